@@ -1,0 +1,14 @@
+#ifndef FENMARK_ALIGNMENT_TANGENT_H
+#define FENMARK_ALIGNMENT_TANGENT_H
+
+#include "fenmark/alignment/record.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,25 @@
+// The drawing output: finished sections become drawing objects through the host boundary.
+#pragma once
+
+#include "host/boundary/host_boundary.h"
+#include "sima/reader/section_sink.h"
+
+namespace fenmark::output {
+
+class DrawingOutput : public sima::SectionSink {
+  public:
+    // The boundary must outlive the output.
+    explicit DrawingOutput(host::HostBoundary& host) : host_(host) {}
+
+    void createCoordinatePoints(sima::SimaReader& reader, std::span<const sima::SimaPoint> points) override;
+    void createLotPolyline(sima::SimaReader& reader, const sima::LotData& lot) override;
+    host::MdDbObjectId createRouteAlignment(sima::SimaReader& reader, const sima::SimaAlignment& route) override;
+    void createRoutePolyline(sima::SimaReader& reader, const sima::SimaAlignment& route) override;
+    void createLongitudinalPoints(sima::SimaReader& reader, const sima::HSeriesData& section) override;
+    void createCrossSectionPoints(sima::SimaReader& reader, const sima::IntersectionData& section) override;
+
+  private:
+    host::HostBoundary& host_;
+};
+
+} // namespace fenmark::output

@@ -1,0 +1,58 @@
+// The import log: process lines and four-line error blocks, collected in memory and written out once.
+#pragma once
+
+#include "sima/log/text_list.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::sima {
+
+class SimaLog {
+  public:
+    void coordinateBegin(std::int32_t line);
+    void lotBegin(std::int32_t line);
+    void lotEnd(std::int32_t line, bool ok, std::int32_t pointCount, bool hasTriangleData);
+    void routeBegin(std::int32_t line);
+    void routeEnd(std::int32_t line, bool ok, std::int32_t routeType, std::int32_t count, std::string_view name);
+    void version(std::int32_t line, std::string_view text);
+    void longitudinalBegin(std::int32_t line, std::string_view alignmentName);
+    void longitudinalEnd(std::int32_t line, bool ok, std::int32_t pointCount);
+    void crossSectionBegin(std::int32_t line, std::string_view alignmentName);
+    void crossSectionItem(std::int32_t line, std::string_view sectionName);
+    void crossSectionPoints(std::int32_t count);
+    void crossSectionEnd(std::int32_t line, bool ok, std::int32_t pointCount);
+    void finished(std::int32_t line);
+
+    // Adds the four lines of a block and raises the counter.
+    void errorBlock(std::string_view firstText, std::string_view secondText);
+
+    std::int32_t errorCount() const { return errorCount_; }
+    const TextList& lines() const { return lines_; }
+    const TextList& errors() const { return errors_; }
+    const std::string& fileName() const { return fileName_; }
+
+    // The path less its last four characters, with "_Input.log" behind it.
+    void setFileName(std::string_view path);
+
+    // These three raise std::system_error if the file cannot be created or written.
+    void writeAll() const;
+    void writeErrorsOnly() const;
+    void appendLines(const std::vector<std::string>& lines) const;
+
+    // Empties lines and errors; the counter stays.
+    void clear();
+
+  private:
+    TextList lines_;
+    TextList errors_;
+    std::string fileName_;
+    std::int32_t errorCount_ = 0;
+};
+
+// What stands between the last separator and the last "." of a path.
+std::string baseNameOf(std::string_view path);
+
+} // namespace fenmark::sima

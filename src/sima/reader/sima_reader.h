@@ -1,0 +1,93 @@
+// The object of one import: owner of the model, the options, the counters and the log.
+#pragma once
+
+#include "host/boundary/values.h"
+#include "sima/log/sima_log.h"
+#include "sima/reader/read_context.h"
+#include "sima/records/array.h"
+#include "sima/records/cross_section.h"
+#include "sima/records/entity_data.h"
+#include "sima/records/import_options.h"
+#include "sima/records/longitudinal.h"
+#include "sima/records/lot_data.h"
+#include "sima/records/point_table.h"
+#include "sima/records/sima_alignment.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace fenmark::sima {
+
+// Lines that the rules pass over in silence, by kind (for instance "unknown code at top level: X01"), so that a
+// program can tell its user.
+using PassedOver = std::map<std::string, std::int64_t>;
+
+class SimaReader {
+  public:
+    // 0 when the file was read to its end, -1 when it could not be opened. std::invalid_argument leaves a pass when a
+    // record is too short for the field that a reader takes; lineNumber then tells the line.
+    std::int32_t fullRead(std::string_view path, const ReadContext& context);
+    std::int32_t previewScan(std::string_view path, const ReadContext& context);
+
+    std::int32_t routesRead(std::int32_t type) const;
+    std::int32_t routesCreated(std::int32_t type) const;
+    void countRouteCreated(std::int32_t type);
+    std::int32_t lotCount() const;
+    std::int32_t longitudinalPointCount() const;
+    std::int32_t crossSectionCount() const;
+    bool allLongitudinalRoutesFound() const;
+    bool allCrossSectionRoutesFound() const;
+    host::MdDbObjectId alignmentIdOfRoute(std::int32_t number) const;
+    // Raises a host::MirdanException with the message of the missing point; the caller deletes it.
+    SimaPoint findPoint(std::int32_t number) const;
+    bool bindRoute(std::int32_t number);
+    void reset();
+
+    PointTable points;
+    std::string baseName;
+    std::string filePath;
+    std::string siteName;
+    std::string routeNumberText;
+    std::string routeGroupText;
+    std::string routeNameText;
+    std::string pointLayer;
+    std::string ipLayer;
+    std::string lotLayer;
+    std::string wideStakeLayer;
+    std::string continuousLayer;
+    double shiftDistance = 0.0; // metres
+    SimaImportOptions options;
+    host::MdDbObjectId alignmentId;
+    std::string alignmentName;
+    double startStation = 0.0; // metres
+    std::int32_t routeType = 0;
+    Array<EntityData> entities;
+    Array<SimaAlignment> alignments;
+    Array<LotData> lots;
+    Array<VerticalData> verticals;
+    Array<IntersectionData> intersections;
+    Array<HSeriesData> hSeries;
+    std::int32_t lineNumber = 0;
+    std::int32_t errorCount = 0;
+    SimaLog log;
+    std::int32_t alignmentsCreated = 0;
+    std::int32_t polylinesCreated = 0;
+    std::int32_t longitudinalPointsCreated = 0;
+    std::int32_t crossSectionPointsCreated = 0;
+    std::int32_t coordinatePointsCreated = 0;
+    bool usedRouteType2 = false;
+    bool usedRouteType3 = false;
+    bool usedRouteType7 = false;
+    bool forceChosenAlignment = false;
+    Array<std::string> createdAlignmentNames;
+    PassedOver passedOver;
+
+  private:
+    std::array<std::int32_t, 7> routesRead_{};
+    std::array<std::int32_t, 7> routesCreated_{};
+};
+
+} // namespace fenmark::sima

@@ -1,0 +1,34 @@
+// The growable array that all records use: a vector whose index operator refuses what is out of range.
+#pragma once
+
+#include <initializer_list>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+namespace fenmark::sima {
+
+template <typename T>
+class Array : public std::vector<T> {
+  public:
+    using std::vector<T>::vector;
+    using size_type = typename std::vector<T>::size_type;
+
+    // std::invalid_argument for an index outside the array. Some callers rely on that as stated behaviour.
+    T& operator[](size_type index) {
+        check(index);
+        return std::vector<T>::operator[](index);
+    }
+    const T& operator[](size_type index) const {
+        check(index);
+        return std::vector<T>::operator[](index);
+    }
+
+  private:
+    void check(size_type index) const {
+        if (index >= this->size())
+            throw std::invalid_argument("array index out of range");
+    }
+};
+
+} // namespace fenmark::sima

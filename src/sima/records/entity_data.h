@@ -1,0 +1,61 @@
+// One element of a route: a straight, an arc or a clothoid between two consecutive route points.
+#pragma once
+
+#include "host/boundary/values.h"
+
+#include <cstdint>
+#include <string>
+
+namespace fenmark::sima {
+
+// Numbers are held as text: what came from the file stays the file's own text, and what the reader computed is
+// formatted with "%0.12f". Consumers convert when they need a number (see text/number.h).
+class EntityData {
+  public:
+    virtual ~EntityData() = default;
+    EntityData() = default;
+    EntityData(const EntityData&) = default;
+    EntityData(EntityData&&) = default;
+    EntityData& operator=(const EntityData&) = default;
+    EntityData& operator=(EntityData&&) = default;
+
+    std::string type;        // "S" straight, "R" arc, "A" clothoid
+    std::string length;      // "A" only: parameterA^2 / |endRadius - startRadius|; no consumer reads it
+    std::string startX;      // drawing axes, metres, "%0.12f"
+    std::string startY;
+    std::string endX;        // empty until the next B01 closes the element
+    std::string endY;
+    std::string radius;      // arc: field 2 of C01, signed as in the file
+    std::string endRadius;   // clothoid: field 3 of C02
+    std::string startRadius; // clothoid: field 2 of C02
+    std::string direction;   // "L" or "R"; empty for a straight
+    std::string spareText1;
+    std::string spareText2;
+    std::string spareText3;
+    std::string parameterA; // clothoid: field 1 of C02
+    double spareReal1 = 0.0;
+    double spareReal2 = 0.0;
+    host::MdGePoint3d sparePoint1; // x, y: the two further values that the automation reports for a new arc
+    host::MdGePoint3d sparePoint2; // clothoid: the PI, meeting point of its end tangents
+    double nominalValue = 0.0;     // 100.0 on every element that a B01 creates
+    double startZ = 0.0;           // metres
+    double endZ = 0.0;             // metres
+    std::int32_t spareInt = 0;     // the identifier that the automation gave to this element
+
+    host::MdGePoint3d startPoint() const;
+    host::MdGePoint3d endPoint() const;
+    // |A^2/|Re| - A^2/|Rs||, metres; a term with a radius of 0 counts 0.
+    double clothoidLength() const;
+    double absStartRadius() const;
+    double absEndRadius() const;
+    double absRadius() const;
+    // As the absolute radii, but infinity for 0.
+    double curvatureStartRadius() const;
+    double curvatureEndRadius() const;
+    // 1.0 for "L", otherwise -1.0.
+    double directionSign() const;
+    // -1 for "L", otherwise 0.
+    std::int16_t directionFlag() const;
+};
+
+} // namespace fenmark::sima

@@ -1,0 +1,38 @@
+// The coordinate points read so far: an append-only store with an index by number, shared by the routes that keep
+// the points as they stood when they were opened.
+#pragma once
+
+#include "sima/records/sima_point.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace fenmark::sima {
+
+// A value: copying it copies its points as they stand, at the cost of a pointer. Points are only ever appended, so a
+// copy is a prefix of the same store until one of the two appends.
+class PointTable {
+  public:
+    PointTable();
+
+    std::size_t size() const { return count_; }
+    bool empty() const { return count_ == 0; }
+    // std::invalid_argument beyond the end.
+    const SimaPoint& operator[](std::size_t index) const;
+    std::span<const SimaPoint> all() const;
+
+    void append(SimaPoint point);
+    void clear();
+    // The first point with that number, or null.
+    const SimaPoint* find(std::int32_t number) const;
+
+  private:
+    struct Store;
+    std::shared_ptr<Store> store_;
+    std::size_t count_ = 0;
+};
+
+} // namespace fenmark::sima

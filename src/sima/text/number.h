@@ -1,0 +1,23 @@
+// Text to numbers and back by fixed rules that no process locale touches, and the trims of the format.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace fenmark::sima {
+
+// The ASCII blanks 0x09 to 0x0D and 0x20.
+std::string_view trim(std::string_view text);
+
+// As the C conversion in the C locale, decimal digits only: leading blanks skipped, optional sign, ends at the first
+// character that does not fit, 0.0 if nothing fits. No hexadecimal, no infinity or NaN.
+double toReal(std::string_view text);
+
+// The same for integers; a value beyond 32 bits becomes the nearest 32-bit value.
+std::int32_t toInteger(std::string_view text);
+
+// "%0.12f"
+std::string formatReal(double value);
+
+} // namespace fenmark::sima

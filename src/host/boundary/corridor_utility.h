@@ -31,9 +31,8 @@ class CorridorUtility {
     // 0, or -1 if it failed; the map keeps what was put into it. A later alignment of one name replaces the earlier.
     virtual std::int32_t collectAlignments(std::map<std::string, MdDbObjectId>& alignments) = 0;
     // Null on failure. Changes the elements in place: PIs, starts after curves, element identifiers.
-    virtual MdDbObjectId createAlignment(std::string_view name, std::string_view siteName,
-                                         std::string_view description, double startStation,
-                                         sima::Array<sima::EntityData>& elements) = 0;
+    virtual MdDbObjectId createAlignment(std::string_view name, std::string_view siteName, std::string_view description,
+                                         double startStation, sima::Array<sima::EntityData>& elements) = 0;
     // Empty on failure.
     virtual std::string getAlignmentName(MdDbObjectId id) = 0;
     // 0, or -1 if there is no such point. Stations and offsets in metres; positive offsets lie right of travel.

@@ -43,7 +43,11 @@ struct PlanPoint {
     friend bool operator==(const PlanPoint&, const PlanPoint&) = default;
 };
 
-constexpr double degreesToRadians(double degrees) { return degrees / 180.0 * 3.141592653589793; }
-constexpr double radiansToDegrees(double radians) { return radians * 180.0 / 3.141592653589793; }
+constexpr double degreesToRadians(double degrees) {
+    return degrees / 180.0 * 3.141592653589793;
+}
+constexpr double radiansToDegrees(double radians) {
+    return radians * 180.0 / 3.141592653589793;
+}
 
 } // namespace fenmark::host

@@ -1,0 +1,182 @@
+// Points, lines and segments.
+//
+// Symbols: a line is the point o and the unit direction u; p is the point asked about. Everything holds in either
+// plane, with angles from +x towards +y. The formulas are those of plane analytic geometry: for the foot, the distance
+// and the crossing of lines the scalar and the cross product of u and p - o.
+#include "fenmark/alignment/primitives.h"
+
+#include "alignment/primitives/plane.h"
+
+namespace plane = fenmark::alignment::plane;
+using plane::Vec;
+
+namespace {
+
+// Half widths of the neighbourhood that CDpoionls looks at, metres and square metres.
+constexpr double near_line_box = 2.0;
+constexpr double near_line_squared = 16.0;
+
+// Direction of the line (x0, y0)->(x1, y1); one too short to have a direction counts as 0.
+double directionOrZero(double x0, double y0, double x1, double y1) {
+    const Vec along{x1 - x0, y1 - y0};
+    return plane::norm(along) < plane::direction_zero ? 0.0 : plane::direction(along);
+}
+
+} // namespace
+
+extern "C" {
+
+int CDlinstd(double x0, double y0, double x1, double y1, double line[4]) {
+    const Vec along{x1 - x0, y1 - y0};
+    const double length = plane::norm(along);
+    if (!(length >= plane::direction_zero)) {
+        return 1;
+    }
+    line[0] = x0;
+    line[1] = y0;
+    line[2] = along.x / length;
+    line[3] = along.y / length;
+    return 0;
+}
+
+int CDlineang(const double line[4], double* angle) {
+    *angle = plane::direction(line[2], line[3]);
+    return 0;
+}
+
+double CDbtwang(double x0, double y0, double x1, double y1, double x2, double y2, double x3, double y3) {
+    double between = directionOrZero(x2, y2, x3, y3) - directionOrZero(x0, y0, x1, y1);
+    if (std::fabs(between) < plane::angle_step) {
+        return 0.0;
+    }
+    if (between < 0.0) {
+        between += plane::two_pi;
+    }
+    // Two directions on either side of +x differ by nearly a full turn and are the same direction all the same.
+    if (between < plane::angle_step || plane::two_pi - between < plane::angle_step) {
+        return 0.0;
+    }
+    return between;
+}
+
+int CDlincros(const double line1[4], const double line2[4], double* x, double* y) {
+    const Vec u{line1[2], line1[3]};
+    const Vec v{line2[2], line2[3]};
+    const double determinant = plane::cross(u, v);
+    if (!(std::fabs(determinant) >= plane::direction_zero)) {
+        return 1;
+    }
+    const Vec gap{line2[0] - line1[0], line2[1] - line1[1]};
+    const double t = plane::cross(gap, v) / determinant;
+    const double ox = line1[0];
+    const double oy = line1[1];
+    *x = ox + t * u.x;
+    *y = oy + t * u.y;
+    return 0;
+}
+
+int CDpldist(const double line[4], const double p[2], double* d) {
+    // |p - o|^2 - dot^2 is the square of the cross product with the unit direction, which loses no digits far out.
+    const Vec toPoint{p[0] - line[0], p[1] - line[1]};
+    const double across = plane::cross({line[2], line[3]}, toPoint);
+    const double squared = across * across;
+    *d = squared < plane::squared_distance_zero ? 0.0 : std::fabs(across);
+    return 0;
+}
+
+int CDpojpoi(const double line[4], const double p[2], double foot[2]) {
+    // cos(angle) |p - o| is the scalar product of the direction and p - o.
+    const Vec u{line[2], line[3]};
+    const Vec o{line[0], line[1]};
+    const double along = plane::dot(u, Vec{p[0], p[1]} - o);
+    foot[0] = o.x + u.x * along;
+    foot[1] = o.y + u.y * along;
+    return 0;
+}
+
+int CDpoiinseg(const double a[2], const double b[2], const double p[2]) {
+    const double fromA = std::hypot(p[0] - a[0], p[1] - a[1]);
+    const double fromB = std::hypot(p[0] - b[0], p[1] - b[1]);
+    if (fromB < plane::length_step) {
+        return 2;
+    }
+    if (fromA < plane::length_step) {
+        return 1;
+    }
+    const double length = std::hypot(b[0] - a[0], b[1] - a[1]);
+    return length - fromA > 0.0 && length - fromB > 0.0 ? 0 : -1;
+}
+
+int CDpoionls(double px, double py, double ax, double ay, double bx, double by) {
+    const Vec toPoint{px - ax, py - ay};
+    if (plane::norm(toPoint) <= plane::length_step) {
+        return 1;
+    }
+    if (std::hypot(px - bx, py - by) <= plane::length_step) {
+        return 2;
+    }
+    const bool inBox = px >= std::fmin(ax, bx) - near_line_box && px <= std::fmax(ax, bx) + near_line_box &&
+                       py >= std::fmin(ay, by) - near_line_box && py <= std::fmax(ay, by) + near_line_box;
+    if (!inBox) {
+        return -1;
+    }
+    // Not divided by the length of b - a: the test is meant as it stands and lets every point near a longer line pass.
+    const double t = plane::dot({bx - ax, by - ay}, toPoint);
+    return plane::dot(toPoint, toPoint) - t * t <= near_line_squared ? 0 : -1;
+}
+
+int CDsegcros(const double a[2], const double b[2], const double c[2], const double d[2], double out[2]) {
+    double first[4];
+    double second[4];
+    if (CDlinstd(a[0], a[1], b[0], b[1], first) != 0 || CDlinstd(c[0], c[1], d[0], d[1], second) != 0) {
+        return 1;
+    }
+    double crossing[2];
+    if (CDlincros(first, second, &crossing[0], &crossing[1]) != 0) {
+        return 1;
+    }
+    const int onFirst = CDpoiinseg(a, b, crossing);
+    const int onSecond = CDpoiinseg(c, d, crossing);
+    int result = -1;
+    if (onSecond == 1 || onSecond == 2) {
+        // An end of the second segment is told first, wherever the first segment ends.
+        result = 20 + onSecond;
+    } else if (onFirst >= 0 && onSecond == 0) {
+        result = onFirst == 0 ? 0 : 10 + onFirst;
+    }
+    if (result >= 0) {
+        out[0] = crossing[0];
+        out[1] = crossing[1];
+    }
+    return result;
+}
+
+int CDmove(double dx, double dy, double* x1, double* y1, double* x2, double* y2) {
+    *x1 += dx;
+    *y1 += dy;
+    *x2 += dx;
+    *y2 += dy;
+    return 0;
+}
+
+int CDmoveP(double x, double y, double dx, double dy, double* ox, double* oy) {
+    *ox = x + dx;
+    *oy = y + dy;
+    return 0;
+}
+
+int CDrotpoi(const double c[2], double cosine, double sine, const double p[2], double out[2]) {
+    const Vec centre{c[0], c[1]};
+    const Vec result = centre + plane::turned(Vec{p[0], p[1]} - centre, cosine, sine);
+    out[0] = result.x;
+    out[1] = result.y;
+    return 0;
+}
+
+int CDmirAng(double a, double* out) {
+    const double mirrored = plane::pi - a;
+    *out = mirrored < 0.0 ? mirrored + plane::two_pi : mirrored;
+    return 0;
+}
+
+} // extern "C"

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are missing, and nothing when none is.
+#
+# scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), check (tests, format, validators)
+set -euo pipefail
+
+build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev)
+picture=(librsvg2-bin fonts-ipafont-gothic)
+windows=(qt6-base-dev libgl-dev fonts-ipafont-gothic)
+check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin
+       xvfb libxml2-utils)
+
+wanted=()
+for name in "$@"; do
+    case "$name" in
+        build) wanted+=("${build[@]}") ;;
+        picture) wanted+=("${picture[@]}") ;;
+        windows) wanted+=("${windows[@]}") ;;
+        check) wanted+=("${check[@]}") ;;
+        *) echo "packages.sh: no set named $name (build, picture, windows, check)" >&2; exit 2 ;;
+    esac
+done
+
+missing=()
+for package in "${wanted[@]}"; do
+    [ "$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null)" = "install ok installed" ] || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+run=()
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "packages.sh: needs root or sudo to install: ${missing[*]}" >&2; exit 1; }
+    run=(sudo)
+fi
+echo "Installing ${missing[*]}" >&2
+export DEBIAN_FRONTEND=noninteractive
+"${run[@]}" apt-get update -qq
+"${run[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

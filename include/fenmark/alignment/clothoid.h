@@ -112,7 +112,9 @@ FENMARK_ALIGNMENT_API void ali_KRotPnt(double out[2], const double p[2], const d
  * Centre of the arc of radius R from p to q that turns left (dir = 1) or right (otherwise), at most a half circle.
  * A chord longer than 2 R still gives a centre (the root is taken of the absolute value).
  *
- * @return 0; -1, nothing written, when p and q are the same point or a value is not finite
+ * Equal points count as a chord towards +y.
+ *
+ * @return 0; -1, nothing written, when a value is not finite
  */
 FENMARK_ALIGNMENT_API int ali_KEnCen(const double p[2], const double q[2], double dir, double R, double* cx,
                                      double* cy);

@@ -1,0 +1,89 @@
+// The clothoid series far out, and the high-precision evaluation. Symbols and source: series.h.
+#include "alignment/clothoid/series.h"
+
+#include <limits>
+
+#include "fenmark/alignment/clothoid.h"
+
+namespace fenmark::alignment {
+
+int clothoidPointFar(double A, double tau, Point& point) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    point = {nan, nan};
+    if (!std::isfinite(tau) || !std::isfinite(A)) {
+        return 0;
+    }
+    const double s = A / std::numbers::sqrt2;
+    const double scale_x = s * 2.0 * std::sqrt(tau);
+    const double scale_y = s * 2.0 * std::pow(tau, 1.5);
+    double sum_x = 0.0;
+    double sum_y = 0.0;
+    Point before{0.0, 0.0};
+    for (int n = 1; n <= kSeriesPasses; ++n) {
+        const double power = std::pow(tau, 2.0 * n);
+        double factorial = 1.0;
+        for (int i = 2; i <= 2 * n; ++i) {
+            factorial *= i;
+        }
+        const double sign = n % 2 == 1 ? -1.0 : 1.0;
+        sum_x += sign * (power / ((4.0 * n + 1.0) * factorial));
+        sum_y += sign * (power / ((4.0 * n + 3.0) * (factorial * (2.0 * n + 1.0))));
+        point = {(sum_x + 1.0) * scale_x, (sum_y + 1.0 / 3.0) * scale_y};
+        if (!std::isfinite(point.x) || !std::isfinite(point.y)) {
+            point = {nan, nan};
+            return n;
+        }
+        if (std::fabs(point.x - before.x) < kSeriesStop && std::fabs(point.y - before.y) < kSeriesStop) {
+            return n;
+        }
+        before = point;
+    }
+    return kSeriesPasses;
+}
+
+} // namespace fenmark::alignment
+
+using namespace fenmark::alignment;
+
+extern "C" int clothoidElements(double A, double tau, double values[13]) {
+    if (!(A > 0.0) || !(tau >= 0.0) || !std::isfinite(A) || tau > kLargestPreciseTau) {
+        return -1;
+    }
+    // Terms +- tau^i / (i! (2i + 1)) of X and +- tau^(i+1) / ((i + 1)! (2i + 3)) of Y, i = 0, 2, 4, ...
+    double sum_x = 0.0;
+    double sum_y = 0.0;
+    double ratio = 1.0; // tau^i / i!, with the sign of the pair
+    for (int i = 0; i < 65535; i += 2) {
+        const double term_x = ratio / (2.0 * i + 1.0);
+        ratio *= tau / (i + 1.0);
+        sum_x += term_x;
+        sum_y += ratio / (2.0 * i + 3.0);
+        ratio *= -tau / (i + 2.0);
+        if (std::fabs(term_x) <= kPreciseSeriesStop) {
+            break;
+        }
+    }
+    const bool flat = tau < kPreciseSeriesStop;
+    const double root = std::sqrt(2.0 * tau);
+    const double L = A * root;
+    const double R = flat ? 0.0 : A / root;
+    const double X = L * sum_x;
+    const double Y = L * sum_y;
+    const double sine = std::sin(tau);
+    const double cosine = std::cos(tau);
+    const double short_tangent = flat ? 0.0 : Y / sine;
+    values[0] = A;
+    values[1] = L;
+    values[2] = R;
+    values[3] = root / A;
+    values[4] = X;
+    values[5] = Y;
+    values[6] = tau;
+    values[7] = X + Y * std::tan(tau);
+    values[8] = X - short_tangent * cosine;
+    values[9] = short_tangent;
+    values[10] = Y / cosine;
+    values[11] = R * cosine + Y - R;
+    values[12] = X - R * sine;
+    return 0;
+}

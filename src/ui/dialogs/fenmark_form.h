@@ -1,0 +1,70 @@
+// The import dialog: names the file, shows what it holds, and asks what is to be imported into which site and layers.
+#pragma once
+
+#include "command/dialogs.h"
+#include "ui/dialogs/fenmark_settings_form.h"
+#include "ui/dialogs/form.h"
+#include "ui/dialogs/log_opener.h"
+#include "ui/treelist/tree_list_ctrl.h"
+
+#include <QLineEdit>
+
+#include <array>
+#include <functional>
+#include <optional>
+
+namespace fenmark::ui {
+
+// The questions that the form hands on to other windows; programs use the real ones, tests answer by themselves.
+struct FenmarkFormServices {
+    // The path that the user chose, nothing if cancelled.
+    std::function<std::optional<QString>(QWidget* parent, const QString& current)> browse;
+    MessageBox warn = showWarning;
+    MessageBox plain = showPlain;
+    LogOpener openLog = openWithDesktop;
+    sima::ProgressFactory* progress = nullptr;
+    sima::Encoding encoding = sima::Encoding::Cp932;
+};
+
+// The file-open dialog of the desktop.
+std::optional<QString> browseForSimFile(QWidget* parent, const QString& current);
+
+class FenmarkForm : public Form, public treelist::TreeListParent {
+    Q_OBJECT
+
+  public:
+    FenmarkForm(QWidget* parent, command::ImportDialogState state, FenmarkFormServices services);
+
+    // The state as it stands; complete once the form was accepted.
+    const command::ImportDialogState& state() const { return state_; }
+    // What the form held when it closed, handed over without a copy.
+    command::ImportDialogState takeState() { return std::move(state_); }
+
+    int treeListNotify(const treelist::TreeListNotification& notification) override;
+
+  public slots:
+    void accept() override;
+    void browse();
+    void showSettings();
+    void showLog();
+
+  private:
+    void buildTree();
+    void scan();
+    void refreshRows();
+    void refreshImportButton();
+    void takeTicks();
+    void refuseFile();
+
+    command::ImportDialogState state_;
+    FenmarkFormServices services_;
+    QLineEdit* path_ = nullptr;
+    QComboBox* sites_ = nullptr;
+    treelist::CTreeListCtrl* tree_ = nullptr;
+    QPushButton* log_ = nullptr;
+    QPushButton* import_ = nullptr;
+    treelist::CTreeListItem* root_ = nullptr;
+    std::array<treelist::CTreeListItem*, sima::kImportKinds> rows_{};
+};
+
+} // namespace fenmark::ui

@@ -1,0 +1,15 @@
+// Shows a log file: by the desktop's own opener, unless a program or a test wants it otherwise.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace fenmark::ui {
+
+using LogOpener = std::function<void(const QString& path)>;
+
+// Asks the desktop to open the file with the program that its user has chosen for texts.
+void openWithDesktop(const QString& path);
+
+} // namespace fenmark::ui

@@ -119,7 +119,7 @@ void FenmarkForm::refreshRows() {
         const sima::ImportKind kind = command::kTreeRows[i];
         const bool any = state_.options.counts[index(kind)] >= 1;
         tree_->SetItemText(rows_[i], 0, QString::fromStdString(command::treeRowText(state_.options, kind)));
-        tree_->SetItemState(rows_[i], any ? treelist::kItemShowsCheck : 0U, treelist::kItemShowsCheck);
+        tree_->SetItemState(rows_[i], any ? treelist::kItemCheckBox : 0U, treelist::kItemCheckBox);
         tree_->SetCheck(rows_[i], any ? 1 : 0);
         tree_->SetLock(rows_[i], any ? 0 : 1);
     }

@@ -51,7 +51,7 @@ bool canImport(const sima::SimaImportOptions& options) {
 bool mustChooseAlignment(const sima::SimaReader& preview, const sima::SimaImportOptions& options, bool before) {
     if (!options.flag(ImportKind::Longitudinal) && !options.flag(ImportKind::CrossSections))
         return before;
-    return (preview.usedRouteType2 && !options.flag(ImportKind::MainLine)) ||
+    return before || (preview.usedRouteType2 && !options.flag(ImportKind::MainLine)) ||
            (preview.usedRouteType3 && !options.flag(ImportKind::CentreLine)) ||
            (preview.usedRouteType7 && !options.flag(ImportKind::ContinuousCurves));
 }

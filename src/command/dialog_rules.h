@@ -31,7 +31,7 @@ void countFromPreview(const sima::SimaReader& reader, sima::SimaImportOptions& o
 bool canImport(const sima::SimaImportOptions& options);
 
 // Whether results need an alignment that this import does not create: a ticked longitudinal or cross-section kind
-// refers to a route type that is not ticked. If neither kind is ticked the value is kept as it was.
+// refers to a route type that is not ticked. Otherwise the value is kept as it was.
 bool mustChooseAlignment(const sima::SimaReader& preview, const sima::SimaImportOptions& options, bool before);
 
 // Whether the file can be accessed and is named *.sim in any case.

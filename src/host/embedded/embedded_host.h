@@ -1,0 +1,124 @@
+// The embedded host: open documents, the current drawing, settings, and what it has to tell after an import.
+//
+// It implements the declared host surface (namespace mirdane) for the process: the host that was made last and still
+// lives answers. All operations run on one thread, as the command does.
+#pragma once
+
+#include "host/embedded/drawing.h"
+#include "host/embedded/geopackage/drawing_store.h"
+#include "host/surface/automation.h"
+#include "host/surface/database.h"
+#include "host/surface/map.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::host::embedded {
+
+// Which way a curve with a positive radius in the file turns on the map. Auto is left, but an element that breaks the
+// tangent before it so, and joins it the other way, is taken the other way.
+enum class PositiveRadius { Auto, Left, Right };
+
+// A joint is broken if the tangents differ by more than this, radians.
+inline constexpr double kBrokenJoint = 3.141592653589793 / 180.0;
+
+struct BrokenJoint {
+    std::string alignment;
+    double station = 0.0;
+    double angle = 0.0; // radians, the direction after less the direction before, in (-pi, pi]
+};
+
+// What happened while alignments were laid, since the notes were last cleared.
+struct LayoutNotes {
+    std::int32_t otherSense = 0; // elements taken with the other turning sense
+    std::vector<BrokenJoint> brokenJoints;
+};
+
+// One line for each thing that a user should know; empty if all went as told.
+std::vector<std::string> noteLines(const LayoutNotes& notes);
+
+// One open drawing.
+class Document : public mirdane::MdApDocument {
+  public:
+    Document();
+    ~Document() override;
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    Drawing& drawing() { return drawing_; }
+    const Drawing& drawing() const { return drawing_; }
+    DrawingStore& store() { return store_; }
+    // What the surface hands out for this drawing; lives as long as the document.
+    struct Surface;
+    Surface& surface() { return *surface_; }
+
+  private:
+    Drawing drawing_;
+    DrawingStore store_;
+    std::unique_ptr<Surface> surface_;
+};
+
+struct MessageBox {
+    std::string text;
+    std::string caption;
+};
+
+class EmbeddedHost {
+  public:
+    // The host starts with one new document, which is current.
+    EmbeddedHost();
+    ~EmbeddedHost();
+    EmbeddedHost(const EmbeddedHost&) = delete;
+    EmbeddedHost& operator=(const EmbeddedHost&) = delete;
+
+    // The host that answers the surface; null if there is none.
+    static EmbeddedHost* current();
+
+    Document& newDocument(); // becomes current
+    void makeCurrent(Document& document);
+    void closeDocument(Document& document); // tells the reactors; the first of the others becomes current
+    Document* currentDocument() const { return currentDocument_; }
+    const std::vector<std::unique_ptr<Document>>& documents() const { return documents_; }
+    // Drawing of the current document.
+    Drawing& drawing() { return currentDocument_->drawing(); }
+
+    void setPositiveRadius(PositiveRadius sense) { positiveRadius_ = sense; }
+    PositiveRadius positiveRadius() const { return positiveRadius_; }
+
+    LayoutNotes& notes() { return notes_; }
+
+    // Message boxes are kept, and handed on if somebody wants them.
+    void onMessageBox(std::function<void(const MessageBox&)> handler) { messageHandler_ = std::move(handler); }
+    void showMessageBox(std::string_view text, std::string_view caption);
+    std::vector<MessageBox>& messageBoxes() { return messageBoxes_; }
+
+    void setMainWindow(void* window) { mainWindow_ = window; }
+    void* mainWindow() const { return mainWindow_; }
+
+    // Automation objects that somebody still holds; 0 after every command.
+    static std::int64_t liveAutomationObjects();
+    // Opened or new database objects that were not closed; 0 after every command.
+    static std::int64_t liveDatabaseObjects();
+
+    mirdane::MdApDocManager& documentManager();
+
+  private:
+    class DocumentManager;
+
+    std::vector<std::unique_ptr<Document>> documents_;
+    Document* currentDocument_ = nullptr;
+    std::unique_ptr<DocumentManager> documentManager_;
+    PositiveRadius positiveRadius_ = PositiveRadius::Auto;
+    LayoutNotes notes_;
+    std::function<void(const MessageBox&)> messageHandler_;
+    std::vector<MessageBox> messageBoxes_;
+    void* mainWindow_ = nullptr;
+    EmbeddedHost* before_ = nullptr;
+};
+
+} // namespace fenmark::host::embedded

@@ -4,6 +4,8 @@
 #include "host/boundary/host_boundary.h"
 #include "sima/reader/section_sink.h"
 
+#include <vector>
+
 namespace fenmark::output {
 
 class DrawingOutput : public sima::SectionSink {
@@ -20,6 +22,10 @@ class DrawingOutput : public sima::SectionSink {
 
   private:
     host::HostBoundary& host_;
+    // Kept between calls, so that a file of many small lots or cross sections allocates once.
+    std::vector<host::MdGePoint3d> vertices_;
+    sima::Array<double> distances_;
+    sima::Array<double> heights_;
 };
 
 } // namespace fenmark::output

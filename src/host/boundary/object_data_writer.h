@@ -16,6 +16,12 @@ namespace fenmark::host {
 inline constexpr std::string_view kPointTable = "JSIMA_V3_Point";
 inline constexpr std::string_view kPolylineTable = "JSIMA_V3_Pline";
 
+// What stands in "Type" for each source but a route polyline.
+inline constexpr std::string_view kCoordinateType = "座標";
+inline constexpr std::string_view kLotType = "画地";
+inline constexpr std::string_view kLongitudinalType = "縦断成果";
+inline constexpr std::string_view kCrossSectionType = "横断成果";
+
 // One row, in column order "No", "Name", "Type", "FileName".
 struct ObjectDataRow {
     std::int32_t no = 0;

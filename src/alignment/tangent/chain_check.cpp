@@ -1,0 +1,92 @@
+// The check of a finished chain. Survey plane: azimuths run clockwise on the map, so a left curve (dir +1) lowers them.
+#include "alignment/tangent/chain_check.h"
+
+#include "fenmark/alignment/construction.h"
+#include "fenmark/alignment/primitives.h"
+
+#include "alignment/primitives/plane.h"
+#include "alignment/primitives/tools.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace fenmark::alignment {
+
+namespace {
+
+bool sameDirection(double azimuth1, double azimuth2) {
+    return std::fabs(plane::wrappedSigned(azimuth1 - azimuth2)) <= tangent_tolerance;
+}
+
+bool samePoint(double x1, double y1, double x2, double y2, double tolerance) {
+    return std::hypot(x1 - x2, y1 - y2) <= tolerance;
+}
+
+bool allFinite(const Calelm& e) {
+    const auto values = {e.sx, e.sy, e.ex, e.ey, e.dir, e.par, e.r1, e.r2, e.len, e.sang, e.eang, e.k1, e.k2, e.k3};
+    return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
+}
+
+double tauAt(double parameter, double radius) {
+    return radius == 0.0 ? 0.0 : parameter * parameter / (2.0 * radius * radius);
+}
+
+// The element turns from its start to its end tangent as its size and sense demand.
+bool turnsTrue(const Calelm& e) {
+    switch (e.type) {
+    case element::straight:
+        return sameDirection(e.sang, e.eang);
+    case element::arc:
+        return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3);
+    case element::clothoid: {
+        const double turn = std::fabs(tauAt(e.par, e.r2) - tauAt(e.par, e.r1));
+        return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn);
+    }
+    default:
+        return false;
+    }
+}
+
+bool sameSize(const Calelm& now, const Calelm& before) {
+    return now.type == before.type &&
+           (now.type == element::straight || (now.par == before.par && now.dir == before.dir));
+}
+
+} // namespace
+
+bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
+                    double jointTolerance) {
+    for (const Calelm& e : chain) {
+        if (!allFinite(e) || !(e.len > 0.0) || !turnsTrue(e)) {
+            return false;
+        }
+    }
+    for (std::size_t i = 1; i < chain.size(); ++i) {
+        const Calelm& before = chain[i - 1];
+        const Calelm& after = chain[i];
+        if (!samePoint(before.ex, before.ey, after.sx, after.sy, jointTolerance) ||
+            !sameDirection(before.eang, after.sang)) {
+            return false;
+        }
+    }
+    const Calelm& first = chain.front();
+    const Calelm& last = chain.back();
+    return sameSize(first, firstBefore) && sameSize(last, lastBefore) &&
+           samePoint(first.sx, first.sy, firstBefore.sx, firstBefore.sy, joint_tolerance) &&
+           sameDirection(first.sang, firstBefore.sang) &&
+           samePoint(last.ex, last.ey, lastBefore.ex, lastBefore.ey, joint_tolerance) &&
+           sameDirection(last.eang, lastBefore.eang);
+}
+
+int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
+    for (Calelm& e : chain) {
+        CDchgSpace(&e, &e);
+        // A clothoid whose computed end differs from the given one (status 2) leaves a gap, so that is a failure too.
+        if (signed16(ali_mak(&e, 0)) != 0) {
+            return -1;
+        }
+    }
+    return isTangentChain(chain, firstBefore, lastBefore) ? 0 : -1;
+}
+
+} // namespace fenmark::alignment

@@ -1,0 +1,43 @@
+/**
+ * The last step of every tangent solver: the chain is built in the survey plane and checked in place.
+ *
+ * A solver hands its candidate over in the calculation plane, in the order of travel. Only a chain that passes here is
+ * a success; everything before is a way to find one.
+ */
+#ifndef FENMARK_ALIGNMENT_TANGENT_CHAIN_CHECK_H
+#define FENMARK_ALIGNMENT_TANGENT_CHAIN_CHECK_H
+
+#include "fenmark/alignment/record.h"
+
+#include <span>
+
+namespace fenmark::alignment {
+
+/** Ends that are one point, metres. */
+inline constexpr double joint_tolerance = 1e-5;
+/** The same where both neighbours carry coordinates or radii rounded to 1e-5, metres. */
+inline constexpr double rounded_joint_tolerance = 1e-4;
+/** Tangents that are one direction, radians. */
+inline constexpr double tangent_tolerance = 1e-5;
+
+/**
+ * Whether complete records of the survey plane form a tangent chain in the order of travel.
+ *
+ * Every value is finite; every arc turns from its start to its end tangent through its sweep in the sense of dir, and
+ * every clothoid through the difference of its two tau; every joint coincides and is tangent. The first record keeps
+ * the start point, start tangent, size and sense of firstBefore, the last record the end of lastBefore: a given
+ * element that would have to turn round, or to run on beyond a half circle, shows there.
+ */
+bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
+                    double jointTolerance = joint_tolerance);
+
+/**
+ * Takes a chain from the calculation plane to the survey plane, completes every record by its construction function
+ * and checks the whole. firstBefore and lastBefore are the given records of the survey plane before the call.
+ * Returns 0, or -1 with the chain in no defined state.
+ */
+int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
+
+} // namespace fenmark::alignment
+
+#endif

@@ -1,0 +1,203 @@
+// Straights between two arcs: bare, eased at one end, eased at both ends.
+//
+// Symbols: order of travel R1, S, R2; Ci centre, pi the distance of the tangent line from Ci (Ri, or Ri + dRi where a
+// clothoid lies between), Xmi the abscissa of Ci from the clothoid's flat end; t the line's direction, Ti the foot of
+// Ci on it. Calculation plane inside, survey plane at the interface.
+// Sources: plane geometry of common tangents: a left arc has its circle on the left of the tangent, so equal senses
+// take an outer and opposite ones an inner tangent. The circle of a clothoid lies R + dR beside its tangent at infinite
+// radius, at Xm along it.
+#include "fenmark/alignment/tangent.h"
+
+#include "fenmark/alignment/construction.h"
+
+#include "alignment/tangent/chain_check.h"
+#include "alignment/tangent/solver_tools.h"
+
+#include <algorithm>
+
+namespace fenmark::alignment {
+
+namespace {
+
+struct Tangent {
+    Vec foot1;
+    Vec foot2;
+    Vec t;
+};
+
+// The common tangent that the circles (c1, p1) and (c2, p2) share for travel from the first, turning dir1, to the
+// second, turning dir2. False where there is none, or where its feet coincide.
+bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir2, Tangent& tangent) {
+    double first[2];
+    double second[2];
+    if (dir1 == dir2) {
+        // Travelled from circle 2, the first tangent has both circles on its right: from circle 1, on its left.
+        double right1[2];
+        double right2[2];
+        if (outerTangent(c2.x, c2.y, p2, c1.x, c1.y, p1, second, first, right2, right1) != 0) {
+            return false;
+        }
+        if (dir1 < 0.0) {
+            std::copy(right1, right1 + 2, first);
+            std::copy(right2, right2 + 2, second);
+        }
+    } else if (innerTangent(c1.x, c1.y, p1, c2.x, c2.y, p2, first, second, dir1) != 0) {
+        return false;
+    }
+    tangent.foot1 = {first[0], first[1]};
+    tangent.foot2 = {second[0], second[1]};
+    const Vec along = tangent.foot2 - tangent.foot1;
+    const double length = plane::norm(along);
+    if (!(length >= plane::direction_zero)) {
+        return false;
+    }
+    tangent.t = (1.0 / length) * along;
+    return true;
+}
+
+return {ali_CAroundNum(p.x), ali_CAroundNum(p.y)};
+}
+
+int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
+    if (!isGivenArc(r1) || !isGivenArc(r2)) {
+        return -1;
+    }
+    const Calelm first = otherPlane(r1);
+    const Calelm second = otherPlane(r2);
+    const double D = plane::distance(centreOf(first), centreOf(second));
+    // In the limit of touching circles the tangent has no length.
+    const bool apart = first.dir == second.dir ? std::fabs(first.par - second.par) < D : first.par + second.par < D;
+    Tangent tangent;
+    if (!apart ||
+        !commonTangent(centreOf(first), first.par, first.dir, centreOf(second), second.par, second.dir, tangent)) {
+        return -1;
+    }
+    // Ends are rounded to the length step. On a very short line or a very small arc that would turn the tangent, and
+    // the exact ends stand.
+    for (const bool round : {true, false}) {
+        const Vec from = round ? roundedPoint(tangent.foot1) : tangent.foot1;
+        const Vec to = round ? roundedPoint(tangent.foot2) : tangent.foot2;
+        std::array chain = {first, straightBetween(from, to), second};
+        setEnd(chain[0], from);
+        setStart(chain[2], to);
+        renewArc(chain[0]);
+        renewArc(chain[2]);
+        for (Calelm& e : chain) {
+            e = otherPlane(e);
+        }
+        if (signed16(ali_makS(&chain[1])) == 0 && isTangentChain(chain, r1, r2)) {
+            r1 = chain[0];
+            s = chain[1];
+            r2 = chain[2];
+            return 0;
+        }
+    }
+    return -1;
+}
+
+// Chain R1, S, A, R2 between two arcs of the calculation plane; false where the arcs leave no room.
+bool easeSecond(const Calelm& r1, const Calelm& r2, double A, std::array<Calelm, 4>& chain) {
+    if (!clothoidFits(A, r2.par)) {
+        return false;
+    }
+    const ClothoidEnd values = clothoidEnd(A, r2.par);
+    Tangent tangent;
+    if (!commonTangent(centreOf(r1), r1.par, r1.dir, centreOf(r2), r2.par + values.dR, r2.dir, tangent)) {
+        return false;
+    }
+    const Vec flat = tangent.foot2 - values.Xm * tangent.t;
+    // The flat end must lie ahead of the contact on the first arc.
+    if (plane::dot(flat - tangent.foot1, tangent.t) < 0.0) {
+        return false;
+    }
+    chain = {r1, straightBetween(tangent.foot1, flat), clothoidFromLine(flat, tangent.t, r2.dir, A, r2.par, values),
+             r2};
+    setEnd(chain[0], tangent.foot1);
+    setStart(chain[3], endOf(chain[2]));
+    return true;
+}
+
+int easedStraightBetweenArcs(int side, Calelm& r1, Calelm& r2, Calelm& s, Calelm& a) {
+    if (!isGivenArc(r1) || !isGivenArc(r2)) {
+        return -1;
+    }
+    std::array<Calelm, 4> chain;
+    if (side == 1) {
+        if (!easeSecond(otherPlane(r1), otherPlane(r2), a.par, chain) || completeChain(chain, r1, r2) != 0) {
+            return -1;
+        }
+        r1 = chain[0];
+        s = chain[1];
+        a = chain[2];
+        r2 = chain[3];
+        return 0;
+    }
+    // Both arcs are travelled backwards and keep their places, so that the finished chain runs R2, A, S, R1.
+    std::array<Calelm, 4> back;
+    if (!easeSecond(reversed(otherPlane(r1)), reversed(otherPlane(r2)), a.par, back)) {
+        return -1;
+    }
+    chain = {reversed(back[3]), reversed(back[2]), reversed(back[1]), reversed(back[0])};
+    if (completeChain(chain, r2, r1) != 0) {
+        return -1;
+    }
+    r2 = chain[0];
+    a = chain[1];
+    s = chain[2];
+    r1 = chain[3];
+    return 0;
+}
+
+int bothEndsEased(Calelm& r1, Calelm& r2, Calelm& a1, Calelm& s, Calelm& a2) {
+    if (!isGivenArc(r1) || !isGivenArc(r2) || !clothoidFits(a1.par, r1.par) || !clothoidFits(a2.par, r2.par)) {
+        return -1;
+    }
+    const Calelm first = otherPlane(r1);
+    const Calelm second = otherPlane(r2);
+    const ClothoidEnd values1 = clothoidEnd(a1.par, r1.par);
+    const ClothoidEnd values2 = clothoidEnd(a2.par, r2.par);
+    Tangent tangent;
+    if (!commonTangent(centreOf(first), first.par + values1.dR, first.dir, centreOf(second), second.par + values2.dR,
+                       second.dir, tangent)) {
+        return -1;
+    }
+    const Vec flat1 = tangent.foot1 + values1.Xm * tangent.t;
+    const Vec flat2 = tangent.foot2 - values2.Xm * tangent.t;
+    if (plane::dot(flat2 - flat1, tangent.t) < 0.0) {
+        return -1;
+    }
+    std::array chain = {first, clothoidIntoLine(flat1, tangent.t, first.dir, a1.par, first.par, values1),
+                        straightBetween(flat1, flat2),
+                        clothoidFromLine(flat2, tangent.t, second.dir, a2.par, second.par, values2), second};
+    setEnd(chain[0], startOf(chain[1]));
+    setStart(chain[4], endOf(chain[3]));
+    if (completeChain(chain, r1, r2) != 0) {
+        return -1;
+    }
+    r1 = chain[0];
+    a1 = chain[1];
+    s = chain[2];
+    a2 = chain[3];
+    r2 = chain[4];
+    return 0;
+}
+
+} // namespace
+
+} // namespace fenmark::alignment
+
+extern "C" {
+
+int ali_SmakRR(Calelm* r1, Calelm* r2, Calelm* s) {
+    return fenmark::alignment::straightBetweenArcs(*r1, *r2, *s);
+}
+
+int ali_SAmakRR(int side, Calelm* r1, Calelm* r2, Calelm* s, Calelm* a) {
+    return fenmark::alignment::easedStraightBetweenArcs(fenmark::alignment::signed16(side), *r1, *r2, *s, *a);
+}
+
+int ali_ASAmakRR(Calelm* r1, Calelm* r2, Calelm* a1, Calelm* s, Calelm* a2) {
+    return fenmark::alignment::bothEndsEased(*r1, *r2, *a1, *s, *a2);
+}
+
+} // extern "C"

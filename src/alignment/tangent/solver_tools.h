@@ -1,0 +1,109 @@
+/**
+ * What the tangent solvers share: records in and out of the calculation plane, clothoids laid from their flat end, and
+ * the candidate centres that two loci give. All values are in the calculation plane unless said otherwise.
+ */
+#ifndef FENMARK_ALIGNMENT_TANGENT_SOLVER_TOOLS_H
+#define FENMARK_ALIGNMENT_TANGENT_SOLVER_TOOLS_H
+
+#include "fenmark/alignment/record.h"
+
+#include "alignment/primitives/plane.h"
+#include "alignment/primitives/tools.h"
+
+#include <array>
+#include <cstddef>
+
+namespace fenmark::alignment {
+
+using plane::Vec;
+
+inline Vec startOf(const Calelm& e) {
+    return {e.sx, e.sy};
+}
+inline Vec endOf(const Calelm& e) {
+    return {e.ex, e.ey};
+}
+inline Vec centreOf(const Calelm& arc) {
+    return {arc.k1, arc.k2};
+}
+
+inline void setStart(Calelm& e, Vec p) {
+    e.sx = p.x;
+    e.sy = p.y;
+}
+
+inline void setEnd(Calelm& e, Vec p) {
+    e.ex = p.x;
+    e.ey = p.y;
+}
+
+/** A record that can serve as a given straight: its type, finite and longer than 1e-7 m. Either plane. */
+bool isGivenStraight(const Calelm& e);
+
+/** A record that can serve as a given arc: its type, a positive radius, a sense of +1 or -1, finite. Either plane. */
+bool isGivenArc(const Calelm& e);
+
+/** A record in the other plane. */
+Calelm otherPlane(const Calelm& e);
+
+/** The same element travelled the other way: ends, radii and tangents exchanged, dir negated, k fields kept. */
+Calelm reversed(const Calelm& e);
+
+/** Unit direction of a straight; the straight is longer than 1e-7 m. */
+Vec directionOf(const Calelm& straight);
+
+/** A straight, an arc and a clothoid to be completed, from their ends. */
+Calelm straightBetween(Vec from, Vec to);
+Calelm arcBetween(Vec from, Vec to, double radius, double dir);
+
+/** A point rounded to the length step, 1e-5 m. */
+Vec roundedPoint(Vec p);
+
+/** Renews tangents, sweep and length of an arc from its ends, centre and radius; the centre stays. */
+void renewArc(Calelm& arc);
+
+/** Values of the standard clothoid of a parameter at a radius: end point, tau, shift dR and centre abscissa Xm. */
+struct ClothoidEnd {
+    double X = 0.0;
+    double Y = 0.0;
+    double tau = 0.0;
+    double dR = 0.0;
+    double Xm = 0.0;
+};
+
+ClothoidEnd clothoidEnd(double parameter, double radius);
+
+/** Whether a clothoid of this parameter may end at this finite radius: positive, finite, R/A above 0.56. */
+bool clothoidFits(double parameter, double radius);
+
+/** The clothoid that leaves the line through `flat` with direction u and turns to dir, up to the radius. */
+Calelm clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
+
+/** The clothoid that turns to dir from the radius on and runs out into the line through `flat` with direction u. */
+Calelm clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
+
+/** Up to four centres, in the order in which they are tried. */
+struct Candidates {
+    std::array<Vec, 4> points{};
+    std::size_t count = 0;
+
+    void add(Vec p) { points[count++] = p; }
+    const Vec* begin() const { return points.data(); }
+    const Vec* end() const { return points.data() + count; }
+};
+
+/**
+ * Centres at the distance `offset` from a straight and at `distance` from a centre: on the offset to the left of travel
+ * the cut nearer to the straight's start, then the other; then the same on the right.
+ */
+Candidates centresBesideLine(const Calelm& straight, double offset, Vec centre, double distance);
+
+/**
+ * Centres at the distances d1 from c1 and d2 from c2, in the order of circleCross. Where that takes two near points
+ * for one touch, this one comes first and the two exact points follow.
+ */
+Candidates centresBetween(Vec c1, double d1, Vec c2, double d2);
+
+} // namespace fenmark::alignment
+
+#endif

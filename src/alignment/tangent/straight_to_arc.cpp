@@ -1,0 +1,191 @@
+// An arc, or an arc and a clothoid, between a straight and an arc.
+//
+// Symbols: the worker travels S, R2 (made, radius r), R1 (given, radius R). C1 centre of R1, C2 centre of R2; s = +1
+// when R2 turns as R1 and touches it from inside, -1 when it turns the other way and touches from outside. Calculation
+// plane inside, survey plane at the interface. Sources: plane geometry. C2 lies r beside S and |R - s r| from C1, or at
+// the distance that the clothoid demands (see CDOODistForRAR); the foot of C2 on S and the contact on the line of
+// centres are the tangent points.
+#include "fenmark/alignment/tangent.h"
+
+#include "fenmark/alignment/primitives.h"
+
+#include "alignment/tangent/chain_check.h"
+#include "alignment/tangent/solver_tools.h"
+
+#include <utility>
+
+namespace fenmark::alignment {
+
+namespace {
+
+// No candidate at all, told inside only.
+constexpr int no_cut = 99;
+
+// A straight and an arc in the calculation plane in the worker's order of travel: the straight first.
+struct LineAndArc {
+    Calelm line;
+    Calelm arc;
+    bool backwards; // side +1: the caller's chain ends on the straight
+};
+
+LineAndArc travelled(int side, const Calelm& s, const Calelm& r) {
+    LineAndArc given{otherPlane(s), otherPlane(r), side == 1};
+    if (given.backwards) {
+        given.line = reversed(given.line);
+        given.arc = reversed(given.arc);
+    }
+    return given;
+}
+
+// Turns a chain of the worker into the caller's order of travel, completes it and checks it.
+template <std::size_t N>
+int completeTravelled(const LineAndArc& given, std::array<Calelm, N>& chain, const Calelm& s, const Calelm& r) {
+    if (!given.backwards) {
+        return completeChain(chain, s, r);
+    }
+    std::array<Calelm, N> back;
+    for (std::size_t i = 0; i < N; ++i) {
+        back[i] = reversed(chain[N - 1 - i]);
+    }
+    const int status = completeChain(back, r, s);
+    for (std::size_t i = 0; i < N; ++i) {
+        chain[i] = back[N - 1 - i];
+    }
+    return status;
+}
+
+// Foot of a centre on the straight, and the sense of a circle about that centre that leaves the straight there.
+struct Contact {
+    Vec foot;
+    double dir;
+};
+
+Contact contactWithLine(const Calelm& line, Vec centre) {
+    const Vec u = directionOf(line);
+    const Vec toCentre = centre - startOf(line);
+    return {startOf(line) + plane::dot(u, toCentre) * u, plane::cross(u, toCentre) > 0.0 ? 1.0 : -1.0};
+}
+
+bool liesBeyond(Vec p, const Calelm& line) {
+    const double point[2] = {p.x, p.y};
+    const int where = elementPosition(point, line);
+    return where == position::beyond || where == position::none;
+}
+
+// All candidates of one sense; the first tangent chain goes out. Returns 0, 99 for no candidate, -1 for none accepted.
+int arcWorker(double sense, const LineAndArc& given, Calelm& s, Calelm& r1, Calelm& r2) {
+    const double r = r2.par;
+    const double R = given.arc.par;
+    const Vec centre1 = centreOf(given.arc);
+    const Candidates centres = centresBesideLine(given.line, r, centre1, std::fabs(R - sense * r));
+    int status = no_cut;
+    for (const Vec centre2 : centres) {
+        status = -1;
+        const Contact contact = contactWithLine(given.line, centre2);
+        // The new arc turns as the given one for s = +1, and the other way for s = -1.
+        if (liesBeyond(contact.foot, given.line) || contact.dir != sense * given.arc.dir) {
+            continue;
+        }
+        const Vec apart = centre1 - centre2;
+        const double D = plane::norm(apart);
+        if (!(D >= plane::parameter_zero)) {
+            continue;
+        }
+        const double reach = sense > 0.0 && R > r ? -r : r;
+        const Vec touch = centre2 + (reach / D) * apart;
+        const double point[2] = {touch.x, touch.y};
+        const int where = arcPosition(point, given.arc);
+        if (where == position::before || where == position::none) {
+            continue;
+        }
+        std::array chain = {given.line, arcBetween(contact.foot, touch, r, contact.dir), given.arc};
+        setEnd(chain[0], contact.foot);
+        setStart(chain[2], touch);
+        if (completeTravelled(given, chain, s, r1) == 0) {
+            s = chain[0];
+            r2 = chain[1];
+            r1 = chain[2];
+            return 0;
+        }
+    }
+    return status;
+}
+
+int arcBetweenStraightAndArc(int side, Calelm& s, Calelm& r1, Calelm& r2) {
+    if ((side != 1 && side != -1) || !isGivenStraight(s) || !isGivenArc(r1) || !(r2.par > 0.0)) {
+        return -1;
+    }
+    const LineAndArc given = travelled(side, s, r1);
+    if (arcWorker(1.0, given, s, r1, r2) == 0) {
+        return 0;
+    }
+    return arcWorker(-1.0, given, s, r1, r2) == 0 ? 0 : -1;
+}
+
+// One sense of the arc eased towards the given arc: the clothoid demands the distance of the centres.
+int easedArcWorker(double sense, int mode, const LineAndArc& given, Calelm& s, Calelm& r, Calelm& r1, Calelm& a) {
+    Calelm made = arcBetween({}, {}, r1.par, sense * given.arc.dir);
+    Calelm clothoid{};
+    clothoid.type = element::clothoid;
+    clothoid.par = a.par;
+    clothoid.dir = made.par < given.arc.par ? made.dir : given.arc.dir;
+    double demanded = 0.0;
+    if (CDOODistForRAR(&made, &clothoid, mode, &given.arc, &demanded) != 0) {
+        return -1;
+    }
+    const Candidates centres = centresBesideLine(given.line, r1.par, centreOf(given.arc), demanded);
+    int status = no_cut;
+    for (const Vec centre : centres) {
+        status = -1;
+        const Contact contact = contactWithLine(given.line, centre);
+        if (contact.dir != made.dir) {
+            continue;
+        }
+        std::array chain = {given.line, made, clothoid, given.arc};
+        setEnd(chain[0], contact.foot);
+        setStart(chain[1], contact.foot);
+        chain[1].k1 = centre.x;
+        chain[1].k2 = centre.y;
+        if (CDsetAToRAR(mode, &chain[1], &chain[3], &chain[2]) != 0) {
+            continue;
+        }
+        if (completeTravelled(given, chain, s, r) == 0) {
+            s = chain[0];
+            r1 = chain[1];
+            a = chain[2];
+            r = chain[3];
+            return 0;
+        }
+    }
+    return status;
+}
+
+int easedArcBetweenStraightAndArc(int side, int mode, Calelm& s, Calelm& r, Calelm& r1, Calelm& a) {
+    if ((side != 1 && side != -1) || (mode != 0 && mode != -1) || !isGivenStraight(s) || !isGivenArc(r) ||
+        !clothoidFits(a.par, std::fmin(r.par, r1.par))) {
+        return -1;
+    }
+    const LineAndArc given = travelled(side, s, r);
+    if (easedArcWorker(1.0, mode, given, s, r, r1, a) == 0) {
+        return 0;
+    }
+    // A clothoid between two radii joins arcs of one sense only.
+    return mode == 0 && easedArcWorker(-1.0, mode, given, s, r, r1, a) == 0 ? 0 : -1;
+}
+
+} // namespace
+
+} // namespace fenmark::alignment
+
+extern "C" {
+
+int ali_RmakSR(int side, Calelm* s, Calelm* r1, Calelm* r2) {
+    return fenmark::alignment::arcBetweenStraightAndArc(fenmark::alignment::signed16(side), *s, *r1, *r2);
+}
+
+int ali_RAmakSR(int side, int mode, Calelm* s, Calelm* r, Calelm* r1, Calelm* a) {
+    using fenmark::alignment::signed16;
+    return fenmark::alignment::easedArcBetweenStraightAndArc(signed16(side), signed16(mode), *s, *r, *r1, *a);
+}
+
+} // extern "C"

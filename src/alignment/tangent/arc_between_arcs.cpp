@@ -29,9 +29,6 @@ Vec contactOf(const Calelm& given, const Calelm& made, Vec centre3) {
     return centreOf(given) + (reach / plane::norm(apart)) * apart;
 }
 
-return {ali_CAroundNum(p.x), ali_CAroundNum(p.y)};
-}
-
 // Builds and checks the chain for one centre of the new arc.
 bool laidAt(Vec centre3, bool round, const Calelm& first, const Calelm& second, Calelm& r1, Calelm& r2, Calelm& r3) {
     Calelm made = arcBetween({}, {}, r3.par, r3.dir);

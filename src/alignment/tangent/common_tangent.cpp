@@ -55,9 +55,6 @@ bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir
     return true;
 }
 
-return {ali_CAroundNum(p.x), ali_CAroundNum(p.y)};
-}
-
 int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
     if (!isGivenArc(r1) || !isGivenArc(r2)) {
         return -1;

@@ -1,0 +1,80 @@
+// Rows of a recorded drawing.
+#include "host/recording/recording_object_data_writer.h"
+
+#include <algorithm>
+
+namespace fenmark::host {
+
+void RecordingObjectDataWriter::bindProject() {
+    calls_.add(Call::BindProject);
+}
+
+void RecordingObjectDataWriter::definePointTable() {
+    calls_.add(Call::DefinePointTable);
+    define(kPointTable);
+}
+
+void RecordingObjectDataWriter::definePolylineTable() {
+    calls_.add(Call::DefinePolylineTable);
+    define(kPolylineTable);
+}
+
+void RecordingObjectDataWriter::writeCoordinateRow(MdDbObjectId id, std::string_view fileName,
+                                                   const sima::SimaPoint& point) {
+    calls_.add(Call::WriteCoordinateRow);
+    add(kPointTable, id, {point.number, point.name, kCoordinateType, fileName});
+}
+
+void RecordingObjectDataWriter::writeLotRow(MdDbObjectId id, std::string_view fileName, const sima::LotData& lot) {
+    calls_.add(Call::WriteLotRow);
+    add(kPolylineTable, id, {lot.number, lot.name, kLotType, fileName});
+}
+
+void RecordingObjectDataWriter::writeRouteRow(MdDbObjectId id, std::string_view fileName,
+                                              const sima::SimaAlignment& route) {
+    calls_.add(Call::WriteRouteRow);
+    add(kPolylineTable, id, {route.routeNumber, route.routeName, routeTypeLabel(route.routeType), fileName});
+}
+
+void RecordingObjectDataWriter::writeLongitudinalRow(MdDbObjectId id, std::string_view fileName,
+                                                     std::int32_t routeNumber, const sima::VerticalData& vertical) {
+    calls_.add(Call::WriteLongitudinalRow);
+    add(kPointTable, id, {routeNumber, vertical.stationName, kLongitudinalType, fileName});
+}
+
+void RecordingObjectDataWriter::writeResultRow(MdDbObjectId id, std::string_view fileName, std::int32_t routeNumber,
+                                               std::string_view name, bool crossSection) {
+    calls_.add(Call::WriteResultRow);
+    add(kPointTable, id, {routeNumber, name, crossSection ? kCrossSectionType : kLongitudinalType, fileName});
+}
+
+void RecordingObjectDataWriter::define(std::string_view table) {
+    if (std::find(tables_.begin(), tables_.end(), table) == tables_.end())
+        tables_.emplace_back(table);
+}
+
+void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, const ObjectDataRow& row) {
+    // Rows come in long runs of one table, type and file, so the look-up in the pool is made once a run.
+    const bool sameRun = !runs_.empty() && texts_[runs_.back().table] == table &&
+                         texts_[runs_.back().type] == row.type && texts_[runs_.back().fileName] == row.fileName;
+    if (!sameRun) {
+        runStarts_.push_back(ids_.size());
+        runs_.push_back({texts_.intern(table), texts_.intern(row.type), texts_.intern(row.fileName)});
+    }
+    ids_.push_back(id.asUint64());
+    numbers_.push_back(row.no);
+    names_ += row.name;
+    nameEnds_.push_back(names_.size());
+}
+
+RecordedRow RecordingObjectDataWriter::row(std::size_t index) const {
+    const std::uint64_t id = ids_.at(index);
+    const auto behind = std::upper_bound(runStarts_.begin(), runStarts_.end(), index);
+    const Interned& run = runs_[static_cast<std::size_t>(behind - runStarts_.begin()) - 1];
+    const std::size_t begin = index == 0 ? 0 : nameEnds_[index - 1];
+    return {texts_[run.table], MdDbObjectId(id),
+            numbers_[index],   std::string_view(names_).substr(begin, nameEnds_[index] - begin),
+            texts_[run.type],  texts_[run.fileName]};
+}
+
+} // namespace fenmark::host

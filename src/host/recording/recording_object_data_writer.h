@@ -1,0 +1,69 @@
+// The recording double of the object-data tables: rows as (table, identifier, four values), kept column by column.
+#pragma once
+
+#include "host/boundary/object_data_writer.h"
+#include "host/recording/call_log.h"
+#include "host/recording/text_pool.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::host {
+
+struct RecordedRow {
+    std::string_view table;
+    MdDbObjectId id;
+    std::int32_t no = 0;
+    std::string_view name;
+    std::string_view type;
+    std::string_view fileName;
+};
+
+class RecordingObjectDataWriter : public ObjectDataWriter {
+  public:
+    explicit RecordingObjectDataWriter(CallLog& calls) : calls_(calls) {}
+    RecordingObjectDataWriter(const RecordingObjectDataWriter&) = delete;
+    RecordingObjectDataWriter& operator=(const RecordingObjectDataWriter&) = delete;
+
+    void bindProject() override;
+    void definePointTable() override;
+    void definePolylineTable() override;
+    void writeCoordinateRow(MdDbObjectId id, std::string_view fileName, const sima::SimaPoint& point) override;
+    void writeLotRow(MdDbObjectId id, std::string_view fileName, const sima::LotData& lot) override;
+    void writeRouteRow(MdDbObjectId id, std::string_view fileName, const sima::SimaAlignment& route) override;
+    void writeLongitudinalRow(MdDbObjectId id, std::string_view fileName, std::int32_t routeNumber,
+                              const sima::VerticalData& vertical) override;
+    void writeResultRow(MdDbObjectId id, std::string_view fileName, std::int32_t routeNumber, std::string_view name,
+                        bool crossSection) override;
+
+    std::size_t rowCount() const { return ids_.size(); }
+    // The views hold until the next row is written.
+    RecordedRow row(std::size_t index) const;
+    // The tables in the order of their first definition.
+    const std::vector<std::string>& tables() const { return tables_; }
+
+  private:
+    void define(std::string_view table);
+    void add(std::string_view table, MdDbObjectId id, const ObjectDataRow& row);
+
+    CallLog& calls_;
+    std::vector<std::string> tables_;
+    TextPool texts_; // tables, types and file names
+    std::vector<std::uint64_t> ids_;
+    std::vector<std::int32_t> numbers_;
+    std::string names_; // one behind the other; names seldom repeat
+    std::vector<std::size_t> nameEnds_;
+    struct Interned {
+        std::uint32_t table = 0;
+        std::uint32_t type = 0;
+        std::uint32_t fileName = 0;
+    };
+    // Runs of rows that share table, type and file name: the first row of each, and what they share.
+    std::vector<std::size_t> runStarts_;
+    std::vector<Interned> runs_;
+};
+
+} // namespace fenmark::host

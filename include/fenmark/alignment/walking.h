@@ -25,7 +25,7 @@ FENMARK_ALIGNMENT_API int ali_onlS(const Calelm* rec, double s, double point[2],
 
 /**
  * On an arc: point rounded to 1e-5, tangent to 1.389e-6. A negative s is not refused and lies before the start.
- * @return 0; -1 when the radius rounds to 0 or less, or s is beyond the arc. The outputs are then meaningless
+ * @return 0; -1 when the radius rounds to 0 or less, or s is beyond the arc. The outputs are not to be used then
  */
 FENMARK_ALIGNMENT_API int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent);
 

@@ -1,0 +1,158 @@
+// Clothoids from two points, or from a point and a tangent.
+//
+// Symbols: A parameter; Rs, Re radii at the flatter and the sharper end (0 infinite); tau tangent angle, (X, Y) point
+// of the standard clothoid; Z the template, the element on the standard clothoid (origin at infinite radius, tangent
+// along +x, curving towards +y), which runs from its flatter to its sharper end and turns left.
+// Records are in the survey plane; copies named _calc are in the calculation plane.
+// Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968, gives tau, the shift and Xm.
+#include "fenmark/alignment/clothoid.h"
+#include "alignment/calelm/planes.h"
+#include "alignment/clothoid/series.h"
+#include "fenmark/alignment/construction.h"
+#include "fenmark/alignment/primitives.h"
+
+using namespace fenmark::alignment;
+
+namespace {
+
+Calelm templateOf(double A, double Rs, double Re) {
+    const Point start = clothoidPointAtRadius(A, Rs);
+    const Point finish = clothoidPointAtRadius(A, Re);
+    Calelm Z{};
+    Z.type = ALI_CLOTHOID;
+    Z.sx = start.x;
+    Z.sy = start.y;
+    Z.ex = finish.x;
+    Z.ey = finish.y;
+    Z.dir = 1.0;
+    Z.par = A;
+    Z.r1 = Rs;
+    Z.r2 = Re;
+    Z.len = std::fabs(standardStation(A, Re) - standardStation(A, Rs));
+    Z.sang = tauAtRadius(A, Rs);
+    Z.eang = tauAtRadius(A, Re);
+    Z.k1 = Z.eang;
+    Z.k2 = Re * std::cos(Z.eang) + finish.y - Re;
+    Z.k3 = finish.x - Re * std::sin(Z.eang);
+    return Z;
+}
+
+bool sizesAccepted(const Calelm& rec) {
+    return CDchkAR(rec.par, rec.r1) == 0 && CDchkAR(rec.par, rec.r2) == 0;
+}
+
+bool hasLength(const Calelm& rec) {
+    return std::fabs(standardStation(rec.par, rec.r2) - standardStation(rec.par, rec.r1)) >= kSameLength;
+}
+
+// False for sizes so absurd that nothing can be computed from them.
+bool templateFinite(const Calelm& Z) {
+    return std::isfinite(Z.sx) && std::isfinite(Z.sy) && std::isfinite(Z.ex) && std::isfinite(Z.ey) &&
+           std::isfinite(Z.len);
+}
+
+bool endsFinite(const Calelm& rec) {
+    return std::isfinite(rec.sx) && std::isfinite(rec.sy) && std::isfinite(rec.ex) && std::isfinite(rec.ey);
+}
+
+} // namespace
+
+extern "C" {
+
+int ali_makA(Calelm* rec) {
+    // Values to start from; they stay in the record when it is refused.
+    rec->len = rec->k1 = rec->k2 = rec->k3 = 1.0;
+    rec->sang = rec->eang = kPi;
+    if (!sizesAccepted(*rec) || !hasLength(*rec) || !endsFinite(*rec) || std::isnan(rec->dir)) {
+        return -1;
+    }
+    Calelm e_calc;
+    CDchgSpace(rec, &e_calc);
+    const bool reversed = CDreverA(&e_calc, 0) != 0;
+    const bool right = e_calc.dir == -1.0;
+
+    // The template's start is laid on the flatter end, its chord along the chord of the two given points.
+    Calelm q = templateOf(e_calc.par, e_calc.r1, e_calc.r2);
+    if (!templateFinite(q)) {
+        return -1;
+    }
+    const double side = right ? -1.0 : 1.0;
+    const double theta = CDbtwang(q.sx, q.sy, q.ex, q.ey, side * e_calc.sx, e_calc.sy, side * e_calc.ex, e_calc.ey);
+    CDturnA(&q, &q, theta);
+    CDmoveA(&q, &q, side * e_calc.sx - q.sx, e_calc.sy - q.sy);
+    if (right) {
+        CDmirA(&q, &q);
+    }
+    e_calc.len = q.len;
+    e_calc.sang = q.sang;
+    e_calc.eang = q.eang;
+    e_calc.k1 = q.k1;
+    e_calc.k2 = q.k2;
+    e_calc.k3 = q.k3;
+
+    // The sharper end is where A and the radii put it; the given point holds only where it agrees.
+    int status = 0;
+    const double dx = q.ex - e_calc.ex;
+    const double dy = q.ey - e_calc.ey;
+    if (std::sqrt(dx * dx + dy * dy) > kSameLength) {
+        e_calc.ex = q.ex;
+        e_calc.ey = q.ey;
+        status = 2;
+    }
+    if (reversed) {
+        CDreverA(&e_calc, 1);
+    }
+    CDchgSpace(&e_calc, rec);
+    return status;
+}
+
+int ali_makangA(Calelm* rec, int end_given) {
+    const auto end = static_cast<int16_t>(end_given);
+    if ((end != 1 && end != 2) || !sizesAccepted(*rec) || std::isnan(rec->dir)) {
+        return -1;
+    }
+    const bool from_start = end == 1;
+    if (!std::isfinite(from_start ? rec->sx + rec->sy + rec->sang : rec->ex + rec->ey + rec->eang)) {
+        return -1;
+    }
+    if (!hasLength(*rec)) {
+        // Nothing lies between equal lengths: the element is a point with one tangent.
+        (from_start ? rec->ex : rec->sx) = from_start ? rec->sx : rec->ex;
+        (from_start ? rec->ey : rec->sy) = from_start ? rec->sy : rec->ey;
+        (from_start ? rec->eang : rec->sang) = from_start ? rec->sang : rec->eang;
+        rec->len = rec->k1 = rec->k2 = rec->k3 = 0.0;
+        return 0;
+    }
+    Calelm e_calc;
+    CDchgSpace(rec, &e_calc);
+    const bool reversed = CDreverA(&e_calc, 0) != 0;
+    const bool lay_on_start = from_start != reversed;
+
+    Calelm q = templateOf(e_calc.par, e_calc.r1, e_calc.r2);
+    if (!templateFinite(q)) {
+        return -1;
+    }
+    if (e_calc.dir == -1.0) {
+        CDmirA(&q, &q);
+    }
+    if (lay_on_start) {
+        CDmoveA(&q, &q, e_calc.sx - q.sx, e_calc.sy - q.sy);
+        CDturnA(&q, &q, e_calc.sang - q.sang);
+        q.sx = e_calc.sx;
+        q.sy = e_calc.sy;
+    } else {
+        CDmoveA(&q, &q, e_calc.ex - q.ex, e_calc.ey - q.ey);
+        CDturnAe(&q, &q, e_calc.eang - q.eang);
+        q.ex = e_calc.ex;
+        q.ey = e_calc.ey;
+    }
+    q.type = rec->type;
+    q.dir = e_calc.dir;
+    if (reversed) {
+        CDreverA(&q, 1);
+    }
+    CDchgSpace(&q, rec);
+    return 0;
+}
+
+} // extern "C"

@@ -1,0 +1,101 @@
+// Turning of built elements about a point.
+//
+// Symbols: c pivot, theta the turn in the calculation plane. Arguments and records are in the survey plane, values
+// named _calc in the calculation plane. Points are rounded to the length step, y on its calculation-plane value,
+// tangents to the angle step. An angle that collapses to 0 between the planes (below 1e-5) turns the tangents and not
+// the points; that is meant.
+#include "alignment/calelm/planes.h"
+#include "alignment/calelm/rounding.h"
+#include "fenmark/alignment/clothoid.h"
+#include "fenmark/alignment/movement.h"
+
+using namespace fenmark::alignment;
+
+namespace {
+
+struct Turn {
+    double pivot_calc[2];
+    double theta;
+
+    Turn(const double c[2], double angle_survey) : pivot_calc{c[0], -c[1]}, theta(otherPlaneAngle(angle_survey)) {}
+
+    Point turned(double x_survey, double y_survey) const {
+        const double p_calc[2] = {x_survey, -y_survey};
+        double out[2];
+        ali_KRotPnt(out, p_calc, pivot_calc, theta);
+        return {out[0], out[1]};
+    }
+};
+
+// Both ends, rounded, and both tangents. Gives back the unrounded ends.
+void turnEnds(const Calelm& rec, const Turn& turn, double angle_survey, Calelm& out, Point& p_calc, Point& q_calc) {
+    p_calc = turn.turned(rec.sx, rec.sy);
+    q_calc = turn.turned(rec.ex, rec.ey);
+    out.sx = roundLength(p_calc.x);
+    out.sy = roundedSurveyY(p_calc.y);
+    out.ex = roundLength(q_calc.x);
+    out.ey = roundedSurveyY(q_calc.y);
+    out.sang = roundAngle(ali_KAdjAng(rec.sang + angle_survey));
+    out.eang = roundAngle(ali_KAdjAng(rec.eang + angle_survey));
+}
+
+} // namespace
+
+extern "C" {
+
+int ali_tmov(const Calelm* rec, const double c[2], double angle, Calelm* out) {
+    switch (rec->type) {
+    case ALI_STRAIGHT:
+        return ali_tmovS(rec, c, angle, out);
+    case ALI_ARC:
+        return ali_tmovR(rec, c, angle, out);
+    case ALI_CLOTHOID:
+        return ali_tmovA(rec, c, angle, out);
+    default:
+        return -1;
+    }
+}
+
+int ali_tmovS(const Calelm* rec, const double c[2], double angle, Calelm* out) {
+    Calelm moved = *rec;
+    Point p;
+    Point q;
+    turnEnds(*rec, Turn(c, angle), angle, moved, p, q);
+    // The coefficients come from the unrounded points. Ends that are one point have none, and the old ones stay.
+    const double p_calc[2] = {p.x, p.y};
+    const double q_calc[2] = {q.x, q.y};
+    ali_KCalCst(p_calc, q_calc, &moved.k1, &moved.k2, &moved.k3);
+    *out = moved;
+    return 0;
+}
+
+int ali_tmovR(const Calelm* rec, const double c[2], double angle, Calelm* out) {
+    Calelm moved = *rec;
+    const Turn turn(c, angle);
+    Point p;
+    Point q;
+    turnEnds(*rec, turn, angle, moved, p, q);
+    const Point centre_calc = turn.turned(rec->k1, rec->k2);
+    moved.k1 = roundLength(centre_calc.x);
+    moved.k2 = roundedSurveyY(centre_calc.y);
+    *out = moved;
+    return 0;
+}
+
+int ali_tmovA(const Calelm* rec, const double c[2], double angle, Calelm* out) {
+    Calelm moved = *rec;
+    Point p;
+    Point q;
+    turnEnds(*rec, Turn(c, angle), angle, moved, p, q);
+    *out = moved;
+    return 0;
+}
+
+int many_ali_tmov(int n, Calelm* recs, const double c[2], double angle) {
+    for (int i = 0; i < n; ++i) {
+        ali_tmov(&recs[i], c, angle, &recs[i]);
+    }
+    return 1;
+}
+
+} // extern "C"

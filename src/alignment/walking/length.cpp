@@ -1,0 +1,69 @@
+// Lengths of elements from their end points, radii and parameters. Records are in the survey plane.
+#include "alignment/calelm/planes.h"
+#include "alignment/calelm/rounding.h"
+#include "fenmark/alignment/clothoid.h"
+#include "fenmark/alignment/conventions.h"
+#include "fenmark/alignment/walking.h"
+
+using namespace fenmark::alignment;
+
+extern "C" {
+
+int ali_getl(const Calelm* rec, double* length) {
+    switch (rec->type) {
+    case ALI_STRAIGHT:
+        return ali_getlS(rec, length);
+    case ALI_ARC: {
+        const int status = ali_getlR(rec, length);
+        if (status == 1) {
+            *length = 0.0; // a whole circle is told by the status alone
+        }
+        return status;
+    }
+    case ALI_CLOTHOID:
+        return ali_getlA(rec, length);
+    default:
+        return -1;
+    }
+}
+
+int ali_getlS(const Calelm* rec, double* length) {
+    const double p[2] = {rec->sx, rec->sy};
+    const double q[2] = {rec->ex, rec->ey};
+    if (ali_CSamePoint(p, q) == 0) {
+        *length = 0.0;
+        return -1;
+    }
+    *length = roundLength(ali_CDist2P(p, q));
+    return 0;
+}
+
+int ali_getlR(const Calelm* rec, double* length) {
+    if (samePoint(rec->ex - rec->sx, rec->ey - rec->sy)) {
+        *length = kTwoPi * rec->par;
+        return 1;
+    }
+    if (rec->par == 0.0 || (rec->dir != 1.0 && rec->dir != -1.0)) {
+        return -1;
+    }
+    const double p_calc[2] = {rec->sx, -rec->sy};
+    const double q_calc[2] = {rec->ex, -rec->ey};
+    double sang_calc = 0.0;
+    double eang_calc = 0.0;
+    double sweep = 0.0;
+    double unrounded = 0.0;
+    ali_KEnAng(p_calc, q_calc, rec->dir, rec->par, rec->k1, -rec->k2, &sang_calc, &eang_calc, &sweep, &unrounded);
+    *length = roundLength(unrounded);
+    return 0;
+}
+
+int ali_getlA(const Calelm* rec, double* length) {
+    *length = std::fabs(standardStation(rec->par, rec->r2) - standardStation(rec->par, rec->r1));
+    return 0;
+}
+
+double ali_getlPP(const double p[2], const double q[2]) {
+    return ali_CSamePoint(p, q) == 0 ? -1.0 : roundLength(ali_CDist2P(p, q));
+}
+
+} // extern "C"

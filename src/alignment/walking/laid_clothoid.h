@@ -61,6 +61,8 @@ class LaidClothoid {
             cosine_ = dot / length;
             sine_ = cross / length;
         }
+        valid_ = std::isfinite(start_.x + start_.y + finish.x + finish.y) &&
+                 std::isfinite(standard_end_.x + standard_end_.y) && std::isfinite(cosine_ + sine_);
     }
 
     bool valid() const { return valid_; }
@@ -82,6 +84,12 @@ class LaidClothoid {
         const double dy = local.y - standard_start_.y;
         const double x = start_.x + dx * cosine_ - dy * sine_;
         return {mirrored_ ? -x : x, start_.y + dx * sine_ + dy * cosine_};
+    }
+
+    // A direction of the frame of the standard clothoid in the calculation plane.
+    Point directionToCalc(Point u) const {
+        const double x = u.x * cosine_ - u.y * sine_;
+        return {mirrored_ ? -x : x, u.x * sine_ + u.y * cosine_};
     }
 
     // A point of the calculation plane in the frame of the standard clothoid.

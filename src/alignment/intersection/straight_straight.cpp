@@ -1,0 +1,77 @@
+// Crossing of two lines through straights.
+//
+// Symbols: (x0, y0) starts, (dx, dy) spans of lines a and b, det = dya dxb - dyb dxa. All in the calculation plane,
+// relative to the start of line a; the records' k fields are coefficients of form M.
+#include "alignment/calelm/planes.h"
+#include "alignment/calelm/rounding.h"
+#include "fenmark/alignment/intersection.h"
+
+using namespace fenmark::alignment;
+
+namespace {
+
+// Places of start, crossing and end of an element along its larger coordinate, from 1: of each pair the larger gets one
+// more, and at a tie the later. The rule decides what a crossing exactly on an end counts as.
+struct Places {
+    int start = 1;
+    int crossing = 1;
+
+    Places(double at_start, double at_crossing, double at_end) {
+        (at_start > at_crossing ? start : crossing)++;
+        if (at_start > at_end) {
+            ++start;
+        }
+        if (at_crossing > at_end) {
+            ++crossing;
+        }
+    }
+
+    bool between() const { return crossing == 2; }
+    bool behindStart() const { return start == 2; }
+};
+
+Places placesOn(Point start, double dx, double dy, Point crossing) {
+    return std::fabs(dx) < kSameLength ? Places(start.y, crossing.y, start.y + dy)
+                                       : Places(start.x, crossing.x, start.x + dx);
+}
+
+double stationOf(Point start, Point crossing, const Places& places) {
+    const double x = crossing.x - start.x;
+    const double y = crossing.y - start.y;
+    const double distance = std::sqrt(x * x + y * y);
+    return roundLength(places.behindStart() ? -distance : distance);
+}
+
+} // namespace
+
+extern "C" int ali_intpSS(const Calelm* e1, const Calelm* e2, double p1[2], double* a, double* b) {
+    const double dxa = e1->ex - e1->sx;
+    const double dya = -e1->ey + e1->sy;
+    const double dxb = e2->ex - e2->sx;
+    const double dyb = -e2->ey + e2->sy;
+    if (!std::isfinite(dxa + dya + dxb + dyb) || samePoint(dxa, dya) || samePoint(dxb, dyb)) {
+        return -3;
+    }
+    const double det = dya * dxb - dyb * dxa;
+    if (std::fabs(det) < kSameLength) {
+        // Parallel: the same line when it has the same y at x = 1, or the same x for lines along y.
+        const double difference = std::fabs(e1->k2) >= kSameLength
+                                      ? (e1->k3 - e1->k1) / e1->k2 - (e2->k3 - e2->k1) / e2->k2
+                                      : e1->k3 / e1->k1 - e2->k3 / e2->k1;
+        return std::fabs(difference) < kSameLength ? -1 : -2;
+    }
+    const Point start_a{0.0, 0.0};
+    const Point start_b{e2->sx - e1->sx, -e2->sy + e1->sy};
+    const Point crossing{(-start_b.x * dyb * dxa + start_b.y * dxa * dxb) / det,
+                         (-start_b.y * dya * dxb + start_b.x * dya * dyb) / -det};
+    if (!std::isfinite(crossing.x) || !std::isfinite(crossing.y)) {
+        return -3;
+    }
+    const Places on_a = placesOn(start_a, dxa, dya, crossing);
+    const Places on_b = placesOn(start_b, dxb, dyb, crossing);
+    *a = stationOf(start_a, crossing, on_a);
+    *b = stationOf(start_b, crossing, on_b);
+    p1[0] = roundLength(crossing.x + e1->sx);
+    p1[1] = roundedSurveyY(crossing.y - e1->sy);
+    return (on_b.between() ? 0 : 1) + (on_a.between() ? 0 : 2);
+}

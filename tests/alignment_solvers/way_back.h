@@ -1,0 +1,145 @@
+// The way back: a chain is laid exactly, its outer elements are handed over with the sizes of the rest, and the solver
+// must return a tangent chain, in nearly all cases that very chain.
+#pragma once
+
+#include "support/exact_chain.h"
+
+#include <fenmark/alignment.h>
+
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fenmark::way_back {
+
+using exact::Pose;
+using exact::Random;
+using exact::Shape;
+
+inline constexpr int case_count = 1000;
+// A chain found again: ends agree to a millimetre where the geometry is well conditioned. Nearly parallel lines and
+// nearly concentric arcs carry the last digits of the series further along the elements.
+inline constexpr double same_place = 1e-3;
+inline constexpr double same_tangent = 1e-4;
+
+/// One exact chain and what is handed over in place of its first and last element.
+struct Case {
+    std::vector<Calelm> chain;
+    Calelm first;
+    Calelm last;
+};
+
+/// What the solver made of a case: its status, and the whole chain in the order of travel.
+struct Answer {
+    int status = 0;
+    std::vector<Calelm> chain;
+};
+
+inline int status16(int status) {
+    return static_cast<std::int16_t>(status);
+}
+
+/// As a caller has a record: built by the library from its ends.
+inline Calelm built(Calelm e) {
+    EXPECT_EQ(0, status16(ali_mak(&e, 0))) << exact::describe(e);
+    return e;
+}
+
+/// What a solver is to make: type and size alone.
+inline Calelm to_make(const Calelm& e) {
+    Calelm out{};
+    out.type = e.type;
+    out.par = e.par;
+    return out;
+}
+
+inline bool in_place(const Calelm& a, const Calelm& b) {
+    return static_cast<bool>(exact::same_element(a, b, same_place, same_tangent));
+}
+
+inline bool given_ends_kept(const Case& given, const std::vector<Calelm>& chain) {
+    const Calelm& first = chain.front();
+    const Calelm& last = chain.back();
+    return exact::distance(first.sx, first.sy, given.first.sx, given.first.sy) <= exact::joint_tolerance &&
+           std::abs(exact::angle_difference(first.sang, given.first.sang)) <= exact::tangent_tolerance &&
+           exact::distance(last.ex, last.ey, given.last.ex, given.last.ey) <= exact::joint_tolerance &&
+           std::abs(exact::angle_difference(last.eang, given.last.eang)) <= exact::tangent_tolerance;
+}
+
+/// Runs a thousand seeded cases. `make` lays a case, or nothing where the random sizes leave no chain; `solve` hands it
+/// to the solver. Every success must be a tangent chain of the given sizes with the given far ends; at least
+/// `least_expected` of the thousand must be the chain that was laid, and no case may fail.
+template <typename Make, typename Solve>
+void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, int least_expected = case_count) {
+    SCOPED_TRACE(name + ", seed " + std::to_string(seed));
+    Random random(seed);
+    int cases = 0;
+    int expected = 0;
+    int refused = 0;
+    int broken = 0;
+    for (int attempt = 0; cases < case_count && attempt < 100 * case_count; ++attempt) {
+        const std::optional<Case> given = make(random);
+        if (!given) {
+            continue;
+        }
+        ++cases;
+        const Answer answer = solve(*given);
+        if (status16(answer.status) != 0) {
+            if (++refused <= 2) {
+                std::string text;
+                for (const Calelm& e : given->chain) {
+                    text += "\n  " + exact::describe(e);
+                }
+                ADD_FAILURE() << "case " << cases << " refused: " << text;
+            }
+            continue;
+        }
+        bool right = true;
+        if (auto tangent = exact::tangent_chain(answer.chain); !tangent) {
+            right = false;
+            if (++broken <= 2) {
+                ADD_FAILURE() << "case " << cases << ": " << tangent.message();
+            }
+        }
+        if (!given_ends_kept(*given, answer.chain)) {
+            right = false;
+            if (++broken <= 2) {
+                ADD_FAILURE() << "case " << cases << ": a given far end moved\n  " << exact::describe(given->first)
+                              << "\n  " << exact::describe(answer.chain.front()) << "\n  "
+                              << exact::describe(given->last) << "\n  " << exact::describe(answer.chain.back());
+            }
+        }
+        for (std::size_t i = 0; i < given->chain.size(); ++i) {
+            if (answer.chain[i].type != given->chain[i].type ||
+                (answer.chain[i].type != exact::straight_type && answer.chain[i].par != given->chain[i].par)) {
+                right = false;
+                if (++broken <= 2) {
+                    ADD_FAILURE() << "case " << cases << ": another size\n  " << exact::describe(answer.chain[i]);
+                }
+            }
+        }
+        bool same = right;
+        for (std::size_t i = 0; same && i < given->chain.size(); ++i) {
+            same = in_place(given->chain[i], answer.chain[i]);
+        }
+        expected += same ? 1 : 0;
+    }
+    std::cout << name << ", seed " << seed << ": " << cases << " cases, " << expected << " as laid, "
+              << cases - expected - refused - broken << " another valid chain, " << refused << " refused, " << broken
+              << " broken\n";
+    EXPECT_EQ(case_count, cases) << "the generator leaves too few chains";
+    EXPECT_EQ(0, refused);
+    EXPECT_EQ(0, broken);
+    EXPECT_GE(expected, least_expected);
+}
+
+/// A chain that is laid and then closed in on itself is of no use: every arc stays well below half a circle.
+inline constexpr double most_sweep = 3.0;
+
+/// A given straight, longer by `more` at the far or the near end; a given arc likewise. Built by the library.
+inline Calelm handed(const Calelm& e, double before, double after) {
+    return built(exact::extended(e, before, after));
+}
+
+} // namespace fenmark::way_back

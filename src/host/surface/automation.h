@@ -13,6 +13,9 @@
 #include <utility>
 #include <vector>
 
+// The module meets these symbols at run time in the host that loads it.
+#pragma GCC visibility push(default)
+
 namespace mirdane {
 
 using AutomationStatus = std::int32_t;
@@ -203,3 +206,5 @@ AutomationObject* MirdanGetIDispatch(bool addReference);
 void showMessageBox(std::string_view text, std::string_view caption);
 
 } // namespace mirdane
+
+#pragma GCC visibility pop

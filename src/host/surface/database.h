@@ -11,6 +11,9 @@
 #include <string_view>
 #include <vector>
 
+// The module meets these symbols at run time in the host that loads it.
+#pragma GCC visibility push(default)
+
 namespace mirdane {
 
 using fenmark::host::MdDbObjectId;
@@ -210,3 +213,5 @@ MdApDocManager* mdDocManagerPtr();
 void* mdsw_mirdanMainWnd();
 
 } // namespace mirdane
+
+#pragma GCC visibility pop

@@ -11,6 +11,9 @@
 #include <variant>
 #include <vector>
 
+// The module meets these symbols at run time in the host that loads it.
+#pragma GCC visibility push(default)
+
 namespace mirdane {
 
 struct MdMap {
@@ -103,3 +106,5 @@ class MdMapSession {
 MdMapSession* MdMapGetSession();
 
 } // namespace mirdane
+
+#pragma GCC visibility pop

@@ -1,0 +1,89 @@
+// Points and polylines of the model space.
+#include "host/adapter/mirdane_drawing_writer.h"
+#include "host/adapter/opened.h"
+#include "host/adapter/working_database.h"
+
+namespace fenmark::host {
+
+namespace {
+
+using mirdane::MdDb2dPolyline;
+using mirdane::MdDbBlockTable;
+using mirdane::MdDbBlockTableRecord;
+using mirdane::MdDbEntity;
+using mirdane::MdDbPoint;
+using mirdane::MdDbPolyline;
+using mirdane::OpenMode;
+
+constexpr const char* kModelSpace = "*Model_Space";
+
+// Appends the entity and closes it. Null if any step failed; nothing else tells.
+MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
+    Opened<MdDbEntity> entity(newEntity); // closed last, after the record
+    Opened<MdDbBlockTableRecord> record;
+    if (mirdane::MdDbDatabase* const database = workingDatabase()) {
+        Opened<MdDbBlockTable> table;
+        database->getSymbolTable(table.receive(), OpenMode::Read);
+        MdDbObjectId recordId;
+        if (table && table->getIdAt(kModelSpace, recordId, false) == 0)
+            mirdane::mddbOpenObject(record.receive(), recordId, OpenMode::Write, false);
+    }
+    MdDbObjectId id;
+    if (record && entity)
+        record->appendMdDbEntity(id, entity.get());
+    return id;
+}
+
+} // namespace
+
+MdDbObjectId MirdaneDrawingWriter::appendPoint(const MdGePoint3d& point, std::string_view layerName) {
+    MdDbPoint* const entity = newOnHostHeap<MdDbPoint>(point);
+    if (entity != nullptr)
+        entity->setLayerOfEntity(layerName, true, false); // before the append
+    return appendToModelSpace(entity);
+}
+
+MdDbObjectId MirdaneDrawingWriter::appendPointXyz(double x, double y, double z, std::string_view layerName) {
+    return appendPoint({x, y, z}, layerName);
+}
+
+MdDbObjectId MirdaneDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& vertices) {
+    constexpr double elevation = 0.0; // the vertices keep their own heights
+    constexpr bool closed = false;
+    constexpr double width = 0.0;
+    constexpr const std::vector<double>* noBulges = nullptr;
+    constexpr const std::vector<MdDbObjectId>* noVertexIds = nullptr;
+    MdDb2dPolyline* const entity = newOnHostHeap<MdDb2dPolyline>(mirdane::Poly2dType::Simple, vertices, elevation,
+                                                                 closed, width, width, noBulges, noVertexIds);
+    const MdDbObjectId id = appendToModelSpace(entity);
+    vertices.clear();
+    return id;
+}
+
+void MirdaneDrawingWriter::convertToLightweight(MdDbObjectId id) {
+    Opened<MdDbPolyline> polyline(newOnHostHeap<MdDbPolyline>());
+    Opened<MdDbEntity> entity;
+    mirdane::mddbOpenObject(entity.receive(), id, OpenMode::Write, false);
+    if (polyline && entity)
+        polyline->convertFromEntity(entity.receive(), true);
+    // The host has closed what it converted; what it left is closed here, and the new polyline last.
+}
+
+void MirdaneDrawingWriter::setPolylineLayer(MdDbObjectId id, std::string_view layerName) {
+    Opened<MdDbEntity> entity;
+    mirdane::mddbOpenObject(entity.receive(), id, OpenMode::Write, false);
+    if (entity)
+        entity->setLayerOfEntity(layerName, true, false);
+}
+
+bool MirdaneDrawingWriter::setLotPolyline(MdDbObjectId id, std::string_view layerName, bool closed) {
+    Opened<MdDbPolyline> polyline;
+    mirdane::mddbOpenObject(polyline.receive(), id, OpenMode::Write, false);
+    if (!polyline)
+        return false;
+    polyline->setLayerOfEntity(layerName, true, false);
+    polyline->setClosedFlag(closed);
+    return true;
+}
+
+} // namespace fenmark::host

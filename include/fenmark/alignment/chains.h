@@ -48,8 +48,8 @@ FENMARK_ALIGNMENT_API int alimake_rfArf(Calelm chain[3], const double* dl);
  * @param side  1: straight, clothoid, arc; any other value: arc, clothoid, straight
  * @return 0 both were cut where they lie; -3 the straight's direction had to change: it is laid from the clothoid on
  *         with its own length; -2 the same for the arc (told rather than -3 when both were); -1 the straight or the
- *         arc cannot be built. With -1 the records are unchanged, except that a straight that was fitted stays so.
- *         With -2 the arc is unchanged when it cannot be laid from the clothoid either
+ *         arc cannot be built. With -1 the records are unchanged. With -3 the straight, with -2 the arc, is
+ *         unchanged when it cannot be laid from the clothoid either
  */
 FENMARK_ALIGNMENT_API int alimake_rfAsf(Calelm chain[3], double dl, int side);
 

@@ -94,7 +94,7 @@ FENMARK_ALIGNMENT_API int ali_makAOR_P(const double p[2], int mode, Calelm* r1, 
  * The worker of ali_makAOR_P: all values in the calculation plane, the chain runs r1, a, r2. Writes the ends of the
  * records, radii and dir of a, and the centre of r2; tangents and lengths stay. a->dir counts, see CDOODistForRAR.
  *
- * @return 0 (also when a construction status was positive); -1 when there is no such place: the records are then as
+ * @return 0; -1 when there is no such place or no tangent chain: the records are then as
  *         before
  */
 FENMARK_ALIGNMENT_API int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2);

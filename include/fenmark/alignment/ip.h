@@ -42,7 +42,7 @@ typedef struct AliIpCurve {
 } AliIpCurve;
 
 /**
- * A plain arc of radius size1. On success par, r1 and r2 are all R. Legs in line give an empty arc at the IP.
+ * A plain arc of radius size1. Legs in line give an empty arc at the IP.
  * @return 0; -1 also for a radius that is not positive, or legs that turn back
  */
 FENMARK_ALIGNMENT_API int ali_IPsetR(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* r);

@@ -1,0 +1,21 @@
+/** The fit of an end element of a chain to its clothoid. Records are in the survey plane. */
+#ifndef FENMARK_ALIGNMENT_CHAINS_REFIT_H
+#define FENMARK_ALIGNMENT_CHAINS_REFIT_H
+
+#include "alignment/compound/laying.h"
+
+namespace fenmark::alignment::laying {
+
+enum class Refit {
+    cut,        ///< the outer end and its tangent stay, the joint is the clothoid's end
+    laid,       ///< laid from the clothoid on with its own length
+    refused,    ///< the cut element would change its tangents, and it cannot be laid: unchanged
+    impossible, ///< no such element between the outer end and the clothoid: unchanged
+};
+
+/** Fits a straight or an arc that comes before the clothoid (elementFirst) or after it. */
+Refit refitEnd(Calelm& element, const Calelm& clothoid, bool elementFirst);
+
+} // namespace fenmark::alignment::laying
+
+#endif

@@ -1,0 +1,206 @@
+// Tools that the compound, chain, IP and point builders share.
+//
+// Symbols and planes as in laying.h: Vec values are in the calculation plane, records in the survey plane.
+// A clothoid is laid by its two end points from the series, so that its direction is as exact as its points are; the
+// tangents that a record carries fall to 0 within 1e-5 of it and would turn a long element too far.
+// Sources: the shift relations of the clothoid (Kasper, Schuerba, Lorenz, 1968) and plane geometry of circles.
+#include "alignment/compound/laying.h"
+
+#include "fenmark/alignment/clothoid.h"
+#include "fenmark/alignment/construction.h"
+#include "fenmark/alignment/primitives.h"
+
+#include "alignment/calelm/planes.h"
+#include "alignment/calelm/rounding.h"
+#include "alignment/primitives/tools.h"
+
+#include <algorithm>
+
+namespace fenmark::alignment::laying {
+
+namespace {
+
+// A point this near to where an arc begins leaves nothing of the arc, metres.
+constexpr double no_arc = kSameLength;
+// What a half circle may be exceeded by through the last bits of its ends, radians.
+constexpr double half_circle_slack = 1e-9;
+// A kept tangent that moved by more than this, beyond what rounded ends explain, belongs to an arc that flipped.
+constexpr double kept_tangent_tolerance = tangent_tolerance;
+// How far an end laid from the kept tangent may lie from where it should, metres: the rounding of one point.
+constexpr double laid_end_tolerance = joint_tolerance;
+// Two circles that miss one another by no more than this touch, metres.
+constexpr double touch_tolerance = 1e-6;
+
+} // namespace
+
+Offset offsetOf(double parameter, double radius) {
+    Offset offset;
+    AelmAtri(parameter, radius, &offset.tau, &offset.shift, &offset.xm);
+    offset.rho = radius + offset.shift;
+    return offset;
+}
+
+Vec rounded(Vec p) {
+    return {roundLength(p.x), roundLength(p.y)};
+}
+
+int layClothoid(Vec origin, Vec axis, double turn, double parameter, double flat, double sharp, bool sharpFirst,
+                Calelm& clothoid) {
+    Vec flatLocal;
+    Vec sharpLocal;
+    CDRcalxy(parameter, flat, &flatLocal.x, &flatLocal.y);
+    CDRcalxy(parameter, sharp, &sharpLocal.x, &sharpLocal.y);
+    const auto laid = [&](Vec local) { return origin + local.x * axis + (turn * local.y) * leftOf(axis); };
+    const Vec flatEnd = laid(flatLocal);
+    const Vec sharpEnd = laid(sharpLocal);
+    if (!finite(flatEnd) || !finite(sharpEnd)) {
+        return -1;
+    }
+    Calelm made{};
+    made.type = element::clothoid;
+    made.par = parameter;
+    made.dir = sharpFirst ? -turn : turn;
+    made.r1 = sharpFirst ? sharp : flat;
+    made.r2 = sharpFirst ? flat : sharp;
+    setStart(made, sharpFirst ? sharpEnd : flatEnd);
+    setEnd(made, sharpFirst ? flatEnd : sharpEnd);
+    const int status = signed16(ali_makA(&made));
+    if (status < 0) {
+        return status;
+    }
+    clothoid = made;
+    // A moved sharp end (2) cannot happen beyond the last bits: both points come from the series that it is moved to.
+    return 0;
+}
+
+bool eggTangent(Vec centre1, double radius1, Vec centre2, double radius2, double dir, double parameter,
+                EggTangent& tangent) {
+    const Offset at1 = offsetOf(parameter, radius1);
+    const Offset at2 = offsetOf(parameter, radius2);
+    const Vec between = centre2 - centre1;
+    const double D = plane::norm(between);
+    // Across the tangent the centres stand apart by the difference of their offset radii.
+    const double sine = dir * (at2.rho - at1.rho) / D;
+    if (!(std::fabs(sine) <= 1.0)) {
+        return false;
+    }
+    tangent.direction = (1.0 / D) * plane::turned(between, std::sqrt((1.0 - sine) * (1.0 + sine)), -sine);
+    // The local x axis runs from the larger radius to the smaller one, which is back along the travel when the curve
+    // flattens.
+    const bool sharpens = radius1 > radius2;
+    const Offset& flat = sharpens ? at1 : at2;
+    const Vec flatCentre = sharpens ? centre1 : centre2;
+    const Vec foot = flatCentre - (dir * flat.rho) * leftOf(tangent.direction);
+    tangent.origin = foot - ((sharpens ? 1.0 : -1.0) * flat.xm) * tangent.direction;
+    return finite(tangent.origin);
+}
+
+int layEgg(const EggTangent& tangent, double radius1, double radius2, double dir, double parameter, Calelm& clothoid) {
+    const bool sharpens = radius1 > radius2;
+    const double along = sharpens ? 1.0 : -1.0;
+    return layClothoid(tangent.origin, along * tangent.direction, along * dir, parameter, std::max(radius1, radius2),
+                       std::min(radius1, radius2), !sharpens, clothoid);
+}
+
+bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right) {
+    const Vec between = c2 - c1;
+    const double D = plane::norm(between);
+    if (!(D > 0.0)) {
+        return false;
+    }
+    const double along = ((d1 - d2) * (d1 + d2) + D * D) / (2.0 * D);
+    const double across2 = (d1 - along) * (d1 + along);
+    if (!(across2 >= -2.0 * d1 * touch_tolerance)) {
+        return false;
+    }
+    const double across = std::sqrt(std::max(across2, 0.0));
+    const Vec u = (1.0 / D) * between;
+    left = c1 + along * u + across * leftOf(u);
+    right = c1 + along * u - across * leftOf(u);
+    return finite(left) && finite(right);
+}
+
+double sweepBetween(Vec centre, Vec p, Vec q, double dir) {
+    const Vec from = p - centre;
+    const Vec to = q - centre;
+    return plane::wrapped(dir * std::atan2(plane::cross(from, to), plane::dot(from, to)));
+}
+
+bool sameDirection(double a, double b, double tolerance) {
+    return std::fabs(plane::wrappedSigned(a - b)) < tolerance;
+}
+
+namespace {
+
+// The sweep that stays of an arc cut at q; below 0 when nothing or a whole turn would stay.
+double keptSweep(const Calelm& arc, bool keepEnd, Vec q) {
+    if (!isTurn(arc.dir) || !(arc.par > 0.0) || !finite(q) || !finite(centreOf(arc))) {
+        return -1.0;
+    }
+    const Vec kept = keepEnd ? endOf(arc) : startOf(arc);
+    if (!(plane::distance(kept, q) >= no_arc)) {
+        return -1.0;
+    }
+    return keepEnd ? sweepBetween(centreOf(arc), q, kept, arc.dir) : sweepBetween(centreOf(arc), kept, q, arc.dir);
+}
+
+} // namespace
+
+int cutArc(Calelm& arc, bool keepEnd, Vec q) {
+    const double sweep = keptSweep(arc, keepEnd, q);
+    if (!(sweep > 0.0 && sweep <= plane::pi + half_circle_slack)) {
+        return -1;
+    }
+    Calelm cut = arc;
+    if (keepEnd) {
+        setStart(cut, q);
+    } else {
+        setEnd(cut, q);
+    }
+    cut.type = element::arc;
+    const int status = signed16(ali_makR(&cut));
+    if (status != 0) {
+        return status;
+    }
+    // Ends that were rounded turn the tangents of a short arc by their share of its length.
+    const double tolerance = kept_tangent_tolerance + kLengthStep / plane::distance(startOf(cut), endOf(cut));
+    if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang, tolerance)) {
+        return -1;
+    }
+    arc = cut;
+    return 0;
+}
+
+int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q) {
+    const double sweep = keptSweep(arc, keepEnd, q);
+    if (!(sweep > 0.0)) {
+        return -1;
+    }
+    Calelm cut = arc;
+    cut.type = element::arc;
+    cut.len = sweep * arc.par;
+    const int status = signed16(ali_makangR(&cut, keepEnd ? 2 : 1));
+    if (status != 0) {
+        return status;
+    }
+    if (plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) > laid_end_tolerance) {
+        // The tangent at the kept end was rounded (it falls to 0 within 1e-5); its points are better.
+        return cutArc(arc, keepEnd, q);
+    }
+    arc = cut;
+    return 0;
+}
+
+Calelm reversed(const Calelm& e) {
+    Calelm out = e;
+    CDreverA(&out, 1);
+    if (e.type == element::straight) {
+        out.dir = e.dir;
+        out.k1 = -e.k1;
+        out.k2 = -e.k2;
+        out.k3 = -e.k3;
+    }
+    return out;
+}
+
+} // namespace fenmark::alignment::laying

@@ -1,0 +1,122 @@
+/**
+ * Tools that the compound, chain, IP and point builders share: offset circles, clothoids laid from their origin, arcs
+ * cut at a point, and the check of a finished chain.
+ *
+ * Symbols: A parameter, R radius, tau tangent angle, X, Y point of the standard clothoid, dR shift, Xm abscissa of the
+ * circle's centre, rho = R + dR radius of the offset circle. `dir` is +1 for a left and -1 for a right curve.
+ * Vec values are in the calculation plane, (x, -y) of the survey plane, where angles run anticlockwise from +x; every
+ * Calelm is in the survey plane.
+ */
+#ifndef FENMARK_ALIGNMENT_COMPOUND_LAYING_H
+#define FENMARK_ALIGNMENT_COMPOUND_LAYING_H
+
+#include "fenmark/alignment/record.h"
+
+#include "alignment/primitives/plane.h"
+#include "alignment/tangent/chain_check.h"
+
+#include <span>
+
+namespace fenmark::alignment::laying {
+
+using plane::Vec;
+
+/** What a clothoid of parameter A does to a circle of radius R. All 0, and rho = R, for R <= 1e-5. */
+struct Offset {
+    double tau = 0.0;
+    double shift = 0.0;
+    double xm = 0.0;
+    double rho = 0.0;
+};
+Offset offsetOf(double parameter, double radius);
+
+/** The vector turned a quarter to the left. */
+inline Vec leftOf(Vec v) {
+    return {-v.y, v.x};
+}
+
+inline Vec startOf(const Calelm& e) {
+    return {e.sx, -e.sy};
+}
+inline Vec endOf(const Calelm& e) {
+    return {e.ex, -e.ey};
+}
+inline Vec centreOf(const Calelm& arc) {
+    return {arc.k1, -arc.k2};
+}
+inline Vec fromSurvey(const double p[2]) {
+    return {p[0], -p[1]};
+}
+
+inline void setStart(Calelm& e, Vec p) {
+    e.sx = p.x;
+    e.sy = -p.y;
+}
+inline void setEnd(Calelm& e, Vec p) {
+    e.ex = p.x;
+    e.ey = -p.y;
+}
+/** Both coordinates rounded to 1e-5 m, in the calculation plane. */
+Vec rounded(Vec p);
+
+inline bool finite(Vec p) {
+    return std::isfinite(p.x) && std::isfinite(p.y);
+}
+inline bool isTurn(double dir) {
+    return dir == 1.0 || dir == -1.0;
+}
+
+/**
+ * A clothoid laid from the origin of its standard frame: `axis` is the unit tangent there, towards the sharper end, and
+ * `turn` the sense (+1 left) in which it bends when run that way. flat and sharp are the two radii, 0 infinite. With
+ * sharpFirst the record runs against the axis. Writes the whole record with ali_makA.
+ *
+ * @return 0; -1, record untouched, for sizes that no clothoid has
+ */
+int layClothoid(Vec origin, Vec axis, double turn, double parameter, double flat, double sharp, bool sharpFirst,
+                Calelm& clothoid);
+
+/** Two arcs of one turning sense and different radii as an egg-shaped clothoid of parameter A sees them. */
+struct EggTangent {
+    Vec direction; ///< common outer tangent of the offset circles, in the sense of travel
+    Vec origin;    ///< of the clothoid's standard frame, such that it lies on the circle of the larger radius exactly
+};
+/** False when one offset circle lies inside the other, so that they have no common tangent. */
+bool eggTangent(Vec centre1, double radius1, Vec centre2, double radius2, double dir, double parameter,
+                EggTangent& tangent);
+/** The egg-shaped clothoid from radius1 to radius2 at that tangent; the status is that of layClothoid. */
+int layEgg(const EggTangent& tangent, double radius1, double radius2, double dir, double parameter, Calelm& clothoid);
+
+/**
+ * The points at the distances d1 from c1 and d2 from c2, left and right of the direction from c1 to c2. Circles that
+ * miss one another by no more than 1e-6 m touch: both points are then one. False when there are none.
+ */
+bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right);
+
+/** Angle run from p to q about the centre in the sense of dir, in [0, 2 pi). */
+double sweepBetween(Vec centre, Vec p, Vec q, double dir);
+
+/**
+ * Cuts or lengthens an arc at q, a point of its circle: q becomes its end, or its start when keepEnd. The part that
+ * stays is rebuilt with ali_makR, so it is at most a half circle.
+ * @return 0; -1, record untouched, when q would turn the arc round, leave nothing of it or more than a half circle
+ */
+int cutArc(Calelm& arc, bool keepEnd, Vec q);
+
+/** As cutArc, for any sweep, by ali_makangR: the radius is rounded to 1.389e-6 and the new end to 1e-5. */
+int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q);
+
+/** Element run the other way, coefficients of a straight included. */
+Calelm reversed(const Calelm& e);
+
+/** Whether finished records are a tangent chain in the order of travel; see isTangentChain. */
+inline bool tangentChain(std::span<const Calelm> chain, double jointTolerance) {
+    return isTangentChain(chain, chain.front(), chain.back(), jointTolerance);
+}
+
+/** Whether two azimuths agree within the tolerance, across the turn at 2 pi too. */
+bool sameDirection(double a, double b, double tolerance = tangent_tolerance);
+
+} // namespace fenmark::alignment::laying
+
+#endif

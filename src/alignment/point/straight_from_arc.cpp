@@ -1,0 +1,138 @@
+// Straights that leave or reach a given arc, through or towards a point: plain, and with a clothoid between.
+//
+// Symbols: P the point, C and R the arc's centre and radius, D = |P - C|, phi the direction C->P; rho = R + dR offset
+// radius and Xm abscissa of C for the clothoid; T tangent point; u direction of the straight; dir +1 left.
+// Axes: calculation plane for every Vec, survey plane for the records.
+// Derivation: the tangent from P touches the circle at the radial angle phi -+ acos(R / D), the sign being that which
+// makes the arc's travel at T point towards P (or come from it). With a clothoid the tangent of the offset circle
+// passes P, asin(rho / D) off the direction to C, and the clothoid's flat end lies Xm before the contact.
+// Source: plane geometry; shift relations, Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968.
+#include "fenmark/alignment/point.h"
+
+#include "fenmark/alignment/clothoid.h"
+#include "fenmark/alignment/construction.h"
+#include "fenmark/alignment/conventions.h"
+
+#include "alignment/calelm/planes.h"
+#include "alignment/calelm/rounding.h"
+#include "alignment/compound/laying.h"
+#include "alignment/point/rounded_elements.h"
+#include "alignment/primitives/tools.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace fenmark::alignment;
+using namespace fenmark::alignment::laying;
+
+namespace {
+
+// A point this little inside a circle lies on it: noise of plane coordinates of 1e5 m, metres.
+constexpr double on_circle = 1e-7;
+
+} // namespace
+
+extern "C" {
+
+int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
+    const bool arcFirst = end == 1;
+    const Vec centre = centreOf(*r);
+    const Vec toPoint = fromSurvey(p) - centre;
+    const double D = plane::norm(toPoint);
+    if (!isTurn(r->dir) || !(r->par > 0.0) || !(s->len > 0.0) || !(r->par <= D + on_circle)) {
+        return -1;
+    }
+    const double side = arcFirst ? -r->dir : r->dir;
+    const double angle = plane::direction(toPoint) + side * std::acos(std::min(r->par / D, 1.0));
+    const Vec radial = plane::unit(angle);
+    const Vec u = r->dir * leftOf(radial);
+    const Vec contact = rounded(centre + r->par * radial);
+    const Vec kept = rounded(arcFirst ? startOf(*r) : endOf(*r));
+    const double length = roundLength(s->len);
+
+    Calelm arc = *r;
+    Calelm straight = *s;
+    if (!roundedArc(centre, arcFirst ? kept : contact, arcFirst ? contact : kept, arc)) {
+        return -1;
+    }
+    const Vec start = arcFirst ? contact : rounded(contact - length * u);
+    const Vec finish = arcFirst ? rounded(contact + length * u) : contact;
+    if (!straightAlong(start, finish, plane::direction(u), length, straight)) {
+        return -1;
+    }
+    const std::array<Calelm, 2> chain = arcFirst ? std::array{arc, straight} : std::array{straight, arc};
+    if (!keepsTangent(*r, arc, !arcFirst) || !tangentChain(chain, joint_tolerance)) {
+        return -1;
+    }
+    *r = arc;
+    *s = straight;
+    return 0;
+}
+
+int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
+    const bool straightFirst = end == 1;
+    if (!isTurn(r->dir) || !(r->par > 0.0)) {
+        return -1;
+    }
+    const Vec point = fromSurvey(p);
+    const Vec toCentre = centreOf(*r) - point;
+    const double D = plane::norm(toCentre);
+    const Offset offset = offsetOf(a->par, r->par);
+    if (!(offset.rho <= D)) {
+        return -1;
+    }
+    // Seen from the point the curve turns dir when it comes after the straight, and the other way when run back to it.
+    const double turn = straightFirst ? r->dir : -r->dir;
+    const double angle = plane::direction(toCentre) - turn * std::asin(offset.rho / D);
+    const Vec away = plane::unit(angle);
+    const double toFlatEnd = std::sqrt((D - offset.rho) * (D + offset.rho)) - offset.xm;
+    if (!(toFlatEnd >= kSameLength) || !(std::fabs(s->len - toFlatEnd) <= rounded_joint_tolerance)) {
+        return -1;
+    }
+    const Vec flat = point + toFlatEnd * away;
+
+    Calelm straight = *s;
+    straight.type = element::straight;
+    straight.dir = 1.0;
+    straight.par = straight.r1 = straight.r2 = 0.0;
+    const double azimuth = ali_CExAng(plane::wrapped(straightFirst ? angle : angle + plane::pi));
+    straight.sang = straight.eang = azimuth;
+    if (straightFirst) {
+        setStart(straight, point);
+    } else {
+        setEnd(straight, point);
+    }
+    int status = signed16(ali_makangS(&straight, straightFirst ? 1 : 2));
+    if (status != 0) {
+        return status;
+    }
+    if (plane::distance(straightFirst ? endOf(straight) : startOf(straight), flat) > rounded_joint_tolerance) {
+        // Within 1e-5 of north the azimuth falls to 0, which turns a long straight too far.
+        (straightFirst ? setEnd : setStart)(straight, rounded(point + s->len * away));
+        status = signed16(ali_makS(&straight));
+        if (status != 0) {
+            return status;
+        }
+    }
+    Calelm clothoid{};
+    status = layClothoid(flat, away, turn, a->par, 0.0, r->par, !straightFirst, clothoid);
+    if (status != 0) {
+        return status;
+    }
+    Calelm arc = *r;
+    status = cutArc(arc, straightFirst, straightFirst ? endOf(clothoid) : startOf(clothoid));
+    if (status != 0) {
+        return status;
+    }
+    const std::array<Calelm, 3> chain =
+        straightFirst ? std::array{straight, clothoid, arc} : std::array{arc, clothoid, straight};
+    if (!tangentChain(chain, rounded_joint_tolerance)) {
+        return -1;
+    }
+    *s = straight;
+    *a = clothoid;
+    *r = arc;
+    return 0;
+}
+
+} // extern "C"

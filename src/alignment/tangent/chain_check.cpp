@@ -78,7 +78,12 @@ bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, co
            sameDirection(last.eang, lastBefore.eang);
 }
 
-int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
+bool onlyCuts(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
+    return chain.front().len <= firstBefore.len + rounded_joint_tolerance &&
+           chain.back().len <= lastBefore.len + rounded_joint_tolerance;
+}
+
+int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given) {
     for (Calelm& e : chain) {
         CDchgSpace(&e, &e);
         // A clothoid whose computed end differs from the given one (status 2) leaves a gap, so that is a failure too.
@@ -86,7 +91,9 @@ int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Cale
             return -1;
         }
     }
-    return isTangentChain(chain, firstBefore, lastBefore) ? 0 : -1;
+    const bool right = isTangentChain(chain, firstBefore, lastBefore) &&
+                       (given == Given::anywhere || onlyCuts(chain, firstBefore, lastBefore));
+    return right ? 0 : -1;
 }
 
 } // namespace fenmark::alignment

@@ -32,11 +32,22 @@ bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, co
                     double jointTolerance = joint_tolerance);
 
 /**
+ * Whether the given elements at the two ends of a chain are only cut: neither is longer than it was. Of several tangent
+ * chains one that lengthens nothing is what the caller means.
+ */
+bool onlyCuts(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
+
+/** Which chains a pass over the candidates takes: those that only cut the given elements first, then all. */
+enum class Given { cut, anywhere };
+inline constexpr Given passes[] = {Given::cut, Given::anywhere};
+
+/**
  * Takes a chain from the calculation plane to the survey plane, completes every record by its construction function
  * and checks the whole. firstBefore and lastBefore are the given records of the survey plane before the call.
  * Returns 0, or -1 with the chain in no defined state.
  */
-int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
+int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
+                  Given given = Given::anywhere);
 
 } // namespace fenmark::alignment
 

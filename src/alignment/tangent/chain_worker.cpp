@@ -145,10 +145,11 @@ int chainWorker(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calelm
                       clothoidEnd(a3.par, r.par)};
     // The side that S and R's start tell comes first; where it gives no tangent chain, the other one may.
     const double told = turningSide(line, last);
+    // Among its two centres one that lengthens neither S nor R is preferred.
     for (const double side : {told, -told}) {
-        for (const Vec c1 : centresFor(side, line, last, sizes)) {
+        for (const auto& [pass, c1] : eachPass(centresFor(side, line, last, sizes))) {
             Chain chain;
-            if (laidAt(c1, side, line, last, sizes, chain) && completeChain(chain, s, r) == 0) {
+            if (laidAt(c1, side, line, last, sizes, chain) && completeChain(chain, s, r, pass) == 0) {
                 s = chain[0];
                 a1 = chain[1];
                 r1 = chain[2];

@@ -66,7 +66,7 @@ int easedAtOneEnd(int side, int mode, Calelm& r1, Calelm& r2, Calelm& r3, Calelm
     }
     const Candidates centres =
         centresBetween(centreOf(first), demanded, centreOf(second), std::fabs(made.par - second.par));
-    for (const Vec centre3 : centres) {
+    for (const auto& [pass, centre3] : eachPass(centres)) {
         std::array<Calelm, 4> chain;
         if (!laidOnContact(centre3, first, second, made, clothoid, chain)) {
             continue;
@@ -74,7 +74,7 @@ int easedAtOneEnd(int side, int mode, Calelm& r1, Calelm& r2, Calelm& r3, Calelm
         if (backwards) {
             chain = {reversed(chain[3]), reversed(chain[2]), reversed(chain[1]), reversed(chain[0])};
         }
-        if (completeChain(chain, r1, r2) == 0) {
+        if (completeChain(chain, r1, r2, pass) == 0) {
             r1 = chain[0];
             a = chain[backwards ? 2 : 1];
             r3 = chain[backwards ? 1 : 2];
@@ -112,7 +112,8 @@ int easedAtBothEnds(int mode1, int mode2, Calelm& r1, Calelm& r2, Calelm& a1, Ca
         CDOODistForRAR(&made, &clothoid2, mode2, &second, &demanded2) != 0) {
         return -1;
     }
-    for (const Vec centre3 : centresBetween(centreOf(first), demanded1, centreOf(second), demanded2)) {
+    const Candidates centres = centresBetween(centreOf(first), demanded1, centreOf(second), demanded2);
+    for (const auto& [pass, centre3] : eachPass(centres)) {
         std::array chain = {first, clothoid1, made, clothoid2, second};
         chain[2].k1 = centre3.x;
         chain[2].k2 = centre3.y;
@@ -121,7 +122,7 @@ int easedAtBothEnds(int mode1, int mode2, Calelm& r1, Calelm& r2, Calelm& a1, Ca
             CDsetAToRAR(mode2, &chain[2], &chain[4], &chain[3]) != 0) {
             continue;
         }
-        if (completeChain(chain, r1, r2) == 0) {
+        if (completeChain(chain, r1, r2, pass) == 0) {
             r1 = chain[0];
             a1 = chain[1];
             r3 = chain[2];

@@ -118,6 +118,16 @@ Calelm clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double ra
     return reversed(clothoidFromLine(flat, -1.0 * u, -dir, parameter, radius, values));
 }
 
+Attempts eachPass(const Candidates& centres) {
+    Attempts attempts;
+    for (const Given pass : passes) {
+        for (const Vec centre : centres) {
+            attempts.items[attempts.count++] = {pass, centre};
+        }
+    }
+    return attempts;
+}
+
 Candidates centresBesideLine(const Calelm& straight, double offset, Vec centre, double distance) {
     Candidates found;
     const Vec u = directionOf(straight);

@@ -9,6 +9,7 @@
 
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
+#include "alignment/tangent/chain_check.h"
 
 #include <array>
 #include <cstddef>
@@ -91,6 +92,23 @@ struct Candidates {
     const Vec* begin() const { return points.data(); }
     const Vec* end() const { return points.data() + count; }
 };
+
+/** A centre to try, and which chains to take there. */
+struct Attempt {
+    Given pass = Given::cut;
+    Vec centre;
+};
+
+/** Every candidate for a chain that only cuts the given elements, then every candidate again for any chain. */
+struct Attempts {
+    std::array<Attempt, 8> items{};
+    std::size_t count = 0;
+
+    const Attempt* begin() const { return items.data(); }
+    const Attempt* end() const { return items.data() + count; }
+};
+
+Attempts eachPass(const Candidates& centres);
 
 /**
  * Centres at the distance `offset` from a straight and at `distance` from a centre: on the offset to the left of travel

@@ -128,7 +128,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     void SetCheck(CTreeListItem* item, int check);               // cascades, without notification
     [[nodiscard]] int GetLock(const CTreeListItem* item) const;
     void SetLock(CTreeListItem* item, int lock);
-    // As a click on the box does; the column goes into the notification. Rows without the box are left alone.
+    // As a click on the box does; the column goes into the notification.
     void SetItemCheck(CTreeListItem* item, int column = -1);
     void SetItemLock(CTreeListItem* item, int column = -1);
 
@@ -234,6 +234,8 @@ class CTreeListCtrl : public QAbstractScrollArea {
     [[nodiscard]] QSize sizeHint() const override;
 
   signals:
+    // A click on a header cell that did not drag anything.
+    void headerClicked(int column);
     // Sent for every notification after the parent was asked. A slot may lower the answer.
     void notified(const fenmark::ui::treelist::TreeListNotification& notification, int* answer);
     void checkChanged(fenmark::ui::treelist::CTreeListItem* item);
@@ -265,13 +267,15 @@ class CTreeListCtrl : public QAbstractScrollArea {
     friend class CTreeListComboCtrl;
     friend class CTreeListStaticCtrl;
     friend class TreeListPainter;
+    friend class RowGuard;
 
     // Set-up, layout, repaint (tree_list_ctrl.cpp).
     void setUp();
     void scheduleLayout();
     void layoutNow() const; // brings scroll bars and header up to date if rows or columns changed
     void layoutChanged();
-    void repaintItem(const CTreeListItem* item);
+    void repaintItem(const CTreeListItem* item) const;
+    void repaintRows() const;
     int notify(int code, CTreeListItem* item, int column = -1, CTreeListCtrl* source = nullptr,
                CTreeListItem* target = nullptr);
     [[nodiscard]] RowMetrics metrics() const;
@@ -327,6 +331,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     mutable bool layoutDirty_ = true;
     mutable bool laying_ = false;
 
+    std::vector<CTreeListItem**> guards_; // pointers to rows that are nulled when their row is deleted
     std::vector<CTreeListItem*> selection_;
     CTreeListItem* focusItem_ = nullptr;
     int focusColumn_ = 0;

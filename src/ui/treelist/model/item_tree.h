@@ -78,6 +78,7 @@ class ItemTree {
     static void setPair(CTreeListItem* item, const StatePair& pair, bool on);
     // Gives the row and every descendant the value, then every ancestor the union of those children that show the box.
     void cascade(CTreeListItem* item, const StatePair& pair, bool on);
+    [[nodiscard]] static bool anyChildShows(const CTreeListItem* item, const StatePair& pair);
     // The union alone, for the row and its ancestors.
     static void refreshUnion(CTreeListItem* item, const StatePair& pair);
 

@@ -42,12 +42,14 @@ enum StyleBit : std::uint32_t {
     kStyleDropForeign = 0x2000000,   // drops from another control are accepted
     kStyleDropOwn = 0x4000000,       // with kStyleDropForeign: drops within this control are accepted
     kStyleDropEmpty = 0x8000000,     // drops on the empty area are accepted
+    kStyleDragColumns = 0x10000000,  // columns can be dragged to other places in the header
+    kStyleHideColumns = 0x20000000,  // and off it, into the list of hidden columns
     kStyleCheckRowOnly = 0x40000000, // a click on a check box changes its row only: no cascade, repaint, notification
     kStyleLockRowOnly = 0x80000000,  // the same for lock boxes, whose notification comes first all the same
 };
 
 // What depends on the header; a style without it loses these bits.
-inline constexpr std::uint32_t kStyleHeaderDependent = 0x30000000;
+inline constexpr std::uint32_t kStyleHeaderDependent = kStyleDragColumns | kStyleHideColumns;
 
 // The style as the control takes it: bits that make no sense without another bit are dropped, in this order.
 [[nodiscard]] constexpr std::uint32_t effectiveStyle(std::uint32_t style) {

@@ -78,6 +78,7 @@ class CTreeListItem {
     std::uint32_t level_ = 0;
     std::uint32_t childCount_ = 1;
     std::uint32_t visibleCount_ = 1;
+    std::uint32_t directChildren_ = 0;
     CTreeListItem* parent_ = nullptr;
     CTreeListItem* firstChild_ = nullptr;
     CTreeListItem* previous_ = nullptr; // the first child's is the last child

@@ -1,0 +1,414 @@
+// The tree list control: set-up, layout, painting and what it tells its parent.
+#include "ui/treelist/tree_list_ctrl.h"
+
+#include <algorithm>
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHelpEvent>
+#include <QPaintEvent>
+#include <QScrollBar>
+
+#include "ui/treelist/tree_list_accessible.h"
+#include "ui/treelist/tree_list_dc.h"
+#include "ui/treelist/tree_list_drag_windows.h"
+#include "ui/treelist/tree_list_editors.h"
+#include "ui/treelist/tree_list_header_ctrl.h"
+#include "ui/treelist/tree_list_painter.h"
+#include "ui/treelist/tree_list_resource.h"
+#include "ui/treelist/tree_list_tip_ctrl.h"
+
+namespace fenmark::ui::treelist {
+
+namespace {
+
+constexpr int kRowHeight = 18;      // least height of a row that follows the font, pixels at 96 dots an inch
+constexpr int kRowMargin = 4;       // above and below the text together
+constexpr double kDotsPerInch = 96; // at which sizes are told
+constexpr int kHintWidth = 320;
+constexpr int kHintRows = 10;
+
+} // namespace
+
+CTreeListCtrl::CTreeListCtrl(QWidget* parent)
+    : QAbstractScrollArea(parent), backColor_(colorOf(TreeListColor::RowBackground)), textColor_(Qt::black),
+      surface_(std::make_unique<CTreeListDC>()) {
+    installTreeListAccessibility();
+    setFocusPolicy(Qt::StrongFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    viewport()->setMouseTracking(true);
+    verticalScrollBar()->setSingleStep(1);
+}
+
+CTreeListCtrl::~CTreeListCtrl() {
+    forgetAccessibleRows(this);
+    if (dragTarget_ && dragTarget_ != this) {
+        dragTarget_->DragLeave(this);
+    }
+}
+
+bool CTreeListCtrl::Create(std::uint32_t style, const QRect& place, QWidget* parent) {
+    if (state_ & kControlCreated) {
+        return false;
+    }
+    if (parent && parent != parentWidget()) {
+        setParent(parent);
+    }
+    if (place.isValid()) {
+        setGeometry(place);
+    }
+    SetStyle(style);
+    setUp();
+    return true;
+}
+
+bool CTreeListCtrl::AttachTo(QWidget* placeholder) {
+    if ((state_ & kControlCreated) || !placeholder) {
+        return false;
+    }
+    setParent(placeholder->parentWidget());
+    setGeometry(placeholder->geometry());
+    setObjectName(placeholder->objectName());
+    setEnabled(placeholder->isEnabled());
+    QWidget::setTabOrder(placeholder, this);
+    const bool shown = !placeholder->isHidden();
+    delete placeholder;
+    setUp();
+    setVisible(shown);
+    return true;
+}
+
+void CTreeListCtrl::setUp() {
+    if (state_ & kControlCreated) {
+        return;
+    }
+    if (objectName().isEmpty()) {
+        setObjectName(QString::fromLatin1(kWindowClass));
+    }
+    // Running out of memory here raises std::bad_alloc, and the control stays as it was.
+    header_ = new CTreeListHeaderCtrl(*this);
+    tip_ = new CTreeListTipCtrl(*this);
+    staticEditor_ = new CTreeListStaticCtrl(*this);
+    editEditor_ = new CTreeListEditCtrl(*this);
+    comboEditor_ = new CTreeListComboCtrl(*this);
+    verticalScrollBar()->installEventFilter(this);
+    horizontalScrollBar()->installEventFilter(this);
+    state_ |= kControlCreated;
+    layoutDirty_ = true;
+    layoutNow();
+}
+
+void CTreeListCtrl::setState(std::uint32_t bits, bool on) {
+    if (on) {
+        state_ |= bits;
+    } else {
+        state_ &= ~bits;
+    }
+}
+
+void CTreeListCtrl::SetState(std::uint32_t state, std::uint32_t mask) {
+    mask &= ~std::uint32_t{kControlCreated}; // set-up happens once
+    state_ = (state_ & ~mask) | (state & mask);
+    if (mask & kControlEnabled) {
+        setEnabled((state & kControlEnabled) != 0);
+    }
+}
+
+void CTreeListCtrl::SetStyle(std::uint32_t style) {
+    style_ = effectiveStyle(style);
+    scheduleLayout();
+    repaintRows();
+}
+
+void CTreeListCtrl::SetBkColor(const QColor& color) {
+    backColor_ = color;
+    repaintRows();
+}
+
+void CTreeListCtrl::SetTextColor(const QColor& color) {
+    textColor_ = color;
+    repaintRows();
+}
+
+void CTreeListCtrl::SetImageList(const QList<QIcon>& images) {
+    images_ = images;
+    repaintRows();
+    if (header_) {
+        header_->update();
+    }
+}
+
+RowMetrics CTreeListCtrl::metrics() const {
+    return RowMetrics{logicalDpiX() / kDotsPerInch};
+}
+
+int CTreeListCtrl::GetItemHeight() const {
+    if (itemHeight_ > 0) {
+        return itemHeight_;
+    }
+    const RowMetrics sizes = metrics();
+    return std::max(sizes.px(kRowHeight), fontMetrics().height() + sizes.px(kRowMargin));
+}
+
+void CTreeListCtrl::SetItemHeight(int height) {
+    itemHeight_ = std::max(0, height);
+    scheduleLayout();
+    repaintRows();
+}
+
+int CTreeListCtrl::GetStringWidth(const QString& text) const {
+    constexpr int kMargins = 4; // what a cell keeps free left and right of its text together
+    return fontMetrics().horizontalAdvance(text) + kMargins;
+}
+
+void CTreeListCtrl::SetRedraw(bool redraw) {
+    if (redraw_ == redraw) {
+        return;
+    }
+    redraw_ = redraw;
+    if (redraw) {
+        layoutNow();
+        repaintRows();
+    }
+}
+
+void CTreeListCtrl::repaintRows() const {
+    if (redraw_) {
+        viewport()->update();
+    }
+}
+
+void CTreeListCtrl::repaintItem(const CTreeListItem* item) const {
+    if (!redraw_ || layoutDirty_) {
+        return; // all will be painted
+    }
+    const QRect rect = GetItemRect(item);
+    if (!rect.isEmpty()) {
+        viewport()->update(QRect(0, rect.y(), viewport()->width(), rect.height()));
+    }
+}
+
+void CTreeListCtrl::scheduleLayout() {
+    if (!layoutDirty_) {
+        layoutDirty_ = true;
+        QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+        repaintRows();
+    }
+}
+
+void CTreeListCtrl::layoutNow() const {
+    if (!layoutDirty_ || laying_ || !redraw_) {
+        return;
+    }
+    laying_ = true;
+    layoutDirty_ = false;
+    const_cast<CTreeListCtrl*>(this)->layoutChanged();
+    laying_ = false;
+}
+
+void CTreeListCtrl::layoutChanged() {
+    const bool headed = header_ && (style_ & kStyleHeader);
+    const int headHeight = headed ? header_->preferredHeight() : 0;
+    if (viewportMargins().top() != headHeight) {
+        setViewportMargins(0, headHeight, 0, 0);
+    }
+    QScrollBar* vertical = verticalScrollBar();
+    QScrollBar* horizontal = horizontalScrollBar();
+    // Showing one scroll bar may make the other necessary, so the view is looked at twice.
+    for (int round = 0; round < 2; ++round) {
+        const int page = GetCountPerPage();
+        vertical->setPageStep(page);
+        vertical->setRange(0, std::max(0, GetVisibleCount() - page));
+        horizontal->setPageStep(viewport()->width());
+        horizontal->setSingleStep(metrics().indent());
+        horizontal->setRange(0, std::max(0, columns_.totalWidth() - viewport()->width()));
+    }
+    if (header_) {
+        header_->setVisible(headed);
+        const QRect view = viewport()->geometry();
+        header_->setGeometry(view.x(), view.y() - headHeight, view.width(), headHeight);
+        header_->update();
+    }
+    placeEditor();
+    repaintRows();
+}
+
+int CTreeListCtrl::notify(int code, CTreeListItem* item, int column, CTreeListCtrl* source, CTreeListItem* target) {
+    const TreeListNotification notification{this, code, item, column, source, target};
+    int answer = 0;
+    TreeListParent* asked = notifyTarget_;
+    for (QWidget* window = parentWidget(); !asked && window; window = window->parentWidget()) {
+        asked = dynamic_cast<TreeListParent*>(window);
+    }
+    if (asked) {
+        answer = asked->treeListNotify(notification);
+    }
+    emit notified(notification, &answer);
+    return answer;
+}
+
+QPoint CTreeListCtrl::GetOrigin() const {
+    return QPoint(horizontalScrollBar()->value(), GetTopIndex() * GetItemHeight());
+}
+
+QRect CTreeListCtrl::GetViewRect() const {
+    layoutNow();
+    return viewport()->rect();
+}
+
+QSize CTreeListCtrl::sizeHint() const {
+    return QSize(kHintWidth, GetItemHeight() * kHintRows + 2 * frameWidth());
+}
+
+RowParts CTreeListCtrl::partsOf(const CTreeListItem* item, int column) const {
+    const int left = columns_.left(column);
+    const auto index = tree_.indexOf(item);
+    if (left < 0 || !index) {
+        return {};
+    }
+    const int height = GetItemHeight();
+    const PixelRect cell{left - horizontalScrollBar()->value(), (static_cast<int>(*index) - GetTopIndex()) * height,
+                         columns_.at(column).width, height};
+    return column == columns_.treeColumn() ? treeCellParts(*item, style_, cell, metrics()) : plainCellParts(cell);
+}
+
+QRect CTreeListCtrl::GetItemRect(const CTreeListItem* item, int column) const {
+    const auto index = item ? tree_.indexOf(item) : std::nullopt;
+    if (!index) {
+        return {};
+    }
+    if (column >= 0) {
+        static_cast<void>(columns_.at(column));
+        return toRect(partsOf(item, column).cell);
+    }
+    const int height = GetItemHeight();
+    return QRect(-horizontalScrollBar()->value(), (static_cast<int>(*index) - GetTopIndex()) * height,
+                 columns_.totalWidth(), height);
+}
+
+CTreeListItem* CTreeListCtrl::HitTest(const QPoint& point, int* flags, int* column, QRect* rect) const {
+    layoutNow();
+    int hitFlags = kHitNowhere;
+    int hitColumn = -1;
+    QRect hitRect;
+    CTreeListItem* item = nullptr;
+    if (viewport()->rect().contains(point)) {
+        const int index = GetTopIndex() + point.y() / GetItemHeight();
+        item = tree_.itemAt(static_cast<std::uint32_t>(index));
+    }
+    if (item) {
+        hitColumn = columns_.columnAt(point.x() + horizontalScrollBar()->value());
+        hitFlags = kHitRow;
+        if (hitColumn >= 0) {
+            const RowHit hit = hitTestCell(*item, style_, partsOf(item, hitColumn), point.x(), point.y());
+            hitFlags = hit.flags;
+            hitRect = toRect(hit.rect);
+        } else {
+            hitRect = GetItemRect(item);
+        }
+    }
+    if (flags) {
+        *flags = hitFlags;
+    }
+    if (column) {
+        *column = hitColumn;
+    }
+    if (rect) {
+        *rect = hitRect;
+    }
+    return item;
+}
+
+bool CTreeListCtrl::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::LayoutRequest:
+        layoutNow();
+        return true;
+    case QEvent::MouseButtonPress:
+        // The frame and the corner: outside of the view.
+        CancelModify();
+        break;
+    case QEvent::Polish:
+        setUp();
+        break;
+    default:
+        break;
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+bool CTreeListCtrl::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress &&
+        (watched == verticalScrollBar() || watched == horizontalScrollBar())) {
+        CancelModify();
+    }
+    return QAbstractScrollArea::eventFilter(watched, event);
+}
+
+void CTreeListCtrl::paintEvent(QPaintEvent* event) {
+    layoutNow();
+    QRect area = event->rect() & viewport()->rect();
+    const qreal ratio = viewport()->devicePixelRatioF();
+    if (ratio != static_cast<int>(ratio)) {
+        area = viewport()->rect(); // only the whole view begins on a whole device pixel
+    }
+    if (area.isEmpty()) {
+        return;
+    }
+    TreeListPainter rows(*this, surface_->begin(area, ratio));
+    rows.paint(area);
+    QPainter window(viewport());
+    surface_->copyTo(window);
+}
+
+void CTreeListCtrl::resizeEvent(QResizeEvent* event) {
+    QAbstractScrollArea::resizeEvent(event);
+    layoutDirty_ = true;
+    layoutNow();
+}
+
+void CTreeListCtrl::showEvent(QShowEvent* event) {
+    setUp();
+    layoutDirty_ = true;
+    layoutNow();
+    QAbstractScrollArea::showEvent(event);
+}
+
+void CTreeListCtrl::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    switch (event->type()) {
+    case QEvent::EnabledChange:
+        setState(kControlEnabled, isEnabled());
+        if (!isEnabled()) {
+            CancelModify();
+        }
+        repaintRows();
+        break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        scheduleLayout();
+        repaintRows();
+        break;
+    default:
+        break;
+    }
+}
+
+void CTreeListCtrl::scrollContentsBy(int dx, int dy) {
+    if (dx == 0 && dy == 0) {
+        return;
+    }
+    if (tip_) {
+        tip_->leave();
+    }
+    if (header_ && dx != 0) {
+        header_->update();
+    }
+    placeEditor();
+    repaintRows();
+}
+
+} // namespace fenmark::ui::treelist

@@ -1,0 +1,253 @@
+// The tree list control: drag and drop of rows, within one control and between two.
+#include <algorithm>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QTimerEvent>
+
+#include "ui/treelist/tree_list_ctrl.h"
+#include "ui/treelist/tree_list_drag_windows.h"
+#include "ui/treelist/tree_list_painter.h"
+#include "ui/treelist/tree_list_resource.h"
+#include "ui/treelist/tree_list_row_guard.h"
+#include "ui/treelist/tree_list_tip_ctrl.h"
+
+namespace fenmark::ui::treelist {
+
+namespace {
+
+const QPoint kPictureOffset(20, 4);  // from the cursor to the picture of the rows
+constexpr int kOwnExpandTime = 1000; // ms on a row before it expands, for a drag from this control
+constexpr int kOwnScrollTime = 200;
+constexpr int kForeignExpandTime = 500;
+constexpr int kForeignScrollTime = 100;
+constexpr int kPictureRows = 12; // no more rows than this are pictured
+
+CTreeListCtrl* controlAt(const QPoint& globalPoint) {
+    for (QWidget* window = QApplication::widgetAt(globalPoint); window; window = window->parentWidget()) {
+        if (auto* control = qobject_cast<CTreeListCtrl*>(window)) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void CTreeListCtrl::armDrag(const QPoint& point) {
+    CTreeListItem* item = HitTest(point);
+    if (!(style_ & kStyleDragRows) || !item || !(item->state & kItemSelected)) {
+        return;
+    }
+    if (notify(kNotifyDragStarting, item, focusColumn_) < 0) {
+        return;
+    }
+    setState(kControlDragArmed, true);
+}
+
+QPixmap CTreeListCtrl::pictureOfSelection() const {
+    // In the order of the list, as many as fit a picture of sensible size.
+    std::vector<const CTreeListItem*> rows(selection_.begin(), selection_.end());
+    std::sort(rows.begin(), rows.end(),
+              [this](const CTreeListItem* a, const CTreeListItem* b) { return GetItemIndex(a) < GetItemIndex(b); });
+    if (rows.size() > kPictureRows) {
+        rows.resize(kPictureRows);
+    }
+    const int height = GetItemHeight();
+    const QSize size(std::clamp(columns_.totalWidth(), 1, std::max(1, viewport()->width())),
+                     std::max(1, height * static_cast<int>(rows.size())));
+    const qreal ratio = devicePixelRatioF();
+    QPixmap picture(size * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(colorOf(TreeListColor::SelectedRow));
+    QPainter painter(&picture);
+    TreeListPainter pictured(*this, painter);
+    int y = 0;
+    for (const CTreeListItem* row : rows) {
+        pictured.paintDragRow(*row, y);
+        y += height;
+    }
+    return picture;
+}
+
+void CTreeListCtrl::startDrag(const QPoint& point) {
+    setState(kControlDragArmed, false);
+    if (selection_.empty()) {
+        return;
+    }
+    setState(kControlCaptured, true);
+    if (tip_) {
+        tip_->leave();
+    }
+    dragWindow_ = std::make_unique<CTLCDragWnd>(pictureOfSelection(), dragOffset_.value_or(kPictureOffset));
+    QApplication::setOverrideCursor(CTreeListResource::dropCursor(DropResult::NotHere));
+    moveDrag(viewport()->mapToGlobal(point));
+}
+
+void CTreeListCtrl::moveDrag(const QPoint& globalPoint) {
+    if (dragWindow_) {
+        dragWindow_->follow(globalPoint);
+    }
+    CTreeListCtrl* under = controlAt(globalPoint);
+    if (under != dragTarget_) {
+        if (dragTarget_) {
+            dragTarget_->DragLeave(this);
+        }
+        dragTarget_ = under;
+        if (under) {
+            under->DragEnter(this);
+        }
+    }
+    dropResult_ = under ? under->DragOver(this, under->viewport()->mapFromGlobal(globalPoint)) : DropResult::Refused;
+    QApplication::changeOverrideCursor(CTreeListResource::dropCursor(dropResult_));
+}
+
+void CTreeListCtrl::endDrag(bool drop, const QPoint& globalPoint) {
+    setState(kControlCaptured, false);
+    dragWindow_.reset();
+    QApplication::restoreOverrideCursor();
+    const QPointer<CTreeListCtrl> target = dragTarget_;
+    dragTarget_ = nullptr;
+    if (!target) {
+        return;
+    }
+    if (drop) {
+        target->Drop(this, target->viewport()->mapFromGlobal(globalPoint));
+    }
+    if (target) {
+        target->DragLeave(this);
+    }
+}
+
+void CTreeListCtrl::DragEnter(CTreeListCtrl* source) {
+    dragSource_ = source;
+    timerItem_ = nullptr;
+    notify(kNotifyDragEnter, nullptr, -1, source);
+}
+
+DropResult CTreeListCtrl::askDrop(CTreeListCtrl* source, CTreeListItem* row) {
+    if (source == this) {
+        if (!(style_ & kStyleDropForeign) || !(style_ & kStyleDropOwn)) {
+            return DropResult::NotHere;
+        }
+        if (!row) {
+            if (!(style_ & kStyleDropEmpty)) {
+                return DropResult::Refused;
+            }
+            const CTreeListItem* first = GetSelectedItem();
+            return first && first->level() == 1 ? DropResult::NotHere : DropResult::OnEmpty;
+        }
+        if (IsInSelectsTree(row)) {
+            return DropResult::NotHere;
+        }
+    } else {
+        if (!(style_ & kStyleDropForeign)) {
+            return DropResult::Refused;
+        }
+        if (!row) {
+            return (style_ & kStyleDropEmpty) ? DropResult::OnEmpty : DropResult::Refused;
+        }
+    }
+    return notify(kNotifyDragOver, row, -1, source, row) >= 0 ? DropResult::OnRow : DropResult::Refused;
+}
+
+DropResult CTreeListCtrl::DragOver(CTreeListCtrl* source, const QPoint& point) {
+    dragSource_ = source;
+    lastDragPoint_ = point;
+    CTreeListItem* row = HitTest(point);
+    SetHoverItem(row);
+    const RowGuard guard(*this, row);
+    dropResult_ = viewport()->rect().contains(point) ? askDrop(source, row) : DropResult::Refused;
+    SetTargetItem(dropResult_ == DropResult::OnRow ? guard.get() : nullptr);
+    if (style_ & kStyleTree) {
+        const bool own = source == this;
+        if (hoverItem_ != timerItem_) {
+            timerItem_ = hoverItem_;
+            if (timerItem_) {
+                expandTimer_.start(own ? kOwnExpandTime : kForeignExpandTime, this);
+            } else {
+                expandTimer_.stop();
+            }
+        }
+        if (!scrollTimer_.isActive()) {
+            scrollTimer_.start(own ? kOwnScrollTime : kForeignScrollTime, this);
+        }
+    }
+    return dropResult_;
+}
+
+void CTreeListCtrl::DragLeave(CTreeListCtrl* source) {
+    expandTimer_.stop();
+    scrollTimer_.stop();
+    timerItem_ = nullptr;
+    dragSource_ = nullptr;
+    SetHoverItem(nullptr);
+    SetTargetItem(nullptr);
+    notify(kNotifyDragLeave, nullptr, -1, source);
+}
+
+bool CTreeListCtrl::Drop(CTreeListCtrl* source, const QPoint& point) {
+    const DropResult result = DragOver(source, point);
+    expandTimer_.stop();
+    scrollTimer_.stop();
+    if (result != DropResult::OnRow && result != DropResult::OnEmpty) {
+        return false;
+    }
+    CTreeListItem* row = result == DropResult::OnRow ? targetItem_ : nullptr;
+    SetTargetItem(nullptr);
+    notify(kNotifyDrop, row, -1, source, row);
+    return true;
+}
+
+void CTreeListCtrl::SetHoverItem(CTreeListItem* item) {
+    hoverItem_ = item;
+}
+
+void CTreeListCtrl::SetTargetItem(CTreeListItem* item) {
+    targetItem_ = item;
+    if (!item) {
+        dropWindow_.reset();
+        return;
+    }
+    if (!dropWindow_) {
+        dropWindow_ = std::make_unique<CTLCDropWnd>(viewport());
+    }
+    const QRect row = GetItemRect(item);
+    dropWindow_->setGeometry(QRect(0, row.y(), viewport()->width(), row.height()));
+    dropWindow_->show();
+}
+
+void CTreeListCtrl::scrollAtEdge() {
+    const int index = GetItemIndex(hoverItem_);
+    if (index < 0) {
+        return;
+    }
+    const int top = GetTopIndex();
+    QScrollBar* bar = verticalScrollBar();
+    const int before = bar->value();
+    if (index == top) {
+        bar->setValue(top - 1);
+    } else if (index >= top + GetCountPerPage() - 1) {
+        bar->setValue(top + 1);
+    }
+    if (bar->value() != before && dragSource_) {
+        DragOver(dragSource_, lastDragPoint_); // another row is under the cursor now
+    }
+}
+
+void CTreeListCtrl::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == expandTimer_.timerId()) {
+        expandTimer_.stop();
+        if (timerItem_ && timerItem_ == hoverItem_ && !timerItem_->isExpanded()) {
+            ExpandItem(timerItem_, ExpandCode::Expand);
+        }
+    } else if (event->timerId() == scrollTimer_.timerId()) {
+        scrollAtEdge();
+    } else {
+        QAbstractScrollArea::timerEvent(event);
+    }
+}
+
+} // namespace fenmark::ui::treelist

@@ -1,0 +1,333 @@
+// The tree list control: what the mouse and the keys do.
+#include <algorithm>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include "ui/treelist/tree_list_ctrl.h"
+#include "ui/treelist/tree_list_header_ctrl.h"
+#include "ui/treelist/tree_list_resource.h"
+#include "ui/treelist/tree_list_row_guard.h"
+#include "ui/treelist/tree_list_tip_ctrl.h"
+
+namespace fenmark::ui::treelist {
+
+namespace {
+
+constexpr int kWidthStep = 8; // Alt+Shift+Left and Right change a column's width by this, pixels at 96 dots an inch
+
+} // namespace
+
+void CTreeListCtrl::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    if (tip_) {
+        tip_->leave();
+    }
+    setFocus(Qt::MouseFocusReason);
+    const QPoint point = event->position().toPoint();
+    int flags = 0;
+    int column = -1;
+    CTreeListItem* item = HitTest(point, &flags, &column);
+    pressPoint_ = point;
+    if (!item) {
+        if (modifyItem_) {
+            FinishModify();
+        }
+        SelectItem(nullptr);
+        return;
+    }
+    pressRow(item, flags, column, event);
+}
+
+void CTreeListCtrl::pressRow(CTreeListItem* item, int flags, int column, QMouseEvent* event) {
+    const RowGuard row(*this, item);
+    switch (flags) {
+    case kHitButton:
+        ExpandItem(item, item->isExpanded() ? ExpandCode::Collapse : ExpandCode::Expand);
+        return;
+    case kHitCheck:
+        SetItemCheck(item, column);
+        return;
+    case kHitLock:
+        SetItemLock(item, column);
+        return;
+    case kHitText:
+        if (modifyItem_ == item) {
+            BeginModify(item, column);
+        } else if (modifyItem_) {
+            FinishModify();
+        }
+        break;
+    default:
+        if (modifyItem_ && modifyItem_ != item) {
+            FinishModify();
+        }
+        break;
+    }
+    if (!row) {
+        return;
+    }
+    const int target = column >= 0 ? column : focusOrFirstColumn();
+    if (event->modifiers() & Qt::ControlModifier) {
+        SelectItem(item, target, 0);
+    } else if (item->state & kItemSelected) {
+        ActiveItem(item, target);
+    } else {
+        SelectItem(item, target, 1);
+    }
+    if (row && !editorOpen_) {
+        armDrag(pressPoint_);
+    } else if (row && modifyItem_ == item) {
+        SetCtrlFocus();
+    }
+}
+
+void CTreeListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    int flags = 0;
+    CTreeListItem* item = HitTest(event->position().toPoint(), &flags);
+    if (item && (style_ & kStyleTree) && (flags == kHitText || flags == kHitImage) && modifyItem_ != item) {
+        ExpandItem(item, ExpandCode::Toggle);
+        return;
+    }
+    mousePressEvent(event); // the second of two quick clicks on a box or a button
+}
+
+void CTreeListCtrl::mouseMoveEvent(QMouseEvent* event) {
+    const QPoint point = event->position().toPoint();
+    if (state_ & kControlCaptured) {
+        moveDrag(viewport()->mapToGlobal(point));
+        return;
+    }
+    if ((state_ & kControlDragArmed) && (event->buttons() & Qt::LeftButton)) {
+        if ((point - pressPoint_).manhattanLength() >= QApplication::startDragDistance()) {
+            startDrag(point);
+        }
+        return;
+    }
+    if (event->buttons() == Qt::NoButton) {
+        updateHover(point);
+        updateTip(point);
+    }
+}
+
+void CTreeListCtrl::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    if (state_ & kControlCaptured) {
+        endDrag(true, viewport()->mapToGlobal(event->position().toPoint()));
+    }
+    setState(kControlDragArmed, false);
+}
+
+void CTreeListCtrl::updateHover(const QPoint& point) {
+    int flags = 0;
+    CTreeListItem* item = HitTest(point, &flags);
+    if (!(flags & (kHitButton | kHitCheck | kHitLock))) {
+        item = nullptr;
+        flags = 0;
+    }
+    if (item != hotItem_ || flags != hotFlag_) {
+        repaintItem(hotItem_);
+        hotItem_ = item;
+        hotFlag_ = flags;
+        repaintItem(hotItem_);
+    }
+}
+
+void CTreeListCtrl::updateTip(const QPoint& point) {
+    if (!tip_) {
+        return;
+    }
+    int flags = 0;
+    int column = -1;
+    QRect rect;
+    const CTreeListItem* item = HitTest(point, &flags, &column, &rect);
+    if (item && flags == kHitText && !editorOpen_) {
+        const QString text = cellText(item, column);
+        const QRect seen = rect & viewport()->rect();
+        if (fontMetrics().horizontalAdvance(text) > seen.width()) {
+            tip_->offer(text, rect, point);
+            return;
+        }
+    }
+    tip_->leave();
+}
+
+bool CTreeListCtrl::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave) {
+        updateHover(QPoint(-1, -1));
+        if (tip_) {
+            tip_->leave();
+        }
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void CTreeListCtrl::wheelEvent(QWheelEvent* event) {
+    QAbstractScrollArea::wheelEvent(event);
+    // At an end the wheel is not handed on to the window around.
+    event->accept();
+}
+
+void CTreeListCtrl::moveFocusRow(CTreeListItem* item) {
+    if (item) {
+        SelectItem(item, focusOrFirstColumn(), 1);
+    }
+}
+
+void CTreeListCtrl::moveFocusColumn(int step) {
+    const std::vector<int>& shown = columns_.shown();
+    const int place = columns_.placeOf(focusOrFirstColumn()) + step;
+    if (place < 0 || place >= static_cast<int>(shown.size())) {
+        return;
+    }
+    const int column = shown[static_cast<std::size_t>(place)];
+    if (focusItem_) {
+        ActiveItem(focusItem_, column);
+    } else {
+        focusColumn_ = column;
+    }
+}
+
+void CTreeListCtrl::keyPressEvent(QKeyEvent* event) {
+    if (tip_) {
+        tip_->leave();
+    }
+    if ((state_ & kControlCaptured) && event->key() == Qt::Key_Escape) {
+        endDrag(false, {});
+        return;
+    }
+    if (editorOpen_ ? editorKey(event) : treeKey(event)) {
+        event->accept();
+    } else {
+        event->ignore(); // and not to the scroll bars: the parent may have a use for it
+    }
+}
+
+bool CTreeListCtrl::treeKey(QKeyEvent* event) {
+    const bool tree = (style_ & kStyleTree) != 0;
+    const Qt::KeyboardModifiers modifiers = event->modifiers();
+    const int last = GetVisibleCount() - 1;
+    const bool moves = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||
+                       event->key() == Qt::Key_Home || event->key() == Qt::Key_End || event->key() == Qt::Key_Up ||
+                       event->key() == Qt::Key_Down;
+    if (moves) {
+        if (last < 0) {
+            return true;
+        }
+        const int here = GetItemIndex(focusItem_);
+        const int page = std::max(1, GetCountPerPage() - 1);
+        int to = here;
+        switch (event->key()) {
+        case Qt::Key_PageUp:
+            to = here - page;
+            break;
+        case Qt::Key_PageDown:
+            to = here < 0 ? 0 : here + page;
+            break;
+        case Qt::Key_Home:
+            to = 0;
+            break;
+        case Qt::Key_End:
+            to = last;
+            break;
+        case Qt::Key_Up:
+            to = here - 1;
+            break;
+        default:
+            to = here + 1;
+            break;
+        }
+        moveFocusRow(GetItemAtIndex(std::clamp(to, 0, last)));
+        return true;
+    }
+    switch (event->key()) {
+    case Qt::Key_Space:
+        if (!focusItem_) {
+            return true;
+        }
+        if (modifiers & Qt::ControlModifier) {
+            // The boxes without a mouse.
+            if (modifiers & Qt::ShiftModifier) {
+                if (boxShown(focusItem_, kItemLockBox)) {
+                    SetItemLock(focusItem_, columns_.treeColumn());
+                }
+            } else if (boxShown(focusItem_, kItemCheckBox)) {
+                SetItemCheck(focusItem_, columns_.treeColumn());
+            }
+        } else if (tree && focusItem_->canHaveButton()) {
+            ExpandItem(focusItem_, ExpandCode::Toggle);
+        } else if (boxShown(focusItem_, kItemCheckBox)) {
+            // Nothing to expand: Space ticks, as in any list.
+            SetItemCheck(focusItem_, columns_.treeColumn());
+        }
+        return true;
+    case Qt::Key_Left:
+    case Qt::Key_Right: {
+        const bool right = event->key() == Qt::Key_Right;
+        if (modifiers & Qt::AltModifier) {
+            if (!header_ || !(style_ & kStyleHeader) || columns_.count() == 0) {
+                return false;
+            }
+            const int column = focusOrFirstColumn();
+            if (modifiers & Qt::ShiftModifier) {
+                const int step = metrics().px(kWidthStep);
+                SetColumnWidth(column, std::max(0, GetColumnWidth(column) + (right ? step : -step)));
+            } else {
+                header_->moveColumn(column, columns_.placeOf(column) + (right ? 1 : -1));
+            }
+        } else if ((modifiers & Qt::ShiftModifier) && tree) {
+            if (focusItem_) {
+                ExpandItem(focusItem_, right ? ExpandCode::Expand : ExpandCode::Collapse);
+            }
+        } else {
+            moveFocusColumn(right ? 1 : -1);
+        }
+        return true;
+    }
+    case Qt::Key_Plus:
+    case Qt::Key_Minus:
+        if (!tree || !focusItem_ || (modifiers & Qt::ControlModifier)) {
+            return false;
+        }
+        ExpandItem(focusItem_, event->key() == Qt::Key_Plus ? ExpandCode::Expand : ExpandCode::Collapse);
+        return true;
+    case Qt::Key_Menu:
+        return false;
+    default:
+        return false;
+    }
+}
+
+void CTreeListCtrl::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    if (!focusItem_ && event->reason() != Qt::MouseFocusReason && GetVisibleCount() > 0) {
+        // The keyboard needs a place to start from, and the user a mark that shows it.
+        focusItem_ = GetSelectedItem() ? GetSelectedItem() : GetFirstVisibleItem();
+        focusColumn_ = focusOrFirstColumn();
+    }
+    repaintRows();
+}
+
+void CTreeListCtrl::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    repaintRows();
+}
+
+bool CTreeListCtrl::focusNextPrevChild(bool next) {
+    return !editorOpen_ && QAbstractScrollArea::focusNextPrevChild(next);
+}
+
+} // namespace fenmark::ui::treelist

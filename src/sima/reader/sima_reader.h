@@ -10,7 +10,9 @@
 #include "sima/records/import_options.h"
 #include "sima/records/longitudinal.h"
 #include "sima/records/lot_data.h"
+#include "sima/records/number_index.h"
 #include "sima/records/point_table.h"
+#include "sima/records/shared_array.h"
 #include "sima/records/sima_alignment.h"
 
 #include <array>
@@ -25,6 +27,9 @@ namespace fenmark::sima {
 // program can tell its user.
 using PassedOver = std::map<std::string, std::int64_t>;
 
+// A value. The dialogs and the command hand copies of it around; points, lots, routes, results and log share their
+// elements between copies, so that a copy costs the same for a file of any size (see SharedArray, PointTable,
+// TextList).
 class SimaReader {
   public:
     // 0 when the file was read to its end, -1 when it could not be opened. std::invalid_argument leaves a pass when a
@@ -34,6 +39,8 @@ class SimaReader {
 
     std::int32_t routesRead(std::int32_t type) const;
     std::int32_t routesCreated(std::int32_t type) const;
+    // Do nothing for a type outside 1 to 7.
+    void countRouteRead(std::int32_t type);
     void countRouteCreated(std::int32_t type);
     std::int32_t lotCount() const;
     std::int32_t longitudinalPointCount() const;
@@ -43,7 +50,10 @@ class SimaReader {
     host::MdDbObjectId alignmentIdOfRoute(std::int32_t number) const;
     // Raises a host::MirdanException with the message of the missing point; the caller deletes it.
     SimaPoint findPoint(std::int32_t number) const;
+    // Whether a route of that number was read. If so, notes its type, and during a pass with a host takes over the name
+    // of its alignment, unless forceChosenAlignment is set. The first route of a number is the one.
     bool bindRoute(std::int32_t number);
+    // Empties the model, the log's lists and the counters; what the command has set survives.
     void reset();
 
     PointTable points;
@@ -65,11 +75,11 @@ class SimaReader {
     double startStation = 0.0; // metres
     std::int32_t routeType = 0;
     Array<EntityData> entities;
-    Array<SimaAlignment> alignments;
-    Array<LotData> lots;
-    Array<VerticalData> verticals;
-    Array<IntersectionData> intersections;
-    Array<HSeriesData> hSeries;
+    SharedArray<SimaAlignment> alignments;
+    SharedArray<LotData> lots;
+    SharedArray<VerticalData> verticals;
+    SharedArray<IntersectionData> intersections;
+    SharedArray<HSeriesData> hSeries;
     std::int32_t lineNumber = 0;
     std::int32_t errorCount = 0;
     SimaLog log;
@@ -82,10 +92,20 @@ class SimaReader {
     bool usedRouteType3 = false;
     bool usedRouteType7 = false;
     bool forceChosenAlignment = false;
-    Array<std::string> createdAlignmentNames;
+    SharedArray<std::string> createdAlignmentNames;
     PassedOver passedOver;
 
   private:
+    const SimaAlignment* findRoute(std::int32_t number) const;
+    std::int32_t runPass(std::string_view path, const ReadContext& context, bool full);
+
+    // Route numbers of the first elements of `alignments`, brought up to date at each look-up.
+    struct RouteIndex {
+        NumberIndex places;
+        std::size_t indexed = 0;
+    };
+    mutable RouteIndex routeIndex_;
+    host::HostBoundary* host_ = nullptr; // during a pass
     std::array<std::int32_t, 7> routesRead_{};
     std::array<std::int32_t, 7> routesCreated_{};
 };

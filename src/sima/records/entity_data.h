@@ -19,11 +19,11 @@ class EntityData {
     EntityData& operator=(const EntityData&) = default;
     EntityData& operator=(EntityData&&) = default;
 
-    std::string type;        // "S" straight, "R" arc, "A" clothoid
-    std::string length;      // "A" only: parameterA^2 / |endRadius - startRadius|; no consumer reads it
-    std::string startX;      // drawing axes, metres, "%0.12f"
+    std::string type;   // "S" straight, "R" arc, "A" clothoid
+    std::string length; // "A" only: parameterA^2 / |endRadius - startRadius|; no consumer reads it
+    std::string startX; // drawing axes, metres, "%0.12f"
     std::string startY;
-    std::string endX;        // empty until the next B01 closes the element
+    std::string endX; // empty until the next B01 closes the element
     std::string endY;
     std::string radius;      // arc: field 2 of C01, signed as in the file
     std::string endRadius;   // clothoid: field 3 of C02

@@ -7,7 +7,12 @@
 
 namespace fenmark::sima {
 
-// The ASCII blanks 0x09 to 0x0D and 0x20.
+// White space: the ASCII blanks 0x09 to 0x0D and 0x20. The ideographic space U+3000 is none.
+constexpr bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// The text without the blanks at its ends.
 std::string_view trim(std::string_view text);
 
 // As the C conversion in the C locale, decimal digits only: leading blanks skipped, optional sign, ends at the first
@@ -17,7 +22,7 @@ double toReal(std::string_view text);
 // The same for integers; a value beyond 32 bits becomes the nearest 32-bit value.
 std::int32_t toInteger(std::string_view text);
 
-// "%0.12f"
+// As printf's "%0.12f" in the C locale; infinities and not-a-number come out as "inf", "-inf", "nan", "-nan".
 std::string formatReal(double value);
 
 } // namespace fenmark::sima

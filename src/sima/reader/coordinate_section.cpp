@@ -1,0 +1,81 @@
+// The coordinate section, A00 to A99: the numbered points that all other sections refer to.
+#include "sima/reader/section_readers.h"
+
+#include "sima/text/number.h"
+#include "sima/validators/validators.h"
+
+#include <string>
+#include <utility>
+
+namespace fenmark::sima {
+
+bool storePoint(PointTable& points, const Fields& fields) {
+    if (fields.size() < 2 || fields[1].empty())
+        return false;
+    // A short record is filled up with empty fields.
+    const auto field = [&fields](std::size_t i) { return i < fields.size() ? fields[i] : std::string_view{}; };
+    SimaPoint point;
+    point.number = toInteger(fields[1]);
+    point.name = field(2);
+    // The axes cross here: the file's X is the northing, the drawing's y.
+    point.y = toReal(field(3));
+    point.x = toReal(field(4));
+    point.z = toReal(field(5));
+    point.hasZ = !field(5).empty();
+    points.append(std::move(point));
+    return true;
+}
+
+void readCoordinateSection(FilePass& file) {
+    SimaReader& reader = file.reader();
+    SimaLog& log = file.log();
+    validateEndRecord(log, file.record());
+    file.updateErrorCount();
+    log.coordinateBegin(reader.lineNumber);
+
+    // Nothing looks points up while their section is open, so they go straight behind those of earlier sections.
+    const std::size_t first = reader.points.size();
+    for (bool open = true; open && file.next();) {
+        const Record record = file.record();
+        if (filterCoordinateSection(log, record) != 0) {
+            file.updateErrorCount();
+            continue;
+        }
+        switch (file.code()) {
+        case recordCode("A01"): {
+            const auto isDuplicate = [&] { return reader.points.hasFrom(first, toInteger(record.fields[1])); };
+            if (validateA01(log, record, isDuplicate) != 0)
+                file.updateErrorCount();
+            else if (!storePoint(reader.points, record.fields))
+                file.passOver("point without a number");
+            break;
+        }
+        case recordCode("A99"):
+            validateEndRecord(log, record);
+            file.updateErrorCount();
+            open = false;
+            break;
+        case recordCode("Z00"):
+            file.passOver("comment");
+            break;
+        default:
+            break;
+        }
+    }
+    // The end of the file closes the section as A99 does.
+    if (file.sink() != nullptr)
+        file.sink()->createCoordinatePoints(reader, reader.points.from(first));
+}
+
+// Nothing is tested here, so a number that stands twice counts twice.
+void previewCoordinateSection(FilePass& file) {
+    while (file.next()) {
+        const RecordCode code = file.code();
+        if (code == recordCode("A99"))
+            return;
+        if (code == recordCode("A01"))
+            storePoint(file.reader().points, file.fields());
+    }
+}
+
+} // namespace fenmark::sima

@@ -1,0 +1,124 @@
+// The cross-section section, I00 to I99: offset points with heights at stations of a route.
+#include "sima/reader/section_readers.h"
+
+#include "sima/reader/result_number.h"
+#include "sima/validators/validators.h"
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace fenmark::sima {
+
+namespace {
+
+// std::invalid_argument for a record of fewer than five fields.
+IntersectionData::SubEntity makeSubEntity(const Record& record) {
+    IntersectionData::SubEntity subEntity;
+    subEntity.pileHeadHeight = resultNumber(record.fields[4]);
+    subEntity.sectionName = trim(record.fields[1]);
+    subEntity.station = resultNumber(record.fields[2]);
+    subEntity.groundHeight = resultNumber(record.fields[3]);
+    subEntity.sourceLine = record.line;
+    subEntity.sourceText = record.text;
+    return subEntity;
+}
+
+// std::invalid_argument for a record of fewer than four fields. A distance that is no number counts as 0.0, so as a
+// point on the centre line.
+void addOffsetPoint(IntersectionData::SubEntity& subEntity, const Record& record) {
+    const double height = resultNumber(record.fields[3]);
+    subEntity.pointNames.emplace_back(record.fields[1]);
+    subEntity.distances.push_back(resultNumber(record.fields[2]));
+    subEntity.heights.push_back(height);
+}
+
+// Logs the points of the last cross section and returns their number.
+std::int32_t closeSubEntity(SimaLog& log, const IntersectionData& section) {
+    if (section.subEntities.empty())
+        return 0;
+    const std::int32_t count = pointsOfCrossSection(section.subEntities.back());
+    log.crossSectionPoints(count);
+    return count;
+}
+
+} // namespace
+
+void readCrossSection(FilePass& file) {
+    SimaReader& reader = file.reader();
+    SimaLog& log = file.log();
+    validateI00(log, file.record());
+    file.updateErrorCount();
+    // The route is bound at the end only, so the name is that of the section before.
+    log.crossSectionBegin(reader.lineNumber, reader.alignmentName);
+
+    IntersectionData section;
+    section.routeName = trim(file.fields()[2]);
+    section.routeNumber = toInteger(file.fields()[1]);
+    std::int32_t total = 0;
+    bool closed = false;
+
+    while (!closed && file.next()) {
+        const Record record = file.record();
+        if (filterCrossSection(log, record) != 0) {
+            file.updateErrorCount();
+            continue;
+        }
+        switch (file.code()) {
+        case recordCode("I01"): // used whatever the verdict is
+            total += closeSubEntity(log, section);
+            validateI01(log, record);
+            file.updateErrorCount();
+            section.subEntities.push_back(makeSubEntity(record));
+            log.crossSectionItem(reader.lineNumber, section.subEntities.back().sectionName);
+            break;
+        case recordCode("I02"): // used whatever the verdict is
+            validateI02(log, record);
+            file.updateErrorCount();
+            if (section.subEntities.empty())
+                file.passOver("before the first cross section");
+            else
+                addOffsetPoint(section.subEntities.back(), record);
+            break;
+        case recordCode("I99"):
+            total += closeSubEntity(log, section);
+            validateEndRecord(log, record);
+            file.updateErrorCount();
+            closed = true;
+            break;
+        default:
+            break;
+        }
+    }
+    if (closed) {
+        section.routeFound = reader.bindRoute(section.routeNumber);
+        if (file.sink() != nullptr)
+            file.sink()->createCrossSectionPoints(reader, section);
+        reader.intersections.push_back(std::move(section));
+    } else if (!section.subEntities.empty()) {
+        file.countPassedOver("result of a section without its end record: I01", section.subEntities.size());
+    }
+    log.crossSectionEnd(reader.lineNumber, !reader.alignmentName.empty(), total);
+}
+
+// A section that the file's end cuts off is not stored.
+void previewCrossSection(FilePass& file) {
+    SimaReader& reader = file.reader();
+    const Record opening = file.record();
+    const bool hasNumber = opening.fields.size() > 1;
+    IntersectionData section;
+    section.routeNumber = hasNumber ? toInteger(opening.fields[1]) : 0;
+    while (file.next()) {
+        if (file.code() == recordCode("I01")) {
+            section.subEntities.emplace_back();
+        } else if (file.code() == recordCode("I99")) {
+            if (!hasNumber)
+                throw std::invalid_argument("the record has too few fields");
+            section.routeFound = reader.bindRoute(section.routeNumber);
+            reader.intersections.push_back(std::move(section));
+            return;
+        }
+    }
+}
+
+} // namespace fenmark::sima

@@ -1,0 +1,112 @@
+// One pass over one file.
+#include "sima/reader/file_pass.h"
+
+#include "sima/text/cp932.h"
+#include "sima/text/number.h"
+#include "sima/text/utf8.h"
+
+namespace fenmark::sima {
+
+namespace {
+
+constexpr std::string_view kWindowTitle = "SIMAファイル読み込み中";
+constexpr std::string_view kWindowText = "SIMAファイル読み込み中...\n\n";
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// A file of garbage must not fill the list of kinds: beyond so many, codes are told together.
+constexpr std::size_t kMostKinds = 64;
+constexpr std::size_t kLongestCode = 12; // bytes
+
+bool isPrintable(std::string_view code) {
+    for (const char c : code)
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+            return false;
+    return code.size() <= kLongestCode;
+}
+
+} // namespace
+
+bool FilePass::open(std::string_view path) {
+    if (!source_.open(path))
+        return false;
+    if (context_.progress != nullptr)
+        progress_ = context_.progress->create(kWindowTitle, false);
+    if (progress_) {
+        progress_->goModal("Progress", false);
+        progress_->setRange(0, source_.length(), 1);
+        progress_->setText(kWindowText);
+    }
+    return true;
+}
+
+void FilePass::close() {
+    source_.close();
+    progress_.reset();
+}
+
+bool FilePass::next() {
+    std::string_view raw;
+    if (!source_.next(raw))
+        return false;
+    if (progress_) {
+        progress_->setPosition(source_.position());
+        progress_->pump();
+    }
+    ++reader_.lineNumber;
+    if (atStart_) {
+        atStart_ = false;
+        if (context_.encoding == Encoding::Utf8 && raw.starts_with(kByteOrderMark))
+            raw.remove_prefix(kByteOrderMark.size());
+    }
+    // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
+    decode(trim(raw));
+    split_ = false;
+    return true;
+}
+
+void FilePass::decode(std::string_view bytes) {
+    if (isAscii(bytes)) {
+        text_ = bytes;
+        return;
+    }
+    decoded_.clear();
+    if (context_.encoding == Encoding::Utf8)
+        appendValidUtf8(decoded_, bytes);
+    else
+        decodeCp932(decoded_, bytes);
+    text_ = decoded_;
+}
+
+const Fields& FilePass::fields() {
+    if (!split_)
+        splitLine(text_, ",", fields_);
+    split_ = true;
+    return fields_;
+}
+
+RecordCode FilePass::code() {
+    // Most lines begin with three characters and a comma, and then need no splitting to be told apart.
+    if (!split_ && text_.size() > 3 && text_[3] == ',') {
+        const std::string_view first = text_.substr(0, 3);
+        if (first.find_first_of("\",") == std::string_view::npos)
+            return recordCode(first);
+    }
+    return recordCode(fields()[0]);
+}
+
+void FilePass::passOver(std::string_view what) {
+    kind_ = what;
+    const std::string_view code = fields()[0];
+    PassedOver& kinds = reader_.passedOver;
+    if (isPrintable(code) && kinds.size() < kMostKinds) {
+        kind_ += ": ";
+        kind_ += code;
+    }
+    ++kinds[kind_];
+}
+
+void FilePass::countPassedOver(std::string_view kind, std::size_t lines) {
+    reader_.passedOver[std::string(kind)] += static_cast<std::int64_t>(lines);
+}
+
+} // namespace fenmark::sima

@@ -1,0 +1,66 @@
+// One pass over one file: the line steps that hold wherever a line is read.
+#pragma once
+
+#include "sima/reader/line_source.h"
+#include "sima/reader/read_context.h"
+#include "sima/reader/sima_reader.h"
+#include "sima/text/record_code.h"
+#include "sima/text/splitter.h"
+#include "sima/validators/record.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace fenmark::sima {
+
+class FilePass {
+  public:
+    FilePass(SimaReader& reader, const ReadContext& context) : reader_(reader), context_(context) {}
+
+    // Opens the file and shows the progress window. False if the file cannot be opened.
+    bool open(std::string_view path);
+    // Closes file and window; the destructor does the same when an exception leaves the pass.
+    void close();
+
+    // Reads the next line, shows the position, counts and trims. False at the end of the file.
+    bool next();
+
+    // The line read last; all views hold until the next line.
+    RecordCode code(); // of field 0, exact
+    std::string_view text() const { return text_; }
+    const Fields& fields();
+    Record record() { return {reader_.lineNumber, fields(), text_}; }
+
+    SimaReader& reader() { return reader_; }
+    SimaLog& log() { return reader_.log; }
+    SectionSink* sink() { return context_.sink; }
+
+    // The reader's counter follows the log's.
+    void updateErrorCount() {
+        if (reader_.log.errorCount() > reader_.errorCount)
+            reader_.errorCount = reader_.log.errorCount();
+    }
+
+    // Counts the line as passed over in silence: "what: CODE".
+    void passOver(std::string_view what);
+    // The same for several lines of a kind.
+    void countPassedOver(std::string_view kind, std::size_t lines);
+
+  private:
+    void decode(std::string_view bytes);
+
+    SimaReader& reader_;
+    ReadContext context_;
+    LineSource source_;
+    std::unique_ptr<Progress> progress_;
+    bool atStart_ = true;
+    std::string_view text_;
+    std::string decoded_;
+    Fields fields_;
+    bool split_ = false;
+    std::string kind_;
+};
+
+} // namespace fenmark::sima

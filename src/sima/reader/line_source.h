@@ -1,0 +1,37 @@
+// A text file line by line, read forward once in large blocks.
+#pragma once
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::sima {
+
+class LineSource {
+  public:
+    // False if the path is no file that can be read; a folder is none.
+    bool open(std::string_view path);
+    void close() { file_.close(); }
+    std::int64_t length() const { return length_; } // bytes
+    // The place behind the last line and its end, bytes.
+    std::int64_t position() const { return position_; }
+    // The next line without its end, LF or CR LF. False at the end of the file. The view holds until the next call.
+    // Raises std::system_error if the file breaks off with a fault.
+    bool next(std::string_view& line);
+
+  private:
+    bool fill();
+
+    std::string path_;
+    std::ifstream file_;
+    std::vector<char> buffer_;
+    std::size_t start_ = 0; // of what was not yet given out
+    std::size_t end_ = 0;
+    bool atEnd_ = false;
+    std::int64_t length_ = 0;
+    std::int64_t position_ = 0;
+};
+
+} // namespace fenmark::sima

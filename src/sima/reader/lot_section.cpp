@@ -1,0 +1,120 @@
+// The lot section, D00 to D99: one parcel by references to points.
+#include "sima/reader/section_readers.h"
+
+#include "sima/text/number.h"
+#include "sima/validators/validators.h"
+
+#include <string>
+#include <utility>
+
+namespace fenmark::sima {
+
+namespace {
+
+// Passes over the triangle data E00 to E99, whatever its lines hold.
+void skipTriangleBlock(FilePass& file) {
+    while (file.next()) {
+        if (file.code() == recordCode("E99"))
+            return;
+        if (file.code() != recordCode("E01") && file.code() != recordCode("E03") && file.code() != kNoCode)
+            file.passOver("inside triangle data");
+    }
+}
+
+// Adds the point that a B01 refers to. False, with its error block, if there is no such point.
+bool addLotPoint(FilePass& file, const Record& record, LotData& lot) {
+    const SimaPoint* const point = file.reader().points.find(toInteger(record.fields[1]));
+    if (point == nullptr) {
+        reportMissingPoint(file.log(), record);
+        file.updateErrorCount();
+        return false;
+    }
+    lot.points.push_back(*point);
+    return true;
+}
+
+// Stores the lot, hands it to the output and logs its end, whether or not anything is drawn.
+void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
+    SimaReader& reader = file.reader();
+    const auto pointCount = static_cast<std::int32_t>(lot.points.size());
+    lot.points.shrink_to_fit();
+    reader.lots.push_back(std::move(lot));
+    if (file.sink() != nullptr) {
+        // Shares the elements, so that the lot stays whatever the output does with the reader.
+        const SharedArray<LotData> lots = reader.lots;
+        file.sink()->createLotPolyline(reader, lots.back());
+    }
+    file.log().lotEnd(reader.lineNumber, true, pointCount, hasTriangleData);
+}
+
+} // namespace
+
+void readLotSection(FilePass& file) {
+    SimaReader& reader = file.reader();
+    SimaLog& log = file.log();
+    validateD00(log, file.record());
+    file.updateErrorCount();
+    log.lotBegin(reader.lineNumber);
+
+    LotData lot;
+    bool abandoned = false;
+    bool hasTriangleData = false;
+    const Fields& opening = file.fields();
+    lot.isType1 = trim(opening[3]) == "1";
+    lot.number = toInteger(opening[1]);
+    lot.name = opening[2];
+
+    while (file.next()) {
+        const Record record = file.record();
+        if (filterLotSection(log, record) != 0) {
+            file.updateErrorCount();
+            continue;
+        }
+        const RecordCode code = file.code();
+        if (abandoned) {
+            // Nothing counts any more but the end of the lot; an E00 opens no block here.
+            if (code == recordCode("D99")) {
+                log.lotEnd(reader.lineNumber, false, 0, false);
+                return;
+            }
+            if (code != kNoCode)
+                file.passOver("in a lot with a missing point");
+            continue;
+        }
+        switch (code) {
+        case recordCode("B01"):
+            if (validateB01(log, record) != 0)
+                file.updateErrorCount();
+            else
+                abandoned = !addLotPoint(file, record, lot);
+            break;
+        case recordCode("E00"):
+            hasTriangleData = true;
+            skipTriangleBlock(file);
+            break;
+        case recordCode("D99"): // the one end record that is not tested
+            closeLot(file, std::move(lot), hasTriangleData);
+            return;
+        case kNoCode:
+            break;
+        default:
+            file.passOver("not used in a lot");
+            break;
+        }
+    }
+    // The end of the file closes a lot as good even if it was abandoned, which D99 would have refused. This is meant.
+    closeLot(file, std::move(lot), hasTriangleData);
+}
+
+// Only the codes count. At the end one empty lot is stored.
+void previewLotSection(FilePass& file) {
+    while (file.next()) {
+        if (file.code() == recordCode("D99"))
+            break;
+        if (file.code() == recordCode("E00"))
+            skipTriangleBlock(file);
+    }
+    file.reader().lots.push_back({});
+}
+
+} // namespace fenmark::sima

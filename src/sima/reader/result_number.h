@@ -1,0 +1,19 @@
+// Numbers of the result sections.
+#pragma once
+
+#include "sima/text/number.h"
+#include "sima/text/utf8.h"
+
+#include <string>
+#include <string_view>
+
+namespace fenmark::sima {
+
+// The real number of a result's field: ideographic spaces count as blanks.
+inline double resultNumber(std::string_view field) {
+    if (field.find(kIdeographicSpace) == std::string_view::npos)
+        return toReal(field);
+    return toReal(replaceIdeographicSpaces(field));
+}
+
+} // namespace fenmark::sima

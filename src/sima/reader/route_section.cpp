@@ -1,0 +1,248 @@
+// The route section, F00 to F99: points with arc and clothoid parameters between them.
+#include "sima/reader/section_readers.h"
+
+#include "sima/text/number.h"
+#include "sima/text/string_table.h"
+#include "sima/text/utf8.h"
+#include "sima/validators/validators.h"
+
+#include <cmath>
+#include <string>
+#include <utility>
+
+namespace fenmark::sima {
+
+namespace {
+
+constexpr double kNominalValue = 100.0;
+
+bool isPolylineType(std::int32_t routeType) {
+    return routeType == 1 || (routeType >= 4 && routeType <= 6);
+}
+
+// Takes the opening record over into the reader. A record of fewer than five fields changes nothing, so that the
+// values of the route before stay.
+void takeRouteFields(FilePass& file) {
+    SimaReader& reader = file.reader();
+    const Fields& fields = file.fields();
+    if (fields.size() >= 5) {
+        reader.routeNumberText = fields[1];
+        reader.routeGroupText = fields[2];
+        reader.routeNameText = fields[3];
+        reader.routeType = toInteger(fields[4]);
+    }
+    reader.countRouteRead(reader.routeType);
+}
+
+// Closes the element before at the point and opens a new one there. False if there is no such point.
+bool addRoutePoint(SimaReader& reader, const Fields& fields) {
+    if (fields.size() < 3)
+        return true;
+    const SimaPoint* const point = reader.points.find(toInteger(fields[1]));
+    if (point == nullptr)
+        return false;
+    std::string x = formatReal(point->x);
+    std::string y = formatReal(point->y);
+    if (!reader.entities.empty()) {
+        EntityData& last = reader.entities.back();
+        last.endX = x;
+        last.endY = y;
+        last.endZ = point->z;
+    }
+    EntityData element;
+    element.type = "S";
+    element.startX = std::move(x);
+    element.startY = std::move(y);
+    element.startZ = point->z;
+    element.nominalValue = kNominalValue;
+    reader.entities.push_back(std::move(element));
+    return true;
+}
+
+// Makes the last element an arc. std::invalid_argument for a record of fewer than three fields.
+void setArc(FilePass& file) {
+    Array<EntityData>& entities = file.reader().entities;
+    if (entities.empty()) {
+        file.passOver("before the first point of a route");
+        return;
+    }
+    const std::string_view radius = file.fields()[2];
+    EntityData& last = entities.back();
+    last.type = "R";
+    last.radius = radius;
+    last.direction = toReal(radius) >= 0.0 ? "R" : "L";
+}
+
+// Makes the last element a clothoid. std::invalid_argument for a record of fewer than four fields.
+void setClothoid(FilePass& file) {
+    Array<EntityData>& entities = file.reader().entities;
+    if (entities.empty()) {
+        file.passOver("before the first point of a route");
+        return;
+    }
+    const auto cleaned = [&file](std::size_t field) {
+        const std::string text = replaceIdeographicSpaces(file.fields()[field]);
+        return std::string(trim(text));
+    };
+    EntityData& last = entities.back();
+    last.type = "A";
+    last.parameterA = cleaned(1);
+    last.startRadius = cleaned(2);
+    last.endRadius = cleaned(3);
+    const double parameter = toReal(last.parameterA);
+    const double startRadius = toReal(last.startRadius);
+    const double endRadius = toReal(last.endRadius);
+    // Not the true length, which is clothoidLength(); kept on purpose. Equal radii give the text of infinity.
+    last.length = formatReal(parameter * parameter / std::abs(endRadius - startRadius));
+    last.direction = startRadius < 0.0 || endRadius < 0.0 ? "L" : "R";
+}
+
+void reportNoCurvesHere(FilePass& file, const Record& record) {
+    reportRecord(file.log(), "ErrF002", resourceText(kMessageNoCurvesHere), record.line, record.text);
+    file.updateErrorCount();
+}
+
+void skipElementBlock(FilePass& file) {
+    while (file.next() && file.code() != recordCode("C99"))
+        if (file.code() != kNoCode)
+            file.passOver("inside element data");
+}
+
+// Reads up to F99. 0, or -1 if a point was missing. The end of the file gives 0 even then, which is meant.
+std::int32_t readRouteSection(FilePass& file) {
+    SimaReader& reader = file.reader();
+    SimaLog& log = file.log();
+    bool elementSeen = false; // the last accepted line was C01, C02 or C03
+    bool failed = false;
+    reader.startStation = 0.0;
+
+    while (file.next()) {
+        const Record record = file.record();
+        if (filterRouteSection(log, record) != 0) {
+            file.updateErrorCount();
+            continue;
+        }
+        const RecordCode code = file.code();
+        if (code == recordCode("F99")) {
+            validateEndRecord(log, record);
+            file.updateErrorCount();
+            return failed ? -1 : 0;
+        }
+        if (elementSeen) {
+            elementSeen = false;
+            if (code == recordCode("C00")) {
+                skipElementBlock(file);
+                continue;
+            }
+        }
+        switch (code) {
+        case recordCode("F03"): // has no validator
+            reader.startStation = toReal(record.fields[1]);
+            break;
+        case recordCode("B01"): // used whatever the verdict is
+            validateB01(log, record);
+            file.updateErrorCount();
+            if (!addRoutePoint(reader, record.fields)) {
+                reportMissingPoint(log, record);
+                file.updateErrorCount();
+                failed = true;
+            }
+            break;
+        case recordCode("B03"):
+            validateB03(log, record);
+            file.updateErrorCount();
+            break;
+        case recordCode("C01"):
+        case recordCode("C02"): {
+            elementSeen = true;
+            if (isPolylineType(reader.routeType)) {
+                reportNoCurvesHere(file, record);
+                break;
+            }
+            const bool isArc = code == recordCode("C01");
+            if (isArc)
+                validateC01(log, record);
+            else
+                validateC02(log, record);
+            file.updateErrorCount();
+            if (isArc)
+                setArc(file);
+            else
+                setClothoid(file);
+            break;
+        }
+        case recordCode("C03"):
+            elementSeen = true;
+            validateC03(log, record);
+            file.updateErrorCount();
+            break;
+        case kNoCode:
+            break;
+        default:
+            file.passOver("not used in a route");
+            break;
+        }
+    }
+    return 0;
+}
+
+// Hands the route to the output if its type is ticked. Null if nothing was made or no alignment came of it.
+host::MdDbObjectId createRoute(FilePass& file, const SimaAlignment& route) {
+    SimaReader& reader = file.reader();
+    if (file.sink() == nullptr || route.routeType < 1 || route.routeType > 7)
+        return {};
+    if (!reader.options.flag(static_cast<ImportKind>(3 + route.routeType)))
+        return {};
+    if (!isPolylineType(route.routeType))
+        return file.sink()->createRouteAlignment(reader, route);
+    file.sink()->createRoutePolyline(reader, route);
+    return {};
+}
+
+} // namespace
+
+void readRoute(FilePass& file) {
+    SimaReader& reader = file.reader();
+    SimaLog& log = file.log();
+    validateF00(log, file.record());
+    file.updateErrorCount();
+    log.routeBegin(reader.lineNumber);
+    takeRouteFields(file);
+
+    SimaAlignment route;
+    route.points = reader.points;
+    route.routeType = reader.routeType;
+    route.routeName = reader.routeNameText;
+    route.routeNumber = toInteger(reader.routeNumberText);
+
+    if (readRouteSection(file) != 0) {
+        log.routeEnd(reader.lineNumber, false, route.routeType, 0, route.routeName);
+        reader.entities.clear();
+        return;
+    }
+    const auto elementCount = static_cast<std::int32_t>(reader.entities.size());
+    const std::int32_t routeType = route.routeType;
+    const std::string routeName = route.routeName;
+    route.startStation = reader.startStation;
+    route.entities = std::exchange(reader.entities, {});
+    route.entities.shrink_to_fit();
+    route.alignmentName = reader.baseName + "-" + reader.routeNameText;
+    route.objectId = createRoute(file, route);
+    reader.alignments.push_back(std::move(route));
+    // Logged as good whatever the output could make of it.
+    log.routeEnd(reader.lineNumber, true, routeType, elementCount, routeName);
+}
+
+// Number and type are all that is kept; the lines up to F99 are not looked at.
+void previewRoute(FilePass& file) {
+    SimaReader& reader = file.reader();
+    takeRouteFields(file);
+    SimaAlignment route;
+    route.routeType = reader.routeType;
+    route.routeNumber = toInteger(reader.routeNumberText);
+    while (file.next() && file.code() != recordCode("F99")) {
+    }
+    reader.alignments.push_back(std::move(route));
+}
+
+} // namespace fenmark::sima

@@ -1,0 +1,122 @@
+// The object of one import.
+#include "sima/reader/sima_reader.h"
+
+#include "host/boundary/mirdan_exception.h"
+#include "sima/text/string_table.h"
+
+#include <algorithm>
+
+namespace fenmark::sima {
+
+std::int32_t SimaReader::routesRead(std::int32_t type) const {
+    return type >= 1 && type <= 7 ? routesRead_[static_cast<std::size_t>(type - 1)] : 0;
+}
+
+std::int32_t SimaReader::routesCreated(std::int32_t type) const {
+    return type >= 1 && type <= 7 ? routesCreated_[static_cast<std::size_t>(type - 1)] : 0;
+}
+
+void SimaReader::countRouteRead(std::int32_t type) {
+    if (type >= 1 && type <= 7)
+        ++routesRead_[static_cast<std::size_t>(type - 1)];
+}
+
+void SimaReader::countRouteCreated(std::int32_t type) {
+    if (type >= 1 && type <= 7)
+        ++routesCreated_[static_cast<std::size_t>(type - 1)];
+}
+
+std::int32_t SimaReader::lotCount() const {
+    return static_cast<std::int32_t>(lots.size());
+}
+
+std::int32_t SimaReader::longitudinalPointCount() const {
+    std::size_t count = 0;
+    for (const HSeriesData& section : hSeries)
+        count += section.verticals.size();
+    return static_cast<std::int32_t>(count);
+}
+
+std::int32_t SimaReader::crossSectionCount() const {
+    std::size_t count = 0;
+    for (const IntersectionData& section : intersections)
+        count += section.subEntities.size();
+    return static_cast<std::int32_t>(count);
+}
+
+bool SimaReader::allLongitudinalRoutesFound() const {
+    return std::all_of(hSeries.begin(), hSeries.end(), [](const HSeriesData& section) { return section.routeFound; });
+}
+
+bool SimaReader::allCrossSectionRoutesFound() const {
+    return std::all_of(intersections.begin(), intersections.end(),
+                       [](const IntersectionData& section) { return section.routeFound; });
+}
+
+const SimaAlignment* SimaReader::findRoute(std::int32_t number) const {
+    constexpr std::size_t kFewRoutes = 32;
+    if (alignments.size() <= kFewRoutes) {
+        const auto found = std::find_if(alignments.begin(), alignments.end(),
+                                        [number](const SimaAlignment& route) { return route.routeNumber == number; });
+        return found != alignments.end() ? &*found : nullptr;
+    }
+    if (alignments.size() < routeIndex_.indexed)
+        routeIndex_ = {};
+    for (; routeIndex_.indexed < alignments.size(); ++routeIndex_.indexed)
+        routeIndex_.places.add(alignments[routeIndex_.indexed].routeNumber,
+                               static_cast<std::uint32_t>(routeIndex_.indexed));
+    const auto places = routeIndex_.places.find(number);
+    return places ? &alignments[places->first] : nullptr;
+}
+
+host::MdDbObjectId SimaReader::alignmentIdOfRoute(std::int32_t number) const {
+    const SimaAlignment* const route = findRoute(number);
+    return route != nullptr ? route->objectId : host::MdDbObjectId{};
+}
+
+SimaPoint SimaReader::findPoint(std::int32_t number) const {
+    const SimaPoint* const point = points.find(number);
+    if (point == nullptr)
+        throw new host::MirdanException(std::string(resourceText(kMessageMissingPoint)));
+    return *point;
+}
+
+bool SimaReader::bindRoute(std::int32_t number) {
+    const SimaAlignment* const route = findRoute(number);
+    if (route == nullptr)
+        return false;
+    usedRouteType2 = usedRouteType2 || route->routeType == 2;
+    usedRouteType3 = usedRouteType3 || route->routeType == 3;
+    usedRouteType7 = usedRouteType7 || route->routeType == 7;
+    if (!forceChosenAlignment && route->objectId.isValid() && host_ != nullptr) {
+        const auto corridor = host_->makeCorridorUtility();
+        corridor->connect();
+        alignmentName = corridor->getAlignmentName(route->objectId);
+        corridor->disconnect();
+    }
+    return true;
+}
+
+void SimaReader::reset() {
+    alignments.clear();
+    lots.clear();
+    verticals.clear();
+    intersections.clear();
+    hSeries.clear();
+    points.clear();
+    createdAlignmentNames.clear();
+    log.clear();
+    lineNumber = 0;
+    errorCount = 0;
+    routesRead_ = {};
+    routesCreated_ = {};
+    alignmentsCreated = 0;
+    polylinesCreated = 0;
+    longitudinalPointsCreated = 0;
+    crossSectionPointsCreated = 0;
+    coordinatePointsCreated = 0;
+    passedOver.clear();
+    routeIndex_ = {};
+}
+
+} // namespace fenmark::sima

@@ -1,0 +1,137 @@
+// Text to numbers and back, independent of any locale.
+#include "sima/text/number.h"
+
+#include <array>
+#include <charconv>
+#include <limits>
+
+namespace fenmark::sima {
+
+namespace {
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+std::string_view skipBlanks(std::string_view text) {
+    std::size_t start = 0;
+    while (start < text.size() && isBlank(text[start]))
+        ++start;
+    return text.substr(start);
+}
+
+// Powers of ten that a double holds exactly.
+constexpr std::array<double, 23> kPowersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// Whether an unsigned decimal number that is out of range is too large, and not too small: the place of its first
+// digit that is not 0 decides, together with the exponent.
+bool isTooLarge(std::string_view digits) {
+    std::int64_t place = 0; // of the first nonzero digit: 1 for the one before the point
+    bool seenPoint = false;
+    bool seenNonzero = false;
+    std::size_t i = 0;
+    for (; i < digits.size() && (isDigit(digits[i]) || digits[i] == '.'); ++i) {
+        if (digits[i] == '.') {
+            seenPoint = true;
+        } else {
+            seenNonzero = seenNonzero || digits[i] != '0';
+            if (seenNonzero && !seenPoint)
+                ++place;
+            if (!seenNonzero && seenPoint)
+                --place;
+        }
+    }
+    if (i < digits.size())
+        place += toInteger(digits.substr(i + 1));
+    return place > 0;
+}
+
+// An unsigned decimal number by the full rules, from where it starts.
+double convertSlowly(std::string_view digits) {
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (error == std::errc::result_out_of_range) {
+        const std::string_view used = digits.substr(0, static_cast<std::size_t>(end - digits.data()));
+        return isTooLarge(used) ? std::numeric_limits<double>::infinity() : 0.0;
+    }
+    return error == std::errc{} ? value : 0.0;
+}
+
+} // namespace
+
+std::string_view trim(std::string_view text) {
+    text = skipBlanks(text);
+    std::size_t size = text.size();
+    while (size > 0 && isBlank(text[size - 1]))
+        --size;
+    return text.substr(0, size);
+}
+
+double toReal(std::string_view text) {
+    text = skipBlanks(text);
+    bool negative = false;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    // Up to 15 digits with at most 22 decimals: the integer of the digits and the power of ten are exact, so the one
+    // division rounds as a full conversion does. All other numbers take the full conversion.
+    constexpr int kExactDigits = 15;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    std::size_t decimals = 0;
+    bool seenPoint = false;
+    std::size_t i = 0;
+    for (; i < text.size(); ++i) {
+        const char c = text[i];
+        if (isDigit(c)) {
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
+            if (++digits > kExactDigits)
+                break;
+            decimals += seenPoint ? 1 : 0;
+        } else if (c == '.' && !seenPoint) {
+            seenPoint = true;
+        } else {
+            break;
+        }
+    }
+    double value = 0.0;
+    const bool exponent = i < text.size() && (text[i] == 'e' || text[i] == 'E');
+    if (digits > kExactDigits || exponent)
+        value = (isDigit(text.front()) || text.front() == '.') ? convertSlowly(text) : 0.0;
+    else
+        value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    return negative ? -value : value;
+}
+
+std::int32_t toInteger(std::string_view text) {
+    constexpr std::int64_t kLimit = std::int64_t{1} << 31;
+    text = skipBlanks(text);
+    bool negative = false;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    std::int64_t value = 0;
+    for (const char c : text) {
+        if (!isDigit(c))
+            break;
+        value = value * 10 + (c - '0');
+        if (value > kLimit)
+            value = kLimit;
+    }
+    if (negative)
+        return static_cast<std::int32_t>(-value);
+    return value == kLimit ? std::numeric_limits<std::int32_t>::max() : static_cast<std::int32_t>(value);
+}
+
+std::string formatReal(double value) {
+    // The largest double has 309 digits before the point; sign, point and decimals come on top.
+    std::array<char, 330> buffer;
+    const auto result =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 12);
+    return std::string(buffer.data(), result.ptr);
+}
+
+} // namespace fenmark::sima

@@ -1,0 +1,58 @@
+// Lines into fields: the splitter of the format with its rules for quotes, and the module's plain splitter.
+#pragma once
+
+#include "sima/records/array.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::sima {
+
+// The fields of one line: field 0 is the record code, field N the N-th value. The fields are views into the line, or
+// into the storage here where unquoting changed them; they hold until the next split.
+class Fields {
+  public:
+    // No record has more than seven fields. Those beyond this many are counted but not kept, so that a line of 100 MB
+    // of commas takes no memory.
+    static constexpr std::size_t kKept = 256;
+
+    std::size_t size() const { return count_; }
+    // std::invalid_argument for a field that the line does not have, or that was not kept.
+    std::string_view operator[](std::size_t index) const {
+        if (index >= views_.size())
+            refuse();
+        return views_[index];
+    }
+
+  private:
+    friend class QuotedLine;
+    friend std::int32_t splitLine(std::string_view line, std::string_view separator, Fields& fields);
+    [[noreturn]] static void refuse();
+    void add(std::string_view field) {
+        if (++count_ <= kKept)
+            views_.push_back(field);
+    }
+    void splitPlain(std::string_view line, char separator);
+
+    std::vector<std::string_view> views_;
+    std::size_t count_ = 0;
+    std::string storage_;
+};
+
+// Replaces the fields by those of the line and returns their number. A field that begins with a double quote runs to
+// its closing quote, separators included, with doubled quotes for single ones; see the source for the odd cases, which
+// are meant. The line must outlive the fields. The separator is one character; the format's is ",".
+std::int32_t splitLine(std::string_view line, std::string_view separator, Fields& fields);
+
+// The module's exported splitter, which the import does not use.
+class ExtendedCString {
+  public:
+    // Appends the pieces of the text between separators and returns how many these are. It knows no quotes; an empty
+    // rest behind the last separator is no piece.
+    static std::int32_t Splitter(Array<std::string>& fields, std::string_view text, std::string_view separator);
+};
+
+} // namespace fenmark::sima

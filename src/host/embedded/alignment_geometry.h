@@ -70,9 +70,6 @@ struct StationOffset {
     bool perpendicular = true; // false where the nearest point is an end of the chain or a broken joint
 };
 
-// The foot of a point on one element: the length along it of the nearest point.
-double nearestOnElement(const Element& element, const PlanPoint& point);
-
 // An alignment prepared for many questions. A copy of the elements is kept in the form that is evaluated.
 class AlignmentGeometry {
   public:
@@ -95,30 +92,43 @@ class AlignmentGeometry {
   private:
     // How a piece is evaluated.
     enum class Form : std::uint32_t { Straight, Arc, Series, Quadrature };
-    // One element, or one part of an element that turns far. 64 bytes: one cache line each.
+    // One element, or one part of an element that turns far. One cache line each. Its frame has the origin at (x, y)
+    // and its x axis along the direction there.
     struct alignas(64) Piece {
-        double from; // length of the chain before it
+        double from; // length of the chain before the piece
         double x;    // origin: the start, or the inflection point where the series is used
         double y;
         double cosine; // direction at the origin
         double sine;
-        double a; // Arc: curvature. Series: length from the inflection at the start. Quadrature: curvature at the start
-        double b; // Series, Quadrature: change of curvature for each metre
-        Form form;
+        double a; // Arc: curvature. Series: length from the inflection to the start. Quadrature: curvature at the start
+        double b; // Series, Quadrature: change of the curvature for each metre
+        std::uint32_t form;
         std::uint32_t element;
     };
+    struct Box {
+        double minX, minY, maxX, maxY;
+    };
+    struct Foot;
 
+    void addElement(const Element& element, std::uint32_t index);
+    void addPiece(Form form, const Pose& origin, double from, double a, double b, std::uint32_t element);
+    static PlanPoint localPoint(const Piece& piece, double along);
+    static double localDirection(const Piece& piece, double along);
+    static double curvatureAt(const Piece& piece, double along);
+    static PlanPoint pointOn(const Piece& piece, double along);
+    void buildBuckets();
+    void buildBoxes();
     std::size_t pieceAt(double along) const;
-    Pose evaluate(const Piece& piece, double along) const;
-    PlanPoint offsetPoint(const Piece& piece, double along, double offset) const;
+    double lengthOf(std::size_t piece) const;
+    void searchBoxes(std::size_t level, std::size_t box, const PlanPoint& point, Foot& best) const;
+    void searchPiece(std::size_t piece, const PlanPoint& point, Foot& best) const;
 
     double startStation_ = 0.0;
     double length_ = 0.0;
     double bucketsPerMetre_ = 0.0;
     std::vector<Piece> pieces_;
-    std::vector<std::uint32_t> buckets_; // the last piece that begins at or before the bucket's start
-    std::vector<Element> elements_;
-    std::vector<double> elementFrom_; // length of the chain before each element
+    std::vector<std::uint32_t> buckets_;  // the last piece that begins at or before the bucket's start
+    std::vector<std::vector<Box>> boxes_; // around the pieces, around eight of these, and so on up to one
 };
 
 } // namespace fenmark::host::embedded

@@ -22,13 +22,18 @@ class ChunkedArray {
         std::size_t used = 0;
     };
 
-    // Position of the first value of the run.
-    std::uint64_t append(std::span<const T> run) {
-        if (blocks_.empty() || blocks_.back().capacity - used_ < run.size())
-            open(std::max(run.size(), kBlock));
+    // Room for a run, to be filled by the caller; the position of its first value.
+    std::uint64_t appendUninitialized(std::size_t count) {
+        if (blocks_.empty() || blocks_.back().capacity - used_ < count)
+            open(std::max(count, kBlock));
         const std::uint64_t position = (static_cast<std::uint64_t>(blocks_.size() - 1) << 32) | used_;
-        std::copy(run.begin(), run.end(), blocks_.back().values.get() + used_);
-        used_ += run.size();
+        used_ += count;
+        return position;
+    }
+    // Position of the first value of the run.
+    std::uint64_t append(std::span<const T> values) {
+        const std::uint64_t position = appendUninitialized(values.size());
+        std::copy(values.begin(), values.end(), run(position, values.size()).begin());
         return position;
     }
     std::uint64_t append(const T& value) { return append(std::span<const T>(&value, 1)); }

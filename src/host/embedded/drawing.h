@@ -108,7 +108,7 @@ class Drawing {
     std::size_t entityCount() const { return entities_; }
     EntityView entity(std::size_t index) const;
     // Box of all entities and alignments. Grows with each of them; nothing is walked through.
-    const Extent& extent() const;
+    const Extent& extent() const { return extent_; }
     Extent entityExtent(std::size_t index) const;
     // Plane rectangular zone of the coordinates, 1 to 19; 0 if nobody told.
     int zone() const { return zone_; }
@@ -180,6 +180,7 @@ class Drawing {
         std::int32_t lastElementId = 0;
         mutable std::unique_ptr<AlignmentGeometry> geometry;
     };
+    static constexpr std::size_t kRecordBlock = 4096;
     static constexpr std::uint64_t kNoRow = ~std::uint64_t{0};
 
     // Objects beyond these identifiers differ from what the store holds: they are new, changed, or gone.
@@ -202,12 +203,13 @@ class Drawing {
     std::vector<ObjectDataTable> tables_;
     std::vector<StoredAlignment> alignments_;
     std::size_t entities_ = 0;
-    ChunkedArray<EntityRecord, 4096> records_;
+    ChunkedArray<EntityRecord, kRecordBlock> records_;
     ChunkedArray<MdGePoint3d> vertices_;
-    ChunkedArray<RowRecord, 4096> rows_;
+    ChunkedArray<RowRecord, kRecordBlock> rows_;
     TextPool texts_;
-    mutable Extent extent_;
+    Extent extent_;
     std::size_t currentLayer_ = 0;
+    mutable std::size_t recentLayer_ = 0;
     int zone_ = 0;
     std::uint64_t lastId_ = 0;
     bool entitiesLoaded_ = true;
@@ -220,9 +222,9 @@ struct Drawing::Mark {
     std::size_t tables = 0;
     std::size_t alignments = 0;
     std::size_t entities = 0;
-    ChunkedArray<EntityRecord, 4096>::Mark records;
+    ChunkedArray<EntityRecord, Drawing::kRecordBlock>::Mark records;
     ChunkedArray<MdGePoint3d>::Mark vertices;
-    ChunkedArray<RowRecord, 4096>::Mark rows;
+    ChunkedArray<RowRecord, kRecordBlock>::Mark rows;
     TextPool::Mark texts;
     Extent extent;
     std::size_t currentLayer = 0;

@@ -4,6 +4,7 @@
 // lives answers. All operations run on one thread, as the command does.
 #pragma once
 
+#include "host/embedded/alignment_layout.h"
 #include "host/embedded/drawing.h"
 #include "host/embedded/geopackage/drawing_store.h"
 #include "host/surface/automation.h"
@@ -20,22 +21,9 @@
 
 namespace fenmark::host::embedded {
 
-// Which way a curve with a positive radius in the file turns on the map. Auto is left, but an element that breaks the
-// tangent before it so, and joins it the other way, is taken the other way.
-enum class PositiveRadius { Auto, Left, Right };
-
-// A joint is broken if the tangents differ by more than this, radians.
-inline constexpr double kBrokenJoint = 3.141592653589793 / 180.0;
-
-struct BrokenJoint {
-    std::string alignment;
-    double station = 0.0;
-    double angle = 0.0; // radians, the direction after less the direction before, in (-pi, pi]
-};
-
 // What happened while alignments were laid, since the notes were last cleared.
 struct LayoutNotes {
-    std::int32_t otherSense = 0; // elements taken with the other turning sense
+    std::int32_t otherSense = 0; // elements taken with the other turning sense, as Auto does
     std::vector<BrokenJoint> brokenJoints;
 };
 
@@ -54,13 +42,16 @@ class Document : public mirdane::MdApDocument {
     const Drawing& drawing() const { return drawing_; }
     DrawingStore& store() { return store_; }
     // What the surface hands out for this drawing; lives as long as the document.
-    struct Surface;
-    Surface& surface() { return *surface_; }
+    class DatabaseObjects;
+    class MapObjects;
+    DatabaseObjects& databaseObjects() { return *databaseObjects_; }
+    MapObjects& mapObjects() { return *mapObjects_; }
 
   private:
     Drawing drawing_;
     DrawingStore store_;
-    std::unique_ptr<Surface> surface_;
+    std::unique_ptr<DatabaseObjects> databaseObjects_;
+    std::unique_ptr<MapObjects> mapObjects_;
 };
 
 struct MessageBox {
@@ -84,13 +75,17 @@ class EmbeddedHost {
     void closeDocument(Document& document); // tells the reactors; the first of the others becomes current
     Document* currentDocument() const { return currentDocument_; }
     const std::vector<std::unique_ptr<Document>>& documents() const { return documents_; }
+    bool owns(const Document* document) const;
     // Drawing of the current document.
     Drawing& drawing() { return currentDocument_->drawing(); }
 
     void setPositiveRadius(PositiveRadius sense) { positiveRadius_ = sense; }
     PositiveRadius positiveRadius() const { return positiveRadius_; }
 
-    LayoutNotes& notes() { return notes_; }
+    // About the alignments that were made in the current drawing since clearNotes, and are still there.
+    LayoutNotes layoutNotes() const;
+    void clearNotes();
+    void noteOtherSense() { ++otherSense_; }
 
     // Message boxes are kept, and handed on if somebody wants them.
     void onMessageBox(std::function<void(const MessageBox&)> handler) { messageHandler_ = std::move(handler); }
@@ -100,12 +95,13 @@ class EmbeddedHost {
     void setMainWindow(void* window) { mainWindow_ = window; }
     void* mainWindow() const { return mainWindow_; }
 
-    // Automation objects that somebody still holds; 0 after every command.
-    static std::int64_t liveAutomationObjects();
-    // Opened or new database objects that were not closed; 0 after every command.
+    // References to automation objects that somebody still holds; 0 after every command.
+    static std::int64_t liveAutomationReferences();
+    // Open database objects, and blocks of the host's heap that were not freed; 0 after every command.
     static std::int64_t liveDatabaseObjects();
 
     mirdane::MdApDocManager& documentManager();
+    mirdane::AutomationObject& application();
 
   private:
     class DocumentManager;
@@ -113,8 +109,10 @@ class EmbeddedHost {
     std::vector<std::unique_ptr<Document>> documents_;
     Document* currentDocument_ = nullptr;
     std::unique_ptr<DocumentManager> documentManager_;
+    mirdane::AutomationObject* application_ = nullptr; // holds one reference of the host's own
     PositiveRadius positiveRadius_ = PositiveRadius::Auto;
-    LayoutNotes notes_;
+    std::int32_t otherSense_ = 0;
+    std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are told of
     std::function<void(const MessageBox&)> messageHandler_;
     std::vector<MessageBox> messageBoxes_;
     void* mainWindow_ = nullptr;

@@ -1,0 +1,64 @@
+// Coordinates of the curve of linear curvature, in two forms.
+//
+// Symbols: u length along the curve (m), k curvature at its start (1/m), c change of curvature for each metre (1/m2),
+// tau tangent angle against the start. The start's tangent is the x axis; positive curvature turns towards +y.
+#pragma once
+
+#include "host/boundary/values.h"
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace fenmark::host::embedded {
+
+// Up to this tangent angle, measured at the inflection point, the series below is good to 1e-13 of the length.
+inline constexpr double kSeriesTurn = 1.7;
+// Up to this turn, five nodes of quadrature are good to 1e-15 of the length.
+inline constexpr double kQuadratureTurn = 0.5;
+
+// From the inflection point, where curvature is 0 (k = 0): the classical series in powers of tau = c u^2 / 2,
+//   x = u (1 - tau^2 / (2! 5) + tau^4 / (4! 9) - ...),   y = u tau (1/3 - tau^2 / (3! 7) + tau^4 / (5! 11) - ...).
+// A negative u gives the branch before the inflection point.
+inline PlanPoint seriesFromInflection(double c, double u) {
+    const double tau = 0.5 * c * u * u;
+    const double t = tau * tau;
+    // Even and odd powers of t apart: two short chains instead of a long one.
+    const double t2 = t * t;
+    const double xEven =
+        1.0 + t2 * (1.0 / 216.0 + t2 * (1.0 / 685440.0 + t2 * (1.0 / 11975040000.0 + t2 / 690452066304000.0)));
+    const double xOdd = -1.0 / 10.0 + t2 * (-1.0 / 9360.0 + t2 * (-1.0 / 76204800.0 + t2 * (-1.0 / 2528170444800.0)));
+    const double yEven =
+        1.0 / 3.0 +
+        t2 * (1.0 / 1320.0 + t2 * (1.0 / 6894720.0 + t2 * (1.0 / 168129561600.0 + t2 / 12449059983360000.0)));
+    const double yOdd =
+        -1.0 / 42.0 + t2 * (-1.0 / 75600.0 + t2 * (-1.0 / 918086400.0 + t2 * (-1.0 / 40537905408000.0)));
+    return {u * (xEven + t * xOdd), u * tau * (yEven + t * yOdd)};
+}
+
+// By Gauss-Legendre quadrature with five nodes, where the whole turn is at most kQuadratureTurn. Any k and c.
+inline PlanPoint quadratureFromStart(double k, double c, double u) {
+    static constexpr std::array<double, 5> kNode = {0.046910077030668004, 0.23076534494715845, 0.5, 0.76923465505284155,
+                                                    0.953089922969332};
+    static constexpr std::array<double, 5> kWeight = {0.11846344252809454, 0.23931433524968324, 0.28444444444444444,
+                                                      0.23931433524968324, 0.11846344252809454};
+    PlanPoint sum;
+    for (std::size_t i = 0; i < kNode.size(); ++i) {
+        const double v = u * kNode[i];
+        const double angle = v * (k + 0.5 * c * v);
+        const double q = angle * angle;
+        // Sine and cosine of an angle below 0.6, to the last bits.
+        const double cosine =
+            1.0 -
+            q * (1.0 / 2.0 -
+                 q * (1.0 / 24.0 - q * (1.0 / 720.0 - q * (1.0 / 40320.0 - q * (1.0 / 3628800.0 - q / 479001600.0)))));
+        const double sine =
+            angle *
+            (1.0 - q * (1.0 / 6.0 - q * (1.0 / 120.0 - q * (1.0 / 5040.0 - q * (1.0 / 362880.0 - q / 39916800.0)))));
+        sum.x += kWeight[i] * cosine;
+        sum.y += kWeight[i] * sine;
+    }
+    return {u * sum.x, u * sum.y};
+}
+
+} // namespace fenmark::host::embedded

@@ -1,0 +1,159 @@
+// The embedded host: documents, settings, notes.
+#include "host/embedded/embedded_host.h"
+
+#include "host/embedded/automation_objects.h"
+#include "host/embedded/database_objects.h"
+#include "host/embedded/host_heap.h"
+#include "host/embedded/map_objects.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace fenmark::host::embedded {
+
+namespace {
+
+EmbeddedHost* currentHost = nullptr;
+
+// With that many decimals, whatever the locale.
+std::string decimals(double value, int count) {
+    std::array<char, 400> text{}; // the longest double has 309 digits before the point
+    const std::to_chars_result end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, count);
+    return {text.data(), end.ptr};
+}
+
+} // namespace
+
+Counters& counters() {
+    static Counters all;
+    return all;
+}
+
+Document::Document()
+    : databaseObjects_(std::make_unique<DatabaseObjects>(*this)), mapObjects_(std::make_unique<MapObjects>(*this)) {}
+
+Document::~Document() = default;
+
+class EmbeddedHost::DocumentManager : public mirdane::MdApDocManager {
+  public:
+    explicit DocumentManager(EmbeddedHost& host) : host_(host) {}
+    mirdane::MdApDocument* curDocument() const override { return host_.currentDocument(); }
+    void addReactor(mirdane::MdApDocManagerReactor* reactor) override { reactors_.push_back(reactor); }
+    void removeReactor(mirdane::MdApDocManagerReactor* reactor) override { std::erase(reactors_, reactor); }
+    void tellDestroyed(Document& document) {
+        const std::vector<mirdane::MdApDocManagerReactor*> told = reactors_; // a reactor may take itself off the list
+        for (mirdane::MdApDocManagerReactor* reactor : told)
+            reactor->documentToBeDestroyed(&document);
+    }
+
+  private:
+    EmbeddedHost& host_;
+    std::vector<mirdane::MdApDocManagerReactor*> reactors_;
+};
+
+EmbeddedHost::EmbeddedHost()
+    : documentManager_(std::make_unique<DocumentManager>(*this)), application_(makeApplication()),
+      before_(currentHost) {
+    currentHost = this;
+    newDocument();
+}
+
+EmbeddedHost::~EmbeddedHost() {
+    while (!documents_.empty())
+        closeDocument(*documents_.back());
+    documentManager_.reset();
+    ++counters().automationReferences; // the host's own reference, which was never counted
+    application_->release();
+    if (currentHost == this)
+        currentHost = before_;
+}
+
+EmbeddedHost* EmbeddedHost::current() {
+    return currentHost;
+}
+
+Document& EmbeddedHost::newDocument() {
+    documents_.push_back(std::make_unique<Document>());
+    currentDocument_ = documents_.back().get();
+    clearNotes();
+    return *currentDocument_;
+}
+
+void EmbeddedHost::makeCurrent(Document& document) {
+    currentDocument_ = &document;
+    clearNotes();
+}
+
+void EmbeddedHost::closeDocument(Document& document) {
+    documentManager_->tellDestroyed(document);
+    std::erase_if(documents_, [&](const std::unique_ptr<Document>& owned) { return owned.get() == &document; });
+    if (currentDocument_ == &document) {
+        currentDocument_ = documents_.empty() ? nullptr : documents_.front().get();
+        clearNotes();
+    }
+}
+
+bool EmbeddedHost::owns(const Document* document) const {
+    return std::any_of(documents_.begin(), documents_.end(),
+                       [&](const std::unique_ptr<Document>& owned) { return owned.get() == document; });
+}
+
+LayoutNotes EmbeddedHost::layoutNotes() const {
+    LayoutNotes notes;
+    notes.otherSense = otherSense_;
+    if (currentDocument_ == nullptr)
+        return notes;
+    const Drawing& drawing = currentDocument_->drawing();
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        if (drawing.alignment(i).id.asUint64() <= notesFrom_)
+            continue;
+        const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i));
+        notes.brokenJoints.insert(notes.brokenJoints.end(), joints.begin(), joints.end());
+    }
+    return notes;
+}
+
+void EmbeddedHost::clearNotes() {
+    otherSense_ = 0;
+    notesFrom_ = currentDocument_ == nullptr ? 0 : currentDocument_->drawing().lastId();
+}
+
+void EmbeddedHost::showMessageBox(std::string_view text, std::string_view caption) {
+    messageBoxes_.push_back({std::string(text), std::string(caption)});
+    if (messageHandler_)
+        messageHandler_(messageBoxes_.back());
+}
+
+std::int64_t EmbeddedHost::liveAutomationReferences() {
+    return counters().automationReferences;
+}
+
+std::int64_t EmbeddedHost::liveDatabaseObjects() {
+    return counters().openObjects + counters().heapBlocks;
+}
+
+mirdane::MdApDocManager& EmbeddedHost::documentManager() {
+    return *documentManager_;
+}
+
+mirdane::AutomationObject& EmbeddedHost::application() {
+    return *application_;
+}
+
+std::vector<std::string> noteLines(const LayoutNotes& notes) {
+    std::vector<std::string> lines;
+    if (notes.otherSense == 1)
+        lines.push_back("1 element was taken with the other turning sense");
+    else if (notes.otherSense > 1)
+        lines.push_back(std::to_string(notes.otherSense) + " elements were taken with the other turning sense");
+    for (const BrokenJoint& joint : notes.brokenJoints) {
+        lines.push_back("alignment " + joint.alignment + ": the joint at station " + decimals(joint.station, 3) +
+                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees");
+    }
+    return lines;
+}
+
+} // namespace fenmark::host::embedded

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QHelpEvent>
@@ -45,6 +46,9 @@ CTreeListCtrl::CTreeListCtrl(QWidget* parent)
 
 CTreeListCtrl::~CTreeListCtrl() {
     forgetAccessibleRows(this);
+    if (state_ & kControlCaptured) {
+        QApplication::restoreOverrideCursor();
+    }
     if (dragTarget_ && dragTarget_ != this) {
         dragTarget_->DragLeave(this);
     }
@@ -160,7 +164,7 @@ void CTreeListCtrl::SetItemHeight(int height) {
 }
 
 int CTreeListCtrl::GetStringWidth(const QString& text) const {
-    constexpr int kMargins = 4; // what a cell keeps free left and right of its text together
+    constexpr int kMargins = 6; // what a cell keeps free left and right of its text together
     return fontMetrics().horizontalAdvance(text) + kMargins;
 }
 

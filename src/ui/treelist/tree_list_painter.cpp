@@ -11,7 +11,7 @@ namespace fenmark::ui::treelist {
 
 namespace {
 
-constexpr int kTextMargin = 2; // left and right of a cell's text where there is room
+constexpr int kTextMargin = 3; // left and right of a cell's text where there is room
 
 } // namespace
 
@@ -34,11 +34,19 @@ void TreeListPainter::paint(const QRect& area) {
     for (; item && y <= area.bottom(); item = tree.nextShown(item), y += height_) {
         paintRow(*item, y, area);
     }
-    if (y <= area.bottom() && enabled_ && control_.GetBkColor() == colorOf(TreeListColor::RowBackground)) {
-        painter_.fillRect(QRect(area.left(), y, area.width(), area.bottom() - y + 1),
-                          colorOf(TreeListColor::Background));
+    if (enabled_ && control_.GetBkColor() == colorOf(TreeListColor::RowBackground)) {
+        // Below the last row and right of the last column.
+        const int right = std::max(area.left(), control_.columns_.totalWidth() - control_.GetOrigin().x());
+        painter_.fillRect(QRect(QPoint(area.left(), y), area.bottomRight()), colorOf(TreeListColor::Background));
+        painter_.fillRect(QRect(QPoint(right, area.top()), area.bottomRight()), colorOf(TreeListColor::Background));
     }
     paintGrid(area, y);
+    if (!focusFrame_.isNull()) {
+        // Over the grid, so that the keyboard's place shows on all four sides.
+        painter_.setPen(colorOf(TreeListColor::FocusFrame).darker(130));
+        painter_.setBrush(Qt::NoBrush);
+        painter_.drawRect(focusFrame_.adjusted(0, 0, -1, -1));
+    }
     if (!dots_.empty()) {
         painter_.setPen(colorOf(TreeListColor::Line));
         painter_.drawPoints(dots_.data(), static_cast<int>(dots_.size()));
@@ -91,9 +99,7 @@ void TreeListPainter::paintRow(const CTreeListItem& item, int y, const QRect& ar
         }
         paintText(item, column, parts.text, ink);
         if (focusCell && active_ && enabled_) {
-            painter_.setPen(colorOf(TreeListColor::FocusFrame).darker(130));
-            painter_.setBrush(Qt::NoBrush);
-            painter_.drawRect(toRect(cell).adjusted(0, 0, -1, -1));
+            focusFrame_ = toRect(cell);
         }
     }
     if (focusRow && !active_ && enabled_ && selected) {

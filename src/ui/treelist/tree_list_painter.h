@@ -41,6 +41,7 @@ class TreeListPainter {
     bool enabled_;
     bool active_; // the control or its editor has the focus
     std::vector<QPoint> dots_;
+    QRect focusFrame_; // null if it is out of the area
 };
 
 } // namespace fenmark::ui::treelist

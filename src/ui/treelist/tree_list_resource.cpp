@@ -91,7 +91,8 @@ void CTreeListResource::drawLockBox(QPainter& painter, const QRect& cell, int va
     const int bodyHeight = height * 6 / 11;
     const QRect body(box.x(), box.bottom() + 1 - bodyHeight, box.width(), bodyHeight);
     const QColor inside = value == 0 ? QColor(Qt::white) : QColor(0xf0, 0xc0, 0x40);
-    drawFrame(painter, body, ink, look.enabled ? inside : colorOf(TreeListColor::HeaderFace));
+    const QColor paleInside = colorOf(value == 0 ? TreeListColor::HeaderFace : TreeListColor::VerticalGrid);
+    drawFrame(painter, body, ink, look.enabled ? inside : paleInside);
     if (value == 2) {
         painter.fillRect(QRect(body.x() + 1, body.y() + 1, (body.width() - 2) / 2, body.height() - 2),
                          QColor(Qt::white));
@@ -118,7 +119,10 @@ void CTreeListResource::drawButton(QPainter& painter, const QRect& square, Butto
     }
     const QColor frame =
         kind == ButtonKind::Neutral && !look.hot ? colorOf(TreeListColor::VerticalGrid) : frameColor(look);
-    drawFrame(painter, square, frame, look.hot ? colorOf(TreeListColor::FocusCell) : QColor(Qt::white));
+    drawFrame(painter, square, frame,
+              look.hot       ? colorOf(TreeListColor::FocusCell)
+              : look.enabled ? QColor(Qt::white)
+                             : colorOf(TreeListColor::DisabledBackground));
     const QColor ink = !look.enabled ? colorOf(TreeListColor::Line)
                        : look.hot    ? colorOf(TreeListColor::BoxMark)
                                      : QColor(0x20, 0x20, 0x20);

@@ -1,0 +1,13 @@
+// Runs the tests of the tree list control on widgets that need no screen.
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Scale factors of the desktop would change the pixels that are tested.
+    qputenv("QT_SCALE_FACTOR", "1");
+    QApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -3,6 +3,7 @@
 #include "output/result_points.h"
 #include "output/wall_shift.h"
 #include "sima/text/number.h"
+#include "sima/text/string_table.h"
 
 namespace fenmark::output {
 
@@ -26,7 +27,7 @@ void DrawingOutput::createCrossSectionPoints(sima::SimaReader& reader, const sim
     for (const sima::IntersectionData::SubEntity& subEntity : section.subEntities) {
         host::PlanPoint centre;
         if (corridor->pointAtStation(alignment, subEntity.station, centre) != 0) {
-            logStationOutside(reader, kCrossSectionOutside, subEntity.sourceLine, subEntity.sourceText);
+            logStationOutside(reader, sima::kMessageCrossSectionOutside, subEntity.sourceLine, subEntity.sourceText);
             continue;
         }
         // The shift works on copies: the section stays as it was read.

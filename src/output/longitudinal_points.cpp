@@ -2,6 +2,7 @@
 #include "output/drawing_output.h"
 #include "output/result_points.h"
 #include "output/wall_shift.h"
+#include "sima/text/string_table.h"
 
 namespace fenmark::output {
 
@@ -28,7 +29,7 @@ void DrawingOutput::createLongitudinalPoints(sima::SimaReader& reader, const sim
         if (corridor->pointAtStation(alignment, distances_[i], position) != 0) {
             // The number is that of the last line read, the section's end; a cross section's is its own line. Both
             // are meant.
-            logStationOutside(reader, kLongitudinalOutside, reader.lineNumber, vertical.sourceText);
+            logStationOutside(reader, sima::kMessageLongitudinalOutside, reader.lineNumber, vertical.sourceText);
             continue;
         }
         const host::MdDbObjectId id =

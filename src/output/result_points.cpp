@@ -1,8 +1,8 @@
 // The choice of a section's alignment, and its error block.
 #include "output/result_points.h"
 
-#include <cstdio>
-#include <string>
+#include "sima/text/string_table.h"
+#include "sima/validators/validators.h"
 
 namespace fenmark::output {
 
@@ -12,13 +12,8 @@ host::MdDbObjectId alignmentOfSection(const sima::SimaReader& reader, bool route
     return reader.alignmentIdOfRoute(routeNumber);
 }
 
-void logStationOutside(sima::SimaReader& reader, std::string_view title, std::int32_t line, std::string_view source) {
-    char number[16];
-    std::snprintf(number, sizeof number, "%.5d", line);
-    std::string detail = number;
-    detail += "行目 ";
-    detail += source;
-    reader.log.errorBlock(title, detail);
+void logStationOutside(sima::SimaReader& reader, int message, std::int32_t line, std::string_view source) {
+    sima::reportRecord(reader.log, "ErrX001", sima::resourceText(message), line, source);
 }
 
 } // namespace fenmark::output

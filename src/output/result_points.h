@@ -12,12 +12,7 @@ namespace fenmark::output {
 // the alignment that the user chose.
 host::MdDbObjectId alignmentOfSection(const sima::SimaReader& reader, bool routeFound, std::int32_t routeNumber);
 
-inline constexpr std::string_view kLongitudinalOutside =
-    "ErrX001 次の縦断成果を作成できませんでした。（線形範囲外の測点です）";
-inline constexpr std::string_view kCrossSectionOutside =
-    "ErrX001 次の横断成果を作成できませんでした。（線形範囲外の測点です）";
-
-// Adds the error block of a result whose station the alignment does not have.
-void logStationOutside(sima::SimaReader& reader, std::string_view title, std::int32_t line, std::string_view source);
+// Adds the error block of a result whose station the alignment does not have. The message is given by its id.
+void logStationOutside(sima::SimaReader& reader, int message, std::int32_t line, std::string_view source);
 
 } // namespace fenmark::output

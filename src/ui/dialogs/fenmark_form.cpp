@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <initializer_list>
 #include <system_error>
 #include <utility>
 
@@ -67,7 +68,11 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     import_ = addButton(QStringLiteral("読み込み"), 156, 186, 50, 14, 1);
     import_->setDefault(true);
     QPushButton* close = addButton(QStringLiteral("閉じる"), 210, 186, 50, 14, 2);
-    setTabOrder({path_, browseButton, sites_, tree_, settings, log_, import_, close});
+    QWidget* previous = path_;
+    for (QWidget* next : std::initializer_list<QWidget*>{browseButton, sites_, tree_, settings, log_, import_, close}) {
+        setTabOrder(previous, next);
+        previous = next;
+    }
 
     connect(browseButton, &QPushButton::clicked, this, &FenmarkForm::browse);
     connect(settings, &QPushButton::clicked, this, &FenmarkForm::showSettings);

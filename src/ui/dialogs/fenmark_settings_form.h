@@ -13,11 +13,11 @@
 namespace fenmark::ui {
 
 struct ImportSettings {
-    std::string pointLayer;
-    std::string ipLayer;
-    std::string lotLayer;
-    std::string wideStakeLayer;
-    std::string continuousLayer;
+    std::string pointLayer = {};
+    std::string ipLayer = {};
+    std::string lotLayer = {};
+    std::string wideStakeLayer = {};
+    std::string continuousLayer = {};
     double shiftDistance = 0.0001; // metres
 };
 

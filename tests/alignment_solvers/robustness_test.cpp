@@ -1,0 +1,183 @@
+// What a solver may never do, whatever it is given: report a chain that is not tangent, change records on a failure,
+// hang, or take a value that is no number for a success.
+#include "all_solvers.h"
+
+#include <iostream>
+#include <limits>
+
+namespace {
+
+using namespace fenmark;
+using exact::Random;
+using way_back::Solver;
+
+constexpr int random_cases = 4000;
+constexpr int absurd_cases = 1500;
+
+Calelm given_element(Random& random, int type, const exact::Pose& near) {
+    exact::Pose pose{near.x + random.uniform(-300, 300), near.y + random.uniform(-300, 300),
+                     random.uniform(0.0, 2.0 * std::numbers::pi)};
+    const double R = random.radius();
+    Calelm e = exact::lay(pose, type == 1 ? exact::straight(random.uniform(1.0, 500.0))
+                                          : exact::arc(random.sign(), R, R * random.uniform(0.05, 3.1)));
+    EXPECT_EQ(0, ali_mak(&e, 0));
+    return e;
+}
+
+std::vector<Calelm> random_records(Random& random, const Solver& solver) {
+    const exact::Pose near = random.pose();
+    std::vector<Calelm> records = {given_element(random, solver.first_type, near),
+                                   given_element(random, solver.second_type, near)};
+    for (const int type : solver.made) {
+        Calelm e{};
+        e.type = static_cast<std::int16_t>(type);
+        e.dir = random.sign();
+        e.par = type == 2 ? random.radius() : type == 3 ? random.radius(5.0, 400.0) : 0.0;
+        records.push_back(e);
+    }
+    return records;
+}
+
+bool all_identical(const std::vector<Calelm>& a, const std::vector<Calelm>& b) {
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (!exact::identical(a[i], b[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+::testing::AssertionResult right_chain(const Solver& solver, const std::vector<Calelm>& before,
+                                       const std::vector<Calelm>& after) {
+    const auto given = way_back::travelled(solver, before);
+    const auto chain = way_back::travelled(solver, after);
+    if (auto result = exact::tangent_chain(chain); !result) {
+        return result;
+    }
+    for (std::size_t i = 0; i < chain.size(); ++i) {
+        if (chain[i].type != exact::straight_type && chain[i].par != given[i].par) {
+            return ::testing::AssertionFailure() << "another size: " << exact::describe(chain[i]);
+        }
+    }
+    const Calelm &first = chain.front(), &last = chain.back();
+    if (exact::distance(first.sx, first.sy, given.front().sx, given.front().sy) > exact::joint_tolerance ||
+        std::abs(exact::angle_difference(first.sang, given.front().sang)) > exact::tangent_tolerance ||
+        exact::distance(last.ex, last.ey, given.back().ex, given.back().ey) > exact::joint_tolerance ||
+        std::abs(exact::angle_difference(last.eang, given.back().eang)) > exact::tangent_tolerance) {
+        return ::testing::AssertionFailure() << "a given far end moved";
+    }
+    return ::testing::AssertionSuccess();
+}
+
+TEST(TangentSolvers, EverySuccessOnRandomElementsIsATangentChainAndEveryFailureLeavesAllRecords) {
+    constexpr std::uint64_t seed = 20260501;
+    SCOPED_TRACE(seed);
+    for (const Solver& solver : way_back::all_solvers()) {
+        Random random(seed);
+        int found = 0;
+        for (int i = 0; i < random_cases; ++i) {
+            const auto before = random_records(random, solver);
+            auto after = before;
+            const int status = solver.call(after);
+            if (status == 0) {
+                ++found;
+                ASSERT_TRUE(right_chain(solver, before, after)) << solver.name << ", case " << i;
+            } else {
+                ASSERT_EQ(-1, status) << solver.name << ", case " << i;
+                ASSERT_TRUE(all_identical(before, after)) << solver.name << ", case " << i;
+            }
+        }
+        std::cout << solver.name << ", seed " << seed << ": " << found << " chains in " << random_cases << " cases\n";
+        EXPECT_GT(found, 0) << solver.name;
+    }
+}
+
+// Any one value of any one record replaced by an absurd one.
+TEST(TangentSolvers, AbsurdValuesEndInAStatusAndNeverInABrokenChain) {
+    constexpr std::uint64_t seed = 20260502;
+    SCOPED_TRACE(seed);
+    const double absurd[] = {std::numeric_limits<double>::quiet_NaN(),
+                             std::numeric_limits<double>::infinity(),
+                             -std::numeric_limits<double>::infinity(),
+                             0.0,
+                             -0.0,
+                             -1.0,
+                             1e-300,
+                             1e-7,
+                             1e9,
+                             1e150,
+                             1e300,
+                             -1e300};
+    double Calelm::*const fields[] = {&Calelm::sx,   &Calelm::sy, &Calelm::ex, &Calelm::ey,  &Calelm::dir,
+                                      &Calelm::par,  &Calelm::r1, &Calelm::r2, &Calelm::len, &Calelm::sang,
+                                      &Calelm::eang, &Calelm::k1, &Calelm::k2, &Calelm::k3};
+    for (const Solver& solver : way_back::all_solvers()) {
+        Random random(seed);
+        for (int i = 0; i < absurd_cases; ++i) {
+            auto before = random_records(random, solver);
+            const auto which = static_cast<std::size_t>(random.pick(static_cast<int>(before.size())));
+            before[which].*fields[random.pick(std::size(fields))] = absurd[random.pick(std::size(absurd))];
+            auto after = before;
+            const int status = solver.call(after);
+            if (status == 0) {
+                for (const Calelm& e : after) {
+                    ASSERT_TRUE(std::isfinite(e.sx + e.sy + e.ex + e.ey + e.len + e.sang + e.eang)) << solver.name;
+                }
+                const auto chain = way_back::travelled(solver, after);
+                for (std::size_t j = 1; j < chain.size(); ++j) {
+                    ASSERT_TRUE(exact::joined(chain[j - 1], chain[j])) << solver.name << ", case " << i;
+                }
+            } else {
+                ASSERT_EQ(-1, status);
+                ASSERT_TRUE(all_identical(before, after)) << solver.name << ", case " << i;
+            }
+        }
+    }
+}
+
+TEST(TangentSolvers, GivenRecordsOfAnotherTypeFail) {
+    for (const Solver& solver : way_back::all_solvers()) {
+        Random random(7);
+        auto records = random_records(random, solver);
+        for (const int type : {0, 3, 4, -1}) {
+            auto wrong = records;
+            wrong[0].type = static_cast<std::int16_t>(type);
+            const auto before = wrong;
+            EXPECT_EQ(-1, solver.call(wrong)) << solver.name;
+            EXPECT_TRUE(all_identical(before, wrong)) << solver.name;
+        }
+    }
+}
+
+TEST(TangentSolvers, RadiusOfZeroInAGivenArcFails) {
+    for (const Solver& solver : way_back::all_solvers()) {
+        if (solver.second_type != exact::arc_type) {
+            continue;
+        }
+        Random random(8);
+        for (int i = 0; i < 200; ++i) {
+            auto records = random_records(random, solver);
+            records[1].par = 0.0;
+            EXPECT_EQ(-1, solver.call(records)) << solver.name;
+        }
+    }
+}
+
+TEST(TangentSolvers, SizesOfZeroFail) {
+    for (const Solver& solver : way_back::all_solvers()) {
+        Random random(9);
+        for (int i = 0; i < 200; ++i) {
+            auto records = random_records(random, solver);
+            bool sized = false;
+            for (std::size_t j = 2; j < records.size(); ++j) {
+                sized = sized || records[j].type != exact::straight_type;
+                records[j].par = 0.0;
+            }
+            if (sized) {
+                EXPECT_EQ(-1, solver.call(records)) << solver.name;
+            }
+        }
+    }
+}
+
+} // namespace

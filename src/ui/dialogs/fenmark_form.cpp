@@ -106,7 +106,7 @@ void FenmarkForm::scan() {
 
 void FenmarkForm::buildTree() {
     tree_->InsertColumn(QStringLiteral("Name"), treelist::kColumnInitialFormat,
-                        tree_->viewport()->width() - kColumnMargin);
+                        tree_->width() - 2 * tree_->frameWidth() - kColumnMargin);
     tree_->SetColumnModify(0, static_cast<int>(treelist::ModifyKind::Edit));
     root_ = tree_->InsertItem(QString::fromStdString(state_.options.labels[sima::kImportLabels - 1]));
     for (std::size_t i = 0; i < rows_.size(); ++i) {

@@ -1,0 +1,277 @@
+// Declares the commands with their options and reads one command line.
+#include "cli/arguments.h"
+
+#include "command/dialog_rules.h"
+#include "sima/text/number.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace fenmark::cli {
+
+namespace {
+
+using host::embedded::PositiveRadius;
+
+// Options as they stand on the line, before they are looked at.
+struct Raw {
+    ImportArguments import;
+    PreviewArguments preview;
+    InfoArguments info;
+    StationArguments station;
+    LocateArguments locate;
+    ExportArguments exported;
+    ExportArguments plot;
+    std::vector<std::string> only;
+    std::vector<std::string> skip;
+    std::string shift;
+    std::string importEncoding = "cp932";
+    std::string previewEncoding = "cp932";
+    std::string positiveRadius = "auto";
+    std::string stationText;
+    std::string offsetText;
+    std::string xText;
+    std::string yText;
+    int zone = 0;
+};
+
+class WrongUsage : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+std::string listOfKinds() {
+    std::string list;
+    for (std::string_view name : kKindNames)
+        list.append(list.empty() ? "" : " ").append(name);
+    return list;
+}
+
+std::size_t kindNamed(std::string_view name) {
+    const auto found = std::find(kKindNames.begin(), kKindNames.end(), name);
+    if (found == kKindNames.end())
+        throw WrongUsage("no kind of data is named '" + std::string(name) + "'; the kinds are " + listOfKinds());
+    return static_cast<std::size_t>(found - kKindNames.begin());
+}
+
+std::array<bool, sima::kImportKinds> wantedKinds(const Raw& raw) {
+    std::array<bool, sima::kImportKinds> wanted{};
+    wanted.fill(raw.only.empty());
+    for (const std::string& name : raw.only)
+        wanted[kindNamed(name)] = true;
+    for (const std::string& name : raw.skip)
+        wanted[kindNamed(name)] = false;
+    return wanted;
+}
+
+sima::Encoding encodingNamed(const std::string& name) {
+    return name == "utf-8" ? sima::Encoding::Utf8 : sima::Encoding::Cp932;
+}
+
+double realArgument(const std::string& text, const char* what) {
+    std::string_view digits = text;
+    if (!digits.empty() && digits.front() == '+')
+        digits.remove_prefix(1);
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (error != std::errc() || end != digits.data() + digits.size() || !std::isfinite(value))
+        throw WrongUsage(std::string(what) + " is not a number of metres: '" + text + "'");
+    return value;
+}
+
+void addImport(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("import", "Bring SIMA files into a drawing");
+    ImportArguments& a = raw.import;
+    command->add_option("FILE", a.files, "SIMA files, named *.sim")->required()->type_name("");
+    command
+        ->add_option("--drawing", a.drawing,
+                     "Drawing to write (GeoPackage); made if missing, appended to if present "
+                     "[default: each FILE with the extension .gpkg]")
+        ->type_name("DRAWING");
+    command->add_option("--site", a.site, "Site that receives the alignments [default: the first by name]")
+        ->type_name("NAME");
+    command->add_option("--only", raw.only, "Import these kinds alone: " + listOfKinds())
+        ->delimiter(',')
+        ->type_name("KIND,...");
+    command->add_option("--skip", raw.skip, "Leave these kinds out")->delimiter(',')->type_name("KIND,...");
+    command->add_option("--point-layer", a.pointLayer, "Layer of the points [0]")->type_name("LAYER");
+    command->add_option("--ip-layer", a.ipLayer, "Layer of the IP lines [0]")->type_name("LAYER");
+    command->add_option("--lot-layer", a.lotLayer, "Layer of the lots [0]")->type_name("LAYER");
+    command->add_option("--stake-layer", a.stakeLayer, "Layer of the width-stake lines [0]")->type_name("LAYER");
+    command->add_option("--continuous-layer", a.continuousLayer, "Layer of the continuous lines [0]")
+        ->type_name("LAYER");
+    command->add_flag("--create-layers", a.createLayers, "Make named layers that the drawing does not have");
+    command->add_option("--shift", raw.shift, "Distance that results of vertical walls are moved apart by [0.0001]")
+        ->type_name("METRES");
+    command->add_option("--alignment", a.alignment, "Alignment of the drawing for results that have none of their own")
+        ->type_name("NAME");
+    command->add_flag("--force-alignment", a.forceAlignment, "Put all results on --alignment, whatever they name");
+    command->add_option("--zone", raw.zone, "Plane rectangular zone of the coordinates (JGD2011)")
+        ->check(CLI::Range(1, 19))
+        ->type_name("1..19");
+    command->add_option("--encoding", raw.importEncoding, "Encoding of the files [cp932]")
+        ->check(CLI::IsMember({"cp932", "utf-8"}))
+        ->type_name("cp932|utf-8");
+    command
+        ->add_option("--positive-radius", raw.positiveRadius,
+                     "Sense in which a positive radius turns on the map; auto: left, unless a curve joins only the "
+                     "other way [auto]")
+        ->check(CLI::IsMember({"auto", "left", "right"}))
+        ->type_name("auto|left|right");
+    command->add_flag("--keep-partial", a.keepPartial, "Keep what was made when an import is broken off");
+    command->add_flag("--strict", a.strict, "Exit with 3 if the log holds error blocks");
+    command->add_flag("--json", a.json, "Print the result as JSON");
+    command->add_flag("-q,--quiet", a.quiet, "No progress and no notes; errors are still told");
+    command->footer("Example:\n"
+                    "  fenmark import road.sim --point-layer 測点 --create-layers --zone 9\n"
+                    "writes the drawing road.gpkg and the log road_Input.log.");
+}
+
+void addPreview(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("preview", "Count what a SIMA file holds");
+    command->add_option("FILE", raw.preview.file, "SIMA file, named *.sim")->required()->type_name("");
+    command->add_option("--encoding", raw.previewEncoding, "Encoding of the file [cp932]")
+        ->check(CLI::IsMember({"cp932", "utf-8"}))
+        ->type_name("cp932|utf-8");
+    command->add_flag("--json", raw.preview.json, "Print the counts as JSON");
+    command->add_flag("-q,--quiet", raw.preview.quiet, "No progress and no notes; errors are still told");
+    command->footer("Example:\n  fenmark preview road.sim");
+}
+
+void addInfo(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("info", "Sum up a drawing");
+    command->add_option("DRAWING", raw.info.drawing, "Drawing to read")->required()->type_name("");
+    command->add_flag("--json", raw.info.json, "Print the whole drawing as JSON, in creation order");
+    command->footer("Example:\n  fenmark info road.gpkg --json");
+}
+
+void addStation(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("station", "Find the point at a station and an offset of an alignment");
+    command->add_option("DRAWING", raw.station.drawing, "Drawing to read")->required()->type_name("");
+    command->add_option("ALIGNMENT", raw.station.alignment, "Name of the alignment")->required()->type_name("");
+    command->add_option("STATION", raw.stationText, "Additional distance, metres")->required()->type_name("");
+    command->add_option("OFFSET", raw.offsetText, "Metres, positive to the right of travel [0]")->type_name("");
+    command->add_flag("--json", raw.station.json, "Print the point as JSON");
+    command->footer("Prints x (east) and y (north).\nExample:\n  fenmark station road.gpkg 中心線 120.5 -4");
+}
+
+void addLocate(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("locate", "Find the station and the offset of a point");
+    command->add_option("DRAWING", raw.locate.drawing, "Drawing to read")->required()->type_name("");
+    command->add_option("ALIGNMENT", raw.locate.alignment, "Name of the alignment")->required()->type_name("");
+    command->add_option("X", raw.xText, "East, metres (the Y of a SIMA file)")->required()->type_name("");
+    command->add_option("Y", raw.yText, "North, metres (the X of a SIMA file)")->required()->type_name("");
+    command->add_flag("--json", raw.locate.json, "Print station and offset as JSON");
+    command->footer("Prints the station and the offset, positive to the right of travel.\n"
+                    "Example:\n  fenmark locate road.gpkg 中心線 12087.3 -36173.1");
+}
+
+void addExport(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("export", "Write a drawing as DXF, LandXML, GeoJSON or CSV");
+    command->add_option("DRAWING", raw.exported.drawing, "Drawing to read")->required()->type_name("");
+    command
+        ->add_option("OUT", raw.exported.target,
+                     "File to write; its extension says the format: .dxf, .xml (LandXML), .geojson, .csv (points)")
+        ->required()
+        ->type_name("");
+    command->add_flag("-q,--quiet", raw.exported.quiet, "No notes; errors are still told");
+    command->footer("Example:\n  fenmark export road.gpkg road.dxf");
+}
+
+void addPlot(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("plot", "Draw a plan of a drawing as SVG");
+    command->add_option("DRAWING", raw.plot.drawing, "Drawing to read")->required()->type_name("");
+    command->add_option("OUT", raw.plot.target, "File to write, named *.svg")->required()->type_name("");
+    command->add_flag("-q,--quiet", raw.plot.quiet, "No notes; errors are still told");
+    command->footer("Example:\n  fenmark plot road.gpkg road.svg");
+}
+
+ParsedCommand checkedImport(Raw& raw) {
+    ImportArguments& a = raw.import;
+    a.wanted = wantedKinds(raw);
+    if (!raw.shift.empty()) {
+        double metres = 0.0;
+        if (!command::parseShiftDistance(raw.shift, metres))
+            throw WrongUsage("--shift must be above 0, in plain decimals: '" + raw.shift + "'");
+        a.shift = metres;
+    }
+    if (a.forceAlignment && !a.alignment)
+        throw WrongUsage("--force-alignment needs --alignment NAME");
+    if (raw.zone != 0)
+        a.zone = raw.zone;
+    a.encoding = encodingNamed(raw.importEncoding);
+    a.positiveRadius = raw.positiveRadius == "left"    ? PositiveRadius::Left
+                       : raw.positiveRadius == "right" ? PositiveRadius::Right
+                                                       : PositiveRadius::Auto;
+    return std::move(a);
+}
+
+ParsedCommand checked(CLI::App& app, Raw& raw) {
+    if (app.got_subcommand("import"))
+        return checkedImport(raw);
+    if (app.got_subcommand("preview")) {
+        raw.preview.encoding = encodingNamed(raw.previewEncoding);
+        return raw.preview;
+    }
+    if (app.got_subcommand("info"))
+        return raw.info;
+    if (app.got_subcommand("station")) {
+        raw.station.station = realArgument(raw.stationText, "STATION");
+        if (!raw.offsetText.empty())
+            raw.station.offset = realArgument(raw.offsetText, "OFFSET");
+        return raw.station;
+    }
+    if (app.got_subcommand("locate")) {
+        raw.locate.x = realArgument(raw.xText, "X");
+        raw.locate.y = realArgument(raw.yText, "Y");
+        return raw.locate;
+    }
+    if (app.got_subcommand("export"))
+        return raw.exported;
+    return PlotArguments{raw.plot};
+}
+
+} // namespace
+
+ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
+    CLI::App app("Brings SIMA survey files into drawings and answers questions about them.", "fenmark");
+    Raw raw;
+    app.set_version_flag("--version", std::string("fenmark ") + FENMARK_VERSION);
+    app.require_subcommand(1);
+    app.footer("Example:\n"
+               "  fenmark import road.sim && fenmark plot road.gpkg road.svg\n"
+               "'fenmark COMMAND --help' tells the options of a command.");
+    app.get_formatter()->column_width(34);
+    addImport(app, raw);
+    addPreview(app, raw);
+    addInfo(app, raw);
+    addStation(app, raw);
+    addLocate(app, raw);
+    addExport(app, raw);
+    addPlot(app, raw);
+
+    // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    for (std::string& argument : reversed) {
+        if (argument.size() > 2 && argument.starts_with("-.") && argument[2] >= '0' && argument[2] <= '9')
+            argument.insert(1, "0");
+    }
+    try {
+        app.parse(std::move(reversed));
+        return checked(app, raw);
+    } catch (const CLI::CallForHelp&) {
+        return ShowText{app.help()};
+    } catch (const CLI::CallForVersion& version) {
+        return ShowText{std::string(version.what()) + "\n"};
+    } catch (const CLI::ParseError& error) {
+        return UsageError{error.what()};
+    } catch (const WrongUsage& error) {
+        return UsageError{error.what()};
+    }
+}
+
+} // namespace fenmark::cli

@@ -1,0 +1,29 @@
+// Declares the commands with their options and reads one command line.
+#pragma once
+
+#include "cli/options.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace fenmark::cli {
+
+// A text to print on standard output, for --help and --version.
+struct ShowText {
+    std::string text;
+};
+
+// What is wrong with the arguments, in one line or two.
+struct UsageError {
+    std::string message;
+};
+
+struct PlotArguments : ExportArguments {};
+
+using ParsedCommand = std::variant<ShowText, UsageError, ImportArguments, PreviewArguments, InfoArguments,
+                                   StationArguments, LocateArguments, ExportArguments, PlotArguments>;
+
+ParsedCommand parseArguments(const std::vector<std::string>& arguments);
+
+} // namespace fenmark::cli

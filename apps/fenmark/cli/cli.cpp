@@ -1,0 +1,50 @@
+// Runs one command line.
+#include "cli/cli.h"
+
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/messages.h"
+
+#include <ostream>
+#include <variant>
+
+namespace fenmark::cli {
+
+namespace {
+
+struct Runner {
+    const Streams& streams;
+
+    int operator()(const ShowText& show) const {
+        streams.out << show.text;
+        return kDone;
+    }
+    int operator()(const UsageError& error) const {
+        tellError(streams, error.message);
+        streams.err << "Run 'fenmark --help' or 'fenmark COMMAND --help' for what can be said.\n";
+        return kWrongUsage;
+    }
+    int operator()(const ImportArguments& a) const { return runImport(a, streams); }
+    int operator()(const PreviewArguments& a) const { return runPreview(a, streams); }
+    int operator()(const InfoArguments& a) const { return runInfo(a, streams); }
+    int operator()(const StationArguments& a) const { return runStation(a, streams); }
+    int operator()(const LocateArguments& a) const { return runLocate(a, streams); }
+    int operator()(const ExportArguments& a) const { return runExport(a, streams); }
+    int operator()(const PlotArguments& a) const { return runPlot(a, streams); }
+};
+
+} // namespace
+
+int run(const std::vector<std::string>& arguments, const Streams& streams) {
+    try {
+        return std::visit(Runner{streams}, parseArguments(arguments));
+    } catch (const Stop& stop) {
+        tellError(streams, stop.what());
+        return stop.code();
+    } catch (...) {
+        tellError(streams, currentExceptionText());
+        return kNotDone;
+    }
+}
+
+} // namespace fenmark::cli

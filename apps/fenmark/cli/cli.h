@@ -1,0 +1,27 @@
+// The fenmark command line as a function of its arguments and streams.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace fenmark::cli {
+
+// What a command ends with.
+enum ExitCode : int {
+    kDone = 0,
+    kNotDone = 1,      // a file not readable, a drawing not writable, an import broken off
+    kWrongUsage = 2,   // the arguments
+    kLogHasErrors = 3, // --strict only
+};
+
+struct Streams {
+    std::ostream& out;
+    std::ostream& err;
+    bool errIsTerminal = false; // a progress bar is drawn on a terminal only
+};
+
+// Runs one command line; the arguments are those behind the program's name. Raises nothing.
+int run(const std::vector<std::string>& arguments, const Streams& streams);
+
+} // namespace fenmark::cli

@@ -1,0 +1,17 @@
+// The commands: each a function of its arguments and the streams that returns an exit code.
+#pragma once
+
+#include "cli/cli.h"
+#include "cli/options.h"
+
+namespace fenmark::cli {
+
+int runImport(const ImportArguments& arguments, const Streams& streams);
+int runPreview(const PreviewArguments& arguments, const Streams& streams);
+int runInfo(const InfoArguments& arguments, const Streams& streams);
+int runStation(const StationArguments& arguments, const Streams& streams);
+int runLocate(const LocateArguments& arguments, const Streams& streams);
+int runExport(const ExportArguments& arguments, const Streams& streams);
+int runPlot(const ExportArguments& arguments, const Streams& streams);
+
+} // namespace fenmark::cli

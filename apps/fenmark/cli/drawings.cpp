@@ -1,0 +1,31 @@
+// Opening drawings to read them.
+#include "cli/drawings.h"
+
+#include "cli/messages.h"
+
+namespace fenmark::cli {
+
+using host::embedded::Drawing;
+
+std::unique_ptr<Drawing> readDrawing(const std::string& path, host::embedded::Load load) {
+    auto drawing = std::make_unique<Drawing>();
+    host::embedded::DrawingStore store;
+    const host::embedded::StoreResult opened = store.open(path, *drawing, load);
+    if (!opened)
+        throw Stop(kNotDone, opened.message);
+    return drawing;
+}
+
+std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name) {
+    std::vector<std::string> names;
+    for (std::size_t i = drawing.alignmentCount(); i-- > 0;) {
+        if (drawing.alignment(i).name == name)
+            return i;
+    }
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i)
+        names.push_back(drawing.alignment(i).name);
+    throw Stop(kNotDone,
+               path + ": the drawing has no alignment named '" + name + "'; its alignments: " + joined(names));
+}
+
+} // namespace fenmark::cli

@@ -1,0 +1,217 @@
+// fenmark import: the command flow on the embedded host's drawing, file by file.
+#include "cli/commands.h"
+#include "cli/import_dialogs.h"
+#include "cli/messages.h"
+#include "command/import_command.h"
+#include "host/adapter/host_adapter.h"
+#include "host/embedded/embedded_host.h"
+#include "sima/log/sima_log.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include <sys/stat.h>
+
+namespace fenmark::cli {
+
+namespace {
+
+using host::embedded::Drawing;
+using host::embedded::EmbeddedHost;
+using host::embedded::StoreResult;
+
+bool exists(const std::string& path) {
+    struct ::stat status {};
+    return ::stat(path.c_str(), &status) == 0;
+}
+
+std::string drawingBeside(const std::string& file) {
+    return file.substr(0, file.size() - 4) + ".gpkg";
+}
+
+void openDrawing(EmbeddedHost& host, const std::string& path) {
+    host::embedded::Document& document = *host.currentDocument();
+    if (!exists(path))
+        return;
+    const StoreResult opened = document.store().open(path, document.drawing(), host::embedded::Load::WithoutEntities);
+    if (!opened)
+        throw Stop(kNotDone, opened.message);
+}
+
+std::vector<std::string> namesOf(const auto& items) {
+    std::vector<std::string> names;
+    for (const auto& item : items)
+        names.push_back(item.name);
+    return names;
+}
+
+// What the options name must be there, or be made where an option allows it.
+void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const std::string& path) {
+    if (arguments.zone && drawing.zone() != *arguments.zone) {
+        if (drawing.zone() != 0)
+            throw Stop(kNotDone, path + ": its coordinates are in zone " + std::to_string(drawing.zone()) +
+                                     ", not in zone " + std::to_string(*arguments.zone));
+        drawing.setZone(*arguments.zone);
+    }
+    for (const auto* layer : {&arguments.pointLayer, &arguments.ipLayer, &arguments.lotLayer, &arguments.stakeLayer,
+                              &arguments.continuousLayer}) {
+        if (!layer->has_value() || drawing.findLayer(**layer))
+            continue;
+        if (!arguments.createLayers || (*layer)->empty())
+            throw Stop(kNotDone, path + ": the drawing has no layer named '" + **layer + "'; its layers: " +
+                                     joined(namesOf(drawing.layers())) + " (--create-layers makes a new one)");
+        drawing.addLayer(**layer);
+    }
+    if (arguments.site && !drawing.findSite(*arguments.site)) {
+        // A drawing without sites gets its first one here, so that it bears the name asked for.
+        if (!drawing.sites().empty() || arguments.site->empty())
+            throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
+                                     "'; its sites: " + joined(namesOf(drawing.sites())));
+        drawing.addSite(*arguments.site);
+    }
+}
+
+void printResult(std::ostream& out, const command::ImportResult& result, bool withName) {
+    if (withName)
+        out << result.filePath << ":\n";
+    for (const std::string& line : command::resultLines(result))
+        out << line << '\n';
+    out.flush();
+}
+
+nlohmann::ordered_json jsonOf(const command::ImportResult& result, const std::string& drawing, const std::string& log) {
+    nlohmann::ordered_json json;
+    json["file"] = result.filePath;
+    json["drawing"] = drawing;
+    json["log"] = log;
+    json["errors"] = result.errorCount;
+    json["points"] = result.coordinatePoints;
+    json["lots"] = result.lots;
+    json["alignments"] = result.alignmentNames;
+    json["routes"] = result.routesCreated;
+    json["longitudinal"] = result.longitudinalPoints;
+    json["cross_sections"] = result.crossSectionPoints;
+    return json;
+}
+
+// Why a run of the command ended early, from the exception at hand.
+std::string breakOffText(const std::string& file, const sima::SimaReader& reader) {
+    try {
+        throw;
+    } catch (const std::system_error& error) {
+        return file + ": the log beside it cannot be written: " + error.code().message();
+    } catch (...) {
+        return file + ":" + std::to_string(reader.lineNumber) + ": import broken off: " + currentExceptionText();
+    }
+}
+
+void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
+               const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
+    tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
+    for (const std::string& line : host::embedded::noteLines(host.notes()))
+        tellNote(streams, arguments.quiet, file + ": " + line);
+    if (arguments.alignment && !dialogs.askedForAlignment())
+        tellNote(streams, arguments.quiet,
+                 file + ": --alignment was not needed: every result has an alignment of its own");
+}
+
+struct Outcome {
+    int code = kDone;
+    command::ImportResult result;
+    std::string logPath;
+};
+
+// Runs the command for one file and keeps the drawing on disk. Raises Stop, with the drawing on disk as it was unless
+// a part was to be kept.
+Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const std::string& file,
+                   const std::string& drawingPath, const Streams& streams) {
+    prepareDrawing(host.drawing(), arguments, drawingPath);
+    host.setPositiveRadius(arguments.positiveRadius);
+    host.notes() = {};
+
+    ImportDialogs dialogs(arguments, file, streams);
+    host::HostAdapter boundary;
+    command::LastRun lastRun;
+    sima::SimaReader reader;
+    std::string brokenOff;
+    try {
+        command::Fenmark(boundary, dialogs, lastRun, reader, {arguments.encoding});
+    } catch (const Stop&) {
+        throw;
+    } catch (...) {
+        brokenOff = breakOffText(file, reader);
+    }
+    tellErrorBlocks(streams, file, reader.log);
+    if (!brokenOff.empty() && !arguments.keepPartial)
+        throw Stop(kNotDone, brokenOff + "; the drawing is left as it was");
+    if (brokenOff.empty() && !dialogs.result())
+        throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
+
+    host::embedded::Document& document = *host.currentDocument();
+    const StoreResult saved = document.store().save(drawingPath, document.drawing());
+    if (!saved)
+        throw Stop(kNotDone, saved.message);
+    tellNotes(host, arguments, dialogs, file, reader, streams);
+    if (!brokenOff.empty())
+        throw Stop(kNotDone, brokenOff + "; what was made before that is kept in " + drawingPath);
+    sima::SimaLog log;
+    log.setFileName(file);
+    return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
+            log.fileName()};
+}
+
+// The drawing open at the moment: each file has its own, or all have one.
+class OpenDrawing {
+  public:
+    // Raises Stop if the drawing cannot be read.
+    EmbeddedHost& at(const std::string& path) {
+        if (host_ && path == path_)
+            return *host_;
+        host_.reset();
+        auto host = std::make_unique<EmbeddedHost>();
+        openDrawing(*host, path);
+        host_ = std::move(host);
+        path_ = path;
+        return *host_;
+    }
+    // What is in memory may no longer be what is on disk.
+    void forget() { host_.reset(); }
+
+  private:
+    std::unique_ptr<EmbeddedHost> host_;
+    std::string path_;
+};
+
+} // namespace
+
+int runImport(const ImportArguments& arguments, const Streams& streams) {
+    OpenDrawing open;
+    nlohmann::ordered_json results = nlohmann::ordered_json::array();
+    int code = kDone;
+    for (const std::string& file : arguments.files) {
+        try {
+            requireReadableSimFile(file);
+            const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
+            const Outcome outcome = importFile(open.at(drawingPath), arguments, file, drawingPath, streams);
+            code = std::max(code, outcome.code);
+            if (arguments.json)
+                results.push_back(jsonOf(outcome.result, drawingPath, outcome.logPath));
+            else
+                printResult(streams.out, outcome.result, arguments.files.size() > 1);
+            tellNote(streams, arguments.quiet, "drawing " + drawingPath + ", log " + outcome.logPath);
+        } catch (const Stop& stop) {
+            tellError(streams, stop.what());
+            code = std::max(code, stop.code());
+            open.forget();
+        }
+    }
+    if (arguments.json)
+        streams.out << (arguments.files.size() == 1 && results.size() == 1 ? results[0] : results).dump() << '\n';
+    return code;
+}
+
+} // namespace fenmark::cli

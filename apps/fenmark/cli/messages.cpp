@@ -1,0 +1,123 @@
+// What the commands say on standard error, and how they stop.
+#include "cli/messages.h"
+
+#include "command/dialog_rules.h"
+#include "host/boundary/mirdan_exception.h"
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <ostream>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fenmark::cli {
+
+namespace {
+
+constexpr std::size_t kBlockLines = 4;         // of one error block in the log
+constexpr std::size_t kBlocksOnTerminal = 100; // more would push everything else off the screen
+
+// The number that a detail line of the log begins with, without the zeros in front.
+std::string_view lineNumberOf(std::string_view detail) {
+    std::size_t end = 0;
+    while (end < detail.size() && detail[end] >= '0' && detail[end] <= '9')
+        ++end;
+    std::string_view number = detail.substr(0, end);
+    while (number.size() > 1 && number.front() == '0')
+        number.remove_prefix(1);
+    return number;
+}
+
+// "ErrA01-1 text" is code and text; a block without a code is its text alone.
+void tellBlock(std::ostream& out, const std::string& file, std::string_view title, std::string_view detail) {
+    out << file << ':' << lineNumberOf(detail) << ": ";
+    const std::size_t blank = title.find(' ');
+    if (title.starts_with("Err") && blank != std::string_view::npos)
+        out << title.substr(0, blank) << ": " << title.substr(blank + 1);
+    else
+        out << "error: " << title;
+    out << '\n';
+}
+
+} // namespace
+
+void tellError(const Streams& streams, std::string_view text) {
+    streams.err << "fenmark: error: " << text << '\n';
+}
+
+void tellNote(const Streams& streams, bool quiet, std::string_view text) {
+    if (!quiet)
+        streams.err << "fenmark: note: " << text << '\n';
+}
+
+void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
+    const auto& lines = log.errors();
+    const std::size_t blocks = lines.size() / kBlockLines;
+    const std::size_t told = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
+    for (std::size_t i = 0; i < told; ++i)
+        tellBlock(streams.err, file, lines[kBlockLines * i + 1], lines[kBlockLines * i + 2]);
+    if (told < blocks)
+        streams.err << file << ": " << blocks - told << " more in the log\n";
+}
+
+void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines) {
+    if (quiet)
+        return;
+    for (const auto& [kind, count] : lines)
+        streams.err << file << ": note: " << count << (count == 1 ? " line" : " lines") << " passed over, " << kind
+                    << '\n';
+}
+
+std::string joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names)
+        text.append(text.empty() ? "" : ", ").append(name);
+    return text.empty() ? "none" : text;
+}
+
+std::string plainReal(double value) {
+    std::array<char, 400> buffer; // the longest plain decimal of a 64-bit real takes some 330 characters
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    return error == std::errc() ? std::string(buffer.data(), end) : std::string("nan");
+}
+
+void requireReadableSimFile(const std::string& path) {
+    struct ::stat status {};
+    if (::stat(path.c_str(), &status) != 0)
+        throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
+    if (S_ISDIR(status.st_mode))
+        throw Stop(kNotDone, path + ": is a folder, not a SIMA file");
+    if (!command::isSimFile(path))
+        throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
+    const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
+    ::close(file);
+}
+
+std::string currentExceptionText() {
+    try {
+        throw;
+    } catch (host::MirdanException* thrown) {
+        const std::unique_ptr<host::MirdanException> exception(thrown);
+        return exception->message();
+    } catch (const std::invalid_argument&) {
+        return "the record is too short for the fields that its section takes";
+    } catch (const std::bad_alloc&) {
+        return "out of memory";
+    } catch (const std::exception& exception) {
+        return exception.what();
+    } catch (...) {
+        return "unknown failure";
+    }
+}
+
+} // namespace fenmark::cli

@@ -1,0 +1,47 @@
+// What the commands say on standard error, and how they stop.
+#pragma once
+
+#include "cli/cli.h"
+#include "sima/log/sima_log.h"
+#include "sima/reader/sima_reader.h"
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::cli {
+
+// Ends the command at hand with a code and one line for the user.
+class Stop : public std::runtime_error {
+  public:
+    Stop(int code, const std::string& message) : std::runtime_error(message), code_(code) {}
+    int code() const { return code_; }
+
+  private:
+    int code_;
+};
+
+// "fenmark: error: text"
+void tellError(const Streams& streams, std::string_view text);
+// "fenmark: note: text"; nothing if quiet.
+void tellNote(const Streams& streams, bool quiet, std::string_view text);
+
+// The log's error blocks, each as "file:line: code: text". On a terminal only the first ones.
+void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log);
+// The lines that were passed over in silence, by kind with their number.
+void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines);
+
+// "a, b, c", or "none".
+std::string joined(const std::vector<std::string>& names);
+
+// A real in plain decimals that reads back to the same 64-bit value.
+std::string plainReal(double value);
+
+// Raises Stop unless the file is named *.sim and can be read.
+void requireReadableSimFile(const std::string& path);
+
+// What an exception that left a pass says; the exception of the host boundary is thrown as a pointer and deleted here.
+std::string currentExceptionText();
+
+} // namespace fenmark::cli

@@ -1,0 +1,80 @@
+// The options of each command, as the arguments gave them.
+#pragma once
+
+#include "host/embedded/embedded_host.h"
+#include "sima/reader/read_context.h"
+#include "sima/records/import_options.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::cli {
+
+// The names of the import kinds in --only and --skip, in the order of the import flags.
+inline constexpr std::array<std::string_view, sima::kImportKinds> kKindNames = {
+    "points",     "lots",        "longitudinal", "cross-sections",    "ip", "main", "centre",
+    "left-stake", "right-stake", "continuous",   "continuous-curves",
+};
+
+struct ImportArguments {
+    std::vector<std::string> files;
+    std::optional<std::string> drawing;
+    std::optional<std::string> site;
+    std::array<bool, sima::kImportKinds> wanted{}; // after --only and --skip
+    std::optional<std::string> pointLayer;
+    std::optional<std::string> ipLayer;
+    std::optional<std::string> lotLayer;
+    std::optional<std::string> stakeLayer;
+    std::optional<std::string> continuousLayer;
+    std::optional<double> shift; // metres
+    std::optional<std::string> alignment;
+    bool forceAlignment = false;
+    bool createLayers = false;
+    std::optional<int> zone; // plane rectangular zone, 1 to 19
+    sima::Encoding encoding = sima::Encoding::Cp932;
+    host::embedded::PositiveRadius positiveRadius = host::embedded::PositiveRadius::Auto;
+    bool keepPartial = false;
+    bool strict = false;
+    bool json = false;
+    bool quiet = false;
+};
+
+struct PreviewArguments {
+    std::string file;
+    sima::Encoding encoding = sima::Encoding::Cp932;
+    bool json = false;
+    bool quiet = false;
+};
+
+struct InfoArguments {
+    std::string drawing;
+    bool json = false;
+};
+
+struct StationArguments {
+    std::string drawing;
+    std::string alignment;
+    double station = 0.0; // metres
+    double offset = 0.0;  // metres, positive right of travel
+    bool json = false;
+};
+
+struct LocateArguments {
+    std::string drawing;
+    std::string alignment;
+    double x = 0.0; // east, metres
+    double y = 0.0; // north, metres
+    bool json = false;
+};
+
+struct ExportArguments {
+    std::string drawing;
+    std::string target;
+    bool quiet = false;
+};
+
+} // namespace fenmark::cli

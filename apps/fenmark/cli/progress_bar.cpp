@@ -1,0 +1,70 @@
+// The progress of a pass as one line on the terminal.
+#include "cli/progress_bar.h"
+
+#include <chrono>
+#include <ostream>
+#include <string>
+
+namespace fenmark::cli {
+
+namespace {
+
+constexpr std::int64_t kSteps = 1000;               // the bar moves in tenths of a percent
+constexpr std::int64_t kWidth = 40;                 // characters
+constexpr std::chrono::milliseconds kPatience{150}; // a pass that is over sooner shows no bar
+
+class Bar : public sima::Progress {
+  public:
+    Bar(std::ostream& terminal, std::string_view title)
+        : terminal_(terminal), title_(title), started_(std::chrono::steady_clock::now()) {}
+    ~Bar() override {
+        if (drawn_)
+            terminal_ << "\r\033[K" << std::flush;
+    }
+
+    std::int32_t goModal(std::string_view title, bool) override {
+        title_ = title;
+        return 1;
+    }
+    void setRange(std::int64_t lower, std::int64_t upper, std::int32_t) override {
+        lower_ = lower;
+        upper_ = upper;
+    }
+    void setText(std::string_view) override {}
+    void setPosition(std::int64_t position) override {
+        if (position < next_)
+            return;
+        const std::int64_t range = upper_ > lower_ ? upper_ - lower_ : 1;
+        next_ = position + range / kSteps + 1;
+        if (!drawn_ && std::chrono::steady_clock::now() - started_ < kPatience)
+            return;
+        draw(static_cast<double>(position - lower_) / static_cast<double>(range));
+    }
+    void pump() override {}
+
+  private:
+    void draw(double part) {
+        const double bounded = part < 0.0 ? 0.0 : part > 1.0 ? 1.0 : part;
+        const auto filled = static_cast<std::size_t>(bounded * kWidth);
+        std::string bar(filled, '=');
+        bar.resize(kWidth, ' ');
+        terminal_ << '\r' << title_ << " [" << bar << "] " << static_cast<int>(bounded * 100.0) << " %" << std::flush;
+        drawn_ = true;
+    }
+
+    std::ostream& terminal_;
+    std::string title_;
+    std::chrono::steady_clock::time_point started_;
+    std::int64_t lower_ = 0;
+    std::int64_t upper_ = 0;
+    std::int64_t next_ = 0;
+    bool drawn_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<sima::Progress> ProgressBars::create(std::string_view title, bool) {
+    return std::make_unique<Bar>(terminal_, title);
+}
+
+} // namespace fenmark::cli

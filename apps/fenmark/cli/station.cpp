@@ -1,0 +1,48 @@
+// fenmark station and fenmark locate: from station and offset to a point, and back.
+#include "cli/commands.h"
+#include "cli/drawings.h"
+#include "cli/messages.h"
+
+#include <ostream>
+
+namespace fenmark::cli {
+
+using host::embedded::Load;
+
+int runStation(const StationArguments& arguments, const Streams& streams) {
+    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
+    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
+    const auto& geometry = drawing->geometry(index);
+    const auto point = geometry.pointAt(arguments.station, arguments.offset);
+    if (!point) {
+        const std::string reach = geometry.empty() ? std::string("it has no elements")
+                                                   : "it runs from " + plainReal(geometry.startStation()) + " to " +
+                                                         plainReal(geometry.endStation());
+        throw Stop(kNotDone, "station " + plainReal(arguments.station) + " lies outside the alignment '" +
+                                 arguments.alignment + "': " + reach);
+    }
+    if (arguments.json)
+        streams.out << "{\"x\":" << plainReal(point->x) << ",\"y\":" << plainReal(point->y) << "}\n";
+    else
+        streams.out << plainReal(point->x) << ' ' << plainReal(point->y) << '\n';
+    return kDone;
+}
+
+int runLocate(const LocateArguments& arguments, const Streams& streams) {
+    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
+    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
+    const auto located = drawing->geometry(index).locate({arguments.x, arguments.y});
+    if (!located)
+        throw Stop(kNotDone, "the alignment '" + arguments.alignment + "' has no elements");
+    if (arguments.json)
+        streams.out << "{\"station\":" << plainReal(located->station) << ",\"offset\":" << plainReal(located->offset)
+                    << ",\"perpendicular\":" << (located->perpendicular ? "true" : "false") << "}\n";
+    else
+        streams.out << plainReal(located->station) << ' ' << plainReal(located->offset) << '\n';
+    if (!located->perpendicular && !arguments.json)
+        tellNote(streams, false,
+                 "the nearest point is an end or a kink of the alignment, not the foot of a perpendicular");
+    return kDone;
+}
+
+} // namespace fenmark::cli

@@ -1,0 +1,53 @@
+// The points of a drawing with their rows as comma-separated text.
+#include "exchange/csv.h"
+
+namespace fenmark::exchange {
+
+namespace {
+
+// Quoted where the text holds a separator, a quote, a line end or blanks at its ends.
+struct Field {
+    std::string_view text;
+};
+
+std::ostream& operator<<(std::ostream& out, Field field) {
+    const bool blankEnds = !field.text.empty() && (field.text.front() == ' ' || field.text.back() == ' ');
+    if (!blankEnds && field.text.find_first_of(",\"\r\n") == std::string_view::npos)
+        return out << field.text;
+    out << '"';
+    for (const char c : field.text) {
+        if (c == '"')
+            out << '"';
+        out << c;
+    }
+    return out << '"';
+}
+
+} // namespace
+
+Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
+    std::size_t polylines = 0;
+    out << "\xEF\xBB\xBFid,layer,x_east,y_north,z,table,no,name,type,file\r\n";
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const host::embedded::EntityView entity = drawing.entity(i);
+        if (!entity.isPoint()) {
+            ++polylines;
+            continue;
+        }
+        const host::MdGePoint3d& at = entity.position();
+        out << entity.id.asUint64() << ',' << Field{entity.layer} << ',' << PlainReal{at.x} << ',' << PlainReal{at.y}
+            << ',' << PlainReal{at.z} << ',';
+        if (entity.row)
+            out << Field{entity.row->table} << ',' << entity.row->no << ',' << Field{entity.row->name} << ','
+                << Field{entity.row->type} << ',' << Field{entity.row->fileName};
+        else
+            out << ",,,,";
+        out << "\r\n";
+    }
+    if (polylines == 0 && drawing.alignmentCount() == 0)
+        return {};
+    return {"a CSV file holds points alone; left out: " + std::to_string(polylines) + " polylines, " +
+            std::to_string(drawing.alignmentCount()) + " alignments"};
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,14 @@
+// A drawing as GeoJSON.
+#pragma once
+
+#include "exchange/text.h"
+#include "host/embedded/drawing.h"
+
+namespace fenmark::exchange {
+
+// One feature each for points, polylines (closed lots as polygons) and alignments (a line within 1 mm of the true
+// curve). Coordinates are those of the drawing, x east and y north in metres; a known zone is named as the member
+// "crs", which GIS programs read although the format's later text speaks of degrees alone.
+Notes writeGeoJson(const host::embedded::Drawing& drawing, std::ostream& out);
+
+} // namespace fenmark::exchange

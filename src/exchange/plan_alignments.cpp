@@ -1,0 +1,293 @@
+// Alignments on a plan: elements by kind, element ends, stations, curve data.
+#include "exchange/plan.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <unordered_map>
+
+namespace fenmark::exchange {
+
+using host::PlanPoint;
+using host::embedded::Alignment;
+using host::embedded::AlignmentGeometry;
+using host::embedded::Element;
+using host::embedded::ElementType;
+using host::embedded::EntityView;
+
+namespace {
+
+constexpr double kLineTolerance = 0.01;  // millimetres of paper between a clothoid and its line
+constexpr double kEndTick = 2.2;         // half the tick of an element's end, millimetres
+constexpr double kStakeTick = 0.8;       // half the tick of a station
+constexpr double kMajorTick = 1.3;       // half the tick of every fifth station
+constexpr double kLeastStakeSpace = 5.0; // millimetres between two stations; a longer step is taken below that
+constexpr double kKeySize = 1.9;         // millimetres of type
+constexpr double kStakeSize = 1.7;
+constexpr double kCurveSize = 1.7;
+constexpr std::size_t kMostStations = 20000; // ticks on one sheet
+
+const char* styleOf(ElementType type) {
+    return type == ElementType::Straight ? "straight" : type == ElementType::Arc ? "arc" : "clothoid";
+}
+
+PlanItem itemOf(ElementType type) {
+    return type == ElementType::Straight ? PlanItem::Straight
+           : type == ElementType::Arc    ? PlanItem::Arc
+                                         : PlanItem::Clothoid;
+}
+
+// Names of coordinate points by their place, to find the one that stands at an element's end.
+class NamedPlaces {
+  public:
+    NamedPlaces(const Plan& plan) : cell_(plan.elementEndSnap) {
+        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+            const EntityView entity = plan.drawing.entity(i);
+            if (entity.isPoint() && entity.row && entity.row->type == "座標" && !entity.row->name.empty())
+                names_.emplace(key(entity.position().x, entity.position().y), entity.row->name);
+        }
+    }
+    std::string_view at(const PlanPoint& point) const {
+        for (const double dx : {0.0, -cell_, cell_}) {
+            for (const double dy : {0.0, -cell_, cell_}) {
+                const auto found = names_.find(key(point.x + dx, point.y + dy));
+                if (found != names_.end())
+                    return found->second;
+            }
+        }
+        return {};
+    }
+
+  private:
+    std::uint64_t key(double x, double y) const {
+        return static_cast<std::uint64_t>(std::llround(x / cell_)) * 0x9E3779B97F4A7C15U +
+               static_cast<std::uint64_t>(std::llround(y / cell_));
+    }
+
+    double cell_;
+    std::unordered_map<std::uint64_t, std::string_view> names_;
+};
+
+// The usual name of a joint between two elements: BC and EC where a straight meets an arc, KA where a clothoid meets a
+// straight, KE where it meets an arc.
+const char* jointName(ElementType before, ElementType after) {
+    const bool straight = before == ElementType::Straight || after == ElementType::Straight;
+    const bool clothoid = before == ElementType::Clothoid || after == ElementType::Clothoid;
+    const bool arc = before == ElementType::Arc || after == ElementType::Arc;
+    if (clothoid)
+        return straight ? "KA" : arc ? "KE" : "KK";
+    if (before == ElementType::Straight)
+        return arc ? "BC" : "IP";
+    return straight ? "EC" : "PCC";
+}
+
+// A label that runs across the line on one of its sides, turned so that it can be read from below or from the right.
+Label across(const PaperPoint& at, double direction, bool left, double distance, double size, std::string text,
+             const char* style) {
+    const double angle = direction + (left ? 0.5 : -0.5) * std::numbers::pi; // on the ground, anticlockwise
+    double degrees = -angle * 180.0 / std::numbers::pi;
+    degrees = std::remainder(degrees, 360.0);
+    Label label{{at.x + distance * std::cos(angle), at.y - distance * std::sin(angle)},
+                size,
+                degrees,
+                Label::Anchor::Start,
+                std::move(text),
+                style};
+    if (degrees > 90.0 || degrees <= -90.0) {
+        label.angle = degrees > 0.0 ? degrees - 180.0 : degrees + 180.0;
+        label.anchor = Label::Anchor::End;
+    }
+    return label;
+}
+
+// A label along the line, beside it.
+Label along(const PaperPoint& at, double direction, bool left, double distance, double size, std::string text,
+            const char* style) {
+    const double side = direction + (left ? 0.5 : -0.5) * std::numbers::pi;
+    double degrees = std::remainder(-direction * 180.0 / std::numbers::pi, 360.0);
+    if (degrees > 90.0)
+        degrees -= 180.0;
+    else if (degrees <= -90.0)
+        degrees += 180.0;
+    return {{at.x + distance * std::cos(side), at.y - distance * std::sin(side)},
+            size,
+            degrees,
+            Label::Anchor::Middle,
+            std::move(text),
+            style};
+}
+
+void tick(Plan& plan, std::ostream& out, const PlanPoint& point, double direction, double half) {
+    const PaperPoint at = plan.at(point.x, point.y);
+    const double dx = half * std::sin(direction);
+    const double dy = half * std::cos(direction);
+    out << 'M' << mm(at.x - dx) << ' ' << mm(at.y - dy) << 'L' << mm(at.x + dx) << ' ' << mm(at.y + dy);
+}
+
+void drawElement(Plan& plan, std::ostream& out, const Element& element) {
+    plan.items.insert(itemOf(element.type));
+    std::vector<PlanPoint> line;
+    const double tolerance = std::max(host::embedded::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
+    host::embedded::appendElementLine(element, tolerance, line);
+    if (line.empty())
+        return;
+    PaperPoint from = plan.at(line.front().x, line.front().y);
+    out << "<path class=\"l " << styleOf(element.type) << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
+    if (element.type == ElementType::Arc) {
+        const PaperPoint to = plan.at(element.end.x, element.end.y);
+        const std::string radius = mm(plan.sheet.paperLength(element.startRadius));
+        const bool large = std::abs(element.turn()) > std::numbers::pi;
+        out << 'A' << radius << ' ' << radius << " 0 " << (large ? 1 : 0) << ' ' << (element.clockwise ? 1 : 0) << ' '
+            << mm(to.x) << ' ' << mm(to.y);
+    } else {
+        for (std::size_t i = 1; i < line.size(); ++i) {
+            const PaperPoint to = plan.at(line[i].x, line[i].y);
+            out << 'L' << mm(to.x) << ' ' << mm(to.y);
+        }
+    }
+    out << "\"/>\n";
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        const PaperPoint to = plan.at(line[i].x, line[i].y);
+        plan.space.takeLine(from, to);
+        from = to;
+    }
+}
+
+void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const NamedPlaces& names) {
+    const auto& elements = alignment.elements;
+    double station = alignment.startStation;
+    out << "<path class=\"tick\" d=\"";
+    for (std::size_t i = 0; i <= elements.size(); ++i) {
+        const Element& element = elements[std::min(i, elements.size() - 1)];
+        const bool last = i == elements.size();
+        const PlanPoint point = last ? element.end : element.start;
+        const double direction = last ? element.endDirection() : element.direction;
+        tick(plan, out, point, direction, kEndTick);
+        const PaperPoint at = plan.at(point.x, point.y);
+        std::string text(names.at(point));
+        if (text.empty())
+            text = i == 0 ? "BP" : last ? "EP" : jointName(elements[i - 1].type, element.type);
+        text += " " + stakeName(station);
+        std::vector<Label> candidates;
+        for (const double distance : {3.0, 8.0, 14.0}) {
+            for (const bool left : {true, false})
+                candidates.push_back(across(at, direction, left, distance, kKeySize, text, "key"));
+        }
+        plan.place(candidates, false);
+        if (!last)
+            station += element.length;
+    }
+    out << "\"/>\n";
+    plan.items.insert(PlanItem::ElementEnd);
+}
+
+void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geometry, std::size_t& drawn) {
+    const double step = plan.stationStep;
+    out << "<path class=\"tick\" d=\"";
+    const auto first = static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9));
+    std::vector<std::pair<double, host::embedded::Pose>> poses;
+    for (long long k = first; static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
+        const double station = static_cast<double>(k) * step;
+        const auto pose = geometry.poseAt(station);
+        if (!pose)
+            continue;
+        ++drawn;
+        tick(plan, out, pose->point, pose->direction, k % 5 == 0 ? kMajorTick : kStakeTick);
+        poses.emplace_back(station, *pose);
+    }
+    out << "\"/>\n";
+    if (!poses.empty())
+        plan.items.insert(PlanItem::Station);
+    // Every fifth station tells its distance too, and takes its place before the others.
+    auto place = [&](double station, const host::embedded::Pose& pose, bool major) {
+        const PaperPoint at = plan.at(pose.point.x, pose.point.y);
+        const std::string text = stakeName(station) + (major ? "  " + fixedReal(station, 1) : "");
+        std::vector<Label> candidates;
+        for (const double distance : {2.0, 6.5}) {
+            for (const bool left : {false, true})
+                candidates.push_back(across(at, pose.direction, left, distance, kStakeSize, text, "stake"));
+        }
+        plan.place(candidates, false);
+    };
+    auto isMajor = [&](double station) { return std::abs(std::remainder(station, 5.0 * step)) < 1e-6; };
+    for (const bool major : {true, false}) {
+        for (const auto& [station, pose] : poses) {
+            if (isMajor(station) == major)
+                place(station, pose, major);
+        }
+    }
+}
+
+void nameCurves(Plan& plan, const Alignment& alignment) {
+    for (const Element& element : alignment.elements) {
+        if (element.type == ElementType::Straight)
+            continue;
+        std::string text;
+        if (element.type == ElementType::Arc) {
+            text = "R=" + fixedReal(element.startRadius, 3);
+        } else {
+            const double growth = std::abs(element.endCurvature() - element.startCurvature());
+            text = "A=" + fixedReal(std::sqrt(element.length / growth), 3);
+        }
+        text += " L=" + fixedReal(element.length, 3);
+        const host::embedded::Pose middle = host::embedded::poseOnElement(element, element.length / 2.0);
+        const PaperPoint at = plan.at(middle.point.x, middle.point.y);
+        const char* style = element.type == ElementType::Arc ? "curve" : "spiral";
+        std::vector<Label> candidates;
+        for (const double distance : {3.5, 8.0, 12.5}) {
+            for (const bool left : {!element.clockwise, element.clockwise})
+                candidates.push_back(along(at, middle.direction, left, distance, kCurveSize, text, style));
+        }
+        plan.place(candidates, false);
+    }
+}
+
+void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeometry& geometry) {
+    if (alignment.name.empty())
+        return;
+    std::vector<Label> candidates;
+    for (const double part : {0.08, 0.25, 0.5, 0.75, 0.92}) {
+        const auto pose = geometry.poseAt(geometry.startStation() + part * geometry.length());
+        if (!pose)
+            continue;
+        const PaperPoint at = plan.at(pose->point.x, pose->point.y);
+        for (const double distance : {5.0, 10.0, 16.0}) {
+            for (const bool left : {true, false})
+                candidates.push_back(along(at, pose->direction, left, distance, 2.6, alignment.name, "key"));
+        }
+    }
+    plan.place(candidates, false);
+}
+
+} // namespace
+
+void drawAlignments(Plan& plan, std::ostream& out) {
+    for (const double step : {20.0, 100.0, 500.0, 1000.0, 5000.0, 10000.0, 100000.0}) {
+        plan.stationStep = step;
+        if (plan.sheet.paperLength(step) >= kLeastStakeSpace)
+            break;
+    }
+    if (plan.stationStep > 20.0 && plan.drawing.alignmentCount() > 0)
+        plan.notes.push_back("測点は" + fixedReal(plan.stationStep, 0) + " mごとに図示しています");
+    const NamedPlaces names(plan);
+    for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
+        for (const Element& element : plan.drawing.alignment(i).elements)
+            drawElement(plan, out, element);
+    }
+    std::size_t stations = 0;
+    for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
+        const Alignment& alignment = plan.drawing.alignment(i);
+        if (alignment.elements.empty())
+            continue;
+        const AlignmentGeometry& geometry = plan.drawing.geometry(i);
+        drawEnds(plan, out, alignment, names);
+        nameAlignment(plan, alignment, geometry);
+        drawStations(plan, out, geometry, stations);
+        nameCurves(plan, alignment);
+    }
+    if (stations >= kMostStations)
+        plan.notes.push_back("測点が多いため、" + std::to_string(kMostStations) + "点までを図示しています");
+}
+
+} // namespace fenmark::exchange

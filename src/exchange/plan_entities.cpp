@@ -1,0 +1,259 @@
+// Points and polylines on a plan.
+#include "exchange/plan.h"
+
+#include "exchange/plan_geometry.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+
+namespace fenmark::exchange {
+
+using host::PlanPoint;
+using host::embedded::EntityView;
+
+namespace {
+
+constexpr double kPointSize = 1.6; // millimetres of type
+constexpr double kLotSize = 2.2;
+constexpr double kSmallestLotSize = 1.1;
+constexpr std::size_t kMostNamedPoints = 20000; // beyond this, points are dots without names
+constexpr std::size_t kMostSymbols = 50000;     // of one kind; beyond this, one dot for a cell of the paper
+constexpr double kDotCell = 0.25;               // millimetres
+
+struct PolylineKind {
+    PlanItem item;
+    const char* style;
+};
+
+PolylineKind kindOf(const EntityView& entity) {
+    const std::string_view type = entity.row ? entity.row->type : std::string_view();
+    if (type == "画地")
+        return {PlanItem::Lot, "lot"};
+    if (type == "IP線")
+        return {PlanItem::IpLine, "ip"};
+    if (type == "幅杭線左")
+        return {PlanItem::LeftStakes, "left"};
+    if (type == "幅杭線右")
+        return {PlanItem::RightStakes, "right"};
+    if (type == "連続線")
+        return {PlanItem::Continuous, "continuous"};
+    return {PlanItem::OtherLine, "other"};
+}
+
+PlanItem pointItem(const EntityView& entity) {
+    const std::string_view type = entity.row ? entity.row->type : std::string_view();
+    if (type == "座標")
+        return PlanItem::CoordinatePoint;
+    if (type == "縦断成果")
+        return PlanItem::LongitudinalPoint;
+    if (type == "横断成果")
+        return PlanItem::CrossSectionPoint;
+    return PlanItem::OtherPoint;
+}
+
+// One symbol as part of a path: a ring, a triangle, a saltire, a small square.
+void symbol(std::ostream& out, PlanItem item, const PaperPoint& at) {
+    switch (item) {
+    case PlanItem::CoordinatePoint:
+        out << 'M' << mm(at.x - 0.45) << ' ' << mm(at.y) << "a.45 .45 0 1 0 .9 0a.45 .45 0 1 0-.9 0";
+        break;
+    case PlanItem::LongitudinalPoint:
+        out << 'M' << mm(at.x) << ' ' << mm(at.y - 0.55) << "l.48 .83h-.96z";
+        break;
+    case PlanItem::CrossSectionPoint:
+        out << 'M' << mm(at.x - 0.3) << ' ' << mm(at.y - 0.3) << "l.6 .6m0-.6l-.6 .6";
+        break;
+    default:
+        out << 'M' << mm(at.x - 0.25) << ' ' << mm(at.y - 0.25) << "h.5v.5h-.5z";
+    }
+}
+
+const char* symbolStyle(PlanItem item) {
+    switch (item) {
+    case PlanItem::CoordinatePoint:
+        return "fill=\"#fff\" stroke=\"#263238\" stroke-width=\".18\"";
+    case PlanItem::LongitudinalPoint:
+        return "fill=\"#ef6c00\"";
+    case PlanItem::CrossSectionPoint:
+        return "fill=\"none\" stroke=\"#00695c\" stroke-width=\".16\"";
+    default:
+        return "fill=\"#263238\"";
+    }
+}
+
+// Which cells of the paper have a dot already.
+class DotCells {
+  public:
+    explicit DotCells(const Rect& map)
+        : map_(map), columns_(static_cast<std::size_t>(map.width / kDotCell) + 1),
+          taken_(columns_ * (static_cast<std::size_t>(map.height / kDotCell) + 1)) {}
+    // True for the first point of a cell.
+    bool take(const PaperPoint& at) {
+        if (!(at.x >= map_.x && at.x <= map_.right() && at.y >= map_.y && at.y <= map_.bottom()))
+            return false;
+        const std::size_t cell = static_cast<std::size_t>((at.y - map_.y) / kDotCell) * columns_ +
+                                 static_cast<std::size_t>((at.x - map_.x) / kDotCell);
+        if (taken_[cell])
+            return false;
+        taken_[cell] = true;
+        return true;
+    }
+
+  private:
+    Rect map_;
+    std::size_t columns_;
+    std::vector<bool> taken_;
+};
+
+std::vector<Label> around(const PaperPoint& at, const std::string& text) {
+    using Anchor = Label::Anchor;
+    constexpr double kNear = 0.8; // millimetres from the middle of the symbol
+    constexpr double kUp = 1.3;
+    return {
+        {{at.x + kNear, at.y - 0.8}, kPointSize, 0.0, Anchor::Start, text, "point"},
+        {{at.x + kNear, at.y + 0.9}, kPointSize, 0.0, Anchor::Start, text, "point"},
+        {{at.x - kNear, at.y - 0.8}, kPointSize, 0.0, Anchor::End, text, "point"},
+        {{at.x - kNear, at.y + 0.9}, kPointSize, 0.0, Anchor::End, text, "point"},
+        {{at.x + 1.0, at.y}, kPointSize, 0.0, Anchor::Start, text, "point"},
+        {{at.x, at.y - kUp}, kPointSize, 0.0, Anchor::Middle, text, "point"},
+        {{at.x, at.y + kUp + 0.1}, kPointSize, 0.0, Anchor::Middle, text, "point"},
+        {{at.x - 1.0, at.y}, kPointSize, 0.0, Anchor::End, text, "point"},
+    };
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// The largest type that the name fits into the lot with, or nothing.
+void nameLot(Plan& plan, const EntityView& lot) {
+    const std::string name(trimmed(lot.row->name));
+    if (name.empty())
+        return;
+    const PlanPoint ground = labelPoint(lot.vertices);
+    const PaperPoint at = plan.at(ground.x, ground.y);
+    const double area = std::abs(signedArea(lot.vertices));
+    const std::string areaText = fixedReal(area, 2) + " m²";
+    // A square of the lot's area tells how much room there is.
+    const double room = plan.sheet.paperLength(std::sqrt(area));
+    const double size = std::min(kLotSize, room / std::max(1.0, 1.15 * widthInEms(name)));
+    if (size < kSmallestLotSize)
+        return;
+    const bool withArea = lot.closed && room > 5.0 * size;
+    const double up = withArea ? 0.65 * size : 0.0;
+    std::vector<Label> candidates;
+    for (const double shift : {0.0, 1.5, -1.5, 3.0, -3.0})
+        candidates.push_back({{at.x, at.y - up + shift}, size, 0.0, Label::Anchor::Middle, name, "lotname"});
+    if (!plan.place(candidates, false) || !withArea)
+        return;
+    const PaperPoint placed = plan.labels.back().at;
+    plan.place({{{placed.x, placed.y + 1.25 * size}, 0.8 * size, 0.0, Label::Anchor::Middle, areaText, "lotname"}},
+               false);
+}
+
+} // namespace
+
+void drawPolylines(Plan& plan, std::ostream& out) {
+    for (const bool lots : {true, false}) {
+        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+            const EntityView entity = plan.drawing.entity(i);
+            if (entity.isPoint() || entity.vertices.size() < 2 || plan.isLeftOut(entity))
+                continue;
+            const PolylineKind kind = kindOf(entity);
+            if ((kind.item == PlanItem::Lot) != lots)
+                continue;
+            plan.items.insert(kind.item);
+            out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << kind.style << "\" d=\"";
+            PaperPoint before{};
+            for (std::size_t v = 0; v < entity.vertices.size(); ++v) {
+                const PaperPoint at = plan.at(entity.vertices[v].x, entity.vertices[v].y);
+                out << (v == 0 ? 'M' : 'L') << mm(at.x) << ' ' << mm(at.y);
+                if (v > 0)
+                    plan.space.takeLine(before, at);
+                before = at;
+            }
+            out << (entity.closed ? "Z" : "") << "\"/>\n";
+        }
+    }
+}
+
+void namePolylines(Plan& plan) {
+    for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        const EntityView entity = plan.drawing.entity(i);
+        if (!entity.isPoint() && entity.row && entity.vertices.size() >= 3 && entity.row->type == "画地")
+            nameLot(plan, entity);
+    }
+}
+
+void drawPoints(Plan& plan, std::ostream& out) {
+    constexpr std::array kKinds = {PlanItem::CrossSectionPoint, PlanItem::LongitudinalPoint, PlanItem::OtherPoint,
+                                   PlanItem::CoordinatePoint};
+    std::array<std::size_t, kKinds.size()> counts{};
+    auto place = [&kKinds](PlanItem item) {
+        return static_cast<std::size_t>(std::find(kKinds.begin(), kKinds.end(), item) - kKinds.begin());
+    };
+    for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        const EntityView entity = plan.drawing.entity(i);
+        if (entity.vertices.size() == 1 && !plan.isLeftOut(entity))
+            ++counts[place(pointItem(entity))];
+    }
+    for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
+        const PlanItem item = kKinds[kind];
+        if (counts[kind] == 0)
+            continue;
+        plan.items.insert(item);
+        const bool dots = counts[kind] > kMostSymbols;
+        const PlanItem shape = dots ? PlanItem::OtherPoint : item;
+        DotCells cells(plan.sheet.map());
+        out << "<path "
+            << (dots ? "fill=\"none\" stroke=\"#263238\" stroke-width=\".25\" stroke-linecap=\"round\""
+                     : symbolStyle(item))
+            << " d=\"";
+        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+            const EntityView entity = plan.drawing.entity(i);
+            if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item)
+                continue;
+            const PaperPoint at = plan.at(entity.position().x, entity.position().y);
+            if (dots) {
+                if (cells.take(at))
+                    out << 'M' << mm(at.x) << ' ' << mm(at.y) << "h0";
+                continue;
+            }
+            symbol(out, shape, at);
+            if (item == PlanItem::CoordinatePoint)
+                plan.space.takeDot(at, 0.5);
+        }
+        out << "\"/>\n";
+        if (dots)
+            plan.notes.push_back("点が多いため(" + std::to_string(counts[kind]) +
+                                 "点)、紙面で重なる点は1点で図示しています");
+    }
+
+    const std::size_t named = counts[place(PlanItem::CoordinatePoint)];
+    if (named > kMostNamedPoints) {
+        plan.notes.push_back("点が多いため(" + std::to_string(named) + "点)、点名は省略しています");
+        return;
+    }
+    std::size_t without = 0;
+    for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        const EntityView entity = plan.drawing.entity(i);
+        if (!entity.isPoint() || !entity.row || pointItem(entity) != PlanItem::CoordinatePoint ||
+            plan.isLeftOut(entity))
+            continue;
+        const std::string name(trimmed(entity.row->name));
+        if (name.empty())
+            continue;
+        const PaperPoint at = plan.at(entity.position().x, entity.position().y);
+        if (!plan.place(around(at, name), false))
+            ++without;
+    }
+    if (without > 0)
+        plan.notes.push_back("余白がないため、" + std::to_string(without) + "点の点名は省略しています");
+}
+
+} // namespace fenmark::exchange

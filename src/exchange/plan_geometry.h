@@ -1,0 +1,22 @@
+// Small plan geometry that the exchange formats share.
+#pragma once
+
+#include "host/boundary/values.h"
+#include "host/embedded/drawing.h"
+
+#include <span>
+#include <vector>
+
+namespace fenmark::exchange {
+
+// Area within a ring of vertices, square metres, positive if they run anticlockwise. The ring closes itself.
+double signedArea(std::span<const host::MdGePoint3d> ring);
+
+// A place for a label inside a ring: its centroid, or if that lies outside, the middle of the widest part of the
+// horizontal line through the ring's middle height.
+host::PlanPoint labelPoint(std::span<const host::MdGePoint3d> ring);
+
+// The alignment as one line within 1 mm of the true curve.
+std::vector<host::PlanPoint> lineOfAlignment(const host::embedded::Alignment& alignment);
+
+} // namespace fenmark::exchange

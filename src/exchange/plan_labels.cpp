@@ -1,0 +1,117 @@
+// Where names stand on a plan.
+#include "exchange/plan_labels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace fenmark::exchange {
+
+namespace {
+
+constexpr double kCell = 0.5;       // millimetres
+constexpr double kNarrow = 0.55;    // ems that a Latin letter takes
+constexpr double kHalfWidth = 0.5;  // ems that half-width kana take
+constexpr double kTextHeight = 0.9; // of the em that the letters fill
+
+} // namespace
+
+double widthInEms(std::string_view text) {
+    double ems = 0.0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        if (c < 0x80) {
+            ems += kNarrow;
+        } else if (c >= 0xC0) {
+            // Half-width kana are U+FF61 to U+FF9F: EF BD A1 to EF BE 9F.
+            const bool halfWidth =
+                c == 0xEF && i + 1 < text.size() &&
+                (static_cast<unsigned char>(text[i + 1]) == 0xBD || static_cast<unsigned char>(text[i + 1]) == 0xBE);
+            ems += halfWidth ? kHalfWidth : 1.0;
+        }
+    }
+    return ems;
+}
+
+LabelSpace::LabelSpace(const Rect& map)
+    : map_(map), columns_(static_cast<std::size_t>(map.width / kCell) + 1),
+      rows_(static_cast<std::size_t>(map.height / kCell) + 1), cells_(columns_ * rows_) {}
+
+std::size_t LabelSpace::cellAt(double x, double y) const {
+    if (!(x >= map_.x && x <= map_.right() && y >= map_.y && y <= map_.bottom()))
+        return cells_.size();
+    return static_cast<std::size_t>((y - map_.y) / kCell) * columns_ + static_cast<std::size_t>((x - map_.x) / kCell);
+}
+
+template <typename Function>
+bool LabelSpace::eachCell(const Label& label, Function function) const {
+    const double length = widthInEms(label.text) * label.size;
+    const double height = kTextHeight * label.size;
+    const double begin = label.anchor == Label::Anchor::Start    ? 0.0
+                         : label.anchor == Label::Anchor::Middle ? -length / 2.0
+                                                                 : -length;
+    const double cosine = std::cos(label.angle * std::numbers::pi / 180.0);
+    const double sine = std::sin(label.angle * std::numbers::pi / 180.0);
+    const int along = std::max(1, static_cast<int>(std::ceil(length / kCell)));
+    const int across = std::max(1, static_cast<int>(std::ceil(height / kCell)));
+    for (int i = 0; i <= along; ++i) {
+        for (int j = 0; j <= across; ++j) {
+            const double u = begin + length * i / along;
+            const double v = height * (static_cast<double>(j) / across - 0.5);
+            if (!function(cellAt(label.at.x + u * cosine - v * sine, label.at.y + u * sine + v * cosine)))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool LabelSpace::isFree(const Label& label, bool offLines) const {
+    const std::uint8_t blocking = offLines ? kLine | kLabel : kLabel;
+    return eachCell(label, [&](std::size_t cell) { return cell < cells_.size() && (cells_[cell] & blocking) == 0; });
+}
+
+void LabelSpace::take(const Label& label) {
+    eachCell(label, [&](std::size_t cell) {
+        if (cell < cells_.size())
+            cells_[cell] |= kLabel;
+        return true;
+    });
+}
+
+const Label* LabelSpace::takeFirst(const std::vector<Label>& candidates, bool offLinesOnly) {
+    for (const bool offLines : {true, false}) {
+        if (!offLines && offLinesOnly)
+            break;
+        for (const Label& candidate : candidates) {
+            if (isFree(candidate, offLines)) {
+                take(candidate);
+                return &candidate;
+            }
+        }
+    }
+    return nullptr;
+}
+
+void LabelSpace::takeDot(const PaperPoint& at, double radius) {
+    for (double y = at.y - radius; y <= at.y + radius; y += kCell) {
+        for (double x = at.x - radius; x <= at.x + radius; x += kCell) {
+            const std::size_t cell = cellAt(x, y);
+            if (cell < cells_.size())
+                cells_[cell] |= kLine;
+        }
+    }
+}
+
+void LabelSpace::takeLine(const PaperPoint& from, const PaperPoint& to) {
+    const double length = std::hypot(to.x - from.x, to.y - from.y);
+    const double step = kCell / 2.0;
+    const auto count = static_cast<long>(std::min(length, map_.width + map_.height) / step) + 1;
+    for (long i = 0; i <= count; ++i) {
+        const double part = static_cast<double>(i) / static_cast<double>(count);
+        const std::size_t cell = cellAt(from.x + part * (to.x - from.x), from.y + part * (to.y - from.y));
+        if (cell < cells_.size())
+            cells_[cell] |= kLine;
+    }
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,303 @@
+// What stands around a plan: frame, coordinate grid, legend, title, north arrow and scale bar.
+#include "exchange/plan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace fenmark::exchange {
+
+using host::embedded::EntityView;
+
+namespace {
+
+constexpr double kGridCross = 1.5;       // half a cross of the grid, millimetres
+constexpr double kLeastGridSpace = 45.0; // millimetres between two grid lines
+constexpr double kTextSize = 2.6;
+
+// 1, 2 or 5 times a power of ten, at least as large as wanted.
+double roundStep(double wanted) {
+    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (decade * factor >= wanted * (1.0 - 1e-9))
+            return decade * factor;
+    }
+    return 10.0 * decade;
+}
+
+void text(std::ostream& out, double x, double y, double size, std::string_view content, const char* anchor = "start",
+          const char* more = "") {
+    out << "<text x=\"" << mm(x) << "\" y=\"" << mm(y) << "\" font-size=\"" << mm(size) << "\" text-anchor=\"" << anchor
+        << '"' << more << '>' << xmlText(content) << "</text>\n";
+}
+
+void rectangle(std::ostream& out, const char* style, const Rect& rect) {
+    out << "<rect class=\"" << style << "\" x=\"" << mm(rect.x) << "\" y=\"" << mm(rect.y) << "\" width=\""
+        << mm(rect.width) << "\" height=\"" << mm(rect.height) << "\"/>\n";
+}
+
+const char* legendText(PlanItem item) {
+    switch (item) {
+    case PlanItem::Straight:
+        return "線形（直線）";
+    case PlanItem::Arc:
+        return "線形（円弧）";
+    case PlanItem::Clothoid:
+        return "線形（クロソイド）";
+    case PlanItem::ElementEnd:
+        return "主要点（要素の端点）";
+    case PlanItem::Station:
+        return "測点";
+    case PlanItem::Lot:
+        return "画地";
+    case PlanItem::IpLine:
+        return "IP線";
+    case PlanItem::LeftStakes:
+        return "幅杭線（左）";
+    case PlanItem::RightStakes:
+        return "幅杭線（右）";
+    case PlanItem::Continuous:
+        return "連続線";
+    case PlanItem::OtherLine:
+        return "その他の線";
+    case PlanItem::CoordinatePoint:
+        return "座標点";
+    case PlanItem::LongitudinalPoint:
+        return "縦断成果の点";
+    case PlanItem::CrossSectionPoint:
+        return "横断成果の点";
+    case PlanItem::OtherPoint:
+        return "その他の点";
+    }
+    return "";
+}
+
+// The sample of a legend entry, 14 mm wide from x, its middle at y.
+void legendSample(std::ostream& out, PlanItem item, double x, double y) {
+    auto line = [&](const char* style) {
+        out << "<path class=\"l " << style << "\" d=\"M" << mm(x) << ' ' << mm(y) << "h14\"/>\n";
+    };
+    auto shape = [&](const char* attributes, const char* path) {
+        out << "<path " << attributes << " d=\"M" << mm(x + 7.0) << ' ' << mm(y) << path << "\"/>\n";
+    };
+    switch (item) {
+    case PlanItem::Straight:
+        return line("straight");
+    case PlanItem::Arc:
+        return line("arc");
+    case PlanItem::Clothoid:
+        return line("clothoid");
+    case PlanItem::ElementEnd:
+        line("straight");
+        return shape("class=\"tick\"", "m0-2.2v4.4");
+    case PlanItem::Station:
+        line("straight");
+        return shape("class=\"tick\"", "m-4-.8v1.6m4-2.1v2.6m4-2.1v1.6");
+    case PlanItem::Lot:
+        out << "<rect class=\"lot\" x=\"" << mm(x + 3.0) << "\" y=\"" << mm(y - 1.7)
+            << "\" width=\"8\" height=\"3.4\"/>\n";
+        return;
+    case PlanItem::IpLine:
+        return line("ip");
+    case PlanItem::LeftStakes:
+        return line("left");
+    case PlanItem::RightStakes:
+        return line("right");
+    case PlanItem::Continuous:
+        return line("continuous");
+    case PlanItem::OtherLine:
+        return line("other");
+    case PlanItem::CoordinatePoint:
+        return shape("fill=\"#fff\" stroke=\"#263238\" stroke-width=\".18\"",
+                     "m-.45 0a.45 .45 0 1 0 .9 0a.45 .45 0 1 0-.9 0");
+    case PlanItem::LongitudinalPoint:
+        return shape("fill=\"#ef6c00\"", "m0-.55l.48 .83h-.96z");
+    case PlanItem::CrossSectionPoint:
+        return shape("fill=\"none\" stroke=\"#00695c\" stroke-width=\".16\"", "m-.3-.3l.6 .6m0-.6l-.6 .6");
+    case PlanItem::OtherPoint:
+        return shape("fill=\"#263238\"", "m-.25-.25h.5v.5h-.5z");
+    }
+}
+
+double drawNorth(const Plan& plan, std::ostream& out, double y) {
+    const double x = plan.sheet.panel().x + plan.sheet.panel().width / 2.0;
+    out << "<path d=\"M" << mm(x) << ' ' << mm(y + 5.0)
+        << "l3.2 14l-3.2-3z\" fill=\"#222\"/>\n<path class=\"thin\" d=\"M" << mm(x) << ' ' << mm(y + 5.0)
+        << "l-3.2 14l3.2-3\"/>\n";
+    text(out, x, y + 2.2, 4.0, "N", "middle", " font-weight=\"bold\"");
+    return y + 24.0;
+}
+
+double drawLegend(const Plan& plan, std::ostream& out, double y) {
+    const double x = plan.sheet.panel().x + 5.0;
+    text(out, x, y + 1.0, 3.2, "凡例", "start", " font-weight=\"bold\"");
+    y += 7.5;
+    for (const PlanItem item : plan.items) {
+        legendSample(out, item, x, y);
+        std::string entry = legendText(item);
+        if (item == PlanItem::Station)
+            entry += "（" + fixedReal(plan.stationStep, 0) + " mごと）";
+        text(out, x + 18.0, y, kTextSize, entry);
+        y += 5.4;
+    }
+    return y;
+}
+
+double drawScaleBar(const Plan& plan, std::ostream& out, double y) {
+    constexpr double kLongest = 44.0; // millimetres
+    const double longest = plan.sheet.groundLength(kLongest);
+    double part = roundStep(longest / 4.0);
+    while (part * 4.0 > longest)
+        part = roundStep(part / 2.6);
+    const double step = plan.sheet.paperLength(part);
+    const double x = plan.sheet.panel().x + 6.0;
+    for (int i = 0; i < 4; ++i)
+        out << "<rect x=\"" << mm(x + i * step) << "\" y=\"" << mm(y) << "\" width=\"" << mm(step)
+            << "\" height=\"1.6\" fill=\"" << (i % 2 == 0 ? "#222" : "#fff")
+            << "\" stroke=\"#222\" stroke-width=\".18\"/>\n";
+    const int decimals = part < 1.0 ? 1 : 0;
+    for (const int i : {0, 2, 4})
+        text(out, x + i * step, y + 4.0, 2.2, fixedReal(i * part, decimals) + (i == 4 ? " m" : ""), "middle");
+    return y + 7.0;
+}
+
+// The file names of the rows, as far as they have room.
+std::vector<std::string> sourceFiles(const Plan& plan) {
+    constexpr std::size_t kMost = 3;
+    std::vector<std::string> files;
+    std::string_view last;
+    for (std::size_t i = 0; i < plan.drawing.entityCount() && files.size() <= kMost; ++i) {
+        const EntityView entity = plan.drawing.entity(i);
+        if (!entity.row || entity.row->fileName.empty() || entity.row->fileName == last)
+            continue;
+        last = entity.row->fileName;
+        if (std::find(files.begin(), files.end(), last) == files.end())
+            files.emplace_back(last);
+    }
+    if (files.size() > kMost)
+        files.back() = "ほか";
+    return files;
+}
+
+const char* zoneName(int zone) {
+    constexpr const char* kNames[] = {"",  "I",  "II",  "III",  "IV",  "V",  "VI",  "VII",  "VIII",  "IX",
+                                      "X", "XI", "XII", "XIII", "XIV", "XV", "XVI", "XVII", "XVIII", "XIX"};
+    return zone >= 1 && zone <= 19 ? kNames[zone] : "";
+}
+
+void drawTitle(const Plan& plan, std::ostream& out) {
+    const Rect& panel = plan.sheet.panel();
+    struct Line {
+        std::string name;
+        std::string value;
+    };
+    std::vector<Line> lines;
+    for (const std::string& file : sourceFiles(plan))
+        lines.push_back({lines.empty() ? "資料" : "", file});
+    lines.push_back({"縮尺", "1:" + std::to_string(plan.sheet.scale()) + "（" + plan.sheet.format() + "）"});
+    lines.push_back({"座標系", plan.drawing.zone() == 0
+                                   ? std::string("平面直角座標")
+                                   : std::string("平面直角座標 第") + zoneName(plan.drawing.zone()) + "系"});
+    lines.push_back({"軸", "X 北、Y 東（m）"});
+    const double top = panel.bottom() - 14.0 - 5.2 * static_cast<double>(lines.size());
+    out << "<path class=\"thin\" d=\"M" << mm(panel.x) << ' ' << mm(top) << 'h' << mm(panel.width) << "\"/>\n";
+    text(out, panel.x + panel.width / 2.0, top + 6.5, 5.0, "平　面　図", "middle", " font-weight=\"bold\"");
+    double y = top + 14.0;
+    for (const Line& line : lines) {
+        text(out, panel.x + 5.0, y, 2.4, line.name);
+        // Long file names are squeezed into the panel.
+        const double room = panel.width - 22.0;
+        const double width = widthInEms(line.value) * 2.4;
+        const std::string squeeze =
+            width > room ? " textLength=\"" + mm(room) + "\" lengthAdjust=\"spacingAndGlyphs\"" : std::string();
+        text(out, panel.x + 18.0, y, 2.4, line.value, "start", squeeze.c_str());
+        y += 5.2;
+    }
+}
+
+void drawNotes(const Plan& plan, std::ostream& out, double y) {
+    // Wrapped by characters, as Japanese text is.
+    constexpr double kSize = 2.0;
+    const double x = plan.sheet.panel().x + 5.0;
+    const double room = (plan.sheet.panel().width - 10.0) / kSize;
+    for (const std::string& note : plan.notes) {
+        std::string line = "・";
+        for (std::size_t i = 0; i < note.size();) {
+            std::size_t next = i + 1;
+            while (next < note.size() && (static_cast<unsigned char>(note[next]) & 0xC0) == 0x80)
+                ++next;
+            const std::string_view character = std::string_view(note).substr(i, next - i);
+            if (widthInEms(line) + widthInEms(character) > room) {
+                text(out, x, y, kSize, line);
+                y += 1.5 * kSize;
+                line = "　";
+            }
+            line += character;
+            i = next;
+        }
+        text(out, x, y, kSize, line);
+        y += 1.8 * kSize;
+    }
+}
+
+} // namespace
+
+void drawGrid(const Plan& plan, std::ostream& out) {
+    const PlanSheet& sheet = plan.sheet;
+    const Rect& map = sheet.map();
+    const double step = roundStep(sheet.groundLength(kLeastGridSpace));
+    const host::PlanPoint low = sheet.groundAt({map.x, map.bottom()});
+    const host::PlanPoint high = sheet.groundAt({map.right(), map.y});
+    const auto firstColumn = static_cast<long long>(std::ceil(low.x / step));
+    const auto lastColumn = static_cast<long long>(std::floor(high.x / step));
+    const auto firstRow = static_cast<long long>(std::ceil(low.y / step));
+    const auto lastRow = static_cast<long long>(std::floor(high.y / step));
+    const int decimals = step < 1.0 ? 1 : 0;
+    out << "<path class=\"grid\" d=\"";
+    for (long long i = firstColumn; i <= lastColumn; ++i) {
+        for (long long j = firstRow; j <= lastRow; ++j) {
+            const PaperPoint at = sheet.at(static_cast<double>(i) * step, static_cast<double>(j) * step);
+            out << 'M' << mm(at.x - kGridCross) << ' ' << mm(at.y) << 'h' << mm(2.0 * kGridCross) << 'M' << mm(at.x)
+                << ' ' << mm(at.y - kGridCross) << 'v' << mm(2.0 * kGridCross);
+        }
+    }
+    for (long long i = firstColumn; i <= lastColumn; ++i) {
+        const double x = sheet.at(static_cast<double>(i) * step, 0.0).x;
+        out << 'M' << mm(x) << ' ' << mm(map.bottom()) << "v-2.5M" << mm(x) << ' ' << mm(map.y) << "v2.5";
+    }
+    for (long long j = firstRow; j <= lastRow; ++j) {
+        const double y = sheet.at(0.0, static_cast<double>(j) * step).y;
+        out << 'M' << mm(map.x) << ' ' << mm(y) << "h2.5M" << mm(map.right()) << ' ' << mm(y) << "h-2.5";
+    }
+    out << "\"/>\n";
+    // The axes of the plane rectangular system: X runs north, Y east.
+    for (long long i = firstColumn; i <= lastColumn; ++i) {
+        const PaperPoint at = sheet.at(static_cast<double>(i) * step, 0.0);
+        text(out, at.x, map.bottom() + 2.2, 2.0, "Y=" + fixedReal(static_cast<double>(i) * step, decimals), "middle",
+             " class=\"gridname\"");
+    }
+    for (long long j = firstRow; j <= lastRow; ++j) {
+        const PaperPoint at = sheet.at(0.0, static_cast<double>(j) * step);
+        out << "<text class=\"gridname\" font-size=\"2\" text-anchor=\"middle\" transform=\"translate("
+            << mm(map.x - 2.2) << ' ' << mm(at.y)
+            << ") rotate(-90)\">X=" << fixedReal(static_cast<double>(j) * step, decimals) << "</text>\n";
+    }
+}
+
+void drawPanel(const Plan& plan, std::ostream& out) {
+    const PlanSheet& sheet = plan.sheet;
+    rectangle(out, "frame", sheet.map());
+    rectangle(out, "frame", sheet.panel());
+    double y = drawNorth(plan, out, sheet.panel().y + 5.0);
+    y = drawScaleBar(plan, out, y + 2.0);
+    out << "<path class=\"thin\" d=\"M" << mm(sheet.panel().x) << ' ' << mm(y + 1.5) << 'h' << mm(sheet.panel().width)
+        << "\"/>\n";
+    y = drawLegend(plan, out, y + 6.0);
+    drawNotes(plan, out, y + 2.0);
+    drawTitle(plan, out);
+    if (plan.items.empty())
+        text(out, sheet.map().x + sheet.map().width / 2.0, sheet.map().y + sheet.map().height / 2.0, 5.0,
+             "図形がありません", "middle");
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,52 @@
+// The sheet of a plan: paper, scale, and where a place on the ground lies on it. Paper units are millimetres, y down.
+#pragma once
+
+#include "host/embedded/drawing.h"
+
+namespace fenmark::exchange {
+
+struct Rect {
+    double x = 0.0;
+    double y = 0.0;
+    double width = 0.0;
+    double height = 0.0;
+
+    double right() const { return x + width; }
+    double bottom() const { return y + height; }
+};
+
+struct PaperPoint {
+    double x = 0.0;
+    double y = 0.0;
+};
+
+class PlanSheet {
+  public:
+    // The smallest sheet and the largest round scale that the extent fits at.
+    explicit PlanSheet(const host::embedded::Extent& extent);
+
+    double width() const { return width_; }
+    double height() const { return height_; }
+    const char* format() const { return format_; }
+    const Rect& map() const { return map_; }     // the plan's own frame
+    const Rect& panel() const { return panel_; } // legend and title
+    int scale() const { return scale_; }         // the N of 1:N
+
+    PaperPoint at(double x, double y) const;
+    double paperLength(double metres) const { return metres * 1000.0 / scale_; }
+    double groundLength(double millimetres) const { return millimetres * scale_ / 1000.0; }
+    // The ground at a place of the paper, x east and y north.
+    host::PlanPoint groundAt(const PaperPoint& paper) const;
+
+  private:
+    double width_ = 420.0;
+    double height_ = 297.0;
+    const char* format_ = "A3";
+    Rect map_;
+    Rect panel_;
+    int scale_ = 500;
+    double middleX_ = 0.0; // ground at the middle of the map
+    double middleY_ = 0.0;
+};
+
+} // namespace fenmark::exchange

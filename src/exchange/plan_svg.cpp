@@ -1,0 +1,161 @@
+// A plan of a drawing as SVG: puts the parts together.
+#include "exchange/plan_svg.h"
+
+#include "exchange/plan.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fenmark::exchange {
+
+using host::embedded::Drawing;
+using host::embedded::EntityView;
+using host::embedded::Extent;
+
+namespace {
+
+// Objects at the origin come from records without coordinates. If all else lies further away than this, metres, they
+// are left out of the plan, which would show nothing otherwise.
+constexpr double kFarFromOrigin = 5000.0;
+
+constexpr char kStyle[] = R"(<style>
+text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222;dominant-baseline:central}
+.halo text{paint-order:stroke;stroke:#fff;stroke-width:.5;stroke-linejoin:round}
+.l{fill:none;stroke-linecap:round;stroke-linejoin:round}
+.straight{stroke:#222;stroke-width:.45}
+.arc{stroke:#c62828;stroke-width:.55}
+.clothoid{stroke:#1565c0;stroke-width:.55;stroke-dasharray:2.4 .9}
+.tick{stroke:#222;stroke-width:.18}
+.lot{fill:#f4efdf;stroke:#8d6e3f;stroke-width:.25;stroke-linejoin:round}
+.ip{stroke:#757575;stroke-width:.22;stroke-dasharray:5 1 .6 1}
+.left{stroke:#2e7d32;stroke-width:.28}
+.right{stroke:#00838f;stroke-width:.28}
+.continuous{stroke:#6a1b9a;stroke-width:.28;stroke-dasharray:1.2 .7}
+.other{stroke:#546e7a;stroke-width:.25}
+.grid{stroke:#b0bec5;stroke-width:.12}
+.frame{fill:none;stroke:#222;stroke-width:.4}
+.thin{fill:none;stroke:#222;stroke-width:.18}
+text.key{fill:#111;font-weight:bold}
+text.stake{fill:#333}
+text.curve{fill:#c62828}
+text.spiral{fill:#1565c0}
+text.lotname{fill:#5d4520}
+text.point{fill:#37474f}
+text.gridname{fill:#607d8b}
+</style>
+)";
+
+bool atOrigin(const EntityView& entity) {
+    return entity.vertices.size() == 1 && entity.vertices[0].x == 0.0 && entity.vertices[0].y == 0.0;
+}
+
+// The extent of what the plan shows; counts what lies at the origin far from it.
+Extent shownExtent(const Drawing& drawing, std::size_t& leftOut) {
+    leftOut = 0;
+    const Extent& whole = drawing.extent();
+    if (whole.empty() || whole.minX > 0.0 || whole.maxX < 0.0 || whole.minY > 0.0 || whole.maxY < 0.0)
+        return whole;
+    Extent rest;
+    std::size_t origins = 0;
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const EntityView entity = drawing.entity(i);
+        if (atOrigin(entity))
+            ++origins;
+        else
+            rest.add(drawing.entityExtent(i));
+    }
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        for (const auto& element : drawing.alignment(i).elements) {
+            std::vector<host::PlanPoint> line;
+            host::embedded::appendElementLine(element, 1.0, line);
+            for (const host::PlanPoint& point : line)
+                rest.add(point.x, point.y);
+        }
+    }
+    const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});
+    if (origins == 0 || away < kFarFromOrigin)
+        return whole;
+    leftOut = origins;
+    return rest;
+}
+
+void writeLabels(const Plan& plan, std::ostream& out) {
+    out << "<g class=\"halo\">\n";
+    for (const Label& label : plan.labels) {
+        out << "<text class=\"" << label.style << "\" font-size=\"" << mm(label.size) << '"';
+        if (label.anchor != Label::Anchor::Start)
+            out << " text-anchor=\"" << (label.anchor == Label::Anchor::Middle ? "middle" : "end") << '"';
+        if (label.angle == 0.0)
+            out << " x=\"" << mm(label.at.x) << "\" y=\"" << mm(label.at.y) << '"';
+        else
+            out << " transform=\"translate(" << mm(label.at.x) << ' ' << mm(label.at.y) << ") rotate("
+                << mm(label.angle) << ")\"";
+        out << '>' << xmlText(label.text) << "</text>\n";
+    }
+    out << "</g>\n";
+}
+
+} // namespace
+
+std::string mm(double millimetres) {
+    std::string text = fixedReal(millimetres, 2);
+    if (text.find('.') != std::string::npos) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.back() == '.')
+            text.pop_back();
+    }
+    return text;
+}
+
+std::string stakeName(double station) {
+    constexpr double kStake = 20.0; // metres
+    constexpr double kMillimetre = 1e-3;
+    const double rounded = std::round(station / kMillimetre) * kMillimetre;
+    const double stake = std::floor(rounded / kStake + 1e-9);
+    const double plus = rounded - stake * kStake;
+    std::string name = "No." + fixedReal(stake, 0);
+    if (plus >= kMillimetre / 2.0)
+        name += "+" + fixedReal(plus, 3);
+    return name;
+}
+
+Plan::Plan(const Drawing& shown) : drawing(shown), sheet(shownExtent(shown, leftOut)), space(sheet.map()) {
+    if (leftOut > 0)
+        notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
+}
+
+bool Plan::isLeftOut(const EntityView& entity) const {
+    return leftOut > 0 && atOrigin(entity);
+}
+
+bool Plan::place(const std::vector<Label>& candidates, bool offLinesOnly) {
+    const Label* label = space.takeFirst(candidates, offLinesOnly);
+    if (label != nullptr)
+        labels.push_back(*label);
+    return label != nullptr;
+}
+
+Notes writePlanSvg(const Drawing& drawing, std::ostream& out) {
+    Plan plan(drawing);
+    const PlanSheet& sheet = plan.sheet;
+    const Rect& map = sheet.map();
+    out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""
+        << mm(sheet.width()) << "mm\" height=\"" << mm(sheet.height()) << "mm\" viewBox=\"0 0 " << mm(sheet.width())
+        << ' ' << mm(sheet.height()) << "\">\n<title>平面図</title>\n"
+        << kStyle << "<clipPath id=\"map\"><rect x=\"" << mm(map.x) << "\" y=\"" << mm(map.y) << "\" width=\""
+        << mm(map.width) << "\" height=\"" << mm(map.height)
+        << "\"/></clipPath>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
+    drawGrid(plan, out);
+    out << "<g clip-path=\"url(#map)\">\n";
+    drawPolylines(plan, out);
+    drawAlignments(plan, out);
+    namePolylines(plan);
+    drawPoints(plan, out);
+    writeLabels(plan, out);
+    out << "</g>\n";
+    drawPanel(plan, out);
+    out << "</svg>\n";
+    return plan.notes;
+}
+
+} // namespace fenmark::exchange

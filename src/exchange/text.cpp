@@ -1,0 +1,105 @@
+// Numbers and texts as the exchange formats want them.
+#include "exchange/text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace fenmark::exchange {
+
+std::ostream& operator<<(std::ostream& out, JsonReal real) {
+    if (!std::isfinite(real.value))
+        return out << "null";
+    std::array<char, 32> buffer;
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), real.value);
+    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    out << text;
+    if (text.find_first_of(".e") == std::string_view::npos)
+        out << ".0";
+    return out;
+}
+
+std::ostream& operator<<(std::ostream& out, PlainReal real) {
+    std::array<char, 400> buffer; // the longest plain decimal of a 64-bit real takes some 330 characters
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), real.value, std::chars_format::fixed);
+    return out << std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+}
+
+std::string fixedReal(double value, int decimals) {
+    std::array<char, 400> buffer;
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+    std::string text(buffer.data(), end);
+    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos)
+        text.erase(0, 1);
+    return text;
+}
+
+std::ostream& operator<<(std::ostream& out, JsonText text) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    out << '"';
+    std::size_t plain = 0; // first character not yet written
+    for (std::size_t i = 0; i < text.text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text.text[i]);
+        if (c >= 0x20 && c != '"' && c != '\\')
+            continue;
+        out << text.text.substr(plain, i - plain);
+        plain = i + 1;
+        if (c == '"' || c == '\\')
+            out << '\\' << static_cast<char>(c);
+        else
+            out << "\\u00" << kDigits[c >> 4] << kDigits[c & 15];
+    }
+    return out << text.text.substr(plain) << '"';
+}
+
+std::string xmlText(std::string_view text) {
+    std::string escaped;
+    escaped.reserve(text.size());
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
+        case '\t':
+            escaped += "&#9;";
+            break;
+        case '\n':
+            escaped += "&#10;";
+            break;
+        case '\r':
+            escaped += "&#13;";
+            break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20)
+                escaped += "\uFFFD";
+            else
+                escaped += c;
+        }
+    }
+    return escaped;
+}
+
+std::string UniqueNames::take(std::string_view wanted) {
+    std::string name(wanted);
+    while (true) {
+        int& times = taken_[name];
+        ++times;
+        if (times == 1)
+            return name;
+        name = std::string(wanted) + " (" + std::to_string(times) + ")";
+    }
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,49 @@
+// Numbers and texts as the exchange formats want them; no locale touches them.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace fenmark::exchange {
+
+// What a user should know of a file that was written, one line each.
+using Notes = std::vector<std::string>;
+
+// The shortest decimal that reads back to the same 64-bit value, always with a point or an exponent, as JSON takes it;
+// "null" if the value is not finite.
+struct JsonReal {
+    double value;
+};
+std::ostream& operator<<(std::ostream& out, JsonReal real);
+
+// The shortest plain decimal, without exponent, that reads back to the same 64-bit value.
+struct PlainReal {
+    double value;
+};
+std::ostream& operator<<(std::ostream& out, PlainReal real);
+
+// A plain decimal with a fixed number of decimals. Minus zero is written as zero.
+std::string fixedReal(double value, int decimals);
+
+// A quoted JSON string.
+struct JsonText {
+    std::string_view text;
+};
+std::ostream& operator<<(std::ostream& out, JsonText text);
+
+// Text for element content and attributes. Characters that XML cannot hold become U+FFFD.
+std::string xmlText(std::string_view text);
+
+// Gives names that nothing before bore: "a", then "a (2)".
+class UniqueNames {
+  public:
+    std::string take(std::string_view wanted);
+
+  private:
+    std::unordered_map<std::string, int> taken_;
+};
+
+} // namespace fenmark::exchange

@@ -1,0 +1,149 @@
+// Text to numbers and back.
+#include "sima/text/number.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace fenmark::sima {
+
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+std::string printed(double value) {
+    char buffer[400];
+    std::snprintf(buffer, sizeof buffer, "%0.12f", value);
+    return buffer;
+}
+
+} // namespace
+
+TEST(ToReal, ReadsTheLongestPrefixThatFits) {
+    EXPECT_EQ(toReal("12.5"), 12.5);
+    EXPECT_EQ(toReal("  12.5abc"), 12.5);
+    EXPECT_EQ(toReal("\t\n\v\f\r 7"), 7.0);
+    EXPECT_EQ(toReal("+3.25"), 3.25);
+    EXPECT_EQ(toReal("-1-2"), -1.0);
+    EXPECT_EQ(toReal(".5"), 0.5);
+    EXPECT_EQ(toReal("5."), 5.0);
+    EXPECT_EQ(toReal("1.5.2"), 1.5);
+    EXPECT_EQ(toReal("1,5"), 1.0);
+}
+
+TEST(ToReal, IsZeroIfNothingFits) {
+    for (const char* text : {"", " ", "-", "+", ".", "-.", "- 5", "--5", "+-5", "abc", "e5", ".e5", "　1"})
+        EXPECT_EQ(toReal(text), 0.0) << text;
+}
+
+TEST(ToReal, ConvertsExponentsThatAreWhole) {
+    EXPECT_EQ(toReal("1e2"), 100.0);
+    EXPECT_EQ(toReal("1E+2"), 100.0);
+    EXPECT_EQ(toReal("1.5e-3"), 0.0015);
+    EXPECT_EQ(toReal("1e"), 1.0);
+    EXPECT_EQ(toReal("2e+"), 2.0);
+    EXPECT_EQ(toReal("3ex"), 3.0);
+}
+
+TEST(ToReal, KnowsNeitherHexadecimalNorInfinityNorNotANumber) {
+    EXPECT_EQ(toReal("0x10"), 0.0);
+    EXPECT_EQ(toReal("inf"), 0.0);
+    EXPECT_EQ(toReal("-infinity"), 0.0);
+    EXPECT_EQ(toReal("nan"), 0.0);
+}
+
+TEST(ToReal, OverflowsToInfinityAndUnderflowsToZero) {
+    EXPECT_EQ(toReal("1e400"), kInfinity);
+    EXPECT_EQ(toReal("-1e400"), -kInfinity);
+    EXPECT_EQ(toReal("0.0000001e400"), kInfinity);
+    EXPECT_EQ(toReal("1e-400"), 0.0);
+    EXPECT_EQ(toReal("1000e-500"), 0.0);
+    EXPECT_EQ(toReal("1e99999999999999999999"), kInfinity);
+    EXPECT_EQ(toReal("1e-99999999999999999999"), 0.0);
+    EXPECT_EQ(toReal("0e99999999999999999999"), 0.0);
+    EXPECT_EQ(toReal(std::string(400, '9')), kInfinity);
+    EXPECT_EQ(toReal("0." + std::string(400, '0') + "1"), 0.0);
+    EXPECT_EQ(toReal("4.9e-324"), std::numeric_limits<double>::denorm_min());
+}
+
+TEST(ToReal, KeepsTheSignOfZero) {
+    EXPECT_TRUE(std::signbit(toReal("-0.0")));
+    EXPECT_FALSE(std::signbit(toReal("0.0")));
+}
+
+TEST(ToReal, RoundsAsTheCConversionDoes) {
+    constexpr unsigned kSeed = 20240607;
+    SCOPED_TRACE("seed " + std::to_string(kSeed));
+    std::mt19937 random(kSeed);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text = random() % 2 == 0 ? "-" : "";
+        const auto digits = 1 + random() % 20;
+        const auto point = random() % (digits + 1);
+        for (std::size_t d = 0; d < digits; ++d) {
+            if (d == point)
+                text += '.';
+            text += static_cast<char>('0' + random() % 10);
+        }
+        EXPECT_EQ(toReal(text), std::strtod(text.c_str(), nullptr)) << text;
+    }
+}
+
+TEST(ToReal, DoesNotLookAtTheProcessLocale) {
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr)
+        std::setlocale(LC_ALL, "");
+    EXPECT_EQ(toReal("1.5"), 1.5);
+    EXPECT_EQ(toReal("1,5"), 1.0);
+    EXPECT_EQ(formatReal(1.5), "1.500000000000");
+    std::setlocale(LC_ALL, before.c_str());
+}
+
+TEST(ToInteger, ReadsTheLongestPrefixThatFits) {
+    EXPECT_EQ(toInteger("12"), 12);
+    EXPECT_EQ(toInteger(" 00012x"), 12);
+    EXPECT_EQ(toInteger("-7"), -7);
+    EXPECT_EQ(toInteger("+7"), 7);
+    EXPECT_EQ(toInteger("3x"), 3);
+    EXPECT_EQ(toInteger("1.9"), 1);
+    EXPECT_EQ(toInteger(""), 0);
+    EXPECT_EQ(toInteger("-"), 0);
+    EXPECT_EQ(toInteger("abc"), 0);
+}
+
+TEST(ToInteger, TakesTheNearestValueOf32Bits) {
+    EXPECT_EQ(toInteger("2147483647"), 2147483647);
+    EXPECT_EQ(toInteger("2147483648"), 2147483647);
+    EXPECT_EQ(toInteger("-2147483648"), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(toInteger("-2147483649"), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(toInteger("99999999999999999999999999"), 2147483647);
+    EXPECT_EQ(toInteger("-99999999999999999999999999"), std::numeric_limits<std::int32_t>::min());
+}
+
+TEST(FormatReal, WritesAsPrintfDoes) {
+    for (const double value : {0.0, -0.0, 1.0, 100.5, -39525.623, 0.1, 1e-13, 5e-13, 1.5e-12, 123456789.123456789, 1e22,
+                               1e300, 1.7976931348623157e308, 4.9e-324, 0.0000000000005, 2.5})
+        EXPECT_EQ(formatReal(value), printed(value)) << value;
+    EXPECT_EQ(formatReal(kInfinity), "inf");
+    EXPECT_EQ(formatReal(-kInfinity), "-inf");
+    EXPECT_EQ(formatReal(std::numeric_limits<double>::quiet_NaN()), "nan");
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 20000; ++i) {
+        const double value = static_cast<double>(static_cast<std::int64_t>(random())) / 1e13;
+        EXPECT_EQ(formatReal(value), printed(value));
+    }
+}
+
+TEST(Trim, TakesTheAsciiBlanksOnly) {
+    EXPECT_EQ(trim(" \t\n\v\f\ra b \t\n\v\f\r"), "a b");
+    EXPECT_EQ(trim("   "), "");
+    EXPECT_EQ(trim("　a　"), "　a　");
+    EXPECT_EQ(trim(std::string_view("\0a\0", 3)), std::string_view("\0a\0", 3));
+}
+
+} // namespace fenmark::sima

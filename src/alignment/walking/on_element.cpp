@@ -103,19 +103,22 @@ int ali_onlA(const Calelm* rec, double s, double point[2], double* tangent) {
 int ali_oflS(const Calelm* rec, double s, double angle, double d, double point[2]) {
     double on[2] = {0.0, 0.0};
     double tangent = 0.0;
-    return offElement(ali_onlS(rec, s, on, &tangent), on, tangent, angle, d, point);
+    const int status = ali_onlS(rec, s, on, &tangent);
+    return offElement(status, on, tangent, angle, d, point);
 }
 
 int ali_oflR(const Calelm* rec, double s, double angle, double d, double point[2]) {
     double on[2] = {0.0, 0.0};
     double tangent = 0.0;
-    return offElement(ali_onlR(rec, s, on, &tangent), on, tangent, angle, d, point);
+    const int status = ali_onlR(rec, s, on, &tangent);
+    return offElement(status, on, tangent, angle, d, point);
 }
 
 int ali_oflA(const Calelm* rec, double s, double angle, double d, double point[2]) {
     double on[2] = {0.0, 0.0};
     double tangent = 0.0;
-    return offElement(ali_onlA(rec, s, on, &tangent), on, tangent, angle, d, point);
+    const int status = ali_onlA(rec, s, on, &tangent);
+    return offElement(status, on, tangent, angle, d, point);
 }
 
 } // extern "C"

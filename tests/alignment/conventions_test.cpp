@@ -1,0 +1,114 @@
+// The record, the two planes, the rounding steps and the comparison of points.
+#include "support_alignment.h"
+
+#include <cstring>
+
+using namespace fenmark::alignment_test;
+
+TEST(Record, EmptyRecordHasZeroFieldsAndEveryDispatcherRefusesIt) {
+    Calelm rec;
+    std::memset(&rec, 0x55, sizeof rec);
+    EXPECT_EQ(initCalelm(&rec), 0);
+    const Calelm zero{};
+    EXPECT_TRUE(sameBits(rec, zero));
+    const Calelm line = straightRecord(0.0, 0.0, 10.0, 0.0);
+    double p[2] = {1.0, 1.0};
+    double q[2] = {1.0, 1.0};
+    double a = 0.0;
+    double b = 0.0;
+    double c = 0.0;
+    double d = 0.0;
+    Calelm out{};
+    for (int mode = 0; mode <= 2; ++mode) {
+        EXPECT_EQ(ali_mak(&rec, mode), -1);
+    }
+    EXPECT_EQ(ali_onl(&rec, 0.0, p, &a), -1);
+    EXPECT_EQ(ali_proj(&rec, p, &a, q), -1);
+    EXPECT_EQ(ali_getl(&rec, &a), -1);
+    EXPECT_EQ(ali_pmov(&rec, 1.0, 0.0, &out), -1);
+    EXPECT_EQ(ali_tmov(&rec, p, 1.0, &out), -1);
+    EXPECT_EQ(ali_intp(&rec, &line, p, &a, &b, q, &c, &d), -1);
+    EXPECT_EQ(ali_intp(&line, &rec, p, &a, &b, q, &c, &d), -1);
+}
+
+TEST(Record, NullPointerIsRefused) {
+    EXPECT_EQ(initCalelm(nullptr), -1);
+}
+
+TEST(Planes, PointChangesTheSignOfYAndServesBothWays) {
+    double p[2] = {3.0, 4.0};
+    ali_CExCoord(p, p);
+    EXPECT_EQ(p[0], 3.0);
+    EXPECT_EQ(p[1], -4.0);
+    ali_CExCoord(p, p);
+    EXPECT_EQ(p[1], 4.0);
+}
+
+TEST(Planes, AngleNearZeroCollapsesToZero) {
+    EXPECT_EQ(ali_CExAng(0.000009), 0.0);
+    EXPECT_EQ(ali_CExAng(-0.000009), 0.0);
+    EXPECT_EQ(ali_CExAng(std::nextafter(1e-5, 0.0)), 0.0);
+    EXPECT_EQ(ali_CExAng(1e-5), two_pi - 1e-5);
+    EXPECT_EQ(ali_CExAng(0.00002), two_pi - 0.00002);
+    EXPECT_EQ(ali_CExAng(-1.0), 1.0);
+}
+
+TEST(Rounding, LengthTieGoesUpwardsForNegativesToo) {
+    EXPECT_EQ(ali_CAroundNum(-0.000005), 0.0);
+    EXPECT_EQ(ali_CAroundNum(0.000005), 0.00001);
+    EXPECT_DOUBLE_EQ(ali_CAroundNum(12.3456749), 12.34567);
+    EXPECT_DOUBLE_EQ(ali_CAroundNum(12.3456751), 12.34568);
+    EXPECT_DOUBLE_EQ(ali_CAroundNum(-12.3456751), -12.34568);
+}
+
+TEST(Rounding, AngleGoesToAMultipleOfItsStep) {
+    EXPECT_EQ(ali_CAroundAng(0.0), 0.0);
+    EXPECT_EQ(ali_CAroundAng(1.389e-6 * 0.499), 0.0);
+    EXPECT_EQ(ali_CAroundAng(1.389e-6 * 0.501), 1.389e-6);
+    // A full turn rounds up by 6.4e-7.
+    EXPECT_EQ(ali_CAroundAng(two_pi), 4523532.0 * 1.389e-6);
+    EXPECT_GT(ali_CAroundAng(two_pi), two_pi);
+}
+
+TEST(Rounding, TiesOfYGoTheOtherWayThanTiesOfX) {
+    // A straight moved by half a step in x and in y: x rounds up, y, whose negated value rounds up, rounds down.
+    Calelm line = straightRecord(0.0, 0.0, 10.0, 10.0);
+    line.sx = line.sy = 0.000005;
+    Calelm out{};
+    EXPECT_EQ(ali_pmovS(&line, 0.0, 0.0, &out), 0);
+    EXPECT_EQ(out.sx, 0.00001);
+    EXPECT_EQ(out.sy, 0.0);
+}
+
+TEST(Points, SameWhenBothCoordinatesDifferByLessThanTheStep) {
+    const double p[2] = {1.0, 1.0};
+    const double near[2] = {1.0 + 0.9e-5, 1.0 - 0.9e-5};
+    const double far[2] = {1.0, 1.0 + 1.1e-5};
+    EXPECT_EQ(ali_CSamePoint(p, near), 0);
+    EXPECT_EQ(ali_CSamePoint(p, far), 1);
+    EXPECT_EQ(gc_samePoint(p, far, 1e-4), 0);
+    EXPECT_EQ(gc_samePoint(p, far, 1.1e-6), -1);
+    const double broken[2] = {not_a_number, 1.0};
+    EXPECT_EQ(ali_CSamePoint(p, broken), 1);
+    EXPECT_EQ(gc_samePoint(p, broken, 1.0), -1);
+}
+
+TEST(Points, DistanceIsPlain) {
+    const double p[2] = {1.0, 2.0};
+    const double q[2] = {4.0, -2.0};
+    EXPECT_EQ(ali_CDist2P(p, q), 5.0);
+}
+
+TEST(StatusText, EveryStatusHasATextAndUnknownNamesGetTheGeneralOne) {
+    EXPECT_STREQ(ali_statusText("ali_makS", 0), "success");
+    EXPECT_STREQ(ali_statusText(nullptr, 0), "success");
+    EXPECT_STRNE(ali_statusText("ali_intpSS", -1), ali_statusText("ali_intpSS", -2));
+    EXPECT_STRNE(ali_statusText("ali_makA", 2), ali_statusText("ali_intpAA", 2));
+    // Only the low 16 bits count.
+    EXPECT_STREQ(ali_statusText("ali_intpSS", 0xFFFF), ali_statusText("ali_intpSS", -1));
+    EXPECT_STREQ(ali_statusText("no such function", -1), ali_statusText(nullptr, -1));
+    for (int status = -5; status <= 30; ++status) {
+        EXPECT_NE(ali_statusText("ali_onlA", status), nullptr);
+        EXPECT_GT(std::strlen(ali_statusText("ali_onlA", status)), 0u);
+    }
+}

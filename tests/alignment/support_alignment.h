@@ -1,0 +1,168 @@
+// Tolerances, random elements and readable helpers of the alignment tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <numbers>
+#include <random>
+#include <string>
+
+#include "fenmark/alignment.h"
+
+namespace fenmark::alignment_test {
+
+inline constexpr double pi = std::numbers::pi;
+inline constexpr double two_pi = 2.0 * std::numbers::pi;
+
+// Rounding of a result to its step: half a step, and the last bits of the value.
+inline constexpr double length_rounding = 5.1e-6;
+inline constexpr double angle_rounding = 7e-7;
+// Values that the same formula gives by another way: last bits at coordinates of some 10 km.
+inline constexpr double length_bits = 1e-9;
+inline constexpr double angle_bits = 1e-12;
+// A clothoid's point: the series stops at a change of 1e-4 m, which leaves about 1e-5 m.
+inline constexpr double clothoid_point = 2e-5;
+// A tangent against an integration of curvature, radians.
+inline constexpr double tangent = 1e-9;
+// A foot that the bisection found: millimetres.
+inline constexpr double foot_station = 2e-3;
+// A crossing that a subdivision found: a chord of 1e-4 m, and the length it covers.
+inline constexpr double crossing = 3e-4;
+// Figures given to five decimals.
+inline constexpr double five_decimals = 5e-6;
+
+inline constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double infinity = std::numeric_limits<double>::infinity();
+
+inline double angleBetween(double a, double b) {
+    const double d = std::fabs(std::remainder(a - b, two_pi));
+    return d;
+}
+
+// A random source that says its seed in every failure: SCOPED_TRACE(random.trace()).
+// FENMARK_TEST_SEED runs another series.
+class Random {
+  public:
+    explicit Random(std::uint64_t seed) : seed_(chosen(seed)), engine_(seed_) {}
+
+    double between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
+    int whole(int low, int high) { return std::uniform_int_distribution<int>(low, high)(engine_); }
+    double sense() { return whole(0, 1) == 0 ? -1.0 : 1.0; }
+    std::string trace() const { return "seed " + std::to_string(seed_); }
+
+  private:
+    static std::uint64_t chosen(std::uint64_t seed) {
+        const char* given = std::getenv("FENMARK_TEST_SEED");
+        return given != nullptr ? std::strtoull(given, nullptr, 10) : seed;
+    }
+    std::uint64_t seed_;
+    std::mt19937_64 engine_;
+};
+
+// The two places at which every random test runs: near the origin, and where survey coordinates are large.
+struct Place {
+    double x;
+    double y;
+};
+inline constexpr Place places[] = {{0.0, 0.0}, {-36000.0, 12000.0}};
+
+inline Calelm straightRecord(double sx, double sy, double ex, double ey) {
+    Calelm rec;
+    initCalelm(&rec);
+    rec.sx = sx;
+    rec.sy = sy;
+    rec.ex = ex;
+    rec.ey = ey;
+    EXPECT_EQ(ali_makS(&rec), 0);
+    return rec;
+}
+
+inline Calelm arcRecord(double sx, double sy, double ex, double ey, double dir, double R) {
+    Calelm rec;
+    initCalelm(&rec);
+    rec.type = ALI_ARC;
+    rec.sx = sx;
+    rec.sy = sy;
+    rec.ex = ex;
+    rec.ey = ey;
+    rec.dir = dir;
+    rec.par = R;
+    EXPECT_EQ(ali_makR(&rec), 0);
+    return rec;
+}
+
+// An arc of any sweep, laid from its start.
+inline Calelm arcFrom(double sx, double sy, double azimuth, double dir, double R, double length) {
+    Calelm rec;
+    initCalelm(&rec);
+    rec.type = ALI_ARC;
+    rec.sx = sx;
+    rec.sy = sy;
+    rec.sang = azimuth;
+    rec.dir = dir;
+    rec.par = R;
+    rec.len = length;
+    EXPECT_EQ(ali_makangR(&rec, 1), 0);
+    return rec;
+}
+
+inline Calelm clothoidSizes(double dir, double A, double r1, double r2) {
+    Calelm rec;
+    initCalelm(&rec);
+    rec.type = ALI_CLOTHOID;
+    rec.dir = dir;
+    rec.par = A;
+    rec.r1 = r1;
+    rec.r2 = r2;
+    return rec;
+}
+
+inline Calelm clothoidFrom(double sx, double sy, double azimuth, double dir, double A, double r1, double r2) {
+    Calelm rec = clothoidSizes(dir, A, r1, r2);
+    rec.sx = sx;
+    rec.sy = sy;
+    rec.sang = azimuth;
+    EXPECT_EQ(ali_makangA(&rec, 1), 0);
+    return rec;
+}
+
+// Radii and parameter of a clothoid of survey size: A 30 to 400, sharper radius above 0.56 A, the flatter end infinite
+// or up to ten times that, in either order.
+inline Calelm randomClothoidSizes(Random& random) {
+    const double A = random.between(30.0, 400.0);
+    const double sharp = A * random.between(0.6, 4.0);
+    const double flat = random.whole(0, 1) == 0 ? 0.0 : sharp * random.between(1.3, 10.0);
+    const bool grows = random.whole(0, 1) == 0;
+    return clothoidSizes(random.sense(), A, grows ? flat : sharp, grows ? sharp : flat);
+}
+
+inline Calelm randomClothoid(Random& random, Place place) {
+    const Calelm sizes = randomClothoidSizes(random);
+    return clothoidFrom(place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
+                        random.between(0.01, 6.27), sizes.dir, sizes.par, sizes.r1, sizes.r2);
+}
+
+inline Calelm randomArc(Random& random, Place place, double most_sweep) {
+    const double R = random.between(20.0, 600.0);
+    return arcFrom(place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
+                   random.between(0.01, 6.27), random.sense(), R, R * random.between(0.05, most_sweep));
+}
+
+inline Calelm randomStraight(Random& random, Place place) {
+    const double x = place.x + random.between(-500.0, 500.0);
+    const double y = place.y + random.between(-500.0, 500.0);
+    return straightRecord(x, y, x + random.between(-400.0, 400.0), y + random.between(-400.0, 400.0));
+}
+
+inline ::testing::AssertionResult sameBits(const Calelm& a, const Calelm& b) {
+    const bool same = a.type == b.type && a.sx == b.sx && a.sy == b.sy && a.ex == b.ex && a.ey == b.ey &&
+                      a.dir == b.dir && a.par == b.par && a.r1 == b.r1 && a.r2 == b.r2 && a.len == b.len &&
+                      a.sang == b.sang && a.eang == b.eang && a.k1 == b.k1 && a.k2 == b.k2 && a.k3 == b.k3;
+    return same ? ::testing::AssertionSuccess() : ::testing::AssertionFailure() << "the records differ";
+}
+
+} // namespace fenmark::alignment_test

@@ -229,6 +229,16 @@ TEST(ARAmakRR, UnknownModeFails) {
     }
 }
 
+TEST(ARmakRR, FiniteRadiusThatTheSeriesTakesForInfiniteIsRefusedAndNotLaidShort) {
+    // R/A above 600: the series puts the end 17 mm away, on the clothoid's origin.
+    const auto chain =
+        exact::lay_chain({0, 0, 1.0}, {arc(1, 9868, 900), clothoid(1, 13, 9868, 45), arc(1, 45, 60), arc(1, 200, 90)});
+    Calelm a = chain[0], b = chain[3], r = sized(45), c = sized(13);
+    EXPECT_EQ(-1, ali_ARmakRR(-1, -1, &a, &b, &r, &c));
+    EXPECT_TRUE(exact::identical(chain[0], a));
+    EXPECT_TRUE(exact::identical(chain[3], b));
+}
+
 TEST(ASAmakRR, StraightTooShortForBothClothoidsFails) {
     const auto chain = exact::lay_chain({0, 0, 1.0}, {arc(1, 60, 50), straight(40), arc(-1, 80, 60)});
     Calelm a = chain[0], b = chain[2], a1 = sized(50), s{}, a2 = sized(60);

@@ -31,6 +31,13 @@ double tauAt(double parameter, double radius) {
     return radius == 0.0 ? 0.0 : parameter * parameter / (2.0 * radius * radius);
 }
 
+// The series takes every point of a tangent angle below the angle step for the clothoid's origin. An end of a finite
+// radius, some 600 times the parameter, that lies there would be off by its distance from the origin.
+bool endIsLost(double parameter, double radius) {
+    return radius != 0.0 && tauAt(parameter, radius) < plane::angle_step &&
+           parameter * parameter / radius > joint_tolerance;
+}
+
 // The element turns from its start to its end tangent as its size and sense demand.
 bool turnsTrue(const Calelm& e) {
     switch (e.type) {
@@ -40,7 +47,8 @@ bool turnsTrue(const Calelm& e) {
         return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3);
     case element::clothoid: {
         const double turn = std::fabs(tauAt(e.par, e.r2) - tauAt(e.par, e.r1));
-        return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn);
+        return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn) && !endIsLost(e.par, e.r1) &&
+               !endIsLost(e.par, e.r2);
     }
     default:
         return false;

@@ -34,7 +34,7 @@ bool crossLine(Vec p, double azimuth, double half, Calelm& line) {
 extern "C" {
 
 int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4]) {
-    const bool moveLast = side == 1;
+    const bool moveLast = signed16(side) == 1;
     Calelm& arc = chain[moveLast ? 3 : 0];
     if (arc.type != element::arc || !std::isfinite(*dl) || !std::isfinite(chain[1].eang)) {
         return -1;
@@ -50,7 +50,7 @@ int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4]) {
 
 int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3]) {
     // The arc laid anew takes the length of the clothoid, not its own: that is meant.
-    if (side == 1) {
+    if (signed16(side) == 1) {
         Calelm arc = chain[2];
         arc.sx = chain[1].ex;
         arc.sy = chain[1].ey;
@@ -85,7 +85,7 @@ int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3]) {
 }
 
 int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3]) {
-    const bool straightFirst = element_side == 1;
+    const bool straightFirst = signed16(element_side) == 1;
     std::array<Calelm, 3> made{chain[0], chain[1], chain[2]};
     Calelm& straight = made[straightFirst ? 0 : 2];
     Calelm& arc = made[straightFirst ? 2 : 0];
@@ -109,7 +109,7 @@ int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3
     if (signed16(ali_makS(&line)) != 0) {
         return -1;
     }
-    const bool moveLast = mover_side == 1;
+    const bool moveLast = signed16(mover_side) == 1;
     Calelm& mover = made[moveLast ? 2 : 0];
     Calelm moved = mover;
     if (signed16(ali_pmov(&mover, moveLast ? -*dl : *dl, line.sang, &moved)) != 0) {

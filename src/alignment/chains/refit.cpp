@@ -13,39 +13,33 @@
 #include "alignment/calelm/tolerances.h"
 #include "alignment/primitives/tools.h"
 
+#include <algorithm>
+#include <array>
+
 namespace fenmark::alignment::laying {
 
 Refit refitEnd(Calelm& element, const Calelm& clothoid, bool elementFirst) {
     const Vec joint = elementFirst ? startOf(clothoid) : endOf(clothoid);
     const double tangent = elementFirst ? clothoid.sang : clothoid.eang;
     Calelm copy = element;
-    if (elementFirst) {
-        setEnd(copy, joint);
-    } else {
-        setStart(copy, joint);
-    }
-    if (signed16(ali_mak(&copy, 0)) != 0) {
-        return Refit::impossible;
-    }
-    const bool keepsOuter =
-        elementFirst ? sameDirection(copy.sang, element.sang) : sameDirection(copy.eang, element.eang);
-    if (keepsOuter && sameDirection(elementFirst ? copy.eang : copy.sang, tangent)) {
-        element = copy;
-        return Refit::cut;
+    (elementFirst ? setEnd : setStart)(copy, joint);
+    const bool built = signed16(ali_mak(&copy, 0)) == 0;
+    if (built) {
+        const bool keepsOuter =
+            elementFirst ? sameDirection(copy.sang, element.sang) : sameDirection(copy.eang, element.eang);
+        if (keepsOuter && sameDirection(elementFirst ? copy.eang : copy.sang, tangent)) {
+            element = copy;
+            return Refit::cut;
+        }
     }
     copy = element;
-    if (elementFirst) {
-        setEnd(copy, joint);
-        copy.eang = tangent;
-    } else {
-        setStart(copy, joint);
-        copy.sang = tangent;
-    }
+    (elementFirst ? setEnd : setStart)(copy, joint);
+    (elementFirst ? copy.eang : copy.sang) = tangent;
     if (signed16(ali_mak(&copy, elementFirst ? 2 : 1)) != 0) {
-        return Refit::refused;
+        return built ? Refit::refused : Refit::impossible;
     }
     element = copy;
-    return Refit::laid;
+    return built ? Refit::laid : Refit::laid_only;
 }
 
 } // namespace fenmark::alignment::laying
@@ -56,41 +50,48 @@ using namespace fenmark::alignment::laying;
 extern "C" {
 
 int alimake_rfAArf(Calelm chain[4], double* dl) {
+    std::array<Calelm, 4> made{chain[0], chain[1], chain[2], chain[3]};
     double gap = 0.0;
-    const int status = ali_makRAAR(&chain[0], &chain[1], &chain[2], &chain[3], &gap);
+    const int status = ali_makRAAR(&made[0], &made[1], &made[2], &made[3], &gap);
     if (status != 0) {
         return status;
     }
     // The gap is positive along the tangent; where the clothoids overlap, the way between their flat ends runs back.
-    const Vec between = startOf(chain[2]) - endOf(chain[1]);
+    const Vec between = startOf(made[2]) - endOf(made[1]);
     const double azimuth = plane::wrapped(-plane::direction(between));
-    if (!sameDirection(azimuth, chain[1].eang, kOneSecond)) {
+    if (!sameDirection(azimuth, made[1].eang, kOneSecond)) {
         gap = -gap;
     }
+    if (!isFitted(refitEnd(made[0], made[1], true)) || !isFitted(refitEnd(made[3], made[2], false))) {
+        return -1;
+    }
+    std::copy(made.begin(), made.end(), chain);
     *dl = gap;
-    // An arc that cannot be built stays as it was; the clothoids are laid all the same.
-    refitEnd(chain[0], chain[1], true);
-    refitEnd(chain[3], chain[2], false);
     return 0;
 }
 
 int alimake_rfArf(Calelm chain[3], const double* dl) {
-    refitEnd(chain[0], chain[1], true);
-    if (std::fabs(*dl) < kNoShift) {
-        refitEnd(chain[2], chain[1], false);
+    Calelm first = chain[0];
+    Calelm last = chain[2];
+    if (!isFitted(refitEnd(first, chain[1], true)) ||
+        (std::fabs(*dl) < kNoShift && !isFitted(refitEnd(last, chain[1], false)))) {
+        return -1;
     }
+    chain[0] = first;
+    chain[2] = last;
     return 0;
 }
 
 int alimake_rfAsf(Calelm chain[3], double dl, int side) {
-    const bool straightFirst = side == 1;
+    const bool straightFirst = signed16(side) == 1;
     Calelm straight = chain[straightFirst ? 0 : 2];
-    Calelm& arc = chain[straightFirst ? 2 : 0];
+    Calelm arc = chain[straightFirst ? 2 : 0];
     const Calelm& clothoid = chain[1];
     int result = 0;
     if (std::fabs(dl) < kNoShift) {
         switch (refitEnd(straight, clothoid, straightFirst)) {
         case Refit::impossible:
+        case Refit::laid_only:
             return -1;
         case Refit::cut:
             break;
@@ -104,6 +105,7 @@ int alimake_rfAsf(Calelm chain[3], double dl, int side) {
     }
     switch (refitEnd(arc, clothoid, !straightFirst)) {
     case Refit::impossible:
+    case Refit::laid_only:
         return -1;
     case Refit::cut:
         break;
@@ -113,6 +115,7 @@ int alimake_rfAsf(Calelm chain[3], double dl, int side) {
         break;
     }
     chain[straightFirst ? 0 : 2] = straight;
+    chain[straightFirst ? 2 : 0] = arc;
     return result;
 }
 

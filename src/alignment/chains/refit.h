@@ -9,9 +9,15 @@ namespace fenmark::alignment::laying {
 enum class Refit {
     cut,        ///< the outer end and its tangent stay, the joint is the clothoid's end
     laid,       ///< laid from the clothoid on with its own length
+    laid_only,  ///< the same, where no such element between the outer end and the clothoid exists at all
     refused,    ///< the cut element would change its tangents, and it cannot be laid: unchanged
-    impossible, ///< no such element between the outer end and the clothoid: unchanged
+    impossible, ///< no such element exists, and it cannot be laid: unchanged
 };
+
+/** Whether the element joins the clothoid now. */
+inline bool isFitted(Refit refit) {
+    return refit == Refit::cut || refit == Refit::laid || refit == Refit::laid_only;
+}
 
 /** Fits a straight or an arc that comes before the clothoid (elementFirst) or after it. */
 Refit refitEnd(Calelm& element, const Calelm& clothoid, bool elementFirst);

@@ -120,6 +120,10 @@ bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right) {
     return finite(left) && finite(right);
 }
 
+bool onCircle(Vec centre, double radius, Vec p) {
+    return std::fabs(plane::distance(centre, p) - radius) <= rounded_joint_tolerance;
+}
+
 double sweepBetween(Vec centre, Vec p, Vec q, double dir) {
     const Vec from = p - centre;
     const Vec to = q - centre;
@@ -138,7 +142,8 @@ double keptSweep(const Calelm& arc, bool keepEnd, Vec q) {
         return -1.0;
     }
     const Vec kept = keepEnd ? endOf(arc) : startOf(arc);
-    if (!(plane::distance(kept, q) >= no_arc)) {
+    if (!(plane::distance(kept, q) >= no_arc) || !onCircle(centreOf(arc), arc.par, kept) ||
+        !onCircle(centreOf(arc), arc.par, q)) {
         return -1.0;
     }
     return keepEnd ? sweepBetween(centreOf(arc), q, kept, arc.dir) : sweepBetween(centreOf(arc), kept, q, arc.dir);

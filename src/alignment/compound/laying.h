@@ -93,6 +93,9 @@ int layEgg(const EggTangent& tangent, double radius1, double radius2, double dir
  */
 bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right);
 
+/** Whether p lies on a circle as well as rounded records do, within 1e-4 m. */
+bool onCircle(Vec centre, double radius, Vec p);
+
 /** Angle run from p to q about the centre in the sense of dir, in [0, 2 pi). */
 double sweepBetween(Vec centre, Vec p, Vec q, double dir);
 

@@ -33,7 +33,7 @@ extern "C" int ali_makSAR(int side, const Calelm* s, Calelm* a, const Calelm* r,
         return -1;
     }
     const Offset offset = offsetOf(a->par, r->par);
-    const bool straightFirst = side == 1;
+    const bool straightFirst = signed16(side) == 1;
     const Vec axis = straightFirst ? u : -1.0 * u;
     const Vec origin = centre - offset.xm * axis - (r->dir * offset.rho) * leftOf(u);
     Calelm made{};

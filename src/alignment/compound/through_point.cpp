@@ -4,8 +4,8 @@
 // centres that the clothoid demands.
 // Axes: calculation plane inside setAOR_P and for every Vec; ali_makAOR_P takes and gives the survey plane.
 // Derivation: C2 is R2 from the point and d from C1. Of the two cuts of these circles the order is by the side on which
-// the given arc's start lies; the first that gives a tangent chain is taken.
-// Source: plane geometry of circles; shift relations of the clothoid, Kasper, Schuerba, Lorenz, 1968.
+// the given arc's start lies; the first that gives a tangent chain is taken, one whose arc reaches the point before
+// others. Source: plane geometry of circles; shift relations of the clothoid, Kasper, Schuerba, Lorenz, 1968.
 #include "fenmark/alignment/compound.h"
 
 #include "fenmark/alignment/clothoid.h"
@@ -70,6 +70,11 @@ int layAt(const Chain& given, Vec centre, Chain& laid) {
     return tangent ? 0 : -1;
 }
 
+// Calculation plane. Whether a point of an arc's circle lies on the arc.
+bool reaches(const Calelm& arc, Vec p) {
+    return sweepBetween({arc.k1, arc.k2}, {arc.sx, arc.sy}, p, arc.dir) <= (arc.len + kSameLength) / arc.par;
+}
+
 } // namespace
 
 extern "C" {
@@ -95,13 +100,19 @@ int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2) {
     const bool unlikeOrLarger = r1->dir != r2->dir || r1->par > r2->par;
     const Vec first = startOnRight == unlikeOrLarger ? right : left;
     const Vec second = startOnRight == unlikeOrLarger ? left : right;
+    // A place where the point lies on the stretch of the new arc itself goes before one where it lies on its circle
+    // only.
     Chain laid;
-    int status = layAt(given, first, laid);
-    if (status != 0) {
-        status = layAt(given, second, laid);
-    }
-    if (status != 0) {
-        return -1;
+    Chain other;
+    const bool found = layAt(given, first, laid) == 0;
+    if (!found || !reaches(laid.r2, point)) {
+        const bool otherFound = layAt(given, second, other) == 0;
+        if (!found && !otherFound) {
+            return -1;
+        }
+        if (!found || (otherFound && reaches(other.r2, point))) {
+            laid = other;
+        }
     }
     *r1 = laid.r1;
     *a = laid.a;

@@ -152,10 +152,10 @@ int ali_IPsetARA(const double previous[2], AliIpCurve* ip, const double next[2],
         return -1;
     }
     // Legs that turn back have no centre within reach of both.
-    const auto onCircle = [&](Vec p) {
+    const auto atRadius = [&](Vec p) {
         return std::fabs(plane::distance(eased.centre, p) - radius) <= joint_tolerance;
     };
-    return onCircle(startOf(arc)) && onCircle(startOf(*a2)) ? 0 : -1;
+    return atRadius(startOf(arc)) && atRadius(startOf(*a2)) ? 0 : -1;
 }
 
 } // extern "C"

@@ -47,7 +47,7 @@ Vec jointOf(Vec given, double radius, Vec made, bool inside, double madeRadius) 
 extern "C" {
 
 int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2) {
-    const bool givenFirst = end == 1;
+    const bool givenFirst = signed16(end) == 1;
     const double R = r1->par;
     const double made = r2->par;
     if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(R > 0.0) || !(made > 0.0) || !(R < 2.0 * made)) {
@@ -85,7 +85,7 @@ int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2) {
 }
 
 int ali_makrR_P_S(const double p[2], int end, Calelm* r1, Calelm* r2) {
-    const bool givenFirst = end == 1;
+    const bool givenFirst = signed16(end) == 1;
     if (!isTurn(r2->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
         return -1;
     }

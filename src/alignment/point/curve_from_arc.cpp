@@ -60,7 +60,7 @@ double hypotenuse(double along, double across) {
 extern "C" {
 
 int ali_makrAR_P(const double p[2], int end, Calelm* r1, Calelm* a, Calelm* r2, double* D, double* angle) {
-    const bool givenFirst = end == 1;
+    const bool givenFirst = signed16(end) == 1;
     if (!isTurn(r1->dir) || !turnsAs(*r2, r1->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
         return -1;
     }
@@ -105,7 +105,7 @@ int ali_makrAR_P(const double p[2], int end, Calelm* r1, Calelm* a, Calelm* r2, 
 }
 
 int ali_makrAAR_P(const double p[2], int end, Calelm* r1, Calelm* a1, Calelm* a2, Calelm* r2, double* D) {
-    const bool givenFirst = end == 1;
+    const bool givenFirst = signed16(end) == 1;
     if (!isTurn(r1->dir) || !turnsAs(*r2, -r1->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
         return -1;
     }

@@ -55,7 +55,7 @@ Frame frameOf(const Calelm& s) {
 extern "C" {
 
 int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
-    const bool straightFirst = end == 1;
+    const bool straightFirst = signed16(end) == 1;
     const double radius = r->par;
     const Frame frame = frameOf(*s);
     if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len > 0.0) || !(r->len < plane::two_pi * radius)) {
@@ -120,7 +120,7 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
 }
 
 int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
-    const bool straightFirst = end == 1;
+    const bool straightFirst = signed16(end) == 1;
     const double radius = r->par;
     const Frame frame = frameOf(*s);
     if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < plane::two_pi * radius)) {

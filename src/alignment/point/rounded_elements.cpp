@@ -21,7 +21,8 @@ double halfCircleLimit(double radius) {
 } // namespace
 
 bool roundedArc(Vec centre, Vec p, Vec q, Calelm& arc) {
-    if (!finite(centre) || !finite(p) || !finite(q) || !(plane::distance(p, q) >= kSameLength)) {
+    if (!finite(centre) || !finite(p) || !finite(q) || !(plane::distance(p, q) >= kSameLength) ||
+        !onCircle(centre, arc.par, p) || !onCircle(centre, arc.par, q)) {
         return false;
     }
     if (!(sweepBetween(centre, p, q, arc.dir) <= halfCircleLimit(arc.par))) {

@@ -35,11 +35,11 @@ constexpr double on_circle = 1e-7;
 extern "C" {
 
 int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
-    const bool arcFirst = end == 1;
+    const bool arcFirst = signed16(end) == 1;
     const Vec centre = centreOf(*r);
     const Vec toPoint = fromSurvey(p) - centre;
     const double D = plane::norm(toPoint);
-    if (!isTurn(r->dir) || !(r->par > 0.0) || !(s->len > 0.0) || !(r->par <= D + on_circle)) {
+    if (!finite(toPoint) || !isTurn(r->dir) || !(r->par > 0.0) || !(s->len > 0.0) || !(r->par <= D + on_circle)) {
         return -1;
     }
     const double side = arcFirst ? -r->dir : r->dir;
@@ -70,7 +70,7 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
 }
 
 int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
-    const bool straightFirst = end == 1;
+    const bool straightFirst = signed16(end) == 1;
     if (!isTurn(r->dir) || !(r->par > 0.0)) {
         return -1;
     }

@@ -1,0 +1,430 @@
+// Chains between fixed elements: refitted after a change of the clothoid, and closed by moving an element.
+#include <fenmark/alignment/chains.h>
+
+#include <fenmark/alignment/compound.h>
+#include <fenmark/alignment/construction.h>
+#include <fenmark/alignment/primitives.h>
+
+#include "alignment_builders/sweep.h"
+
+#include <limits>
+
+namespace {
+
+using namespace fenmark::exact;
+
+// A chain one of whose elements was moved: ends rounded to 1e-5 m turn the tangents of a short element, radians.
+constexpr double moved_tangent_tolerance = 3e-5;
+// The moved centre is rounded to 1e-5 m; across the tangent that counts as often as the offset radii are longer than
+// the tangent between them.
+constexpr double moved_gap_tolerance = 2e-4;
+
+double some_sweep(Random& random, double radius) {
+    return radius * random.uniform(0.1, 2.9);
+}
+
+std::vector<Calelm> egg_chain(Random& random) {
+    const double dir = random.sign();
+    const double small = random.radius();
+    const double large = small * random.uniform(1.2, 4.0);
+    const bool sharpens = random.coin();
+    const double first = sharpens ? large : small;
+    const double second = sharpens ? small : large;
+    return lay_chain(random.pose(),
+                     {arc(dir, first, some_sweep(random, first)), clothoid(dir, random.parameter(small), first, second),
+                      arc(dir, second, some_sweep(random, second))});
+}
+
+std::vector<Calelm> s_chain(Random& random) {
+    const double dir = random.sign();
+    const double first = random.radius();
+    const double second = first * random.uniform(0.3, 3.0);
+    return lay_chain(random.pose(),
+                     {arc(dir, first, some_sweep(random, first)), clothoid(dir, random.parameter(first), first, 0.0),
+                      clothoid(-dir, random.parameter(second), 0.0, second),
+                      arc(-dir, second, some_sweep(random, second))});
+}
+
+// Straight, clothoid, arc at side 1, the other way round at any other side.
+std::vector<Calelm> eased_chain(Random& random, int side) {
+    const double dir = random.sign();
+    const double radius = random.radius();
+    const auto chain = lay_chain(random.pose(), {straight(random.uniform(50.0, 300.0)),
+                                                 clothoid(dir, random.parameter(radius), 0.0, radius),
+                                                 arc(dir, radius, some_sweep(random, radius))});
+    return side == 1 ? chain : reversed_chain(chain);
+}
+
+// The clothoids stand for another parameter than before: as a user changes the chain.
+void change_parameter(Random& random, Calelm& a) {
+    a.par *= random.uniform(0.9, 1.1);
+}
+
+Outcome outcome_of(int status, std::span<const Calelm> chain, double joint, double tangent) {
+    if (status != 0) {
+        return {Found::failed, "status " + std::to_string(status)};
+    }
+    const auto result = tangent_chain(chain, joint, tangent);
+    return {result ? Found::expected : Found::failed, result.message()};
+}
+
+// ---- arc, clothoid, clothoid, arc ----
+
+TEST(AlimakeRfAArf, CutsBothArcsOfAnExactChainAtTheClothoids) {
+    sweep(5410, [](Random& random) {
+        const auto chain = s_chain(random);
+        auto given = chain;
+        given[0] = extended(chain[0], 0.0, random.uniform(-0.5, 0.05) * chain[0].len);
+        given[3] = extended(chain[3], random.uniform(-0.5, 0.05) * chain[3].len, 0.0);
+        given[1] = sizes_only(chain[1]);
+        given[2] = sizes_only(chain[2]);
+        double dl = 7.0;
+        const int status = alimake_rfAArf(given.data(), &dl);
+        if (std::abs(dl) > joint_tolerance) {
+            return Outcome{Found::failed, "dl " + std::to_string(dl)};
+        }
+        return judge(status, given, chain, joint_tolerance);
+    });
+}
+
+TEST(AlimakeRfAArf, TellsTheGapPositiveAlongTheTangentAndNegativeForAnOverlap) {
+    sweep(5411, [](Random& random) {
+        const auto chain = s_chain(random);
+        auto given = chain;
+        // The second half moved along the tangent at the inflection.
+        const double shift = random.uniform(-0.5, 1.0);
+        const double azimuth = chain[1].eang;
+        Pose pose = start_of(chain[2]);
+        pose.x += shift * std::cos(azimuth);
+        pose.y += shift * std::sin(azimuth);
+        given[2] = lay(pose, shape_of(chain[2]));
+        given[3] = lay(pose, shape_of(chain[3]));
+        double dl = 7.0;
+        const int status = alimake_rfAArf(given.data(), &dl);
+        const bool right = status == 0 && std::abs(dl - shift) < joint_tolerance && joined(given[0], given[1]) &&
+                           joined(given[2], given[3]);
+        return Outcome{right ? Found::expected : Found::failed,
+                       "shift " + std::to_string(shift) + " dl " + std::to_string(dl)};
+    });
+}
+
+TEST(AlimakeRfAArf, PassesOnTheStatusOfTheClothoidsAndChangesNothing) {
+    Random random(5412);
+    const auto chain = s_chain(random);
+    auto given = chain;
+    given[3].dir = given[0].dir;
+    const auto before = given;
+    double dl = 7.0;
+    EXPECT_EQ(alimake_rfAArf(given.data(), &dl), -1);
+    EXPECT_EQ(dl, 7.0);
+    for (std::size_t i = 0; i < given.size(); ++i) {
+        EXPECT_TRUE(identical(given[i], before[i]));
+    }
+}
+
+TEST(MoveRDl0RfAArf, ClosesTheChainAfterTheParametersHaveChangedWhicheverArcMoves) {
+    for (const int side : {1, 2, 0}) {
+        SCOPED_TRACE(side);
+        sweep(
+            5413,
+            [side](Random& random) {
+                auto chain = s_chain(random);
+                const auto original = chain;
+                change_parameter(random, chain[1]);
+                change_parameter(random, chain[2]);
+                double dl = 7.0;
+                int status = alimake_rfAArf(chain.data(), &dl);
+                if (status != 0) {
+                    // A parameter so strong that the offset circles overlap.
+                    return Outcome{Found::other_valid, "does not fit"};
+                }
+                status = moveR_dl0_rfAArf(side, &dl, chain.data());
+                if (status != 0 || dl != 0.0) {
+                    return Outcome{Found::failed, "not moved"};
+                }
+                status = alimake_rfAArf(chain.data(), &dl);
+                if (std::abs(dl) > moved_gap_tolerance) {
+                    return Outcome{Found::failed, "gap left: " + std::to_string(dl)};
+                }
+                return outcome_of(status, chain, moved_gap_tolerance, moved_tangent_tolerance);
+            },
+            150);
+    }
+}
+
+TEST(MoveRDl0RfAArf, EndsWithNoGapOnSuccessAndLeavesItOnFailure) {
+    Random random(5414);
+    auto chain = s_chain(random);
+    double dl = 0.25;
+    EXPECT_EQ(moveR_dl0_rfAArf(1, &dl, chain.data()), 0);
+    EXPECT_EQ(dl, 0.0);
+    dl = 0.25;
+    chain[0].type = 1;
+    const Calelm before = chain[0];
+    EXPECT_EQ(moveR_dl0_rfAArf(2, &dl, chain.data()), -1);
+    EXPECT_EQ(dl, 0.25);
+    EXPECT_TRUE(identical(chain[0], before));
+}
+
+// ---- arc, clothoid, arc ----
+
+TEST(AlimakeRfArf, WithNoGapRefitsBothArcsAndWithAGapOnlyTheFirst) {
+    sweep(5420, [](Random& random) {
+        const auto chain = egg_chain(random);
+        auto given = chain;
+        given[0] = extended(chain[0], 0.0, random.uniform(-0.5, 0.05) * chain[0].len);
+        given[2] = extended(chain[2], random.uniform(-0.5, 0.05) * chain[2].len, 0.0);
+        auto with_gap = given;
+        double dl = 0.5;
+        const int status_gap = alimake_rfArf(with_gap.data(), &dl);
+        if (status_gap != 0 || !identical(with_gap[2], given[2]) || !same_element(with_gap[0], chain[0])) {
+            return Outcome{Found::failed, "with a gap"};
+        }
+        dl = 0.0;
+        const int status = alimake_rfArf(given.data(), &dl);
+        return judge(status, given, chain, joint_tolerance);
+    });
+}
+
+TEST(AlimakeRfArf, LaysAnArcFromTheClothoidOnWhenItsOuterEndDoesNotFit) {
+    sweep(5421, [](Random& random) {
+        const auto chain = egg_chain(random);
+        auto given = chain;
+        // The last arc lies elsewhere, turned and moved.
+        Pose pose = start_of(chain[2]);
+        pose.x += random.uniform(-0.05, 0.05) * chain[2].par;
+        pose.azimuth += random.uniform(-0.2, 0.2);
+        given[2] = lay(pose, shape_of(chain[2]));
+        double dl = 0.0;
+        const int status = alimake_rfArf(given.data(), &dl);
+        return judge(status, given, chain, joint_tolerance);
+    });
+}
+
+TEST(MoveRDl0RfArf, LaysTheArcAtTheClothoidWithTheLengthOfTheClothoid) {
+    for (const int side : {1, 2, 0}) {
+        SCOPED_TRACE(side);
+        sweep(5422, [side](Random& random) {
+            auto chain = egg_chain(random);
+            const auto original = chain;
+            change_parameter(random, chain[1]);
+            if (ali_makA(&chain[1]) < 0) {
+                return Outcome{Found::failed, "no clothoid"};
+            }
+            double dl = 0.3;
+            const int status = moveR_dl0_rfArf(side, &dl, chain.data());
+            if (status != 0 || dl != 0.0) {
+                return Outcome{Found::failed, "status"};
+            }
+            const Calelm& laid = chain[side == 1 ? 2 : 0];
+            const Calelm& kept = chain[side == 1 ? 0 : 2];
+            if (!identical(kept, original[side == 1 ? 0 : 2]) || std::abs(laid.len - chain[1].len) > joint_tolerance) {
+                return Outcome{Found::failed, "length"};
+            }
+            // The clothoid is joined to the arc laid anew, and in the second form to the one that stayed, too.
+            const std::vector<Calelm> joined_part =
+                side == 1 ? std::vector{chain[1], chain[2]} : std::vector{chain[0], chain[1], chain[2]};
+            return outcome_of(0, joined_part, joint_tolerance, tangent_tolerance);
+        });
+    }
+}
+
+TEST(MoveRDl0RfArf, LeavesEverythingWhenAnElementCannotBeBuilt) {
+    Random random(5423);
+    const auto chain = egg_chain(random);
+    for (const int side : {1, 2}) {
+        auto given = chain;
+        given[side == 1 ? 2 : 0].dir = 0.5;
+        const auto before = given;
+        double dl = 0.3;
+        EXPECT_EQ(moveR_dl0_rfArf(side, &dl, given.data()), -1);
+        EXPECT_EQ(dl, 0.3);
+        for (std::size_t i = 0; i < given.size(); ++i) {
+            EXPECT_TRUE(identical(given[i], before[i]));
+        }
+    }
+}
+
+// ---- straight, clothoid, arc ----
+
+TEST(AlimakeRfAsf, CutsTheStraightAndTheArcOfAnExactChain) {
+    for (const int side : {1, 2, 0}) {
+        SCOPED_TRACE(side);
+        sweep(5430, [side](Random& random) {
+            const auto chain = eased_chain(random, side);
+            auto given = chain;
+            given[0] = extended(chain[0], 0.0, random.uniform(-0.5, 0.05) * chain[0].len);
+            given[2] = extended(chain[2], random.uniform(-0.5, 0.05) * chain[2].len, 0.0);
+            const int status = alimake_rfAsf(given.data(), 0.0, side);
+            return judge(status, given, chain, joint_tolerance);
+        });
+    }
+}
+
+TEST(AlimakeRfAsf, TellsMinus3WhenTheStraightAndMinus2WhenTheArcHadToTurn) {
+    for (const int side : {1, 2}) {
+        Random random(5431);
+        const auto chain = eased_chain(random, side);
+        const std::size_t line = side == 1 ? 0 : 2;
+        for (const std::size_t turned : {line, 2 - line}) {
+            auto given = chain;
+            // Turned about the far end, so that the joint no longer fits.
+            Pose pose = turned == 0 ? start_of(chain[0]) : start_of(chain[2]);
+            pose.azimuth += 0.01;
+            given[turned] = lay(pose, shape_of(chain[turned]));
+            EXPECT_EQ(static_cast<int16_t>(alimake_rfAsf(given.data(), 0.0, side)), turned == line ? -3 : -2);
+            EXPECT_TRUE(tangent_chain(given, rounded_joint_tolerance));
+        }
+    }
+}
+
+TEST(AlimakeRfAsf, LeavesTheStraightWhereItIsWhenThereIsAGap) {
+    Random random(5432);
+    const auto chain = eased_chain(random, 1);
+    auto given = chain;
+    given[0] = extended(chain[0], 0.0, -10.0);
+    const Calelm before = given[0];
+    EXPECT_EQ(alimake_rfAsf(given.data(), 0.5, 1), 0);
+    EXPECT_EQ(given[0].ex, before.ex);
+    EXPECT_EQ(given[0].ey, before.ey);
+}
+
+TEST(AlimakeRfAsf, FailsWithEverythingUnchangedWhenTheArcCannotBeBuilt) {
+    Random random(5433);
+    auto given = eased_chain(random, 1);
+    given[2].ex = given[2].sx + 3.0 * given[2].par;
+    given[0] = extended(given[0], 0.0, -10.0);
+    const auto before = given;
+    EXPECT_EQ(static_cast<int16_t>(alimake_rfAsf(given.data(), 0.0, 1)), -1);
+    for (std::size_t i = 0; i < given.size(); ++i) {
+        EXPECT_TRUE(identical(given[i], before[i]));
+    }
+}
+
+TEST(MoveRDl0RfAsf, ClosesTheChainAfterTheParameterHasChangedWhicheverElementMoves) {
+    for (const int element_side : {1, 2}) {
+        for (const int mover_side : {1, 2}) {
+            SCOPED_TRACE(::testing::Message() << "element " << element_side << " mover " << mover_side);
+            sweep(5434, [=](Random& random) {
+                auto chain = eased_chain(random, element_side);
+                change_parameter(random, chain[1]);
+                const std::size_t line = element_side == 1 ? 0 : 2;
+                double dl = 0.0;
+                if (ali_makSAR(element_side, &chain[line], &chain[1], &chain[2 - line], &dl) != 0) {
+                    return Outcome{Found::failed, "no clothoid"};
+                }
+                // A gap of less than 1e-5 m has no direction.
+                if (dl < 1e-4) {
+                    return Outcome{Found::expected, {}};
+                }
+                const int status = moveR_dl0_rfAsf(mover_side, element_side, &dl, chain.data());
+                if (dl != 0.0) {
+                    return Outcome{Found::failed, "dl " + std::to_string(dl)};
+                }
+                // -3 and -2 tell that an element was laid anew: the chain is as tangent.
+                const bool told =
+                    status == 0 || static_cast<int16_t>(status) == -2 || static_cast<int16_t>(status) == -3;
+                return outcome_of(told ? 0 : status, chain, rounded_joint_tolerance, moved_tangent_tolerance);
+            });
+        }
+    }
+}
+
+TEST(MoveRDl0RfAsf, FailsWithNothingChangedForAGapThatIsNotThatOfTheChain) {
+    Random random(5435);
+    auto chain = eased_chain(random, 1);
+    chain[1].par *= 1.05;
+    double gap = 0.0;
+    ASSERT_EQ(ali_makSAR(1, &chain[0], &chain[1], &chain[2], &gap), 0);
+    const auto before = chain;
+    for (const double dl : {0.0, 10.0 * gap, std::numeric_limits<double>::quiet_NaN()}) {
+        double given = dl;
+        EXPECT_EQ(static_cast<int16_t>(moveR_dl0_rfAsf(1, 1, &given, chain.data())), -1);
+        for (std::size_t i = 0; i < chain.size(); ++i) {
+            EXPECT_TRUE(identical(chain[i], before[i]));
+        }
+    }
+}
+
+// ---- ARmakRR ----
+
+Calelm in_calculation_plane(const Calelm& e) {
+    Calelm out{};
+    CDchgSpace(&e, &out);
+    return out;
+}
+
+Outcome arc_inside_arc(Random& random, int mode, bool like) {
+    // arc 1, clothoid, arc 2, arc 3; arc 2 lies inside arc 3. Mode -1 joins arcs of one turn alone.
+    const double dir2 = random.sign();
+    const double dir1 = like ? dir2 : -dir2;
+    const double radius2 = random.radius();
+    const bool second_sharper = random.coin();
+    const double radius1 = second_sharper ? radius2 * random.uniform(1.2, 4.0) : radius2 * random.uniform(0.3, 0.85);
+    const double radius3 = radius2 * random.uniform(1.2, 4.0);
+    const double sharp = std::min(radius1, radius2);
+    const double a = random.parameter(sharp);
+    const double dir_a = second_sharper ? dir2 : dir1;
+    const Shape ease = mode != 0        ? clothoid(dir_a, a, radius1, radius2)
+                       : second_sharper ? clothoid(dir_a, a, 0.0, radius2)
+                                        : clothoid(dir_a, a, radius1, 0.0);
+    const auto chain = lay_chain(random.pose(), {arc(dir1, radius1, some_sweep(random, radius1)), ease,
+                                                 arc(dir2, radius2, random.arc_length(radius2, 0.1, 1.5)),
+                                                 arc(dir2, radius3, some_sweep(random, radius3))});
+    Calelm arc1 = in_calculation_plane(chain[0]);
+    Calelm arc3 = in_calculation_plane(chain[3]);
+    Calelm arc2 = sizes_only(chain[2]);
+    Calelm m = sizes_only(chain[1]);
+    const int status = ARmakRR(mode, &arc1, &arc3, &arc2, &m);
+    if (status != 0) {
+        return {Found::failed, "status " + std::to_string(status)};
+    }
+    std::vector<Calelm> made{in_calculation_plane(arc1), in_calculation_plane(m), in_calculation_plane(arc2),
+                             in_calculation_plane(arc3)};
+    for (Calelm& e : made) {
+        e.type = &e == &made[1] ? std::int16_t{3} : std::int16_t{2};
+        if (ali_mak(&e, 0) != 0) {
+            return {Found::failed, "cannot be built: " + describe(e)};
+        }
+    }
+    return judge(0, made, chain, joint_tolerance);
+}
+
+TEST(ARmakRR, FindsTheArcInsideAnotherThatAClothoidJoinsToAThird) {
+    // Where both places give a tangent chain, either is right.
+    constexpr int both_places = 20;
+    std::uint64_t seed = 5440;
+    for (const int mode : {0, -1, 65535}) {
+        SCOPED_TRACE(mode);
+        sweep(
+            seed++, [mode](Random& random) { return arc_inside_arc(random, mode, true); }, both_places);
+    }
+    sweep(
+        seed, [](Random& random) { return arc_inside_arc(random, 0, false); }, both_places);
+}
+
+TEST(ARmakRR, RefusesUnlikeTurnsBetweenFiniteRadiiAndAThirdArcInsideTheSecond) {
+    const auto chain = lay_chain({0, 0, 1}, {arc(1.0, 200.0, 80.0), clothoid(1.0, 60.0, 200.0, 80.0),
+                                             arc(1.0, 80.0, 60.0), arc(1.0, 150.0, 90.0)});
+    const Calelm given1 = in_calculation_plane(chain[0]);
+    const Calelm given3 = in_calculation_plane(chain[3]);
+    const auto refused = [&](double dir1, double radius2) {
+        Calelm arc1 = given1;
+        arc1.dir = dir1;
+        Calelm arc3 = given3;
+        Calelm arc2 = sizes_only(chain[2]);
+        arc2.par = radius2;
+        Calelm a = sizes_only(chain[1]);
+        const Calelm before1 = arc1;
+        const Calelm before2 = arc2;
+        const Calelm before_a = a;
+        const int status = ARmakRR(-1, &arc1, &arc3, &arc2, &a);
+        return status != 0 && identical(arc1, before1) && identical(arc2, before2) && identical(arc3, given3) &&
+               identical(a, before_a);
+    };
+    EXPECT_TRUE(refused(-1.0, 80.0));
+    EXPECT_TRUE(refused(1.0, 300.0));
+    EXPECT_FALSE(refused(1.0, 80.0));
+}
+
+} // namespace

@@ -157,7 +157,8 @@ class Drawing {
     bool entitiesLoaded() const { return entitiesLoaded_; }
 
   private:
-    friend class DrawingStore;
+    friend class DrawingReader;
+    friend class DrawingWriter;
 
     struct EntityRecord {
         std::uint64_t id;

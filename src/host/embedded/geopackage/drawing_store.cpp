@@ -1,0 +1,161 @@
+// A drawing on disk: opening, saving, and what can go wrong.
+#include "host/embedded/geopackage/drawing_store.h"
+
+#include "host/embedded/geopackage/drawing_reader.h"
+#include "host/embedded/geopackage/drawing_writer.h"
+#include "host/embedded/geopackage/file_system.h"
+#include "host/embedded/geopackage/schema.h"
+#include "host/embedded/geopackage/sqlite_handles.h"
+
+#include <new>
+
+namespace fenmark::host::embedded {
+
+std::string storeMessage(StoreError error, const std::string& path, const std::string& detail) {
+    const auto told = [&](const char* text) {
+        return path + ": " + text + (detail.empty() ? "" : " (" + detail + ")");
+    };
+    switch (error) {
+    case StoreError::None:
+        return {};
+    case StoreError::NotFound:
+        return path + ": there is no such drawing";
+    case StoreError::NotAFile:
+        return path + ": is not a file";
+    case StoreError::NotADrawing:
+        return path + ": is not a drawing";
+    case StoreError::NotOurs:
+        return told("is a database, but not a drawing of this program");
+    case StoreError::NotReadable:
+        return told("cannot be read");
+    case StoreError::NotWritable:
+        return told("cannot be written");
+    case StoreError::DiskFull:
+        return path + ": the disk is full; the drawing on disk is as it was";
+    case StoreError::Locked:
+        return path + ": is held by another program";
+    case StoreError::Damaged:
+        return told("is damaged");
+    case StoreError::ChangedOutside:
+        return path + ": was changed by another program since it was opened";
+    case StoreError::Failed:
+        break;
+    }
+    return told("could not be read or written");
+}
+
+namespace {
+
+StoreResult failed(StoreError error, const std::string& path, const std::string& detail = {}) {
+    return {error, storeMessage(error, path, detail)};
+}
+
+// Runs what may throw inside the store.
+template <typename Action>
+StoreResult guarded(const std::string& path, Action action) {
+    try {
+        action();
+        return {};
+    } catch (const StoreFailure& failure) {
+        return failed(failure.error, path, failure.detail);
+    } catch (const std::bad_alloc&) {
+        return failed(StoreError::Failed, path, "out of memory");
+    }
+}
+
+// A program that crashed while it wrote leaves a journal; the first to open the file for writing restores it.
+void restoreAfterCrash(const std::string& path) {
+    Connection connection(path, Connection::Mode::ReadWrite);
+    Statement(connection, sql::kReadSchemaVersion).step();
+}
+
+} // namespace
+
+StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
+    if (const StoreError error = checkReadable(path); error != StoreError::None)
+        return failed(error, path);
+    return guarded(path, [&] {
+        try {
+            if (hasJournal(path))
+                restoreAfterCrash(path);
+            // Nobody writes a log that is not there: then the file itself is all, and needs no lock file beside it.
+            const bool alone = usesWriteAheadLog(path) && !hasWriteAheadLog(path);
+            Connection connection(path, alone ? Connection::Mode::ReadAlone : Connection::Mode::Read);
+            DrawingReader reader(connection);
+            drawing = reader.read(load);
+            savedId_ = reader.lastId();
+        } catch (StoreFailure& failure) {
+            if (failure.error == StoreError::NotWritable)
+                failure.error = StoreError::NotReadable;
+            throw;
+        }
+        path_ = path;
+    });
+}
+
+bool DrawingStore::hasChanges(const Drawing& drawing) const {
+    return path_.empty() || DrawingWriter::hasChanges(drawing);
+}
+
+StoreResult DrawingStore::save(const std::string& path, Drawing& drawing) {
+    if (path == path_ && fileExists(path))
+        return append(path, drawing);
+    return create(path, drawing);
+}
+
+// Made under another name in the same folder; it takes its name when every byte is on the disk.
+StoreResult DrawingStore::create(const std::string& path, Drawing& drawing) {
+    if (!drawing.entitiesLoaded())
+        return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
+    if (const StoreError error = checkReplaceable(path); error != StoreError::None)
+        return failed(error, path);
+    removeLeftovers(path);
+    const TemporaryFile temporary(path);
+    const StoreResult result = guarded(path, [&] {
+        {
+            Connection connection(temporary.path(), Connection::Mode::Create);
+            connection.execute(sql::kPrepareNewFile);
+            connection.execute("BEGIN");
+            connection.execute(sql::kSchema);
+            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing).write();
+            connection.execute("COMMIT");
+        }
+        temporary.replace(path);
+    });
+    if (result) {
+        path_ = path;
+        savedId_ = drawing.lastId();
+        DrawingWriter::markSaved(drawing);
+    }
+    return result;
+}
+
+StoreResult DrawingStore::append(const std::string& path, Drawing& drawing) {
+    if (const StoreError error = checkReadable(path); error != StoreError::None)
+        return failed(error, path);
+    if (!hasChanges(drawing))
+        return {};
+    if (const StoreError error = checkWritable(path); error != StoreError::None)
+        return failed(error, path);
+    const StoreResult result = guarded(path, [&] {
+        Connection connection(path, Connection::Mode::ReadWrite);
+        connection.execute(sql::kPrepareOldFile);
+        connection.execute("BEGIN IMMEDIATE");
+        try {
+            if (DrawingReader::readHead(connection).lastId != savedId_)
+                throw StoreFailure{StoreError::ChangedOutside, {}};
+            DrawingWriter(connection, drawing, DrawingWriter::From::Saved).write();
+            connection.execute("COMMIT");
+        } catch (...) {
+            sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr); // may have been rolled back already
+            throw;
+        }
+    });
+    if (result) {
+        savedId_ = drawing.lastId();
+        DrawingWriter::markSaved(drawing);
+    }
+    return result;
+}
+
+} // namespace fenmark::host::embedded

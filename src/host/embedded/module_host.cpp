@@ -1,0 +1,258 @@
+#include "host/embedded/module_host.h"
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <utility>
+
+#include <dlfcn.h>
+
+namespace fenmark::host::embedded {
+
+namespace {
+
+ModuleHost* currentHost = nullptr;
+
+std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return lower;
+}
+
+bool sameName(std::string_view a, std::string_view b) {
+    return lowerCase(a) == lowerCase(b);
+}
+
+using EntryPoint = int (*)(int, void*);
+using GetVersion = int (*)();
+
+} // namespace
+
+struct ModuleHost::Module {
+    std::string name; // file name
+    void* library = nullptr;
+    EntryPoint entry = nullptr;
+    bool mayUnload = false;
+    bool multiDocument = false;
+};
+
+class ModuleHost::Registry : public mirdane::MdRxSysRegistry,
+                             public mirdane::MdEdCommandStack,
+                             public mirdane::MdRxDynamicLinker {
+  public:
+    explicit Registry(ModuleHost& host) : host_(host) {}
+
+    mirdane::MdEdCommandStack* commandStack() override { return this; }
+    mirdane::MdRxDynamicLinker* dynamicLinker() override { return this; }
+
+    mirdane::Status addCommand(const mirdane::CommandEntry& entry) override {
+        for (const RegisteredCommand& command : host_.commands_)
+            if (command.group == entry.group && sameName(command.globalName, entry.globalName))
+                return 1;
+        host_.commands_.push_back({std::string(entry.group), std::string(entry.globalName),
+                                   std::string(entry.localName), entry.flags, entry.handler});
+        return 0;
+    }
+    mirdane::Status removeCommand(std::string_view group, std::string_view globalName) override {
+        const auto removed = std::erase_if(host_.commands_, [&](const RegisteredCommand& command) {
+            return command.group == group && sameName(command.globalName, globalName);
+        });
+        return removed == 0 ? 1 : 0;
+    }
+    void unlockApplication(void* package) override {
+        if (package != nullptr)
+            static_cast<Module*>(package)->mayUnload = true;
+    }
+    void registerAppMultiDocument(void* package) override {
+        if (package != nullptr)
+            static_cast<Module*>(package)->multiDocument = true;
+    }
+
+  private:
+    ModuleHost& host_;
+};
+
+ModuleHost::ModuleHost() : registry_(std::make_unique<Registry>(*this)) {
+    currentHost = this;
+}
+
+ModuleHost::~ModuleHost() {
+    while (!modules_.empty()) {
+        modules_.back()->mayUnload = true;
+        unload(modules_.back()->name);
+    }
+    if (currentHost == this)
+        currentHost = nullptr;
+}
+
+ModuleHost* ModuleHost::current() {
+    return currentHost;
+}
+
+mirdane::MdRxSysRegistry& ModuleHost::registry() {
+    return *registry_;
+}
+
+ModuleHost::Module* ModuleHost::find(std::string_view name) {
+    for (const auto& module : modules_)
+        if (sameName(module->name, name))
+            return module.get();
+    return nullptr;
+}
+
+ModuleResult ModuleHost::load(const std::string& path) {
+    const std::string name = std::filesystem::path(path).filename().string();
+    if (find(name) != nullptr)
+        return {false, name + ": is loaded already"};
+    void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr)
+        return {false, std::string("cannot be loaded: ") + ::dlerror()};
+    auto refuse = [&](const char* why) {
+        ::dlclose(library);
+        return ModuleResult{false, name + ": " + why};
+    };
+    const auto version = reinterpret_cast<GetVersion>(::dlsym(library, "mdrxGetApiVersion"));
+    const auto entry = reinterpret_cast<EntryPoint>(::dlsym(library, "mdrxEntryPoint"));
+    if (version == nullptr || entry == nullptr)
+        return refuse("is no module: it lacks the entry points");
+    if (version() != mirdane::kModuleApiVersion)
+        return refuse("is a module for another version of the host");
+
+    auto module = std::make_unique<Module>();
+    module->name = name;
+    module->library = library;
+    module->entry = entry;
+    Module* loaded = module.get();
+    modules_.push_back(std::move(module));
+    loadedNames_.push_back(name);
+    loaded->entry(mirdane::kInitAppMessage, loaded);
+    loaded->entry(mirdane::kLoadDrawingMessage, loaded);
+    return {true, {}};
+}
+
+ModuleResult ModuleHost::unload(std::string_view name) {
+    Module* module = find(name);
+    if (module == nullptr)
+        return {false, std::string(name) + ": is not loaded"};
+    if (!module->mayUnload)
+        return {false, module->name + ": does not allow its unloading"};
+    module->entry(mirdane::kUnloadDrawingMessage, module);
+    module->entry(mirdane::kUnloadAppMessage, module);
+    ::dlclose(module->library);
+    std::erase_if(loadedNames_, [&](const std::string& loaded) { return sameName(loaded, name); });
+    std::erase_if(modules_, [&](const auto& candidate) { return candidate.get() == module; });
+    return {true, {}};
+}
+
+void ModuleHost::send(int message) {
+    for (const auto& module : modules_)
+        module->entry(message, module.get());
+}
+
+ModuleResult ModuleHost::run(std::string_view name) {
+    const auto command = std::find_if(commands_.begin(), commands_.end(), [&](const RegisteredCommand& candidate) {
+        return sameName(candidate.globalName, name) || sameName(candidate.localName, name);
+    });
+    if (command == commands_.end())
+        return {false, std::string(name) + ": no such command"};
+    // The handler may load or unload commands, so that the entry must not be held on to.
+    const std::string title = command->globalName;
+    const mirdane::CommandHandler handler = command->handler;
+    try {
+        handler();
+    } catch (const std::exception& error) {
+        ModuleResult failed{false, title + ": " + error.what()};
+        say(failed.message);
+        return failed;
+    } catch (...) {
+        ModuleResult failed{false, title + ": ended by an unknown exception"};
+        say(failed.message);
+        return failed;
+    }
+    return {true, {}};
+}
+
+void ModuleHost::say(const std::string& line) const {
+    if (lineHandler_)
+        lineHandler_(line);
+}
+
+void ModuleHost::markLoaded(std::string_view name) {
+    for (const std::string& loaded : loadedNames_)
+        if (sameName(loaded, name))
+            return;
+    loadedNames_.emplace_back(name);
+}
+
+// The services of the map modules are built into this host, so that loading one is a matter of the list. Any other
+// name is refused: modules come by their path.
+mirdane::Status ModuleHost::loadByName(std::string_view name) {
+    loadRequests_.emplace_back(name);
+    if (!sameName(name, "mdmap.mdm") && !sameName(name, "mdmapade.mdm"))
+        return 1;
+    markLoaded(name);
+    return 0;
+}
+
+int ModuleHost::define(std::string_view name, int code) {
+    functions_[std::string(name)] = code;
+    return 0;
+}
+
+int ModuleHost::undefine(std::string_view name) {
+    return functions_.erase(std::string(name)) == 0 ? 1 : 0;
+}
+
+} // namespace fenmark::host::embedded
+
+namespace mirdane {
+
+using fenmark::host::embedded::ModuleHost;
+
+MdRxSysRegistry* mdrxSysRegistry() {
+    return ModuleHost::current() != nullptr ? &ModuleHost::current()->registry() : nullptr;
+}
+
+// Modules here bring no custom classes; the host's own hierarchy is that of the language.
+void mdrxBuildClassHierarchy() {}
+
+void deleteMdRxClass(MdRxClass* entry) {
+    delete entry;
+}
+
+int mdedDefun(std::string_view name, int code) {
+    return ModuleHost::current() != nullptr ? ModuleHost::current()->define(name, code) : 1;
+}
+
+int mdedUndef(std::string_view name, int) {
+    return ModuleHost::current() != nullptr ? ModuleHost::current()->undefine(name) : 1;
+}
+
+// This host has no script language, so that a function is known by name and never called.
+int mdedRegFunc(CallableFunction, int) {
+    return 0;
+}
+
+int mdedGetFunCode() {
+    return -1;
+}
+
+std::vector<ResultEntry> mdedMdmLoaded() {
+    std::vector<ResultEntry> list;
+    if (ModuleHost::current() != nullptr)
+        for (const std::string& name : ModuleHost::current()->loadedNames())
+            list.push_back({kStringEntry, name});
+    return list;
+}
+
+Status mdedMdmLoad(std::string_view name) {
+    return ModuleHost::current() != nullptr ? ModuleHost::current()->loadByName(name) : 1;
+}
+
+void InitMdUiDLL() {
+    if (ModuleHost::current() != nullptr)
+        ModuleHost::current()->readyUi();
+}
+
+} // namespace mirdane

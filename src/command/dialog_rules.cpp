@@ -87,4 +87,8 @@ bool parseShiftDistance(std::string_view text, double& metres) {
     return metres > 0.0;
 }
 
+std::string brokenOffText(const sima::SimaReader& reader, const std::exception& error) {
+    return reader.filePath + ":" + std::to_string(reader.lineNumber) + ": " + error.what();
+}
+
 } // namespace fenmark::command

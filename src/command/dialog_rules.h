@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,5 +44,8 @@ std::optional<std::int64_t> modificationTime(const std::string& path);
 // The shift distance in metres that an input field holds; false if it is refused. The value is given out whenever
 // the characters pass, also where it is then refused for not being above 0.
 bool parseShiftDistance(std::string_view text, double& metres);
+
+// What a host says of a pass that an exception ended: path, number of the input line, and why.
+std::string brokenOffText(const sima::SimaReader& reader, const std::exception& error);
 
 } // namespace fenmark::command

@@ -1,5 +1,6 @@
 #include "module/fenmark_app.h"
 
+#include "command/dialog_rules.h"
 #include "command/import_command.h"
 #include "host/adapter/host_adapter.h"
 #include "module/map_modules.h"
@@ -8,6 +9,8 @@
 #include "ui/dialogs/ui_dialogs.h"
 
 #include <QWidget>
+
+#include <stdexcept>
 
 namespace fenmark::module {
 
@@ -21,10 +24,18 @@ mirdane::MdApDataManager<CDocData> docData;
 } // namespace
 
 void runFenmark() {
-    host::adapter::HostAdapter host;
+    host::HostAdapter host;
     ui::UiDialogs dialogs(static_cast<QWidget*>(mirdane::mdsw_mirdanMainWnd()));
     sima::SimaReader reader;
-    command::Fenmark(host, dialogs, lastRun, reader);
+    try {
+        command::Fenmark(host, dialogs, lastRun, reader);
+    } catch (const std::invalid_argument& error) {
+        // A record too short for a field ends the command. The host says so in one line, so the line is told here; an
+        // exception of the dialog's preview has it already.
+        if (reader.lineNumber == 0)
+            throw;
+        throw std::invalid_argument(command::brokenOffText(reader, error));
+    }
 }
 
 void runNothing() {}

@@ -229,5 +229,15 @@ TEST_F(ImportForm, AnExceptionOfThePreviewLeavesTheForm) {
     EXPECT_THROW(FenmarkForm(nullptr, state(path), answers.services()), std::invalid_argument);
 }
 
+TEST_F(ImportForm, AnExceptionAfterAChoiceOfFileEndsTheFormAndIsKeptForTheCaller) {
+    FenmarkForm form(nullptr, state(files.write("a.sim", kPointsOnly)), answers.services());
+    form.show();
+    answers.chosen = QString::fromStdString(files.write("b.sim", "I00\nI99,\n"));
+    QTest::mouseClick(control<QPushButton>(form, 206), Qt::LeftButton);
+    EXPECT_FALSE(form.isVisible());
+    ASSERT_TRUE(form.failure());
+    EXPECT_THROW(std::rethrow_exception(form.failure()), std::invalid_argument);
+}
+
 } // namespace
 } // namespace fenmark::ui::test

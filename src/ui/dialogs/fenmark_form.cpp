@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include <initializer_list>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -99,8 +100,12 @@ void FenmarkForm::scan() {
     state_.reader = sima::SimaReader();
     const sima::ReadContext context{
         .sink = nullptr, .progress = services_.progress, .host = nullptr, .encoding = services_.encoding};
-    if (state_.reader.previewScan(state_.filePath, context) != 0)
-        path_->clear();
+    try {
+        if (state_.reader.previewScan(state_.filePath, context) != 0)
+            path_->clear();
+    } catch (const std::invalid_argument& error) {
+        throw std::invalid_argument(command::brokenOffText(state_.reader, error));
+    }
     command::countFromPreview(state_.reader, state_.options);
 }
 
@@ -168,7 +173,13 @@ void FenmarkForm::browse() {
     }
     state_.options = sima::SimaImportOptions();
     path_->setText(*chosen);
-    scan();
+    try {
+        scan();
+    } catch (...) {
+        failure_ = std::current_exception();
+        reject();
+        return;
+    }
     refreshRows();
 }
 

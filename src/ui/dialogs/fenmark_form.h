@@ -10,6 +10,7 @@
 #include <QLineEdit>
 
 #include <array>
+#include <exception>
 #include <functional>
 #include <optional>
 
@@ -40,6 +41,10 @@ class FenmarkForm : public Form, public treelist::TreeListParent {
     // What the form held when it closed, handed over without a copy.
     command::ImportDialogState takeState() { return std::move(state_); }
 
+    // An exception of the preview after a choice of file, which ended the form; null if there was none. It may not
+    // pass through the event loop, so that the caller raises it again.
+    std::exception_ptr failure() const { return failure_; }
+
     int treeListNotify(const treelist::TreeListNotification& notification) override;
 
   public slots:
@@ -63,6 +68,7 @@ class FenmarkForm : public Form, public treelist::TreeListParent {
     treelist::CTreeListCtrl* tree_ = nullptr;
     QPushButton* log_ = nullptr;
     QPushButton* import_ = nullptr;
+    std::exception_ptr failure_;
     treelist::CTreeListItem* root_ = nullptr;
     std::array<treelist::CTreeListItem*, sima::kImportKinds> rows_{};
 };

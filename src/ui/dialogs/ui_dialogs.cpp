@@ -17,6 +17,8 @@ bool UiDialogs::showImport(command::ImportDialogState& state) {
     services.encoding = encoding_;
     FenmarkForm form(parent_, std::move(state), std::move(services));
     const bool accepted = form.exec() == QDialog::Accepted;
+    if (form.failure())
+        std::rethrow_exception(form.failure());
     state = form.takeState();
     return accepted;
 }

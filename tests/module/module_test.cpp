@@ -1,0 +1,154 @@
+// The module in a host: entry points, messages, commands, map modules, unloading. The module is the built library.
+#include "host/embedded/embedded_host.h"
+#include "host/embedded/module_host.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QPushButton>
+#include <QTimer>
+
+#include <dlfcn.h>
+
+#include <gtest/gtest.h>
+
+namespace fenmark::host::embedded {
+namespace {
+
+const std::string kModule = FENMARK_MODULE_PATH;
+
+struct ModuleInHost : ::testing::Test {
+    EmbeddedHost host;
+    ModuleHost modules;
+    std::vector<std::string> said;
+
+    void SetUp() override {
+        modules.onLine([this](const std::string& line) { said.push_back(line); });
+    }
+    void load() {
+        const ModuleResult result = modules.load(kModule);
+        ASSERT_TRUE(result.ok) << result.message;
+    }
+    std::vector<std::string> siteNames() {
+        std::vector<std::string> names;
+        for (const auto& site : host.drawing().sites())
+            names.push_back(site.name);
+        return names;
+    }
+    // Clicks the button of the next modal dialog as soon as it is there.
+    static void answerNextDialog(const QString& button) {
+        auto* timer = new QTimer(qApp);
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, button] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog == nullptr)
+                return;
+            timer->deleteLater();
+            dialog->findChild<QPushButton*>(button)->click();
+        });
+        timer->start(1);
+    }
+};
+
+TEST_F(ModuleInHost, RegistersItsThreeModalCommandsInItsGroup) {
+    load();
+    ASSERT_EQ(modules.commands().size(), 3U);
+    const char* names[] = {"Fenmark", "Fenmarks", "Fenmark2"};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(modules.commands()[i].group, "QMRFenmark");
+        EXPECT_EQ(modules.commands()[i].globalName, names[i]);
+        EXPECT_EQ(modules.commands()[i].localName, names[i]);
+        EXPECT_EQ(modules.commands()[i].flags, 1U);
+    }
+    EXPECT_EQ(modules.uiReadied(), 1);
+}
+
+TEST_F(ModuleInHost, LoadsTheMapModuleBeforeTheMapDataModule) {
+    load();
+    EXPECT_EQ(modules.loadRequests(), (std::vector<std::string>{"mdmap.mdm", "MdMapAde.mdm"}));
+}
+
+TEST_F(ModuleInHost, IssuesNoLoadWithBothMapModulesLoaded) {
+    modules.markLoaded("mdmap.mdm");
+    modules.markLoaded("mdmapade.mdm");
+    load();
+    EXPECT_TRUE(modules.loadRequests().empty());
+}
+
+TEST_F(ModuleInHost, LoadsOnlyTheMapModuleWhenTheOtherIsThereAlready) {
+    modules.markLoaded("mdmapade.mdm");
+    load();
+    EXPECT_EQ(modules.loadRequests(), std::vector<std::string>{"mdmap.mdm"});
+}
+
+TEST_F(ModuleInHost, ComparesTheNamesOfMapModulesInLowerCase) {
+    modules.markLoaded("MDMAP.MDM");
+    modules.markLoaded("MdMapAde.mdm");
+    load();
+    EXPECT_TRUE(modules.loadRequests().empty());
+}
+
+TEST_F(ModuleInHost, TheIdleCommandsNeitherFailNorPrintAnything) {
+    load();
+    EXPECT_TRUE(modules.run("Fenmarks").ok);
+    EXPECT_TRUE(modules.run("fenmark2").ok);
+    EXPECT_TRUE(said.empty());
+    EXPECT_TRUE(host.messageBoxes().empty());
+    EXPECT_TRUE(siteNames().empty());
+}
+
+TEST_F(ModuleInHost, TheDefaultSiteStandsInTheDrawingEvenIfTheDialogIsClosed) {
+    load();
+    answerNextDialog(QStringLiteral("id2"));
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_EQ(siteNames(), std::vector<std::string>{"サイト"});
+    EXPECT_EQ(EmbeddedHost::liveAutomationReferences(), 0);
+    EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
+}
+
+TEST_F(ModuleInHost, UnloadingRemovesTheCommandsAndTheModuleLoadsAgain) {
+    load();
+    EXPECT_FALSE(modules.load(kModule).ok);
+    EXPECT_TRUE(modules.unload("FENMARK.MDM").ok);
+    EXPECT_TRUE(modules.commands().empty());
+    EXPECT_FALSE(modules.unload("Fenmark.mdm").ok);
+    EXPECT_FALSE(modules.run("Fenmark").ok);
+    load();
+    EXPECT_EQ(modules.commands().size(), 3U);
+}
+
+TEST_F(ModuleInHost, ItsDataManagerHearsOfDocumentsThatEnd) {
+    load();
+    Document& second = host.newDocument();
+    host.closeDocument(second);
+    EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
+    // No reactor is left behind that a further document could call.
+    Document& third = host.newDocument();
+    host.closeDocument(third);
+    EXPECT_EQ(host.documents().size(), 1U);
+}
+
+TEST_F(ModuleInHost, EveryOtherMessageReturnsZero) {
+    load();
+    void* library = ::dlopen(kModule.c_str(), RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(library, nullptr);
+    const auto entry = reinterpret_cast<int (*)(int, void*)>(::dlsym(library, "mdrxEntryPoint"));
+    ASSERT_NE(entry, nullptr);
+    for (int message : {-1, 0, 3, 4, 5, 6, 10, 15, 16, 1000})
+        EXPECT_EQ(entry(message, nullptr), 0) << message;
+    EXPECT_EQ(reinterpret_cast<int (*)()>(::dlsym(library, "mdrxGetApiVersion"))(), mirdane::kModuleApiVersion);
+    EXPECT_TRUE(modules.callableFunctions().empty());
+    ::dlclose(library);
+}
+
+TEST_F(ModuleInHost, ALibraryThatIsNoModuleIsRefusedWithAReason) {
+    EXPECT_FALSE(modules.load("/no/such/module.mdm").ok);
+    EXPECT_FALSE(modules.load("libm.so.6").ok);
+    EXPECT_TRUE(modules.loadedNames().empty());
+}
+
+TEST_F(ModuleInHost, AnUnknownCommandIsAnsweredInOneLine) {
+    load();
+    EXPECT_EQ(modules.run("Fenmark3").message, "Fenmark3: no such command");
+}
+
+} // namespace
+} // namespace fenmark::host::embedded

@@ -54,7 +54,10 @@ int ali_makangR(Calelm* rec, int end_given) {
     const double sweep = rec->len / rec->par;
     double other_calc[2];
     ali_KEnPntb(from_start ? rec->dir : -rec->dir, c_calc, known_calc, sweep, other_calc);
-    if (!std::isfinite(other_calc[0]) || !std::isfinite(other_calc[1]) || !std::isfinite(sweep)) {
+    const double other_x = roundLength(other_calc[0]);
+    const double other_y = roundedSurveyY(other_calc[1]);
+    if (!std::isfinite(other_x) || !std::isfinite(other_y) || !std::isfinite(sweep) ||
+        !std::isfinite(roundAngle(rec->par)) || !std::isfinite(roundLength(rec->len))) {
         return -1;
     }
     double sang_calc = 0.0;
@@ -63,14 +66,13 @@ int ali_makangR(Calelm* rec, int end_given) {
     double short_length = 0.0;
     ali_KEnAng(from_start ? known_calc : other_calc, from_start ? other_calc : known_calc, rec->dir, rec->par,
                c_calc[0], c_calc[1], &sang_calc, &eang_calc, &short_sweep, &short_length);
-    const double other_y = roundedSurveyY(other_calc[1]);
     if (from_start) {
-        rec->ex = roundLength(other_calc[0]);
+        rec->ex = other_x;
         rec->ey = other_y;
         rec->sang = otherPlaneAngle(known_tangent_calc);
         rec->eang = otherPlaneAngle(roundAngle(eang_calc));
     } else {
-        rec->sx = roundLength(other_calc[0]);
+        rec->sx = other_x;
         rec->sy = other_y;
         rec->sang = otherPlaneAngle(roundAngle(sang_calc));
         rec->eang = otherPlaneAngle(known_tangent_calc);

@@ -13,6 +13,17 @@ using namespace fenmark::alignment;
 
 namespace {
 
+// Gives out a rounded point with its tangent; -1 when the coordinates are beyond what can be rounded.
+int writeRounded(Point on_survey, double tangent_calc, double point[2], double* tangent) {
+    if (!std::isfinite(on_survey.x) || !std::isfinite(on_survey.y)) {
+        return -1;
+    }
+    point[0] = on_survey.x;
+    point[1] = on_survey.y;
+    *tangent = otherPlaneAngle(roundAngle(tangent_calc));
+    return 0;
+}
+
 // Point off an element, from the point and tangent on it. In the survey plane the left of a tangent is at -pi / 2.
 int offElement(int status, const double on[2], double tangent, double angle, double d, double point[2]) {
     if (status != 0) {
@@ -50,10 +61,7 @@ int ali_onlS(const Calelm* rec, double s, double point[2], double* tangent) {
     if (status != 0) {
         return status;
     }
-    point[0] = roundLength(on_calc[0]);
-    point[1] = roundedSurveyY(on_calc[1]);
-    *tangent = otherPlaneAngle(roundAngle(angle_calc));
-    return 0;
+    return writeRounded({roundLength(on_calc[0]), roundedSurveyY(on_calc[1])}, angle_calc, point, tangent);
 }
 
 int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent) {
@@ -78,10 +86,8 @@ int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent) {
     double sweep = 0.0;
     double length = 0.0;
     ali_KEnAng(start_calc, on_calc, rec->dir, R, 0.0, 0.0, &sang_calc, &tangent_calc, &sweep, &length);
-    point[0] = roundLength(on_calc[0] + rec->k1);
-    point[1] = roundedSurveyY(on_calc[1] - rec->k2);
-    *tangent = otherPlaneAngle(roundAngle(tangent_calc));
-    return 0;
+    return writeRounded({roundLength(on_calc[0] + rec->k1), roundedSurveyY(on_calc[1] - rec->k2)}, tangent_calc, point,
+                        tangent);
 }
 
 int ali_onlA(const Calelm* rec, double s, double point[2], double* tangent) {

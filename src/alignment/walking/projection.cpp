@@ -87,9 +87,14 @@ int ali_projR(const Calelm* rec, const double p[2], double foot[2], double* stat
     }
     double on_calc[2];
     ali_KEnPntb(rec->dir, origin, start_calc, U, on_calc);
-    foot[0] = roundLength(on_calc[0]) + rec->k1;
-    foot[1] = -(roundLength(on_calc[1]) - rec->k2);
-    *station = roundLength(U * R);
+    const Point foot_survey{roundLength(on_calc[0]) + rec->k1, -(roundLength(on_calc[1]) - rec->k2)};
+    const double s = roundLength(U * R);
+    if (!std::isfinite(foot_survey.x) || !std::isfinite(foot_survey.y) || !std::isfinite(s)) {
+        return -1;
+    }
+    foot[0] = foot_survey.x;
+    foot[1] = foot_survey.y;
+    *station = s;
     return 0;
 }
 

@@ -36,8 +36,8 @@ inline Outcome judge(int status, std::span<const Calelm> made, std::span<const C
     return {Found::expected, {}};
 }
 
-/// Runs the cases and requires the expected chain in all but `other_allowed` of them, where another tangent chain will
-/// do.
+/// Runs the cases, a quarter of them heading along the axes, and requires the expected chain in all but `other_allowed`
+/// of them, where another tangent chain will do.
 template <class Case>
 void sweep(std::uint64_t seed, Case run, int other_allowed = 0) {
     Random random(seed);
@@ -46,6 +46,7 @@ void sweep(std::uint64_t seed, Case run, int other_allowed = 0) {
     std::string first_other;
     std::string first_failed;
     for (int i = 0; i < cases_per_sweep; ++i) {
+        random.head_along_axes(i % 4 == 3);
         const Outcome outcome = run(random);
         const std::string text = "seed " + std::to_string(seed) + " case " + std::to_string(i) + ": " + outcome.why;
         if (outcome.found == Found::failed && failed++ == 0) {

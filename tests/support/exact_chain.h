@@ -457,8 +457,16 @@ class Random {
         const double reach = far ? 500.0 : 100.0;
         const double x = (far ? -36000.0 : 0.0) + uniform(-reach, reach);
         const double y = (far ? 12000.0 : 0.0) + uniform(-reach, reach);
-        return {x, y, uniform(0.0, 2.0 * std::numbers::pi)};
+        if (!cardinal_) {
+            return {x, y, uniform(0.0, 2.0 * std::numbers::pi)};
+        }
+        constexpr double beside[] = {0.0, 0.0, 1e-6, -1e-6, 9e-6, -9e-6, 1.1e-5, -1.1e-5};
+        const double azimuth = std::numbers::pi / 2.0 * pick(4) + beside[pick(8)];
+        return {x, y, wrap_2pi(azimuth)};
     }
+    /// From now on poses head north, east, south or west, exactly or by less or little more than 1e-5 beside: where
+    /// azimuths wrap, and where those below 1e-5 fall to 0 on their way between the planes.
+    void head_along_axes(bool cardinal) { cardinal_ = cardinal; }
     /// Radius in metres of a road or track, 15 to 1000, the small ones as likely as the large ones.
     double radius(double low = 15.0, double high = 1000.0) { return std::exp(uniform(std::log(low), std::log(high))); }
     /// Clothoid parameter that suits the radius: R/A between 0.9 and 3, so tau between 0.06 and 0.62.
@@ -469,6 +477,7 @@ class Random {
   private:
     std::uint64_t seed_;
     std::mt19937_64 engine_;
+    bool cardinal_ = false;
 };
 
 } // namespace fenmark::exact

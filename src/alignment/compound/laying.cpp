@@ -64,12 +64,24 @@ int layClothoid(Vec origin, Vec axis, double turn, double parameter, double flat
     made.r2 = sharpFirst ? flat : sharp;
     setStart(made, sharpFirst ? sharpEnd : flatEnd);
     setEnd(made, sharpFirst ? flatEnd : sharpEnd);
+    const int status = completeClothoid(made);
+    if (status == 0) {
+        clothoid = made;
+    }
+    return status;
+}
+
+int completeClothoid(Calelm& clothoid) {
+    Calelm made = clothoid;
     const int status = signed16(ali_makA(&made));
     if (status < 0) {
         return status;
     }
+    // A chord within 1.389e-6 of the standard chord's direction counts as having it. That turns the element by so
+    // little, but carries its sharp end away (status 2): the points that the chain was laid with stay.
+    setStart(made, startOf(clothoid));
+    setEnd(made, endOf(clothoid));
     clothoid = made;
-    // A moved sharp end (2) cannot happen beyond the last bits: both points come from the series that it is moved to.
     return 0;
 }
 

@@ -60,7 +60,7 @@ int layAt(const Chain& given, Vec centre, Chain& laid) {
     laid.r2.ex = end[0];
     laid.r2.ey = end[1];
     Calelm clothoid = inOtherPlane(laid.a);
-    if (signed16(ali_makA(&clothoid)) < 0) {
+    if (completeClothoid(clothoid) != 0) {
         return -1;
     }
     const double leaves = -clothoid.sang;
@@ -154,7 +154,7 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
         status = signed16(ali_makR(&placed));
     }
     if (status == 0) {
-        status = signed16(ali_makA(&made[1]));
+        status = completeClothoid(made[1]);
     }
     if (status != 0) {
         return status;

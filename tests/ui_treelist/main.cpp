@@ -1,10 +1,12 @@
-// Runs the tests of the tree list control on widgets that need no screen.
+// Runs the tests of the tree list control on widgets that need no screen, or on the display that the caller names.
 #include <QApplication>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     // Scale factors of the desktop would change the pixels that are tested.
     qputenv("QT_SCALE_FACTOR", "1");
     QApplication app(argc, argv);

@@ -1,0 +1,196 @@
+// The log: texts, file name, and the file to the byte.
+#include "support.h"
+
+#include "sima/log/sima_log.h"
+
+#include <gtest/gtest.h>
+
+#include <system_error>
+
+namespace fenmark::sima {
+
+using test::cp932;
+using test::Lines;
+using test::TempFolder;
+using test::texts;
+
+TEST(SimaLog, WritesLineNumbersInFiveDigitsOrMore) {
+    SimaLog log;
+    log.coordinateBegin(0);
+    log.coordinateBegin(12345);
+    log.coordinateBegin(1234567);
+    log.coordinateBegin(2147483647);
+    EXPECT_EQ(texts(log.lines()),
+              (Lines{"00000 A00 座標データの読み込み開始", "12345 A00 座標データの読み込み開始",
+                     "1234567 A00 座標データの読み込み開始", "2147483647 A00 座標データの読み込み開始"}));
+}
+
+TEST(SimaLog, ReplacesPlaceholdersInItsTemplatesOnly) {
+    SimaLog log;
+    log.crossSectionItem(7, "<Number><SectionName>");
+    log.version(8, "<Version>");
+    log.routeEnd(9, true, 2, 1, "<AlignmentName>");
+    EXPECT_EQ(log.lines()[0], "00007 I01 断面 <Number><SectionName> データを処理");
+    EXPECT_EQ(log.lines()[1], "00008 G01 SIMAのバージョン： <Version>\n");
+    EXPECT_EQ(log.lines()[3], "          平面線形”<AlignmentName>”");
+}
+
+TEST(SimaLog, EndsLotsInThreeWays) {
+    SimaLog log;
+    log.lotEnd(1, true, 4, false);
+    log.lotEnd(2, true, 3, true);
+    log.lotEnd(3, false, 0, false);
+    EXPECT_EQ(texts(log.lines()), (Lines{"00001 D99 画地データの読み込み終了", "          4点の構成点\n",
+                                         "00002 D99 画地データの読み込み終了", "          3点の構成点",
+                                         "          三斜データは読み込みません\n", "00003 D99 画地データの読み込み終了",
+                                         "ERROR     画地を作成できませんでした\n"}));
+}
+
+TEST(SimaLog, KeepsBlocksOfFourLines) {
+    SimaLog log;
+    log.errorBlock("ErrA01-1 点番号が５桁以下の整数ではありません。", "00012行目 A01,x,KP1,100.000,200.000,,");
+    EXPECT_EQ(texts(log.errors()),
+              (Lines{"ERROR --------------------------------------------------------",
+                     "ErrA01-1 点番号が５桁以下の整数ではありません。", "00012行目 A01,x,KP1,100.000,200.000,,",
+                     "--------------------------------------------------------------"}));
+    EXPECT_EQ(log.errorCount(), 1);
+}
+
+TEST(SimaLog, KeepsItsCounterWhenCleared) {
+    SimaLog log;
+    log.errorBlock("a", "b");
+    log.finished(1);
+    log.clear();
+    EXPECT_TRUE(log.lines().empty());
+    EXPECT_TRUE(log.errors().empty());
+    EXPECT_EQ(log.errorCount(), 1);
+}
+
+TEST(SimaLog, TakesFourCharactersOffThePathForItsName) {
+    const auto nameFor = [](std::string_view path) {
+        SimaLog log;
+        log.setFileName(path);
+        return log.fileName();
+    };
+    EXPECT_EQ(nameFor("a.sim"), "a_Input.log");
+    EXPECT_EQ(nameFor("/x/座標.SIM"), "/x/座標_Input.log");
+    EXPECT_EQ(nameFor("a.json"), "a._Input.log");
+    EXPECT_EQ(nameFor("座標データ"), "座_Input.log");
+    EXPECT_EQ(nameFor("sim"), "_Input.log");
+}
+
+TEST(SimaLog, WritesBannerLinesAndBlocksInCodePage932WithLineEndsOfTextMode) {
+    const TempFolder folder;
+    SimaLog log;
+    log.errorBlock("one", "two");
+    log.coordinateBegin(1);
+    log.version(2, "3");
+    log.finished(2);
+    log.setFileName(folder.path("a.sim"));
+    log.writeAll();
+    EXPECT_EQ(
+        TempFolder::read(folder.path("a_Input.log")),
+        "----- Brindlow\x81\x40Version1.0 -----\r\n\r\n"
+        "00001 A00 \x8D\xC0\x95\x57\x83\x66\x81\x5B\x83\x5E\x82\xCC\x93\xC7\x82\xDD\x8D\x9E\x82\xDD\x8A\x4A\x8E\x6E"
+        "\r\n" +
+            cp932("00002 G01 SIMAのバージョン： 3\r\n\r\n"
+                  "00002     読み込み終了\r\n"
+                  "ERROR --------------------------------------------------------\r\n"
+                  "one\r\n"
+                  "two\r\n"
+                  "--------------------------------------------------------------\r\n"));
+}
+
+TEST(SimaLog, EndsBehindTheProcessLinesIfThereAreNoErrors) {
+    const TempFolder folder;
+    SimaLog log;
+    log.finished(0);
+    log.setFileName(folder.path("a.sim"));
+    log.writeAll();
+    EXPECT_EQ(TempFolder::read(log.fileName()),
+              cp932("----- Brindlow　Version1.0 -----\r\n\r\n00000     読み込み終了\r\n"));
+}
+
+TEST(SimaLog, KeepsALoneCarriageReturn) {
+    const TempFolder folder;
+    SimaLog log;
+    log.errorBlock("x", "a\rb");
+    log.setFileName(folder.path("a.sim"));
+    log.writeErrorsOnly();
+    EXPECT_NE(TempFolder::read(log.fileName()).find("\r\na\rb\r\n"), std::string::npos);
+}
+
+TEST(SimaLog, WritesAgainOverTheFileAndAppendsBehindIt) {
+    const TempFolder folder;
+    SimaLog log;
+    log.setFileName(folder.path("a.sim"));
+    log.appendLines({"first"});
+    EXPECT_EQ(TempFolder::read(log.fileName()), "first\r\n") << "appending creates the file";
+    log.errorBlock("x", "y");
+    log.writeErrorsOnly();
+    log.writeErrorsOnly();
+    const std::string errors = TempFolder::read(log.fileName());
+    EXPECT_EQ(errors, "ERROR --------------------------------------------------------\r\nx\r\ny\r\n"
+                      "--------------------------------------------------------------\r\n");
+    log.appendLines({"座標", "", "b\nc"});
+    EXPECT_EQ(TempFolder::read(log.fileName()), errors + cp932("座標\r\n\r\nb\r\nc\r\n"));
+    log.writeAll();
+    EXPECT_EQ(TempFolder::read(log.fileName()), cp932("----- Brindlow　Version1.0 -----\r\n\r\n") + errors);
+}
+
+TEST(SimaLog, RaisesWhenItsFileCannotBeWritten) {
+    const TempFolder folder;
+    SimaLog log;
+    log.setFileName(folder.path("missing/a.sim"));
+    EXPECT_THROW(log.writeAll(), std::system_error);
+    EXPECT_THROW(log.writeErrorsOnly(), std::system_error);
+    EXPECT_THROW(log.appendLines({"x"}), std::system_error);
+    if (std::filesystem::exists("/dev/full")) {
+        SimaLog full;
+        full.finished(1);
+        std::filesystem::create_symlink("/dev/full", folder.path("full_Input.log"));
+        full.setFileName(folder.path("full.sim"));
+        EXPECT_THROW(full.writeAll(), std::system_error);
+    }
+}
+
+TEST(SimaLog, IsAValue) {
+    SimaLog log;
+    log.finished(1);
+    SimaLog copy = log;
+    copy.finished(2);
+    log.finished(3);
+    log.finished(4);
+    EXPECT_EQ(texts(copy.lines()), (Lines{"00001     読み込み終了", "00002     読み込み終了"}));
+    EXPECT_EQ(texts(log.lines()),
+              (Lines{"00001     読み込み終了", "00003     読み込み終了", "00004     読み込み終了"}));
+    copy.clear();
+    EXPECT_EQ(log.lines().size(), 3U);
+}
+
+TEST(TextList, HoldsTextsOfAnySize) {
+    TextList list;
+    std::vector<std::string> expected;
+    for (std::size_t i = 0; i < 3000; ++i)
+        expected.emplace_back(i % 7 == 0 ? i * 5 : i % 50, static_cast<char>('a' + i % 26));
+    expected.emplace_back(5'000'000, 'x');
+    expected.emplace_back();
+    for (const std::string& text : expected)
+        list.append(text);
+    ASSERT_EQ(list.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(list[i], expected[i]);
+    EXPECT_THROW((void)list[expected.size()], std::invalid_argument);
+}
+
+TEST(BaseNameOf, StandsBetweenTheLastSeparatorAndTheLastPoint) {
+    EXPECT_EQ(baseNameOf("C:\\data\\a.b.sim"), "a.b");
+    EXPECT_EQ(baseNameOf("a.sim"), "a");
+    EXPECT_EQ(baseNameOf("a"), "a");
+    EXPECT_EQ(baseNameOf("x.y\\a"), "a");
+#ifndef _WIN32
+    EXPECT_EQ(baseNameOf("/data/a.sim"), "a");
+#endif
+}
+
+} // namespace fenmark::sima

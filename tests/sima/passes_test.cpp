@@ -1,0 +1,415 @@
+// The two passes as a whole: opening, line steps, dispatch, progress, binding of routes.
+#include "support.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <system_error>
+
+namespace fenmark::sima {
+
+using test::fullRead;
+using test::joined;
+using test::Lines;
+using test::Pass;
+using test::preview;
+using test::readAfterPoints;
+using test::TempFolder;
+
+namespace {
+
+// Writes down what the window is told.
+class WindowNotes : public ProgressFactory {
+  public:
+    std::vector<std::string> notes;
+    std::vector<std::int64_t> positions;
+    std::size_t pumps = 0;
+    bool makesWindow = true;
+
+    std::unique_ptr<Progress> create(std::string_view title, bool smooth) override {
+        notes.push_back("create " + std::string(title) + (smooth ? " smooth" : ""));
+        return makesWindow ? std::make_unique<Window>(*this) : nullptr;
+    }
+
+  private:
+    class Window : public Progress {
+      public:
+        explicit Window(WindowNotes& notes) : notes_(notes) {}
+        ~Window() override { notes_.notes.emplace_back("destroy"); }
+        std::int32_t goModal(std::string_view title, bool) override {
+            notes_.notes.push_back("modal " + std::string(title));
+            return 0;
+        }
+        void setRange(std::int64_t lower, std::int64_t upper, std::int32_t step) override {
+            notes_.notes.push_back("range " + std::to_string(lower) + " " + std::to_string(upper) + " " +
+                                   std::to_string(step));
+        }
+        void setText(std::string_view text) override { notes_.notes.push_back("text " + std::string(text)); }
+        void setPosition(std::int64_t position) override { notes_.positions.push_back(position); }
+        void pump() override {
+            ++notes_.pumps;
+            EXPECT_EQ(notes_.pumps, notes_.positions.size()) << "the position comes before the pump";
+        }
+
+      private:
+        WindowNotes& notes_;
+    };
+};
+
+// Knows alignments by "line <id>" and writes down its calls.
+class NamingHost : public host::HostBoundary {
+  public:
+    std::vector<std::string> calls;
+
+    host::DrawingWriter& drawingWriter() override { throw std::logic_error("not used"); }
+    host::ObjectDataWriter& objectDataWriter() override { throw std::logic_error("not used"); }
+    std::unique_ptr<host::CorridorUtility> makeCorridorUtility() override { return std::make_unique<Corridor>(calls); }
+
+  private:
+    class Corridor : public host::CorridorUtility {
+      public:
+        explicit Corridor(std::vector<std::string>& calls) : calls_(calls) {}
+        void connect() override { calls_.emplace_back("connect"); }
+        void disconnect() override { calls_.emplace_back("disconnect"); }
+        std::int32_t listSites(std::vector<std::string>&) override { return -1; }
+        std::int32_t createSite(std::string_view) override { return -1; }
+        std::int32_t findSite(std::string_view) override { return -1; }
+        std::int32_t collectAlignments(std::map<std::string, host::MdDbObjectId>&) override { return -1; }
+        host::MdDbObjectId createAlignment(std::string_view, std::string_view, std::string_view, double,
+                                           Array<EntityData>&) override {
+            return {};
+        }
+        std::string getAlignmentName(host::MdDbObjectId id) override {
+            calls_.push_back("name " + std::to_string(id.asUint64()));
+            return "line " + std::to_string(id.asUint64());
+        }
+        std::int32_t pointAtStation(host::MdDbObjectId, double, host::PlanPoint&) override { return -1; }
+        std::int32_t pointAtStationOffset(host::MdDbObjectId, double, double, host::PlanPoint&) override { return -1; }
+
+      private:
+        std::vector<std::string>& calls_;
+    };
+};
+
+std::int32_t fullReadOf(const std::string& path) {
+    SimaReader reader;
+    return reader.fullRead(path, {});
+}
+
+} // namespace
+
+TEST(Passes, ReadAnEmptyFile) {
+    const Pass full = fullRead("");
+    EXPECT_EQ(full.result, 0);
+    EXPECT_EQ(full.processLines(), Lines{"00000     読み込み終了"});
+    EXPECT_EQ(preview({}).result, 0);
+}
+
+TEST(Passes, CannotOpenWhatIsNoFile) {
+    const TempFolder folder;
+    SimaReader reader;
+    reader.log.finished(3);
+    WindowNotes window;
+    ReadContext context;
+    context.progress = &window;
+    EXPECT_EQ(reader.fullRead(folder.path("missing.sim"), context), -1);
+    EXPECT_TRUE(reader.log.lines().empty()) << "the model has been emptied all the same";
+    EXPECT_TRUE(window.notes.empty());
+    EXPECT_EQ(reader.baseName, "missing");
+    EXPECT_EQ(reader.previewScan(folder.path("missing.sim"), context), -1);
+    std::filesystem::create_directory(folder.path("folder.sim"));
+    EXPECT_EQ(fullReadOf(folder.path("folder.sim")), -1);
+    EXPECT_EQ(fullReadOf(""), -1);
+}
+
+TEST(Passes, DeriveTheBaseName) {
+    const auto baseName = [](std::string_view path) {
+        SimaReader reader;
+        reader.fullRead(path, {});
+        EXPECT_EQ(reader.filePath, path);
+        return reader.baseName;
+    };
+    EXPECT_EQ(baseName("C:\\data\\a.b.sim"), "a.b");
+    EXPECT_EQ(baseName("noextension"), "noextension");
+    EXPECT_EQ(baseName(".sim"), ".sim");
+    EXPECT_EQ(baseName("x\\.sim"), "");
+#ifndef _WIN32
+    EXPECT_EQ(baseName("/nowhere/地籍.sim"), "地籍");
+#endif
+}
+
+TEST(Passes, CountEveryLineWhateverItsEnd) {
+    EXPECT_EQ(fullRead("A00,\n\r\n  \r\nA99,").reader.lineNumber, 4);
+    EXPECT_EQ(fullRead("\n").reader.lineNumber, 1);
+    EXPECT_EQ(fullRead("A00,\rA99,\n").reader.lineNumber, 1) << "a lone CR ends no line";
+}
+
+TEST(Passes, KeepALoneCarriageReturnInsideAField) {
+    const Pass pass = fullRead("A00,\n A01,1,a\rb,1,2,,\t\r\r\nA99,\n");
+    ASSERT_EQ(pass.reader.points.size(), 1U);
+    EXPECT_EQ(pass.reader.points[0].name, "a\rb");
+    EXPECT_EQ(pass.errors(), Lines{});
+}
+
+TEST(Passes, ReadLinesLongerThanTheirBlocks) {
+    const std::string name(3'000'000, 'x');
+    const Pass pass = fullRead("A00,\nA01,1," + name + ",1,2,,\nA01,2," + name + ",1,2,,\nA99,\n");
+    ASSERT_EQ(pass.reader.points.size(), 2U);
+    EXPECT_EQ(pass.reader.points[1].name, name);
+    EXPECT_EQ(pass.reader.lineNumber, 4);
+}
+
+TEST(Passes, ReadLinesThatEndAtTheEndOfABlock) {
+    constexpr std::size_t kBlock = std::size_t{256} << 10;
+    for (std::size_t before = kBlock - 4; before <= kBlock + 4; ++before) {
+        const Pass pass = fullRead(std::string(before, 'x') + "\r\nA00,\r\nA01,1,P,1,2,,\r\nA99,");
+        EXPECT_EQ(pass.reader.lineNumber, 4);
+        EXPECT_EQ(pass.errors(), Lines{});
+        EXPECT_EQ(pass.reader.points.size(), 1U);
+    }
+}
+
+TEST(Passes, ReadNullsAndEndOfFileCharactersAsOrdinaryOnes) {
+    const Pass nulls = fullRead(std::string_view("\0\0\0\0\0\n\0\0\0,", 10));
+    EXPECT_EQ(nulls.result, 0);
+    EXPECT_EQ(nulls.reader.lineNumber, 2);
+    const Pass pass = fullRead("A00,\n\x1A\nA01,1,a\x1A,1,2,,\nA99,\n");
+    EXPECT_EQ(pass.errorCodes(), Lines{"ErrA001"});
+    EXPECT_EQ(pass.reader.points.size(), 1U);
+}
+
+TEST(Passes, IgnoreUnknownCodesAtTopLevelAndCountThem) {
+    const Pass pass =
+        fullRead({"Z00,test,", "Z01,x,", "C00,", "C03,1,2,", "a00,", "A00 ,", "A0", "A000,", "", "Z01,y,"});
+    EXPECT_EQ(pass.errors(), Lines{});
+    EXPECT_EQ(pass.processLines(), Lines{"00010     読み込み終了"});
+    const PassedOver expected{{"comment: Z00", 1},
+                              {"outside any section: C00", 1},
+                              {"unknown code at top level: A0", 1},
+                              {"unknown code at top level: A00 ", 1},
+                              {"unknown code at top level: A000", 1},
+                              {"unknown code at top level: C03", 1},
+                              {"unknown code at top level: Z01", 2},
+                              {"unknown code at top level: a00", 1}};
+    EXPECT_EQ(pass.reader.passedOver, expected);
+}
+
+TEST(Passes, CountGarbageTogether) {
+    std::string text;
+    for (int i = 0; i < 1000; ++i)
+        text += "q" + std::to_string(i) + ",\n";
+    const Pass pass = fullRead(text);
+    EXPECT_LE(pass.reader.passedOver.size(), 65U);
+    EXPECT_EQ(pass.reader.passedOver.at("unknown code at top level"), 1000 - 64);
+}
+
+TEST(Passes, ActInFileOrder) {
+    const Pass pass = readAfterPoints({"F00,1,1,R,3,", "F99,", "I00,1,R,", "I99,", "D00,1,L,1,", "D99,", "H00,1,R,",
+                                       "H99,", "A00,", "A99,", "F00,1,1,R,6,", "F99,"});
+    EXPECT_EQ(pass.sink.calls, (std::vector<std::string>{"points", "alignment", "cross section", "lot", "longitudinal",
+                                                         "points", "polyline"}));
+}
+
+TEST(Passes, StandBehindWhatAnEarlierPassLeft) {
+    const TempFolder folder;
+    const std::string path = folder.write("a.sim", joined({"A00,", "A01,1,P,1,x,,", "A01,2,P,1,2,,", "A99,",
+                                                           "D00,1,L,1,", "D99,", "F00,1,1,R,2,", "F99,", "ZZZ,"}));
+    SimaReader reader;
+    reader.pointLayer = "点";
+    reader.siteName = "サイト";
+    reader.alignmentName = "chosen";
+    reader.alignmentId = host::MdDbObjectId{5};
+    reader.shiftDistance = 0.25;
+    reader.forceChosenAlignment = true;
+    reader.usedRouteType7 = true;
+    EXPECT_EQ(reader.previewScan(path, {}), 0);
+    EXPECT_EQ(reader.points.size(), 2U);
+    reader.coordinatePointsCreated = 9;
+    reader.countRouteCreated(2);
+    reader.createdAlignmentNames.push_back("x");
+    for (int pass = 1; pass <= 2; ++pass) {
+        EXPECT_EQ(reader.fullRead(path, {}), 0);
+        EXPECT_EQ(reader.points.size(), 1U);
+        EXPECT_EQ(reader.lots.size(), 1U);
+        EXPECT_EQ(reader.alignments.size(), 1U);
+        EXPECT_EQ(reader.routesRead(2), 1);
+        EXPECT_EQ(reader.routesCreated(2), 0);
+        EXPECT_EQ(reader.coordinatePointsCreated, 0);
+        EXPECT_TRUE(reader.createdAlignmentNames.empty());
+        EXPECT_EQ(reader.lineNumber, 9);
+        EXPECT_EQ(reader.log.lines().size(), 9U);
+        EXPECT_EQ(reader.log.errors().size(), 4U);
+        EXPECT_EQ(reader.log.errorCount(), pass) << "the log's counter goes on";
+        EXPECT_EQ(reader.errorCount, pass);
+        EXPECT_EQ(reader.passedOver.size(), 1U);
+    }
+    EXPECT_EQ(reader.pointLayer, "点");
+    EXPECT_EQ(reader.siteName, "サイト");
+    EXPECT_EQ(reader.alignmentName, "chosen");
+    EXPECT_EQ(reader.alignmentId, host::MdDbObjectId{5});
+    EXPECT_EQ(reader.shiftDistance, 0.25);
+    EXPECT_TRUE(reader.forceChosenAlignment);
+    EXPECT_TRUE(reader.usedRouteType7);
+}
+
+TEST(Passes, CountsOfRoutesAreZeroOutsideTheTypes) {
+    SimaReader reader;
+    for (const std::int32_t type : {0, 8, -1, 1000}) {
+        reader.countRouteRead(type);
+        reader.countRouteCreated(type);
+        EXPECT_EQ(reader.routesRead(type), 0);
+        EXPECT_EQ(reader.routesCreated(type), 0);
+    }
+}
+
+TEST(ProgressWindow, FollowsTheReadingAndGoesAtItsEnd) {
+    WindowNotes window;
+    ReadContext context;
+    context.progress = &window;
+    const std::string text = "A00,\r\n\r\nA99,";
+    const Pass pass = fullRead(text, context);
+    EXPECT_EQ(window.notes, (std::vector<std::string>{"create SIMAファイル読み込み中", "modal Progress", "range 0 12 1",
+                                                      "text SIMAファイル読み込み中...\n\n", "destroy"}));
+    EXPECT_EQ(window.positions, (std::vector<std::int64_t>{6, 8, 12}));
+    EXPECT_EQ(window.pumps, 3U);
+    EXPECT_EQ(pass.result, 0);
+}
+
+TEST(ProgressWindow, MayFailToBeMade) {
+    WindowNotes window;
+    window.makesWindow = false;
+    ReadContext context;
+    context.progress = &window;
+    EXPECT_EQ(fullRead("A00,\nA99,\n", context).result, 0);
+    EXPECT_EQ(window.notes.size(), 1U);
+}
+
+TEST(ProgressWindow, GoesWhenAnExceptionEndsThePass) {
+    const TempFolder folder;
+    WindowNotes window;
+    ReadContext context;
+    context.progress = &window;
+    SimaReader reader;
+    EXPECT_THROW(reader.fullRead(folder.write("a.sim", "D00,\n"), context), std::invalid_argument);
+    EXPECT_EQ(window.notes.back(), "destroy");
+}
+
+TEST(Encodings, AreCodePage932UnlessSaidOtherwise) {
+    const TempFolder folder;
+    const std::string path = folder.write("a.sim", "A00,\r\nA01,1,\x8D\xC0\x95\x57\xB1\xFF,1,2,,\r\nA99,\r\n");
+    SimaReader reader;
+    EXPECT_EQ(reader.fullRead(path, {}), 0);
+    EXPECT_EQ(reader.points[0].name, "座標ｱ\xEF\xBF\xBD");
+}
+
+TEST(Encodings, NoByteOrderMarkIsLookedForInCodePage932) {
+    const Pass pass = fullRead("");
+    const TempFolder folder;
+    SimaReader reader;
+    reader.fullRead(folder.write("a.sim", "\xEF\xBB\xBF"
+                                          "A00,\r\nA01,1,P,1,2,,\r\nA99,\r\n"),
+                    {});
+    EXPECT_TRUE(reader.points.empty());
+}
+
+TEST(Encodings, Utf8SkipsAByteOrderMarkAndReplacesWhatIsInvalid) {
+    const TempFolder folder;
+    ReadContext context;
+    context.encoding = Encoding::Utf8;
+    SimaReader reader;
+    const std::string path = folder.write("a.sim", "\xEF\xBB\xBF"
+                                                   "A00,\nA01,1,座標\xFFx\xE5\xBA,1,2,,\nA99,\n");
+    EXPECT_EQ(reader.fullRead(path, context), 0);
+    ASSERT_EQ(reader.points.size(), 1U);
+    EXPECT_EQ(reader.points[0].name, "座標\xEF\xBF\xBDx\xEF\xBF\xBD");
+    EXPECT_EQ(reader.log.errorCount(), 0);
+}
+
+TEST(BindRoute, NamesTheAlignmentOfTheRoute) {
+    NamingHost host;
+    ReadContext context;
+    context.host = &host;
+    const Pass pass = readAfterPoints(
+        {"F00,4,1,R,2,", "F99,", "F00,5,1,S,3,", "F99,", "H00,5,S,", "H99,", "I00,4,R,", "I99,", "I00,4,R,", "I99,"},
+        context, 70);
+    EXPECT_EQ(host.calls, (std::vector<std::string>{"connect", "name 71", "disconnect", "connect", "name 70",
+                                                    "disconnect", "connect", "name 70", "disconnect"}));
+    EXPECT_TRUE(pass.reader.hSeries[0].routeFound);
+    EXPECT_TRUE(pass.reader.intersections[0].routeFound);
+    EXPECT_EQ(pass.reader.alignmentName, "line 70");
+    EXPECT_TRUE(pass.reader.usedRouteType2);
+    EXPECT_TRUE(pass.reader.usedRouteType3);
+    EXPECT_FALSE(pass.reader.usedRouteType7);
+    const Lines lines = pass.processLines();
+    const auto count = [&lines](std::string_view text) { return std::count(lines.begin(), lines.end(), text); };
+    EXPECT_EQ(count("          中心線”line 71”の縦断成果データ"), 1)
+        << "the longitudinal section binds before it begins";
+    EXPECT_EQ(count("          中心線”line 71”の横断成果データ"), 1) << "the cross section binds at its end";
+    EXPECT_EQ(count("          中心線”line 70”の横断成果データ"), 1);
+}
+
+TEST(BindRoute, KeepsTheChosenAlignmentIfItIsForced) {
+    NamingHost host;
+    const TempFolder folder;
+    const std::string path = folder.write("a.sim", joined({"F00,4,1,R,2,", "F99,", "H00,4,R,", "H99,"}));
+    SimaReader reader;
+    test::tickAll(reader);
+    test::KeepingSink sink;
+    sink.nextId = 70;
+    reader.forceChosenAlignment = true;
+    reader.alignmentName = "chosen";
+    ReadContext context;
+    context.host = &host;
+    context.sink = &sink;
+    EXPECT_EQ(reader.fullRead(path, context), 0);
+    EXPECT_TRUE(host.calls.empty());
+    EXPECT_EQ(reader.alignmentName, "chosen");
+    EXPECT_TRUE(reader.hSeries[0].routeFound);
+    EXPECT_TRUE(reader.usedRouteType2);
+}
+
+TEST(BindRoute, FindsARouteThatWasNotTickedAndAsksForNoName) {
+    NamingHost host;
+    ReadContext context;
+    context.host = &host;
+    const Pass pass = readAfterPoints({"F00,4,1,R,2,", "F99,", "H00,4,R,", "H99,"}, context, 0);
+    EXPECT_TRUE(pass.reader.hSeries[0].routeFound);
+    EXPECT_TRUE(host.calls.empty());
+    EXPECT_EQ(pass.reader.alignmentName, "");
+}
+
+TEST(BindRoute, FindsTheFirstRouteOfANumberWhateverItsType) {
+    const Pass pass = readAfterPoints({"F00,4,1,R,1,", "F99,", "F00,4,1,S,3,", "F99,", "H00,4,R,", "H99,"}, {}, 70);
+    EXPECT_TRUE(pass.reader.hSeries[0].routeFound);
+    EXPECT_TRUE(pass.reader.alignmentIdOfRoute(4).isNull()) << "the IP line's";
+    EXPECT_FALSE(pass.reader.usedRouteType3);
+}
+
+TEST(BindRoute, TakesNumbersThatAreNoneForZero) {
+    const Pass pass = readAfterPoints({"F00,abc,1,R,3,", "F99,", "H00,xyz,R,", "H99,"}, {}, 70);
+    EXPECT_TRUE(pass.reader.hSeries[0].routeFound);
+    EXPECT_EQ(pass.reader.alignmentIdOfRoute(0), host::MdDbObjectId{70});
+}
+
+TEST(BindRoute, DoesNotFindALaterRoute) {
+    const Pass pass = readAfterPoints({"H00,4,R,", "H99,", "F00,4,1,R,3,", "F99,"}, {}, 70);
+    EXPECT_FALSE(pass.reader.hSeries[0].routeFound);
+    EXPECT_FALSE(pass.reader.allLongitudinalRoutesFound());
+}
+
+TEST(BindRoute, FindsTheFirstOfManyRoutes) {
+    SimaReader reader;
+    for (std::int32_t i = 0; i < 500; ++i) {
+        SimaAlignment route;
+        route.routeNumber = i % 250;
+        route.objectId = host::MdDbObjectId{static_cast<std::uint64_t>(1 + i)};
+        reader.alignments.push_back(route);
+        EXPECT_EQ(reader.alignmentIdOfRoute(i % 250), host::MdDbObjectId{static_cast<std::uint64_t>(1 + i % 250)});
+    }
+    EXPECT_TRUE(reader.alignmentIdOfRoute(250).isNull());
+    EXPECT_FALSE(reader.bindRoute(-1));
+    reader.reset();
+    EXPECT_TRUE(reader.alignmentIdOfRoute(1).isNull());
+}
+
+} // namespace fenmark::sima

@@ -164,7 +164,9 @@ void RmakSR(benchmark::State& state) {
         [](Sizes& z) {
             Layer layer = z.layer();
             const double r = z.radius(), R = z.radius() + 700.0, dir = z.sign();
-            return Chain{layer.straight(100), layer.arc(dir, r, z.sweep(r)), layer.arc(dir, R, z.sweep(R))};
+            Chain c = {layer.straight(100), layer.arc(dir, r, z.sweep(r)), layer.arc(dir, R, z.sweep(R))};
+            c[0] = lengthened(c[0], 0.0, 10.0);
+            return c;
         },
         [](Chain& c) { return ali_RmakSR(-1, &c[0], &c[2], &c[1]); });
 }

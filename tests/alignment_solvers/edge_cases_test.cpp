@@ -71,16 +71,25 @@ TEST(RmakSR, NoCutOfOffsetLineAndCircleAnswersMinusOne) {
     EXPECT_EQ(-1, ali_RmakSR(-1, &s, &r1, &r2));
 }
 
-TEST(RmakSR, FootBeyondTheStraightsEndIsRefused) {
-    // A chain whose straight was handed over too short to reach the tangent point.
+TEST(RmakSR, FootBeyondTheStraightsEndIsRefusedButForWhatRoundedEndsLeave) {
     const auto chain = exact::lay_chain({0, 0, 0.3}, {straight(50), arc(1, 40, 50), arc(1, 120, 90)});
-    Calelm s = built(exact::extended(chain[0], 0.0, -5.0)), r1 = chain[2], r2 = sized(40);
-    const Calelm before = s;
-    if (ali_RmakSR(-1, &s, &r1, &r2) == 0) {
-        EXPECT_LE(s.len, before.len + size_tolerance);
-    } else {
-        EXPECT_TRUE(exact::identical(before, s));
-    }
+    const auto with_end_at = [&](double past_the_tangent_point) {
+        Calelm s = built(exact::extended(chain[0], 0.0, past_the_tangent_point)), r1 = chain[2], r2 = sized(40);
+        const Calelm before[3] = {s, r1, r2};
+        const int status = ali_RmakSR(-1, &s, &r1, &r2);
+        if (status == 0) {
+            EXPECT_TRUE(exact::same_chain(chain, std::vector{s, r2, r1}));
+        } else {
+            EXPECT_TRUE(exact::identical(before[0], s) && exact::identical(before[1], r1) &&
+                        exact::identical(before[2], r2));
+        }
+        return status;
+    };
+    EXPECT_EQ(0, with_end_at(10.0));
+    EXPECT_EQ(0, with_end_at(0.0));
+    EXPECT_EQ(0, with_end_at(-0.9e-4)) << "a tenth of a millimetre is what two rounded elements leave";
+    EXPECT_EQ(-1, with_end_at(-1.1e-4));
+    EXPECT_EQ(-1, with_end_at(-5.0));
 }
 
 TEST(RAmakSR, AnySideOrModeButTheirOwnFails) {

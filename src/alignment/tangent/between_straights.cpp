@@ -54,17 +54,22 @@ bool cornerOf(const Calelm& s1, const Calelm& s2, Corner& corner) {
     return notBefore(corner.ip, corner.second) && notBefore(corner.ip, corner.first);
 }
 
+// Whether a tangent point lies on a straight of direction u. Ends of given records may be rounded, so that a chain that
+// was laid with such records is found again.
+bool liesOn(Vec p, const Calelm& straight, Vec u) {
+    return plane::dot(p - startOf(straight), u) >= -rounded_joint_tolerance &&
+           plane::dot(p - endOf(straight), u) <= rounded_joint_tolerance;
+}
+
 // The tangent points at T1 and T2 from the IP, and the turning sense of the curve from one to the other. False when the
 // first lies off the first straight or the second off the second.
 bool cutStraights(Corner& corner, double T1, double T2, double& dir) {
     const Vec p1 = corner.ip - T1 * corner.u1;
     const Vec p2 = corner.ip + T2 * corner.u2;
-    const double first[2] = {p1.x, p1.y};
-    const double second[2] = {p2.x, p2.y};
-    if (elementPosition(first, corner.first) != position::inside ||
-        elementPosition(second, corner.second) != position::inside) {
+    if (!liesOn(p1, corner.first, corner.u1) || !liesOn(p2, corner.second, corner.u2)) {
         return false;
     }
+    const double second[2] = {p2.x, p2.y};
     const double tangent[4] = {p1.x, p1.y, corner.u1.x, corner.u1.y};
     dir = signedDistance(second, tangent) > 0.0 ? 1.0 : -1.0;
     setEnd(corner.first, p1);

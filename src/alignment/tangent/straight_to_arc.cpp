@@ -67,10 +67,17 @@ Contact contactWithLine(const Calelm& line, Vec centre) {
     return {startOf(line) + plane::dot(u, toCentre) * u, plane::cross(u, toCentre) > 0.0 ? 1.0 : -1.0};
 }
 
+// Whether a tangent point lies beyond the end of the straight, or before the start of the arc or off it. Ends of given
+// records may be rounded, so that a chain that was laid with such records is found again.
 bool liesBeyond(Vec p, const Calelm& line) {
+    return !(plane::dot(p - endOf(line), directionOf(line)) <= rounded_joint_tolerance);
+}
+
+bool liesBefore(Vec p, const Calelm& arc) {
     const double point[2] = {p.x, p.y};
-    const int where = elementPosition(point, line);
-    return where == position::beyond || where == position::none;
+    const int where = arcPosition(point, arc);
+    return where == position::none ||
+           (where == position::before && plane::distance(p, startOf(arc)) > rounded_joint_tolerance);
 }
 
 // All candidates of one sense; the first tangent chain goes out. Returns 0, 99 for no candidate, -1 for none accepted.
@@ -94,9 +101,7 @@ int arcWorker(double sense, const LineAndArc& given, Calelm& s, Calelm& r1, Cale
         }
         const double reach = sense > 0.0 && R > r ? -r : r;
         const Vec touch = centre2 + (reach / D) * apart;
-        const double point[2] = {touch.x, touch.y};
-        const int where = arcPosition(point, given.arc);
-        if (where == position::before || where == position::none) {
+        if (liesBefore(touch, given.arc)) {
             continue;
         }
         std::array chain = {given.line, arcBetween(contact.foot, touch, r, contact.dir), given.arc};

@@ -1,0 +1,176 @@
+// The recording doubles themselves.
+#include "host/recording/recording_host.h"
+#include "support/exact_chain.h"
+#include "support/route_elements.h"
+
+#include "host/boundary/automation_error.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <map>
+#include <numbers>
+
+namespace fenmark {
+namespace {
+
+using host::Call;
+using host::MdDbObjectId;
+using host::MdGePoint3d;
+using host::PlanPoint;
+using host::RecordedChain;
+using host::RecordingHost;
+
+constexpr double kPointTolerance = 1e-9; // metres
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(RecordingHost, BeginsAsANewDrawing) {
+    RecordingHost host;
+    EXPECT_EQ(host.drawingWriter().listLayers(), (std::vector<std::string>{"0"}));
+    EXPECT_EQ(host.drawingWriter().getCurrentLayerName(), "0");
+    const auto corridor = host.makeCorridorUtility();
+    corridor->connect();
+    std::vector<std::string> sites{"old"};
+    EXPECT_EQ(corridor->listSites(sites), 0);
+    EXPECT_TRUE(sites.empty());
+    EXPECT_EQ(corridor->createSite("サイト"), 0);
+    EXPECT_EQ(corridor->findSite("サイト"), 0);
+    EXPECT_EQ(corridor->findSite("サイト "), -1);
+    corridor->disconnect();
+    EXPECT_EQ(host.calls.text(),
+              "listLayers getCurrentLayerName connect listSites createSite findSite findSite disconnect");
+}
+
+TEST(RecordingHost, RaisesThePointerErrorOutsideAConnection) {
+    RecordingHost host;
+    const auto corridor = host.makeCorridorUtility();
+    std::vector<std::string> sites;
+    EXPECT_THROW(corridor->disconnect(), host::AutomationError);
+    EXPECT_THROW(corridor->listSites(sites), host::AutomationError);
+}
+
+TEST(RecordingHost, IdentifiersAreNeverRepeated) {
+    RecordingHost host;
+    host.civil.sites = {"サイト"};
+    std::vector<MdGePoint3d> vertices{{0.0, 0.0, 0.0}};
+    const MdDbObjectId point = host.drawing.appendPoint({}, "0");
+    const MdDbObjectId polyline = host.drawing.appendPolyline(vertices);
+    const auto corridor = host.makeCorridorUtility();
+    corridor->connect();
+    sima::Array<sima::EntityData> elements{test::straight(0.0, 0.0, 10.0, 0.0)};
+    const MdDbObjectId alignment = corridor->createAlignment("A", "サイト", "d", 0.0, elements);
+    EXPECT_NE(point, polyline);
+    EXPECT_NE(polyline, alignment);
+    EXPECT_EQ(corridor->getAlignmentName(alignment), "A");
+    EXPECT_EQ(corridor->getAlignmentName(polyline), "");
+    std::map<std::string, MdDbObjectId> found;
+    EXPECT_EQ(corridor->collectAlignments(found), 0);
+    EXPECT_EQ(found, (std::map<std::string, MdDbObjectId>{{"A", alignment}}));
+}
+
+TEST(RecordingHost, KeepsRowsOfDifferentSourcesApart) {
+    RecordingHost host;
+    host.rows.writeCoordinateRow(MdDbObjectId(1), "a.sim", {"P1", 0.0, 0.0, 0.0, 11, false});
+    host.rows.writeCoordinateRow(MdDbObjectId(2), "a.sim", {"", 0.0, 0.0, 0.0, 12, false});
+    host.rows.writeResultRow(MdDbObjectId(3), "b.sim", 5, "L", true);
+    host.rows.writeCoordinateRow(MdDbObjectId(4), "a.sim", {"P4", 0.0, 0.0, 0.0, 14, false});
+    ASSERT_EQ(host.rows.rowCount(), 4U);
+    EXPECT_EQ(host.rows.row(0).name, "P1");
+    EXPECT_EQ(host.rows.row(1).name, "");
+    EXPECT_EQ(host.rows.row(1).no, 12);
+    EXPECT_EQ(host.rows.row(2).fileName, "b.sim");
+    EXPECT_EQ(host.rows.row(2).type, "横断成果");
+    EXPECT_EQ(host.rows.row(3).fileName, "a.sim");
+    EXPECT_EQ(host.rows.row(3).type, "座標");
+    EXPECT_EQ(host.rows.row(3).id, MdDbObjectId(4));
+}
+
+TEST(RecordedChains, AnswerStationsOnStraightsAndArcs) {
+    RecordedChain chain;
+    chain.addLine({0.0, 0.0, 0.0}, {100.0, 0.0, 0.0});
+    // A quarter turn to the left of radius 50, and one to the right.
+    chain.addArc({100.0, 0.0, 0.0}, {150.0, 50.0, 0.0}, 50.0, 0);
+    chain.addArc({150.0, 50.0, 0.0}, {200.0, 100.0, 0.0}, 50.0, -1);
+    const double quarter = 25.0 * std::numbers::pi;
+    EXPECT_NEAR(chain.length(), 100.0 + 2.0 * quarter, kPointTolerance);
+    PlanPoint point;
+    ASSERT_TRUE(chain.pointAt(40.0, 3.0, point));
+    EXPECT_NEAR(point.x, 40.0, kPointTolerance);
+    EXPECT_NEAR(point.y, -3.0, kPointTolerance) << "a positive offset lies right of travel";
+    ASSERT_TRUE(chain.pointAt(100.0 + quarter / 2.0, 0.0, point));
+    EXPECT_NEAR(point.x, 100.0 + 50.0 * std::sqrt(0.5), kPointTolerance);
+    EXPECT_NEAR(point.y, 50.0 - 50.0 * std::sqrt(0.5), kPointTolerance);
+    ASSERT_TRUE(chain.pointAt(100.0 + 1.5 * quarter, 0.0, point));
+    EXPECT_NEAR(point.x, 200.0 - 50.0 * std::sqrt(0.5), kPointTolerance);
+    EXPECT_NEAR(point.y, 50.0 + 50.0 * std::sqrt(0.5), kPointTolerance);
+}
+
+TEST(RecordedChains, RefuseStationsBeyondAMicrometreOutside) {
+    RecordedChain chain;
+    PlanPoint point{7.0, 8.0};
+    EXPECT_FALSE(chain.pointAt(0.0, 0.0, point)) << "an empty chain";
+    chain.addLine({0.0, 0.0, 0.0}, {100.0, 0.0, 0.0});
+    EXPECT_TRUE(chain.pointAt(100.0 + 0.9e-6, 0.0, point));
+    EXPECT_EQ(point.x, 100.0);
+    EXPECT_TRUE(chain.pointAt(-0.9e-6, 0.0, point));
+    point = {7.0, 8.0};
+    EXPECT_FALSE(chain.pointAt(100.0 + 1.1e-6, 0.0, point));
+    EXPECT_FALSE(chain.pointAt(-1.1e-6, 0.0, point));
+    EXPECT_FALSE(chain.pointAt(std::nan(""), 0.0, point));
+    EXPECT_EQ(point, (PlanPoint{7.0, 8.0}));
+}
+
+TEST(RecordedChains, LayClothoidsAsTheExactIntegralDoes) {
+    for (const double turn : {1.0, -1.0}) {
+        exact::Pose pose{10.0L, 20.0L, 0.4L};
+        const Calelm record = exact::lay(pose, exact::clothoid(turn, 100.0, 300.0, 150.0));
+        RecordedChain chain;
+        chain.addLine({0.0, 0.0, 0.0}, {10.0, 20.0, 0.0});
+        const double ux = std::cos(record.sang);
+        const double uy = std::sin(record.sang);
+        const double vx = std::cos(record.eang);
+        const double vy = std::sin(record.eang);
+        const double t = ((record.ex - record.sx) * vy - (record.ey - record.sy) * vx) / (ux * vy - uy * vx);
+        const MdGePoint3d pi{record.sx + t * ux, record.sy + t * uy, 0.0};
+        ASSERT_EQ(chain.addSpiral(1, {10.0, 20.0, 0.0}, pi, 300.0, 150.0, record.len,
+                                  static_cast<std::int16_t>(turn == 1.0 ? -1 : 0), 1),
+                  0);
+        EXPECT_NEAR(chain.last().laidEnd.x, record.ex, kPointTolerance);
+        EXPECT_NEAR(chain.last().laidEnd.y, record.ey, kPointTolerance);
+    }
+}
+
+TEST(RecordedChains, ClothoidWithoutAPiContinuesTheElementBefore) {
+    RecordedChain chain;
+    chain.addLine({100.0, 100.0, 0.0}, {200.0, 200.0, 0.0});
+    ASSERT_EQ(chain.addSpiral(1, {200.0, 200.0, 0.0}, {}, kInfinity, 200.0, 50.0, 0, 1), 0);
+    EXPECT_NEAR(chain.last().startAngle, std::numbers::pi / 4, kPointTolerance);
+}
+
+TEST(RecordedChains, RefuseWhatCannotBeLaid) {
+    RecordedChain chain;
+    chain.addLine({0.0, 0.0, 0.0}, {10.0, 0.0, 0.0});
+    const MdGePoint3d start{10.0, 0.0, 0.0};
+    const MdGePoint3d end{30.0, 0.0, 0.0};
+    EXPECT_NE(chain.addArc(start, end, 0.0, 0), 0);
+    EXPECT_NE(chain.addArc(start, end, 9.99, 0), 0) << "the chord is longer than the diameter";
+    EXPECT_EQ(chain.addArc(start, end, 10.0, 0), 0) << "the chord is the diameter";
+    EXPECT_NE(chain.addSpiral(1, start, end, kInfinity, kInfinity, 50.0, 0, 1), 0);
+    EXPECT_NE(chain.addSpiral(1, start, end, kInfinity, 100.0, 0.0, 0, 1), 0);
+    EXPECT_NE(chain.addSpiral(77, start, end, kInfinity, 100.0, 50.0, 0, 1), 0) << "an unknown element before";
+    EXPECT_EQ(chain.elements().size(), 2U);
+}
+
+TEST(RecordedChains, RemovalKeepsTheStationsOfTheRest) {
+    RecordedChain chain;
+    chain.addLine({-100.0, 0.0, 0.0}, {0.0, 0.0, 0.0});
+    chain.addLine({0.0, 0.0, 0.0}, {10.0, 0.0, 0.0});
+    chain.removeAt(0);
+    EXPECT_EQ(chain.length(), 10.0);
+    PlanPoint point;
+    ASSERT_TRUE(chain.pointAt(4.0, 0.0, point));
+    EXPECT_EQ(point.x, 4.0);
+}
+
+} // namespace
+} // namespace fenmark

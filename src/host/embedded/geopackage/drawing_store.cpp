@@ -63,10 +63,17 @@ StoreResult guarded(const std::string& path, Action action) {
     }
 }
 
-// A program that crashed while it wrote leaves a journal; the first to open the file for writing restores it.
+// A program that crashed while it wrote leaves a journal; the first to lock the file for writing restores the file from
+// it. A journal that still lies there then belongs to nobody. Where this cannot be done, reading tells whether it
+// had to be.
 void restoreAfterCrash(const std::string& path) {
-    Connection connection(path, Connection::Mode::ReadWrite);
-    Statement(connection, sql::kReadSchemaVersion).step();
+    try {
+        Connection connection(path, Connection::Mode::ReadWrite);
+        connection.execute("BEGIN EXCLUSIVE");
+        removeJournal(path);
+        connection.execute("ROLLBACK");
+    } catch (const StoreFailure&) {
+    }
 }
 
 } // namespace
@@ -85,8 +92,11 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             drawing = reader.read(load);
             savedId_ = reader.lastId();
         } catch (StoreFailure& failure) {
-            if (failure.error == StoreError::NotWritable)
+            if (failure.error == StoreError::NotWritable) {
                 failure.error = StoreError::NotReadable;
+                if (hasJournal(path))
+                    failure.detail = "a save was broken off; open it once where it can be written";
+            }
             throw;
         }
         path_ = path;

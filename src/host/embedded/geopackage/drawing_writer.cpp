@@ -6,6 +6,7 @@
 #include "host/embedded/geopackage/schema.h"
 
 #include <cstring>
+#include <limits>
 #include <vector>
 
 namespace fenmark::host::embedded {
@@ -141,9 +142,10 @@ void DrawingWriter::writeAlignments() {
         std::int64_t place = 0;
         for (const Element& element : alignment.elements) {
             const char type = static_cast<char>(element.type);
-            const std::optional<PlanPoint> centre =
-                element.type == ElementType::Arc ? std::optional(element.centre()) : std::nullopt;
-            const std::optional<PlanPoint> pi = element.type == ElementType::Straight ? std::nullopt : element.pi();
+            // A real that is not a number is written as NULL.
+            const PlanPoint none{std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::quiet_NaN()};
+            const PlanPoint centre = element.type == ElementType::Arc ? element.centre() : none;
+            const PlanPoint pi = element.type == ElementType::Straight ? none : element.pi().value_or(none);
             insertElement.bind(1, number(alignment.id))
                 .bind(2, place++)
                 .bind(3, std::int64_t{element.id})
@@ -156,16 +158,12 @@ void DrawingWriter::writeAlignments() {
                 .bind(10, element.length)
                 .bind(11, element.startRadius)
                 .bind(12, element.endRadius)
-                .bind(13, std::int64_t{element.clockwise ? 1 : 0});
-            const auto bindPoint = [&](int index, const std::optional<PlanPoint>& point) {
-                if (point)
-                    insertElement.bind(index, point->x).bind(index + 1, point->y);
-                else
-                    insertElement.bindNull(index).bindNull(index + 1);
-            };
-            bindPoint(14, centre);
-            bindPoint(16, pi);
-            insertElement.run();
+                .bind(13, std::int64_t{element.clockwise ? 1 : 0})
+                .bind(14, centre.x)
+                .bind(15, centre.y)
+                .bind(16, pi.x)
+                .bind(17, pi.y)
+                .run();
         }
     }
     growContents("alignments", extent);

@@ -98,7 +98,11 @@ StoreError checkReplaceable(const std::string& path) {
 }
 
 bool hasJournal(const std::string& path) {
-    return isFilled(behindLinks(path) + "-journal");
+    return fileExists(behindLinks(path) + "-journal");
+}
+
+void removeJournal(const std::string& path) {
+    std::remove((behindLinks(path) + "-journal").c_str());
 }
 
 bool hasWriteAheadLog(const std::string& path) {

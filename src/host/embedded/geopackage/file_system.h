@@ -14,8 +14,9 @@ StoreError checkReadable(const std::string& path);
 StoreError checkWritable(const std::string& path);
 // None if a file may be made there, or what is there is a file that may be replaced.
 StoreError checkReplaceable(const std::string& path);
-// True if a journal that is not empty lies beside the file.
+// True if a journal lies beside the file.
 bool hasJournal(const std::string& path);
+void removeJournal(const std::string& path);
 // True if the file's header asks for a write-ahead log.
 bool usesWriteAheadLog(const std::string& path);
 bool hasWriteAheadLog(const std::string& path);

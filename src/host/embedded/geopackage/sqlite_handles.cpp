@@ -27,7 +27,9 @@ StoreError meaningOf(int code, int systemError) {
     case SQLITE_CANTOPEN:
         return StoreError::NotWritable;
     case SQLITE_IOERR:
-        if (systemError == ENOSPC || systemError == EFBIG || systemError == EDQUOT)
+        // A quota or a limit on the size of files comes without a system error.
+        if ((code == SQLITE_IOERR_WRITE && systemError == 0) || systemError == ENOSPC || systemError == EFBIG ||
+            systemError == EDQUOT)
             return StoreError::DiskFull;
         if (systemError == EACCES || systemError == EROFS || systemError == EPERM)
             return StoreError::NotWritable;

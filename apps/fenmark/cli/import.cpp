@@ -112,7 +112,7 @@ std::string breakOffText(const std::string& file, const sima::SimaReader& reader
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
-    for (const std::string& line : host::embedded::noteLines(host.notes()))
+    for (const std::string& line : host::embedded::noteLines(host.layoutNotes()))
         tellNote(streams, arguments.quiet, file + ": " + line);
     if (arguments.alignment && !dialogs.askedForAlignment())
         tellNote(streams, arguments.quiet,
@@ -131,7 +131,7 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
                    const std::string& drawingPath, const Streams& streams) {
     prepareDrawing(host.drawing(), arguments, drawingPath);
     host.setPositiveRadius(arguments.positiveRadius);
-    host.notes() = {};
+    host.clearNotes();
 
     ImportDialogs dialogs(arguments, file, streams);
     host::HostAdapter boundary;

@@ -90,9 +90,8 @@ TEST_F(CrossSectionPoints, SectionWithoutRecordsGivesItsCentreAlone) {
 }
 
 TEST_F(CrossSectionPoints, CentreEntryThatTheHostRefusesLeavesTheCentrePointToTheSection) {
-    host.civil.pointFunction = [](const RecordedStation& asked, PlanPoint& point) {
+    host.civil.pointFunction = [calls = 0](const RecordedStation& asked, PlanPoint& point) mutable {
         point = {asked.station, asked.offset};
-        static int calls = 0;
         // The first question is for the centre, the second for the entry at offset 0.
         return calls++ == 1 ? -1 : 0;
     };
@@ -102,6 +101,18 @@ TEST_F(CrossSectionPoints, CentreEntryThatTheHostRefusesLeavesTheCentrePointToTh
     EXPECT_EQ(host.drawing.point(1).position, (MdGePoint3d{20.0, 0.0, 77.0}));
     expectRow(1, "JSIMA_V3_Point", 7, "No.1", "横断成果");
     EXPECT_EQ(reader.log.errorCount(), 0);
+}
+
+TEST_F(CrossSectionPoints, EntryMovedOffTheCentreLineIsNoCentrePoint) {
+    // The first entry at offset 0 is refused, and the second has been moved to the right.
+    host.civil.pointFunction = [calls = 0](const RecordedStation& asked, PlanPoint& point) mutable {
+        point = {asked.station, asked.offset};
+        return calls++ == 1 ? -1 : 0;
+    };
+    draw(at(20.0, {0.0, 0.0}));
+    ASSERT_EQ(host.drawing.pointCount(), 2U);
+    EXPECT_EQ(host.drawing.point(0).position, (MdGePoint3d{20.0, 0.1, 11.0}));
+    EXPECT_EQ(host.drawing.point(1).position, (MdGePoint3d{20.0, 0.0, 77.0}));
 }
 
 TEST_F(CrossSectionPoints, OffsetThatTheHostRefusesIsPassedOverInSilence) {

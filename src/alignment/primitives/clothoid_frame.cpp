@@ -11,6 +11,9 @@
 #include "alignment/primitives/tools.h"
 
 namespace plane = fenmark::alignment::plane;
+using fenmark::alignment::kAngleStep;
+using fenmark::alignment::kDirectionZero;
+using fenmark::alignment::kLengthStep;
 using plane::Vec;
 
 namespace {
@@ -21,9 +24,9 @@ constexpr int walk_limit = 4'000'000;
 struct Frame {
     bool mirrored;
     Vec start;         // M's start, calculation plane
+    Vec end;           // M's end
     Vec standardStart; // (X1, Y1)
-    double toStandard; // theta
-    double toElement;  // the opposite angle, again by CDbtwang
+    Vec standardEnd;   // (X2, Y2)
 };
 
 Vec standardPoint(double parameter, double radius) {
@@ -33,18 +36,36 @@ Vec standardPoint(double parameter, double radius) {
 }
 
 Frame frameOf(const Calelm& a) {
-    Frame frame;
-    frame.mirrored = a.dir == -1.0;
-    const double sign = frame.mirrored ? -1.0 : 1.0;
-    const Vec end{sign * a.ex, a.ey};
-    frame.start = {sign * a.sx, a.sy};
-    frame.standardStart = standardPoint(a.par, a.r1);
-    const Vec standardEnd = standardPoint(a.par, a.r2);
-    frame.toStandard = CDbtwang(frame.start.x, frame.start.y, end.x, end.y, frame.standardStart.x,
-                                frame.standardStart.y, standardEnd.x, standardEnd.y);
-    frame.toElement = CDbtwang(frame.standardStart.x, frame.standardStart.y, standardEnd.x, standardEnd.y,
-                               frame.start.x, frame.start.y, end.x, end.y);
-    return frame;
+    const bool mirrored = a.dir == -1.0;
+    const double sign = mirrored ? -1.0 : 1.0;
+    return {mirrored, {sign * a.sx, a.sy}, {sign * a.ex, a.ey}, standardPoint(a.par, a.r1), standardPoint(a.par, a.r2)};
+}
+
+// theta, from M's chord to the standard chord.
+double toStandard(const Frame& frame) {
+    return CDbtwang(frame.start.x, frame.start.y, frame.end.x, frame.end.y, frame.standardStart.x,
+                    frame.standardStart.y, frame.standardEnd.x, frame.standardEnd.y);
+}
+
+// The opposite angle, from the standard chord to M's.
+double toElement(const Frame& frame) {
+    return CDbtwang(frame.standardStart.x, frame.standardStart.y, frame.standardEnd.x, frame.standardEnd.y,
+                    frame.start.x, frame.start.y, frame.end.x, frame.end.y);
+}
+
+// A chord's direction as a unit vector; one too short to have a direction counts as that of +x.
+Vec chordDirection(Vec from, Vec to) {
+    const Vec along = to - from;
+    const double length = plane::norm(along);
+    return length < kDirectionZero ? Vec{1.0, 0.0} : (1.0 / length) * along;
+}
+
+// Cosine and sine of toStandard, by the products of the chords. Below the angle step it is no turn, as in CDbtwang.
+Vec turnToStandard(const Frame& frame) {
+    const Vec chord = chordDirection(frame.start, frame.end);
+    const Vec standard = chordDirection(frame.standardStart, frame.standardEnd);
+    const Vec turn{plane::dot(chord, standard), plane::cross(chord, standard)};
+    return turn.x > 0.0 && std::fabs(turn.y) < kAngleStep ? Vec{1.0, 0.0} : turn;
 }
 
 // Any element into the frame: mirror, move by the clothoid's shift, turn about the standard start.
@@ -56,13 +77,14 @@ Calelm intoFrame(const Frame& frame, const Calelm& element) {
     const Vec shift = frame.standardStart - frame.start;
     CDmoveA(&result, &result, shift.x, shift.y);
     const double pivot[2] = {frame.standardStart.x, frame.standardStart.y};
-    CDrot(&result, &result, pivot, frame.toStandard);
+    CDrot(&result, &result, pivot, toStandard(frame));
     return result;
 }
 
 // A point of the frame in the calculation plane.
 Vec outOfFrame(const Frame& frame, Vec point) {
-    Vec result = frame.start + plane::turned(point - frame.standardStart, -frame.toStandard);
+    const Vec turn = turnToStandard(frame);
+    Vec result = frame.start + plane::turned(point - frame.standardStart, turn.x, -turn.y);
     if (frame.mirrored) {
         result.x = -result.x;
     }
@@ -98,7 +120,8 @@ int CDRinAbs(const Calelm* a, const Calelm* r, Calelm* out) {
 int CDPinAbs(const Calelm* a, const double p[2], double out[2]) {
     const Frame frame = frameOf(*a);
     const Vec given{frame.mirrored ? -p[0] : p[0], p[1]};
-    const Vec result = frame.standardStart + plane::turned(given - frame.start, -frame.toElement);
+    const Vec turn = turnToStandard(frame);
+    const Vec result = frame.standardStart + plane::turned(given - frame.start, turn.x, turn.y);
     out[0] = result.x;
     out[1] = result.y;
     return 0;
@@ -112,15 +135,15 @@ int CDP2Cal(const Calelm* a, const double p[2], double out[2]) {
 }
 
 int CDgetOrgA(const Calelm* a, double out[2], double* angle) {
-    if (a->r1 < plane::length_step) {
+    if (a->r1 < kLengthStep) {
         out[0] = a->sx;
         out[1] = a->sy;
         *angle = a->sang;
         return 0;
     }
     const Frame frame = frameOf(*a);
-    Vec origin = frame.start + plane::turned(Vec{} - frame.standardStart, frame.toElement);
-    double tangent = frame.toElement;
+    double tangent = toElement(frame);
+    Vec origin = frame.start + plane::turned(Vec{} - frame.standardStart, tangent);
     if (frame.mirrored) {
         origin.x = -origin.x;
         CDmirAng(tangent, &tangent);
@@ -143,10 +166,10 @@ int CDAcrosS(const Calelm* a, int side, const double line[4], double out[2], dou
         CDLcalxy(a->par, station, &point[0], &point[1]);
         double d = 0.0;
         CDpldist(line, point, &d);
-        if (!(d <= previous + plane::length_step)) {
+        if (!(d <= previous + kLengthStep)) {
             return -1;
         }
-        if (d < plane::length_step) {
+        if (d < kLengthStep) {
             out[0] = point[0];
             out[1] = point[1];
             *L = station;

@@ -8,6 +8,12 @@
 #include "alignment/primitives/plane.h"
 
 namespace plane = fenmark::alignment::plane;
+using fenmark::alignment::kAngleStep;
+using fenmark::alignment::kDirectionZero;
+using fenmark::alignment::kLengthStep;
+using fenmark::alignment::kPi;
+using fenmark::alignment::kSquaredDistanceZero;
+using fenmark::alignment::kTwoPi;
 using plane::Vec;
 
 namespace {
@@ -19,7 +25,7 @@ constexpr double near_line_squared = 16.0;
 // Direction of the line (x0, y0)->(x1, y1); one too short to have a direction counts as 0.
 double directionOrZero(double x0, double y0, double x1, double y1) {
     const Vec along{x1 - x0, y1 - y0};
-    return plane::norm(along) < plane::direction_zero ? 0.0 : plane::direction(along);
+    return plane::norm(along) < kDirectionZero ? 0.0 : plane::direction(along);
 }
 
 } // namespace
@@ -29,7 +35,7 @@ extern "C" {
 int CDlinstd(double x0, double y0, double x1, double y1, double line[4]) {
     const Vec along{x1 - x0, y1 - y0};
     const double length = plane::norm(along);
-    if (!(length >= plane::direction_zero)) {
+    if (!(length >= kDirectionZero)) {
         return 1;
     }
     line[0] = x0;
@@ -46,14 +52,14 @@ int CDlineang(const double line[4], double* angle) {
 
 double CDbtwang(double x0, double y0, double x1, double y1, double x2, double y2, double x3, double y3) {
     double between = directionOrZero(x2, y2, x3, y3) - directionOrZero(x0, y0, x1, y1);
-    if (std::fabs(between) < plane::angle_step) {
+    if (std::fabs(between) < kAngleStep) {
         return 0.0;
     }
     if (between < 0.0) {
-        between += plane::two_pi;
+        between += kTwoPi;
     }
     // Two directions on either side of +x differ by nearly a full turn and are the same direction all the same.
-    if (between < plane::angle_step || plane::two_pi - between < plane::angle_step) {
+    if (between < kAngleStep || kTwoPi - between < kAngleStep) {
         return 0.0;
     }
     return between;
@@ -63,7 +69,7 @@ int CDlincros(const double line1[4], const double line2[4], double* x, double* y
     const Vec u{line1[2], line1[3]};
     const Vec v{line2[2], line2[3]};
     const double determinant = plane::cross(u, v);
-    if (!(std::fabs(determinant) >= plane::direction_zero)) {
+    if (!(std::fabs(determinant) >= kDirectionZero)) {
         return 1;
     }
     const Vec gap{line2[0] - line1[0], line2[1] - line1[1]};
@@ -80,7 +86,7 @@ int CDpldist(const double line[4], const double p[2], double* d) {
     const Vec toPoint{p[0] - line[0], p[1] - line[1]};
     const double across = plane::cross({line[2], line[3]}, toPoint);
     const double squared = across * across;
-    *d = squared < plane::squared_distance_zero ? 0.0 : std::fabs(across);
+    *d = squared < kSquaredDistanceZero ? 0.0 : std::fabs(across);
     return 0;
 }
 
@@ -97,10 +103,10 @@ int CDpojpoi(const double line[4], const double p[2], double foot[2]) {
 int CDpoiinseg(const double a[2], const double b[2], const double p[2]) {
     const double fromA = std::hypot(p[0] - a[0], p[1] - a[1]);
     const double fromB = std::hypot(p[0] - b[0], p[1] - b[1]);
-    if (fromB < plane::length_step) {
+    if (fromB < kLengthStep) {
         return 2;
     }
-    if (fromA < plane::length_step) {
+    if (fromA < kLengthStep) {
         return 1;
     }
     const double length = std::hypot(b[0] - a[0], b[1] - a[1]);
@@ -109,10 +115,10 @@ int CDpoiinseg(const double a[2], const double b[2], const double p[2]) {
 
 int CDpoionls(double px, double py, double ax, double ay, double bx, double by) {
     const Vec toPoint{px - ax, py - ay};
-    if (plane::norm(toPoint) <= plane::length_step) {
+    if (plane::norm(toPoint) <= kLengthStep) {
         return 1;
     }
-    if (std::hypot(px - bx, py - by) <= plane::length_step) {
+    if (std::hypot(px - bx, py - by) <= kLengthStep) {
         return 2;
     }
     const bool inBox = px >= std::fmin(ax, bx) - near_line_box && px <= std::fmax(ax, bx) + near_line_box &&
@@ -174,8 +180,8 @@ int CDrotpoi(const double c[2], double cosine, double sine, const double p[2], d
 }
 
 int CDmirAng(double a, double* out) {
-    const double mirrored = plane::pi - a;
-    *out = mirrored < 0.0 ? mirrored + plane::two_pi : mirrored;
+    const double mirrored = kPi - a;
+    *out = mirrored < 0.0 ? mirrored + kTwoPi : mirrored;
     return 0;
 }
 

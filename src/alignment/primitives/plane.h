@@ -1,31 +1,19 @@
 /**
- * Angles, tolerances and small vector arithmetic of the plane primitives and the tangent solvers.
+ * Angles and small vector arithmetic of the plane primitives and the tangent solvers.
  *
  * Everything here is plain plane geometry and holds in either plane; angles run from +x towards +y.
  */
 #ifndef FENMARK_ALIGNMENT_PRIMITIVES_PLANE_H
 #define FENMARK_ALIGNMENT_PRIMITIVES_PLANE_H
 
+#include "alignment/calelm/tolerances.h"
+
 #include <cmath>
-#include <numbers>
 
 namespace fenmark::alignment::plane {
 
-inline constexpr double pi = std::numbers::pi;
-inline constexpr double two_pi = 2.0 * std::numbers::pi;
-
-/** Two points or lengths nearer than this are the same, metres. */
-inline constexpr double length_step = 1e-5;
-/** Two directions nearer than this are the same, radians. */
-inline constexpr double angle_step = 1.389e-6;
-/** Determinant of two unit directions below which lines are parallel; also the shortest line, metres. */
-inline constexpr double direction_zero = 1e-7;
-/** Shortest vector that still has a direction, metres; also the zero of a discriminant. */
-inline constexpr double parameter_zero = 1e-10;
-/** Squared distance from a line that counts as on it, square metres. */
-inline constexpr double squared_distance_zero = 1e-8;
-/** A tangent this near to a full turn is 0, radians. */
-inline constexpr double full_turn_snap = 1e-5;
+inline constexpr double pi = kPi;
+inline constexpr double two_pi = kTwoPi;
 
 /** A point or a vector. */
 struct Vec {

@@ -13,6 +13,10 @@
 
 namespace plane = fenmark::alignment::plane;
 namespace element = fenmark::alignment::element;
+using fenmark::alignment::kAngleStep;
+using fenmark::alignment::kPi;
+using fenmark::alignment::kPlaneAngleZero;
+using fenmark::alignment::kTwoPi;
 using plane::Vec;
 
 namespace {
@@ -28,7 +32,7 @@ void writeCoefficients(Calelm& line) {
 // A tangent after a turn: in range, and a hair below a full turn becomes 0.
 double turnedTangent(double tangent, double theta) {
     const double result = plane::wrapped(tangent + theta);
-    return plane::two_pi - result < plane::full_turn_snap ? 0.0 : result;
+    return kTwoPi - result < kPlaneAngleZero ? 0.0 : result;
 }
 
 void turnPoint(double& x, double& y, Vec pivot, double cosine, double sine) {
@@ -46,8 +50,8 @@ void turnEnds(Calelm& rec, Vec pivot, double theta, double cosine, double sine) 
 }
 
 double oppositeTangent(double tangent) {
-    const double result = tangent + plane::pi;
-    return result >= plane::two_pi ? result - plane::two_pi : result;
+    const double result = tangent + kPi;
+    return result >= kTwoPi ? result - kTwoPi : result;
 }
 
 } // namespace
@@ -161,10 +165,10 @@ int CDreverA(Calelm* rec, int force) {
 
 int CDvalidArc(const Calelm* rec) {
     const double sweep = CDbtwang(rec->k1, rec->k2, rec->sx, rec->sy, rec->k1, rec->k2, rec->ex, rec->ey);
-    if (!(sweep >= plane::angle_step) || std::fabs(sweep - plane::pi) < plane::angle_step) {
+    if (!(sweep >= kAngleStep) || std::fabs(sweep - kPi) < kAngleStep) {
         return -1;
     }
-    if ((rec->dir == -1.0 && sweep <= plane::pi) || (rec->dir == 1.0 && sweep >= plane::pi)) {
+    if ((rec->dir == -1.0 && sweep <= kPi) || (rec->dir == 1.0 && sweep >= kPi)) {
         return -1;
     }
     return 0;

@@ -19,9 +19,8 @@ namespace {
 
 // Discriminant of lineCircleCross below which the line touches, square metres times the squared span of p and q.
 constexpr double touch_discriminant = 1e-5;
-// Near-tangency of circleCross, for a larger radius of at least 1 and below 1.
-constexpr double touch_scale_large = 1.5e-6;
-constexpr double touch_scale_small = 1.5e-8;
+// Near-tangency of circleCross, for a larger radius of at least 1.
+constexpr double touch_scale_large = 1.5 * kCircleTouchLarge;
 
 Vec vec(const double p[2]) {
     return {p[0], p[1]};
@@ -42,7 +41,7 @@ int elementPosition(const double p[2], const Calelm& rec) {
         return position::none;
     }
     const Vec span{rec.ex - rec.sx, rec.ey - rec.sy};
-    if (std::fabs(span.x) < plane::parameter_zero && std::fabs(span.y) < plane::parameter_zero) {
+    if (std::fabs(span.x) < kParameterZero && std::fabs(span.y) < kParameterZero) {
         return position::none;
     }
     const double chord = plane::norm(span);
@@ -50,16 +49,16 @@ int elementPosition(const double p[2], const Calelm& rec) {
     if (!std::isfinite(along)) {
         return position::none;
     }
-    if (along < -plane::length_step) {
+    if (along < -kLengthStep) {
         return position::before;
     }
-    return along > chord + plane::length_step ? position::beyond : position::inside;
+    return along > chord + kLengthStep ? position::beyond : position::inside;
 }
 
 int arcPosition(const double p[2], const Calelm& rec) {
     const Vec centre{rec.k1, rec.k2};
     const Vec radial = vec(p) - centre;
-    if (!(std::fabs(plane::norm(radial) - rec.par) <= plane::length_step)) {
+    if (!(std::fabs(plane::norm(radial) - rec.par) <= kLengthStep)) {
         return position::none;
     }
     const double atStart = plane::direction(Vec{rec.sx, rec.sy} - centre);
@@ -72,11 +71,11 @@ int arcPosition(const double p[2], const Calelm& rec) {
     toEnd = plane::wrapped(toEnd);
     toPoint = plane::wrapped(toPoint);
     // An angle of the length step at the rim, so that the last bit of an end's own radial direction decides nothing.
-    const double allowance = plane::length_step / rec.par;
-    if (toPoint <= toEnd + allowance || plane::two_pi - toPoint <= allowance) {
+    const double allowance = kLengthStep / rec.par;
+    if (toPoint <= toEnd + allowance || kTwoPi - toPoint <= allowance) {
         return position::inside;
     }
-    return plane::wrapped(toEnd + plane::pi) > toPoint ? position::beyond : position::before;
+    return plane::wrapped(toEnd + kPi) > toPoint ? position::beyond : position::before;
 }
 
 double signedDistance(const double p[2], const double line[4]) {
@@ -91,10 +90,10 @@ int lineCircleRoots(const double line[4], const double centre[2], double r, doub
     const double halfB = plane::dot(u, fromCentre);
     const double across = plane::cross(u, fromCentre);
     double discriminant = 4.0 * (a * r * r - across * across);
-    if (!(discriminant >= -plane::parameter_zero)) {
+    if (!(discriminant >= -kParameterZero)) {
         return -1;
     }
-    if (discriminant < plane::parameter_zero) {
+    if (discriminant < kParameterZero) {
         discriminant = 0.0;
     }
     const double root = 0.5 * std::sqrt(discriminant);
@@ -117,7 +116,7 @@ int circleCross(double x1, double y1, double r1, double x2, double y2, double r2
     // 2 (r1^2 + r2^2) D^2 - D^4 - (r1^2 - r2^2)^2 in factors, which keep their digits near a touch.
     const double W = (r1 + r2 - D) * (r1 + r2 + D) * (D - (r1 - r2)) * (D + (r1 - r2));
     const double r = std::max(r1, r2);
-    const double touch = r >= 1.0 ? touch_scale_large * std::sqrt(r) * r * r * r : touch_scale_small * r * r * r * r;
+    const double touch = r >= 1.0 ? touch_scale_large * std::sqrt(r) * r * r * r : kCircleTouchSmall * r * r * r * r;
     if (!(W >= -touch)) {
         return -1;
     }

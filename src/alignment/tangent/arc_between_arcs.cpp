@@ -68,7 +68,7 @@ int arcBetweenArcs(Calelm& r1, Calelm& r2, Calelm& r3) {
     const double b = centreDistance(second, r3);
     const Vec toSecond = centreOf(second) - centreOf(first);
     const double D = plane::norm(toSecond);
-    if (!(D >= plane::parameter_zero) || !(a + b >= D - triangle_slack) || !(std::fabs(a - b) <= D + triangle_slack)) {
+    if (!(D >= kParameterZero) || !(a + b >= D - triangle_slack) || !(std::fabs(a - b) <= D + triangle_slack)) {
         return -1;
     }
     const double x0 = 0.5 * (D + (a - b) * (a + b) / D);

@@ -34,8 +34,7 @@ double tauAt(double parameter, double radius) {
 // The series takes every point of a tangent angle below the angle step for the clothoid's origin. An end of a finite
 // radius, some 600 times the parameter, that lies there would be off by its distance from the origin.
 bool endIsLost(double parameter, double radius) {
-    return radius != 0.0 && tauAt(parameter, radius) < plane::angle_step &&
-           parameter * parameter / radius > joint_tolerance;
+    return radius != 0.0 && tauAt(parameter, radius) < kAngleStep && parameter * parameter / radius > joint_tolerance;
 }
 
 // The element turns from its start to its end tangent as its size and sense demand.

@@ -70,7 +70,7 @@ bool commonTangent(Vec c1, double q, double dir1, Vec c, double p, double dir, V
     }
     foot1 = {onFirst[0], onFirst[1]};
     foot = {onLast[0], onLast[1]};
-    return plane::distance(foot1, foot) >= plane::direction_zero;
+    return plane::distance(foot1, foot) >= kDirectionZero;
 }
 
 using Chain = std::array<Calelm, 6>;
@@ -117,7 +117,7 @@ Candidates centresFor(double side, const Calelm& s, const Calelm& r, const Sizes
     const double across = plane::cross(u, toCentre);
     // Where the offset line does not reach the circle about C there is no chain; a miss of a last bit is a touch.
     const double radicand = (D - std::fabs(across)) * (D + std::fabs(across));
-    if (!(radicand >= -plane::length_step)) {
+    if (!(radicand >= -kLengthStep)) {
         return found;
     }
     const double g = std::sqrt(std::fmax(radicand, 0.0));

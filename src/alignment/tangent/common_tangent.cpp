@@ -48,7 +48,7 @@ bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir
     tangent.foot2 = {second[0], second[1]};
     const Vec along = tangent.foot2 - tangent.foot1;
     const double length = plane::norm(along);
-    if (!(length >= plane::direction_zero)) {
+    if (!(length >= kDirectionZero)) {
         return false;
     }
     tangent.t = (1.0 / length) * along;

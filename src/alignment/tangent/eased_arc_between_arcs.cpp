@@ -23,7 +23,7 @@ Calelm clothoidOf(const Calelm& sizes, const Calelm& arc1, const Calelm& arc2) {
 }
 
 bool sameRadius(double r1, double r2) {
-    return !(std::fabs(r1 - r2) >= plane::length_step);
+    return !(std::fabs(r1 - r2) >= kLengthStep);
 }
 
 // Chain R1, A, R3, R2 of the calculation plane for one centre of R3, R3 touching R2 from inside; false where the

@@ -23,7 +23,7 @@ bool finiteEnds(const Calelm& e) {
 
 // A square distance that is negative by no more than the square of the length step is a touch.
 double rootOrTouch(double square) {
-    if (square < 0.0 && square > -plane::length_step) {
+    if (square < 0.0 && square > -kLengthStep) {
         return 0.0;
     }
     return square >= 0.0 ? std::sqrt(square) : std::numeric_limits<double>::quiet_NaN();
@@ -32,8 +32,7 @@ double rootOrTouch(double square) {
 } // namespace
 
 bool isGivenStraight(const Calelm& e) {
-    return e.type == element::straight && finiteEnds(e) &&
-           plane::distance(startOf(e), endOf(e)) >= plane::direction_zero;
+    return e.type == element::straight && finiteEnds(e) && plane::distance(startOf(e), endOf(e)) >= kDirectionZero;
 }
 
 bool isGivenArc(const Calelm& e) {

@@ -96,7 +96,7 @@ int arcWorker(double sense, const LineAndArc& given, Calelm& s, Calelm& r1, Cale
         }
         const Vec apart = centre1 - centre2;
         const double D = plane::norm(apart);
-        if (!(D >= plane::parameter_zero)) {
+        if (!(D >= kParameterZero)) {
             continue;
         }
         const double reach = sense > 0.0 && R > r ? -r : r;

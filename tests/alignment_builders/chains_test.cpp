@@ -5,6 +5,7 @@
 #include <fenmark/alignment/construction.h>
 #include <fenmark/alignment/primitives.h>
 
+#include "alignment/primitives/tools.h"
 #include "alignment_builders/sweep.h"
 
 #include <limits>
@@ -348,6 +349,16 @@ TEST(MoveRDl0RfAsf, FailsWithNothingChangedForAGapThatIsNotThatOfTheChain) {
 
 // ---- ARmakRR ----
 
+TEST(CircleCross, TouchingCirclesGiveOnePointTwice) {
+    double p[2] = {0.0, 0.0};
+    double q[2] = {0.0, 0.0};
+    EXPECT_EQ(fenmark::alignment::circleCross(0.0, 0.0, 100.0, 150.0, 0.0, 50.0, p, q), 1);
+    EXPECT_NEAR(p[0], 100.0, joint_tolerance);
+    EXPECT_NEAR(p[1], 0.0, joint_tolerance);
+    EXPECT_EQ(p[0], q[0]);
+    EXPECT_EQ(p[1], q[1]);
+}
+
 Calelm in_calculation_plane(const Calelm& e) {
     Calelm out{};
     CDchgSpace(&e, &out);
@@ -374,6 +385,9 @@ Outcome arc_inside_arc(Random& random, int mode, bool like) {
     Calelm arc1 = in_calculation_plane(chain[0]);
     Calelm arc3 = in_calculation_plane(chain[3]);
     Calelm arc2 = sizes_only(chain[2]);
+    if (random.coin()) {
+        arc2.dir = 0.0; // follows from arc 3
+    }
     Calelm m = sizes_only(chain[1]);
     const int status = ARmakRR(mode, &arc1, &arc3, &arc2, &m);
     if (status != 0) {

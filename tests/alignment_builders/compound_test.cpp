@@ -335,6 +335,9 @@ TEST(Mak3R4A, FindsTheMiddleArcAndTheFourClothoidsOfAnExactChain) {
         Calelm r1 = extended(chain[0], 0.0, random.uniform(-0.05, 0.05) * radius1);
         Calelm r3 = extended(chain[6], random.uniform(-0.05, 0.05) * radius3, 0.0);
         Calelm r2 = sizes_only(chain[3]);
+        if (random.coin()) {
+            r2.dir = 0.0; // follows from the outer arcs
+        }
         Calelm m1 = sizes_only(chain[1]);
         Calelm m2 = sizes_only(chain[2]);
         Calelm m3 = sizes_only(chain[4]);
@@ -415,6 +418,30 @@ TEST(MakAORP, FindsAnExactChainThroughThePointForLikeAndUnlikeTurnsAndBothModes)
             }
         }
     }
+}
+
+TEST(MakAORP, WithALengthOf0TheNewArcReachesThePoint) {
+    // Both places may give a tangent chain: the one that the side of the given arc tells is taken.
+    constexpr int both_places = 40;
+    const auto run = [](Random& random) {
+        const bool given_first = random.coin();
+        const double dir = random.sign();
+        const double radius2 = random.radius();
+        const double radius1 = radius2 * random.uniform(1.2, 4.0);
+        const double a = random.parameter(radius2);
+        const auto forward =
+            lay_chain(random.pose(), {arc(dir, radius1, some_sweep(random, radius1)), clothoid(-dir, a, 0.0, radius2),
+                                      arc(-dir, radius2, some_sweep(random, radius2))});
+        const auto chain = given_first ? forward : reversed_chain(forward);
+        Calelm given = chain[given_first ? 0 : 2];
+        Calelm made = sizes_only(chain[given_first ? 2 : 0]);
+        Calelm m = sizes_only(chain[1]);
+        const double p[2] = {forward[2].ex, forward[2].ey};
+        const int status = ali_makAOR_P(p, given_first ? 1 : -1, &given, &m, &made);
+        return judge(status, given_first ? std::vector{given, m, made} : std::vector{made, m, given}, chain,
+                     joint_tolerance);
+    };
+    sweep(5150, run, both_places);
 }
 
 } // namespace

@@ -84,9 +84,10 @@ TEST(MakrSP, WithThePointOnTheCircleTheLineLeavesAlongTheTangentThere) {
         s.len = len;
         const Point p = end_point(chain[0]);
         const int status = ali_makrS_P(p.p, 1, &r, &s);
-        // The contact is found through acos(R / D) near 1: the last bit of D moves it by the square root of that.
+        // The contact is found through acos(R / D) near 1: noise of 1e-10 m in D moves it by sqrt(2 R 1e-10).
+        constexpr double contact_noise = 1e-3;
         Outcome outcome = judge(status, std::vector{r, s}, chain, joint_tolerance);
-        if (outcome.found == Found::other_valid && distance(s.sx, s.sy, p.p[0], p.p[1]) < 0.01) {
+        if (outcome.found == Found::other_valid && distance(s.sx, s.sy, p.p[0], p.p[1]) < contact_noise) {
             outcome.found = Found::expected;
         }
         return outcome;
@@ -397,6 +398,21 @@ TEST(MaksRP, FindsTheTangentArcWhoseCirclePassesThePoint) {
             return judge(status, first ? std::vector{s, r} : std::vector{r, s}, chain, joint_tolerance);
         });
     }
+}
+
+TEST(MaksRP, WithALengthOf0ReachesThePoint) {
+    sweep(5298, [](Random& random) {
+        const bool first = random.coin();
+        const double radius = random.radius();
+        const auto chain =
+            chain_of(random, first,
+                     {straight(random.uniform(5.0, 300.0)), arc(random.sign(), radius, some_sweep(random, radius))});
+        Calelm s = uncut(random, chain[first ? 0 : 1], first);
+        Calelm r = sizes_only(chain[first ? 1 : 0]);
+        const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
+        const int status = ali_maksR_P(p.p, first ? 1 : 2, &s, &r);
+        return judge(status, first ? std::vector{s, r} : std::vector{r, s}, chain, joint_tolerance);
+    });
 }
 
 TEST(MaksRP, LaysArcsOfMoreThanAHalfCircleToo) {

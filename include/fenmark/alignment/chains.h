@@ -81,7 +81,8 @@ FENMARK_ALIGNMENT_API int moveR_dl0_rfAsf(int mover_side, int element_side, doub
 /**
  * Arc arc2 of given radius inside arc3, touching it, and joined to arc1 by a clothoid: arc1, clothoid, arc2, arc3.
  * All values are in the calculation plane. Writes the clothoid's ends, radii and dir, the end of arc1, both ends and
- * the centre of arc2, and the start of arc3; tangents and lengths are left to the construction functions.
+ * the centre of arc2, and the start of arc3; tangents and lengths are left to the construction functions. dir of arc2
+ * is that of arc3, or 0.
  *
  * @param mode  0: the clothoid runs from infinite radius to the smaller radius; -1 (or 65535): between the two radii
  * @return 0; -1 or 1 when no place exists; -1 when a sweep is empty or not below a half circle. The records are then

@@ -68,7 +68,7 @@ FENMARK_ALIGNMENT_API int ali_makSAR(int side, const Calelm* s, Calelm* a, const
  * clothoids.
  *
  * @param D     the larger of the two gaps at the points of inflection, metres; next to nothing, since r2 was placed
- * @param r2    par and dir given; written whole
+ * @param r2    par given, dir given or 0; written whole
  * @param a1 to a4  par given; written whole
  * @return 0; -1 when r1 and r3 turn unlike, r2 turns as they do, no place for r2 exists, or the chain at every such
  *         place would not be tangent with arcs of at most a half circle; or the code of a construction function
@@ -84,7 +84,7 @@ FENMARK_ALIGNMENT_API int ali_mak3R4A(double* D, Calelm* r1, Calelm* a1, Calelm*
  * @param mode  -1 (or 65535): the chain runs r2, a, r1; any other value: r1, a, r2
  * @param r1    the given arc; cut at the clothoid
  * @param a     par given; written whole, dir that of the arc of the smaller radius
- * @param r2    par, dir and len given (len metres, from the clothoid on); written whole
+ * @param r2    par, dir and len given; written whole. len counts from the clothoid on, metres; with 0 the arc reaches p
  * @return 0; -1 when there is no such chain, or it would not be tangent with arcs of less than a half circle; or the
  *         code of a construction function
  */

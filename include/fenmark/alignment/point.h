@@ -77,8 +77,8 @@ FENMARK_ALIGNMENT_API int ali_makrAAR_P(const double p[2], int end, Calelm* r1, 
 
 /**
  * Arc r (par, dir, len given) tangent to straight s, its circle through p. End 1: s, r; any other: r, s. r keeps its
- * length, whether p lies on that stretch of the circle or not. Points and lengths are rounded to 1e-5, tangents to
- * 1.389e-6.
+ * length, whether p lies on that stretch of the circle or not; with a length of 0 it reaches p. Points and lengths are
+ * rounded to 1e-5, tangents to 1.389e-6.
  * @return 0; -1 when p is farther from the line than 2 par, or lies on the side away from dir, or the contact lies off
  *         the straight's side that stays
  */

@@ -52,14 +52,17 @@ int layAt(const Chain& given, int mode, Vec centre, Chain& laid) {
 extern "C" int ARmakRR(int mode, Calelm* arc1, Calelm* arc3, Calelm* arc2, Calelm* clothoid) {
     Chain given{*arc1, *clothoid, *arc2, *arc3};
     // Arcs that touch from inside turn the same way.
-    if (!isTurn(arc1->dir) || !isTurn(arc2->dir) || arc3->dir != arc2->dir || !(arc1->par > 0.0) ||
+    if (arc2->dir == 0.0) {
+        given.arc2.dir = arc3->dir;
+    }
+    if (!isTurn(arc1->dir) || !isTurn(given.arc2.dir) || arc3->dir != given.arc2.dir || !(arc1->par > 0.0) ||
         !(arc2->par > 0.0)) {
         return -1;
     }
     given.clothoid.type = element::clothoid;
-    given.clothoid.dir = arc1->par < arc2->par ? arc1->dir : arc2->dir;
+    given.clothoid.dir = arc1->par < arc2->par ? arc1->dir : given.arc2.dir;
     double d = -1.0;
-    const int status = signed16(CDOODistForRAR(arc1, &given.clothoid, mode, arc2, &d));
+    const int status = signed16(CDOODistForRAR(arc1, &given.clothoid, mode, &given.arc2, &d));
     if (status != 0 || !(d >= 0.0)) {
         return status != 0 ? status : -1;
     }

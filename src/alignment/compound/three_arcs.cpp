@@ -83,7 +83,10 @@ extern "C" int ali_mak3R4A(double* D, Calelm* r1, Calelm* a1, Calelm* a2, Calelm
     if (!circleCuts(c1, d12, c3, d23, left, right)) {
         return -1;
     }
-    const Laid given{{*r1, *a1, *a2, *r2, *a3, *a4, *r3}, 0.0};
+    Laid given{{*r1, *a1, *a2, *r2, *a3, *a4, *r3}, 0.0};
+    if (r2->dir == 0.0) {
+        given.chain[3].dir = -r1->dir;
+    }
     Laid laid;
     const int status = layAll(given, r1->dir > 0.0 ? right : left, laid);
     if (status != 0 && layAll(given, r1->dir > 0.0 ? left : right, laid) != 0) {

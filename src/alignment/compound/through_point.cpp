@@ -122,10 +122,14 @@ int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2) {
 
 int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2) {
     const bool backwards = signed16(mode) == -1;
-    if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r2->len > 0.0)) {
+    if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r2->len >= 0.0)) {
         return -1;
     }
     Chain chain{*r1, *a, *r2};
+    const bool toPoint = r2->len == 0.0;
+    if (toPoint) {
+        chain.r2.len = plane::pi * r2->par; // a place from which the point is no more than a half circle away
+    }
     chain.r1.type = element::arc;
     chain.r2.type = element::arc;
     chain.a.type = element::clothoid;
@@ -150,6 +154,9 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
     auto& given = made[backwards ? 2 : 0];
     auto& placed = made[backwards ? 0 : 2];
     status = cutArc(given, backwards, backwards ? endOf(made[1]) : startOf(made[1]));
+    if (status == 0 && toPoint) {
+        (backwards ? setStart : setEnd)(placed, fromSurvey(p));
+    }
     if (status == 0) {
         status = signed16(ali_makR(&placed));
     }

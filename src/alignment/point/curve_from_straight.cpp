@@ -58,7 +58,7 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     const bool straightFirst = signed16(end) == 1;
     const double radius = r->par;
     const Frame frame = frameOf(*s);
-    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len > 0.0) || !(r->len < plane::two_pi * radius)) {
+    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) || !(r->len < plane::two_pi * radius)) {
         return -1;
     }
     const Vec point = frame.local(fromSurvey(p));
@@ -75,10 +75,12 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
         return -1;
     }
     const double kept = straightFirst ? x : frame.length - x;
-    const double sweep = r->len / radius;
     const Vec contact = frame.global(x, 0.0);
-    // Run from the contact the arc turns dir, or against it when it is run back.
-    const Vec other = centre + plane::turned(contact - centre, (straightFirst ? r->dir : -r->dir) * sweep);
+    // Run from the contact the arc turns dir, or against it when it is run back: by its length, or to the point.
+    const double turn = straightFirst ? r->dir : -r->dir;
+    const double sweep =
+        r->len > 0.0 ? r->len / radius : sweepBetween(centre, contact, frame.global(point.x, point.y), turn);
+    const Vec other = centre + plane::turned(contact - centre, turn * sweep);
 
     const double direction = roundAngle(plane::direction(frame.u));
     Calelm straight = *s;
@@ -104,7 +106,7 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     arc.r1 = arc.r2 = 0.0;
     setStart(arc, from);
     setEnd(arc, to);
-    arc.len = roundLength(r->len);
+    arc.len = roundLength(radius * sweep);
     arc.sang = ali_CExAng(straightFirst ? direction : roundAngle(sang));
     arc.eang = ali_CExAng(straightFirst ? roundAngle(eang) : direction);
     arc.k1 = centre.x;

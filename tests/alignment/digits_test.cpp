@@ -99,7 +99,9 @@ Table results() {
     addMeeting(table, "arc clothoid", long_arc, flattens);
     addMeeting(table, "clothoid clothoid", grows,
                clothoidFrom(place.x + 60.0, place.y - 40.0, 1.9, -1.0, 140.0, 110.0, 450.0));
-    addMeeting(table, "straight long arc", straight, long_arc);
+    addMeeting(table, "straight long arc",
+               straightRecord(long_arc.k1 - 90.0, long_arc.k2 + 11.0, long_arc.k1 + 85.0, long_arc.k2 + 23.0),
+               long_arc);
     return table;
 }
 

@@ -1,0 +1,50 @@
+// docs/exports.txt lists what the headers declare, no more and no less; the library's symbols are compared with it too.
+#include "support_alignment.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+
+namespace {
+
+std::set<std::string> listed() {
+    std::ifstream file(FENMARK_SOURCE_DIR "/docs/exports.txt");
+    std::set<std::string> names;
+    std::string line;
+    while (std::getline(file, line)) {
+        names.insert(line);
+    }
+    return names;
+}
+
+std::set<std::string> declared() {
+    std::set<std::string> names;
+    const std::regex declaration(R"(FENMARK_ALIGNMENT_API\s+(?:int|void|double|const char\*)\s+(\w+)\()");
+    for (const auto& entry : std::filesystem::directory_iterator(FENMARK_SOURCE_DIR "/include/fenmark/alignment")) {
+        std::ifstream file(entry.path());
+        std::stringstream text;
+        text << file.rdbuf();
+        const std::string header = text.str();
+        for (std::sregex_iterator it(header.begin(), header.end(), declaration), end; it != end; ++it) {
+            names.insert((*it)[1].str());
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+TEST(Exports, TheListIsWhatTheHeadersDeclare) {
+    const auto in_list = listed();
+    const auto in_headers = declared();
+    EXPECT_GT(in_headers.size(), 100u);
+    for (const std::string& name : in_headers) {
+        EXPECT_TRUE(in_list.contains(name)) << name << " is declared and not in docs/exports.txt";
+    }
+    for (const std::string& name : in_list) {
+        EXPECT_TRUE(in_headers.contains(name)) << name << " is in docs/exports.txt and not declared";
+    }
+}

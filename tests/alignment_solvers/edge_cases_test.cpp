@@ -2,7 +2,6 @@
 #include "support/exact_chain.h"
 
 #include "alignment/tangent/chain_check.h"
-#include "alignment/tangent/chain_worker.h"
 
 #include <fenmark/alignment.h>
 
@@ -287,7 +286,7 @@ LongChain long_chain(double dir, double relation) {
 TEST(ChainWorker, StraightWhoseNormalPassesAwayFromTheArcTurnsRight) {
     for (const double dir : {1.0, -1.0}) {
         LongChain c = long_chain(dir, -1.0);
-        ASSERT_EQ(0, alignment::chainWorker(c.s, c.r, c.a1, c.r1, c.a2, c.a3));
+        ASSERT_EQ(0, chainWorker(&c.s, &c.r, &c.a1, &c.r1, &c.a2, &c.a3));
         EXPECT_EQ(dir, c.a1.dir);
         EXPECT_EQ(dir, c.r1.dir);
         EXPECT_EQ(dir, c.a2.dir);
@@ -300,7 +299,7 @@ TEST(ChainWorker, RadiusOfZeroForTheMiddleArcIsRefused) {
     LongChain c = long_chain(1.0, -1.0);
     c.r1.par = 0.0;
     const Calelm s = c.s, r = c.r;
-    EXPECT_EQ(-1, alignment::chainWorker(c.s, c.r, c.a1, c.r1, c.a2, c.a3));
+    EXPECT_EQ(-1, chainWorker(&c.s, &c.r, &c.a1, &c.r1, &c.a2, &c.a3));
     EXPECT_TRUE(exact::identical(s, c.s));
     EXPECT_TRUE(exact::identical(r, c.r));
 }
@@ -309,7 +308,7 @@ TEST(ChainWorker, StraightOutOfReachOfTheArcIsRefused) {
     // The straight runs past so far away that no circle beside it reaches the distance that the clothoids demand.
     LongChain c = long_chain(1.0, -1.0);
     c.s = straight_from_to(0, 4000, 10, 4000);
-    EXPECT_EQ(-1, alignment::chainWorker(c.s, c.r, c.a1, c.r1, c.a2, c.a3));
+    EXPECT_EQ(-1, chainWorker(&c.s, &c.r, &c.a1, &c.r1, &c.a2, &c.a3));
 }
 
 TEST(ARAAmakSR, OtherSideIsTheSameChainTravelledBack) {

@@ -81,6 +81,11 @@ FENMARK_ALIGNMENT_API int ali_RmakSR(int side, Calelm* s, Calelm* r1, Calelm* r2
 FENMARK_ALIGNMENT_API int ali_RAmakSR(int side, int mode, Calelm* s, Calelm* r, Calelm* r1, Calelm* a);
 
 /**
+ * The worker behind ali_ARAAmakSR: its chain in the order s, a1, r1, a2, a3, r. Survey plane. Returns 0 or -1.
+ */
+FENMARK_ALIGNMENT_API int chainWorker(Calelm* s, Calelm* r, Calelm* a1, Calelm* r1, Calelm* a2, Calelm* a3);
+
+/**
  * Clothoid a1, arc r1 of radius r1->par, clothoids a2 and a3 between straight s and arc r. a1 is flat at s, a2 and a3
  * meet at infinite radius, a3 ends on r, which may turn either way. Side 1: chain s, a1, r1, a2, a3, r; any other side:
  * chain r, a3, a2, r1, a1, s. The curve at s turns to the side of s on which r begins (seen along side 1); where that

@@ -7,9 +7,8 @@
 // Sources: the shift relations of the clothoid. C1 lies R1 + dR1 beside S, on the side of the curve, and D from C, with
 // D^2 = (Xm2 + Xm3)^2 + (p -+ q)^2 for equal and opposite turning senses: along the common tangent the two centres are
 // Xm2 and Xm3 away from the inflection, across it p and q on one side or on either side.
-#include "alignment/tangent/chain_worker.h"
-
 #include "fenmark/alignment/primitives.h"
+#include "fenmark/alignment/tangent.h"
 
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
@@ -127,9 +126,7 @@ Candidates centresFor(double side, const Calelm& s, const Calelm& r, const Sizes
     return found;
 }
 
-} // namespace
-
-int chainWorker(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calelm& a3) {
+int fitLongChain(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calelm& a3) {
     if (!isGivenStraight(s) || !isGivenArc(r) || !clothoidFits(a1.par, r1.par) || !clothoidFits(a2.par, r1.par) ||
         !clothoidFits(a3.par, r.par)) {
         return -1;
@@ -163,4 +160,14 @@ int chainWorker(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calelm
     return -1;
 }
 
+} // namespace
+
 } // namespace fenmark::alignment
+
+extern "C" {
+
+int chainWorker(Calelm* s, Calelm* r, Calelm* a1, Calelm* r1, Calelm* a2, Calelm* a3) {
+    return fenmark::alignment::fitLongChain(*s, *r, *a1, *r1, *a2, *a3);
+}
+
+} // extern "C"

@@ -6,7 +6,6 @@
 #include "fenmark/alignment/construction.h"
 
 #include "alignment/tangent/chain_check.h"
-#include "alignment/tangent/chain_worker.h"
 #include "alignment/tangent/solver_tools.h"
 
 namespace fenmark::alignment {
@@ -15,14 +14,14 @@ namespace {
 
 int chainBetweenStraightAndArc(int side, Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calelm& a3) {
     if (side == 1) {
-        return chainWorker(s, r, a1, r1, a2, a3);
+        return chainWorker(&s, &r, &a1, &r1, &a2, &a3);
     }
     if (!isGivenStraight(s) || !isGivenArc(r)) {
         return -1;
     }
     std::array work = {reversed(s), a1, r1, a2, a3, reversed(r)};
     work.front().dir = 1.0;
-    if (chainWorker(work[0], work[5], work[1], work[2], work[3], work[4]) != 0) {
+    if (chainWorker(&work[0], &work[5], &work[1], &work[2], &work[3], &work[4]) != 0) {
         return -1;
     }
     // Order of travel of the caller: R, A3, A2, R1, A1, S.

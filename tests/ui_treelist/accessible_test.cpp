@@ -1,6 +1,10 @@
 // What screen readers learn.
+#include <algorithm>
+#include <utility>
+
 #include <QAccessible>
 
+#include "ui/treelist/tree_list_accessible.h"
 #include "ui_treelist/tree_list_fixture.h"
 
 namespace fenmark::ui::treelist {
@@ -96,6 +100,40 @@ TEST_F(AccessibleTest, CellsOfDeletedRowsEnd) {
     list_->DeleteItem(b_);
     EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
     EXPECT_EQ(cell(3, 0)->text(QAccessible::Name), "c");
+}
+
+// What was announced, as (event, name of the cell).
+std::vector<std::pair<QAccessible::Event, QString>> announced;
+
+void announce(QAccessibleEvent* event) {
+    QAccessibleInterface* from = event->accessibleInterface();
+    announced.emplace_back(event->type(), from ? from->text(QAccessible::Name) : QString());
+}
+
+TEST_F(AccessibleTest, MovesOfTheFocusAndChangesOfStateAreAnnounced) {
+    hearTreeListEvents(announce);
+    list_->SelectItem(a_, 0);
+    announced.clear();
+    press(Qt::Key_Down);
+    const auto heard = [](QAccessible::Event type, const QString& name) {
+        return std::count(announced.begin(), announced.end(), std::pair(type, name)) > 0;
+    };
+    EXPECT_TRUE(heard(QAccessible::Focus, "a1"));
+    announced.clear();
+    press(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(heard(QAccessible::StateChanged, "a1"));
+    announced.clear();
+    list_->SetItemText(a1_, 0, "renamed");
+    EXPECT_TRUE(heard(QAccessible::NameChanged, "renamed"));
+    announced.clear();
+    list_->ExpandItem(a1_, ExpandCode::Expand);
+    QApplication::processEvents();
+    EXPECT_TRUE(std::any_of(announced.begin(), announced.end(),
+                            [](const auto& heardEvent) { return heardEvent.first == QAccessible::TableModelChanged; }));
+    hearTreeListEvents(nullptr);
+    announced.clear();
+    press(Qt::Key_Down);
+    EXPECT_TRUE(announced.empty());
 }
 
 TEST_F(AccessibleTest, SelectionIsReadAndMadeByRow) {

@@ -255,6 +255,22 @@ TEST_F(TreeListTest, ADisabledControlTakesNoInput) {
     EXPECT_TRUE(list_->isEnabled());
 }
 
+TEST_F(TreeListTest, AHundredThousandRowsAreSelectedDroppedAndDeletedWithoutDelay) {
+    setStyle(kStyleMultiSelect);
+    for (int i = 0; i < 100000; ++i) {
+        list_->InsertItem("row");
+    }
+    for (CTreeListItem* row = a_; row; row = row->nextSibling()) {
+        list_->SelectItem(row, 0, 0);
+    }
+    EXPECT_EQ(list_->GetSelectedCount(), 100003);
+    EXPECT_EQ(list_->GetSelectedItem(), list_->GetRootItem()->lastChild());
+    list_->SelectItem(a_, 0);
+    EXPECT_EQ(list_->GetSelectedCount(), 1);
+    list_->DeleteAllItems();
+    EXPECT_EQ(list_->GetItemCount(), 0);
+}
+
 TEST_F(TreeListTest, TheTipShowsACutTextAndGoesWithThePointer) {
     list_->SetItemText(a_, 1, "a text that is much too long for its column");
     QTest::mouseMove(list_->viewport(), at(a_, kHitText, 1));

@@ -12,6 +12,7 @@
 
 #include "ui/treelist/tree_list_ctrl.h"
 #include "ui/treelist/tree_list_header_ctrl.h"
+#include "ui/treelist/tree_list_text.h"
 
 namespace fenmark::ui::treelist {
 
@@ -106,7 +107,6 @@ class CellAccessible : public QAccessibleInterface,
             state.expandable = item_->hasChildren();
             state.expanded = state.expandable && item_->isExpanded();
             state.collapsed = state.expandable && !item_->isExpanded();
-            state.hasPopup = false;
             if (hasCheckBox()) {
                 const int check = control_->GetCheck(item_);
                 state.checkable = true;
@@ -170,7 +170,7 @@ class CellAccessible : public QAccessibleInterface,
         return name == toggleAction() ? QStringList{QStringLiteral("Ctrl+Space")} : QStringList();
     }
     [[nodiscard]] QString localizedActionDescription(const QString& name) const override {
-        return name == showMenuAction() ? CTreeListCtrl::tr("Expands or collapses the row")
+        return name == showMenuAction() ? treeListText("Expands or collapses the row", "行を展開または折りたたみます")
                                         : QAccessibleActionInterface::localizedActionDescription(name);
     }
 
@@ -185,11 +185,11 @@ class CellAccessible : public QAccessibleInterface,
         }
         switch (control_->GetLock(item_)) {
         case 0:
-            return CTreeListCtrl::tr("Unlocked");
+            return treeListText("Unlocked", "ロックなし");
         case 1:
-            return CTreeListCtrl::tr("Locked");
+            return treeListText("Locked", "ロック");
         default:
-            return CTreeListCtrl::tr("Partly locked");
+            return treeListText("Partly locked", "一部ロック");
         }
     }
 
@@ -340,7 +340,7 @@ class ControlAccessible : public QAccessibleWidget, public QAccessibleTableInter
         return isRowSelected(row) && (control()->GetStyle() & kStyleMultiSelect) && control()->Select(row, -1, 0);
     }
     bool unselectColumn(int) override { return false; }
-    void modelChange(QAccessibleTableModelChangeEvent*) override { forgetAccessibleRows(control()); }
+    void modelChange(QAccessibleTableModelChangeEvent*) override {} // cells go by row, not by place
 
   private:
     [[nodiscard]] int columnAtPlace(int place) const {
@@ -353,11 +353,49 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     return control ? new ControlAccessible(control) : nullptr;
 }
 
+// Told by the toolkit when someone begins or ends to listen.
+class Listener : public QAccessible::ActivationObserver {
+  public:
+    Listener() { QAccessible::installActivationObserver(this); }
+    void accessibilityActiveChanged(bool active) override { heard = active; }
+    bool heard = QAccessible::isActive();
+};
+
+Listener& listener() {
+    static auto* const only = new Listener; // lives as long as the toolkit may call it
+    return *only;
+}
+
+void (*hearer)(QAccessibleEvent*) = nullptr;
+
+void send(QAccessibleEvent& event) {
+    if (hearer) {
+        hearer(&event);
+    } else {
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
 } // namespace
+
+bool treeListIsHeard() {
+    return hearer || listener().heard;
+}
+
+void hearTreeListEvents(void (*hear)(QAccessibleEvent* event)) {
+    hearer = hear;
+}
+
+void announceTreeListReset(const CTreeListCtrl* control) {
+    QAccessibleTableModelChangeEvent event(const_cast<CTreeListCtrl*>(control),
+                                           QAccessibleTableModelChangeEvent::ModelReset);
+    send(event);
+}
 
 void installTreeListAccessibility() {
     static const bool installed = [] {
         QAccessible::installFactory(makeInterface);
+        listener();
         return true;
     }();
     static_cast<void>(installed);
@@ -387,11 +425,11 @@ void announceTreeListRow(const CTreeListCtrl* control, const CTreeListItem* item
         changed.checked = true;
         changed.expanded = true;
         QAccessibleStateChangeEvent event(cell, changed);
-        QAccessible::updateAccessibility(&event);
+        send(event);
         return;
     }
     QAccessibleEvent event(cell, static_cast<QAccessible::Event>(accessibleEvent));
-    QAccessible::updateAccessibility(&event);
+    send(event);
 }
 
 } // namespace fenmark::ui::treelist

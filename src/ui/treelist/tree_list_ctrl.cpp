@@ -190,7 +190,7 @@ void CTreeListCtrl::repaintItem(const CTreeListItem* item) const {
         return; // all will be painted
     }
     const QRect rect = GetItemRect(item);
-    if (!rect.isEmpty()) {
+    if (!rect.isEmpty() && rect.bottom() >= 0 && rect.top() < viewport()->height()) {
         viewport()->update(QRect(0, rect.y(), viewport()->width(), rect.height()));
     }
 }
@@ -238,6 +238,9 @@ void CTreeListCtrl::layoutChanged() {
     }
     placeEditor();
     repaintRows();
+    if (treeListIsHeard()) {
+        announceTreeListReset(this);
+    }
 }
 
 int CTreeListCtrl::notify(int code, CTreeListItem* item, int column, CTreeListCtrl* source, CTreeListItem* target) {

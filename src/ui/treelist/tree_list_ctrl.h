@@ -2,6 +2,7 @@
 // that cascade through the tree, images, in-place editors, and drag and drop of rows, also between two controls.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -310,7 +311,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     void editorLostFocus();
 
     // Drag and drop (tree_list_ctrl_drag.cpp).
-    void armDrag(const QPoint& point);
+    void armDrag(CTreeListItem* item);
     void startDrag(const QPoint& point);
     void moveDrag(const QPoint& globalPoint);
     void endDrag(bool drop, const QPoint& globalPoint);
@@ -331,8 +332,8 @@ class CTreeListCtrl : public QAbstractScrollArea {
     mutable bool layoutDirty_ = true;
     mutable bool laying_ = false;
 
-    std::vector<CTreeListItem**> guards_; // pointers to rows that are nulled when their row is deleted
-    std::vector<CTreeListItem*> selection_;
+    std::vector<CTreeListItem**> guards_;  // pointers to rows that are nulled when their row is deleted
+    std::deque<CTreeListItem*> selection_; // the last one added is the first
     CTreeListItem* focusItem_ = nullptr;
     int focusColumn_ = 0;
     CTreeListItem* selectionMark_ = nullptr;

@@ -36,9 +36,8 @@ CTreeListCtrl* controlAt(const QPoint& globalPoint) {
 
 } // namespace
 
-void CTreeListCtrl::armDrag(const QPoint& point) {
-    CTreeListItem* item = HitTest(point);
-    if (!(style_ & kStyleDragRows) || !item || !(item->state & kItemSelected)) {
+void CTreeListCtrl::armDrag(CTreeListItem* item) {
+    if (!(style_ & kStyleDragRows) || !(item->state & kItemSelected)) {
         return;
     }
     if (notify(kNotifyDragStarting, item, focusColumn_) < 0) {
@@ -48,12 +47,17 @@ void CTreeListCtrl::armDrag(const QPoint& point) {
 }
 
 QPixmap CTreeListCtrl::pictureOfSelection() const {
-    // In the order of the list, as many as fit a picture of sensible size.
-    std::vector<const CTreeListItem*> rows(selection_.begin(), selection_.end());
-    std::sort(rows.begin(), rows.end(),
-              [this](const CTreeListItem* a, const CTreeListItem* b) { return GetItemIndex(a) < GetItemIndex(b); });
-    if (rows.size() > kPictureRows) {
-        rows.resize(kPictureRows);
+    // Those in view, in the order of the list, as many as give a picture of sensible size.
+    std::vector<const CTreeListItem*> rows;
+    const CTreeListItem* row = GetFirstVisibleItem();
+    for (int i = GetCountPerPage(); row && i >= 0 && rows.size() < kPictureRows; --i) {
+        if (row->state & kItemSelected) {
+            rows.push_back(row);
+        }
+        row = tree_.nextShown(row);
+    }
+    if (rows.empty()) {
+        rows.push_back(selection_.front());
     }
     const int height = GetItemHeight();
     const QSize size(std::clamp(columns_.totalWidth(), 1, std::max(1, viewport()->width())),
@@ -65,8 +69,8 @@ QPixmap CTreeListCtrl::pictureOfSelection() const {
     QPainter painter(&picture);
     TreeListPainter pictured(*this, painter);
     int y = 0;
-    for (const CTreeListItem* row : rows) {
-        pictured.paintDragRow(*row, y);
+    for (const CTreeListItem* each : rows) {
+        pictured.paintDragRow(*each, y);
         y += height;
     }
     return picture;

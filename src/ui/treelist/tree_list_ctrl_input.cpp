@@ -82,7 +82,7 @@ void CTreeListCtrl::pressRow(CTreeListItem* item, int flags, int column, QMouseE
         SelectItem(item, target, 1);
     }
     if (row && !editorOpen_) {
-        armDrag(pressPoint_);
+        armDrag(item); // by row: the selection may have scrolled
     } else if (row && modifyItem_ == item) {
         SetCtrlFocus();
     }

@@ -115,7 +115,9 @@ void CTreeListCtrl::forget(CTreeListItem* subtree) {
             *kept = nullptr;
         }
     }
-    std::erase_if(selection_, gone);
+    if (subtree->hasChildren() || (subtree->state & kItemSelected)) {
+        std::erase_if(selection_, gone);
+    }
     forgetAccessibleRows(this);
 }
 
@@ -148,6 +150,8 @@ void CTreeListCtrl::DeleteItem(int index) {
 void CTreeListCtrl::DeleteAllItems() {
     const bool redraw = redraw_;
     SetRedraw(false);
+    CancelModify();
+    selection_.clear();
     while (CTreeListItem* item = tree_.root()->lastChild()) {
         forget(item);
         tree_.erase(item);
@@ -232,7 +236,9 @@ void CTreeListCtrl::SetItemState(CTreeListItem* item, std::uint32_t state, std::
     tree_.setState(item, state, mask);
     if ((before ^ item->state) & kItemSelected) {
         // The selection follows the bit.
-        std::erase(selection_, item);
+        if (before & kItemSelected) {
+            std::erase(selection_, item);
+        }
         if (item->state & kItemSelected) {
             if (!(style_ & kStyleMultiSelect)) {
                 for (CTreeListItem* row : selection_) {
@@ -241,7 +247,7 @@ void CTreeListCtrl::SetItemState(CTreeListItem* item, std::uint32_t state, std::
                 selection_.clear();
                 repaintRows();
             }
-            selection_.insert(selection_.begin(), item);
+            selection_.push_front(item);
         }
     }
     if (tree_.visibleCount() != shown) {
@@ -438,7 +444,7 @@ bool CTreeListCtrl::boxShown(const CTreeListItem* item, std::uint32_t box) const
 }
 
 void CTreeListCtrl::announceRow(CTreeListItem* item, int accessibleEvent) const {
-    if (QAccessible::isActive()) {
+    if (treeListIsHeard()) {
         announceTreeListRow(this, item, accessibleEvent);
     }
 }

@@ -36,10 +36,17 @@ bool CTreeListCtrl::SelectItem(CTreeListItem* item, int column, int mode) {
         return true; // the parent deleted it
     }
     const bool wasSelected = item && (item->state & kItemSelected);
-    const auto drop = [this](CTreeListItem* old) {
+    constexpr std::size_t kSingly = 64; // more rows than this are repainted all at once
+    const bool singly = selection_.size() <= kSingly;
+    const auto drop = [this, singly](CTreeListItem* old) {
         old->state &= ~std::uint32_t{kItemSelected};
-        repaintItem(old);
+        if (singly) {
+            repaintItem(old);
+        }
     };
+    if (!singly) {
+        repaintRows();
+    }
     repaintItem(focusItem_);
     if (toggles && item) {
         if (wasSelected) {
@@ -55,7 +62,7 @@ bool CTreeListCtrl::SelectItem(CTreeListItem* item, int column, int mode) {
     if (item) {
         if (!toggles || !wasSelected) {
             item->state |= kItemSelected;
-            selection_.insert(selection_.begin(), item);
+            selection_.push_front(item);
         }
         focusItem_ = item;
         focusColumn_ = column;

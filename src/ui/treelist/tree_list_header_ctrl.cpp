@@ -18,6 +18,7 @@
 #include "ui/treelist/tree_list_dc.h"
 #include "ui/treelist/tree_list_drag_windows.h"
 #include "ui/treelist/tree_list_resource.h"
+#include "ui/treelist/tree_list_text.h"
 
 namespace fenmark::ui::treelist {
 
@@ -272,9 +273,10 @@ void CTreeListHeaderCtrl::showMenu(const QPoint& globalPoint, int column) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     if (column >= 0) {
-        menu->addAction(tr("Fit Width"), this, [this, column] { control_.SetColumnWidth(column, kWidthTextsAndHead); });
+        menu->addAction(treeListText("Fit Width", "幅を内容に合わせる"), this,
+                        [this, column] { control_.SetColumnWidth(column, kWidthTextsAndHead); });
     }
-    menu->addAction(tr("Fit All Widths"), this, [this] {
+    menu->addAction(treeListText("Fit All Widths", "すべての幅を内容に合わせる"), this, [this] {
         const std::vector<int> shown = control_.columns_.shown();
         for (const int each : shown) {
             control_.SetColumnWidth(each, kWidthTextsAndHead);

@@ -47,10 +47,6 @@ void TreeListPainter::paint(const QRect& area) {
         painter_.setBrush(Qt::NoBrush);
         painter_.drawRect(focusFrame_.adjusted(0, 0, -1, -1));
     }
-    if (!dots_.empty()) {
-        painter_.setPen(colorOf(TreeListColor::Line));
-        painter_.drawPoints(dots_.data(), static_cast<int>(dots_.size()));
-    }
 }
 
 void TreeListPainter::paintDragRow(const CTreeListItem& item, int y) {
@@ -94,7 +90,7 @@ void TreeListPainter::paintRow(const CTreeListItem& item, int y, const QRect& ar
         RowParts parts = plainCellParts(cell);
         if (column == columns.treeColumn()) {
             parts = treeCellParts(item, control_.style_, cell, metrics_);
-            addTreeLines(item, parts);
+            paintTreeLines(item, parts);
             paintTreeParts(item, parts);
         }
         paintText(item, column, parts.text, ink);
@@ -194,14 +190,16 @@ void TreeListPainter::paintGrid(const QRect& area, int rowsEnd) {
     if (style & kStyleHorizontalGrid) {
         const int right = std::min(left + columns.totalWidth(), area.right() + 1);
         for (int y = (area.top() / height_ + 1) * height_ - 1; y < bottom; y += height_) {
-            painter_.fillRect(QRect(left, y, right - left, 1), colorOf(TreeListColor::HorizontalGrid));
+            CTreeListResource::drawLine(painter_, QRect(left, y, right - left, 1),
+                                        colorOf(TreeListColor::HorizontalGrid));
         }
     }
     if (style & kStyleVerticalGrid) {
         int x = left;
         for (const int column : columns.shown()) {
             x += columns.at(column).width;
-            painter_.fillRect(QRect(x - 1, area.top(), 1, bottom - area.top()), colorOf(TreeListColor::VerticalGrid));
+            CTreeListResource::drawLine(painter_, QRect(x - 1, area.top(), 1, bottom - area.top()),
+                                        colorOf(TreeListColor::VerticalGrid));
         }
     }
 }
@@ -219,7 +217,7 @@ void TreeListPainter::addHorizontal(int y, int from, int to) {
     }
 }
 
-void TreeListPainter::addTreeLines(const CTreeListItem& item, const RowParts& parts) {
+void TreeListPainter::paintTreeLines(const CTreeListItem& item, const RowParts& parts) {
     const std::uint32_t style = control_.style_;
     if (!(style & kStyleTreeLines) || parts.button.isEmpty()) {
         return;
@@ -247,6 +245,11 @@ void TreeListPainter::addTreeLines(const CTreeListItem& item, const RowParts& pa
         if (row->nextSibling() && (row->level() > 1 || rootLines) && x < parts.cell.right()) {
             addVertical(x, top, bottom);
         }
+    }
+    if (!dots_.empty()) {
+        painter_.setPen(colorOf(TreeListColor::Line));
+        painter_.drawPoints(dots_.data(), static_cast<int>(dots_.size()));
+        dots_.clear();
     }
 }
 

@@ -28,7 +28,7 @@ class TreeListPainter {
     void paintTreeParts(const CTreeListItem& item, const RowParts& parts);
     void paintText(const CTreeListItem& item, int column, const PixelRect& rect, const QColor& ink);
     void paintGrid(const QRect& area, int rowsEnd);
-    void addTreeLines(const CTreeListItem& item, const RowParts& parts);
+    void paintTreeLines(const CTreeListItem& item, const RowParts& parts);
     void addVertical(int x, int from, int to);
     void addHorizontal(int y, int from, int to);
 
@@ -39,9 +39,9 @@ class TreeListPainter {
     int height_;   // of a row
     int baseline_; // of the text within its line
     bool enabled_;
-    bool active_; // the control or its editor has the focus
-    std::vector<QPoint> dots_;
-    QRect focusFrame_; // null if it is out of the area
+    bool active_;              // the control or its editor has the focus
+    std::vector<QPoint> dots_; // of the tree lines of one row
+    QRect focusFrame_;         // null if it is out of the area
 };
 
 } // namespace fenmark::ui::treelist

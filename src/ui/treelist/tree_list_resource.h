@@ -32,6 +32,8 @@ class CTreeListResource {
     static void drawCheckBox(QPainter& painter, const QRect& cell, int value, Look look, const RowMetrics& metrics);
     static void drawLockBox(QPainter& painter, const QRect& cell, int value, Look look, const RowMetrics& metrics);
     static void drawButton(QPainter& painter, const QRect& square, ButtonKind kind, Look look);
+    // A line one pixel thick, of equal thickness at every scale of the screen.
+    static void drawLine(QPainter& painter, const QRect& line, const QColor& color);
     static void drawSortMark(QPainter& painter, const QRect& cell, bool up);
 
     [[nodiscard]] static QCursor dropCursor(DropResult result);

@@ -14,8 +14,8 @@ namespace fenmark::host::embedded {
 
 // Up to this tangent angle, measured at the inflection point, the series below is good to 1e-13 of the length.
 inline constexpr double kSeriesTurn = 1.7;
-// Up to this turn, five nodes of quadrature are good to 1e-15 of the length.
-inline constexpr double kQuadratureTurn = 0.5;
+// Up to this turn, five nodes of quadrature are good to 1e-14 of the length.
+inline constexpr double kQuadratureTurn = 0.25;
 
 // From the inflection point, where curvature is 0 (k = 0): the classical series in powers of tau = c u^2 / 2,
 //   x = u (1 - tau^2 / (2! 5) + tau^4 / (4! 9) - ...),   y = u tau (1/3 - tau^2 / (3! 7) + tau^4 / (5! 11) - ...).
@@ -47,14 +47,10 @@ inline PlanPoint quadratureFromStart(double k, double c, double u) {
         const double v = u * kNode[i];
         const double angle = v * (k + 0.5 * c * v);
         const double q = angle * angle;
-        // Sine and cosine of an angle below 0.6, to the last bits.
+        // Sine and cosine of an angle below 0.4, to the last bits.
         const double cosine =
-            1.0 -
-            q * (1.0 / 2.0 -
-                 q * (1.0 / 24.0 - q * (1.0 / 720.0 - q * (1.0 / 40320.0 - q * (1.0 / 3628800.0 - q / 479001600.0)))));
-        const double sine =
-            angle *
-            (1.0 - q * (1.0 / 6.0 - q * (1.0 / 120.0 - q * (1.0 / 5040.0 - q * (1.0 / 362880.0 - q / 39916800.0)))));
+            1.0 - q * (1.0 / 2.0 - q * (1.0 / 24.0 - q * (1.0 / 720.0 - q * (1.0 / 40320.0 - q / 3628800.0))));
+        const double sine = angle * (1.0 - q * (1.0 / 6.0 - q * (1.0 / 120.0 - q * (1.0 / 5040.0 - q / 362880.0))));
         sum.x += kWeight[i] * cosine;
         sum.y += kWeight[i] * sine;
     }

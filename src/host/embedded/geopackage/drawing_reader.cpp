@@ -137,8 +137,16 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
 
 void DrawingReader::addEntity(Statement& row, bool isPolyline) {
     const std::int64_t id = row.integer(0);
-    if (id <= 0 || !readBlob(row.blob(1), vertices_) || (!isPolyline && vertices_.size() != 1))
-        damaged(isPolyline ? "polyline" : "point", id);
+    const char* const what = isPolyline ? "polyline" : "point";
+    if (id <= 0)
+        damaged(what, id);
+    if (row.isNull(1)) {
+        if (!isPolyline)
+            return; // a feature that a GIS made and that has no place yet
+        vertices_.clear();
+    } else if (!readBlob(row.blob(1), vertices_) || (!isPolyline && vertices_.size() != 1)) {
+        damaged(what, id);
+    }
     EntityKind kind = EntityKind::Point;
     bool closed = false;
     if (isPolyline) {

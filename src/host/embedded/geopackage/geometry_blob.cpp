@@ -15,7 +15,6 @@ static_assert(std::endian::native == std::endian::little, "blobs are written as 
 
 constexpr unsigned kLittleEndian = 1;
 constexpr unsigned kBoxXy = 1U << 1U; // of the header's flags: a box of four reals follows
-constexpr unsigned kEmpty = 1U << 4U;
 constexpr std::uint32_t kPoint = 1;
 constexpr std::uint32_t kLine = 2;
 constexpr std::uint32_t kPolygon = 3;
@@ -43,10 +42,8 @@ void BlobWriter::header(std::span<const Vertex> vertices) {
     byte('G');
     byte('P');
     byte(0);
-    byte(kLittleEndian | (vertices.empty() ? kEmpty : kBoxXy));
+    byte(kLittleEndian | kBoxXy);
     integer(static_cast<std::uint32_t>(srsId_));
-    if (vertices.empty())
-        return;
     double minX = vertices.front().x;
     double maxX = minX;
     double minY = vertices.front().y;
@@ -98,15 +95,19 @@ std::span<const std::byte> BlobWriter::point(const MdGePoint3d& position) {
 }
 
 std::span<const std::byte> BlobWriter::line(std::span<const MdGePoint3d> line, bool closed) {
+    if (line.empty())
+        return {};
     header(line);
     byte(kLittleEndian);
     integer(kLine);
     // A line string has two points at least: a single vertex stands twice.
-    vertices(line, line.size() == 1 || (closed && !line.empty()));
+    vertices(line, line.size() == 1 || closed);
     return bytes_;
 }
 
 std::span<const std::byte> BlobWriter::line(std::span<const PlanPoint> line) {
+    if (line.empty())
+        return {};
     header(line);
     byte(kLittleEndian);
     integer(kLine);

@@ -21,6 +21,7 @@ class BlobWriter {
     explicit BlobWriter(std::int32_t srsId) : srsId_(srsId) {}
 
     std::span<const std::byte> point(const MdGePoint3d& position); // with z
+    // Empty, to be written as NULL, if there is no vertex.
     std::span<const std::byte> line(std::span<const MdGePoint3d> vertices, bool closed);
     std::span<const std::byte> line(std::span<const PlanPoint> vertices);
     std::span<const std::byte> polygon(std::span<const MdGePoint3d> ring); // not closed by a vertex

@@ -114,7 +114,8 @@ Statement& Statement::bind(int index, std::string_view text) {
 }
 
 Statement& Statement::bind(int index, std::span<const std::byte> blob) {
-    check(sqlite3_bind_blob64(handle_.get(), index, blob.data(), blob.size(), SQLITE_STATIC));
+    check(blob.empty() ? sqlite3_bind_null(handle_.get(), index)
+                       : sqlite3_bind_blob64(handle_.get(), index, blob.data(), blob.size(), SQLITE_STATIC));
     return *this;
 }
 

@@ -46,7 +46,7 @@ class Statement {
     Statement& bind(int index, std::int64_t value);
     Statement& bind(int index, double value); // NaN and the infinities become NULL
     Statement& bind(int index, std::string_view text);
-    Statement& bind(int index, std::span<const std::byte> blob);
+    Statement& bind(int index, std::span<const std::byte> blob); // an empty one becomes NULL
     Statement& bindNull(int index);
     // Binds only what has changed since this statement was last bound at the index: names of layers, types and files
     // stand at one place in memory, row after row.

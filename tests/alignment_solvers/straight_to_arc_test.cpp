@@ -9,6 +9,7 @@ using exact::clothoid;
 using exact::straight;
 using way_back::Answer;
 using way_back::Case;
+using way_back::more_arc;
 using way_back::Random;
 using way_back::to_make;
 
@@ -21,11 +22,6 @@ Case from_the_side(int side, std::vector<Calelm> chain, Calelm first, Calelm las
         given.last = exact::reversed(first);
     }
     return given;
-}
-
-// An arc so much longer at its start that it stays below half a circle.
-double more_arc(Random& random, double radius, double sweep) {
-    return radius * random.uniform(0.0, std::max(0.0, std::min(1.2, way_back::most_sweep - sweep)));
 }
 
 std::optional<Case> arc_chain(Random& random, int side, double relation) {
@@ -58,7 +54,7 @@ TEST(RmakSR, FindsTheArcAgainOnBothSidesAndInBothSenses) {
             way_back::run(
                 "R between S and R, side " + std::to_string(side) + (relation > 0 ? ", same sense" : ", other sense"),
                 20260201, [&](Random& random) { return arc_chain(random, side, relation); },
-                [&](const Case& given) { return solve_arc(given, side); }, 900);
+                [&](const Case& given) { return solve_arc(given, side); }, 980);
         }
     }
 }
@@ -106,7 +102,7 @@ TEST(RAmakSR, FindsTheEasedArcAgainOnBothSidesInBothModesAndSenses) {
                     "R, A between S and R, side " + std::to_string(side) + ", mode " + std::to_string(mode) +
                         (relation > 0 ? ", same sense" : ", other sense"),
                     20260202, [&](Random& random) { return eased_chain(random, side, mode, relation); },
-                    [&](const Case& given) { return solve_eased(given, side, mode); }, 900);
+                    [&](const Case& given) { return solve_eased(given, side, mode); }, 960);
             }
         }
     }
@@ -145,7 +141,7 @@ TEST(ARAAmakSR, FindsTheLongChainAgainOnBothSidesAndInBothSenses) {
                 "A, R, A, A between S and R, side " + std::to_string(side) +
                     (relation > 0 ? ", same sense" : ", other sense"),
                 20260203, [&](Random& random) { return long_chain(random, side, relation); },
-                [&](const Case& given) { return solve_long(given, side); }, 900);
+                [&](const Case& given) { return solve_long(given, side); }, 930);
         }
     }
 }

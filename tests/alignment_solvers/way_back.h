@@ -134,12 +134,23 @@ void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, in
     EXPECT_GE(expected, least_expected);
 }
 
-/// A chain that is laid and then closed in on itself is of no use: every arc stays well below half a circle.
+/// Every arc of a chain that the library builds from its ends stays below half a circle.
 inline constexpr double most_sweep = 3.0;
+/// Given arcs may be handed over longer than that, as long as what is left of them is not.
+inline constexpr double most_given_sweep = 5.5;
 
-/// A given straight, longer by `more` at the far or the near end; a given arc likewise. Built by the library.
+/// How much longer an arc of a chain is handed over than the chain keeps of it, metres.
+inline double more_arc(Random& random, double radius, double sweep) {
+    const bool beyond_half_a_circle = random.pick(4) == 0;
+    const double most = beyond_half_a_circle ? most_given_sweep - sweep : std::min(1.2, most_sweep - sweep);
+    return radius * random.uniform(0.0, std::max(0.0, most));
+}
+
+/// A given element, longer by so many metres before its start and after its end: as the library builds it, or exactly
+/// where it is more than half a circle.
 inline Calelm handed(const Calelm& e, double before, double after) {
-    return built(exact::extended(e, before, after));
+    const Calelm longer = exact::extended(e, before, after);
+    return longer.type == exact::arc_type && longer.k3 > most_sweep ? longer : built(longer);
 }
 
 } // namespace fenmark::way_back

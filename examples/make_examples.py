@@ -147,14 +147,14 @@ def route(number, name, kind, points, records=None, start_station=None, extras=N
 def road():
     points = Points()
     centre = Chain(
-        (12040.0, -36210.0, math.radians(38.0)),
+        (12040.0, -36210.0, math.radians(26.0)),
         [
             Straight(60.0),
             Clothoid(90.0, 0, 150.0), Arc(150.0, 85.0), Clothoid(90.0, 150.0, 0),
             Straight(70.0),
             Clothoid(80.0, 0, -120.0), Arc(-120.0, 75.0), Clothoid(80.0, -120.0, 0),
             Straight(55.0),
-            Clothoid(110.0, 0, -200.0), Arc(-200.0, 70.0), Clothoid(120.0, -200.0, -100.0), Arc(-100.0, 50.0),
+            Clothoid(110.0, 0, -200.0), Arc(-200.0, 45.0), Clothoid(120.0, -200.0, -100.0), Arc(-100.0, 30.0),
             Clothoid(75.0, -100.0, 0),
             Straight(45.0),
         ],
@@ -179,19 +179,19 @@ def road():
         made = []
         for station in stations:
             x, y = centre.at(station, offset)
-            name = f"幅杭{side}{station / 20.0:g}" if station != end else f"幅杭{side}EP"
+            name = f"{side}{station / 20.0:g}" if station != end else f"{side}EP"
             made.append((points.add(name, x, y, ground(station, offset)), name))
         return made
 
     left, right = stakes("左", -9.0), stakes("右", 9.0)
 
     # An old road that joins from the south: straights and one arc.
-    old = Chain((12170.0, -36245.0, math.radians(95.0)), [Straight(42.0), Arc(90.0, 48.0), Straight(38.0)])
+    old = Chain((12186.0, -36238.0, math.radians(100.0)), [Straight(42.0), Arc(90.0, 48.0), Straight(24.0)])
     old_points = [(points.add(f"旧{i}", x, y), f"旧{i}") for i, (x, y, _) in enumerate(old.poses, 1)]
 
     # A river bank, surveyed with heights: its points differ in height.
-    bank = Chain((11985.0, -36080.0, math.radians(15.0)),
-                 [Straight(46.0), Clothoid(45.0, 0, -70.0), Arc(-70.0, 40.0), Clothoid(45.0, -70.0, 0), Straight(52.0)])
+    bank = Chain((12024.0, -36086.0, math.radians(48.0)),
+                 [Straight(46.0), Clothoid(45.0, 0, -70.0), Arc(-70.0, 40.0), Clothoid(45.0, -70.0, 0), Straight(34.0)])
     bank_points = [(points.add(f"ｶﾜ{i}", x, y, 36.4 - 0.11 * i), f"ｶﾜ{i}")
                    for i, (x, y, _) in enumerate(bank.poses, 1)]
 
@@ -222,7 +222,7 @@ def road():
     for i in range(len(corners_near) - 1):
         ring = [corners_near[i], corners_near[i + 1], corners_far[i + 1], corners_far[i]]
         kind = "2" if i == 4 else "1"
-        lines.append(f"D00,{i + 1},字川端１２－{i + 1},{kind},")
+        lines.append(f"D00,{i + 1},川端12-{i + 1},{kind},")
         lines += [f"B01,{number},{points.name(number)}," for number in ring]
         if i == 0:
             # Its triangles, from base and height in metres; they are passed over.
@@ -392,6 +392,7 @@ def dirty():
         "B01,99,ない点,",
         "B01,98,もうない点,",
         "E00,",
+        "E99,",
         "D99,",
         "F00,x,y,番号,3,",
         "F99,",
@@ -419,9 +420,9 @@ def dirty():
         "C03,x,0,",
         "C03,60.000,y,",
         "B01,2,P2,",
-        "C01,2,60.000,",
-        "C01,0,6o.000,",
-        "C01,0,60.000,",
+        "C01,2,40.000,",
+        "C01,0,4o.000,",
+        "C01,0,40.000,",
         "C00,",
         "何でも,",
         "C99,",

@@ -89,9 +89,12 @@ void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index
 
 Notes writeGeoJson(const Drawing& drawing, std::ostream& out) {
     out << "{\"type\":\"FeatureCollection\",";
+    // Without a word on it, readers take the coordinates for degrees.
     if (drawing.zone() != 0)
         out << "\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:EPSG::" << 6668 + drawing.zone()
             << "\"}},";
+    else
+        out << "\"crs\":null,";
     out << "\"features\":[";
     const char* separator = "\n";
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {

@@ -9,6 +9,7 @@
 #include <ostream>
 #include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -41,8 +42,9 @@ struct Plan {
     LabelSpace space;
     std::vector<Label> labels;
     std::set<PlanItem> items;
-    Notes notes;                   // for the user and for the sheet, in Japanese
-    double stationStep = 20.0;     // metres
+    std::unordered_set<std::size_t> namedAtEnds; // points whose names stand at the ends of elements
+    Notes notes;                                 // for the user and for the sheet, in Japanese
+    double stationStep = 20.0;                   // metres
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
 
     bool isLeftOut(const host::embedded::EntityView& entity) const;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <unordered_map>
 
 namespace fenmark::exchange {
@@ -23,9 +24,9 @@ constexpr double kEndTick = 2.2;         // half the tick of an element's end, m
 constexpr double kStakeTick = 0.8;       // half the tick of a station
 constexpr double kMajorTick = 1.3;       // half the tick of every fifth station
 constexpr double kLeastStakeSpace = 5.0; // millimetres between two stations; a longer step is taken below that
-constexpr double kKeySize = 1.9;         // millimetres of type
-constexpr double kStakeSize = 1.7;
-constexpr double kCurveSize = 1.7;
+constexpr double kKeySize = 2.0;         // millimetres of type
+constexpr double kStakeSize = 1.8;
+constexpr double kCurveSize = 1.8;
 constexpr std::size_t kMostStations = 20000; // ticks on one sheet
 
 const char* styleOf(ElementType type) {
@@ -38,25 +39,25 @@ PlanItem itemOf(ElementType type) {
                                          : PlanItem::Clothoid;
 }
 
-// Names of coordinate points by their place, to find the one that stands at an element's end.
+// Coordinate points with names by their place, to find the one that stands at an element's end.
 class NamedPlaces {
   public:
     NamedPlaces(const Plan& plan) : cell_(plan.elementEndSnap) {
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
             if (entity.isPoint() && entity.row && entity.row->type == "座標" && !entity.row->name.empty())
-                names_.emplace(key(entity.position().x, entity.position().y), entity.row->name);
+                indexes_.emplace(key(entity.position().x, entity.position().y), i);
         }
     }
-    std::string_view at(const PlanPoint& point) const {
+    std::optional<std::size_t> at(const PlanPoint& point) const {
         for (const double dx : {0.0, -cell_, cell_}) {
             for (const double dy : {0.0, -cell_, cell_}) {
-                const auto found = names_.find(key(point.x + dx, point.y + dy));
-                if (found != names_.end())
+                const auto found = indexes_.find(key(point.x + dx, point.y + dy));
+                if (found != indexes_.end())
                     return found->second;
             }
         }
-        return {};
+        return std::nullopt;
     }
 
   private:
@@ -66,7 +67,7 @@ class NamedPlaces {
     }
 
     double cell_;
-    std::unordered_map<std::uint64_t, std::string_view> names_;
+    std::unordered_map<std::uint64_t, std::size_t> indexes_;
 };
 
 // The usual name of a joint between two elements: BC and EC where a straight meets an arc, KA where a clothoid meets a
@@ -165,16 +166,19 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
         const double direction = last ? element.endDirection() : element.direction;
         tick(plan, out, point, direction, kEndTick);
         const PaperPoint at = plan.at(point.x, point.y);
-        std::string text(names.at(point));
-        if (text.empty())
-            text = i == 0 ? "BP" : last ? "EP" : jointName(elements[i - 1].type, element.type);
+        const std::optional<std::size_t> named = names.at(point);
+        std::string text = named    ? std::string(plan.drawing.entity(*named).row->name)
+                           : i == 0 ? "BP"
+                           : last   ? "EP"
+                                    : jointName(elements[i - 1].type, element.type);
         text += " " + stakeName(station);
         std::vector<Label> candidates;
         for (const double distance : {3.0, 8.0, 14.0}) {
             for (const bool left : {true, false})
                 candidates.push_back(across(at, direction, left, distance, kKeySize, text, "key"));
         }
-        plan.place(candidates, false);
+        if (plan.place(candidates, false) && named)
+            plan.namedAtEnds.insert(*named);
         if (!last)
             station += element.length;
     }
@@ -235,7 +239,7 @@ void nameCurves(Plan& plan, const Alignment& alignment) {
         const PaperPoint at = plan.at(middle.point.x, middle.point.y);
         const char* style = element.type == ElementType::Arc ? "curve" : "spiral";
         std::vector<Label> candidates;
-        for (const double distance : {3.5, 8.0, 12.5}) {
+        for (const double distance : {3.5, 6.5, 10.0, 13.5}) {
             for (const bool left : {!element.clockwise, element.clockwise})
                 candidates.push_back(along(at, middle.direction, left, distance, kCurveSize, text, style));
         }

@@ -15,12 +15,15 @@ using host::embedded::EntityView;
 
 namespace {
 
-constexpr double kPointSize = 1.6; // millimetres of type
+constexpr double kPointSize = 1.7; // millimetres of type
 constexpr double kLotSize = 2.2;
 constexpr double kSmallestLotSize = 1.1;
 constexpr std::size_t kMostNamedPoints = 20000; // beyond this, points are dots without names
 constexpr std::size_t kMostSymbols = 50000;     // of one kind; beyond this, one dot for a cell of the paper
 constexpr double kDotCell = 0.25;               // millimetres
+constexpr std::size_t kMostPolylines = 20000;   // beyond this, one for a cell of the paper if they are small
+constexpr double kPolylineCell = 1.0;           // millimetres
+constexpr std::size_t kSymbolsInPath = 1000;    // readers have limits to the length of one path
 
 struct PolylineKind {
     PlanItem item;
@@ -83,18 +86,18 @@ const char* symbolStyle(PlanItem item) {
     }
 }
 
-// Which cells of the paper have a dot already.
+// Which cells of the paper hold something already.
 class DotCells {
   public:
-    explicit DotCells(const Rect& map)
-        : map_(map), columns_(static_cast<std::size_t>(map.width / kDotCell) + 1),
-          taken_(columns_ * (static_cast<std::size_t>(map.height / kDotCell) + 1)) {}
-    // True for the first point of a cell.
+    DotCells(const Rect& map, double cell)
+        : map_(map), cell_(cell), columns_(static_cast<std::size_t>(map.width / cell) + 1),
+          taken_(columns_ * (static_cast<std::size_t>(map.height / cell) + 1)) {}
+    // True for the first place in a cell.
     bool take(const PaperPoint& at) {
         if (!(at.x >= map_.x && at.x <= map_.right() && at.y >= map_.y && at.y <= map_.bottom()))
             return false;
-        const std::size_t cell = static_cast<std::size_t>((at.y - map_.y) / kDotCell) * columns_ +
-                                 static_cast<std::size_t>((at.x - map_.x) / kDotCell);
+        const std::size_t cell = static_cast<std::size_t>((at.y - map_.y) / cell_) * columns_ +
+                                 static_cast<std::size_t>((at.x - map_.x) / cell_);
         if (taken_[cell])
             return false;
         taken_[cell] = true;
@@ -103,8 +106,37 @@ class DotCells {
 
   private:
     Rect map_;
+    double cell_;
     std::size_t columns_;
     std::vector<bool> taken_;
+};
+
+// Which polylines of a crowded plan are drawn: all larger ones, and one of the small ones for each cell.
+class Crowd {
+  public:
+    explicit Crowd(const Plan& plan) : plan_(plan), cells_(plan.sheet.map(), kPolylineCell) {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i)
+            count += plan.drawing.entity(i).vertices.size() >= 2 ? 1 : 0;
+        crowded_ = count > kMostPolylines;
+    }
+    bool draws(std::size_t index) {
+        if (!crowded_)
+            return true;
+        const host::embedded::Extent extent = plan_.drawing.entityExtent(index);
+        const double size = std::max(extent.maxX - extent.minX, extent.maxY - extent.minY);
+        if (plan_.sheet.paperLength(size) > 2.0 * kPolylineCell || cells_.take(plan_.at(extent.minX, extent.minY)))
+            return true;
+        ++passed_;
+        return false;
+    }
+    std::size_t passed() const { return passed_; }
+
+  private:
+    const Plan& plan_;
+    DotCells cells_;
+    bool crowded_ = false;
+    std::size_t passed_ = 0;
 };
 
 std::vector<Label> around(const PaperPoint& at, const std::string& text) {
@@ -159,6 +191,7 @@ void nameLot(Plan& plan, const EntityView& lot) {
 } // namespace
 
 void drawPolylines(Plan& plan, std::ostream& out) {
+    Crowd crowd(plan);
     for (const bool lots : {true, false}) {
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
@@ -168,6 +201,8 @@ void drawPolylines(Plan& plan, std::ostream& out) {
             if ((kind.item == PlanItem::Lot) != lots)
                 continue;
             plan.items.insert(kind.item);
+            if (!crowd.draws(i))
+                continue;
             out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << kind.style << "\" d=\"";
             PaperPoint before{};
             for (std::size_t v = 0; v < entity.vertices.size(); ++v) {
@@ -177,9 +212,14 @@ void drawPolylines(Plan& plan, std::ostream& out) {
                     plan.space.takeLine(before, at);
                 before = at;
             }
+            if (entity.closed)
+                plan.space.takeLine(before, plan.at(entity.vertices.front().x, entity.vertices.front().y));
             out << (entity.closed ? "Z" : "") << "\"/>\n";
         }
     }
+    if (crowd.passed() > 0)
+        plan.notes.push_back("線が多いため、紙面で重なる小さい線" + std::to_string(crowd.passed()) +
+                             "本は図示していません");
 }
 
 void namePolylines(Plan& plan) {
@@ -208,27 +248,34 @@ void drawPoints(Plan& plan, std::ostream& out) {
             continue;
         plan.items.insert(item);
         const bool dots = counts[kind] > kMostSymbols;
-        const PlanItem shape = dots ? PlanItem::OtherPoint : item;
-        DotCells cells(plan.sheet.map());
-        out << "<path "
-            << (dots ? "fill=\"none\" stroke=\"#263238\" stroke-width=\".25\" stroke-linecap=\"round\""
-                     : symbolStyle(item))
-            << " d=\"";
+        DotCells cells(plan.sheet.map(), kDotCell);
+        const std::string open =
+            std::string("<path ") +
+            (dots ? "fill=\"none\" stroke=\"#263238\" stroke-width=\".25\" stroke-linecap=\"round\""
+                  : symbolStyle(item)) +
+            " d=\"";
+        std::size_t inPath = 0;
+        auto beginSymbol = [&] {
+            if (inPath++ % kSymbolsInPath == 0)
+                out << (inPath > 1 ? "\"/>\n" : "") << open;
+        };
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
             if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item)
                 continue;
             const PaperPoint at = plan.at(entity.position().x, entity.position().y);
+            if (dots && !cells.take(at))
+                continue;
+            beginSymbol();
             if (dots) {
-                if (cells.take(at))
-                    out << 'M' << mm(at.x) << ' ' << mm(at.y) << "h0";
+                out << 'M' << mm(at.x) << ' ' << mm(at.y) << "h0";
                 continue;
             }
-            symbol(out, shape, at);
+            symbol(out, item, at);
             if (item == PlanItem::CoordinatePoint)
                 plan.space.takeDot(at, 0.5);
         }
-        out << "\"/>\n";
+        out << (inPath > 0 ? "\"/>\n" : "");
         if (dots)
             plan.notes.push_back("点が多いため(" + std::to_string(counts[kind]) +
                                  "点)、紙面で重なる点は1点で図示しています");
@@ -243,7 +290,7 @@ void drawPoints(Plan& plan, std::ostream& out) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
         if (!entity.isPoint() || !entity.row || pointItem(entity) != PlanItem::CoordinatePoint ||
-            plan.isLeftOut(entity))
+            plan.isLeftOut(entity) || plan.namedAtEnds.contains(i))
             continue;
         const std::string name(trimmed(entity.row->name));
         if (name.empty())

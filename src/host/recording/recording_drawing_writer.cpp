@@ -1,8 +1,6 @@
 // Points and polylines of a recorded drawing.
 #include "host/recording/recording_drawing_writer.h"
 
-#include <algorithm>
-
 namespace fenmark::host {
 
 MdDbObjectId RecordingDrawingWriter::appendPoint(const MdGePoint3d& point, std::string_view layerName) {
@@ -17,9 +15,7 @@ MdDbObjectId RecordingDrawingWriter::appendPointXyz(double x, double y, double z
         return {};
     const MdDbObjectId id = ids_.next();
     pointIds_.push_back(id.asUint64());
-    xs_.push_back(x);
-    ys_.push_back(y);
-    zs_.push_back(z);
+    points_.push_back({x, y, z});
     pointLayers_.push_back(layerNames_.intern(layerName));
     return id;
 }
@@ -30,8 +26,7 @@ MdDbObjectId RecordingDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& ve
     if (!failPolylines) {
         id = ids_.next();
         polylineIds_.push_back(id.asUint64());
-        vertices_.insert(vertices_.end(), vertices.begin(), vertices.end());
-        vertexEnds_.push_back(vertices_.size());
+        vertices_.push_back(vertices);
         polylines_.push_back({layerNames_.intern(currentLayer), false, false});
     }
     vertices.clear();
@@ -71,21 +66,30 @@ std::string RecordingDrawingWriter::getCurrentLayerName() {
 }
 
 RecordedPoint RecordingDrawingWriter::point(std::size_t index) const {
-    return {MdDbObjectId(pointIds_.at(index)), {xs_[index], ys_[index], zs_[index]}, layerNames_[pointLayers_[index]]};
+    const auto layer = static_cast<std::uint32_t>(pointLayers_.at(index));
+    return {MdDbObjectId(pointIds_.at(index)), points_[index], layerNames_[layer]};
 }
 
 RecordedPolyline RecordingDrawingWriter::polyline(std::size_t index) const {
-    const PolylineState& state = polylines_.at(index);
-    const std::size_t begin = index == 0 ? 0 : vertexEnds_[index - 1];
-    const std::span<const MdGePoint3d> vertices(vertices_.data() + begin, vertexEnds_[index] - begin);
-    return {MdDbObjectId(polylineIds_[index]), vertices, layerNames_[state.layer], state.lightweight, state.closed};
+    const MdDbObjectId id(polylineIds_.at(index));
+    const PolylineState& state = polylines_[index];
+    return {id, vertices_[index], layerNames_[state.layer], state.lightweight, state.closed};
 }
 
 RecordingDrawingWriter::PolylineState* RecordingDrawingWriter::find(MdDbObjectId id) {
-    const auto found = std::lower_bound(polylineIds_.begin(), polylineIds_.end(), id.asUint64());
-    if (found == polylineIds_.end() || *found != id.asUint64())
-        return nullptr;
-    return &polylines_[static_cast<std::size_t>(found - polylineIds_.begin())];
+    const std::uint64_t wanted = id.asUint64();
+    std::size_t first = 0;
+    std::size_t last = polylineIds_.size();
+    if (last > 0 && polylineIds_.at(last - 1) == wanted)
+        first = last - 1; // mostly the newest is meant
+    while (first < last) {
+        const std::size_t middle = first + (last - first) / 2;
+        if (polylineIds_.at(middle) < wanted)
+            first = middle + 1;
+        else
+            last = middle;
+    }
+    return first < polylineIds_.size() && polylineIds_.at(first) == wanted ? &polylines_[first] : nullptr;
 }
 
 } // namespace fenmark::host

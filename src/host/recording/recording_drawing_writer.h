@@ -3,6 +3,7 @@
 
 #include "host/boundary/drawing_writer.h"
 #include "host/recording/call_log.h"
+#include "host/recording/column.h"
 #include "host/recording/text_pool.h"
 
 #include <cstddef>
@@ -76,15 +77,12 @@ class RecordingDrawingWriter : public DrawingWriter {
     CallLog& calls_;
     IdSource& ids_;
     TextPool layerNames_;
-    std::vector<std::uint64_t> pointIds_;
-    std::vector<double> xs_;
-    std::vector<double> ys_;
-    std::vector<double> zs_;
-    std::vector<std::uint32_t> pointLayers_;
-    std::vector<std::uint64_t> polylineIds_; // rising, so that a look-up can halve
-    std::vector<PolylineState> polylines_;
-    std::vector<std::size_t> vertexEnds_;
-    std::vector<MdGePoint3d> vertices_;
+    SequenceColumn<1> pointIds_;
+    SequenceColumn<0> pointLayers_;
+    Column<MdGePoint3d> points_;
+    SequenceColumn<1> polylineIds_; // rising, so that a look-up can halve
+    Column<PolylineState> polylines_;
+    SpanColumn<MdGePoint3d> vertices_;
 };
 
 } // namespace fenmark::host

@@ -63,17 +63,15 @@ void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, con
     }
     ids_.push_back(id.asUint64());
     numbers_.push_back(row.no);
-    names_ += row.name;
-    nameEnds_.push_back(names_.size());
+    names_.push_back(row.name);
 }
 
 RecordedRow RecordingObjectDataWriter::row(std::size_t index) const {
     const std::uint64_t id = ids_.at(index);
     const auto behind = std::upper_bound(runStarts_.begin(), runStarts_.end(), index);
     const Interned& run = runs_[static_cast<std::size_t>(behind - runStarts_.begin()) - 1];
-    const std::size_t begin = index == 0 ? 0 : nameEnds_[index - 1];
-    return {texts_[run.table], MdDbObjectId(id),
-            numbers_[index],   std::string_view(names_).substr(begin, nameEnds_[index] - begin),
+    const std::span<const char> name = names_[index];
+    return {texts_[run.table], MdDbObjectId(id),    numbers_[index], std::string_view(name.data(), name.size()),
             texts_[run.type],  texts_[run.fileName]};
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/boundary/object_data_writer.h"
 #include "host/recording/call_log.h"
+#include "host/recording/column.h"
 #include "host/recording/text_pool.h"
 
 #include <cstddef>
@@ -52,10 +53,9 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
     CallLog& calls_;
     std::vector<std::string> tables_;
     TextPool texts_; // tables, types and file names
-    std::vector<std::uint64_t> ids_;
-    std::vector<std::int32_t> numbers_;
-    std::string names_; // one behind the other; names seldom repeat
-    std::vector<std::size_t> nameEnds_;
+    SequenceColumn<1> ids_;
+    Column<std::int32_t> numbers_;
+    SpanColumn<char> names_; // names seldom repeat
     struct Interned {
         std::uint32_t table = 0;
         std::uint32_t type = 0;

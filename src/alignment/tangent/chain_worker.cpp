@@ -13,8 +13,6 @@
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
-#include <algorithm>
-
 namespace fenmark::alignment {
 
 namespace {
@@ -47,31 +45,6 @@ double turningSide(const Calelm& s, const Calelm& r) {
     return CDpoiinseg(normal, rStart, crossing) >= 0 ? 1.0 : -1.0;
 }
 
-// Direction from the foot of C1 to the foot of C on the common tangent of their offset circles, and the feet.
-bool commonTangent(Vec c1, double q, double dir1, Vec c, double p, double dir, Vec& foot1, Vec& foot) {
-    double onFirst[2];
-    double onLast[2];
-    if (dir1 * dir < 0.0) {
-        if (innerTangent(c1.x, c1.y, q, c.x, c.y, p, onFirst, onLast, dir1) != 0) {
-            return false;
-        }
-    } else {
-        // Travelled from C the first tangent has both circles on its right, so from C1 on its left.
-        double otherFirst[2];
-        double otherLast[2];
-        if (outerTangent(c.x, c.y, p, c1.x, c1.y, q, onLast, onFirst, otherLast, otherFirst) != 0) {
-            return false;
-        }
-        if (dir1 < 0.0) {
-            std::copy(otherFirst, otherFirst + 2, onFirst);
-            std::copy(otherLast, otherLast + 2, onLast);
-        }
-    }
-    foot1 = {onFirst[0], onFirst[1]};
-    foot = {onLast[0], onLast[1]};
-    return plane::distance(foot1, foot) >= kDirectionZero;
-}
-
 using Chain = std::array<Calelm, 6>;
 
 // The chain of the calculation plane for one centre of R1; false where it cannot be laid.
@@ -83,19 +56,17 @@ bool laidAt(Vec c1, double side, const Calelm& s, const Calelm& r, const Sizes& 
         return false;
     }
     const Vec c = centreOf(r);
-    Vec foot1;
-    Vec foot;
-    if (!commonTangent(c1, sizes.R1 + sizes.end2.dR, side, c, r.par + sizes.end3.dR, r.dir, foot1, foot)) {
+    CommonTangent tangent;
+    if (!commonTangent(c1, sizes.R1 + sizes.end2.dR, side, c, r.par + sizes.end3.dR, r.dir, tangent)) {
         return false;
     }
-    const Vec t = (1.0 / plane::distance(foot1, foot)) * (foot - foot1);
-    const Vec inflection2 = foot1 + sizes.end2.Xm * t;
-    const Vec inflection3 = foot - sizes.end3.Xm * t;
+    const Vec inflection2 = tangent.foot1 + sizes.end2.Xm * tangent.t;
+    const Vec inflection3 = tangent.foot2 - sizes.end3.Xm * tangent.t;
     chain = {straightBetween(startOf(s), flat1),
              clothoidFromLine(flat1, u, side, sizes.A1, sizes.R1, sizes.end1),
              arcBetween({}, {}, sizes.R1, side),
-             clothoidIntoLine(inflection2, t, side, sizes.A2, sizes.R1, sizes.end2),
-             clothoidFromLine(inflection3, t, r.dir, sizes.A3, r.par, sizes.end3),
+             clothoidIntoLine(inflection2, tangent.t, side, sizes.A2, sizes.R1, sizes.end2),
+             clothoidFromLine(inflection3, tangent.t, r.dir, sizes.A3, r.par, sizes.end3),
              r};
     setStart(chain[2], endOf(chain[1]));
     setEnd(chain[2], startOf(chain[3]));

@@ -1,11 +1,10 @@
 // Straights between two arcs: bare, eased at one end, eased at both ends.
 //
-// Symbols: order of travel R1, S, R2; Ci centre, pi the distance of the tangent line from Ci (Ri, or Ri + dRi where a
-// clothoid lies between), Xmi the abscissa of Ci from the clothoid's flat end; t the line's direction, Ti the foot of
-// Ci on it. Calculation plane inside, survey plane at the interface.
-// Sources: plane geometry of common tangents: a left arc has its circle on the left of the tangent, so equal senses
-// take an outer and opposite ones an inner tangent. The circle of a clothoid lies R + dR beside its tangent at infinite
-// radius, at Xm along it.
+// Symbols: order of travel R1, S, R2; C1, C2 centres; p1, p2 the distances of the line from them, R, or R + dR where a
+// clothoid lies between; Xm the abscissa of a centre from that clothoid's flat end; t the line's direction. Calculation
+// plane inside, survey plane at the interface. Sources: plane geometry of common tangents: a left arc has its circle on
+// the left of the tangent, so equal senses take an outer and opposite ones an inner tangent. The circle of a clothoid
+// lies R + dR beside its tangent at infinite radius, at Xm along it.
 #include "fenmark/alignment/tangent.h"
 
 #include "fenmark/alignment/construction.h"
@@ -13,47 +12,9 @@
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
-#include <algorithm>
-
 namespace fenmark::alignment {
 
 namespace {
-
-struct Tangent {
-    Vec foot1;
-    Vec foot2;
-    Vec t;
-};
-
-// The common tangent that the circles (c1, p1) and (c2, p2) share for travel from the first, turning dir1, to the
-// second, turning dir2. False where there is none, or where its feet coincide.
-bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir2, Tangent& tangent) {
-    double first[2];
-    double second[2];
-    if (dir1 == dir2) {
-        // Travelled from circle 2, the first tangent has both circles on its right: from circle 1, on its left.
-        double right1[2];
-        double right2[2];
-        if (outerTangent(c2.x, c2.y, p2, c1.x, c1.y, p1, second, first, right2, right1) != 0) {
-            return false;
-        }
-        if (dir1 < 0.0) {
-            std::copy(right1, right1 + 2, first);
-            std::copy(right2, right2 + 2, second);
-        }
-    } else if (innerTangent(c1.x, c1.y, p1, c2.x, c2.y, p2, first, second, dir1) != 0) {
-        return false;
-    }
-    tangent.foot1 = {first[0], first[1]};
-    tangent.foot2 = {second[0], second[1]};
-    const Vec along = tangent.foot2 - tangent.foot1;
-    const double length = plane::norm(along);
-    if (!(length >= kDirectionZero)) {
-        return false;
-    }
-    tangent.t = (1.0 / length) * along;
-    return true;
-}
 
 int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
     if (!isGivenArc(r1) || !isGivenArc(r2)) {
@@ -64,7 +25,7 @@ int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
     const double D = plane::distance(centreOf(first), centreOf(second));
     // In the limit of touching circles the tangent has no length.
     const bool apart = first.dir == second.dir ? std::fabs(first.par - second.par) < D : first.par + second.par < D;
-    Tangent tangent;
+    CommonTangent tangent;
     if (!apart ||
         !commonTangent(centreOf(first), first.par, first.dir, centreOf(second), second.par, second.dir, tangent)) {
         return -1;
@@ -98,7 +59,7 @@ bool easeSecond(const Calelm& r1, const Calelm& r2, double A, std::array<Calelm,
         return false;
     }
     const ClothoidEnd values = clothoidEnd(A, r2.par);
-    Tangent tangent;
+    CommonTangent tangent;
     if (!commonTangent(centreOf(r1), r1.par, r1.dir, centreOf(r2), r2.par + values.dR, r2.dir, tangent)) {
         return false;
     }
@@ -153,7 +114,7 @@ int bothEndsEased(Calelm& r1, Calelm& r2, Calelm& a1, Calelm& s, Calelm& a2) {
     const Calelm second = otherPlane(r2);
     const ClothoidEnd values1 = clothoidEnd(a1.par, r1.par);
     const ClothoidEnd values2 = clothoidEnd(a2.par, r2.par);
-    Tangent tangent;
+    CommonTangent tangent;
     if (!commonTangent(centreOf(first), first.par + values1.dR, first.dir, centreOf(second), second.par + values2.dR,
                        second.dir, tangent)) {
         return -1;

@@ -2,13 +2,15 @@
 //
 // Symbols: A parameter, R radius of a clothoid's sharp end; X, Y that end in the standard frame, tau its tangent,
 // dR = Y + R cos tau - R the shift and Xm = X - R sin tau the abscissa of the centre. A circle tangent to a clothoid
-// that leaves a line so lies at Xm along and R + dR beside that line.
+// that leaves a line so lies at Xm along and R + dR beside that line (H. Kasper, W. Schuerba, H. Lorenz, Die Klotoide
+// als Trassierungselement, Bonn 1954).
 #include "alignment/tangent/solver_tools.h"
 
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/primitives.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -115,6 +117,34 @@ Calelm clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double ra
 Calelm clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values) {
     // Travelled backwards it leaves the line in the direction -u and turns the other way.
     return reversed(clothoidFromLine(flat, -1.0 * u, -dir, parameter, radius, values));
+}
+
+bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir2, CommonTangent& tangent) {
+    double first[2];
+    double second[2];
+    if (dir1 == dir2) {
+        // Travelled from circle 2, the first tangent has both circles on its right: from circle 1, on its left.
+        double right1[2];
+        double right2[2];
+        if (outerTangent(c2.x, c2.y, p2, c1.x, c1.y, p1, second, first, right2, right1) != 0) {
+            return false;
+        }
+        if (dir1 < 0.0) {
+            std::copy(right1, right1 + 2, first);
+            std::copy(right2, right2 + 2, second);
+        }
+    } else if (innerTangent(c1.x, c1.y, p1, c2.x, c2.y, p2, first, second, dir1) != 0) {
+        return false;
+    }
+    tangent.foot1 = {first[0], first[1]};
+    tangent.foot2 = {second[0], second[1]};
+    const Vec along = tangent.foot2 - tangent.foot1;
+    const double length = plane::norm(along);
+    if (!(length >= kDirectionZero)) {
+        return false;
+    }
+    tangent.t = (1.0 / length) * along;
+    return true;
 }
 
 Attempts eachPass(const Candidates& centres) {

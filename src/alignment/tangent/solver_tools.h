@@ -83,6 +83,19 @@ Calelm clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double ra
 /** The clothoid that turns to dir from the radius on and runs out into the line through `flat` with direction u. */
 Calelm clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
 
+/** A common tangent of two circles in the direction of travel: the feet of the centres on it and its unit direction. */
+struct CommonTangent {
+    Vec foot1;
+    Vec foot2;
+    Vec t;
+};
+
+/**
+ * The tangent for travel from the circle (c1, p1), turning dir1, to the circle (c2, p2), turning dir2: an outer one for
+ * equal senses, an inner one otherwise, a left circle on its left. False where there is none or its feet coincide.
+ */
+bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir2, CommonTangent& tangent);
+
 /** Up to four centres, in the order in which they are tried. */
 struct Candidates {
     std::array<Vec, 4> points{};

@@ -4,10 +4,25 @@
 #include "sima/text/number.h"
 #include "sima/validators/validators.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 namespace fenmark::sima {
+
+namespace {
+
+// Room for the points of a file is taken at once and filled as they come: what is not filled is never resident. A
+// record with coordinates is seldom shorter than this, and beyond so many points the room grows by doubling.
+constexpr std::int64_t kShortRecord = 28; // bytes
+constexpr std::int64_t kMostExpected = 4'000'000;
+
+void expectPoints(FilePass& file) {
+    const std::int64_t records = file.remainingBytes() / kShortRecord;
+    file.reader().points.expect(static_cast<std::size_t>(std::clamp<std::int64_t>(records, 0, kMostExpected)));
+}
+
+} // namespace
 
 bool storePoint(PointTable& points, const Fields& fields) {
     if (fields.size() < 2 || fields[1].empty())
@@ -35,6 +50,7 @@ void readCoordinateSection(FilePass& file) {
 
     // Nothing looks points up while their section is open, so they go straight behind those of earlier sections.
     const std::size_t first = reader.points.size();
+    expectPoints(file);
     for (bool open = true; open && file.next();) {
         const Record record = file.record();
         if (filterCoordinateSection(log, record) != 0) {
@@ -69,6 +85,7 @@ void readCoordinateSection(FilePass& file) {
 
 // Nothing is tested here, so a number that stands twice counts twice.
 void previewCoordinateSection(FilePass& file) {
+    expectPoints(file);
     while (file.next()) {
         const RecordCode code = file.code();
         if (code == recordCode("A99"))

@@ -59,39 +59,23 @@ bool FilePass::next() {
             raw.remove_prefix(kByteOrderMark.size());
     }
     // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
-    decode(trim(raw));
-    split_ = false;
+    decodeAndSplit(trim(raw));
+    code_ = recordCode(fields_[0]);
     return true;
 }
 
-void FilePass::decode(std::string_view bytes) {
-    if (isAscii(bytes)) {
-        text_ = bytes;
+void FilePass::decodeAndSplit(std::string_view bytes) {
+    // Most lines are plain ASCII and stay where they lie.
+    text_ = bytes;
+    if (splitAsciiLine(bytes, fields_))
         return;
-    }
     decoded_.clear();
     if (context_.encoding == Encoding::Utf8)
         appendValidUtf8(decoded_, bytes);
     else
         decodeCp932(decoded_, bytes);
     text_ = decoded_;
-}
-
-const Fields& FilePass::fields() {
-    if (!split_)
-        splitLine(text_, ",", fields_);
-    split_ = true;
-    return fields_;
-}
-
-RecordCode FilePass::code() {
-    // Most lines begin with three characters and a comma, and then need no splitting to be told apart.
-    if (!split_ && text_.size() > 3 && text_[3] == ',') {
-        const std::string_view first = text_.substr(0, 3);
-        if (first.find_first_of("\",") == std::string_view::npos)
-            return recordCode(first);
-    }
-    return recordCode(fields()[0]);
+    splitLine(text_, ",", fields_);
 }
 
 void FilePass::passOver(std::string_view what) {

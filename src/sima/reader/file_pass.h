@@ -28,10 +28,12 @@ class FilePass {
     bool next();
 
     // The line read last; all views hold until the next line.
-    RecordCode code(); // of field 0, exact
+    RecordCode code() const { return code_; } // of field 0, exact
     std::string_view text() const { return text_; }
-    const Fields& fields();
-    Record record() { return {reader_.lineNumber, fields(), text_}; }
+    const Fields& fields() const { return fields_; }
+    Record record() const { return {reader_.lineNumber, fields_, text_}; }
+
+    std::int64_t remainingBytes() const { return source_.length() - source_.position(); }
 
     SimaReader& reader() { return reader_; }
     SimaLog& log() { return reader_.log; }
@@ -49,7 +51,7 @@ class FilePass {
     void countPassedOver(std::string_view kind, std::size_t lines);
 
   private:
-    void decode(std::string_view bytes);
+    void decodeAndSplit(std::string_view bytes);
 
     SimaReader& reader_;
     ReadContext context_;
@@ -59,7 +61,7 @@ class FilePass {
     std::string_view text_;
     std::string decoded_;
     Fields fields_;
-    bool split_ = false;
+    RecordCode code_ = kNoCode;
     std::string kind_;
 };
 

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace fenmark::sima {
 
@@ -21,23 +22,30 @@ void skipTriangleBlock(FilePass& file) {
     }
 }
 
+constexpr std::size_t kUsualPoints = 16; // of a lot
+
+// The points of an open lot. They stay where they are until the next coordinate section.
+using Outline = std::vector<const SimaPoint*>;
+
 // Adds the point that a B01 refers to. False, with its error block, if there is no such point.
-bool addLotPoint(FilePass& file, const Record& record, LotData& lot) {
+bool addLotPoint(FilePass& file, const Record& record, Outline& outline) {
     const SimaPoint* const point = file.reader().points.find(toInteger(record.fields[1]));
     if (point == nullptr) {
         reportMissingPoint(file.log(), record);
         file.updateErrorCount();
         return false;
     }
-    lot.points.push_back(*point);
+    outline.push_back(point);
     return true;
 }
 
 // Stores the lot, hands it to the output and logs its end, whether or not anything is drawn.
-void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
+void closeLot(FilePass& file, LotData&& lot, const Outline& outline, bool hasTriangleData) {
     SimaReader& reader = file.reader();
-    const auto pointCount = static_cast<std::int32_t>(lot.points.size());
-    lot.points.shrink_to_fit();
+    const auto pointCount = static_cast<std::int32_t>(outline.size());
+    lot.points.reserve(outline.size());
+    for (const SimaPoint* point : outline)
+        lot.points.push_back(*point);
     reader.lots.push_back(std::move(lot));
     if (file.sink() != nullptr) {
         // Shares the elements, so that the lot stays whatever the output does with the reader.
@@ -57,6 +65,8 @@ void readLotSection(FilePass& file) {
     log.lotBegin(reader.lineNumber);
 
     LotData lot;
+    Outline outline;
+    outline.reserve(kUsualPoints);
     bool abandoned = false;
     bool hasTriangleData = false;
     const Fields& opening = file.fields();
@@ -86,14 +96,14 @@ void readLotSection(FilePass& file) {
             if (validateB01(log, record) != 0)
                 file.updateErrorCount();
             else
-                abandoned = !addLotPoint(file, record, lot);
+                abandoned = !addLotPoint(file, record, outline);
             break;
         case recordCode("E00"):
             hasTriangleData = true;
             skipTriangleBlock(file);
             break;
         case recordCode("D99"): // the one end record that is not tested
-            closeLot(file, std::move(lot), hasTriangleData);
+            closeLot(file, std::move(lot), outline, hasTriangleData);
             return;
         case kNoCode:
             break;
@@ -103,7 +113,7 @@ void readLotSection(FilePass& file) {
         }
     }
     // The end of the file closes a lot as good even if it was abandoned, which D99 would have refused. This is meant.
-    closeLot(file, std::move(lot), hasTriangleData);
+    closeLot(file, std::move(lot), outline, hasTriangleData);
 }
 
 // Only the codes count. At the end one empty lot is stored.

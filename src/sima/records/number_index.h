@@ -8,7 +8,8 @@
 
 namespace fenmark::sima {
 
-// A flat hash table. Sixteen numbers in a row share a stretch of slots, since most files count their points up.
+// Most files count their points up from 1, so small numbers are looked up in an array of their own; the others lie in a
+// flat hash table. The array grows as long as a quarter of it is in use.
 class NumberIndex {
   public:
     struct Places {
@@ -23,17 +24,25 @@ class NumberIndex {
     void clear();
 
   private:
-    struct Slot {
-        std::int32_t number = 0;
-        std::uint32_t firstPlusOne = 0; // 0 marks a free slot
+    // Places plus one, so that 0 marks what is free.
+    struct Entry {
+        std::uint32_t firstPlusOne = 0;
         std::uint32_t last = 0;
     };
+    struct Slot {
+        std::int32_t number = 0;
+        Entry entry;
+    };
 
+    static void note(Entry& entry, std::uint32_t place);
+    bool growDense(std::int32_t number);
     std::size_t slotOf(std::int32_t number) const;
-    void grow();
+    void growSlots();
 
-    std::vector<Slot> slots_; // a power of two, at most half full
-    std::size_t used_ = 0;
+    std::vector<Entry> dense_; // by number, from 0
+    std::vector<Slot> slots_;  // a power of two, at most half full
+    std::size_t usedSlots_ = 0;
+    std::size_t added_ = 0;
 };
 
 } // namespace fenmark::sima

@@ -3,6 +3,7 @@
 
 #include "sima/records/number_index.h"
 
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -12,7 +13,7 @@ struct PointTable::Store {
     std::vector<SimaPoint> points;
     NumberIndex index;
 
-    void append(SimaPoint point) {
+    void append(SimaPoint&& point) {
         index.add(point.number, static_cast<std::uint32_t>(points.size()));
         points.push_back(std::move(point));
     }
@@ -32,18 +33,29 @@ std::span<const SimaPoint> PointTable::from(std::size_t first) const {
     return std::span<const SimaPoint>(store_->points).subspan(first, count_ - first);
 }
 
-void PointTable::append(SimaPoint point) {
+void PointTable::append(SimaPoint&& point) {
     if (!store_) {
         store_ = std::make_shared<Store>();
     } else if (count_ != store_->points.size()) {
         // Another table that shares the store has gone on: part from it.
         auto own = std::make_shared<Store>();
         for (const SimaPoint& shared : all())
-            own->append(shared);
+            own->append(SimaPoint(shared));
         store_ = std::move(own);
     }
     store_->append(std::move(point));
     ++count_;
+}
+
+void PointTable::expect(std::size_t points) {
+    if (store_)
+        return;
+    store_ = std::make_shared<Store>();
+    try {
+        store_->points.reserve(points);
+    } catch (const std::bad_alloc&) {
+        // The points come one by one then, and may still fit.
+    }
 }
 
 void PointTable::clear() {

@@ -26,7 +26,9 @@ class PointTable {
     std::span<const SimaPoint> all() const { return from(0); }
     std::span<const SimaPoint> from(std::size_t first) const;
 
-    void append(SimaPoint point);
+    void append(SimaPoint&& point);
+    // Makes room for about so many points, if the table has none yet. A wrong guess costs nothing but time.
+    void expect(std::size_t points);
     void clear();
     // The first point with that number, or null. One look into a hash table.
     const SimaPoint* find(std::int32_t number) const;

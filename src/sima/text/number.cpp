@@ -9,10 +9,6 @@ namespace fenmark::sima {
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 std::string_view skipBlanks(std::string_view text) {
     std::size_t start = 0;
     while (start < text.size() && isBlank(text[start]))
@@ -60,14 +56,6 @@ double convertSlowly(std::string_view digits) {
 
 } // namespace
 
-std::string_view trim(std::string_view text) {
-    text = skipBlanks(text);
-    std::size_t size = text.size();
-    while (size > 0 && isBlank(text[size - 1]))
-        --size;
-    return text.substr(0, size);
-}
-
 double toReal(std::string_view text) {
     text = skipBlanks(text);
     bool negative = false;
@@ -103,27 +91,6 @@ double toReal(std::string_view text) {
     else
         value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
     return negative ? -value : value;
-}
-
-std::int32_t toInteger(std::string_view text) {
-    constexpr std::int64_t kLimit = std::int64_t{1} << 31;
-    text = skipBlanks(text);
-    bool negative = false;
-    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
-        negative = text.front() == '-';
-        text.remove_prefix(1);
-    }
-    std::int64_t value = 0;
-    for (const char c : text) {
-        if (!isDigit(c))
-            break;
-        value = value * 10 + (c - '0');
-        if (value > kLimit)
-            value = kLimit;
-    }
-    if (negative)
-        return static_cast<std::int32_t>(-value);
-    return value == kLimit ? std::numeric_limits<std::int32_t>::max() : static_cast<std::int32_t>(value);
 }
 
 std::string formatReal(double value) {

@@ -12,15 +12,45 @@ constexpr bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // The text without the blanks at its ends.
-std::string_view trim(std::string_view text);
+constexpr std::string_view trim(std::string_view text) {
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
 
 // As the C conversion in the C locale, decimal digits only: leading blanks skipped, optional sign, ends at the first
 // character that does not fit, 0.0 if nothing fits. No hexadecimal, no infinity or NaN.
 double toReal(std::string_view text);
 
 // The same for integers; a value beyond 32 bits becomes the nearest 32-bit value.
-std::int32_t toInteger(std::string_view text);
+constexpr std::int32_t toInteger(std::string_view text) {
+    constexpr std::int64_t kLimit = std::int64_t{1} << 31;
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    bool negative = false;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    std::int64_t value = 0;
+    for (const char c : text) {
+        if (!isDigit(c))
+            break;
+        value = value * 10 + (c - '0');
+        if (value > kLimit)
+            value = kLimit;
+    }
+    if (negative)
+        return static_cast<std::int32_t>(-value);
+    return static_cast<std::int32_t>(value == kLimit ? kLimit - 1 : value);
+}
 
 // As printf's "%0.12f" in the C locale; infinities and not-a-number come out as "inf", "-inf", "nan", "-nan".
 std::string formatReal(double value);

@@ -3,11 +3,11 @@
 
 #include "sima/records/array.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace fenmark::sima {
 
@@ -22,7 +22,7 @@ class Fields {
     std::size_t size() const { return count_; }
     // std::invalid_argument for a field that the line does not have, or that was not kept.
     std::string_view operator[](std::size_t index) const {
-        if (index >= views_.size())
+        if (index >= kept())
             refuse();
         return views_[index];
     }
@@ -30,14 +30,17 @@ class Fields {
   private:
     friend class QuotedLine;
     friend std::int32_t splitLine(std::string_view line, std::string_view separator, Fields& fields);
+    friend bool splitAsciiLine(std::string_view line, Fields& fields);
     [[noreturn]] static void refuse();
     void add(std::string_view field) {
-        if (++count_ <= kKept)
-            views_.push_back(field);
+        if (count_ < kKept)
+            views_[count_] = field;
+        ++count_;
     }
-    void splitPlain(std::string_view line, char separator);
+    void addPlain(const char* from, const char* to);
+    std::size_t kept() const { return count_ < kKept ? count_ : kKept; }
 
-    std::vector<std::string_view> views_;
+    std::array<std::string_view, kKept> views_;
     std::size_t count_ = 0;
     std::string storage_;
 };
@@ -46,6 +49,9 @@ class Fields {
 // its closing quote, separators included, with doubled quotes for single ones; see the source for the odd cases, which
 // are meant. The line must outlive the fields. The separator is one character; the format's is ",".
 std::int32_t splitLine(std::string_view line, std::string_view separator, Fields& fields);
+
+// The same by commas, for a line without any byte of 0x80 or more. False, with the fields undefined, if it has one.
+bool splitAsciiLine(std::string_view line, Fields& fields);
 
 // The module's exported splitter, which the import does not use.
 class ExtendedCString {

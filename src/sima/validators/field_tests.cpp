@@ -11,10 +11,6 @@ namespace fenmark::sima {
 
 namespace {
 
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // Whether the text is an optional "-", then digits with at most one ".": the form of nearly all fields, which passes
 // by the full rules too.
 bool isPlainNumber(std::string_view text) {
@@ -38,11 +34,6 @@ std::string_view trimIdeographicSpaces(std::string_view text) {
 }
 
 } // namespace
-
-bool isDigits(std::string_view text) {
-    text = trim(text);
-    return std::all_of(text.begin(), text.end(), isDigit);
-}
 
 bool isNumber(std::string_view text) {
     text = trim(text);

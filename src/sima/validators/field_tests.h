@@ -1,12 +1,19 @@
 // The two tests that the validators put fields to.
 #pragma once
 
+#include "sima/text/number.h"
+
 #include <string_view>
 
 namespace fenmark::sima {
 
 // Whether the trimmed text holds nothing but "0" to "9". An empty text passes. Neither length nor sign is tested.
-bool isDigits(std::string_view text);
+inline bool isDigits(std::string_view text) {
+    for (const char c : trim(text))
+        if (!isDigit(c))
+            return false;
+    return true;
+}
 
 // Whether the text passes for a number. An empty text passes; "-1.5", ".5", "5." and "-" pass, "+1", "1e5", "12a",
 // "1-2" and "1.5.2" do not. The ideographic space U+3000 is accepted around the digits.

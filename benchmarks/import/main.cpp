@@ -1,0 +1,25 @@
+// Measures the import. The comparisons print times, ratios and the bounds that the ratios must keep; what is registered
+// with the benchmark library runs behind them.
+#include "import/reader_bench.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    std::string folder = (std::filesystem::temp_directory_path() / "fenmark-bench-XXXXXX").string();
+    if (mkdtemp(folder.data()) == nullptr) {
+        std::perror(folder.c_str());
+        return 1;
+    }
+    fenmark::bench::compareReader(folder);
+    std::filesystem::remove_all(folder);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,69 @@
+// The generator's files hold what they are asked for, and nothing that is refused.
+#include "support.h"
+
+#include "sima/generator/sima_generator.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace fenmark::sima {
+
+namespace {
+
+std::string generated(const GeneratorSizes& sizes) {
+    std::ostringstream out;
+    generateSima(out, sizes);
+    return out.str();
+}
+
+SimaReader readBytes(const std::string& bytes) {
+    const test::TempFolder folder;
+    SimaReader reader;
+    EXPECT_EQ(reader.fullRead(folder.write("g.sim", bytes), {}), 0);
+    return reader;
+}
+
+} // namespace
+
+TEST(Generator, WritesWhatItIsAskedFor) {
+    GeneratorSizes sizes;
+    sizes.points = 500;
+    sizes.lots = 90;
+    sizes.routes = 21;
+    sizes.longitudinal = 4;
+    sizes.crossSections = 3;
+    const SimaReader reader = readBytes(generated(sizes));
+    EXPECT_EQ(reader.log.errorCount(), 0);
+    EXPECT_EQ(reader.points.size(), 500U);
+    EXPECT_EQ(reader.lotCount(), 90);
+    for (std::int32_t type = 1; type <= 7; ++type)
+        EXPECT_EQ(reader.routesRead(type), 3);
+    EXPECT_EQ(reader.longitudinalPointCount(), 9 * 4);
+    EXPECT_EQ(reader.crossSectionCount(), 9 * 3);
+    EXPECT_TRUE(reader.allLongitudinalRoutesFound());
+    EXPECT_EQ(reader.points[9].name, "境界10");
+}
+
+TEST(Generator, GivesTheSameBytesForTheSameSeed) {
+    GeneratorSizes sizes;
+    const std::string first = generated(sizes);
+    EXPECT_EQ(generated(sizes), first);
+    sizes.seed = 2;
+    EXPECT_NE(generated(sizes), first);
+}
+
+TEST(Generator, LeavesOutWhatHasNoPoints) {
+    GeneratorSizes sizes;
+    sizes.points = 0;
+    sizes.routes = 7;
+    const SimaReader reader = readBytes(generated(sizes));
+    EXPECT_EQ(reader.log.errorCount(), 0);
+    EXPECT_EQ(reader.lotCount(), 0);
+    for (std::int32_t points = 1; points < 30; ++points) {
+        sizes.points = points;
+        EXPECT_EQ(readBytes(generated(sizes)).log.errorCount(), 0) << points;
+    }
+}
+
+} // namespace fenmark::sima

@@ -501,4 +501,105 @@ TEST(MaksARP, RefusesAPointOutOfReachOfTheOffsetLine) {
     }
 }
 
+// ---- given arcs of a half circle and more, as the loops of an interchange have them ----
+
+// Every sixth case a half circle, to the last bits.
+double loop_sweep(Random& random) {
+    const double beside[] = {0.0, 1e-9, -1e-9, 1e-7, -1e-7, 3e-6};
+    return random.pick(3) == 0 ? std::numbers::pi + beside[random.pick(6)] : random.uniform(3.0, 5.8);
+}
+
+// The given arc as a user has it, before it is cut: so much longer that it still is no whole circle.
+Calelm longer(Random& random, const Calelm& e, bool given_first) {
+    const double more = random.uniform(0.0, 0.9) * (2.0 * std::numbers::pi * e.par - e.len);
+    return given_first ? extended(e, 0.0, more) : extended(e, more, 0.0);
+}
+
+TEST(LongArcs, AreCutByATangentStraight) {
+    sweep(5310, [](Random& random) {
+        const bool first = random.coin();
+        const double radius = random.radius();
+        const double len = random.uniform(5.0, 300.0);
+        const auto chain =
+            chain_of(random, first, {arc(random.sign(), radius, radius * loop_sweep(random)), straight(len)});
+        Calelm r = longer(random, chain[first ? 0 : 1], first);
+        Calelm s{};
+        s.len = len;
+        const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
+        const int status = ali_makrS_P(p.p, first ? 1 : 2, &r, &s);
+        return judge(status, first ? std::vector{r, s} : std::vector{s, r}, chain, joint_tolerance);
+    });
+}
+
+TEST(LongArcs, AreCutByAClothoidToAPoint) {
+    sweep(5311, [](Random& random) {
+        const bool straight_first = random.coin();
+        const double dir = random.sign();
+        const double radius = random.radius();
+        const double len = random.uniform(5.0, 300.0);
+        const auto chain = chain_of(random, straight_first,
+                                    {straight(len), clothoid(dir, random.parameter(radius), 0.0, radius),
+                                     arc(dir, radius, radius * loop_sweep(random))});
+        Calelm r = longer(random, chain[straight_first ? 2 : 0], !straight_first);
+        Calelm m = sizes_only(chain[1]);
+        Calelm s{};
+        s.len = len;
+        const Point p = straight_first ? start_point(chain[0]) : end_point(chain[2]);
+        const int status = ali_makrAS_P(p.p, straight_first ? 1 : 2, &r, &m, &s);
+        return judge(status, straight_first ? std::vector{s, m, r} : std::vector{r, m, s}, chain);
+    });
+}
+
+TEST(LongArcs, AreCutByAnEggShapedCurve) {
+    sweep(5312, [](Random& random) {
+        const bool first = random.coin();
+        const double dir = random.sign();
+        const double radius2 = random.radius();
+        const double radius1 = radius2 * random.uniform(0.3, 0.8);
+        const auto chain = chain_of(random, first,
+                                    {arc(dir, radius1, radius1 * loop_sweep(random)),
+                                     clothoid(dir, random.parameter(radius1), radius1, radius2),
+                                     arc(dir, radius2, radius2 * random.uniform(0.1, 1.5))});
+        Calelm r1 = longer(random, chain[first ? 0 : 2], first);
+        Calelm m = sizes_only(chain[1]);
+        Calelm r2{};
+        r2.par = radius2;
+        const Point p = first ? end_point(chain[2]) : start_point(chain[0]);
+        double gap = 0.0;
+        double angle = 0.0;
+        const int status = ali_makrAR_P(p.p, first ? 1 : 2, &r1, &m, &r2, &gap, &angle);
+        return judge(status, first ? std::vector{r1, m, r2} : std::vector{r2, m, r1}, chain, joint_tolerance);
+    });
+}
+
+TEST(LongArcs, AreCutByATangentArc) {
+    sweep(5313, [](Random& random) {
+        const bool first = random.coin();
+        const double dir = random.sign();
+        const double radius1 = random.radius();
+        const double radius2 = radius1 * random.uniform(1.1, 3.0);
+        const double dir2 = random.coin() ? dir : -dir;
+        const auto chain = chain_of(
+            random, first,
+            {arc(dir, radius1, radius1 * loop_sweep(random)), arc(dir2, radius2, radius2 * random.uniform(0.1, 1.5))});
+        Calelm r1 = longer(random, chain[first ? 0 : 1], first);
+        Calelm r2 = sizes_only(chain[first ? 1 : 0]);
+        const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
+        const int status = ali_makrR_P(p.p, first ? 1 : 2, &r1, &r2);
+        return judge(status, first ? std::vector{r1, r2} : std::vector{r2, r1}, chain, joint_tolerance);
+    });
+}
+
+TEST(LongArcs, AShortArcIsNotLengthenedToALoop) {
+    // The tangent point lies a little before the start of the arc: only a loop of nearly a whole circle would reach it.
+    const Calelm given = lay_chain({0, 0, 1}, {arc(1.0, 100.0, 80.0)})[0];
+    const Calelm before = extended(given, 10.0, -75.0);
+    Calelm r = given;
+    Calelm s{};
+    s.len = 50.0;
+    const Point p = point_of(advance(start_of(before), 0, 0, 60));
+    EXPECT_EQ(static_cast<int16_t>(ali_makrS_P(p.p, 1, &r, &s)), -1);
+    EXPECT_TRUE(identical(r, given));
+}
+
 } // namespace

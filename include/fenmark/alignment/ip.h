@@ -49,8 +49,8 @@ FENMARK_ALIGNMENT_API int ali_IPsetR(const double previous[2], AliIpCurve* ip, c
 
 /**
  * Two clothoids, A1 = size1 and A2 = size2, that meet at the common radius R = sqrt((A1^2 + A2^2) / (2 IA)).
- * @return 0; -1 also when the clothoids do not meet within 1e-5 m in x and in y (so for legs in line): the records and
- *         the entry are written then
+ * @return 0; -1 also for legs in line, and when the clothoids do not meet within 1e-5 m in x and in y: the records and
+ *         the entry are written in the latter case
  */
 FENMARK_ALIGNMENT_API int ali_IPsetAA(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* a1,
                                       Calelm* a2);

@@ -3,7 +3,8 @@
  *
  * All records and points are in the survey plane (x north, y east, metres; tangents are azimuths, radians). The small
  * letter behind "mak" says how: with r the given element is an arc, with s a straight. The given element is cut (or
- * lengthened) where the new one joins; its other end and the tangent there stay.
+ * lengthened) where the new one joins; its other end and the tangent there stay. An arc is lengthened to a half circle
+ * at most; of an arc that was longer, more may stay. A new arc that reaches a point is at most a half circle.
  *
  * `end` is 1 or any other value. Unless told otherwise, 1 means that the given element comes first and the new one
  * follows; any other value means that the new one comes first and the given one follows. All chains are built in the
@@ -29,14 +30,15 @@ extern "C" {
 /**
  * Straight s tangent to arc r, on the line to the point. s gets the length that it brings (s->len > 0): it is not led
  * to the point itself. End 1: r, s; any other: s, r. Points and lengths are rounded to 1e-5.
- * @return 0; -1 when p lies inside the circle, s->len is not positive, or what is left of r would exceed a half circle
+ * @return 0; -1 when p lies inside the circle, s->len is not positive, or r would have to be lengthened beyond a half
+ * circle
  */
 FENMARK_ALIGNMENT_API int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s);
 
 /**
  * Arc r2 (par and dir given) tangent to arc r1, from the joint to p. End 1: r1, r2; any other: r2, r1. With equal dir
  * r2 touches from inside, with opposite dir from outside. Points and lengths are rounded to 1e-5.
- * @return 0; -1 when a radius is 0, when r1 >= 2 r2, when p is out of reach, or when an arc would exceed a half circle
+ * @return 0; -1 when a radius is 0, when r1 >= 2 r2, when p is out of reach, or when r2 would exceed a half circle
  */
 FENMARK_ALIGNMENT_API int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2);
 
@@ -51,8 +53,8 @@ FENMARK_ALIGNMENT_API int ali_makrR_P_S(const double p[2], int end, Calelm* r1, 
  * Straight s through p, clothoid a (par given) and arc r. Here end 1 means s, a, r, with s from p on; any other end
  * means r, a, s, with s ending at p. s gets the length that it brings, which must be the distance from p to the
  * clothoid's flat end, within 1e-4 m.
- * @return 0; -1 when p lies within the offset circle, s->len does not lead to the clothoid, or what is left of r would
- *         exceed a half circle
+ * @return 0; -1 when p lies within the offset circle, s->len does not lead to the clothoid, or r would have to
+ *         be lengthened beyond a half circle
  */
 FENMARK_ALIGNMENT_API int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s);
 

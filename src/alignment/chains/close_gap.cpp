@@ -120,8 +120,11 @@ int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3
     if (signed16(ali_makSAR(element_side, &straight, &clothoid, &arc, &gap)) != 0) {
         return -1;
     }
-    // What is left is the rounding of the moved element; more means that dl was not the gap of this chain.
-    if (!(gap <= rounded_joint_tolerance)) {
+    // What is left is the rounding of the moved element, which turns a short straight; more means that dl was not the
+    // gap of this chain.
+    const double reach = plane::distance(straightFirst ? endOf(straight) : startOf(straight),
+                                         straightFirst ? startOf(clothoid) : endOf(clothoid));
+    if (!(gap <= rounded_joint_tolerance * (1.0 + reach / straight.len))) {
         return -1;
     }
     const int status = alimake_rfAsf(made.data(), 0.0, element_side);

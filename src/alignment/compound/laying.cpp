@@ -8,6 +8,7 @@
 
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/construction.h"
+#include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/primitives.h"
 
 #include "alignment/calelm/planes.h"
@@ -22,8 +23,8 @@ namespace {
 
 // A point this near to where an arc begins leaves nothing of the arc, metres.
 constexpr double no_arc = kSameLength;
-// What a half circle may be exceeded by through the last bits of its ends, radians.
-constexpr double half_circle_slack = 1e-9;
+// So near to a half circle, and beyond it, an arc is laid from one end, radians.
+constexpr double half_circle_margin = 1e-6;
 // A kept tangent that moved by more than this, beyond what rounded ends explain, belongs to an arc that flipped.
 constexpr double kept_tangent_tolerance = tangent_tolerance;
 // How far an end laid from the kept tangent may lie from where it should, metres: the rounding of one point.
@@ -148,7 +149,7 @@ bool sameDirection(double a, double b, double tolerance) {
 
 namespace {
 
-// The sweep that stays of an arc cut at q; below 0 when nothing or a whole turn would stay.
+// The sweep that stays of an arc cut at q; below 0 when nothing would stay, or more than the arc has and a half circle.
 double keptSweep(const Calelm& arc, bool keepEnd, Vec q) {
     if (!isTurn(arc.dir) || !(arc.par > 0.0) || !finite(q) || !finite(centreOf(arc))) {
         return -1.0;
@@ -158,22 +159,15 @@ double keptSweep(const Calelm& arc, bool keepEnd, Vec q) {
         !onCircle(centreOf(arc), arc.par, q)) {
         return -1.0;
     }
-    return keepEnd ? sweepBetween(centreOf(arc), q, kept, arc.dir) : sweepBetween(centreOf(arc), kept, q, arc.dir);
+    const double sweep =
+        keepEnd ? sweepBetween(centreOf(arc), q, kept, arc.dir) : sweepBetween(centreOf(arc), kept, q, arc.dir);
+    return sweep <= longestSweep(arc) ? sweep : -1.0;
 }
 
-} // namespace
-
-int cutArc(Calelm& arc, bool keepEnd, Vec q) {
-    const double sweep = keptSweep(arc, keepEnd, q);
-    if (!(sweep > 0.0 && sweep <= plane::pi + half_circle_slack)) {
-        return -1;
-    }
+// By the two ends; not for half circles, whose ends do not tell the side of the centre.
+int cutByEnds(Calelm& arc, bool keepEnd, Vec q) {
     Calelm cut = arc;
-    if (keepEnd) {
-        setStart(cut, q);
-    } else {
-        setEnd(cut, q);
-    }
+    (keepEnd ? setStart : setEnd)(cut, q);
     cut.type = element::arc;
     const int status = signed16(ali_makR(&cut));
     if (status != 0) {
@@ -188,11 +182,8 @@ int cutArc(Calelm& arc, bool keepEnd, Vec q) {
     return 0;
 }
 
-int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q) {
-    const double sweep = keptSweep(arc, keepEnd, q);
-    if (!(sweep > 0.0)) {
-        return -1;
-    }
+// By the end that stays and its tangent.
+int cutByTangent(Calelm& arc, bool keepEnd, Vec q, double sweep) {
     Calelm cut = arc;
     cut.type = element::arc;
     cut.len = sweep * arc.par;
@@ -200,12 +191,63 @@ int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q) {
     if (status != 0) {
         return status;
     }
-    if (plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) > laid_end_tolerance) {
-        // The tangent at the kept end was rounded (it falls to 0 within 1e-5); its points are better.
-        return cutArc(arc, keepEnd, q);
+    if (!(plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) <= laid_end_tolerance)) {
+        return -1;
     }
     arc = cut;
     return 0;
+}
+
+// About the centre, for any sweep: nothing moves but q.
+void cutAboutCentre(Calelm& arc, bool keepEnd, Vec q, double sweep) {
+    (keepEnd ? setStart : setEnd)(arc, q);
+    const double start[2] = {arc.sx, -arc.sy};
+    const double finish[2] = {arc.ex, -arc.ey};
+    const Vec centre = centreOf(arc);
+    double sang = 0.0;
+    double eang = 0.0;
+    double shorterSweep = 0.0;
+    double shorterLength = 0.0;
+    ali_KEnAng(start, finish, arc.dir, arc.par, centre.x, centre.y, &sang, &eang, &shorterSweep, &shorterLength);
+    arc.type = element::arc;
+    arc.r1 = arc.r2 = 0.0;
+    arc.len = roundLength(sweep * arc.par);
+    arc.sang = ali_CExAng(sang);
+    arc.eang = ali_CExAng(eang);
+    arc.k3 = sweep;
+}
+
+} // namespace
+
+double longestSweep(const Calelm& arc) {
+    return std::max(plane::pi, arc.len / arc.par) + kLengthStep / arc.par;
+}
+
+int cutArc(Calelm& arc, bool keepEnd, Vec q) {
+    const double sweep = keptSweep(arc, keepEnd, q);
+    if (!(sweep > 0.0)) {
+        return -1;
+    }
+    if (sweep < plane::pi - half_circle_margin) {
+        return cutByEnds(arc, keepEnd, q);
+    }
+    Calelm cut = arc;
+    cutAboutCentre(cut, keepEnd, q, sweep);
+    if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang,
+                       kept_tangent_tolerance + kLengthStep / arc.par)) {
+        return -1;
+    }
+    arc = cut;
+    return 0;
+}
+
+int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q) {
+    const double sweep = keptSweep(arc, keepEnd, q);
+    if (!(sweep > 0.0)) {
+        return -1;
+    }
+    // A tangent may be rounded (it falls to 0 within 1e-5), and a long arc then misses q: its points are better.
+    return cutByTangent(arc, keepEnd, q, sweep) == 0 ? 0 : cutArc(arc, keepEnd, q);
 }
 
 Calelm reversed(const Calelm& e) {

@@ -105,14 +105,17 @@ bool onCircle(Vec centre, double radius, Vec p);
 /** Angle run from p to q about the centre in the sense of dir, in [0, 2 pi). */
 double sweepBetween(Vec centre, Vec p, Vec q, double dir);
 
+/** The longest sweep that a cut may leave of an arc: its own or, when it is lengthened, a half circle. */
+double longestSweep(const Calelm& arc);
+
 /**
  * Cuts or lengthens an arc at q, a point of its circle: q becomes its end, or its start when keepEnd. The part that
- * stays is rebuilt with ali_makR, so it is at most a half circle.
- * @return 0; -1, record untouched, when q would turn the arc round, leave nothing of it or more than a half circle
+ * stays is rebuilt with ali_makR, or about its centre where it is a half circle or more.
+ * @return 0; -1, record untouched, when q would turn the arc round, leave nothing of it or more than longestSweep
  */
 int cutArc(Calelm& arc, bool keepEnd, Vec q);
 
-/** As cutArc, for any sweep, by ali_makangR: the radius is rounded to 1.389e-6 and the new end to 1e-5. */
+/** As cutArc, by ali_makangR for any sweep: the radius is rounded to 1.389e-6 and the new end to 1e-5. */
 int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q);
 
 /** Element run the other way, coefficients of a straight included. */

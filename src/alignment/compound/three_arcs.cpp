@@ -39,6 +39,7 @@ int layAll(const Laid& given, Vec centre, Laid& laid) {
     laid = given;
     auto& [r1, a1, a2, r2, a3, a4, r3] = laid.chain;
     r2.type = element::arc;
+    r2.len = 0.0; // its own length is not known yet
     r2.k1 = centre.x;
     r2.k2 = -centre.y;
     double gap1 = 0.0;

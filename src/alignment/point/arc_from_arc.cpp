@@ -21,6 +21,9 @@ using namespace fenmark::alignment::laying;
 
 namespace {
 
+// A new arc turns by no more, beyond the rounding of its ends, radians.
+constexpr double half_circle = plane::pi + kSameAngle;
+
 // Joint and new centre of the tangent pair; records are only tried, so both mirrored places can be.
 struct Pair {
     Calelm given;
@@ -73,8 +76,10 @@ int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2) {
     for (const Vec newCentre : {leftFirst ? left : right, leftFirst ? right : left}) {
         const Vec joint = rounded(jointOf(centre, R, newCentre, inside, made));
         Pair pair{*r1, *r2};
-        if (roundedArc(centre, givenFirst ? keptPoint : joint, givenFirst ? joint : keptPoint, pair.given) &&
-            roundedArc(newCentre, givenFirst ? joint : newPoint, givenFirst ? newPoint : joint, pair.made) &&
+        if (roundedArc(centre, givenFirst ? keptPoint : joint, givenFirst ? joint : keptPoint, longestSweep(*r1),
+                       pair.given) &&
+            roundedArc(newCentre, givenFirst ? joint : newPoint, givenFirst ? newPoint : joint, half_circle,
+                       pair.made) &&
             keepsTangent(*r1, pair.given, !givenFirst) && pairIsTangent(pair, givenFirst, joint_tolerance)) {
             *r1 = pair.given;
             *r2 = pair.made;
@@ -102,7 +107,7 @@ int ali_makrR_P_S(const double p[2], int end, Calelm* r1, Calelm* r2) {
         Pair pair{*r2, *r1};
         pair.made.dir = -r2->dir;
         if (cutArcFromKeptEnd(pair.given, !givenFirst, joint) == 0 &&
-            roundedArc(newCentre, givenFirst ? joint : point, givenFirst ? point : joint, pair.made) &&
+            roundedArc(newCentre, givenFirst ? joint : point, givenFirst ? point : joint, half_circle, pair.made) &&
             pairIsTangent(pair, givenFirst, joint_tolerance)) {
             *r1 = pair.made;
             *r2 = pair.given;

@@ -11,21 +11,14 @@
 
 namespace fenmark::alignment::laying {
 
-namespace {
-
-// Rounded ends may carry a half circle past pi by their share of the radius.
-double halfCircleLimit(double radius) {
-    return plane::pi + kLengthStep / radius;
-}
-
-} // namespace
-
-bool roundedArc(Vec centre, Vec p, Vec q, Calelm& arc) {
+bool roundedArc(Vec centre, Vec p, Vec q, double longest, Calelm& arc) {
     if (!finite(centre) || !finite(p) || !finite(q) || !(plane::distance(p, q) >= kSameLength) ||
         !onCircle(centre, arc.par, p) || !onCircle(centre, arc.par, q)) {
         return false;
     }
-    if (!(sweepBetween(centre, p, q, arc.dir) <= halfCircleLimit(arc.par))) {
+    // ali_KEnAng tells the shorter arc of the circle, which is not that of a longer cut.
+    const double turned = sweepBetween(centre, p, q, arc.dir);
+    if (!(turned <= longest)) {
         return false;
     }
     const double start[2] = {p.x, p.y};
@@ -35,6 +28,10 @@ bool roundedArc(Vec centre, Vec p, Vec q, Calelm& arc) {
     double sweep = 0.0;
     double length = 0.0;
     ali_KEnAng(start, finish, arc.dir, arc.par, centre.x, centre.y, &sang, &eang, &sweep, &length);
+    if (turned > sweep + kSameAngle) {
+        sweep = turned;
+        length = arc.par * turned;
+    }
     arc.type = element::arc;
     setStart(arc, p);
     setEnd(arc, q);

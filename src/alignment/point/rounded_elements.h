@@ -12,9 +12,9 @@ namespace fenmark::alignment::laying {
 
 /**
  * Writes an arc of par and dir of the record about a centre, from p to q: tangents and sweep by ali_KEnAng, length
- * rounded to 1e-5. False, record untouched, when it would be empty or more than a half circle.
+ * rounded to 1e-5. False, record untouched, when it would be empty or turn by more than the longest sweep told.
  */
-bool roundedArc(Vec centre, Vec p, Vec q, Calelm& arc);
+bool roundedArc(Vec centre, Vec p, Vec q, double longest, Calelm& arc);
 
 /** Writes a straight from p to q with a given direction and length. False, record untouched, when it has no length. */
 bool straightAlong(Vec p, Vec q, double direction, double length, Calelm& straight);

@@ -52,7 +52,7 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
 
     Calelm arc = *r;
     Calelm straight = *s;
-    if (!roundedArc(centre, arcFirst ? kept : contact, arcFirst ? contact : kept, arc)) {
+    if (!roundedArc(centre, arcFirst ? kept : contact, arcFirst ? contact : kept, longestSweep(*r), arc)) {
         return -1;
     }
     const Vec start = arcFirst ? contact : rounded(contact - length * u);

@@ -17,7 +17,7 @@ CTreeListColumnInfo column(int width, std::uint32_t format = kColumnInitialForma
     return info;
 }
 
-TEST(ColumnInfo, DefaultsAreAsTold) {
+TEST(ColumnInfo, DefaultsAreThoseOfANewColumn) {
     const CTreeListColumnInfo info;
     EXPECT_EQ(info.format, 0x104144U);
     EXPECT_EQ(info.modify, 0);

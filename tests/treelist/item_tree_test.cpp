@@ -63,7 +63,7 @@ CTreeListItem* append(ItemTree& tree, CTreeListItem* parent, std::string_view te
     return tree.insert(parent, parent->lastChild(), text);
 }
 
-TEST(ItemTree, ANewRowHasTheToldStateCountsAndImages) {
+TEST(ItemTree, ANewRowHasTheInitialStateCountsAndImages) {
     ItemTree tree;
     const CTreeListItem* row = append(tree, tree.root(), "a");
     EXPECT_EQ(row->state, 0x2020030U);

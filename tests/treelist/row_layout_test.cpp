@@ -30,7 +30,7 @@ class RowLayout : public ::testing::Test {
     CTreeListItem* grandchild_;
 };
 
-TEST_F(RowLayout, EveryPartHasItsToldWidthAndPlace) {
+TEST_F(RowLayout, EveryPartHasItsWidthAndPlace) {
     const RowParts parts = treeCellParts(*top_, kAll, kCell, kAt96);
     EXPECT_EQ(parts.lines, (PixelRect{100, 36, 2, 18}));
     EXPECT_EQ(parts.button, (PixelRect{102, 36, 16, 18}));
@@ -149,10 +149,10 @@ TEST(TreeListStyle, BitsWithoutTheirConditionAreCleared) {
 }
 
 TEST(TreeListColors, TheTableHasItsNineteenColoursInOrder) {
-    const std::array<std::uint32_t, 19> told{0xffffe0, 0xfcfcfc, 0xf0f0f0, 0xf8f8f8, 0xc0c080, 0xcccccc, 0xc0c0c0,
-                                             0xc8c8c8, 0xc08080, 0xa00000, 0xd00000, 0xd0a0a0, 0xe8e8e8, 0xf0f0f0,
-                                             0xffffff, 0xe0e0e0, 0x00ff00, 0xd0d0d0, 0x808080};
-    EXPECT_EQ(kTreeListColors, told);
+    const std::array<std::uint32_t, 19> table{0xffffe0, 0xfcfcfc, 0xf0f0f0, 0xf8f8f8, 0xc0c080, 0xcccccc, 0xc0c0c0,
+                                              0xc8c8c8, 0xc08080, 0xa00000, 0xd00000, 0xd0a0a0, 0xe8e8e8, 0xf0f0f0,
+                                              0xffffff, 0xe0e0e0, 0x00ff00, 0xd0d0d0, 0x808080};
+    EXPECT_EQ(kTreeListColors, table);
     EXPECT_EQ(rgbOf(0xffffe0), (RgbColor{0xe0, 0xff, 0xff})) << "blue, green, red from the high byte down";
 }
 

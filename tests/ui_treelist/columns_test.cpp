@@ -145,6 +145,16 @@ TEST_F(HeaderTest, AltWithLeftAndRightMovesAColumnAndWithShiftItsWidth) {
     EXPECT_EQ(list_->GetColumnWidth(0), 208);
 }
 
+TEST_F(HeaderTest, AltWithDownOpensTheHeadersMenu) {
+    list_->SelectItem(a_, 0);
+    press(Qt::Key_Down, Qt::AltModifier);
+    auto* menu = header()->findChild<QMenu*>();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(list_->GetSelectedItem(), a_);
+    menu->close();
+}
+
 TEST_F(HeaderTest, AClickOnAHeaderCellIsSignalled) {
     int clicked = -1;
     QObject::connect(list_, &CTreeListCtrl::headerClicked, list_, [&](int column) { clicked = column; });

@@ -234,6 +234,24 @@ TEST_F(TreeListTest, KeysOnAnEmptyListDoNoHarm) {
     EXPECT_EQ(list_->GetSelectedCount(), 0);
 }
 
+TEST_F(TreeListTest, ADoubleClickOnARowThatScrollsIntoViewMeansThatRow) {
+    for (int i = 0; i < 100; ++i) {
+        list_->InsertItem(QString::number(i));
+    }
+    list_->SetItemHeight(19);
+    QApplication::processEvents();
+    const int view = list_->viewport()->height();
+    ASSERT_NE(view % 19, 0) << "the last row is cut";
+    CTreeListItem* cut = list_->GetItemAtIndex(list_->GetCountPerPage());
+    const QPoint point(150, view - 1);
+    ASSERT_EQ(list_->HitTest(point), cut);
+    QTest::mouseClick(list_->viewport(), Qt::LeftButton, Qt::NoModifier, point);
+    EXPECT_EQ(list_->GetTopIndex(), 1);
+    QTest::mouseDClick(list_->viewport(), Qt::LeftButton, Qt::NoModifier, point);
+    EXPECT_EQ(list_->GetSelectedItem(), cut);
+    EXPECT_TRUE(cut->isExpanded());
+}
+
 TEST_F(TreeListTest, TheWheelScrollsByRows) {
     for (int i = 0; i < 100; ++i) {
         list_->InsertItem(QString::number(i));

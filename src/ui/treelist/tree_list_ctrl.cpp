@@ -26,7 +26,7 @@ namespace {
 
 constexpr int kRowHeight = 18;      // least height of a row that follows the font, pixels at 96 dots an inch
 constexpr int kRowMargin = 4;       // above and below the text together
-constexpr double kDotsPerInch = 96; // at which sizes are told
+constexpr double kDotsPerInch = 96; // at which sizes are given
 constexpr int kHintWidth = 320;
 constexpr int kHintRows = 10;
 

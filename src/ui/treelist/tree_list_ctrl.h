@@ -347,6 +347,9 @@ class CTreeListCtrl : public QAbstractScrollArea {
     bool editorOpen_ = false;
 
     QPoint pressPoint_;
+    CTreeListItem* pressItem_ = nullptr; // what the last press hit, and the row at the top when it did
+    int pressFlags_ = 0;
+    int pressTop_ = 0;
     CTreeListItem* hoverItem_ = nullptr;
     CTreeListItem* targetItem_ = nullptr;
     CTreeListItem* timerItem_ = nullptr; // the row that timer 1 was started on

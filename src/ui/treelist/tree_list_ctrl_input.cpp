@@ -35,6 +35,9 @@ void CTreeListCtrl::mousePressEvent(QMouseEvent* event) {
     int column = -1;
     CTreeListItem* item = HitTest(point, &flags, &column);
     pressPoint_ = point;
+    pressItem_ = item;
+    pressFlags_ = flags;
+    pressTop_ = GetTopIndex();
     if (!item) {
         if (modifyItem_) {
             FinishModify();
@@ -95,6 +98,11 @@ void CTreeListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
     }
     int flags = 0;
     CTreeListItem* item = HitTest(event->position().toPoint(), &flags);
+    if (pressItem_ && GetTopIndex() != pressTop_) {
+        // The first click scrolled its row into view; the second means the same row.
+        item = pressItem_;
+        flags = pressFlags_;
+    }
     if (item && (style_ & kStyleTree) && (flags == kHitText || flags == kHitImage) && modifyItem_ != item) {
         ExpandItem(item, ExpandCode::Toggle);
         return;
@@ -177,8 +185,8 @@ bool CTreeListCtrl::viewportEvent(QEvent* event) {
 
 void CTreeListCtrl::wheelEvent(QWheelEvent* event) {
     QAbstractScrollArea::wheelEvent(event);
-    // At an end the wheel is not handed on to the window around.
-    event->accept();
+    // At an end the wheel is not handed on to the window around, unless there is nothing to scroll at all.
+    event->setAccepted(verticalScrollBar()->maximum() > 0 || horizontalScrollBar()->maximum() > 0);
 }
 
 void CTreeListCtrl::moveFocusRow(CTreeListItem* item) {
@@ -220,6 +228,16 @@ bool CTreeListCtrl::treeKey(QKeyEvent* event) {
     const bool tree = (style_ & kStyleTree) != 0;
     const Qt::KeyboardModifiers modifiers = event->modifiers();
     const int last = GetVisibleCount() - 1;
+    if (event->key() == Qt::Key_Down && (modifiers & Qt::AltModifier)) {
+        if (!header_ || !(style_ & kStyleHeader)) {
+            return false;
+        }
+        // The header's menu without a mouse.
+        const int column = columns_.count() > 0 ? focusOrFirstColumn() : -1;
+        const QRect cell = column >= 0 ? header_->cellRect(column) : QRect();
+        header_->showMenu(header_->mapToGlobal(QPoint(std::max(0, cell.left()), header_->height())), column);
+        return true;
+    }
     const bool moves = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||
                        event->key() == Qt::Key_Home || event->key() == Qt::Key_End || event->key() == Qt::Key_Up ||
                        event->key() == Qt::Key_Down;
@@ -304,8 +322,6 @@ bool CTreeListCtrl::treeKey(QKeyEvent* event) {
         }
         ExpandItem(focusItem_, event->key() == Qt::Key_Plus ? ExpandCode::Expand : ExpandCode::Collapse);
         return true;
-    case Qt::Key_Menu:
-        return false;
     default:
         return false;
     }

@@ -105,7 +105,7 @@ void CTreeListCtrl::forget(CTreeListItem* subtree) {
         CTreeListItem* next = subtree->nextSibling() ? subtree->nextSibling() : subtree->previousSibling();
         focusItem_ = next ? next : (subtree->parent() == tree_.root() ? nullptr : subtree->parent());
     }
-    for (CTreeListItem** kept : {&selectionMark_, &hotItem_, &hoverItem_, &targetItem_, &timerItem_}) {
+    for (CTreeListItem** kept : {&selectionMark_, &pressItem_, &hotItem_, &hoverItem_, &targetItem_, &timerItem_}) {
         if (gone(*kept)) {
             *kept = nullptr;
         }

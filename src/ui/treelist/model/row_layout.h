@@ -21,7 +21,7 @@ struct PixelRect {
     bool operator==(const PixelRect&) const = default;
 };
 
-// Sizes of the parts for the resolution of the screen; told for 96 dots an inch.
+// Sizes of the parts for the resolution of the screen; given for 96 dots an inch.
 struct RowMetrics {
     double scale = 1.0; // dots an inch / 96
 

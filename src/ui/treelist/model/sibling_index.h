@@ -20,7 +20,7 @@ struct SiblingNode {
     std::uint32_t visible = 0; // sum of their visible counts
 };
 
-// Keeps the groups in step with the links of CTreeListItem. All functions take the links as they are told.
+// Keeps the groups in step with the links of CTreeListItem. Each function says how the links stand when it is called.
 class SiblingIndex {
   public:
     static constexpr std::uint32_t kMinimum = 64; // below this many siblings no groups are made

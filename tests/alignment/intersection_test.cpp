@@ -625,3 +625,31 @@ TEST(ClothoidClothoid, ACrossingInTheFlatBeginningIsFoundWhereTheCurveIs) {
     EXPECT_NEAR(r.a, 0.35, crossing);
     EXPECT_NEAR(r.c, 10.0, crossing);
 }
+
+TEST(LineClothoid, TwoCrossingsAreTwoAboveAMetreOfSagittaAndATouchBelow) {
+    const Calelm rec = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 100.0);
+    const auto chord = [&](double s1, double s2) {
+        double p[2];
+        double q[2];
+        double t = 0.0;
+        EXPECT_EQ(ali_onlA(&rec, s1, p, &t), 0);
+        EXPECT_EQ(ali_onlA(&rec, s2, q, &t), 0);
+        const double dx = q[0] - p[0];
+        const double dy = q[1] - p[1];
+        return straightRecord(p[0] - dx, p[1] - dy, q[0] + dx, q[1] + dy);
+    };
+    const Calelm deep = chord(20.0, 90.0); // sagitta about 3.4 m
+    const Result r = call(ali_intpSA, deep, rec);
+    ASSERT_EQ(r.status, 2);
+    EXPECT_NEAR(r.b, 20.0, 1e-2);
+    EXPECT_NEAR(r.d, 90.0, 1e-2);
+    EXPECT_EQ(call(ali_intp, deep, rec).status, 1);
+    const Calelm shallow = chord(50.0, 80.0); // sagitta about 0.7 m
+    EXPECT_EQ(call(ali_intpSA, shallow, rec).status, 1);
+    // The rule holds for a line in the curve's own direction only; run the other way the crossings are found.
+    const Calelm against = straightRecord(shallow.ex, shallow.ey, shallow.sx, shallow.sy);
+    const Result two = call(ali_intpSA, against, rec);
+    ASSERT_EQ(two.status, 2);
+    EXPECT_NEAR(two.b, 50.0, 1e-2);
+    EXPECT_NEAR(two.d, 80.0, 1e-2);
+}

@@ -1,0 +1,326 @@
+// Routes of a file become alignments in the embedded host: tangent where the file is, whatever the habit of its signs.
+#include "embedded/route_chains.h"
+#include "host/adapter/host_adapter.h"
+#include "host/embedded/embedded_host.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace fenmark::host::embedded {
+namespace {
+
+constexpr double kPi = 3.141592653589793;
+constexpr double kDegree = kPi / 180.0;
+// Where an alignment may lie off the exact chain: what tangents rounded to 1e-5 rad carry over its length, metres.
+constexpr double kLaidTolerance = 0.02;
+constexpr double kTwelveDecimals = 1.1e-11; // metres, with the rounding of coordinates of 1e5 m
+constexpr double kTangentTolerance = 1e-3; // radians
+
+double angleBetween(double a, double b) {
+    return std::abs(std::remainder(a - b, 2 * kPi));
+}
+
+class TurningSense : public ::testing::Test {
+  protected:
+    EmbeddedHost host_;
+    HostAdapter adapter_;
+
+    void SetUp() override { host_.drawing().addSite("サイト"); }
+    void TearDown() override {
+        EXPECT_EQ(EmbeddedHost::liveAutomationReferences(), 0);
+        EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
+    }
+
+    MdDbObjectId import(sima::Array<sima::EntityData> route, double startStation = 0.0) {
+        const std::unique_ptr<CorridorUtility> utility = adapter_.makeCorridorUtility();
+        utility->connect();
+        const MdDbObjectId id = utility->createAlignment("路線", "サイト", "file-路線", startStation, route);
+        utility->disconnect();
+        return id;
+    }
+
+    const Alignment& laid() { return host_.drawing().alignment(host_.drawing().alignmentCount() - 1); }
+
+    // The alignment is the chain: kinds, senses, places, and a tangent at every joint.
+    void expectChain(const std::vector<Element>& chain, double tolerance = kLaidTolerance) {
+        const Alignment& alignment = laid();
+        ASSERT_EQ(alignment.elements.size(), chain.size());
+        for (std::size_t i = 0; i < chain.size(); ++i) {
+            const Element& element = alignment.elements[i];
+            EXPECT_EQ(element.type, chain[i].type) << i;
+            EXPECT_EQ(element.clockwise, chain[i].clockwise) << i;
+            EXPECT_NEAR(element.start.x, chain[i].start.x, tolerance) << i;
+            EXPECT_NEAR(element.start.y, chain[i].start.y, tolerance) << i;
+            EXPECT_NEAR(element.end.x, chain[i].end.x, tolerance) << i;
+            EXPECT_NEAR(element.end.y, chain[i].end.y, tolerance) << i;
+            EXPECT_NEAR(element.length, chain[i].length, tolerance) << i;
+            if (i > 0) {
+                EXPECT_LT(angleBetween(element.direction, alignment.elements[i - 1].endDirection()), kTangentTolerance)
+                    << i;
+                // The end goes on as text with twelve decimals.
+                EXPECT_NEAR(element.start.x, alignment.elements[i - 1].end.x, kTwelveDecimals) << i;
+                EXPECT_NEAR(element.start.y, alignment.elements[i - 1].end.y, kTwelveDecimals) << i;
+            }
+        }
+        EXPECT_TRUE(host_.layoutNotes().brokenJoints.empty());
+    }
+
+    static std::vector<Element> sCurve(double direction = 0.3) {
+        return layChain({{-36012.345, 60295.494}, direction},
+                        {straight(80), clothoid(0, 200, 60), arc(200, 90), clothoid(200, 0, 60), straight(50),
+                         clothoid(0, -150, 50), arc(-150, 70), clothoid(-150, 0, 50), straight(40)});
+    }
+};
+
+TEST_F(TurningSense, ATangentChainStaysTangentInEveryDirection) {
+    for (int step = 0; step < 36; ++step) {
+        const std::vector<Element> chain = sCurve(step * 10 * kDegree + 0.01);
+        ASSERT_TRUE(import(routeOf(chain)).isValid());
+        expectChain(chain);
+        EXPECT_EQ(host_.layoutNotes().otherSense, 0);
+    }
+}
+
+TEST_F(TurningSense, PositiveRadiiTurnLeftOnTheMap) {
+    const std::vector<Element> chain = layChain({{0, 0}, 0}, {straight(50), arc(100, 100)});
+    const sima::Array<sima::EntityData> route = routeOf(chain);
+    EXPECT_EQ(route[1].radius, "100.000000");
+    ASSERT_TRUE(import(route).isValid());
+    EXPECT_GT(laid().elements[1].end.y, 0.0);
+    EXPECT_FALSE(laid().elements[1].clockwise);
+}
+
+TEST_F(TurningSense, CoordinatesRoundedToMillimetresAreNoKink) {
+    const std::vector<Element> chain = sCurve();
+    ASSERT_TRUE(import(routeOf(chain, {.decimals = 3})).isValid());
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 0);
+}
+
+TEST_F(TurningSense, EggShapedClothoidsOfBothGrowthsJoinTwoArcs) {
+    const std::vector<Element> chain = layChain(
+        {{100, 200}, 1.0}, {straight(30), clothoid(0, 300, 40), arc(300, 60), clothoid(300, 120, 45), arc(120, 50),
+                            clothoid(120, 400, 60), arc(400, 80), clothoid(400, 0, 30), straight(20)});
+    ASSERT_TRUE(import(routeOf(chain)).isValid());
+    expectChain(chain);
+}
+
+TEST_F(TurningSense, AFileOfTheOtherHabitIsUnderstoodAndToldOf) {
+    const std::vector<Element> chain = sCurve();
+    ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false})).isValid());
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 6);
+    EXPECT_EQ(noteLines(host_.layoutNotes()),
+              std::vector<std::string>{"6 elements were taken with the other turning sense"});
+}
+
+TEST_F(TurningSense, RandomChainsOfBothHabitsStayTangent) {
+    constexpr unsigned kSeed = 64;
+    std::mt19937 random(kSeed);
+    const auto uniform = [&](double low, double high) { return std::uniform_real_distribution(low, high)(random); };
+    for (int round = 0; round < 200; ++round) {
+        std::vector<Shape> shapes{straight(uniform(20, 200))};
+        for (int curve = 0; curve < 3; ++curve) {
+            const double sign = random() % 2 == 0 ? 1 : -1;
+            const double radius = sign * uniform(60, 400);
+            // Long enough that the two senses differ by more than a degree at every joint.
+            const double spiral = std::abs(radius) * uniform(0.15, 0.4);
+            shapes.push_back(clothoid(0, radius, spiral));
+            shapes.push_back(arc(radius, std::abs(radius) * uniform(0.1, 1.0)));
+            shapes.push_back(clothoid(radius, 0, spiral));
+            shapes.push_back(straight(uniform(20, 200)));
+        }
+        const std::vector<Element> chain = layChain({{uniform(-5e4, 5e4), uniform(-5e4, 5e4)}, uniform(-3, 3)}, shapes);
+        for (const bool positiveIsLeft : {true, false}) {
+            host_.clearNotes();
+            ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = positiveIsLeft, .decimals = 4})).isValid());
+            expectChain(chain, 0.05);
+            EXPECT_EQ(host_.layoutNotes().otherSense, positiveIsLeft ? 0 : 9) << "seed " << kSeed;
+            ASSERT_FALSE(HasFailure()) << "seed " << kSeed << " round " << round;
+        }
+    }
+}
+
+TEST_F(TurningSense, TheSettingRightTakesEveryCurveTheOtherWay) {
+    host_.setPositiveRadius(PositiveRadius::Right);
+    const std::vector<Element> chain = sCurve();
+    ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false})).isValid());
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 0) << "nothing was guessed";
+}
+
+TEST_F(TurningSense, TheSettingLeftKeepsTheSenseAndTellsTheBrokenJoints) {
+    host_.setPositiveRadius(PositiveRadius::Left);
+    const std::vector<Element> chain = layChain({{0, 0}, 0}, {straight(100), arc(100, 100), straight(50)});
+    ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false}), 1000.0).isValid());
+    const LayoutNotes notes = host_.layoutNotes();
+    ASSERT_EQ(notes.brokenJoints.size(), 2U);
+    EXPECT_EQ(notes.brokenJoints[0].alignment, "路線");
+    constexpr double kStation = 1e-9;
+    EXPECT_NEAR(notes.brokenJoints[0].station, 1100.0, kStation);
+    EXPECT_NEAR(notes.brokenJoints[0].angle, 1.0, kStation) << "the arc turns by one radian";
+    EXPECT_NEAR(notes.brokenJoints[1].station, 1200.0, kStation);
+    EXPECT_EQ(noteLines(notes)[0], "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees");
+}
+
+TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
+    sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, {straight(100)}));
+    for (const sima::EntityData& leg : routeOf(layChain({{100, 0}, 2 * kDegree}, {straight(100)})))
+        route.push_back(leg);
+    ASSERT_TRUE(import(route).isValid());
+    const LayoutNotes notes = host_.layoutNotes();
+    ASSERT_EQ(notes.brokenJoints.size(), 1U);
+    EXPECT_NEAR(notes.brokenJoints[0].angle, 2 * kDegree, 1e-9);
+}
+
+TEST_F(TurningSense, AFirstArcKeepsItsSenseForThereIsNothingToJoin) {
+    const std::vector<Element> chain = layChain({{0, 0}, 0}, {arc(100, 100), straight(50)});
+    ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false})).isValid());
+    EXPECT_TRUE(laid().elements[0].clockwise) << "as the file says";
+    EXPECT_EQ(host_.layoutNotes().brokenJoints.size(), 1U);
+}
+
+TEST_F(TurningSense, RoutesWithHeightsContinueTheElementBefore) {
+    const std::vector<Element> chain = sCurve();
+    sima::Array<sima::EntityData> route = routeOf(chain, {.heightOfEach = 0.25});
+    ASSERT_TRUE(import(route).isValid());
+    expectChain(chain);
+}
+
+TEST_F(TurningSense, ARouteThatStartsWithAClothoidLeavesItsAuxiliaryLine) {
+    const std::vector<Element> chain = layChain({{0, 0}, 0}, {clothoid(0, 200, 60), arc(200, 50)});
+    EXPECT_THROW(import(routeOf(chain)), std::invalid_argument);
+    ASSERT_EQ(host_.drawing().alignmentCount(), 1U);
+    ASSERT_EQ(laid().elements.size(), 1U);
+    EXPECT_EQ(laid().elements[0].type, ElementType::Straight);
+    EXPECT_NEAR(laid().elements[0].length, 100.0, 1e-9);
+}
+
+TEST_F(TurningSense, ARefusedArcLeavesAHalfMadeAlignment) {
+    sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, {straight(100), arc(100, 100), straight(50)}));
+    route[1].radius = "10";
+    EXPECT_FALSE(import(route, 55.0).isValid());
+    ASSERT_EQ(host_.drawing().alignmentCount(), 1U);
+    EXPECT_EQ(laid().elements.size(), 1U);
+    EXPECT_EQ(laid().description, "file-路線");
+    EXPECT_EQ(laid().startStation, 0.0);
+}
+
+// --- the rules of one element ---
+
+std::vector<Element> lineBefore(double direction = 0.0) {
+    std::vector<Element> before =
+        layChain({{-std::cos(direction) * 10, -std::sin(direction) * 10}, direction}, {straight(10)});
+    before[0].id = 1;
+    return before;
+}
+
+TEST(LayCurve, IsTheShorterArc) {
+    const std::optional<Laid> laid = layCurve({}, {0, 0}, {100, 0}, 60, 0, PositiveRadius::Left);
+    ASSERT_TRUE(laid);
+    EXPECT_LT(laid->element.length, kPi * 60);
+    EXPECT_NEAR(laid->element.length, 120 * std::asin(100.0 / 120.0), 1e-9);
+    EXPECT_FALSE(laid->element.clockwise);
+    EXPECT_LT(laid->element.direction, 0.0) << "a left turn starts to the right of its chord";
+    const PlanPoint end = poseOnElement(laid->element, laid->element.length).point;
+    EXPECT_NEAR(end.x, 100, 1e-9);
+    EXPECT_NEAR(end.y, 0, 1e-9);
+}
+
+TEST(LayCurve, MinusOneIsClockwise) {
+    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Left)->element.clockwise);
+    EXPECT_FALSE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Right)->element.clockwise);
+    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Auto)->element.clockwise);
+}
+
+TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
+    const auto refused = [](double radius) {
+        return !layCurve({}, {0, 0}, {100, 0}, radius, 0, PositiveRadius::Auto).has_value();
+    };
+    EXPECT_TRUE(refused(0.0));
+    EXPECT_TRUE(refused(-60.0));
+    EXPECT_TRUE(refused(std::nan("")));
+    EXPECT_TRUE(refused(kInfiniteRadius));
+    EXPECT_TRUE(refused(std::nextafter(50.0, 0.0)));
+    EXPECT_FALSE(refused(50.0)) << "a half circle";
+}
+
+TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
+    const std::vector<Element> before = lineBefore();
+    // A left arc that starts along the line before, given as a right one.
+    const std::vector<Element> arcAhead = layChain({{0, 0}, 0}, {arc(100, 50)});
+    const PlanPoint end = arcAhead[0].end;
+    const std::optional<Laid> turned = layCurve(before, {0, 0}, end, 100, -1, PositiveRadius::Auto);
+    EXPECT_TRUE(turned->otherSense);
+    EXPECT_FALSE(turned->element.clockwise);
+    // Neither way joins a line that comes from elsewhere.
+    const std::optional<Laid> kept = layCurve(lineBefore(1.0), {0, 0}, end, 100, -1, PositiveRadius::Auto);
+    EXPECT_FALSE(kept->otherSense);
+    EXPECT_TRUE(kept->element.clockwise);
+    // A flat arc joins either way, and stays as it was given.
+    const PlanPoint flat = layChain({{0, 0}, 0}, {arc(5000, 50)})[0].end;
+    const std::optional<Laid> either = layCurve(before, {0, 0}, flat, 5000, -1, PositiveRadius::Auto);
+    EXPECT_FALSE(either->otherSense);
+    EXPECT_TRUE(either->element.clockwise);
+}
+
+TEST(LaySpiral, RefusesWhatIsNoSpiral) {
+    const std::vector<Element> before = lineBefore();
+    const auto refused = [&](std::int32_t id, double startRadius, double endRadius, double length) {
+        return !laySpiral(before, id, {0, 0}, {40, 0}, startRadius, endRadius, length, 0, PositiveRadius::Auto);
+    };
+    EXPECT_FALSE(refused(1, kInfiniteRadius, 200, 60));
+    EXPECT_TRUE(refused(2, kInfiniteRadius, 200, 60)) << "an unknown element before";
+    EXPECT_TRUE(refused(0, kInfiniteRadius, 200, 60));
+    EXPECT_TRUE(refused(1, kInfiniteRadius, kInfiniteRadius, 60));
+    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, 0));
+    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, -60));
+    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, std::nan("")));
+    EXPECT_TRUE(refused(1, kInfiniteRadius, 0, 60));
+    EXPECT_TRUE(refused(1, std::nan(""), 200, 60));
+}
+
+TEST(LaySpiral, StartsTowardsThePiIfItsDistanceIsRight) {
+    const std::vector<Element> before = lineBefore(0.5);
+    const Element exact = layChain({{0, 0}, 0.5}, {clothoid(0, 200, 60)})[0];
+    const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
+    const auto directionFor = [&](double share) {
+        const PlanPoint pi{toPi * share * std::cos(0.505), toPi * share * std::sin(0.505)};
+        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 200, 60, 0, PositiveRadius::Auto)->element.direction;
+    };
+    constexpr double kDirection = 1e-12;
+    EXPECT_NEAR(directionFor(1.0), 0.505, kDirection);
+    EXPECT_NEAR(directionFor(1.0099), 0.505, kDirection);
+    EXPECT_NEAR(directionFor(0.9901), 0.505, kDirection);
+    EXPECT_NEAR(directionFor(1.0101), 0.5, kDirection) << "then it continues the element before";
+    EXPECT_NEAR(directionFor(0.9899), 0.5, kDirection);
+}
+
+TEST(LaySpiral, ATinySpiralGetsTenMillimetres) {
+    const std::vector<Element> before = lineBefore();
+    const Element exact = layChain({{0, 0}, 0.001}, {clothoid(0, 10, 0.3)})[0];
+    const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
+    const auto directionFor = [&](double more) {
+        const PlanPoint pi{(toPi + more) * std::cos(0.001), (toPi + more) * std::sin(0.001)};
+        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 10, 0.3, 0, PositiveRadius::Auto)->element.direction;
+    };
+    EXPECT_NEAR(directionFor(0.0099), 0.001, 1e-12);
+    EXPECT_NEAR(directionFor(0.0101), 0.0, 1e-12);
+}
+
+TEST(LaySpiral, APiThatWasNotFoundIsIgnoredThoughItLieInTheRightDistance) {
+    const Element exact = layChain({{0, 0}, 0}, {clothoid(0, 200, 60)})[0];
+    const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
+    std::vector<Element> before = layChain({{toPi, -50}, kPi / 2}, {straight(50)}); // ends at that distance from (0, 0)
+    before[0].id = 1;
+    for (const PositiveRadius sense : {PositiveRadius::Auto, PositiveRadius::Left, PositiveRadius::Right}) {
+        const std::optional<Laid> laid =
+            laySpiral(before, 1, before[0].end, {0, 0}, kInfiniteRadius, 200, 60, 0, sense);
+        EXPECT_NEAR(laid->element.direction, kPi / 2, 1e-12);
+        EXPECT_EQ(laid->element.clockwise, sense == PositiveRadius::Right);
+    }
+}
+
+} // namespace
+} // namespace fenmark::host::embedded

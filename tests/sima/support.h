@@ -101,7 +101,8 @@ class KeepingSink : public SectionSink {
 
 using Lines = std::vector<std::string>;
 
-inline Lines texts(const TextList& list) {
+template <typename List>
+Lines texts(const List& list) {
     Lines result;
     for (std::size_t i = 0; i < list.size(); ++i)
         result.emplace_back(list[i]);

@@ -5,7 +5,6 @@
 #include "sima/text/path.h"
 #include "sima/text/utf8.h"
 
-#include <array>
 #include <cerrno>
 #include <fstream>
 #include <system_error>
@@ -17,28 +16,6 @@ namespace {
 constexpr std::string_view kBanner = "----- Brindlow　Version1.0 -----\n";
 constexpr std::string_view kErrorRule = "ERROR --------------------------------------------------------";
 constexpr std::string_view kClosingRule = "--------------------------------------------------------------";
-
-// A number in at least the given count of digits, as printf's "%.5d" and "%d" write it.
-class Number {
-  public:
-    explicit Number(std::int32_t value, int digits = 1) {
-        std::uint32_t rest = value < 0 ? 0U - static_cast<std::uint32_t>(value) : static_cast<std::uint32_t>(value);
-        char* const end = buffer_.data() + buffer_.size();
-        char* start = end;
-        for (; rest != 0 || digits > 0; --digits, rest /= 10)
-            *--start = static_cast<char>('0' + rest % 10);
-        if (value < 0)
-            *--start = '-';
-        text_ = {start, static_cast<std::size_t>(end - start)};
-    }
-    Number(const Number&) = delete;
-    Number& operator=(const Number&) = delete;
-    operator std::string_view() const { return text_; }
-
-  private:
-    std::array<char, 16> buffer_;
-    std::string_view text_;
-};
 
 // Route types that become alignments; the others become polylines.
 bool isAlignmentType(std::int32_t routeType) {
@@ -56,15 +33,13 @@ class LogFile {
 
     // The text and a line feed; every line feed becomes CR LF, those inside the text too.
     void writeLine(std::string_view text) {
-        for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n')) {
-            encodeCp932(buffer_, text.substr(0, at));
-            buffer_ += "\r\n";
-            text.remove_prefix(at + 1);
-        }
-        encodeCp932(buffer_, text);
+        encodeCp932Lines(buffer_, text);
         buffer_ += "\r\n";
         if (buffer_.size() >= kPiece)
             flush();
+    }
+    void writeLines(const ProcessLines& lines) {
+        lines.encode(buffer_, kPiece, [this] { flush(); });
     }
 
     void close() {
@@ -94,87 +69,89 @@ class LogFile {
 } // namespace
 
 void SimaLog::coordinateBegin(std::int32_t line) {
-    lines_.append({Number(line, 5), " A00 座標データの読み込み開始"});
+    lines_.append(LineKind::CoordinateBegin, line);
 }
 
 void SimaLog::lotBegin(std::int32_t line) {
-    lines_.append({Number(line, 5), " D00 画地データの読み込み開始"});
+    lines_.append(LineKind::LotBegin, line);
 }
 
 void SimaLog::lotEnd(std::int32_t line, bool ok, std::int32_t pointCount, bool hasTriangleData) {
-    lines_.append({Number(line, 5), " D99 画地データの読み込み終了"});
+    lines_.append(LineKind::LotEnd, line);
     if (!ok) {
-        lines_.append("ERROR     画地を作成できませんでした\n");
+        lines_.append(LineKind::LotFailed);
     } else if (hasTriangleData) {
-        lines_.append({"          ", Number(pointCount), "点の構成点"});
-        lines_.append("          三斜データは読み込みません\n");
+        lines_.append(LineKind::LotPointsWithTriangles, pointCount);
+        lines_.append(LineKind::LotTriangles);
     } else {
-        lines_.append({"          ", Number(pointCount), "点の構成点\n"});
+        lines_.append(LineKind::LotPoints, pointCount);
     }
 }
 
 void SimaLog::routeBegin(std::int32_t line) {
-    lines_.append({Number(line, 5), " F00 路線データの読み込み開始"});
+    lines_.append(LineKind::RouteBegin, line);
 }
 
 void SimaLog::routeEnd(std::int32_t line, bool ok, std::int32_t routeType, std::int32_t count, std::string_view name) {
-    lines_.append({Number(line, 5), " F99 路線データの読み込み終了"});
+    lines_.append(LineKind::RouteEnd, line);
     if (!ok) {
-        lines_.append(isAlignmentType(routeType) ? "ERROR     平面線形を作成できませんでした\n"
-                                                 : "ERROR     ポリラインを作成できませんでした\n");
+        lines_.append(isAlignmentType(routeType) ? LineKind::RouteAlignmentFailed : LineKind::RoutePolylineFailed);
     } else if (isAlignmentType(routeType)) {
-        lines_.append({"          平面線形”", name, "”"});
-        lines_.append({"          ", Number(count), "個の線形要素\n"});
+        lines_.append(LineKind::RouteAlignment, 0, name);
+        lines_.append(LineKind::RouteElements, count);
     } else {
-        lines_.append({"          ", Number(count), "点の構成点\n"});
+        lines_.append(LineKind::RoutePoints, count);
     }
 }
 
-// The line says G01 although the record is G00, which is meant.
 void SimaLog::version(std::int32_t line, std::string_view text) {
-    lines_.append({Number(line, 5), " G01 SIMAのバージョン： ", text, "\n"});
+    lines_.append(LineKind::Version, line, text);
 }
 
 void SimaLog::longitudinalBegin(std::int32_t line, std::string_view alignmentName) {
-    lines_.append({Number(line, 5), " H00 縦断成果データの読み込み開始"});
-    if (alignmentName.empty())
-        lines_.append("ERROR     中心線が指定されませんでした");
-    else
-        lines_.append({"          中心線”", alignmentName, "”の縦断成果データ"});
+    lines_.append(LineKind::LongitudinalBegin, line);
+    appendAlignment(LineKind::LongitudinalAlignment, alignmentName);
 }
 
 void SimaLog::longitudinalEnd(std::int32_t line, bool ok, std::int32_t pointCount) {
-    lines_.append({Number(line, 5), " H99 縦断成果データの読み込み終了"});
-    lines_.append({"          ", Number(pointCount), ok ? "点のポイント\n" : "点のポイント"});
-    if (!ok)
-        lines_.append("ERROR     縦断成果をポイントに変換できませんでした\n");
+    lines_.append(LineKind::LongitudinalEnd, line);
+    appendResult(ok, pointCount, LineKind::LongitudinalFailed);
 }
 
 void SimaLog::crossSectionBegin(std::int32_t line, std::string_view alignmentName) {
-    lines_.append({Number(line, 5), " I00 横断成果データの読み込み開始"});
-    if (alignmentName.empty())
-        lines_.append("ERROR     中心線が指定されませんでした");
-    else
-        lines_.append({"          中心線”", alignmentName, "”の横断成果データ"});
+    lines_.append(LineKind::CrossSectionBegin, line);
+    appendAlignment(LineKind::CrossSectionAlignment, alignmentName);
 }
 
 void SimaLog::crossSectionItem(std::int32_t line, std::string_view sectionName) {
-    lines_.append({Number(line, 5), " I01 断面 ", sectionName, " データを処理"});
+    lines_.append(LineKind::CrossSectionItem, line, sectionName);
 }
 
 void SimaLog::crossSectionPoints(std::int32_t count) {
-    lines_.append({"          ", Number(count), "個のポイント"});
+    lines_.append(LineKind::CrossSectionPoints, count);
 }
 
 void SimaLog::crossSectionEnd(std::int32_t line, bool ok, std::int32_t pointCount) {
-    lines_.append({Number(line, 5), " I99 横断成果データの読み込み終了"});
-    lines_.append({"          ", Number(pointCount), ok ? "点のポイント\n" : "点のポイント"});
-    if (!ok)
-        lines_.append("ERROR     横断成果をポイントに変換できませんでした\n");
+    lines_.append(LineKind::CrossSectionEnd, line);
+    appendResult(ok, pointCount, LineKind::CrossSectionFailed);
 }
 
 void SimaLog::finished(std::int32_t line) {
-    lines_.append({Number(line, 5), "     読み込み終了"});
+    lines_.append(LineKind::Finished, line);
+}
+
+// The line without a name begins with ERROR and is no error block: it does not count.
+void SimaLog::appendAlignment(LineKind kind, std::string_view alignmentName) {
+    if (alignmentName.empty())
+        lines_.append(LineKind::NoAlignment);
+    else
+        lines_.append(kind, 0, alignmentName);
+}
+
+void SimaLog::appendResult(bool ok, std::int32_t pointCount, LineKind failed) {
+    lines_.append(ok ? LineKind::ResultPoints : LineKind::ResultPointsFailed, pointCount);
+    if (!ok)
+        lines_.append(failed);
 }
 
 void SimaLog::errorBlock(std::string_view firstText, std::string_view secondText) {
@@ -193,8 +170,7 @@ void SimaLog::setFileName(std::string_view path) {
 void SimaLog::writeAll() const {
     LogFile file(fileName_, std::ios::trunc);
     file.writeLine(kBanner);
-    for (std::size_t i = 0; i < lines_.size(); ++i)
-        file.writeLine(lines_[i]);
+    file.writeLines(lines_);
     for (std::size_t i = 0; i < errors_.size(); ++i)
         file.writeLine(errors_[i]);
     file.close();

@@ -1,6 +1,7 @@
 // The import log: process lines and four-line error blocks, collected in memory and written out once.
 #pragma once
 
+#include "sima/log/process_lines.h"
 #include "sima/log/text_list.h"
 
 #include <cstdint>
@@ -30,7 +31,7 @@ class SimaLog {
     void errorBlock(std::string_view firstText, std::string_view secondText);
 
     std::int32_t errorCount() const { return errorCount_; }
-    const TextList& lines() const { return lines_; }
+    const ProcessLines& lines() const { return lines_; }
     const TextList& errors() const { return errors_; }
     const std::string& fileName() const { return fileName_; }
 
@@ -46,7 +47,10 @@ class SimaLog {
     void clear();
 
   private:
-    TextList lines_;
+    void appendAlignment(LineKind kind, std::string_view alignmentName);
+    void appendResult(bool ok, std::int32_t pointCount, LineKind failed);
+
+    ProcessLines lines_;
     TextList errors_;
     std::string fileName_;
     std::int32_t errorCount_ = 0;

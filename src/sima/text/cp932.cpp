@@ -39,6 +39,14 @@ std::size_t rowOf(unsigned lead) {
     return lead - 0xFA + 47;
 }
 
+// The length of the ASCII text at the front.
+std::size_t asciiRun(std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80)
+        ++length;
+    return length;
+}
+
 // 0 if the pair is not defined.
 char32_t pairCharacter(unsigned lead, unsigned trail) {
     if (trail < kFirstTrail || trail > kLastTrail || trail == 0x7F)
@@ -82,22 +90,25 @@ const ReverseTable& reverseTable() {
 } // namespace
 
 void decodeCp932(std::string& out, std::string_view bytes) {
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(bytes[i]);
-        if (byte < 0x80) {
-            out += bytes[i];
-        } else if (byte >= 0xA1 && byte <= 0xDF) {
+    for (std::size_t i = 0; i < bytes.size();) {
+        const std::size_t run = asciiRun(bytes.substr(i));
+        out.append(bytes, i, run);
+        i += run;
+        if (i == bytes.size())
+            return;
+        const auto byte = static_cast<unsigned char>(bytes[i++]);
+        if (byte >= 0xA1 && byte <= 0xDF) {
             appendUtf8(out, kHalfWidthKana + byte - 0xA1);
+            continue;
+        }
+        char32_t character = 0;
+        if (isLead(byte) && i < bytes.size())
+            character = pairCharacter(byte, static_cast<unsigned char>(bytes[i]));
+        if (character == 0) {
+            out += kReplacementCharacter;
         } else {
-            char32_t character = 0;
-            if (isLead(byte) && i + 1 < bytes.size())
-                character = pairCharacter(byte, static_cast<unsigned char>(bytes[i + 1]));
-            if (character == 0) {
-                out += kReplacementCharacter;
-            } else {
-                appendUtf8(out, character);
-                ++i;
-            }
+            appendUtf8(out, character);
+            ++i;
         }
     }
 }
@@ -105,11 +116,11 @@ void decodeCp932(std::string& out, std::string_view bytes) {
 void encodeCp932(std::string& out, std::string_view text) {
     const ReverseTable& table = reverseTable();
     while (!text.empty()) {
-        if (static_cast<unsigned char>(text.front()) < 0x80) {
-            out += text.front();
-            text.remove_prefix(1);
-            continue;
-        }
+        const std::size_t run = asciiRun(text);
+        out += text.substr(0, run);
+        text.remove_prefix(run);
+        if (text.empty())
+            return;
         const char32_t character = takeCharacter(text);
         if (character >= kHalfWidthKana && character < kHalfWidthKana + 63) {
             out += static_cast<char>(character - kHalfWidthKana + 0xA1);
@@ -123,6 +134,15 @@ void encodeCp932(std::string& out, std::string_view text) {
             out += static_cast<char>(code & 0xFF);
         }
     }
+}
+
+void encodeCp932Lines(std::string& out, std::string_view text) {
+    for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n')) {
+        encodeCp932(out, text.substr(0, at));
+        out += "\r\n";
+        text.remove_prefix(at + 1);
+    }
+    encodeCp932(out, text);
 }
 
 } // namespace fenmark::sima

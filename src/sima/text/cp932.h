@@ -15,4 +15,7 @@ void decodeCp932(std::string& out, std::string_view bytes);
 // codes for a character, the one that Windows writes is taken.
 void encodeCp932(std::string& out, std::string_view text);
 
+// The same with CR LF for every line feed, as a text file has them.
+void encodeCp932Lines(std::string& out, std::string_view text);
+
 } // namespace fenmark::sima

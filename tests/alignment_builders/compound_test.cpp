@@ -1,5 +1,6 @@
 // The compound builders: the clothoids between fixed arcs or a fixed straight and arc, and whole chains.
 #include <fenmark/alignment/compound.h>
+#include <fenmark/alignment/primitives.h>
 
 #include "alignment_builders/sweep.h"
 
@@ -442,6 +443,46 @@ TEST(MakAORP, WithALengthOf0TheNewArcReachesThePoint) {
                      joint_tolerance);
     };
     sweep(5150, run, both_places);
+}
+
+TEST(SetAORP, LaysTheSameChainInTheCalculationPlane) {
+    const auto chain =
+        lay_chain({0, 0, 0.7}, {arc(1.0, 200.0, 120.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 60.0)});
+    Calelm r1 = chain[0];
+    Calelm a = sizes_only(chain[1]);
+    Calelm r2 = sizes_only(chain[2]);
+    r2.len = chain[2].len;
+    for (Calelm* const e : {&r1, &a, &r2}) {
+        CDchgSpace(e, e);
+    }
+    const Pose on = pose_at(start_of(chain[2]), shape_of(chain[2]), 30.0);
+    const double p[2] = {static_cast<double>(on.x), -static_cast<double>(on.y)};
+    ASSERT_EQ(setAOR_P(p, &r1, &a, &r2), 0);
+    EXPECT_NEAR(distance(r1.ex, -r1.ey, chain[1].sx, chain[1].sy), 0.0, joint_tolerance);
+    EXPECT_NEAR(distance(a.sx, -a.sy, chain[1].sx, chain[1].sy), 0.0, joint_tolerance);
+    EXPECT_NEAR(distance(a.ex, -a.ey, chain[1].ex, chain[1].ey), 0.0, joint_tolerance);
+    EXPECT_NEAR(distance(r2.sx, -r2.sy, chain[2].sx, chain[2].sy), 0.0, joint_tolerance);
+    EXPECT_NEAR(distance(r2.ex, -r2.ey, chain[2].ex, chain[2].ey), 0.0, joint_tolerance);
+    EXPECT_NEAR(distance(r2.k1, -r2.k2, chain[2].k1, chain[2].k2), 0.0, joint_tolerance);
+    EXPECT_EQ(a.r1, 0.0);
+    EXPECT_EQ(a.r2, 100.0);
+}
+
+TEST(MakAORP, RefusesAPointOutOfReachWithEverythingUnchanged) {
+    const auto chain =
+        lay_chain({0, 0, 0.7}, {arc(1.0, 200.0, 120.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 60.0)});
+    Calelm r2 = sizes_only(chain[2]);
+    r2.len = chain[2].len;
+    const double far_off[2] = {chain[0].k1 + 1000.0, chain[0].k2};
+    for (const int mode : {1, -1, 65535}) {
+        Calelm r1 = chain[0];
+        Calelm a = sizes_only(chain[1]);
+        Calelm made = r2;
+        EXPECT_EQ(static_cast<std::int16_t>(ali_makAOR_P(far_off, mode, &r1, &a, &made)), -1);
+        EXPECT_TRUE(identical(r1, chain[0]) && identical(a, sizes_only(chain[1])) && identical(made, r2));
+        EXPECT_EQ(setAOR_P(far_off, &r1, &a, &made), -1);
+        EXPECT_TRUE(identical(r1, chain[0]) && identical(a, sizes_only(chain[1])) && identical(made, r2));
+    }
 }
 
 } // namespace

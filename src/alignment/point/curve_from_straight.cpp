@@ -82,11 +82,11 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
         r->len > 0.0 ? r->len / radius : sweepBetween(centre, contact, frame.global(point.x, point.y), turn);
     const Vec other = centre + plane::turned(contact - centre, turn * sweep);
 
-    const double direction = roundAngle(plane::direction(frame.u));
+    const double azimuth = roundedAzimuth(plane::direction(frame.u));
     Calelm straight = *s;
     const Vec keptEnd = rounded(straightFirst ? startOf(*s) : endOf(*s));
     const Vec joint = rounded(contact);
-    if (!straightAlong(straightFirst ? keptEnd : joint, straightFirst ? joint : keptEnd, direction, roundLength(kept),
+    if (!straightAlong(straightFirst ? keptEnd : joint, straightFirst ? joint : keptEnd, azimuth, roundLength(kept),
                        straight)) {
         return -1;
     }
@@ -107,8 +107,8 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     setStart(arc, from);
     setEnd(arc, to);
     arc.len = roundLength(radius * sweep);
-    arc.sang = ali_CExAng(straightFirst ? direction : roundAngle(sang));
-    arc.eang = ali_CExAng(straightFirst ? roundAngle(eang) : direction);
+    arc.sang = straightFirst ? azimuth : roundedAzimuth(sang);
+    arc.eang = straightFirst ? roundedAzimuth(eang) : azimuth;
     arc.k1 = centre.x;
     arc.k2 = -centre.y;
     arc.k3 = sweep;
@@ -158,6 +158,7 @@ int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
     if (status != 0) {
         return status;
     }
+    alignStraight(straight, straightFirst ? clothoid.sang : clothoid.eang);
     if (straightFirst) {
         setStart(arc, endOf(clothoid));
         arc.sang = clothoid.eang;

@@ -45,7 +45,7 @@ bool roundedArc(Vec centre, Vec p, Vec q, double longest, Calelm& arc) {
     return true;
 }
 
-bool straightAlong(Vec p, Vec q, double direction, double length, Calelm& straight) {
+bool straightAlong(Vec p, Vec q, double azimuth, double length, Calelm& straight) {
     const double start[2] = {p.x, p.y};
     const double finish[2] = {q.x, q.y};
     Calelm made = straight;
@@ -59,13 +59,26 @@ bool straightAlong(Vec p, Vec q, double direction, double length, Calelm& straig
     made.dir = 1.0;
     made.par = made.r1 = made.r2 = 0.0;
     made.len = length;
-    made.sang = made.eang = ali_CExAng(plane::wrapped(direction));
+    made.sang = made.eang = azimuth;
     straight = made;
     return true;
 }
 
+double roundedAzimuth(double direction) {
+    const double rounded = roundAngle(direction);
+    const bool carried = std::fabs(rounded) < kPlaneAngleZero && std::fabs(direction) >= kPlaneAngleZero;
+    return ali_CExAng(carried ? direction : rounded);
+}
+
+void alignStraight(Calelm& straight, double azimuth) {
+    if (!sameDirection(straight.sang, azimuth) &&
+        sameDirection(straight.sang, azimuth, tangent_tolerance + kAngleStep)) {
+        straight.sang = straight.eang = azimuth;
+    }
+}
+
 bool keepsTangent(const Calelm& before, const Calelm& after, bool atEnd) {
-    const double tolerance = tangent_tolerance + (after.type == element::arc ? kLengthStep / after.par : 0.0);
+    const double tolerance = tangent_tolerance + (after.type == element::arc ? kLengthStep / after.par : kAngleStep);
     return atEnd ? sameDirection(before.eang, after.eang, tolerance)
                  : sameDirection(before.sang, after.sang, tolerance);
 }

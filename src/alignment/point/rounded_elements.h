@@ -16,8 +16,20 @@ namespace fenmark::alignment::laying {
  */
 bool roundedArc(Vec centre, Vec p, Vec q, double longest, Calelm& arc);
 
-/** Writes a straight from p to q with a given direction and length. False, record untouched, when it has no length. */
-bool straightAlong(Vec p, Vec q, double direction, double length, Calelm& straight);
+/** Writes a straight from p to q with a given azimuth and length. False, record untouched, when it has no length. */
+bool straightAlong(Vec p, Vec q, double azimuth, double length, Calelm& straight);
+
+/**
+ * Azimuth of a direction rounded to 1.389e-6. Where the rounding alone would carry it below 1e-5, and so to 0, it stays
+ * unrounded: a straight that runs a millimetre off north in a hundred metres keeps its direction.
+ */
+double roundedAzimuth(double direction);
+
+/**
+ * Gives a straight the azimuth of the clothoid that joins it where the two differ by no more than that rounding, but by
+ * more than a tangent joint may.
+ */
+void alignStraight(Calelm& straight, double azimuth);
 
 /**
  * Whether a given element that was cut still has its tangent at the end that stays, beyond what the rounding of its

@@ -57,7 +57,7 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
     }
     const Vec start = arcFirst ? contact : rounded(contact - length * u);
     const Vec finish = arcFirst ? rounded(contact + length * u) : contact;
-    if (!straightAlong(start, finish, plane::direction(u), length, straight)) {
+    if (!straightAlong(start, finish, ali_CExAng(plane::direction(u)), length, straight)) {
         return -1;
     }
     const std::array<Calelm, 2> chain = arcFirst ? std::array{arc, straight} : std::array{straight, arc};
@@ -119,6 +119,7 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
     if (status != 0) {
         return status;
     }
+    alignStraight(straight, straightFirst ? clothoid.sang : clothoid.eang);
     Calelm arc = *r;
     status = cutArc(arc, straightFirst, straightFirst ? endOf(clothoid) : startOf(clothoid));
     if (status != 0) {

@@ -4,8 +4,8 @@
 #include <cstddef>
 
 static_assert(offsetof(Calelm, sx) == 8 && sizeof(Calelm) == 8 + 14 * 8, "fifteen values, the first in a slot of 8");
-static_assert(sizeof(AliMoniEntry) == 5 * 8 && offsetof(AliMoniList, entries) == 8, "five slots, from byte 8 on");
-static_assert(sizeof(AliIpEntry) == 7 * 8, "seven slots");
+static_assert(sizeof(AliMoniEntry) == 40 && offsetof(AliMoniList, entries) == 8, "five slots, from byte 8 on");
+static_assert(sizeof(AliIpEntry) == 56, "seven slots");
 
 extern "C" int initCalelm(Calelm* rec) {
     if (rec == nullptr) {

@@ -1,0 +1,27 @@
+// The outputs of an intersection function, filled beforehand so that what is left unwritten shows.
+#pragma once
+
+#include "support_alignment.h"
+
+namespace fenmark::alignment_test {
+
+inline constexpr double untouched = 12345.0;
+
+struct Result {
+    int status = 0;
+    double p1[2] = {untouched, untouched};
+    double p2[2] = {untouched, untouched};
+    double a = untouched;
+    double b = untouched;
+    double c = untouched;
+    double d = untouched;
+};
+
+template <typename Function>
+Result call(Function function, const Calelm& e1, const Calelm& e2) {
+    Result r;
+    r.status = function(&e1, &e2, r.p1, &r.a, &r.b, r.p2, &r.c, &r.d);
+    return r;
+}
+
+} // namespace fenmark::alignment_test

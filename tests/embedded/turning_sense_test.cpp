@@ -15,7 +15,7 @@ constexpr double kDegree = kPi / 180.0;
 // Where an alignment may lie off the exact chain: what tangents rounded to 1e-5 rad carry over its length, metres.
 constexpr double kLaidTolerance = 0.02;
 constexpr double kTwelveDecimals = 1.1e-11; // metres, with the rounding of coordinates of 1e5 m
-constexpr double kTangentTolerance = 1e-3; // radians
+constexpr double kTangentTolerance = 1e-3;  // radians
 
 double angleBetween(double a, double b) {
     return std::abs(std::remainder(a - b, 2 * kPi));

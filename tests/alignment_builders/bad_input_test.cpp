@@ -2,8 +2,10 @@
 // one.
 #include <fenmark/alignment/chains.h>
 #include <fenmark/alignment/compound.h>
+#include <fenmark/alignment/construction.h>
 #include <fenmark/alignment/ip.h>
 #include <fenmark/alignment/point.h>
+#include <fenmark/alignment/primitives.h>
 
 #include "alignment_builders/sweep.h"
 
@@ -211,6 +213,42 @@ TEST(BadInput, RandomRubbishIsNeverATangentChainByWord) {
         }
     }
     EXPECT_GT(successes, 100) << "the rubbish leaves some cases that can be solved";
+}
+
+TEST(BadInput, AnArcInsideAnotherIsNeverToldWhereTheChainIsNotTangent) {
+    const auto good =
+        lay_chain({10, 20, 1}, {arc(1, 200, 80), clothoid(1, 60, 200, 80), arc(1, 80, 60), arc(1, 150, 90)});
+    Random random(5501);
+    int successes = 0;
+    for (int i = 0; i < 20000; ++i) {
+        auto records = good;
+        for (Calelm& e : records) {
+            CDchgSpace(&e, &e);
+            for (int field = 0; field < field_count; ++field) {
+                if (field != 4 && random.pick(12) == 0) {
+                    spoil(e, field, random.uniform(-200.0, 200.0));
+                }
+            }
+            if (random.pick(8) == 0) {
+                e.dir = -e.dir;
+            }
+        }
+        const auto before = records;
+        const int mode = random.coin() ? 0 : -1;
+        if (ARmakRR(mode, &records[0], &records[3], &records[2], &records[1]) != 0) {
+            for (std::size_t k = 0; k < records.size(); ++k) {
+                EXPECT_TRUE(identical(records[k], before[k])) << i;
+            }
+            continue;
+        }
+        ++successes;
+        for (Calelm& e : records) {
+            CDchgSpace(&e, &e);
+            EXPECT_GE(ali_mak(&e, 0), 0) << i << describe(e);
+        }
+        EXPECT_TRUE(tangent_chain(records, rounded_joint_tolerance)) << "case " << i;
+    }
+    EXPECT_GT(successes, 100);
 }
 
 TEST(BadInput, CurvesAtAnIpRefuseAbsurdSizesAndPoints) {

@@ -36,6 +36,10 @@ int layAt(const Chain& given, int mode, Vec centre, Chain& laid) {
         return status;
     }
     const Vec centre3{laid.arc3.k1, laid.arc3.k2};
+    if (!joinsInCalculationPlane(laid.arc1, laid.clothoid, laid.arc2) ||
+        !onCircle(centre3, laid.arc3.par, {laid.arc3.ex, laid.arc3.ey})) {
+        return -1;
+    }
     const Vec between = centre - centre3;
     const Vec contact = centre3 + (laid.arc3.par / plane::norm(between)) * between;
     if (!(std::fabs(plane::distance(contact, centre) - laid.arc2.par) <= joint_tolerance)) {

@@ -250,6 +250,23 @@ int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q) {
     return cutByTangent(arc, keepEnd, q, sweep) == 0 ? 0 : cutArc(arc, keepEnd, q);
 }
 
+bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2) {
+    Calelm laid{};
+    CDchgSpace(&clothoid, &laid);
+    if (completeClothoid(laid) != 0) {
+        return false;
+    }
+    // Direction of travel of an arc at a point of its circle.
+    const auto tangentAt = [](const Calelm& arc, Vec p) {
+        return plane::direction(p - Vec{arc.k1, arc.k2}) + arc.dir * plane::pi / 2.0;
+    };
+    const Vec start{clothoid.sx, clothoid.sy};
+    const Vec end{clothoid.ex, clothoid.ey};
+    return onCircle({arc1.k1, arc1.k2}, arc1.par, {arc1.sx, arc1.sy}) &&
+           onCircle({arc1.k1, arc1.k2}, arc1.par, start) && onCircle({arc2.k1, arc2.k2}, arc2.par, end) &&
+           sameDirection(-laid.sang, tangentAt(arc1, start)) && sameDirection(-laid.eang, tangentAt(arc2, end));
+}
+
 Calelm reversed(const Calelm& e) {
     Calelm out = e;
     CDreverA(&out, 1);

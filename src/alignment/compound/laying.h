@@ -118,6 +118,12 @@ int cutArc(Calelm& arc, bool keepEnd, Vec q);
 /** As cutArc, by ali_makangR for any sweep: the radius is rounded to 1.389e-6 and the new end to 1e-5. */
 int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q);
 
+/**
+ * Whether a clothoid leaves one arc and reaches the next along their tangents, all three records in the calculation
+ * plane, with centres, radii, dir and ends written. The start of the first arc must lie on its circle.
+ */
+bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2);
+
 /** Element run the other way, coefficients of a straight included. */
 Calelm reversed(const Calelm& e);
 

@@ -38,11 +38,6 @@ Calelm inOtherPlane(const Calelm& e) {
     return out;
 }
 
-// Direction of travel, calculation plane, of an arc at a point of its circle.
-double tangentAt(const Calelm& arc, Vec p) {
-    return plane::direction(p - Vec{arc.k1, arc.k2}) + arc.dir * plane::pi / 2.0;
-}
-
 // Calculation plane. Lays the chain for one place of arc 2's centre; a status as CDsetAToRAR gives it, or -1 when the
 // clothoid does not leave arc 1 and reach arc 2 along their tangents.
 int layAt(const Chain& given, Vec centre, Chain& laid) {
@@ -59,15 +54,7 @@ int layAt(const Chain& given, Vec centre, Chain& laid) {
     ali_KEnPntb(laid.r2.dir, c, start, laid.r2.len / laid.r2.par, end);
     laid.r2.ex = end[0];
     laid.r2.ey = end[1];
-    Calelm clothoid = inOtherPlane(laid.a);
-    if (completeClothoid(clothoid) != 0) {
-        return -1;
-    }
-    const double leaves = -clothoid.sang;
-    const double arrives = -clothoid.eang;
-    const bool tangent = sameDirection(leaves, tangentAt(laid.r1, {laid.a.sx, laid.a.sy})) &&
-                         sameDirection(arrives, tangentAt(laid.r2, {laid.a.ex, laid.a.ey}));
-    return tangent ? 0 : -1;
+    return joinsInCalculationPlane(laid.r1, laid.a, laid.r2) ? 0 : -1;
 }
 
 // Calculation plane. Whether a point of an arc's circle lies on the arc.

@@ -2,6 +2,8 @@
 #include "meeting.h"
 #include "support/exact_chain.h"
 
+#include <algorithm>
+
 using namespace fenmark::alignment_test;
 namespace exact = fenmark::exact;
 
@@ -366,4 +368,55 @@ TEST(LineClothoid, TwoCrossingsAreTwoAboveAMetreOfSagittaAndATouchBelow) {
     ASSERT_EQ(two.status, 2);
     EXPECT_NEAR(two.b, 50.0, 1e-2);
     EXPECT_NEAR(two.d, 80.0, 1e-2);
+}
+
+TEST(ArcClothoid, EndsThatNearlyMeetCountWithinTheirTolerance) {
+    const Calelm clothoid = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 120.0);
+    const auto arcAt = [](double x, double y, double azimuth) { return arcFrom(x, y, azimuth, 1.0, 60.0, 40.0); };
+    // Start to start within 1e-3: the arc leaves squarely, away from the clothoid.
+    const double side = 1.0 + pi / 2.0;
+    for (const double gap : {8e-4, 1.2e-3}) {
+        const Calelm arc = arcAt(gap * std::cos(side), gap * std::sin(side), side);
+        const Result r = call(ali_intpRA, arc, clothoid);
+        if (gap < 1e-3) {
+            ASSERT_GE(r.status, 0);
+            EXPECT_NEAR(r.a, 0.0, 1e-9);
+            EXPECT_NEAR(r.b, 0.0, 1e-9);
+            EXPECT_NEAR(r.p1[0], 0.0, length_bits);
+        } else {
+            EXPECT_EQ(r.status, -1);
+            EXPECT_EQ(r.p1[0], untouched);
+        }
+    }
+    // Any other pair of ends within 1e-4: here the clothoid's sharp end with the arc's start.
+    const double out = clothoid.eang + pi / 2.0;
+    for (const double gap : {8e-5, 1.2e-4}) {
+        const Calelm arc = arcAt(clothoid.ex + gap * std::cos(out), clothoid.ey + gap * std::sin(out), out);
+        const Result r = call(ali_intpRA, arc, clothoid);
+        if (gap < 1e-4) {
+            ASSERT_GE(r.status, 0);
+            EXPECT_NEAR(r.a, 0.0, 1e-9);
+            EXPECT_NEAR(r.b, clothoid.len, 1e-9);
+        } else {
+            EXPECT_EQ(r.status, -1);
+        }
+    }
+}
+
+TEST(ArcClothoid, AWholeCircleIsCrossedTwice) {
+    for (const double dir : {-1.0, 1.0}) {
+        const Calelm clothoid = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 120.0);
+        double p[2];
+        double t = 0.0;
+        ASSERT_EQ(ali_onlA(&clothoid, 40.0, p, &t), 0);
+        // About the point at station 40, radius 15: crossed at about 25 and 55.
+        Calelm circle = arcFrom(p[0] + 15.0, p[1], dir == 1.0 ? 1.5 * pi : 0.5 * pi, dir, 15.0, two_pi * 15.0);
+        circle.ex = circle.sx;
+        circle.ey = circle.sy;
+        const Result r = call(ali_intpRA, circle, clothoid);
+        ASSERT_EQ(r.status, 2) << dir;
+        EXPECT_NEAR(std::min(r.b, r.d), 25.0, 0.1);
+        EXPECT_NEAR(std::max(r.b, r.d), 55.0, 0.1);
+        EXPECT_NEAR(std::fabs(r.a - r.c), pi * 15.0, 2.0);
+    }
 }

@@ -24,6 +24,7 @@ struct ArcInFrame {
     double cos_half;
     Point start; // relative to the centre
     Point finish;
+    bool whole = false; // a full circle
 
     ArcInFrame(const Calelm& r, const LaidClothoid& laid)
         : centre(laid.toStandard({r.k1, -r.k2})), R(r.par), middle{}, half_angle(0.0),
@@ -35,7 +36,7 @@ struct ArcInFrame {
         const double dir = laid.mirrored() ? -r.dir : r.dir;
         CentredArc arc(R, dir, start, finish);
         // Ends that are one point: nothing, or the whole circle, as the record's own sweep says.
-        const bool whole = samePoint(s.x - e.x, s.y - e.y) && r.k3 > kPi;
+        whole = samePoint(s.x - e.x, s.y - e.y) && r.k3 > kPi;
         half_angle = 0.5 * (whole ? kTwoPi : arc.sweep) + kAngleStep;
         cos_half = half_angle >= kPi ? -2.0 : std::cos(half_angle);
         const double at = arc.start_direction + (dir == -1.0 ? -0.5 : 0.5) * arc.sweep;
@@ -173,12 +174,15 @@ extern "C" int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], do
     if (count <= 0) {
         return -1;
     }
-    const CentredArc run(arc.R, laid.mirrored() ? -r->dir : r->dir, arc.start, arc.finish);
+    CentredArc run(arc.R, laid.mirrored() ? -r->dir : r->dir, arc.start, arc.finish);
+    if (arc.whole) {
+        run.sweep = kTwoPi;
+    }
     const auto give = [&](const CurvePoint& at, double p[2], double* on_arc, double* on_clothoid) {
         const Point back_calc = laid.toCalc(at.p);
         p[0] = back_calc.x;
         p[1] = -back_calc.y;
-        *on_arc = run.lengthTo({at.p.x - arc.centre.x, at.p.y - arc.centre.y});
+        *on_arc = run.lengthToNear({at.p.x - arc.centre.x, at.p.y - arc.centre.y});
         *on_clothoid = laid.stationOf(at.L);
     };
     give(found[0], p1, a, b);

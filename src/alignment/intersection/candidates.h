@@ -34,6 +34,13 @@ struct CentredArc {
         }
         return (kTwoPi - w) * R < kLengthStep ? 0.0 : w * R;
     }
+
+    // The same for a point known to lie on the arc or just off an end of it: one just before the start has run nothing.
+    double lengthToNear(Point p) const {
+        const double length = lengthTo(p);
+        const double beyond = length - sweep * R;
+        return beyond > 0.0 && kTwoPi * R - length < beyond ? 0.0 : length;
+    }
 };
 
 // Whether a station lies on an element of the given total, which may be negative.

@@ -246,6 +246,26 @@ TEST(MoveRDl0RfArf, LeavesEverythingWhenAnElementCannotBeBuilt) {
     }
 }
 
+TEST(AlimakeRfArf, CutsArcsOfAHalfCircleAndMore) {
+    sweep(5424, [](Random& random) {
+        const double dir = random.sign();
+        const double radius1 = random.radius();
+        const double radius2 = radius1 * random.uniform(1.2, 3.0);
+        const auto loop = [&](double radius) {
+            return radius * (random.coin() ? std::numbers::pi : random.uniform(3.2, 5.5));
+        };
+        const auto chain = lay_chain(random.pose(), {arc(dir, radius1, loop(radius1)),
+                                                     clothoid(dir, random.parameter(radius1), radius1, radius2),
+                                                     arc(dir, radius2, loop(radius2))});
+        auto given = chain;
+        given[0] = extended(chain[0], 0.0, random.uniform(0.0, 0.1) * chain[0].len);
+        given[2] = extended(chain[2], random.uniform(0.0, 0.1) * chain[2].len, 0.0);
+        const double dl = 0.0;
+        const int status = alimake_rfArf(given.data(), &dl);
+        return judge(status, given, chain, joint_tolerance);
+    });
+}
+
 // ---- straight, clothoid, arc ----
 
 TEST(AlimakeRfAsf, CutsTheStraightAndTheArcOfAnExactChain) {

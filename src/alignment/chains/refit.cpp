@@ -18,27 +18,57 @@
 
 namespace fenmark::alignment::laying {
 
-Refit refitEnd(Calelm& element, const Calelm& clothoid, bool elementFirst) {
-    const Vec joint = elementFirst ? startOf(clothoid) : endOf(clothoid);
-    const double tangent = elementFirst ? clothoid.sang : clothoid.eang;
-    Calelm copy = element;
-    (elementFirst ? setEnd : setStart)(copy, joint);
+namespace {
+
+// Lays an element from the clothoid on, along its tangent and with its own length.
+bool layFromClothoid(Calelm& part, const Calelm& clothoid, bool partFirst) {
+    Calelm copy = part;
+    (partFirst ? setEnd : setStart)(copy, partFirst ? startOf(clothoid) : endOf(clothoid));
+    (partFirst ? copy.eang : copy.sang) = partFirst ? clothoid.sang : clothoid.eang;
+    if (signed16(ali_mak(&copy, partFirst ? 2 : 1)) != 0) {
+        return false;
+    }
+    part = copy;
+    return true;
+}
+
+} // namespace
+
+Refit rebuildStraight(Calelm& straight, const Calelm& clothoid, bool straightFirst) {
+    Calelm copy = straight;
+    if (signed16(ali_makS(&copy)) != 0) {
+        return Refit::impossible;
+    }
+    if (sameDirection(copy.sang, straight.sang)) {
+        straight = copy;
+        return Refit::cut;
+    }
+    return layFromClothoid(straight, clothoid, straightFirst) ? Refit::laid : Refit::refused;
+}
+
+Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
+    const Vec joint = partFirst ? startOf(clothoid) : endOf(clothoid);
+    const double tangent = partFirst ? clothoid.sang : clothoid.eang;
+    Calelm copy = part;
+    (partFirst ? setEnd : setStart)(copy, joint);
     const bool built = signed16(ali_mak(&copy, 0)) == 0;
     if (built) {
-        const bool keepsOuter =
-            elementFirst ? sameDirection(copy.sang, element.sang) : sameDirection(copy.eang, element.eang);
-        if (keepsOuter && sameDirection(elementFirst ? copy.eang : copy.sang, tangent)) {
-            element = copy;
+        const bool keepsOuter = partFirst ? sameDirection(copy.sang, part.sang) : sameDirection(copy.eang, part.eang);
+        if (keepsOuter && sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
+            part = copy;
             return Refit::cut;
         }
     }
-    copy = element;
-    (elementFirst ? setEnd : setStart)(copy, joint);
-    (elementFirst ? copy.eang : copy.sang) = tangent;
-    if (signed16(ali_mak(&copy, elementFirst ? 2 : 1)) != 0) {
+    // Two ends do not tell a half circle's side, nor a longer arc from its complement: about the centre they do.
+    copy = part;
+    if (part.type == element::arc && cutArc(copy, !partFirst, joint) == 0 &&
+        sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
+        part = copy;
+        return Refit::cut;
+    }
+    if (!layFromClothoid(part, clothoid, partFirst)) {
         return built ? Refit::refused : Refit::impossible;
     }
-    element = copy;
     return built ? Refit::laid : Refit::laid_only;
 }
 
@@ -88,20 +118,17 @@ int alimake_rfAsf(Calelm chain[3], double dl, int side) {
     Calelm arc = chain[straightFirst ? 2 : 0];
     const Calelm& clothoid = chain[1];
     int result = 0;
-    if (std::fabs(dl) < kNoShift) {
-        switch (refitEnd(straight, clothoid, straightFirst)) {
-        case Refit::impossible:
-        case Refit::laid_only:
-            return -1;
-        case Refit::cut:
-            break;
-        case Refit::laid:
-        case Refit::refused:
-            result = -3;
-            break;
-        }
-    } else if (signed16(ali_makS(&straight)) != 0) {
+    const bool closed = std::fabs(dl) < kNoShift;
+    switch (closed ? refitEnd(straight, clothoid, straightFirst) : rebuildStraight(straight, clothoid, straightFirst)) {
+    case Refit::impossible:
+    case Refit::laid_only:
         return -1;
+    case Refit::cut:
+        break;
+    case Refit::laid:
+    case Refit::refused:
+        result = -3;
+        break;
     }
     switch (refitEnd(arc, clothoid, !straightFirst)) {
     case Refit::impossible:

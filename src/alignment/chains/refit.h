@@ -19,8 +19,14 @@ inline bool isFitted(Refit refit) {
     return refit == Refit::cut || refit == Refit::laid || refit == Refit::laid_only;
 }
 
-/** Fits a straight or an arc that comes before the clothoid (elementFirst) or after it. */
-Refit refitEnd(Calelm& element, const Calelm& clothoid, bool elementFirst);
+/** Fits a straight or an arc that comes before the clothoid (partFirst) or after it. */
+Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst);
+
+/**
+ * Rebuilds a straight that keeps both ends, next to a gap; one whose own azimuth is not that of its ends is laid from
+ * the clothoid on.
+ */
+Refit rebuildStraight(Calelm& straight, const Calelm& clothoid, bool straightFirst);
 
 } // namespace fenmark::alignment::laying
 

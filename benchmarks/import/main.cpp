@@ -1,5 +1,6 @@
 // Measures the import. The comparisons print times, ratios and the bounds that the ratios must keep; what is registered
 // with the benchmark library runs behind them.
+#include "import/embedded_bench.h"
 #include "import/reader_bench.h"
 
 #include <benchmark/benchmark.h>
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     fenmark::bench::compareReader(folder);
+    fenmark::bench::compareEmbedded(folder);
     std::filesystem::remove_all(folder);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

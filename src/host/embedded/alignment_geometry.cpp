@@ -12,13 +12,12 @@ namespace {
 
 // A station that differs from a joint by rounding alone (metres) is on it.
 constexpr double kJointTolerance = 1e-9;
-// Below this half turn the sine is its series.
-constexpr double kSmallTurn = 1e-3;
+constexpr double kMostArcTurn = 3.2; // of one piece; half of it is within what the series takes
 // Curvatures that differ by less than this share are those of an arc: over any length of a survey the difference stays
 // far below a nanometre.
 constexpr double kSameCurvature = 1e-16;
 constexpr double kMostPieces = 1e5; // of one element
-constexpr double kBucketsPerPiece = 2.0;
+constexpr double kBucketsPerPiece = 4.0;
 
 bool finite(const Element& element) {
     return std::isfinite(element.start.x) && std::isfinite(element.start.y) && std::isfinite(element.direction) &&
@@ -52,11 +51,14 @@ void AlignmentGeometry::addElement(const Element& element, std::uint32_t index) 
     const double first = element.startCurvature();
     const double last = element.endCurvature();
     if (element.type == ElementType::Straight || element.length == 0.0 || (first == 0.0 && last == 0.0)) {
-        addPiece(Form::Straight, start, length_, 0.0, 0.0, index);
+        addPiece(Form::Series, start, length_, 0.0, 0.0, index);
         return;
     }
     if (std::abs(last - first) <= kSameCurvature * std::abs(first)) {
-        addPiece(Form::Arc, start, length_, first, 0.0, index);
+        const double parts = std::clamp(std::ceil(std::abs(first) * element.length / kMostArcTurn), 1.0, kMostPieces);
+        const double step = element.length / parts;
+        for (double part = 0.0; part < parts; part += 1.0)
+            addPiece(Form::Arc, advance(start, first, 0.0, part * step), length_ + part * step, first, 0.0, index);
         return;
     }
     const double growth = (last - first) / element.length;
@@ -77,6 +79,8 @@ void AlignmentGeometry::addElement(const Element& element, std::uint32_t index) 
 }
 
 void AlignmentGeometry::buildBuckets() {
+    for (const Piece& piece : pieces_)
+        starts_.push_back(piece.from);
     if (pieces_.empty() || !(length_ > 0.0))
         return;
     const auto count = static_cast<std::size_t>(kBucketsPerPiece * static_cast<double>(pieces_.size())) + 1;
@@ -85,7 +89,7 @@ void AlignmentGeometry::buildBuckets() {
     std::size_t piece = 0;
     for (std::size_t bucket = 0; bucket <= count; ++bucket) {
         const double begin = static_cast<double>(bucket) / bucketsPerMetre_;
-        while (piece + 1 < pieces_.size() && pieces_[piece + 1].from <= begin)
+        while (piece + 1 < starts_.size() && starts_[piece + 1] <= begin)
             ++piece;
         buckets_[bucket] = static_cast<std::uint32_t>(piece);
     }
@@ -100,12 +104,12 @@ std::size_t AlignmentGeometry::pieceAt(double along) const {
     const auto last = static_cast<double>(buckets_.size() - 2);
     const auto bucket = static_cast<std::size_t>(std::clamp(along * bucketsPerMetre_, 0.0, last));
     std::size_t low = buckets_[bucket];
-    std::size_t high = std::min<std::size_t>(buckets_[bucket + 1] + 1, pieces_.size() - 1);
-    if (low > 0 && pieces_[low].from > along) // the bucket's limit was rounded
+    std::size_t high = std::min<std::size_t>(buckets_[bucket + 1] + 1, starts_.size() - 1);
+    if (low > 0 && starts_[low] > along) // the bucket's limit was rounded
         low = 0;
     while (low < high) {
         const std::size_t middle = (low + high + 1) / 2;
-        if (pieces_[middle].from <= along)
+        if (starts_[middle] <= along)
             low = middle;
         else
             high = middle - 1;
@@ -118,28 +122,21 @@ double AlignmentGeometry::lengthOf(std::size_t piece) const {
 }
 
 PlanPoint AlignmentGeometry::localPoint(const Piece& piece, double along) {
-    switch (static_cast<Form>(piece.form)) {
-    case Form::Straight:
-        return {along, 0.0};
-    case Form::Arc: {
-        const double half = 0.5 * piece.a * along;
-        const double sine = std::sin(half);
-        const double chord =
-            along * (std::abs(half) < kSmallTurn ? 1.0 - half * half / 6.0 * (1.0 - half * half / 20.0) : sine / half);
-        return {chord * std::cos(half), chord * sine};
-    }
-    case Form::Series:
+    if (static_cast<Form>(piece.form) == Form::Series)
         return seriesFromInflection(piece.b, piece.a + along);
-    case Form::Quadrature:
-        break;
-    }
+    if (static_cast<Form>(piece.form) == Form::Arc)
+        return arcFromStart(piece.a, along).point;
     return quadratureFromStart(piece.a, piece.b, along);
+}
+
+CurvePoint AlignmentGeometry::localPose(const Piece& piece, double along) {
+    if (static_cast<Form>(piece.form) == Form::Arc)
+        return arcFromStart(piece.a, along);
+    return {localPoint(piece, along), sineCosine(localDirection(piece, along))};
 }
 
 double AlignmentGeometry::localDirection(const Piece& piece, double along) {
     switch (static_cast<Form>(piece.form)) {
-    case Form::Straight:
-        return 0.0;
     case Form::Arc:
         return piece.a * along;
     case Form::Series:
@@ -152,8 +149,6 @@ double AlignmentGeometry::localDirection(const Piece& piece, double along) {
 
 double AlignmentGeometry::curvatureAt(const Piece& piece, double along) {
     switch (static_cast<Form>(piece.form)) {
-    case Form::Straight:
-        return 0.0;
     case Form::Arc:
         return piece.a;
     case Form::Series:
@@ -178,12 +173,10 @@ std::optional<PlanPoint> AlignmentGeometry::pointAt(double station, double offse
     along = std::clamp(along, 0.0, length_);
     const Piece& piece = pieces_[pieceAt(along)];
     const double on = along - piece.from;
-    PlanPoint local = localPoint(piece, on);
-    if (offset != 0.0) {
-        const double direction = localDirection(piece, on);
-        local.x += offset * std::sin(direction);
-        local.y -= offset * std::cos(direction);
-    }
+    if (offset == 0.0)
+        return pointOn(piece, on);
+    const CurvePoint pose = localPose(piece, on);
+    const PlanPoint local{pose.point.x + offset * pose.direction.sine, pose.point.y - offset * pose.direction.cosine};
     return PlanPoint{piece.x + (local.x * piece.cosine - local.y * piece.sine),
                      piece.y + (local.x * piece.sine + local.y * piece.cosine)};
 }

@@ -64,6 +64,8 @@ Pose poseOnElement(const Element& element, double along);
 // and last point are the element's ends.
 void appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line);
 
+struct CurvePoint;
+
 struct StationOffset {
     double station = 0.0;
     double offset = 0.0;       // metres, positive to the right of travel
@@ -91,7 +93,7 @@ class AlignmentGeometry {
 
   private:
     // How a piece is evaluated.
-    enum class Form : std::uint32_t { Straight, Arc, Series, Quadrature };
+    enum class Form : std::uint32_t { Arc, Series, Quadrature };
     // One element, or one part of an element that turns far. One cache line each. Its frame has the origin at (x, y)
     // and its x axis along the direction there.
     struct alignas(64) Piece {
@@ -101,7 +103,7 @@ class AlignmentGeometry {
         double cosine; // direction at the origin
         double sine;
         double a; // Arc: curvature. Series: length from the inflection to the start. Quadrature: curvature at the start
-        double b; // Series, Quadrature: change of the curvature for each metre
+        double b; // Series, Quadrature: change of the curvature for each metre. A straight is a series without it
         std::uint32_t form;
         std::uint32_t element;
     };
@@ -113,6 +115,7 @@ class AlignmentGeometry {
     void addElement(const Element& element, std::uint32_t index);
     void addPiece(Form form, const Pose& origin, double from, double a, double b, std::uint32_t element);
     static PlanPoint localPoint(const Piece& piece, double along);
+    static CurvePoint localPose(const Piece& piece, double along);
     static double localDirection(const Piece& piece, double along);
     static double curvatureAt(const Piece& piece, double along);
     static PlanPoint pointOn(const Piece& piece, double along);
@@ -127,6 +130,7 @@ class AlignmentGeometry {
     double length_ = 0.0;
     double bucketsPerMetre_ = 0.0;
     std::vector<Piece> pieces_;
+    std::vector<double> starts_;          // of the pieces; closer together than in them
     std::vector<std::uint32_t> buckets_;  // the last piece that begins at or before the bucket's start
     std::vector<std::vector<Box>> boxes_; // around the pieces, around eight of these, and so on up to one
 };

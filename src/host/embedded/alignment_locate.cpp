@@ -9,6 +9,8 @@
 // g' = k h - 1. A nearest point has g = 0, coming from above.
 #include "host/embedded/alignment_geometry.h"
 
+#include "host/embedded/clothoid_series.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -91,20 +93,17 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
             best = {squared, piece.from + along, offset.h, offset.g};
     };
 
-    if (static_cast<Form>(piece.form) == Form::Straight) {
+    if (static_cast<Form>(piece.form) == Form::Series && piece.b == 0.0) {
         const double along = std::clamp(p.x, 0.0, length);
         take(along, {p.x - along, p.y});
         return;
     }
 
     const auto at = [&](double along) {
-        const PlanPoint c = localPoint(piece, along);
-        const double direction = localDirection(piece, along);
-        const double cosine = std::cos(direction);
-        const double sine = std::sin(direction);
-        const double x = p.x - c.x;
-        const double y = p.y - c.y;
-        return Offset{x * cosine + y * sine, y * cosine - x * sine};
+        const CurvePoint on = localPose(piece, along);
+        const double x = p.x - on.point.x;
+        const double y = p.y - on.point.y;
+        return Offset{x * on.direction.cosine + y * on.direction.sine, y * on.direction.cosine - x * on.direction.sine};
     };
 
     if (static_cast<Form>(piece.form) == Form::Arc) {

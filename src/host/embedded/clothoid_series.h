@@ -36,6 +36,49 @@ inline PlanPoint seriesFromInflection(double c, double u) {
     return {u * (xEven + t * xOdd), u * tau * (yEven + t * yOdd)};
 }
 
+struct SineCosine {
+    double sine = 0.0;
+    double cosine = 1.0;
+};
+
+// Of an angle up to kSeriesTurn: the series to the last bits, without a call and without a branch.
+inline SineCosine sineCosine(double angle) {
+    const double q = angle * angle;
+    const double q2 = q * q;
+    const double sineEven =
+        1.0 + q2 * (1.0 / 120.0 +
+                    q2 * (1.0 / 362880.0 +
+                          q2 * (1.0 / 6227020800.0 + q2 * (1.0 / 355687428096000.0 + q2 / 51090942171709440000.0))));
+    const double sineOdd =
+        -1.0 / 6.0 + q2 * (-1.0 / 5040.0 + q2 * (-1.0 / 39916800.0 +
+                                                 q2 * (-1.0 / 1307674368000.0 + q2 * (-1.0 / 121645100408832000.0))));
+    const double cosineEven =
+        1.0 + q2 * (1.0 / 24.0 + q2 * (1.0 / 40320.0 + q2 * (1.0 / 479001600.0 + q2 * (1.0 / 20922789888000.0 +
+                                                                                       q2 / 2432902008176640000.0))));
+    const double cosineOdd =
+        -1.0 / 2.0 +
+        q2 * (-1.0 / 720.0 +
+              q2 * (-1.0 / 3628800.0 + q2 * (-1.0 / 87178291200.0 + q2 * (-1.0 / 6402373705728000.0 +
+                                                                          q2 * (-1.0 / 1124000727777607680000.0)))));
+    return {angle * (sineEven + q * sineOdd), cosineEven + q * cosineOdd};
+}
+
+// A point of a curve and the direction there, against the start's.
+struct CurvePoint {
+    PlanPoint point;
+    SineCosine direction;
+};
+
+// On an arc of curvature k that turns by half a circle at most: the chord leaves the tangent by half the turn.
+inline CurvePoint arcFromStart(double k, double u) {
+    const double half = 0.5 * k * u;
+    const SineCosine turned = sineCosine(half);
+    // The chord is u sin(half) / half; the share is 1 for half = 0, to the last bit also near it.
+    const double chord = u * (half == 0.0 ? 1.0 : turned.sine / half);
+    return {{chord * turned.cosine, chord * turned.sine},
+            {2.0 * turned.sine * turned.cosine, 1.0 - 2.0 * turned.sine * turned.sine}};
+}
+
 // By Gauss-Legendre quadrature with five nodes, where the whole turn is at most kQuadratureTurn. Any k and c.
 inline PlanPoint quadratureFromStart(double k, double c, double u) {
     static constexpr std::array<double, 5> kNode = {0.046910077030668004, 0.23076534494715845, 0.5, 0.76923465505284155,

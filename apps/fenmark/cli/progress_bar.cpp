@@ -1,7 +1,6 @@
 // The progress of a pass as one line on the terminal.
 #include "cli/progress_bar.h"
 
-#include <chrono>
 #include <ostream>
 #include <string>
 
@@ -9,14 +8,13 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr std::int64_t kSteps = 1000;               // the bar moves in tenths of a percent
-constexpr std::int64_t kWidth = 40;                 // characters
-constexpr std::chrono::milliseconds kPatience{150}; // a pass that is over sooner shows no bar
+constexpr std::int64_t kSteps = 1000; // the bar moves in tenths of a percent
+constexpr std::int64_t kWidth = 40;   // characters
 
 class Bar : public sima::Progress {
   public:
-    Bar(std::ostream& terminal, std::string_view title)
-        : terminal_(terminal), title_(title), started_(std::chrono::steady_clock::now()) {}
+    Bar(std::ostream& terminal, std::string_view title, std::chrono::milliseconds patience)
+        : terminal_(terminal), title_(title), patience_(patience), started_(std::chrono::steady_clock::now()) {}
     ~Bar() override {
         if (drawn_)
             terminal_ << "\r\033[K" << std::flush;
@@ -36,7 +34,7 @@ class Bar : public sima::Progress {
             return;
         const std::int64_t range = upper_ > lower_ ? upper_ - lower_ : 1;
         next_ = position + range / kSteps + 1;
-        if (!drawn_ && std::chrono::steady_clock::now() - started_ < kPatience)
+        if (!drawn_ && std::chrono::steady_clock::now() - started_ < patience_)
             return;
         draw(static_cast<double>(position - lower_) / static_cast<double>(range));
     }
@@ -54,6 +52,7 @@ class Bar : public sima::Progress {
 
     std::ostream& terminal_;
     std::string title_;
+    std::chrono::milliseconds patience_;
     std::chrono::steady_clock::time_point started_;
     std::int64_t lower_ = 0;
     std::int64_t upper_ = 0;
@@ -64,7 +63,7 @@ class Bar : public sima::Progress {
 } // namespace
 
 std::unique_ptr<sima::Progress> ProgressBars::create(std::string_view title, bool) {
-    return std::make_unique<Bar>(terminal_, title);
+    return std::make_unique<Bar>(terminal_, title, patience_);
 }
 
 } // namespace fenmark::cli

@@ -1,0 +1,372 @@
+// fenmark import: options, answers to the dialogs, exit codes.
+#include "cli/progress_bar.h"
+#include "command_line.h"
+
+namespace fenmark::cli {
+namespace {
+
+using ImportLine = CommandLine;
+
+bool contains(const std::string& text, std::string_view part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(ImportLine, PrintsTheLinesOfTheResultDialog) {
+    const Ran ran = fenmark({"import", file(std::string(kPoints) + kRoute)});
+    EXPECT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(ran.out, "エラー無し\n座標データから2個のポイントを作成\n平面線形【CL】を作成\n");
+}
+
+TEST_F(ImportLine, DrawingStandsBesideTheFileByDefault) {
+    fenmark({"import", file(kPoints, "Survey.SIM")});
+    EXPECT_TRUE(test::fileExists(folder.at("Survey.gpkg")));
+    EXPECT_TRUE(test::fileExists(folder.at("Survey_Input.log")));
+}
+
+TEST_F(ImportLine, DrawingThatIsThereIsAppendedTo) {
+    const std::string path = file(kPoints);
+    fenmark({"import", path});
+    const nlohmann::json before = info(folder.at("a.gpkg"));
+    const Ran again = fenmark({"import", path});
+    EXPECT_EQ(again.code, kDone) << again.err;
+    const nlohmann::json after = info(folder.at("a.gpkg"));
+    ASSERT_EQ(after["entities"].size(), 4U);
+    EXPECT_EQ(after["entities"][0], before["entities"][0]) << "what was there keeps its identifier";
+    EXPECT_EQ(after["sites"].size(), 1U);
+}
+
+TEST_F(ImportLine, OnlyAndSkipChooseKinds) {
+    const std::string path = file(std::string(kPoints) + kRoute + "D00,1,L,1,\r\nB01,1,,\r\nB01,2,,\r\nD99,\r\n");
+    EXPECT_EQ(fenmark({"import", path, "--only", "lots,centre"}).out,
+              "エラー無し\n画地データから1個のポリラインを作成\n平面線形【CL】を作成\n");
+    EXPECT_EQ(fenmark({"import", path, "--skip", "points,lots"}).out, "エラー無し\n平面線形【CL】を作成\n");
+    EXPECT_EQ(fenmark({"import", path, "--only", "points,lots", "--skip", "lots"}).out,
+              "エラー無し\n座標データから2個のポイントを作成\n");
+}
+
+TEST_F(ImportLine, NothingTickedStillWritesTheLog) {
+    const Ran ran = fenmark({"import", file(kPoints), "--skip", "points"});
+    EXPECT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(ran.out, "エラー無し\n");
+    EXPECT_TRUE(test::fileExists(folder.at("a_Input.log")));
+}
+
+TEST_F(ImportLine, UnknownKindIsWrongUsageAndTheKindsAreListed) {
+    const Ran ran = fenmark({"import", file(kPoints), "--only", "dots"});
+    EXPECT_EQ(ran.code, kWrongUsage);
+    EXPECT_TRUE(contains(ran.err, "'dots'")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "continuous-curves")) << ran.err;
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+}
+
+TEST_F(ImportLine, UnknownLayerIsRefusedWithTheLayersThatThereAre) {
+    const Ran ran = fenmark({"import", file(kPoints), "--point-layer", "測点"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "no layer named '測点'; its layers: 0")) << ran.err;
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+}
+
+TEST_F(ImportLine, LayersAreMadeWhenAskedAndUsed) {
+    const std::string content = std::string(kPoints) + "D00,1,L,1,\r\nB01,1,,\r\nB01,2,,\r\nD99,\r\n" +
+                                "F00,1,1,IP,1,\r\nB01,1,,\r\nB01,2,,\r\nF99,\r\n" +
+                                "F00,4,1,W,4,\r\nB01,1,,\r\nB01,2,,\r\nF99,\r\n" +
+                                "F00,6,1,C,6,\r\nB01,1,,\r\nB01,2,,\r\nF99,\r\n";
+    const Ran ran = fenmark({"import", file(content), "--create-layers", "--point-layer", "測点", "--lot-layer", "画地",
+                             "--ip-layer", "IP", "--stake-layer", "幅杭", "--continuous-layer", "連続"});
+    ASSERT_EQ(ran.code, kDone) << ran.err;
+    const nlohmann::json drawing = info(folder.at("a.gpkg"));
+    EXPECT_EQ(drawing["layers"].size(), 6U);
+    std::vector<std::string> layers;
+    for (const auto& entity : drawing["entities"])
+        layers.push_back(entity["layer"]);
+    EXPECT_EQ(layers, (std::vector<std::string>{"測点", "測点", "画地", "IP", "幅杭", "連続"}));
+}
+
+TEST_F(ImportLine, SiteIsTheFirstByNameOrTheOneNamed) {
+    const std::string path = file(std::string(kPoints) + kRoute);
+    const std::string drawing = folder.at("d.gpkg");
+    ASSERT_EQ(fenmark({"import", path, "--drawing", drawing, "--site", "工区"}).code, kDone);
+    EXPECT_EQ(info(drawing)["sites"][0]["name"], "工区") << "a drawing without sites gets the one named";
+    const Ran other = fenmark({"import", path, "--drawing", drawing, "--site", "別"});
+    EXPECT_EQ(other.code, kNotDone);
+    EXPECT_TRUE(contains(other.err, "no site named '別'; its sites: 工区")) << other.err;
+    EXPECT_EQ(fenmark({"import", path, "--drawing", drawing}).code, kDone);
+    EXPECT_EQ(info(drawing)["sites"][0]["alignments"].size(), 2U);
+}
+
+TEST_F(ImportLine, ResultsWithoutARouteGoOnTheAlignmentNamed) {
+    const std::string drawing = folder.at("d.gpkg");
+    fenmark({"import", file(std::string(kPoints) + kRoute), "--drawing", drawing});
+    const std::string results = file("H00,9,?,\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n", "h.sim");
+    const Ran ran = fenmark({"import", results, "--drawing", drawing, "--alignment", "CL"});
+    EXPECT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(ran.out, "エラー無し\n縦断成果から1個のポイントを作成\n");
+    const auto point = info(drawing)["entities"].back();
+    EXPECT_EQ(point["position"], nlohmann::json({20.0, 0.0, 5.5}));
+}
+
+TEST_F(ImportLine, ResultsWithoutAnAlignmentFailWithANote) {
+    const std::string drawing = folder.at("d.gpkg");
+    fenmark({"import", file(std::string(kPoints) + kRoute), "--drawing", drawing});
+    const std::string results = file("H00,9,?,\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n", "h.sim");
+    const Ran ran = fenmark({"import", results, "--drawing", drawing});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_EQ(ran.out, "1個のエラー\n");
+    EXPECT_TRUE(contains(ran.err, "--alignment NAME")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "has: CL")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "h.sim:3: ErrX001: 次の縦断成果を作成できませんでした。（線形範囲外の測点です）"))
+        << ran.err;
+}
+
+TEST_F(ImportLine, UnknownAlignmentIsRefusedWithTheNamesAndNothingIsKept) {
+    const std::string drawing = folder.at("d.gpkg");
+    fenmark({"import", file(std::string(kPoints) + kRoute), "--drawing", drawing});
+    const std::string before = test::readFile(drawing);
+    const std::string results = file(std::string(kPoints) + "H00,9,?,\r\nH01,a,20,5,6,1,\r\nH99,\r\n", "h.sim");
+    const Ran ran = fenmark({"import", results, "--drawing", drawing, "--alignment", "XX"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "no alignment named 'XX'; its alignments: CL")) << ran.err;
+    EXPECT_EQ(test::readFile(drawing), before);
+}
+
+TEST_F(ImportLine, AlignmentThatWasNotNeededIsIgnoredWithANote) {
+    const Ran ran = fenmark({"import", file(std::string(kPoints) + kRoute + kLongitudinal), "--alignment", "XX"});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(contains(ran.err, "--alignment was not needed")) << ran.err;
+}
+
+TEST_F(ImportLine, ForcedAlignmentTakesAllResults) {
+    const std::string drawing = folder.at("d.gpkg");
+    fenmark({"import", file(std::string(kPoints) + kRoute), "--drawing", drawing});
+    // The file has a route of its own, 100 m further north.
+    const std::string other = "A00,\r\nA01,1,BP,100,0,,\r\nA01,2,EP,100,100,,\r\nA99,\r\n"
+                              "F00,1,1,NEW,3,\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
+    const std::string path = file(other + kLongitudinal, "b.sim");
+    ASSERT_EQ(fenmark({"import", path, "--drawing", drawing, "--alignment", "CL", "--force-alignment"}).code, kDone);
+    EXPECT_EQ(info(drawing)["entities"].back()["position"], nlohmann::json({20.0, 0.0, 5.5}));
+    ASSERT_EQ(fenmark({"import", path, "--drawing", drawing, "--alignment", "CL"}).code, kDone);
+    EXPECT_EQ(info(drawing)["entities"].back()["position"], nlohmann::json({20.0, 100.0, 5.5}));
+}
+
+TEST_F(ImportLine, ForceWithoutANameIsWrongUsage) {
+    EXPECT_EQ(fenmark({"import", file(kPoints), "--force-alignment"}).code, kWrongUsage);
+}
+
+TEST_F(ImportLine, ShiftMovesWallsApart) {
+    const std::string walls =
+        std::string(kPoints) + kRoute + "H00,1,CL,\r\nH01,a,20.0,5,6,1,\r\nH01,b,20.0,7,6,1,\r\nH99,\r\n";
+    ASSERT_EQ(fenmark({"import", file(walls), "--shift", "0.5", "--only", "centre,longitudinal"}).code, kDone);
+    const nlohmann::json drawing = info(folder.at("a.gpkg"));
+    EXPECT_EQ(drawing["entities"][0]["position"], nlohmann::json({20.0, 0.0, 5.0}));
+    EXPECT_EQ(drawing["entities"][1]["position"], nlohmann::json({20.5, 0.0, 7.0}));
+}
+
+TEST_F(ImportLine, ShiftThatTheSettingsDialogRefusesIsWrongUsage) {
+    for (const char* shift : {"0", "-1", "abc", "1e3", "+1", "1.2.3"}) {
+        const Ran ran = fenmark({"import", file(kPoints), "--shift", shift});
+        EXPECT_EQ(ran.code, kWrongUsage) << shift;
+        EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+    }
+}
+
+TEST_F(ImportLine, ZoneIsKeptAndMayNotBeContradicted) {
+    const std::string path = file(kPoints);
+    ASSERT_EQ(fenmark({"import", path, "--zone", "9"}).code, kDone);
+    EXPECT_TRUE(contains(fenmark({"info", folder.at("a.gpkg")}).out, "EPSG:6677"));
+    EXPECT_EQ(fenmark({"import", path, "--zone", "9"}).code, kDone);
+    EXPECT_EQ(fenmark({"import", path}).code, kDone);
+    const Ran other = fenmark({"import", path, "--zone", "8"});
+    EXPECT_EQ(other.code, kNotDone);
+    EXPECT_TRUE(contains(other.err, "zone 9, not in zone 8")) << other.err;
+    EXPECT_EQ(fenmark({"import", path, "--zone", "20"}).code, kWrongUsage);
+    EXPECT_EQ(fenmark({"import", path, "--zone", "0"}).code, kWrongUsage);
+}
+
+TEST_F(ImportLine, Utf8FilesAreReadWhenAsked) {
+    const std::string path = file("A00,\nA01,1,基準点,1,2,,\nA99,\n");
+    ASSERT_EQ(fenmark({"import", path, "--encoding", "utf-8"}).code, kDone);
+    EXPECT_EQ(info(folder.at("a.gpkg"))["entities"][0]["data"]["Name"], "基準点");
+}
+
+TEST_F(ImportLine, StrictTellsOfErrorBlocksByItsExitCode) {
+    EXPECT_EQ(fenmark({"import", example("dirty.sim"), "--strict"}).code, kLogHasErrors);
+    EXPECT_EQ(fenmark({"import", example("road.sim"), "--strict"}).code, kDone);
+    EXPECT_TRUE(test::fileExists(folder.at("dirty.gpkg"))) << "it is done all the same";
+}
+
+TEST_F(ImportLine, ErrorBlocksAreToldAsFileLineCodeText) {
+    const std::string path = example("dirty.sim");
+    const Ran ran = fenmark({"import", path});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(contains(ran.err, path + ":10: ErrA01-1: 点番号が５桁以下の整数ではありません。\n")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, path + ":47: error: 参照する座標が見つかりません。\n")) << ran.err;
+    EXPECT_TRUE(
+        contains(ran.err, path + ":120: ErrX001: 次の横断成果を作成できませんでした。（線形範囲外の測点です）\n"));
+    std::size_t blocks = 0;
+    for (std::size_t at = 0; (at = ran.err.find(path + ":", at)) != std::string::npos; ++at)
+        blocks += ran.err[at + path.size() + 1] != ' ' ? 1 : 0;
+    EXPECT_EQ(blocks, 62U) << "as many as the result line counts";
+}
+
+TEST_F(ImportLine, SilentLinesAreCountedByKindAndToldAtTheEnd) {
+    const Ran ran = fenmark({"import", file("Z01,x,\r\nX01,1,\r\nX01,2,\r\n" + std::string(kPoints))});
+    EXPECT_TRUE(contains(ran.err, "note: 2 lines passed over, unknown code at top level: X01\n")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "note: 1 line passed over, unknown code at top level: Z01\n")) << ran.err;
+}
+
+TEST_F(ImportLine, QuietLeavesOutNotesButNeitherErrorsNorResults) {
+    const Ran ran = fenmark({"import", file("X01,1,\r\nG00,x,1,\r\n" + std::string(kPoints)), "--quiet"});
+    EXPECT_EQ(ran.out, "1個のエラー\n座標データから2個のポイントを作成\n");
+    EXPECT_EQ(ran.err, folder.at("a.sim") + ":2: ErrG00-1: バージョン番号が、整数ではありません。\n");
+}
+
+TEST_F(ImportLine, ResultAsJson) {
+    const nlohmann::json json = fenmark({"import", file(std::string(kPoints) + kRoute), "--json"}).json();
+    EXPECT_EQ(json["points"], 2);
+    EXPECT_EQ(json["alignments"], nlohmann::json({"CL"}));
+    EXPECT_EQ(json["errors"], 0);
+    EXPECT_EQ(json["drawing"], folder.at("a.gpkg"));
+    EXPECT_EQ(json["log"], folder.at("a_Input.log"));
+}
+
+TEST_F(ImportLine, SeveralFilesHaveADrawingEachOrShareTheOneNamed) {
+    const std::string a = file(kPoints, "a.sim");
+    const std::string b = file(kPoints, "b.sim");
+    const Ran each = fenmark({"import", a, b});
+    EXPECT_EQ(each.code, kDone) << each.err;
+    EXPECT_EQ(each.out, a + ":\nエラー無し\n座標データから2個のポイントを作成\n" + b +
+                            ":\nエラー無し\n座標データから2個のポイントを作成\n");
+    EXPECT_EQ(info(folder.at("a.gpkg"))["entities"].size(), 2U);
+    EXPECT_EQ(info(folder.at("b.gpkg"))["entities"].size(), 2U);
+    const std::string both = folder.at("both.gpkg");
+    EXPECT_EQ(fenmark({"import", b, a, "--drawing", both}).code, kDone);
+    const nlohmann::json drawing = info(both);
+    ASSERT_EQ(drawing["entities"].size(), 4U);
+    EXPECT_EQ(drawing["entities"][0]["data"]["FileName"], "b.sim") << "in the order of the line";
+    EXPECT_EQ(drawing["entities"][2]["data"]["FileName"], "a.sim");
+}
+
+TEST_F(ImportLine, FileThatFailsDoesNotStopTheOthersAndTheHighestCodeIsGiven) {
+    const std::string both = folder.at("both.gpkg");
+    const std::string good = file(kPoints, "a.sim");
+    const std::string bad = file(std::string(kPoints) + kTooShortArc, "bad.sim");
+    const Ran ran = fenmark({"import", good, folder.at("missing.sim"), bad, good, "--drawing", both});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_EQ(info(both)["entities"].size(), 4U) << "of the broken file nothing is kept";
+    EXPECT_EQ(fenmark({"import", folder.at("missing.sim"), example("dirty.sim"), "--strict"}).code, kLogHasErrors);
+}
+
+TEST_F(ImportLine, RecordTooShortBreaksTheImportOffAndLeavesTheDrawingAsItWas) {
+    const std::string drawing = folder.at("d.gpkg");
+    fenmark({"import", file(kPoints), "--drawing", drawing});
+    const std::string before = test::readFile(drawing);
+    const std::string bad = file(std::string(kPoints) + kTooShortArc, "bad.sim");
+    const Ran ran = fenmark({"import", bad, "--drawing", drawing});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_EQ(ran.out, "");
+    EXPECT_TRUE(contains(ran.err, bad + ":8: import broken off: ")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "the drawing is left as it was")) << ran.err;
+    EXPECT_EQ(test::readFile(drawing), before);
+    EXPECT_FALSE(test::fileExists(folder.at("bad_Input.log")));
+}
+
+TEST_F(ImportLine, BrokenOffImportMakesNoNewDrawing) {
+    const Ran ran = fenmark({"import", file(std::string(kPoints) + kTooShortArc)});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+}
+
+TEST_F(ImportLine, KeepPartialKeepsWhatWasMadeAndStillFails) {
+    const Ran ran = fenmark({"import", file(std::string(kPoints) + kTooShortArc), "--keep-partial"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "is kept in " + folder.at("a.gpkg"))) << ran.err;
+    EXPECT_EQ(info(folder.at("a.gpkg"))["entities"].size(), 2U);
+}
+
+TEST_F(ImportLine, LeadingClothoidBreaksTheImportOff) {
+    // The command ends there, with the half-made alignment and its auxiliary line, if these are to be kept.
+    const std::string path =
+        file("A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,1,50,,\r\nA99,\r\nF00,1,1,CL,3,\r\nB01,1,,\r\nC02,70,0,100,\r\n"
+             "B01,2,,\r\nF99,\r\n");
+    const Ran ran = fenmark({"import", path, "--keep-partial"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, path + ":9: import broken off: ")) << ran.err;
+    EXPECT_EQ(info(folder.at("a.gpkg"))["sites"][0]["alignments"].size(), 1U);
+}
+
+TEST_F(ImportLine, PositiveRadiusTurnsLeftUnlessTheOtherWayJoins) {
+    // East, then a quarter turn to the north (left) or to the south (right), then on.
+    auto curve = [](const char* radius, int side) {
+        const std::string up = std::to_string(side * 100);
+        const std::string further = std::to_string(side * 200);
+        return "A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,0,100,,\r\nA01,3,c," + up + ",200,,\r\nA01,4,d," + further +
+               ",200,,\r\nA99,\r\nF00,1,1,CL,3,\r\nB01,1,,\r\nB01,2,,\r\nC01,0," + radius +
+               ",\r\nB01,3,,\r\nB01,4,,\r\nF99,\r\n";
+    };
+    auto clockwise = [&](const std::string& content, const char* sense) {
+        std::filesystem::remove(folder.at("a.gpkg"));
+        const Ran ran = fenmark({"import", file(content), "--positive-radius", sense});
+        EXPECT_EQ(ran.code, kDone) << ran.err;
+        return info(folder.at("a.gpkg"))["sites"][0]["alignments"][0]["elements"][1]["clockwise"].get<bool>();
+    };
+    EXPECT_FALSE(clockwise(curve("100", 1), "auto"));
+    EXPECT_FALSE(clockwise(curve("100", 1), "left"));
+    EXPECT_TRUE(clockwise(curve("100", 1), "right"));
+    EXPECT_TRUE(clockwise(curve("-100", -1), "auto"));
+    // The other habit: positive turns right.
+    EXPECT_TRUE(clockwise(curve("100", -1), "auto"));
+    EXPECT_FALSE(clockwise(curve("100", -1), "left"));
+    EXPECT_EQ(fenmark({"import", file(curve("100", 1)), "--positive-radius", "up"}).code, kWrongUsage);
+}
+
+TEST_F(ImportLine, OtherTurningSenseIsToldInOneLine) {
+    const Ran ran =
+        fenmark({"import", file("A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,0,100,,\r\nA01,3,c,-100,200,,\r\nA99,\r\n"
+                                "F00,1,1,CL,3,\r\nB01,1,,\r\nB01,2,,\r\nC01,0,100,\r\nB01,3,,\r\nF99,\r\n")});
+    EXPECT_TRUE(contains(ran.err, "fenmark: note: ")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "1")) << ran.err;
+    EXPECT_EQ(ran.code, kDone);
+}
+
+TEST_F(ImportLine, NoProgressWithoutATerminalOrWhenQuiet) {
+    EXPECT_EQ(fenmark({"import", example("road.sim")}).err.find('\r'), std::string::npos);
+    EXPECT_EQ(fenmark({"import", folder.at("road.sim"), "--quiet"}, true).err.find('\r'), std::string::npos);
+}
+
+TEST(ProgressBar, IsDrawnAndTakenAwayAgain) {
+    std::ostringstream terminal;
+    ProgressBars bars(terminal, std::chrono::milliseconds(0));
+    {
+        const auto bar = bars.create("読み込み中", true);
+        EXPECT_EQ(bar->goModal("読み込み中", true), 1);
+        bar->setRange(0, 200, 1);
+        bar->setPosition(100);
+    }
+    EXPECT_TRUE(contains(terminal.str(), "読み込み中 [====================                    ] 50 %"))
+        << terminal.str();
+    EXPECT_TRUE(terminal.str().ends_with("\r\033[K"));
+}
+
+TEST(ProgressBar, ShortPassShowsNone) {
+    std::ostringstream terminal;
+    ProgressBars bars(terminal, std::chrono::hours(1));
+    {
+        const auto bar = bars.create("読み込み中", true);
+        bar->setRange(0, 200, 1);
+        bar->setPosition(100);
+    }
+    EXPECT_EQ(terminal.str(), "");
+}
+
+TEST_F(ImportLine, TerminalShowsTheFirstErrorsOnly) {
+    std::string content = "A00,\r\n";
+    for (int i = 0; i < 250; ++i)
+        content += "X,\r\n";
+    const std::string path = file(content + "A99,\r\n");
+    const Ran terminal = fenmark({"import", path}, true);
+    EXPECT_TRUE(contains(terminal.err, "150 more in the log")) << terminal.err;
+    EXPECT_TRUE(contains(fenmark({"import", path}).err, path + ":251: ErrA001")) << "a pipe gets them all";
+}
+
+} // namespace
+} // namespace fenmark::cli

@@ -1,0 +1,208 @@
+// fenmark preview, info, station, locate, export and plot.
+#include "command_line.h"
+
+#include <regex>
+
+namespace fenmark::cli {
+namespace {
+
+using QueryLine = CommandLine;
+
+bool contains(const std::string& text, std::string_view part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(QueryLine, PreviewShowsTheTreeOfTheDialog) {
+    const Ran ran = fenmark({"preview", file(std::string(kPoints) + kRoute + kLongitudinal)});
+    EXPECT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(ran.out, "全て\n"
+                       "├─ 座標データ  [2]\n"
+                       "├─ 画地データ\n"
+                       "├─ 路線成果-IP線\n"
+                       "├─ 路線成果-主要線\n"
+                       "├─ 路線成果-中心線  [1]\n"
+                       "├─ 路線成果-幅杭線左\n"
+                       "├─ 路線成果-幅杭線右\n"
+                       "├─ 路線成果-連続線(直線のみ)\n"
+                       "├─ 路線成果-連続線(曲線含み)\n"
+                       "├─ 縦断成果データ  [1]\n"
+                       "└─ 横断成果データ\n");
+    EXPECT_EQ(ran.err, "");
+    EXPECT_FALSE(test::fileExists(folder.at("a_Input.log"))) << "a preview leaves no log";
+}
+
+TEST_F(QueryLine, PreviewAsJsonHasTheShapeToldAndItsCounts) {
+    EXPECT_EQ(fenmark({"preview", example("road.sim"), "--json"}).out,
+              "{\"coordinates\":136,\"lots\":5,\"longitudinal\":46,\"cross_sections\":22,\"routes\":[1,1,1,1,1,1,1],"
+              "\"refers_to_route_types\":[3]}\n");
+    EXPECT_EQ(fenmark({"preview", file("", "empty.sim"), "--json"}).out,
+              "{\"coordinates\":0,\"lots\":0,\"longitudinal\":0,\"cross_sections\":0,\"routes\":[0,0,0,0,0,0,0],"
+              "\"refers_to_route_types\":[]}\n");
+}
+
+TEST_F(QueryLine, PreviewCountsDuplicatesThatTheImportRefuses) {
+    const std::string path = file("A00,\r\nA01,1,a,1,2,,\r\nA01,1,b,3,4,,\r\nA99,\r\n");
+    EXPECT_EQ(fenmark({"preview", path, "--json"}).json()["coordinates"], 2);
+    EXPECT_EQ(fenmark({"import", path}).out, "1個のエラー\n座標データから1個のポイントを作成\n");
+}
+
+TEST_F(QueryLine, InfoAsJsonHasTheShapeTold) {
+    const std::string lot = "D00,7,\"L\"\"1\",1,\r\nB01,1,,\r\nB01,2,,\r\nD99,\r\n";
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute + lot)}).code, kDone);
+    const std::string out = fenmark({"info", folder.at("a.gpkg"), "--json"}).out;
+    const std::string expected =
+        R"({"layers":[{"name":"0"}],"sites":[{"name":"サイト","alignments":[{"id":#,"name":"CL","description":"a-CL",)"
+        R"("layer":"0","start_station":0.0,"length":100.0,"elements":[{"id":#,"type":"S","start":[0.0,0.0],)"
+        R"("end":[100.0,0.0],"length":100.0}]}]}],"entities":[{"id":#,"type":"point","layer":"0",)"
+        R"("position":[0.0,0.0,0.0],"data":{"table":"JSIMA_V3_Point","No":1,"Name":"BP","Type":"座標",)"
+        R"("FileName":"a.sim"}},{"id":#,"type":"point","layer":"0","position":[100.0,0.0,0.0],)"
+        R"("data":{"table":"JSIMA_V3_Point","No":2,"Name":"EP","Type":"座標","FileName":"a.sim"}},{"id":#,)"
+        R"("type":"polyline","layer":"0","closed":true,"vertices":[[0.0,0.0],[100.0,0.0]],)"
+        R"("data":{"table":"JSIMA_V3_Pline","No":7,"Name":"L\"1","Type":"画地","FileName":"a.sim"}}]})"
+        "\n";
+    EXPECT_EQ(std::regex_replace(out, std::regex(R"("id":[1-9][0-9]*)"), R"("id":#)"), expected);
+}
+
+TEST_F(QueryLine, InfoAsJsonTellsCurvesAndNullForInfiniteRadii) {
+    ASSERT_EQ(fenmark({"import", example("road.sim")}).code, kDone);
+    const nlohmann::json elements = info(folder.at("road.gpkg"))["sites"][0]["alignments"][0]["elements"];
+    auto keys = [](const nlohmann::json& element) {
+        std::string names;
+        for (const auto& [key, value] : element.items())
+            names += key + " ";
+        return names;
+    };
+    EXPECT_EQ(keys(elements[0]), "end id length start type ");
+    EXPECT_EQ(keys(elements[1]), "clockwise end end_radius id length pi start start_radius type ");
+    EXPECT_EQ(keys(elements[2]), "center clockwise end id length radius start type ");
+    EXPECT_TRUE(elements[1]["start_radius"].is_null());
+    EXPECT_EQ(elements[1]["end_radius"], 150.0);
+    EXPECT_EQ(elements[2]["radius"], 150.0);
+    EXPECT_TRUE(elements[3]["end_radius"].is_null());
+}
+
+TEST_F(QueryLine, InfoSumsUpForPeople) {
+    ASSERT_EQ(fenmark({"import", example("road.sim")}).code, kDone);
+    const std::string out = fenmark({"info", folder.at("road.gpkg")}).out;
+    EXPECT_TRUE(contains(out, "points     402  (座標 136, 縦断成果 46, 横断成果 220)")) << out;
+    EXPECT_TRUE(contains(out, "polylines  9  (画地 5, IP線 1, 幅杭線左 1, 幅杭線右 1, 連続線 1)")) << out;
+    EXPECT_TRUE(contains(out, "中心線  100.000 to 968.417 m, length 868.417 m, 4 straight, 4 arc, 7 clothoid")) << out;
+}
+
+TEST_F(QueryLine, StationBeyondTheEndsIsRefusedWithTheReach) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    EXPECT_EQ(fenmark({"station", drawing, "CL", "100"}).out, "100 0\n");
+    EXPECT_EQ(fenmark({"station", drawing, "CL", "100.0000005"}).code, kDone) << "within 1e-6 m of the end";
+    const Ran ran = fenmark({"station", drawing, "CL", "100.01"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "it runs from 0 to 100")) << ran.err;
+    EXPECT_EQ(fenmark({"station", drawing, "CL", "-1"}).code, kNotDone);
+}
+
+TEST_F(QueryLine, UnknownAlignmentIsRefusedWithTheNames) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    for (const std::vector<std::string>& line :
+         {std::vector<std::string>{"station", folder.at("a.gpkg"), "cl", "0"},
+          std::vector<std::string>{"locate", folder.at("a.gpkg"), "cl", "0", "0"}}) {
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kNotDone);
+        EXPECT_TRUE(contains(ran.err, "no alignment named 'cl'; its alignments: CL")) << ran.err;
+    }
+}
+
+TEST_F(QueryLine, StationAndLocateAsJson) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), "CL", "20", "4", "--json"}).json(),
+              (nlohmann::json{{"x", 20}, {"y", -4}}));
+    EXPECT_EQ(fenmark({"locate", folder.at("a.gpkg"), "CL", "20", "-4", "--json"}).json(),
+              (nlohmann::json{{"station", 20}, {"offset", 4}, {"perpendicular", true}}));
+}
+
+TEST_F(QueryLine, PointBeyondTheEndIsLocatedWithANote) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const Ran ran = fenmark({"locate", folder.at("a.gpkg"), "CL", "130", "40"});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(ran.out.starts_with("100 ")) << ran.out;
+    EXPECT_TRUE(contains(ran.err, "note")) << ran.err;
+}
+
+class ReadsADrawing : public CommandLine, public ::testing::WithParamInterface<std::vector<std::string>> {
+  protected:
+    Ran on(const std::string& drawing) const {
+        std::vector<std::string> line = GetParam();
+        for (std::string& argument : line) {
+            if (argument == "DRAWING")
+                argument = drawing;
+            else if (argument.starts_with("OUT"))
+                argument = folder.at(argument);
+        }
+        return fenmark(line);
+    }
+};
+
+TEST_P(ReadsADrawing, RefusesWhatIsNoDrawingInOneLine) {
+    std::filesystem::create_directory(folder.at("folder.gpkg"));
+    for (const std::string& drawing : {folder.at("missing.gpkg"), folder.at("folder.gpkg"),
+                                       file("not a drawing", "text.gpkg"), file("", "empty.gpkg")}) {
+        const Ran ran = on(drawing);
+        EXPECT_EQ(ran.code, kNotDone) << drawing;
+        EXPECT_EQ(ran.out, "");
+        EXPECT_EQ(std::count(ran.err.begin(), ran.err.end(), '\n'), 1) << ran.err;
+        EXPECT_TRUE(contains(ran.err, drawing)) << ran.err;
+    }
+}
+
+TEST_P(ReadsADrawing, ChangesNothingInIt) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    const std::string before = test::readFile(drawing);
+    const Ran ran = on(drawing);
+    EXPECT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(test::readFile(drawing), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, ReadsADrawing,
+                         ::testing::Values(std::vector<std::string>{"info", "DRAWING"},
+                                           std::vector<std::string>{"info", "DRAWING", "--json"},
+                                           std::vector<std::string>{"station", "DRAWING", "CL", "1"},
+                                           std::vector<std::string>{"locate", "DRAWING", "CL", "1", "1"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.dxf"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.XML"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.geojson"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.csv"},
+                                           std::vector<std::string>{"plot", "DRAWING", "OUT.svg"}));
+
+TEST_F(QueryLine, ExportReplacesItsTargetAndLeavesNothingBeside) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    file("old", "out.csv");
+    ASSERT_EQ(fenmark({"export", folder.at("a.gpkg"), folder.at("out.csv")}).code, kDone);
+    EXPECT_TRUE(contains(test::readFile(folder.at("out.csv")), "x_east"));
+    std::size_t files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        ++files;
+    EXPECT_EQ(files, 4U) << "the SIMA file, its log, the drawing, the export";
+}
+
+TEST_F(QueryLine, ExportThatCannotBeWrittenSaysSo) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    std::filesystem::create_directory(folder.at("folder.csv"));
+    for (const std::string& target :
+         {folder.at("folder.csv"), folder.at("no/such/out.csv"), folder.at("a.sim/out.csv")}) {
+        const Ran ran = fenmark({"export", folder.at("a.gpkg"), target});
+        EXPECT_EQ(ran.code, kNotDone);
+        EXPECT_TRUE(contains(ran.err, target)) << ran.err;
+    }
+}
+
+TEST_F(QueryLine, CsvTellsWhatItLeavesOut) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const std::vector<std::string> line{"export", folder.at("a.gpkg"), folder.at("out.csv")};
+    EXPECT_TRUE(contains(fenmark(line).err, "0 polylines, 1 alignments"));
+    std::vector<std::string> quiet = line;
+    quiet.push_back("--quiet");
+    EXPECT_EQ(fenmark(quiet).err, "");
+}
+
+} // namespace
+} // namespace fenmark::cli

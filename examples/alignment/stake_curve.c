@@ -39,13 +39,12 @@ static void print_stake(double station, const char* name, const Calelm* element,
         return;
     }
     const long seconds = lround(azimuth * 180.0 / kPi * 3600.0) % (360L * 3600L);
-    const int number = (int)floor(station / kPitch + 1e-6);
-    double plus = station - number * kPitch;
-    if (plus < 0.0) {
-        plus = 0.0; /* a stake on the number itself, a last bit short of it */
-    }
-    printf("No.%-3d+%7.4f  %-3s  %13.4f  %13.4f  %3ld-%02ld-%02ld\n", number, plus, name, p[0], p[1], seconds / 3600,
-           seconds / 60 % 60, seconds % 60);
+    const int number = (int)floor((station + 0.0005) / kPitch);
+    const double plus = station - number * kPitch;
+    char text[32];
+    snprintf(text, sizeof text, plus < 0.0005 ? "No.%d" : "No.%d+%.3f", number, plus);
+    printf("%-12s  %-3s  %13.4f  %13.4f  %3ld-%02ld-%02ld\n", text, name, p[0], p[1], seconds / 3600, seconds / 60 % 60,
+           seconds % 60);
 }
 
 int main(void) {

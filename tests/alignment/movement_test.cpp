@@ -178,3 +178,17 @@ TEST(ManyElements, AnUnknownTypeIsLeftAloneAndTheRestGoesOn) {
     EXPECT_EQ(many_ali_pmov(0, nullptr, 1.0, 0.0), 1);
     EXPECT_EQ(many_ali_tmov(-1, nullptr, pivot, 0.0), 1);
 }
+
+TEST(ParallelMovement, TheCentreOfAnArcMovesAndIsRoundedLikeAPoint) {
+    const Calelm rec = arcFrom(10.0, 20.0, 0.5, -1.0, 80.0, 60.0);
+    Calelm out{};
+    ASSERT_EQ(ali_pmovR(&rec, 3.3, 2.0, &out), 0);
+    EXPECT_NEAR(out.k1, rec.k1 + 3.3 * std::cos(2.0), length_rounding);
+    EXPECT_NEAR(out.k2, rec.k2 + 3.3 * std::sin(2.0), length_rounding);
+    EXPECT_NEAR(out.k1, ali_CAroundNum(out.k1), length_bits);
+    EXPECT_NEAR(out.k2, ali_CAroundNum(out.k2), length_bits);
+    const double pivot[2] = {1.0, 2.0};
+    ASSERT_EQ(ali_tmovR(&rec, pivot, 0.7, &out), 0);
+    EXPECT_NEAR(out.k1, ali_CAroundNum(out.k1), length_bits);
+    EXPECT_NEAR(out.k2, ali_CAroundNum(out.k2), length_bits);
+}

@@ -494,3 +494,17 @@ TEST(Joint, AGapOrABreakIsRefused) {
     const Calelm empty{};
     EXPECT_EQ(jointCheck(&first, &empty), -1);
 }
+
+TEST(SameClothoid, TheToleranceOfTheTangentDiffersWithTheOrder) {
+    const Calelm whole = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 600.0, 80.0);
+    double p[2];
+    double t = 0.0;
+    ASSERT_EQ(ali_onlA(&whole, 10000.0 / 300.0 - 10000.0 / 600.0, p, &t), 0);
+    const Calelm part = clothoidFrom(p[0], p[1], t, 1.0, 100.0, 300.0, 150.0);
+    for (const double off : {1e-6, 5e-6, 1.2e-5}) {
+        Calelm turned = part;
+        turned.sang += off;
+        EXPECT_EQ(CDsameA(&turned, &whole), off < 1e-5 ? -1 : 0) << off;
+        EXPECT_EQ(CDsameA(&whole, &turned), off < 1.389e-6 ? -2 : 0) << off;
+    }
+}

@@ -104,9 +104,7 @@ std::size_t AlignmentGeometry::pieceAt(double along) const {
     const auto last = static_cast<double>(buckets_.size() - 2);
     const auto bucket = static_cast<std::size_t>(std::clamp(along * bucketsPerMetre_, 0.0, last));
     std::size_t low = buckets_[bucket];
-    std::size_t high = std::min<std::size_t>(buckets_[bucket + 1] + 1, starts_.size() - 1);
-    if (low > 0 && starts_[low] > along) // the bucket's limit was rounded
-        low = 0;
+    std::size_t high = buckets_[bucket + 1];
     while (low < high) {
         const std::size_t middle = (low + high + 1) / 2;
         if (starts_[middle] <= along)
@@ -114,6 +112,11 @@ std::size_t AlignmentGeometry::pieceAt(double along) const {
         else
             high = middle - 1;
     }
+    // The limits of the buckets are rounded.
+    while (low + 1 < starts_.size() && starts_[low + 1] <= along)
+        ++low;
+    while (low > 0 && starts_[low] > along)
+        --low;
     return low;
 }
 

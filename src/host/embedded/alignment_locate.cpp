@@ -21,8 +21,12 @@ namespace fenmark::host::embedded {
 namespace {
 
 constexpr std::size_t kFanOut = 8;
-// The foot is known to this, metres; Newton's last step has then squared the error once more.
-constexpr double kFootTolerance = 1e-7;
+// The foot is known to this, metres of station.
+constexpr double kFootTolerance = 1e-9;
+// The offset is carried over the last step by its Taylor series to second order, good to 1e-11 m over this length.
+constexpr double kLastStep = 1e-3;
+// How near the two feet of a point close to the evolute may lie before they are taken for one, metres.
+constexpr double kOneFoot = 1e-7;
 constexpr int kMostSteps = 60;
 // A nearest point whose way to the given point leaves the normal by more than this (metres) is an end.
 constexpr double kPerpendicular = 1e-6;
@@ -49,8 +53,8 @@ void AlignmentGeometry::buildBoxes() {
         const double dx = 0.5 * (end.x - start.x);
         const double dy = 0.5 * (end.y - start.y);
         const double minor = std::max(0.25 * length * length - dx * dx - dy * dy, 0.0);
-        const double halfX = std::sqrt(dx * dx + minor) + kFootTolerance;
-        const double halfY = std::sqrt(dy * dy + minor) + kFootTolerance;
+        const double halfX = std::sqrt(dx * dx + minor) + kOneFoot;
+        const double halfY = std::sqrt(dy * dy + minor) + kOneFoot;
         level.push_back({start.x + dx - halfX, start.y + dy - halfY, start.x + dx + halfX, start.y + dy + halfY});
     }
     boxes_.push_back(std::move(level));
@@ -76,6 +80,9 @@ namespace {
 struct Offset {
     double g = 0.0;
     double h = 0.0;
+    double k = 0.0;
+
+    double slope() const { return k * h - 1.0; } // g'
 };
 
 } // namespace
@@ -95,15 +102,23 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
 
     if (static_cast<Form>(piece.form) == Form::Series && piece.b == 0.0) {
         const double along = std::clamp(p.x, 0.0, length);
-        take(along, {p.x - along, p.y});
+        take(along, {p.x - along, p.y, 0.0});
         return;
     }
 
     const auto at = [&](double along) {
-        const CurvePoint on = localPose(piece, along);
+        const double curvature = curvatureAt(piece, along);
+        CurvePoint on;
+        if (static_cast<Form>(piece.form) == Form::Series) {
+            on.point = seriesFromInflection(piece.b, piece.a + along);
+            on.direction = sineCosine(0.5 * curvature * (piece.a + along));
+        } else {
+            on = localPose(piece, along);
+        }
         const double x = p.x - on.point.x;
         const double y = p.y - on.point.y;
-        return Offset{x * on.direction.cosine + y * on.direction.sine, y * on.direction.cosine - x * on.direction.sine};
+        return Offset{x * on.direction.cosine + y * on.direction.sine, y * on.direction.cosine - x * on.direction.sine,
+                      curvature};
     };
 
     if (static_cast<Form>(piece.form) == Form::Arc) {
@@ -131,19 +146,18 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
             const bool rising = gLow > 0.0;
             double from = low;
             double to = high;
-            const double slopeLow = curvatureAt(piece, low) * atLow.h - 1.0;
-            const double slopeHigh = curvatureAt(piece, high) * atHigh.h - 1.0;
-            if (rising ? !(slopeLow < 0.0 && slopeHigh > 0.0) : !(slopeLow > 0.0 && slopeHigh < 0.0))
+            if (rising ? !(atLow.slope() < 0.0 && atHigh.slope() > 0.0)
+                       : !(atLow.slope() > 0.0 && atHigh.slope() < 0.0))
                 return;
             bool found = false;
-            for (int step = 0; step < kMostSteps && to - from > kFootTolerance && !found; ++step) {
+            for (int step = 0; step < kMostSteps && to - from > kOneFoot && !found; ++step) {
                 const double middle = 0.5 * (from + to);
                 const Offset there = at(middle);
                 if (there.g == 0.0 || (there.g > 0.0) != rising) {
                     found = true;
                     (rising ? high : low) = middle;
                     (rising ? gHigh : gLow) = there.g;
-                } else if ((curvatureAt(piece, middle) * there.h - 1.0 < 0.0) == rising) {
+                } else if ((there.slope() < 0.0) == rising) {
                     from = middle;
                 } else {
                     to = middle;
@@ -160,13 +174,20 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
                 low = along;
             else
                 high = along;
-            const double slope = curvatureAt(piece, along) * there.h - 1.0;
-            double next = along - there.g / slope;
-            if (!(slope < 0.0 && next >= low && next <= high))
-                next = 0.5 * (low + high);
-            if (std::abs(next - along) < kFootTolerance) {
-                // h' = -k g carries the offset on to the foot; what is left is of the size of the square of the step.
-                take(next, {0.0, there.h - curvatureAt(piece, along) * there.g * (next - along)});
+            const double slope = there.slope();
+            const double next = along - there.g / slope;
+            if (!(slope < 0.0 && next >= low && next <= high)) {
+                along = 0.5 * (low + high);
+                continue;
+            }
+            // Newton's error is the square of the step times g'' / 2 g', where g'' = k' h - k^2 g.
+            const double last = next - along;
+            const double bend = piece.b * there.h - there.k * there.k * there.g;
+            if (std::abs(last) < kLastStep && std::abs(bend / slope) * last * last < kFootTolerance) {
+                // h' = -k g and h'' = -k' g - k g'.
+                const double h =
+                    there.h - there.k * there.g * last - 0.5 * (piece.b * there.g + there.k * slope) * last * last;
+                take(next, {0.0, h, there.k});
                 return;
             }
             along = next;

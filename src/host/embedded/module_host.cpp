@@ -195,6 +195,19 @@ mirdane::Status ModuleHost::loadByName(std::string_view name) {
     return 0;
 }
 
+void ModuleHost::setSystemText(std::string_view name, std::string_view text) {
+    systemTexts_.insert_or_assign(std::string(name), std::string(text));
+}
+
+bool ModuleHost::hasSystemText(std::string_view name) const {
+    return systemTexts_.contains(name);
+}
+
+std::string ModuleHost::systemText(std::string_view name) const {
+    const auto found = systemTexts_.find(name);
+    return found == systemTexts_.end() ? std::string() : found->second;
+}
+
 int ModuleHost::define(std::string_view name, int code) {
     functions_[std::string(name)] = code;
     return 0;
@@ -248,6 +261,20 @@ std::vector<ResultEntry> mdedMdmLoaded() {
 
 Status mdedMdmLoad(std::string_view name) {
     return ModuleHost::current() != nullptr ? ModuleHost::current()->loadByName(name) : 1;
+}
+
+Status mdedGetSystemText(std::string_view name, std::string& text) {
+    if (ModuleHost::current() == nullptr || !ModuleHost::current()->hasSystemText(name))
+        return 1;
+    text = ModuleHost::current()->systemText(name);
+    return 0;
+}
+
+Status mdedSetSystemText(std::string_view name, std::string_view text) {
+    if (ModuleHost::current() == nullptr)
+        return 1;
+    ModuleHost::current()->setSystemText(name, text);
+    return 0;
 }
 
 void InitMdUiDLL() {

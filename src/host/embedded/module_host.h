@@ -58,6 +58,11 @@ class ModuleHost {
     const std::map<std::string, int>& callableFunctions() const { return functions_; }
     std::int32_t uiReadied() const { return uiReadied_; }
 
+    // System variables: texts that host and modules leave for each other. Empty if not set.
+    void setSystemText(std::string_view name, std::string_view text);
+    std::string systemText(std::string_view name) const;
+    bool hasSystemText(std::string_view name) const;
+
     // What the host says on its command line: one line at a time.
     void onLine(std::function<void(const std::string&)> handler) { lineHandler_ = std::move(handler); }
 
@@ -80,6 +85,7 @@ class ModuleHost {
     std::vector<std::string> loadedNames_;
     std::vector<std::string> loadRequests_;
     std::map<std::string, int> functions_;
+    std::map<std::string, std::string, std::less<>> systemTexts_;
     std::unique_ptr<Registry> registry_;
     std::function<void(const std::string&)> lineHandler_;
     std::int32_t uiReadied_ = 0;

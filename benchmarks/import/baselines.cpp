@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iconv.h>
+#include <sstream>
 #include <string_view>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -57,7 +58,11 @@ std::uint64_t mapSplitConvert(const std::string& path) {
     return count + std::bit_cast<std::uint64_t>(sum);
 }
 
-std::uint64_t getlineIconvSplit(const std::string& path) {
+namespace {
+
+using Split = void (*)(std::wstring& line, std::vector<std::wstring>& fields);
+
+std::uint64_t readPlainly(const std::string& path, Split split) {
     std::ifstream file(path, std::ios::binary);
     iconv_t const converter = iconv_open("WCHAR_T", "CP932");
     if (!file || converter == reinterpret_cast<iconv_t>(-1)) {
@@ -75,15 +80,32 @@ std::uint64_t getlineIconvSplit(const std::string& path) {
         iconv(converter, &in, &inLeft, &out, &outLeft);
         wide.resize(wide.size() - outLeft / sizeof(wchar_t));
         std::vector<std::wstring> fields;
-        for (std::size_t comma = wide.find(L','); comma != std::wstring::npos; comma = wide.find(L',')) {
-            fields.push_back(wide.substr(0, comma));
-            wide.erase(0, comma + 1);
-        }
-        fields.push_back(wide);
+        split(wide, fields);
         count += fields.size();
     }
     iconv_close(converter);
     return count;
+}
+
+} // namespace
+
+std::uint64_t getlineIconvCut(const std::string& path) {
+    return readPlainly(path, [](std::wstring& line, std::vector<std::wstring>& fields) {
+        for (std::size_t comma = line.find(L','); comma != std::wstring::npos; comma = line.find(L',')) {
+            fields.push_back(line.substr(0, comma));
+            line.erase(0, comma + 1);
+        }
+        fields.push_back(line);
+    });
+}
+
+std::uint64_t getlineIconvStream(const std::string& path) {
+    return readPlainly(path, [](std::wstring& line, std::vector<std::wstring>& fields) {
+        std::wistringstream stream(line);
+        std::wstring field;
+        while (std::getline(stream, field, L','))
+            fields.push_back(field);
+    });
 }
 
 } // namespace fenmark::bench

@@ -1,5 +1,6 @@
 // Text to numbers and back.
 #include "sima/text/number.h"
+#include "sima/validators/field_tests.h"
 
 #include <gtest/gtest.h>
 
@@ -102,6 +103,38 @@ TEST(ToReal, DoesNotLookAtTheProcessLocale) {
     EXPECT_EQ(toReal("1,5"), 1.0);
     EXPECT_EQ(formatReal(1.5), "1.500000000000");
     std::setlocale(LC_ALL, before.c_str());
+}
+
+TEST(ToPlainReal, GivesWhatTheFullConversionGivesAndTakesNoTextThatTheTestRefuses) {
+    // Every text of up to six of these characters.
+    const std::string alphabet = "-.05 +e";
+    int taken = 0;
+    for (std::size_t length = 0; length <= 6; ++length) {
+        std::size_t texts = 1;
+        for (std::size_t i = 0; i < length; ++i)
+            texts *= alphabet.size();
+        for (std::size_t n = 0; n < texts; ++n) {
+            std::string text;
+            for (std::size_t i = 0, rest = n; i < length; ++i, rest /= alphabet.size())
+                text += alphabet[rest % alphabet.size()];
+            double value = 7.0;
+            if (!toPlainReal(text, value))
+                continue;
+            ++taken;
+            ASSERT_TRUE(isNumber(text)) << "[" << text << "]";
+            ASSERT_EQ(value, toReal(text)) << "[" << text << "]";
+        }
+    }
+    EXPECT_GT(taken, 1000);
+}
+
+TEST(ToPlainReal, LeavesLongNumbersToTheFullConversion) {
+    double value = 0.0;
+    EXPECT_TRUE(toPlainReal("-12345678.1234567", value));
+    EXPECT_EQ(value, -12345678.1234567);
+    EXPECT_TRUE(toPlainReal("123456789012345", value));
+    EXPECT_FALSE(toPlainReal("1234567890123456", value));
+    EXPECT_FALSE(toPlainReal("0.1234567890123456", value));
 }
 
 TEST(ToInteger, ReadsTheLongestPrefixThatFits) {

@@ -2,6 +2,7 @@
 #include "sima/reader/section_readers.h"
 
 #include "sima/text/number.h"
+#include "sima/validators/field_tests.h"
 #include "sima/validators/validators.h"
 
 #include <algorithm>
@@ -20,6 +21,35 @@ constexpr std::int64_t kMostExpected = 4'000'000;
 void expectPoints(FilePass& file) {
     const std::int64_t records = file.remainingBytes() / kShortRecord;
     file.reader().points.expect(static_cast<std::size_t>(std::clamp<std::int64_t>(records, 0, kMostExpected)));
+}
+
+// The record as a point if all its fields are as they should be and in plain form, so that none of the tests could
+// refuse it but the one for duplicates. False leaves it to the validator and the storing rule.
+bool readPlainPoint(const Fields& fields, SimaPoint& point) {
+    if (fields.size() < 6 || fields.size() > 7 || fields[1].empty() || !isDigits(fields[1]))
+        return false;
+    if (!toPlainReal(fields[3], point.y) || !toPlainReal(fields[4], point.x) || !toPlainReal(fields[5], point.z))
+        return false;
+    point.number = toInteger(fields[1]);
+    point.name = fields[2];
+    point.hasZ = !fields[5].empty();
+    return true;
+}
+
+// One A01 with its tests.
+void readPoint(FilePass& file, std::size_t firstOfSection) {
+    PointTable& points = file.reader().points;
+    const Record record = file.record();
+    SimaPoint point;
+    if (readPlainPoint(record.fields, point) && !points.hasFrom(firstOfSection, point.number)) {
+        points.append(std::move(point));
+        return;
+    }
+    const auto isDuplicate = [&] { return points.hasFrom(firstOfSection, toInteger(record.fields[1])); };
+    if (validateA01(file.log(), record, isDuplicate) != 0)
+        file.updateErrorCount();
+    else if (!storePoint(points, record.fields))
+        file.passOver("point without a number");
 }
 
 } // namespace
@@ -58,14 +88,9 @@ void readCoordinateSection(FilePass& file) {
             continue;
         }
         switch (file.code()) {
-        case recordCode("A01"): {
-            const auto isDuplicate = [&] { return reader.points.hasFrom(first, toInteger(record.fields[1])); };
-            if (validateA01(log, record, isDuplicate) != 0)
-                file.updateErrorCount();
-            else if (!storePoint(reader.points, record.fields))
-                file.passOver("point without a number");
+        case recordCode("A01"):
+            readPoint(file, first);
             break;
-        }
         case recordCode("A99"):
             validateEndRecord(log, record);
             file.updateErrorCount();

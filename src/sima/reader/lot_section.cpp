@@ -76,11 +76,11 @@ void readLotSection(FilePass& file) {
 
     while (file.next()) {
         const Record record = file.record();
-        if (filterLotSection(log, record) != 0) {
+        const RecordCode code = file.code();
+        if (code != recordCode("B01") && filterLotSection(log, record) != 0) { // a B01 always passes
             file.updateErrorCount();
             continue;
         }
-        const RecordCode code = file.code();
         if (abandoned) {
             // Nothing counts any more but the end of the lot; an E00 opens no block here.
             if (code == recordCode("D99")) {

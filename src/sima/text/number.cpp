@@ -20,6 +20,10 @@ std::string_view skipBlanks(std::string_view text) {
 constexpr std::array<double, 23> kPowersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                               1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
+// A number of at most so many digits is the quotient of two integers that a double holds exactly, so that one division
+// rounds it as the full conversion does.
+constexpr int kExactDigits = 15;
+
 // Whether an unsigned decimal number that is out of range is too large, and not too small: the place of its first
 // digit that is not 0 decides, together with the exponent.
 bool isTooLarge(std::string_view digits) {
@@ -56,6 +60,36 @@ double convertSlowly(std::string_view digits) {
 
 } // namespace
 
+bool toPlainReal(std::string_view text, double& value) {
+    text = trim(text);
+    const char* p = text.data();
+    const char* const end = p + text.size();
+    const bool negative = p != end && *p == '-';
+    p += negative ? 1 : 0;
+    if (end - p > kExactDigits + 1)
+        return false;
+    std::uint64_t mantissa = 0;
+    const char* point = nullptr;
+    int digits = 0;
+    for (; p != end; ++p) {
+        if (isDigit(*p)) {
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+            ++digits;
+        } else if (*p == '.' && point == nullptr) {
+            point = p;
+        } else {
+            return false;
+        }
+    }
+    if (digits > kExactDigits)
+        return false;
+    const auto decimals = static_cast<std::size_t>(point != nullptr ? end - point - 1 : 0);
+    value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    if (negative)
+        value = -value;
+    return true;
+}
+
 double toReal(std::string_view text) {
     text = skipBlanks(text);
     bool negative = false;
@@ -63,9 +97,7 @@ double toReal(std::string_view text) {
         negative = text.front() == '-';
         text.remove_prefix(1);
     }
-    // Up to 15 digits with at most 22 decimals: the integer of the digits and the power of ten are exact, so the one
-    // division rounds as a full conversion does. All other numbers take the full conversion.
-    constexpr int kExactDigits = 15;
+    // The short way for as many digits as are exact; all other numbers take the full conversion.
     std::uint64_t mantissa = 0;
     int digits = 0;
     std::size_t decimals = 0;

@@ -210,6 +210,21 @@ TEST(Passes, ActInFileOrder) {
                                                          "points", "polyline"}));
 }
 
+TEST(Passes, LoseTheRestOfTheFileInASectionThatIsNotClosedWithAnErrorForEachLine) {
+    for (const char* opening : {"D00,1,L,1,", "H00,1,R,", "I00,1,R,"}) {
+        const Pass pass = fullRead({opening, "A00,", "A01,1,P,1,2,,", "A99,"});
+        EXPECT_EQ(pass.errors().size(), 3U) << opening;
+        EXPECT_TRUE(pass.reader.points.empty());
+    }
+}
+
+TEST(Passes, DoNotRaiseForShortRecordsThatTheirTestsRefuse) {
+    // A short H01 and a short B01 of a lot are refused by their tests and never raise.
+    const Pass pass = readAfterPoints({"H00,1,R,", "H01", "H99,", "D00,1,L,1,", "B01", "D99,"});
+    EXPECT_EQ(pass.result, 0);
+    EXPECT_EQ(pass.errorCodes(), (Lines{"ErrX001", "ErrX001"}));
+}
+
 TEST(Passes, StandBehindWhatAnEarlierPassLeft) {
     const TempFolder folder;
     const std::string path = folder.write("a.sim", joined({"A00,", "A01,1,P,1,x,,", "A01,2,P,1,2,,", "A99,",
@@ -346,6 +361,18 @@ TEST(BindRoute, NamesTheAlignmentOfTheRoute) {
         << "the longitudinal section binds before it begins";
     EXPECT_EQ(count("          中心線”line 71”の横断成果データ"), 1) << "the cross section binds at its end";
     EXPECT_EQ(count("          中心線”line 70”の横断成果データ"), 1);
+}
+
+TEST(BindRoute, LeavesTheNameOfTheSectionBeforeToOneThatFindsNoRoute) {
+    NamingHost host;
+    ReadContext context;
+    context.host = &host;
+    const Pass pass = readAfterPoints(
+        {"F00,4,1,R,2,", "F99,", "H00,4,R,", "H99,", "H00,9,X,", "H01,a,0,0,0,1,", "H99,"}, context, 70);
+    EXPECT_FALSE(pass.reader.hSeries[1].routeFound);
+    const Lines lines = pass.processLines();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "          中心線”line 70”の縦断成果データ"), 2);
+    EXPECT_EQ(lines[lines.size() - 2], "          1点のポイント\n") << "and it counts as good";
 }
 
 TEST(BindRoute, KeepsTheChosenAlignmentIfItIsForced) {

@@ -360,6 +360,25 @@ TEST(RoutePreview, PartsFromTheFullPassAtABlockWithAnEndRecordInIt) {
     EXPECT_EQ(fullRead(lines).reader.alignments.size(), 1U);
 }
 
+TEST(RoutePreview, PartsFromTheFullPassAtABlockThatIsNeverClosed) {
+    const std::initializer_list<std::string_view> lines = {"F00,5,6,R,3,", "C03,1,2,",     "C00,",
+                                                           "F99,",         "F00,6,6,S,3,", "F99,"};
+    EXPECT_EQ(preview(lines).reader.alignments.size(), 2U);
+    EXPECT_EQ(fullRead(lines).reader.alignments.size(), 1U);
+}
+
+TEST(RouteSection, ConvertsTheRawStartStationAndTestsItInNoWay) {
+    const auto station = [](std::string_view line) {
+        const Pass pass = readAfterPoints({kF00, line, "F99,"});
+        EXPECT_EQ(pass.errors(), Lines{});
+        return pass.reader.alignments[0].startStation;
+    };
+    EXPECT_EQ(station("F03,　140.0,"), 0.0);
+    EXPECT_EQ(station("F03, 140.5x,a,b,c"), 140.5);
+    EXPECT_EQ(station("F03,1e2"), 100.0);
+    EXPECT_EQ(station("F03,abc,"), 0.0);
+}
+
 TEST(RoutePreview, CountsARouteThatIsCutOff) {
     EXPECT_EQ(preview({"F00,5,6,R,3,", "B01,1,,"}).reader.alignments.size(), 1U);
 }

@@ -82,15 +82,16 @@ void readCoordinateSection(FilePass& file) {
     const std::size_t first = reader.points.size();
     expectPoints(file);
     for (bool open = true; open && file.next();) {
+        if (file.code() == recordCode("A01")) {
+            readPoint(file, first);
+            continue;
+        }
         const Record record = file.record();
         if (filterCoordinateSection(log, record) != 0) {
             file.updateErrorCount();
             continue;
         }
         switch (file.code()) {
-        case recordCode("A01"):
-            readPoint(file, first);
-            break;
         case recordCode("A99"):
             validateEndRecord(log, record);
             file.updateErrorCount();

@@ -118,7 +118,7 @@ std::int32_t SimaReader::runPass(std::string_view path, const ReadContext& conte
     FilePass file(*this, context);
     if (!file.open(filePath))
         return -1;
-    const Lent host(host_, context.host);
+    const Lent host(passHost_.host, context.host);
     if (full)
         readTopLevel(file);
     else

@@ -88,8 +88,8 @@ bool SimaReader::bindRoute(std::int32_t number) {
     usedRouteType2 = usedRouteType2 || route->routeType == 2;
     usedRouteType3 = usedRouteType3 || route->routeType == 3;
     usedRouteType7 = usedRouteType7 || route->routeType == 7;
-    if (!forceChosenAlignment && route->objectId.isValid() && host_ != nullptr) {
-        const auto corridor = host_->makeCorridorUtility();
+    if (!forceChosenAlignment && route->objectId.isValid() && passHost_.host != nullptr) {
+        const auto corridor = passHost_.host->makeCorridorUtility();
         corridor->connect();
         alignmentName = corridor->getAlignmentName(route->objectId);
         corridor->disconnect();

@@ -105,7 +105,14 @@ class SimaReader {
         std::size_t indexed = 0;
     };
     mutable RouteIndex routeIndex_;
-    host::HostBoundary* host_ = nullptr; // during a pass
+    // The host during a pass. A copy of the reader is in no pass.
+    struct PassHost {
+        host::HostBoundary* host = nullptr;
+        PassHost() = default;
+        PassHost(const PassHost&) {}
+        PassHost& operator=(const PassHost&) { return *this; }
+    };
+    PassHost passHost_;
     std::array<std::int32_t, 7> routesRead_{};
     std::array<std::int32_t, 7> routesCreated_{};
 };

@@ -10,7 +10,11 @@
 
 #include <QWidget>
 
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
+#include <string>
+#include <utility>
 
 namespace fenmark::module {
 
@@ -23,12 +27,54 @@ mirdane::MdApDataManager<CDocData> docData;
 
 } // namespace
 
+namespace {
+
+// A file that the user handed to the host, as by dropping it on its window, stands in the dialog in place of the file
+// of the last run. A run that is not accepted leaves the values of the last run as they were.
+class PendingFile {
+  public:
+    explicit PendingFile(command::LastRun& run) : run_(run) {
+        std::string path;
+        if (mirdane::mdedGetSystemText(mirdane::kPendingFileVariable, path) != 0 || path.empty())
+            return;
+        mirdane::mdedSetSystemText(mirdane::kPendingFileVariable, {});
+        pending_ = true;
+        filePath_ = std::exchange(run_.filePath, path);
+        fileTime_ = std::exchange(run_.fileTime, kNeverRead);
+        options_ = std::exchange(run_.options, {});
+    }
+    ~PendingFile() {
+        if (!pending_ || run_.fileTime != kNeverRead)
+            return;
+        run_.filePath = std::move(filePath_);
+        run_.fileTime = fileTime_;
+        run_.options = std::move(options_);
+    }
+    PendingFile(const PendingFile&) = delete;
+    PendingFile& operator=(const PendingFile&) = delete;
+
+  private:
+    // No time of modification: the dialog reads the file anew.
+    static constexpr std::int64_t kNeverRead = std::numeric_limits<std::int64_t>::min();
+
+    command::LastRun& run_;
+    bool pending_ = false;
+    std::string filePath_;
+    std::int64_t fileTime_ = 0;
+    sima::SimaImportOptions options_;
+};
+
+} // namespace
+
 void runFenmark() {
+    mirdane::mdedSetSystemText(mirdane::kLogFileVariable, {});
+    const PendingFile pending(lastRun);
     host::HostAdapter host;
     ui::UiDialogs dialogs(static_cast<QWidget*>(mirdane::mdsw_mirdanMainWnd()));
     sima::SimaReader reader;
     try {
         command::Fenmark(host, dialogs, lastRun, reader);
+        mirdane::mdedSetSystemText(mirdane::kLogFileVariable, reader.log.fileName());
     } catch (const std::invalid_argument& error) {
         // A record too short for a field ends the command. The host says so in one line, so the line is told here; an
         // exception of the dialog's preview has it already.

@@ -2,8 +2,10 @@
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/module_host.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 
@@ -102,6 +104,44 @@ TEST_F(ModuleInHost, TheDefaultSiteStandsInTheDrawingEvenIfTheDialogIsClosed) {
     EXPECT_EQ(siteNames(), std::vector<std::string>{"サイト"});
     EXPECT_EQ(EmbeddedHost::liveAutomationReferences(), 0);
     EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
+}
+
+TEST_F(ModuleInHost, AFileThatWasHandedToTheHostStandsInTheDialogOnce) {
+    load();
+    const QString path = QStringLiteral(FENMARK_SOURCE_DIR "/examples/road.sim");
+    modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
+    QStringList shown;
+    auto runAndNote = [&] {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog == nullptr)
+                return;
+            timer.stop();
+            shown << dialog->findChild<QLineEdit*>(QStringLiteral("id210"))->text();
+            dialog->findChild<QPushButton*>(QStringLiteral("id2"))->click();
+        });
+        timer.start(1);
+        EXPECT_TRUE(modules.run("Fenmark").ok);
+    };
+    runAndNote();
+    runAndNote();
+    // The run was not accepted, so that the next one begins as if it had not been.
+    EXPECT_EQ(shown, (QStringList{path, QString()}));
+    EXPECT_EQ(modules.systemText(mirdane::kPendingFileVariable), "");
+    EXPECT_EQ(modules.systemText(mirdane::kLogFileVariable), "");
+}
+
+TEST_F(ModuleInHost, WidgetsLiveOnAfterTheModuleIsGone) {
+    load();
+    answerNextDialog(QStringLiteral("id2"));
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
+    // The toolkit asks every maker of accessible interfaces that it knows: none may be left in the unloaded library.
+    QWidget widget;
+    EXPECT_NE(QAccessible::queryAccessibleInterface(&widget), nullptr);
+    QAccessible::setActive(true);
+    QAccessible::setActive(false);
 }
 
 TEST_F(ModuleInHost, UnloadingRemovesTheCommandsAndTheModuleLoadsAgain) {

@@ -86,6 +86,16 @@ struct ResultEntry {
 std::vector<ResultEntry> mdedMdmLoaded();
 Status mdedMdmLoad(std::string_view name);
 
+// Texts that host and modules leave for each other, by name: the host's system variables. A name that is not set gives
+// a status other than 0 and leaves the text as it was.
+Status mdedGetSystemText(std::string_view name, std::string& text);
+Status mdedSetSystemText(std::string_view name, std::string_view text);
+
+// The file that the next run of "Fenmark" is to begin with, set by a host whose user handed it a file; empty for none.
+inline constexpr std::string_view kPendingFileVariable = "FENMARKFILE";
+// The log that the last run of "Fenmark" wrote, set by the module; empty if the run wrote none.
+inline constexpr std::string_view kLogFileVariable = "FENMARKLOG";
+
 // Readies the host's user-interface library for a module.
 void InitMdUiDLL();
 

@@ -392,12 +392,27 @@ void announceTreeListReset(const CTreeListCtrl* control) {
     send(event);
 }
 
-void installTreeListAccessibility() {
-    static const bool installed = [] {
+namespace {
+
+// What the toolkit was told of. Taken back when the library that holds this code is unloaded, since the toolkit would
+// call into what is no longer there.
+struct Installed {
+    Installed() {
         QAccessible::installFactory(makeInterface);
-        listener();
-        return true;
-    }();
+        listener(); // installs itself
+    }
+    ~Installed() {
+        QAccessible::removeActivationObserver(&listener());
+        QAccessible::removeFactory(makeInterface);
+    }
+    Installed(const Installed&) = delete;
+    Installed& operator=(const Installed&) = delete;
+};
+
+} // namespace
+
+void installTreeListAccessibility() {
+    static const Installed installed;
     static_cast<void>(installed);
 }
 

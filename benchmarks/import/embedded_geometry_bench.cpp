@@ -41,8 +41,8 @@ double nanoseconds(int count, Ask ask) {
     return best;
 }
 
-// Six terms of each coordinate, A and L given, nothing placed.
-PlanPoint bareSeries(double a, double length) {
+// Six terms of each coordinate, A and L given, nothing placed. A call, as the question to the alignment is one.
+[[gnu::noinline]] PlanPoint bareSeries(double a, double length) {
     const double tau = length * length / (2.0 * a * a);
     const double t = tau * tau;
     const double x =

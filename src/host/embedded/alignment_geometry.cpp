@@ -163,7 +163,10 @@ double AlignmentGeometry::curvatureAt(const Piece& piece, double along) {
 }
 
 PlanPoint AlignmentGeometry::pointOn(const Piece& piece, double along) {
-    const PlanPoint local = localPoint(piece, along);
+    // Straights and most clothoids, without a call.
+    const PlanPoint local = static_cast<Form>(piece.form) == Form::Series
+                                ? seriesFromInflection(piece.b, piece.a + along)
+                                : localPoint(piece, along);
     return {piece.x + (local.x * piece.cosine - local.y * piece.sine),
             piece.y + (local.x * piece.sine + local.y * piece.cosine)};
 }

@@ -4,6 +4,7 @@
 #include "sima/text/number.h"
 #include "sima/validators/validators.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,6 +24,9 @@ void skipTriangleBlock(FilePass& file) {
 }
 
 constexpr std::size_t kUsualPoints = 16; // of a lot
+// Room for the lots of a file is taken at its first lot; what is not filled is never resident.
+constexpr std::int64_t kShortLot = 86; // bytes: three points and the two records around them
+constexpr std::int64_t kMostExpected = 1'000'000;
 
 // The points of an open lot. They stay where they are until the next coordinate section.
 using Outline = std::vector<const SimaPoint*>;
@@ -46,6 +50,10 @@ void closeLot(FilePass& file, LotData&& lot, const Outline& outline, bool hasTri
     lot.points.reserve(outline.size());
     for (const SimaPoint* point : outline)
         lot.points.push_back(*point);
+    if (reader.lots.empty()) {
+        const std::int64_t lots = std::clamp<std::int64_t>(file.remainingBytes() / kShortLot, 0, kMostExpected);
+        reader.lots.edits().reserve(static_cast<std::size_t>(lots) + 1);
+    }
     reader.lots.push_back(std::move(lot));
     if (file.sink() != nullptr) {
         // Shares the elements, so that the lot stays whatever the output does with the reader.

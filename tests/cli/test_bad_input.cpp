@@ -50,6 +50,19 @@ TEST_F(BadInput, UnreadableFileIsToldAsSuch) {
     }
 }
 
+TEST_F(BadInput, FileWhoseReadingFailsIsToldAsSuch) {
+    if (!std::filesystem::exists("/proc/self/mem"))
+        GTEST_SKIP() << "no file that opens and cannot be read";
+    const std::string path = folder.at("memory.sim");
+    std::filesystem::create_symlink("/proc/self/mem", path);
+    for (const char* command : {"import", "preview"}) {
+        const Ran ran = fenmark({command, path});
+        expectOneLine(ran, path);
+        EXPECT_TRUE(contains(ran.err, "cannot be read")) << ran.err;
+    }
+    EXPECT_FALSE(test::fileExists(folder.at("memory.gpkg")));
+}
+
 TEST_F(BadInput, WrongExtensionIsRefused) {
     for (const char* name : {"a.txt", "a.sima", "sim"}) {
         const std::string path = file(kPoints, name);

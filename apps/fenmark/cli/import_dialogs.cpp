@@ -18,8 +18,7 @@ bool ImportDialogs::showImport(command::ImportDialogState& state) {
     context.progress = progress();
     context.encoding = arguments_.encoding;
     state.reader = sima::SimaReader();
-    if (state.reader.previewScan(file_, context) != 0)
-        throw Stop(kNotDone, file_ + ": cannot be read");
+    previewFile(state.reader, file_, context);
     command::countFromPreview(state.reader, state.options);
     for (std::size_t kind = 0; kind < sima::kImportKinds; ++kind)
         state.options.flags[kind] = arguments_.wanted[kind] && state.options.counts[kind] >= 1;

@@ -103,6 +103,15 @@ void requireReadableSimFile(const std::string& path) {
     ::close(file);
 }
 
+void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context) {
+    try {
+        if (reader.previewScan(path, context) != 0)
+            throw Stop(kNotDone, path + ": cannot be read");
+    } catch (const std::system_error& error) {
+        throw Stop(kNotDone, path + ": cannot be read: " + error.code().message());
+    }
+}
+
 std::string currentExceptionText() {
     try {
         throw;

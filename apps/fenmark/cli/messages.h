@@ -41,6 +41,9 @@ std::string plainReal(double value);
 // Raises Stop unless the file is named *.sim and can be read.
 void requireReadableSimFile(const std::string& path);
 
+// Counts what the file holds into the reader. Raises Stop if the file cannot be read.
+void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context);
+
 // What an exception that left a pass says; the exception of the host boundary is thrown as a pointer and deleted here.
 std::string currentExceptionText();
 

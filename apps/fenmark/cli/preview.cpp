@@ -57,8 +57,7 @@ int runPreview(const PreviewArguments& arguments, const Streams& streams) {
         context.progress = &bars;
     context.encoding = arguments.encoding;
     sima::SimaReader reader;
-    if (reader.previewScan(arguments.file, context) != 0)
-        throw Stop(kNotDone, arguments.file + ": cannot be read");
+    previewFile(reader, arguments.file, context);
     if (arguments.json) {
         printJson(streams.out, reader);
         return kDone;

@@ -1,0 +1,271 @@
+// The plan as SVG.
+#include "exchange/plan.h"
+#include "exchange/plan_svg.h"
+#include "sample_drawing.h"
+
+#include <gtest/gtest.h>
+#include <pugixml.hpp>
+
+#include <sstream>
+
+namespace fenmark::exchange {
+namespace {
+
+constexpr double kMillimetre = 0.011; // coordinates of the paper have two decimals
+
+class PlanOf : public ::testing::Test {
+  protected:
+    void draw() {
+        std::ostringstream out;
+        notes = writePlanSvg(drawing, out);
+        text = out.str();
+        ASSERT_TRUE(document.load_string(text.c_str())) << text.substr(0, 200);
+        svg = document.child("svg");
+    }
+    std::size_t countOfClass(const std::string& wanted) const {
+        const std::string query = "//*[@class='" + wanted + "']";
+        return document.select_nodes(query.c_str()).size();
+    }
+    bool hasText(const std::string& wanted) const {
+        for (const pugi::xpath_node node : document.select_nodes("//text")) {
+            if (node.node().child_value() == wanted)
+                return true;
+        }
+        return false;
+    }
+    bool hasTextBeginning(const std::string& wanted) const {
+        for (const pugi::xpath_node node : document.select_nodes("//text")) {
+            if (std::string_view(node.node().child_value()).starts_with(wanted))
+                return true;
+        }
+        return false;
+    }
+
+    Drawing drawing;
+    pugi::xml_document document;
+    pugi::xml_node svg;
+    Notes notes;
+    std::string text;
+};
+
+TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
+    host::embedded::Extent extent;
+    extent.add(12000.0, -36200.0);
+    extent.add(12600.0, -35750.0);
+    const PlanSheet sheet(extent);
+    EXPECT_STREQ(sheet.format(), "A3");
+    EXPECT_EQ(sheet.scale(), 2000);
+    extent.add(12000.0, -35600.0);
+    EXPECT_EQ(PlanSheet(extent).scale(), 2500);
+    extent.add(22000.0, -35600.0);
+    EXPECT_STREQ(PlanSheet(extent).format(), "A1");
+}
+
+TEST(Sheet, HoldsTheWholeExtentNorthUp) {
+    host::embedded::Extent extent;
+    extent.add(100.0, 200.0);
+    extent.add(400.0, 1500.0);
+    const PlanSheet sheet(extent);
+    EXPECT_GT(sheet.height(), sheet.width()) << "a tall extent stands upright";
+    for (const PlanPoint& corner : {PlanPoint{100, 200}, PlanPoint{400, 1500}}) {
+        const PaperPoint at = sheet.at(corner.x, corner.y);
+        EXPECT_GE(at.x, sheet.map().x);
+        EXPECT_LE(at.x, sheet.map().right());
+        EXPECT_GE(at.y, sheet.map().y);
+        EXPECT_LE(at.y, sheet.map().bottom());
+        EXPECT_NEAR(sheet.groundAt(at).x, corner.x, kMillimetre);
+        EXPECT_NEAR(sheet.groundAt(at).y, corner.y, kMillimetre);
+    }
+    EXPECT_LT(sheet.at(100, 1500).y, sheet.at(100, 200).y);
+    EXPECT_NEAR(sheet.at(300, 0).x - sheet.at(100, 0).x, sheet.paperLength(200.0), kMillimetre);
+}
+
+TEST(Sheet, OfOnePointHasTheLargestScale) {
+    host::embedded::Extent extent;
+    extent.add(5.0, 5.0);
+    EXPECT_EQ(PlanSheet(extent).scale(), 100);
+}
+
+TEST(StakeNames, CountStakesOfTwentyMetres) {
+    EXPECT_EQ(stakeName(100.0), "No.5");
+    EXPECT_EQ(stakeName(155.5), "No.7+15.500");
+    EXPECT_EQ(stakeName(119.9999), "No.6") << "a tenth of a millimetre short is the stake";
+    EXPECT_EQ(stakeName(0.0), "No.0");
+    EXPECT_EQ(stakeName(-5.0), "No.-1+15.000");
+}
+
+TEST(LabelWidth, IsHalfForKanaOfHalfWidth) {
+    EXPECT_DOUBLE_EQ(widthInEms("点"), 1.0);
+    EXPECT_DOUBLE_EQ(widthInEms("ｶﾅ"), 1.0);
+    EXPECT_DOUBLE_EQ(widthInEms("No"), 1.1);
+}
+
+TEST(LabelSpace, NeverPutsOneNameOnAnother) {
+    LabelSpace space({0.0, 0.0, 100.0, 100.0});
+    const Label first{{10.0, 10.0}, 2.0, 0.0, Label::Anchor::Start, "中心線", ""};
+    ASSERT_TRUE(space.isFree(first, true));
+    space.take(first);
+    EXPECT_FALSE(space.isFree({{12.0, 10.5}, 2.0, 0.0, Label::Anchor::Start, "点", ""}, false));
+    EXPECT_TRUE(space.isFree({{12.0, 14.0}, 2.0, 0.0, Label::Anchor::Start, "点", ""}, false));
+    EXPECT_FALSE(space.isFree({{98.0, 50.0}, 2.0, 0.0, Label::Anchor::Start, "中心線", ""}, false))
+        << "it would reach beyond the map";
+    EXPECT_TRUE(space.isFree({{98.0, 50.0}, 2.0, 0.0, Label::Anchor::End, "中心線", ""}, false));
+}
+
+TEST(LabelSpace, PrefersAPlaceOffTheLines) {
+    LabelSpace space({0.0, 0.0, 100.0, 100.0});
+    space.takeLine({0.0, 10.0}, {100.0, 10.0});
+    const std::vector<Label> candidates = {{{10.0, 10.0}, 2.0, 0.0, Label::Anchor::Start, "点", "a"},
+                                           {{10.0, 20.0}, 2.0, 0.0, Label::Anchor::Start, "点", "b"}};
+    EXPECT_STREQ(space.takeFirst(candidates, false)->style, "b");
+    EXPECT_STREQ(space.takeFirst(candidates, false)->style, "a") << "on the line if there is no other";
+    EXPECT_EQ(space.takeFirst(candidates, false), nullptr);
+}
+
+TEST_F(PlanOf, AlignmentTellsItsElementsApart) {
+    addRoad(drawing, {12000.0, -36000.0}, false);
+    draw();
+    EXPECT_EQ(countOfClass("l straight") - 3, 2U) << "three more are samples of the legend";
+    EXPECT_EQ(countOfClass("l arc") - 1, 1U);
+    EXPECT_EQ(countOfClass("l clothoid") - 1, 2U);
+    EXPECT_TRUE(hasText("R=100.000 L=40.000"));
+    EXPECT_TRUE(hasText("A=60.000 L=36.000"));
+    EXPECT_TRUE(hasText("中心線"));
+}
+
+TEST_F(PlanOf, ArcIsAnArcOfTheRightRadiusAndSense) {
+    for (const bool clockwise : {false, true}) {
+        drawing = Drawing();
+        addRoad(drawing, {0.0, 0.0}, clockwise);
+        draw();
+        const std::string path = document.select_node("//path[@class='l arc']").node().attribute("d").value();
+        std::istringstream in(path);
+        char command = 0;
+        double x = 0, y = 0, rx = 0, ry = 0, turn = 0, large = 0, sweep = 0, ex = 0, ey = 0;
+        in >> command >> x >> y;
+        ASSERT_EQ(command, 'M');
+        in >> command >> rx >> ry >> turn >> large >> sweep >> ex >> ey;
+        ASSERT_EQ(command, 'A') << path;
+        const PlanSheet sheet(drawing.extent());
+        EXPECT_NEAR(rx, sheet.paperLength(100.0), kMillimetre);
+        EXPECT_EQ(rx, ry);
+        EXPECT_EQ(large, 0.0);
+        EXPECT_EQ(sweep, clockwise ? 1.0 : 0.0) << "the paper's y runs down";
+        const Element& arc = drawing.alignment(0).elements[2];
+        EXPECT_NEAR(x, sheet.at(arc.start.x, arc.start.y).x, kMillimetre);
+        EXPECT_NEAR(ey, sheet.at(arc.end.x, arc.end.y).y, kMillimetre);
+    }
+}
+
+TEST_F(PlanOf, ElementEndsAreNamedByTheirKindOrByThePointThere) {
+    addRoad(drawing, {12000.0, -36000.0}, false);
+    addPoint(drawing, {12050.0, -36000.0, 0.0}, "KA1-1");
+    draw();
+    EXPECT_TRUE(hasText("BP No.5"));
+    EXPECT_TRUE(hasText("KA1-1 No.7+10.000"));
+    EXPECT_TRUE(hasText("KE No.9+6.000"));
+    EXPECT_TRUE(hasText("EP No.14+12.000"));
+    EXPECT_FALSE(hasText("KA1-1")) << "the point's name is not told twice";
+}
+
+TEST_F(PlanOf, StationsStandEveryTwentyMetres) {
+    addRoad(drawing, {12000.0, -36000.0}, false);
+    draw();
+    for (const char* stake : {"No.6", "No.7", "No.8", "No.9", "No.11", "No.12", "No.13", "No.14"})
+        EXPECT_TRUE(hasText(stake)) << stake;
+    EXPECT_TRUE(hasTextBeginning("No.10  200.0"));
+    EXPECT_FALSE(hasText("No.15")) << "beyond the end";
+}
+
+TEST_F(PlanOf, SheetHasNorthScaleBarLegendGridAndTitle) {
+    fillSample(drawing);
+    drawing.setZone(9);
+    draw();
+    for (const char* wanted :
+         {"N", "凡例", "線形（クロソイド）", "画地", "幅杭線（左）", "座標点", "a.sim", "平面直角座標 第IX系"})
+        EXPECT_TRUE(hasText(wanted)) << wanted;
+    EXPECT_TRUE(hasTextBeginning("1:"));
+    EXPECT_TRUE(hasTextBeginning("Y=12"));
+    EXPECT_TRUE(hasTextBeginning("X=-36"));
+    EXPECT_FALSE(hasText("横断成果の点")) << "the legend tells what is there";
+}
+
+TEST_F(PlanOf, LotsShowNameAndArea) {
+    fillSample(drawing);
+    draw();
+    EXPECT_TRUE(hasText("12-3"));
+    EXPECT_TRUE(hasText("400.00 m²"));
+    EXPECT_EQ(countOfClass("lot") - 1, 1U);
+}
+
+TEST_F(PlanOf, NamesAreEscaped) {
+    addPoint(drawing, {0, 0, 0}, "<&\"\x01>");
+    addPoint(drawing, {10, 10, 0}, "b");
+    draw();
+    EXPECT_TRUE(hasText("<&\"\uFFFD>"));
+}
+
+TEST_F(PlanOf, EmptyDrawingSaysSo) {
+    draw();
+    EXPECT_TRUE(hasText("図形がありません"));
+    EXPECT_TRUE(notes.empty());
+}
+
+TEST_F(PlanOf, ObjectsAtTheOriginFarFromAllElseAreLeftOutAndTold) {
+    fillSample(drawing);
+    addPolyline(drawing, {{0, 0, 0}}, false, "", "IP線");
+    addPoint(drawing, {0, 0, 0}, "座標なし");
+    draw();
+    ASSERT_FALSE(notes.empty());
+    EXPECT_NE(notes[0].find("2個"), std::string::npos) << notes[0];
+    EXPECT_TRUE(hasText("12-3"));
+    EXPECT_FALSE(hasText("座標なし"));
+}
+
+TEST_F(PlanOf, ObjectsAtTheOriginNearTheOthersAreShown) {
+    addPoint(drawing, {0, 0, 0}, "原点");
+    addPoint(drawing, {50, 30, 0}, "隣");
+    draw();
+    EXPECT_TRUE(notes.empty());
+    EXPECT_TRUE(hasText("原点"));
+}
+
+TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {
+    constexpr int kSide = 250; // 62,500 points
+    for (int i = 0; i < kSide; ++i) {
+        for (int j = 0; j < kSide; ++j)
+            addPoint(drawing, {20.0 * i, 20.0 * j, 0.0}, "点");
+    }
+    draw();
+    EXPECT_EQ(notes.size(), 2U);
+    EXPECT_FALSE(hasText("点"));
+    constexpr std::size_t kMostBytes = 2000000;
+    EXPECT_LT(text.size(), kMostBytes);
+}
+
+TEST_F(PlanOf, CrowdedNamesAreLeftOutAndCounted) {
+    for (int i = 0; i < 400; ++i)
+        addPoint(drawing, {100.0 + 0.2 * (i % 20), 100.0 + 0.2 * (i / 20), 0.0}, "重なる点名");
+    addPoint(drawing, {900.0, 700.0, 0.0}, "離れた点");
+    draw();
+    ASSERT_EQ(notes.size(), 1U);
+    EXPECT_NE(notes[0].find("点名は省略"), std::string::npos);
+    EXPECT_TRUE(hasText("離れた点"));
+}
+
+TEST_F(PlanOf, LongAlignmentHasStationsFurtherApartAndTheLegendSaysSo) {
+    const auto site = drawing.addSite("サイト");
+    const std::size_t line = drawing.addAlignment(site, "長い", "0", "", "");
+    Element straight;
+    straight.end = {20000.0, 0.0};
+    straight.length = 20000.0;
+    drawing.addElement(line, straight);
+    draw();
+    ASSERT_FALSE(notes.empty());
+    EXPECT_TRUE(hasTextBeginning("測点（"));
+    EXPECT_FALSE(hasText("測点（20 mごと）"));
+    EXPECT_FALSE(hasText("No.1"));
+}
+
+} // namespace
+} // namespace fenmark::exchange

@@ -78,8 +78,10 @@ class Generator {
         positions_.reserve(static_cast<std::size_t>(std::max(0, sizes_.points)));
         line("A00,");
         for (std::int32_t i = 0; i < sizes_.points; ++i) {
-            const PlanPosition position{kNorthing + kSpacing * (i / columns_) + kJitter * spread(),
-                                        kEasting + kSpacing * (i % columns_) + kJitter * spread()};
+            const std::int32_t row = i / columns_;
+            const std::int32_t column = i % columns_;
+            const PlanPosition position{kNorthing + kSpacing * row + kJitter * spread(),
+                                        kEasting + kSpacing * column + kJitter * spread()};
             positions_.push_back(position);
             const std::string height = i % 3 == 0 ? metres(30.0 + 5.0 * spread()) : std::string();
             line("A01,", std::to_string(i + 1), ",", pointName(i + 1), ",", metres(position.northing), ",",

@@ -28,6 +28,11 @@ bool LineSource::open(std::string_view path) {
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     length_ = error ? 0 : static_cast<std::int64_t>(size);
     buffer_.resize(kBlock);
+    try {
+        fill();
+    } catch (const std::system_error&) {
+        return false; // it opens, and its first byte cannot be read
+    }
     return true;
 }
 

@@ -110,7 +110,11 @@ class SimaReader {
         host::HostBoundary* host = nullptr;
         PassHost() = default;
         PassHost(const PassHost&) {}
-        PassHost& operator=(const PassHost&) { return *this; }
+        PassHost& operator=(const PassHost& other) {
+            if (this != &other)
+                host = nullptr;
+            return *this;
+        }
     };
     PassHost passHost_;
     std::array<std::int32_t, 7> routesRead_{};

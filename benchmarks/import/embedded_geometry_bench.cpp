@@ -41,8 +41,8 @@ double nanoseconds(int count, Ask ask) {
     return best;
 }
 
-// Six terms of each coordinate, A and L given, nothing placed. A call, as the question to the alignment is one.
-[[gnu::noinline]] PlanPoint bareSeries(double a, double length) {
+// Six terms of each coordinate, A and L given.
+inline PlanPoint bareSeries(double a, double length) {
     const double tau = length * length / (2.0 * a * a);
     const double t = tau * tau;
     const double x =
@@ -51,6 +51,18 @@ double nanoseconds(int count, Ask ask) {
         1.0 / 3.0 -
         t * (1.0 / 42.0 - t * (1.0 / 1320.0 - t * (1.0 / 75600.0 - t * (1.0 / 6894720.0 - t * (1.0 / 918086400.0)))));
     return {length * x, length * tau * y};
+}
+
+// A clothoid that is known, with the sine and cosine of its start.
+struct Placed {
+    double x, y, cosine, sine, a;
+};
+
+// The series placed on the map. A call, as the question to an alignment is one.
+[[gnu::noinline]] PlanPoint barePoint(const Placed& spiral, double length) {
+    const PlanPoint local = bareSeries(spiral.a, length);
+    return {spiral.x + local.x * spiral.cosine - local.y * spiral.sine,
+            spiral.y + local.x * spiral.sine + local.y * spiral.cosine};
 }
 
 // From the middle until a step is below a tenth of a micrometre: point, tangent, derivative. It asks neither whether it
@@ -122,14 +134,14 @@ void compareGeometry() {
     const AlignmentGeometry geometry(road(random), 0.0);
     std::vector<double> stations(kQuestions);
     std::vector<double> lengths(kQuestions);
-    std::vector<double> parameters(kQuestions);
+    std::vector<Placed> spirals(kQuestions);
     for (int i = 0; i < kQuestions; ++i) {
         stations[static_cast<std::size_t>(i)] = uniform(0.0, geometry.length());
         lengths[static_cast<std::size_t>(i)] = uniform(1.0, 100.0);
-        parameters[static_cast<std::size_t>(i)] = uniform(80.0, 200.0);
+        spirals[static_cast<std::size_t>(i)] = {uniform(-1e4, 1e4), uniform(-1e4, 1e4), 0.6, 0.8, uniform(80.0, 200.0)};
     }
-    const double series = nanoseconds(
-        kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(bareSeries(parameters[i], lengths[i])); });
+    const double series =
+        nanoseconds(kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(barePoint(spirals[i], lengths[i])); });
     const double station =
         nanoseconds(kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(geometry.pointAt(stations[i])); });
     const double offset =
@@ -154,7 +166,7 @@ void compareGeometry() {
         nanoseconds(kQuestions / 16, [&](std::size_t i) { benchmark::DoNotOptimize(geometry.locate(points[i])); });
 
     std::printf("geometry of alignments, nanoseconds for each:\n");
-    std::printf("  bare series of six terms                          %8.1f\n", series);
+    std::printf("  bare series of six terms, placed                  %8.1f\n", series);
     std::printf("  point at a random station of %d elements       %8.1f\n", kElements, station);
     std::printf("  the same with an offset                           %8.1f\n", offset);
     std::printf("  the same by rising stations, without              %8.1f\n", rising);

@@ -83,6 +83,12 @@ const char* jointName(ElementType before, ElementType after) {
     return straight ? "EC" : "PCC";
 }
 
+// Texts are read from below or, if they stand upright, from the right. Degrees clockwise in [-180, 180].
+bool isUpsideDown(double degrees) {
+    constexpr double kSlack = 0.1; // of an upright text
+    return degrees > 90.0 - kSlack || degrees < -90.0 - kSlack;
+}
+
 // A label that runs across the line on one of its sides, turned so that it can be read from below or from the right.
 Label across(const PaperPoint& at, double direction, bool left, double distance, double size, std::string text,
              const char* style) {
@@ -95,7 +101,7 @@ Label across(const PaperPoint& at, double direction, bool left, double distance,
                 Label::Anchor::Start,
                 std::move(text),
                 style};
-    if (degrees > 90.0 || degrees <= -90.0) {
+    if (isUpsideDown(degrees)) {
         label.angle = degrees > 0.0 ? degrees - 180.0 : degrees + 180.0;
         label.anchor = Label::Anchor::End;
     }
@@ -107,10 +113,8 @@ Label along(const PaperPoint& at, double direction, bool left, double distance, 
             const char* style) {
     const double side = direction + (left ? 0.5 : -0.5) * std::numbers::pi;
     double degrees = std::remainder(-direction * 180.0 / std::numbers::pi, 360.0);
-    if (degrees > 90.0)
-        degrees -= 180.0;
-    else if (degrees <= -90.0)
-        degrees += 180.0;
+    if (isUpsideDown(degrees))
+        degrees += degrees > 0.0 ? -180.0 : 180.0;
     return {{at.x + distance * std::cos(side), at.y - distance * std::sin(side)},
             size,
             degrees,

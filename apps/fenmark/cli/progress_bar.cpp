@@ -20,10 +20,8 @@ class Bar : public sima::Progress {
             terminal_ << "\r\033[K" << std::flush;
     }
 
-    std::int32_t goModal(std::string_view title, bool) override {
-        title_ = title;
-        return 1;
-    }
+    // The caption of the window is of no use in a line that has a title.
+    std::int32_t goModal(std::string_view, bool) override { return 1; }
     void setRange(std::int64_t lower, std::int64_t upper, std::int32_t) override {
         lower_ = lower;
         upper_ = upper;

@@ -9,7 +9,7 @@
 namespace fenmark::cli {
 
 // A pass that is over before the user's patience ends shows no bar.
-inline constexpr std::chrono::milliseconds kPatience{150};
+inline constexpr std::chrono::milliseconds kPatience{50};
 
 class ProgressBars : public sima::ProgressFactory {
   public:

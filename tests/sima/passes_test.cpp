@@ -120,8 +120,9 @@ TEST(Passes, CannotOpenWhatIsNoFile) {
     std::filesystem::create_directory(folder.path("folder.sim"));
     EXPECT_EQ(fullReadOf(folder.path("folder.sim")), -1);
     EXPECT_EQ(fullReadOf(""), -1);
-    if (std::filesystem::exists("/proc/self/mem")) // opens, and has nothing at its beginning
+    if (std::filesystem::exists("/proc/self/mem")) { // opens, and has nothing at its beginning
         EXPECT_EQ(fullReadOf("/proc/self/mem"), -1);
+    }
 }
 
 TEST(Passes, DeriveTheBaseName) {

@@ -207,6 +207,33 @@ class Fenmark(unittest.TestCase):
             for name in ("road.svg", "road.xml"):
                 self.assertEqual(subprocess.run(["xmllint", "--noout", name], cwd=self.folder).returncode, 0)
 
+    def complete(self, *words):
+        """What the completion offers for the last word."""
+        script = (f'source "{SOURCE}/apps/fenmark/completion/fenmark.bash"\n'
+                  'COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _fenmark; printf "%s\\n" "${COMPREPLY[@]}"')
+        ran = subprocess.run(["bash", "-O", "extglob", "-c", script, "bash", "fenmark", *words], cwd=self.folder,
+                             capture_output=True, text=True, check=True)
+        return ran.stdout.split()
+
+    def test_completion_offers_commands_options_and_files(self):
+        if not shutil.which("bash"):
+            self.skipTest("no bash")
+        self.file("a.sim", POINTS)
+        self.file("B.SIM", POINTS)
+        self.file("c.txt", b"")
+        self.assertIn("preview", self.complete("p"))
+        self.assertEqual(sorted(self.complete("import", "")), ["B.SIM", "a.sim"])
+        self.assertEqual(self.complete("import", "a.sim", "--only", "points,ce"), ["points,centre"])
+        for command in ("import", "preview", "info", "station", "locate", "export", "plot"):
+            help_text = self.run_fenmark(command, "--help").stdout.decode()
+            offered = self.complete(command, "--")
+            self.assertIn("--help", offered)
+            for option in offered:
+                self.assertIn(option, help_text)
+            for word in help_text.replace(",", " ").split():
+                if word.startswith("--"):
+                    self.assertIn(word, offered, command)
+
     def test_examples_are_what_their_script_writes(self):
         script = self.folder / "make_examples.py"
         shutil.copy(SOURCE / "examples" / "make_examples.py", script)

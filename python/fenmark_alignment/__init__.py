@@ -1,0 +1,28 @@
+"""Alignment geometry: straights, circular arcs and clothoids, over the library libfenmark-alignment.
+
+    from fenmark_alignment import Straight, Chain, eased_arc_between_straights
+
+    first = Straight((-36000.0, 12000.0), (-35820.0, 12140.0))   # x north, y east
+    second = Straight((-35820.0, 12140.0), (-35800.0, 12400.0))
+    chain = Chain(eased_arc_between_straights(first, second, a1=80.0, radius=150.0, a2=90.0))
+    for station in chain.stakes(20.0):
+        x, y, azimuth = chain.point_at(station)
+    chain.locate((-35850.0, 12130.0))                            # station, offset (right positive), element
+
+`raw` has every exported function of the C interface. A function that gives no result raises AlignmentError, which
+tells the function, its status and what that means. Records handed to a solver are never changed: it works on copies.
+"""
+
+from .chain import Chain, Joint, Location
+from .elements import LEFT, RIGHT, Arc, Clothoid, Foot, Intersection, Position, Straight, wrap
+from .library import AlignmentError, raw, status, status_text
+from .records import Element, IpCurve, IpEntry, MoniEntry, MoniList
+from .solvers import *  # noqa: F403
+from .solvers import __all__ as _solvers
+
+__version__ = "1.0.0"
+__all__ = [
+    "AlignmentError", "Arc", "Chain", "Clothoid", "Element", "Foot", "Intersection", "IpCurve", "IpEntry", "Joint",
+    "LEFT", "Location", "MoniEntry", "MoniList", "Position", "RIGHT", "Straight", "raw", "status", "status_text", "wrap",
+    *_solvers,
+]  # fmt: skip

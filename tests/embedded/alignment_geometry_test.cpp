@@ -278,6 +278,15 @@ TEST_F(Chain, AnElementOfNoLengthIsOneStation) {
     EXPECT_EQ(geometry.locate({3, 9})->station, 10.0);
 }
 
+TEST_F(Chain, AnElementThatNoSurveyHoldsIsLeftOut) {
+    std::vector<Element> chain = elements();
+    chain[0].length = std::nan("");
+    chain[1].startRadius = chain[1].endRadius = 1e-9;
+    const AlignmentGeometry rest(chain, 0.0);
+    EXPECT_NEAR(rest.length(), 100.0, kPointTolerance);
+    EXPECT_EQ(rest.elementAt(50.0), 2U);
+}
+
 TEST_F(Chain, ThePointBesideTheChainComesBack) {
     for (const double station : {1000.0, 1020.0, 1100.0, 1110.0, 1150.0, 1200.0, 1270.0}) {
         for (const double offset : {-20.0, -0.001, 0.0, 0.001, 20.0}) {

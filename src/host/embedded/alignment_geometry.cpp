@@ -16,13 +16,15 @@ constexpr double kMostArcTurn = 3.2; // of one piece; half of it is within what 
 // Curvatures that differ by less than this share are those of an arc: over any length of a survey the difference stays
 // far below a nanometre.
 constexpr double kSameCurvature = 1e-16;
+constexpr double kMostTurn = 1e4;   // radians; an element that winds up further is none of a survey, and left out
 constexpr double kMostPieces = 1e5; // of one element
 constexpr double kBucketsPerPiece = 4.0;
 
-bool finite(const Element& element) {
-    return std::isfinite(element.start.x) && std::isfinite(element.start.y) && std::isfinite(element.direction) &&
-           std::isfinite(element.length) && std::isfinite(element.startCurvature()) &&
-           std::isfinite(element.endCurvature());
+bool usable(const Element& element) {
+    const double sharpest = std::max(std::abs(element.startCurvature()), std::abs(element.endCurvature()));
+    return element.length >= 0.0 && sharpest * element.length <= kMostTurn && std::isfinite(element.start.x) &&
+           std::isfinite(element.start.y) && std::isfinite(element.direction) && std::isfinite(element.length) &&
+           std::isfinite(element.startCurvature()) && std::isfinite(element.endCurvature());
 }
 
 } // namespace
@@ -31,7 +33,7 @@ AlignmentGeometry::AlignmentGeometry(std::span<const Element> elements, double s
     : startStation_(startStation) {
     pieces_.reserve(elements.size());
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (!finite(elements[i]) || elements[i].length < 0.0)
+        if (!usable(elements[i]))
             continue;
         addElement(elements[i], static_cast<std::uint32_t>(i));
         length_ += elements[i].length;
@@ -71,10 +73,11 @@ void AlignmentGeometry::addElement(const Element& element, std::uint32_t index) 
     }
     const double parts = std::clamp(std::ceil(sharpest * element.length / kQuadratureTurn), 1.0, kMostPieces);
     const double step = element.length / parts;
+    Pose origin = start;
     for (double part = 0.0; part < parts; part += 1.0) {
         const double along = part * step;
-        const Pose origin = part == 0.0 ? start : advance(start, first, growth, along);
         addPiece(Form::Quadrature, origin, length_ + along, first + growth * along, growth, index);
+        origin = advance(origin, first + growth * along, growth, step);
     }
 }
 

@@ -72,7 +72,8 @@ struct StationOffset {
     bool perpendicular = true; // false where the nearest point is an end of the chain or a broken joint
 };
 
-// An alignment prepared for many questions. A copy of the elements is kept in the form that is evaluated.
+// An alignment prepared for many questions. A copy of the elements is kept in the form that is evaluated; elements that
+// are not finite, or wind up thousands of times, are left out.
 class AlignmentGeometry {
   public:
     AlignmentGeometry() = default;

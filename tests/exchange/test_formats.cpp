@@ -287,7 +287,9 @@ TEST(GeoJson, PolygonsAreClosedAndRunAnticlockwise) {
     Drawing drawing;
     addPolyline(drawing, {{0, 0, 0}, {0, 2, 0}, {2, 2, 0}}, true, "時計回り");
     addPolyline(drawing, {{0, 0, 0}, {2, 2, 0}, {0, 2, 0}}, true, "反時計回り");
-    for (const auto& feature : geoJsonOf(drawing)["features"]) {
+    const nlohmann::json features = geoJsonOf(drawing)["features"];
+    ASSERT_EQ(features.size(), 2U);
+    for (const auto& feature : features) {
         const nlohmann::json ring = feature["geometry"]["coordinates"][0];
         ASSERT_EQ(ring.size(), 4U);
         EXPECT_EQ(ring.front(), ring.back());

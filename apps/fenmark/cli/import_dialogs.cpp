@@ -22,6 +22,10 @@ bool ImportDialogs::showImport(command::ImportDialogState& state) {
     command::countFromPreview(state.reader, state.options);
     for (std::size_t kind = 0; kind < sima::kImportKinds; ++kind)
         state.options.flags[kind] = arguments_.wanted[kind] && state.options.counts[kind] >= 1;
+    // No dialog will open again on this preview, and its points would stand beside those of the import.
+    state.reader.points.clear();
+    state.reader.lots = {};
+    state.reader.verticals = {};
 
     // The dialog selects the first of its sorted list.
     if (arguments_.site)

@@ -72,20 +72,6 @@ int layClothoid(Vec origin, Vec axis, double turn, double parameter, double flat
     return status;
 }
 
-int completeClothoid(Calelm& clothoid) {
-    Calelm made = clothoid;
-    const int status = signed16(ali_makA(&made));
-    if (status < 0) {
-        return status;
-    }
-    // A chord within 1.389e-6 of the standard chord's direction counts as having it. That turns the element by so
-    // little, but carries its sharp end away (status 2): the points that the chain was laid with stay.
-    setStart(made, startOf(clothoid));
-    setEnd(made, endOf(clothoid));
-    clothoid = made;
-    return 0;
-}
-
 bool eggTangent(Vec centre1, double radius1, Vec centre2, double radius2, double dir, double parameter,
                 EggTangent& tangent) {
     const Offset at1 = offsetOf(parameter, radius1);

@@ -76,12 +76,6 @@ inline bool isTurn(double dir) {
 int layClothoid(Vec origin, Vec axis, double turn, double parameter, double flat, double sharp, bool sharpFirst,
                 Calelm& clothoid);
 
-/**
- * Completes a clothoid between two points that its sizes fit, by ali_makA; both points stay as they are.
- * @return 0; -1, record untouched, for sizes that no clothoid has
- */
-int completeClothoid(Calelm& clothoid);
-
 /** Two arcs of one turning sense and different radii as an egg-shaped clothoid of parameter A sees them. */
 struct EggTangent {
     Vec direction; ///< common outer tangent of the offset circles, in the sense of travel

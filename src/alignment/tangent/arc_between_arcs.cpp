@@ -49,7 +49,7 @@ bool laidAt(Vec centre3, bool round, const Calelm& first, const Calelm& second, 
         renewArc(e);
         e = otherPlane(e);
     }
-    if (!isTangentChain(chain, r1, r2)) {
+    if (!finishChain(chain, r1, r2)) {
         return false;
     }
     r1 = chain[0];

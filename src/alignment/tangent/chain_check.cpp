@@ -6,6 +6,7 @@
 
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
+#include "alignment/tangent/fallen_azimuth.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -14,8 +15,8 @@ namespace fenmark::alignment {
 
 namespace {
 
-bool sameDirection(double azimuth1, double azimuth2) {
-    return std::fabs(plane::wrappedSigned(azimuth1 - azimuth2)) <= tangent_tolerance;
+bool sameDirection(double azimuth1, double azimuth2, double tolerance = tangent_tolerance) {
+    return std::fabs(plane::wrappedSigned(azimuth1 - azimuth2)) <= tolerance;
 }
 
 bool samePoint(double x1, double y1, double x2, double y2, double tolerance) {
@@ -39,15 +40,16 @@ bool endIsLost(double parameter, double radius) {
 
 // The element turns from its start to its end tangent as its size and sense demand.
 bool turnsTrue(const Calelm& e) {
+    const double tolerance = tangent_tolerance + lostByFalling(e);
     switch (e.type) {
     case element::straight:
         return sameDirection(e.sang, e.eang);
     case element::arc:
-        return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3);
+        return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3, tolerance);
     case element::clothoid: {
         const double turn = std::fabs(tauAt(e.par, e.r2) - tauAt(e.par, e.r1));
-        return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn) && !endIsLost(e.par, e.r1) &&
-               !endIsLost(e.par, e.r2);
+        return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn, tolerance) &&
+               !endIsLost(e.par, e.r1) && !endIsLost(e.par, e.r2);
     }
     default:
         return false;
@@ -90,15 +92,43 @@ bool onlyCuts(std::span<const Calelm> chain, const Calelm& firstBefore, const Ca
            chain.back().len <= lastBefore.len + rounded_joint_tolerance;
 }
 
+int completeClothoid(Calelm& clothoid) {
+    Calelm made = clothoid;
+    const int status = signed16(ali_makA(&made));
+    if (status < 0) {
+        return -1;
+    }
+    const double moved = std::hypot(made.sx - clothoid.sx, made.sy - clothoid.sy) +
+                         std::hypot(made.ex - clothoid.ex, made.ey - clothoid.ey);
+    if (!(moved <= joint_tolerance + kSameAngle * made.len)) {
+        return -1;
+    }
+    made.sx = clothoid.sx;
+    made.sy = clothoid.sy;
+    made.ex = clothoid.ex;
+    made.ey = clothoid.ey;
+    clothoid = made;
+    return 0;
+}
+
+int completeElement(Calelm& e) {
+    const int status = e.type == element::clothoid ? completeClothoid(e) : signed16(ali_mak(&e, 0));
+    return status == 0 ? 0 : -1;
+}
+
+bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
+    levelChain(chain, firstBefore, lastBefore);
+    return isTangentChain(chain, firstBefore, lastBefore);
+}
+
 int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given) {
     for (Calelm& e : chain) {
         CDchgSpace(&e, &e);
-        // A clothoid whose computed end differs from the given one (status 2) leaves a gap, so that is a failure too.
-        if (signed16(ali_mak(&e, 0)) != 0) {
+        if (completeElement(e) != 0) {
             return -1;
         }
     }
-    const bool right = isTangentChain(chain, firstBefore, lastBefore) &&
+    const bool right = finishChain(chain, firstBefore, lastBefore) &&
                        (given == Given::anywhere || onlyCuts(chain, firstBefore, lastBefore));
     return right ? 0 : -1;
 }

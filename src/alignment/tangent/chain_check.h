@@ -24,10 +24,10 @@ inline constexpr double tangent_tolerance = 1e-5;
  * Whether complete records of the survey plane form a tangent chain in the order of travel.
  *
  * Every value is finite; every arc turns from its start to its end tangent through its sweep in the sense of dir, and
- * every clothoid through the difference of its two tau, neither end being lost at the origin of the series; every joint
- * coincides and is tangent. The first record keeps the start point, start tangent, size and sense of firstBefore, the
- * last record the end of lastBefore: a given element that would have to turn round, or to run on beyond a half circle,
- * shows there.
+ * every clothoid through the difference of its two tau, neither end being lost at the origin of the series, where a
+ * tangent that reads 0 may be 1e-5 off; every joint coincides and is tangent. The first record keeps the start point,
+ * start tangent, size and sense of firstBefore, the last record the end of lastBefore: a given element that would have
+ * to turn round, or to run on beyond a half circle, shows there.
  */
 bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
                     double jointTolerance = joint_tolerance);
@@ -41,6 +41,22 @@ bool onlyCuts(std::span<const Calelm> chain, const Calelm& firstBefore, const Ca
 /** Which chains a pass over the candidates takes: those that only cut the given elements first, then all. */
 enum class Given { cut, anywhere };
 inline constexpr Given passes[] = {Given::cut, Given::anywhere};
+
+/**
+ * Completes a clothoid of the survey plane between two points that its sizes fit, by ali_makA; both points stay as they
+ * are, where ali_makA may take a chord for turned by up to 1.389e-6 and carry the sharp end as far away (its status 2).
+ * @return 0; -1, record untouched, for sizes that no clothoid has and for points further apart or nearer than that
+ */
+int completeClothoid(Calelm& clothoid);
+
+/** Completes a record of the survey plane that has its points and sizes; the points stay. Returns 0, or -1. */
+int completeElement(Calelm& e);
+
+/**
+ * Levels the azimuths of complete records that fell to 0 at one side of a joint only, and checks the chain. Returns
+ * whether it is a tangent chain as isTangentChain tells.
+ */
+bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
 
 /**
  * Takes a chain from the calculation plane to the survey plane, completes every record by its construction function

@@ -43,7 +43,7 @@ int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
         for (Calelm& e : chain) {
             e = otherPlane(e);
         }
-        if (signed16(ali_makS(&chain[1])) == 0 && isTangentChain(chain, r1, r2)) {
+        if (signed16(ali_makS(&chain[1])) == 0 && finishChain(chain, r1, r2)) {
             r1 = chain[0];
             s = chain[1];
             r2 = chain[2];

@@ -3,8 +3,6 @@
 // Symbols as in chain_worker.cpp. Survey plane: reversing a record there exchanges its ends and radii and negates dir.
 #include "fenmark/alignment/tangent.h"
 
-#include "fenmark/alignment/construction.h"
-
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -28,11 +26,11 @@ int chainBetweenStraightAndArc(int side, Calelm& s, Calelm& r, Calelm& a1, Calel
     std::array<Calelm, 6> chain;
     for (std::size_t i = 0; i < chain.size(); ++i) {
         chain[i] = reversed(work[work.size() - 1 - i]);
-        if (signed16(ali_mak(&chain[i], 0)) != 0) {
+        if (completeElement(chain[i]) != 0) {
             return -1;
         }
     }
-    if (!isTangentChain(chain, r, s)) {
+    if (!finishChain(chain, r, s)) {
         return -1;
     }
     r = chain[0];

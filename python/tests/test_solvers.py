@@ -68,13 +68,13 @@ class Solvers(unittest.TestCase):
 
     def test_between_two_straights(self):
         for turn in (LEFT, RIGHT):
-            self.check(lay(("S", 90), ("R", 120, turn, 100), ("S", 80)), fa.arc_between_straights, 120, longer=60)
+            self.check(lay(("S", 90), ("R", 120, turn, 100), ("S", 80)), fa.arc_between_straights, 120, longer=120)
             # Where the clothoids meet the radius follows: R = sqrt((A1^2 + A2^2) / (2 theta)).
             radius = math.sqrt((80**2 + 90**2) / (2 * 0.6))
             chain = lay(("S", 90), ("A", 80, turn, INF, radius), ("A", 90, turn, radius, INF), ("S", 90))
-            self.check(chain, fa.clothoids_between_straights, 80, 90, longer=90)
+            self.check(chain, fa.clothoids_between_straights, 80, 90, longer=120)
             chain = lay(("S", 90), ("A", 80, turn, INF, 150), ("R", 150, turn, 70), ("A", 90, turn, 150, INF), ("S", 90))
-            self.check(chain, fa.eased_arc_between_straights, 80, 150, 90, longer=60)
+            self.check(chain, fa.eased_arc_between_straights, 80, 150, 90, longer=120)
 
     def test_between_a_straight_and_an_arc(self):
         for turn in (LEFT, RIGHT):

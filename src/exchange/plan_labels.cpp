@@ -93,9 +93,10 @@ const Label* LabelSpace::takeFirst(const std::vector<Label>& candidates, bool of
 }
 
 void LabelSpace::takeDot(const PaperPoint& at, double radius) {
-    for (double y = at.y - radius; y <= at.y + radius; y += kCell) {
-        for (double x = at.x - radius; x <= at.x + radius; x += kCell) {
-            const std::size_t cell = cellAt(x, y);
+    const int steps = static_cast<int>(std::ceil(radius / kCell));
+    for (int i = -steps; i <= steps; ++i) {
+        for (int j = -steps; j <= steps; ++j) {
+            const std::size_t cell = cellAt(at.x + radius * i / steps, at.y + radius * j / steps);
             if (cell < cells_.size())
                 cells_[cell] |= kLine;
         }

@@ -29,8 +29,9 @@ int roundScaleFor(double wanted) {
     }
     for (int decade = 1000; decade < kSmallestScale; decade *= 10) {
         for (const int tenths : {10, 12, 15, 20, 25, 30, 50}) {
-            if (wanted <= decade / 10 * tenths)
-                return decade / 10 * tenths;
+            const int scale = decade / 10 * tenths;
+            if (wanted <= scale)
+                return scale;
         }
     }
     return kSmallestScale;

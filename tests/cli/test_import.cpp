@@ -323,9 +323,18 @@ TEST_F(ImportLine, OtherTurningSenseIsToldInOneLine) {
     const Ran ran =
         fenmark({"import", file("A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,0,100,,\r\nA01,3,c,-100,200,,\r\nA99,\r\n"
                                 "F00,1,1,CL,3,\r\nB01,1,,\r\nB01,2,,\r\nC01,0,100,\r\nB01,3,,\r\nF99,\r\n")});
-    EXPECT_TRUE(contains(ran.err, "fenmark: note: ")) << ran.err;
-    EXPECT_TRUE(contains(ran.err, "1")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "a.sim: note: 1 element was taken with the other turning sense\n")) << ran.err;
     EXPECT_EQ(ran.code, kDone);
+}
+
+TEST_F(ImportLine, JointThatIsBrokenIsToldWithItsStation) {
+    // A right angle between straights behind 50 m, which no setting mends.
+    const Ran ran =
+        fenmark({"import", file("A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,0,50,,\r\nA01,3,c,40,50,,\r\nA99,\r\n"
+                                "F00,1,1,CL,3,\r\nF03,100.0,\r\nB01,1,,\r\nB01,2,,\r\nB01,3,,\r\nF99,\r\n")});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(contains(ran.err, "note: alignment CL: the joint at station 150.000 is broken by 90.00 degrees"))
+        << ran.err;
 }
 
 TEST_F(ImportLine, NoProgressWithoutATerminalOrWhenQuiet) {

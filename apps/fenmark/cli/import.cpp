@@ -44,6 +44,7 @@ void openDrawing(EmbeddedHost& host, const std::string& path) {
 
 std::vector<std::string> namesOf(const auto& items) {
     std::vector<std::string> names;
+    names.reserve(items.size());
     for (const auto& item : items)
         names.push_back(item.name);
     return names;
@@ -113,10 +114,10 @@ void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
     for (const std::string& line : host::embedded::noteLines(host.layoutNotes()))
-        tellNote(streams, arguments.quiet, file + ": " + line);
+        tellFileNote(streams, arguments.quiet, file, line);
     if (arguments.alignment && !dialogs.askedForAlignment())
-        tellNote(streams, arguments.quiet,
-                 file + ": --alignment was not needed: every result has an alignment of its own");
+        tellFileNote(streams, arguments.quiet, file,
+                     "--alignment was not needed: every result has an alignment of its own");
 }
 
 struct Outcome {

@@ -50,15 +50,15 @@ bool ImportDialogs::selectAlignment(const std::map<std::string, host::MdDbObject
     const bool firstTime = !askedForAlignment_;
     askedForAlignment_ = true;
     std::vector<std::string> names;
+    names.reserve(alignments.size());
     for (const auto& [alignment, unused] : alignments)
         names.push_back(alignment);
     if (!arguments_.alignment) {
         if (firstTime)
-            tellNote(streams_, arguments_.quiet,
-                     file_ +
-                         ": results have no alignment in this import; --alignment NAME puts them on one of the "
+            tellFileNote(streams_, arguments_.quiet, file_,
+                         "results have no alignment in this import; --alignment NAME puts them on one of the "
                          "drawing, which has: " +
-                         joined(names));
+                             joined(names));
         return false;
     }
     const auto found = alignments.find(*arguments_.alignment);

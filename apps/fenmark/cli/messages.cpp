@@ -57,6 +57,11 @@ void tellNote(const Streams& streams, bool quiet, std::string_view text) {
         streams.err << "fenmark: note: " << text << '\n';
 }
 
+void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text) {
+    if (!quiet)
+        streams.err << file << ": note: " << text << '\n';
+}
+
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
     const auto& lines = log.errors();
     const std::size_t blocks = lines.size() / kBlockLines;

@@ -27,6 +27,9 @@ void tellError(const Streams& streams, std::string_view text);
 // "fenmark: note: text"; nothing if quiet.
 void tellNote(const Streams& streams, bool quiet, std::string_view text);
 
+// "file: note: text"; nothing if quiet.
+void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text);
+
 // The log's error blocks, each as "file:line: code: text". On a terminal only the first ones.
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log);
 // The lines that were passed over in silence, by kind with their number.

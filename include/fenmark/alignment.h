@@ -98,17 +98,17 @@
 
 #include "fenmark/alignment/record.h"
 
-#include "fenmark/alignment/conventions.h"
-#include "fenmark/alignment/clothoid.h"
-#include "fenmark/alignment/primitives.h"
-#include "fenmark/alignment/construction.h"
-#include "fenmark/alignment/walking.h"
-#include "fenmark/alignment/movement.h"
-#include "fenmark/alignment/intersection.h"
-#include "fenmark/alignment/tangent.h"
 #include "fenmark/alignment/chains.h"
+#include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/compound.h"
+#include "fenmark/alignment/construction.h"
+#include "fenmark/alignment/conventions.h"
+#include "fenmark/alignment/intersection.h"
 #include "fenmark/alignment/ip.h"
+#include "fenmark/alignment/movement.h"
 #include "fenmark/alignment/point.h"
+#include "fenmark/alignment/primitives.h"
+#include "fenmark/alignment/tangent.h"
+#include "fenmark/alignment/walking.h"
 
 #endif

@@ -116,14 +116,6 @@ void judge(const Case& given, Solve solve, Tally& tally) {
     tally.expected += same ? 1 : 0;
 }
 
-/// A direction along an axis of the plane or so little beside it that something happens to azimuths there: a turn below
-/// 1.389e-6 counts as none, and an azimuth below 1e-5 falls to 0 when it changes plane.
-inline double beside_axis(Random& random) {
-    constexpr double beside[] = {0.0, 1e-7, 5e-7, 1.3e-6, 1.4e-6, 5e-6, 9.9e-6, 1.02e-5, 1.1e-5};
-    const double axis = std::numbers::pi / 2.0 * random.pick(4);
-    return axis + random.sign() * (random.coin() ? beside[random.pick(std::size(beside))] : random.uniform(0.0, 2e-5));
-}
-
 /// Runs a thousand seeded cases, then the same sizes again in other places, such that one joint of each chain heads
 /// along an axis or just beside it. `make` lays a case, or nothing where the random sizes leave no chain; `solve` hands
 /// it to the solver. Every success must be a tangent chain of the given sizes with the given far ends; at least
@@ -140,7 +132,7 @@ void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, in
             std::optional<Case> given = make(random);
             if (given && along_axes) {
                 const auto joint = static_cast<std::size_t>(axes.pick(static_cast<int>(given->chain.size())));
-                again.turn_poses(beside_axis(axes) - given->chain[joint].sang);
+                again.turn_poses(axes.beside_axis() - given->chain[joint].sang);
                 given = make(again);
             }
             if (given) {

@@ -412,9 +412,12 @@ inline ::testing::AssertionResult same_element(const Calelm& a, const Calelm& b,
     if (auto result = same_sizes(a, b); !result) {
         return result;
     }
+    const auto turned = [&](double p, double q) {
+        const double fallen = fallen_to_axis(p) || fallen_to_axis(q) ? fallen_azimuth : 0.0;
+        return std::abs(angle_difference(p, q)) > angle_tolerance + fallen;
+    };
     if (distance(a.sx, a.sy, b.sx, b.sy) > point_tolerance || distance(a.ex, a.ey, b.ex, b.ey) > point_tolerance ||
-        std::abs(angle_difference(a.sang, b.sang)) > angle_tolerance ||
-        std::abs(angle_difference(a.eang, b.eang)) > angle_tolerance) {
+        turned(a.sang, b.sang) || turned(a.eang, b.eang)) {
         return ::testing::AssertionFailure() << "places differ:\n  " << describe(a) << "\n  " << describe(b);
     }
     return ::testing::AssertionSuccess();
@@ -466,9 +469,15 @@ class Random {
         if (!cardinal_) {
             return {x, y, wrap_2pi(uniform(0.0, 2.0 * std::numbers::pi) + turned_)};
         }
-        constexpr double beside[] = {0.0, 0.0, 1e-6, -1e-6, 9e-6, -9e-6, 1.1e-5, -1.1e-5};
-        const double azimuth = std::numbers::pi / 2.0 * pick(4) + beside[pick(8)];
-        return {x, y, wrap_2pi(azimuth)};
+        return {x, y, wrap_2pi(beside_axis())};
+    }
+    /// A direction along an axis of the plane or so little beside it that something happens to azimuths there: a turn
+    /// below 1.389e-6 counts as none, and an azimuth below 1e-5 falls to 0 when it changes plane.
+    double beside_axis() {
+        constexpr double beside[] = {0.0, 1e-7, 5e-7, 1.3e-6, 1.4e-6, 5e-6, 9.9e-6, 1.02e-5, 1.1e-5};
+        const double axis = std::numbers::pi / 2.0 * pick(4);
+        const double by = coin() ? beside[pick(std::size(beside))] : uniform(0.0, 2e-5);
+        return axis + sign() * by;
     }
     /// From now on poses head north, east, south or west, exactly or by less or little more than 1e-5 beside: where
     /// azimuths wrap, and where those below 1e-5 fall to 0 on their way between the planes.

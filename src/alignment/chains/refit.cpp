@@ -12,6 +12,7 @@
 
 #include "alignment/calelm/tolerances.h"
 #include "alignment/primitives/tools.h"
+#include "alignment/tangent/fallen_azimuth.h"
 
 #include <algorithm>
 #include <array>
@@ -52,7 +53,12 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
     Calelm copy = part;
     (partFirst ? setEnd : setStart)(copy, joint);
     const bool built = signed16(ali_mak(&copy, 0)) == 0;
+    const auto levelled = [&](Calelm& e) {
+        levelFarEnd(e, !partFirst, partFirst ? part.sang : part.eang);
+        levelFarEnd(e, partFirst, tangent);
+    };
     if (built) {
+        levelled(copy);
         const bool keepsOuter = partFirst ? sameDirection(copy.sang, part.sang) : sameDirection(copy.eang, part.eang);
         if (keepsOuter && sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
             part = copy;
@@ -61,10 +67,12 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
     }
     // Two ends do not tell a half circle's side, nor a longer arc from its complement: about the centre they do.
     copy = part;
-    if (part.type == element::arc && cutArc(copy, !partFirst, joint) == 0 &&
-        sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
-        part = copy;
-        return Refit::cut;
+    if (part.type == element::arc && cutArc(copy, !partFirst, joint) == 0) {
+        levelled(copy);
+        if (sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
+            part = copy;
+            return Refit::cut;
+        }
     }
     if (!layFromClothoid(part, clothoid, partFirst)) {
         return built ? Refit::refused : Refit::impossible;

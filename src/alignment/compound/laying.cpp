@@ -14,8 +14,10 @@
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "alignment/primitives/tools.h"
+#include "alignment/tangent/fallen_azimuth.h"
 
 #include <algorithm>
+#include <array>
 
 namespace fenmark::alignment::laying {
 
@@ -159,6 +161,7 @@ int cutByEnds(Calelm& arc, bool keepEnd, Vec q) {
     if (status != 0) {
         return status;
     }
+    levelFarEnd(cut, keepEnd, keepEnd ? arc.eang : arc.sang);
     // Ends that were rounded turn the tangents of a short arc by their share of its length.
     const double tolerance = kept_tangent_tolerance + kLengthStep / plane::distance(startOf(cut), endOf(cut));
     if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang, tolerance)) {
@@ -219,6 +222,7 @@ int cutArc(Calelm& arc, bool keepEnd, Vec q) {
     }
     Calelm cut = arc;
     cutAboutCentre(cut, keepEnd, q, sweep);
+    levelFarEnd(cut, keepEnd, keepEnd ? arc.eang : arc.sang);
     if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang,
                        kept_tangent_tolerance + kLengthStep / arc.par)) {
         return -1;
@@ -234,6 +238,24 @@ int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q) {
     }
     // A tangent may be rounded (it falls to 0 within 1e-5), and a long arc then misses q: its points are better.
     return cutByTangent(arc, keepEnd, q, sweep) == 0 ? 0 : cutArc(arc, keepEnd, q);
+}
+
+bool finishTangentChain(std::span<Calelm> chain, double jointTolerance) {
+    for (std::size_t i = 1; i < chain.size(); ++i) {
+        levelJoint(chain[i - 1], chain[i]);
+    }
+    return isTangentChain(chain, chain.front(), chain.back(), jointTolerance);
+}
+
+bool finishTangentChain(std::initializer_list<Calelm*> chain, double jointTolerance) {
+    std::array<Calelm, 4> records;
+    const std::span<Calelm> used = std::span(records).first(chain.size());
+    std::ranges::transform(chain, used.begin(), [](const Calelm* e) { return *e; });
+    if (!finishTangentChain(used, jointTolerance)) {
+        return false;
+    }
+    std::ranges::for_each(chain, [next = used.begin()](Calelm* e) mutable { *e = *next++; });
+    return true;
 }
 
 bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2) {

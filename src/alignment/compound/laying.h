@@ -15,6 +15,7 @@
 #include "alignment/primitives/plane.h"
 #include "alignment/tangent/chain_check.h"
 
+#include <initializer_list>
 #include <span>
 
 namespace fenmark::alignment::laying {
@@ -121,10 +122,12 @@ bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const C
 /** Element run the other way, coefficients of a straight included. */
 Calelm reversed(const Calelm& e);
 
-/** Whether finished records are a tangent chain in the order of travel; see isTangentChain. */
-inline bool tangentChain(std::span<const Calelm> chain, double jointTolerance) {
-    return isTangentChain(chain, chain.front(), chain.back(), jointTolerance);
-}
+/** Levels the azimuths at the joints of finished records (see levelJoint) and tells whether they are a tangent chain.
+ */
+bool finishTangentChain(std::span<Calelm> chain, double jointTolerance);
+
+/** The same for records that lie apart, in the order of travel; up to 4. */
+bool finishTangentChain(std::initializer_list<Calelm*> chain, double jointTolerance);
 
 /** Whether two azimuths agree within the tolerance, across the turn at 2 pi too. */
 bool sameDirection(double a, double b, double tolerance = tangent_tolerance);

@@ -65,7 +65,7 @@ int layAll(const Laid& given, Vec centre, Laid& laid) {
         return status;
     }
     laid.gap = std::max(gap1, gap2);
-    return tangentChain(laid.chain, joint_tolerance) ? 0 : -1;
+    return finishTangentChain(laid.chain, joint_tolerance) ? 0 : -1;
 }
 
 } // namespace

@@ -153,7 +153,7 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
     if (status != 0) {
         return status;
     }
-    if (!tangentChain(made, joint_tolerance)) {
+    if (!finishTangentChain(made, joint_tolerance)) {
         return -1;
     }
     *r1 = given;

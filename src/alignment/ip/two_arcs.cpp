@@ -95,7 +95,7 @@ int layCurve(const Legs& legs, const AliIpCurve& ip, Curve& curve, Vec& end) {
         return status;
     }
     // The curve that leaves the legs on their inner side and arrives on the second leg, with every joint tangent.
-    return tangentChain(curve.chain, joint_tolerance) ? 0 : -1;
+    return finishTangentChain(curve.chain, joint_tolerance) ? 0 : -1;
 }
 
 } // namespace

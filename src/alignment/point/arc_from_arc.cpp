@@ -14,7 +14,6 @@
 #include "alignment/primitives/tools.h"
 
 #include <algorithm>
-#include <array>
 
 using namespace fenmark::alignment;
 using namespace fenmark::alignment::laying;
@@ -31,10 +30,9 @@ struct Pair {
 };
 
 // Chain of the pair in the order of travel.
-bool pairIsTangent(const Pair& pair, bool givenFirst, double tolerance) {
-    const std::array<Calelm, 2> chain =
-        givenFirst ? std::array{pair.given, pair.made} : std::array{pair.made, pair.given};
-    return tangentChain(chain, tolerance);
+bool pairIsTangent(Pair& pair, bool givenFirst, double tolerance) {
+    return givenFirst ? finishTangentChain({&pair.given, &pair.made}, tolerance)
+                      : finishTangentChain({&pair.made, &pair.given}, tolerance);
 }
 
 // The joint on the line of the centres, seen from the given arc's centre.

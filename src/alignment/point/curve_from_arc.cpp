@@ -15,9 +15,6 @@
 #include "alignment/compound/laying.h"
 #include "alignment/primitives/tools.h"
 
-#include <array>
-#include <span>
-
 using namespace fenmark::alignment;
 using namespace fenmark::alignment::laying;
 
@@ -89,9 +86,8 @@ int ali_makrAR_P(const double p[2], int end, Calelm* r1, Calelm* a, Calelm* r2, 
         if (status == 0) {
             status = arcToPoint(made, clothoid, givenFirst, point);
         }
-        const std::array<Calelm, 3> chain =
-            givenFirst ? std::array{given, clothoid, made} : std::array{made, clothoid, given};
-        if (status == 0 && tangentChain(chain, joint_tolerance)) {
+        if (status == 0 && (givenFirst ? finishTangentChain({&given, &clothoid, &made}, joint_tolerance)
+                                       : finishTangentChain({&made, &clothoid, &given}, joint_tolerance))) {
             *r1 = given;
             *a = clothoid;
             *r2 = made;
@@ -133,9 +129,9 @@ int ali_makrAAR_P(const double p[2], int end, Calelm* r1, Calelm* a1, Calelm* a2
         if (status == 0) {
             status = arcToPoint(made, clothoid2, givenFirst, point);
         }
-        const std::array<Calelm, 4> chain =
-            givenFirst ? std::array{given, clothoid1, clothoid2, made} : std::array{made, clothoid2, clothoid1, given};
-        if (status == 0 && tangentChain(chain, joint_tolerance)) {
+        if (status == 0 &&
+            (givenFirst ? finishTangentChain({&given, &clothoid1, &clothoid2, &made}, joint_tolerance)
+                        : finishTangentChain({&made, &clothoid2, &clothoid1, &given}, joint_tolerance))) {
             *r1 = given;
             *a1 = clothoid1;
             *a2 = clothoid2;

@@ -112,8 +112,9 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     arc.k1 = centre.x;
     arc.k2 = -centre.y;
     arc.k3 = sweep;
-    const std::array<Calelm, 2> chain = straightFirst ? std::array{straight, arc} : std::array{arc, straight};
-    if (!keepsTangent(*s, straight, !straightFirst) || !tangentChain(chain, joint_tolerance)) {
+    if (!keepsTangent(*s, straight, !straightFirst) ||
+        !(straightFirst ? finishTangentChain({&straight, &arc}, joint_tolerance)
+                        : finishTangentChain({&arc, &straight}, joint_tolerance))) {
         return -1;
     }
     *s = straight;
@@ -158,7 +159,6 @@ int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
     if (status != 0) {
         return status;
     }
-    alignStraight(straight, straightFirst ? clothoid.sang : clothoid.eang);
     if (straightFirst) {
         setStart(arc, endOf(clothoid));
         arc.sang = clothoid.eang;
@@ -176,9 +176,8 @@ int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
     if (status != 0) {
         return status;
     }
-    const std::array<Calelm, 3> chain =
-        straightFirst ? std::array{straight, clothoid, arc} : std::array{arc, clothoid, straight};
-    if (!tangentChain(chain, joint_tolerance)) {
+    if (!(straightFirst ? finishTangentChain({&straight, &clothoid, &arc}, joint_tolerance)
+                        : finishTangentChain({&arc, &clothoid, &straight}, joint_tolerance))) {
         return -1;
     }
     *s = straight;

@@ -70,15 +70,9 @@ double roundedAzimuth(double direction) {
     return ali_CExAng(carried ? direction : rounded);
 }
 
-void alignStraight(Calelm& straight, double azimuth) {
-    if (!sameDirection(straight.sang, azimuth) &&
-        sameDirection(straight.sang, azimuth, tangent_tolerance + kAngleStep)) {
-        straight.sang = straight.eang = azimuth;
-    }
-}
-
 bool keepsTangent(const Calelm& before, const Calelm& after, bool atEnd) {
-    const double tolerance = tangent_tolerance + (after.type == element::arc ? kLengthStep / after.par : kAngleStep);
+    const double tolerance =
+        tangent_tolerance + kAngleStep + (after.type == element::arc ? kLengthStep / after.par : 0.0);
     return atEnd ? sameDirection(before.eang, after.eang, tolerance)
                  : sameDirection(before.sang, after.sang, tolerance);
 }

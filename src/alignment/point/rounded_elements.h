@@ -26,14 +26,8 @@ bool straightAlong(Vec p, Vec q, double azimuth, double length, Calelm& straight
 double roundedAzimuth(double direction);
 
 /**
- * Gives a straight the azimuth of the clothoid that joins it where the two differ by no more than that rounding, but by
- * more than a tangent joint may.
- */
-void alignStraight(Calelm& straight, double azimuth);
-
-/**
  * Whether a given element that was cut still has its tangent at the end that stays, beyond what the rounding of its
- * points explains.
+ * points and of its azimuth explains.
  */
 bool keepsTangent(const Calelm& before, const Calelm& after, bool atEnd);
 

@@ -60,8 +60,8 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
     if (!straightAlong(start, finish, ali_CExAng(plane::direction(u)), length, straight)) {
         return -1;
     }
-    const std::array<Calelm, 2> chain = arcFirst ? std::array{arc, straight} : std::array{straight, arc};
-    if (!keepsTangent(*r, arc, !arcFirst) || !tangentChain(chain, joint_tolerance)) {
+    if (!keepsTangent(*r, arc, !arcFirst) || !(arcFirst ? finishTangentChain({&arc, &straight}, joint_tolerance)
+                                                        : finishTangentChain({&straight, &arc}, joint_tolerance))) {
         return -1;
     }
     *r = arc;
@@ -119,15 +119,13 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
     if (status != 0) {
         return status;
     }
-    alignStraight(straight, straightFirst ? clothoid.sang : clothoid.eang);
     Calelm arc = *r;
     status = cutArc(arc, straightFirst, straightFirst ? endOf(clothoid) : startOf(clothoid));
     if (status != 0) {
         return status;
     }
-    const std::array<Calelm, 3> chain =
-        straightFirst ? std::array{straight, clothoid, arc} : std::array{arc, clothoid, straight};
-    if (!tangentChain(chain, rounded_joint_tolerance)) {
+    if (!(straightFirst ? finishTangentChain({&straight, &clothoid, &arc}, rounded_joint_tolerance)
+                        : finishTangentChain({&arc, &clothoid, &straight}, rounded_joint_tolerance))) {
         return -1;
     }
     *s = straight;

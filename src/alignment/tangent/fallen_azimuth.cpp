@@ -47,19 +47,6 @@ void raise(Calelm& e, double& tangent, double neighbour) {
     }
 }
 
-// A given record keeps its far tangent: one that fell, or stands beside one that fell, is brought near to it again.
-void levelFarEnd(Calelm& e, double& tangent, double given) {
-    if (fell(tangent, given)) {
-        raise(e, tangent, given);
-    } else if (fell(given, tangent)) {
-        if (e.type == element::straight) {
-            settle(e, given, tangent);
-        } else {
-            tangent = given;
-        }
-    }
-}
-
 } // namespace
 
 double lostByFalling(const Calelm& e) {
@@ -74,9 +61,22 @@ void levelJoint(Calelm& before, Calelm& after) {
     }
 }
 
+void levelFarEnd(Calelm& e, bool atEnd, double given) {
+    double& tangent = atEnd ? e.eang : e.sang;
+    if (fell(tangent, given)) {
+        raise(e, tangent, given);
+    } else if (fell(given, tangent)) {
+        if (e.type == element::straight) {
+            settle(e, given, tangent);
+        } else {
+            tangent = given;
+        }
+    }
+}
+
 void levelChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
-    levelFarEnd(chain.front(), chain.front().sang, firstBefore.sang);
-    levelFarEnd(chain.back(), chain.back().eang, lastBefore.eang);
+    levelFarEnd(chain.front(), false, firstBefore.sang);
+    levelFarEnd(chain.back(), true, lastBefore.eang);
     for (std::size_t i = 1; i < chain.size(); ++i) {
         levelJoint(chain[i - 1], chain[i]);
     }

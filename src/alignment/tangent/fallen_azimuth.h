@@ -22,6 +22,12 @@ double lostByFalling(const Calelm& e);
  */
 void levelJoint(Calelm& before, Calelm& after);
 
+/**
+ * A given record keeps its far tangent (its end tangent when atEnd): where only one of the two fell, it is brought near
+ * to the given value again.
+ */
+void levelFarEnd(Calelm& e, bool atEnd, double given);
+
 /** The same at every joint of a chain, and at its two ends against the given records before they were cut. */
 void levelChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
 

@@ -11,6 +11,7 @@
 
 static const double kPi = 3.14159265358979323846;
 static const double kPitch = 20.0; /* metres between stakes */
+static const double kJoint = 1e-4; /* metres before a joint at which a stake counts as on the next element */
 
 static Calelm straight(double x0, double y0, double x1, double y1) {
     Calelm s;
@@ -34,7 +35,7 @@ static Calelm of_size(double size) {
 
 static void print_stake(double station, const char* name, const Calelm* element, double s) {
     double p[2], azimuth;
-    if (ali_onl(element, s < element->len ? s : element->len, p, &azimuth) != 0) {
+    if (ali_onl(element, s > 0.0 ? s : 0.0, p, &azimuth) != 0) {
         printf("no point at station %.3f\n", station);
         return;
     }
@@ -67,7 +68,7 @@ int main(void) {
     printf("%-12s  %-3s  %13s  %13s  %9s\n", "station", "", "x (north)", "y (east)", "azimuth");
     for (int i = 0; i < 5; ++i) {
         print_stake(begin, starts[i], &chain[i], 0.0);
-        for (; stake * kPitch < begin + chain[i].len - 1e-6; ++stake) {
+        for (; stake * kPitch < begin + chain[i].len - kJoint; ++stake) {
             print_stake(stake * kPitch, "", &chain[i], stake * kPitch - begin);
         }
         begin += chain[i].len;

@@ -91,6 +91,11 @@ class Walking(unittest.TestCase):
                 with self.assertRaises(AlignmentError):
                     e.point_at(station)
 
+    def test_the_end_is_on_the_element_whatever_was_rounded(self):
+        for i in range(50):
+            r = Arc.from_start((0.0, 0.0), 0.1 * i, 200.0 + i, 100.0 + 3.7 * i, LEFT if i % 2 else RIGHT)
+            self.assertLess(math.dist(r.point_at(r.length)[:2], r.end), 2 * POINT)
+
     def test_the_reversed_element_passes_the_same_points(self):
         for e in self.elements():
             r = e.reversed()

@@ -1,10 +1,7 @@
 #include "ui/dialogs/fenmark_form.h"
 
 #include "command/dialog_rules.h"
-
-#include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
+#include "ui/dialogs/sim_file_dialog.h"
 
 #include <initializer_list>
 #include <stdexcept>
@@ -27,19 +24,6 @@ constexpr std::size_t index(sima::ImportKind kind) {
 
 } // namespace
 
-std::optional<QString> browseForSimFile(QWidget* parent, const QString& current) {
-    QFileDialog dialog(parent, QStringLiteral("SIMAファイルを選択"));
-    dialog.setNameFilters({QStringLiteral("(*.sim) (*.sim *.SIM)")});
-    dialog.setDefaultSuffix(QStringLiteral("sim"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setOption(QFileDialog::ReadOnly, false);
-    if (!current.isEmpty())
-        dialog.setDirectory(QFileInfo(current).absolutePath());
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return std::nullopt;
-    return dialog.selectedFiles().first();
-}
-
 FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, FenmarkFormServices services)
     : Form(parent, QStringLiteral("SIMAファイル読み込み"), 270, 206), state_(std::move(state)),
       services_(std::move(services)) {
@@ -47,14 +31,14 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     if (!services_.browse)
         services_.browse = browseForSimFile;
 
-    QLabel* pathLabel = addLabel(QStringLiteral("ファイル名:"), 6, 8, 70, 8);
+    QLabel* pathLabel = addLabel(QStringLiteral("ファイル名:"), 6, 6, 42, 8);
     path_ = new QLineEdit(this);
     place(path_, units(), 78, 6, 144, 12);
     setControlId(path_, 210);
     path_->setReadOnly(true);
     path_->setAccessibleName(pathLabel->text());
     QPushButton* browseButton = addButton(QStringLiteral("参照"), 228, 6, 36, 12, 206);
-    QLabel* siteLabel = addLabel(QStringLiteral("サイト名:"), 6, 26, 60, 8, 220);
+    QLabel* siteLabel = addLabel(QStringLiteral("サイト名:"), 6, 24, 60, 8, 220);
     sites_ = addSortedList(78, 24, 186, 207);
     siteLabel->setBuddy(sites_);
     tree_ = new treelist::CTreeListCtrl(this);
@@ -84,29 +68,31 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     path_->setText(QString::fromStdString(state_.filePath));
     if (!state_.filePath.empty()) {
         const std::optional<std::int64_t> time = command::modificationTime(state_.filePath);
-        if (!time || *time != state_.fileTime)
-            scan();
+        if ((!time || *time != state_.fileTime) && !scan())
+            path_->clear(); // the stored path stays
     }
     fillSorted(sites_, state_.siteNames);
     selectExact(sites_, state_.siteName);
     buildTree();
     refreshRows();
-    browseButton->setFocus();
+    // Enter imports what is shown, or asks for a file where there is nothing to import.
+    (import_->isEnabled() ? static_cast<QWidget*>(path_) : browseButton)->setFocus();
 }
 
-// The preview of the stored path replaces the reader and its counters. A file that cannot be opened clears the edit;
-// the stored path stays.
-void FenmarkForm::scan() {
+// The preview of the stored path replaces the reader and its counters. False if the file cannot be opened: the reader
+// is empty then.
+bool FenmarkForm::scan() {
     state_.reader = sima::SimaReader();
     const sima::ReadContext context{
         .sink = nullptr, .progress = services_.progress, .host = nullptr, .encoding = services_.encoding};
+    bool opened = false;
     try {
-        if (state_.reader.previewScan(state_.filePath, context) != 0)
-            path_->clear();
+        opened = state_.reader.previewScan(state_.filePath, context) == 0;
     } catch (const std::invalid_argument& error) {
         throw std::invalid_argument(command::brokenOffText(state_.reader, error));
     }
     command::countFromPreview(state_.reader, state_.options);
+    return opened;
 }
 
 void FenmarkForm::buildTree() {
@@ -114,9 +100,13 @@ void FenmarkForm::buildTree() {
                         tree_->width() - 2 * tree_->frameWidth() - kColumnMargin);
     tree_->SetColumnModify(0, static_cast<int>(treelist::ModifyKind::Edit));
     root_ = tree_->InsertItem(QString::fromStdString(state_.options.labels[sima::kImportLabels - 1]));
+    tree_->SetItemImage(root_, 0, 1, 2, 3);
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         const std::string& label = state_.options.labels[index(command::kTreeRows[i])];
         rows_[i] = tree_->InsertItem(QString::fromStdString(label), root_);
+        // No images are attached, so that these numbers have no effect to be seen.
+        const int image = i == 0 ? 4 : i == 1 ? 8 : 0;
+        tree_->SetItemImage(rows_[i], image, image + 1, image + 2, image + 3);
         // A leaf that was expanded once shows no button.
         tree_->Expand(rows_[i], treelist::ExpandCode::Toggle);
     }

@@ -27,9 +27,6 @@ struct FenmarkFormServices {
     sima::Encoding encoding = sima::Encoding::Cp932;
 };
 
-// The file-open dialog of the desktop.
-std::optional<QString> browseForSimFile(QWidget* parent, const QString& current);
-
 class FenmarkForm : public Form, public treelist::TreeListParent {
     Q_OBJECT
 
@@ -55,7 +52,7 @@ class FenmarkForm : public Form, public treelist::TreeListParent {
 
   private:
     void buildTree();
-    void scan();
+    bool scan();
     void refreshRows();
     void refreshImportButton();
     void takeTicks();

@@ -16,7 +16,8 @@ Form::Form(QWidget* parent, const QString& title, int width, int height)
     setFont(dialogFont());
     setWindowTitle(title);
     setFixedSize(units_.x(width), units_.y(height));
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    const QScreen* screen = parent != nullptr ? parent->screen() : QGuiApplication::primaryScreen();
+    if (screen != nullptr) {
         const QRect area = screen->availableGeometry();
         move(area.center() - QPoint(this->width() / 2, this->height() / 2));
     }
@@ -25,8 +26,8 @@ Form::Form(QWidget* parent, const QString& title, int width, int height)
 QLabel* Form::addLabel(const QString& text, int x, int y, int width, int height, int id) {
     auto* label = new QLabel(text, this);
     label->setTextFormat(Qt::PlainText);
-    // Faces with tall line gaps would cut the text at eight units of height.
-    place(label, units_, x, y - 1, width, height + 2);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    place(label, units_, x, y, width, height);
     if (id != 0)
         setControlId(label, id);
     return label;
@@ -34,7 +35,8 @@ QLabel* Form::addLabel(const QString& text, int x, int y, int width, int height,
 
 QPushButton* Form::addButton(const QString& text, int x, int y, int width, int height, int id) {
     auto* button = new QPushButton(text, this);
-    button->setAutoDefault(false);
+    // Enter presses the button that has the focus, and the default button where no button has it.
+    button->setAutoDefault(true);
     place(button, units_, x, y, width, height);
     setControlId(button, id);
     return button;

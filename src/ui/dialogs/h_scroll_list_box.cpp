@@ -4,7 +4,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QFontMetrics>
-#include <QScrollBar>
+#include <QStyle>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -15,15 +16,31 @@ namespace {
 constexpr int kTextMargin = 3;   // pixels added to a plain line
 constexpr int kTabbedMargin = 2; // pixels added to a line whose tabs are expanded
 
+// Every line is as wide as the extent, so that the list asks for one size whatever the number of its lines.
+class ExtentDelegate : public QStyledItemDelegate {
+  public:
+    explicit ExtentDelegate(CHScrollListBox& list) : QStyledItemDelegate(&list), list_(list) {}
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        // The style keeps these pixels free on both sides of a text; without them the longest line would be cut.
+        const int margin = list_.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, &list_) + 1;
+        return {list_.horizontalExtent() + 2 * margin, QStyledItemDelegate::sizeHint(option, index).height()};
+    }
+
+  private:
+    const CHScrollListBox& list_;
+};
+
 } // namespace
 
 CHScrollListBox::CHScrollListBox(QWidget* parent) : QListWidget(parent) {
+    setItemDelegate(new ExtentDelegate(*this));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setWordWrap(false);
     setTextElideMode(Qt::ElideNone);
-    setUniformItemSizes(false);
+    setUniformItemSizes(true);
 }
 
 int CHScrollListBox::lineWidth(const QString& text) const {
@@ -34,12 +51,11 @@ int CHScrollListBox::lineWidth(const QString& text) const {
 }
 
 void CHScrollListBox::setExtent(int extent) {
+    if (extent_ == extent)
+        return;
     extent_ = extent;
-    for (int i = 0; i < count(); ++i) {
-        QListWidgetItem* line = item(i);
-        line->setSizeHint(QSize(extent_, QFontMetrics(font()).height() + 2));
-    }
-    doItemsLayout();
+    // Once for all lines that are added before the next painting.
+    scheduleDelayedItemsLayout();
 }
 
 int CHScrollListBox::addLine(const QString& text) {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -25,6 +26,13 @@ constexpr int kTextLines = 4;
 constexpr int kPaintedPumps = 10;
 // Looking for waiting messages costs more than reading a line of a file; twice a frame is often enough.
 constexpr qint64 kPumpIntervalMs = 8;
+
+// The section "Settings" of the program's own store. A program without a name of its own has none.
+QSettings profile() {
+    if (QCoreApplication::organizationName().isEmpty())
+        return QSettings(QStringLiteral("Fenmark"), QStringLiteral("Fenmark"));
+    return QSettings();
+}
 
 } // namespace
 
@@ -56,6 +64,7 @@ void CProgressWnd::createChildren() {
     bar_ = new QProgressBar(this);
     bar_->setObjectName(QStringLiteral("id12"));
     bar_->setTextVisible(false);
+    bar_->setAccessibleName(caption_);
     bar_->setRange(lower_, upper_);
     button_ = new QPushButton(QStringLiteral(" Cancel "), this);
     button_->setObjectName(QStringLiteral("id10"));
@@ -84,6 +93,12 @@ void CProgressWnd::layOut() {
     setFixedSize(kLabelWidth + kFrameAcross, rowTop + rowHeight + kFrameDown - kMargin);
 }
 
+// Places count from the corner of the primary screen, wherever that lies among the others.
+QPoint CProgressWnd::origin() const {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen != nullptr ? screen->geometry().topLeft() : QPoint();
+}
+
 void CProgressWnd::placeWindow() {
     const QScreen* screen = QGuiApplication::primaryScreen();
     if (screen == nullptr)
@@ -92,12 +107,12 @@ void CProgressWnd::placeWindow() {
     int x = -1;
     int y = -1;
     if (savePosition_) {
-        const QSettings settings;
+        const QSettings settings = profile();
         x = settings.value(QStringLiteral("Settings/X"), -1).toInt();
         y = settings.value(QStringLiteral("Settings/Y"), -1).toInt();
     }
     if (x >= 0 && x < area.width() && y >= 0 && y < area.height())
-        move(x, y);
+        move(origin() + QPoint(x, y));
     else
         move(area.center() - QPoint(width() / 2, height() / 2));
     show();
@@ -108,9 +123,16 @@ std::int32_t CProgressWnd::goModal(const QString&, bool) {
     // The window exists from its construction on, so that the title is not looked at.
     if (!exists_)
         return 0;
-    mainWindow_ = parentWidget() != nullptr ? parentWidget()->window() : nullptr;
-    if (mainWindow_ != nullptr)
+    if (modal_)
+        return 1;
+    mainWindow_ = parentWidget() != nullptr ? parentWidget()->window() : QApplication::activeWindow();
+    if (mainWindow_ == this)
+        mainWindow_ = nullptr;
+    if (mainWindow_ != nullptr) {
+        mainFocus_ = mainWindow_->focusWidget();
         mainWindow_->setEnabled(false);
+        mainWindow_->installEventFilter(this);
+    }
     setEnabled(true);
     modal_ = true;
     return 1;
@@ -129,9 +151,9 @@ void CProgressWnd::setText(const QString& text) {
         label_->setText(text);
 }
 
-void CProgressWnd::setPosition(std::int32_t position) {
+std::int32_t CProgressWnd::setPosition(std::int32_t position) {
     if (!exists_)
-        return;
+        return position_;
     if (!isVisible() && !cancelled_)
         show();
     position_ = position;
@@ -141,7 +163,8 @@ void CProgressWnd::setPosition(std::int32_t position) {
             static_cast<std::int32_t>(static_cast<std::uint32_t>(position_) * static_cast<std::uint32_t>(100));
         const auto span =
             static_cast<std::int32_t>(static_cast<std::uint32_t>(upper_) - static_cast<std::uint32_t>(lower_));
-        percent = product / span;
+        // In 64 bits, since the lowest value divided by -1 has no place in 32.
+        percent = static_cast<std::int32_t>(std::int64_t{product} / std::int64_t{span});
     }
     if (percent_ != percent) {
         percent_ = percent;
@@ -149,6 +172,7 @@ void CProgressWnd::setPosition(std::int32_t position) {
         ++titleChanges_;
     }
     bar_->setValue(position_);
+    return position_;
 }
 
 void CProgressWnd::pump() {
@@ -185,16 +209,31 @@ void CProgressWnd::DestroyWindow() {
         return;
     exists_ = false;
     if (savePosition_) {
-        QSettings settings;
-        settings.setValue(QStringLiteral("Settings/X"), x());
-        settings.setValue(QStringLiteral("Settings/Y"), y());
+        QSettings settings = profile();
+        const QPoint place = pos() - origin();
+        settings.setValue(QStringLiteral("Settings/X"), place.x());
+        settings.setValue(QStringLiteral("Settings/Y"), place.y());
     }
     if (modal_) {
         modal_ = false;
-        if (mainWindow_ != nullptr)
+        if (mainWindow_ != nullptr) {
+            mainWindow_->removeEventFilter(this);
             mainWindow_->setEnabled(true);
+            // A disabled window forgets where its keyboard was.
+            if (mainFocus_ != nullptr)
+                mainFocus_->setFocus();
+        }
     }
     hide();
+}
+
+// A disabled window can still be closed by its frame, which would end it in the middle of a read.
+bool CProgressWnd::eventFilter(QObject* watched, QEvent* event) {
+    if (modal_ && !cancelled_ && watched == mainWindow_ && event->type() == QEvent::Close) {
+        event->ignore();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 // The window has no close button, and a close request from elsewhere must not end it while a file is read.
@@ -241,7 +280,9 @@ class WindowProgress : public sima::Progress {
 } // namespace
 
 std::unique_ptr<sima::Progress> ProgressWindows::create(std::string_view title, bool smooth) {
-    return std::make_unique<WindowProgress>(parent_.data(), title, smooth);
+    // A dialog that is open reads on behalf of its user: it is what has to wait, since the main window waits for it.
+    QWidget* dialog = QApplication::activeModalWidget();
+    return std::make_unique<WindowProgress>(dialog != nullptr ? dialog : parent_.data(), title, smooth);
 }
 
 } // namespace fenmark::ui

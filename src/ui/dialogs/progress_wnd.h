@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QPoint>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
@@ -23,13 +24,15 @@ class CProgressWnd : public QWidget {
     CProgressWnd(QWidget* parent, const QString& title, bool smooth);
     ~CProgressWnd() override;
 
-    // Disables the main window until the end. 0 if the window cannot be made.
+    // Disables the main window until the end: the parent's window, or without a parent the window in use. It is not
+    // closed meanwhile either. 0 if the window cannot be made.
     std::int32_t goModal(const QString& title, bool smooth);
     void setRange(std::int32_t lower, std::int32_t upper, std::int32_t step);
     void setText(const QString& text);
     // percent = position * 100 / (upper - lower) in 32-bit signed integers: the product can wrap, so that a file beyond
     // 21,474,836 bytes shows nonsense percentages. The lower bound is not subtracted. Both are kept as they are.
-    void setPosition(std::int32_t position);
+    // Returns the stored position.
+    std::int32_t setPosition(std::int32_t position);
     void pump();
     void DestroyWindow();
 
@@ -43,6 +46,7 @@ class CProgressWnd : public QWidget {
     std::int32_t titleChanges() const { return titleChanges_; }
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -53,9 +57,11 @@ class CProgressWnd : public QWidget {
     void createChildren();
     void layOut();
     void placeWindow();
+    QPoint origin() const; // of the screen that places are told from
 
     QString caption_;
     QPointer<QWidget> mainWindow_;
+    QPointer<QWidget> mainFocus_; // what had the focus in it
     QLabel* label_ = nullptr;
     QProgressBar* bar_ = nullptr;
     QPushButton* button_ = nullptr;
@@ -74,7 +80,7 @@ class CProgressWnd : public QWidget {
     QElapsedTimer sincePump_;
 };
 
-// Makes the windows for the reader, below the given parent.
+// Makes the windows for the reader, below the dialog that is open, or below the given parent.
 class ProgressWindows : public sima::ProgressFactory {
   public:
     explicit ProgressWindows(QWidget* parent) : parent_(parent) {}

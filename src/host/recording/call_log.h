@@ -1,6 +1,8 @@
 // The order in which a recording host was called, one byte a call.
 #pragma once
 
+#include "sima/records/large_allocator.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -43,16 +45,18 @@ std::string_view nameOf(Call call);
 
 class CallLog {
   public:
+    using Calls = std::vector<Call, sima::LargeAllocator<Call>>;
+
     void add(Call call) { calls_.push_back(call); }
     void replaceLast(Call call) { calls_.back() = call; }
-    const std::vector<Call>& all() const { return calls_; }
+    const Calls& all() const { return calls_; }
     std::size_t count(Call call) const;
     // The names of all calls in order, each followed by a blank but the last.
     std::string text() const;
     void clear() { calls_.clear(); }
 
   private:
-    std::vector<Call> calls_;
+    Calls calls_;
 };
 
 } // namespace fenmark::host

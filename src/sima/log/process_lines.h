@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sima/log/text_list.h"
+#include "sima/records/large_allocator.h"
 #include "sima/records/shared_array.h"
 
 #include <cstddef>
@@ -75,7 +76,7 @@ class ProcessLines {
 
     void encodeLine(std::string& buffer, std::size_t index) const;
 
-    SharedArray<Entry> entries_;
+    SharedArray<Entry, LargeAllocator<Entry>> entries_;
     TextList names_;
 };
 

@@ -4,6 +4,7 @@
 #include "sima/reader/line_source.h"
 #include "sima/reader/read_context.h"
 #include "sima/reader/sima_reader.h"
+#include "sima/records/lot_points.h"
 #include "sima/text/record_code.h"
 #include "sima/text/splitter.h"
 #include "sima/validators/record.h"
@@ -39,6 +40,9 @@ class FilePass {
     SimaLog& log() { return reader_.log; }
     SectionSink* sink() { return context_.sink; }
 
+    // The outlines of the file's lots.
+    const std::shared_ptr<LotOutlines>& lotOutlines() { return lotOutlines_; }
+
     // The reader's counter follows the log's.
     void updateErrorCount() {
         if (reader_.log.errorCount() > reader_.errorCount)
@@ -57,6 +61,7 @@ class FilePass {
     ReadContext context_;
     LineSource source_;
     std::unique_ptr<Progress> progress_;
+    std::shared_ptr<LotOutlines> lotOutlines_ = std::make_shared<LotOutlines>();
     bool atStart_ = true;
     std::string_view text_;
     std::string decoded_;

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace fenmark::sima {
 
@@ -23,33 +22,27 @@ void skipTriangleBlock(FilePass& file) {
     }
 }
 
-constexpr std::size_t kUsualPoints = 16; // of a lot
 // Room for the lots of a file is taken at its first lot; what is not filled is never resident.
 constexpr std::int64_t kShortLot = 86; // bytes: three points and the two records around them
 constexpr std::int64_t kMostExpected = 1'000'000;
 
-// The points of an open lot. They stay where they are until the next coordinate section.
-using Outline = std::vector<const SimaPoint*>;
-
 // Adds the point that a B01 refers to. False, with its error block, if there is no such point.
-bool addLotPoint(FilePass& file, const Record& record, Outline& outline) {
-    const SimaPoint* const point = file.reader().points.find(toInteger(record.fields[1]));
-    if (point == nullptr) {
+bool addLotPoint(FilePass& file, const Record& record) {
+    const auto place = file.reader().points.placeOf(toInteger(record.fields[1]));
+    if (!place) {
         reportMissingPoint(file.log(), record);
         file.updateErrorCount();
         return false;
     }
-    outline.push_back(point);
+    file.lotOutlines()->add(*place);
     return true;
 }
 
 // Stores the lot, hands it to the output and logs its end, whether or not anything is drawn.
-void closeLot(FilePass& file, LotData&& lot, const Outline& outline, bool hasTriangleData) {
+void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
     SimaReader& reader = file.reader();
-    const auto pointCount = static_cast<std::int32_t>(outline.size());
-    lot.points.reserve(outline.size());
-    for (const SimaPoint* point : outline)
-        lot.points.push_back(*point);
+    lot.points = LotOutlines::close(file.lotOutlines());
+    const auto pointCount = static_cast<std::int32_t>(lot.points.size());
     if (reader.lots.empty()) {
         const std::int64_t lots = std::clamp<std::int64_t>(file.remainingBytes() / kShortLot, 0, kMostExpected);
         reader.lots.edits().reserve(static_cast<std::size_t>(lots) + 1);
@@ -57,7 +50,7 @@ void closeLot(FilePass& file, LotData&& lot, const Outline& outline, bool hasTri
     reader.lots.push_back(std::move(lot));
     if (file.sink() != nullptr) {
         // Shares the elements, so that the lot stays whatever the output does with the reader.
-        const SharedArray<LotData> lots = reader.lots;
+        const auto lots = reader.lots;
         file.sink()->createLotPolyline(reader, lots.back());
     }
     file.log().lotEnd(reader.lineNumber, true, pointCount, hasTriangleData);
@@ -73,8 +66,7 @@ void readLotSection(FilePass& file) {
     log.lotBegin(reader.lineNumber);
 
     LotData lot;
-    Outline outline;
-    outline.reserve(kUsualPoints);
+    file.lotOutlines()->open(reader.points);
     bool abandoned = false;
     bool hasTriangleData = false;
     const Fields& opening = file.fields();
@@ -104,14 +96,14 @@ void readLotSection(FilePass& file) {
             if (validateB01(log, record) != 0)
                 file.updateErrorCount();
             else
-                abandoned = !addLotPoint(file, record, outline);
+                abandoned = !addLotPoint(file, record);
             break;
         case recordCode("E00"):
             hasTriangleData = true;
             skipTriangleBlock(file);
             break;
         case recordCode("D99"): // the one end record that is not tested
-            closeLot(file, std::move(lot), outline, hasTriangleData);
+            closeLot(file, std::move(lot), hasTriangleData);
             return;
         case kNoCode:
             break;
@@ -121,7 +113,7 @@ void readLotSection(FilePass& file) {
         }
     }
     // The end of the file closes a lot as good even if it was abandoned, which D99 would have refused. This is meant.
-    closeLot(file, std::move(lot), outline, hasTriangleData);
+    closeLot(file, std::move(lot), hasTriangleData);
 }
 
 // Only the codes count. At the end one empty lot is stored.

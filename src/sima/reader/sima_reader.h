@@ -8,6 +8,7 @@
 #include "sima/records/cross_section.h"
 #include "sima/records/entity_data.h"
 #include "sima/records/import_options.h"
+#include "sima/records/large_allocator.h"
 #include "sima/records/longitudinal.h"
 #include "sima/records/lot_data.h"
 #include "sima/records/number_index.h"
@@ -76,7 +77,7 @@ class SimaReader {
     std::int32_t routeType = 0;
     Array<EntityData> entities;
     SharedArray<SimaAlignment> alignments;
-    SharedArray<LotData> lots;
+    SharedArray<LotData, LargeAllocator<LotData>> lots;
     SharedArray<VerticalData> verticals;
     SharedArray<IntersectionData> intersections;
     SharedArray<HSeriesData> hSeries;

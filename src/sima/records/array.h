@@ -2,26 +2,27 @@
 #pragma once
 
 #include <initializer_list>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 #include <vector>
 
 namespace fenmark::sima {
 
-template <typename T>
-class Array : public std::vector<T> {
+template <typename T, typename Allocator = std::allocator<T>>
+class Array : public std::vector<T, Allocator> {
   public:
-    using std::vector<T>::vector;
-    using size_type = typename std::vector<T>::size_type;
+    using std::vector<T, Allocator>::vector;
+    using size_type = typename std::vector<T, Allocator>::size_type;
 
     // std::invalid_argument for an index outside the array. Some callers rely on that as stated behaviour.
     T& operator[](size_type index) {
         check(index);
-        return std::vector<T>::operator[](index);
+        return std::vector<T, Allocator>::operator[](index);
     }
     const T& operator[](size_type index) const {
         check(index);
-        return std::vector<T>::operator[](index);
+        return std::vector<T, Allocator>::operator[](index);
     }
 
   private:

@@ -1,6 +1,8 @@
 // From record numbers to the places of their first and last records.
 #pragma once
 
+#include "sima/records/large_allocator.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -39,8 +41,8 @@ class NumberIndex {
     std::size_t slotOf(std::int32_t number) const;
     void growSlots();
 
-    std::vector<Entry> dense_; // by number, from 0
-    std::vector<Slot> slots_;  // a power of two, at most half full
+    std::vector<Entry, LargeAllocator<Entry>> dense_; // by number, from 0
+    std::vector<Slot> slots_;                         // a power of two, at most half full
     std::size_t usedSlots_ = 0;
     std::size_t added_ = 0;
 };

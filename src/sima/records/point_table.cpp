@@ -1,6 +1,7 @@
 // The coordinate points read so far.
 #include "sima/records/point_table.h"
 
+#include "sima/records/large_allocator.h"
 #include "sima/records/number_index.h"
 
 #include <new>
@@ -10,7 +11,7 @@
 namespace fenmark::sima {
 
 struct PointTable::Store {
-    std::vector<SimaPoint> points;
+    std::vector<SimaPoint, LargeAllocator<SimaPoint>> points;
     NumberIndex index;
 
     void append(SimaPoint&& point) {
@@ -64,10 +65,17 @@ void PointTable::clear() {
 }
 
 const SimaPoint* PointTable::find(std::int32_t number) const {
+    const auto place = placeOf(number);
+    return place ? &store_->points[*place] : nullptr;
+}
+
+std::optional<std::uint32_t> PointTable::placeOf(std::int32_t number) const {
     if (count_ == 0)
-        return nullptr;
+        return std::nullopt;
     const auto places = store_->index.find(number);
-    return places && places->first < count_ ? &store_->points[places->first] : nullptr;
+    if (!places || places->first >= count_)
+        return std::nullopt;
+    return places->first;
 }
 
 bool PointTable::hasFrom(std::size_t first, std::int32_t number) const {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -32,6 +33,8 @@ class PointTable {
     void clear();
     // The first point with that number, or null. One look into a hash table.
     const SimaPoint* find(std::int32_t number) const;
+    // Its place, or nothing.
+    std::optional<std::uint32_t> placeOf(std::int32_t number) const;
     // Whether a point with that number stands at the given place or behind it, in this table or in one that shares its
     // store. Meant for the table that is being filled, where both are the same.
     bool hasFrom(std::size_t first, std::int32_t number) const;

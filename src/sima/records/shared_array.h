@@ -13,15 +13,16 @@ namespace fenmark::sima {
 // A value like Array: what is done to one copy is never seen in another. Dialogs and the command copy whole readers, so
 // the arrays of the model must not be copied with them. Reading goes through const elements; edit() and edits() give
 // elements to change, and pay for a copy of the array if another value shares it.
-template <typename T>
+template <typename T, typename Allocator = std::allocator<T>>
 class SharedArray {
   public:
+    using Elements = Array<T, Allocator>;
     using value_type = T;
-    using const_iterator = typename Array<T>::const_iterator;
+    using const_iterator = typename Elements::const_iterator;
 
     SharedArray() = default;
-    SharedArray(std::initializer_list<T> elements) : elements_(std::make_shared<Array<T>>(elements)) {}
-    SharedArray(Array<T> elements) : elements_(std::make_shared<Array<T>>(std::move(elements))) {}
+    SharedArray(std::initializer_list<T> elements) : elements_(std::make_shared<Elements>(elements)) {}
+    SharedArray(Elements elements) : elements_(std::make_shared<Elements>(std::move(elements))) {}
 
     std::size_t size() const { return elements_ ? elements_->size() : 0; }
     bool empty() const { return size() == 0; }
@@ -33,24 +34,24 @@ class SharedArray {
     const_iterator begin() const { return all().begin(); }
     const_iterator end() const { return all().end(); }
     // All elements; the reference holds until the array is changed.
-    const Array<T>& all() const {
-        static const Array<T> none;
+    const Elements& all() const {
+        static const Elements none;
         return elements_ ? *elements_ : none;
     }
 
     T& edit(std::size_t index) { return edits()[index]; }
-    Array<T>& edits() {
+    Elements& edits() {
         if (!elements_)
-            elements_ = std::make_shared<Array<T>>();
+            elements_ = std::make_shared<Elements>();
         else if (elements_.use_count() > 1)
-            elements_ = std::make_shared<Array<T>>(*elements_);
+            elements_ = std::make_shared<Elements>(*elements_);
         return *elements_;
     }
     void push_back(T element) { edits().push_back(std::move(element)); }
     void clear() { elements_.reset(); }
 
   private:
-    std::shared_ptr<Array<T>> elements_;
+    std::shared_ptr<Elements> elements_;
 };
 
 } // namespace fenmark::sima

@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <unordered_map>
+#include <utility>
 
 namespace fenmark::desk {
 
 using host::embedded::Drawing;
+using host::embedded::EntityView;
 using host::embedded::Extent;
 
 namespace {
 
-constexpr double kEntitiesPerCell = 8.0;
-constexpr std::int32_t kMaximumCells = 1 << 11; // in each direction
-constexpr std::int64_t kWideCells = 16;         // an entity of more cells is kept apart
+constexpr double kElementTolerance = 0.05; // metres: how closely the box of an element is told
 
 float roundDown(double value) {
     return std::nextafter(static_cast<float>(value), -INFINITY);
@@ -21,94 +23,171 @@ float roundUp(double value) {
     return std::nextafter(static_cast<float>(value), INFINITY);
 }
 
+bool isFinite(const Extent& extent) {
+    return !extent.empty() && std::isfinite(extent.minX) && std::isfinite(extent.maxX) && std::isfinite(extent.minY) &&
+           std::isfinite(extent.maxY);
+}
+
+// The bits of the value with a 0 between any two.
+std::uint64_t spread(std::uint32_t value) {
+    std::uint64_t bits = value;
+    bits = (bits | bits << 16) & 0x0000FFFF0000FFFFU;
+    bits = (bits | bits << 8) & 0x00FF00FF00FF00FFU;
+    bits = (bits | bits << 4) & 0x0F0F0F0F0F0F0F0FU;
+    bits = (bits | bits << 2) & 0x3333333333333333U;
+    return (bits | bits << 1) & 0x5555555555555555U;
+}
+
+// Where a value lies in a range, in 32 bits.
+std::uint32_t placeIn(double value, double from, double size) {
+    const double share = size > 0.0 ? std::clamp((value - from) / size, 0.0, 1.0) : 0.0;
+    return static_cast<std::uint32_t>(share * 4294967295.0);
+}
+
 } // namespace
 
 PlanIndex::PlanIndex(const Drawing& drawing) {
-    const std::size_t count = drawing.entityCount();
-    for (std::size_t i = 0; i < count; ++i)
-        extent_.add(drawing.entityExtent(i));
+    const std::size_t count = std::min<std::size_t>(drawing.entityCount(), std::numeric_limits<std::uint32_t>::max());
+    std::vector<Extent> extents(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        extents[i] = drawing.entityExtent(i);
+        if (isFinite(extents[i]))
+            extent_.add(extents[i]);
+    }
+    addAlignments(drawing);
     if (extent_.empty())
         return;
+    originX_ = extent_.minX;
+    originY_ = extent_.minY;
+    const double width = extent_.maxX - extent_.minX;
+    const double height = extent_.maxY - extent_.minY;
+    rounding_ = 2.0 * std::max(width, height) * static_cast<double>(std::numeric_limits<float>::epsilon());
 
-    const double width = std::max(extent_.maxX - extent_.minX, 1e-3);
-    const double height = std::max(extent_.maxY - extent_.minY, 1e-3);
-    cellSize_ = std::sqrt(width * height * kEntitiesPerCell / static_cast<double>(std::max<std::size_t>(count, 1)));
-    cellSize_ = std::max({cellSize_, width / kMaximumCells, height / kMaximumCells});
-    columns_ = std::min(kMaximumCells, static_cast<std::int32_t>(width / cellSize_)) + 1;
-    rows_ = std::min(kMaximumCells, static_cast<std::int32_t>(height / cellSize_)) + 1;
-
-    boxes_.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        boxes_.push_back(boxFrom(drawing.entityExtent(i)));
-
-    // Counted first, then filled: two passes and no list for each cell.
-    starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_) + 1, 0);
-    auto forCells = [&](std::size_t entity, auto&& act) {
-        const Range range = cellsOf(boxes_[entity]);
-        for (std::int32_t row = range.top; row <= range.bottom; ++row)
-            for (std::int32_t column = range.left; column <= range.right; ++column)
-                act(static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-                    static_cast<std::size_t>(column));
-    };
-    auto isWide = [&](std::size_t entity) {
-        const Range range = cellsOf(boxes_[entity]);
-        return static_cast<std::int64_t>(range.right - range.left + 1) * (range.bottom - range.top + 1) > kWideCells;
-    };
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> order;
+    order.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        if (isWide(i))
-            wide_.push_back(static_cast<std::uint32_t>(i));
-        else
-            forCells(i, [&](std::size_t cell) { ++starts_[cell + 1]; });
+        const Extent& extent = extents[i];
+        if (!isFinite(extent))
+            continue;
+        const std::uint32_t x = placeIn(0.5 * (extent.minX + extent.maxX), originX_, width);
+        const std::uint32_t y = placeIn(0.5 * (extent.minY + extent.maxY), originY_, height);
+        order.emplace_back(spread(x) | spread(y) << 1, static_cast<std::uint32_t>(i));
     }
-    for (std::size_t cell = 1; cell < starts_.size(); ++cell)
-        starts_[cell] += starts_[cell - 1];
-    entries_.resize(starts_.back());
-    std::vector<std::uint32_t> next(starts_.begin(), starts_.end() - 1);
-    for (std::size_t i = 0; i < count; ++i)
-        if (!isWide(i))
-            forCells(i, [&](std::size_t cell) { entries_[next[cell]++] = static_cast<std::uint32_t>(i); });
+    std::sort(order.begin(), order.end());
+
+    // Names of layers lie where the drawing keeps them, one place each.
+    std::unordered_map<const char*, std::uint32_t> layers;
+    for (std::size_t i = 0; i < drawing.layers().size(); ++i)
+        layers.emplace(drawing.layers()[i].name.data(), static_cast<std::uint32_t>(i));
+    std::vector<PlanFigure> figures(count);
+    const char* lastLayer = nullptr;
+    std::uint32_t layer = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const EntityView entity = drawing.entity(i);
+        if (entity.layer.data() != lastLayer) {
+            lastLayer = entity.layer.data();
+            layer = layers.at(lastLayer);
+        }
+        figures[i].entity = static_cast<std::uint32_t>(i);
+        figures[i].layer = layer & 0xFFFFFFU;
+        figures[i].style = static_cast<std::uint32_t>(styleOf(entity)) & 0xFFU;
+    }
+    figures_.reserve(order.size());
+    for (const auto& [key, entity] : order) {
+        figures_.push_back(figures[entity]);
+        figures_.back().box = boxFrom(extents[entity]);
+    }
+    buildTree();
 }
 
-PlanIndex::Box PlanIndex::boxFrom(const Extent& extent) const {
-    if (extent.empty())
-        return {1.0F, 1.0F, -1.0F, -1.0F};
-    return {roundDown(extent.minX - extent_.minX), roundDown(extent.minY - extent_.minY),
-            roundUp(extent.maxX - extent_.minX), roundUp(extent.maxY - extent_.minY)};
+void PlanIndex::addAlignments(const Drawing& drawing) {
+    std::vector<host::PlanPoint> line;
+    alignments_.resize(drawing.alignmentCount());
+    for (std::size_t a = 0; a < alignments_.size(); ++a) {
+        for (const host::embedded::Element& element : drawing.alignment(a).elements) {
+            line.clear();
+            host::embedded::appendElementLine(element, kElementTolerance, line);
+            Extent box;
+            for (const host::PlanPoint& point : line) {
+                box.add(point.x - kElementTolerance, point.y - kElementTolerance);
+                box.add(point.x + kElementTolerance, point.y + kElementTolerance);
+            }
+            if (!isFinite(box))
+                box = Extent();
+            alignments_[a].elements.push_back(box);
+            alignments_[a].whole.add(box);
+            extent_.add(box);
+        }
+    }
 }
 
-PlanIndex::Range PlanIndex::cellsOf(const Box& box) const {
-    auto cell = [&](float along, std::int32_t cells) {
-        const double at = std::floor(static_cast<double>(along) / cellSize_);
-        return static_cast<std::int32_t>(std::clamp(at, 0.0, static_cast<double>(cells - 1)));
+void PlanIndex::buildTree() {
+    auto around = [](PlanBox& box, const PlanBox& other) {
+        box = {std::min(box.minX, other.minX), std::min(box.minY, other.minY), std::max(box.maxX, other.maxX),
+               std::max(box.maxY, other.maxY)};
     };
-    if (box.minX > box.maxX)
-        return {0, 0, -1, -1};
-    return {cell(box.minX, columns_), cell(box.minY, rows_), cell(box.maxX, columns_), cell(box.maxY, rows_)};
+    if (figures_.empty())
+        return;
+    std::vector<PlanBox> level;
+    for (std::size_t i = 0; i < figures_.size(); ++i) {
+        if (i % kFanOut == 0)
+            level.push_back(figures_[i].box);
+        else
+            around(level.back(), figures_[i].box);
+    }
+    levels_.push_back(std::move(level));
+    while (levels_.back().size() > 1) {
+        std::vector<PlanBox> above;
+        for (std::size_t i = 0; i < levels_.back().size(); ++i) {
+            if (i % kFanOut == 0)
+                above.push_back(levels_.back()[i]);
+            else
+                around(above.back(), levels_.back()[i]);
+        }
+        levels_.push_back(std::move(above));
+    }
 }
 
-Extent PlanIndex::boxOf(std::size_t entity) const {
-    const Box& box = boxes_[entity];
+PlanBox PlanIndex::boxFrom(const Extent& extent) const {
+    return {roundDown(extent.minX - originX_), roundDown(extent.minY - originY_), roundUp(extent.maxX - originX_),
+            roundUp(extent.maxY - originY_)};
+}
+
+Extent PlanIndex::extentOf(const PlanFigure& figure) const {
     Extent extent;
-    if (box.minX > box.maxX)
-        return extent;
-    extent.add(extent_.minX + static_cast<double>(box.minX), extent_.minY + static_cast<double>(box.minY));
-    extent.add(extent_.minX + static_cast<double>(box.maxX), extent_.minY + static_cast<double>(box.maxY));
+    extent.add(originX_ + static_cast<double>(figure.box.minX), originY_ + static_cast<double>(figure.box.minY));
+    extent.add(originX_ + static_cast<double>(figure.box.maxX), originY_ + static_cast<double>(figure.box.maxY));
     return extent;
 }
 
-std::size_t PlanIndex::estimate(const Extent& extent, std::size_t limit) const {
-    if (boxes_.empty() || extent.empty())
+std::size_t PlanIndex::sizeOf(std::size_t level, std::size_t node) const {
+    std::size_t below = kFanOut;
+    for (std::size_t i = 0; i < level; ++i)
+        below *= kFanOut;
+    return std::min(below, figures_.size() - node * below);
+}
+
+std::size_t PlanIndex::countNode(std::size_t level, std::size_t node, const PlanBox& box, std::size_t limit) const {
+    if (!levels_[level][node].meets(box))
         return 0;
-    std::size_t count = wide_.size();
-    const Range range = cellsOf(boxFrom(extent));
-    for (std::int32_t row = range.top; row <= range.bottom && count < limit; ++row) {
-        if (range.left > range.right)
-            break;
-        // The cells of a row lie side by side.
-        count += static_cast<std::size_t>(cell(range.right, row).data() + cell(range.right, row).size() -
-                                          cell(range.left, row).data());
+    if (box.holds(levels_[level][node]))
+        return std::min(limit, sizeOf(level, node));
+    std::size_t found = 0;
+    const std::size_t first = node * kFanOut;
+    if (level == 0) {
+        for (std::size_t i = first; i < std::min(first + kFanOut, figures_.size()) && found < limit; ++i)
+            found += figures_[i].box.meets(box) ? 1 : 0;
+        return found;
     }
-    return std::min(count, limit);
+    for (std::size_t i = first; i < std::min(first + kFanOut, levels_[level - 1].size()) && found < limit; ++i)
+        found += countNode(level - 1, i, box, limit - found);
+    return found;
+}
+
+std::size_t PlanIndex::count(const Extent& extent, std::size_t limit) const {
+    if (levels_.empty() || extent.empty())
+        return 0;
+    return countNode(levels_.size() - 1, 0, boxFrom(extent), limit);
 }
 
 } // namespace fenmark::desk

@@ -1,88 +1,124 @@
-// Which objects of a drawing lie in a box: a grid over the drawing, made once and asked at every paint.
+// Which objects of a drawing lie in a box: a packed tree of boxes over the drawing, made once and asked at every paint.
 //
-// Building takes time in step with the number of objects; asking takes time in step with the cells that the box covers
-// and the objects in them.
+// Entities are ordered along a Z-order curve of their middles and packed sixteen to a node (a bulk-loaded R-tree, after
+// Kamel and Faloutsos 1993). Building takes the time of one sort; asking takes time in step with what the box holds,
+// however unevenly the drawing is spread.
 #pragma once
 
+#include "desk/plan/plan_style.h"
 #include "host/embedded/drawing.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 namespace fenmark::desk {
+
+// A box in the index's own frame: metres from the corner of the drawing, rounded outwards.
+struct PlanBox {
+    float minX, minY, maxX, maxY;
+
+    bool meets(const PlanBox& other) const {
+        return minX <= other.maxX && other.minX <= maxX && minY <= other.maxY && other.minY <= maxY;
+    }
+    bool holds(const PlanBox& other) const {
+        return minX <= other.minX && other.maxX <= maxX && minY <= other.minY && other.maxY <= maxY;
+    }
+};
+
+// What painting needs of an entity without asking the drawing.
+struct PlanFigure {
+    PlanBox box;
+    std::uint32_t entity;
+    std::uint32_t layer : 24;
+    std::uint32_t style : 8;
+
+    FigureStyle figureStyle() const { return static_cast<FigureStyle>(style); }
+    bool isPoint() const { return figureStyle() <= FigureStyle::OtherPoint; }
+};
 
 class PlanIndex {
   public:
     PlanIndex() = default;
     explicit PlanIndex(const host::embedded::Drawing& drawing);
 
-    std::size_t size() const { return boxes_.size(); }
+    // Entities that have a place in the plan; those without vertices, or with coordinates that are no numbers, are not
+    // among them.
+    std::size_t size() const { return figures_.size(); }
+    // Of these entities and of all alignments.
     const host::embedded::Extent& extent() const { return extent_; }
-    host::embedded::Extent boxOf(std::size_t entity) const;
 
-    // Calls visit(entity) once for each entity whose box meets the given one, in no certain order. The visitor answers
-    // whether to go on. Not to be called from within a visit.
+    // Calls visit(const PlanFigure&) once for each entity whose box meets the given one, in no certain order. The
+    // visitor answers whether to go on.
     template <typename Visit>
-    void query(const host::embedded::Extent& box, Visit&& visit) const;
+    void query(const host::embedded::Extent& box, Visit&& visit) const {
+        if (!levels_.empty() && !box.empty())
+            queryNode(levels_.size() - 1, 0, boxFrom(box), visit);
+    }
+    // Number of entities whose boxes meet the given one, counted to the limit at most.
+    std::size_t count(const host::embedded::Extent& box, std::size_t limit) const;
 
-    // Number of entities in the cells that the box meets, at most `limit`; never less than those in the box.
-    std::size_t estimate(const host::embedded::Extent& box, std::size_t limit) const;
+    host::embedded::Extent extentOf(const PlanFigure& figure) const;
+    // Middle of the figure's box.
+    double middleX(const PlanFigure& figure) const {
+        return originX_ + 0.5 * (static_cast<double>(figure.box.minX) + static_cast<double>(figure.box.maxX));
+    }
+    double middleY(const PlanFigure& figure) const {
+        return originY_ + 0.5 * (static_cast<double>(figure.box.minY) + static_cast<double>(figure.box.maxY));
+    }
+    // How far middleX and middleY may lie from the true middle, metres.
+    double roundingMetres() const { return rounding_; }
+
+    // Alignments as the index knows them; the drawing may hold more by now.
+    std::size_t alignmentCount() const { return alignments_.size(); }
+    const host::embedded::Extent& alignmentExtent(std::size_t alignment) const { return alignments_[alignment].whole; }
+    std::size_t elementCount(std::size_t alignment) const { return alignments_[alignment].elements.size(); }
+    const host::embedded::Extent& elementExtent(std::size_t alignment, std::size_t element) const {
+        return alignments_[alignment].elements[element];
+    }
 
   private:
-    struct Box {
-        float minX, minY, maxX, maxY; // metres from the grid's corner, rounded outwards
-    };
-    struct Range {
-        std::int32_t left, top, right, bottom;
+    static constexpr std::size_t kFanOut = 16;
+
+    struct AlignmentBoxes {
+        host::embedded::Extent whole;
+        std::vector<host::embedded::Extent> elements;
     };
 
-    Range cellsOf(const Box& box) const;
-    Box boxFrom(const host::embedded::Extent& extent) const;
-    static bool meet(const Box& a, const Box& b) {
-        return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
-    }
-    std::span<const std::uint32_t> cell(std::int32_t column, std::int32_t row) const {
-        const std::size_t at =
-            static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
-        return {entries_.data() + starts_[at], entries_.data() + starts_[at + 1]};
+    PlanBox boxFrom(const host::embedded::Extent& extent) const;
+    void addAlignments(const host::embedded::Drawing& drawing);
+    void buildTree();
+    std::size_t countNode(std::size_t level, std::size_t node, const PlanBox& box, std::size_t limit) const;
+    // Entities below a node of a level.
+    std::size_t sizeOf(std::size_t level, std::size_t node) const;
+
+    template <typename Visit>
+    bool queryNode(std::size_t level, std::size_t node, const PlanBox& box, Visit&& visit) const {
+        if (!levels_[level][node].meets(box))
+            return true;
+        const std::size_t first = node * kFanOut;
+        if (level == 0) {
+            const std::size_t last = first + kFanOut < figures_.size() ? first + kFanOut : figures_.size();
+            for (std::size_t i = first; i < last; ++i)
+                if (figures_[i].box.meets(box) && !visit(figures_[i]))
+                    return false;
+            return true;
+        }
+        const std::size_t below = levels_[level - 1].size();
+        const std::size_t last = first + kFanOut < below ? first + kFanOut : below;
+        for (std::size_t i = first; i < last; ++i)
+            if (!queryNode(level - 1, i, box, visit))
+                return false;
+        return true;
     }
 
     host::embedded::Extent extent_;
-    double cellSize_ = 1.0; // metres
-    std::int32_t columns_ = 0;
-    std::int32_t rows_ = 0;
-    std::vector<Box> boxes_;
-    std::vector<std::uint32_t> starts_;  // of each cell in entries_, and the end of the last
-    std::vector<std::uint32_t> entries_; // entities by cell
-    std::vector<std::uint32_t> wide_;    // entities that cover many cells: asked at every query
+    double originX_ = 0.0;
+    double originY_ = 0.0;
+    double rounding_ = 0.0;
+    std::vector<PlanFigure> figures_;          // along the curve
+    std::vector<std::vector<PlanBox>> levels_; // around sixteen figures, around sixteen of these, and so on up to one
+    std::vector<AlignmentBoxes> alignments_;
 };
-
-template <typename Visit>
-void PlanIndex::query(const host::embedded::Extent& extent, Visit&& visit) const {
-    if (boxes_.empty() || extent.empty())
-        return;
-    const Box box = boxFrom(extent);
-    for (const std::uint32_t entity : wide_)
-        if (meet(boxes_[entity], box) && !visit(static_cast<std::size_t>(entity)))
-            return;
-    const Range range = cellsOf(box);
-    for (std::int32_t row = range.top; row <= range.bottom; ++row)
-        for (std::int32_t column = range.left; column <= range.right; ++column)
-            for (const std::uint32_t entity : cell(column, row)) {
-                const Box& own = boxes_[entity];
-                if (!meet(own, box))
-                    continue;
-                // An entity of several cells is told of in the first of them that the query covers.
-                const Range ownRange = cellsOf(own);
-                const std::int32_t first = ownRange.left > range.left ? ownRange.left : range.left;
-                const std::int32_t top = ownRange.top > range.top ? ownRange.top : range.top;
-                if (first != column || top != row)
-                    continue;
-                if (!visit(static_cast<std::size_t>(entity)))
-                    return;
-            }
-}
 
 } // namespace fenmark::desk

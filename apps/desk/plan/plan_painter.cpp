@@ -1,70 +1,74 @@
 #include "desk/plan/plan_painter.h"
 
+#include "desk/plan/plan_shapes.h"
 #include "desk/plan/plan_style.h"
-#include "host/embedded/alignment_geometry.h"
-
-#include <QPolygonF>
+#include "desk/plan/plan_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <string>
 
 namespace fenmark::desk {
 
 using host::PlanPoint;
 using host::embedded::Alignment;
-using host::embedded::Drawing;
 using host::embedded::Element;
 using host::embedded::ElementType;
 using host::embedded::EntityView;
 using host::embedded::Extent;
+using host::embedded::Pose;
 
 namespace {
 
 constexpr double kSmallPixels = 2.5;          // a figure smaller than this is one dot
-constexpr std::size_t kMarkersInView = 40000; // beyond so many points each is one dot
-constexpr std::size_t kLabelsInView = 400;    // beyond so many objects names are left out
-constexpr double kChordPixels = 0.25;         // how far a drawn curve may lie from the true one
+constexpr std::size_t kMarkersInView = 40000; // beyond so many objects each point is one dot
+constexpr std::size_t kLabelsInView = 2000;   // beyond so many objects names are left out
+constexpr double kClipMargin = 32.0;          // pixels outside the view that lines still reach
 constexpr double kStationStep = 20.0;         // metres
-constexpr double kStationLabelPixels = 46.0;  // room that a station label needs
+constexpr double kStationPixels = 5.0;        // closer marks are left out
+constexpr double kStationLabelPixels = 60.0;  // room that a station label needs
 constexpr double kLabelMarginPixels = 60.0;   // names of objects just outside still reach into the view
-constexpr double kPointReachBonus = 2.0;      // pixels: points lie on top of lines, and win where both are near
+constexpr double kDegrees = 180.0 / 3.141592653589793;
+constexpr double kGridPixels = 110.0; // least distance of grid lines
 
-bool isHidden(const PlanLook& look, const Drawing& drawing, std::string_view layer) {
-    if (look.hiddenLayers.empty())
-        return false;
-    const std::optional<std::size_t> index = drawing.findLayer(layer);
-    return index && *index < look.hiddenLayers.size() && look.hiddenLayers[*index];
+QRectF clipOf(const ViewTransform& view) {
+    return QRectF(QPointF(0, 0), view.size()).adjusted(-kClipMargin, -kClipMargin, kClipMargin, kClipMargin);
 }
 
-QColor colourOf(const EntityView& entity) {
-    return entity.row ? colourOfType(entity.row->type) : kInk;
+bool meet(const Extent& a, const Extent& b) {
+    return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
 }
 
-bool isLot(const EntityView& entity) {
-    return entity.row && entity.row->type == "画地";
-}
-
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-// Sets one device pixel, where it lies in the picture.
+// Sets device pixels where they lie in the picture.
 class Dots {
   public:
-    Dots(QImage& image, const ViewTransform& view, double ratio)
+    Dots(QImage& image, const ViewTransform& view)
         : bits_(image.bits()), stride_(image.bytesPerLine()), width_(image.width()), height_(image.height()),
-          view_(view), ratio_(ratio) {}
+          view_(view), ratio_(image.devicePixelRatio()) {}
 
-    void set(double x, double y, QRgb colour) {
+    void dot(double x, double y, QRgb colour) {
         const QPointF pixel = view_.toPixel(x, y) * ratio_;
-        const int column = static_cast<int>(pixel.x());
-        const int row = static_cast<int>(pixel.y());
-        if (column >= 0 && column < width_ && row >= 0 && row < height_)
-            reinterpret_cast<QRgb*>(bits_ + row * stride_)[column] = colour;
+        if (pixel.x() >= 0.0 && pixel.x() < width_ && pixel.y() >= 0.0 && pixel.y() < height_)
+            line(static_cast<int>(pixel.y()))[static_cast<int>(pixel.x())] = colour;
+    }
+    // A small square with paper in its middle.
+    void marker(double x, double y, QRgb colour) {
+        const QPointF pixel = view_.toPixel(x, y) * ratio_;
+        const int reach = std::max(1, static_cast<int>(std::lround(1.5 * ratio_)));
+        if (!(pixel.x() > -reach && pixel.x() < width_ + reach && pixel.y() > -reach && pixel.y() < height_ + reach))
+            return;
+        const int column = static_cast<int>(std::floor(pixel.x()));
+        const int row = static_cast<int>(std::floor(pixel.y()));
+        for (int y1 = std::max(0, row - reach); y1 <= std::min(height_ - 1, row + reach); ++y1)
+            for (int x1 = std::max(0, column - reach); x1 <= std::min(width_ - 1, column + reach); ++x1) {
+                const bool edge = std::max(std::abs(y1 - row), std::abs(x1 - column)) == reach;
+                line(y1)[x1] = edge ? colour : kPaper.rgb();
+            }
     }
 
   private:
+    QRgb* line(int row) { return reinterpret_cast<QRgb*>(bits_ + row * stride_); }
+
     uchar* bits_;
     qsizetype stride_;
     int width_;
@@ -73,50 +77,11 @@ class Dots {
     double ratio_;
 };
 
-QPolygonF pixelsOf(const EntityView& entity, const ViewTransform& view) {
-    QPolygonF polygon;
-    polygon.reserve(static_cast<qsizetype>(entity.vertices.size()));
-    for (const host::MdGePoint3d& vertex : entity.vertices)
-        polygon.append(view.toPixel(vertex.x, vertex.y));
-    return polygon;
-}
-
-QPolygonF pixelsOf(const Element& element, const ViewTransform& view) {
-    std::vector<PlanPoint> line;
-    host::embedded::appendElementLine(element, kChordPixels * view.metresPerPixel(), line);
-    QPolygonF polygon;
-    polygon.reserve(static_cast<qsizetype>(line.size()));
-    for (const PlanPoint& point : line)
-        polygon.append(view.toPixel(point.x, point.y));
-    return polygon;
-}
-
-QColor colourOf(ElementType type) {
-    if (type == ElementType::Arc)
-        return kArc;
-    return type == ElementType::Clothoid ? kClothoid : kStraight;
-}
-
-Extent elementExtent(const Element& element) {
-    std::vector<PlanPoint> line;
-    host::embedded::appendElementLine(element, 0.05, line);
-    Extent extent;
-    for (const PlanPoint& point : line)
-        extent.add(point.x, point.y);
-    return extent;
-}
-
-bool meet(const Extent& a, const Extent& b) {
-    return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
-}
-
-// Text with a halo of paper around it, so that it reads on top of lines.
-void drawText(QPainter& painter, const QPointF& at, const QString& text, const QColor& colour) {
-    painter.setPen(kPaper);
-    for (const QPointF& shift : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)})
-        painter.drawText(at + shift, text);
-    painter.setPen(colour);
-    painter.drawText(at, text);
+std::array<QRgb, kFigureStyles> figureColours() {
+    std::array<QRgb, kFigureStyles> colours{};
+    for (std::size_t i = 0; i < kFigureStyles; ++i)
+        colours[i] = kFigureColours[i].rgb();
+    return colours;
 }
 
 QString elementLabel(const Element& element) {
@@ -130,285 +95,351 @@ QString elementLabel(const Element& element) {
     return length;
 }
 
-double distanceToLine(const QPolygonF& line, const QPointF& p, bool closed) {
-    double nearest = INFINITY;
-    const qsizetype count = line.size();
-    for (qsizetype i = 0; i < count; ++i) {
-        const QPointF& a = line[i];
-        if (count == 1 || (i + 1 == count && !closed)) {
-            nearest = std::min(nearest, std::hypot(p.x() - a.x(), p.y() - a.y()));
+// 1, 2 or 5 times a power of ten, at least the value.
+double roundStep(double value) {
+    const double power = std::pow(10.0, std::floor(std::log10(value)));
+    for (const double step : {1.0, 2.0, 5.0})
+        if (step * power >= value)
+            return step * power;
+    return 10.0 * power;
+}
+
+QRectF turnedBox(const QPointF& middle, double width, double height, double degrees) {
+    const double c = std::abs(std::cos(degrees / kDegrees));
+    const double s = std::abs(std::sin(degrees / kDegrees));
+    const QSizeF size(width * c + height * s, width * s + height * c);
+    return {QPointF(middle.x() - size.width() / 2.0, middle.y() - size.height() / 2.0), size};
+}
+
+void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment) {
+    painter.setPen(QPen(kInk, 1.0));
+    painter.setBrush(kPaper);
+    const QRectF seen = clipOf(view);
+    for (const Element& element : alignment.elements) {
+        if (element.length * view.pixelsPerMetre() < 6.0)
+            continue;
+        for (const PlanPoint& end : {element.start, element.end})
+            if (seen.contains(view.toPixel(end.x, end.y)))
+                painter.drawEllipse(view.toPixel(end.x, end.y), 2.5, 2.5);
+    }
+}
+
+void labelElements(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room) {
+    const QRectF seen = clipOf(view);
+    for (const Element& element : alignment.elements) {
+        const QString label = elementLabel(element);
+        const double width = painter.fontMetrics().horizontalAdvance(label);
+        if (element.length * view.pixelsPerMetre() < width + 12.0)
+            continue;
+        const Pose middle = host::embedded::poseOnElement(element, 0.5 * element.length);
+        const QPointF at = view.toPixel(middle.point.x, middle.point.y);
+        if (!seen.contains(at))
+            continue;
+        double degrees = std::remainder(-middle.direction * kDegrees, 360.0);
+        if (degrees > 90.0 || degrees < -90.0)
+            degrees += 180.0; // never upside down
+        const QPointF up(std::sin(degrees / kDegrees), -std::cos(degrees / kDegrees));
+        if (!room.take(turnedBox(at + 11.0 * up, width, 11.0, degrees)))
+            continue;
+        painter.save();
+        painter.translate(at);
+        painter.rotate(degrees);
+        drawText(painter, {-width / 2.0, -6.0}, label, colourOf(element.type));
+        painter.restore();
+    }
+}
+
+void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room) {
+    if (alignment.elements.empty() || alignment.name.empty())
+        return;
+    painter.save();
+    QFont bold = painter.font();
+    bold.setBold(true);
+    bold.setPointSizeF(bold.pointSizeF() + 1.0);
+    painter.setFont(bold);
+    const QString name = fromUtf8(alignment.name);
+    const PlanPoint& start = alignment.elements.front().start;
+    const double width = painter.fontMetrics().horizontalAdvance(name);
+    for (const QPointF& shift : {QPointF(8.0, 18.0), QPointF(8.0, -8.0), QPointF(-8.0 - width, 18.0)}) {
+        const QPointF at = view.toPixel(start.x, start.y) + shift;
+        if (!room.take(QRectF(at.x(), at.y() - 11.0, width, 13.0)))
+            continue;
+        drawText(painter, at, name, kInk);
+        break;
+    }
+    painter.restore();
+}
+
+// Marks every 20 m, square to the alignment, and their names as far as there is room.
+void paintStations(QPainter& painter, const ViewTransform& view, const host::embedded::AlignmentGeometry& geometry,
+                   LabelRoom& room, bool names) {
+    if (kStationStep * view.pixelsPerMetre() < kStationPixels)
+        return;
+    const Extent visible = view.visible(kLabelMarginPixels);
+    // What is in view may be a small part of a long alignment: only stations near it are asked for.
+    const double middleX = 0.5 * (visible.minX + visible.maxX);
+    const double middleY = 0.5 * (visible.minY + visible.maxY);
+    const double reach = std::hypot(visible.maxX - middleX, visible.maxY - middleY);
+    const double labelEvery =
+        kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
+    auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));
+    const auto last = static_cast<std::int64_t>(
+        std::floor((geometry.endStation() + host::embedded::kStationTolerance) / kStationStep));
+    while (number <= last) {
+        const double station = static_cast<double>(number) * kStationStep;
+        ++number;
+        const std::optional<Pose> pose = geometry.poseAt(station);
+        if (!pose)
+            continue;
+        const double beyond = std::hypot(pose->point.x - middleX, pose->point.y - middleY) - reach;
+        if (beyond > 0.0) {
+            // A station so far outside cannot come into view before the alignment has run that far.
+            number += static_cast<std::int64_t>(std::min(beyond / kStationStep, 1e9));
             continue;
         }
-        const QPointF& b = line[(i + 1) % count];
-        const QPointF along = b - a;
-        const double square = QPointF::dotProduct(along, along);
-        const double t = square > 0.0 ? std::clamp(QPointF::dotProduct(p - a, along) / square, 0.0, 1.0) : 0.0;
-        const QPointF foot = a + t * along;
-        nearest = std::min(nearest, std::hypot(p.x() - foot.x(), p.y() - foot.y()));
+        const QPointF at = view.toPixel(pose->point.x, pose->point.y);
+        const QPointF square(-std::sin(pose->direction), -std::cos(pose->direction)); // pixels run downwards
+        painter.setPen(QPen(kInk, 1.0));
+        painter.drawLine(at - 4.0 * square, at + 4.0 * square);
+        if (!names || std::abs(std::remainder(station, labelEvery)) > 1e-6)
+            continue;
+        const QString name = stakeName(station);
+        const double width = painter.fontMetrics().horizontalAdvance(name);
+        const QPointF right = -square; // right of the travel
+        const QPointF middle = at + (10.0 + 0.5 * width * std::abs(right.x())) * right;
+        if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0)))
+            drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk.darker(160));
     }
-    return nearest;
 }
 
 } // namespace
 
-QImage PlanPainter::paint(const ViewTransform& view, const PlanLook& look, double ratio, const QFont& font) const {
-    QImage image((view.size() * ratio).toSize().expandedTo({1, 1}), QImage::Format_RGB32);
+void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook& look, double ratio,
+                        const QFont& font) {
+    const QSize size = (view.size() * ratio).toSize().expandedTo({1, 1});
+    if (image.size() != size || image.format() != QImage::Format_RGB32)
+        image = QImage(size, QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
     image.fill(kPaper);
+    drawn_ = 0;
+    LabelRoom room(view.size());
+    if (look.grid) {
+        QPainter painter(&image);
+        paintGrid(painter, view);
+    }
+    collect(view, look, image);
+    {
+        QPainter painter(&image);
+        paintLines(painter, view);
+    }
+    paintMarkers(image, view);
     QPainter painter(&image);
     painter.setFont(font);
-    drawn_ = 0;
-    paintEntities(image, painter, view, look);
-    paintAlignments(painter, view, look);
-    return image;
+    paintAlignments(painter, view, look, room);
+    if (look.labels && lines_.size() + markers_.size() <= kLabelsInView)
+        labelEntities(painter, view, room);
 }
 
-void PlanPainter::paintEntities(QImage& image, QPainter& painter, const ViewTransform& view,
-                                const PlanLook& look) const {
-    const Extent visible = view.visible(4.0);
-    const bool markers = index_.estimate(visible, kMarkersInView + 1) <= kMarkersInView;
-    Dots dots(image, view, image.devicePixelRatio());
-    std::vector<std::size_t> points;
-    std::vector<std::size_t> labelled;
-    const double smallMetres = kSmallPixels * view.metresPerPixel();
-    std::string_view lastLayer;
-    bool lastHidden = false;
+void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const {
+    const Extent visible = view.visible();
+    const double step = roundStep(kGridPixels * view.metresPerPixel());
+    painter.setPen(kGrid);
+    const double width = view.size().width();
+    const double height = view.size().height();
+    for (double x = std::ceil(visible.minX / step); x <= visible.maxX / step; x += 1.0) {
+        const double pixel = std::floor(view.toPixel(x * step, 0.0).x()) + 0.5;
+        painter.drawLine(QPointF(pixel, 0.0), QPointF(pixel, height));
+    }
+    for (double y = std::ceil(visible.minY / step); y <= visible.maxY / step; y += 1.0) {
+        const double pixel = std::floor(view.toPixel(0.0, y * step).y()) + 0.5;
+        painter.drawLine(QPointF(0.0, pixel), QPointF(width, pixel));
+    }
+}
 
-    // Lots and lines first, so that points lie on top.
-    index_.query(visible, [&](std::size_t i) {
-        const EntityView entity = drawing_.entity(i);
-        if (entity.layer.data() != lastLayer.data() || entity.layer.size() != lastLayer.size()) {
-            lastLayer = entity.layer;
-            lastHidden = isHidden(look, drawing_, entity.layer);
-        }
-        if (lastHidden)
+// Sorts what is in view into lines and markers, and draws at once what is no larger than a dot.
+void PlanPainter::collect(const ViewTransform& view, const PlanLook& look, QImage& image) {
+    lines_.clear();
+    markers_.clear();
+    const Extent visible = view.visible(4.0);
+    const bool markers = index_.count(visible, kMarkersInView + 1) <= kMarkersInView;
+    const std::array<QRgb, kFigureStyles> colours = figureColours();
+    // The index's rounded boxes place a dot well enough where their rounding is below a pixel.
+    const bool exact = index_.roundingMetres() > 0.25 * view.metresPerPixel();
+    const auto small = static_cast<float>(kSmallPixels * view.metresPerPixel());
+    Dots dots(image, view);
+    index_.query(visible, [&](const PlanFigure& figure) {
+        if (look.hides(figure.layer) || figure.entity >= drawing_.entityCount())
             return true;
         ++drawn_;
-        if (entity.isPoint()) {
-            if (markers)
-                points.push_back(i);
-            else
-                dots.set(entity.position().x, entity.position().y, colourOf(entity).rgb());
+        if (figure.isPoint() && markers) {
+            markers_.push_back(figure);
+        } else if (figure.isPoint() && exact) {
+            const host::MdGePoint3d& at = drawing_.entity(figure.entity).position();
+            dots.dot(at.x, at.y, colours[figure.style]);
+        } else if (figure.isPoint() ||
+                   (figure.box.maxX - figure.box.minX < small && figure.box.maxY - figure.box.minY < small)) {
+            dots.dot(index_.middleX(figure), index_.middleY(figure), colours[figure.style]);
         } else {
-            const Extent box = index_.boxOf(i);
-            if (box.maxX - box.minX < smallMetres && box.maxY - box.minY < smallMetres) {
-                dots.set(box.minX, box.minY, colourOf(entity).rgb());
-                return true;
-            }
-            const QPolygonF pixels = pixelsOf(entity, view);
-            const QColor colour = colourOf(entity);
-            if (isLot(entity)) {
-                painter.setPen(kLotLine);
-                if (entity.closed) {
-                    painter.setBrush(kLotFill);
-                    painter.drawPolygon(pixels);
-                } else {
-                    painter.drawPolyline(pixels);
-                }
-            } else {
-                const bool ip = entity.row && entity.row->type == "IP線";
-                painter.setPen(QPen(colour, 1.0, ip ? Qt::DashDotLine : Qt::SolidLine));
-                painter.setBrush(Qt::NoBrush);
-                if (entity.closed)
-                    painter.drawPolygon(pixels);
-                else
-                    painter.drawPolyline(pixels);
-            }
+            lines_.push_back(figure);
         }
-        if (look.labels && labelled.size() <= kLabelsInView && entity.row && !entity.row->name.empty())
-            labelled.push_back(i);
         return true;
     });
-    painter.setBrush(kPaper);
-    for (const std::size_t i : points) {
-        const EntityView entity = drawing_.entity(i);
-        painter.setPen(colourOf(entity));
-        const QPointF at = view.toPixel(entity.position().x, entity.position().y);
-        painter.drawRect(QRectF(std::floor(at.x()) - 1.0, std::floor(at.y()) - 1.0, 3.0, 3.0));
-    }
-    if (labelled.size() > kLabelsInView)
-        return;
-    for (const std::size_t i : labelled) {
-        const EntityView entity = drawing_.entity(i);
-        const QString name = fromUtf8(entity.row->name);
-        if (entity.isPoint()) {
-            drawText(painter, view.toPixel(entity.position().x, entity.position().y) + QPointF(5.0, -4.0), name,
-                     colourOf(entity));
-        } else if (isLot(entity)) {
-            const QPointF middle = pixelsOf(entity, view).boundingRect().center();
-            const double width = painter.fontMetrics().horizontalAdvance(name);
-            drawText(painter, middle - QPointF(width / 2.0, 0.0), name, kLotLine.darker(120));
+    auto older = [](const PlanFigure& a, const PlanFigure& b) { return a.entity < b.entity; };
+    std::sort(lines_.begin(), lines_.end(), older);
+    std::sort(markers_.begin(), markers_.end(), older);
+}
+
+void PlanPainter::paintLines(QPainter& painter, const ViewTransform& view) const {
+    const QRectF clip = clipOf(view);
+    auto stroke = [&](const EntityView& entity, const QPolygonF& pixels, bool inside) {
+        if (inside) {
+            if (entity.closed)
+                painter.drawPolygon(pixels);
+            else
+                painter.drawPolyline(pixels);
+            return;
         }
+        for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip))
+            painter.drawPolyline(part);
+    };
+    FigureStyle last = FigureStyle::Coordinate; // none of the lines
+    for (const PlanFigure& figure : lines_) {
+        const EntityView entity = drawing_.entity(figure.entity);
+        const FigureStyle style = figure.figureStyle();
+        if (style != last) {
+            last = style;
+            painter.setPen(QPen(colourOf(style), 0.0, style == FigureStyle::IpLine ? Qt::DashDotLine : Qt::SolidLine));
+        }
+        const QPolygonF pixels = pixelsOf(entity.vertices, view);
+        const QRectF around = pixels.boundingRect();
+        const bool inside = clip.contains(around);
+        if (style == FigureStyle::Lot && entity.closed) {
+            painter.setBrush(kLotFill);
+            if (inside) {
+                painter.drawPolygon(pixels);
+                continue;
+            }
+            const QPen pen = painter.pen();
+            painter.setPen(Qt::NoPen);
+            painter.drawPolygon(clippedArea(pixels, clip));
+            painter.setPen(pen);
+        }
+        painter.setBrush(Qt::NoBrush);
+        stroke(entity, pixels, inside);
     }
 }
 
-void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, const PlanLook& look) const {
+void PlanPainter::paintMarkers(QImage& image, const ViewTransform& view) const {
+    const std::array<QRgb, kFigureStyles> colours = figureColours();
+    Dots dots(image, view);
+    for (const PlanFigure& figure : markers_) {
+        const host::MdGePoint3d& at = drawing_.entity(figure.entity).position();
+        dots.marker(at.x, at.y, colours[figure.style]);
+    }
+}
+
+void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, const PlanLook& look, LabelRoom& room) {
     const Extent visible = view.visible(kLabelMarginPixels);
+    const QRectF clip = clipOf(view);
+    std::vector<std::size_t> seen;
     painter.setRenderHint(QPainter::Antialiasing);
-    for (std::size_t a = 0; a < drawing_.alignmentCount(); ++a) {
+    for (std::size_t a = 0; a < std::min(index_.alignmentCount(), drawing_.alignmentCount()); ++a) {
         const Alignment& alignment = drawing_.alignment(a);
-        if (isHidden(look, drawing_, alignment.layer))
+        if (!meet(index_.alignmentExtent(a), visible) || isHidden(look, drawing_, alignment.layer))
             continue;
-        bool any = false;
-        for (const Element& element : alignment.elements) {
-            if (!meet(elementExtent(element), visible))
+        seen.push_back(a);
+        for (std::size_t e = 0; e < std::min(index_.elementCount(a), alignment.elements.size()); ++e) {
+            const Element& element = alignment.elements[e];
+            if (!meet(index_.elementExtent(a, e), visible))
                 continue;
-            any = true;
             ++drawn_;
             painter.setPen(QPen(colourOf(element.type), 2.0, Qt::SolidLine, Qt::FlatCap));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawPolyline(pixelsOf(element, view));
+            for (const QPolygonF& part : elementPixels(element, view, clip))
+                painter.drawPolyline(part);
         }
-        if (!any)
-            continue;
-        if (look.stations)
-            paintStations(painter, view, a);
-        if (look.labels)
-            paintAlignmentLabels(painter, view, a);
     }
+    for (const std::size_t a : seen) {
+        drawElementEnds(painter, view, drawing_.alignment(a));
+        if (look.labels) {
+            nameAlignment(painter, view, drawing_.alignment(a), room);
+            labelElements(painter, view, drawing_.alignment(a), room);
+        }
+    }
+    if (look.stations)
+        for (const std::size_t a : seen)
+            if (!drawing_.alignment(a).elements.empty())
+                paintStations(painter, view, drawing_.geometry(a), room, look.labels);
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-void PlanPainter::paintStations(QPainter& painter, const ViewTransform& view, std::size_t a) const {
-    const host::embedded::AlignmentGeometry& geometry = drawing_.geometry(a);
-    if (kStationStep * view.pixelsPerMetre() < 4.0)
-        return;
-    const Extent visible = view.visible(kLabelMarginPixels);
-    const double labelEvery =
-        kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
-    const double first = std::ceil(geometry.startStation() / kStationStep) * kStationStep;
-    for (double station = first; station <= geometry.endStation() + host::embedded::kStationTolerance;
-         station += kStationStep) {
-        const std::optional<host::embedded::Pose> pose = geometry.poseAt(station);
-        if (!pose || pose->point.x < visible.minX || pose->point.x > visible.maxX || pose->point.y < visible.minY ||
-            pose->point.y > visible.maxY)
+void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) const {
+    const QFontMetricsF metrics(painter.font());
+    const double height = metrics.ascent();
+    auto name = [&](const EntityView& entity) { return entity.row ? fromUtf8(entity.row->name) : QString(); };
+    for (const PlanFigure& figure : lines_) {
+        const EntityView entity = drawing_.entity(figure.entity);
+        const QString text = name(entity);
+        if (figure.figureStyle() != FigureStyle::Lot || text.isEmpty())
             continue;
-        const QPointF at = view.toPixel(pose->point.x, pose->point.y);
-        // Square to the travel; pixels run downwards.
-        const QPointF square(-std::sin(pose->direction), -std::cos(pose->direction));
-        painter.setPen(QPen(kInk, 1.0));
-        painter.drawLine(at - 4.0 * square, at + 4.0 * square);
-        if (std::abs(std::remainder(station, labelEvery)) < 1e-6)
-            drawText(painter, at + 9.0 * square, QStringLiteral("No.%1").arg(std::lround(station / kStationStep)),
-                     kFaintInk.darker(160));
+        const QRectF around = pixelsOf(entity.vertices, view).boundingRect();
+        const double width = metrics.horizontalAdvance(text);
+        const QPointF at = around.center() + QPointF(-width / 2.0, height / 2.0);
+        if (width < around.width() && height < around.height() &&
+            room.take(QRectF(at.x(), at.y() - height, width, height)))
+            drawText(painter, at, text, colourOf(FigureStyle::Lot).darker(135));
     }
-}
-
-void PlanPainter::paintAlignmentLabels(QPainter& painter, const ViewTransform& view, std::size_t a) const {
-    const Alignment& alignment = drawing_.alignment(a);
-    for (const Element& element : alignment.elements) {
-        painter.setPen(QPen(kInk, 1.0));
-        painter.setBrush(kPaper);
-        painter.drawEllipse(view.toPixel(element.start.x, element.start.y), 3.0, 3.0);
-        painter.drawEllipse(view.toPixel(element.end.x, element.end.y), 3.0, 3.0);
-        const QString label = elementLabel(element);
-        if (element.length * view.pixelsPerMetre() < painter.fontMetrics().horizontalAdvance(label))
+    for (const PlanFigure& figure : markers_) {
+        const EntityView entity = drawing_.entity(figure.entity);
+        const QString text = name(entity);
+        if (text.isEmpty())
             continue;
-        const host::embedded::Pose middle = host::embedded::poseOnElement(element, 0.5 * element.length);
-        double degrees = -middle.direction * 180.0 / 3.141592653589793;
-        degrees = std::remainder(degrees, 360.0);
-        if (degrees > 90.0 || degrees < -90.0)
-            degrees += 180.0; // never upside down
-        painter.save();
-        painter.translate(view.toPixel(middle.point.x, middle.point.y));
-        painter.rotate(degrees);
-        drawText(painter, {-painter.fontMetrics().horizontalAdvance(label) / 2.0, -6.0}, label, colourOf(element.type));
-        painter.restore();
-    }
-    if (!alignment.elements.empty()) {
-        QFont bold = painter.font();
-        bold.setBold(true);
-        painter.save();
-        painter.setFont(bold);
-        const PlanPoint& start = alignment.elements.front().start;
-        drawText(painter, view.toPixel(start.x, start.y) + QPointF(8.0, 16.0), fromUtf8(alignment.name), kInk);
-        painter.restore();
+        const double width = metrics.horizontalAdvance(text);
+        const QPointF pixel = view.toPixel(entity.position().x, entity.position().y);
+        for (const QPointF& shift : {QPointF(5.0, -3.0), QPointF(5.0, height), QPointF(-5.0 - width, -3.0)}) {
+            const QPointF at = pixel + shift;
+            if (!room.take(QRectF(at.x(), at.y() - height, width, height)))
+                continue;
+            drawText(painter, at, text, colourOf(figure.figureStyle()));
+            break;
+        }
     }
 }
 
 void PlanPainter::paintSelected(QPainter& painter, const ViewTransform& view, const PlanObject& object) const {
+    if (!exists(drawing_, object))
+        return;
+    const QRectF clip = clipOf(view);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
     if (object.kind == PlanObject::Kind::Entity) {
-        if (object.index >= drawing_.entityCount())
-            return;
         const EntityView entity = drawing_.entity(object.index);
-        painter.setPen(QPen(kSelection, 3.0));
-        if (entity.isPoint())
+        painter.setPen(QPen(kSelection, 3.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        if (entity.isPoint()) {
             painter.drawEllipse(view.toPixel(entity.position().x, entity.position().y), 7.0, 7.0);
-        else if (entity.closed)
-            painter.drawPolygon(pixelsOf(entity, view));
-        else
-            painter.drawPolyline(pixelsOf(entity, view));
+            return;
+        }
+        const QPolygonF pixels = pixelsOf(entity.vertices, view);
+        if (entity.closed) {
+            QColor fill = kSelection;
+            fill.setAlphaF(0.15F);
+            painter.setBrush(fill);
+            painter.setPen(Qt::NoPen);
+            painter.drawPolygon(clippedArea(pixels, clip));
+            painter.setPen(QPen(kSelection, 3.0));
+        }
+        for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip))
+            painter.drawPolyline(part);
         return;
     }
-    if (object.index >= drawing_.alignmentCount())
-        return;
     const Alignment& alignment = drawing_.alignment(object.index);
     for (std::size_t i = 0; i < alignment.elements.size(); ++i) {
         const bool chosen = !object.element || *object.element == i;
         QColor colour = kSelection;
         colour.setAlphaF(chosen ? 0.9F : 0.35F);
         painter.setPen(QPen(colour, chosen ? 5.0 : 3.0, Qt::SolidLine, Qt::FlatCap));
-        painter.drawPolyline(pixelsOf(alignment.elements[i], view));
+        for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip))
+            painter.drawPolyline(part);
     }
-}
-
-std::optional<PlanObject> objectAt(const Drawing& drawing, const PlanIndex& index, const ViewTransform& view,
-                                   const PlanLook& look, const QPointF& pixel, double reach) {
-    std::optional<PlanObject> best;
-    double nearest = reach;
-    Extent around;
-    around.add(view.toX(pixel.x() - reach), view.toY(pixel.y() - reach));
-    around.add(view.toX(pixel.x() + reach), view.toY(pixel.y() + reach));
-
-    for (std::size_t a = 0; a < drawing.alignmentCount(); ++a) {
-        const Alignment& alignment = drawing.alignment(a);
-        if (isHidden(look, drawing, alignment.layer))
-            continue;
-        for (std::size_t e = 0; e < alignment.elements.size(); ++e) {
-            if (!meet(elementExtent(alignment.elements[e]), around))
-                continue;
-            const double distance = distanceToLine(pixelsOf(alignment.elements[e], view), pixel, false);
-            if (distance <= nearest) {
-                nearest = distance;
-                best = PlanObject{PlanObject::Kind::Alignment, a, e};
-            }
-        }
-    }
-    std::optional<PlanObject> within; // the lot that the pixel lies in, if nothing is nearer
-    index.query(around, [&](std::size_t i) {
-        const EntityView entity = drawing.entity(i);
-        if (isHidden(look, drawing, entity.layer))
-            return true;
-        double distance = 0.0;
-        if (entity.isPoint()) {
-            const QPointF at = view.toPixel(entity.position().x, entity.position().y);
-            distance = std::max(0.0, std::hypot(at.x() - pixel.x(), at.y() - pixel.y()) - kPointReachBonus);
-        } else {
-            const QPolygonF pixels = pixelsOf(entity, view);
-            distance = distanceToLine(pixels, pixel, entity.closed);
-            if (entity.closed && pixels.containsPoint(pixel, Qt::OddEvenFill))
-                within = PlanObject{PlanObject::Kind::Entity, i, {}};
-        }
-        if (distance < nearest || (entity.isPoint() && distance <= nearest)) {
-            nearest = distance;
-            best = PlanObject{PlanObject::Kind::Entity, i, {}};
-        }
-        return true;
-    });
-    return best ? best : within;
-}
-
-Extent extentOf(const Drawing& drawing, const PlanObject& object) {
-    if (object.kind == PlanObject::Kind::Entity)
-        return drawing.entityExtent(object.index);
-    Extent extent;
-    const Alignment& alignment = drawing.alignment(object.index);
-    for (std::size_t i = 0; i < alignment.elements.size(); ++i)
-        if (!object.element || *object.element == i)
-            extent.add(elementExtent(alignment.elements[i]));
-    return extent;
 }
 
 } // namespace fenmark::desk

@@ -1,0 +1,63 @@
+// An object of the plan, and what lies under the pointer.
+#pragma once
+
+#include "desk/plan/plan_index.h"
+#include "desk/plan/view_transform.h"
+#include "host/embedded/drawing.h"
+
+#include <QPointF>
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::desk {
+
+// An entity, or an alignment and perhaps one of its elements, by index.
+struct PlanObject {
+    enum class Kind { Entity, Alignment };
+    Kind kind = Kind::Entity;
+    std::size_t index = 0;
+    std::optional<std::size_t> element; // of an alignment
+
+    friend bool operator==(const PlanObject&, const PlanObject&) = default;
+};
+
+// What the user wants to see.
+struct PlanLook {
+    std::vector<bool> hiddenLayers; // by index of the layer; missing ones are shown
+    bool labels = true;             // names, element lengths and radii
+    bool stations = true;           // every 20 m
+    bool grid = true;
+
+    bool hides(std::size_t layer) const { return layer < hiddenLayers.size() && hiddenLayers[layer]; }
+};
+
+bool isHidden(const PlanLook& look, const host::embedded::Drawing& drawing, std::string_view layer);
+bool isHidden(const PlanLook& look, const host::embedded::Drawing& drawing, const PlanObject& object);
+
+// The objects within reach of the pixel, nearest first; a point wins over a line that is as near. Behind them the
+// closed polylines around the pixel, smallest first.
+std::vector<PlanObject> objectsAt(const host::embedded::Drawing& drawing, const PlanIndex& index,
+                                  const ViewTransform& view, const PlanLook& look, const QPointF& pixel,
+                                  double reachPixels);
+
+// The shown objects whose boxes meet what is in view, in the drawing's order, alignments (by element) before entities.
+std::vector<PlanObject> objectsInView(const host::embedded::Drawing& drawing, const PlanIndex& index,
+                                      const ViewTransform& view, const PlanLook& look);
+
+// False if the drawing holds no such object, as after an undo.
+bool exists(const host::embedded::Drawing& drawing, const PlanObject& object);
+
+host::embedded::Extent extentOf(const host::embedded::Drawing& drawing, const PlanObject& object);
+
+// The point of the nearest shown alignment, for the station and offset of a place.
+struct NearestStation {
+    std::size_t alignment = 0;
+    host::embedded::StationOffset at;
+};
+std::optional<NearestStation> nearestStation(const host::embedded::Drawing& drawing, const PlanIndex& index,
+                                             const PlanLook& look, double x, double y, double reachMetres);
+
+} // namespace fenmark::desk

@@ -1,0 +1,38 @@
+// Names on the plan: text that reads on top of lines, and the room that is left for it.
+#pragma once
+
+#include <QColor>
+#include <QPainter>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::desk {
+
+QString fromUtf8(std::string_view text);
+
+// Text with a halo of paper around it; `at` is the left end of its base line.
+void drawText(QPainter& painter, const QPointF& at, const QString& text, const QColor& colour);
+
+// "No.5" or "No.5+12.345" for stakes 20 m apart.
+QString stakeName(double station);
+
+// Which parts of the view hold text already, in cells of a few pixels.
+class LabelRoom {
+  public:
+    explicit LabelRoom(const QSizeF& view);
+    // Takes the place if it is free and within the view.
+    bool take(const QRectF& place);
+
+  private:
+    static constexpr double kCell = 6.0; // pixels
+    int columns_;
+    int rows_;
+    std::vector<std::uint8_t> taken_;
+};
+
+} // namespace fenmark::desk

@@ -1,0 +1,203 @@
+#include "desk/plan/plan_view.h"
+
+#include "desk/plan/plan_furniture.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace fenmark::desk {
+
+using host::embedded::Extent;
+
+PlanView::PlanView(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setObjectName(QStringLiteral("plan"));
+    updateCursor();
+}
+
+void PlanView::setDrawing(const host::embedded::Drawing* drawing) {
+    painter_.reset();
+    drawing_ = drawing;
+    look_.hiddenLayers.clear();
+    const bool had = selected_.has_value();
+    selected_.reset();
+    lastClick_.reset();
+    if (drawing_ != nullptr)
+        painter_.emplace(*drawing_, index_);
+    fitPending_ = true;
+    drawingChanged();
+    if (had)
+        emit selectionChanged();
+}
+
+void PlanView::drawingChanged() {
+    const bool wasEmpty = index_.extent().empty();
+    index_ = drawing_ != nullptr ? PlanIndex(*drawing_) : PlanIndex();
+    if (wasEmpty)
+        fitPending_ = true;
+    lastClick_.reset();
+    dirty_ = true;
+    if (selected_ && (drawing_ == nullptr || !exists(*drawing_, *selected_))) {
+        selected_.reset();
+        emit selectionChanged();
+    }
+    if (fitPending_)
+        fitAll();
+    update();
+}
+
+void PlanView::setFrozen(bool frozen) {
+    frozen_ = frozen;
+    drag_ = Drag::None;
+    if (!frozen)
+        update();
+}
+
+void PlanView::setLook(const PlanLook& look) {
+    look_ = look;
+    dirty_ = true;
+    if (ready() && selected_ && desk::isHidden(look_, *drawing_, *selected_))
+        select(std::nullopt);
+    update();
+}
+
+void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
+    if (!ready())
+        return;
+    const std::optional<PlanObject> wanted = object && exists(*drawing_, *object) ? object : std::nullopt;
+    if (intoView && wanted)
+        bringIntoView(*wanted);
+    if (wanted == selected_)
+        return;
+    selected_ = wanted;
+    update();
+    emit selectionChanged();
+}
+
+void PlanView::setHint(const QString& large, const QString& small) {
+    hintLarge_ = large;
+    hintSmall_ = small;
+    update();
+}
+
+std::size_t PlanView::render() {
+    if (!painter_ || frozen_)
+        return 0;
+    if (dirty_ || picture_.isNull()) {
+        painter_->paint(picture_, view_, look_, devicePixelRatioF(), font());
+        dirty_ = false;
+    }
+    return painter_->drawn();
+}
+
+void PlanView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    render();
+    if (picture_.isNull())
+        painter.fillRect(rect(), palette().base());
+    else
+        painter.drawImage(QPointF(0, 0), picture_);
+    if (!ready())
+        return;
+    if (selected_)
+        painter_->paintSelected(painter, view_, *selected_);
+    paintFurniture(painter, view_, font());
+    if (index_.extent().empty())
+        paintHint(painter, rect(), hintLarge_, hintSmall_, font());
+    if (drag_ == Drag::Window)
+        paintZoomWindow(painter, QRectF(dragFrom_, dragLast_).normalized());
+    if (hasFocus())
+        paintFocus(painter, rect(), palette().color(QPalette::Highlight));
+}
+
+void PlanView::resizeEvent(QResizeEvent*) {
+    view_.setSize(size());
+    dirty_ = true;
+    if (fitPending_ && ready())
+        fitAll();
+    emit viewChanged();
+}
+
+void PlanView::viewMoved() {
+    dirty_ = true;
+    update();
+    emit viewChanged();
+}
+
+void PlanView::fitAll() {
+    view_.setSize(size());
+    view_.fit(index_.extent());
+    fitPending_ = !isVisible() || index_.extent().empty();
+    viewMoved();
+}
+
+void PlanView::fitSelected() {
+    if (!ready() || !selected_)
+        return;
+    view_.fit(extentOf(*drawing_, *selected_));
+    viewMoved();
+}
+
+bool PlanView::bringIntoView(const PlanObject& object) {
+    const Extent box = extentOf(*drawing_, object);
+    const Extent seen = view_.visible(-20.0);
+    if (box.empty() ||
+        (box.minX >= seen.minX && box.maxX <= seen.maxX && box.minY >= seen.minY && box.maxY <= seen.maxY))
+        return false;
+    if (box.maxX - box.minX > seen.maxX - seen.minX || box.maxY - box.minY > seen.maxY - seen.minY)
+        view_.fit(box);
+    else
+        view_.centreOn(0.5 * (box.minX + box.maxX), 0.5 * (box.minY + box.maxY));
+    viewMoved();
+    return true;
+}
+
+void PlanView::startZoomWindow() {
+    windowArmed_ = true;
+    updateCursor();
+}
+
+void PlanView::panPixels(double dx, double dy) {
+    view_.panPixels(dx, dy);
+    viewMoved();
+}
+
+void PlanView::zoomAt(const QPointF& pixel, double factor) {
+    view_.zoomAt(pixel, factor);
+    viewMoved();
+}
+
+void PlanView::zoomMiddle(double factor) {
+    zoomAt(QPointF(width() / 2.0, height() / 2.0), factor);
+}
+
+bool PlanView::stepSelection(int step, bool around) {
+    if (!ready())
+        return false;
+    const std::vector<PlanObject> objects = objectsInView(*drawing_, index_, view_, look_);
+    if (objects.empty())
+        return false;
+    const auto at = selected_ ? std::find(objects.begin(), objects.end(), *selected_) : objects.end();
+    const auto count = static_cast<std::ptrdiff_t>(objects.size());
+    std::ptrdiff_t next = step > 0 ? 0 : count - 1;
+    if (at != objects.end())
+        next = (at - objects.begin()) + step;
+    if (next < 0 || next >= count) {
+        if (!around)
+            return false;
+        next = (next + count) % count;
+    }
+    select(objects[static_cast<std::size_t>(next)]);
+    return true;
+}
+
+void PlanView::selectNext(int step) {
+    stepSelection(step, true);
+}
+
+} // namespace fenmark::desk

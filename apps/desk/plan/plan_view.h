@@ -1,0 +1,121 @@
+// The plan of a drawing as a widget: pan, zoom, selection, and where the pointer is.
+//
+// What is drawn is kept as a picture and drawn anew when the view or the drawing changes; the selection and the
+// furniture (north arrow, scale bar) lie on top of it.
+#pragma once
+
+#include "desk/plan/plan_index.h"
+#include "desk/plan/plan_object.h"
+#include "desk/plan/plan_painter.h"
+#include "desk/plan/view_transform.h"
+#include "host/embedded/drawing.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <optional>
+#include <vector>
+
+namespace fenmark::desk {
+
+class PlanView : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit PlanView(QWidget* parent = nullptr);
+
+    // Shows another drawing from its whole extent; null shows none. The drawing must outlive the view.
+    void setDrawing(const host::embedded::Drawing* drawing);
+    // The drawing grew or shrank: what is shown and selected follows.
+    void drawingChanged();
+    // While a command changes the drawing, the last picture stands and nothing is asked of the drawing.
+    void setFrozen(bool frozen);
+
+    const ViewTransform& view() const { return view_; }
+    const PlanIndex& index() const { return index_; }
+    const PlanLook& look() const { return look_; }
+    void setLook(const PlanLook& look);
+
+    const std::optional<PlanObject>& selected() const { return selected_; }
+    // Brings the object into view if it is not, on demand.
+    void select(const std::optional<PlanObject>& object, bool bringIntoView = false);
+
+    // Lines of text in the middle of an empty plan.
+    void setHint(const QString& large, const QString& small);
+
+    // Draws the picture at once if it is out of date; the objects drawn.
+    std::size_t render();
+
+    QSize sizeHint() const override { return {800, 600}; }
+    QSize minimumSizeHint() const override { return {200, 150}; }
+
+  public slots:
+    void fitAll();
+    void fitSelected();
+    void zoomIn() { zoomMiddle(kZoomStep); }
+    void zoomOut() { zoomMiddle(1.0 / kZoomStep); }
+    void startZoomWindow(); // the next drag with the left button names the window
+    void selectNext(int step);
+    void panPixels(double dx, double dy);
+    void zoomAt(const QPointF& pixel, double factor);
+
+  signals:
+    void selectionChanged();
+    void activated(); // the selected object is to be looked at more closely
+    void viewChanged();
+    // The pointer's place in the drawing, x east and y north.
+    void pointerMoved(double x, double y);
+    void pointerLeft();
+
+  protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+  private:
+    static constexpr double kZoomStep = 1.25;
+
+    enum class Drag { None, Press, Pan, Window };
+
+    bool ready() const { return drawing_ != nullptr && !frozen_; }
+    void viewMoved();
+    void zoomMiddle(double factor);
+    void clickAt(const QPointF& pixel);
+    void updateCursor();
+    bool bringIntoView(const PlanObject& object);
+    bool stepSelection(int step, bool around);
+
+    const host::embedded::Drawing* drawing_ = nullptr;
+    PlanIndex index_;
+    std::optional<PlanPainter> painter_;
+    PlanLook look_;
+    ViewTransform view_;
+    QImage picture_;
+    bool dirty_ = true;
+    bool frozen_ = false;
+    bool fitPending_ = true; // fit as soon as the widget has its size
+    std::optional<PlanObject> selected_;
+    QString hintLarge_;
+    QString hintSmall_;
+
+    Drag drag_ = Drag::None;
+    Qt::MouseButton dragButton_ = Qt::NoButton;
+    QPointF dragFrom_;
+    QPointF dragLast_;
+    bool windowArmed_ = false;
+    bool spaceHeld_ = false;
+    std::optional<QPointF> lastClick_; // a further click at the same place takes the next object there
+    std::size_t clickRound_ = 0;
+};
+
+} // namespace fenmark::desk

@@ -1,0 +1,77 @@
+// The embedded host at work on one drawing: opening and keeping it, running commands on it, and taking steps back.
+// No windows here.
+#pragma once
+
+#include "host/embedded/embedded_host.h"
+#include "host/embedded/module_host.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace fenmark::desk {
+
+// What one step did, for the name of its undoing.
+enum class StepKind { Import, Layer, Zone };
+
+struct Step {
+    StepKind kind;
+    host::embedded::Drawing::Mark before;
+};
+
+struct CommandOutcome {
+    bool ok = false;
+    std::string message; // why not, in one line
+    bool changed = false;
+    std::string logPath; // the log that the command wrote; empty for none
+    host::embedded::LayoutNotes notes;
+};
+
+class DeskSession {
+  public:
+    DeskSession() = default;
+
+    host::embedded::EmbeddedHost& host() { return host_; }
+    host::embedded::ModuleHost& modules() { return modules_; }
+    host::embedded::Drawing& drawing() { return host_.drawing(); }
+    const host::embedded::Drawing& drawing() const { return host_.currentDocument()->drawing(); }
+
+    // The first of the paths where there is a file is loaded.
+    host::embedded::ModuleResult loadModule(const std::vector<std::string>& paths);
+
+    void newDrawing();
+    // On failure the drawing at hand stays open.
+    host::embedded::StoreResult open(const std::string& path);
+    host::embedded::StoreResult save(const std::string& path);
+    // Where the drawing is kept; empty for a new one.
+    const std::string& path() const { return host_.currentDocument()->store().path(); }
+    // True if closing the drawing would lose something.
+    bool hasChanges() const;
+
+    // Runs a command of the module. All that it makes is one step. The path is that of a file that the command is to
+    // begin with, or empty.
+    CommandOutcome run(std::string_view command, const std::string& pendingFile = {});
+    bool isRunning() const { return running_; }
+
+    // False if there is a layer of that name already.
+    bool addLayer(const std::string& name);
+    void setZone(int zone);
+
+    const std::vector<Step>& steps() const { return steps_; }
+    // Takes the last step back; false if there is none.
+    bool undo();
+
+  private:
+    void replaceDocument(host::embedded::Document& old);
+    bool keepStep(StepKind kind, const host::embedded::Drawing::Mark& before);
+
+    host::embedded::EmbeddedHost host_;
+    host::embedded::ModuleHost modules_; // gone before the host that its modules know
+    std::vector<Step> steps_;
+    bool running_ = false;
+};
+
+// Where Fenmark.mdm may lie: named by the environment, beside the program, in the installation.
+std::vector<std::string> modulePaths(const std::string& programFolder);
+
+} // namespace fenmark::desk

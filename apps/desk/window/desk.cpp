@@ -1,0 +1,200 @@
+#include "desk/window/desk.h"
+
+#include "desk/window/main_window.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QSettings>
+#include <QTimer>
+
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fenmark::desk {
+
+namespace {
+
+constexpr const char* kHelp =
+    R"(fenmark-desk: shows drawings and brings SIMA survey files into them.
+
+Usage: fenmark-desk [OPTIONS] [FILE]
+
+  FILE                    a drawing (.gpkg) to open, or a SIMA file (.sim) to import
+  --screenshot OUT.png    draw the window with the drawing FILE, without a display, and exit
+  --size WIDTHxHEIGHT     size of the window in pixels (default 1400x900)
+  --lang ja|en            language of the window (default: the user's locale)
+  --help                  this text
+  --version               the version
+
+Example: fenmark-desk --screenshot plan.png road.gpkg
+)";
+
+constexpr int kNotDone = 1;
+constexpr int kWrongUsage = 2;
+constexpr int kLargestSide = 16384; // pixels
+
+struct Options {
+    std::string file;
+    std::string screenshot;
+    QSize size{1400, 900};
+    bool sizeGiven = false;
+    std::optional<Language> language;
+    bool help = false;
+    bool version = false;
+    std::string wrong; // what is wrong with the usage
+};
+
+std::optional<QSize> sizeOf(const std::string& text) {
+    const QStringList sides = QString::fromStdString(text).split(QLatin1Char('x'));
+    bool wide = false;
+    bool high = false;
+    if (sides.size() != 2)
+        return std::nullopt;
+    const QSize size(sides[0].toInt(&wide), sides[1].toInt(&high));
+    if (!wide || !high || size.width() < 1 || size.height() < 1 || size.width() > kLargestSide ||
+        size.height() > kLargestSide)
+        return std::nullopt;
+    return size;
+}
+
+// The toolkit takes its own options (-style and the like) out of the list later; they are left alone here.
+Options parse(const std::vector<std::string>& arguments) {
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string name = arguments[i];
+        std::optional<std::string> value;
+        if (name.starts_with("--") && name.find('=') != std::string::npos) {
+            value = name.substr(name.find('=') + 1);
+            name.resize(name.find('='));
+        }
+        const bool takesValue = name == "--screenshot" || name == "--size" || name == "--lang";
+        if (takesValue && !value) {
+            if (i + 1 >= arguments.size()) {
+                options.wrong = name + " needs a value";
+                return options;
+            }
+            value = arguments[++i];
+        }
+        if (name == "--help" || name == "-h") {
+            options.help = true;
+        } else if (name == "--version") {
+            options.version = true;
+        } else if (name == "--screenshot") {
+            options.screenshot = *value;
+        } else if (name == "--size") {
+            const std::optional<QSize> size = sizeOf(*value);
+            if (!size)
+                options.wrong = "--size: " + *value + " is no size such as 1400x900";
+            options.size = size.value_or(options.size);
+            options.sizeGiven = true;
+        } else if (name == "--lang") {
+            if (*value != "ja" && *value != "en")
+                options.wrong = "--lang: " + *value + " is neither ja nor en";
+            options.language = *value == "ja" ? Language::Japanese : Language::English;
+        } else if (name.size() > 1 && name.front() == '-') {
+            options.wrong = "no option named " + name;
+        } else if (!options.file.empty()) {
+            options.wrong = "one file at a time: " + name;
+        } else {
+            options.file = name;
+        }
+    }
+    if (options.wrong.empty() && !options.help && !options.version && !options.screenshot.empty() &&
+        options.file.empty())
+        options.wrong = "--screenshot needs a drawing to show";
+    return options;
+}
+
+int fail(int code, const std::string& message) {
+    std::fprintf(stderr, "fenmark-desk: %s\n", message.c_str());
+    return code;
+}
+
+// Chinese and Japanese share characters that they write differently: without a Japanese font by name, the toolkit may
+// take one of the others.
+void useJapaneseFonts() {
+    QFont font = QApplication::font();
+    QStringList families{font.family()};
+    const QStringList known = QFontDatabase::families();
+    for (const char* family : {"Yu Gothic UI", "Meiryo UI", "Noto Sans CJK JP", "IPAPGothic", "TakaoPGothic"})
+        if (known.contains(QLatin1String(family)))
+            families << QLatin1String(family);
+    font.setFamilies(families);
+    QApplication::setFont(font);
+}
+
+Language languageFor(const Options& options) {
+    if (options.language)
+        return *options.language;
+    const QString kept =
+        options.screenshot.empty() ? QSettings().value(QStringLiteral("language")).toString() : QString();
+    if (kept == QStringLiteral("ja"))
+        return Language::Japanese;
+    return kept == QStringLiteral("en") ? Language::English : languageOfLocale();
+}
+
+int takePicture(const Options& options) {
+    MainWindow window({languageFor(options), false});
+    const host::embedded::StoreResult opened = window.showDrawing(options.file);
+    if (!opened)
+        return fail(kNotDone, opened.message);
+    window.resize(options.size);
+    window.show();
+    // The panels settle in a few rounds of the event loop.
+    for (int round = 0; round < 5; ++round)
+        QApplication::processEvents();
+    window.plan().fitAll();
+    window.plan().clearFocus();
+    QApplication::processEvents();
+    if (!window.grab().toImage().save(QString::fromStdString(options.screenshot), "PNG"))
+        return fail(kNotDone, options.screenshot + ": cannot be written");
+    return 0;
+}
+
+int runWindow(const Options& options) {
+    MainWindow window({languageFor(options), true});
+    window.loadModule(modulePaths(QApplication::applicationDirPath().toStdString()));
+    if (options.sizeGiven)
+        window.resize(options.size);
+    window.show();
+    if (!options.file.empty())
+        QTimer::singleShot(0, &window, [&] {
+            window.openFileSafely(QFileInfo(QString::fromLocal8Bit(options.file.c_str())).absoluteFilePath());
+        });
+    return QApplication::exec();
+}
+
+} // namespace
+
+int runDesk(int argc, char** argv) {
+    const Options options = parse(std::vector<std::string>(argv + 1, argv + argc));
+    if (options.help) {
+        std::fputs(kHelp, stdout);
+        return 0;
+    }
+    if (options.version) {
+        std::puts("fenmark-desk " FENMARK_VERSION);
+        return 0;
+    }
+    if (!options.wrong.empty())
+        return fail(kWrongUsage, options.wrong + " (--help tells the usage)");
+    if (!options.screenshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    int toolkitArgc = 1; // the options are ours, all of them
+    QApplication application(toolkitArgc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("Fenmark"));
+    QCoreApplication::setApplicationName(QStringLiteral("fenmark-desk"));
+    useJapaneseFonts();
+    try {
+        return options.screenshot.empty() ? runWindow(options) : takePicture(options);
+    } catch (const std::exception& error) {
+        return fail(kNotDone, error.what());
+    }
+}
+
+} // namespace fenmark::desk

@@ -1,0 +1,342 @@
+// The window's parts and their words.
+#include "desk/window/main_window.h"
+
+#include "desk/window/icons.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QInputDialog>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSettings>
+#include <QStatusBar>
+
+namespace fenmark::desk {
+
+using host::embedded::PositiveRadius;
+
+namespace {
+
+constexpr int kZones = 19;
+constexpr int kWidth = 1400;
+constexpr int kHeight = 900;
+
+FileQuestions realQuestions() {
+    return {[](QWidget* parent, const QString& title, const QString& folder, const QString& filter) {
+                return QFileDialog::getOpenFileName(parent, title, folder, filter);
+            },
+            [](QWidget* parent, const QString& title, const QString& proposal, const QString& filter) {
+                return QFileDialog::getSaveFileName(parent, title, proposal, filter);
+            },
+            [](QWidget* parent, const QString& title, const QString& label) {
+                return QInputDialog::getText(parent, title, label);
+            }};
+}
+
+} // namespace
+
+MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
+    : QMainWindow(parent), texts_(options.language), options_(options), questions_(realQuestions()),
+      plan_(new PlanView(this)) {
+    setObjectName(QStringLiteral("desk"));
+    setCentralWidget(plan_);
+    setAcceptDrops(true);
+    setDockNestingEnabled(true);
+    resize(kWidth, kHeight);
+    makePanels();
+    makeMenus();
+    makeToolBar();
+    makeStatusBar();
+    readSettings();
+    retranslate();
+    paintIcons();
+
+    session_.host().setMainWindow(static_cast<QWidget*>(this));
+    session_.host().onMessageBox([this](const host::embedded::MessageBox& message) {
+        QMessageBox box(QMessageBox::Warning, QString::fromStdString(message.caption),
+                        QString::fromStdString(message.text), QMessageBox::NoButton, this);
+        box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
+        box.exec();
+    });
+    session_.modules().onLine([this](const std::string& line) { command_->say(QString::fromStdString(line)); });
+
+    connect(plan_, &PlanView::selectionChanged, this, [this] { guarded([this] { selectionChanged(); }); });
+    connect(plan_, &PlanView::pointerMoved, this, &MainWindow::pointerMoved);
+    connect(plan_, &PlanView::pointerLeft, this, [this] {
+        position_->clear();
+        station_->clear();
+    });
+    connect(plan_, &PlanView::activated, this, [this] {
+        for (const auto& [dock, text] : docks_)
+            if (text == Text::PropertiesPanel)
+                dock->show();
+        properties_->setFocus();
+    });
+    drawingReplaced();
+    plan_->setFocus();
+}
+
+MainWindow::~MainWindow() {
+    plan_->setDrawing(nullptr);
+    session_.host().onMessageBox(nullptr);
+    session_.host().setMainWindow(nullptr);
+}
+
+QAction* MainWindow::action(Text text) const {
+    for (const auto& [action, own] : actions_)
+        if (own == text)
+            return action;
+    return nullptr;
+}
+
+QAction* MainWindow::addAction(QMenu* menu, Text text, const QKeySequence& keys, std::function<void()> act) {
+    auto* action = new QAction(this);
+    action->setShortcut(keys);
+    if (menu != nullptr)
+        menu->addAction(action);
+    if (act)
+        connect(action, &QAction::triggered, this, [this, act = std::move(act)] { guarded(act); });
+    actions_.emplace_back(action, text);
+    return action;
+}
+
+void MainWindow::makeMenus() {
+    auto addMenu = [this](Text text) {
+        QMenu* menu = menuBar()->addMenu(QString());
+        menus_.emplace_back(menu, text);
+        return menu;
+    };
+    QMenu* file = addMenu(Text::FileMenu);
+    addAction(file, Text::New, QKeySequence::New, [this] { newDrawing(); });
+    addAction(file, Text::Open, QKeySequence::Open, [this] { chooseDrawing(); });
+    recentMenu_ = file->addMenu(QString());
+    menus_.emplace_back(recentMenu_, Text::OpenRecent);
+    file->addSeparator();
+    addAction(file, Text::Import, QKeySequence(Qt::CTRL | Qt::Key_I), [this] { importFile(); });
+    file->addSeparator();
+    addAction(file, Text::Save, QKeySequence::Save, [this] { saveDrawing(); });
+    addAction(file, Text::SaveAs, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { saveDrawingAs(); });
+    addAction(file, Text::Export, QKeySequence(Qt::CTRL | Qt::Key_E), [this] { exportDrawing(); });
+    file->addSeparator();
+    addAction(file, Text::Quit, QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+
+    QMenu* edit = addMenu(Text::EditMenu);
+    addAction(edit, Text::Undo, QKeySequence::Undo, [this] { undo(); });
+    edit->addSeparator();
+    addAction(edit, Text::AddLayer, QKeySequence(Qt::CTRL | Qt::Key_L), [this] { addLayer(); });
+    addAction(edit, Text::ClearSelection, QKeySequence(Qt::CTRL | Qt::Key_D), [this] { plan_->select(std::nullopt); });
+
+    QMenu* view = addMenu(Text::ViewMenu);
+    addAction(view, Text::Fit, QKeySequence(Qt::CTRL | Qt::Key_0), [this] { plan_->fitAll(); });
+    addAction(view, Text::FitSelection, QKeySequence(Qt::CTRL | Qt::Key_9), [this] { plan_->fitSelected(); });
+    addAction(view, Text::ZoomIn, QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { plan_->zoomIn(); });
+    addAction(view, Text::ZoomOut, QKeySequence(Qt::CTRL | Qt::Key_Minus), [this] { plan_->zoomOut(); });
+    addAction(view, Text::ZoomWindow, QKeySequence(Qt::CTRL | Qt::Key_W), [this] { plan_->startZoomWindow(); });
+    view->addSeparator();
+    for (const Text text : {Text::ShowLabels, Text::ShowStations, Text::ShowGrid}) {
+        QAction* shown = addAction(view, text, {}, [this] { applyLook(); });
+        shown->setCheckable(true);
+        shown->setChecked(true);
+    }
+    view->addSeparator();
+    for (const auto& [dock, text] : docks_)
+        view->addAction(dock->toggleViewAction());
+    view->addSeparator();
+    addAction(view, Text::NextPane, QKeySequence(Qt::Key_F6), [this] { focusNextPane(1); });
+    auto* back = new QAction(this);
+    back->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6));
+    connect(back, &QAction::triggered, this, [this] { focusNextPane(-1); });
+    auto* toCommand = new QAction(this);
+    toCommand->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space));
+    connect(toCommand, &QAction::triggered, this, [this] { command_->edit()->setFocus(); });
+    QMainWindow::addAction(back);
+    QMainWindow::addAction(toCommand);
+
+    makeSettingsMenu();
+    QMenu* help = addMenu(Text::HelpMenu);
+    addAction(help, Text::Keys, QKeySequence(Qt::Key_F1), [this] { tell(texts_(Text::KeysText)); });
+    addAction(help, Text::About, {},
+              [this] { tell(QStringLiteral("Fenmark Desk " FENMARK_VERSION "\n\n") + texts_(Text::AboutText)); });
+}
+
+void MainWindow::makeSettingsMenu() {
+    QMenu* settings = menuBar()->addMenu(QString());
+    menus_.emplace_back(settings, Text::SettingsMenu);
+    auto addChoices = [&](Text text) {
+        QMenu* menu = settings->addMenu(QString());
+        menus_.emplace_back(menu, text);
+        return menu;
+    };
+    QMenu* zone = addChoices(Text::Zone);
+    auto* zoneGroup = new QActionGroup(this);
+    for (int number = 0; number <= kZones; ++number) {
+        QAction* choice = zoneGroup->addAction(zone->addAction(QString()));
+        choice->setCheckable(true);
+        connect(choice, &QAction::triggered, this, [this, number] { guarded([this, number] { setZone(number); }); });
+        zones_.emplace_back(choice, number);
+    }
+    QMenu* radius = addChoices(Text::PositiveRadius);
+    auto* radiusGroup = new QActionGroup(this);
+    for (const auto& [text, sense] :
+         {std::pair(Text::RadiusAuto, PositiveRadius::Auto), std::pair(Text::RadiusLeft, PositiveRadius::Left),
+          std::pair(Text::RadiusRight, PositiveRadius::Right)}) {
+        QAction* choice =
+            addAction(radius, text, {}, [this, sense = sense] { session_.host().setPositiveRadius(sense); });
+        choice->setCheckable(true);
+        choice->setChecked(sense == PositiveRadius::Auto);
+        radiusGroup->addAction(choice);
+    }
+    QMenu* language = addChoices(Text::LanguageMenu);
+    auto* languageGroup = new QActionGroup(this);
+    for (const auto& [name, value] : {std::pair(QStringLiteral("日本語"), Language::Japanese),
+                                      std::pair(QStringLiteral("English"), Language::English)}) {
+        QAction* choice = languageGroup->addAction(language->addAction(name));
+        choice->setCheckable(true);
+        choice->setChecked(value == texts_.language());
+        connect(choice, &QAction::triggered, this,
+                [this, value = value] { guarded([this, value] { setLanguage(value); }); });
+    }
+}
+
+void MainWindow::makeToolBar() {
+    toolBar_ = addToolBar(QString());
+    toolBar_->setObjectName(QStringLiteral("toolBar"));
+    toolBar_->setMovable(false);
+    toolBar_->setIconSize({20, 20});
+    toolBar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    for (const Text text : {Text::New, Text::Open, Text::Save})
+        toolBar_->addAction(action(text));
+    toolBar_->addSeparator();
+    toolBar_->addAction(action(Text::Import));
+    toolBar_->addAction(action(Text::Undo));
+    toolBar_->addSeparator();
+    for (const Text text : {Text::Fit, Text::ZoomIn, Text::ZoomOut, Text::ZoomWindow})
+        toolBar_->addAction(action(text));
+}
+
+void MainWindow::paintIcons() {
+    const QColor ink = palette().color(QPalette::ButtonText);
+    for (const auto& [text, picture] :
+         {std::pair(Text::New, Picture::New), std::pair(Text::Open, Picture::Open),
+          std::pair(Text::Save, Picture::Save), std::pair(Text::Import, Picture::Import),
+          std::pair(Text::Undo, Picture::Undo), std::pair(Text::Fit, Picture::Fit),
+          std::pair(Text::ZoomIn, Picture::ZoomIn), std::pair(Text::ZoomOut, Picture::ZoomOut),
+          std::pair(Text::ZoomWindow, Picture::ZoomWindow)})
+        action(text)->setIcon(icon(picture, ink));
+    setWindowIcon(icon(Picture::Program, ink));
+}
+
+void MainWindow::makePanels() {
+    auto addDock = [this](Text text, QWidget* widget, Qt::DockWidgetArea area) {
+        auto* dock = new QDockWidget(this);
+        dock->setObjectName(QStringLiteral("dock%1").arg(static_cast<int>(docks_.size())));
+        dock->setWidget(widget);
+        addDockWidget(area, dock);
+        docks_.emplace_back(dock, text);
+        return dock;
+    };
+    sites_ = new SitesPanel(texts_);
+    layers_ = new LayersPanel;
+    properties_ = new PropertiesPanel(texts_);
+    command_ = new CommandPanel;
+    log_ = new LogPanel;
+    log_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    QDockWidget* sites = addDock(Text::SitesPanel, sites_, Qt::LeftDockWidgetArea);
+    QDockWidget* layers = addDock(Text::LayersPanel, layers_, Qt::LeftDockWidgetArea);
+    QDockWidget* properties = addDock(Text::PropertiesPanel, properties_, Qt::RightDockWidgetArea);
+    QDockWidget* command = addDock(Text::CommandPanel, command_, Qt::BottomDockWidgetArea);
+    QDockWidget* log = addDock(Text::LogPanel, log_, Qt::BottomDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    resizeDocks({sites, properties}, {320, 300}, Qt::Horizontal);
+    resizeDocks({sites, layers}, {560, 180}, Qt::Vertical);
+    resizeDocks({command}, {170}, Qt::Vertical);
+    resizeDocks({command, log}, {460, 400}, Qt::Horizontal);
+
+    connect(sites_, &SitesPanel::chosen, this, [this](const PlanObject& object) { plan_->select(object, true); });
+    connect(sites_, &SitesPanel::activatedObject, this, [this](const PlanObject& object) {
+        plan_->select(object, true);
+        plan_->fitSelected();
+    });
+    connect(layers_, &LayersPanel::shownChanged, this, [this] { guarded([this] { applyLook(); }); });
+    connect(command_, &CommandPanel::entered, this, &MainWindow::runCommand);
+    connect(command_, &CommandPanel::left, this, [this] { plan_->setFocus(); });
+}
+
+void MainWindow::makeStatusBar() {
+    position_ = new QLabel(this);
+    station_ = new QLabel(this);
+    counts_ = new QLabel(this);
+    position_->setObjectName(QStringLiteral("position"));
+    station_->setObjectName(QStringLiteral("station"));
+    position_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("X -123456.789   Y -123456.789")) + 12);
+    statusBar()->addWidget(position_);
+    statusBar()->addWidget(station_, 1);
+    statusBar()->addPermanentWidget(counts_);
+}
+
+void MainWindow::setLanguage(Language language) {
+    texts_.setLanguage(language);
+    retranslate();
+    drawingChanged();
+    if (options_.keepSettings)
+        QSettings().setValue(QStringLiteral("language"), language == Language::Japanese ? "ja" : "en");
+}
+
+void MainWindow::retranslate() {
+    for (const auto& [action, text] : actions_) {
+        action->setText(texts_(text));
+        action->setToolTip(action->shortcut().isEmpty()
+                               ? action->text().remove(QLatin1Char('&'))
+                               : QStringLiteral("%1 (%2)").arg(action->text().remove(QLatin1Char('&')),
+                                                               action->shortcut().toString(QKeySequence::NativeText)));
+    }
+    for (const auto& [text, shortText] :
+         {std::pair(Text::Fit, Text::FitShort), std::pair(Text::Import, Text::ImportShort),
+          std::pair(Text::ZoomWindow, Text::WindowShort)})
+        action(text)->setIconText(texts_(shortText));
+    for (const auto& [menu, text] : menus_)
+        menu->setTitle(texts_(text));
+    for (const auto& [dock, text] : docks_)
+        dock->setWindowTitle(texts_(text));
+    for (const auto& [choice, number] : zones_)
+        choice->setText(number == 0 ? texts_(Text::NoZone) : texts_(Text::ZoneNumber).arg(number));
+    toolBar_->setWindowTitle(texts_(Text::Toolbar));
+    command_->retranslate(texts_);
+    plan_->setAccessibleName(texts_(Text::PlanName));
+    plan_->setHint(texts_(Text::DropHint), texts_(Text::DropHintKeys));
+    sites_->setAccessibleName(texts_(Text::SitesPanel));
+    layers_->setAccessibleName(texts_(Text::LayersPanel));
+    properties_->setAccessibleName(texts_(Text::PropertiesPanel));
+    log_->setAccessibleName(texts_(Text::LogPanel));
+    log_->setPlaceholderText(texts_(Text::NoLog));
+    fillRecentMenu();
+}
+
+void MainWindow::readSettings() {
+    if (!options_.keepSettings)
+        return;
+    const QSettings settings;
+    recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList();
+    lastFolder_ = settings.value(QStringLiteral("folder")).toString();
+    restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
+    restoreState(settings.value(QStringLiteral("panels")).toByteArray());
+}
+
+void MainWindow::writeSettings() const {
+    if (!options_.keepSettings)
+        return;
+    QSettings settings;
+    settings.setValue(QStringLiteral("geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("panels"), saveState());
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange && toolBar_ != nullptr)
+        paintIcons();
+    QMainWindow::changeEvent(event);
+}
+
+} // namespace fenmark::desk

@@ -1,0 +1,153 @@
+// The main window: the embedded host with a face.
+#pragma once
+
+#include "desk/language/texts.h"
+#include "desk/plan/plan_view.h"
+#include "desk/session/desk_session.h"
+#include "desk/window/command_panel.h"
+#include "desk/window/log_panel.h"
+#include "desk/window/panels.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QToolBar>
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace fenmark::desk {
+
+struct WindowOptions {
+    Language language = Language::Japanese;
+    bool keepSettings = true; // place of the window, recent files; false leaves no trace of this run
+};
+
+// The questions that other windows answer; tests answer by themselves.
+struct FileQuestions {
+    // Paths, empty if cancelled.
+    std::function<QString(QWidget* parent, const QString& title, const QString& folder, const QString& filter)> open;
+    std::function<QString(QWidget* parent, const QString& title, const QString& proposal, const QString& filter)> save;
+    std::function<QString(QWidget* parent, const QString& title, const QString& label)> name;
+};
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    explicit MainWindow(const WindowOptions& options, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    DeskSession& session() { return session_; }
+    PlanView& plan() { return *plan_; }
+    CommandPanel& command() { return *command_; }
+    SitesPanel& sites() { return *sites_; }
+    LayersPanel& layers() { return *layers_; }
+    PropertiesPanel& properties() { return *properties_; }
+    LogPanel& log() { return *log_; }
+    const Texts& texts() const { return texts_; }
+    FileQuestions& questions() { return questions_; }
+    QAction* action(Text text) const;
+
+    // False if the module could not be loaded; the command line says why.
+    bool loadModule(const std::vector<std::string>& paths);
+    void setLanguage(Language language);
+
+    // Opens a drawing, or starts the command with a SIMA file. False if the file is neither or cannot be opened, which
+    // the user was told.
+    bool openFile(const QString& path);
+    // The same for callers that cannot be told of an exception: it is told to the user.
+    void openFileSafely(const QString& path) {
+        guarded([&] { openFile(path); });
+    }
+    // Shows a drawing without asking or telling anybody.
+    host::embedded::StoreResult showDrawing(const std::string& path);
+
+    QString positionText() const { return position_->text(); }
+    QString stationText() const { return station_->text(); }
+    // Names of files in the menu of recent ones, the last used first.
+    QStringList recentFiles() const { return recentFiles_; }
+
+  public slots:
+    void runCommand(const QString& command);
+    void newDrawing();
+    void chooseDrawing();
+    bool saveDrawing();
+    bool saveDrawingAs();
+    void exportDrawing();
+    void importFile();
+    void undo();
+    void addLayer();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    // Making (main_window.cpp).
+    QAction* addAction(QMenu* menu, Text text, const QKeySequence& keys, std::function<void()> act);
+    void makeMenus();
+    void makeSettingsMenu();
+    void makeToolBar();
+    void makePanels();
+    void makeStatusBar();
+    void retranslate();
+    void paintIcons();
+    void readSettings();
+    void writeSettings() const;
+
+    // Files (main_window_files.cpp).
+    bool openDrawing(const QString& path);
+    bool saveTo(const QString& path);
+    bool mayLoseDrawing(); // asks if there is something to lose
+    void rememberFile(const QString& path);
+    void fillRecentMenu();
+    void openDropped(const QStringList& paths);
+    void tell(const QString& message); // a message box with one button
+    QString fileName() const;
+
+    // The drawing and its views (main_window_drawing.cpp).
+    void runModuleCommand(const QString& command, const QString& pendingFile = {});
+    void drawingReplaced();
+    void drawingChanged();
+    void selectionChanged();
+    void pointerMoved(double x, double y);
+    void applyLook();
+    void updateTitle();
+    void updateActions();
+    void sayNotes(const host::embedded::LayoutNotes& notes);
+    void focusNextPane(int step);
+    void setZone(int zone);
+    QString stepName(StepKind kind) const;
+    // Nothing that a handler raises may pass through the event loop.
+    void guarded(const std::function<void()>& act);
+
+    Texts texts_;
+    WindowOptions options_;
+    DeskSession session_;
+    FileQuestions questions_;
+    PlanView* plan_;
+    CommandPanel* command_ = nullptr;
+    SitesPanel* sites_ = nullptr;
+    LayersPanel* layers_ = nullptr;
+    PropertiesPanel* properties_ = nullptr;
+    LogPanel* log_ = nullptr;
+    QLabel* position_ = nullptr;
+    QLabel* station_ = nullptr;
+    QLabel* counts_ = nullptr;
+    QToolBar* toolBar_ = nullptr;
+    QMenu* recentMenu_ = nullptr;
+    std::vector<std::pair<QAction*, Text>> actions_;
+    std::vector<std::pair<QMenu*, Text>> menus_;
+    std::vector<std::pair<QDockWidget*, Text>> docks_;
+    std::vector<std::pair<QAction*, int>> zones_;
+    QStringList recentFiles_;
+    QString lastFolder_;
+};
+
+} // namespace fenmark::desk

@@ -1,0 +1,248 @@
+// The drawing and what shows it: commands, undo, selection, the line of the pointer.
+#include "desk/window/main_window.h"
+
+#include "desk/plan/plan_text.h"
+#include "desk/window/properties.h"
+
+#include <QApplication>
+
+#include <cmath>
+#include <exception>
+
+namespace fenmark::desk {
+
+using host::embedded::Drawing;
+
+namespace {
+
+// Commands of the program itself, beside those of the module.
+constexpr const char* kOwnCommands[] = {"New", "Open", "Save", "SaveAs", "Export", "Undo", "Fit", "Layer", "Help"};
+
+} // namespace
+
+void MainWindow::guarded(const std::function<void()>& act) {
+    try {
+        act();
+    } catch (const std::exception& error) {
+        plan_->setFrozen(false);
+        command_->say(QString::fromUtf8(error.what()));
+        tell(QString::fromUtf8(error.what()));
+    }
+}
+
+bool MainWindow::loadModule(const std::vector<std::string>& paths) {
+    const host::embedded::ModuleResult result = session_.loadModule(paths);
+    if (!result.ok)
+        command_->say(texts_(Text::CannotLoadModule).arg(QString::fromStdString(result.message)));
+    QStringList names;
+    for (const host::embedded::RegisteredCommand& command : session_.modules().commands())
+        names << QString::fromStdString(command.globalName);
+    for (const char* name : kOwnCommands)
+        names << QLatin1String(name);
+    command_->setCommands(names);
+    updateActions();
+    return result.ok;
+}
+
+void MainWindow::runCommand(const QString& command) {
+    guarded([&] {
+        const QString name = command.trimmed();
+        auto is = [&](const char* own) { return name.compare(QLatin1String(own), Qt::CaseInsensitive) == 0; };
+        if (session_.isRunning())
+            command_->say(texts_(Text::CommandRunning));
+        else if (is("New"))
+            newDrawing();
+        else if (is("Open"))
+            chooseDrawing();
+        else if (is("Save"))
+            saveDrawing();
+        else if (is("SaveAs"))
+            saveDrawingAs();
+        else if (is("Export"))
+            exportDrawing();
+        else if (is("Undo"))
+            undo();
+        else if (is("Fit"))
+            plan_->fitAll();
+        else if (is("Layer"))
+            addLayer();
+        else if (is("Help") || name == QStringLiteral("?"))
+            command_->say(texts_(Text::CommandHelp)
+                              .arg(QStringLiteral("Fenmark, Fenmarks, Fenmark2, New, Open, Save, "
+                                                  "SaveAs, Export, Undo, Fit, Layer, Help")));
+        else
+            runModuleCommand(name);
+    });
+}
+
+void MainWindow::importFile() {
+    if (!session_.isRunning())
+        runModuleCommand(QStringLiteral("Fenmark"));
+}
+
+void MainWindow::runModuleCommand(const QString& command, const QString& pendingFile) {
+    bool known = false;
+    for (const host::embedded::RegisteredCommand& registered : session_.modules().commands())
+        known = known || command.compare(QString::fromStdString(registered.globalName), Qt::CaseInsensitive) == 0;
+    if (!known) {
+        command_->say(texts_(Text::CommandUnknown).arg(command));
+        return;
+    }
+    plan_->setFrozen(true);
+    updateActions();
+    const CommandOutcome outcome = session_.run(command.toStdString(), pendingFile.toStdString());
+    plan_->setFrozen(false);
+    if (outcome.changed)
+        drawingChanged();
+    if (!outcome.logPath.empty())
+        log_->showLog(outcome.logPath, texts_);
+    sayNotes(outcome.notes);
+    updateTitle();
+    updateActions();
+}
+
+void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
+    if (notes.otherSense > 0)
+        command_->say(texts_(Text::OtherSense).arg(notes.otherSense));
+    for (const host::embedded::BrokenJoint& joint : notes.brokenJoints)
+        command_->say(texts_(Text::BrokenJoint)
+                          .arg(QString::fromStdString(joint.alignment), metres(joint.station))
+                          .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2));
+}
+
+void MainWindow::undo() {
+    if (session_.steps().empty()) {
+        command_->say(texts_(Text::NothingToUndo));
+        return;
+    }
+    const StepKind kind = session_.steps().back().kind;
+    if (!session_.undo())
+        return;
+    drawingChanged();
+    if (kind == StepKind::Import)
+        log_->showLog({}, texts_);
+    command_->say(texts_(Text::Undone).arg(stepName(kind)));
+}
+
+void MainWindow::addLayer() {
+    if (session_.isRunning())
+        return;
+    const QString name =
+        questions_.name(this, texts_(Text::AddLayer).remove(QLatin1Char('&')), texts_(Text::LayerName)).trimmed();
+    if (name.isEmpty())
+        return;
+    if (session_.addLayer(name.toStdString()))
+        drawingChanged();
+    else
+        tell(texts_(Text::LayerTaken).arg(name));
+}
+
+void MainWindow::setZone(int zone) {
+    if (!session_.isRunning())
+        session_.setZone(zone);
+    drawingChanged();
+}
+
+QString MainWindow::stepName(StepKind kind) const {
+    if (kind == StepKind::Layer)
+        return texts_(Text::StepLayer);
+    return texts_(kind == StepKind::Zone ? Text::StepZone : Text::StepImport);
+}
+
+// Another drawing is open: everything is shown, from its whole extent.
+void MainWindow::drawingReplaced() {
+    plan_->setDrawing(&session_.drawing());
+    layers_->fill(session_.drawing(), true);
+    log_->showLog({}, texts_);
+    drawingChanged();
+}
+
+void MainWindow::drawingChanged() {
+    const Drawing& drawing = session_.drawing();
+    plan_->drawingChanged();
+    layers_->fill(drawing, false);
+    sites_->fill(drawing);
+    applyLook();
+    selectionChanged();
+    std::size_t points = 0;
+    plan_->index().query(plan_->index().extent(), [&](const PlanFigure& figure) {
+        points += figure.isPoint() ? 1 : 0;
+        return true;
+    });
+    counts_->setText(
+        texts_(Text::StatusCounts).arg(points).arg(plan_->index().size() - points).arg(drawing.alignmentCount()));
+    for (const auto& [choice, number] : zones_)
+        choice->setChecked(number == drawing.zone());
+    updateTitle();
+    updateActions();
+}
+
+void MainWindow::applyLook() {
+    PlanLook look;
+    look.hiddenLayers = layers_->hidden();
+    look.labels = action(Text::ShowLabels)->isChecked();
+    look.stations = action(Text::ShowStations)->isChecked();
+    look.grid = action(Text::ShowGrid)->isChecked();
+    plan_->setLook(look);
+}
+
+void MainWindow::selectionChanged() {
+    properties_->show(session_.drawing(), plan_->selected());
+    sites_->mark(plan_->selected());
+    updateActions();
+}
+
+void MainWindow::pointerMoved(double x, double y) {
+    position_->setText(texts_(Text::StatusPosition).arg(metres(y), metres(x)));
+    const host::embedded::Extent seen = plan_->view().visible();
+    const double reach = std::hypot(seen.maxX - seen.minX, seen.maxY - seen.minY);
+    const std::optional<NearestStation> nearest =
+        nearestStation(session_.drawing(), plan_->index(), plan_->look(), x, y, reach);
+    if (!nearest) {
+        station_->clear();
+        return;
+    }
+    const double offset = nearest->at.offset;
+    station_->setText(
+        texts_(Text::StatusStation)
+            .arg(fromUtf8(session_.drawing().alignment(nearest->alignment).name), stakeName(nearest->at.station),
+                 metres(nearest->at.station),
+                 texts_(offset < 0.0 ? Text::OffsetLeft : Text::OffsetRight).arg(metres(std::abs(offset)))));
+}
+
+void MainWindow::updateTitle() {
+    setWindowTitle(fileName() + QStringLiteral("[*] - Fenmark Desk"));
+    setWindowModified(session_.hasChanges());
+}
+
+void MainWindow::updateActions() {
+    const bool idle = !session_.isRunning();
+    for (const auto& [action, text] : actions_)
+        if (text != Text::About && text != Text::Keys)
+            action->setEnabled(idle);
+    QAction* undoAction = action(Text::Undo);
+    undoAction->setEnabled(idle && !session_.steps().empty());
+    undoAction->setText(session_.steps().empty() ? texts_(Text::Undo)
+                                                 : texts_(Text::UndoStep).arg(stepName(session_.steps().back().kind)));
+    undoAction->setIconText(texts_(Text::Undo).section(QLatin1Char('('), 0, 0).remove(QLatin1Char('&')));
+    action(Text::ClearSelection)->setEnabled(idle && plan_->selected().has_value());
+    action(Text::FitSelection)->setEnabled(idle && plan_->selected().has_value());
+    action(Text::Import)->setEnabled(idle && !session_.modules().commands().empty());
+}
+
+void MainWindow::focusNextPane(int step) {
+    const std::vector<QWidget*> panes{plan_, sites_, layers_, command_->edit(), log_, properties_};
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < panes.size(); ++i)
+        if (panes[i]->hasFocus())
+            at = i;
+    for (std::size_t tried = 0; tried < panes.size(); ++tried) {
+        at = (at + panes.size() + static_cast<std::size_t>(step + static_cast<int>(panes.size()))) % panes.size();
+        if (panes[at]->isVisible()) {
+            panes[at]->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
+}
+
+} // namespace fenmark::desk

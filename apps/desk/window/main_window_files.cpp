@@ -1,0 +1,278 @@
+// Opening, saving and exporting from the main window.
+#include "desk/window/main_window.h"
+
+#include "exchange/csv.h"
+#include "exchange/dxf.h"
+#include "exchange/geojson.h"
+#include "exchange/landxml.h"
+#include "exchange/output_file.h"
+#include "exchange/plan_svg.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
+#include <QTimer>
+
+namespace fenmark::desk {
+
+using host::embedded::StoreResult;
+
+namespace {
+
+constexpr qsizetype kRecentFiles = 10;
+
+struct Format {
+    const char* extension;
+    exchange::Notes (*write)(const host::embedded::Drawing& drawing, std::ostream& out);
+};
+
+constexpr Format kFormats[] = {
+    {".svg", exchange::writePlanSvg},     {".dxf", exchange::writeDxf}, {".xml", exchange::writeLandXml},
+    {".geojson", exchange::writeGeoJson}, {".csv", exchange::writeCsv},
+};
+
+bool endsIn(const QString& path, const char* extension) {
+    return path.endsWith(QLatin1String(extension), Qt::CaseInsensitive);
+}
+
+QString withExtension(const QString& path, const char* extension) {
+    return QFileInfo(path).suffix().isEmpty() ? path + QLatin1String(extension) : path;
+}
+
+bool isOurs(const QString& path) {
+    return endsIn(path, ".sim") || endsIn(path, ".gpkg");
+}
+
+} // namespace
+
+QString MainWindow::fileName() const {
+    const QString path = QString::fromStdString(session_.path());
+    return path.isEmpty() ? texts_(Text::Untitled) : QFileInfo(path).fileName();
+}
+
+void MainWindow::tell(const QString& message) {
+    QMessageBox box(QMessageBox::Information, QStringLiteral("Fenmark Desk"), message, QMessageBox::NoButton, this);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
+    box.exec();
+}
+
+bool MainWindow::mayLoseDrawing() {
+    if (!session_.hasChanges())
+        return true;
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"), texts_(Text::SaveChanges).arg(fileName()),
+                    QMessageBox::NoButton, this);
+    QPushButton* save = box.addButton(texts_(Text::SaveButton), QMessageBox::AcceptRole);
+    QPushButton* discard = box.addButton(texts_(Text::DiscardButton), QMessageBox::DestructiveRole);
+    QPushButton* cancel = box.addButton(texts_(Text::CancelButton), QMessageBox::RejectRole);
+    save->setObjectName(QStringLiteral("save"));
+    discard->setObjectName(QStringLiteral("discard"));
+    cancel->setObjectName(QStringLiteral("cancel"));
+    box.setDefaultButton(save);
+    box.setEscapeButton(cancel);
+    box.exec();
+    if (box.clickedButton() == static_cast<QAbstractButton*>(save))
+        return saveDrawing();
+    return box.clickedButton() == static_cast<QAbstractButton*>(discard);
+}
+
+void MainWindow::newDrawing() {
+    if (session_.isRunning() || !mayLoseDrawing())
+        return;
+    plan_->setDrawing(nullptr);
+    session_.newDrawing();
+    drawingReplaced();
+}
+
+void MainWindow::chooseDrawing() {
+    if (session_.isRunning())
+        return;
+    const QString path = questions_.open(this, texts_(Text::OpenTitle), lastFolder_, texts_(Text::DrawingFilter));
+    if (!path.isEmpty())
+        openDrawing(path);
+}
+
+bool MainWindow::openDrawing(const QString& path) {
+    if (!mayLoseDrawing())
+        return false;
+    const StoreResult result = showDrawing(path.toStdString());
+    if (!result) {
+        command_->say(QString::fromStdString(result.message));
+        tell(QString::fromStdString(result.message));
+        return false;
+    }
+    rememberFile(path);
+    command_->say(texts_(Text::Opened).arg(QDir::toNativeSeparators(path)));
+    return true;
+}
+
+StoreResult MainWindow::showDrawing(const std::string& path) {
+    plan_->setDrawing(nullptr);
+    StoreResult result = session_.open(path);
+    drawingReplaced();
+    return result;
+}
+
+bool MainWindow::openFile(const QString& path) {
+    if (session_.isRunning())
+        return false;
+    if (endsIn(path, ".gpkg"))
+        return openDrawing(path);
+    if (endsIn(path, ".sim")) {
+        runModuleCommand(QStringLiteral("Fenmark"), QFileInfo(path).absoluteFilePath());
+        return true;
+    }
+    tell(texts_(Text::UnknownFile).arg(path));
+    return false;
+}
+
+bool MainWindow::saveTo(const QString& path) {
+    const StoreResult result = session_.save(path.toStdString());
+    if (!result) {
+        command_->say(QString::fromStdString(result.message));
+        tell(QString::fromStdString(result.message));
+        return false;
+    }
+    rememberFile(path);
+    command_->say(texts_(Text::Saved).arg(QDir::toNativeSeparators(path)));
+    updateTitle();
+    return true;
+}
+
+bool MainWindow::saveDrawing() {
+    if (session_.isRunning())
+        return false;
+    return session_.path().empty() ? saveDrawingAs() : saveTo(QString::fromStdString(session_.path()));
+}
+
+bool MainWindow::saveDrawingAs() {
+    if (session_.isRunning())
+        return false;
+    QString proposal = QString::fromStdString(session_.path());
+    if (proposal.isEmpty())
+        proposal = QDir(lastFolder_).filePath(texts_(Text::Untitled) + QStringLiteral(".gpkg"));
+    const QString path = questions_.save(this, texts_(Text::SaveTitle), proposal, texts_(Text::DrawingFilter));
+    return !path.isEmpty() && saveTo(withExtension(path, ".gpkg"));
+}
+
+void MainWindow::exportDrawing() {
+    if (session_.isRunning())
+        return;
+    const QString filters = QStringList{texts_(Text::SvgFilter), texts_(Text::DxfFilter), texts_(Text::LandXmlFilter),
+                                        texts_(Text::GeoJsonFilter), texts_(Text::CsvFilter)}
+                                .join(QStringLiteral(";;"));
+    const QString stem = session_.path().empty()
+                             ? QDir(lastFolder_).filePath(texts_(Text::Untitled))
+                             : QDir(QFileInfo(QString::fromStdString(session_.path())).absolutePath())
+                                   .filePath(QFileInfo(fileName()).completeBaseName());
+    QString path = questions_.save(this, texts_(Text::ExportTitle), stem + QStringLiteral(".svg"), filters);
+    if (path.isEmpty())
+        return;
+    path = withExtension(path, ".svg");
+    for (const Format& format : kFormats) {
+        if (!endsIn(path, format.extension))
+            continue;
+        exchange::Notes notes;
+        const std::string failure = exchange::writeFile(
+            path.toStdString(), [&](std::ostream& out) { notes = format.write(session_.drawing(), out); });
+        if (!failure.empty()) {
+            command_->say(QString::fromStdString(failure));
+            tell(QString::fromStdString(failure));
+            return;
+        }
+        command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
+        for (const std::string& note : notes)
+            command_->say(QString::fromStdString(note));
+        return;
+    }
+    tell(texts_(Text::UnknownExport).arg(path));
+}
+
+void MainWindow::rememberFile(const QString& path) {
+    const QString whole = QFileInfo(path).absoluteFilePath();
+    lastFolder_ = QFileInfo(path).absolutePath();
+    recentFiles_.removeAll(whole);
+    recentFiles_.prepend(whole);
+    while (recentFiles_.size() > kRecentFiles)
+        recentFiles_.removeLast();
+    if (options_.keepSettings) {
+        QSettings settings;
+        settings.setValue(QStringLiteral("recentFiles"), recentFiles_);
+        settings.setValue(QStringLiteral("folder"), lastFolder_);
+    }
+    fillRecentMenu();
+}
+
+void MainWindow::fillRecentMenu() {
+    recentMenu_->clear();
+    recentMenu_->setEnabled(!recentFiles_.isEmpty());
+    for (qsizetype i = 0; i < recentFiles_.size(); ++i) {
+        const QString path = recentFiles_[i];
+        QString shown = QDir::toNativeSeparators(path);
+        shown.replace(QLatin1Char('&'), QStringLiteral("&&"));
+        recentMenu_->addAction(QStringLiteral("&%1  %2").arg((i + 1) % 10).arg(shown), this,
+                               [this, path] { guarded([this, path] { openFile(path); }); });
+    }
+    if (recentFiles_.isEmpty())
+        return;
+    recentMenu_->addSeparator();
+    recentMenu_->addAction(texts_(Text::ClearRecent), this, [this] {
+        recentFiles_.clear();
+        if (options_.keepSettings)
+            QSettings().remove(QStringLiteral("recentFiles"));
+        // The menu must not lose the entry that is at work.
+        QTimer::singleShot(0, this, &MainWindow::fillRecentMenu);
+    });
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (session_.isRunning() || !event->mimeData()->hasUrls())
+        return;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile() && isOurs(url.toLocalFile()))
+            event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    if (session_.isRunning())
+        return;
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    if (paths.isEmpty())
+        return;
+    event->acceptProposedAction();
+    // The program that the files come from waits until this returns, so that dialogs come later.
+    QTimer::singleShot(0, this, [this, paths] { guarded([this, paths] { openDropped(paths); }); });
+}
+
+// A drawing opens first, and SIMA files go into it one by one.
+void MainWindow::openDropped(const QStringList& paths) {
+    activateWindow();
+    for (const QString& path : paths)
+        if (endsIn(path, ".gpkg") && !openFile(path))
+            return;
+    for (const QString& path : paths)
+        if (!endsIn(path, ".gpkg"))
+            openFile(path);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    bool close = false;
+    guarded([&] { close = !session_.isRunning() && mayLoseDrawing(); });
+    if (!close) {
+        event->ignore();
+        return;
+    }
+    writeSettings();
+    event->accept();
+}
+
+} // namespace fenmark::desk

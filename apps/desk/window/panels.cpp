@@ -1,0 +1,205 @@
+#include "desk/window/panels.h"
+
+#include "desk/plan/plan_text.h"
+#include "desk/window/properties.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace fenmark::desk {
+
+using host::embedded::Alignment;
+using host::embedded::Drawing;
+
+namespace {
+
+constexpr int kAlignmentRole = Qt::UserRole;
+constexpr int kElementRole = Qt::UserRole + 1;
+
+void alignNumbers(QTreeWidgetItem* item) {
+    for (int column = 1; column < 4; ++column)
+        item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+}
+
+QTreeWidgetItem* alignmentItem(const Alignment& alignment, std::size_t index, const Texts& texts) {
+    auto* item = new QTreeWidgetItem(
+        {fromUtf8(alignment.name), metres(alignment.length()), QString(), metres(alignment.startStation)});
+    item->setData(0, kAlignmentRole, static_cast<qulonglong>(index));
+    alignNumbers(item);
+    QList<QTreeWidgetItem*> elements;
+    double station = alignment.startStation;
+    for (std::size_t e = 0; e < alignment.elements.size(); ++e) {
+        const host::embedded::Element& element = alignment.elements[e];
+        auto* row = new QTreeWidgetItem(
+            {elementName(element, texts), metres(element.length), radiusText(element, texts), metres(station)});
+        row->setData(0, kAlignmentRole, static_cast<qulonglong>(index));
+        row->setData(0, kElementRole, static_cast<qulonglong>(e));
+        row->setForeground(0, colourOf(element.type));
+        alignNumbers(row);
+        elements.append(row);
+        station += element.length;
+    }
+    item->addChildren(elements);
+    return item;
+}
+
+} // namespace
+
+SitesPanel::SitesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent), texts_(texts) {
+    setObjectName(QStringLiteral("sites"));
+    setColumnCount(4);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    header()->setStretchLastSection(true);
+    connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
+        if (marking_)
+            return;
+        if (const std::optional<PlanObject> object = objectOf(item))
+            emit chosen(*object);
+    });
+    connect(this, &QTreeWidget::itemActivated, this, [this](const QTreeWidgetItem* item) {
+        if (const std::optional<PlanObject> object = objectOf(item))
+            emit activatedObject(*object);
+    });
+}
+
+std::optional<PlanObject> SitesPanel::objectOf(const QTreeWidgetItem* item) const {
+    if (item == nullptr || !item->data(0, kAlignmentRole).isValid())
+        return std::nullopt;
+    PlanObject object{PlanObject::Kind::Alignment, item->data(0, kAlignmentRole).toULongLong(), {}};
+    if (item->data(0, kElementRole).isValid())
+        object.element = item->data(0, kElementRole).toULongLong();
+    return object;
+}
+
+void SitesPanel::fill(const Drawing& drawing) {
+    marking_ = true;
+    clear();
+    setHeaderLabels({texts_(Text::ColumnName), texts_(Text::ColumnLength), texts_(Text::ColumnRadius),
+                     texts_(Text::ColumnStation)});
+    alignments_.assign(drawing.alignmentCount(), nullptr);
+    std::vector<QList<QTreeWidgetItem*>> below(drawing.sites().size());
+    QList<QTreeWidgetItem*> rootless;
+    for (std::size_t a = 0; a < drawing.alignmentCount(); ++a) {
+        alignments_[a] = alignmentItem(drawing.alignment(a), a, texts_);
+        const auto site = drawing.findSite(drawing.alignment(a).site);
+        (site ? below[*site] : rootless).append(alignments_[a]);
+    }
+    for (std::size_t s = 0; s < below.size(); ++s) {
+        auto* item = new QTreeWidgetItem({fromUtf8(drawing.sites()[s].name)});
+        QFont bold = font();
+        bold.setBold(true);
+        item->setFont(0, bold);
+        item->addChildren(below[s]);
+        addTopLevelItem(item);
+        item->setExpanded(true);
+    }
+    addTopLevelItems(rootless);
+    if (drawing.alignmentCount() <= 8)
+        for (QTreeWidgetItem* item : alignments_)
+            item->setExpanded(true);
+    for (int column = 0; column < 3; ++column)
+        resizeColumnToContents(column);
+    marking_ = false;
+}
+
+void SitesPanel::mark(const std::optional<PlanObject>& object) {
+    marking_ = true;
+    QTreeWidgetItem* item = nullptr;
+    if (object && object->kind == PlanObject::Kind::Alignment && object->index < alignments_.size()) {
+        item = alignments_[object->index];
+        if (object->element && static_cast<int>(*object->element) < item->childCount())
+            item = item->child(static_cast<int>(*object->element));
+    }
+    if (item != currentItem()) {
+        setCurrentItem(item);
+        if (item == nullptr)
+            clearSelection();
+        else
+            scrollToItem(item);
+    }
+    marking_ = false;
+}
+
+LayersPanel::LayersPanel(QWidget* parent) : QListWidget(parent) {
+    setObjectName(QStringLiteral("layers"));
+    connect(this, &QListWidget::itemChanged, this, [this] {
+        if (!filling_)
+            emit shownChanged();
+    });
+}
+
+void LayersPanel::fill(const Drawing& drawing, bool showAll) {
+    filling_ = true;
+    const std::vector<bool> before = showAll ? std::vector<bool>() : hidden();
+    clear();
+    for (std::size_t i = 0; i < drawing.layers().size(); ++i) {
+        auto* item = new QListWidgetItem(fromUtf8(drawing.layers()[i].name), this);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(i < before.size() && before[i] ? Qt::Unchecked : Qt::Checked);
+    }
+    filling_ = false;
+}
+
+std::vector<bool> LayersPanel::hidden() const {
+    std::vector<bool> hidden(static_cast<std::size_t>(count()));
+    for (int i = 0; i < count(); ++i)
+        hidden[static_cast<std::size_t>(i)] = item(i)->checkState() == Qt::Unchecked;
+    return hidden;
+}
+
+void LayersPanel::setAllShown(bool shown) {
+    filling_ = true;
+    for (int i = 0; i < count(); ++i)
+        item(i)->setCheckState(shown ? Qt::Checked : Qt::Unchecked);
+    filling_ = false;
+    emit shownChanged();
+}
+
+PropertiesPanel::PropertiesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent), texts_(texts) {
+    setObjectName(QStringLiteral("properties"));
+    setColumnCount(2);
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAlternatingRowColors(true);
+    setIndentation(0);
+}
+
+void PropertiesPanel::show(const Drawing& drawing, const std::optional<PlanObject>& object) {
+    clear();
+    setHeaderLabels({texts_(Text::ColumnProperty), texts_(Text::ColumnValue)});
+    QFont bold = font();
+    bold.setBold(true);
+    QList<QTreeWidgetItem*> items;
+    for (const Property& property : propertiesOf(drawing, object, texts_)) {
+        auto* item = new QTreeWidgetItem({property.name, property.value});
+        item->setToolTip(1, property.value);
+        if (property.heading) {
+            item->setFont(0, bold);
+            item->setBackground(0, palette().button());
+            item->setBackground(1, palette().button());
+        }
+        items.append(item);
+    }
+    addTopLevelItems(items);
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        if (topLevelItem(i)->font(0).bold())
+            topLevelItem(i)->setFirstColumnSpanned(true);
+    resizeColumnToContents(0);
+}
+
+void PropertiesPanel::keyPressEvent(QKeyEvent* event) {
+    if (!event->matches(QKeySequence::Copy)) {
+        QTreeWidget::keyPressEvent(event);
+        return;
+    }
+    QString text;
+    for (int i = 0; i < topLevelItemCount(); ++i)
+        text += topLevelItem(i)->text(0) + QLatin1Char('\t') + topLevelItem(i)->text(1) + QLatin1Char('\n');
+    QGuiApplication::clipboard()->setText(text);
+}
+
+} // namespace fenmark::desk

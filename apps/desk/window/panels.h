@@ -1,0 +1,73 @@
+// The panels around the plan: tree of alignments, layers, properties.
+#pragma once
+
+#include "desk/language/texts.h"
+#include "desk/plan/plan_object.h"
+#include "host/embedded/drawing.h"
+
+#include <QListWidget>
+#include <QTreeWidget>
+
+#include <optional>
+#include <vector>
+
+namespace fenmark::desk {
+
+// Sites, their alignments, and the elements of these with length, radius and station.
+class SitesPanel : public QTreeWidget {
+    Q_OBJECT
+
+  public:
+    explicit SitesPanel(const Texts& texts, QWidget* parent = nullptr);
+
+    void fill(const host::embedded::Drawing& drawing);
+    // Marks the object's row, or none.
+    void mark(const std::optional<PlanObject>& object);
+
+  signals:
+    void chosen(const fenmark::desk::PlanObject& object);
+    void activatedObject(const fenmark::desk::PlanObject& object);
+
+  private:
+    std::optional<PlanObject> objectOf(const QTreeWidgetItem* item) const;
+
+    const Texts& texts_;
+    std::vector<QTreeWidgetItem*> alignments_; // by index
+    bool marking_ = false;
+};
+
+// Layers with a box each: ticked layers are shown.
+class LayersPanel : public QListWidget {
+    Q_OBJECT
+
+  public:
+    explicit LayersPanel(QWidget* parent = nullptr);
+
+    // Boxes of layers that were there keep their ticks, unless all are to be shown.
+    void fill(const host::embedded::Drawing& drawing, bool showAll);
+    std::vector<bool> hidden() const;
+    void setAllShown(bool shown);
+
+  signals:
+    void shownChanged();
+
+  private:
+    bool filling_ = false;
+};
+
+class PropertiesPanel : public QTreeWidget {
+    Q_OBJECT
+
+  public:
+    explicit PropertiesPanel(const Texts& texts, QWidget* parent = nullptr);
+
+    void show(const host::embedded::Drawing& drawing, const std::optional<PlanObject>& object);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override; // copies the rows
+
+  private:
+    const Texts& texts_;
+};
+
+} // namespace fenmark::desk

@@ -1,0 +1,33 @@
+// What there is to say of an object of the drawing, line by line.
+#pragma once
+
+#include "desk/language/texts.h"
+#include "desk/plan/plan_object.h"
+#include "host/embedded/drawing.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace fenmark::desk {
+
+struct Property {
+    QString name;
+    QString value;
+    bool heading = false; // opens a group; the value is empty then
+};
+
+// Of the object, or of the whole drawing if there is none. Coordinates are told as surveyors do: X north, Y east.
+std::vector<Property> propertiesOf(const host::embedded::Drawing& drawing, const std::optional<PlanObject>& object,
+                                   const Texts& texts);
+
+// Three decimals, and never a minus zero.
+QString metres(double value);
+// An azimuth from north, clockwise, as degrees, minutes and seconds: "123°04'05.67"".
+QString azimuthText(double direction);
+QString elementName(const host::embedded::Element& element, const Texts& texts);
+// "∞" for a straight, "R" and "A" values otherwise.
+QString radiusText(const host::embedded::Element& element, const Texts& texts);
+
+} // namespace fenmark::desk

@@ -35,14 +35,14 @@ def sized(e, label):
     return f"{label} = {round(e.par, 1):g}" if e.type != 1 else label
 
 
-def solved(title, caption, before, chain, made, labels, points=(), margin=30.0):
+def solved(title, caption, before, chain, made, labels, points=(), side=0):
     """Panel of a solver: what was given dashed beneath, the given elements of the result grey, the made ones coloured."""
-    panel = Panel(title, caption, margin=margin)
+    panel = Panel(title, caption)
     for e in before:
         panel.element(e, BEFORE, width=2.0, dash="6 4", arrow=False)
     for i, e in enumerate(chain):
         if i in made:
-            panel.element(e, label=sized(e, labels[i]))
+            panel.element(e, label=sized(e, labels[i]), side=side)
         else:
             panel.element(e, GIVEN, label=labels[i])
     for a in chain[1:]:

@@ -16,17 +16,17 @@ def tangent():
 
     def add(title, caption, chain, solve, made, labels, more=(30, 30), **choices):
         first, last = longer_end(chain[0], more[0]), longer_start(chain[-1], more[1])
-        panels.append(solved(title, caption, (first, last), solve(first, last, **choices), made, labels))
+        panels.append(solved(title, caption, (first, last), solve(first, last, **choices), made, labels, side=R * ("SS" in title)))
 
-    chain = lay(("S", 110), ("R", 110, R, 120), ("S", 110))
-    add("ali_RmakSS", "arc between two straights", chain, fa.arc_between_straights, {1}, ["S1", "R", "S2"], (85, 85),
-        radius=110)  # fmt: skip
-    chain = lay(("S", 110), ("A", 95, R, INF, 95), ("A", 85, R, 95, INF), ("S", 110))
+    chain = lay(("S", 120), ("R", 90, R, 130), ("S", 120), azimuth=EAST - 0.72)
+    add("ali_RmakSS", "arc between two straights", chain, fa.arc_between_straights, {1}, ["S1", "R", "S2"], (115, 115),
+        radius=90)  # fmt: skip
+    chain = lay(("S", 80), ("A", 100, R, INF, 80), ("A", 95, R, 80, INF), ("S", 80), azimuth=EAST - 0.74)
     add("ali_AAmakSS", "two clothoids that meet at one radius", chain, fa.clothoids_between_straights, {1, 2},
-        ["S1", "A1", "A2", "S2"], (130, 130), a1=95, a2=85)  # fmt: skip
-    chain = lay(("S", 100), ("A", 85, R, INF, 120), ("R", 120, R, 70), ("A", 95, R, 120, INF), ("S", 100))
+        ["S1", "A1", "A2", "S2"], (185, 185), a1=100, a2=95)  # fmt: skip
+    chain = lay(("S", 90), ("A", 75, R, INF, 80), ("R", 80, R, 60), ("A", 85, R, 80, INF), ("S", 90), azimuth=EAST - 0.85)
     add("ali_ARAmakSS", "clothoid, arc, clothoid between two straights", chain, fa.eased_arc_between_straights, {1, 2, 3},
-        ["S1", "A1", "R", "A2", "S2"], (125, 125), a1=85, radius=120, a2=95)  # fmt: skip
+        ["S1", "A1", "R", "A2", "S2"], (170, 170), a1=75, radius=80, a2=85)  # fmt: skip
     chain = lay(("S", 110), ("R", 60, R, 70), ("R", 150, R, 130))
     add("ali_RmakSR", "arc between straight and arc (side -1: S, R2, R1)", chain, fa.arc_between_straight_and_arc, {1},
         ["S", "R2", "R1"], radius=60)  # fmt: skip
@@ -86,7 +86,7 @@ def compound():
     chain = lay(("R", 150, R, 90), ("A", 100, R, 150, 70), ("R", 70, R, 70), azimuth=EAST - 0.9)
     small = chain[2].moved(8.0, chain[2].sang)
     laid = fa.clothoid_between_arcs(chain[0], small, 100)
-    panel = Panel("ali_makRAR", "egg-shaped clothoid between fixed arcs; D is the gap")
+    panel = Panel("ali_makRAR", "egg-shaped clothoid, arcs fixed; D is the gap")
     panel.element(longer_end(chain[0], 40), BEFORE, width=1.2, dash="4 3", arrow=False)
     panel.element(longer_start(small, 40), BEFORE, width=1.2, dash="4 3", arrow=False)
     panel.element(chain[0], GIVEN, label="R1")

@@ -13,8 +13,9 @@
  * 1e-5 m, tangents within 1e-5 rad, sizes and turning senses as given. A chain that does not pass is never a success.
  * Every failure gives -1 and leaves every record as it was: elements of another type or without length, radii or
  * parameters of 0, values that are not finite, elements too far from or too near to one another, a tangent point
- * before the start of the first or beyond the end of the second element, an arc that would have to turn through half a
- * circle or more. Nothing distinguishes the reasons. Sides and modes are read as signed 16-bit values, so 65535 is -1.
+ * before the start of the first or beyond the end of the second element, a made arc of half a circle or more, a given arc
+ * that keeps more than half a circle (ali_RmakRR, ali_SmakRR, ali_SAmakRR, ali_ASAmakRR, ali_ARAAmakSR and chainWorker
+ * cut such arcs, too, where no shorter chain is found). Nothing distinguishes the reasons. Sides and modes are read as signed 16-bit values, so 65535 is -1.
  *
  * All solvers are closed formulas; none iterates. Where the geometry has several solutions they are tried in a fixed
  * order. The first tangent chain that only cuts the given elements is taken, else the first that lengthens one of them.

@@ -125,12 +125,6 @@ bool onCircle(Vec centre, double radius, Vec p) {
     return std::fabs(plane::distance(centre, p) - radius) <= rounded_joint_tolerance;
 }
 
-double sweepBetween(Vec centre, Vec p, Vec q, double dir) {
-    const Vec from = p - centre;
-    const Vec to = q - centre;
-    return plane::wrapped(dir * std::atan2(plane::cross(from, to), plane::dot(from, to)));
-}
-
 bool sameDirection(double a, double b, double tolerance) {
     return std::fabs(plane::wrappedSigned(a - b)) < tolerance;
 }
@@ -187,25 +181,6 @@ int cutByTangent(Calelm& arc, bool keepEnd, Vec q, double sweep) {
     return 0;
 }
 
-// About the centre, for any sweep: nothing moves but q.
-void cutAboutCentre(Calelm& arc, bool keepEnd, Vec q, double sweep) {
-    (keepEnd ? setStart : setEnd)(arc, q);
-    const double start[2] = {arc.sx, -arc.sy};
-    const double finish[2] = {arc.ex, -arc.ey};
-    const Vec centre = centreOf(arc);
-    double sang = 0.0;
-    double eang = 0.0;
-    double shorterSweep = 0.0;
-    double shorterLength = 0.0;
-    ali_KEnAng(start, finish, arc.dir, arc.par, centre.x, centre.y, &sang, &eang, &shorterSweep, &shorterLength);
-    arc.type = element::arc;
-    arc.r1 = arc.r2 = 0.0;
-    arc.len = roundLength(sweep * arc.par);
-    arc.sang = ali_CExAng(sang);
-    arc.eang = ali_CExAng(eang);
-    arc.k3 = sweep;
-}
-
 } // namespace
 
 double longestSweep(const Calelm& arc) {
@@ -221,7 +196,8 @@ int cutArc(Calelm& arc, bool keepEnd, Vec q) {
         return cutByEnds(arc, keepEnd, q);
     }
     Calelm cut = arc;
-    cutAboutCentre(cut, keepEnd, q, sweep);
+    (keepEnd ? setStart : setEnd)(cut, q);
+    completeAboutCentre(cut);
     levelFarEnd(cut, keepEnd, keepEnd ? arc.eang : arc.sang);
     if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang,
                        kept_tangent_tolerance + kLengthStep / arc.par)) {

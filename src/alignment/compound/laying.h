@@ -97,8 +97,7 @@ bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right);
 /** Whether p lies on a circle as well as rounded records do, within 1e-4 m. */
 bool onCircle(Vec centre, double radius, Vec p);
 
-/** Angle run from p to q about the centre in the sense of dir, in [0, 2 pi). */
-double sweepBetween(Vec centre, Vec p, Vec q, double dir);
+using plane::sweepBetween;
 
 /** The longest sweep that a cut may leave of an arc: its own or, when it is lengthened, a half circle. */
 double longestSweep(const Calelm& arc);

@@ -16,32 +16,14 @@ bool roundedArc(Vec centre, Vec p, Vec q, double longest, Calelm& arc) {
         !onCircle(centre, arc.par, p) || !onCircle(centre, arc.par, q)) {
         return false;
     }
-    // ali_KEnAng tells the shorter arc of the circle, which is not that of a longer cut.
-    const double turned = sweepBetween(centre, p, q, arc.dir);
-    if (!(turned <= longest)) {
+    if (!(sweepBetween(centre, p, q, arc.dir) <= longest)) {
         return false;
     }
-    const double start[2] = {p.x, p.y};
-    const double finish[2] = {q.x, q.y};
-    double sang = 0.0;
-    double eang = 0.0;
-    double sweep = 0.0;
-    double length = 0.0;
-    ali_KEnAng(start, finish, arc.dir, arc.par, centre.x, centre.y, &sang, &eang, &sweep, &length);
-    if (turned > sweep + kSameAngle) {
-        sweep = turned;
-        length = arc.par * turned;
-    }
-    arc.type = element::arc;
     setStart(arc, p);
     setEnd(arc, q);
-    arc.r1 = arc.r2 = 0.0;
-    arc.len = roundLength(length);
-    arc.sang = ali_CExAng(sang);
-    arc.eang = ali_CExAng(eang);
     arc.k1 = centre.x;
     arc.k2 = -centre.y;
-    arc.k3 = sweep;
+    completeAboutCentre(arc);
     return true;
 }
 

@@ -85,6 +85,13 @@ inline double wrappedSigned(double angle) {
     return folded > pi ? folded - two_pi : folded;
 }
 
+/** Angle run from p to q about the centre in the sense of dir, in [0, 2 pi). */
+inline double sweepBetween(Vec centre, Vec p, Vec q, double dir) {
+    const Vec from = p - centre;
+    const Vec to = q - centre;
+    return wrapped(dir * std::atan2(cross(from, to), dot(from, to)));
+}
+
 } // namespace fenmark::alignment::plane
 
 #endif

@@ -29,8 +29,10 @@ Vec contactOf(const Calelm& given, const Calelm& made, Vec centre3) {
     return centreOf(given) + (reach / plane::norm(apart)) * apart;
 }
 
-// Builds and checks the chain for one centre of the new arc.
-bool laidAt(Vec centre3, bool round, const Calelm& first, const Calelm& second, Calelm& r1, Calelm& r2, Calelm& r3) {
+// Builds and checks the chain for one centre of the new arc, which is no more than a half circle. Of the given arcs more
+// than that stays with longArcs only.
+bool laidAt(Vec centre3, bool round, bool longArcs, const Calelm& first, const Calelm& second, Calelm& r1, Calelm& r2,
+            Calelm& r3) {
     Calelm made = arcBetween({}, {}, r3.par, r3.dir);
     made.k1 = centre3.x;
     made.k2 = centre3.y;
@@ -46,10 +48,11 @@ bool laidAt(Vec centre3, bool round, const Calelm& first, const Calelm& second, 
     setEnd(chain[1], contact2);
     setStart(chain[2], contact2);
     for (Calelm& e : chain) {
-        renewArc(e);
         e = otherPlane(e);
+        completeAboutCentre(e);
     }
-    if (!finishChain(chain, r1, r2)) {
+    if (!finishChain(chain, r1, r2) || !keepsLongArcs(chain, r1, r2) || chain[1].k3 > plane::pi ||
+        (!longArcs && std::fmax(chain[0].k3, chain[2].k3) > plane::pi)) {
         return false;
     }
     r1 = chain[0];
@@ -78,10 +81,12 @@ int arcBetweenArcs(Calelm& r1, Calelm& r2, Calelm& r3) {
     const Vec foot = centreOf(first) + x0 * u;
     // The centre on the side of the new arc's own turning sense first. Contacts are rounded to the length step; on a
     // very small arc that would turn the tangent, and the exact contacts stand.
-    for (const bool round : {true, false}) {
-        for (const double side : {r3.dir, -r3.dir}) {
-            if (laidAt(foot + side * y0 * left, round, first, second, r1, r2, r3)) {
-                return 0;
+    for (const bool longArcs : {false, true}) {
+        for (const bool round : {true, false}) {
+            for (const double side : {r3.dir, -r3.dir}) {
+                if (laidAt(foot + side * y0 * left, round, longArcs, first, second, r1, r2, r3)) {
+                    return 0;
+                }
             }
         }
     }

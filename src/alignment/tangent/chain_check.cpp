@@ -1,9 +1,12 @@
 // The check of a finished chain. Survey plane: azimuths run clockwise on the map, so a left curve (dir +1) lowers them.
 #include "alignment/tangent/chain_check.h"
 
+#include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/construction.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/planes.h"
+#include "alignment/calelm/rounding.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
 #include "alignment/tangent/fallen_azimuth.h"
@@ -111,6 +114,31 @@ int completeClothoid(Calelm& clothoid) {
     return 0;
 }
 
+bool keepsLongArcs(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
+    const auto kept = [](const Calelm& now, const Calelm& before) {
+        return now.type != element::arc || now.k3 <= kPi || now.len <= before.len + rounded_joint_tolerance;
+    };
+    return kept(chain.front(), firstBefore) && kept(chain.back(), lastBefore);
+}
+
+void completeAboutCentre(Calelm& arc) {
+    const double start_calc[2] = {arc.sx, -arc.sy};
+    const double end_calc[2] = {arc.ex, -arc.ey};
+    const plane::Vec centre_calc{arc.k1, -arc.k2};
+    double sang_calc = 0.0;
+    double eang_calc = 0.0;
+    double shorter_sweep = 0.0;
+    double shorter_length = 0.0;
+    ali_KEnAng(start_calc, end_calc, arc.dir, arc.par, centre_calc.x, centre_calc.y, &sang_calc, &eang_calc,
+               &shorter_sweep, &shorter_length);
+    arc.type = element::arc;
+    arc.r1 = arc.r2 = 0.0;
+    arc.sang = otherPlaneAngle(sang_calc);
+    arc.eang = otherPlaneAngle(eang_calc);
+    arc.k3 = plane::sweepBetween(centre_calc, {start_calc[0], start_calc[1]}, {end_calc[0], end_calc[1]}, arc.dir);
+    arc.len = roundLength(arc.k3 * arc.par);
+}
+
 int completeElement(Calelm& e) {
     const int status = e.type == element::clothoid ? completeClothoid(e) : signed16(ali_mak(&e, 0));
     return status == 0 ? 0 : -1;
@@ -124,7 +152,10 @@ bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calel
 int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given) {
     for (Calelm& e : chain) {
         CDchgSpace(&e, &e);
-        if (completeElement(e) != 0) {
+        const bool outer = &e == &chain.front() || &e == &chain.back();
+        if (given == Given::cut_long && outer && e.type == element::arc) {
+            completeAboutCentre(e);
+        } else if (completeElement(e) != 0) {
             return -1;
         }
     }

@@ -9,6 +9,8 @@
 
 #include "fenmark/alignment/record.h"
 
+#include <array>
+#include <cstddef>
 #include <span>
 
 namespace fenmark::alignment {
@@ -38,9 +40,18 @@ bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, co
  */
 bool onlyCuts(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
 
-/** Which chains a pass over the candidates takes: those that only cut the given elements first, then all. */
-enum class Given { cut, anywhere };
-inline constexpr Given passes[] = {Given::cut, Given::anywhere};
+/**
+ * Whether a given arc that keeps more than a half circle is only cut: the tangent is not led round a whole loop that the
+ * arc never had.
+ */
+bool keepsLongArcs(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
+
+/** Which chains are taken. */
+enum class Given {
+    cut,      ///< those that only cut the given elements
+    anywhere, ///< those that lengthen them, too; no arc keeps more than a half circle
+    cut_long, ///< those that only cut the given elements, of which an arc may keep more than a half circle
+};
 
 /**
  * Completes a clothoid of the survey plane between two points that its sizes fit, by ali_makA; both points stay as they
@@ -48,6 +59,12 @@ inline constexpr Given passes[] = {Given::cut, Given::anywhere};
  * @return 0; -1, record untouched, for sizes that no clothoid has and for points further apart or nearer than that
  */
 int completeClothoid(Calelm& clothoid);
+
+/**
+ * Completes an arc of the survey plane about its centre k1, k2: tangents, length rounded to 1e-5, and the sweep from its
+ * start to its end in the sense of dir, which may exceed a half circle. Neither the ends nor the centre change.
+ */
+void completeAboutCentre(Calelm& arc);
 
 /** Completes a record of the survey plane that has its points and sizes; the points stay. Returns 0, or -1. */
 int completeElement(Calelm& e);
@@ -65,6 +82,19 @@ bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calel
  */
 int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
                   Given given = Given::anywhere);
+
+/**
+ * The same for the only chain that a solver has: at first without, then with given arcs of more than a half circle.
+ */
+template <std::size_t N>
+int completeOnlyChain(std::array<Calelm, N>& chain, const Calelm& firstBefore, const Calelm& lastBefore) {
+    const std::array<Calelm, N> candidate = chain;
+    if (completeChain(chain, firstBefore, lastBefore, Given::anywhere) == 0) {
+        return 0;
+    }
+    chain = candidate;
+    return completeChain(chain, firstBefore, lastBefore, Given::cut_long);
+}
 
 } // namespace fenmark::alignment
 

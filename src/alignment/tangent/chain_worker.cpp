@@ -115,7 +115,7 @@ int fitLongChain(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calel
     const double told = turningSide(line, last);
     // Among its two centres one that lengthens neither S nor R is preferred.
     for (const double side : {told, -told}) {
-        for (const auto& [pass, c1] : eachPass(centresFor(side, line, last, sizes))) {
+        for (const auto& [pass, c1] : eachPass(centresFor(side, line, last, sizes), longArcsLast)) {
             Chain chain;
             if (laidAt(c1, side, line, last, sizes, chain) && completeChain(chain, s, r, pass) == 0) {
                 s = chain[0];

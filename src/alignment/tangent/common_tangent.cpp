@@ -38,12 +38,12 @@ int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
         std::array chain = {first, straightBetween(from, to), second};
         setEnd(chain[0], from);
         setStart(chain[2], to);
-        renewArc(chain[0]);
-        renewArc(chain[2]);
         for (Calelm& e : chain) {
             e = otherPlane(e);
         }
-        if (signed16(ali_makS(&chain[1])) == 0 && finishChain(chain, r1, r2)) {
+        completeAboutCentre(chain[0]);
+        completeAboutCentre(chain[2]);
+        if (signed16(ali_makS(&chain[1])) == 0 && finishChain(chain, r1, r2) && keepsLongArcs(chain, r1, r2)) {
             r1 = chain[0];
             s = chain[1];
             r2 = chain[2];
@@ -81,7 +81,7 @@ int easedStraightBetweenArcs(int side, Calelm& r1, Calelm& r2, Calelm& s, Calelm
     }
     std::array<Calelm, 4> chain;
     if (side == 1) {
-        if (!easeSecond(otherPlane(r1), otherPlane(r2), a.par, chain) || completeChain(chain, r1, r2) != 0) {
+        if (!easeSecond(otherPlane(r1), otherPlane(r2), a.par, chain) || completeOnlyChain(chain, r1, r2) != 0) {
             return -1;
         }
         r1 = chain[0];
@@ -96,7 +96,7 @@ int easedStraightBetweenArcs(int side, Calelm& r1, Calelm& r2, Calelm& s, Calelm
         return -1;
     }
     chain = {reversed(back[3]), reversed(back[2]), reversed(back[1]), reversed(back[0])};
-    if (completeChain(chain, r2, r1) != 0) {
+    if (completeOnlyChain(chain, r2, r1) != 0) {
         return -1;
     }
     r2 = chain[0];
@@ -129,7 +129,7 @@ int bothEndsEased(Calelm& r1, Calelm& r2, Calelm& a1, Calelm& s, Calelm& a2) {
                         clothoidFromLine(flat2, tangent.t, second.dir, a2.par, second.par, values2), second};
     setEnd(chain[0], startOf(chain[1]));
     setStart(chain[4], endOf(chain[3]));
-    if (completeChain(chain, r1, r2) != 0) {
+    if (completeOnlyChain(chain, r1, r2) != 0) {
         return -1;
     }
     r1 = chain[0];

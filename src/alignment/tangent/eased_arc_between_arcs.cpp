@@ -66,7 +66,7 @@ int easedAtOneEnd(int side, int mode, Calelm& r1, Calelm& r2, Calelm& r3, Calelm
     }
     const Candidates centres =
         centresBetween(centreOf(first), demanded, centreOf(second), std::fabs(made.par - second.par));
-    for (const auto& [pass, centre3] : eachPass(centres)) {
+    for (const auto& [pass, centre3] : eachPass(centres, cutFirst)) {
         std::array<Calelm, 4> chain;
         if (!laidOnContact(centre3, first, second, made, clothoid, chain)) {
             continue;
@@ -113,7 +113,7 @@ int easedAtBothEnds(int mode1, int mode2, Calelm& r1, Calelm& r2, Calelm& a1, Ca
         return -1;
     }
     const Candidates centres = centresBetween(centreOf(first), demanded1, centreOf(second), demanded2);
-    for (const auto& [pass, centre3] : eachPass(centres)) {
+    for (const auto& [pass, centre3] : eachPass(centres, cutFirst)) {
         std::array chain = {first, clothoid1, made, clothoid2, second};
         chain[2].k1 = centre3.x;
         chain[2].k2 = centre3.y;

@@ -81,15 +81,6 @@ Vec roundedPoint(Vec p) {
     return {ali_CAroundNum(p.x), ali_CAroundNum(p.y)};
 }
 
-void renewArc(Calelm& arc) {
-    const double p[2] = {arc.sx, arc.sy};
-    const double q[2] = {arc.ex, arc.ey};
-    ali_KEnAng(p, q, arc.dir, arc.par, arc.k1, arc.k2, &arc.sang, &arc.eang, &arc.k3, &arc.len);
-    arc.len = ali_CAroundNum(arc.len);
-    arc.r1 = 0.0;
-    arc.r2 = 0.0;
-}
-
 ClothoidEnd clothoidEnd(double parameter, double radius) {
     ClothoidEnd values;
     CDRcalxy(parameter, radius, &values.X, &values.Y);
@@ -147,7 +138,7 @@ bool commonTangent(Vec c1, double p1, double dir1, Vec c2, double p2, double dir
     return true;
 }
 
-Attempts eachPass(const Candidates& centres) {
+Attempts eachPass(const Candidates& centres, std::span<const Given> passes) {
     Attempts attempts;
     for (const Given pass : passes) {
         for (const Vec centre : centres) {

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 
 namespace fenmark::alignment {
 
@@ -59,9 +60,6 @@ Calelm arcBetween(Vec from, Vec to, double radius, double dir);
 
 /** A point rounded to the length step, 1e-5 m. */
 Vec roundedPoint(Vec p);
-
-/** Renews tangents, sweep and length of an arc from its ends, centre and radius; the centre stays. */
-void renewArc(Calelm& arc);
 
 /** Values of the standard clothoid of a parameter at a radius: end point, tau, shift dR and centre abscissa Xm. */
 struct ClothoidEnd {
@@ -112,16 +110,21 @@ struct Attempt {
     Vec centre;
 };
 
-/** Every candidate for a chain that only cuts the given elements, then every candidate again for any chain. */
+/** The passes over the candidates: chains that only cut the given elements come first. */
+inline constexpr Given cutFirst[] = {Given::cut, Given::anywhere};
+/** The same, and in the end those that leave more than a half circle of a given arc. */
+inline constexpr Given longArcsLast[] = {Given::cut, Given::anywhere, Given::cut_long};
+
+/** Every candidate in every pass. */
 struct Attempts {
-    std::array<Attempt, 8> items{};
+    std::array<Attempt, 12> items{};
     std::size_t count = 0;
 
     const Attempt* begin() const { return items.data(); }
     const Attempt* end() const { return items.data() + count; }
 };
 
-Attempts eachPass(const Candidates& centres);
+Attempts eachPass(const Candidates& centres, std::span<const Given> passes);
 
 /**
  * Centres at the distance `offset` from a straight and at `distance` from a centre: on the offset to the left of travel

@@ -173,7 +173,7 @@ int easedArcBetweenStraightAndArc(int side, int mode, Calelm& s, Calelm& r, Cale
         return -1;
     }
     const LineAndArc given = travelled(side, s, r);
-    for (const Given pass : passes) {
+    for (const Given pass : cutFirst) {
         if (easedArcWorker(pass, 1.0, mode, given, s, r, r1, a) == 0) {
             return 0;
         }

@@ -26,7 +26,9 @@ int chainBetweenStraightAndArc(int side, Calelm& s, Calelm& r, Calelm& a1, Calel
     std::array<Calelm, 6> chain;
     for (std::size_t i = 0; i < chain.size(); ++i) {
         chain[i] = reversed(work[work.size() - 1 - i]);
-        if (completeElement(chain[i]) != 0) {
+        if (i == 0 && chain[i].k3 > plane::pi) {
+            completeAboutCentre(chain[i]);
+        } else if (completeElement(chain[i]) != 0) {
             return -1;
         }
     }

@@ -45,27 +45,37 @@ void FilePass::close() {
 }
 
 bool FilePass::next() {
-    std::string_view raw;
-    if (!source_.next(raw))
+    const std::string_view ahead = source_.ahead();
+    if (const std::size_t length = splitPlainLine(ahead, fields_); length != 0) {
+        text_ = ahead.substr(0, length - (ahead[length - 2] == '\r' ? 2 : 1));
+        source_.skip(length);
+    } else if (!nextOutOfTheOrdinary()) {
         return false;
+    }
+    atStart_ = false;
     if (progress_) {
         progress_->setPosition(source_.position());
         progress_->pump();
     }
     ++reader_.lineNumber;
-    if (atStart_) {
-        atStart_ = false;
-        if (context_.encoding == Encoding::Utf8 && raw.starts_with(kByteOrderMark))
-            raw.remove_prefix(kByteOrderMark.size());
-    }
-    // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
-    decodeAndSplit(trim(raw));
     code_ = recordCode(fields_[0]);
     return true;
 }
 
+// Reads and splits a line of any kind.
+bool FilePass::nextOutOfTheOrdinary() {
+    std::string_view raw;
+    if (!source_.next(raw))
+        return false;
+    if (atStart_ && context_.encoding == Encoding::Utf8 && raw.starts_with(kByteOrderMark))
+        raw.remove_prefix(kByteOrderMark.size());
+    // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
+    decodeAndSplit(trim(raw));
+    return true;
+}
+
 void FilePass::decodeAndSplit(std::string_view bytes) {
-    // Most lines are plain ASCII and stay where they lie.
+    // Plain ASCII stays where it lies.
     text_ = bytes;
     if (splitAsciiLine(bytes, fields_))
         return;

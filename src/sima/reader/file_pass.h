@@ -55,6 +55,7 @@ class FilePass {
     void countPassedOver(std::string_view kind, std::size_t lines);
 
   private:
+    bool nextOutOfTheOrdinary();
     void decodeAndSplit(std::string_view bytes);
 
     SimaReader& reader_;

@@ -20,6 +20,13 @@ class LineSource {
     // The next line without its end, LF or CR LF. False at the end of the file. The view holds until the next call.
     // Raises std::system_error if the file breaks off with a fault.
     bool next(std::string_view& line);
+    // What is at hand of the text behind that line; mostly many lines, but any piece of one too. Holds until next().
+    std::string_view ahead() const { return {buffer_.data() + start_, end_ - start_}; }
+    // Passes over so much of that.
+    void skip(std::size_t bytes) {
+        start_ += bytes;
+        position_ += static_cast<std::int64_t>(bytes);
+    }
 
   private:
     bool fill();

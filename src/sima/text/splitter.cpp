@@ -157,39 +157,46 @@ std::int32_t splitLine(std::string_view line, std::string_view separator, Fields
 }
 
 bool splitAsciiLine(std::string_view line, Fields& fields) {
-    fields.count_ = 0;
-    const char* start = line.data();
-    const char* p = start;
-    const char* const end = start + line.size();
+    if (!isAscii(line))
+        return false;
+    splitLine(line, ",", fields);
+    return true;
+}
+
+std::size_t splitPlainLine([[maybe_unused]] std::string_view text, [[maybe_unused]] Fields& fields) {
 #ifdef __SSE2__
-    // Sixteen bytes at a time: one bit for each comma, and the end of this loop for what is out of the ordinary.
-    const __m128i commas = _mm_set1_epi8(',');
-    const __m128i quotes = _mm_set1_epi8(kQuote);
-    for (; end - p >= 16; p += 16) {
+    // Sixteen bytes at a time, with one bit for each of them that is a comma, a line feed or out of the ordinary. What
+    // is left at the end of the text goes the long way.
+    const __m128i comma = _mm_set1_epi8(',');
+    const __m128i lineFeed = _mm_set1_epi8('\n');
+    const __m128i quote = _mm_set1_epi8(kQuote);
+    const auto bits = [](__m128i bytes) { return static_cast<unsigned>(_mm_movemask_epi8(bytes)); };
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const char* start = begin; // of the field
+    fields.count_ = 0;
+    for (const char* p = begin; end - p >= 16; p += 16) {
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        if (_mm_movemask_epi8(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, quotes))) != 0)
-            break;
-        auto found = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, commas)));
-        for (; found != 0; found &= found - 1) {
-            const char* const comma = p + std::countr_zero(found);
-            fields.addPlain(start, comma);
-            start = comma + 1;
+        const unsigned lineFeeds = bits(_mm_cmpeq_epi8(bytes, lineFeed));
+        const unsigned ofThisLine = lineFeeds != 0 ? (lineFeeds & (0U - lineFeeds)) - 1 : 0xFFFFU;
+        if ((bits(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, quote))) & ofThisLine) != 0)
+            return 0;
+        for (unsigned commas = bits(_mm_cmpeq_epi8(bytes, comma)) & ofThisLine; commas != 0; commas &= commas - 1) {
+            const char* const found = p + std::countr_zero(commas);
+            fields.addPlain(start, found);
+            start = found + 1;
+        }
+        if (lineFeeds != 0) {
+            const char* const lineEnd = p + std::countr_zero(lineFeeds);
+            const char* const textEnd = lineEnd != begin && lineEnd[-1] == '\r' ? lineEnd - 1 : lineEnd;
+            if (textEnd == begin || isBlank(*begin) || isBlank(textEnd[-1]))
+                return 0;
+            fields.addPlain(start, textEnd);
+            return static_cast<std::size_t>(lineEnd + 1 - begin);
         }
     }
 #endif
-    for (; p != end; ++p) {
-        if (*p == ',') {
-            fields.addPlain(start, p);
-            start = p + 1;
-        } else if (*p == kQuote || static_cast<unsigned char>(*p) >= 0x80) {
-            if (!isAscii(line))
-                return false;
-            splitLine(line, ",", fields);
-            return true;
-        }
-    }
-    fields.addPlain(start, end);
-    return true;
+    return 0;
 }
 
 std::int32_t ExtendedCString::Splitter(Array<std::string>& fields, std::string_view text, std::string_view separator) {

@@ -26,11 +26,10 @@ void expectPoints(FilePass& file) {
 // The record as a point if all its fields are as they should be and in plain form, so that none of the tests could
 // refuse it but the one for duplicates. False leaves it to the validator and the storing rule.
 bool readPlainPoint(const Fields& fields, SimaPoint& point) {
-    if (fields.size() < 6 || fields.size() > 7 || fields[1].empty() || !isDigits(fields[1]))
+    if (fields.size() < 6 || fields.size() > 7 || !toPlainInteger(fields[1], point.number))
         return false;
     if (!toPlainReal(fields[3], point.y) || !toPlainReal(fields[4], point.x) || !toPlainReal(fields[5], point.z))
         return false;
-    point.number = toInteger(fields[1]);
     point.name = fields[2];
     point.hasZ = !fields[5].empty();
     return true;

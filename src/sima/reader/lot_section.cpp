@@ -27,8 +27,8 @@ constexpr std::int64_t kShortLot = 86; // bytes: three points and the two record
 constexpr std::int64_t kMostExpected = 1'000'000;
 
 // Adds the point that a B01 refers to. False, with its error block, if there is no such point.
-bool addLotPoint(FilePass& file, const Record& record) {
-    const auto place = file.reader().points.placeOf(toInteger(record.fields[1]));
+bool addLotPoint(FilePass& file, const Record& record, std::int32_t number) {
+    const auto place = file.reader().points.placeOf(number);
     if (!place) {
         reportMissingPoint(file.log(), record);
         file.updateErrorCount();
@@ -36,6 +36,11 @@ bool addLotPoint(FilePass& file, const Record& record) {
     }
     file.lotOutlines()->add(*place);
     return true;
+}
+
+// Whether the B01 is in plain form, so that its validator could not refuse it, and then the number of its point.
+bool isPlainReference(const Fields& fields, std::int32_t& number) {
+    return fields.size() == 4 && toPlainInteger(fields[1], number);
 }
 
 // Stores the lot, hands it to the output and logs its end, whether or not anything is drawn.
@@ -69,6 +74,7 @@ void readLotSection(FilePass& file) {
     file.lotOutlines()->open(reader.points);
     bool abandoned = false;
     bool hasTriangleData = false;
+    std::int32_t number = 0; // of the point of a B01
     const Fields& opening = file.fields();
     lot.isType1 = trim(opening[3]) == "1";
     lot.number = toInteger(opening[1]);
@@ -93,10 +99,14 @@ void readLotSection(FilePass& file) {
         }
         switch (code) {
         case recordCode("B01"):
-            if (validateB01(log, record) != 0)
-                file.updateErrorCount();
-            else
-                abandoned = !addLotPoint(file, record);
+            if (!isPlainReference(record.fields, number)) {
+                if (validateB01(log, record) != 0) {
+                    file.updateErrorCount();
+                    break;
+                }
+                number = toInteger(record.fields[1]);
+            }
+            abandoned = !addLotPoint(file, record, number);
             break;
         case recordCode("E00"):
             hasTriangleData = true;

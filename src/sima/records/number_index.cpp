@@ -28,15 +28,8 @@ std::size_t NumberIndex::slotOf(std::int32_t number) const {
     return slot;
 }
 
-std::optional<NumberIndex::Places> NumberIndex::find(std::int32_t number) const {
-    Entry entry;
-    if (number >= 0 && static_cast<std::size_t>(number) < dense_.size())
-        entry = dense_[static_cast<std::size_t>(number)];
-    else if (!slots_.empty())
-        entry = slots_[slotOf(number)].entry;
-    if (entry.firstPlusOne == 0)
-        return std::nullopt;
-    return Places{entry.firstPlusOne - 1, entry.last};
+NumberIndex::Entry NumberIndex::entryOfSlot(std::int32_t number) const {
+    return slots_.empty() ? Entry{} : slots_[slotOf(number)].entry;
 }
 
 void NumberIndex::note(Entry& entry, std::uint32_t place) {

@@ -20,7 +20,13 @@ class NumberIndex {
     };
 
     // Empty if the number was never added.
-    std::optional<Places> find(std::int32_t number) const;
+    std::optional<Places> find(std::int32_t number) const {
+        const bool isDense = number >= 0 && static_cast<std::size_t>(number) < dense_.size();
+        const Entry entry = isDense ? dense_[static_cast<std::size_t>(number)] : entryOfSlot(number);
+        if (entry.firstPlusOne == 0)
+            return std::nullopt;
+        return Places{entry.firstPlusOne - 1, entry.last};
+    }
     // Notes that a record with that number stands at the given place; places come in rising order.
     void add(std::int32_t number, std::uint32_t place);
     void clear();
@@ -36,6 +42,7 @@ class NumberIndex {
         Entry entry;
     };
 
+    Entry entryOfSlot(std::int32_t number) const;
     static void note(Entry& entry, std::uint32_t place);
     bool growDense(std::int32_t number);
     std::size_t slotOf(std::int32_t number) const;

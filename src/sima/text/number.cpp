@@ -69,22 +69,22 @@ bool toPlainReal(std::string_view text, double& value) {
     if (end - p > kExactDigits + 1)
         return false;
     std::uint64_t mantissa = 0;
-    const char* point = nullptr;
-    int digits = 0;
-    for (; p != end; ++p) {
-        if (isDigit(*p)) {
+    const auto takeDigits = [&p, end, &mantissa] {
+        const char* const first = p;
+        for (; p != end && isDigit(*p); ++p)
             mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
-            ++digits;
-        } else if (*p == '.' && point == nullptr) {
-            point = p;
-        } else {
-            return false;
-        }
+        return p - first;
+    };
+    std::ptrdiff_t digits = takeDigits();
+    std::ptrdiff_t decimals = 0;
+    if (p != end && *p == '.') {
+        ++p;
+        decimals = takeDigits();
+        digits += decimals;
     }
-    if (digits > kExactDigits)
+    if (p != end || digits > kExactDigits)
         return false;
-    const auto decimals = static_cast<std::size_t>(point != nullptr ? end - point - 1 : 0);
-    value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    value = static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
     if (negative)
         value = -value;
     return true;

@@ -30,6 +30,23 @@ constexpr std::string_view trim(std::string_view text) {
 // the validators' number test: it is the short way for nearly all fields of a file.
 bool toPlainReal(std::string_view text, double& value);
 
+// Converts a text of one to nine digits, blanks around it allowed, exactly as toInteger does. False for every other text.
+// Whatever this takes passes the validators' digits test.
+constexpr bool toPlainInteger(std::string_view text, std::int32_t& value) {
+    constexpr std::size_t kSafeDigits = 9; // of which none can pass 32 bits
+    text = trim(text);
+    if (text.empty() || text.size() > kSafeDigits)
+        return false;
+    std::int32_t sum = 0;
+    for (const char c : text) {
+        if (!isDigit(c))
+            return false;
+        sum = sum * 10 + (c - '0');
+    }
+    value = sum;
+    return true;
+}
+
 // As the C conversion in the C locale, decimal digits only: leading blanks skipped, optional sign, ends at the first
 // character that does not fit, 0.0 if nothing fits. No hexadecimal, no infinity or NaN.
 double toReal(std::string_view text);

@@ -115,15 +115,17 @@ class SpanColumn {
         if (values.size() > free_.size())
             free_ = blocks_.add(values.size());
         std::copy(values.begin(), values.end(), free_.begin());
-        lists_.push_back({free_.data(), values.size()});
+        starts_.push_back(free_.data());
+        counts_.push_back(static_cast<std::uint32_t>(values.size()));
         free_ = free_.subspan(values.size());
     }
-    std::span<const T> operator[](std::size_t index) const { return lists_[index]; }
+    std::span<const T> operator[](std::size_t index) const { return {starts_[index], counts_[index]}; }
 
   private:
     ColumnBlocks<T> blocks_;
     std::span<T> free_; // of the last block
-    Column<std::span<const T>> lists_;
+    Column<const T*> starts_;
+    Column<std::uint32_t> counts_;
 };
 
 } // namespace fenmark::host

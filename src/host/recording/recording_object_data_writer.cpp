@@ -54,13 +54,10 @@ void RecordingObjectDataWriter::define(std::string_view table) {
 }
 
 void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, const ObjectDataRow& row) {
-    // Rows come in long runs of one table, type and file, so the look-up in the pool is made once a run.
-    const bool sameRun = !runs_.empty() && texts_[runs_.back().table] == table &&
-                         texts_[runs_.back().type] == row.type && texts_[runs_.back().fileName] == row.fileName;
-    if (!sameRun) {
-        runStarts_.push_back(ids_.size());
-        runs_.push_back({texts_.intern(table), texts_.intern(row.type), texts_.intern(row.fileName)});
-    }
+    const bool sameRun = !runs_.empty() && runs_.back().table.data() == table.data() &&
+                         runs_.back().type.data() == row.type.data() && runs_.back().fileName == row.fileName;
+    if (!sameRun)
+        runs_.push_back({ids_.size(), table, row.type, fileNames_[fileNames_.intern(row.fileName)]});
     ids_.push_back(id.asUint64());
     numbers_.push_back(row.no);
     names_.push_back(row.name);
@@ -68,11 +65,12 @@ void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, con
 
 RecordedRow RecordingObjectDataWriter::row(std::size_t index) const {
     const std::uint64_t id = ids_.at(index);
-    const auto behind = std::upper_bound(runStarts_.begin(), runStarts_.end(), index);
-    const Interned& run = runs_[static_cast<std::size_t>(behind - runStarts_.begin()) - 1];
+    const auto behind = std::upper_bound(runs_.begin(), runs_.end(), index,
+                                         [](std::size_t wanted, const Run& run) { return wanted < run.firstRow; });
+    const Run& run = *(behind - 1);
     const std::span<const char> name = names_[index];
-    return {texts_[run.table], MdDbObjectId(id),    numbers_[index], std::string_view(name.data(), name.size()),
-            texts_[run.type],  texts_[run.fileName]};
+    return {run.table, MdDbObjectId(id), numbers_[index], std::string_view(name.data(), name.size()),
+            run.type,  run.fileName};
 }
 
 } // namespace fenmark::host

@@ -52,18 +52,19 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
 
     CallLog& calls_;
     std::vector<std::string> tables_;
-    TextPool texts_; // tables, types and file names
+    TextPool fileNames_;
     SequenceColumn<1> ids_;
     Column<std::int32_t> numbers_;
     SpanColumn<char> names_; // names seldom repeat
-    struct Interned {
-        std::uint32_t table = 0;
-        std::uint32_t type = 0;
-        std::uint32_t fileName = 0;
+    // Rows that share table, type and file name come in long runs. Tables and types are texts of the program, so that
+    // they are kept as they come and are the same if they lie at the same place.
+    struct Run {
+        std::size_t firstRow = 0;
+        std::string_view table;
+        std::string_view type;
+        std::string_view fileName; // in the pool
     };
-    // Runs of rows that share table, type and file name: the first row of each, and what they share.
-    std::vector<std::size_t> runStarts_;
-    std::vector<Interned> runs_;
+    std::vector<Run> runs_;
 };
 
 } // namespace fenmark::host

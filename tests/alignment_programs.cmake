@@ -6,6 +6,8 @@ add_subdirectory("${PROJECT_SOURCE_DIR}/examples/alignment" "${PROJECT_BINARY_DI
 if(Python3_FOUND)
   add_test(NAME alignment_example COMMAND Python3::Interpreter
     "${CMAKE_CURRENT_SOURCE_DIR}/alignment_programs/check_stakes.py" "$<TARGET_FILE:stake_curve>")
+  add_test(NAME alignment_documentation COMMAND Python3::Interpreter
+    "${CMAKE_CURRENT_SOURCE_DIR}/alignment_programs/check_documentation.py" "${PROJECT_SOURCE_DIR}" "${CMAKE_C_COMPILER}")
 endif()
 # A library built under the sanitizers cannot be loaded by programs that are not.
 if(NOT FENMARK_SANITIZE AND NOT FENMARK_COVERAGE)
@@ -15,7 +17,9 @@ if(NOT FENMARK_SANITIZE AND NOT FENMARK_COVERAGE)
   if(Python3_FOUND)
     add_test(NAME alignment_python COMMAND Python3::Interpreter -B -m unittest discover
       --start-directory "${PROJECT_SOURCE_DIR}/python/tests" --top-level-directory "${PROJECT_SOURCE_DIR}/python")
-    set_tests_properties(alignment_python PROPERTIES
+    add_test(NAME alignment_pictures COMMAND Python3::Interpreter -B
+      "${PROJECT_SOURCE_DIR}/tools/make_alignment_pictures.py" --check)
+    set_tests_properties(alignment_python alignment_pictures PROPERTIES
       ENVIRONMENT "FENMARK_ALIGNMENT_LIBRARY=${library}")
   endif()
 endif()

@@ -42,7 +42,7 @@ def solved(title, caption, before, chain, made, labels, points=(), side=0):
         panel.element(e, BEFORE, width=2.0, dash="6 4", arrow=False)
     for i, e in enumerate(chain):
         if i in made:
-            panel.element(e, label=sized(e, labels[i]), side=side)
+            panel.element(e, label=sized(e, labels[i]), side=side if e.type == 2 else 0)
         else:
             panel.element(e, GIVEN, label=labels[i])
     for a in chain[1:]:

@@ -1,0 +1,87 @@
+"""Every exported symbol is documented: a comment in its header, and a row with its arguments on its family's page.
+
+Also: the program in docs/alignment.md is the example, its CMake lines are the example's, and no link or picture is dead.
+
+With a C compiler given, every short example of the pages must compile.
+
+check_documentation.py SOURCE_TREE [C_COMPILER]
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+
+root = pathlib.Path(sys.argv[1])
+errors = []
+
+
+def read(path):
+    return (root / path).read_text(encoding="utf-8")
+
+
+def declarations(text):
+    """Name, argument names, and whether a comment stands directly above, of every function of a header."""
+    for found in re.finditer(r"^FENMARK_ALIGNMENT_API\s+([^;(]*?)(\w+)\(([^;]*)\);", text, flags=re.M):
+        _, name, arguments = found.groups()
+        names = [re.sub(r"\[\d+\]$", "", a.strip()).split()[-1].lstrip("*") for a in arguments.split(",")]
+        yield name, names, text[: found.start()].rstrip().endswith("*/")
+
+
+exported = {line for line in read("docs/exports.txt").split("\n") if line and not line.startswith("#")}
+declared = set()
+for header in sorted((root / "include/fenmark/alignment").glob("*.h")):
+    family = "conventions" if header.stem == "record" else header.stem
+    page = read(f"docs/alignment/{family}.md")
+    rows = dict(re.findall(r"^\| `(\w+)\((.*?)\)` \| \S.* \| \S.* \|$", page, flags=re.M))
+    for name, arguments, commented in declarations(header.read_text(encoding="utf-8")):
+        declared.add(name)
+        if not commented:
+            errors.append(f"{header.name}: no comment above {name}")
+        if name not in rows:
+            errors.append(f"docs/alignment/{family}.md: no row for {name}")
+            continue
+        told = [re.sub(r"^out (?=\w)|\[\d+\]$", "", a.strip()) for a in rows[name].split(",")]
+        if told != arguments:
+            errors.append(f"docs/alignment/{family}.md: {name} has the arguments {arguments}, told are {told}")
+if declared != exported or len(declared) < 150:
+    errors.append(f"headers and docs/exports.txt differ: {sorted(declared ^ exported)}")
+
+# Only names that exist are written.
+pages = [root / "docs/alignment.md", *sorted((root / "docs/alignment").glob("*.md"))]
+for page in [*pages, root / "python/README.md", root / "examples/alignment/README.md"]:
+    text = page.read_text(encoding="utf-8")
+    for name in re.findall(r"\b((?:ali_|alimake_|moveR_|CD)\w+)\b(?!\*)", text):
+        family = any(e.startswith(name) for e in exported) and name.endswith("_")
+        if name not in exported and not family:
+            errors.append(f"{page.name}: no function named {name}")
+    for target in re.findall(r"\]\(([^)#:]+)\)", text):
+        if not (page.parent / target).exists():
+            errors.append(f"{page.name}: dead link {target}")
+
+overview = read("docs/alignment.md")
+for language, path in (("c", "examples/alignment/stake_curve.c"), ("cmake", "examples/alignment/CMakeLists.txt")):
+    if f"```{language}\n{read(path)}```\n" not in overview:
+        errors.append(f"docs/alignment.md does not hold {path} as it is")
+linked = "\n".join(page.read_text(encoding="utf-8") for page in pages)
+for picture in sorted((root / "docs/pictures/alignment").glob("*.svg")):
+    if f"alignment/{picture.name})" not in linked:
+        errors.append(f"no page shows {picture.name}")
+
+# The short examples are fragments: each is compiled as the body of a function, where it may declare the given
+# records anew.
+GIVEN = "Calelm element, clothoid, arc, line, road, river, s1, s2, r1, r2;"
+if len(sys.argv) > 2:
+    for page in pages[1:]:
+        for body in re.findall(r"```c\n(.*?)```", page.read_text(encoding="utf-8"), flags=re.S):
+            program = (
+                "#include <fenmark/alignment.h>\n#include <stdio.h>\n#ifndef M_PI\n#define M_PI 3.14159265358979323846\n#endif\n"
+                f"extern {GIVEN}\nvoid example(void);\nvoid example(void) {{\n{body}}}\n"
+            )
+            command = [sys.argv[2], "-std=c99", "-fsyntax-only", "-Wall", "-Werror", "-Wno-unused", f"-I{root}/include", "-xc", "-"]
+            done = subprocess.run(command, input=program, capture_output=True, text=True)
+            if done.returncode != 0:
+                errors.append(f"{page.name}: an example does not compile\n{done.stderr}")
+
+print("\n".join(errors) or f"{len(declared)} functions documented on {len(pages)} pages")
+sys.exit(1 if errors else 0)

@@ -1,12 +1,20 @@
 // The import dialog: scanning, ticking, choosing files, what it hands back.
 #include "dialog_test_support.h"
+#include "ui/dialogs/progress_wnd.h"
+#include "ui/dialogs/sim_file_dialog.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
 
 namespace fenmark::ui::test {
 namespace {
@@ -221,6 +229,145 @@ TEST_F(ImportForm, CloseLeavesWithoutResult) {
     QTest::mouseClick(control<QPushButton>(form, 2), Qt::LeftButton);
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(form.result(), QDialog::Rejected);
+}
+
+TEST_F(ImportForm, AFileWithoutRecordsShowsBareRowsWithoutBoxesAndADisabledButton) {
+    FenmarkForm form(nullptr, state(files.write("a.sim", "nothing that is known\r\n,,,\r\n")), answers.services());
+    for (int i = 0; i < 11; ++i) {
+        EXPECT_EQ(row(form, i)->state & treelist::kItemCheckBox, 0U) << i;
+        EXPECT_EQ(check(form, i), 0) << i;
+        EXPECT_FALSE(text(form, i).contains(QLatin1Char('['))) << i;
+    }
+    EXPECT_FALSE(importButton(form)->isEnabled());
+}
+
+TEST_F(ImportForm, TheTickedRowsAreNotRememberedWhenTheDialogOpensAgain) {
+    FenmarkForm first(nullptr, state(files.write("a.sim", kLongitudinalOnCurves)), answers.services());
+    tick(first, row(first, 0));
+    first.accept();
+    EXPECT_FALSE(first.state().options.flags[0]);
+    FenmarkForm second(nullptr, first.takeState(), answers.services());
+    EXPECT_EQ(check(second, 0), 1);
+    second.accept();
+    EXPECT_TRUE(second.state().options.flags[0]);
+}
+
+TEST_F(ImportForm, AChangedFileIsScannedAgainAndAnAcceptedOneKeepsItsTime) {
+    const std::string path = files.write("a.sim", kPointsOnly);
+    FenmarkForm first(nullptr, state(path), answers.services());
+    first.accept();
+    const command::ImportDialogState kept = first.takeState();
+    EXPECT_EQ(kept.fileTime, command::modificationTime(path));
+    files.write("a.sim", "A00,\r\nA01,1,P1,100.0,200.0,,\r\nA99,\r\n");
+    std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+    FenmarkForm second(nullptr, kept, answers.services());
+    EXPECT_EQ(text(second, 0), QStringLiteral("座標データ  [1]"));
+    EXPECT_EQ(second.state().fileTime, kept.fileTime) << "taken when the dialog is accepted, not before";
+}
+
+TEST_F(ImportForm, AFileChosenThatCannotBeReadShowsItsPathAndNothingToImport) {
+    const std::string path = files.write("folder.sim/inside.txt", "");
+    std::filesystem::create_directory(std::filesystem::path(path).parent_path());
+    FenmarkForm form(nullptr, state(files.write("a.sim", kPointsOnly)), answers.services());
+    answers.chosen = QString::fromStdString(std::filesystem::path(path).parent_path().string());
+    form.browse();
+    EXPECT_TRUE(answers.warnings.empty()) << "it can be accessed, and is named as it must";
+    EXPECT_EQ(control<QLineEdit>(form, 210)->text(), *answers.chosen);
+    EXPECT_EQ(text(form, 0), QStringLiteral("座標データ "));
+    EXPECT_FALSE(importButton(form)->isEnabled());
+}
+
+TEST_F(ImportForm, TheButtonOpensTheSettingsAndTakesThemBack) {
+    command::ImportDialogState before = state(files.write("a.sim", kPointsOnly));
+    before.layerNames = {"0", "測点"};
+    FenmarkForm form(nullptr, before, answers.services());
+    QTimer::singleShot(0, [] {
+        QWidget* settings = QApplication::activeModalWidget();
+        ASSERT_NE(settings, nullptr);
+        control<QComboBox>(*settings, 203)->setCurrentText(QStringLiteral("測点"));
+        control<QLineEdit>(*settings, 204)->setText(QStringLiteral("0.5"));
+        control<QPushButton>(*settings, 1)->click();
+    });
+    control<QPushButton>(form, 209)->click();
+    EXPECT_EQ(form.state().continuousLayer, "測点");
+    EXPECT_EQ(form.state().pointLayer, "0");
+    EXPECT_EQ(form.state().shiftDistance, 0.5);
+    EXPECT_TRUE(importButton(form)->isEnabled());
+}
+
+TEST_F(ImportForm, MustChooseAlignmentIsNeverHandedIn) {
+    command::ImportDialogState before = state(files.write("a.sim", kPointsOnly));
+    before.mustChooseAlignment = true;
+    FenmarkForm form(nullptr, before, answers.services());
+    form.accept();
+    EXPECT_FALSE(form.state().mustChooseAlignment);
+}
+
+TEST_F(ImportForm, UntickedResultsNeedNoAlignment) {
+    FenmarkForm form(nullptr, state(files.write("a.sim", kLongitudinalOnCurves)), answers.services());
+    tick(form, row(form, 8));
+    tick(form, row(form, 9));
+    form.accept();
+    EXPECT_FALSE(form.state().mustChooseAlignment);
+}
+
+TEST_F(ImportForm, AnEmptyListOfSitesGivesAnEmptyName) {
+    command::ImportDialogState before = state(files.write("a.sim", kPointsOnly));
+    before.siteNames.clear();
+    before.siteName = "gone";
+    FenmarkForm form(nullptr, before, answers.services());
+    form.accept();
+    EXPECT_EQ(form.state().siteName, "");
+}
+
+TEST_F(ImportForm, TheFormWaitsWhileAFileThatWasChosenIsRead) {
+    struct Factory : sima::ProgressFactory {
+        ProgressWindows windows{nullptr};
+        std::function<void()> meanwhile;
+        std::unique_ptr<sima::Progress> create(std::string_view title, bool smooth) override {
+            auto made = windows.create(title, smooth);
+            QTimer::singleShot(0, meanwhile);
+            return made;
+        }
+    } factory;
+    FenmarkFormServices services = answers.services();
+    services.progress = &factory;
+    FenmarkForm form(nullptr, state(), services);
+    answers.chosen = QString::fromStdString(files.write("a.sim", kPointsOnly));
+    bool looked = false;
+    bool enabled = true;
+    factory.meanwhile = [&] {
+        looked = true;
+        enabled = form.isEnabled();
+        QTest::mouseClick(control<QPushButton>(form, 206), Qt::LeftButton);
+        QTest::mouseClick(control<QPushButton>(form, 2), Qt::LeftButton);
+    };
+    QTimer::singleShot(0, [&] {
+        control<QPushButton>(form, 206)->setFocus();
+        form.browse();
+        EXPECT_TRUE(looked);
+        EXPECT_FALSE(enabled);
+        EXPECT_TRUE(form.isEnabled());
+        EXPECT_EQ(form.focusWidget(), control<QPushButton>(form, 206));
+        EXPECT_EQ(text(form, 0), QStringLiteral("座標データ  [2]"));
+        form.accept();
+    });
+    EXPECT_EQ(form.exec(), QDialog::Accepted);
+}
+
+// The pattern of what can be chosen is the only one, and names without an extension get theirs.
+TEST(SimFileDialog, AsksForAnExistingSimFileByItsTitleAndFilter) {
+    QFileDialog dialog;
+    prepareSimFileDialog(dialog, QStringLiteral(FENMARK_SOURCE_DIR "/examples/road.sim"));
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("SIMAファイルを選択"));
+    ASSERT_EQ(dialog.nameFilters().size(), 1);
+    EXPECT_TRUE(dialog.nameFilters().first().startsWith(QStringLiteral("(*.sim)")));
+    EXPECT_TRUE(dialog.testOption(QFileDialog::HideNameFilterDetails));
+    EXPECT_EQ(dialog.defaultSuffix(), QStringLiteral("sim"));
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_NE(dialog.minimumSize(), dialog.maximumSize()) << "resizable";
+    EXPECT_EQ(dialog.directory().absolutePath(), QStringLiteral(FENMARK_SOURCE_DIR "/examples"));
 }
 
 // An exception of the preview leaves the dialog as any exception leaves the command.

@@ -2,6 +2,7 @@
 #include "dialog_test_support.h"
 #include "ui/dialogs/fenmark_settings_form.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -110,6 +111,57 @@ TEST_F(SettingsForm, TheHelpKeyHasNoEffect) {
     form.show();
     QTest::keyClick(&form, Qt::Key_F1);
     EXPECT_TRUE(form.isVisible());
+}
+
+TEST_F(SettingsForm, EveryListHoldsEveryLayerInTheOrderOfTheJapaneseLocale) {
+    FenmarkSettingsForm form = make({}, {"測点", "b", "0", "A", "ア"});
+    for (int id : {205, 200, 201, 202, 203}) {
+        auto* list = control<QComboBox>(form, id);
+        QStringList names;
+        for (int i = 0; i < list->count(); ++i)
+            names << list->itemText(i);
+        EXPECT_EQ(names, (QStringList{QStringLiteral("0"), QStringLiteral("A"), QStringLiteral("b"),
+                                      QStringLiteral("ア"), QStringLiteral("測点")}))
+            << id;
+    }
+}
+
+TEST_F(SettingsForm, TheNameMustMatchExactly) {
+    FenmarkSettingsForm form = make({.pointLayer = "B"}, {"0", "b"});
+    EXPECT_EQ(control<QComboBox>(form, 205)->currentText(), QStringLiteral("0"));
+}
+
+TEST_F(SettingsForm, AllFiveLayersAndTheShiftAreHandedBack) {
+    FenmarkSettingsForm form = make({}, {"0", "1", "2", "3", "4"});
+    const std::pair<int, const char*> choices[] = {{205, "4"}, {200, "3"}, {201, "2"}, {202, "1"}, {203, "0"}};
+    for (const auto& [id, name] : choices)
+        control<QComboBox>(form, id)->setCurrentText(QString::fromLatin1(name));
+    control<QLineEdit>(form, 204)->setText(QStringLiteral("2.5"));
+    form.accept();
+    EXPECT_EQ(form.settings().pointLayer, "4");
+    EXPECT_EQ(form.settings().ipLayer, "3");
+    EXPECT_EQ(form.settings().lotLayer, "2");
+    EXPECT_EQ(form.settings().wideStakeLayer, "1");
+    EXPECT_EQ(form.settings().continuousLayer, "0");
+    EXPECT_EQ(form.settings().shiftDistance, 2.5);
+}
+
+TEST_F(SettingsForm, TheShiftIsShownAsItWasHandedIn) {
+    FenmarkSettingsForm form = make({.shiftDistance = 5.0});
+    EXPECT_EQ(control<QLineEdit>(form, 204)->text(), QStringLiteral("5."));
+}
+
+TEST_F(SettingsForm, ARefusedValueCanBeOverwrittenAtOnce) {
+    FenmarkSettingsForm form = make({});
+    form.show();
+    QApplication::setActiveWindow(&form);
+    control<QLineEdit>(form, 204)->setText(QStringLiteral("abc"));
+    form.accept();
+    EXPECT_EQ(messages.size(), 1U);
+    EXPECT_EQ(form.focusWidget(), control<QLineEdit>(form, 204));
+    QTest::keyClicks(control<QLineEdit>(form, 204), QStringLiteral("0.5"));
+    form.accept();
+    EXPECT_EQ(form.settings().shiftDistance, 0.5);
 }
 
 } // namespace

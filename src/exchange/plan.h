@@ -37,7 +37,8 @@ struct Plan {
     explicit Plan(const host::embedded::Drawing& shown);
 
     const host::embedded::Drawing& drawing;
-    std::size_t leftOut = 0; // entities at the origin, far from all others
+    std::size_t leftOut = 0;     // entities at the origin, far from all others
+    std::size_t beyondReach = 0; // entities and alignments with coordinates that no survey has
     PlanSheet sheet;
     LabelSpace space;
     std::vector<Label> labels;
@@ -48,6 +49,7 @@ struct Plan {
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
 
     bool isLeftOut(const host::embedded::EntityView& entity) const;
+    bool isLeftOut(const host::embedded::Alignment& alignment) const;
     PaperPoint at(double x, double y) const { return sheet.at(x, y); }
     // Adds the first candidate that finds room; false if none does.
     bool place(const std::vector<Label>& candidates, bool offLinesOnly);

@@ -45,7 +45,8 @@ class NamedPlaces {
     NamedPlaces(const Plan& plan) : cell_(plan.elementEndSnap) {
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
-            if (entity.isPoint() && entity.row && entity.row->type == "座標" && !entity.row->name.empty())
+            if (entity.isPoint() && entity.row && entity.row->type == "座標" && !entity.row->name.empty() &&
+                !plan.isLeftOut(entity))
                 indexes_.emplace(key(entity.position().x, entity.position().y), i);
         }
     }
@@ -280,13 +281,15 @@ void drawAlignments(Plan& plan, std::ostream& out) {
         plan.notes.push_back("測点は" + fixedReal(plan.stationStep, 0) + " mごとに図示しています");
     const NamedPlaces names(plan);
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
+        if (plan.isLeftOut(plan.drawing.alignment(i)))
+            continue;
         for (const Element& element : plan.drawing.alignment(i).elements)
             drawElement(plan, out, element);
     }
     std::size_t stations = 0;
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
         const Alignment& alignment = plan.drawing.alignment(i);
-        if (alignment.elements.empty())
+        if (alignment.elements.empty() || plan.isLeftOut(alignment))
             continue;
         const AlignmentGeometry& geometry = plan.drawing.geometry(i);
         drawEnds(plan, out, alignment, names);

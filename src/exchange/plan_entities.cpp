@@ -225,7 +225,8 @@ void drawPolylines(Plan& plan, std::ostream& out) {
 void namePolylines(Plan& plan) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
-        if (!entity.isPoint() && entity.row && entity.vertices.size() >= 3 && entity.row->type == "画地")
+        if (!entity.isPoint() && entity.row && entity.vertices.size() >= 3 && entity.row->type == "画地" &&
+            !plan.isLeftOut(entity))
             nameLot(plan, entity);
     }
 }

@@ -8,6 +8,7 @@
 
 namespace fenmark::exchange {
 
+using host::embedded::Alignment;
 using host::embedded::Drawing;
 using host::embedded::EntityView;
 using host::embedded::Extent;
@@ -45,15 +46,40 @@ text.gridname{fill:#607d8b}
 </style>
 )";
 
+// No coordinate of a plane system and no station is larger, metres; what is, or is no number, cannot be drawn to scale.
+constexpr double kReach = 1e8;
+
 bool atOrigin(const EntityView& entity) {
     return entity.vertices.size() == 1 && entity.vertices[0].x == 0.0 && entity.vertices[0].y == 0.0;
 }
 
-// The extent of what the plan shows; counts what lies at the origin far from it.
-Extent shownExtent(const Drawing& drawing, std::size_t& leftOut) {
+bool inReach(double value) {
+    return std::abs(value) <= kReach;
+}
+
+bool inReach(const EntityView& entity) {
+    return std::all_of(entity.vertices.begin(), entity.vertices.end(),
+                       [](const host::MdGePoint3d& vertex) { return inReach(vertex.x) && inReach(vertex.y); });
+}
+
+bool inReach(const Alignment& alignment) {
+    return inReach(alignment.startStation) &&
+           std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const auto& element) {
+               return inReach(element.start.x) && inReach(element.start.y) && inReach(element.end.x) &&
+                      inReach(element.end.y) && inReach(element.length);
+           });
+}
+
+// The extent of what the plan shows; counts what cannot be drawn, and what lies at the origin far from all else.
+Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& beyondReach) {
     leftOut = 0;
+    beyondReach = 0;
     const Extent& whole = drawing.extent();
-    if (whole.empty() || whole.minX > 0.0 || whole.maxX < 0.0 || whole.minY > 0.0 || whole.maxY < 0.0)
+    bool allInReach = inReach(whole.minX) && inReach(whole.maxX) && inReach(whole.minY) && inReach(whole.maxY);
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i)
+        allInReach = allInReach && inReach(drawing.alignment(i));
+    const bool aroundOrigin = whole.minX <= 0.0 && whole.maxX >= 0.0 && whole.minY <= 0.0 && whole.maxY >= 0.0;
+    if (allInReach && !aroundOrigin)
         return whole;
     Extent rest;
     std::size_t origins = 0;
@@ -61,10 +87,16 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut) {
         const EntityView entity = drawing.entity(i);
         if (atOrigin(entity))
             ++origins;
+        else if (!inReach(entity))
+            ++beyondReach;
         else
             rest.add(drawing.entityExtent(i));
     }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        if (!inReach(drawing.alignment(i))) {
+            ++beyondReach;
+            continue;
+        }
         for (const auto& element : drawing.alignment(i).elements) {
             std::vector<host::PlanPoint> line;
             host::embedded::appendElementLine(element, 1.0, line);
@@ -73,9 +105,11 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut) {
         }
     }
     const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});
-    if (origins == 0 || away < kFarFromOrigin)
+    leftOut = away < kFarFromOrigin ? 0 : origins;
+    if (leftOut == 0 && beyondReach == 0)
         return whole;
-    leftOut = origins;
+    if (leftOut < origins)
+        rest.add(0.0, 0.0);
     return rest;
 }
 
@@ -119,13 +153,19 @@ std::string stakeName(double station) {
     return name;
 }
 
-Plan::Plan(const Drawing& shown) : drawing(shown), sheet(shownExtent(shown, leftOut)), space(sheet.map()) {
+Plan::Plan(const Drawing& shown) : drawing(shown), sheet(shownExtent(shown, leftOut, beyondReach)), space(sheet.map()) {
     if (leftOut > 0)
         notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
+    if (beyondReach > 0)
+        notes.push_back("座標が大きすぎる" + std::to_string(beyondReach) + "個の図形は図示していません");
 }
 
 bool Plan::isLeftOut(const EntityView& entity) const {
-    return leftOut > 0 && atOrigin(entity);
+    return (leftOut > 0 && atOrigin(entity)) || (beyondReach > 0 && !inReach(entity));
+}
+
+bool Plan::isLeftOut(const Alignment& alignment) const {
+    return beyondReach > 0 && !inReach(alignment);
 }
 
 bool Plan::place(const std::vector<Label>& candidates, bool offLinesOnly) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <limits>
 #include <sstream>
 
 namespace fenmark::exchange {
@@ -228,6 +229,22 @@ TEST_F(PlanOf, ObjectsAtTheOriginNearTheOthersAreShown) {
     draw();
     EXPECT_TRUE(notes.empty());
     EXPECT_TRUE(hasText("原点"));
+}
+
+TEST_F(PlanOf, ObjectsWithCoordinatesThatNoSurveyHasAreLeftOutAndTold) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    fillSample(drawing);
+    addPoint(drawing, {kInfinity, 0.0, 0.0}, "無限");
+    addPoint(drawing, {12000.0, 1e300, 0.0}, "遠方");
+    addPolyline(drawing, {{12010, -36010, 0}, {12010, -kInfinity, 0}, {12030, -36030, 0}}, true, "無限区画");
+    addRoad(drawing, {1e12, 0.0}, false, "遠い線");
+    draw();
+    EXPECT_TRUE(hasTextBeginning("BP"));
+    EXPECT_FALSE(hasText("遠方"));
+    EXPECT_FALSE(hasText("無限区画"));
+    EXPECT_FALSE(hasTextBeginning("遠い線"));
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(notes[0], "座標が大きすぎる4個の図形は図示していません");
 }
 
 TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {

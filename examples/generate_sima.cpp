@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
     app.add_option("--cross-sections", sizes.crossSections, "I01 records for each of these routes")
         ->capture_default_str()
         ->check(CLI::NonNegativeNumber);
+    app.add_flag("--padded", sizes.padded, "Pad numbers, names and coordinates with blanks");
     app.add_option("--seed", sizes.seed, "Seed")->capture_default_str();
     app.footer("Example:\n  generate_sima million.sim --points 1000000 --lots 250000");
     CLI11_PARSE(app, argc, argv);

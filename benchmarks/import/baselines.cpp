@@ -48,7 +48,11 @@ std::uint64_t mapSplitConvert(const std::string& path) {
         if (fields.size() >= 6 && fields[0] == "A01")
             for (std::size_t i = 3; i <= 5; ++i) {
                 double value = 0.0;
-                std::from_chars(fields[i].data(), fields[i].data() + fields[i].size(), value);
+                const char* first = fields[i].data();
+                const char* const last = first + fields[i].size();
+                while (first != last && *first == ' ')
+                    ++first;
+                std::from_chars(first, last, value);
                 sum += value;
             }
         at = lineEnd + 1;

@@ -2,6 +2,7 @@
 #include "support.h"
 
 #include "sima/generator/sima_generator.h"
+#include "sima/text/number.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,25 @@ TEST(Generator, GivesTheSameBytesForTheSameSeed) {
     EXPECT_EQ(generated(sizes), first);
     sizes.seed = 2;
     EXPECT_NE(generated(sizes), first);
+}
+
+TEST(Generator, PadsWithBlanksWhatThenMeansTheSame) {
+    GeneratorSizes sizes;
+    const SimaReader plain = readBytes(generated(sizes));
+    sizes.padded = true;
+    const std::string bytes = generated(sizes);
+    const SimaReader padded = readBytes(bytes);
+    EXPECT_NE(bytes.find("\r\nA01,    2,K2          , "), std::string::npos);
+    EXPECT_NE(bytes.find("\r\nB01,    2,K2          ,\r\n"), std::string::npos);
+    EXPECT_EQ(padded.log.errorCount(), 0);
+    ASSERT_EQ(padded.points.size(), plain.points.size());
+    for (std::size_t i = 0; i < plain.points.size(); ++i) {
+        SimaPoint trimmed = padded.points[i];
+        trimmed.name = trim(trimmed.name);
+        EXPECT_EQ(trimmed, plain.points[i]);
+    }
+    EXPECT_EQ(padded.points[9].name, "境界10      ") << "a kanji is two columns wide";
+    EXPECT_EQ(padded.lotCount(), plain.lotCount());
 }
 
 TEST(Generator, LeavesOutWhatHasNoPoints) {

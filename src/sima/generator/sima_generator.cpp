@@ -11,6 +11,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fenmark::sima {
@@ -21,6 +22,11 @@ constexpr double kSpacing = 20.0;      // metres between grid points
 constexpr double kJitter = 4.0;        // metres
 constexpr double kNorthing = -45000.0; // of the first grid point, metres
 constexpr double kEasting = 12000.0;
+// Columns of a padded file.
+constexpr std::size_t kNumberWidth = 5;
+constexpr std::size_t kNameWidth = 12;
+constexpr std::size_t kCoordinateWidth = 11;
+constexpr std::size_t kHeightWidth = 8;
 constexpr std::size_t kPiece = std::size_t{1} << 18;
 
 struct PlanPosition {
@@ -70,6 +76,19 @@ class Generator {
         bytes_.clear();
     }
 
+    // In columns of a fixed width where the file is padded; a kanji is two columns wide.
+    std::string toTheRight(std::string text, std::size_t width) const {
+        return sizes_.padded && text.size() < width ? text.insert(0, width - text.size(), ' ') : text;
+    }
+    std::string toTheLeft(std::string text) const {
+        const auto wide = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+            return static_cast<unsigned char>(c) >= 0xE0; // the first of the three bytes of a kanji
+        }));
+        const std::size_t columns = text.size() - wide;
+        return sizes_.padded && columns < kNameWidth ? text.append(kNameWidth - columns, ' ') : text;
+    }
+    std::string numberText(std::int32_t number) const { return toTheRight(std::to_string(number), kNumberWidth); }
+
     std::string pointName(std::int32_t number) const {
         return (number % 10 == 0 ? "境界" : "K") + std::to_string(number);
     }
@@ -83,14 +102,18 @@ class Generator {
             const PlanPosition position{kNorthing + kSpacing * row + kJitter * spread(),
                                         kEasting + kSpacing * column + kJitter * spread()};
             positions_.push_back(position);
-            const std::string height = i % 3 == 0 ? metres(30.0 + 5.0 * spread()) : std::string();
-            line("A01,", std::to_string(i + 1), ",", pointName(i + 1), ",", metres(position.northing), ",",
-                 metres(position.easting), ",", height, ",");
+            const std::string height =
+                i % 3 == 0 ? toTheRight(metres(30.0 + 5.0 * spread()), kHeightWidth) : std::string();
+            line("A01,", numberText(i + 1), ",", toTheLeft(pointName(i + 1)), ",",
+                 toTheRight(metres(position.northing), kCoordinateWidth), ",",
+                 toTheRight(metres(position.easting), kCoordinateWidth), ",", height, ",");
         }
         line("A99,");
     }
 
-    void reference(std::int32_t index) { line("B01,", std::to_string(index + 1), ",", pointName(index + 1), ","); }
+    void reference(std::int32_t index) {
+        line("B01,", numberText(index + 1), ",", toTheLeft(pointName(index + 1)), ",");
+    }
 
     // Cells of the grid, one after the other, begun again when there are no more.
     void writeLot(std::int32_t lot) {
@@ -100,8 +123,9 @@ class Generator {
             return;
         const std::int32_t cell = lot % (cellColumns * (rows - 1));
         const std::int32_t corner = cell / cellColumns * columns_ + cell % cellColumns;
-        line("D00,", std::to_string(lot + 1), ",", lot % 10 == 0 ? "大字中" : "", std::to_string(100 + lot / 20), "-",
-             std::to_string(lot % 20 + 1), ",1,");
+        std::string name = lot % 10 == 0 ? "大字中" : "";
+        name += std::to_string(100 + lot / 20) + "-" + std::to_string(lot % 20 + 1);
+        line("D00,", numberText(lot + 1), ",", toTheLeft(std::move(name)), ",1,");
         for (const std::int32_t index : {corner, corner + 1, corner + columns_ + 1, corner + columns_})
             reference(index);
         line("D99,");

@@ -13,6 +13,8 @@ struct GeneratorSizes {
     std::int32_t routes = 0;        // of the types 1 to 7 in turn, of ten points each where the grid is wide enough
     std::int32_t longitudinal = 0;  // H01 records for each route of the types 2, 3 and 7
     std::int32_t crossSections = 0; // I01 records for each of these, with five offsets each
+    // Numbers, names and coordinates of points, references and lots are padded with blanks, as many programs write them.
+    bool padded = false;
     std::uint64_t seed = 1;
 };
 

@@ -3,6 +3,10 @@ find_package(Python3 COMPONENTS Interpreter)
 set(library "$<TARGET_FILE:fenmark_alignment>")
 
 add_subdirectory("${PROJECT_SOURCE_DIR}/examples/alignment" "${PROJECT_BINARY_DIR}/examples/alignment")
+if(FENMARK_SANITIZE)
+  # The sanitizers' checks of C++ need their C++ run-time library.
+  set_target_properties(stake_curve PROPERTIES LINKER_LANGUAGE CXX)
+endif()
 if(Python3_FOUND)
   add_test(NAME alignment_example COMMAND Python3::Interpreter
     "${CMAKE_CURRENT_SOURCE_DIR}/alignment_programs/check_stakes.py" "$<TARGET_FILE:stake_curve>")

@@ -93,7 +93,7 @@ def compound():
     panel.element(small, GIVEN, label="R2", side=-1)
     panel.element(laid.elements[0], label="A")
     panel.point(laid.elements[0].start, hollow=True, size=3)
-    panel.point(laid.elements[0].end, f"D = {laid.gap:.2f}", 0.9, size=3, hollow=True)
+    panel.point(laid.elements[0].end, f"D = {laid.gap:.2f}", 1.9, size=3, hollow=True)
     panels.append(panel)
 
     chain = lay(("R", 100, R, 80), ("A", 80, R, 100, INF), ("A", 75, L, INF, 90), ("R", 90, L, 80), azimuth=EAST - 0.4)

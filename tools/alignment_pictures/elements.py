@@ -166,7 +166,7 @@ def construction():
     panel.element(made, label="A")
     panel.line(a.start, given)
     panel.point(a.start, "anchor", math.pi, POINT, 4)
-    panel.point(given, "end given", math.pi, POINT, 4, hollow=True)
+    panel.point(given, "end given", math.pi, POINT, 4, hollow=True, reach=14)
     panel.point(made.end, "end made", -0.2, INK, 3, reach=12)
     panels.append(panel)
 

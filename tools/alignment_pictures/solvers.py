@@ -203,14 +203,14 @@ def ip():
     given = math.dist(at, chain[1].start)
     curve = fa.compound_curve_at_ip(chain[0].start, at, chain[-1].end, 85, 150, 95, 80, 65, tangent1=given)
     ends = {4: (chain[0].start, at, chain[-1].end)}
-    cases += (("ali_IPsetARARA", "two arcs and three clothoids, T1 given", curve, ["A1", "R1", "A2", "R2", "A3"]),)
+    cases += (("ali_IPsetARARA", "A1 = 85, R1 = 150, A2 = 95, R2 = 80, A3 = 65; T1 given", curve, ["A1", "R1", "A2", "R2", "A3"]),)
     for i, (title, caption, curve, labels) in enumerate(cases, 1):
         p, q, r = ends.get(i, (previous, corner, following))
         panel = Panel(title, caption, margin=34)
         panel.line(p, q, GIVEN, "", 2.0)
         panel.line(q, r, GIVEN, "", 2.0)
         for e, label in zip(curve.elements, labels):
-            panel.element(e, label=sized(e, label), side=-1)
+            panel.element(e, label=sized(e, label) if i < 4 else label, side=-1)
         for e in curve.elements:
             panel.point(e.start, hollow=True, size=3)
         panel.point(curve.elements[-1].end, hollow=True, size=3)

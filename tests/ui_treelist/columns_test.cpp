@@ -1,5 +1,6 @@
 // Columns: special widths, and the header.
 #include <QMenu>
+#include <QScrollBar>
 
 #include "ui_treelist/tree_list_fixture.h"
 
@@ -50,6 +51,54 @@ TEST_F(HeaderTest, AWidthOfMinusFourBeginsWithTheHeadersTextPlusFour) {
     EXPECT_EQ(list_->GetColumnWidth(1), list_->GetStringWidth("a header wider than its cells") + 4);
     list_->SetColumnWidth(1, -3);
     EXPECT_EQ(list_->GetColumnWidth(1), list_->GetStringWidth(""));
+}
+
+TEST_F(HeaderTest, AFittedWidthHoldsTheWidestOfManyTextsOfEveryScript) {
+    const QStringList texts{QStringLiteral("路線成果-連続線(曲線含み)"),
+                            QStringLiteral("WWWWWWWWWW"),
+                            QStringLiteral("iiiiiiiiiiiiiiiiiiiiiiiiiiiiii"),
+                            QStringLiteral("ﾊﾝｶｸ ｶﾅ ﾉ ﾅﾏｴ"),
+                            QStringLiteral("AVAVAVAVAVAV"),
+                            QStringLiteral("𠮷野 測量")};
+    for (const QString& widest : texts) {
+        list_->DeleteAllItems();
+        for (int i = 0; i < 200; ++i) {
+            CTreeListItem* row = list_->InsertItem("r");
+            list_->SetItemText(row, 1, i == 77 ? widest : QString(widest.size() / 2, QLatin1Char('i')));
+        }
+        list_->SetColumnWidth(1, -3, 0);
+        EXPECT_EQ(list_->GetColumnWidth(1), list_->GetStringWidth(widest)) << widest.toStdString();
+    }
+}
+
+TEST_F(HeaderTest, WithoutRowsAFittedWidthIsItsMinimum) {
+    list_->DeleteAllItems();
+    list_->SetColumnWidth(1, -3, 44);
+    EXPECT_EQ(list_->GetColumnWidth(1), 44);
+}
+
+TEST_F(HeaderTest, WidthsOfAHundredThousandRowsAreFitted) {
+    const CTreeListItem* widest = nullptr;
+    for (int i = 0; i < 100000; ++i) {
+        CTreeListItem* row = list_->InsertItem(QString::number(i) + QStringLiteral(" 測点"));
+        widest = i == 88888 ? row : widest;
+    }
+    list_->SetColumnWidth(0, -4);
+    EXPECT_EQ(list_->GetColumnWidth(0), list_->GetStringWidth(list_->GetItemText(widest)) + 2 + 16 + 16 + 8 + 2);
+}
+
+TEST_F(HeaderTest, AClickOnAColumnThatFillsTheViewDoesNotScrollSideways) {
+    list_->SetColumnWidth(1, 2000);
+    QApplication::processEvents();
+    list_->horizontalScrollBar()->setValue(600);
+    QTest::mouseClick(list_->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(50, list_->GetItemRect(b_).center().y()));
+    EXPECT_EQ(list_->GetSelectColumn(), 1);
+    EXPECT_EQ(list_->horizontalScrollBar()->value(), 600);
+    // A column that is partly out of view comes into it, from its beginning.
+    list_->horizontalScrollBar()->setValue(0);
+    list_->ActiveItem(b_, 1);
+    EXPECT_EQ(list_->horizontalScrollBar()->value(), 200);
 }
 
 TEST_F(HeaderTest, WidthsAreKeptBetweenTheLimits) {

@@ -5,6 +5,7 @@
 #include "ui/treelist/tree_list_accessible.h"
 #include "ui/treelist/tree_list_ctrl.h"
 #include "ui/treelist/tree_list_header_ctrl.h"
+#include "ui/treelist/tree_list_widest_text.h"
 
 namespace fenmark::ui::treelist {
 
@@ -51,15 +52,14 @@ int CTreeListCtrl::GetColumnCount() const {
 int CTreeListCtrl::widestText(int column, int start) const {
     const bool treeColumn = column == columns_.treeColumn();
     const RowMetrics sizes = metrics();
-    int widest = start;
+    // All rows of the flat list count, in view or not: scrolling must not bring up texts that are cut.
+    WidestText texts(font());
     for (const CTreeListItem* row = tree_.root()->firstChild(); row; row = tree_.nextShown(row)) {
-        int width = GetStringWidth(cellText(row, column));
-        if (treeColumn) {
-            width += treePartsWidth(*row, style_, sizes);
-        }
-        widest = std::max(widest, width);
+        texts.offer(row->texts().at(static_cast<std::size_t>(column)),
+                    treeColumn ? treePartsWidth(*row, style_, sizes) : 0);
     }
-    return widest;
+    const int margins = GetStringWidth(QString());
+    return tree_.visibleCount() == 0 ? start : std::max(start, texts.widest() + margins);
 }
 
 void CTreeListCtrl::SetColumnWidth(int column, int width, int minimum, int maximum) {

@@ -326,11 +326,15 @@ void CTreeListCtrl::EnsureVisible(CTreeListItem* item, int column) {
     const int left = column >= 0 ? columns_.left(column) : -1;
     if (left >= 0) {
         QScrollBar* horizontal = horizontalScrollBar();
-        const int width = std::min(columns_.at(column).width, viewport()->width());
-        if (left < horizontal->value()) {
+        const int view = viewport()->width();
+        const int from = horizontal->value();
+        const int right = left + columns_.at(column).width;
+        // A column that fills the view stays where it is.
+        const bool fills = left <= from && right >= from + view;
+        if (!fills && left < from) {
             horizontal->setValue(left);
-        } else if (left + width > horizontal->value() + viewport()->width()) {
-            horizontal->setValue(left + width - viewport()->width());
+        } else if (!fills && right > from + view) {
+            horizontal->setValue(std::min(left, right - view));
         }
     }
 }

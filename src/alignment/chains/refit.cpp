@@ -85,6 +85,18 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
 using namespace fenmark::alignment;
 using namespace fenmark::alignment::laying;
 
+namespace {
+
+// Takes the status of an element that had to turn. False where no element reaches from its outer end to the clothoid.
+bool takeStatus(Refit refit, int turned, int& result) {
+    if (refit == Refit::laid || refit == Refit::refused) {
+        result = turned;
+    }
+    return refit != Refit::impossible && refit != Refit::laid_only;
+}
+
+} // namespace
+
 extern "C" {
 
 int alimake_rfAArf(Calelm chain[4], double* dl) {
@@ -127,27 +139,11 @@ int alimake_rfAsf(Calelm chain[3], double dl, int side) {
     const Calelm& clothoid = chain[1];
     int result = 0;
     const bool closed = std::fabs(dl) < kNoShift;
-    switch (closed ? refitEnd(straight, clothoid, straightFirst) : rebuildStraight(straight, clothoid, straightFirst)) {
-    case Refit::impossible:
-    case Refit::laid_only:
+    if (!takeStatus(closed ? refitEnd(straight, clothoid, straightFirst)
+                           : rebuildStraight(straight, clothoid, straightFirst),
+                    -3, result) ||
+        !takeStatus(refitEnd(arc, clothoid, !straightFirst), -2, result)) {
         return -1;
-    case Refit::cut:
-        break;
-    case Refit::laid:
-    case Refit::refused:
-        result = -3;
-        break;
-    }
-    switch (refitEnd(arc, clothoid, !straightFirst)) {
-    case Refit::impossible:
-    case Refit::laid_only:
-        return -1;
-    case Refit::cut:
-        break;
-    case Refit::laid:
-    case Refit::refused:
-        result = -2;
-        break;
     }
     chain[straightFirst ? 0 : 2] = straight;
     chain[straightFirst ? 2 : 0] = arc;

@@ -7,6 +7,7 @@
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/planes.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
 
@@ -14,6 +15,7 @@ namespace plane = fenmark::alignment::plane;
 using fenmark::alignment::kAngleStep;
 using fenmark::alignment::kDirectionZero;
 using fenmark::alignment::kLengthStep;
+using fenmark::alignment::standardStation;
 using plane::Vec;
 
 namespace {
@@ -91,11 +93,6 @@ Vec outOfFrame(const Frame& frame, Vec point) {
     return result;
 }
 
-// Standard station of a radius, 0 for an infinite one.
-double stationOf(double parameter, double radius) {
-    return radius == 0.0 ? 0.0 : parameter * parameter / radius;
-}
-
 } // namespace
 
 extern "C" {
@@ -155,8 +152,8 @@ int CDgetOrgA(const Calelm* a, double out[2], double* angle) {
 }
 
 int CDAcrosS(const Calelm* a, int side, const double line[4], double out[2], double* L) {
-    const double startStation = stationOf(a->par, a->r1);
-    const double endStation = stationOf(a->par, a->r2);
+    const double startStation = standardStation(a->par, a->r1);
+    const double endStation = standardStation(a->par, a->r2);
     const bool upwards = side == 1;
     double station = upwards ? startStation : endStation;
     double point[2] = {upwards ? a->sx : a->ex, upwards ? a->sy : a->ey};

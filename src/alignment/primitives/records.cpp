@@ -6,6 +6,7 @@
 #include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/planes.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
 
@@ -149,8 +150,7 @@ int CDturnAe(const Calelm* in, Calelm* out, double theta) {
 }
 
 int CDreverA(Calelm* rec, int force) {
-    const bool sharpFirst = rec->r2 == 0.0 || (rec->r1 > 0.0 && rec->r2 > rec->r1);
-    if (force == 0 && !sharpFirst) {
+    if (force == 0 && !fenmark::alignment::flattensTowardsEnd(rec->r1, rec->r2)) {
         return 0;
     }
     std::swap(rec->sx, rec->ex);

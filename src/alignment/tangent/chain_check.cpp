@@ -7,6 +7,7 @@
 
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
+#include "alignment/clothoid/series.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
 #include "alignment/tangent/fallen_azimuth.h"
@@ -31,14 +32,11 @@ bool allFinite(const Calelm& e) {
     return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
 }
 
-double tauAt(double parameter, double radius) {
-    return radius == 0.0 ? 0.0 : parameter * parameter / (2.0 * radius * radius);
-}
-
 // The series takes every point of a tangent angle below the angle step for the clothoid's origin. An end of a finite
 // radius, some 600 times the parameter, that lies there would be off by its distance from the origin.
 bool endIsLost(double parameter, double radius) {
-    return radius != 0.0 && tauAt(parameter, radius) < kAngleStep && parameter * parameter / radius > joint_tolerance;
+    return radius != 0.0 && tauAtRadius(parameter, radius) < kAngleStep &&
+           standardStation(parameter, radius) > joint_tolerance;
 }
 
 // The element turns from its start to its end tangent as its size and sense demand.
@@ -50,7 +48,7 @@ bool turnsTrue(const Calelm& e) {
     case element::arc:
         return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3, tolerance);
     case element::clothoid: {
-        const double turn = std::fabs(tauAt(e.par, e.r2) - tauAt(e.par, e.r1));
+        const double turn = std::fabs(tauAtRadius(e.par, e.r2) - tauAtRadius(e.par, e.r1));
         return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn, tolerance) &&
                !endIsLost(e.par, e.r1) && !endIsLost(e.par, e.r2);
     }

@@ -1,6 +1,7 @@
 #include "desk/language/texts.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 #include <array>
 #include <cstddef>
@@ -196,6 +197,13 @@ static_assert(inOrder());
 QString Texts::operator()(Text text) const {
     const Entry& entry = kEntries[static_cast<std::size_t>(text)];
     return QString::fromUtf8(language_ == Language::Japanese ? entry.japanese : entry.english);
+}
+
+QString withoutMnemonic(QString text) {
+    static const QRegularExpression japanese(QStringLiteral("\\(&.\\)"));
+    text.remove(japanese);
+    text.remove(QLatin1Char('&'));
+    return text.remove(QStringLiteral("..."));
 }
 
 Language languageOfLocale() {

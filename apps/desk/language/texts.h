@@ -181,6 +181,9 @@ class Texts {
     Language language_;
 };
 
+// A menu's text without the key that is underlined and without dots: "開く(&O)..." is "開く".
+QString withoutMnemonic(QString text);
+
 // Japanese where the user's locale is, otherwise English.
 Language languageOfLocale();
 

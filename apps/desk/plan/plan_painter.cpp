@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace fenmark::desk {
 
@@ -157,7 +158,7 @@ void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment
     bold.setBold(true);
     bold.setPointSizeF(bold.pointSizeF() + 1.0);
     painter.setFont(bold);
-    const QString name = fromUtf8(alignment.name);
+    const QString name = fromUtf8(alignment.name).trimmed();
     const PlanPoint& start = alignment.elements.front().start;
     const double width = painter.fontMetrics().horizontalAdvance(name);
     for (const QPointF& shift : {QPointF(8.0, 18.0), QPointF(8.0, -8.0), QPointF(-8.0 - width, 18.0)}) {
@@ -225,6 +226,9 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     LabelRoom room(view.size());
     if (look.grid) {
         QPainter painter(&image);
+        QFont small = font;
+        small.setPointSizeF(std::max(6.0, font.pointSizeF() - 2.0));
+        painter.setFont(small);
         paintGrid(painter, view);
     }
     collect(view, look, image);
@@ -234,7 +238,9 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     }
     paintMarkers(image, view);
     QPainter painter(&image);
-    painter.setFont(font);
+    QFont small = font;
+    small.setPointSizeF(std::max(6.0, font.pointSizeF() - 1.0));
+    painter.setFont(small);
     paintAlignments(painter, view, look, room);
     if (look.labels && lines_.size() + markers_.size() <= kLabelsInView)
         labelEntities(painter, view, room);
@@ -246,14 +252,27 @@ void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const 
     painter.setPen(kGrid);
     const double width = view.size().width();
     const double height = view.size().height();
+    std::vector<std::pair<double, double>> vertical; // pixel and coordinate
+    std::vector<std::pair<double, double>> horizontal;
     for (double x = std::ceil(visible.minX / step); x <= visible.maxX / step; x += 1.0) {
         const double pixel = std::floor(view.toPixel(x * step, 0.0).x()) + 0.5;
         painter.drawLine(QPointF(pixel, 0.0), QPointF(pixel, height));
+        vertical.emplace_back(pixel, x * step);
     }
     for (double y = std::ceil(visible.minY / step); y <= visible.maxY / step; y += 1.0) {
         const double pixel = std::floor(view.toPixel(0.0, y * step).y()) + 0.5;
         painter.drawLine(QPointF(0.0, pixel), QPointF(width, pixel));
+        horizontal.emplace_back(pixel, y * step);
     }
+    // Coordinates along the left and lower edges, as surveyors name the axes: X north, Y east.
+    const int decimals = std::clamp(static_cast<int>(-std::floor(std::log10(step))), 0, 3);
+    painter.setPen(kFaintInk);
+    for (const auto& [pixel, y] : horizontal)
+        if (pixel > 20.0 && pixel < height - 30.0)
+            painter.drawText(QPointF(4.0, pixel - 3.0), QStringLiteral("X=%1").arg(y, 0, 'f', decimals));
+    for (const auto& [pixel, x] : vertical)
+        if (pixel > 60.0 && pixel < width - 220.0)
+            painter.drawText(QPointF(pixel + 3.0, height - 5.0), QStringLiteral("Y=%1").arg(x, 0, 'f', decimals));
 }
 
 // Sorts what is in view into lines and markers, and draws at once what is no larger than a dot.
@@ -375,7 +394,7 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
 void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) const {
     const QFontMetricsF metrics(painter.font());
     const double height = metrics.ascent();
-    auto name = [&](const EntityView& entity) { return entity.row ? fromUtf8(entity.row->name) : QString(); };
+    auto name = [&](const EntityView& entity) { return entity.row ? fromUtf8(entity.row->name).trimmed() : QString(); };
     for (const PlanFigure& figure : lines_) {
         const EntityView entity = drawing_.entity(figure.entity);
         const QString text = name(entity);

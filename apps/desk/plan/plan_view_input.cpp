@@ -194,7 +194,7 @@ void PlanView::keyReleaseEvent(QKeyEvent* event) {
 
 // Tab goes from object to object while there is a further one in view, and then on to the next control.
 bool PlanView::focusNextPrevChild(bool next) {
-    if (hasFocus() && stepSelection(next ? 1 : -1, false))
+    if (stepSelection(next ? 1 : -1, false))
         return true;
     return QWidget::focusNextPrevChild(next);
 }

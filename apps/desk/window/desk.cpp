@@ -140,6 +140,7 @@ Language languageFor(const Options& options) {
 
 int takePicture(const Options& options) {
     MainWindow window({languageFor(options), false});
+    window.loadModule(modulePaths(QApplication::applicationDirPath().toStdString()));
     const host::embedded::StoreResult opened = window.showDrawing(options.file);
     if (!opened)
         return fail(kNotDone, opened.message);

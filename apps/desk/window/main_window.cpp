@@ -250,9 +250,9 @@ void MainWindow::makePanels() {
     QDockWidget* log = addDock(Text::LogPanel, log_, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    resizeDocks({sites, properties}, {320, 300}, Qt::Horizontal);
+    resizeDocks({sites, properties}, {330, 300}, Qt::Horizontal);
     resizeDocks({sites, layers}, {560, 180}, Qt::Vertical);
-    resizeDocks({command}, {170}, Qt::Vertical);
+    resizeDocks({command}, {150}, Qt::Vertical);
     resizeDocks({command, log}, {460, 400}, Qt::Horizontal);
 
     connect(sites_, &SitesPanel::chosen, this, [this](const PlanObject& object) { plan_->select(object, true); });
@@ -288,9 +288,10 @@ void MainWindow::setLanguage(Language language) {
 void MainWindow::retranslate() {
     for (const auto& [action, text] : actions_) {
         action->setText(texts_(text));
+        action->setIconText(withoutMnemonic(texts_(text)));
         action->setToolTip(action->shortcut().isEmpty()
-                               ? action->text().remove(QLatin1Char('&'))
-                               : QStringLiteral("%1 (%2)").arg(action->text().remove(QLatin1Char('&')),
+                               ? action->iconText()
+                               : QStringLiteral("%1 (%2)").arg(action->iconText(),
                                                                action->shortcut().toString(QKeySequence::NativeText)));
     }
     for (const auto& [text, shortText] :

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <cmath>
 #include <exception>
 
@@ -14,6 +15,8 @@ namespace fenmark::desk {
 using host::embedded::Drawing;
 
 namespace {
+
+constexpr double kStationReach = 500.0; // metres: an alignment this near has a station to tell, in view or not
 
 // Commands of the program itself, beside those of the module.
 constexpr const char* kOwnCommands[] = {"New", "Open", "Save", "SaveAs", "Export", "Undo", "Fit", "Layer", "Help"};
@@ -128,7 +131,7 @@ void MainWindow::addLayer() {
     if (session_.isRunning())
         return;
     const QString name =
-        questions_.name(this, texts_(Text::AddLayer).remove(QLatin1Char('&')), texts_(Text::LayerName)).trimmed();
+        questions_.name(this, withoutMnemonic(texts_(Text::AddLayer)), texts_(Text::LayerName)).trimmed();
     if (name.isEmpty())
         return;
     if (session_.addLayer(name.toStdString()))
@@ -195,7 +198,7 @@ void MainWindow::selectionChanged() {
 void MainWindow::pointerMoved(double x, double y) {
     position_->setText(texts_(Text::StatusPosition).arg(metres(y), metres(x)));
     const host::embedded::Extent seen = plan_->view().visible();
-    const double reach = std::hypot(seen.maxX - seen.minX, seen.maxY - seen.minY);
+    const double reach = std::max(kStationReach, std::hypot(seen.maxX - seen.minX, seen.maxY - seen.minY));
     const std::optional<NearestStation> nearest =
         nearestStation(session_.drawing(), plan_->index(), plan_->look(), x, y, reach);
     if (!nearest) {
@@ -224,7 +227,7 @@ void MainWindow::updateActions() {
     undoAction->setEnabled(idle && !session_.steps().empty());
     undoAction->setText(session_.steps().empty() ? texts_(Text::Undo)
                                                  : texts_(Text::UndoStep).arg(stepName(session_.steps().back().kind)));
-    undoAction->setIconText(texts_(Text::Undo).section(QLatin1Char('('), 0, 0).remove(QLatin1Char('&')));
+    undoAction->setIconText(withoutMnemonic(texts_(Text::Undo)));
     action(Text::ClearSelection)->setEnabled(idle && plan_->selected().has_value());
     action(Text::FitSelection)->setEnabled(idle && plan_->selected().has_value());
     action(Text::Import)->setEnabled(idle && !session_.modules().commands().empty());

@@ -53,6 +53,7 @@ SitesPanel::SitesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent
     setColumnCount(4);
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
+    setIndentation(14);
     header()->setStretchLastSection(true);
     connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (marking_)
@@ -101,7 +102,7 @@ void SitesPanel::fill(const Drawing& drawing) {
     if (drawing.alignmentCount() <= 8)
         for (QTreeWidgetItem* item : alignments_)
             item->setExpanded(true);
-    for (int column = 0; column < 3; ++column)
+    for (int column = 0; column < columnCount(); ++column)
         resizeColumnToContents(column);
     marking_ = false;
 }

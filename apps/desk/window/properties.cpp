@@ -134,8 +134,8 @@ void addDrawing(Sheet& sheet, const Drawing& drawing) {
     const Extent& extent = drawing.extent();
     if (extent.empty())
         return;
-    sheet.add(Text::ExtentNorth, QStringLiteral("%1 ～ %2").arg(metres(extent.minY), metres(extent.maxY)));
-    sheet.add(Text::ExtentEast, QStringLiteral("%1 ～ %2").arg(metres(extent.minX), metres(extent.maxX)));
+    sheet.add(Text::ExtentNorth, QStringLiteral("%1 … %2").arg(metres(extent.minY), metres(extent.maxY)));
+    sheet.add(Text::ExtentEast, QStringLiteral("%1 … %2").arg(metres(extent.minX), metres(extent.maxX)));
 }
 
 } // namespace

@@ -1,0 +1,93 @@
+// The program as a process: pictures without a display, help, wrong usage.
+#include "desk_test_support.h"
+
+#include <QImage>
+#include <QProcess>
+#include <QProcessEnvironment>
+
+namespace fenmark::desk::test {
+namespace {
+
+struct Ended {
+    int code = -1;
+    QString out;
+    QString err;
+};
+
+constexpr int kPatience = 60000; // milliseconds
+
+Ended runDesk(const QStringList& arguments) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(FENMARK_DESK_PROGRAM), arguments);
+    EXPECT_TRUE(process.waitForFinished(kPatience));
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
+
+std::string savedDrawing(const QString& path) {
+    host::embedded::EmbeddedHost host;
+    host.drawing().addPoint({-18000.0, -36000.0, 1.0}, 0);
+    host.drawing().addPoint({-17900.0, -35900.0, 1.0}, 0);
+    EXPECT_TRUE(host.currentDocument()->store().save(path.toStdString(), host.drawing()));
+    return path.toStdString();
+}
+
+TEST(DeskProcess, DrawsThePictureOfADrawingWithoutADisplay) {
+    const Folder folder;
+    const QString drawing = folder.path(QStringLiteral("図面.gpkg"));
+    savedDrawing(drawing);
+    const QString picture = folder.path(QStringLiteral("絵.png"));
+    const Ended ended = runDesk({QStringLiteral("--lang"), QStringLiteral("ja"), QStringLiteral("--size=900x700"),
+                                 QStringLiteral("--screenshot"), picture, drawing});
+    EXPECT_EQ(ended.code, 0) << ended.err.toStdString();
+    const QImage image(picture);
+    EXPECT_EQ(image.size(), QSize(900, 700));
+    EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() / 3), QColor(Qt::white)); // the paper of the plan
+}
+
+TEST(DeskProcess, SaysWhyThereIsNoPicture) {
+    const Folder folder;
+    const QString picture = folder.path(QStringLiteral("a.png"));
+    Ended ended = runDesk({QStringLiteral("--screenshot"), picture, folder.path(QStringLiteral("missing.gpkg"))});
+    EXPECT_EQ(ended.code, 1);
+    EXPECT_TRUE(ended.err.contains(QStringLiteral("missing.gpkg"))) << ended.err.toStdString();
+    EXPECT_FALSE(QFile::exists(picture));
+    ended = runDesk({QStringLiteral("--screenshot"), picture, folder.write(QStringLiteral("bad.gpkg"), "text")});
+    EXPECT_EQ(ended.code, 1);
+    EXPECT_TRUE(ended.err.contains(QStringLiteral("bad.gpkg")));
+    const QString drawing = folder.path(QStringLiteral("a.gpkg"));
+    savedDrawing(drawing);
+    ended = runDesk({QStringLiteral("--screenshot"), QStringLiteral("/no/such/folder/a.png"), drawing});
+    EXPECT_EQ(ended.code, 1);
+    EXPECT_TRUE(ended.err.contains(QStringLiteral("/no/such/folder/a.png")));
+}
+
+TEST(DeskProcess, TellsItsUsageAndVersionWithoutADisplay) {
+    Ended ended = runDesk({QStringLiteral("--help")});
+    EXPECT_EQ(ended.code, 0);
+    EXPECT_TRUE(ended.out.contains(QStringLiteral("Example:")));
+    ended = runDesk({QStringLiteral("--version")});
+    EXPECT_EQ(ended.code, 0);
+    EXPECT_TRUE(ended.out.startsWith(QStringLiteral("fenmark-desk 1.")));
+}
+
+TEST(DeskProcess, WrongUsageEndsWithTwo) {
+    for (const QStringList& arguments :
+         {QStringList{QStringLiteral("--nothing")}, QStringList{QStringLiteral("--screenshot")},
+          QStringList{QStringLiteral("--screenshot"), QStringLiteral("a.png")},
+          QStringList{QStringLiteral("--size"), QStringLiteral("big"), QStringLiteral("a.gpkg")},
+          QStringList{QStringLiteral("--lang"), QStringLiteral("fr")},
+          QStringList{QStringLiteral("a.gpkg"), QStringLiteral("b.gpkg")}}) {
+        const Ended ended = runDesk(arguments);
+        EXPECT_EQ(ended.code, 2) << arguments.join(QLatin1Char(' ')).toStdString();
+        EXPECT_TRUE(ended.err.startsWith(QStringLiteral("fenmark-desk: ")));
+    }
+}
+
+} // namespace
+} // namespace fenmark::desk::test

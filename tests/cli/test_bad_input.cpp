@@ -102,7 +102,7 @@ TEST_F(BadInput, FileOfNullsIsOneUnknownLine) {
 
 TEST_F(BadInput, RandomBytesAreRefusedLineByLine) {
     std::string bytes;
-    std::uint32_t state = 2463534242U; // the seed of Marsaglia's generator
+    std::uint32_t state = 2463534242U; // where Marsaglia's generator starts
     for (int i = 0; i < 200000; ++i) {
         state ^= state << 13;
         state ^= state >> 17;

@@ -76,7 +76,8 @@ void appendNumber(std::string& out, std::int32_t value, int digits) {
     out.append(start, end);
 }
 
-// The pieces of a pattern as they stand in the file.
+// The pieces of a pattern as they stand in the file: the tail with the line's end, or the middle with all that if there
+// is no name between them.
 struct EncodedPattern {
     std::string head;
     std::string middle;
@@ -88,7 +89,9 @@ std::array<EncodedPattern, kPatterns.size()> encodePatterns() {
     for (std::size_t i = 0; i < kPatterns.size(); ++i) {
         encodeCp932Lines(encoded[i].head, kPatterns[i].head);
         encodeCp932Lines(encoded[i].middle, kPatterns[i].middle);
-        encodeCp932Lines(encoded[i].tail, kPatterns[i].tail);
+        std::string& end = kPatterns[i].hasName ? encoded[i].tail : encoded[i].middle;
+        encodeCp932Lines(end, kPatterns[i].tail);
+        end += "\r\n";
     }
     return encoded;
 }
@@ -133,10 +136,10 @@ void ProcessLines::encodeLine(std::string& buffer, std::size_t index) const {
     if (pattern.digits > 0)
         appendNumber(buffer, entry.number, pattern.digits);
     buffer += bytes.middle;
-    if (pattern.hasName)
+    if (pattern.hasName) {
         encodeCp932Lines(buffer, names_[entry.name]);
-    buffer += bytes.tail;
-    buffer += "\r\n";
+        buffer += bytes.tail;
+    }
 }
 
 } // namespace fenmark::sima

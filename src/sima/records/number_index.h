@@ -29,6 +29,8 @@ class NumberIndex {
     }
     // Notes that a record with that number stands at the given place; places come in rising order.
     void add(std::int32_t number, std::uint32_t place);
+    // Room for about so many records that count up from 1; what is not filled is never resident.
+    void expect(std::size_t records) { dense_.reserve(records + 1); }
     void clear();
 
   private:

@@ -54,6 +54,7 @@ void PointTable::expect(std::size_t points) {
     store_ = std::make_shared<Store>();
     try {
         store_->points.reserve(points);
+        store_->index.expect(points);
     } catch (const std::bad_alloc&) {
         // The points come one by one then, and may still fit.
     }

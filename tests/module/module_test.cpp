@@ -5,8 +5,10 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QDialog>
+#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <dlfcn.h>
@@ -153,6 +155,74 @@ TEST_F(ModuleInHost, UnloadingRemovesTheCommandsAndTheModuleLoadsAgain) {
     EXPECT_FALSE(modules.run("Fenmark").ok);
     load();
     EXPECT_EQ(modules.commands().size(), 3U);
+}
+
+TEST_F(ModuleInHost, WhileACommandRunsNoOtherIsStartedAndTheModuleStays) {
+    load();
+    ModuleResult other;
+    ModuleResult unloaded;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr)
+            return;
+        timer.stop();
+        other = modules.run("Fenmark");
+        unloaded = modules.unload("Fenmark.mdm");
+        dialog->findChild<QPushButton*>(QStringLiteral("id2"))->click();
+    });
+    timer.start(1);
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_EQ(other.message, "Fenmark: another command is running");
+    EXPECT_EQ(unloaded.message, "Fenmark.mdm: a command is running");
+    EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
+}
+
+TEST_F(ModuleInHost, AnImportIsMadeAndTheNextRunOpensOnItsFile) {
+    load();
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.sim"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("A00,\r\nA01,1,BP,0.000,0.000,,\r\nA99,\r\n");
+    file.close();
+    modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
+    QStringList shown;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr || !dialog->isEnabled())
+            return;
+        if (const auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("id210")))
+            shown << edit->text();
+        const bool second = shown.size() > 1;
+        dialog->findChild<QPushButton*>(second ? QStringLiteral("id2") : QStringLiteral("id1"))->click();
+    });
+    timer.start(1);
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_EQ(host.drawing().entityCount(), 1U);
+    EXPECT_TRUE(
+        QString::fromStdString(modules.systemText(mirdane::kLogFileVariable)).endsWith(QStringLiteral("a_Input.log")));
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_EQ(shown, (QStringList{path, path})) << "the values of the last run";
+    EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
+}
+
+TEST_F(ModuleInHost, AnImportThatBreaksOffIsToldInOneLineAndTheHostLivesOn) {
+    load();
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("bad.sim"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("H00\nH01,a,0,0,0,1,\nH99,\n");
+    file.close();
+    modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
+    const ModuleResult result = modules.run("Fenmark");
+    EXPECT_FALSE(result.ok);
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_NE(said[0].find("bad.sim:2: "), std::string::npos) << said[0];
+    answerNextDialog(QStringLiteral("id2"));
+    EXPECT_TRUE(modules.run("Fenmark").ok);
 }
 
 TEST_F(ModuleInHost, ItsDataManagerHearsOfDocumentsThatEnd) {

@@ -258,5 +258,19 @@ TEST_F(ProgressWindow, ThePlaceIsKeptInTheSectionSettings) {
     EXPECT_EQ(QSettings().value(QStringLiteral("Settings/Y")).toInt(), 34);
 }
 
+TEST_F(ProgressWindow, AProgramWithoutANameKeepsThePlaceUnderThatOfTheModule) {
+    const QString organization = QCoreApplication::organizationName();
+    QCoreApplication::setOrganizationName(QString());
+    {
+        CProgressWnd window(&owner, QStringLiteral("t"), false);
+        window.move(21, 22);
+    }
+    CProgressWnd again(&owner, QStringLiteral("t"), false);
+    EXPECT_EQ(again.pos(), QPoint(21, 22));
+    QCoreApplication::setOrganizationName(organization);
+    EXPECT_FALSE(QSettings().contains(QStringLiteral("Settings/X")));
+    QSettings(QStringLiteral("Fenmark"), QStringLiteral("Fenmark")).clear();
+}
+
 } // namespace
 } // namespace fenmark::ui

@@ -78,6 +78,7 @@ ModuleHost::ModuleHost() : registry_(std::make_unique<Registry>(*this)) {
 }
 
 ModuleHost::~ModuleHost() {
+    running_ = 0;
     while (!modules_.empty()) {
         modules_.back()->mayUnload = true;
         unload(modules_.back()->name);
@@ -135,6 +136,8 @@ ModuleResult ModuleHost::unload(std::string_view name) {
     Module* module = find(name);
     if (module == nullptr)
         return {false, std::string(name) + ": is not loaded"};
+    if (running_ > 0)
+        return {false, module->name + ": a command is running"};
     if (!module->mayUnload)
         return {false, module->name + ": does not allow its unloading"};
     module->entry(mirdane::kUnloadDrawingMessage, module);
@@ -156,9 +159,18 @@ ModuleResult ModuleHost::run(std::string_view name) {
     });
     if (command == commands_.end())
         return {false, std::string(name) + ": no such command"};
-    // The handler may load or unload commands, so that the entry must not be held on to.
+    // The handler may load commands, so that the entry must not be held on to.
     const std::string title = command->globalName;
     const mirdane::CommandHandler handler = command->handler;
+    if (running_ > 0 && (command->flags & mirdane::kModalCommand) != 0)
+        return {false, title + ": another command is running"};
+    struct Running {
+        std::int32_t& count;
+        explicit Running(std::int32_t& commands) : count(commands) { ++count; }
+        ~Running() { --count; }
+        Running(const Running&) = delete;
+        Running& operator=(const Running&) = delete;
+    } running(running_);
     try {
         handler();
     } catch (const std::exception& error) {

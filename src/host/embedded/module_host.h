@@ -39,12 +39,13 @@ class ModuleHost {
     // Loads the library, tests its version, and sends the messages of initialisation and of the open drawing.
     ModuleResult load(const std::string& path);
     // Sends the messages of the drawing's and the module's end and unloads the library. Refused for a module that did
-    // not allow it, or that is not loaded. The name is the file's, in any case.
+    // not allow it, that is not loaded, or while a command runs. The name is the file's, in any case.
     ModuleResult unload(std::string_view name);
     // Sends a message to every loaded module.
     void send(int message);
 
-    // Runs a command by its name in any case. An exception that leaves the command ends it with a line and no more.
+    // Runs a command by its name in any case. An exception that leaves the command ends it with a line and no more. A
+    // modal command is refused while another command runs.
     ModuleResult run(std::string_view name);
     const std::vector<RegisteredCommand>& commands() const { return commands_; }
 
@@ -89,6 +90,7 @@ class ModuleHost {
     std::unique_ptr<Registry> registry_;
     std::function<void(const std::string&)> lineHandler_;
     std::int32_t uiReadied_ = 0;
+    std::int32_t running_ = 0; // commands at work
 };
 
 } // namespace fenmark::host::embedded

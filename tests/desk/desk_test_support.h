@@ -114,6 +114,7 @@ struct DeskWindow : ::testing::Test {
         make(Language::Japanese);
     }
     void make(Language language) {
+        window.reset(); // one host at a time
         window = std::make_unique<MainWindow>(WindowOptions{language, false});
         ASSERT_TRUE(window->loadModule({FENMARK_MODULE_PATH})) << window->command().said().toStdString();
         window->resize(1200, 800);

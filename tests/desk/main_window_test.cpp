@@ -515,6 +515,7 @@ TEST_F(DeskWindow, AMessageOfTheHostIsShown) {
 }
 
 TEST_F(DeskWindow, WithoutItsModuleTheWindowSaysSoAndWorks) {
+    window.reset(); // one host at a time
     window = std::make_unique<MainWindow>(WindowOptions{Language::English, false});
     EXPECT_FALSE(window->loadModule({"/no/such/Fenmark.mdm"}));
     EXPECT_TRUE(said(QStringLiteral("The module cannot be loaded")));

@@ -10,9 +10,12 @@ namespace fenmark::ui {
 
 QFont dialogFont() {
     QFont font;
-    font.setFamilies({QStringLiteral("MS UI Gothic"), QStringLiteral("Yu Gothic UI"),
-                      QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAPGothic"), QStringLiteral("IPAGothic"),
-                      QStringLiteral("TakaoPGothic"), QStringLiteral("sans-serif")});
+    // The toolkit keeps these names for the life of the program. They are made on the heap, since literals would go
+    // with the library that holds them when a module with these dialogs is unloaded.
+    font.setFamilies({QString::fromLatin1("MS UI Gothic"), QString::fromLatin1("Yu Gothic UI"),
+                      QString::fromLatin1("Noto Sans CJK JP"), QString::fromLatin1("IPAPGothic"),
+                      QString::fromLatin1("IPAGothic"), QString::fromLatin1("TakaoPGothic"),
+                      QString::fromLatin1("sans-serif")});
     font.setPointSize(8);
     return font;
 }

@@ -28,9 +28,10 @@ constexpr int kPaintedPumps = 10;
 constexpr qint64 kPumpIntervalMs = 8;
 
 // The section "Settings" of the program's own store. A program without a name of its own has none.
+// Keys and names that the toolkit keeps are made on the heap: literals would go with the library when it is unloaded.
 QSettings profile() {
     if (QCoreApplication::organizationName().isEmpty())
-        return QSettings(QStringLiteral("Fenmark"), QStringLiteral("Fenmark"));
+        return QSettings(QString::fromLatin1("Fenmark"), QString::fromLatin1("Fenmark"));
     return QSettings();
 }
 
@@ -108,8 +109,8 @@ void CProgressWnd::placeWindow() {
     int y = -1;
     if (savePosition_) {
         const QSettings settings = profile();
-        x = settings.value(QStringLiteral("Settings/X"), -1).toInt();
-        y = settings.value(QStringLiteral("Settings/Y"), -1).toInt();
+        x = settings.value(QString::fromLatin1("Settings/X"), -1).toInt();
+        y = settings.value(QString::fromLatin1("Settings/Y"), -1).toInt();
     }
     if (x >= 0 && x < area.width() && y >= 0 && y < area.height())
         move(origin() + QPoint(x, y));
@@ -211,8 +212,8 @@ void CProgressWnd::DestroyWindow() {
     if (savePosition_) {
         QSettings settings = profile();
         const QPoint place = pos() - origin();
-        settings.setValue(QStringLiteral("Settings/X"), place.x());
-        settings.setValue(QStringLiteral("Settings/Y"), place.y());
+        settings.setValue(QString::fromLatin1("Settings/X"), place.x());
+        settings.setValue(QString::fromLatin1("Settings/Y"), place.y());
     }
     if (modal_) {
         modal_ = false;

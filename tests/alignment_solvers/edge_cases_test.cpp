@@ -2,6 +2,7 @@
 #include "support/exact_chain.h"
 
 #include "alignment/tangent/chain_check.h"
+#include "alignment/tangent/fallen_azimuth.h"
 
 #include <fenmark/alignment.h>
 
@@ -384,6 +385,7 @@ TEST(ChainCheck, RefusesEveryKindOfBrokenChain) {
     EXPECT_TRUE(broken(1, &Calelm::dir, -2.0)) << "turning the other way";
     EXPECT_TRUE(broken(2, &Calelm::k3, 2e-5)) << "another sweep";
     EXPECT_TRUE(broken(2, &Calelm::par, 1.0)) << "a given arc of another radius";
+    EXPECT_TRUE(broken(2, &Calelm::k1, 1e-3)) << "an arc off its own circle";
     EXPECT_TRUE(broken(0, &Calelm::sx, 2e-5)) << "a given far end that moved";
     EXPECT_TRUE(broken(2, &Calelm::ey, 2e-5)) << "a given far end that moved";
     EXPECT_TRUE(broken(0, &Calelm::len, -60.0)) << "an empty element";
@@ -392,6 +394,70 @@ TEST(ChainCheck, RefusesEveryKindOfBrokenChain) {
     Calelm turned = first;
     turned.sang += pi;
     EXPECT_FALSE(isTangentChain(chain, turned, last)) << "a given line turned round";
+}
+
+// A straight and an arc that run on from it, in a direction this much beside an axis, as the library builds them.
+std::vector<Calelm> beside_axis(double azimuth) {
+    auto chain = exact::lay_chain({0, 0, azimuth}, {straight(100.0), arc(1.0, 80.0, 70.0)});
+    for (Calelm& e : chain) {
+        EXPECT_EQ(0, ali_mak(&e, 0));
+    }
+    return chain;
+}
+
+TEST(FallenAzimuth, StraightThatFellToNorthIsRaisedWhereItsNeighbourDidNotFall) {
+    auto chain = beside_axis(-1.02e-5);
+    ASSERT_EQ(0.0, chain[0].eang) << "its rounded azimuth lies below 1e-5";
+    ASSERT_NE(0.0, chain[1].sang);
+    EXPECT_FALSE(exact::joined(chain[0], chain[1]));
+    alignment::levelJoint(chain[0], chain[1]);
+    EXPECT_TRUE(exact::joined(chain[0], chain[1]));
+    EXPECT_EQ(chain[0].sang, chain[0].eang);
+    EXPECT_NEAR(0.0, exact::angle_difference(chain[0].sang, 0.0), exact::fallen_azimuth);
+}
+
+TEST(FallenAzimuth, TangentsThatFellTogetherOrNotAtAllStay) {
+    for (const double azimuth : {0.0, -5e-6, -2e-5, 5e-6, 0.4}) {
+        const auto chain = beside_axis(azimuth);
+        auto levelled = chain;
+        alignment::levelJoint(levelled[0], levelled[1]);
+        EXPECT_TRUE(exact::identical(chain[0], levelled[0])) << azimuth;
+        EXPECT_TRUE(exact::identical(chain[1], levelled[1])) << azimuth;
+    }
+}
+
+TEST(FallenAzimuth, StraightThatReallyHeadsNorthIsNotTurnedTowardsAKink) {
+    auto chain = beside_axis(0.0);
+    chain[1].sang = 1.1e-5;
+    alignment::levelJoint(chain[0], chain[1]);
+    EXPECT_EQ(0.0, chain[0].eang);
+    EXPECT_FALSE(exact::joined(chain[0], chain[1]));
+}
+
+TEST(FallenAzimuth, ArcTakesItsNeighboursTangentAgain) {
+    auto chain = beside_axis(-1.005e-5);
+    chain[0].sang = chain[0].eang = 2.0 * pi - 1.005e-5;
+    chain[1].sang = 0.0;
+    alignment::levelJoint(chain[0], chain[1]);
+    EXPECT_EQ(chain[0].eang, chain[1].sang);
+}
+
+TEST(FallenAzimuth, ClothoidKeepsThePointsItWasLaidWithBesideAnAxis) {
+    // Turned by less than 1.389e-6 the chord counts as not turned, and ali_makA carries the sharp end away.
+    const auto chain = exact::lay_chain({0, 0, -1.2e-6}, {clothoid(1, 150, 0, 100)});
+    Calelm carried = chain[0];
+    EXPECT_EQ(2, ali_makA(&carried));
+    Calelm kept = chain[0];
+    EXPECT_EQ(0, alignment::completeClothoid(kept));
+    EXPECT_EQ(chain[0].ex, kept.ex);
+    EXPECT_EQ(chain[0].ey, kept.ey);
+    EXPECT_TRUE(exact::true_to_itself(kept));
+    // Points that the sizes do not fit are no such case.
+    Calelm wrong = chain[0];
+    wrong.ex += 0.01;
+    const Calelm before = wrong;
+    EXPECT_EQ(-1, alignment::completeClothoid(wrong));
+    EXPECT_TRUE(exact::identical(before, wrong));
 }
 
 } // namespace

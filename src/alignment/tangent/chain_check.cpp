@@ -39,6 +39,12 @@ bool endIsLost(double parameter, double radius) {
            standardStation(parameter, radius) > joint_tolerance;
 }
 
+// Both ends of an arc lie on its circle, as well as rounded coordinates do.
+bool liesOnItsCircle(const Calelm& arc) {
+    const auto off = [&arc](double x, double y) { return std::fabs(std::hypot(x - arc.k1, y - arc.k2) - arc.par); };
+    return off(arc.sx, arc.sy) <= rounded_joint_tolerance && off(arc.ex, arc.ey) <= rounded_joint_tolerance;
+}
+
 // The element turns from its start to its end tangent as its size and sense demand.
 bool turnsTrue(const Calelm& e) {
     const double tolerance = tangent_tolerance + lostByFalling(e);
@@ -46,7 +52,8 @@ bool turnsTrue(const Calelm& e) {
     case element::straight:
         return sameDirection(e.sang, e.eang);
     case element::arc:
-        return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3, tolerance);
+        return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3, tolerance) &&
+               liesOnItsCircle(e);
     case element::clothoid: {
         const double turn = std::fabs(tauAtRadius(e.par, e.r2) - tauAtRadius(e.par, e.r1));
         return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn, tolerance) &&

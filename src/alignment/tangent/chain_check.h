@@ -25,11 +25,11 @@ inline constexpr double tangent_tolerance = 1e-5;
 /**
  * Whether complete records of the survey plane form a tangent chain in the order of travel.
  *
- * Every value is finite; every arc turns from its start to its end tangent through its sweep in the sense of dir, and
- * every clothoid through the difference of its two tau, neither end being lost at the origin of the series, where a
- * tangent that reads 0 may be 1e-5 off; every joint coincides and is tangent. The first record keeps the start point,
- * start tangent, size and sense of firstBefore, the last record the end of lastBefore: a given element that would have
- * to turn round, or to run on beyond a half circle, shows there.
+ * Every value is finite; every arc has its ends on its circle and turns from its start to its end tangent through its
+ * sweep in the sense of dir, and every clothoid through the difference of its two tau, neither end being lost at the
+ * origin of the series, where a tangent that fell to an axis may be 1e-5 off; every joint coincides and is tangent. The
+ * first record keeps the start point, start tangent, size and sense of firstBefore, the last record the end of
+ * lastBefore: a given element that would have to turn round shows there.
  */
 bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
                     double jointTolerance = joint_tolerance);

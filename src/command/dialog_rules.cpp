@@ -1,10 +1,13 @@
 #include "command/dialog_rules.h"
 
 #include "sima/text/number.h"
+#include "sima/text/short_record.h"
 
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <new>
+#include <stdexcept>
 #include <system_error>
 
 #include <unistd.h>
@@ -87,8 +90,19 @@ bool parseShiftDistance(std::string_view text, double& metres) {
     return metres > 0.0;
 }
 
+std::string brokenOffReason(const std::exception& error) {
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+        return "out of memory";
+    // Beside the fields of a record, the one element that is looked up where there may be none is the one before a
+    // clothoid.
+    const bool isLookUp = dynamic_cast<const std::invalid_argument*>(&error) != nullptr;
+    if (isLookUp && dynamic_cast<const sima::ShortRecord*>(&error) == nullptr)
+        return "the route begins with a clothoid, and a clothoid needs an element before it";
+    return error.what();
+}
+
 std::string brokenOffText(const sima::SimaReader& reader, const std::exception& error) {
-    return reader.filePath + ":" + std::to_string(reader.lineNumber) + ": " + error.what();
+    return reader.filePath + ":" + std::to_string(reader.lineNumber) + ": " + brokenOffReason(error);
 }
 
 } // namespace fenmark::command

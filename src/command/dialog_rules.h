@@ -45,6 +45,9 @@ std::optional<std::int64_t> modificationTime(const std::string& path);
 // the characters pass, also where it is then refused for not being above 0.
 bool parseShiftDistance(std::string_view text, double& metres);
 
+// Why an exception ended a pass, in words for the user.
+std::string brokenOffReason(const std::exception& error);
+
 // What a host says of a pass that an exception ended: path, number of the input line, and why.
 std::string brokenOffText(const sima::SimaReader& reader, const std::exception& error);
 

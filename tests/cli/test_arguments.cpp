@@ -61,6 +61,30 @@ INSTANTIATE_TEST_SUITE_P(
                       std::vector<std::string>{"locate", "d.gpkg", "CL", "1", "inf"},
                       std::vector<std::string>{"export", "d.gpkg"}, std::vector<std::string>{"plot", "d.gpkg"}));
 
+TEST_F(ArgumentLine, UnknownCommandIsNamedAndTheCommandsAreListed) {
+    EXPECT_TRUE(fenmark({"draw", "a.sim"}).err.starts_with("fenmark: error: there is no command 'draw'; "));
+    const std::string none = fenmark({}).err;
+    EXPECT_TRUE(none.starts_with("fenmark: error: no command is given; ")) << none;
+    EXPECT_NE(none.find("import, preview, info, station, locate, export, plot"), std::string::npos) << none;
+}
+
+TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {
+    const std::string first = file(kPoints, "a.sim");
+    const std::string second = file(kPoints, "b.sim");
+    for (const char* option : {"--only", "--skip"}) {
+        const Ran ran = fenmark({"import", option, "lots,ip", first, second});
+        EXPECT_EQ(ran.code, kDone) << ran.err;
+        EXPECT_NE(ran.out.find(second), std::string::npos) << ran.out;
+    }
+    EXPECT_EQ(fenmark({"import", first, "--only", "lots", "--only", "points", "--json"}).json()["points"], 2);
+}
+
+TEST_F(ArgumentLine, HelpShowsNoConditionsOfTheParser) {
+    const std::string help = fenmark({"import", "--help"}).out;
+    for (const char* condition : {"INT in", ":{", "... ..."})
+        EXPECT_EQ(help.find(condition), std::string::npos) << help;
+}
+
 TEST_F(ArgumentLine, ExtensionOfAnExportSaysItsFormatOrIsWrongUsage) {
     for (const char* name : {"out.dwg", "out", "dxf", "out.svg"}) {
         const Ran ran = fenmark({"export", folder.at("d.gpkg"), folder.at(name)});

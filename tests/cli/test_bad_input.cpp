@@ -198,6 +198,12 @@ TEST_F(BadInput, DrawingInAFolderThatCannotBeWrittenIsNotMade) {
     }
 }
 
+TEST_F(BadInput, DrawingInAFolderThatDoesNotExistIsToldAsSuch) {
+    const Ran ran = fenmark({"import", file(kPoints), "--drawing", folder.at("none/d.gpkg")});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_NE(ran.err.find("none/d.gpkg: cannot be made: its folder does not exist"), std::string::npos) << ran.err;
+}
+
 TEST_F(BadInput, LogThatCannotBeWrittenLeavesTheDrawingAsItWas) {
     std::filesystem::create_directory(folder.at("a_Input.log"));
     const Ran ran = fenmark({"import", file(kPoints)});

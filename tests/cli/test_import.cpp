@@ -270,6 +270,25 @@ TEST_F(ImportLine, RecordTooShortBreaksTheImportOffAndLeavesTheDrawingAsItWas) {
     EXPECT_FALSE(test::fileExists(folder.at("bad_Input.log")));
 }
 
+TEST_F(ImportLine, RecordTooShortForThePreviewIsToldWithItsLine) {
+    // Both passes take the route's number, the preview where a record of the section needs it.
+    const std::string path = file(std::string(kPoints) + "H00\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n");
+    for (const char* command : {"import", "preview"}) {
+        const Ran ran = fenmark({command, path});
+        EXPECT_EQ(ran.code, kNotDone);
+        EXPECT_TRUE(contains(ran.err, path + ":6: reading broken off: the record is too short")) << ran.err;
+    }
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+}
+
+TEST_F(ImportLine, LongitudinalResultOutsideIsToldWithItsRecord) {
+    const std::string path = file(std::string(kPoints) + kRoute + "H00,1,CL,\r\nH01,No.9,200.0,5.5,6.0,1,\r\nH99,\r\n");
+    const Ran ran = fenmark({"import", path});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(contains(ran.err, path + ":11: ErrX001: ")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, " H01,No.9,200.0,5.5,6.0,1,\n")) << ran.err;
+}
+
 TEST_F(ImportLine, BrokenOffImportMakesNoNewDrawing) {
     const Ran ran = fenmark({"import", file(std::string(kPoints) + kTooShortArc)});
     EXPECT_EQ(ran.code, kNotDone);
@@ -290,7 +309,7 @@ TEST_F(ImportLine, LeadingClothoidBreaksTheImportOff) {
              "B01,2,,\r\nF99,\r\n");
     const Ran ran = fenmark({"import", path, "--keep-partial"});
     EXPECT_EQ(ran.code, kNotDone);
-    EXPECT_TRUE(contains(ran.err, path + ":9: import broken off: ")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, path + ":9: import broken off: the route begins with a clothoid")) << ran.err;
     EXPECT_EQ(info(folder.at("a.gpkg"))["sites"][0]["alignments"].size(), 1U);
 }
 

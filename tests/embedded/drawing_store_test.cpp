@@ -334,7 +334,7 @@ TEST_F(DrawingStoreTest, AFolderOrFileThatCannotBeWrittenIsTold) {
               }),
               0);
     EXPECT_EQ(contents(path_), before);
-    EXPECT_EQ(store_.save(folder_.file("none/new.gpkg"), drawing_).error, StoreError::NotFound);
+    EXPECT_EQ(store_.save(folder_.file("none/new.gpkg"), drawing_).error, StoreError::NoFolder);
     EXPECT_EQ(store_.save(folder_.path().string(), drawing_).error, StoreError::NotAFile);
 }
 

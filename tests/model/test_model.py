@@ -38,7 +38,7 @@ def check(folder, skipped, files, program):
     if not wanted:
         return 0, []
     options = ["--skip", ",".join(skipped)] if skipped else []
-    run = subprocess.run([program, "import", "-q", *wanted, *options], cwd=folder, capture_output=True, check=False)
+    run = subprocess.run([program, "import", "-q", *options, *wanted], cwd=folder, capture_output=True, check=False)
     faults = []
     broken = any(isinstance(log, int) for log in wanted.values())
     if run.returncode != (1 if broken else 0):

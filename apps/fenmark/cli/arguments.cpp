@@ -26,7 +26,7 @@ struct Raw {
     LocateArguments locate;
     ExportArguments exported;
     ExportArguments plot;
-    std::vector<std::string> only;
+    std::vector<std::string> only; // each a list of kinds with commas
     std::vector<std::string> skip;
     std::string shift;
     std::string importEncoding = "cp932";
@@ -61,10 +61,16 @@ std::size_t kindNamed(std::string_view name) {
 std::array<bool, sima::kImportKinds> wantedKinds(const Raw& raw) {
     std::array<bool, sima::kImportKinds> wanted{};
     wanted.fill(raw.only.empty());
-    for (const std::string& name : raw.only)
-        wanted[kindNamed(name)] = true;
-    for (const std::string& name : raw.skip)
-        wanted[kindNamed(name)] = false;
+    const auto set = [&wanted](const std::vector<std::string>& lists, bool value) {
+        for (const std::string& list : lists)
+            for (std::size_t at = 0; at <= list.size();) {
+                const std::size_t end = std::min(list.find(',', at), list.size());
+                wanted[kindNamed(std::string_view(list).substr(at, end - at))] = value;
+                at = end + 1;
+            }
+    };
+    set(raw.only, true);
+    set(raw.skip, false);
     return wanted;
 }
 
@@ -95,9 +101,15 @@ void addImport(CLI::App& app, Raw& raw) {
     command->add_option("--site", a.site, "Site that receives the alignments [default: the first by name]")
         ->type_name("NAME");
     command->add_option("--only", raw.only, "Import these kinds alone: " + listOfKinds())
-        ->delimiter(',')
+        ->expected(1)
+        ->allow_extra_args(false) // what follows is a file
+        ->take_all()
         ->type_name("KIND,...");
-    command->add_option("--skip", raw.skip, "Leave these kinds out")->delimiter(',')->type_name("KIND,...");
+    command->add_option("--skip", raw.skip, "Leave these kinds out")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all()
+        ->type_name("KIND,...");
     command->add_option("--point-layer", a.pointLayer, "Layer of the points [0]")->type_name("LAYER");
     command->add_option("--ip-layer", a.ipLayer, "Layer of the IP lines [0]")->type_name("LAYER");
     command->add_option("--lot-layer", a.lotLayer, "Layer of the lots [0]")->type_name("LAYER");
@@ -111,16 +123,16 @@ void addImport(CLI::App& app, Raw& raw) {
         ->type_name("NAME");
     command->add_flag("--force-alignment", a.forceAlignment, "Put all results on --alignment, whatever they name");
     command->add_option("--zone", raw.zone, "Plane rectangular zone of the coordinates (JGD2011)")
-        ->check(CLI::Range(1, 19))
+        ->check(CLI::Range(1, 19).description(""))
         ->type_name("1..19");
     command->add_option("--encoding", raw.importEncoding, "Encoding of the files [cp932]")
-        ->check(CLI::IsMember({"cp932", "utf-8"}))
+        ->check(CLI::IsMember({"cp932", "utf-8"}).description(""))
         ->type_name("cp932|utf-8");
     command
         ->add_option("--positive-radius", raw.positiveRadius,
                      "Sense in which a positive radius turns on the map; auto: left, unless a curve joins only the "
                      "other way [auto]")
-        ->check(CLI::IsMember({"auto", "left", "right"}))
+        ->check(CLI::IsMember({"auto", "left", "right"}).description(""))
         ->type_name("auto|left|right");
     command->add_flag("--keep-partial", a.keepPartial, "Keep what was made when an import is broken off");
     command->add_flag("--strict", a.strict, "Exit with 3 if the log holds error blocks");
@@ -135,7 +147,7 @@ void addPreview(CLI::App& app, Raw& raw) {
     CLI::App* command = app.add_subcommand("preview", "Count what a SIMA file holds");
     command->add_option("FILE", raw.preview.file, "SIMA file, named *.sim")->required()->type_name("");
     command->add_option("--encoding", raw.previewEncoding, "Encoding of the file [cp932]")
-        ->check(CLI::IsMember({"cp932", "utf-8"}))
+        ->check(CLI::IsMember({"cp932", "utf-8"}).description(""))
         ->type_name("cp932|utf-8");
     command->add_flag("--json", raw.preview.json, "Print the counts as JSON");
     command->add_flag("-q,--quiet", raw.preview.quiet, "No progress and no notes; errors are still told");
@@ -235,6 +247,17 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
     return PlotArguments{raw.plot};
 }
 
+// What to say of a line that names no command.
+std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+    std::string commands;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        commands.append(commands.empty() ? "" : ", ").append(command->get_name());
+    const auto word = std::find_if(arguments.begin(), arguments.end(),
+                                   [](const std::string& argument) { return !argument.starts_with('-'); });
+    return (word == arguments.end() ? "no command is given" : "there is no command '" + *word + "'") +
+           "; the commands are " + commands;
+}
+
 } // namespace
 
 ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
@@ -246,6 +269,8 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
                "  fenmark import road.sim && fenmark plot road.gpkg road.svg\n"
                "'fenmark COMMAND --help' tells the options of a command.");
     app.get_formatter()->column_width(34);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Subcommands", "Commands");
     addImport(app, raw);
     addPreview(app, raw);
     addInfo(app, raw);
@@ -268,7 +293,7 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     } catch (const CLI::CallForVersion& version) {
         return ShowText{std::string(version.what()) + "\n"};
     } catch (const CLI::ParseError& error) {
-        return UsageError{error.what()};
+        return UsageError{app.get_subcommands().empty() ? withoutCommand(app, arguments) : error.what()};
     } catch (const WrongUsage& error) {
         return UsageError{error.what()};
     }

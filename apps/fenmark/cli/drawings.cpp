@@ -3,6 +3,8 @@
 
 #include "cli/messages.h"
 
+#include <algorithm>
+
 namespace fenmark::cli {
 
 using host::embedded::Drawing;
@@ -22,8 +24,10 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
         if (drawing.alignment(i).name == name)
             return i;
     }
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i)
-        names.push_back(drawing.alignment(i).name);
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        if (std::find(names.begin(), names.end(), drawing.alignment(i).name) == names.end())
+            names.push_back(drawing.alignment(i).name);
+    }
     throw Stop(kNotDone,
                path + ": the drawing has no alignment named '" + name + "'; its alignments: " + joined(names));
 }

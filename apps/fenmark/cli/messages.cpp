@@ -3,6 +3,8 @@
 
 #include "command/dialog_rules.h"
 #include "host/boundary/mirdan_exception.h"
+#include "sima/text/short_record.h"
+#include "sima/text/string_table.h"
 
 #include <array>
 #include <cerrno>
@@ -35,7 +37,14 @@ std::string_view lineNumberOf(std::string_view detail) {
     return number;
 }
 
-// "ErrA01-1 text" is code and text; a block without a code is its text alone.
+// The record behind the number of a detail line "00012行目 H01,...".
+std::string_view recordOf(std::string_view detail) {
+    const std::size_t blank = detail.find(' ');
+    return blank == std::string_view::npos ? std::string_view{} : detail.substr(blank + 1);
+}
+
+// "ErrA01-1 text" is code and text; a block without a code is its text alone. A longitudinal result that lies outside
+// its alignment is told at the line that ends its section, so the record itself is told too.
 void tellBlock(std::ostream& out, const std::string& file, std::string_view title, std::string_view detail) {
     out << file << ':' << lineNumberOf(detail) << ": ";
     const std::size_t blank = title.find(' ');
@@ -43,6 +52,8 @@ void tellBlock(std::ostream& out, const std::string& file, std::string_view titl
         out << title.substr(0, blank) << ": " << title.substr(blank + 1);
     else
         out << "error: " << title;
+    if (title.ends_with(sima::resourceText(sima::kMessageLongitudinalOutside)))
+        out << ' ' << recordOf(detail);
     out << '\n';
 }
 
@@ -114,6 +125,8 @@ void previewFile(sima::SimaReader& reader, const std::string& path, const sima::
             throw Stop(kNotDone, path + ": cannot be read");
     } catch (const std::system_error& error) {
         throw Stop(kNotDone, path + ": cannot be read: " + error.code().message());
+    } catch (const sima::ShortRecord& error) {
+        throw Stop(kNotDone, path + ":" + std::to_string(reader.lineNumber) + ": reading broken off: " + error.what());
     }
 }
 
@@ -123,12 +136,8 @@ std::string currentExceptionText() {
     } catch (host::MirdanException* thrown) {
         const std::unique_ptr<host::MirdanException> exception(thrown);
         return exception->message();
-    } catch (const std::invalid_argument&) {
-        return "the record is too short for the fields that its section takes";
-    } catch (const std::bad_alloc&) {
-        return "out of memory";
     } catch (const std::exception& exception) {
-        return exception.what();
+        return command::brokenOffReason(exception);
     } catch (...) {
         return "unknown failure";
     }

@@ -2,6 +2,7 @@
 #include "sima/reader/section_readers.h"
 
 #include "sima/reader/result_number.h"
+#include "sima/text/short_record.h"
 #include "sima/validators/validators.h"
 
 #include <stdexcept>
@@ -113,7 +114,7 @@ void previewCrossSection(FilePass& file) {
             section.subEntities.emplace_back();
         } else if (file.code() == recordCode("I99")) {
             if (!hasNumber)
-                throw std::invalid_argument("the record has too few fields");
+                throw ShortRecord();
             section.routeFound = reader.bindRoute(section.routeNumber);
             reader.intersections.push_back(std::move(section));
             return;

@@ -2,6 +2,7 @@
 #include "sima/reader/section_readers.h"
 
 #include "sima/reader/result_number.h"
+#include "sima/text/short_record.h"
 #include "sima/validators/validators.h"
 
 #include <stdexcept>
@@ -85,7 +86,7 @@ void previewLongitudinalSection(FilePass& file) {
             continue;
         if (section.verticals.empty()) {
             if (!hasNumber)
-                throw std::invalid_argument("the record has too few fields");
+                throw ShortRecord();
             section.routeNumber = routeNumber;
             section.routeFound = reader.bindRoute(routeNumber); // the same for every record of the section
         }

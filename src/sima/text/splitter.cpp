@@ -2,6 +2,7 @@
 #include "sima/text/splitter.h"
 
 #include "sima/text/number.h"
+#include "sima/text/short_record.h"
 #include "sima/text/utf8.h"
 
 #include <bit>
@@ -128,7 +129,7 @@ class QuotedLine {
 };
 
 void Fields::refuse() {
-    throw std::invalid_argument("the record has too few fields");
+    throw ShortRecord();
 }
 
 // A field of a line without quotes: the text as it is, but nothing for a field of blanks.

@@ -20,6 +20,8 @@ std::string storeMessage(StoreError error, const std::string& path, const std::s
         return {};
     case StoreError::NotFound:
         return path + ": there is no such drawing";
+    case StoreError::NoFolder:
+        return path + ": cannot be made: its folder does not exist";
     case StoreError::NotAFile:
         return path + ": is not a file";
     case StoreError::NotADrawing:

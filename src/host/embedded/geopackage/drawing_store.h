@@ -15,6 +15,7 @@ namespace fenmark::host::embedded {
 enum class StoreError {
     None,
     NotFound,    // no such file
+    NoFolder,    // no folder to make it in
     NotAFile,    // a folder, a device
     NotADrawing, // no SQLite file
     NotOurs,     // a SQLite file that this program did not make, or a later format

@@ -93,7 +93,7 @@ StoreError checkReplaceable(const std::string& path) {
     }
     const fs::path folder = folderOf(path);
     if (stat(folder.c_str(), &status) != 0)
-        return StoreError::NotFound;
+        return StoreError::NoFolder;
     return S_ISDIR(status.st_mode) && access(folder.c_str(), W_OK) == 0 ? StoreError::None : StoreError::NotWritable;
 }
 

@@ -21,7 +21,7 @@ void* allocateLarge(std::size_t bytes) {
 
 void deallocateLarge(void* memory, std::size_t bytes) noexcept {
     if (bytes < kLargePage)
-        ::operator delete(memory, bytes);
+        ::operator delete(memory);
     else
         ::operator delete (memory, bytes, std::align_val_t{kLargePage});
 }

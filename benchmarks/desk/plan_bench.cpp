@@ -1,0 +1,134 @@
+// The plan view at work on a drawing of 1,000,000 points and 250,000 lots: how long a frame takes while panning and
+// zooming among some 20,000 objects, how long the whole drawing takes, and how long its index takes to build.
+//
+// Measured on the software rendering of an offscreen window, 1400 by 900 pixels. Prints a table with the goals; the exit code is 1 if one was missed.
+#include "desk/plan/plan_view.h"
+#include "host/boundary/object_data_writer.h"
+
+#include <QApplication>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+using fenmark::desk::PlanIndex;
+using fenmark::desk::PlanView;
+using fenmark::host::MdGePoint3d;
+using fenmark::host::embedded::Drawing;
+using fenmark::host::embedded::EntityKind;
+using fenmark::host::embedded::Extent;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kLotsAcross = 500; // 500 by 500 lots of 10 m by 10 m, four points around each
+constexpr double kLotSize = 10.0;
+constexpr int kFrames = 60;
+constexpr std::size_t kObjectsInView = 20000;
+constexpr double kFrameGoal = 1000.0 / 30.0; // milliseconds
+constexpr double kWholeGoal = 500.0;
+constexpr double kIndexGoal = 1000.0;
+
+double milliseconds(const Clock::duration& duration) {
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+void fill(Drawing& drawing) {
+    drawing.addTable(fenmark::host::kPointTable);
+    drawing.addTable(fenmark::host::kPolylineTable);
+    std::int32_t number = 0;
+    for (int row = 0; row < kLotsAcross; ++row) {
+        for (int column = 0; column < kLotsAcross; ++column) {
+            const double x = -20000.0 + column * kLotSize;
+            const double y = -36000.0 + row * kLotSize;
+            const std::vector<MdGePoint3d> ring{
+                {x + 0.5, y + 0.5, 0}, {x + 9.5, y + 0.5, 0}, {x + 9.5, y + 9.5, 0}, {x + 0.5, y + 9.5, 0}};
+            for (const MdGePoint3d& corner : ring) {
+                ++number;
+                drawing.addPoint(corner, 0);
+                drawing.setRow(drawing.entityCount() - 1, 0, number, "P" + std::to_string(number),
+                               fenmark::host::kCoordinateType, "large.sim");
+            }
+            drawing.addPolyline(ring, 0, EntityKind::Polyline, true);
+            drawing.setRow(drawing.entityCount() - 1, 1, number / 4, std::to_string(number / 4) + "-1",
+                           fenmark::host::kLotType, "large.sim");
+        }
+    }
+}
+
+struct Frames {
+    double median = 0.0; // milliseconds
+    double slowest = 0.0;
+    std::size_t objects = 0;
+};
+
+// A frame is what the window does for one: the picture drawn anew, and brought to the screen.
+template <typename Move>
+Frames measure(PlanView& view, int count, Move&& move) {
+    std::vector<double> times;
+    Frames frames;
+    for (int i = 0; i < count; ++i) {
+        move(i);
+        const Clock::time_point start = Clock::now();
+        view.repaint();
+        times.push_back(milliseconds(Clock::now() - start));
+        frames.objects = std::max(frames.objects, view.render());
+    }
+    std::sort(times.begin(), times.end());
+    frames.median = times[times.size() / 2];
+    frames.slowest = times.back();
+    return frames;
+}
+
+bool print(const char* name, const Frames& frames, double goal) {
+    std::printf("%-34s %8zu objects   median %8.2f ms   slowest %8.2f ms   %6.1f frames/s   goal %7.1f ms  %s\n", name,
+                frames.objects, frames.median, frames.slowest, 1000.0 / frames.median, goal,
+                frames.median <= goal ? "met" : "MISSED");
+    return frames.median <= goal;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    Drawing drawing;
+    fill(drawing);
+    std::printf("drawing: %zu entities\n", drawing.entityCount());
+
+    bool met = true;
+    {
+        const Clock::time_point start = Clock::now();
+        const PlanIndex index(drawing);
+        Frames build;
+        build.median = build.slowest = milliseconds(Clock::now() - start);
+        build.objects = index.size();
+        met &= print("building the index", build, kIndexGoal);
+    }
+
+    PlanView view;
+    view.resize(1400, 900);
+    view.show();
+    view.setDrawing(&drawing);
+    QApplication::processEvents();
+    met &= print("whole drawing", measure(view, 5, [&](int) { view.fitAll(); }), kWholeGoal);
+
+    // Zoom in until the view holds no more than the objects of the goal.
+    const QPointF middle(700.0, 450.0);
+    while (view.index().count(view.view().visible(), kObjectsInView + 1) > kObjectsInView)
+        view.zoomAt(middle, 1.01);
+    met &= print("pan, 20,000 objects in view",
+                 measure(view, kFrames, [&](int i) { view.panPixels(i % 20 < 10 ? 7.0 : -7.0, 3.0); }), kFrameGoal);
+    met &= print("zoom, up to 20,000 objects",
+                 measure(view, kFrames, [&](int i) { view.zoomAt(middle, i < kFrames / 2 ? 1.02 : 1.0 / 1.02); }),
+                 kFrameGoal);
+    for (int i = 0; i < 6; ++i)
+        view.zoomAt(middle, 1.3);
+    met &= print("pan with names", measure(view, kFrames, [&](int) { view.panPixels(-5.0, 2.0); }), kFrameGoal);
+    std::puts(met ? "all goals met" : "a goal was missed");
+    return met ? EXIT_SUCCESS : EXIT_FAILURE;
+}

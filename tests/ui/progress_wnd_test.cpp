@@ -242,6 +242,25 @@ TEST_F(ProgressWindow, HelpRequestsAreSwallowed) {
     EXPECT_EQ(parent.heard, 0);
 }
 
+// The button is hidden, so that this comes from elsewhere; the reader goes on, and its owner waits for it.
+TEST_F(ProgressWindow, ACancelHidesTheWindowForGoodAndTheOwnerWaitsForTheReader) {
+    owner.show();
+    {
+        CProgressWnd window(&owner, QStringLiteral("t"), false);
+        window.goModal(QString(), false);
+        QMetaObject::invokeMethod(&window, "cancel");
+        EXPECT_TRUE(window.cancelled());
+        EXPECT_FALSE(window.isVisible());
+        window.setPosition(50);
+        window.pump();
+        EXPECT_FALSE(window.isVisible());
+        EXPECT_EQ(window.percent(), 50);
+        EXPECT_FALSE(owner.isEnabled());
+    }
+    EXPECT_TRUE(owner.isEnabled());
+    EXPECT_TRUE(owner.isVisible());
+}
+
 TEST_F(ProgressWindow, PumpsAreCountedOneByOne) {
     CProgressWnd window(&owner, QStringLiteral("t"), false);
     for (int i = 0; i < 25; ++i)

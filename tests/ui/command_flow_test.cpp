@@ -17,6 +17,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <stdexcept>
+#include <system_error>
 
 namespace fenmark::ui::test {
 namespace {
@@ -354,6 +356,40 @@ TEST_F(CommandFlow, AnExceptionOfThePreviewLeavesTheCommandFromTheOpeningAndFrom
     lastRun.filePath = bad;
     EXPECT_THROW(run(), std::invalid_argument);
     EXPECT_EQ(host.drawing.pointCount(), 0U);
+}
+
+TEST_F(CommandFlow, AnExceptionOfTheReadLeavesTheCommandWithoutResultAndLog) {
+    const std::string path =
+        files.write("a.sim", kPoints + "F00,1,1,CL,3,\r\nB01,1,BP,\r\nC01,0,\r\nC01\r\nB01,2,EP,\r\nF99,\r\n");
+    chooseFile(path).press(kImport, kOk);
+    EXPECT_THROW(run(), std::invalid_argument);
+    EXPECT_EQ(lastRun.filePath, path);
+    EXPECT_FALSE(std::filesystem::exists(logOf(path)));
+}
+
+TEST_F(CommandFlow, ALogThatCannotBeWrittenLeavesTheCommandBeforeTheResult) {
+    const std::string path = files.write("a.sim", kPoints);
+    std::filesystem::create_directory(logOf(path));
+    chooseFile(path).press(kImport, kOk);
+    EXPECT_THROW(run(), std::system_error);
+    EXPECT_EQ(host.drawing.pointCount(), 2U);
+}
+
+TEST_F(CommandFlow, TicksStartAnewInEveryRun) {
+    const std::string path = files.write("a.sim", kPoints + kRoute);
+    chooseFile(path)
+        .then(kImport,
+              [](QWidget& form) {
+                  tickRow(form, kCentreLineRow);
+                  User::click(form, kOk);
+              })
+        .press(kResult, kOk);
+    run();
+    EXPECT_TRUE(host.civil.alignments.empty());
+    user.press(kImport, kOk).press(kResult, kOk);
+    run();
+    EXPECT_EQ(host.civil.alignments.size(), 1U) << "the row of the route is ticked again";
+    EXPECT_EQ(host.drawing.pointCount(), 4U);
 }
 
 TEST_F(CommandFlow, AWindowWithoutAParentDoesAsWell) {

@@ -46,6 +46,7 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     setControlId(tree_, 208);
     tree_->SetNotifyTarget(this);
     tree_->setAccessibleName(QStringLiteral("ファイルの内容"));
+    tree_->setAccessibleDescription(QStringLiteral("Ctrl+スペースでチェックを切り替えます"));
     QPushButton* settings = addButton(QStringLiteral("設定..."), 6, 186, 48, 12, 209);
     // Created invisible and never made visible; only its enabled state is kept up to date.
     log_ = addButton(QStringLiteral("ログの表示..."), 102, 186, 50, 14, 212);

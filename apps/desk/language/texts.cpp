@@ -152,6 +152,7 @@ constexpr std::array kEntries{
     Entry{Text::Opened, "%1 を開きました", "Opened %1"},
     Entry{Text::Saved, "%1 に保存しました", "Saved %1"},
     Entry{Text::Undone, "元に戻しました: %1", "Undone: %1"},
+    Entry{Text::Added, "図形%1個、線形%2本を追加しました", "Added %1 entities and %2 alignments"},
     Entry{Text::NothingToUndo, "元に戻す操作がありません", "Nothing to undo"},
     Entry{Text::StepImport, "読み込み", "Import"},
     Entry{Text::StepLayer, "画層の追加", "Add Layer"},

@@ -138,6 +138,7 @@ enum class Text : std::uint16_t {
     Opened,
     Saved,
     Undone,
+    Added,
     NothingToUndo,
     StepImport,
     StepLayer,

@@ -115,19 +115,6 @@ int fail(int code, const std::string& message) {
     return code;
 }
 
-// Chinese and Japanese share characters that they write differently: without a Japanese font by name, the toolkit may
-// take one of the others.
-void useJapaneseFonts() {
-    QFont font = QApplication::font();
-    QStringList families{font.family()};
-    const QStringList known = QFontDatabase::families();
-    for (const char* family : {"Yu Gothic UI", "Meiryo UI", "Noto Sans CJK JP", "IPAPGothic", "TakaoPGothic"})
-        if (known.contains(QLatin1String(family)))
-            families << QLatin1String(family);
-    font.setFamilies(families);
-    QApplication::setFont(font);
-}
-
 Language languageFor(const Options& options) {
     if (options.language)
         return *options.language;
@@ -171,6 +158,17 @@ int runWindow(const Options& options) {
 }
 
 } // namespace
+
+void useJapaneseFonts() {
+    QFont font = QApplication::font();
+    QStringList families{font.family()};
+    const QStringList known = QFontDatabase::families();
+    for (const char* family : {"Yu Gothic UI", "Meiryo UI", "Noto Sans CJK JP", "IPAPGothic", "TakaoPGothic"})
+        if (known.contains(QLatin1String(family)))
+            families << QLatin1String(family);
+    font.setFamilies(families);
+    QApplication::setFont(font);
+}
 
 int runDesk(int argc, char** argv) {
     const Options options = parse(std::vector<std::string>(argv + 1, argv + argc));

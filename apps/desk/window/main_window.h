@@ -113,6 +113,7 @@ class MainWindow : public QMainWindow {
 
     // The drawing and its views (main_window_drawing.cpp).
     void runModuleCommand(const QString& command, const QString& pendingFile = {});
+    void startImport(const QString& pendingFile);
     void drawingReplaced();
     void drawingChanged();
     void selectionChanged();

@@ -80,7 +80,12 @@ void MainWindow::runCommand(const QString& command) {
 
 void MainWindow::importFile() {
     if (!session_.isRunning())
-        runModuleCommand(QStringLiteral("Fenmark"));
+        startImport({});
+}
+
+void MainWindow::startImport(const QString& pendingFile) {
+    command_->say(QStringLiteral("> Fenmark"));
+    runModuleCommand(QStringLiteral("Fenmark"), pendingFile);
 }
 
 void MainWindow::runModuleCommand(const QString& command, const QString& pendingFile) {
@@ -93,6 +98,8 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     }
     plan_->setFrozen(true);
     updateActions();
+    const std::size_t entities = session_.drawing().entityCount();
+    const std::size_t alignments = session_.drawing().alignmentCount();
     const CommandOutcome outcome = session_.run(command.toStdString(), pendingFile.toStdString());
     plan_->setFrozen(false);
     if (outcome.changed)
@@ -100,6 +107,10 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     if (!outcome.logPath.empty())
         log_->showLog(outcome.logPath, texts_);
     sayNotes(outcome.notes);
+    if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments)
+        command_->say(texts_(Text::Added)
+                          .arg(session_.drawing().entityCount() - entities)
+                          .arg(session_.drawing().alignmentCount() - alignments));
     updateTitle();
     updateActions();
 }

@@ -125,7 +125,7 @@ bool MainWindow::openFile(const QString& path) {
     if (endsIn(path, ".gpkg"))
         return openDrawing(path);
     if (endsIn(path, ".sim")) {
-        runModuleCommand(QStringLiteral("Fenmark"), QFileInfo(path).absoluteFilePath());
+        startImport(QFileInfo(path).absoluteFilePath());
         return true;
     }
     tell(texts_(Text::UnknownFile).arg(path));

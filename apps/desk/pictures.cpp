@@ -1,0 +1,206 @@
+// Draws the pictures of the documentation: every dialog and the desktop program with the examples. Not installed.
+//
+// Usage: fenmark_pictures EXAMPLES OUTPUT, two folders. The dialogs are the real ones, met on the way through an import.
+#include "desk/window/desk.h"
+#include "desk/window/main_window.h"
+#include "ui/dialogs/progress_wnd.h"
+#include "ui/dialogs/select_alignment_form.h"
+#include "ui/treelist/tree_list_ctrl.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace fenmark;
+
+QDir output;
+bool failed = false;
+
+void keep(QWidget& widget, const QString& name) {
+    for (int round = 0; round < 3; ++round)
+        QApplication::processEvents();
+    const QString path = output.filePath(name + QStringLiteral(".png"));
+    if (widget.grab().toImage().save(path, "PNG"))
+        return;
+    std::fprintf(stderr, "fenmark_pictures: %s: cannot be written\n", qPrintable(path));
+    failed = true;
+}
+
+// Acts on modal windows as they come, one act each.
+class Script {
+  public:
+    using Act = std::function<void(QWidget& dialog)>;
+
+    explicit Script(std::vector<Act> acts) : acts_(std::move(acts)) {
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog == nullptr || next_ >= acts_.size())
+                return;
+            acts_[next_++](*dialog);
+        });
+        timer_.start(20);
+    }
+
+  private:
+    QTimer timer_;
+    std::vector<Act> acts_;
+    std::size_t next_ = 0;
+};
+
+void click(QWidget& dialog, const char* button) {
+    if (auto* found = dialog.findChild<QPushButton*>(QLatin1String(button)))
+        found->click();
+}
+
+void clickSoon(QWidget& dialog, const char* button) {
+    QTimer::singleShot(0, &dialog, [&dialog, button] { click(dialog, button); });
+}
+
+void importRoad(desk::MainWindow& window, const QString& file) {
+    const Script script({
+        [](QWidget& dialog) {
+            // The folder is a temporary one, and none of the picture.
+            dialog.findChild<QLineEdit*>(QStringLiteral("id210"))->setText(QStringLiteral("road.sim"));
+            keep(dialog, QStringLiteral("import"));
+            clickSoon(dialog, "id209");
+        },
+        [](QWidget& dialog) {
+            keep(dialog, QStringLiteral("settings"));
+            click(dialog, "id2");
+        },
+        [](QWidget& dialog) { click(dialog, "id1"); },
+        [](QWidget& dialog) {
+            keep(dialog, QStringLiteral("result"));
+            click(dialog, "id1");
+        },
+    });
+    window.openFile(file);
+}
+
+void selectNamed(desk::MainWindow& window, const char* name) {
+    const host::embedded::Drawing& drawing = window.session().drawing();
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i)
+        if (drawing.entity(i).row &&
+            QByteArray(drawing.entity(i).row->name.data(), static_cast<qsizetype>(drawing.entity(i).row->name.size()))
+                    .trimmed() == name)
+            window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Entity, i, {}});
+}
+
+void showAlignmentSelection() {
+    std::map<std::string, host::MdDbObjectId> names;
+    names["中心線"] = host::MdDbObjectId(1);
+    names["旧道"] = host::MdDbObjectId(2);
+    names["護岸"] = host::MdDbObjectId(3);
+    ui::SelectAlignmentForm form(nullptr, names);
+    form.show();
+    keep(form, QStringLiteral("select"));
+}
+
+void showProgress() {
+    ui::CProgressWnd progress(nullptr, QStringLiteral("SIMAファイル読み込み"), true);
+    progress.setRange(0, 100, 1);
+    progress.setText(QStringLiteral("SIMAファイル読み込み中...\n\n"));
+    progress.show();
+    progress.setPosition(62);
+    keep(progress, QStringLiteral("progress"));
+    progress.DestroyWindow();
+}
+
+void showTreeList() {
+    using namespace ui::treelist;
+    QWidget frame;
+    frame.resize(520, 300);
+    CTreeListCtrl tree(&frame);
+    tree.Create(kStyleTree | kStyleHeader | kStyleHorizontalGrid | kStyleVerticalGrid | kStyleTreeLines |
+                    kStyleRootLines | kStyleButtons | kStyleCheckBoxes | kStyleLockBoxes | kStyleMultiSelect,
+                QRect(8, 8, 504, 284), &frame);
+    tree.InsertColumn(QStringLiteral("要素"), kColumnInitialFormat, 210);
+    tree.InsertColumn(QStringLiteral("延長 (m)"), kHeadRight | kHeadMiddle | kCellRight | kCellMiddle, 110);
+    tree.InsertColumn(QStringLiteral("半径 (m)"), kHeadRight | kHeadMiddle | kCellRight | kCellMiddle, 110);
+    CTreeListItem* site = tree.InsertItem(QStringLiteral("サイト"));
+    CTreeListItem* road = tree.InsertItem(QStringLiteral("中心線"), site);
+    const std::vector<std::pair<QStringList, bool>> rows{
+        {{QStringLiteral("直線"), QStringLiteral("60.000"), QString()}, true},
+        {{QStringLiteral("クロソイド"), QStringLiteral("54.000"), QStringLiteral("∞ → 150.000")}, true},
+        {{QStringLiteral("円弧"), QStringLiteral("85.000"), QStringLiteral("150.000")}, false},
+        {{QStringLiteral("クロソイド"), QStringLiteral("54.000"), QStringLiteral("150.000 → ∞")}, true},
+    };
+    for (const auto& [texts, ticked] : rows) {
+        CTreeListItem* row = tree.InsertItem(texts[0], road);
+        tree.SetItemText(row, 1, texts[1]);
+        tree.SetItemText(row, 2, texts[2]);
+        tree.SetCheck(row, ticked ? 1 : 0);
+    }
+    CTreeListItem* bank = tree.InsertItem(QStringLiteral("護岸"), site);
+    tree.InsertItem(QStringLiteral("直線"), bank);
+    tree.SetLock(bank, 1);
+    tree.Expand(site, ExpandCode::Expand);
+    tree.Expand(road, ExpandCode::Expand);
+    tree.SelectItem(road);
+    frame.show();
+    keep(frame, QStringLiteral("treelist"));
+}
+
+int run(const QDir& examples) {
+    const QTemporaryDir folder; // the imports write their logs beside their files
+    for (const char* name : {"road.sim", "cadastral.sim"})
+        QFile::copy(examples.filePath(QLatin1String(name)), folder.filePath(QLatin1String(name)));
+    const std::vector<std::string> module = desk::modulePaths(QApplication::applicationDirPath().toStdString());
+    {
+        desk::MainWindow window({desk::Language::Japanese, false});
+        if (!window.loadModule(module)) {
+            std::fputs("fenmark_pictures: the module cannot be loaded\n", stderr);
+            return 1;
+        }
+        window.show();
+        importRoad(window, folder.filePath(QStringLiteral("road.sim")));
+        window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
+        window.plan().fitAll();
+        keep(window, QStringLiteral("desk"));
+        window.session().newDrawing();
+    }
+    {
+        desk::MainWindow window({desk::Language::English, false});
+        window.loadModule(module);
+        window.show();
+        const Script script(
+            {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
+        window.openFile(folder.filePath(QStringLiteral("cadastral.sim")));
+        selectNamed(window, "田中403");
+        window.plan().fitAll();
+        keep(window, QStringLiteral("desk_en"));
+    }
+    showAlignmentSelection();
+    showProgress();
+    showTreeList();
+    return failed ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::fputs("usage: fenmark_pictures EXAMPLES OUTPUT\n", stderr);
+        return 2;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    int toolkitArgc = 1;
+    QApplication application(toolkitArgc, argv);
+    QApplication::setApplicationName(QStringLiteral("fenmark-pictures"));
+    desk::useJapaneseFonts();
+    output = QDir(QString::fromLocal8Bit(argv[2]));
+    return run(QDir(QString::fromLocal8Bit(argv[1])));
+}

@@ -23,7 +23,7 @@ void deallocateLarge(void* memory, std::size_t bytes) noexcept {
     if (bytes < kLargePage)
         ::operator delete(memory);
     else
-        ::operator delete (memory, bytes, std::align_val_t{kLargePage});
+        ::operator delete (memory, std::align_val_t{kLargePage});
 }
 
 } // namespace fenmark::sima

@@ -9,6 +9,7 @@
 #include "sima/reader/sima_reader.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -44,8 +45,18 @@ class CountingFactory : public sima::ProgressFactory {
 
 std::string generate(const std::string& folder, const char* name, const sima::GeneratorSizes& sizes) {
     const std::string path = (std::filesystem::path(folder) / name).string();
-    std::ofstream file(path, std::ios::binary);
-    sima::generateSima(file, sizes);
+    // In a process of its own, so that its memory is not counted with what is measured.
+    Measured generation;
+    measureOnce(generation, [&path, &sizes] {
+        std::ofstream file(path, std::ios::binary);
+        sima::generateSima(file, sizes);
+        file.close();
+        return file ? std::uint64_t{1} : std::uint64_t{0};
+    });
+    if (generation.result != 1) {
+        std::perror(path.c_str());
+        std::exit(1);
+    }
     return path;
 }
 

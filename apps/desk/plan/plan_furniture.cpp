@@ -35,6 +35,7 @@ void paintNorth(QPainter& painter, const QPointF& foot, const QFont& font) {
     right.lineTo(foot.x(), foot.y() - 8.0);
     right.closeSubpath();
     painter.setPen(QPen(kInk, 1.0));
+    painter.setBrush(Qt::NoBrush);
     painter.fillPath(left, kInk);
     painter.fillPath(right, kPaper);
     painter.drawPath(left);

@@ -104,8 +104,11 @@ void PlanView::paintEvent(QPaintEvent*) {
         painter.drawImage(QPointF(0, 0), picture_);
     if (!ready())
         return;
-    if (selected_)
+    if (selected_) {
+        painter.save();
         painter_->paintSelected(painter, view_, *selected_);
+        painter.restore();
+    }
     paintFurniture(painter, view_, font());
     if (index_.extent().empty())
         paintHint(painter, rect(), hintLarge_, hintSmall_, font());

@@ -18,11 +18,8 @@ namespace {
 
 using host::embedded::StoreError;
 
-TEST_F(DeskWindow, TypingTheCommandImportsAFileThroughItsDialogs) {
-    const QString file = folder.example(QStringLiteral("road.sim"));
-    window->session().modules().setSystemText(mirdane::kPendingFileVariable, file.toStdString());
+TEST_F(DeskWindow, TypingTheCommandOpensItsDialog) {
     Answers answers;
-    // The command's dialog without a pending file: nothing is chosen, so that it is closed.
     answers.click(QStringLiteral("id2"));
     type(QStringLiteral("fenmark"));
     EXPECT_EQ(drawing().entityCount(), 0U);
@@ -198,6 +195,10 @@ TEST_F(DeskWindow, HiddenLayersLeaveThePlanAndTheSelection) {
     EXPECT_FALSE(plan().selected());
     EXPECT_EQ(plan().render(), 0U);
     window->layers().item(0)->setCheckState(Qt::Checked);
+    EXPECT_EQ(plan().render(), all);
+    window->action(Text::HideAll)->trigger();
+    EXPECT_EQ(plan().render(), 0U);
+    window->action(Text::ShowAll)->trigger();
     EXPECT_EQ(plan().render(), all);
 }
 

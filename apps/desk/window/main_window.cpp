@@ -141,6 +141,9 @@ void MainWindow::makeMenus() {
         shown->setChecked(true);
     }
     view->addSeparator();
+    addAction(view, Text::ShowAll, {}, [this] { layers_->setAllShown(true); });
+    addAction(view, Text::HideAll, {}, [this] { layers_->setAllShown(false); });
+    view->addSeparator();
     for (const auto& [dock, text] : docks_)
         view->addAction(dock->toggleViewAction());
     view->addSeparator();

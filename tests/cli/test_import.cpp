@@ -188,6 +188,19 @@ TEST_F(ImportLine, Utf8FilesAreReadWhenAsked) {
     EXPECT_EQ(info(folder.at("a.gpkg"))["entities"][0]["data"]["Name"], "基準点");
 }
 
+TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldUnlessItIsReadAsSuch) {
+    const std::string utf8 = file("A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n");
+    const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n", "b.sim");
+    for (const char* command : {"import", "preview"}) {
+        EXPECT_TRUE(contains(fenmark({command, utf8}).err, utf8 + ": looks like UTF-8 ")) << command;
+        for (const auto& line : {std::vector<std::string>{command, utf8, "--encoding", "utf-8"},
+                                 std::vector<std::string>{command, utf8, "--quiet"},
+                                 std::vector<std::string>{command, cp932},
+                                 {command, file(kPoints, "c.sim")}})
+            EXPECT_FALSE(contains(fenmark(line).err, "looks like")) << line[1];
+    }
+}
+
 TEST_F(ImportLine, StrictTellsOfErrorBlocksByItsExitCode) {
     EXPECT_EQ(fenmark({"import", example("dirty.sim"), "--strict"}).code, kLogHasErrors);
     EXPECT_EQ(fenmark({"import", example("road.sim"), "--strict"}).code, kDone);

@@ -76,6 +76,11 @@ TEST(ToReal, OverflowsToInfinityAndUnderflowsToZero) {
 TEST(ToReal, KeepsTheSignOfZero) {
     EXPECT_TRUE(std::signbit(toReal("-0.0")));
     EXPECT_FALSE(std::signbit(toReal("0.0")));
+    for (const char* signAlone : {"-", "-.", "- 5", "--5", "-e3"}) {
+        EXPECT_FALSE(std::signbit(toReal(signAlone))) << signAlone;
+        double value = 1.0;
+        EXPECT_TRUE(!toPlainReal(signAlone, value) || !std::signbit(value)) << signAlone;
+    }
 }
 
 TEST(ToReal, RoundsAsTheCConversionDoes) {

@@ -112,6 +112,8 @@ std::string breakOffText(const std::string& file, const sima::SimaReader& reader
 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
+    if (arguments.encoding == sima::Encoding::Cp932)
+        tellLikelyUtf8(streams, arguments.quiet, file);
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
     for (const std::string& line : host::embedded::noteLines(host.layoutNotes()))
         tellFileNote(streams, arguments.quiet, file, line);

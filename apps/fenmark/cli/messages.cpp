@@ -3,13 +3,17 @@
 
 #include "command/dialog_rules.h"
 #include "host/boundary/mirdan_exception.h"
+#include "sima/text/path.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
+#include "sima/text/utf8.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstring>
+#include <fstream>
 #include <memory>
 #include <new>
 #include <ostream>
@@ -117,6 +121,22 @@ void requireReadableSimFile(const std::string& path) {
     if (file < 0)
         throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
     ::close(file);
+}
+
+void tellLikelyUtf8(const Streams& streams, bool quiet, const std::string& path) {
+    constexpr std::size_t kLookedAt = std::size_t{64} << 10;
+    std::string head(kLookedAt, '\0');
+    std::ifstream file(sima::pathOf(path), std::ios::binary);
+    file.read(head.data(), static_cast<std::streamsize>(head.size()));
+    head.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+    // A character may be cut at the end of what was read; a text of whole lines is not.
+    if (const std::size_t end = head.rfind('\n'); end != std::string::npos)
+        head.resize(end);
+    std::string valid;
+    sima::appendValidUtf8(valid, head);
+    if (!sima::isAscii(head) && valid == head)
+        tellNote(streams, quiet,
+                 path + ": looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
 }
 
 void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context) {

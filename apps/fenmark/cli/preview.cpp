@@ -58,6 +58,8 @@ int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     context.encoding = arguments.encoding;
     sima::SimaReader reader;
     previewFile(reader, arguments.file, context);
+    if (arguments.encoding == sima::Encoding::Cp932)
+        tellLikelyUtf8(streams, arguments.quiet, arguments.file);
     if (arguments.json) {
         printJson(streams.out, reader);
         return kDone;

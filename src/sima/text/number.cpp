@@ -85,7 +85,7 @@ bool toPlainReal(std::string_view text, double& value) {
     if (p != end || digits > kExactDigits)
         return false;
     value = static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
-    if (negative)
+    if (negative && digits > 0) // a sign alone is no number: 0.0
         value = -value;
     return true;
 }
@@ -122,7 +122,7 @@ double toReal(std::string_view text) {
         value = (isDigit(text.front()) || text.front() == '.') ? convertSlowly(text) : 0.0;
     else
         value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
-    return negative ? -value : value;
+    return negative && digits > 0 ? -value : value; // a sign alone is no number: 0.0
 }
 
 std::string formatReal(double value) {

@@ -168,8 +168,9 @@ class Fenmark(unittest.TestCase):
         self.assertIn(b"standard output", ran.stderr)
 
     def test_progress_bar_on_a_terminal_only(self):
-        many = b"".join(b"A01,%d,P%d,%d.5,%d.25,,\r\n" % (i, i, i, i) for i in range(1, 1000000))
-        self.file("b.sim", b"A00,\r\n" + many + b"A99,\r\n")
+        # Lots are drawn while the file is read, so this takes longer than the bar waits.
+        lots = b"".join(b"D00,%d,L%d,1,\r\nB01,1,A,\r\nB01,2,B,\r\nD99,\r\n" % (i, i) for i in range(1, 400000))
+        self.file("b.sim", b"A00,\r\nA01,1,A,0,0,,\r\nA01,2,B,0,9,,\r\nA99,\r\n" + lots)
         self.assertNotIn(b"\r", self.run_fenmark("preview", "b.sim").stderr)
         parent, child = pty.openpty()
         # Read while the program runs, so that it never waits for the terminal.

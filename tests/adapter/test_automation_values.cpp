@@ -8,6 +8,14 @@
 
 #include <limits>
 
+#if defined(__SANITIZE_ADDRESS__)
+#define FENMARK_UNDER_SANITIZER 1
+#elif defined(__has_feature)
+#define FENMARK_UNDER_SANITIZER __has_feature(address_sanitizer)
+#else
+#define FENMARK_UNDER_SANITIZER 0
+#endif
+
 namespace fenmark {
 namespace {
 
@@ -38,7 +46,7 @@ TEST(AutomationValues, StringVariantHoldsItsText) {
 }
 
 TEST(AutomationValues, StringThatCannotBeAllocatedRaisesOutOfMemory) {
-#ifdef __SANITIZE_ADDRESS__
+#if FENMARK_UNDER_SANITIZER
     GTEST_SKIP() << "the sanitizer ends the program on an allocation of this size";
 #else
     // Longer than any memory, yet shorter than the longest string that may be asked for.

@@ -25,7 +25,8 @@ int plainSeries(double A, double tau, double& X, double& Y) {
     double before_x = 0.0;
     double before_y = 0.0;
     for (int n = 1;; ++n) {
-        const double p = std::pow(tau, 2.0 * n);
+        const volatile double exponent = 2.0 * n; // kept from the compiler, which would multiply for the exponent 2
+        const double p = std::pow(tau, exponent);
         double even = 1.0;
         for (int i = 1; i <= 2 * n; ++i) {
             even *= i;

@@ -20,7 +20,9 @@ int clothoidPointFar(double A, double tau, Point& point) {
     double sum_y = 0.0;
     Point before{0.0, 0.0};
     for (int n = 1; n <= kSeriesPasses; ++n) {
-        const double power = std::pow(tau, 2.0 * n);
+        // A compiler that sees the exponent 2 multiplies instead, which gives other last digits than the power function.
+        const volatile double exponent = 2.0 * n;
+        const double power = std::pow(tau, exponent);
         double factorial = 1.0;
         for (int i = 2; i <= 2 * n; ++i) {
             factorial *= i;

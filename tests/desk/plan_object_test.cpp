@@ -161,18 +161,23 @@ TEST_F(Plan, ThePictureShowsArcsRedAndPointsAtTheirPlaces) {
     }
 }
 
+// A list of two points alone could be read as a rectangle or a list of numbers.
+QPolygonF polygon(std::initializer_list<QPointF> points) {
+    return QPolygonF(QList<QPointF>(points));
+}
+
 TEST(PlanShapes, LinesAreCutToTheRectangle) {
     const QRectF window(0, 0, 100, 100);
-    const QPolygonF line({{-1e9, 50}, {1e9, 50}, {1e9, 60}, {50, 60}});
+    const QPolygonF line = polygon({{-1e9, 50}, {1e9, 50}, {1e9, 60}, {50, 60}});
     const std::vector<QPolygonF> parts = clippedLine(line, false, window);
     ASSERT_EQ(parts.size(), 2U);
-    EXPECT_EQ(parts[0], QPolygonF({{0, 50}, {100, 50}}));
+    EXPECT_EQ(parts[0], polygon({{0, 50}, {100, 50}}));
     EXPECT_EQ(parts[1].last(), QPointF(50, 60));
-    EXPECT_TRUE(clippedLine(QPolygonF({{-5, -5}, {200, -5}}), false, window).empty());
-    EXPECT_EQ(clippedLine(QPolygonF({{10, 10}, {20, 10}, {20, 20}}), true, window).at(0).size(), 4);
-    EXPECT_EQ(clippedArea(QPolygonF({{-1e9, -1e9}, {1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}}), window).boundingRect(),
+    EXPECT_TRUE(clippedLine(polygon({{-5, -5}, {200, -5}}), false, window).empty());
+    EXPECT_EQ(clippedLine(polygon({{10, 10}, {20, 10}, {20, 20}}), true, window).at(0).size(), 4);
+    EXPECT_EQ(clippedArea(polygon({{-1e9, -1e9}, {1e9, -1e9}, {1e9, 1e9}, {-1e9, 1e9}}), window).boundingRect(),
               window);
-    EXPECT_TRUE(clippedArea(QPolygonF({{200, 0}, {300, 0}, {300, 50}}), window).isEmpty());
+    EXPECT_TRUE(clippedArea(polygon({{200, 0}, {300, 0}, {300, 50}}), window).isEmpty());
 }
 
 TEST(PlanShapes, ACurveSeenFromVeryNearIsDrawnWithFewPointsAndLiesOnTheTrueOne) {

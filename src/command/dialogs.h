@@ -1,9 +1,9 @@
 // What the command asks of its user. Implemented by the real dialogs and by the command line.
 #pragma once
 
+#include "command/last_run.h"
 #include "host/boundary/values.h"
 #include "sima/reader/progress.h"
-#include "sima/reader/sima_reader.h"
 
 #include <array>
 #include <cstdint>
@@ -14,20 +14,9 @@
 namespace fenmark::command {
 
 // What goes into the import dialog and, after acceptance, comes back.
-struct ImportDialogState {
-    sima::SimaImportOptions options;
+struct ImportDialogState : LastRun {
     std::vector<std::string> siteNames;
     std::vector<std::string> layerNames;
-    std::string filePath;
-    std::string siteName;
-    std::string pointLayer = "0";
-    std::string ipLayer = "0";
-    std::string lotLayer = "0";
-    std::string wideStakeLayer = "0";
-    std::string continuousLayer = "0";
-    double shiftDistance = 0.0001; // metres
-    std::int64_t fileTime = 0;
-    sima::SimaReader reader;
     bool mustChooseAlignment = false; // out only
 };
 

@@ -52,36 +52,6 @@ bool selectAlignment(host::HostBoundary& host, Dialogs& dialogs, ChosenAlignment
     return dialogs.selectAlignment(alignments, chosen.id, chosen.name);
 }
 
-ImportDialogState stateForDialog(const LastRun& lastRun) {
-    ImportDialogState state;
-    state.options = lastRun.options;
-    state.filePath = lastRun.filePath;
-    state.siteName = lastRun.siteName;
-    state.pointLayer = lastRun.pointLayer;
-    state.ipLayer = lastRun.ipLayer;
-    state.lotLayer = lastRun.lotLayer;
-    state.wideStakeLayer = lastRun.wideStakeLayer;
-    state.continuousLayer = lastRun.continuousLayer;
-    state.shiftDistance = lastRun.shiftDistance;
-    state.fileTime = lastRun.fileTime;
-    state.reader = lastRun.reader;
-    return state;
-}
-
-void keepAccepted(ImportDialogState& state, LastRun& lastRun) {
-    lastRun.reader = std::move(state.reader);
-    lastRun.filePath = std::move(state.filePath);
-    lastRun.siteName = std::move(state.siteName);
-    lastRun.pointLayer = std::move(state.pointLayer);
-    lastRun.ipLayer = std::move(state.ipLayer);
-    lastRun.lotLayer = std::move(state.lotLayer);
-    lastRun.wideStakeLayer = std::move(state.wideStakeLayer);
-    lastRun.continuousLayer = std::move(state.continuousLayer);
-    lastRun.shiftDistance = state.shiftDistance;
-    lastRun.options = std::move(state.options);
-    lastRun.fileTime = state.fileTime;
-}
-
 ImportResult resultOf(const sima::SimaReader& reader, const LastRun& lastRun) {
     ImportResult result;
     result.errorCount = reader.log.errorCount();
@@ -105,7 +75,7 @@ void Fenmark(host::HostBoundary& host, Dialogs& dialogs, LastRun& lastRun, sima:
              const CommandSettings& settings) {
     reader = sima::SimaReader();
 
-    ImportDialogState state = stateForDialog(lastRun);
+    ImportDialogState state{lastRun, {}, {}, false};
     if (!listSites(host, state.siteNames))
         return;
     state.layerNames = host.drawingWriter().listLayers();
@@ -113,7 +83,7 @@ void Fenmark(host::HostBoundary& host, Dialogs& dialogs, LastRun& lastRun, sima:
     if (!dialogs.showImport(state))
         return;
     const bool mustChoose = state.mustChooseAlignment;
-    keepAccepted(state, lastRun);
+    lastRun = static_cast<LastRun&&>(std::move(state));
     reader = lastRun.reader;
 
     // A result without a route of its own: the answer is not looked at. A cancel imports without an alignment.

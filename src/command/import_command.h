@@ -2,29 +2,13 @@
 #pragma once
 
 #include "command/dialogs.h"
+#include "command/last_run.h"
 #include "host/boundary/host_boundary.h"
 #include "sima/reader/read_context.h"
-
-#include <string>
 
 namespace fenmark::command {
 
 inline constexpr const char* kDefaultSiteName = "サイト";
-
-// The values of the last accepted run. They live in memory only.
-struct LastRun {
-    std::string filePath;
-    std::string siteName;
-    std::string pointLayer = "0";
-    std::string ipLayer = "0";
-    std::string lotLayer = "0";
-    std::string wideStakeLayer = "0";
-    std::string continuousLayer = "0";
-    double shiftDistance = 0.0001; // metres
-    std::int64_t fileTime = 0;
-    sima::SimaImportOptions options;
-    sima::SimaReader reader;
-};
 
 struct CommandSettings {
     sima::Encoding encoding = sima::Encoding::Cp932;

@@ -40,6 +40,9 @@ class Folder {
     QTemporaryDir folder_;
 };
 
+// How long a test waits in ms for what comes at once on a machine that has nothing else to do.
+constexpr int kPatience = 60000;
+
 // Answers modal windows as they come, one act each, in order. Every act must have been used in the end.
 class Answers {
   public:
@@ -103,7 +106,7 @@ struct DeskWindow : ::testing::Test {
         QObject::connect(&watch, &QTimer::timeout, [this] {
             QWidget* dialog = QApplication::activeModalWidget();
             modalRounds = dialog != nullptr ? modalRounds + 1 : 0;
-            if (modalRounds < 100)
+            if (modalRounds < 600)
                 return;
             ADD_FAILURE() << "unanswered: " << dialog->windowTitle().toStdString() << " "
                           << dialog->property("text").toString().toStdString();
@@ -125,7 +128,7 @@ struct DeskWindow : ::testing::Test {
     // A key for the whole window, which hears it only while it is active.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
         window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), kPatience));
         QTest::keyClick(window.get(), key, modifiers);
     }
     const host::embedded::Drawing& drawing() { return window->session().drawing(); }

@@ -387,7 +387,8 @@ TEST_F(DeskWindow, ADroppedSimaFileStartsTheCommand) {
     QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(window.get(), &drop);
     EXPECT_TRUE(drop.isAccepted());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return drawing().alignmentCount() == 3 && !window->session().isRunning(); }));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return drawing().alignmentCount() == 3 && !window->session().isRunning(); }, kPatience));
     EXPECT_EQ(shown, file);
 }
 
@@ -411,7 +412,7 @@ TEST_F(DeskWindow, ADrawingThatIsDroppedOpens) {
     QApplication::sendEvent(window.get(), &enter);
     QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(window.get(), &drop);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return drawing().alignmentCount() == 3; }))
+    EXPECT_TRUE(QTest::qWaitFor([&] { return drawing().alignmentCount() == 3; }, kPatience))
         << window->command().said().toStdString();
 }
 

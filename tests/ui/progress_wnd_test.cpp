@@ -220,7 +220,7 @@ TEST_F(ProgressWindow, ItsOwnerCannotBeClosedInTheMiddleOfARead) {
 TEST_F(ProgressWindow, WithoutAParentTheWindowInUseIsDisabled) {
     owner.show();
     QApplication::setActiveWindow(&owner);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &owner; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &owner; }, 60000));
     {
         CProgressWnd window(nullptr, QStringLiteral("t"), false);
         EXPECT_EQ(window.goModal(QString(), false), 1);

@@ -86,10 +86,10 @@ TEST(ScrollListBox, WidensForALongLineAndShrinksWhenItIsDeleted) {
     EXPECT_FALSE(list.horizontalScrollBar()->isVisible());
     list.addLine(QString(80, QLatin1Char('W')));
     EXPECT_GT(list.horizontalExtent(), small);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list.horizontalScrollBar()->isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list.horizontalScrollBar()->isVisible(); }, 60000));
     EXPECT_EQ(list.deleteLine(1), 1);
     EXPECT_EQ(list.horizontalExtent(), small);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !list.horizontalScrollBar()->isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !list.horizontalScrollBar()->isVisible(); }, 60000));
 }
 
 TEST(ScrollListBox, AnInsertThatFailsChangesNothing) {

@@ -26,7 +26,13 @@ class DragTest : public TreeListTest {
     void releaseAt(const QPoint& point) {
         QTest::mouseRelease(list_->viewport(), Qt::LeftButton, Qt::NoModifier, point);
     }
+    std::set<int> timers() const { return runningTimers(list_); }
+    void fire(int interval) { fireTimer(list_, interval); }
     static constexpr QPoint kEmpty{20, 200};
+    static constexpr int kOwnExpand = 1000; // ms
+    static constexpr int kOwnScroll = 200;
+    static constexpr int kForeignExpand = 500;
+    static constexpr int kForeignScroll = 100;
 };
 
 TEST_F(DragTest, APressOnARowArmsADragAndMovingStartsIt) {
@@ -200,24 +206,41 @@ TEST_F(DragTest, OutsideOfAllControlsADropIsRefused) {
 TEST_F(DragTest, RestingOnACollapsedRowExpandsItAndSoonerForADragFromAnotherControl) {
     CTreeListCtrl source(&window_);
     source.Create(kStyleTree, QRect(), &window_);
-    QElapsedTimer clock;
-    clock.start();
     list_->DragEnter(&source);
     list_->DragOver(&source, at(a1_, kHitText));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return a1_->isExpanded(); }, 3000));
-    EXPECT_GE(clock.elapsed(), 450);
+    EXPECT_EQ(timers(), (std::set<int>{kForeignExpand, kForeignScroll}));
+    fire(kForeignExpand);
+    EXPECT_TRUE(a1_->isExpanded());
+    EXPECT_EQ(timers(), (std::set<int>{kForeignScroll})) << "once for each row";
     list_->DragLeave(&source);
+    EXPECT_EQ(timers(), std::set<int>{}) << "both end with the drag";
+
     list_->ExpandItem(a1_, ExpandCode::Collapse);
     list_->SelectItem(b_, 0);
-    clock.restart();
     list_->DragEnter(list_);
     list_->DragOver(list_, at(a1_, kHitText));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return a1_->isExpanded(); }, 3000));
-    EXPECT_GE(clock.elapsed(), 950);
+    EXPECT_EQ(timers(), (std::set<int>{kOwnExpand, kOwnScroll}));
+    EXPECT_FALSE(a1_->isExpanded());
+    fire(kOwnExpand);
+    EXPECT_TRUE(a1_->isExpanded());
     list_->DragLeave(list_);
 }
 
-TEST_F(DragTest, AtTheLastRowInViewADragScrolls) {
+TEST_F(DragTest, AnotherRowStartsTheRestAnew) {
+    list_->SelectItem(b_, 0);
+    list_->DragEnter(list_);
+    list_->DragOver(list_, at(a1_, kHitText));
+    list_->DragOver(list_, at(a2_, kHitText));
+    fire(kOwnExpand);
+    EXPECT_FALSE(a1_->isExpanded()) << "the pointer went on to another row";
+    list_->DragOver(list_, at(a1_, kHitText));
+    EXPECT_EQ(timers().count(kOwnExpand), 1U);
+    list_->DragOver(list_, kEmpty);
+    EXPECT_EQ(timers().count(kOwnExpand), 0U) << "no row, no rest";
+    list_->DragLeave(list_);
+}
+
+TEST_F(DragTest, AtTheFirstAndTheLastRowInViewADragScrolls) {
     for (int i = 0; i < 100; ++i) {
         list_->InsertItem(QString::number(i));
     }
@@ -225,13 +248,19 @@ TEST_F(DragTest, AtTheLastRowInViewADragScrolls) {
     CTreeListItem* last = list_->GetItemAtIndex(list_->GetTopIndex() + list_->GetCountPerPage() - 1);
     list_->DragEnter(list_);
     list_->DragOver(list_, at(last, kHitText));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list_->GetTopIndex() >= 2; }, 3000));
+    EXPECT_EQ(list_->GetTopIndex(), 0) << "not before it rests there";
+    fire(kOwnScroll);
+    EXPECT_EQ(list_->GetTopIndex(), 1);
+    fire(kOwnScroll);
+    EXPECT_EQ(list_->GetTopIndex(), 2) << "the row now under the cursor is the last one again";
     list_->DragOver(list_, at(list_->GetFirstVisibleItem(), kHitText));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return list_->GetTopIndex() == 0; }, 5000));
+    fire(kOwnScroll);
+    fire(kOwnScroll);
+    EXPECT_EQ(list_->GetTopIndex(), 0);
+    fire(kOwnScroll);
+    EXPECT_EQ(list_->GetTopIndex(), 0) << "there is nothing above";
     list_->DragLeave(list_);
-    const int top = list_->GetTopIndex();
-    QTest::qWait(300);
-    EXPECT_EQ(list_->GetTopIndex(), top) << "it ends with the drag";
+    EXPECT_EQ(timers(), std::set<int>{}) << "it ends with the drag";
 }
 
 TEST_F(DragTest, ParentThatMovesTheRowsOnADropKeepsTheTreeWhole) {

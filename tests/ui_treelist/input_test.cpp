@@ -295,9 +295,17 @@ TEST_F(TreeListTest, TheTipShowsACutTextAndGoesWithThePointer) {
     auto* tip = list_->findChild<QWidget*>("Tresslib.TreeListTipCtrl");
     ASSERT_NE(tip, nullptr);
     EXPECT_FALSE(tip->isVisible()) << "only when the pointer rests";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return tip->isVisible(); }, 3000));
+    constexpr int kRest = 400; // ms
+    constexpr int kFadeStep = 25;
+    EXPECT_EQ(runningTimers(tip), std::set<int>{kRest});
+    fireTimer(tip, kRest);
+    EXPECT_TRUE(tip->isVisible());
     QTest::mouseMove(list_->viewport(), at(b_, kHitText, 1));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !tip->isVisible(); }, 3000));
+    for (int step = 0; step < 100 && tip->isVisible(); ++step) {
+        fireTimer(tip, kFadeStep);
+    }
+    EXPECT_FALSE(tip->isVisible());
+    EXPECT_EQ(runningTimers(tip), std::set<int>{});
 }
 
 } // namespace

@@ -3,10 +3,13 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <vector>
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QTest>
+#include <QTimerEvent>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -46,6 +49,27 @@ class RecordingParent : public QWidget, public TreeListParent {
     std::map<int, int> answers;
     std::function<void(const TreeListNotification&)> act;
 };
+
+// The intervals in ms of the timers that an object runs. Tests let a timer fire themselves: a clock would make them
+// depend on the machine, and the toolkit's timers may come some percent early.
+inline std::set<int> runningTimers(QObject* object) {
+    std::set<int> intervals;
+    for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(object)) {
+        intervals.insert(timer.interval);
+    }
+    return intervals;
+}
+
+inline void fireTimer(QObject* object, int interval) {
+    for (const auto& timer : QAbstractEventDispatcher::instance()->registeredTimers(object)) {
+        if (timer.interval == interval) {
+            QTimerEvent event(timer.timerId);
+            QApplication::sendEvent(object, &event);
+            return;
+        }
+    }
+    ADD_FAILURE() << "no timer of " << interval << " ms runs";
+}
 
 // Rows: a (a1 (a11), a2), b, c. Columns "Name" 200, "Value" 80, "Note" 120.
 class TreeListTest : public ::testing::Test {

@@ -30,7 +30,7 @@ expect 'real name' "$(basename "$(readlink -f "$library")")" "libfenmark-alignme
 expect 'headers' "$(cd "$prefix/include" && find . -name '*.h' | sort)" \
     "$(cd "$source/include" && find . -path './fenmark/alignment*' -name '*.h' | sort)"
 
-configure() { "$cmake" -S "$1" -B "$2" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" \
+configure() { "$cmake" -G Ninja -S "$1" -B "$2" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" \
     -DCMAKE_BUILD_TYPE=Release >"$2.log" 2>&1 || { cat "$2.log" >&2; fail "configuring $1"; }; }
 compile() { "$cmake" --build "$1" >>"$1.log" 2>&1 || { cat "$1.log" >&2; fail "building $1"; }; }
 

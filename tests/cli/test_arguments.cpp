@@ -85,6 +85,23 @@ TEST_F(ArgumentLine, HelpShowsNoConditionsOfTheParser) {
         EXPECT_EQ(help.find(condition), std::string::npos) << help;
 }
 
+TEST_F(ArgumentLine, HelpFitsATerminalOfEightyColumns) {
+    for (const char* command : {"import", "preview", "info", "station", "locate", "export", "plot"}) {
+        std::istringstream help(fenmark({command, "--help"}).out);
+        for (std::string line; std::getline(help, line);)
+            EXPECT_LE(line.size(), 80U) << command << ": " << line;
+    }
+}
+
+TEST_F(ArgumentLine, EmptyNameOfAFileIsWrongUsage) {
+    for (const std::vector<std::string>& line : std::vector<std::vector<std::string>>{
+             {"import", ""}, {"preview", ""}, {"import", file(kPoints), "--drawing", ""}}) {
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kWrongUsage);
+        EXPECT_NE(ran.err.find("is an empty name"), std::string::npos) << ran.err;
+    }
+}
+
 TEST_F(ArgumentLine, ExtensionOfAnExportSaysItsFormatOrIsWrongUsage) {
     for (const char* name : {"out.dwg", "out", "dxf", "out.svg"}) {
         const Ran ran = fenmark({"export", folder.at("d.gpkg"), folder.at(name)});

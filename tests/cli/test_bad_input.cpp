@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fenmark::cli {
@@ -81,6 +82,16 @@ TEST_F(BadInput, FolderNamedLikeAFileIsRefused) {
         const Ran ran = fenmark({command, path});
         expectOneLine(ran, path);
         EXPECT_TRUE(contains(ran.err, "folder")) << ran.err;
+    }
+}
+
+TEST_F(BadInput, PipeNamedLikeAFileIsRefusedAndNotWaitedFor) {
+    const std::string path = folder.at("pipe.sim");
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    for (const char* command : {"import", "preview"}) {
+        const Ran ran = fenmark({command, path});
+        expectOneLine(ran, path);
+        EXPECT_TRUE(contains(ran.err, "is not an ordinary file")) << ran.err;
     }
 }
 
@@ -191,7 +202,9 @@ TEST_F(BadInput, DrawingInAFolderThatCannotBeWrittenIsNotMade) {
     // A file stands where the folder should be, which no user may write into.
     file("", "no_folder");
     const std::string drawing = folder.at("no_folder/d.gpkg");
-    expectOneLine(fenmark({"import", file(kPoints), "--drawing", drawing, "--quiet"}), drawing);
+    const Ran ran = fenmark({"import", file(kPoints), "--drawing", drawing, "--quiet"});
+    expectOneLine(ran, drawing);
+    EXPECT_TRUE(contains(ran.err, "cannot be written (its folder: Not a directory)")) << ran.err;
     const std::string kernel = "/proc/fenmark.gpkg";
     if (std::filesystem::is_directory("/proc")) {
         expectOneLine(fenmark({"import", file(kPoints), "--drawing", kernel, "--quiet"}), kernel);

@@ -1,14 +1,14 @@
 // Declares the commands with their options and reads one command line.
 #include "cli/arguments.h"
 
+#include "cli/station_text.h"
 #include "command/dialog_rules.h"
 #include "sima/text/number.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
+#include <optional>
 #include <utility>
 
 namespace fenmark::cli {
@@ -16,6 +16,9 @@ namespace fenmark::cli {
 namespace {
 
 using host::embedded::PositiveRadius;
+
+constexpr std::size_t kHelpColumn = 34; // where the descriptions begin
+constexpr std::size_t kTerminalColumns = 80;
 
 // Options as they stand on the line, before they are looked at.
 struct Raw {
@@ -79,14 +82,21 @@ sima::Encoding encodingNamed(const std::string& name) {
 }
 
 double realArgument(const std::string& text, const char* what) {
-    std::string_view digits = text;
-    if (!digits.empty() && digits.front() == '+')
-        digits.remove_prefix(1);
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (error != std::errc() || end != digits.data() + digits.size() || !std::isfinite(value))
-        throw WrongUsage(std::string(what) + " is not a number of metres: '" + text + "'");
-    return value;
+    if (const std::optional<double> value = parseReal(text))
+        return *value;
+    throw WrongUsage(std::string(what) + " is not a number of metres: '" + text + "'");
+}
+
+double stationArgument(const std::string& text) {
+    if (const std::optional<double> station = parseStation(text))
+        return *station;
+    throw WrongUsage("STATION is neither a number of metres nor a station such as No.6+0.5 or 1k234.5: '" + text + "'");
+}
+
+// Whoever starts the program from a script with an unset variable should read what is missing.
+void requireName(const std::string& name, const char* what) {
+    if (name.empty())
+        throw WrongUsage(std::string(what) + " is an empty name");
 }
 
 void addImport(CLI::App& app, Raw& raw) {
@@ -165,7 +175,11 @@ void addStation(CLI::App& app, Raw& raw) {
     CLI::App* command = app.add_subcommand("station", "Find the point at a station and an offset of an alignment");
     command->add_option("DRAWING", raw.station.drawing, "Drawing to read")->required()->type_name("");
     command->add_option("ALIGNMENT", raw.station.alignment, "Name of the alignment")->required()->type_name("");
-    command->add_option("STATION", raw.stationText, "Additional distance, metres")->required()->type_name("");
+    command
+        ->add_option("STATION", raw.stationText,
+                     "Additional distance: metres, a stake (No.6+0.5) or kilometres (1k234.5)")
+        ->required()
+        ->type_name("");
     command->add_option("OFFSET", raw.offsetText, "Metres, positive to the right of travel [0]")->type_name("");
     command->add_flag("--json", raw.station.json, "Print the point as JSON");
     command->footer("Prints x (east) and y (north).\nExample:\n  fenmark station road.gpkg 中心線 120.5 -4");
@@ -204,6 +218,9 @@ void addPlot(CLI::App& app, Raw& raw) {
 
 ParsedCommand checkedImport(Raw& raw) {
     ImportArguments& a = raw.import;
+    for (const std::string& file : a.files)
+        requireName(file, "FILE");
+    requireName(a.drawing.value_or("-"), "--drawing");
     a.wanted = wantedKinds(raw);
     if (!raw.shift.empty()) {
         double metres = 0.0;
@@ -226,13 +243,14 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
     if (app.got_subcommand("import"))
         return checkedImport(raw);
     if (app.got_subcommand("preview")) {
+        requireName(raw.preview.file, "FILE");
         raw.preview.encoding = encodingNamed(raw.previewEncoding);
         return raw.preview;
     }
     if (app.got_subcommand("info"))
         return raw.info;
     if (app.got_subcommand("station")) {
-        raw.station.station = realArgument(raw.stationText, "STATION");
+        raw.station.station = stationArgument(raw.stationText);
         if (!raw.offsetText.empty())
             raw.station.offset = realArgument(raw.offsetText, "OFFSET");
         return raw.station;
@@ -245,6 +263,30 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
     if (app.got_subcommand("export"))
         return raw.exported;
     return PlotArguments{raw.plot};
+}
+
+// The text in lines that fit beside the names of the options on a terminal of 80 columns. All of it is ASCII.
+std::string folded(const std::string& text) {
+    std::string out;
+    std::size_t column = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find(' ', at), text.size());
+        const bool breaks = column > 0 && column + 1 + (end - at) > kTerminalColumns - kHelpColumn;
+        if (column > 0)
+            out += breaks ? '\n' : ' ';
+        column = (breaks || column == 0 ? 0 : column + 1) + (end - at);
+        out.append(text, at, end - at);
+        at = end + 1;
+    }
+    return out;
+}
+
+void foldHelp(CLI::App& app) {
+    for (CLI::App* command : app.get_subcommands({})) {
+        command->group("Commands");
+        for (CLI::Option* option : command->get_options())
+            option->description(folded(option->get_description()));
+    }
 }
 
 // What to say of a line that names no command.
@@ -263,14 +305,16 @@ std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& 
 ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     CLI::App app("Brings SIMA survey files into drawings and answers questions about them.", "fenmark");
     Raw raw;
-    app.set_version_flag("--version", std::string("fenmark ") + FENMARK_VERSION);
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.set_version_flag("--version", std::string("fenmark ") + FENMARK_VERSION, "Print the version and exit");
     app.require_subcommand(1);
     app.footer("Example:\n"
                "  fenmark import road.sim && fenmark plot road.gpkg road.svg\n"
                "'fenmark COMMAND --help' tells the options of a command.");
-    app.get_formatter()->column_width(34);
+    app.get_formatter()->column_width(kHelpColumn);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-    app.get_formatter()->label("Subcommands", "Commands");
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.get_formatter()->label("REQUIRED", ""); // the line of the usage tells
     addImport(app, raw);
     addPreview(app, raw);
     addInfo(app, raw);
@@ -278,6 +322,7 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     addLocate(app, raw);
     addExport(app, raw);
     addPlot(app, raw);
+    foldHelp(app);
 
     // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());

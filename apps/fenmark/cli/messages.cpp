@@ -115,9 +115,11 @@ void requireReadableSimFile(const std::string& path) {
         throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
     if (S_ISDIR(status.st_mode))
         throw Stop(kNotDone, path + ": is a folder, not a SIMA file");
+    if (!S_ISREG(status.st_mode)) // a pipe or a device would be waited for, and could not be read twice
+        throw Stop(kNotDone, path + ": is not an ordinary file");
     if (!command::isSimFile(path))
         throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
-    const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (file < 0)
         throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
     ::close(file);

@@ -58,6 +58,12 @@ struct Plan {
 // A length on the paper with two decimals, without the zeros at the end.
 std::string mm(double millimetres);
 
+// How far the base line of a text lies below the middle of its letters, millimetres. Not every viewer knows how to
+// place text by its middle.
+constexpr double baseLineBelow(double textSize) {
+    return 0.36 * textSize;
+}
+
 // "No.5" or "No.5+12.345" for stakes 20 m apart.
 std::string stakeName(double station);
 

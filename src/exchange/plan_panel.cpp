@@ -27,8 +27,8 @@ double roundStep(double wanted) {
 
 void text(std::ostream& out, double x, double y, double size, std::string_view content, const char* anchor = "start",
           const char* more = "") {
-    out << "<text x=\"" << mm(x) << "\" y=\"" << mm(y) << "\" font-size=\"" << mm(size) << "\" text-anchor=\"" << anchor
-        << '"' << more << '>' << xmlText(content) << "</text>\n";
+    out << "<text x=\"" << mm(x) << "\" y=\"" << mm(y + baseLineBelow(size)) << "\" font-size=\"" << mm(size)
+        << "\" text-anchor=\"" << anchor << '"' << more << '>' << xmlText(content) << "</text>\n";
 }
 
 void rectangle(std::ostream& out, const char* style, const Rect& rect) {
@@ -278,8 +278,8 @@ void drawGrid(const Plan& plan, std::ostream& out) {
     }
     for (long long j = firstRow; j <= lastRow; ++j) {
         const PaperPoint at = sheet.at(0.0, static_cast<double>(j) * step);
-        out << "<text class=\"gridname\" font-size=\"2\" text-anchor=\"middle\" transform=\"translate("
-            << mm(map.x - 2.2) << ' ' << mm(at.y)
+        out << "<text class=\"gridname\" font-size=\"2\" text-anchor=\"middle\" y=\"" << mm(baseLineBelow(2.0))
+            << "\" transform=\"translate(" << mm(map.x - 2.2) << ' ' << mm(at.y)
             << ") rotate(-90)\">X=" << fixedReal(static_cast<double>(j) * step, decimals) << "</text>\n";
     }
 }

@@ -11,7 +11,8 @@ constexpr double kMargin = 10.0;     // around the frame
 constexpr double kPanelWidth = 62.0; // legend and title
 constexpr double kLabelRoom = 14.0;  // left free on each side of the map for names
 constexpr int kLargestOnA3 = 2500;   // a plan of a smaller scale takes larger paper
-constexpr int kRoundScales[] = {100, 200, 250, 300, 500, 600};
+constexpr int kRoundScales[] = {10, 20, 50, 100, 200, 250, 300, 500, 600};
+constexpr int kScaleOfAPoint = 100; // what has no size fits at every scale
 constexpr int kSmallestScale = 50000000;
 
 struct Paper {
@@ -22,7 +23,9 @@ struct Paper {
 constexpr Paper kPapers[] = {{"A3", 420.0, 297.0}, {"A2", 594.0, 420.0}, {"A1", 841.0, 594.0}};
 
 int roundScaleFor(double wanted) {
-    // 100 to 600, then 1000 to 5000 and on in the steps that plans are drawn in.
+    if (!(wanted > 0.0))
+        return kScaleOfAPoint;
+    // 10 to 600, then 1000 to 5000 and on in the steps that plans are drawn in.
     for (const int scale : kRoundScales) {
         if (wanted <= scale)
             return scale;

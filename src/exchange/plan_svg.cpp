@@ -20,7 +20,7 @@ namespace {
 constexpr double kFarFromOrigin = 5000.0;
 
 constexpr char kStyle[] = R"(<style>
-text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222;dominant-baseline:central}
+text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222}
 .halo text{paint-order:stroke;stroke:#fff;stroke-width:.5;stroke-linejoin:round}
 .l{fill:none;stroke-linecap:round;stroke-linejoin:round}
 .straight{stroke:#222;stroke-width:.45}
@@ -120,10 +120,10 @@ void writeLabels(const Plan& plan, std::ostream& out) {
         if (label.anchor != Label::Anchor::Start)
             out << " text-anchor=\"" << (label.anchor == Label::Anchor::Middle ? "middle" : "end") << '"';
         if (label.angle == 0.0)
-            out << " x=\"" << mm(label.at.x) << "\" y=\"" << mm(label.at.y) << '"';
+            out << " x=\"" << mm(label.at.x) << "\" y=\"" << mm(label.at.y + baseLineBelow(label.size)) << '"';
         else
             out << " transform=\"translate(" << mm(label.at.x) << ' ' << mm(label.at.y) << ") rotate("
-                << mm(label.angle) << ")\"";
+                << mm(label.angle) << ")\" y=\"" << mm(baseLineBelow(label.size)) << '"';
         out << '>' << xmlText(label.text) << "</text>\n";
     }
     out << "</g>\n";

@@ -62,6 +62,18 @@ TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
     EXPECT_STREQ(PlanSheet(extent).format(), "A1");
 }
 
+TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {
+    host::embedded::Extent extent;
+    EXPECT_EQ(PlanSheet(extent).scale(), 100) << "nothing at all";
+    extent.add(100.0, 200.0);
+    EXPECT_EQ(PlanSheet(extent).scale(), 100);
+    EXPECT_STREQ(PlanSheet(extent).format(), "A3");
+    extent.add(103.0, 201.0);
+    EXPECT_EQ(PlanSheet(extent).scale(), 10);
+    extent.add(112.0, 201.0);
+    EXPECT_EQ(PlanSheet(extent).scale(), 50);
+}
+
 TEST(Sheet, HoldsTheWholeExtentNorthUp) {
     host::embedded::Extent extent;
     extent.add(100.0, 200.0);
@@ -79,12 +91,6 @@ TEST(Sheet, HoldsTheWholeExtentNorthUp) {
     }
     EXPECT_LT(sheet.at(100, 1500).y, sheet.at(100, 200).y);
     EXPECT_NEAR(sheet.at(300, 0).x - sheet.at(100, 0).x, sheet.paperLength(200.0), kMillimetre);
-}
-
-TEST(Sheet, OfOnePointHasTheLargestScale) {
-    host::embedded::Extent extent;
-    extent.add(5.0, 5.0);
-    EXPECT_EQ(PlanSheet(extent).scale(), 100);
 }
 
 TEST(StakeNames, CountStakesOfTwentyMetres) {
@@ -204,6 +210,18 @@ TEST_F(PlanOf, NamesAreEscaped) {
     addPoint(drawing, {10, 10, 0}, "b");
     draw();
     EXPECT_TRUE(hasText("<&\"\uFFFD>"));
+}
+
+// Viewers that do not know how to place text by its middle show it at the same place.
+TEST_F(PlanOf, TextsStandOnBaseLinesOfTheirOwn) {
+    constexpr double kHundredth = 0.0051; // millimetres: two decimals are written
+    fillSample(drawing);
+    draw();
+    EXPECT_EQ(text.find("dominant-baseline"), std::string::npos);
+    for (const pugi::xpath_node node : document.select_nodes("//text[@transform]")) {
+        const double size = node.node().attribute("font-size").as_double();
+        EXPECT_NEAR(node.node().attribute("y").as_double(), baseLineBelow(size), kHundredth);
+    }
 }
 
 TEST_F(PlanOf, EmptyDrawingSaysSo) {

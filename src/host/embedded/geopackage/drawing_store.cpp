@@ -52,6 +52,10 @@ StoreResult failed(StoreError error, const std::string& path, const std::string&
     return {error, storeMessage(error, path, detail)};
 }
 
+StoreResult failedToWrite(StoreError error, const std::string& path) {
+    return failed(error, path, error == StoreError::NotWritable ? whyNotWritable(path) : std::string());
+}
+
 // Runs what may throw inside the store.
 template <typename Action>
 StoreResult guarded(const std::string& path, Action action) {
@@ -120,7 +124,7 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing) {
     if (!drawing.entitiesLoaded())
         return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
     if (const StoreError error = checkReplaceable(path); error != StoreError::None)
-        return failed(error, path);
+        return failedToWrite(error, path);
     removeLeftovers(path);
     const TemporaryFile temporary(path);
     const StoreResult result = guarded(path, [&] {
@@ -148,7 +152,7 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing) {
     if (!hasChanges(drawing))
         return {};
     if (const StoreError error = checkWritable(path); error != StoreError::None)
-        return failed(error, path);
+        return failedToWrite(error, path);
     const StoreResult result = guarded(path, [&] {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);

@@ -97,6 +97,17 @@ StoreError checkReplaceable(const std::string& path) {
     return S_ISDIR(status.st_mode) && access(folder.c_str(), W_OK) == 0 ? StoreError::None : StoreError::NotWritable;
 }
 
+std::string whyNotWritable(const std::string& path) {
+    const std::string file = behindLinks(path);
+    if (fileExists(file) && access(file.c_str(), W_OK) != 0)
+        return std::strerror(errno);
+    const std::string folder = folderOf(file);
+    struct stat status {};
+    if (stat(folder.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))
+        return "its folder: " + std::string(std::strerror(ENOTDIR));
+    return access(folder.c_str(), W_OK) != 0 ? "its folder: " + std::string(std::strerror(errno)) : std::string();
+}
+
 bool hasJournal(const std::string& path) {
     return fileExists(behindLinks(path) + "-journal");
 }

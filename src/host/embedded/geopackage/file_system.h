@@ -14,6 +14,8 @@ StoreError checkReadable(const std::string& path);
 StoreError checkWritable(const std::string& path);
 // None if a file may be made there, or what is there is a file that may be replaced.
 StoreError checkReplaceable(const std::string& path);
+// What the system says of a file that checkWritable or checkReplaceable takes for NotWritable.
+std::string whyNotWritable(const std::string& path);
 // True if a journal lies beside the file.
 bool hasJournal(const std::string& path);
 void removeJournal(const std::string& path);

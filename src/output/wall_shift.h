@@ -1,8 +1,6 @@
 // Vertical walls: results at one station or one offset are moved apart, so that their points do not share x and y.
 #pragma once
 
-#include "sima/records/array.h"
-
 #include <span>
 
 namespace fenmark::output {
@@ -15,6 +13,6 @@ void shiftStations(std::span<double> stations, double shiftDistance);
 // centre line (0 or more) s, s + d, s + 2d, left of it s, s - d, s - 2d. A run on the left that a differing offset
 // ends has its heights turned over too, in place, so that of four heights a, b, c, d come d, c, c, a; a run at the end
 // of the list keeps its heights.
-void shiftCrossSectionWalls(sima::Array<double>& distances, sima::Array<double>& heights, double shiftDistance);
+void shiftCrossSectionWalls(std::span<double> distances, std::span<double> heights, double shiftDistance);
 
 } // namespace fenmark::output

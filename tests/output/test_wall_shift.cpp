@@ -1,9 +1,12 @@
 // Moving the results of vertical walls apart.
 #include "output/wall_shift.h"
+#include "sima/records/array.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <random>
 #include <vector>
 
 namespace fenmark {
@@ -77,6 +80,27 @@ TEST(StationShift, FollowsTheRuleOnAllShortListsOfFewValues) {
                 stations.push_back(rest % 3);
             EXPECT_EQ(shifted(stations, distance), shiftedByTheRule(stations, distance)) << code;
         }
+    }
+}
+
+// Long runs of few values, moved by distances that rounding takes wholly, from the start of a run, or not at all.
+struct LongRuns {
+    std::vector<double> values;
+    double distance;
+};
+LongRuns longRuns(std::mt19937& random) {
+    LongRuns made;
+    made.distance = std::array{0.0, 1e-20, 3e-17, 1e-16, 3e-16, 0.5}[random() % 6];
+    for (std::size_t run = 1 + random() % 4; run > 0; --run)
+        made.values.insert(made.values.end(), 1 + random() % 12, static_cast<double>(random() % 4) - 2.5);
+    return made;
+}
+
+TEST(StationShift, FollowsTheRuleOnLongRunsWhoseShiftIsLostInPart) {
+    std::mt19937 random(20240501);
+    for (int i = 0; i < 5000; ++i) {
+        const LongRuns made = longRuns(random);
+        EXPECT_EQ(shifted(made.values, made.distance), shiftedByTheRule(made.values, made.distance)) << "list " << i;
     }
 }
 
@@ -197,6 +221,41 @@ TEST(CrossSectionShift, FollowsTheRuleOnAllShortListsOfFewValues) {
             EXPECT_EQ(actual.heights, expected.heights) << code;
         }
     }
+}
+
+TEST(CrossSectionShift, FollowsTheRuleOnLongRunsWhoseShiftIsLostInPart) {
+    std::mt19937 random(20240502);
+    for (int i = 0; i < 5000; ++i) {
+        const LongRuns made = longRuns(random);
+        const Reals distances(made.values.begin(), made.values.end());
+        Reals heights;
+        for (std::size_t j = 0; j < distances.size(); ++j)
+            heights.push_back(100.0 + static_cast<double>(j));
+        const Section actual = shiftedSection(distances, heights, made.distance);
+        const Section expected = shiftedByTheRule(distances, heights, made.distance);
+        EXPECT_EQ(actual.distances, expected.distances) << "list " << i;
+        EXPECT_EQ(actual.heights, expected.heights) << "list " << i;
+    }
+}
+
+TEST(CrossSectionShift, LeftRunWhoseShiftIsLostIsTurnedOverOnceForEachOfItsRecords) {
+    const Section section = shiftedSection({-3.0, -3.0, -3.0, -3.0, -3.0, 0.0}, {1.0, 2.0, 3.0, 4.0, 5.0, 6.0}, 0.0);
+    EXPECT_EQ(section.distances, (Reals{-3.0, -3.0, -3.0, -3.0, -3.0, 0.0}));
+    EXPECT_EQ(section.heights, (Reals{5.0, 1.0, 4.0, 4.0, 4.0, 6.0}));
+}
+
+TEST(CrossSectionShift, LongRunsWhoseShiftIsLostCostNoMoreThanTheirLength) {
+    // Five thousand million steps if each record were taken for the start of a run of its own. The second distance is
+    // lost up to the middle of the run.
+    constexpr std::size_t count = 100000;
+    for (const double distance : {1e-30, 4e-21})
+        for (const double side : {-3.0, 3.0}) {
+            Reals offsets(count, side);
+            offsets.push_back(9.0);
+            const Section section = shiftedSection(offsets, Reals(count + 1, 1.0), distance);
+            EXPECT_EQ(section.distances[1], side);
+            EXPECT_EQ(section.distances.back(), 9.0);
+        }
 }
 
 } // namespace

@@ -141,6 +141,28 @@ TEST_F(DrawingStoreTest, WhatWasUndoneGoesFromTheDisk) {
     EXPECT_EQ(next.asUint64(), undoneTo + 1) << "identifiers are not given twice";
 }
 
+TEST_F(DrawingStoreTest, WhatWasTakenBackAndPutBackIsOnTheDiskAgain) {
+    saveSmall();
+    const Drawing::Mark mark = drawing_.mark();
+    addSmallImport(drawing_, 1);
+    drawing_.setZone(7);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::string full = describe(drawing_);
+    // Without a save in between, the file holds it still.
+    Drawing::Removed removed = drawing_.takeBack(mark);
+    EXPECT_TRUE(store_.hasChanges(drawing_));
+    ASSERT_TRUE(drawing_.putBack(std::move(removed)));
+    EXPECT_FALSE(store_.hasChanges(drawing_));
+    EXPECT_EQ(describe(opened(path_)), full);
+    // With one, it is written again.
+    removed = drawing_.takeBack(mark);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    ASSERT_TRUE(drawing_.putBack(std::move(removed)));
+    EXPECT_TRUE(store_.hasChanges(drawing_));
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), full);
+}
+
 TEST_F(DrawingStoreTest, IdentifiersAreNotGivenAgainAfterReopening) {
     saveSmall();
     const Drawing::Mark mark = drawing_.mark();

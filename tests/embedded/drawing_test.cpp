@@ -65,6 +65,50 @@ TEST(Drawing, ComesBackToAMark) {
     }
 }
 
+TEST(Drawing, TakesBackWhatARollbackRemoved) {
+    for (const int more : {1, 5000}) { // within the blocks that it is kept in, and over several of them
+        Drawing drawing;
+        addSmallImport(drawing, 1);
+        const std::string before = describe(drawing);
+        const Drawing::Mark mark = drawing.mark();
+        for (int i = 0; i < more; ++i)
+            addSmallImport(drawing, i);
+        drawing.setCurrentLayer(*drawing.findLayer(drawing.addLayer("新")));
+        drawing.setZone(7);
+        const std::string after = describe(drawing);
+        const Drawing::Mark full = drawing.mark();
+        for (int round = 0; round < 2; ++round) {
+            Drawing::Removed removed = drawing.takeBack(mark);
+            EXPECT_EQ(describe(drawing), before);
+            ASSERT_TRUE(drawing.putBack(std::move(removed)));
+            EXPECT_EQ(describe(drawing), after);
+            EXPECT_EQ(drawing.mark(), full);
+        }
+        EXPECT_EQ(drawing.geometry(0).endStation(), drawing.alignment(0).length() + drawing.alignment(0).startStation);
+        EXPECT_EQ(drawing.addPoint({}, 0).asUint64(), full.lastId + 1);
+    }
+}
+
+TEST(Drawing, TakesNothingBackIntoAnotherState) {
+    Drawing drawing;
+    addSmallImport(drawing, 1);
+    const Drawing::Mark mark = drawing.mark();
+    addSmallImport(drawing, 2);
+    Drawing::Removed removed = drawing.takeBack(mark);
+    drawing.addPoint({1, 2, 3}, 0);
+    const std::string changed = describe(drawing);
+    EXPECT_FALSE(drawing.putBack(std::move(removed)));
+    EXPECT_EQ(describe(drawing), changed);
+    // Not even if the change was undone: its identifiers were given out.
+    Drawing other;
+    addSmallImport(other, 1);
+    Drawing::Removed gone = other.takeBack(other.mark());
+    const Drawing::Mark empty = other.mark();
+    other.addPoint({1, 2, 3}, 0);
+    other.rollback(empty);
+    EXPECT_FALSE(other.putBack(std::move(gone)));
+}
+
 TEST(Drawing, ALightweightPolylineLiesInThePlane) {
     Drawing drawing;
     const std::vector<MdGePoint3d> vertices = {{1, 2, 3}, {4, 5, 6}};

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <span>
 #include <type_traits>
@@ -20,6 +21,24 @@ class ChunkedArray {
     struct Mark {
         std::size_t blocks = 0;
         std::size_t used = 0;
+
+        friend bool operator==(const Mark&, const Mark&) = default;
+    };
+
+  private:
+    struct Block {
+        std::unique_ptr<T[]> values;
+        std::size_t capacity = 0;
+        std::size_t used = 0; // once another block stands behind it
+    };
+
+  public:
+    // What a rollback took away. Good for the state that the rollback left, and no other.
+    class Tail {
+        friend class ChunkedArray;
+        std::vector<T> rest; // of the block that the mark lies in
+        std::vector<Block> blocks;
+        std::size_t used = 0; // of the last of them, or of the rest
     };
 
     // Room for a run, to be filled by the caller; the position of its first value.
@@ -53,15 +72,35 @@ class ChunkedArray {
         blocks_.resize(mark.blocks);
         used_ = mark.used;
     }
+    // The same, and hands out what was dropped.
+    Tail cut(const Mark& mark) {
+        Tail tail;
+        tail.used = used_;
+        if (mark.blocks > 0) {
+            const Block& shared = blocks_[mark.blocks - 1];
+            const std::size_t end = blocks_.size() > mark.blocks ? shared.used : used_;
+            tail.rest.assign(shared.values.get() + mark.used, shared.values.get() + end);
+        }
+        tail.blocks.assign(std::make_move_iterator(blocks_.begin() + static_cast<std::ptrdiff_t>(mark.blocks)),
+                           std::make_move_iterator(blocks_.end()));
+        rollback(mark);
+        return tail;
+    }
+    // Puts back what was cut off last.
+    void restore(Tail&& tail) {
+        if (!tail.rest.empty())
+            append(tail.rest);
+        if (!blocks_.empty())
+            blocks_.back().used = used_;
+        std::move(tail.blocks.begin(), tail.blocks.end(), std::back_inserter(blocks_));
+        used_ = tail.used;
+    }
 
   private:
-    struct Block {
-        std::unique_ptr<T[]> values;
-        std::size_t capacity = 0;
-    };
-
     void open(std::size_t capacity) {
-        blocks_.push_back({std::make_unique_for_overwrite<T[]>(capacity), capacity});
+        if (!blocks_.empty())
+            blocks_.back().used = used_;
+        blocks_.push_back({std::make_unique_for_overwrite<T[]>(capacity), capacity, 0});
         used_ = 0;
     }
 

@@ -2,6 +2,7 @@
 #include "host/embedded/drawing.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -26,6 +27,20 @@ std::optional<std::size_t> findId(const Items& items, MdDbObjectId id) {
     if (found == items.end() || found->id != id)
         return std::nullopt;
     return static_cast<std::size_t>(found - items.begin());
+}
+
+// Takes the items behind the first ones off the list.
+template <typename Item>
+std::vector<Item> cutItems(std::vector<Item>& items, std::size_t left) {
+    const auto from = items.begin() + static_cast<std::ptrdiff_t>(left);
+    std::vector<Item> cut(std::make_move_iterator(from), std::make_move_iterator(items.end()));
+    items.erase(from, items.end());
+    return cut;
+}
+
+template <typename Item>
+void putItems(std::vector<Item>& items, std::vector<Item>&& more) {
+    items.insert(items.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
 } // namespace
@@ -319,15 +334,23 @@ Drawing::Mark Drawing::mark() const {
 }
 
 void Drawing::rollback(const Mark& mark) {
-    layers_.resize(mark.layers);
-    sites_.resize(mark.sites);
-    tables_.resize(mark.tables);
-    alignments_.resize(mark.alignments);
+    takeBack(mark);
+}
+
+Drawing::Removed Drawing::takeBack(const Mark& mark) {
+    Removed removed;
+    removed.firstId = mark.lastId;
+    removed.full = this->mark();
+    removed.unsavedFull = unsaved_;
+    removed.layers = cutItems(layers_, mark.layers);
+    removed.sites = cutItems(sites_, mark.sites);
+    removed.tables = cutItems(tables_, mark.tables);
+    removed.alignments = cutItems(alignments_, mark.alignments);
     entities_ = mark.entities;
-    records_.rollback(mark.records);
-    vertices_.rollback(mark.vertices);
-    rows_.rollback(mark.rows);
-    texts_.rollback(mark.texts);
+    removed.records = records_.cut(mark.records);
+    removed.vertices = vertices_.cut(mark.vertices);
+    removed.rows = rows_.cut(mark.rows);
+    removed.texts = texts_.cut(mark.texts);
     extent_ = mark.extent;
     if (currentLayer_ != mark.currentLayer)
         setCurrentLayer(mark.currentLayer);
@@ -335,6 +358,35 @@ void Drawing::rollback(const Mark& mark) {
         setZone(mark.zone);
     unsaved_.entities = std::min(unsaved_.entities, mark.lastId);
     unsaved_.others = std::min(unsaved_.others, mark.lastId);
+    removed.left = this->mark();
+    removed.unsavedLeft = unsaved_;
+    return removed;
+}
+
+bool Drawing::putBack(Removed&& removed) {
+    if (mark() != removed.left)
+        return false;
+    // If the drawing was saved meanwhile, all that comes back differs from the store.
+    if (unsaved_ == removed.unsavedLeft) {
+        unsaved_ = removed.unsavedFull;
+    } else {
+        unsaved_.entities = std::min(unsaved_.entities, removed.firstId);
+        unsaved_.others = std::min(unsaved_.others, removed.firstId);
+        unsaved_.settings = true;
+    }
+    putItems(layers_, std::move(removed.layers));
+    putItems(sites_, std::move(removed.sites));
+    putItems(tables_, std::move(removed.tables));
+    putItems(alignments_, std::move(removed.alignments));
+    entities_ = removed.full.entities;
+    records_.restore(std::move(removed.records));
+    vertices_.restore(std::move(removed.vertices));
+    rows_.restore(std::move(removed.rows));
+    texts_.restore(std::move(removed.texts));
+    extent_ = removed.full.extent;
+    currentLayer_ = removed.full.currentLayer;
+    zone_ = removed.full.zone;
+    return true;
 }
 
 } // namespace fenmark::host::embedded

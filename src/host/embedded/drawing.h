@@ -87,12 +87,16 @@ struct Extent {
     bool empty() const { return !(minX <= maxX); }
     void add(double x, double y);
     void add(const Extent& other);
+
+    friend bool operator==(const Extent&, const Extent&) = default;
 };
 
 class Drawing {
   public:
     // A state to come back to. Imports only append, so a mark is a few counts.
     struct Mark;
+    // What went when the drawing came back to a mark.
+    struct Removed;
 
     // A new drawing: layer "0", which is current; no site.
     Drawing();
@@ -151,6 +155,10 @@ class Drawing {
     Mark mark() const;
     // Removes all that was made after the mark. Identifiers that were given out are not given again.
     void rollback(const Mark& mark);
+    // The same, and hands out what went, to be put back.
+    Removed takeBack(const Mark& mark);
+    // Puts it back under its identifiers. False, with nothing changed, if the drawing was changed since.
+    bool putBack(Removed&& removed);
     std::uint64_t lastId() const { return lastId_; }
 
     // False if points and polylines were left in the store when the drawing was opened to append to it.
@@ -189,6 +197,8 @@ class Drawing {
         std::uint64_t entities = 0;
         std::uint64_t others = 0;
         bool settings = true;
+
+        friend bool operator==(const Unsaved&, const Unsaved&) = default;
     };
 
     MdDbObjectId nextId() { return MdDbObjectId(++lastId_); }
@@ -231,6 +241,24 @@ struct Drawing::Mark {
     std::size_t currentLayer = 0;
     int zone = 0;
     std::uint64_t lastId = 0;
+
+    friend bool operator==(const Mark&, const Mark&) = default;
+};
+
+struct Drawing::Removed {
+    Mark left;                 // the drawing without what went
+    Mark full;                 // and with it
+    std::uint64_t firstId = 0; // what went has identifiers beyond this one
+    Unsaved unsavedLeft;
+    Unsaved unsavedFull;
+    std::vector<Layer> layers;
+    std::vector<Site> sites;
+    std::vector<ObjectDataTable> tables;
+    std::vector<StoredAlignment> alignments;
+    ChunkedArray<EntityRecord, Drawing::kRecordBlock>::Tail records;
+    ChunkedArray<MdGePoint3d>::Tail vertices;
+    ChunkedArray<RowRecord, kRecordBlock>::Tail rows;
+    TextPool::Tail texts;
 };
 
 } // namespace fenmark::host::embedded

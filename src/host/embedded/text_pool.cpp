@@ -100,9 +100,9 @@ std::string_view TextPool::view(Handle handle) const {
     }
 }
 
-void TextPool::rollback(const Mark& mark) {
-    bytes_.rollback(mark.bytes);
+TextPool::Tail TextPool::cut(const Mark& mark) {
     remembered_.fill(false);
+    return bytes_.cut(mark.bytes);
 }
 
 } // namespace fenmark::host::embedded

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace fenmark::host::embedded {
 
@@ -20,13 +21,19 @@ class TextPool {
     using Handle = std::uint64_t;
     struct Mark {
         ChunkedArray<char, 65536>::Mark bytes;
+
+        friend bool operator==(const Mark&, const Mark&) = default;
     };
+    using Tail = ChunkedArray<char, 65536>::Tail;
 
     Handle add(std::string_view text);
     std::string_view view(Handle handle) const;
 
     Mark mark() const { return {bytes_.mark()}; }
-    void rollback(const Mark& mark);
+    void rollback(const Mark& mark) { cut(mark); }
+    // As of a chunked array.
+    Tail cut(const Mark& mark);
+    void restore(Tail&& tail) { bytes_.restore(std::move(tail)); }
 
   private:
     static constexpr std::size_t kRecent = 256; // texts remembered, by hash

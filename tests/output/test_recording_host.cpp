@@ -147,6 +147,17 @@ TEST(RecordedChains, ClothoidWithoutAPiContinuesTheElementBefore) {
     EXPECT_NEAR(chain.last().startAngle, std::numbers::pi / 4, kPointTolerance);
 }
 
+TEST(RecordedChains, ElementsOfNoPlanLengthTakeTheDirectionOfTheElementBefore) {
+    RecordedChain chain;
+    const MdGePoint3d joint{200.0, 200.0, 0.0};
+    chain.addLine({100.0, 100.0, 0.0}, joint);
+    ASSERT_EQ(chain.addLine(joint, joint), 0);
+    ASSERT_EQ(chain.addArc(joint, joint, 50.0, 0), 0);
+    ASSERT_EQ(chain.addSpiral(3, joint, {}, kInfinity, 200.0, 50.0, 0, 1), 0);
+    for (const host::RecordedElement& element : chain.elements())
+        EXPECT_NEAR(element.startAngle, std::numbers::pi / 4, kPointTolerance) << element.type;
+}
+
 TEST(RecordedChains, RefuseWhatCannotBeLaid) {
     RecordedChain chain;
     chain.addLine({0.0, 0.0, 0.0}, {10.0, 0.0, 0.0});

@@ -76,7 +76,7 @@ std::int32_t RecordedChain::addLine(const MdGePoint3d& start, const MdGePoint3d&
     element.end = end;
     element.laidEnd = {end.x, end.y};
     element.laidLength = planDistance(start, end);
-    element.startAngle = element.endAngle = mdutAngle(start, end);
+    element.startAngle = element.endAngle = directionOf(start, end);
     add(element);
     return 0;
 }
@@ -84,7 +84,7 @@ std::int32_t RecordedChain::addLine(const MdGePoint3d& start, const MdGePoint3d&
 std::int32_t RecordedChain::addArc(const MdGePoint3d& start, const MdGePoint3d& end, double radius,
                                    std::int16_t direction) {
     const double chord = planDistance(start, end);
-    if (!(radius > 0.0) || !(chord > 0.0) || !(chord <= 2.0 * radius * (1.0 + kChordTolerance)))
+    if (!(radius > 0.0) || !(chord <= 2.0 * radius * (1.0 + kChordTolerance)))
         return kRefused;
     RecordedElement element;
     element.type = 'R';
@@ -95,7 +95,7 @@ std::int32_t RecordedChain::addArc(const MdGePoint3d& start, const MdGePoint3d& 
     element.laidEnd = {end.x, end.y};
     const double halfSweep = std::asin(std::min(1.0, chord / (2.0 * radius)));
     const double sign = turnSign(direction);
-    const double chordAngle = mdutAngle(start, end);
+    const double chordAngle = directionOf(start, end);
     element.laidLength = 2.0 * halfSweep * radius;
     element.startAngle = chordAngle - sign * halfSweep;
     element.endAngle = chordAngle + sign * halfSweep;
@@ -162,6 +162,12 @@ bool RecordedChain::pointAt(double distance, double offset, PlanPoint& point) co
         advance({element.start.x, element.start.y, element.startAngle}, element.startCurvature, rateOf(element), along);
     point = {pose.x + offset * std::sin(pose.angle), pose.y - offset * std::cos(pose.angle)};
     return true;
+}
+
+double RecordedChain::directionOf(const MdGePoint3d& start, const MdGePoint3d& end) const {
+    if (planDistance(start, end) > 0.0)
+        return mdutAngle(start, end);
+    return elements_.empty() ? 0.0 : last().endAngle;
 }
 
 void RecordedChain::add(RecordedElement element) {

@@ -56,6 +56,8 @@ class RecordedChain {
 
   private:
     void add(RecordedElement element);
+    // From start to end; the end tangent of the element before where they are one point of the plan.
+    double directionOf(const MdGePoint3d& start, const MdGePoint3d& end) const;
 
     std::vector<RecordedElement> elements_;
     std::vector<double> ends_; // length of the chain up to the end of each element

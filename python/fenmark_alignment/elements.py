@@ -13,7 +13,6 @@ from .records import Element
 
 LEFT, RIGHT = 1, -1
 STRAIGHT, ARC, CLOTHOID = 1, 2, 3
-LENGTH_ROUNDING = 5e-5  # metres by which a stored length and rounded end points may disagree
 
 
 class Position(NamedTuple):
@@ -84,13 +83,7 @@ class _Built(Element):
         if station < 0.0:
             raise AlignmentError("ali_onl", -1, "the station lies before the start")
         out, azimuth = point(), ctypes.c_double()
-        try:
-            call("ali_onl", self, station, out, ctypes.byref(azimuth))
-        except AlignmentError:
-            # The end points of an arc are rounded, so it may come out shorter than its stored length.
-            if abs(station - self.len) <= LENGTH_ROUNDING:
-                return Position(self.ex, self.ey, self.eang)
-            raise
+        call("ali_onl", self, station, out, ctypes.byref(azimuth))
         return Position(out[0], out[1], azimuth.value)
 
     def offset_at(self, station, offset):

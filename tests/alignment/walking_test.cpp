@@ -12,7 +12,57 @@ namespace {
 
 constexpr double untouched = 12345.0;
 
+// Ends and centre rounded when the element was laid and again when it was moved, metres.
+constexpr double moved_rounding = 5e-5;
+
+// The station len is on the element, at its end; a millimetre on is not.
+void expectEndAtItsLength(const Calelm& rec) {
+    double p[2] = {untouched, untouched};
+    double t = untouched;
+    ASSERT_EQ(ali_onl(&rec, rec.len, p, &t), 0) << exact::describe(rec);
+    EXPECT_NEAR(p[0], rec.ex, moved_rounding) << exact::describe(rec);
+    EXPECT_NEAR(p[1], rec.ey, moved_rounding) << exact::describe(rec);
+    EXPECT_EQ(ali_onl(&rec, rec.len + 0.001, p, &t), -1) << exact::describe(rec);
+}
+
 } // namespace
+
+TEST(OnElement, TheStoredLengthIsOnItHoweverItWasLaidOrMoved) {
+    Random random(56007);
+    SCOPED_TRACE(random.trace());
+    for (const Place place : places) {
+        for (int i = 0; i < 2000; ++i) {
+            const Calelm rec = i % 4 == 0 ? randomStraight(random, place) : randomArc(random, place, 6.0);
+            expectEndAtItsLength(rec);
+            if (rec.type == ALI_ARC) {
+                Calelm from_end = rec;
+                ASSERT_EQ(ali_makangR(&from_end, 2), 0);
+                expectEndAtItsLength(from_end);
+            }
+            Calelm moved{};
+            ASSERT_EQ(ali_pmov(&rec, random.between(-300.0, 300.0), random.between(0.01, 6.27), &moved), 0);
+            expectEndAtItsLength(moved);
+            const double pivot[2] = {place.x + random.between(-300.0, 300.0), place.y};
+            ASSERT_EQ(ali_tmov(&rec, pivot, random.between(-3.0, 3.0), &moved), 0);
+            expectEndAtItsLength(moved);
+        }
+    }
+}
+
+TEST(OnElement, AStoredLengthThatIsNotThatOfTheEndsProlongsNothing) {
+    Calelm line = straightRecord(0.0, 0.0, 100.0, 0.0);
+    Calelm arc = arcFrom(0.0, 0.0, 1.0, -1.0, 100.0, 60.0);
+    double p[2];
+    double t = 0.0;
+    for (Calelm* rec : {&line, &arc}) {
+        const double length = rec->len;
+        for (const double stored : {length + 1.0, length + 1e-4, 0.0, infinity, not_a_number}) {
+            rec->len = stored;
+            EXPECT_EQ(ali_onl(rec, length, p, &t), 0) << stored;
+            EXPECT_EQ(ali_onl(rec, length + 9e-5, p, &t), -1) << stored;
+        }
+    }
+}
 
 TEST(OnStraight, TheEndIsOnItAndAMillimetreBeyondIsNot) {
     Random random(56001);

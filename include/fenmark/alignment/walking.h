@@ -19,13 +19,17 @@ FENMARK_ALIGNMENT_API int ali_onl(const Calelm* rec, double s, double point[2], 
 
 /**
  * On a straight: point rounded to 1e-5, tangent to 1.389e-6.
- * @return 0; -1, nothing written, for equal ends, s < 0, or s beyond the chord by more than 1e-5
+ * @return 0; -1, nothing written, for equal ends, s < 0, or s beyond the chord by more than 1e-5. A stored len that
+ *         exceeds the chord by rounding alone (5e-5 after a move) is on the straight
  */
 FENMARK_ALIGNMENT_API int ali_onlS(const Calelm* rec, double s, double point[2], double* tangent);
 
 /**
  * On an arc: point rounded to 1e-5, tangent to 1.389e-6. A negative s is not refused and lies before the start.
- * @return 0; -1 when the radius rounds to 0 or less, or s is beyond the arc. The outputs are not to be used then
+ * The arc runs from its start to its end about its centre in the sense of dir. The ends are rounded, and so this length
+ * may differ from len by up to 5e-5; the longer of the two counts.
+ * @return 0; -1 when the radius rounds to 0 or less, or s, rounded to 1e-5, is beyond that length. The outputs are not
+ *         to be used then
  */
 FENMARK_ALIGNMENT_API int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent);
 

@@ -7,11 +7,17 @@
 #include "alignment/calelm/rounding.h"
 #include "alignment/walking/laid_clothoid.h"
 #include "fenmark/alignment/clothoid.h"
+#include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/walking.h"
 
 using namespace fenmark::alignment;
 
 namespace {
+
+// Where stations end: at the length between the ends, or at the stored one where rounding alone made it longer.
+double lastStation(double between_ends, double stored) {
+    return stored > between_ends && stored <= between_ends + kStoredLengthSlack ? stored : between_ends;
+}
 
 // Gives out a rounded point with its tangent; -1 when the coordinates are beyond what can be rounded.
 int writeRounded(Point on_survey, double tangent_calc, double point[2], double* tangent) {
@@ -55,9 +61,11 @@ int ali_onl(const Calelm* rec, double s, double point[2], double* tangent) {
 int ali_onlS(const Calelm* rec, double s, double point[2], double* tangent) {
     const double p_calc[2] = {rec->sx, -rec->sy};
     const double q_calc[2] = {rec->ex, -rec->ey};
+    const double chord = ali_CDist2P(p_calc, q_calc);
+    const int limit = s <= lastStation(chord, rec->len) ? 0 : 1;
     double on_calc[2];
     double angle_calc = 0.0;
-    const int status = ali_KGetPnt(p_calc, q_calc, s, 1, on_calc, &angle_calc);
+    const int status = ali_KGetPnt(p_calc, q_calc, s, limit, on_calc, &angle_calc);
     if (status != 0) {
         return status;
     }
@@ -76,7 +84,8 @@ int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent) {
     double total = 0.0;
     ali_KEnPncl(rec->dir, R, origin, start_calc, end_calc, &total);
     const double theta = s / R;
-    if (roundAngle(theta) > roundAngle(kTwoPi) || !(roundLength(s) <= roundLength(total))) {
+    const double last = lastStation(total, rec->len);
+    if (roundAngle(theta) > roundAngle(kTwoPi) || !(roundLength(s) <= roundLength(last))) {
         return -1;
     }
     double on_calc[2];

@@ -377,7 +377,7 @@ AutomationObject* MirdanGetIDispatch(bool addReference) {
 }
 
 std::unique_ptr<SafeArray> createSafeArray(std::int32_t lowerBound, std::size_t count) {
-    if (fenmark::scripted::current().noArrays)
+    if (fenmark::scripted::current().arraysLeft-- <= 0)
         return nullptr;
     return std::make_unique<SafeArray>(lowerBound, count);
 }

@@ -81,7 +81,7 @@ class Host {
     int missingAt = 0;      // the step that says success and gives no object
     std::string failCall;   // every step whose text begins so fails
     bool noHeap = false;    // the heap is full
-    bool noArrays = false;  // safe arrays cannot be made
+    int arraysLeft = 1000;  // safe arrays that can still be made
     bool noDrawing = false; // no drawing is open
 
     // ---- what happened ----

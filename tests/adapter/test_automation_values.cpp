@@ -30,7 +30,7 @@ TEST(AutomationValues, PointIsASafeArrayOfThreeRealsFromZero) {
 
 TEST(AutomationValues, ArrayThatCannotBeMadeRaisesFailure) {
     scripted::Host host;
-    host.noArrays = true;
+    host.arraysLeft = 0;
     try {
         host::pointVariant({});
         FAIL() << "nothing was raised";

@@ -123,16 +123,25 @@ TEST_F(CreateAlignment, LeadingClothoidRaisesInvalidArgumentBehindItsAuxiliaryLi
     // TearDown finds every object released.
 }
 
+// Two arrays an element: whichever cannot be made, the failure passes through everything and nothing stays held.
 TEST_F(CreateAlignment, SafeArrayThatCannotBeMadeRaisesThroughEverything) {
-    host.noArrays = true;
-    Elements elements = mixedChain();
-    try {
-        create(elements);
-        FAIL() << "nothing was raised";
-    } catch (const host::AutomationError& error) {
-        EXPECT_EQ(static_cast<std::uint32_t>(error.status()), 0x80004005U);
+    const int arrays = 2 * static_cast<int>(mixedChain().size());
+    for (int made = 0; made < arrays; ++made) {
+        host.arraysLeft = made;
+        host.alignments.clear();
+        Elements elements = mixedChain();
+        try {
+            create(elements);
+            ADD_FAILURE() << "nothing was raised after " << made << " arrays";
+        } catch (const host::AutomationError& error) {
+            EXPECT_EQ(static_cast<std::uint32_t>(error.status()), 0x80004005U);
+        }
+        ASSERT_EQ(host.alignments.size(), 1U) << "the half-made alignment stays";
+        EXPECT_EQ(host.alignments[0].elements.size(), static_cast<std::size_t>(made / 2));
+        utility.reset();
+        EXPECT_TRUE(host.unbalanced().empty()) << "after " << made << " arrays: " << host.unbalanced().front();
+        connect();
     }
-    EXPECT_EQ(host.alignments.size(), 1U);
 }
 
 // Every step fails once. Those that are tested give a null identifier, the others change nothing in the result; in all

@@ -276,6 +276,19 @@ TEST(PreciseClothoid, GivesTheReferenceValues) {
     }
 }
 
+TEST(PreciseClothoid, HoldsFarBeyondRealElements) {
+    // Integrals of cos and sin of u^2 / 2 from 0 to sqrt(2 tau), 30 digits of mpmath.quad, cut to 12.
+    constexpr Reference far[] = {{8.0, 1.13313195878, 0.907513419953}, {25.0, 0.864744593978, 0.746587778835}};
+    for (const Reference& r : far) {
+        double v[13];
+        ASSERT_EQ(clothoidElements(1.0, r.tau, v), 0);
+        EXPECT_NEAR(v[4], r.x, 1e-8) << r.tau;
+        EXPECT_NEAR(v[5], r.y, 1e-8) << r.tau;
+    }
+    double v[13];
+    EXPECT_EQ(clothoidElements(1.0, 30.0, v), 0);
+}
+
 TEST(PreciseClothoid, ItsValuesHangTogether) {
     const double A = 80.0;
     const double tau = 0.7;
@@ -317,6 +330,7 @@ TEST(PreciseClothoid, RefusesWhatIsNoClothoidAndWritesNothing) {
     EXPECT_EQ(clothoidElements(100.0, not_a_number, v), -1);
     EXPECT_EQ(clothoidElements(100.0, infinity, v), -1);
     EXPECT_EQ(clothoidElements(infinity, 0.5, v), -1);
+    EXPECT_EQ(clothoidElements(100.0, std::nextafter(30.0, 31.0), v), -1);
     for (const double value : v) {
         EXPECT_EQ(value, 9.0);
     }

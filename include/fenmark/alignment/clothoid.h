@@ -69,7 +69,9 @@ FENMARK_ALIGNMENT_API int CDchkAR(double A, double R);
  * [7] long tangent X + Y tan tau; [8] tangent length X - Y / tan tau; [9] short tangent Y / sin tau, 0 when tau < 1e-8
  * ([8] is then X); [10] Y / cos tau; [11] shift dR; [12] Xm.
  *
- * @return 0; -1, nothing written, when A <= 0 or tau < 0, or when a value is not finite or tau is beyond 50
+ * Good to 1e-8 of A up to 25 rad; above, the terms of the series cancel, and beyond 30 rad it is refused.
+ *
+ * @return 0; -1, nothing written, when A <= 0 or tau < 0, or when a value is not finite or tau is beyond 30
  */
 FENMARK_ALIGNMENT_API int clothoidElements(double A, double tau, double values[13]);
 

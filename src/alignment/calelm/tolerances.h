@@ -77,7 +77,7 @@ inline constexpr double kSmallestRadiusRatio = 0.56;
 // Bounds that lie far beyond any real element. They end what bad input would keep going for ever.
 // Passes of the clothoid series: a real element (R > 0.56 A) takes fewer than 12.
 inline constexpr int kSeriesPasses = 400;
-// Largest tangent angle of the high-precision series; its terms cancel beyond use above this.
+// Largest tangent angle of the high-precision series: its terms cancel, which costs 1e-9 of A at 25 and 3e-5 here.
 inline constexpr double kLargestPreciseTau = 30.0;
 // Turns that ali_KAdjAng takes off one by one.
 inline constexpr int kSingleTurns = 64;

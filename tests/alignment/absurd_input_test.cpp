@@ -1,8 +1,6 @@
-// Values that are not numbers, infinite, huge, tiny and negative, in every place: each call ends, in time, with a
-// status.
+// Values that are not numbers, infinite, huge, tiny and negative, in every place: each call ends with a status. A hang is
+// the runner's to tell, which stops a test that goes on for ever.
 #include "support_alignment.h"
-
-#include <chrono>
 
 using namespace fenmark::alignment_test;
 
@@ -60,7 +58,6 @@ void walk(const Calelm& rec, const Calelm& other) {
 } // namespace
 
 TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
-    const auto begin = std::chrono::steady_clock::now();
     const Calelm good[3] = {straightRecord(0.0, 0.0, 100.0, 50.0), arcFrom(0.0, 10.0, 0.5, 1.0, 80.0, 60.0),
                             clothoidFrom(5.0, 0.0, 0.4, -1.0, 100.0, 0.0, 120.0)};
     for (const Calelm& rec : good) {
@@ -81,8 +78,6 @@ TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
             }
         }
     }
-    // A hang would show here; a real run takes well below a second.
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::minutes(5));
 }
 
 TEST(AbsurdInput, TheSeriesEndsForEveryAngle) {

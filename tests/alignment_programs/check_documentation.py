@@ -2,15 +2,17 @@
 
 Also: the program in docs/alignment.md is the example, its CMake lines are the example's, and no link or picture is dead.
 
-With a C compiler given, every short example of the pages must compile.
+With a C compiler given, every short example of the pages must compile; with the library given too, the program printed in
+the public header is built and run.
 
-check_documentation.py SOURCE_TREE [C_COMPILER]
+check_documentation.py SOURCE_TREE [C_COMPILER [LIBRARY]]
 """
 
 import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 root = pathlib.Path(sys.argv[1])
 errors = []
@@ -82,6 +84,34 @@ if len(sys.argv) > 2:
             done = subprocess.run(command, input=program, capture_output=True, text=True)
             if done.returncode != 0:
                 errors.append(f"{page.name}: an example does not compile\n{done.stderr}")
+
+def run_header_example(compiler, library):
+    """Builds and runs the program in fenmark/alignment.h; returns what is wrong with it."""
+    printed = re.search(r"^ \* @code\{\.c\}\n(.*?)^ \* @endcode", read("include/fenmark/alignment.h"), flags=re.S | re.M)
+    program = re.sub(r"^ \* ?", "", printed.group(1), flags=re.M)
+    with tempfile.TemporaryDirectory() as folder:
+        built = f"{folder}/example"
+        command = [compiler, "-std=c99", "-Wall", "-Wextra", "-Wpedantic", "-Werror", f"-I{root}/include", "-xc", "-",
+                   "-xnone", str(library), f"-Wl,-rpath,{library.parent}", "-o", built]  # fmt: skip
+        done = subprocess.run(command, input=program, capture_output=True, text=True)
+        if done.returncode != 0:
+            return [f"alignment.h: its example does not build\n{done.stderr}"]
+        done = subprocess.run([built], capture_output=True, text=True)
+    lines = done.stdout.splitlines()
+    # A stake every 10 m of the 64 m of A = 80 to R = 100, from the azimuth 0.5, and the measured point.
+    stakes = [re.fullmatch(r" *(\S+)  x (\S+)  y (\S+)  azimuth (\S+)", line) for line in lines[:-1]]
+    if done.returncode != 0 or len(stakes) != 7 or not all(stakes) or not re.match(r"station \S+, \S+ m off$", lines[-1]):
+        return [f"alignment.h: its example prints\n{done.stdout}{done.stderr}"]
+    wrong = []
+    for stake in stakes:
+        s, x, y, azimuth = map(float, stake.groups())
+        if abs(azimuth - (0.5 + s * s / (2.0 * 80.0**2))) > 1e-6:
+            wrong.append(f"alignment.h: its example tells the azimuth {azimuth} at {s}")
+    return wrong
+
+
+if len(sys.argv) > 3:
+    errors += run_header_example(sys.argv[2], pathlib.Path(sys.argv[3]))
 
 print("\n".join(errors) or f"{len(declared)} functions documented on {len(pages)} pages")
 sys.exit(1 if errors else 0)

@@ -293,6 +293,17 @@ TEST(ProgressWindow, FollowsTheReadingAndGoesAtItsEnd) {
     EXPECT_EQ(pass.result, 0);
 }
 
+TEST(Passes, LeaveNoElementOfARouteThatAnExceptionEnded) {
+    const TempFolder folder;
+    const std::string points(test::kThreePoints);
+    SimaReader reader;
+    EXPECT_THROW(reader.fullRead(folder.write("a.sim", points + "F00,1,1,R,3,\r\nB01,1,,\r\nC01,0\r\n"), {}),
+                 std::invalid_argument);
+    EXPECT_EQ(reader.fullRead(folder.write("b.sim", points + "F00,1,1,R,3,\r\nB01,2,,\r\nF99,\r\n"), {}), 0);
+    ASSERT_EQ(reader.alignments.size(), 1U);
+    EXPECT_EQ(reader.alignments[0].entities.size(), 1U);
+}
+
 TEST(ProgressWindow, MayFailToBeMade) {
     WindowNotes window;
     window.makesWindow = false;
@@ -341,6 +352,16 @@ TEST(Encodings, Utf8SkipsAByteOrderMarkAndReplacesWhatIsInvalid) {
     ASSERT_EQ(reader.points.size(), 1U);
     EXPECT_EQ(reader.points[0].name, "座標\xEF\xBF\xBDx\xEF\xBF\xBD");
     EXPECT_EQ(reader.log.errorCount(), 0);
+}
+
+TEST(Encodings, Utf8TakesAByteOrderMarkAloneForAnEmptyFile) {
+    const TempFolder folder;
+    ReadContext context;
+    context.encoding = Encoding::Utf8;
+    SimaReader reader;
+    EXPECT_EQ(reader.fullRead(folder.write("a.sim", "\xEF\xBB\xBF"), context), 0);
+    EXPECT_EQ(reader.lineNumber, 0);
+    EXPECT_EQ(test::texts(reader.log.lines()), Lines{"00000     読み込み終了"});
 }
 
 TEST(BindRoute, NamesTheAlignmentOfTheRoute) {
@@ -402,10 +423,19 @@ TEST(BindRoute, FindsARouteThatWasNotTickedAndAsksForNoName) {
     NamingHost host;
     ReadContext context;
     context.host = &host;
-    const Pass pass = readAfterPoints({"F00,4,1,R,2,", "F99,", "H00,4,R,", "H99,"}, context, 0);
-    EXPECT_TRUE(pass.reader.hSeries[0].routeFound);
+    test::KeepingSink sink;
+    sink.nextId = 70;
+    context.sink = &sink;
+    const TempFolder folder;
+    SimaReader reader;
+    test::tickAll(reader);
+    reader.options.flags[static_cast<std::size_t>(ImportKind::MainLine)] = false;
+    EXPECT_EQ(reader.fullRead(folder.write("a.sim", joined({"F00,4,1,R,2,", "F99,", "H00,4,R,", "H99,"})), context), 0);
+    EXPECT_TRUE(reader.alignments[0].objectId.isNull());
+    EXPECT_TRUE(reader.hSeries[0].routeFound);
+    EXPECT_TRUE(reader.usedRouteType2);
     EXPECT_TRUE(host.calls.empty());
-    EXPECT_EQ(pass.reader.alignmentName, "");
+    EXPECT_EQ(reader.alignmentName, "");
 }
 
 TEST(BindRoute, FindsTheFirstRouteOfANumberWhateverItsType) {

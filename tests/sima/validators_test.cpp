@@ -203,9 +203,11 @@ TEST(SectionFilters, ReportEveryOtherCode) {
     EXPECT_EQ(inCoordinates("Z01,note,"), block("ErrA001", 103, "00002", "Z01,note,"));
     EXPECT_EQ(inCoordinates("a01,1,P,1,2,,"), block("ErrA001", 103, "00002", "a01,1,P,1,2,,"));
     EXPECT_EQ(inLot("B03,1,").back(), block("ErrD001", 130, "00007", "B03,1,").front());
+    EXPECT_EQ(inLot("Z00,note,").back(), block("ErrD001", 130, "00007", "Z00,note,").front());
     EXPECT_EQ(inRoute("Z00,note,").back(), block("ErrF001", 131, "00008", "Z00,note,").front());
     EXPECT_EQ(inRoute("E00,").back(), block("ErrF001", 131, "00008", "E00,").front());
     EXPECT_EQ(inLongitudinal("Z00,note,").back(), block("ErrH001", 132, "00002", "Z00,note,").front());
+    EXPECT_EQ(inCrossSection("Z00,note,").back(), block("ErrI001", 133, "00002", "Z00,note,").front());
     EXPECT_EQ(inCrossSection("H01,").back(), block("ErrI001", 133, "00002", "H01,").front());
 }
 

@@ -29,6 +29,8 @@ bool isPrintable(std::string_view code) {
 bool FilePass::open(std::string_view path) {
     if (!source_.open(path))
         return false;
+    if (context_.encoding == Encoding::Utf8 && source_.ahead().starts_with(kByteOrderMark))
+        source_.skip(kByteOrderMark.size());
     if (context_.progress != nullptr)
         progress_ = context_.progress->create(kWindowTitle, false);
     if (progress_) {
@@ -52,7 +54,6 @@ bool FilePass::next() {
     } else if (!nextOutOfTheOrdinary()) {
         return false;
     }
-    atStart_ = false;
     if (progress_) {
         progress_->setPosition(source_.position());
         progress_->pump();
@@ -67,8 +68,6 @@ bool FilePass::nextOutOfTheOrdinary() {
     std::string_view raw;
     if (!source_.next(raw))
         return false;
-    if (atStart_ && context_.encoding == Encoding::Utf8 && raw.starts_with(kByteOrderMark))
-        raw.remove_prefix(kByteOrderMark.size());
     // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
     decodeAndSplit(trim(raw));
     return true;

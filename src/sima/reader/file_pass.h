@@ -63,7 +63,6 @@ class FilePass {
     LineSource source_;
     std::unique_ptr<Progress> progress_;
     std::shared_ptr<LotOutlines> lotOutlines_ = std::make_shared<LotOutlines>();
-    bool atStart_ = true;
     std::string_view text_;
     std::string decoded_;
     Fields fields_;

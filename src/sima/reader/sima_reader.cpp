@@ -104,6 +104,7 @@ void SimaReader::reset() {
     intersections.clear();
     hSeries.clear();
     points.clear();
+    entities.clear(); // a pass that an exception ended may have left a route open
     createdAlignmentNames.clear();
     log.clear();
     lineNumber = 0;

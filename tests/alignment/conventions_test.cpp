@@ -2,6 +2,8 @@
 #include "support_alignment.h"
 
 #include <cstring>
+#include <utility>
+#include <vector>
 
 using namespace fenmark::alignment_test;
 
@@ -110,5 +112,77 @@ TEST(StatusText, EveryStatusHasATextAndUnknownNamesGetTheGeneralOne) {
     for (int status = -5; status <= 30; ++status) {
         EXPECT_NE(ali_statusText("ali_onlA", status), nullptr);
         EXPECT_GT(std::strlen(ali_statusText("ali_onlA", status)), 0u);
+    }
+}
+
+TEST(StatusText, EveryStatusOfTheElementFunctionsHasItsOwnMeaning) {
+    // The statuses that the headers announce, 0 left out where it means nothing but success.
+    const std::pair<const char*, std::vector<int>> announced[] = {
+        {"initCalelm", {-1}},
+        {"ali_CSamePoint", {0, 1}},
+        {"gc_samePoint", {0, -1}},
+        {"CDchkAR", {0, -1}},
+        {"clothoidElements", {-1}},
+        {"ali_KCalCst", {-1}},
+        {"ali_KGetPnt", {-1}},
+        {"ali_KEnCen", {-1}},
+        {"CDlinstd", {1}},
+        {"CDlincros", {1}},
+        {"CDpoiinseg", {0, 1, 2, -1}},
+        {"CDpoionls", {0, 1, 2, -1}},
+        {"CDsegcros", {0, 1, 11, 12, 21, 22, -1}},
+        {"CDreverA", {0, 1}},
+        {"CDvalidArc", {0, -1}},
+        {"CDAcrosS", {-1, -2}},
+        {"CDOODistForRAR", {-1}},
+        {"CDsetAToRAR", {1, -1}},
+        {"ali_mak", {-1, 2}},
+        {"ali_makS", {-1}},
+        {"ali_makR", {-1}},
+        {"ali_makA", {-1, 2}},
+        {"ali_makangS", {-1}},
+        {"ali_makangR", {-1}},
+        {"ali_makangA", {-1}},
+        {"ali_onl", {-1}},
+        {"ali_onlS", {-1}},
+        {"ali_onlR", {-1}},
+        {"ali_onlA", {-1}},
+        {"ali_oflS", {-1}},
+        {"ali_oflR", {-1}},
+        {"ali_oflA", {-1}},
+        {"ali_proj", {-1}},
+        {"ali_projS", {-1}},
+        {"ali_projR", {-1}},
+        {"ali_projA", {-1}},
+        {"ali_getl", {-1, 1}},
+        {"ali_getlS", {-1}},
+        {"ali_getlR", {-1, 1}},
+        {"chk_ang", {0, 1, -1, 2}},
+        {"Calc_moni", {1}},
+        {"get_moniDist", {1, -1}},
+        {"CDsameA", {0, -1, -2}},
+        {"jointCheck", {0, -1}},
+        {"ali_pmov", {-1}},
+        {"ali_tmov", {-1}},
+        {"many_ali_pmov", {1}},
+        {"many_ali_tmov", {1}},
+        {"ali_intp", {0, 1, -1, -2, -3}},
+        {"ali_intpSS", {0, 1, 2, 3, -1, -2, -3}},
+        {"ali_intpSR", {0, 1, 2, -1, -2}},
+        {"ali_intpRR", {0, 1, 2, -1, -2, -3}},
+        {"ali_intpRA", {0, 1, 2, -1}},
+        {"ali_intpSA", {0, 1, 2, -1}},
+        {"ali_intpAA", {0, 1, 2, -1}},
+    };
+    for (const auto& [function, statuses] : announced) {
+        std::vector<std::string> told;
+        for (const int status : statuses) {
+            const std::string text = ali_statusText(function, status);
+            EXPECT_NE(text, ali_statusText(nullptr, status)) << function << " " << status;
+            for (const std::string& other : told) {
+                EXPECT_NE(text, other) << function << " " << status;
+            }
+            told.push_back(text);
+        }
     }
 }

@@ -107,6 +107,49 @@ TEST(RAmakSR, AnySideOrModeButTheirOwnFails) {
     EXPECT_EQ(-1, call(-1, -2));
 }
 
+TEST(RAmakSR, GivenElementsAreOnlyCutAndOnesThatAreTooShortFailUnchanged) {
+    struct Form {
+        int mode;
+        double r1_radius;
+        double sense; // of the given arc against the new one
+        exact::Shape clothoid;
+    };
+    const Form forms[] = {{-1, 40.0, 1.0, clothoid(1, 35, 40, 120)},
+                          {0, 40.0, 1.0, clothoid(1, 35, 40, 0)},
+                          {0, 40.0, -1.0, clothoid(1, 35, 40, 0)}};
+    for (const Form& form : forms) {
+        const auto chain = exact::lay_chain(
+            {-36000, 12000, 0.3}, {straight(50), arc(1, form.r1_radius, 50), form.clothoid, arc(form.sense, 120, 90)});
+        const auto status_with = [&](int side, double past_the_straight, double before_the_arc) {
+            Calelm s = built(exact::extended(chain[0], 0.0, past_the_straight));
+            Calelm r = built(exact::extended(chain[3], before_the_arc, 0.0));
+            if (side == 1) {
+                s = built(exact::reversed(s));
+                r = built(exact::reversed(r));
+            }
+            Calelm r1 = sized(form.r1_radius), a = sized(35);
+            const Calelm before[4] = {s, r, r1, a};
+            const int status = ali_RAmakSR(side, form.mode, &s, &r, &r1, &a);
+            if (status == 0) {
+                EXPECT_TRUE(exact::same_chain(side == 1 ? exact::reversed_chain(chain) : chain,
+                                              side == 1 ? std::vector{r, a, r1, s} : std::vector{s, r1, a, r}));
+            } else {
+                EXPECT_TRUE(exact::identical(before[0], s) && exact::identical(before[1], r) &&
+                            exact::identical(before[2], r1) && exact::identical(before[3], a));
+            }
+            return status;
+        };
+        for (const int side : {-1, 1}) {
+            SCOPED_TRACE(::testing::Message() << "side " << side << " mode " << form.mode << " sense " << form.sense);
+            EXPECT_EQ(0, status_with(side, 10.0, 10.0));
+            EXPECT_EQ(0, status_with(side, 0.0, 0.0));
+            EXPECT_EQ(-1, status_with(side, -5.0, 10.0)) << "the straight ends before the new arc begins";
+            EXPECT_EQ(-1, status_with(side, 10.0, -5.0)) << "the given arc begins behind the clothoid";
+            EXPECT_EQ(-1, status_with(side, -0.01, -0.01));
+        }
+    }
+}
+
 TEST(SmakRR, OppositeArcsThatTouchFailAlthoughATangentExistsInTheLimit) {
     // Centres 100 apart, radii 60 and 40, left and right.
     const auto between = [](double r1, double r2) {

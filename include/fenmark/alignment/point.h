@@ -79,8 +79,9 @@ FENMARK_ALIGNMENT_API int ali_makrAAR_P(const double p[2], int end, Calelm* r1, 
 
 /**
  * Arc r (par, dir, len given) tangent to straight s, its circle through p. End 1: s, r; any other: r, s. r keeps its
- * length, whether p lies on that stretch of the circle or not; with a length of 0 it reaches p. Points and lengths are
- * rounded to 1e-5, tangents to 1.389e-6.
+ * length, whether p lies on that stretch of the circle or not; with a length of 0 it reaches p. The contact is the one
+ * from which p lies within a half circle; where that lies off the straight's side that stays, an arc long enough to
+ * reach p beyond a half circle is joined at the other. Points and lengths are rounded to 1e-5, tangents to 1.389e-6.
  * @return 0; -1 when p is farther from the line than 2 par, or lies on the side away from dir, or the contact lies off
  *         the straight's side that stays
  */
@@ -89,7 +90,8 @@ FENMARK_ALIGNMENT_API int ali_maksR_P(const double p[2], int end, Calelm* s, Cal
 /**
  * Clothoid a (par given) and arc r (par, dir given) tangent to straight s, the circle of r through p. End 1: s, a, r;
  * any other: r, a, s. s is cut at the clothoid's flat end. r keeps its length when len is above 0, otherwise it reaches
- * p.
+ * p. The centre lies behind p in the sense of travel away from s; ahead of it only where that gives no chain and r
+ * itself reaches p.
  * @return 0; -1 when the line offset by R + dR to the side of dir passes p at more than R, or the clothoid would begin
  *         off the straight's side that stays
  */

@@ -13,12 +13,15 @@
  * 1e-5 m, tangents within 1e-5 rad, sizes and turning senses as given. A chain that does not pass is never a success.
  * Every failure gives -1 and leaves every record as it was: elements of another type or without length, radii or
  * parameters of 0, values that are not finite, elements too far from or too near to one another, a tangent point
- * before the start of the first or beyond the end of the second element, a made arc of half a circle or more, a given arc
- * that keeps more than half a circle (ali_RmakRR, ali_SmakRR, ali_SAmakRR, ali_ASAmakRR, ali_ARAAmakSR and chainWorker
- * cut such arcs, too, where no shorter chain is found). Nothing distinguishes the reasons. Sides and modes are read as signed 16-bit values, so 65535 is -1.
+ * before the start of the first or beyond the end of the second element, a made arc of half a circle or more, a given
+ * arc that keeps more than half a circle (ali_RmakRR, ali_SmakRR, ali_SAmakRR, ali_ASAmakRR, ali_ARAAmakSR and
+ * chainWorker cut such arcs, too, where no shorter chain is found). Nothing distinguishes the reasons. Sides and modes
+ * are read as signed 16-bit values, so 65535 is -1.
  *
  * All solvers are closed formulas; none iterates. Where the geometry has several solutions they are tried in a fixed
- * order. The first tangent chain that only cuts the given elements is taken, else the first that lengthens one of them.
+ * order. Between two straights, and in ali_RmakSR and ali_RAmakSR, given elements are only cut: one that is too short
+ * by more than 1e-4 m fails. The others lengthen a given element, an arc to a half circle at most, where no chain that
+ * only cuts is found.
  *
  * Sources: plane geometry of circles and common tangents; for clothoids the shift relations dR = Y + R cos tau - R and
  * Xm = X - R sin tau (H. Kasper, W. Schuerba, H. Lorenz, Die Klotoide als Trassierungselement, Bonn 1954): a circle
@@ -76,8 +79,8 @@ FENMARK_ALIGNMENT_API int ali_RmakSR(int side, Calelm* s, Calelm* r1, Calelm* r2
  * Arc r1 of radius r1->par and clothoid a of parameter a->par between straight s and arc r. Side -1: chain s, r1, a, r;
  * side +1: chain r, a, r1, s. Mode -1: the clothoid runs from one radius to the other, both arcs turn alike. Mode 0: it
  * runs from infinite radius at the flatter arc to the sharper one; an arc r1 that turns as r is tried first, then one
- * that turns the other way. Any other side or mode fails. The distance of the centres is that of CDOODistForRAR.
- * Returns 0 or -1.
+ * that turns the other way. Any other side or mode fails. The tangent point may not lie beyond that end of s which is
+ * moved, nor the clothoid's end off r. The distance of the centres is that of CDOODistForRAR. Returns 0 or -1.
  */
 FENMARK_ALIGNMENT_API int ali_RAmakSR(int side, int mode, Calelm* s, Calelm* r, Calelm* r1, Calelm* a);
 

@@ -76,14 +76,17 @@ FENMARK_ALIGNMENT_API int ali_projA(const Calelm* rec, const double p[2], double
 /** Length by rec->type. A whole circle gives the length 0 and the status 1; -1 for any other type. */
 FENMARK_ALIGNMENT_API int ali_getl(const Calelm* rec, double* length);
 
-/** Chord rounded to 1e-5. Returns 0; -1, with the length 0, when the ends agree within 1e-5 in both coordinates. */
+/**
+ * Chord rounded to 1e-5. Returns 0; -1, with the length 0, when the ends agree within 1e-5 in both coordinates or are no
+ * finite numbers.
+ */
 FENMARK_ALIGNMENT_API int ali_getlS(const Calelm* rec, double* length);
 
 /**
  * Arc length from the end points and the centre, rounded to 1e-5; len is not consulted, and an arc of more than a half
  * circle gives the length of its complement.
- * @return 0; 1, with 2 pi R, when the ends agree within 1e-5 (a whole circle); -1, nothing written, for par = 0 or a
- *         dir other than +1 and -1
+ * @return 0; 1, with 2 pi R, when the ends agree within 1e-5 (a whole circle); -1, nothing written, for par = 0, a dir
+ *         other than +1 and -1, or values that are not finite
  */
 FENMARK_ALIGNMENT_API int ali_getlR(const Calelm* rec, double* length);
 

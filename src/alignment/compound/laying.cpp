@@ -29,8 +29,10 @@ constexpr double no_arc = kSameLength;
 constexpr double half_circle_margin = 1e-6;
 // A kept tangent that moved by more than this, beyond what rounded ends explain, belongs to an arc that flipped.
 constexpr double kept_tangent_tolerance = tangent_tolerance;
-// How far an end laid from the kept tangent may lie from where it should, metres: the rounding of one point.
+// How far an end laid from the kept tangent may lie from where it should, metres: the rounding of one point. And how far
+// its tangent may be off that of the circle there, radians: a kept tangent that fell to 0 is up to 1e-5 off.
 constexpr double laid_end_tolerance = joint_tolerance;
+constexpr double laid_tangent_tolerance = tangent_tolerance / 2.0;
 // Two circles that miss one another by no more than this touch, metres.
 constexpr double touch_tolerance = 1e-6;
 
@@ -174,7 +176,9 @@ int cutByTangent(Calelm& arc, bool keepEnd, Vec q, double sweep) {
     if (status != 0) {
         return status;
     }
-    if (!(plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) <= laid_end_tolerance)) {
+    const double atJoint = -plane::direction(arc.dir * leftOf(q - centreOf(arc)));
+    if (!(plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) <= laid_end_tolerance) ||
+        !sameDirection(keepEnd ? cut.sang : cut.eang, atJoint, laid_tangent_tolerance)) {
         return -1;
     }
     arc = cut;

@@ -38,7 +38,7 @@ struct Frame {
 
     bool ok() const { return length >= kSameLength; }
     Vec local(Vec p) const { return {plane::dot(u, p - origin), plane::cross(u, p - origin)}; }
-    Vec global(double x, double y) const { return origin + x * u + y * leftOf(u); }
+    Vec global(Vec p) const { return origin + p.x * u + p.y * leftOf(u); }
 };
 
 Frame frameOf(const Calelm& s) {
@@ -50,49 +50,51 @@ Frame frameOf(const Calelm& s) {
     return frame;
 }
 
-} // namespace
+// What is asked: the curve leaves the straight and passes the point, or comes from there and reaches the straight.
+struct Task {
+    Frame frame;
+    Vec point; ///< in the frame
+    bool straightFirst;
 
-extern "C" {
+    // What stays of the straight when it is cut at x.
+    double kept(double x) const { return straightFirst ? x : frame.length - x; }
+    // Sense of an arc run from the straight on.
+    double turn(const Calelm& arc) const { return straightFirst ? arc.dir : -arc.dir; }
+    // Sweep of an arc from its joint to the point, all in the frame.
+    double sweepToPoint(const Calelm& arc, Vec centre, Vec joint) const {
+        return sweepBetween(centre, joint, point, turn(arc));
+    }
+    // Whether the point lies on the arc itself: on its own length or, where it brings none, within a half circle.
+    bool isReached(const Calelm& arc, Vec centre, Vec joint) const {
+        const double sweep = sweepToPoint(arc, centre, joint);
+        return arc.len > 0.0 ? sweep * arc.par <= arc.len + kSameLength : sweep <= plane::pi;
+    }
+};
 
-int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
-    const bool straightFirst = signed16(end) == 1;
-    const double radius = r->par;
-    const Frame frame = frameOf(*s);
-    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) || !(r->len < plane::two_pi * radius)) {
-        return -1;
+// Arc joined to the straight at x. False, records untouched, for a contact off the part that stays and a circle that
+// misses the point.
+bool layArc(const Task& task, double x, Calelm& s, Calelm& r) {
+    const bool straightFirst = task.straightFirst;
+    const double radius = r.par;
+    const Vec localCentre{x, r.dir * radius};
+    if (!(std::fabs(plane::distance(localCentre, task.point) - radius) <= passage_tolerance)) {
+        return false;
     }
-    const Vec point = frame.local(fromSurvey(p));
-    const double away = std::fabs(point.y);
-    if (!(away <= 2.0 * radius)) {
-        return -1;
-    }
-    const double root = std::sqrt(std::fabs(2.0 * away * radius - point.y * point.y));
-    const bool onTurnSide = (point.y > 0.0) == (r->dir == 1.0);
-    const bool smaller = onTurnSide == straightFirst;
-    const double x = smaller ? point.x - root : point.x + root;
-    const Vec centre = frame.global(x, r->dir * radius);
-    if (!(std::fabs(plane::distance(centre, fromSurvey(p)) - radius) <= passage_tolerance)) {
-        return -1;
-    }
-    const double kept = straightFirst ? x : frame.length - x;
-    const Vec contact = frame.global(x, 0.0);
-    // Run from the contact the arc turns dir, or against it when it is run back: by its length, or to the point.
-    const double turn = straightFirst ? r->dir : -r->dir;
-    const double sweep =
-        r->len > 0.0 ? r->len / radius : sweepBetween(centre, contact, frame.global(point.x, point.y), turn);
-    const Vec other = centre + plane::turned(contact - centre, turn * sweep);
+    const Vec centre = task.frame.global(localCentre);
+    const Vec contact = task.frame.global({x, 0.0});
+    const double sweep = r.len > 0.0 ? r.len / radius : task.sweepToPoint(r, localCentre, {x, 0.0});
+    const Vec other = centre + plane::turned(contact - centre, task.turn(r) * sweep);
 
-    const double azimuth = roundedAzimuth(plane::direction(frame.u));
-    Calelm straight = *s;
-    const Vec keptEnd = rounded(straightFirst ? startOf(*s) : endOf(*s));
+    const double azimuth = roundedAzimuth(plane::direction(task.frame.u));
+    Calelm straight = s;
+    const Vec keptEnd = rounded(straightFirst ? startOf(s) : endOf(s));
     const Vec joint = rounded(contact);
-    if (!straightAlong(straightFirst ? keptEnd : joint, straightFirst ? joint : keptEnd, azimuth, roundLength(kept),
-                       straight)) {
-        return -1;
+    if (!straightAlong(straightFirst ? keptEnd : joint, straightFirst ? joint : keptEnd, azimuth,
+                       roundLength(task.kept(x)), straight)) {
+        return false;
     }
-    Calelm arc = *r;
+    Calelm arc = r;
     const Vec far = rounded(other);
-    const double c[2] = {centre.x, centre.y};
     const Vec from = straightFirst ? joint : far;
     const Vec to = straightFirst ? far : joint;
     const double start[2] = {from.x, from.y};
@@ -101,7 +103,7 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     double eang = 0.0;
     double shorterSweep = 0.0;
     double shorterLength = 0.0;
-    ali_KEnAng(start, finish, r->dir, radius, c[0], c[1], &sang, &eang, &shorterSweep, &shorterLength);
+    ali_KEnAng(start, finish, r.dir, radius, centre.x, centre.y, &sang, &eang, &shorterSweep, &shorterLength);
     arc.type = element::arc;
     arc.r1 = arc.r2 = 0.0;
     setStart(arc, from);
@@ -112,48 +114,36 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     arc.k1 = centre.x;
     arc.k2 = -centre.y;
     arc.k3 = sweep;
-    if (!keepsTangent(*s, straight, !straightFirst) ||
+    if (!keepsTangent(s, straight, !straightFirst) ||
         !(straightFirst ? finishTangentChain({&straight, &arc}, joint_tolerance)
                         : finishTangentChain({&arc, &straight}, joint_tolerance))) {
-        return -1;
+        return false;
     }
-    *s = straight;
-    *r = arc;
-    return 0;
+    s = straight;
+    r = arc;
+    return true;
 }
 
-int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
-    const bool straightFirst = signed16(end) == 1;
-    const double radius = r->par;
-    const Frame frame = frameOf(*s);
-    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < plane::two_pi * radius)) {
+// Clothoid and arc for one place of the arc's centre in the frame. 0, or the status of the step that fails, with the
+// records untouched.
+int layEasedArc(const Task& task, Vec localCentre, double xm, Calelm& s, Calelm& a, Calelm& r) {
+    const bool straightFirst = task.straightFirst;
+    const double flat = straightFirst ? localCentre.x - xm : localCentre.x + xm;
+    if (!(task.kept(flat) >= kSameLength)) {
         return -1;
     }
-    const Offset offset = offsetOf(a->par, radius);
-    const Vec point = frame.local(fromSurvey(p));
-    const double across = r->dir * offset.rho - point.y;
-    if (!(std::fabs(across) <= radius)) {
-        return -1;
-    }
-    const double along = std::sqrt((radius - across) * (radius + across));
-    // The centre lies behind the point in the sense of travel away from the straight.
-    const double x = straightFirst ? point.x - along : point.x + along;
-    const double flat = straightFirst ? x - offset.xm : x + offset.xm;
-    if (!((straightFirst ? flat : frame.length - flat) >= kSameLength)) {
-        return -1;
-    }
-    const Vec centre = frame.global(x, r->dir * offset.rho);
-    Calelm straight = *s;
-    (straightFirst ? setEnd : setStart)(straight, frame.global(flat, 0.0));
+    const Vec centre = task.frame.global(localCentre);
+    Calelm straight = s;
+    (straightFirst ? setEnd : setStart)(straight, task.frame.global({flat, 0.0}));
     int status = signed16(ali_makS(&straight));
     if (status != 0) {
         return status;
     }
-    Calelm arc = *r;
+    Calelm arc = r;
     arc.type = element::arc;
     arc.k1 = centre.x;
     arc.k2 = -centre.y;
-    Calelm clothoid = *a;
+    Calelm clothoid = a;
     double gap = 0.0;
     status = ali_makSAR(straightFirst ? 1 : 2, &straight, &clothoid, &arc, &gap);
     if (status != 0) {
@@ -167,11 +157,9 @@ int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
         arc.eang = clothoid.sang;
     }
     // The far end of the arc: its own length on, or the point.
-    Vec far = fromSurvey(p);
-    if (r->len > 0.0) {
-        const Vec near = straightFirst ? startOf(arc) : endOf(arc);
-        far = centre + plane::turned(near - centre, (straightFirst ? r->dir : -r->dir) * r->len / radius);
-    }
+    const Vec near = straightFirst ? startOf(arc) : endOf(arc);
+    const Vec far = r.len > 0.0 ? centre + plane::turned(near - centre, task.turn(r) * r.len / r.par)
+                                : task.frame.global(task.point);
     status = cutArcFromKeptEnd(arc, !straightFirst, far);
     if (status != 0) {
         return status;
@@ -180,10 +168,61 @@ int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
                         : finishTangentChain({&arc, &clothoid, &straight}, joint_tolerance))) {
         return -1;
     }
-    *s = straight;
-    *a = clothoid;
-    *r = arc;
+    s = straight;
+    a = clothoid;
+    r = arc;
     return 0;
+}
+
+} // namespace
+
+extern "C" {
+
+int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
+    const double radius = r->par;
+    const Frame frame = frameOf(*s);
+    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) || !(r->len < plane::two_pi * radius)) {
+        return -1;
+    }
+    const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
+    const double away = std::fabs(task.point.y);
+    if (!(away <= 2.0 * radius)) {
+        return -1;
+    }
+    const double root = std::sqrt(std::fabs(2.0 * away * radius - task.point.y * task.point.y));
+    const bool onTurnSide = (task.point.y > 0.0) == (r->dir == 1.0);
+    const double before = onTurnSide == task.straightFirst ? -root : root;
+    if (layArc(task, task.point.x + before, *s, *r)) {
+        return 0;
+    }
+    // From the other contact the point lies beyond a half circle: only an arc that is long enough goes there.
+    const double beyond = task.point.x - before;
+    return task.isReached(*r, {beyond, r->dir * radius}, {beyond, 0.0}) && layArc(task, beyond, *s, *r) ? 0 : -1;
+}
+
+int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
+    const double radius = r->par;
+    const Frame frame = frameOf(*s);
+    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < plane::two_pi * radius)) {
+        return -1;
+    }
+    const Offset offset = offsetOf(a->par, radius);
+    const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
+    const double across = r->dir * offset.rho - task.point.y;
+    if (!(std::fabs(across) <= radius)) {
+        return -1;
+    }
+    const double along = std::sqrt((radius - across) * (radius + across));
+    // The centre lies behind the point in the sense of travel away from the straight.
+    const double behind = task.straightFirst ? -along : along;
+    const int status = layEasedArc(task, {task.point.x + behind, r->dir * offset.rho}, offset.xm, *s, *a, *r);
+    if (status == 0) {
+        return 0;
+    }
+    // Ahead of the point it lies only where the whole curve turns by more than a half circle before it gets there.
+    const Vec ahead{task.point.x - behind, r->dir * offset.rho};
+    const Vec joint = ahead + plane::turned(Vec{0.0, -r->dir * radius}, task.turn(*r) * offset.tau);
+    return task.isReached(*r, ahead, joint) && layEasedArc(task, ahead, offset.xm, *s, *a, *r) == 0 ? 0 : status;
 }
 
 } // extern "C"

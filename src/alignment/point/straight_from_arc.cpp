@@ -51,22 +51,25 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
     const double length = roundLength(s->len);
 
     Calelm arc = *r;
-    Calelm straight = *s;
-    if (!roundedArc(centre, arcFirst ? kept : contact, arcFirst ? contact : kept, longestSweep(*r), arc)) {
+    if (!roundedArc(centre, arcFirst ? kept : contact, arcFirst ? contact : kept, longestSweep(*r), arc) ||
+        !keepsTangent(*r, arc, !arcFirst)) {
         return -1;
     }
     const Vec start = arcFirst ? contact : rounded(contact - length * u);
     const Vec finish = arcFirst ? rounded(contact + length * u) : contact;
-    if (!straightAlong(start, finish, ali_CExAng(plane::direction(u)), length, straight)) {
-        return -1;
+    // Just below 1e-5 the azimuth falls to 0. Where that of the arc, whose ends were rounded, did not, it stays.
+    const double direction = plane::direction(u);
+    for (const double azimuth : {ali_CExAng(direction), plane::wrapped(-direction)}) {
+        Calelm straight = *s;
+        if (straightAlong(start, finish, azimuth, length, straight) &&
+            (arcFirst ? finishTangentChain({&arc, &straight}, joint_tolerance)
+                      : finishTangentChain({&straight, &arc}, joint_tolerance))) {
+            *r = arc;
+            *s = straight;
+            return 0;
+        }
     }
-    if (!keepsTangent(*r, arc, !arcFirst) || !(arcFirst ? finishTangentChain({&arc, &straight}, joint_tolerance)
-                                                        : finishTangentChain({&straight, &arc}, joint_tolerance))) {
-        return -1;
-    }
-    *r = arc;
-    *s = straight;
-    return 0;
+    return -1;
 }
 
 int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {

@@ -37,18 +37,18 @@ LineAndArc travelled(int side, const Calelm& s, const Calelm& r) {
     return given;
 }
 
-// Turns a chain of the worker into the caller's order of travel, completes it and checks it.
+// Turns a chain of the worker into the caller's order of travel, completes it and checks it: a straight and an arc are
+// only cut, so that a foot beyond the straight's end or a clothoid that ends before the arc is no chain.
 template <std::size_t N>
-int completeTravelled(const LineAndArc& given, std::array<Calelm, N>& chain, const Calelm& s, const Calelm& r,
-                      Given pass = Given::anywhere) {
+int completeTravelled(const LineAndArc& given, std::array<Calelm, N>& chain, const Calelm& s, const Calelm& r) {
     if (!given.backwards) {
-        return completeChain(chain, s, r, pass);
+        return completeChain(chain, s, r, Given::cut);
     }
     std::array<Calelm, N> back;
     for (std::size_t i = 0; i < N; ++i) {
         back[i] = reversed(chain[N - 1 - i]);
     }
-    const int status = completeChain(back, r, s, pass);
+    const int status = completeChain(back, r, s, Given::cut);
     for (std::size_t i = 0; i < N; ++i) {
         chain[i] = back[N - 1 - i];
     }
@@ -129,8 +129,7 @@ int arcBetweenStraightAndArc(int side, Calelm& s, Calelm& r1, Calelm& r2) {
 }
 
 // One sense of the arc eased towards the given arc: the clothoid demands the distance of the centres.
-int easedArcWorker(Given pass, double sense, int mode, const LineAndArc& given, Calelm& s, Calelm& r, Calelm& r1,
-                   Calelm& a) {
+int easedArcWorker(double sense, int mode, const LineAndArc& given, Calelm& s, Calelm& r, Calelm& r1, Calelm& a) {
     Calelm made = arcBetween({}, {}, r1.par, sense * given.arc.dir);
     Calelm clothoid{};
     clothoid.type = element::clothoid;
@@ -156,7 +155,7 @@ int easedArcWorker(Given pass, double sense, int mode, const LineAndArc& given, 
         if (CDsetAToRAR(mode, &chain[1], &chain[3], &chain[2]) != 0) {
             continue;
         }
-        if (completeTravelled(given, chain, s, r, pass) == 0) {
+        if (completeTravelled(given, chain, s, r) == 0) {
             s = chain[0];
             r1 = chain[1];
             a = chain[2];
@@ -173,16 +172,11 @@ int easedArcBetweenStraightAndArc(int side, int mode, Calelm& s, Calelm& r, Cale
         return -1;
     }
     const LineAndArc given = travelled(side, s, r);
-    for (const Given pass : cutFirst) {
-        if (easedArcWorker(pass, 1.0, mode, given, s, r, r1, a) == 0) {
-            return 0;
-        }
-        // A clothoid between two radii joins arcs of one sense only.
-        if (mode == 0 && easedArcWorker(pass, -1.0, mode, given, s, r, r1, a) == 0) {
-            return 0;
-        }
+    if (easedArcWorker(1.0, mode, given, s, r, r1, a) == 0) {
+        return 0;
     }
-    return -1;
+    // A clothoid between two radii joins arcs of one sense only.
+    return mode == 0 && easedArcWorker(-1.0, mode, given, s, r, r1, a) == 0 ? 0 : -1;
 }
 
 } // namespace

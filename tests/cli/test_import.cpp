@@ -192,13 +192,68 @@ TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldUnlessItIsReadAsSuch) {
     const std::string utf8 = file("A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n");
     const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n", "b.sim");
     for (const char* command : {"import", "preview"}) {
-        EXPECT_TRUE(contains(fenmark({command, utf8}).err, utf8 + ": looks like UTF-8 ")) << command;
+        EXPECT_TRUE(contains(fenmark({command, utf8}).err, utf8 + ": note: looks like UTF-8 ")) << command;
         for (const auto& line : {std::vector<std::string>{command, utf8, "--encoding", "utf-8"},
                                  std::vector<std::string>{command, utf8, "--quiet"},
                                  std::vector<std::string>{command, cp932},
                                  {command, file(kPoints, "c.sim")}})
             EXPECT_FALSE(contains(fenmark(line).err, "looks like")) << line[1];
     }
+}
+
+TEST_F(ImportLine, FileThatIsNoUtf8IsToldWhenItIsReadAsSuch) {
+    const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n");
+    for (const char* command : {"import", "preview"}) {
+        const auto told = [&](std::vector<std::string> options) {
+            options.insert(options.begin(), {command, cp932});
+            return contains(fenmark(options).err, cp932 + ": note: is no UTF-8;");
+        };
+        EXPECT_TRUE(told({"--encoding", "utf-8"})) << command;
+        EXPECT_FALSE(told({"--encoding", "utf-8", "--quiet"})) << command;
+        EXPECT_FALSE(told({})) << command;
+    }
+}
+
+TEST_F(ImportLine, FileThatIsReadOtherwiseThanItWasWrittenIsToldAsSuch) {
+    const auto notes = [this](std::string_view content) { return fenmark({"import", file(content)}).err; };
+    EXPECT_TRUE(contains(notes(std::string_view("\xFF\xFE\x41\0\x30\0", 6)), ": note: looks like UTF-16"));
+    EXPECT_TRUE(contains(notes("A00,\rA01,1,P,0,0,,\rA99,\r"), ": note: its lines end in a carriage return alone"));
+    EXPECT_FALSE(contains(notes("A00,\rx,\n"), "carriage return"));
+}
+
+TEST_F(ImportLine, FileWithNothingInItIsToldAsSuch) {
+    for (const char* command : {"import", "preview"}) {
+        const auto told = [&](std::string_view content, std::string_view name) {
+            return contains(fenmark({command, file(content, name)}).err, "no point, lot, route or result was found");
+        };
+        EXPECT_TRUE(told("", "a.sim")) << command;
+        EXPECT_TRUE(told("a00,\r\na01,1,P,0,0,,\r\n", "b.sim")) << command;
+        EXPECT_FALSE(told(kPoints, "c.sim")) << command;
+        EXPECT_FALSE(told("D00,1,L,1,\r\nD99,\r\n", "d.sim")) << command;
+    }
+}
+
+TEST_F(ImportLine, RecordsWithoutTheirLastCommaAreCounted) {
+    const auto notes = [this](std::string_view content) { return fenmark({"import", file(content)}).err; };
+    EXPECT_TRUE(contains(notes("A00\r\nA01,1,P,0,0\r\nA99,\r\n"),
+                         ": note: 2 records lack the comma that every record of the format ends in\n"));
+    EXPECT_TRUE(contains(notes("A00\r\nA01,1,P,0,0,1\r\nA99,\r\n"), ": note: 1 record lacks the comma "))
+        << "a point of six fields needs none";
+    EXPECT_FALSE(contains(notes("A00,,\r\nA01,x,P,0,0,0\r\nA99,\r\n"), "comma"));
+    EXPECT_FALSE(contains(notes("H00,1,R,\r\nH01,No.1,0,0,0,1,x\r\nH99,\r\n"), "comma"))
+        << "a result outside its alignment";
+}
+
+TEST_F(ImportLine, SectionThatIsNotClosedIsToldAtTheFirstRecordThatOpensAnother) {
+    const std::string path =
+        file("A00,\r\nA01,1,P,0,0,,\r\nB01,1,P,\r\nD00,1,L,1,\r\nB01,1,P,\r\nD99,\r\nD00,2,L,1,\r\nD99,\r\n");
+    const Ran ran = fenmark({"import", path});
+    const std::size_t note = ran.err.find("note: D00 inside section A; A99 seems to be missing");
+    ASSERT_NE(note, std::string::npos) << ran.err;
+    EXPECT_EQ(ran.err.substr(note - path.size() - 4, path.size() + 3), path + ":4:");
+    EXPECT_EQ(ran.err.find("inside section", note + 20), std::string::npos) << "once is enough";
+    EXPECT_FALSE(contains(fenmark({"import", path, "--quiet"}).err, "note"));
+    EXPECT_FALSE(contains(fenmark({"import", example("dirty.sim")}).err, "inside section"));
 }
 
 TEST_F(ImportLine, StrictTellsOfErrorBlocksByItsExitCode) {

@@ -1,5 +1,6 @@
 // fenmark import: the command flow on the embedded host's drawing, file by file.
 #include "cli/commands.h"
+#include "cli/file_hints.h"
 #include "cli/import_dialogs.h"
 #include "cli/messages.h"
 #include "command/import_command.h"
@@ -112,8 +113,10 @@ std::string breakOffText(const std::string& file, const sima::SimaReader& reader
 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
-    if (arguments.encoding == sima::Encoding::Cp932)
-        tellLikelyUtf8(streams, arguments.quiet, file);
+    tellLikelyMisreading(streams, arguments.quiet, file, arguments.encoding);
+    tellNothingFound(streams, arguments.quiet, file, reader);
+    tellUnclosedSection(streams, arguments.quiet, file, reader.log);
+    tellMissingCommas(streams, arguments.quiet, file, reader.log);
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
     for (const std::string& line : host::embedded::noteLines(host.layoutNotes()))
         tellFileNote(streams, arguments.quiet, file, line);

@@ -1,21 +1,17 @@
 // What the commands say on standard error, and how they stop.
 #include "cli/messages.h"
 
+#include "cli/error_blocks.h"
 #include "command/dialog_rules.h"
 #include "host/boundary/mirdan_exception.h"
-#include "sima/text/path.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
-#include "sima/text/utf8.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstring>
-#include <fstream>
 #include <memory>
-#include <new>
 #include <ostream>
 #include <system_error>
 
@@ -27,37 +23,14 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr std::size_t kBlockLines = 4;         // of one error block in the log
 constexpr std::size_t kBlocksOnTerminal = 100; // more would push everything else off the screen
 
-// The number that a detail line of the log begins with, without the zeros in front.
-std::string_view lineNumberOf(std::string_view detail) {
-    std::size_t end = 0;
-    while (end < detail.size() && detail[end] >= '0' && detail[end] <= '9')
-        ++end;
-    std::string_view number = detail.substr(0, end);
-    while (number.size() > 1 && number.front() == '0')
-        number.remove_prefix(1);
-    return number;
-}
-
-// The record behind the number of a detail line "00012行目 H01,...".
-std::string_view recordOf(std::string_view detail) {
-    const std::size_t blank = detail.find(' ');
-    return blank == std::string_view::npos ? std::string_view{} : detail.substr(blank + 1);
-}
-
-// "ErrA01-1 text" is code and text; a block without a code is its text alone. A longitudinal result that lies outside
-// its alignment is told at the line that ends its section, so the record itself is told too.
-void tellBlock(std::ostream& out, const std::string& file, std::string_view title, std::string_view detail) {
-    out << file << ':' << lineNumberOf(detail) << ": ";
-    const std::size_t blank = title.find(' ');
-    if (title.starts_with("Err") && blank != std::string_view::npos)
-        out << title.substr(0, blank) << ": " << title.substr(blank + 1);
-    else
-        out << "error: " << title;
-    if (title.ends_with(sima::resourceText(sima::kMessageLongitudinalOutside)))
-        out << ' ' << recordOf(detail);
+// A longitudinal result that lies outside its alignment is told at the line that ends its section, so the record itself
+// is told too.
+void tellBlock(std::ostream& out, const std::string& file, const ErrorBlock& block) {
+    out << file << ':' << block.line << ": " << (block.code.empty() ? "error" : block.code) << ": " << block.text;
+    if (block.text == sima::resourceText(sima::kMessageLongitudinalOutside))
+        out << ' ' << block.record;
     out << '\n';
 }
 
@@ -78,11 +51,10 @@ void tellFileNote(const Streams& streams, bool quiet, const std::string& file, s
 }
 
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
-    const auto& lines = log.errors();
-    const std::size_t blocks = lines.size() / kBlockLines;
+    const std::size_t blocks = errorBlockCount(log);
     const std::size_t told = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
     for (std::size_t i = 0; i < told; ++i)
-        tellBlock(streams.err, file, lines[kBlockLines * i + 1], lines[kBlockLines * i + 2]);
+        tellBlock(streams.err, file, errorBlock(log, i));
     if (told < blocks)
         streams.err << file << ": " << blocks - told << " more in the log\n";
 }
@@ -123,22 +95,6 @@ void requireReadableSimFile(const std::string& path) {
     if (file < 0)
         throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
     ::close(file);
-}
-
-void tellLikelyUtf8(const Streams& streams, bool quiet, const std::string& path) {
-    constexpr std::size_t kLookedAt = std::size_t{64} << 10;
-    std::string head(kLookedAt, '\0');
-    std::ifstream file(sima::pathOf(path), std::ios::binary);
-    file.read(head.data(), static_cast<std::streamsize>(head.size()));
-    head.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-    // A character may be cut at the end of what was read; a text of whole lines is not.
-    if (const std::size_t end = head.rfind('\n'); end != std::string::npos)
-        head.resize(end);
-    std::string valid;
-    sima::appendValidUtf8(valid, head);
-    if (!sima::isAscii(head) && valid == head)
-        tellNote(streams, quiet,
-                 path + ": looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
 }
 
 void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context) {

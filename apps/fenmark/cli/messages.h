@@ -44,9 +44,6 @@ std::string plainReal(double value);
 // Raises Stop unless the file is named *.sim and can be read.
 void requireReadableSimFile(const std::string& path);
 
-// A note if a file that is read in code page 932 looks like UTF-8: its names would come out as other characters.
-void tellLikelyUtf8(const Streams& streams, bool quiet, const std::string& path);
-
 // Counts what the file holds into the reader. Raises Stop if the file cannot be read.
 void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context);
 

@@ -1,5 +1,6 @@
 // fenmark preview: the tree of the import dialog with its counts.
 #include "cli/commands.h"
+#include "cli/file_hints.h"
 #include "cli/messages.h"
 #include "cli/progress_bar.h"
 #include "command/dialog_rules.h"
@@ -58,8 +59,8 @@ int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     context.encoding = arguments.encoding;
     sima::SimaReader reader;
     previewFile(reader, arguments.file, context);
-    if (arguments.encoding == sima::Encoding::Cp932)
-        tellLikelyUtf8(streams, arguments.quiet, arguments.file);
+    tellLikelyMisreading(streams, arguments.quiet, arguments.file, arguments.encoding);
+    tellNothingFound(streams, arguments.quiet, arguments.file, reader);
     if (arguments.json) {
         printJson(streams.out, reader);
         return kDone;

@@ -24,9 +24,9 @@ void walk(const Calelm& rec, const Calelm& other) {
     double b = 0.0;
     double c = 0.0;
     double d = 0.0;
-    for (const double s : {0.0, 10.0, -5.0, 1e9, 1e300, not_a_number, infinity, -infinity}) {
-        if (ali_onl(&rec, s, p, &a) == 0 && std::isfinite(rec.k1 + rec.k2 + rec.sx + rec.sy + rec.ex + rec.ey)) {
-            EXPECT_TRUE(finite(p)) << "station " << s << " type " << rec.type;
+    for (const double s : {0.0, 10.0, -5.0, 1e9, 1e300, -1e300, not_a_number, infinity, -infinity}) {
+        if (ali_onl(&rec, s, p, &a) == 0) {
+            EXPECT_TRUE(finite(p) && std::isfinite(a)) << "station " << s << " type " << rec.type;
         }
         if (ali_oflA(&rec, s, 1.0, 2.0, p) == 0) {
             EXPECT_TRUE(finite(p));
@@ -40,7 +40,9 @@ void walk(const Calelm& rec, const Calelm& other) {
         chk_ang(&rec, point, 10.0, &a);
         get_moniDist(point, 1, &rec, &a);
     }
-    ali_getl(&rec, &a);
+    if (ali_getl(&rec, &a) == 0 && rec.type != ALI_CLOTHOID) {
+        EXPECT_TRUE(std::isfinite(a)) << "type " << rec.type;
+    }
     CDsameA(&rec, &other);
     CDsameA(&other, &rec);
     jointCheck(&rec, &other);

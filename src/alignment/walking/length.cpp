@@ -30,15 +30,19 @@ int ali_getl(const Calelm* rec, double* length) {
 int ali_getlS(const Calelm* rec, double* length) {
     const double p[2] = {rec->sx, rec->sy};
     const double q[2] = {rec->ex, rec->ey};
-    if (ali_CSamePoint(p, q) == 0) {
+    const double rounded = roundLength(ali_CDist2P(p, q));
+    if (ali_CSamePoint(p, q) == 0 || !std::isfinite(rounded)) {
         *length = 0.0;
         return -1;
     }
-    *length = roundLength(ali_CDist2P(p, q));
+    *length = rounded;
     return 0;
 }
 
 int ali_getlR(const Calelm* rec, double* length) {
+    if (!std::isfinite(roundLength(kTwoPi * rec->par))) {
+        return -1;
+    }
     if (samePoint(rec->ex - rec->sx, rec->ey - rec->sy)) {
         *length = kTwoPi * rec->par;
         return 1;
@@ -53,6 +57,9 @@ int ali_getlR(const Calelm* rec, double* length) {
     double sweep = 0.0;
     double unrounded = 0.0;
     ali_KEnAng(p_calc, q_calc, rec->dir, rec->par, rec->k1, -rec->k2, &sang_calc, &eang_calc, &sweep, &unrounded);
+    if (!std::isfinite(unrounded)) {
+        return -1;
+    }
     *length = roundLength(unrounded);
     return 0;
 }

@@ -106,12 +106,13 @@ int ali_onlA(const Calelm* rec, double s, double point[2], double* tangent) {
     }
     const double L = laid.standardStationOf(s);
     const Point on_calc = laid.toCalc(standardPointAt(laid.parameter(), L));
-    if (!std::isfinite(s) || !std::isfinite(on_calc.x) || !std::isfinite(on_calc.y)) {
+    const double at = laid.surveyTangent(L);
+    if (!std::isfinite(s) || !std::isfinite(on_calc.x) || !std::isfinite(on_calc.y) || !std::isfinite(at)) {
         return -1;
     }
     point[0] = on_calc.x;
     point[1] = -on_calc.y;
-    *tangent = laid.surveyTangent(L);
+    *tangent = at;
     return s > laid.length() ? -1 : 0;
 }
 

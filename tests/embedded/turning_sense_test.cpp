@@ -132,13 +132,15 @@ TEST_F(TurningSense, RandomChainsOfBothHabitsStayTangent) {
             shapes.push_back(straight(uniform(20, 200)));
         }
         const std::vector<Element> chain = layChain({{uniform(-5e4, 5e4), uniform(-5e4, 5e4)}, uniform(-3, 3)}, shapes);
-        for (const bool positiveIsLeft : {true, false}) {
-            host_.clearNotes();
-            ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = positiveIsLeft, .decimals = 4})).isValid());
-            expectChain(chain, 0.05);
-            EXPECT_EQ(host_.layoutNotes().otherSense, positiveIsLeft ? 0 : 9) << "seed " << kSeed;
-            ASSERT_FALSE(HasFailure()) << "seed " << kSeed << " round " << round;
-        }
+        for (const double rise : {0.0, 0.1})
+            for (const bool positiveIsLeft : {true, false}) {
+                host_.clearNotes();
+                const FileHabit habit{.positiveIsLeft = positiveIsLeft, .decimals = 4, .heightOfEach = rise};
+                ASSERT_TRUE(import(routeOf(chain, habit)).isValid());
+                expectChain(chain, 0.05);
+                EXPECT_EQ(host_.layoutNotes().otherSense, positiveIsLeft ? 0 : 9) << "seed " << kSeed;
+                ASSERT_FALSE(HasFailure()) << "seed " << kSeed << " round " << round << " rise " << rise;
+            }
     }
 }
 
@@ -186,6 +188,42 @@ TEST_F(TurningSense, RoutesWithHeightsContinueTheElementBefore) {
     sima::Array<sima::EntityData> route = routeOf(chain, {.heightOfEach = 0.25});
     ASSERT_TRUE(import(route).isValid());
     expectChain(chain);
+}
+
+TEST_F(TurningSense, AFileOfTheOtherHabitIsUnderstoodWithoutPisToo) {
+    const std::vector<Element> chain = sCurve();
+    ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false, .heightOfEach = 0.25})).isValid());
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 6);
+    for (std::size_t i = 0; i < chain.size(); ++i)
+        EXPECT_EQ(laid().elements[i].id, static_cast<std::int32_t>(i + 1)) << "identifiers stay";
+}
+
+TEST_F(TurningSense, SpiralsWithoutAPiAreLaidAnewWhereTheStraightBehindThemNeedsIt) {
+    // Two spirals that meet at their common radius, and an arc, between straights.
+    const std::vector<Element> chain = layChain({{-36012.345, 60295.494}, 0.3},
+                                                {straight(80), clothoid(0, 200, 60), clothoid(200, 0, 60), straight(50),
+                                                 arc(-150, 70), straight(50), clothoid(0, -90, 30), arc(-90, 40)});
+    ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false, .heightOfEach = -0.5})).isValid());
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 5);
+}
+
+TEST_F(TurningSense, ALastSpiralWithoutAPiTurnsAsTheCurveBeforeIt) {
+    const std::vector<Element> chain = layChain({{0, 0}, 0.3}, {straight(80), arc(200, 60), clothoid(200, 0, 60)});
+    for (const bool positiveIsLeft : {true, false}) {
+        ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = positiveIsLeft, .heightOfEach = 1.0})).isValid());
+        expectChain(chain);
+    }
+}
+
+TEST_F(TurningSense, TheSettingLeftLaysNothingAnew) {
+    host_.setPositiveRadius(PositiveRadius::Left);
+    const std::vector<Element> chain = sCurve();
+    import(routeOf(chain, {.positiveIsLeft = false, .heightOfEach = 0.25}));
+    EXPECT_EQ(laid().elements[1].clockwise, !chain[1].clockwise);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 0);
+    EXPECT_FALSE(host_.layoutNotes().brokenJoints.empty());
 }
 
 TEST_F(TurningSense, ARouteThatStartsWithAClothoidLeavesItsAuxiliaryLine) {
@@ -242,8 +280,19 @@ TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
     EXPECT_TRUE(refused(-60.0));
     EXPECT_TRUE(refused(std::nan("")));
     EXPECT_TRUE(refused(kInfiniteRadius));
-    EXPECT_TRUE(refused(std::nextafter(50.0, 0.0)));
+    EXPECT_TRUE(refused(49.999));
     EXPECT_FALSE(refused(50.0)) << "a half circle";
+}
+
+TEST(LayCurve, TakesAHalfCircleWhoseChordRoundingMadeTooLong) {
+    const PlanPoint start{60295.494, -39525.623};
+    const PlanPoint end{60295.494, -39425.223};
+    constexpr double radius = 50.2;
+    ASSERT_GT(end.y - start.y, 2.0 * radius);
+    const std::optional<Laid> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
+    ASSERT_TRUE(laid);
+    EXPECT_NEAR(laid->element.length, kPi * radius, 1e-9);
+    EXPECT_NEAR(laid->element.direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
 }
 
 TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
@@ -252,16 +301,16 @@ TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
     const std::vector<Element> arcAhead = layChain({{0, 0}, 0}, {arc(100, 50)});
     const PlanPoint end = arcAhead[0].end;
     const std::optional<Laid> turned = layCurve(before, {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_TRUE(turned->otherSense);
+    EXPECT_TRUE(turned->element.otherSense);
     EXPECT_FALSE(turned->element.clockwise);
     // Neither way joins a line that comes from elsewhere.
     const std::optional<Laid> kept = layCurve(lineBefore(1.0), {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(kept->otherSense);
+    EXPECT_FALSE(kept->element.otherSense);
     EXPECT_TRUE(kept->element.clockwise);
     // A flat arc joins either way, and stays as it was given.
     const PlanPoint flat = layChain({{0, 0}, 0}, {arc(5000, 50)})[0].end;
     const std::optional<Laid> either = layCurve(before, {0, 0}, flat, 5000, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(either->otherSense);
+    EXPECT_FALSE(either->element.otherSense);
     EXPECT_TRUE(either->element.clockwise);
 }
 

@@ -37,6 +37,9 @@ struct Element {
     double length = 0.0;                  // metres
     double startRadius = kInfiniteRadius; // positive; infinite where straight
     double endRadius = kInfiniteRadius;
+    // How it was laid, as the elements behind it want to know; not kept with the drawing.
+    bool continuing = false; // a spiral along the element before, since its PI did not tell its start
+    bool otherSense = false; // turns the other way than it was given
 
     double startCurvature() const { return (clockwise ? -1.0 : 1.0) / startRadius; }
     double endCurvature() const { return (clockwise ? -1.0 : 1.0) / endRadius; }

@@ -14,6 +14,8 @@ namespace fenmark::host::embedded {
 namespace {
 
 constexpr double kPi = 3.141592653589793;
+// A half circle's chord may exceed its diameter by this share, as the ends of survey coordinates come out of rounding.
+constexpr double kHalfCircleRounding = 1e-9;
 
 // Brought into (-pi, pi].
 double wrapped(double angle) {
@@ -46,45 +48,100 @@ bool givenClockwise(std::int16_t direction, PositiveRadius sense) {
     return (direction == -1) != (sense == PositiveRadius::Right);
 }
 
+void turnOver(Element& element) {
+    element.clockwise = !element.clockwise;
+    element.otherSense = !element.otherSense;
+}
+
+// The spirals at the end of a chain that continue the element before them, turned over; empty if there are none.
+std::vector<Element> turnedOver(std::span<const Element> before) {
+    std::size_t first = before.size();
+    while (first > 0 && before[first - 1].continuing)
+        --first;
+    std::vector<Element> turned(before.begin() + static_cast<std::ptrdiff_t>(first), before.end());
+    for (std::size_t i = 0; i < turned.size(); ++i) {
+        Element& element = turned[i];
+        turnOver(element);
+        if (i > 0) {
+            element.start = turned[i - 1].end;
+            element.direction = wrapped(turned[i - 1].endDirection());
+        }
+        element.end = poseOnElement(element, element.length).point;
+    }
+    return turned;
+}
+
+// Whether the curve before was taken the other way.
+bool otherSenseBefore(std::span<const Element> before) {
+    const auto curve = std::find_if(before.rbegin(), before.rend(),
+                                    [](const Element& element) { return element.type != ElementType::Straight; });
+    return curve != before.rend() && curve->otherSense;
+}
+
 } // namespace
 
-Element layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end) {
-    Element element;
-    element.type = ElementType::Straight;
-    element.start = start;
-    element.end = end;
-    element.length = distanceTo(start, end);
-    element.direction = element.length > 0.0 ? directionTo(start, end) : tangentBefore(before).value_or(0.0);
-    return element;
+Laid layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end, PositiveRadius sense) {
+    const std::optional<double> tangent = tangentBefore(before);
+    const auto lineFrom = [&](const PlanPoint& from) {
+        Element element;
+        element.type = ElementType::Straight;
+        element.start = from;
+        element.end = end;
+        element.length = distanceTo(from, end);
+        element.direction = element.length > 0.0 ? directionTo(from, end) : tangent.value_or(0.0);
+        return element;
+    };
+    Laid laid{lineFrom(start), {}};
+    if (sense == PositiveRadius::Auto && tangent && !joins(*tangent, laid.element.direction)) {
+        std::vector<Element> turned = turnedOver(before);
+        if (!turned.empty()) {
+            const Element element = lineFrom(turned.back().end);
+            if (joins(turned.back().endDirection(), element.direction))
+                return {element, std::move(turned)};
+        }
+    }
+    return laid;
 }
 
 std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
                              double radius, std::int16_t direction, PositiveRadius sense) {
-    const double chord = distanceTo(start, end);
-    if (!(radius > 0.0) || !std::isfinite(radius) || !(chord <= 2.0 * radius))
+    if (!(radius > 0.0) || !std::isfinite(radius))
         return std::nullopt;
     const std::optional<double> tangent = tangentBefore(before);
-    const double half = std::asin(std::min(chord / (2.0 * radius), 1.0));
-    const double along = chord > 0.0 ? directionTo(start, end) : tangent.value_or(0.0);
+    // Nothing if the chord is too long.
+    const auto arcFrom = [&](const PlanPoint& from, bool otherSense) -> std::optional<Element> {
+        const double chord = distanceTo(from, end);
+        if (!(chord <= 2.0 * radius * (1.0 + kHalfCircleRounding)))
+            return std::nullopt;
+        const double half = std::asin(std::min(chord / (2.0 * radius), 1.0));
+        const double along = chord > 0.0 ? directionTo(from, end) : tangent.value_or(0.0);
+        Element element;
+        element.type = ElementType::Arc;
+        element.clockwise = givenClockwise(direction, sense) != otherSense;
+        element.otherSense = otherSense;
+        element.start = from;
+        element.end = end;
+        element.direction = wrapped(along + (element.clockwise ? half : -half));
+        element.length = 2.0 * half * radius;
+        element.startRadius = radius;
+        element.endRadius = radius;
+        return element;
+    };
 
-    Laid laid;
-    bool clockwise = givenClockwise(direction, sense);
-    const auto first = [&](bool right) { return along + (right ? half : -half); };
-    if (sense == PositiveRadius::Auto && tangent && !joins(*tangent, first(clockwise)) &&
-        joins(*tangent, first(!clockwise))) {
-        clockwise = !clockwise;
-        laid.otherSense = true;
+    const std::optional<Element> given = arcFrom(start, false);
+    if (sense == PositiveRadius::Auto && tangent && !(given && joins(*tangent, given->direction))) {
+        const std::optional<Element> other = arcFrom(start, true);
+        if (other && joins(*tangent, other->direction))
+            return Laid{*other, {}};
+        std::vector<Element> turned = turnedOver(before);
+        if (!turned.empty()) {
+            const Element& last = turned.back();
+            const std::optional<Element> behind = arcFrom(last.end, last.otherSense);
+            if (behind && joins(last.endDirection(), behind->direction))
+                return Laid{*behind, std::move(turned)};
+        }
     }
-    Element& element = laid.element;
-    element.type = ElementType::Arc;
-    element.clockwise = clockwise;
-    element.start = start;
-    element.end = end;
-    element.direction = wrapped(first(clockwise));
-    element.length = 2.0 * half * radius;
-    element.startRadius = radius;
-    element.endRadius = radius;
-    return laid;
+    return given ? std::optional(Laid{*given, {}}) : std::nullopt;
 }
 
 std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elementBefore, const PlanPoint& start,
@@ -107,6 +164,7 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
     element.startRadius = startRadius;
     element.endRadius = endRadius;
     element.direction = tangent.value_or(0.0);
+    element.continuing = true; // unless the PI tells otherwise
 
     // The curve laid from the origin along +x tells its own PI and chord.
     const PlanPoint end = poseOnElement(
@@ -129,12 +187,15 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
         // The origin of the drawing stands for a PI that was not found, and may lie in the right distance by chance.
         const bool notFound = pi.x == 0.0 && pi.y == 0.0 && tangent && !joins(*tangent, towards);
         if (sense == PositiveRadius::Auto && tangent && !joins(*tangent, towards) && joins(*tangent, mirrored)) {
-            element.clockwise = !element.clockwise;
-            laid.otherSense = true;
+            turnOver(element);
+            element.continuing = false;
         } else if (!notFound) {
             element.direction = towards;
+            element.continuing = false;
         }
     }
+    if (element.continuing && sense == PositiveRadius::Auto && otherSenseBefore(upToKnown))
+        turnOver(element);
     element.direction = wrapped(element.direction);
     element.end = poseOnElement(element, length).point;
     return laid;

@@ -20,7 +20,9 @@ struct Alignment;
 // Which way a curve with a positive radius in the file turns on the map. Left is the sense of the direction argument.
 // Right is the other one; spirals then continue the element before them, since their PI belongs to the mirrored curve.
 // Auto is left, but an element that so breaks the tangent of the element before, and the other way joins it, is taken
-// the other way.
+// the other way. A spiral without a PI joins the element before whichever way it turns. It takes the way of the curve
+// before it, and where the line or curve behind it so breaks the tangent, and joins it with the spiral turned over, the
+// spiral is laid anew.
 enum class PositiveRadius { Auto, Left, Right };
 
 // A joint is broken if the tangents differ by more than this, radians: one degree.
@@ -32,13 +34,13 @@ inline constexpr double kPiDistance = 0.010;
 
 struct Laid {
     Element element;
-    bool otherSense = false; // Auto took it the other way
+    std::vector<Element> relaid; // take the place of as many elements at the end of the chain
 };
 
 // Lines are never refused; a line of no length takes the direction of the element before.
-Element layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end);
+Laid layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end, PositiveRadius sense);
 
-// The shorter arc. Refused: a radius of 0 (or none at all), a chord longer than the diameter.
+// The shorter arc. Refused: a radius of 0 (or none at all), a chord longer than the diameter by more than rounding.
 std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
                              double radius, std::int16_t direction, PositiveRadius sense);
 

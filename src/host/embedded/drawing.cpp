@@ -150,6 +150,10 @@ EntityView Drawing::entity(std::size_t index) const {
     return view;
 }
 
+bool Drawing::isPoint(std::size_t index) const {
+    return static_cast<EntityKind>(record(index).kind) == EntityKind::Point;
+}
+
 Extent Drawing::entityExtent(std::size_t index) const {
     const EntityRecord& item = record(index);
     Extent extent;
@@ -238,11 +242,24 @@ std::int32_t Drawing::addElement(std::size_t alignment, const Element& element) 
     StoredAlignment& stored = changeAlignment(alignment);
     stored.alignment.elements.push_back(element);
     stored.alignment.elements.back().id = ++stored.lastElementId;
+    addToExtent(element);
+    return stored.lastElementId;
+}
+
+void Drawing::addToExtent(const Element& element) {
     std::vector<PlanPoint> line;
     appendElementLine(element, kLineTolerance, line);
     for (const PlanPoint& point : line)
         extent_.add(point.x, point.y);
-    return stored.lastElementId;
+}
+
+void Drawing::relayLastElements(std::size_t alignment, std::span<const Element> last) {
+    if (last.empty())
+        return;
+    std::vector<Element>& elements = changeAlignment(alignment).alignment.elements;
+    std::copy(last.begin(), last.end(), elements.end() - static_cast<std::ptrdiff_t>(last.size()));
+    for (const Element& element : last)
+        addToExtent(element); // the box keeps room for where they lay before
 }
 
 void Drawing::removeElement(std::size_t alignment, std::size_t element) {

@@ -111,6 +111,7 @@ class Drawing {
     const AlignmentGeometry& geometry(std::size_t index) const;
     std::size_t entityCount() const { return entities_; }
     EntityView entity(std::size_t index) const;
+    bool isPoint(std::size_t index) const; // what entity tells, at less cost
     // Box of all entities and alignments. Grows with each of them; nothing is walked through.
     const Extent& extent() const { return extent_; }
     Extent entityExtent(std::size_t index) const;
@@ -140,6 +141,8 @@ class Drawing {
     void setStartStation(std::size_t alignment, double station);
     // Gives the element its identifier, which is returned.
     std::int32_t addElement(std::size_t alignment, const Element& element);
+    // Puts the elements in the place of as many last ones, whose identifiers they carry.
+    void relayLastElements(std::size_t alignment, std::span<const Element> last);
     void removeElement(std::size_t alignment, std::size_t element);
     MdDbObjectId addPoint(const MdGePoint3d& position, std::size_t layer);
     MdDbObjectId addPolyline(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind, bool closed);
@@ -205,6 +208,7 @@ class Drawing {
     void touchEntity(std::uint64_t id);
     void touchOther(MdDbObjectId id);
     StoredAlignment& changeAlignment(std::size_t index);
+    void addToExtent(const Element& element);
     MdDbObjectId addEntity(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind, bool closed);
     const EntityRecord& record(std::size_t index) const;
     EntityRecord& record(std::size_t index);

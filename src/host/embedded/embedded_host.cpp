@@ -103,13 +103,14 @@ bool EmbeddedHost::owns(const Document* document) const {
 
 LayoutNotes EmbeddedHost::layoutNotes() const {
     LayoutNotes notes;
-    notes.otherSense = otherSense_;
     if (currentDocument_ == nullptr)
         return notes;
     const Drawing& drawing = currentDocument_->drawing();
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         if (drawing.alignment(i).id.asUint64() <= notesFrom_)
             continue;
+        for (const Element& element : drawing.alignment(i).elements)
+            notes.otherSense += element.otherSense ? 1 : 0;
         const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i));
         notes.brokenJoints.insert(notes.brokenJoints.end(), joints.begin(), joints.end());
     }
@@ -117,7 +118,6 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
 }
 
 void EmbeddedHost::clearNotes() {
-    otherSense_ = 0;
     notesFrom_ = currentDocument_ == nullptr ? 0 : currentDocument_->drawing().lastId();
 }
 

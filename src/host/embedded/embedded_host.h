@@ -85,7 +85,6 @@ class EmbeddedHost {
     // About the alignments that were made in the current drawing since clearNotes, and are still there.
     LayoutNotes layoutNotes() const;
     void clearNotes();
-    void noteOtherSense() { ++otherSense_; }
 
     // Message boxes are kept, and handed on if somebody wants them.
     void onMessageBox(std::function<void(const MessageBox&)> handler) { messageHandler_ = std::move(handler); }
@@ -111,7 +110,6 @@ class EmbeddedHost {
     std::unique_ptr<DocumentManager> documentManager_;
     mirdane::AutomationObject* application_ = nullptr; // holds one reference of the host's own
     PositiveRadius positiveRadius_ = PositiveRadius::Auto;
-    std::int32_t otherSense_ = 0;
     std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are told of
     std::function<void(const MessageBox&)> messageHandler_;
     std::vector<MessageBox> messageBoxes_;

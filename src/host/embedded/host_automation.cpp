@@ -172,7 +172,7 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         const std::optional<PlanPoint> to = planPoint(end);
         if (!from || !to || !at_.find())
             return kBadArgument;
-        return append(layLine(at_.alignment().elements, *from, *to), element);
+        return append(layLine(at_.alignment().elements, *from, *to, sense()), element);
     }
 
     AutomationStatus addFixedCurve(const Variant& start, const Variant& end, double radius, std::int16_t direction,
@@ -212,16 +212,12 @@ class Elements final : public Counted<mirdane::ElementCollection> {
   private:
     static PositiveRadius sense() { return EmbeddedHost::current()->positiveRadius(); }
 
-    AutomationStatus append(const Element& laid, mirdane::AlignmentElementObject*& element) {
-        at_.drawing().addElement(at_.index(), laid);
-        return give<mirdane::AlignmentElementObject>(element, new ElementObject(at_.alignment().elements.back()));
-    }
     AutomationStatus append(const std::optional<Laid>& laid, mirdane::AlignmentElementObject*& element) {
         if (!laid)
             return kBadArgument;
-        if (laid->otherSense)
-            EmbeddedHost::current()->noteOtherSense();
-        return append(laid->element, element);
+        at_.drawing().relayLastElements(at_.index(), laid->relaid);
+        at_.drawing().addElement(at_.index(), laid->element);
+        return give<mirdane::AlignmentElementObject>(element, new ElementObject(at_.alignment().elements.back()));
     }
 
     AlignmentReference at_;

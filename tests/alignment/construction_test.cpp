@@ -180,6 +180,33 @@ TEST(MakeClothoid, AFlatEndAtTheEndIsTheAnchorAndTheStartMoves) {
     EXPECT_EQ(rec.dir, -1.0);
 }
 
+TEST(MakeClothoid, TheLargerOfTwoFiniteRadiiIsTheFlatterEndAndTheAnchor) {
+    const Calelm whole = clothoidFrom(10.0, 20.0, 1.0, 1.0, 120.0, 150.0, 300.0);
+    Calelm rec = whole;
+    rec.sx += 0.2;
+    rec.sy -= 0.1;
+    EXPECT_EQ(ali_makA(&rec), 2);
+    EXPECT_EQ(rec.ex, whole.ex);
+    EXPECT_EQ(rec.ey, whole.ey);
+    EXPECT_NE(rec.sx, whole.sx + 0.2);
+    EXPECT_EQ(rec.k1, 120.0 * 120.0 / (2.0 * 150.0 * 150.0)); // tau of the sharper end, the start
+    EXPECT_EQ(rec.r1, 150.0);
+    EXPECT_EQ(rec.r2, 300.0);
+    EXPECT_TRUE(exact::true_to_itself(rec));
+}
+
+TEST(MakeClothoid, EndsThatAreOnePointGiveAChordAlongX) {
+    // Two equal points tell no direction; the element then lies with its chord along +x, its sharper end moved.
+    Calelm rec = clothoidSizes(1.0, 100.0, 0.0, 200.0);
+    rec = withEnds(rec, 5.0, 6.0, 5.0, 6.0);
+    EXPECT_EQ(ali_makA(&rec), 2);
+    EXPECT_EQ(rec.sx, 5.0);
+    EXPECT_EQ(rec.sy, 6.0);
+    EXPECT_NEAR(rec.ey, 6.0, length_bits);
+    EXPECT_GT(rec.ex, 5.0);
+    EXPECT_TRUE(exact::true_to_itself(rec));
+}
+
 TEST(MakeClothoid, TellsTheTruthAboutItselfForEveryGrowthTurnAndQuadrant) {
     Random random(54002);
     SCOPED_TRACE(random.trace());
@@ -361,6 +388,13 @@ TEST(ClothoidFromAnEnd, TheRadiusLimitIsRefused) {
     const Calelm before = rec;
     EXPECT_EQ(ali_makangA(&rec, 1), -1);
     EXPECT_TRUE(sameBits(rec, before));
+    rec.r1 = 56.0; // at either end
+    rec.r2 = 200.0;
+    EXPECT_EQ(ali_makangA(&rec, 1), -1);
+    EXPECT_EQ(ali_makangA(&rec, 2), -1);
+    rec.r1 = 56.0000001;
+    EXPECT_EQ(ali_makangA(&rec, 1), 0);
+    rec = before;
     rec.r2 = 100.0;
     EXPECT_EQ(ali_makangA(&rec, 0), -1);
     EXPECT_EQ(ali_makangA(&rec, 1), 0);

@@ -42,15 +42,16 @@ FENMARK_ALIGNMENT_API int ali_intpSS(const Calelm* e1, const Calelm* e2, double 
 
 /**
  * Straight s and arc r. Stations are rounded to 1e-5, points are not; the lower station on s comes first.
- * @return 0, 1, 2 as above; -1 the line misses the circle; -2 it meets the circle outside the elements
+ * @return 0, 1, 2 as above; -1 the line misses the circle, or an element has no size; -2 it meets the circle outside the
+ *         elements
  */
 FENMARK_ALIGNMENT_API int ali_intpSR(const Calelm* s, const Calelm* r, double p1[2], double* a, double* b, double p2[2],
                                      double* c, double* d);
 
 /**
  * Two arcs. Stations and points are rounded to 1e-5; the lower station on r1 comes first.
- * @return 0, 1, 2 as above; -1 the circles lie apart, or one inside the other; -2 they are the same circle, or meet
- *         outside the elements; -3 they are concentric
+ * @return 0, 1, 2 as above; -1 the circles lie apart, or one inside the other, or an arc has no radius; -2 they are the
+ *         same circle, or meet outside the elements; -3 they are concentric
  */
 FENMARK_ALIGNMENT_API int ali_intpRR(const Calelm* r1, const Calelm* r2, double p1[2], double* a, double* b,
                                      double p2[2], double* c, double* d);

@@ -27,7 +27,8 @@ FENMARK_ALIGNMENT_API int ali_onlS(const Calelm* rec, double s, double point[2],
 /**
  * On an arc: point rounded to 1e-5, tangent to 1.389e-6. A negative s is not refused and lies before the start.
  * The arc runs from its start to its end about its centre in the sense of dir. The ends are rounded, and so this length
- * may differ from len by up to 5e-5; the longer of the two counts.
+ * may differ from len by up to 5e-5; the longer of the two counts. Of a full circle, whose ends are one point, no length
+ * is certain.
  * @return 0; -1 when the radius rounds to 0 or less, or s, rounded to 1e-5, is beyond that length. The outputs are not
  *         to be used then
  */

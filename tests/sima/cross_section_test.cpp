@@ -14,7 +14,7 @@ namespace {
 
 Pass readWithAlignment(std::initializer_list<std::string_view> lines) {
     Pass pass;
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     const std::string path = folder.write("i.sim", test::cp932(test::joined(lines)));
     test::tickAll(pass.reader);
     pass.reader.alignmentName = "中心";
@@ -95,7 +95,7 @@ TEST(CrossSection, DropsOffsetPointsBeforeTheFirstCrossSection) {
 }
 
 TEST(CrossSection, RaisesForRecordsThatAreTooShort) {
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     const auto lineOfException = [&folder](std::initializer_list<std::string_view> lines) {
         SimaReader reader;
         EXPECT_THROW(reader.fullRead(folder.write("i.sim", test::joined(lines)), {}), std::invalid_argument);

@@ -19,7 +19,7 @@ std::string generated(const GeneratorSizes& sizes) {
 }
 
 SimaReader readBytes(const std::string& bytes) {
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     SimaReader reader;
     EXPECT_EQ(reader.fullRead(folder.write("g.sim", bytes), {}), 0);
     return reader;

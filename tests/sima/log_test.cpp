@@ -11,7 +11,8 @@ namespace fenmark::sima {
 
 using test::cp932;
 using test::Lines;
-using test::TempFolder;
+using test::readFile;
+using test::TemporaryFolder;
 using test::texts;
 
 TEST(SimaLog, WritesLineNumbersInFiveDigitsOrMore) {
@@ -80,16 +81,16 @@ TEST(SimaLog, TakesFourCharactersOffThePathForItsName) {
 }
 
 TEST(SimaLog, WritesBannerLinesAndBlocksInCodePage932WithLineEndsOfTextMode) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaLog log;
     log.errorBlock("one", "two");
     log.coordinateBegin(1);
     log.version(2, "3");
     log.finished(2);
-    log.setFileName(folder.path("a.sim"));
+    log.setFileName(folder.at("a.sim"));
     log.writeAll();
     EXPECT_EQ(
-        TempFolder::read(folder.path("a_Input.log")),
+        readFile(folder.at("a_Input.log")),
         "----- Brindlow\x81\x40Version1.0 -----\r\n\r\n"
         "00001 A00 \x8D\xC0\x95\x57\x83\x66\x81\x5B\x83\x5E\x82\xCC\x93\xC7\x82\xDD\x8D\x9E\x82\xDD\x8A\x4A\x8E\x6E"
         "\r\n" +
@@ -102,54 +103,53 @@ TEST(SimaLog, WritesBannerLinesAndBlocksInCodePage932WithLineEndsOfTextMode) {
 }
 
 TEST(SimaLog, EndsBehindTheProcessLinesIfThereAreNoErrors) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaLog log;
     log.finished(0);
-    log.setFileName(folder.path("a.sim"));
+    log.setFileName(folder.at("a.sim"));
     log.writeAll();
-    EXPECT_EQ(TempFolder::read(log.fileName()),
-              cp932("----- Brindlow　Version1.0 -----\r\n\r\n00000     読み込み終了\r\n"));
+    EXPECT_EQ(readFile(log.fileName()), cp932("----- Brindlow　Version1.0 -----\r\n\r\n00000     読み込み終了\r\n"));
 }
 
 TEST(SimaLog, KeepsALoneCarriageReturn) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaLog log;
     log.errorBlock("x", "a\rb");
-    log.setFileName(folder.path("a.sim"));
+    log.setFileName(folder.at("a.sim"));
     log.writeErrorsOnly();
-    EXPECT_NE(TempFolder::read(log.fileName()).find("\r\na\rb\r\n"), std::string::npos);
+    EXPECT_NE(readFile(log.fileName()).find("\r\na\rb\r\n"), std::string::npos);
 }
 
 TEST(SimaLog, WritesAgainOverTheFileAndAppendsBehindIt) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaLog log;
-    log.setFileName(folder.path("a.sim"));
+    log.setFileName(folder.at("a.sim"));
     log.appendLines({"first"});
-    EXPECT_EQ(TempFolder::read(log.fileName()), "first\r\n") << "appending creates the file";
+    EXPECT_EQ(readFile(log.fileName()), "first\r\n") << "appending creates the file";
     log.errorBlock("x", "y");
     log.writeErrorsOnly();
     log.writeErrorsOnly();
-    const std::string errors = TempFolder::read(log.fileName());
+    const std::string errors = readFile(log.fileName());
     EXPECT_EQ(errors, "ERROR --------------------------------------------------------\r\nx\r\ny\r\n"
                       "--------------------------------------------------------------\r\n");
     log.appendLines({"座標", "", "b\nc"});
-    EXPECT_EQ(TempFolder::read(log.fileName()), errors + cp932("座標\r\n\r\nb\r\nc\r\n"));
+    EXPECT_EQ(readFile(log.fileName()), errors + cp932("座標\r\n\r\nb\r\nc\r\n"));
     log.writeAll();
-    EXPECT_EQ(TempFolder::read(log.fileName()), cp932("----- Brindlow　Version1.0 -----\r\n\r\n") + errors);
+    EXPECT_EQ(readFile(log.fileName()), cp932("----- Brindlow　Version1.0 -----\r\n\r\n") + errors);
 }
 
 TEST(SimaLog, RaisesWhenItsFileCannotBeWritten) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaLog log;
-    log.setFileName(folder.path("missing/a.sim"));
+    log.setFileName(folder.at("missing/a.sim"));
     EXPECT_THROW(log.writeAll(), std::system_error);
     EXPECT_THROW(log.writeErrorsOnly(), std::system_error);
     EXPECT_THROW(log.appendLines({"x"}), std::system_error);
     if (std::filesystem::exists("/dev/full")) {
         SimaLog full;
         full.finished(1);
-        std::filesystem::create_symlink("/dev/full", folder.path("full_Input.log"));
-        full.setFileName(folder.path("full.sim"));
+        std::filesystem::create_symlink("/dev/full", folder.at("full_Input.log"));
+        full.setFileName(folder.at("full.sim"));
         EXPECT_THROW(full.writeAll(), std::system_error);
     }
 }

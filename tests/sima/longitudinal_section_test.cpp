@@ -20,7 +20,7 @@ Lines sectionLines(const Pass& pass) {
 // A pass with an alignment chosen beforehand.
 Pass readWithAlignment(std::initializer_list<std::string_view> lines) {
     Pass pass;
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     const std::string path = folder.write("h.sim", test::cp932(test::joined(lines)));
     test::tickAll(pass.reader);
     pass.reader.alignmentName = "中心";
@@ -103,7 +103,7 @@ TEST(LongitudinalSection, CutOffLogsItsEndWithTheLastLineAndIsLost) {
 }
 
 TEST(LongitudinalSection, RaisesForAnOpeningRecordOfFewerThanThreeFields) {
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     SimaReader reader;
     EXPECT_THROW(reader.fullRead(folder.write("h.sim", "H00,1\r\nH99,\r\n"), {}), std::invalid_argument);
     EXPECT_EQ(reader.lineNumber, 1);

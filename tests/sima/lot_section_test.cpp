@@ -128,7 +128,7 @@ TEST(LotSection, DoesNotFindAPointOfALaterSection) {
 
 TEST(LotSection, RaisesForAnOpeningRecordOfFewerThanFourFields) {
     SimaReader reader;
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     const std::string path = folder.write("short.sim", "A00,\r\nA99,\r\nD00,1,L\r\nD99,\r\n");
     EXPECT_THROW(reader.fullRead(path, {}), std::invalid_argument);
     EXPECT_EQ(reader.lineNumber, 3);

@@ -14,7 +14,7 @@ using test::Lines;
 using test::Pass;
 using test::preview;
 using test::readAfterPoints;
-using test::TempFolder;
+using test::TemporaryFolder;
 
 namespace {
 
@@ -106,19 +106,19 @@ TEST(Passes, ReadAnEmptyFile) {
 }
 
 TEST(Passes, CannotOpenWhatIsNoFile) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaReader reader;
     reader.log.finished(3);
     WindowNotes window;
     ReadContext context;
     context.progress = &window;
-    EXPECT_EQ(reader.fullRead(folder.path("missing.sim"), context), -1);
+    EXPECT_EQ(reader.fullRead(folder.at("missing.sim"), context), -1);
     EXPECT_TRUE(reader.log.lines().empty()) << "the model has been emptied all the same";
     EXPECT_TRUE(window.notes.empty());
     EXPECT_EQ(reader.baseName, "missing");
-    EXPECT_EQ(reader.previewScan(folder.path("missing.sim"), context), -1);
-    std::filesystem::create_directory(folder.path("folder.sim"));
-    EXPECT_EQ(fullReadOf(folder.path("folder.sim")), -1);
+    EXPECT_EQ(reader.previewScan(folder.at("missing.sim"), context), -1);
+    std::filesystem::create_directory(folder.at("folder.sim"));
+    EXPECT_EQ(fullReadOf(folder.at("folder.sim")), -1);
     EXPECT_EQ(fullReadOf(""), -1);
     if (std::filesystem::exists("/proc/self/mem")) { // opens, and has nothing at its beginning
         EXPECT_EQ(fullReadOf("/proc/self/mem"), -1);
@@ -229,7 +229,7 @@ TEST(Passes, DoNotRaiseForShortRecordsThatTheirTestsRefuse) {
 }
 
 TEST(Passes, StandBehindWhatAnEarlierPassLeft) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("a.sim", joined({"A00,", "A01,1,P,1,x,,", "A01,2,P,1,2,,", "A99,",
                                                            "D00,1,L,1,", "D99,", "F00,1,1,R,2,", "F99,", "ZZZ,"}));
     SimaReader reader;
@@ -294,7 +294,7 @@ TEST(ProgressWindow, FollowsTheReadingAndGoesAtItsEnd) {
 }
 
 TEST(Passes, LeaveNoElementOfARouteThatAnExceptionEnded) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     const std::string points(test::kThreePoints);
     SimaReader reader;
     EXPECT_THROW(reader.fullRead(folder.write("a.sim", points + "F00,1,1,R,3,\r\nB01,1,,\r\nC01,0\r\n"), {}),
@@ -314,7 +314,7 @@ TEST(ProgressWindow, MayFailToBeMade) {
 }
 
 TEST(ProgressWindow, GoesWhenAnExceptionEndsThePass) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     WindowNotes window;
     ReadContext context;
     context.progress = &window;
@@ -324,7 +324,7 @@ TEST(ProgressWindow, GoesWhenAnExceptionEndsThePass) {
 }
 
 TEST(Encodings, AreCodePage932UnlessSaidOtherwise) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("a.sim", "A00,\r\nA01,1,\x8D\xC0\x95\x57\xB1\xFF,1,2,,\r\nA99,\r\n");
     SimaReader reader;
     EXPECT_EQ(reader.fullRead(path, {}), 0);
@@ -333,7 +333,7 @@ TEST(Encodings, AreCodePage932UnlessSaidOtherwise) {
 
 TEST(Encodings, NoByteOrderMarkIsLookedForInCodePage932) {
     const Pass pass = fullRead("");
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaReader reader;
     reader.fullRead(folder.write("a.sim", "\xEF\xBB\xBF"
                                           "A00,\r\nA01,1,P,1,2,,\r\nA99,\r\n"),
@@ -342,7 +342,7 @@ TEST(Encodings, NoByteOrderMarkIsLookedForInCodePage932) {
 }
 
 TEST(Encodings, Utf8SkipsAByteOrderMarkAndReplacesWhatIsInvalid) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     ReadContext context;
     context.encoding = Encoding::Utf8;
     SimaReader reader;
@@ -355,7 +355,7 @@ TEST(Encodings, Utf8SkipsAByteOrderMarkAndReplacesWhatIsInvalid) {
 }
 
 TEST(Encodings, Utf8TakesAByteOrderMarkAloneForAnEmptyFile) {
-    const TempFolder folder;
+    const TemporaryFolder folder;
     ReadContext context;
     context.encoding = Encoding::Utf8;
     SimaReader reader;
@@ -401,7 +401,7 @@ TEST(BindRoute, LeavesTheNameOfTheSectionBeforeToOneThatFindsNoRoute) {
 
 TEST(BindRoute, KeepsTheChosenAlignmentIfItIsForced) {
     NamingHost host;
-    const TempFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("a.sim", joined({"F00,4,1,R,2,", "F99,", "H00,4,R,", "H99,"}));
     SimaReader reader;
     test::tickAll(reader);
@@ -426,7 +426,7 @@ TEST(BindRoute, FindsARouteThatWasNotTickedAndAsksForNoName) {
     test::KeepingSink sink;
     sink.nextId = 70;
     context.sink = &sink;
-    const TempFolder folder;
+    const TemporaryFolder folder;
     SimaReader reader;
     test::tickAll(reader);
     reader.options.flags[static_cast<std::size_t>(ImportKind::MainLine)] = false;

@@ -144,7 +144,7 @@ TEST(RouteSection, LosesACurveBeforeItsFirstPoint) {
 }
 
 TEST(RouteSection, RaisesForCurvesAndStationsThatAreTooShort) {
-    const test::TempFolder folder;
+    const test::TemporaryFolder folder;
     const auto lineOfException = [&folder](std::initializer_list<std::string_view> lines) {
         SimaReader reader;
         const std::string path =
@@ -298,7 +298,7 @@ TEST(RouteSection, KeepsAnElementWithoutLength) {
 
 TEST(RouteSection, IsHandedOutOnlyIfItsTypeIsTicked) {
     for (std::int32_t type = 1; type <= 7; ++type) {
-        const test::TempFolder folder;
+        const test::TemporaryFolder folder;
         const std::string path = folder.write("r.sim", test::cp932(std::string(test::kThreePoints) + "F00,1,2,R," +
                                                                    std::to_string(type) + ",\r\nB01,1,,\r\nF99,\r\n"));
         for (std::int32_t ticked = 1; ticked <= 7; ++ticked) {

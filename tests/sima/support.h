@@ -3,14 +3,12 @@
 
 #include "sima/reader/sima_reader.h"
 #include "sima/text/cp932.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,39 +24,8 @@ inline std::string cp932(std::string_view utf8) {
     return bytes;
 }
 
-// A folder of its own that goes with the test.
-class TempFolder {
-  public:
-    TempFolder() {
-        static std::atomic<int> next{0};
-        path_ = std::filesystem::path(testing::TempDir()) /
-                ("fenmark_sima_" + std::to_string(std::filesystem::hash_value(std::filesystem::current_path())) + "_" +
-                 std::to_string(reinterpret_cast<std::uintptr_t>(this)) + "_" + std::to_string(next++));
-        std::filesystem::create_directories(path_);
-    }
-    ~TempFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string path(const std::string& name) const { return (path_ / name).string(); }
-    std::string write(const std::string& name, std::string_view bytes) const {
-        std::ofstream file(path_ / name, std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return path(name);
-    }
-    static std::string read(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
-        std::ostringstream bytes;
-        bytes << file.rdbuf();
-        return bytes.str();
-    }
-
-  private:
-    std::filesystem::path path_;
-};
+using fenmark::test::readFile;
+using fenmark::test::TemporaryFolder;
 
 // Keeps what it is handed.
 class KeepingSink : public SectionSink {
@@ -151,7 +118,7 @@ inline std::string joined(std::initializer_list<std::string_view> lines) {
 // The full pass with everything ticked.
 inline Pass fullRead(std::string_view utf8, ReadContext context = {}, std::uint64_t firstId = 0) {
     Pass run;
-    const TempFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("test.sim", cp932(utf8));
     tickAll(run.reader);
     run.sink.nextId = firstId;
@@ -165,7 +132,7 @@ inline Pass fullRead(std::initializer_list<std::string_view> lines) {
 
 inline Pass preview(std::initializer_list<std::string_view> lines) {
     Pass run;
-    const TempFolder folder;
+    const TemporaryFolder folder;
     const std::string path = folder.write("test.sim", cp932(joined(lines)));
     ReadContext context;
     context.sink = &run.sink;

@@ -5,7 +5,6 @@
 #include "sima/text/short_record.h"
 #include "sima/validators/validators.h"
 
-#include <stdexcept>
 #include <string>
 #include <utility>
 

@@ -57,6 +57,39 @@ TEST(SpiralPi, OfAnEggShapedClothoid) {
     EXPECT_NEAR(element.sparePoint2.y, exactPi(record).y, kPiTolerance);
 }
 
+TEST(SpiralPi, OfATangentBesideDueEastMovesByMillimetres) {
+    // A tangent less than 1e-5 rad from +x, on one side of it or for a growing left curve on both, falls onto +x.
+    constexpr double beside = 5e-6; // radians
+    constexpr double leastMove = 2e-3;
+    constexpr double mostMove = 6e-3;
+    constexpr double unmoved = 1e-6;
+    const struct {
+        double turn;
+        bool growing;
+        double azimuth;
+        bool moved;
+    } cases[] = {{1.0, true, beside, true},       {1.0, true, -beside, true},   {1.0, false, beside, false},
+                 {1.0, false, -beside, true},     {-1.0, true, beside, false},  {-1.0, true, -beside, true},
+                 {-1.0, false, beside, false},    {-1.0, false, -beside, true}, {1.0, true, 3 * beside, false},
+                 {-1.0, true, -3 * beside, false}};
+    for (const auto& expected : cases) {
+        exact::Pose pose{1000.0L, 2000.0L, expected.azimuth};
+        const Calelm record = exact::lay(pose, expected.growing ? exact::clothoid(expected.turn, 600.0, 0.0, 700.0)
+                                                                : exact::clothoid(expected.turn, 600.0, 700.0, 0.0));
+        sima::EntityData element = elementOf(record);
+        output::computeSpiralPi(element);
+        const MdGePoint3d pi = exactPi(record);
+        const double move = std::hypot(element.sparePoint2.x - pi.x, element.sparePoint2.y - pi.y);
+        SCOPED_TRACE(testing::Message() << "turn " << expected.turn << " azimuth " << expected.azimuth);
+        if (expected.moved) {
+            EXPECT_GT(move, leastMove);
+            EXPECT_LT(move, mostMove);
+        } else {
+            EXPECT_LT(move, unmoved);
+        }
+    }
+}
+
 TEST(SpiralPi, TakesTheSignsOfTheFileFromTheDirectionAlone) {
     exact::Pose pose{1000.0L, 2000.0L, 0.7L};
     const Calelm record = exact::lay(pose, exact::clothoid(1.0, 150.0, 0.0, 300.0));

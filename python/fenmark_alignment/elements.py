@@ -93,6 +93,11 @@ class _Built(Element):
 
     def project(self, p):
         """Foot of the perpendicular from the point p. Raises AlignmentError when it lies off the element."""
+        if self.type == ARC:
+            # ali_projR answers for every point of an arc but its own ends.
+            for at, s in ((self.start, 0.0), (self.end, self.len)):
+                if status(raw.ali_CSamePoint(p, at)) == 0:
+                    return Foot(s, at[0], at[1], math.dist(p, at))
         station, foot = ctypes.c_double(), point()
         call("ali_proj", self, p, ctypes.byref(station), foot)
         return Foot(station.value, foot[0], foot[1], math.dist(p, (foot[0], foot[1])))

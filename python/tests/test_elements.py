@@ -71,6 +71,21 @@ class Walking(unittest.TestCase):
             yield Clothoid.from_start((-36000.0, 12000.0), 2.0, 90.0, turn, math.inf, 120.0)
             yield Clothoid.from_start((10.0, 10.0), 5.0, 90.0, turn, 100.0, 300.0)
 
+    def test_the_ends_of_every_element_have_its_end_stations(self):
+        for e in self.elements():
+            for at, s in ((e.start, 0.0), (e.end, e.length)):
+                foot = e.project(at)
+                self.assertAlmostEqual(foot.station, s, delta=POINT)
+                self.assertAlmostEqual(foot.distance, 0.0, delta=POINT)
+
+    def test_the_length_is_a_station_of_every_element_moved_or_not(self):
+        for e in self.elements():
+            for element in (e, e.moved(123.456, 1.0), e.turned((3.0, 4.0), 2.0)):
+                at = element.point_at(element.length)
+                self.assertLess(math.dist(at[:2], element.end), 5 * POINT)
+                with self.assertRaises(AlignmentError):
+                    element.point_at(element.length + 1e-3)
+
     def test_a_point_beside_an_element_is_found_again(self):
         for e in self.elements():
             for part in (0.2, 0.5, 0.9):

@@ -31,7 +31,10 @@ int writeRounded(Point on_survey, double tangent_calc, double point[2], double* 
 }
 
 // Point off an element, from the point and tangent on it. In the survey plane the left of a tangent is at -pi / 2.
-int offElement(int status, const double on[2], double tangent, double angle, double d, double point[2]) {
+int offElement(decltype(ali_onl) onElement, const Calelm* rec, double s, double angle, double d, double point[2]) {
+    double on[2] = {0.0, 0.0};
+    double tangent = 0.0;
+    const int status = onElement(rec, s, on, &tangent);
     if (status != 0) {
         return status;
     }
@@ -117,24 +120,15 @@ int ali_onlA(const Calelm* rec, double s, double point[2], double* tangent) {
 }
 
 int ali_oflS(const Calelm* rec, double s, double angle, double d, double point[2]) {
-    double on[2] = {0.0, 0.0};
-    double tangent = 0.0;
-    const int status = ali_onlS(rec, s, on, &tangent);
-    return offElement(status, on, tangent, angle, d, point);
+    return offElement(ali_onlS, rec, s, angle, d, point);
 }
 
 int ali_oflR(const Calelm* rec, double s, double angle, double d, double point[2]) {
-    double on[2] = {0.0, 0.0};
-    double tangent = 0.0;
-    const int status = ali_onlR(rec, s, on, &tangent);
-    return offElement(status, on, tangent, angle, d, point);
+    return offElement(ali_onlR, rec, s, angle, d, point);
 }
 
 int ali_oflA(const Calelm* rec, double s, double angle, double d, double point[2]) {
-    double on[2] = {0.0, 0.0};
-    double tangent = 0.0;
-    const int status = ali_onlA(rec, s, on, &tangent);
-    return offElement(status, on, tangent, angle, d, point);
+    return offElement(ali_onlA, rec, s, angle, d, point);
 }
 
 } // extern "C"

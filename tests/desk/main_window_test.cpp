@@ -1,5 +1,6 @@
 // The main window in use: import, undo, keeping, selection, panels, by simulated mouse and keys.
 #include "desk_test_support.h"
+#include "support/pointer.h"
 
 #include <QComboBox>
 #include <QCompleter>
@@ -235,7 +236,7 @@ TEST_F(DeskWindow, TheStatusBarTellsPositionStationAndOffset) {
     plan().zoomAt(plan().view().toPixel(at->x, at->y),
                   0.01 * plan().view().metresPerPixel() == 0.0 ? 1.0 : plan().view().metresPerPixel() / 0.01);
     const QPointF pixel = plan().view().toPixel(at->x, at->y);
-    QTest::mouseMove(&plan(), pixel.toPoint());
+    fenmark::test::hover(&plan(), pixel.toPoint());
     const double x = plan().view().toX(pixel.toPoint().x());
     const double y = plan().view().toY(pixel.toPoint().y());
     EXPECT_EQ(window->positionText(), QStringLiteral("X %1   Y %2").arg(y, 0, 'f', 3).arg(x, 0, 'f', 3));

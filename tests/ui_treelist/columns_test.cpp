@@ -2,6 +2,7 @@
 #include <QMenu>
 #include <QScrollBar>
 
+#include "support/pointer.h"
 #include "ui_treelist/tree_list_fixture.h"
 
 namespace fenmark::ui::treelist {
@@ -131,9 +132,9 @@ TEST_F(HeaderTest, ADoubleClickOnAnEdgeFitsTheWidth) {
 }
 
 TEST_F(HeaderTest, TheCursorShowsWhereAnEdgeCanBeGrasped) {
-    QTest::mouseMove(header(), QPoint(199, 8));
+    test::hover(header(), QPoint(199, 8));
     EXPECT_EQ(header()->cursor().shape(), Qt::SplitHCursor);
-    QTest::mouseMove(header(), QPoint(100, 8));
+    test::hover(header(), QPoint(100, 8));
     EXPECT_EQ(header()->cursor().shape(), Qt::ArrowCursor);
 }
 

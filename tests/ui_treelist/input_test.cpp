@@ -1,6 +1,7 @@
 // What the mouse and the keys do.
 #include <QScrollBar>
 
+#include "support/pointer.h"
 #include "ui_treelist/tree_list_fixture.h"
 
 namespace fenmark::ui::treelist {
@@ -291,7 +292,7 @@ TEST_F(TreeListTest, AHundredThousandRowsAreSelectedDroppedAndDeletedWithoutDela
 
 TEST_F(TreeListTest, TheTipShowsACutTextAndGoesWithThePointer) {
     list_->SetItemText(a_, 1, "a text that is much too long for its column");
-    QTest::mouseMove(list_->viewport(), at(a_, kHitText, 1));
+    test::hover(list_->viewport(), at(a_, kHitText, 1));
     auto* tip = list_->findChild<QWidget*>("Tresslib.TreeListTipCtrl");
     ASSERT_NE(tip, nullptr);
     EXPECT_FALSE(tip->isVisible()) << "only when the pointer rests";
@@ -300,7 +301,7 @@ TEST_F(TreeListTest, TheTipShowsACutTextAndGoesWithThePointer) {
     EXPECT_EQ(runningTimers(tip), std::set<int>{kRest});
     fireTimer(tip, kRest);
     EXPECT_TRUE(tip->isVisible());
-    QTest::mouseMove(list_->viewport(), at(b_, kHitText, 1));
+    test::hover(list_->viewport(), at(b_, kHitText, 1));
     for (int step = 0; step < 100 && tip->isVisible(); ++step) {
         fireTimer(tip, kFadeStep);
     }

@@ -86,6 +86,10 @@ std::uint64_t importWithoutSaving(const std::string& path) {
     return host.drawing().lastId();
 }
 
+constexpr const char* kInsertPoint = "INSERT INTO points VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
+constexpr const char* kInsertPolyline = "INSERT INTO polylines VALUES (?1, ?2, ?3, ?9, ?10, ?11, ?4, ?5, ?6, ?7, ?8)";
+constexpr const char* kInsertLot = "INSERT INTO lots VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)";
+
 // The bare loop: the rows of a drawing that is in memory, by prepared inserts in one transaction, nothing else.
 std::uint64_t insertRows(const embedded::Drawing& drawing, const std::string& path) {
     std::filesystem::remove(path);
@@ -102,9 +106,9 @@ std::uint64_t insertRows(const embedded::Drawing& drawing, const std::string& pa
         demand(sqlite3_prepare_v2(database, text, -1, &statement, nullptr) == SQLITE_OK, sqlite3_errmsg(database));
         return statement;
     };
-    sqlite3_stmt* point = prepare(embedded::sql::kInsertPoint);
-    sqlite3_stmt* polyline = prepare(embedded::sql::kInsertPolyline);
-    sqlite3_stmt* lot = prepare(embedded::sql::kInsertLot);
+    sqlite3_stmt* point = prepare(kInsertPoint);
+    sqlite3_stmt* polyline = prepare(kInsertPolyline);
+    sqlite3_stmt* lot = prepare(kInsertLot);
     embedded::BlobWriter blobs(-1);
     std::uint64_t rows = 0;
     const auto text = [](sqlite3_stmt* statement, int index, std::string_view value) {

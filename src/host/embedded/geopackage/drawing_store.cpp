@@ -113,14 +113,14 @@ bool DrawingStore::hasChanges(const Drawing& drawing) const {
     return path_.empty() || DrawingWriter::hasChanges(drawing);
 }
 
-StoreResult DrawingStore::save(const std::string& path, Drawing& drawing) {
+StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
     if (path == path_ && fileExists(path))
-        return append(path, drawing);
-    return create(path, drawing);
+        return append(path, drawing, progress);
+    return create(path, drawing, progress);
 }
 
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
-StoreResult DrawingStore::create(const std::string& path, Drawing& drawing) {
+StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
     if (!drawing.entitiesLoaded())
         return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
     if (const StoreError error = checkReplaceable(path); error != StoreError::None)
@@ -133,7 +133,7 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing) {
             connection.execute(sql::kPrepareNewFile);
             connection.execute("BEGIN");
             connection.execute(sql::kSchema);
-            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing).write();
+            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write();
             connection.execute("COMMIT");
         }
         temporary.replace(path);
@@ -146,7 +146,7 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing) {
     return result;
 }
 
-StoreResult DrawingStore::append(const std::string& path, Drawing& drawing) {
+StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
     if (const StoreError error = checkReadable(path); error != StoreError::None)
         return failed(error, path);
     if (!hasChanges(drawing))
@@ -160,7 +160,7 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing) {
         try {
             if (DrawingReader::readHead(connection).lastId != savedId_)
                 throw StoreFailure{StoreError::ChangedOutside, {}};
-            DrawingWriter(connection, drawing, DrawingWriter::From::Saved).write();
+            DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write();
             connection.execute("COMMIT");
         } catch (...) {
             sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr); // may have been rolled back already

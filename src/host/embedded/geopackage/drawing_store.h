@@ -6,6 +6,7 @@
 #pragma once
 
 #include "host/embedded/drawing.h"
+#include "host/embedded/geopackage/write_progress.h"
 
 #include <cstdint>
 #include <string>
@@ -44,7 +45,7 @@ class DrawingStore {
     StoreResult open(const std::string& path, Drawing& drawing, Load load = Load::Everything);
     // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened
     // or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
-    StoreResult save(const std::string& path, Drawing& drawing);
+    StoreResult save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
 
     // The file last opened or saved; empty at first.
     const std::string& path() const { return path_; }
@@ -52,8 +53,8 @@ class DrawingStore {
     bool hasChanges(const Drawing& drawing) const;
 
   private:
-    StoreResult create(const std::string& path, Drawing& drawing);
-    StoreResult append(const std::string& path, Drawing& drawing);
+    StoreResult create(const std::string& path, Drawing& drawing, const WriteProgress& progress);
+    StoreResult append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
 
     std::string path_;
     std::uint64_t savedId_ = 0; // last identifier that the file knows

@@ -13,8 +13,7 @@ namespace fenmark::host::embedded {
 
 namespace {
 
-constexpr std::size_t kLeastRing = 3; // vertices of an area
-constexpr int kSrsOffset = 4;         // of the reference system in a blob
+constexpr int kSrsOffset = 4; // of the reference system in a blob
 
 std::int64_t number(MdDbObjectId id) {
     return static_cast<std::int64_t>(id.asUint64());
@@ -36,10 +35,14 @@ void withSrs(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 } // namespace
 
-DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, From from)
+DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, From from, const WriteProgress& progress)
     : connection_(connection), drawing_(drawing), fromNothing_(from == From::Nothing),
       entitiesFrom_(fromNothing_ ? 0 : drawing.unsaved_.entities),
-      othersFrom_(fromNothing_ ? 0 : drawing.unsaved_.others), blob_(srsOfZone(drawing.zone())) {}
+      othersFrom_(fromNothing_ ? 0 : drawing.unsaved_.others),
+      zoneBefore_(fromNothing_ ? 0 : DrawingReader::readHead(connection).zone), srsId_(srsOfZone(drawing.zone())),
+      counter_(progress), entityIndexes_{SpatialIndex(connection, "points"), SpatialIndex(connection, "polylines"),
+                                         SpatialIndex(connection, "lots")},
+      alignmentIndex_(connection, "alignments") {}
 
 bool DrawingWriter::hasChanges(const Drawing& drawing) {
     const Drawing::Unsaved& unsaved = drawing.unsaved_;
@@ -51,13 +54,56 @@ void DrawingWriter::markSaved(Drawing& drawing) {
 }
 
 void DrawingWriter::write() {
+    countComing();
+    beginIndexes();
     if (!fromNothing_)
         removeStale();
     writeZone();
     writeNamed();
-    writeAlignments();
-    writeEntities();
+    if (alignmentsComing_ > 0)
+        writeAlignments();
+    alignmentIndex_.finish(counter_);
+    writeEntities(EntityLayer::Points, "points", sql::kInsertPoints);
+    writeEntities(EntityLayer::Polylines, "polylines", sql::kInsertPolylines);
+    writeEntities(EntityLayer::Lots, "lots", sql::kInsertLots);
     writeDrawing();
+}
+
+// Entities stand in the order of their identifiers.
+std::size_t DrawingWriter::firstEntity() const {
+    std::size_t first = 0;
+    for (std::size_t end = drawing_.entityCount(); first < end;) {
+        const std::size_t middle = first + (end - first) / 2;
+        if (drawing_.entity(middle).id.asUint64() > entitiesFrom_)
+            end = middle;
+        else
+            first = middle + 1;
+    }
+    return first;
+}
+
+void DrawingWriter::countComing() {
+    for (std::size_t i = firstEntity(); i < drawing_.entityCount(); ++i) {
+        for (const EntityLayer layer : {EntityLayer::Points, EntityLayer::Polylines, EntityLayer::Lots})
+            entitiesComing_[static_cast<std::size_t>(layer)] += belongsTo(drawing_, i, layer) ? 1 : 0;
+    }
+    for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i)
+        alignmentsComing_ += drawing_.alignment(i).id.asUint64() > othersFrom_ ? 1 : 0;
+}
+
+void DrawingWriter::beginIndexes() {
+    const bool everyRow = zoneBefore_ != drawing_.zone();
+    const auto begin = [&](SpatialIndex& index, std::uint64_t keptTo, std::uint64_t coming) {
+        if (fromNothing_)
+            index.beginNew(coming);
+        else
+            index.beginChange(keptTo, coming, everyRow);
+    };
+    for (std::size_t layer = 0; layer < kEntityLayers; ++layer) {
+        begin(entityIndexes_[layer], entitiesFrom_, entitiesComing_[layer]);
+        counter_.expect(2 * entitiesComing_[layer]); // the rows, and their places in the index
+    }
+    begin(alignmentIndex_, othersFrom_, alignmentsComing_);
 }
 
 // What was changed or undone since the last save is written anew, if it is still there.
@@ -74,8 +120,7 @@ void DrawingWriter::removeStale() {
 
 void DrawingWriter::writeZone() {
     const int zone = drawing_.zone();
-    const int zoneBefore = fromNothing_ ? 0 : DrawingReader::readHead(connection_).zone;
-    if (zone == zoneBefore)
+    if (zone == zoneBefore_)
         return;
     const std::int64_t srs = srsOfZone(zone);
     if (zone != 0) {
@@ -112,7 +157,8 @@ void DrawingWriter::writeNamed() {
 void DrawingWriter::writeAlignments() {
     Statement insertAlignment(connection_, sql::kInsertAlignment);
     Statement insertElement(connection_, sql::kInsertElement);
-    Extent extent;
+    BlobWriter blob(srsId_);
+    Extent all;
     std::vector<PlanPoint> line;
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         const Alignment& alignment = drawing_.alignment(i);
@@ -124,11 +170,14 @@ void DrawingWriter::writeAlignments() {
                 line.pop_back();
             appendElementLine(element, kLineTolerance, line);
         }
+        Extent extent;
         for (const PlanPoint& point : line)
             extent.add(point.x, point.y);
+        all.add(extent);
+        alignmentIndex_.add(number(alignment.id), extent);
         const std::optional<std::size_t> site = drawing_.findSite(alignment.site);
         insertAlignment.bind(1, number(alignment.id))
-            .bind(2, blob_.line(line))
+            .bind(2, blob.line(line))
             .bind(3, std::string_view(alignment.name))
             .bind(4, std::string_view(alignment.description))
             .bind(5, number(alignment.site))
@@ -166,77 +215,18 @@ void DrawingWriter::writeAlignments() {
                 .run();
         }
     }
-    growContents("alignments", extent);
+    growContents("alignments", all);
 }
 
-void DrawingWriter::writeEntities() {
-    Statement insertPoint(connection_, sql::kInsertPoint);
-    Statement insertPolyline(connection_, sql::kInsertPolyline);
-    Statement insertLot(connection_, sql::kInsertLot);
-    Extent points;
-    Extent polylines;
-    Extent lots;
-
-    const auto bindRow = [](Statement& statement, int first, const std::optional<RowView>& row) {
-        if (row) {
-            statement.bind(first, std::int64_t{row->no})
-                .bind(first + 1, row->name)
-                .bindRepeated(first + 2, row->type)
-                .bindRepeated(first + 3, row->fileName);
-        } else {
-            statement.bindNull(first).bindNull(first + 1).bindNull(first + 2).bindNull(first + 3);
-        }
-    };
-    const auto bindTable = [](Statement& statement, const std::optional<RowView>& row) {
-        if (row)
-            statement.bindRepeated(4, row->table);
-        else
-            statement.bindNull(4);
-    };
-
-    std::size_t first = 0;
-    for (std::size_t end = drawing_.entityCount(); first < end;) { // entities stand in the order of identifiers
-        const std::size_t middle = first + (end - first) / 2;
-        if (drawing_.entity(middle).id.asUint64() > entitiesFrom_)
-            end = middle;
-        else
-            first = middle + 1;
+void DrawingWriter::writeEntities(EntityLayer layer, const char* table, const char* insert) {
+    const auto place = static_cast<std::size_t>(layer);
+    SpatialIndex& index = entityIndexes_[place];
+    if (entitiesComing_[place] > 0) { // no insert is prepared on a table whose triggers do not rest
+        EntityRows rows(drawing_, firstEntity(), layer, srsId_, index, counter_);
+        insertRows(connection_, insert, sql::kEntityColumns, rows);
+        growContents(table, rows.extent());
     }
-    for (std::size_t i = first; i < drawing_.entityCount(); ++i) {
-        const EntityView entity = drawing_.entity(i);
-        if (entity.isPoint()) {
-            points.add(entity.position().x, entity.position().y);
-            insertPoint.bind(1, number(entity.id))
-                .bind(2, blob_.point(entity.position()))
-                .bindRepeated(3, entity.layer);
-            bindTable(insertPoint, entity.row);
-            bindRow(insertPoint, 5, entity.row);
-            insertPoint.run();
-            continue;
-        }
-        Extent extent;
-        for (const MdGePoint3d& vertex : entity.vertices)
-            extent.add(vertex.x, vertex.y);
-        polylines.add(extent);
-        insertPolyline.bind(1, number(entity.id))
-            .bind(2, blob_.line(entity.vertices, entity.closed))
-            .bindRepeated(3, entity.layer)
-            .bind(9, std::int64_t{entity.closed ? 1 : 0})
-            .bind(10, static_cast<std::int64_t>(entity.vertices.size()))
-            .bind(11, std::int64_t{entity.kind == EntityKind::Polyline ? 1 : 0});
-        bindTable(insertPolyline, entity.row);
-        bindRow(insertPolyline, 5, entity.row);
-        insertPolyline.run();
-        if (entity.closed && entity.vertices.size() >= kLeastRing) {
-            lots.add(extent);
-            insertLot.bind(1, number(entity.id)).bind(2, blob_.polygon(entity.vertices)).bindRepeated(3, entity.layer);
-            bindRow(insertLot, 4, entity.row);
-            insertLot.run();
-        }
-    }
-    growContents("points", points);
-    growContents("polylines", polylines);
-    growContents("lots", lots);
+    index.finish(counter_);
 }
 
 void DrawingWriter::growContents(const char* table, const Extent& extent) {

@@ -1,9 +1,12 @@
 // Writes a drawing into an open GeoPackage, inside the caller's transaction.
 #pragma once
 
-#include "host/embedded/geopackage/geometry_blob.h"
+#include "host/embedded/geopackage/entity_rows.h"
+#include "host/embedded/geopackage/spatial_index.h"
 #include "host/embedded/geopackage/sqlite_handles.h"
+#include "host/embedded/geopackage/write_progress.h"
 
+#include <array>
 #include <cstdint>
 
 namespace fenmark::host::embedded {
@@ -13,19 +16,24 @@ class DrawingWriter {
     // All of it, or what the file does not hold yet.
     enum class From { Nothing, Saved };
 
-    DrawingWriter(Connection& connection, const Drawing& drawing, From from);
-    // Throws a StoreFailure.
+    // Throws a StoreFailure, as write does.
+    DrawingWriter(Connection& connection, const Drawing& drawing, From from, const WriteProgress& progress);
     void write();
 
     static bool hasChanges(const Drawing& drawing);
     static void markSaved(Drawing& drawing);
 
   private:
+    static constexpr std::size_t kEntityLayers = 3;
+
+    std::size_t firstEntity() const;
+    void countComing();
+    void beginIndexes();
     void removeStale();
     void writeZone();
     void writeNamed();
     void writeAlignments();
-    void writeEntities();
+    void writeEntities(EntityLayer layer, const char* table, const char* insert);
     void writeDrawing();
     void growContents(const char* table, const Extent& extent);
 
@@ -34,7 +42,13 @@ class DrawingWriter {
     bool fromNothing_;
     std::uint64_t entitiesFrom_; // identifiers beyond these are written
     std::uint64_t othersFrom_;
-    BlobWriter blob_;
+    int zoneBefore_;
+    std::int32_t srsId_;
+    std::array<std::uint64_t, kEntityLayers> entitiesComing_{}; // in the order of EntityLayer
+    std::uint64_t alignmentsComing_ = 0;
+    RowCounter counter_;
+    std::array<SpatialIndex, kEntityLayers> entityIndexes_;
+    SpatialIndex alignmentIndex_;
 };
 
 } // namespace fenmark::host::embedded

@@ -75,6 +75,15 @@ CREATE TABLE gpkg_geometry_columns (
     CONSTRAINT fk_gc_srs FOREIGN KEY (srs_id) REFERENCES gpkg_spatial_ref_sys(srs_id)
 );
 
+CREATE TABLE gpkg_extensions (
+    table_name TEXT,
+    column_name TEXT,
+    extension_name TEXT NOT NULL,
+    definition TEXT NOT NULL,
+    scope TEXT NOT NULL,
+    CONSTRAINT ge_tce UNIQUE (table_name, column_name, extension_name)
+);
+
 CREATE TABLE points (
     fid INTEGER PRIMARY KEY NOT NULL,
     geom POINT,
@@ -222,10 +231,16 @@ inline constexpr const char* kDeleteSites = "DELETE FROM sites WHERE id > ?1";
 inline constexpr const char* kDeleteTables = "DELETE FROM object_data_tables WHERE id > ?1";
 
 // --- writing ---
-inline constexpr const char* kInsertPoint = "INSERT INTO points VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
-inline constexpr const char* kInsertPolyline =
-    "INSERT INTO polylines VALUES (?1, ?2, ?3, ?9, ?10, ?11, ?4, ?5, ?6, ?7, ?8)";
-inline constexpr const char* kInsertLot = "INSERT INTO lots VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)";
+// Entities come out of memory as the rows of a table of these columns.
+inline constexpr const char* kEntityColumns =
+    "fid, geom, layer, closed, vertices, lightweight, data_table, no, name, type, file_name";
+inline constexpr const char* kInsertPoints =
+    "INSERT INTO points SELECT fid, geom, layer, data_table, no, name, type, file_name FROM incoming";
+inline constexpr const char* kInsertPolylines = "INSERT INTO polylines SELECT fid, geom, layer, closed, vertices, "
+                                                "lightweight, data_table, no, name, type, file_name"
+                                                " FROM incoming";
+inline constexpr const char* kInsertLots =
+    "INSERT INTO lots SELECT fid, geom, layer, no, name, type, file_name FROM incoming";
 inline constexpr const char* kInsertAlignment =
     "INSERT INTO alignments VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)";
 inline constexpr const char* kInsertElement =

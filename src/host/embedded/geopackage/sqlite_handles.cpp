@@ -121,15 +121,6 @@ Statement& Statement::bind(int index, std::span<const std::byte> blob) {
 
 Statement& Statement::bindNull(int index) {
     check(sqlite3_bind_null(handle_.get(), index));
-    bound_[index] = nullptr;
-    return *this;
-}
-
-Statement& Statement::bindRepeated(int index, std::string_view text) {
-    if (text.data() != nullptr && text.data() == bound_[index])
-        return *this;
-    bind(index, text);
-    bound_[index] = text.data();
     return *this;
 }
 

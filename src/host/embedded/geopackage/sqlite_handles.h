@@ -48,9 +48,6 @@ class Statement {
     Statement& bind(int index, std::string_view text);
     Statement& bind(int index, std::span<const std::byte> blob); // an empty one becomes NULL
     Statement& bindNull(int index);
-    // Binds only what has changed since this statement was last bound at the index: names of layers, types and files
-    // stand at one place in memory, row after row.
-    Statement& bindRepeated(int index, std::string_view text);
 
     bool step(); // true for a row
     void run();  // no rows wanted; ready to be bound again
@@ -62,7 +59,6 @@ class Statement {
     std::span<const std::byte> blob(int column) const;
 
   private:
-    static constexpr int kMostParameters = 32;
     struct Finalize {
         void operator()(sqlite3_stmt* handle) const { sqlite3_finalize(handle); }
     };
@@ -70,7 +66,6 @@ class Statement {
 
     Connection& connection_;
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
-    const char* bound_[kMostParameters] = {};
 };
 
 } // namespace fenmark::host::embedded

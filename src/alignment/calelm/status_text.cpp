@@ -124,10 +124,10 @@ constexpr Text kTexts[] = {
     {"ali_ARAmakSS", -1,
      "the lines are parallel, the IP lies off them, a tangent length is longer than a straight, or the clothoids "
      "leave no room for the arc"},
-    {"ali_RmakSR", -1, "the side is not +1 or -1, or no arc of this radius touches the straight and the arc"},
+    {"ali_RmakSR", -1, "the side is not +1 or -1, or no arc of this radius touches both within them"},
     {"ali_RmakRR", -1, "a radius is 0, or no arc of this radius and turn touches both arcs within them"},
     {"ali_SmakRR", -1, "a radius is 0, the circles leave no common tangent, or it touches outside the arcs"},
-    {"ali_RAmakSR", -1, "the side or the mode is not one of its values, or no arc and clothoid of these sizes fit"},
+    {"ali_RAmakSR", -1, "the side or the mode is not one of its values, or these sizes leave no chain within both"},
     {"ali_ARmakRR", -1, "the mode is 0, the turns differ, or the arcs are too far apart or too close for these sizes"},
     {"ali_ARAmakRR", -1, "two radii are alike, or the arcs are too far apart or too close for these sizes"},
     {"ali_SAmakRR", -1, "the circles leave no common tangent, or the clothoid finds no room on it"},

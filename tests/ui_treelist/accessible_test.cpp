@@ -126,7 +126,7 @@ TEST_F(AccessibleTest, MovesOfTheFocusAndChangesOfStateAreAnnounced) {
     list_->SetItemText(a1_, 0, "renamed");
     EXPECT_TRUE(heard(QAccessible::NameChanged, "renamed"));
     announced.clear();
-    list_->ExpandItem(a1_, ExpandCode::Expand);
+    list_->Expand(a1_, ExpandCode::Expand);
     QApplication::processEvents();
     EXPECT_TRUE(std::any_of(announced.begin(), announced.end(),
                             [](const auto& heardEvent) { return heardEvent.first == QAccessible::TableModelChanged; }));

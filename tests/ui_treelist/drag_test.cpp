@@ -215,7 +215,7 @@ TEST_F(DragTest, RestingOnACollapsedRowExpandsItAndSoonerForADragFromAnotherCont
     list_->DragLeave(&source);
     EXPECT_EQ(timers(), std::set<int>{}) << "both end with the drag";
 
-    list_->ExpandItem(a1_, ExpandCode::Collapse);
+    list_->Expand(a1_, ExpandCode::Collapse);
     list_->SelectItem(b_, 0);
     list_->DragEnter(list_);
     list_->DragOver(list_, at(a1_, kHitText));

@@ -192,7 +192,7 @@ TEST_F(TreeListTest, BoxesCanBeFlippedWithoutAMouse) {
     press(Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(list_->GetLock(a_), 1);
     EXPECT_EQ(window_.codes(), (std::vector<int>{-427, -428}));
-    list_->ExpandItem(b_, ExpandCode::Toggle);
+    list_->Expand(b_, ExpandCode::Toggle);
     list_->SelectItem(b_, 0);
     press(Qt::Key_Space);
     EXPECT_EQ(list_->GetCheck(b_), 1) << "a row with nothing to expand is ticked by Space";
@@ -203,7 +203,7 @@ TEST_F(TreeListTest, BoxesCanBeFlippedWithoutAMouse) {
 
 TEST_F(TreeListTest, CollapsingTakesTheFocusRowToTheCollapsedRow) {
     list_->SelectItem(a2_, 0);
-    list_->ExpandItem(a_, ExpandCode::Collapse);
+    list_->Expand(a_, ExpandCode::Collapse);
     EXPECT_EQ(list_->GetFocusItem(), a_);
     press(Qt::Key_Down);
     EXPECT_EQ(list_->GetSelectedItem(), b_);

@@ -87,7 +87,7 @@ TEST_F(PaintTest, AButtonDisappearsOnceALeafWasExpanded) {
     list_->SetStyle(list_->GetStyle() & ~std::uint32_t{kStyleTreeLines});
     const QColor back = list_->GetBkColor();
     EXPECT_LT(pixels(picture(), square, back), 49);
-    list_->ExpandItem(b_, ExpandCode::Toggle);
+    list_->Expand(b_, ExpandCode::Toggle);
     EXPECT_EQ(pixels(picture(), square, back), 49);
 }
 
@@ -150,11 +150,11 @@ TEST_F(PaintTest, ImagesFollowExpansionAndSelection) {
         return picture().pixelColor(image.center());
     };
     EXPECT_EQ(seen(), colors[0]);
-    list_->ExpandItem(a1_, ExpandCode::Expand);
+    list_->Expand(a1_, ExpandCode::Expand);
     EXPECT_EQ(seen(), colors[1]);
     list_->SelectItem(a1_, 1);
     EXPECT_EQ(seen(), colors[3]);
-    list_->ExpandItem(a1_, ExpandCode::Collapse);
+    list_->Expand(a1_, ExpandCode::Collapse);
     EXPECT_EQ(seen(), colors[2]);
 }
 

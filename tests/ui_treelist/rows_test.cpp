@@ -124,24 +124,24 @@ TEST_F(TreeListTest, FlatListWalksFollowWhatIsShown) {
 
 TEST_F(TreeListTest, TogglingAChildlessRowForTheFirstTimeSetsBothBitsAndItsButtonDisappears) {
     EXPECT_EQ(buttonKind(*b_), ButtonKind::Neutral);
-    EXPECT_TRUE(list_->ExpandItem(b_, ExpandCode::Toggle));
+    EXPECT_TRUE(list_->Expand(b_, ExpandCode::Toggle));
     EXPECT_EQ(list_->GetItemState(b_) & 0x6U, 0x6U);
     EXPECT_EQ(buttonKind(*b_), ButtonKind::None);
     EXPECT_EQ(window_.codes(), (std::vector<int>{-454, -455}));
     window_.heard.clear();
-    EXPECT_TRUE(list_->ExpandItem(b_, ExpandCode::Toggle)) << "success, and nothing happens";
+    EXPECT_TRUE(list_->Expand(b_, ExpandCode::Toggle)) << "success, and nothing happens";
     EXPECT_EQ(list_->GetItemState(b_) & 0x6U, 0x6U);
     EXPECT_TRUE(window_.heard.empty());
 }
 
 TEST_F(TreeListTest, ExpandingWhatIsExpandedDoesNothing) {
-    EXPECT_TRUE(list_->ExpandItem(a_, ExpandCode::Expand));
+    EXPECT_TRUE(list_->Expand(a_, ExpandCode::Expand));
     EXPECT_TRUE(window_.heard.empty());
 }
 
 TEST_F(TreeListTest, AVetoOnExpandingLeavesTheRowAsItWas) {
     window_.answers[-454] = -1;
-    EXPECT_FALSE(list_->ExpandItem(a_, ExpandCode::Collapse));
+    EXPECT_FALSE(list_->Expand(a_, ExpandCode::Collapse));
     EXPECT_TRUE(a_->isExpanded());
     EXPECT_EQ(window_.codes(), std::vector<int>{-454});
     EXPECT_EQ(list_->GetVisibleCount(), 5);
@@ -150,7 +150,7 @@ TEST_F(TreeListTest, AVetoOnExpandingLeavesTheRowAsItWas) {
 TEST_F(TreeListTest, CollapseWithDeletionTakesAllChildren) {
     list_->SelectItem(a1_, 0);
     window_.heard.clear();
-    EXPECT_TRUE(list_->ExpandItem(a_, ExpandCode::CollapseReset));
+    EXPECT_TRUE(list_->Expand(a_, ExpandCode::CollapseReset));
     EXPECT_FALSE(list_->ItemHasChildren(a_));
     EXPECT_EQ(list_->GetItemState(a_) & 0x6U, 0x4U);
     EXPECT_EQ(list_->GetItemCount(), 3);
@@ -164,7 +164,7 @@ TEST_F(TreeListTest, AParentThatDeletesTheRowWhileItExpandsDoesNoHarm) {
             list_->DeleteItem(n.item);
         }
     };
-    list_->ExpandItem(a_, ExpandCode::Collapse);
+    list_->Expand(a_, ExpandCode::Collapse);
     EXPECT_EQ(list_->GetItemCount(), 2);
 }
 

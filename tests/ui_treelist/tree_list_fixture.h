@@ -90,7 +90,7 @@ class TreeListTest : public ::testing::Test {
         a2_ = list_->InsertItem("a2", a_);
         b_ = list_->InsertItem("b");
         c_ = list_->InsertItem("c");
-        list_->ExpandItem(a_, ExpandCode::Expand);
+        list_->Expand(a_, ExpandCode::Expand);
         window_.show();
         QApplication::setActiveWindow(&window_);
         list_->setFocus();

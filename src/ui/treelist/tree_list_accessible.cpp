@@ -163,7 +163,7 @@ class CellAccessible : public QAccessibleInterface,
         } else if (name == toggleAction() && hasCheckBox()) {
             control_->SetItemCheck(item_, column_);
         } else if (name == showMenuAction()) {
-            control_->ExpandItem(item_, ExpandCode::Toggle);
+            control_->Expand(item_, ExpandCode::Toggle);
         }
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString& name) const override {

@@ -18,6 +18,7 @@
 #include "ui/treelist/tree_list_header_ctrl.h"
 #include "ui/treelist/tree_list_painter.h"
 #include "ui/treelist/tree_list_resource.h"
+#include "ui/treelist/tree_list_row_guard.h"
 #include "ui/treelist/tree_list_tip_ctrl.h"
 
 namespace fenmark::ui::treelist {
@@ -45,6 +46,10 @@ CTreeListCtrl::CTreeListCtrl(QWidget* parent)
 }
 
 CTreeListCtrl::~CTreeListCtrl() {
+    for (RowGuard* guard : guards_) {
+        guard->control_ = nullptr;
+        guard->item_ = nullptr;
+    }
     forgetAccessibleRows(this);
     if (state_ & kControlCaptured) {
         QApplication::restoreOverrideCursor();
@@ -250,10 +255,13 @@ int CTreeListCtrl::notify(int code, CTreeListItem* item, int column, CTreeListCt
     for (QWidget* window = parentWidget(); !asked && window; window = window->parentWidget()) {
         asked = dynamic_cast<TreeListParent*>(window);
     }
+    const RowGuard guard(*this);
     if (asked) {
         answer = asked->treeListNotify(notification);
     }
-    emit notified(notification, &answer);
+    if (guard.controlLives()) {
+        emit notified(notification, &answer);
+    }
     return answer;
 }
 
@@ -334,10 +342,15 @@ bool CTreeListCtrl::event(QEvent* event) {
     case QEvent::LayoutRequest:
         layoutNow();
         return true;
-    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonPress: {
         // The frame and the corner: outside of the view.
+        const RowGuard guard(*this);
         CancelModify();
+        if (!guard.controlLives()) {
+            return true;
+        }
         break;
+    }
     case QEvent::Polish:
         setUp();
         break;
@@ -350,7 +363,11 @@ bool CTreeListCtrl::event(QEvent* event) {
 bool CTreeListCtrl::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress &&
         (watched == verticalScrollBar() || watched == horizontalScrollBar())) {
+        const RowGuard guard(*this);
         CancelModify();
+        if (!guard.controlLives()) {
+            return true;
+        }
     }
     return QAbstractScrollArea::eventFilter(watched, event);
 }
@@ -384,15 +401,24 @@ void CTreeListCtrl::showEvent(QShowEvent* event) {
     QAbstractScrollArea::showEvent(event);
 }
 
+void CTreeListCtrl::hideEvent(QHideEvent* event) {
+    QAbstractScrollArea::hideEvent(event);
+    stopDrags();
+}
+
 void CTreeListCtrl::changeEvent(QEvent* event) {
     QAbstractScrollArea::changeEvent(event);
     switch (event->type()) {
     case QEvent::EnabledChange:
         setState(kControlEnabled, isEnabled());
-        if (!isEnabled()) {
-            CancelModify();
-        }
         repaintRows();
+        if (!isEnabled()) {
+            const RowGuard guard(*this);
+            stopDrags();
+            if (guard.controlLives()) {
+                CancelModify();
+            }
+        }
         break;
     case QEvent::FontChange:
     case QEvent::StyleChange:

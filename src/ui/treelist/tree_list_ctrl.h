@@ -35,6 +35,7 @@ class CTreeListEditCtrl;
 class CTreeListHeaderCtrl;
 class CTreeListStaticCtrl;
 class CTreeListTipCtrl;
+class RowGuard;
 class TreeListPainter;
 
 // Stand-ins for a parent row and for an insert-after row. They are never dereferenced.
@@ -101,9 +102,9 @@ class CTreeListCtrl : public QAbstractScrollArea {
     [[nodiscard]] int GetItemCount() const; // all rows
     [[nodiscard]] int GetCount() const;     // all rows: the name that trees use
     [[nodiscard]] bool ItemHasChildren(const CTreeListItem* item) const;
-    void Expand(CTreeListItem* item, ExpandCode code) { ExpandItem(item, code); }
-    // As Expand; false if vetoed.
-    bool ExpandItem(CTreeListItem* item, ExpandCode code);
+    // False if vetoed, or for the hidden root. A row that was expanded once and has no children, and one that is in the
+    // wanted state already, are left as they are without a notification.
+    bool Expand(CTreeListItem* item, ExpandCode code);
     void EnsureVisible(CTreeListItem* item, int column = -1); // expands parents as needed, without notifications
 
     // --- Navigation ---
@@ -220,8 +221,10 @@ class CTreeListCtrl : public QAbstractScrollArea {
     DropResult DragOver(CTreeListCtrl* source, const QPoint& point);
     void DragLeave(CTreeListCtrl* source);
     bool Drop(CTreeListCtrl* source, const QPoint& point); // acts on DropResult OnRow and OnEmpty only
-    void SetHoverItem(CTreeListItem* item);                // the row under the cursor of a drag, or null
-    void SetTargetItem(CTreeListItem* item);               // the row that a drop would go to, or null
+    // From the cursor to the picture of the rows, remembered for the drags to come; without a value (20, 4).
+    void SetDragOffset(const std::optional<QPoint>& offset) { dragOffset_ = offset; }
+    void SetHoverItem(CTreeListItem* item);  // the row under the cursor of a drag, or null
+    void SetTargetItem(CTreeListItem* item); // the row that a drop would go to, or null
     [[nodiscard]] CTreeListItem* GetHoverItem() const { return hoverItem_; }
     [[nodiscard]] CTreeListItem* GetTargetItem() const { return targetItem_; }
     [[nodiscard]] bool IsDragging() const { return (state_ & kControlCaptured) != 0; }
@@ -249,6 +252,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -283,7 +287,11 @@ class CTreeListCtrl : public QAbstractScrollArea {
     [[nodiscard]] RowParts partsOf(const CTreeListItem* item, int column) const;
     [[nodiscard]] CTreeListItem* realParent(CTreeListItem* parent) const;
     [[nodiscard]] CTreeListItem* afterIn(CTreeListItem* parent, CTreeListItem* after) const;
-    void forget(CTreeListItem* subtree); // before a subtree is deleted
+    void leaveEditor(const CTreeListItem* above); // closes the editor of a row below or at `above`, which is to go
+    void forget(CTreeListItem* subtree);          // before a subtree is deleted
+    // Checks and locks of parents follow rows that go and come, unless a click changes its row only.
+    void leaveUnions(CTreeListItem* item) const; // before it goes
+    void joinUnions(CTreeListItem* item) const;  // after it came
     void announceRow(CTreeListItem* item, int accessibleEvent) const;
     void columnsChanged();
     [[nodiscard]] int widestText(int column, int start) const;
@@ -296,18 +304,30 @@ class CTreeListCtrl : public QAbstractScrollArea {
     void pressRow(CTreeListItem* item, int flags, int column, QMouseEvent* event);
     bool treeKey(QKeyEvent* event);
     bool editorKey(QKeyEvent* event); // from the open editor
-    void moveFocusRow(CTreeListItem* item);
+    [[nodiscard]] int rowAfterKey(int key) const;
+    bool headerMenuKey();
+    void spaceKey(Qt::KeyboardModifiers modifiers);
+    bool sidewaysKey(bool right, Qt::KeyboardModifiers modifiers);
+    void moveFocusRow(CTreeListItem* item, Qt::KeyboardModifiers modifiers);
     void moveFocusColumn(int step);
     void updateHover(const QPoint& point);
     void updateTip(const QPoint& point);
 
+    // Selection (tree_list_ctrl_selection.cpp).
+    bool selectRange(CTreeListItem* item, int column);
+    void clearSelection();
+    void unselect(CTreeListItem* item);
+    void selectionMade(const RowGuard& row, int column);
+
     // Editing (tree_list_ctrl_edit.cpp).
     bool beginControl();
-    void endControl(bool write); // closes the open editor
+    void closeEditor();          // hides it, without writing or telling anybody
+    void endControl(bool write); // closes the open editor and tells the parent
     int updateModifyColumn(int column);
     int writeAllBack(bool reopen);
     void endModify();
     void placeEditor();
+    [[nodiscard]] bool modifyCellShown() const;
     void editorLostFocus();
 
     // Drag and drop (tree_list_ctrl_drag.cpp).
@@ -315,6 +335,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     void startDrag(const QPoint& point);
     void moveDrag(const QPoint& globalPoint);
     void endDrag(bool drop, const QPoint& globalPoint);
+    void stopDrags(); // of rows and columns: a control that is disabled or hidden drags nothing
     [[nodiscard]] DropResult askDrop(CTreeListCtrl* source, CTreeListItem* row);
     [[nodiscard]] QPixmap pictureOfSelection() const;
     void scrollAtEdge();
@@ -332,7 +353,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     mutable bool layoutDirty_ = true;
     mutable bool laying_ = false;
 
-    std::vector<CTreeListItem**> guards_;  // pointers to rows that are nulled when their row is deleted
+    std::vector<RowGuard*> guards_;        // over notifications: told when their row or the control is deleted
     std::deque<CTreeListItem*> selection_; // the last one added is the first
     CTreeListItem* focusItem_ = nullptr;
     int focusColumn_ = 0;
@@ -353,7 +374,6 @@ class CTreeListCtrl : public QAbstractScrollArea {
     CTreeListItem* hoverItem_ = nullptr;
     CTreeListItem* targetItem_ = nullptr;
     CTreeListItem* timerItem_ = nullptr; // the row that timer 1 was started on
-    DropResult dropResult_ = DropResult::Refused;
     QPointer<CTreeListCtrl> dragTarget_;
     QPointer<CTreeListCtrl> dragSource_;
     QBasicTimer expandTimer_; // timer 1

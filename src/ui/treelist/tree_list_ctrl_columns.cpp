@@ -5,6 +5,7 @@
 #include "ui/treelist/tree_list_accessible.h"
 #include "ui/treelist/tree_list_ctrl.h"
 #include "ui/treelist/tree_list_header_ctrl.h"
+#include "ui/treelist/tree_list_row_guard.h"
 #include "ui/treelist/tree_list_widest_text.h"
 
 namespace fenmark::ui::treelist {
@@ -33,8 +34,13 @@ int CTreeListCtrl::InsertColumn(const QString& text, std::uint32_t format, int w
 
 void CTreeListCtrl::DeleteColumn(int column) {
     static_cast<void>(columns_.at(column));
-    if (modifyItem_) {
-        CancelModify();
+    const RowGuard guard(*this);
+    CancelModify();
+    if (!guard.controlLives() || !columns_.contains(column)) {
+        return; // the parent was quicker
+    }
+    if (header_) {
+        header_->cancelDrag();
     }
     columns_.remove(column);
     choices_.erase(choices_.begin() + column);

@@ -9,6 +9,7 @@
 
 #include "ui/treelist/tree_list_ctrl.h"
 #include "ui/treelist/tree_list_drag_windows.h"
+#include "ui/treelist/tree_list_header_ctrl.h"
 #include "ui/treelist/tree_list_painter.h"
 #include "ui/treelist/tree_list_resource.h"
 #include "ui/treelist/tree_list_row_guard.h"
@@ -40,7 +41,8 @@ void CTreeListCtrl::armDrag(CTreeListItem* item) {
     if (!(style_ & kStyleDragRows) || !(item->state & kItemSelected)) {
         return;
     }
-    if (notify(kNotifyDragStarting, item, focusColumn_) < 0) {
+    const RowGuard row(*this, item);
+    if (notify(kNotifyDragStarting, item, focusColumn_) < 0 || !row) {
         return;
     }
     setState(kControlDragArmed, true);
@@ -94,34 +96,50 @@ void CTreeListCtrl::moveDrag(const QPoint& globalPoint) {
     if (dragWindow_) {
         dragWindow_->follow(globalPoint);
     }
-    CTreeListCtrl* under = controlAt(globalPoint);
+    // Either control may be deleted, and the drag broken off, in each of the notifications.
+    const QPointer<CTreeListCtrl> self(this);
+    const QPointer<CTreeListCtrl> under(controlAt(globalPoint));
     if (under != dragTarget_) {
-        if (dragTarget_) {
-            dragTarget_->DragLeave(this);
-        }
+        const QPointer<CTreeListCtrl> left = dragTarget_;
         dragTarget_ = under;
-        if (under) {
+        if (left) {
+            left->DragLeave(this);
+        }
+        if (self && under && IsDragging()) {
             under->DragEnter(this);
         }
     }
-    dropResult_ = under ? under->DragOver(this, under->viewport()->mapFromGlobal(globalPoint)) : DropResult::Refused;
-    QApplication::changeOverrideCursor(CTreeListResource::dropCursor(dropResult_));
+    DropResult result = DropResult::Refused;
+    if (self && under && IsDragging()) {
+        result = under->DragOver(this, under->viewport()->mapFromGlobal(globalPoint));
+    }
+    if (self && IsDragging()) {
+        QApplication::changeOverrideCursor(CTreeListResource::dropCursor(result));
+    }
 }
 
 void CTreeListCtrl::endDrag(bool drop, const QPoint& globalPoint) {
     setState(kControlCaptured, false);
     dragWindow_.reset();
     QApplication::restoreOverrideCursor();
+    const QPointer<CTreeListCtrl> self(this);
     const QPointer<CTreeListCtrl> target = dragTarget_;
     dragTarget_ = nullptr;
-    if (!target) {
-        return;
-    }
-    if (drop) {
+    if (target && drop) {
         target->Drop(this, target->viewport()->mapFromGlobal(globalPoint));
     }
     if (target) {
-        target->DragLeave(this);
+        target->DragLeave(self);
+    }
+}
+
+void CTreeListCtrl::stopDrags() {
+    setState(kControlDragArmed, false);
+    if (header_) {
+        header_->cancelDrag();
+    }
+    if (state_ & kControlCaptured) {
+        endDrag(false, {});
     }
 }
 
@@ -163,8 +181,11 @@ DropResult CTreeListCtrl::DragOver(CTreeListCtrl* source, const QPoint& point) {
     CTreeListItem* row = HitTest(point);
     SetHoverItem(row);
     const RowGuard guard(*this, row);
-    dropResult_ = viewport()->rect().contains(point) ? askDrop(source, row) : DropResult::Refused;
-    SetTargetItem(dropResult_ == DropResult::OnRow ? guard.get() : nullptr);
+    const DropResult result = viewport()->rect().contains(point) ? askDrop(source, row) : DropResult::Refused;
+    if (!guard.controlLives()) {
+        return DropResult::Refused;
+    }
+    SetTargetItem(result == DropResult::OnRow ? guard.get() : nullptr);
     if (style_ & kStyleTree) {
         const bool own = source == this;
         if (hoverItem_ != timerItem_) {
@@ -179,7 +200,7 @@ DropResult CTreeListCtrl::DragOver(CTreeListCtrl* source, const QPoint& point) {
             scrollTimer_.start(own ? kOwnScrollTime : kForeignScrollTime, this);
         }
     }
-    return dropResult_;
+    return result;
 }
 
 void CTreeListCtrl::DragLeave(CTreeListCtrl* source) {
@@ -193,7 +214,11 @@ void CTreeListCtrl::DragLeave(CTreeListCtrl* source) {
 }
 
 bool CTreeListCtrl::Drop(CTreeListCtrl* source, const QPoint& point) {
+    const RowGuard guard(*this);
     const DropResult result = DragOver(source, point);
+    if (!guard.controlLives()) {
+        return false;
+    }
     expandTimer_.stop();
     scrollTimer_.stop();
     if (result != DropResult::OnRow && result != DropResult::OnEmpty) {
@@ -245,7 +270,7 @@ void CTreeListCtrl::timerEvent(QTimerEvent* event) {
     if (event->timerId() == expandTimer_.timerId()) {
         expandTimer_.stop();
         if (timerItem_ && timerItem_ == hoverItem_ && !timerItem_->isExpanded()) {
-            ExpandItem(timerItem_, ExpandCode::Expand);
+            Expand(timerItem_, ExpandCode::Expand);
         }
     } else if (event->timerId() == scrollTimer_.timerId()) {
         scrollAtEdge();

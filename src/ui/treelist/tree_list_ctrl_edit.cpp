@@ -30,26 +30,32 @@ Qt::Alignment alignmentOf(const CTreeListColumnInfo& info) {
 
 bool CTreeListCtrl::BeginModify(CTreeListItem* item, int column) {
     static_cast<void>(columns_.at(column));
-    if ((style_ & kStyleNoEdit) || !item || item == tree_.root() || item == TLI_ROOT) {
+    if ((style_ & kStyleNoEdit) || columns_.placeOf(column) < 0 || !item || item == tree_.root() || item == TLI_ROOT) {
         return false;
+    }
+    if (state_ & kControlWriting) {
+        return false; // asked from within a notification about the texts that are being written back
     }
     setUp();
     const RowGuard row(*this, item);
     if (modifyItem_ == item) {
         // A refused text is restored, and the editor goes on to the new column all the same.
         updateModifyColumn(modifyColumn_);
+        if (!row || modifyItem_ != item) {
+            return false; // the parent deleted the row or ended the modification
+        }
     } else {
         if (modifyItem_) {
             UpdateModify();
         }
-        if (!row) {
-            return false;
+        if (!row || modifyItem_) {
+            return false; // the parent deleted the row or began another modification
         }
         modifyItem_ = item;
         modifyTexts_ = item->texts().copy();
     }
-    if (!row) {
-        return false;
+    if (columns_.placeOf(column) < 0) {
+        return false; // the parent took the column away
     }
     modifyColumn_ = column;
     setState(kControlModifying, true);
@@ -98,6 +104,18 @@ void CTreeListCtrl::placeEditor() {
     if (!editorOpen_ || !modifyItem_) {
         return;
     }
+    if (!modifyCellShown()) {
+        // Written back as if the user had left it, when whoever takes the cell out of sight has done.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (editorOpen_ && !modifyCellShown()) {
+                    UpdateModify();
+                }
+            },
+            Qt::QueuedConnection);
+        return;
+    }
     QWidget* editor = GetControl();
     QRect rect = toRect(partsOf(modifyItem_, modifyColumn_).text);
     if (openKind_ == ModifyKind::Combo) {
@@ -134,19 +152,26 @@ void CTreeListCtrl::SetCtrlFocus() {
     }
 }
 
-void CTreeListCtrl::endControl(bool write) {
+void CTreeListCtrl::closeEditor() {
     QWidget* editor = GetControl();
     if (!editor) {
         return;
     }
-    const QString text = openKind_ == ModifyKind::Edit ? editEditor_->text() : comboEditor_->currentText();
-    const bool writes = write && openKind_ != ModifyKind::Static;
     const bool focused = editor->hasFocus();
     editorOpen_ = false; // first, so that the loss of the focus is not taken for the user's
     if (focused) {
         setFocus(Qt::OtherFocusReason);
     }
     editor->hide();
+}
+
+void CTreeListCtrl::endControl(bool write) {
+    if (!editorOpen_) {
+        return;
+    }
+    const QString text = openKind_ == ModifyKind::Edit ? editEditor_->text() : comboEditor_->currentText();
+    const bool writes = write && openKind_ != ModifyKind::Static;
+    closeEditor();
     const RowGuard row(*this, modifyItem_);
     if (writes && row) {
         SetItemText(row.get(), modifyColumn_, text);
@@ -161,18 +186,24 @@ int CTreeListCtrl::updateModifyColumn(int column) {
     if (column == modifyColumn_) {
         endControl(true);
     }
-    if (!row) {
-        return 1;
+    if (!row || modifyItem_ != row.get()) {
+        return 1; // the parent deleted the row or ended the modification
     }
     const auto cell = static_cast<std::size_t>(column);
     const std::string saved = cell < modifyTexts_.size() ? modifyTexts_[cell] : std::string();
     if (row->texts().at(cell) != saved) {
         const int answer = notify(kNotifyCellChanged, row.get(), column);
-        if (answer < 0 && row) {
+        if (!row) {
+            return 1;
+        }
+        if (answer < 0) {
             tree_.setText(row.get(), cell, saved);
             repaintItem(row.get());
             setState(kControlWriting, false);
             return 0;
+        }
+        if (modifyItem_ != row.get()) {
+            return 1; // and what the parent began instead keeps its state
         }
     }
     setState(kControlModifying | kControlWriting, false);
@@ -187,12 +218,12 @@ int CTreeListCtrl::writeAllBack(bool reopen) {
     setState(kControlWriting, true);
     endControl(true);
     int accepted = 1;
-    for (int column = 0; column < columns_.count() && row && modifyItem_ == row.get(); ++column) {
+    for (int column = 0; row && modifyItem_ == row.get() && column < columns_.count(); ++column) {
         if (updateModifyColumn(column) == 1) {
             continue;
         }
         accepted = 0;
-        if (reopen && row) {
+        if (reopen && modifyItem_ == row.get() && columns_.placeOf(column) >= 0) {
             modifyColumn_ = column;
             setState(kControlModifying, true);
             beginControl();
@@ -302,6 +333,10 @@ void CTreeListCtrl::editorLostFocus() {
             }
         },
         Qt::QueuedConnection);
+}
+
+bool CTreeListCtrl::modifyCellShown() const {
+    return modifyItem_ && tree_.isShown(modifyItem_) && columns_.placeOf(modifyColumn_) >= 0;
 }
 
 } // namespace fenmark::ui::treelist

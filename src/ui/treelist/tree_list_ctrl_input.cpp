@@ -39,10 +39,11 @@ void CTreeListCtrl::mousePressEvent(QMouseEvent* event) {
     pressFlags_ = flags;
     pressTop_ = GetTopIndex();
     if (!item) {
-        if (modifyItem_) {
-            FinishModify();
+        const RowGuard guard(*this);
+        FinishModify();
+        if (guard.controlLives()) {
+            SelectItem(nullptr);
         }
-        SelectItem(nullptr);
         return;
     }
     pressRow(item, flags, column, event);
@@ -52,7 +53,7 @@ void CTreeListCtrl::pressRow(CTreeListItem* item, int flags, int column, QMouseE
     const RowGuard row(*this, item);
     switch (flags) {
     case kHitButton:
-        ExpandItem(item, item->isExpanded() ? ExpandCode::Collapse : ExpandCode::Expand);
+        Expand(item, item->isExpanded() ? ExpandCode::Collapse : ExpandCode::Expand);
         return;
     case kHitCheck:
         SetItemCheck(item, column);
@@ -79,6 +80,8 @@ void CTreeListCtrl::pressRow(CTreeListItem* item, int flags, int column, QMouseE
     const int target = column >= 0 ? column : focusOrFirstColumn();
     if (event->modifiers() & Qt::ControlModifier) {
         SelectItem(item, target, 0);
+    } else if ((event->modifiers() & Qt::ShiftModifier) && (style_ & kStyleMultiSelect)) {
+        selectRange(item, target);
     } else if (item->state & kItemSelected) {
         ActiveItem(item, target);
     } else {
@@ -104,7 +107,7 @@ void CTreeListCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
         flags = pressFlags_;
     }
     if (item && (style_ & kStyleTree) && (flags == kHitText || flags == kHitImage) && modifyItem_ != item) {
-        ExpandItem(item, ExpandCode::Toggle);
+        Expand(item, ExpandCode::Toggle);
         return;
     }
     mousePressEvent(event); // the second of two quick clicks on a box or a button
@@ -133,10 +136,10 @@ void CTreeListCtrl::mouseReleaseEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
+    setState(kControlDragArmed, false);
     if (state_ & kControlCaptured) {
         endDrag(true, viewport()->mapToGlobal(event->position().toPoint()));
     }
-    setState(kControlDragArmed, false);
 }
 
 void CTreeListCtrl::updateHover(const QPoint& point) {
@@ -189,9 +192,17 @@ void CTreeListCtrl::wheelEvent(QWheelEvent* event) {
     event->setAccepted(verticalScrollBar()->maximum() > 0 || horizontalScrollBar()->maximum() > 0);
 }
 
-void CTreeListCtrl::moveFocusRow(CTreeListItem* item) {
-    if (item) {
-        SelectItem(item, focusOrFirstColumn(), 1);
+// A key takes the focus to a row and selects it alone. With several rows to be selected, Shift selects from the mark to
+// it, and Ctrl leaves the selection as it is.
+void CTreeListCtrl::moveFocusRow(CTreeListItem* item, Qt::KeyboardModifiers modifiers) {
+    const bool multiple = (style_ & kStyleMultiSelect) != 0;
+    const int column = focusOrFirstColumn();
+    if (multiple && (modifiers & Qt::ShiftModifier)) {
+        selectRange(item, column);
+    } else if (multiple && (modifiers & Qt::ControlModifier)) {
+        ActiveItem(item, column);
+    } else {
+        SelectItem(item, column, 1);
     }
 }
 
@@ -213,13 +224,13 @@ void CTreeListCtrl::keyPressEvent(QKeyEvent* event) {
     if (tip_) {
         tip_->leave();
     }
-    if ((state_ & kControlCaptured) && event->key() == Qt::Key_Escape) {
-        endDrag(false, {});
+    if (event->key() == Qt::Key_Escape && (IsDragging() || (header_ && header_->isDragging()))) {
+        event->accept();
+        stopDrags();
         return;
     }
-    if (editorOpen_ ? editorKey(event) : treeKey(event)) {
-        event->accept();
-    } else {
+    event->accept();
+    if (!(editorOpen_ ? editorKey(event) : treeKey(event))) {
         event->ignore(); // and not to the scroll bars: the parent may have a use for it
     }
 }
@@ -227,104 +238,125 @@ void CTreeListCtrl::keyPressEvent(QKeyEvent* event) {
 bool CTreeListCtrl::treeKey(QKeyEvent* event) {
     const bool tree = (style_ & kStyleTree) != 0;
     const Qt::KeyboardModifiers modifiers = event->modifiers();
-    const int last = GetVisibleCount() - 1;
     if (event->key() == Qt::Key_Down && (modifiers & Qt::AltModifier)) {
-        if (!header_ || !(style_ & kStyleHeader)) {
-            return false;
-        }
-        // The header's menu without a mouse.
-        const int column = columns_.count() > 0 ? focusOrFirstColumn() : -1;
-        const QRect cell = column >= 0 ? header_->cellRect(column) : QRect();
-        header_->showMenu(header_->mapToGlobal(QPoint(std::max(0, cell.left()), header_->height())), column);
-        return true;
+        return headerMenuKey();
     }
-    const bool moves = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown ||
-                       event->key() == Qt::Key_Home || event->key() == Qt::Key_End || event->key() == Qt::Key_Up ||
-                       event->key() == Qt::Key_Down;
-    if (moves) {
-        if (last < 0) {
-            return true;
-        }
-        const int here = GetItemIndex(focusItem_);
-        const int page = std::max(1, GetCountPerPage() - 1);
-        int to = here;
-        switch (event->key()) {
-        case Qt::Key_PageUp:
-            to = here - page;
-            break;
-        case Qt::Key_PageDown:
-            to = here < 0 ? 0 : here + page;
-            break;
-        case Qt::Key_Home:
-            to = 0;
-            break;
-        case Qt::Key_End:
-            to = last;
-            break;
-        case Qt::Key_Up:
-            to = here - 1;
-            break;
-        default:
-            to = here + 1;
-            break;
-        }
-        moveFocusRow(GetItemAtIndex(std::clamp(to, 0, last)));
+    if (event->matches(QKeySequence::SelectAll) && (style_ & kStyleMultiSelect) && GetVisibleCount() > 0) {
+        selectionMark_ = GetItemAtIndex(0);
+        selectRange(GetItemAtIndex(GetVisibleCount() - 1), focusOrFirstColumn());
         return true;
     }
     switch (event->key()) {
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        if (GetVisibleCount() > 0) {
+            moveFocusRow(GetItemAtIndex(rowAfterKey(event->key())), modifiers);
+        }
+        return true;
     case Qt::Key_Space:
-        if (!focusItem_) {
-            return true;
-        }
-        if (modifiers & Qt::ControlModifier) {
-            // The boxes without a mouse.
-            if (modifiers & Qt::ShiftModifier) {
-                if (boxShown(focusItem_, kItemLockBox)) {
-                    SetItemLock(focusItem_, columns_.treeColumn());
-                }
-            } else if (boxShown(focusItem_, kItemCheckBox)) {
-                SetItemCheck(focusItem_, columns_.treeColumn());
-            }
-        } else if (tree && focusItem_->canHaveButton()) {
-            ExpandItem(focusItem_, ExpandCode::Toggle);
-        } else if (boxShown(focusItem_, kItemCheckBox)) {
-            // Nothing to expand: Space ticks, as in any list.
-            SetItemCheck(focusItem_, columns_.treeColumn());
-        }
+        spaceKey(modifiers);
         return true;
     case Qt::Key_Left:
-    case Qt::Key_Right: {
-        const bool right = event->key() == Qt::Key_Right;
-        if (modifiers & Qt::AltModifier) {
-            if (!header_ || !(style_ & kStyleHeader) || columns_.count() == 0) {
-                return false;
-            }
-            const int column = focusOrFirstColumn();
-            if (modifiers & Qt::ShiftModifier) {
-                const int step = metrics().px(kWidthStep);
-                SetColumnWidth(column, std::max(0, GetColumnWidth(column) + (right ? step : -step)));
-            } else {
-                header_->moveColumn(column, columns_.placeOf(column) + (right ? 1 : -1));
-            }
-        } else if ((modifiers & Qt::ShiftModifier) && tree) {
-            if (focusItem_) {
-                ExpandItem(focusItem_, right ? ExpandCode::Expand : ExpandCode::Collapse);
-            }
-        } else {
-            moveFocusColumn(right ? 1 : -1);
-        }
-        return true;
-    }
+    case Qt::Key_Right:
+        return sidewaysKey(event->key() == Qt::Key_Right, modifiers);
     case Qt::Key_Plus:
     case Qt::Key_Minus:
         if (!tree || !focusItem_ || (modifiers & Qt::ControlModifier)) {
             return false;
         }
-        ExpandItem(focusItem_, event->key() == Qt::Key_Plus ? ExpandCode::Expand : ExpandCode::Collapse);
+        Expand(focusItem_, event->key() == Qt::Key_Plus ? ExpandCode::Expand : ExpandCode::Collapse);
         return true;
     default:
         return false;
     }
+}
+
+// The index of the row that a key goes to from the focus row.
+int CTreeListCtrl::rowAfterKey(int key) const {
+    const int last = GetVisibleCount() - 1;
+    const int here = GetItemIndex(focusItem_); // -1 if there is none
+    const int page = std::max(1, GetCountPerPage() - 1);
+    int to = 0;
+    switch (key) {
+    case Qt::Key_PageUp:
+        to = here - page;
+        break;
+    case Qt::Key_PageDown:
+        to = here < 0 ? 0 : here + page;
+        break;
+    case Qt::Key_End:
+        to = last;
+        break;
+    case Qt::Key_Up:
+        to = here - 1;
+        break;
+    case Qt::Key_Down:
+        to = here + 1;
+        break;
+    default: // Home
+        break;
+    }
+    return std::clamp(to, 0, last);
+}
+
+// The header's menu without a mouse. False if no header is shown.
+bool CTreeListCtrl::headerMenuKey() {
+    if (!header_ || !(style_ & kStyleHeader)) {
+        return false;
+    }
+    const int column = columns_.count() > 0 ? focusOrFirstColumn() : -1;
+    const QRect cell = column >= 0 ? header_->cellRect(column) : QRect();
+    header_->showMenu(header_->mapToGlobal(QPoint(std::max(0, cell.left()), header_->height())), column);
+    return true;
+}
+
+void CTreeListCtrl::spaceKey(Qt::KeyboardModifiers modifiers) {
+    if (!focusItem_) {
+        return;
+    }
+    const bool shift = (modifiers & Qt::ShiftModifier) != 0;
+    if (modifiers & Qt::ControlModifier) {
+        // The boxes without a mouse.
+        if (shift && boxShown(focusItem_, kItemLockBox)) {
+            SetItemLock(focusItem_, columns_.treeColumn());
+        } else if (!shift && boxShown(focusItem_, kItemCheckBox)) {
+            SetItemCheck(focusItem_, columns_.treeColumn());
+        }
+    } else if (shift && (style_ & kStyleMultiSelect)) {
+        SelectItem(focusItem_, focusOrFirstColumn(), 0); // as a click with Ctrl
+    } else if ((style_ & kStyleTree) && focusItem_->canHaveButton()) {
+        Expand(focusItem_, ExpandCode::Toggle);
+    } else if (boxShown(focusItem_, kItemCheckBox)) {
+        // Nothing to expand: Space ticks, as in any list.
+        SetItemCheck(focusItem_, columns_.treeColumn());
+    }
+}
+
+// Left and Right. False if the key has no use.
+bool CTreeListCtrl::sidewaysKey(bool right, Qt::KeyboardModifiers modifiers) {
+    if (modifiers & Qt::AltModifier) {
+        if (!header_ || !(style_ & kStyleHeader) || columns_.count() == 0) {
+            return false;
+        }
+        const int column = focusOrFirstColumn();
+        if (modifiers & Qt::ShiftModifier) {
+            const int step = metrics().px(kWidthStep);
+            SetColumnWidth(column, std::max(0, GetColumnWidth(column) + (right ? step : -step)));
+        } else {
+            header_->moveColumn(column, columns_.placeOf(column) + (right ? 1 : -1));
+        }
+    } else if ((modifiers & Qt::ShiftModifier) && (style_ & kStyleTree)) {
+        if (focusItem_) {
+            Expand(focusItem_, right ? ExpandCode::Expand : ExpandCode::Collapse);
+        }
+    } else {
+        moveFocusColumn(right ? 1 : -1);
+    }
+    return true;
 }
 
 void CTreeListCtrl::focusInEvent(QFocusEvent* event) {

@@ -92,13 +92,22 @@ CTreeListItem* CTreeListCtrl::InsertItem(int index, const QString& text) {
     return InsertItem(text, there->parent(), before ? before : TLI_FIRST);
 }
 
+void CTreeListCtrl::leaveEditor(const CTreeListItem* above) {
+    if (!modifyItem_ || !modifyItem_->isInSubtreeOf(above)) {
+        return;
+    }
+    const RowGuard row(*this, modifyItem_);
+    endControl(false);
+    if (row && modifyItem_ == row.get()) {
+        endModify();
+    }
+}
+
 void CTreeListCtrl::forget(CTreeListItem* subtree) {
     const auto gone = [subtree](const CTreeListItem* row) { return row && row->isInSubtreeOf(subtree); };
     if (gone(modifyItem_)) {
-        endControl(false);
-        modifyItem_ = nullptr;
-        modifyTexts_.clear();
-        setState(kControlModifying | kControlWriting, false);
+        closeEditor(); // the parent opened it again while it was told that it closed
+        endModify();
     }
     if (gone(focusItem_)) {
         // The keyboard goes on beside the row, without a change of the selection.
@@ -110,12 +119,16 @@ void CTreeListCtrl::forget(CTreeListItem* subtree) {
             *kept = nullptr;
         }
     }
-    for (CTreeListItem** kept : guards_) {
-        if (gone(*kept)) {
-            *kept = nullptr;
+    for (RowGuard* guard : guards_) {
+        if (gone(guard->item_)) {
+            guard->item_ = nullptr;
         }
     }
-    if (subtree->hasChildren() || (subtree->state & kItemSelected)) {
+    if (!subtree->hasChildren()) {
+        if (subtree->state & kItemSelected) {
+            unselect(subtree);
+        }
+    } else if (!selection_.empty()) {
         std::erase_if(selection_, gone);
     }
     forgetAccessibleRows(this);
@@ -129,16 +142,14 @@ void CTreeListCtrl::DeleteItem(CTreeListItem* item) {
         DeleteAllItems();
         return;
     }
-    forget(item);
-    CTreeListItem* parent = item->parent();
-    tree_.erase(item);
-    // A mixed row may have lost the one child that made it so.
-    for (const auto& [pair, rowOnly] : {std::pair{kCheckPair, std::uint32_t{kStyleCheckRowOnly}},
-                                        std::pair{kLockPair, std::uint32_t{kStyleLockRowOnly}}}) {
-        if (!(style_ & rowOnly) && ItemTree::pairValue(parent, pair) == 2 && ItemTree::anyChildShows(parent, pair)) {
-            ItemTree::refreshUnion(parent, pair);
-        }
+    const RowGuard row(*this, item);
+    leaveEditor(item);
+    if (!row) {
+        return; // the parent deleted it
     }
+    forget(item);
+    leaveUnions(item);
+    tree_.erase(item);
     scheduleLayout();
     repaintRows();
 }
@@ -148,15 +159,21 @@ void CTreeListCtrl::DeleteItem(int index) {
 }
 
 void CTreeListCtrl::DeleteAllItems() {
+    const RowGuard guard(*this);
+    CancelModify();
+    if (!guard.controlLives()) {
+        return;
+    }
     const bool redraw = redraw_;
     SetRedraw(false);
-    CancelModify();
-    selection_.clear();
+    clearSelection();
     while (CTreeListItem* item = tree_.root()->lastChild()) {
         forget(item);
         tree_.erase(item);
     }
     focusItem_ = nullptr;
+    // Rows to come shall not inherit a check or lock that the hidden root took from the rows that went.
+    tree_.setState(tree_.root(), kItemInitialState, kItemCheckPair | kItemLockPair);
     layoutDirty_ = true;
     SetRedraw(redraw);
 }
@@ -171,7 +188,14 @@ bool CTreeListCtrl::MoveAfterItem(CTreeListItem* item, CTreeListItem* parent, CT
         // Behind itself, or last where it is the last already.
         return true;
     }
+    const bool newParent = item->parent() != parent;
+    if (newParent) {
+        leaveUnions(item);
+    }
     tree_.move(item, parent, place);
+    if (newParent) {
+        joinUnions(item);
+    }
     forgetAccessibleRows(this);
     scheduleLayout();
     repaintRows();
@@ -183,7 +207,16 @@ bool CTreeListCtrl::ExchangeItem(CTreeListItem* one, CTreeListItem* other) {
         (one != other && (one->isInSubtreeOf(other) || other->isInSubtreeOf(one)))) {
         return false;
     }
+    const bool newParents = one->parent() != other->parent();
+    if (newParents) {
+        leaveUnions(one);
+        leaveUnions(other);
+    }
     tree_.exchange(one, other);
+    if (newParents) {
+        joinUnions(one);
+        joinUnions(other);
+    }
     forgetAccessibleRows(this);
     scheduleLayout();
     repaintRows();
@@ -231,21 +264,19 @@ std::uint32_t CTreeListCtrl::GetItemState(const CTreeListItem* item) const {
 }
 
 void CTreeListCtrl::SetItemState(CTreeListItem* item, std::uint32_t state, std::uint32_t mask) {
+    if (item == tree_.root()) {
+        mask &= ~std::uint32_t{kItemSelected}; // a row that is never shown is in no selection
+    }
     const std::uint32_t before = item->state;
     const std::uint32_t shown = tree_.visibleCount();
     tree_.setState(item, state, mask);
     if ((before ^ item->state) & kItemSelected) {
         // The selection follows the bit.
         if (before & kItemSelected) {
-            std::erase(selection_, item);
-        }
-        if (item->state & kItemSelected) {
+            unselect(item);
+        } else {
             if (!(style_ & kStyleMultiSelect)) {
-                for (CTreeListItem* row : selection_) {
-                    row->state &= ~std::uint32_t{kItemSelected};
-                }
-                selection_.clear();
-                repaintRows();
+                clearSelection();
             }
             selection_.push_front(item);
         }
@@ -267,7 +298,7 @@ bool CTreeListCtrl::ItemHasChildren(const CTreeListItem* item) const {
     return (item == TLI_ROOT ? tree_.root() : item)->hasChildren();
 }
 
-bool CTreeListCtrl::ExpandItem(CTreeListItem* item, ExpandCode code) {
+bool CTreeListCtrl::Expand(CTreeListItem* item, ExpandCode code) {
     if (!item || item == TLI_ROOT || item == tree_.root()) {
         return false;
     }
@@ -275,13 +306,15 @@ bool CTreeListCtrl::ExpandItem(CTreeListItem* item, ExpandCode code) {
         return true;
     }
     const bool wanted = code == ExpandCode::Expand || (code == ExpandCode::Toggle && !item->isExpanded());
-    const bool empties = code == ExpandCode::CollapseReset && item->hasChildren();
-    if (item->isExpanded() == wanted && !empties) {
-        return true;
+    if (item->isExpanded() == wanted) {
+        return true; // a collapsed row keeps its children, whatever way of collapsing is asked for
     }
     const RowGuard row(*this, item);
     if (notify(kNotifyExpanding, item) == -1) {
         return false;
+    }
+    if (row && code == ExpandCode::CollapseReset && modifyItem_ != item) {
+        leaveEditor(item);
     }
     if (!row) {
         return true; // the parent deleted it
@@ -290,7 +323,7 @@ bool CTreeListCtrl::ExpandItem(CTreeListItem* item, ExpandCode code) {
     if (!wanted && focusItem_ && focusItem_ != item && focusItem_->isInSubtreeOf(item)) {
         focusItem_ = item; // the keyboard stays on a row that is shown
     }
-    if (empties) {
+    if (code == ExpandCode::CollapseReset) {
         while (item->hasChildren()) {
             CTreeListItem* child = item->lastChild();
             forget(child);
@@ -421,8 +454,8 @@ void CTreeListCtrl::SetItemCheck(CTreeListItem* item, int column) {
         ItemTree::setPair(item, kCheckPair, on);
         return;
     }
-    SetCheck(item, on ? 1 : 0);
     const RowGuard row(*this, item);
+    SetCheck(item, on ? 1 : 0);
     notify(kNotifyCheckChanged, item, column);
     if (row) {
         emit checkChanged(item);
@@ -440,6 +473,24 @@ void CTreeListCtrl::SetItemLock(CTreeListItem* item, int column) {
         return;
     }
     SetLock(item, on ? 1 : 0);
+}
+
+void CTreeListCtrl::leaveUnions(CTreeListItem* item) const {
+    if (!(style_ & kStyleCheckRowOnly)) {
+        ItemTree::leaveUnion(item, kCheckPair);
+    }
+    if (!(style_ & kStyleLockRowOnly)) {
+        ItemTree::leaveUnion(item, kLockPair);
+    }
+}
+
+void CTreeListCtrl::joinUnions(CTreeListItem* item) const {
+    if (!(style_ & kStyleCheckRowOnly)) {
+        ItemTree::joinUnion(item, kCheckPair);
+    }
+    if (!(style_ & kStyleLockRowOnly)) {
+        ItemTree::joinUnion(item, kLockPair);
+    }
 }
 
 bool CTreeListCtrl::boxShown(const CTreeListItem* item, std::uint32_t box) const {

@@ -32,53 +32,99 @@ bool CTreeListCtrl::SelectItem(CTreeListItem* item, int column, int mode) {
     if (notify(kNotifySelectionChanging, item, column) == -1) {
         return false;
     }
-    if (item && !row) {
+    if (!row.controlLives() || (item && !row)) {
         return true; // the parent deleted it
     }
-    const bool wasSelected = item && (item->state & kItemSelected);
+    repaintItem(focusItem_);
+    if (!toggles || !item) {
+        clearSelection();
+    }
+    if (item && (item->state & kItemSelected)) {
+        unselect(item);
+    } else if (item) {
+        item->state |= kItemSelected;
+        selection_.push_front(item);
+    }
+    if (item) {
+        selectionMark_ = item;
+    }
+    selectionMade(row, column);
+    return true;
+}
+
+// The rows of the flat list from the selection mark to `item` and no others, as users of lists know it from Shift.
+bool CTreeListCtrl::selectRange(CTreeListItem* item, int column) {
+    const RowGuard row(*this, item);
+    if (notify(kNotifySelectionChanging, item, column) == -1) {
+        return false;
+    }
+    if (!row || !tree_.isShown(item)) {
+        return true;
+    }
+    const auto to = static_cast<std::uint32_t>(GetItemIndex(item));
+    CTreeListItem* mark = selectionMark_ ? selectionMark_ : focusItem_;
+    const std::uint32_t from = tree_.indexOf(mark).value_or(to);
+    clearSelection();
+    // From the mark on, so that the row itself comes to the front.
+    selectionMark_ = tree_.itemAt(from);
+    for (CTreeListItem* each = selectionMark_;; each = from < to ? tree_.nextShown(each) : tree_.previousShown(each)) {
+        each->state |= kItemSelected;
+        selection_.push_front(each);
+        if (each == item) {
+            break;
+        }
+    }
+    repaintRows();
+    selectionMade(row, column);
+    return true;
+}
+
+void CTreeListCtrl::clearSelection() {
     constexpr std::size_t kSingly = 64; // more rows than this are repainted all at once
     const bool singly = selection_.size() <= kSingly;
-    const auto drop = [this, singly](CTreeListItem* old) {
-        old->state &= ~std::uint32_t{kItemSelected};
+    for (CTreeListItem* row : selection_) {
+        row->state &= ~std::uint32_t{kItemSelected};
         if (singly) {
-            repaintItem(old);
+            repaintItem(row);
         }
-    };
+    }
     if (!singly) {
         repaintRows();
     }
-    repaintItem(focusItem_);
-    if (toggles && item) {
-        if (wasSelected) {
-            std::erase(selection_, item);
-            drop(item);
-        }
+    selection_.clear();
+}
+
+void CTreeListCtrl::unselect(CTreeListItem* item) {
+    item->state &= ~std::uint32_t{kItemSelected};
+    // Rows mostly leave in the order in which they came, or in the reverse.
+    if (selection_.front() == item) {
+        selection_.pop_front();
+    } else if (selection_.back() == item) {
+        selection_.pop_back();
     } else {
-        for (CTreeListItem* old : selection_) {
-            drop(old);
-        }
-        selection_.clear();
+        std::erase(selection_, item);
     }
-    if (item) {
-        if (!toggles || !wasSelected) {
-            item->state |= kItemSelected;
-            selection_.push_front(item);
-        }
-        focusItem_ = item;
-        focusColumn_ = column;
-        if (!toggles || !selectionMark_) {
-            selectionMark_ = item;
-        }
+}
+
+// What follows a change of the selection: the row, if there is one, has the focus and comes into view.
+void CTreeListCtrl::selectionMade(const RowGuard& row, int column) {
+    if (!columns_.contains(column)) {
+        column = focusOrFirstColumn(); // the parent took it away
     }
-    repaintItem(item);
-    notify(kNotifySelectionChanged, item, column);
-    emit selectionChanged();
     if (row) {
-        EnsureVisible(item, column);
-        repaintItem(item);
-        announceRow(item, QAccessible::Focus);
+        focusItem_ = row.get();
+        focusColumn_ = column;
+        repaintItem(focusItem_);
     }
-    return true;
+    notify(kNotifySelectionChanged, row.get(), column);
+    if (row.controlLives()) {
+        emit selectionChanged();
+    }
+    if (row) {
+        EnsureVisible(row.get(), column);
+        repaintItem(row.get());
+        announceRow(row.get(), QAccessible::Focus);
+    }
 }
 
 bool CTreeListCtrl::Select(int index, int column, int mode) {
@@ -88,6 +134,9 @@ bool CTreeListCtrl::Select(int index, int column, int mode) {
 void CTreeListCtrl::ActiveItem(CTreeListItem* item, int column) {
     if (column >= 0) {
         static_cast<void>(columns_.at(column));
+    }
+    if (item == tree_.root() || item == TLI_ROOT) {
+        item = nullptr;
     }
     repaintItem(focusItem_);
     focusItem_ = item;

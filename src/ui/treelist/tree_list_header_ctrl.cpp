@@ -3,14 +3,15 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -158,10 +159,15 @@ void CTreeListHeaderCtrl::mousePressEvent(QMouseEvent* event) {
         event->ignore();
         return;
     }
+    const QPointer<CTreeListHeaderCtrl> self(this);
     control_.FinishModify();
+    if (!self) {
+        return; // the parent deleted the control
+    }
     pressPoint_ = event->position().toPoint();
     trackColumn_ = edgeAt(pressPoint_.x());
     if (trackColumn_ >= 0) {
+        control_.setFocus(Qt::MouseFocusReason); // which takes the Escape that breaks the drag off
         CTreeListColumnInfo& info = control_.columns_.at(trackColumn_);
         info.trackStartWidth = info.width;
         info.trackStartPosition = pressPoint_.x();
@@ -203,14 +209,32 @@ void CTreeListHeaderCtrl::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void CTreeListHeaderCtrl::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
     const QPoint point = event->position().toPoint();
     if (dragWindow_) {
         endColumnDrag(true, point);
-    } else if (trackColumn_ < 0 && pressColumn_ >= 0 && pressColumn_ == columnAt(point.x()) && rect().contains(point)) {
-        emit control_.headerClicked(pressColumn_);
     }
     trackColumn_ = -1;
+    const int column = std::exchange(pressColumn_, -1);
+    update();
+    if (column >= 0 && column == columnAt(point.x()) && rect().contains(point)) {
+        emit control_.headerClicked(column);
+    }
+}
+
+void CTreeListHeaderCtrl::cancelDrag() {
+    if (trackColumn_ >= 0) {
+        const int column = std::exchange(trackColumn_, -1);
+        control_.SetColumnWidth(column, control_.columns_.at(column).trackStartWidth);
+    }
+    if (dragWindow_) {
+        endColumnDrag(false, {});
+    }
     pressColumn_ = -1;
+    hotColumn_ = -1;
     update();
 }
 
@@ -228,17 +252,14 @@ void CTreeListHeaderCtrl::leaveEvent(QEvent*) {
     update();
 }
 
-void CTreeListHeaderCtrl::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && dragWindow_) {
-        endColumnDrag(false, {});
-    } else {
-        event->ignore();
-    }
+void CTreeListHeaderCtrl::hideEvent(QHideEvent*) {
+    cancelDrag();
 }
 
 bool CTreeListHeaderCtrl::moveColumn(int column, int place) {
     const int count = static_cast<int>(control_.columns_.shown().size());
-    if (!(control_.GetStyle() & kStyleDragColumns) || place < 0 || place >= count) {
+    if (!(control_.GetStyle() & kStyleDragColumns) || !control_.columns_.contains(column) || place < 0 ||
+        place >= count) {
         return false;
     }
     control_.columns_.place(column, place);
@@ -248,7 +269,8 @@ bool CTreeListHeaderCtrl::moveColumn(int column, int place) {
 
 bool CTreeListHeaderCtrl::hideColumn(int column) {
     // The last shown column stays, or there would be no header left to bring columns back with.
-    if (!(control_.GetStyle() & kStyleHideColumns) || control_.columns_.shown().size() < 2) {
+    if (!(control_.GetStyle() & kStyleHideColumns) || control_.columns_.shown().size() < 2 ||
+        control_.columns_.placeOf(column) < 0) {
         return false;
     }
     control_.columns_.place(column, -1);
@@ -257,7 +279,8 @@ bool CTreeListHeaderCtrl::hideColumn(int column) {
 }
 
 bool CTreeListHeaderCtrl::showColumn(int column) {
-    if (!(control_.GetStyle() & kStyleHideColumns)) {
+    if (!(control_.GetStyle() & kStyleHideColumns) || !control_.columns_.contains(column) ||
+        control_.columns_.placeOf(column) >= 0) {
         return false;
     }
     control_.columns_.place(column, static_cast<int>(control_.columns_.shown().size()));
@@ -272,9 +295,21 @@ void CTreeListHeaderCtrl::contextMenuEvent(QContextMenuEvent* event) {
 void CTreeListHeaderCtrl::showMenu(const QPoint& globalPoint, int column) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (column >= 0 && (control_.GetColumnFormat(column) & kColumnCanSort)) {
+        // What a click on the cell does, for those who use no mouse.
+        menu->addAction(treeListText("Sort", "並べ替え"), &control_, [this, column] {
+            if (control_.columns_.contains(column)) {
+                emit control_.headerClicked(column);
+            }
+        });
+        menu->addSeparator();
+    }
     if (column >= 0) {
-        menu->addAction(treeListText("Fit Width", "幅を内容に合わせる"), this,
-                        [this, column] { control_.SetColumnWidth(column, kWidthTextsAndHead); });
+        menu->addAction(treeListText("Fit Width", "幅を内容に合わせる"), this, [this, column] {
+            if (control_.columns_.contains(column)) {
+                control_.SetColumnWidth(column, kWidthTextsAndHead);
+            }
+        });
     }
     menu->addAction(treeListText("Fit All Widths", "すべての幅を内容に合わせる"), this, [this] {
         const std::vector<int> shown = control_.columns_.shown();
@@ -298,6 +333,7 @@ void CTreeListHeaderCtrl::showMenu(const QPoint& globalPoint, int column) {
 }
 
 void CTreeListHeaderCtrl::startColumnDrag(const QPoint& point) {
+    control_.setFocus(Qt::MouseFocusReason); // as for a drag of a width
     const QRect cell = cellRect(pressColumn_);
     QPixmap picture(cell.size() * devicePixelRatioF());
     picture.setDevicePixelRatio(devicePixelRatioF());
@@ -355,8 +391,7 @@ void CTreeListHeaderCtrl::endColumnDrag(bool drop, const QPoint& point) {
     dragWindow_.reset();
     dropWindow_.reset();
     unsetCursor();
-    const int column = pressColumn_;
-    pressColumn_ = -1;
+    const int column = std::exchange(pressColumn_, -1);
     if (!drop || column < 0) {
         return;
     }

@@ -32,7 +32,9 @@ class CTreeListHeaderCtrl : public QWidget {
     bool hideColumn(int column);
     bool showColumn(int column);
     void showMenu(const QPoint& globalPoint, int column);
-    [[nodiscard]] bool isDraggingColumn() const { return dragWindow_ != nullptr; }
+    // True while a width or a column is dragged.
+    [[nodiscard]] bool isDragging() const { return trackColumn_ >= 0 || dragWindow_; }
+    void cancelDrag(); // and everything is as it was before the press
 
   protected:
     bool event(QEvent* event) override;
@@ -43,7 +45,7 @@ class CTreeListHeaderCtrl : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void leaveEvent(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
   private:
     void paintCell(QPainter& painter, int column, const QRect& rect) const;

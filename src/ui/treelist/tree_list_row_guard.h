@@ -1,4 +1,4 @@
-// RowGuard: a pointer to a row that becomes null when the row is deleted.
+// RowGuard: a pointer to a row that becomes null when the row or its control is deleted.
 #pragma once
 
 #include <algorithm>
@@ -7,22 +7,29 @@
 
 namespace fenmark::ui::treelist {
 
-// Held over a notification, in which the parent may delete any row.
+// Held over a notification, in which the parent may delete any row, and the control itself.
 class RowGuard {
   public:
-    RowGuard(CTreeListCtrl& control, CTreeListItem* item) : control_(control), item_(item) {
-        control_.guards_.push_back(&item_);
+    explicit RowGuard(CTreeListCtrl& control, CTreeListItem* item = nullptr) : control_(&control), item_(item) {
+        control_->guards_.push_back(this);
     }
-    ~RowGuard() { std::erase(control_.guards_, &item_); }
+    ~RowGuard() {
+        if (control_) {
+            std::erase(control_->guards_, this);
+        }
+    }
     RowGuard(const RowGuard&) = delete;
     RowGuard& operator=(const RowGuard&) = delete;
 
+    [[nodiscard]] bool controlLives() const { return control_ != nullptr; }
     [[nodiscard]] CTreeListItem* get() const { return item_; }
     explicit operator bool() const { return item_ != nullptr; }
     CTreeListItem* operator->() const { return item_; }
 
   private:
-    CTreeListCtrl& control_;
+    friend class CTreeListCtrl;
+
+    CTreeListCtrl* control_;
     CTreeListItem* item_;
 };
 

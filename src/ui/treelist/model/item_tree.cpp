@@ -297,12 +297,44 @@ void ItemTree::setPair(CTreeListItem* item, const StatePair& pair, bool on) {
     item->state = (item->state & ~pair.mask()) | (on ? pair.on : pair.off);
 }
 
-bool ItemTree::anyChildShows(const CTreeListItem* item, const StatePair& pair) {
-    const CTreeListItem* child = item->firstChild_;
-    while (child && !(child->state & pair.box)) {
-        child = child->next_;
+void ItemTree::leaveUnion(CTreeListItem* item, const StatePair& pair) {
+    std::uint32_t lost = item->state & pair.mask();
+    for (CTreeListItem* row = item; row->parent_ && lost; row = row->parent_) {
+        CTreeListItem* parent = row->parent_;
+        if (!(row->state & pair.box) || (parent->state & pair.mask()) != pair.mask()) {
+            return;
+        }
+        // From the row outwards: neighbours mostly say the same, so that deleting many rows needs few steps for each.
+        bool anyShows = row != item; // above, the row itself stays
+        const CTreeListItem* before = row->previousSibling();
+        const CTreeListItem* after = row->next_;
+        while (lost && (before || after)) {
+            for (const CTreeListItem* other : {before, after}) {
+                if (other && (other->state & pair.box)) {
+                    anyShows = true;
+                    lost &= ~other->state;
+                }
+            }
+            before = before ? before->previousSibling() : nullptr;
+            after = after ? after->next_ : nullptr;
+        }
+        if (!anyShows) {
+            return; // nobody is left to say another thing
+        }
+        parent->state &= ~lost;
     }
-    return child != nullptr;
+}
+
+void ItemTree::joinUnion(CTreeListItem* item, const StatePair& pair) {
+    for (CTreeListItem* row = item; row->parent_ && (row->state & pair.box); row = row->parent_) {
+        CTreeListItem* parent = row->parent_;
+        const std::uint32_t before = parent->state & pair.mask();
+        const std::uint32_t bits = (row->state & pair.mask()) | (parent->directChildren_ == 1 ? 0 : before);
+        if (bits == before) {
+            return;
+        }
+        parent->state = (parent->state & ~pair.mask()) | bits;
+    }
 }
 
 void ItemTree::refreshUnion(CTreeListItem* item, const StatePair& pair) {

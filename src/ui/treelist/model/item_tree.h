@@ -78,9 +78,10 @@ class ItemTree {
     static void setPair(CTreeListItem* item, const StatePair& pair, bool on);
     // Gives the row and every descendant the value, then every ancestor the union of those children that show the box.
     void cascade(CTreeListItem* item, const StatePair& pair, bool on);
-    [[nodiscard]] static bool anyChildShows(const CTreeListItem* item, const StatePair& pair);
-    // The union alone, for the row and its ancestors.
-    static void refreshUnion(CTreeListItem* item, const StatePair& pair);
+    // Before a row leaves its parent for good: mixed ancestors lose the bits that no other row gives them.
+    static void leaveUnion(CTreeListItem* item, const StatePair& pair);
+    // After a row came to a new parent: its ancestors take up its bits, or have them alone if it is the only child.
+    static void joinUnion(CTreeListItem* item, const StatePair& pair);
 
     // Bytes taken for rows and texts.
     [[nodiscard]] std::size_t memory() const { return pool_.reserved(); }
@@ -92,6 +93,8 @@ class ItemTree {
     void freeSubtree(CTreeListItem* item);
     static void addVisible(CTreeListItem* item, std::int64_t delta);
     static void setLevels(CTreeListItem* item, std::uint32_t level);
+    // Gives the row and its ancestors the union of those of their children that show the box.
+    static void refreshUnion(CTreeListItem* item, const StatePair& pair);
 
     BlockPool pool_;
     CTreeListItem* root_ = nullptr;

@@ -118,7 +118,8 @@ FENMARK_ALIGNMENT_API int get_moniDist(const double p[2], int n, const Calelm* e
 
 /**
  * Whether two clothoids lie on one standard clothoid.
- * @return 0 they do not; -1 or -2 they do, or (-2) one flattens while the other sharpens
+ * @return 0 they do not; -1 they do, and the flatter end of b is no further from the common origin than that of a; -2 they
+ *         do, and it is further, or one flattens while the other sharpens
  */
 FENMARK_ALIGNMENT_API int CDsameA(const Calelm* a, const Calelm* b);
 

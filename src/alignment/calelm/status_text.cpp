@@ -57,10 +57,10 @@ constexpr Text kTexts[] = {
     {"get_moniDist", 1, "the distance was found"},
     {"get_moniDist", -1, "no element has a foot for the point"},
     {"CDsameA", 0, "the two do not lie on one clothoid"},
-    {"CDsameA", -1, "the two lie on one clothoid, and the second begins no further from its origin than the first"},
+    {"CDsameA", -1, "the two lie on one clothoid, and the second's flatter end is no further from the origin"},
     {"CDsameA", -2,
-     "the two lie on one clothoid, and the first begins nearer to its origin; or one flattens while the other "
-     "sharpens"},
+     "the two lie on one clothoid, and the second's flatter end is further from the origin; or one flattens while the "
+     "other sharpens"},
     {"jointCheck", 0, "the second element goes on where the first ends"},
     {"jointCheck", -1, "the elements do not meet, or they break by 0.5 rad or more"},
     {"ali_pmov", -1, "unknown element type"},

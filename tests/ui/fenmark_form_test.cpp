@@ -326,7 +326,8 @@ TEST_F(ImportForm, TheFormWaitsWhileAFileThatWasChosenIsRead) {
         std::function<void()> meanwhile;
         std::unique_ptr<sima::Progress> create(std::string_view title, bool smooth) override {
             auto made = windows.create(title, smooth);
-            QTimer::singleShot(0, meanwhile);
+            // A message that waits, and that the first pump dispatches.
+            QMetaObject::invokeMethod(qApp, meanwhile, Qt::QueuedConnection);
             return made;
         }
     } factory;

@@ -69,9 +69,26 @@ TEST_F(ProgressWindow, AMissingWindowDoesNothingButReturn) {
     window.setPosition(50);
     window.setText(QStringLiteral("x"));
     window.pump();
+    EXPECT_EQ(window.setPosition(60), 5);
     EXPECT_EQ(window.position(), 5);
     EXPECT_EQ(window.pumpCount(), 0);
-    EXPECT_EQ(window.goModal(QString(), false), 0);
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(ProgressWindow, TheModalPhaseMakesAMissingWindowAnew) {
+    CProgressWnd window(&owner, QStringLiteral("first"), false);
+    window.setPosition(5);
+    window.move(33, 44);
+    window.DestroyWindow();
+    EXPECT_EQ(window.goModal(QStringLiteral("Progress"), false), 1);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.pos(), QPoint(33, 44)) << "at the place that was kept";
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Progress"));
+    EXPECT_FALSE(owner.isEnabled());
+    EXPECT_EQ(window.setPosition(5), 5);
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Progress [5%]"));
+    window.DestroyWindow();
+    EXPECT_TRUE(owner.isEnabled());
 }
 
 TEST_F(ProgressWindow, KeepsItsPlaceBetweenUses) {
@@ -242,23 +259,41 @@ TEST_F(ProgressWindow, HelpRequestsAreSwallowed) {
     EXPECT_EQ(parent.heard, 0);
 }
 
-// The button is hidden, so that this comes from elsewhere; the reader goes on, and its owner waits for it.
-TEST_F(ProgressWindow, ACancelHidesTheWindowForGoodAndTheOwnerWaitsForTheReader) {
+// The button is hidden, so that this comes from elsewhere. The reader does not ask, and goes on without a window.
+TEST_F(ProgressWindow, ACancelOfTheModalPhaseEndsTheWindowAndGivesTheOwnerBack) {
     owner.show();
-    {
-        CProgressWnd window(&owner, QStringLiteral("t"), false);
-        window.goModal(QString(), false);
-        QMetaObject::invokeMethod(&window, "cancel");
-        EXPECT_TRUE(window.cancelled());
-        EXPECT_FALSE(window.isVisible());
-        window.setPosition(50);
-        window.pump();
-        EXPECT_FALSE(window.isVisible());
-        EXPECT_EQ(window.percent(), 50);
-        EXPECT_FALSE(owner.isEnabled());
-    }
+    CProgressWnd window(&owner, QStringLiteral("t"), false);
+    window.move(33, 44);
+    window.goModal(QString(), false);
+    window.setPosition(40);
+    QMetaObject::invokeMethod(&window, "cancel");
+    EXPECT_TRUE(window.cancelled());
+    EXPECT_FALSE(window.isVisible());
+    EXPECT_FALSE(window.modal());
     EXPECT_TRUE(owner.isEnabled());
-    EXPECT_TRUE(owner.isVisible());
+    EXPECT_EQ(QSettings().value(QStringLiteral("Settings/X")).toInt(), 33);
+    bool reached = false;
+    QMetaObject::invokeMethod(
+        &owner, [&] { reached = true; }, Qt::QueuedConnection);
+    EXPECT_EQ(window.setPosition(50), 40);
+    window.pump();
+    EXPECT_FALSE(reached) << "its owner cannot be used in the middle of the read";
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(ProgressWindow, WithoutAModalPhaseACancelHidesTheWindowUntilTheNextPosition) {
+    CProgressWnd window(&owner, QStringLiteral("t"), false);
+    QMetaObject::invokeMethod(&window, "cancel");
+    EXPECT_FALSE(window.isVisible());
+    bool reached = false;
+    QMetaObject::invokeMethod(
+        &window, [&] { reached = true; }, Qt::QueuedConnection);
+    window.pump();
+    EXPECT_EQ(window.pumpCount(), 1);
+    EXPECT_FALSE(reached) << "a window that was cancelled lets nothing through";
+    EXPECT_EQ(window.setPosition(50), 50);
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_TRUE(window.cancelled());
 }
 
 TEST_F(ProgressWindow, PumpsAreCountedOneByOne) {

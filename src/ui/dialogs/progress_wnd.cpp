@@ -120,10 +120,15 @@ void CProgressWnd::placeWindow() {
     raise();
 }
 
-std::int32_t CProgressWnd::goModal(const QString&, bool) {
-    // The window exists from its construction on, so that the title is not looked at.
-    if (!exists_)
-        return 0;
+std::int32_t CProgressWnd::goModal(const QString& title, bool) {
+    if (!exists_) {
+        exists_ = true;
+        cancelled_ = false;
+        caption_ = title;
+        percent_.reset();
+        setWindowTitle(caption_);
+        placeWindow();
+    }
     if (modal_)
         return 1;
     mainWindow_ = parentWidget() != nullptr ? parentWidget()->window() : QApplication::activeWindow();
@@ -155,7 +160,7 @@ void CProgressWnd::setText(const QString& text) {
 std::int32_t CProgressWnd::setPosition(std::int32_t position) {
     if (!exists_)
         return position_;
-    if (!isVisible() && !cancelled_)
+    if (!isVisible())
         show();
     position_ = position;
     std::int32_t percent = 0;
@@ -194,6 +199,7 @@ void CProgressWnd::pump() {
     QCoreApplication::processEvents();
 }
 
+// A cancel of the modal phase ends the window. The read goes on, and nothing is pumped any more until it is done.
 void CProgressWnd::cancel() {
     cancelled_ = true;
     hide();
@@ -239,10 +245,12 @@ bool CProgressWnd::eventFilter(QObject* watched, QEvent* event) {
 
 // The window has no close button, and a close request from elsewhere must not end it while a file is read.
 void CProgressWnd::closeEvent(QCloseEvent* event) {
-    if (cancelled_ || !exists_)
-        QWidget::closeEvent(event);
-    else
+    if (cancelled_)
+        DestroyWindow();
+    if (exists_)
         event->ignore();
+    else
+        QWidget::closeEvent(event);
 }
 
 // Help requests are swallowed.

@@ -25,15 +25,17 @@ class CProgressWnd : public QWidget {
     ~CProgressWnd() override;
 
     // Disables the main window until the end: the parent's window, or without a parent the window in use. It is not
-    // closed meanwhile either. 0 if the window cannot be made.
+    // closed meanwhile either. The title and the look of the bar are for a window that has to be made anew, since it was
+    // destroyed. Always 1: a window here is always made.
     std::int32_t goModal(const QString& title, bool smooth);
     void setRange(std::int32_t lower, std::int32_t upper, std::int32_t step);
     void setText(const QString& text);
     // percent = position * 100 / (upper - lower) in 32-bit signed integers: the product can wrap, so that a file beyond
     // 21,474,836 bytes shows nonsense percentages. The lower bound is not subtracted. Both are kept as they are.
-    // Returns the stored position.
+    // A hidden window is shown again. Returns the stored position, which a missing window leaves as it is.
     std::int32_t setPosition(std::int32_t position);
     void pump();
+    // Keeps the window's place, gives the main window back, and leaves an object without a window.
     void DestroyWindow();
 
     std::int32_t position() const { return position_; }

@@ -343,6 +343,25 @@ TEST_F(DrawingStoreTest, ADrawingThatAnotherRunAppendedToIsNotOverwritten) {
     EXPECT_EQ(describe(opened(path_)), describe(other));
 }
 
+TEST_F(DrawingStoreTest, AFeatureThatAGisAddedMeanwhileIsNotOverwritten) {
+    saveSmall();
+    const std::uint64_t next = drawing_.lastId() + 1;
+    sqlite3* gis = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &gis), SQLITE_OK);
+    const std::string add = "DROP TRIGGER rtree_points_geom_insert; INSERT INTO points SELECT " + std::to_string(next) +
+                            ", geom, layer, data_table, 99, \"Name\", \"Type\", \"FileName\" FROM points LIMIT 1";
+    ASSERT_EQ(sqlite3_exec(gis, add.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(gis);
+    addSmallImport(drawing_, 1);
+    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::ChangedOutside);
+    Drawing again = opened(path_);
+    EXPECT_EQ(again.entity(again.entityCount() - 1).row->no, 99);
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    addSmallImport(again, 1);
+    ASSERT_TRUE(store.save(path_, again)) << "opened anew, it is appended to";
+}
+
 TEST_F(DrawingStoreTest, AFolderOrFileThatCannotBeWrittenIsTold) {
     saveSmall();
     const std::string before = contents(path_);
@@ -381,6 +400,35 @@ TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
     EXPECT_EQ(WEXITSTATUS(status), 0);
     EXPECT_EQ(describe(opened(path_)), before);
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+}
+
+// --- how far it has come ---
+
+TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
+    for (int i = 0; i < 3000; ++i)
+        addSmallImport(drawing_, i);
+    std::vector<std::uint64_t> parts;
+    std::uint64_t whole = 0;
+    const auto save = [&](const std::string& path) {
+        parts.clear();
+        return store_.save(path, drawing_, [&](std::uint64_t done, std::uint64_t total) {
+            parts.push_back(done);
+            EXPECT_LE(done, total);
+            whole = total;
+        });
+    };
+    ASSERT_TRUE(save(path_));
+    EXPECT_GE(whole, 2U * 3000U * (5 + 5 + 1)) << "rows of points, polylines and lots, and their boxes";
+    EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
+    ASSERT_FALSE(parts.empty());
+    EXPECT_GT(parts.back() * 10, whole * 8) << "the rest is told by the end";
+    for (int i = 0; i < 3000; ++i)
+        addSmallImport(drawing_, i);
+    ASSERT_TRUE(save(path_));
+    EXPECT_FALSE(parts.empty()) << "also where it is appended";
+    addSmallImport(drawing_);
+    ASSERT_TRUE(save(path_));
+    EXPECT_TRUE(parts.empty()) << "a small one is done at once";
 }
 
 // --- killed at any moment ---

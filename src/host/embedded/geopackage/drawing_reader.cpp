@@ -70,6 +70,11 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
     return head;
 }
 
+std::uint64_t DrawingReader::readHighestId(Connection& connection) {
+    Statement row(connection, sql::kReadHighestId);
+    return row.step() ? static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(0), 0)) : 0;
+}
+
 Drawing DrawingReader::read(Load load) {
     head_ = readHead(connection_);
     readNamed();
@@ -188,9 +193,7 @@ void DrawingReader::readEntities() {
 }
 
 void DrawingReader::finish() {
-    Statement last(connection_, sql::kReadLastId);
-    const std::int64_t highest = last.step() ? last.integer(0) : 0;
-    drawing_.lastId_ = std::max(head_.lastId, static_cast<std::uint64_t>(std::max<std::int64_t>(highest, 0)));
+    drawing_.lastId_ = std::max(head_.lastId, readHighestId(connection_));
     drawing_.unsaved_ = {drawing_.lastId_, drawing_.lastId_, false};
     for (Layer& layer : drawing_.layers_) {
         if (layer.id.isNull())

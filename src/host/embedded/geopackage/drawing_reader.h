@@ -17,6 +17,8 @@ struct DrawingHead {
 class DrawingReader {
   public:
     static DrawingHead readHead(Connection& connection);
+    // Of any object in the file: a GIS gives the next one to a feature that it adds.
+    static std::uint64_t readHighestId(Connection& connection);
 
     explicit DrawingReader(Connection& connection) : connection_(connection) {}
     Drawing read(Load load);

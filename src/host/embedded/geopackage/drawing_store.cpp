@@ -97,6 +97,7 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             DrawingReader reader(connection);
             drawing = reader.read(load);
             savedId_ = reader.lastId();
+            highestId_ = drawing.lastId();
         } catch (StoreFailure& failure) {
             if (failure.error == StoreError::NotWritable) {
                 failure.error = StoreError::NotReadable;
@@ -140,7 +141,7 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
     });
     if (result) {
         path_ = path;
-        savedId_ = drawing.lastId();
+        savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }
     return result;
@@ -158,7 +159,9 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");
         try {
-            if (DrawingReader::readHead(connection).lastId != savedId_)
+            // Our rows would take the identifiers of features that a GIS added meanwhile.
+            if (DrawingReader::readHead(connection).lastId != savedId_ ||
+                DrawingReader::readHighestId(connection) > highestId_)
                 throw StoreFailure{StoreError::ChangedOutside, {}};
             DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write();
             connection.execute("COMMIT");
@@ -168,7 +171,7 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         }
     });
     if (result) {
-        savedId_ = drawing.lastId();
+        savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }
     return result;

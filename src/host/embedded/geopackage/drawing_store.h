@@ -57,7 +57,8 @@ class DrawingStore {
     StoreResult append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
 
     std::string path_;
-    std::uint64_t savedId_ = 0; // last identifier that the file knows
+    std::uint64_t savedId_ = 0;   // last identifier that the file tells
+    std::uint64_t highestId_ = 0; // of what the file held when it was last read or written
 };
 
 // The message that stands for an error code, for a file.

@@ -40,9 +40,10 @@ DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, Fro
       entitiesFrom_(fromNothing_ ? 0 : drawing.unsaved_.entities),
       othersFrom_(fromNothing_ ? 0 : drawing.unsaved_.others),
       zoneBefore_(fromNothing_ ? 0 : DrawingReader::readHead(connection).zone), srsId_(srsOfZone(drawing.zone())),
-      counter_(progress), entityIndexes_{SpatialIndex(connection, "points"), SpatialIndex(connection, "polylines"),
-                                         SpatialIndex(connection, "lots")},
-      alignmentIndex_(connection, "alignments") {}
+      counter_(progress), entityIndexes_{SpatialIndex(connection, "points", counter_),
+                                         SpatialIndex(connection, "polylines", counter_),
+                                         SpatialIndex(connection, "lots", counter_)},
+      alignmentIndex_(connection, "alignments", counter_) {}
 
 bool DrawingWriter::hasChanges(const Drawing& drawing) {
     const Drawing::Unsaved& unsaved = drawing.unsaved_;
@@ -62,7 +63,7 @@ void DrawingWriter::write() {
     writeNamed();
     if (alignmentsComing_ > 0)
         writeAlignments();
-    alignmentIndex_.finish(counter_);
+    alignmentIndex_.finish();
     writeEntities(EntityLayer::Points, "points", sql::kInsertPoints);
     writeEntities(EntityLayer::Polylines, "polylines", sql::kInsertPolylines);
     writeEntities(EntityLayer::Lots, "lots", sql::kInsertLots);
@@ -101,7 +102,7 @@ void DrawingWriter::beginIndexes() {
     };
     for (std::size_t layer = 0; layer < kEntityLayers; ++layer) {
         begin(entityIndexes_[layer], entitiesFrom_, entitiesComing_[layer]);
-        counter_.expect(2 * entitiesComing_[layer]); // the rows, and their places in the index
+        counter_.expect(entitiesComing_[layer]);
     }
     begin(alignmentIndex_, othersFrom_, alignmentsComing_);
 }
@@ -226,7 +227,7 @@ void DrawingWriter::writeEntities(EntityLayer layer, const char* table, const ch
         insertRows(connection_, insert, sql::kEntityColumns, rows);
         growContents(table, rows.extent());
     }
-    index.finish(counter_);
+    index.finish();
 }
 
 void DrawingWriter::growContents(const char* table, const Extent& extent) {

@@ -213,7 +213,7 @@ inline constexpr const char* kReadPoints =
 inline constexpr const char* kReadPolylines =
     "SELECT fid, geom, layer, data_table, \"No\", \"Name\", \"Type\", \"FileName\", closed, vertices, lightweight"
     " FROM polylines ORDER BY fid";
-inline constexpr const char* kReadLastId =
+inline constexpr const char* kReadHighestId =
     "SELECT max(ifnull((SELECT max(fid) FROM points), 0), ifnull((SELECT max(fid) FROM polylines), 0),"
     " ifnull((SELECT max(fid) FROM alignments), 0), ifnull((SELECT max(id) FROM layers), 0),"
     " ifnull((SELECT max(id) FROM sites), 0), ifnull((SELECT max(id) FROM object_data_tables), 0))";

@@ -38,7 +38,8 @@ class LeafRows : public RowSource {
 
 } // namespace
 
-SpatialIndex::SpatialIndex(Connection& connection, const char* layer) : connection_(connection), layer_(layer) {}
+SpatialIndex::SpatialIndex(Connection& connection, const char* layer, RowCounter& counter)
+    : connection_(connection), layer_(layer), counter_(counter) {}
 
 std::string SpatialIndex::named(const char* sql) const {
     std::string text;
@@ -59,7 +60,7 @@ std::int64_t SpatialIndex::ask(const char* sql) const {
 void SpatialIndex::beginNew(std::uint64_t coming) {
     isNew_ = true;
     way_ = Way::Pack;
-    entries_.reserve(coming);
+    expect(coming);
 }
 
 void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool everyRow) {
@@ -77,7 +78,13 @@ void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool 
         readKept();
     else
         Statement(connection_, named(sql::kDeleteFromIndex).c_str()).bind(1, keptTo_).run();
+    expect(coming);
+}
+
+// Boxes to write, with those that are kept.
+void SpatialIndex::expect(std::uint64_t coming) {
     entries_.reserve(entries_.size() + coming);
+    counter_.expect(entries_.size() + coming);
 }
 
 std::int64_t SpatialIndex::countStale() const {
@@ -112,7 +119,7 @@ void SpatialIndex::add(std::int64_t id, const Extent& extent) {
         entries_.push_back({id, roundedOut(extent)});
 }
 
-void SpatialIndex::finish(RowCounter& counter) {
+void SpatialIndex::finish() {
     if (way_ == Way::None)
         return;
     if (way_ == Way::Insert) {
@@ -124,13 +131,13 @@ void SpatialIndex::finish(RowCounter& counter) {
                 .bind(4, double{entry.box.minY})
                 .bind(5, double{entry.box.maxY})
                 .run();
-            counter.count();
+            counter_.count();
         }
     } else {
         if (!isNew_)
             execute(sql::kDropIndex);
         execute(sql::kCreateIndex);
-        pack(counter);
+        pack();
     }
     if (isNew_) {
         execute(sql::kCreateIndexTriggers);
@@ -141,7 +148,7 @@ void SpatialIndex::finish(RowCounter& counter) {
     entries_ = {};
 }
 
-void SpatialIndex::pack(RowCounter& counter) {
+void SpatialIndex::pack() {
     if (entries_.empty())
         return; // the module made an empty root
     Statement insertNode(connection_, named(sql::kInsertNode).c_str());
@@ -155,7 +162,7 @@ void SpatialIndex::pack(RowCounter& counter) {
         insertParent.bind(1, std::int64_t{node}).bind(2, std::int64_t{parent}).run();
     };
     const std::vector<NodeNumber> leaves = packTree(entries_, nodeSize, sink);
-    LeafRows rows(entries_, leaves, counter);
+    LeafRows rows(entries_, leaves, counter_);
     insertRows(connection_, named(sql::kInsertLeaves).c_str(), sql::kLeafColumns, rows);
 }
 

@@ -13,7 +13,7 @@ namespace fenmark::host::embedded {
 
 class SpatialIndex {
   public:
-    SpatialIndex(Connection& connection, const char* layer);
+    SpatialIndex(Connection& connection, const char* layer, RowCounter& counter);
 
     // Before rows are written: so many come, and those beyond an identifier go. If rows change at all, the layer's
     // triggers rest from here on.
@@ -22,7 +22,7 @@ class SpatialIndex {
     // A feature that is being written; nothing is kept if the layer has no index.
     void add(std::int64_t id, const Extent& extent);
     // Brings the index up to date and makes the triggers again.
-    void finish(RowCounter& counter);
+    void finish();
 
   private:
     enum class Way { None, Insert, Pack };
@@ -35,12 +35,14 @@ class SpatialIndex {
     std::int64_t ask(const char* sql) const;
     void execute(const char* sql) const { connection_.execute(named(sql).c_str()); }
     std::int64_t countStale() const;
+    void expect(std::uint64_t coming);
     void restTriggers();
     void readKept();
-    void pack(RowCounter& counter);
+    void pack();
 
     Connection& connection_;
     const char* layer_;
+    RowCounter& counter_;
     Way way_ = Way::None;
     bool isNew_ = false;
     std::int64_t keptTo_ = 0;

@@ -10,7 +10,7 @@ void DrawingOutput::createCoordinatePoints(sima::SimaReader& reader, std::span<c
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
     rows.definePointTable();
-    const std::string_view fileName = host::fileNameOfPath(reader.filePath);
+    const std::string_view fileName = fileNameOf(reader);
     for (const sima::SimaPoint& point : points) {
         // The identifier is not tested: a point counts whatever became of it.
         const host::MdDbObjectId id = drawing.appendPointXyz(point.x, point.y, point.z, reader.pointLayer);

@@ -14,7 +14,7 @@ void DrawingOutput::createCrossSectionPoints(sima::SimaReader& reader, const sim
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
     rows.definePointTable();
-    const std::string_view fileName = host::fileNameOfPath(reader.filePath);
+    const std::string_view fileName = fileNameOf(reader);
     const std::unique_ptr<host::CorridorUtility> corridor = host_.makeCorridorUtility();
     corridor->connect();
 

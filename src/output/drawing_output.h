@@ -4,6 +4,8 @@
 #include "host/boundary/host_boundary.h"
 #include "sima/reader/section_sink.h"
 
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace fenmark::output {
@@ -21,7 +23,12 @@ class DrawingOutput : public sima::SectionSink {
     void createCrossSectionPoints(sima::SimaReader& reader, const sima::IntersectionData& section) override;
 
   private:
+    // The name of the file being read, for the rows. Holds until the next call.
+    std::string_view fileNameOf(const sima::SimaReader& reader);
+
     host::HostBoundary& host_;
+    std::string path_; // the one that the name is of
+    std::string fileName_;
     // Kept between calls, so that a file of many small lots or cross sections allocates once.
     std::vector<host::MdGePoint3d> vertices_;
     sima::Array<double> distances_;

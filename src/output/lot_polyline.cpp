@@ -17,7 +17,7 @@ void DrawingOutput::createLotPolyline(sima::SimaReader& reader, const sima::LotD
     const host::MdDbObjectId id = drawing.appendPolyline(vertices_);
     drawing.convertToLightweight(id);
     if (drawing.setLotPolyline(id, reader.lotLayer, lot.isType1))
-        rows.writeLotRow(id, host::fileNameOfPath(reader.filePath), lot);
+        rows.writeLotRow(id, fileNameOf(reader), lot);
 }
 
 } // namespace fenmark::output

@@ -26,7 +26,7 @@ void DrawingOutput::createRoutePolyline(sima::SimaReader& reader, const sima::Si
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
     rows.definePolylineTable(); // also for a route without elements
-    const std::string_view fileName = host::fileNameOfPath(reader.filePath);
+    const std::string_view fileName = fileNameOf(reader);
     if (route.entities.empty())
         return;
 

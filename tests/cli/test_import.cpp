@@ -297,6 +297,18 @@ TEST_F(ImportLine, ResultAsJson) {
     EXPECT_EQ(json["log"], folder.at("a_Input.log"));
 }
 
+TEST_F(ImportLine, FileNamedInCodePage932IsToldByItsNameInTheDrawingAndInJson) {
+    // What an archive from Japanese Windows leaves; its second byte is that of a backslash.
+    const std::string path = file(std::string(kPoints) + kRoute, "\x95\x5C.sim");
+    const Ran ran = fenmark({"import", path, "--json"});
+    ASSERT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(ran.json()["file"], folder.at("表.sim"));
+    EXPECT_TRUE(test::fileExists(folder.at("\x95\x5C_Input.log")));
+    const nlohmann::json drawing = info(folder.at("\x95\x5C.gpkg"));
+    EXPECT_EQ(drawing["entities"][0]["data"]["FileName"], "表.sim");
+    EXPECT_EQ(drawing["sites"][0]["alignments"][0]["description"], "表-CL");
+}
+
 TEST_F(ImportLine, SeveralFilesHaveADrawingEachOrShareTheOneNamed) {
     const std::string a = file(kPoints, "a.sim");
     const std::string b = file(kPoints, "b.sim");

@@ -138,6 +138,7 @@ TEST(Passes, DeriveTheBaseName) {
     EXPECT_EQ(baseName("x\\.sim"), "");
 #ifndef _WIN32
     EXPECT_EQ(baseName("/nowhere/地籍.sim"), "地籍");
+    EXPECT_EQ(baseName("/測量/\x95\x5C.sim"), "表") << "a name in code page 932, whose second byte is no separator";
 #endif
 }
 

@@ -29,12 +29,6 @@ std::string headOf(const std::string& path) {
     return head;
 }
 
-bool isValidUtf8(const std::string& text) {
-    std::string valid;
-    sima::appendValidUtf8(valid, text);
-    return valid == text;
-}
-
 bool looksLikeUtf16(std::string_view text) {
     return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
 }
@@ -69,9 +63,9 @@ void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string&
     const std::string head = headOf(file);
     if (looksLikeUtf16(head))
         tell("looks like UTF-16, which is not read; save it in code page 932 or UTF-8");
-    else if (encoding == sima::Encoding::Cp932 && !sima::isAscii(head) && isValidUtf8(head))
+    else if (encoding == sima::Encoding::Cp932 && !sima::isAscii(head) && sima::isValidUtf8(head))
         tell("looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
-    else if (encoding == sima::Encoding::Utf8 && !isValidUtf8(head))
+    else if (encoding == sima::Encoding::Utf8 && !sima::isValidUtf8(head))
         tell("is no UTF-8; without --encoding utf-8 it is read in code page 932");
     if (head.find('\n') == std::string::npos && head.find('\r') != std::string::npos)
         tell("its lines end in a carriage return alone, so all of it is one line; save it with line feeds");

@@ -7,6 +7,7 @@
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
 #include "sima/log/sima_log.h"
+#include "sima/text/path.h"
 
 #include <algorithm>
 #include <map>
@@ -87,9 +88,9 @@ void printResult(std::ostream& out, const command::ImportResult& result, bool wi
 
 nlohmann::ordered_json jsonOf(const command::ImportResult& result, const std::string& drawing, const std::string& log) {
     nlohmann::ordered_json json;
-    json["file"] = result.filePath;
-    json["drawing"] = drawing;
-    json["log"] = log;
+    json["file"] = sima::textOfPath(result.filePath);
+    json["drawing"] = sima::textOfPath(drawing);
+    json["log"] = sima::textOfPath(log);
     json["errors"] = result.errorCount;
     json["points"] = result.coordinatePoints;
     json["lots"] = result.lots;
@@ -125,6 +126,17 @@ void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const
                      "--alignment was not needed: every result has an alignment of its own");
 }
 
+// With a bar where the passes over the file had one.
+StoreResult saveDrawing(host::embedded::Document& document, const std::string& path, sima::ProgressFactory* bars) {
+    if (bars == nullptr)
+        return document.store().save(path, document.drawing());
+    const std::unique_ptr<sima::Progress> bar = bars->create("writing", false);
+    return document.store().save(path, document.drawing(), [&](std::uint64_t done, std::uint64_t total) {
+        bar->setRange(0, static_cast<std::int64_t>(total), 1);
+        bar->setPosition(static_cast<std::int64_t>(done));
+    });
+}
+
 struct Outcome {
     int code = kDone;
     command::ImportResult result;
@@ -157,11 +169,13 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
     if (brokenOff.empty() && !dialogs.result())
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
 
+    tellNotes(host, arguments, dialogs, file, reader, streams);
+    reader = sima::SimaReader(); // the file's records need no memory while the drawing is written
+
     host::embedded::Document& document = *host.currentDocument();
-    const StoreResult saved = document.store().save(drawingPath, document.drawing());
+    const StoreResult saved = saveDrawing(document, drawingPath, dialogs.progress());
     if (!saved)
         throw Stop(kNotDone, saved.message);
-    tellNotes(host, arguments, dialogs, file, reader, streams);
     if (!brokenOff.empty())
         throw Stop(kNotDone, brokenOff + "; what was made before that is kept in " + drawingPath);
     sima::SimaLog log;

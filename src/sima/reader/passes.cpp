@@ -12,7 +12,9 @@ namespace fenmark::sima {
 namespace {
 
 // The path less its extension and its folders.
-std::string baseNameOfFile(std::string_view path) {
+std::string baseNameOfFile(std::string_view file) {
+    const std::string text = textOfPath(file);
+    std::string_view path = text;
     const std::size_t point = path.rfind('.');
     if (point != std::string_view::npos && point > 0)
         path = path.substr(0, point);

@@ -89,6 +89,14 @@ char32_t takeCharacter(std::string_view& text) {
     return used == length ? value : U'\uFFFD';
 }
 
+bool isValidUtf8(std::string_view text) {
+    if (isAscii(text))
+        return true;
+    std::string valid;
+    appendValidUtf8(valid, text);
+    return valid == text;
+}
+
 void appendValidUtf8(std::string& out, std::string_view text) {
     while (!text.empty()) {
         const std::string_view before = text;

@@ -23,6 +23,8 @@ std::size_t characterLength(std::string_view text, std::size_t at);
 // part of a sequence that could have become a character, for invalid UTF-8.
 char32_t takeCharacter(std::string_view& text);
 
+bool isValidUtf8(std::string_view text);
+
 // Appends the text with every invalid part replaced by U+FFFD.
 void appendValidUtf8(std::string& out, std::string_view text);
 

@@ -141,10 +141,12 @@ struct DeskWindow : ::testing::Test {
         EXPECT_TRUE(window->openFile(path));
     }
     std::size_t entityNamed(const std::string& name) {
-        for (std::size_t i = 0; i < drawing().entityCount(); ++i)
+        for (std::size_t i = 0; i < drawing().entityCount(); ++i) {
+            const auto row = drawing().entity(i).row;
             // Names of fixed width are filled up with blanks.
-            if (drawing().entity(i).row && drawing().entity(i).row->name.starts_with(name + " "))
+            if (row && (row->name == name || row->name.starts_with(name + " ")))
                 return i;
+        }
         ADD_FAILURE() << "no entity named " << name;
         return 0;
     }

@@ -320,11 +320,11 @@ TEST_F(DeskWindow, F6GoesThroughThePanes) {
     plan().setFocus();
     QApplication::processEvents();
     std::set<QWidget*> seen;
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < 7; ++i) {
         window->action(Text::NextPane)->trigger();
         seen.insert(window->focusWidget());
     }
-    EXPECT_EQ(seen.size(), 6U);
+    EXPECT_EQ(seen.size(), 7U);
     EXPECT_EQ(window->focusWidget(), &plan());
 }
 

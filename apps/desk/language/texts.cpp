@@ -55,11 +55,14 @@ constexpr std::array kEntries{
     Entry{Text::About, "Fenmark Deskについて(&A)", "&About Fenmark Desk"},
     Entry{Text::AboutText, "SIMAファイルを読み込み、図面に表示します。", "Brings SIMA survey files into drawings."},
     Entry{Text::Keys, "キー操作(&K)", "&Keyboard"},
-    Entry{Text::KeysText,
-          "矢印: 画面移動\n+ / -: 拡大・縮小\nF: 全体表示\nTab / Shift+Tab: 次・前の図形を選択\nEnter: "
-          "選択した図形のプロパティへ\nEsc: 選択を解除\nF6 / Shift+F6: 区画の移動\nCtrl+Space: コマンド行へ",
-          "Arrows: pan\n+ / -: zoom\nF: fit all\nTab / Shift+Tab: next / previous object\nEnter: go to the properties "
-          "of the object\nEsc: deselect\nF6 / Shift+F6: next / previous pane\nCtrl+Space: command line"},
+    Entry{
+        Text::KeysText,
+        "矢印: 画面移動\n+ / -: 拡大・縮小\nF: 全体表示\nTab / Shift+Tab: 次・前の図形を選択\nEnter: "
+        "選択した図形のプロパティへ\nEsc: 選択を解除\nCtrl+F: 名称・番号で検索\nログの行でEnter: "
+        "その行の図形とSIMAファイルの行を表示\nF6 / Shift+F6: 区画の移動\nCtrl+Space: コマンド行へ",
+        "Arrows: pan\n+ / -: zoom\nF: fit all\nTab / Shift+Tab: next / previous object\nEnter: go to the properties "
+        "of the object\nEsc: deselect\nCtrl+F: find by name or number\nEnter on a line of the log: show its object and "
+        "its line of the SIMA file\nF6 / Shift+F6: next / previous pane\nCtrl+Space: command line"},
     Entry{Text::SitesPanel, "線形", "Alignments"},
     Entry{Text::LayersPanel, "画層", "Layers"},
     Entry{Text::PropertiesPanel, "プロパティ", "Properties"},
@@ -178,6 +181,29 @@ constexpr std::array kEntries{
     Entry{Text::Toolbar, "ツールバー", "Toolbar"},
     Entry{Text::ShowAll, "画層をすべて表示", "Show All La&yers"},
     Entry{Text::HideAll, "画層をすべて隠す", "&Hide All Layers"},
+    Entry{Text::Redo, "やり直し(&R)", "&Redo"},
+    Entry{Text::RedoStep, "やり直し(&R): %1", "&Redo %1"},
+    Entry{Text::Redone, "やり直しました: %1", "Redone: %1"},
+    Entry{Text::NothingToRedo, "やり直す操作がありません", "Nothing to redo"},
+    Entry{Text::LegendPanel, "凡例", "Legend"},
+    Entry{Text::SourcePanel, "SIMAファイルの行", "Line of the SIMA File"},
+    Entry{Text::SourceMissing, "%1行目のSIMAファイルが見つかりません", "The SIMA file with line %1 cannot be found"},
+    Entry{Text::KindCoordinate, "座標点", "Coordinate point"},
+    Entry{Text::KindLongitudinal, "縦断成果の点", "Longitudinal result"},
+    Entry{Text::KindCrossSection, "横断成果の点", "Cross-section result"},
+    Entry{Text::KindOtherPoint, "その他の点", "Other point"},
+    Entry{Text::KindLot, "画地", "Lot"},
+    Entry{Text::KindIpLine, "IP線", "IP line"},
+    Entry{Text::KindStakes, "幅杭線", "Width-stake line"},
+    Entry{Text::KindContinuous, "連続線", "Continuous line"},
+    Entry{Text::KindOtherLine, "その他の線", "Other line"},
+    Entry{Text::KindCount, "%1 (%2)", "%1 (%2)"},
+    Entry{Text::Find, "検索(&F)...", "&Find..."},
+    Entry{Text::FindPanel, "検索", "Find"},
+    Entry{Text::FindHint, "点・画地・線形の名称または番号", "Name or number of a point, lot or alignment"},
+    Entry{Text::FindCount, "%1件", "%1 found"},
+    Entry{Text::FindCountCut, "%1件中 %2件を表示", "%1 found, %2 shown"},
+    Entry{Text::FindNothing, "見つかりません", "Nothing found"},
 };
 
 constexpr bool inOrder() {

@@ -30,6 +30,8 @@ constexpr double kStationPixels = 5.0;        // closer marks are left out
 constexpr double kStationLabelPixels = 60.0;  // room that a station label needs
 constexpr double kLabelMarginPixels = 60.0;   // names of objects just outside still reach into the view
 constexpr double kDegrees = 180.0 / 3.141592653589793;
+constexpr double kSelectedWidth = 3.0; // pixels
+constexpr double kHoveredWidth = 2.0;
 constexpr double kGridPixels = 110.0; // least distance of grid lines
 
 QRectF clipOf(const ViewTransform& view) {
@@ -425,6 +427,15 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
 }
 
 void PlanPainter::paintSelected(QPainter& painter, const ViewTransform& view, const PlanObject& object) const {
+    paintMarked(painter, view, object, kSelection, kSelectedWidth);
+}
+
+void PlanPainter::paintHovered(QPainter& painter, const ViewTransform& view, const PlanObject& object) const {
+    paintMarked(painter, view, object, kHover, kHoveredWidth);
+}
+
+void PlanPainter::paintMarked(QPainter& painter, const ViewTransform& view, const PlanObject& object,
+                              const QColor& mark, double width) const {
     if (!exists(drawing_, object))
         return;
     const QRectF clip = clipOf(view);
@@ -432,19 +443,19 @@ void PlanPainter::paintSelected(QPainter& painter, const ViewTransform& view, co
     painter.setBrush(Qt::NoBrush);
     if (object.kind == PlanObject::Kind::Entity) {
         const EntityView entity = drawing_.entity(object.index);
-        painter.setPen(QPen(kSelection, 3.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setPen(QPen(mark, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         if (entity.isPoint()) {
             painter.drawEllipse(view.toPixel(entity.position().x, entity.position().y), 7.0, 7.0);
             return;
         }
         const QPolygonF pixels = pixelsOf(entity.vertices, view);
         if (entity.closed) {
-            QColor fill = kSelection;
+            QColor fill = mark;
             fill.setAlphaF(0.15F);
             painter.setBrush(fill);
             painter.setPen(Qt::NoPen);
             painter.drawPolygon(clippedArea(pixels, clip));
-            painter.setPen(QPen(kSelection, 3.0));
+            painter.setPen(QPen(mark, width));
         }
         for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip))
             painter.drawPolyline(part);
@@ -453,9 +464,9 @@ void PlanPainter::paintSelected(QPainter& painter, const ViewTransform& view, co
     const Alignment& alignment = drawing_.alignment(object.index);
     for (std::size_t i = 0; i < alignment.elements.size(); ++i) {
         const bool chosen = !object.element || *object.element == i;
-        QColor colour = kSelection;
+        QColor colour = mark;
         colour.setAlphaF(chosen ? 0.9F : 0.35F);
-        painter.setPen(QPen(colour, chosen ? 5.0 : 3.0, Qt::SolidLine, Qt::FlatCap));
+        painter.setPen(QPen(colour, chosen ? width + 2.0 : width, Qt::SolidLine, Qt::FlatCap));
         for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip))
             painter.drawPolyline(part);
     }

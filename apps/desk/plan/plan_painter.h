@@ -23,8 +23,9 @@ class PlanPainter {
     // The whole view as a picture of its size in device pixels. An image of the right size is used again.
     void paint(QImage& image, const ViewTransform& view, const PlanLook& look, double devicePixelRatio,
                const QFont& font);
-    // Marks one object on top of a painted view.
+    // Marks one object on top of a painted view: the selected one, or that under the pointer.
     void paintSelected(QPainter& painter, const ViewTransform& view, const PlanObject& object) const;
+    void paintHovered(QPainter& painter, const ViewTransform& view, const PlanObject& object) const;
 
     // Objects that the last paint drew.
     std::size_t drawn() const { return drawn_; }
@@ -35,6 +36,8 @@ class PlanPainter {
     void paintLines(QPainter& painter, const ViewTransform& view) const;
     void paintMarkers(QImage& image, const ViewTransform& view) const;
     void paintAlignments(QPainter& painter, const ViewTransform& view, const PlanLook& look, LabelRoom& room);
+    void paintMarked(QPainter& painter, const ViewTransform& view, const PlanObject& object, const QColor& mark,
+                     double width) const;
     void labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) const;
 
     const host::embedded::Drawing& drawing_;

@@ -16,6 +16,7 @@ inline const QColor kInk(0x20, 0x24, 0x28);
 inline const QColor kFaintInk(0x9a, 0xa3, 0xab);
 inline const QColor kGrid(0xec, 0xef, 0xf2);
 inline const QColor kSelection(0xff, 0x8c, 0x00);
+inline const QColor kHover(0x2f, 0x9e, 0xff);
 inline const QColor kStraight(0x1d, 0x1f, 0x22);
 inline const QColor kArc(0xd1, 0x22, 0x22);
 inline const QColor kClothoid(0x1f, 0x6f, 0xd6);
@@ -35,6 +36,7 @@ enum class FigureStyle : std::uint8_t {
 };
 
 inline constexpr std::size_t kFigureStyles = 9;
+inline constexpr std::size_t kPointStyles = 4; // the first ones
 
 inline const std::array<QColor, kFigureStyles> kFigureColours{
     QColor(0x3a, 0x46, 0x52), // Coordinate
@@ -51,6 +53,9 @@ inline const std::array<QColor, kFigureStyles> kFigureColours{
 inline const QColor& colourOf(FigureStyle style) {
     return kFigureColours[static_cast<std::size_t>(style)];
 }
+
+// Numbers of figures of each style.
+using StyleCounts = std::array<std::size_t, kFigureStyles>;
 
 FigureStyle styleOf(const host::embedded::EntityView& entity);
 QColor colourOf(host::embedded::ElementType type);

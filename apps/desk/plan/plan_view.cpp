@@ -26,6 +26,7 @@ void PlanView::setDrawing(const host::embedded::Drawing* drawing) {
     look_.hiddenLayers.clear();
     const bool had = selected_.has_value();
     selected_.reset();
+    hovered_.reset();
     lastClick_.reset();
     if (drawing_ != nullptr)
         painter_.emplace(*drawing_, index_);
@@ -41,6 +42,7 @@ void PlanView::drawingChanged() {
     if (wasEmpty)
         fitPending_ = true;
     lastClick_.reset();
+    hovered_.reset();
     dirty_ = true;
     if (selected_ && (drawing_ == nullptr || !exists(*drawing_, *selected_))) {
         selected_.reset();
@@ -53,6 +55,7 @@ void PlanView::drawingChanged() {
 
 void PlanView::setFrozen(bool frozen) {
     frozen_ = frozen;
+    hovered_.reset();
     drag_ = Drag::None;
     if (!frozen)
         update();
@@ -60,6 +63,7 @@ void PlanView::setFrozen(bool frozen) {
 
 void PlanView::setLook(const PlanLook& look) {
     look_ = look;
+    hovered_.reset();
     dirty_ = true;
     if (ready() && selected_ && desk::isHidden(look_, *drawing_, *selected_))
         select(std::nullopt);
@@ -104,6 +108,11 @@ void PlanView::paintEvent(QPaintEvent*) {
         painter.drawImage(QPointF(0, 0), picture_);
     if (!ready())
         return;
+    if (hovered_ && hovered_ != selected_) {
+        painter.save();
+        painter_->paintHovered(painter, view_, *hovered_);
+        painter.restore();
+    }
     if (selected_) {
         painter.save();
         painter_->paintSelected(painter, view_, *selected_);
@@ -120,6 +129,7 @@ void PlanView::paintEvent(QPaintEvent*) {
 
 void PlanView::resizeEvent(QResizeEvent*) {
     view_.setSize(size());
+    hovered_.reset();
     dirty_ = true;
     if (fitPending_ && ready())
         fitAll();
@@ -127,9 +137,31 @@ void PlanView::resizeEvent(QResizeEvent*) {
 }
 
 void PlanView::viewMoved() {
+    hovered_.reset(); // the pointer tells what lies under it when it moves next
     dirty_ = true;
     update();
     emit viewChanged();
+}
+
+// The object with its mark, as far as it is in the window.
+QRect PlanView::pixelsAround(const PlanObject& object) const {
+    constexpr double kMarkReach = 12.0; // pixels
+    const Extent extent = extentOf(*drawing_, object);
+    const QRectF window = QRectF(rect());
+    const QRectF around = QRectF(view_.toPixel(extent.minX, extent.maxY), view_.toPixel(extent.maxX, extent.minY))
+                              .adjusted(-kMarkReach, -kMarkReach, kMarkReach, kMarkReach);
+    return around.intersected(window).toAlignedRect();
+}
+
+// Only what the two marks cover is painted again, from the picture that is there.
+void PlanView::setHovered(const std::optional<PlanObject>& object) {
+    if (object == hovered_)
+        return;
+    if (hovered_)
+        update(pixelsAround(*hovered_));
+    hovered_ = object;
+    if (hovered_)
+        update(pixelsAround(*hovered_));
 }
 
 void PlanView::fitAll() {

@@ -1,7 +1,7 @@
 // The plan of a drawing as a widget: pan, zoom, selection, and where the pointer is.
 //
-// What is drawn is kept as a picture and drawn anew when the view or the drawing changes; the selection and the
-// furniture (north arrow, scale bar) lie on top of it.
+// What is drawn is kept as a picture and drawn anew when the view or the drawing changes; the selection, the object under
+// the pointer and the furniture (north arrow, scale bar) lie on top of it.
 #pragma once
 
 #include "desk/plan/plan_index.h"
@@ -13,7 +13,9 @@
 #include <QImage>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace fenmark::desk {
@@ -39,6 +41,11 @@ class PlanView : public QWidget {
     const std::optional<PlanObject>& selected() const { return selected_; }
     // Brings the object into view if it is not, on demand.
     void select(const std::optional<PlanObject>& object, bool bringIntoView = false);
+
+    // The object under the pointer, which is lit up.
+    const std::optional<PlanObject>& hovered() const { return hovered_; }
+    // Tells what a tip says of the object under the pointer.
+    void setDescriber(std::function<QString(const PlanObject&)> describe) { describe_ = std::move(describe); }
 
     // Lines of text in the middle of an empty plan.
     void setHint(const QString& large, const QString& small);
@@ -87,6 +94,9 @@ class PlanView : public QWidget {
 
     enum class Drag { None, Press, Pan, Window };
 
+    void hoverAt(const QPointF& pixel);
+    void setHovered(const std::optional<PlanObject>& object);
+    QRect pixelsAround(const PlanObject& object) const;
     bool ready() const { return drawing_ != nullptr && !frozen_; }
     void viewMoved();
     void zoomMiddle(double factor);
@@ -105,6 +115,8 @@ class PlanView : public QWidget {
     bool frozen_ = false;
     bool fitPending_ = true; // fit as soon as the widget has its size
     std::optional<PlanObject> selected_;
+    std::optional<PlanObject> hovered_;
+    std::function<QString(const PlanObject&)> describe_;
     QString hintLarge_;
     QString hintSmall_;
 

@@ -3,8 +3,10 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -13,11 +15,12 @@ namespace fenmark::desk {
 
 namespace {
 
-constexpr double kReachPixels = 6.0;     // a click this close takes an object
-constexpr double kSamePlacePixels = 3.0; // clicks this close are at the same place
-constexpr double kWheelNotch = 120.0;    // eighths of a degree of one notch of a wheel
-constexpr double kKeyPan = 0.125;        // of the window's smaller side
-constexpr double kSmallestWindow = 4.0;  // pixels: a smaller zoom window is a slip of the hand
+constexpr double kReachPixels = 6.0;            // a click this close takes an object
+constexpr double kSamePlacePixels = 3.0;        // clicks this close are at the same place
+constexpr double kWheelNotch = 120.0;           // eighths of a degree of one notch of a wheel
+constexpr double kKeyPan = 0.125;               // of the window's smaller side
+constexpr std::size_t kMostUnderPointer = 1000; // more objects are a blot that no light would help
+constexpr double kSmallestWindow = 4.0;         // pixels: a smaller zoom window is a slip of the hand
 
 double distance(const QPointF& a, const QPointF& b) {
     return std::hypot(a.x() - b.x(), a.y() - b.y());
@@ -65,7 +68,23 @@ void PlanView::mouseMoveEvent(QMouseEvent* event) {
         update();
     if (drag_ != Drag::Press)
         dragLast_ = at;
+    if (event->buttons() == Qt::NoButton && !spaceHeld_)
+        hoverAt(at);
+    else
+        setHovered(std::nullopt);
     emit pointerMoved(view_.toX(at.x()), view_.toY(at.y()));
+}
+
+void PlanView::hoverAt(const QPointF& pixel) {
+    host::embedded::Extent around;
+    around.add(view_.toX(pixel.x() - kReachPixels), view_.toY(pixel.y() - kReachPixels));
+    around.add(view_.toX(pixel.x() + kReachPixels), view_.toY(pixel.y() + kReachPixels));
+    if (index_.count(around, kMostUnderPointer) == kMostUnderPointer) {
+        setHovered(std::nullopt);
+        return;
+    }
+    const std::vector<PlanObject> objects = objectsAt(*drawing_, index_, view_, look_, pixel, kReachPixels);
+    setHovered(objects.empty() ? std::nullopt : std::optional(objects.front()));
 }
 
 void PlanView::mouseReleaseEvent(QMouseEvent* event) {
@@ -204,10 +223,20 @@ bool PlanView::event(QEvent* event) {
         spaceHeld_ = false;
         updateCursor();
     }
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        if (ready() && hovered_ && describe_)
+            QToolTip::showText(help->globalPos(), describe_(*hovered_), this, pixelsAround(*hovered_));
+        else
+            QToolTip::hideText();
+        return true;
+    }
     return QWidget::event(event);
 }
 
 void PlanView::leaveEvent(QEvent*) {
+    if (ready())
+        setHovered(std::nullopt);
     emit pointerLeft();
 }
 

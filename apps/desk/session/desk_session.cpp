@@ -1,8 +1,10 @@
 #include "desk/session/desk_session.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace fenmark::desk {
 
@@ -42,6 +44,7 @@ void DeskSession::replaceDocument(Document& old) {
     host_.closeDocument(old);
     modules_.send(mirdane::kLoadDrawingMessage);
     steps_.clear();
+    undone_.clear();
 }
 
 void DeskSession::newDrawing() {
@@ -80,13 +83,15 @@ bool DeskSession::hasChanges() const {
            drawing.layers().size() > 1 || drawing.zone() != 0;
 }
 
-bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
+bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before, const std::string& logPath) {
     const Drawing& now = drawing();
+    if (now.mark() != before)
+        undone_.clear(); // it belongs to a state that is no more
     const bool changed = now.layers().size() != before.layers || now.sites().size() != before.sites ||
                          now.tables().size() != before.tables || now.alignmentCount() != before.alignments ||
                          now.entityCount() != before.entities || now.zone() != before.zone;
     if (changed)
-        steps_.push_back({kind, before});
+        steps_.push_back({kind, before, logPath});
     return changed;
 }
 
@@ -103,8 +108,8 @@ CommandOutcome DeskSession::run(std::string_view command, const std::string& pen
     CommandOutcome outcome;
     outcome.ok = result.ok;
     outcome.message = std::move(result.message);
-    outcome.changed = keepStep(StepKind::Import, before);
     outcome.logPath = modules_.systemText(mirdane::kLogFileVariable);
+    outcome.changed = keepStep(StepKind::Import, before, outcome.logPath);
     outcome.notes = host_.layoutNotes();
     return outcome;
 }
@@ -129,10 +134,31 @@ void DeskSession::setZone(int zone) {
 bool DeskSession::undo() {
     if (steps_.empty() || running_)
         return false;
-    drawing().rollback(steps_.back().before);
-    host_.clearNotes();
+    Drawing::Removed removed = drawing().takeBack(steps_.back().before);
+    undone_.push_back({std::move(steps_.back()), std::move(removed)});
     steps_.pop_back();
+    host_.clearNotes();
     return true;
+}
+
+bool DeskSession::redo() {
+    if (undone_.empty() || running_)
+        return false;
+    UndoneStep undone = std::move(undone_.back());
+    undone_.pop_back();
+    if (!drawing().putBack(std::move(undone.removed))) {
+        undone_.clear();
+        return false;
+    }
+    host_.clearNotes();
+    steps_.push_back(std::move(undone.step));
+    return true;
+}
+
+const Step* DeskSession::lastImport() const {
+    const auto found =
+        std::find_if(steps_.rbegin(), steps_.rend(), [](const Step& step) { return !step.logPath.empty(); });
+    return found == steps_.rend() ? nullptr : &*found;
 }
 
 std::vector<std::string> modulePaths(const std::string& programFolder) {

@@ -17,6 +17,13 @@ enum class StepKind { Import, Layer, Zone };
 struct Step {
     StepKind kind;
     host::embedded::Drawing::Mark before;
+    std::string logPath; // the log that an import wrote; empty for none
+};
+
+// A step that was taken back, and what went with it.
+struct UndoneStep {
+    Step step;
+    host::embedded::Drawing::Removed removed;
 };
 
 struct CommandOutcome {
@@ -60,14 +67,21 @@ class DeskSession {
     const std::vector<Step>& steps() const { return steps_; }
     // Takes the last step back; false if there is none.
     bool undo();
+    // Steps taken back, the next one to be made again last. A new step forgets them.
+    const std::vector<UndoneStep>& undoneSteps() const { return undone_; }
+    // Makes the step taken back last again, with the objects that it made; false if there is none.
+    bool redo();
+    // The last import among the steps that wrote a log; null if there is none.
+    const Step* lastImport() const;
 
   private:
     void replaceDocument(host::embedded::Document& old);
-    bool keepStep(StepKind kind, const host::embedded::Drawing::Mark& before);
+    bool keepStep(StepKind kind, const host::embedded::Drawing::Mark& before, const std::string& logPath = {});
 
     host::embedded::EmbeddedHost host_;
     host::embedded::ModuleHost modules_; // gone before the host that its modules know
     std::vector<Step> steps_;
+    std::vector<UndoneStep> undone_;
     bool running_ = false;
 };
 

@@ -14,6 +14,15 @@ void drawLens(QPainter& painter) {
     painter.drawLine(QPointF(15.3, 15.3), QPointF(21, 21));
 }
 
+// An arrow that turns back to the left.
+void drawTurn(QPainter& painter) {
+    QPainterPath path;
+    path.moveTo(5, 10);
+    path.cubicTo(10, 4, 21, 7, 20, 18);
+    painter.drawPath(path);
+    painter.drawPolyline(QPolygonF({{5, 4}, {5, 10}, {11, 10}}));
+}
+
 void drawSheet(QPainter& painter) {
     painter.drawPolygon(QPolygonF({{6, 3}, {14, 3}, {18, 7}, {18, 21}, {6, 21}}));
     painter.drawPolyline(QPolygonF({{14, 3}, {14, 7}, {18, 7}}));
@@ -43,14 +52,20 @@ void draw(QPainter& painter, Picture picture, const QColor& accent) {
         painter.drawPolyline(QPolygonF({{7.5, 10.5}, {12, 15}, {16.5, 10.5}}));
         break;
     }
-    case Picture::Undo: {
-        QPainterPath path;
-        path.moveTo(5, 10);
-        path.cubicTo(10, 4, 21, 7, 20, 18);
-        painter.drawPath(path);
-        painter.drawPolyline(QPolygonF({{5, 4}, {5, 10}, {11, 10}}));
+    case Picture::Undo:
+        drawTurn(painter);
         break;
-    }
+    case Picture::Redo:
+        painter.translate(24, 0);
+        painter.scale(-1, 1);
+        drawTurn(painter);
+        break;
+    case Picture::Find:
+        drawLens(painter);
+        painter.setPen(coloured);
+        painter.drawPolyline(QPolygonF({{8, 13}, {10.5, 7.5}, {13, 13}}));
+        painter.drawLine(QPointF(9, 11.2), QPointF(12, 11.2));
+        break;
     case Picture::Fit:
         for (const QPointF& corner : {QPointF(4, 4), QPointF(20, 4), QPointF(20, 20), QPointF(4, 20)}) {
             const double dx = corner.x() < 12 ? 5 : -5;

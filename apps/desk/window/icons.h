@@ -6,7 +6,7 @@
 
 namespace fenmark::desk {
 
-enum class Picture { New, Open, Save, Import, Undo, Fit, ZoomIn, ZoomOut, ZoomWindow, Program };
+enum class Picture { New, Open, Save, Import, Undo, Redo, Find, Fit, ZoomIn, ZoomOut, ZoomWindow, Program };
 
 QIcon icon(Picture picture, const QColor& ink);
 

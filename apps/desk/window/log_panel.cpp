@@ -3,13 +3,32 @@
 #include "sima/text/cp932.h"
 
 #include <QFile>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QSyntaxHighlighter>
+#include <QTextBlock>
 
 namespace fenmark::desk {
 
 namespace {
 
 constexpr qint64 kBytesShown = 8 << 20;
+constexpr int kErrorTitleLines = 2; // of an error, before the line that tells its number
+constexpr int kMostLinesBelow = 8;  // that belong to the record above them
+
+bool opensError(const QString& line) {
+    return line.startsWith(QStringLiteral("ERROR ---"));
+}
+
+// The line of the text that the marks of the panel lie on.
+void markBlock(QPlainTextEdit& panel, const QTextCursor& at) {
+    QTextEdit::ExtraSelection line;
+    line.cursor = at;
+    line.cursor.clearSelection();
+    line.format.setBackground(panel.palette().alternateBase());
+    line.format.setProperty(QTextFormat::FullWidthSelection, true);
+    panel.setExtraSelections({line});
+}
 
 // Lines that tell of something refused stand out.
 class ErrorLines : public QSyntaxHighlighter {
@@ -33,7 +52,69 @@ LogPanel::LogPanel(QWidget* parent) : QPlainTextEdit(parent) {
     setReadOnly(true);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setTabChangesFocus(true);
+    // A cursor, so that keys reach every line.
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    viewport()->setMouseTracking(true);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &LogPanel::markLine);
     new ErrorLines(document());
+}
+
+std::optional<std::int64_t> LogPanel::recordAt(int line) const {
+    auto textAt = [this](int number) { return document()->findBlockByNumber(number).text(); };
+    auto numberAt = [&](int number) { return recordNumberIn(textAt(number).toStdString()); };
+    if (line < 0 || line >= document()->blockCount() || textAt(line).trimmed().isEmpty())
+        return std::nullopt;
+    if (const auto number = numberAt(line))
+        return number;
+    // Head and title of an error stand above its number, its foot below.
+    for (int below = 1; below <= kErrorTitleLines; ++below)
+        if (opensError(textAt(line)) || opensError(textAt(line - 1)))
+            if (const auto number = numberAt(line + below))
+                return number;
+    if (textAt(line).startsWith(QStringLiteral("------")))
+        return numberAt(line - 1);
+    // What an import made of a section stands below the section's end.
+    for (int above = 1; above <= kMostLinesBelow; ++above) {
+        const QString text = textAt(line - above);
+        if (text.isEmpty() ||
+            !(textAt(line).startsWith(QLatin1Char(' ')) || textAt(line).startsWith(QStringLiteral("ERROR  "))))
+            return std::nullopt;
+        if (const auto number = numberAt(line - above))
+            return number;
+    }
+    return std::nullopt;
+}
+
+void LogPanel::markLine() {
+    if (recordAt(textCursor().blockNumber()))
+        markBlock(*this, textCursor());
+    else
+        setExtraSelections({});
+}
+
+void LogPanel::choose(int line) {
+    if (const auto number = recordAt(line))
+        emit recordChosen(*number);
+}
+
+void LogPanel::mouseMoveEvent(QMouseEvent* event) {
+    QPlainTextEdit::mouseMoveEvent(event);
+    const int line = cursorForPosition(event->position().toPoint()).blockNumber();
+    viewport()->setCursor(recordAt(line) ? Qt::PointingHandCursor : Qt::IBeamCursor);
+}
+
+void LogPanel::mouseReleaseEvent(QMouseEvent* event) {
+    QPlainTextEdit::mouseReleaseEvent(event);
+    // Whoever drags wants to copy.
+    if (event->button() == Qt::LeftButton && !textCursor().hasSelection())
+        choose(cursorForPosition(event->position().toPoint()).blockNumber());
+}
+
+void LogPanel::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        choose(textCursor().blockNumber());
+    else
+        QPlainTextEdit::keyPressEvent(event);
 }
 
 void LogPanel::showLog(const std::string& path, const Texts& texts) {
@@ -53,6 +134,29 @@ void LogPanel::showLog(const std::string& path, const Texts& texts) {
     if (!file.atEnd())
         shown += QLatin1Char('\n') + texts(Text::LogTooLong).arg(QString::fromStdString(path));
     setPlainText(shown);
+}
+
+SourcePanel::SourcePanel(QWidget* parent) : QPlainTextEdit(parent) {
+    setObjectName(QStringLiteral("source"));
+    setReadOnly(true);
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setTabChangesFocus(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+void SourcePanel::show(const SourceExcerpt& excerpt) {
+    QString text;
+    std::int64_t number = excerpt.first;
+    for (const std::string& line : excerpt.lines)
+        text += QStringLiteral("%1  %2\n").arg(number++, 6).arg(QString::fromStdString(line));
+    text.chop(1);
+    setPlainText(text);
+    const auto at = static_cast<int>(excerpt.record.number - excerpt.first);
+    const QTextCursor cursor(document()->findBlockByNumber(at));
+    setTextCursor(cursor);
+    centerCursor();
+    markBlock(*this, cursor);
+    setVisible(true);
 }
 
 } // namespace fenmark::desk

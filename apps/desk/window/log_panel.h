@@ -1,15 +1,20 @@
-// The log of the last import, read from the file that the import wrote.
+// The log of the last import, read from the file that the import wrote, and the lines of the SIMA file it speaks of.
 #pragma once
 
 #include "desk/language/texts.h"
+#include "desk/session/source_record.h"
 
 #include <QPlainTextEdit>
 #include <QString>
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace fenmark::desk {
 
+// A click on a line that tells the number of a record, or Enter with the cursor in it, chooses the record. The lines of
+// an error, and those behind the beginning or end of a section, tell the number of the line they belong to.
 class LogPanel : public QPlainTextEdit {
     Q_OBJECT
 
@@ -20,8 +25,32 @@ class LogPanel : public QPlainTextEdit {
     void showLog(const std::string& path, const Texts& texts);
     const std::string& path() const { return path_; }
 
+    // The number of the record that the log's line (from 0) belongs to.
+    std::optional<std::int64_t> recordAt(int line) const;
+
+  signals:
+    void recordChosen(qint64 number);
+
+  protected:
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
+    void choose(int line);
+    void markLine();
+
     std::string path_;
+};
+
+// Some lines of the SIMA file around the one that was chosen in the log, with their numbers.
+class SourcePanel : public QPlainTextEdit {
+    Q_OBJECT
+
+  public:
+    explicit SourcePanel(QWidget* parent = nullptr);
+
+    void show(const SourceExcerpt& excerpt);
 };
 
 } // namespace fenmark::desk

@@ -2,6 +2,7 @@
 #include "desk/window/main_window.h"
 
 #include "desk/window/icons.h"
+#include "desk/window/properties.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -11,6 +12,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
+#include <QSplitter>
 #include <QStatusBar>
 
 namespace fenmark::desk {
@@ -69,17 +71,16 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
         station_->clear();
     });
     connect(plan_, &PlanView::activated, this, [this] {
-        for (const auto& [dock, text] : docks_)
-            if (text == Text::PropertiesPanel)
-                dock->show();
+        dock(Text::PropertiesPanel)->show();
         properties_->setFocus();
     });
+    plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
     plan_->setFocus();
 }
 
 MainWindow::~MainWindow() {
-    plan_->setDrawing(nullptr);
+    releaseDrawing();
     session_.host().onMessageBox(nullptr);
     session_.host().setMainWindow(nullptr);
 }
@@ -88,6 +89,13 @@ QAction* MainWindow::action(Text text) const {
     for (const auto& [action, own] : actions_)
         if (own == text)
             return action;
+    return nullptr;
+}
+
+QDockWidget* MainWindow::dock(Text text) const {
+    for (const auto& [dock, own] : docks_)
+        if (own == text)
+            return dock;
     return nullptr;
 }
 
@@ -124,6 +132,11 @@ void MainWindow::makeMenus() {
 
     QMenu* edit = addMenu(Text::EditMenu);
     addAction(edit, Text::Undo, QKeySequence::Undo, [this] { undo(); });
+    addAction(edit, Text::Redo, {}, [this] {
+        redo();
+    })->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    edit->addSeparator();
+    addAction(edit, Text::Find, QKeySequence(Qt::CTRL | Qt::Key_F), [this] { startFind(); });
     edit->addSeparator();
     addAction(edit, Text::AddLayer, QKeySequence(Qt::CTRL | Qt::Key_L), [this] { addLayer(); });
     addAction(edit, Text::ClearSelection, QKeySequence(Qt::CTRL | Qt::Key_D), [this] { plan_->select(std::nullopt); });
@@ -213,7 +226,8 @@ void MainWindow::makeToolBar() {
         toolBar_->addAction(action(text));
     toolBar_->addSeparator();
     toolBar_->addAction(action(Text::Import));
-    toolBar_->addAction(action(Text::Undo));
+    for (const Text text : {Text::Undo, Text::Redo, Text::Find})
+        toolBar_->addAction(action(text));
     toolBar_->addSeparator();
     for (const Text text : {Text::Fit, Text::ZoomIn, Text::ZoomOut, Text::ZoomWindow})
         toolBar_->addAction(action(text));
@@ -224,7 +238,8 @@ void MainWindow::paintIcons() {
     for (const auto& [text, picture] :
          {std::pair(Text::New, Picture::New), std::pair(Text::Open, Picture::Open),
           std::pair(Text::Save, Picture::Save), std::pair(Text::Import, Picture::Import),
-          std::pair(Text::Undo, Picture::Undo), std::pair(Text::Fit, Picture::Fit),
+          std::pair(Text::Undo, Picture::Undo), std::pair(Text::Redo, Picture::Redo),
+          std::pair(Text::Find, Picture::Find), std::pair(Text::Fit, Picture::Fit),
           std::pair(Text::ZoomIn, Picture::ZoomIn), std::pair(Text::ZoomOut, Picture::ZoomOut),
           std::pair(Text::ZoomWindow, Picture::ZoomWindow)})
         action(text)->setIcon(icon(picture, ink));
@@ -245,16 +260,28 @@ void MainWindow::makePanels() {
     properties_ = new PropertiesPanel(texts_);
     command_ = new CommandPanel;
     log_ = new LogPanel;
-    log_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    source_ = new SourcePanel;
+    legend_ = new LegendPanel(texts_);
+    find_ = new FindPanel(texts_);
+    for (QWidget* panel : {static_cast<QWidget*>(log_), static_cast<QWidget*>(source_)})
+        panel->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto* logAndSource = new QSplitter(Qt::Vertical);
+    logAndSource->addWidget(log_);
+    logAndSource->addWidget(source_);
+    source_->hide(); // until a line is chosen
     QDockWidget* sites = addDock(Text::SitesPanel, sites_, Qt::LeftDockWidgetArea);
     QDockWidget* layers = addDock(Text::LayersPanel, layers_, Qt::LeftDockWidgetArea);
+    QDockWidget* legend = addDock(Text::LegendPanel, legend_, Qt::LeftDockWidgetArea);
+    QDockWidget* find = addDock(Text::FindPanel, find_, Qt::RightDockWidgetArea);
     QDockWidget* properties = addDock(Text::PropertiesPanel, properties_, Qt::RightDockWidgetArea);
     QDockWidget* command = addDock(Text::CommandPanel, command_, Qt::BottomDockWidgetArea);
-    QDockWidget* log = addDock(Text::LogPanel, log_, Qt::BottomDockWidgetArea);
+    QDockWidget* log = addDock(Text::LogPanel, logAndSource, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     resizeDocks({sites, properties}, {330, 300}, Qt::Horizontal);
-    resizeDocks({sites, layers}, {560, 180}, Qt::Vertical);
+    resizeDocks({sites, layers, legend}, {420, 120, 200}, Qt::Vertical);
+    resizeDocks({find, properties}, {220, 520}, Qt::Vertical);
+    find->hide(); // until it is asked for
     resizeDocks({command}, {150}, Qt::Vertical);
     resizeDocks({command, log}, {460, 400}, Qt::Horizontal);
 
@@ -266,6 +293,12 @@ void MainWindow::makePanels() {
     connect(layers_, &LayersPanel::shownChanged, this, [this] { guarded([this] { applyLook(); }); });
     connect(command_, &CommandPanel::entered, this, &MainWindow::runCommand);
     connect(command_, &CommandPanel::left, this, [this] { plan_->setFocus(); });
+    connect(log_, &LogPanel::recordChosen, this, [this](qint64 number) { guarded([&] { showRecord(number); }); });
+    connect(find_, &FindPanel::objectChosen, this, [this](const PlanObject& object) { showObject(object); });
+    connect(find_, &FindPanel::left, this, [this] {
+        dock(Text::FindPanel)->hide();
+        plan_->setFocus();
+    });
 }
 
 void MainWindow::makeStatusBar() {
@@ -314,7 +347,10 @@ void MainWindow::retranslate() {
     sites_->setAccessibleName(texts_(Text::SitesPanel));
     layers_->setAccessibleName(texts_(Text::LayersPanel));
     properties_->setAccessibleName(texts_(Text::PropertiesPanel));
+    legend_->setAccessibleName(texts_(Text::LegendPanel));
     log_->setAccessibleName(texts_(Text::LogPanel));
+    source_->setAccessibleName(texts_(Text::SourcePanel));
+    find_->retranslate();
     log_->setPlaceholderText(texts_(Text::NoLog));
     fillRecentMenu();
 }

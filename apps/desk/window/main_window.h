@@ -5,6 +5,8 @@
 #include "desk/plan/plan_view.h"
 #include "desk/session/desk_session.h"
 #include "desk/window/command_panel.h"
+#include "desk/window/find_panel.h"
+#include "desk/window/legend_panel.h"
 #include "desk/window/log_panel.h"
 #include "desk/window/panels.h"
 
@@ -48,6 +50,9 @@ class MainWindow : public QMainWindow {
     LayersPanel& layers() { return *layers_; }
     PropertiesPanel& properties() { return *properties_; }
     LogPanel& log() { return *log_; }
+    SourcePanel& source() { return *source_; }
+    LegendPanel& legend() { return *legend_; }
+    FindPanel& find() { return *find_; }
     const Texts& texts() const { return texts_; }
     FileQuestions& questions() { return questions_; }
     QAction* action(Text text) const;
@@ -80,7 +85,11 @@ class MainWindow : public QMainWindow {
     void exportDrawing();
     void importFile();
     void undo();
+    void redo();
     void addLayer();
+    void startFind();
+    // Shows what an import made of a record of its file, and the line of the file.
+    void showRecord(qint64 number);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -114,7 +123,11 @@ class MainWindow : public QMainWindow {
     // The drawing and its views (main_window_drawing.cpp).
     void runModuleCommand(const QString& command, const QString& pendingFile = {});
     void startImport(const QString& pendingFile);
+    void releaseDrawing(); // before it goes
     void drawingReplaced();
+    void showObject(const PlanObject& object); // selected, in the middle, and its layer shown
+    void showLastLog();
+    QDockWidget* dock(Text text) const;
     void drawingChanged();
     void selectionChanged();
     void pointerMoved(double x, double y);
@@ -138,6 +151,9 @@ class MainWindow : public QMainWindow {
     LayersPanel* layers_ = nullptr;
     PropertiesPanel* properties_ = nullptr;
     LogPanel* log_ = nullptr;
+    SourcePanel* source_ = nullptr;
+    LegendPanel* legend_ = nullptr;
+    FindPanel* find_ = nullptr;
     QLabel* position_ = nullptr;
     QLabel* station_ = nullptr;
     QLabel* counts_ = nullptr;

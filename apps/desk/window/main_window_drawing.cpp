@@ -2,6 +2,7 @@
 #include "desk/window/main_window.h"
 
 #include "desk/plan/plan_text.h"
+#include "desk/plan/record_object.h"
 #include "desk/window/properties.h"
 
 #include <QApplication>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <numeric>
 
 namespace fenmark::desk {
 
@@ -18,8 +20,11 @@ namespace {
 
 constexpr double kStationReach = 500.0; // metres: an alignment this near has a station to tell, in view or not
 
+constexpr std::int64_t kSourceLines = 200; // of the SIMA file shown before and behind a record
+
 // Commands of the program itself, beside those of the module.
-constexpr const char* kOwnCommands[] = {"New", "Open", "Save", "SaveAs", "Export", "Undo", "Fit", "Layer", "Help"};
+constexpr const char* kOwnCommands[] = {"New",  "Open", "Save", "SaveAs", "Export", "Undo",
+                                        "Redo", "Find", "Fit",  "Layer",  "Help"};
 
 } // namespace
 
@@ -65,6 +70,10 @@ void MainWindow::runCommand(const QString& command) {
             exportDrawing();
         else if (is("Undo"))
             undo();
+        else if (is("Redo"))
+            redo();
+        else if (is("Find"))
+            startFind();
         else if (is("Fit"))
             plan_->fitAll();
         else if (is("Layer"))
@@ -72,7 +81,7 @@ void MainWindow::runCommand(const QString& command) {
         else if (is("Help") || name == QStringLiteral("?"))
             command_->say(texts_(Text::CommandHelp)
                               .arg(QStringLiteral("Fenmark, Fenmarks, Fenmark2, New, Open, Save, "
-                                                  "SaveAs, Export, Undo, Fit, Layer, Help")));
+                                                  "SaveAs, Export, Undo, Redo, Find, Fit, Layer, Help")));
         else
             runModuleCommand(name);
     });
@@ -104,8 +113,10 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     plan_->setFrozen(false);
     if (outcome.changed)
         drawingChanged();
-    if (!outcome.logPath.empty())
+    if (!outcome.logPath.empty()) {
         log_->showLog(outcome.logPath, texts_);
+        source_->hide();
+    }
     sayNotes(outcome.notes);
     if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments)
         command_->say(texts_(Text::Added)
@@ -134,8 +145,61 @@ void MainWindow::undo() {
         return;
     drawingChanged();
     if (kind == StepKind::Import)
-        log_->showLog({}, texts_);
+        showLastLog();
     command_->say(texts_(Text::Undone).arg(stepName(kind)));
+}
+
+void MainWindow::redo() {
+    if (!session_.redo()) {
+        command_->say(texts_(Text::NothingToRedo));
+        updateActions();
+        return;
+    }
+    const StepKind kind = session_.steps().back().kind;
+    drawingChanged();
+    if (kind == StepKind::Import)
+        showLastLog();
+    command_->say(texts_(Text::Redone).arg(stepName(kind)));
+}
+
+// That of the last import that the drawing holds.
+void MainWindow::showLastLog() {
+    const Step* import = session_.lastImport();
+    log_->showLog(import != nullptr ? import->logPath : std::string(), texts_);
+    source_->hide();
+}
+
+void MainWindow::startFind() {
+    dock(Text::FindPanel)->show();
+    find_->startTyping();
+}
+
+void MainWindow::showObject(const PlanObject& object) {
+    const Drawing& drawing = session_.drawing();
+    if (session_.isRunning() || !exists(drawing, object))
+        return;
+    if (desk::isHidden(plan_->look(), drawing, object)) {
+        const std::string_view layer = object.kind == PlanObject::Kind::Entity ? drawing.entity(object.index).layer
+                                                                               : drawing.alignment(object.index).layer;
+        layers_->showLayer(drawing.findLayer(layer).value_or(0));
+    }
+    plan_->select(object);
+    plan_->fitSelected();
+}
+
+void MainWindow::showRecord(qint64 number) {
+    const std::string source = sourceOfLog(log_->path());
+    const auto excerpt = source.empty() ? std::nullopt : readSource(source, number, kSourceLines);
+    if (!excerpt) {
+        command_->say(texts_(Text::SourceMissing).arg(number));
+        return;
+    }
+    source_->show(*excerpt);
+    const Step* import = session_.lastImport();
+    if (import == nullptr || import->logPath != log_->path())
+        return;
+    if (const auto object = objectOfRecord(session_.drawing(), import->before, excerpt->record))
+        showObject(*object);
 }
 
 void MainWindow::addLayer() {
@@ -163,11 +227,16 @@ QString MainWindow::stepName(StepKind kind) const {
     return texts_(kind == StepKind::Zone ? Text::StepZone : Text::StepImport);
 }
 
+void MainWindow::releaseDrawing() {
+    plan_->setDrawing(nullptr);
+    find_->setDrawing(nullptr);
+}
+
 // Another drawing is open: everything is shown, from its whole extent.
 void MainWindow::drawingReplaced() {
     plan_->setDrawing(&session_.drawing());
     layers_->fill(session_.drawing(), true);
-    log_->showLog({}, texts_);
+    showLastLog();
     drawingChanged();
 }
 
@@ -178,11 +247,14 @@ void MainWindow::drawingChanged() {
     sites_->fill(drawing);
     applyLook();
     selectionChanged();
-    std::size_t points = 0;
+    find_->setDrawing(&drawing);
+    StyleCounts counts{};
     plan_->index().query(plan_->index().extent(), [&](const PlanFigure& figure) {
-        points += figure.isPoint() ? 1 : 0;
+        ++counts[figure.style];
         return true;
     });
+    legend_->fill(counts, drawing);
+    const std::size_t points = std::accumulate(counts.begin(), counts.begin() + kPointStyles, std::size_t{0});
     counts_->setText(
         texts_(Text::StatusCounts).arg(points).arg(plan_->index().size() - points).arg(drawing.alignmentCount()));
     for (const auto& [choice, number] : zones_)
@@ -239,13 +311,20 @@ void MainWindow::updateActions() {
     undoAction->setText(session_.steps().empty() ? texts_(Text::Undo)
                                                  : texts_(Text::UndoStep).arg(stepName(session_.steps().back().kind)));
     undoAction->setIconText(withoutMnemonic(texts_(Text::Undo)));
+    QAction* redoAction = action(Text::Redo);
+    redoAction->setEnabled(idle && !session_.undoneSteps().empty());
+    redoAction->setText(session_.undoneSteps().empty()
+                            ? texts_(Text::Redo)
+                            : texts_(Text::RedoStep).arg(stepName(session_.undoneSteps().back().step.kind)));
+    redoAction->setIconText(withoutMnemonic(texts_(Text::Redo)));
     action(Text::ClearSelection)->setEnabled(idle && plan_->selected().has_value());
     action(Text::FitSelection)->setEnabled(idle && plan_->selected().has_value());
     action(Text::Import)->setEnabled(idle && !session_.modules().commands().empty());
 }
 
 void MainWindow::focusNextPane(int step) {
-    const std::vector<QWidget*> panes{plan_, sites_, layers_, command_->edit(), log_, properties_};
+    const std::vector<QWidget*> panes{plan_, sites_,  layers_,       legend_,    command_->edit(),
+                                      log_,  source_, find_->edit(), properties_};
     std::size_t at = 0;
     for (std::size_t i = 0; i < panes.size(); ++i)
         if (panes[i]->hasFocus())

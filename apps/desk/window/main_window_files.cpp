@@ -85,7 +85,7 @@ bool MainWindow::mayLoseDrawing() {
 void MainWindow::newDrawing() {
     if (session_.isRunning() || !mayLoseDrawing())
         return;
-    plan_->setDrawing(nullptr);
+    releaseDrawing();
     session_.newDrawing();
     drawingReplaced();
 }
@@ -113,7 +113,7 @@ bool MainWindow::openDrawing(const QString& path) {
 }
 
 StoreResult MainWindow::showDrawing(const std::string& path) {
-    plan_->setDrawing(nullptr);
+    releaseDrawing();
     StoreResult result = session_.open(path);
     drawingReplaced();
     return result;

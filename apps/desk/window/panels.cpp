@@ -160,6 +160,11 @@ void LayersPanel::setAllShown(bool shown) {
     emit shownChanged();
 }
 
+void LayersPanel::showLayer(std::size_t layer) {
+    if (QListWidgetItem* found = item(static_cast<int>(layer)))
+        found->setCheckState(Qt::Checked);
+}
+
 PropertiesPanel::PropertiesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent), texts_(texts) {
     setObjectName(QStringLiteral("properties"));
     setColumnCount(2);

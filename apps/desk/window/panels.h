@@ -47,6 +47,7 @@ class LayersPanel : public QListWidget {
     void fill(const host::embedded::Drawing& drawing, bool showAll);
     std::vector<bool> hidden() const;
     void setAllShown(bool shown);
+    void showLayer(std::size_t layer);
 
   signals:
     void shownChanged();

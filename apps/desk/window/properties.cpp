@@ -175,6 +175,20 @@ QString radiusText(const Element& element, const Texts& texts) {
     return texts(Text::Infinite);
 }
 
+QString objectTitle(const Drawing& drawing, const PlanObject& object, const Texts& texts) {
+    if (object.kind == PlanObject::Kind::Alignment) {
+        const Alignment& alignment = drawing.alignment(object.index);
+        const QString kind = object.element ? elementName(alignment.elements[*object.element], texts) +
+                                                  QStringLiteral(" %1").arg(*object.element + 1)
+                                            : texts(Text::Alignment);
+        return QStringLiteral("%1 (%2)").arg(fromUtf8(alignment.name).trimmed(), kind);
+    }
+    const EntityView entity = drawing.entity(object.index);
+    if (!entity.row)
+        return texts(entity.isPoint() ? Text::Point : entity.closed ? Text::ClosedPolyline : Text::Polyline);
+    return QStringLiteral("%1 (%2)").arg(fromUtf8(entity.row->name).trimmed(), fromUtf8(entity.row->type));
+}
+
 std::vector<Property> propertiesOf(const Drawing& drawing, const std::optional<PlanObject>& object,
                                    const Texts& texts) {
     std::vector<Property> lines;

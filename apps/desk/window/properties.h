@@ -22,6 +22,9 @@ struct Property {
 std::vector<Property> propertiesOf(const host::embedded::Drawing& drawing, const std::optional<PlanObject>& object,
                                    const Texts& texts);
 
+// "BP (座標)" for an object with a row, the name of an alignment and its element, or what kind of object it is.
+QString objectTitle(const host::embedded::Drawing& drawing, const PlanObject& object, const Texts& texts);
+
 // Three decimals, and never a minus zero.
 QString metres(double value);
 // An azimuth from north, clockwise, as degrees, minutes and seconds: "123°04'05.67"".

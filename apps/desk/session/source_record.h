@@ -1,0 +1,37 @@
+// The lines of a SIMA file that a log speaks of. No windows here.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::desk {
+
+// A line of a SIMA file and what it stands in.
+struct SourceRecord {
+    std::int64_t number = 0;  // from 1
+    std::string text;         // without the end of the line
+    std::string section;      // the record that opened the section around it: A00, D00, F00, H00 or I00; or empty
+    std::string crossSection; // the last I01 in that section; or empty
+};
+
+struct SourceExcerpt {
+    SourceRecord record;
+    std::int64_t first = 0; // number of the first of the lines
+    std::vector<std::string> lines;
+};
+
+// The number of the record that a line of the log tells of: "00012 A00 ..." or "00012行目 A01,...". Nothing if the line
+// begins with no such number.
+std::optional<std::int64_t> recordNumberIn(std::string_view logLine);
+
+// The SIMA file that a log "name_Input.log" belongs to: "name.sim" in its folder, in letters of any case. Empty if there
+// is none.
+std::string sourceOfLog(const std::string& logPath);
+
+// Reads the line and some lines around it, in code page 932. Nothing if the file has no such line or cannot be read.
+std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around);
+
+} // namespace fenmark::desk

@@ -1,0 +1,98 @@
+#include "desk/window/legend_panel.h"
+
+#include <QPainter>
+#include <QPixmap>
+
+#include <utility>
+
+namespace fenmark::desk {
+
+using host::embedded::ElementType;
+
+namespace {
+
+constexpr QSize kSampleSize{32, 16};
+constexpr double kSampleRatio = 3.0; // drawn this much finer, for screens of any scale
+
+// A sample on paper, whatever the colours of the window are.
+template <typename Draw>
+QIcon sample(Draw&& draw) {
+    QPixmap pixmap(kSampleSize * kSampleRatio);
+    pixmap.setDevicePixelRatio(kSampleRatio);
+    pixmap.fill(kPaper);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    draw(painter);
+    painter.end();
+    QIcon icon;
+    icon.addPixmap(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected); // not tinted
+    return icon;
+}
+
+QIcon lineSample(const QColor& colour, double width, Qt::PenStyle pen = Qt::SolidLine) {
+    return sample([&](QPainter& painter) {
+        painter.setPen(QPen(colour, width, pen));
+        painter.drawLine(QPointF(2.0, kSampleSize.height() / 2.0),
+                         QPointF(kSampleSize.width() - 2.0, kSampleSize.height() / 2.0));
+    });
+}
+
+QIcon styleSample(FigureStyle style) {
+    const QColor& colour = colourOf(style);
+    if (style <= FigureStyle::OtherPoint)
+        return sample([&](QPainter& painter) {
+            painter.setPen(QPen(colour, 1.2));
+            painter.setBrush(kPaper);
+            painter.drawRect(QRectF(kSampleSize.width() / 2.0 - 2.5, kSampleSize.height() / 2.0 - 2.5, 5.0, 5.0));
+        });
+    if (style == FigureStyle::Lot)
+        return sample([&](QPainter& painter) {
+            painter.setPen(QPen(colour, 1.0));
+            painter.setBrush(kLotFill);
+            painter.drawRect(QRectF(4.5, 3.5, kSampleSize.width() - 9.0, kSampleSize.height() - 7.0));
+        });
+    return lineSample(colour, 1.4, style == FigureStyle::IpLine ? Qt::DashDotLine : Qt::SolidLine);
+}
+
+constexpr std::pair<FigureStyle, Text> kStyles[] = {
+    {FigureStyle::Coordinate, Text::KindCoordinate},
+    {FigureStyle::Longitudinal, Text::KindLongitudinal},
+    {FigureStyle::CrossSection, Text::KindCrossSection},
+    {FigureStyle::OtherPoint, Text::KindOtherPoint},
+    {FigureStyle::Lot, Text::KindLot},
+    {FigureStyle::IpLine, Text::KindIpLine},
+    {FigureStyle::Stakes, Text::KindStakes},
+    {FigureStyle::Continuous, Text::KindContinuous},
+    {FigureStyle::OtherLine, Text::KindOtherLine},
+};
+constexpr std::pair<ElementType, Text> kElements[] = {
+    {ElementType::Straight, Text::Straight}, {ElementType::Arc, Text::Arc}, {ElementType::Clothoid, Text::Clothoid}};
+
+} // namespace
+
+LegendPanel::LegendPanel(const Texts& texts, QWidget* parent) : QListWidget(parent), texts_(texts) {
+    setObjectName(QStringLiteral("legend"));
+    setIconSize(kSampleSize);
+    setUniformItemSizes(true);
+}
+
+void LegendPanel::addKind(const QIcon& icon, Text name, std::size_t count) {
+    if (count > 0)
+        addItem(new QListWidgetItem(icon, texts_(Text::KindCount).arg(texts_(name)).arg(count)));
+}
+
+void LegendPanel::fill(const StyleCounts& entities, const host::embedded::Drawing& drawing) {
+    clear();
+    for (const auto& [type, name] : kElements) {
+        std::size_t count = 0;
+        for (std::size_t a = 0; a < drawing.alignmentCount(); ++a)
+            for (const host::embedded::Element& element : drawing.alignment(a).elements)
+                count += element.type == type ? 1 : 0;
+        addKind(lineSample(colourOf(type), 2.0), name, count);
+    }
+    for (const auto& [style, name] : kStyles)
+        addKind(styleSample(style), name, entities[static_cast<std::size_t>(style)]);
+}
+
+} // namespace fenmark::desk

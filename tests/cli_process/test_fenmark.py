@@ -190,6 +190,7 @@ class Fenmark(unittest.TestCase):
         self.assertEqual(process.wait(), 0)
         self.assertIn(b"%", shown)
         self.assertIn(b"\x1b[K", shown)
+        self.assertRegex(shown, rb"writing \[=+ *\] \d+ %")
 
     def test_plot_and_export_are_files_that_other_programs_read(self):
         shutil.copy(SOURCE / "examples" / "road.sim", self.folder)

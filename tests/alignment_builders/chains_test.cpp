@@ -69,6 +69,10 @@ Outcome outcome_of(int status, std::span<const Calelm> chain, double joint, doub
     return {result ? Found::expected : Found::failed, result.message()};
 }
 
+bool all_identical(std::span<const Calelm> a, std::span<const Calelm> b) {
+    return std::ranges::equal(a, b, identical);
+}
+
 // ---- arc, clothoid, clothoid, arc ----
 
 TEST(AlimakeRfAArf, CutsBothArcsOfAnExactChainAtTheClothoids) {
@@ -200,11 +204,53 @@ TEST(AlimakeRfArf, LaysAnArcFromTheClothoidOnWhenItsOuterEndDoesNotFit) {
             pose.x += random.uniform(-0.05, 0.05) * chain[2].par;
             pose.azimuth += random.uniform(-0.2, 0.2);
             given[2] = lay(pose, shape_of(chain[2]));
+            const auto before = given;
             double dl = 0.0;
             const int status = alimake_rfArf(given.data(), &dl);
+            if (distance(chain[1].ex, chain[1].ey, before[2].ex, before[2].ey) > 2.0 * chain[2].par) {
+                // No arc of this radius spans from the clothoid to its end.
+                return Outcome{status == -1 && all_identical(given, before) ? Found::expected : Found::failed, "span"};
+            }
             return judge(status, given, chain, joint_tolerance);
         },
         turned_by_a_fallen_tangent);
+}
+
+TEST(AlimakeRfArf, AnArcThatCannotSpanFromItsOuterEndToTheClothoidIsLeftAndRefused) {
+    const auto chain = lay_chain({-36000, 12000, 0.4},
+                                 {arc(1.0, 300.0, 90.0), clothoid(1.0, 110.0, 300.0, 120.0), arc(1.0, 120.0, 80.0)});
+    double dl = 0.0;
+    for (const std::size_t arc_at : {std::size_t{0}, std::size_t{2}}) {
+        for (const bool consumed : {true, false}) {
+            auto given = chain;
+            Calelm& moved = given[arc_at];
+            // The clothoid begins at the arc's very outer end, or further off than the diameter.
+            const double off = consumed ? 0.0 : 2.01 * moved.par;
+            if (arc_at == 0) {
+                moved.sx = chain[1].sx - off;
+                moved.sy = chain[1].sy;
+            } else {
+                moved.ex = chain[1].ex + off;
+                moved.ey = chain[1].ey;
+            }
+            const auto before = given;
+            EXPECT_EQ(alimake_rfArf(given.data(), &dl), -1) << arc_at << consumed;
+            EXPECT_TRUE(all_identical(given, before)) << arc_at << consumed;
+        }
+    }
+}
+
+TEST(AlimakeRfAArf, AnArcThatCannotSpanFromItsOuterEndToTheClothoidIsLeftAndRefused) {
+    const auto chain = lay_chain({-36000, 12000, 0.4}, {arc(1.0, 300.0, 90.0), clothoid(1.0, 150.0, 300.0, 0.0),
+                                                        clothoid(-1.0, 90.0, 0.0, 120.0), arc(-1.0, 120.0, 80.0)});
+    auto given = chain;
+    given[3].ex = chain[2].ex + 2.01 * chain[3].par;
+    given[3].ey = chain[2].ey;
+    const auto before = given;
+    double dl = 0.25;
+    EXPECT_EQ(alimake_rfAArf(given.data(), &dl), -1);
+    EXPECT_TRUE(all_identical(given, before));
+    EXPECT_EQ(dl, 0.25);
 }
 
 TEST(MoveRDl0RfArf, LaysTheArcAtTheClothoidWithTheLengthOfTheClothoid) {

@@ -30,13 +30,14 @@ extern "C" {
  *
  * @param dl  out: the gap from the end of [1] to the start of [2], positive along the tangent, negative when the
  *            clothoids overlap
- * @return 0; the status of ali_makRAAR, or -1 when an arc can be neither cut nor laid: nothing is changed then
+ * @return 0; the status of ali_makRAAR, or -1 when no arc of its radius spans from its outer end to the clothoid, or it
+ *         can be neither cut nor laid: nothing is changed then
  */
 FENMARK_ALIGNMENT_API int alimake_rfAArf(Calelm chain[4], double* dl);
 
 /**
- * Fits the first arc to the clothoid, and, when |*dl| < 1e-6, the last one too. Returns 0; -1, nothing changed, when an
- * arc can be neither cut nor laid.
+ * Fits the first arc to the clothoid, and, when |*dl| < 1e-6, the last one too. Returns 0; -1, nothing changed, when no
+ * arc of its radius spans from its outer end to the clothoid, or it can be neither cut nor laid.
  */
 FENMARK_ALIGNMENT_API int alimake_rfArf(Calelm chain[3], const double* dl);
 

@@ -74,10 +74,10 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
             return Refit::cut;
         }
     }
-    if (!layFromClothoid(part, clothoid, partFirst)) {
-        return built ? Refit::refused : Refit::impossible;
+    if (!built) {
+        return Refit::impossible;
     }
-    return built ? Refit::laid : Refit::laid_only;
+    return layFromClothoid(part, clothoid, partFirst) ? Refit::laid : Refit::refused;
 }
 
 } // namespace fenmark::alignment::laying
@@ -87,12 +87,12 @@ using namespace fenmark::alignment::laying;
 
 namespace {
 
-// Takes the status of an element that had to turn. False where no element reaches from its outer end to the clothoid.
+// Takes the status of an element that had to turn. False where no element runs from its outer end to the clothoid.
 bool takeStatus(Refit refit, int turned, int& result) {
     if (refit == Refit::laid || refit == Refit::refused) {
         result = turned;
     }
-    return refit != Refit::impossible && refit != Refit::laid_only;
+    return refit != Refit::impossible;
 }
 
 } // namespace

@@ -9,14 +9,13 @@ namespace fenmark::alignment::laying {
 enum class Refit {
     cut,        ///< the outer end and its tangent stay, the joint is the clothoid's end
     laid,       ///< laid from the clothoid on with its own length
-    laid_only,  ///< the same, where no such element between the outer end and the clothoid exists at all
     refused,    ///< the cut element would change its tangents, and it cannot be laid: unchanged
-    impossible, ///< no such element exists, and it cannot be laid: unchanged
+    impossible, ///< no such element runs between the outer end and the clothoid: unchanged
 };
 
 /** Whether the element joins the clothoid now. */
 inline bool isFitted(Refit refit) {
-    return refit == Refit::cut || refit == Refit::laid || refit == Refit::laid_only;
+    return refit == Refit::cut || refit == Refit::laid;
 }
 
 /** Fits a straight or an arc that comes before the clothoid (partFirst) or after it. */

@@ -1,5 +1,6 @@
 // The program as a process: pictures without a display, help, wrong usage.
 #include "desk_test_support.h"
+#include "support/manual_page.h"
 
 #include <QImage>
 #include <QProcess>
@@ -74,6 +75,12 @@ TEST(DeskProcess, TellsItsUsageAndVersionWithoutADisplay) {
     ended = runDesk({QStringLiteral("--version")});
     EXPECT_EQ(ended.code, 0);
     EXPECT_TRUE(ended.out.startsWith(QStringLiteral("fenmark-desk 1.")));
+}
+
+TEST(DeskProcess, TheManualPageHasTheOptionsOfHelpAndNoOthers) {
+    const Ended ended = runDesk({QStringLiteral("--help")});
+    const std::string page = fenmark::test::plainManualPage(FENMARK_SOURCE_DIR "/apps/desk/share/fenmark-desk.1");
+    EXPECT_EQ(fenmark::test::optionsIn(page), fenmark::test::optionsIn(ended.out.toStdString()));
 }
 
 TEST(DeskProcess, WrongUsageEndsWithTwo) {

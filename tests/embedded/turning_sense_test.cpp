@@ -245,6 +245,41 @@ TEST_F(TurningSense, ARefusedArcLeavesAHalfMadeAlignment) {
     EXPECT_EQ(laid().startStation, 0.0);
 }
 
+TEST_F(TurningSense, ARefusedElementIsToldOfWithItsReason) {
+    const auto told = [&](const std::vector<Shape>& shapes, auto&& spoil) {
+        host_.clearNotes();
+        sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, shapes));
+        spoil(route.back());
+        EXPECT_FALSE(import(route).isValid());
+        const std::vector<std::string> lines = noteLines(host_.layoutNotes());
+        return lines.size() == 1 ? lines[0] : "not one line";
+    };
+    const std::vector<Shape> curve{straight(100), arc(100, 100)};
+    EXPECT_EQ(told(curve, [](sima::EntityData& element) { element.radius = "10"; }),
+              "alignment 路線 breaks off after 100.000 m: "
+              "an arc of radius 10.000 m does not reach over its chord of 95.885 m");
+    EXPECT_EQ(told(curve, [](sima::EntityData& element) { element.radius = "x"; }),
+              "alignment 路線 breaks off after 100.000 m: an arc has no radius");
+    const std::vector<Shape> spiral{straight(80), clothoid(0, 200, 60)};
+    EXPECT_EQ(told(spiral, [](sima::EntityData& element) { element.endRadius = "0"; }),
+              "alignment 路線 breaks off after 80.000 m: a clothoid has no radius");
+    EXPECT_EQ(told(spiral, [](sima::EntityData& element) { element.startRadius = element.endRadius; }),
+              "alignment 路線 breaks off after 80.000 m: a clothoid has no length");
+}
+
+TEST_F(TurningSense, ARefusalIsToldOnceAndNotOfAnAlignmentThatIsGone) {
+    const Drawing::Mark mark = host_.drawing().mark();
+    sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, {straight(100), arc(100, 100)}));
+    route[1].radius = "10";
+    import(route);
+    ASSERT_EQ(host_.layoutNotes().refused.size(), 1U);
+    host_.drawing().rollback(mark);
+    EXPECT_TRUE(host_.layoutNotes().refused.empty());
+    import(route);
+    host_.clearNotes();
+    EXPECT_TRUE(host_.layoutNotes().refused.empty());
+}
+
 // --- the rules of one element ---
 
 std::vector<Element> lineBefore(double direction = 0.0) {

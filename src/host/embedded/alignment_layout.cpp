@@ -44,6 +44,19 @@ bool joins(double tangent, double direction) {
     return std::abs(wrapped(direction - tangent)) <= kBrokenJoint;
 }
 
+bool isRadius(double radius) {
+    return radius > 0.0 && std::isfinite(radius);
+}
+
+bool isLength(double length) {
+    return length > 0.0 && std::isfinite(length);
+}
+
+// Of a spiral: one of them may be infinite.
+bool areRadii(double startRadius, double endRadius) {
+    return startRadius > 0.0 && endRadius > 0.0 && !(std::isinf(startRadius) && std::isinf(endRadius));
+}
+
 bool givenClockwise(std::int16_t direction, PositiveRadius sense) {
     return (direction == -1) != (sense == PositiveRadius::Right);
 }
@@ -105,7 +118,7 @@ Laid layLine(std::span<const Element> before, const PlanPoint& start, const Plan
 
 std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
                              double radius, std::int16_t direction, PositiveRadius sense) {
-    if (!(radius > 0.0) || !std::isfinite(radius))
+    if (!isRadius(radius))
         return std::nullopt;
     const std::optional<double> tangent = tangentBefore(before);
     // Nothing if the chord is too long.
@@ -149,8 +162,7 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
                               std::int16_t direction, PositiveRadius sense) {
     const auto known =
         std::find_if(before.begin(), before.end(), [&](const Element& element) { return element.id == elementBefore; });
-    if (known == before.end() || !(length > 0.0) || !std::isfinite(length) || !(startRadius > 0.0) ||
-        !(endRadius > 0.0) || (std::isinf(startRadius) && std::isinf(endRadius)))
+    if (known == before.end() || !isLength(length) || !areRadii(startRadius, endRadius))
         return std::nullopt;
     const auto upToKnown = before.first(static_cast<std::size_t>(known - before.begin()) + 1);
     const std::optional<double> tangent = tangentBefore(upToKnown);
@@ -199,6 +211,16 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
     element.direction = wrapped(element.direction);
     element.end = poseOnElement(element, length).point;
     return laid;
+}
+
+Refusal whyCurveRefused(double radius) {
+    return isRadius(radius) ? Refusal::ChordBeyondDiameter : Refusal::ArcWithoutRadius;
+}
+
+Refusal whySpiralRefused(double startRadius, double endRadius, double length) {
+    if (!areRadii(startRadius, endRadius))
+        return Refusal::ClothoidWithoutRadius;
+    return isLength(length) ? Refusal::NothingBefore : Refusal::ClothoidWithoutLength;
 }
 
 std::vector<BrokenJoint> brokenJoints(const Alignment& alignment) {

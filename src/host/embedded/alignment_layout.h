@@ -50,6 +50,19 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
                               const PlanPoint& pi, double startRadius, double endRadius, double length,
                               std::int16_t direction, PositiveRadius sense);
 
+// Why an element is refused.
+enum class Refusal {
+    ArcWithoutRadius,
+    ChordBeyondDiameter,
+    ClothoidWithoutRadius, // infinite at both ends
+    ClothoidWithoutLength,
+    NothingBefore,
+};
+
+// Of a curve or a spiral that was not laid.
+Refusal whyCurveRefused(double radius);
+Refusal whySpiralRefused(double startRadius, double endRadius, double length);
+
 struct BrokenJoint {
     std::string alignment;
     double station = 0.0;

@@ -7,23 +7,13 @@
 #include "host/embedded/map_objects.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
+#include <utility>
 
 namespace fenmark::host::embedded {
 
 namespace {
 
 EmbeddedHost* currentHost = nullptr;
-
-// With that many decimals, whatever the locale.
-std::string decimals(double value, int count) {
-    std::array<char, 400> text{}; // the longest double has 309 digits before the point
-    const std::to_chars_result end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, count);
-    return {text.data(), end.ptr};
-}
 
 } // namespace
 
@@ -106,6 +96,13 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
     if (currentDocument_ == nullptr)
         return notes;
     const Drawing& drawing = currentDocument_->drawing();
+    for (const auto& [id, element] : refused_) {
+        if (const std::optional<std::size_t> alignment = drawing.findAlignment(id)) {
+            notes.refused.push_back(element);
+            notes.refused.back().alignment = drawing.alignment(*alignment).name;
+            notes.refused.back().length = drawing.alignment(*alignment).length();
+        }
+    }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         if (drawing.alignment(i).id.asUint64() <= notesFrom_)
             continue;
@@ -117,7 +114,12 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
     return notes;
 }
 
+void EmbeddedHost::noteRefused(MdDbObjectId alignment, const RefusedElement& element) {
+    refused_.emplace_back(alignment, element);
+}
+
 void EmbeddedHost::clearNotes() {
+    refused_.clear();
     notesFrom_ = currentDocument_ == nullptr ? 0 : currentDocument_->drawing().lastId();
 }
 
@@ -141,19 +143,6 @@ mirdane::MdApDocManager& EmbeddedHost::documentManager() {
 
 mirdane::AutomationObject& EmbeddedHost::application() {
     return *application_;
-}
-
-std::vector<std::string> noteLines(const LayoutNotes& notes) {
-    std::vector<std::string> lines;
-    if (notes.otherSense == 1)
-        lines.push_back("1 element was taken with the other turning sense");
-    else if (notes.otherSense > 1)
-        lines.push_back(std::to_string(notes.otherSense) + " elements were taken with the other turning sense");
-    for (const BrokenJoint& joint : notes.brokenJoints) {
-        lines.push_back("alignment " + joint.alignment + ": the joint at station " + decimals(joint.station, 3) +
-                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees");
-    }
-    return lines;
 }
 
 } // namespace fenmark::host::embedded

@@ -4,9 +4,9 @@
 // lives answers. All operations run on one thread, as the command does.
 #pragma once
 
-#include "host/embedded/alignment_layout.h"
 #include "host/embedded/drawing.h"
 #include "host/embedded/geopackage/drawing_store.h"
+#include "host/embedded/layout_notes.h"
 #include "host/surface/automation.h"
 #include "host/surface/database.h"
 #include "host/surface/map.h"
@@ -17,18 +17,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fenmark::host::embedded {
-
-// What happened while alignments were laid, since the notes were last cleared.
-struct LayoutNotes {
-    std::int32_t otherSense = 0; // elements taken with the other turning sense, as Auto does
-    std::vector<BrokenJoint> brokenJoints;
-};
-
-// One line for each thing that a user should know; empty if all went as told.
-std::vector<std::string> noteLines(const LayoutNotes& notes);
 
 // One open drawing.
 class Document : public mirdane::MdApDocument {
@@ -85,6 +77,8 @@ class EmbeddedHost {
     // About the alignments that were made in the current drawing since clearNotes, and are still there.
     LayoutNotes layoutNotes() const;
     void clearNotes();
+    // The host fills in the alignment's name and length when it tells of it.
+    void noteRefused(MdDbObjectId alignment, const RefusedElement& element);
 
     // Message boxes are kept, and handed on if somebody wants them.
     void onMessageBox(std::function<void(const MessageBox&)> handler) { messageHandler_ = std::move(handler); }
@@ -110,6 +104,7 @@ class EmbeddedHost {
     std::unique_ptr<DocumentManager> documentManager_;
     mirdane::AutomationObject* application_ = nullptr; // holds one reference of the host's own
     PositiveRadius positiveRadius_ = PositiveRadius::Auto;
+    std::vector<std::pair<MdDbObjectId, RefusedElement>> refused_;
     std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are told of
     std::function<void(const MessageBox&)> messageHandler_;
     std::vector<MessageBox> messageBoxes_;

@@ -6,7 +6,9 @@
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/host_heap.h"
 
+#include <cmath>
 #include <new>
+#include <optional>
 
 namespace fenmark::host::embedded {
 
@@ -182,7 +184,10 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         const std::optional<PlanPoint> to = planPoint(end);
         if (!from || !to || !at_.find())
             return kBadArgument;
-        return append(layCurve(at_.alignment().elements, *from, *to, radius, direction, sense()), element);
+        const std::optional<Laid> laid = layCurve(at_.alignment().elements, *from, *to, radius, direction, sense());
+        if (laid)
+            return append(*laid, element);
+        return refuse({{}, 0.0, whyCurveRefused(radius), radius, std::hypot(to->x - from->x, to->y - from->y)});
     }
 
     AutomationStatus addFixedSpiral(std::int32_t elementBefore, const Variant& start, const Variant& pi,
@@ -194,9 +199,11 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         const std::optional<PlanPoint> meeting = planPoint(pi);
         if (!from || !meeting || spiralKind != kClothoidKind || !at_.find())
             return kBadArgument;
-        return append(laySpiral(at_.alignment().elements, elementBefore, *from, *meeting, startRadius, endRadius,
-                                length, direction, sense()),
-                      element);
+        const std::optional<Laid> laid = laySpiral(at_.alignment().elements, elementBefore, *from, *meeting,
+                                                   startRadius, endRadius, length, direction, sense());
+        if (laid)
+            return append(*laid, element);
+        return refuse({{}, 0.0, whySpiralRefused(startRadius, endRadius, length), 0.0, 0.0});
     }
 
     AutomationStatus removeAt(const Variant& index) override {
@@ -212,11 +219,13 @@ class Elements final : public Counted<mirdane::ElementCollection> {
   private:
     static PositiveRadius sense() { return EmbeddedHost::current()->positiveRadius(); }
 
-    AutomationStatus append(const std::optional<Laid>& laid, mirdane::AlignmentElementObject*& element) {
-        if (!laid)
-            return kBadArgument;
-        at_.drawing().relayLastElements(at_.index(), laid->relaid);
-        at_.drawing().addElement(at_.index(), laid->element);
+    AutomationStatus refuse(const RefusedElement& element) {
+        EmbeddedHost::current()->noteRefused(at_.id(), element);
+        return kBadArgument;
+    }
+    AutomationStatus append(const Laid& laid, mirdane::AlignmentElementObject*& element) {
+        at_.drawing().relayLastElements(at_.index(), laid.relaid);
+        at_.drawing().addElement(at_.index(), laid.element);
         return give<mirdane::AlignmentElementObject>(element, new ElementObject(at_.alignment().elements.back()));
     }
 

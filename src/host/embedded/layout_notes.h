@@ -1,0 +1,31 @@
+// What an import has to tell about the alignments that were laid: senses that were guessed, routes that broke off, kinks.
+#pragma once
+
+#include "host/embedded/alignment_layout.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace fenmark::host::embedded {
+
+// An element that the host did not lay. Its route ends before it, and no result finds the alignment.
+struct RefusedElement {
+    std::string alignment;
+    double length = 0.0; // of what was laid before it, metres
+    Refusal why = Refusal::ArcWithoutRadius;
+    double radius = 0.0; // of an arc, metres
+    double chord = 0.0;
+};
+
+// What happened while alignments were laid, since the notes were last cleared.
+struct LayoutNotes {
+    std::int32_t otherSense = 0; // elements taken with the other turning sense, as Auto does
+    std::vector<RefusedElement> refused;
+    std::vector<BrokenJoint> brokenJoints;
+};
+
+// One line for each thing that a user should know; empty if all went as told.
+std::vector<std::string> noteLines(const LayoutNotes& notes);
+
+} // namespace fenmark::host::embedded

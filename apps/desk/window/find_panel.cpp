@@ -24,7 +24,6 @@ FindPanel::FindPanel(const Texts& texts, QWidget* parent)
     edit_->setClearButtonEnabled(true);
     edit_->installEventFilter(this);
     list_->setObjectName(QStringLiteral("findList"));
-    list_->setUniformItemSizes(true);
     list_->installEventFilter(this);
     auto* row = new QHBoxLayout;
     row->addWidget(edit_, 1);

@@ -74,7 +74,6 @@ constexpr std::pair<ElementType, Text> kElements[] = {
 LegendPanel::LegendPanel(const Texts& texts, QWidget* parent) : QListWidget(parent), texts_(texts) {
     setObjectName(QStringLiteral("legend"));
     setIconSize(kSampleSize);
-    setUniformItemSizes(true);
 }
 
 void LegendPanel::addKind(const QIcon& icon, Text name, std::size_t count) {

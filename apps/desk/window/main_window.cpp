@@ -24,6 +24,7 @@ namespace {
 constexpr int kZones = 19;
 constexpr int kWidth = 1400;
 constexpr int kHeight = 900;
+constexpr int kLeastSideWidth = 200; // of the panels beside the plan: names and values can be read
 
 FileQuestions realQuestions() {
     return {[](QWidget* parent, const QString& title, const QString& folder, const QString& filter) {
@@ -276,6 +277,8 @@ void MainWindow::makePanels() {
     QDockWidget* properties = addDock(Text::PropertiesPanel, properties_, Qt::RightDockWidgetArea);
     QDockWidget* command = addDock(Text::CommandPanel, command_, Qt::BottomDockWidgetArea);
     QDockWidget* log = addDock(Text::LogPanel, logAndSource, Qt::BottomDockWidgetArea);
+    for (QWidget* side : {static_cast<QWidget*>(sites_), static_cast<QWidget*>(properties_)})
+        side->setMinimumWidth(kLeastSideWidth);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     resizeDocks({sites, properties}, {330, 300}, Qt::Horizontal);

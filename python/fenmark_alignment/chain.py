@@ -132,15 +132,18 @@ class Chain:
 
     def locate(self, p):
         """Station and offset of a point, from the nearest foot on the chain. Raises AlignmentError when there is none."""
-        best = None
+        best = None  # (cost, station, index, foot, azimuth)
         for index, element in enumerate(self.elements):
             try:
                 foot = element.project(p)
             except AlignmentError:
                 continue
-            if best is None or foot.distance < best[0]:
-                at = _refined(element, foot.station, p)
-                best = (foot.distance, self._starts[index] + at[0], index, *at[1:])
+            s, at, azimuth = _refined(element, foot.station, p)
+            # The search on a clothoid lets a foot pass that lies millimetres beyond its end. The neighbour, hardly
+            # farther off, has the true one, so what a foot lacks to the perpendicular counts too.
+            cost = math.dist(p, at) + abs(_along(p, at, azimuth))
+            if best is None or cost < best[0]:
+                best = (cost, self._starts[index] + s, index, at, azimuth)
         # A point square to a joint may just miss both elements, and an arc refuses its own ends.
         for index, element in enumerate(self.elements):
             for at, azimuth, s in ((element.start, element.sang, 0.0), (element.end, element.eang, element.len)):

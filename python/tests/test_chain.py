@@ -7,6 +7,7 @@ from fenmark_alignment import LEFT, RIGHT, AlignmentError, Chain
 
 STATION = 1e-3  # metres, the foot on a clothoid
 OFFSET = 1e-4  # metres
+JOINT_FOOT = 2e-4  # metres: a tangent rounded to 1.389e-6 swings a point 40 m away, and ends are rounded to 1e-5
 
 PIECES = [
     ("S", 100.0), ("A", 80.0, RIGHT, math.inf, 120.0), ("R", 120.0, RIGHT, 90.0), ("A", 80.0, RIGHT, 120.0, math.inf),
@@ -36,6 +37,18 @@ class Chains(unittest.TestCase):
                 found = chain.locate(chain.point_at(station, offset)[:2])
                 self.assertAlmostEqual(found.station, station, delta=STATION, msg=f"{station} {offset}")
                 self.assertAlmostEqual(found.offset, offset, delta=OFFSET, msg=f"{station} {offset}")
+
+    def test_millimetres_from_a_joint_the_foot_lies_on_its_own_element(self):
+        # The search on a clothoid alone would answer for points that lie beside its neighbour.
+        chain = long_chain()
+        for joint in chain.joint_stations[1:-1]:
+            for off in (-6.5e-3, -4e-3, -1.5e-3, 1.5e-3, 4e-3, 6.5e-3):
+                for offset in (-40.0, -17.0, 17.0, 40.0):
+                    p = chain.point_at(joint + off, offset)
+                    found = chain.locate(p[:2])
+                    back = chain.point_at(found.station, found.offset)
+                    self.assertLess(math.dist(back[:2], p[:2]), JOINT_FOOT, msg=f"{joint + off} {offset}")
+                    self.assertAlmostEqual(found.offset, offset, delta=OFFSET, msg=f"{joint + off} {offset}")
 
     def test_stations_begin_with_the_start_station(self):
         chain = long_chain()

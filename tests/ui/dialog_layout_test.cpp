@@ -8,6 +8,7 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QGroupBox>
 #include <QLabel>
@@ -357,6 +358,8 @@ TEST_F(DialogLayout, EveryControlHasANameForScreenReaders) {
 TEST_F(DialogLayout, AJapaneseFaceIsAskedForByFallback) {
     const QStringList families = dialogFont().families();
     EXPECT_GT(families.size(), 3);
+    if (QFontDatabase::families(QFontDatabase::Japanese).isEmpty())
+        GTEST_SKIP() << "no Japanese face is installed";
     EXPECT_TRUE(QFontMetrics(dialogFont()).inFont(QChar(0x6E2C))) << "the face at hand shows Japanese";
 }
 

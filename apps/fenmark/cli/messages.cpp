@@ -23,15 +23,17 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr std::size_t kBlocksOnTerminal = 100; // more would push everything else off the screen
+constexpr std::size_t kBlocksOnTerminal = 100;        // more would push everything else off the screen
+constexpr std::size_t kPiece = std::size_t{64} << 10; // bytes: standard error writes each piece at once
 
 // A longitudinal result that lies outside its alignment is told at the line that ends its section, so the record itself
 // is told too.
-void tellBlock(std::ostream& out, const std::string& file, const ErrorBlock& block) {
-    out << file << ':' << block.line << ": " << (block.code.empty() ? "error" : block.code) << ": " << block.text;
+void appendBlock(std::string& text, const std::string& file, const ErrorBlock& block) {
+    text.append(file).append(":").append(block.line).append(": ");
+    text.append(block.code.empty() ? "error" : block.code).append(": ").append(block.text);
     if (block.text == sima::resourceText(sima::kMessageLongitudinalOutside))
-        out << ' ' << block.record;
-    out << '\n';
+        text.append(" ").append(block.record);
+    text += '\n';
 }
 
 } // namespace
@@ -53,8 +55,14 @@ void tellFileNote(const Streams& streams, bool quiet, const std::string& file, s
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
     const std::size_t blocks = errorBlockCount(log);
     const std::size_t told = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
-    for (std::size_t i = 0; i < told; ++i)
-        tellBlock(streams.err, file, errorBlock(log, i));
+    std::string text;
+    for (std::size_t i = 0; i < told; ++i) {
+        appendBlock(text, file, errorBlock(log, i));
+        if (text.size() >= kPiece || i + 1 == told) {
+            streams.err << text;
+            text.clear();
+        }
+    }
     if (told < blocks)
         streams.err << file << ": " << blocks - told << " more in the log\n";
 }

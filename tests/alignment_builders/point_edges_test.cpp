@@ -1,4 +1,5 @@
 // Corners of the builders from a point: elements that end just beside north, and points beyond a half circle.
+#include <fenmark/alignment/compound.h>
 #include <fenmark/alignment/construction.h>
 #include <fenmark/alignment/point.h>
 
@@ -9,7 +10,7 @@ namespace {
 using namespace fenmark::exact;
 
 // So far west of north that the azimuth just falls to 0, or just does not; radians.
-constexpr double beside_north[] = {9.5e-6, 9.72e-6, 9.8e-6, 9.9e-6, 9.99e-6, 1.001e-5};
+constexpr double beside_north[] = {9.5e-6, 9.72e-6, 9.8e-6, 9.9e-6, 9.99e-6, 1e-5, 1.001e-5};
 // An arc so short that a tangent 1e-5 off moves its other end by no more than ends are rounded.
 constexpr double short_lengths[] = {0.3, 0.5, 0.6, 0.7, 0.75501, 0.8, 0.9, 1.0, 1.2};
 
@@ -74,6 +75,48 @@ TEST(BesideNorth, AShortArcIsCutByAnSCurve) {
                 ASSERT_EQ(ali_makrAAR_P(p, 1, &given, &a1, &a2, &made, &gap), 0) << west << " " << length << " " << dir;
                 EXPECT_TRUE(tangent_chain(std::vector{given, a1, a2, made}));
                 EXPECT_TRUE(same_chain(std::vector{given, a1, a2, made}, chain));
+            }
+        }
+    }
+}
+
+TEST(BesideNorth, AnEasedStraightJoinsAnArc) {
+    for (const double west : beside_north) {
+        for (const double length : {0.3, 1.22521, 4.18919, 60.0}) {
+            for (int place = 0; place < 20; ++place) {
+                const double x = 137.0371 * place;
+                for (const double dir : {1.0, -1.0}) {
+                    const auto chain =
+                        lay_chain({x, -x, north_by(west)},
+                                  {straight(length), clothoid(dir, 22.4404, 0.0, 81.1622), arc(dir, 81.1622, 4.41424)});
+                    Calelm r = extended(chain[2], 30.0, 0.0);
+                    Calelm a = sizes_only(chain[1]);
+                    Calelm s{};
+                    s.len = length;
+                    const double p[2] = {chain[0].sx, chain[0].sy};
+                    ASSERT_EQ(ali_makrAS_P(p, 1, &r, &a, &s), 0) << west << " " << length << " " << dir << " " << x;
+                    EXPECT_TRUE(tangent_chain(std::vector{s, a, r}, rounded_joint_tolerance));
+                }
+            }
+        }
+    }
+}
+
+TEST(BesideNorth, AnArcIsCutByAClothoidFromInfiniteRadius) {
+    for (const double west : beside_north) {
+        for (const double dir : {1.0, -1.0}) {
+            for (const double radius : {308.512, 310.7, 327.9, 412.1, 733.3}) {
+                // The given arc heads north where the clothoid begins.
+                const double length = 0.51401;
+                const auto chain = lay_chain(
+                    {0, 0, north_by(west) - length / radius},
+                    {arc(-1.0, radius, length), clothoid(dir, 25.5019, 0.0, 100.305), arc(dir, 100.305, 3.51584)});
+                Calelm given = extended(chain[0], 0.0, 200.0);
+                Calelm a = sizes_only(chain[1]);
+                Calelm made = sizes_only(chain[2]);
+                const double p[2] = {chain[2].ex, chain[2].ey};
+                ASSERT_EQ(ali_makAOR_P(p, 0, &given, &a, &made), 0) << west << " " << radius << " " << dir;
+                EXPECT_TRUE(tangent_chain(std::vector{given, a, made}));
             }
         }
     }

@@ -250,9 +250,11 @@ bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const C
     };
     const Vec start{clothoid.sx, clothoid.sy};
     const Vec end{clothoid.ex, clothoid.ey};
+    const double tolerance = tangent_tolerance + lostByFalling(laid);
     return onCircle({arc1.k1, arc1.k2}, arc1.par, {arc1.sx, arc1.sy}) &&
            onCircle({arc1.k1, arc1.k2}, arc1.par, start) && onCircle({arc2.k1, arc2.k2}, arc2.par, end) &&
-           sameDirection(-laid.sang, tangentAt(arc1, start)) && sameDirection(-laid.eang, tangentAt(arc2, end));
+           sameDirection(-laid.sang, tangentAt(arc1, start), tolerance) &&
+           sameDirection(-laid.eang, tangentAt(arc2, end), tolerance);
 }
 
 Calelm reversed(const Calelm& e) {

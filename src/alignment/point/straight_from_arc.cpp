@@ -98,8 +98,8 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
     straight.type = element::straight;
     straight.dir = 1.0;
     straight.par = straight.r1 = straight.r2 = 0.0;
-    const double azimuth = ali_CExAng(plane::wrapped(straightFirst ? angle : angle + plane::pi));
-    straight.sang = straight.eang = azimuth;
+    const double direction = plane::wrapped(straightFirst ? angle : angle + plane::pi);
+    straight.sang = straight.eang = ali_CExAng(direction);
     if (straightFirst) {
         setStart(straight, point);
     } else {
@@ -108,14 +108,6 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
     int status = signed16(ali_makangS(&straight, straightFirst ? 1 : 2));
     if (status != 0) {
         return status;
-    }
-    if (plane::distance(straightFirst ? endOf(straight) : startOf(straight), flat) > rounded_joint_tolerance) {
-        // Within 1e-5 of north the azimuth falls to 0, which turns a long straight too far.
-        (straightFirst ? setEnd : setStart)(straight, rounded(point + s->len * away));
-        status = signed16(ali_makS(&straight));
-        if (status != 0) {
-            return status;
-        }
     }
     Calelm clothoid{};
     status = layClothoid(flat, away, turn, a->par, 0.0, r->par, !straightFirst, clothoid);
@@ -127,14 +119,24 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
     if (status != 0) {
         return status;
     }
-    if (!(straightFirst ? finishTangentChain({&straight, &clothoid, &arc}, rounded_joint_tolerance)
-                        : finishTangentChain({&arc, &clothoid, &straight}, rounded_joint_tolerance))) {
+    // Just below 1e-5 the azimuth falls to 0, which turns the straight laid by it. Where the chain does not bear that,
+    // the straight keeps its azimuth.
+    Calelm unfallen = straight;
+    const Vec far = rounded(point + s->len * away);
+    if (!straightAlong(straightFirst ? point : far, straightFirst ? far : point, plane::wrapped(-direction), s->len,
+                       unfallen)) {
         return -1;
     }
-    *s = straight;
-    *a = clothoid;
-    *r = arc;
-    return 0;
+    for (Calelm line : {straight, unfallen}) {
+        if (straightFirst ? finishTangentChain({&line, &clothoid, &arc}, rounded_joint_tolerance)
+                          : finishTangentChain({&arc, &clothoid, &line}, rounded_joint_tolerance)) {
+            *s = line;
+            *a = clothoid;
+            *r = arc;
+            return 0;
+        }
+    }
+    return -1;
 }
 
 } // extern "C"

@@ -239,6 +239,8 @@ TEST_F(ImportLine, RecordsWithoutTheirLastCommaAreCounted) {
                          ": note: 2 records lack the comma that every record of the format ends in\n"));
     EXPECT_TRUE(contains(notes("A00\r\nA01,1,P,0,0,1\r\nA99,\r\n"), ": note: 1 record lacks the comma "))
         << "a point of six fields needs none";
+    EXPECT_TRUE(contains(notes("A00\r\nA99,\r\nH00,1\r\nH99,\r\n"), ": note: 2 records lack the comma "))
+        << "where the import is broken off too";
     EXPECT_FALSE(contains(notes("A00,,\r\nA01,x,P,0,0,0\r\nA99,\r\n"), "comma"));
     EXPECT_FALSE(contains(notes("H00,1,R,\r\nH01,No.1,0,0,0,1,x\r\nH99,\r\n"), "comma"))
         << "a result outside its alignment";

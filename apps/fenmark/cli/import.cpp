@@ -4,6 +4,7 @@
 #include "cli/import_dialogs.h"
 #include "cli/messages.h"
 #include "command/import_command.h"
+#include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
 #include "sima/log/sima_log.h"
@@ -112,18 +113,35 @@ std::string breakOffText(const std::string& file, const sima::SimaReader& reader
     }
 }
 
+// What the user should look at in the file, also where the import was broken off.
+void tellHints(const ImportArguments& arguments, const std::string& file, const sima::SimaLog& log,
+               const Streams& streams) {
+    tellLikelyMisreading(streams, arguments.quiet, file, arguments.encoding);
+    tellUnclosedSection(streams, arguments.quiet, file, log);
+    tellMissingCommas(streams, arguments.quiet, file, log);
+}
+
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
-    tellLikelyMisreading(streams, arguments.quiet, file, arguments.encoding);
     tellNothingFound(streams, arguments.quiet, file, reader);
-    tellUnclosedSection(streams, arguments.quiet, file, reader.log);
-    tellMissingCommas(streams, arguments.quiet, file, reader.log);
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
     for (const std::string& line : host::embedded::noteLines(host.layoutNotes()))
         tellFileNote(streams, arguments.quiet, file, line);
     if (arguments.alignment && !dialogs.askedForAlignment())
         tellFileNote(streams, arguments.quiet, file,
                      "--alignment was not needed: every result has an alignment of its own");
+}
+
+// What this import made that no other program can show.
+void tellUnplaced(const Drawing& drawing, std::size_t firstEntity, std::size_t firstAlignment,
+                  const ImportArguments& arguments, const std::string& file, const Streams& streams) {
+    exchange::Unplaced unplaced;
+    for (std::size_t i = firstAlignment; i < drawing.alignmentCount(); ++i)
+        unplaced.look(drawing.alignment(i));
+    for (std::size_t i = firstEntity; i < drawing.entityCount(); ++i)
+        unplaced.look(drawing.entity(i));
+    for (const std::string& line : unplaced.notes("kept in the drawing, but no other program can show them"))
+        tellFileNote(streams, arguments.quiet, file, line);
 }
 
 // With a bar where the passes over the file had one.
@@ -148,6 +166,8 @@ struct Outcome {
 Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const std::string& file,
                    const std::string& drawingPath, const Streams& streams) {
     prepareDrawing(host.drawing(), arguments, drawingPath);
+    const std::size_t firstEntity = host.drawing().entityCount();
+    const std::size_t firstAlignment = host.drawing().alignmentCount();
     host.setPositiveRadius(arguments.positiveRadius);
     host.clearNotes();
 
@@ -164,12 +184,14 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
         brokenOff = breakOffText(file, reader);
     }
     tellErrorBlocks(streams, file, reader.log);
+    tellHints(arguments, file, reader.log, streams);
     if (!brokenOff.empty() && !arguments.keepPartial)
         throw Stop(kNotDone, brokenOff + "; the drawing is left as it was");
     if (brokenOff.empty() && !dialogs.result())
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
 
     tellNotes(host, arguments, dialogs, file, reader, streams);
+    tellUnplaced(host.drawing(), firstEntity, firstAlignment, arguments, file, streams);
     reader = sima::SimaReader(); // the file's records need no memory while the drawing is written
 
     host::embedded::Document& document = *host.currentDocument();

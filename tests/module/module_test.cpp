@@ -1,15 +1,13 @@
 // The module in a host: entry points, messages, commands, map modules, unloading. The module is the built library.
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/module_host.h"
+#include "ui/dialog_user.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QDialog>
 #include <QFile>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <dlfcn.h>
 
@@ -18,12 +16,20 @@
 namespace fenmark::host::embedded {
 namespace {
 
+using ui::test::User;
+
 const std::string kModule = FENMARK_MODULE_PATH;
+const QString kImport = QStringLiteral("SIMAファイル読み込み");
+const QString kResult = QStringLiteral("SIMA読み込み結果");
+constexpr int kOk = 1;
+constexpr int kClose = 2;
 
 struct ModuleInHost : ::testing::Test {
     EmbeddedHost host;
     ModuleHost modules;
     std::vector<std::string> said;
+    QTemporaryDir folder;
+    User user;
 
     void SetUp() override {
         modules.onLine([this](const std::string& line) { said.push_back(line); });
@@ -38,17 +44,24 @@ struct ModuleInHost : ::testing::Test {
             names.push_back(site.name);
         return names;
     }
-    // Clicks the button of the next modal dialog as soon as it is there.
-    static void answerNextDialog(const QString& button) {
-        auto* timer = new QTimer(qApp);
-        QObject::connect(timer, &QTimer::timeout, timer, [timer, button] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (dialog == nullptr)
-                return;
-            timer->deleteLater();
-            dialog->findChild<QPushButton*>(button)->click();
+    // The user closes the import dialog.
+    User& closeDialog() { return user.press(kImport, kClose); }
+    // The path that the import dialog shows, which the user then answers with a button.
+    User& notePath(QStringList& shown, int button) {
+        return user.then(kImport, [&shown, button](QWidget& dialog) {
+            shown << dialog.findChild<QLineEdit*>(QStringLiteral("id210"))->text();
+            User::click(dialog, button);
         });
-        timer->start(1);
+    }
+    // Hands the host a file of that content, as a drop on its window does.
+    QString handFile(const QString& name, const QByteArray& content) {
+        const QString path = folder.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        file.close();
+        modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
+        return path;
     }
 };
 
@@ -101,7 +114,7 @@ TEST_F(ModuleInHost, TheIdleCommandsNeitherFailNorPrintAnything) {
 
 TEST_F(ModuleInHost, TheDefaultSiteStandsInTheDrawingEvenIfTheDialogIsClosed) {
     load();
-    answerNextDialog(QStringLiteral("id2"));
+    closeDialog();
     EXPECT_TRUE(modules.run("Fenmark").ok);
     EXPECT_EQ(siteNames(), std::vector<std::string>{"サイト"});
     EXPECT_EQ(EmbeddedHost::liveAutomationReferences(), 0);
@@ -113,21 +126,10 @@ TEST_F(ModuleInHost, AFileThatWasHandedToTheHostStandsInTheDialogOnce) {
     const QString path = QStringLiteral(FENMARK_SOURCE_DIR "/examples/road.sim");
     modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
     QStringList shown;
-    auto runAndNote = [&] {
-        QTimer timer;
-        QObject::connect(&timer, &QTimer::timeout, [&] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (dialog == nullptr)
-                return;
-            timer.stop();
-            shown << dialog->findChild<QLineEdit*>(QStringLiteral("id210"))->text();
-            dialog->findChild<QPushButton*>(QStringLiteral("id2"))->click();
-        });
-        timer.start(1);
-        EXPECT_TRUE(modules.run("Fenmark").ok);
-    };
-    runAndNote();
-    runAndNote();
+    notePath(shown, kClose);
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    notePath(shown, kClose);
+    EXPECT_TRUE(modules.run("Fenmark").ok);
     // The run was not accepted, so that the next one begins as if it had not been.
     EXPECT_EQ(shown, (QStringList{path, QString()}));
     EXPECT_EQ(modules.systemText(mirdane::kPendingFileVariable), "");
@@ -136,7 +138,7 @@ TEST_F(ModuleInHost, AFileThatWasHandedToTheHostStandsInTheDialogOnce) {
 
 TEST_F(ModuleInHost, WidgetsLiveOnAfterTheModuleIsGone) {
     load();
-    answerNextDialog(QStringLiteral("id2"));
+    closeDialog();
     EXPECT_TRUE(modules.run("Fenmark").ok);
     EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
     // The toolkit asks every maker of accessible interfaces that it knows: none may be left in the unloaded library.
@@ -161,17 +163,11 @@ TEST_F(ModuleInHost, WhileACommandRunsNoOtherIsStartedAndTheModuleStays) {
     load();
     ModuleResult other;
     ModuleResult unloaded;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        if (dialog == nullptr)
-            return;
-        timer.stop();
+    user.then(kImport, [&](QWidget& dialog) {
         other = modules.run("Fenmark");
         unloaded = modules.unload("Fenmark.mdm");
-        dialog->findChild<QPushButton*>(QStringLiteral("id2"))->click();
+        User::click(dialog, kClose);
     });
-    timer.start(1);
     EXPECT_TRUE(modules.run("Fenmark").ok);
     EXPECT_EQ(other.message, "Fenmark: another command is running");
     EXPECT_EQ(unloaded.message, "Fenmark.mdm: a command is running");
@@ -180,48 +176,40 @@ TEST_F(ModuleInHost, WhileACommandRunsNoOtherIsStartedAndTheModuleStays) {
 
 TEST_F(ModuleInHost, AnImportIsMadeAndTheNextRunOpensOnItsFile) {
     load();
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.sim"));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("A00,\r\nA01,1,BP,0.000,0.000,,\r\nA99,\r\n");
-    file.close();
-    modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
+    const QString path = handFile(QStringLiteral("a.sim"), "A00,\r\nA01,1,BP,0.000,0.000,,\r\nA99,\r\n");
     QStringList shown;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        if (dialog == nullptr || !dialog->isEnabled())
-            return;
-        if (const auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("id210")))
-            shown << edit->text();
-        const bool second = shown.size() > 1;
-        dialog->findChild<QPushButton*>(second ? QStringLiteral("id2") : QStringLiteral("id1"))->click();
-    });
-    timer.start(1);
+    notePath(shown, kOk).press(kResult, kOk);
     EXPECT_TRUE(modules.run("Fenmark").ok);
     EXPECT_EQ(host.drawing().entityCount(), 1U);
     EXPECT_TRUE(
         QString::fromStdString(modules.systemText(mirdane::kLogFileVariable)).endsWith(QStringLiteral("a_Input.log")));
+    notePath(shown, kClose);
     EXPECT_TRUE(modules.run("Fenmark").ok);
     EXPECT_EQ(shown, (QStringList{path, path})) << "the values of the last run";
     EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
 }
 
+TEST_F(ModuleInHost, TheValuesOfTheLastRunGoWithTheModule) {
+    load();
+    const QString path = handFile(QStringLiteral("a.sim"), "A00,\r\nA01,1,BP,0.000,0.000,,\r\nA99,\r\n");
+    QStringList shown;
+    notePath(shown, kOk).press(kResult, kOk);
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    ASSERT_TRUE(modules.unload("Fenmark.mdm").ok);
+    load();
+    notePath(shown, kClose);
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_EQ(shown, (QStringList{path, QString()})) << "a new start begins with the start values";
+}
+
 TEST_F(ModuleInHost, AnImportThatBreaksOffIsToldInOneLineAndTheHostLivesOn) {
     load();
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("bad.sim"));
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("H00\nH01,a,0,0,0,1,\nH99,\n");
-    file.close();
-    modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
+    handFile(QStringLiteral("bad.sim"), "H00\nH01,a,0,0,0,1,\nH99,\n");
     const ModuleResult result = modules.run("Fenmark");
     EXPECT_FALSE(result.ok);
     ASSERT_EQ(said.size(), 1U);
     EXPECT_NE(said[0].find("bad.sim:2: "), std::string::npos) << said[0];
-    answerNextDialog(QStringLiteral("id2"));
+    closeDialog();
     EXPECT_TRUE(modules.run("Fenmark").ok);
 }
 

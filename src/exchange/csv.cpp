@@ -1,6 +1,10 @@
 // The points of a drawing with their rows as comma-separated text.
 #include "exchange/csv.h"
 
+#include "exchange/placed.h"
+
+#include <cmath>
+
 namespace fenmark::exchange {
 
 namespace {
@@ -23,10 +27,20 @@ std::ostream& operator<<(std::ostream& out, Field field) {
     return out << '"';
 }
 
+// Empty if it is no number.
+struct Number {
+    double value;
+};
+
+std::ostream& operator<<(std::ostream& out, Number number) {
+    return std::isfinite(number.value) ? out << PlainReal{number.value} : out;
+}
+
 } // namespace
 
 Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
     std::size_t polylines = 0;
+    Unplaced unplaced;
     out << "\xEF\xBB\xBFid,layer,x_east,y_north,z,table,no,name,type,file\r\n";
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const host::embedded::EntityView entity = drawing.entity(i);
@@ -34,9 +48,10 @@ Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
             ++polylines;
             continue;
         }
+        unplaced.look(entity);
         const host::MdGePoint3d& at = entity.position();
-        out << entity.id.asUint64() << ',' << Field{entity.layer} << ',' << PlainReal{at.x} << ',' << PlainReal{at.y}
-            << ',' << PlainReal{at.z} << ',';
+        out << entity.id.asUint64() << ',' << Field{entity.layer} << ',' << Number{at.x} << ',' << Number{at.y} << ','
+            << Number{at.z} << ',';
         if (entity.row)
             out << Field{entity.row->table} << ',' << entity.row->no << ',' << Field{entity.row->name} << ','
                 << Field{entity.row->type} << ',' << Field{entity.row->fileName};
@@ -44,10 +59,11 @@ Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
             out << ",,,,";
         out << "\r\n";
     }
-    if (polylines == 0 && drawing.alignmentCount() == 0)
-        return {};
-    return {"a CSV file holds points alone; left out: " + std::to_string(polylines) + " polylines, " +
-            std::to_string(drawing.alignmentCount()) + " alignments"};
+    Notes notes = unplaced.notes("numbers that are none left empty");
+    if (polylines > 0 || drawing.alignmentCount() > 0)
+        notes.push_back("a CSV file holds points alone; left out: " + std::to_string(polylines) + " polylines, " +
+                        std::to_string(drawing.alignmentCount()) + " alignments");
+    return notes;
 }
 
 } // namespace fenmark::exchange

@@ -1,6 +1,7 @@
 // A drawing as DXF, release 12.
 #include "exchange/dxf.h"
 
+#include "exchange/placed.h"
 #include "exchange/plan_geometry.h"
 #include "sima/text/cp932.h"
 
@@ -129,7 +130,7 @@ void writeHeader(Writer& writer, const Drawing& drawing) {
     writer.group(1, "AC1009");
     writer.group(9, "$DWGCODEPAGE");
     writer.group(3, "ANSI_932");
-    if (!extent.empty()) {
+    if (!extent.empty() && isNear(extent)) {
         writer.group(9, "$EXTMIN");
         writer.point(10, extent.minX, extent.minY);
         writer.group(9, "$EXTMAX");
@@ -203,6 +204,14 @@ void writeElement(Writer& writer, const std::string& layer, const Element& eleme
     }
 }
 
+void writeAlignment(Writer& writer, const host::embedded::Alignment& alignment) {
+    for (const Element& element : alignment.elements)
+        writeElement(writer, layerName(alignment.layer), element);
+    if (!alignment.elements.empty())
+        writer.text(textLayer(alignment.layer), alignment.elements.front().start.x,
+                    alignment.elements.front().start.y - 2.0 * kTextHeight, alignment.name, false);
+}
+
 void writeEntity(Writer& writer, const EntityView& entity) {
     const std::string layer = layerName(entity.layer);
     const std::string_view name = entity.row ? entity.row->name : std::string_view();
@@ -211,7 +220,7 @@ void writeEntity(Writer& writer, const EntityView& entity) {
     if (entity.vertices.size() == 1) {
         const host::MdGePoint3d& at = entity.position();
         writer.begin("POINT", layer);
-        writer.point(10, at.x, at.y, at.z);
+        writer.point(10, at.x, at.y, heightOf(entity));
         if (!name.empty())
             writer.text(textLayer(entity.layer), at.x + kTextHeight / 2.0, at.y + kTextHeight / 2.0, name, false);
         return;
@@ -232,19 +241,19 @@ Notes writeDxf(const Drawing& drawing, std::ostream& out) {
     writeTables(writer, drawing);
     writer.group(0, "SECTION");
     writer.group(2, "ENTITIES");
+    Unplaced unplaced;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        const host::embedded::Alignment& alignment = drawing.alignment(i);
-        for (const Element& element : alignment.elements)
-            writeElement(writer, layerName(alignment.layer), element);
-        if (!alignment.elements.empty())
-            writer.text(textLayer(alignment.layer), alignment.elements.front().start.x,
-                        alignment.elements.front().start.y - 2.0 * kTextHeight, alignment.name, false);
+        if (unplaced.look(drawing.alignment(i)))
+            writeAlignment(writer, drawing.alignment(i));
     }
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i)
-        writeEntity(writer, drawing.entity(i));
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const EntityView entity = drawing.entity(i);
+        if (unplaced.look(entity))
+            writeEntity(writer, entity);
+    }
     writer.group(0, "ENDSEC");
     writer.group(0, "EOF");
-    return {};
+    return unplaced.notes("left out");
 }
 
 } // namespace fenmark::exchange

@@ -1,6 +1,7 @@
 // A drawing as GeoJSON.
 #include "exchange/geojson.h"
 
+#include "exchange/placed.h"
 #include "exchange/plan_geometry.h"
 
 #include <utility>
@@ -28,7 +29,7 @@ void writeGeometry(std::ostream& out, const EntityView& entity) {
     if (entity.isPoint()) {
         const host::MdGePoint3d& at = entity.position();
         out << "{\"type\":\"Point\",\"coordinates\":[" << JsonReal{at.x} << ',' << JsonReal{at.y} << ','
-            << JsonReal{at.z} << "]}";
+            << JsonReal{heightOf(entity)} << "]}";
         return;
     }
     const auto& vertices = entity.vertices;
@@ -61,7 +62,7 @@ void writeGeometry(std::ostream& out, const EntityView& entity) {
     }
 }
 
-void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index) {
+void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index, Unplaced& unplaced) {
     const host::embedded::Alignment& alignment = drawing.alignment(index);
     const auto site = drawing.findSite(alignment.site);
     out << "{\"type\":\"Feature\",\"id\":" << alignment.id.asUint64()
@@ -71,7 +72,8 @@ void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index
         << ",\"Site\":" << JsonText{site ? drawing.sites()[*site].name : std::string_view()}
         << ",\"StartStation\":" << JsonReal{alignment.startStation} << ",\"Length\":" << JsonReal{alignment.length()}
         << "},\"geometry\":";
-    const std::vector<host::PlanPoint> line = lineOfAlignment(alignment);
+    const bool placed = unplaced.look(alignment);
+    const std::vector<host::PlanPoint> line = placed ? lineOfAlignment(alignment) : std::vector<host::PlanPoint>();
     if (line.size() < 2) {
         out << "null}";
         return;
@@ -96,10 +98,11 @@ Notes writeGeoJson(const Drawing& drawing, std::ostream& out) {
     else
         out << "\"crs\":null,";
     out << "\"features\":[";
+    Unplaced unplaced;
     const char* separator = "\n";
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         out << std::exchange(separator, ",\n");
-        writeAlignment(out, drawing, i);
+        writeAlignment(out, drawing, i, unplaced);
     }
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
@@ -107,11 +110,14 @@ Notes writeGeoJson(const Drawing& drawing, std::ostream& out) {
             << ",\"properties\":{";
         writeRow(out, entity);
         out << "},\"geometry\":";
-        writeGeometry(out, entity);
+        if (unplaced.look(entity))
+            writeGeometry(out, entity);
+        else
+            out << "null";
         out << '}';
     }
     out << "\n]}\n";
-    return {};
+    return unplaced.notes("written without geometry");
 }
 
 } // namespace fenmark::exchange

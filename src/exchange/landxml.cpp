@@ -1,6 +1,7 @@
 // A drawing as LandXML 1.2.
 #include "exchange/landxml.h"
 
+#include "exchange/placed.h"
 #include "exchange/plan_geometry.h"
 
 #include <array>
@@ -73,12 +74,12 @@ void writeElement(std::ostream& out, const Element& element, double station) {
     out << "</" << closing << ">\n";
 }
 
-void writeAlignments(std::ostream& out, const Drawing& drawing) {
+void writeAlignments(std::ostream& out, const Drawing& drawing, Unplaced& unplaced) {
     UniqueNames names;
     bool open = false;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         const host::embedded::Alignment& alignment = drawing.alignment(i);
-        if (alignment.elements.empty())
+        if (alignment.elements.empty() || !unplaced.look(alignment))
             continue;
         if (!open)
             out << "  <Alignments>\n";
@@ -138,7 +139,7 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
     UniqueNames names;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
-        if (!wanted(entity))
+        if (!wanted(entity) || !hasPlace(entity))
             continue;
         if (!open)
             out << "  <" << group << ">\n";
@@ -173,14 +174,18 @@ void writeHead(std::ostream& out, const Drawing& drawing) {
 
 Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
     writeHead(out, drawing);
-    writeAlignments(out, drawing);
+    Unplaced unplaced;
+    writeAlignments(out, drawing, unplaced);
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i)
+        unplaced.look(drawing.entity(i));
     writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },
         [&out](const EntityView& entity, UniqueNames& names) {
             const host::MdGePoint3d& at = entity.position();
             out << "    <CgPoint";
             writeAttributes(out, names, entity);
-            out << '>' << PlainReal{at.y} << ' ' << PlainReal{at.x} << ' ' << PlainReal{at.z} << "</CgPoint>\n";
+            out << '>' << PlainReal{at.y} << ' ' << PlainReal{at.x} << ' ' << PlainReal{heightOf(entity)}
+                << "</CgPoint>\n";
         });
     writeGroup(out, drawing, "Parcels", isParcel, [&out](const EntityView& entity, UniqueNames& names) {
         const PlanPoint centre = labelPoint(entity.vertices);
@@ -200,7 +205,7 @@ Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
         out << "    </PlanFeature>\n";
     });
     out << "</LandXML>\n";
-    return {};
+    return unplaced.notes("left out");
 }
 
 } // namespace fenmark::exchange

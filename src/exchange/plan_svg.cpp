@@ -75,12 +75,6 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& be
     leftOut = 0;
     beyondReach = 0;
     const Extent& whole = drawing.extent();
-    bool allInReach = inReach(whole.minX) && inReach(whole.maxX) && inReach(whole.minY) && inReach(whole.maxY);
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i)
-        allInReach = allInReach && inReach(drawing.alignment(i));
-    const bool aroundOrigin = whole.minX <= 0.0 && whole.maxX >= 0.0 && whole.minY <= 0.0 && whole.maxY >= 0.0;
-    if (allInReach && !aroundOrigin)
-        return whole;
     Extent rest;
     std::size_t origins = 0;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {

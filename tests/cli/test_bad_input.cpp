@@ -237,5 +237,22 @@ TEST_F(BadInput, FullDeviceIsToldByExportAndPlot) {
     EXPECT_TRUE(contains(ran.err, "No space left")) << ran.err;
 }
 
+TEST_F(BadInput, CoordinatesBeyondAllNumbersAreKeptAndTold) {
+    const std::string huge(400, '9');
+    const Ran ran = fenmark(
+        {"import", file("A00,\r\nA01,1,A,0,0,,\r\nA01,2,B," + huge + ",5,,\r\nA01,3,C,1,2," + huge + ",\r\nA99,\r\n")});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(contains(ran.err,
+                         "a.sim: note: coordinates beyond all bounds; kept in the drawing, but no other program "
+                         "can show them: 1 points"))
+        << ran.err;
+    EXPECT_TRUE(contains(ran.err, "heights beyond all bounds")) << ran.err;
+    const nlohmann::json entities = info(folder.at("a.gpkg"))["entities"];
+    ASSERT_EQ(entities.size(), 3U);
+    EXPECT_EQ(entities[1]["data"]["Name"], "B");
+    const Ran again = fenmark({"import", file(kPoints), "--drawing", folder.at("a.gpkg")});
+    EXPECT_FALSE(contains(again.err, "beyond")) << "what was there before is told no more";
+}
+
 } // namespace
 } // namespace fenmark::cli

@@ -1,4 +1,5 @@
 // A drawing on disk: what goes in comes out, and every way in which it can fail ends in a clear result.
+#include "embedded/index_check.h"
 #include "embedded/support.h"
 
 #include <sqlite3.h>
@@ -202,6 +203,28 @@ TEST_F(DrawingStoreTest, AZoneReachesEveryGeometryThatIsThere) {
         sqlite3_finalize(rows);
     }
     sqlite3_close(database);
+}
+
+TEST_F(DrawingStoreTest, EndlessCoordinatesComeBackAndLeaveEveryBoxFinite) {
+    constexpr double kEndless = std::numeric_limits<double>::infinity();
+    drawing_.addPoint({1, 2, kEndless}, 0);
+    drawing_.addPoint({kEndless, 2, 3}, 0);
+    const std::vector<MdGePoint3d> wide = {{5, 6, 0}, {5, -kEndless, 0}, {8, 7, 0}};
+    drawing_.addPolyline(wide, 0, EntityKind::Polyline, true);
+    const std::vector<MdGePoint3d> nowhere = {{kEndless, 0, 0}, {0, kEndless, 0}};
+    drawing_.addPolyline(nowhere, 0, EntityKind::Polyline, false);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+    const OtherProgram other(path_);
+    EXPECT_EQ(other.one("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = 'points'"),
+              "1.0|2.0|1.0|2.0");
+    EXPECT_EQ(other.one("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = 'lots'"),
+              "5.0|6.0|8.0|7.0");
+    EXPECT_EQ(other.one("SELECT id, minx, maxx, miny, maxy FROM rtree_lots_geom"),
+              other.one("SELECT fid, 5.0, 8.0, 6.0, 7.0 FROM lots"));
+    EXPECT_EQ(other.one("SELECT count(*) FROM rtree_points_geom"), "1") << "what lies nowhere is in no window";
+    // The flags of the header: a box of the finite vertices, or none.
+    EXPECT_EQ(other.ask("SELECT hex(substr(geom, 4, 1)) FROM polylines"), (std::vector<std::string>{"03", "01"}));
 }
 
 TEST_F(DrawingStoreTest, TextThatIsNoTextIsMadeReadable) {

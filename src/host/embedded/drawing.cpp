@@ -2,6 +2,7 @@
 #include "host/embedded/drawing.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -53,6 +54,8 @@ double Alignment::length() const {
 }
 
 void Extent::add(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y))
+        return;
     minX = std::min(minX, x);
     minY = std::min(minY, y);
     maxX = std::max(maxX, x);

@@ -77,7 +77,7 @@ struct EntityView {
     const MdGePoint3d& position() const { return vertices.front(); }
 };
 
-// A box around things in plan; empty at first.
+// A box around things in plan; empty at first. What has an endless coordinate, or none, does not widen it.
 struct Extent {
     double minX = std::numeric_limits<double>::infinity();
     double minY = std::numeric_limits<double>::infinity();

@@ -1,6 +1,8 @@
 // Geometry as a GeoPackage keeps it.
 #include "host/embedded/geopackage/geometry_blob.h"
 
+#include "host/embedded/drawing.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -14,6 +16,7 @@ namespace {
 static_assert(std::endian::native == std::endian::little, "blobs are written as the machine keeps numbers");
 
 constexpr unsigned kLittleEndian = 1;
+constexpr unsigned kNoBox = 0;
 constexpr unsigned kBoxXy = 1U << 1U; // of the header's flags: a box of four reals follows
 constexpr std::uint32_t kPoint = 1;
 constexpr std::uint32_t kLine = 2;
@@ -42,22 +45,17 @@ void BlobWriter::header(std::span<const Vertex> vertices) {
     byte('G');
     byte('P');
     byte(0);
-    byte(kLittleEndian | kBoxXy);
+    Extent box; // of no finite vertex: the header bears none
+    for (const Vertex& vertex : vertices)
+        box.add(vertex.x, vertex.y);
+    byte(kLittleEndian | (box.empty() ? kNoBox : kBoxXy));
     integer(static_cast<std::uint32_t>(srsId_));
-    double minX = vertices.front().x;
-    double maxX = minX;
-    double minY = vertices.front().y;
-    double maxY = minY;
-    for (const Vertex& vertex : vertices) {
-        minX = std::min(minX, vertex.x);
-        maxX = std::max(maxX, vertex.x);
-        minY = std::min(minY, vertex.y);
-        maxY = std::max(maxY, vertex.y);
-    }
-    real(minX);
-    real(maxX);
-    real(minY);
-    real(maxY);
+    if (box.empty())
+        return;
+    real(box.minX);
+    real(box.maxX);
+    real(box.minY);
+    real(box.maxY);
 }
 
 template <typename Vertex>

@@ -1,0 +1,69 @@
+// What of a drawing has a place that a file can tell.
+#include "exchange/placed.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fenmark::exchange {
+
+using host::embedded::Alignment;
+using host::embedded::Element;
+using host::embedded::EntityView;
+
+namespace {
+
+bool isNear(double value) {
+    return std::abs(value) <= kFarthest; // false for what is no number
+}
+
+} // namespace
+
+bool hasPlace(const EntityView& entity) {
+    return std::all_of(entity.vertices.begin(), entity.vertices.end(),
+                       [](const host::MdGePoint3d& vertex) { return isNear(vertex.x) && isNear(vertex.y); });
+}
+
+bool hasPlace(const Alignment& alignment) {
+    return isNear(alignment.startStation) &&
+           std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const Element& element) {
+               return isNear(element.start.x) && isNear(element.start.y) && isNear(element.end.x) &&
+                      isNear(element.end.y) && isNear(element.length);
+           });
+}
+
+bool isNear(const host::embedded::Extent& extent) {
+    return isNear(extent.minX) && isNear(extent.minY) && isNear(extent.maxX) && isNear(extent.maxY);
+}
+
+double heightOf(const EntityView& point) {
+    return isNear(point.position().z) ? point.position().z : 0.0;
+}
+
+bool Unplaced::look(const EntityView& entity) {
+    const bool placed = hasPlace(entity);
+    if (!placed)
+        ++(entity.isPoint() ? points_ : polylines_);
+    else if (entity.isPoint() && !isNear(entity.position().z))
+        ++heights_;
+    return placed;
+}
+
+bool Unplaced::look(const Alignment& alignment) {
+    const bool placed = hasPlace(alignment);
+    alignments_ += placed ? 0 : 1;
+    return placed;
+}
+
+Notes Unplaced::notes(std::string_view whatBecame) const {
+    Notes notes;
+    if (points_ + polylines_ + alignments_ > 0)
+        notes.push_back("coordinates beyond all bounds; " + std::string(whatBecame) + ": " + std::to_string(points_) +
+                        " points, " + std::to_string(polylines_) + " polylines, " + std::to_string(alignments_) +
+                        " alignments");
+    if (heights_ > 0)
+        notes.push_back("heights beyond all bounds; in other files 0 or empty: " + std::to_string(heights_) +
+                        " points");
+    return notes;
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,37 @@
+// What of a drawing has a place that a file can tell.
+//
+// A field of four hundred digits is a number for the reader of SIMA files, and becomes infinite. Such coordinates stay in
+// the drawing; files for other programs must not hold them.
+#pragma once
+
+#include "exchange/text.h"
+#include "host/embedded/drawing.h"
+
+namespace fenmark::exchange {
+
+// Metres. Areas and centres of what lies farther away may be no numbers, even where its coordinates are.
+inline constexpr double kFarthest = 1e100;
+
+bool hasPlace(const host::embedded::EntityView& entity);
+bool hasPlace(const host::embedded::Alignment& alignment);
+bool isNear(const host::embedded::Extent& extent);
+// The height of a point, 0 if it is beyond all bounds.
+double heightOf(const host::embedded::EntityView& point);
+
+// Counts what has no place, or no height, for the notes to the user.
+class Unplaced {
+  public:
+    // True if it has a place.
+    bool look(const host::embedded::EntityView& entity);
+    bool look(const host::embedded::Alignment& alignment);
+    // What became of them: "left out", "written without geometry". No line if there are none.
+    Notes notes(std::string_view whatBecame) const;
+
+  private:
+    std::size_t points_ = 0;
+    std::size_t polylines_ = 0;
+    std::size_t alignments_ = 0;
+    std::size_t heights_ = 0;
+};
+
+} // namespace fenmark::exchange

@@ -30,6 +30,7 @@ constexpr double kStationPixels = 5.0;        // closer marks are left out
 constexpr double kStationLabelPixels = 60.0;  // room that a station label needs
 constexpr double kLabelMarginPixels = 60.0;   // names of objects just outside still reach into the view
 constexpr double kDegrees = 180.0 / 3.141592653589793;
+constexpr double kLineDistance = 1.2;  // of two lines of text, in heights of letters
 constexpr double kSelectedWidth = 3.0; // pixels
 constexpr double kHoveredWidth = 2.0;
 constexpr double kGridPixels = 110.0; // least distance of grid lines
@@ -404,10 +405,18 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
             continue;
         const QRectF around = pixelsOf(entity.vertices, view).boundingRect();
         const double width = metrics.horizontalAdvance(text);
-        const QPointF at = around.center() + QPointF(-width / 2.0, height / 2.0);
-        if (width < around.width() && height < around.height() &&
-            room.take(QRectF(at.x(), at.y() - height, width, height)))
+        if (width >= around.width())
+            continue;
+        // Names of lots side by side may need to stand on different lines.
+        for (const double lines : {0.0, -1.0, 1.0}) {
+            const double shift = lines * kLineDistance * height;
+            const QPointF at = around.center() + QPointF(-width / 2.0, height / 2.0 + shift);
+            if (2.0 * std::abs(shift) + height >= around.height() ||
+                !room.take(QRectF(at.x(), at.y() - height, width, height)))
+                continue;
             drawText(painter, at, text, colourOf(FigureStyle::Lot).darker(135));
+            break;
+        }
     }
     for (const PlanFigure& figure : markers_) {
         const EntityView entity = drawing_.entity(figure.entity);

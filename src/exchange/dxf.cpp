@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <numbers>
+#include <optional>
 #include <set>
 
 namespace fenmark::exchange {
@@ -26,6 +27,8 @@ constexpr int kWhite = 7;
 constexpr int kRed = 1;
 constexpr int kGreen = 3;
 constexpr int kByLayer = 256;
+constexpr const char* kApplication = "FENMARK"; // whose extended data an object's row is
+constexpr std::size_t kLongestData = 255;       // bytes of a string of extended data
 
 // The code point that begins at the position, which moves behind it. The text is valid UTF-8.
 char32_t nextCharacter(std::string_view text, std::size_t& at) {
@@ -38,11 +41,12 @@ char32_t nextCharacter(std::string_view text, std::size_t& at) {
     return c;
 }
 
-// One line of text in the file's encoding.
-std::string encoded(std::string_view text) {
+// One line of text in the file's encoding, cut where a character would pass the limit in bytes.
+std::string encoded(std::string_view text, std::size_t limit = std::string::npos) {
     std::string bytes;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t from = at;
+        const std::size_t before = bytes.size();
         const char32_t c = nextCharacter(text, at);
         if (c < 0x20 || c == 0x7F) {
             bytes += ' ';
@@ -54,6 +58,10 @@ std::string encoded(std::string_view text) {
             std::array<char, 16> escape;
             std::snprintf(escape.data(), escape.size(), "\\U+%04X", static_cast<unsigned>(c < 0x10000 ? c : 0xFFFD));
             bytes += one == "?" ? std::string(escape.data()) : one;
+        }
+        if (bytes.size() > limit) {
+            bytes.resize(before);
+            break;
         }
     }
     return bytes;
@@ -105,12 +113,27 @@ class Writer {
         }
     }
 
+    // An object's row as extended data at the end of its groups: table, number, name, type, file.
+    void row(const std::optional<host::embedded::RowView>& row) {
+        if (!row)
+            return;
+        const auto text = [&](std::string_view value) { group(1000, encoded(value, kLongestData)); };
+        group(1001, kApplication);
+        text(row->table);
+        integer(1071, row->no);
+        text(row->name);
+        text(row->type);
+        text(row->fileName);
+    }
+
     template <typename Points>
-    void polyline(std::string_view layer, const Points& points, bool closed, int colour = kByLayer) {
+    void polyline(std::string_view layer, const Points& points, bool closed, int colour = kByLayer,
+                  const std::optional<host::embedded::RowView>& data = {}) {
         begin("POLYLINE", layer, colour);
         integer(66, 1);
         point(10, 0.0, 0.0);
         integer(70, closed ? 1 : 0);
+        row(data);
         for (const auto& vertex : points) {
             begin("VERTEX", layer);
             point(10, vertex.x, vertex.y);
@@ -177,6 +200,13 @@ void writeTables(Writer& writer, const Drawing& drawing) {
         writer.group(6, "CONTINUOUS");
     }
     writer.group(0, "ENDTAB");
+    writer.group(0, "TABLE");
+    writer.group(2, "APPID");
+    writer.integer(70, 1);
+    writer.group(0, "APPID");
+    writer.group(2, kApplication);
+    writer.integer(70, 0);
+    writer.group(0, "ENDTAB");
     writer.group(0, "ENDSEC");
 }
 
@@ -221,11 +251,12 @@ void writeEntity(Writer& writer, const EntityView& entity) {
         const host::MdGePoint3d& at = entity.position();
         writer.begin("POINT", layer);
         writer.point(10, at.x, at.y, heightOf(entity));
+        writer.row(entity.row);
         if (!name.empty())
             writer.text(textLayer(entity.layer), at.x + kTextHeight / 2.0, at.y + kTextHeight / 2.0, name, false);
         return;
     }
-    writer.polyline(layer, entity.vertices, entity.closed);
+    writer.polyline(layer, entity.vertices, entity.closed, kByLayer, entity.row);
     if (!name.empty()) {
         const PlanPoint at = entity.closed ? labelPoint(entity.vertices)
                                            : PlanPoint{entity.vertices.front().x, entity.vertices.front().y};

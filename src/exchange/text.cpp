@@ -58,7 +58,14 @@ std::ostream& operator<<(std::ostream& out, JsonText text) {
 std::string xmlText(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
-    for (const char c : text) {
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        const std::string_view character = text.substr(at, 3);
+        if (character == "\xEF\xBF\xBE" || character == "\xEF\xBF\xBF") { // U+FFFE and U+FFFF
+            escaped += "\uFFFD";
+            at += 2;
+            continue;
+        }
         switch (c) {
         case '&':
             escaped += "&amp;";

@@ -213,6 +213,11 @@ TEST_F(DrawingStoreTest, EndlessCoordinatesComeBackAndLeaveEveryBoxFinite) {
     drawing_.addPolyline(wide, 0, EntityKind::Polyline, true);
     const std::vector<MdGePoint3d> nowhere = {{kEndless, 0, 0}, {0, kEndless, 0}};
     drawing_.addPolyline(nowhere, 0, EntityKind::Polyline, false);
+    Element line;
+    line.start = {-1.7e308, 0};
+    line.end = {1.7e308, 0};
+    line.length = kEndless;
+    drawing_.addElement(drawing_.addAlignment(drawing_.addSite("s"), "far", "0", kStandardStyle, kStandardStyle), line);
     ASSERT_TRUE(store_.save(path_, drawing_));
     EXPECT_EQ(describe(opened(path_)), describe(drawing_));
     const OtherProgram other(path_);

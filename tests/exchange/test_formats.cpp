@@ -158,6 +158,51 @@ TEST(Dxf, LotsAreClosedPolylines) {
     EXPECT_EQ(textOf(polylines[1], 70), "0");
 }
 
+TEST(Dxf, RowsAreExtendedDataOfARegisteredApplication) {
+    Drawing drawing;
+    addPoint(drawing, {1, 2, 3}, "基1");
+    addPolyline(drawing, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}, true, "12-3");
+    drawing.addPoint({4, 5, 6}, 0); // without a row
+    const std::vector<Group> groups = dxfOf(drawing);
+    const auto dataOf = [](const std::vector<Group>& entity) {
+        std::vector<std::string> data;
+        bool behind = false;
+        for (const Group& group : entity) {
+            behind = behind || group.code >= 1000;
+            EXPECT_EQ(behind, group.code >= 1000) << "nothing ordinary stands behind it";
+            if (behind)
+                data.push_back(std::to_string(group.code) + " " + group.value);
+        }
+        return data;
+    };
+    const auto points = dxfEntities(groups, "POINT");
+    EXPECT_EQ(dataOf(points.at(0)),
+              (std::vector<std::string>{"1001 FENMARK", "1000 JSIMA_V3_Point", "1071 1", "1000 " + cp932("基1"),
+                                        "1000 " + cp932("座標"), "1000 a.sim"}));
+    EXPECT_TRUE(dataOf(points.at(1)).empty());
+    EXPECT_EQ(dataOf(dxfEntities(groups, "POLYLINE").at(0)).at(3), "1000 12-3");
+    int registered = 0;
+    for (std::size_t i = 0; i + 1 < groups.size(); ++i)
+        registered += groups[i].code == 0 && groups[i].value == "APPID" && groups[i + 1].value == "FENMARK" ? 1 : 0;
+    EXPECT_EQ(registered, 1);
+}
+
+TEST(Dxf, LongTextsOfRowsAreCutBetweenCharacters) {
+    Drawing drawing;
+    std::string name = "a";
+    for (int i = 0; i < 200; ++i)
+        name += "点";
+    addPoint(drawing, {1, 2, 3}, name.c_str());
+    std::vector<std::string> texts;
+    const auto points = dxfEntities(dxfOf(drawing), "POINT");
+    for (const Group& group : points.at(0)) {
+        if (group.code == 1000)
+            texts.push_back(group.value);
+    }
+    EXPECT_EQ(texts.at(1).size(), 255U); // one byte and 127 characters of two
+    EXPECT_EQ(texts.at(1), cp932(std::string_view(name).substr(0, 1 + 127 * 3)));
+}
+
 TEST(Dxf, WhatTheCodePageCannotHoldIsEscaped) {
     Drawing drawing;
     addPoint(drawing, {0, 0, 0}, "é\r한?");

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace fenmark::host::embedded {
 
@@ -16,9 +17,13 @@ namespace {
     throw StoreFailure{StoreError::Damaged, std::string(what) + " " + std::to_string(id)};
 }
 
-// A radius of NULL is infinite.
+// A radius of NULL is infinite, and so is a length: a chord between absurd coordinates has no other.
 double radius(const Statement& row, int column) {
     return row.isNull(column) ? kInfiniteRadius : row.real(column);
+}
+
+double length(const Statement& row, int column) {
+    return row.isNull(column) ? std::numeric_limits<double>::infinity() : row.real(column);
 }
 
 template <typename Item>
@@ -40,7 +45,7 @@ Element readElement(const Statement& row, std::int64_t alignment) {
     element.start = {row.real(2), row.real(3)};
     element.end = {row.real(4), row.real(5)};
     element.direction = row.real(6);
-    element.length = row.real(7);
+    element.length = length(row, 7);
     element.startRadius = radius(row, 8);
     element.endRadius = radius(row, 9);
     element.clockwise = row.integer(10) != 0;

@@ -26,6 +26,23 @@ constexpr std::int64_t kSourceLines = 200; // of the SIMA file shown before and 
 constexpr const char* kOwnCommands[] = {"New",  "Open", "Save", "SaveAs", "Export", "Undo",
                                         "Redo", "Find", "Fit",  "Layer",  "Help"};
 
+QString refusalText(const host::embedded::RefusedElement& element, const Texts& texts) {
+    using host::embedded::Refusal;
+    switch (element.why) {
+    case Refusal::ArcWithoutRadius:
+        return texts(Text::ArcWithoutRadius);
+    case Refusal::ChordBeyondDiameter:
+        return texts(Text::ChordBeyondDiameter).arg(metres(element.radius), metres(element.chord));
+    case Refusal::ClothoidWithoutRadius:
+        return texts(Text::ClothoidWithoutRadius);
+    case Refusal::ClothoidWithoutLength:
+        return texts(Text::ClothoidWithoutLength);
+    case Refusal::NothingBefore:
+        break;
+    }
+    return texts(Text::ClothoidWithoutElementBefore);
+}
+
 } // namespace
 
 void MainWindow::guarded(const std::function<void()>& act) {
@@ -129,6 +146,10 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
 void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
     if (notes.otherSense > 0)
         command_->say(texts_(Text::OtherSense).arg(notes.otherSense));
+    for (const host::embedded::RefusedElement& element : notes.refused)
+        command_->say(
+            texts_(Text::BreaksOff)
+                .arg(QString::fromStdString(element.alignment), metres(element.length), refusalText(element, texts_)));
     for (const host::embedded::BrokenJoint& joint : notes.brokenJoints)
         command_->say(texts_(Text::BrokenJoint)
                           .arg(QString::fromStdString(joint.alignment), metres(joint.station))

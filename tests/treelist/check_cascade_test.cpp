@@ -69,6 +69,43 @@ TEST_P(CheckCascade, AnAncestorCollectsBothBitsOfAMixedChild) {
     EXPECT_EQ(value(top_), 2);
 }
 
+TEST_P(CheckCascade, ARowThatLeavesTakesWhatItAloneGaveFromAllMixedAncestors) {
+    CTreeListItem* second = tree_.insert(one_, deep_, "second");
+    tree_.cascade(second, GetParam(), true);
+    ASSERT_EQ(value(one_), 2);
+    ASSERT_EQ(value(top_), 2);
+    ItemTree::leaveUnion(second, GetParam());
+    tree_.erase(second);
+    EXPECT_EQ(value(one_), 0);
+    EXPECT_EQ(value(top_), 0);
+    EXPECT_EQ(value(tree_.root()), 0);
+}
+
+TEST_P(CheckCascade, ARowThatLeavesTakesNothingThatAnotherGivesToo) {
+    CTreeListItem* three = tree_.insert(top_, two_, "three");
+    tree_.cascade(two_, GetParam(), true);
+    tree_.cascade(three, GetParam(), true);
+    ItemTree::leaveUnion(three, GetParam());
+    tree_.erase(three);
+    EXPECT_EQ(value(top_), 2);
+    two_->state &= ~GetParam().box;
+    ItemTree::leaveUnion(two_, GetParam());
+    EXPECT_EQ(value(top_), 2) << "a row without a box gave nothing";
+}
+
+TEST_P(CheckCascade, ARowThatComesMakesItsAncestorsMixedOrStandsForThemAlone) {
+    CTreeListItem* row = tree_.insert(two_, nullptr, "row");
+    ItemTree::setPair(row, GetParam(), true);
+    ItemTree::joinUnion(row, GetParam());
+    EXPECT_EQ(value(two_), 1);
+    EXPECT_EQ(value(top_), 2);
+    CTreeListItem* hidden = tree_.insert(one_, deep_, "no box");
+    ItemTree::setPair(hidden, GetParam(), true);
+    hidden->state &= ~GetParam().box;
+    ItemTree::joinUnion(hidden, GetParam());
+    EXPECT_EQ(value(one_), 0);
+}
+
 TEST_P(CheckCascade, TheOtherPairIsLeftAlone) {
     const StatePair other = GetParam().box == kCheckPair.box ? kLockPair : kCheckPair;
     tree_.cascade(top_, GetParam(), true);

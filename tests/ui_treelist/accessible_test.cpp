@@ -149,5 +149,22 @@ TEST_F(AccessibleTest, SelectionIsReadAndMadeByRow) {
     EXPECT_FALSE(table->selectRow(99));
 }
 
+TEST_F(AccessibleTest, ATextThatIsSetIsToldToTheParentWhoMayRefuse) {
+    list_->SetColumnModify(1, 1);
+    cell(3, 1)->setText(QAccessible::Name, "typed");
+    EXPECT_EQ(list_->GetItemText(b_, 1), "typed");
+    EXPECT_EQ(window_.countOf(-420), 1);
+    window_.answers[-420] = -1;
+    cell(3, 1)->setText(QAccessible::Name, "refused");
+    EXPECT_EQ(list_->GetItemText(b_, 1), "typed");
+    EXPECT_EQ(list_->GetControl(), nullptr);
+    window_.answers.clear();
+    setStyle(kStyleNoEdit);
+    cell(3, 1)->setText(QAccessible::Name, "not allowed");
+    cell(3, 0)->setText(QAccessible::Name, "no editor");
+    EXPECT_EQ(list_->GetItemText(b_, 1), "typed");
+    EXPECT_EQ(list_->GetItemText(b_, 0), "b");
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

@@ -238,5 +238,56 @@ TEST_F(HeaderTest, TheTreeStandsInTheFirstShownColumn) {
     EXPECT_EQ(column, 1);
 }
 
+TEST_F(HeaderTest, EscapeTakesADragOfAWidthBack) {
+    QTest::mousePress(header(), Qt::LeftButton, Qt::NoModifier, QPoint(200, 8));
+    moveTo(QPoint(240, 8));
+    EXPECT_EQ(list_->GetColumnWidth(0), 240);
+    press(Qt::Key_Escape);
+    EXPECT_EQ(list_->GetColumnWidth(0), 200);
+    moveTo(QPoint(260, 8));
+    QTest::mouseRelease(header(), Qt::LeftButton, Qt::NoModifier, QPoint(260, 8));
+    EXPECT_EQ(list_->GetColumnWidth(0), 200);
+}
+
+TEST_F(HeaderTest, EscapeEndsADragOfAColumn) {
+    setStyle(kStyleDragColumns);
+    int clicked = -1;
+    QObject::connect(list_, &CTreeListCtrl::headerClicked, list_, [&](int column) { clicked = column; });
+    QTest::mousePress(header(), Qt::LeftButton, Qt::NoModifier, QPoint(100, 8));
+    moveTo(QPoint(300, 8));
+    EXPECT_TRUE(list_->GetHeaderCtrl()->isDragging());
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(list_->GetHeaderCtrl()->isDragging());
+    QTest::mouseRelease(header(), Qt::LeftButton, Qt::NoModifier, QPoint(300, 8));
+    EXPECT_EQ(list_->GetColumnOrderArray(), (std::vector<int>{0, 1, 2}));
+    EXPECT_EQ(clicked, -1);
+}
+
+TEST_F(HeaderTest, DeletingAColumnThatIsDraggedEndsTheDrag) {
+    QTest::mousePress(header(), Qt::LeftButton, Qt::NoModifier, QPoint(399, 8));
+    moveTo(QPoint(420, 8));
+    list_->DeleteColumn(2);
+    moveTo(QPoint(440, 8));
+    QTest::mouseRelease(header(), Qt::LeftButton, Qt::NoModifier, QPoint(440, 8));
+    EXPECT_EQ(list_->GetColumnCount(), 2);
+    EXPECT_EQ(list_->GetColumnWidth(1), 80);
+}
+
+TEST_F(HeaderTest, TheHeadersMenuSortsColumnsThatCanSortAsAClickDoes) {
+    int clicked = -1;
+    QObject::connect(list_, &CTreeListCtrl::headerClicked, list_, [&](int column) { clicked = column; });
+    list_->GetHeaderCtrl()->showMenu(QPoint(10, 10), 1);
+    auto* plain = header()->findChild<QMenu*>();
+    const auto count = plain->actions().size();
+    delete plain;
+    list_->SetColumnFormat(1, kColumnInitialFormat | kColumnCanSort);
+    list_->GetHeaderCtrl()->showMenu(QPoint(10, 10), 1);
+    auto* menu = header()->findChild<QMenu*>();
+    ASSERT_GT(menu->actions().size(), count);
+    menu->actions().front()->trigger();
+    EXPECT_EQ(clicked, 1);
+    menu->close();
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

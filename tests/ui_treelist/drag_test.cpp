@@ -276,5 +276,37 @@ TEST_F(DragTest, ParentThatMovesTheRowsOnADropKeepsTheTreeWhole) {
     EXPECT_EQ(list_->GetItemCount(), 6);
 }
 
+TEST_F(DragTest, ARememberedOffsetTakesThePlaceOf20And4) {
+    list_->SetDragOffset(QPoint(-7, 9));
+    pressAt(b_);
+    const QPoint point = at(a_, kHitText) + QPoint(40, 0);
+    move(point);
+    QWidget* picture = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        picture = window->objectName() == "Tresslib.TLCDragWnd" ? window : picture;
+    }
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(picture->pos(), list_->viewport()->mapToGlobal(point) + QPoint(-7, 9));
+    releaseAt(point);
+}
+
+TEST_F(DragTest, AControlThatIsHiddenOrDisabledEndsItsDragWithoutADrop) {
+    pressAt(b_);
+    move(at(a2_, kHitText) + QPoint(30, 0));
+    ASSERT_TRUE(list_->IsDragging());
+    list_->setEnabled(false);
+    EXPECT_FALSE(list_->IsDragging());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    list_->setEnabled(true);
+    pressAt(c_);
+    move(at(a2_, kHitText) + QPoint(30, 0));
+    ASSERT_TRUE(list_->IsDragging());
+    window_.hide();
+    EXPECT_FALSE(list_->IsDragging());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(window_.countOf(-426), 0);
+    EXPECT_EQ(window_.countOf(-424), 2);
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

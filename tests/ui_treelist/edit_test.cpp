@@ -17,6 +17,11 @@ class EditTest : public TreeListTest {
         list_->SetItemText(b_, 2, "x");
     }
     [[nodiscard]] QLineEdit* edit() const { return list_->GetEditCtrl(); }
+    // First the layout, then what it asks to be done.
+    static void settle() {
+        QApplication::processEvents();
+        QApplication::processEvents();
+    }
     void type(const QString& text) {
         edit()->selectAll();
         QTest::keyClicks(edit(), text);
@@ -260,6 +265,80 @@ TEST_F(EditTest, TheEditorFollowsWhenRowsScroll) {
     const int before = edit()->y();
     list_->SetTopIndex(2);
     EXPECT_EQ(edit()->y(), before - 2 * list_->GetItemHeight());
+}
+
+TEST_F(EditTest, AHiddenColumnCannotBeEdited) {
+    list_->SetColumnOrderArray({1, 2});
+    EXPECT_FALSE(list_->BeginModify(b_, 0));
+    EXPECT_TRUE(window_.heard.empty());
+}
+
+TEST_F(EditTest, ARowThatGoesOutOfSightWhileItIsEditedIsWrittenBack) {
+    list_->BeginModify(a1_, 0);
+    type("kept");
+    list_->Expand(a_, ExpandCode::Collapse);
+    settle();
+    EXPECT_EQ(list_->GetItemText(a1_), "kept");
+    EXPECT_EQ(list_->GetModifyItem(), nullptr);
+    EXPECT_FALSE(edit()->isVisible());
+    list_->BeginModify(b_, 0);
+    type("kept too");
+    list_->SetColumnOrderArray({1, 2});
+    settle();
+    EXPECT_EQ(list_->GetItemText(b_), "kept too");
+    EXPECT_EQ(list_->GetModifyItem(), nullptr);
+}
+
+TEST_F(EditTest, WhileATextIsWrittenBackNoOtherModificationBegins) {
+    bool began = true;
+    window_.act = [&](const TreeListNotification& n) {
+        if (n.code == -420) {
+            began = list_->BeginModify(c_, 0);
+        }
+    };
+    list_->BeginModify(b_, 0);
+    type("new");
+    QTest::keyClick(edit(), Qt::Key_Return);
+    EXPECT_FALSE(began);
+    EXPECT_EQ(list_->GetItemText(b_), "new");
+    EXPECT_EQ(list_->GetModifyItem(), nullptr);
+    EXPECT_EQ(list_->GetState() & (kControlModifying | kControlWriting), 0U);
+}
+
+TEST_F(EditTest, TheParentCanGoOnWithTheNextRowWhenAModificationEnds) {
+    window_.act = [&](const TreeListNotification& n) {
+        if (n.code == -422 && n.item == b_) {
+            list_->BeginModify(c_, 0);
+        }
+    };
+    list_->BeginModify(b_, 0);
+    QTest::keyClick(edit(), Qt::Key_Return);
+    EXPECT_EQ(list_->GetModifyItem(), c_);
+    EXPECT_TRUE(edit()->isVisible());
+    EXPECT_EQ(list_->GetState() & kControlModifying, std::uint32_t{kControlModifying});
+}
+
+TEST_F(EditTest, TheEditorsHaveTheColoursOfTheRows) {
+    list_->SetBkColor(QColor(10, 20, 30));
+    list_->SetTextColor(QColor(240, 230, 220));
+    list_->BeginModify(b_, 0);
+    EXPECT_EQ(edit()->palette().color(QPalette::Base), QColor(10, 20, 30));
+    EXPECT_EQ(edit()->palette().color(QPalette::Text), QColor(240, 230, 220));
+}
+
+TEST_F(EditTest, ACancelledEditorThatIsOpenedAgainWhileItClosesStaysClosed) {
+    window_.act = [&](const TreeListNotification& n) {
+        if (n.code == -460) {
+            EXPECT_FALSE(list_->BeginModify(n.item, 2));
+        }
+    };
+    list_->BeginModify(b_, 0);
+    list_->CancelModify();
+    EXPECT_EQ(list_->GetControl(), nullptr);
+    list_->BeginModify(b_, 0);
+    list_->DeleteItem(b_);
+    EXPECT_EQ(list_->GetControl(), nullptr);
+    EXPECT_EQ(list_->GetState() & (kControlModifying | kControlWriting), 0U);
 }
 
 } // namespace

@@ -309,5 +309,111 @@ TEST_F(TreeListTest, TheTipShowsACutTextAndGoesWithThePointer) {
     EXPECT_EQ(runningTimers(tip), std::set<int>{});
 }
 
+class SeveralRowsTest : public TreeListTest {
+  protected:
+    SeveralRowsTest() {
+        setStyle(kStyleMultiSelect);
+        list_->SelectItem(a1_, 0);
+        window_.heard.clear();
+    }
+    [[nodiscard]] std::vector<const CTreeListItem*> selected() const {
+        std::vector<const CTreeListItem*> rows;
+        for (int position = list_->GetFirstSelectedItemPosition(); position >= 0;) {
+            rows.push_back(list_->GetNextSelectedItem(position));
+        }
+        return rows;
+    }
+    using Rows = std::vector<const CTreeListItem*>;
+};
+
+TEST_F(SeveralRowsTest, ShiftWithAKeySelectsFromTheMarkToTheRow) {
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (Rows{b_, a2_, a1_})) << "the row that the key went to comes first";
+    EXPECT_EQ(list_->GetFocusItem(), b_);
+    EXPECT_EQ(list_->GetSelectionMark(), a1_);
+    EXPECT_EQ(window_.codes(), (std::vector<int>{-450, -451, -450, -451}));
+    press(Qt::Key_Home, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (Rows{a_, a1_})) << "on the other side of the mark";
+    press(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (Rows{c_, b_, a2_, a1_}));
+    press(Qt::Key_Up);
+    EXPECT_EQ(selected(), Rows{b_}) << "without Shift the row alone";
+    EXPECT_EQ(list_->GetSelectionMark(), b_);
+}
+
+TEST_F(SeveralRowsTest, AVetoHoldsARangeToo) {
+    window_.answers[-450] = -1;
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), Rows{a1_});
+    EXPECT_EQ(list_->GetFocusItem(), a1_);
+    EXPECT_EQ(window_.codes(), std::vector<int>{-450});
+}
+
+TEST_F(SeveralRowsTest, CtrlWithAKeyMovesTheFocusAloneAndShiftWithSpaceTogglesTheRow) {
+    press(Qt::Key_Down, Qt::ControlModifier);
+    press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(list_->GetFocusItem(), b_);
+    EXPECT_EQ(selected(), Rows{a1_});
+    EXPECT_TRUE(window_.heard.empty());
+    press(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (Rows{b_, a1_}));
+    press(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), Rows{a1_});
+    EXPECT_FALSE(b_->isExpanded());
+}
+
+TEST_F(SeveralRowsTest, CtrlWithASelectsAllRowsShown) {
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(selected(), (Rows{c_, b_, a2_, a1_, a_}));
+    list_->SetStyle(list_->GetStyle() & ~std::uint32_t{kStyleMultiSelect});
+    list_->SelectItem(a1_, 0);
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(selected(), Rows{a1_});
+}
+
+TEST_F(SeveralRowsTest, AClickWithShiftSelectsFromTheMarkToTheRow) {
+    click(b_, kHitText, 1, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (Rows{b_, a2_, a1_}));
+    EXPECT_EQ(list_->GetSelectColumn(), 1);
+    click(a_, kHitText, 0, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), (Rows{a_, a1_}));
+}
+
+TEST_F(SeveralRowsTest, AMarkThatIsOutOfSightLeavesTheRowAlone) {
+    list_->SetSelectionMark(a11_);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), Rows{a2_});
+    EXPECT_EQ(list_->GetSelectionMark(), a2_);
+}
+
+TEST_F(TreeListTest, WhereOneRowCanBeSelectedShiftAndCtrlMoveItLikeThePlainKeys) {
+    list_->SelectItem(a_, 0);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(list_->GetSelectedItem(), a1_);
+    EXPECT_EQ(list_->GetSelectedCount(), 1);
+    press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(list_->GetSelectedItem(), a2_);
+    click(b_, kHitText, 0, Qt::ShiftModifier);
+    EXPECT_EQ(list_->GetSelectedCount(), 1);
+}
+
+TEST_F(TreeListTest, AControlWithoutColumnsTakesClicksAndKeys) {
+    while (list_->GetColumnCount() > 0) {
+        list_->DeleteColumn(0);
+    }
+    QTest::mouseClick(list_->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      list_->GetItemRect(b_).topLeft() + QPoint(9, 9));
+    EXPECT_EQ(list_->GetSelectedItem(), b_);
+    press(Qt::Key_Up);
+    EXPECT_EQ(list_->GetSelectedItem(), a2_);
+    press(Qt::Key_Left);
+    press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(list_->GetSelectColumn(), -1);
+    list_->InsertColumn("again");
+    press(Qt::Key_Up);
+    EXPECT_EQ(list_->GetSelectColumn(), 0);
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

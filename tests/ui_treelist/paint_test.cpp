@@ -209,5 +209,36 @@ TEST_F(PaintTest, OneRowOrManyDeepRowsPaintWithoutAWalkFromTheFirst) {
     EXPECT_EQ(picture().pixelColor(180, row.center().y()), colorOf(TreeListColor::FocusCell));
 }
 
+TEST_F(PaintTest, ACutTextBeginsWhereTheOthersBegin) {
+    const auto firstInk = [&](const QImage& image, const QRect& cell) {
+        for (int x = cell.left(); x <= cell.right(); ++x) {
+            for (int y = cell.top(); y < cell.bottom(); ++y) {
+                if (image.pixelColor(x, y) != list_->GetBkColor()) {
+                    return x - cell.left();
+                }
+            }
+        }
+        return -1;
+    };
+    list_->SetItemText(b_, 1, "|");
+    list_->SetItemText(c_, 1, "|" + QString(60, 'w'));
+    const QImage image = picture();
+    const int whole = firstInk(image, list_->GetItemRect(b_, 1));
+    EXPECT_GE(whole, 3);
+    EXPECT_EQ(firstInk(image, list_->GetItemRect(c_, 1)), whole);
+}
+
+TEST_F(PaintTest, ALightInkTurnsDarkOnTheLightFillsOfSelectionAndFocus) {
+    list_->SetBkColor(QColor(30, 30, 30));
+    list_->SetTextColor(Qt::white);
+    list_->SetItemText(b_, 1, QString(5, QChar(0x2588)));
+    const QRect cell = list_->GetItemRect(b_, 1);
+    EXPECT_GT(pixels(picture(), cell, Qt::white), 0);
+    list_->SelectItem(b_, 1);
+    const QImage image = picture();
+    EXPECT_EQ(pixels(image, cell, Qt::white), 0);
+    EXPECT_GT(pixels(image, cell, Qt::black), 0);
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

@@ -367,5 +367,69 @@ TEST_F(TreeListTest, AControlTakesThePlaceOfAChildWindow) {
     EXPECT_FALSE(list->Create(0, QRect(), &window)) << "set-up happens once";
 }
 
+TEST_F(TreeListTest, CollapseWithDeletionLeavesARowAloneThatIsCollapsedAlready) {
+    list_->Expand(a1_, ExpandCode::Expand);
+    list_->Expand(a1_, ExpandCode::Collapse);
+    window_.heard.clear();
+    EXPECT_TRUE(list_->Expand(a1_, ExpandCode::CollapseReset));
+    EXPECT_TRUE(list_->ItemHasChildren(a1_)) << "the wanted state holds already";
+    EXPECT_TRUE(window_.heard.empty());
+}
+
+TEST_F(TreeListTest, TheHiddenRootNeitherExpandsNorIsSelected) {
+    EXPECT_FALSE(list_->Expand(TLI_ROOT, ExpandCode::Collapse));
+    list_->SetItemState(list_->GetRootItem(), kItemSelected, kItemSelected);
+    EXPECT_EQ(list_->GetSelectedCount(), 0);
+    list_->ActiveItem(list_->GetRootItem());
+    EXPECT_EQ(list_->GetFocusItem(), nullptr);
+}
+
+TEST_F(TreeListTest, ParentsFollowARowThatMovesAwayAndARowThatComes) {
+    list_->SetCheck(a2_, 1);
+    ASSERT_EQ(list_->GetCheck(a_), 2);
+    list_->MoveAfterItem(a2_, b_, TLI_LAST);
+    EXPECT_EQ(list_->GetCheck(a_), 0) << "the one checked child went";
+    EXPECT_EQ(list_->GetCheck(b_), 1) << "the only child is checked";
+    list_->MoveAfterItem(a1_, b_, TLI_LAST);
+    EXPECT_EQ(list_->GetCheck(b_), 2);
+    EXPECT_EQ(list_->GetCheck(list_->GetRootItem()), 2);
+    list_->ExchangeItem(a1_, c_);
+    EXPECT_EQ(list_->GetCheck(b_), 2) << "one unchecked child for another";
+    list_->SetCheck(a1_, 1);
+    list_->ExchangeItem(a1_, c_);
+    EXPECT_EQ(list_->GetCheck(b_), 1);
+    EXPECT_TRUE(window_.heard.empty());
+}
+
+TEST_F(TreeListTest, ParentsStayAsTheyAreWhereClicksChangeARowOnly) {
+    list_->SetCheck(a2_, 1);
+    setStyle(kStyleCheckRowOnly);
+    list_->MoveAfterItem(a2_, b_, TLI_LAST);
+    EXPECT_EQ(list_->GetCheck(a_), 2);
+    EXPECT_EQ(list_->GetCheck(b_), 0);
+}
+
+TEST_F(TreeListTest, RowsPutIntoAnEmptiedControlDoNotInheritFromTheRowsThatWent) {
+    list_->SetCheck(list_->GetRootItem(), 1);
+    list_->SetLock(list_->GetRootItem(), 1);
+    list_->DeleteAllItems();
+    EXPECT_EQ(list_->GetItemState(list_->InsertItem("new")), 0x2020030U);
+}
+
+TEST_F(TreeListTest, SelectedRowsAreDeletedAllAtOnceOrOneByOne) {
+    setStyle(kStyleMultiSelect);
+    for (CTreeListItem* row : {a_, b_, c_}) {
+        list_->SelectItem(row, 0, 0);
+    }
+    list_->DeleteItem(list_->GetSelectedItem());
+    EXPECT_EQ(list_->GetSelectedItem(), b_);
+    list_->DeleteItem(a_);
+    EXPECT_EQ(list_->GetSelectedCount(), 1);
+    list_->SelectItem(list_->InsertItem("d"), 0, 0);
+    list_->DeleteAllItems();
+    EXPECT_EQ(list_->GetSelectedCount(), 0);
+    EXPECT_EQ(list_->GetFirstSelectedItemPosition(), -1);
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

@@ -8,6 +8,8 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QPointer>
 
 #include "ui/treelist/tree_list_ctrl.h"
@@ -65,9 +67,20 @@ class CellAccessible : public QAccessibleInterface,
         }
     }
     void setText(QAccessible::Text kind, const QString& text) override {
-        if (control_ && item_ && kind == QAccessible::Name && control_->GetColumnModify(column_) != 0) {
-            control_->SetItemText(item_, column_, text);
+        if (!control_ || !item_ || kind != QAccessible::Name || control_->GetColumnModify(column_) == 0) {
+            return;
         }
+        // As if typed in: the parent is told and may refuse. This interface may end meanwhile.
+        const QPointer<CTreeListCtrl> control = control_;
+        if (!control->BeginModify(item_, column_) || !control) {
+            return;
+        }
+        if (auto* edit = qobject_cast<QLineEdit*>(control->GetControl())) {
+            edit->setText(text);
+        } else if (auto* combo = qobject_cast<QComboBox*>(control->GetControl())) {
+            combo->setEditText(text);
+        }
+        control->UpdateModify();
     }
     [[nodiscard]] QRect rect() const override {
         if (!control_) {

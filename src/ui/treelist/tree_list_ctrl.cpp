@@ -28,6 +28,7 @@ namespace {
 constexpr int kRowHeight = 18;      // least height of a row that follows the font, pixels at 96 dots an inch
 constexpr int kRowMargin = 4;       // above and below the text together
 constexpr double kDotsPerInch = 96; // at which sizes are given
+constexpr int kTextMargin = 3;      // left and right of a cell's text
 constexpr int kHintWidth = 320;
 constexpr int kHintRows = 10;
 
@@ -43,6 +44,7 @@ CTreeListCtrl::CTreeListCtrl(QWidget* parent)
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
     verticalScrollBar()->setSingleStep(1);
+    horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight); // columns stand from left to right in every language
 }
 
 CTreeListCtrl::~CTreeListCtrl() {
@@ -169,8 +171,11 @@ void CTreeListCtrl::SetItemHeight(int height) {
 }
 
 int CTreeListCtrl::GetStringWidth(const QString& text) const {
-    constexpr int kMargins = 6; // what a cell keeps free left and right of its text together
-    return fontMetrics().horizontalAdvance(text) + kMargins;
+    return fontMetrics().horizontalAdvance(text) + 2 * kTextMargin;
+}
+
+int CTreeListCtrl::textMargin(int width) {
+    return width > 4 * kTextMargin ? kTextMargin : 0;
 }
 
 void CTreeListCtrl::SetRedraw(bool redraw) {

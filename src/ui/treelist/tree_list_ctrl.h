@@ -297,7 +297,8 @@ class CTreeListCtrl : public QAbstractScrollArea {
     [[nodiscard]] int widestText(int column, int start) const;
     void setState(std::uint32_t bits, bool on);
     [[nodiscard]] QString cellText(const CTreeListItem* item, int column) const;
-    [[nodiscard]] int focusOrFirstColumn() const;
+    [[nodiscard]] int focusOrFirstColumn() const;   // -1 if no column is shown
+    [[nodiscard]] static int textMargin(int width); // left and right of a text in a cell of this width
     [[nodiscard]] bool boxShown(const CTreeListItem* item, std::uint32_t box) const;
 
     // Keys and mouse (tree_list_ctrl_input.cpp).

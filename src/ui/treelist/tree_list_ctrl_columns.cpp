@@ -175,7 +175,7 @@ bool CTreeListCtrl::SetColumnOrderArray(const std::vector<int>& order) {
 }
 
 int CTreeListCtrl::focusOrFirstColumn() const {
-    return columns_.placeOf(focusColumn_) >= 0 ? focusColumn_ : std::max(0, columns_.treeColumn());
+    return columns_.placeOf(focusColumn_) >= 0 ? focusColumn_ : columns_.treeColumn();
 }
 
 } // namespace fenmark::ui::treelist

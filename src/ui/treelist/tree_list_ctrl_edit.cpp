@@ -92,6 +92,10 @@ bool CTreeListCtrl::beginControl() {
     QWidget* editor = GetControl();
     //: What a screen reader says of the editor: the header of its column.
     editor->setAccessibleName(GetColumnText(column));
+    QPalette colors = palette(); // in the colours of the rows around it, whatever those of the desktop are
+    colors.setColor(QPalette::Base, backColor_);
+    colors.setColor(QPalette::Text, textColor_);
+    editor->setPalette(colors);
     placeEditor();
     editor->show();
     editor->raise();
@@ -256,6 +260,7 @@ void CTreeListCtrl::CancelModify() {
         return;
     }
     const RowGuard row(*this, modifyItem_);
+    setState(kControlWriting, true); // nothing begins while the parent is told that the editor closed
     endControl(false);
     if (!row || modifyItem_ != row.get()) {
         return;

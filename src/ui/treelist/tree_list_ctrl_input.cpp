@@ -77,7 +77,7 @@ void CTreeListCtrl::pressRow(CTreeListItem* item, int flags, int column, QMouseE
     if (!row) {
         return;
     }
-    const int target = column >= 0 ? column : focusOrFirstColumn();
+    const int target = columns_.contains(column) ? column : focusOrFirstColumn();
     if (event->modifiers() & Qt::ControlModifier) {
         SelectItem(item, target, 0);
     } else if ((event->modifiers() & Qt::ShiftModifier) && (style_ & kStyleMultiSelect)) {
@@ -168,7 +168,7 @@ void CTreeListCtrl::updateTip(const QPoint& point) {
     if (item && flags == kHitText && !editorOpen_) {
         const QString text = cellText(item, column);
         const QRect seen = rect & viewport()->rect();
-        if (fontMetrics().horizontalAdvance(text) > seen.width()) {
+        if (GetStringWidth(text) > seen.width()) {
             tip_->offer(text, rect, point);
             return;
         }
@@ -308,7 +308,7 @@ bool CTreeListCtrl::headerMenuKey() {
     if (!header_ || !(style_ & kStyleHeader)) {
         return false;
     }
-    const int column = columns_.count() > 0 ? focusOrFirstColumn() : -1;
+    const int column = focusOrFirstColumn();
     const QRect cell = column >= 0 ? header_->cellRect(column) : QRect();
     header_->showMenu(header_->mapToGlobal(QPoint(std::max(0, cell.left()), header_->height())), column);
     return true;
@@ -339,10 +339,10 @@ void CTreeListCtrl::spaceKey(Qt::KeyboardModifiers modifiers) {
 // Left and Right. False if the key has no use.
 bool CTreeListCtrl::sidewaysKey(bool right, Qt::KeyboardModifiers modifiers) {
     if (modifiers & Qt::AltModifier) {
-        if (!header_ || !(style_ & kStyleHeader) || columns_.count() == 0) {
+        const int column = focusOrFirstColumn();
+        if (!header_ || !(style_ & kStyleHeader) || column < 0) {
             return false;
         }
-        const int column = focusOrFirstColumn();
         if (modifiers & Qt::ShiftModifier) {
             const int step = metrics().px(kWidthStep);
             SetColumnWidth(column, std::max(0, GetColumnWidth(column) + (right ? step : -step)));

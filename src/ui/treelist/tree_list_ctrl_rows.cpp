@@ -97,6 +97,7 @@ void CTreeListCtrl::leaveEditor(const CTreeListItem* above) {
         return;
     }
     const RowGuard row(*this, modifyItem_);
+    setState(kControlWriting, true); // as when a modification is cancelled
     endControl(false);
     if (row && modifyItem_ == row.get()) {
         endModify();

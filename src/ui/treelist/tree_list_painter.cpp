@@ -2,6 +2,7 @@
 #include "ui/treelist/tree_list_painter.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "ui/treelist/model/tree_list_colors.h"
 #include "ui/treelist/tree_list_ctrl.h"
@@ -11,7 +12,15 @@ namespace fenmark::ui::treelist {
 
 namespace {
 
-constexpr int kTextMargin = 3; // left and right of a cell's text where there is room
+// The ink itself, or black or white where it would be hard to read on the fill, as with a light ink on a selected row.
+QColor readableOn(const QColor& fill, const QColor& ink) {
+    constexpr int kApart = 96; // of 255 grey levels
+    const int ground = qGray(fill.rgb());
+    if (std::abs(ground - qGray(ink.rgb())) >= kApart) {
+        return ink;
+    }
+    return ground < 128 ? Qt::white : Qt::black;
+}
 
 } // namespace
 
@@ -57,7 +66,7 @@ void TreeListPainter::paintDragRow(const CTreeListItem& item, int y) {
             parts = treeCellParts(item, control_.style_, cell, metrics_);
             paintTreeParts(item, parts);
         }
-        paintText(item, column, parts.text, control_.GetTextColor());
+        paintText(item, column, parts.text, readableOn(colorOf(TreeListColor::SelectedRow), control_.GetTextColor()));
     }
 }
 
@@ -68,11 +77,11 @@ void TreeListPainter::paintRow(const CTreeListItem& item, int y, const QRect& ar
     const bool selected = (item.state & kItemSelected) != 0;
     const bool focusRow = &item == control_.focusItem_;
     const QRect row(-origin.x(), y, total, height_);
+    QColor rowFill = control_.GetBkColor();
     if (selected) {
-        painter_.fillRect(row & area, enabled_ && active_ ? colorOf(TreeListColor::SelectedRowActive)
-                                                          : colorOf(TreeListColor::SelectedRow));
+        rowFill = colorOf(enabled_ && active_ ? TreeListColor::SelectedRowActive : TreeListColor::SelectedRow);
+        painter_.fillRect(row & area, rowFill);
     }
-    const QColor ink = enabled_ ? control_.GetTextColor() : colorOf(TreeListColor::Line).darker(125);
     int x = -origin.x();
     for (const int column : columns.shown()) {
         const CTreeListColumnInfo& info = columns.at(column);
@@ -82,10 +91,14 @@ void TreeListPainter::paintRow(const CTreeListItem& item, int y, const QRect& ar
             continue;
         }
         const bool focusCell = focusRow && column == control_.focusColumn_;
+        QColor fill = rowFill;
         if (focusCell && active_ && enabled_) {
-            painter_.fillRect(toRect(cell), colorOf(TreeListColor::FocusCell));
+            fill = colorOf(TreeListColor::FocusCell);
         } else if (!selected && info.isSorted() && enabled_) {
-            painter_.fillRect(toRect(cell), colorOf(TreeListColor::SortedColumn));
+            fill = colorOf(TreeListColor::SortedColumn);
+        }
+        if (fill != rowFill) {
+            painter_.fillRect(toRect(cell), fill);
         }
         RowParts parts = plainCellParts(cell);
         if (column == columns.treeColumn()) {
@@ -93,7 +106,8 @@ void TreeListPainter::paintRow(const CTreeListItem& item, int y, const QRect& ar
             paintTreeLines(item, parts);
             paintTreeParts(item, parts);
         }
-        paintText(item, column, parts.text, ink);
+        paintText(item, column, parts.text,
+                  enabled_ ? readableOn(fill, control_.GetTextColor()) : colorOf(TreeListColor::Line).darker(125));
         if (focusCell && active_ && enabled_) {
             focusFrame_ = toRect(cell);
         }
@@ -150,12 +164,12 @@ void TreeListPainter::paintText(const CTreeListItem& item, int column, const Pix
         return;
     }
     const CTreeListColumnInfo& info = control_.columns_.at(column);
+    const int margin = control_.textMargin(rect.width);
     int width = font_.horizontalAdvance(text);
-    if (width > rect.width) {
-        text = font_.elidedText(text, Qt::ElideRight, rect.width);
+    if (width > rect.width - 2 * margin) {
+        text = font_.elidedText(text, Qt::ElideRight, rect.width - 2 * margin);
         width = font_.horizontalAdvance(text);
     }
-    const int margin = std::clamp((rect.width - width) / 2, 0, kTextMargin);
     int x = rect.x + margin;
     switch (info.cellAlign()) {
     case HorizontalAlign::Left:

@@ -58,6 +58,8 @@ std::int64_t SpatialIndex::ask(const char* sql) const {
 }
 
 void SpatialIndex::beginNew(std::uint64_t coming) {
+    if (ask(sql::kHasModule) == 0)
+        return;
     isNew_ = true;
     way_ = Way::Pack;
     expect(coming);
@@ -74,10 +76,12 @@ void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool 
     restTriggers();
     const auto cells = (ask(sql::kNodeSize) - static_cast<std::int64_t>(kNodeHead)) / std::int64_t{kCellSize};
     way_ = changed * kInsertCost > ask(sql::kLastNode) * cells ? Way::Pack : Way::Insert;
-    if (way_ == Way::Pack)
+    if (way_ == Way::Pack) {
+        entries_.reserve(static_cast<std::size_t>(ask(sql::kCountBoxes)) + coming);
         readKept();
-    else
+    } else {
         Statement(connection_, named(sql::kDeleteFromIndex).c_str()).bind(1, keptTo_).run();
+    }
     expect(coming);
 }
 

@@ -5,6 +5,8 @@
 
 namespace fenmark::host::embedded::sql {
 
+// Not every build of SQLite has R-trees.
+inline constexpr const char* kHasModule = "SELECT count(*) FROM pragma_module_list WHERE name = 'rtree'";
 inline constexpr const char* kHasIndex =
     "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = 'rtree_@_geom'";
 inline constexpr const char* kCreateIndex = "CREATE VIRTUAL TABLE rtree_@_geom USING rtree(id, minx, maxx, miny, maxy)";
@@ -63,6 +65,7 @@ inline constexpr const char* kDeleteFromIndex =
 inline constexpr const char* kInsertIntoIndex = "INSERT OR REPLACE INTO rtree_@_geom VALUES (?1, ?2, ?3, ?4, ?5)";
 
 // Many changes make the tree anew, packed, in the tables in which the module keeps it.
+inline constexpr const char* kCountBoxes = "SELECT count(*) FROM rtree_@_geom_rowid";
 inline constexpr const char* kReadIndex = "SELECT id, minx, maxx, miny, maxy FROM rtree_@_geom";
 inline constexpr const char* kNodeSize = "SELECT length(data) FROM rtree_@_geom_node WHERE nodeno = 1";
 inline constexpr const char* kInsertNode = "INSERT OR REPLACE INTO rtree_@_geom_node VALUES (?1, ?2)";

@@ -18,6 +18,9 @@
 namespace fenmark::ui {
 namespace {
 
+// How long a test waits in ms for what comes at once on a machine that has nothing else to do.
+constexpr int kPatience = 60000;
+
 struct ProgressWindow : ::testing::Test {
     void SetUp() override { QSettings().clear(); }
     QMainWindow owner;
@@ -130,6 +133,16 @@ TEST_F(ProgressWindow, ThePumpLetsWaitingEventsThrough) {
     EXPECT_EQ(window.pumpCount(), 1);
 }
 
+TEST_F(ProgressWindow, ThePumpTakesTheFocusFromItsOwnerInTheModalPhase) {
+    CProgressWnd window(&owner, QStringLiteral("t"), false);
+    owner.show();
+    owner.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&owner, kPatience));
+    window.goModal(QString(), false);
+    window.pump();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }, kPatience));
+}
+
 TEST_F(ProgressWindow, IsLaidOutInPixelsAroundFourLinesOfText) {
     CProgressWnd window(&owner, QStringLiteral("t"), false);
     const auto* label = window.findChild<QLabel*>(QStringLiteral("id11"));
@@ -237,7 +250,7 @@ TEST_F(ProgressWindow, ItsOwnerCannotBeClosedInTheMiddleOfARead) {
 TEST_F(ProgressWindow, WithoutAParentTheWindowInUseIsDisabled) {
     owner.show();
     QApplication::setActiveWindow(&owner);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &owner; }, 60000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &owner; }, kPatience));
     {
         CProgressWnd window(nullptr, QStringLiteral("t"), false);
         EXPECT_EQ(window.goModal(QString(), false), 1);

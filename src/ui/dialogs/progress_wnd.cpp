@@ -190,7 +190,8 @@ void CProgressWnd::pump() {
     if (!early && sincePump_.elapsed() < kPumpIntervalMs)
         return;
     sincePump_.restart();
-    if (modal_ && !isActiveWindow())
+    // The focus within the program: a user who went on to another program meanwhile keeps it there.
+    if (modal_ && !isActiveWindow() && QGuiApplication::applicationState() == Qt::ApplicationActive)
         activateWindow();
     if (early)
         update();

@@ -49,16 +49,16 @@ class OtherProgram {
     sqlite3* database_ = nullptr;
 };
 
-// The box of a blob: of its header if it bears one, else of the point behind it.
-inline Extent extentOfBlob(const unsigned char* blob, int size) {
+// The box of a blob: of its header if it bears one, else of the point behind it. A line without a box has no place.
+inline Extent extentOfBlob(const unsigned char* blob) {
     constexpr int kHead = 8;
     constexpr int kPointBefore = 5; // byte order and type
     Extent extent;
     double value[4] = {};
-    if (((blob[3] >> 1) & 7) != 0 && size >= kHead + 32) {
+    if (((blob[3] >> 1) & 7) != 0) {
         std::memcpy(value, blob + kHead, sizeof value);
         extent = {value[0], value[2], value[1], value[3]};
-    } else if (size >= kHead + kPointBefore + 16) {
+    } else if (const int type = blob[kHead + 1] + 256 * blob[kHead + 2]; type % 1000 == 1) {
         std::memcpy(value, blob + kHead + kPointBefore, 16);
         if (!std::isnan(value[0]))
             extent.add(value[0], value[1]);
@@ -79,7 +79,7 @@ inline std::string indexFault(const std::string& path, const std::string& layer)
         const auto* blob = static_cast<const unsigned char*>(sqlite3_column_blob(rows, 1));
         if (blob == nullptr)
             continue;
-        const Extent extent = extentOfBlob(blob, sqlite3_column_bytes(rows, 1));
+        const Extent extent = extentOfBlob(blob);
         if (!extent.empty())
             features[sqlite3_column_int64(rows, 0)] = extent;
     }

@@ -158,6 +158,8 @@ TEST_F(LogOfTheRoad, AClickOnALineShowsTheObjectAndTheLineOfTheFile) {
     EXPECT_TRUE(window->source().isVisible());
     EXPECT_TRUE(window->source().textCursor().block().text().endsWith(QStringLiteral("F99,")));
     EXPECT_TRUE(window->source().toPlainText().contains(QStringLiteral("C02,90.000,0,150.000")));
+    QApplication::processEvents();
+    EXPECT_TRUE(window->source().viewport()->rect().contains(window->source().cursorRect().center()));
 }
 
 TEST_F(DeskWindow, EnterOnAnErrorOfTheLogShowsTheRefusedRecord) {

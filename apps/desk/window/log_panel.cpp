@@ -154,9 +154,15 @@ void SourcePanel::show(const SourceExcerpt& excerpt) {
     const auto at = static_cast<int>(excerpt.record.number - excerpt.first);
     const QTextCursor cursor(document()->findBlockByNumber(at));
     setTextCursor(cursor);
-    centerCursor();
     markBlock(*this, cursor);
     setVisible(true);
+    centerCursor();
+}
+
+// The chosen line stays in the middle when the panel gets its place.
+void SourcePanel::resizeEvent(QResizeEvent* event) {
+    QPlainTextEdit::resizeEvent(event);
+    centerCursor();
 }
 
 } // namespace fenmark::desk

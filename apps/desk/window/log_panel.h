@@ -51,6 +51,9 @@ class SourcePanel : public QPlainTextEdit {
     explicit SourcePanel(QWidget* parent = nullptr);
 
     void show(const SourceExcerpt& excerpt);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
 };
 
 } // namespace fenmark::desk

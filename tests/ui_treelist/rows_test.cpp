@@ -431,5 +431,35 @@ TEST_F(TreeListTest, SelectedRowsAreDeletedAllAtOnceOrOneByOne) {
     EXPECT_EQ(list_->GetFirstSelectedItemPosition(), -1);
 }
 
+TEST_F(TreeListTest, WhenSeveralRowsCanNoLongerBeSelectedTheFirstOfThemStays) {
+    setStyle(kStyleMultiSelect);
+    for (CTreeListItem* row : {a_, b_, c_}) {
+        list_->SelectItem(row, 0, 0);
+    }
+    list_->SetStyle(kTree);
+    EXPECT_EQ(list_->GetSelectedCount(), 1);
+    EXPECT_EQ(list_->GetSelectedItem(), c_);
+    EXPECT_EQ(list_->GetItemState(a_) & kItemSelected, 0U);
+    EXPECT_EQ(list_->GetItemState(c_) & kItemSelected, std::uint32_t{kItemSelected});
+}
+
+TEST_F(TreeListTest, AControlThatIsDeletedWithAnOpenEditorOrADragInItsHeaderCallsNobodyBack) {
+    list_->SetColumnModify(0, 1);
+    ASSERT_TRUE(list_->BeginModify(b_, 0));
+    window_.heard.clear();
+    delete list_;
+    QApplication::processEvents();
+    EXPECT_TRUE(window_.heard.empty());
+    list_ = new CTreeListCtrl(&window_);
+    list_->Create(kTree, QRect(0, 0, 300, 200), &window_);
+    list_->InsertColumn("Name", kColumnInitialFormat, 200);
+    list_->show();
+    QTest::mousePress(list_->GetHeaderCtrl(), Qt::LeftButton, Qt::NoModifier, QPoint(199, 8));
+    ASSERT_TRUE(list_->GetHeaderCtrl()->isDragging());
+    delete list_;
+    QApplication::processEvents();
+    EXPECT_TRUE(window_.heard.empty());
+}
+
 } // namespace
 } // namespace fenmark::ui::treelist

@@ -59,6 +59,12 @@ CTreeListCtrl::~CTreeListCtrl() {
     if (dragTarget_ && dragTarget_ != this) {
         dragTarget_->DragLeave(this);
     }
+    // Now, since they call back when they lose the focus or are hidden.
+    delete header_;
+    delete tip_;
+    delete staticEditor_;
+    delete editEditor_;
+    delete comboEditor_;
 }
 
 bool CTreeListCtrl::Create(std::uint32_t style, const QRect& place, QWidget* parent) {
@@ -130,6 +136,12 @@ void CTreeListCtrl::SetState(std::uint32_t state, std::uint32_t mask) {
 
 void CTreeListCtrl::SetStyle(std::uint32_t style) {
     style_ = effectiveStyle(style);
+    if (!(style_ & kStyleMultiSelect) && selection_.size() > 1) {
+        CTreeListItem* kept = selection_.front();
+        clearSelection();
+        kept->state |= kItemSelected;
+        selection_.push_front(kept);
+    }
     scheduleLayout();
     repaintRows();
 }

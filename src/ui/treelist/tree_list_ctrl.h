@@ -54,7 +54,11 @@ inline CTreeListItem* const TLI_SORT = treeListHandle(0xFFFF0004);  // the same 
 // that are shown (an expanded row is followed by its children). Indexes of rows and columns that are out of range raise
 // std::invalid_argument, but for SetColumnWidth, which raises std::bad_alloc, and GetItemText, which gives a null text.
 //
-// Keys that the control does not use (Enter, Escape, F2, letters) are left to its parent while nothing is edited.
+// Keys: Up, Down, Page Up, Page Down, Home and End select a row, and where several can be selected Shift selects up to
+// it, Ctrl moves the focus alone, Shift+Space toggles the focus row in the selection and Ctrl+A selects all rows shown.
+// Space, numpad + and - and Shift+Left and Right expand and collapse; Ctrl+Space and Ctrl+Shift+Space flip the check and
+// the lock box. Left and Right move the focus column; with Alt they move the column itself, with Alt+Shift its edge, and
+// Alt+Down opens the header's menu. Escape breaks a drag off. Keys without a use (Enter, F2, letters) go to the parent.
 class CTreeListCtrl : public QAbstractScrollArea {
     Q_OBJECT
 

@@ -205,6 +205,7 @@ class Fenmark(unittest.TestCase):
                 ran = subprocess.run(["ogrinfo", "-al", "-so", name], cwd=self.folder, capture_output=True)
                 self.assertEqual(ran.returncode, 0, ran.stderr)
                 self.assertIn(b"Feature Count", ran.stdout)
+                self.assertNotRegex(ran.stdout + ran.stderr, b"ERROR|Warning")
         if shutil.which("xmllint"):
             for name in ("road.svg", "road.xml"):
                 self.assertEqual(subprocess.run(["xmllint", "--noout", name], cwd=self.folder).returncode, 0)

@@ -256,6 +256,19 @@ TEST_F(LandXml, HasTheExactElements) {
     EXPECT_STRNE(curve.child_value("Center"), "");
 }
 
+TEST_F(LandXml, HeadStandsBeforeTheGroupsAndTellsItsUnits) {
+    Drawing drawing;
+    fillSample(drawing);
+    drawing.setZone(9);
+    std::string order;
+    for (const pugi::xml_node& child : parse(drawing).children())
+        order += std::string(child.name()) + " ";
+    EXPECT_EQ(order, "Units CoordinateSystem Application Alignments CgPoints Parcels PlanFeatures ");
+    const pugi::xml_node metric = parse(drawing).child("Units").child("Metric");
+    EXPECT_STREQ(metric.attribute("linearUnit").value(), "meter");
+    EXPECT_STREQ(metric.attribute("areaUnit").value(), "squareMeter");
+}
+
 TEST_F(LandXml, GivesNorthBeforeEast) {
     Drawing drawing;
     fillSample(drawing);

@@ -438,6 +438,17 @@ TEST_F(ImportLine, JointThatIsBrokenIsToldWithItsStation) {
         << ran.err;
 }
 
+TEST_F(ImportLine, RouteThatBreaksOffIsToldWithTheElementThatCouldNotBeLaid) {
+    // A half circle whose chord is half a metre longer than its diameter.
+    const Ran ran =
+        fenmark({"import", file("A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,0,50,,\r\nA01,3,c,100.5,50,,\r\nA99,\r\n"
+                                "F00,1,1,CL,3,\r\nB01,1,,\r\nB01,2,,\r\nC01,0,50,\r\nB01,3,,\r\nF99,\r\n")});
+    EXPECT_EQ(ran.code, kDone);
+    EXPECT_TRUE(contains(ran.err, "a.sim: note: alignment CL breaks off after 50.000 m: "
+                                  "an arc of radius 50.000 m does not reach over its chord of 100.500 m\n"))
+        << ran.err;
+}
+
 TEST_F(ImportLine, NoProgressWithoutATerminalOrWhenQuiet) {
     EXPECT_EQ(fenmark({"import", example("road.sim")}).err.find('\r'), std::string::npos);
     EXPECT_EQ(fenmark({"import", folder.at("road.sim"), "--quiet"}, true).err.find('\r'), std::string::npos);

@@ -22,10 +22,12 @@ bool opensError(const QString& line) {
 
 // The line of the text that the marks of the panel lie on.
 void markBlock(QPlainTextEdit& panel, const QTextCursor& at) {
+    QColor mark = panel.palette().color(QPalette::Highlight);
+    mark.setAlphaF(0.25F);
     QTextEdit::ExtraSelection line;
     line.cursor = at;
     line.cursor.clearSelection();
-    line.format.setBackground(panel.palette().alternateBase());
+    line.format.setBackground(mark);
     line.format.setProperty(QTextFormat::FullWidthSelection, true);
     panel.setExtraSelections({line});
 }

@@ -480,6 +480,8 @@ void killWhileSaving(const std::string& path, const std::string& before, const s
     }
     const std::string found = describe(opened(path));
     ASSERT_TRUE(found == before || found == after);
+    for (const char* layer : kIndexedLayers)
+        ASSERT_EQ(indexFault(path, layer), "") << layer;
     ++(found == before ? unfinished : finished);
 }
 

@@ -113,6 +113,23 @@ TEST_F(SpatialIndexTest, AFewRowsMoreGoInOneByOne) {
     EXPECT_GT(nodes("points"), 236 + 5 + 1) << "full nodes that got another box were split";
 }
 
+TEST_F(SpatialIndexTest, WhatIsTooFarForSinglePrecisionHasABoxWithoutEnd) {
+    addScattered(drawing_, 1000);
+    drawing_.addPoint({1e300, -1e300, 0.0}, 0);
+    ASSERT_TRUE(store_.save(path_, drawing_)) << "packed";
+    drawing_.addPoint({-1e300, 1e300, 0.0}, 0);
+    const StoreResult result = store_.save(path_, drawing_);
+    ASSERT_TRUE(result) << result.message; // one by one
+    const OtherProgram other(path_);
+    EXPECT_EQ(other.one("SELECT rtreecheck('rtree_points_geom')"), "ok");
+    EXPECT_EQ(other.one("SELECT count(*) FROM rtree_points_geom WHERE minx <= 2e300 AND maxx >= 1e299"
+                        " AND miny <= -1e299 AND maxy >= -2e300"),
+              "1");
+    EXPECT_EQ(other.one("SELECT count(*) FROM rtree_points_geom WHERE minx <= -1e299 AND maxx >= -2e300"
+                        " AND miny <= 2e300 AND maxy >= 1e299"),
+              "1");
+}
+
 TEST_F(SpatialIndexTest, ManyRowsMorePackItAnew) {
     addScattered(drawing_, 3000);
     save();
@@ -166,7 +183,7 @@ TEST_F(SpatialIndexTest, TheTriggersStandAfterASaveAsBeforeIt) {
     save();
     const std::string all = "SELECT name, sql FROM sqlite_master WHERE type = 'trigger' ORDER BY name";
     OtherProgram(path_).ask("DROP TRIGGER rtree_lots_geom_update3; CREATE TABLE seen (fid);"
-                            "CREATE TRIGGER rtree_lots_geom_update7 AFTER UPDATE ON lots BEGIN SELECT 7; END;"
+                            "CREATE TRIGGER \"rtree_lots_geom_other one\" AFTER UPDATE ON lots BEGIN SELECT 7; END;"
                             "CREATE TRIGGER count_points AFTER INSERT ON points BEGIN"
                             " INSERT INTO seen VALUES (NEW.fid); END");
     const std::vector<std::string> before = OtherProgram(path_).ask(all);

@@ -103,7 +103,7 @@ void SpatialIndex::restTriggers() {
             triggers_.push_back({std::string(rows.text(0)), std::string(rows.text(1))});
     }
     for (const Trigger& trigger : triggers_)
-        connection_.execute(("DROP TRIGGER " + trigger.name).c_str());
+        connection_.execute(("DROP TRIGGER \"" + trigger.name + "\"").c_str());
 }
 
 // The module gives its boxes in the tree's order; leaves are written in that of the features.
@@ -130,10 +130,10 @@ void SpatialIndex::finish() {
         Statement insert(connection_, named(sql::kInsertIntoIndex).c_str());
         for (const TreeEntry& entry : entries_) {
             insert.bind(1, entry.id)
-                .bind(2, double{entry.box.minX})
-                .bind(3, double{entry.box.maxX})
-                .bind(4, double{entry.box.minY})
-                .bind(5, double{entry.box.maxY})
+                .bindEndless(2, double{entry.box.minX})
+                .bindEndless(3, double{entry.box.maxX})
+                .bindEndless(4, double{entry.box.minY})
+                .bindEndless(5, double{entry.box.maxY})
                 .run();
             counter_.count();
         }

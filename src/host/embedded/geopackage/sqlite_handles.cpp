@@ -69,6 +69,8 @@ Connection::Connection(const std::string& path, Mode mode) {
         fail(code);
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, kPatience);
+    // The tables in which SQLite keeps an R-tree are written directly, which some builds forbid unless told.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
 }
 
 void Connection::execute(const char* sql) {
@@ -103,6 +105,11 @@ Statement& Statement::bind(int index, std::int64_t value) {
 Statement& Statement::bind(int index, double value) {
     check(std::isfinite(value) ? sqlite3_bind_double(handle_.get(), index, value)
                                : sqlite3_bind_null(handle_.get(), index));
+    return *this;
+}
+
+Statement& Statement::bindEndless(int index, double value) {
+    check(sqlite3_bind_double(handle_.get(), index, value));
     return *this;
 }
 

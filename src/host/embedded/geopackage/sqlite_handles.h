@@ -44,7 +44,8 @@ class Statement {
     Statement(Connection& connection, const char* sql);
 
     Statement& bind(int index, std::int64_t value);
-    Statement& bind(int index, double value); // NaN and the infinities become NULL
+    Statement& bind(int index, double value);        // NaN and the infinities become NULL
+    Statement& bindEndless(int index, double value); // an infinity stays one
     Statement& bind(int index, std::string_view text);
     Statement& bind(int index, std::span<const std::byte> blob); // an empty one becomes NULL
     Statement& bindNull(int index);

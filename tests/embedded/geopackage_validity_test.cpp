@@ -131,8 +131,11 @@ TEST_F(GisAndIndex, AWindowShowsWhatLiesInIt) {
         std::string spat;
         for (const double bound : window)
             spat += " " + std::to_string(bound);
-        const Ran ran = run("ogrinfo -ro -al -so -spat" + spat + " '" + path_ + "' points");
-        EXPECT_TRUE(contains(ran.output, "Feature Count: " + std::to_string(expected) + "\n")) << ran.output;
+        const Ran ran = run("ogrinfo -ro -al -q -spat" + spat + " '" + path_ + "' points");
+        std::size_t shown = 0;
+        for (std::size_t at = 0; (at = ran.output.find("OGRFeature(points)", at)) != std::string::npos; ++at)
+            ++shown;
+        EXPECT_EQ(shown, expected) << spat;
     }
 }
 

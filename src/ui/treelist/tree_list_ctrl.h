@@ -272,9 +272,8 @@ class CTreeListCtrl : public QAbstractScrollArea {
 
   private:
     friend class CTreeListHeaderCtrl;
-    friend class CTreeListEditCtrl;
-    friend class CTreeListComboCtrl;
-    friend class CTreeListStaticCtrl;
+    template <class Widget>
+    friend class InPlaceEditor;
     friend class TreeListPainter;
     friend class RowGuard;
 

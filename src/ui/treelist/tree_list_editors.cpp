@@ -1,8 +1,6 @@
 // The editors give the keys that end or move a modification to the control.
 #include "ui/treelist/tree_list_editors.h"
 
-#include <QEvent>
-#include <QFocusEvent>
 #include <QKeyEvent>
 
 #include "ui/treelist/tree_list_ctrl.h"
@@ -34,66 +32,37 @@ bool losesForGood(const QFocusEvent* event) {
 
 } // namespace
 
-CTreeListStaticCtrl::CTreeListStaticCtrl(CTreeListCtrl& control) : QLineEdit(control.viewport()), control_(control) {
+template <class Widget>
+InPlaceEditor<Widget>::InPlaceEditor(CTreeListCtrl& control) : Widget(control.viewport()), control_(control) {
+    Widget::hide();
+}
+
+template <class Widget>
+bool InPlaceEditor<Widget>::event(QEvent* event) {
+    if (isEndKey(event)) {
+        event->accept();
+        return event->type() != QEvent::KeyPress || control_.editorKey(static_cast<QKeyEvent*>(event));
+    }
+    return Widget::event(event);
+}
+
+template <class Widget>
+void InPlaceEditor<Widget>::focusOutEvent(QFocusEvent* event) {
+    Widget::focusOutEvent(event);
+    if (losesForGood(event)) {
+        control_.editorLostFocus();
+    }
+}
+
+CTreeListStaticCtrl::CTreeListStaticCtrl(CTreeListCtrl& control) : InPlaceEditor(control) {
     setReadOnly(true);
-    setFrame(true);
-    hide();
 }
 
-bool CTreeListStaticCtrl::event(QEvent* event) {
-    if (isEndKey(event)) {
-        event->accept();
-        return event->type() != QEvent::KeyPress || control_.editorKey(static_cast<QKeyEvent*>(event));
-    }
-    return QLineEdit::event(event);
-}
+CTreeListEditCtrl::CTreeListEditCtrl(CTreeListCtrl& control) : InPlaceEditor(control) {}
 
-void CTreeListStaticCtrl::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
-    if (losesForGood(event)) {
-        control_.editorLostFocus();
-    }
-}
-
-CTreeListEditCtrl::CTreeListEditCtrl(CTreeListCtrl& control) : QLineEdit(control.viewport()), control_(control) {
-    setFrame(true);
-    hide();
-}
-
-bool CTreeListEditCtrl::event(QEvent* event) {
-    if (isEndKey(event)) {
-        event->accept();
-        return event->type() != QEvent::KeyPress || control_.editorKey(static_cast<QKeyEvent*>(event));
-    }
-    return QLineEdit::event(event);
-}
-
-void CTreeListEditCtrl::focusOutEvent(QFocusEvent* event) {
-    QLineEdit::focusOutEvent(event);
-    if (losesForGood(event)) {
-        control_.editorLostFocus();
-    }
-}
-
-CTreeListComboCtrl::CTreeListComboCtrl(CTreeListCtrl& control) : QComboBox(control.viewport()), control_(control) {
+CTreeListComboCtrl::CTreeListComboCtrl(CTreeListCtrl& control) : InPlaceEditor(control) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
-    hide();
-}
-
-bool CTreeListComboCtrl::event(QEvent* event) {
-    if (isEndKey(event)) {
-        event->accept();
-        return event->type() != QEvent::KeyPress || control_.editorKey(static_cast<QKeyEvent*>(event));
-    }
-    return QComboBox::event(event);
-}
-
-void CTreeListComboCtrl::focusOutEvent(QFocusEvent* event) {
-    QComboBox::focusOutEvent(event);
-    if (losesForGood(event)) {
-        control_.editorLostFocus();
-    }
 }
 
 } // namespace fenmark::ui::treelist

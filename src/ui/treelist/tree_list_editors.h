@@ -2,51 +2,46 @@
 #pragma once
 
 #include <QComboBox>
+#include <QEvent>
+#include <QFocusEvent>
 #include <QLineEdit>
 
 namespace fenmark::ui::treelist {
 
 class CTreeListCtrl;
 
+// What the editors have in common: keys that end or move a modification, and the loss of the focus, go to the control.
+template <class Widget>
+class InPlaceEditor : public Widget {
+  public:
+    explicit InPlaceEditor(CTreeListCtrl& control);
+
+  protected:
+    bool event(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+  private:
+    CTreeListCtrl& control_;
+};
+
 // Shows a cell that cannot be changed; its text can be marked and copied.
-class CTreeListStaticCtrl : public QLineEdit {
+class CTreeListStaticCtrl : public InPlaceEditor<QLineEdit> {
     Q_OBJECT
   public:
     explicit CTreeListStaticCtrl(CTreeListCtrl& control);
-
-  protected:
-    bool event(QEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-
-  private:
-    CTreeListCtrl& control_;
 };
 
-class CTreeListEditCtrl : public QLineEdit {
+class CTreeListEditCtrl : public InPlaceEditor<QLineEdit> {
     Q_OBJECT
   public:
     explicit CTreeListEditCtrl(CTreeListCtrl& control);
-
-  protected:
-    bool event(QEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-
-  private:
-    CTreeListCtrl& control_;
 };
 
 // Takes a text of its own beside the choices of its column.
-class CTreeListComboCtrl : public QComboBox {
+class CTreeListComboCtrl : public InPlaceEditor<QComboBox> {
     Q_OBJECT
   public:
     explicit CTreeListComboCtrl(CTreeListCtrl& control);
-
-  protected:
-    bool event(QEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
-
-  private:
-    CTreeListCtrl& control_;
 };
 
 } // namespace fenmark::ui::treelist

@@ -80,8 +80,6 @@ void CTreeListCtrl::pressRow(CTreeListItem* item, int flags, int column, QMouseE
     const int target = columns_.contains(column) ? column : focusOrFirstColumn();
     if (event->modifiers() & Qt::ControlModifier) {
         SelectItem(item, target, 0);
-    } else if ((event->modifiers() & Qt::ShiftModifier) && (style_ & kStyleMultiSelect)) {
-        selectRange(item, target);
     } else if (item->state & kItemSelected) {
         ActiveItem(item, target);
     } else {

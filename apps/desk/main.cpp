@@ -1,3 +1,4 @@
+// Starts the desktop program.
 #include "desk/window/desk.h"
 
 int main(int argc, char** argv) {

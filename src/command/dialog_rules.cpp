@@ -1,3 +1,4 @@
+// The rules of the import and settings dialogs that need no window.
 #include "command/dialog_rules.h"
 
 #include "sima/text/number.h"

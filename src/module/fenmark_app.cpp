@@ -1,3 +1,4 @@
+// The module's application object, with its command table.
 #include "module/fenmark_app.h"
 
 #include "command/dialog_rules.h"

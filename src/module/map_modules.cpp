@@ -1,3 +1,4 @@
+// Makes sure that the host's map modules, on which the object-data tables depend, are loaded.
 #include "module/map_modules.h"
 
 #include "host/surface/module.h"

@@ -1,3 +1,4 @@
+// The application object that a module shows to the host.
 #include "module/mdrx_app.h"
 
 #include <array>

@@ -1,3 +1,4 @@
+// The locale that the module asks for on its thread.
 #include "module/thread_locale.h"
 
 namespace fenmark::module {

@@ -1,3 +1,4 @@
+// The module part of the host surface, written down call by call, with answers that a test sets.
 #include "module_app/recording_surface.h"
 
 #include <utility>

@@ -1,3 +1,4 @@
+// What the desktop program says, in Japanese and English.
 #include "desk/language/texts.h"
 
 #include <QLocale>

@@ -1,3 +1,4 @@
+// Finds objects of a drawing by their names.
 #include "desk/plan/name_search.h"
 
 #include "desk/plan/plan_text.h"

@@ -1,3 +1,4 @@
+// What stands on every plan.
 #include "desk/plan/plan_furniture.h"
 
 #include "desk/plan/plan_style.h"

@@ -1,3 +1,4 @@
+// Which objects of a drawing lie in a box.
 #include "desk/plan/plan_index.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// An object of the plan, and what lies under the pointer.
 #include "desk/plan/plan_object.h"
 
 #include "desk/plan/plan_shapes.h"

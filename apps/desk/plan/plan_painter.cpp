@@ -1,3 +1,4 @@
+// Draws what is in view of a drawing, and no more.
 #include "desk/plan/plan_painter.h"
 
 #include "desk/plan/plan_shapes.h"

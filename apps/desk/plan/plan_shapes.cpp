@@ -1,3 +1,4 @@
+// Lines and areas of the drawing as pixels of a view, cut to what can be seen of them.
 #include "desk/plan/plan_shapes.h"
 
 #include <algorithm>

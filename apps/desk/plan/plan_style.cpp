@@ -1,3 +1,4 @@
+// Colours and kinds of what the plan shows.
 #include "desk/plan/plan_style.h"
 
 #include "host/boundary/object_data_writer.h"

@@ -1,3 +1,4 @@
+// Names on the plan.
 #include "desk/plan/plan_text.h"
 
 #include "desk/plan/plan_style.h"

@@ -1,3 +1,4 @@
+// The plan of a drawing as a widget.
 #include "desk/plan/plan_view.h"
 
 #include "desk/plan/plan_furniture.h"

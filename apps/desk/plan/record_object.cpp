@@ -1,3 +1,4 @@
+// Which object of the drawing an import made of a record.
 #include "desk/plan/record_object.h"
 
 #include "host/boundary/object_data_writer.h"

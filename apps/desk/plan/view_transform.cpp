@@ -1,3 +1,4 @@
+// Between the drawing's plane (x east, y north, metres) and the window's pixels (y down).
 #include "desk/plan/view_transform.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The embedded host at work on one drawing.
 #include "desk/session/desk_session.h"
 
 #include <algorithm>

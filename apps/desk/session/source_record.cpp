@@ -1,3 +1,4 @@
+// The lines of a SIMA file that a log speaks of.
 #include "desk/session/source_record.h"
 
 #include "sima/text/cp932.h"

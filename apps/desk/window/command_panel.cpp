@@ -1,3 +1,4 @@
+// The command line.
 #include "desk/window/command_panel.h"
 
 #include <QAbstractItemView>

@@ -1,3 +1,4 @@
+// fenmark-desk as a function.
 #include "desk/window/desk.h"
 
 #include "desk/window/main_window.h"

@@ -1,3 +1,4 @@
+// Finds objects by name or number.
 #include "desk/window/find_panel.h"
 
 #include "desk/window/properties.h"

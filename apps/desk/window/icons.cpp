@@ -1,3 +1,4 @@
+// The pictures of the tool bar, drawn in lines so that they fit every screen and theme.
 #include "desk/window/icons.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// What the colours of the plan mean.
 #include "desk/window/legend_panel.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// The log of the last import, read from the file that the import wrote, and the lines of the SIMA file it speaks of.
 #include "desk/window/log_panel.h"
 
 #include "sima/text/cp932.h"

@@ -1,3 +1,4 @@
+// The panels around the plan.
 #include "desk/window/panels.h"
 
 #include "desk/plan/plan_text.h"

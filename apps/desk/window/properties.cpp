@@ -1,3 +1,4 @@
+// What there is to say of an object of the drawing, line by line.
 #include "desk/window/properties.h"
 
 #include "desk/plan/plan_text.h"

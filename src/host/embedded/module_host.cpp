@@ -1,3 +1,4 @@
+// Loads add-in modules at run time, sends them the host's messages, keeps their commands, and unloads them.
 #include "host/embedded/module_host.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Dialog units of a font.
 #include "ui/dialogs/dialog_units.h"
 
 #include <QFontMetricsF>

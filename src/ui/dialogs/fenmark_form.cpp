@@ -1,3 +1,4 @@
+// The import dialog.
 #include "ui/dialogs/fenmark_form.h"
 
 #include "command/dialog_rules.h"

@@ -1,3 +1,4 @@
+// The layers of five kinds of output, and the shift distance of walls in longitudinal and cross-section results.
 #include "ui/dialogs/fenmark_settings_form.h"
 
 #include "command/dialog_rules.h"

@@ -1,3 +1,4 @@
+// What the four dialogs have in common.
 #include "ui/dialogs/form.h"
 
 #include <QCollator>

@@ -1,3 +1,4 @@
+// A list box that keeps its horizontal extent fitted to its longest line.
 #include "ui/dialogs/h_scroll_list_box.h"
 
 #include <QApplication>

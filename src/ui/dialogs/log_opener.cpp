@@ -1,3 +1,4 @@
+// Shows a log file.
 #include "ui/dialogs/log_opener.h"
 
 #include <QDesktopServices>

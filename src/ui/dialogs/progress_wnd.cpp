@@ -1,3 +1,4 @@
+// The small top-most window that shows how far a file has been read, and that keeps the program answering meanwhile.
 #include "ui/dialogs/progress_wnd.h"
 
 #include <QApplication>

@@ -1,3 +1,4 @@
+// Asks for an alignment of the drawing, when results need one and the import creates none.
 #include "ui/dialogs/select_alignment_form.h"
 
 #include <utility>

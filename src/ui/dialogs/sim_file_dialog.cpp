@@ -1,3 +1,4 @@
+// The file-open dialog for SIMA files.
 #include "ui/dialogs/sim_file_dialog.h"
 
 #include <QFileInfo>

@@ -1,3 +1,4 @@
+// Sums up a finished import, and appends that sum to the log beside the file.
 #include "ui/dialogs/sima_result_form.h"
 
 #include "sima/log/sima_log.h"

@@ -1,3 +1,4 @@
+// The command's questions, asked with the real dialogs.
 #include "ui/dialogs/ui_dialogs.h"
 
 #include "ui/dialogs/select_alignment_form.h"

@@ -1,3 +1,4 @@
+// The widest of many texts, without laying each of them out.
 #include "ui/treelist/tree_list_widest_text.h"
 
 #include <algorithm>

@@ -88,7 +88,7 @@ TEST_F(DeskWindow, FindingByKeysSelectsAndShowsTheObject) {
     import(folder.example(QStringLiteral("road.sim")));
     press(Qt::Key_F, Qt::ControlModifier);
     QLineEdit* edit = window->find().edit();
-    ASSERT_TRUE(edit->hasFocus());
+    ASSERT_EQ(window->focusWidget(), edit);
     edit->setText(QStringLiteral("金属標")); // as an input method commits it
     EXPECT_EQ(window->find().list()->count(), 6);
     EXPECT_EQ(window->find().countText(), QStringLiteral("6件"));
@@ -104,7 +104,7 @@ TEST_F(DeskWindow, FindingByKeysSelectsAndShowsTheObject) {
     EXPECT_EQ(property(QStringLiteral("Name")), QStringLiteral("金属標2"));
     QTest::keyClick(edit, Qt::Key_Escape);
     EXPECT_FALSE(window->find().isVisible());
-    EXPECT_TRUE(plan().hasFocus());
+    EXPECT_EQ(window->focusWidget(), &plan());
 }
 
 TEST_F(DeskWindow, WhatIsFoundOnAHiddenLayerIsShown) {

@@ -32,7 +32,7 @@ TEST_F(EditTest, BeginModifyOpensTheEditWithTheTextSelectedAndFocused) {
     EXPECT_TRUE(list_->BeginModify(b_, 0));
     EXPECT_EQ(list_->GetControl(), edit());
     EXPECT_TRUE(edit()->isVisible());
-    EXPECT_TRUE(edit()->hasFocus());
+    EXPECT_EQ(window_.focusWidget(), edit());
     EXPECT_EQ(edit()->selectedText(), "b");
     EXPECT_EQ(list_->GetState() & kControlModifying, std::uint32_t{kControlModifying});
     ASSERT_EQ(window_.codes(), std::vector<int>{-459});
@@ -84,7 +84,7 @@ TEST_F(EditTest, EnterWritesBackAndNotifies) {
     EXPECT_EQ(window_.heard.back().item, b_);
     EXPECT_EQ(list_->GetModifyItem(), nullptr);
     EXPECT_EQ(list_->GetState() & (kControlModifying | kControlWriting), 0U);
-    EXPECT_TRUE(list_->hasFocus());
+    EXPECT_EQ(window_.focusWidget(), list_);
 }
 
 TEST_F(EditTest, AnUnchangedTextIsNotNotified) {
@@ -178,7 +178,7 @@ TEST_F(EditTest, AClickOnTheSameRowMovesTheEditorAndOnAnotherRowFinishes) {
     click(b_, kHitText, 2);
     EXPECT_EQ(list_->GetModifyColumn(), 2);
     EXPECT_TRUE(list_->GetComboCtrl()->isVisible());
-    EXPECT_TRUE(list_->GetComboCtrl()->hasFocus());
+    EXPECT_EQ(window_.focusWidget(), list_->GetComboCtrl());
     click(c_, kHitText, 0);
     EXPECT_EQ(list_->GetModifyItem(), nullptr);
     EXPECT_EQ(list_->GetSelectedItem(), c_);
@@ -254,7 +254,7 @@ TEST_F(EditTest, LeavingTheControlWritesBack) {
     QApplication::processEvents();
     EXPECT_EQ(list_->GetItemText(b_), "left");
     EXPECT_EQ(list_->GetModifyItem(), nullptr);
-    EXPECT_TRUE(other.hasFocus());
+    EXPECT_EQ(window_.focusWidget(), &other);
 }
 
 TEST_F(EditTest, TheEditorFollowsWhenRowsScroll) {

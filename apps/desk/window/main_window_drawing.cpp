@@ -346,9 +346,10 @@ void MainWindow::updateActions() {
 void MainWindow::focusNextPane(int step) {
     const std::vector<QWidget*> panes{plan_, sites_,  layers_,       legend_,    command_->edit(),
                                       log_,  source_, find_->edit(), properties_};
+    const QWidget* focus = focusWidget(); // also while another window is in use
     std::size_t at = 0;
     for (std::size_t i = 0; i < panes.size(); ++i)
-        if (panes[i]->hasFocus())
+        if (panes[i] == focus || panes[i]->isAncestorOf(focus))
             at = i;
     for (std::size_t tried = 0; tried < panes.size(); ++tried) {
         at = (at + panes.size() + static_cast<std::size_t>(step + static_cast<int>(panes.size()))) % panes.size();

@@ -3,6 +3,7 @@
 #include "host/recording/recording_host.h"
 #include "scripted_dialogs.h"
 #include "sima/text/cp932.h"
+#include "support/recorded_alignment.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -32,21 +33,7 @@ class ImportCommand : public ::testing::Test {
         };
     }
     void run() { Fenmark(host, dialogs, lastRun, reader); }
-    // Points on the route above, as an existing alignment of the drawing.
-    void addAlignment(const std::string& name) {
-        sima::Array<sima::EntityData> elements;
-        sima::EntityData straight;
-        straight.type = "S";
-        straight.startX = straight.startY = straight.endX = "0";
-        straight.endY = "1000";
-        elements.push_back(straight);
-        if (host.civil.sites.empty())
-            host.civil.sites.push_back("工区");
-        const auto corridor = host.makeCorridorUtility();
-        corridor->connect();
-        ASSERT_TRUE(corridor->createAlignment(name, host.civil.sites.front(), "", 0.0, elements).isValid());
-        corridor->disconnect();
-    }
+    void addAlignment(const std::string& name) { fenmark::test::addStraightAlignment(host, name); }
 
     test::TemporaryFolder folder;
     host::RecordingHost host;

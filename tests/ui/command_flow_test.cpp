@@ -3,6 +3,7 @@
 #include "dialog_test_support.h"
 #include "dialog_user.h"
 #include "host/recording/recording_host.h"
+#include "support/recorded_alignment.h"
 #include "ui/dialogs/h_scroll_list_box.h"
 #include "ui/dialogs/ui_dialogs.h"
 
@@ -84,21 +85,7 @@ struct CommandFlow : ::testing::Test {
     }
     void run() { command::Fenmark(host, dialogs, lastRun, reader); }
 
-    // A straight from (0, 0) to (1000, 0) that stands in the drawing already.
-    void addAlignment(const std::string& name) {
-        sima::Array<sima::EntityData> elements;
-        sima::EntityData straight;
-        straight.type = "S";
-        straight.startX = straight.startY = straight.endX = "0";
-        straight.endY = "1000";
-        elements.push_back(straight);
-        if (host.civil.sites.empty())
-            host.civil.sites.push_back("工区");
-        const auto corridor = host.makeCorridorUtility();
-        corridor->connect();
-        ASSERT_TRUE(corridor->createAlignment(name, host.civil.sites.front(), "", 0.0, elements).isValid());
-        corridor->disconnect();
-    }
+    void addAlignment(const std::string& name) { fenmark::test::addStraightAlignment(host, name); }
     User& chooseFile(const std::string& path) {
         return user.press(kImport, kBrowse).open(QString::fromStdString(path));
     }

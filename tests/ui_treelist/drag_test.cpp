@@ -26,6 +26,14 @@ class DragTest : public TreeListTest {
     void releaseAt(const QPoint& point) {
         QTest::mouseRelease(list_->viewport(), Qt::LeftButton, Qt::NoModifier, point);
     }
+    // The picture of the rows that are dragged; null if there is none.
+    static const QWidget* dragPicture() {
+        const QWidget* picture = nullptr;
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            picture = window->objectName() == "Tresslib.TLCDragWnd" ? window : picture;
+        }
+        return picture;
+    }
     std::set<int> timers() const { return runningTimers(list_); }
     void fire(int interval) { fireTimer(list_, interval); }
     static constexpr QPoint kEmpty{20, 200};
@@ -51,10 +59,7 @@ TEST_F(DragTest, ThePictureFollowsTheCursorAt20And4) {
     pressAt(b_);
     const QPoint point = at(a_, kHitText) + QPoint(40, 0);
     move(point);
-    QWidget* picture = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        picture = window->objectName() == "Tresslib.TLCDragWnd" ? window : picture;
-    }
+    const QWidget* picture = dragPicture();
     ASSERT_NE(picture, nullptr);
     EXPECT_EQ(picture->pos(), list_->viewport()->mapToGlobal(point) + QPoint(20, 4));
     releaseAt(point);
@@ -281,10 +286,7 @@ TEST_F(DragTest, ARememberedOffsetTakesThePlaceOf20And4) {
     pressAt(b_);
     const QPoint point = at(a_, kHitText) + QPoint(40, 0);
     move(point);
-    QWidget* picture = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        picture = window->objectName() == "Tresslib.TLCDragWnd" ? window : picture;
-    }
+    const QWidget* picture = dragPicture();
     ASSERT_NE(picture, nullptr);
     EXPECT_EQ(picture->pos(), list_->viewport()->mapToGlobal(point) + QPoint(-7, 9));
     releaseAt(point);

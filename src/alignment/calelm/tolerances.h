@@ -28,8 +28,6 @@ inline constexpr double kOneSecond = 4.84813681109536e-6;
 // Half a degree, the limit of cplnrm.
 inline constexpr double kHalfDegree = 0.008726;
 
-// Squared distance of two arc centres below which they count as one.
-inline constexpr double kCentreDistanceZero2 = 1e-20;
 // Discriminants, coordinate spans and direction vectors that count as zero.
 inline constexpr double kParameterZero = 1e-10;
 // Squared perpendicular distance that counts as zero.

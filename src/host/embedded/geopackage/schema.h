@@ -10,8 +10,7 @@
 namespace fenmark::host::embedded::sql {
 
 inline constexpr int kApplicationId = 0x47504B47; // "GPKG"
-inline constexpr int kGeoPackageVersion = 10300;
-inline constexpr int kFormat = 1; // of our tables
+inline constexpr int kFormat = 1;                 // of our tables
 
 // Large pages and no journal: the file is made under another name and takes its own name when it is complete.
 inline constexpr const char* kPrepareNewFile = R"sql(

@@ -1,12 +1,14 @@
 // The application object, the rule for the map modules and the data manager, against a surface that writes all down.
 #include "module/map_modules.h"
 #include "module/mdrx_app.h"
+#include "module/thread_locale.h"
 #include "module_app/recording_surface.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <memory>
+#include <thread>
 
 namespace fenmark::module {
 namespace {
@@ -68,6 +70,14 @@ class EmptyApp : public MdRxMdmApp {
     std::vector<Command> commands_;
     std::vector<Callable> callables_;
 };
+
+TEST_F(ModuleApp, TheLocaleIsThatOfItsThread) {
+    setThreadLocale(kJapaneseLocale);
+    EXPECT_EQ(threadLocale(), 1041);
+    int elsewhere = -1;
+    std::thread([&] { elsewhere = threadLocale(); }).join();
+    EXPECT_EQ(elsewhere, 0);
+}
 
 TEST_F(ModuleApp, StartsWithTheLinkerThenTheClassesThenTheCommands) {
     FullApp app;

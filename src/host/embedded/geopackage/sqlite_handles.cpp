@@ -126,11 +126,6 @@ Statement& Statement::bind(int index, std::span<const std::byte> blob) {
     return *this;
 }
 
-Statement& Statement::bindNull(int index) {
-    check(sqlite3_bind_null(handle_.get(), index));
-    return *this;
-}
-
 bool Statement::step() {
     const int code = sqlite3_step(handle_.get());
     check(code);

@@ -48,7 +48,6 @@ class Statement {
     Statement& bindEndless(int index, double value); // an infinity stays one
     Statement& bind(int index, std::string_view text);
     Statement& bind(int index, std::span<const std::byte> blob); // an empty one becomes NULL
-    Statement& bindNull(int index);
 
     bool step(); // true for a row
     void run();  // no rows wanted; ready to be bound again

@@ -91,7 +91,7 @@ void importRoad(desk::MainWindow& window, const QString& file) {
 }
 
 void selectNamed(desk::MainWindow& window, const char* name) {
-    const host::embedded::Drawing& drawing = window.session().drawing();
+    const drawing::Drawing& drawing = window.session().drawing();
     for (std::size_t i = 0; i < drawing.entityCount(); ++i)
         if (drawing.entity(i).row &&
             QByteArray(drawing.entity(i).row->name.data(), static_cast<qsizetype>(drawing.entity(i).row->name.size()))

@@ -23,10 +23,10 @@ namespace {
 
 using fenmark::desk::PlanIndex;
 using fenmark::desk::PlanView;
+using fenmark::drawing::Drawing;
+using fenmark::drawing::EntityKind;
+using fenmark::drawing::Extent;
 using fenmark::host::MdGePoint3d;
-using fenmark::host::embedded::Drawing;
-using fenmark::host::embedded::EntityKind;
-using fenmark::host::embedded::Extent;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kLotsAcross = 500; // 500 by 500 lots of 10 m by 10 m, four points around each

@@ -1,7 +1,7 @@
 // Point at station against a bare series of a clothoid, nearest point against a bare iteration of Newton's method.
 #include "import/embedded_geometry_bench.h"
 
-#include "host/embedded/alignment_geometry.h"
+#include "drawing/alignment_geometry.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,11 +16,11 @@ namespace fenmark::bench {
 
 namespace {
 
+using drawing::AlignmentGeometry;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::kInfiniteRadius;
 using host::PlanPoint;
-using host::embedded::AlignmentGeometry;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::kInfiniteRadius;
 
 constexpr int kElements = 10'000;
 constexpr int kQuestions = 1 << 20;
@@ -102,7 +102,7 @@ Element clothoid(PlanPoint start, double direction, double startRadius, double e
 // Straight, clothoid, arc, clothoid, again and again, in both senses.
 std::vector<Element> road(std::mt19937& random) {
     std::vector<Element> chain;
-    host::embedded::Pose pose;
+    drawing::Pose pose;
     for (int i = 0; i < kElements; ++i) {
         const bool right = (i / 4) % 2 == 0;
         const double radius = 150.0 + static_cast<double>(random() % 500);
@@ -118,7 +118,7 @@ std::vector<Element> road(std::mt19937& random) {
             element.type = ElementType::Arc;
             element.startRadius = element.endRadius = radius;
         }
-        const host::embedded::Pose end = poseOnElement(element, element.length);
+        const drawing::Pose end = poseOnElement(element, element.length);
         element.end = end.point;
         pose = end;
         chain.push_back(element);

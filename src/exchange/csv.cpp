@@ -38,12 +38,12 @@ std::ostream& operator<<(std::ostream& out, Number number) {
 
 } // namespace
 
-Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
+Notes writeCsv(const drawing::Drawing& drawing, std::ostream& out) {
     std::size_t polylines = 0;
     Unplaced unplaced;
     out << "\xEF\xBB\xBFid,layer,x_east,y_north,z,table,no,name,type,file\r\n";
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        const host::embedded::EntityView entity = drawing.entity(i);
+        const drawing::EntityView entity = drawing.entity(i);
         if (!entity.isPoint()) {
             ++polylines;
             continue;

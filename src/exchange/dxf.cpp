@@ -14,11 +14,11 @@
 
 namespace fenmark::exchange {
 
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -114,7 +114,7 @@ class Writer {
     }
 
     // An object's row as extended data at the end of its groups: table, number, name, type, file.
-    void row(const std::optional<host::embedded::RowView>& row) {
+    void row(const std::optional<drawing::RowView>& row) {
         if (!row)
             return;
         const auto text = [&](std::string_view value) { group(1000, encoded(value, kLongestData)); };
@@ -128,7 +128,7 @@ class Writer {
 
     template <typename Points>
     void polyline(std::string_view layer, const Points& points, bool closed, int colour = kByLayer,
-                  const std::optional<host::embedded::RowView>& data = {}) {
+                  const std::optional<drawing::RowView>& data = {}) {
         begin("POLYLINE", layer, colour);
         integer(66, 1);
         point(10, 0.0, 0.0);
@@ -146,7 +146,7 @@ class Writer {
 };
 
 void writeHeader(Writer& writer, const Drawing& drawing) {
-    const host::embedded::Extent& extent = drawing.extent();
+    const drawing::Extent& extent = drawing.extent();
     writer.group(0, "SECTION");
     writer.group(2, "HEADER");
     writer.group(9, "$ACADVER");
@@ -229,12 +229,12 @@ void writeElement(Writer& writer, const std::string& layer, const Element& eleme
         writer.number(51, degrees(element.clockwise ? element.start : element.end));
     } else {
         std::vector<PlanPoint> line;
-        host::embedded::appendElementLine(element, host::embedded::kLineTolerance, line);
+        drawing::appendElementLine(element, drawing::kLineTolerance, line);
         writer.polyline(layer, line, false, kGreen);
     }
 }
 
-void writeAlignment(Writer& writer, const host::embedded::Alignment& alignment) {
+void writeAlignment(Writer& writer, const drawing::Alignment& alignment) {
     for (const Element& element : alignment.elements)
         writeElement(writer, layerName(alignment.layer), element);
     if (!alignment.elements.empty())

@@ -8,8 +8,8 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
+using drawing::Drawing;
+using drawing::EntityView;
 
 namespace {
 
@@ -63,7 +63,7 @@ void writeGeometry(std::ostream& out, const EntityView& entity) {
 }
 
 void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index, Unplaced& unplaced) {
-    const host::embedded::Alignment& alignment = drawing.alignment(index);
+    const drawing::Alignment& alignment = drawing.alignment(index);
     const auto site = drawing.findSite(alignment.site);
     out << "{\"type\":\"Feature\",\"id\":" << alignment.id.asUint64()
         << ",\"properties\":{\"layer\":" << JsonText{alignment.layer}

@@ -10,11 +10,11 @@
 
 namespace fenmark::exchange {
 
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -78,7 +78,7 @@ void writeAlignments(std::ostream& out, const Drawing& drawing, Unplaced& unplac
     UniqueNames names;
     bool open = false;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        const host::embedded::Alignment& alignment = drawing.alignment(i);
+        const drawing::Alignment& alignment = drawing.alignment(i);
         if (alignment.elements.empty() || !unplaced.look(alignment))
             continue;
         if (!open)

@@ -6,9 +6,9 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Alignment;
-using host::embedded::Element;
-using host::embedded::EntityView;
+using drawing::Alignment;
+using drawing::Element;
+using drawing::EntityView;
 
 namespace {
 
@@ -31,7 +31,7 @@ bool hasPlace(const Alignment& alignment) {
            });
 }
 
-bool isNear(const host::embedded::Extent& extent) {
+bool isNear(const drawing::Extent& extent) {
     return isNear(extent.minX) && isNear(extent.minY) && isNear(extent.maxX) && isNear(extent.maxY);
 }
 

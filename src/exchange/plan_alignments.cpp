@@ -10,12 +10,12 @@
 
 namespace fenmark::exchange {
 
+using drawing::Alignment;
+using drawing::AlignmentGeometry;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::Alignment;
-using host::embedded::AlignmentGeometry;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -134,8 +134,8 @@ void tick(Plan& plan, std::ostream& out, const PlanPoint& point, double directio
 void drawElement(Plan& plan, std::ostream& out, const Element& element) {
     plan.items.insert(itemOf(element.type));
     std::vector<PlanPoint> line;
-    const double tolerance = std::max(host::embedded::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
-    host::embedded::appendElementLine(element, tolerance, line);
+    const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
+    drawing::appendElementLine(element, tolerance, line);
     if (line.empty())
         return;
     PaperPoint from = plan.at(line.front().x, line.front().y);
@@ -195,7 +195,7 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
     const double step = plan.stationStep;
     out << "<path class=\"tick\" d=\"";
     const auto first = static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9));
-    std::vector<std::pair<double, host::embedded::Pose>> poses;
+    std::vector<std::pair<double, drawing::Pose>> poses;
     for (long long k = first; static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
         const double station = static_cast<double>(k) * step;
         const auto pose = geometry.poseAt(station);
@@ -209,7 +209,7 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
     if (!poses.empty())
         plan.items.insert(PlanItem::Station);
     // Every fifth station tells its distance too, and takes its place before the others.
-    auto place = [&](double station, const host::embedded::Pose& pose, bool major) {
+    auto place = [&](double station, const drawing::Pose& pose, bool major) {
         const PaperPoint at = plan.at(pose.point.x, pose.point.y);
         const std::string text = stakeName(station) + (major ? "  " + fixedReal(station, 1) : "");
         std::vector<Label> candidates;
@@ -240,7 +240,7 @@ void nameCurves(Plan& plan, const Alignment& alignment) {
             text = "A=" + fixedReal(std::sqrt(element.length / growth), 3);
         }
         text += " L=" + fixedReal(element.length, 3);
-        const host::embedded::Pose middle = host::embedded::poseOnElement(element, element.length / 2.0);
+        const drawing::Pose middle = drawing::poseOnElement(element, element.length / 2.0);
         const PaperPoint at = plan.at(middle.point.x, middle.point.y);
         const char* style = element.type == ElementType::Arc ? "curve" : "spiral";
         std::vector<Label> candidates;

@@ -10,8 +10,8 @@
 
 namespace fenmark::exchange {
 
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -123,7 +123,7 @@ class Crowd {
     bool draws(std::size_t index) {
         if (!crowded_)
             return true;
-        const host::embedded::Extent extent = plan_.drawing.entityExtent(index);
+        const drawing::Extent extent = plan_.drawing.entityExtent(index);
         const double size = std::max(extent.maxX - extent.minX, extent.maxY - extent.minY);
         if (plan_.sheet.paperLength(size) > 2.0 * kPolylineCell || cells_.take(plan_.at(extent.minX, extent.minY)))
             return true;

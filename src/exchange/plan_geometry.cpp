@@ -81,10 +81,10 @@ PlanPoint labelPoint(std::span<const MdGePoint3d> ring) {
     return best;
 }
 
-std::vector<PlanPoint> lineOfAlignment(const host::embedded::Alignment& alignment) {
+std::vector<PlanPoint> lineOfAlignment(const drawing::Alignment& alignment) {
     std::vector<PlanPoint> line;
-    for (const host::embedded::Element& element : alignment.elements)
-        host::embedded::appendElementLine(element, host::embedded::kLineTolerance, line);
+    for (const drawing::Element& element : alignment.elements)
+        drawing::appendElementLine(element, drawing::kLineTolerance, line);
     const auto same = [](const PlanPoint& a, const PlanPoint& b) { return a == b; };
     line.erase(std::unique(line.begin(), line.end(), same), line.end());
     return line;

@@ -7,7 +7,7 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::EntityView;
+using drawing::EntityView;
 
 namespace {
 

@@ -42,7 +42,7 @@ int roundScaleFor(double wanted) {
 
 } // namespace
 
-PlanSheet::PlanSheet(const host::embedded::Extent& extent) {
+PlanSheet::PlanSheet(const drawing::Extent& extent) {
     const double groundWidth = extent.empty() ? 0.0 : extent.maxX - extent.minX;
     const double groundHeight = extent.empty() ? 0.0 : extent.maxY - extent.minY;
     const bool upright = groundHeight > 1.35 * groundWidth;

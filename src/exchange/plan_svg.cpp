@@ -8,10 +8,10 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -93,7 +93,7 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& be
         }
         for (const auto& element : drawing.alignment(i).elements) {
             std::vector<host::PlanPoint> line;
-            host::embedded::appendElementLine(element, 1.0, line);
+            drawing::appendElementLine(element, 1.0, line);
             for (const host::PlanPoint& point : line)
                 rest.add(point.x, point.y);
         }

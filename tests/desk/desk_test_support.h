@@ -131,7 +131,7 @@ struct DeskWindow : ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), kPatience));
         QTest::keyClick(window.get(), key, modifiers);
     }
-    const host::embedded::Drawing& drawing() { return window->session().drawing(); }
+    const drawing::Drawing& drawing() { return window->session().drawing(); }
     PlanView& plan() { return window->plan(); }
 
     // Imports a file through the command's own dialogs.

@@ -8,7 +8,7 @@
 namespace fenmark::desk::test {
 namespace {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
 
 constexpr std::size_t kMany = 100;
 
@@ -25,7 +25,7 @@ struct Names : ::testing::Test {
         point(points, 7, "ｺﾝ杭12", "座標");
         point(points, 8, "tp-112", "座標");
         const host::MdGePoint3d corners[] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}};
-        drawing.addPolyline(corners, 0, host::embedded::EntityKind::Polyline, true);
+        drawing.addPolyline(corners, 0, drawing::EntityKind::Polyline, true);
         drawing.setRow(5, lines, 12, "川端1", "画地", "a.sim");
         drawing.addPoint({9, 9, 0}, 0); // without a row
         drawing.addAlignment(drawing.addSite("サイト"), "中心線12", "0", "", "");

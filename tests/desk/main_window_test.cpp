@@ -17,7 +17,7 @@
 namespace fenmark::desk::test {
 namespace {
 
-using host::embedded::StoreError;
+using drawing::StoreError;
 
 TEST_F(DeskWindow, TypingTheCommandOpensItsDialog) {
     Answers answers;
@@ -36,7 +36,7 @@ TEST_F(DeskWindow, AFileOnTheCommandLineIsImportedIntoTheDrawing) {
     EXPECT_TRUE(window->isWindowModified());
     EXPECT_TRUE(window->log().toPlainText().contains(QStringLiteral("座標データの読み込み")));
     // All of it is in view.
-    const host::embedded::Extent seen = plan().view().visible();
+    const drawing::Extent seen = plan().view().visible();
     EXPECT_LE(seen.minX, drawing().extent().minX);
     EXPECT_GE(seen.maxY, drawing().extent().maxY);
     EXPECT_EQ(host::embedded::EmbeddedHost::liveAutomationReferences(), 0);

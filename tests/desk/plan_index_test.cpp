@@ -15,10 +15,10 @@
 namespace fenmark::desk {
 namespace {
 
+using drawing::Drawing;
+using drawing::EntityKind;
+using drawing::Extent;
 using host::MdGePoint3d;
-using host::embedded::Drawing;
-using host::embedded::EntityKind;
-using host::embedded::Extent;
 
 constexpr std::uint32_t kSeed = 20240611;
 

@@ -1,7 +1,7 @@
 // Chains of elements laid exactly, and the route of a file that would hold them.
 #pragma once
 
-#include "host/embedded/alignment_geometry.h"
+#include "host/embedded/drawing_names.h"
 #include "sima/records/array.h"
 #include "sima/records/entity_data.h"
 

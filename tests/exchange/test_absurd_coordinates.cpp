@@ -129,7 +129,7 @@ TEST_F(AbsurdCoordinates, DoNotWidenTheExtent) {
     addPoint(drawing, {3.0, 4.0, 0.0}, "A");
     addPoint(drawing, {kEndless, 5.0, 0.0}, "B");
     addPoint(drawing, {kNoNumber, 5.0, 0.0}, "C");
-    const host::embedded::Extent& extent = drawing.extent();
+    const drawing::Extent& extent = drawing.extent();
     EXPECT_EQ(std::vector<double>({extent.minX, extent.minY, extent.maxX, extent.maxY}),
               (std::vector<double>{3.0, 4.0, 3.0, 4.0}));
     std::ostringstream plan;

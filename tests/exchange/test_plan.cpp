@@ -50,7 +50,7 @@ class PlanOf : public ::testing::Test {
 };
 
 TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
-    host::embedded::Extent extent;
+    drawing::Extent extent;
     extent.add(12000.0, -36200.0);
     extent.add(12600.0, -35750.0);
     const PlanSheet sheet(extent);
@@ -63,7 +63,7 @@ TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
 }
 
 TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {
-    host::embedded::Extent extent;
+    drawing::Extent extent;
     EXPECT_EQ(PlanSheet(extent).scale(), 100) << "nothing at all";
     extent.add(100.0, 200.0);
     EXPECT_EQ(PlanSheet(extent).scale(), 100);
@@ -75,7 +75,7 @@ TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {
 }
 
 TEST(Sheet, HoldsTheWholeExtentNorthUp) {
-    host::embedded::Extent extent;
+    drawing::Extent extent;
     extent.add(100.0, 200.0);
     extent.add(400.0, 1500.0);
     const PlanSheet sheet(extent);

@@ -12,8 +12,8 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
+using drawing::Drawing;
+using drawing::EntityView;
 
 namespace {
 

@@ -9,9 +9,9 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Drawing;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -105,9 +105,9 @@ void PlanIndex::addAlignments(const Drawing& drawing) {
     std::vector<host::PlanPoint> line;
     alignments_.resize(drawing.alignmentCount());
     for (std::size_t a = 0; a < alignments_.size(); ++a) {
-        for (const host::embedded::Element& element : drawing.alignment(a).elements) {
+        for (const drawing::Element& element : drawing.alignment(a).elements) {
             line.clear();
-            host::embedded::appendElementLine(element, kElementTolerance, line);
+            drawing::appendElementLine(element, kElementTolerance, line);
             Extent box;
             for (const host::PlanPoint& point : line) {
                 box.add(point.x - kElementTolerance, point.y - kElementTolerance);

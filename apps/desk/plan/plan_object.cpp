@@ -8,10 +8,10 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -148,7 +148,7 @@ Extent extentOf(const Drawing& drawing, const PlanObject& object) {
         if (object.element && *object.element != i)
             continue;
         std::vector<host::PlanPoint> line;
-        host::embedded::appendElementLine(alignment.elements[i], 0.05, line);
+        drawing::appendElementLine(alignment.elements[i], 0.05, line);
         for (const host::PlanPoint& point : line)
             extent.add(point.x, point.y);
     }
@@ -163,7 +163,7 @@ std::optional<NearestStation> nearestStation(const Drawing& drawing, const PlanI
         if (drawing.alignment(a).elements.empty() || distanceToBox(index.alignmentExtent(a), x, y) > nearest ||
             isHidden(look, drawing, drawing.alignment(a).layer))
             continue;
-        const std::optional<host::embedded::StationOffset> at = drawing.geometry(a).locate({x, y});
+        const std::optional<drawing::StationOffset> at = drawing.geometry(a).locate({x, y});
         if (!at || !at->perpendicular || std::abs(at->offset) > nearest)
             continue;
         nearest = std::abs(at->offset);

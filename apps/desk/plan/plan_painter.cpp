@@ -12,13 +12,13 @@
 
 namespace fenmark::desk {
 
+using drawing::Alignment;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
+using drawing::Extent;
+using drawing::Pose;
 using host::PlanPoint;
-using host::embedded::Alignment;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
-using host::embedded::Extent;
-using host::embedded::Pose;
 
 namespace {
 
@@ -136,7 +136,7 @@ void labelElements(QPainter& painter, const ViewTransform& view, const Alignment
         const double width = painter.fontMetrics().horizontalAdvance(label);
         if (element.length * view.pixelsPerMetre() < width + 12.0)
             continue;
-        const Pose middle = host::embedded::poseOnElement(element, 0.5 * element.length);
+        const Pose middle = drawing::poseOnElement(element, 0.5 * element.length);
         const QPointF at = view.toPixel(middle.point.x, middle.point.y);
         if (!seen.contains(at))
             continue;
@@ -176,7 +176,7 @@ void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment
 }
 
 // Marks every 20 m, square to the alignment, and their names as far as there is room.
-void paintStations(QPainter& painter, const ViewTransform& view, const host::embedded::AlignmentGeometry& geometry,
+void paintStations(QPainter& painter, const ViewTransform& view, const drawing::AlignmentGeometry& geometry,
                    LabelRoom& room, bool names) {
     if (kStationStep * view.pixelsPerMetre() < kStationPixels)
         return;
@@ -188,8 +188,8 @@ void paintStations(QPainter& painter, const ViewTransform& view, const host::emb
     const double labelEvery =
         kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
     auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));
-    const auto last = static_cast<std::int64_t>(
-        std::floor((geometry.endStation() + host::embedded::kStationTolerance) / kStationStep));
+    const auto last =
+        static_cast<std::int64_t>(std::floor((geometry.endStation() + drawing::kStationTolerance) / kStationStep));
     while (number <= last) {
         const double station = static_cast<double>(number) * kStationStep;
         ++number;

@@ -6,9 +6,9 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::Pose;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::Pose;
 
 namespace {
 
@@ -71,7 +71,7 @@ struct Curve {
     std::vector<QPolygonF> parts;
 
     QPointF at(double along) const {
-        const Pose pose = host::embedded::poseOnElement(element, along);
+        const Pose pose = drawing::poseOnElement(element, along);
         return view.toPixel(pose.point.x, pose.point.y);
     }
 

@@ -5,9 +5,9 @@
 
 namespace fenmark::desk {
 
-using host::embedded::ElementType;
+using drawing::ElementType;
 
-FigureStyle styleOf(const host::embedded::EntityView& entity) {
+FigureStyle styleOf(const drawing::EntityView& entity) {
     const std::string_view type = entity.row ? entity.row->type : std::string_view();
     if (entity.isPoint()) {
         if (type == host::kCoordinateType)

@@ -11,7 +11,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Extent;
+using drawing::Extent;
 
 PlanView::PlanView(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
@@ -21,7 +21,7 @@ PlanView::PlanView(QWidget* parent) : QWidget(parent) {
     updateCursor();
 }
 
-void PlanView::setDrawing(const host::embedded::Drawing* drawing) {
+void PlanView::setDrawing(const drawing::Drawing* drawing) {
     painter_.reset();
     drawing_ = drawing;
     look_.hiddenLayers.clear();

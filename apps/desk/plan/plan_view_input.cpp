@@ -76,7 +76,7 @@ void PlanView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PlanView::hoverAt(const QPointF& pixel) {
-    host::embedded::Extent around;
+    drawing::Extent around;
     around.add(view_.toX(pixel.x() - kReachPixels), view_.toY(pixel.y() - kReachPixels));
     around.add(view_.toX(pixel.x() + kReachPixels), view_.toY(pixel.y() + kReachPixels));
     if (index_.count(around, kMostUnderPointer) == kMostUnderPointer) {
@@ -99,7 +99,7 @@ void PlanView::mouseReleaseEvent(QMouseEvent* event) {
         windowArmed_ = false;
         const QRectF window = QRectF(dragFrom_, event->position()).normalized();
         if (window.width() >= kSmallestWindow && window.height() >= kSmallestWindow) {
-            host::embedded::Extent extent;
+            drawing::Extent extent;
             extent.add(view_.toX(window.left()), view_.toY(window.top()));
             extent.add(view_.toX(window.right()), view_.toY(window.bottom()));
             view_.fit(extent);

@@ -15,14 +15,14 @@ constexpr double kLargestScale = 1e6;
 
 } // namespace
 
-host::embedded::Extent ViewTransform::visible(double marginPixels) const {
-    host::embedded::Extent extent;
+drawing::Extent ViewTransform::visible(double marginPixels) const {
+    drawing::Extent extent;
     extent.add(toX(-marginPixels), toY(-marginPixels));
     extent.add(toX(size_.width() + marginPixels), toY(size_.height() + marginPixels));
     return extent;
 }
 
-void ViewTransform::fit(const host::embedded::Extent& extent) {
+void ViewTransform::fit(const drawing::Extent& extent) {
     if (extent.empty()) {
         centreX_ = centreY_ = 0.0;
         scale_ = std::min(size_.width(), size_.height()) / kEmptyWidth;

@@ -9,10 +9,10 @@
 
 namespace fenmark::desk {
 
+using drawing::Drawing;
+using drawing::StoreResult;
 using host::embedded::Document;
-using host::embedded::Drawing;
 using host::embedded::ModuleResult;
-using host::embedded::StoreResult;
 
 namespace {
 

@@ -39,7 +39,7 @@ FindPanel::FindPanel(const Texts& texts, QWidget* parent)
     connect(list_, &QListWidget::itemClicked, this, [this] { choose(list_->currentRow()); });
 }
 
-void FindPanel::setDrawing(const host::embedded::Drawing* drawing) {
+void FindPanel::setDrawing(const drawing::Drawing* drawing) {
     drawing_ = drawing;
     names_.reset();
     if (isVisible())

@@ -8,7 +8,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::ElementType;
+using drawing::ElementType;
 
 namespace {
 
@@ -82,12 +82,12 @@ void LegendPanel::addKind(const QIcon& icon, Text name, std::size_t count) {
         addItem(new QListWidgetItem(icon, texts_(Text::KindCount).arg(texts_(name)).arg(count)));
 }
 
-void LegendPanel::fill(const StyleCounts& entities, const host::embedded::Drawing& drawing) {
+void LegendPanel::fill(const StyleCounts& entities, const drawing::Drawing& drawing) {
     clear();
     for (const auto& [type, name] : kElements) {
         std::size_t count = 0;
         for (std::size_t a = 0; a < drawing.alignmentCount(); ++a)
-            for (const host::embedded::Element& element : drawing.alignment(a).elements)
+            for (const drawing::Element& element : drawing.alignment(a).elements)
                 count += element.type == type ? 1 : 0;
         addKind(lineSample(colourOf(type), 2.0), name, count);
     }

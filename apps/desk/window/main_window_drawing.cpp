@@ -14,7 +14,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
 
 namespace {
 
@@ -301,7 +301,7 @@ void MainWindow::selectionChanged() {
 
 void MainWindow::pointerMoved(double x, double y) {
     position_->setText(texts_(Text::StatusPosition).arg(metres(y), metres(x)));
-    const host::embedded::Extent seen = plan_->view().visible();
+    const drawing::Extent seen = plan_->view().visible();
     const double reach = std::max(kStationReach, std::hypot(seen.maxX - seen.minX, seen.maxY - seen.minY));
     const std::optional<NearestStation> nearest =
         nearestStation(session_.drawing(), plan_->index(), plan_->look(), x, y, reach);

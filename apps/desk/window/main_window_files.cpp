@@ -21,7 +21,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::StoreResult;
+using drawing::StoreResult;
 
 namespace {
 
@@ -29,7 +29,7 @@ constexpr qsizetype kRecentFiles = 10;
 
 struct Format {
     const char* extension;
-    exchange::Notes (*write)(const host::embedded::Drawing& drawing, std::ostream& out);
+    exchange::Notes (*write)(const drawing::Drawing& drawing, std::ostream& out);
 };
 
 constexpr Format kFormats[] = {

@@ -12,8 +12,8 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
+using drawing::Alignment;
+using drawing::Drawing;
 
 namespace {
 
@@ -33,7 +33,7 @@ QTreeWidgetItem* alignmentItem(const Alignment& alignment, std::size_t index, co
     QList<QTreeWidgetItem*> elements;
     double station = alignment.startStation;
     for (std::size_t e = 0; e < alignment.elements.size(); ++e) {
-        const host::embedded::Element& element = alignment.elements[e];
+        const drawing::Element& element = alignment.elements[e];
         auto* row = new QTreeWidgetItem(
             {elementName(element, texts), metres(element.length), radiusText(element, texts), metres(station)});
         row->setData(0, kAlignmentRole, static_cast<qulonglong>(index));

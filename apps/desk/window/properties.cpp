@@ -8,12 +8,12 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 

@@ -7,12 +7,12 @@
 
 namespace fenmark::cli {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
 
-std::unique_ptr<Drawing> readDrawing(const std::string& path, host::embedded::Load load) {
+std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load) {
     auto drawing = std::make_unique<Drawing>();
-    host::embedded::DrawingStore store;
-    const host::embedded::StoreResult opened = store.open(path, *drawing, load);
+    drawing::DrawingStore store;
+    const drawing::StoreResult opened = store.open(path, *drawing, load);
     if (!opened)
         throw Stop(kNotDone, opened.message);
     return drawing;

@@ -17,8 +17,8 @@ namespace fenmark::cli {
 
 namespace {
 
-using host::embedded::Drawing;
-using host::embedded::Load;
+using drawing::Drawing;
+using drawing::Load;
 
 bool endsIn(std::string_view path, std::string_view extension) {
     if (path.size() < extension.size())

@@ -23,9 +23,9 @@ namespace fenmark::cli {
 
 namespace {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
+using drawing::StoreResult;
 using host::embedded::EmbeddedHost;
-using host::embedded::StoreResult;
 
 bool exists(const std::string& path) {
     struct ::stat status {};
@@ -40,7 +40,7 @@ void openDrawing(EmbeddedHost& host, const std::string& path) {
     host::embedded::Document& document = *host.currentDocument();
     if (!exists(path))
         return;
-    const StoreResult opened = document.store().open(path, document.drawing(), host::embedded::Load::WithoutEntities);
+    const StoreResult opened = document.store().open(path, document.drawing(), drawing::Load::WithoutEntities);
     if (!opened)
         throw Stop(kNotDone, opened.message);
 }

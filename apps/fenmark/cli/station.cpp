@@ -7,7 +7,7 @@
 
 namespace fenmark::cli {
 
-using host::embedded::Load;
+using drawing::Load;
 
 int runStation(const StationArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);

@@ -4,7 +4,7 @@
 // chord starts in the direction 2 c - t.
 #include "host/embedded/alignment_layout.h"
 
-#include "host/embedded/drawing.h"
+#include "host/embedded/drawing_names.h"
 
 #include <algorithm>
 #include <cmath>

@@ -197,13 +197,13 @@ mirdane::MdDbBlockTableRecord* Document::DatabaseObjects::openModelSpace(MdDbObj
 
 namespace mirdane {
 
+using fenmark::drawing::Drawing;
+using fenmark::drawing::EntityKind;
+using fenmark::drawing::EntityView;
 using fenmark::host::embedded::counters;
 using fenmark::host::embedded::currentDrawing;
 using fenmark::host::embedded::Document;
-using fenmark::host::embedded::Drawing;
 using fenmark::host::embedded::EmbeddedHost;
-using fenmark::host::embedded::EntityKind;
-using fenmark::host::embedded::EntityView;
 using fenmark::host::embedded::kNotAllowed;
 using fenmark::host::embedded::kNotFound;
 using fenmark::host::embedded::kOk;

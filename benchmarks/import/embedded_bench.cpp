@@ -119,8 +119,9 @@ std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& pat
         sqlite3_bind_int64(statement, 1, static_cast<sqlite3_int64>(entity.id.asUint64()));
         sqlite3_bind_blob(statement, 2, blob.data(), static_cast<int>(blob.size()), SQLITE_STATIC);
         text(statement, 3, entity.layer);
-        if (table != 0)
+        if (table != 0) {
             text(statement, table, entity.row->table);
+        }
         sqlite3_bind_int(statement, first, entity.row->no);
         text(statement, first + 1, entity.row->name);
         text(statement, first + 2, entity.row->type);
@@ -139,12 +140,14 @@ std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& pat
         sqlite3_bind_int(polyline, 10, static_cast<int>(entity.vertices.size()));
         sqlite3_bind_int(polyline, 11, 1);
         insert(polyline, entity, blobs.line(entity.vertices, entity.closed), 4, 5);
-        if (entity.closed)
+        if (entity.closed) {
             insert(lot, entity, blobs.polygon(entity.vertices), 0, 4);
+        }
     }
     execute("COMMIT");
-    for (sqlite3_stmt* statement : {point, polyline, lot})
+    for (sqlite3_stmt* statement : {point, polyline, lot}) {
         sqlite3_finalize(statement);
+    }
     sqlite3_close(database);
     return rows;
 }
@@ -176,8 +179,9 @@ void compareWriting(const std::string& folder) {
         drawing::DrawingStore store;
         const drawing::StoreResult opened = store.open(drawingPath, drawing);
         demand(static_cast<bool>(opened), opened.message);
-        for (int run = 0; run < kRuns; ++run)
+        for (int run = 0; run < kRuns; ++run) {
             measureOnce(bare, [&] { return insertRows(drawing, barePath); });
+        }
     }
     for (int run = 0; run < kRuns; ++run) {
         measureOnce(load, [&] {

@@ -33,8 +33,9 @@ double nanoseconds(int count, Ask ask) {
     double best = kInfiniteRadius;
     for (int round = 0; round < kRounds; ++round) {
         const std::clock_t start = std::clock();
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
             ask(static_cast<std::size_t>(i));
+        }
         const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
         best = std::min(best, 1e9 * seconds / count);
     }
@@ -80,8 +81,9 @@ double bareNewton(double a, double length, const PlanPoint& point) {
         const double beside = (point.y - on.y) * cosine - (point.x - on.x) * sine;
         const double move = ahead / (1.0 - along / (a * a) * beside);
         along += move;
-        if (std::abs(move) < kStop)
+        if (std::abs(move) < kStop) {
             break;
+        }
     }
     return along;
 }
@@ -153,15 +155,17 @@ void compareGeometry() {
     const Element spiral = clothoid({0, 0}, 0.0, kInfiniteRadius, 200.0, 100.0, false);
     const AlignmentGeometry one(std::span(&spiral, 1), 0.0);
     std::vector<PlanPoint> points(kQuestions);
-    for (PlanPoint& point : points)
+    for (PlanPoint& point : points) {
         point = one.pointAt(uniform(0.0, 100.0), uniform(-100.0, 100.0)).value();
+    }
     const double a = std::sqrt(100.0 * 200.0);
     const double newton =
         nanoseconds(kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(bareNewton(a, 100.0, points[i])); });
     const double nearest =
         nanoseconds(kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(one.locate(points[i])); });
-    for (PlanPoint& point : points)
+    for (PlanPoint& point : points) {
         point = geometry.pointAt(uniform(0.0, geometry.length()), uniform(-50.0, 50.0)).value();
+    }
     const double nearestOfAll =
         nanoseconds(kQuestions / 16, [&](std::size_t i) { benchmark::DoNotOptimize(geometry.locate(points[i])); });
 

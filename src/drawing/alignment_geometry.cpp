@@ -33,8 +33,9 @@ AlignmentGeometry::AlignmentGeometry(std::span<const Element> elements, double s
     : startStation_(startStation) {
     pieces_.reserve(elements.size());
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (!usable(elements[i]))
+        if (!usable(elements[i])) {
             continue;
+        }
         addElement(elements[i], static_cast<std::uint32_t>(i));
         length_ += elements[i].length;
     }
@@ -59,8 +60,9 @@ void AlignmentGeometry::addElement(const Element& element, std::uint32_t index) 
     if (std::abs(last - first) <= kSameCurvature * std::abs(first)) {
         const double parts = std::clamp(std::ceil(std::abs(first) * element.length / kMostArcTurn), 1.0, kMostPieces);
         const double step = element.length / parts;
-        for (double part = 0.0; part < parts; part += 1.0)
+        for (double part = 0.0; part < parts; part += 1.0) {
             addPiece(Form::Arc, advance(start, first, 0.0, part * step), length_ + part * step, first, 0.0, index);
+        }
         return;
     }
     const double growth = (last - first) / element.length;
@@ -82,18 +84,21 @@ void AlignmentGeometry::addElement(const Element& element, std::uint32_t index) 
 }
 
 void AlignmentGeometry::buildBuckets() {
-    for (const Piece& piece : pieces_)
+    for (const Piece& piece : pieces_) {
         starts_.push_back(piece.from);
-    if (pieces_.empty() || !(length_ > 0.0))
+    }
+    if (pieces_.empty() || !(length_ > 0.0)) {
         return;
+    }
     const auto count = static_cast<std::size_t>(kBucketsPerPiece * static_cast<double>(pieces_.size())) + 1;
     bucketsPerMetre_ = static_cast<double>(count) / length_;
     buckets_.resize(count + 1);
     std::size_t piece = 0;
     for (std::size_t bucket = 0; bucket <= count; ++bucket) {
         const double begin = static_cast<double>(bucket) / bucketsPerMetre_;
-        while (piece + 1 < starts_.size() && starts_[piece + 1] <= begin)
+        while (piece + 1 < starts_.size() && starts_[piece + 1] <= begin) {
             ++piece;
+        }
         buckets_[bucket] = static_cast<std::uint32_t>(piece);
     }
 }
@@ -101,8 +106,9 @@ void AlignmentGeometry::buildBuckets() {
 // The last piece that begins at or before the length. The bucket leaves a few pieces to look at, and where many short
 // pieces share one bucket the search is by halves.
 std::size_t AlignmentGeometry::pieceAt(double along) const {
-    if (buckets_.empty())
+    if (buckets_.empty()) {
         return pieces_.size() - 1;
+    }
     along += kJointTolerance;
     const auto last = static_cast<double>(buckets_.size() - 2);
     const auto bucket = static_cast<std::size_t>(std::clamp(along * bucketsPerMetre_, 0.0, last));
@@ -110,16 +116,19 @@ std::size_t AlignmentGeometry::pieceAt(double along) const {
     std::size_t high = buckets_[bucket + 1];
     while (low < high) {
         const std::size_t middle = (low + high + 1) / 2;
-        if (starts_[middle] <= along)
+        if (starts_[middle] <= along) {
             low = middle;
-        else
+        } else {
             high = middle - 1;
+        }
     }
     // The limits of the buckets are rounded.
-    while (low + 1 < starts_.size() && starts_[low + 1] <= along)
+    while (low + 1 < starts_.size() && starts_[low + 1] <= along) {
         ++low;
-    while (low > 0 && starts_[low] > along)
+    }
+    while (low > 0 && starts_[low] > along) {
         --low;
+    }
     return low;
 }
 
@@ -128,16 +137,19 @@ double AlignmentGeometry::lengthOf(std::size_t piece) const {
 }
 
 PlanPoint AlignmentGeometry::localPoint(const Piece& piece, double along) {
-    if (static_cast<Form>(piece.form) == Form::Series)
+    if (static_cast<Form>(piece.form) == Form::Series) {
         return seriesFromInflection(piece.b, piece.a + along);
-    if (static_cast<Form>(piece.form) == Form::Arc)
+    }
+    if (static_cast<Form>(piece.form) == Form::Arc) {
         return arcFromStart(piece.a, along).point;
+    }
     return quadratureFromStart(piece.a, piece.b, along);
 }
 
 CurvePoint AlignmentGeometry::localPose(const Piece& piece, double along) {
-    if (static_cast<Form>(piece.form) == Form::Arc)
+    if (static_cast<Form>(piece.form) == Form::Arc) {
         return arcFromStart(piece.a, along);
+    }
     return {localPoint(piece, along), sineCosine(localDirection(piece, along))};
 }
 
@@ -177,13 +189,15 @@ PlanPoint AlignmentGeometry::pointOn(const Piece& piece, double along) {
 std::optional<PlanPoint> AlignmentGeometry::pointAt(double station, double offset) const {
     double along = station - startStation_;
     if (pieces_.empty() || !(along >= -kStationTolerance && along <= length_ + kStationTolerance) ||
-        !std::isfinite(offset))
+        !std::isfinite(offset)) {
         return std::nullopt;
+    }
     along = std::clamp(along, 0.0, length_);
     const Piece& piece = pieces_[pieceAt(along)];
     const double on = along - piece.from;
-    if (offset == 0.0)
+    if (offset == 0.0) {
         return pointOn(piece, on);
+    }
     const CurvePoint pose = localPose(piece, on);
     const PlanPoint local{pose.point.x + offset * pose.direction.sine, pose.point.y - offset * pose.direction.cosine};
     return PlanPoint{piece.x + (local.x * piece.cosine - local.y * piece.sine),
@@ -192,8 +206,9 @@ std::optional<PlanPoint> AlignmentGeometry::pointAt(double station, double offse
 
 std::optional<Pose> AlignmentGeometry::poseAt(double station) const {
     const std::optional<PlanPoint> point = pointAt(station);
-    if (!point)
+    if (!point) {
         return std::nullopt;
+    }
     const double along = std::clamp(station - startStation_, 0.0, length_);
     const Piece& piece = pieces_[pieceAt(along)];
     const double turned = localDirection(piece, along - piece.from);
@@ -202,8 +217,9 @@ std::optional<Pose> AlignmentGeometry::poseAt(double station) const {
 
 std::optional<std::size_t> AlignmentGeometry::elementAt(double station) const {
     const double along = station - startStation_;
-    if (pieces_.empty() || !(along >= -kStationTolerance && along <= length_ + kStationTolerance))
+    if (pieces_.empty() || !(along >= -kStationTolerance && along <= length_ + kStationTolerance)) {
         return std::nullopt;
+    }
     return pieces_[pieceAt(std::clamp(along, 0.0, length_))].element;
 }
 

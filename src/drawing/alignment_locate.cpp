@@ -41,8 +41,9 @@ struct AlignmentGeometry::Foot {
 };
 
 void AlignmentGeometry::buildBoxes() {
-    if (pieces_.empty())
+    if (pieces_.empty()) {
         return;
+    }
     std::vector<Box> level;
     level.reserve(pieces_.size());
     for (std::size_t i = 0; i < pieces_.size(); ++i) {
@@ -96,8 +97,9 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
 
     const auto take = [&](double along, const Offset& offset) {
         const double squared = offset.g * offset.g + offset.h * offset.h;
-        if (squared < best.squared)
+        if (squared < best.squared) {
             best = {squared, piece.from + along, offset.h, offset.g};
+        }
     };
 
     if (static_cast<Form>(piece.form) == Form::Series && piece.b == 0.0) {
@@ -123,11 +125,13 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
 
     if (static_cast<Form>(piece.form) == Form::Arc) {
         double angle = std::atan2(std::abs(piece.a) * p.x, 1.0 - piece.a * p.y);
-        if (angle < 0.0)
+        if (angle < 0.0) {
             angle += 2.0 * 3.141592653589793;
+        }
         const double along = angle / std::abs(piece.a);
-        if (along < length)
+        if (along < length) {
             take(along, at(along));
+        }
         take(0.0, at(0.0));
         take(length, at(length));
         return;
@@ -139,16 +143,18 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
         take(high, atHigh);
         double gLow = atLow.g;
         double gHigh = atHigh.g;
-        if (gLow <= 0.0 && gHigh >= 0.0)
+        if (gLow <= 0.0 && gHigh >= 0.0) {
             return; // only a farthest point inside
+        }
         if ((gLow > 0.0) == (gHigh > 0.0)) {
             // Two zeros or none: they enclose the extreme of g, which lies where g' changes its sign.
             const bool rising = gLow > 0.0;
             double from = low;
             double to = high;
             if (rising ? !(atLow.slope() < 0.0 && atHigh.slope() > 0.0)
-                       : !(atLow.slope() > 0.0 && atHigh.slope() < 0.0))
+                       : !(atLow.slope() > 0.0 && atHigh.slope() < 0.0)) {
                 return;
+            }
             bool found = false;
             for (int step = 0; step < kMostSteps && to - from > kOneFoot && !found; ++step) {
                 const double middle = 0.5 * (from + to);
@@ -163,17 +169,19 @@ void AlignmentGeometry::searchPiece(std::size_t index, const PlanPoint& point, F
                     to = middle;
                 }
             }
-            if (!found)
+            if (!found) {
                 return;
+            }
         }
         // g falls from gLow > 0 to gHigh < 0: one zero.
         double along = low + (high - low) * gLow / (gLow - gHigh);
         for (int step = 0; step < kMostSteps; ++step) {
             const Offset there = at(along);
-            if (there.g >= 0.0)
+            if (there.g >= 0.0) {
                 low = along;
-            else
+            } else {
                 high = along;
+            }
             const double slope = there.slope();
             const double next = along - there.g / slope;
             if (!(slope < 0.0 && next >= low && next <= high)) {
@@ -231,13 +239,15 @@ void AlignmentGeometry::searchBoxes(std::size_t level, std::size_t box, const Pl
         order[i] = {squaredTo(child.minX, child.maxX, point.x) + squaredTo(child.minY, child.maxY, point.y), first + i};
     }
     std::sort(order, order + count);
-    for (std::size_t i = 0; i < count && order[i].first <= best.squared; ++i)
+    for (std::size_t i = 0; i < count && order[i].first <= best.squared; ++i) {
         searchBoxes(level - 1, order[i].second, point, best);
+    }
 }
 
 std::optional<StationOffset> AlignmentGeometry::locate(const PlanPoint& point) const {
-    if (pieces_.empty() || !std::isfinite(point.x) || !std::isfinite(point.y))
+    if (pieces_.empty() || !std::isfinite(point.x) || !std::isfinite(point.y)) {
         return std::nullopt;
+    }
     Foot best;
     searchBoxes(boxes_.size() - 1, 0, point, best);
     const double distance = std::sqrt(best.squared);

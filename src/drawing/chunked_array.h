@@ -43,8 +43,9 @@ class ChunkedArray {
 
     // Room for a run, to be filled by the caller; the position of its first value.
     std::uint64_t appendUninitialized(std::size_t count) {
-        if (blocks_.empty() || blocks_.back().capacity - used_ < count)
+        if (blocks_.empty() || blocks_.back().capacity - used_ < count) {
             open(std::max(count, kBlock));
+        }
         const std::uint64_t position = (static_cast<std::uint64_t>(blocks_.size() - 1) << 32) | used_;
         used_ += count;
         return position;
@@ -88,18 +89,21 @@ class ChunkedArray {
     }
     // Puts back what was cut off last.
     void restore(Tail&& tail) {
-        if (!tail.rest.empty())
+        if (!tail.rest.empty()) {
             append(tail.rest);
-        if (!blocks_.empty())
+        }
+        if (!blocks_.empty()) {
             blocks_.back().used = used_;
+        }
         std::move(tail.blocks.begin(), tail.blocks.end(), std::back_inserter(blocks_));
         used_ = tail.used;
     }
 
   private:
     void open(std::size_t capacity) {
-        if (!blocks_.empty())
+        if (!blocks_.empty()) {
             blocks_.back().used = used_;
+        }
         blocks_.push_back({std::make_unique_for_overwrite<T[]>(capacity), capacity, 0});
         used_ = 0;
     }

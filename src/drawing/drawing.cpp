@@ -14,8 +14,9 @@ namespace {
 template <typename Items>
 std::optional<std::size_t> findName(const Items& items, std::string_view name) {
     for (std::size_t i = 0; i < items.size(); ++i) {
-        if (items[i].name == name)
+        if (items[i].name == name) {
             return i;
+        }
     }
     return std::nullopt;
 }
@@ -25,8 +26,9 @@ template <typename Items>
 std::optional<std::size_t> findId(const Items& items, MdDbObjectId id) {
     const auto found = std::lower_bound(items.begin(), items.end(), id,
                                         [](const auto& item, MdDbObjectId key) { return item.id < key; });
-    if (found == items.end() || found->id != id)
+    if (found == items.end() || found->id != id) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(found - items.begin());
 }
 
@@ -48,14 +50,16 @@ void putItems(std::vector<Item>& items, std::vector<Item>&& more) {
 
 double Alignment::length() const {
     double sum = 0.0;
-    for (const Element& element : elements)
+    for (const Element& element : elements) {
         sum += element.length;
+    }
     return sum;
 }
 
 void Extent::add(double x, double y) {
-    if (!std::isfinite(x) || !std::isfinite(y))
+    if (!std::isfinite(x) || !std::isfinite(y)) {
         return;
+    }
     minX = std::min(minX, x);
     minY = std::min(minY, y);
     maxX = std::max(maxX, x);
@@ -77,11 +81,13 @@ Drawing::Drawing() {
 
 std::optional<std::size_t> Drawing::findLayer(std::string_view name) const {
     // Most objects of an import lie on one layer, and it was looked for just now.
-    if (recentLayer_ < layers_.size() && layers_[recentLayer_].name == name)
+    if (recentLayer_ < layers_.size() && layers_[recentLayer_].name == name) {
         return recentLayer_;
+    }
     const std::optional<std::size_t> found = findName(layers_, name);
-    if (found)
+    if (found) {
         recentLayer_ = *found;
+    }
     return found;
 }
 
@@ -105,27 +111,32 @@ std::optional<std::size_t> Drawing::findAlignment(MdDbObjectId id) const {
     const auto found =
         std::lower_bound(alignments_.begin(), alignments_.end(), id,
                          [](const StoredAlignment& item, MdDbObjectId key) { return item.alignment.id < key; });
-    if (found == alignments_.end() || found->alignment.id != id)
+    if (found == alignments_.end() || found->alignment.id != id) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(found - alignments_.begin());
 }
 
 std::optional<std::size_t> Drawing::findEntity(MdDbObjectId id) const {
-    if (entities_ == 0)
+    if (entities_ == 0) {
         return std::nullopt;
+    }
     std::size_t low = 0;
     std::size_t high = entities_ - 1;
-    if (record(high).id == id.asUint64())
+    if (record(high).id == id.asUint64()) {
         return high; // the one made last is asked for most
+    }
     while (low < high) {
         const std::size_t middle = low + (high - low) / 2;
-        if (record(middle).id < id.asUint64())
+        if (record(middle).id < id.asUint64()) {
             low = middle + 1;
-        else
+        } else {
             high = middle;
+        }
     }
-    if (record(low).id != id.asUint64())
+    if (record(low).id != id.asUint64()) {
         return std::nullopt;
+    }
     return low;
 }
 
@@ -160,15 +171,17 @@ bool Drawing::isPoint(std::size_t index) const {
 Extent Drawing::entityExtent(std::size_t index) const {
     const EntityRecord& item = record(index);
     Extent extent;
-    for (const MdGePoint3d& vertex : vertices_.run(item.vertices, item.vertexCount))
+    for (const MdGePoint3d& vertex : vertices_.run(item.vertices, item.vertexCount)) {
         extent.add(vertex.x, vertex.y);
+    }
     return extent;
 }
 
 const AlignmentGeometry& Drawing::geometry(std::size_t index) const {
     const StoredAlignment& stored = alignments_[index];
-    if (!stored.geometry)
+    if (!stored.geometry) {
         stored.geometry = std::make_unique<AlignmentGeometry>(stored.alignment.elements, stored.alignment.startStation);
+    }
     return *stored.geometry;
 }
 
@@ -184,8 +197,9 @@ void Drawing::touchOther(MdDbObjectId id) {
 
 MdDbObjectId Drawing::addLayer(std::string_view name) {
     std::string text = readableText(name);
-    if (const std::optional<std::size_t> found = findLayer(text))
+    if (const std::optional<std::size_t> found = findLayer(text)) {
         return layers_[*found].id;
+    }
     layers_.push_back({nextId(), std::move(text)});
     return layers_.back().id;
 }
@@ -207,8 +221,9 @@ MdDbObjectId Drawing::addSite(std::string_view name) {
 
 MdDbObjectId Drawing::addTable(std::string_view name) {
     std::string text = readableText(name);
-    if (findTable(text))
+    if (findTable(text)) {
         return {};
+    }
     tables_.push_back({nextId(), std::move(text)});
     return tables_.back().id;
 }
@@ -252,17 +267,20 @@ std::int32_t Drawing::addElement(std::size_t alignment, const Element& element) 
 void Drawing::addToExtent(const Element& element) {
     std::vector<PlanPoint> line;
     appendElementLine(element, kLineTolerance, line);
-    for (const PlanPoint& point : line)
+    for (const PlanPoint& point : line) {
         extent_.add(point.x, point.y);
+    }
 }
 
 void Drawing::relayLastElements(std::size_t alignment, std::span<const Element> last) {
-    if (last.empty())
+    if (last.empty()) {
         return;
+    }
     std::vector<Element>& elements = changeAlignment(alignment).alignment.elements;
     std::copy(last.begin(), last.end(), elements.end() - static_cast<std::ptrdiff_t>(last.size()));
-    for (const Element& element : last)
+    for (const Element& element : last) {
         addToExtent(element); // the box keeps room for where they lay before
+    }
 }
 
 void Drawing::removeElement(std::size_t alignment, std::size_t element) {
@@ -272,8 +290,9 @@ void Drawing::removeElement(std::size_t alignment, std::size_t element) {
 
 MdDbObjectId Drawing::addEntity(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind,
                                 bool closed) {
-    if (vertices.size() > UINT32_MAX)
+    if (vertices.size() > UINT32_MAX) {
         throw std::length_error("a polyline of more than 4294967295 vertices");
+    }
     EntityRecord item{};
     item.id = nextId().asUint64();
     item.vertices = vertices_.append(vertices);
@@ -284,8 +303,9 @@ MdDbObjectId Drawing::addEntity(std::span<const MdGePoint3d> vertices, std::size
     item.closed = closed ? 1 : 0;
     records_.append(item);
     ++entities_;
-    for (const MdGePoint3d& vertex : vertices)
+    for (const MdGePoint3d& vertex : vertices) {
         extent_.add(vertex.x, vertex.y);
+    }
     return MdDbObjectId(item.id);
 }
 
@@ -296,8 +316,9 @@ MdDbObjectId Drawing::addPoint(const MdGePoint3d& position, std::size_t layer) {
 MdDbObjectId Drawing::addPolyline(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind,
                                   bool closed) {
     const MdDbObjectId id = addEntity(vertices, layer, kind, closed);
-    if (kind == EntityKind::Polyline)
+    if (kind == EntityKind::Polyline) {
         makeLightweight(entities_ - 1);
+    }
     return id;
 }
 
@@ -316,8 +337,9 @@ void Drawing::setEntityClosed(std::size_t entity, bool closed) {
 void Drawing::makeLightweight(std::size_t entity) {
     EntityRecord& item = record(entity);
     item.kind = static_cast<std::uint32_t>(EntityKind::Polyline) & 0x7FU;
-    for (MdGePoint3d& vertex : vertices_.run(item.vertices, item.vertexCount))
+    for (MdGePoint3d& vertex : vertices_.run(item.vertices, item.vertexCount)) {
         vertex.z = 0.0;
+    }
     touchEntity(item.id);
 }
 
@@ -326,10 +348,11 @@ void Drawing::setRow(std::size_t entity, std::size_t table, std::int32_t no, std
     const RowRecord row{texts_.add(name), texts_.add(type), texts_.add(fileName), no,
                         static_cast<std::uint32_t>(table)};
     EntityRecord& item = record(entity);
-    if (item.row == kNoRow)
+    if (item.row == kNoRow) {
         item.row = rows_.append(row);
-    else
+    } else {
         rows_.run(item.row, 1).front() = row;
+    }
     touchEntity(item.id);
 }
 
@@ -372,10 +395,12 @@ Drawing::Removed Drawing::takeBack(const Mark& mark) {
     removed.rows = rows_.cut(mark.rows);
     removed.texts = texts_.cut(mark.texts);
     extent_ = mark.extent;
-    if (currentLayer_ != mark.currentLayer)
+    if (currentLayer_ != mark.currentLayer) {
         setCurrentLayer(mark.currentLayer);
-    if (zone_ != mark.zone)
+    }
+    if (zone_ != mark.zone) {
         setZone(mark.zone);
+    }
     unsaved_.entities = std::min(unsaved_.entities, mark.lastId);
     unsaved_.others = std::min(unsaved_.others, mark.lastId);
     removed.left = this->mark();
@@ -384,8 +409,9 @@ Drawing::Removed Drawing::takeBack(const Mark& mark) {
 }
 
 bool Drawing::putBack(Removed&& removed) {
-    if (mark() != removed.left)
+    if (mark() != removed.left) {
         return false;
+    }
     // If the drawing was saved meanwhile, all that comes back differs from the store.
     if (unsaved_ == removed.unsavedLeft) {
         unsaved_ = removed.unsavedFull;

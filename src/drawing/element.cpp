@@ -25,8 +25,9 @@ PlanPoint Element::centre() const {
 
 std::optional<PlanPoint> Element::pi() const {
     const double sine = std::sin(turn());
-    if (!(std::abs(sine) > kParallelTurn))
+    if (!(std::abs(sine) > kParallelTurn)) {
         return std::nullopt;
+    }
     const double last = endDirection();
     const double dx = end.x - start.x;
     const double dy = end.y - start.y;
@@ -65,8 +66,9 @@ double chordLength(double curvature, double growth, double along, double toleran
     const double here = std::abs(curvature + growth * along);
     const double drop = 8.0 * tolerance;
     double step = here > 0.0 ? std::sqrt(drop / here) : kInfiniteRadius;
-    if (growth != 0.0)
+    if (growth != 0.0) {
         step = std::min(step, std::cbrt(drop / std::abs(growth)) * 2.0);
+    }
     const double sharpest = std::max(here, std::abs(curvature + growth * (along + step)));
     return sharpest > 0.0 ? std::sqrt(drop / sharpest) : step;
 }
@@ -86,8 +88,9 @@ void appendElementLine(const Element& element, double tolerance, std::vector<Pla
         double along = 0.0;
         for (std::size_t count = 0; count < kMostLinePoints; ++count) {
             const double step = chordLength(curvature, growth, along, tolerance);
-            if (!(along + step < element.length))
+            if (!(along + step < element.length)) {
                 break;
+            }
             pose = advance(pose, curvature + growth * along, growth, step);
             along += step;
             line.push_back(pose.point);

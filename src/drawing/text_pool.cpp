@@ -18,10 +18,12 @@ std::size_t sequenceLength(std::string_view text) {
         return i < text.size() && at(i) >= low && at(i) <= high;
     };
     const unsigned lead = at(0);
-    if (lead < 0x80)
+    if (lead < 0x80) {
         return 1;
-    if (lead >= 0xC2 && lead <= 0xDF)
+    }
+    if (lead >= 0xC2 && lead <= 0xDF) {
         return follows(1) ? 2 : 0;
+    }
     if (lead >= 0xE0 && lead <= 0xEF) {
         const unsigned low = lead == 0xE0 ? 0xA0 : 0x80;
         const unsigned high = lead == 0xED ? 0x9F : 0xBF; // no surrogates
@@ -40,8 +42,9 @@ std::size_t readablePart(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size()) {
         const std::size_t length = text[i] == '\0' ? 0 : sequenceLength(text.substr(i));
-        if (length == 0)
+        if (length == 0) {
             break;
+        }
         i += length;
     }
     return i;
@@ -56,8 +59,9 @@ std::string readableText(std::string_view text) {
         const std::size_t good = readablePart(text);
         out.append(text.substr(0, good));
         text.remove_prefix(good);
-        if (text.empty())
+        if (text.empty()) {
             return out;
+        }
         out.append(text.front() == '\0' ? kNulSymbol : kReplacement);
         text.remove_prefix(1);
     }
@@ -65,10 +69,12 @@ std::string readableText(std::string_view text) {
 
 TextPool::Handle TextPool::add(std::string_view text) {
     const std::size_t slot = std::hash<std::string_view>{}(text) % kRecent;
-    if (remembered_[slot] && view(recent_[slot]) == text)
+    if (remembered_[slot] && view(recent_[slot]) == text) {
         return recent_[slot];
-    if (readablePart(text) != text.size())
+    }
+    if (readablePart(text) != text.size()) {
         return add(readableText(text));
+    }
 
     std::array<char, kLongestLength> length{};
     std::size_t bytes = 0;
@@ -94,8 +100,9 @@ std::string_view TextPool::view(Handle handle) const {
     for (;;) {
         const auto byte = static_cast<unsigned char>(*at++);
         length |= static_cast<std::size_t>(byte & 0x7FU) << shift;
-        if ((byte & 0x80U) == 0)
+        if ((byte & 0x80U) == 0) {
             return {at, length};
+        }
         shift += 7;
     }
 }

@@ -42,9 +42,10 @@ struct Names : ::testing::Test {
     std::vector<int> found(const char* text, std::size_t most = kMany) {
         std::vector<int> indexes;
         const NameSearch::Result result = NameSearch(drawing).find(QString::fromUtf8(text), most);
-        for (const PlanObject& object : result.objects)
+        for (const PlanObject& object : result.objects) {
             indexes.push_back(object.kind == PlanObject::Kind::Entity ? static_cast<int>(object.index)
                                                                       : -1 - static_cast<int>(object.index));
+        }
         EXPECT_GE(result.total, indexes.size());
         return indexes;
     }
@@ -56,8 +57,9 @@ TEST_F(Names, EqualOnesComeFirstThenNumbersThenBeginningsThenTheRest) {
 }
 
 TEST_F(Names, AreTheSameInSmallAndLargeHalfAndFullWidth) {
-    for (const char* text : {"ip.1", "IP.1", "ＩＰ．１", " ip.1 "})
+    for (const char* text : {"ip.1", "IP.1", "ＩＰ．１", " ip.1 "}) {
         EXPECT_EQ(found(text), std::vector<int>{1}) << text;
+    }
     EXPECT_EQ(found("コン杭"), std::vector<int>{3});
     EXPECT_EQ(found("TP"), std::vector<int>{4});
 }
@@ -75,8 +77,9 @@ TEST_F(Names, NothingIsFoundForNothing) {
 }
 
 TEST_F(Names, ManyAreCountedAndTheBestOnesKept) {
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         point(0, 1000 + i, i == 999 ? "杭" : "杭あと", "座標");
+    }
     const NameSearch::Result result = NameSearch(drawing).find(QStringLiteral("杭"), 10);
     EXPECT_EQ(result.total, 1001U);
     ASSERT_EQ(result.objects.size(), 10U);

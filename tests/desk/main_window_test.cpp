@@ -59,8 +59,9 @@ TEST_F(DeskWindow, UntickedKindsAreNotImported) {
         })
         .accept();
     EXPECT_TRUE(window->openFile(file));
-    for (std::size_t i = 0; i < drawing().entityCount(); ++i)
+    for (std::size_t i = 0; i < drawing().entityCount(); ++i) {
         EXPECT_FALSE(drawing().entity(i).isPoint());
+    }
     EXPECT_GT(drawing().entityCount(), 0U);
 }
 
@@ -213,8 +214,9 @@ TEST_F(DeskWindow, ALayerThatTheUserAddsCanBeChosenInTheImport) {
             QTimer::singleShot(0, dialog.findChild<QPushButton*>(QStringLiteral("id209")), &QPushButton::click);
         })
         .then([](QWidget& dialog) {
-            for (QComboBox* list : dialog.findChildren<QComboBox*>())
+            for (QComboBox* list : dialog.findChildren<QComboBox*>()) {
                 list->setCurrentText(QStringLiteral("杭"));
+            }
             dialog.findChild<QPushButton*>(QStringLiteral("id1"))->click();
         })
         .accept()

@@ -119,8 +119,9 @@ TEST(PlanIndex, OfAnEmptyDrawingAnswersNothing) {
 
 TEST(PlanIndex, AThousandPointsAtOnePlaceAreAllThere) {
     Drawing drawing;
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         drawing.addPoint({5.0, 5.0, 0.0}, 0);
+    }
     const PlanIndex index(drawing);
     Extent box;
     box.add(5.0, 5.0);
@@ -138,8 +139,9 @@ TEST(PlanIndex, LeavesOutWhatHasNoPlace) {
 
 TEST(PlanIndex, AVisitorThatHasEnoughIsAskedNoMore) {
     Drawing drawing;
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         drawing.addPoint({i * 1.0, 0.0, 0.0}, 0);
+    }
     const PlanIndex index(drawing);
     int visits = 0;
     index.query(index.extent(), [&](const PlanFigure&) { return ++visits < 7; });

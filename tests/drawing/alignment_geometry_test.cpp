@@ -171,8 +171,9 @@ TEST(Element, ThePiLiesOnBothTangents) {
     for (const Element& element : randomChain(random, 300)) {
         const std::optional<PlanPoint> pi = element.pi();
         EXPECT_EQ(pi.has_value(), element.type != ElementType::Straight);
-        if (!pi || std::abs(std::sin(element.turn())) < 1e-3)
+        if (!pi || std::abs(std::sin(element.turn())) < 1e-3) {
             continue;
+        }
         constexpr double kOnTangent = 1e-6; // metres; a flat curve has its PI where two lines meet at a small angle
         const auto beside = [](PlanPoint from, double direction, PlanPoint to) {
             return (to.y - from.y) * std::cos(direction) - (to.x - from.x) * std::sin(direction);
@@ -341,17 +342,19 @@ double bruteDistance(const Element& element, const PlanPoint& point) {
     constexpr int kPlaces = 400;
     double best = 0.0;
     for (int i = 1; i <= kPlaces; ++i) {
-        if (distance(element.length * i / kPlaces) < distance(best))
+        if (distance(element.length * i / kPlaces) < distance(best)) {
             best = element.length * i / kPlaces;
+        }
     }
     double low = std::max(best - element.length / kPlaces, 0.0);
     double high = std::min(best + element.length / kPlaces, element.length);
     for (int i = 0; i < 100; ++i) {
         const double third = (high - low) / 3;
-        if (distance(low + third) < distance(high - third))
+        if (distance(low + third) < distance(high - third)) {
             high -= third;
-        else
+        } else {
             low += third;
+        }
     }
     return std::min({distance(0.5 * (low + high)), distance(0.0), distance(element.length)});
 }

@@ -44,8 +44,9 @@ int asOrdinaryUser(const std::function<bool()>& holds) {
     const pid_t child = fork();
     if (child == 0) {
         constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
+        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) {
             _exit(2);
+        }
         _exit(holds() ? 0 : 1);
     }
     int status = 0;
@@ -111,8 +112,9 @@ TEST_F(DrawingStoreTest, AnImportIsAppendedToADrawingWhosePointsWereNotRead) {
 }
 
 TEST_F(DrawingStoreTest, AppendingDoesNotTouchWhatIsThere) {
-    for (int i = 0; i < 2000; ++i)
+    for (int i = 0; i < 2000; ++i) {
         addSmallImport(drawing_, i);
+    }
     ASSERT_TRUE(store_.save(path_, drawing_));
     const std::string before = contents(path_);
     addSmallImport(drawing_, 9);
@@ -121,8 +123,9 @@ TEST_F(DrawingStoreTest, AppendingDoesNotTouchWhatIsThere) {
     constexpr std::size_t kPage = 8192;
     std::size_t changed = 0;
     for (std::size_t page = 0; page * kPage < before.size(); ++page) {
-        if (before.compare(page * kPage, kPage, after, page * kPage, kPage) != 0)
+        if (before.compare(page * kPage, kPage, after, page * kPage, kPage) != 0) {
             ++changed;
+        }
     }
     EXPECT_LT(changed, before.size() / kPage / 10); // the last page of each table and the ways to it
 }
@@ -320,8 +323,9 @@ TEST_F(DrawingStoreTest, ALaterFormatIsTold) {
 }
 
 TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         addSmallImport(drawing_, i);
+    }
     ASSERT_TRUE(store_.save(path_, drawing_));
     const std::string good = contents(path_);
     constexpr unsigned kSeed = 20240411;
@@ -329,10 +333,12 @@ TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
     int told = 0;
     for (int round = 0; round < 200; ++round) {
         std::string bad = good;
-        for (int i = 0; i < 40; ++i)
+        for (int i = 0; i < 40; ++i) {
             bad[100 + random() % (bad.size() - 100)] = static_cast<char>(random());
-        if (round % 4 == 0)
+        }
+        if (round % 4 == 0) {
             bad.resize(random() % bad.size());
+        }
         write(path_, bad);
         Drawing drawing;
         const StoreResult result = DrawingStore().open(path_, drawing);
@@ -410,8 +416,9 @@ TEST_F(DrawingStoreTest, AFolderOrFileThatCannotBeWrittenIsTold) {
 TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
     saveSmall();
     const std::string before = describe(drawing_);
-    for (int i = 1; i < 3000; ++i)
+    for (int i = 1; i < 3000; ++i) {
         addSmallImport(drawing_, i);
+    }
     // A limit on the size of files stands for the disk.
     const pid_t child = fork();
     if (child == 0) {
@@ -433,8 +440,9 @@ TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
 // --- how far it has come ---
 
 TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
-    for (int i = 0; i < 3000; ++i)
+    for (int i = 0; i < 3000; ++i) {
         addSmallImport(drawing_, i);
+    }
     std::vector<std::uint64_t> parts;
     std::uint64_t whole = 0;
     const auto save = [&](const std::string& path) {
@@ -450,8 +458,9 @@ TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
     EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
     ASSERT_FALSE(parts.empty());
     EXPECT_GT(parts.back() * 10, whole * 8) << "the rest is told by the end";
-    for (int i = 0; i < 3000; ++i)
+    for (int i = 0; i < 3000; ++i) {
         addSmallImport(drawing_, i);
+    }
     ASSERT_TRUE(save(path_));
     EXPECT_FALSE(parts.empty()) << "also where it is appended";
     addSmallImport(drawing_);
@@ -480,8 +489,9 @@ void killWhileSaving(const std::string& path, const std::string& before, const s
     }
     const std::string found = describe(opened(path));
     ASSERT_TRUE(found == before || found == after);
-    for (const char* layer : kIndexedLayers)
+    for (const char* layer : kIndexedLayers) {
         ASSERT_EQ(indexFault(path, layer), "") << layer;
+    }
     ++(found == before ? unfinished : finished);
 }
 
@@ -495,13 +505,15 @@ std::chrono::microseconds latestKill(std::chrono::microseconds whole, int round)
 }
 
 TEST_F(DrawingStoreTest, AKillWhileAnImportIsAppendedLeavesTheDrawingBeforeOrAfter) {
-    for (int i = 0; i < 50; ++i)
+    for (int i = 0; i < 50; ++i) {
         addSmallImport(drawing_, i);
+    }
     ASSERT_TRUE(store_.save(path_, drawing_));
     const std::string before = describe(drawing_);
     const std::string bytes = contents(path_);
-    for (int i = 0; i < 500; ++i)
+    for (int i = 0; i < 500; ++i) {
         addSmallImport(drawing_, i);
+    }
     const std::string after = describe(drawing_);
     std::mt19937 random(kKillSeed);
     int unfinished = 0;
@@ -528,8 +540,9 @@ TEST_F(DrawingStoreTest, AKillWhileAnImportIsAppendedLeavesTheDrawingBeforeOrAft
 }
 
 TEST_F(DrawingStoreTest, AKillWhileADrawingIsMadeLeavesNoneOrAllOfIt) {
-    for (int i = 0; i < 500; ++i)
+    for (int i = 0; i < 500; ++i) {
         addSmallImport(drawing_, i);
+    }
     const std::string after = describe(drawing_);
     std::mt19937 random(kKillSeed);
     int unfinished = 0;

@@ -18,8 +18,9 @@ TEST(Drawing, ANewDrawingHasOneLayerWhichIsCurrentAndNoSite) {
 
 TEST(Drawing, EveryObjectHasAnIdentifierOfItsOwn) {
     Drawing drawing;
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 20; ++i) {
         addSmallImport(drawing, i);
+    }
     std::vector<MdDbObjectId> ids;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         ids.push_back(drawing.entity(i).id);
@@ -71,8 +72,9 @@ TEST(Drawing, TakesBackWhatARollbackRemoved) {
         addSmallImport(drawing, 1);
         const std::string before = describe(drawing);
         const Drawing::Mark mark = drawing.mark();
-        for (int i = 0; i < more; ++i)
+        for (int i = 0; i < more; ++i) {
             addSmallImport(drawing, i);
+        }
         drawing.setCurrentLayer(*drawing.findLayer(drawing.addLayer("新")));
         drawing.setZone(7);
         const std::string after = describe(drawing);
@@ -137,8 +139,9 @@ TEST(Drawing, LongPolylinesAndLongNamesAreKept) {
     Drawing drawing;
     drawing.addTable("T");
     std::vector<MdGePoint3d> vertices;
-    for (int i = 0; i < 100000; ++i)
+    for (int i = 0; i < 100000; ++i) {
         vertices.push_back({1.0 * i, 2.0 * i, 0});
+    }
     const std::string name(1 << 20, 'n');
     for (int i = 0; i < 3; ++i) {
         drawing.addPolyline(vertices, 0, EntityKind::Polyline, i == 1);
@@ -167,8 +170,9 @@ TEST(Drawing, APointWithItsRowTakesLessThan120Bytes) {
         drawing.setRow(i, 0, static_cast<std::int32_t>(i), "K" + std::to_string(1000000 + i), "座標", "測量.sim");
     }
     const std::size_t after = used();
-    if (after == before)
+    if (after == before) {
         GTEST_SKIP() << "this allocator does not tell what is in use";
+    }
     EXPECT_LT((after - before) / kPoints, kMostBytes);
 }
 

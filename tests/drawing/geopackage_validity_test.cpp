@@ -18,12 +18,14 @@ struct Ran {
 Ran run(const std::string& command) {
     Ran ran;
     FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
+    if (pipe == nullptr) {
         return ran;
+    }
     std::array<char, 4096> text{};
     std::size_t count = 0;
-    while ((count = fread(text.data(), 1, text.size(), pipe)) > 0)
+    while ((count = fread(text.data(), 1, text.size(), pipe)) > 0) {
         ran.output.append(text.data(), count);
+    }
     ran.code = pclose(pipe);
     return ran;
 }
@@ -52,28 +54,35 @@ TEST_P(GeoPackageValidity, TheValidatorFindsNothing) {
     // Distributions install the validator for the system's own interpreter, which need not be the first on the path.
     std::string python;
     for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-        if (python.empty() && run(std::string(candidate) + " -c 'import osgeo_utils.samples.validate_gpkg'").code == 0)
+        if (python.empty() &&
+            run(std::string(candidate) + " -c 'import osgeo_utils.samples.validate_gpkg'").code == 0) {
             python = candidate;
+        }
     }
-    if (python.empty())
+    if (python.empty()) {
         GTEST_SKIP() << "the validator is not installed";
+    }
     const Ran ran = run(python + " -m osgeo_utils.samples.validate_gpkg --extra '" + path_ + "'");
     EXPECT_EQ(ran.code, 0) << ran.output;
 }
 
 TEST_P(GeoPackageValidity, AGisSeesPointsPolylinesLotsAndAlignments) {
-    if (run("ogrinfo --version").code != 0)
+    if (run("ogrinfo --version").code != 0) {
         GTEST_SKIP() << "ogrinfo is not installed";
+    }
     const Ran layers = run("ogrinfo -ro '" + path_ + "'");
     EXPECT_EQ(layers.code, 0);
-    for (const char* layer : {"points (3D Point)", "polylines (Line String)", "lots (Polygon)",
-                              "alignments (Line String)", "alignment_elements (None)", "layers (None)", "sites (None)"})
+    for (const char* layer :
+         {"points (3D Point)", "polylines (Line String)", "lots (Polygon)", "alignments (Line String)",
+          "alignment_elements (None)", "layers (None)", "sites (None)"}) {
         EXPECT_TRUE(contains(layers.output, layer)) << layer << " in " << layers.output;
+    }
     EXPECT_FALSE(contains(layers.output, "Warning")) << layers.output;
 
     const Ran points = run("ogrinfo -ro -al -fid 4 '" + path_ + "' points");
-    for (const char* part : {"Feature Count: 10", "Name (String)", "No (Integer", "座標", "測量0.sim"})
+    for (const char* part : {"Feature Count: 10", "Name (String)", "No (Integer", "座標", "測量0.sim"}) {
         EXPECT_TRUE(contains(points.output, part)) << part << " in " << points.output;
+    }
     EXPECT_FALSE(contains(points.output, "ERROR")) << points.output;
     const Ran lots = run("ogrinfo -ro -al '" + path_ + "' lots");
     EXPECT_TRUE(contains(lots.output, "POLYGON ((0 0,10.1 0.0,10.0 10.3,0 10,0 0))")) << lots.output;
@@ -93,8 +102,9 @@ class GisAndIndex : public ::testing::Test {
     DrawingStore store_;
 
     void SetUp() override {
-        if (run("ogr2ogr --version").code != 0)
+        if (run("ogr2ogr --version").code != 0) {
             GTEST_SKIP() << "ogr2ogr is not installed";
+        }
         std::mt19937 random(kSeed);
         std::uniform_real_distribution<double> place(-kSize, kSize);
         for (int i = 0; i < 2000; ++i) {
@@ -112,8 +122,9 @@ class GisAndIndex : public ::testing::Test {
         EXPECT_FALSE(contains(ran.output, "ERROR")) << command << ran.output;
     }
     void expectTrue() const {
-        for (const char* layer : kIndexedLayers)
+        for (const char* layer : kIndexedLayers) {
             EXPECT_EQ(indexFault(path_, layer), "") << layer;
+        }
     }
 };
 
@@ -129,12 +140,14 @@ TEST_F(GisAndIndex, AWindowShowsWhatLiesInIt) {
                             : 0;
         }
         std::string spat;
-        for (const double bound : window)
+        for (const double bound : window) {
             spat += " " + std::to_string(bound);
+        }
         const Ran ran = run("ogrinfo -ro -al -q -spat" + spat + " '" + path_ + "' points");
         std::size_t shown = 0;
-        for (std::size_t at = 0; (at = ran.output.find("OGRFeature(points)", at)) != std::string::npos; ++at)
+        for (std::size_t at = 0; (at = ran.output.find("OGRFeature(points)", at)) != std::string::npos; ++at) {
             ++shown;
+        }
         EXPECT_EQ(shown, expected) << spat;
     }
 }

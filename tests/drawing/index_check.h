@@ -28,8 +28,9 @@ class OtherProgram {
         char* error = nullptr;
         const auto take = [](void* all, int count, char** values, char**) {
             std::string row;
-            for (int i = 0; i < count; ++i)
+            for (int i = 0; i < count; ++i) {
                 row += (i > 0 ? "|" : "") + std::string(values[i] == nullptr ? "NULL" : values[i]);
+            }
             static_cast<std::vector<std::string>*>(all)->push_back(row);
             return 0;
         };
@@ -60,8 +61,9 @@ inline Extent extentOfBlob(const unsigned char* blob) {
         extent = {value[0], value[2], value[1], value[3]};
     } else if (const int type = blob[kHead + 1] + 256 * blob[kHead + 2]; type % 1000 == 1) {
         std::memcpy(value, blob + kHead + kPointBefore, 16);
-        if (!std::isnan(value[0]))
+        if (!std::isnan(value[0])) {
             extent.add(value[0], value[1]);
+        }
     }
     return extent;
 }
@@ -70,18 +72,21 @@ inline Extent extentOfBlob(const unsigned char* blob) {
 inline std::string indexFault(const std::string& path, const std::string& layer) {
     const OtherProgram other(path);
     const std::string name = "rtree_" + layer + "_geom";
-    if (const std::string check = other.one("SELECT rtreecheck('" + name + "')"); check != "ok")
+    if (const std::string check = other.one("SELECT rtreecheck('" + name + "')"); check != "ok") {
         return check;
+    }
     std::map<std::int64_t, Extent> features;
     sqlite3_stmt* rows = nullptr;
     sqlite3_prepare_v2(other.get(), ("SELECT fid, geom FROM " + layer).c_str(), -1, &rows, nullptr);
     while (sqlite3_step(rows) == SQLITE_ROW) {
         const auto* blob = static_cast<const unsigned char*>(sqlite3_column_blob(rows, 1));
-        if (blob == nullptr)
+        if (blob == nullptr) {
             continue;
+        }
         const Extent extent = extentOfBlob(blob);
-        if (!extent.empty())
+        if (!extent.empty()) {
             features[sqlite3_column_int64(rows, 0)] = extent;
+        }
     }
     sqlite3_finalize(rows);
 
@@ -102,13 +107,15 @@ inline std::string indexFault(const std::string& path, const std::string& layer)
             const double bound = sqlite3_column_double(rows, i + 1);
             const double outwards = i % 2 == 0 ? bounds[i] - bound : bound - bounds[i];
             constexpr double kSinglePrecision = 1.2e-7 * 2.0;
-            if (!(outwards >= 0.0) || outwards > kSinglePrecision * std::fabs(bounds[i]))
+            if (!(outwards >= 0.0) || outwards > kSinglePrecision * std::fabs(bounds[i])) {
                 fault = "the box of " + std::to_string(id) + " is off by " + std::to_string(outwards);
+            }
         }
     }
     sqlite3_finalize(rows);
-    if (boxes != features.size())
+    if (boxes != features.size()) {
         fault = std::to_string(boxes) + " boxes of " + std::to_string(features.size()) + " features";
+    }
     return fault;
 }
 

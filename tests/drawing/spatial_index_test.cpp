@@ -41,8 +41,9 @@ class SpatialIndexTest : public ::testing::Test {
         expectTrue();
     }
     void expectTrue() const {
-        for (const char* layer : kIndexedLayers)
+        for (const char* layer : kIndexedLayers) {
             EXPECT_EQ(indexFault(path_, layer), "") << layer;
+        }
         EXPECT_EQ(OtherProgram(path_).one("PRAGMA integrity_check"), "ok");
     }
     // Leaves and what stands above them, for a layer.
@@ -82,8 +83,9 @@ TEST_F(SpatialIndexTest, AWindowFindsWhatAWalkThroughAllFinds) {
         for (std::size_t i = 0; i < drawing_.entityCount(); ++i) {
             const Extent extent = drawing_.entityExtent(i);
             if (drawing_.isPoint(i) && extent.minX >= x && extent.minX <= x + size && extent.minY >= y &&
-                extent.minY <= y + size)
+                extent.minY <= y + size) {
                 expected.insert(drawing_.entity(i).id.asUint64());
+            }
         }
         // A tree of single precision may find a neighbour too, and never loses one.
         char sql[256];
@@ -92,8 +94,9 @@ TEST_F(SpatialIndexTest, AWindowFindsWhatAWalkThroughAllFinds) {
                       " miny <= %.17g",
                       x, x + size, y, y + size);
         std::set<std::uint64_t> found;
-        for (const std::string& row : other.ask(sql))
+        for (const std::string& row : other.ask(sql)) {
             found.insert(std::stoull(row));
+        }
         EXPECT_TRUE(std::includes(found.begin(), found.end(), expected.begin(), expected.end())) << "seed " << kSeed;
         EXPECT_LE(found.size(), expected.size() + 2);
     }
@@ -200,8 +203,9 @@ TEST_F(SpatialIndexTest, ALayerWithoutOneStaysWithout) {
     {
         // As a GIS drops it. A drawing of an earlier version has no table of extensions either.
         const OtherProgram gis(path_);
-        for (const char* name : {"insert", "update1", "update2", "update3", "update4", "delete"})
+        for (const char* name : {"insert", "update1", "update2", "update3", "update4", "delete"}) {
             gis.ask(std::string("DROP TRIGGER rtree_points_geom_") + name);
+        }
         gis.ask("DROP TABLE rtree_points_geom");
         gis.ask("DROP TABLE gpkg_extensions");
     }
@@ -209,8 +213,9 @@ TEST_F(SpatialIndexTest, ALayerWithoutOneStaysWithout) {
     ASSERT_TRUE(store_.save(path_, drawing_));
     EXPECT_EQ(OtherProgram(path_).one("SELECT count(*) FROM sqlite_master WHERE name LIKE 'rtree_points%'"), "0");
     EXPECT_EQ(OtherProgram(path_).one("SELECT count(*) FROM points"), "10");
-    for (const char* layer : {"polylines", "lots", "alignments"})
+    for (const char* layer : {"polylines", "lots", "alignments"}) {
         EXPECT_EQ(indexFault(path_, layer), "") << layer;
+    }
 }
 
 TEST_F(SpatialIndexTest, AnotherProgramChangesAPackedTree) {

@@ -47,14 +47,16 @@ inline std::size_t addRoad(Drawing& drawing, const PlanPoint& origin, bool clock
     const Element arc = following(in, ElementType::Arc, 40.0, 100.0, 100.0, clockwise);
     const Element out = following(arc, ElementType::Clothoid, 36.0, 100.0, kInfinite, clockwise);
     const Element last = following(out, ElementType::Straight, 30.0, kInfinite, kInfinite, false);
-    for (const Element& element : {straight, in, arc, out, last})
+    for (const Element& element : {straight, in, arc, out, last}) {
         drawing.addElement(road, element);
+    }
     return road;
 }
 
 inline std::size_t tableNamed(Drawing& drawing, const char* name) {
-    if (!drawing.findTable(name))
+    if (!drawing.findTable(name)) {
         drawing.addTable(name);
+    }
     return *drawing.findTable(name);
 }
 

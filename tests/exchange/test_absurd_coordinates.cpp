@@ -41,10 +41,11 @@ class AbsurdCoordinates : public ::testing::Test {
     template <typename Write>
     std::string written(Write write) {
         std::ostringstream out;
-        if constexpr (std::is_void_v<decltype(write(drawing_, out))>)
+        if constexpr (std::is_void_v<decltype(write(drawing_, out))>) {
             write(drawing_, out);
-        else
+        } else {
             notes_ = write(drawing_, out);
+        }
         const std::string text = out.str();
         // "INF" is how LandXML calls the radius of a straight.
         const std::regex noNumber("(^|[^A-Za-z])(-?inf|-?nan)([^A-Za-z]|$)", std::regex::ECMAScript);
@@ -69,10 +70,11 @@ TEST_F(AbsurdCoordinates, GiveGeoJsonFeaturesWithoutGeometry) {
     std::vector<std::string> without;
     for (const auto& feature : json["features"]) {
         const std::string name = feature["properties"].value("Name", "");
-        if (feature["geometry"].is_null())
+        if (feature["geometry"].is_null()) {
             without.push_back(name);
-        else
+        } else {
             EXPECT_EQ(feature["geometry"]["coordinates"].dump().find("null"), std::string::npos) << name;
+        }
         if (name == "HIGH") {
             EXPECT_EQ(feature["geometry"]["coordinates"].dump(), "[12020.0,-36020.0,0.0]");
         }

@@ -18,8 +18,9 @@ class TemporaryFolder {
   public:
     TemporaryFolder() {
         std::string pattern = (std::filesystem::temp_directory_path() / "fenmark-test-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr)
+        if (mkdtemp(pattern.data()) == nullptr) {
             throw std::runtime_error("no temporary folder");
+        }
         path_ = pattern;
     }
     ~TemporaryFolder() {
@@ -34,8 +35,9 @@ class TemporaryFolder {
     std::string file(const std::string& name) const { return (path_ / name).string(); }
     std::vector<std::string> names() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_))
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
             names.push_back(entry.path().filename().string());
+        }
         std::sort(names.begin(), names.end());
         return names;
     }
@@ -77,8 +79,9 @@ inline std::string describe(const Drawing& drawing) {
             out += "\n  " + std::to_string(element.id) + static_cast<char>(element.type) +
                    (element.clockwise ? " cw " : " ccw ");
             for (const double value : {element.start.x, element.start.y, element.end.x, element.end.y,
-                                       element.direction, element.length, element.startRadius, element.endRadius})
+                                       element.direction, element.length, element.startRadius, element.endRadius}) {
                 real(value);
+            }
         }
         out += "\n";
     }
@@ -92,10 +95,11 @@ inline std::string describe(const Drawing& drawing) {
             real(vertex.y);
             real(vertex.z);
         }
-        if (entity.row)
+        if (entity.row) {
             out += std::string(entity.row->table) + "|" + std::to_string(entity.row->no) + "|" +
                    std::string(entity.row->name) + "|" + std::string(entity.row->type) + "|" +
                    std::string(entity.row->fileName);
+        }
         out += "\n";
     }
     return out;
@@ -119,8 +123,9 @@ inline void addSmallImport(Drawing& drawing, int seed = 0) {
     drawing.addPolyline(std::span(lot).first(1), layer, EntityKind::Polyline, false);
     drawing.addPolyline(std::span(lot).first(2), layer, EntityKind::Polyline, true);
     drawing.addPolyline({}, layer, EntityKind::Polyline, false);
-    if (!drawing.findSite("サイト"))
+    if (!drawing.findSite("サイト")) {
         drawing.addSite("サイト");
+    }
     const std::size_t alignment = drawing.addAlignment(drawing.sites().front().id, "路線" + std::to_string(seed), "0",
                                                        kStandardStyle, kStandardStyle);
     drawing.setDescription(alignment, "測量-路線");

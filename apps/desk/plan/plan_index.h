@@ -52,8 +52,9 @@ class PlanIndex {
     // visitor answers whether to go on.
     template <typename Visit>
     void query(const drawing::Extent& box, Visit&& visit) const {
-        if (!levels_.empty() && !box.empty())
+        if (!levels_.empty() && !box.empty()) {
             queryNode(levels_.size() - 1, 0, boxFrom(box), visit);
+        }
     }
     // Number of entities whose boxes meet the given one, counted to the limit at most.
     std::size_t count(const drawing::Extent& box, std::size_t limit) const;
@@ -94,21 +95,26 @@ class PlanIndex {
 
     template <typename Visit>
     bool queryNode(std::size_t level, std::size_t node, const PlanBox& box, Visit&& visit) const {
-        if (!levels_[level][node].meets(box))
+        if (!levels_[level][node].meets(box)) {
             return true;
+        }
         const std::size_t first = node * kFanOut;
         if (level == 0) {
             const std::size_t last = first + kFanOut < figures_.size() ? first + kFanOut : figures_.size();
-            for (std::size_t i = first; i < last; ++i)
-                if (figures_[i].box.meets(box) && !visit(figures_[i]))
+            for (std::size_t i = first; i < last; ++i) {
+                if (figures_[i].box.meets(box) && !visit(figures_[i])) {
                     return false;
+                }
+            }
             return true;
         }
         const std::size_t below = levels_[level - 1].size();
         const std::size_t last = first + kFanOut < below ? first + kFanOut : below;
-        for (std::size_t i = first; i < last; ++i)
-            if (!queryNode(level - 1, i, box, visit))
+        for (std::size_t i = first; i < last; ++i) {
+            if (!queryNode(level - 1, i, box, visit)) {
                 return false;
+            }
+        }
         return true;
     }
 

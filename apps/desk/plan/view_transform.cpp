@@ -32,8 +32,9 @@ void ViewTransform::fit(const drawing::Extent& extent) {
     centreY_ = 0.5 * (extent.minY + extent.maxY);
     double width = extent.maxX - extent.minX;
     double height = extent.maxY - extent.minY;
-    if (width < kMinimumSize && height < kMinimumSize)
+    if (width < kMinimumSize && height < kMinimumSize) {
         width = height = kEmptyWidth;
+    }
     scale_ = kFitShare *
              std::min(size_.width() / std::max(width, kMinimumSize), size_.height() / std::max(height, kMinimumSize));
     scale_ = std::clamp(scale_, kSmallestScale, kLargestScale);

@@ -30,8 +30,9 @@ template <typename Item>
 std::vector<Item> readNames(Connection& connection, const char* text) {
     std::vector<Item> items;
     Statement rows(connection, text);
-    while (rows.step())
+    while (rows.step()) {
         items.push_back({MdDbObjectId(static_cast<std::uint64_t>(rows.integer(0))), std::string(rows.text(1))});
+    }
     return items;
 }
 
@@ -39,8 +40,9 @@ Element readElement(const Statement& row, std::int64_t alignment) {
     Element element;
     element.id = static_cast<std::int32_t>(row.integer(0));
     const std::string_view type = row.text(1);
-    if (type != "S" && type != "R" && type != "A")
+    if (type != "S" && type != "R" && type != "A") {
         damaged("an element of alignment", alignment);
+    }
     element.type = static_cast<ElementType>(type.front());
     element.start = {row.real(2), row.real(3)};
     element.end = {row.real(4), row.real(5)};
@@ -49,8 +51,9 @@ Element readElement(const Statement& row, std::int64_t alignment) {
     element.startRadius = radius(row, 8);
     element.endRadius = radius(row, 9);
     element.clockwise = row.integer(10) != 0;
-    if (!(element.length >= 0.0) || !(element.startRadius > 0.0) || !(element.endRadius > 0.0))
+    if (!(element.length >= 0.0) || !(element.startRadius > 0.0) || !(element.endRadius > 0.0)) {
         damaged("an element of alignment", alignment);
+    }
     return element;
 }
 
@@ -58,16 +61,20 @@ Element readElement(const Statement& row, std::int64_t alignment) {
 
 DrawingHead DrawingReader::readHead(Connection& connection) {
     Statement application(connection, sql::kReadApplicationId);
-    if (!application.step() || application.integer(0) != sql::kApplicationId)
+    if (!application.step() || application.integer(0) != sql::kApplicationId) {
         throw StoreFailure{StoreError::NotOurs, {}};
+    }
     Statement ours(connection, sql::kHasDrawing);
-    if (!ours.step() || ours.integer(0) != 1)
+    if (!ours.step() || ours.integer(0) != 1) {
         throw StoreFailure{StoreError::NotOurs, {}};
+    }
     Statement row(connection, sql::kReadDrawing);
-    if (!row.step())
+    if (!row.step()) {
         throw StoreFailure{StoreError::Damaged, "its settings are missing"};
-    if (row.integer(0) > sql::kFormat)
+    }
+    if (row.integer(0) > sql::kFormat) {
         throw StoreFailure{StoreError::NotOurs, "a later version made it"};
+    }
     DrawingHead head;
     head.lastId = static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(1), 0));
     head.currentLayer = static_cast<std::uint64_t>(row.integer(2));
@@ -89,8 +96,9 @@ Drawing DrawingReader::read(Load load) {
     } else {
         drawing_.entitiesLoaded_ = false;
         Statement extent(connection_, sql::kReadExtent);
-        if (extent.step() && !extent.isNull(0))
+        if (extent.step() && !extent.isNull(0)) {
             drawing_.extent_.add({extent.real(0), extent.real(1), extent.real(2), extent.real(3)});
+        }
     }
     finish();
     return std::move(drawing_);
@@ -100,8 +108,9 @@ void DrawingReader::readNamed() {
     drawing_.layers_ = readNames<Layer>(connection_, sql::kReadLayers);
     drawing_.sites_ = readNames<Site>(connection_, sql::kReadSites);
     drawing_.tables_ = readNames<ObjectDataTable>(connection_, sql::kReadTables);
-    if (drawing_.layers_.empty())
+    if (drawing_.layers_.empty()) {
         throw StoreFailure{StoreError::Damaged, "it has no layer"};
+    }
     drawing_.zone_ = head_.zone;
     drawing_.currentLayer_ = drawing_.findLayer(MdDbObjectId(head_.currentLayer)).value_or(0);
 }
@@ -128,8 +137,9 @@ void DrawingReader::readAlignments() {
             stored.lastElementId = std::max(stored.lastElementId, alignment.elements.back().id);
             line.clear();
             appendElementLine(alignment.elements.back(), kLineTolerance, line);
-            for (const PlanPoint& point : line)
+            for (const PlanPoint& point : line) {
                 drawing_.extent_.add(point.x, point.y);
+            }
         }
         drawing_.alignments_.push_back(std::move(stored));
     }
@@ -137,10 +147,12 @@ void DrawingReader::readAlignments() {
 
 // A GIS may have added features: layers and tables that the drawing does not know yet are taken in.
 std::size_t DrawingReader::layerNamed(std::string_view name) {
-    if (const std::optional<std::size_t> found = drawing_.findLayer(name))
+    if (const std::optional<std::size_t> found = drawing_.findLayer(name)) {
         return *found;
-    if (name.empty())
+    }
+    if (name.empty()) {
         return drawing_.currentLayer_;
+    }
     drawing_.layers_.push_back({MdDbObjectId(), std::string(name)}); // gets its identifier at the end
     return drawing_.layers_.size() - 1;
 }
@@ -148,11 +160,13 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
 void DrawingReader::addEntity(Statement& row, bool isPolyline) {
     const std::int64_t id = row.integer(0);
     const char* const what = isPolyline ? "polyline" : "point";
-    if (id <= 0)
+    if (id <= 0) {
         damaged(what, id);
+    }
     if (row.isNull(1)) {
-        if (!isPolyline)
+        if (!isPolyline) {
             return; // a feature that a GIS made and that has no place yet
+        }
         vertices_.clear();
     } else if (!readBlob(row.blob(1), vertices_) || (!isPolyline && vertices_.size() != 1)) {
         damaged(what, id);
@@ -162,8 +176,9 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline) {
     if (isPolyline) {
         closed = row.integer(8) != 0;
         // The line of a closed polyline, or of one with a single vertex, ends with its first vertex once more.
-        if ((closed && vertices_.size() > 1) || (!row.isNull(9) && row.integer(9) == 1 && vertices_.size() == 2))
+        if ((closed && vertices_.size() > 1) || (!row.isNull(9) && row.integer(9) == 1 && vertices_.size() == 2)) {
             vertices_.pop_back();
+        }
         kind = row.isNull(10) || row.integer(10) != 0 ? EntityKind::Polyline : EntityKind::Polyline2d;
     }
     drawing_.lastId_ = static_cast<std::uint64_t>(id) - 1;
@@ -201,12 +216,14 @@ void DrawingReader::finish() {
     drawing_.lastId_ = std::max(head_.lastId, readHighestId(connection_));
     drawing_.unsaved_ = {drawing_.lastId_, drawing_.lastId_, false};
     for (Layer& layer : drawing_.layers_) {
-        if (layer.id.isNull())
+        if (layer.id.isNull()) {
             layer.id = drawing_.nextId();
+        }
     }
     for (ObjectDataTable& table : drawing_.tables_) {
-        if (table.id.isNull())
+        if (table.id.isNull()) {
             table.id = drawing_.nextId();
+        }
     }
 }
 

@@ -85,12 +85,14 @@ void restoreAfterCrash(const std::string& path) {
 } // namespace
 
 StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
-    if (const StoreError error = checkReadable(path); error != StoreError::None)
+    if (const StoreError error = checkReadable(path); error != StoreError::None) {
         return failed(error, path);
+    }
     return guarded(path, [&] {
         try {
-            if (hasJournal(path))
+            if (hasJournal(path)) {
                 restoreAfterCrash(path);
+            }
             // Nobody writes a log that is not there: then the file itself is all, and needs no lock file beside it.
             const bool alone = usesWriteAheadLog(path) && !hasWriteAheadLog(path);
             Connection connection(path, alone ? Connection::Mode::ReadAlone : Connection::Mode::Read);
@@ -101,8 +103,9 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
         } catch (StoreFailure& failure) {
             if (failure.error == StoreError::NotWritable) {
                 failure.error = StoreError::NotReadable;
-                if (hasJournal(path))
+                if (hasJournal(path)) {
                     failure.detail = "a save was broken off; open it once where it can be written";
+                }
             }
             throw;
         }
@@ -115,17 +118,20 @@ bool DrawingStore::hasChanges(const Drawing& drawing) const {
 }
 
 StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (path == path_ && fileExists(path))
+    if (path == path_ && fileExists(path)) {
         return append(path, drawing, progress);
+    }
     return create(path, drawing, progress);
 }
 
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
 StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (!drawing.entitiesLoaded())
+    if (!drawing.entitiesLoaded()) {
         return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
-    if (const StoreError error = checkReplaceable(path); error != StoreError::None)
+    }
+    if (const StoreError error = checkReplaceable(path); error != StoreError::None) {
         return failedToWrite(error, path);
+    }
     removeLeftovers(path);
     const TemporaryFile temporary(path);
     const StoreResult result = guarded(path, [&] {
@@ -148,12 +154,15 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
 }
 
 StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (const StoreError error = checkReadable(path); error != StoreError::None)
+    if (const StoreError error = checkReadable(path); error != StoreError::None) {
         return failed(error, path);
-    if (!hasChanges(drawing))
+    }
+    if (!hasChanges(drawing)) {
         return {};
-    if (const StoreError error = checkWritable(path); error != StoreError::None)
+    }
+    if (const StoreError error = checkWritable(path); error != StoreError::None) {
         return failedToWrite(error, path);
+    }
     const StoreResult result = guarded(path, [&] {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
@@ -161,8 +170,9 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         try {
             // Our rows would take the identifiers of features that a GIS added meanwhile.
             if (DrawingReader::readHead(connection).lastId != savedId_ ||
-                DrawingReader::readHighestId(connection) > highestId_)
+                DrawingReader::readHighestId(connection) > highestId_) {
                 throw StoreFailure{StoreError::ChangedOutside, {}};
+            }
             DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write();
             connection.execute("COMMIT");
         } catch (...) {

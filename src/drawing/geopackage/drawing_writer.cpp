@@ -57,12 +57,14 @@ void DrawingWriter::markSaved(Drawing& drawing) {
 void DrawingWriter::write() {
     countComing();
     beginIndexes();
-    if (!fromNothing_)
+    if (!fromNothing_) {
         removeStale();
+    }
     writeZone();
     writeNamed();
-    if (alignmentsComing_ > 0)
+    if (alignmentsComing_ > 0) {
         writeAlignments();
+    }
     alignmentIndex_.finish();
     writeEntities(EntityLayer::Points, "points", sql::kInsertPoints);
     writeEntities(EntityLayer::Polylines, "polylines", sql::kInsertPolylines);
@@ -75,30 +77,34 @@ std::size_t DrawingWriter::firstEntity() const {
     std::size_t first = 0;
     for (std::size_t end = drawing_.entityCount(); first < end;) {
         const std::size_t middle = first + (end - first) / 2;
-        if (drawing_.entity(middle).id.asUint64() > entitiesFrom_)
+        if (drawing_.entity(middle).id.asUint64() > entitiesFrom_) {
             end = middle;
-        else
+        } else {
             first = middle + 1;
+        }
     }
     return first;
 }
 
 void DrawingWriter::countComing() {
     for (std::size_t i = firstEntity(); i < drawing_.entityCount(); ++i) {
-        for (const EntityLayer layer : {EntityLayer::Points, EntityLayer::Polylines, EntityLayer::Lots})
+        for (const EntityLayer layer : {EntityLayer::Points, EntityLayer::Polylines, EntityLayer::Lots}) {
             entitiesComing_[static_cast<std::size_t>(layer)] += belongsTo(drawing_, i, layer) ? 1 : 0;
+        }
     }
-    for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i)
+    for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         alignmentsComing_ += drawing_.alignment(i).id.asUint64() > othersFrom_ ? 1 : 0;
+    }
 }
 
 void DrawingWriter::beginIndexes() {
     const bool everyRow = zoneBefore_ != drawing_.zone();
     const auto begin = [&](SpatialIndex& index, std::uint64_t keptTo, std::uint64_t coming) {
-        if (fromNothing_)
+        if (fromNothing_) {
             index.beginNew(coming);
-        else
+        } else {
             index.beginChange(keptTo, coming, everyRow);
+        }
     };
     for (std::size_t layer = 0; layer < kEntityLayers; ++layer) {
         begin(entityIndexes_[layer], entitiesFrom_, entitiesComing_[layer]);
@@ -112,17 +118,20 @@ void DrawingWriter::removeStale() {
     const auto remove = [&](const char* text, std::uint64_t from) {
         Statement(connection_, text).bind(1, static_cast<std::int64_t>(from)).run();
     };
-    for (const char* text : {sql::kDeletePoints, sql::kDeletePolylines, sql::kDeleteLots})
+    for (const char* text : {sql::kDeletePoints, sql::kDeletePolylines, sql::kDeleteLots}) {
         remove(text, entitiesFrom_);
+    }
     for (const char* text :
-         {sql::kDeleteAlignments, sql::kDeleteElements, sql::kDeleteLayers, sql::kDeleteSites, sql::kDeleteTables})
+         {sql::kDeleteAlignments, sql::kDeleteElements, sql::kDeleteLayers, sql::kDeleteSites, sql::kDeleteTables}) {
         remove(text, othersFrom_);
+    }
 }
 
 void DrawingWriter::writeZone() {
     const int zone = drawing_.zone();
-    if (zone == zoneBefore_)
+    if (zone == zoneBefore_) {
         return;
+    }
     const std::int64_t srs = srsOfZone(zone);
     if (zone != 0) {
         const std::string name = nameOfZone(zone);
@@ -132,22 +141,26 @@ void DrawingWriter::writeZone() {
     }
     Statement(connection_, sql::kSetContentsSrs).bind(1, srs).run();
     Statement(connection_, sql::kSetColumnsSrs).bind(1, srs).run();
-    if (fromNothing_)
+    if (fromNothing_) {
         return;
+    }
     const int code = sqlite3_create_function(connection_.get(), "with_srs", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
                                              nullptr, withSrs, nullptr, nullptr);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         connection_.fail(code);
-    for (const char* text : sql::kSetBlobSrs)
+    }
+    for (const char* text : sql::kSetBlobSrs) {
         Statement(connection_, text).bind(1, srs).run();
+    }
 }
 
 void DrawingWriter::writeNamed() {
     const auto insert = [&](const char* text, const auto& items) {
         Statement statement(connection_, text);
         for (const auto& item : items) {
-            if (item.id.asUint64() > othersFrom_)
+            if (item.id.asUint64() > othersFrom_) {
                 statement.bind(1, number(item.id)).bind(2, std::string_view(item.name)).run();
+            }
         }
     };
     insert(sql::kInsertLayer, drawing_.layers());
@@ -163,17 +176,20 @@ void DrawingWriter::writeAlignments() {
     std::vector<PlanPoint> line;
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         const Alignment& alignment = drawing_.alignment(i);
-        if (alignment.id.asUint64() <= othersFrom_)
+        if (alignment.id.asUint64() <= othersFrom_) {
             continue;
+        }
         line.clear();
         for (const Element& element : alignment.elements) {
-            if (!line.empty() && line.back() == element.start)
+            if (!line.empty() && line.back() == element.start) {
                 line.pop_back();
+            }
             appendElementLine(element, kLineTolerance, line);
         }
         Extent extent;
-        for (const PlanPoint& point : line)
+        for (const PlanPoint& point : line) {
             extent.add(point.x, point.y);
+        }
         all.add(extent);
         alignmentIndex_.add(number(alignment.id), extent);
         const std::optional<std::size_t> site = drawing_.findSite(alignment.site);
@@ -231,8 +247,9 @@ void DrawingWriter::writeEntities(EntityLayer layer, const char* table, const ch
 }
 
 void DrawingWriter::growContents(const char* table, const Extent& extent) {
-    if (extent.empty())
+    if (extent.empty()) {
         return;
+    }
     Statement statement(connection_, sql::kGrowContents);
     statement.bind(1, std::string_view(table))
         .bind(2, extent.minX)

@@ -13,10 +13,12 @@ enum Column { kFid, kGeometry, kLayer, kClosed, kVertices, kLightweight, kTable,
 } // namespace
 
 bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer) {
-    if (drawing.isPoint(entity) != (layer == EntityLayer::Points))
+    if (drawing.isPoint(entity) != (layer == EntityLayer::Points)) {
         return false;
-    if (layer != EntityLayer::Lots)
+    }
+    if (layer != EntityLayer::Lots) {
         return true;
+    }
     const EntityView view = drawing.entity(entity);
     return view.closed && view.vertices.size() >= kLeastRing;
 }
@@ -26,14 +28,17 @@ EntityRows::EntityRows(const Drawing& drawing, std::size_t first, EntityLayer la
     : drawing_(drawing), next_(first), layer_(layer), blob_(srsId), index_(index), counter_(counter) {}
 
 bool EntityRows::next() {
-    while (next_ < drawing_.entityCount() && !belongsTo(drawing_, next_, layer_))
+    while (next_ < drawing_.entityCount() && !belongsTo(drawing_, next_, layer_)) {
         ++next_;
-    if (next_ == drawing_.entityCount())
+    }
+    if (next_ == drawing_.entityCount()) {
         return false;
+    }
     entity_ = drawing_.entity(next_++);
     Extent extent;
-    for (const MdGePoint3d& vertex : entity_.vertices)
+    for (const MdGePoint3d& vertex : entity_.vertices) {
         extent.add(vertex.x, vertex.y);
+    }
     index_.add(static_cast<std::int64_t>(entity_.id.asUint64()), extent);
     extent_.add(extent);
     counter_.count();
@@ -69,8 +74,9 @@ void EntityRows::column(int index, const ColumnSink& sink) {
     default:
         break;
     }
-    if (!entity_.row)
+    if (!entity_.row) {
         return sink.null();
+    }
     switch (index) {
     case kTable:
         return sink.text(entity_.row->table);

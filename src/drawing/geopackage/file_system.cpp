@@ -52,13 +52,15 @@ StoreFailure systemFailure(int error) {
 
 void flush(const std::string& path, int flags) {
     const int file = ::open(path.c_str(), flags | O_CLOEXEC);
-    if (file < 0)
+    if (file < 0) {
         throw systemFailure(errno);
+    }
     const int result = fsync(file);
     const int error = errno;
     ::close(file);
-    if (result != 0 && error != EINVAL) // some file systems cannot flush a folder
+    if (result != 0 && error != EINVAL) { // some file systems cannot flush a folder
         throw systemFailure(error);
+    }
 }
 
 } // namespace
@@ -70,12 +72,15 @@ bool fileExists(const std::string& path) {
 
 StoreError checkReadable(const std::string& path) {
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0)
+    if (stat(path.c_str(), &status) != 0) {
         return errno == EACCES ? StoreError::NotReadable : StoreError::NotFound;
-    if (!S_ISREG(status.st_mode))
+    }
+    if (!S_ISREG(status.st_mode)) {
         return StoreError::NotAFile;
-    if (access(path.c_str(), R_OK) != 0)
+    }
+    if (access(path.c_str(), R_OK) != 0) {
         return StoreError::NotReadable;
+    }
     return status.st_size == 0 ? StoreError::NotADrawing : StoreError::None;
 }
 
@@ -87,24 +92,28 @@ StoreError checkWritable(const std::string& path) {
 StoreError checkReplaceable(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) == 0) {
-        if (!S_ISREG(status.st_mode))
+        if (!S_ISREG(status.st_mode)) {
             return StoreError::NotAFile;
+        }
         return checkWritable(behindLinks(path));
     }
     const fs::path folder = folderOf(path);
-    if (stat(folder.c_str(), &status) != 0)
+    if (stat(folder.c_str(), &status) != 0) {
         return StoreError::NoFolder;
+    }
     return S_ISDIR(status.st_mode) && access(folder.c_str(), W_OK) == 0 ? StoreError::None : StoreError::NotWritable;
 }
 
 std::string whyNotWritable(const std::string& path) {
     const std::string file = behindLinks(path);
-    if (fileExists(file) && access(file.c_str(), W_OK) != 0)
+    if (fileExists(file) && access(file.c_str(), W_OK) != 0) {
         return std::strerror(errno);
+    }
     const std::string folder = folderOf(file);
     struct stat status {};
-    if (stat(folder.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))
+    if (stat(folder.c_str(), &status) == 0 && !S_ISDIR(status.st_mode)) {
         return "its folder: " + std::string(std::strerror(ENOTDIR));
+    }
     return access(folder.c_str(), W_OK) != 0 ? "its folder: " + std::string(std::strerror(errno)) : std::string();
 }
 
@@ -134,8 +143,9 @@ void removeLeftovers(const std::string& path) {
     for (const fs::directory_entry& entry : fs::directory_iterator(folderOf(target.string()), error)) {
         const std::string name = entry.path().filename().string();
         if (!name.starts_with(prefix) || !name.ends_with(kLeftoverSuffix) ||
-            name.size() <= prefix.size() + kLeftoverSuffix.size())
+            name.size() <= prefix.size() + kLeftoverSuffix.size()) {
             continue;
+        }
         const char* first = name.data() + prefix.size();
         const char* last = name.data() + name.size() - kLeftoverSuffix.size();
         pid_t process = 0;
@@ -159,11 +169,13 @@ TemporaryFile::~TemporaryFile() {
 void TemporaryFile::replace(const std::string& target) const {
     const std::string real = behindLinks(target);
     struct stat status {};
-    if (stat(real.c_str(), &status) == 0)
+    if (stat(real.c_str(), &status) == 0) {
         (void)chmod(path_.c_str(), status.st_mode & 07777); // who may read the drawing stays as it was
+    }
     flush(path_, O_RDWR);
-    if (std::rename(path_.c_str(), real.c_str()) != 0)
+    if (std::rename(path_.c_str(), real.c_str()) != 0) {
         throw systemFailure(errno);
+    }
     try {
         flush(folderOf(real).string(), O_RDONLY | O_DIRECTORY);
     } catch (const StoreFailure&) {

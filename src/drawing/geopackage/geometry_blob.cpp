@@ -46,12 +46,14 @@ void BlobWriter::header(std::span<const Vertex> vertices) {
     byte('P');
     byte(0);
     Extent box; // of no finite vertex: the header bears none
-    for (const Vertex& vertex : vertices)
+    for (const Vertex& vertex : vertices) {
         box.add(vertex.x, vertex.y);
+    }
     byte(kLittleEndian | (box.empty() ? kNoBox : kBoxXy));
     integer(static_cast<std::uint32_t>(srsId_));
-    if (box.empty())
+    if (box.empty()) {
         return;
+    }
     real(box.minX);
     real(box.maxX);
     real(box.minY);
@@ -93,8 +95,9 @@ std::span<const std::byte> BlobWriter::point(const MdGePoint3d& position) {
 }
 
 std::span<const std::byte> BlobWriter::line(std::span<const MdGePoint3d> line, bool closed) {
-    if (line.empty())
+    if (line.empty()) {
         return {};
+    }
     header(line);
     byte(kLittleEndian);
     integer(kLine);
@@ -104,8 +107,9 @@ std::span<const std::byte> BlobWriter::line(std::span<const MdGePoint3d> line, b
 }
 
 std::span<const std::byte> BlobWriter::line(std::span<const PlanPoint> line) {
-    if (line.empty())
+    if (line.empty()) {
         return {};
+    }
     header(line);
     byte(kLittleEndian);
     integer(kLine);
@@ -131,19 +135,22 @@ class BlobReader {
 
     template <typename T>
     bool read(T& value) {
-        if (bytes_.size() < sizeof value)
+        if (bytes_.size() < sizeof value) {
             return false;
+        }
         std::byte raw[sizeof value];
         std::memcpy(raw, bytes_.data(), sizeof value);
-        if (swapped_)
+        if (swapped_) {
             std::reverse(std::begin(raw), std::end(raw));
+        }
         std::memcpy(&value, raw, sizeof value);
         bytes_ = bytes_.subspan(sizeof value);
         return true;
     }
     bool skip(std::size_t count) {
-        if (bytes_.size() < count)
+        if (bytes_.size() < count) {
             return false;
+        }
         bytes_ = bytes_.subspan(count);
         return true;
     }
@@ -165,41 +172,50 @@ bool readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertice
     std::uint8_t version = 0;
     std::uint8_t flags = 0;
     if (!reader.read(magic1) || !reader.read(magic2) || !reader.read(version) || !reader.read(flags) || magic1 != 'G' ||
-        magic2 != 'P')
+        magic2 != 'P') {
         return false;
+    }
     constexpr std::size_t kBoxSizes[] = {0, 32, 48, 48, 64};
     const unsigned box = (flags >> 1U) & 7U;
     std::uint8_t order = 0;
     std::uint32_t type = 0;
-    if (box > 4 || !reader.skip(4 + kBoxSizes[box]) || !reader.read(order))
+    if (box > 4 || !reader.skip(4 + kBoxSizes[box]) || !reader.read(order)) {
         return false;
+    }
     reader.setBigEndian(order == 0);
-    if (!reader.read(type))
+    if (!reader.read(type)) {
         return false;
+    }
     const std::uint32_t shape = type % 1000;
     const std::uint32_t dimensions = type / 1000; // 0 xy, 1 z, 2 m, 3 z and m
-    if (dimensions > 3 || (shape != kPoint && shape != kLine))
+    if (dimensions > 3 || (shape != kPoint && shape != kLine)) {
         return false;
+    }
     const std::size_t size = 16 + (dimensions == 0 ? 0U : dimensions == 3 ? 16U : 8U);
     std::uint32_t count = 1;
-    if (shape == kLine && !reader.read(count))
+    if (shape == kLine && !reader.read(count)) {
         return false;
-    if (reader.left() / size < count)
+    }
+    if (reader.left() / size < count) {
         return false;
+    }
     vertices.reserve(count);
     for (std::uint32_t i = 0; i < count; ++i) {
         MdGePoint3d vertex;
         double further = 0.0;
         reader.read(vertex.x);
         reader.read(vertex.y);
-        if (dimensions == 1 || dimensions == 3)
+        if (dimensions == 1 || dimensions == 3) {
             reader.read(vertex.z);
-        if (dimensions >= 2)
+        }
+        if (dimensions >= 2) {
             reader.read(further);
+        }
         vertices.push_back(vertex);
     }
-    if (shape == kPoint && std::isnan(vertices[0].x) && std::isnan(vertices[0].y))
+    if (shape == kPoint && std::isnan(vertices[0].x) && std::isnan(vertices[0].y)) {
         vertices.clear(); // an empty point
+    }
     return true;
 }
 

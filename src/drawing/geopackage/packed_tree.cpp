@@ -41,13 +41,16 @@ void sortKeys(std::span<std::uint64_t> keys, std::vector<std::uint64_t>& scratch
     for (unsigned shift = 32; shift < 64; shift += kBits) {
         const auto bucket = [&](std::uint64_t key) { return (key >> shift) % kBuckets; };
         std::array<std::size_t, kBuckets> starts{};
-        for (const std::uint64_t key : from)
+        for (const std::uint64_t key : from) {
             ++starts[bucket(key)];
+        }
         std::size_t sum = 0;
-        for (std::size_t& start : starts)
+        for (std::size_t& start : starts) {
             sum += std::exchange(start, sum);
-        for (const std::uint64_t key : from)
+        }
+        for (const std::uint64_t key : from) {
             to[starts[bucket(key)]++] = key;
+        }
         std::swap(from, to);
     }
     std::copy(from.begin(), from.end(), keys.begin()); // three passes end in the other store
@@ -61,8 +64,9 @@ float middle(float low, float high) {
 std::vector<std::uint64_t> tiled(std::span<const TreeEntry> entries, std::size_t cells) {
     std::vector<std::uint64_t> keys(entries.size());
     std::vector<std::uint64_t> scratch;
-    for (std::size_t i = 0; i < keys.size(); ++i)
+    for (std::size_t i = 0; i < keys.size(); ++i) {
         keys[i] = sortKey(middle(entries[i].box.minX, entries[i].box.maxX), i);
+    }
     sortKeys(keys, scratch);
     const std::size_t tiles = (entries.size() + cells - 1) / cells;
     const auto strips = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(tiles))));
@@ -93,8 +97,9 @@ class NodeBytes {
     }
     void add(const TreeEntry& entry) {
         put(static_cast<std::uint64_t>(entry.id));
-        for (const float bound : {entry.box.minX, entry.box.maxX, entry.box.minY, entry.box.maxY})
+        for (const float bound : {entry.box.minX, entry.box.maxX, entry.box.minY, entry.box.maxY}) {
             put(std::bit_cast<std::uint32_t>(bound));
+        }
         box_.minX = std::min(box_.minX, entry.box.minX);
         box_.maxX = std::max(box_.maxX, entry.box.maxX);
         box_.minY = std::min(box_.minY, entry.box.minY);
@@ -106,8 +111,9 @@ class NodeBytes {
   private:
     template <typename Unsigned>
     void put(Unsigned value) {
-        for (std::size_t shift = 8 * sizeof value; shift > 0; shift -= 8)
+        for (std::size_t shift = 8 * sizeof value; shift > 0; shift -= 8) {
             bytes_[at_++] = static_cast<std::byte>(value >> (shift - 8));
+        }
     }
 
     std::vector<std::byte> bytes_;
@@ -150,10 +156,11 @@ std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::size_t
             for (const std::uint64_t key : std::span(order).subspan(first, count)) {
                 const TreeEntry& entry = level[indexOf(key)];
                 node.add(entry);
-                if (depth == 0)
+                if (depth == 0) {
                     leaves[indexOf(key)] = number;
-                else
+                } else {
                     sink.parent(static_cast<NodeNumber>(entry.id), number);
+                }
             }
             sink.node(number, node.bytes());
             above.push_back({number, node.box()});
@@ -164,8 +171,9 @@ std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::size_t
     node.begin(depth, level.size());
     for (const TreeEntry& entry : level) {
         node.add(entry);
-        if (depth > 0)
+        if (depth > 0) {
             sink.parent(static_cast<NodeNumber>(entry.id), kRootNode);
+        }
     }
     sink.node(kRootNode, node.bytes());
     return leaves;

@@ -13,10 +13,11 @@ void ColumnSink::text(std::string_view text) const {
 }
 
 void ColumnSink::blob(std::span<const std::byte> blob) const {
-    if (blob.empty())
+    if (blob.empty()) {
         sqlite3_result_null(context_);
-    else
+    } else {
         sqlite3_result_blob64(context_, blob.data(), blob.size(), SQLITE_STATIC);
+    }
 }
 
 namespace {
@@ -52,8 +53,9 @@ int guarded(Action action) {
 int connectTable(sqlite3* database, void* offered, int, const char* const*, sqlite3_vtab** table, char**) {
     const auto& offer = *static_cast<const Offer*>(offered);
     const int code = sqlite3_declare_vtab(database, offer.declaration.c_str());
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         return code;
+    }
     return guarded([&] {
         auto made = std::make_unique<Table>();
         made->source = &offer.source;
@@ -131,8 +133,9 @@ void insertRows(Connection& connection, const char* sql, const char* columns, Ro
     const auto withdraw = [&](void*) { sqlite3_create_module_v2(connection.get(), kName, nullptr, nullptr, nullptr); };
     const std::unique_ptr<void, decltype(withdraw)> offered(const_cast<Offer*>(&offer), withdraw);
     const int code = sqlite3_create_module_v2(connection.get(), kName, &kModule, offered.get(), nullptr);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         connection.fail(code);
+    }
     Statement(connection, sql).run();
 }
 

@@ -20,8 +20,9 @@ class LeafRows : public RowSource {
         : entries_(entries), leaves_(leaves), counter_(counter) {}
 
     bool next() override {
-        if (++row_ > entries_.size())
+        if (++row_ > entries_.size()) {
             return false;
+        }
         counter_.count();
         return true;
     }
@@ -44,10 +45,11 @@ SpatialIndex::SpatialIndex(Connection& connection, const char* layer, RowCounter
 std::string SpatialIndex::named(const char* sql) const {
     std::string text;
     for (const char* at = sql; *at != '\0'; ++at) {
-        if (*at == '@')
+        if (*at == '@') {
             text += layer_;
-        else
+        } else {
             text += *at;
+        }
     }
     return text;
 }
@@ -58,8 +60,9 @@ std::int64_t SpatialIndex::ask(const char* sql) const {
 }
 
 void SpatialIndex::beginNew(std::uint64_t coming) {
-    if (ask(sql::kHasModule) == 0)
+    if (ask(sql::kHasModule) == 0) {
         return;
+    }
     isNew_ = true;
     way_ = Way::Pack;
     expect(coming);
@@ -67,12 +70,14 @@ void SpatialIndex::beginNew(std::uint64_t coming) {
 
 void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool everyRow) {
     // A drawing of an earlier version, or one whose index was dropped in a GIS, stays without.
-    if (ask(sql::kHasIndex) == 0)
+    if (ask(sql::kHasIndex) == 0) {
         return;
+    }
     keptTo_ = static_cast<std::int64_t>(keptTo);
     const std::int64_t changed = countStale() + static_cast<std::int64_t>(coming);
-    if (changed == 0 && !everyRow)
+    if (changed == 0 && !everyRow) {
         return;
+    }
     restTriggers();
     const auto cells = (ask(sql::kNodeSize) - static_cast<std::int64_t>(kNodeHead)) / std::int64_t{kCellSize};
     way_ = changed * kInsertCost > ask(sql::kLastNode) * cells ? Way::Pack : Way::Insert;
@@ -99,33 +104,38 @@ std::int64_t SpatialIndex::countStale() const {
 void SpatialIndex::restTriggers() {
     { // a statement that still reads would keep the triggers from being dropped
         Statement rows(connection_, named(sql::kReadIndexTriggers).c_str());
-        while (rows.step())
+        while (rows.step()) {
             triggers_.push_back({std::string(rows.text(0)), std::string(rows.text(1))});
+        }
     }
-    for (const Trigger& trigger : triggers_)
+    for (const Trigger& trigger : triggers_) {
         connection_.execute(("DROP TRIGGER \"" + trigger.name + "\"").c_str());
+    }
 }
 
 // The module gives its boxes in the tree's order; leaves are written in that of the features.
 void SpatialIndex::readKept() {
     Statement rows(connection_, named(sql::kReadIndex).c_str());
     while (rows.step()) {
-        if (rows.integer(0) <= keptTo_)
+        if (rows.integer(0) <= keptTo_) {
             entries_.push_back({rows.integer(0),
                                 {static_cast<float>(rows.real(1)), static_cast<float>(rows.real(2)),
                                  static_cast<float>(rows.real(3)), static_cast<float>(rows.real(4))}});
+        }
     }
     std::sort(entries_.begin(), entries_.end(), [](const TreeEntry& a, const TreeEntry& b) { return a.id < b.id; });
 }
 
 void SpatialIndex::add(std::int64_t id, const Extent& extent) {
-    if (way_ != Way::None && !extent.empty())
+    if (way_ != Way::None && !extent.empty()) {
         entries_.push_back({id, roundedOut(extent)});
+    }
 }
 
 void SpatialIndex::finish() {
-    if (way_ == Way::None)
+    if (way_ == Way::None) {
         return;
+    }
     if (way_ == Way::Insert) {
         Statement insert(connection_, named(sql::kInsertIntoIndex).c_str());
         for (const TreeEntry& entry : entries_) {
@@ -138,8 +148,9 @@ void SpatialIndex::finish() {
             counter_.count();
         }
     } else {
-        if (!isNew_)
+        if (!isNew_) {
             execute(sql::kDropIndex);
+        }
         execute(sql::kCreateIndex);
         pack();
     }
@@ -147,14 +158,16 @@ void SpatialIndex::finish() {
         execute(sql::kCreateIndexTriggers);
         execute(sql::kDeclareIndex);
     }
-    for (const Trigger& trigger : triggers_)
+    for (const Trigger& trigger : triggers_) {
         connection_.execute(trigger.sql.c_str());
+    }
     entries_ = {};
 }
 
 void SpatialIndex::pack() {
-    if (entries_.empty())
+    if (entries_.empty()) {
         return; // the module made an empty root
+    }
     Statement insertNode(connection_, named(sql::kInsertNode).c_str());
     Statement insertParent(connection_, named(sql::kInsertParent).c_str());
     const auto nodeSize = static_cast<std::size_t>(ask(sql::kNodeSize));

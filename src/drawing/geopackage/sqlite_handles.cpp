@@ -29,10 +29,12 @@ StoreError meaningOf(int code, int systemError) {
     case SQLITE_IOERR:
         // A quota or a limit on the size of files comes without a system error.
         if ((code == SQLITE_IOERR_WRITE && systemError == 0) || systemError == ENOSPC || systemError == EFBIG ||
-            systemError == EDQUOT)
+            systemError == EDQUOT) {
             return StoreError::DiskFull;
-        if (systemError == EACCES || systemError == EROFS || systemError == EPERM)
+        }
+        if (systemError == EACCES || systemError == EROFS || systemError == EPERM) {
             return StoreError::NotWritable;
+        }
         return StoreError::Failed;
     default:
         return StoreError::Failed;
@@ -65,8 +67,9 @@ Connection::Connection(const std::string& path, Mode mode) {
     sqlite3* handle = nullptr;
     const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, nullptr);
     handle_.reset(handle);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         fail(code);
+    }
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, kPatience);
     // The tables in which SQLite keeps an R-tree are written directly, which some builds forbid unless told.
@@ -75,8 +78,9 @@ Connection::Connection(const std::string& path, Mode mode) {
 
 void Connection::execute(const char* sql) {
     const int code = sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr);
-    if (code != SQLITE_OK)
+    if (code != SQLITE_OK) {
         fail(code);
+    }
 }
 
 void Connection::fail(int code) const {
@@ -93,8 +97,9 @@ Statement::Statement(Connection& connection, const char* sql) : connection_(conn
 }
 
 void Statement::check(int code) const {
-    if (code != SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE)
+    if (code != SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE) {
         connection_.fail(code);
+    }
 }
 
 Statement& Statement::bind(int index, std::int64_t value) {
@@ -144,15 +149,17 @@ void Statement::run() {
 
 std::string_view Statement::text(int column) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
-    if (text == nullptr)
+    if (text == nullptr) {
         return {};
+    }
     return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
 }
 
 std::span<const std::byte> Statement::blob(int column) const {
     const auto* bytes = static_cast<const std::byte*>(sqlite3_column_blob(handle_.get(), column));
-    if (bytes == nullptr)
+    if (bytes == nullptr) {
         return {};
+    }
     return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
 }
 

@@ -15,8 +15,9 @@ class RowCounter {
 
     void expect(std::uint64_t rows) { total_ += rows; }
     void count() {
-        if (++done_ % kRowsBetween == 0 && tell_)
+        if (++done_ % kRowsBetween == 0 && tell_) {
             tell_(done_, total_);
+        }
     }
 
   private:

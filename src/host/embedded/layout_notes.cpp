@@ -1,7 +1,7 @@
 // The notes on laid alignments in words.
 #include "host/embedded/layout_notes.h"
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <array>
 #include <charconv>

@@ -56,14 +56,15 @@ constexpr std::array kEntries{
     Entry{Text::About, "Fenmark Deskについて(&A)", "&About Fenmark Desk"},
     Entry{Text::AboutText, "SIMAファイルを読み込み、図面に表示します。", "Brings SIMA survey files into drawings."},
     Entry{Text::Keys, "キー操作(&K)", "&Keyboard"},
-    Entry{
-        Text::KeysText,
-        "矢印: 画面移動\n+ / -: 拡大・縮小\nF: 全体表示\nTab / Shift+Tab: 次・前の図形を選択\nEnter: "
-        "選択した図形のプロパティへ\nEsc: 選択を解除\nCtrl+F: 名称・番号で検索\nログの行でEnter: "
-        "その行の図形とSIMAファイルの行を表示\nF6 / Shift+F6: 区画の移動\nCtrl+Space: コマンド行へ",
-        "Arrows: pan\n+ / -: zoom\nF: fit all\nTab / Shift+Tab: next / previous object\nEnter: go to the properties "
-        "of the object\nEsc: deselect\nCtrl+F: find by name or number\nEnter on a line of the log: show its object and "
-        "its line of the SIMA file\nF6 / Shift+F6: next / previous pane\nCtrl+Space: command line"},
+    Entry{Text::KeysText,
+          "矢印: 画面移動\n+ / -: 拡大・縮小\nF: 全体表示\nTab / Shift+Tab: 次・前の図形を選択\nEnter: "
+          "選択した図形のプロパティへ\nEsc: 選択を解除\nCtrl+F: 名称・番号で検索\nF8 / Shift+F8: "
+          "次・前のエラー\nログの行でEnter: "
+          "その行の図形とSIMAファイルの行を表示\nF6 / Shift+F6: 区画の移動\nCtrl+K: コマンド行へ",
+          "Arrows: pan\n+ / -: zoom\nF: fit all\nTab / Shift+Tab: next / previous object\nEnter: go to the properties "
+          "of the object\nEsc: deselect\nCtrl+F: find by name or number\nF8 / Shift+F8: next / previous error\nEnter "
+          "on a line of the log: show its object and "
+          "its line of the SIMA file\nF6 / Shift+F6: next / previous pane\nCtrl+K: command line"},
     Entry{Text::SitesPanel, "線形", "Alignments"},
     Entry{Text::LayersPanel, "画層", "Layers"},
     Entry{Text::PropertiesPanel, "プロパティ", "Properties"},
@@ -213,6 +214,17 @@ constexpr std::array kEntries{
     Entry{Text::FindCount, "%1件", "%1 found"},
     Entry{Text::FindCountCut, "%1件中 %2件を表示", "%1 found, %2 shown"},
     Entry{Text::FindNothing, "見つかりません", "Nothing found"},
+    Entry{Text::NextError, "次のエラー(&N)", "&Next Error"},
+    Entry{Text::PreviousError, "前のエラー(&P)", "&Previous Error"},
+    Entry{Text::NoMoreErrors, "この先にエラーはありません", "No further error"},
+    Entry{Text::NewOutOfView, "読み込んだ図形は画面の外にもあります。全体を表示",
+          "The import lies partly out of view: fit all"},
+    Entry{Text::BrokenOff, "読み込みが途中で終わりました。", "The import was broken off."},
+    Entry{Text::BrokenOffKept, "そこまでに作成した %1 個の図形は図面に残っています。",
+          "What was made until then, %1 objects, is in the drawing."},
+    Entry{Text::BrokenOffNothing, "図形は作成されていません。", "No object was made."},
+    Entry{Text::KeepButton, "残す", "Keep"},
+    Entry{Text::TakeBackButton, "取り消す", "Take Back"},
 };
 
 constexpr bool inOrder() {

@@ -191,6 +191,15 @@ enum class Text : std::uint16_t {
     FindCount,
     FindCountCut,
     FindNothing,
+    NextError,
+    PreviousError,
+    NoMoreErrors,
+    NewOutOfView,
+    BrokenOff,
+    BrokenOffKept,
+    BrokenOffNothing,
+    KeepButton,
+    TakeBackButton,
 };
 
 // Gives the texts of one language; the language can change while the program runs.

@@ -10,10 +10,14 @@
 #include <QSettings>
 #include <QTimer>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <exception>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fenmark::desk {
@@ -31,6 +35,8 @@ Usage: fenmark-desk [OPTIONS] [FILE]
   --lang ja|en            language of the window (default: the user's locale)
   --help                  this text
   --version               the version
+
+Options of the toolkit, such as -style fusion or -platform xcb, are passed on.
 
 Example: fenmark-desk --screenshot plan.png road.gpkg
 )";
@@ -65,10 +71,37 @@ std::optional<QSize> sizeOf(const std::string& text) {
     return size;
 }
 
-// The toolkit takes its own options (-style and the like) out of the list later; they are left alone here.
+// Options of the toolkit, with one dash or two. It reads them itself.
+constexpr std::array kToolkitValues{"style",           "stylesheet", "platform",     "platformpluginpath",
+                                    "platformtheme",   "plugin",     "qwindowtitle", "qwindowicon",
+                                    "qwindowgeometry", "display",    "fontengine",   "session"};
+constexpr std::array kToolkitFlags{"reverse", "sync", "nograb", "dograb"};
+
+// How many words of the list the toolkit's option at its beginning takes; 0 if it is none.
+std::size_t toolkitWords(std::span<const std::string> words) {
+    std::string_view name = words.front();
+    if (!name.starts_with('-')) {
+        return 0;
+    }
+    name.remove_prefix(name.starts_with("--") ? 2 : 1);
+    const bool joined = name.find('=') != std::string_view::npos;
+    name = name.substr(0, name.find('='));
+    if (std::find(kToolkitFlags.begin(), kToolkitFlags.end(), name) != kToolkitFlags.end()) {
+        return 1;
+    }
+    if (std::find(kToolkitValues.begin(), kToolkitValues.end(), name) == kToolkitValues.end()) {
+        return 0;
+    }
+    return joined || words.size() < 2 ? 1 : 2;
+}
+
 Options parse(const std::vector<std::string>& arguments) {
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (const std::size_t words = toolkitWords(std::span(arguments).subspan(i)); words > 0) {
+            i += words - 1;
+            continue;
+        }
         std::string name = arguments[i];
         std::optional<std::string> value;
         if (name.starts_with("--") && name.find('=') != std::string::npos) {
@@ -201,8 +234,7 @@ int runDesk(int argc, char** argv) {
     if (!options.screenshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    int toolkitArgc = 1; // the options are ours, all of them
-    QApplication application(toolkitArgc, argv);
+    QApplication application(argc, argv); // takes its own options out of the list
     QCoreApplication::setOrganizationName(QStringLiteral("Fenmark"));
     QCoreApplication::setApplicationName(QStringLiteral("fenmark-desk"));
     useJapaneseFonts();

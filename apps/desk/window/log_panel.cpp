@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
 
@@ -40,8 +41,9 @@ class ErrorLines : public QSyntaxHighlighter {
 
   protected:
     void highlightBlock(const QString& line) override {
-        if (line.contains(QStringLiteral("ERROR")) || line.contains(QStringLiteral("エラー")) ||
-            line.contains(QStringLiteral("できません"))) {
+        const bool refused = line.contains(QStringLiteral("ERROR")) || line.contains(QStringLiteral("エラー")) ||
+                             line.contains(QStringLiteral("できません"));
+        if (refused && !line.contains(QStringLiteral("エラー無し"))) {
             setFormat(0, static_cast<int>(line.size()), QColor(0xb3, 0x1b, 0x1b));
         } else if (line.startsWith(QStringLiteral("-----"))) {
             setFormat(0, static_cast<int>(line.size()), QColor(0x1f, 0x6f, 0xd6));
@@ -133,6 +135,20 @@ void LogPanel::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+bool LogPanel::goToError(int step) {
+    int line = textCursor().blockNumber() + step;
+    while (line >= 0 && line < document()->blockCount() && !opensError(document()->findBlockByNumber(line).text())) {
+        line += step;
+    }
+    if (line < 0 || line >= document()->blockCount()) {
+        return false;
+    }
+    setTextCursor(QTextCursor(document()->findBlockByNumber(line)));
+    centerCursor();
+    choose(line);
+    return true;
+}
+
 void LogPanel::showLog(const std::string& path, const Texts& texts) {
     path_ = path;
     setPlaceholderText(texts(Text::NoLog));
@@ -151,6 +167,14 @@ void LogPanel::showLog(const std::string& path, const Texts& texts) {
         shown += QLatin1Char('\n') + texts(Text::LogTooLong).arg(QString::fromStdString(path));
     }
     setPlainText(shown);
+    // What was refused is what one opens a log for.
+    for (QTextBlock line = document()->begin(); line.isValid(); line = line.next()) {
+        if (opensError(line.text())) {
+            setTextCursor(QTextCursor(line));
+            verticalScrollBar()->setValue(line.blockNumber());
+            break;
+        }
+    }
 }
 
 SourcePanel::SourcePanel(QWidget* parent) : QPlainTextEdit(parent) {

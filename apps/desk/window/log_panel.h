@@ -25,6 +25,9 @@ class LogPanel : public QPlainTextEdit {
     void showLog(const std::string& path, const Texts& texts);
     const std::string& path() const { return path_; }
 
+    // Brings the next (+1) or previous (-1) error into view and chooses its record; false if there is none.
+    bool goToError(int step);
+
     // The number of the record that the log's line (from 0) belongs to.
     std::optional<std::int64_t> recordAt(int line) const;
 

@@ -9,8 +9,12 @@
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QInputDialog>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QStatusBar>
@@ -22,8 +26,6 @@ using host::embedded::PositiveRadius;
 namespace {
 
 constexpr int kZones = 19;
-constexpr int kWidth = 1400;
-constexpr int kHeight = 900;
 constexpr int kLeastSideWidth = 200; // of the panels beside the plan: names and values can be read
 
 FileQuestions realQuestions() {
@@ -40,6 +42,12 @@ FileQuestions realQuestions() {
 
 } // namespace
 
+QSize firstWindowSize(const QSize& screen) {
+    constexpr QSize kComfortable(1400, 900);
+    constexpr QSize kFrame(8, 40); // of the window: borders and title bar
+    return kComfortable.boundedTo(screen - kFrame);
+}
+
 MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     : QMainWindow(parent), texts_(options.language), options_(options), questions_(realQuestions()),
       plan_(new PlanView(this)) {
@@ -47,13 +55,14 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     setCentralWidget(plan_);
     setAcceptDrops(true);
     setDockNestingEnabled(true);
-    resize(kWidth, kHeight);
+    resize(firstWindowSize(screen()->availableSize()));
     makePanels();
     makeMenus();
     makeToolBar();
     makeStatusBar();
+    makeViewHint();
     readSettings();
-    retranslate();
+    useLanguage();
     paintIcons();
 
     session_.host().setMainWindow(static_cast<QWidget*>(this));
@@ -144,6 +153,8 @@ void MainWindow::makeMenus() {
     })->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     edit->addSeparator();
     addAction(edit, Text::Find, QKeySequence(Qt::CTRL | Qt::Key_F), [this] { startFind(); });
+    addAction(edit, Text::NextError, QKeySequence(Qt::Key_F8), [this] { showError(1); });
+    addAction(edit, Text::PreviousError, QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { showError(-1); });
     edit->addSeparator();
     addAction(edit, Text::AddLayer, QKeySequence(Qt::CTRL | Qt::Key_L), [this] { addLayer(); });
     addAction(edit, Text::ClearSelection, QKeySequence(Qt::CTRL | Qt::Key_D), [this] { plan_->select(std::nullopt); });
@@ -173,7 +184,7 @@ void MainWindow::makeMenus() {
     back->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6));
     connect(back, &QAction::triggered, this, [this] { focusNextPane(-1); });
     auto* toCommand = new QAction(this);
-    toCommand->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space));
+    toCommand->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_K)); // Ctrl+Space switches input methods
     connect(toCommand, &QAction::triggered, this, [this] { command_->edit()->setFocus(); });
     QMainWindow::addAction(back);
     QMainWindow::addAction(toCommand);
@@ -331,11 +342,35 @@ void MainWindow::makeStatusBar() {
 
 void MainWindow::setLanguage(Language language) {
     texts_.setLanguage(language);
-    retranslate();
+    useLanguage();
     drawingChanged();
     if (options_.keepSettings) {
         QSettings().setValue(QStringLiteral("language"), language == Language::Japanese ? "ja" : "en");
     }
+}
+
+// The toolkit's own dialogs and buttons speak the window's language too.
+void MainWindow::useLanguage() {
+    QCoreApplication::removeTranslator(&toolkitTexts_);
+    const QLocale locale(texts_.language() == Language::Japanese ? QLocale::Japanese : QLocale::English);
+    if (toolkitTexts_.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&toolkitTexts_);
+    }
+    retranslate();
+}
+
+// A button over the plan that leads to what an import made out of sight.
+void MainWindow::makeViewHint() {
+    viewHint_ = new QPushButton(plan_);
+    viewHint_->setObjectName(QStringLiteral("viewHint"));
+    viewHint_->hide();
+    connect(viewHint_, &QPushButton::clicked, this, [this] {
+        viewHint_->hide();
+        plan_->fitAll();
+        plan_->setFocus();
+    });
+    connect(plan_, &PlanView::viewChanged, viewHint_, &QWidget::hide);
 }
 
 void MainWindow::retranslate() {

@@ -15,13 +15,18 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPushButton>
 #include <QToolBar>
+#include <QTranslator>
 
 #include <functional>
 #include <utility>
 #include <vector>
 
 namespace fenmark::desk {
+
+// What a first window takes of a screen that offers so many pixels: comfortable, and never more than there is.
+QSize firstWindowSize(const QSize& screen);
 
 struct WindowOptions {
     Language language = Language::Japanese;
@@ -105,6 +110,8 @@ class MainWindow : public QMainWindow {
     void makeToolBar();
     void makePanels();
     void makeStatusBar();
+    void makeViewHint();
+    void useLanguage();
     void retranslate();
     void paintIcons();
     void readSettings();
@@ -127,6 +134,10 @@ class MainWindow : public QMainWindow {
     void drawingReplaced();
     void showObject(const PlanObject& object); // selected, in the middle, and its layer shown
     void showLastLog();
+    void showError(int step);
+    // Shows what came since: at once where everything was in view, by a hint where something was being looked at.
+    void showNewObjects(const drawing::Extent& added, bool sawEverything);
+    void tellBrokenOff(const CommandOutcome& outcome, std::size_t added);
     QDockWidget* dock(Text text) const;
     void drawingChanged();
     void selectionChanged();
@@ -154,6 +165,8 @@ class MainWindow : public QMainWindow {
     SourcePanel* source_ = nullptr;
     LegendPanel* legend_ = nullptr;
     FindPanel* find_ = nullptr;
+    QPushButton* viewHint_ = nullptr;
+    QTranslator toolkitTexts_;
     QLabel* position_ = nullptr;
     QLabel* station_ = nullptr;
     QLabel* counts_ = nullptr;

@@ -6,6 +6,8 @@
 #include "desk/window/properties.h"
 
 #include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
 
 #include <algorithm>
 #include <cmath>
@@ -41,6 +43,26 @@ QString refusalText(const host::embedded::RefusedElement& element, const Texts& 
         break;
     }
     return texts(Text::ClothoidWithoutElementBefore);
+}
+
+bool holds(const drawing::Extent& outer, const drawing::Extent& inner) {
+    return inner.empty() || (outer.minX <= inner.minX && outer.minY <= inner.minY && outer.maxX >= inner.maxX &&
+                             outer.maxY >= inner.maxY);
+}
+
+// The box of what the drawing got beyond so many entities and alignments.
+drawing::Extent extentSince(const Drawing& drawing, std::size_t entities, std::size_t alignments) {
+    drawing::Extent extent;
+    for (std::size_t i = entities; i < drawing.entityCount(); ++i) {
+        extent.add(drawing.entityExtent(i));
+    }
+    for (std::size_t i = alignments; i < drawing.alignmentCount(); ++i) {
+        for (const drawing::Element& element : drawing.alignment(i).elements) {
+            extent.add(element.start.x, element.start.y);
+            extent.add(element.end.x, element.end.y);
+        }
+    }
+    return extent;
 }
 
 } // namespace
@@ -132,10 +154,12 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     updateActions();
     const std::size_t entities = session_.drawing().entityCount();
     const std::size_t alignments = session_.drawing().alignmentCount();
+    const bool sawEverything = holds(plan_->view().visible(), session_.drawing().extent());
     const CommandOutcome outcome = session_.run(command.toStdString(), pendingFile.toStdString());
     plan_->setFrozen(false);
     if (outcome.changed) {
         drawingChanged();
+        showNewObjects(extentSince(session_.drawing(), entities, alignments), sawEverything);
     }
     if (!outcome.logPath.empty()) {
         log_->showLog(outcome.logPath, texts_);
@@ -149,6 +173,48 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     }
     updateTitle();
     updateActions();
+    if (const std::string source = sourceOfLog(outcome.logPath); !source.empty()) {
+        rememberFile(QString::fromStdString(source));
+    }
+    if (!outcome.ok) {
+        tellBrokenOff(outcome,
+                      session_.drawing().entityCount() - entities + session_.drawing().alignmentCount() - alignments);
+    }
+}
+
+void MainWindow::showNewObjects(const drawing::Extent& added, bool sawEverything) {
+    if (added.empty() || holds(plan_->view().visible(), added)) {
+        return;
+    }
+    if (sawEverything) {
+        plan_->fitAll();
+        return;
+    }
+    viewHint_->setText(texts_(Text::NewOutOfView));
+    viewHint_->adjustSize();
+    viewHint_->move((plan_->width() - viewHint_->width()) / 2, viewHint_->height() / 2);
+    viewHint_->show();
+    viewHint_->raise();
+}
+
+void MainWindow::tellBrokenOff(const CommandOutcome& outcome, std::size_t added) {
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Fenmark Desk"), texts_(Text::BrokenOff),
+                    QMessageBox::NoButton, this);
+    box.setInformativeText(QString::fromStdString(outcome.message) + QLatin1Char('\n') +
+                           (added > 0 ? texts_(Text::BrokenOffKept).arg(added) : texts_(Text::BrokenOffNothing)));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QPushButton* keep = box.addButton(texts_(added > 0 ? Text::KeepButton : Text::OkButton), QMessageBox::AcceptRole);
+    keep->setObjectName(QStringLiteral("keep"));
+    QPushButton* takeBack = nullptr;
+    if (added > 0) {
+        takeBack = box.addButton(texts_(Text::TakeBackButton), QMessageBox::DestructiveRole);
+        takeBack->setObjectName(QStringLiteral("takeBack"));
+    }
+    box.setEscapeButton(keep);
+    box.exec();
+    if (takeBack != nullptr && box.clickedButton() == static_cast<QAbstractButton*>(takeBack)) {
+        undo();
+    }
 }
 
 void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
@@ -202,6 +268,13 @@ void MainWindow::showLastLog() {
     const Step* import = session_.lastImport();
     log_->showLog(import != nullptr ? import->logPath : std::string(), texts_);
     source_->hide();
+}
+
+void MainWindow::showError(int step) {
+    dock(Text::LogPanel)->show();
+    if (!log_->goToError(step)) {
+        command_->say(texts_(Text::NoMoreErrors));
+    }
 }
 
 void MainWindow::startFind() {

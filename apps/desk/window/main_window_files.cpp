@@ -255,7 +255,9 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     }
     for (const QUrl& url : event->mimeData()->urls()) {
         if (url.isLocalFile() && isOurs(url.toLocalFile())) {
-            event->acceptProposedAction();
+            // The file stays where it is, whatever the other program proposes.
+            event->setDropAction(Qt::CopyAction);
+            event->accept();
         }
     }
 }
@@ -273,7 +275,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
     if (paths.isEmpty()) {
         return;
     }
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
     // The program that the files come from waits until this returns, so that dialogs come later.
     QTimer::singleShot(0, this, [this, paths] { guarded([this, paths] { openDropped(paths); }); });
 }

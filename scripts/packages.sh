@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing, and nothing when none is.
 #
-# scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), check (tests, format, validators)
+# scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), package
+# (Debian packages), check (tests, format, validators)
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev)
@@ -9,6 +10,7 @@ picture=(librsvg2-bin fonts-ipafont-gothic)
 windows=(qt6-base-dev qt6-translations-l10n libgl-dev fonts-ipafont-gothic)
 check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin
        xvfb xauth libxml2-utils)
+packaging=(lintian debootstrap dpkg-dev file)
 
 wanted=()
 for name in "$@"; do
@@ -16,8 +18,9 @@ for name in "$@"; do
         build) wanted+=("${build[@]}") ;;
         picture) wanted+=("${picture[@]}") ;;
         windows) wanted+=("${windows[@]}") ;;
+        package) wanted+=("${packaging[@]}") ;;
         check) wanted+=("${check[@]}") ;;
-        *) echo "packages.sh: no set named $name (build, picture, windows, check)" >&2; exit 2 ;;
+        *) echo "packages.sh: no set named $name (build, picture, windows, package, check)" >&2; exit 2 ;;
     esac
 done
 

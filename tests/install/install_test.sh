@@ -12,7 +12,9 @@ expect() { [ "$2" = "$3" ] || fail "$1: expected \"$3\", got \"$2\""; }
 
 rm -rf "$work"
 mkdir -p "$work"
-"$cmake" --install "$build" --component alignment --prefix "$work/staged" >/dev/null
+for component in alignment alignment-dev; do
+    "$cmake" --install "$build" --component "$component" --prefix "$work/staged" >/dev/null
+done
 # What was installed must work wherever it comes to lie.
 prefix="$work/moved here"
 mv "$work/staged" "$prefix"

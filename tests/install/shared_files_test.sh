@@ -10,7 +10,9 @@ cmake=$1 build=$2 work=$3
 fail() { echo "shared files test: $1" >&2; exit 1; }
 
 rm -rf "$work"
-"$cmake" --install "$build" --component share --prefix "$work" >/dev/null
+for component in fenmark desk; do
+    "$cmake" --install "$build" --component "$component" --prefix "$work" >/dev/null
+done
 share="$work/share"
 
 for page in fenmark fenmark-desk; do

@@ -16,8 +16,9 @@ namespace {
 using namespace fenmark;
 
 void require(bool holds) {
-    if (!holds)
+    if (!holds) {
         std::abort();
+    }
 }
 
 void readAll(const std::string& path, sima::Encoding encoding) {
@@ -45,16 +46,18 @@ void readAll(const std::string& path, sima::Encoding encoding) {
     } catch (const std::invalid_argument&) {
     }
     require(reader.log.errors().size() == 4 * static_cast<std::size_t>(reader.log.errorCount()));
-    for (std::size_t i = 0; i < reader.log.lines().size(); ++i)
+    for (std::size_t i = 0; i < reader.log.lines().size(); ++i) {
         require(!reader.log.lines()[i].empty());
+    }
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const int file = memfd_create("input", 0);
-    if (file < 0 || write(file, data, size) != static_cast<ssize_t>(size))
+    if (file < 0 || write(file, data, size) != static_cast<ssize_t>(size)) {
         std::abort();
+    }
     const std::string path = "/proc/self/fd/" + std::to_string(file);
     readAll(path, sima::Encoding::Cp932);
     readAll(path, sima::Encoding::Utf8);

@@ -30,11 +30,13 @@ QDir output;
 bool failed = false;
 
 void keep(QWidget& widget, const QString& name) {
-    for (int round = 0; round < 3; ++round)
+    for (int round = 0; round < 3; ++round) {
         QApplication::processEvents();
+    }
     const QString path = output.filePath(name + QStringLiteral(".png"));
-    if (widget.grab().toImage().save(path, "PNG"))
+    if (widget.grab().toImage().save(path, "PNG")) {
         return;
+    }
     std::fprintf(stderr, "fenmark_pictures: %s: cannot be written\n", qPrintable(path));
     failed = true;
 }
@@ -47,8 +49,9 @@ class Script {
     explicit Script(std::vector<Act> acts) : acts_(std::move(acts)) {
         QObject::connect(&timer_, &QTimer::timeout, [this] {
             QWidget* dialog = QApplication::activeModalWidget();
-            if (dialog == nullptr || next_ >= acts_.size())
+            if (dialog == nullptr || next_ >= acts_.size()) {
                 return;
+            }
             acts_[next_++](*dialog);
         });
         timer_.start(20);
@@ -61,8 +64,9 @@ class Script {
 };
 
 void click(QWidget& dialog, const char* button) {
-    if (auto* found = dialog.findChild<QPushButton*>(QLatin1String(button)))
+    if (auto* found = dialog.findChild<QPushButton*>(QLatin1String(button))) {
         found->click();
+    }
 }
 
 void clickSoon(QWidget& dialog, const char* button) {
@@ -91,12 +95,14 @@ void importRoad(desk::MainWindow& window, const QString& file) {
 }
 
 void selectNamed(desk::MainWindow& window, const char* name) {
-    const host::embedded::Drawing& drawing = window.session().drawing();
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i)
+    const drawing::Drawing& drawing = window.session().drawing();
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         if (drawing.entity(i).row &&
             QByteArray(drawing.entity(i).row->name.data(), static_cast<qsizetype>(drawing.entity(i).row->name.size()))
-                    .trimmed() == name)
+                    .trimmed() == name) {
             window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Entity, i, {}});
+        }
+    }
 }
 
 void showAlignmentSelection() {
@@ -156,8 +162,9 @@ void showTreeList() {
 
 int run(const QDir& examples) {
     const QTemporaryDir folder; // the imports write their logs beside their files
-    for (const char* name : {"road.sim", "cadastral.sim"})
+    for (const char* name : {"road.sim", "cadastral.sim"}) {
         QFile::copy(examples.filePath(QLatin1String(name)), folder.filePath(QLatin1String(name)));
+    }
     const std::vector<std::string> module = desk::modulePaths(QApplication::applicationDirPath().toStdString());
     {
         desk::MainWindow window({desk::Language::Japanese, false});

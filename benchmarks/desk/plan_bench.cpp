@@ -23,10 +23,10 @@ namespace {
 
 using fenmark::desk::PlanIndex;
 using fenmark::desk::PlanView;
+using fenmark::drawing::Drawing;
+using fenmark::drawing::EntityKind;
+using fenmark::drawing::Extent;
 using fenmark::host::MdGePoint3d;
-using fenmark::host::embedded::Drawing;
-using fenmark::host::embedded::EntityKind;
-using fenmark::host::embedded::Extent;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kLotsAcross = 500; // 500 by 500 lots of 10 m by 10 m, four points around each
@@ -152,8 +152,9 @@ bool printUndo(Drawing& drawing) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QApplication application(argc, argv);
     Drawing drawing;
     fill(drawing);
@@ -178,16 +179,18 @@ int main(int argc, char** argv) {
 
     // Zoom in until the view holds no more than the objects of the goal.
     const QPointF middle(700.0, 450.0);
-    while (view.index().count(view.view().visible(), kObjectsInView + 1) > kObjectsInView)
+    while (view.index().count(view.view().visible(), kObjectsInView + 1) > kObjectsInView) {
         view.zoomAt(middle, 1.01);
+    }
     met &= print("pan, 20,000 objects in view",
                  measure(view, kFrames, [&](int i) { view.panPixels(i % 20 < 10 ? 7.0 : -7.0, 3.0); }), kFrameGoal);
     met &= print("zoom, up to 20,000 objects",
                  measure(view, kFrames, [&](int i) { view.zoomAt(middle, i < kFrames / 2 ? 1.02 : 1.0 / 1.02); }),
                  kFrameGoal);
     met &= print("pointer over 20,000 objects", movePointer(view), kFrameGoal);
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < 6; ++i) {
         view.zoomAt(middle, 1.3);
+    }
     met &= print("pan with names", measure(view, kFrames, [&](int) { view.panPixels(-5.0, 2.0); }), kFrameGoal);
     met &= printSearches(drawing);
     met &= printUndo(drawing);

@@ -38,23 +38,26 @@ std::uint64_t mapSplitConvert(const std::string& path) {
         const char* const lineEnd = found != nullptr ? static_cast<const char*>(found) : end;
         fields.clear();
         const char* start = at;
-        for (const char* p = at; p != lineEnd; ++p)
+        for (const char* p = at; p != lineEnd; ++p) {
             if (*p == ',') {
                 fields.emplace_back(start, static_cast<std::size_t>(p - start));
                 start = p + 1;
             }
+        }
         fields.emplace_back(start, static_cast<std::size_t>(lineEnd - start));
         count += fields.size();
-        if (fields.size() >= 6 && fields[0] == "A01")
+        if (fields.size() >= 6 && fields[0] == "A01") {
             for (std::size_t i = 3; i <= 5; ++i) {
                 double value = 0.0;
                 const char* first = fields[i].data();
                 const char* const last = first + fields[i].size();
-                while (first != last && *first == ' ')
+                while (first != last && *first == ' ') {
                     ++first;
+                }
                 std::from_chars(first, last, value);
                 sum += value;
             }
+        }
         at = lineEnd + 1;
     }
     munmap(mapped, size);
@@ -107,8 +110,9 @@ std::uint64_t getlineIconvStream(const std::string& path) {
     return readPlainly(path, [](std::wstring& line, std::vector<std::wstring>& fields) {
         std::wistringstream stream(line);
         std::wstring field;
-        while (std::getline(stream, field, L','))
+        while (std::getline(stream, field, L',')) {
             fields.push_back(field);
+        }
     });
 }
 

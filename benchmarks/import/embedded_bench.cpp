@@ -1,10 +1,10 @@
 // The import into a GeoPackage against the import into the recording doubles and a loop of inserts of the same rows.
 #include "import/embedded_bench.h"
 
+#include "drawing/geopackage/geometry_blob.h"
+#include "drawing/geopackage/schema.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
-#include "host/embedded/geopackage/geometry_blob.h"
-#include "host/embedded/geopackage/schema.h"
 #include "import/embedded_geometry_bench.h"
 #include "import/measured.h"
 #include "import/reader_bench.h"
@@ -75,7 +75,7 @@ std::uint64_t importInto(const std::string& path, const std::string& drawingPath
     std::filesystem::remove(drawingPath);
     embedded::EmbeddedHost host;
     import(host, path);
-    const embedded::StoreResult result = host.currentDocument()->store().save(drawingPath, host.drawing());
+    const drawing::StoreResult result = host.currentDocument()->store().save(drawingPath, host.drawing());
     demand(static_cast<bool>(result), result.message);
     return host.drawing().lastId();
 }
@@ -91,16 +91,16 @@ constexpr const char* kInsertPolyline = "INSERT INTO polylines VALUES (?1, ?2, ?
 constexpr const char* kInsertLot = "INSERT INTO lots VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)";
 
 // The bare loop: the rows of a drawing that is in memory, by prepared inserts in one transaction, nothing else.
-std::uint64_t insertRows(const embedded::Drawing& drawing, const std::string& path) {
+std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& path) {
     std::filesystem::remove(path);
     sqlite3* database = nullptr;
     const auto execute = [&](const char* text) {
         demand(sqlite3_exec(database, text, nullptr, nullptr, nullptr) == SQLITE_OK, sqlite3_errmsg(database));
     };
     demand(sqlite3_open(path.c_str(), &database) == SQLITE_OK, path);
-    execute(embedded::sql::kPrepareNewFile);
+    execute(drawing::sql::kPrepareNewFile);
     execute("BEGIN");
-    execute(embedded::sql::kSchema);
+    execute(drawing::sql::kSchema);
     const auto prepare = [&](const char* text) {
         sqlite3_stmt* statement = nullptr;
         demand(sqlite3_prepare_v2(database, text, -1, &statement, nullptr) == SQLITE_OK, sqlite3_errmsg(database));
@@ -109,18 +109,19 @@ std::uint64_t insertRows(const embedded::Drawing& drawing, const std::string& pa
     sqlite3_stmt* point = prepare(kInsertPoint);
     sqlite3_stmt* polyline = prepare(kInsertPolyline);
     sqlite3_stmt* lot = prepare(kInsertLot);
-    embedded::BlobWriter blobs(-1);
+    drawing::BlobWriter blobs(-1);
     std::uint64_t rows = 0;
     const auto text = [](sqlite3_stmt* statement, int index, std::string_view value) {
         sqlite3_bind_text(statement, index, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
     };
-    const auto insert = [&](sqlite3_stmt* statement, const embedded::EntityView& entity,
-                            std::span<const std::byte> blob, int table, int first) {
+    const auto insert = [&](sqlite3_stmt* statement, const drawing::EntityView& entity, std::span<const std::byte> blob,
+                            int table, int first) {
         sqlite3_bind_int64(statement, 1, static_cast<sqlite3_int64>(entity.id.asUint64()));
         sqlite3_bind_blob(statement, 2, blob.data(), static_cast<int>(blob.size()), SQLITE_STATIC);
         text(statement, 3, entity.layer);
-        if (table != 0)
+        if (table != 0) {
             text(statement, table, entity.row->table);
+        }
         sqlite3_bind_int(statement, first, entity.row->no);
         text(statement, first + 1, entity.row->name);
         text(statement, first + 2, entity.row->type);
@@ -130,7 +131,7 @@ std::uint64_t insertRows(const embedded::Drawing& drawing, const std::string& pa
         ++rows;
     };
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        const embedded::EntityView entity = drawing.entity(i);
+        const drawing::EntityView entity = drawing.entity(i);
         if (entity.isPoint()) {
             insert(point, entity, blobs.point(entity.position()), 4, 5);
             continue;
@@ -139,12 +140,14 @@ std::uint64_t insertRows(const embedded::Drawing& drawing, const std::string& pa
         sqlite3_bind_int(polyline, 10, static_cast<int>(entity.vertices.size()));
         sqlite3_bind_int(polyline, 11, 1);
         insert(polyline, entity, blobs.line(entity.vertices, entity.closed), 4, 5);
-        if (entity.closed)
+        if (entity.closed) {
             insert(lot, entity, blobs.polygon(entity.vertices), 0, 4);
+        }
     }
     execute("COMMIT");
-    for (sqlite3_stmt* statement : {point, polyline, lot})
+    for (sqlite3_stmt* statement : {point, polyline, lot}) {
         sqlite3_finalize(statement);
+    }
     sqlite3_close(database);
     return rows;
 }
@@ -172,23 +175,24 @@ void compareWriting(const std::string& folder) {
     Measured append;
     Measured load;
     {
-        embedded::Drawing drawing;
-        embedded::DrawingStore store;
-        const embedded::StoreResult opened = store.open(drawingPath, drawing);
+        drawing::Drawing drawing;
+        drawing::DrawingStore store;
+        const drawing::StoreResult opened = store.open(drawingPath, drawing);
         demand(static_cast<bool>(opened), opened.message);
-        for (int run = 0; run < kRuns; ++run)
+        for (int run = 0; run < kRuns; ++run) {
             measureOnce(bare, [&] { return insertRows(drawing, barePath); });
+        }
     }
     for (int run = 0; run < kRuns; ++run) {
         measureOnce(load, [&] {
-            embedded::Drawing drawing;
-            demand(static_cast<bool>(embedded::DrawingStore().open(drawingPath, drawing)), "not opened");
+            drawing::Drawing drawing;
+            demand(static_cast<bool>(drawing::DrawingStore().open(drawingPath, drawing)), "not opened");
             return drawing.entityCount();
         });
         measureOnce(append, [&] {
-            embedded::Drawing drawing;
-            embedded::DrawingStore store;
-            demand(static_cast<bool>(store.open(drawingPath, drawing, embedded::Load::WithoutEntities)), "not opened");
+            drawing::Drawing drawing;
+            drawing::DrawingStore store;
+            demand(static_cast<bool>(store.open(drawingPath, drawing, drawing::Load::WithoutEntities)), "not opened");
             drawing.addPoint({1, 2, 3}, 0);
             demand(static_cast<bool>(store.save(drawingPath, drawing)), "not appended");
             return drawing.lastId();

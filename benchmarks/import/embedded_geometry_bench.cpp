@@ -1,7 +1,7 @@
 // Point at station against a bare series of a clothoid, nearest point against a bare iteration of Newton's method.
 #include "import/embedded_geometry_bench.h"
 
-#include "host/embedded/alignment_geometry.h"
+#include "drawing/alignment_geometry.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,11 +16,11 @@ namespace fenmark::bench {
 
 namespace {
 
+using drawing::AlignmentGeometry;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::kInfiniteRadius;
 using host::PlanPoint;
-using host::embedded::AlignmentGeometry;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::kInfiniteRadius;
 
 constexpr int kElements = 10'000;
 constexpr int kQuestions = 1 << 20;
@@ -33,8 +33,9 @@ double nanoseconds(int count, Ask ask) {
     double best = kInfiniteRadius;
     for (int round = 0; round < kRounds; ++round) {
         const std::clock_t start = std::clock();
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < count; ++i) {
             ask(static_cast<std::size_t>(i));
+        }
         const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
         best = std::min(best, 1e9 * seconds / count);
     }
@@ -80,8 +81,9 @@ double bareNewton(double a, double length, const PlanPoint& point) {
         const double beside = (point.y - on.y) * cosine - (point.x - on.x) * sine;
         const double move = ahead / (1.0 - along / (a * a) * beside);
         along += move;
-        if (std::abs(move) < kStop)
+        if (std::abs(move) < kStop) {
             break;
+        }
     }
     return along;
 }
@@ -102,7 +104,7 @@ Element clothoid(PlanPoint start, double direction, double startRadius, double e
 // Straight, clothoid, arc, clothoid, again and again, in both senses.
 std::vector<Element> road(std::mt19937& random) {
     std::vector<Element> chain;
-    host::embedded::Pose pose;
+    drawing::Pose pose;
     for (int i = 0; i < kElements; ++i) {
         const bool right = (i / 4) % 2 == 0;
         const double radius = 150.0 + static_cast<double>(random() % 500);
@@ -118,7 +120,7 @@ std::vector<Element> road(std::mt19937& random) {
             element.type = ElementType::Arc;
             element.startRadius = element.endRadius = radius;
         }
-        const host::embedded::Pose end = poseOnElement(element, element.length);
+        const drawing::Pose end = poseOnElement(element, element.length);
         element.end = end.point;
         pose = end;
         chain.push_back(element);
@@ -153,15 +155,17 @@ void compareGeometry() {
     const Element spiral = clothoid({0, 0}, 0.0, kInfiniteRadius, 200.0, 100.0, false);
     const AlignmentGeometry one(std::span(&spiral, 1), 0.0);
     std::vector<PlanPoint> points(kQuestions);
-    for (PlanPoint& point : points)
+    for (PlanPoint& point : points) {
         point = one.pointAt(uniform(0.0, 100.0), uniform(-100.0, 100.0)).value();
+    }
     const double a = std::sqrt(100.0 * 200.0);
     const double newton =
         nanoseconds(kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(bareNewton(a, 100.0, points[i])); });
     const double nearest =
         nanoseconds(kQuestions, [&](std::size_t i) { benchmark::DoNotOptimize(one.locate(points[i])); });
-    for (PlanPoint& point : points)
+    for (PlanPoint& point : points) {
         point = geometry.pointAt(uniform(0.0, geometry.length()), uniform(-50.0, 50.0)).value();
+    }
     const double nearestOfAll =
         nanoseconds(kQuestions / 16, [&](std::size_t i) { benchmark::DoNotOptimize(geometry.locate(points[i])); });
 

@@ -13,21 +13,26 @@
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     const std::string only = argc == 2 ? argv[1] : "";
-    if (only == "reader" || only == "embedded")
+    if (only == "reader" || only == "embedded") {
         argc = 1;
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    }
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
+    }
     std::string folder = (std::filesystem::temp_directory_path() / "fenmark-bench-XXXXXX").string();
     if (mkdtemp(folder.data()) == nullptr) {
         std::perror(folder.c_str());
         return 1;
     }
-    if (only != "embedded")
+    if (only != "embedded") {
         fenmark::bench::compareReader(folder);
-    if (only != "reader")
+    }
+    if (only != "reader") {
         fenmark::bench::compareEmbedded(folder);
+    }
     std::filesystem::remove_all(folder);
-    if (only.empty())
+    if (only.empty()) {
         benchmark::RunSpecifiedBenchmarks();
+    }
     return 0;
 }

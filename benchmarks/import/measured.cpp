@@ -43,11 +43,13 @@ constexpr std::size_t kSmallPage = 4096;
 // All contenders begin alike.
 void touchMemory() {
     void* memory = mmap(nullptr, kTouchedBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED)
+    if (memory == MAP_FAILED) {
         fail("mmap");
+    }
     madvise(memory, kTouchedBytes, MADV_HUGEPAGE);
-    for (std::size_t at = 0; at < kTouchedBytes; at += kSmallPage)
+    for (std::size_t at = 0; at < kTouchedBytes; at += kSmallPage) {
         static_cast<volatile char*>(memory)[at] = 1;
+    }
     munmap(memory, kTouchedBytes);
 }
 
@@ -55,13 +57,15 @@ void touchMemory() {
 
 void measureOnce(Measured& measured, const std::function<std::uint64_t()>& work) {
     int channel[2];
-    if (pipe(channel) != 0)
+    if (pipe(channel) != 0) {
         fail("pipe");
+    }
     std::fflush(nullptr);
     touchMemory();
     const pid_t child = fork();
-    if (child < 0)
+    if (child < 0) {
         fail("fork");
+    }
     if (child == 0) {
         const double start = processorSeconds();
         const std::uint64_t result = work();

@@ -66,8 +66,9 @@ double sizeOf(const std::string& path) {
 
 Measured best(const std::function<std::uint64_t()>& work) {
     Measured measured;
-    for (int run = 0; run < kRuns; ++run)
+    for (int run = 0; run < kRuns; ++run) {
         measureOnce(measured, work);
+    }
     return measured;
 }
 
@@ -123,8 +124,9 @@ void compareGrowth(const std::string& folder) {
         const std::string path = generate(folder, "growth.sim", sizes);
         const Measured measured = best([&path] { return readIntoRecordingHost(path); });
         std::printf("  %9d points %9.4f s", points, measured.seconds);
-        if (before > 0.0)
+        if (before > 0.0) {
             std::printf("   %5.2f times", measured.seconds / before);
+        }
         std::printf("\n");
         before = measured.seconds;
     }
@@ -137,8 +139,9 @@ void compareGrowth(const std::string& folder) {
         const std::string path = generate(folder, "routes.sim", sizes);
         const Measured measured = best([&path] { return readIntoNothing(path); });
         std::printf("  %9d routes over %d points %9.4f s", routes, sizes.points, measured.seconds);
-        if (before > 0.0)
+        if (before > 0.0) {
             std::printf("   %5.2f times", measured.seconds / before);
+        }
         std::printf("\n");
         before = measured.seconds;
     }

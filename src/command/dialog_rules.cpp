@@ -28,24 +28,27 @@ constexpr std::size_t index(ImportKind kind) {
 std::string treeRowText(const sima::SimaImportOptions& options, ImportKind kind) {
     const std::string& label = options.labels[index(kind)];
     const std::int32_t count = options.counts[index(kind)];
-    if (count < 1)
+    if (count < 1) {
         return label;
+    }
     return label + " [" + std::to_string(count) + "]";
 }
 
 void countFromPreview(const sima::SimaReader& reader, sima::SimaImportOptions& options) {
     auto set = [&](ImportKind kind, std::int32_t count) {
         options.counts[index(kind)] = count;
-        if (count > 0)
+        if (count > 0) {
             options.flags[index(kind)] = true;
+        }
     };
     set(ImportKind::Coordinates, static_cast<std::int32_t>(reader.points.size()));
     set(ImportKind::Lots, reader.lotCount());
     set(ImportKind::Longitudinal, reader.longitudinalPointCount());
     set(ImportKind::CrossSections, reader.crossSectionCount());
-    for (std::int32_t type = 1; type <= 7; ++type)
+    for (std::int32_t type = 1; type <= 7; ++type) {
         set(static_cast<ImportKind>(index(ImportKind::IpLine) + static_cast<std::size_t>(type - 1)),
             reader.routesRead(type));
+    }
 }
 
 bool canImport(const sima::SimaImportOptions& options) {
@@ -53,16 +56,18 @@ bool canImport(const sima::SimaImportOptions& options) {
 }
 
 bool mustChooseAlignment(const sima::SimaReader& preview, const sima::SimaImportOptions& options, bool before) {
-    if (!options.flag(ImportKind::Longitudinal) && !options.flag(ImportKind::CrossSections))
+    if (!options.flag(ImportKind::Longitudinal) && !options.flag(ImportKind::CrossSections)) {
         return before;
+    }
     return before || (preview.usedRouteType2 && !options.flag(ImportKind::MainLine)) ||
            (preview.usedRouteType3 && !options.flag(ImportKind::CentreLine)) ||
            (preview.usedRouteType7 && !options.flag(ImportKind::ContinuousCurves));
 }
 
 bool isSimFile(const std::string& path) {
-    if (::access(path.c_str(), F_OK) != 0 || path.size() < 4)
+    if (::access(path.c_str(), F_OK) != 0 || path.size() < 4) {
         return false;
+    }
     std::string ending = path.substr(path.size() - 4);
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char c) { return static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c); });
@@ -72,33 +77,39 @@ bool isSimFile(const std::string& path) {
 std::optional<std::int64_t> modificationTime(const std::string& path) {
     std::error_code error;
     const auto time = std::filesystem::last_write_time(path, error);
-    if (error)
+    if (error) {
         return std::nullopt;
+    }
     return std::chrono::duration_cast<std::chrono::nanoseconds>(time.time_since_epoch()).count();
 }
 
 bool parseShiftDistance(std::string_view text, double& metres) {
     const std::string_view trimmed = sima::trim(text);
     std::string digits(trimmed);
-    if (!(sima::toReal(digits) > 0.0))
+    if (!(sima::toReal(digits) > 0.0)) {
         std::erase(digits, '-');
+    }
     std::erase(digits, '.');
-    if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
+    if (!std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; })) {
         return false;
-    if (std::count(trimmed.begin(), trimmed.end(), '.') > 1)
+    }
+    if (std::count(trimmed.begin(), trimmed.end(), '.') > 1) {
         return false;
+    }
     metres = sima::toReal(text);
     return metres > 0.0;
 }
 
 std::string brokenOffReason(const std::exception& error) {
-    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+    if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
         return "out of memory";
+    }
     // Beside the fields of a record, the one element that is looked up where there may be none is the one before a
     // clothoid.
     const bool isLookUp = dynamic_cast<const std::invalid_argument*>(&error) != nullptr;
-    if (isLookUp && dynamic_cast<const sima::ShortRecord*>(&error) == nullptr)
+    if (isLookUp && dynamic_cast<const sima::ShortRecord*>(&error) == nullptr) {
         return "the route begins with a clothoid, and a clothoid needs an element before it";
+    }
     return error.what();
 }
 

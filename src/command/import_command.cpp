@@ -57,13 +57,15 @@ ImportResult resultOf(const sima::SimaReader& reader, const LastRun& lastRun) {
     result.errorCount = reader.log.errorCount();
     result.coordinatePoints = reader.coordinatePointsCreated;
     result.filePath = reader.filePath;
-    if (lastRun.options.flag(sima::ImportKind::Lots))
+    if (lastRun.options.flag(sima::ImportKind::Lots)) {
         result.lots = reader.lotCount();
+    }
     result.alignments = reader.alignmentsCreated;
     result.alignmentNames.assign(reader.createdAlignmentNames.begin(), reader.createdAlignmentNames.end());
     result.polylines = reader.polylinesCreated;
-    for (std::size_t type = 1; type <= result.routesCreated.size(); ++type)
+    for (std::size_t type = 1; type <= result.routesCreated.size(); ++type) {
         result.routesCreated[type - 1] = reader.routesCreated(static_cast<std::int32_t>(type));
+    }
     result.longitudinalPoints = reader.longitudinalPointsCreated;
     result.crossSectionPoints = reader.crossSectionPointsCreated;
     return result;
@@ -76,23 +78,27 @@ void Fenmark(host::HostBoundary& host, Dialogs& dialogs, LastRun& lastRun, sima:
     reader = sima::SimaReader();
 
     ImportDialogState state{lastRun, {}, {}, false};
-    if (!listSites(host, state.siteNames))
+    if (!listSites(host, state.siteNames)) {
         return;
+    }
     state.layerNames = host.drawingWriter().listLayers();
 
-    if (!dialogs.showImport(state))
+    if (!dialogs.showImport(state)) {
         return;
+    }
     const bool mustChoose = state.mustChooseAlignment;
     lastRun = static_cast<LastRun&&>(std::move(state));
     reader = lastRun.reader;
 
     // A result without a route of its own: the answer is not looked at. A cancel imports without an alignment.
     ChosenAlignment chosen;
-    if (resultWithoutRoute(reader, lastRun.options))
+    if (resultWithoutRoute(reader, lastRun.options)) {
         selectAlignment(host, dialogs, chosen);
+    }
     // Results whose routes are not imported: only an answer given here is used for every result.
-    if (mustChoose && selectAlignment(host, dialogs, chosen))
+    if (mustChoose && selectAlignment(host, dialogs, chosen)) {
         reader.forceChosenAlignment = true;
+    }
 
     reader.alignmentId = chosen.id;
     reader.alignmentName = chosen.name;

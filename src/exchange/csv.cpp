@@ -16,12 +16,14 @@ struct Field {
 
 std::ostream& operator<<(std::ostream& out, Field field) {
     const bool blankEnds = !field.text.empty() && (field.text.front() == ' ' || field.text.back() == ' ');
-    if (!blankEnds && field.text.find_first_of(",\"\r\n") == std::string_view::npos)
+    if (!blankEnds && field.text.find_first_of(",\"\r\n") == std::string_view::npos) {
         return out << field.text;
+    }
     out << '"';
     for (const char c : field.text) {
-        if (c == '"')
+        if (c == '"') {
             out << '"';
+        }
         out << c;
     }
     return out << '"';
@@ -38,12 +40,12 @@ std::ostream& operator<<(std::ostream& out, Number number) {
 
 } // namespace
 
-Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
+Notes writeCsv(const drawing::Drawing& drawing, std::ostream& out) {
     std::size_t polylines = 0;
     Unplaced unplaced;
     out << "\xEF\xBB\xBFid,layer,x_east,y_north,z,table,no,name,type,file\r\n";
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        const host::embedded::EntityView entity = drawing.entity(i);
+        const drawing::EntityView entity = drawing.entity(i);
         if (!entity.isPoint()) {
             ++polylines;
             continue;
@@ -52,17 +54,19 @@ Notes writeCsv(const host::embedded::Drawing& drawing, std::ostream& out) {
         const host::MdGePoint3d& at = entity.position();
         out << entity.id.asUint64() << ',' << Field{entity.layer} << ',' << Number{at.x} << ',' << Number{at.y} << ','
             << Number{at.z} << ',';
-        if (entity.row)
+        if (entity.row) {
             out << Field{entity.row->table} << ',' << entity.row->no << ',' << Field{entity.row->name} << ','
                 << Field{entity.row->type} << ',' << Field{entity.row->fileName};
-        else
+        } else {
             out << ",,,,";
+        }
         out << "\r\n";
     }
     Notes notes = unplaced.notes("numbers that are none left empty");
-    if (polylines > 0 || drawing.alignmentCount() > 0)
+    if (polylines > 0 || drawing.alignmentCount() > 0) {
         notes.push_back("a CSV file holds points alone; left out: " + std::to_string(polylines) + " polylines, " +
                         std::to_string(drawing.alignmentCount()) + " alignments");
+    }
     return notes;
 }
 

@@ -14,11 +14,11 @@
 
 namespace fenmark::exchange {
 
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -35,8 +35,9 @@ char32_t nextCharacter(std::string_view text, std::size_t& at) {
     const auto first = static_cast<unsigned char>(text[at]);
     const int length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
     char32_t c = length == 1 ? first : first & (0x7FU >> length);
-    for (int i = 1; i < length && at + static_cast<std::size_t>(i) < text.size(); ++i)
+    for (int i = 1; i < length && at + static_cast<std::size_t>(i) < text.size(); ++i) {
         c = (c << 6) | (static_cast<unsigned char>(text[at + static_cast<std::size_t>(i)]) & 0x3FU);
+    }
     at += static_cast<std::size_t>(length);
     return c;
 }
@@ -71,8 +72,9 @@ std::string layerName(std::string_view name) {
     std::string allowed(name);
     for (char& c : allowed) {
         if (std::string_view("<>/\\\":;?*|=',`").find(c) != std::string_view::npos ||
-            static_cast<unsigned char>(c) < 0x20)
+            static_cast<unsigned char>(c) < 0x20) {
             c = '_';
+        }
     }
     return encoded(allowed.empty() ? "0" : allowed);
 }
@@ -97,8 +99,9 @@ class Writer {
     void begin(const char* type, std::string_view layer, int colour = kByLayer) {
         group(0, type);
         group(8, layer);
-        if (colour != kByLayer)
+        if (colour != kByLayer) {
             integer(62, colour);
+        }
     }
 
     void text(std::string_view layer, double x, double y, std::string_view text, bool centred) {
@@ -114,9 +117,10 @@ class Writer {
     }
 
     // An object's row as extended data at the end of its groups: table, number, name, type, file.
-    void row(const std::optional<host::embedded::RowView>& row) {
-        if (!row)
+    void row(const std::optional<drawing::RowView>& row) {
+        if (!row) {
             return;
+        }
         const auto text = [&](std::string_view value) { group(1000, encoded(value, kLongestData)); };
         group(1001, kApplication);
         text(row->table);
@@ -128,7 +132,7 @@ class Writer {
 
     template <typename Points>
     void polyline(std::string_view layer, const Points& points, bool closed, int colour = kByLayer,
-                  const std::optional<host::embedded::RowView>& data = {}) {
+                  const std::optional<drawing::RowView>& data = {}) {
         begin("POLYLINE", layer, colour);
         integer(66, 1);
         point(10, 0.0, 0.0);
@@ -146,7 +150,7 @@ class Writer {
 };
 
 void writeHeader(Writer& writer, const Drawing& drawing) {
-    const host::embedded::Extent& extent = drawing.extent();
+    const drawing::Extent& extent = drawing.extent();
     writer.group(0, "SECTION");
     writer.group(2, "HEADER");
     writer.group(9, "$ACADVER");
@@ -229,31 +233,35 @@ void writeElement(Writer& writer, const std::string& layer, const Element& eleme
         writer.number(51, degrees(element.clockwise ? element.start : element.end));
     } else {
         std::vector<PlanPoint> line;
-        host::embedded::appendElementLine(element, host::embedded::kLineTolerance, line);
+        drawing::appendElementLine(element, drawing::kLineTolerance, line);
         writer.polyline(layer, line, false, kGreen);
     }
 }
 
-void writeAlignment(Writer& writer, const host::embedded::Alignment& alignment) {
-    for (const Element& element : alignment.elements)
+void writeAlignment(Writer& writer, const drawing::Alignment& alignment) {
+    for (const Element& element : alignment.elements) {
         writeElement(writer, layerName(alignment.layer), element);
-    if (!alignment.elements.empty())
+    }
+    if (!alignment.elements.empty()) {
         writer.text(textLayer(alignment.layer), alignment.elements.front().start.x,
                     alignment.elements.front().start.y - 2.0 * kTextHeight, alignment.name, false);
+    }
 }
 
 void writeEntity(Writer& writer, const EntityView& entity) {
     const std::string layer = layerName(entity.layer);
     const std::string_view name = entity.row ? entity.row->name : std::string_view();
-    if (entity.vertices.empty())
+    if (entity.vertices.empty()) {
         return;
+    }
     if (entity.vertices.size() == 1) {
         const host::MdGePoint3d& at = entity.position();
         writer.begin("POINT", layer);
         writer.point(10, at.x, at.y, heightOf(entity));
         writer.row(entity.row);
-        if (!name.empty())
+        if (!name.empty()) {
             writer.text(textLayer(entity.layer), at.x + kTextHeight / 2.0, at.y + kTextHeight / 2.0, name, false);
+        }
         return;
     }
     writer.polyline(layer, entity.vertices, entity.closed, kByLayer, entity.row);
@@ -274,13 +282,15 @@ Notes writeDxf(const Drawing& drawing, std::ostream& out) {
     writer.group(2, "ENTITIES");
     Unplaced unplaced;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        if (unplaced.look(drawing.alignment(i)))
+        if (unplaced.look(drawing.alignment(i))) {
             writeAlignment(writer, drawing.alignment(i));
+        }
     }
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
-        if (unplaced.look(entity))
+        if (unplaced.look(entity)) {
             writeEntity(writer, entity);
+        }
     }
     writer.group(0, "ENDSEC");
     writer.group(0, "EOF");

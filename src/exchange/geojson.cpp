@@ -8,17 +8,18 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
+using drawing::Drawing;
+using drawing::EntityView;
 
 namespace {
 
 void writeRow(std::ostream& out, const EntityView& entity) {
     out << "\"layer\":" << JsonText{entity.layer};
-    if (entity.row)
+    if (entity.row) {
         out << ",\"table\":" << JsonText{entity.row->table} << ",\"No\":" << entity.row->no
             << ",\"Name\":" << JsonText{entity.row->name} << ",\"Type\":" << JsonText{entity.row->type}
             << ",\"FileName\":" << JsonText{entity.row->fileName};
+    }
 }
 
 void writePosition(std::ostream& out, double x, double y) {
@@ -50,20 +51,23 @@ void writeGeometry(std::ostream& out, const EntityView& entity) {
             writePosition(out, vertex.x, vertex.y);
         };
         if (backwards) {
-            for (std::size_t i = vertices.size(); i-- > 0;)
+            for (std::size_t i = vertices.size(); i-- > 0;) {
                 write(vertices[i]);
+            }
         } else {
-            for (const host::MdGePoint3d& vertex : vertices)
+            for (const host::MdGePoint3d& vertex : vertices) {
                 write(vertex);
+            }
         }
-        if (entity.closed)
+        if (entity.closed) {
             write(backwards ? vertices.back() : vertices.front());
+        }
         out << (polygon ? "]]}" : "]}");
     }
 }
 
 void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index, Unplaced& unplaced) {
-    const host::embedded::Alignment& alignment = drawing.alignment(index);
+    const drawing::Alignment& alignment = drawing.alignment(index);
     const auto site = drawing.findSite(alignment.site);
     out << "{\"type\":\"Feature\",\"id\":" << alignment.id.asUint64()
         << ",\"properties\":{\"layer\":" << JsonText{alignment.layer}
@@ -92,11 +96,12 @@ void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index
 Notes writeGeoJson(const Drawing& drawing, std::ostream& out) {
     out << "{\"type\":\"FeatureCollection\",";
     // Without a word on it, readers take the coordinates for degrees.
-    if (drawing.zone() != 0)
+    if (drawing.zone() != 0) {
         out << "\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:EPSG::" << 6668 + drawing.zone()
             << "\"}},";
-    else
+    } else {
         out << "\"crs\":null,";
+    }
     out << "\"features\":[";
     Unplaced unplaced;
     const char* separator = "\n";
@@ -110,10 +115,11 @@ Notes writeGeoJson(const Drawing& drawing, std::ostream& out) {
             << ",\"properties\":{";
         writeRow(out, entity);
         out << "},\"geometry\":";
-        if (unplaced.look(entity))
+        if (unplaced.look(entity)) {
             writeGeometry(out, entity);
-        else
+        } else {
             out << "null";
+        }
         out << '}';
     }
     out << "\n]}\n";

@@ -10,12 +10,12 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -36,10 +36,11 @@ void writeElement(std::ostream& out, const Element& element) {
     } else if (element.type == ElementType::Clothoid) {
         out << ",\"start_radius\":" << JsonReal{element.startRadius}
             << ",\"end_radius\":" << JsonReal{element.endRadius} << ",\"clockwise\":" << clockwise << ",\"pi\":";
-        if (const auto pi = element.pi())
+        if (const auto pi = element.pi()) {
             writePoint(out, *pi);
-        else
+        } else {
             out << "null";
+        }
     }
     out << '}';
 }
@@ -67,17 +68,19 @@ void writeEntity(std::ostream& out, const EntityView& entity) {
         out << ",\"type\":\"polyline\",\"layer\":" << JsonText{entity.layer}
             << ",\"closed\":" << (entity.closed ? "true" : "false") << ",\"vertices\":[";
         const char* separator = "";
-        for (const host::MdGePoint3d& vertex : entity.vertices)
+        for (const host::MdGePoint3d& vertex : entity.vertices) {
             out << std::exchange(separator, ",") << '[' << JsonReal{vertex.x} << ',' << JsonReal{vertex.y} << ']';
+        }
         out << ']';
     }
     out << ",\"data\":";
-    if (entity.row)
+    if (entity.row) {
         out << "{\"table\":" << JsonText{entity.row->table} << ",\"No\":" << entity.row->no
             << ",\"Name\":" << JsonText{entity.row->name} << ",\"Type\":" << JsonText{entity.row->type}
             << ",\"FileName\":" << JsonText{entity.row->fileName} << '}';
-    else
+    } else {
         out << "null";
+    }
     out << '}';
 }
 
@@ -86,15 +89,17 @@ class CountByType {
   public:
     void add(const EntityView& entity) {
         const std::string type = entity.row && !entity.row->type.empty() ? std::string(entity.row->type) : "-";
-        if (count_[type]++ == 0)
+        if (count_[type]++ == 0) {
             order_.push_back(type);
+        }
         ++total_;
     }
     void write(std::ostream& out, const char* title) const {
         out << title << total_;
         const char* separator = "  (";
-        for (const std::string& type : order_)
+        for (const std::string& type : order_) {
             out << std::exchange(separator, ", ") << type << ' ' << count_.at(type);
+        }
         out << (order_.empty() ? "\n" : ")\n");
     }
 
@@ -106,8 +111,9 @@ class CountByType {
 
 void summariseAlignment(std::ostream& out, const Alignment& alignment) {
     std::array<int, 3> kinds{};
-    for (const Element& element : alignment.elements)
+    for (const Element& element : alignment.elements) {
         ++kinds[element.type == ElementType::Straight ? 0 : element.type == ElementType::Arc ? 1 : 2];
+    }
     out << "  " << alignment.name << "  " << fixedReal(alignment.startStation, 3) << " to "
         << fixedReal(alignment.startStation + alignment.length(), 3) << " m, length "
         << fixedReal(alignment.length(), 3) << " m, " << kinds[0] << " straight, " << kinds[1] << " arc, " << kinds[2]
@@ -119,16 +125,18 @@ void summariseAlignment(std::ostream& out, const Alignment& alignment) {
 void writeInfoJson(const Drawing& drawing, std::ostream& out) {
     const char* separator = "";
     out << "{\"layers\":[";
-    for (const auto& layer : drawing.layers())
+    for (const auto& layer : drawing.layers()) {
         out << std::exchange(separator, ",") << "{\"name\":" << JsonText{layer.name} << '}';
+    }
     out << "],\"sites\":[";
     separator = "";
     for (const auto& site : drawing.sites()) {
         out << std::exchange(separator, ",") << "{\"name\":" << JsonText{site.name} << ",\"alignments\":[";
         const char* inner = "";
         for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-            if (drawing.alignment(i).site != site.id)
+            if (drawing.alignment(i).site != site.id) {
                 continue;
+            }
             out << std::exchange(inner, ",");
             writeAlignment(out, drawing.alignment(i));
         }
@@ -152,23 +160,27 @@ void writeSummary(const Drawing& drawing, std::ostream& out) {
     }
     out << "layers     ";
     const char* separator = "";
-    for (const auto& layer : drawing.layers())
+    for (const auto& layer : drawing.layers()) {
         out << std::exchange(separator, ", ") << layer.name;
+    }
     out << '\n';
     points.write(out, "points     ");
     polylines.write(out, "polylines  ");
     out << "alignments " << drawing.alignmentCount() << '\n';
-    if (drawing.zone() != 0)
+    if (drawing.zone() != 0) {
         out << "zone       " << drawing.zone() << " (EPSG:" << 6668 + drawing.zone() << ")\n";
+    }
     const Extent& extent = drawing.extent();
-    if (!extent.empty())
+    if (!extent.empty()) {
         out << "extent     x (east) " << fixedReal(extent.minX, 3) << " to " << fixedReal(extent.maxX, 3)
             << ", y (north) " << fixedReal(extent.minY, 3) << " to " << fixedReal(extent.maxY, 3) << '\n';
+    }
     for (const auto& site : drawing.sites()) {
         out << "site " << site.name << '\n';
         for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-            if (drawing.alignment(i).site == site.id)
+            if (drawing.alignment(i).site == site.id) {
                 summariseAlignment(out, drawing.alignment(i));
+            }
         }
     }
 }

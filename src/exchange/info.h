@@ -1,7 +1,7 @@
 // What a drawing holds: a summary for people, and the whole of it as JSON.
 #pragma once
 
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <iosfwd>
 
@@ -9,8 +9,8 @@ namespace fenmark::exchange {
 
 // Layers, sites with their alignments and elements, points and polylines with their rows, in creation order, on one
 // line. Infinite radii are null; reals read back to the same 64-bit value.
-void writeInfoJson(const host::embedded::Drawing& drawing, std::ostream& out);
+void writeInfoJson(const drawing::Drawing& drawing, std::ostream& out);
 
-void writeSummary(const host::embedded::Drawing& drawing, std::ostream& out);
+void writeSummary(const drawing::Drawing& drawing, std::ostream& out);
 
 } // namespace fenmark::exchange

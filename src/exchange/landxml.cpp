@@ -10,11 +10,11 @@
 
 namespace fenmark::exchange {
 
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -28,16 +28,18 @@ void writePoint(std::ostream& out, const char* element, const PlanPoint& point) 
 }
 
 void writeRadius(std::ostream& out, double radius) {
-    if (std::isfinite(radius))
+    if (std::isfinite(radius)) {
         out << PlainReal{radius};
-    else
+    } else {
         out << "INF";
+    }
 }
 
 // The format wants a PI for every spiral. One that turns by half a circle has none; its middle stands there instead.
 PlanPoint piOf(const Element& element) {
-    if (const auto pi = element.pi())
+    if (const auto pi = element.pi()) {
         return *pi;
+    }
     return {(element.start.x + element.end.x) / 2.0, (element.start.y + element.end.y) / 2.0};
 }
 
@@ -66,10 +68,12 @@ void writeElement(std::ostream& out, const Element& element, double station) {
     }
     out << " length=\"" << PlainReal{element.length} << "\" staStart=\"" << PlainReal{station} << "\">";
     writePoint(out, "Start", element.start);
-    if (element.type == ElementType::Arc)
+    if (element.type == ElementType::Arc) {
         writePoint(out, "Center", element.centre());
-    if (element.type == ElementType::Clothoid)
+    }
+    if (element.type == ElementType::Clothoid) {
         writePoint(out, "PI", piOf(element));
+    }
     writePoint(out, "End", element.end);
     out << "</" << closing << ">\n";
 }
@@ -78,11 +82,13 @@ void writeAlignments(std::ostream& out, const Drawing& drawing, Unplaced& unplac
     UniqueNames names;
     bool open = false;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        const host::embedded::Alignment& alignment = drawing.alignment(i);
-        if (alignment.elements.empty() || !unplaced.look(alignment))
+        const drawing::Alignment& alignment = drawing.alignment(i);
+        if (alignment.elements.empty() || !unplaced.look(alignment)) {
             continue;
-        if (!open)
+        }
+        if (!open) {
             out << "  <Alignments>\n";
+        }
         open = true;
         out << "    <Alignment name=\"" << xmlText(names.take(alignment.name)) << "\" desc=\""
             << xmlText(alignment.description) << "\" length=\"" << PlainReal{alignment.length()} << "\" staStart=\""
@@ -94,20 +100,23 @@ void writeAlignments(std::ostream& out, const Drawing& drawing, Unplaced& unplac
         }
         out << "      </CoordGeom>\n    </Alignment>\n";
     }
-    if (open)
+    if (open) {
         out << "  </Alignments>\n";
+    }
 }
 
 std::string nameOf(const EntityView& entity) {
-    if (entity.row && !entity.row->name.empty())
+    if (entity.row && !entity.row->name.empty()) {
         return std::string(entity.row->name);
+    }
     return std::to_string(entity.id.asUint64());
 }
 
 void writeAttributes(std::ostream& out, UniqueNames& names, const EntityView& entity) {
     out << " name=\"" << xmlText(names.take(nameOf(entity))) << '"';
-    if (entity.row)
+    if (entity.row) {
         out << " desc=\"" << xmlText(entity.row->type) << '"';
+    }
 }
 
 void writeRing(std::ostream& out, const EntityView& entity) {
@@ -139,15 +148,18 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
     UniqueNames names;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
-        if (!wanted(entity) || !hasPlace(entity))
+        if (!wanted(entity) || !hasPlace(entity)) {
             continue;
-        if (!open)
+        }
+        if (!open) {
             out << "  <" << group << ">\n";
+        }
         open = true;
         write(entity, names);
     }
-    if (open)
+    if (open) {
         out << "  </" << group << ">\n";
+    }
 }
 
 void writeHead(std::ostream& out, const Drawing& drawing) {
@@ -164,9 +176,10 @@ void writeHead(std::ostream& out, const Drawing& drawing) {
         << "\" language=\"Japanese\">\n"
            "  <Units><Metric areaUnit=\"squareMeter\" linearUnit=\"meter\" volumeUnit=\"cubicMeter\" "
            "temperatureUnit=\"celsius\" pressureUnit=\"HPA\"/></Units>\n";
-    if (drawing.zone() != 0)
+    if (drawing.zone() != 0) {
         out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << drawing.zone()
             << "\" epsgCode=\"" << 6668 + drawing.zone() << "\" horizontalDatum=\"JGD2011\"/>\n";
+    }
     out << "  <Application name=\"fenmark\"/>\n";
 }
 
@@ -176,8 +189,9 @@ Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
     writeHead(out, drawing);
     Unplaced unplaced;
     writeAlignments(out, drawing, unplaced);
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i)
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         unplaced.look(drawing.entity(i));
+    }
     writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },
         [&out](const EntityView& entity, UniqueNames& names) {

@@ -6,9 +6,9 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Alignment;
-using host::embedded::Element;
-using host::embedded::EntityView;
+using drawing::Alignment;
+using drawing::Element;
+using drawing::EntityView;
 
 namespace {
 
@@ -31,7 +31,7 @@ bool hasPlace(const Alignment& alignment) {
            });
 }
 
-bool isNear(const host::embedded::Extent& extent) {
+bool isNear(const drawing::Extent& extent) {
     return isNear(extent.minX) && isNear(extent.minY) && isNear(extent.maxX) && isNear(extent.maxY);
 }
 
@@ -41,10 +41,11 @@ double heightOf(const EntityView& point) {
 
 bool Unplaced::look(const EntityView& entity) {
     const bool placed = hasPlace(entity);
-    if (!placed)
+    if (!placed) {
         ++(entity.isPoint() ? points_ : polylines_);
-    else if (entity.isPoint() && !isNear(entity.position().z))
+    } else if (entity.isPoint() && !isNear(entity.position().z)) {
         ++heights_;
+    }
     return placed;
 }
 
@@ -56,13 +57,15 @@ bool Unplaced::look(const Alignment& alignment) {
 
 Notes Unplaced::notes(std::string_view whatBecame) const {
     Notes notes;
-    if (points_ + polylines_ + alignments_ > 0)
+    if (points_ + polylines_ + alignments_ > 0) {
         notes.push_back("coordinates beyond all bounds; " + std::string(whatBecame) + ": " + std::to_string(points_) +
                         " points, " + std::to_string(polylines_) + " polylines, " + std::to_string(alignments_) +
                         " alignments");
-    if (heights_ > 0)
+    }
+    if (heights_ > 0) {
         notes.push_back("heights beyond all bounds; in other files 0 or empty: " + std::to_string(heights_) +
                         " points");
+    }
     return notes;
 }
 

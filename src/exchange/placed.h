@@ -4,26 +4,26 @@
 // the drawing; files for other programs must not hold them.
 #pragma once
 
+#include "drawing/drawing.h"
 #include "exchange/text.h"
-#include "host/embedded/drawing.h"
 
 namespace fenmark::exchange {
 
 // Metres. Areas and centres of what lies farther away may be no numbers, even where its coordinates are.
 inline constexpr double kFarthest = 1e100;
 
-bool hasPlace(const host::embedded::EntityView& entity);
-bool hasPlace(const host::embedded::Alignment& alignment);
-bool isNear(const host::embedded::Extent& extent);
+bool hasPlace(const drawing::EntityView& entity);
+bool hasPlace(const drawing::Alignment& alignment);
+bool isNear(const drawing::Extent& extent);
 // The height of a point, 0 if it is beyond all bounds.
-double heightOf(const host::embedded::EntityView& point);
+double heightOf(const drawing::EntityView& point);
 
 // Counts what has no place, or no height, for the notes to the user.
 class Unplaced {
   public:
     // True if it has a place.
-    bool look(const host::embedded::EntityView& entity);
-    bool look(const host::embedded::Alignment& alignment);
+    bool look(const drawing::EntityView& entity);
+    bool look(const drawing::Alignment& alignment);
     // What became of them: "left out", "written without geometry". No line if there are none.
     Notes notes(std::string_view whatBecame) const;
 

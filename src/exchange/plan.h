@@ -1,10 +1,10 @@
 // A plan in the making: the sheet, what is drawn on it, and the names that found room.
 #pragma once
 
+#include "drawing/drawing.h"
 #include "exchange/plan_labels.h"
 #include "exchange/plan_sheet.h"
 #include "exchange/text.h"
-#include "host/embedded/drawing.h"
 
 #include <ostream>
 #include <set>
@@ -34,9 +34,9 @@ enum class PlanItem {
 };
 
 struct Plan {
-    explicit Plan(const host::embedded::Drawing& shown);
+    explicit Plan(const drawing::Drawing& shown);
 
-    const host::embedded::Drawing& drawing;
+    const drawing::Drawing& drawing;
     std::size_t leftOut = 0;     // entities at the origin, far from all others
     std::size_t beyondReach = 0; // entities and alignments with coordinates that no survey has
     PlanSheet sheet;
@@ -48,8 +48,8 @@ struct Plan {
     double stationStep = 20.0;                   // metres
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
 
-    bool isLeftOut(const host::embedded::EntityView& entity) const;
-    bool isLeftOut(const host::embedded::Alignment& alignment) const;
+    bool isLeftOut(const drawing::EntityView& entity) const;
+    bool isLeftOut(const drawing::Alignment& alignment) const;
     PaperPoint at(double x, double y) const { return sheet.at(x, y); }
     // Adds the first candidate that finds room; false if none does.
     bool place(const std::vector<Label>& candidates, bool offLinesOnly);

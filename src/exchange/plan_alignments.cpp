@@ -10,12 +10,12 @@
 
 namespace fenmark::exchange {
 
+using drawing::Alignment;
+using drawing::AlignmentGeometry;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::Alignment;
-using host::embedded::AlignmentGeometry;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -46,16 +46,18 @@ class NamedPlaces {
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
             if (entity.isPoint() && entity.row && entity.row->type == "座標" && !entity.row->name.empty() &&
-                !plan.isLeftOut(entity))
+                !plan.isLeftOut(entity)) {
                 indexes_.emplace(key(entity.position().x, entity.position().y), i);
+            }
         }
     }
     std::optional<std::size_t> at(const PlanPoint& point) const {
         for (const double dx : {0.0, -cell_, cell_}) {
             for (const double dy : {0.0, -cell_, cell_}) {
                 const auto found = indexes_.find(key(point.x + dx, point.y + dy));
-                if (found != indexes_.end())
+                if (found != indexes_.end()) {
                     return found->second;
+                }
             }
         }
         return std::nullopt;
@@ -77,10 +79,12 @@ const char* jointName(ElementType before, ElementType after) {
     const bool straight = before == ElementType::Straight || after == ElementType::Straight;
     const bool clothoid = before == ElementType::Clothoid || after == ElementType::Clothoid;
     const bool arc = before == ElementType::Arc || after == ElementType::Arc;
-    if (clothoid)
+    if (clothoid) {
         return straight ? "KA" : arc ? "KE" : "KK";
-    if (before == ElementType::Straight)
+    }
+    if (before == ElementType::Straight) {
         return arc ? "BC" : "IP";
+    }
     return straight ? "EC" : "PCC";
 }
 
@@ -114,8 +118,9 @@ Label along(const PaperPoint& at, double direction, bool left, double distance, 
             const char* style) {
     const double side = direction + (left ? 0.5 : -0.5) * std::numbers::pi;
     double degrees = std::remainder(-direction * 180.0 / std::numbers::pi, 360.0);
-    if (isUpsideDown(degrees))
+    if (isUpsideDown(degrees)) {
         degrees += degrees > 0.0 ? -180.0 : 180.0;
+    }
     return {{at.x + distance * std::cos(side), at.y - distance * std::sin(side)},
             size,
             degrees,
@@ -134,10 +139,11 @@ void tick(Plan& plan, std::ostream& out, const PlanPoint& point, double directio
 void drawElement(Plan& plan, std::ostream& out, const Element& element) {
     plan.items.insert(itemOf(element.type));
     std::vector<PlanPoint> line;
-    const double tolerance = std::max(host::embedded::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
-    host::embedded::appendElementLine(element, tolerance, line);
-    if (line.empty())
+    const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
+    drawing::appendElementLine(element, tolerance, line);
+    if (line.empty()) {
         return;
+    }
     PaperPoint from = plan.at(line.front().x, line.front().y);
     out << "<path class=\"l " << styleOf(element.type) << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
     if (element.type == ElementType::Arc) {
@@ -179,13 +185,16 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
         text += " " + stakeName(station);
         std::vector<Label> candidates;
         for (const double distance : {3.0, 8.0, 14.0}) {
-            for (const bool left : {true, false})
+            for (const bool left : {true, false}) {
                 candidates.push_back(across(at, direction, left, distance, kKeySize, text, "key"));
+            }
         }
-        if (plan.place(candidates, false) && named)
+        if (plan.place(candidates, false) && named) {
             plan.namedAtEnds.insert(*named);
-        if (!last)
+        }
+        if (!last) {
             station += element.length;
+        }
     }
     out << "\"/>\n";
     plan.items.insert(PlanItem::ElementEnd);
@@ -195,43 +204,48 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
     const double step = plan.stationStep;
     out << "<path class=\"tick\" d=\"";
     const auto first = static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9));
-    std::vector<std::pair<double, host::embedded::Pose>> poses;
+    std::vector<std::pair<double, drawing::Pose>> poses;
     for (long long k = first; static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
         const double station = static_cast<double>(k) * step;
         const auto pose = geometry.poseAt(station);
-        if (!pose)
+        if (!pose) {
             continue;
+        }
         ++drawn;
         tick(plan, out, pose->point, pose->direction, k % 5 == 0 ? kMajorTick : kStakeTick);
         poses.emplace_back(station, *pose);
     }
     out << "\"/>\n";
-    if (!poses.empty())
+    if (!poses.empty()) {
         plan.items.insert(PlanItem::Station);
+    }
     // Every fifth station tells its distance too, and takes its place before the others.
-    auto place = [&](double station, const host::embedded::Pose& pose, bool major) {
+    auto place = [&](double station, const drawing::Pose& pose, bool major) {
         const PaperPoint at = plan.at(pose.point.x, pose.point.y);
         const std::string text = stakeName(station) + (major ? "  " + fixedReal(station, 1) : "");
         std::vector<Label> candidates;
         for (const double distance : {2.0, 6.5}) {
-            for (const bool left : {false, true})
+            for (const bool left : {false, true}) {
                 candidates.push_back(across(at, pose.direction, left, distance, kStakeSize, text, "stake"));
+            }
         }
         plan.place(candidates, false);
     };
     auto isMajor = [&](double station) { return std::abs(std::remainder(station, 5.0 * step)) < 1e-6; };
     for (const bool major : {true, false}) {
         for (const auto& [station, pose] : poses) {
-            if (isMajor(station) == major)
+            if (isMajor(station) == major) {
                 place(station, pose, major);
+            }
         }
     }
 }
 
 void nameCurves(Plan& plan, const Alignment& alignment) {
     for (const Element& element : alignment.elements) {
-        if (element.type == ElementType::Straight)
+        if (element.type == ElementType::Straight) {
             continue;
+        }
         std::string text;
         if (element.type == ElementType::Arc) {
             text = "R=" + fixedReal(element.startRadius, 3);
@@ -240,30 +254,34 @@ void nameCurves(Plan& plan, const Alignment& alignment) {
             text = "A=" + fixedReal(std::sqrt(element.length / growth), 3);
         }
         text += " L=" + fixedReal(element.length, 3);
-        const host::embedded::Pose middle = host::embedded::poseOnElement(element, element.length / 2.0);
+        const drawing::Pose middle = drawing::poseOnElement(element, element.length / 2.0);
         const PaperPoint at = plan.at(middle.point.x, middle.point.y);
         const char* style = element.type == ElementType::Arc ? "curve" : "spiral";
         std::vector<Label> candidates;
         for (const double distance : {3.5, 6.5, 10.0, 13.5}) {
-            for (const bool left : {!element.clockwise, element.clockwise})
+            for (const bool left : {!element.clockwise, element.clockwise}) {
                 candidates.push_back(along(at, middle.direction, left, distance, kCurveSize, text, style));
+            }
         }
         plan.place(candidates, false);
     }
 }
 
 void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeometry& geometry) {
-    if (alignment.name.empty())
+    if (alignment.name.empty()) {
         return;
+    }
     std::vector<Label> candidates;
     for (const double part : {0.08, 0.25, 0.5, 0.75, 0.92}) {
         const auto pose = geometry.poseAt(geometry.startStation() + part * geometry.length());
-        if (!pose)
+        if (!pose) {
             continue;
+        }
         const PaperPoint at = plan.at(pose->point.x, pose->point.y);
         for (const double distance : {5.0, 10.0, 16.0}) {
-            for (const bool left : {true, false})
+            for (const bool left : {true, false}) {
                 candidates.push_back(along(at, pose->direction, left, distance, 2.6, alignment.name, "key"));
+            }
         }
     }
     plan.place(candidates, false);
@@ -274,31 +292,37 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
 void drawAlignments(Plan& plan, std::ostream& out) {
     for (const double step : {20.0, 100.0, 500.0, 1000.0, 5000.0, 10000.0, 100000.0}) {
         plan.stationStep = step;
-        if (plan.sheet.paperLength(step) >= kLeastStakeSpace)
+        if (plan.sheet.paperLength(step) >= kLeastStakeSpace) {
             break;
+        }
     }
-    if (plan.stationStep > 20.0 && plan.drawing.alignmentCount() > 0)
+    if (plan.stationStep > 20.0 && plan.drawing.alignmentCount() > 0) {
         plan.notes.push_back("測点は" + fixedReal(plan.stationStep, 0) + " mごとに図示しています");
+    }
     const NamedPlaces names(plan);
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
-        if (plan.isLeftOut(plan.drawing.alignment(i)))
+        if (plan.isLeftOut(plan.drawing.alignment(i))) {
             continue;
-        for (const Element& element : plan.drawing.alignment(i).elements)
+        }
+        for (const Element& element : plan.drawing.alignment(i).elements) {
             drawElement(plan, out, element);
+        }
     }
     std::size_t stations = 0;
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
         const Alignment& alignment = plan.drawing.alignment(i);
-        if (alignment.elements.empty() || plan.isLeftOut(alignment))
+        if (alignment.elements.empty() || plan.isLeftOut(alignment)) {
             continue;
+        }
         const AlignmentGeometry& geometry = plan.drawing.geometry(i);
         drawEnds(plan, out, alignment, names);
         nameAlignment(plan, alignment, geometry);
         drawStations(plan, out, geometry, stations);
         nameCurves(plan, alignment);
     }
-    if (stations >= kMostStations)
+    if (stations >= kMostStations) {
         plan.notes.push_back("測点が多いため、" + std::to_string(kMostStations) + "点までを図示しています");
+    }
 }
 
 } // namespace fenmark::exchange

@@ -10,8 +10,8 @@
 
 namespace fenmark::exchange {
 
+using drawing::EntityView;
 using host::PlanPoint;
-using host::embedded::EntityView;
 
 namespace {
 
@@ -32,27 +32,35 @@ struct PolylineKind {
 
 PolylineKind kindOf(const EntityView& entity) {
     const std::string_view type = entity.row ? entity.row->type : std::string_view();
-    if (type == "画地")
+    if (type == "画地") {
         return {PlanItem::Lot, "lot"};
-    if (type == "IP線")
+    }
+    if (type == "IP線") {
         return {PlanItem::IpLine, "ip"};
-    if (type == "幅杭線左")
+    }
+    if (type == "幅杭線左") {
         return {PlanItem::LeftStakes, "left"};
-    if (type == "幅杭線右")
+    }
+    if (type == "幅杭線右") {
         return {PlanItem::RightStakes, "right"};
-    if (type == "連続線")
+    }
+    if (type == "連続線") {
         return {PlanItem::Continuous, "continuous"};
+    }
     return {PlanItem::OtherLine, "other"};
 }
 
 PlanItem pointItem(const EntityView& entity) {
     const std::string_view type = entity.row ? entity.row->type : std::string_view();
-    if (type == "座標")
+    if (type == "座標") {
         return PlanItem::CoordinatePoint;
-    if (type == "縦断成果")
+    }
+    if (type == "縦断成果") {
         return PlanItem::LongitudinalPoint;
-    if (type == "横断成果")
+    }
+    if (type == "横断成果") {
         return PlanItem::CrossSectionPoint;
+    }
     return PlanItem::OtherPoint;
 }
 
@@ -94,12 +102,14 @@ class DotCells {
           taken_(columns_ * (static_cast<std::size_t>(map.height / cell) + 1)) {}
     // True for the first place in a cell.
     bool take(const PaperPoint& at) {
-        if (!(at.x >= map_.x && at.x <= map_.right() && at.y >= map_.y && at.y <= map_.bottom()))
+        if (!(at.x >= map_.x && at.x <= map_.right() && at.y >= map_.y && at.y <= map_.bottom())) {
             return false;
+        }
         const std::size_t cell = static_cast<std::size_t>((at.y - map_.y) / cell_) * columns_ +
                                  static_cast<std::size_t>((at.x - map_.x) / cell_);
-        if (taken_[cell])
+        if (taken_[cell]) {
             return false;
+        }
         taken_[cell] = true;
         return true;
     }
@@ -116,17 +126,20 @@ class Crowd {
   public:
     explicit Crowd(const Plan& plan) : plan_(plan), cells_(plan.sheet.map(), kPolylineCell) {
         std::size_t count = 0;
-        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i)
+        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             count += plan.drawing.entity(i).vertices.size() >= 2 ? 1 : 0;
+        }
         crowded_ = count > kMostPolylines;
     }
     bool draws(std::size_t index) {
-        if (!crowded_)
+        if (!crowded_) {
             return true;
-        const host::embedded::Extent extent = plan_.drawing.entityExtent(index);
+        }
+        const drawing::Extent extent = plan_.drawing.entityExtent(index);
         const double size = std::max(extent.maxX - extent.minX, extent.maxY - extent.minY);
-        if (plan_.sheet.paperLength(size) > 2.0 * kPolylineCell || cells_.take(plan_.at(extent.minX, extent.minY)))
+        if (plan_.sheet.paperLength(size) > 2.0 * kPolylineCell || cells_.take(plan_.at(extent.minX, extent.minY))) {
             return true;
+        }
         ++passed_;
         return false;
     }
@@ -157,16 +170,18 @@ std::vector<Label> around(const PaperPoint& at, const std::string& text) {
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
+    if (first == std::string_view::npos) {
         return {};
+    }
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 // The largest type that the name fits into the lot with, or nothing.
 void nameLot(Plan& plan, const EntityView& lot) {
     const std::string name(trimmed(lot.row->name));
-    if (name.empty())
+    if (name.empty()) {
         return;
+    }
     const PlanPoint ground = labelPoint(lot.vertices);
     const PaperPoint at = plan.at(ground.x, ground.y);
     const double area = std::abs(signedArea(lot.vertices));
@@ -174,15 +189,18 @@ void nameLot(Plan& plan, const EntityView& lot) {
     // A square of the lot's area tells how much room there is.
     const double room = plan.sheet.paperLength(std::sqrt(area));
     const double size = std::min(kLotSize, room / std::max(1.0, 1.15 * widthInEms(name)));
-    if (size < kSmallestLotSize)
+    if (size < kSmallestLotSize) {
         return;
+    }
     const bool withArea = lot.closed && room > 5.0 * size;
     const double up = withArea ? 0.65 * size : 0.0;
     std::vector<Label> candidates;
-    for (const double shift : {0.0, 1.5, -1.5, 3.0, -3.0})
+    for (const double shift : {0.0, 1.5, -1.5, 3.0, -3.0}) {
         candidates.push_back({{at.x, at.y - up + shift}, size, 0.0, Label::Anchor::Middle, name, "lotname"});
-    if (!plan.place(candidates, false) || !withArea)
+    }
+    if (!plan.place(candidates, false) || !withArea) {
         return;
+    }
     const PaperPoint placed = plan.labels.back().at;
     plan.place({{{placed.x, placed.y + 1.25 * size}, 0.8 * size, 0.0, Label::Anchor::Middle, areaText, "lotname"}},
                false);
@@ -195,39 +213,46 @@ void drawPolylines(Plan& plan, std::ostream& out) {
     for (const bool lots : {true, false}) {
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
-            if (entity.isPoint() || entity.vertices.size() < 2 || plan.isLeftOut(entity))
+            if (entity.isPoint() || entity.vertices.size() < 2 || plan.isLeftOut(entity)) {
                 continue;
+            }
             const PolylineKind kind = kindOf(entity);
-            if ((kind.item == PlanItem::Lot) != lots)
+            if ((kind.item == PlanItem::Lot) != lots) {
                 continue;
+            }
             plan.items.insert(kind.item);
-            if (!crowd.draws(i))
+            if (!crowd.draws(i)) {
                 continue;
+            }
             out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << kind.style << "\" d=\"";
             PaperPoint before{};
             for (std::size_t v = 0; v < entity.vertices.size(); ++v) {
                 const PaperPoint at = plan.at(entity.vertices[v].x, entity.vertices[v].y);
                 out << (v == 0 ? 'M' : 'L') << mm(at.x) << ' ' << mm(at.y);
-                if (v > 0)
+                if (v > 0) {
                     plan.space.takeLine(before, at);
+                }
                 before = at;
             }
-            if (entity.closed)
+            if (entity.closed) {
                 plan.space.takeLine(before, plan.at(entity.vertices.front().x, entity.vertices.front().y));
+            }
             out << (entity.closed ? "Z" : "") << "\"/>\n";
         }
     }
-    if (crowd.passed() > 0)
+    if (crowd.passed() > 0) {
         plan.notes.push_back("線が多いため、紙面で重なる小さい線" + std::to_string(crowd.passed()) +
                              "本は図示していません");
+    }
 }
 
 void namePolylines(Plan& plan) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
         if (!entity.isPoint() && entity.row && entity.vertices.size() >= 3 && entity.row->type == "画地" &&
-            !plan.isLeftOut(entity))
+            !plan.isLeftOut(entity)) {
             nameLot(plan, entity);
+        }
     }
 }
 
@@ -240,13 +265,15 @@ void drawPoints(Plan& plan, std::ostream& out) {
     };
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
-        if (entity.vertices.size() == 1 && !plan.isLeftOut(entity))
+        if (entity.vertices.size() == 1 && !plan.isLeftOut(entity)) {
             ++counts[place(pointItem(entity))];
+        }
     }
     for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
         const PlanItem item = kKinds[kind];
-        if (counts[kind] == 0)
+        if (counts[kind] == 0) {
             continue;
+        }
         plan.items.insert(item);
         const bool dots = counts[kind] > kMostSymbols;
         DotCells cells(plan.sheet.map(), kDotCell);
@@ -257,29 +284,34 @@ void drawPoints(Plan& plan, std::ostream& out) {
             " d=\"";
         std::size_t inPath = 0;
         auto beginSymbol = [&] {
-            if (inPath++ % kSymbolsInPath == 0)
+            if (inPath++ % kSymbolsInPath == 0) {
                 out << (inPath > 1 ? "\"/>\n" : "") << open;
+            }
         };
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
-            if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item)
+            if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item) {
                 continue;
+            }
             const PaperPoint at = plan.at(entity.position().x, entity.position().y);
-            if (dots && !cells.take(at))
+            if (dots && !cells.take(at)) {
                 continue;
+            }
             beginSymbol();
             if (dots) {
                 out << 'M' << mm(at.x) << ' ' << mm(at.y) << "h0";
                 continue;
             }
             symbol(out, item, at);
-            if (item == PlanItem::CoordinatePoint)
+            if (item == PlanItem::CoordinatePoint) {
                 plan.space.takeDot(at, 0.5);
+            }
         }
         out << (inPath > 0 ? "\"/>\n" : "");
-        if (dots)
+        if (dots) {
             plan.notes.push_back("点が多いため(" + std::to_string(counts[kind]) +
                                  "点)、紙面で重なる点は1点で図示しています");
+        }
     }
 
     const std::size_t named = counts[place(PlanItem::CoordinatePoint)];
@@ -291,17 +323,21 @@ void drawPoints(Plan& plan, std::ostream& out) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
         if (!entity.isPoint() || !entity.row || pointItem(entity) != PlanItem::CoordinatePoint ||
-            plan.isLeftOut(entity) || plan.namedAtEnds.contains(i))
+            plan.isLeftOut(entity) || plan.namedAtEnds.contains(i)) {
             continue;
+        }
         const std::string name(trimmed(entity.row->name));
-        if (name.empty())
+        if (name.empty()) {
             continue;
+        }
         const PaperPoint at = plan.at(entity.position().x, entity.position().y);
-        if (!plan.place(around(at, name), false))
+        if (!plan.place(around(at, name), false)) {
             ++without;
+        }
     }
-    if (without > 0)
+    if (without > 0) {
         plan.notes.push_back("余白がないため、" + std::to_string(without) + "点の点名は省略しています");
+    }
 }
 
 } // namespace fenmark::exchange

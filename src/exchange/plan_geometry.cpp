@@ -16,8 +16,9 @@ std::vector<double> crossings(std::span<const MdGePoint3d> ring, double y) {
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const MdGePoint3d& a = ring[i];
         const MdGePoint3d& b = ring[(i + 1) % ring.size()];
-        if ((a.y <= y) != (b.y <= y))
+        if ((a.y <= y) != (b.y <= y)) {
             at.push_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x));
+        }
     }
     std::sort(at.begin(), at.end());
     return at;
@@ -26,8 +27,9 @@ std::vector<double> crossings(std::span<const MdGePoint3d> ring, double y) {
 } // namespace
 
 double signedArea(std::span<const MdGePoint3d> ring) {
-    if (ring.empty())
+    if (ring.empty()) {
         return 0.0;
+    }
     // Taken from the first vertex, so that large coordinates do not cancel.
     const MdGePoint3d& origin = ring.front();
     double twice = 0.0;
@@ -40,8 +42,9 @@ double signedArea(std::span<const MdGePoint3d> ring) {
 }
 
 PlanPoint labelPoint(std::span<const MdGePoint3d> ring) {
-    if (ring.empty())
+    if (ring.empty()) {
         return {};
+    }
     const MdGePoint3d& origin = ring.front();
     double twice = 0.0;
     PlanPoint moment;
@@ -60,13 +63,15 @@ PlanPoint labelPoint(std::span<const MdGePoint3d> ring) {
         low = std::min(low, a.y);
         high = std::max(high, a.y);
     }
-    if (twice == 0.0)
+    if (twice == 0.0) {
         return {origin.x + mean.x, origin.y + mean.y};
+    }
     const PlanPoint centroid{origin.x + moment.x / (3.0 * twice), origin.y + moment.y / (3.0 * twice)};
     const std::vector<double> through = crossings(ring, centroid.y);
     for (std::size_t i = 0; i + 1 < through.size(); i += 2) {
-        if (through[i] <= centroid.x && centroid.x <= through[i + 1])
+        if (through[i] <= centroid.x && centroid.x <= through[i + 1]) {
             return centroid;
+        }
     }
     const double middle = (low + high) / 2.0;
     const std::vector<double> at = crossings(ring, middle);
@@ -81,10 +86,11 @@ PlanPoint labelPoint(std::span<const MdGePoint3d> ring) {
     return best;
 }
 
-std::vector<PlanPoint> lineOfAlignment(const host::embedded::Alignment& alignment) {
+std::vector<PlanPoint> lineOfAlignment(const drawing::Alignment& alignment) {
     std::vector<PlanPoint> line;
-    for (const host::embedded::Element& element : alignment.elements)
-        host::embedded::appendElementLine(element, host::embedded::kLineTolerance, line);
+    for (const drawing::Element& element : alignment.elements) {
+        drawing::appendElementLine(element, drawing::kLineTolerance, line);
+    }
     const auto same = [](const PlanPoint& a, const PlanPoint& b) { return a == b; };
     line.erase(std::unique(line.begin(), line.end(), same), line.end());
     return line;

@@ -1,8 +1,8 @@
 // Small plan geometry that the exchange formats share.
 #pragma once
 
+#include "drawing/drawing.h"
 #include "host/boundary/values.h"
-#include "host/embedded/drawing.h"
 
 #include <span>
 #include <vector>
@@ -17,6 +17,6 @@ double signedArea(std::span<const host::MdGePoint3d> ring);
 host::PlanPoint labelPoint(std::span<const host::MdGePoint3d> ring);
 
 // The alignment as one line within 1 mm of the true curve.
-std::vector<host::PlanPoint> lineOfAlignment(const host::embedded::Alignment& alignment);
+std::vector<host::PlanPoint> lineOfAlignment(const drawing::Alignment& alignment);
 
 } // namespace fenmark::exchange

@@ -38,8 +38,9 @@ LabelSpace::LabelSpace(const Rect& map)
       rows_(static_cast<std::size_t>(map.height / kCell) + 1), cells_(columns_ * rows_) {}
 
 std::size_t LabelSpace::cellAt(double x, double y) const {
-    if (!(x >= map_.x && x <= map_.right() && y >= map_.y && y <= map_.bottom()))
+    if (!(x >= map_.x && x <= map_.right() && y >= map_.y && y <= map_.bottom())) {
         return cells_.size();
+    }
     return static_cast<std::size_t>((y - map_.y) / kCell) * columns_ + static_cast<std::size_t>((x - map_.x) / kCell);
 }
 
@@ -58,8 +59,9 @@ bool LabelSpace::eachCell(const Label& label, Function function) const {
         for (int j = 0; j <= across; ++j) {
             const double u = begin + length * i / along;
             const double v = height * (static_cast<double>(j) / across - 0.5);
-            if (!function(cellAt(label.at.x + u * cosine - v * sine, label.at.y + u * sine + v * cosine)))
+            if (!function(cellAt(label.at.x + u * cosine - v * sine, label.at.y + u * sine + v * cosine))) {
                 return false;
+            }
         }
     }
     return true;
@@ -72,16 +74,18 @@ bool LabelSpace::isFree(const Label& label, bool offLines) const {
 
 void LabelSpace::take(const Label& label) {
     eachCell(label, [&](std::size_t cell) {
-        if (cell < cells_.size())
+        if (cell < cells_.size()) {
             cells_[cell] |= kLabel;
+        }
         return true;
     });
 }
 
 const Label* LabelSpace::takeFirst(const std::vector<Label>& candidates, bool offLinesOnly) {
     for (const bool offLines : {true, false}) {
-        if (!offLines && offLinesOnly)
+        if (!offLines && offLinesOnly) {
             break;
+        }
         for (const Label& candidate : candidates) {
             if (isFree(candidate, offLines)) {
                 take(candidate);
@@ -97,8 +101,9 @@ void LabelSpace::takeDot(const PaperPoint& at, double radius) {
     for (int i = -steps; i <= steps; ++i) {
         for (int j = -steps; j <= steps; ++j) {
             const std::size_t cell = cellAt(at.x + radius * i / steps, at.y + radius * j / steps);
-            if (cell < cells_.size())
+            if (cell < cells_.size()) {
                 cells_[cell] |= kLine;
+            }
         }
     }
 }
@@ -110,8 +115,9 @@ void LabelSpace::takeLine(const PaperPoint& from, const PaperPoint& to) {
     for (long i = 0; i <= count; ++i) {
         const double part = static_cast<double>(i) / static_cast<double>(count);
         const std::size_t cell = cellAt(from.x + part * (to.x - from.x), from.y + part * (to.y - from.y));
-        if (cell < cells_.size())
+        if (cell < cells_.size()) {
             cells_[cell] |= kLine;
+        }
     }
 }
 

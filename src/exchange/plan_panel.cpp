@@ -7,7 +7,7 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::EntityView;
+using drawing::EntityView;
 
 namespace {
 
@@ -19,8 +19,9 @@ constexpr double kTextSize = 2.6;
 double roundStep(double wanted) {
     const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
     for (const double factor : {1.0, 2.0, 5.0}) {
-        if (decade * factor >= wanted * (1.0 - 1e-9))
+        if (decade * factor >= wanted * (1.0 - 1e-9)) {
             return decade * factor;
+        }
     }
     return 10.0 * decade;
 }
@@ -135,8 +136,9 @@ double drawLegend(const Plan& plan, std::ostream& out, double y) {
     for (const PlanItem item : plan.items) {
         legendSample(out, item, x, y);
         std::string entry = legendText(item);
-        if (item == PlanItem::Station)
+        if (item == PlanItem::Station) {
             entry += "（" + fixedReal(plan.stationStep, 0) + " mごと）";
+        }
         text(out, x + 18.0, y, kTextSize, entry);
         y += 5.4;
     }
@@ -147,17 +149,20 @@ double drawScaleBar(const Plan& plan, std::ostream& out, double y) {
     constexpr double kLongest = 44.0; // millimetres
     const double longest = plan.sheet.groundLength(kLongest);
     double part = roundStep(longest / 4.0);
-    while (part * 4.0 > longest)
+    while (part * 4.0 > longest) {
         part = roundStep(part / 2.6);
+    }
     const double step = plan.sheet.paperLength(part);
     const double x = plan.sheet.panel().x + 6.0;
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         out << "<rect x=\"" << mm(x + i * step) << "\" y=\"" << mm(y) << "\" width=\"" << mm(step)
             << "\" height=\"1.6\" fill=\"" << (i % 2 == 0 ? "#222" : "#fff")
             << "\" stroke=\"#222\" stroke-width=\".18\"/>\n";
+    }
     const int decimals = part < 1.0 ? 1 : 0;
-    for (const int i : {0, 2, 4})
+    for (const int i : {0, 2, 4}) {
         text(out, x + i * step, y + 4.0, 2.2, fixedReal(i * part, decimals) + (i == 4 ? " m" : ""), "middle");
+    }
     return y + 7.0;
 }
 
@@ -168,14 +173,17 @@ std::vector<std::string> sourceFiles(const Plan& plan) {
     std::string_view last;
     for (std::size_t i = 0; i < plan.drawing.entityCount() && files.size() <= kMost; ++i) {
         const EntityView entity = plan.drawing.entity(i);
-        if (!entity.row || entity.row->fileName.empty() || entity.row->fileName == last)
+        if (!entity.row || entity.row->fileName.empty() || entity.row->fileName == last) {
             continue;
+        }
         last = entity.row->fileName;
-        if (std::find(files.begin(), files.end(), last) == files.end())
+        if (std::find(files.begin(), files.end(), last) == files.end()) {
             files.emplace_back(last);
+        }
     }
-    if (files.size() > kMost)
+    if (files.size() > kMost) {
         files.back() = "ほか";
+    }
     return files;
 }
 
@@ -192,8 +200,9 @@ void drawTitle(const Plan& plan, std::ostream& out) {
         std::string value;
     };
     std::vector<Line> lines;
-    for (const std::string& file : sourceFiles(plan))
+    for (const std::string& file : sourceFiles(plan)) {
         lines.push_back({lines.empty() ? "資料" : "", file});
+    }
     lines.push_back({"縮尺", "1:" + std::to_string(plan.sheet.scale()) + "（" + plan.sheet.format() + "）"});
     lines.push_back({"座標系", plan.drawing.zone() == 0
                                    ? std::string("平面直角座標")
@@ -224,8 +233,9 @@ void drawNotes(const Plan& plan, std::ostream& out, double y) {
         std::string line = "・";
         for (std::size_t i = 0; i < note.size();) {
             std::size_t next = i + 1;
-            while (next < note.size() && (static_cast<unsigned char>(note[next]) & 0xC0) == 0x80)
+            while (next < note.size() && (static_cast<unsigned char>(note[next]) & 0xC0) == 0x80) {
                 ++next;
+            }
             const std::string_view character = std::string_view(note).substr(i, next - i);
             if (widthInEms(line) + widthInEms(character) > room) {
                 text(out, x, y, kSize, line);
@@ -295,9 +305,10 @@ void drawPanel(const Plan& plan, std::ostream& out) {
     y = drawLegend(plan, out, y + 6.0);
     drawNotes(plan, out, y + 2.0);
     drawTitle(plan, out);
-    if (plan.items.empty())
+    if (plan.items.empty()) {
         text(out, sheet.map().x + sheet.map().width / 2.0, sheet.map().y + sheet.map().height / 2.0, 5.0,
              "図形がありません", "middle");
+    }
 }
 
 } // namespace fenmark::exchange

@@ -23,18 +23,21 @@ struct Paper {
 constexpr Paper kPapers[] = {{"A3", 420.0, 297.0}, {"A2", 594.0, 420.0}, {"A1", 841.0, 594.0}};
 
 int roundScaleFor(double wanted) {
-    if (!(wanted > 0.0))
+    if (!(wanted > 0.0)) {
         return kScaleOfAPoint;
+    }
     // 10 to 600, then 1000 to 5000 and on in the steps that plans are drawn in.
     for (const int scale : kRoundScales) {
-        if (wanted <= scale)
+        if (wanted <= scale) {
             return scale;
+        }
     }
     for (int decade = 1000; decade < kSmallestScale; decade *= 10) {
         for (const int tenths : {10, 12, 15, 20, 25, 30, 50}) {
             const int scale = decade / 10 * tenths;
-            if (wanted <= scale)
+            if (wanted <= scale) {
                 return scale;
+            }
         }
     }
     return kSmallestScale;
@@ -42,7 +45,7 @@ int roundScaleFor(double wanted) {
 
 } // namespace
 
-PlanSheet::PlanSheet(const host::embedded::Extent& extent) {
+PlanSheet::PlanSheet(const drawing::Extent& extent) {
     const double groundWidth = extent.empty() ? 0.0 : extent.maxX - extent.minX;
     const double groundHeight = extent.empty() ? 0.0 : extent.maxY - extent.minY;
     const bool upright = groundHeight > 1.35 * groundWidth;
@@ -58,8 +61,9 @@ PlanSheet::PlanSheet(const host::embedded::Extent& extent) {
         map_ = {kMargin, kMargin, panel_.x - kMargin, height_ - 2.0 * kMargin};
         scale_ = roundScaleFor(1000.0 * std::max(groundWidth / (map_.width - 2.0 * kLabelRoom),
                                                  groundHeight / (map_.height - 2.0 * kLabelRoom)));
-        if (scale_ <= kLargestOnA3)
+        if (scale_ <= kLargestOnA3) {
             break;
+        }
     }
 }
 

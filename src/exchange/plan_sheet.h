@@ -1,7 +1,7 @@
 // The sheet of a plan: paper, scale, and where a place on the ground lies on it. Paper units are millimetres, y down.
 #pragma once
 
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 namespace fenmark::exchange {
 
@@ -23,7 +23,7 @@ struct PaperPoint {
 class PlanSheet {
   public:
     // The smallest sheet and the largest round scale that the extent fits at.
-    explicit PlanSheet(const host::embedded::Extent& extent);
+    explicit PlanSheet(const drawing::Extent& extent);
 
     double width() const { return width_; }
     double height() const { return height_; }

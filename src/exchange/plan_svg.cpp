@@ -8,10 +8,10 @@
 
 namespace fenmark::exchange {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -79,12 +79,13 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& be
     std::size_t origins = 0;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
-        if (atOrigin(entity))
+        if (atOrigin(entity)) {
             ++origins;
-        else if (!inReach(entity))
+        } else if (!inReach(entity)) {
             ++beyondReach;
-        else
+        } else {
             rest.add(drawing.entityExtent(i));
+        }
     }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         if (!inReach(drawing.alignment(i))) {
@@ -93,17 +94,20 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& be
         }
         for (const auto& element : drawing.alignment(i).elements) {
             std::vector<host::PlanPoint> line;
-            host::embedded::appendElementLine(element, 1.0, line);
-            for (const host::PlanPoint& point : line)
+            drawing::appendElementLine(element, 1.0, line);
+            for (const host::PlanPoint& point : line) {
                 rest.add(point.x, point.y);
+            }
         }
     }
     const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});
     leftOut = away < kFarFromOrigin ? 0 : origins;
-    if (leftOut == 0 && beyondReach == 0)
+    if (leftOut == 0 && beyondReach == 0) {
         return whole;
-    if (leftOut < origins)
+    }
+    if (leftOut < origins) {
         rest.add(0.0, 0.0);
+    }
     return rest;
 }
 
@@ -111,13 +115,15 @@ void writeLabels(const Plan& plan, std::ostream& out) {
     out << "<g class=\"halo\">\n";
     for (const Label& label : plan.labels) {
         out << "<text class=\"" << label.style << "\" font-size=\"" << mm(label.size) << '"';
-        if (label.anchor != Label::Anchor::Start)
+        if (label.anchor != Label::Anchor::Start) {
             out << " text-anchor=\"" << (label.anchor == Label::Anchor::Middle ? "middle" : "end") << '"';
-        if (label.angle == 0.0)
+        }
+        if (label.angle == 0.0) {
             out << " x=\"" << mm(label.at.x) << "\" y=\"" << mm(label.at.y + baseLineBelow(label.size)) << '"';
-        else
+        } else {
             out << " transform=\"translate(" << mm(label.at.x) << ' ' << mm(label.at.y) << ") rotate("
                 << mm(label.angle) << ")\" y=\"" << mm(baseLineBelow(label.size)) << '"';
+        }
         out << '>' << xmlText(label.text) << "</text>\n";
     }
     out << "</g>\n";
@@ -129,8 +135,9 @@ std::string mm(double millimetres) {
     std::string text = fixedReal(millimetres, 2);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
+        if (text.back() == '.') {
             text.pop_back();
+        }
     }
     return text;
 }
@@ -142,16 +149,19 @@ std::string stakeName(double station) {
     const double stake = std::floor(rounded / kStake + 1e-9);
     const double plus = rounded - stake * kStake;
     std::string name = "No." + fixedReal(stake, 0);
-    if (plus >= kMillimetre / 2.0)
+    if (plus >= kMillimetre / 2.0) {
         name += "+" + fixedReal(plus, 3);
+    }
     return name;
 }
 
 Plan::Plan(const Drawing& shown) : drawing(shown), sheet(shownExtent(shown, leftOut, beyondReach)), space(sheet.map()) {
-    if (leftOut > 0)
+    if (leftOut > 0) {
         notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
-    if (beyondReach > 0)
+    }
+    if (beyondReach > 0) {
         notes.push_back("座標が大きすぎる" + std::to_string(beyondReach) + "個の図形は図示していません");
+    }
 }
 
 bool Plan::isLeftOut(const EntityView& entity) const {
@@ -164,8 +174,9 @@ bool Plan::isLeftOut(const Alignment& alignment) const {
 
 bool Plan::place(const std::vector<Label>& candidates, bool offLinesOnly) {
     const Label* label = space.takeFirst(candidates, offLinesOnly);
-    if (label != nullptr)
+    if (label != nullptr) {
         labels.push_back(*label);
+    }
     return label != nullptr;
 }
 

@@ -9,14 +9,16 @@
 namespace fenmark::exchange {
 
 std::ostream& operator<<(std::ostream& out, JsonReal real) {
-    if (!std::isfinite(real.value))
+    if (!std::isfinite(real.value)) {
         return out << "null";
+    }
     std::array<char, 32> buffer;
     const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), real.value);
     const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
     out << text;
-    if (text.find_first_of(".e") == std::string_view::npos)
+    if (text.find_first_of(".e") == std::string_view::npos) {
         out << ".0";
+    }
     return out;
 }
 
@@ -32,8 +34,9 @@ std::string fixedReal(double value, int decimals) {
     const auto [end, error] =
         std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
     std::string text(buffer.data(), end);
-    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos)
+    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
         text.erase(0, 1);
+    }
     return text;
 }
 
@@ -43,14 +46,16 @@ std::ostream& operator<<(std::ostream& out, JsonText text) {
     std::size_t plain = 0; // first character not yet written
     for (std::size_t i = 0; i < text.text.size(); ++i) {
         const auto c = static_cast<unsigned char>(text.text[i]);
-        if (c >= 0x20 && c != '"' && c != '\\')
+        if (c >= 0x20 && c != '"' && c != '\\') {
             continue;
+        }
         out << text.text.substr(plain, i - plain);
         plain = i + 1;
-        if (c == '"' || c == '\\')
+        if (c == '"' || c == '\\') {
             out << '\\' << static_cast<char>(c);
-        else
+        } else {
             out << "\\u00" << kDigits[c >> 4] << kDigits[c & 15];
+        }
     }
     return out << text.text.substr(plain) << '"';
 }
@@ -89,10 +94,11 @@ std::string xmlText(std::string_view text) {
             escaped += "&#13;";
             break;
         default:
-            if (static_cast<unsigned char>(c) < 0x20)
+            if (static_cast<unsigned char>(c) < 0x20) {
                 escaped += "\uFFFD";
-            else
+            } else {
                 escaped += c;
+            }
         }
     }
     return escaped;
@@ -103,8 +109,9 @@ std::string UniqueNames::take(std::string_view wanted) {
     while (true) {
         int& times = taken_[name];
         ++times;
-        if (times == 1)
+        if (times == 1) {
             return name;
+        }
         name = std::string(wanted) + " (" + std::to_string(times) + ")";
     }
 }

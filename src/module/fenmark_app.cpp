@@ -36,8 +36,9 @@ class PendingFile {
   public:
     explicit PendingFile(command::LastRun& run) : run_(run) {
         std::string path;
-        if (mirdane::mdedGetSystemText(mirdane::kPendingFileVariable, path) != 0 || path.empty())
+        if (mirdane::mdedGetSystemText(mirdane::kPendingFileVariable, path) != 0 || path.empty()) {
             return;
+        }
         mirdane::mdedSetSystemText(mirdane::kPendingFileVariable, {});
         pending_ = true;
         filePath_ = std::exchange(run_.filePath, path);
@@ -45,8 +46,9 @@ class PendingFile {
         options_ = std::exchange(run_.options, {});
     }
     ~PendingFile() {
-        if (!pending_ || run_.fileTime != kNeverRead)
+        if (!pending_ || run_.fileTime != kNeverRead) {
             return;
+        }
         run_.filePath = std::move(filePath_);
         run_.fileTime = fileTime_;
         run_.options = std::move(options_);
@@ -79,8 +81,9 @@ void runFenmark() {
     } catch (const std::invalid_argument& error) {
         // A record too short for a field ends the command. The host says so in one line, so the line is told here; an
         // exception of the dialog's preview has it already.
-        if (reader.lineNumber == 0)
+        if (reader.lineNumber == 0) {
             throw;
+        }
         throw std::invalid_argument(command::brokenOffText(reader, error));
     }
 }

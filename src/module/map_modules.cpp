@@ -22,16 +22,19 @@ void loadMapModules() {
     bool map = false;
     bool mapData = false;
     for (const mirdane::ResultEntry& entry : mirdane::mdedMdmLoaded()) {
-        if (entry.kind != mirdane::kStringEntry)
+        if (entry.kind != mirdane::kStringEntry) {
             continue;
+        }
         const std::string name = lowerCase(entry.text);
         map = map || name == "mdmap.mdm";
         mapData = mapData || name == "mdmapade.mdm";
     }
-    if (!map)
+    if (!map) {
         mirdane::mdedMdmLoad("mdmap.mdm");
-    if (!mapData)
+    }
+    if (!mapData) {
         mirdane::mdedMdmLoad("MdMapAde.mdm");
+    }
 }
 
 } // namespace fenmark::module

@@ -7,18 +7,22 @@ namespace fenmark::module {
 
 int MdRxDbmApp::initApp(void* package) {
     mirdane::MdRxDynamicLinker* linker = mirdane::mdrxSysRegistry()->dynamicLinker();
-    if (unlocked_)
+    if (unlocked_) {
         linker->unlockApplication(package);
-    if (multiDocument_)
+    }
+    if (multiDocument_) {
         linker->registerAppMultiDocument(package);
-    if (!classes().empty())
+    }
+    if (!classes().empty()) {
         mirdane::mdrxBuildClassHierarchy();
+    }
     return 0;
 }
 
 int MdRxDbmApp::unloadApp(void*) {
-    for (mirdane::MdRxClass* entry : classes())
+    for (mirdane::MdRxClass* entry : classes()) {
         mirdane::deleteMdRxClass(entry);
+    }
     return 0;
 }
 
@@ -73,21 +77,23 @@ int MdRxDbmApp::message0(void*) {
 int MdRxMdmApp::initApp(void* package) {
     const int result = MdRxDbmApp::initApp(package);
     mirdane::MdEdCommandStack* stack = mirdane::mdrxSysRegistry()->commandStack();
-    for (const Command& command : commands())
+    for (const Command& command : commands()) {
         stack->addCommand({.resourceInstance = resourceInstance(),
                            .group = command.group,
                            .globalName = command.name,
                            .localName = command.name,
                            .flags = command.flags,
                            .handler = command.handler});
+    }
     return result;
 }
 
 int MdRxMdmApp::unloadApp(void* package) {
     const int result = MdRxDbmApp::unloadApp(package);
     mirdane::MdEdCommandStack* stack = mirdane::mdrxSysRegistry()->commandStack();
-    for (const Command& command : commands())
+    for (const Command& command : commands()) {
         stack->removeCommand(command.group, command.name);
+    }
     return result;
 }
 
@@ -100,18 +106,22 @@ int MdRxMdmApp::loadDrawing(void*) {
 }
 
 int MdRxMdmApp::unloadDrawing(void*) {
-    for (const Callable& callable : callables())
+    for (const Callable& callable : callables()) {
         mirdane::mdedUndef(callable.name, callable.code);
+    }
     return 0;
 }
 
 int MdRxMdmApp::invokeFunction(void*) {
-    if (callables().empty())
+    if (callables().empty()) {
         return 0;
+    }
     const int code = mirdane::mdedGetFunCode();
-    for (const Callable& callable : callables())
-        if (callable.code == code)
+    for (const Callable& callable : callables()) {
+        if (callable.code == code) {
             return callable.function();
+        }
+    }
     return 0;
 }
 
@@ -123,8 +133,9 @@ int dispatchMessage(MdRxDbmApp& app, int message, void* package) {
         &MdRxDbmApp::message8,      &MdRxDbmApp::message9,       &MdRxDbmApp::message10, &MdRxDbmApp::message11,
         &MdRxDbmApp::message12,     &MdRxDbmApp::message13,      &MdRxDbmApp::message14, &MdRxDbmApp::message15,
     };
-    if (message < 0 || message > mirdane::kLastMessage)
+    if (message < 0 || message > mirdane::kLastMessage) {
         return 0;
+    }
     return (app.*operations[static_cast<std::size_t>(message)])(package);
 }
 

@@ -17,8 +17,9 @@ bool hasNoLength(const sima::EntityData& element) {
 }
 
 bool canMerge(const sima::EntityData& current, const sima::EntityData& next) {
-    if (current.type != "S" || next.type != "S")
+    if (current.type != "S" || next.type != "S") {
         return false;
+    }
     const double a = host::mdutAngle(current.startPoint(), current.endPoint());
     const double b = host::mdutAngle(next.startPoint(), next.endPoint());
     return a >= b - kMergeAngle && b + kMergeAngle >= a;
@@ -31,8 +32,9 @@ void removeZeroLengthElements(sima::Array<sima::EntityData>& elements) {
 }
 
 void mergeStraights(sima::Array<sima::EntityData>& elements) {
-    if (elements.empty())
+    if (elements.empty()) {
         return;
+    }
     std::size_t current = 0;
     for (std::size_t next = 1; next < elements.size(); ++next) {
         sima::EntityData& following = elements[next];

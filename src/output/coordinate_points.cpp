@@ -5,8 +5,9 @@
 namespace fenmark::output {
 
 void DrawingOutput::createCoordinatePoints(sima::SimaReader& reader, std::span<const sima::SimaPoint> points) {
-    if (!reader.options.flag(sima::ImportKind::Coordinates))
+    if (!reader.options.flag(sima::ImportKind::Coordinates)) {
         return;
+    }
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
     rows.definePointTable();

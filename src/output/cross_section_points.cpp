@@ -8,8 +8,9 @@
 namespace fenmark::output {
 
 void DrawingOutput::createCrossSectionPoints(sima::SimaReader& reader, const sima::IntersectionData& section) {
-    if (!reader.options.flag(sima::ImportKind::CrossSections))
+    if (!reader.options.flag(sima::ImportKind::CrossSections)) {
         return;
+    }
     const host::MdDbObjectId alignment = alignmentOfSection(reader, section.routeFound, section.routeNumber);
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
@@ -38,15 +39,18 @@ void DrawingOutput::createCrossSectionPoints(sima::SimaReader& reader, const sim
         bool needsCentre = true;
         for (std::size_t j = 0; j < distances_.size(); ++j) {
             host::PlanPoint position;
-            if (corridor->pointAtStationOffset(alignment, subEntity.station, distances_[j], position) != 0)
+            if (corridor->pointAtStationOffset(alignment, subEntity.station, distances_[j], position) != 0) {
                 continue; // an offset that the host refuses is passed over in silence
-            if (distances_[j] == 0.0)
+            }
+            if (distances_[j] == 0.0) {
                 needsCentre = false;
+            }
             const std::string_view pointName = sima::trim(subEntity.pointNames[j]);
             addPoint(position, heights_[j], pointName.empty() ? subEntity.sectionName : pointName);
         }
-        if (needsCentre)
+        if (needsCentre) {
             addPoint(centre, subEntity.groundHeight, subEntity.sectionName);
+        }
     }
     corridor->disconnect();
 }

@@ -28,22 +28,25 @@ MdGePoint3d planPoint(const MdGePoint3d& point) {
 }
 
 void raiseIfFailed(std::int32_t status, std::int32_t code) {
-    if (status != 0)
+    if (status != 0) {
         throw new host::MirdanException("Error at " + std::to_string(code));
+    }
 }
 
 std::unique_ptr<AlignmentElement> addLine(AlignmentElements& alignment, const MdGePoint3d& start,
                                           const MdGePoint3d& end) {
     std::unique_ptr<AlignmentElement> line;
-    if (alignment.addFixedLine(start, end, line) != 0)
+    if (alignment.addFixedLine(start, end, line) != 0) {
         throw new host::MirdanException("Corridor Utility Error.");
+    }
     return line;
 }
 
 // The element behind a new curve begins where the host says that the curve ends, so a clothoid there gets its PI anew.
 void carryOn(AlignmentElement& curve, sima::Array<sima::EntityData>& elements, std::size_t next) {
-    if (next >= elements.size())
+    if (next >= elements.size()) {
         return;
+    }
     sima::EntityData& element = elements[next];
     element.startX = sima::formatReal(curve.endX());
     element.startY = sima::formatReal(curve.endY());
@@ -66,8 +69,9 @@ void addAuxiliaryTangent(AlignmentElements& alignment, const sima::EntityData& e
 
 void addSpiral(AlignmentElements& alignment, sima::Array<sima::EntityData>& elements, std::size_t i) {
     sima::EntityData& element = elements[i];
-    if (i == 0)
+    if (i == 0) {
         addAuxiliaryTangent(alignment, element);
+    }
     // For a leading clothoid this looks at an element before the first, which raises std::invalid_argument: such a
     // route ends the import, and its alignment keeps the auxiliary line. That is meant.
     const std::int32_t elementBefore = elements[i - 1].spareInt;
@@ -98,12 +102,13 @@ std::int32_t addAlignmentElements(AlignmentElements& alignment, sima::Array<sima
     try {
         for (std::size_t i = 0; i < elements.size(); ++i) {
             const std::string& type = elements[i].type;
-            if (type == "S")
+            if (type == "S") {
                 addStraight(alignment, elements[i]);
-            else if (type == "A")
+            } else if (type == "A") {
                 addSpiral(alignment, elements, i);
-            else if (type == "R")
+            } else if (type == "R") {
                 addArc(alignment, elements, i);
+            }
         }
     } catch (host::MirdanException* exception) {
         delete exception; // its text reaches nobody: the caller only learns that the pass was stopped

@@ -7,8 +7,9 @@
 namespace fenmark::output {
 
 void DrawingOutput::createLongitudinalPoints(sima::SimaReader& reader, const sima::HSeriesData& section) {
-    if (!reader.options.flag(sima::ImportKind::Longitudinal))
+    if (!reader.options.flag(sima::ImportKind::Longitudinal)) {
         return;
+    }
     const host::MdDbObjectId alignment = alignmentOfSection(reader, section.routeFound, section.routeNumber);
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
@@ -19,8 +20,9 @@ void DrawingOutput::createLongitudinalPoints(sima::SimaReader& reader, const sim
 
     // The shift works on a copy of the stations: the section stays as it was read.
     distances_.clear();
-    for (const sima::VerticalData& vertical : section.verticals)
+    for (const sima::VerticalData& vertical : section.verticals) {
         distances_.push_back(vertical.station);
+    }
     shiftStations(distances_, reader.shiftDistance);
 
     for (std::size_t i = 0; i < section.verticals.size(); ++i) {

@@ -7,8 +7,9 @@
 namespace fenmark::output {
 
 host::MdDbObjectId alignmentOfSection(const sima::SimaReader& reader, bool routeFound, std::int32_t routeNumber) {
-    if (reader.forceChosenAlignment || !routeFound)
+    if (reader.forceChosenAlignment || !routeFound) {
         return reader.alignmentId;
+    }
     return reader.alignmentIdOfRoute(routeNumber);
 }
 

@@ -8,8 +8,9 @@ namespace fenmark::output {
 host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader, const sima::SimaAlignment& route) {
     sima::Array<sima::EntityData> elements = route.entities;
     // The last element is the one that the final point opened: it has a start and no end.
-    if (!elements.empty())
+    if (!elements.empty()) {
         elements.pop_back();
+    }
     removeZeroLengthElements(elements);
     mergeStraights(elements);
 

@@ -27,22 +27,25 @@ void DrawingOutput::createRoutePolyline(sima::SimaReader& reader, const sima::Si
     host::ObjectDataWriter& rows = host_.objectDataWriter();
     rows.definePolylineTable(); // also for a route without elements
     const std::string_view fileName = fileNameOf(reader);
-    if (route.entities.empty())
+    if (route.entities.empty()) {
         return;
+    }
 
     // The last element is the one that the final point opened: it has a start and no end.
     const std::size_t count = route.entities.size() - 1;
     vertices_.clear();
     vertices_.reserve(count + 1);
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         vertices_.push_back(route.entities[i].startPoint());
+    }
     // A route of one point has no element left, and gives one vertex at the origin. That is meant.
     vertices_.push_back(count > 0 ? route.entities[count - 1].endPoint() : host::MdGePoint3d{});
 
     const host::MdDbObjectId id = drawing.appendPolyline(vertices_);
     drawing.convertToLightweight(id);
-    if (!id.isValid())
+    if (!id.isValid()) {
         return;
+    }
     drawing.setPolylineLayer(id, layerOfRouteType(reader, route.routeType));
     rows.writeRouteRow(id, fileName, route);
     ++reader.polylinesCreated;

@@ -48,9 +48,11 @@ void computeSpiralPi(sima::EntityData& element) {
 }
 
 void resolveSpiralPis(sima::Array<sima::EntityData>& elements) {
-    for (sima::EntityData& element : elements)
-        if (element.type == "A")
+    for (sima::EntityData& element : elements) {
+        if (element.type == "A") {
             computeSpiralPi(element);
+        }
+    }
 }
 
 } // namespace fenmark::output

@@ -13,20 +13,23 @@ namespace {
 void turnOver(std::span<double> heights) {
     const std::size_t k = heights.size();
     const double held = heights[0];
-    for (std::size_t m = 0; m + 1 < k; ++m)
+    for (std::size_t m = 0; m + 1 < k; ++m) {
         heights[m] = heights[k - 1 - m];
+    }
     heights[k - 1] = held;
 }
 
 // Equal offsets that no shift moved are runs again from their second record on, from their third, and so on. All these
 // turns, each one record shorter than the one before, come to this: a, b, c, d, e become e, a, d, d, d.
 void turnOverEachSuffix(std::span<double> heights) {
-    if (heights.size() < 2)
+    if (heights.size() < 2) {
         return;
+    }
     const double first = heights.front();
     const double last = heights.back();
-    if (heights.size() > 2)
+    if (heights.size() > 2) {
         std::fill(heights.begin() + 2, heights.end(), heights[heights.size() - 2]);
+    }
     heights[0] = last;
     heights[1] = first;
 }
@@ -42,8 +45,9 @@ void shiftStations(std::span<double> stations, double shiftDistance) {
         if (stations[i] == stations[i + k]) {
             stations[i + k] += static_cast<double>(k) * shiftDistance;
             ++k;
-            if (stations[i + k - 1] == stations[i])
+            if (stations[i + k - 1] == stations[i]) {
                 unmoved = k;
+            }
             continue;
         }
         // Each of the unmoved records would start a run of its own, whose smaller shifts are lost as well.
@@ -66,8 +70,9 @@ void shiftCrossSectionWalls(std::span<double> distances, std::span<double> heigh
             negativeRun = distances[i] < 0.0;
             distances[i + k] += negativeRun ? -shift : shift;
             ++k;
-            if (distances[i + k - 1] == distances[i])
+            if (distances[i + k - 1] == distances[i]) {
                 unmoved = k;
+            }
             continue;
         }
         if (k != 1 && negativeRun) {

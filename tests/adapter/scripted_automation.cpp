@@ -26,8 +26,9 @@ std::string describe(const Variant& variant) {
     case Variant::Kind::RealArray: {
         const SafeArray& array = *variant.realArray();
         std::string text = "(";
-        for (const double value : array.values())
+        for (const double value : array.values()) {
             text += (text.size() > 1 ? " " : "") + real(value);
+        }
         return text + (array.lowerBound() == 0 ? ")" : ") from another bound");
     }
     case Variant::Kind::Empty:
@@ -47,8 +48,9 @@ class Object : public Interface, public Tracked {
     }
     void release() override {
         host_.note("release " + label());
-        if (--references < 0)
+        if (--references < 0) {
             releasedTooOften = true;
+        }
     }
     AutomationStatus query(InterfaceId id, void*& object) override;
 
@@ -62,8 +64,9 @@ class Style : public Object<StyleObject> {
   public:
     Style(Host& host, std::string label, std::string name) : Object(host, std::move(label)), name_(std::move(name)) {}
     AutomationStatus getName(std::string& name) override {
-        if (host_.fails("getName of " + label()))
+        if (host_.fails("getName of " + label())) {
             return 1;
+        }
         name = name_;
         return 0;
     }
@@ -95,8 +98,9 @@ class Element : public Object<AlignmentElementObject> {
   public:
     Element(Host& host, std::string label, std::int32_t id) : Object(host, std::move(label)), id_(id) {}
     AutomationStatus getElementId(std::int32_t& id) override {
-        if (host_.fails("getElementId"))
+        if (host_.fails("getElementId")) {
             return 1;
+        }
         id = id_;
         return 0;
     }
@@ -107,8 +111,9 @@ class Element : public Object<AlignmentElementObject> {
 
   private:
     AutomationStatus give(const char* call, double& out, double value) {
-        if (host_.fails(call))
+        if (host_.fails(call)) {
             return 1;
+        }
         out = value;
         return 0;
     }
@@ -159,20 +164,23 @@ class Alignment : public Object<CivilAlignment> {
         : Object(host, "alignment"), name_(std::move(name)), id_(id), index_(index) {}
 
     AutomationStatus getObjectId(std::uint64_t& id) override {
-        if (host_.fails("getObjectId"))
+        if (host_.fails("getObjectId")) {
             return 1;
+        }
         id = id_;
         return 0;
     }
     AutomationStatus setDescription(const std::string& text) override {
-        if (host_.fails("setDescription " + text))
+        if (host_.fails("setDescription " + text)) {
             return 1;
+        }
         host_.alignments[index_].description = text;
         return 0;
     }
     AutomationStatus getName(std::string& name) override {
-        if (host_.fails("getName of alignment"))
+        if (host_.fails("getName of alignment")) {
             return 1;
+        }
         name = name_;
         return 0;
     }
@@ -180,15 +188,17 @@ class Alignment : public Object<CivilAlignment> {
         return host_.fails("applyStyleByName " + describe(name)) ? 1 : 0;
     }
     AutomationStatus setStartStation(double station) override {
-        if (host_.fails("setStartStation " + real(station)))
+        if (host_.fails("setStartStation " + real(station))) {
             return 1;
+        }
         host_.alignments[index_].startStation = station;
         return 0;
     }
     AutomationStatus pointAt(double station, double offset, double& x, double& y) override {
         if (host_.fails("pointAt " + real(station) + " " + real(offset)) || station < host_.firstStation ||
-            station > host_.lastStation)
+            station > host_.lastStation) {
             return 1;
+        }
         x = station;
         y = -offset;
         return 0;
@@ -210,8 +220,9 @@ class Alignments : public Object<AlignmentCollection> {
   public:
     Alignments(Host& host, std::size_t site) : Object(host, "alignments"), site_(site) {}
     AutomationStatus count(std::int32_t& count) override {
-        if (host_.fails("count of alignments"))
+        if (host_.fails("count of alignments")) {
             return 1;
+        }
         count = static_cast<std::int32_t>(host_.sites[site_].alignments.size());
         return 0;
     }
@@ -239,8 +250,9 @@ class SiteItem : public Object<CivilSite> {
   public:
     SiteItem(Host& host, std::size_t index) : Object(host, "site"), index_(index) {}
     AutomationStatus getName(std::string& name) override {
-        if (host_.fails("getName of site"))
+        if (host_.fails("getName of site")) {
             return 1;
+        }
         name = host_.sites[index_].name;
         return 0;
     }
@@ -260,8 +272,9 @@ class Sites : public Object<SiteCollection> {
                           [&] { return host_.make<SiteItem>(static_cast<std::size_t>(index.integerValue())); });
     }
     AutomationStatus count(std::int32_t& count) override {
-        if (host_.fails("count of sites"))
+        if (host_.fails("count of sites")) {
             return 1;
+        }
         count = static_cast<std::int32_t>(host_.sites.size());
         return 0;
     }
@@ -377,8 +390,9 @@ AutomationObject* MirdanGetIDispatch(bool addReference) {
 }
 
 std::unique_ptr<SafeArray> createSafeArray(std::int32_t lowerBound, std::size_t count) {
-    if (fenmark::scripted::current().arraysLeft-- <= 0)
+    if (fenmark::scripted::current().arraysLeft-- <= 0) {
         return nullptr;
+    }
     return std::make_unique<SafeArray>(lowerBound, count);
 }
 

@@ -20,8 +20,9 @@ std::string modeText(OpenMode mode) {
 
 // A new entity is open for its maker.
 std::string labelOf(const MdDbEntity& entity) {
-    if (dynamic_cast<const MdDbPoint*>(&entity) != nullptr)
+    if (dynamic_cast<const MdDbPoint*>(&entity) != nullptr) {
         return "point";
+    }
     return dynamic_cast<const MdDb2dPolyline*>(&entity) != nullptr ? "2d polyline" : "polyline";
 }
 
@@ -37,10 +38,12 @@ class BlockRecord : public MdDbBlockTableRecord {
     }
     Status appendMdDbEntity(MdDbObjectId& id, MdDbEntity* entity) override {
         Host& host = current();
-        if (!host.openLabel(this).ends_with("write"))
+        if (!host.openLabel(this).ends_with("write")) {
             host.faults.push_back("append to a record that is not open for write");
-        if (host.fails("append " + labelOf(*entity)))
+        }
+        if (host.fails("append " + labelOf(*entity))) {
             return 1;
+        }
         id = MdDbObjectId(++host.nextId);
         entity->setObjectId(id);
         host.entities[id.asUint64()] = entity;
@@ -57,8 +60,9 @@ class LayerRecord : public MdDbLayerTableRecord {
         return 0;
     }
     Status getName(MdString& name) const override {
-        if (current().fails("getName"))
+        if (current().fails("getName")) {
             return 1;
+        }
         name.assign(current().layers[index_]);
         return 0;
     }
@@ -74,8 +78,9 @@ class BlockTable : public MdDbBlockTable {
         return 0;
     }
     Status getIdAt(std::string_view name, MdDbObjectId& id, bool getErased) const override {
-        if (current().fails("getIdAt " + std::string(name) + (getErased ? " erased" : "")) || name != "*Model_Space")
+        if (current().fails("getIdAt " + std::string(name) + (getErased ? " erased" : "")) || name != "*Model_Space") {
             return 1;
+        }
         id = MdDbObjectId(kModelSpaceId);
         return 0;
     }
@@ -98,8 +103,9 @@ class LayerIterator : public MdDbLayerTableIterator {
     }
     bool done() const override { return index_ >= current().layers.size(); }
     Status getRecordId(MdDbObjectId& id) const override {
-        if (current().fails("getRecordId"))
+        if (current().fails("getRecordId")) {
             return 1;
+        }
         id = MdDbObjectId(kFirstLayerId + index_);
         return 0;
     }
@@ -116,8 +122,9 @@ class LayerTable : public MdDbLayerTable {
     }
     Status getIdAt(std::string_view, MdDbObjectId&, bool) const override { return 1; }
     Status newIterator(MdDbLayerTableIterator*& iterator, bool atBeginning, bool skipDeleted) const override {
-        if (current().fails("newIterator" + flags(atBeginning, skipDeleted)))
+        if (current().fails("newIterator" + flags(atBeginning, skipDeleted))) {
             return 1;
+        }
         iterator = new LayerIterator;
         return 0;
     }
@@ -127,8 +134,9 @@ template <typename Made, typename Pointer, typename... Arguments>
 Status openNew(Pointer*& out, std::string label, Arguments&&... arguments) {
     Host& host = current();
     out = nullptr;
-    if (host.fails("ask for " + label))
+    if (host.fails("ask for " + label)) {
         return 1;
+    }
     auto made = std::make_unique<Made>(std::forward<Arguments>(arguments)...);
     out = made.get();
     host.databaseObjects.push_back(std::move(made));
@@ -170,14 +178,17 @@ template <typename T>
 Status openEntity(T*& object, MdDbObjectId id, OpenMode mode) {
     Host& host = current();
     object = nullptr;
-    if (host.fails("ask for entity"))
+    if (host.fails("ask for entity")) {
         return 1;
+    }
     const auto found = host.entities.find(id.asUint64());
-    if (found == host.entities.end())
+    if (found == host.entities.end()) {
         return 1;
+    }
     object = dynamic_cast<T*>(found->second);
-    if (object == nullptr)
+    if (object == nullptr) {
         return 1;
+    }
     host.openObject(object, labelOf(*object) + " for " + modeText(mode));
     return 0;
 }
@@ -208,22 +219,26 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode mode, bool)
 }
 
 Status mdutNewString(const char* source, char*& destination) {
-    if (current().fails("mdutNewString"))
+    if (current().fails("mdutNewString")) {
         return 1;
+    }
     const std::size_t size = std::strlen(source) + 1;
     destination = static_cast<char*>(mdHeapAlloc(nullptr, size));
-    if (destination == nullptr)
+    if (destination == nullptr) {
         return 1;
+    }
     std::memcpy(destination, source, size);
     return 0;
 }
 
 void* mdHeapAlloc(void* heap, std::size_t size) {
     Host& host = current();
-    if (heap != nullptr)
+    if (heap != nullptr) {
         host.faults.push_back("a heap of its own");
-    if (host.noHeap)
+    }
+    if (host.noHeap) {
         return nullptr;
+    }
     void* const block = std::malloc(size);
     host.heap[block] = size;
     return block;
@@ -231,8 +246,9 @@ void* mdHeapAlloc(void* heap, std::size_t size) {
 
 void mdHeapFree(void* heap, void* pointer) {
     Host& host = current();
-    if (heap != nullptr || host.heap.erase(pointer) != 1)
+    if (heap != nullptr || host.heap.erase(pointer) != 1) {
         host.faults.push_back("a block was freed that is not on the heap");
+    }
     std::free(pointer);
 }
 
@@ -248,8 +264,9 @@ Status MdDbEntity::close() {
 }
 
 Status MdDbEntity::setLayerOfEntity(std::string_view layerName, bool doSubentities, bool allowHidden) {
-    if (current().fails("setLayer " + std::string(layerName) + flags(doSubentities, allowHidden)))
+    if (current().fails("setLayer " + std::string(layerName) + flags(doSubentities, allowHidden))) {
         return 1;
+    }
     setLayerText(layerName);
     return 0;
 }
@@ -257,10 +274,12 @@ Status MdDbEntity::setLayerOfEntity(std::string_view layerName, bool doSubentiti
 Status MdDbPolyline::convertFromEntity(MdDbEntity*& entity, bool transferIdentity) {
     Host& host = current();
     const auto* const simple = dynamic_cast<const MdDb2dPolyline*>(entity);
-    if (!host.openLabel(entity).ends_with("write"))
+    if (!host.openLabel(entity).ends_with("write")) {
         host.faults.push_back("conversion of an entity that is not open for write");
-    if (host.fails(std::string("convert") + (transferIdentity ? " true" : " false")) || simple == nullptr)
+    }
+    if (host.fails(std::string("convert") + (transferIdentity ? " true" : " false")) || simple == nullptr) {
         return 1;
+    }
     vertices_ = simple->vertices();
     closed_ = simple->closed();
     setLayerText(simple->layer());
@@ -274,8 +293,9 @@ Status MdDbPolyline::convertFromEntity(MdDbEntity*& entity, bool transferIdentit
 }
 
 Status MdDbPolyline::setClosedFlag(bool closed) {
-    if (current().fails(std::string("setClosedFlag") + (closed ? " true" : " false")))
+    if (current().fails(std::string("setClosedFlag") + (closed ? " true" : " false"))) {
         return 1;
+    }
     closed_ = closed;
     return 0;
 }

@@ -16,22 +16,25 @@ Host::Host() {
 }
 
 Host::~Host() {
-    for (const auto& [id, entity] : entities)
+    for (const auto& [id, entity] : entities) {
         destroy(entity);
+    }
     running = nullptr;
 }
 
 Host& current() {
-    if (running == nullptr)
+    if (running == nullptr) {
         throw std::logic_error("no scripted host");
+    }
     return *running;
 }
 
 bool Host::fails(std::string call) {
     ++steps;
     const bool failing = steps == failAt || (!failCall.empty() && call.starts_with(failCall));
-    if (failing)
+    if (failing) {
         failedCall = call;
+    }
     calls.push_back(std::move(call));
     return failing;
 }
@@ -39,8 +42,9 @@ bool Host::fails(std::string call) {
 std::string Host::callText(std::size_t from) const {
     std::string text;
     for (std::size_t i = from; i < calls.size(); ++i) {
-        if (!text.empty())
+        if (!text.empty()) {
             text += ", ";
+        }
         text += calls[i];
     }
     return text;
@@ -48,21 +52,24 @@ std::string Host::callText(std::size_t from) const {
 
 std::vector<std::string> Host::unbalanced() const {
     std::vector<std::string> found;
-    for (const auto& object : objects_)
-        if (object->references != 0 || object->releasedTooOften)
+    for (const auto& object : objects_) {
+        if (object->references != 0 || object->releasedTooOften) {
             found.push_back(object->label() + " has " + std::to_string(object->references));
+        }
+    }
     return found;
 }
 
 std::vector<Entity> Host::drawing() const {
     std::vector<Entity> found;
     for (const auto& [id, entity] : entities) {
-        if (const auto* point = dynamic_cast<const mirdane::MdDbPoint*>(entity))
+        if (const auto* point = dynamic_cast<const mirdane::MdDbPoint*>(entity)) {
             found.push_back({"point", point->layer(), {point->position()}, false});
-        else if (const auto* simple = dynamic_cast<const mirdane::MdDb2dPolyline*>(entity))
+        } else if (const auto* simple = dynamic_cast<const mirdane::MdDb2dPolyline*>(entity)) {
             found.push_back({"2d polyline", simple->layer(), simple->vertices(), simple->closed()});
-        else if (const auto* polyline = dynamic_cast<const mirdane::MdDbPolyline*>(entity))
+        } else if (const auto* polyline = dynamic_cast<const mirdane::MdDbPolyline*>(entity)) {
             found.push_back({"polyline", polyline->layer(), polyline->vertices(), polyline->closed()});
+        }
     }
     return found;
 }

@@ -120,10 +120,12 @@ class Host {
     template <typename T, typename Make>
     mirdane::AutomationStatus give(std::string call, T*& out, Make&& makeObject) {
         out = nullptr;
-        if (fails(std::move(call)))
+        if (fails(std::move(call))) {
             return 1;
-        if (!isMissing())
+        }
+        if (!isMissing()) {
             out = makeObject();
+        }
         return 0;
     }
 

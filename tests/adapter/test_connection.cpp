@@ -73,12 +73,14 @@ TEST_F(Connection, SecondConnectLeavesOneReferenceOfEach) {
     utility->connect();
     utility->connect();
     std::size_t held = 0;
-    for (const std::string& object : host.unbalanced())
+    for (const std::string& object : host.unbalanced()) {
         held += object.ends_with("has 1") ? 1U : 100U;
+    }
     EXPECT_EQ(held, 7U) << "the seven fields, each with one object";
     std::size_t applications = 0;
-    for (const std::string& object : host.unbalanced())
+    for (const std::string& object : host.unbalanced()) {
         applications += object == "hostApplication has 1" ? 1U : 0U;
+    }
     EXPECT_EQ(applications, 1U);
     EXPECT_EQ(std::count(host.calls.begin(), host.calls.end(), "release hostApplication"), 1);
 }

@@ -24,8 +24,9 @@ class ObjectDataAdapter : public testing::Test {
         ASSERT_EQ(row.values.size(), 4U);
         EXPECT_TRUE(row.values[0].isInteger());
         EXPECT_EQ(row.values[0].integer(), no);
-        for (std::size_t i = 1; i < 4; ++i)
+        for (std::size_t i = 1; i < 4; ++i) {
             EXPECT_TRUE(row.values[i].isText()) << "column " << i;
+        }
         EXPECT_EQ(row.values[1].text(), name);
         EXPECT_EQ(row.values[2].text(), type);
         EXPECT_EQ(row.values[3].text(), "a.sim");

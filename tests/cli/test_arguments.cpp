@@ -32,8 +32,9 @@ TEST_F(ArgumentLine, ImportHelpNamesEveryOption) {
                                "--point-layer",      "--ip-layer", "--lot-layer", "--stake-layer",
                                "--continuous-layer", "--shift",    "--alignment", "--force-alignment",
                                "--create-layers",    "--zone",     "--encoding",  "--positive-radius",
-                               "--keep-partial",     "--strict",   "--json",      "--quiet"})
+                               "--keep-partial",     "--strict",   "--json",      "--quiet"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
+    }
 }
 
 class WrongLine : public CommandLine, public ::testing::WithParamInterface<std::vector<std::string>> {};
@@ -81,15 +82,17 @@ TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {
 
 TEST_F(ArgumentLine, HelpShowsNoConditionsOfTheParser) {
     const std::string help = fenmark({"import", "--help"}).out;
-    for (const char* condition : {"INT in", ":{", "... ..."})
+    for (const char* condition : {"INT in", ":{", "... ..."}) {
         EXPECT_EQ(help.find(condition), std::string::npos) << help;
+    }
 }
 
 TEST_F(ArgumentLine, HelpFitsATerminalOfEightyColumns) {
     for (const char* command : {"import", "preview", "info", "station", "locate", "export", "plot"}) {
         std::istringstream help(fenmark({command, "--help"}).out);
-        for (std::string line; std::getline(help, line);)
+        for (std::string line; std::getline(help, line);) {
             EXPECT_LE(line.size(), 80U) << command << ": " << line;
+        }
     }
 }
 

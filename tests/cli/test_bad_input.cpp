@@ -41,8 +41,9 @@ TEST_F(BadInput, UnreadableFileIsToldAsSuch) {
     // A link that leads to itself, which no user can read.
     const std::string loop = folder.at("loop.sim");
     std::filesystem::create_symlink(loop, loop);
-    for (const char* command : {"import", "preview"})
+    for (const char* command : {"import", "preview"}) {
         expectOneLine(fenmark({command, loop}), loop);
+    }
 
     const std::string path = file(kPoints);
     std::filesystem::permissions(path, std::filesystem::perms::none);
@@ -52,8 +53,9 @@ TEST_F(BadInput, UnreadableFileIsToldAsSuch) {
 }
 
 TEST_F(BadInput, FileWhoseReadingFailsIsToldAsSuch) {
-    if (!std::filesystem::exists("/proc/self/mem"))
+    if (!std::filesystem::exists("/proc/self/mem")) {
         GTEST_SKIP() << "no file that opens and cannot be read";
+    }
     const std::string path = folder.at("memory.sim");
     std::filesystem::create_symlink("/proc/self/mem", path);
     for (const char* command : {"import", "preview"}) {
@@ -228,8 +230,9 @@ TEST_F(BadInput, LogThatCannotBeWrittenLeavesTheDrawingAsItWas) {
 }
 
 TEST_F(BadInput, FullDeviceIsToldByExportAndPlot) {
-    if (!std::filesystem::exists("/dev/full"))
+    if (!std::filesystem::exists("/dev/full")) {
         GTEST_SKIP() << "no device that is always full";
+    }
     ASSERT_EQ(fenmark({"import", file(kPoints)}).code, kDone);
     std::filesystem::create_symlink("/dev/full", folder.at("full.csv"));
     const Ran ran = fenmark({"export", folder.at("a.gpkg"), folder.at("full.csv")});

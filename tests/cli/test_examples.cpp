@@ -44,10 +44,12 @@ double direction(const nlohmann::json& from, const nlohmann::json& to) {
 
 Tangents tangentsOf(const nlohmann::json& element) {
     const std::string type = element["type"];
-    if (type == "S")
+    if (type == "S") {
         return {direction(element["start"], element["end"]), direction(element["start"], element["end"])};
-    if (type == "A")
+    }
+    if (type == "A") {
         return {direction(element["start"], element["pi"]), direction(element["pi"], element["end"])};
+    }
     const double quarter = element["clockwise"].get<bool>() ? -std::acos(0.0) : std::acos(0.0);
     return {direction(element["center"], element["start"]) + quarter,
             direction(element["center"], element["end"]) + quarter};
@@ -63,8 +65,9 @@ class Road : public CommandLine {
     }
     nlohmann::json alignment(const std::string& name) const {
         for (const auto& candidate : drawing["sites"][0]["alignments"]) {
-            if (candidate["name"] == name)
+            if (candidate["name"] == name) {
                 return candidate;
+            }
         }
         ADD_FAILURE() << "no alignment " << name;
         return {};
@@ -78,8 +81,9 @@ TEST_F(Road, HoldsEveryElementOfItsCentreLine) {
     const nlohmann::json elements = alignment("中心線")["elements"];
     for (const auto& element : elements) {
         types += element["type"].get<std::string>();
-        if (element["type"] == "R")
+        if (element["type"] == "R") {
             turns += element["clockwise"].get<bool>() ? 'R' : 'L';
+        }
     }
     EXPECT_EQ(types, "SARASARASARARAS");
     EXPECT_EQ(turns, "LRRR");
@@ -135,8 +139,9 @@ TEST_F(Road, StationAndLocateAreInverse) {
 TEST_F(Road, OffsetsToTheRightArePositive) {
     // The stake to the right of No.10 stands 9 m off the centre line.
     for (const auto& entity : drawing["entities"]) {
-        if (entity["type"] != "point" || entity["data"]["Name"] != "右10")
+        if (entity["type"] != "point" || entity["data"]["Name"] != "右10") {
             continue;
+        }
         const Ran located = fenmark(
             {"locate", folder.at("road.gpkg"), "中心線", entity["position"][0].dump(), entity["position"][1].dump()});
         std::istringstream answer(located.out);

@@ -77,8 +77,9 @@ TEST_F(ImportLine, LayersAreMadeWhenAskedAndUsed) {
     const nlohmann::json drawing = info(folder.at("a.gpkg"));
     EXPECT_EQ(drawing["layers"].size(), 6U);
     std::vector<std::string> layers;
-    for (const auto& entity : drawing["entities"])
+    for (const auto& entity : drawing["entities"]) {
         layers.push_back(entity["layer"]);
+    }
     EXPECT_EQ(layers, (std::vector<std::string>{"測点", "測点", "画地", "IP", "幅杭", "連続"}));
 }
 
@@ -196,8 +197,9 @@ TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldUnlessItIsReadAsSuch) {
         for (const auto& line : {std::vector<std::string>{command, utf8, "--encoding", "utf-8"},
                                  std::vector<std::string>{command, utf8, "--quiet"},
                                  std::vector<std::string>{command, cp932},
-                                 {command, file(kPoints, "c.sim")}})
+                                 {command, file(kPoints, "c.sim")}}) {
             EXPECT_FALSE(contains(fenmark(line).err, "looks like")) << line[1];
+        }
     }
 }
 
@@ -273,8 +275,9 @@ TEST_F(ImportLine, ErrorBlocksAreToldAsFileLineCodeText) {
     EXPECT_TRUE(
         contains(ran.err, path + ":120: ErrX001: 次の横断成果を作成できませんでした。（線形範囲外の測点です）\n"));
     std::size_t blocks = 0;
-    for (std::size_t at = 0; (at = ran.err.find(path + ":", at)) != std::string::npos; ++at)
+    for (std::size_t at = 0; (at = ran.err.find(path + ":", at)) != std::string::npos; ++at) {
         blocks += ran.err[at + path.size() + 1] != ' ' ? 1 : 0;
+    }
     EXPECT_EQ(blocks, 62U) << "as many as the result line counts";
 }
 
@@ -481,8 +484,9 @@ TEST(ProgressBar, ShortPassShowsNone) {
 
 TEST_F(ImportLine, TerminalShowsTheFirstErrorsOnly) {
     std::string content = "A00,\r\n";
-    for (int i = 0; i < 250; ++i)
+    for (int i = 0; i < 250; ++i) {
         content += "X,\r\n";
+    }
     const std::string path = file(content + "A99,\r\n");
     const Ran terminal = fenmark({"import", path}, true);
     EXPECT_TRUE(contains(terminal.err, "150 more in the log")) << terminal.err;

@@ -10,8 +10,9 @@ constexpr const char* kCommands[] = {"import", "preview", "info", "station", "lo
 struct Manual : CommandLine {
     std::set<std::string> optionsOfAllHelp() {
         std::set<std::string> options = test::optionsIn(fenmark({"--help"}).out);
-        for (const char* command : kCommands)
+        for (const char* command : kCommands) {
             options.merge(test::optionsIn(fenmark({command, "--help"}).out));
+        }
         return options;
     }
 };
@@ -19,8 +20,9 @@ struct Manual : CommandLine {
 TEST_F(Manual, PageHasTheOptionsOfHelpAndNoOthers) {
     const std::string page = test::plainManualPage(FENMARK_SOURCE_DIR "/apps/fenmark/man/fenmark.1");
     EXPECT_EQ(test::optionsIn(page), optionsOfAllHelp());
-    for (const char* command : kCommands)
+    for (const char* command : kCommands) {
         EXPECT_NE(page.find(std::string(".SS ") + command + "\n"), std::string::npos) << command;
+    }
 }
 
 TEST_F(Manual, CompletionOffersTheOptionsOfHelpAndNoOthers) {

@@ -68,8 +68,9 @@ TEST_F(QueryLine, InfoAsJsonTellsCurvesAndNullForInfiniteRadii) {
     const nlohmann::json elements = info(folder.at("road.gpkg"))["sites"][0]["alignments"][0]["elements"];
     auto keys = [](const nlohmann::json& element) {
         std::string names;
-        for (const auto& [key, value] : element.items())
+        for (const auto& [key, value] : element.items()) {
             names += key + " ";
+        }
         return names;
     };
     EXPECT_EQ(keys(elements[0]), "end id length start type ");
@@ -132,10 +133,11 @@ class ReadsADrawing : public CommandLine, public ::testing::WithParamInterface<s
     Ran on(const std::string& drawing) const {
         std::vector<std::string> line = GetParam();
         for (std::string& argument : line) {
-            if (argument == "DRAWING")
+            if (argument == "DRAWING") {
                 argument = drawing;
-            else if (argument.starts_with("OUT"))
+            } else if (argument.starts_with("OUT")) {
                 argument = folder.at(argument);
+            }
         }
         return fenmark(line);
     }
@@ -179,8 +181,9 @@ TEST_F(QueryLine, ExportReplacesItsTargetAndLeavesNothingBeside) {
     ASSERT_EQ(fenmark({"export", folder.at("a.gpkg"), folder.at("out.csv")}).code, kDone);
     EXPECT_TRUE(contains(test::readFile(folder.at("out.csv")), "x_east"));
     std::size_t files = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path()))
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path())) {
         ++files;
+    }
     EXPECT_EQ(files, 4U) << "the SIMA file, its log, the drawing, the export";
 }
 

@@ -32,16 +32,18 @@ class ScriptedDialogs : public Dialogs {
                          std::string& name) override {
         const std::size_t turn = offered.size();
         offered.push_back(alignments);
-        if (turn >= selections.size() || !selections[turn])
+        if (turn >= selections.size() || !selections[turn]) {
             return false;
+        }
         id = alignments.at(*selections[turn]);
         name = *selections[turn];
         return true;
     }
     void showResult(const ImportResult& result) override {
         results.push_back(result);
-        if (!appendResult)
+        if (!appendResult) {
             return;
+        }
         sima::SimaLog log;
         log.setFileName(result.filePath);
         log.appendLines(resultLines(result));
@@ -54,11 +56,13 @@ inline bool acceptFile(ImportDialogState& state, const std::string& path) {
     state.options = sima::SimaImportOptions();
     state.filePath = path;
     state.reader = sima::SimaReader();
-    if (state.reader.previewScan(path, {}) != 0)
+    if (state.reader.previewScan(path, {}) != 0) {
         return false;
+    }
     countFromPreview(state.reader, state.options);
-    if (!state.siteNames.empty())
+    if (!state.siteNames.empty()) {
         state.siteName = state.siteNames.front();
+    }
     state.fileTime = modificationTime(path).value_or(0);
     state.mustChooseAlignment = mustChooseAlignment(state.reader, state.options, state.mustChooseAlignment);
     return true;

@@ -12,8 +12,9 @@ using sima::ImportKind;
 
 TEST(TreeRows, StandInTheDialogsOrder) {
     const std::array<std::size_t, 11> expected{0, 1, 4, 5, 6, 7, 8, 9, 10, 2, 3};
-    for (std::size_t row = 0; row < expected.size(); ++row)
+    for (std::size_t row = 0; row < expected.size(); ++row) {
         EXPECT_EQ(static_cast<std::size_t>(kTreeRows[row]), expected[row]) << row;
+    }
 }
 
 TEST(TreeRows, ShowTheCountBehindTheLabelWithItsOwnBlank) {

@@ -25,10 +25,12 @@ class ImportCommand : public ::testing::Test {
     std::string file(const std::string& content, const char* name = "a.sim") { return folder.write(name, content); }
     void acceptNextWith(const std::string& path, std::function<void(ImportDialogState&)> change = {}) {
         dialogs.import = [path, change = std::move(change)](ImportDialogState& state) {
-            if (!acceptFile(state, path))
+            if (!acceptFile(state, path)) {
                 return false;
-            if (change)
+            }
+            if (change) {
                 change(state);
+            }
             return true;
         };
     }
@@ -108,8 +110,9 @@ TEST_F(ImportCommand, FirstRunStartsWithTheStartValues) {
     EXPECT_EQ(shown.filePath, "");
     EXPECT_EQ(shown.siteName, "");
     for (const std::string* layer :
-         {&shown.pointLayer, &shown.ipLayer, &shown.lotLayer, &shown.wideStakeLayer, &shown.continuousLayer})
+         {&shown.pointLayer, &shown.ipLayer, &shown.lotLayer, &shown.wideStakeLayer, &shown.continuousLayer}) {
         EXPECT_EQ(*layer, "0");
+    }
     EXPECT_EQ(shown.shiftDistance, 0.0001);
     EXPECT_EQ(shown.fileTime, 0);
     EXPECT_FALSE(shown.options.anySelected());

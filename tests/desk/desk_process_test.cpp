@@ -50,9 +50,11 @@ TEST(DeskProcess, DrawsThePictureOfADrawingWithoutADisplay) {
     EXPECT_EQ(image.size(), QSize(900, 700));
     // The middle of the plan is paper, with perhaps a line of the grid.
     int paper = 0;
-    for (int x = 0; x < 20; ++x)
-        for (int y = 0; y < 20; ++y)
+    for (int x = 0; x < 20; ++x) {
+        for (int y = 0; y < 20; ++y) {
             paper += image.pixelColor(image.width() / 2 + x, image.height() / 3 + y) == QColor(Qt::white) ? 1 : 0;
+        }
+    }
     EXPECT_GT(paper, 300) << "of 400 pixels";
 }
 

@@ -82,8 +82,9 @@ class Answers {
   private:
     void answer() {
         QWidget* dialog = QApplication::activeModalWidget();
-        if (dialog == nullptr || !dialog->isVisible() || acts_.empty())
+        if (dialog == nullptr || !dialog->isVisible() || acts_.empty()) {
             return;
+        }
         const Act act = std::move(acts_.front());
         acts_.erase(acts_.begin());
         act(*dialog);
@@ -106,8 +107,9 @@ struct DeskWindow : ::testing::Test {
         QObject::connect(&watch, &QTimer::timeout, [this] {
             QWidget* dialog = QApplication::activeModalWidget();
             modalRounds = dialog != nullptr ? modalRounds + 1 : 0;
-            if (modalRounds < 600)
+            if (modalRounds < 600) {
                 return;
+            }
             ADD_FAILURE() << "unanswered: " << dialog->windowTitle().toStdString() << " "
                           << dialog->property("text").toString().toStdString();
             modalRounds = 0;
@@ -131,7 +133,7 @@ struct DeskWindow : ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowActive(window.get(), kPatience));
         QTest::keyClick(window.get(), key, modifiers);
     }
-    const host::embedded::Drawing& drawing() { return window->session().drawing(); }
+    const drawing::Drawing& drawing() { return window->session().drawing(); }
     PlanView& plan() { return window->plan(); }
 
     // Imports a file through the command's own dialogs.
@@ -144,8 +146,9 @@ struct DeskWindow : ::testing::Test {
         for (std::size_t i = 0; i < drawing().entityCount(); ++i) {
             const auto row = drawing().entity(i).row;
             // Names of fixed width are filled up with blanks.
-            if (row && (row->name == name || row->name.starts_with(name + " ")))
+            if (row && (row->name == name || row->name.starts_with(name + " "))) {
                 return i;
+            }
         }
         ADD_FAILURE() << "no entity named " << name;
         return 0;
@@ -157,9 +160,11 @@ struct DeskWindow : ::testing::Test {
     // The value beside a name in the properties panel.
     QString property(const QString& name) {
         PropertiesPanel& panel = window->properties();
-        for (int i = 0; i < panel.topLevelItemCount(); ++i)
-            if (panel.topLevelItem(i)->text(0) == name)
+        for (int i = 0; i < panel.topLevelItemCount(); ++i) {
+            if (panel.topLevelItem(i)->text(0) == name) {
                 return panel.topLevelItem(i)->text(1);
+            }
+        }
         return QStringLiteral("(no such property)");
     }
     void type(const QString& command) {

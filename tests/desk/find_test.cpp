@@ -8,7 +8,7 @@
 namespace fenmark::desk::test {
 namespace {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
 
 constexpr std::size_t kMany = 100;
 
@@ -25,7 +25,7 @@ struct Names : ::testing::Test {
         point(points, 7, "ｺﾝ杭12", "座標");
         point(points, 8, "tp-112", "座標");
         const host::MdGePoint3d corners[] = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}};
-        drawing.addPolyline(corners, 0, host::embedded::EntityKind::Polyline, true);
+        drawing.addPolyline(corners, 0, drawing::EntityKind::Polyline, true);
         drawing.setRow(5, lines, 12, "川端1", "画地", "a.sim");
         drawing.addPoint({9, 9, 0}, 0); // without a row
         drawing.addAlignment(drawing.addSite("サイト"), "中心線12", "0", "", "");
@@ -42,9 +42,10 @@ struct Names : ::testing::Test {
     std::vector<int> found(const char* text, std::size_t most = kMany) {
         std::vector<int> indexes;
         const NameSearch::Result result = NameSearch(drawing).find(QString::fromUtf8(text), most);
-        for (const PlanObject& object : result.objects)
+        for (const PlanObject& object : result.objects) {
             indexes.push_back(object.kind == PlanObject::Kind::Entity ? static_cast<int>(object.index)
                                                                       : -1 - static_cast<int>(object.index));
+        }
         EXPECT_GE(result.total, indexes.size());
         return indexes;
     }
@@ -56,8 +57,9 @@ TEST_F(Names, EqualOnesComeFirstThenNumbersThenBeginningsThenTheRest) {
 }
 
 TEST_F(Names, AreTheSameInSmallAndLargeHalfAndFullWidth) {
-    for (const char* text : {"ip.1", "IP.1", "ＩＰ．１", " ip.1 "})
+    for (const char* text : {"ip.1", "IP.1", "ＩＰ．１", " ip.1 "}) {
         EXPECT_EQ(found(text), std::vector<int>{1}) << text;
+    }
     EXPECT_EQ(found("コン杭"), std::vector<int>{3});
     EXPECT_EQ(found("TP"), std::vector<int>{4});
 }
@@ -75,8 +77,9 @@ TEST_F(Names, NothingIsFoundForNothing) {
 }
 
 TEST_F(Names, ManyAreCountedAndTheBestOnesKept) {
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         point(0, 1000 + i, i == 999 ? "杭" : "杭あと", "座標");
+    }
     const NameSearch::Result result = NameSearch(drawing).find(QStringLiteral("杭"), 10);
     EXPECT_EQ(result.total, 1001U);
     ASSERT_EQ(result.objects.size(), 10U);

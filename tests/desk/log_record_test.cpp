@@ -14,8 +14,9 @@ TEST(LogLine, TellsTheNumberOfItsRecord) {
     EXPECT_EQ(recordNumberIn("00012行目 A01,1,"), 12);
     EXPECT_EQ(recordNumberIn("00005 A00 座標データの読み込み開始"), 5);
     EXPECT_EQ(recordNumberIn("1234567 D00 画地データの読み込み開始"), 1234567);
-    for (const char* line : {"", "62個のエラー", "ERROR ---", "0012 A00", "00012", "          3点の構成点"})
+    for (const char* line : {"", "62個のエラー", "ERROR ---", "0012 A00", "00012", "          3点の構成点"}) {
         EXPECT_FALSE(recordNumberIn(line)) << line;
+    }
 }
 
 TEST(LogPath, LeadsToTheFileInLettersOfAnyCase) {
@@ -67,8 +68,9 @@ struct LogOfTheRoad : DeskWindow {
                 ADD_FAILURE() << "no line " << beginning;
                 return 0;
             }
-            if (line->record.text.starts_with(beginning))
+            if (line->record.text.starts_with(beginning)) {
                 return number;
+            }
         }
     }
     std::optional<PlanObject> objectOfLine(std::int64_t number) {
@@ -76,8 +78,9 @@ struct LogOfTheRoad : DeskWindow {
                               readSource(source, number, 0)->record);
     }
     std::string nameOf(const std::optional<PlanObject>& object) {
-        if (!object)
+        if (!object) {
             return "(none)";
+        }
         return object->kind == PlanObject::Kind::Alignment ? drawing().alignment(object->index).name
                                                            : std::string(drawing().entity(object->index).row->name);
     }

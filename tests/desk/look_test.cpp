@@ -18,11 +18,13 @@ TEST_F(DeskWindow, TheLegendShowsTheKindsThatTheDrawingHoldsWithTheirNumbers) {
     EXPECT_EQ(window->legend().item(1)->text(), QStringLiteral("Lot (48)"));
     import(folder.example(QStringLiteral("road.sim")));
     std::size_t elements = 0;
-    for (std::size_t i = 0; i < drawing().alignmentCount(); ++i)
+    for (std::size_t i = 0; i < drawing().alignmentCount(); ++i) {
         elements += drawing().alignment(i).elements.size();
+    }
     std::size_t told = 0;
-    for (int i = 0; i < 3; ++i)
+    for (int i = 0; i < 3; ++i) {
         told += window->legend().item(i)->text().section(QLatin1Char('('), 1).chopped(1).toULongLong();
+    }
     EXPECT_EQ(told, elements);
     window->undo();
     window->undo();
@@ -74,8 +76,9 @@ TEST_F(Hover, PaintsNoMoreThanTheMarkCovers) {
     QApplication::processEvents();
     struct Paints : QObject {
         bool eventFilter(QObject*, QEvent* event) override {
-            if (event->type() == QEvent::Paint)
+            if (event->type() == QEvent::Paint) {
                 area += static_cast<QPaintEvent*>(event)->region().boundingRect();
+            }
             return false;
         }
         QRegion area;

@@ -17,7 +17,7 @@
 namespace fenmark::desk::test {
 namespace {
 
-using host::embedded::StoreError;
+using drawing::StoreError;
 
 TEST_F(DeskWindow, TypingTheCommandOpensItsDialog) {
     Answers answers;
@@ -36,7 +36,7 @@ TEST_F(DeskWindow, AFileOnTheCommandLineIsImportedIntoTheDrawing) {
     EXPECT_TRUE(window->isWindowModified());
     EXPECT_TRUE(window->log().toPlainText().contains(QStringLiteral("座標データの読み込み")));
     // All of it is in view.
-    const host::embedded::Extent seen = plan().view().visible();
+    const drawing::Extent seen = plan().view().visible();
     EXPECT_LE(seen.minX, drawing().extent().minX);
     EXPECT_GE(seen.maxY, drawing().extent().maxY);
     EXPECT_EQ(host::embedded::EmbeddedHost::liveAutomationReferences(), 0);
@@ -59,8 +59,9 @@ TEST_F(DeskWindow, UntickedKindsAreNotImported) {
         })
         .accept();
     EXPECT_TRUE(window->openFile(file));
-    for (std::size_t i = 0; i < drawing().entityCount(); ++i)
+    for (std::size_t i = 0; i < drawing().entityCount(); ++i) {
         EXPECT_FALSE(drawing().entity(i).isPoint());
+    }
     EXPECT_GT(drawing().entityCount(), 0U);
 }
 
@@ -213,8 +214,9 @@ TEST_F(DeskWindow, ALayerThatTheUserAddsCanBeChosenInTheImport) {
             QTimer::singleShot(0, dialog.findChild<QPushButton*>(QStringLiteral("id209")), &QPushButton::click);
         })
         .then([](QWidget& dialog) {
-            for (QComboBox* list : dialog.findChildren<QComboBox*>())
+            for (QComboBox* list : dialog.findChildren<QComboBox*>()) {
                 list->setCurrentText(QStringLiteral("杭"));
+            }
             dialog.findChild<QPushButton*>(QStringLiteral("id1"))->click();
         })
         .accept()

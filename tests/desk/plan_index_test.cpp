@@ -15,10 +15,10 @@
 namespace fenmark::desk {
 namespace {
 
+using drawing::Drawing;
+using drawing::EntityKind;
+using drawing::Extent;
 using host::MdGePoint3d;
-using host::embedded::Drawing;
-using host::embedded::EntityKind;
-using host::embedded::Extent;
 
 constexpr std::uint32_t kSeed = 20240611;
 
@@ -119,8 +119,9 @@ TEST(PlanIndex, OfAnEmptyDrawingAnswersNothing) {
 
 TEST(PlanIndex, AThousandPointsAtOnePlaceAreAllThere) {
     Drawing drawing;
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         drawing.addPoint({5.0, 5.0, 0.0}, 0);
+    }
     const PlanIndex index(drawing);
     Extent box;
     box.add(5.0, 5.0);
@@ -138,8 +139,9 @@ TEST(PlanIndex, LeavesOutWhatHasNoPlace) {
 
 TEST(PlanIndex, AVisitorThatHasEnoughIsAskedNoMore) {
     Drawing drawing;
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 100; ++i) {
         drawing.addPoint({i * 1.0, 0.0, 0.0}, 0);
+    }
     const PlanIndex index(drawing);
     int visits = 0;
     index.query(index.extent(), [&](const PlanFigure&) { return ++visits < 7; });

@@ -16,11 +16,11 @@
 namespace fenmark::desk {
 namespace {
 
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityKind;
-using host::embedded::Extent;
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityKind;
+using drawing::Extent;
 
 constexpr double kPixelTolerance = 1e-6;
 constexpr double kReach = 6.0;

@@ -13,8 +13,8 @@ namespace {
 constexpr double kPixelTolerance = 1e-6;
 constexpr double kMetreTolerance = 1e-6;
 
-host::embedded::Extent box(double minX, double minY, double maxX, double maxY) {
-    host::embedded::Extent extent;
+drawing::Extent box(double minX, double minY, double maxX, double maxY) {
+    drawing::Extent extent;
     extent.add(minX, minY);
     extent.add(maxX, maxY);
     return extent;

@@ -1,9 +1,9 @@
 // The embedded host as the module's adapter meets it: database, object data, automation, documents.
-#include "embedded/support.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
 #include "sima/records/lot_data.h"
 #include "sima/records/sima_point.h"
+#include "support/drawing_support.h"
 
 #include <gtest/gtest.h>
 

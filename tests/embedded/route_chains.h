@@ -1,7 +1,7 @@
 // Chains of elements laid exactly, and the route of a file that would hold them.
 #pragma once
 
-#include "host/embedded/alignment_geometry.h"
+#include "host/embedded/drawing_names.h"
 #include "sima/records/array.h"
 #include "sima/records/entity_data.h"
 
@@ -82,16 +82,18 @@ inline sima::Array<sima::EntityData> routeOf(const std::vector<Element>& chain, 
         const auto radius = [&](double value) {
             return std::isinf(value) ? std::string("0") : decimals(sign * value, 6);
         };
-        if (element.type == ElementType::Arc)
+        if (element.type == ElementType::Arc) {
             data.radius = radius(element.startRadius);
+        }
         if (element.type == ElementType::Clothoid) {
             data.startRadius = radius(element.startRadius);
             data.endRadius = radius(element.endRadius);
             const double growth = std::abs(1 / element.startRadius - 1 / element.endRadius) / element.length;
             data.parameterA = decimals(std::sqrt(1 / growth), 9);
         }
-        if (element.type != ElementType::Straight)
+        if (element.type != ElementType::Straight) {
             data.direction = sign > 0 ? "R" : "L";
+        }
         route.push_back(data);
     }
     return route;

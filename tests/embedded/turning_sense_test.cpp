@@ -132,7 +132,7 @@ TEST_F(TurningSense, RandomChainsOfBothHabitsStayTangent) {
             shapes.push_back(straight(uniform(20, 200)));
         }
         const std::vector<Element> chain = layChain({{uniform(-5e4, 5e4), uniform(-5e4, 5e4)}, uniform(-3, 3)}, shapes);
-        for (const double rise : {0.0, 0.1})
+        for (const double rise : {0.0, 0.1}) {
             for (const bool positiveIsLeft : {true, false}) {
                 host_.clearNotes();
                 const FileHabit habit{.positiveIsLeft = positiveIsLeft, .decimals = 4, .heightOfEach = rise};
@@ -141,6 +141,7 @@ TEST_F(TurningSense, RandomChainsOfBothHabitsStayTangent) {
                 EXPECT_EQ(host_.layoutNotes().otherSense, positiveIsLeft ? 0 : 9) << "seed " << kSeed;
                 ASSERT_FALSE(HasFailure()) << "seed " << kSeed << " round " << round << " rise " << rise;
             }
+        }
     }
 }
 
@@ -168,8 +169,9 @@ TEST_F(TurningSense, TheSettingLeftKeepsTheSenseAndTellsTheBrokenJoints) {
 
 TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
     sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, {straight(100)}));
-    for (const sima::EntityData& leg : routeOf(layChain({{100, 0}, 2 * kDegree}, {straight(100)})))
+    for (const sima::EntityData& leg : routeOf(layChain({{100, 0}, 2 * kDegree}, {straight(100)}))) {
         route.push_back(leg);
+    }
     ASSERT_TRUE(import(route).isValid());
     const LayoutNotes notes = host_.layoutNotes();
     ASSERT_EQ(notes.brokenJoints.size(), 1U);
@@ -195,8 +197,9 @@ TEST_F(TurningSense, AFileOfTheOtherHabitIsUnderstoodWithoutPisToo) {
     ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false, .heightOfEach = 0.25})).isValid());
     expectChain(chain);
     EXPECT_EQ(host_.layoutNotes().otherSense, 6);
-    for (std::size_t i = 0; i < chain.size(); ++i)
+    for (std::size_t i = 0; i < chain.size(); ++i) {
         EXPECT_EQ(laid().elements[i].id, static_cast<std::int32_t>(i + 1)) << "identifiers stay";
+    }
 }
 
 TEST_F(TurningSense, SpiralsWithoutAPiAreLaidAnewWhereTheStraightBehindThemNeedsIt) {

@@ -1,7 +1,7 @@
 // A small drawing for the exchange formats: one alignment with every element, points, lots, lines.
 #pragma once
 
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <cmath>
 #include <numbers>
@@ -9,12 +9,12 @@
 
 namespace fenmark::exchange {
 
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityKind;
 using host::MdGePoint3d;
 using host::PlanPoint;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityKind;
 
 // The element of that shape that begins at the end of the one before.
 inline Element following(const Element& before, ElementType type, double length, double startRadius, double endRadius,
@@ -27,13 +27,13 @@ inline Element following(const Element& before, ElementType type, double length,
     element.length = length;
     element.startRadius = startRadius;
     element.endRadius = endRadius;
-    element.end = host::embedded::poseOnElement(element, length).point;
+    element.end = drawing::poseOnElement(element, length).point;
     return element;
 }
 
 // Straight, clothoid, arc, clothoid, straight from the origin given, eastwards, with R = 100 and A = 60.
 inline std::size_t addRoad(Drawing& drawing, const PlanPoint& origin, bool clockwise, const char* name = "中心線") {
-    constexpr double kInfinite = host::embedded::kInfiniteRadius;
+    constexpr double kInfinite = drawing::kInfiniteRadius;
     const auto site =
         drawing.findSite("サイト") ? drawing.sites()[*drawing.findSite("サイト")].id : drawing.addSite("サイト");
     const std::size_t road = drawing.addAlignment(site, name, "0", "Standard", "Standard");
@@ -47,14 +47,16 @@ inline std::size_t addRoad(Drawing& drawing, const PlanPoint& origin, bool clock
     const Element arc = following(in, ElementType::Arc, 40.0, 100.0, 100.0, clockwise);
     const Element out = following(arc, ElementType::Clothoid, 36.0, 100.0, kInfinite, clockwise);
     const Element last = following(out, ElementType::Straight, 30.0, kInfinite, kInfinite, false);
-    for (const Element& element : {straight, in, arc, out, last})
+    for (const Element& element : {straight, in, arc, out, last}) {
         drawing.addElement(road, element);
+    }
     return road;
 }
 
 inline std::size_t tableNamed(Drawing& drawing, const char* name) {
-    if (!drawing.findTable(name))
+    if (!drawing.findTable(name)) {
         drawing.addTable(name);
+    }
     return *drawing.findTable(name);
 }
 

@@ -41,10 +41,11 @@ class AbsurdCoordinates : public ::testing::Test {
     template <typename Write>
     std::string written(Write write) {
         std::ostringstream out;
-        if constexpr (std::is_void_v<decltype(write(drawing_, out))>)
+        if constexpr (std::is_void_v<decltype(write(drawing_, out))>) {
             write(drawing_, out);
-        else
+        } else {
             notes_ = write(drawing_, out);
+        }
         const std::string text = out.str();
         // "INF" is how LandXML calls the radius of a straight.
         const std::regex noNumber("(^|[^A-Za-z])(-?inf|-?nan)([^A-Za-z]|$)", std::regex::ECMAScript);
@@ -69,10 +70,11 @@ TEST_F(AbsurdCoordinates, GiveGeoJsonFeaturesWithoutGeometry) {
     std::vector<std::string> without;
     for (const auto& feature : json["features"]) {
         const std::string name = feature["properties"].value("Name", "");
-        if (feature["geometry"].is_null())
+        if (feature["geometry"].is_null()) {
             without.push_back(name);
-        else
+        } else {
             EXPECT_EQ(feature["geometry"]["coordinates"].dump().find("null"), std::string::npos) << name;
+        }
         if (name == "HIGH") {
             EXPECT_EQ(feature["geometry"]["coordinates"].dump(), "[12020.0,-36020.0,0.0]");
         }
@@ -129,7 +131,7 @@ TEST_F(AbsurdCoordinates, DoNotWidenTheExtent) {
     addPoint(drawing, {3.0, 4.0, 0.0}, "A");
     addPoint(drawing, {kEndless, 5.0, 0.0}, "B");
     addPoint(drawing, {kNoNumber, 5.0, 0.0}, "C");
-    const host::embedded::Extent& extent = drawing.extent();
+    const drawing::Extent& extent = drawing.extent();
     EXPECT_EQ(std::vector<double>({extent.minX, extent.minY, extent.maxX, extent.maxY}),
               (std::vector<double>{3.0, 4.0, 3.0, 4.0}));
     std::ostringstream plan;

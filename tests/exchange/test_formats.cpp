@@ -52,23 +52,27 @@ std::vector<std::vector<Group>> dxfEntities(const std::vector<Group>& groups, co
     bool within = false;
     bool wanted = false;
     for (const Group& group : groups) {
-        if (group.code == 2 && group.value == "ENTITIES")
+        if (group.code == 2 && group.value == "ENTITIES") {
             within = true;
+        }
         if (group.code == 0) {
             wanted = within && group.value == type;
-            if (wanted)
+            if (wanted) {
                 found.emplace_back();
+            }
         }
-        if (wanted)
+        if (wanted) {
             found.back().push_back(group);
+        }
     }
     return found;
 }
 
 std::string textOf(const std::vector<Group>& entity, int code) {
     for (const Group& group : entity) {
-        if (group.code == code)
+        if (group.code == code) {
             return group.value;
+        }
     }
     return {};
 }
@@ -86,8 +90,9 @@ TEST(Dxf, IsReleaseTwelveInCodePage932AndComplete) {
     EXPECT_EQ(groups[5].value, "ANSI_932");
     EXPECT_EQ(groups.back().value, "EOF");
     int open = 0;
-    for (const Group& group : groups)
+    for (const Group& group : groups) {
         open += group.code == 0 ? (group.value == "SECTION" ? 1 : group.value == "ENDSEC" ? -1 : 0) : 0;
+    }
     EXPECT_EQ(open, 0);
 }
 
@@ -126,12 +131,14 @@ TEST(Dxf, ClothoidVerticesLieOnTheCurveAndCloseEnough) {
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         const PlanPoint at{numberOf(vertices[i], 10), numberOf(vertices[i], 20)};
         EXPECT_NEAR(geometry.locate(at)->offset, 0.0, kMetres);
-        if (i == 0)
+        if (i == 0) {
             continue;
+        }
         const PlanPoint before{numberOf(vertices[i - 1], 10), numberOf(vertices[i - 1], 20)};
         constexpr double kArc = 40.0; // metres, between the two clothoids
-        if (geometry.locate(at)->station - geometry.locate(before)->station > kArc - kLine)
+        if (geometry.locate(at)->station - geometry.locate(before)->station > kArc - kLine) {
             continue;
+        }
         const PlanPoint middle{(at.x + before.x) / 2.0, (at.y + before.y) / 2.0};
         EXPECT_LE(std::abs(geometry.locate(middle)->offset), kLine);
     }
@@ -143,8 +150,9 @@ TEST(Dxf, PointsKeepHeightsAndNamesAreTexts) {
     const std::vector<Group> groups = dxfOf(drawing);
     EXPECT_EQ(numberOf(dxfEntities(groups, "POINT")[0], 30), 12.5);
     std::vector<std::string> texts;
-    for (const auto& text : dxfEntities(groups, "TEXT"))
+    for (const auto& text : dxfEntities(groups, "TEXT")) {
         texts.push_back(textOf(text, 1));
+    }
     EXPECT_EQ(texts, (std::vector<std::string>{cp932("中心線"), "BP", cp932("点,\"2\""), "12-3", cp932("左")}));
 }
 
@@ -170,8 +178,9 @@ TEST(Dxf, RowsAreExtendedDataOfARegisteredApplication) {
         for (const Group& group : entity) {
             behind = behind || group.code >= 1000;
             EXPECT_EQ(behind, group.code >= 1000) << "nothing ordinary stands behind it";
-            if (behind)
+            if (behind) {
                 data.push_back(std::to_string(group.code) + " " + group.value);
+            }
         }
         return data;
     };
@@ -182,22 +191,25 @@ TEST(Dxf, RowsAreExtendedDataOfARegisteredApplication) {
     EXPECT_TRUE(dataOf(points.at(1)).empty());
     EXPECT_EQ(dataOf(dxfEntities(groups, "POLYLINE").at(0)).at(3), "1000 12-3");
     int registered = 0;
-    for (std::size_t i = 0; i + 1 < groups.size(); ++i)
+    for (std::size_t i = 0; i + 1 < groups.size(); ++i) {
         registered += groups[i].code == 0 && groups[i].value == "APPID" && groups[i + 1].value == "FENMARK" ? 1 : 0;
+    }
     EXPECT_EQ(registered, 1);
 }
 
 TEST(Dxf, LongTextsOfRowsAreCutBetweenCharacters) {
     Drawing drawing;
     std::string name = "a";
-    for (int i = 0; i < 200; ++i)
+    for (int i = 0; i < 200; ++i) {
         name += "点";
+    }
     addPoint(drawing, {1, 2, 3}, name.c_str());
     std::vector<std::string> texts;
     const auto points = dxfEntities(dxfOf(drawing), "POINT");
     for (const Group& group : points.at(0)) {
-        if (group.code == 1000)
+        if (group.code == 1000) {
             texts.push_back(group.value);
+        }
     }
     EXPECT_EQ(texts.at(1).size(), 255U); // one byte and 127 characters of two
     EXPECT_EQ(texts.at(1), cp932(std::string_view(name).substr(0, 1 + 127 * 3)));
@@ -240,8 +252,9 @@ TEST_F(LandXml, HasTheExactElements) {
     EXPECT_EQ(alignment.attribute("staStart").as_double(), 100.0);
     EXPECT_EQ(alignment.attribute("length").as_double(), 192.0);
     std::string kinds;
-    for (const pugi::xml_node element : alignment.child("CoordGeom").children())
+    for (const pugi::xml_node element : alignment.child("CoordGeom").children()) {
         kinds += std::string(element.name()) + " ";
+    }
     EXPECT_EQ(kinds, "Line Spiral Curve Spiral Line ");
     const pugi::xml_node spiral = alignment.child("CoordGeom").child("Spiral");
     EXPECT_STREQ(spiral.attribute("rot").value(), "cw");
@@ -261,8 +274,9 @@ TEST_F(LandXml, HeadStandsBeforeTheGroupsAndTellsItsUnits) {
     fillSample(drawing);
     drawing.setZone(9);
     std::string order;
-    for (const pugi::xml_node& child : parse(drawing).children())
+    for (const pugi::xml_node& child : parse(drawing).children()) {
         order += std::string(child.name()) + " ";
+    }
     EXPECT_EQ(order, "Units CoordinateSystem Application Alignments CgPoints Parcels PlanFeatures ");
     const pugi::xml_node metric = parse(drawing).child("Units").child("Metric");
     EXPECT_STREQ(metric.attribute("linearUnit").value(), "meter");
@@ -311,8 +325,9 @@ TEST_F(LandXml, EmptyGroupsAreLeftOut) {
     Drawing drawing;
     drawing.addAlignment(drawing.addSite("サイト"), "空", "0", "", "");
     const pugi::xml_node root = parse(drawing);
-    for (const char* group : {"Alignments", "CgPoints", "Parcels", "PlanFeatures", "CoordinateSystem"})
+    for (const char* group : {"Alignments", "CgPoints", "Parcels", "PlanFeatures", "CoordinateSystem"}) {
         EXPECT_FALSE(root.child(group)) << group;
+    }
 }
 
 TEST_F(LandXml, ZoneIsItsEpsgCode) {
@@ -332,8 +347,9 @@ TEST(GeoJson, HasOneFeatureForEachThing) {
     fillSample(drawing);
     const nlohmann::json features = geoJsonOf(drawing)["features"];
     std::string types;
-    for (const auto& feature : features)
+    for (const auto& feature : features) {
         types += feature["geometry"]["type"].get<std::string>() + " ";
+    }
     EXPECT_EQ(types, "LineString Point Point Polygon LineString ");
     EXPECT_EQ(features[1]["geometry"]["coordinates"], nlohmann::json({12000.0, -36000.0, 12.5}));
     EXPECT_EQ(features[2]["properties"]["Name"], "点,\"2\"");
@@ -352,9 +368,10 @@ TEST(GeoJson, PolygonsAreClosedAndRunAnticlockwise) {
         ASSERT_EQ(ring.size(), 4U);
         EXPECT_EQ(ring.front(), ring.back());
         double twice = 0.0;
-        for (std::size_t i = 0; i + 1 < ring.size(); ++i)
+        for (std::size_t i = 0; i + 1 < ring.size(); ++i) {
             twice += ring[i][0].get<double>() * ring[i + 1][1].get<double>() -
                      ring[i + 1][0].get<double>() * ring[i][1].get<double>();
+        }
         EXPECT_EQ(twice, 4.0);
     }
 }

@@ -29,15 +29,17 @@ class PlanOf : public ::testing::Test {
     }
     bool hasText(const std::string& wanted) const {
         for (const pugi::xpath_node node : document.select_nodes("//text")) {
-            if (node.node().child_value() == wanted)
+            if (node.node().child_value() == wanted) {
                 return true;
+            }
         }
         return false;
     }
     bool hasTextBeginning(const std::string& wanted) const {
         for (const pugi::xpath_node node : document.select_nodes("//text")) {
-            if (std::string_view(node.node().child_value()).starts_with(wanted))
+            if (std::string_view(node.node().child_value()).starts_with(wanted)) {
                 return true;
+            }
         }
         return false;
     }
@@ -50,7 +52,7 @@ class PlanOf : public ::testing::Test {
 };
 
 TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
-    host::embedded::Extent extent;
+    drawing::Extent extent;
     extent.add(12000.0, -36200.0);
     extent.add(12600.0, -35750.0);
     const PlanSheet sheet(extent);
@@ -63,7 +65,7 @@ TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
 }
 
 TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {
-    host::embedded::Extent extent;
+    drawing::Extent extent;
     EXPECT_EQ(PlanSheet(extent).scale(), 100) << "nothing at all";
     extent.add(100.0, 200.0);
     EXPECT_EQ(PlanSheet(extent).scale(), 100);
@@ -75,7 +77,7 @@ TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {
 }
 
 TEST(Sheet, HoldsTheWholeExtentNorthUp) {
-    host::embedded::Extent extent;
+    drawing::Extent extent;
     extent.add(100.0, 200.0);
     extent.add(400.0, 1500.0);
     const PlanSheet sheet(extent);
@@ -178,8 +180,9 @@ TEST_F(PlanOf, ElementEndsAreNamedByTheirKindOrByThePointThere) {
 TEST_F(PlanOf, StationsStandEveryTwentyMetres) {
     addRoad(drawing, {12000.0, -36000.0}, false);
     draw();
-    for (const char* stake : {"No.6", "No.7", "No.8", "No.9", "No.11", "No.12", "No.13", "No.14"})
+    for (const char* stake : {"No.6", "No.7", "No.8", "No.9", "No.11", "No.12", "No.13", "No.14"}) {
         EXPECT_TRUE(hasText(stake)) << stake;
+    }
     EXPECT_TRUE(hasTextBeginning("No.10  200.0"));
     EXPECT_FALSE(hasText("No.15")) << "beyond the end";
 }
@@ -189,8 +192,9 @@ TEST_F(PlanOf, SheetHasNorthScaleBarLegendGridAndTitle) {
     drawing.setZone(9);
     draw();
     for (const char* wanted :
-         {"N", "凡例", "線形（クロソイド）", "画地", "幅杭線（左）", "座標点", "a.sim", "平面直角座標 第IX系"})
+         {"N", "凡例", "線形（クロソイド）", "画地", "幅杭線（左）", "座標点", "a.sim", "平面直角座標 第IX系"}) {
         EXPECT_TRUE(hasText(wanted)) << wanted;
+    }
     EXPECT_TRUE(hasTextBeginning("1:"));
     EXPECT_TRUE(hasTextBeginning("Y=12"));
     EXPECT_TRUE(hasTextBeginning("X=-36"));
@@ -268,8 +272,9 @@ TEST_F(PlanOf, ObjectsWithCoordinatesThatNoSurveyHasAreLeftOutAndTold) {
 TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {
     constexpr int kSide = 250; // 62,500 points
     for (int i = 0; i < kSide; ++i) {
-        for (int j = 0; j < kSide; ++j)
+        for (int j = 0; j < kSide; ++j) {
             addPoint(drawing, {20.0 * i, 20.0 * j, 0.0}, "点");
+        }
     }
     draw();
     EXPECT_EQ(notes.size(), 2U);
@@ -279,8 +284,9 @@ TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {
 }
 
 TEST_F(PlanOf, CrowdedNamesAreLeftOutAndCounted) {
-    for (int i = 0; i < 400; ++i)
+    for (int i = 0; i < 400; ++i) {
         addPoint(drawing, {100.0 + 0.2 * (i % 20), 100.0 + 0.2 * (i / 20), 0.0}, "重なる点名");
+    }
     addPoint(drawing, {900.0, 700.0, 0.0}, "離れた点");
     draw();
     ASSERT_EQ(notes.size(), 1U);

@@ -40,8 +40,9 @@ struct ModuleInHost : ::testing::Test {
     }
     std::vector<std::string> siteNames() {
         std::vector<std::string> names;
-        for (const auto& site : host.drawing().sites())
+        for (const auto& site : host.drawing().sites()) {
             names.push_back(site.name);
+        }
         return names;
     }
     // The user closes the import dialog.
@@ -230,8 +231,9 @@ TEST_F(ModuleInHost, EveryOtherMessageReturnsZero) {
     ASSERT_NE(library, nullptr);
     const auto entry = reinterpret_cast<int (*)(int, void*)>(::dlsym(library, "mdrxEntryPoint"));
     ASSERT_NE(entry, nullptr);
-    for (int message : {-1, 0, 3, 4, 5, 6, 10, 15, 16, 1000})
+    for (int message : {-1, 0, 3, 4, 5, 6, 10, 15, 16, 1000}) {
         EXPECT_EQ(entry(message, nullptr), 0) << message;
+    }
     EXPECT_EQ(reinterpret_cast<int (*)()>(::dlsym(library, "mdrxGetApiVersion"))(), mirdane::kModuleApiVersion);
     EXPECT_TRUE(modules.callableFunctions().empty());
     ::dlclose(library);

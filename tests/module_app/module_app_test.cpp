@@ -162,11 +162,13 @@ TEST_F(ModuleApp, EveryMessageReachesItsOwnOperation) {
         int message15(void*) override { return 15; }
         int message0(void*) override { return 16; }
     } app;
-    for (int message = 1; message <= 15; ++message)
+    for (int message = 1; message <= 15; ++message) {
         EXPECT_EQ(dispatchMessage(app, message, nullptr), message);
+    }
     EXPECT_EQ(dispatchMessage(app, 0, nullptr), 16);
-    for (const int message : {-1, 16, 1000})
+    for (const int message : {-1, 16, 1000}) {
         EXPECT_EQ(dispatchMessage(app, message, nullptr), 0) << message;
+    }
 }
 
 TEST_F(ModuleApp, AMessageHandsItsPointerOn) {

@@ -95,8 +95,9 @@ class Collection : public host::AlignmentElements {
         EXPECT_EQ(living, 0) << "the element before was not released";
         const int index = static_cast<int>(adds.size());
         adds.push_back(add);
-        if (index == failingAdd)
+        if (index == failingAdd) {
             return -5;
+        }
         element = std::make_unique<Element>(11 + index, reportedEnd, living);
         return 0;
     }

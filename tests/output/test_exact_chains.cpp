@@ -24,14 +24,15 @@ sima::Array<sima::EntityData> elementsOf(const std::vector<Calelm>& chain) {
     sima::Array<sima::EntityData> elements;
     for (const Calelm& record : chain) {
         const std::string direction = record.dir == 1.0 ? "L" : "R";
-        if (record.type == ALI_STRAIGHT)
+        if (record.type == ALI_STRAIGHT) {
             elements.push_back(test::straight(record.sx, record.sy, record.ex, record.ey));
-        else if (record.type == ALI_ARC)
+        } else if (record.type == ALI_ARC) {
             elements.push_back(test::arc(record.sx, record.sy, record.ex, record.ey,
                                          (record.dir == 1.0 ? "-" : "") + exactly(record.par), direction));
-        else
+        } else {
             elements.push_back(test::clothoid(record.sx, record.sy, record.ex, record.ey, exactly(record.par),
                                               exactly(record.r1), exactly(record.r2), direction));
+        }
     }
     return elements;
 }
@@ -63,7 +64,7 @@ class ExactChains : public test::Output {
 };
 
 TEST_F(ExactChains, StraightClothoidArcClothoidStraightInBothSensesAndAllDirections) {
-    for (const double turn : {1.0, -1.0})
+    for (const double turn : {1.0, -1.0}) {
         for (int i = 0; i < 12; ++i) {
             const exact::Pose start{60295.494L, -39525.623L, 0.05L + i * exact::pi / 6};
             const auto records =
@@ -72,6 +73,7 @@ TEST_F(ExactChains, StraightClothoidArcClothoidStraightInBothSensesAndAllDirecti
                                          exact::straight(80.0)});
             expectTangentChain(records, "turn " + std::to_string(turn) + " direction " + std::to_string(i));
         }
+    }
 }
 
 TEST_F(ExactChains, TurningSenseIsClockwiseInTheDrawingForLeft) {
@@ -84,23 +86,25 @@ TEST_F(ExactChains, TurningSenseIsClockwiseInTheDrawingForLeft) {
 }
 
 TEST_F(ExactChains, ReverseCurveChangesItsSenseInTheMiddle) {
-    for (const double turn : {1.0, -1.0})
+    for (const double turn : {1.0, -1.0}) {
         expectTangentChain(exact::lay_chain(exact::Pose{1000.0L, 500.0L, 2.0L},
                                             {exact::straight(60.0), exact::clothoid(turn, 100.0, 0.0, 180.0),
                                              exact::arc(turn, 180.0, 70.0), exact::clothoid(turn, 100.0, 180.0, 0.0),
                                              exact::clothoid(-turn, 110.0, 0.0, 220.0), exact::arc(-turn, 220.0, 60.0),
                                              exact::clothoid(-turn, 110.0, 220.0, 0.0), exact::straight(40.0)}),
                            "turn " + std::to_string(turn));
+    }
 }
 
 TEST_F(ExactChains, EggShapedClothoidBetweenTwoArcs) {
-    for (const double turn : {1.0, -1.0})
+    for (const double turn : {1.0, -1.0}) {
         expectTangentChain(
             exact::lay_chain(exact::Pose{1000.0L, 500.0L, 4.0L},
                              {exact::straight(60.0), exact::arc(turn, 400.0, 90.0),
                               exact::clothoid(turn, 200.0, 400.0, 200.0), exact::arc(turn, 200.0, 50.0),
                               exact::clothoid(turn, 200.0, 200.0, 400.0), exact::arc(turn, 400.0, 50.0)}),
             "turn " + std::to_string(turn));
+    }
 }
 
 TEST_F(ExactChains, PointsOfUnequalHeightsContinueTheElementBefore) {

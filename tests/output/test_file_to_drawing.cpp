@@ -20,8 +20,9 @@ class FileToDrawing : public test::Output {
     void import(const std::string& lines) {
         {
             std::ofstream file(path, std::ios::binary);
-            for (const char c : lines)
+            for (const char c : lines) {
                 c == '\n' ? file << "\r\n" : file << c;
+            }
         }
         sima::ReadContext context;
         context.sink = &output;
@@ -49,16 +50,19 @@ class FileToDrawing : public test::Output {
         for (std::size_t i = 0; i <= chain.size(); ++i) {
             std::snprintf(line, sizeof line, "B01,%zu,P%zu,\n", i + 1, i + 1);
             text += line;
-            if (i == chain.size())
+            if (i == chain.size()) {
                 break;
+            }
             const double sign = chain[i].dir == 1.0 ? -1.0 : 1.0;
-            if (chain[i].type == ALI_ARC)
+            if (chain[i].type == ALI_ARC) {
                 std::snprintf(line, sizeof line, "C01,0,%.3f,\n", sign * chain[i].par);
-            else if (chain[i].type == ALI_CLOTHOID)
+            } else if (chain[i].type == ALI_CLOTHOID) {
                 std::snprintf(line, sizeof line, "C02,%.3f,%.3f,%.3f,\n", chain[i].par, sign * chain[i].r1,
                               sign * chain[i].r2);
-            if (chain[i].type != ALI_STRAIGHT)
+            }
+            if (chain[i].type != ALI_STRAIGHT) {
                 text += line;
+            }
         }
         return text + "F99,\n";
     }

@@ -154,8 +154,9 @@ TEST(RecordedChains, ElementsOfNoPlanLengthTakeTheDirectionOfTheElementBefore) {
     ASSERT_EQ(chain.addLine(joint, joint), 0);
     ASSERT_EQ(chain.addArc(joint, joint, 50.0, 0), 0);
     ASSERT_EQ(chain.addSpiral(3, joint, {}, kInfinity, 200.0, 50.0, 0, 1), 0);
-    for (const host::RecordedElement& element : chain.elements())
+    for (const host::RecordedElement& element : chain.elements()) {
         EXPECT_NEAR(element.startAngle, std::numbers::pi / 4, kPointTolerance) << element.type;
+    }
 }
 
 TEST(RecordedChains, RefuseWhatCannotBeLaid) {

@@ -171,8 +171,9 @@ TEST_F(ChainCleaning, ExactlyOneDegreeStillMerges) {
     for (int i = 1; i < 100000 && std::atan2(y, x) != oneDegree; ++i) {
         x = 1000.0 + i;
         y = std::round(x * std::tan(oneDegree) * 1e12) / 1e12;
-        while (std::atan2(y, x) < oneDegree)
+        while (std::atan2(y, x) < oneDegree) {
             y = std::nextafter(y, 1e9);
+        }
     }
     ASSERT_EQ(std::atan2(y, x), oneDegree);
     const auto pair = [](double dx, double dy) {
@@ -189,8 +190,9 @@ TEST_F(ChainCleaning, ExactlyOneDegreeStillMerges) {
     output::mergeStraights(elements);
     EXPECT_EQ(elements.size(), 1U);
 
-    while (std::atan2(y, x) == oneDegree)
+    while (std::atan2(y, x) == oneDegree) {
         y = std::nextafter(y, 1e9);
+    }
     elements = pair(x, y);
     output::mergeStraights(elements);
     EXPECT_EQ(elements.size(), 2U) << "the next direction above one degree";

@@ -14,8 +14,9 @@ TEST(RouteTypeLabels, StandForAllSevenTypesAndForNoOther) {
     EXPECT_EQ(host::routeTypeLabel(5), "幅杭線右");
     EXPECT_EQ(host::routeTypeLabel(6), "連続線");
     EXPECT_EQ(host::routeTypeLabel(7), "Type 7");
-    for (const std::int32_t type : {0, 8, -1, 2147483647, -2147483647 - 1})
+    for (const std::int32_t type : {0, 8, -1, 2147483647, -2147483647 - 1}) {
         EXPECT_EQ(host::routeTypeLabel(type), "") << type;
+    }
 }
 
 TEST(FileNames, StandBehindTheLastSeparator) {

@@ -33,8 +33,8 @@ MdGePoint3d exactPi(const Calelm& record) {
 }
 
 TEST(SpiralPi, IsWhereTheTangentsMeetForBothTurnsAndBothGrowths) {
-    for (const double turn : {1.0, -1.0})
-        for (const bool growing : {true, false})
+    for (const double turn : {1.0, -1.0}) {
+        for (const bool growing : {true, false}) {
             for (int octant = 0; octant < 16; ++octant) {
                 exact::Pose pose{60295.494L, -39525.623L, 0.1L + octant * exact::pi / 8};
                 const Calelm record = exact::lay(pose, growing ? exact::clothoid(turn, 150.0, 0.0, 300.0)
@@ -46,6 +46,8 @@ TEST(SpiralPi, IsWhereTheTangentsMeetForBothTurnsAndBothGrowths) {
                 EXPECT_NEAR(element.sparePoint2.y, expected.y, kPiTolerance) << "turn " << turn << " octant " << octant;
                 EXPECT_EQ(element.sparePoint2.z, 0.0);
             }
+        }
+    }
 }
 
 TEST(SpiralPi, OfAnEggShapedClothoid) {

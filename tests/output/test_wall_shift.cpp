@@ -76,8 +76,9 @@ TEST(StationShift, FollowsTheRuleOnAllShortListsOfFewValues) {
     for (const double distance : {0.0, 0.5, 1.0, 1e-20}) {
         for (int code = 0; code < 729; ++code) {
             std::vector<double> stations;
-            for (int i = 0, rest = code; i < 6; ++i, rest /= 3)
+            for (int i = 0, rest = code; i < 6; ++i, rest /= 3) {
                 stations.push_back(rest % 3);
+            }
             EXPECT_EQ(shifted(stations, distance), shiftedByTheRule(stations, distance)) << code;
         }
     }
@@ -91,8 +92,9 @@ struct LongRuns {
 LongRuns longRuns(std::mt19937& random) {
     LongRuns made;
     made.distance = std::array{0.0, 1e-20, 3e-17, 1e-16, 3e-16, 0.5}[random() % 6];
-    for (std::size_t run = 1 + random() % 4; run > 0; --run)
+    for (std::size_t run = 1 + random() % 4; run > 0; --run) {
         made.values.insert(made.values.end(), 1 + random() % 12, static_cast<double>(random() % 4) - 2.5);
+    }
     return made;
 }
 
@@ -192,8 +194,9 @@ Section shiftedByTheRule(Reals distances, Reals heights, double distance) {
             } else {
                 if (k != 1 && negativeRun) {
                     held = h(i);
-                    for (long m = 0; m <= k - 2; ++m)
+                    for (long m = 0; m <= k - 2; ++m) {
                         h(i + m) = h(i + k - 1 - m);
+                    }
                     h(i + k - 1) = held;
                 }
                 k = 1;
@@ -229,8 +232,9 @@ TEST(CrossSectionShift, FollowsTheRuleOnLongRunsWhoseShiftIsLostInPart) {
         const LongRuns made = longRuns(random);
         const Reals distances(made.values.begin(), made.values.end());
         Reals heights;
-        for (std::size_t j = 0; j < distances.size(); ++j)
+        for (std::size_t j = 0; j < distances.size(); ++j) {
             heights.push_back(100.0 + static_cast<double>(j));
+        }
         const Section actual = shiftedSection(distances, heights, made.distance);
         const Section expected = shiftedByTheRule(distances, heights, made.distance);
         EXPECT_EQ(actual.distances, expected.distances) << "list " << i;
@@ -248,7 +252,7 @@ TEST(CrossSectionShift, LongRunsWhoseShiftIsLostCostNoMoreThanTheirLength) {
     // Five thousand million steps if each record were taken for the start of a run of its own. The second distance is
     // lost up to the middle of the run.
     constexpr std::size_t count = 100000;
-    for (const double distance : {1e-30, 4e-21})
+    for (const double distance : {1e-30, 4e-21}) {
         for (const double side : {-3.0, 3.0}) {
             Reals offsets(count, side);
             offsets.push_back(9.0);
@@ -256,6 +260,7 @@ TEST(CrossSectionShift, LongRunsWhoseShiftIsLostCostNoMoreThanTheirLength) {
             EXPECT_EQ(section.distances[1], side);
             EXPECT_EQ(section.distances.back(), 9.0);
         }
+    }
 }
 
 } // namespace

@@ -42,8 +42,9 @@ TEST(Cp932, TakesOneByteOfAPairThatIsNotDefined) {
 }
 
 TEST(Cp932, TakesSingleBytesOutsideTheTableForReplacementCharacters) {
-    for (const char byte : {'\x80', '\xA0', '\xFD', '\xFE', '\xFF'})
+    for (const char byte : {'\x80', '\xA0', '\xFD', '\xFE', '\xFF'}) {
         EXPECT_EQ(decoded(std::string(1, byte) + "x"), "\xEF\xBF\xBDx");
+    }
 }
 
 TEST(Cp932, TakesControlCharactersForOrdinaryOnes) {
@@ -57,13 +58,15 @@ TEST(Cp932, TakesControlCharactersForOrdinaryOnes) {
 TEST(Cp932, MapsThePrivateUseAreaBothWays) {
     EXPECT_EQ(decoded("\xF0\x40"), "\xEE\x80\x80"); // U+E000
     EXPECT_EQ(decoded("\xF9\xFC"), "\xEE\x9D\x97"); // U+E757
-    for (int lead = 0xF0; lead <= 0xF9; ++lead)
+    for (int lead = 0xF0; lead <= 0xF9; ++lead) {
         for (int trail = 0x40; trail <= 0xFC; ++trail) {
-            if (trail == 0x7F)
+            if (trail == 0x7F) {
                 continue;
+            }
             const std::string pair{static_cast<char>(lead), static_cast<char>(trail)};
             EXPECT_EQ(encoded(decoded(pair)), pair);
         }
+    }
 }
 
 TEST(Cp932, WritesTheCodeThatWindowsWritesWhereThereAreSeveral) {
@@ -85,15 +88,17 @@ TEST(Cp932, WritesAQuestionMarkForWhatItCannotHold) {
 
 TEST(Cp932, ComesBackFromEveryDefinedPairAsTheSameText) {
     int defined = 0;
-    for (int lead = 0x81; lead <= 0xFC; ++lead)
+    for (int lead = 0x81; lead <= 0xFC; ++lead) {
         for (int trail = 0x40; trail <= 0xFC; ++trail) {
             const std::string pair{static_cast<char>(lead), static_cast<char>(trail)};
             const std::string text = decoded(pair);
-            if (text.starts_with("\xEF\xBF\xBD") || (lead >= 0xA0 && lead <= 0xDF) || trail == 0x7F)
+            if (text.starts_with("\xEF\xBF\xBD") || (lead >= 0xA0 && lead <= 0xDF) || trail == 0x7F) {
                 continue;
+            }
             ++defined;
             EXPECT_EQ(decoded(encoded(text)), text) << std::hex << lead << trail;
         }
+    }
     // 6879 of the standard, 83 of row 13, 374 and 388 extensions, 1880 private ones.
     EXPECT_EQ(defined, 6879 + 83 + 374 + 388 + 1880);
 }

@@ -38,8 +38,9 @@ TEST(Generator, WritesWhatItIsAskedFor) {
     EXPECT_EQ(reader.log.errorCount(), 0);
     EXPECT_EQ(reader.points.size(), 500U);
     EXPECT_EQ(reader.lotCount(), 90);
-    for (std::int32_t type = 1; type <= 7; ++type)
+    for (std::int32_t type = 1; type <= 7; ++type) {
         EXPECT_EQ(reader.routesRead(type), 3);
+    }
     EXPECT_EQ(reader.longitudinalPointCount(), 9 * 4);
     EXPECT_EQ(reader.crossSectionCount(), 9 * 3);
     EXPECT_TRUE(reader.allLongitudinalRoutesFound());

@@ -171,15 +171,18 @@ TEST(SimaLog, IsAValue) {
 TEST(TextList, HoldsTextsOfAnySize) {
     TextList list;
     std::vector<std::string> expected;
-    for (std::size_t i = 0; i < 3000; ++i)
+    for (std::size_t i = 0; i < 3000; ++i) {
         expected.emplace_back(i % 7 == 0 ? i * 5 : i % 50, static_cast<char>('a' + i % 26));
+    }
     expected.emplace_back(5'000'000, 'x');
     expected.emplace_back();
-    for (const std::string& text : expected)
+    for (const std::string& text : expected) {
         list.append(text);
+    }
     ASSERT_EQ(list.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i)
+    for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(list[i], expected[i]);
+    }
     EXPECT_THROW((void)list[expected.size()], std::invalid_argument);
 }
 

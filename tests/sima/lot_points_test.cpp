@@ -21,8 +21,9 @@ SimaPoint pointOf(std::int32_t number) {
 
 std::vector<std::int32_t> numbersOf(const LotPoints& points) {
     std::vector<std::int32_t> numbers;
-    for (const SimaPoint& point : points)
+    for (const SimaPoint& point : points) {
         numbers.push_back(point.number);
+    }
     return numbers;
 }
 

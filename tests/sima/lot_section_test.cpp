@@ -141,11 +141,13 @@ TEST(LotSection, RaisesForAnOpeningRecordOfFewerThanFourFields) {
 
 TEST(LotSection, HoldsMoreThanAThousandPoints) {
     std::string text = "A00,\r\n";
-    for (int i = 1; i <= 1500; ++i)
+    for (int i = 1; i <= 1500; ++i) {
         text += "A01," + std::to_string(i) + ",P," + std::to_string(i) + ",0,,\r\n";
+    }
     text += "A99,\r\nD00,1,L,1,\r\n";
-    for (int i = 1500; i >= 1; --i)
+    for (int i = 1500; i >= 1; --i) {
         text += "B01," + std::to_string(i) + ",,\r\n";
+    }
     text += "D99,\r\n";
     const Pass pass = fullRead(text);
     ASSERT_EQ(pass.reader.lots.size(), 1U);

@@ -39,8 +39,9 @@ TEST(ToReal, ReadsTheLongestPrefixThatFits) {
 }
 
 TEST(ToReal, IsZeroIfNothingFits) {
-    for (const char* text : {"", " ", "-", "+", ".", "-.", "- 5", "--5", "+-5", "abc", "e5", ".e5", "　1"})
+    for (const char* text : {"", " ", "-", "+", ".", "-.", "- 5", "--5", "+-5", "abc", "e5", ".e5", "　1"}) {
         EXPECT_EQ(toReal(text), 0.0) << text;
+    }
 }
 
 TEST(ToReal, ConvertsExponentsThatAreWhole) {
@@ -92,8 +93,9 @@ TEST(ToReal, RoundsAsTheCConversionDoes) {
         const auto digits = 1 + random() % 20;
         const auto point = random() % (digits + 1);
         for (std::size_t d = 0; d < digits; ++d) {
-            if (d == point)
+            if (d == point) {
                 text += '.';
+            }
             text += static_cast<char>('0' + random() % 10);
         }
         EXPECT_EQ(toReal(text), std::strtod(text.c_str(), nullptr)) << text;
@@ -102,8 +104,9 @@ TEST(ToReal, RoundsAsTheCConversionDoes) {
 
 TEST(ToReal, DoesNotLookAtTheProcessLocale) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr)
+    if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
         std::setlocale(LC_ALL, "");
+    }
     EXPECT_EQ(toReal("1.5"), 1.5);
     EXPECT_EQ(toReal("1,5"), 1.0);
     EXPECT_EQ(formatReal(1.5), "1.500000000000");
@@ -116,15 +119,18 @@ TEST(ToPlainReal, GivesWhatTheFullConversionGivesAndTakesNoTextThatTheTestRefuse
     int taken = 0;
     for (std::size_t length = 0; length <= 6; ++length) {
         std::size_t texts = 1;
-        for (std::size_t i = 0; i < length; ++i)
+        for (std::size_t i = 0; i < length; ++i) {
             texts *= alphabet.size();
+        }
         for (std::size_t n = 0; n < texts; ++n) {
             std::string text;
-            for (std::size_t i = 0, rest = n; i < length; ++i, rest /= alphabet.size())
+            for (std::size_t i = 0, rest = n; i < length; ++i, rest /= alphabet.size()) {
                 text += alphabet[rest % alphabet.size()];
+            }
             double value = 7.0;
-            if (!toPlainReal(text, value))
+            if (!toPlainReal(text, value)) {
                 continue;
+            }
             ++taken;
             ASSERT_TRUE(isNumber(text)) << "[" << text << "]";
             ASSERT_EQ(value, toReal(text)) << "[" << text << "]";
@@ -165,8 +171,9 @@ TEST(ToInteger, TakesTheNearestValueOf32Bits) {
 
 TEST(FormatReal, WritesAsPrintfDoes) {
     for (const double value : {0.0, -0.0, 1.0, 100.5, -39525.623, 0.1, 1e-13, 5e-13, 1.5e-12, 123456789.123456789, 1e22,
-                               1e300, 1.7976931348623157e308, 4.9e-324, 0.0000000000005, 2.5})
+                               1e300, 1.7976931348623157e308, 4.9e-324, 0.0000000000005, 2.5}) {
         EXPECT_EQ(formatReal(value), printed(value)) << value;
+    }
     EXPECT_EQ(formatReal(kInfinity), "inf");
     EXPECT_EQ(formatReal(-kInfinity), "-inf");
     EXPECT_EQ(formatReal(std::numeric_limits<double>::quiet_NaN()), "nan");

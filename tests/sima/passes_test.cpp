@@ -200,8 +200,9 @@ TEST(Passes, IgnoreUnknownCodesAtTopLevelAndCountThem) {
 
 TEST(Passes, CountGarbageTogether) {
     std::string text;
-    for (int i = 0; i < 1000; ++i)
+    for (int i = 0; i < 1000; ++i) {
         text += "q" + std::to_string(i) + ",\n";
+    }
     const Pass pass = fullRead(text);
     EXPECT_LE(pass.reader.passedOver.size(), 65U);
     EXPECT_EQ(pass.reader.passedOver.at("unknown code at top level"), 1000 - 64);

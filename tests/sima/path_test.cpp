@@ -6,8 +6,9 @@
 namespace fenmark::sima {
 
 TEST(TextOfPath, IsAPathInUtf8AsItIs) {
-    for (const char* path : {"", "a.sim", "/", "/測量/座標.sim", "a//b/", "C:\\測量\\座標.sim"})
+    for (const char* path : {"", "a.sim", "/", "/測量/座標.sim", "a//b/", "C:\\測量\\座標.sim"}) {
         EXPECT_EQ(textOfPath(path), path);
+    }
 }
 
 TEST(TextOfPath, ReadsThePartsThatAreNoUtf8InCodePage932) {

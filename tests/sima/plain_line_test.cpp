@@ -15,8 +15,9 @@ namespace {
 
 std::vector<std::string> listed(const Fields& fields) {
     std::vector<std::string> list;
-    for (std::size_t i = 0; i < fields.size(); ++i)
+    for (std::size_t i = 0; i < fields.size(); ++i) {
         list.emplace_back(fields[i]);
+    }
     return list;
 }
 
@@ -24,12 +25,14 @@ std::vector<std::string> listed(const Fields& fields) {
 std::size_t checkedLength(const std::string& text) {
     Fields shortWay;
     const std::size_t length = splitPlainLine(text, shortWay);
-    if (length == 0)
+    if (length == 0) {
         return 0;
+    }
     EXPECT_EQ(length, text.find('\n') + 1) << text;
     std::string_view line = std::string_view(text).substr(0, length - 1);
-    if (line.ends_with('\r'))
+    if (line.ends_with('\r')) {
         line.remove_suffix(1);
+    }
     Fields longWay;
     splitLine(trim(line), ",", longWay);
     EXPECT_EQ(listed(shortWay), listed(longWay)) << text;
@@ -49,14 +52,16 @@ constexpr bool kTaken = false;
 #endif
 
 TEST(PlainLine, IsTakenAtEveryLength) {
-    for (std::size_t length = 1; length < 100; ++length)
-        for (const char* lineEnd : {"\n", "\r\n"})
+    for (std::size_t length = 1; length < 100; ++length) {
+        for (const char* lineEnd : {"\n", "\r\n"}) {
             for (std::size_t comma = 0; comma < length; ++comma) {
                 std::string line(length, 'a');
                 line[comma] = ',';
                 line += lineEnd;
                 EXPECT_EQ(checkedLength(line + kRest), kTaken ? line.size() : 0U) << line;
             }
+        }
+    }
 }
 
 TEST(PlainLine, KeepsBlanksOfFieldsButEmptiesFieldsOfBlanks) {
@@ -64,8 +69,10 @@ TEST(PlainLine, KeepsBlanksOfFieldsButEmptiesFieldsOfBlanks) {
 }
 
 TEST(PlainLine, LeavesTheExtraordinaryToTheLongWay) {
-    for (const char* line : {"\n", "\r\n", " A01,1,\n", "A01,1, \n", "A01,1,\r\r\n", "A01,\"1\",\n", "A01,\x8B\xAB,\n"})
+    for (const char* line :
+         {"\n", "\r\n", " A01,1,\n", "A01,1, \n", "A01,1,\r\r\n", "A01,\"1\",\n", "A01,\x8B\xAB,\n"}) {
         EXPECT_EQ(checkedLength(line + kRest), 0U) << line;
+    }
     EXPECT_EQ(checkedLength("A01,1,"), 0U);
     EXPECT_EQ(checkedLength("A01,1," + kRest), 0U) << "a line whose end is not at hand";
 }
@@ -89,8 +96,9 @@ TEST(PlainLine, AgreesWithTheLongWayOnRandomText) {
     std::size_t taken = 0;
     for (int i = 0; i < 100'000; ++i) {
         std::string text(40, ' ');
-        for (char& c : text)
+        for (char& c : text) {
             c = kCharacters[random() % kCharacters.size()];
+        }
         taken += checkedLength(text) > 0 ? 1 : 0;
     }
     EXPECT_EQ(taken > 1000, kTaken);

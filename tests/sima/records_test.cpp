@@ -91,8 +91,9 @@ TEST(ImportOptions, BeginWithAllOffAndTheirLabels) {
 
 TEST(ImportOptions, AddUpTheFirstElevenCounts) {
     SimaImportOptions options;
-    for (std::int32_t i = 0; i < 12; ++i)
+    for (std::int32_t i = 0; i < 12; ++i) {
         options.counts[static_cast<std::size_t>(i)] = 1 << i;
+    }
     EXPECT_EQ(options.totalCount(), (1 << 11) - 1);
     options.flags[10] = true;
     EXPECT_TRUE(options.anySelected());

@@ -179,8 +179,9 @@ TEST(RouteSection, TakesCurvesOverInTypesThatItDoesNotKnow) {
         EXPECT_EQ(pass.reader.alignments[0].entities[0].type, "R");
         EXPECT_TRUE(pass.sink.routes.empty()) << "such a route is stored and never created";
         EXPECT_EQ(routeLines(pass).back(), "          1点の構成点\n");
-        for (int known = 1; known <= 7; ++known)
+        for (int known = 1; known <= 7; ++known) {
             EXPECT_EQ(pass.reader.routesRead(known), 0);
+        }
     }
 }
 

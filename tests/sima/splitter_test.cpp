@@ -17,8 +17,9 @@ Texts split(std::string_view line) {
     const std::int32_t count = splitLine(line, ",", fields);
     EXPECT_EQ(static_cast<std::size_t>(count), fields.size());
     Texts result;
-    for (std::size_t i = 0; i < fields.size(); ++i)
+    for (std::size_t i = 0; i < fields.size(); ++i) {
         result.emplace_back(fields[i]);
+    }
     return result;
 }
 
@@ -26,22 +27,28 @@ Texts split(std::string_view line) {
 std::string unquotePlainly(std::string& text) {
     const std::string asItCame = text;
     const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    while (!text.empty() && isBlank(text.front()))
+    while (!text.empty() && isBlank(text.front())) {
         text.erase(0, 1);
-    while (!text.empty() && isBlank(text.back()))
+    }
+    while (!text.empty() && isBlank(text.back())) {
         text.pop_back();
-    if (text.empty())
+    }
+    if (text.empty()) {
         return {};
+    }
     text.erase(0, 1);
     std::size_t quote = text.find('"');
-    while (quote != std::string::npos && quote + 1 < text.size() && text[quote + 1] == '"')
+    while (quote != std::string::npos && quote + 1 < text.size() && text[quote + 1] == '"') {
         quote = text.find('"', quote + 2);
-    if (quote == std::string::npos)
+    }
+    if (quote == std::string::npos) {
         return asItCame;
+    }
     std::string field = text.substr(0, quote);
     text = text.substr(quote + 1);
-    for (std::size_t i = field.find("\"\""); i != std::string::npos; i = field.find("\"\"", i + 1))
+    for (std::size_t i = field.find("\"\""); i != std::string::npos; i = field.find("\"\"", i + 1)) {
         field.erase(i, 1);
+    }
     return field;
 }
 
@@ -126,12 +133,14 @@ TEST(SplitLine, DoesWhatTheRulesSayOnAllShortLines) {
     const std::string alphabet = "\", a";
     for (std::size_t length = 0; length <= 7; ++length) {
         std::size_t lines = 1;
-        for (std::size_t i = 0; i < length; ++i)
+        for (std::size_t i = 0; i < length; ++i) {
             lines *= alphabet.size();
+        }
         for (std::size_t n = 0; n < lines; ++n) {
             std::string line;
-            for (std::size_t i = 0, rest = n; i < length; ++i, rest /= alphabet.size())
+            for (std::size_t i = 0, rest = n; i < length; ++i, rest /= alphabet.size()) {
                 line += alphabet[rest % alphabet.size()];
+            }
             ASSERT_EQ(split(line), splitPlainly(line)) << "[" << line << "]";
         }
     }

@@ -71,8 +71,9 @@ using Lines = std::vector<std::string>;
 template <typename List>
 Lines texts(const List& list) {
     Lines result;
-    for (std::size_t i = 0; i < list.size(); ++i)
+    for (std::size_t i = 0; i < list.size(); ++i) {
         result.emplace_back(list[i]);
+    }
     return result;
 }
 
@@ -88,16 +89,18 @@ struct Pass {
         Lines result;
         const TextList& list = reader.log.errors();
         EXPECT_EQ(list.size() % 4, 0U);
-        for (std::size_t i = 0; i + 3 < list.size(); i += 4)
+        for (std::size_t i = 0; i + 3 < list.size(); i += 4) {
             result.push_back(std::string(list[i + 1]) + " | " + std::string(list[i + 2]));
+        }
         return result;
     }
     // The identifier of each error, or the whole text where there is none.
     Lines errorCodes() const {
         Lines result;
-        for (const std::string& error : errors())
+        for (const std::string& error : errors()) {
             result.push_back(error.starts_with("Err") ? error.substr(0, error.find(' '))
                                                       : error.substr(0, error.find(" | ")));
+        }
         return result;
     }
 };

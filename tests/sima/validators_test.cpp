@@ -233,8 +233,9 @@ TEST(StringTable, HoldsTheTextsById) {
     EXPECT_EQ(resourceText(131), "座標データが無効です。これを無視して、これを処理を続けます。");
     EXPECT_EQ(resourceText(135), "Width is non-numerical value.");
     EXPECT_EQ(resourceText(152), "全て ");
-    for (int id = 101; id <= 155; ++id)
+    for (int id = 101; id <= 155; ++id) {
         EXPECT_FALSE(resourceText(id).empty()) << id;
+    }
     EXPECT_TRUE(resourceText(100).empty());
     EXPECT_TRUE(resourceText(156).empty());
 }

@@ -20,8 +20,9 @@ inline std::string plainManualPage(const std::string& path) {
 inline std::set<std::string> optionsIn(const std::string& text) {
     static const std::regex option("(?:^|[^-a-z])(--[a-z]+(?:-[a-z]+)*)");
     std::set<std::string> options;
-    for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at)
+    for (std::sregex_iterator at(text.begin(), text.end(), option), end; at != end; ++at) {
         options.insert((*at)[1]);
+    }
     return options;
 }
 

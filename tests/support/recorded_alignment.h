@@ -17,8 +17,9 @@ inline void addStraightAlignment(host::RecordingHost& host, const std::string& n
     straight.startX = straight.startY = straight.endX = "0";
     straight.endY = "1000";
     elements.push_back(straight);
-    if (host.civil.sites.empty())
+    if (host.civil.sites.empty()) {
         host.civil.sites.push_back("工区");
+    }
     const auto corridor = host.makeCorridorUtility();
     corridor->connect();
     ASSERT_TRUE(corridor->createAlignment(name, host.civil.sites.front(), "", 0.0, elements).isValid());

@@ -16,8 +16,9 @@ class TemporaryFolder {
   public:
     TemporaryFolder() {
         std::string pattern = (std::filesystem::temp_directory_path() / "fenmark-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr)
+        if (::mkdtemp(pattern.data()) == nullptr) {
             ADD_FAILURE() << "no temporary folder";
+        }
         path_ = pattern;
     }
     ~TemporaryFolder() {

@@ -52,16 +52,18 @@ QString shownPath(QWidget& window) {
 void tickRow(QWidget& window, int number) {
     auto* tree = control<CTreeListCtrl>(window, 208);
     CTreeListItem* row = tree->GetChildItem(tree->GetChildItem(treelist::TLI_ROOT));
-    for (int i = 0; i < number; ++i)
+    for (int i = 0; i < number; ++i) {
         row = tree->GetNextSiblingItem(row);
+    }
     tree->SetItemCheck(row);
 }
 
 QString rowText(QWidget& window, int number) {
     auto* tree = control<CTreeListCtrl>(window, 208);
     CTreeListItem* row = tree->GetChildItem(tree->GetChildItem(treelist::TLI_ROOT));
-    for (int i = 0; i < number; ++i)
+    for (int i = 0; i < number; ++i) {
         row = tree->GetNextSiblingItem(row);
+    }
     return tree->GetItemText(row, 0);
 }
 
@@ -290,8 +292,9 @@ TEST_F(CommandFlow, TwoSelectionsAreShownOneAfterTheOtherAndTheSecondReplacesThe
     EXPECT_EQ(reader.alignmentId, host.civil.alignments[1].id);
     EXPECT_EQ(reader.longitudinalPointsCreated, 2);
     ASSERT_FALSE(host.civil.stationsAsked.empty());
-    for (const host::RecordedStation& asked : host.civil.stationsAsked)
+    for (const host::RecordedStation& asked : host.civil.stationsAsked) {
         EXPECT_EQ(asked.alignment, host.civil.alignments[1].id);
+    }
 }
 
 TEST_F(CommandFlow, ACancelOfTheSecondSelectionKeepsTheFirstWithoutForcingIt) {

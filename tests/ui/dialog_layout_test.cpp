@@ -50,27 +50,34 @@ struct DialogLayout : ::testing::Test {
         EXPECT_EQ(form.minimumSize(), form.maximumSize()) << "fixed in size";
     }
     static QLabel* label(QWidget& form, const QString& text) {
-        for (QLabel* each : form.findChildren<QLabel*>())
-            if (each->text() == text)
+        for (QLabel* each : form.findChildren<QLabel*>()) {
+            if (each->text() == text) {
                 return each;
+            }
+        }
         return nullptr;
     }
     static QGroupBox* group(QWidget& form, const QString& title) {
-        for (QGroupBox* each : form.findChildren<QGroupBox*>())
-            if (each->title() == title)
+        for (QGroupBox* each : form.findChildren<QGroupBox*>()) {
+            if (each->title() == title) {
                 return each;
+            }
+        }
         return nullptr;
     }
     // Whether all of the text can be seen in the widget.
     static void expectTextFits(QWidget& form) {
-        for (QLabel* each : form.findChildren<QLabel*>())
+        for (QLabel* each : form.findChildren<QLabel*>()) {
             EXPECT_GE(each->width(), QFontMetrics(each->font()).horizontalAdvance(each->text().trimmed()))
                 << each->text().toStdString();
-        for (QPushButton* each : form.findChildren<QPushButton*>())
+        }
+        for (QPushButton* each : form.findChildren<QPushButton*>()) {
             EXPECT_GE(each->width() - 4, QFontMetrics(each->font()).horizontalAdvance(each->text()))
                 << each->text().toStdString();
-        for (QWidget* each : form.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        }
+        for (QWidget* each : form.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
             EXPECT_TRUE(form.rect().contains(each->geometry())) << each->objectName().toStdString();
+        }
     }
     // What a click in the middle of the control would reach.
     static void expectReached(QWidget& form, QWidget* control) {
@@ -192,16 +199,18 @@ TEST_F(DialogLayout, TheSettingsFormHasItsControlsInTheirPlaces) {
     expectPlace(control<QPushButton>(form, 1), {180, 174, 50, 14});
     expectPlace(control<QPushButton>(form, 2), {234, 174, 50, 14});
     for (const char* text :
-         {"ポイント：", "ＩＰ線：　", "画地：", "幅杭線：", "曲線を含まない連続線：", "シフト距離：　", "m"})
+         {"ポイント：", "ＩＰ線：　", "画地：", "幅杭線：", "曲線を含まない連続線：", "シフト距離：　", "m"}) {
         EXPECT_NE(label(form, QString::fromUtf8(text)), nullptr) << text;
+    }
     expectTextFits(form);
 }
 
 TEST_F(DialogLayout, WhatStandsInTheGroupBoxesOfTheSettingsIsReachedByTheMouse) {
     FenmarkSettingsForm form(nullptr, {"0"}, {});
     open(form);
-    for (const int id : {200, 201, 202, 203, 205})
+    for (const int id : {200, 201, 202, 203, 205}) {
         expectReached(form, control<QComboBox>(form, id));
+    }
     expectReached(form, control<QLineEdit>(form, 204));
     // The titles of the boxes stay clear of what stands in them.
     EXPECT_GT(control<QComboBox>(form, 205)->y(),
@@ -347,19 +356,21 @@ TEST_F(DialogLayout, EveryControlHasANameForScreenReaders) {
     result.filePath = files.write("a.sim", "");
     SimaResultForm summary(nullptr, result);
     for (QWidget* form : {static_cast<QWidget*>(&import), static_cast<QWidget*>(&settings),
-                          static_cast<QWidget*>(&select), static_cast<QWidget*>(&summary)})
+                          static_cast<QWidget*>(&select), static_cast<QWidget*>(&summary)}) {
         for (QWidget* widget : form->findChildren<QWidget*>(QRegularExpression(QStringLiteral("^id\\d+$")))) {
             QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
             ASSERT_NE(face, nullptr) << widget->objectName().toStdString();
             EXPECT_FALSE(face->text(QAccessible::Name).isEmpty()) << widget->objectName().toStdString();
         }
+    }
 }
 
 TEST_F(DialogLayout, AJapaneseFaceIsAskedForByFallback) {
     const QStringList families = dialogFont().families();
     EXPECT_GT(families.size(), 3);
-    if (QFontDatabase::families(QFontDatabase::Japanese).isEmpty())
+    if (QFontDatabase::families(QFontDatabase::Japanese).isEmpty()) {
         GTEST_SKIP() << "no Japanese face is installed";
+    }
     EXPECT_TRUE(QFontMetrics(dialogFont()).inFont(QChar(0x6E2C))) << "the face at hand shows Japanese";
 }
 

@@ -68,21 +68,24 @@ class User {
     void look() {
         QWidget* window = QApplication::activeModalWidget();
         // A dialog that reads a file waits, with all of its buttons.
-        if (window == nullptr || !window->isVisible() || !window->isEnabled())
+        if (window == nullptr || !window->isVisible() || !window->isEnabled()) {
             return;
+        }
         if (steps_.empty()) {
             // Nothing may stay open, or the test would never end.
             ADD_FAILURE() << "an unexpected window: " << window->windowTitle().toStdString();
             window->close();
             return;
         }
-        if (window->windowTitle() != steps_.front().title)
+        if (window->windowTitle() != steps_.front().title) {
             return; // the window before it, not closed yet
+        }
         const Step step = std::move(steps_.front());
         steps_.pop_front();
         step.action(*window);
-        if (::testing::Test::HasFatalFailure())
+        if (::testing::Test::HasFatalFailure()) {
             steps_.clear(); // what is still open is closed
+        }
     }
 
     QObject context_;

@@ -43,8 +43,9 @@ struct ImportForm : ::testing::Test {
     static CTreeListItem* row(FenmarkForm& form, int number) {
         auto* tree = control<CTreeListCtrl>(form, 208);
         CTreeListItem* item = tree->GetChildItem(tree->GetChildItem(treelist::TLI_ROOT));
-        for (int i = 0; i < number; ++i)
+        for (int i = 0; i < number; ++i) {
             item = tree->GetNextSiblingItem(item);
+        }
         return item;
     }
     static CTreeListItem* root(FenmarkForm& form) {
@@ -110,8 +111,9 @@ TEST_F(ImportForm, AClickOnTheCheckBoxUnticksItsRow) {
     QPoint box;
     for (int x = place.left(); x < place.right() && box.isNull(); ++x) {
         int flags = 0;
-        if (tree->HitTest({x, place.center().y()}, &flags) != nullptr && flags == treelist::kHitCheck)
+        if (tree->HitTest({x, place.center().y()}, &flags) != nullptr && flags == treelist::kHitCheck) {
             box = {x + 4, place.center().y()};
+        }
     }
     ASSERT_FALSE(box.isNull());
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, box);

@@ -37,8 +37,9 @@ TEST_F(ProgressWindow, AnEmptyFileShowsZeroPercent) {
 TEST_F(ProgressWindow, WritesTheTitleOnlyWhenTheWholePercentChanges) {
     CProgressWnd window(&owner, QStringLiteral("SIMAファイル読み込み中"), false);
     window.setRange(0, 100000, 1);
-    for (int position = 0; position <= 100000; position += 10)
+    for (int position = 0; position <= 100000; position += 10) {
         window.setPosition(position);
+    }
     EXPECT_EQ(window.titleChanges(), 101);
     EXPECT_EQ(window.windowTitle(), QStringLiteral("SIMAファイル読み込み中 [100%]"));
 }
@@ -202,8 +203,9 @@ TEST_F(ProgressWindow, AFileOfThirtyMillionBytesIsReadToItsEndWithNegativePercen
     bool negative = false;
     for (std::int64_t position = 0; position <= 30000000; position += 100000) {
         progress->setPosition(position);
-        for (const CProgressWnd* each : owner.findChildren<CProgressWnd*>())
+        for (const CProgressWnd* each : owner.findChildren<CProgressWnd*>()) {
             negative = negative || each->percent().value_or(0) < 0;
+        }
         progress->pump();
     }
     EXPECT_TRUE(negative);
@@ -214,8 +216,9 @@ TEST_F(ProgressWindow, FilesBeyondThirtyOneBitsDoNoHarm) {
     const auto progress = windows.create("t", false);
     const std::int64_t length = std::int64_t{3} * 1024 * 1024 * 1024;
     progress->setRange(0, length, 1);
-    for (std::int64_t position = 0; position <= length; position += length / 7)
+    for (std::int64_t position = 0; position <= length; position += length / 7) {
         progress->setPosition(position);
+    }
     CProgressWnd window(&owner, QStringLiteral("t"), false);
     window.setRange(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max(), 1);
     window.setPosition(std::numeric_limits<std::int32_t>::min() / 50);
@@ -311,8 +314,9 @@ TEST_F(ProgressWindow, WithoutAModalPhaseACancelHidesTheWindowUntilTheNextPositi
 
 TEST_F(ProgressWindow, PumpsAreCountedOneByOne) {
     CProgressWnd window(&owner, QStringLiteral("t"), false);
-    for (int i = 0; i < 25; ++i)
+    for (int i = 0; i < 25; ++i) {
         window.pump();
+    }
     EXPECT_EQ(window.pumpCount(), 25);
 }
 

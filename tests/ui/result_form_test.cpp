@@ -197,8 +197,9 @@ TEST(ScrollListBox, FiftyThousandLinesAreAddedInOneLayout) {
     CHScrollListBox list;
     list.resize(200, 200);
     list.show();
-    for (int i = 0; i < 50000; ++i)
+    for (int i = 0; i < 50000; ++i) {
         list.addLine(QString::number(i).rightJustified(1 + i / 1000, QLatin1Char('0')));
+    }
     QApplication::processEvents();
     EXPECT_EQ(list.count(), 50000);
     EXPECT_EQ(list.horizontalExtent(), QFontMetrics(list.font()).horizontalAdvance(list.item(49999)->text()) + 3);
@@ -233,8 +234,9 @@ TEST(SelectAlignment, NamesAreSortedAndTheIdIsLookedUpByName) {
                                        {"ア", host::MdDbObjectId(9)}});
     auto* list = control<QComboBox>(form, 215);
     QStringList names;
-    for (int i = 0; i < list->count(); ++i)
+    for (int i = 0; i < list->count(); ++i) {
         names << list->itemText(i);
+    }
     EXPECT_EQ(names,
               (QStringList{QStringLiteral("a"), QStringLiteral("B"), QStringLiteral("ア"), QStringLiteral("う")}));
     EXPECT_EQ(list->currentIndex(), 0);

@@ -34,8 +34,9 @@ struct SettingsForm : ::testing::Test {
 
 TEST_F(SettingsForm, FindsEveryControlByItsId) {
     FenmarkSettingsForm form = make({});
-    for (int id : {200, 201, 202, 203, 205})
+    for (int id : {200, 201, 202, 203, 205}) {
         EXPECT_NE(control<QComboBox>(form, id), nullptr) << id;
+    }
     EXPECT_NE(control<QLineEdit>(form, 204), nullptr);
     EXPECT_EQ(control<QPushButton>(form, 1)->text(), QStringLiteral("設定"));
     EXPECT_TRUE(control<QPushButton>(form, 1)->isDefault());
@@ -78,11 +79,13 @@ TEST_F(SettingsForm, RefusesEveryBadNumberWithTheOneMessage) {
     const QStringList bad{QStringLiteral("+1"),    QStringLiteral("1e3"), QStringLiteral("-1"), QStringLiteral("1-2"),
                           QStringLiteral("1.2.3"), QStringLiteral("."),   QStringLiteral("0"),  QString(),
                           QStringLiteral("abc")};
-    for (const QString& text : bad)
+    for (const QString& text : bad) {
         EXPECT_FALSE(accepts(text)) << text.toStdString();
+    }
     ASSERT_EQ(messages.size(), static_cast<std::size_t>(bad.size()));
-    for (const QString& message : messages)
+    for (const QString& message : messages) {
         EXPECT_EQ(message, QStringLiteral("0より大きい値を指定してください。"));
+    }
 }
 
 TEST_F(SettingsForm, ARefusedShiftKeepsTheDialogOpenWithTheLayersTaken) {
@@ -118,8 +121,9 @@ TEST_F(SettingsForm, EveryListHoldsEveryLayerInTheOrderOfTheJapaneseLocale) {
     for (int id : {205, 200, 201, 202, 203}) {
         auto* list = control<QComboBox>(form, id);
         QStringList names;
-        for (int i = 0; i < list->count(); ++i)
+        for (int i = 0; i < list->count(); ++i) {
             names << list->itemText(i);
+        }
         EXPECT_EQ(names, (QStringList{QStringLiteral("0"), QStringLiteral("A"), QStringLiteral("b"),
                                       QStringLiteral("ア"), QStringLiteral("測点")}))
             << id;
@@ -134,8 +138,9 @@ TEST_F(SettingsForm, TheNameMustMatchExactly) {
 TEST_F(SettingsForm, AllFiveLayersAndTheShiftAreHandedBack) {
     FenmarkSettingsForm form = make({}, {"0", "1", "2", "3", "4"});
     const std::pair<int, const char*> choices[] = {{205, "4"}, {200, "3"}, {201, "2"}, {202, "1"}, {203, "0"}};
-    for (const auto& [id, name] : choices)
+    for (const auto& [id, name] : choices) {
         control<QComboBox>(form, id)->setCurrentText(QString::fromLatin1(name));
+    }
     control<QLineEdit>(form, 204)->setText(QStringLiteral("2.5"));
     form.accept();
     EXPECT_EQ(form.settings().pointLayer, "4");

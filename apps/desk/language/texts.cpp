@@ -216,9 +216,11 @@ constexpr std::array kEntries{
 };
 
 constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kEntries.size(); ++i)
-        if (static_cast<std::size_t>(kEntries[i].text) != i)
+    for (std::size_t i = 0; i < kEntries.size(); ++i) {
+        if (static_cast<std::size_t>(kEntries[i].text) != i) {
             return false;
+        }
+    }
     return true;
 }
 static_assert(inOrder());

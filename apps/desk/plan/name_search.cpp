@@ -12,8 +12,8 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
+using drawing::Drawing;
+using drawing::EntityView;
 
 namespace {
 
@@ -23,8 +23,9 @@ void appendFolded(std::string& out, std::string_view name) {
         out += fromUtf8(name).normalized(QString::NormalizationForm_KC).toCaseFolded().trimmed().toStdString();
         return;
     }
-    for (const char c : name)
+    for (const char c : name) {
         out += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
 }
 
 // Results of sections bear the number of their route, which names none of them.
@@ -39,8 +40,9 @@ enum Rank { Equal, Number, Begins, Holds, kRanks };
 
 NameSearch::NameSearch(const Drawing& drawing) : drawing_(drawing), alignments_(drawing.alignmentCount()) {
     starts_.reserve(alignments_ + drawing.entityCount());
-    for (std::size_t i = 0; i < alignments_; ++i)
+    for (std::size_t i = 0; i < alignments_; ++i) {
         add(drawing.alignment(i).name);
+    }
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
         add(entity.row ? entity.row->name : std::string_view());
@@ -54,8 +56,9 @@ void NameSearch::add(std::string_view name) {
 }
 
 PlanObject NameSearch::objectAt(std::size_t entry) const {
-    if (entry < alignments_)
+    if (entry < alignments_) {
         return {PlanObject::Kind::Alignment, entry, {}};
+    }
     return {PlanObject::Kind::Entity, entry - alignments_, {}};
 }
 
@@ -63,13 +66,15 @@ NameSearch::Result NameSearch::find(const QString& text, std::size_t most) const
     std::string wanted;
     appendFolded(wanted, text.toStdString());
     Result result;
-    if (wanted.empty())
+    if (wanted.empty()) {
         return result;
+    }
     std::array<std::vector<PlanObject>, kRanks> ranks;
     auto found = [&](Rank rank, std::size_t entry) {
         ++result.total;
-        if (ranks[rank].size() < most)
+        if (ranks[rank].size() < most) {
             ranks[rank].push_back(objectAt(entry));
+        }
     };
     auto isEqual = [&](std::size_t entry) {
         return std::string_view(names_).substr(starts_[entry]).starts_with(wanted) &&
@@ -77,17 +82,20 @@ NameSearch::Result NameSearch::find(const QString& text, std::size_t most) const
     };
 
     std::int32_t number = 0;
-    if (sima::toPlainInteger(wanted, number))
+    if (sima::toPlainInteger(wanted, number)) {
         for (std::size_t entry = alignments_; entry < starts_.size(); ++entry) {
             const EntityView entity = drawing_.entity(entry - alignments_);
-            if (hasNumberOfItsOwn(entity) && entity.row->no == number && !isEqual(entry))
+            if (hasNumberOfItsOwn(entity) && entity.row->no == number && !isEqual(entry)) {
                 found(Number, entry);
+            }
         }
-    else
+    } else {
         number = -1;
+    }
     auto hasNumber = [&](std::size_t entry) {
-        if (number < 0 || entry < alignments_)
+        if (number < 0 || entry < alignments_) {
             return false;
+        }
         const EntityView entity = drawing_.entity(entry - alignments_);
         return hasNumberOfItsOwn(entity) && entity.row->no == number;
     };
@@ -98,18 +106,23 @@ NameSearch::Result NameSearch::find(const QString& text, std::size_t most) const
                     std::upper_bound(starts_.begin() + static_cast<std::ptrdiff_t>(entry), starts_.end(), at) -
                     starts_.begin()) -
                 1;
-        if (isEqual(entry))
+        if (isEqual(entry)) {
             found(Equal, entry);
-        else if (!hasNumber(entry))
+        } else if (!hasNumber(entry)) {
             found(at == starts_[entry] ? Begins : Holds, entry);
-        if (++entry == starts_.size())
+        }
+        if (++entry == starts_.size()) {
             break;
+        }
         at = starts_[entry];
     }
-    for (const std::vector<PlanObject>& rank : ranks)
-        for (const PlanObject& object : rank)
-            if (result.objects.size() < most)
+    for (const std::vector<PlanObject>& rank : ranks) {
+        for (const PlanObject& object : rank) {
+            if (result.objects.size() < most) {
                 result.objects.push_back(object);
+            }
+        }
+    }
     return result;
 }
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "desk/plan/plan_object.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QString>
 
@@ -19,7 +19,7 @@ namespace fenmark::desk {
 
 class NameSearch {
   public:
-    explicit NameSearch(const host::embedded::Drawing& drawing);
+    explicit NameSearch(const drawing::Drawing& drawing);
 
     struct Result {
         std::vector<PlanObject> objects; // the best ones
@@ -33,7 +33,7 @@ class NameSearch {
     void add(std::string_view name);
     PlanObject objectAt(std::size_t entry) const;
 
-    const host::embedded::Drawing& drawing_;
+    const drawing::Drawing& drawing_;
     std::size_t alignments_ = 0; // the first entries
     std::string names_;          // folded, each with a NUL behind it
     std::vector<std::uint64_t> starts_;

@@ -17,10 +17,12 @@ constexpr double kScaleBarPixels = 160; // at most
 constexpr double kArrow = 44.0;         // height of the north arrow
 
 QString lengthText(double metres) {
-    if (metres >= 1000.0)
+    if (metres >= 1000.0) {
         return QStringLiteral("%1 km").arg(metres / 1000.0, 0, 'g', 6);
-    if (metres >= 1.0)
+    }
+    if (metres >= 1.0) {
         return QStringLiteral("%1 m").arg(metres, 0, 'g', 6);
+    }
     return QStringLiteral("%1 mm").arg(metres * 1000.0, 0, 'g', 6);
 }
 
@@ -53,9 +55,11 @@ void paintNorth(QPainter& painter, const QPointF& foot, const QFont& font) {
 double scaleBarMetres(const ViewTransform& view, double pixels) {
     const double longest = pixels * view.metresPerPixel();
     const double power = std::pow(10.0, std::floor(std::log10(longest)));
-    for (const double step : {5.0, 2.0})
-        if (step * power <= longest)
+    for (const double step : {5.0, 2.0}) {
+        if (step * power <= longest) {
             return step * power;
+        }
+    }
     return power;
 }
 

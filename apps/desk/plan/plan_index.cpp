@@ -9,9 +9,9 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Drawing;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -52,12 +52,14 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
     std::vector<Extent> extents(count);
     for (std::size_t i = 0; i < count; ++i) {
         extents[i] = drawing.entityExtent(i);
-        if (isFinite(extents[i]))
+        if (isFinite(extents[i])) {
             extent_.add(extents[i]);
+        }
     }
     addAlignments(drawing);
-    if (extent_.empty())
+    if (extent_.empty()) {
         return;
+    }
     originX_ = extent_.minX;
     originY_ = extent_.minY;
     const double width = extent_.maxX - extent_.minX;
@@ -68,8 +70,9 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
     order.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         const Extent& extent = extents[i];
-        if (!isFinite(extent))
+        if (!isFinite(extent)) {
             continue;
+        }
         const std::uint32_t x = placeIn(0.5 * (extent.minX + extent.maxX), originX_, width);
         const std::uint32_t y = placeIn(0.5 * (extent.minY + extent.maxY), originY_, height);
         order.emplace_back(spread(x) | spread(y) << 1, static_cast<std::uint32_t>(i));
@@ -78,8 +81,9 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
 
     // Names of layers lie where the drawing keeps them, one place each.
     std::unordered_map<const char*, std::uint32_t> layers;
-    for (std::size_t i = 0; i < drawing.layers().size(); ++i)
+    for (std::size_t i = 0; i < drawing.layers().size(); ++i) {
         layers.emplace(drawing.layers()[i].name.data(), static_cast<std::uint32_t>(i));
+    }
     std::vector<PlanFigure> figures(count);
     const char* lastLayer = nullptr;
     std::uint32_t layer = 0;
@@ -105,16 +109,17 @@ void PlanIndex::addAlignments(const Drawing& drawing) {
     std::vector<host::PlanPoint> line;
     alignments_.resize(drawing.alignmentCount());
     for (std::size_t a = 0; a < alignments_.size(); ++a) {
-        for (const host::embedded::Element& element : drawing.alignment(a).elements) {
+        for (const drawing::Element& element : drawing.alignment(a).elements) {
             line.clear();
-            host::embedded::appendElementLine(element, kElementTolerance, line);
+            drawing::appendElementLine(element, kElementTolerance, line);
             Extent box;
             for (const host::PlanPoint& point : line) {
                 box.add(point.x - kElementTolerance, point.y - kElementTolerance);
                 box.add(point.x + kElementTolerance, point.y + kElementTolerance);
             }
-            if (!isFinite(box))
+            if (!isFinite(box)) {
                 box = Extent();
+            }
             alignments_[a].elements.push_back(box);
             alignments_[a].whole.add(box);
             extent_.add(box);
@@ -127,23 +132,26 @@ void PlanIndex::buildTree() {
         box = {std::min(box.minX, other.minX), std::min(box.minY, other.minY), std::max(box.maxX, other.maxX),
                std::max(box.maxY, other.maxY)};
     };
-    if (figures_.empty())
+    if (figures_.empty()) {
         return;
+    }
     std::vector<PlanBox> level;
     for (std::size_t i = 0; i < figures_.size(); ++i) {
-        if (i % kFanOut == 0)
+        if (i % kFanOut == 0) {
             level.push_back(figures_[i].box);
-        else
+        } else {
             around(level.back(), figures_[i].box);
+        }
     }
     levels_.push_back(std::move(level));
     while (levels_.back().size() > 1) {
         std::vector<PlanBox> above;
         for (std::size_t i = 0; i < levels_.back().size(); ++i) {
-            if (i % kFanOut == 0)
+            if (i % kFanOut == 0) {
                 above.push_back(levels_.back()[i]);
-            else
+            } else {
                 around(above.back(), levels_.back()[i]);
+            }
         }
         levels_.push_back(std::move(above));
     }
@@ -163,31 +171,37 @@ Extent PlanIndex::extentOf(const PlanFigure& figure) const {
 
 std::size_t PlanIndex::sizeOf(std::size_t level, std::size_t node) const {
     std::size_t below = kFanOut;
-    for (std::size_t i = 0; i < level; ++i)
+    for (std::size_t i = 0; i < level; ++i) {
         below *= kFanOut;
+    }
     return std::min(below, figures_.size() - node * below);
 }
 
 std::size_t PlanIndex::countNode(std::size_t level, std::size_t node, const PlanBox& box, std::size_t limit) const {
-    if (!levels_[level][node].meets(box))
+    if (!levels_[level][node].meets(box)) {
         return 0;
-    if (box.holds(levels_[level][node]))
+    }
+    if (box.holds(levels_[level][node])) {
         return std::min(limit, sizeOf(level, node));
+    }
     std::size_t found = 0;
     const std::size_t first = node * kFanOut;
     if (level == 0) {
-        for (std::size_t i = first; i < std::min(first + kFanOut, figures_.size()) && found < limit; ++i)
+        for (std::size_t i = first; i < std::min(first + kFanOut, figures_.size()) && found < limit; ++i) {
             found += figures_[i].box.meets(box) ? 1 : 0;
+        }
         return found;
     }
-    for (std::size_t i = first; i < std::min(first + kFanOut, levels_[level - 1].size()) && found < limit; ++i)
+    for (std::size_t i = first; i < std::min(first + kFanOut, levels_[level - 1].size()) && found < limit; ++i) {
         found += countNode(level - 1, i, box, limit - found);
+    }
     return found;
 }
 
 std::size_t PlanIndex::count(const Extent& extent, std::size_t limit) const {
-    if (levels_.empty() || extent.empty())
+    if (levels_.empty() || extent.empty()) {
         return 0;
+    }
     return countNode(levels_.size() - 1, 0, boxFrom(extent), limit);
 }
 

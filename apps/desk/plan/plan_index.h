@@ -6,7 +6,7 @@
 #pragma once
 
 #include "desk/plan/plan_style.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -40,25 +40,26 @@ struct PlanFigure {
 class PlanIndex {
   public:
     PlanIndex() = default;
-    explicit PlanIndex(const host::embedded::Drawing& drawing);
+    explicit PlanIndex(const drawing::Drawing& drawing);
 
     // Entities that have a place in the plan; those without vertices, or with coordinates that are no numbers, are not
     // among them.
     std::size_t size() const { return figures_.size(); }
     // Of these entities and of all alignments.
-    const host::embedded::Extent& extent() const { return extent_; }
+    const drawing::Extent& extent() const { return extent_; }
 
     // Calls visit(const PlanFigure&) once for each entity whose box meets the given one, in no certain order. The
     // visitor answers whether to go on.
     template <typename Visit>
-    void query(const host::embedded::Extent& box, Visit&& visit) const {
-        if (!levels_.empty() && !box.empty())
+    void query(const drawing::Extent& box, Visit&& visit) const {
+        if (!levels_.empty() && !box.empty()) {
             queryNode(levels_.size() - 1, 0, boxFrom(box), visit);
+        }
     }
     // Number of entities whose boxes meet the given one, counted to the limit at most.
-    std::size_t count(const host::embedded::Extent& box, std::size_t limit) const;
+    std::size_t count(const drawing::Extent& box, std::size_t limit) const;
 
-    host::embedded::Extent extentOf(const PlanFigure& figure) const;
+    drawing::Extent extentOf(const PlanFigure& figure) const;
     // Middle of the figure's box.
     double middleX(const PlanFigure& figure) const {
         return originX_ + 0.5 * (static_cast<double>(figure.box.minX) + static_cast<double>(figure.box.maxX));
@@ -71,9 +72,9 @@ class PlanIndex {
 
     // Alignments as the index knows them; the drawing may hold more by now.
     std::size_t alignmentCount() const { return alignments_.size(); }
-    const host::embedded::Extent& alignmentExtent(std::size_t alignment) const { return alignments_[alignment].whole; }
+    const drawing::Extent& alignmentExtent(std::size_t alignment) const { return alignments_[alignment].whole; }
     std::size_t elementCount(std::size_t alignment) const { return alignments_[alignment].elements.size(); }
-    const host::embedded::Extent& elementExtent(std::size_t alignment, std::size_t element) const {
+    const drawing::Extent& elementExtent(std::size_t alignment, std::size_t element) const {
         return alignments_[alignment].elements[element];
     }
 
@@ -81,12 +82,12 @@ class PlanIndex {
     static constexpr std::size_t kFanOut = 16;
 
     struct AlignmentBoxes {
-        host::embedded::Extent whole;
-        std::vector<host::embedded::Extent> elements;
+        drawing::Extent whole;
+        std::vector<drawing::Extent> elements;
     };
 
-    PlanBox boxFrom(const host::embedded::Extent& extent) const;
-    void addAlignments(const host::embedded::Drawing& drawing);
+    PlanBox boxFrom(const drawing::Extent& extent) const;
+    void addAlignments(const drawing::Drawing& drawing);
     void buildTree();
     std::size_t countNode(std::size_t level, std::size_t node, const PlanBox& box, std::size_t limit) const;
     // Entities below a node of a level.
@@ -94,25 +95,30 @@ class PlanIndex {
 
     template <typename Visit>
     bool queryNode(std::size_t level, std::size_t node, const PlanBox& box, Visit&& visit) const {
-        if (!levels_[level][node].meets(box))
+        if (!levels_[level][node].meets(box)) {
             return true;
+        }
         const std::size_t first = node * kFanOut;
         if (level == 0) {
             const std::size_t last = first + kFanOut < figures_.size() ? first + kFanOut : figures_.size();
-            for (std::size_t i = first; i < last; ++i)
-                if (figures_[i].box.meets(box) && !visit(figures_[i]))
+            for (std::size_t i = first; i < last; ++i) {
+                if (figures_[i].box.meets(box) && !visit(figures_[i])) {
                     return false;
+                }
+            }
             return true;
         }
         const std::size_t below = levels_[level - 1].size();
         const std::size_t last = first + kFanOut < below ? first + kFanOut : below;
-        for (std::size_t i = first; i < last; ++i)
-            if (!queryNode(level - 1, i, box, visit))
+        for (std::size_t i = first; i < last; ++i) {
+            if (!queryNode(level - 1, i, box, visit)) {
                 return false;
+            }
+        }
         return true;
     }
 
-    host::embedded::Extent extent_;
+    drawing::Extent extent_;
     double originX_ = 0.0;
     double originY_ = 0.0;
     double rounding_ = 0.0;

@@ -8,10 +8,10 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -33,15 +33,17 @@ struct Found {
 } // namespace
 
 bool isHidden(const PlanLook& look, const Drawing& drawing, std::string_view layer) {
-    if (look.hiddenLayers.empty())
+    if (look.hiddenLayers.empty()) {
         return false;
+    }
     const std::optional<std::size_t> index = drawing.findLayer(layer);
     return index && look.hides(*index);
 }
 
 bool isHidden(const PlanLook& look, const Drawing& drawing, const PlanObject& object) {
-    if (object.kind == PlanObject::Kind::Entity)
+    if (object.kind == PlanObject::Kind::Entity) {
         return isHidden(look, drawing, drawing.entity(object.index).layer);
+    }
     return isHidden(look, drawing, drawing.alignment(object.index).layer);
 }
 
@@ -57,36 +59,43 @@ std::vector<PlanObject> objectsAt(const Drawing& drawing, const PlanIndex& index
     std::vector<Found> enclosing;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         const Alignment& alignment = drawing.alignment(a);
-        if (!meet(index.alignmentExtent(a), box) || isHidden(look, drawing, alignment.layer))
+        if (!meet(index.alignmentExtent(a), box) || isHidden(look, drawing, alignment.layer)) {
             continue;
+        }
         for (std::size_t e = 0; e < std::min(index.elementCount(a), alignment.elements.size()); ++e) {
-            if (!meet(index.elementExtent(a, e), box))
+            if (!meet(index.elementExtent(a, e), box)) {
                 continue;
+            }
             double distance = INFINITY;
-            for (const QPolygonF& part : elementPixels(alignment.elements[e], view, around))
+            for (const QPolygonF& part : elementPixels(alignment.elements[e], view, around)) {
                 distance = std::min(distance, distanceToLine(part, pixel, false));
-            if (distance <= reach)
+            }
+            if (distance <= reach) {
                 near.push_back({distance, {PlanObject::Kind::Alignment, a, e}});
+            }
         }
     }
     index.query(box, [&](const PlanFigure& figure) {
-        if (look.hides(figure.layer) || figure.entity >= drawing.entityCount())
+        if (look.hides(figure.layer) || figure.entity >= drawing.entityCount()) {
             return true;
+        }
         const EntityView entity = drawing.entity(figure.entity);
         const PlanObject object{PlanObject::Kind::Entity, figure.entity, {}};
         if (entity.isPoint()) {
             const QPointF at = view.toPixel(entity.position().x, entity.position().y);
             const double distance = std::hypot(at.x() - pixel.x(), at.y() - pixel.y()) - kPointReachBonus;
-            if (distance <= reach)
+            if (distance <= reach) {
                 near.push_back({std::max(0.0, distance), object});
+            }
             return true;
         }
         const QPolygonF pixels = pixelsOf(entity.vertices, view);
         const double distance = distanceToLine(pixels, pixel, entity.closed);
-        if (distance <= reach)
+        if (distance <= reach) {
             near.push_back({distance, object});
-        else if (entity.closed && pixels.containsPoint(pixel, Qt::OddEvenFill))
+        } else if (entity.closed && pixels.containsPoint(pixel, Qt::OddEvenFill)) {
             enclosing.push_back({pixels.boundingRect().width() * pixels.boundingRect().height(), object});
+        }
         return true;
     });
 
@@ -94,18 +103,22 @@ std::vector<PlanObject> objectsAt(const Drawing& drawing, const PlanIndex& index
         return found.object.kind == PlanObject::Kind::Entity && drawing.entity(found.object.index).isPoint();
     };
     auto before = [&](const Found& a, const Found& b) {
-        if (a.rank != b.rank)
+        if (a.rank != b.rank) {
             return a.rank < b.rank;
-        if (isPoint(a) != isPoint(b))
+        }
+        if (isPoint(a) != isPoint(b)) {
             return isPoint(a);
+        }
         return a.object.index < b.object.index;
     };
     std::sort(near.begin(), near.end(), before);
     std::sort(enclosing.begin(), enclosing.end(), before);
     std::vector<PlanObject> objects;
-    for (const std::vector<Found>* list : {&near, &enclosing})
-        for (const Found& found : *list)
+    for (const std::vector<Found>* list : {&near, &enclosing}) {
+        for (const Found& found : *list) {
             objects.push_back(found.object);
+        }
+    }
     return objects;
 }
 
@@ -114,43 +127,52 @@ std::vector<PlanObject> objectsInView(const Drawing& drawing, const PlanIndex& i
     const Extent visible = view.visible();
     std::vector<PlanObject> objects;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
-        if (!meet(index.alignmentExtent(a), visible) || isHidden(look, drawing, drawing.alignment(a).layer))
+        if (!meet(index.alignmentExtent(a), visible) || isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;
-        for (std::size_t e = 0; e < std::min(index.elementCount(a), drawing.alignment(a).elements.size()); ++e)
-            if (meet(index.elementExtent(a, e), visible))
+        }
+        for (std::size_t e = 0; e < std::min(index.elementCount(a), drawing.alignment(a).elements.size()); ++e) {
+            if (meet(index.elementExtent(a, e), visible)) {
                 objects.push_back({PlanObject::Kind::Alignment, a, e});
+            }
+        }
     }
     std::vector<std::size_t> entities;
     index.query(visible, [&](const PlanFigure& figure) {
-        if (!look.hides(figure.layer) && figure.entity < drawing.entityCount())
+        if (!look.hides(figure.layer) && figure.entity < drawing.entityCount()) {
             entities.push_back(figure.entity);
+        }
         return true;
     });
     std::sort(entities.begin(), entities.end());
-    for (const std::size_t entity : entities)
+    for (const std::size_t entity : entities) {
         objects.push_back({PlanObject::Kind::Entity, entity, {}});
+    }
     return objects;
 }
 
 bool exists(const Drawing& drawing, const PlanObject& object) {
-    if (object.kind == PlanObject::Kind::Entity)
+    if (object.kind == PlanObject::Kind::Entity) {
         return object.index < drawing.entityCount();
+    }
     return object.index < drawing.alignmentCount() &&
            (!object.element || *object.element < drawing.alignment(object.index).elements.size());
 }
 
 Extent extentOf(const Drawing& drawing, const PlanObject& object) {
-    if (object.kind == PlanObject::Kind::Entity)
+    if (object.kind == PlanObject::Kind::Entity) {
         return drawing.entityExtent(object.index);
+    }
     Extent extent;
     const Alignment& alignment = drawing.alignment(object.index);
     for (std::size_t i = 0; i < alignment.elements.size(); ++i) {
-        if (object.element && *object.element != i)
+        if (object.element && *object.element != i) {
             continue;
+        }
         std::vector<host::PlanPoint> line;
-        host::embedded::appendElementLine(alignment.elements[i], 0.05, line);
-        for (const host::PlanPoint& point : line)
+        drawing::appendElementLine(alignment.elements[i], 0.05, line);
+        for (const host::PlanPoint& point : line) {
             extent.add(point.x, point.y);
+        }
     }
     return extent;
 }
@@ -161,11 +183,13 @@ std::optional<NearestStation> nearestStation(const Drawing& drawing, const PlanI
     double nearest = reach;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         if (drawing.alignment(a).elements.empty() || distanceToBox(index.alignmentExtent(a), x, y) > nearest ||
-            isHidden(look, drawing, drawing.alignment(a).layer))
+            isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;
-        const std::optional<host::embedded::StationOffset> at = drawing.geometry(a).locate({x, y});
-        if (!at || !at->perpendicular || std::abs(at->offset) > nearest)
+        }
+        const std::optional<drawing::StationOffset> at = drawing.geometry(a).locate({x, y});
+        if (!at || !at->perpendicular || std::abs(at->offset) > nearest) {
             continue;
+        }
         nearest = std::abs(at->offset);
         best = NearestStation{a, *at};
     }

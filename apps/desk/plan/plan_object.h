@@ -3,7 +3,7 @@
 
 #include "desk/plan/plan_index.h"
 #include "desk/plan/view_transform.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QPointF>
 
@@ -34,30 +34,29 @@ struct PlanLook {
     bool hides(std::size_t layer) const { return layer < hiddenLayers.size() && hiddenLayers[layer]; }
 };
 
-bool isHidden(const PlanLook& look, const host::embedded::Drawing& drawing, std::string_view layer);
-bool isHidden(const PlanLook& look, const host::embedded::Drawing& drawing, const PlanObject& object);
+bool isHidden(const PlanLook& look, const drawing::Drawing& drawing, std::string_view layer);
+bool isHidden(const PlanLook& look, const drawing::Drawing& drawing, const PlanObject& object);
 
 // The objects within reach of the pixel, nearest first; a point wins over a line that is as near. Behind them the
 // closed polylines around the pixel, smallest first.
-std::vector<PlanObject> objectsAt(const host::embedded::Drawing& drawing, const PlanIndex& index,
-                                  const ViewTransform& view, const PlanLook& look, const QPointF& pixel,
-                                  double reachPixels);
+std::vector<PlanObject> objectsAt(const drawing::Drawing& drawing, const PlanIndex& index, const ViewTransform& view,
+                                  const PlanLook& look, const QPointF& pixel, double reachPixels);
 
 // The shown objects whose boxes meet what is in view, in the drawing's order, alignments (by element) before entities.
-std::vector<PlanObject> objectsInView(const host::embedded::Drawing& drawing, const PlanIndex& index,
+std::vector<PlanObject> objectsInView(const drawing::Drawing& drawing, const PlanIndex& index,
                                       const ViewTransform& view, const PlanLook& look);
 
 // False if the drawing holds no such object, as after an undo.
-bool exists(const host::embedded::Drawing& drawing, const PlanObject& object);
+bool exists(const drawing::Drawing& drawing, const PlanObject& object);
 
-host::embedded::Extent extentOf(const host::embedded::Drawing& drawing, const PlanObject& object);
+drawing::Extent extentOf(const drawing::Drawing& drawing, const PlanObject& object);
 
 // The point of the nearest shown alignment, for the station and offset of a place.
 struct NearestStation {
     std::size_t alignment = 0;
-    host::embedded::StationOffset at;
+    drawing::StationOffset at;
 };
-std::optional<NearestStation> nearestStation(const host::embedded::Drawing& drawing, const PlanIndex& index,
+std::optional<NearestStation> nearestStation(const drawing::Drawing& drawing, const PlanIndex& index,
                                              const PlanLook& look, double x, double y, double reachMetres);
 
 } // namespace fenmark::desk

@@ -12,13 +12,13 @@
 
 namespace fenmark::desk {
 
+using drawing::Alignment;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
+using drawing::Extent;
+using drawing::Pose;
 using host::PlanPoint;
-using host::embedded::Alignment;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
-using host::embedded::Extent;
-using host::embedded::Pose;
 
 namespace {
 
@@ -53,22 +53,25 @@ class Dots {
 
     void dot(double x, double y, QRgb colour) {
         const QPointF pixel = view_.toPixel(x, y) * ratio_;
-        if (pixel.x() >= 0.0 && pixel.x() < width_ && pixel.y() >= 0.0 && pixel.y() < height_)
+        if (pixel.x() >= 0.0 && pixel.x() < width_ && pixel.y() >= 0.0 && pixel.y() < height_) {
             line(static_cast<int>(pixel.y()))[static_cast<int>(pixel.x())] = colour;
+        }
     }
     // A small square with paper in its middle.
     void marker(double x, double y, QRgb colour) {
         const QPointF pixel = view_.toPixel(x, y) * ratio_;
         const int reach = std::max(1, static_cast<int>(std::lround(1.5 * ratio_)));
-        if (!(pixel.x() > -reach && pixel.x() < width_ + reach && pixel.y() > -reach && pixel.y() < height_ + reach))
+        if (!(pixel.x() > -reach && pixel.x() < width_ + reach && pixel.y() > -reach && pixel.y() < height_ + reach)) {
             return;
+        }
         const int column = static_cast<int>(std::floor(pixel.x()));
         const int row = static_cast<int>(std::floor(pixel.y()));
-        for (int y1 = std::max(0, row - reach); y1 <= std::min(height_ - 1, row + reach); ++y1)
+        for (int y1 = std::max(0, row - reach); y1 <= std::min(height_ - 1, row + reach); ++y1) {
             for (int x1 = std::max(0, column - reach); x1 <= std::min(width_ - 1, column + reach); ++x1) {
                 const bool edge = std::max(std::abs(y1 - row), std::abs(x1 - column)) == reach;
                 line(y1)[x1] = edge ? colour : kPaper.rgb();
             }
+        }
     }
 
   private:
@@ -84,15 +87,17 @@ class Dots {
 
 std::array<QRgb, kFigureStyles> figureColours() {
     std::array<QRgb, kFigureStyles> colours{};
-    for (std::size_t i = 0; i < kFigureStyles; ++i)
+    for (std::size_t i = 0; i < kFigureStyles; ++i) {
         colours[i] = kFigureColours[i].rgb();
+    }
     return colours;
 }
 
 QString elementLabel(const Element& element) {
     const QString length = QStringLiteral("L=%1").arg(element.length, 0, 'f', 3);
-    if (element.type == ElementType::Arc)
+    if (element.type == ElementType::Arc) {
         return QStringLiteral("R=%1 %2").arg(element.startRadius, 0, 'f', 3).arg(length);
+    }
     if (element.type == ElementType::Clothoid) {
         const double growth = std::abs(element.endCurvature() - element.startCurvature()) / element.length;
         return QStringLiteral("A=%1 %2").arg(std::sqrt(1.0 / growth), 0, 'f', 3).arg(length);
@@ -103,9 +108,11 @@ QString elementLabel(const Element& element) {
 // 1, 2 or 5 times a power of ten, at least the value.
 double roundStep(double value) {
     const double power = std::pow(10.0, std::floor(std::log10(value)));
-    for (const double step : {1.0, 2.0, 5.0})
-        if (step * power >= value)
+    for (const double step : {1.0, 2.0, 5.0}) {
+        if (step * power >= value) {
             return step * power;
+        }
+    }
     return 10.0 * power;
 }
 
@@ -121,11 +128,14 @@ void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignme
     painter.setBrush(kPaper);
     const QRectF seen = clipOf(view);
     for (const Element& element : alignment.elements) {
-        if (element.length * view.pixelsPerMetre() < 6.0)
+        if (element.length * view.pixelsPerMetre() < 6.0) {
             continue;
-        for (const PlanPoint& end : {element.start, element.end})
-            if (seen.contains(view.toPixel(end.x, end.y)))
+        }
+        for (const PlanPoint& end : {element.start, element.end}) {
+            if (seen.contains(view.toPixel(end.x, end.y))) {
                 painter.drawEllipse(view.toPixel(end.x, end.y), 2.5, 2.5);
+            }
+        }
     }
 }
 
@@ -134,18 +144,22 @@ void labelElements(QPainter& painter, const ViewTransform& view, const Alignment
     for (const Element& element : alignment.elements) {
         const QString label = elementLabel(element);
         const double width = painter.fontMetrics().horizontalAdvance(label);
-        if (element.length * view.pixelsPerMetre() < width + 12.0)
+        if (element.length * view.pixelsPerMetre() < width + 12.0) {
             continue;
-        const Pose middle = host::embedded::poseOnElement(element, 0.5 * element.length);
+        }
+        const Pose middle = drawing::poseOnElement(element, 0.5 * element.length);
         const QPointF at = view.toPixel(middle.point.x, middle.point.y);
-        if (!seen.contains(at))
+        if (!seen.contains(at)) {
             continue;
+        }
         double degrees = std::remainder(-middle.direction * kDegrees, 360.0);
-        if (degrees > 90.0 || degrees < -90.0)
+        if (degrees > 90.0 || degrees < -90.0) {
             degrees += 180.0; // never upside down
+        }
         const QPointF up(std::sin(degrees / kDegrees), -std::cos(degrees / kDegrees));
-        if (!room.take(turnedBox(at + 11.0 * up, width, 11.0, degrees)))
+        if (!room.take(turnedBox(at + 11.0 * up, width, 11.0, degrees))) {
             continue;
+        }
         painter.save();
         painter.translate(at);
         painter.rotate(degrees);
@@ -155,8 +169,9 @@ void labelElements(QPainter& painter, const ViewTransform& view, const Alignment
 }
 
 void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room) {
-    if (alignment.elements.empty() || alignment.name.empty())
+    if (alignment.elements.empty() || alignment.name.empty()) {
         return;
+    }
     painter.save();
     QFont bold = painter.font();
     bold.setBold(true);
@@ -167,8 +182,9 @@ void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment
     const double width = painter.fontMetrics().horizontalAdvance(name);
     for (const QPointF& shift : {QPointF(8.0, 18.0), QPointF(8.0, -8.0), QPointF(-8.0 - width, 18.0)}) {
         const QPointF at = view.toPixel(start.x, start.y) + shift;
-        if (!room.take(QRectF(at.x(), at.y() - 11.0, width, 13.0)))
+        if (!room.take(QRectF(at.x(), at.y() - 11.0, width, 13.0))) {
             continue;
+        }
         drawText(painter, at, name, kInk);
         break;
     }
@@ -176,10 +192,11 @@ void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment
 }
 
 // Marks every 20 m, square to the alignment, and their names as far as there is room.
-void paintStations(QPainter& painter, const ViewTransform& view, const host::embedded::AlignmentGeometry& geometry,
+void paintStations(QPainter& painter, const ViewTransform& view, const drawing::AlignmentGeometry& geometry,
                    LabelRoom& room, bool names) {
-    if (kStationStep * view.pixelsPerMetre() < kStationPixels)
+    if (kStationStep * view.pixelsPerMetre() < kStationPixels) {
         return;
+    }
     const Extent visible = view.visible(kLabelMarginPixels);
     // What is in view may be a small part of a long alignment: only stations near it are asked for.
     const double middleX = 0.5 * (visible.minX + visible.maxX);
@@ -188,14 +205,15 @@ void paintStations(QPainter& painter, const ViewTransform& view, const host::emb
     const double labelEvery =
         kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
     auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));
-    const auto last = static_cast<std::int64_t>(
-        std::floor((geometry.endStation() + host::embedded::kStationTolerance) / kStationStep));
+    const auto last =
+        static_cast<std::int64_t>(std::floor((geometry.endStation() + drawing::kStationTolerance) / kStationStep));
     while (number <= last) {
         const double station = static_cast<double>(number) * kStationStep;
         ++number;
         const std::optional<Pose> pose = geometry.poseAt(station);
-        if (!pose)
+        if (!pose) {
             continue;
+        }
         const double beyond = std::hypot(pose->point.x - middleX, pose->point.y - middleY) - reach;
         if (beyond > 0.0) {
             // A station so far outside cannot come into view before the alignment has run that far.
@@ -206,14 +224,16 @@ void paintStations(QPainter& painter, const ViewTransform& view, const host::emb
         const QPointF square(-std::sin(pose->direction), -std::cos(pose->direction)); // pixels run downwards
         painter.setPen(QPen(kInk, 1.0));
         painter.drawLine(at - 4.0 * square, at + 4.0 * square);
-        if (!names || std::abs(std::remainder(station, labelEvery)) > 1e-6)
+        if (!names || std::abs(std::remainder(station, labelEvery)) > 1e-6) {
             continue;
+        }
         const QString name = stakeName(station);
         const double width = painter.fontMetrics().horizontalAdvance(name);
         const QPointF right = -square; // right of the travel
         const QPointF middle = at + (10.0 + 0.5 * width * std::abs(right.x())) * right;
-        if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0)))
+        if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0))) {
             drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk.darker(160));
+        }
     }
 }
 
@@ -222,8 +242,9 @@ void paintStations(QPainter& painter, const ViewTransform& view, const host::emb
 void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook& look, double ratio,
                         const QFont& font) {
     const QSize size = (view.size() * ratio).toSize().expandedTo({1, 1});
-    if (image.size() != size || image.format() != QImage::Format_RGB32)
+    if (image.size() != size || image.format() != QImage::Format_RGB32) {
         image = QImage(size, QImage::Format_RGB32);
+    }
     image.setDevicePixelRatio(ratio);
     image.fill(kPaper);
     drawn_ = 0;
@@ -246,8 +267,9 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     small.setPointSizeF(std::max(6.0, font.pointSizeF() - 1.0));
     painter.setFont(small);
     paintAlignments(painter, view, look, room);
-    if (look.labels && lines_.size() + markers_.size() <= kLabelsInView)
+    if (look.labels && lines_.size() + markers_.size() <= kLabelsInView) {
         labelEntities(painter, view, room);
+    }
 }
 
 void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const {
@@ -271,12 +293,16 @@ void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const 
     // Coordinates along the left and lower edges, as surveyors name the axes: X north, Y east.
     const int decimals = std::clamp(static_cast<int>(-std::floor(std::log10(step))), 0, 3);
     painter.setPen(kFaintInk);
-    for (const auto& [pixel, y] : horizontal)
-        if (pixel > 20.0 && pixel < height - 30.0)
+    for (const auto& [pixel, y] : horizontal) {
+        if (pixel > 20.0 && pixel < height - 30.0) {
             painter.drawText(QPointF(4.0, pixel - 3.0), QStringLiteral("X=%1").arg(y, 0, 'f', decimals));
-    for (const auto& [pixel, x] : vertical)
-        if (pixel > 60.0 && pixel < width - 220.0)
+        }
+    }
+    for (const auto& [pixel, x] : vertical) {
+        if (pixel > 60.0 && pixel < width - 220.0) {
             painter.drawText(QPointF(pixel + 3.0, height - 5.0), QStringLiteral("Y=%1").arg(x, 0, 'f', decimals));
+        }
+    }
 }
 
 // Sorts what is in view into lines and markers, and draws at once what is no larger than a dot.
@@ -291,8 +317,9 @@ void PlanPainter::collect(const ViewTransform& view, const PlanLook& look, QImag
     const auto small = static_cast<float>(kSmallPixels * view.metresPerPixel());
     Dots dots(image, view);
     index_.query(visible, [&](const PlanFigure& figure) {
-        if (look.hides(figure.layer) || figure.entity >= drawing_.entityCount())
+        if (look.hides(figure.layer) || figure.entity >= drawing_.entityCount()) {
             return true;
+        }
         ++drawn_;
         if (figure.isPoint() && markers) {
             markers_.push_back(figure);
@@ -316,14 +343,16 @@ void PlanPainter::paintLines(QPainter& painter, const ViewTransform& view) const
     const QRectF clip = clipOf(view);
     auto stroke = [&](const EntityView& entity, const QPolygonF& pixels, bool inside) {
         if (inside) {
-            if (entity.closed)
+            if (entity.closed) {
                 painter.drawPolygon(pixels);
-            else
+            } else {
                 painter.drawPolyline(pixels);
+            }
             return;
         }
-        for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip))
+        for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip)) {
             painter.drawPolyline(part);
+        }
     };
     FigureStyle last = FigureStyle::Coordinate; // none of the lines
     for (const PlanFigure& figure : lines_) {
@@ -368,17 +397,20 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
     painter.setRenderHint(QPainter::Antialiasing);
     for (std::size_t a = 0; a < std::min(index_.alignmentCount(), drawing_.alignmentCount()); ++a) {
         const Alignment& alignment = drawing_.alignment(a);
-        if (!meet(index_.alignmentExtent(a), visible) || isHidden(look, drawing_, alignment.layer))
+        if (!meet(index_.alignmentExtent(a), visible) || isHidden(look, drawing_, alignment.layer)) {
             continue;
+        }
         seen.push_back(a);
         for (std::size_t e = 0; e < std::min(index_.elementCount(a), alignment.elements.size()); ++e) {
             const Element& element = alignment.elements[e];
-            if (!meet(index_.elementExtent(a, e), visible))
+            if (!meet(index_.elementExtent(a, e), visible)) {
                 continue;
+            }
             ++drawn_;
             painter.setPen(QPen(colourOf(element.type), 2.0, Qt::SolidLine, Qt::FlatCap));
-            for (const QPolygonF& part : elementPixels(element, view, clip))
+            for (const QPolygonF& part : elementPixels(element, view, clip)) {
                 painter.drawPolyline(part);
+            }
         }
     }
     for (const std::size_t a : seen) {
@@ -388,10 +420,13 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
             labelElements(painter, view, drawing_.alignment(a), room);
         }
     }
-    if (look.stations)
-        for (const std::size_t a : seen)
-            if (!drawing_.alignment(a).elements.empty())
+    if (look.stations) {
+        for (const std::size_t a : seen) {
+            if (!drawing_.alignment(a).elements.empty()) {
                 paintStations(painter, view, drawing_.geometry(a), room, look.labels);
+            }
+        }
+    }
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
@@ -402,19 +437,22 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
     for (const PlanFigure& figure : lines_) {
         const EntityView entity = drawing_.entity(figure.entity);
         const QString text = name(entity);
-        if (figure.figureStyle() != FigureStyle::Lot || text.isEmpty())
+        if (figure.figureStyle() != FigureStyle::Lot || text.isEmpty()) {
             continue;
+        }
         const QRectF around = pixelsOf(entity.vertices, view).boundingRect();
         const double width = metrics.horizontalAdvance(text);
-        if (width >= around.width())
+        if (width >= around.width()) {
             continue;
+        }
         // Names of lots side by side may need to stand on different lines.
         for (const double lines : {0.0, -1.0, 1.0}) {
             const double shift = lines * kLineDistance * height;
             const QPointF at = around.center() + QPointF(-width / 2.0, height / 2.0 + shift);
             if (2.0 * std::abs(shift) + height >= around.height() ||
-                !room.take(QRectF(at.x(), at.y() - height, width, height)))
+                !room.take(QRectF(at.x(), at.y() - height, width, height))) {
                 continue;
+            }
             drawText(painter, at, text, colourOf(FigureStyle::Lot).darker(135));
             break;
         }
@@ -422,14 +460,16 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
     for (const PlanFigure& figure : markers_) {
         const EntityView entity = drawing_.entity(figure.entity);
         const QString text = name(entity);
-        if (text.isEmpty())
+        if (text.isEmpty()) {
             continue;
+        }
         const double width = metrics.horizontalAdvance(text);
         const QPointF pixel = view.toPixel(entity.position().x, entity.position().y);
         for (const QPointF& shift : {QPointF(5.0, -3.0), QPointF(5.0, height), QPointF(-5.0 - width, -3.0)}) {
             const QPointF at = pixel + shift;
-            if (!room.take(QRectF(at.x(), at.y() - height, width, height)))
+            if (!room.take(QRectF(at.x(), at.y() - height, width, height))) {
                 continue;
+            }
             drawText(painter, at, text, colourOf(figure.figureStyle()));
             break;
         }
@@ -446,8 +486,9 @@ void PlanPainter::paintHovered(QPainter& painter, const ViewTransform& view, con
 
 void PlanPainter::paintMarked(QPainter& painter, const ViewTransform& view, const PlanObject& object,
                               const QColor& mark, double width) const {
-    if (!exists(drawing_, object))
+    if (!exists(drawing_, object)) {
         return;
+    }
     const QRectF clip = clipOf(view);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
@@ -467,8 +508,9 @@ void PlanPainter::paintMarked(QPainter& painter, const ViewTransform& view, cons
             painter.drawPolygon(clippedArea(pixels, clip));
             painter.setPen(QPen(mark, width));
         }
-        for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip))
+        for (const QPolygonF& part : clippedLine(pixels, entity.closed, clip)) {
             painter.drawPolyline(part);
+        }
         return;
     }
     const Alignment& alignment = drawing_.alignment(object.index);
@@ -477,8 +519,9 @@ void PlanPainter::paintMarked(QPainter& painter, const ViewTransform& view, cons
         QColor colour = mark;
         colour.setAlphaF(chosen ? 0.9F : 0.35F);
         painter.setPen(QPen(colour, chosen ? width + 2.0 : width, Qt::SolidLine, Qt::FlatCap));
-        for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip))
+        for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip)) {
             painter.drawPolyline(part);
+        }
     }
 }
 

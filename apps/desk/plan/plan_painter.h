@@ -4,7 +4,7 @@
 #include "desk/plan/plan_index.h"
 #include "desk/plan/plan_object.h"
 #include "desk/plan/view_transform.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QImage>
 #include <QPainter>
@@ -18,7 +18,7 @@ class LabelRoom;
 
 class PlanPainter {
   public:
-    PlanPainter(const host::embedded::Drawing& drawing, const PlanIndex& index) : drawing_(drawing), index_(index) {}
+    PlanPainter(const drawing::Drawing& drawing, const PlanIndex& index) : drawing_(drawing), index_(index) {}
 
     // The whole view as a picture of its size in device pixels. An image of the right size is used again.
     void paint(QImage& image, const ViewTransform& view, const PlanLook& look, double devicePixelRatio,
@@ -40,7 +40,7 @@ class PlanPainter {
                      double width) const;
     void labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) const;
 
-    const host::embedded::Drawing& drawing_;
+    const drawing::Drawing& drawing_;
     const PlanIndex& index_;
     std::size_t drawn_ = 0;
     std::vector<PlanFigure> lines_;   // in view and larger than a dot

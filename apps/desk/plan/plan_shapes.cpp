@@ -6,9 +6,9 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::Pose;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::Pose;
 
 namespace {
 
@@ -20,31 +20,38 @@ bool clipSegment(QPointF& a, QPointF& b, const QRectF& to) {
     double from = 0.0;
     double until = 1.0;
     auto edge = [&](double step, double room) {
-        if (step == 0.0)
+        if (step == 0.0) {
             return room >= 0.0;
+        }
         const double t = room / step;
-        if (step < 0.0)
+        if (step < 0.0) {
             from = std::max(from, t);
-        else
+        } else {
             until = std::min(until, t);
+        }
         return from <= until;
     };
     if (!edge(-along.x(), a.x() - to.left()) || !edge(along.x(), to.right() - a.x()) ||
-        !edge(-along.y(), a.y() - to.top()) || !edge(along.y(), to.bottom() - a.y()))
+        !edge(-along.y(), a.y() - to.top()) || !edge(along.y(), to.bottom() - a.y())) {
         return false;
+    }
     const QPointF start = a;
-    if (until < 1.0)
+    if (until < 1.0) {
         b = start + until * along;
-    if (from > 0.0)
+    }
+    if (from > 0.0) {
         a = start + from * along;
+    }
     return true;
 }
 
 void appendSegment(std::vector<QPolygonF>& parts, QPointF a, QPointF b, const QRectF& to) {
-    if (!clipSegment(a, b, to))
+    if (!clipSegment(a, b, to)) {
         return;
-    if (parts.empty() || parts.back().isEmpty() || parts.back().last() != a)
+    }
+    if (parts.empty() || parts.back().isEmpty() || parts.back().last() != a) {
         parts.push_back(QPolygonF({a}));
+    }
     parts.back().append(b);
 }
 
@@ -55,10 +62,12 @@ QPolygonF keepSide(const QPolygonF& area, Inside&& inside, Cut&& cut) {
     for (qsizetype i = 0; i < area.size(); ++i) {
         const QPointF& a = area[i];
         const QPointF& b = area[(i + 1) % area.size()];
-        if (inside(a))
+        if (inside(a)) {
             kept.append(a);
-        if (inside(a) != inside(b))
+        }
+        if (inside(a) != inside(b)) {
             kept.append(cut(a, b));
+        }
     }
     return kept;
 }
@@ -71,7 +80,7 @@ struct Curve {
     std::vector<QPolygonF> parts;
 
     QPointF at(double along) const {
-        const Pose pose = host::embedded::poseOnElement(element, along);
+        const Pose pose = drawing::poseOnElement(element, along);
         return view.toPixel(pose.point.x, pose.point.y);
     }
 
@@ -83,8 +92,9 @@ struct Curve {
         if (turnsLittle) {
             const QRectF around =
                 QRectF(start, end).normalized().adjusted(-bulge - 1, -bulge - 1, bulge + 1, bulge + 1);
-            if (!around.intersects(within))
+            if (!around.intersects(within)) {
                 return;
+            }
         }
         if ((turnsLittle && bulge <= kChordPixels) || depth >= kMaximumDepth) {
             appendSegment(parts, start, end, within);
@@ -102,17 +112,20 @@ struct Curve {
 QPolygonF pixelsOf(std::span<const host::MdGePoint3d> vertices, const ViewTransform& view) {
     QPolygonF polygon;
     polygon.reserve(static_cast<qsizetype>(vertices.size()));
-    for (const host::MdGePoint3d& vertex : vertices)
+    for (const host::MdGePoint3d& vertex : vertices) {
         polygon.append(view.toPixel(vertex.x, vertex.y));
+    }
     return polygon;
 }
 
 std::vector<QPolygonF> clippedLine(const QPolygonF& line, bool closed, const QRectF& to) {
     std::vector<QPolygonF> parts;
-    for (qsizetype i = 0; i + 1 < line.size(); ++i)
+    for (qsizetype i = 0; i + 1 < line.size(); ++i) {
         appendSegment(parts, line[i], line[i + 1], to);
-    if (closed && line.size() > 2)
+    }
+    if (closed && line.size() > 2) {
         appendSegment(parts, line.last(), line.first(), to);
+    }
     return parts;
 }
 

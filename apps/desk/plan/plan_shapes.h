@@ -5,7 +5,7 @@
 #pragma once
 
 #include "desk/plan/view_transform.h"
-#include "host/embedded/alignment_geometry.h"
+#include "drawing/alignment_geometry.h"
 
 #include <QPolygonF>
 
@@ -25,8 +25,7 @@ std::vector<QPolygonF> clippedLine(const QPolygonF& line, bool closed, const QRe
 QPolygonF clippedArea(const QPolygonF& area, const QRectF& to);
 
 // The parts of an element within the rectangle (pixels), as lines within kChordPixels of the true curve.
-std::vector<QPolygonF> elementPixels(const host::embedded::Element& element, const ViewTransform& view,
-                                     const QRectF& within);
+std::vector<QPolygonF> elementPixels(const drawing::Element& element, const ViewTransform& view, const QRectF& within);
 
 // Distance of a pixel from a line, in pixels; infinite for a line without points.
 double distanceToLine(const QPolygonF& line, const QPointF& pixel, bool closed);

@@ -1,7 +1,7 @@
 // Colours and kinds of what the plan shows. One look for all of it, readable on white.
 #pragma once
 
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QColor>
 
@@ -57,7 +57,7 @@ inline const QColor& colourOf(FigureStyle style) {
 // Numbers of figures of each style.
 using StyleCounts = std::array<std::size_t, kFigureStyles>;
 
-FigureStyle styleOf(const host::embedded::EntityView& entity);
-QColor colourOf(host::embedded::ElementType type);
+FigureStyle styleOf(const drawing::EntityView& entity);
+QColor colourOf(drawing::ElementType type);
 
 } // namespace fenmark::desk

@@ -20,8 +20,9 @@ QString fromUtf8(std::string_view text) {
 
 void drawText(QPainter& painter, const QPointF& at, const QString& text, const QColor& colour) {
     painter.setPen(kPaper);
-    for (const QPointF& shift : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)})
+    for (const QPointF& shift : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)}) {
         painter.drawText(at + shift, text);
+    }
     painter.setPen(colour);
     painter.drawText(at, text);
 }
@@ -30,8 +31,9 @@ QString stakeName(double station) {
     const double number = std::floor((station + kStakeRounding) / kStakeDistance);
     const double rest = station - number * kStakeDistance;
     QString name = QStringLiteral("No.%1").arg(number, 0, 'f', 0);
-    if (rest >= kStakeRounding)
+    if (rest >= kStakeRounding) {
         name += QStringLiteral("+%1").arg(rest, 0, 'f', 3);
+    }
     return name;
 }
 
@@ -44,19 +46,25 @@ bool LabelRoom::take(const QRectF& place) {
     const int right = static_cast<int>(std::floor(place.right() / kCell));
     const int top = static_cast<int>(std::floor(place.top() / kCell));
     const int bottom = static_cast<int>(std::floor(place.bottom() / kCell));
-    if (left < 0 || top < 0 || right >= columns_ || bottom >= rows_)
+    if (left < 0 || top < 0 || right >= columns_ || bottom >= rows_) {
         return false;
+    }
     auto cell = [this](int column, int row) -> std::uint8_t& {
         return taken_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
                       static_cast<std::size_t>(column)];
     };
-    for (int row = top; row <= bottom; ++row)
-        for (int column = left; column <= right; ++column)
-            if (cell(column, row) != 0)
+    for (int row = top; row <= bottom; ++row) {
+        for (int column = left; column <= right; ++column) {
+            if (cell(column, row) != 0) {
                 return false;
-    for (int row = top; row <= bottom; ++row)
-        for (int column = left; column <= right; ++column)
+            }
+        }
+    }
+    for (int row = top; row <= bottom; ++row) {
+        for (int column = left; column <= right; ++column) {
             cell(column, row) = 1;
+        }
+    }
     return true;
 }
 

@@ -11,7 +11,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Extent;
+using drawing::Extent;
 
 PlanView::PlanView(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
@@ -21,7 +21,7 @@ PlanView::PlanView(QWidget* parent) : QWidget(parent) {
     updateCursor();
 }
 
-void PlanView::setDrawing(const host::embedded::Drawing* drawing) {
+void PlanView::setDrawing(const drawing::Drawing* drawing) {
     painter_.reset();
     drawing_ = drawing;
     look_.hiddenLayers.clear();
@@ -29,19 +29,22 @@ void PlanView::setDrawing(const host::embedded::Drawing* drawing) {
     selected_.reset();
     hovered_.reset();
     lastClick_.reset();
-    if (drawing_ != nullptr)
+    if (drawing_ != nullptr) {
         painter_.emplace(*drawing_, index_);
+    }
     fitPending_ = true;
     drawingChanged();
-    if (had)
+    if (had) {
         emit selectionChanged();
+    }
 }
 
 void PlanView::drawingChanged() {
     const bool wasEmpty = index_.extent().empty();
     index_ = drawing_ != nullptr ? PlanIndex(*drawing_) : PlanIndex();
-    if (wasEmpty)
+    if (wasEmpty) {
         fitPending_ = true;
+    }
     lastClick_.reset();
     hovered_.reset();
     dirty_ = true;
@@ -49,8 +52,9 @@ void PlanView::drawingChanged() {
         selected_.reset();
         emit selectionChanged();
     }
-    if (fitPending_)
+    if (fitPending_) {
         fitAll();
+    }
     update();
 }
 
@@ -58,27 +62,32 @@ void PlanView::setFrozen(bool frozen) {
     frozen_ = frozen;
     hovered_.reset();
     drag_ = Drag::None;
-    if (!frozen)
+    if (!frozen) {
         update();
+    }
 }
 
 void PlanView::setLook(const PlanLook& look) {
     look_ = look;
     hovered_.reset();
     dirty_ = true;
-    if (ready() && selected_ && desk::isHidden(look_, *drawing_, *selected_))
+    if (ready() && selected_ && desk::isHidden(look_, *drawing_, *selected_)) {
         select(std::nullopt);
+    }
     update();
 }
 
 void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
-    if (!ready())
+    if (!ready()) {
         return;
+    }
     const std::optional<PlanObject> wanted = object && exists(*drawing_, *object) ? object : std::nullopt;
-    if (intoView && wanted)
+    if (intoView && wanted) {
         bringIntoView(*wanted);
-    if (wanted == selected_)
+    }
+    if (wanted == selected_) {
         return;
+    }
     selected_ = wanted;
     update();
     emit selectionChanged();
@@ -91,8 +100,9 @@ void PlanView::setHint(const QString& large, const QString& small) {
 }
 
 std::size_t PlanView::render() {
-    if (!painter_ || frozen_)
+    if (!painter_ || frozen_) {
         return 0;
+    }
     if (dirty_ || picture_.isNull()) {
         painter_->paint(picture_, view_, look_, devicePixelRatioF(), font());
         dirty_ = false;
@@ -103,12 +113,14 @@ std::size_t PlanView::render() {
 void PlanView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     render();
-    if (picture_.isNull())
+    if (picture_.isNull()) {
         painter.fillRect(rect(), palette().base());
-    else
+    } else {
         painter.drawImage(QPointF(0, 0), picture_);
-    if (!ready())
+    }
+    if (!ready()) {
         return;
+    }
     if (hovered_ && hovered_ != selected_) {
         painter.save();
         painter_->paintHovered(painter, view_, *hovered_);
@@ -120,20 +132,24 @@ void PlanView::paintEvent(QPaintEvent*) {
         painter.restore();
     }
     paintFurniture(painter, view_, font());
-    if (index_.extent().empty())
+    if (index_.extent().empty()) {
         paintHint(painter, rect(), hintLarge_, hintSmall_, font());
-    if (drag_ == Drag::Window)
+    }
+    if (drag_ == Drag::Window) {
         paintZoomWindow(painter, QRectF(dragFrom_, dragLast_).normalized());
-    if (hasFocus())
+    }
+    if (hasFocus()) {
         paintFocus(painter, rect(), palette().color(QPalette::Highlight));
+    }
 }
 
 void PlanView::resizeEvent(QResizeEvent*) {
     view_.setSize(size());
     hovered_.reset();
     dirty_ = true;
-    if (fitPending_ && ready())
+    if (fitPending_ && ready()) {
         fitAll();
+    }
     emit viewChanged();
 }
 
@@ -156,13 +172,16 @@ QRect PlanView::pixelsAround(const PlanObject& object) const {
 
 // Only what the two marks cover is painted again, from the picture that is there.
 void PlanView::setHovered(const std::optional<PlanObject>& object) {
-    if (object == hovered_)
+    if (object == hovered_) {
         return;
-    if (hovered_)
+    }
+    if (hovered_) {
         update(pixelsAround(*hovered_));
+    }
     hovered_ = object;
-    if (hovered_)
+    if (hovered_) {
         update(pixelsAround(*hovered_));
+    }
 }
 
 void PlanView::fitAll() {
@@ -173,8 +192,9 @@ void PlanView::fitAll() {
 }
 
 void PlanView::fitSelected() {
-    if (!ready() || !selected_)
+    if (!ready() || !selected_) {
         return;
+    }
     view_.fit(extentOf(*drawing_, *selected_));
     viewMoved();
 }
@@ -183,12 +203,14 @@ bool PlanView::bringIntoView(const PlanObject& object) {
     const Extent box = extentOf(*drawing_, object);
     const Extent seen = view_.visible(-20.0);
     if (box.empty() ||
-        (box.minX >= seen.minX && box.maxX <= seen.maxX && box.minY >= seen.minY && box.maxY <= seen.maxY))
+        (box.minX >= seen.minX && box.maxX <= seen.maxX && box.minY >= seen.minY && box.maxY <= seen.maxY)) {
         return false;
-    if (box.maxX - box.minX > seen.maxX - seen.minX || box.maxY - box.minY > seen.maxY - seen.minY)
+    }
+    if (box.maxX - box.minX > seen.maxX - seen.minX || box.maxY - box.minY > seen.maxY - seen.minY) {
         view_.fit(box);
-    else
+    } else {
         view_.centreOn(0.5 * (box.minX + box.maxX), 0.5 * (box.minY + box.maxY));
+    }
     viewMoved();
     return true;
 }
@@ -213,19 +235,23 @@ void PlanView::zoomMiddle(double factor) {
 }
 
 bool PlanView::stepSelection(int step, bool around) {
-    if (!ready())
+    if (!ready()) {
         return false;
+    }
     const std::vector<PlanObject> objects = objectsInView(*drawing_, index_, view_, look_);
-    if (objects.empty())
+    if (objects.empty()) {
         return false;
+    }
     const auto at = selected_ ? std::find(objects.begin(), objects.end(), *selected_) : objects.end();
     const auto count = static_cast<std::ptrdiff_t>(objects.size());
     std::ptrdiff_t next = step > 0 ? 0 : count - 1;
-    if (at != objects.end())
+    if (at != objects.end()) {
         next = (at - objects.begin()) + step;
+    }
     if (next < 0 || next >= count) {
-        if (!around)
+        if (!around) {
             return false;
+        }
         next = (next + count) % count;
     }
     select(objects[static_cast<std::size_t>(next)]);

@@ -8,7 +8,7 @@
 #include "desk/plan/plan_object.h"
 #include "desk/plan/plan_painter.h"
 #include "desk/plan/view_transform.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QImage>
 #include <QWidget>
@@ -27,7 +27,7 @@ class PlanView : public QWidget {
     explicit PlanView(QWidget* parent = nullptr);
 
     // Shows another drawing from its whole extent; null shows none. The drawing must outlive the view.
-    void setDrawing(const host::embedded::Drawing* drawing);
+    void setDrawing(const drawing::Drawing* drawing);
     // The drawing grew or shrank: what is shown and selected follows.
     void drawingChanged();
     // While a command changes the drawing, the last picture stands and nothing is asked of the drawing.
@@ -105,7 +105,7 @@ class PlanView : public QWidget {
     bool bringIntoView(const PlanObject& object);
     bool stepSelection(int step, bool around);
 
-    const host::embedded::Drawing* drawing_ = nullptr;
+    const drawing::Drawing* drawing_ = nullptr;
     PlanIndex index_;
     std::optional<PlanPainter> painter_;
     PlanLook look_;

@@ -29,54 +29,64 @@ double distance(const QPointF& a, const QPointF& b) {
 } // namespace
 
 void PlanView::updateCursor() {
-    if (drag_ == Drag::Pan)
+    if (drag_ == Drag::Pan) {
         setCursor(Qt::ClosedHandCursor);
-    else if (spaceHeld_)
+    } else if (spaceHeld_) {
         setCursor(Qt::OpenHandCursor);
-    else
+    } else {
         setCursor(Qt::CrossCursor);
+    }
 }
 
 void PlanView::mousePressEvent(QMouseEvent* event) {
-    if (!ready() || drag_ != Drag::None)
+    if (!ready() || drag_ != Drag::None) {
         return;
+    }
     const bool left = event->button() == Qt::LeftButton;
-    if (!left && event->button() != Qt::MiddleButton)
+    if (!left && event->button() != Qt::MiddleButton) {
         return;
+    }
     dragButton_ = event->button();
     dragFrom_ = dragLast_ = event->position();
-    if (left && (windowArmed_ || event->modifiers().testFlag(Qt::ShiftModifier)))
+    if (left && (windowArmed_ || event->modifiers().testFlag(Qt::ShiftModifier))) {
         drag_ = Drag::Window;
-    else
+    } else {
         drag_ = left && !spaceHeld_ ? Drag::Press : Drag::Pan;
+    }
     updateCursor();
 }
 
 void PlanView::mouseMoveEvent(QMouseEvent* event) {
     const QPointF at = event->position();
-    if (!ready())
+    if (!ready()) {
         return;
-    if (spaceHeld_ && drag_ == Drag::None && event->buttons() == Qt::NoButton)
+    }
+    if (spaceHeld_ && drag_ == Drag::None && event->buttons() == Qt::NoButton) {
         panPixels(at.x() - dragLast_.x(), at.y() - dragLast_.y());
+    }
     if (drag_ == Drag::Press && distance(at, dragFrom_) >= QApplication::startDragDistance()) {
         drag_ = Drag::Pan;
         updateCursor();
     }
-    if (drag_ == Drag::Pan)
+    if (drag_ == Drag::Pan) {
         panPixels(at.x() - dragLast_.x(), at.y() - dragLast_.y());
-    if (drag_ == Drag::Window)
+    }
+    if (drag_ == Drag::Window) {
         update();
-    if (drag_ != Drag::Press)
+    }
+    if (drag_ != Drag::Press) {
         dragLast_ = at;
-    if (event->buttons() == Qt::NoButton && !spaceHeld_)
+    }
+    if (event->buttons() == Qt::NoButton && !spaceHeld_) {
         hoverAt(at);
-    else
+    } else {
         setHovered(std::nullopt);
+    }
     emit pointerMoved(view_.toX(at.x()), view_.toY(at.y()));
 }
 
 void PlanView::hoverAt(const QPointF& pixel) {
-    host::embedded::Extent around;
+    drawing::Extent around;
     around.add(view_.toX(pixel.x() - kReachPixels), view_.toY(pixel.y() - kReachPixels));
     around.add(view_.toX(pixel.x() + kReachPixels), view_.toY(pixel.y() + kReachPixels));
     if (index_.count(around, kMostUnderPointer) == kMostUnderPointer) {
@@ -88,18 +98,20 @@ void PlanView::hoverAt(const QPointF& pixel) {
 }
 
 void PlanView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != dragButton_ || drag_ == Drag::None)
+    if (event->button() != dragButton_ || drag_ == Drag::None) {
         return;
+    }
     const Drag was = drag_;
     drag_ = Drag::None;
     dragButton_ = Qt::NoButton;
-    if (was == Drag::Press && ready())
+    if (was == Drag::Press && ready()) {
         clickAt(event->position());
+    }
     if (was == Drag::Window) {
         windowArmed_ = false;
         const QRectF window = QRectF(dragFrom_, event->position()).normalized();
         if (window.width() >= kSmallestWindow && window.height() >= kSmallestWindow) {
-            host::embedded::Extent extent;
+            drawing::Extent extent;
             extent.add(view_.toX(window.left()), view_.toY(window.top()));
             extent.add(view_.toX(window.right()), view_.toY(window.bottom()));
             view_.fit(extent);
@@ -111,10 +123,11 @@ void PlanView::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void PlanView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::MiddleButton)
+    if (event->button() == Qt::MiddleButton) {
         fitAll();
-    else if (event->button() == Qt::LeftButton && selected_)
+    } else if (event->button() == Qt::LeftButton && selected_) {
         emit activated();
+    }
 }
 
 void PlanView::clickAt(const QPointF& pixel) {
@@ -126,11 +139,13 @@ void PlanView::clickAt(const QPointF& pixel) {
 }
 
 void PlanView::wheelEvent(QWheelEvent* event) {
-    if (!ready())
+    if (!ready()) {
         return;
+    }
     const double notches = event->angleDelta().y() / kWheelNotch;
-    if (notches != 0.0)
+    if (notches != 0.0) {
         zoomAt(event->position(), std::pow(kZoomStep, notches));
+    }
     lastClick_.reset();
     event->accept();
 }
@@ -213,8 +228,9 @@ void PlanView::keyReleaseEvent(QKeyEvent* event) {
 
 // Tab goes from object to object while there is a further one in view, and then on to the next control.
 bool PlanView::focusNextPrevChild(bool next) {
-    if (stepSelection(next ? 1 : -1, false))
+    if (stepSelection(next ? 1 : -1, false)) {
         return true;
+    }
     return QWidget::focusNextPrevChild(next);
 }
 
@@ -225,18 +241,20 @@ bool PlanView::event(QEvent* event) {
     }
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        if (ready() && hovered_ && describe_)
+        if (ready() && hovered_ && describe_) {
             QToolTip::showText(help->globalPos(), describe_(*hovered_), this, pixelsAround(*hovered_));
-        else
+        } else {
             QToolTip::hideText();
+        }
         return true;
     }
     return QWidget::event(event);
 }
 
 void PlanView::leaveEvent(QEvent*) {
-    if (ready())
+    if (ready()) {
         setHovered(std::nullopt);
+    }
     emit pointerLeft();
 }
 

@@ -12,8 +12,8 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
-using host::embedded::EntityView;
+using drawing::Drawing;
+using drawing::EntityView;
 
 namespace {
 
@@ -48,23 +48,27 @@ struct Wanted {
 };
 
 std::optional<std::size_t> findEntity(const Drawing& drawing, std::size_t from, const Wanted& wanted) {
-    for (std::size_t i = from; i < drawing.entityCount(); ++i)
-        if (wanted.isMetBy(drawing.entity(i)))
+    for (std::size_t i = from; i < drawing.entityCount(); ++i) {
+        if (wanted.isMetBy(drawing.entity(i))) {
             return i;
+        }
+    }
     return std::nullopt;
 }
 
 std::optional<PlanObject> asObject(std::optional<std::size_t> entity) {
-    if (!entity)
+    if (!entity) {
         return std::nullopt;
+    }
     return PlanObject{PlanObject::Kind::Entity, *entity, {}};
 }
 
 // A point of the same number at another place was made of another record, such as this one's double.
 std::optional<PlanObject> coordinateObject(const Drawing& drawing, const Drawing::Mark& since, const Record& record) {
     const auto entity = findEntity(drawing, since.entities, {host::kCoordinateType, record.number(1), {}, {}});
-    if (!entity)
+    if (!entity) {
         return std::nullopt;
+    }
     const host::MdGePoint3d& at = drawing.entity(*entity).position();
     const bool same = at.y == sima::toReal(record.text(3)) && at.x == sima::toReal(record.text(4));
     return same ? asObject(entity) : std::nullopt;
@@ -75,11 +79,14 @@ std::optional<PlanObject> routeObject(const Drawing& drawing, const Drawing::Mar
     const std::int32_t type = opening.number(kTypeField);
     const std::string_view name = opening.text(3);
     if (std::find(std::begin(kRouteTypesOfAlignments), std::end(kRouteTypesOfAlignments), type) ==
-        std::end(kRouteTypesOfAlignments))
+        std::end(kRouteTypesOfAlignments)) {
         return asObject(findEntity(drawing, since.entities, {host::routeTypeLabel(type), opening.number(1), name, {}}));
-    for (std::size_t a = since.alignments; a < drawing.alignmentCount(); ++a)
-        if (sima::trim(drawing.alignment(a).name) == name)
+    }
+    for (std::size_t a = since.alignments; a < drawing.alignmentCount(); ++a) {
+        if (sima::trim(drawing.alignment(a).name) == name) {
             return PlanObject{PlanObject::Kind::Alignment, a, {}};
+        }
+    }
     return std::nullopt;
 }
 
@@ -97,14 +104,18 @@ std::optional<PlanObject> crossSectionObject(const Drawing& drawing, const Drawi
     const bool tellsAPoint = record.code() == "I01" || record.code() == "I02";
     Wanted wanted{host::kCrossSectionType, opening.number(1), tellsAPoint ? crossSection.text(1) : "", {}};
     const auto first = findEntity(drawing, since.entities, wanted);
-    if (!first || !tellsAPoint)
+    if (!first || !tellsAPoint) {
         return asObject(first);
-    if (record.code() == "I02" && !record.text(1).empty())
+    }
+    if (record.code() == "I02" && !record.text(1).empty()) {
         wanted.name = record.text(1);
+    }
     wanted.height = sima::toReal(record.text(kHeightField));
-    for (const std::size_t from : {*first, since.entities})
-        if (const auto point = findEntity(drawing, from, wanted))
+    for (const std::size_t from : {*first, since.entities}) {
+        if (const auto point = findEntity(drawing, from, wanted)) {
             return asObject(point);
+        }
+    }
     // At a wall heights and names may have changed places.
     wanted.name = {};
     return asObject(findEntity(drawing, *first, wanted));
@@ -116,16 +127,21 @@ std::optional<PlanObject> objectOfRecord(const Drawing& drawing, const Drawing::
                                          const SourceRecord& source) {
     const Record record(source.text);
     const Record opening(source.section);
-    if (record.code() == "A01")
+    if (record.code() == "A01") {
         return coordinateObject(drawing, since, record);
-    if (opening.code() == "D00")
+    }
+    if (opening.code() == "D00") {
         return asObject(findEntity(drawing, since.entities, {host::kLotType, opening.number(1), opening.text(2), {}}));
-    if (opening.code() == "F00")
+    }
+    if (opening.code() == "F00") {
         return routeObject(drawing, since, opening);
-    if (opening.code() == "H00")
+    }
+    if (opening.code() == "H00") {
         return longitudinalObject(drawing, since, opening, record);
-    if (opening.code() == "I00")
+    }
+    if (opening.code() == "I00") {
         return crossSectionObject(drawing, since, opening, record, Record(source.crossSection));
+    }
     return std::nullopt;
 }
 

@@ -3,7 +3,7 @@
 
 #include "desk/plan/plan_object.h"
 #include "desk/session/source_record.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <optional>
 
@@ -12,7 +12,7 @@ namespace fenmark::desk {
 // Objects know their source by number, name and kind, not by line: the first object made since the mark that a record
 // of these could have made. Records within a lot or a route belong to its line, records of results to their points. The
 // ends of a section of results belong to its first point. Nothing if there is none, as for a record that was refused.
-std::optional<PlanObject> objectOfRecord(const host::embedded::Drawing& drawing,
-                                         const host::embedded::Drawing::Mark& since, const SourceRecord& record);
+std::optional<PlanObject> objectOfRecord(const drawing::Drawing& drawing, const drawing::Drawing::Mark& since,
+                                         const SourceRecord& record);
 
 } // namespace fenmark::desk

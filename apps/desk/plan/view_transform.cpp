@@ -15,14 +15,14 @@ constexpr double kLargestScale = 1e6;
 
 } // namespace
 
-host::embedded::Extent ViewTransform::visible(double marginPixels) const {
-    host::embedded::Extent extent;
+drawing::Extent ViewTransform::visible(double marginPixels) const {
+    drawing::Extent extent;
     extent.add(toX(-marginPixels), toY(-marginPixels));
     extent.add(toX(size_.width() + marginPixels), toY(size_.height() + marginPixels));
     return extent;
 }
 
-void ViewTransform::fit(const host::embedded::Extent& extent) {
+void ViewTransform::fit(const drawing::Extent& extent) {
     if (extent.empty()) {
         centreX_ = centreY_ = 0.0;
         scale_ = std::min(size_.width(), size_.height()) / kEmptyWidth;
@@ -32,8 +32,9 @@ void ViewTransform::fit(const host::embedded::Extent& extent) {
     centreY_ = 0.5 * (extent.minY + extent.maxY);
     double width = extent.maxX - extent.minX;
     double height = extent.maxY - extent.minY;
-    if (width < kMinimumSize && height < kMinimumSize)
+    if (width < kMinimumSize && height < kMinimumSize) {
         width = height = kEmptyWidth;
+    }
     scale_ = kFitShare *
              std::min(size_.width() / std::max(width, kMinimumSize), size_.height() / std::max(height, kMinimumSize));
     scale_ = std::clamp(scale_, kSmallestScale, kLargestScale);

@@ -1,7 +1,7 @@
 // Between the drawing's plane (x east, y north, metres) and the window's pixels (y down).
 #pragma once
 
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -24,10 +24,10 @@ class ViewTransform {
     double toX(double pixelX) const { return centreX_ + (pixelX - size_.width() / 2.0) / scale_; }
     double toY(double pixelY) const { return centreY_ - (pixelY - size_.height() / 2.0) / scale_; }
     // What the window shows, widened by a margin in pixels.
-    host::embedded::Extent visible(double marginPixels = 0.0) const;
+    drawing::Extent visible(double marginPixels = 0.0) const;
 
     // Shows the whole of the box with a margin around it. An empty box, or one without size, is shown 100 m wide.
-    void fit(const host::embedded::Extent& extent);
+    void fit(const drawing::Extent& extent);
     // The point of the drawing under the pixel stays under it.
     void zoomAt(const QPointF& pixel, double factor);
     void panPixels(double dx, double dy);

@@ -9,10 +9,10 @@
 
 namespace fenmark::desk {
 
+using drawing::Drawing;
+using drawing::StoreResult;
 using host::embedded::Document;
-using host::embedded::Drawing;
 using host::embedded::ModuleResult;
-using host::embedded::StoreResult;
 
 namespace {
 
@@ -35,8 +35,9 @@ class While {
 ModuleResult DeskSession::loadModule(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         std::error_code error;
-        if (std::filesystem::is_regular_file(path, error))
+        if (std::filesystem::is_regular_file(path, error)) {
             return modules_.load(path);
+        }
     }
     return {false, std::string(kModuleName) + ": there is no such file beside the program or in its installation"};
 }
@@ -78,27 +79,31 @@ StoreResult DeskSession::save(const std::string& path) {
 bool DeskSession::hasChanges() const {
     const Document& document = *host_.currentDocument();
     const Drawing& drawing = document.drawing();
-    if (!path().empty())
+    if (!path().empty()) {
         return const_cast<Document&>(document).store().hasChanges(drawing);
+    }
     return drawing.entityCount() > 0 || drawing.alignmentCount() > 0 || !drawing.sites().empty() ||
            drawing.layers().size() > 1 || drawing.zone() != 0;
 }
 
 bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before, const std::string& logPath) {
     const Drawing& now = drawing();
-    if (now.mark() != before)
+    if (now.mark() != before) {
         undone_.clear(); // it belongs to a state that is no more
+    }
     const bool changed = now.layers().size() != before.layers || now.sites().size() != before.sites ||
                          now.tables().size() != before.tables || now.alignmentCount() != before.alignments ||
                          now.entityCount() != before.entities || now.zone() != before.zone;
-    if (changed)
+    if (changed) {
         steps_.push_back({kind, before, logPath});
+    }
     return changed;
 }
 
 CommandOutcome DeskSession::run(std::string_view command, const std::string& pendingFile) {
-    if (running_)
+    if (running_) {
         return {.ok = false, .message = "a command is running", .changed = false, .logPath = {}, .notes = {}};
+    }
     const While running(running_);
     const Drawing::Mark before = drawing().mark();
     host_.clearNotes();
@@ -116,8 +121,9 @@ CommandOutcome DeskSession::run(std::string_view command, const std::string& pen
 }
 
 bool DeskSession::addLayer(const std::string& name) {
-    if (drawing().findLayer(name))
+    if (drawing().findLayer(name)) {
         return false;
+    }
     const Drawing::Mark before = drawing().mark();
     drawing().addLayer(name);
     keepStep(StepKind::Layer, before);
@@ -125,16 +131,18 @@ bool DeskSession::addLayer(const std::string& name) {
 }
 
 void DeskSession::setZone(int zone) {
-    if (drawing().zone() == zone)
+    if (drawing().zone() == zone) {
         return;
+    }
     const Drawing::Mark before = drawing().mark();
     drawing().setZone(zone);
     keepStep(StepKind::Zone, before);
 }
 
 bool DeskSession::undo() {
-    if (steps_.empty() || running_)
+    if (steps_.empty() || running_) {
         return false;
+    }
     Drawing::Removed removed = drawing().takeBack(steps_.back().before);
     undone_.push_back({std::move(steps_.back()), std::move(removed)});
     steps_.pop_back();
@@ -143,8 +151,9 @@ bool DeskSession::undo() {
 }
 
 bool DeskSession::redo() {
-    if (undone_.empty() || running_)
+    if (undone_.empty() || running_) {
         return false;
+    }
     UndoneStep undone = std::move(undone_.back());
     undone_.pop_back();
     if (!drawing().putBack(std::move(undone.removed))) {
@@ -166,10 +175,11 @@ std::vector<std::string> modulePaths(const std::string& programFolder) {
     std::vector<std::string> paths;
     if (const char* named = std::getenv("FENMARK_MODULE_PATH"); named != nullptr && *named != '\0') {
         std::error_code error;
-        if (std::filesystem::is_directory(named, error))
+        if (std::filesystem::is_directory(named, error)) {
             paths.push_back((std::filesystem::path(named) / kModuleName).string());
-        else
+        } else {
             paths.emplace_back(named);
+        }
     }
     const std::filesystem::path folder(programFolder);
     paths.push_back((folder / kModuleName).string());

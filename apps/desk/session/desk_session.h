@@ -16,14 +16,14 @@ enum class StepKind { Import, Layer, Zone };
 
 struct Step {
     StepKind kind;
-    host::embedded::Drawing::Mark before;
+    drawing::Drawing::Mark before;
     std::string logPath; // the log that an import wrote; empty for none
 };
 
 // A step that was taken back, and what went with it.
 struct UndoneStep {
     Step step;
-    host::embedded::Drawing::Removed removed;
+    drawing::Drawing::Removed removed;
 };
 
 struct CommandOutcome {
@@ -40,16 +40,16 @@ class DeskSession {
 
     host::embedded::EmbeddedHost& host() { return host_; }
     host::embedded::ModuleHost& modules() { return modules_; }
-    host::embedded::Drawing& drawing() { return host_.drawing(); }
-    const host::embedded::Drawing& drawing() const { return host_.currentDocument()->drawing(); }
+    drawing::Drawing& drawing() { return host_.drawing(); }
+    const drawing::Drawing& drawing() const { return host_.currentDocument()->drawing(); }
 
     // The first of the paths where there is a file is loaded.
     host::embedded::ModuleResult loadModule(const std::vector<std::string>& paths);
 
     void newDrawing();
     // On failure the drawing at hand stays open.
-    host::embedded::StoreResult open(const std::string& path);
-    host::embedded::StoreResult save(const std::string& path);
+    drawing::StoreResult open(const std::string& path);
+    drawing::StoreResult save(const std::string& path);
     // Where the drawing is kept; empty for a new one.
     const std::string& path() const { return host_.currentDocument()->store().path(); }
     // True if closing the drawing would lose something.
@@ -76,7 +76,7 @@ class DeskSession {
 
   private:
     void replaceDocument(host::embedded::Document& old);
-    bool keepStep(StepKind kind, const host::embedded::Drawing::Mark& before, const std::string& logPath = {});
+    bool keepStep(StepKind kind, const drawing::Drawing::Mark& before, const std::string& logPath = {});
 
     host::embedded::EmbeddedHost host_;
     host::embedded::ModuleHost modules_; // gone before the host that its modules know

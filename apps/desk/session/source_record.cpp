@@ -21,8 +21,9 @@ constexpr std::size_t kFewestDigits = 5;   // of the numbers in a log
 constexpr std::size_t kMostDigits = 12;
 
 std::string lowered(std::string text) {
-    for (char& c : text)
+    for (char& c : text) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
     return text;
 }
 
@@ -46,25 +47,30 @@ std::string decoded(std::string_view bytes) {
 std::optional<std::int64_t> recordNumberIn(std::string_view line) {
     const auto end = std::find_if_not(line.begin(), line.end(), sima::isDigit);
     const auto digits = static_cast<std::size_t>(end - line.begin());
-    if (digits < kFewestDigits || digits > kMostDigits)
+    if (digits < kFewestDigits || digits > kMostDigits) {
         return std::nullopt;
+    }
     const std::string_view behind = line.substr(digits);
-    if (!behind.starts_with(' ') && !behind.starts_with("行目"))
+    if (!behind.starts_with(' ') && !behind.starts_with("行目")) {
         return std::nullopt;
+    }
     return std::stoll(std::string(line.substr(0, digits)));
 }
 
 std::string sourceOfLog(const std::string& logPath) {
     const std::filesystem::path log = sima::pathOf(logPath);
     std::string name = log.filename().string();
-    if (!name.ends_with(kLogEnd))
+    if (!name.ends_with(kLogEnd)) {
         return {};
+    }
     name.resize(name.size() - kLogEnd.size());
     std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(log.parent_path(), error))
+    for (const auto& entry : std::filesystem::directory_iterator(log.parent_path(), error)) {
         if (entry.path().stem().string() == name && lowered(entry.path().extension().string()) == ".sim" &&
-            entry.is_regular_file(error))
+            entry.is_regular_file(error)) {
             return entry.path().string();
+        }
+    }
     return {};
 }
 
@@ -76,8 +82,9 @@ std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t nu
     std::string section;
     std::string crossSection;
     for (std::int64_t at = 1; at <= number + around && std::getline(file, line); ++at) {
-        if (line.ends_with('\r'))
+        if (line.ends_with('\r')) {
             line.pop_back();
+        }
         const std::string_view code = sima::trim(std::string_view(line).substr(0, line.find(',')));
         if (at <= number && opensSection(code)) {
             section = line;
@@ -85,17 +92,20 @@ std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t nu
         } else if (at <= number && code == "I01") {
             crossSection = line;
         }
-        if (at >= excerpt.first)
+        if (at >= excerpt.first) {
             excerpt.lines.push_back(decoded(line));
-        if (at == number)
+        }
+        if (at == number) {
             excerpt.record = {number, decoded(line), decoded(section), decoded(crossSection)};
+        }
         if (at < number && closesSection(code)) {
             section.clear();
             crossSection.clear();
         }
     }
-    if (excerpt.record.number == 0)
+    if (excerpt.record.number == 0) {
         return std::nullopt;
+    }
     return excerpt;
 }
 

@@ -60,10 +60,12 @@ void CommandPanel::enter() {
     // A completion would otherwise be put into the line again after it was cleared.
     edit_->completer()->popup()->hide();
     edit_->clear();
-    if (command.isEmpty())
+    if (command.isEmpty()) {
         return;
-    if (typed_.isEmpty() || typed_.last() != command)
+    }
+    if (typed_.isEmpty() || typed_.last() != command) {
         typed_.append(command);
+    }
     at_ = typed_.size();
     say(QStringLiteral("> ") + command);
     emit entered(command);
@@ -71,10 +73,12 @@ void CommandPanel::enter() {
 
 void CommandPanel::recall(int step) {
     const qsizetype next = at_ + step;
-    if (next < 0 || next > typed_.size())
+    if (next < 0 || next > typed_.size()) {
         return;
-    if (at_ == typed_.size())
+    }
+    if (at_ == typed_.size()) {
         unfinished_ = edit_->text();
+    }
     at_ = next;
     edit_->setText(at_ == typed_.size() ? unfinished_ : typed_[at_]);
 }
@@ -87,8 +91,9 @@ bool CommandPanel::eventFilter(QObject* watched, QEvent* event) {
             return true;
         }
         if (key->key() == Qt::Key_Escape) {
-            if (edit_->text().isEmpty())
+            if (edit_->text().isEmpty()) {
                 emit left();
+            }
             edit_->clear();
             at_ = typed_.size();
             return true;

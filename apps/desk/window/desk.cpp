@@ -54,12 +54,14 @@ std::optional<QSize> sizeOf(const std::string& text) {
     const QStringList sides = QString::fromStdString(text).split(QLatin1Char('x'));
     bool wide = false;
     bool high = false;
-    if (sides.size() != 2)
+    if (sides.size() != 2) {
         return std::nullopt;
+    }
     const QSize size(sides[0].toInt(&wide), sides[1].toInt(&high));
     if (!wide || !high || size.width() < 1 || size.height() < 1 || size.width() > kLargestSide ||
-        size.height() > kLargestSide)
+        size.height() > kLargestSide) {
         return std::nullopt;
+    }
     return size;
 }
 
@@ -89,13 +91,15 @@ Options parse(const std::vector<std::string>& arguments) {
             options.screenshot = *value;
         } else if (name == "--size") {
             const std::optional<QSize> size = sizeOf(*value);
-            if (!size)
+            if (!size) {
                 options.wrong = "--size: " + *value + " is no size such as 1400x900";
+            }
             options.size = size.value_or(options.size);
             options.sizeGiven = true;
         } else if (name == "--lang") {
-            if (*value != "ja" && *value != "en")
+            if (*value != "ja" && *value != "en") {
                 options.wrong = "--lang: " + *value + " is neither ja nor en";
+            }
             options.language = *value == "ja" ? Language::Japanese : Language::English;
         } else if (name.size() > 1 && name.front() == '-') {
             options.wrong = "no option named " + name;
@@ -106,8 +110,9 @@ Options parse(const std::vector<std::string>& arguments) {
         }
     }
     if (options.wrong.empty() && !options.help && !options.version && !options.screenshot.empty() &&
-        options.file.empty())
+        options.file.empty()) {
         options.wrong = "--screenshot needs a drawing to show";
+    }
     return options;
 }
 
@@ -117,44 +122,51 @@ int fail(int code, const std::string& message) {
 }
 
 Language languageFor(const Options& options) {
-    if (options.language)
+    if (options.language) {
         return *options.language;
+    }
     const QString kept =
         options.screenshot.empty() ? QSettings().value(QStringLiteral("language")).toString() : QString();
-    if (kept == QStringLiteral("ja"))
+    if (kept == QStringLiteral("ja")) {
         return Language::Japanese;
+    }
     return kept == QStringLiteral("en") ? Language::English : languageOfLocale();
 }
 
 int takePicture(const Options& options) {
     MainWindow window({languageFor(options), false});
     window.loadModule(modulePaths(QApplication::applicationDirPath().toStdString()));
-    const host::embedded::StoreResult opened = window.showDrawing(options.file);
-    if (!opened)
+    const drawing::StoreResult opened = window.showDrawing(options.file);
+    if (!opened) {
         return fail(kNotDone, opened.message);
+    }
     window.resize(options.size);
     window.show();
     // The panels settle in a few rounds of the event loop.
-    for (int round = 0; round < 5; ++round)
+    for (int round = 0; round < 5; ++round) {
         QApplication::processEvents();
+    }
     window.plan().fitAll();
     window.plan().clearFocus();
     QApplication::processEvents();
-    if (!window.grab().toImage().save(QString::fromStdString(options.screenshot), "PNG"))
+    if (!window.grab().toImage().save(QString::fromStdString(options.screenshot), "PNG")) {
         return fail(kNotDone, options.screenshot + ": cannot be written");
+    }
     return 0;
 }
 
 int runWindow(const Options& options) {
     MainWindow window({languageFor(options), true});
     window.loadModule(modulePaths(QApplication::applicationDirPath().toStdString()));
-    if (options.sizeGiven)
+    if (options.sizeGiven) {
         window.resize(options.size);
+    }
     window.show();
-    if (!options.file.empty())
+    if (!options.file.empty()) {
         QTimer::singleShot(0, &window, [&] {
             window.openFileSafely(QFileInfo(QString::fromLocal8Bit(options.file.c_str())).absoluteFilePath());
         });
+    }
     return QApplication::exec();
 }
 
@@ -164,9 +176,11 @@ void useJapaneseFonts() {
     QFont font = QApplication::font();
     QStringList families{font.family()};
     const QStringList known = QFontDatabase::families();
-    for (const char* family : {"Yu Gothic UI", "Meiryo UI", "Noto Sans CJK JP", "IPAPGothic", "TakaoPGothic"})
-        if (known.contains(QLatin1String(family)))
+    for (const char* family : {"Yu Gothic UI", "Meiryo UI", "Noto Sans CJK JP", "IPAPGothic", "TakaoPGothic"}) {
+        if (known.contains(QLatin1String(family))) {
             families << QLatin1String(family);
+        }
+    }
     font.setFamilies(families);
     QApplication::setFont(font);
 }
@@ -181,10 +195,12 @@ int runDesk(int argc, char** argv) {
         std::puts("fenmark-desk " FENMARK_VERSION);
         return 0;
     }
-    if (!options.wrong.empty())
+    if (!options.wrong.empty()) {
         return fail(kWrongUsage, options.wrong + " (--help tells the usage)");
-    if (!options.screenshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    }
+    if (!options.screenshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     int toolkitArgc = 1; // the options are ours, all of them
     QApplication application(toolkitArgc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Fenmark"));

@@ -39,13 +39,14 @@ FindPanel::FindPanel(const Texts& texts, QWidget* parent)
     connect(list_, &QListWidget::itemClicked, this, [this] { choose(list_->currentRow()); });
 }
 
-void FindPanel::setDrawing(const host::embedded::Drawing* drawing) {
+void FindPanel::setDrawing(const drawing::Drawing* drawing) {
     drawing_ = drawing;
     names_.reset();
-    if (isVisible())
+    if (isVisible()) {
         search();
-    else
+    } else {
         list_->clear();
+    }
 }
 
 void FindPanel::retranslate() {
@@ -64,31 +65,37 @@ void FindPanel::search() {
     list_->clear();
     found_.clear();
     count_->clear();
-    if (drawing_ == nullptr || edit_->text().trimmed().isEmpty())
+    if (drawing_ == nullptr || edit_->text().trimmed().isEmpty()) {
         return;
-    if (names_ == nullptr)
+    }
+    if (names_ == nullptr) {
         names_ = std::make_unique<NameSearch>(*drawing_);
+    }
     NameSearch::Result result = names_->find(edit_->text(), kMostShown);
     found_ = std::move(result.objects);
-    for (const PlanObject& object : found_)
+    for (const PlanObject& object : found_) {
         list_->addItem(objectTitle(*drawing_, object, texts_));
-    if (found_.empty())
+    }
+    if (found_.empty()) {
         count_->setText(texts_(Text::FindNothing));
-    else if (found_.size() < result.total)
+    } else if (found_.size() < result.total) {
         count_->setText(texts_(Text::FindCountCut).arg(result.total).arg(found_.size()));
-    else
+    } else {
         count_->setText(texts_(Text::FindCount).arg(result.total));
+    }
     list_->setCurrentRow(found_.empty() ? -1 : 0);
 }
 
 void FindPanel::choose(int row) {
-    if (row >= 0 && static_cast<std::size_t>(row) < found_.size())
+    if (row >= 0 && static_cast<std::size_t>(row) < found_.size()) {
         emit objectChosen(found_[static_cast<std::size_t>(row)]);
+    }
 }
 
 bool FindPanel::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress) {
         return QWidget::eventFilter(watched, event);
+    }
     const auto* key = static_cast<QKeyEvent*>(event);
     switch (key->key()) {
     case Qt::Key_Return:
@@ -102,8 +109,9 @@ bool FindPanel::eventFilter(QObject* watched, QEvent* event) {
     case Qt::Key_Down:
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
-        if (watched != edit_)
+        if (watched != edit_) {
             break;
+        }
         QApplication::sendEvent(list_, event);
         return true;
     default:

@@ -3,7 +3,7 @@
 
 #include "desk/language/texts.h"
 #include "desk/plan/name_search.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -24,7 +24,7 @@ class FindPanel : public QWidget {
     explicit FindPanel(const Texts& texts, QWidget* parent = nullptr);
 
     // The drawing changed, or is another one: names are read anew when they are next asked for.
-    void setDrawing(const host::embedded::Drawing* drawing);
+    void setDrawing(const drawing::Drawing* drawing);
     void retranslate();
     void startTyping();
 
@@ -44,7 +44,7 @@ class FindPanel : public QWidget {
     void choose(int row);
 
     const Texts& texts_;
-    const host::embedded::Drawing* drawing_ = nullptr;
+    const drawing::Drawing* drawing_ = nullptr;
     std::unique_ptr<NameSearch> names_;
     std::vector<PlanObject> found_;
     QLineEdit* edit_;

@@ -81,8 +81,9 @@ void draw(QPainter& painter, Picture picture, const QColor& accent) {
         drawLens(painter);
         painter.setPen(coloured);
         painter.drawLine(QPointF(7.5, 10.5), QPointF(13.5, 10.5));
-        if (picture == Picture::ZoomIn)
+        if (picture == Picture::ZoomIn) {
             painter.drawLine(QPointF(10.5, 7.5), QPointF(10.5, 13.5));
+        }
         break;
     case Picture::ZoomWindow:
         drawLens(painter);
@@ -97,8 +98,9 @@ void draw(QPainter& painter, Picture picture, const QColor& accent) {
         painter.drawPath(path);
         painter.setPen(ink);
         painter.setBrush(Qt::white);
-        for (const QPointF& at : {QPointF(3.5, 19.8), QPointF(10.2, 11.8), QPointF(20.5, 4.2)})
+        for (const QPointF& at : {QPointF(3.5, 19.8), QPointF(10.2, 11.8), QPointF(20.5, 4.2)}) {
             painter.drawEllipse(at, 2.0, 2.0);
+        }
         break;
     }
     }

@@ -8,7 +8,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::ElementType;
+using drawing::ElementType;
 
 namespace {
 
@@ -41,18 +41,20 @@ QIcon lineSample(const QColor& colour, double width, Qt::PenStyle pen = Qt::Soli
 
 QIcon styleSample(FigureStyle style) {
     const QColor& colour = colourOf(style);
-    if (style <= FigureStyle::OtherPoint)
+    if (style <= FigureStyle::OtherPoint) {
         return sample([&](QPainter& painter) {
             painter.setPen(QPen(colour, 1.2));
             painter.setBrush(kPaper);
             painter.drawRect(QRectF(kSampleSize.width() / 2.0 - 2.5, kSampleSize.height() / 2.0 - 2.5, 5.0, 5.0));
         });
-    if (style == FigureStyle::Lot)
+    }
+    if (style == FigureStyle::Lot) {
         return sample([&](QPainter& painter) {
             painter.setPen(QPen(colour, 1.0));
             painter.setBrush(kLotFill);
             painter.drawRect(QRectF(4.5, 3.5, kSampleSize.width() - 9.0, kSampleSize.height() - 7.0));
         });
+    }
     return lineSample(colour, 1.4, style == FigureStyle::IpLine ? Qt::DashDotLine : Qt::SolidLine);
 }
 
@@ -78,21 +80,25 @@ LegendPanel::LegendPanel(const Texts& texts, QWidget* parent) : QListWidget(pare
 }
 
 void LegendPanel::addKind(const QIcon& icon, Text name, std::size_t count) {
-    if (count > 0)
+    if (count > 0) {
         addItem(new QListWidgetItem(icon, texts_(Text::KindCount).arg(texts_(name)).arg(count)));
+    }
 }
 
-void LegendPanel::fill(const StyleCounts& entities, const host::embedded::Drawing& drawing) {
+void LegendPanel::fill(const StyleCounts& entities, const drawing::Drawing& drawing) {
     clear();
     for (const auto& [type, name] : kElements) {
         std::size_t count = 0;
-        for (std::size_t a = 0; a < drawing.alignmentCount(); ++a)
-            for (const host::embedded::Element& element : drawing.alignment(a).elements)
+        for (std::size_t a = 0; a < drawing.alignmentCount(); ++a) {
+            for (const drawing::Element& element : drawing.alignment(a).elements) {
                 count += element.type == type ? 1 : 0;
+            }
+        }
         addKind(lineSample(colourOf(type), 2.0), name, count);
     }
-    for (const auto& [style, name] : kStyles)
+    for (const auto& [style, name] : kStyles) {
         addKind(styleSample(style), name, entities[static_cast<std::size_t>(style)]);
+    }
 }
 
 } // namespace fenmark::desk

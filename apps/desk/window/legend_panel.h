@@ -3,7 +3,7 @@
 
 #include "desk/language/texts.h"
 #include "desk/plan/plan_style.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QListWidget>
 
@@ -16,7 +16,7 @@ class LegendPanel : public QListWidget {
     explicit LegendPanel(const Texts& texts, QWidget* parent = nullptr);
 
     // The entities were counted already; elements are counted here.
-    void fill(const StyleCounts& entities, const host::embedded::Drawing& drawing);
+    void fill(const StyleCounts& entities, const drawing::Drawing& drawing);
 
   private:
     void addKind(const QIcon& sample, Text name, std::size_t count);

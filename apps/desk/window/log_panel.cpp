@@ -41,10 +41,11 @@ class ErrorLines : public QSyntaxHighlighter {
   protected:
     void highlightBlock(const QString& line) override {
         if (line.contains(QStringLiteral("ERROR")) || line.contains(QStringLiteral("エラー")) ||
-            line.contains(QStringLiteral("できません")))
+            line.contains(QStringLiteral("できません"))) {
             setFormat(0, static_cast<int>(line.size()), QColor(0xb3, 0x1b, 0x1b));
-        else if (line.startsWith(QStringLiteral("-----")))
+        } else if (line.startsWith(QStringLiteral("-----"))) {
             setFormat(0, static_cast<int>(line.size()), QColor(0x1f, 0x6f, 0xd6));
+        }
     }
 };
 
@@ -65,39 +66,49 @@ LogPanel::LogPanel(QWidget* parent) : QPlainTextEdit(parent) {
 std::optional<std::int64_t> LogPanel::recordAt(int line) const {
     auto textAt = [this](int number) { return document()->findBlockByNumber(number).text(); };
     auto numberAt = [&](int number) { return recordNumberIn(textAt(number).toStdString()); };
-    if (line < 0 || line >= document()->blockCount() || textAt(line).trimmed().isEmpty())
+    if (line < 0 || line >= document()->blockCount() || textAt(line).trimmed().isEmpty()) {
         return std::nullopt;
-    if (const auto number = numberAt(line))
+    }
+    if (const auto number = numberAt(line)) {
         return number;
+    }
     // Head and title of an error stand above its number, its foot below.
-    for (int below = 1; below <= kErrorTitleLines; ++below)
-        if (opensError(textAt(line)) || opensError(textAt(line - 1)))
-            if (const auto number = numberAt(line + below))
+    for (int below = 1; below <= kErrorTitleLines; ++below) {
+        if (opensError(textAt(line)) || opensError(textAt(line - 1))) {
+            if (const auto number = numberAt(line + below)) {
                 return number;
-    if (textAt(line).startsWith(QStringLiteral("------")))
+            }
+        }
+    }
+    if (textAt(line).startsWith(QStringLiteral("------"))) {
         return numberAt(line - 1);
+    }
     // What an import made of a section stands below the section's end.
     for (int above = 1; above <= kMostLinesBelow; ++above) {
         const QString text = textAt(line - above);
         if (text.isEmpty() ||
-            !(textAt(line).startsWith(QLatin1Char(' ')) || textAt(line).startsWith(QStringLiteral("ERROR  "))))
+            !(textAt(line).startsWith(QLatin1Char(' ')) || textAt(line).startsWith(QStringLiteral("ERROR  ")))) {
             return std::nullopt;
-        if (const auto number = numberAt(line - above))
+        }
+        if (const auto number = numberAt(line - above)) {
             return number;
+        }
     }
     return std::nullopt;
 }
 
 void LogPanel::markLine() {
-    if (recordAt(textCursor().blockNumber()))
+    if (recordAt(textCursor().blockNumber())) {
         markBlock(*this, textCursor());
-    else
+    } else {
         setExtraSelections({});
+    }
 }
 
 void LogPanel::choose(int line) {
-    if (const auto number = recordAt(line))
+    if (const auto number = recordAt(line)) {
         emit recordChosen(*number);
+    }
 }
 
 void LogPanel::mouseMoveEvent(QMouseEvent* event) {
@@ -109,15 +120,17 @@ void LogPanel::mouseMoveEvent(QMouseEvent* event) {
 void LogPanel::mouseReleaseEvent(QMouseEvent* event) {
     QPlainTextEdit::mouseReleaseEvent(event);
     // Whoever drags wants to copy.
-    if (event->button() == Qt::LeftButton && !textCursor().hasSelection())
+    if (event->button() == Qt::LeftButton && !textCursor().hasSelection()) {
         choose(cursorForPosition(event->position().toPoint()).blockNumber());
+    }
 }
 
 void LogPanel::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         choose(textCursor().blockNumber());
-    else
+    } else {
         QPlainTextEdit::keyPressEvent(event);
+    }
 }
 
 void LogPanel::showLog(const std::string& path, const Texts& texts) {
@@ -134,8 +147,9 @@ void LogPanel::showLog(const std::string& path, const Texts& texts) {
     sima::decodeCp932(text, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
     QString shown = QString::fromStdString(text);
     shown.remove(QLatin1Char('\r'));
-    if (!file.atEnd())
+    if (!file.atEnd()) {
         shown += QLatin1Char('\n') + texts(Text::LogTooLong).arg(QString::fromStdString(path));
+    }
     setPlainText(shown);
 }
 
@@ -150,8 +164,9 @@ SourcePanel::SourcePanel(QWidget* parent) : QPlainTextEdit(parent) {
 void SourcePanel::show(const SourceExcerpt& excerpt) {
     QString text;
     std::int64_t number = excerpt.first;
-    for (const std::string& line : excerpt.lines)
+    for (const std::string& line : excerpt.lines) {
         text += QStringLiteral("%1  %2\n").arg(number++, 6).arg(QString::fromStdString(line));
+    }
     text.chop(1);
     setPlainText(text);
     const auto at = static_cast<int>(excerpt.record.number - excerpt.first);

@@ -87,26 +87,32 @@ MainWindow::~MainWindow() {
 }
 
 QAction* MainWindow::action(Text text) const {
-    for (const auto& [action, own] : actions_)
-        if (own == text)
+    for (const auto& [action, own] : actions_) {
+        if (own == text) {
             return action;
+        }
+    }
     return nullptr;
 }
 
 QDockWidget* MainWindow::dock(Text text) const {
-    for (const auto& [dock, own] : docks_)
-        if (own == text)
+    for (const auto& [dock, own] : docks_) {
+        if (own == text) {
             return dock;
+        }
+    }
     return nullptr;
 }
 
 QAction* MainWindow::addAction(QMenu* menu, Text text, const QKeySequence& keys, std::function<void()> act) {
     auto* action = new QAction(this);
     action->setShortcut(keys);
-    if (menu != nullptr)
+    if (menu != nullptr) {
         menu->addAction(action);
-    if (act)
+    }
+    if (act) {
         connect(action, &QAction::triggered, this, [this, act = std::move(act)] { guarded(act); });
+    }
     actions_.emplace_back(action, text);
     return action;
 }
@@ -158,8 +164,9 @@ void MainWindow::makeMenus() {
     addAction(view, Text::ShowAll, {}, [this] { layers_->setAllShown(true); });
     addAction(view, Text::HideAll, {}, [this] { layers_->setAllShown(false); });
     view->addSeparator();
-    for (const auto& [dock, text] : docks_)
+    for (const auto& [dock, text] : docks_) {
         view->addAction(dock->toggleViewAction());
+    }
     view->addSeparator();
     addAction(view, Text::NextPane, QKeySequence(Qt::Key_F6), [this] { focusNextPane(1); });
     auto* back = new QAction(this);
@@ -223,15 +230,18 @@ void MainWindow::makeToolBar() {
     toolBar_->setMovable(false);
     toolBar_->setIconSize({20, 20});
     toolBar_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    for (const Text text : {Text::New, Text::Open, Text::Save})
+    for (const Text text : {Text::New, Text::Open, Text::Save}) {
         toolBar_->addAction(action(text));
+    }
     toolBar_->addSeparator();
     toolBar_->addAction(action(Text::Import));
-    for (const Text text : {Text::Undo, Text::Redo, Text::Find})
+    for (const Text text : {Text::Undo, Text::Redo, Text::Find}) {
         toolBar_->addAction(action(text));
+    }
     toolBar_->addSeparator();
-    for (const Text text : {Text::Fit, Text::ZoomIn, Text::ZoomOut, Text::ZoomWindow})
+    for (const Text text : {Text::Fit, Text::ZoomIn, Text::ZoomOut, Text::ZoomWindow}) {
         toolBar_->addAction(action(text));
+    }
 }
 
 void MainWindow::paintIcons() {
@@ -242,8 +252,9 @@ void MainWindow::paintIcons() {
           std::pair(Text::Undo, Picture::Undo), std::pair(Text::Redo, Picture::Redo),
           std::pair(Text::Find, Picture::Find), std::pair(Text::Fit, Picture::Fit),
           std::pair(Text::ZoomIn, Picture::ZoomIn), std::pair(Text::ZoomOut, Picture::ZoomOut),
-          std::pair(Text::ZoomWindow, Picture::ZoomWindow)})
+          std::pair(Text::ZoomWindow, Picture::ZoomWindow)}) {
         action(text)->setIcon(icon(picture, ink));
+    }
     setWindowIcon(icon(Picture::Program, ink));
 }
 
@@ -264,8 +275,9 @@ void MainWindow::makePanels() {
     source_ = new SourcePanel;
     legend_ = new LegendPanel(texts_);
     find_ = new FindPanel(texts_);
-    for (QWidget* panel : {static_cast<QWidget*>(log_), static_cast<QWidget*>(source_)})
+    for (QWidget* panel : {static_cast<QWidget*>(log_), static_cast<QWidget*>(source_)}) {
         panel->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    }
     auto* logAndSource = new QSplitter(Qt::Vertical);
     logAndSource->addWidget(log_);
     logAndSource->addWidget(source_);
@@ -277,8 +289,9 @@ void MainWindow::makePanels() {
     QDockWidget* properties = addDock(Text::PropertiesPanel, properties_, Qt::RightDockWidgetArea);
     QDockWidget* command = addDock(Text::CommandPanel, command_, Qt::BottomDockWidgetArea);
     QDockWidget* log = addDock(Text::LogPanel, logAndSource, Qt::BottomDockWidgetArea);
-    for (QWidget* side : {static_cast<QWidget*>(sites_), static_cast<QWidget*>(properties_)})
+    for (QWidget* side : {static_cast<QWidget*>(sites_), static_cast<QWidget*>(properties_)}) {
         side->setMinimumWidth(kLeastSideWidth);
+    }
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     resizeDocks({sites, properties}, {330, 300}, Qt::Horizontal);
@@ -320,8 +333,9 @@ void MainWindow::setLanguage(Language language) {
     texts_.setLanguage(language);
     retranslate();
     drawingChanged();
-    if (options_.keepSettings)
+    if (options_.keepSettings) {
         QSettings().setValue(QStringLiteral("language"), language == Language::Japanese ? "ja" : "en");
+    }
 }
 
 void MainWindow::retranslate() {
@@ -335,14 +349,18 @@ void MainWindow::retranslate() {
     }
     for (const auto& [text, shortText] :
          {std::pair(Text::Fit, Text::FitShort), std::pair(Text::Import, Text::ImportShort),
-          std::pair(Text::ZoomWindow, Text::WindowShort)})
+          std::pair(Text::ZoomWindow, Text::WindowShort)}) {
         action(text)->setIconText(texts_(shortText));
-    for (const auto& [menu, text] : menus_)
+    }
+    for (const auto& [menu, text] : menus_) {
         menu->setTitle(texts_(text));
-    for (const auto& [dock, text] : docks_)
+    }
+    for (const auto& [dock, text] : docks_) {
         dock->setWindowTitle(texts_(text));
-    for (const auto& [choice, number] : zones_)
+    }
+    for (const auto& [choice, number] : zones_) {
         choice->setText(number == 0 ? texts_(Text::NoZone) : texts_(Text::ZoneNumber).arg(number));
+    }
     toolBar_->setWindowTitle(texts_(Text::Toolbar));
     command_->retranslate(texts_);
     plan_->setAccessibleName(texts_(Text::PlanName));
@@ -359,8 +377,9 @@ void MainWindow::retranslate() {
 }
 
 void MainWindow::readSettings() {
-    if (!options_.keepSettings)
+    if (!options_.keepSettings) {
         return;
+    }
     const QSettings settings;
     recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList();
     lastFolder_ = settings.value(QStringLiteral("folder")).toString();
@@ -369,16 +388,18 @@ void MainWindow::readSettings() {
 }
 
 void MainWindow::writeSettings() const {
-    if (!options_.keepSettings)
+    if (!options_.keepSettings) {
         return;
+    }
     QSettings settings;
     settings.setValue(QStringLiteral("geometry"), saveGeometry());
     settings.setValue(QStringLiteral("panels"), saveState());
 }
 
 void MainWindow::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange && toolBar_ != nullptr)
+    if (event->type() == QEvent::PaletteChange && toolBar_ != nullptr) {
         paintIcons();
+    }
     QMainWindow::changeEvent(event);
 }
 

@@ -69,7 +69,7 @@ class MainWindow : public QMainWindow {
         guarded([&] { openFile(path); });
     }
     // Shows a drawing without asking or telling anybody.
-    host::embedded::StoreResult showDrawing(const std::string& path);
+    drawing::StoreResult showDrawing(const std::string& path);
 
     QString positionText() const { return position_->text(); }
     QString stationText() const { return station_->text(); }

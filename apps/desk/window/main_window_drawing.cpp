@@ -14,7 +14,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
 
 namespace {
 
@@ -57,13 +57,16 @@ void MainWindow::guarded(const std::function<void()>& act) {
 
 bool MainWindow::loadModule(const std::vector<std::string>& paths) {
     const host::embedded::ModuleResult result = session_.loadModule(paths);
-    if (!result.ok)
+    if (!result.ok) {
         command_->say(texts_(Text::CannotLoadModule).arg(QString::fromStdString(result.message)));
+    }
     QStringList names;
-    for (const host::embedded::RegisteredCommand& command : session_.modules().commands())
+    for (const host::embedded::RegisteredCommand& command : session_.modules().commands()) {
         names << QString::fromStdString(command.globalName);
-    for (const char* name : kOwnCommands)
+    }
+    for (const char* name : kOwnCommands) {
         names << QLatin1String(name);
+    }
     command_->setCommands(names);
     updateActions();
     return result.ok;
@@ -73,40 +76,42 @@ void MainWindow::runCommand(const QString& command) {
     guarded([&] {
         const QString name = command.trimmed();
         auto is = [&](const char* own) { return name.compare(QLatin1String(own), Qt::CaseInsensitive) == 0; };
-        if (session_.isRunning())
+        if (session_.isRunning()) {
             command_->say(texts_(Text::CommandRunning));
-        else if (is("New"))
+        } else if (is("New")) {
             newDrawing();
-        else if (is("Open"))
+        } else if (is("Open")) {
             chooseDrawing();
-        else if (is("Save"))
+        } else if (is("Save")) {
             saveDrawing();
-        else if (is("SaveAs"))
+        } else if (is("SaveAs")) {
             saveDrawingAs();
-        else if (is("Export"))
+        } else if (is("Export")) {
             exportDrawing();
-        else if (is("Undo"))
+        } else if (is("Undo")) {
             undo();
-        else if (is("Redo"))
+        } else if (is("Redo")) {
             redo();
-        else if (is("Find"))
+        } else if (is("Find")) {
             startFind();
-        else if (is("Fit"))
+        } else if (is("Fit")) {
             plan_->fitAll();
-        else if (is("Layer"))
+        } else if (is("Layer")) {
             addLayer();
-        else if (is("Help") || name == QStringLiteral("?"))
+        } else if (is("Help") || name == QStringLiteral("?")) {
             command_->say(texts_(Text::CommandHelp)
                               .arg(QStringLiteral("Fenmark, Fenmarks, Fenmark2, New, Open, Save, "
                                                   "SaveAs, Export, Undo, Redo, Find, Fit, Layer, Help")));
-        else
+        } else {
             runModuleCommand(name);
+        }
     });
 }
 
 void MainWindow::importFile() {
-    if (!session_.isRunning())
+    if (!session_.isRunning()) {
         startImport({});
+    }
 }
 
 void MainWindow::startImport(const QString& pendingFile) {
@@ -116,8 +121,9 @@ void MainWindow::startImport(const QString& pendingFile) {
 
 void MainWindow::runModuleCommand(const QString& command, const QString& pendingFile) {
     bool known = false;
-    for (const host::embedded::RegisteredCommand& registered : session_.modules().commands())
+    for (const host::embedded::RegisteredCommand& registered : session_.modules().commands()) {
         known = known || command.compare(QString::fromStdString(registered.globalName), Qt::CaseInsensitive) == 0;
+    }
     if (!known) {
         command_->say(texts_(Text::CommandUnknown).arg(command));
         return;
@@ -128,32 +134,37 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     const std::size_t alignments = session_.drawing().alignmentCount();
     const CommandOutcome outcome = session_.run(command.toStdString(), pendingFile.toStdString());
     plan_->setFrozen(false);
-    if (outcome.changed)
+    if (outcome.changed) {
         drawingChanged();
+    }
     if (!outcome.logPath.empty()) {
         log_->showLog(outcome.logPath, texts_);
         source_->hide();
     }
     sayNotes(outcome.notes);
-    if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments)
+    if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments) {
         command_->say(texts_(Text::Added)
                           .arg(session_.drawing().entityCount() - entities)
                           .arg(session_.drawing().alignmentCount() - alignments));
+    }
     updateTitle();
     updateActions();
 }
 
 void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
-    if (notes.otherSense > 0)
+    if (notes.otherSense > 0) {
         command_->say(texts_(Text::OtherSense).arg(notes.otherSense));
-    for (const host::embedded::RefusedElement& element : notes.refused)
+    }
+    for (const host::embedded::RefusedElement& element : notes.refused) {
         command_->say(
             texts_(Text::BreaksOff)
                 .arg(QString::fromStdString(element.alignment), metres(element.length), refusalText(element, texts_)));
-    for (const host::embedded::BrokenJoint& joint : notes.brokenJoints)
+    }
+    for (const host::embedded::BrokenJoint& joint : notes.brokenJoints) {
         command_->say(texts_(Text::BrokenJoint)
                           .arg(QString::fromStdString(joint.alignment), metres(joint.station))
                           .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2));
+    }
 }
 
 void MainWindow::undo() {
@@ -162,11 +173,13 @@ void MainWindow::undo() {
         return;
     }
     const StepKind kind = session_.steps().back().kind;
-    if (!session_.undo())
+    if (!session_.undo()) {
         return;
+    }
     drawingChanged();
-    if (kind == StepKind::Import)
+    if (kind == StepKind::Import) {
         showLastLog();
+    }
     command_->say(texts_(Text::Undone).arg(stepName(kind)));
 }
 
@@ -178,8 +191,9 @@ void MainWindow::redo() {
     }
     const StepKind kind = session_.steps().back().kind;
     drawingChanged();
-    if (kind == StepKind::Import)
+    if (kind == StepKind::Import) {
         showLastLog();
+    }
     command_->say(texts_(Text::Redone).arg(stepName(kind)));
 }
 
@@ -197,8 +211,9 @@ void MainWindow::startFind() {
 
 void MainWindow::showObject(const PlanObject& object) {
     const Drawing& drawing = session_.drawing();
-    if (session_.isRunning() || !exists(drawing, object))
+    if (session_.isRunning() || !exists(drawing, object)) {
         return;
+    }
     if (desk::isHidden(plan_->look(), drawing, object)) {
         const std::string_view layer = object.kind == PlanObject::Kind::Entity ? drawing.entity(object.index).layer
                                                                                : drawing.alignment(object.index).layer;
@@ -217,34 +232,41 @@ void MainWindow::showRecord(qint64 number) {
     }
     source_->show(*excerpt);
     const Step* import = session_.lastImport();
-    if (import == nullptr || import->logPath != log_->path())
+    if (import == nullptr || import->logPath != log_->path()) {
         return;
-    if (const auto object = objectOfRecord(session_.drawing(), import->before, excerpt->record))
+    }
+    if (const auto object = objectOfRecord(session_.drawing(), import->before, excerpt->record)) {
         showObject(*object);
+    }
 }
 
 void MainWindow::addLayer() {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return;
+    }
     const QString name =
         questions_.name(this, withoutMnemonic(texts_(Text::AddLayer)), texts_(Text::LayerName)).trimmed();
-    if (name.isEmpty())
+    if (name.isEmpty()) {
         return;
-    if (session_.addLayer(name.toStdString()))
+    }
+    if (session_.addLayer(name.toStdString())) {
         drawingChanged();
-    else
+    } else {
         tell(texts_(Text::LayerTaken).arg(name));
+    }
 }
 
 void MainWindow::setZone(int zone) {
-    if (!session_.isRunning())
+    if (!session_.isRunning()) {
         session_.setZone(zone);
+    }
     drawingChanged();
 }
 
 QString MainWindow::stepName(StepKind kind) const {
-    if (kind == StepKind::Layer)
+    if (kind == StepKind::Layer) {
         return texts_(Text::StepLayer);
+    }
     return texts_(kind == StepKind::Zone ? Text::StepZone : Text::StepImport);
 }
 
@@ -278,8 +300,9 @@ void MainWindow::drawingChanged() {
     const std::size_t points = std::accumulate(counts.begin(), counts.begin() + kPointStyles, std::size_t{0});
     counts_->setText(
         texts_(Text::StatusCounts).arg(points).arg(plan_->index().size() - points).arg(drawing.alignmentCount()));
-    for (const auto& [choice, number] : zones_)
+    for (const auto& [choice, number] : zones_) {
         choice->setChecked(number == drawing.zone());
+    }
     updateTitle();
     updateActions();
 }
@@ -301,7 +324,7 @@ void MainWindow::selectionChanged() {
 
 void MainWindow::pointerMoved(double x, double y) {
     position_->setText(texts_(Text::StatusPosition).arg(metres(y), metres(x)));
-    const host::embedded::Extent seen = plan_->view().visible();
+    const drawing::Extent seen = plan_->view().visible();
     const double reach = std::max(kStationReach, std::hypot(seen.maxX - seen.minX, seen.maxY - seen.minY));
     const std::optional<NearestStation> nearest =
         nearestStation(session_.drawing(), plan_->index(), plan_->look(), x, y, reach);
@@ -324,9 +347,11 @@ void MainWindow::updateTitle() {
 
 void MainWindow::updateActions() {
     const bool idle = !session_.isRunning();
-    for (const auto& [action, text] : actions_)
-        if (text != Text::About && text != Text::Keys)
+    for (const auto& [action, text] : actions_) {
+        if (text != Text::About && text != Text::Keys) {
             action->setEnabled(idle);
+        }
+    }
     QAction* undoAction = action(Text::Undo);
     undoAction->setEnabled(idle && !session_.steps().empty());
     undoAction->setText(session_.steps().empty() ? texts_(Text::Undo)
@@ -348,9 +373,11 @@ void MainWindow::focusNextPane(int step) {
                                       log_,  source_, find_->edit(), properties_};
     const QWidget* focus = focusWidget(); // also while another window is in use
     std::size_t at = 0;
-    for (std::size_t i = 0; i < panes.size(); ++i)
-        if (panes[i] == focus || panes[i]->isAncestorOf(focus))
+    for (std::size_t i = 0; i < panes.size(); ++i) {
+        if (panes[i] == focus || panes[i]->isAncestorOf(focus)) {
             at = i;
+        }
+    }
     for (std::size_t tried = 0; tried < panes.size(); ++tried) {
         at = (at + panes.size() + static_cast<std::size_t>(step + static_cast<int>(panes.size()))) % panes.size();
         if (panes[at]->isVisible()) {

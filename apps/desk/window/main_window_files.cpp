@@ -21,7 +21,7 @@
 
 namespace fenmark::desk {
 
-using host::embedded::StoreResult;
+using drawing::StoreResult;
 
 namespace {
 
@@ -29,7 +29,7 @@ constexpr qsizetype kRecentFiles = 10;
 
 struct Format {
     const char* extension;
-    exchange::Notes (*write)(const host::embedded::Drawing& drawing, std::ostream& out);
+    exchange::Notes (*write)(const drawing::Drawing& drawing, std::ostream& out);
 };
 
 constexpr Format kFormats[] = {
@@ -64,8 +64,9 @@ void MainWindow::tell(const QString& message) {
 }
 
 bool MainWindow::mayLoseDrawing() {
-    if (!session_.hasChanges())
+    if (!session_.hasChanges()) {
         return true;
+    }
     QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"), texts_(Text::SaveChanges).arg(fileName()),
                     QMessageBox::NoButton, this);
     QPushButton* save = box.addButton(texts_(Text::SaveButton), QMessageBox::AcceptRole);
@@ -77,30 +78,35 @@ bool MainWindow::mayLoseDrawing() {
     box.setDefaultButton(save);
     box.setEscapeButton(cancel);
     box.exec();
-    if (box.clickedButton() == static_cast<QAbstractButton*>(save))
+    if (box.clickedButton() == static_cast<QAbstractButton*>(save)) {
         return saveDrawing();
+    }
     return box.clickedButton() == static_cast<QAbstractButton*>(discard);
 }
 
 void MainWindow::newDrawing() {
-    if (session_.isRunning() || !mayLoseDrawing())
+    if (session_.isRunning() || !mayLoseDrawing()) {
         return;
+    }
     releaseDrawing();
     session_.newDrawing();
     drawingReplaced();
 }
 
 void MainWindow::chooseDrawing() {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return;
+    }
     const QString path = questions_.open(this, texts_(Text::OpenTitle), lastFolder_, texts_(Text::DrawingFilter));
-    if (!path.isEmpty())
+    if (!path.isEmpty()) {
         openDrawing(path);
+    }
 }
 
 bool MainWindow::openDrawing(const QString& path) {
-    if (!mayLoseDrawing())
+    if (!mayLoseDrawing()) {
         return false;
+    }
     const StoreResult result = showDrawing(path.toStdString());
     if (!result) {
         command_->say(QString::fromStdString(result.message));
@@ -120,10 +126,12 @@ StoreResult MainWindow::showDrawing(const std::string& path) {
 }
 
 bool MainWindow::openFile(const QString& path) {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return false;
-    if (endsIn(path, ".gpkg"))
+    }
+    if (endsIn(path, ".gpkg")) {
         return openDrawing(path);
+    }
     if (endsIn(path, ".sim")) {
         startImport(QFileInfo(path).absoluteFilePath());
         return true;
@@ -146,24 +154,28 @@ bool MainWindow::saveTo(const QString& path) {
 }
 
 bool MainWindow::saveDrawing() {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return false;
+    }
     return session_.path().empty() ? saveDrawingAs() : saveTo(QString::fromStdString(session_.path()));
 }
 
 bool MainWindow::saveDrawingAs() {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return false;
+    }
     QString proposal = QString::fromStdString(session_.path());
-    if (proposal.isEmpty())
+    if (proposal.isEmpty()) {
         proposal = QDir(lastFolder_).filePath(texts_(Text::Untitled) + QStringLiteral(".gpkg"));
+    }
     const QString path = questions_.save(this, texts_(Text::SaveTitle), proposal, texts_(Text::DrawingFilter));
     return !path.isEmpty() && saveTo(withExtension(path, ".gpkg"));
 }
 
 void MainWindow::exportDrawing() {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return;
+    }
     const QString filters = QStringList{texts_(Text::SvgFilter), texts_(Text::DxfFilter), texts_(Text::LandXmlFilter),
                                         texts_(Text::GeoJsonFilter), texts_(Text::CsvFilter)}
                                 .join(QStringLiteral(";;"));
@@ -172,12 +184,14 @@ void MainWindow::exportDrawing() {
                              : QDir(QFileInfo(QString::fromStdString(session_.path())).absolutePath())
                                    .filePath(QFileInfo(fileName()).completeBaseName());
     QString path = questions_.save(this, texts_(Text::ExportTitle), stem + QStringLiteral(".svg"), filters);
-    if (path.isEmpty())
+    if (path.isEmpty()) {
         return;
+    }
     path = withExtension(path, ".svg");
     for (const Format& format : kFormats) {
-        if (!endsIn(path, format.extension))
+        if (!endsIn(path, format.extension)) {
             continue;
+        }
         exchange::Notes notes;
         const std::string failure = exchange::writeFile(
             path.toStdString(), [&](std::ostream& out) { notes = format.write(session_.drawing(), out); });
@@ -187,8 +201,9 @@ void MainWindow::exportDrawing() {
             return;
         }
         command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
-        for (const std::string& note : notes)
+        for (const std::string& note : notes) {
             command_->say(QString::fromStdString(note));
+        }
         return;
     }
     tell(texts_(Text::UnknownExport).arg(path));
@@ -199,8 +214,9 @@ void MainWindow::rememberFile(const QString& path) {
     lastFolder_ = QFileInfo(path).absolutePath();
     recentFiles_.removeAll(whole);
     recentFiles_.prepend(whole);
-    while (recentFiles_.size() > kRecentFiles)
+    while (recentFiles_.size() > kRecentFiles) {
         recentFiles_.removeLast();
+    }
     if (options_.keepSettings) {
         QSettings settings;
         settings.setValue(QStringLiteral("recentFiles"), recentFiles_);
@@ -219,35 +235,44 @@ void MainWindow::fillRecentMenu() {
         recentMenu_->addAction(QStringLiteral("&%1  %2").arg((i + 1) % 10).arg(shown), this,
                                [this, path] { guarded([this, path] { openFile(path); }); });
     }
-    if (recentFiles_.isEmpty())
+    if (recentFiles_.isEmpty()) {
         return;
+    }
     recentMenu_->addSeparator();
     recentMenu_->addAction(texts_(Text::ClearRecent), this, [this] {
         recentFiles_.clear();
-        if (options_.keepSettings)
+        if (options_.keepSettings) {
             QSettings().remove(QStringLiteral("recentFiles"));
+        }
         // The menu must not lose the entry that is at work.
         QTimer::singleShot(0, this, &MainWindow::fillRecentMenu);
     });
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (session_.isRunning() || !event->mimeData()->hasUrls())
+    if (session_.isRunning() || !event->mimeData()->hasUrls()) {
         return;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile() && isOurs(url.toLocalFile()))
+    }
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile() && isOurs(url.toLocalFile())) {
             event->acceptProposedAction();
+        }
+    }
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    if (session_.isRunning())
+    if (session_.isRunning()) {
         return;
+    }
     QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile())
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
             paths.append(url.toLocalFile());
-    if (paths.isEmpty())
+        }
+    }
+    if (paths.isEmpty()) {
         return;
+    }
     event->acceptProposedAction();
     // The program that the files come from waits until this returns, so that dialogs come later.
     QTimer::singleShot(0, this, [this, paths] { guarded([this, paths] { openDropped(paths); }); });
@@ -256,12 +281,16 @@ void MainWindow::dropEvent(QDropEvent* event) {
 // A drawing opens first, and SIMA files go into it one by one.
 void MainWindow::openDropped(const QStringList& paths) {
     activateWindow();
-    for (const QString& path : paths)
-        if (endsIn(path, ".gpkg") && !openFile(path))
+    for (const QString& path : paths) {
+        if (endsIn(path, ".gpkg") && !openFile(path)) {
             return;
-    for (const QString& path : paths)
-        if (!endsIn(path, ".gpkg"))
+        }
+    }
+    for (const QString& path : paths) {
+        if (!endsIn(path, ".gpkg")) {
             openFile(path);
+        }
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -12,8 +12,8 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
+using drawing::Alignment;
+using drawing::Drawing;
 
 namespace {
 
@@ -21,8 +21,9 @@ constexpr int kAlignmentRole = Qt::UserRole;
 constexpr int kElementRole = Qt::UserRole + 1;
 
 void alignNumbers(QTreeWidgetItem* item) {
-    for (int column = 1; column < 4; ++column)
+    for (int column = 1; column < 4; ++column) {
         item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    }
 }
 
 QTreeWidgetItem* alignmentItem(const Alignment& alignment, std::size_t index, const Texts& texts) {
@@ -33,7 +34,7 @@ QTreeWidgetItem* alignmentItem(const Alignment& alignment, std::size_t index, co
     QList<QTreeWidgetItem*> elements;
     double station = alignment.startStation;
     for (std::size_t e = 0; e < alignment.elements.size(); ++e) {
-        const host::embedded::Element& element = alignment.elements[e];
+        const drawing::Element& element = alignment.elements[e];
         auto* row = new QTreeWidgetItem(
             {elementName(element, texts), metres(element.length), radiusText(element, texts), metres(station)});
         row->setData(0, kAlignmentRole, static_cast<qulonglong>(index));
@@ -57,23 +58,28 @@ SitesPanel::SitesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent
     setIndentation(14);
     header()->setStretchLastSection(true);
     connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
-        if (marking_)
+        if (marking_) {
             return;
-        if (const std::optional<PlanObject> object = objectOf(item))
+        }
+        if (const std::optional<PlanObject> object = objectOf(item)) {
             emit chosen(*object);
+        }
     });
     connect(this, &QTreeWidget::itemActivated, this, [this](const QTreeWidgetItem* item) {
-        if (const std::optional<PlanObject> object = objectOf(item))
+        if (const std::optional<PlanObject> object = objectOf(item)) {
             emit activatedObject(*object);
+        }
     });
 }
 
 std::optional<PlanObject> SitesPanel::objectOf(const QTreeWidgetItem* item) const {
-    if (item == nullptr || !item->data(0, kAlignmentRole).isValid())
+    if (item == nullptr || !item->data(0, kAlignmentRole).isValid()) {
         return std::nullopt;
+    }
     PlanObject object{PlanObject::Kind::Alignment, item->data(0, kAlignmentRole).toULongLong(), {}};
-    if (item->data(0, kElementRole).isValid())
+    if (item->data(0, kElementRole).isValid()) {
         object.element = item->data(0, kElementRole).toULongLong();
+    }
     return object;
 }
 
@@ -100,11 +106,14 @@ void SitesPanel::fill(const Drawing& drawing) {
         item->setExpanded(true);
     }
     addTopLevelItems(rootless);
-    if (drawing.alignmentCount() <= 8)
-        for (QTreeWidgetItem* item : alignments_)
+    if (drawing.alignmentCount() <= 8) {
+        for (QTreeWidgetItem* item : alignments_) {
             item->setExpanded(true);
-    for (int column = 0; column < columnCount(); ++column)
+        }
+    }
+    for (int column = 0; column < columnCount(); ++column) {
         resizeColumnToContents(column);
+    }
     marking_ = false;
 }
 
@@ -113,15 +122,17 @@ void SitesPanel::mark(const std::optional<PlanObject>& object) {
     QTreeWidgetItem* item = nullptr;
     if (object && object->kind == PlanObject::Kind::Alignment && object->index < alignments_.size()) {
         item = alignments_[object->index];
-        if (object->element && static_cast<int>(*object->element) < item->childCount())
+        if (object->element && static_cast<int>(*object->element) < item->childCount()) {
             item = item->child(static_cast<int>(*object->element));
+        }
     }
     if (item != currentItem()) {
         setCurrentItem(item);
-        if (item == nullptr)
+        if (item == nullptr) {
             clearSelection();
-        else
+        } else {
             scrollToItem(item);
+        }
     }
     marking_ = false;
 }
@@ -129,8 +140,9 @@ void SitesPanel::mark(const std::optional<PlanObject>& object) {
 LayersPanel::LayersPanel(QWidget* parent) : QListWidget(parent) {
     setObjectName(QStringLiteral("layers"));
     connect(this, &QListWidget::itemChanged, this, [this] {
-        if (!filling_)
+        if (!filling_) {
             emit shownChanged();
+        }
     });
 }
 
@@ -148,22 +160,25 @@ void LayersPanel::fill(const Drawing& drawing, bool showAll) {
 
 std::vector<bool> LayersPanel::hidden() const {
     std::vector<bool> hidden(static_cast<std::size_t>(count()));
-    for (int i = 0; i < count(); ++i)
+    for (int i = 0; i < count(); ++i) {
         hidden[static_cast<std::size_t>(i)] = item(i)->checkState() == Qt::Unchecked;
+    }
     return hidden;
 }
 
 void LayersPanel::setAllShown(bool shown) {
     filling_ = true;
-    for (int i = 0; i < count(); ++i)
+    for (int i = 0; i < count(); ++i) {
         item(i)->setCheckState(shown ? Qt::Checked : Qt::Unchecked);
+    }
     filling_ = false;
     emit shownChanged();
 }
 
 void LayersPanel::showLayer(std::size_t layer) {
-    if (QListWidgetItem* found = item(static_cast<int>(layer)))
+    if (QListWidgetItem* found = item(static_cast<int>(layer))) {
         found->setCheckState(Qt::Checked);
+    }
 }
 
 PropertiesPanel::PropertiesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent), texts_(texts) {
@@ -192,9 +207,11 @@ void PropertiesPanel::show(const Drawing& drawing, const std::optional<PlanObjec
         items.append(item);
     }
     addTopLevelItems(items);
-    for (int i = 0; i < topLevelItemCount(); ++i)
-        if (topLevelItem(i)->font(0).bold())
+    for (int i = 0; i < topLevelItemCount(); ++i) {
+        if (topLevelItem(i)->font(0).bold()) {
             topLevelItem(i)->setFirstColumnSpanned(true);
+        }
+    }
     resizeColumnToContents(0);
 }
 
@@ -204,8 +221,9 @@ void PropertiesPanel::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QString text;
-    for (int i = 0; i < topLevelItemCount(); ++i)
+    for (int i = 0; i < topLevelItemCount(); ++i) {
         text += topLevelItem(i)->text(0) + QLatin1Char('\t') + topLevelItem(i)->text(1) + QLatin1Char('\n');
+    }
     QGuiApplication::clipboard()->setText(text);
 }
 

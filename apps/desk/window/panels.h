@@ -3,7 +3,7 @@
 
 #include "desk/language/texts.h"
 #include "desk/plan/plan_object.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QListWidget>
 #include <QTreeWidget>
@@ -20,7 +20,7 @@ class SitesPanel : public QTreeWidget {
   public:
     explicit SitesPanel(const Texts& texts, QWidget* parent = nullptr);
 
-    void fill(const host::embedded::Drawing& drawing);
+    void fill(const drawing::Drawing& drawing);
     // Marks the object's row, or none.
     void mark(const std::optional<PlanObject>& object);
 
@@ -44,7 +44,7 @@ class LayersPanel : public QListWidget {
     explicit LayersPanel(QWidget* parent = nullptr);
 
     // Boxes of layers that were there keep their ticks, unless all are to be shown.
-    void fill(const host::embedded::Drawing& drawing, bool showAll);
+    void fill(const drawing::Drawing& drawing, bool showAll);
     std::vector<bool> hidden() const;
     void setAllShown(bool shown);
     void showLayer(std::size_t layer);
@@ -62,7 +62,7 @@ class PropertiesPanel : public QTreeWidget {
   public:
     explicit PropertiesPanel(const Texts& texts, QWidget* parent = nullptr);
 
-    void show(const host::embedded::Drawing& drawing, const std::optional<PlanObject>& object);
+    void show(const drawing::Drawing& drawing, const std::optional<PlanObject>& object);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override; // copies the rows

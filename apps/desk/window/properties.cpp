@@ -8,12 +8,12 @@
 
 namespace fenmark::desk {
 
-using host::embedded::Alignment;
-using host::embedded::Drawing;
-using host::embedded::Element;
-using host::embedded::ElementType;
-using host::embedded::EntityView;
-using host::embedded::Extent;
+using drawing::Alignment;
+using drawing::Drawing;
+using drawing::Element;
+using drawing::ElementType;
+using drawing::EntityView;
+using drawing::Extent;
 
 namespace {
 
@@ -58,8 +58,9 @@ void addEntity(Sheet& sheet, const Drawing& drawing, std::size_t index) {
     } else {
         sheet.add(Text::Vertices, QString::number(entity.vertices.size()));
         sheet.add(entity.closed ? Text::Perimeter : Text::Length, metres(lengthOf(entity)) + QStringLiteral(" m"));
-        if (entity.closed)
+        if (entity.closed) {
             sheet.add(Text::Area, metres(std::abs(exchange::signedArea(entity.vertices))) + QStringLiteral(" m²"));
+        }
     }
     if (!entity.row) {
         sheet.heading(sheet.text(Text::Table) + QLatin1Char(' ') + sheet.text(Text::NoRow));
@@ -76,11 +77,13 @@ void addAlignment(Sheet& sheet, const Drawing& drawing, const Alignment& alignme
     sheet.heading(sheet.text(Text::Alignment));
     sheet.add(Text::ColumnName, fromUtf8(alignment.name));
     sheet.add(Text::Identifier, QString::number(alignment.id.asUint64()));
-    if (const auto site = drawing.findSite(alignment.site))
+    if (const auto site = drawing.findSite(alignment.site)) {
         sheet.add(Text::Site, fromUtf8(drawing.sites()[*site].name));
+    }
     sheet.add(Text::Layer, fromUtf8(alignment.layer));
-    if (!alignment.description.empty())
+    if (!alignment.description.empty()) {
         sheet.add(Text::Description, fromUtf8(alignment.description));
+    }
     sheet.add(Text::Length, metres(alignment.length()) + QStringLiteral(" m"));
     sheet.add(Text::StartStation, metres(alignment.startStation));
     sheet.add(Text::EndStation, metres(alignment.startStation + alignment.length()));
@@ -90,8 +93,9 @@ void addAlignment(Sheet& sheet, const Drawing& drawing, const Alignment& alignme
 void addElement(Sheet& sheet, const Alignment& alignment, std::size_t index) {
     const Element& element = alignment.elements[index];
     double station = alignment.startStation;
-    for (std::size_t i = 0; i < index; ++i)
+    for (std::size_t i = 0; i < index; ++i) {
         station += alignment.elements[i].length;
+    }
     auto radius = [&](double value) {
         return std::isinf(value) ? sheet.text(Text::Infinite) : metres(value) + QStringLiteral(" m");
     };
@@ -108,22 +112,27 @@ void addElement(Sheet& sheet, const Alignment& alignment, std::size_t index) {
         sheet.add(Text::StartRadius, radius(element.startRadius));
         sheet.add(Text::EndRadius, radius(element.endRadius));
     }
-    if (element.type != ElementType::Straight)
+    if (element.type != ElementType::Straight) {
         sheet.add(Text::Turns, sheet.text(element.clockwise ? Text::Right : Text::Left));
+    }
     sheet.place(Text::StartPoint, element.start.x, element.start.y);
     sheet.place(Text::EndPoint, element.end.x, element.end.y);
     sheet.add(Text::StartDirection, azimuthText(element.direction));
-    if (element.type == ElementType::Arc)
+    if (element.type == ElementType::Arc) {
         sheet.place(Text::Centre, element.centre().x, element.centre().y);
-    if (element.type != ElementType::Straight)
-        if (const auto pi = element.pi())
+    }
+    if (element.type != ElementType::Straight) {
+        if (const auto pi = element.pi()) {
             sheet.place(Text::PointOfIntersection, pi->x, pi->y);
+        }
+    }
 }
 
 void addDrawing(Sheet& sheet, const Drawing& drawing) {
     std::size_t points = 0;
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i)
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         points += drawing.entity(i).isPoint() ? 1 : 0;
+    }
     sheet.heading(sheet.text(Text::Drawing));
     sheet.add(Text::Points, QString::number(points));
     sheet.add(Text::Polylines, QString::number(drawing.entityCount() - points));
@@ -133,8 +142,9 @@ void addDrawing(Sheet& sheet, const Drawing& drawing) {
     sheet.add(Text::ZoneShort,
               drawing.zone() == 0 ? sheet.text(Text::NoZone) : sheet.text(Text::ZoneNumber).arg(drawing.zone()));
     const Extent& extent = drawing.extent();
-    if (extent.empty())
+    if (extent.empty()) {
         return;
+    }
     sheet.add(Text::ExtentNorth, QStringLiteral("%1 … %2").arg(metres(extent.minY), metres(extent.maxY)));
     sheet.add(Text::ExtentEast, QStringLiteral("%1 … %2").arg(metres(extent.minX), metres(extent.maxX)));
 }
@@ -148,8 +158,9 @@ QString metres(double value) {
 
 QString azimuthText(double direction) {
     double degrees = std::fmod(90.0 - direction * 180.0 / kPi, 360.0);
-    if (degrees < 0.0)
+    if (degrees < 0.0) {
         degrees += 360.0;
+    }
     auto hundredths = std::llround(degrees * 360000.0) % (360LL * 360000LL);
     const long long whole = hundredths / 360000;
     hundredths %= 360000;
@@ -161,14 +172,16 @@ QString azimuthText(double direction) {
 }
 
 QString elementName(const Element& element, const Texts& texts) {
-    if (element.type == ElementType::Arc)
+    if (element.type == ElementType::Arc) {
         return texts(Text::Arc);
+    }
     return texts(element.type == ElementType::Clothoid ? Text::Clothoid : Text::Straight);
 }
 
 QString radiusText(const Element& element, const Texts& texts) {
-    if (element.type == ElementType::Arc)
+    if (element.type == ElementType::Arc) {
         return QStringLiteral("R ") + metres(element.startRadius);
+    }
     if (element.type == ElementType::Clothoid) {
         const double growth = std::abs(element.endCurvature() - element.startCurvature()) / element.length;
         return QStringLiteral("A ") + metres(std::sqrt(1.0 / growth));
@@ -185,8 +198,9 @@ QString objectTitle(const Drawing& drawing, const PlanObject& object, const Text
         return QStringLiteral("%1 (%2)").arg(fromUtf8(alignment.name).trimmed(), kind);
     }
     const EntityView entity = drawing.entity(object.index);
-    if (!entity.row)
+    if (!entity.row) {
         return texts(entity.isPoint() ? Text::Point : entity.closed ? Text::ClosedPolyline : Text::Polyline);
+    }
     return QStringLiteral("%1 (%2)").arg(fromUtf8(entity.row->name).trimmed(), fromUtf8(entity.row->type));
 }
 
@@ -200,8 +214,9 @@ std::vector<Property> propertiesOf(const Drawing& drawing, const std::optional<P
         addEntity(sheet, drawing, object->index);
     } else {
         const Alignment& alignment = drawing.alignment(object->index);
-        if (object->element)
+        if (object->element) {
             addElement(sheet, alignment, *object->element);
+        }
         addAlignment(sheet, drawing, alignment);
     }
     return lines;

@@ -3,7 +3,7 @@
 
 #include "desk/language/texts.h"
 #include "desk/plan/plan_object.h"
-#include "host/embedded/drawing.h"
+#include "drawing/drawing.h"
 
 #include <QString>
 
@@ -19,18 +19,18 @@ struct Property {
 };
 
 // Of the object, or of the whole drawing if there is none. Coordinates are told as surveyors do: X north, Y east.
-std::vector<Property> propertiesOf(const host::embedded::Drawing& drawing, const std::optional<PlanObject>& object,
+std::vector<Property> propertiesOf(const drawing::Drawing& drawing, const std::optional<PlanObject>& object,
                                    const Texts& texts);
 
 // "BP (座標)" for an object with a row, the name of an alignment and its element, or what kind of object it is.
-QString objectTitle(const host::embedded::Drawing& drawing, const PlanObject& object, const Texts& texts);
+QString objectTitle(const drawing::Drawing& drawing, const PlanObject& object, const Texts& texts);
 
 // Three decimals, and never a minus zero.
 QString metres(double value);
 // An azimuth from north, clockwise, as degrees, minutes and seconds: "123°04'05.67"".
 QString azimuthText(double direction);
-QString elementName(const host::embedded::Element& element, const Texts& texts);
+QString elementName(const drawing::Element& element, const Texts& texts);
 // "∞" for a straight, "R" and "A" values otherwise.
-QString radiusText(const host::embedded::Element& element, const Texts& texts);
+QString radiusText(const drawing::Element& element, const Texts& texts);
 
 } // namespace fenmark::desk

@@ -49,15 +49,17 @@ class WrongUsage : public std::runtime_error {
 
 std::string listOfKinds() {
     std::string list;
-    for (std::string_view name : kKindNames)
+    for (std::string_view name : kKindNames) {
         list.append(list.empty() ? "" : " ").append(name);
+    }
     return list;
 }
 
 std::size_t kindNamed(std::string_view name) {
     const auto found = std::find(kKindNames.begin(), kKindNames.end(), name);
-    if (found == kKindNames.end())
+    if (found == kKindNames.end()) {
         throw WrongUsage("no kind of data is named '" + std::string(name) + "'; the kinds are " + listOfKinds());
+    }
     return static_cast<std::size_t>(found - kKindNames.begin());
 }
 
@@ -65,12 +67,13 @@ std::array<bool, sima::kImportKinds> wantedKinds(const Raw& raw) {
     std::array<bool, sima::kImportKinds> wanted{};
     wanted.fill(raw.only.empty());
     const auto set = [&wanted](const std::vector<std::string>& lists, bool value) {
-        for (const std::string& list : lists)
+        for (const std::string& list : lists) {
             for (std::size_t at = 0; at <= list.size();) {
                 const std::size_t end = std::min(list.find(',', at), list.size());
                 wanted[kindNamed(std::string_view(list).substr(at, end - at))] = value;
                 at = end + 1;
             }
+        }
     };
     set(raw.only, true);
     set(raw.skip, false);
@@ -82,21 +85,24 @@ sima::Encoding encodingNamed(const std::string& name) {
 }
 
 double realArgument(const std::string& text, const char* what) {
-    if (const std::optional<double> value = parseReal(text))
+    if (const std::optional<double> value = parseReal(text)) {
         return *value;
+    }
     throw WrongUsage(std::string(what) + " is not a number of metres: '" + text + "'");
 }
 
 double stationArgument(const std::string& text) {
-    if (const std::optional<double> station = parseStation(text))
+    if (const std::optional<double> station = parseStation(text)) {
         return *station;
+    }
     throw WrongUsage("STATION is neither a number of metres nor a station such as No.6+0.5 or 1k234.5: '" + text + "'");
 }
 
 // Whoever starts the program from a script with an unset variable should read what is missing.
 void requireName(const std::string& name, const char* what) {
-    if (name.empty())
+    if (name.empty()) {
         throw WrongUsage(std::string(what) + " is an empty name");
+    }
 }
 
 void addImport(CLI::App& app, Raw& raw) {
@@ -218,20 +224,24 @@ void addPlot(CLI::App& app, Raw& raw) {
 
 ParsedCommand checkedImport(Raw& raw) {
     ImportArguments& a = raw.import;
-    for (const std::string& file : a.files)
+    for (const std::string& file : a.files) {
         requireName(file, "FILE");
+    }
     requireName(a.drawing.value_or("-"), "--drawing");
     a.wanted = wantedKinds(raw);
     if (!raw.shift.empty()) {
         double metres = 0.0;
-        if (!command::parseShiftDistance(raw.shift, metres))
+        if (!command::parseShiftDistance(raw.shift, metres)) {
             throw WrongUsage("--shift must be above 0, in plain decimals: '" + raw.shift + "'");
+        }
         a.shift = metres;
     }
-    if (a.forceAlignment && !a.alignment)
+    if (a.forceAlignment && !a.alignment) {
         throw WrongUsage("--force-alignment needs --alignment NAME");
-    if (raw.zone != 0)
+    }
+    if (raw.zone != 0) {
         a.zone = raw.zone;
+    }
     a.encoding = encodingNamed(raw.importEncoding);
     a.positiveRadius = raw.positiveRadius == "left"    ? PositiveRadius::Left
                        : raw.positiveRadius == "right" ? PositiveRadius::Right
@@ -240,19 +250,22 @@ ParsedCommand checkedImport(Raw& raw) {
 }
 
 ParsedCommand checked(CLI::App& app, Raw& raw) {
-    if (app.got_subcommand("import"))
+    if (app.got_subcommand("import")) {
         return checkedImport(raw);
+    }
     if (app.got_subcommand("preview")) {
         requireName(raw.preview.file, "FILE");
         raw.preview.encoding = encodingNamed(raw.previewEncoding);
         return raw.preview;
     }
-    if (app.got_subcommand("info"))
+    if (app.got_subcommand("info")) {
         return raw.info;
+    }
     if (app.got_subcommand("station")) {
         raw.station.station = stationArgument(raw.stationText);
-        if (!raw.offsetText.empty())
+        if (!raw.offsetText.empty()) {
             raw.station.offset = realArgument(raw.offsetText, "OFFSET");
+        }
         return raw.station;
     }
     if (app.got_subcommand("locate")) {
@@ -260,8 +273,9 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
         raw.locate.y = realArgument(raw.yText, "Y");
         return raw.locate;
     }
-    if (app.got_subcommand("export"))
+    if (app.got_subcommand("export")) {
         return raw.exported;
+    }
     return PlotArguments{raw.plot};
 }
 
@@ -272,8 +286,9 @@ std::string folded(const std::string& text) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find(' ', at), text.size());
         const bool breaks = column > 0 && column + 1 + (end - at) > kTerminalColumns - kHelpColumn;
-        if (column > 0)
+        if (column > 0) {
             out += breaks ? '\n' : ' ';
+        }
         column = (breaks || column == 0 ? 0 : column + 1) + (end - at);
         out.append(text, at, end - at);
         at = end + 1;
@@ -284,16 +299,18 @@ std::string folded(const std::string& text) {
 void foldHelp(CLI::App& app) {
     for (CLI::App* command : app.get_subcommands({})) {
         command->group("Commands");
-        for (CLI::Option* option : command->get_options())
+        for (CLI::Option* option : command->get_options()) {
             option->description(folded(option->get_description()));
+        }
     }
 }
 
 // What to say of a line that names no command.
 std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
     std::string commands;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         commands.append(commands.empty() ? "" : ", ").append(command->get_name());
+    }
     const auto word = std::find_if(arguments.begin(), arguments.end(),
                                    [](const std::string& argument) { return !argument.starts_with('-'); });
     return (word == arguments.end() ? "no command is given" : "there is no command '" + *word + "'") +
@@ -327,8 +344,9 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     for (std::string& argument : reversed) {
-        if (argument.size() > 2 && argument.starts_with("-.") && argument[2] >= '0' && argument[2] <= '9')
+        if (argument.size() > 2 && argument.starts_with("-.") && argument[2] >= '0' && argument[2] <= '9') {
             argument.insert(1, "0");
+        }
     }
     try {
         app.parse(std::move(reversed));

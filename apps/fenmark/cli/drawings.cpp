@@ -7,26 +7,29 @@
 
 namespace fenmark::cli {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
 
-std::unique_ptr<Drawing> readDrawing(const std::string& path, host::embedded::Load load) {
+std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load) {
     auto drawing = std::make_unique<Drawing>();
-    host::embedded::DrawingStore store;
-    const host::embedded::StoreResult opened = store.open(path, *drawing, load);
-    if (!opened)
+    drawing::DrawingStore store;
+    const drawing::StoreResult opened = store.open(path, *drawing, load);
+    if (!opened) {
         throw Stop(kNotDone, opened.message);
+    }
     return drawing;
 }
 
 std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name) {
     std::vector<std::string> names;
     for (std::size_t i = drawing.alignmentCount(); i-- > 0;) {
-        if (drawing.alignment(i).name == name)
+        if (drawing.alignment(i).name == name) {
             return i;
+        }
     }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        if (std::find(names.begin(), names.end(), drawing.alignment(i).name) == names.end())
+        if (std::find(names.begin(), names.end(), drawing.alignment(i).name) == names.end()) {
             names.push_back(drawing.alignment(i).name);
+        }
     }
     throw Stop(kNotDone,
                path + ": the drawing has no alignment named '" + name + "'; its alignments: " + joined(names));

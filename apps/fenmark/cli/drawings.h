@@ -1,8 +1,8 @@
 // Opening drawings to read them.
 #pragma once
 
-#include "host/embedded/drawing.h"
-#include "host/embedded/geopackage/drawing_store.h"
+#include "drawing/drawing.h"
+#include "drawing/geopackage/drawing_store.h"
 
 #include <memory>
 #include <string>
@@ -10,9 +10,9 @@
 namespace fenmark::cli {
 
 // Raises Stop with a message that names file and reason.
-std::unique_ptr<host::embedded::Drawing> readDrawing(const std::string& path, host::embedded::Load load);
+std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load);
 
 // The index of the alignment of that name, the last one if several bear it. Raises Stop with the names that there are.
-std::size_t alignmentNamed(const host::embedded::Drawing& drawing, const std::string& path, const std::string& name);
+std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name);
 
 } // namespace fenmark::cli

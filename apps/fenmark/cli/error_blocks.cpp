@@ -15,16 +15,18 @@ struct Halves {
 
 Halves atFirstBlank(std::string_view text) {
     const std::size_t blank = text.find(' ');
-    if (blank == std::string_view::npos)
+    if (blank == std::string_view::npos) {
         return {text, {}};
+    }
     return {text.substr(0, blank), text.substr(blank + 1)};
 }
 
 // The number that a text begins with, without the zeros in front.
 std::string_view leadingNumber(std::string_view text) {
     std::string_view number = text.substr(0, text.find_first_not_of("0123456789"));
-    while (number.size() > 1 && number.front() == '0')
+    while (number.size() > 1 && number.front() == '0') {
         number.remove_prefix(1);
+    }
     return number;
 }
 

@@ -17,17 +17,19 @@ namespace fenmark::cli {
 
 namespace {
 
-using host::embedded::Drawing;
-using host::embedded::Load;
+using drawing::Drawing;
+using drawing::Load;
 
 bool endsIn(std::string_view path, std::string_view extension) {
-    if (path.size() < extension.size())
+    if (path.size() < extension.size()) {
         return false;
+    }
     path.remove_prefix(path.size() - extension.size());
     for (std::size_t i = 0; i < path.size(); ++i) {
         const char c = path[i];
-        if ((c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) != extension[i])
+        if ((c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) != extension[i]) {
             return false;
+        }
     }
     return true;
 }
@@ -49,10 +51,12 @@ int writeDrawing(const ExportArguments& arguments, const Format& format, const S
     exchange::Notes notes;
     const std::string failure =
         exchange::writeFile(arguments.target, [&](std::ostream& out) { notes = format.write(*drawing, out); });
-    if (!failure.empty())
+    if (!failure.empty()) {
         throw Stop(kNotDone, failure);
-    for (const std::string& note : notes)
+    }
+    for (const std::string& note : notes) {
         tellNote(streams, arguments.quiet, note);
+    }
     return kDone;
 }
 
@@ -60,24 +64,27 @@ int writeDrawing(const ExportArguments& arguments, const Format& format, const S
 
 int runInfo(const InfoArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::Everything);
-    if (arguments.json)
+    if (arguments.json) {
         exchange::writeInfoJson(*drawing, streams.out);
-    else
+    } else {
         exchange::writeSummary(*drawing, streams.out);
+    }
     return kDone;
 }
 
 int runExport(const ExportArguments& arguments, const Streams& streams) {
     for (const Format& format : kFormats) {
-        if (endsIn(arguments.target, format.extension))
+        if (endsIn(arguments.target, format.extension)) {
             return writeDrawing(arguments, format, streams);
+        }
     }
     throw Stop(kWrongUsage, arguments.target + ": the extension must be .dxf, .xml, .geojson or .csv");
 }
 
 int runPlot(const ExportArguments& arguments, const Streams& streams) {
-    if (!endsIn(arguments.target, ".svg"))
+    if (!endsIn(arguments.target, ".svg")) {
         throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg");
+    }
     return writeDrawing(arguments, {".svg", exchange::writePlanSvg}, streams);
 }
 

@@ -24,8 +24,9 @@ std::string headOf(const std::string& path) {
     std::ifstream file(sima::pathOf(path), std::ios::binary);
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-    if (const std::size_t end = head.rfind('\n'); end != std::string::npos)
+    if (const std::size_t end = head.rfind('\n'); end != std::string::npos) {
         head.resize(end + 1);
+    }
     return head;
 }
 
@@ -49,42 +50,49 @@ char sectionLetter(std::string_view text, std::string_view rest) {
 // The letter of the section that refused a record which opens a section; 0 for every other error.
 char unclosedSection(const ErrorBlock& block) {
     const std::string_view recordCode = block.record.substr(0, block.record.find(','));
-    if (!block.code.starts_with("Err") || sectionLetter(recordCode, "00") == '\0')
+    if (!block.code.starts_with("Err") || sectionLetter(recordCode, "00") == '\0') {
         return '\0';
+    }
     return sectionLetter(block.code.substr(3), "001");
 }
 
 } // namespace
 
 void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string& file, sima::Encoding encoding) {
-    if (quiet)
+    if (quiet) {
         return;
+    }
     const auto tell = [&](std::string_view text) { tellFileNote(streams, false, file, text); };
     const std::string head = headOf(file);
-    if (looksLikeUtf16(head))
+    if (looksLikeUtf16(head)) {
         tell("looks like UTF-16, which is not read; save it in code page 932 or UTF-8");
-    else if (encoding == sima::Encoding::Cp932 && !sima::isAscii(head) && sima::isValidUtf8(head))
+    } else if (encoding == sima::Encoding::Cp932 && !sima::isAscii(head) && sima::isValidUtf8(head)) {
         tell("looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
-    else if (encoding == sima::Encoding::Utf8 && !sima::isValidUtf8(head))
+    } else if (encoding == sima::Encoding::Utf8 && !sima::isValidUtf8(head)) {
         tell("is no UTF-8; without --encoding utf-8 it is read in code page 932");
-    if (head.find('\n') == std::string::npos && head.find('\r') != std::string::npos)
+    }
+    if (head.find('\n') == std::string::npos && head.find('\r') != std::string::npos) {
         tell("its lines end in a carriage return alone, so all of it is one line; save it with line feeds");
+    }
 }
 
 void tellNothingFound(const Streams& streams, bool quiet, const std::string& file, const sima::SimaReader& reader) {
     if (reader.points.empty() && reader.lots.empty() && reader.alignments.empty() && reader.hSeries.empty() &&
-        reader.intersections.empty())
+        reader.intersections.empty()) {
         tellFileNote(streams, quiet, file, "no point, lot, route or result was found in it");
+    }
 }
 
 void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
-    if (quiet)
+    if (quiet) {
         return;
+    }
     for (std::size_t i = 0; i < errorBlockCount(log); ++i) {
         const ErrorBlock block = errorBlock(log, i);
         const char section = unclosedSection(block);
-        if (section == '\0')
+        if (section == '\0') {
             continue;
+        }
         streams.err << file << ':' << block.line << ": note: " << block.record.substr(0, 3) << " inside section "
                     << section << "; " << section << "99 seems to be missing before it, and all up to the next "
                     << section << "99 is taken for section " << section << '\n';
@@ -98,10 +106,11 @@ void tellMissingCommas(const Streams& streams, bool quiet, const std::string& fi
         const ErrorBlock block = errorBlock(log, i);
         lacking += isOfFieldCount(block) && !block.record.ends_with(',') ? 1U : 0U;
     }
-    if (lacking > 0)
+    if (lacking > 0) {
         tellFileNote(streams, quiet, file,
                      std::to_string(lacking) + (lacking == 1 ? " record lacks" : " records lack") +
                          " the comma that every record of the format ends in");
+    }
 }
 
 } // namespace fenmark::cli

@@ -23,9 +23,9 @@ namespace fenmark::cli {
 
 namespace {
 
-using host::embedded::Drawing;
+using drawing::Drawing;
+using drawing::StoreResult;
 using host::embedded::EmbeddedHost;
-using host::embedded::StoreResult;
 
 bool exists(const std::string& path) {
     struct ::stat status {};
@@ -38,52 +38,61 @@ std::string drawingBeside(const std::string& file) {
 
 void openDrawing(EmbeddedHost& host, const std::string& path) {
     host::embedded::Document& document = *host.currentDocument();
-    if (!exists(path))
+    if (!exists(path)) {
         return;
-    const StoreResult opened = document.store().open(path, document.drawing(), host::embedded::Load::WithoutEntities);
-    if (!opened)
+    }
+    const StoreResult opened = document.store().open(path, document.drawing(), drawing::Load::WithoutEntities);
+    if (!opened) {
         throw Stop(kNotDone, opened.message);
+    }
 }
 
 std::vector<std::string> namesOf(const auto& items) {
     std::vector<std::string> names;
     names.reserve(items.size());
-    for (const auto& item : items)
+    for (const auto& item : items) {
         names.push_back(item.name);
+    }
     return names;
 }
 
 // What the options name must be there, or be made where an option allows it.
 void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const std::string& path) {
     if (arguments.zone && drawing.zone() != *arguments.zone) {
-        if (drawing.zone() != 0)
+        if (drawing.zone() != 0) {
             throw Stop(kNotDone, path + ": its coordinates are in zone " + std::to_string(drawing.zone()) +
                                      ", not in zone " + std::to_string(*arguments.zone));
+        }
         drawing.setZone(*arguments.zone);
     }
     for (const auto* layer : {&arguments.pointLayer, &arguments.ipLayer, &arguments.lotLayer, &arguments.stakeLayer,
                               &arguments.continuousLayer}) {
-        if (!layer->has_value() || drawing.findLayer(**layer))
+        if (!layer->has_value() || drawing.findLayer(**layer)) {
             continue;
-        if (!arguments.createLayers || (*layer)->empty())
+        }
+        if (!arguments.createLayers || (*layer)->empty()) {
             throw Stop(kNotDone, path + ": the drawing has no layer named '" + **layer + "'; its layers: " +
                                      joined(namesOf(drawing.layers())) + " (--create-layers makes a new one)");
+        }
         drawing.addLayer(**layer);
     }
     if (arguments.site && !drawing.findSite(*arguments.site)) {
         // A drawing without sites gets its first one here, so that it bears the name asked for.
-        if (!drawing.sites().empty() || arguments.site->empty())
+        if (!drawing.sites().empty() || arguments.site->empty()) {
             throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
                                      "'; its sites: " + joined(namesOf(drawing.sites())));
+        }
         drawing.addSite(*arguments.site);
     }
 }
 
 void printResult(std::ostream& out, const command::ImportResult& result, bool withName) {
-    if (withName)
+    if (withName) {
         out << result.filePath << ":\n";
-    for (const std::string& line : command::resultLines(result))
+    }
+    for (const std::string& line : command::resultLines(result)) {
         out << line << '\n';
+    }
     out.flush();
 }
 
@@ -125,29 +134,35 @@ void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
     tellNothingFound(streams, arguments.quiet, file, reader);
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
-    for (const std::string& line : host::embedded::noteLines(host.layoutNotes()))
+    for (const std::string& line : host::embedded::noteLines(host.layoutNotes())) {
         tellFileNote(streams, arguments.quiet, file, line);
-    if (arguments.alignment && !dialogs.askedForAlignment())
+    }
+    if (arguments.alignment && !dialogs.askedForAlignment()) {
         tellFileNote(streams, arguments.quiet, file,
                      "--alignment was not needed: every result has an alignment of its own");
+    }
 }
 
 // What this import made that no other program can show.
 void tellUnplaced(const Drawing& drawing, std::size_t firstEntity, std::size_t firstAlignment,
                   const ImportArguments& arguments, const std::string& file, const Streams& streams) {
     exchange::Unplaced unplaced;
-    for (std::size_t i = firstAlignment; i < drawing.alignmentCount(); ++i)
+    for (std::size_t i = firstAlignment; i < drawing.alignmentCount(); ++i) {
         unplaced.look(drawing.alignment(i));
-    for (std::size_t i = firstEntity; i < drawing.entityCount(); ++i)
+    }
+    for (std::size_t i = firstEntity; i < drawing.entityCount(); ++i) {
         unplaced.look(drawing.entity(i));
-    for (const std::string& line : unplaced.notes("kept in the drawing, but no other program can show them"))
+    }
+    for (const std::string& line : unplaced.notes("kept in the drawing, but no other program can show them")) {
         tellFileNote(streams, arguments.quiet, file, line);
+    }
 }
 
 // With a bar where the passes over the file had one.
 StoreResult saveDrawing(host::embedded::Document& document, const std::string& path, sima::ProgressFactory* bars) {
-    if (bars == nullptr)
+    if (bars == nullptr) {
         return document.store().save(path, document.drawing());
+    }
     const std::unique_ptr<sima::Progress> bar = bars->create("writing", false);
     return document.store().save(path, document.drawing(), [&](std::uint64_t done, std::uint64_t total) {
         bar->setRange(0, static_cast<std::int64_t>(total), 1);
@@ -185,10 +200,12 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
     }
     tellErrorBlocks(streams, file, reader.log);
     tellHints(arguments, file, reader.log, streams);
-    if (!brokenOff.empty() && !arguments.keepPartial)
+    if (!brokenOff.empty() && !arguments.keepPartial) {
         throw Stop(kNotDone, brokenOff + "; the drawing is left as it was");
-    if (brokenOff.empty() && !dialogs.result())
+    }
+    if (brokenOff.empty() && !dialogs.result()) {
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
+    }
 
     tellNotes(host, arguments, dialogs, file, reader, streams);
     tellUnplaced(host.drawing(), firstEntity, firstAlignment, arguments, file, streams);
@@ -196,10 +213,12 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
 
     host::embedded::Document& document = *host.currentDocument();
     const StoreResult saved = saveDrawing(document, drawingPath, dialogs.progress());
-    if (!saved)
+    if (!saved) {
         throw Stop(kNotDone, saved.message);
-    if (!brokenOff.empty())
+    }
+    if (!brokenOff.empty()) {
         throw Stop(kNotDone, brokenOff + "; what was made before that is kept in " + drawingPath);
+    }
     sima::SimaLog log;
     log.setFileName(file);
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
@@ -211,8 +230,9 @@ class OpenDrawing {
   public:
     // Raises Stop if the drawing cannot be read.
     EmbeddedHost& at(const std::string& path) {
-        if (host_ && path == path_)
+        if (host_ && path == path_) {
             return *host_;
+        }
         host_.reset();
         auto host = std::make_unique<EmbeddedHost>();
         openDrawing(*host, path);
@@ -240,10 +260,11 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
             const Outcome outcome = importFile(open.at(drawingPath), arguments, file, drawingPath, streams);
             code = std::max(code, outcome.code);
-            if (arguments.json)
+            if (arguments.json) {
                 results.push_back(jsonOf(outcome.result, drawingPath, outcome.logPath));
-            else
+            } else {
                 printResult(streams.out, outcome.result, arguments.files.size() > 1);
+            }
             tellNote(streams, arguments.quiet, "drawing " + drawingPath + ", log " + outcome.logPath);
         } catch (const Stop& stop) {
             tellError(streams, stop.what());
@@ -251,8 +272,9 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
             open.forget();
         }
     }
-    if (arguments.json)
+    if (arguments.json) {
         streams.out << (arguments.files.size() == 1 && results.size() == 1 ? results[0] : results).dump() << '\n';
+    }
     return code;
 }
 

@@ -20,18 +20,20 @@ bool ImportDialogs::showImport(command::ImportDialogState& state) {
     state.reader = sima::SimaReader();
     previewFile(state.reader, file_, context);
     command::countFromPreview(state.reader, state.options);
-    for (std::size_t kind = 0; kind < sima::kImportKinds; ++kind)
+    for (std::size_t kind = 0; kind < sima::kImportKinds; ++kind) {
         state.options.flags[kind] = arguments_.wanted[kind] && state.options.counts[kind] >= 1;
+    }
     // No dialog will open again on this preview, and its points would stand beside those of the import.
     state.reader.points.clear();
     state.reader.lots = {};
     state.reader.verticals = {};
 
     // The dialog selects the first of its sorted list.
-    if (arguments_.site)
+    if (arguments_.site) {
         state.siteName = *arguments_.site;
-    else if (!state.siteNames.empty())
+    } else if (!state.siteNames.empty()) {
         state.siteName = *std::min_element(state.siteNames.begin(), state.siteNames.end());
+    }
 
     state.pointLayer = arguments_.pointLayer.value_or(state.pointLayer);
     state.ipLayer = arguments_.ipLayer.value_or(state.ipLayer);
@@ -51,20 +53,23 @@ bool ImportDialogs::selectAlignment(const std::map<std::string, host::MdDbObject
     askedForAlignment_ = true;
     std::vector<std::string> names;
     names.reserve(alignments.size());
-    for (const auto& [alignment, unused] : alignments)
+    for (const auto& [alignment, unused] : alignments) {
         names.push_back(alignment);
+    }
     if (!arguments_.alignment) {
-        if (firstTime)
+        if (firstTime) {
             tellFileNote(streams_, arguments_.quiet, file_,
                          "results have no alignment in this import; --alignment NAME puts them on one of the "
                          "drawing, which has: " +
                              joined(names));
+        }
         return false;
     }
     const auto found = alignments.find(*arguments_.alignment);
-    if (found == alignments.end())
+    if (found == alignments.end()) {
         throw Stop(kNotDone, file_ + ": the drawing has no alignment named '" + *arguments_.alignment +
                                  "'; its alignments: " + joined(names));
+    }
     id = found->second;
     name = found->first;
     return true;

@@ -31,8 +31,9 @@ constexpr std::size_t kPiece = std::size_t{64} << 10; // bytes: standard error w
 void appendBlock(std::string& text, const std::string& file, const ErrorBlock& block) {
     text.append(file).append(":").append(block.line).append(": ");
     text.append(block.code.empty() ? "error" : block.code).append(": ").append(block.text);
-    if (block.text == sima::resourceText(sima::kMessageLongitudinalOutside))
+    if (block.text == sima::resourceText(sima::kMessageLongitudinalOutside)) {
         text.append(" ").append(block.record);
+    }
     text += '\n';
 }
 
@@ -43,13 +44,15 @@ void tellError(const Streams& streams, std::string_view text) {
 }
 
 void tellNote(const Streams& streams, bool quiet, std::string_view text) {
-    if (!quiet)
+    if (!quiet) {
         streams.err << "fenmark: note: " << text << '\n';
+    }
 }
 
 void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text) {
-    if (!quiet)
+    if (!quiet) {
         streams.err << file << ": note: " << text << '\n';
+    }
 }
 
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
@@ -63,22 +66,26 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
             text.clear();
         }
     }
-    if (told < blocks)
+    if (told < blocks) {
         streams.err << file << ": " << blocks - told << " more in the log\n";
+    }
 }
 
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines) {
-    if (quiet)
+    if (quiet) {
         return;
-    for (const auto& [kind, count] : lines)
+    }
+    for (const auto& [kind, count] : lines) {
         streams.err << file << ": note: " << count << (count == 1 ? " line" : " lines") << " passed over, " << kind
                     << '\n';
+    }
 }
 
 std::string joined(const std::vector<std::string>& names) {
     std::string text;
-    for (const std::string& name : names)
+    for (const std::string& name : names) {
         text.append(text.empty() ? "" : ", ").append(name);
+    }
     return text.empty() ? "none" : text;
 }
 
@@ -91,24 +98,30 @@ std::string plainReal(double value) {
 
 void requireReadableSimFile(const std::string& path) {
     struct ::stat status {};
-    if (::stat(path.c_str(), &status) != 0)
+    if (::stat(path.c_str(), &status) != 0) {
         throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
-    if (S_ISDIR(status.st_mode))
+    }
+    if (S_ISDIR(status.st_mode)) {
         throw Stop(kNotDone, path + ": is a folder, not a SIMA file");
-    if (!S_ISREG(status.st_mode)) // a pipe or a device would be waited for, and could not be read twice
+    }
+    if (!S_ISREG(status.st_mode)) { // a pipe or a device would be waited for, and could not be read twice
         throw Stop(kNotDone, path + ": is not an ordinary file");
-    if (!command::isSimFile(path))
+    }
+    if (!command::isSimFile(path)) {
         throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
+    }
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
+    if (file < 0) {
         throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
+    }
     ::close(file);
 }
 
 void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context) {
     try {
-        if (reader.previewScan(path, context) != 0)
+        if (reader.previewScan(path, context) != 0) {
             throw Stop(kNotDone, path + ": cannot be read");
+        }
     } catch (const std::system_error& error) {
         throw Stop(kNotDone, path + ": cannot be read: " + error.code().message());
     } catch (const sima::ShortRecord& error) {

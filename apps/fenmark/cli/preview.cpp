@@ -17,23 +17,27 @@ void printTree(std::ostream& out, const sima::SimaImportOptions& options) {
     // Labels end in blanks of their own, which are no use in a list.
     auto cut = [](std::string text) {
         constexpr std::string_view kIdeographicBlank = "\u3000";
-        if (text.ends_with(kIdeographicBlank))
+        if (text.ends_with(kIdeographicBlank)) {
             text.resize(text.size() - kIdeographicBlank.size());
-        while (text.ends_with(' '))
+        }
+        while (text.ends_with(' ')) {
             text.pop_back();
+        }
         return text;
     };
     out << cut(options.labels.back()) << '\n';
-    for (const sima::ImportKind kind : command::kTreeRows)
+    for (const sima::ImportKind kind : command::kTreeRows) {
         out << (kind == command::kTreeRows.back() ? "└─ " : "├─ ") << cut(command::treeRowText(options, kind)) << '\n';
+    }
 }
 
 void printJson(std::ostream& out, const sima::SimaReader& reader) {
     out << "{\"coordinates\":" << reader.points.size() << ",\"lots\":" << reader.lotCount()
         << ",\"longitudinal\":" << reader.longitudinalPointCount()
         << ",\"cross_sections\":" << reader.crossSectionCount() << ",\"routes\":[";
-    for (std::int32_t type = 1; type <= 7; ++type)
+    for (std::int32_t type = 1; type <= 7; ++type) {
         out << (type == 1 ? "" : ",") << reader.routesRead(type);
+    }
     out << "],\"refers_to_route_types\":[";
     const char* separator = "";
     auto refers = [&](bool used, int type) {
@@ -54,8 +58,9 @@ int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     requireReadableSimFile(arguments.file);
     ProgressBars bars(streams.err);
     sima::ReadContext context;
-    if (streams.errIsTerminal && !arguments.quiet)
+    if (streams.errIsTerminal && !arguments.quiet) {
         context.progress = &bars;
+    }
     context.encoding = arguments.encoding;
     sima::SimaReader reader;
     previewFile(reader, arguments.file, context);

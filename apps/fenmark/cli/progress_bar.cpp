@@ -16,8 +16,9 @@ class Bar : public sima::Progress {
     Bar(std::ostream& terminal, std::string_view title, std::chrono::milliseconds patience)
         : terminal_(terminal), title_(title), patience_(patience), started_(std::chrono::steady_clock::now()) {}
     ~Bar() override {
-        if (drawn_)
+        if (drawn_) {
             terminal_ << "\r\033[K" << std::flush;
+        }
     }
 
     // The caption of the window is of no use in a line that has a title.
@@ -28,12 +29,14 @@ class Bar : public sima::Progress {
     }
     void setText(std::string_view) override {}
     void setPosition(std::int64_t position) override {
-        if (position < next_)
+        if (position < next_) {
             return;
+        }
         const std::int64_t range = upper_ > lower_ ? upper_ - lower_ : 1;
         next_ = position + range / kSteps + 1;
-        if (!drawn_ && std::chrono::steady_clock::now() - started_ < patience_)
+        if (!drawn_ && std::chrono::steady_clock::now() - started_ < patience_) {
             return;
+        }
         draw(static_cast<double>(position - lower_) / static_cast<double>(range));
     }
     void pump() override {}

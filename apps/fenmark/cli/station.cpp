@@ -7,7 +7,7 @@
 
 namespace fenmark::cli {
 
-using host::embedded::Load;
+using drawing::Load;
 
 int runStation(const StationArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
@@ -21,10 +21,11 @@ int runStation(const StationArguments& arguments, const Streams& streams) {
         throw Stop(kNotDone, "station " + plainReal(arguments.station) + " lies outside the alignment '" +
                                  arguments.alignment + "': " + reach);
     }
-    if (arguments.json)
+    if (arguments.json) {
         streams.out << "{\"x\":" << plainReal(point->x) << ",\"y\":" << plainReal(point->y) << "}\n";
-    else
+    } else {
         streams.out << plainReal(point->x) << ' ' << plainReal(point->y) << '\n';
+    }
     return kDone;
 }
 
@@ -32,16 +33,19 @@ int runLocate(const LocateArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
     const auto located = drawing->geometry(index).locate({arguments.x, arguments.y});
-    if (!located)
+    if (!located) {
         throw Stop(kNotDone, "the alignment '" + arguments.alignment + "' has no elements");
-    if (arguments.json)
+    }
+    if (arguments.json) {
         streams.out << "{\"station\":" << plainReal(located->station) << ",\"offset\":" << plainReal(located->offset)
                     << ",\"perpendicular\":" << (located->perpendicular ? "true" : "false") << "}\n";
-    else
+    } else {
         streams.out << plainReal(located->station) << ' ' << plainReal(located->offset) << '\n';
-    if (!located->perpendicular && !arguments.json)
+    }
+    if (!located->perpendicular && !arguments.json) {
         tellNote(streams, false,
                  "the nearest point is an end or a kink of the alignment, not the foot of a perpendicular");
+    }
     return kDone;
 }
 

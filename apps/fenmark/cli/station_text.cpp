@@ -30,8 +30,9 @@ std::optional<double> takeDigits(std::string_view& text) {
 
 // The metres behind a stake or a kilometre, with the sign that parts them; none are 0.
 std::optional<double> metresBeyond(std::string_view text) {
-    if (text.empty())
+    if (text.empty()) {
         return 0.0;
+    }
     const bool parted = (text[0] == '+' || text[0] == '-') && text.size() > 1 && isDigit(text[1]);
     return parted ? parseReal(text) : std::nullopt;
 }
@@ -42,22 +43,26 @@ std::optional<double> sum(std::optional<double> from, std::optional<double> beyo
 
 // What stands behind "No": "6", ".6+0.5", ".-1+16".
 std::optional<double> parseStake(std::string_view text) {
-    if (text.starts_with('.'))
+    if (text.starts_with('.')) {
         text.remove_prefix(1);
+    }
     const bool before = text.starts_with('-'); // before stake 0
-    if (before)
+    if (before) {
         text.remove_prefix(1);
+    }
     std::optional<double> stake = takeDigits(text);
-    if (stake)
+    if (stake) {
         *stake *= before ? -kStakeDistance : kStakeDistance;
+    }
     return sum(stake, metresBeyond(text));
 }
 
 // What stands before and behind the "k".
 std::optional<double> parseKilometres(std::string_view kilometres, std::string_view metres) {
     std::optional<double> from = takeDigits(kilometres);
-    if (!from || !kilometres.empty())
+    if (!from || !kilometres.empty()) {
         return std::nullopt;
+    }
     *from *= kKilometre;
     const bool plusLeftOut = !metres.empty() && isDigit(metres.front());
     return sum(from, plusLeftOut ? parseReal(metres) : metresBeyond(metres));
@@ -66,20 +71,24 @@ std::optional<double> parseKilometres(std::string_view kilometres, std::string_v
 } // namespace
 
 std::optional<double> parseReal(std::string_view text) {
-    if (text.starts_with('+') && !text.starts_with("+-"))
+    if (text.starts_with('+') && !text.starts_with("+-")) {
         text.remove_prefix(1);
+    }
     double value = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
         return std::nullopt;
+    }
     return value;
 }
 
 std::optional<double> parseStation(std::string_view text) {
-    if (startsWithNo(text))
+    if (startsWithNo(text)) {
         return parseStake(text.substr(2));
-    if (const std::size_t k = text.find_first_of("kK"); k != std::string_view::npos)
+    }
+    if (const std::size_t k = text.find_first_of("kK"); k != std::string_view::npos) {
         return parseKilometres(text.substr(0, k), text.substr(k + 1));
+    }
     return parseReal(text);
 }
 

@@ -27,22 +27,25 @@ class AutomationRef {
 
     // A further reference to an object that somebody else holds.
     static AutomationRef share(T* object) {
-        if (object != nullptr)
+        if (object != nullptr) {
             object->addReference();
+        }
         return AutomationRef(object);
     }
 
     explicit operator bool() const { return object_ != nullptr; }
     T* get() const { return object_; }
     T* operator->() const {
-        if (object_ == nullptr)
+        if (object_ == nullptr) {
             throw AutomationError(kStatusPointerError, "an automation object is missing");
+        }
         return object_;
     }
 
     void release() {
-        if (T* const held = std::exchange(object_, nullptr))
+        if (T* const held = std::exchange(object_, nullptr)) {
             held->release();
+        }
     }
     // Where an operation writes its result: what was held is released first.
     T*& receive() {

@@ -24,8 +24,9 @@ mirdane::Variant pointVariant(const MdGePoint3d& point) {
     constexpr std::int32_t lowerBound = 0;
     constexpr std::size_t count = 3;
     auto array = mirdane::createSafeArray(lowerBound, count);
-    if (array == nullptr)
+    if (array == nullptr) {
         throw AutomationError(kStatusFailure, "a safe array cannot be made");
+    }
     array->values() = {point.x, point.y, point.z};
     return mirdane::Variant::array(std::move(array));
 }

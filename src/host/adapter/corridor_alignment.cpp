@@ -31,8 +31,9 @@ void runPiPass(CivilAlignment* alignment, Elements& elements) {
 std::int32_t runElementPass(CivilAlignment* alignment, Elements& elements) {
     const auto held = AutomationRef<CivilAlignment>::share(alignment);
     AutomationRef<ElementCollection> collection;
-    if (held->getElements(collection.receive()) != 0)
+    if (held->getElements(collection.receive()) != 0) {
         return -1;
+    }
     ElementCollectionAdapter adapter(std::move(collection));
     return output::addAlignmentElements(adapter, elements);
 }
@@ -44,8 +45,9 @@ void runRemovalPass(CivilAlignment* alignment, const Elements& elements) {
     try {
         AutomationRef<ElementCollection> collection;
         raiseOnFailure(held->getElements(collection.receive()));
-        if (!elements.empty() && elements[0].type == "A")
+        if (!elements.empty() && elements[0].type == "A") {
             raiseOnFailure(collection->removeAt(Variant::int32(0)));
+        }
     } catch (MirdanException* exception) {
         delete exception; // the pass counts as done all the same
     }

@@ -40,13 +40,15 @@ void MirdaneCorridorUtility::connect() {
 
     AutomationRef<AutomationObject> roadwayDocument;
     roadwayApplication_->getActiveDocument(roadwayDocument.receive());
-    if (queryInterface(roadwayDocument, roadwayDocument_) == 0)
+    if (queryInterface(roadwayDocument, roadwayDocument_) == 0) {
         civilDatabase_->getOwner(databaseOwner_.receive());
+    }
 }
 
 void MirdaneCorridorUtility::disconnect() {
-    if (!hostApplication_)
+    if (!hostApplication_) {
         throw AutomationError(kStatusPointerError, "the civil automation is not connected");
+    }
     hostApplication_.release();
     landApplication_.release();
     roadwayApplication_.release();

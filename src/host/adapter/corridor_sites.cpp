@@ -47,8 +47,9 @@ void collectSite(const AutomationRef<CivilSite>& site, std::map<std::string, MdD
 std::int32_t MirdaneCorridorUtility::listSites(std::vector<std::string>& names) {
     names.clear();
     AutomationRef<SiteCollection> sites;
-    if (civilDatabase_->getSites(sites.receive()) != 0)
+    if (civilDatabase_->getSites(sites.receive()) != 0) {
         return -1;
+    }
     std::int32_t count = 0;
     sites->count(count);
     for (std::int32_t i = 0; i < count; ++i) {
@@ -67,8 +68,9 @@ std::int32_t MirdaneCorridorUtility::listSites(std::vector<std::string>& names) 
 
 std::int32_t MirdaneCorridorUtility::createSite(std::string_view name) {
     AutomationRef<SiteCollection> sites;
-    if (civilDatabase_->getSites(sites.receive()) != 0)
+    if (civilDatabase_->getSites(sites.receive()) != 0) {
         return -1;
+    }
     AutomationRef<CivilSite> site;
     return sites->add(automationString(name), site.receive());
 }
@@ -80,15 +82,17 @@ std::int32_t MirdaneCorridorUtility::findSite(std::string_view name) {
 
 std::int32_t MirdaneCorridorUtility::findSite(std::string_view name, AutomationRef<CivilSite>& site) {
     AutomationRef<SiteCollection> sites;
-    if (civilDatabase_->getSites(sites.receive()) != 0)
+    if (civilDatabase_->getSites(sites.receive()) != 0) {
         return -1;
+    }
     std::int32_t count = 0;
     sites->count(count);
     for (std::int32_t i = 0; i < count; ++i) {
         AutomationRef<CivilSite> candidate;
         sites->item(Variant::int32(i), candidate.receive());
-        if (!candidate)
+        if (!candidate) {
             return -1; // silently: the message belongs to the listing
+        }
         std::string candidateName;
         candidate->getName(candidateName);
         if (candidateName == name) {

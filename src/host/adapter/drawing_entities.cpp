@@ -25,12 +25,14 @@ MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
         Opened<MdDbBlockTable> table;
         database->getSymbolTable(table.receive(), OpenMode::Read);
         MdDbObjectId recordId;
-        if (table && table->getIdAt(kModelSpace, recordId, false) == 0)
+        if (table && table->getIdAt(kModelSpace, recordId, false) == 0) {
             mirdane::mddbOpenObject(record.receive(), recordId, OpenMode::Write, false);
+        }
     }
     MdDbObjectId id;
-    if (record && entity)
+    if (record && entity) {
         record->appendMdDbEntity(id, entity.get());
+    }
     return id;
 }
 
@@ -38,8 +40,9 @@ MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
 
 MdDbObjectId MirdaneDrawingWriter::appendPoint(const MdGePoint3d& point, std::string_view layerName) {
     MdDbPoint* const entity = newOnHostHeap<MdDbPoint>(point);
-    if (entity != nullptr)
+    if (entity != nullptr) {
         entity->setLayerOfEntity(layerName, true, false); // before the append
+    }
     return appendToModelSpace(entity);
 }
 
@@ -64,23 +67,26 @@ void MirdaneDrawingWriter::convertToLightweight(MdDbObjectId id) {
     Opened<MdDbPolyline> polyline(newOnHostHeap<MdDbPolyline>());
     Opened<MdDbEntity> entity;
     mirdane::mddbOpenObject(entity.receive(), id, OpenMode::Write, false);
-    if (polyline && entity)
+    if (polyline && entity) {
         polyline->convertFromEntity(entity.receive(), true);
+    }
     // The host has closed what it converted; what it left is closed here, and the new polyline last.
 }
 
 void MirdaneDrawingWriter::setPolylineLayer(MdDbObjectId id, std::string_view layerName) {
     Opened<MdDbEntity> entity;
     mirdane::mddbOpenObject(entity.receive(), id, OpenMode::Write, false);
-    if (entity)
+    if (entity) {
         entity->setLayerOfEntity(layerName, true, false);
+    }
 }
 
 bool MirdaneDrawingWriter::setLotPolyline(MdDbObjectId id, std::string_view layerName, bool closed) {
     Opened<MdDbPolyline> polyline;
     mirdane::mddbOpenObject(polyline.receive(), id, OpenMode::Write, false);
-    if (!polyline)
+    if (!polyline) {
         return false;
+    }
     polyline->setLayerOfEntity(layerName, true, false);
     polyline->setClosedFlag(closed);
     return true;

@@ -19,10 +19,12 @@ using mirdane::OpenMode;
 std::optional<std::string> nameOf(const MdDbLayerTableRecord& record) {
     mirdane::MdString name;
     char* copy = nullptr;
-    if (record.getName(name) == 0)
+    if (record.getName(name) == 0) {
         mirdane::mdutNewString(name.c_str(), copy);
-    if (copy == nullptr)
+    }
+    if (copy == nullptr) {
         return std::nullopt;
+    }
     std::string text = copy;
     mirdane::mdHeapFree(nullptr, copy);
     return text;
@@ -33,35 +35,42 @@ std::optional<std::string> nameOf(const MdDbLayerTableRecord& record) {
 std::vector<std::string> MirdaneDrawingWriter::listLayers() {
     std::vector<std::string> names;
     mirdane::MdDbDatabase* const database = workingDatabase();
-    if (database == nullptr)
+    if (database == nullptr) {
         return names;
+    }
     Opened<MdDbLayerTable> table;
     database->getSymbolTable(table.receive(), OpenMode::Read);
-    if (!table)
+    if (!table) {
         return names;
+    }
     MdDbLayerTableIterator* created = nullptr;
     table->newIterator(created, true, true);
     const std::unique_ptr<MdDbLayerTableIterator> iterator(created); // gone before the table is closed
-    if (iterator == nullptr)
+    if (iterator == nullptr) {
         return names;
+    }
     for (iterator->start(true, true); !iterator->done(); iterator->step(true, true)) {
         MdDbObjectId id;
         Opened<MdDbLayerTableRecord> record;
         // For write, although only the name is read: the listing has always opened layers so.
-        if (iterator->getRecordId(id) == 0)
+        if (iterator->getRecordId(id) == 0) {
             mirdane::mddbOpenObject(record.receive(), id, OpenMode::Write, false);
-        if (!record)
+        }
+        if (!record) {
             continue;
-        if (std::optional<std::string> name = nameOf(*record.get()))
+        }
+        if (std::optional<std::string> name = nameOf(*record.get())) {
             names.push_back(std::move(*name));
+        }
     }
     return names;
 }
 
 std::string MirdaneDrawingWriter::getCurrentLayerName() {
     mirdane::MdDbDatabase* const database = workingDatabase();
-    if (database == nullptr)
+    if (database == nullptr) {
         return {};
+    }
     Opened<MdDbLayerTable> table; // closed after the record
     database->getSymbolTable(table.receive(), OpenMode::Read);
     Opened<MdDbLayerTableRecord> record;

@@ -36,8 +36,9 @@ class ElementHandle : public AlignmentElement {
 
 std::int32_t give(mirdane::AutomationStatus status, AutomationRef<mirdane::AlignmentElementObject>& object,
                   std::unique_ptr<AlignmentElement>& element) {
-    if (status == 0)
+    if (status == 0) {
         element = std::make_unique<ElementHandle>(std::move(object));
+    }
     return status;
 }
 

@@ -12,8 +12,9 @@ void MirdaneObjectDataWriter::bindProject() {
     project_ = nullptr;
     session_ = mirdane::MdMapGetSession();
     mirdane::MdApDocManager* const documents = mirdane::mdDocManagerPtr();
-    if (session_ != nullptr && documents != nullptr)
+    if (session_ != nullptr && documents != nullptr) {
         session_->getProjectOfDocument(project_, documents->curDocument());
+    }
 }
 
 void MirdaneObjectDataWriter::definePointTable() {
@@ -61,8 +62,9 @@ void MirdaneObjectDataWriter::defineTable(std::string_view table) {
         column.SetType(columnTypes[i]);
         definition->addColumn(column, -1);
     }
-    if (collection != nullptr) // a table of an earlier import stays as it is
+    if (collection != nullptr) { // a table of an earlier import stays as it is
         collection->addTable(table, definition.get(), nullptr, false);
+    }
 }
 
 void MirdaneObjectDataWriter::attachRow(std::string_view table, MdDbObjectId id, const ObjectDataRow& row) {
@@ -75,22 +77,27 @@ void MirdaneObjectDataWriter::attachRow(std::string_view table, MdDbObjectId id,
     bindProject(); // anew for each row: the current document may have changed
     mirdane::MdMapODTables* const collection = tables();
     mirdane::MdMapODTable* found = nullptr;
-    if (collection != nullptr)
+    if (collection != nullptr) {
         collection->getTable(found, table);
-    if (found == nullptr)
+    }
+    if (found == nullptr) {
         return;
+    }
     found->initRecord(record);
-    if (record.values().size() < values_.size())
+    if (record.values().size() < values_.size()) {
         return; // a table of the same name with fewer columns takes no row
-    for (std::size_t i = 0; i < values_.size(); ++i)
+    }
+    for (std::size_t i = 0; i < values_.size(); ++i) {
         record.Value(static_cast<int>(i)) = std::move(values_[i]);
+    }
     found->addRecord(record, id);
 }
 
 mirdane::MdMapODTables* MirdaneObjectDataWriter::tables() const {
     mirdane::MdMapODTables* collection = nullptr;
-    if (project_ != nullptr)
+    if (project_ != nullptr) {
         project_->getTables(collection);
+    }
     return collection;
 }
 

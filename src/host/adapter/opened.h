@@ -24,8 +24,9 @@ class Opened {
     // Where the host writes the opened object.
     T*& receive() { return object_; }
     void close() {
-        if (T* const held = std::exchange(object_, nullptr))
+        if (T* const held = std::exchange(object_, nullptr)) {
             held->close();
+        }
     }
 
   private:
@@ -37,8 +38,9 @@ class Opened {
 template <typename T, typename... Arguments>
 T* newOnHostHeap(Arguments&&... arguments) {
     void* const memory = mirdane::mdHeapAlloc(nullptr, sizeof(T));
-    if (memory == nullptr)
+    if (memory == nullptr) {
         return nullptr;
+    }
     try {
         return new (memory) T(std::forward<Arguments>(arguments)...);
     } catch (...) {

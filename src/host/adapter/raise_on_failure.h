@@ -10,8 +10,9 @@ namespace fenmark::host {
 inline constexpr const char* kCorridorError = "Corridor Utility Error.";
 
 inline void raiseOnFailure(std::int32_t status) {
-    if (status != 0)
+    if (status != 0) {
         throw new MirdanException(kCorridorError);
+    }
 }
 
 } // namespace fenmark::host

@@ -37,15 +37,18 @@ void MdGeLine3d::set(const MdGePoint3d& first, const MdGePoint3d& second) {
 bool MdGeLine3d::intersectWith(const MdGeLine3d& other, MdGePoint3d& point, double tolerance) const {
     const MdGePoint3d normal = cross(direction_, other.direction_);
     const double sine = std::sqrt(dot(normal, normal));
-    if (!(sine > tolerance)) // also for lines that are not finite
+    if (!(sine > tolerance)) { // also for lines that are not finite
         return false;
+    }
     const MdGePoint3d between = difference(other.origin_, origin_);
     const double distance = std::abs(dot(between, normal)) / sine;
-    if (!(distance <= tolerance))
+    if (!(distance <= tolerance)) {
         return false;
+    }
     const double along = dot(cross(between, other.direction_), normal) / (sine * sine);
-    if (!std::isfinite(along))
+    if (!std::isfinite(along)) {
         return false;
+    }
     point = {origin_.x + along * direction_.x, origin_.y + along * direction_.y, origin_.z + along * direction_.z};
     return true;
 }
@@ -57,8 +60,9 @@ MdGePoint3d mdutPolar(const MdGePoint3d& point, double angle, double distance) {
 double mdutAngle(const MdGePoint3d& first, const MdGePoint3d& second) {
     constexpr double fullTurn = 2.0 * std::numbers::pi;
     double angle = std::atan2(second.y - first.y, second.x - first.x);
-    if (angle < 0.0)
+    if (angle < 0.0) {
         angle += fullTurn;
+    }
     // A direction just below +x rounds up to the full turn, and -0.0 is no angle of its own.
     return angle > 0.0 && angle < fullTurn ? angle : 0.0;
 }

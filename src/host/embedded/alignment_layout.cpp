@@ -4,7 +4,7 @@
 // chord starts in the direction 2 c - t.
 #include "host/embedded/alignment_layout.h"
 
-#include "host/embedded/drawing.h"
+#include "host/embedded/drawing_names.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,8 +35,9 @@ double distanceTo(const PlanPoint& from, const PlanPoint& to) {
 // End tangent of the last element that has one.
 std::optional<double> tangentBefore(std::span<const Element> before) {
     for (std::size_t i = before.size(); i-- > 0;) {
-        if (before[i].length > 0.0)
+        if (before[i].length > 0.0) {
             return before[i].endDirection();
+        }
     }
     return std::nullopt;
 }
@@ -70,8 +71,9 @@ void turnOver(Element& element) {
 // The spirals at the end of a chain that continue the element before them, turned over; empty if there are none.
 std::vector<Element> turnedOver(std::span<const Element> before) {
     std::size_t first = before.size();
-    while (first > 0 && before[first - 1].continuing)
+    while (first > 0 && before[first - 1].continuing) {
         --first;
+    }
     std::vector<Element> turned(before.begin() + static_cast<std::ptrdiff_t>(first), before.end());
     for (std::size_t i = 0; i < turned.size(); ++i) {
         Element& element = turned[i];
@@ -110,8 +112,9 @@ Laid layLine(std::span<const Element> before, const PlanPoint& start, const Plan
         std::vector<Element> turned = turnedOver(before);
         if (!turned.empty()) {
             const Element element = lineFrom(turned.back().end);
-            if (joins(turned.back().endDirection(), element.direction))
+            if (joins(turned.back().endDirection(), element.direction)) {
                 return {element, std::move(turned)};
+            }
         }
     }
     return laid;
@@ -119,14 +122,16 @@ Laid layLine(std::span<const Element> before, const PlanPoint& start, const Plan
 
 std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
                              double radius, std::int16_t direction, PositiveRadius sense) {
-    if (!isRadius(radius))
+    if (!isRadius(radius)) {
         return std::nullopt;
+    }
     const std::optional<double> tangent = tangentBefore(before);
     // Nothing if the chord is too long.
     const auto arcFrom = [&](const PlanPoint& from, bool otherSense) -> std::optional<Element> {
         const double chord = distanceTo(from, end);
-        if (!(chord <= 2.0 * radius * (1.0 + kHalfCircleRounding)))
+        if (!(chord <= 2.0 * radius * (1.0 + kHalfCircleRounding))) {
             return std::nullopt;
+        }
         const double half = std::asin(std::min(chord / (2.0 * radius), 1.0));
         const double along = chord > 0.0 ? directionTo(from, end) : tangent.value_or(0.0);
         Element element;
@@ -145,14 +150,16 @@ std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& s
     const std::optional<Element> given = arcFrom(start, false);
     if (sense == PositiveRadius::Auto && tangent && !(given && joins(*tangent, given->direction))) {
         const std::optional<Element> other = arcFrom(start, true);
-        if (other && joins(*tangent, other->direction))
+        if (other && joins(*tangent, other->direction)) {
             return Laid{*other, {}};
+        }
         std::vector<Element> turned = turnedOver(before);
         if (!turned.empty()) {
             const Element& last = turned.back();
             const std::optional<Element> behind = arcFrom(last.end, last.otherSense);
-            if (behind && joins(last.endDirection(), behind->direction))
+            if (behind && joins(last.endDirection(), behind->direction)) {
                 return Laid{*behind, std::move(turned)};
+            }
         }
     }
     return given ? std::optional(Laid{*given, {}}) : std::nullopt;
@@ -163,8 +170,9 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
                               std::int16_t direction, PositiveRadius sense) {
     const auto known =
         std::find_if(before.begin(), before.end(), [&](const Element& element) { return element.id == elementBefore; });
-    if (known == before.end() || !isLength(length) || !areRadii(startRadius, endRadius))
+    if (known == before.end() || !isLength(length) || !areRadii(startRadius, endRadius)) {
         return std::nullopt;
+    }
     const auto upToKnown = before.first(static_cast<std::size_t>(known - before.begin()) + 1);
     const std::optional<double> tangent = tangentBefore(upToKnown);
 
@@ -207,8 +215,9 @@ std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elem
             element.continuing = false;
         }
     }
-    if (element.continuing && sense == PositiveRadius::Auto && otherSenseBefore(upToKnown))
+    if (element.continuing && sense == PositiveRadius::Auto && otherSenseBefore(upToKnown)) {
         turnOver(element);
+    }
     element.direction = wrapped(element.direction);
     element.end = poseOnElement(element, length).point;
     return laid;
@@ -219,8 +228,9 @@ Refusal whyCurveRefused(double radius) {
 }
 
 Refusal whySpiralRefused(double startRadius, double endRadius, double length) {
-    if (!areRadii(startRadius, endRadius))
+    if (!areRadii(startRadius, endRadius)) {
         return Refusal::ClothoidWithoutRadius;
+    }
     return isLength(length) ? Refusal::NothingBefore : Refusal::ClothoidWithoutLength;
 }
 
@@ -229,12 +239,14 @@ std::vector<BrokenJoint> brokenJoints(const Alignment& alignment) {
     double station = alignment.startStation;
     std::optional<double> tangent;
     for (const Element& element : alignment.elements) {
-        if (!(element.length > 0.0))
+        if (!(element.length > 0.0)) {
             continue;
+        }
         if (tangent) {
             const double angle = wrapped(element.direction - *tangent);
-            if (std::abs(angle) > kBrokenJoint)
+            if (std::abs(angle) > kBrokenJoint) {
                 joints.push_back({alignment.name, station, angle});
+            }
         }
         tangent = element.endDirection();
         station += element.length;

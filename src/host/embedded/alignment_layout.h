@@ -5,7 +5,7 @@
 // That is the sense of the tangents from which the PIs were built, so that start, PI and end agree.
 #pragma once
 
-#include "host/embedded/alignment_geometry.h"
+#include "host/embedded/drawing_names.h"
 
 #include <cstdint>
 #include <optional>

@@ -35,8 +35,9 @@ class EmbeddedHost::DocumentManager : public mirdane::MdApDocManager {
     void removeReactor(mirdane::MdApDocManagerReactor* reactor) override { std::erase(reactors_, reactor); }
     void tellDestroyed(Document& document) {
         const std::vector<mirdane::MdApDocManagerReactor*> told = reactors_; // a reactor may take itself off the list
-        for (mirdane::MdApDocManagerReactor* reactor : told)
+        for (mirdane::MdApDocManagerReactor* reactor : told) {
             reactor->documentToBeDestroyed(&document);
+        }
     }
 
   private:
@@ -52,13 +53,15 @@ EmbeddedHost::EmbeddedHost()
 }
 
 EmbeddedHost::~EmbeddedHost() {
-    while (!documents_.empty())
+    while (!documents_.empty()) {
         closeDocument(*documents_.back());
+    }
     documentManager_.reset();
     ++counters().automationReferences; // the host's own reference, which was never counted
     application_->release();
-    if (currentHost == this)
+    if (currentHost == this) {
         currentHost = before_;
+    }
 }
 
 EmbeddedHost* EmbeddedHost::current() {
@@ -93,8 +96,9 @@ bool EmbeddedHost::owns(const Document* document) const {
 
 LayoutNotes EmbeddedHost::layoutNotes() const {
     LayoutNotes notes;
-    if (currentDocument_ == nullptr)
+    if (currentDocument_ == nullptr) {
         return notes;
+    }
     const Drawing& drawing = currentDocument_->drawing();
     for (const auto& [id, element] : refused_) {
         if (const std::optional<std::size_t> alignment = drawing.findAlignment(id)) {
@@ -104,10 +108,12 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
         }
     }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        if (drawing.alignment(i).id.asUint64() <= notesFrom_)
+        if (drawing.alignment(i).id.asUint64() <= notesFrom_) {
             continue;
-        for (const Element& element : drawing.alignment(i).elements)
+        }
+        for (const Element& element : drawing.alignment(i).elements) {
             notes.otherSense += element.otherSense ? 1 : 0;
+        }
         const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i));
         notes.brokenJoints.insert(notes.brokenJoints.end(), joints.begin(), joints.end());
     }
@@ -125,8 +131,9 @@ void EmbeddedHost::clearNotes() {
 
 void EmbeddedHost::showMessageBox(std::string_view text, std::string_view caption) {
     messageBoxes_.push_back({std::string(text), std::string(caption)});
-    if (messageHandler_)
+    if (messageHandler_) {
         messageHandler_(messageBoxes_.back());
+    }
 }
 
 std::int64_t EmbeddedHost::liveAutomationReferences() {

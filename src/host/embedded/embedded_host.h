@@ -4,8 +4,7 @@
 // lives answers. All operations run on one thread, as the command does.
 #pragma once
 
-#include "host/embedded/drawing.h"
-#include "host/embedded/geopackage/drawing_store.h"
+#include "host/embedded/drawing_names.h"
 #include "host/embedded/layout_notes.h"
 #include "host/surface/automation.h"
 #include "host/surface/database.h"

@@ -40,8 +40,9 @@ class Counted : public Interface {
     }
     void release() override {
         --counters().automationReferences;
-        if (--references_ == 0)
+        if (--references_ == 0) {
             delete this;
+        }
     }
     AutomationStatus query(InterfaceId id, void*& object) override {
         object = nullptr;
@@ -73,15 +74,17 @@ Drawing* drawingOf(Document* document) {
 
 std::optional<std::size_t> indexIn(const Variant& index, std::size_t count) {
     const bool isIndex = index.kind() == Variant::Kind::Int32 || index.kind() == Variant::Kind::Int;
-    if (!isIndex || index.integerValue() < 0 || static_cast<std::size_t>(index.integerValue()) >= count)
+    if (!isIndex || index.integerValue() < 0 || static_cast<std::size_t>(index.integerValue()) >= count) {
         return std::nullopt;
+    }
     return static_cast<std::size_t>(index.integerValue());
 }
 
 std::optional<PlanPoint> planPoint(const Variant& point) {
     const mirdane::SafeArray* array = point.kind() == Variant::Kind::RealArray ? point.realArray() : nullptr;
-    if (array == nullptr || array->lowerBound() != 0 || array->values().size() != 3)
+    if (array == nullptr || array->lowerBound() != 0 || array->values().size() != 3) {
         return std::nullopt;
+    }
     return PlanPoint{array->values()[0], array->values()[1]};
 }
 
@@ -99,8 +102,9 @@ class Styles final : public Counted<mirdane::StyleCollection> {
   public:
     AutomationStatus item(const Variant& index, mirdane::StyleObject*& style) override {
         style = nullptr;
-        if (!indexIn(index, 1))
+        if (!indexIn(index, 1)) {
             return kBadArgument;
+        }
         return give<mirdane::StyleObject>(style, new Style);
     }
 };
@@ -124,14 +128,16 @@ class ElementObject final : public Counted<mirdane::AlignmentElementObject> {
     }
     // Of an arc: its middle.
     AutomationStatus getArcValue1(double& value) override {
-        if (element_.type != ElementType::Arc)
+        if (element_.type != ElementType::Arc) {
             return kNotImplemented;
+        }
         value = element_.centre().x;
         return kOk;
     }
     AutomationStatus getArcValue2(double& value) override {
-        if (element_.type != ElementType::Arc)
+        if (element_.type != ElementType::Arc) {
             return kNotImplemented;
+        }
         value = element_.centre().y;
         return kOk;
     }
@@ -172,8 +178,9 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         element = nullptr;
         const std::optional<PlanPoint> from = planPoint(start);
         const std::optional<PlanPoint> to = planPoint(end);
-        if (!from || !to || !at_.find())
+        if (!from || !to || !at_.find()) {
             return kBadArgument;
+        }
         return append(layLine(at_.alignment().elements, *from, *to, sense()), element);
     }
 
@@ -182,11 +189,13 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         element = nullptr;
         const std::optional<PlanPoint> from = planPoint(start);
         const std::optional<PlanPoint> to = planPoint(end);
-        if (!from || !to || !at_.find())
+        if (!from || !to || !at_.find()) {
             return kBadArgument;
+        }
         const std::optional<Laid> laid = layCurve(at_.alignment().elements, *from, *to, radius, direction, sense());
-        if (laid)
+        if (laid) {
             return append(*laid, element);
+        }
         return refuse({{}, 0.0, whyCurveRefused(radius), radius, std::hypot(to->x - from->x, to->y - from->y)});
     }
 
@@ -197,21 +206,25 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         element = nullptr;
         const std::optional<PlanPoint> from = planPoint(start);
         const std::optional<PlanPoint> meeting = planPoint(pi);
-        if (!from || !meeting || spiralKind != kClothoidKind || !at_.find())
+        if (!from || !meeting || spiralKind != kClothoidKind || !at_.find()) {
             return kBadArgument;
+        }
         const std::optional<Laid> laid = laySpiral(at_.alignment().elements, elementBefore, *from, *meeting,
                                                    startRadius, endRadius, length, direction, sense());
-        if (laid)
+        if (laid) {
             return append(*laid, element);
+        }
         return refuse({{}, 0.0, whySpiralRefused(startRadius, endRadius, length), 0.0, 0.0});
     }
 
     AutomationStatus removeAt(const Variant& index) override {
-        if (!at_.find())
+        if (!at_.find()) {
             return kFailure;
+        }
         const std::optional<std::size_t> element = indexIn(index, at_.alignment().elements.size());
-        if (!element)
+        if (!element) {
             return kBadArgument;
+        }
         at_.drawing().removeElement(at_.index(), *element);
         return kOk;
     }
@@ -238,20 +251,23 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
 
     AutomationStatus getObjectId(std::uint64_t& id) override {
         id = 0;
-        if (!at_.find())
+        if (!at_.find()) {
             return kFailure;
+        }
         id = at_.id().asUint64();
         return kOk;
     }
     AutomationStatus setDescription(const std::string& text) override {
-        if (!at_.find())
+        if (!at_.find()) {
             return kFailure;
+        }
         at_.drawing().setDescription(at_.index(), text);
         return kOk;
     }
     AutomationStatus getName(std::string& name) override {
-        if (!at_.find())
+        if (!at_.find()) {
             return kFailure;
+        }
         name = at_.alignment().name;
         return kOk;
     }
@@ -259,25 +275,29 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
         return at_.find() && name.kind() == Variant::Kind::String && name.text() == kStandardStyle ? kOk : kBadArgument;
     }
     AutomationStatus setStartStation(double station) override {
-        if (!at_.find() || !std::isfinite(station))
+        if (!at_.find() || !std::isfinite(station)) {
             return kBadArgument;
+        }
         at_.drawing().setStartStation(at_.index(), station);
         return kOk;
     }
     AutomationStatus pointAt(double station, double offset, double& x, double& y) override {
-        if (!at_.find())
+        if (!at_.find()) {
             return kFailure;
+        }
         const std::optional<PlanPoint> point = at_.drawing().geometry(at_.index()).pointAt(station, offset);
-        if (!point)
+        if (!point) {
             return kBadArgument;
+        }
         x = point->x;
         y = point->y;
         return kOk;
     }
     AutomationStatus getElements(mirdane::ElementCollection*& elements) override {
         elements = nullptr;
-        if (!at_.find())
+        if (!at_.find()) {
             return kFailure;
+        }
         return give<mirdane::ElementCollection>(elements, new Elements(at_));
     }
     AutomationStatus applyStyleObject(mirdane::StyleObject* style) override {
@@ -300,19 +320,22 @@ class Alignments final : public Counted<mirdane::AlignmentCollection> {
         alignment = nullptr;
         const std::vector<MdDbObjectId> all = ids();
         const std::optional<std::size_t> at = indexIn(index, all.size());
-        if (!at)
+        if (!at) {
             return kBadArgument;
+        }
         return give<mirdane::CivilAlignment>(alignment, new AlignmentObject(document_, all[*at]));
     }
     AutomationStatus add(const std::string& name, const std::string& layerName, const Variant& firstStyle,
                          const Variant& secondStyle, mirdane::CivilAlignment*& alignment) override {
         alignment = nullptr;
         Drawing* drawing = drawingOf(document_);
-        if (drawing == nullptr || !drawing->findSite(site_))
+        if (drawing == nullptr || !drawing->findSite(site_)) {
             return kFailure;
+        }
         if (!drawing->findLayer(layerName) || firstStyle.text() != kStandardStyle ||
-            secondStyle.text() != kStandardStyle)
+            secondStyle.text() != kStandardStyle) {
             return kBadArgument;
+        }
         const std::size_t index = drawing->addAlignment(site_, name, layerName, firstStyle.text(), secondStyle.text());
         return give<mirdane::CivilAlignment>(alignment, new AlignmentObject(document_, drawing->alignment(index).id));
     }
@@ -325,8 +348,9 @@ class Alignments final : public Counted<mirdane::AlignmentCollection> {
         if (total != seen_) {
             ids_.clear();
             for (std::size_t i = 0; i < total; ++i) {
-                if (drawing->alignment(i).site == site_)
+                if (drawing->alignment(i).site == site_) {
                     ids_.push_back(drawing->alignment(i).id);
+                }
             }
             seen_ = total;
         }
@@ -348,15 +372,17 @@ class SiteObject final : public Counted<mirdane::CivilSite> {
     AutomationStatus getName(std::string& name) override {
         const Drawing* drawing = drawingOf(document_);
         const std::optional<std::size_t> index = drawing == nullptr ? std::nullopt : drawing->findSite(id_);
-        if (!index)
+        if (!index) {
             return kFailure;
+        }
         name = drawing->sites()[*index].name;
         return kOk;
     }
     AutomationStatus getAlignments(mirdane::AlignmentCollection*& alignments) override {
         alignments = nullptr;
-        if (drawingOf(document_) == nullptr)
+        if (drawingOf(document_) == nullptr) {
             return kFailure;
+        }
         return give<mirdane::AlignmentCollection>(alignments, new Alignments(document_, id_));
     }
 
@@ -374,14 +400,16 @@ class Sites final : public Counted<mirdane::SiteCollection> {
         const Drawing* drawing = drawingOf(document_);
         const std::optional<std::size_t> at =
             drawing == nullptr ? std::nullopt : indexIn(index, drawing->sites().size());
-        if (!at)
+        if (!at) {
             return kBadArgument;
+        }
         return give<mirdane::CivilSite>(site, new SiteObject(document_, drawing->sites()[*at].id));
     }
     AutomationStatus count(std::int32_t& count) override {
         const Drawing* drawing = drawingOf(document_);
-        if (drawing == nullptr)
+        if (drawing == nullptr) {
             return kFailure;
+        }
         count = static_cast<std::int32_t>(drawing->sites().size());
         return kOk;
     }
@@ -389,8 +417,9 @@ class Sites final : public Counted<mirdane::SiteCollection> {
     AutomationStatus add(const std::string& name, mirdane::CivilSite*& site) override {
         site = nullptr;
         Drawing* drawing = drawingOf(document_);
-        if (drawing == nullptr || drawing->findSite(name))
+        if (drawing == nullptr || drawing->findSite(name)) {
             return kBadArgument;
+        }
         return give<mirdane::CivilSite>(site, new SiteObject(document_, drawing->addSite(name)));
     }
 
@@ -411,8 +440,9 @@ class Database final : public Counted<mirdane::CivilDatabase> {
     AutomationStatus objectFromId(std::uint64_t id, AutomationObject*& object) override {
         object = nullptr;
         const Drawing* drawing = drawingOf(document_);
-        if (drawing == nullptr || !drawing->findAlignment(MdDbObjectId(id)))
+        if (drawing == nullptr || !drawing->findAlignment(MdDbObjectId(id))) {
             return kBadArgument;
+        }
         return give<AutomationObject>(object, new AlignmentObject(document_, MdDbObjectId(id)));
     }
     AutomationStatus getStyleCollectionA(mirdane::StyleCollection*& styles) override {
@@ -449,8 +479,9 @@ class CivilApplication final : public Counted<Interface> {
     AutomationStatus getActiveDocument(AutomationObject*& document) override {
         document = nullptr;
         const EmbeddedHost* host = EmbeddedHost::current();
-        if (host == nullptr || host->currentDocument() == nullptr)
+        if (host == nullptr || host->currentDocument() == nullptr) {
             return kFailure;
+        }
         return give<AutomationObject>(document, make_(host->currentDocument()));
     }
 
@@ -468,12 +499,13 @@ class Application final : public Counted<mirdane::HostApplication> {
     AutomationStatus setPresented(bool) override { return kOk; }
     AutomationStatus getInterfaceObject(const std::string& programId, AutomationObject*& object) override {
         object = nullptr;
-        if (programId == mirdane::kLandProgramId)
+        if (programId == mirdane::kLandProgramId) {
             object = makeCivilApplication<mirdane::LandApplication>(
                 [](Document* document) -> AutomationObject* { return new LandDocumentObject(document); });
-        else if (programId == mirdane::kRoadwayProgramId)
+        } else if (programId == mirdane::kRoadwayProgramId) {
             object = makeCivilApplication<mirdane::RoadwayApplication>(
                 [](Document*) -> AutomationObject* { return new RoadwayDocumentObject; });
+        }
         return object == nullptr ? kBadArgument : kOk;
     }
 };
@@ -496,16 +528,19 @@ std::unique_ptr<SafeArray> createSafeArray(std::int32_t lowerBound, std::size_t 
 
 AutomationObject* MirdanGetIDispatch(bool addReference) {
     fenmark::host::embedded::EmbeddedHost* host = fenmark::host::embedded::EmbeddedHost::current();
-    if (host == nullptr)
+    if (host == nullptr) {
         return nullptr;
-    if (addReference)
+    }
+    if (addReference) {
         host->application().addReference();
+    }
     return &host->application();
 }
 
 void showMessageBox(std::string_view text, std::string_view caption) {
-    if (fenmark::host::embedded::EmbeddedHost* host = fenmark::host::embedded::EmbeddedHost::current())
+    if (fenmark::host::embedded::EmbeddedHost* host = fenmark::host::embedded::EmbeddedHost::current()) {
         host->showMessageBox(text, caption);
+    }
 }
 
 } // namespace mirdane

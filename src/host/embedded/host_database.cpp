@@ -55,8 +55,9 @@ class LayerIterator : public mirdane::MdDbLayerTableIterator {
     void step(bool forward, bool) override { index_ += forward ? 1 : -1; }
     bool done() const override { return index_ < 0 || index_ >= static_cast<std::ptrdiff_t>(drawing_.layers().size()); }
     Status getRecordId(MdDbObjectId& id) const override {
-        if (done())
+        if (done()) {
             return kNotFound;
+        }
         id = drawing_.layers()[static_cast<std::size_t>(index_)].id;
         return kOk;
     }
@@ -100,8 +101,9 @@ class Document::DatabaseObjects::BlockTable : public mirdane::MdDbBlockTable, pr
     using Opened::open;
     Status close() override { return Opened::close(); }
     Status getIdAt(std::string_view name, MdDbObjectId& id, bool) const override {
-        if (name != kModelSpace)
+        if (name != kModelSpace) {
             return kNotFound;
+        }
         id = kModelSpaceId;
         return kOk;
     }
@@ -118,19 +120,21 @@ class Document::DatabaseObjects::ModelSpace : public mirdane::MdDbBlockTableReco
     }
 
     Status appendMdDbEntity(MdDbObjectId& id, mirdane::MdDbEntity* entity) override {
-        if (entity == nullptr || !entity->objectId().isNull())
+        if (entity == nullptr || !entity->objectId().isNull()) {
             return kNotAllowed;
+        }
         const std::size_t layer = entity->layer().empty()
                                       ? drawing_.currentLayer()
                                       : drawing_.findLayer(entity->layer()).value_or(drawing_.currentLayer());
-        if (const auto* point = dynamic_cast<const mirdane::MdDbPoint*>(entity))
+        if (const auto* point = dynamic_cast<const mirdane::MdDbPoint*>(entity)) {
             id = drawing_.addPoint(point->position(), layer);
-        else if (const auto* old = dynamic_cast<const mirdane::MdDb2dPolyline*>(entity))
+        } else if (const auto* old = dynamic_cast<const mirdane::MdDb2dPolyline*>(entity)) {
             id = drawing_.addPolyline(old->vertices(), layer, EntityKind::Polyline2d, old->closed());
-        else if (const auto* polyline = dynamic_cast<const mirdane::MdDbPolyline*>(entity))
+        } else if (const auto* polyline = dynamic_cast<const mirdane::MdDbPolyline*>(entity)) {
             id = drawing_.addPolyline(polyline->vertices(), layer, EntityKind::Polyline, polyline->closed());
-        else
+        } else {
             return kNotAllowed;
+        }
         entity->setObjectId(id);
         entity->setLayerText(drawing_.layers()[layer].name);
         return kOk;
@@ -147,8 +151,9 @@ class Document::DatabaseObjects::LayerTable : public mirdane::MdDbLayerTable, pr
     Status close() override { return Opened::close(); }
     Status getIdAt(std::string_view name, MdDbObjectId& id, bool) const override {
         const std::optional<std::size_t> found = drawing_.findLayer(name);
-        if (!found)
+        if (!found) {
             return kNotFound;
+        }
         id = drawing_.layers()[*found].id;
         return kOk;
     }
@@ -187,8 +192,9 @@ MdDbObjectId Document::DatabaseObjects::clayer() const {
 }
 
 mirdane::MdDbBlockTableRecord* Document::DatabaseObjects::openModelSpace(MdDbObjectId id) {
-    if (id != kModelSpaceId)
+    if (id != kModelSpaceId) {
         return nullptr;
+    }
     modelSpace_->open();
     return modelSpace_.get();
 }
@@ -197,13 +203,13 @@ mirdane::MdDbBlockTableRecord* Document::DatabaseObjects::openModelSpace(MdDbObj
 
 namespace mirdane {
 
+using fenmark::drawing::Drawing;
+using fenmark::drawing::EntityKind;
+using fenmark::drawing::EntityView;
 using fenmark::host::embedded::counters;
 using fenmark::host::embedded::currentDrawing;
 using fenmark::host::embedded::Document;
-using fenmark::host::embedded::Drawing;
 using fenmark::host::embedded::EmbeddedHost;
-using fenmark::host::embedded::EntityKind;
-using fenmark::host::embedded::EntityView;
 using fenmark::host::embedded::kNotAllowed;
 using fenmark::host::embedded::kNotFound;
 using fenmark::host::embedded::kOk;
@@ -221,16 +227,19 @@ Status MdDbEntity::close() {
 // hidden.
 Status MdDbEntity::setLayerOfEntity(std::string_view layerName, bool, bool) {
     Drawing* drawing = currentDrawing();
-    if (drawing == nullptr)
+    if (drawing == nullptr) {
         return kNotAllowed;
+    }
     const std::optional<std::size_t> layer = drawing->findLayer(layerName);
-    if (!layer)
+    if (!layer) {
         return kNotFound;
+    }
     layer_.assign(layerName);
     if (!id_.isNull()) {
         const std::optional<std::size_t> entity = drawing->findEntity(id_);
-        if (!entity)
+        if (!entity) {
             return kNotFound;
+        }
         drawing->setEntityLayer(*entity, *layer);
     }
     return kOk;
@@ -238,11 +247,13 @@ Status MdDbEntity::setLayerOfEntity(std::string_view layerName, bool, bool) {
 
 Status MdDbPolyline::convertFromEntity(MdDbEntity*& entity, bool transferIdentity) {
     Drawing* drawing = currentDrawing();
-    if (drawing == nullptr || entity == nullptr || !transferIdentity || !objectId().isNull())
+    if (drawing == nullptr || entity == nullptr || !transferIdentity || !objectId().isNull()) {
         return kNotAllowed;
+    }
     const std::optional<std::size_t> index = drawing->findEntity(entity->objectId());
-    if (!index || drawing->entity(*index).kind != EntityKind::Polyline2d)
+    if (!index || drawing->entity(*index).kind != EntityKind::Polyline2d) {
         return kNotAllowed;
+    }
     drawing->makeLightweight(*index);
     const EntityView view = drawing->entity(*index);
     setObjectId(view.id);
@@ -256,12 +267,14 @@ Status MdDbPolyline::convertFromEntity(MdDbEntity*& entity, bool transferIdentit
 
 Status MdDbPolyline::setClosedFlag(bool closed) {
     closed_ = closed;
-    if (objectId().isNull())
+    if (objectId().isNull()) {
         return kOk;
+    }
     Drawing* drawing = currentDrawing();
     const std::optional<std::size_t> index = drawing == nullptr ? std::nullopt : drawing->findEntity(objectId());
-    if (!index)
+    if (!index) {
         return kNotFound;
+    }
     drawing->setEntityClosed(*index, closed);
     return kOk;
 }
@@ -298,8 +311,9 @@ Status mddbOpenObject(MdDbLayerTableRecord*& object, MdDbObjectId id, OpenMode, 
     object = nullptr;
     const Drawing* drawing = currentDrawing();
     const std::optional<std::size_t> index = drawing == nullptr ? std::nullopt : drawing->findLayer(id);
-    if (!index)
+    if (!index) {
         return kNotFound;
+    }
     object = fenmark::host::embedded::makeOnHeap<fenmark::host::embedded::LayerRecord>(drawing->layers()[*index].name);
     return object == nullptr ? kNotFound : kOk;
 }
@@ -308,11 +322,13 @@ Status mddbOpenObject(MdDbPolyline*& object, MdDbObjectId id, OpenMode, bool) {
     object = nullptr;
     const Drawing* drawing = currentDrawing();
     const std::optional<std::size_t> index = drawing == nullptr ? std::nullopt : drawing->findEntity(id);
-    if (!index)
+    if (!index) {
         return kNotFound;
+    }
     const EntityView view = drawing->entity(*index);
-    if (view.kind == EntityKind::Polyline)
+    if (view.kind == EntityKind::Polyline) {
         object = fenmark::host::embedded::openLightweight(view);
+    }
     return object == nullptr ? kNotFound : kOk;
 }
 
@@ -322,8 +338,9 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
     object = nullptr;
     const Drawing* drawing = currentDrawing();
     const std::optional<std::size_t> index = drawing == nullptr ? std::nullopt : drawing->findEntity(id);
-    if (!index)
+    if (!index) {
         return kNotFound;
+    }
     const EntityView view = drawing->entity(*index);
     switch (view.kind) {
     case EntityKind::Point:
@@ -338,8 +355,9 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
         object = fenmark::host::embedded::openLightweight(view);
         break;
     }
-    if (object == nullptr)
+    if (object == nullptr) {
         return kNotFound;
+    }
     fill(*object, view);
     return kOk;
 }
@@ -348,12 +366,14 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
 
 Status mdutNewString(const char* source, char*& destination) {
     destination = nullptr;
-    if (source == nullptr)
+    if (source == nullptr) {
         return kNotAllowed;
+    }
     const std::size_t size = std::strlen(source) + 1;
     void* memory = mdHeapAlloc(nullptr, size);
-    if (memory == nullptr)
+    if (memory == nullptr) {
         return kNotAllowed;
+    }
     std::memcpy(memory, source, size);
     destination = static_cast<char*>(memory);
     return kOk;
@@ -361,8 +381,9 @@ Status mdutNewString(const char* source, char*& destination) {
 
 void* mdHeapAlloc(void*, std::size_t size) {
     void* memory = std::malloc(size);
-    if (memory != nullptr)
+    if (memory != nullptr) {
         ++counters().heapBlocks;
+    }
     return memory;
 }
 

@@ -26,11 +26,13 @@ constexpr Column kColumns[] = {{"No", MdMap::EDataType::Integer},
 constexpr std::size_t kColumnCount = std::size(kColumns);
 
 bool hasOurColumns(const mirdane::MdMapODTableDefinition& definition) {
-    if (definition.columns().size() != kColumnCount)
+    if (definition.columns().size() != kColumnCount) {
         return false;
+    }
     for (std::size_t i = 0; i < kColumnCount; ++i) {
-        if (definition.columns()[i].name() != kColumns[i].name || definition.columns()[i].type() != kColumns[i].type)
+        if (definition.columns()[i].name() != kColumns[i].name || definition.columns()[i].type() != kColumns[i].type) {
             return false;
+        }
     }
     return true;
 }
@@ -44,18 +46,21 @@ Status Document::MapObjects::getTables(mirdane::MdMapODTables*& tables) {
 
 Status Document::MapObjects::addTable(std::string_view name, const mirdane::MdMapODTableDefinition* definition,
                                       const char*, bool) {
-    if (definition == nullptr || !hasOurColumns(*definition))
+    if (definition == nullptr || !hasOurColumns(*definition)) {
         return kRefused;
+    }
     return document_.drawing().addTable(name).isNull() ? kRefused : kOk;
 }
 
 Status Document::MapObjects::getTable(mirdane::MdMapODTable*& table, std::string_view name) {
     table = nullptr;
     const std::optional<std::size_t> index = document_.drawing().findTable(name);
-    if (!index)
+    if (!index) {
         return kRefused;
-    while (tables_.size() <= *index)
+    }
+    while (tables_.size() <= *index) {
         tables_.emplace_back(document_.drawing(), tables_.size());
+    }
     table = &tables_[*index];
     return kOk;
 }
@@ -68,8 +73,9 @@ Status Document::MapObjects::Table::initRecord(mirdane::MdMapODTableRecord& reco
 Status Document::MapObjects::Table::addRecord(mirdane::MdMapODTableRecord& record, MdDbObjectId id) {
     const std::optional<std::size_t> entity = drawing_.findEntity(id);
     const std::vector<mirdane::MdMapValue>& values = record.values();
-    if (!entity || values.size() != kColumnCount || index_ >= drawing_.tables().size())
+    if (!entity || values.size() != kColumnCount || index_ >= drawing_.tables().size()) {
         return kRefused;
+    }
     drawing_.setRow(*entity, index_, values[0].integer(), values[1].text(), values[2].text(), values[3].text());
     return kOk;
 }
@@ -79,8 +85,9 @@ Status Document::MapObjects::Table::addRecord(mirdane::MdMapODTableRecord& recor
 namespace mirdane {
 
 MdMapValue& MdMapODTableRecord::Value(int column) {
-    if (column < 0 || static_cast<std::size_t>(column) >= values_.size())
+    if (column < 0 || static_cast<std::size_t>(column) >= values_.size()) {
         throw std::invalid_argument("no such column in the record");
+    }
     return values_[static_cast<std::size_t>(column)];
 }
 
@@ -95,8 +102,9 @@ class Session : public MdMapSession {
         project = nullptr;
         EmbeddedHost* host = EmbeddedHost::current();
         auto* ours = static_cast<Document*>(document); // every document of this host is one
-        if (host == nullptr || !host->owns(ours))
+        if (host == nullptr || !host->owns(ours)) {
             return 1;
+        }
         project = &ours->mapObjects();
         return 0;
     }

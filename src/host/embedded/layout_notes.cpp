@@ -44,16 +44,19 @@ std::string reasonOf(const RefusedElement& element) {
 
 std::vector<std::string> noteLines(const LayoutNotes& notes) {
     std::vector<std::string> lines;
-    if (notes.otherSense == 1)
+    if (notes.otherSense == 1) {
         lines.push_back("1 element was taken with the other turning sense");
-    else if (notes.otherSense > 1)
+    } else if (notes.otherSense > 1) {
         lines.push_back(std::to_string(notes.otherSense) + " elements were taken with the other turning sense");
-    for (const RefusedElement& element : notes.refused)
+    }
+    for (const RefusedElement& element : notes.refused) {
         lines.push_back("alignment " + element.alignment + " breaks off after " + metres(element.length) +
                         " m: " + reasonOf(element));
-    for (const BrokenJoint& joint : notes.brokenJoints)
+    }
+    for (const BrokenJoint& joint : notes.brokenJoints) {
         lines.push_back("alignment " + joint.alignment + ": the joint at station " + metres(joint.station) +
                         " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees");
+    }
     return lines;
 }
 

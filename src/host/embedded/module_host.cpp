@@ -48,9 +48,11 @@ class ModuleHost::Registry : public mirdane::MdRxSysRegistry,
     mirdane::MdRxDynamicLinker* dynamicLinker() override { return this; }
 
     mirdane::Status addCommand(const mirdane::CommandEntry& entry) override {
-        for (const RegisteredCommand& command : host_.commands_)
-            if (command.group == entry.group && sameName(command.globalName, entry.globalName))
+        for (const RegisteredCommand& command : host_.commands_) {
+            if (command.group == entry.group && sameName(command.globalName, entry.globalName)) {
                 return 1;
+            }
+        }
         host_.commands_.push_back({std::string(entry.group), std::string(entry.globalName),
                                    std::string(entry.localName), entry.flags, entry.handler});
         return 0;
@@ -62,12 +64,14 @@ class ModuleHost::Registry : public mirdane::MdRxSysRegistry,
         return removed == 0 ? 1 : 0;
     }
     void unlockApplication(void* package) override {
-        if (package != nullptr)
+        if (package != nullptr) {
             static_cast<Module*>(package)->mayUnload = true;
+        }
     }
     void registerAppMultiDocument(void* package) override {
-        if (package != nullptr)
+        if (package != nullptr) {
             static_cast<Module*>(package)->multiDocument = true;
+        }
     }
 
   private:
@@ -84,8 +88,9 @@ ModuleHost::~ModuleHost() {
         modules_.back()->mayUnload = true;
         unload(modules_.back()->name);
     }
-    if (currentHost == this)
+    if (currentHost == this) {
         currentHost = nullptr;
+    }
 }
 
 ModuleHost* ModuleHost::current() {
@@ -97,29 +102,35 @@ mirdane::MdRxSysRegistry& ModuleHost::registry() {
 }
 
 ModuleHost::Module* ModuleHost::find(std::string_view name) {
-    for (const auto& module : modules_)
-        if (sameName(module->name, name))
+    for (const auto& module : modules_) {
+        if (sameName(module->name, name)) {
             return module.get();
+        }
+    }
     return nullptr;
 }
 
 ModuleResult ModuleHost::load(const std::string& path) {
     const std::string name = std::filesystem::path(path).filename().string();
-    if (find(name) != nullptr)
+    if (find(name) != nullptr) {
         return {false, name + ": is loaded already"};
+    }
     void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr)
+    if (library == nullptr) {
         return {false, std::string("cannot be loaded: ") + ::dlerror()};
+    }
     auto refuse = [&](const char* why) {
         ::dlclose(library);
         return ModuleResult{false, name + ": " + why};
     };
     const auto version = reinterpret_cast<GetVersion>(::dlsym(library, "mdrxGetApiVersion"));
     const auto entry = reinterpret_cast<EntryPoint>(::dlsym(library, "mdrxEntryPoint"));
-    if (version == nullptr || entry == nullptr)
+    if (version == nullptr || entry == nullptr) {
         return refuse("is no module: it lacks the entry points");
-    if (version() != mirdane::kModuleApiVersion)
+    }
+    if (version() != mirdane::kModuleApiVersion) {
         return refuse("is a module for another version of the host");
+    }
 
     auto module = std::make_unique<Module>();
     module->name = name;
@@ -135,12 +146,15 @@ ModuleResult ModuleHost::load(const std::string& path) {
 
 ModuleResult ModuleHost::unload(std::string_view name) {
     Module* module = find(name);
-    if (module == nullptr)
+    if (module == nullptr) {
         return {false, std::string(name) + ": is not loaded"};
-    if (running_ > 0)
+    }
+    if (running_ > 0) {
         return {false, module->name + ": a command is running"};
-    if (!module->mayUnload)
+    }
+    if (!module->mayUnload) {
         return {false, module->name + ": does not allow its unloading"};
+    }
     module->entry(mirdane::kUnloadDrawingMessage, module);
     module->entry(mirdane::kUnloadAppMessage, module);
     ::dlclose(module->library);
@@ -150,21 +164,24 @@ ModuleResult ModuleHost::unload(std::string_view name) {
 }
 
 void ModuleHost::send(int message) {
-    for (const auto& module : modules_)
+    for (const auto& module : modules_) {
         module->entry(message, module.get());
+    }
 }
 
 ModuleResult ModuleHost::run(std::string_view name) {
     const auto command = std::find_if(commands_.begin(), commands_.end(), [&](const RegisteredCommand& candidate) {
         return sameName(candidate.globalName, name) || sameName(candidate.localName, name);
     });
-    if (command == commands_.end())
+    if (command == commands_.end()) {
         return {false, std::string(name) + ": no such command"};
+    }
     // The handler may load commands, so that the entry must not be held on to.
     const std::string title = command->globalName;
     const mirdane::CommandHandler handler = command->handler;
-    if (running_ > 0 && (command->flags & mirdane::kModalCommand) != 0)
+    if (running_ > 0 && (command->flags & mirdane::kModalCommand) != 0) {
         return {false, title + ": another command is running"};
+    }
     struct Running {
         std::int32_t& count;
         explicit Running(std::int32_t& commands) : count(commands) { ++count; }
@@ -187,14 +204,17 @@ ModuleResult ModuleHost::run(std::string_view name) {
 }
 
 void ModuleHost::say(const std::string& line) const {
-    if (lineHandler_)
+    if (lineHandler_) {
         lineHandler_(line);
+    }
 }
 
 void ModuleHost::markLoaded(std::string_view name) {
-    for (const std::string& loaded : loadedNames_)
-        if (sameName(loaded, name))
+    for (const std::string& loaded : loadedNames_) {
+        if (sameName(loaded, name)) {
             return;
+        }
+    }
     loadedNames_.emplace_back(name);
 }
 
@@ -202,8 +222,9 @@ void ModuleHost::markLoaded(std::string_view name) {
 // name is refused: modules come by their path.
 mirdane::Status ModuleHost::loadByName(std::string_view name) {
     loadRequests_.emplace_back(name);
-    if (!sameName(name, "mdmap.mdm") && !sameName(name, "mdmapade.mdm"))
+    if (!sameName(name, "mdmap.mdm") && !sameName(name, "mdmapade.mdm")) {
         return 1;
+    }
     markLoaded(name);
     return 0;
 }
@@ -266,9 +287,11 @@ int mdedGetFunCode() {
 
 std::vector<ResultEntry> mdedMdmLoaded() {
     std::vector<ResultEntry> list;
-    if (ModuleHost::current() != nullptr)
-        for (const std::string& name : ModuleHost::current()->loadedNames())
+    if (ModuleHost::current() != nullptr) {
+        for (const std::string& name : ModuleHost::current()->loadedNames()) {
             list.push_back({kStringEntry, name});
+        }
+    }
     return list;
 }
 
@@ -277,22 +300,25 @@ Status mdedMdmLoad(std::string_view name) {
 }
 
 Status mdedGetSystemText(std::string_view name, std::string& text) {
-    if (ModuleHost::current() == nullptr || !ModuleHost::current()->hasSystemText(name))
+    if (ModuleHost::current() == nullptr || !ModuleHost::current()->hasSystemText(name)) {
         return 1;
+    }
     text = ModuleHost::current()->systemText(name);
     return 0;
 }
 
 Status mdedSetSystemText(std::string_view name, std::string_view text) {
-    if (ModuleHost::current() == nullptr)
+    if (ModuleHost::current() == nullptr) {
         return 1;
+    }
     ModuleHost::current()->setSystemText(name, text);
     return 0;
 }
 
 void InitMdUiDLL() {
-    if (ModuleHost::current() != nullptr)
+    if (ModuleHost::current() != nullptr) {
         ModuleHost::current()->readyUi();
+    }
 }
 
 } // namespace mirdane

@@ -70,8 +70,9 @@ std::size_t CallLog::count(Call call) const {
 std::string CallLog::text() const {
     std::string text;
     for (const Call call : calls_) {
-        if (!text.empty())
+        if (!text.empty()) {
             text += ' ';
+        }
         text += nameOf(call);
     }
     return text;

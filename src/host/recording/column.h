@@ -27,8 +27,9 @@ class ColumnBlocks {
   public:
     ColumnBlocks() = default;
     ~ColumnBlocks() {
-        for (const Block& block : blocks_)
+        for (const Block& block : blocks_) {
             sima::deallocateLarge(block.values, block.bytes);
+        }
     }
     ColumnBlocks(const ColumnBlocks&) = delete;
     ColumnBlocks& operator=(const ColumnBlocks&) = delete;
@@ -55,8 +56,9 @@ class Column {
   public:
     std::size_t size() const { return size_; }
     void push_back(const T& value) {
-        if (free_.empty())
+        if (free_.empty()) {
             free_ = blocks_.add(1);
+        }
         free_.front() = value;
         free_ = free_.subspan(1);
         ++size_;
@@ -84,14 +86,16 @@ class SequenceColumn {
   public:
     std::size_t size() const { return size_; }
     void push_back(std::uint64_t value) {
-        if (runs_.empty() || runs_.back().value + step * (size_ - runs_.back().index) != value)
+        if (runs_.empty() || runs_.back().value + step * (size_ - runs_.back().index) != value) {
             runs_.push_back({size_, value});
+        }
         ++size_;
     }
     // std::out_of_range beyond the end.
     std::uint64_t at(std::size_t index) const {
-        if (index >= size_)
+        if (index >= size_) {
             throw std::out_of_range("no such record");
+        }
         const auto behind = std::upper_bound(runs_.begin(), runs_.end(), index,
                                              [](std::size_t wanted, const Run& run) { return wanted < run.index; });
         const Run& run = *(behind - 1);
@@ -112,8 +116,9 @@ template <typename T>
 class SpanColumn {
   public:
     void push_back(std::span<const T> values) {
-        if (values.size() > free_.size())
+        if (values.size() > free_.size()) {
             free_ = blocks_.add(values.size());
+        }
         std::copy(values.begin(), values.end(), free_.begin());
         starts_.push_back(free_.data());
         counts_.push_back(static_cast<std::uint32_t>(values.size()));

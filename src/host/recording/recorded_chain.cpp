@@ -84,8 +84,9 @@ std::int32_t RecordedChain::addLine(const MdGePoint3d& start, const MdGePoint3d&
 std::int32_t RecordedChain::addArc(const MdGePoint3d& start, const MdGePoint3d& end, double radius,
                                    std::int16_t direction) {
     const double chord = planDistance(start, end);
-    if (!(radius > 0.0) || !(chord <= 2.0 * radius * (1.0 + kChordTolerance)))
+    if (!(radius > 0.0) || !(chord <= 2.0 * radius * (1.0 + kChordTolerance))) {
         return kRefused;
+    }
     RecordedElement element;
     element.type = 'R';
     element.start = start;
@@ -110,8 +111,9 @@ std::int32_t RecordedChain::addSpiral(std::int32_t elementBefore, const MdGePoin
     const auto before = std::find_if(elements_.begin(), elements_.end(),
                                      [&](const RecordedElement& element) { return element.id == elementBefore; });
     if (before == elements_.end() || !(length > 0.0) || !(startRadius > 0.0) || !(endRadius > 0.0) ||
-        (std::isinf(startRadius) && std::isinf(endRadius)))
+        (std::isinf(startRadius) && std::isinf(endRadius))) {
         return kRefused;
+    }
     RecordedElement element;
     element.type = 'A';
     element.start = start;
@@ -132,10 +134,11 @@ std::int32_t RecordedChain::addSpiral(std::int32_t elementBefore, const MdGePoin
         std::abs(local.angle) > kSmallTurn ? local.x - local.y / std::tan(local.angle) : length / 2.0;
     const double miss = std::abs(planDistance(start, pi) - std::abs(tangent));
     const double tolerance = std::max(kPiTolerance * std::abs(tangent), kPiDistanceTolerance);
-    if (miss <= tolerance)
+    if (miss <= tolerance) {
         element.startAngle = tangent >= 0.0 ? mdutAngle(start, pi) : mdutAngle(pi, start);
-    else
+    } else {
         element.startAngle = before->endAngle;
+    }
     const Pose end = advance({start.x, start.y, element.startAngle}, element.startCurvature, rateOf(element), length);
     element.laidEnd = {end.x, end.y};
     element.endAngle = end.angle;
@@ -146,13 +149,15 @@ std::int32_t RecordedChain::addSpiral(std::int32_t elementBefore, const MdGePoin
 void RecordedChain::removeAt(std::size_t index) {
     elements_.erase(elements_.begin() + static_cast<std::ptrdiff_t>(index));
     ends_.clear();
-    for (const RecordedElement& element : elements_)
+    for (const RecordedElement& element : elements_) {
         ends_.push_back(length() + element.laidLength);
+    }
 }
 
 bool RecordedChain::pointAt(double distance, double offset, PlanPoint& point) const {
-    if (elements_.empty() || !(distance >= -kStationTolerance && distance <= length() + kStationTolerance))
+    if (elements_.empty() || !(distance >= -kStationTolerance && distance <= length() + kStationTolerance)) {
         return false;
+    }
     const double within = std::clamp(distance, 0.0, length());
     const auto found = std::upper_bound(ends_.begin(), ends_.end(), within);
     const std::size_t index = std::min(static_cast<std::size_t>(found - ends_.begin()), elements_.size() - 1);
@@ -165,8 +170,9 @@ bool RecordedChain::pointAt(double distance, double offset, PlanPoint& point) co
 }
 
 double RecordedChain::directionOf(const MdGePoint3d& start, const MdGePoint3d& end) const {
-    if (planDistance(start, end) > 0.0)
+    if (planDistance(start, end) > 0.0) {
         return mdutAngle(start, end);
+    }
     return elements_.empty() ? 0.0 : last().endAngle;
 }
 

@@ -40,8 +40,9 @@ class RecordedElements : public AlignmentElements {
     std::int32_t addFixedSpiral(std::int32_t elementBefore, const MdGePoint3d& start, const MdGePoint3d& pi,
                                 double startRadius, double endRadius, double length, std::int16_t direction,
                                 std::int32_t spiralKind, std::unique_ptr<AlignmentElement>& element) override {
-        if (refuses())
+        if (refuses()) {
             return kRefused;
+        }
         return give(chain_.addSpiral(elementBefore, start, pi, startRadius, endRadius, length, direction, spiralKind),
                     element);
     }
@@ -51,8 +52,9 @@ class RecordedElements : public AlignmentElements {
 
     bool refuses() { return civil_.failingAdd == adds_++; }
     std::int32_t give(std::int32_t status, std::unique_ptr<AlignmentElement>& element) {
-        if (status == 0)
+        if (status == 0) {
             element = std::make_unique<RecordedElementHandle>(chain_.last(), civil_.reportedShift);
+        }
         return status;
     }
 
@@ -78,8 +80,9 @@ std::int32_t RecordingCorridorUtility::listSites(std::vector<std::string>& names
     calls_.add(Call::ListSites);
     requireConnection();
     names.clear();
-    if (civil_.failSites)
+    if (civil_.failSites) {
         return -1;
+    }
     names = civil_.sites;
     return 0;
 }
@@ -87,8 +90,9 @@ std::int32_t RecordingCorridorUtility::listSites(std::vector<std::string>& names
 std::int32_t RecordingCorridorUtility::createSite(std::string_view name) {
     calls_.add(Call::CreateSite);
     requireConnection();
-    if (civil_.failSites)
+    if (civil_.failSites) {
         return -1;
+    }
     civil_.sites.emplace_back(name);
     return 0;
 }
@@ -102,16 +106,20 @@ std::int32_t RecordingCorridorUtility::findSite(std::string_view name) {
 std::int32_t RecordingCorridorUtility::collectAlignments(std::map<std::string, MdDbObjectId>& alignments) {
     calls_.add(Call::CollectAlignments);
     requireConnection();
-    if (civil_.failSites)
+    if (civil_.failSites) {
         return -1;
-    for (const std::string& site : civil_.sites)
+    }
+    for (const std::string& site : civil_.sites) {
         for (const RecordedAlignment& alignment : civil_.alignments) {
-            if (alignment.site != site)
+            if (alignment.site != site) {
                 continue;
+            }
             alignments[alignment.name] = alignment.id;
-            if (civil_.failAlignments)
+            if (civil_.failAlignments) {
                 return -1;
+            }
         }
+    }
     return 0;
 }
 
@@ -120,8 +128,9 @@ MdDbObjectId RecordingCorridorUtility::createAlignment(std::string_view name, st
                                                        sima::Array<sima::EntityData>& elements) {
     calls_.add(Call::CreateAlignment);
     requireConnection();
-    if (!hasSite(siteName))
+    if (!hasSite(siteName)) {
         return {};
+    }
     RecordedAlignment& alignment = civil_.alignments.emplace_back();
     alignment.id = ids_.next();
     alignment.name = name;
@@ -130,11 +139,13 @@ MdDbObjectId RecordingCorridorUtility::createAlignment(std::string_view name, st
     alignment.description = description;
     output::resolveSpiralPis(elements);
     RecordedElements collection(alignment.chain, civil_);
-    if (output::addAlignmentElements(collection, elements) != 0)
+    if (output::addAlignmentElements(collection, elements) != 0) {
         return {};
+    }
     // A leading clothoid never gets here, so there is no auxiliary line to remove.
-    if (!elements.empty() && elements[0].type == "A")
+    if (!elements.empty() && elements[0].type == "A") {
         alignment.chain.removeAt(0);
+    }
     alignment.startStation = startStation;
     alignment.complete = true;
     return alignment.id;
@@ -159,8 +170,9 @@ std::int32_t RecordingCorridorUtility::pointAtStationOffset(MdDbObjectId id, dou
 }
 
 void RecordingCorridorUtility::requireConnection() const {
-    if (!connected_)
+    if (!connected_) {
         throw AutomationError(kStatusPointerError, "the civil automation is not connected");
+    }
 }
 
 const RecordedAlignment* RecordingCorridorUtility::find(MdDbObjectId id) const {
@@ -176,11 +188,14 @@ bool RecordingCorridorUtility::hasSite(std::string_view name) const {
 std::int32_t RecordingCorridorUtility::point(const RecordedStation& asked, PlanPoint& point) {
     requireConnection();
     civil_.stationsAsked.push_back(asked);
-    if (civil_.pointFunction)
+    if (civil_.pointFunction) {
         return civil_.pointFunction(asked, point);
+    }
     const RecordedAlignment* const alignment = find(asked.alignment);
-    if (alignment == nullptr || !alignment->chain.pointAt(asked.station - alignment->startStation, asked.offset, point))
+    if (alignment == nullptr ||
+        !alignment->chain.pointAt(asked.station - alignment->startStation, asked.offset, point)) {
         return -1;
+    }
     return 0;
 }
 

@@ -11,8 +11,9 @@ MdDbObjectId RecordingDrawingWriter::appendPoint(const MdGePoint3d& point, std::
 
 MdDbObjectId RecordingDrawingWriter::appendPointXyz(double x, double y, double z, std::string_view layerName) {
     calls_.add(Call::AppendPointXyz);
-    if (failPoints)
+    if (failPoints) {
         return {};
+    }
     const MdDbObjectId id = ids_.next();
     pointIds_.push_back(id.asUint64());
     points_.push_back({x, y, z});
@@ -35,21 +36,24 @@ MdDbObjectId RecordingDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& ve
 
 void RecordingDrawingWriter::convertToLightweight(MdDbObjectId id) {
     calls_.add(Call::ConvertToLightweight);
-    if (PolylineState* const polyline = find(id))
+    if (PolylineState* const polyline = find(id)) {
         polyline->lightweight = true;
+    }
 }
 
 void RecordingDrawingWriter::setPolylineLayer(MdDbObjectId id, std::string_view layerName) {
     calls_.add(Call::SetPolylineLayer);
-    if (PolylineState* const polyline = find(id))
+    if (PolylineState* const polyline = find(id)) {
         polyline->layer = layerNames_.intern(layerName);
+    }
 }
 
 bool RecordingDrawingWriter::setLotPolyline(MdDbObjectId id, std::string_view layerName, bool closed) {
     calls_.add(Call::SetLotPolyline);
     PolylineState* const polyline = find(id);
-    if (failLotPolylines || polyline == nullptr || !polyline->lightweight)
+    if (failLotPolylines || polyline == nullptr || !polyline->lightweight) {
         return false;
+    }
     polyline->layer = layerNames_.intern(layerName);
     polyline->closed = closed;
     return true;
@@ -80,14 +84,16 @@ RecordingDrawingWriter::PolylineState* RecordingDrawingWriter::find(MdDbObjectId
     const std::uint64_t wanted = id.asUint64();
     std::size_t first = 0;
     std::size_t last = polylineIds_.size();
-    if (last > 0 && polylineIds_.at(last - 1) == wanted)
+    if (last > 0 && polylineIds_.at(last - 1) == wanted) {
         first = last - 1; // mostly the newest is meant
+    }
     while (first < last) {
         const std::size_t middle = first + (last - first) / 2;
-        if (polylineIds_.at(middle) < wanted)
+        if (polylineIds_.at(middle) < wanted) {
             first = middle + 1;
-        else
+        } else {
             last = middle;
+        }
     }
     return first < polylineIds_.size() && polylineIds_.at(first) == wanted ? &polylines_[first] : nullptr;
 }

@@ -49,15 +49,17 @@ void RecordingObjectDataWriter::writeResultRow(MdDbObjectId id, std::string_view
 }
 
 void RecordingObjectDataWriter::define(std::string_view table) {
-    if (std::find(tables_.begin(), tables_.end(), table) == tables_.end())
+    if (std::find(tables_.begin(), tables_.end(), table) == tables_.end()) {
         tables_.emplace_back(table);
+    }
 }
 
 void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, const ObjectDataRow& row) {
     const bool sameRun = !runs_.empty() && runs_.back().table.data() == table.data() &&
                          runs_.back().type.data() == row.type.data() && runs_.back().fileName == row.fileName;
-    if (!sameRun)
+    if (!sameRun) {
         runs_.push_back({ids_.size(), table, row.type, fileNames_[fileNames_.intern(row.fileName)]});
+    }
     ids_.push_back(id.asUint64());
     numbers_.push_back(row.no);
     names_.push_back(row.name);

@@ -18,11 +18,13 @@ class TextPool {
     TextPool& operator=(const TextPool&) = delete;
 
     std::uint32_t intern(std::string_view text) {
-        if (last_ < texts_.size() && texts_[last_] == text)
+        if (last_ < texts_.size() && texts_[last_] == text) {
             return last_;
+        }
         const auto found = numbers_.find(text);
-        if (found != numbers_.end())
+        if (found != numbers_.end()) {
             return last_ = found->second;
+        }
         last_ = static_cast<std::uint32_t>(texts_.size());
         texts_.emplace_back(text);
         numbers_.emplace(texts_.back(), last_); // the deque keeps its texts in place

@@ -52,8 +52,9 @@ class MdMapODTableDefinition {
   public:
     // Position -1 appends.
     Status addColumn(const MdMapODColumnDefinition& column, int position) {
-        if (position != -1)
+        if (position != -1) {
             return 1;
+        }
         columns_.push_back(column);
         return 0;
     }

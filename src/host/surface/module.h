@@ -104,21 +104,24 @@ template <typename Data>
 class MdApDataManager : public MdApDocManagerReactor {
   public:
     MdApDataManager() {
-        if (MdApDocManager* manager = mdDocManagerPtr())
+        if (MdApDocManager* manager = mdDocManagerPtr()) {
             manager->addReactor(this);
+        }
     }
     ~MdApDataManager() override {
         // The host may have ended its document manager before it unloads the module.
-        if (MdApDocManager* manager = mdDocManagerPtr())
+        if (MdApDocManager* manager = mdDocManagerPtr()) {
             manager->removeReactor(this);
+        }
     }
     MdApDataManager(const MdApDataManager&) = delete;
     MdApDataManager& operator=(const MdApDataManager&) = delete;
 
     Data& docData(MdApDocument* document) {
         std::unique_ptr<Data>& data = map_[document];
-        if (!data)
+        if (!data) {
             data = std::make_unique<Data>();
+        }
         return *data;
     }
     std::size_t size() const { return map_.size(); }

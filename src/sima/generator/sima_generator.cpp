@@ -44,10 +44,12 @@ class Generator {
         line("Z00,", "生成した村,");
         line("G00,", "03,", "座標と画地,");
         points();
-        for (std::int32_t lot = 0; lot < sizes_.lots; ++lot)
+        for (std::int32_t lot = 0; lot < sizes_.lots; ++lot) {
             writeLot(lot);
-        for (std::int32_t route = 0; route < sizes_.routes; ++route)
+        }
+        for (std::int32_t route = 0; route < sizes_.routes; ++route) {
             writeRoute(route);
+        }
         flush();
     }
 
@@ -68,8 +70,9 @@ class Generator {
         (text_.append(pieces), ...);
         encodeCp932(bytes_, text_);
         bytes_ += "\r\n";
-        if (bytes_.size() >= kPiece)
+        if (bytes_.size() >= kPiece) {
             flush();
+        }
     }
     void flush() {
         out_.write(bytes_.data(), static_cast<std::streamsize>(bytes_.size()));
@@ -119,22 +122,25 @@ class Generator {
     void writeLot(std::int32_t lot) {
         const std::int32_t cellColumns = columns_ - 1;
         const std::int32_t rows = sizes_.points / columns_;
-        if (rows < 2)
+        if (rows < 2) {
             return;
+        }
         const std::int32_t cell = lot % (cellColumns * (rows - 1));
         const std::int32_t corner = cell / cellColumns * columns_ + cell % cellColumns;
         std::string name = lot % 10 == 0 ? "大字中" : "";
         name += std::to_string(100 + lot / 20) + "-" + std::to_string(lot % 20 + 1);
         line("D00,", numberText(lot + 1), ",", toTheLeft(std::move(name)), ",1,");
-        for (const std::int32_t index : {corner, corner + 1, corner + columns_ + 1, corner + columns_})
+        for (const std::int32_t index : {corner, corner + 1, corner + columns_ + 1, corner + columns_}) {
             reference(index);
+        }
         line("D99,");
     }
 
     void writeRoute(std::int32_t route) {
         constexpr std::int32_t kRoutePoints = 10;
-        if (sizes_.points < 4)
+        if (sizes_.points < 4) {
             return;
+        }
         const std::int32_t count = std::min({kRoutePoints, columns_, sizes_.points});
         const std::int32_t slots = std::max(1, sizes_.points / count);
         const std::int32_t first = route % slots * count;
@@ -145,12 +151,14 @@ class Generator {
         double length = 0.0;
         for (std::int32_t i = first; i < first + count; ++i) {
             reference(i);
-            if (i > first)
+            if (i > first) {
                 length += distance(i - 1, i);
+            }
         }
         line("F99,");
-        if (type == 2 || type == 3 || type == 7)
+        if (type == 2 || type == 3 || type == 7) {
             writeResults(number, length);
+        }
     }
 
     double distance(std::int32_t from, std::int32_t to) const {
@@ -163,9 +171,10 @@ class Generator {
     void writeResults(const std::string& number, double length) {
         if (sizes_.longitudinal > 0) {
             line("H00,", number, ",", "路線", number, ",");
-            for (std::int32_t i = 0; i < sizes_.longitudinal; ++i)
+            for (std::int32_t i = 0; i < sizes_.longitudinal; ++i) {
                 line("H01,No.", std::to_string(i), ",", metres(0.9 * length * i / sizes_.longitudinal), ",",
                      metres(30.0 + spread()), ",", metres(31.0 + spread()), ",1,");
+            }
             line("H99,");
         }
         if (sizes_.crossSections > 0) {
@@ -173,8 +182,9 @@ class Generator {
             for (std::int32_t i = 0; i < sizes_.crossSections; ++i) {
                 line("I01,No.", std::to_string(i), ",", metres(0.9 * length * i / sizes_.crossSections), ",",
                      metres(30.0 + spread()), ",", metres(31.0 + spread()), ",");
-                for (const char* offset : {"-10.000", "-4.000", "0.000", "4.000", "10.000"})
+                for (const char* offset : {"-10.000", "-4.000", "0.000", "4.000", "10.000"}) {
                     line("I02,,", offset, ",", metres(30.0 + spread()), ",");
+                }
             }
             line("I99,");
         }

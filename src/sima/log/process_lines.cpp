@@ -56,9 +56,11 @@ constexpr std::array kPatterns{
 };
 
 constexpr bool isInOrder() {
-    for (std::size_t i = 0; i < kPatterns.size(); ++i)
-        if (static_cast<std::size_t>(kPatterns[i].kind) != i)
+    for (std::size_t i = 0; i < kPatterns.size(); ++i) {
+        if (static_cast<std::size_t>(kPatterns[i].kind) != i) {
             return false;
+        }
+    }
     return true;
 }
 static_assert(isInOrder(), "a pattern stands at the place of its kind");
@@ -69,10 +71,12 @@ void appendNumber(std::string& out, std::int32_t value, int digits) {
     char* const end = buffer.data() + buffer.size();
     char* start = end;
     std::uint32_t rest = value < 0 ? 0U - static_cast<std::uint32_t>(value) : static_cast<std::uint32_t>(value);
-    for (; rest != 0 || digits > 0; --digits, rest /= 10)
+    for (; rest != 0 || digits > 0; --digits, rest /= 10) {
         *--start = static_cast<char>('0' + rest % 10);
-    if (value < 0)
+    }
+    if (value < 0) {
         *--start = '-';
+    }
     out.append(start, end);
 }
 
@@ -102,11 +106,13 @@ std::string ProcessLines::operator[](std::size_t index) const {
     const Entry& entry = entries_[index];
     const Pattern& pattern = kPatterns[static_cast<std::size_t>(entry.kind)];
     std::string text(pattern.head);
-    if (pattern.digits > 0)
+    if (pattern.digits > 0) {
         appendNumber(text, entry.number, pattern.digits);
+    }
     text += pattern.middle;
-    if (pattern.hasName)
+    if (pattern.hasName) {
         text += names_[entry.name];
+    }
     text += pattern.tail;
     return text;
 }
@@ -133,8 +139,9 @@ void ProcessLines::encodeLine(std::string& buffer, std::size_t index) const {
     const Pattern& pattern = kPatterns[static_cast<std::size_t>(entry.kind)];
     const EncodedPattern& bytes = encoded[static_cast<std::size_t>(entry.kind)];
     buffer += bytes.head;
-    if (pattern.digits > 0)
+    if (pattern.digits > 0) {
         appendNumber(buffer, entry.number, pattern.digits);
+    }
     buffer += bytes.middle;
     if (pattern.hasName) {
         encodeCp932Lines(buffer, names_[entry.name]);

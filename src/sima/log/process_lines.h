@@ -62,8 +62,9 @@ class ProcessLines {
     void encode(std::string& buffer, std::size_t pieceSize, Full&& full) const {
         for (std::size_t i = 0; i < size(); ++i) {
             encodeLine(buffer, i);
-            if (buffer.size() >= pieceSize)
+            if (buffer.size() >= pieceSize) {
                 full();
+            }
         }
     }
 

@@ -35,8 +35,9 @@ class LogFile {
     void writeLine(std::string_view text) {
         encodeCp932Lines(buffer_, text);
         buffer_ += "\r\n";
-        if (buffer_.size() >= kPiece)
+        if (buffer_.size() >= kPiece) {
             flush();
+        }
     }
     void writeLines(const ProcessLines& lines) {
         lines.encode(buffer_, kPiece, [this] { flush(); });
@@ -57,8 +58,9 @@ class LogFile {
         check();
     }
     void check() {
-        if (file_.fail())
+        if (file_.fail()) {
             throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), name_);
+        }
     }
 
     std::string name_;
@@ -142,16 +144,18 @@ void SimaLog::finished(std::int32_t line) {
 
 // The line without a name begins with ERROR and is no error block: it does not count.
 void SimaLog::appendAlignment(LineKind kind, std::string_view alignmentName) {
-    if (alignmentName.empty())
+    if (alignmentName.empty()) {
         lines_.append(LineKind::NoAlignment);
-    else
+    } else {
         lines_.append(kind, 0, alignmentName);
+    }
 }
 
 void SimaLog::appendResult(bool ok, std::int32_t pointCount, LineKind failed) {
     lines_.append(ok ? LineKind::ResultPoints : LineKind::ResultPointsFailed, pointCount);
-    if (!ok)
+    if (!ok) {
         lines_.append(failed);
+    }
 }
 
 void SimaLog::errorBlock(std::string_view firstText, std::string_view secondText) {
@@ -171,22 +175,25 @@ void SimaLog::writeAll() const {
     LogFile file(fileName_, std::ios::trunc);
     file.writeLine(kBanner);
     file.writeLines(lines_);
-    for (std::size_t i = 0; i < errors_.size(); ++i)
+    for (std::size_t i = 0; i < errors_.size(); ++i) {
         file.writeLine(errors_[i]);
+    }
     file.close();
 }
 
 void SimaLog::writeErrorsOnly() const {
     LogFile file(fileName_, std::ios::trunc);
-    for (std::size_t i = 0; i < errors_.size(); ++i)
+    for (std::size_t i = 0; i < errors_.size(); ++i) {
         file.writeLine(errors_[i]);
+    }
     file.close();
 }
 
 void SimaLog::appendLines(const std::vector<std::string>& lines) const {
     LogFile file(fileName_, std::ios::app);
-    for (const std::string& line : lines)
+    for (const std::string& line : lines) {
         file.writeLine(line);
+    }
     file.close();
 }
 

@@ -36,8 +36,9 @@ struct TextList::Store {
 };
 
 std::string_view TextList::operator[](std::size_t index) const {
-    if (index >= count_)
+    if (index >= count_) {
         throw std::invalid_argument("text index out of range");
+    }
     return store_->texts[index];
 }
 
@@ -47,19 +48,23 @@ void TextList::append(std::initializer_list<std::string_view> pieces) {
     } else if (count_ != store_->texts.size()) {
         // Another list that shares the store has gone on: part from it.
         TextList own;
-        for (std::size_t i = 0; i < count_; ++i)
+        for (std::size_t i = 0; i < count_; ++i) {
             own.append((*this)[i]);
+        }
         *this = std::move(own);
-        if (!store_)
+        if (!store_) {
             store_ = std::make_shared<Store>();
+        }
     }
     std::size_t size = 0;
-    for (const std::string_view piece : pieces)
+    for (const std::string_view piece : pieces) {
         size += piece.size();
+    }
     char* const start = store_->room(size);
     char* end = start;
-    for (const std::string_view piece : pieces)
+    for (const std::string_view piece : pieces) {
         end = std::copy(piece.begin(), piece.end(), end);
+    }
     store_->texts.emplace_back(start, size);
     ++count_;
 }

@@ -26,10 +26,12 @@ void expectPoints(FilePass& file) {
 // The record as a point if all its fields are as they should be and in plain form, so that none of the tests could
 // refuse it but the one for duplicates. False leaves it to the validator and the storing rule.
 bool readPlainPoint(const Fields& fields, SimaPoint& point) {
-    if (fields.size() < 6 || fields.size() > 7 || !toPlainInteger(fields[1], point.number))
+    if (fields.size() < 6 || fields.size() > 7 || !toPlainInteger(fields[1], point.number)) {
         return false;
-    if (!toPlainReal(fields[3], point.y) || !toPlainReal(fields[4], point.x) || !toPlainReal(fields[5], point.z))
+    }
+    if (!toPlainReal(fields[3], point.y) || !toPlainReal(fields[4], point.x) || !toPlainReal(fields[5], point.z)) {
         return false;
+    }
     point.name = fields[2];
     point.hasZ = !fields[5].empty();
     return true;
@@ -45,17 +47,19 @@ void readPoint(FilePass& file, std::size_t firstOfSection) {
         return;
     }
     const auto isDuplicate = [&] { return points.hasFrom(firstOfSection, toInteger(record.fields[1])); };
-    if (validateA01(file.log(), record, isDuplicate) != 0)
+    if (validateA01(file.log(), record, isDuplicate) != 0) {
         file.updateErrorCount();
-    else if (!storePoint(points, record.fields))
+    } else if (!storePoint(points, record.fields)) {
         file.passOver("point without a number");
+    }
 }
 
 } // namespace
 
 bool storePoint(PointTable& points, const Fields& fields) {
-    if (fields.size() < 2 || fields[1].empty())
+    if (fields.size() < 2 || fields[1].empty()) {
         return false;
+    }
     // A short record is filled up with empty fields.
     const auto field = [&fields](std::size_t i) { return i < fields.size() ? fields[i] : std::string_view{}; };
     SimaPoint point;
@@ -104,8 +108,9 @@ void readCoordinateSection(FilePass& file) {
         }
     }
     // The end of the file closes the section as A99 does.
-    if (file.sink() != nullptr)
+    if (file.sink() != nullptr) {
         file.sink()->createCoordinatePoints(reader, reader.points.from(first));
+    }
 }
 
 // Nothing is tested here, so a number that stands twice counts twice.
@@ -113,10 +118,12 @@ void previewCoordinateSection(FilePass& file) {
     expectPoints(file);
     while (file.next()) {
         const RecordCode code = file.code();
-        if (code == recordCode("A99"))
+        if (code == recordCode("A99")) {
             return;
-        if (code == recordCode("A01"))
+        }
+        if (code == recordCode("A01")) {
             storePoint(file.reader().points, file.fields());
+        }
     }
 }
 

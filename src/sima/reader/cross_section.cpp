@@ -35,8 +35,9 @@ void addOffsetPoint(IntersectionData::SubEntity& subEntity, const Record& record
 
 // Logs the points of the last cross section and returns their number.
 std::int32_t closeSubEntity(SimaLog& log, const IntersectionData& section) {
-    if (section.subEntities.empty())
+    if (section.subEntities.empty()) {
         return 0;
+    }
     const std::int32_t count = pointsOfCrossSection(section.subEntities.back());
     log.crossSectionPoints(count);
     return count;
@@ -75,10 +76,11 @@ void readCrossSection(FilePass& file) {
         case recordCode("I02"): // used whatever the verdict is
             validateI02(log, record);
             file.updateErrorCount();
-            if (section.subEntities.empty())
+            if (section.subEntities.empty()) {
                 file.passOver("before the first cross section");
-            else
+            } else {
                 addOffsetPoint(section.subEntities.back(), record);
+            }
             break;
         case recordCode("I99"):
             total += closeSubEntity(log, section);
@@ -92,8 +94,9 @@ void readCrossSection(FilePass& file) {
     }
     if (closed) {
         section.routeFound = reader.bindRoute(section.routeNumber);
-        if (file.sink() != nullptr)
+        if (file.sink() != nullptr) {
             file.sink()->createCrossSectionPoints(reader, section);
+        }
         reader.intersections.push_back(std::move(section));
     } else if (!section.subEntities.empty()) {
         file.countPassedOver("result of a section without its end record: I01", section.subEntities.size());
@@ -112,8 +115,9 @@ void previewCrossSection(FilePass& file) {
         if (file.code() == recordCode("I01")) {
             section.subEntities.emplace_back();
         } else if (file.code() == recordCode("I99")) {
-            if (!hasNumber)
+            if (!hasNumber) {
                 throw ShortRecord();
+            }
             section.routeFound = reader.bindRoute(section.routeNumber);
             reader.intersections.push_back(std::move(section));
             return;

@@ -18,21 +18,26 @@ constexpr std::size_t kMostKinds = 64;
 constexpr std::size_t kLongestCode = 12; // bytes
 
 bool isPrintable(std::string_view code) {
-    for (const char c : code)
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+    for (const char c : code) {
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
             return false;
+        }
+    }
     return code.size() <= kLongestCode;
 }
 
 } // namespace
 
 bool FilePass::open(std::string_view path) {
-    if (!source_.open(path))
+    if (!source_.open(path)) {
         return false;
-    if (context_.encoding == Encoding::Utf8 && source_.ahead().starts_with(kByteOrderMark))
+    }
+    if (context_.encoding == Encoding::Utf8 && source_.ahead().starts_with(kByteOrderMark)) {
         source_.skip(kByteOrderMark.size());
-    if (context_.progress != nullptr)
+    }
+    if (context_.progress != nullptr) {
         progress_ = context_.progress->create(kWindowTitle, false);
+    }
     if (progress_) {
         progress_->goModal("Progress", false);
         progress_->setRange(0, source_.length(), 1);
@@ -66,8 +71,9 @@ bool FilePass::next() {
 // Reads and splits a line of any kind.
 bool FilePass::nextOutOfTheOrdinary() {
     std::string_view raw;
-    if (!source_.next(raw))
+    if (!source_.next(raw)) {
         return false;
+    }
     // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
     decodeAndSplit(trim(raw));
     return true;
@@ -76,13 +82,15 @@ bool FilePass::nextOutOfTheOrdinary() {
 void FilePass::decodeAndSplit(std::string_view bytes) {
     // Plain ASCII stays where it lies.
     text_ = bytes;
-    if (splitAsciiLine(bytes, fields_))
+    if (splitAsciiLine(bytes, fields_)) {
         return;
+    }
     decoded_.clear();
-    if (context_.encoding == Encoding::Utf8)
+    if (context_.encoding == Encoding::Utf8) {
         appendValidUtf8(decoded_, bytes);
-    else
+    } else {
         decodeCp932(decoded_, bytes);
+    }
     text_ = decoded_;
     splitLine(text_, ",", fields_);
 }

@@ -45,8 +45,9 @@ class FilePass {
 
     // The reader's counter follows the log's.
     void updateErrorCount() {
-        if (reader_.log.errorCount() > reader_.errorCount)
+        if (reader_.log.errorCount() > reader_.errorCount) {
             reader_.errorCount = reader_.log.errorCount();
+        }
     }
 
     // Counts the line as passed over in silence: "what: CODE".

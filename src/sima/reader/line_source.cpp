@@ -20,11 +20,13 @@ bool LineSource::open(std::string_view path) {
     path_ = path;
     const std::filesystem::path file = pathOf(path);
     std::error_code error;
-    if (std::filesystem::is_directory(file, error))
+    if (std::filesystem::is_directory(file, error)) {
         return false;
+    }
     file_.open(file, std::ios::in | std::ios::binary);
-    if (!file_.is_open())
+    if (!file_.is_open()) {
         return false;
+    }
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     length_ = error ? 0 : static_cast<std::int64_t>(size);
     buffer_.resize(kBlock);
@@ -37,15 +39,17 @@ bool LineSource::open(std::string_view path) {
 }
 
 bool LineSource::fill() {
-    if (atEnd_)
+    if (atEnd_) {
         return false;
+    }
     if (start_ > 0) {
         std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);
         end_ -= start_;
         start_ = 0;
     }
-    if (end_ == buffer_.size())
+    if (end_ == buffer_.size()) {
         buffer_.resize(2 * buffer_.size()); // a line longer than the block
+    }
     std::streamsize got = 0;
     errno = 0;
     try {
@@ -72,16 +76,18 @@ bool LineSource::next(std::string_view& line) {
         }
         searched = end_ - start_; // what lies there moves to the front
         if (!fill()) {
-            if (start_ == end_)
+            if (start_ == end_) {
                 return false;
+            }
             line = {buffer_.data() + start_, end_ - start_};
             position_ += static_cast<std::int64_t>(end_ - start_);
             start_ = end_;
             break;
         }
     }
-    if (!line.empty() && line.back() == '\r')
+    if (!line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
+    }
     return true;
 }
 

@@ -58,8 +58,9 @@ void readLongitudinalSection(FilePass& file) {
         }
     }
     if (section.closed) {
-        if (file.sink() != nullptr)
+        if (file.sink() != nullptr) {
             file.sink()->createLongitudinalPoints(reader, section);
+        }
         reader.hSeries.push_back(std::move(section));
     } else if (!section.verticals.empty()) {
         file.countPassedOver("result of a section without its end record: H01", section.verticals.size());
@@ -81,11 +82,13 @@ void previewLongitudinalSection(FilePass& file) {
             reader.hSeries.push_back(std::move(section));
             return;
         }
-        if (file.code() != recordCode("H01"))
+        if (file.code() != recordCode("H01")) {
             continue;
+        }
         if (section.verticals.empty()) {
-            if (!hasNumber)
+            if (!hasNumber) {
                 throw ShortRecord();
+            }
             section.routeNumber = routeNumber;
             section.routeFound = reader.bindRoute(routeNumber); // the same for every record of the section
         }

@@ -15,10 +15,12 @@ namespace {
 // Passes over the triangle data E00 to E99, whatever its lines hold.
 void skipTriangleBlock(FilePass& file) {
     while (file.next()) {
-        if (file.code() == recordCode("E99"))
+        if (file.code() == recordCode("E99")) {
             return;
-        if (file.code() != recordCode("E01") && file.code() != recordCode("E03") && file.code() != kNoCode)
+        }
+        if (file.code() != recordCode("E01") && file.code() != recordCode("E03") && file.code() != kNoCode) {
             file.passOver("inside triangle data");
+        }
     }
 }
 
@@ -93,8 +95,9 @@ void readLotSection(FilePass& file) {
                 log.lotEnd(reader.lineNumber, false, 0, false);
                 return;
             }
-            if (code != kNoCode)
+            if (code != kNoCode) {
                 file.passOver("in a lot with a missing point");
+            }
             continue;
         }
         switch (code) {
@@ -129,10 +132,12 @@ void readLotSection(FilePass& file) {
 // Only the codes count. At the end one empty lot is stored.
 void previewLotSection(FilePass& file) {
     while (file.next()) {
-        if (file.code() == recordCode("D99"))
+        if (file.code() == recordCode("D99")) {
             break;
-        if (file.code() == recordCode("E00"))
+        }
+        if (file.code() == recordCode("E00")) {
             skipTriangleBlock(file);
+        }
     }
     file.reader().lots.push_back({});
 }

@@ -16,17 +16,19 @@ std::string baseNameOfFile(std::string_view file) {
     const std::string text = textOfPath(file);
     std::string_view path = text;
     const std::size_t point = path.rfind('.');
-    if (point != std::string_view::npos && point > 0)
+    if (point != std::string_view::npos && point > 0) {
         path = path.substr(0, point);
+    }
     return std::string(path.substr(fileNameStart(path)));
 }
 
 void readVersion(FilePass& file) {
     const Record record = file.record();
-    if (validateG00(file.log(), record) == 0)
+    if (validateG00(file.log(), record) == 0) {
         file.log().version(record.line, trim(record.fields[1]));
-    else
+    } else {
         file.updateErrorCount();
+    }
 }
 
 // What stands outside the sections and is no opening record.
@@ -118,16 +120,19 @@ std::int32_t SimaReader::runPass(std::string_view path, const ReadContext& conte
     baseName = baseNameOfFile(path);
     reset();
     FilePass file(*this, context);
-    if (!file.open(filePath))
+    if (!file.open(filePath)) {
         return -1;
+    }
     const Lent host(passHost_.host, context.host);
-    if (full)
+    if (full) {
         readTopLevel(file);
-    else
+    } else {
         previewTopLevel(file);
+    }
     file.close();
-    if (full)
+    if (full) {
         log.finished(lineNumber);
+    }
     return 0;
 }
 

@@ -11,8 +11,9 @@ namespace fenmark::sima {
 
 // The real number of a result's field: ideographic spaces count as blanks.
 inline double resultNumber(std::string_view field) {
-    if (field.find(kIdeographicSpace) == std::string_view::npos)
+    if (field.find(kIdeographicSpace) == std::string_view::npos) {
         return toReal(field);
+    }
     return toReal(replaceIdeographicSpaces(field));
 }
 

@@ -36,11 +36,13 @@ void takeRouteFields(FilePass& file) {
 
 // Closes the element before at the point and opens a new one there. False if there is no such point.
 bool addRoutePoint(SimaReader& reader, const Fields& fields) {
-    if (fields.size() < 3)
+    if (fields.size() < 3) {
         return true;
+    }
     const SimaPoint* const point = reader.points.find(toInteger(fields[1]));
-    if (point == nullptr)
+    if (point == nullptr) {
         return false;
+    }
     std::string x = formatReal(point->x);
     std::string y = formatReal(point->y);
     if (!reader.entities.empty()) {
@@ -103,9 +105,11 @@ void reportNoCurvesHere(FilePass& file, const Record& record) {
 }
 
 void skipElementBlock(FilePass& file) {
-    while (file.next() && file.code() != recordCode("C99"))
-        if (file.code() != kNoCode)
+    while (file.next() && file.code() != recordCode("C99")) {
+        if (file.code() != kNoCode) {
             file.passOver("inside element data");
+        }
+    }
 }
 
 // Reads up to F99. 0, or -1 if a point was missing. The end of the file gives 0 even then, which is meant.
@@ -160,15 +164,17 @@ std::int32_t readRouteSection(FilePass& file) {
                 break;
             }
             const bool isArc = code == recordCode("C01");
-            if (isArc)
+            if (isArc) {
                 validateC01(log, record);
-            else
+            } else {
                 validateC02(log, record);
+            }
             file.updateErrorCount();
-            if (isArc)
+            if (isArc) {
                 setArc(file);
-            else
+            } else {
                 setClothoid(file);
+            }
             break;
         }
         case recordCode("C03"):
@@ -189,12 +195,15 @@ std::int32_t readRouteSection(FilePass& file) {
 // Hands the route to the output if its type is ticked. Null if nothing was made or no alignment came of it.
 host::MdDbObjectId createRoute(FilePass& file, const SimaAlignment& route) {
     SimaReader& reader = file.reader();
-    if (file.sink() == nullptr || route.routeType < 1 || route.routeType > 7)
+    if (file.sink() == nullptr || route.routeType < 1 || route.routeType > 7) {
         return {};
-    if (!reader.options.flag(static_cast<ImportKind>(3 + route.routeType)))
+    }
+    if (!reader.options.flag(static_cast<ImportKind>(3 + route.routeType))) {
         return {};
-    if (!isPolylineType(route.routeType))
+    }
+    if (!isPolylineType(route.routeType)) {
         return file.sink()->createRouteAlignment(reader, route);
+    }
     file.sink()->createRoutePolyline(reader, route);
     return {};
 }

@@ -17,13 +17,15 @@ std::int32_t SimaReader::routesCreated(std::int32_t type) const {
 }
 
 void SimaReader::countRouteRead(std::int32_t type) {
-    if (type >= 1 && type <= 7)
+    if (type >= 1 && type <= 7) {
         ++routesRead_[static_cast<std::size_t>(type - 1)];
+    }
 }
 
 void SimaReader::countRouteCreated(std::int32_t type) {
-    if (type >= 1 && type <= 7)
+    if (type >= 1 && type <= 7) {
         ++routesCreated_[static_cast<std::size_t>(type - 1)];
+    }
 }
 
 std::int32_t SimaReader::lotCount() const {
@@ -32,15 +34,17 @@ std::int32_t SimaReader::lotCount() const {
 
 std::int32_t SimaReader::longitudinalPointCount() const {
     std::size_t count = 0;
-    for (const HSeriesData& section : hSeries)
+    for (const HSeriesData& section : hSeries) {
         count += section.verticals.size();
+    }
     return static_cast<std::int32_t>(count);
 }
 
 std::int32_t SimaReader::crossSectionCount() const {
     std::size_t count = 0;
-    for (const IntersectionData& section : intersections)
+    for (const IntersectionData& section : intersections) {
         count += section.subEntities.size();
+    }
     return static_cast<std::int32_t>(count);
 }
 
@@ -60,11 +64,13 @@ const SimaAlignment* SimaReader::findRoute(std::int32_t number) const {
                                         [number](const SimaAlignment& route) { return route.routeNumber == number; });
         return found != alignments.end() ? &*found : nullptr;
     }
-    if (alignments.size() < routeIndex_.indexed)
+    if (alignments.size() < routeIndex_.indexed) {
         routeIndex_ = {};
-    for (; routeIndex_.indexed < alignments.size(); ++routeIndex_.indexed)
+    }
+    for (; routeIndex_.indexed < alignments.size(); ++routeIndex_.indexed) {
         routeIndex_.places.add(alignments[routeIndex_.indexed].routeNumber,
                                static_cast<std::uint32_t>(routeIndex_.indexed));
+    }
     const auto places = routeIndex_.places.find(number);
     return places ? &alignments[places->first] : nullptr;
 }
@@ -76,15 +82,17 @@ host::MdDbObjectId SimaReader::alignmentIdOfRoute(std::int32_t number) const {
 
 SimaPoint SimaReader::findPoint(std::int32_t number) const {
     const SimaPoint* const point = points.find(number);
-    if (point == nullptr)
+    if (point == nullptr) {
         throw new host::MirdanException(std::string(resourceText(kMessageMissingPoint)));
+    }
     return *point;
 }
 
 bool SimaReader::bindRoute(std::int32_t number) {
     const SimaAlignment* const route = findRoute(number);
-    if (route == nullptr)
+    if (route == nullptr) {
         return false;
+    }
     usedRouteType2 = usedRouteType2 || route->routeType == 2;
     usedRouteType3 = usedRouteType3 || route->routeType == 3;
     usedRouteType7 = usedRouteType7 || route->routeType == 7;

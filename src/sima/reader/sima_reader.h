@@ -112,8 +112,9 @@ class SimaReader {
         PassHost() = default;
         PassHost(const PassHost&) {}
         PassHost& operator=(const PassHost& other) {
-            if (this != &other)
+            if (this != &other) {
                 host = nullptr;
+            }
             return *this;
         }
     };

@@ -27,8 +27,9 @@ class Array : public std::vector<T, Allocator> {
 
   private:
     void check(size_type index) const {
-        if (index >= this->size())
+        if (index >= this->size()) {
             throw std::invalid_argument("array index out of range");
+        }
     }
 };
 

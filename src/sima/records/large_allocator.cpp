@@ -8,8 +8,9 @@
 namespace fenmark::sima {
 
 void* allocateLarge(std::size_t bytes) {
-    if (bytes < kLargePage)
+    if (bytes < kLargePage) {
         return ::operator new(bytes);
+    }
     void* const memory = ::operator new (bytes, std::align_val_t{kLargePage});
 #ifdef __linux__
     // A wish: where it is refused, the memory has small pages and holds the same. Only whole pages, so that nothing
@@ -20,10 +21,11 @@ void* allocateLarge(std::size_t bytes) {
 }
 
 void deallocateLarge(void* memory, std::size_t bytes) noexcept {
-    if (bytes < kLargePage)
+    if (bytes < kLargePage) {
         ::operator delete(memory);
-    else
+    } else {
         ::operator delete (memory, std::align_val_t{kLargePage});
+    }
 }
 
 } // namespace fenmark::sima

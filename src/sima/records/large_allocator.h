@@ -25,8 +25,9 @@ struct LargeAllocator {
     LargeAllocator(const LargeAllocator<Other>&) {}
 
     T* allocate(std::size_t count) {
-        if (count > std::numeric_limits<std::size_t>::max() / sizeof(T))
+        if (count > std::numeric_limits<std::size_t>::max() / sizeof(T)) {
             throw std::bad_array_new_length();
+        }
         return static_cast<T*>(allocateLarge(count * sizeof(T)));
     }
     void deallocate(T* memory, std::size_t count) noexcept { deallocateLarge(memory, count * sizeof(T)); }

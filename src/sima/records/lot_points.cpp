@@ -12,16 +12,19 @@ LotPoints::LotPoints(std::initializer_list<SimaPoint> points) {
 }
 
 const SimaPoint& LotPoints::operator[](std::size_t index) const {
-    if (index >= count_)
+    if (index >= count_) {
         throw std::invalid_argument("array index out of range");
-    if (!outlines_->own_.empty())
+    }
+    if (!outlines_->own_.empty()) {
         return outlines_->own_[index];
+    }
     return outlines_->table_[outlines_->places_[first_ + index]];
 }
 
 SimaPoint& LotPoints::operator[](std::size_t index) {
-    if (index >= count_)
+    if (index >= count_) {
         throw std::invalid_argument("array index out of range");
+    }
     return ownPoints()[index];
 }
 
@@ -48,8 +51,9 @@ std::vector<SimaPoint>& LotPoints::ownPoints() {
 }
 
 void LotOutlines::open(const PointTable& table) {
-    if (table.size() != table_.size())
+    if (table.size() != table_.size()) {
         table_ = table;
+    }
     first_ = places_.size();
 }
 

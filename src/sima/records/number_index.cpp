@@ -23,8 +23,9 @@ std::size_t scatter(std::int32_t number) {
 std::size_t NumberIndex::slotOf(std::int32_t number) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t slot = scatter(number) & mask;
-    while (slots_[slot].entry.firstPlusOne != 0 && slots_[slot].number != number)
+    while (slots_[slot].entry.firstPlusOne != 0 && slots_[slot].number != number) {
         slot = (slot + 1) & mask;
+    }
     return slot;
 }
 
@@ -33,8 +34,9 @@ NumberIndex::Entry NumberIndex::entryOfSlot(std::int32_t number) const {
 }
 
 void NumberIndex::note(Entry& entry, std::uint32_t place) {
-    if (entry.firstPlusOne == 0)
+    if (entry.firstPlusOne == 0) {
         entry.firstPlusOne = place + 1;
+    }
     entry.last = place;
 }
 
@@ -44,8 +46,9 @@ void NumberIndex::add(std::int32_t number, std::uint32_t place) {
         note(dense_[static_cast<std::size_t>(number)], place);
         return;
     }
-    if (2 * (usedSlots_ + 1) > slots_.size())
+    if (2 * (usedSlots_ + 1) > slots_.size()) {
         growSlots();
+    }
     Slot& slot = slots_[slotOf(number)];
     if (slot.entry.firstPlusOne == 0) {
         slot.number = number;
@@ -58,21 +61,25 @@ void NumberIndex::add(std::int32_t number, std::uint32_t place) {
 // range. False if the array would become too large for what is in it.
 bool NumberIndex::growDense(std::int32_t number) {
     const std::size_t size = std::max({static_cast<std::size_t>(number) + 1, kFirstDense, 2 * dense_.size()});
-    if (size > std::max(kFirstDense, kDenseFactor * added_))
+    if (size > std::max(kFirstDense, kDenseFactor * added_)) {
         return false;
+    }
     dense_.resize(size);
-    if (usedSlots_ == 0)
+    if (usedSlots_ == 0) {
         return true;
+    }
     const std::vector<Slot> old = std::exchange(slots_, {});
     usedSlots_ = 0;
     for (const Slot& slot : old) {
-        if (slot.entry.firstPlusOne == 0)
+        if (slot.entry.firstPlusOne == 0) {
             continue;
+        }
         if (slot.number >= 0 && static_cast<std::size_t>(slot.number) < dense_.size()) {
             dense_[static_cast<std::size_t>(slot.number)] = slot.entry;
         } else {
-            if (2 * (usedSlots_ + 1) > slots_.size())
+            if (2 * (usedSlots_ + 1) > slots_.size()) {
                 growSlots();
+            }
             slots_[slotOf(slot.number)] = slot;
             ++usedSlots_;
         }
@@ -83,9 +90,11 @@ bool NumberIndex::growDense(std::int32_t number) {
 void NumberIndex::growSlots() {
     std::vector<Slot> old(std::max(kFirstSlots, 2 * slots_.size()));
     old.swap(slots_);
-    for (const Slot& slot : old)
-        if (slot.entry.firstPlusOne != 0)
+    for (const Slot& slot : old) {
+        if (slot.entry.firstPlusOne != 0) {
             slots_[slotOf(slot.number)] = slot;
+        }
+    }
 }
 
 void NumberIndex::clear() {

@@ -23,8 +23,9 @@ class NumberIndex {
     std::optional<Places> find(std::int32_t number) const {
         const bool isDense = number >= 0 && static_cast<std::size_t>(number) < dense_.size();
         const Entry entry = isDense ? dense_[static_cast<std::size_t>(number)] : entryOfSlot(number);
-        if (entry.firstPlusOne == 0)
+        if (entry.firstPlusOne == 0) {
             return std::nullopt;
+        }
         return Places{entry.firstPlusOne - 1, entry.last};
     }
     // Notes that a record with that number stands at the given place; places come in rising order.

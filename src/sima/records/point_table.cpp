@@ -21,16 +21,19 @@ struct PointTable::Store {
 };
 
 const SimaPoint& PointTable::operator[](std::size_t index) const {
-    if (index >= count_)
+    if (index >= count_) {
         throw std::invalid_argument("point index out of range");
+    }
     return store_->points[index];
 }
 
 std::span<const SimaPoint> PointTable::from(std::size_t first) const {
-    if (first > count_)
+    if (first > count_) {
         throw std::invalid_argument("point index out of range");
-    if (first == count_)
+    }
+    if (first == count_) {
         return {};
+    }
     return std::span<const SimaPoint>(store_->points).subspan(first, count_ - first);
 }
 
@@ -40,8 +43,9 @@ void PointTable::append(SimaPoint&& point) {
     } else if (count_ != store_->points.size()) {
         // Another table that shares the store has gone on: part from it.
         auto own = std::make_shared<Store>();
-        for (const SimaPoint& shared : all())
+        for (const SimaPoint& shared : all()) {
             own->append(SimaPoint(shared));
+        }
         store_ = std::move(own);
     }
     store_->append(std::move(point));
@@ -49,8 +53,9 @@ void PointTable::append(SimaPoint&& point) {
 }
 
 void PointTable::expect(std::size_t points) {
-    if (store_)
+    if (store_) {
         return;
+    }
     store_ = std::make_shared<Store>();
     try {
         store_->points.reserve(points);
@@ -71,17 +76,20 @@ const SimaPoint* PointTable::find(std::int32_t number) const {
 }
 
 std::optional<std::uint32_t> PointTable::placeOf(std::int32_t number) const {
-    if (count_ == 0)
+    if (count_ == 0) {
         return std::nullopt;
+    }
     const auto places = store_->index.find(number);
-    if (!places || places->first >= count_)
+    if (!places || places->first >= count_) {
         return std::nullopt;
+    }
     return places->first;
 }
 
 bool PointTable::hasFrom(std::size_t first, std::int32_t number) const {
-    if (count_ == 0)
+    if (count_ == 0) {
         return false;
+    }
     const auto places = store_->index.find(number);
     return places && places->last >= first;
 }

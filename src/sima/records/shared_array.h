@@ -41,10 +41,11 @@ class SharedArray {
 
     T& edit(std::size_t index) { return edits()[index]; }
     Elements& edits() {
-        if (!elements_)
+        if (!elements_) {
             elements_ = std::make_shared<Elements>();
-        else if (elements_.use_count() > 1)
+        } else if (elements_.use_count() > 1) {
             elements_ = std::make_shared<Elements>(*elements_);
+        }
         return *elements_;
     }
     void push_back(T element) { edits().push_back(std::move(element)); }

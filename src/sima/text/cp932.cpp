@@ -32,27 +32,32 @@ bool isLead(unsigned byte) {
 }
 
 std::size_t rowOf(unsigned lead) {
-    if (lead <= 0x9F)
+    if (lead <= 0x9F) {
         return lead - 0x81;
-    if (lead <= 0xEF)
+    }
+    if (lead <= 0xEF) {
         return lead - 0xE0 + 31;
+    }
     return lead - 0xFA + 47;
 }
 
 // The length of the ASCII text at the front.
 std::size_t asciiRun(std::string_view text) {
     std::size_t length = 0;
-    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80)
+    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) {
         ++length;
+    }
     return length;
 }
 
 // 0 if the pair is not defined.
 char32_t pairCharacter(unsigned lead, unsigned trail) {
-    if (trail < kFirstTrail || trail > kLastTrail || trail == 0x7F)
+    if (trail < kFirstTrail || trail > kLastTrail || trail == 0x7F) {
         return 0;
-    if (lead >= kFirstPrivateLead && lead <= kLastPrivateLead)
+    }
+    if (lead >= kFirstPrivateLead && lead <= kLastPrivateLead) {
         return kPrivateUse + (lead - kFirstPrivateLead) * kPrivateCells + trail - (trail < 0x7F ? 0x40 : 0x41);
+    }
     return kDoubleBytes[rowOf(lead)][trail - kFirstTrail];
 }
 
@@ -63,12 +68,14 @@ std::unique_ptr<const ReverseTable> makeReverseTable() {
     auto table = std::make_unique<ReverseTable>();
     table->fill(0);
     const auto addRows = [&table](unsigned first, unsigned last) {
-        for (unsigned lead = first; lead <= last; ++lead)
+        for (unsigned lead = first; lead <= last; ++lead) {
             for (unsigned trail = kFirstTrail; trail <= kLastTrail; ++trail) {
                 const char32_t character = pairCharacter(lead, trail);
-                if (character != 0 && (*table)[character] == 0)
+                if (character != 0 && (*table)[character] == 0) {
                     (*table)[character] = static_cast<std::uint16_t>(lead << 8 | trail);
+                }
             }
+        }
     };
     // The first code of a character wins. Windows prefers the standard's own rows, then the maker's row 13, then the
     // extension rows FA to FC, and writes the older copies of those in ED and EE for nothing.
@@ -94,16 +101,18 @@ void decodeCp932(std::string& out, std::string_view bytes) {
         const std::size_t run = asciiRun(bytes.substr(i));
         out.append(bytes, i, run);
         i += run;
-        if (i == bytes.size())
+        if (i == bytes.size()) {
             return;
+        }
         const auto byte = static_cast<unsigned char>(bytes[i++]);
         if (byte >= 0xA1 && byte <= 0xDF) {
             appendUtf8(out, kHalfWidthKana + byte - 0xA1);
             continue;
         }
         char32_t character = 0;
-        if (isLead(byte) && i < bytes.size())
+        if (isLead(byte) && i < bytes.size()) {
             character = pairCharacter(byte, static_cast<unsigned char>(bytes[i]));
+        }
         if (character == 0) {
             out += kReplacementCharacter;
         } else {
@@ -119,8 +128,9 @@ void encodeCp932(std::string& out, std::string_view text) {
         const std::size_t run = asciiRun(text);
         out += text.substr(0, run);
         text.remove_prefix(run);
-        if (text.empty())
+        if (text.empty()) {
             return;
+        }
         const char32_t character = takeCharacter(text);
         if (character >= kHalfWidthKana && character < kHalfWidthKana + 63) {
             out += static_cast<char>(character - kHalfWidthKana + 0xA1);

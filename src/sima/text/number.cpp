@@ -11,8 +11,9 @@ namespace {
 
 std::string_view skipBlanks(std::string_view text) {
     std::size_t start = 0;
-    while (start < text.size() && isBlank(text[start]))
+    while (start < text.size() && isBlank(text[start])) {
         ++start;
+    }
     return text.substr(start);
 }
 
@@ -36,14 +37,17 @@ bool isTooLarge(std::string_view digits) {
             seenPoint = true;
         } else {
             seenNonzero = seenNonzero || digits[i] != '0';
-            if (seenNonzero && !seenPoint)
+            if (seenNonzero && !seenPoint) {
                 ++place;
-            if (!seenNonzero && seenPoint)
+            }
+            if (!seenNonzero && seenPoint) {
                 --place;
+            }
         }
     }
-    if (i < digits.size())
+    if (i < digits.size()) {
         place += toInteger(digits.substr(i + 1));
+    }
     return place > 0;
 }
 
@@ -66,13 +70,15 @@ bool toPlainReal(std::string_view text, double& value) {
     const char* const end = p + text.size();
     const bool negative = p != end && *p == '-';
     p += negative ? 1 : 0;
-    if (end - p > kExactDigits + 1)
+    if (end - p > kExactDigits + 1) {
         return false;
+    }
     std::uint64_t mantissa = 0;
     const auto takeDigits = [&p, end, &mantissa] {
         const char* const first = p;
-        for (; p != end && isDigit(*p); ++p)
+        for (; p != end && isDigit(*p); ++p) {
             mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
+        }
         return p - first;
     };
     std::ptrdiff_t digits = takeDigits();
@@ -82,11 +88,13 @@ bool toPlainReal(std::string_view text, double& value) {
         decimals = takeDigits();
         digits += decimals;
     }
-    if (p != end || digits > kExactDigits)
+    if (p != end || digits > kExactDigits) {
         return false;
+    }
     value = static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
-    if (negative && digits > 0) // a sign alone is no number: 0.0
+    if (negative && digits > 0) { // a sign alone is no number: 0.0
         value = -value;
+    }
     return true;
 }
 
@@ -107,8 +115,9 @@ double toReal(std::string_view text) {
         const char c = text[i];
         if (isDigit(c)) {
             mantissa = mantissa * 10 + static_cast<std::uint64_t>(c - '0');
-            if (++digits > kExactDigits)
+            if (++digits > kExactDigits) {
                 break;
+            }
             decimals += seenPoint ? 1 : 0;
         } else if (c == '.' && !seenPoint) {
             seenPoint = true;
@@ -118,10 +127,11 @@ double toReal(std::string_view text) {
     }
     double value = 0.0;
     const bool exponent = i < text.size() && (text[i] == 'e' || text[i] == 'E');
-    if (digits > kExactDigits || exponent)
+    if (digits > kExactDigits || exponent) {
         value = (isDigit(text.front()) || text.front() == '.') ? convertSlowly(text) : 0.0;
-    else
+    } else {
         value = static_cast<double>(mantissa) / kPowersOfTen[decimals];
+    }
     return negative && digits > 0 ? -value : value; // a sign alone is no number: 0.0
 }
 

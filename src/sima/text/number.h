@@ -18,10 +18,12 @@ constexpr bool isDigit(char c) {
 
 // The text without the blanks at its ends.
 constexpr std::string_view trim(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
+    while (!text.empty() && isBlank(text.front())) {
         text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
+    }
+    while (!text.empty() && isBlank(text.back())) {
         text.remove_suffix(1);
+    }
     return text;
 }
 
@@ -35,12 +37,14 @@ bool toPlainReal(std::string_view text, double& value);
 constexpr bool toPlainInteger(std::string_view text, std::int32_t& value) {
     constexpr std::size_t kSafeDigits = 9; // of which none can pass 32 bits
     text = trim(text);
-    if (text.empty() || text.size() > kSafeDigits)
+    if (text.empty() || text.size() > kSafeDigits) {
         return false;
+    }
     std::int32_t sum = 0;
     for (const char c : text) {
-        if (!isDigit(c))
+        if (!isDigit(c)) {
             return false;
+        }
         sum = sum * 10 + (c - '0');
     }
     value = sum;
@@ -54,8 +58,9 @@ double toReal(std::string_view text);
 // The same for integers; a value beyond 32 bits becomes the nearest 32-bit value.
 constexpr std::int32_t toInteger(std::string_view text) {
     constexpr std::int64_t kLimit = std::int64_t{1} << 31;
-    while (!text.empty() && isBlank(text.front()))
+    while (!text.empty() && isBlank(text.front())) {
         text.remove_prefix(1);
+    }
     bool negative = false;
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
         negative = text.front() == '-';
@@ -63,14 +68,17 @@ constexpr std::int32_t toInteger(std::string_view text) {
     }
     std::int64_t value = 0;
     for (const char c : text) {
-        if (!isDigit(c))
+        if (!isDigit(c)) {
             break;
+        }
         value = value * 10 + (c - '0');
-        if (value > kLimit)
+        if (value > kLimit) {
             value = kLimit;
+        }
     }
-    if (negative)
+    if (negative) {
         return static_cast<std::int32_t>(-value);
+    }
     return static_cast<std::int32_t>(value == kLimit ? kLimit - 1 : value);
 }
 

@@ -13,10 +13,11 @@ std::string textOfPath(std::string_view path) {
     for (std::size_t at = 0; at < path.size();) {
         const std::size_t end = std::min(path.find('/', at), path.size() - 1) + 1;
         const std::string_view part = path.substr(at, end - at);
-        if (isValidUtf8(part))
+        if (isValidUtf8(part)) {
             text += part;
-        else
+        } else {
             decodeCp932(text, part);
+        }
         at = end;
     }
     return text;

@@ -13,10 +13,12 @@ constexpr RecordCode kOtherCode = 0x0200'0000; // not three characters long, so 
 
 // Codes compare exactly: capitals, three characters, no blanks.
 constexpr RecordCode recordCode(std::string_view text) {
-    if (text.empty())
+    if (text.empty()) {
         return kNoCode;
-    if (text.size() != 3)
+    }
+    if (text.size() != 3) {
         return kOtherCode;
+    }
     const auto byte = [text](std::size_t i) { return static_cast<RecordCode>(static_cast<unsigned char>(text[i])); };
     return byte(0) << 16 | byte(1) << 8 | byte(2);
 }

@@ -22,20 +22,23 @@ constexpr std::size_t kNone = std::string_view::npos;
 // The place of the first quote from `at` on that is not doubled.
 std::size_t closingQuote(std::string_view text, std::size_t at) {
     std::size_t found = text.find(kQuote, at);
-    while (found != kNone && found + 1 < text.size() && text[found + 1] == kQuote)
+    while (found != kNone && found + 1 < text.size() && text[found + 1] == kQuote) {
         found = text.find(kQuote, found + 2);
+    }
     return found;
 }
 
 // With each doubled quote replaced by one. Storage must have room, so that views into it stay.
 std::string_view undouble(std::string_view text, std::string& storage) {
-    if (text.find(kQuote) == kNone)
+    if (text.find(kQuote) == kNone) {
         return text;
+    }
     const std::size_t start = storage.size();
     for (std::size_t i = 0; i < text.size(); ++i) {
         storage += text[i];
-        if (text[i] == kQuote)
+        if (text[i] == kQuote) {
             ++i; // the second one of the pair
+        }
     }
     return std::string_view(storage).substr(start);
 }
@@ -60,8 +63,9 @@ class QuotedLine {
         while (findSeparator()) {
             if (line_[at_] == kQuote) {
                 fields_.add(takeQuoted());
-                if (at_ < line_.size())
+                if (at_ < line_.size()) {
                     at_ += characterLength(line_, at_);
+                }
             } else {
                 fields_.add(unquote(line_.substr(at_, separatorAt_ - at_)));
                 at_ = separatorAt_ + 1;
@@ -73,8 +77,9 @@ class QuotedLine {
   private:
     // The next separator from at_ on. The place is kept: a rest of the line may be looked through many times.
     bool findSeparator() {
-        if (!searched_ || (separatorAt_ != kNone && separatorAt_ < at_))
+        if (!searched_ || (separatorAt_ != kNone && separatorAt_ < at_)) {
             separatorAt_ = line_.find(separator_, at_);
+        }
         searched_ = true;
         return separatorAt_ != kNone;
     }
@@ -82,8 +87,9 @@ class QuotedLine {
     // A field that is a text of its own.
     std::string_view unquote(std::string_view field) {
         std::string_view inner = trim(field);
-        if (inner.empty())
+        if (inner.empty()) {
             return {};
+        }
         inner.remove_prefix(characterLength(inner, 0));
         const std::size_t end = closingQuote(inner, 0);
         return end == kNone ? field : undouble(inner.substr(0, end), fields_.storage_);
@@ -135,8 +141,9 @@ void Fields::refuse() {
 // A field of a line without quotes: the text as it is, but nothing for a field of blanks.
 inline void Fields::addPlain(const char* from, const char* to) {
     std::string_view field(from, static_cast<std::size_t>(to - from));
-    if (!field.empty() && isBlank(field.front()) && trim(field).empty())
+    if (!field.empty() && isBlank(field.front()) && trim(field).empty()) {
         field = {};
+    }
     add(field);
 }
 
@@ -148,18 +155,20 @@ std::int32_t splitLine(std::string_view line, std::string_view separator, Fields
     }
     const char* start = line.data();
     const char* const end = start + line.size();
-    for (const char* p = start; p != end; ++p)
+    for (const char* p = start; p != end; ++p) {
         if (*p == separator.front()) {
             fields.addPlain(start, p);
             start = p + 1;
         }
+    }
     fields.addPlain(start, end);
     return static_cast<std::int32_t>(fields.size());
 }
 
 bool splitAsciiLine(std::string_view line, Fields& fields) {
-    if (!isAscii(line))
+    if (!isAscii(line)) {
         return false;
+    }
     splitLine(line, ",", fields);
     return true;
 }
@@ -180,8 +189,9 @@ std::size_t splitPlainLine([[maybe_unused]] std::string_view text, [[maybe_unuse
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
         const unsigned lineFeeds = bits(_mm_cmpeq_epi8(bytes, lineFeed));
         const unsigned ofThisLine = lineFeeds != 0 ? (lineFeeds & (0U - lineFeeds)) - 1 : 0xFFFFU;
-        if ((bits(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, quote))) & ofThisLine) != 0)
+        if ((bits(_mm_or_si128(bytes, _mm_cmpeq_epi8(bytes, quote))) & ofThisLine) != 0) {
             return 0;
+        }
         for (unsigned commas = bits(_mm_cmpeq_epi8(bytes, comma)) & ofThisLine; commas != 0; commas &= commas - 1) {
             const char* const found = p + std::countr_zero(commas);
             fields.addPlain(start, found);
@@ -190,8 +200,9 @@ std::size_t splitPlainLine([[maybe_unused]] std::string_view text, [[maybe_unuse
         if (lineFeeds != 0) {
             const char* const lineEnd = p + std::countr_zero(lineFeeds);
             const char* const textEnd = lineEnd != begin && lineEnd[-1] == '\r' ? lineEnd - 1 : lineEnd;
-            if (textEnd == begin || isBlank(*begin) || isBlank(textEnd[-1]))
+            if (textEnd == begin || isBlank(*begin) || isBlank(textEnd[-1])) {
                 return 0;
+            }
             fields.addPlain(start, textEnd);
             return static_cast<std::size_t>(lineEnd + 1 - begin);
         }
@@ -206,13 +217,15 @@ std::int32_t ExtendedCString::Splitter(Array<std::string>& fields, std::string_v
         fields.emplace_back(piece);
         ++appended;
     };
-    if (!separator.empty())
+    if (!separator.empty()) {
         for (std::size_t found = text.find(separator); found != std::string_view::npos; found = text.find(separator)) {
             append(text.substr(0, found));
             text.remove_prefix(found + separator.size());
         }
-    if (!text.empty())
+    }
+    if (!text.empty()) {
         append(text);
+    }
     return appended;
 }
 

@@ -22,8 +22,9 @@ class Fields {
     std::size_t size() const { return count_; }
     // std::invalid_argument for a field that the line does not have, or that was not kept.
     std::string_view operator[](std::size_t index) const {
-        if (index >= kept())
+        if (index >= kept()) {
             refuse();
+        }
         return views_[index];
     }
 
@@ -34,8 +35,9 @@ class Fields {
     friend std::size_t splitPlainLine(std::string_view text, Fields& fields);
     [[noreturn]] static void refuse();
     void add(std::string_view field) {
-        if (count_ < kKept)
+        if (count_ < kKept) {
             views_[count_] = field;
+        }
         ++count_;
     }
     void addPlain(const char* from, const char* to);

@@ -75,9 +75,11 @@ constexpr std::array kEntries{
 } // namespace
 
 std::string_view resourceText(int id) {
-    for (const Entry& entry : kEntries)
-        if (entry.id == id)
+    for (const Entry& entry : kEntries) {
+        if (entry.id == id) {
             return entry.text;
+        }
+    }
     return {};
 }
 

@@ -12,12 +12,15 @@ bool isAscii(std::string_view text) {
     for (; left >= 8; left -= 8, p += 8) {
         std::uint64_t word = 0;
         std::memcpy(&word, p, 8);
-        if ((word & kHighBits) != 0)
+        if ((word & kHighBits) != 0) {
             return false;
+        }
     }
-    for (; left > 0; --left, ++p)
-        if ((static_cast<unsigned char>(*p) & 0x80U) != 0)
+    for (; left > 0; --left, ++p) {
+        if ((static_cast<unsigned char>(*p) & 0x80U) != 0) {
             return false;
+        }
+    }
     return true;
 }
 
@@ -44,12 +47,13 @@ void appendUtf8(std::string& out, char32_t character) {
 std::size_t characterLength(std::string_view text, std::size_t at) {
     const auto lead = static_cast<unsigned char>(text[at]);
     std::size_t length = 1;
-    if (lead >= 0xF0)
+    if (lead >= 0xF0) {
         length = 4;
-    else if (lead >= 0xE0)
+    } else if (lead >= 0xE0) {
         length = 3;
-    else if (lead >= 0xC0)
+    } else if (lead >= 0xC0) {
         length = 2;
+    }
     return length <= text.size() - at ? length : text.size() - at;
 }
 
@@ -90,8 +94,9 @@ char32_t takeCharacter(std::string_view& text) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    if (isAscii(text))
+    if (isAscii(text)) {
         return true;
+    }
     std::string valid;
     appendValidUtf8(valid, text);
     return valid == text;
@@ -102,18 +107,20 @@ void appendValidUtf8(std::string& out, std::string_view text) {
         const std::string_view before = text;
         const char32_t character = takeCharacter(text);
         const std::string_view taken = before.substr(0, before.size() - text.size());
-        if (character == U'\uFFFD')
+        if (character == U'\uFFFD') {
             out += kReplacementCharacter;
-        else
+        } else {
             out += taken;
+        }
     }
 }
 
 std::string_view withoutLastCharacters(std::string_view text, int count) {
     for (; count > 0 && !text.empty(); --count) {
         std::size_t at = text.size() - 1;
-        while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U)
+        while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U) {
             --at;
+        }
         text = text.substr(0, at);
     }
     return text;

@@ -17,19 +17,22 @@ bool isPlainNumber(std::string_view text) {
     std::size_t i = !text.empty() && text.front() == '-' ? 1 : 0;
     int points = 0;
     for (; i < text.size(); ++i) {
-        if (text[i] == '.')
+        if (text[i] == '.') {
             ++points;
-        else if (!isDigit(text[i]))
+        } else if (!isDigit(text[i])) {
             return false;
+        }
     }
     return points <= 1;
 }
 
 std::string_view trimIdeographicSpaces(std::string_view text) {
-    while (text.starts_with(kIdeographicSpace))
+    while (text.starts_with(kIdeographicSpace)) {
         text.remove_prefix(kIdeographicSpace.size());
-    while (text.ends_with(kIdeographicSpace))
+    }
+    while (text.ends_with(kIdeographicSpace)) {
         text.remove_suffix(kIdeographicSpace.size());
+    }
     return text;
 }
 
@@ -37,14 +40,16 @@ std::string_view trimIdeographicSpaces(std::string_view text) {
 
 bool isNumber(std::string_view text) {
     text = trim(text);
-    if (isPlainNumber(text))
+    if (isPlainNumber(text)) {
         return true;
+    }
     const std::string cleaned = replaceIdeographicSpaces(trimIdeographicSpaces(text));
     // The whole treatment of the sign: minus signs are taken out wherever they stand if the text converts to 0 or
     // below, and otherwise they stay and fail. So "--5" passes, and "1-2" does not.
     std::string digits = cleaned;
-    if (toReal(cleaned) <= 0.0)
+    if (toReal(cleaned) <= 0.0) {
         std::erase(digits, '-');
+    }
     std::erase(digits, '.');
     return isDigits(digits) && std::count(cleaned.begin(), cleaned.end(), '.') <= 1;
 }

@@ -9,9 +9,11 @@ namespace fenmark::sima {
 
 // Whether the trimmed text holds nothing but "0" to "9". An empty text passes. Neither length nor sign is tested.
 inline bool isDigits(std::string_view text) {
-    for (const char c : trim(text))
-        if (!isDigit(c))
+    for (const char c : trim(text)) {
+        if (!isDigit(c)) {
             return false;
+        }
+    }
     return true;
 }
 

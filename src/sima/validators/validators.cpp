@@ -16,8 +16,9 @@ constexpr std::string_view kLotFormat = "書式が正しくありませんが、
 // A line number in five digits or more.
 std::string lineText(std::int32_t line) {
     std::string digits = std::to_string(line);
-    if (digits.size() < 5)
+    if (digits.size() < 5) {
         digits.insert(0, 5 - digits.size(), '0');
+    }
     return digits;
 }
 
@@ -27,8 +28,9 @@ std::int32_t report(SimaLog& log, const Record& record, std::string_view identif
 
 // The count includes the empty field behind the trailing comma.
 std::int32_t requireFields(SimaLog& log, const Record& record, std::size_t count) {
-    if (record.fields.size() == count)
+    if (record.fields.size() == count) {
         return 0;
+    }
     return report(log, record, "ErrX001", record.fields.size() > count ? 101 : 102);
 }
 
@@ -78,14 +80,16 @@ std::int32_t validateEndRecord(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateG00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0)
+    if (requireFields(log, record, 4) != 0) {
         return -1;
+    }
     return requireNumber(log, record, {1, "ErrG00-1", 124});
 }
 
 std::int32_t validateA01Number(SimaLog& log, const Record& record) {
-    if (record.fields.size() != 6 && record.fields.size() != 7)
+    if (record.fields.size() != 6 && record.fields.size() != 7) {
         return report(log, record, "ErrX001", 154);
+    }
     return requireDigits(log, record, {1, "ErrA01-1", 104});
 }
 
@@ -99,91 +103,108 @@ std::int32_t validateA01Coordinates(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateB01(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0)
+    if (requireFields(log, record, 4) != 0) {
         return -1;
+    }
     return requireDigits(log, record, {1, "ErrB01-1", 104});
 }
 
 std::int32_t validateB03(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 3) != 0)
+    if (requireFields(log, record, 3) != 0) {
         return -1;
+    }
     return requireNumber(log, record, {1, "ErrB03-1", 109});
 }
 
 std::int32_t validateC01(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0)
+    if (requireFields(log, record, 4) != 0) {
         return -1;
+    }
     const std::string_view system = trim(record.fields[1]);
-    if (system != "0" && system != "1")
+    if (system != "0" && system != "1") {
         return report(log, record, "ErrC01-1", 125);
+    }
     return requireNumber(log, record, {2, "ErrC01-2", 134});
 }
 
 std::int32_t validateC02(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 5) != 0)
+    if (requireFields(log, record, 5) != 0) {
         return -1;
+    }
     return requireNumbers(log, record, FieldRule{1, "ErrC02-1", 110}, FieldRule{2, "ErrC02-2", 111},
                           FieldRule{3, "ErrC02-3", 112});
 }
 
 std::int32_t validateC03(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0)
+    if (requireFields(log, record, 4) != 0) {
         return -1;
+    }
     return requireNumbers(log, record, FieldRule{1, "ErrC03-1", 113}, FieldRule{2, "ErrC03-2", 114});
 }
 
 std::int32_t validateD00(SimaLog& log, const Record& record) {
-    if (record.fields.size() != 5)
+    if (record.fields.size() != 5) {
         return reportRecord(log, "ErrX001", kLotFormat, record.line, record.text);
-    if (requireDigits(log, record, {1, "ErrD00-1", 115}) != 0)
+    }
+    if (requireDigits(log, record, {1, "ErrD00-1", 115}) != 0) {
         return -1;
+    }
     // Not trimmed here, although the reader trims: " 1" is refused, and closes the lot all the same.
     const std::string_view kind = record.fields[3];
     return kind == "1" || kind == "2" ? 0 : report(log, record, "ErrD00-2", 126);
 }
 
 std::int32_t validateF00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 6) != 0)
+    if (requireFields(log, record, 6) != 0) {
         return -1;
-    if (requireDigits(log, record, {1, "ErrF00-1", 116}) != 0 || requireDigits(log, record, {2, "ErrF00-2", 117}) != 0)
+    }
+    if (requireDigits(log, record, {1, "ErrF00-1", 116}) != 0 ||
+        requireDigits(log, record, {2, "ErrF00-2", 117}) != 0) {
         return -1;
+    }
     const std::string_view type = trim(record.fields[4]);
     const bool known = type.size() == 1 && type.front() >= '1' && type.front() <= '7';
     return known ? 0 : report(log, record, "ErrF00-3", 127);
 }
 
 std::int32_t validateH00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0)
+    if (requireFields(log, record, 4) != 0) {
         return -1;
+    }
     return requireDigits(log, record, {1, "ErrH00-1", 119});
 }
 
 std::int32_t validateH01(SimaLog& log, const Record& record) {
-    if (record.fields.size() != 7)
+    if (record.fields.size() != 7) {
         return report(log, record, "ErrX001", 155);
+    }
     if (requireNumbers(log, record, FieldRule{2, "ErrH01-1", 109}, FieldRule{3, "ErrH01-2", 123},
-                       FieldRule{4, "ErrH01-3", 121}) != 0)
+                       FieldRule{4, "ErrH01-3", 121}) != 0) {
         return -1;
+    }
     const std::string_view kind = trim(record.fields[5]);
     return kind == "1" || kind == "2" ? 0 : report(log, record, "ErrH01-4", 128);
 }
 
 std::int32_t validateI00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0)
+    if (requireFields(log, record, 4) != 0) {
         return -1;
+    }
     return requireDigits(log, record, {1, "ErrI00-1", 119});
 }
 
 std::int32_t validateI01(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 6) != 0)
+    if (requireFields(log, record, 6) != 0) {
         return -1;
+    }
     return requireNumbers(log, record, FieldRule{2, "ErrI01-1", 109}, FieldRule{3, "ErrI01-2", 123},
                           FieldRule{4, "ErrI01-3", 121});
 }
 
 std::int32_t validateI02(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 5) != 0)
+    if (requireFields(log, record, 5) != 0) {
         return -1;
+    }
     return requireNumbers(log, record, FieldRule{2, "ErrI02-1", 122}, FieldRule{3, "ErrI02-2", 123});
 }
 

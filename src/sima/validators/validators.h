@@ -52,10 +52,12 @@ std::int32_t reportDuplicate(SimaLog& log, const Record& record);
 
 template <typename HasNumber>
 std::int32_t validateA01(SimaLog& log, const Record& record, HasNumber&& hasNumber) {
-    if (validateA01Number(log, record) != 0)
+    if (validateA01Number(log, record) != 0) {
         return -1;
-    if (hasNumber())
+    }
+    if (hasNumber()) {
         return reportDuplicate(log, record);
+    }
     return validateA01Coordinates(log, record);
 }
 

@@ -29,8 +29,9 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     : Form(parent, QStringLiteral("SIMAファイル読み込み"), 270, 206), state_(std::move(state)),
       services_(std::move(services)) {
     state_.mustChooseAlignment = false;
-    if (!services_.browse)
+    if (!services_.browse) {
         services_.browse = browseForSimFile;
+    }
 
     QLabel* pathLabel = addLabel(QStringLiteral("ファイル名:"), 6, 6, 42, 8);
     path_ = new QLineEdit(this);
@@ -70,8 +71,9 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     path_->setText(QString::fromStdString(state_.filePath));
     if (!state_.filePath.empty()) {
         const std::optional<std::int64_t> time = command::modificationTime(state_.filePath);
-        if ((!time || *time != state_.fileTime) && !scan())
+        if ((!time || *time != state_.fileTime) && !scan()) {
             path_->clear(); // the stored path stays
+        }
     }
     fillSorted(sites_, state_.siteNames);
     selectExact(sites_, state_.siteName);
@@ -155,8 +157,9 @@ void FenmarkForm::refuseFile() {
 
 void FenmarkForm::browse() {
     const std::optional<QString> chosen = services_.browse(this, QString::fromStdString(state_.filePath));
-    if (!chosen)
+    if (!chosen) {
         return;
+    }
     // The path is stored before any test, so that a rejected file is refused again by the import button.
     state_.filePath = chosen->toStdString();
     if (!command::isSimFile(state_.filePath)) {
@@ -184,8 +187,9 @@ void FenmarkForm::showSettings() {
                               .continuousLayer = state_.continuousLayer,
                               .shiftDistance = state_.shiftDistance},
                              services_.plain);
-    if (form.exec() != QDialog::Accepted)
+    if (form.exec() != QDialog::Accepted) {
         return;
+    }
     const ImportSettings& settings = form.settings();
     state_.pointLayer = settings.pointLayer;
     state_.ipLayer = settings.ipLayer;
@@ -214,8 +218,9 @@ void FenmarkForm::accept() {
     }
     takeTicks();
     state_.siteName = sites_->currentText().toStdString();
-    if (const std::optional<std::int64_t> time = command::modificationTime(state_.filePath))
+    if (const std::optional<std::int64_t> time = command::modificationTime(state_.filePath)) {
         state_.fileTime = *time;
+    }
     state_.mustChooseAlignment =
         command::mustChooseAlignment(state_.reader, state_.options, state_.mustChooseAlignment);
     Form::accept();

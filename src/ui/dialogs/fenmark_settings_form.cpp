@@ -32,8 +32,9 @@ constexpr std::array<Row, 5> kRows{{
 
 std::string formatShiftDistance(double metres) {
     std::string text = sima::formatReal(metres);
-    while (!text.empty() && text.back() == '0')
+    while (!text.empty() && text.back() == '0') {
         text.pop_back();
+    }
     return text;
 }
 
@@ -82,8 +83,9 @@ FenmarkSettingsForm::FenmarkSettingsForm(QWidget* parent, const std::vector<std:
 }
 
 void FenmarkSettingsForm::accept() {
-    for (std::size_t i = 0; i < kRows.size(); ++i)
+    for (std::size_t i = 0; i < kRows.size(); ++i) {
         settings_.*kRows[i].layer = lists_[i]->currentText().toStdString();
+    }
     double metres = 0.0;
     const bool accepted = command::parseShiftDistance(shift_->text().toStdString(), metres);
     if (!accepted) {

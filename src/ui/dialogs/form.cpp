@@ -29,8 +29,9 @@ QLabel* Form::addLabel(const QString& text, int x, int y, int width, int height,
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     place(label, units_, x, y, width, height);
-    if (id != 0)
+    if (id != 0) {
         setControlId(label, id);
+    }
     return label;
 }
 
@@ -70,8 +71,9 @@ void Form::keyPressEvent(QKeyEvent* event) {
 void fillSorted(QComboBox* list, const std::vector<std::string>& names) {
     QStringList texts;
     texts.reserve(static_cast<qsizetype>(names.size()));
-    for (const std::string& name : names)
+    for (const std::string& name : names) {
         texts.append(QString::fromStdString(name));
+    }
     QCollator collator{QLocale(QLocale::Japanese, QLocale::Japan)};
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(texts.begin(), texts.end(),

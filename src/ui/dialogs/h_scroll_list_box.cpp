@@ -46,14 +46,16 @@ CHScrollListBox::CHScrollListBox(QWidget* parent) : QListWidget(parent) {
 
 int CHScrollListBox::lineWidth(const QString& text) const {
     const QFontMetrics metrics(font());
-    if (expandsTabs_)
+    if (expandsTabs_) {
         return metrics.size(Qt::TextExpandTabs | Qt::TextSingleLine, text).width() + kTabbedMargin;
+    }
     return metrics.horizontalAdvance(text) + kTextMargin;
 }
 
 void CHScrollListBox::setExtent(int extent) {
-    if (extent_ == extent)
+    if (extent_ == extent) {
         return;
+    }
     extent_ = extent;
     // Once for all lines that are added before the next painting.
     scheduleDelayedItemsLayout();
@@ -64,16 +66,18 @@ int CHScrollListBox::addLine(const QString& text) {
 }
 
 int CHScrollListBox::insertLine(int index, const QString& text) {
-    if (index < 0 || index > count())
+    if (index < 0 || index > count()) {
         return -1;
+    }
     insertItem(index, text);
     setExtent(std::max(extent_, lineWidth(text)));
     return index;
 }
 
 int CHScrollListBox::deleteLine(int index) {
-    if (index < 0 || index >= count())
+    if (index < 0 || index >= count()) {
         return -1;
+    }
     delete takeItem(index);
     measureAll();
     return count();
@@ -99,16 +103,18 @@ void CHScrollListBox::measureAll() {
     }
     QApplication::setOverrideCursor(Qt::WaitCursor);
     int widest = 0;
-    for (int i = 0; i < count(); ++i)
+    for (int i = 0; i < count(); ++i) {
         widest = std::max(widest, lineWidth(item(i)->text()));
+    }
     setExtent(widest);
     QApplication::restoreOverrideCursor();
 }
 
 QStringList CHScrollListBox::lines() const {
     QStringList all;
-    for (int i = 0; i < count(); ++i)
+    for (int i = 0; i < count(); ++i) {
         all.append(item(i)->text());
+    }
     return all;
 }
 

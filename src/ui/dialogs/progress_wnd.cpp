@@ -31,8 +31,9 @@ constexpr qint64 kPumpIntervalMs = 8;
 // The section "Settings" of the program's own store. A program without a name of its own has none.
 // Keys and names that the toolkit keeps are made on the heap: literals would go with the library when it is unloaded.
 QSettings profile() {
-    if (QCoreApplication::organizationName().isEmpty())
+    if (QCoreApplication::organizationName().isEmpty()) {
         return QSettings(QString::fromLatin1("Fenmark"), QString::fromLatin1("Fenmark"));
+    }
     return QSettings();
 }
 
@@ -78,8 +79,9 @@ void CProgressWnd::createChildren() {
 void CProgressWnd::layOut() {
     const QFontMetrics metrics(font());
     QString lines = QStringLiteral("M");
-    for (int i = 1; i < kTextLines; ++i)
+    for (int i = 1; i < kTextLines; ++i) {
         lines += QStringLiteral("\nM");
+    }
     const int labelHeight = metrics.boundingRect(QRect(0, 0, kLabelWidth, 1000), Qt::AlignLeft, lines).height();
     label_->setGeometry(kMargin, kMargin, kLabelWidth, labelHeight);
 
@@ -103,8 +105,9 @@ QPoint CProgressWnd::origin() const {
 
 void CProgressWnd::placeWindow() {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr)
+    if (screen == nullptr) {
         return;
+    }
     const QRect area = screen->geometry();
     int x = -1;
     int y = -1;
@@ -113,10 +116,11 @@ void CProgressWnd::placeWindow() {
         x = settings.value(QString::fromLatin1("Settings/X"), -1).toInt();
         y = settings.value(QString::fromLatin1("Settings/Y"), -1).toInt();
     }
-    if (x >= 0 && x < area.width() && y >= 0 && y < area.height())
+    if (x >= 0 && x < area.width() && y >= 0 && y < area.height()) {
         move(origin() + QPoint(x, y));
-    else
+    } else {
         move(area.center() - QPoint(width() / 2, height() / 2));
+    }
     show();
     raise();
 }
@@ -130,11 +134,13 @@ std::int32_t CProgressWnd::goModal(const QString& title, bool) {
         setWindowTitle(caption_);
         placeWindow();
     }
-    if (modal_)
+    if (modal_) {
         return 1;
+    }
     mainWindow_ = parentWidget() != nullptr ? parentWidget()->window() : QApplication::activeWindow();
-    if (mainWindow_ == this)
+    if (mainWindow_ == this) {
         mainWindow_ = nullptr;
+    }
     if (mainWindow_ != nullptr) {
         mainFocus_ = mainWindow_->focusWidget();
         mainWindow_->setEnabled(false);
@@ -149,20 +155,24 @@ void CProgressWnd::setRange(std::int32_t lower, std::int32_t upper, std::int32_t
     lower_ = lower;
     upper_ = upper;
     step_ = step;
-    if (exists_)
+    if (exists_) {
         bar_->setRange(lower_, upper_);
+    }
 }
 
 void CProgressWnd::setText(const QString& text) {
-    if (exists_)
+    if (exists_) {
         label_->setText(text);
+    }
 }
 
 std::int32_t CProgressWnd::setPosition(std::int32_t position) {
-    if (!exists_)
+    if (!exists_) {
         return position_;
-    if (!isVisible())
+    }
+    if (!isVisible()) {
         show();
+    }
     position_ = position;
     std::int32_t percent = 0;
     if (upper_ > lower_) {
@@ -183,21 +193,26 @@ std::int32_t CProgressWnd::setPosition(std::int32_t position) {
 }
 
 void CProgressWnd::pump() {
-    if (!exists_)
+    if (!exists_) {
         return;
+    }
     ++pumpCount_;
     // The early calls get the window painted at all.
     const bool early = pumpCount_ < kPaintedPumps;
-    if (!early && sincePump_.elapsed() < kPumpIntervalMs)
+    if (!early && sincePump_.elapsed() < kPumpIntervalMs) {
         return;
+    }
     sincePump_.restart();
     // The focus within the program: a user who went on to another program meanwhile keeps it there.
-    if (modal_ && !isActiveWindow() && QGuiApplication::applicationState() == Qt::ApplicationActive)
+    if (modal_ && !isActiveWindow() && QGuiApplication::applicationState() == Qt::ApplicationActive) {
         activateWindow();
-    if (early)
+    }
+    if (early) {
         update();
-    if (cancelled_)
+    }
+    if (cancelled_) {
         return;
+    }
     QCoreApplication::processEvents();
 }
 
@@ -205,8 +220,9 @@ void CProgressWnd::pump() {
 void CProgressWnd::cancel() {
     cancelled_ = true;
     hide();
-    if (modal_)
+    if (modal_) {
         close();
+    }
     if (mainWindow_ != nullptr) {
         mainWindow_->raise();
         mainWindow_->activateWindow();
@@ -214,8 +230,9 @@ void CProgressWnd::cancel() {
 }
 
 void CProgressWnd::DestroyWindow() {
-    if (!exists_)
+    if (!exists_) {
         return;
+    }
     exists_ = false;
     if (savePosition_) {
         QSettings settings = profile();
@@ -229,8 +246,9 @@ void CProgressWnd::DestroyWindow() {
             mainWindow_->removeEventFilter(this);
             mainWindow_->setEnabled(true);
             // A disabled window forgets where its keyboard was.
-            if (mainFocus_ != nullptr)
+            if (mainFocus_ != nullptr) {
                 mainFocus_->setFocus();
+            }
         }
     }
     hide();
@@ -247,20 +265,23 @@ bool CProgressWnd::eventFilter(QObject* watched, QEvent* event) {
 
 // The window has no close button, and a close request from elsewhere must not end it while a file is read.
 void CProgressWnd::closeEvent(QCloseEvent* event) {
-    if (cancelled_)
+    if (cancelled_) {
         DestroyWindow();
-    if (exists_)
+    }
+    if (exists_) {
         event->ignore();
-    else
+    } else {
         QWidget::closeEvent(event);
+    }
 }
 
 // Help requests are swallowed.
 void CProgressWnd::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F1 || event->key() == Qt::Key_Help)
+    if (event->key() == Qt::Key_F1 || event->key() == Qt::Key_Help) {
         event->accept();
-    else
+    } else {
         QWidget::keyPressEvent(event);
+    }
 }
 
 namespace {

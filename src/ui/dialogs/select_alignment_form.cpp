@@ -25,8 +25,9 @@ SelectAlignmentForm::SelectAlignmentForm(QWidget* parent, std::map<std::string, 
     }
     std::vector<std::string> names;
     names.reserve(alignments_.size());
-    for (const auto& [name, id] : alignments_)
+    for (const auto& [name, id] : alignments_) {
         names.push_back(name);
+    }
     fillSorted(list_, names);
     list_->setCurrentIndex(0);
     select->setEnabled(list_->count() > 0);

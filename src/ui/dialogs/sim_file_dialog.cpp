@@ -14,15 +14,17 @@ void prepareSimFileDialog(QFileDialog& dialog, const QString& current) {
     dialog.setDefaultSuffix(QStringLiteral("sim"));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    if (!current.isEmpty())
+    if (!current.isEmpty()) {
         dialog.setDirectory(QFileInfo(current).absolutePath());
+    }
 }
 
 std::optional<QString> browseForSimFile(QWidget* parent, const QString& current) {
     QFileDialog dialog(parent);
     prepareSimFileDialog(dialog, current);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
+    }
     return dialog.selectedFiles().first();
 }
 

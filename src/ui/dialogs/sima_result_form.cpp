@@ -23,8 +23,9 @@ SimaResultForm::SimaResultForm(QWidget* parent, const command::ImportResult& res
     connect(show, &QPushButton::clicked, this, &SimaResultForm::showLog);
 
     const std::vector<std::string> lines = command::resultLines(result);
-    for (const std::string& line : lines)
+    for (const std::string& line : lines) {
         list_->addLine(QString::fromStdString(line));
+    }
     show->setEnabled(result.errorCount >= 1);
 
     sima::SimaLog log;

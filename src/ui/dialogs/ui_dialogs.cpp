@@ -18,8 +18,9 @@ bool UiDialogs::showImport(command::ImportDialogState& state) {
     services.encoding = encoding_;
     FenmarkForm form(parent_, std::move(state), std::move(services));
     const bool accepted = form.exec() == QDialog::Accepted;
-    if (form.failure())
+    if (form.failure()) {
         std::rethrow_exception(form.failure());
+    }
     state = form.takeState();
     return accepted;
 }
@@ -27,8 +28,9 @@ bool UiDialogs::showImport(command::ImportDialogState& state) {
 bool UiDialogs::selectAlignment(const std::map<std::string, host::MdDbObjectId>& alignments, host::MdDbObjectId& id,
                                 std::string& name) {
     SelectAlignmentForm form(parent_, alignments);
-    if (form.exec() != QDialog::Accepted)
+    if (form.exec() != QDialog::Accepted) {
         return false;
+    }
     id = form.chosenId();
     name = form.chosenName();
     return true;

@@ -1,0 +1,438 @@
+// The embedded host's drawing in memory.
+#include "drawing/drawing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace fenmark::drawing {
+
+namespace {
+
+template <typename Items>
+std::optional<std::size_t> findName(const Items& items, std::string_view name) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (items[i].name == name) {
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+// Items stand in the order of their identifiers.
+template <typename Items>
+std::optional<std::size_t> findId(const Items& items, MdDbObjectId id) {
+    const auto found = std::lower_bound(items.begin(), items.end(), id,
+                                        [](const auto& item, MdDbObjectId key) { return item.id < key; });
+    if (found == items.end() || found->id != id) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - items.begin());
+}
+
+// Takes the items behind the first ones off the list.
+template <typename Item>
+std::vector<Item> cutItems(std::vector<Item>& items, std::size_t left) {
+    const auto from = items.begin() + static_cast<std::ptrdiff_t>(left);
+    std::vector<Item> cut(std::make_move_iterator(from), std::make_move_iterator(items.end()));
+    items.erase(from, items.end());
+    return cut;
+}
+
+template <typename Item>
+void putItems(std::vector<Item>& items, std::vector<Item>&& more) {
+    items.insert(items.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+} // namespace
+
+double Alignment::length() const {
+    double sum = 0.0;
+    for (const Element& element : elements) {
+        sum += element.length;
+    }
+    return sum;
+}
+
+void Extent::add(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y)) {
+        return;
+    }
+    minX = std::min(minX, x);
+    minY = std::min(minY, y);
+    maxX = std::max(maxX, x);
+    maxY = std::max(maxY, y);
+}
+
+void Extent::add(const Extent& other) {
+    if (!other.empty()) {
+        add(other.minX, other.minY);
+        add(other.maxX, other.maxY);
+    }
+}
+
+Drawing::Drawing() {
+    addLayer(kFirstLayer);
+}
+
+// --- reading ---
+
+std::optional<std::size_t> Drawing::findLayer(std::string_view name) const {
+    // Most objects of an import lie on one layer, and it was looked for just now.
+    if (recentLayer_ < layers_.size() && layers_[recentLayer_].name == name) {
+        return recentLayer_;
+    }
+    const std::optional<std::size_t> found = findName(layers_, name);
+    if (found) {
+        recentLayer_ = *found;
+    }
+    return found;
+}
+
+std::optional<std::size_t> Drawing::findLayer(MdDbObjectId id) const {
+    return findId(layers_, id);
+}
+
+std::optional<std::size_t> Drawing::findSite(std::string_view name) const {
+    return findName(sites_, name);
+}
+
+std::optional<std::size_t> Drawing::findSite(MdDbObjectId id) const {
+    return findId(sites_, id);
+}
+
+std::optional<std::size_t> Drawing::findTable(std::string_view name) const {
+    return findName(tables_, name);
+}
+
+std::optional<std::size_t> Drawing::findAlignment(MdDbObjectId id) const {
+    const auto found =
+        std::lower_bound(alignments_.begin(), alignments_.end(), id,
+                         [](const StoredAlignment& item, MdDbObjectId key) { return item.alignment.id < key; });
+    if (found == alignments_.end() || found->alignment.id != id) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - alignments_.begin());
+}
+
+std::optional<std::size_t> Drawing::findEntity(MdDbObjectId id) const {
+    if (entities_ == 0) {
+        return std::nullopt;
+    }
+    std::size_t low = 0;
+    std::size_t high = entities_ - 1;
+    if (record(high).id == id.asUint64()) {
+        return high; // the one made last is asked for most
+    }
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        if (record(middle).id < id.asUint64()) {
+            low = middle + 1;
+        } else {
+            high = middle;
+        }
+    }
+    if (record(low).id != id.asUint64()) {
+        return std::nullopt;
+    }
+    return low;
+}
+
+const Drawing::EntityRecord& Drawing::record(std::size_t index) const {
+    return records_.run((static_cast<std::uint64_t>(index / kRecordBlock) << 32) | index % kRecordBlock, 1).front();
+}
+
+Drawing::EntityRecord& Drawing::record(std::size_t index) {
+    return records_.run((static_cast<std::uint64_t>(index / kRecordBlock) << 32) | index % kRecordBlock, 1).front();
+}
+
+EntityView Drawing::entity(std::size_t index) const {
+    const EntityRecord& item = record(index);
+    EntityView view;
+    view.id = MdDbObjectId(item.id);
+    view.kind = static_cast<EntityKind>(item.kind);
+    view.closed = item.closed != 0;
+    view.layer = layers_[item.layer].name;
+    view.vertices = vertices_.run(item.vertices, item.vertexCount);
+    if (item.row != kNoRow) {
+        const RowRecord& row = rows_.run(item.row, 1).front();
+        view.row = RowView{tables_[row.table].name, row.no, texts_.view(row.name), texts_.view(row.type),
+                           texts_.view(row.fileName)};
+    }
+    return view;
+}
+
+bool Drawing::isPoint(std::size_t index) const {
+    return static_cast<EntityKind>(record(index).kind) == EntityKind::Point;
+}
+
+Extent Drawing::entityExtent(std::size_t index) const {
+    const EntityRecord& item = record(index);
+    Extent extent;
+    for (const MdGePoint3d& vertex : vertices_.run(item.vertices, item.vertexCount)) {
+        extent.add(vertex.x, vertex.y);
+    }
+    return extent;
+}
+
+const AlignmentGeometry& Drawing::geometry(std::size_t index) const {
+    const StoredAlignment& stored = alignments_[index];
+    if (!stored.geometry) {
+        stored.geometry = std::make_unique<AlignmentGeometry>(stored.alignment.elements, stored.alignment.startStation);
+    }
+    return *stored.geometry;
+}
+
+// --- making ---
+
+void Drawing::touchEntity(std::uint64_t id) {
+    unsaved_.entities = std::min(unsaved_.entities, id - 1);
+}
+
+void Drawing::touchOther(MdDbObjectId id) {
+    unsaved_.others = std::min(unsaved_.others, id.asUint64() - 1);
+}
+
+MdDbObjectId Drawing::addLayer(std::string_view name) {
+    std::string text = readableText(name);
+    if (const std::optional<std::size_t> found = findLayer(text)) {
+        return layers_[*found].id;
+    }
+    layers_.push_back({nextId(), std::move(text)});
+    return layers_.back().id;
+}
+
+void Drawing::setCurrentLayer(std::size_t index) {
+    currentLayer_ = index;
+    unsaved_.settings = true;
+}
+
+void Drawing::setZone(int zone) {
+    zone_ = zone;
+    unsaved_.settings = true;
+}
+
+MdDbObjectId Drawing::addSite(std::string_view name) {
+    sites_.push_back({nextId(), readableText(name)});
+    return sites_.back().id;
+}
+
+MdDbObjectId Drawing::addTable(std::string_view name) {
+    std::string text = readableText(name);
+    if (findTable(text)) {
+        return {};
+    }
+    tables_.push_back({nextId(), std::move(text)});
+    return tables_.back().id;
+}
+
+std::size_t Drawing::addAlignment(MdDbObjectId site, std::string_view name, std::string_view layer,
+                                  std::string_view firstStyle, std::string_view secondStyle) {
+    StoredAlignment stored;
+    stored.alignment.id = nextId();
+    stored.alignment.site = site;
+    stored.alignment.name = readableText(name);
+    stored.alignment.layer = readableText(layer);
+    stored.alignment.firstStyle = readableText(firstStyle);
+    stored.alignment.secondStyle = readableText(secondStyle);
+    alignments_.push_back(std::move(stored));
+    return alignments_.size() - 1;
+}
+
+Drawing::StoredAlignment& Drawing::changeAlignment(std::size_t index) {
+    StoredAlignment& stored = alignments_[index];
+    touchOther(stored.alignment.id);
+    stored.geometry.reset();
+    return stored;
+}
+
+void Drawing::setDescription(std::size_t alignment, std::string_view text) {
+    changeAlignment(alignment).alignment.description = readableText(text);
+}
+
+void Drawing::setStartStation(std::size_t alignment, double station) {
+    changeAlignment(alignment).alignment.startStation = station;
+}
+
+std::int32_t Drawing::addElement(std::size_t alignment, const Element& element) {
+    StoredAlignment& stored = changeAlignment(alignment);
+    stored.alignment.elements.push_back(element);
+    stored.alignment.elements.back().id = ++stored.lastElementId;
+    addToExtent(element);
+    return stored.lastElementId;
+}
+
+void Drawing::addToExtent(const Element& element) {
+    std::vector<PlanPoint> line;
+    appendElementLine(element, kLineTolerance, line);
+    for (const PlanPoint& point : line) {
+        extent_.add(point.x, point.y);
+    }
+}
+
+void Drawing::relayLastElements(std::size_t alignment, std::span<const Element> last) {
+    if (last.empty()) {
+        return;
+    }
+    std::vector<Element>& elements = changeAlignment(alignment).alignment.elements;
+    std::copy(last.begin(), last.end(), elements.end() - static_cast<std::ptrdiff_t>(last.size()));
+    for (const Element& element : last) {
+        addToExtent(element); // the box keeps room for where they lay before
+    }
+}
+
+void Drawing::removeElement(std::size_t alignment, std::size_t element) {
+    std::vector<Element>& elements = changeAlignment(alignment).alignment.elements;
+    elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(element));
+}
+
+MdDbObjectId Drawing::addEntity(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind,
+                                bool closed) {
+    if (vertices.size() > UINT32_MAX) {
+        throw std::length_error("a polyline of more than 4294967295 vertices");
+    }
+    EntityRecord item{};
+    item.id = nextId().asUint64();
+    item.vertices = vertices_.append(vertices);
+    item.row = kNoRow;
+    item.vertexCount = static_cast<std::uint32_t>(vertices.size());
+    item.layer = static_cast<std::uint32_t>(layer) & 0xFFFFFFU;
+    item.kind = static_cast<std::uint32_t>(kind) & 0x7FU;
+    item.closed = closed ? 1 : 0;
+    records_.append(item);
+    ++entities_;
+    for (const MdGePoint3d& vertex : vertices) {
+        extent_.add(vertex.x, vertex.y);
+    }
+    return MdDbObjectId(item.id);
+}
+
+MdDbObjectId Drawing::addPoint(const MdGePoint3d& position, std::size_t layer) {
+    return addEntity({&position, 1}, layer, EntityKind::Point, false);
+}
+
+MdDbObjectId Drawing::addPolyline(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind,
+                                  bool closed) {
+    const MdDbObjectId id = addEntity(vertices, layer, kind, closed);
+    if (kind == EntityKind::Polyline) {
+        makeLightweight(entities_ - 1);
+    }
+    return id;
+}
+
+void Drawing::setEntityLayer(std::size_t entity, std::size_t layer) {
+    EntityRecord& item = record(entity);
+    item.layer = static_cast<std::uint32_t>(layer) & 0xFFFFFFU;
+    touchEntity(item.id);
+}
+
+void Drawing::setEntityClosed(std::size_t entity, bool closed) {
+    EntityRecord& item = record(entity);
+    item.closed = closed ? 1 : 0;
+    touchEntity(item.id);
+}
+
+void Drawing::makeLightweight(std::size_t entity) {
+    EntityRecord& item = record(entity);
+    item.kind = static_cast<std::uint32_t>(EntityKind::Polyline) & 0x7FU;
+    for (MdGePoint3d& vertex : vertices_.run(item.vertices, item.vertexCount)) {
+        vertex.z = 0.0;
+    }
+    touchEntity(item.id);
+}
+
+void Drawing::setRow(std::size_t entity, std::size_t table, std::int32_t no, std::string_view name,
+                     std::string_view type, std::string_view fileName) {
+    const RowRecord row{texts_.add(name), texts_.add(type), texts_.add(fileName), no,
+                        static_cast<std::uint32_t>(table)};
+    EntityRecord& item = record(entity);
+    if (item.row == kNoRow) {
+        item.row = rows_.append(row);
+    } else {
+        rows_.run(item.row, 1).front() = row;
+    }
+    touchEntity(item.id);
+}
+
+// --- undo and keeping ---
+
+Drawing::Mark Drawing::mark() const {
+    Mark mark;
+    mark.layers = layers_.size();
+    mark.sites = sites_.size();
+    mark.tables = tables_.size();
+    mark.alignments = alignments_.size();
+    mark.entities = entities_;
+    mark.records = records_.mark();
+    mark.vertices = vertices_.mark();
+    mark.rows = rows_.mark();
+    mark.texts = texts_.mark();
+    mark.extent = extent_;
+    mark.currentLayer = currentLayer_;
+    mark.zone = zone_;
+    mark.lastId = lastId_;
+    return mark;
+}
+
+void Drawing::rollback(const Mark& mark) {
+    takeBack(mark);
+}
+
+Drawing::Removed Drawing::takeBack(const Mark& mark) {
+    Removed removed;
+    removed.firstId = mark.lastId;
+    removed.full = this->mark();
+    removed.unsavedFull = unsaved_;
+    removed.layers = cutItems(layers_, mark.layers);
+    removed.sites = cutItems(sites_, mark.sites);
+    removed.tables = cutItems(tables_, mark.tables);
+    removed.alignments = cutItems(alignments_, mark.alignments);
+    entities_ = mark.entities;
+    removed.records = records_.cut(mark.records);
+    removed.vertices = vertices_.cut(mark.vertices);
+    removed.rows = rows_.cut(mark.rows);
+    removed.texts = texts_.cut(mark.texts);
+    extent_ = mark.extent;
+    if (currentLayer_ != mark.currentLayer) {
+        setCurrentLayer(mark.currentLayer);
+    }
+    if (zone_ != mark.zone) {
+        setZone(mark.zone);
+    }
+    unsaved_.entities = std::min(unsaved_.entities, mark.lastId);
+    unsaved_.others = std::min(unsaved_.others, mark.lastId);
+    removed.left = this->mark();
+    removed.unsavedLeft = unsaved_;
+    return removed;
+}
+
+bool Drawing::putBack(Removed&& removed) {
+    if (mark() != removed.left) {
+        return false;
+    }
+    // If the drawing was saved meanwhile, all that comes back differs from the store.
+    if (unsaved_ == removed.unsavedLeft) {
+        unsaved_ = removed.unsavedFull;
+    } else {
+        unsaved_.entities = std::min(unsaved_.entities, removed.firstId);
+        unsaved_.others = std::min(unsaved_.others, removed.firstId);
+        unsaved_.settings = true;
+    }
+    putItems(layers_, std::move(removed.layers));
+    putItems(sites_, std::move(removed.sites));
+    putItems(tables_, std::move(removed.tables));
+    putItems(alignments_, std::move(removed.alignments));
+    entities_ = removed.full.entities;
+    records_.restore(std::move(removed.records));
+    vertices_.restore(std::move(removed.vertices));
+    rows_.restore(std::move(removed.rows));
+    texts_.restore(std::move(removed.texts));
+    extent_ = removed.full.extent;
+    currentLayer_ = removed.full.currentLayer;
+    zone_ = removed.full.zone;
+    return true;
+}
+
+} // namespace fenmark::drawing

@@ -1,0 +1,268 @@
+// The embedded host's drawing in memory: layers, sites, alignments, points, polylines and their rows of object data.
+//
+// Every object has an identifier of one sequence, in order of creation and never used twice. Points and polylines are
+// kept compactly: a point with its row takes some 90 bytes. Indexes count from 0 in order of creation.
+#pragma once
+
+#include "drawing/alignment_geometry.h"
+#include "drawing/chunked_array.h"
+#include "drawing/text_pool.h"
+#include "drawing/values.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::drawing {
+
+inline constexpr std::string_view kStandardStyle = "Standard";
+inline constexpr std::string_view kFirstLayer = "0";
+
+struct Layer {
+    MdDbObjectId id;
+    std::string name;
+};
+
+struct Site {
+    MdDbObjectId id;
+    std::string name;
+};
+
+struct Alignment {
+    MdDbObjectId id;
+    MdDbObjectId site;
+    std::string name;
+    std::string description;
+    std::string layer;
+    std::string firstStyle;
+    std::string secondStyle;
+    double startStation = 0.0;
+    std::vector<Element> elements;
+
+    double length() const;
+};
+
+// An object-data table. All tables have the four columns "No", "Name", "Type", "FileName".
+struct ObjectDataTable {
+    MdDbObjectId id;
+    std::string name;
+};
+
+struct RowView {
+    std::string_view table;
+    std::int32_t no = 0;
+    std::string_view name;
+    std::string_view type;
+    std::string_view fileName;
+};
+
+enum class EntityKind : std::uint8_t { Point, Polyline2d, Polyline };
+
+// What an entity is, without a copy: good until the drawing changes.
+struct EntityView {
+    MdDbObjectId id;
+    EntityKind kind = EntityKind::Point;
+    bool closed = false;
+    std::string_view layer;
+    std::span<const MdGePoint3d> vertices; // of a point: its position
+    std::optional<RowView> row;
+
+    bool isPoint() const { return kind == EntityKind::Point; }
+    const MdGePoint3d& position() const { return vertices.front(); }
+};
+
+// A box around things in plan; empty at first. What has an endless coordinate, or none, does not widen it.
+struct Extent {
+    double minX = std::numeric_limits<double>::infinity();
+    double minY = std::numeric_limits<double>::infinity();
+    double maxX = -std::numeric_limits<double>::infinity();
+    double maxY = -std::numeric_limits<double>::infinity();
+
+    bool empty() const { return !(minX <= maxX); }
+    void add(double x, double y);
+    void add(const Extent& other);
+
+    friend bool operator==(const Extent&, const Extent&) = default;
+};
+
+class Drawing {
+  public:
+    // A state to come back to. Imports only append, so a mark is a few counts.
+    struct Mark;
+    // What went when the drawing came back to a mark.
+    struct Removed;
+
+    // A new drawing: layer "0", which is current; no site.
+    Drawing();
+
+    // --- reading ---
+    const std::vector<Layer>& layers() const { return layers_; }
+    const std::vector<Site>& sites() const { return sites_; }
+    const std::vector<ObjectDataTable>& tables() const { return tables_; }
+    std::size_t alignmentCount() const { return alignments_.size(); }
+    const Alignment& alignment(std::size_t index) const { return alignments_[index].alignment; }
+    // The alignment prepared for stations; kept until the alignment changes.
+    const AlignmentGeometry& geometry(std::size_t index) const;
+    std::size_t entityCount() const { return entities_; }
+    EntityView entity(std::size_t index) const;
+    bool isPoint(std::size_t index) const; // what entity tells, at less cost
+    // Box of all entities and alignments. Grows with each of them; nothing is walked through.
+    const Extent& extent() const { return extent_; }
+    Extent entityExtent(std::size_t index) const;
+    // Plane rectangular zone of the coordinates, 1 to 19; 0 if nobody told.
+    int zone() const { return zone_; }
+
+    std::optional<std::size_t> findLayer(std::string_view name) const;
+    std::optional<std::size_t> findLayer(MdDbObjectId id) const;
+    std::optional<std::size_t> findSite(std::string_view name) const;
+    std::optional<std::size_t> findSite(MdDbObjectId id) const;
+    std::optional<std::size_t> findTable(std::string_view name) const;
+    std::optional<std::size_t> findAlignment(MdDbObjectId id) const;
+    std::optional<std::size_t> findEntity(MdDbObjectId id) const;
+    std::size_t currentLayer() const { return currentLayer_; }
+
+    // --- making ---
+    // The layer of that name, made if there is none.
+    MdDbObjectId addLayer(std::string_view name);
+    void setCurrentLayer(std::size_t index);
+    void setZone(int zone);
+    MdDbObjectId addSite(std::string_view name);
+    // Null if the name is taken.
+    MdDbObjectId addTable(std::string_view name);
+    std::size_t addAlignment(MdDbObjectId site, std::string_view name, std::string_view layer,
+                             std::string_view firstStyle, std::string_view secondStyle);
+    void setDescription(std::size_t alignment, std::string_view text);
+    void setStartStation(std::size_t alignment, double station);
+    // Gives the element its identifier, which is returned.
+    std::int32_t addElement(std::size_t alignment, const Element& element);
+    // Puts the elements in the place of as many last ones, whose identifiers they carry.
+    void relayLastElements(std::size_t alignment, std::span<const Element> last);
+    void removeElement(std::size_t alignment, std::size_t element);
+    MdDbObjectId addPoint(const MdGePoint3d& position, std::size_t layer);
+    MdDbObjectId addPolyline(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind, bool closed);
+    void setEntityLayer(std::size_t entity, std::size_t layer);
+    void setEntityClosed(std::size_t entity, bool closed);
+    // A 2D polyline becomes a lightweight one, which lies in the plane: heights are dropped.
+    void makeLightweight(std::size_t entity);
+    // One row for an object; a second replaces the first.
+    void setRow(std::size_t entity, std::size_t table, std::int32_t no, std::string_view name, std::string_view type,
+                std::string_view fileName);
+
+    // --- undo and keeping ---
+    Mark mark() const;
+    // Removes all that was made after the mark. Identifiers that were given out are not given again.
+    void rollback(const Mark& mark);
+    // The same, and hands out what went, to be put back.
+    Removed takeBack(const Mark& mark);
+    // Puts it back under its identifiers. False, with nothing changed, if the drawing was changed since.
+    bool putBack(Removed&& removed);
+    std::uint64_t lastId() const { return lastId_; }
+
+    // False if points and polylines were left in the store when the drawing was opened to append to it.
+    bool entitiesLoaded() const { return entitiesLoaded_; }
+
+  private:
+    friend class DrawingReader;
+    friend class DrawingWriter;
+
+    struct EntityRecord {
+        std::uint64_t id;
+        std::uint64_t vertices; // position in vertices_
+        std::uint64_t row;      // position in rows_, kNoRow if none
+        std::uint32_t vertexCount;
+        std::uint32_t layer : 24;
+        std::uint32_t kind : 7;
+        std::uint32_t closed : 1;
+    };
+    struct RowRecord {
+        TextPool::Handle name;
+        TextPool::Handle type;
+        TextPool::Handle fileName;
+        std::int32_t no;
+        std::uint32_t table;
+    };
+    struct StoredAlignment {
+        Alignment alignment;
+        std::int32_t lastElementId = 0;
+        mutable std::unique_ptr<AlignmentGeometry> geometry;
+    };
+    static constexpr std::size_t kRecordBlock = 4096;
+    static constexpr std::uint64_t kNoRow = ~std::uint64_t{0};
+
+    // Objects beyond these identifiers differ from what the store holds: they are new, changed, or gone.
+    struct Unsaved {
+        std::uint64_t entities = 0;
+        std::uint64_t others = 0;
+        bool settings = true;
+
+        friend bool operator==(const Unsaved&, const Unsaved&) = default;
+    };
+
+    MdDbObjectId nextId() { return MdDbObjectId(++lastId_); }
+    void touchEntity(std::uint64_t id);
+    void touchOther(MdDbObjectId id);
+    StoredAlignment& changeAlignment(std::size_t index);
+    void addToExtent(const Element& element);
+    MdDbObjectId addEntity(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind, bool closed);
+    const EntityRecord& record(std::size_t index) const;
+    EntityRecord& record(std::size_t index);
+
+    std::vector<Layer> layers_;
+    std::vector<Site> sites_;
+    std::vector<ObjectDataTable> tables_;
+    std::vector<StoredAlignment> alignments_;
+    std::size_t entities_ = 0;
+    ChunkedArray<EntityRecord, kRecordBlock> records_;
+    ChunkedArray<MdGePoint3d> vertices_;
+    ChunkedArray<RowRecord, kRecordBlock> rows_;
+    TextPool texts_;
+    Extent extent_;
+    std::size_t currentLayer_ = 0;
+    mutable std::size_t recentLayer_ = 0;
+    int zone_ = 0;
+    std::uint64_t lastId_ = 0;
+    bool entitiesLoaded_ = true;
+    Unsaved unsaved_;
+};
+
+struct Drawing::Mark {
+    std::size_t layers = 0;
+    std::size_t sites = 0;
+    std::size_t tables = 0;
+    std::size_t alignments = 0;
+    std::size_t entities = 0;
+    ChunkedArray<EntityRecord, Drawing::kRecordBlock>::Mark records;
+    ChunkedArray<MdGePoint3d>::Mark vertices;
+    ChunkedArray<RowRecord, kRecordBlock>::Mark rows;
+    TextPool::Mark texts;
+    Extent extent;
+    std::size_t currentLayer = 0;
+    int zone = 0;
+    std::uint64_t lastId = 0;
+
+    friend bool operator==(const Mark&, const Mark&) = default;
+};
+
+struct Drawing::Removed {
+    Mark left;                 // the drawing without what went
+    Mark full;                 // and with it
+    std::uint64_t firstId = 0; // what went has identifiers beyond this one
+    Unsaved unsavedLeft;
+    Unsaved unsavedFull;
+    std::vector<Layer> layers;
+    std::vector<Site> sites;
+    std::vector<ObjectDataTable> tables;
+    std::vector<StoredAlignment> alignments;
+    ChunkedArray<EntityRecord, Drawing::kRecordBlock>::Tail records;
+    ChunkedArray<MdGePoint3d>::Tail vertices;
+    ChunkedArray<RowRecord, kRecordBlock>::Tail rows;
+    TextPool::Tail texts;
+};
+
+} // namespace fenmark::drawing

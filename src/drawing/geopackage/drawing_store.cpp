@@ -1,0 +1,190 @@
+// A drawing on disk: opening, saving, and what can go wrong.
+#include "drawing/geopackage/drawing_store.h"
+
+#include "drawing/geopackage/drawing_reader.h"
+#include "drawing/geopackage/drawing_writer.h"
+#include "drawing/geopackage/file_system.h"
+#include "drawing/geopackage/schema.h"
+#include "drawing/geopackage/sqlite_handles.h"
+
+#include <new>
+
+namespace fenmark::drawing {
+
+std::string storeMessage(StoreError error, const std::string& path, const std::string& detail) {
+    const auto told = [&](const char* text) {
+        return path + ": " + text + (detail.empty() ? "" : " (" + detail + ")");
+    };
+    switch (error) {
+    case StoreError::None:
+        return {};
+    case StoreError::NotFound:
+        return path + ": there is no such drawing";
+    case StoreError::NoFolder:
+        return path + ": cannot be made: its folder does not exist";
+    case StoreError::NotAFile:
+        return path + ": is not a file";
+    case StoreError::NotADrawing:
+        return path + ": is not a drawing";
+    case StoreError::NotOurs:
+        return told("is a database, but not a drawing of this program");
+    case StoreError::NotReadable:
+        return told("cannot be read");
+    case StoreError::NotWritable:
+        return told("cannot be written");
+    case StoreError::DiskFull:
+        return path + ": the disk is full; the drawing on disk is as it was";
+    case StoreError::Locked:
+        return path + ": is held by another program";
+    case StoreError::Damaged:
+        return told("is damaged");
+    case StoreError::ChangedOutside:
+        return path + ": was changed by another program since it was opened";
+    case StoreError::Failed:
+        break;
+    }
+    return told("could not be read or written");
+}
+
+namespace {
+
+StoreResult failed(StoreError error, const std::string& path, const std::string& detail = {}) {
+    return {error, storeMessage(error, path, detail)};
+}
+
+StoreResult failedToWrite(StoreError error, const std::string& path) {
+    return failed(error, path, error == StoreError::NotWritable ? whyNotWritable(path) : std::string());
+}
+
+// Runs what may throw inside the store.
+template <typename Action>
+StoreResult guarded(const std::string& path, Action action) {
+    try {
+        action();
+        return {};
+    } catch (const StoreFailure& failure) {
+        return failed(failure.error, path, failure.detail);
+    } catch (const std::bad_alloc&) {
+        return failed(StoreError::Failed, path, "out of memory");
+    }
+}
+
+// A program that crashed while it wrote leaves a journal; the first to lock the file for writing restores the file from
+// it. A journal that still lies there then belongs to nobody. Where this cannot be done, reading tells whether it
+// had to be.
+void restoreAfterCrash(const std::string& path) {
+    try {
+        Connection connection(path, Connection::Mode::ReadWrite);
+        connection.execute("BEGIN EXCLUSIVE");
+        removeJournal(path);
+        connection.execute("ROLLBACK");
+    } catch (const StoreFailure&) {
+    }
+}
+
+} // namespace
+
+StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
+    if (const StoreError error = checkReadable(path); error != StoreError::None) {
+        return failed(error, path);
+    }
+    return guarded(path, [&] {
+        try {
+            if (hasJournal(path)) {
+                restoreAfterCrash(path);
+            }
+            // Nobody writes a log that is not there: then the file itself is all, and needs no lock file beside it.
+            const bool alone = usesWriteAheadLog(path) && !hasWriteAheadLog(path);
+            Connection connection(path, alone ? Connection::Mode::ReadAlone : Connection::Mode::Read);
+            DrawingReader reader(connection);
+            drawing = reader.read(load);
+            savedId_ = reader.lastId();
+            highestId_ = drawing.lastId();
+        } catch (StoreFailure& failure) {
+            if (failure.error == StoreError::NotWritable) {
+                failure.error = StoreError::NotReadable;
+                if (hasJournal(path)) {
+                    failure.detail = "a save was broken off; open it once where it can be written";
+                }
+            }
+            throw;
+        }
+        path_ = path;
+    });
+}
+
+bool DrawingStore::hasChanges(const Drawing& drawing) const {
+    return path_.empty() || DrawingWriter::hasChanges(drawing);
+}
+
+StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+    if (path == path_ && fileExists(path)) {
+        return append(path, drawing, progress);
+    }
+    return create(path, drawing, progress);
+}
+
+// Made under another name in the same folder; it takes its name when every byte is on the disk.
+StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+    if (!drawing.entitiesLoaded()) {
+        return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
+    }
+    if (const StoreError error = checkReplaceable(path); error != StoreError::None) {
+        return failedToWrite(error, path);
+    }
+    removeLeftovers(path);
+    const TemporaryFile temporary(path);
+    const StoreResult result = guarded(path, [&] {
+        {
+            Connection connection(temporary.path(), Connection::Mode::Create);
+            connection.execute(sql::kPrepareNewFile);
+            connection.execute("BEGIN");
+            connection.execute(sql::kSchema);
+            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write();
+            connection.execute("COMMIT");
+        }
+        temporary.replace(path);
+    });
+    if (result) {
+        path_ = path;
+        savedId_ = highestId_ = drawing.lastId();
+        DrawingWriter::markSaved(drawing);
+    }
+    return result;
+}
+
+StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+    if (const StoreError error = checkReadable(path); error != StoreError::None) {
+        return failed(error, path);
+    }
+    if (!hasChanges(drawing)) {
+        return {};
+    }
+    if (const StoreError error = checkWritable(path); error != StoreError::None) {
+        return failedToWrite(error, path);
+    }
+    const StoreResult result = guarded(path, [&] {
+        Connection connection(path, Connection::Mode::ReadWrite);
+        connection.execute(sql::kPrepareOldFile);
+        connection.execute("BEGIN IMMEDIATE");
+        try {
+            // Our rows would take the identifiers of features that a GIS added meanwhile.
+            if (DrawingReader::readHead(connection).lastId != savedId_ ||
+                DrawingReader::readHighestId(connection) > highestId_) {
+                throw StoreFailure{StoreError::ChangedOutside, {}};
+            }
+            DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write();
+            connection.execute("COMMIT");
+        } catch (...) {
+            sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr); // may have been rolled back already
+            throw;
+        }
+    });
+    if (result) {
+        savedId_ = highestId_ = drawing.lastId();
+        DrawingWriter::markSaved(drawing);
+    }
+    return result;
+}
+
+} // namespace fenmark::drawing

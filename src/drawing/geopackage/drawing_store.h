@@ -1,0 +1,67 @@
+// A drawing on disk: a GeoPackage, read and written through SQLite alone.
+//
+// Opening reads and changes nothing, works in a folder that cannot be written, and leaves no file beside the drawing.
+// Saving writes what was made since, in one transaction: after a crash, a kill or a full disk the drawing is what it
+// was before or what it is after. Nothing here prints; a result says what went wrong in one line.
+#pragma once
+
+#include "drawing/drawing.h"
+#include "drawing/geopackage/write_progress.h"
+
+#include <cstdint>
+#include <string>
+
+namespace fenmark::drawing {
+
+enum class StoreError {
+    None,
+    NotFound,    // no such file
+    NoFolder,    // no folder to make it in
+    NotAFile,    // a folder, a device
+    NotADrawing, // no SQLite file
+    NotOurs,     // a SQLite file that this program did not make, or a later format
+    NotReadable, // no permission
+    NotWritable, // file or folder cannot be written
+    DiskFull,
+    Locked,         // another program holds it
+    Damaged,        // ours, but broken
+    ChangedOutside, // another program added to it since it was opened
+    Failed,         // anything else
+};
+
+struct StoreResult {
+    StoreError error = StoreError::None;
+    std::string message; // names the file and the reason; empty on success
+
+    explicit operator bool() const { return error == StoreError::None; }
+};
+
+// What to read of a drawing. To append an import, its points and polylines need not be read.
+enum class Load { Everything, WithoutEntities };
+
+class DrawingStore {
+  public:
+    // Replaces the drawing by the one in the file. On failure the drawing is left as it was.
+    StoreResult open(const std::string& path, Drawing& drawing, Load load = Load::Everything);
+    // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened
+    // or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
+    StoreResult save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
+
+    // The file last opened or saved; empty at first.
+    const std::string& path() const { return path_; }
+    // True if save would change the file.
+    bool hasChanges(const Drawing& drawing) const;
+
+  private:
+    StoreResult create(const std::string& path, Drawing& drawing, const WriteProgress& progress);
+    StoreResult append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
+
+    std::string path_;
+    std::uint64_t savedId_ = 0;   // last identifier that the file tells
+    std::uint64_t highestId_ = 0; // of what the file held when it was last read or written
+};
+
+// The message that stands for an error code, for a file.
+std::string storeMessage(StoreError error, const std::string& path, const std::string& detail = {});
+
+} // namespace fenmark::drawing

@@ -1,0 +1,54 @@
+// Writes a drawing into an open GeoPackage, inside the caller's transaction.
+#pragma once
+
+#include "drawing/geopackage/entity_rows.h"
+#include "drawing/geopackage/spatial_index.h"
+#include "drawing/geopackage/sqlite_handles.h"
+#include "drawing/geopackage/write_progress.h"
+
+#include <array>
+#include <cstdint>
+
+namespace fenmark::drawing {
+
+class DrawingWriter {
+  public:
+    // All of it, or what the file does not hold yet.
+    enum class From { Nothing, Saved };
+
+    // Throws a StoreFailure, as write does.
+    DrawingWriter(Connection& connection, const Drawing& drawing, From from, const WriteProgress& progress);
+    void write();
+
+    static bool hasChanges(const Drawing& drawing);
+    static void markSaved(Drawing& drawing);
+
+  private:
+    static constexpr std::size_t kEntityLayers = 3;
+
+    std::size_t firstEntity() const;
+    void countComing();
+    void beginIndexes();
+    void removeStale();
+    void writeZone();
+    void writeNamed();
+    void writeAlignments();
+    void writeEntities(EntityLayer layer, const char* table, const char* insert);
+    void writeDrawing();
+    void growContents(const char* table, const Extent& extent);
+
+    Connection& connection_;
+    const Drawing& drawing_;
+    bool fromNothing_;
+    std::uint64_t entitiesFrom_; // identifiers beyond these are written
+    std::uint64_t othersFrom_;
+    int zoneBefore_;
+    std::int32_t srsId_;
+    std::array<std::uint64_t, kEntityLayers> entitiesComing_{}; // in the order of EntityLayer
+    std::uint64_t alignmentsComing_ = 0;
+    RowCounter counter_;
+    std::array<SpatialIndex, kEntityLayers> entityIndexes_;
+    SpatialIndex alignmentIndex_;
+};
+
+} // namespace fenmark::drawing

@@ -1,0 +1,41 @@
+// The points, polylines or lots of a drawing as rows to write.
+#pragma once
+
+#include "drawing/geopackage/geometry_blob.h"
+#include "drawing/geopackage/row_source.h"
+#include "drawing/geopackage/spatial_index.h"
+
+#include <cstddef>
+
+namespace fenmark::drawing {
+
+enum class EntityLayer { Points, Polylines, Lots };
+
+// True for an entity that has a row in the layer. A lot is a closed polyline that has an area.
+bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer);
+
+// Rows of the columns sql::kEntityColumns. Each row that is read goes into the index too.
+class EntityRows : public RowSource {
+  public:
+    // The entities from an index on.
+    EntityRows(const Drawing& drawing, std::size_t first, EntityLayer layer, std::int32_t srsId, SpatialIndex& index,
+               RowCounter& counter);
+
+    bool next() override;
+    void column(int index, const ColumnSink& sink) override;
+    const Extent& extent() const { return extent_; }
+
+  private:
+    std::span<const std::byte> geometry();
+
+    const Drawing& drawing_;
+    std::size_t next_;
+    EntityLayer layer_;
+    BlobWriter blob_;
+    SpatialIndex& index_;
+    RowCounter& counter_;
+    EntityView entity_;
+    Extent extent_; // of all rows
+};
+
+} // namespace fenmark::drawing

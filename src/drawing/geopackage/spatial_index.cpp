@@ -1,0 +1,186 @@
+// The spatial index of one layer of the drawing.
+#include "drawing/geopackage/spatial_index.h"
+
+#include "drawing/geopackage/row_source.h"
+#include "drawing/geopackage/spatial_index_schema.h"
+
+#include <algorithm>
+
+namespace fenmark::drawing {
+
+namespace {
+
+// A box that goes through the module takes as long as some thirty boxes of a tree that is packed.
+constexpr std::int64_t kInsertCost = 32;
+
+// The leaf of each feature.
+class LeafRows : public RowSource {
+  public:
+    LeafRows(const std::vector<TreeEntry>& entries, const std::vector<NodeNumber>& leaves, RowCounter& counter)
+        : entries_(entries), leaves_(leaves), counter_(counter) {}
+
+    bool next() override {
+        if (++row_ > entries_.size()) {
+            return false;
+        }
+        counter_.count();
+        return true;
+    }
+    void column(int index, const ColumnSink& sink) override {
+        sink.integer(index == 0 ? entries_[row_ - 1].id : leaves_[row_ - 1]);
+    }
+
+  private:
+    const std::vector<TreeEntry>& entries_;
+    const std::vector<NodeNumber>& leaves_;
+    RowCounter& counter_;
+    std::size_t row_ = 0; // counts from 1
+};
+
+} // namespace
+
+SpatialIndex::SpatialIndex(Connection& connection, const char* layer, RowCounter& counter)
+    : connection_(connection), layer_(layer), counter_(counter) {}
+
+std::string SpatialIndex::named(const char* sql) const {
+    std::string text;
+    for (const char* at = sql; *at != '\0'; ++at) {
+        if (*at == '@') {
+            text += layer_;
+        } else {
+            text += *at;
+        }
+    }
+    return text;
+}
+
+std::int64_t SpatialIndex::ask(const char* sql) const {
+    Statement row(connection_, named(sql).c_str());
+    return row.step() ? row.integer(0) : 0;
+}
+
+void SpatialIndex::beginNew(std::uint64_t coming) {
+    if (ask(sql::kHasModule) == 0) {
+        return;
+    }
+    isNew_ = true;
+    way_ = Way::Pack;
+    expect(coming);
+}
+
+void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool everyRow) {
+    // A drawing of an earlier version, or one whose index was dropped in a GIS, stays without.
+    if (ask(sql::kHasIndex) == 0) {
+        return;
+    }
+    keptTo_ = static_cast<std::int64_t>(keptTo);
+    const std::int64_t changed = countStale() + static_cast<std::int64_t>(coming);
+    if (changed == 0 && !everyRow) {
+        return;
+    }
+    restTriggers();
+    const auto cells = (ask(sql::kNodeSize) - static_cast<std::int64_t>(kNodeHead)) / std::int64_t{kCellSize};
+    way_ = changed * kInsertCost > ask(sql::kLastNode) * cells ? Way::Pack : Way::Insert;
+    if (way_ == Way::Pack) {
+        entries_.reserve(static_cast<std::size_t>(ask(sql::kCountBoxes)) + coming);
+        readKept();
+    } else {
+        Statement(connection_, named(sql::kDeleteFromIndex).c_str()).bind(1, keptTo_).run();
+    }
+    expect(coming);
+}
+
+// Boxes to write, with those that are kept.
+void SpatialIndex::expect(std::uint64_t coming) {
+    entries_.reserve(entries_.size() + coming);
+    counter_.expect(entries_.size() + coming);
+}
+
+std::int64_t SpatialIndex::countStale() const {
+    Statement row(connection_, named(sql::kCountStale).c_str());
+    return row.bind(1, keptTo_).step() ? row.integer(0) : 0;
+}
+
+void SpatialIndex::restTriggers() {
+    { // a statement that still reads would keep the triggers from being dropped
+        Statement rows(connection_, named(sql::kReadIndexTriggers).c_str());
+        while (rows.step()) {
+            triggers_.push_back({std::string(rows.text(0)), std::string(rows.text(1))});
+        }
+    }
+    for (const Trigger& trigger : triggers_) {
+        connection_.execute(("DROP TRIGGER \"" + trigger.name + "\"").c_str());
+    }
+}
+
+// The module gives its boxes in the tree's order; leaves are written in that of the features.
+void SpatialIndex::readKept() {
+    Statement rows(connection_, named(sql::kReadIndex).c_str());
+    while (rows.step()) {
+        if (rows.integer(0) <= keptTo_) {
+            entries_.push_back({rows.integer(0),
+                                {static_cast<float>(rows.real(1)), static_cast<float>(rows.real(2)),
+                                 static_cast<float>(rows.real(3)), static_cast<float>(rows.real(4))}});
+        }
+    }
+    std::sort(entries_.begin(), entries_.end(), [](const TreeEntry& a, const TreeEntry& b) { return a.id < b.id; });
+}
+
+void SpatialIndex::add(std::int64_t id, const Extent& extent) {
+    if (way_ != Way::None && !extent.empty()) {
+        entries_.push_back({id, roundedOut(extent)});
+    }
+}
+
+void SpatialIndex::finish() {
+    if (way_ == Way::None) {
+        return;
+    }
+    if (way_ == Way::Insert) {
+        Statement insert(connection_, named(sql::kInsertIntoIndex).c_str());
+        for (const TreeEntry& entry : entries_) {
+            insert.bind(1, entry.id)
+                .bindEndless(2, double{entry.box.minX})
+                .bindEndless(3, double{entry.box.maxX})
+                .bindEndless(4, double{entry.box.minY})
+                .bindEndless(5, double{entry.box.maxY})
+                .run();
+            counter_.count();
+        }
+    } else {
+        if (!isNew_) {
+            execute(sql::kDropIndex);
+        }
+        execute(sql::kCreateIndex);
+        pack();
+    }
+    if (isNew_) {
+        execute(sql::kCreateIndexTriggers);
+        execute(sql::kDeclareIndex);
+    }
+    for (const Trigger& trigger : triggers_) {
+        connection_.execute(trigger.sql.c_str());
+    }
+    entries_ = {};
+}
+
+void SpatialIndex::pack() {
+    if (entries_.empty()) {
+        return; // the module made an empty root
+    }
+    Statement insertNode(connection_, named(sql::kInsertNode).c_str());
+    Statement insertParent(connection_, named(sql::kInsertParent).c_str());
+    const auto nodeSize = static_cast<std::size_t>(ask(sql::kNodeSize));
+    TreeSink sink;
+    sink.node = [&](NodeNumber node, std::span<const std::byte> bytes) {
+        insertNode.bind(1, std::int64_t{node}).bind(2, bytes).run();
+    };
+    sink.parent = [&](NodeNumber node, NodeNumber parent) {
+        insertParent.bind(1, std::int64_t{node}).bind(2, std::int64_t{parent}).run();
+    };
+    const std::vector<NodeNumber> leaves = packTree(entries_, nodeSize, sink);
+    LeafRows rows(entries_, leaves, counter_);
+    insertRows(connection_, named(sql::kInsertLeaves).c_str(), sql::kLeafColumns, rows);
+}
+
+} // namespace fenmark::drawing

@@ -1,0 +1,166 @@
+// SQLite's handles and errors.
+#include "drawing/geopackage/sqlite_handles.h"
+
+#include <cerrno>
+#include <cmath>
+
+namespace fenmark::drawing {
+
+namespace {
+
+// How long another program may hold the drawing before the user is told, milliseconds.
+constexpr int kPatience = 1500;
+
+StoreError meaningOf(int code, int systemError) {
+    switch (code & 0xFF) {
+    case SQLITE_FULL:
+        return StoreError::DiskFull;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return StoreError::Locked;
+    case SQLITE_NOTADB:
+        return StoreError::NotADrawing;
+    case SQLITE_CORRUPT:
+        return StoreError::Damaged;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_CANTOPEN:
+        return StoreError::NotWritable;
+    case SQLITE_IOERR:
+        // A quota or a limit on the size of files comes without a system error.
+        if ((code == SQLITE_IOERR_WRITE && systemError == 0) || systemError == ENOSPC || systemError == EFBIG ||
+            systemError == EDQUOT) {
+            return StoreError::DiskFull;
+        }
+        if (systemError == EACCES || systemError == EROFS || systemError == EPERM) {
+            return StoreError::NotWritable;
+        }
+        return StoreError::Failed;
+    default:
+        return StoreError::Failed;
+    }
+}
+
+// The path as a URI, so that a drawing that nobody writes can be opened without a lock file beside it.
+std::string uriOf(const std::string& path) {
+    constexpr const char* kHex = "0123456789ABCDEF";
+    std::string uri = "file:";
+    for (const char c : path) {
+        if (c == '?' || c == '#' || c == '%') {
+            const auto byte = static_cast<unsigned char>(c);
+            uri += {'%', kHex[byte >> 4U], kHex[byte & 0xFU]};
+        } else {
+            uri += c;
+        }
+    }
+    return uri;
+}
+
+} // namespace
+
+Connection::Connection(const std::string& path, Mode mode) {
+    const int flags = SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX |
+                      (mode == Mode::Create      ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
+                       : mode == Mode::ReadWrite ? SQLITE_OPEN_READWRITE
+                                                 : SQLITE_OPEN_READONLY);
+    const std::string uri = uriOf(path) + (mode == Mode::ReadAlone ? "?immutable=1" : "");
+    sqlite3* handle = nullptr;
+    const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, nullptr);
+    handle_.reset(handle);
+    if (code != SQLITE_OK) {
+        fail(code);
+    }
+    sqlite3_extended_result_codes(handle, 1);
+    sqlite3_busy_timeout(handle, kPatience);
+    // The tables in which SQLite keeps an R-tree are written directly, which some builds forbid unless told.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+}
+
+void Connection::execute(const char* sql) {
+    const int code = sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) {
+        fail(code);
+    }
+}
+
+void Connection::fail(int code) const {
+    sqlite3* handle = handle_.get();
+    const char* text = handle == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(handle);
+    throw StoreFailure{meaningOf(code, handle == nullptr ? 0 : sqlite3_system_errno(handle)), text};
+}
+
+Statement::Statement(Connection& connection, const char* sql) : connection_(connection) {
+    sqlite3_stmt* handle = nullptr;
+    const int code = sqlite3_prepare_v3(connection.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
+    handle_.reset(handle);
+    check(code);
+}
+
+void Statement::check(int code) const {
+    if (code != SQLITE_OK && code != SQLITE_ROW && code != SQLITE_DONE) {
+        connection_.fail(code);
+    }
+}
+
+Statement& Statement::bind(int index, std::int64_t value) {
+    check(sqlite3_bind_int64(handle_.get(), index, value));
+    return *this;
+}
+
+Statement& Statement::bind(int index, double value) {
+    check(std::isfinite(value) ? sqlite3_bind_double(handle_.get(), index, value)
+                               : sqlite3_bind_null(handle_.get(), index));
+    return *this;
+}
+
+Statement& Statement::bindEndless(int index, double value) {
+    check(sqlite3_bind_double(handle_.get(), index, value));
+    return *this;
+}
+
+Statement& Statement::bind(int index, std::string_view text) {
+    // A null pointer would bind NULL, and an empty text is a text.
+    check(sqlite3_bind_text64(handle_.get(), index, text.data() == nullptr ? "" : text.data(), text.size(),
+                              SQLITE_STATIC, SQLITE_UTF8));
+    return *this;
+}
+
+Statement& Statement::bind(int index, std::span<const std::byte> blob) {
+    check(blob.empty() ? sqlite3_bind_null(handle_.get(), index)
+                       : sqlite3_bind_blob64(handle_.get(), index, blob.data(), blob.size(), SQLITE_STATIC));
+    return *this;
+}
+
+bool Statement::step() {
+    const int code = sqlite3_step(handle_.get());
+    check(code);
+    return code == SQLITE_ROW;
+}
+
+void Statement::run() {
+    const int code = sqlite3_step(handle_.get());
+    if (code != SQLITE_DONE && code != SQLITE_ROW) {
+        const int extended = sqlite3_extended_errcode(connection_.get());
+        sqlite3_reset(handle_.get());
+        connection_.fail(extended);
+    }
+    sqlite3_reset(handle_.get());
+}
+
+std::string_view Statement::text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
+    if (text == nullptr) {
+        return {};
+    }
+    return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
+}
+
+std::span<const std::byte> Statement::blob(int column) const {
+    const auto* bytes = static_cast<const std::byte*>(sqlite3_column_blob(handle_.get(), column));
+    if (bytes == nullptr) {
+        return {};
+    }
+    return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
+}
+
+} // namespace fenmark::drawing

@@ -1,0 +1,71 @@
+// SQLite's handles, released by themselves, and its errors as one exception that stays inside the store.
+#pragma once
+
+#include "drawing/geopackage/drawing_store.h"
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace fenmark::drawing {
+
+// Thrown and caught within the store.
+struct StoreFailure {
+    StoreError error = StoreError::Failed;
+    std::string detail;
+};
+
+class Connection {
+  public:
+    // ReadAlone takes no locks: for a file that no other program has open.
+    enum class Mode { Read, ReadAlone, ReadWrite, Create };
+
+    Connection(const std::string& path, Mode mode);
+
+    sqlite3* get() const { return handle_.get(); }
+    void execute(const char* sql);
+    // A failure of the last call, as the store tells it.
+    [[noreturn]] void fail(int code) const;
+
+  private:
+    struct Close {
+        void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+    };
+    std::unique_ptr<sqlite3, Close> handle_;
+};
+
+// A prepared statement. Text and blobs are bound without a copy: they must stay until the next step.
+class Statement {
+  public:
+    Statement(Connection& connection, const char* sql);
+
+    Statement& bind(int index, std::int64_t value);
+    Statement& bind(int index, double value);        // NaN and the infinities become NULL
+    Statement& bindEndless(int index, double value); // an infinity stays one
+    Statement& bind(int index, std::string_view text);
+    Statement& bind(int index, std::span<const std::byte> blob); // an empty one becomes NULL
+
+    bool step(); // true for a row
+    void run();  // no rows wanted; ready to be bound again
+
+    std::int64_t integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
+    double real(int column) const { return sqlite3_column_double(handle_.get(), column); }
+    bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
+    std::string_view text(int column) const;
+    std::span<const std::byte> blob(int column) const;
+
+  private:
+    struct Finalize {
+        void operator()(sqlite3_stmt* handle) const { sqlite3_finalize(handle); }
+    };
+    void check(int code) const;
+
+    Connection& connection_;
+    std::unique_ptr<sqlite3_stmt, Finalize> handle_;
+};
+
+} // namespace fenmark::drawing

@@ -1,0 +1,12 @@
+// The plain values that a drawing shares with the host boundary: identifiers and points.
+#pragma once
+
+#include "host/boundary/values.h"
+
+namespace fenmark::drawing {
+
+using host::MdDbObjectId;
+using host::MdGePoint3d;
+using host::PlanPoint;
+
+} // namespace fenmark::drawing

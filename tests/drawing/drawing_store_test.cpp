@@ -1,0 +1,563 @@
+// A drawing on disk: what goes in comes out, and every way in which it can fail ends in a clear result.
+#include "drawing/index_check.h"
+#include "support/drawing_support.h"
+
+#include <sqlite3.h>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <fstream>
+#include <functional>
+#include <random>
+#include <sstream>
+
+namespace fenmark::drawing {
+namespace {
+
+std::string contents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+void write(const std::string& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+Drawing opened(const std::string& path) {
+    Drawing drawing;
+    DrawingStore store;
+    const StoreResult result = store.open(path, drawing);
+    EXPECT_TRUE(result) << result.message;
+    return drawing;
+}
+
+// Runs something as a user without rights over other people's files; exit code 0 if it held.
+int asOrdinaryUser(const std::function<bool()>& holds) {
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t kNobody = 65534;
+        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) {
+            _exit(2);
+        }
+        _exit(holds() ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class DrawingStoreTest : public ::testing::Test {
+  protected:
+    TemporaryFolder folder_;
+    std::string path_ = folder_.file("図面.gpkg");
+    Drawing drawing_;
+    DrawingStore store_;
+
+    void saveSmall() {
+        addSmallImport(drawing_);
+        const StoreResult result = store_.save(path_, drawing_);
+        ASSERT_TRUE(result) << result.message;
+    }
+};
+
+TEST_F(DrawingStoreTest, ANewDrawingComesBackAsItWas) {
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+    EXPECT_EQ(opened(path_).layers().size(), 1U);
+    EXPECT_EQ(opened(path_).layers()[0].name, "0");
+}
+
+TEST_F(DrawingStoreTest, EverythingComesBackBitForBit) {
+    saveSmall();
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+TEST_F(DrawingStoreTest, SavingLeavesOneFile) {
+    saveSmall();
+    addSmallImport(drawing_, 1);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+}
+
+TEST_F(DrawingStoreTest, AnImportIsAppended) {
+    saveSmall();
+    addSmallImport(drawing_, 1);
+    ASSERT_TRUE(store_.hasChanges(drawing_));
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_FALSE(store_.hasChanges(drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+TEST_F(DrawingStoreTest, AnImportIsAppendedToADrawingWhosePointsWereNotRead) {
+    saveSmall();
+    Drawing lean;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, lean, Load::WithoutEntities));
+    EXPECT_EQ(lean.entityCount(), 0U);
+    EXPECT_FALSE(lean.entitiesLoaded());
+    EXPECT_FALSE(lean.extent().empty());
+    addSmallImport(lean, 1);
+    ASSERT_TRUE(store.save(path_, lean));
+
+    addSmallImport(drawing_, 1);
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+TEST_F(DrawingStoreTest, AppendingDoesNotTouchWhatIsThere) {
+    for (int i = 0; i < 2000; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::string before = contents(path_);
+    addSmallImport(drawing_, 9);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::string after = contents(path_);
+    constexpr std::size_t kPage = 8192;
+    std::size_t changed = 0;
+    for (std::size_t page = 0; page * kPage < before.size(); ++page) {
+        if (before.compare(page * kPage, kPage, after, page * kPage, kPage) != 0) {
+            ++changed;
+        }
+    }
+    EXPECT_LT(changed, before.size() / kPage / 10); // the last page of each table and the ways to it
+}
+
+TEST_F(DrawingStoreTest, WhatWasUndoneGoesFromTheDisk) {
+    saveSmall();
+    const std::string small = describe(drawing_);
+    const Drawing::Mark mark = drawing_.mark();
+    addSmallImport(drawing_, 1);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::uint64_t undoneTo = drawing_.lastId();
+    drawing_.rollback(mark);
+    ASSERT_TRUE(store_.hasChanges(drawing_));
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), small);
+    const MdDbObjectId next = drawing_.addPoint({}, 0);
+    EXPECT_EQ(next.asUint64(), undoneTo + 1) << "identifiers are not given twice";
+}
+
+TEST_F(DrawingStoreTest, WhatWasTakenBackAndPutBackIsOnTheDiskAgain) {
+    saveSmall();
+    const Drawing::Mark mark = drawing_.mark();
+    addSmallImport(drawing_, 1);
+    drawing_.setZone(7);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::string full = describe(drawing_);
+    // Without a save in between, the file holds it still.
+    Drawing::Removed removed = drawing_.takeBack(mark);
+    EXPECT_TRUE(store_.hasChanges(drawing_));
+    ASSERT_TRUE(drawing_.putBack(std::move(removed)));
+    EXPECT_FALSE(store_.hasChanges(drawing_));
+    EXPECT_EQ(describe(opened(path_)), full);
+    // With one, it is written again.
+    removed = drawing_.takeBack(mark);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    ASSERT_TRUE(drawing_.putBack(std::move(removed)));
+    EXPECT_TRUE(store_.hasChanges(drawing_));
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), full);
+}
+
+TEST_F(DrawingStoreTest, IdentifiersAreNotGivenAgainAfterReopening) {
+    saveSmall();
+    const Drawing::Mark mark = drawing_.mark();
+    const MdDbObjectId undone = drawing_.addPoint({}, 0);
+    drawing_.rollback(mark);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    Drawing again = opened(path_);
+    EXPECT_GT(again.addPoint({}, 0), undone);
+}
+
+TEST_F(DrawingStoreTest, AChangedObjectIsWrittenAgain) {
+    saveSmall();
+    const std::size_t other = *drawing_.findLayer(drawing_.addLayer("別"));
+    drawing_.setEntityLayer(5, other);
+    drawing_.setDescription(0, "changed");
+    drawing_.setCurrentLayer(other);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+TEST_F(DrawingStoreTest, AZoneReachesEveryGeometryThatIsThere) {
+    saveSmall();
+    drawing_.setZone(9);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+    EXPECT_EQ(opened(path_).zone(), 9);
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open_v2(path_.c_str(), &database, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    for (const char* table : {"points", "polylines", "lots", "alignments"}) {
+        sqlite3_stmt* rows = nullptr;
+        const std::string text =
+            std::string("SELECT count(geom), sum(hex(substr(geom, 5, 4)) = '151A0000') FROM ") + table;
+        ASSERT_EQ(sqlite3_prepare_v2(database, text.c_str(), -1, &rows, nullptr), SQLITE_OK);
+        ASSERT_EQ(sqlite3_step(rows), SQLITE_ROW);
+        EXPECT_GT(sqlite3_column_int(rows, 0), 0);
+        EXPECT_EQ(sqlite3_column_int(rows, 0), sqlite3_column_int(rows, 1)) << table; // 0x1A15 is 6677
+        sqlite3_finalize(rows);
+    }
+    sqlite3_close(database);
+}
+
+TEST_F(DrawingStoreTest, EndlessCoordinatesComeBackAndLeaveEveryBoxFinite) {
+    constexpr double kEndless = std::numeric_limits<double>::infinity();
+    drawing_.addPoint({1, 2, kEndless}, 0);
+    drawing_.addPoint({kEndless, 2, 3}, 0);
+    const std::vector<MdGePoint3d> wide = {{5, 6, 0}, {5, -kEndless, 0}, {8, 7, 0}};
+    drawing_.addPolyline(wide, 0, EntityKind::Polyline, true);
+    const std::vector<MdGePoint3d> nowhere = {{kEndless, 0, 0}, {0, kEndless, 0}};
+    drawing_.addPolyline(nowhere, 0, EntityKind::Polyline, false);
+    Element line;
+    line.start = {-1.7e308, 0};
+    line.end = {1.7e308, 0};
+    line.length = kEndless;
+    drawing_.addElement(drawing_.addAlignment(drawing_.addSite("s"), "far", "0", kStandardStyle, kStandardStyle), line);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+    const OtherProgram other(path_);
+    EXPECT_EQ(other.one("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = 'points'"),
+              "1.0|2.0|1.0|2.0");
+    EXPECT_EQ(other.one("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = 'lots'"),
+              "5.0|6.0|8.0|7.0");
+    EXPECT_EQ(other.one("SELECT id, minx, maxx, miny, maxy FROM rtree_lots_geom"),
+              other.one("SELECT fid, 5.0, 8.0, 6.0, 7.0 FROM lots"));
+    EXPECT_EQ(other.one("SELECT count(*) FROM rtree_points_geom"), "1") << "what lies nowhere is in no window";
+    // The flags of the header: a box of the finite vertices, or none.
+    EXPECT_EQ(other.ask("SELECT hex(substr(geom, 4, 1)) FROM polylines"), (std::vector<std::string>{"03", "01"}));
+}
+
+TEST_F(DrawingStoreTest, TextThatIsNoTextIsMadeReadable) {
+    drawing_.addTable("JSIMA_V3_Point");
+    drawing_.addPoint({}, 0);
+    drawing_.setRow(0, 0, 1, std::string_view("a\0b\xFFzz", 6), "\xE3\x81", "");
+    EXPECT_EQ(drawing_.entity(0).row->name, "a␀b\uFFFDzz");
+    EXPECT_EQ(drawing_.entity(0).row->type, "\uFFFD\uFFFD");
+    drawing_.addSite(std::string_view("s\0", 2));
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+TEST_F(DrawingStoreTest, OpeningChangesNothing) {
+    saveSmall();
+    const std::string before = contents(path_);
+    const auto time = std::filesystem::last_write_time(path_);
+    opened(path_);
+    EXPECT_EQ(contents(path_), before);
+    EXPECT_EQ(std::filesystem::last_write_time(path_), time);
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+}
+
+TEST_F(DrawingStoreTest, OpeningWorksInAFolderThatCannotBeWritten) {
+    saveSmall();
+    const std::string expected = describe(drawing_);
+    chmod(path_.c_str(), 0444);
+    chmod(folder_.path().c_str(), 0555);
+    EXPECT_EQ(asOrdinaryUser([&] { return describe(opened(path_)) == expected; }), 0);
+}
+
+TEST_F(DrawingStoreTest, ADrawingThatAGisLeftInWriteAheadModeOpensInAFolderThatCannotBeWritten) {
+    saveSmall();
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
+    sqlite3_exec(database, "PRAGMA journal_mode = WAL; CREATE TABLE other (a);", nullptr, nullptr, nullptr);
+    sqlite3_close(database);
+    chmod(path_.c_str(), 0444);
+    chmod(folder_.path().c_str(), 0555);
+    EXPECT_EQ(asOrdinaryUser([&] { return describe(opened(path_)) == describe(drawing_); }), 0);
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+    chmod(folder_.path().c_str(), 0755);
+    chmod(path_.c_str(), 0644);
+    addSmallImport(drawing_, 1);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+}
+
+// --- what can fail ---
+
+TEST_F(DrawingStoreTest, WhatIsNoDrawingIsTold) {
+    const auto errorOf = [&](const std::string& path) {
+        Drawing drawing;
+        DrawingStore store;
+        const std::string before = describe(drawing);
+        const StoreResult result = store.open(path, drawing);
+        EXPECT_NE(result.message.find(path), std::string::npos) << result.message;
+        EXPECT_EQ(describe(drawing), before);
+        return result.error;
+    };
+    EXPECT_EQ(errorOf(folder_.file("none.gpkg")), StoreError::NotFound);
+    EXPECT_EQ(errorOf(folder_.path().string()), StoreError::NotAFile);
+    write(folder_.file("empty.gpkg"), "");
+    EXPECT_EQ(errorOf(folder_.file("empty.gpkg")), StoreError::NotADrawing);
+    write(folder_.file("text.gpkg"), "A01,1,P,1,2,3,\r\n");
+    EXPECT_EQ(errorOf(folder_.file("text.gpkg")), StoreError::NotADrawing);
+    write(folder_.file("nulls.gpkg"), std::string(100000, '\0'));
+    EXPECT_EQ(errorOf(folder_.file("nulls.gpkg")), StoreError::NotADrawing);
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(folder_.file("other.gpkg").c_str(), &database), SQLITE_OK);
+    sqlite3_exec(database, "CREATE TABLE a (b);", nullptr, nullptr, nullptr);
+    EXPECT_EQ(errorOf(folder_.file("other.gpkg")), StoreError::NotOurs);
+    sqlite3_exec(database, "PRAGMA application_id = 0x47504B47;", nullptr, nullptr, nullptr);
+    EXPECT_EQ(errorOf(folder_.file("other.gpkg")), StoreError::NotOurs);
+    sqlite3_close(database);
+}
+
+TEST_F(DrawingStoreTest, ALaterFormatIsTold) {
+    saveSmall();
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
+    sqlite3_exec(database, "UPDATE fenmark_drawing SET format = 2", nullptr, nullptr, nullptr);
+    sqlite3_close(database);
+    Drawing drawing;
+    const StoreResult result = DrawingStore().open(path_, drawing);
+    EXPECT_EQ(result.error, StoreError::NotOurs);
+    EXPECT_NE(result.message.find("later version"), std::string::npos);
+}
+
+TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
+    for (int i = 0; i < 20; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::string good = contents(path_);
+    constexpr unsigned kSeed = 20240411;
+    std::mt19937 random(kSeed);
+    int told = 0;
+    for (int round = 0; round < 200; ++round) {
+        std::string bad = good;
+        for (int i = 0; i < 40; ++i) {
+            bad[100 + random() % (bad.size() - 100)] = static_cast<char>(random());
+        }
+        if (round % 4 == 0) {
+            bad.resize(random() % bad.size());
+        }
+        write(path_, bad);
+        Drawing drawing;
+        const StoreResult result = DrawingStore().open(path_, drawing);
+        told += result ? 0 : 1;
+        EXPECT_EQ(result.message.empty(), static_cast<bool>(result));
+    }
+    EXPECT_GT(told, 50) << "seed " << kSeed;
+}
+
+TEST_F(DrawingStoreTest, AnotherProgramThatHoldsTheDrawingIsTold) {
+    saveSmall();
+    const std::string saved = describe(drawing_);
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    Drawing reader;
+    EXPECT_EQ(DrawingStore().open(path_, reader).error, StoreError::Locked);
+    addSmallImport(drawing_, 1);
+    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::Locked);
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    EXPECT_EQ(describe(opened(path_)), saved);
+    ASSERT_TRUE(store_.save(path_, drawing_)) << "what was refused can be saved later";
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+TEST_F(DrawingStoreTest, ADrawingThatAnotherRunAppendedToIsNotOverwritten) {
+    saveSmall();
+    Drawing other;
+    DrawingStore otherStore;
+    ASSERT_TRUE(otherStore.open(path_, other));
+    addSmallImport(other, 1);
+    ASSERT_TRUE(otherStore.save(path_, other));
+    addSmallImport(drawing_, 2);
+    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::ChangedOutside);
+    EXPECT_EQ(describe(opened(path_)), describe(other));
+}
+
+TEST_F(DrawingStoreTest, AFeatureThatAGisAddedMeanwhileIsNotOverwritten) {
+    saveSmall();
+    const std::uint64_t next = drawing_.lastId() + 1;
+    sqlite3* gis = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &gis), SQLITE_OK);
+    const std::string add = "DROP TRIGGER rtree_points_geom_insert; INSERT INTO points SELECT " + std::to_string(next) +
+                            ", geom, layer, data_table, 99, \"Name\", \"Type\", \"FileName\" FROM points LIMIT 1";
+    ASSERT_EQ(sqlite3_exec(gis, add.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(gis);
+    addSmallImport(drawing_, 1);
+    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::ChangedOutside);
+    Drawing again = opened(path_);
+    EXPECT_EQ(again.entity(again.entityCount() - 1).row->no, 99);
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    addSmallImport(again, 1);
+    ASSERT_TRUE(store.save(path_, again)) << "opened anew, it is appended to";
+}
+
+TEST_F(DrawingStoreTest, AFolderOrFileThatCannotBeWrittenIsTold) {
+    saveSmall();
+    const std::string before = contents(path_);
+    addSmallImport(drawing_, 1);
+    chmod(path_.c_str(), 0444);
+    chmod(folder_.path().c_str(), 0555);
+    EXPECT_EQ(asOrdinaryUser([&] {
+                  DrawingStore fresh;
+                  return store_.save(path_, drawing_).error == StoreError::NotWritable &&
+                         fresh.save(folder_.file("new.gpkg"), drawing_).error == StoreError::NotWritable;
+              }),
+              0);
+    EXPECT_EQ(contents(path_), before);
+    EXPECT_EQ(store_.save(folder_.file("none/new.gpkg"), drawing_).error, StoreError::NoFolder);
+    EXPECT_EQ(store_.save(folder_.path().string(), drawing_).error, StoreError::NotAFile);
+}
+
+TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
+    saveSmall();
+    const std::string before = describe(drawing_);
+    for (int i = 1; i < 3000; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    // A limit on the size of files stands for the disk.
+    const pid_t child = fork();
+    if (child == 0) {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{400000, 400000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const StoreResult appended = store_.save(path_, drawing_);
+        const StoreResult made = DrawingStore().save(folder_.file("new.gpkg"), drawing_);
+        _exit((appended.error == StoreError::DiskFull ? 0 : 1) + (made.error == StoreError::DiskFull ? 0 : 2));
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(describe(opened(path_)), before);
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+}
+
+// --- how far it has come ---
+
+TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
+    for (int i = 0; i < 3000; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    std::vector<std::uint64_t> parts;
+    std::uint64_t whole = 0;
+    const auto save = [&](const std::string& path) {
+        parts.clear();
+        return store_.save(path, drawing_, [&](std::uint64_t done, std::uint64_t total) {
+            parts.push_back(done);
+            EXPECT_LE(done, total);
+            whole = total;
+        });
+    };
+    ASSERT_TRUE(save(path_));
+    EXPECT_GE(whole, 2U * 3000U * (5 + 5 + 1)) << "rows of points, polylines and lots, and their boxes";
+    EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
+    ASSERT_FALSE(parts.empty());
+    EXPECT_GT(parts.back() * 10, whole * 8) << "the rest is told by the end";
+    for (int i = 0; i < 3000; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    ASSERT_TRUE(save(path_));
+    EXPECT_FALSE(parts.empty()) << "also where it is appended";
+    addSmallImport(drawing_);
+    ASSERT_TRUE(save(path_));
+    EXPECT_TRUE(parts.empty()) << "a small one is done at once";
+}
+
+// --- killed at any moment ---
+
+// Kills a child that saves after a random time; what is on disk is the drawing before or after.
+void killWhileSaving(const std::string& path, const std::string& before, const std::string& after,
+                     const std::function<void()>& save, std::mt19937& random, std::chrono::microseconds longest,
+                     int& unfinished, int& finished) {
+    const pid_t child = fork();
+    if (child == 0) {
+        save();
+        _exit(0);
+    }
+    usleep(static_cast<useconds_t>(random() % static_cast<unsigned>(longest.count())));
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (before.empty() && !std::filesystem::exists(path)) {
+        ++unfinished;
+        return;
+    }
+    const std::string found = describe(opened(path));
+    ASSERT_TRUE(found == before || found == after);
+    for (const char* layer : kIndexedLayers) {
+        ASSERT_EQ(indexFault(path, layer), "") << layer;
+    }
+    ++(found == before ? unfinished : finished);
+}
+
+constexpr unsigned kKillSeed = 19830226;
+constexpr int kKills = 60;
+
+// Later and earlier moments in turn: where the machine stood still while a save was timed, some kills still come in time.
+std::chrono::microseconds latestKill(std::chrono::microseconds whole, int round) {
+    constexpr int kHalvings = 6;
+    return whole / (1 << (round % kHalvings)) + std::chrono::microseconds(1);
+}
+
+TEST_F(DrawingStoreTest, AKillWhileAnImportIsAppendedLeavesTheDrawingBeforeOrAfter) {
+    for (int i = 0; i < 50; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    const std::string before = describe(drawing_);
+    const std::string bytes = contents(path_);
+    for (int i = 0; i < 500; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    const std::string after = describe(drawing_);
+    std::mt19937 random(kKillSeed);
+    int unfinished = 0;
+    int finished = 0;
+    const auto start = std::chrono::steady_clock::now();
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            (void)store_.save(path_, drawing_);
+            _exit(0);
+        }
+        waitpid(child, nullptr, 0);
+    }
+    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
+    for (int round = 0; round < kKills; ++round) {
+        std::filesystem::remove(path_ + "-journal");
+        write(path_, bytes);
+        killWhileSaving(
+            path_, before, after, [&] { (void)store_.save(path_, drawing_); }, random,
+            latestKill(whole + whole / 4, round), unfinished, finished);
+        EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"}) << "opening restores and clears up";
+    }
+    EXPECT_GT(unfinished, 0) << "seed " << kKillSeed;
+}
+
+TEST_F(DrawingStoreTest, AKillWhileADrawingIsMadeLeavesNoneOrAllOfIt) {
+    for (int i = 0; i < 500; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    const std::string after = describe(drawing_);
+    std::mt19937 random(kKillSeed);
+    int unfinished = 0;
+    int finished = 0;
+    for (int round = 0; round < kKills; ++round) {
+        std::filesystem::remove(path_);
+        killWhileSaving(
+            path_, "", after, [&] { (void)store_.save(path_, drawing_); }, random,
+            latestKill(std::chrono::milliseconds(30), round), unfinished, finished);
+    }
+    EXPECT_GT(unfinished, 0) << "seed " << kKillSeed;
+    // The next save clears up what the killed ones left.
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+}
+
+} // namespace
+} // namespace fenmark::drawing

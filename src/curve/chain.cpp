@@ -266,7 +266,7 @@ std::optional<ChainPlace> Chain::placeAt(double distance, double offset, Side si
         return std::nullopt;
     }
     const std::size_t piece = pieceAt(distance, side);
-    const double along = std::min(distance - starts_[piece].distance, lengthOf(piece));
+    const double along = distance - starts_[piece].distance;
     const Curve& curve = curves_[starts_[piece].curve];
     const ChainPlace place{pointOn(piece, along, offset), azimuthAt(curve, along), curvatureOn(piece, along),
                            starts_[piece].curve};

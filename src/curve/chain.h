@@ -108,7 +108,8 @@ class Chain {
     // Many points; fastest where neighbours follow one another. What has no foot becomes NaN.
     std::size_t locate(std::span<const Point> points, std::span<ChainFoot> feet) const;
     // Every place from which the point is locally nearest, by distance along the chain: perpendicular feet, ends and
-    // broken joints. A circle that is run through several times has its foot once.
+    // broken joints. A circle that is run through several times has its foot once, and of a curve that winds up often
+    // the 64 feet around the nearest count.
     [[nodiscard]] std::vector<ChainFoot> feet(const Point& point) const;
 
     // Of all neighbouring curves that have a length.
@@ -146,6 +147,7 @@ class Chain {
         Form form;
     };
     struct Nearest;
+    enum class Which;
     struct Way;
 
     void addPiece(std::uint32_t index);

@@ -32,6 +32,8 @@ constexpr int kMostSteps = 60;
 constexpr double kPerpendicular = 1e-6;
 // The most that a piece may turn on one side of its inflection to be searched here, radians.
 constexpr double kMostTurn = 3.0;
+// Of a curve that winds up; those around the nearest.
+constexpr std::size_t kMostFeetOfACurve = 64;
 // A piece that turns less is boxed by its ends and its length alone.
 constexpr double kSmallTurn = 1.0;
 
@@ -41,6 +43,9 @@ double squaredTo(double low, double high, double value) {
 }
 
 } // namespace
+
+// What is wanted of a curve that winds up; of any other both are one.
+enum class Chain::Which { Nearest, All };
 
 // From the curve to the point, in the frame of the curve there.
 struct Chain::Way {
@@ -170,9 +175,12 @@ void Chain::searchPiece(std::size_t index, const Point& point, const Take& take)
         if (!(turn < kMostTurn) || !std::isfinite(growth)) {
             take(0.0, at(0.0), false);
             take(length, at(length), false);
-            for (const fenmark::curve::Foot& foot : feetOf(curve, point)) {
+            const std::vector<fenmark::curve::Foot> feet =
+                which == Which::All ? feetOf(curve, point, kMostFeetOfACurve)
+                                    : std::vector<fenmark::curve::Foot>{nearestFoot(curve, point)};
+            for (const fenmark::curve::Foot& foot : feet) {
                 const double k = fenmark::curve::curvatureAt(curve, foot.along);
-                if (k * foot.offset < 1.0) {
+                if (foot.perpendicular && k * foot.offset < 1.0) {
                     take(foot.along, Way{0.0, foot.offset, k}, true);
                 }
             }
@@ -261,7 +269,7 @@ void Chain::searchPiece(std::size_t index, const Point& point, const Take& take)
 }
 
 void Chain::lookAtPiece(std::size_t piece, const Point& point, Nearest& best) const {
-    searchPiece(piece, point, [&](double along, const Way& way, bool) {
+    searchPiece(piece, point, Which::Nearest, [&](double along, const Way& way, bool) {
         const double squared = way.squared();
         if (squared < best.squared) {
             best = {squared, piece, along, way};
@@ -379,7 +387,7 @@ std::vector<ChainFoot> Chain::feet(const Point& point) const {
         Nearest atStart;
         Nearest atEnd;
         std::vector<Nearest> inside;
-        searchPiece(i, point, [&](double along, const Way& way, bool within) {
+        searchPiece(i, point, Which::All, [&](double along, const Way& way, bool within) {
             const Nearest here{way.squared(), i, along, way};
             if (within) {
                 inside.push_back(here);

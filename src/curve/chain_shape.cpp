@@ -59,7 +59,9 @@ double chordsOf(const Curve& curve, double tolerance) {
         const bool inflected = (curve.startCurvature > 0.0) != (curve.endCurvature > 0.0);
         mean = 2.0 / 3.0 * (inflected ? a + b : std::abs(b - a));
     }
-    return 1.0 + mean * curve.length / std::sqrt(8.0 * tolerance);
+    // No chord turns by more than a quarter circle, see lineOf.
+    const double byTurn = std::sqrt(std::max(first, last)) / (0.5 * kPi);
+    return 1.0 + mean * curve.length * std::max(1.0 / std::sqrt(8.0 * tolerance), byTurn);
 }
 
 } // namespace

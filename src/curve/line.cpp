@@ -128,7 +128,12 @@ Line lineOf(const Curve& curve, double tolerance, std::size_t mostPoints, double
             }
             if (i > 0.0) {
                 const double step = along - before;
-                const double bend = 0.5 * (std::abs(curvatureAt(curve, before)) + std::abs(curvatureAt(curve, along)));
+                const double k0 = curvatureAt(curve, before);
+                const double k1 = curvatureAt(curve, along);
+                // Of an S the two sides do not add up.
+                const bool bothSides = (k0 < 0.0) != (k1 < 0.0);
+                const double bend =
+                    0.5 * (bothSides ? std::max(std::abs(k0), std::abs(k1)) : std::abs(k0) + std::abs(k1));
                 const double fromBend = step * (step * (kUneven * bend * widest + aside) / 8.0);
                 const double half = 0.5 * step * widest;
                 line.error = std::max(line.error, bend * step <= kMostTurn ? std::min(fromBend, half) : half);

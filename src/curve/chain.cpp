@@ -268,8 +268,10 @@ std::optional<ChainPlace> Chain::placeAt(double distance, double offset, Side si
     const std::size_t piece = pieceAt(distance, side);
     const double along = distance - starts_[piece].distance;
     const Curve& curve = curves_[starts_[piece].curve];
-    const ChainPlace place{pointOn(piece, along, offset), azimuthAt(curve, along), curvatureOn(piece, along),
-                           starts_[piece].curve};
+    // A curve shorter than the joint tolerance is not to be followed beyond its ends.
+    const double within = std::clamp(along, 0.0, curve.length);
+    const ChainPlace place{pointOn(piece, along, offset), azimuthAt(curve, within),
+                           fenmark::curve::curvatureAt(curve, within), starts_[piece].curve};
     return isFinite(place.point) ? std::optional(place) : std::nullopt;
 }
 

@@ -164,7 +164,7 @@ class Chain {
     [[nodiscard]] double curvatureOn(std::size_t piece, double along) const;
     void searchBoxes(std::size_t level, std::size_t box, const Point& point, Nearest& best) const;
     template <typename Take>
-    void searchPiece(std::size_t piece, const Point& point, const Take& take) const;
+    void searchPiece(std::size_t piece, const Point& point, Which which, const Take& take) const;
     void lookAtPiece(std::size_t piece, const Point& point, Nearest& best) const;
     [[nodiscard]] std::optional<ChainFoot> locateFrom(const Point& point, std::size_t& piece) const;
     [[nodiscard]] ChainFoot footOf(const Nearest& nearest) const;

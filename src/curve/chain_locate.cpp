@@ -113,7 +113,7 @@ void Chain::buildBoxes() {
 // Calls take(along, way, inside) for every local minimum inside the piece and for its two ends. A nearest point that
 // falls on an end may come as either.
 template <typename Take>
-void Chain::searchPiece(std::size_t index, const Point& point, const Take& take) const {
+void Chain::searchPiece(std::size_t index, const Point& point, Which which, const Take& take) const {
     const Piece& piece = pieces_[index];
     const Form form = starts_[index].form;
     const double length = lengthOf(index);

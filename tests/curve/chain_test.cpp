@@ -261,7 +261,7 @@ TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
     const double curvatures[] = {0.0, 5e-324, 1e-300, 1e-100, 1e-9, 1e-3, 1.0, 1e9, 1e100, 1e300};
     const double places[] = {0.0, 1.0, 1e7, 1e100, 1e300};
     int answered = 0;
-    for (int round = 0; round < 1500; ++round) {
+    for (int round = 0; round < 300; ++round) {
         std::vector<Curve> curves;
         for (int i = 0; i < 2; ++i) {
             const auto any = [&](const auto& values) {
@@ -283,7 +283,8 @@ TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
             const std::optional<ChainPlace> place = chain.placeAt(share * chain.length(), share);
             if (place) {
                 EXPECT_TRUE(isFinite(place->point)) << "seed " << kSeed << " round " << round;
-                EXPECT_TRUE(std::isfinite(place->azimuth) && std::isfinite(place->curvature));
+                EXPECT_TRUE(std::isfinite(place->azimuth) && std::isfinite(place->curvature))
+                    << "seed " << kSeed << " round " << round;
             }
             const std::optional<ChainFoot> foot = chain.locate({share * 1e3, 1e200 * (share - 0.3)});
             EXPECT_TRUE(!foot || (std::isfinite(foot->distance) && std::isfinite(foot->offset)));
@@ -297,7 +298,7 @@ TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
         ASSERT_TRUE(box);
         EXPECT_LE(box->minX, box->maxX);
     }
-    EXPECT_GT(answered, 300);
+    EXPECT_GT(answered, 60);
 }
 
 // --- the way back ---
@@ -430,7 +431,7 @@ TEST(Chain, OverAGapBothEndsAreFeet) {
 TEST(Chain, TheLineStaysWithinItsToleranceAndItsBound) {
     constexpr unsigned kSeed = 12;
     Random random(kSeed);
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 40; ++round) {
         const Chain chain = chainOf(random.curves(8, random.pose(1e4)));
         for (const double tolerance : {1.0, 1e-3}) {
             for (const std::size_t most : {std::size_t{60}, std::size_t{1'000'000}}) {
@@ -438,7 +439,7 @@ TEST(Chain, TheLineStaysWithinItsToleranceAndItsBound) {
                 ASSERT_LE(line.points.size(), most);
                 EXPECT_GE(line.tolerance, tolerance);
                 EXPECT_TRUE(most == 60 || line.tolerance == tolerance) << "seed " << kSeed << " round " << round;
-                for (std::size_t i = 0; i + 1 < line.points.size(); i += 3) {
+                for (std::size_t i = 0; i + 1 < line.points.size(); i += 1 + line.points.size() / 200) {
                     const Point middle{0.5 * (line.points[i].x + line.points[i + 1].x),
                                        0.5 * (line.points[i].y + line.points[i + 1].y)};
                     ASSERT_LE(std::abs(chain.locate(middle)->offset), line.tolerance * (1.0 + 1e-6) + 1e-9)
@@ -473,7 +474,7 @@ TEST(Chain, CrossingsLieOnBothChains) {
     constexpr unsigned kSeed = 19;
     Random random(kSeed);
     int found = 0;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 150; ++round) {
         const Chain one = chainOf(random.curves(12, {{0, 0}, random.uniform(-3, 3)}));
         const Chain other = chainOf(random.curves(12, {{random.uniform(-200, 200), 300}, random.uniform(-3, 3)}));
         const std::vector<ChainCrossing> crossings = one.crossings(other);
@@ -486,7 +487,8 @@ TEST(Chain, CrossingsLieOnBothChains) {
             EXPECT_NEAR(std::hypot(a.x - b.x, a.y - b.y), 0.0, 1e-8) << "seed " << kSeed << " round " << round;
         }
         // A walk along the other chain in steps of metres sees each change of side near one of them.
-        for (double distance = 1.0; distance < other.length(); distance += 5.0) {
+        const double step = std::max(5.0, other.length() / 300.0);
+        for (double distance = 1.0; distance < other.length(); distance += step) {
             const ChainFoot before = *one.locate(*other.pointAt(distance - 1.0));
             const ChainFoot behind = *one.locate(*other.pointAt(distance));
             if (before.perpendicular && behind.perpendicular && (before.offset > 0) != (behind.offset > 0) &&
@@ -500,7 +502,7 @@ TEST(Chain, CrossingsLieOnBothChains) {
             }
         }
     }
-    EXPECT_GT(found, 100);
+    EXPECT_GT(found, 60);
 }
 
 TEST(Chain, ACrossingOnAJointIsOne) {

@@ -97,7 +97,11 @@ double wrappedAzimuth(double azimuth) {
 }
 
 double wrappedTurn(double turn) {
-    const double rest = std::remainder(turn, kTwoPi);
+    if (turn > -kPi && turn <= kPi) {
+        return turn;
+    }
+    // About a full circle off the difference is exact; std::remainder gives the same at more cost.
+    const double rest = std::abs(turn) < 3.0 * kPi ? turn - std::copysign(kTwoPi, turn) : std::remainder(turn, kTwoPi);
     return rest <= -kPi ? rest + kTwoPi : rest;
 }
 

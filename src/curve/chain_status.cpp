@@ -28,7 +28,7 @@ const char* textOf(ChainStatus status) {
     case ChainStatus::NoObject:
         return "an argument is a null pointer";
     }
-    return "an unknown status";
+    return "unknown status";
 }
 
 } // namespace fenmark::curve

@@ -180,7 +180,9 @@ Frame PreparedCurve::frameAt(double along) const {
         const double w = toStart_ + along;
         const double theta = 0.5 * growth_ * w * w;
         if (std::abs(theta) > kSeriesTurn) {
-            break;
+            // Beyond an end. The frame's direction is not the start's.
+            const Complex tangent = onUnitCircle(azimuthAt(curve_, along));
+            return {curve::pointAt(curve_, along), {tangent.re, tangent.im}};
         }
         const Complex direction{cosine_, sine_};
         const Complex way = inflectionSeries(w, theta) - Complex{startInFrame_.x, startInFrame_.y};

@@ -2,7 +2,7 @@
 #include "host/embedded/layout_notes.h"
 
 #include "drawing/drawing.h"
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <algorithm>
 #include <array>

@@ -12,8 +12,10 @@ namespace fenmark::output {
 
 class DrawingOutput : public sima::SectionSink {
   public:
-    // The boundary must outlive the output.
-    explicit DrawingOutput(host::HostBoundary& host) : host_(host) {}
+    // The boundary must outlive the output. With `planTangents` clothoids get their PI in plan; otherwise one between
+    // points of unequal heights has none, since its end tangents run at their own points' heights and never meet.
+    explicit DrawingOutput(host::HostBoundary& host, bool planTangents = false)
+        : host_(host), planTangents_(planTangents) {}
 
     void createCoordinatePoints(sima::SimaReader& reader, std::span<const sima::SimaPoint> points) override;
     void createLotPolyline(sima::SimaReader& reader, const sima::LotData& lot) override;
@@ -27,6 +29,7 @@ class DrawingOutput : public sima::SectionSink {
     std::string_view fileNameOf(const sima::SimaReader& reader);
 
     host::HostBoundary& host_;
+    bool planTangents_;
     std::string path_; // the one that the name is of
     std::string fileName_;
     // Kept between calls, so that a file of many small lots or cross sections allocates once.

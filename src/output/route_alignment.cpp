@@ -13,6 +13,11 @@ host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader,
     }
     removeZeroLengthElements(elements);
     mergeStraights(elements);
+    if (planTangents_) {
+        for (sima::EntityData& element : elements) {
+            element.startZ = element.endZ = 0.0; // heights stay behind anyway; only the PIs look at them
+        }
+    }
 
     const std::unique_ptr<host::CorridorUtility> corridor = host_.makeCorridorUtility();
     corridor->connect();

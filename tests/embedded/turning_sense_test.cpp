@@ -293,21 +293,21 @@ std::vector<Element> lineBefore(double direction = 0.0) {
 }
 
 TEST(LayCurve, IsTheShorterArc) {
-    const std::optional<Laid> laid = layCurve({}, {0, 0}, {100, 0}, 60, 0, PositiveRadius::Left);
+    const std::optional<Element> laid = layCurve({}, {0, 0}, {100, 0}, 60, 0, PositiveRadius::Left);
     ASSERT_TRUE(laid);
-    EXPECT_LT(laid->element.length, kPi * 60);
-    EXPECT_NEAR(laid->element.length, 120 * std::asin(100.0 / 120.0), 1e-9);
-    EXPECT_FALSE(laid->element.clockwise);
-    EXPECT_LT(laid->element.direction, 0.0) << "a left turn starts to the right of its chord";
-    const PlanPoint end = poseOnElement(laid->element, laid->element.length).point;
+    EXPECT_LT(laid->length, kPi * 60);
+    EXPECT_NEAR(laid->length, 120 * std::asin(100.0 / 120.0), 1e-9);
+    EXPECT_FALSE(laid->clockwise);
+    EXPECT_LT(laid->direction, 0.0) << "a left turn starts to the right of its chord";
+    const PlanPoint end = poseOnElement(*laid, laid->length).point;
     EXPECT_NEAR(end.x, 100, 1e-9);
     EXPECT_NEAR(end.y, 0, 1e-9);
 }
 
 TEST(LayCurve, MinusOneIsClockwise) {
-    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Left)->element.clockwise);
-    EXPECT_FALSE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Right)->element.clockwise);
-    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Auto)->element.clockwise);
+    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Left)->clockwise);
+    EXPECT_FALSE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Right)->clockwise);
+    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Auto)->clockwise);
 }
 
 TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
@@ -327,10 +327,10 @@ TEST(LayCurve, TakesAHalfCircleWhoseChordRoundingMadeTooLong) {
     const PlanPoint end{60295.494, -39425.223};
     constexpr double radius = 50.2;
     ASSERT_GT(end.y - start.y, 2.0 * radius);
-    const std::optional<Laid> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
+    const std::optional<Element> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
     ASSERT_TRUE(laid);
-    EXPECT_NEAR(laid->element.length, kPi * radius, 1e-9);
-    EXPECT_NEAR(laid->element.direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
+    EXPECT_NEAR(laid->length, kPi * radius, 1e-9);
+    EXPECT_NEAR(laid->direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
 }
 
 TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
@@ -338,18 +338,18 @@ TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
     // A left arc that starts along the line before, given as a right one.
     const std::vector<Element> arcAhead = layChain({{0, 0}, 0}, {arc(100, 50)});
     const PlanPoint end = arcAhead[0].end;
-    const std::optional<Laid> turned = layCurve(before, {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_TRUE(turned->element.otherSense);
-    EXPECT_FALSE(turned->element.clockwise);
+    const std::optional<Element> turned = layCurve(before, {0, 0}, end, 100, -1, PositiveRadius::Auto);
+    EXPECT_TRUE(turned->otherSense);
+    EXPECT_FALSE(turned->clockwise);
     // Neither way joins a line that comes from elsewhere.
-    const std::optional<Laid> kept = layCurve(lineBefore(1.0), {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(kept->element.otherSense);
-    EXPECT_TRUE(kept->element.clockwise);
+    const std::optional<Element> kept = layCurve(lineBefore(1.0), {0, 0}, end, 100, -1, PositiveRadius::Auto);
+    EXPECT_FALSE(kept->otherSense);
+    EXPECT_TRUE(kept->clockwise);
     // A flat arc joins either way, and stays as it was given.
     const PlanPoint flat = layChain({{0, 0}, 0}, {arc(5000, 50)})[0].end;
-    const std::optional<Laid> either = layCurve(before, {0, 0}, flat, 5000, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(either->element.otherSense);
-    EXPECT_TRUE(either->element.clockwise);
+    const std::optional<Element> either = layCurve(before, {0, 0}, flat, 5000, -1, PositiveRadius::Auto);
+    EXPECT_FALSE(either->otherSense);
+    EXPECT_TRUE(either->clockwise);
 }
 
 TEST(LaySpiral, RefusesWhatIsNoSpiral) {
@@ -374,7 +374,7 @@ TEST(LaySpiral, StartsTowardsThePiIfItsDistanceIsRight) {
     const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
     const auto directionFor = [&](double share) {
         const PlanPoint pi{toPi * share * std::cos(0.505), toPi * share * std::sin(0.505)};
-        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 200, 60, 0, PositiveRadius::Auto)->element.direction;
+        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 200, 60, 0, PositiveRadius::Auto)->direction;
     };
     constexpr double kDirection = 1e-12;
     EXPECT_NEAR(directionFor(1.0), 0.505, kDirection);
@@ -390,7 +390,7 @@ TEST(LaySpiral, ATinySpiralGetsTenMillimetres) {
     const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
     const auto directionFor = [&](double more) {
         const PlanPoint pi{(toPi + more) * std::cos(0.001), (toPi + more) * std::sin(0.001)};
-        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 10, 0.3, 0, PositiveRadius::Auto)->element.direction;
+        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 10, 0.3, 0, PositiveRadius::Auto)->direction;
     };
     EXPECT_NEAR(directionFor(0.0099), 0.001, 1e-12);
     EXPECT_NEAR(directionFor(0.0101), 0.0, 1e-12);
@@ -402,10 +402,10 @@ TEST(LaySpiral, APiThatWasNotFoundIsIgnoredThoughItLieInTheRightDistance) {
     std::vector<Element> before = layChain({{toPi, -50}, kPi / 2}, {straight(50)}); // ends at that distance from (0, 0)
     before[0].id = 1;
     for (const PositiveRadius sense : {PositiveRadius::Auto, PositiveRadius::Left, PositiveRadius::Right}) {
-        const std::optional<Laid> laid =
+        const std::optional<Element> laid =
             laySpiral(before, 1, before[0].end, {0, 0}, kInfiniteRadius, 200, 60, 0, sense);
-        EXPECT_NEAR(laid->element.direction, kPi / 2, 1e-12);
-        EXPECT_EQ(laid->element.clockwise, sense == PositiveRadius::Right);
+        EXPECT_NEAR(laid->direction, kPi / 2, 1e-12);
+        EXPECT_EQ(laid->clockwise, sense == PositiveRadius::Right);
     }
 }
 

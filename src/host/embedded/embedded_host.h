@@ -73,6 +73,10 @@ class EmbeddedHost {
     void setPositiveRadius(PositiveRadius sense) { positiveRadius_ = sense; }
     PositiveRadius positiveRadius() const { return positiveRadius_; }
 
+    // The alignment whose elements were laid and whose turning senses are not decided yet; null for none.
+    bool isUnsettled(MdDbObjectId alignment) const { return unsettled_.isValid() && unsettled_ == alignment; }
+    void noteUnsettled(MdDbObjectId alignment) { unsettled_ = alignment; }
+
     // About the alignments that were made in the current drawing since clearNotes, and are still there.
     LayoutNotes layoutNotes() const;
     void clearNotes();
@@ -103,6 +107,7 @@ class EmbeddedHost {
     std::unique_ptr<DocumentManager> documentManager_;
     mirdane::AutomationObject* application_ = nullptr; // holds one reference of the host's own
     PositiveRadius positiveRadius_ = PositiveRadius::Auto;
+    MdDbObjectId unsettled_;
     std::vector<std::pair<MdDbObjectId, RefusedElement>> refused_;
     std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are told of
     std::function<void(const MessageBox&)> messageHandler_;

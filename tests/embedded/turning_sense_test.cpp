@@ -1,6 +1,7 @@
 // Routes of a file become alignments in the embedded host: tangent where the file is, whatever the habit of its signs.
 #include "embedded/route_chains.h"
 #include "host/adapter/host_adapter.h"
+#include "host/embedded/alignment_settling.h"
 #include "host/embedded/embedded_host.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@ constexpr double kPi = 3.141592653589793;
 constexpr double kDegree = kPi / 180.0;
 // Where an alignment may lie off the exact chain: what tangents rounded to 1e-5 rad carry over its length, metres.
 constexpr double kLaidTolerance = 0.02;
+constexpr double kMillimetres = 0.002;      // what coordinates in millimetres leave, metres
 constexpr double kTwelveDecimals = 1.1e-11; // metres, with the rounding of coordinates of 1e5 m
 constexpr double kTangentTolerance = 1e-3;  // radians
 
@@ -178,11 +180,57 @@ TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
     EXPECT_NEAR(notes.brokenJoints[0].angle, 2 * kDegree, 1e-9);
 }
 
-TEST_F(TurningSense, AFirstArcKeepsItsSenseForThereIsNothingToJoin) {
+TEST_F(TurningSense, AFirstArcIsTurnedOverWhereTheJointBehindItProvesThat) {
     const std::vector<Element> chain = layChain({{0, 0}, 0}, {arc(100, 100), straight(50)});
     ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false})).isValid());
-    EXPECT_TRUE(laid().elements[0].clockwise) << "as the file says";
-    EXPECT_EQ(host_.layoutNotes().brokenJoints.size(), 1U);
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 1);
+}
+
+TEST_F(TurningSense, AShallowArcTakesTheSenseThatItsJointsProve) {
+    // Turns by less than a degree: either way joins within one.
+    const std::vector<Element> chain =
+        layChain({{3456.789, -1234.567}, 0.7}, {straight(120), arc(10000, 170), straight(90)});
+    for (const bool positiveIsLeft : {true, false}) {
+        ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = positiveIsLeft, .decimals = 3})).isValid());
+        expectChain(chain, kMillimetres);
+    }
+}
+
+TEST_F(TurningSense, ACurveThatNothingJoinsKeepsTheSenseOfTheWhole) {
+    std::vector<Element> chain = layChain({{0, 0}, 0}, {straight(100), arc(10000, 170)});
+    const std::vector<Element> away = layChain({chain.back().end, chain.back().endDirection() + 3 * kDegree},
+                                               {straight(50), clothoid(0, -200, 60), arc(-200, 40)});
+    chain.insert(chain.end(), away.begin(), away.end());
+    // The kink before the arc is its turn, so that one end of its image joins by chance.
+    chain[0] = layChain({{-99, -5}, 0}, {straight(100)})[0];
+    chain[0].end = chain[1].start;
+    chain[0].start = {chain[1].start.x - 100 * std::cos(-0.017), chain[1].start.y - 100 * std::sin(-0.017)};
+    ASSERT_TRUE(import(routeOf(chain)).isValid());
+    EXPECT_FALSE(laid().elements[1].otherSense) << "its other end is broken either way";
+}
+
+TEST_F(TurningSense, ASlipInOneSignIsMendedAndNothingElseTouched) {
+    const std::vector<Element> chain = sCurve();
+    for (std::size_t slip = 0; slip < chain.size(); ++slip) {
+        if (chain[slip].type == ElementType::Straight) {
+            continue;
+        }
+        sima::Array<sima::EntityData> route = routeOf(chain, {.decimals = 3});
+        route[slip].direction = route[slip].direction == "R" ? "L" : "R";
+        ASSERT_TRUE(import(route).isValid());
+        expectChain(chain, kMillimetres);
+        host_.clearNotes();
+    }
+}
+
+TEST_F(TurningSense, AFileOfTheOtherHabitLiesAsTrueAsOneOfTheOwn) {
+    const std::vector<Element> chain = sCurve();
+    for (const PositiveRadius sense : {PositiveRadius::Auto, PositiveRadius::Right}) {
+        host_.setPositiveRadius(sense);
+        ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false, .decimals = 3})).isValid());
+        expectChain(chain, kMillimetres);
+    }
 }
 
 TEST_F(TurningSense, RoutesWithHeightsContinueTheElementBefore) {
@@ -318,7 +366,8 @@ TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
     EXPECT_TRUE(refused(-60.0));
     EXPECT_TRUE(refused(std::nan("")));
     EXPECT_TRUE(refused(kInfiniteRadius));
-    EXPECT_TRUE(refused(49.999));
+    EXPECT_TRUE(refused(49.998)) << "a chord 4 mm too long";
+    EXPECT_FALSE(refused(49.9995)) << "1 mm too long";
     EXPECT_FALSE(refused(50.0)) << "a half circle";
 }
 
@@ -333,23 +382,54 @@ TEST(LayCurve, TakesAHalfCircleWhoseChordRoundingMadeTooLong) {
     EXPECT_NEAR(laid->direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
 }
 
-TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
-    const std::vector<Element> before = lineBefore();
+TEST(LayCurve, TakesEveryHalfCircleOfMillimetreCoordinates) {
+    constexpr int kDirections = 52;
+    constexpr double radius = 10.0;
+    const auto millimetres = [](double value) { return std::round(value * 1000.0) / 1000.0; };
+    int longer = 0;
+    for (int i = 0; i < kDirections; ++i) {
+        const double angle = 2 * kPi * i / kDirections;
+        const PlanPoint start{millimetres(1234.5678), millimetres(-876.5432)};
+        const PlanPoint end{millimetres(1234.5678 + 2 * radius * std::cos(angle)),
+                            millimetres(-876.5432 + 2 * radius * std::sin(angle))};
+        const double chord = std::hypot(end.x - start.x, end.y - start.y);
+        const std::optional<Element> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
+        ASSERT_TRUE(laid) << i;
+        if (chord > 2 * radius) {
+            ++longer;
+            EXPECT_NEAR(laid->length, kPi * chord / 2, 1e-9) << "the half circle over the chord";
+        }
+        const PlanPoint reached = poseOnElement(*laid, laid->length).point;
+        EXPECT_NEAR(reached.x, end.x, 1e-9) << i;
+        EXPECT_NEAR(reached.y, end.y, 1e-9) << i;
+    }
+    EXPECT_GT(longer, 10);
+}
+
+TEST(SettledElements, TurnsAnArcOverOnlyIfThatJoinsIt) {
     // A left arc that starts along the line before, given as a right one.
-    const std::vector<Element> arcAhead = layChain({{0, 0}, 0}, {arc(100, 50)});
-    const PlanPoint end = arcAhead[0].end;
-    const std::optional<Element> turned = layCurve(before, {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_TRUE(turned->otherSense);
-    EXPECT_FALSE(turned->clockwise);
-    // Neither way joins a line that comes from elsewhere.
-    const std::optional<Element> kept = layCurve(lineBefore(1.0), {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(kept->otherSense);
-    EXPECT_TRUE(kept->clockwise);
-    // A flat arc joins either way, and stays as it was given.
-    const PlanPoint flat = layChain({{0, 0}, 0}, {arc(5000, 50)})[0].end;
-    const std::optional<Element> either = layCurve(before, {0, 0}, flat, 5000, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(either->otherSense);
-    EXPECT_TRUE(either->clockwise);
+    const auto behind = [&](double lineDirection, double radius) {
+        std::vector<Element> elements = lineBefore(lineDirection);
+        const PlanPoint end = layChain({{0, 0}, 0}, {arc(radius, 50)})[0].end;
+        elements.push_back(*layCurve(elements, {0, 0}, end, radius, -1, PositiveRadius::Auto));
+        return settledElements(elements);
+    };
+    const std::vector<Element> turned = behind(0.0, 100);
+    ASSERT_EQ(turned.size(), 1U) << "the line stays";
+    EXPECT_TRUE(turned[0].otherSense);
+    EXPECT_FALSE(turned[0].clockwise);
+    EXPECT_NEAR(turned[0].direction, 0.0, 1e-9);
+    EXPECT_TRUE(behind(1.0, 100).empty()) << "neither way joins a line that comes from elsewhere";
+    EXPECT_EQ(behind(0.0, 5000).size(), 1U) << "a flat arc joins better this way";
+}
+
+TEST(SettledElements, WhatIsSettledStays) {
+    std::vector<Element> elements = lineBefore(0.0);
+    const PlanPoint end = layChain({{0, 0}, 0}, {arc(100, 50)})[0].end;
+    elements.push_back(*layCurve(elements, {0, 0}, end, 100, -1, PositiveRadius::Auto));
+    elements[1] = settledElements(elements).at(0);
+    EXPECT_TRUE(settledElements(elements).empty());
+    EXPECT_TRUE(settledElements({}).empty());
 }
 
 TEST(LaySpiral, RefusesWhatIsNoSpiral) {

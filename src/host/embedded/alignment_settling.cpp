@@ -27,13 +27,16 @@ constexpr double kDriftedEnds = 0.020;
 // A joint is as good as the alignment's others up to so many times their median.
 constexpr double kLikeTheOthers = 3.0;
 
-// Costs, in broken joints. A broken joint costs 1 and its angle's share of a half turn. Where the sense changes from
-// element to element, a joint that meets costs a little and a broken one as much again, so that one joint that meets
-// by chance between kinks proves nothing.
+// Costs, in broken joints. A broken joint costs 1, and up to a half more where it breaks by more than a kink would.
+constexpr double kMostKink = 5.0 * kPi / 180.0;
+constexpr double kBeyondKinks = 20.0 * kPi / 180.0; // for each 1 more
+constexpr double kMostBeyond = 0.5;
+// What it costs that the sense changes from element to element. One joint of kinks that meets by chance is not worth a
+// change at either end of a curve; one that would break by more than a kink is. Two ends that stay broken never are.
 constexpr double kChangeAtJoint = 0.25;
-constexpr double kChangeAtKink = 1.0;
-// In an alignment that has proved to be of mixed senses a change at a kink is nothing special.
-constexpr double kChangeAtKinkWhenMixed = 0.25;
+constexpr double kChangeAtKink = 0.8;
+// In an alignment that has proved to be of mixed senses one joint that meets is worth it.
+constexpr double kChangeAtKinkWhenMixed = 0.55;
 constexpr double kAgainstSense = 1e-3; // of each curve, so that what nothing decides follows the whole
 constexpr double kNever = std::numeric_limits<double>::infinity();
 
@@ -58,6 +61,10 @@ struct Costs {
 
 bool isCurve(const Element& element) {
     return element.type != ElementType::Straight;
+}
+
+double brokenCost(double angle) {
+    return 1.0 + std::clamp((angle - kMostKink) / kBeyondKinks, 0.0, kMostBeyond);
 }
 
 bool samePlace(const PlanPoint& a, const PlanPoint& b) {
@@ -190,7 +197,7 @@ class Settling {
                 meets = angle <= tolerance(*before, laid);
                 if (!meets) {
                     ++tip.broken;
-                    tip.cost += 1.0 + angle / kPi;
+                    tip.cost += brokenCost(angle);
                 }
             }
             if (sense != senseBefore) {
@@ -214,7 +221,8 @@ class Settling {
         next[0].cost = next[1].cost = kNever;
         std::uint8_t bits = 0;
         for (const bool sense : {false, true}) {
-            if (!(sense ? costs.other : costs.given)) {
+            // A straight is never against the sense, so that a change next to it is charged at the curve's own joint.
+            if (!(sense ? costs.other : costs.given) || (!isCurve(told) && sense == costs.otherIsAgainst)) {
                 continue;
             }
             std::optional<Element> laid;

@@ -13,7 +13,7 @@ host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader,
     }
     removeZeroLengthElements(elements);
     mergeStraights(elements);
-    if (planTangents_) {
+    if (settings_.planTangents) {
         for (sima::EntityData& element : elements) {
             element.startZ = element.endZ = 0.0; // heights stay behind anyway; only the PIs look at them
         }
@@ -28,6 +28,9 @@ host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader,
         reader.createdAlignmentNames.push_back(route.routeName);
         ++reader.alignmentsCreated;
         reader.countRouteCreated(route.routeType);
+        if (settings_.alignmentMade) {
+            settings_.alignmentMade(id, route);
+        }
     }
     return id;
 }

@@ -36,7 +36,7 @@ class Highways : public ::testing::Test {
         EmbeddedHost host;
         host.drawing().addSite("サイト");
         HostAdapter adapter;
-        output::DrawingOutput output(adapter, planTangents);
+        output::DrawingOutput output(adapter, {.planTangents = planTangents, .alignmentMade = {}});
         sima::SimaReader reader;
         reader.siteName = "サイト";
         reader.options.flags.fill(true);

@@ -166,7 +166,80 @@ TEST_F(TurningSense, TheSettingLeftKeepsTheSenseAndTellsTheBrokenJoints) {
     EXPECT_NEAR(notes.brokenJoints[0].station, 1100.0, kStation);
     EXPECT_NEAR(notes.brokenJoints[0].angle, 1.0, kStation) << "the arc turns by one radian";
     EXPECT_NEAR(notes.brokenJoints[1].station, 1200.0, kStation);
-    EXPECT_EQ(noteLines(notes)[0], "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees");
+    EXPECT_EQ(noteLines(notes)[0], "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees; "
+                                   "--positive-radius auto may mend it");
+}
+
+TEST_F(TurningSense, ABrokenJointNamesTheOptionThatMayMendIt) {
+    const auto remedyOf = [&](const sima::Array<sima::EntityData>& route) {
+        host_.clearNotes();
+        EXPECT_TRUE(import(route).isValid());
+        const LayoutNotes notes = host_.layoutNotes();
+        EXPECT_FALSE(notes.brokenJoints.empty());
+        return notes.brokenJoints.empty() ? Remedy::None : notes.brokenJoints[0].remedy;
+    };
+    const auto lineOf = [](Remedy remedy) {
+        LayoutNotes notes;
+        notes.brokenJoints.push_back({"a", 1.0, 0.1, remedy});
+        return noteLines(notes)[0];
+    };
+    const std::vector<Element> corner = layChain({{0, 0}, 0}, {straight(100), arc(100, 100)});
+    sima::Array<sima::EntityData> right = routeOf(corner);
+    host_.setPositiveRadius(PositiveRadius::Right);
+    EXPECT_EQ(remedyOf(right), Remedy::PositiveRadiusAuto);
+    host_.setPositiveRadius(PositiveRadius::Auto);
+    // Two arcs that a straight joins with kinks of more than their turn: nothing helps.
+    sima::Array<sima::EntityData> kinked = routeOf(corner);
+    kinked[0].startY = "70";
+    EXPECT_EQ(remedyOf(kinked), Remedy::None);
+    // A spiral without a PI that the arc behind it does not continue.
+    sima::Array<sima::EntityData> heights =
+        routeOf(layChain({{0, 0}, 0}, {straight(100), clothoid(0, 100, 60), arc(100, 60)}), {.heightOfEach = 1.0});
+    heights[0].startY = "70";
+    EXPECT_EQ(remedyOf(heights), Remedy::PlanTangents);
+    host_.setPlanTangents(true);
+    EXPECT_EQ(remedyOf(heights), Remedy::None);
+    EXPECT_EQ(lineOf(Remedy::PlanTangents),
+              "alignment a: the joint at station 1.000 is broken by 5.73 degrees; --plan-tangents may mend it");
+    EXPECT_EQ(lineOf(Remedy::PositiveRadiusLeft),
+              "alignment a: the joint at station 1.000 is broken by 5.73 degrees; --positive-radius left may mend it");
+    EXPECT_EQ(lineOf(Remedy::PositiveRadiusRight),
+              "alignment a: the joint at station 1.000 is broken by 5.73 degrees; --positive-radius right may mend it");
+}
+
+TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance) {
+    const std::vector<Element> chain = sCurve();
+    std::vector<MdGePoint3d> points;
+    for (const Element& element : chain) {
+        points.push_back({element.start.x, element.start.y, 0.0});
+    }
+    points.push_back({chain.back().end.x, chain.back().end.y, 0.0});
+    const MdDbObjectId id = import(routeOf(chain));
+    host_.noteRoute(id, points);
+    EXPECT_TRUE(host_.layoutNotes().misfits.empty());
+    const auto aside = [&](std::size_t i, double distance) {
+        points[i].x -= distance * std::sin(chain[i].direction);
+        points[i].y += distance * std::cos(chain[i].direction);
+    };
+    aside(3, 0.0095);
+    host_.noteRoute(id, points);
+    EXPECT_TRUE(host_.layoutNotes().misfits.empty()) << "less than 10 mm";
+    aside(5, 0.025);
+    host_.noteRoute(id, points);
+    ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
+    EXPECT_NEAR(host_.layoutNotes().misfits[0].distance, 0.025, 1e-4);
+    EXPECT_FALSE(host_.layoutNotes().misfits[0].heightsDiffer);
+    EXPECT_EQ(noteLines(host_.layoutNotes()).back(), "alignment 路線 lies up to 0.025 m off the route's points");
+
+    // Laid without PIs, since the heights differ.
+    host_.clearNotes();
+    EXPECT_TRUE(host_.layoutNotes().misfits.empty());
+    points[4].z = 1.0;
+    host_.noteRoute(import(routeOf(chain, {.heightOfEach = 0.5})), points);
+    ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
+    EXPECT_TRUE(host_.layoutNotes().misfits[0].heightsDiffer);
+    EXPECT_EQ(noteLines(host_.layoutNotes()).back(), "alignment 路線 lies up to 0.025 m off the route's points, which "
+                                                     "differ in height; --plan-tangents may mend it");
 }
 
 TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
@@ -197,17 +270,17 @@ TEST_F(TurningSense, AShallowArcTakesTheSenseThatItsJointsProve) {
     }
 }
 
-TEST_F(TurningSense, ACurveThatNothingJoinsKeepsTheSenseOfTheWhole) {
-    std::vector<Element> chain = layChain({{0, 0}, 0}, {straight(100), arc(10000, 170)});
-    const std::vector<Element> away = layChain({chain.back().end, chain.back().endDirection() + 3 * kDegree},
-                                               {straight(50), clothoid(0, -200, 60), arc(-200, 40)});
-    chain.insert(chain.end(), away.begin(), away.end());
-    // The kink before the arc is its turn, so that one end of its image joins by chance.
-    chain[0] = layChain({{-99, -5}, 0}, {straight(100)})[0];
-    chain[0].end = chain[1].start;
-    chain[0].start = {chain[1].start.x - 100 * std::cos(-0.017), chain[1].start.y - 100 * std::sin(-0.017)};
+TEST_F(TurningSense, AnArcBetweenKinksIsNotTurnedOverForOneEndThatMeetsByChance) {
+    // The image of the arc meets the straight before it, and breaks the joint behind it as much as the arc does.
+    const double turn = 170.0 / 10000.0;
+    const std::vector<Element> bend = layChain({{0, 0}, 0}, {arc(10000, 170)});
+    std::vector<Element> chain = layChain({{-100 * std::cos(turn), -100 * std::sin(turn)}, turn}, {straight(100)});
+    chain.push_back(bend[0]);
+    const std::vector<Element> behind = layChain({bend[0].end, bend[0].endDirection() + 3 * kDegree},
+                                                 {straight(50), clothoid(0, -200, 60), arc(-200, 40)});
+    chain.insert(chain.end(), behind.begin(), behind.end());
     ASSERT_TRUE(import(routeOf(chain)).isValid());
-    EXPECT_FALSE(laid().elements[1].otherSense) << "its other end is broken either way";
+    EXPECT_EQ(host_.layoutNotes().otherSense, 0);
 }
 
 TEST_F(TurningSense, ASlipInOneSignIsMendedAndNothingElseTouched) {

@@ -142,21 +142,57 @@ Refusal whySpiralRefused(double startRadius, double endRadius, double length) {
     return isLength(length) ? Refusal::NothingBefore : Refusal::ClothoidWithoutLength;
 }
 
-std::vector<BrokenJoint> brokenJoints(const Alignment& alignment) {
+namespace {
+
+bool hasImage(const Element& element) {
+    return element.type != ElementType::Straight && !element.continuing;
+}
+
+// A spiral without a PI would know its direction with one. Otherwise a joint that meets with the images of its elements
+// is a matter of the turning sense.
+Remedy remedyFor(const Element& before, const Element& behind, const LayoutSettings& settings) {
+    if ((before.continuing || behind.continuing) && !settings.planTangents) {
+        return Remedy::PlanTangents;
+    }
+    for (const bool turnBefore : {false, true}) {
+        for (const bool turnBehind : {false, true}) {
+            if ((turnBefore && !hasImage(before)) || (turnBehind && !hasImage(behind))) {
+                continue;
+            }
+            const Element first = turnBefore ? mirrored(before) : before;
+            const Element last = turnBehind ? mirrored(behind) : behind;
+            if (!joins(first.endDirection(), last.direction)) {
+                continue;
+            }
+            if (settings.positiveRadius != PositiveRadius::Auto) {
+                return Remedy::PositiveRadiusAuto;
+            }
+            const bool other = hasImage(first) ? first.otherSense : last.otherSense;
+            if (!hasImage(first) || !hasImage(last) || first.otherSense == last.otherSense) {
+                return other ? Remedy::PositiveRadiusRight : Remedy::PositiveRadiusLeft;
+            }
+        }
+    }
+    return Remedy::None;
+}
+
+} // namespace
+
+std::vector<BrokenJoint> brokenJoints(const Alignment& alignment, const LayoutSettings& settings) {
     std::vector<BrokenJoint> joints;
     double station = alignment.startStation;
-    std::optional<double> tangent;
+    const Element* before = nullptr;
     for (const Element& element : alignment.elements) {
         if (!(element.length > 0.0)) {
             continue;
         }
-        if (tangent) {
-            const double angle = wrapped(element.direction - *tangent);
+        if (before != nullptr) {
+            const double angle = wrapped(element.direction - before->endDirection());
             if (std::abs(angle) > kBrokenJoint) {
-                joints.push_back({alignment.name, station, angle});
+                joints.push_back({alignment.name, station, angle, remedyFor(*before, element, settings)});
             }
         }
-        tangent = element.endDirection();
+        before = &element;
         station += element.length;
     }
     return joints;

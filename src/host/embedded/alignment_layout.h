@@ -55,13 +55,23 @@ enum class Refusal {
 Refusal whyCurveRefused(double radius);
 Refusal whySpiralRefused(double startRadius, double endRadius, double length);
 
+// The setting that may mend a broken joint.
+enum class Remedy { None, PositiveRadiusAuto, PositiveRadiusLeft, PositiveRadiusRight, PlanTangents };
+
 struct BrokenJoint {
     std::string alignment;
     double station = 0.0;
     double angle = 0.0; // radians, the direction after less the direction before, in (-pi, pi]
+    Remedy remedy = Remedy::None;
+};
+
+// The settings that an alignment was laid with.
+struct LayoutSettings {
+    PositiveRadius positiveRadius = PositiveRadius::Auto;
+    bool planTangents = false; // whether the clothoids' PIs were taken in plan
 };
 
 // The joints of an alignment whose tangents differ by more than kBrokenJoint. Elements of no length have no tangent.
-std::vector<BrokenJoint> brokenJoints(const Alignment& alignment);
+std::vector<BrokenJoint> brokenJoints(const Alignment& alignment, const LayoutSettings& settings);
 
 } // namespace fenmark::host::embedded

@@ -31,10 +31,11 @@ constexpr double kLikeTheOthers = 3.0;
 constexpr double kMostKink = 5.0 * kPi / 180.0;
 constexpr double kBeyondKinks = 20.0 * kPi / 180.0; // for each 1 more
 constexpr double kMostBeyond = 0.5;
+constexpr double kBetweenCurves = 0.1; // kinks lie beside straights rather than within a curve
 // What it costs that the sense changes from element to element. One joint of kinks that meets by chance is not worth a
 // change at either end of a curve; one that would break by more than a kink is. Two ends that stay broken never are.
 constexpr double kChangeAtJoint = 0.25;
-constexpr double kChangeAtKink = 0.8;
+constexpr double kChangeAtKink = 0.9;
 // In an alignment that has proved to be of mixed senses one joint that meets is worth it.
 constexpr double kChangeAtKinkWhenMixed = 0.55;
 constexpr double kAgainstSense = 1e-3; // of each curve, so that what nothing decides follows the whole
@@ -47,6 +48,7 @@ struct Tip {
     PlanPoint end;
     double direction = 0.0;
     double length = 0.0; // of the last element that has a tangent; 0 if none has
+    bool curve = false;  // whether that is one
     bool continuing = false;
 };
 
@@ -63,8 +65,9 @@ bool isCurve(const Element& element) {
     return element.type != ElementType::Straight;
 }
 
-double brokenCost(double angle) {
-    return 1.0 + std::clamp((angle - kMostKink) / kBeyondKinks, 0.0, kMostBeyond);
+double brokenCost(double angle, bool betweenCurves) {
+    return (betweenCurves ? 1.0 + kBetweenCurves : 1.0) +
+           std::clamp((angle - kMostKink) / kBeyondKinks, 0.0, kMostBeyond);
 }
 
 bool samePlace(const PlanPoint& a, const PlanPoint& b) {
@@ -108,10 +111,12 @@ Tip tipOf(const Element& element, const Tip* before) {
     tip.end = element.end;
     tip.direction = element.endDirection();
     tip.length = element.length;
+    tip.curve = isCurve(element);
     tip.continuing = element.continuing;
     if (!(element.length > 0.0) && before != nullptr) {
         tip.direction = before->direction;
         tip.length = before->length;
+        tip.curve = before->curve;
         tip.continuing = before->continuing;
     }
     return tip;
@@ -197,7 +202,7 @@ class Settling {
                 meets = angle <= tolerance(*before, laid);
                 if (!meets) {
                     ++tip.broken;
-                    tip.cost += brokenCost(angle);
+                    tip.cost += brokenCost(angle, before->curve && isCurve(laid));
                 }
             }
             if (sense != senseBefore) {

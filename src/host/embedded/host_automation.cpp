@@ -4,12 +4,15 @@
 // whose document was closed, or whose alignment is gone, answers with a failure.
 #include "host/embedded/alignment_settling.h"
 #include "host/embedded/automation_objects.h"
+#include "host/embedded/element_spans.h"
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/host_heap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <new>
 #include <optional>
+#include <span>
 
 namespace fenmark::host::embedded {
 
@@ -268,9 +271,25 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         EmbeddedHost::current()->noteRefused(at_.id(), element);
         return kBadArgument;
     }
+    // A spiral without a PI ends elsewhere the other way, and the next one begins there. Where the element behind it does
+    // not join it, the last elements are settled for the time being, so that what follows is told the right place.
+    void settleDrift() {
+        constexpr std::size_t kForTheTimeBeing = 32; // elements, so that an addition does not look at all of them
+        const std::vector<Element>& elements = at_.alignment().elements;
+        if (sense() != PositiveRadius::Auto || elements.size() < 2 || !elements[elements.size() - 2].continuing) {
+            return;
+        }
+        const double tangent = elements[elements.size() - 2].endDirection();
+        if (std::abs(wrapped(elements.back().direction - tangent)) > kBrokenJoint) {
+            const std::span<const Element> all(elements);
+            at_.drawing().relayLastElements(at_.index(),
+                                            settledElements(all.last(std::min(all.size(), kForTheTimeBeing))));
+        }
+    }
     AutomationStatus append(const Element& laid, mirdane::AlignmentElementObject*& element) {
         EmbeddedHost::current()->noteUnsettled(at_.id());
         at_.drawing().addElement(at_.index(), laid);
+        settleDrift();
         return give<mirdane::AlignmentElementObject>(element, new ElementObject(at_.alignment().elements.back()));
     }
 

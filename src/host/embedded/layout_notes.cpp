@@ -40,6 +40,22 @@ std::string reasonOf(const RefusedElement& element) {
     return "a clothoid has no element before it";
 }
 
+const char* remedyOf(Remedy remedy) {
+    switch (remedy) {
+    case Remedy::PositiveRadiusAuto:
+        return "; --positive-radius auto may mend it";
+    case Remedy::PositiveRadiusLeft:
+        return "; --positive-radius left may mend it";
+    case Remedy::PositiveRadiusRight:
+        return "; --positive-radius right may mend it";
+    case Remedy::PlanTangents:
+        return "; --plan-tangents may mend it";
+    case Remedy::None:
+        break;
+    }
+    return "";
+}
+
 } // namespace
 
 std::vector<std::string> noteLines(const LayoutNotes& notes) {
@@ -55,7 +71,13 @@ std::vector<std::string> noteLines(const LayoutNotes& notes) {
     }
     for (const BrokenJoint& joint : notes.brokenJoints) {
         lines.push_back("alignment " + joint.alignment + ": the joint at station " + metres(joint.station) +
-                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees");
+                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees" +
+                        remedyOf(joint.remedy));
+    }
+    for (const Misfit& misfit : notes.misfits) {
+        lines.push_back("alignment " + misfit.alignment + " lies up to " + metres(misfit.distance) +
+                        " m off the route's points" +
+                        (misfit.heightsDiffer ? ", which differ in height; --plan-tangents may mend it" : ""));
     }
     return lines;
 }

@@ -32,7 +32,7 @@ TEST_F(ArgumentLine, ImportHelpNamesEveryOption) {
                                "--point-layer",      "--ip-layer", "--lot-layer", "--stake-layer",
                                "--continuous-layer", "--shift",    "--alignment", "--force-alignment",
                                "--create-layers",    "--zone",     "--encoding",  "--positive-radius",
-                               "--keep-partial",     "--strict",   "--json",      "--quiet"}) {
+                               "--plan-tangents",    "--keep-partial", "--strict", "--json", "--quiet"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
 }

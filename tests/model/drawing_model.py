@@ -207,8 +207,8 @@ def kinks(chain, over):
 
 
 def turned_over(chain, sense):
-    """Which elements turn the other way. For a route whose joints prove it: the whole sense with fewer kinks, then
-    one curve after the other as long as that mends kinks."""
+    """Which elements turn the other way. For a route whose joints prove it: either whole sense, mended
+    curve by curve, whatever has fewer kinks; then the one with fewer curves against it."""
     curves = {i for i, element in enumerate(chain) if element.type != "S"}
     if sense == "left" or not curves:
         return set()
@@ -216,9 +216,15 @@ def turned_over(chain, sense):
         return curves
     if chain[0].type == "A":
         return set()
-    over = min((set(), curves), key=lambda senses: kinks(chain, senses))
+    ways = [(mended(chain, curves, whole), whole) for whole in (set(), curves)]
+    return min(ways, key=lambda way: (round(2.0 * kinks(chain, way[0]) / KINK), len(way[0] ^ way[1])))[0]
+
+
+def mended(chain, curves, over):
+    """Turns one curve over, or all from one on, as long as that mends kinks."""
     while True:
-        best = min(({i} ^ over for i in sorted(curves)), key=lambda senses: kinks(chain, senses))
+        changes = [{i} for i in sorted(curves)] + [{j for j in curves if j >= i} for i in sorted(curves)]
+        best = min((change ^ over for change in changes), key=lambda senses: kinks(chain, senses))
         if kinks(chain, best) > kinks(chain, over) - KINK / 2.0:
             return over
         over = best

@@ -36,8 +36,8 @@ constexpr double kBetweenCurves = 0.1; // kinks lie beside straights rather than
 // change at either end of a curve; one that would break by more than a kink is. Two ends that stay broken never are.
 constexpr double kChangeAtJoint = 0.25;
 constexpr double kChangeAtKink = 0.9;
-// In an alignment that has proved to be of mixed senses one joint that meets is worth it.
-constexpr double kChangeAtKinkWhenMixed = 0.55;
+// In an alignment that has proved to be of mixed senses every joint that meets is worth it, and nothing else.
+constexpr double kChangeWhenMixed = 0.05;
 constexpr double kAgainstSense = 1e-3; // of each curve, so that what nothing decides follows the whole
 constexpr double kNever = std::numeric_limits<double>::infinity();
 
@@ -58,16 +58,18 @@ struct Costs {
     bool given = true; // whether the elements may be taken as given
     bool other = true;
     bool otherIsAgainst = true; // whether it is the other sense that goes against the whole
+    double change = kChangeAtJoint;
     double changeAtKink = kChangeAtKink;
+    double mostBeyond = kMostBeyond;
 };
 
 bool isCurve(const Element& element) {
     return element.type != ElementType::Straight;
 }
 
-double brokenCost(double angle, bool betweenCurves) {
+double brokenCost(double angle, bool betweenCurves, double mostBeyond) {
     return (betweenCurves ? 1.0 + kBetweenCurves : 1.0) +
-           std::clamp((angle - kMostKink) / kBeyondKinks, 0.0, kMostBeyond);
+           std::clamp((angle - kMostKink) / kBeyondKinks, 0.0, mostBeyond);
 }
 
 bool samePlace(const PlanPoint& a, const PlanPoint& b) {
@@ -139,7 +141,8 @@ class Settling {
         };
         for (std::size_t i = 0; i < senses.size(); ++i) {
             if (isAgainst(i)) {
-                costs.changeAtKink = kChangeAtKinkWhenMixed;
+                costs.change = costs.changeAtKink = kChangeWhenMixed;
+                costs.mostBeyond = 0.0;
                 return cheapest(costs);
             }
         }
@@ -192,7 +195,7 @@ class Settling {
     Tip extended(const Tip* before, bool senseBefore, const Element& laid, bool sense, const Costs& costs) const {
         Tip tip = tipOf(laid, before);
         if (before == nullptr) {
-            tip.cost = sense == costs.otherIsAgainst ? kChangeAtJoint : 0.0;
+            tip.cost = sense == costs.otherIsAgainst ? costs.change : 0.0;
         } else {
             tip.cost = before->cost;
             tip.broken = before->broken;
@@ -202,11 +205,11 @@ class Settling {
                 meets = angle <= tolerance(*before, laid);
                 if (!meets) {
                     ++tip.broken;
-                    tip.cost += brokenCost(angle, before->curve && isCurve(laid));
+                    tip.cost += brokenCost(angle, before->curve && isCurve(laid), costs.mostBeyond);
                 }
             }
             if (sense != senseBefore) {
-                tip.cost += meets ? kChangeAtJoint : costs.changeAtKink;
+                tip.cost += meets ? costs.change : costs.changeAtKink;
             }
         }
         if (isCurve(laid) && sense == costs.otherIsAgainst) {
@@ -267,7 +270,7 @@ class Settling {
         for (std::size_t i = 0; i < elements_.size(); ++i) {
             cameFrom_[i] = step(tips, i, costs);
         }
-        tips[costs.otherIsAgainst ? 1 : 0].cost += kChangeAtJoint; // the end of the alignment
+        tips[costs.otherIsAgainst ? 1 : 0].cost += costs.change; // the end of the alignment
         std::vector<std::uint8_t> senses(elements_.size(), 0);
         std::uint8_t sense = tips[1].cost < tips[0].cost ? 1 : 0;
         for (std::size_t i = elements_.size(); i-- > 0;) {

@@ -208,7 +208,8 @@ def kinks(chain, over):
 
 def turned_over(chain, sense):
     """Which elements turn the other way. For a route whose joints prove it: either whole sense, mended
-    curve by curve, whatever has fewer kinks; then the one with fewer curves against it."""
+    curve by curve, whatever has fewer kinks; then the one that changes between
+    neighbours less often."""
     curves = {i for i, element in enumerate(chain) if element.type != "S"}
     if sense == "left" or not curves:
         return set()
@@ -217,7 +218,12 @@ def turned_over(chain, sense):
     if chain[0].type == "A":
         return set()
     ways = [(mended(chain, curves, whole), whole) for whole in (set(), curves)]
-    return min(ways, key=lambda way: (round(2.0 * kinks(chain, way[0]) / KINK), len(way[0] ^ way[1])))[0]
+
+    def changes(over, whole):
+        against = [i in over ^ whole for i in range(len(chain))]
+        return sum(a != b for a, b in zip([False] + against, against))
+
+    return min(ways, key=lambda way: (round(2.0 * kinks(chain, way[0]) / KINK), changes(*way)))[0]
 
 
 def mended(chain, curves, over):

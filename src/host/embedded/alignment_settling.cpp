@@ -37,7 +37,7 @@ constexpr double kBetweenCurves = 0.1; // kinks lie beside straights rather than
 constexpr double kChangeAtJoint = 0.25;
 constexpr double kChangeAtKink = 0.9;
 // In an alignment that has proved to be of mixed senses every joint that meets is worth it, and nothing else.
-constexpr double kChangeWhenMixed = 0.05;
+constexpr double kChangeWhenMixed = 0.02;
 constexpr double kAgainstSense = 1e-3; // of each curve, so that what nothing decides follows the whole
 constexpr double kNever = std::numeric_limits<double>::infinity();
 

@@ -111,7 +111,7 @@ void Fenmark(host::HostBoundary& host, Dialogs& dialogs, LastRun& lastRun, sima:
     reader.siteName = lastRun.siteName;
     reader.options = lastRun.options;
 
-    output::DrawingOutput output(host);
+    output::DrawingOutput output(host, settings.output);
     reader.fullRead(lastRun.filePath, {&output, dialogs.progress(), &host, settings.encoding});
 
     // The log is written also for a file that could not be opened: it then holds its banner alone.

@@ -4,6 +4,7 @@
 #include "command/dialogs.h"
 #include "command/last_run.h"
 #include "host/boundary/host_boundary.h"
+#include "output/drawing_output.h"
 #include "sima/reader/read_context.h"
 
 namespace fenmark::command {
@@ -12,6 +13,7 @@ inline constexpr const char* kDefaultSiteName = "サイト";
 
 struct CommandSettings {
     sima::Encoding encoding = sima::Encoding::Cp932;
+    output::OutputSettings output = {};
 };
 
 // One run. Failures are silent or end in the dialogs; an exception that leaves the read leaves this too. The reader

@@ -67,6 +67,14 @@ class PendingFile {
     sima::SimaImportOptions options_;
 };
 
+command::CommandSettings settingsOfHost() {
+    command::CommandSettings settings;
+    std::string inPlan;
+    settings.output.planTangents =
+        mirdane::mdedGetSystemText(mirdane::kPlanTangentsVariable, inPlan) == 0 && !inPlan.empty();
+    return settings;
+}
+
 } // namespace
 
 void runFenmark() {
@@ -76,7 +84,7 @@ void runFenmark() {
     ui::UiDialogs dialogs(static_cast<QWidget*>(mirdane::mdsw_mirdanMainWnd()));
     sima::SimaReader reader;
     try {
-        command::Fenmark(host, dialogs, lastRun, reader);
+        command::Fenmark(host, dialogs, lastRun, reader, settingsOfHost());
         mirdane::mdedSetSystemText(mirdane::kLogFileVariable, reader.log.fileName());
     } catch (const std::invalid_argument& error) {
         // A record too short for a field ends the command. The host says so in one line, so the line is told here; an

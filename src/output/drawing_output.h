@@ -4,16 +4,27 @@
 #include "host/boundary/host_boundary.h"
 #include "sima/reader/section_sink.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fenmark::output {
 
+struct OutputSettings {
+    // Clothoids get their PI in plan. Otherwise one between points of unequal heights has none, since its end tangents
+    // run at their own points' heights and never meet.
+    bool planTangents = false;
+    // Hears of each route that became an alignment; may be empty.
+    std::function<void(host::MdDbObjectId, const sima::SimaAlignment&)> alignmentMade;
+};
+
 class DrawingOutput : public sima::SectionSink {
   public:
     // The boundary must outlive the output.
-    explicit DrawingOutput(host::HostBoundary& host) : host_(host) {}
+    explicit DrawingOutput(host::HostBoundary& host, OutputSettings settings = {})
+        : host_(host), settings_(std::move(settings)) {}
 
     void createCoordinatePoints(sima::SimaReader& reader, std::span<const sima::SimaPoint> points) override;
     void createLotPolyline(sima::SimaReader& reader, const sima::LotData& lot) override;
@@ -27,6 +38,7 @@ class DrawingOutput : public sima::SectionSink {
     std::string_view fileNameOf(const sima::SimaReader& reader);
 
     host::HostBoundary& host_;
+    OutputSettings settings_;
     std::string path_; // the one that the name is of
     std::string fileName_;
     // Kept between calls, so that a file of many small lots or cross sections allocates once.

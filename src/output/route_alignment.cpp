@@ -13,6 +13,11 @@ host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader,
     }
     removeZeroLengthElements(elements);
     mergeStraights(elements);
+    if (settings_.planTangents) {
+        for (sima::EntityData& element : elements) {
+            element.startZ = element.endZ = 0.0; // heights stay behind anyway; only the PIs look at them
+        }
+    }
 
     const std::unique_ptr<host::CorridorUtility> corridor = host_.makeCorridorUtility();
     corridor->connect();
@@ -23,6 +28,9 @@ host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader,
         reader.createdAlignmentNames.push_back(route.routeName);
         ++reader.alignmentsCreated;
         reader.countRouteCreated(route.routeType);
+        if (settings_.alignmentMade) {
+            settings_.alignmentMade(id, route);
+        }
     }
     return id;
 }

@@ -28,11 +28,27 @@ TEST_F(ArgumentLine, HelpOnEveryLevelHasAnExample) {
 
 TEST_F(ArgumentLine, ImportHelpNamesEveryOption) {
     const std::string help = fenmark({"import", "--help"}).out;
-    for (const char* option : {"--drawing",          "--site",     "--only",      "--skip",
-                               "--point-layer",      "--ip-layer", "--lot-layer", "--stake-layer",
-                               "--continuous-layer", "--shift",    "--alignment", "--force-alignment",
-                               "--create-layers",    "--zone",     "--encoding",  "--positive-radius",
-                               "--keep-partial",     "--strict",   "--json",      "--quiet"}) {
+    for (const char* option : {"--drawing",
+                               "--site",
+                               "--only",
+                               "--skip",
+                               "--point-layer",
+                               "--ip-layer",
+                               "--lot-layer",
+                               "--stake-layer",
+                               "--continuous-layer",
+                               "--shift",
+                               "--alignment",
+                               "--force-alignment",
+                               "--create-layers",
+                               "--zone",
+                               "--encoding",
+                               "--positive-radius",
+                               "--plan-tangents",
+                               "--keep-partial",
+                               "--strict",
+                               "--json",
+                               "--quiet"}) {
         EXPECT_NE(help.find(option), std::string::npos) << option;
     }
 }

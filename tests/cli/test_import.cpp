@@ -431,6 +431,39 @@ TEST_F(ImportLine, OtherTurningSenseIsToldInOneLine) {
     EXPECT_EQ(ran.code, kDone);
 }
 
+TEST_F(ImportLine, PlanTangentsMendWhatHeightsSpoil) {
+    // A short arc between clothoids of A = 120, whose chord in millimetres tells its tangents only roughly.
+    auto road = [](bool sloping) {
+        const char* const points[] = {"2000.000,1000.000", "2009.933,1049.003", "2028.415,1118.484",
+                                      "2029.549,1121.261", "2064.962,1183.831", "2097.592,1234.183"};
+        std::string content = "A00,\r\n";
+        for (int i = 0; i < 6; ++i) {
+            content += "A01," + std::to_string(i + 1) + ",p," + points[i] + "," +
+                       (sloping ? std::to_string(i) : std::string()) + ",\r\n";
+        }
+        return content + "A99,\r\nF00,1,1,CL,3,\r\nB01,1,,\r\nB01,2,,\r\nC02,120,0,200,\r\nB01,3,,\r\n"
+                         "C01,0,200,\r\nB01,4,,\r\nC02,120,200,0,\r\nB01,5,,\r\nB01,6,,\r\nF99,\r\n";
+    };
+    auto imported = [&](bool sloping, const std::vector<std::string>& options, std::string& told) {
+        std::filesystem::remove(folder.at("a.gpkg"));
+        std::vector<std::string> line{"import", file(road(sloping))};
+        line.insert(line.end(), options.begin(), options.end());
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kDone);
+        told = ran.err;
+        return info(folder.at("a.gpkg"))["sites"][0]["alignments"][0]["elements"];
+    };
+    const char* const kNote = "m off the route's points, which differ in height; --plan-tangents may mend it\n";
+    std::string told;
+    const auto level = imported(false, {}, told);
+    EXPECT_FALSE(contains(told, "off the route's points")) << told;
+    const auto sloping = imported(true, {}, told);
+    EXPECT_TRUE(contains(told, kNote)) << told;
+    EXPECT_NE(sloping, level);
+    EXPECT_EQ(imported(true, {"--plan-tangents"}, told), level);
+    EXPECT_FALSE(contains(told, "off the route's points")) << told;
+}
+
 TEST_F(ImportLine, JointThatIsBrokenIsToldWithItsStation) {
     // A right angle between straights behind 50 m, which no setting mends.
     const Ran ran =

@@ -1,6 +1,7 @@
 // Routes of a file become alignments in the embedded host: tangent where the file is, whatever the habit of its signs.
 #include "embedded/route_chains.h"
 #include "host/adapter/host_adapter.h"
+#include "host/embedded/alignment_settling.h"
 #include "host/embedded/embedded_host.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +15,7 @@ constexpr double kPi = 3.141592653589793;
 constexpr double kDegree = kPi / 180.0;
 // Where an alignment may lie off the exact chain: what tangents rounded to 1e-5 rad carry over its length, metres.
 constexpr double kLaidTolerance = 0.02;
+constexpr double kMillimetres = 0.002;      // what coordinates in millimetres leave, metres
 constexpr double kTwelveDecimals = 1.1e-11; // metres, with the rounding of coordinates of 1e5 m
 constexpr double kTangentTolerance = 1e-3;  // radians
 
@@ -164,7 +166,80 @@ TEST_F(TurningSense, TheSettingLeftKeepsTheSenseAndTellsTheBrokenJoints) {
     EXPECT_NEAR(notes.brokenJoints[0].station, 1100.0, kStation);
     EXPECT_NEAR(notes.brokenJoints[0].angle, 1.0, kStation) << "the arc turns by one radian";
     EXPECT_NEAR(notes.brokenJoints[1].station, 1200.0, kStation);
-    EXPECT_EQ(noteLines(notes)[0], "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees");
+    EXPECT_EQ(noteLines(notes)[0], "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees; "
+                                   "--positive-radius auto may mend it");
+}
+
+TEST_F(TurningSense, ABrokenJointNamesTheOptionThatMayMendIt) {
+    const auto remedyOf = [&](const sima::Array<sima::EntityData>& route) {
+        host_.clearNotes();
+        EXPECT_TRUE(import(route).isValid());
+        const LayoutNotes notes = host_.layoutNotes();
+        EXPECT_FALSE(notes.brokenJoints.empty());
+        return notes.brokenJoints.empty() ? Remedy::None : notes.brokenJoints[0].remedy;
+    };
+    const auto lineOf = [](Remedy remedy) {
+        LayoutNotes notes;
+        notes.brokenJoints.push_back({"a", 1.0, 0.1, remedy});
+        return noteLines(notes)[0];
+    };
+    const std::vector<Element> corner = layChain({{0, 0}, 0}, {straight(100), arc(100, 100)});
+    sima::Array<sima::EntityData> right = routeOf(corner);
+    host_.setPositiveRadius(PositiveRadius::Right);
+    EXPECT_EQ(remedyOf(right), Remedy::PositiveRadiusAuto);
+    host_.setPositiveRadius(PositiveRadius::Auto);
+    // Two arcs that a straight joins with kinks of more than their turn: nothing helps.
+    sima::Array<sima::EntityData> kinked = routeOf(corner);
+    kinked[0].startY = "70";
+    EXPECT_EQ(remedyOf(kinked), Remedy::None);
+    // A spiral without a PI that the arc behind it does not continue.
+    sima::Array<sima::EntityData> heights =
+        routeOf(layChain({{0, 0}, 0}, {straight(100), clothoid(0, 100, 60), arc(100, 60)}), {.heightOfEach = 1.0});
+    heights[0].startY = "70";
+    EXPECT_EQ(remedyOf(heights), Remedy::PlanTangents);
+    host_.setPlanTangents(true);
+    EXPECT_EQ(remedyOf(heights), Remedy::None);
+    EXPECT_EQ(lineOf(Remedy::PlanTangents),
+              "alignment a: the joint at station 1.000 is broken by 5.73 degrees; --plan-tangents may mend it");
+    EXPECT_EQ(lineOf(Remedy::PositiveRadiusLeft),
+              "alignment a: the joint at station 1.000 is broken by 5.73 degrees; --positive-radius left may mend it");
+    EXPECT_EQ(lineOf(Remedy::PositiveRadiusRight),
+              "alignment a: the joint at station 1.000 is broken by 5.73 degrees; --positive-radius right may mend it");
+}
+
+TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance) {
+    const std::vector<Element> chain = sCurve();
+    std::vector<MdGePoint3d> points;
+    for (const Element& element : chain) {
+        points.push_back({element.start.x, element.start.y, 0.0});
+    }
+    points.push_back({chain.back().end.x, chain.back().end.y, 0.0});
+    const MdDbObjectId id = import(routeOf(chain));
+    host_.noteRoute(id, points);
+    EXPECT_TRUE(host_.layoutNotes().misfits.empty());
+    const auto aside = [&](std::size_t i, double distance) {
+        points[i].x -= distance * std::sin(chain[i].direction);
+        points[i].y += distance * std::cos(chain[i].direction);
+    };
+    aside(3, 0.0095);
+    host_.noteRoute(id, points);
+    EXPECT_TRUE(host_.layoutNotes().misfits.empty()) << "less than 10 mm";
+    aside(5, 0.025);
+    host_.noteRoute(id, points);
+    ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
+    EXPECT_NEAR(host_.layoutNotes().misfits[0].distance, 0.025, 1e-4);
+    EXPECT_FALSE(host_.layoutNotes().misfits[0].heightsDiffer);
+    EXPECT_EQ(noteLines(host_.layoutNotes()).back(), "alignment 路線 lies up to 0.025 m off the route's points");
+
+    // Laid without PIs, since the heights differ.
+    host_.clearNotes();
+    EXPECT_TRUE(host_.layoutNotes().misfits.empty());
+    points[4].z = 1.0;
+    host_.noteRoute(import(routeOf(chain, {.heightOfEach = 0.5})), points);
+    ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
+    EXPECT_TRUE(host_.layoutNotes().misfits[0].heightsDiffer);
+    EXPECT_EQ(noteLines(host_.layoutNotes()).back(), "alignment 路線 lies up to 0.025 m off the route's points, which "
+                                                     "differ in height; --plan-tangents may mend it");
 }
 
 TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
@@ -178,11 +253,57 @@ TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
     EXPECT_NEAR(notes.brokenJoints[0].angle, 2 * kDegree, 1e-9);
 }
 
-TEST_F(TurningSense, AFirstArcKeepsItsSenseForThereIsNothingToJoin) {
+TEST_F(TurningSense, AFirstArcIsTurnedOverWhereTheJointBehindItProvesThat) {
     const std::vector<Element> chain = layChain({{0, 0}, 0}, {arc(100, 100), straight(50)});
     ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false})).isValid());
-    EXPECT_TRUE(laid().elements[0].clockwise) << "as the file says";
-    EXPECT_EQ(host_.layoutNotes().brokenJoints.size(), 1U);
+    expectChain(chain);
+    EXPECT_EQ(host_.layoutNotes().otherSense, 1);
+}
+
+TEST_F(TurningSense, AShallowArcTakesTheSenseThatItsJointsProve) {
+    // Turns by less than a degree: either way joins within one.
+    const std::vector<Element> chain =
+        layChain({{3456.789, -1234.567}, 0.7}, {straight(120), arc(10000, 170), straight(90)});
+    for (const bool positiveIsLeft : {true, false}) {
+        ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = positiveIsLeft, .decimals = 3})).isValid());
+        expectChain(chain, kMillimetres);
+    }
+}
+
+TEST_F(TurningSense, AnArcBetweenKinksIsNotTurnedOverForOneEndThatMeetsByChance) {
+    // The image of the arc meets the straight before it, and breaks the joint behind it as much as the arc does.
+    const double turn = 170.0 / 10000.0;
+    const std::vector<Element> bend = layChain({{0, 0}, 0}, {arc(10000, 170)});
+    std::vector<Element> chain = layChain({{-100 * std::cos(turn), -100 * std::sin(turn)}, turn}, {straight(100)});
+    chain.push_back(bend[0]);
+    const std::vector<Element> behind = layChain({bend[0].end, bend[0].endDirection() + 3 * kDegree},
+                                                 {straight(50), clothoid(0, -200, 60), arc(-200, 40)});
+    chain.insert(chain.end(), behind.begin(), behind.end());
+    ASSERT_TRUE(import(routeOf(chain)).isValid());
+    EXPECT_EQ(host_.layoutNotes().otherSense, 0);
+}
+
+TEST_F(TurningSense, ASlipInOneSignIsMendedAndNothingElseTouched) {
+    const std::vector<Element> chain = sCurve();
+    for (std::size_t slip = 0; slip < chain.size(); ++slip) {
+        if (chain[slip].type == ElementType::Straight) {
+            continue;
+        }
+        sima::Array<sima::EntityData> route = routeOf(chain, {.decimals = 3});
+        route[slip].direction = route[slip].direction == "R" ? "L" : "R";
+        ASSERT_TRUE(import(route).isValid());
+        expectChain(chain, kMillimetres);
+        host_.clearNotes();
+    }
+}
+
+TEST_F(TurningSense, AFileOfTheOtherHabitLiesAsTrueAsOneOfTheOwn) {
+    const std::vector<Element> chain = sCurve();
+    for (const PositiveRadius sense : {PositiveRadius::Auto, PositiveRadius::Right}) {
+        host_.setPositiveRadius(sense);
+        ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false, .decimals = 3})).isValid());
+        expectChain(chain, kMillimetres);
+    }
 }
 
 TEST_F(TurningSense, RoutesWithHeightsContinueTheElementBefore) {
@@ -293,21 +414,21 @@ std::vector<Element> lineBefore(double direction = 0.0) {
 }
 
 TEST(LayCurve, IsTheShorterArc) {
-    const std::optional<Laid> laid = layCurve({}, {0, 0}, {100, 0}, 60, 0, PositiveRadius::Left);
+    const std::optional<Element> laid = layCurve({}, {0, 0}, {100, 0}, 60, 0, PositiveRadius::Left);
     ASSERT_TRUE(laid);
-    EXPECT_LT(laid->element.length, kPi * 60);
-    EXPECT_NEAR(laid->element.length, 120 * std::asin(100.0 / 120.0), 1e-9);
-    EXPECT_FALSE(laid->element.clockwise);
-    EXPECT_LT(laid->element.direction, 0.0) << "a left turn starts to the right of its chord";
-    const PlanPoint end = poseOnElement(laid->element, laid->element.length).point;
+    EXPECT_LT(laid->length, kPi * 60);
+    EXPECT_NEAR(laid->length, 120 * std::asin(100.0 / 120.0), 1e-9);
+    EXPECT_FALSE(laid->clockwise);
+    EXPECT_LT(laid->direction, 0.0) << "a left turn starts to the right of its chord";
+    const PlanPoint end = poseOnElement(*laid, laid->length).point;
     EXPECT_NEAR(end.x, 100, 1e-9);
     EXPECT_NEAR(end.y, 0, 1e-9);
 }
 
 TEST(LayCurve, MinusOneIsClockwise) {
-    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Left)->element.clockwise);
-    EXPECT_FALSE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Right)->element.clockwise);
-    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Auto)->element.clockwise);
+    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Left)->clockwise);
+    EXPECT_FALSE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Right)->clockwise);
+    EXPECT_TRUE(layCurve({}, {0, 0}, {100, 0}, 60, -1, PositiveRadius::Auto)->clockwise);
 }
 
 TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
@@ -318,7 +439,8 @@ TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
     EXPECT_TRUE(refused(-60.0));
     EXPECT_TRUE(refused(std::nan("")));
     EXPECT_TRUE(refused(kInfiniteRadius));
-    EXPECT_TRUE(refused(49.999));
+    EXPECT_TRUE(refused(49.998)) << "a chord 4 mm too long";
+    EXPECT_FALSE(refused(49.9995)) << "1 mm too long";
     EXPECT_FALSE(refused(50.0)) << "a half circle";
 }
 
@@ -327,29 +449,60 @@ TEST(LayCurve, TakesAHalfCircleWhoseChordRoundingMadeTooLong) {
     const PlanPoint end{60295.494, -39425.223};
     constexpr double radius = 50.2;
     ASSERT_GT(end.y - start.y, 2.0 * radius);
-    const std::optional<Laid> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
+    const std::optional<Element> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
     ASSERT_TRUE(laid);
-    EXPECT_NEAR(laid->element.length, kPi * radius, 1e-9);
-    EXPECT_NEAR(laid->element.direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
+    EXPECT_NEAR(laid->length, kPi * radius, 1e-9);
+    EXPECT_NEAR(laid->direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
 }
 
-TEST(LayCurve, AutoTurnsAnArcOverOnlyIfThatJoinsIt) {
-    const std::vector<Element> before = lineBefore();
+TEST(LayCurve, TakesEveryHalfCircleOfMillimetreCoordinates) {
+    constexpr int kDirections = 52;
+    constexpr double radius = 10.0;
+    const auto millimetres = [](double value) { return std::round(value * 1000.0) / 1000.0; };
+    int longer = 0;
+    for (int i = 0; i < kDirections; ++i) {
+        const double angle = 2 * kPi * i / kDirections;
+        const PlanPoint start{millimetres(1234.5678), millimetres(-876.5432)};
+        const PlanPoint end{millimetres(1234.5678 + 2 * radius * std::cos(angle)),
+                            millimetres(-876.5432 + 2 * radius * std::sin(angle))};
+        const double chord = std::hypot(end.x - start.x, end.y - start.y);
+        const std::optional<Element> laid = layCurve({}, start, end, radius, 0, PositiveRadius::Auto);
+        ASSERT_TRUE(laid) << i;
+        if (chord > 2 * radius) {
+            ++longer;
+            EXPECT_NEAR(laid->length, kPi * chord / 2, 1e-9) << "the half circle over the chord";
+        }
+        const PlanPoint reached = poseOnElement(*laid, laid->length).point;
+        EXPECT_NEAR(reached.x, end.x, 1e-9) << i;
+        EXPECT_NEAR(reached.y, end.y, 1e-9) << i;
+    }
+    EXPECT_GT(longer, 10);
+}
+
+TEST(SettledElements, TurnsAnArcOverOnlyIfThatJoinsIt) {
     // A left arc that starts along the line before, given as a right one.
-    const std::vector<Element> arcAhead = layChain({{0, 0}, 0}, {arc(100, 50)});
-    const PlanPoint end = arcAhead[0].end;
-    const std::optional<Laid> turned = layCurve(before, {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_TRUE(turned->element.otherSense);
-    EXPECT_FALSE(turned->element.clockwise);
-    // Neither way joins a line that comes from elsewhere.
-    const std::optional<Laid> kept = layCurve(lineBefore(1.0), {0, 0}, end, 100, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(kept->element.otherSense);
-    EXPECT_TRUE(kept->element.clockwise);
-    // A flat arc joins either way, and stays as it was given.
-    const PlanPoint flat = layChain({{0, 0}, 0}, {arc(5000, 50)})[0].end;
-    const std::optional<Laid> either = layCurve(before, {0, 0}, flat, 5000, -1, PositiveRadius::Auto);
-    EXPECT_FALSE(either->element.otherSense);
-    EXPECT_TRUE(either->element.clockwise);
+    const auto behind = [&](double lineDirection, double radius) {
+        std::vector<Element> elements = lineBefore(lineDirection);
+        const PlanPoint end = layChain({{0, 0}, 0}, {arc(radius, 50)})[0].end;
+        elements.push_back(*layCurve(elements, {0, 0}, end, radius, -1, PositiveRadius::Auto));
+        return settledElements(elements);
+    };
+    const std::vector<Element> turned = behind(0.0, 100);
+    ASSERT_EQ(turned.size(), 1U) << "the line stays";
+    EXPECT_TRUE(turned[0].otherSense);
+    EXPECT_FALSE(turned[0].clockwise);
+    EXPECT_NEAR(turned[0].direction, 0.0, 1e-9);
+    EXPECT_TRUE(behind(1.0, 100).empty()) << "neither way joins a line that comes from elsewhere";
+    EXPECT_EQ(behind(0.0, 5000).size(), 1U) << "a flat arc joins better this way";
+}
+
+TEST(SettledElements, WhatIsSettledStays) {
+    std::vector<Element> elements = lineBefore(0.0);
+    const PlanPoint end = layChain({{0, 0}, 0}, {arc(100, 50)})[0].end;
+    elements.push_back(*layCurve(elements, {0, 0}, end, 100, -1, PositiveRadius::Auto));
+    elements[1] = settledElements(elements).at(0);
+    EXPECT_TRUE(settledElements(elements).empty());
+    EXPECT_TRUE(settledElements({}).empty());
 }
 
 TEST(LaySpiral, RefusesWhatIsNoSpiral) {
@@ -374,7 +527,7 @@ TEST(LaySpiral, StartsTowardsThePiIfItsDistanceIsRight) {
     const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
     const auto directionFor = [&](double share) {
         const PlanPoint pi{toPi * share * std::cos(0.505), toPi * share * std::sin(0.505)};
-        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 200, 60, 0, PositiveRadius::Auto)->element.direction;
+        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 200, 60, 0, PositiveRadius::Auto)->direction;
     };
     constexpr double kDirection = 1e-12;
     EXPECT_NEAR(directionFor(1.0), 0.505, kDirection);
@@ -390,7 +543,7 @@ TEST(LaySpiral, ATinySpiralGetsTenMillimetres) {
     const double toPi = std::hypot(exact.pi()->x, exact.pi()->y);
     const auto directionFor = [&](double more) {
         const PlanPoint pi{(toPi + more) * std::cos(0.001), (toPi + more) * std::sin(0.001)};
-        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 10, 0.3, 0, PositiveRadius::Auto)->element.direction;
+        return laySpiral(before, 1, {0, 0}, pi, kInfiniteRadius, 10, 0.3, 0, PositiveRadius::Auto)->direction;
     };
     EXPECT_NEAR(directionFor(0.0099), 0.001, 1e-12);
     EXPECT_NEAR(directionFor(0.0101), 0.0, 1e-12);
@@ -402,10 +555,10 @@ TEST(LaySpiral, APiThatWasNotFoundIsIgnoredThoughItLieInTheRightDistance) {
     std::vector<Element> before = layChain({{toPi, -50}, kPi / 2}, {straight(50)}); // ends at that distance from (0, 0)
     before[0].id = 1;
     for (const PositiveRadius sense : {PositiveRadius::Auto, PositiveRadius::Left, PositiveRadius::Right}) {
-        const std::optional<Laid> laid =
+        const std::optional<Element> laid =
             laySpiral(before, 1, before[0].end, {0, 0}, kInfiniteRadius, 200, 60, 0, sense);
-        EXPECT_NEAR(laid->element.direction, kPi / 2, 1e-12);
-        EXPECT_EQ(laid->element.clockwise, sense == PositiveRadius::Right);
+        EXPECT_NEAR(laid->direction, kPi / 2, 1e-12);
+        EXPECT_EQ(laid->clockwise, sense == PositiveRadius::Right);
     }
 }
 

@@ -1,8 +1,10 @@
 """A small model of the drawing that an import makes, written from the rules and not from the importer.
 
 It takes the records of a well-formed file and gives alignments, points and polylines as `fenmark info --json` tells
-them, laid in the sense that a positive radius turns left. Coordinates are the drawing's: x east, y north, metres.
+them, laid in the sense that a positive radius turns left, or right, or in the one that the joints of each route prove.
+Coordinates are the drawing's: x east, y north, metres.
 """
+import copy
 import math
 import re
 
@@ -17,6 +19,8 @@ AUXILIARY = 100.0     # metres
 STATION_SLACK = 1e-6  # metres beyond either end of an alignment
 PI_SHARE = 0.01       # how far a PI's distance may be off
 PI_DISTANCE = 0.01    # metres, at least
+HALF_CIRCLE = 0.002   # metres that a chord may be longer than the diameter
+KINK = math.radians(1.0)  # a joint that is worse is no worse for that
 ROUTE_TYPES = {1: "IP線", 4: "幅杭線左", 5: "幅杭線右", 6: "連続線"}
 POINT_TABLE, POLYLINE_TABLE = "JSIMA_V3_Point", "JSIMA_V3_Pline"
 NO_POINT = (0.0, 0.0)
@@ -138,17 +142,18 @@ def lay_line(start, end, before):
     return Laid("S", start, end, angle_of(start, end, before), math.dist(start, end))
 
 
-def lay_arc(element, before):
+def lay_arc(element, before, over):
     radius, chord = element.radius, math.dist(element.start, element.end)
-    if not radius > 0.0 or chord > 2.0 * radius * (1.0 + 1e-9):
+    if not radius > 0.0 or chord > 2.0 * radius + HALF_CIRCLE:
         raise Refused
+    radius = max(radius, chord / 2.0)
     half = math.asin(min(chord / (2.0 * radius), 1.0))
-    turn = -1.0 if element.left else 1.0
+    turn = -1.0 if element.left != over else 1.0
     return Laid("R", element.start, element.end, angle_of(element.start, element.end, before) - turn * half,
                 2.0 * half * radius, turn / radius, turn / radius, (radius, radius))
 
 
-def lay_spiral(element, before):
+def lay_spiral(element, before, over):
     length, radii = element.length(), [radius or math.inf for radius in element.radii]
     if not length > 0.0:
         raise Refused
@@ -157,15 +162,21 @@ def lay_spiral(element, before):
     tangent = x - y / math.tan(turn)
     if abs(math.dist(element.start, element.pi) - abs(tangent)) <= max(PI_SHARE * abs(tangent), PI_DISTANCE):
         angle = direction(element.start, element.pi) if tangent >= 0.0 else direction(element.pi, element.start)
+        if over:
+            # The image in the chord, which lies at this angle.
+            angle, k0, k1 = angle + 2.0 * math.atan2(y, x), -k0, -k1
     else:
         angle = before[-1].end_angle()
+        if over:
+            k0, k1 = -k0, -k1
     laid = Laid("A", element.start, None, angle, length, k0, k1, radii)
     laid.end = laid.point(length, 0.0)
     return laid
 
 
-def lay(chain, laid):
-    """Adds each element of the chain to the list; a curve's end is where the next element starts."""
+def lay(chain, laid, over):
+    """Adds each element of the chain to the list, turned over if it is in the set; a curve's end is where the next
+    element starts."""
     for element in chain:
         if element.type == "A":
             element.find_pi()
@@ -178,9 +189,51 @@ def lay(chain, laid):
             behind = (element.start[0] + AUXILIARY * math.cos(away), element.start[1] + AUXILIARY * math.sin(away))
             laid.append(lay_line(behind, element.start, laid))
             raise BrokenOff
-        laid.append((lay_arc if element.type == "R" else lay_spiral)(element, laid))
+        laid.append((lay_arc if element.type == "R" else lay_spiral)(element, laid, i in over))
         if i + 1 < len(chain):
             chain[i + 1].restart(laid[-1].end)
+
+
+# ---- turning senses ---------------------------------------------------------------------------------------------------
+
+def kinks(chain, over):
+    """The angles of the joints, of a route laid with these elements turned over."""
+    laid = []
+    try:
+        lay(copy.deepcopy(chain), laid, over)
+    except Refused:
+        return math.inf
+    return sum(min(abs(math.remainder(b.angle - a.end_angle(), 2.0 * math.pi)), KINK) for a, b in zip(laid, laid[1:]))
+
+
+def turned_over(chain, sense):
+    """Which elements turn the other way. For a route whose joints prove it: either whole sense, mended
+    curve by curve, whatever has fewer kinks; then the one that changes between
+    neighbours less often."""
+    curves = {i for i, element in enumerate(chain) if element.type != "S"}
+    if sense == "left" or not curves:
+        return set()
+    if sense == "right":
+        return curves
+    if chain[0].type == "A":
+        return set()
+    ways = [(mended(chain, curves, whole), whole) for whole in (set(), curves)]
+
+    def changes(over, whole):
+        against = [i in over ^ whole for i in range(len(chain))]
+        return sum(a != b for a, b in zip([False] + against, against))
+
+    return min(ways, key=lambda way: (round(2.0 * kinks(chain, way[0]) / KINK), changes(*way)))[0]
+
+
+def mended(chain, curves, over):
+    """Turns one curve over, or all from one on, as long as that mends kinks."""
+    while True:
+        changes = [{i} for i in sorted(curves)] + [{j for j in curves if j >= i} for i in sorted(curves)]
+        best = min((change ^ over for change in changes), key=lambda senses: kinks(chain, senses))
+        if kinks(chain, best) > kinks(chain, over) - KINK / 2.0:
+            return over
+        over = best
 
 
 # ---- walls ----------------------------------------------------------------------------------------------------------
@@ -242,8 +295,8 @@ class Alignment:
 class Drawing:
     """What the records make; `broken` if a leading clothoid ends the import."""
 
-    def __init__(self, records, file_name, shift):
-        self.file_name, self.shift = file_name, shift
+    def __init__(self, records, file_name, shift, sense="left"):
+        self.file_name, self.shift, self.sense = file_name, shift, sense
         self.alignments, self.entities = [], []
         self.outside = 0  # results whose station is none of the alignment
         self.broken = False
@@ -315,7 +368,8 @@ class Drawing:
         alignment = Alignment(name, self.file_name[:-len(".sim")] + "-" + name)
         self.alignments.append(alignment)
         try:
-            lay(cleaned(elements), alignment.laid)
+            chain = cleaned(elements)
+            lay(chain, alignment.laid, turned_over(chain, self.sense))
         except Refused:
             return None
         alignment.start_station = start_station

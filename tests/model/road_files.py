@@ -9,8 +9,9 @@ from drawing_model import travelled
 
 
 class RoadFile:
-    def __init__(self, random):
-        self.random = random
+    def __init__(self, random, only_roads=False):
+        """Only roads: no odd routes, and here and there one curve with the wrong sign."""
+        self.random, self.only_roads = random, only_roads
         self.decimals = random.choice([3, 4, 6, 9])
         self.left_is_positive = random.random() < 0.5
         self.points, self.body, self.routes = [], [], []
@@ -19,7 +20,7 @@ class RoadFile:
         for number in range(1, routes + 1):
             if self.random.random() < 0.1:
                 number = self.random.randint(1, routes)  # a number used twice
-            if self.random.random() < 0.6:
+            if self.only_roads or self.random.random() < 0.6:
                 self.add_road(number)
             else:
                 self.add_odd_route(number, self.random.choice("237723770811456"))
@@ -27,7 +28,7 @@ class RoadFile:
                 self.add_results()
             if self.random.random() < 0.3:
                 self.add_lot(number)
-        if self.random.random() < 0.2:
+        if self.random.random() < 0.2 and not self.only_roads:
             self.add_odd_route(routes + 1, "3", may_begin_with_clothoid=True)
             self.add_results()
         lines = ["Z00,roads,", "A00,", *self.points, "A99,", *self.body]
@@ -44,17 +45,19 @@ class RoadFile:
     def shapes(self):
         """(length, first curvature, last curvature, record) of each element; left turns are positive."""
         random = self.random
+        self.slips = 1 if self.only_roads and random.random() < 0.4 else 0
 
         def straight():
             return random.uniform(5.0, 300.0), 0.0, 0.0, None
 
         def arc(turn, radius):
             length = random.uniform(0.1, 1.2) * radius
-            return length, turn / radius, turn / radius, "C01,0,%s," % self.signed(turn, radius)
+            return length, turn / radius, turn / radius, "C01,0,%s," % self.signed(self.slipped(turn), radius)
 
         def clothoid(turn, parameter, first, last):
             k0, k1 = (turn / radius if radius else 0.0 for radius in (first, last))
-            record = "C02,%.6f,%s,%s," % (parameter, self.signed(turn, first), self.signed(turn, last))
+            told = self.slipped(turn)
+            record = "C02,%.6f,%s,%s," % (parameter, self.signed(told, first), self.signed(told, last))
             return abs(k1 - k0) * parameter ** 2, k0, k1, record
 
         shapes = [straight()]
@@ -73,6 +76,12 @@ class RoadFile:
             if random.random() < 0.8:
                 shapes.append(straight())
         return shapes
+
+    def slipped(self, turn):
+        if self.slips and self.random.random() < 0.2:
+            self.slips -= 1
+            return -turn
+        return turn
 
     def signed(self, turn, radius):
         if radius == 0.0:

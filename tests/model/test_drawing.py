@@ -16,6 +16,7 @@ from road_files import RoadFile
 ROUTES = 10      # in each file
 POSITION = 1e-6  # metres
 ANGLE = 1e-6     # radians
+SENSES = ["left", "right", "auto"]
 SHIFTS = ["0.0001", "0.1", "0.5", "1", "2.5", "0.00000000000000001"]
 
 
@@ -72,12 +73,12 @@ def drawing_fault(model, got):
     return None
 
 
-def check(program, path, shift):
+def check(program, path, shift, sense):
     """None, or what is not as the model has it."""
     records = [line.split(",") for line in path.read_bytes().decode("cp932").split("\r\n")]
-    model = Drawing([fields for fields in records if fields[0] not in ("", "Z00")], path.name, float(shift))
+    model = Drawing([fields for fields in records if fields[0] not in ("", "Z00")], path.name, float(shift), sense)
     drawing = path.with_suffix(".gpkg")
-    run = subprocess.run([program, "import", "-q", "--keep-partial", "--positive-radius", "left", "--shift", shift,
+    run = subprocess.run([program, "import", "-q", "--keep-partial", "--positive-radius", sense, "--shift", shift,
                           "--drawing", drawing, path], capture_output=True, check=False)
     if run.returncode != (1 if model.broken else 0):
         return "exit code %d: %s" % (run.returncode, run.stderr.decode())
@@ -92,10 +93,12 @@ def main(program, count, seed):
     with tempfile.TemporaryDirectory() as folder:
         for number in range(count):
             path = pathlib.Path(folder) / ("roads%d.sim" % number)
-            path.write_bytes(RoadFile(rng).bytes(ROUTES))
-            fault = check(program, path, rng.choice(SHIFTS))
+            sense = SENSES[number % len(SENSES)]
+            # What cannot be driven on proves no sense.
+            path.write_bytes(RoadFile(rng, only_roads=sense == "auto").bytes(ROUTES))
+            fault = check(program, path, rng.choice(SHIFTS), sense)
             if fault:
-                faults.append("%s: %s" % (path.name, fault))
+                faults.append("%s, %s: %s" % (path.name, sense, fault))
                 (kept / path.name).write_bytes(path.read_bytes())
     for fault in faults[:10]:
         print(fault)

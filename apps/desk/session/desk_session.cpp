@@ -109,6 +109,7 @@ CommandOutcome DeskSession::run(std::string_view command, const std::string& pen
     host_.clearNotes();
     modules_.setSystemText(mirdane::kPendingFileVariable, pendingFile);
     modules_.setSystemText(mirdane::kLogFileVariable, {});
+    modules_.setSystemText(mirdane::kPlanTangentsVariable, host_.planTangents() ? "1" : "");
     ModuleResult result = modules_.run(command);
     modules_.setSystemText(mirdane::kPendingFileVariable, {});
     CommandOutcome outcome;

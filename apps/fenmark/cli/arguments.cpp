@@ -146,10 +146,12 @@ void addImport(CLI::App& app, Raw& raw) {
         ->type_name("cp932|utf-8");
     command
         ->add_option("--positive-radius", raw.positiveRadius,
-                     "Sense in which a positive radius turns on the map; auto: left, unless a curve joins only the "
-                     "other way [auto]")
+                     "Sense in which a positive radius turns on the map; auto: what the joints of the route prove "
+                     "[auto]")
         ->check(CLI::IsMember({"auto", "left", "right"}).description(""))
         ->type_name("auto|left|right");
+    command->add_flag("--plan-tangents", a.planTangents,
+                      "Take the tangents of clothoids in plan, also where the points differ in height");
     command->add_flag("--keep-partial", a.keepPartial, "Keep what was made when an import is broken off");
     command->add_flag("--strict", a.strict, "Exit with 3 if the log holds error blocks");
     command->add_flag("--json", a.json, "Print the result as JSON");

@@ -170,6 +170,20 @@ StoreResult saveDrawing(host::embedded::Document& document, const std::string& p
     });
 }
 
+output::OutputSettings outputSettings(EmbeddedHost& host, const ImportArguments& arguments) {
+    output::OutputSettings settings;
+    settings.planTangents = arguments.planTangents;
+    settings.alignmentMade = [&host](host::MdDbObjectId id, const sima::SimaAlignment& route) {
+        std::vector<host::MdGePoint3d> points;
+        points.reserve(route.entities.size());
+        for (const sima::EntityData& element : route.entities) {
+            points.push_back(element.startPoint());
+        }
+        host.noteRoute(id, points);
+    };
+    return settings;
+}
+
 struct Outcome {
     int code = kDone;
     command::ImportResult result;
@@ -184,6 +198,7 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
     const std::size_t firstEntity = host.drawing().entityCount();
     const std::size_t firstAlignment = host.drawing().alignmentCount();
     host.setPositiveRadius(arguments.positiveRadius);
+    host.setPlanTangents(arguments.planTangents);
     host.clearNotes();
 
     ImportDialogs dialogs(arguments, file, streams);
@@ -192,7 +207,7 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const s
     sima::SimaReader reader;
     std::string brokenOff;
     try {
-        command::Fenmark(boundary, dialogs, lastRun, reader, {arguments.encoding});
+        command::Fenmark(boundary, dialogs, lastRun, reader, {arguments.encoding, outputSettings(host, arguments)});
     } catch (const Stop&) {
         throw;
     } catch (...) {

@@ -37,6 +37,7 @@ struct ImportArguments {
     std::optional<int> zone; // plane rectangular zone, 1 to 19
     sima::Encoding encoding = sima::Encoding::Cp932;
     host::embedded::PositiveRadius positiveRadius = host::embedded::PositiveRadius::Auto;
+    bool planTangents = false;
     bool keepPartial = false;
     bool strict = false;
     bool json = false;

@@ -39,7 +39,7 @@ _fenmark() {
         case $command in
             import) options+=" --drawing --site --only --skip --point-layer --ip-layer --lot-layer --stake-layer
                                --continuous-layer --create-layers --shift --alignment --force-alignment --zone --encoding
-                               --positive-radius --keep-partial --strict --json --quiet" ;;
+                               --positive-radius --plan-tangents --keep-partial --strict --json --quiet" ;;
             preview) options+=" --encoding --json --quiet" ;;
             info | station | locate) options+=" --json" ;;
             export | plot) options+=" --quiet" ;;

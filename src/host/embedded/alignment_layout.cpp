@@ -1,10 +1,8 @@
 // How the embedded host lays a fixed line, curve or spiral.
-//
-// Symbols: t direction at the start, c direction of the chord, tau turn. The mirror image of a curve over the same
-// chord starts in the direction 2 c - t.
 #include "host/embedded/alignment_layout.h"
 
 #include "host/embedded/drawing_names.h"
+#include "host/embedded/element_spans.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,28 +12,11 @@ namespace fenmark::host::embedded {
 
 namespace {
 
-constexpr double kPi = 3.141592653589793;
-// A half circle's chord may exceed its diameter by this share, as the ends of survey coordinates come out of rounding.
-constexpr double kHalfCircleRounding = 1e-9;
-
-// Brought into (-pi, pi].
-double wrapped(double angle) {
-    const double rest = std::remainder(angle, 2.0 * kPi);
-    return rest <= -kPi ? kPi : rest;
-}
-
-double directionTo(const PlanPoint& from, const PlanPoint& to) {
-    return std::atan2(to.y - from.y, to.x - from.x);
-}
-
-double distanceTo(const PlanPoint& from, const PlanPoint& to) {
-    return std::hypot(to.x - from.x, to.y - from.y);
-}
-
-// End tangent of the last element that has one. A curve that winds up beyond what a real holds has none.
+// End tangent of the last element that has one: a curve that winds up beyond what a real holds has none. An element of no
+// length has taken that of the one before.
 std::optional<double> tangentBefore(std::span<const Element> before) {
     for (std::size_t i = before.size(); i-- > 0;) {
-        if (before[i].length > 0.0 && std::isfinite(before[i].endDirection())) {
+        if (std::isfinite(before[i].endDirection())) {
             return before[i].endDirection();
         }
     }
@@ -63,164 +44,97 @@ bool givenClockwise(std::int16_t direction, PositiveRadius sense) {
     return (direction == -1) != (sense == PositiveRadius::Right);
 }
 
-void turnOver(Element& element) {
-    element.clockwise = !element.clockwise;
-    element.otherSense = !element.otherSense;
-}
-
-// The spirals at the end of a chain that continue the element before them, turned over; empty if there are none.
-std::vector<Element> turnedOver(std::span<const Element> before) {
-    std::size_t first = before.size();
-    while (first > 0 && before[first - 1].continuing) {
-        --first;
-    }
-    std::vector<Element> turned(before.begin() + static_cast<std::ptrdiff_t>(first), before.end());
-    for (std::size_t i = 0; i < turned.size(); ++i) {
-        Element& element = turned[i];
-        turnOver(element);
-        if (i > 0) {
-            element.start = turned[i - 1].end;
-            element.direction = wrapped(turned[i - 1].endDirection());
-        }
-        element.end = poseOnElement(element, element.length).point;
-    }
-    return turned;
-}
-
-// Whether the curve before was taken the other way.
-bool otherSenseBefore(std::span<const Element> before) {
-    const auto curve = std::find_if(before.rbegin(), before.rend(),
-                                    [](const Element& element) { return element.type != ElementType::Straight; });
-    return curve != before.rend() && curve->otherSense;
+// The end of a spiral laid from the origin along +x.
+PlanPoint endFromOrigin(const Element& spiral) {
+    Element atOrigin = spiral;
+    atOrigin.start = {};
+    atOrigin.direction = 0.0;
+    return poseOnElement(atOrigin, spiral.length).point;
 }
 
 } // namespace
 
-Laid layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end, PositiveRadius sense) {
-    const std::optional<double> tangent = tangentBefore(before);
-    const auto lineFrom = [&](const PlanPoint& from) {
-        Element element;
-        element.type = ElementType::Straight;
-        element.start = from;
-        element.end = end;
-        element.length = distanceTo(from, end);
-        element.direction = element.length > 0.0 ? directionTo(from, end) : tangent.value_or(0.0);
-        return element;
-    };
-    Laid laid{lineFrom(start), {}};
-    if (sense == PositiveRadius::Auto && tangent && !joins(*tangent, laid.element.direction)) {
-        std::vector<Element> turned = turnedOver(before);
-        if (!turned.empty()) {
-            const Element element = lineFrom(turned.back().end);
-            if (joins(turned.back().endDirection(), element.direction)) {
-                return {element, std::move(turned)};
-            }
-        }
-    }
-    return laid;
+Element layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end) {
+    Element element;
+    element.type = ElementType::Straight;
+    element.start = start;
+    element.end = end;
+    spanLine(element, tangentBefore(before).value_or(0.0));
+    return element;
 }
 
-std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
-                             double radius, std::int16_t direction, PositiveRadius sense) {
+std::optional<Element> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
+                                double radius, std::int16_t direction, PositiveRadius sense) {
     if (!isRadius(radius)) {
         return std::nullopt;
     }
-    const std::optional<double> tangent = tangentBefore(before);
-    // Nothing if the chord is too long.
-    const auto arcFrom = [&](const PlanPoint& from, bool otherSense) -> std::optional<Element> {
-        const double chord = distanceTo(from, end);
-        if (!(chord <= 2.0 * radius * (1.0 + kHalfCircleRounding))) {
-            return std::nullopt;
-        }
-        const double half = std::asin(std::min(chord / (2.0 * radius), 1.0));
-        const double along = chord > 0.0 ? directionTo(from, end) : tangent.value_or(0.0);
-        Element element;
-        element.type = ElementType::Arc;
-        element.clockwise = givenClockwise(direction, sense) != otherSense;
-        element.otherSense = otherSense;
-        element.start = from;
-        element.end = end;
-        element.direction = wrapped(along + (element.clockwise ? half : -half));
-        element.length = 2.0 * half * radius;
-        element.startRadius = radius;
-        element.endRadius = radius;
+    Element element;
+    element.type = ElementType::Arc;
+    element.clockwise = givenClockwise(direction, sense);
+    element.start = start;
+    element.end = end;
+    element.startRadius = radius;
+    element.endRadius = radius;
+    const double tangent = tangentBefore(before).value_or(0.0);
+    if (spanArc(element, tangent)) {
         return element;
-    };
-
-    const std::optional<Element> given = arcFrom(start, false);
-    if (sense == PositiveRadius::Auto && tangent && !(given && joins(*tangent, given->direction))) {
-        const std::optional<Element> other = arcFrom(start, true);
-        if (other && joins(*tangent, other->direction)) {
-            return Laid{*other, {}};
-        }
-        std::vector<Element> turned = turnedOver(before);
-        if (!turned.empty()) {
-            const Element& last = turned.back();
-            const std::optional<Element> behind = arcFrom(last.end, last.otherSense);
-            if (behind && joins(last.endDirection(), behind->direction)) {
-                return Laid{*behind, std::move(turned)};
-            }
+    }
+    // A spiral without a PI may have to be turned over yet, and then ends elsewhere.
+    if (sense == PositiveRadius::Auto && !before.empty() && before.back().continuing) {
+        const Element other = turnedOver(before.back());
+        element.start = poseOnElement(other, other.length).point;
+        if (spanArc(element, tangent)) {
+            return element;
         }
     }
-    return given ? std::optional(Laid{*given, {}}) : std::nullopt;
+    return std::nullopt;
 }
 
-std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elementBefore, const PlanPoint& start,
-                              const PlanPoint& pi, double startRadius, double endRadius, double length,
-                              std::int16_t direction, PositiveRadius sense) {
-    const auto known =
-        std::find_if(before.begin(), before.end(), [&](const Element& element) { return element.id == elementBefore; });
-    if (known == before.end() || !isLength(length) || !areRadii(startRadius, endRadius)) {
+std::optional<Element> laySpiral(std::span<const Element> before, std::int32_t elementBefore, const PlanPoint& start,
+                                 const PlanPoint& pi, double startRadius, double endRadius, double length,
+                                 std::int16_t direction, PositiveRadius sense) {
+    // The element before is nearly always the last one.
+    const auto known = std::find_if(before.rbegin(), before.rend(),
+                                    [&](const Element& element) { return element.id == elementBefore; });
+    if (known == before.rend() || !isLength(length) || !areRadii(startRadius, endRadius)) {
         return std::nullopt;
     }
-    const auto upToKnown = before.first(static_cast<std::size_t>(known - before.begin()) + 1);
+    const auto upToKnown = before.first(static_cast<std::size_t>(before.rend() - known));
     const std::optional<double> tangent = tangentBefore(upToKnown);
 
-    Laid laid;
-    Element& element = laid.element;
+    // As the direction argument says, which is the sense that the PI belongs to.
+    Element element;
     element.type = ElementType::Clothoid;
-    element.clockwise = givenClockwise(direction, sense);
+    element.clockwise = direction == -1;
     element.start = start;
     element.length = length;
     element.startRadius = startRadius;
     element.endRadius = endRadius;
-    element.direction = tangent.value_or(0.0);
-    element.continuing = true; // unless the PI tells otherwise
 
     // The curve laid from the origin along +x tells its own PI and chord.
-    const PlanPoint end = poseOnElement(
-                              [&] {
-                                  Element atOrigin = element;
-                                  atOrigin.start = {};
-                                  atOrigin.direction = 0.0;
-                                  return atOrigin;
-                              }(),
-                              length)
-                              .point;
+    const PlanPoint end = endFromOrigin(element);
     const double turn = element.turn();
     const double toPi = (end.x * std::sin(turn) - end.y * std::cos(turn)) / std::sin(turn); // not finite if parallel
     const double given = distanceTo(start, pi);
-    const bool takesPi = sense != PositiveRadius::Right && std::isfinite(toPi) &&
+    const double towards = toPi < 0.0 ? directionTo(pi, start) : directionTo(start, pi);
+    // The origin of the drawing stands for a PI that was not found, and may lie in the right distance by chance.
+    const bool notFound = pi.x == 0.0 && pi.y == 0.0 && tangent && !joins(*tangent, towards) &&
+                          !joins(*tangent, towards + 2.0 * std::atan2(end.y, end.x));
+    const bool takesPi = given > 0.0 && std::isfinite(toPi) && !notFound &&
                          std::abs(given - std::abs(toPi)) <= std::max(kPiShare * std::abs(toPi), kPiDistance);
-    if (takesPi && given > 0.0) {
-        const double towards = toPi < 0.0 ? directionTo(pi, start) : directionTo(start, pi);
-        const double mirrored = towards + 2.0 * std::atan2(end.y, end.x);
-        // The origin of the drawing stands for a PI that was not found, and may lie in the right distance by chance.
-        const bool notFound = pi.x == 0.0 && pi.y == 0.0 && tangent && !joins(*tangent, towards);
-        if (sense == PositiveRadius::Auto && tangent && !joins(*tangent, towards) && joins(*tangent, mirrored)) {
-            turnOver(element);
-            element.continuing = false;
-        } else if (!notFound) {
-            element.direction = towards;
-            element.continuing = false;
-        }
-    }
-    if (element.continuing && sense == PositiveRadius::Auto && otherSenseBefore(upToKnown)) {
-        turnOver(element);
-    }
-    element.direction = wrapped(element.direction);
+    element.continuing = !takesPi;
+    element.direction = wrapped(takesPi ? towards : tangent.value_or(0.0));
     element.end = poseOnElement(element, length).point;
-    return laid;
+    if (sense == PositiveRadius::Right) {
+        if (takesPi) {
+            element = mirrored(element);
+        } else {
+            element.clockwise = !element.clockwise;
+            element.end = poseOnElement(element, length).point;
+        }
+        element.otherSense = false; // as the setting says
+    }
+    return element;
 }
 
 Refusal whyCurveRefused(double radius) {
@@ -234,21 +148,57 @@ Refusal whySpiralRefused(double startRadius, double endRadius, double length) {
     return isLength(length) ? Refusal::NothingBefore : Refusal::ClothoidWithoutLength;
 }
 
-std::vector<BrokenJoint> brokenJoints(const Alignment& alignment) {
+namespace {
+
+bool hasImage(const Element& element) {
+    return element.type != ElementType::Straight && !element.continuing;
+}
+
+// A spiral without a PI would know its direction with one. Otherwise a joint that meets with the images of its elements
+// is a matter of the turning sense.
+Remedy remedyFor(const Element& before, const Element& behind, const LayoutSettings& settings) {
+    if ((before.continuing || behind.continuing) && !settings.planTangents) {
+        return Remedy::PlanTangents;
+    }
+    for (const bool turnBefore : {false, true}) {
+        for (const bool turnBehind : {false, true}) {
+            if ((turnBefore && !hasImage(before)) || (turnBehind && !hasImage(behind))) {
+                continue;
+            }
+            const Element first = turnBefore ? mirrored(before) : before;
+            const Element last = turnBehind ? mirrored(behind) : behind;
+            if (!joins(first.endDirection(), last.direction)) {
+                continue;
+            }
+            if (settings.positiveRadius != PositiveRadius::Auto) {
+                return Remedy::PositiveRadiusAuto;
+            }
+            const bool other = hasImage(first) ? first.otherSense : last.otherSense;
+            if (!hasImage(first) || !hasImage(last) || first.otherSense == last.otherSense) {
+                return other ? Remedy::PositiveRadiusRight : Remedy::PositiveRadiusLeft;
+            }
+        }
+    }
+    return Remedy::None;
+}
+
+} // namespace
+
+std::vector<BrokenJoint> brokenJoints(const Alignment& alignment, const LayoutSettings& settings) {
     std::vector<BrokenJoint> joints;
     double station = alignment.startStation;
-    std::optional<double> tangent;
+    const Element* before = nullptr;
     for (const Element& element : alignment.elements) {
         if (!(element.length > 0.0)) {
             continue;
         }
-        if (tangent) {
-            const double angle = wrapped(element.direction - *tangent);
+        if (before != nullptr) {
+            const double angle = wrapped(element.direction - before->endDirection());
             if (std::abs(angle) > kBrokenJoint) {
-                joints.push_back({alignment.name, station, angle});
+                joints.push_back({alignment.name, station, angle, remedyFor(*before, element, settings)});
             }
         }
-        tangent = element.endDirection();
+        before = &element;
         station += element.length;
     }
     return joints;

@@ -18,11 +18,8 @@ namespace fenmark::host::embedded {
 struct Alignment;
 
 // Which way a curve with a positive radius in the file turns on the map. Left is the sense of the direction argument.
-// Right is the other one; spirals then continue the element before them, since their PI belongs to the mirrored curve.
-// Auto is left, but an element that so breaks the tangent of the element before, and the other way joins it, is taken
-// the other way. A spiral without a PI joins the element before whichever way it turns. It takes the way of the curve
-// before it, and where the line or curve behind it so breaks the tangent, and joins it with the spiral turned over, the
-// spiral is laid anew.
+// Right is the other one: every curve is mirrored about its chord, so that it keeps both its ends. Auto is laid as Left,
+// and settled when the alignment is complete (alignment_settling.h).
 enum class PositiveRadius { Auto, Left, Right };
 
 // A joint is broken if the tangents differ by more than this, radians: one degree.
@@ -32,23 +29,18 @@ inline constexpr double kBrokenJoint = 3.141592653589793 / 180.0;
 inline constexpr double kPiShare = 0.01;
 inline constexpr double kPiDistance = 0.010;
 
-struct Laid {
-    Element element;
-    std::vector<Element> relaid; // take the place of as many elements at the end of the chain
-};
-
 // Lines are never refused; a line of no length takes the direction of the element before.
-Laid layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end, PositiveRadius sense);
+Element layLine(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end);
 
-// The shorter arc. Refused: a radius of 0 (or none at all), a chord longer than the diameter by more than rounding.
-std::optional<Laid> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
-                             double radius, std::int16_t direction, PositiveRadius sense);
+// The shorter arc, as spanArc lays it. Refused: a radius of 0 (or none at all), a chord longer than the diameter.
+std::optional<Element> layCurve(std::span<const Element> before, const PlanPoint& start, const PlanPoint& end,
+                                double radius, std::int16_t direction, PositiveRadius sense);
 
 // From the start along the line to the PI, if the PI is taken; otherwise along the end tangent of the element before,
 // which is named by its identifier. Refused: no length, both radii infinite, an unknown element before.
-std::optional<Laid> laySpiral(std::span<const Element> before, std::int32_t elementBefore, const PlanPoint& start,
-                              const PlanPoint& pi, double startRadius, double endRadius, double length,
-                              std::int16_t direction, PositiveRadius sense);
+std::optional<Element> laySpiral(std::span<const Element> before, std::int32_t elementBefore, const PlanPoint& start,
+                                 const PlanPoint& pi, double startRadius, double endRadius, double length,
+                                 std::int16_t direction, PositiveRadius sense);
 
 // Why an element is refused.
 enum class Refusal {
@@ -63,13 +55,23 @@ enum class Refusal {
 Refusal whyCurveRefused(double radius);
 Refusal whySpiralRefused(double startRadius, double endRadius, double length);
 
+// The setting that may mend a broken joint.
+enum class Remedy { None, PositiveRadiusAuto, PositiveRadiusLeft, PositiveRadiusRight, PlanTangents };
+
 struct BrokenJoint {
     std::string alignment;
     double station = 0.0;
     double angle = 0.0; // radians, the direction after less the direction before, in (-pi, pi]
+    Remedy remedy = Remedy::None;
+};
+
+// The settings that an alignment was laid with.
+struct LayoutSettings {
+    PositiveRadius positiveRadius = PositiveRadius::Auto;
+    bool planTangents = false; // whether the clothoids' PIs were taken in plan
 };
 
 // The joints of an alignment whose tangents differ by more than kBrokenJoint. Elements of no length have no tangent.
-std::vector<BrokenJoint> brokenJoints(const Alignment& alignment);
+std::vector<BrokenJoint> brokenJoints(const Alignment& alignment, const LayoutSettings& settings);
 
 } // namespace fenmark::host::embedded

@@ -7,6 +7,8 @@
 #include "host/embedded/map_objects.h"
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 #include <utility>
 
 namespace fenmark::host::embedded {
@@ -114,10 +116,16 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
         for (const Element& element : drawing.alignment(i).elements) {
             notes.otherSense += element.otherSense ? 1 : 0;
         }
-        const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i));
+        const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i), {positiveRadius_, planTangents_});
         notes.brokenJoints.insert(notes.brokenJoints.end(), joints.begin(), joints.end());
         const std::vector<UnusualElement> unusual = unusualElements(drawing.alignment(i));
         notes.unusual.insert(notes.unusual.end(), unusual.begin(), unusual.end());
+    }
+    for (const auto& [id, misfit] : misfits_) {
+        if (const std::optional<std::size_t> alignment = drawing.findAlignment(id)) {
+            notes.misfits.push_back(misfit);
+            notes.misfits.back().alignment = drawing.alignment(*alignment).name;
+        }
     }
     return notes;
 }
@@ -126,7 +134,39 @@ void EmbeddedHost::noteRefused(MdDbObjectId alignment, const RefusedElement& ele
     refused_.emplace_back(alignment, element);
 }
 
+void EmbeddedHost::noteRoute(MdDbObjectId id, std::span<const MdGePoint3d> points) {
+    const Drawing& drawing = currentDocument_->drawing();
+    const std::optional<std::size_t> index = drawing.findAlignment(id);
+    if (!index || points.empty()) {
+        return;
+    }
+    const std::vector<Element>& elements = drawing.alignment(*index).elements;
+    const bool clothoids = std::any_of(elements.begin(), elements.end(),
+                                       [](const Element& element) { return element.type == ElementType::Clothoid; });
+    // Straights and arcs run through the ends that they were given.
+    if (elements.empty() || (!clothoids && elements.size() + 1 == points.size())) {
+        return;
+    }
+    const AlignmentGeometry& geometry = drawing.geometry(*index);
+    Misfit misfit;
+    for (const MdGePoint3d& point : points) {
+        if (const std::optional<StationOffset> foot = geometry.locate({point.x, point.y})) {
+            misfit.distance = std::max(misfit.distance, std::abs(foot->offset));
+        }
+    }
+    if (!(misfit.distance > kMisfit)) {
+        return;
+    }
+    const bool continuing =
+        std::any_of(elements.begin(), elements.end(), [](const Element& element) { return element.continuing; });
+    misfit.heightsDiffer = continuing && !planTangents_ &&
+                           std::any_of(points.begin(), points.end(),
+                                       [&](const MdGePoint3d& point) { return point.z != points.front().z; });
+    misfits_.emplace_back(id, misfit);
+}
+
 void EmbeddedHost::clearNotes() {
+    misfits_.clear();
     refused_.clear();
     notesFrom_ = currentDocument_ == nullptr ? 0 : currentDocument_->drawing().lastId();
 }

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -73,9 +74,20 @@ class EmbeddedHost {
     void setPositiveRadius(PositiveRadius sense) { positiveRadius_ = sense; }
     PositiveRadius positiveRadius() const { return positiveRadius_; }
 
+    // Clothoids get their PI in plan, also where the route's points differ in height. The output does that; the host
+    // keeps the setting for whoever runs a command, and for its notes.
+    void setPlanTangents(bool inPlan) { planTangents_ = inPlan; }
+    bool planTangents() const { return planTangents_; }
+
+    // The alignment whose elements were laid and whose turning senses are not decided yet; null for none.
+    bool isUnsettled(MdDbObjectId alignment) const { return unsettled_.isValid() && unsettled_ == alignment; }
+    void noteUnsettled(MdDbObjectId alignment) { unsettled_ = alignment; }
+
     // About the alignments that were made in the current drawing since clearNotes, and are still there.
     LayoutNotes layoutNotes() const;
     void clearNotes();
+    // The points of the route that an alignment was made of, so that the notes tell of one that lies off them.
+    void noteRoute(MdDbObjectId alignment, std::span<const MdGePoint3d> points);
     // The host fills in the alignment's name and length when it tells of it.
     void noteRefused(MdDbObjectId alignment, const RefusedElement& element);
 
@@ -103,7 +115,10 @@ class EmbeddedHost {
     std::unique_ptr<DocumentManager> documentManager_;
     mirdane::AutomationObject* application_ = nullptr; // holds one reference of the host's own
     PositiveRadius positiveRadius_ = PositiveRadius::Auto;
+    bool planTangents_ = false;
+    MdDbObjectId unsettled_;
     std::vector<std::pair<MdDbObjectId, RefusedElement>> refused_;
+    std::vector<std::pair<MdDbObjectId, Misfit>> misfits_;
     std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are told of
     std::function<void(const MessageBox&)> messageHandler_;
     std::vector<MessageBox> messageBoxes_;

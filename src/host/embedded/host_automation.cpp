@@ -2,13 +2,17 @@
 //
 // Objects are thin: they hold the document and an identifier, and look into the drawing when they are asked. An object
 // whose document was closed, or whose alignment is gone, answers with a failure.
+#include "host/embedded/alignment_settling.h"
 #include "host/embedded/automation_objects.h"
+#include "host/embedded/element_spans.h"
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/host_heap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <new>
 #include <optional>
+#include <span>
 
 namespace fenmark::host::embedded {
 
@@ -157,6 +161,24 @@ class AlignmentReference {
         index_ = index.value_or(0);
         return index.has_value();
     }
+    // Decides the turning senses of what was laid since, after find. The elements before that are as they were.
+    void settle() {
+        EmbeddedHost& host = *EmbeddedHost::current();
+        if (!host.isUnsettled(id_)) {
+            return;
+        }
+        if (host.positiveRadius() == PositiveRadius::Auto) {
+            drawing_->relayLastElements(index_, settledElements(alignment().elements));
+        }
+        host.noteUnsettled({});
+    }
+    bool findSettled() {
+        const bool found = find();
+        if (found) {
+            settle();
+        }
+        return found;
+    }
     Drawing& drawing() { return *drawing_; }
     std::size_t index() const { return index_; }
     const Alignment& alignment() const { return drawing_->alignment(index_); }
@@ -172,6 +194,17 @@ class AlignmentReference {
 class Elements final : public Counted<mirdane::ElementCollection> {
   public:
     explicit Elements(const AlignmentReference& reference) : at_(reference) {}
+    // Whoever adds elements lets go of the collection when the alignment is complete. What cannot be done here for want
+    // of memory is done when the alignment is asked next.
+    ~Elements() override {
+        try {
+            if (at_.find()) {
+                at_.settle();
+            }
+        } catch (const std::bad_alloc&) {
+            return;
+        }
+    }
 
     AutomationStatus addFixedLine(const Variant& start, const Variant& end,
                                   mirdane::AlignmentElementObject*& element) override {
@@ -181,7 +214,7 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         if (!from || !to || !at_.find()) {
             return kBadArgument;
         }
-        return append(layLine(at_.alignment().elements, *from, *to, sense()), element);
+        return append(layLine(at_.alignment().elements, *from, *to), element);
     }
 
     AutomationStatus addFixedCurve(const Variant& start, const Variant& end, double radius, std::int16_t direction,
@@ -192,7 +225,7 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         if (!from || !to || !at_.find()) {
             return kBadArgument;
         }
-        const std::optional<Laid> laid = layCurve(at_.alignment().elements, *from, *to, radius, direction, sense());
+        const std::optional<Element> laid = layCurve(at_.alignment().elements, *from, *to, radius, direction, sense());
         if (laid) {
             return append(*laid, element);
         }
@@ -209,8 +242,8 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         if (!from || !meeting || spiralKind != kClothoidKind || !at_.find()) {
             return kBadArgument;
         }
-        const std::optional<Laid> laid = laySpiral(at_.alignment().elements, elementBefore, *from, *meeting,
-                                                   startRadius, endRadius, length, direction, sense());
+        const std::optional<Element> laid = laySpiral(at_.alignment().elements, elementBefore, *from, *meeting,
+                                                      startRadius, endRadius, length, direction, sense());
         if (laid) {
             return append(*laid, element);
         }
@@ -221,6 +254,7 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         if (!at_.find()) {
             return kFailure;
         }
+        at_.settle();
         const std::optional<std::size_t> element = indexIn(index, at_.alignment().elements.size());
         if (!element) {
             return kBadArgument;
@@ -233,12 +267,29 @@ class Elements final : public Counted<mirdane::ElementCollection> {
     static PositiveRadius sense() { return EmbeddedHost::current()->positiveRadius(); }
 
     AutomationStatus refuse(const RefusedElement& element) {
+        at_.settle();
         EmbeddedHost::current()->noteRefused(at_.id(), element);
         return kBadArgument;
     }
-    AutomationStatus append(const Laid& laid, mirdane::AlignmentElementObject*& element) {
-        at_.drawing().relayLastElements(at_.index(), laid.relaid);
-        at_.drawing().addElement(at_.index(), laid.element);
+    // A spiral without a PI ends elsewhere the other way, and the next one begins there. Where the element behind it does
+    // not join it, the last elements are settled for the time being, so that what follows is told the right place.
+    void settleDrift() {
+        constexpr std::size_t kForTheTimeBeing = 32; // elements, so that an addition does not look at all of them
+        const std::vector<Element>& elements = at_.alignment().elements;
+        if (sense() != PositiveRadius::Auto || elements.size() < 2 || !elements[elements.size() - 2].continuing) {
+            return;
+        }
+        const double tangent = elements[elements.size() - 2].endDirection();
+        if (std::abs(wrapped(elements.back().direction - tangent)) > kBrokenJoint) {
+            const std::span<const Element> all(elements);
+            at_.drawing().relayLastElements(at_.index(),
+                                            settledElements(all.last(std::min(all.size(), kForTheTimeBeing))));
+        }
+    }
+    AutomationStatus append(const Element& laid, mirdane::AlignmentElementObject*& element) {
+        EmbeddedHost::current()->noteUnsettled(at_.id());
+        at_.drawing().addElement(at_.index(), laid);
+        settleDrift();
         return give<mirdane::AlignmentElementObject>(element, new ElementObject(at_.alignment().elements.back()));
     }
 
@@ -251,7 +302,7 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
 
     AutomationStatus getObjectId(std::uint64_t& id) override {
         id = 0;
-        if (!at_.find()) {
+        if (!at_.findSettled()) {
             return kFailure;
         }
         id = at_.id().asUint64();
@@ -275,14 +326,14 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
         return at_.find() && name.kind() == Variant::Kind::String && name.text() == kStandardStyle ? kOk : kBadArgument;
     }
     AutomationStatus setStartStation(double station) override {
-        if (!at_.find() || !std::isfinite(station)) {
+        if (!at_.findSettled() || !std::isfinite(station)) {
             return kBadArgument;
         }
         at_.drawing().setStartStation(at_.index(), station);
         return kOk;
     }
     AutomationStatus pointAt(double station, double offset, double& x, double& y) override {
-        if (!at_.find()) {
+        if (!at_.findSettled()) {
             return kFailure;
         }
         const std::optional<PlanPoint> point = at_.drawing().geometry(at_.index()).pointAt(station, offset);
@@ -295,7 +346,7 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
     }
     AutomationStatus getElements(mirdane::ElementCollection*& elements) override {
         elements = nullptr;
-        if (!at_.find()) {
+        if (!at_.findSettled()) {
             return kFailure;
         }
         return give<mirdane::ElementCollection>(elements, new Elements(at_));

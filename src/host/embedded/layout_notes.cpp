@@ -84,6 +84,22 @@ bool mayBeCoarse(const Element& element) {
     return !(element.length * std::sqrt(sharpest / (8.0 * kLineTolerance)) < kNearlyMost);
 }
 
+const char* remedyOf(Remedy remedy) {
+    switch (remedy) {
+    case Remedy::PositiveRadiusAuto:
+        return "; --positive-radius auto may mend it";
+    case Remedy::PositiveRadiusLeft:
+        return "; --positive-radius left may mend it";
+    case Remedy::PositiveRadiusRight:
+        return "; --positive-radius right may mend it";
+    case Remedy::PlanTangents:
+        return "; --plan-tangents may mend it";
+    case Remedy::None:
+        break;
+    }
+    return "";
+}
+
 } // namespace
 
 std::vector<UnusualElement> unusualElements(const Alignment& alignment) {
@@ -121,7 +137,13 @@ std::vector<std::string> noteLines(const LayoutNotes& notes) {
     }
     for (const BrokenJoint& joint : notes.brokenJoints) {
         lines.push_back("alignment " + joint.alignment + ": the joint at station " + metres(joint.station) +
-                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees");
+                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees" +
+                        remedyOf(joint.remedy));
+    }
+    for (const Misfit& misfit : notes.misfits) {
+        lines.push_back("alignment " + misfit.alignment + " lies up to " + metres(misfit.distance) +
+                        " m off the route's points" +
+                        (misfit.heightsDiffer ? ", which differ in height; --plan-tangents may mend it" : ""));
     }
     for (const UnusualElement& element : notes.unusual) {
         lines.push_back(unusualLine(element));

@@ -35,12 +35,21 @@ inline constexpr double kMostTurns = 10.0;
 
 std::vector<UnusualElement> unusualElements(const Alignment& alignment);
 
+// An alignment that does not run through the points of the route that it was made of.
+struct Misfit {
+    std::string alignment;
+    double distance = 0.0;      // of the farthest point, metres
+    bool heightsDiffer = false; // the route's points differ in height, so that clothoids had no PI
+};
+inline constexpr double kMisfit = 0.010; // metres; less is not told
+
 // What happened while alignments were laid, since the notes were last cleared.
 struct LayoutNotes {
     std::int32_t otherSense = 0; // elements taken with the other turning sense, as Auto does
     std::vector<RefusedElement> refused;
     std::vector<BrokenJoint> brokenJoints;
     std::vector<UnusualElement> unusual;
+    std::vector<Misfit> misfits;
 };
 
 // One line for each thing that a user should know; empty if all went as told.

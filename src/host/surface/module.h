@@ -96,6 +96,9 @@ inline constexpr std::string_view kPendingFileVariable = "FENMARKFILE";
 // The log that the last run of "Fenmark" wrote, set by the module; empty if the run wrote none.
 inline constexpr std::string_view kLogFileVariable = "FENMARKLOG";
 
+// Whether clothoids get their PI in plan, set by the host: any text but the empty one.
+inline constexpr std::string_view kPlanTangentsVariable = "FENMARKPLANTANGENTS";
+
 // Readies the host's user-interface library for a module.
 void InitMdUiDLL();
 

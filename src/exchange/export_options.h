@@ -21,6 +21,7 @@ struct ExportOptions {
     DxfLayers dxfLayers = DxfLayers::Kinds;
     bool elements = false; // an entity for each element of an alignment
     double scale = 500.0;  // of the plan that texts are sized for: 1 to this
+    std::string title;     // of the survey, in SIMA
     bool columns = false;  // SIMA fields in fixed columns, names padded with blanks
 };
 

@@ -6,6 +6,7 @@
 #include "exchange/info.h"
 #include "exchange/output_file.h"
 
+#include <filesystem>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -23,7 +24,8 @@ int writeDrawing(const ExportArguments& arguments, bool plan, const Streams& str
         throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(plan));
     }
     const auto drawing = readDrawing(arguments.drawing, Load::Everything);
-    const exchange::ExportOptions& options = arguments.options;
+    exchange::ExportOptions options = arguments.options;
+    options.title = std::filesystem::path(arguments.target).stem().string();
     if (const std::string missing = exchange::whatIsMissing(*format, *drawing, options); !missing.empty()) {
         throw Stop(kNotDone, arguments.drawing + ": " + missing + " (--zone 1..19" +
                                  (format->planeToo ? ", or --crs plane)" : ")"));

@@ -193,6 +193,9 @@ class SimaWriter {
         lines_.metres(exactMetres(point.y)).metres(exactMetres(point.x));
         lines_.metres(point.hasHeight ? exactMetres(point.z) : std::string()).end();
         points_.setWritten(index);
+        if (firstWritten_ == SimaPointTable::kNone && point.findable) {
+            firstWritten_ = index;
+        }
     }
 
     void closePoints() {
@@ -225,10 +228,20 @@ class SimaWriter {
         return index + 1;
     }
 
+    // What becomes of a route of one point, wherever that stands.
+    static bool isLoneOrigin(const EntityView& entity, int type) {
+        return type != 0 && entity.vertices.size() == 1 && entity.position().x == 0.0 && entity.position().y == 0.0;
+    }
+
     void writePolyline(const EntityView& entity) {
         references_.clear();
+        const int type = routeTypeOf(kindOf(entity), entity.closed);
         for (const host::MdGePoint3d& vertex : entity.vertices) {
             Index point = points_.at(vertex.x, vertex.y);
+            if (point == SimaPointTable::kNone && isLoneOrigin(entity, type) &&
+                firstWritten_ != SimaPointTable::kNone) {
+                point = firstWritten_;
+            }
             if (point == SimaPointTable::kNone) {
                 point = points_.add(vertex.x, vertex.y, 0.0, false, {});
             }
@@ -238,7 +251,6 @@ class SimaWriter {
             writePoint(point);
         }
         closePoints();
-        const int type = routeTypeOf(kindOf(entity), entity.closed);
         const std::int32_t number = entity.row ? entity.row->no : points_.freeNumber();
         const std::string_view name = entity.row ? entity.row->name : std::string_view();
         linesWithoutRow_ += kindOf(entity) == Kind::Others ? 1 : 0;
@@ -424,6 +436,7 @@ class SimaWriter {
     std::unordered_set<std::size_t> unwritable_;
     std::unordered_set<std::int32_t> sectionNumbers_;
     std::vector<Index> references_;
+    Index firstWritten_ = SimaPointTable::kNone; // of the points that a number finds
     bool pointsOpen_ = false;
     Unplaced unplaced_;
     std::size_t leadingClothoids_ = 0;

@@ -13,7 +13,7 @@ using drawing::EntityView;
 
 namespace {
 
-constexpr double kCell = 0.05; // metres
+constexpr double kCell = 0.5; // metres
 
 std::int64_t cellNumber(double value) {
     constexpr double kLast = 9e17; // beyond it all lies in one cell
@@ -144,22 +144,25 @@ SimaPointTable::Index SimaPointTable::at(double x, double y) const {
     return best;
 }
 
-SimaPointTable::Index SimaPointTable::nearest(double x, double y, double distance) const {
-    Index best = kNone;
-    double least = distance;
+std::vector<SimaPointTable::Index> SimaPointTable::within(double x, double y, double distance) const {
+    std::vector<std::pair<double, Index>> found;
     for (std::int64_t column = -1; column <= 1; ++column) {
         for (std::int64_t row = -1; row <= 1; ++row) {
             forCell(mixed(cellNumber(x) + column, cellNumber(y) + row), [&](Index index) {
                 const Point& point = points_[index];
                 const double away = std::hypot(point.x - x, point.y - y);
-                if (point.findable && (away < least || (away == least && index < best))) {
-                    best = index;
-                    least = away;
+                if (point.findable && away <= distance) {
+                    found.emplace_back(away, index);
                 }
             });
         }
     }
-    return best;
+    std::sort(found.begin(), found.end());
+    std::vector<Index> indexes;
+    for (const auto& [away, index] : found) {
+        indexes.push_back(index);
+    }
+    return indexes;
 }
 
 SimaPointTable::Index SimaPointTable::add(double x, double y, double z, bool hasHeight, std::string name) {

@@ -43,8 +43,8 @@ class SimaPointTable {
     Index ofEntity(std::size_t entity) const;
     // A findable point at exactly that place, kNone if there is none.
     Index at(double x, double y) const;
-    // The nearest findable point within the distance (metres, at most 0.05).
-    Index nearest(double x, double y, double distance) const;
+    // The findable points within the distance (metres, at most 0.5), the nearest first.
+    std::vector<Index> within(double x, double y, double distance) const;
     // A new point of that name with a number of its own.
     Index add(double x, double y, double z, bool hasHeight, std::string name);
     std::int32_t freeNumber() { return ++lastNumber_; }

@@ -9,6 +9,8 @@
 #include "exchange/sima_routes.h"
 
 #include "exchange/sima_lines.h"
+#include "output/alignment_passes.h"
+#include "sima/text/number.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,16 +25,22 @@ using Index = SimaPointTable::Index;
 
 namespace {
 
-constexpr double kExact = 1e-7;    // metres that a joint and its point may differ by
-constexpr double kRounded = 0.020; // metres that a point may lie from the end of a clothoid laid from it
-constexpr double kSame = 5e-7;     // metres that a clothoid's end may move
-constexpr double kGap = 1e-6;      // metres between elements that follow each other
+constexpr double kExact = 1e-7;  // metres that a joint and its point may differ by
+constexpr double kRounded = 0.5; // metres that a point may lie from the end of a clothoid laid from it
+constexpr double kSame = 5e-7;   // metres that a clothoid's end may move
+constexpr double kGap = 1e-6;    // metres between elements that follow each other
 constexpr double kMerging = std::numbers::pi / 180.0;  // radians between straights that become one
 constexpr double kWidestArc = 0.95 * std::numbers::pi; // radians that an arc between two points may turn
 constexpr double kParameterRounding = 1e-9;            // of the parameter
 
 double wrapped(double angle) {
     return std::remainder(angle, 2.0 * std::numbers::pi);
+}
+
+// Brought into [0, 2 pi).
+double fullTurn(double angle) {
+    const double rest = std::fmod(angle, 2.0 * std::numbers::pi);
+    return rest < 0.0 ? rest + 2.0 * std::numbers::pi : rest;
 }
 
 // Positive where the curve turns left on the map; 0 where it is straight.
@@ -44,14 +52,18 @@ std::string arcRecord(const Element& element) {
     return std::string(element.clockwise ? "C01,1," : "C01,0,") + signedRadius(element, element.startRadius) + ",";
 }
 
-std::string clothoidRecord(const Element& element) {
+std::string parameterOf(const Element& element) {
     const double change = std::abs(1.0 / element.endRadius - 1.0 / element.startRadius);
     double parameter = std::sqrt(element.length / change);
     const double rounded = std::round(parameter * 1000.0) / 1000.0;
     if (std::abs(rounded - parameter) <= kParameterRounding * parameter) {
         parameter = rounded;
     }
-    return "C02," + exactMetres(parameter) + "," + signedRadius(element, element.startRadius) + "," +
+    return exactMetres(parameter);
+}
+
+std::string clothoidRecord(const Element& element) {
+    return "C02," + parameterOf(element) + "," + signedRadius(element, element.startRadius) + "," +
            signedRadius(element, element.endRadius) + ",";
 }
 
@@ -94,8 +106,8 @@ class RouteMaker {
 
     // A point at the place, within what a file may differ by.
     Index exactly(const PlanPoint& at) {
-        const Index near = points_.nearest(at.x, at.y, kExact);
-        return near != SimaPointTable::kNone ? near : added(at);
+        const std::vector<Index> near = points_.within(at.x, at.y, kExact);
+        return near.empty() ? added(at) : near.front();
     }
 
     // Of the height of the point before, so that both tangents of a clothoid meet.
@@ -111,7 +123,8 @@ class RouteMaker {
         if (type == ElementType::Straight) {
             route_.mergedStraights =
                 route_.mergedStraights ||
-                (afterStraight_ && tangent_ && std::abs(wrapped(element.direction - *tangent_)) <= kMerging);
+                (afterStraight_ && tangent_ &&
+                 std::abs(fullTurn(element.direction) - fullTurn(*tangent_)) <= kMerging); // without the seam, as read
             go(exactly(element.end));
         } else if (type == ElementType::Arc) {
             const int parts = static_cast<int>(std::ceil(std::abs(element.turn()) / kWidestArc));
@@ -128,20 +141,41 @@ class RouteMaker {
     }
 
     Index endOfClothoid(const Element& element) {
-        const Index near = points_.nearest(element.end.x, element.end.y, kRounded);
-        if (near != SimaPointTable::kNone) {
-            const SimaPointTable::Point& point = points_[near];
-            // The tangents of points of different heights do not meet, and the clothoid then continues what is before.
-            const bool meets = point.z == points_[last()].z;
-            const auto chord = [&](double x, double y) { return std::atan2(y - element.start.y, x - element.start.x); };
-            const double given = meets
-                                     ? element.direction + chord(point.x, point.y) - chord(element.end.x, element.end.y)
-                                     : tangent_.value_or(element.direction);
+        for (const Index near : points_.within(element.end.x, element.end.y, kRounded)) {
+            const double given = directionFrom(element, points_[last()].z, points_[near]);
             if (std::abs(wrapped(given - element.direction)) * element.length <= kSame) {
                 return near;
             }
         }
         return added(element.end);
+    }
+
+    // The direction in which an import lays the clothoid: towards the PI that it finds from both points. Where it finds
+    // none, as for points of different heights, the clothoid continues what is before it.
+    double directionFrom(const Element& element, double startHeight, const SimaPointTable::Point& end) const {
+        sima::EntityData record;
+        record.type = "A";
+        record.startX = sima::formatReal(element.start.x);
+        record.startY = sima::formatReal(element.start.y);
+        record.startZ = startHeight;
+        record.endX = sima::formatReal(end.x);
+        record.endY = sima::formatReal(end.y);
+        record.endZ = end.z;
+        record.parameterA = parameterOf(element);
+        record.startRadius = signedRadius(element, element.startRadius);
+        record.endRadius = signedRadius(element, element.endRadius);
+        record.direction = element.clockwise ? "L" : "R";
+        output::computeSpiralPi(record);
+        const host::MdGePoint3d& pi = record.sparePoint2;
+        const auto own = element.pi();
+        if ((pi.x == 0.0 && pi.y == 0.0) || !own) {
+            return tangent_.value_or(element.direction);
+        }
+        const double towards = std::atan2(pi.y - element.start.y, pi.x - element.start.x);
+        // A clothoid that turns by more than half a turn has its PI behind it.
+        const double ahead = (own->x - element.start.x) * std::cos(element.direction) +
+                             (own->y - element.start.y) * std::sin(element.direction);
+        return ahead < 0.0 ? towards + std::numbers::pi : towards;
     }
 
     const drawing::Alignment& alignment_;

@@ -4,6 +4,7 @@
 #include "exchange/placed.h"
 
 #include <cmath>
+#include <limits>
 
 namespace fenmark::exchange {
 
@@ -41,11 +42,18 @@ std::ostream& operator<<(std::ostream& out, Number number) {
 } // namespace
 
 Notes writeCsv(const drawing::Drawing& drawing, std::ostream& out) {
+    return writeSelectedCsv(drawing, {}, out);
+}
+
+Notes writeSelectedCsv(const drawing::Drawing& drawing, const Selection& selection, std::ostream& out) {
     std::size_t polylines = 0;
     Unplaced unplaced;
     out << "\xEF\xBB\xBFid,layer,x_east,y_north,z,table,no,name,type,file\r\n";
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const drawing::EntityView entity = drawing.entity(i);
+        if (!selection.takes(entity)) {
+            continue;
+        }
         if (!entity.isPoint()) {
             ++polylines;
             continue;
@@ -53,7 +61,7 @@ Notes writeCsv(const drawing::Drawing& drawing, std::ostream& out) {
         unplaced.look(entity);
         const host::MdGePoint3d& at = entity.position();
         out << entity.id.asUint64() << ',' << Field{entity.layer} << ',' << Number{at.x} << ',' << Number{at.y} << ','
-            << Number{at.z} << ',';
+            << Number{knownHeight(entity).value_or(std::numeric_limits<double>::quiet_NaN())} << ',';
         if (entity.row) {
             out << Field{entity.row->table} << ',' << entity.row->no << ',' << Field{entity.row->name} << ','
                 << Field{entity.row->type} << ',' << Field{entity.row->fileName};

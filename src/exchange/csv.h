@@ -2,12 +2,15 @@
 #pragma once
 
 #include "drawing/drawing.h"
+#include "exchange/selection.h"
 #include "exchange/text.h"
 
 namespace fenmark::exchange {
 
 // Columns id, layer, x_east, y_north, z, table, no, name, type, file. UTF-8 with a byte-order mark, since spreadsheets
-// take the text for code page 932 without one; lines end in CR LF. Polylines and alignments are left out, with a note.
+// take the text for code page 932 without one; lines end in CR LF. Heights that nobody gave are empty. Polylines and alignments are left out, with a note.
 Notes writeCsv(const drawing::Drawing& drawing, std::ostream& out);
+// The same of the selected points.
+Notes writeSelectedCsv(const drawing::Drawing& drawing, const Selection& selection, std::ostream& out);
 
 } // namespace fenmark::exchange

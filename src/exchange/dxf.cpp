@@ -1,16 +1,17 @@
-// A drawing as DXF, release 12.
+// A drawing as DXF.
+//
+// A bulge is the tangent of a quarter of an arc's turn, positive anticlockwise.
 #include "exchange/dxf.h"
 
+#include "exchange/dxf_frame.h"
 #include "exchange/placed.h"
 #include "exchange/plan_geometry.h"
-#include "sima/text/cp932.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <numbers>
 #include <optional>
-#include <set>
+#include <utility>
 
 namespace fenmark::exchange {
 
@@ -22,278 +23,391 @@ using host::PlanPoint;
 
 namespace {
 
-constexpr double kTextHeight = 0.6; // metres: 1.2 mm on a plan of 1:500
+constexpr double kPaperTextHeight = 0.0025; // metres on paper
 constexpr int kWhite = 7;
 constexpr int kRed = 1;
 constexpr int kGreen = 3;
-constexpr int kByLayer = 256;
-constexpr const char* kApplication = "FENMARK"; // whose extended data an object's row is
-constexpr std::size_t kLongestData = 255;       // bytes of a string of extended data
+constexpr std::size_t kLongestData = 255;         // bytes of a string of extended data
+constexpr double kGap = 1e-6;                     // metres between elements that one polyline still joins
+constexpr double kWidestBulge = std::numbers::pi; // radians of turn that one bulge takes
 
-// The code point that begins at the position, which moves behind it. The text is valid UTF-8.
-char32_t nextCharacter(std::string_view text, std::size_t& at) {
-    const auto first = static_cast<unsigned char>(text[at]);
-    const int length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    char32_t c = length == 1 ? first : first & (0x7FU >> length);
-    for (int i = 1; i < length && at + static_cast<std::size_t>(i) < text.size(); ++i) {
-        c = (c << 6) | (static_cast<unsigned char>(text[at + static_cast<std::size_t>(i)]) & 0x3FU);
-    }
-    at += static_cast<std::size_t>(length);
-    return c;
-}
+struct Vertex {
+    double x = 0.0;
+    double y = 0.0;
+    double bulge = 0.0;
+};
 
-// One line of text in the file's encoding, cut where a character would pass the limit in bytes.
-std::string encoded(std::string_view text, std::size_t limit = std::string::npos) {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t from = at;
-        const std::size_t before = bytes.size();
-        const char32_t c = nextCharacter(text, at);
-        if (c < 0x20 || c == 0x7F) {
-            bytes += ' ';
-        } else if (c < 0x80) {
-            bytes += static_cast<char>(c);
-        } else {
-            std::string one;
-            sima::encodeCp932(one, text.substr(from, at - from));
-            std::array<char, 16> escape;
-            std::snprintf(escape.data(), escape.size(), "\\U+%04X", static_cast<unsigned>(c < 0x10000 ? c : 0xFFFD));
-            bytes += one == "?" ? std::string(escape.data()) : one;
-        }
-        if (bytes.size() > limit) {
-            bytes.resize(before);
-            break;
-        }
-    }
-    return bytes;
-}
-
-std::string layerName(std::string_view name) {
-    std::string allowed(name);
-    for (char& c : allowed) {
-        if (std::string_view("<>/\\\":;?*|=',`").find(c) != std::string_view::npos ||
-            static_cast<unsigned char>(c) < 0x20) {
-            c = '_';
-        }
-    }
-    return encoded(allowed.empty() ? "0" : allowed);
-}
-
-std::string textLayer(std::string_view name) {
-    return layerName(std::string(name) + "-NAME");
-}
-
-class Writer {
+// Layers of objects and of their names, encoded once.
+class Layers {
   public:
-    explicit Writer(std::ostream& out) : out_(out) {}
-
-    void group(int code, std::string_view value) { out_ << code << "\r\n" << value << "\r\n"; }
-    void number(int code, double value) { out_ << code << "\r\n" << PlainReal{value} << "\r\n"; }
-    void integer(int code, int value) { out_ << code << "\r\n" << value << "\r\n"; }
-    // Codes 10, 20 and 30 for the first point of an entity, 11, 21 and 31 for the second.
-    void point(int code, double x, double y, double z = 0.0) {
-        number(code, x);
-        number(code + 10, y);
-        number(code + 20, z);
-    }
-    void begin(const char* type, std::string_view layer, int colour = kByLayer) {
-        group(0, type);
-        group(8, layer);
-        if (colour != kByLayer) {
-            integer(62, colour);
+    Layers(DxfLayers mode, DxfVersion version) : mode_(mode), version_(version) {
+        for (std::size_t i = 0; i < kKinds; ++i) {
+            objects_[i] = dxfLayer(kKindTable[i].layer, version);
+            names_[i] = dxfLayer(kKindTable[i].nameLayer, version);
         }
     }
 
-    void text(std::string_view layer, double x, double y, std::string_view text, bool centred) {
-        begin("TEXT", layer);
-        point(10, x, y);
-        number(40, kTextHeight);
-        group(1, encoded(text));
-        if (centred) {
-            integer(72, 1);
-            integer(73, 2);
-            point(11, x, y);
+    // Good until the next call.
+    const std::string& of(Kind kind, std::string_view layer) {
+        return mode_ == DxfLayers::Kinds ? objects_[static_cast<std::size_t>(kind)] : drawings(layer).first;
+    }
+    const std::string& ofNames(Kind kind, std::string_view layer) {
+        return mode_ == DxfLayers::Kinds ? names_[static_cast<std::size_t>(kind)] : drawings(layer).second;
+    }
+    int colourOf(Kind kind) const { return mode_ == DxfLayers::Kinds ? entryOf(kind).colour : kWhite; }
+
+  private:
+    const std::pair<std::string, std::string>& drawings(std::string_view layer) {
+        if (!known_ || layer != recent_) {
+            recent_ = layer;
+            encoded_ = {dxfLayer(layer, version_), dxfLayer(std::string(layer) + "-NAME", version_)};
+            known_ = true;
+        }
+        return encoded_;
+    }
+
+    DxfLayers mode_;
+    DxfVersion version_;
+    std::array<std::string, kKinds> objects_;
+    std::array<std::string, kKinds> names_;
+    std::string recent_;
+    std::pair<std::string, std::string> encoded_;
+    bool known_ = false;
+};
+
+// The alignment as polylines, one unless there are gaps.
+std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment) {
+    std::vector<std::vector<Vertex>> lines;
+    std::vector<PlanPoint> chords;
+    for (const Element& element : alignment.elements) {
+        const bool joined = !lines.empty() && std::hypot(lines.back().back().x - element.start.x,
+                                                         lines.back().back().y - element.start.y) <= kGap;
+        if (!joined) {
+            lines.push_back({{element.start.x, element.start.y, 0.0}});
+        }
+        std::vector<Vertex>& line = lines.back();
+        if (element.type == ElementType::Arc) {
+            const double turn = element.turn();
+            const int parts = std::max(1, static_cast<int>(std::ceil(std::abs(turn) / kWidestBulge - 1e-9)));
+            for (int i = 1; i <= parts; ++i) {
+                line.back().bulge = std::tan(turn / parts / 4.0);
+                const PlanPoint at =
+                    i == parts ? element.end : drawing::poseOnElement(element, element.length * i / parts).point;
+                line.push_back({at.x, at.y, 0.0});
+            }
+        } else {
+            chords.clear();
+            drawing::appendElementLine(element, drawing::kLineTolerance, chords);
+            for (std::size_t i = 1; i < chords.size(); ++i) {
+                line.push_back({chords[i].x, chords[i].y, 0.0});
+            }
+        }
+    }
+    return lines;
+}
+
+class DrawingOfEntities {
+  public:
+    DrawingOfEntities(DxfWriter& writer, const Drawing& drawing, const ExportOptions& options, double textHeight)
+        : writer_(writer), drawing_(drawing), options_(options), layers_(options.dxfLayers, options.dxfVersion),
+          textHeight_(textHeight) {}
+
+    void alignment(const drawing::Alignment& alignment) {
+        const std::string layer = layers_.of(Kind::Alignments, alignment.layer);
+        if (options_.elements) {
+            double station = alignment.startStation;
+            for (const Element& element : alignment.elements) {
+                writeElement(alignment, element, station, layer);
+                station += element.length;
+            }
+        } else {
+            for (const std::vector<Vertex>& line : polylinesOf(alignment)) {
+                polyline(layer, line, false, 0, [&] { alignmentData(alignment); });
+            }
+        }
+        if (!alignment.elements.empty()) {
+            const PlanPoint& start = alignment.elements.front().start;
+            text(layers_.ofNames(Kind::Alignments, alignment.layer), start.x, start.y - 2.0 * textHeight_,
+                 alignment.name, false);
         }
     }
 
-    // An object's row as extended data at the end of its groups: table, number, name, type, file.
-    void row(const std::optional<drawing::RowView>& row) {
-        if (!row) {
+    void entity(const EntityView& entity) {
+        if (entity.vertices.empty()) {
             return;
         }
-        const auto text = [&](std::string_view value) { group(1000, encoded(value, kLongestData)); };
-        group(1001, kApplication);
-        text(row->table);
-        integer(1071, row->no);
-        text(row->name);
-        text(row->type);
-        text(row->fileName);
-    }
-
-    template <typename Points>
-    void polyline(std::string_view layer, const Points& points, bool closed, int colour = kByLayer,
-                  const std::optional<drawing::RowView>& data = {}) {
-        begin("POLYLINE", layer, colour);
-        integer(66, 1);
-        point(10, 0.0, 0.0);
-        integer(70, closed ? 1 : 0);
-        row(data);
-        for (const auto& vertex : points) {
-            begin("VERTEX", layer);
-            point(10, vertex.x, vertex.y);
+        const Kind kind = kindOf(entity);
+        const std::string_view name = entity.row ? entity.row->name : std::string_view();
+        const std::string& layer = layers_.of(kind, entity.layer);
+        if (entity.vertices.size() == 1) {
+            point(entity, layer);
+            const host::MdGePoint3d& at = entity.position();
+            text(layers_.ofNames(kind, entity.layer), at.x + textHeight_ / 2.0, at.y + textHeight_ / 2.0, name, false);
+            return;
         }
-        begin("SEQEND", layer);
+        polyline(layer, entity.vertices, entity.closed, 0, [&] { rowData(entity); });
+        const PlanPoint at = entity.closed ? labelPoint(entity.vertices)
+                                           : PlanPoint{entity.vertices.front().x, entity.vertices.front().y};
+        text(layers_.ofNames(kind, entity.layer), at.x, at.y, name, entity.closed);
     }
 
   private:
-    std::ostream& out_;
+    void point(const EntityView& entity, const std::string& layer) {
+        const host::MdGePoint3d& at = entity.position();
+        writer_.entity("POINT", layer, "AcDbPoint");
+        writer_.point(10, at.x, at.y);
+        if (const std::optional<double> height = knownHeight(entity)) {
+            writer_.real(30, *height);
+        }
+        rowData(entity);
+    }
+
+    void text(const std::string& layer, double x, double y, std::string_view name, bool centred) {
+        name = withoutOuterBlanks(name);
+        if (name.empty()) {
+            return;
+        }
+        writer_.entity("TEXT", layer, "AcDbText");
+        writer_.point(10, x, y, 0.0);
+        writer_.real(40, textHeight_);
+        writer_.text(1, name);
+        writer_.group(7, kDxfTextStyle);
+        if (centred) {
+            writer_.integer(72, 1);
+            writer_.point(11, x, y, 0.0);
+        }
+        writer_.subclass("AcDbText");
+        if (centred) {
+            writer_.integer(73, 2);
+        }
+    }
+
+    static double bulgeOf(const Vertex& vertex) { return vertex.bulge; }
+    static double bulgeOf(const PlanPoint&) { return 0.0; }
+    static double bulgeOf(const host::MdGePoint3d&) { return 0.0; }
+
+    template <typename Points, typename Data>
+    void polyline(const std::string& layer, const Points& points, bool closed, int colour, const Data& data) {
+        if (writer_.isOld()) {
+            writer_.entity("POLYLINE", layer, "");
+            colourOf(colour);
+            writer_.integer(66, 1);
+            writer_.point(10, 0.0, 0.0, 0.0);
+            writer_.integer(70, closed ? 1 : 0);
+            data();
+            for (const auto& vertex : points) {
+                writer_.entity("VERTEX", layer, "");
+                writer_.point(10, vertex.x, vertex.y, 0.0);
+                bulge(bulgeOf(vertex));
+            }
+            writer_.entity("SEQEND", layer, "");
+            return;
+        }
+        writer_.group(0, "LWPOLYLINE");
+        writer_.handle(5, writer_.newHandle());
+        writer_.handle(330, writer_.owners().modelSpace);
+        writer_.group(100, "AcDbEntity");
+        writer_.group(8, layer);
+        colourOf(colour);
+        writer_.group(100, "AcDbPolyline");
+        writer_.integer(90, points.size());
+        writer_.integer(70, closed ? 1 : 0);
+        writer_.real(43, 0.0);
+        for (const auto& vertex : points) {
+            writer_.point(10, vertex.x, vertex.y);
+            bulge(bulgeOf(vertex));
+        }
+        data();
+    }
+
+    void bulge(double value) {
+        if (value != 0.0) {
+            writer_.real(42, value);
+        }
+    }
+
+    void colourOf(int colour) {
+        if (colour != 0) { // otherwise the layer's
+            writer_.integer(62, colour);
+        }
+    }
+
+    void writeElement(const drawing::Alignment& alignment, const Element& element, double station,
+                      const std::string& layer) {
+        const auto data = [&] {
+            alignmentData(alignment);
+            writer_.integer(1071, element.id);
+            writer_.group(1000, std::string_view(reinterpret_cast<const char*>(&element.type), 1));
+            writer_.real(1040, station);
+            writer_.real(1040, element.length);
+            writer_.real(1040, std::isfinite(element.startRadius) ? element.startRadius : 0.0);
+            writer_.real(1040, std::isfinite(element.endRadius) ? element.endRadius : 0.0);
+        };
+        if (element.type == ElementType::Straight) {
+            beginCurve("LINE", layer, kWhite);
+            writer_.subclass("AcDbLine");
+            writer_.point(10, element.start.x, element.start.y, 0.0);
+            writer_.point(11, element.end.x, element.end.y, 0.0);
+            data();
+        } else if (element.type == ElementType::Arc) {
+            const PlanPoint centre = element.centre();
+            const auto degrees = [&centre](const PlanPoint& p) {
+                const double angle = std::atan2(p.y - centre.y, p.x - centre.x) * 180.0 / std::numbers::pi;
+                return angle < 0.0 ? angle + 360.0 : angle;
+            };
+            // An ARC runs anticlockwise.
+            beginCurve("ARC", layer, kRed);
+            writer_.subclass("AcDbCircle");
+            writer_.point(10, centre.x, centre.y, 0.0);
+            writer_.real(40, element.startRadius);
+            writer_.subclass("AcDbArc");
+            writer_.real(50, degrees(element.clockwise ? element.end : element.start));
+            writer_.real(51, degrees(element.clockwise ? element.start : element.end));
+            data();
+        } else {
+            std::vector<PlanPoint> line;
+            drawing::appendElementLine(element, drawing::kLineTolerance, line);
+            polyline(layer, line, false, kGreen, data);
+        }
+    }
+
+    // An entity with a colour of its own, which stands before the first subclass.
+    void beginCurve(std::string_view type, const std::string& layer, int colour) {
+        writer_.group(0, type);
+        if (!writer_.isOld()) {
+            writer_.handle(5, writer_.newHandle());
+            writer_.handle(330, writer_.owners().modelSpace);
+            writer_.group(100, "AcDbEntity");
+        }
+        writer_.group(8, layer);
+        colourOf(colour);
+    }
+
+    void data(std::string_view value) {
+        // Most texts are those of the object before.
+        Encoded& encoded = recent_[nextRecent_++ % recent_.size()];
+        if (!encoded.known || encoded.text != value) {
+            encoded = {true, std::string(value), dxfText(value, writer_.version(), kLongestData)};
+        }
+        writer_.group(1000, encoded.bytes);
+    }
+
+    // An object's row as extended data at the end of its groups: table, number, name, type, file.
+    void rowData(const EntityView& entity) {
+        if (!entity.row) {
+            return;
+        }
+        nextRecent_ = 0;
+        writer_.group(1001, kDxfApplication);
+        data(entity.row->table);
+        writer_.integer(1071, entity.row->no);
+        writer_.text(1000, entity.row->name, kLongestData);
+        data(entity.row->type);
+        data(entity.row->fileName);
+    }
+
+    // The same of an alignment, which has no row: what it is called and where it begins.
+    void alignmentData(const drawing::Alignment& alignment) {
+        const auto site = drawing_.findSite(alignment.site);
+        writer_.group(1001, kDxfApplication);
+        writer_.group(1000, "alignment");
+        writer_.integer(1071, static_cast<std::int32_t>(alignment.id.asUint64()));
+        writer_.text(1000, alignment.name, kLongestData);
+        writer_.text(1000, "平面線形", kLongestData);
+        writer_.text(1000, alignment.description, kLongestData);
+        writer_.text(1000, site ? std::string_view(drawing_.sites()[*site].name) : std::string_view(), kLongestData);
+        writer_.real(1040, alignment.startStation);
+        writer_.real(1040, alignment.length());
+    }
+
+    struct Encoded {
+        bool known = false;
+        std::string text;
+        std::string bytes;
+    };
+
+    DxfWriter& writer_;
+    const Drawing& drawing_;
+    const ExportOptions& options_;
+    Layers layers_;
+    double textHeight_;
+    std::array<Encoded, 3> recent_;
+    std::size_t nextRecent_ = 0;
 };
 
-void writeHeader(Writer& writer, const Drawing& drawing) {
-    const drawing::Extent& extent = drawing.extent();
-    writer.group(0, "SECTION");
-    writer.group(2, "HEADER");
-    writer.group(9, "$ACADVER");
-    writer.group(1, "AC1009");
-    writer.group(9, "$DWGCODEPAGE");
-    writer.group(3, "ANSI_932");
-    if (!extent.empty() && isNear(extent)) {
-        writer.group(9, "$EXTMIN");
-        writer.point(10, extent.minX, extent.minY);
-        writer.group(9, "$EXTMAX");
-        writer.point(10, extent.maxX, extent.maxY);
-    }
-    writer.group(9, "$PDMODE"); // points show as crosses
-    writer.integer(70, 2);
-    writer.group(9, "$PDSIZE");
-    writer.number(40, kTextHeight);
-    writer.group(0, "ENDSEC");
-}
-
-void writeTables(Writer& writer, const Drawing& drawing) {
-    std::set<std::string> layers{"0"};
-    for (const auto& layer : drawing.layers()) {
-        layers.insert(layerName(layer.name));
-        layers.insert(textLayer(layer.name));
-    }
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        layers.insert(layerName(drawing.alignment(i).layer));
-        layers.insert(textLayer(drawing.alignment(i).layer));
-    }
-    writer.group(0, "SECTION");
-    writer.group(2, "TABLES");
-    writer.group(0, "TABLE");
-    writer.group(2, "LTYPE");
-    writer.integer(70, 1);
-    writer.group(0, "LTYPE");
-    writer.group(2, "CONTINUOUS");
-    writer.integer(70, 0);
-    writer.group(3, "Solid line");
-    writer.integer(72, 65);
-    writer.integer(73, 0);
-    writer.number(40, 0.0);
-    writer.group(0, "ENDTAB");
-    writer.group(0, "TABLE");
-    writer.group(2, "LAYER");
-    writer.integer(70, static_cast<int>(layers.size()));
-    for (const std::string& layer : layers) {
-        writer.group(0, "LAYER");
-        writer.group(2, layer);
-        writer.integer(70, 0);
-        writer.integer(62, kWhite);
-        writer.group(6, "CONTINUOUS");
-    }
-    writer.group(0, "ENDTAB");
-    writer.group(0, "TABLE");
-    writer.group(2, "APPID");
-    writer.integer(70, 1);
-    writer.group(0, "APPID");
-    writer.group(2, kApplication);
-    writer.integer(70, 0);
-    writer.group(0, "ENDTAB");
-    writer.group(0, "ENDSEC");
-}
-
-void writeElement(Writer& writer, const std::string& layer, const Element& element) {
-    if (element.type == ElementType::Straight) {
-        writer.begin("LINE", layer, kWhite);
-        writer.point(10, element.start.x, element.start.y);
-        writer.point(11, element.end.x, element.end.y);
-    } else if (element.type == ElementType::Arc) {
-        const PlanPoint centre = element.centre();
-        auto degrees = [&centre](const PlanPoint& p) {
-            const double angle = std::atan2(p.y - centre.y, p.x - centre.x) * 180.0 / std::numbers::pi;
-            return angle < 0.0 ? angle + 360.0 : angle;
-        };
-        // An ARC runs anticlockwise.
-        writer.begin("ARC", layer, kRed);
-        writer.point(10, centre.x, centre.y);
-        writer.number(40, element.startRadius);
-        writer.number(50, degrees(element.clockwise ? element.end : element.start));
-        writer.number(51, degrees(element.clockwise ? element.start : element.end));
-    } else {
-        std::vector<PlanPoint> line;
-        drawing::appendElementLine(element, drawing::kLineTolerance, line);
-        writer.polyline(layer, line, false, kGreen);
-    }
-}
-
-void writeAlignment(Writer& writer, const drawing::Alignment& alignment) {
-    for (const Element& element : alignment.elements) {
-        writeElement(writer, layerName(alignment.layer), element);
-    }
-    if (!alignment.elements.empty()) {
-        writer.text(textLayer(alignment.layer), alignment.elements.front().start.x,
-                    alignment.elements.front().start.y - 2.0 * kTextHeight, alignment.name, false);
-    }
-}
-
-void writeEntity(Writer& writer, const EntityView& entity) {
-    const std::string layer = layerName(entity.layer);
-    const std::string_view name = entity.row ? entity.row->name : std::string_view();
-    if (entity.vertices.empty()) {
-        return;
-    }
-    if (entity.vertices.size() == 1) {
-        const host::MdGePoint3d& at = entity.position();
-        writer.begin("POINT", layer);
-        writer.point(10, at.x, at.y, heightOf(entity));
-        writer.row(entity.row);
-        if (!name.empty()) {
-            writer.text(textLayer(entity.layer), at.x + kTextHeight / 2.0, at.y + kTextHeight / 2.0, name, false);
+// What the header and the tables must know of the entities.
+DxfContents contentsOf(const Drawing& drawing, const ExportOptions& options) {
+    DxfContents contents;
+    contents.textHeight = kPaperTextHeight * options.scale;
+    contents.wholeExtent = isNear(drawing.extent());
+    contents.layers.emplace("0", kWhite);
+    Layers layers(options.dxfLayers, options.dxfVersion);
+    std::array<bool, kKinds> kinds{};
+    const auto note = [&](Kind kind, std::string_view layer) {
+        bool& seen = kinds[static_cast<std::size_t>(kind)];
+        if (options.dxfLayers == DxfLayers::Kinds && !std::exchange(seen, true)) {
+            contents.layers.emplace(layers.of(kind, layer), layers.colourOf(kind));
+            contents.layers.emplace(layers.ofNames(kind, layer), layers.colourOf(kind));
         }
-        return;
+    };
+    if (options.dxfLayers == DxfLayers::Drawing) {
+        const auto add = [&](const std::string& layer) {
+            contents.layers.emplace(layers.of(Kind::Others, layer), kWhite);
+            contents.layers.emplace(layers.ofNames(Kind::Others, layer), kWhite);
+        };
+        for (const drawing::Layer& layer : drawing.layers()) {
+            add(layer.name);
+        }
+        for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+            add(drawing.alignment(i).layer);
+        }
     }
-    writer.polyline(layer, entity.vertices, entity.closed, kByLayer, entity.row);
-    if (!name.empty()) {
-        const PlanPoint at = entity.closed ? labelPoint(entity.vertices)
-                                           : PlanPoint{entity.vertices.front().x, entity.vertices.front().y};
-        writer.text(textLayer(entity.layer), at.x, at.y, name, entity.closed);
-    }
-}
-
-} // namespace
-
-Notes writeDxf(const Drawing& drawing, std::ostream& out) {
-    Writer writer(out);
-    writeHeader(writer, drawing);
-    writeTables(writer, drawing);
-    writer.group(0, "SECTION");
-    writer.group(2, "ENTITIES");
-    Unplaced unplaced;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        if (unplaced.look(drawing.alignment(i))) {
-            writeAlignment(writer, drawing.alignment(i));
+        const drawing::Alignment& alignment = drawing.alignment(i);
+        if (!hasPlace(alignment) || !options.selection.takes(alignment)) {
+            continue;
+        }
+        note(Kind::Alignments, alignment.layer);
+        contents.handles += alignment.elements.size() + 2;
+        for (const PlanPoint& point : lineOfAlignment(alignment)) {
+            contents.extent.add(point.x, point.y);
         }
     }
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
-        if (unplaced.look(entity)) {
-            writeEntity(writer, entity);
+        if (!hasPlace(entity) || !options.selection.takes(entity)) {
+            continue;
+        }
+        note(kindOf(entity), entity.layer);
+        contents.handles += 2;
+        for (const host::MdGePoint3d& vertex : entity.vertices) {
+            contents.extent.add(vertex.x, vertex.y);
         }
     }
-    writer.group(0, "ENDSEC");
-    writer.group(0, "EOF");
+    return contents;
+}
+
+} // namespace
+
+Notes writeDxf(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    DxfWriter writer(out, options.dxfVersion);
+    const DxfContents contents = contentsOf(drawing, options);
+    beginDxf(writer, contents);
+    DrawingOfEntities entities(writer, drawing, options, contents.textHeight);
+    Unplaced unplaced;
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        const drawing::Alignment& alignment = drawing.alignment(i);
+        if (options.selection.takes(alignment) && unplaced.look(alignment)) {
+            entities.alignment(alignment);
+        }
+    }
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const EntityView entity = drawing.entity(i);
+        if (options.selection.takes(entity) && unplaced.look(entity)) {
+            entities.entity(entity);
+        }
+    }
+    endDxf(writer);
     return unplaced.notes("left out");
 }
 

@@ -1,9 +1,13 @@
 // A drawing as GeoJSON.
 #include "exchange/geojson.h"
 
+#include "exchange/geo_feature.h"
 #include "exchange/placed.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/writer_buffer.h"
 
+#include <array>
+#include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace fenmark::exchange {
@@ -13,117 +17,194 @@ using drawing::EntityView;
 
 namespace {
 
-void writeRow(std::ostream& out, const EntityView& entity) {
-    out << "\"layer\":" << JsonText{entity.layer};
-    if (entity.row) {
-        out << ",\"table\":" << JsonText{entity.row->table} << ",\"No\":" << entity.row->no
-            << ",\"Name\":" << JsonText{entity.row->name} << ",\"Type\":" << JsonText{entity.row->type}
-            << ",\"FileName\":" << JsonText{entity.row->fileName};
-    }
-}
+constexpr int kEpsgOfZones = 6668; // the code of a zone less its number (JGD2011)
 
-void writePosition(std::ostream& out, double x, double y) {
-    out << '[' << JsonReal{x} << ',' << JsonReal{y} << ']';
-}
+class GeoJsonWriter {
+  public:
+    GeoJsonWriter(const Drawing& drawing, const ExportOptions& options, std::ostream& out)
+        : drawing_(drawing), options_(options), out_(out), shapes_(drawing, options) {}
 
-void writeGeometry(std::ostream& out, const EntityView& entity) {
-    if (entity.isPoint()) {
-        const host::MdGePoint3d& at = entity.position();
-        out << "{\"type\":\"Point\",\"coordinates\":[" << JsonReal{at.x} << ',' << JsonReal{at.y} << ','
-            << JsonReal{heightOf(entity)} << "]}";
-        return;
-    }
-    const auto& vertices = entity.vertices;
-    if (vertices.empty()) {
-        out << "null";
-    } else if (vertices.size() == 1) {
-        out << "{\"type\":\"Point\",\"coordinates\":";
-        writePosition(out, vertices[0].x, vertices[0].y);
-        out << '}';
-    } else {
-        const bool polygon = entity.closed && vertices.size() >= 3;
-        // The outer ring of a polygon runs anticlockwise.
-        const bool backwards = polygon && signedArea(vertices) < 0.0;
-        out << (polygon ? "{\"type\":\"Polygon\",\"coordinates\":[[" : "{\"type\":\"LineString\",\"coordinates\":[");
-        const char* separator = "";
-        auto write = [&](const host::MdGePoint3d& vertex) {
-            out << std::exchange(separator, ",");
-            writePosition(out, vertex.x, vertex.y);
-        };
-        if (backwards) {
-            for (std::size_t i = vertices.size(); i-- > 0;) {
-                write(vertices[i]);
+    Notes write() {
+        out_ << "{\"type\":\"FeatureCollection\",";
+        if (options_.plane) {
+            writeReferenceSystem();
+        }
+        out_ << "\"features\":[";
+        for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
+            if (options_.selection.takes(drawing_.alignment(i))) {
+                writeAlignment(drawing_.alignment(i));
             }
+        }
+        for (std::size_t i = 0; i < drawing_.entityCount(); ++i) {
+            const EntityView entity = drawing_.entity(i);
+            if (options_.selection.takes(entity)) {
+                writeEntity(entity);
+            }
+        }
+        out_ << "\n]}\n";
+        Notes notes = unplaced_.notes("written without geometry");
+        if (shapes_.tooFar() > 0) {
+            notes.push_back("too far from the zone's origin for a longitude; written without geometry: " +
+                            std::to_string(shapes_.tooFar()) + " objects");
+        }
+        return notes;
+    }
+
+  private:
+    // Without a word on it, readers take the coordinates for degrees.
+    void writeReferenceSystem() {
+        const int zone = zoneOf(drawing_, options_);
+        if (zone == 0) {
+            out_ << "\"crs\":null,";
+            return;
+        }
+        out_ << "\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:EPSG::";
+        out_.integer(kEpsgOfZones + zone);
+        out_ << "\"}},";
+    }
+
+    void text(std::string_view value) {
+        constexpr char kDigits[] = "0123456789abcdef";
+        out_ << '"';
+        std::size_t plain = 0; // first character not yet written
+        for (std::size_t i = 0; i < value.size(); ++i) {
+            const auto c = static_cast<unsigned char>(value[i]);
+            if (c >= 0x20 && c != '"' && c != '\\') {
+                continue;
+            }
+            out_ << value.substr(plain, i - plain) << '\\';
+            plain = i + 1;
+            if (c == '"' || c == '\\') {
+                out_ << static_cast<char>(c);
+            } else {
+                out_ << "u00" << kDigits[c >> 4] << kDigits[c & 15];
+            }
+        }
+        out_ << value.substr(plain) << '"';
+    }
+
+    void member(std::string_view name, std::string_view value) {
+        out_ << ",\"" << name << "\":";
+        text(value);
+    }
+
+    // The shortest decimal that reads back to the same 64-bit value, always with a point or an exponent.
+    void real(double value) {
+        std::array<char, 32> buffer;
+        const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+        const std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+        out_ << digits;
+        if (digits.find_first_of(".e") == std::string_view::npos) {
+            out_ << ".0";
+        }
+    }
+
+    void coordinate(double value) {
+        if (options_.plane) {
+            real(value);
         } else {
-            for (const host::MdGePoint3d& vertex : vertices) {
-                write(vertex);
-            }
+            out_.degrees(value);
         }
-        if (entity.closed) {
-            write(backwards ? vertices.back() : vertices.front());
-        }
-        out << (polygon ? "]]}" : "]}");
     }
-}
 
-void writeAlignment(std::ostream& out, const Drawing& drawing, std::size_t index, Unplaced& unplaced) {
-    const drawing::Alignment& alignment = drawing.alignment(index);
-    const auto site = drawing.findSite(alignment.site);
-    out << "{\"type\":\"Feature\",\"id\":" << alignment.id.asUint64()
-        << ",\"properties\":{\"layer\":" << JsonText{alignment.layer}
-        << ",\"Type\":\"平面線形\",\"Name\":" << JsonText{alignment.name}
-        << ",\"Description\":" << JsonText{alignment.description}
-        << ",\"Site\":" << JsonText{site ? drawing.sites()[*site].name : std::string_view()}
-        << ",\"StartStation\":" << JsonReal{alignment.startStation} << ",\"Length\":" << JsonReal{alignment.length()}
-        << "},\"geometry\":";
-    const bool placed = unplaced.look(alignment);
-    const std::vector<host::PlanPoint> line = placed ? lineOfAlignment(alignment) : std::vector<host::PlanPoint>();
-    if (line.size() < 2) {
-        out << "null}";
-        return;
+    void position(const Position& at) {
+        out_ << '[';
+        coordinate(at.x);
+        out_ << ',';
+        coordinate(at.y);
+        out_ << ']';
     }
-    out << "{\"type\":\"LineString\",\"coordinates\":[";
-    const char* separator = "";
-    for (const host::PlanPoint& point : line) {
-        out << std::exchange(separator, ",");
-        writePosition(out, point.x, point.y);
+
+    void geometry(const Shape& shape) {
+        out_ << "\"geometry\":";
+        switch (shape.kind) {
+        case ShapeKind::None:
+            out_ << "null";
+            return;
+        case ShapeKind::Point:
+            out_ << "{\"type\":\"Point\",\"coordinates\":[";
+            coordinate(shape.positions[0].x);
+            out_ << ',';
+            coordinate(shape.positions[0].y);
+            if (shape.height) {
+                out_ << ',';
+                real(*shape.height);
+            }
+            out_ << "]}";
+            return;
+        case ShapeKind::Line:
+            out_ << "{\"type\":\"LineString\",\"coordinates\":";
+            break;
+        case ShapeKind::Polygon:
+            out_ << "{\"type\":\"Polygon\",\"coordinates\":[";
+            break;
+        }
+        char before = '[';
+        for (const Position& at : shape.positions) {
+            out_ << std::exchange(before, ',');
+            position(at);
+        }
+        out_ << (shape.kind == ShapeKind::Polygon ? "]]}" : "]}");
     }
-    out << "]}}";
-}
+
+    void beginFeature(std::uint64_t id, std::string_view layer) {
+        out_ << std::exchange(separator_, ",\n") << "{\"type\":\"Feature\",\"id\":";
+        out_.integer(id);
+        out_ << ",\"properties\":{\"layer\":";
+        text(layer);
+    }
+
+    void writeEntity(const EntityView& entity) {
+        beginFeature(entity.id.asUint64(), entity.layer);
+        if (entity.row) {
+            member("table", entity.row->table);
+            out_ << ",\"No\":";
+            out_.integer(entity.row->no);
+            member("Name", entity.row->name);
+            member("Type", entity.row->type);
+            member("FileName", entity.row->fileName);
+        }
+        out_ << "},";
+        unplaced_.look(entity);
+        geometry(shapes_.of(entity));
+        out_ << '}';
+    }
+
+    void writeAlignment(const drawing::Alignment& alignment) {
+        const auto site = drawing_.findSite(alignment.site);
+        beginFeature(alignment.id.asUint64(), alignment.layer);
+        member("Type", "平面線形");
+        member("Name", alignment.name);
+        member("Description", alignment.description);
+        member("Site", site ? std::string_view(drawing_.sites()[*site].name) : std::string_view());
+        const auto number = [&](std::string_view name, double value) {
+            out_ << ",\"" << name << "\":";
+            if (std::isfinite(value)) {
+                real(value);
+            } else {
+                out_ << "null";
+            }
+        };
+        number("StartStation", alignment.startStation);
+        number("Length", alignment.length());
+        out_ << "},";
+        unplaced_.look(alignment);
+        geometry(shapes_.of(alignment));
+        out_ << '}';
+    }
+
+    const Drawing& drawing_;
+    const ExportOptions& options_;
+    WriterBuffer out_;
+    ShapeMaker shapes_;
+    Unplaced unplaced_;
+    std::string_view separator_ = "\n";
+};
 
 } // namespace
 
-Notes writeGeoJson(const Drawing& drawing, std::ostream& out) {
-    out << "{\"type\":\"FeatureCollection\",";
-    // Without a word on it, readers take the coordinates for degrees.
-    if (drawing.zone() != 0) {
-        out << "\"crs\":{\"type\":\"name\",\"properties\":{\"name\":\"urn:ogc:def:crs:EPSG::" << 6668 + drawing.zone()
-            << "\"}},";
-    } else {
-        out << "\"crs\":null,";
-    }
-    out << "\"features\":[";
-    Unplaced unplaced;
-    const char* separator = "\n";
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        out << std::exchange(separator, ",\n");
-        writeAlignment(out, drawing, i, unplaced);
-    }
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        const EntityView entity = drawing.entity(i);
-        out << std::exchange(separator, ",\n") << "{\"type\":\"Feature\",\"id\":" << entity.id.asUint64()
-            << ",\"properties\":{";
-        writeRow(out, entity);
-        out << "},\"geometry\":";
-        if (unplaced.look(entity)) {
-            writeGeometry(out, entity);
-        } else {
-            out << "null";
-        }
-        out << '}';
-    }
-    out << "\n]}\n";
-    return unplaced.notes("written without geometry");
+Notes writeGeoJson(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    return GeoJsonWriter(drawing, options, out).write();
 }
 
 } // namespace fenmark::exchange

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "drawing/drawing.h"
+#include "exchange/export_options.h"
 #include "exchange/text.h"
 
 namespace fenmark::exchange {
 
-// One feature each for points, polylines (closed lots as polygons) and alignments (a line within 1 mm of the true
-// curve). Coordinates are those of the drawing, x east and y north in metres; a known zone is named in the member
-// "crs", which GIS programs read although the format's later text speaks of degrees alone; it is null without a zone.
-Notes writeGeoJson(const drawing::Drawing& drawing, std::ostream& out);
+// One FeatureCollection after RFC 7946: longitude and latitude in degrees with nine decimals, of the options' zone or
+// the drawing's, one of which must be known. In the plane, metres in the drawing's axes with the zone as "crs", as the
+// format had it before. Points have their height where it is known, lots are closed polygons that run anticlockwise,
+// alignments lines within 1 mm of the true curve. What has no place is a feature without geometry.
+Notes writeGeoJson(const drawing::Drawing& drawing, const ExportOptions& options, std::ostream& out);
 
 } // namespace fenmark::exchange

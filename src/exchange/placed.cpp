@@ -1,6 +1,8 @@
 // What of a drawing has a place that a file can tell.
 #include "exchange/placed.h"
 
+#include "exchange/kinds.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -37,6 +39,18 @@ bool isNear(const drawing::Extent& extent) {
 
 double heightOf(const EntityView& point) {
     return isNear(point.position().z) ? point.position().z : 0.0;
+}
+
+std::optional<double> knownHeight(const EntityView& point) {
+    const double height = point.position().z;
+    if (!isNear(height)) {
+        return std::nullopt;
+    }
+    if (height != 0.0) {
+        return height;
+    }
+    const Kind kind = kindOf(point);
+    return kind == Kind::Longitudinal || kind == Kind::CrossSections ? std::optional(0.0) : std::nullopt;
 }
 
 bool Unplaced::look(const EntityView& entity) {

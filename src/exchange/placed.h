@@ -7,6 +7,8 @@
 #include "drawing/drawing.h"
 #include "exchange/text.h"
 
+#include <optional>
+
 namespace fenmark::exchange {
 
 // Metres. Areas and centres of what lies farther away may be no numbers, even where its coordinates are.
@@ -17,6 +19,9 @@ bool hasPlace(const drawing::Alignment& alignment);
 bool isNear(const drawing::Extent& extent);
 // The height of a point, 0 if it is beyond all bounds.
 double heightOf(const drawing::EntityView& point);
+// The height of a point; nothing if it is beyond all bounds or unknown. A record without a height is drawn at 0, so a
+// coordinate point at exactly 0 has none that anybody gave. Results of sections always have theirs.
+std::optional<double> knownHeight(const drawing::EntityView& point);
 
 // Counts what has no place, or no height, for the notes to the user.
 class Unplaced {

@@ -1,6 +1,8 @@
 // Numbers and texts as the exchange formats want them.
 #include "exchange/text.h"
 
+#include "sima/text/number.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -102,6 +104,23 @@ std::string xmlText(std::string_view text) {
         }
     }
     return escaped;
+}
+
+std::string_view withoutOuterBlanks(std::string_view name) {
+    constexpr std::string_view kIdeographic = "\u3000";
+    while (true) {
+        const std::string_view before = name;
+        name = sima::trim(name);
+        if (name.starts_with(kIdeographic)) {
+            name.remove_prefix(kIdeographic.size());
+        }
+        if (name.ends_with(kIdeographic)) {
+            name.remove_suffix(kIdeographic.size());
+        }
+        if (name.size() == before.size()) {
+            return name;
+        }
+    }
 }
 
 std::string UniqueNames::take(std::string_view wanted) {

@@ -37,6 +37,9 @@ std::ostream& operator<<(std::ostream& out, JsonText text);
 // Text for element content and attributes. Characters that XML cannot hold become U+FFFD.
 std::string xmlText(std::string_view text);
 
+// A name without the blanks at its ends, the ideographic space U+3000 among them.
+std::string_view withoutOuterBlanks(std::string_view name);
+
 // Gives names that nothing before bore: "a", then "a (2)".
 class UniqueNames {
   public:

@@ -171,7 +171,9 @@ INSTANTIATE_TEST_SUITE_P(Commands, ReadsADrawing,
                                            std::vector<std::string>{"locate", "DRAWING", "CL", "1", "1"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.dxf"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.XML"},
-                                           std::vector<std::string>{"export", "DRAWING", "OUT.geojson"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.geojson", "--crs", "plane"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.kml", "--zone", "9"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.sim"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.csv"},
                                            std::vector<std::string>{"plot", "DRAWING", "OUT.svg"}));
 

@@ -194,20 +194,21 @@ class Fenmark(unittest.TestCase):
 
     def test_plot_and_export_are_files_that_other_programs_read(self):
         shutil.copy(SOURCE / "examples" / "road.sim", self.folder)
-        self.run_fenmark("import", "road.sim")
-        for name in ("road.svg", "road.dxf", "road.xml", "road.geojson", "road.csv"):
+        self.run_fenmark("import", "road.sim", "--zone", "9")
+        (self.folder / "out").mkdir()
+        for name in ("road.svg", "road.dxf", "road.xml", "road.geojson", "road.kml", "road.csv", "out/road.sim"):
             command = "plot" if name.endswith(".svg") else "export"
             ran = self.run_fenmark(command, "road.gpkg", name)
             self.assertEqual(ran.returncode, 0, ran.stderr)
             self.assertGreater((self.folder / name).stat().st_size, 1000)
         if shutil.which("ogrinfo"):
-            for name in ("road.dxf", "road.geojson", "road.csv", "road.gpkg"):
+            for name in ("road.dxf", "road.geojson", "road.kml", "road.csv", "road.gpkg"):
                 ran = subprocess.run(["ogrinfo", "-al", "-so", name], cwd=self.folder, capture_output=True)
                 self.assertEqual(ran.returncode, 0, ran.stderr)
                 self.assertIn(b"Feature Count", ran.stdout)
                 self.assertNotRegex(ran.stdout + ran.stderr, b"ERROR|Warning")
         if shutil.which("xmllint"):
-            for name in ("road.svg", "road.xml"):
+            for name in ("road.svg", "road.xml", "road.kml"):
                 self.assertEqual(subprocess.run(["xmllint", "--noout", name], cwd=self.folder).returncode, 0)
 
     def complete(self, *words):

@@ -1,6 +1,7 @@
 // Coordinates beyond all numbers stay in the drawing, and no file for another program holds them.
 #include "exchange/csv.h"
 #include "exchange/dxf.h"
+#include "exchange/formats.h"
 #include "exchange/geojson.h"
 #include "exchange/info.h"
 #include "exchange/landxml.h"
@@ -53,6 +54,14 @@ class AbsurdCoordinates : public ::testing::Test {
         EXPECT_FALSE(std::regex_search(text, found, noNumber)) << found.str();
         return text;
     }
+    std::string dxf() {
+        return written([](const Drawing& drawing, std::ostream& out) { return writeDxf(drawing, {}, out); });
+    }
+    static Notes planeGeoJson(const Drawing& drawing, std::ostream& out) {
+        ExportOptions options;
+        options.plane = true;
+        return writeGeoJson(drawing, options, out);
+    }
     Notes notes_;
 };
 
@@ -66,7 +75,7 @@ TEST_F(AbsurdCoordinates, AreNotInJsonWhichStaysStrict) {
 }
 
 TEST_F(AbsurdCoordinates, GiveGeoJsonFeaturesWithoutGeometry) {
-    const nlohmann::json json = nlohmann::json::parse(written(writeGeoJson));
+    const nlohmann::json json = nlohmann::json::parse(written(planeGeoJson));
     std::vector<std::string> without;
     for (const auto& feature : json["features"]) {
         const std::string name = feature["properties"].value("Name", "");
@@ -76,7 +85,7 @@ TEST_F(AbsurdCoordinates, GiveGeoJsonFeaturesWithoutGeometry) {
             EXPECT_EQ(feature["geometry"]["coordinates"].dump().find("null"), std::string::npos) << name;
         }
         if (name == "HIGH") {
-            EXPECT_EQ(feature["geometry"]["coordinates"].dump(), "[12020.0,-36020.0,0.0]");
+            EXPECT_EQ(feature["geometry"]["coordinates"].dump(), "[12020.0,-36020.0]");
         }
     }
     EXPECT_EQ(without, (std::vector<std::string>{"FARAWAY", "NORTH", "SOUTH", "NOWHERE", "WIDE", "HUGE", "LONG"}));
@@ -86,7 +95,7 @@ TEST_F(AbsurdCoordinates, GiveGeoJsonFeaturesWithoutGeometry) {
 }
 
 TEST_F(AbsurdCoordinates, AreLeftOutOfDxfWithANote) {
-    const std::string text = written(writeDxf);
+    const std::string text = dxf();
     EXPECT_EQ(text.find("WIDE"), std::string::npos);
     EXPECT_EQ(text.find("FARAWAY"), std::string::npos);
     EXPECT_NE(text.find("HIGH"), std::string::npos);
@@ -112,7 +121,7 @@ TEST_F(AbsurdCoordinates, AreLeftOutOfLandXmlWithANote) {
 
 TEST_F(AbsurdCoordinates, AreEmptyFieldsInCsv) {
     const std::string text = written(writeCsv);
-    EXPECT_NE(text.find(",0,,50,0,JSIMA_V3_Point,1,NORTH"), std::string::npos) << text;
+    EXPECT_NE(text.find(",0,,50,,JSIMA_V3_Point,1,NORTH"), std::string::npos) << text;
     EXPECT_NE(text.find(",0,12020,-36020,,JSIMA_V3_Point,1,HIGH"), std::string::npos) << text;
     EXPECT_EQ(notes_.size(), 3U);
 }
@@ -141,9 +150,10 @@ TEST_F(AbsurdCoordinates, DoNotWidenTheExtent) {
 TEST(Placed, OrdinaryDrawingsGiveNoNote) {
     Drawing drawing;
     fillSample(drawing);
-    for (const auto write : {writeDxf, writeLandXml, writeGeoJson}) {
+    drawing.setZone(9);
+    for (const char* name : {"a.dxf", "a.xml", "a.geojson", "a.kml"}) {
         std::ostringstream out;
-        EXPECT_TRUE(write(drawing, out).empty());
+        EXPECT_TRUE(formatOf(name)->write(drawing, {}, out).empty()) << name;
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "cli/station_text.h"
 #include "command/dialog_rules.h"
+#include "exchange/formats.h"
 #include "sima/text/number.h"
 
 #include <CLI/CLI.hpp>
@@ -40,6 +41,12 @@ struct Raw {
     std::string xText;
     std::string yText;
     int zone = 0;
+    std::vector<std::string> exportOnly; // each a list of kinds with commas
+    std::string rectangle;
+    std::string dxfVersion = "2000";
+    std::string dxfLayers = "kinds";
+    std::string scale;
+    std::string crs = "lonlat";
 };
 
 class WrongUsage : public std::runtime_error {
@@ -204,14 +211,53 @@ void addLocate(CLI::App& app, Raw& raw) {
                     "Example:\n  fenmark locate road.gpkg 中心線 12087.3 -36173.1");
 }
 
+std::string listOfExportKinds() {
+    std::string list;
+    for (const exchange::KindEntry& entry : exchange::kKindTable) {
+        list.append(list.empty() ? "" : " ").append(entry.option);
+    }
+    return list;
+}
+
 void addExport(CLI::App& app, Raw& raw) {
-    CLI::App* command = app.add_subcommand("export", "Write a drawing as DXF, LandXML, GeoJSON or CSV");
+    CLI::App* command = app.add_subcommand("export", "Write a drawing in a format of other programs");
+    exchange::ExportOptions& options = raw.exported.options;
     command->add_option("DRAWING", raw.exported.drawing, "Drawing to read")->required()->type_name("");
     command
         ->add_option("OUT", raw.exported.target,
-                     "File to write; its extension says the format: .dxf, .xml (LandXML), .geojson, .csv (points)")
+                     "File to write; its extension says the format: " + exchange::extensions(false))
         ->required()
         ->type_name("");
+    command->add_option("--only", raw.exportOnly, "Write these kinds alone: " + listOfExportKinds())
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all()
+        ->type_name("KIND,...");
+    command->add_option("--layer", options.selection.layers, "Write objects of this layer alone; may be repeated")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all()
+        ->type_name("LAYER");
+    command
+        ->add_option("--rectangle", raw.rectangle,
+                     "Write objects alone whose box meets this one: two corners, east and north in metres")
+        ->type_name("X,Y,X,Y");
+    command->add_option("--zone", options.zone, "Plane rectangular zone, in place of the drawing's")
+        ->check(CLI::Range(1, 19).description(""))
+        ->type_name("1..19");
+    command->add_option("--crs", raw.crs, "GeoJSON: longitude and latitude, or metres in the plane [lonlat]")
+        ->check(CLI::IsMember({"lonlat", "plane"}).description(""))
+        ->type_name("lonlat|plane");
+    command->add_option("--dxf-version", raw.dxfVersion, "DXF: release [2000]")
+        ->check(CLI::IsMember({"R12", "2000", "2018"}, CLI::ignore_case).description(""))
+        ->type_name("R12|2000|2018");
+    command->add_option("--layers", raw.dxfLayers, "DXF: a layer for each kind, or the drawing's own [kinds]")
+        ->check(CLI::IsMember({"kinds", "drawing"}).description(""))
+        ->type_name("kinds|drawing");
+    command->add_flag("--elements", options.elements, "DXF: an entity for each element of an alignment");
+    command->add_option("--scale", raw.scale, "DXF: names are 2.5 mm high on paper of 1 to this [500]")
+        ->type_name("NUMBER");
+    command->add_flag("--columns", options.columns, "SIMA: names in 20 columns, for programs that read by column");
     command->add_flag("-q,--quiet", raw.exported.quiet, "No notes; errors are still told");
     command->footer("Example:\n  fenmark export road.gpkg road.dxf");
 }
@@ -251,6 +297,57 @@ ParsedCommand checkedImport(Raw& raw) {
     return std::move(a);
 }
 
+// Two opposite corners, in any order.
+drawing::Extent rectangleArgument(const std::string& text) {
+    drawing::Extent rectangle;
+    std::vector<double> numbers;
+    for (std::size_t at = 0; at <= text.size();) {
+        const std::size_t end = std::min(text.find(',', at), text.size());
+        numbers.push_back(realArgument(text.substr(at, end - at), "a number of --rectangle"));
+        at = end + 1;
+    }
+    if (numbers.size() != 4) {
+        throw WrongUsage("--rectangle is four numbers with commas, X,Y,X,Y: '" + text + "'");
+    }
+    rectangle.add(numbers[0], numbers[1]);
+    rectangle.add(numbers[2], numbers[3]);
+    return rectangle;
+}
+
+ParsedCommand checkedExport(Raw& raw) {
+    exchange::ExportOptions& options = raw.exported.options;
+    if (!raw.exportOnly.empty()) {
+        options.selection.left.fill(true);
+    }
+    for (const std::string& list : raw.exportOnly) {
+        for (std::size_t at = 0; at <= list.size();) {
+            const std::size_t end = std::min(list.find(',', at), list.size());
+            const std::string name = list.substr(at, end - at);
+            const auto kind = exchange::kindNamed(name);
+            if (!kind) {
+                throw WrongUsage("no kind of object is named '" + name + "'; the kinds are " + listOfExportKinds());
+            }
+            options.selection.left[static_cast<std::size_t>(*kind)] = false;
+            at = end + 1;
+        }
+    }
+    if (!raw.rectangle.empty()) {
+        options.selection.rectangle = rectangleArgument(raw.rectangle);
+    }
+    if (!raw.scale.empty()) {
+        options.scale = realArgument(raw.scale, "--scale");
+        if (!(options.scale > 0.0)) {
+            throw WrongUsage("--scale must be above 0: '" + raw.scale + "'");
+        }
+    }
+    options.plane = raw.crs == "plane";
+    options.dxfVersion = raw.dxfVersion == "2018"   ? exchange::DxfVersion::R2018
+                         : raw.dxfVersion == "2000" ? exchange::DxfVersion::R2000
+                                                    : exchange::DxfVersion::R12;
+    options.dxfLayers = raw.dxfLayers == "drawing" ? exchange::DxfLayers::Drawing : exchange::DxfLayers::Kinds;
+    return raw.exported;
+}
+
 ParsedCommand checked(CLI::App& app, Raw& raw) {
     if (app.got_subcommand("import")) {
         return checkedImport(raw);
@@ -276,7 +373,7 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
         return raw.locate;
     }
     if (app.got_subcommand("export")) {
-        return raw.exported;
+        return checkedExport(raw);
     }
     return PlotArguments{raw.plot};
 }

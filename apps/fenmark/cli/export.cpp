@@ -2,55 +2,47 @@
 #include "cli/commands.h"
 #include "cli/drawings.h"
 #include "cli/messages.h"
-#include "exchange/csv.h"
-#include "exchange/dxf.h"
-#include "exchange/geojson.h"
+#include "exchange/formats.h"
 #include "exchange/info.h"
-#include "exchange/landxml.h"
 #include "exchange/output_file.h"
-#include "exchange/plan_svg.h"
 
+#include <filesystem>
 #include <ostream>
-#include <string_view>
+#include <string>
+#include <vector>
 
 namespace fenmark::cli {
 
 namespace {
 
-using drawing::Drawing;
 using drawing::Load;
 
-bool endsIn(std::string_view path, std::string_view extension) {
-    if (path.size() < extension.size()) {
-        return false;
+// Writes the drawing as the extension of the target says, if that is a plan, or one of the other formats.
+int writeDrawing(const ExportArguments& arguments, bool plan, const Streams& streams) {
+    const exchange::Format* const format = exchange::formatOf(arguments.target);
+    if (format == nullptr || format->isPlan != plan) {
+        throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(plan));
     }
-    path.remove_prefix(path.size() - extension.size());
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        const char c = path[i];
-        if ((c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) != extension[i]) {
-            return false;
+    const auto drawing = readDrawing(arguments.drawing, Load::Everything);
+    exchange::ExportOptions options = arguments.options;
+    options.title = std::filesystem::path(arguments.target).stem().string();
+    if (const std::string missing = exchange::whatIsMissing(*format, *drawing, options); !missing.empty()) {
+        throw Stop(kNotDone, arguments.drawing + ": " + missing + " (--zone 1..19" +
+                                 (format->planeToo ? ", or --crs plane)" : ")"));
+    }
+    for (const std::string& layer : options.selection.layers) {
+        if (!drawing->findLayer(layer)) {
+            std::vector<std::string> names;
+            for (const drawing::Layer& known : drawing->layers()) {
+                names.push_back(known.name);
+            }
+            throw Stop(kNotDone, arguments.drawing + ": the drawing has no layer named '" + layer +
+                                     "'; its layers: " + joined(names));
         }
     }
-    return true;
-}
-
-struct Format {
-    std::string_view extension;
-    exchange::Notes (*write)(const Drawing& drawing, std::ostream& out);
-};
-
-constexpr Format kFormats[] = {
-    {".dxf", exchange::writeDxf},
-    {".xml", exchange::writeLandXml},
-    {".geojson", exchange::writeGeoJson},
-    {".csv", exchange::writeCsv},
-};
-
-int writeDrawing(const ExportArguments& arguments, const Format& format, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::Everything);
     exchange::Notes notes;
-    const std::string failure =
-        exchange::writeFile(arguments.target, [&](std::ostream& out) { notes = format.write(*drawing, out); });
+    const std::string failure = exchange::writeFile(
+        arguments.target, [&](std::ostream& out) { notes = format->write(*drawing, options, out); });
     if (!failure.empty()) {
         throw Stop(kNotDone, failure);
     }
@@ -73,19 +65,11 @@ int runInfo(const InfoArguments& arguments, const Streams& streams) {
 }
 
 int runExport(const ExportArguments& arguments, const Streams& streams) {
-    for (const Format& format : kFormats) {
-        if (endsIn(arguments.target, format.extension)) {
-            return writeDrawing(arguments, format, streams);
-        }
-    }
-    throw Stop(kWrongUsage, arguments.target + ": the extension must be .dxf, .xml, .geojson or .csv");
+    return writeDrawing(arguments, false, streams);
 }
 
 int runPlot(const ExportArguments& arguments, const Streams& streams) {
-    if (!endsIn(arguments.target, ".svg")) {
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg");
-    }
-    return writeDrawing(arguments, {".svg", exchange::writePlanSvg}, streams);
+    return writeDrawing(arguments, true, streams);
 }
 
 } // namespace fenmark::cli

@@ -1,6 +1,7 @@
 // The options of each command, as the arguments gave them.
 #pragma once
 
+#include "exchange/export_options.h"
 #include "host/embedded/embedded_host.h"
 #include "sima/reader/read_context.h"
 #include "sima/records/import_options.h"
@@ -75,6 +76,7 @@ struct LocateArguments {
 struct ExportArguments {
     std::string drawing;
     std::string target;
+    exchange::ExportOptions options;
     bool quiet = false;
 };
 

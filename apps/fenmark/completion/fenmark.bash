@@ -17,6 +17,8 @@ _fenmark_files() {
 _fenmark() {
     local cur=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
     local kinds="points lots longitudinal cross-sections ip main centre left-stake right-stake continuous continuous-curves"
+    local objects="points lots alignments ip left-stake right-stake continuous longitudinal cross-sections others"
+    [[ $command == export ]] && kinds=$objects
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
         mapfile -t COMPREPLY < <(compgen -W "import preview info station locate export plot --help --version" -- "$cur")
@@ -31,6 +33,10 @@ _fenmark() {
         --zone) mapfile -t COMPREPLY < <(compgen -W "$(echo {1..19})" -- "$cur"); return ;;
         --encoding) mapfile -t COMPREPLY < <(compgen -W "cp932 utf-8" -- "$cur"); return ;;
         --positive-radius) mapfile -t COMPREPLY < <(compgen -W "auto left right" -- "$cur"); return ;;
+        --crs) mapfile -t COMPREPLY < <(compgen -W "lonlat plane" -- "$cur"); return ;;
+        --dxf-version) mapfile -t COMPREPLY < <(compgen -W "R12 2000 2018" -- "$cur"); return ;;
+        --layers) mapfile -t COMPREPLY < <(compgen -W "kinds drawing" -- "$cur"); return ;;
+        --layer | --rectangle | --scale) return ;;
         --site | --point-layer | --ip-layer | --lot-layer | --stake-layer | --continuous-layer | --shift | --alignment)
             return ;;
     esac
@@ -42,7 +48,9 @@ _fenmark() {
                                --positive-radius --plan-tangents --keep-partial --strict --json --quiet" ;;
             preview) options+=" --encoding --json --quiet" ;;
             info | station | locate) options+=" --json" ;;
-            export | plot) options+=" --quiet" ;;
+            export) options+=" --only --layer --rectangle --zone --crs --dxf-version --layers --elements --scale
+                               --columns --quiet" ;;
+            plot) options+=" --quiet" ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
         return
@@ -51,7 +59,7 @@ _fenmark() {
         import | preview) _fenmark_files "*.sim" ;;
         info | station | locate) [[ $COMP_CWORD -eq 2 ]] && _fenmark_files "*.gpkg" ;;
         export)
-            if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(dxf|xml|geojson|csv)"; fi ;;
+            if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(dxf|xml|sim|geojson|kml|csv)"; fi ;;
         plot) if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.svg"; fi ;;
     esac
 }

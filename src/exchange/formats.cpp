@@ -1,0 +1,89 @@
+// The table of export formats.
+#include "exchange/formats.h"
+
+#include "exchange/csv.h"
+#include "exchange/dxf.h"
+#include "exchange/geo_feature.h"
+#include "exchange/geojson.h"
+#include "exchange/kml.h"
+#include "exchange/landxml.h"
+#include "exchange/plan_svg.h"
+#include "exchange/sima_file.h"
+
+#include <algorithm>
+#include <array>
+
+namespace fenmark::exchange {
+
+namespace {
+
+using drawing::Drawing;
+
+Notes csv(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    return writeSelectedCsv(drawing, options.selection, out);
+}
+
+// For writers that take whole drawings.
+template <Notes (*Write)(const Drawing&, std::ostream&)>
+Notes whole(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    return options.selection.takesAll() ? Write(drawing, out) : Write(*selectedPart(drawing, options.selection), out);
+}
+
+constexpr std::array<Format, 7> kFormats = {{
+    {".svg", "Plan as SVG", "平面図 SVG", true, false, false, whole<writePlanSvg>},
+    {".dxf", "DXF", "DXF", false, false, false, writeDxf},
+    {".xml", "LandXML", "LandXML", false, false, false, whole<writeLandXml>},
+    {".sim", "SIMA", "SIMA", false, false, false, writeSima},
+    {".geojson", "GeoJSON", "GeoJSON", false, true, true, writeGeoJson},
+    {".kml", "KML", "KML", false, true, false, writeKml},
+    {".csv", "Points as CSV", "点の一覧 CSV", false, false, false, csv},
+}};
+
+bool endsIn(std::string_view path, std::string_view extension) {
+    if (path.size() < extension.size()) {
+        return false;
+    }
+    path.remove_prefix(path.size() - extension.size());
+    return std::equal(path.begin(), path.end(), extension.begin(), [](char a, char b) {
+        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+    });
+}
+
+} // namespace
+
+std::span<const Format> formats() {
+    return kFormats;
+}
+
+const Format* formatOf(std::string_view path) {
+    const auto found = std::find_if(kFormats.begin(), kFormats.end(),
+                                    [path](const Format& format) { return endsIn(path, format.extension); });
+    return found == kFormats.end() ? nullptr : &*found;
+}
+
+std::string extensions(bool plans) {
+    std::vector<std::string_view> names;
+    for (const Format& format : kFormats) {
+        if (format.isPlan == plans) {
+            names.push_back(format.extension);
+        }
+    }
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        list.append(i == 0 ? "" : i + 1 == names.size() ? " or " : ", ").append(names[i]);
+    }
+    return list;
+}
+
+std::string whatIsMissing(const Format& format, const Drawing& drawing, const ExportOptions& options) {
+    const bool inMetres = format.planeToo && options.plane;
+    if (format.degrees && !inMetres && zoneOf(drawing, options) == 0) {
+        return std::string(format.name) +
+               " has longitude and latitude, and the drawing does not say in which plane rectangular zone its "
+               "coordinates are: give the zone" +
+               (format.planeToo ? ", or choose metres" : "");
+    }
+    return {};
+}
+
+} // namespace fenmark::exchange

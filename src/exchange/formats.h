@@ -1,0 +1,38 @@
+// The table of export formats: what the command line, its help, its completion and the desktop program offer.
+//
+// A new format is one writer and one line in the table.
+#pragma once
+
+#include "drawing/drawing.h"
+#include "exchange/export_options.h"
+#include "exchange/text.h"
+
+#include <ostream>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace fenmark::exchange {
+
+struct Format {
+    std::string_view extension; // of files of the format, with its dot
+    std::string_view name;      // in English
+    std::string_view japanese;  // and in Japanese
+    bool isPlan;                // drawn by `fenmark plot`; all others are written by `fenmark export`
+    bool degrees;               // has longitude and latitude, and so needs a zone
+    bool planeToo;              // can have metres in their place
+    Notes (*write)(const drawing::Drawing& drawing, const ExportOptions& options, std::ostream& out);
+};
+
+std::span<const Format> formats();
+
+// The format of a file's extension, in any case; null if there is none.
+const Format* formatOf(std::string_view path);
+
+// The extensions of the plans, or of all other formats, as ".dxf, .xml or .csv".
+std::string extensions(bool plans);
+
+// What the format needs and does not have, with the remedy; empty if the drawing can be written.
+std::string whatIsMissing(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options);
+
+} // namespace fenmark::exchange

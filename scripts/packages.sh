@@ -4,7 +4,8 @@
 # scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), check (tests, format, validators)
 set -euo pipefail
 
-build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev)
+build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev
+       librsvg2-dev)
 picture=(librsvg2-bin fonts-ipafont-gothic)
 windows=(qt6-base-dev libgl-dev fonts-ipafont-gothic)
 check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin

@@ -2,7 +2,7 @@
 #include "exchange/dxf.h"
 
 #include "exchange/placed.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 #include "sima/text/cp932.h"
 
 #include <array>

@@ -6,7 +6,7 @@
 #include "exchange/geojson.h"
 #include "exchange/landxml.h"
 #include "exchange/output_file.h"
-#include "exchange/plan_svg.h"
+#include "exchange/plan/plan_svg.h"
 
 #include <QCloseEvent>
 #include <QDir>

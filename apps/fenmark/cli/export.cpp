@@ -1,4 +1,4 @@
-// fenmark info, fenmark export and fenmark plot: a drawing in other forms.
+// fenmark info and fenmark export: a drawing in other forms.
 #include "cli/commands.h"
 #include "cli/drawings.h"
 #include "cli/messages.h"
@@ -8,7 +8,6 @@
 #include "exchange/info.h"
 #include "exchange/landxml.h"
 #include "exchange/output_file.h"
-#include "exchange/plan_svg.h"
 
 #include <ostream>
 #include <string_view>
@@ -19,20 +18,6 @@ namespace {
 
 using drawing::Drawing;
 using drawing::Load;
-
-bool endsIn(std::string_view path, std::string_view extension) {
-    if (path.size() < extension.size()) {
-        return false;
-    }
-    path.remove_prefix(path.size() - extension.size());
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        const char c = path[i];
-        if ((c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) != extension[i]) {
-            return false;
-        }
-    }
-    return true;
-}
 
 struct Format {
     std::string_view extension;
@@ -73,19 +58,23 @@ int runInfo(const InfoArguments& arguments, const Streams& streams) {
 }
 
 int runExport(const ExportArguments& arguments, const Streams& streams) {
+    if (arguments.profile == exchange::LandXmlProfile::JLandXml) {
+        if (!endsIn(arguments.target, ".xml")) {
+            throw Stop(kWrongUsage, arguments.target + ": --profile j-landxml writes a file with the extension .xml");
+        }
+        return writeDrawing(arguments,
+                            {".xml",
+                             [](const Drawing& drawing, std::ostream& out) {
+                                 return exchange::writeLandXml(drawing, exchange::LandXmlProfile::JLandXml, out);
+                             }},
+                            streams);
+    }
     for (const Format& format : kFormats) {
         if (endsIn(arguments.target, format.extension)) {
             return writeDrawing(arguments, format, streams);
         }
     }
     throw Stop(kWrongUsage, arguments.target + ": the extension must be .dxf, .xml, .geojson or .csv");
-}
-
-int runPlot(const ExportArguments& arguments, const Streams& streams) {
-    if (!endsIn(arguments.target, ".svg")) {
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg");
-    }
-    return writeDrawing(arguments, {".svg", exchange::writePlanSvg}, streams);
 }
 
 } // namespace fenmark::cli

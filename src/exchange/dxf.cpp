@@ -5,7 +5,7 @@
 
 #include "exchange/dxf_frame.h"
 #include "exchange/placed.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
 #include <cmath>

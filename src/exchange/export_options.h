@@ -1,6 +1,7 @@
 // What a user may choose for an exported file. Each format takes what concerns it.
 #pragma once
 
+#include "exchange/landxml.h"
 #include "exchange/selection.h"
 
 #include <cstdint>
@@ -20,9 +21,10 @@ struct ExportOptions {
     DxfVersion dxfVersion = DxfVersion::R2000;
     DxfLayers dxfLayers = DxfLayers::Kinds;
     bool elements = false; // an entity for each element of an alignment
-    double scale = 500.0;  // of the plan that texts are sized for: 1 to this
-    std::string title;     // of the survey, in SIMA
-    bool columns = false;  // SIMA fields in fixed columns, names padded with blanks
+    LandXmlProfile landXmlProfile = LandXmlProfile::LandXml;
+    double scale = 500.0; // of the plan that texts are sized for: 1 to this
+    std::string title;    // of the survey, in SIMA
+    bool columns = false; // SIMA fields in fixed columns, names padded with blanks
 };
 
 } // namespace fenmark::exchange

@@ -7,7 +7,7 @@
 #include "exchange/geojson.h"
 #include "exchange/kml.h"
 #include "exchange/landxml.h"
-#include "exchange/plan_svg.h"
+#include "exchange/plan/plan_svg.h"
 #include "exchange/sima_file.h"
 
 #include <algorithm>
@@ -29,10 +29,16 @@ Notes whole(const Drawing& drawing, const ExportOptions& options, std::ostream& 
     return options.selection.takesAll() ? Write(drawing, out) : Write(*selectedPart(drawing, options.selection), out);
 }
 
+Notes landXml(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    return options.selection.takesAll()
+               ? writeLandXml(drawing, options.landXmlProfile, out)
+               : writeLandXml(*selectedPart(drawing, options.selection), options.landXmlProfile, out);
+}
+
 constexpr std::array<Format, 7> kFormats = {{
     {".svg", "Plan as SVG", "平面図 SVG", true, false, false, whole<writePlanSvg>},
     {".dxf", "DXF", "DXF", false, false, false, writeDxf},
-    {".xml", "LandXML", "LandXML", false, false, false, whole<writeLandXml>},
+    {".xml", "LandXML", "LandXML", false, false, false, landXml},
     {".sim", "SIMA", "SIMA", false, false, false, writeSima},
     {".geojson", "GeoJSON", "GeoJSON", false, true, true, writeGeoJson},
     {".kml", "KML", "KML", false, true, false, writeKml},

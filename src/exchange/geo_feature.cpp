@@ -2,7 +2,7 @@
 #include "exchange/geo_feature.h"
 
 #include "exchange/placed.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 
 namespace fenmark::exchange {
 

@@ -3,6 +3,7 @@
 
 #include "exchange/geo_feature.h"
 #include "exchange/placed.h"
+#include "exchange/plan/plan_geometry.h"
 #include "exchange/writer_buffer.h"
 
 #include <array>

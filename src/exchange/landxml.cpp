@@ -1,8 +1,11 @@
-// A drawing as LandXML 1.2.
+// A drawing as LandXML 1.2 and as J-LandXML 1.7.
 #include "exchange/landxml.h"
 
+#include "exchange/main_points.h"
 #include "exchange/placed.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
+#include "exchange/results.h"
+#include "exchange/survey_text.h"
 
 #include <array>
 #include <cmath>
@@ -18,96 +21,278 @@ using host::PlanPoint;
 
 namespace {
 
+constexpr int kCoordinateDecimals = 8; // of J-LandXML
+constexpr double kInterval = 20.0;     // metres between two intermediate points
+// An alignment of more intermediate points than this is written without them: it is none of a road.
+constexpr double kMostIntermediatePoints = 100000.0;
+
+// A coordinate: the shortest decimal that reads back, or as many decimals as the profile wants.
+struct Coordinate {
+    LandXmlProfile profile;
+    double value;
+};
+
+std::ostream& operator<<(std::ostream& out, Coordinate coordinate) {
+    if (coordinate.profile == LandXmlProfile::JLandXml) {
+        return out << fixedReal(coordinate.value, kCoordinateDecimals);
+    }
+    return out << PlainReal{coordinate.value};
+}
+
+// Writes alignments and intermediate points of one profile.
+class AlignmentWriter {
+  public:
+    AlignmentWriter(std::ostream& out, const Drawing& drawing, LandXmlProfile profile, const Results& results)
+        : out_(out), drawing_(drawing), profile_(profile), results_(results) {}
+
+    void writeAlignments(Unplaced& unplaced);
+    // Behind the alignments, whose names they refer to.
+    void writeIntermediatePoints();
+    [[nodiscard]] std::size_t curvesWithoutIp() const { return withoutIp_; }
+    [[nodiscard]] std::size_t turningFar() const { return turningFar_; }
+
+  private:
+    struct Written {
+        std::size_t index;
+        std::string name;
+    };
+
+    bool isJapanese() const { return profile_ == LandXmlProfile::JLandXml; }
+    void writePoint(const char* element, const PlanPoint& point);
+    void writeRadius(double radius);
+    PlanPoint piOf(const Element& element);
+    void writeElement(const Element& element, double station);
+    void writeIps(const drawing::Alignment& alignment);
+    void writeProfile(const AlignmentResults& results);
+    void writeCrossSections(const AlignmentResults& results);
+    void writeIntermediatePointsOf(const Written& alignment, std::size_t number);
+    void writeProperty(const char* label, const std::string& value);
+
+    std::ostream& out_;
+    const Drawing& drawing_;
+    LandXmlProfile profile_;
+    const Results& results_;
+    std::vector<Written> written_;
+    std::size_t withoutIp_ = 0;
+    std::size_t turningFar_ = 0;
+};
+
 // North, then east.
-void writePoint(std::ostream& out, const char* element, double x, double y) {
-    out << '<' << element << '>' << PlainReal{y} << ' ' << PlainReal{x} << "</" << element << '>';
+void AlignmentWriter::writePoint(const char* element, const PlanPoint& point) {
+    out_ << '<' << element << '>' << Coordinate{profile_, point.y} << ' ' << Coordinate{profile_, point.x} << "</"
+         << element << '>';
 }
 
-void writePoint(std::ostream& out, const char* element, const PlanPoint& point) {
-    writePoint(out, element, point.x, point.y);
-}
-
-void writeRadius(std::ostream& out, double radius) {
+void AlignmentWriter::writeRadius(double radius) {
     if (std::isfinite(radius)) {
-        out << PlainReal{radius};
+        out_ << PlainReal{radius};
     } else {
-        out << "INF";
+        out_ << "INF";
     }
 }
 
-// The format wants a PI for every spiral. One that turns by half a circle has none; its middle stands there instead.
-PlanPoint piOf(const Element& element) {
+// The format wants a PI for every spiral, and readers take its first tangent from it. One that turns by half a circle has
+// none; a point ahead of its start stands there instead.
+PlanPoint AlignmentWriter::piOf(const Element& element) {
     if (const auto pi = element.pi()) {
-        return *pi;
+        const double ahead = (pi->x - element.start.x) * std::cos(element.direction) +
+                             (pi->y - element.start.y) * std::sin(element.direction);
+        if (ahead > 0.0) {
+            return *pi;
+        }
     }
-    return {(element.start.x + element.end.x) / 2.0, (element.start.y + element.end.y) / 2.0};
+    ++turningFar_;
+    return {element.start.x + element.length * std::cos(element.direction),
+            element.start.y + element.length * std::sin(element.direction)};
 }
 
-void writeElement(std::ostream& out, const Element& element, double station) {
+void AlignmentWriter::writeProperty(const char* label, const std::string& value) {
+    out_ << "<Property label=\"" << label << "\" value=\"" << xmlText(value) << "\"/>";
+}
+
+void AlignmentWriter::writeElement(const Element& element, double station) {
     const char* rotation = element.clockwise ? "cw" : "ccw";
     const char* closing = "Line";
     switch (element.type) {
     case ElementType::Straight:
-        out << "        <Line";
+        out_ << "        <Line";
         break;
     case ElementType::Arc:
         closing = "Curve";
-        out << "        <Curve rot=\"" << rotation << "\" crvType=\"arc\" radius=\"" << PlainReal{element.startRadius}
-            << '"';
+        out_ << "        <Curve rot=\"" << rotation << "\" " << (isJapanese() ? "" : "crvType=\"arc\" ") << "radius=\""
+             << PlainReal{element.startRadius} << '"';
         break;
     case ElementType::Clothoid:
         closing = "Spiral";
-        out << "        <Spiral rot=\"" << rotation << "\" spiType=\"clothoid\" radiusStart=\"";
-        writeRadius(out, element.startRadius);
-        out << "\" radiusEnd=\"";
-        writeRadius(out, element.endRadius);
-        out << "\" constant=\""
-            << PlainReal{std::sqrt(element.length / std::abs(element.endCurvature() - element.startCurvature()))}
-            << '"';
+        out_ << "        <Spiral rot=\"" << rotation << "\" spiType=\"clothoid\" radiusStart=\"";
+        writeRadius(element.startRadius);
+        out_ << "\" radiusEnd=\"";
+        writeRadius(element.endRadius);
+        out_ << '"';
+        if (!isJapanese()) {
+            out_ << " constant=\"" << PlainReal{parameterOf(element)} << '"';
+        }
         break;
     }
-    out << " length=\"" << PlainReal{element.length} << "\" staStart=\"" << PlainReal{station} << "\">";
-    writePoint(out, "Start", element.start);
+    out_ << " length=\"" << PlainReal{element.length} << '"';
+    if (!isJapanese()) {
+        out_ << " staStart=\"" << PlainReal{station} << '"';
+    }
+    out_ << '>';
+    writePoint("Start", element.start);
     if (element.type == ElementType::Arc) {
-        writePoint(out, "Center", element.centre());
+        writePoint("Center", element.centre());
     }
     if (element.type == ElementType::Clothoid) {
-        writePoint(out, "PI", piOf(element));
+        writePoint("PI", piOf(element));
     }
-    writePoint(out, "End", element.end);
-    out << "</" << closing << ">\n";
+    writePoint("End", element.end);
+    if (isJapanese() && element.type == ElementType::Clothoid) {
+        out_ << "<Feature>";
+        writeProperty("A", fixedReal(parameterOf(element), kCoordinateDecimals));
+        out_ << "</Feature>";
+    }
+    out_ << "</" << closing << ">\n";
 }
 
-void writeAlignments(std::ostream& out, const Drawing& drawing, Unplaced& unplaced) {
+void AlignmentWriter::writeIps(const drawing::Alignment& alignment) {
+    out_ << "      <AlignPIs>\n";
+    for (const Ip& ip : ipsOf(alignment, MainPointNames::Ka, withoutIp_)) {
+        out_ << "        <AlignPI><PI name=\"" << ip.name << '"';
+        if (!ip.from.empty()) {
+            out_ << " desc=\"" << ip.from << "～" << ip.to << '"';
+        }
+        out_ << '>' << Coordinate{profile_, ip.point.y} << ' ' << Coordinate{profile_, ip.point.x}
+             << "</PI></AlignPI>\n";
+    }
+    out_ << "      </AlignPIs>\n";
+}
+
+void AlignmentWriter::writeProfile(const AlignmentResults& results) {
+    if (results.longitudinal.empty()) {
+        return;
+    }
+    out_ << "      <Profile>\n        <ProfSurf name=\"ExistingGround\"><PntList2D>";
+    const char* separator = "";
+    for (const LongitudinalPoint& point : results.longitudinal) {
+        out_ << separator << PlainReal{point.station} << ' ' << PlainReal{point.height};
+        separator = " ";
+    }
+    out_ << "</PntList2D></ProfSurf>\n      </Profile>\n";
+}
+
+void AlignmentWriter::writeCrossSections(const AlignmentResults& results) {
+    if (results.sections.empty()) {
+        return;
+    }
+    out_ << "      <CrossSects>\n";
+    for (const CrossSection& section : results.sections) {
+        out_ << "        <CrossSect name=\"" << xmlText(section.name) << "\" sta=\"" << PlainReal{section.station}
+             << "\"><CrossSectSurf name=\"ExistingGround\"><PntList2D>";
+        const char* separator = "";
+        for (const SectionPoint& point : section.points) {
+            out_ << separator << PlainReal{point.offset} << ' ' << PlainReal{point.height};
+            separator = " ";
+        }
+        out_ << "</PntList2D></CrossSectSurf></CrossSect>\n";
+    }
+    if (isJapanese()) {
+        out_ << "        <Feature>";
+        writeProperty("projectPhase", "詳細");
+        out_ << "</Feature>\n";
+    }
+    out_ << "      </CrossSects>\n";
+}
+
+void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
     UniqueNames names;
-    bool open = false;
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        const drawing::Alignment& alignment = drawing.alignment(i);
+    for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
+        const drawing::Alignment& alignment = drawing_.alignment(i);
         if (alignment.elements.empty() || !unplaced.look(alignment)) {
             continue;
         }
-        if (!open) {
-            out << "  <Alignments>\n";
+        if (written_.empty()) {
+            out_ << "  <Alignments" << (isJapanese() ? " name=\"道路\"" : "") << ">\n";
         }
-        open = true;
-        out << "    <Alignment name=\"" << xmlText(names.take(alignment.name)) << "\" desc=\""
-            << xmlText(alignment.description) << "\" length=\"" << PlainReal{alignment.length()} << "\" staStart=\""
-            << PlainReal{alignment.startStation} << "\">\n      <CoordGeom>\n";
+        written_.push_back({i, names.take(trimmedName(alignment.name))});
+        out_ << "    <Alignment name=\"" << xmlText(written_.back().name) << "\" desc=\""
+             << xmlText(trimmedName(alignment.description)) << "\" length=\"" << PlainReal{alignment.length()}
+             << "\" staStart=\"" << PlainReal{alignment.startStation} << "\">\n      <CoordGeom>\n";
         double station = alignment.startStation;
         for (const Element& element : alignment.elements) {
-            writeElement(out, element, station);
+            writeElement(element, station);
             station += element.length;
         }
-        out << "      </CoordGeom>\n    </Alignment>\n";
+        out_ << "      </CoordGeom>\n";
+        writeIps(alignment);
+        writeProfile(results_.alignments[i]);
+        writeCrossSections(results_.alignments[i]);
+        if (isJapanese()) {
+            out_ << "      <Feature name=\"Interval\">";
+            writeProperty("main", fixedReal(kInterval, 0));
+            out_ << "</Feature>\n";
+        }
+        out_ << "    </Alignment>\n";
     }
-    if (open) {
-        out << "  </Alignments>\n";
+    if (!written_.empty()) {
+        if (isJapanese()) {
+            out_ << "    <Feature>";
+            writeProperty("designGmType", "道路");
+            out_ << "</Feature>\n";
+        }
+        out_ << "  </Alignments>\n";
+    }
+}
+
+void AlignmentWriter::writeIntermediatePointsOf(const Written& alignment, std::size_t number) {
+    const drawing::AlignmentGeometry& geometry = drawing_.geometry(alignment.index);
+    if (geometry.empty() || geometry.length() > kInterval * kMostIntermediatePoints) {
+        return;
+    }
+    struct Point {
+        double station;
+        drawing::Pose pose;
+    };
+    std::vector<Point> points;
+    constexpr double kSlack = 1e-9; // of a stake number, for a start that is a stake but for rounding
+    for (double stake = std::ceil(geometry.startStation() / kInterval - kSlack);
+         stake * kInterval <= geometry.endStation() + drawing::kStationTolerance; ++stake) {
+        if (const auto pose = geometry.poseAt(stake * kInterval)) {
+            points.push_back({stake * kInterval, *pose});
+        }
+    }
+    if (points.empty()) {
+        return;
+    }
+    const std::string prefix = "IntermediatePnt" + std::to_string(number) + "-";
+    const StationNames stationNames;
+    out_ << "  <CgPoints name=\"IntermediatePnts\">\n";
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        out_ << "    <CgPoint name=\"" << stationNames(points[i].station) << "\" featureRef=\"" << prefix << i + 1
+             << "\">" << Coordinate{profile_, points[i].pose.point.y} << ' '
+             << Coordinate{profile_, points[i].pose.point.x} << "</CgPoint>\n";
+    }
+    out_ << "    <Feature name=\"IntermediatePnts\">";
+    writeProperty("alignmentRefs", alignment.name);
+    out_ << "</Feature>\n";
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        out_ << "    <Feature name=\"" << prefix << i + 1 << "\"><Property label=\"sta\" value=\""
+             << PlainReal{points[i].station} << "\"/>";
+        writeProperty("tangentDirectionAngle", packedDegrees(azimuthDegrees(azimuthOf(points[i].pose.direction))));
+        out_ << "</Feature>\n";
+    }
+    out_ << "  </CgPoints>\n";
+}
+
+void AlignmentWriter::writeIntermediatePoints() {
+    for (std::size_t i = 0; i < written_.size(); ++i) {
+        writeIntermediatePointsOf(written_[i], i + 1);
     }
 }
 
 std::string nameOf(const EntityView& entity) {
-    if (entity.row && !entity.row->name.empty()) {
-        return std::string(entity.row->name);
+    if (entity.row && !trimmedName(entity.row->name).empty()) {
+        return std::string(trimmedName(entity.row->name));
     }
     return std::to_string(entity.id.asUint64());
 }
@@ -117,6 +302,11 @@ void writeAttributes(std::ostream& out, UniqueNames& names, const EntityView& en
     if (entity.row) {
         out << " desc=\"" << xmlText(entity.row->type) << '"';
     }
+}
+
+// North, then east.
+void writePoint(std::ostream& out, const char* element, double x, double y) {
+    out << '<' << element << '>' << PlainReal{y} << ' ' << PlainReal{x} << "</" << element << '>';
 }
 
 void writeRing(std::ostream& out, const EntityView& entity) {
@@ -162,7 +352,21 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
     }
 }
 
-void writeHead(std::ostream& out, const Drawing& drawing) {
+// The datum and zone, or nothing if nobody told the zone.
+void writeCoordinateSystem(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
+    if (profile == LandXmlProfile::JLandXml) {
+        out << "  <CoordinateSystem name=\"CRS1\" horizontalDatum=\"JGD2011\" verticalDatum=\"T.P\"";
+        if (drawing.zone() != 0) {
+            out << " horizontalCoordinateSystemName=\"" << drawing.zone() << "(X,Y)\"";
+        }
+        out << "/>\n";
+    } else if (drawing.zone() != 0) {
+        out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << drawing.zone()
+            << "\" epsgCode=\"" << 6668 + drawing.zone() << "\" horizontalDatum=\"JGD2011\"/>\n";
+    }
+}
+
+void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
     std::array<char, 16> date{};
     std::array<char, 16> time{};
     const std::time_t now = std::time(nullptr);
@@ -170,47 +374,58 @@ void writeHead(std::ostream& out, const Drawing& drawing) {
     ::gmtime_r(&now, &parts);
     std::strftime(date.data(), date.size(), "%Y-%m-%d", &parts);
     std::strftime(time.data(), time.size(), "%H:%M:%S", &parts);
+    const bool japanese = profile == LandXmlProfile::JLandXml;
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<LandXML xmlns=\"http://www.landxml.org/schema/LandXML-1.2\" version=\"1.2\" date=\""
-        << date.data() << "\" time=\"" << time.data()
-        << "\" language=\"Japanese\">\n"
-           "  <Units><Metric areaUnit=\"squareMeter\" linearUnit=\"meter\" volumeUnit=\"cubicMeter\" "
-           "temperatureUnit=\"celsius\" pressureUnit=\"HPA\"/></Units>\n";
-    if (drawing.zone() != 0) {
-        out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << drawing.zone()
-            << "\" epsgCode=\"" << 6668 + drawing.zone() << "\" horizontalDatum=\"JGD2011\"/>\n";
+        << date.data() << "\" time=\"" << time.data() << '"' << (japanese ? "" : " language=\"Japanese\"") << ">\n";
+    if (japanese) {
+        out << "  <Project name=\"" << xmlText(drawing.sites().empty() ? "" : trimmedName(drawing.sites()[0].name))
+            << "\"><Feature><Property label=\"projectPhase\" value=\"詳細\"/>"
+               "<Property label=\"applicationCriterion\" value=\"MlitLandXmlVer.1.7\"/></Feature></Project>\n"
+               "  <Application name=\"fenmark\"/>\n";
     }
-    out << "  <Application name=\"fenmark\"/>\n";
+    if (japanese) {
+        writeCoordinateSystem(out, drawing, profile);
+    }
+    out << "  <Units><Metric areaUnit=\"squareMeter\" linearUnit=\"meter\" volumeUnit=\"cubicMeter\" "
+           "temperatureUnit=\"celsius\" pressureUnit=\"HPA\""
+        << (japanese ? " angularUnit=\"decimal dd.mm.ss\" directionUnit=\"decimal dd.mm.ss\"" : "") << "/></Units>\n";
+    if (!japanese) {
+        writeCoordinateSystem(out, drawing, profile);
+        out << "  <Application name=\"fenmark\"/>\n";
+    }
 }
 
-} // namespace
-
-Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
-    writeHead(out, drawing);
-    Unplaced unplaced;
-    writeAlignments(out, drawing, unplaced);
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        unplaced.look(drawing.entity(i));
-    }
+// A height that is no number stays out; it is counted and told.
+void writeCgPoints(std::ostream& out, const Drawing& drawing) {
     writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },
         [&out](const EntityView& entity, UniqueNames& names) {
             const host::MdGePoint3d& at = entity.position();
             out << "    <CgPoint";
             writeAttributes(out, names, entity);
-            out << '>' << PlainReal{at.y} << ' ' << PlainReal{at.x} << ' ' << PlainReal{heightOf(entity)}
-                << "</CgPoint>\n";
+            out << '>' << PlainReal{at.y} << ' ' << PlainReal{at.x};
+            if (std::abs(at.z) <= kFarthest) {
+                out << ' ' << PlainReal{at.z};
+            }
+            out << "</CgPoint>\n";
         });
+}
+
+void writeParcels(std::ostream& out, const Drawing& drawing) {
     writeGroup(out, drawing, "Parcels", isParcel, [&out](const EntityView& entity, UniqueNames& names) {
         const PlanPoint centre = labelPoint(entity.vertices);
         out << "    <Parcel";
         writeAttributes(out, names, entity);
         out << " area=\"" << PlainReal{std::abs(signedArea(entity.vertices))} << "\">\n      ";
-        writePoint(out, "Center", centre);
+        writePoint(out, "Center", centre.x, centre.y);
         out << '\n';
         writeRing(out, entity);
         out << "    </Parcel>\n";
     });
+}
+
+void writePlanFeatures(std::ostream& out, const Drawing& drawing) {
     writeGroup(out, drawing, "PlanFeatures", isPlanFeature, [&out](const EntityView& entity, UniqueNames& names) {
         out << "    <PlanFeature";
         writeAttributes(out, names, entity);
@@ -218,8 +433,76 @@ Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
         writeRing(out, entity);
         out << "    </PlanFeature>\n";
     });
+}
+
+// What the Japanese profile has no place for.
+Notes leftOutOfProfile(const Drawing& drawing) {
+    std::size_t points = 0;
+    std::size_t lines = 0;
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        if (!drawing.isPoint(i)) {
+            ++lines;
+            continue;
+        }
+        const EntityView entity = drawing.entity(i);
+        const std::string_view type = entity.row ? entity.row->type : std::string_view();
+        points += type == "縦断成果" || type == "横断成果" ? 0 : 1;
+    }
+    Notes notes;
+    if (points + lines > 0) {
+        notes.push_back("a J-LandXML file holds alignments and what lies on them; left out: " + std::to_string(points) +
+                        " points, " + std::to_string(lines) + " polylines");
+    }
+    if (drawing.zone() == 0) {
+        notes.push_back("the drawing has no zone, so the file does not tell its plane rectangular system; import with "
+                        "--zone 1..19");
+    }
+    return notes;
+}
+
+} // namespace
+
+Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
+    return writeLandXml(drawing, LandXmlProfile::LandXml, out);
+}
+
+Notes writeLandXml(const Drawing& drawing, LandXmlProfile profile, std::ostream& out) {
+    const bool japanese = profile == LandXmlProfile::JLandXml;
+    writeHead(out, drawing, profile);
+    Unplaced unplaced;
+    const Results results = resultsOf(drawing);
+    AlignmentWriter alignments(out, drawing, profile, results);
+    alignments.writeAlignments(unplaced);
+    Notes notes;
+    if (japanese) {
+        alignments.writeIntermediatePoints();
+        notes = leftOutOfProfile(drawing);
+    } else {
+        for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+            unplaced.look(drawing.entity(i));
+        }
+        writeCgPoints(out, drawing);
+        writeParcels(out, drawing);
+        writePlanFeatures(out, drawing);
+    }
     out << "</LandXML>\n";
-    return unplaced.notes("left out");
+    const Notes leftOut = unplaced.notes("left out");
+    notes.insert(notes.end(), leftOut.begin(), leftOut.end());
+    if (results.unplaced > 0) {
+        notes.push_back("longitudinal and cross-section results that lie on no alignment of the drawing" +
+                        std::string(japanese ? "; left out: " : "; written as points alone: ") +
+                        std::to_string(results.unplaced));
+    }
+    if (alignments.curvesWithoutIp() > 0) {
+        notes.push_back("curves that turn by half a circle or more have no IP: " +
+                        std::to_string(alignments.curvesWithoutIp()));
+    }
+    if (alignments.turningFar() > 0) {
+        notes.push_back("clothoids that turn by half a circle or more have no PI; a point on the first tangent stands "
+                        "there: " +
+                        std::to_string(alignments.turningFar()));
+    }
+    return notes;
 }
 
 } // namespace fenmark::exchange

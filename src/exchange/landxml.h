@@ -1,4 +1,4 @@
-// A drawing as LandXML 1.2.
+// A drawing as LandXML 1.2, and as J-LandXML 1.7, its profile for Japanese roads.
 #pragma once
 
 #include "drawing/drawing.h"
@@ -6,9 +6,17 @@
 
 namespace fenmark::exchange {
 
-// Alignments with their exact elements (Line, Curve, Spiral), points as CgPoints, closed lots as Parcels, other
-// polylines as PlanFeatures. Coordinates are "north east elevation". Names that the format wants unique and that are
-// not get a number behind them.
+enum class LandXmlProfile {
+    // Points, alignments, parcels and other lines, in the fullest precision.
+    LandXml,
+    // Alignments with their intermediate points, for electronic delivery. It has no place for lots, other lines and
+    // points without a role, which are left out and told.
+    JLandXml,
+};
+
+// Coordinates are north, east and height, and heights that nobody knows are left out. Alignments are written as their exact
+// elements, straights, arcs and clothoids, with IPs and with the longitudinal and cross-section results on them.
 Notes writeLandXml(const drawing::Drawing& drawing, std::ostream& out);
+Notes writeLandXml(const drawing::Drawing& drawing, LandXmlProfile profile, std::ostream& out);
 
 } // namespace fenmark::exchange

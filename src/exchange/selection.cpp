@@ -1,7 +1,7 @@
 // What of a drawing goes into an exported file.
 #include "exchange/selection.h"
 
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
 

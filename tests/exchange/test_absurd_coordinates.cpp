@@ -6,7 +6,7 @@
 #include "exchange/info.h"
 #include "exchange/landxml.h"
 #include "exchange/placed.h"
-#include "exchange/plan_svg.h"
+#include "exchange/plan/plan_svg.h"
 #include "sample_drawing.h"
 
 #include <gtest/gtest.h>

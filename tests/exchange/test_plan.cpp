@@ -1,6 +1,6 @@
 // The plan as SVG.
-#include "exchange/plan.h"
-#include "exchange/plan_svg.h"
+#include "exchange/plan/plan.h"
+#include "exchange/plan/plan_svg.h"
 #include "sample_drawing.h"
 
 #include <gtest/gtest.h>

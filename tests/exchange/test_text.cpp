@@ -1,6 +1,6 @@
 // Numbers, texts, and the file that replaces its target whole.
 #include "exchange/output_file.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 #include "exchange/text.h"
 #include "support/temporary_folder.h"
 

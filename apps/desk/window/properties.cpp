@@ -2,7 +2,7 @@
 #include "desk/window/properties.h"
 
 #include "desk/plan/plan_text.h"
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <cmath>
 

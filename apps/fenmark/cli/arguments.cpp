@@ -29,7 +29,9 @@ struct Raw {
     StationArguments station;
     LocateArguments locate;
     ExportArguments exported;
-    ExportArguments plot;
+    StakesArguments stakes;
+    ReportArguments report;
+    PlotArguments plot;
     std::vector<std::string> only; // each a list of kinds with commas
     std::vector<std::string> skip;
     std::string shift;
@@ -47,6 +49,20 @@ struct Raw {
     std::string dxfLayers = "kinds";
     std::string scale;
     std::string crs = "lonlat";
+    std::string profile = "landxml";
+    std::string every;
+    std::string at;     // stations with commas
+    std::string offset; // metres with commas
+    std::string stakeFormat;
+    std::string tables; // parts of a report with commas
+    std::string sides = "cut";
+    std::string land;
+    int figureScale = 0;
+    int plotScale = 0;
+    std::string paper;
+    std::string pitch;
+    std::string pointNames = "ka";
+    std::string stationNames = "stake";
 };
 
 class WrongUsage : public std::runtime_error {
@@ -258,16 +274,105 @@ void addExport(CLI::App& app, Raw& raw) {
     command->add_option("--scale", raw.scale, "DXF: names are 2.5 mm high on paper of 1 to this [500]")
         ->type_name("NUMBER");
     command->add_flag("--columns", options.columns, "SIMA: names in 20 columns, for programs that read by column");
+    command->add_option("--profile", raw.profile, "Profile of LandXML: 1.2 as it is, or J-LandXML 1.7 [landxml]")
+        ->check(CLI::IsMember({"landxml", "j-landxml"}).description(""))
+        ->type_name("landxml|j-landxml");
     command->add_flag("-q,--quiet", raw.exported.quiet, "No notes; errors are still told");
     command->footer("Example:\n  fenmark export road.gpkg road.dxf");
 }
 
+// How points and stations are named, which stakes and reports share.
+void addNames(CLI::App* command, Raw& raw) {
+    command->add_option("--pitch", raw.pitch, "Metres between two numbered stakes, No.1 and No.2 [20]")
+        ->type_name("METRES");
+    command
+        ->add_option("--point-names", raw.pointNames,
+                     "Names of main points: KA1-1, KE1-1, KE1-2, KA1-2 or BTC1, BC1, EC1, ETC1 [ka]")
+        ->check(CLI::IsMember({"ka", "btc"}).description(""))
+        ->type_name("ka|btc");
+    command->add_option("--station-names", raw.stationNames, "Names of stations: No.17+5.000 or 0k345.000 [stake]")
+        ->check(CLI::IsMember({"stake", "kilometre"}).description(""))
+        ->type_name("stake|kilometre");
+}
+
+void addStakes(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("stakes", "List points to set out along an alignment");
+    command->add_option("DRAWING", raw.stakes.drawing, "Drawing to read")->required()->type_name("");
+    command->add_option("ALIGNMENT", raw.stakes.alignment, "Name of the alignment")->required()->type_name("");
+    command
+        ->add_option("--every", raw.every,
+                     "Distance between stakes, counted from station 0; 0 for none [the pitch; 0 with --at]")
+        ->type_name("METRES");
+    command->add_option("--at", raw.at, "These stations: metres, No.6+0.5 or 1k234.5")->type_name("STATION,...");
+    command->add_option("--offset", raw.offset, "Offsets of the stakes, positive to the right of travel [0]")
+        ->type_name("METRES,...");
+    command->add_flag("--main-points", raw.stakes.options.mainPoints, "Main points and joints too");
+    addNames(command, raw);
+    command->add_option("--format", raw.stakeFormat, "Format of the list [by the extension of --out, else table]")
+        ->check(CLI::IsMember({"table", "csv", "sim", "json"}).description(""))
+        ->type_name("table|csv|sim|json");
+    command->add_option("--out", raw.stakes.target, "File to write [standard output]")->type_name("FILE");
+    command->footer("In tables, CSV and SIMA files X is north and Y east; in JSON x is east.\n"
+                    "Example:\n  fenmark stakes road.gpkg 中心線 --offset=-5,0,5 --main-points --out stakes.sim");
+}
+
+void addReport(CLI::App& app, Raw& raw) {
+    CLI::App* command = app.add_subcommand("report", "Write survey documents: areas, coordinates, alignment tables");
+    command->add_option("DRAWING", raw.report.drawing, "Drawing to read")->required()->type_name("");
+    command->add_option("OUT", raw.report.target, "File to write, named *.html (for paper) or *.csv")
+        ->required()
+        ->type_name("");
+    command
+        ->add_option("--tables", raw.tables,
+                     "These tables alone: summary points lots main-points ips intermediate widths")
+        ->type_name("TABLE,...");
+    command->add_option("--scale", raw.figureScale, "Scale of the figures of lots, 1:N [the largest that fits]")
+        ->check(CLI::Range(1, 100000000).description(""))
+        ->type_name("N");
+    command->add_option("--sides", raw.sides, "Sides of lots to the millimetre: cut or rounded [cut]")
+        ->check(CLI::IsMember({"cut", "round"}).description(""))
+        ->type_name("cut|round");
+    command
+        ->add_option("--land", raw.land,
+                     "Category of the land, which decides the decimals of registered areas [both are told]")
+        ->check(CLI::IsMember({"residential", "other"}).description(""))
+        ->type_name("residential|other");
+    addNames(command, raw);
+    command->add_option("--log", raw.report.logs, "Log of an import, whose errors the summary lists")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all()
+        ->type_name("LOG");
+    command->add_flag("-q,--quiet", raw.report.quiet, "No notes; errors are still told");
+    command->footer("Example:\n  fenmark report road.gpkg road.html --tables lots,points");
+}
+
 void addPlot(CLI::App& app, Raw& raw) {
-    CLI::App* command = app.add_subcommand("plot", "Draw a plan of a drawing as SVG");
+    CLI::App* command = app.add_subcommand("plot", "Draw a plan or sections of a drawing as SVG or PDF");
     command->add_option("DRAWING", raw.plot.drawing, "Drawing to read")->required()->type_name("");
-    command->add_option("OUT", raw.plot.target, "File to write, named *.svg")->required()->type_name("");
+    command->add_option("OUT", raw.plot.target, "File to write, named *.svg or *.pdf")->required()->type_name("");
+    command->add_option("--scale", raw.plotScale, "Scale 1:N [the largest round one that fits; 500 with --along]")
+        ->check(CLI::Range(1, 100000000).description(""))
+        ->type_name("N");
+    command->add_option("--paper", raw.paper, "Size of the sheets [the smallest from A3 on that serves]")
+        ->check(CLI::IsMember({"A4", "A3", "A2", "A1", "A0"}).description(""))
+        ->type_name("A4|A3|A2|A1|A0");
+    CLI::Option* along =
+        command->add_option("--along", raw.plot.along, "Sheets that follow this alignment")->type_name("ALIGNMENT");
+    CLI::Option* profile =
+        command
+            ->add_option("--profile", raw.plot.profile, "The longitudinal section of this alignment instead of a plan")
+            ->type_name("ALIGNMENT");
+    command
+        ->add_option("--cross-sections", raw.plot.crossSections,
+                     "The cross-sections of this alignment instead of a plan")
+        ->type_name("ALIGNMENT")
+        ->excludes(along)
+        ->excludes(profile);
+    profile->excludes(along);
     command->add_flag("-q,--quiet", raw.plot.quiet, "No notes; errors are still told");
-    command->footer("Example:\n  fenmark plot road.gpkg road.svg");
+    command->footer("Several sheets are the pages of one PDF, or SVG files with numbers.\n"
+                    "Example:\n  fenmark plot road.gpkg road.pdf --along 中心線 --scale 500 --paper A3");
 }
 
 ParsedCommand checkedImport(Raw& raw) {
@@ -345,7 +450,122 @@ ParsedCommand checkedExport(Raw& raw) {
                          : raw.dxfVersion == "2000" ? exchange::DxfVersion::R2000
                                                     : exchange::DxfVersion::R12;
     options.dxfLayers = raw.dxfLayers == "drawing" ? exchange::DxfLayers::Drawing : exchange::DxfLayers::Kinds;
+    options.landXmlProfile =
+        raw.profile == "j-landxml" ? exchange::LandXmlProfile::JLandXml : exchange::LandXmlProfile::LandXml;
     return raw.exported;
+}
+
+// The pieces of a list with commas.
+std::vector<std::string> listed(const std::string& list) {
+    std::vector<std::string> pieces;
+    for (std::size_t at = 0; at <= list.size();) {
+        const std::size_t end = std::min(list.find(',', at), list.size());
+        pieces.push_back(list.substr(at, end - at));
+        at = end + 1;
+    }
+    return pieces;
+}
+
+double pitchOf(const Raw& raw) {
+    constexpr double kLeastPitch = 0.001; // metres
+    if (raw.pitch.empty()) {
+        return kStakeDistance;
+    }
+    const double pitch = realArgument(raw.pitch, "--pitch");
+    if (!(pitch >= kLeastPitch)) {
+        throw WrongUsage("--pitch must be at least 0.001: '" + raw.pitch + "'");
+    }
+    return pitch;
+}
+
+exchange::StationNames stationNamesOf(const Raw& raw) {
+    return {raw.stationNames == "kilometre" ? exchange::StationNames::Style::Kilometre
+                                            : exchange::StationNames::Style::Stake,
+            pitchOf(raw)};
+}
+
+exchange::MainPointNames pointNamesOf(const Raw& raw) {
+    return raw.pointNames == "btc" ? exchange::MainPointNames::Btc : exchange::MainPointNames::Ka;
+}
+
+exchange::StakeFormat stakeFormatOf(const Raw& raw) {
+    std::string format = raw.stakeFormat;
+    if (format.empty() && raw.stakes.target) {
+        const std::size_t point = raw.stakes.target->rfind('.');
+        format = point == std::string::npos ? "" : raw.stakes.target->substr(point + 1);
+    }
+    return format == "csv"    ? exchange::StakeFormat::Csv
+           : format == "sim"  ? exchange::StakeFormat::Sima
+           : format == "json" ? exchange::StakeFormat::Json
+                              : exchange::StakeFormat::Table;
+}
+
+ParsedCommand checkedStakes(Raw& raw) {
+    exchange::StakeOptions& options = raw.stakes.options;
+    options.stationNames = stationNamesOf(raw);
+    options.mainPointNames = pointNamesOf(raw);
+    options.every = raw.at.empty() ? options.stationNames.pitch : 0.0;
+    if (!raw.every.empty()) {
+        options.every = realArgument(raw.every, "--every");
+        if (options.every < 0.0) {
+            throw WrongUsage("--every must not be below 0: '" + raw.every + "'");
+        }
+    }
+    if (!raw.at.empty()) {
+        for (const std::string& piece : listed(raw.at)) {
+            const auto station = parseStation(piece, options.stationNames.pitch);
+            if (!station) {
+                throw WrongUsage("--at takes stations such as 120.5, No.6+0.5 or 1k234.5: '" + piece + "'");
+            }
+            options.stations.push_back(*station);
+        }
+    }
+    if (!raw.offset.empty()) {
+        options.offsets.clear();
+        for (const std::string& piece : listed(raw.offset)) {
+            options.offsets.push_back(realArgument(piece, "--offset"));
+        }
+    }
+    raw.stakes.format = stakeFormatOf(raw);
+    return std::move(raw.stakes);
+}
+
+ParsedCommand checkedReport(Raw& raw) {
+    exchange::ReportOptions& options = raw.report.options;
+    options.stationNames = stationNamesOf(raw);
+    options.mainPointNames = pointNamesOf(raw);
+    options.sides = raw.sides == "round" ? exchange::SideRule::Round : exchange::SideRule::Cut;
+    options.land = raw.land.empty()            ? exchange::LandCategory::Unknown
+                   : raw.land == "residential" ? exchange::LandCategory::Residential
+                                               : exchange::LandCategory::Other;
+    if (raw.figureScale != 0) {
+        options.figureScale = raw.figureScale;
+    }
+    if (!raw.tables.empty()) {
+        options.parts.fill(false);
+        for (const std::string& piece : listed(raw.tables)) {
+            const auto found = std::find(exchange::kReportParts.begin(), exchange::kReportParts.end(), piece);
+            if (found == exchange::kReportParts.end()) {
+                std::string names;
+                for (const std::string_view name : exchange::kReportParts) {
+                    names.append(names.empty() ? "" : " ").append(name);
+                }
+                throw WrongUsage("no table is named '" + piece + "'; the tables are " + names);
+            }
+            options.parts[static_cast<std::size_t>(found - exchange::kReportParts.begin())] = true;
+        }
+    }
+    return std::move(raw.report);
+}
+
+ParsedCommand checkedPlot(Raw& raw) {
+    if (raw.plotScale != 0) {
+        raw.plot.options.scale = raw.plotScale;
+    }
+    if (!raw.paper.empty()) {
+        raw.plot.options.paper = raw.paper;
+    }
+    return std::move(raw.plot);
 }
 
 ParsedCommand checked(CLI::App& app, Raw& raw) {
@@ -375,7 +595,13 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
     if (app.got_subcommand("export")) {
         return checkedExport(raw);
     }
-    return PlotArguments{raw.plot};
+    if (app.got_subcommand("stakes")) {
+        return checkedStakes(raw);
+    }
+    if (app.got_subcommand("report")) {
+        return checkedReport(raw);
+    }
+    return checkedPlot(raw);
 }
 
 // The text in lines that fit beside the names of the options on a terminal of 80 columns. All of it is ASCII.
@@ -436,6 +662,8 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     addInfo(app, raw);
     addStation(app, raw);
     addLocate(app, raw);
+    addStakes(app, raw);
+    addReport(app, raw);
     addExport(app, raw);
     addPlot(app, raw);
     foldHelp(app);

@@ -19,10 +19,9 @@ struct UsageError {
     std::string message;
 };
 
-struct PlotArguments : ExportArguments {};
-
-using ParsedCommand = std::variant<ShowText, UsageError, ImportArguments, PreviewArguments, InfoArguments,
-                                   StationArguments, LocateArguments, ExportArguments, PlotArguments>;
+using ParsedCommand =
+    std::variant<ShowText, UsageError, ImportArguments, PreviewArguments, InfoArguments, StationArguments,
+                 LocateArguments, ExportArguments, StakesArguments, ReportArguments, PlotArguments>;
 
 ParsedCommand parseArguments(const std::vector<std::string>& arguments);
 

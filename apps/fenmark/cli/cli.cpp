@@ -30,6 +30,8 @@ struct Runner {
     int operator()(const StationArguments& a) const { return runStation(a, streams); }
     int operator()(const LocateArguments& a) const { return runLocate(a, streams); }
     int operator()(const ExportArguments& a) const { return runExport(a, streams); }
+    int operator()(const StakesArguments& a) const { return runStakes(a, streams); }
+    int operator()(const ReportArguments& a) const { return runReport(a, streams); }
     int operator()(const PlotArguments& a) const { return runPlot(a, streams); }
 };
 

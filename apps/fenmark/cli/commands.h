@@ -12,6 +12,8 @@ int runInfo(const InfoArguments& arguments, const Streams& streams);
 int runStation(const StationArguments& arguments, const Streams& streams);
 int runLocate(const LocateArguments& arguments, const Streams& streams);
 int runExport(const ExportArguments& arguments, const Streams& streams);
-int runPlot(const ExportArguments& arguments, const Streams& streams);
+int runStakes(const StakesArguments& arguments, const Streams& streams);
+int runReport(const ReportArguments& arguments, const Streams& streams);
+int runPlot(const PlotArguments& arguments, const Streams& streams);
 
 } // namespace fenmark::cli

@@ -35,4 +35,18 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
                path + ": the drawing has no alignment named '" + name + "'; its alignments: " + joined(names));
 }
 
+bool endsIn(std::string_view path, std::string_view extension) {
+    if (path.size() < extension.size()) {
+        return false;
+    }
+    path.remove_prefix(path.size() - extension.size());
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const char c = path[i];
+        if ((c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) != extension[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace fenmark::cli

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace fenmark::cli {
 
@@ -14,5 +15,8 @@ std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::
 
 // The index of the alignment of that name, the last one if several bear it. Raises Stop with the names that there are.
 std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name);
+
+// Whether the path ends in the extension, which is given in small letters, in any case.
+bool endsIn(std::string_view path, std::string_view extension);
 
 } // namespace fenmark::cli

@@ -1,4 +1,4 @@
-// fenmark info, fenmark export and fenmark plot: a drawing in other forms.
+// fenmark info and fenmark export: a drawing in other forms.
 #include "cli/commands.h"
 #include "cli/drawings.h"
 #include "cli/messages.h"
@@ -17,11 +17,11 @@ namespace {
 
 using drawing::Load;
 
-// Writes the drawing as the extension of the target says, if that is a plan, or one of the other formats.
-int writeDrawing(const ExportArguments& arguments, bool plan, const Streams& streams) {
+// Writes the drawing as the extension of the target says.
+int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     const exchange::Format* const format = exchange::formatOf(arguments.target);
-    if (format == nullptr || format->isPlan != plan) {
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(plan));
+    if (format == nullptr || format->isPlan) {
+        throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(false));
     }
     const auto drawing = readDrawing(arguments.drawing, Load::Everything);
     exchange::ExportOptions options = arguments.options;
@@ -65,11 +65,10 @@ int runInfo(const InfoArguments& arguments, const Streams& streams) {
 }
 
 int runExport(const ExportArguments& arguments, const Streams& streams) {
-    return writeDrawing(arguments, false, streams);
-}
-
-int runPlot(const ExportArguments& arguments, const Streams& streams) {
-    return writeDrawing(arguments, true, streams);
+    if (arguments.options.landXmlProfile == exchange::LandXmlProfile::JLandXml && !endsIn(arguments.target, ".xml")) {
+        throw Stop(kWrongUsage, arguments.target + ": --profile j-landxml writes a file with the extension .xml");
+    }
+    return writeDrawing(arguments, streams);
 }
 
 } // namespace fenmark::cli

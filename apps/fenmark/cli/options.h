@@ -2,6 +2,9 @@
 #pragma once
 
 #include "exchange/export_options.h"
+#include "exchange/plan/plot.h"
+#include "exchange/report/report.h"
+#include "exchange/stakes.h"
 #include "host/embedded/embedded_host.h"
 #include "sima/reader/read_context.h"
 #include "sima/records/import_options.h"
@@ -77,6 +80,32 @@ struct ExportArguments {
     std::string drawing;
     std::string target;
     exchange::ExportOptions options;
+    bool quiet = false;
+};
+
+struct StakesArguments {
+    std::string drawing;
+    std::string alignment;
+    exchange::StakeOptions options;
+    exchange::StakeFormat format = exchange::StakeFormat::Table;
+    std::optional<std::string> target; // standard output without
+};
+
+struct ReportArguments {
+    std::string drawing;
+    std::string target;
+    exchange::ReportOptions options;
+    std::vector<std::string> logs; // of imports, for the summary
+    bool quiet = false;
+};
+
+struct PlotArguments {
+    std::string drawing;
+    std::string target;
+    exchange::PlotOptions options;
+    std::optional<std::string> along;         // alignment that the sheets follow
+    std::optional<std::string> profile;       // alignment whose longitudinal section is drawn
+    std::optional<std::string> crossSections; // alignment whose cross-sections are drawn
     bool quiet = false;
 };
 

@@ -9,8 +9,7 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr double kStakeDistance = 20.0; // metres
-constexpr double kKilometre = 1000.0;   // metres
+constexpr double kKilometre = 1000.0; // metres
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -42,7 +41,7 @@ std::optional<double> sum(std::optional<double> from, std::optional<double> beyo
 }
 
 // What stands behind "No": "6", ".6+0.5", ".-1+16".
-std::optional<double> parseStake(std::string_view text) {
+std::optional<double> parseStake(std::string_view text, double pitch) {
     if (text.starts_with('.')) {
         text.remove_prefix(1);
     }
@@ -52,7 +51,7 @@ std::optional<double> parseStake(std::string_view text) {
     }
     std::optional<double> stake = takeDigits(text);
     if (stake) {
-        *stake *= before ? -kStakeDistance : kStakeDistance;
+        *stake *= before ? -pitch : pitch;
     }
     return sum(stake, metresBeyond(text));
 }
@@ -82,9 +81,9 @@ std::optional<double> parseReal(std::string_view text) {
     return value;
 }
 
-std::optional<double> parseStation(std::string_view text) {
+std::optional<double> parseStation(std::string_view text, double pitch) {
     if (startsWithNo(text)) {
-        return parseStake(text.substr(2));
+        return parseStake(text.substr(2), pitch);
     }
     if (const std::size_t k = text.find_first_of("kK"); k != std::string_view::npos) {
         return parseKilometres(text.substr(0, k), text.substr(k + 1));

@@ -1,5 +1,5 @@
 // Where names stand on a plan.
-#include "exchange/plan_labels.h"
+#include "exchange/plan/plan_labels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // Small plan geometry that the exchange formats share.
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
 

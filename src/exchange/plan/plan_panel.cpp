@@ -1,8 +1,9 @@
 // What stands around a plan: frame, coordinate grid, legend, title, north arrow and scale bar.
-#include "exchange/plan.h"
+#include "exchange/plan/plan.h"
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string_view>
 
 namespace fenmark::exchange {
@@ -122,10 +123,17 @@ void legendSample(std::ostream& out, PlanItem item, double x, double y) {
 
 double drawNorth(const Plan& plan, std::ostream& out, double y) {
     const double x = plan.sheet.panel().x + plan.sheet.panel().width / 2.0;
+    // A sheet along an alignment is turned, and north with it.
+    const bool turned = plan.sheet.rotation() != 0.0;
+    if (turned) {
+        out << "<g transform=\"rotate(" << mm(-plan.sheet.rotation() * 180.0 / std::numbers::pi) << ' ' << mm(x) << ' '
+            << mm(y + 11.0) << ")\">\n";
+    }
     out << "<path d=\"M" << mm(x) << ' ' << mm(y + 5.0)
         << "l3.2 14l-3.2-3z\" fill=\"#222\"/>\n<path class=\"thin\" d=\"M" << mm(x) << ' ' << mm(y + 5.0)
         << "l-3.2 14l3.2-3\"/>\n";
     text(out, x, y + 2.2, 4.0, "N", "middle", " font-weight=\"bold\"");
+    out << (turned ? "</g>\n" : "");
     return y + 24.0;
 }
 
@@ -203,6 +211,9 @@ void drawTitle(const Plan& plan, std::ostream& out) {
     for (const std::string& file : sourceFiles(plan)) {
         lines.push_back({lines.empty() ? "資料" : "", file});
     }
+    for (const auto& [name, value] : plan.titles) {
+        lines.push_back({name, value});
+    }
     lines.push_back({"縮尺", "1:" + std::to_string(plan.sheet.scale()) + "（" + plan.sheet.format() + "）"});
     lines.push_back({"座標系", plan.drawing.zone() == 0
                                    ? std::string("平面直角座標")
@@ -252,8 +263,102 @@ void drawNotes(const Plan& plan, std::ostream& out, double y) {
 
 } // namespace
 
-void drawGrid(const Plan& plan, std::ostream& out) {
+void drawMatchLines(Plan& plan, std::ostream& out) {
+    for (const MatchLine& line : plan.matchLines) {
+        const PaperPoint at = plan.at(line.point.x, line.point.y);
+        const double across = plan.turned(line.direction) + std::numbers::pi / 2.0;
+        const double reach = plan.sheet.map().width;
+        const double dx = reach * std::cos(across);
+        const double dy = reach * std::sin(across);
+        out << "<path class=\"l match\" d=\"M" << mm(at.x - dx) << ' ' << mm(at.y + dy) << 'L' << mm(at.x + dx) << ' '
+            << mm(at.y - dy) << "\"/>\n";
+        double degrees = std::remainder(-across * 180.0 / std::numbers::pi, 180.0);
+        std::vector<Label> candidates;
+        for (const double along : {30.0, -30.0, 50.0, -50.0}) {
+            for (const double beside : {-2.4, 2.4}) {
+                const PaperPoint middle{at.x + along * std::cos(across) + beside * std::sin(across),
+                                        at.y - along * std::sin(across) + beside * std::cos(across)};
+                candidates.push_back({middle, 2.4, degrees, Label::Anchor::Middle, line.text, "key"});
+            }
+        }
+        plan.place(candidates, false);
+    }
+}
+
+namespace {
+
+// The crosses of a grid that is turned on the paper, with their ground.
+template <typename Function>
+void eachTurnedCross(const PlanSheet& sheet, double step, Function function) {
+    const Rect& map = sheet.map();
+    drawing::Extent ground;
+    for (const double x : {map.x, map.right()}) {
+        for (const double y : {map.y, map.bottom()}) {
+            const host::PlanPoint corner = sheet.groundAt({x, y});
+            ground.add(corner.x, corner.y);
+        }
+    }
+    for (auto i = static_cast<long long>(std::ceil(ground.minX / step)); static_cast<double>(i) * step <= ground.maxX;
+         ++i) {
+        for (auto j = static_cast<long long>(std::ceil(ground.minY / step));
+             static_cast<double>(j) * step <= ground.maxY; ++j) {
+            const host::PlanPoint point{static_cast<double>(i) * step, static_cast<double>(j) * step};
+            const PaperPoint at = sheet.at(point.x, point.y);
+            if (at.x > map.x && at.x < map.right() && at.y > map.y && at.y < map.bottom()) {
+                function(point, at);
+            }
+        }
+    }
+}
+
+void drawTurnedGrid(const PlanSheet& sheet, double step, std::ostream& out) {
+    const double east = kGridCross * std::cos(sheet.rotation());
+    const double north = kGridCross * std::sin(sheet.rotation());
+    out << "<path class=\"grid\" d=\"";
+    eachTurnedCross(sheet, step, [&](const host::PlanPoint&, const PaperPoint& at) {
+        out << 'M' << mm(at.x - east) << ' ' << mm(at.y + north) << 'L' << mm(at.x + east) << ' ' << mm(at.y - north)
+            << 'M' << mm(at.x - north) << ' ' << mm(at.y - east) << 'L' << mm(at.x + north) << ' ' << mm(at.y + east);
+    });
+    out << "\"/>\n";
+}
+
+} // namespace
+
+void nameGrid(Plan& plan) {
     const PlanSheet& sheet = plan.sheet;
+    if (sheet.rotation() == 0.0) {
+        return; // its names stand at the frame
+    }
+    const double step = roundStep(sheet.groundLength(kLeastGridSpace));
+    const double degrees = -sheet.rotation() * 180.0 / std::numbers::pi;
+    const int decimals = step < 1.0 ? 1 : 0;
+    constexpr double kSize = 1.7;
+    eachTurnedCross(sheet, step, [&](const host::PlanPoint& ground, const PaperPoint& at) {
+        const std::string text = "X=" + fixedReal(ground.y, decimals) + " Y=" + fixedReal(ground.x, decimals);
+        // Along the eastward arm of the cross, or upside down along the westward one.
+        const bool flipped = std::abs(std::remainder(degrees, 360.0)) > 90.0;
+        const double angle = std::remainder(flipped ? degrees + 180.0 : degrees, 360.0);
+        const double radians = angle * std::numbers::pi / 180.0;
+        std::vector<Label> candidates;
+        for (const double side : {-1.4, 1.4}) {
+            candidates.push_back({{at.x + 1.0 * std::cos(radians) - side * std::sin(radians),
+                                   at.y + 1.0 * std::sin(radians) + side * std::cos(radians)},
+                                  kSize,
+                                  angle,
+                                  Label::Anchor::Start,
+                                  text,
+                                  "gridname"});
+        }
+        plan.place(candidates, true);
+    });
+}
+
+void drawGrid(Plan& plan, std::ostream& out) {
+    const PlanSheet& sheet = plan.sheet;
+    if (sheet.rotation() != 0.0) {
+        drawTurnedGrid(sheet, roundStep(sheet.groundLength(kLeastGridSpace)), out);
+        return;
+    }
     const Rect& map = sheet.map();
     const double step = roundStep(sheet.groundLength(kLeastGridSpace));
     const host::PlanPoint low = sheet.groundAt({map.x, map.bottom()});

@@ -2,14 +2,15 @@
 #pragma once
 
 #include "drawing/drawing.h"
-#include "exchange/plan_labels.h"
-#include "exchange/plan_sheet.h"
+#include "exchange/plan/plan_labels.h"
+#include "exchange/plan/plan_sheet.h"
 #include "exchange/text.h"
 
 #include <ostream>
 #include <set>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -33,12 +34,34 @@ enum class PlanItem {
     OtherPoint,
 };
 
-struct Plan {
-    explicit Plan(const drawing::Drawing& shown);
+// Where two sheets along an alignment meet.
+struct MatchLine {
+    host::PlanPoint point;
+    double direction = 0.0; // of the alignment
+    std::string text;
+};
 
-    const drawing::Drawing& drawing;
+// What of a drawing a plan can show.
+struct Shown {
+    explicit Shown(const drawing::Drawing& drawing);
+
+    drawing::Extent extent;
     std::size_t leftOut = 0;     // entities at the origin, far from all others
     std::size_t beyondReach = 0; // entities and alignments with coordinates that no survey has
+};
+
+struct Plan {
+    explicit Plan(const drawing::Drawing& drawing) : Plan(drawing, Shown(drawing), SheetChoice{}) {}
+    Plan(const drawing::Drawing& drawing, const Shown& shown, const SheetChoice& choice)
+        : Plan(drawing, shown, PlanSheet(shown.extent, choice)) {}
+    Plan(const drawing::Drawing& drawing, const Shown& shown, const PlanSheet& sheet);
+
+    const drawing::Drawing& drawing;
+    std::size_t leftOut = 0;
+    std::size_t beyondReach = 0;
+    bool partial = false; // shows a part of the drawing; what lies beside the sheet is passed over
+    std::vector<MatchLine> matchLines;
+    std::vector<std::pair<std::string, std::string>> titles; // more lines of the title: name and value
     PlanSheet sheet;
     LabelSpace space;
     std::vector<Label> labels;
@@ -50,6 +73,10 @@ struct Plan {
 
     bool isLeftOut(const drawing::EntityView& entity) const;
     bool isLeftOut(const drawing::Alignment& alignment) const;
+    // Whether the sheet has no part of it.
+    bool isBeside(const drawing::Extent& extent) const { return partial && !sheet.shows(extent); }
+    // A direction of the ground as it runs on the paper.
+    double turned(double direction) const { return direction + sheet.rotation(); }
     PaperPoint at(double x, double y) const { return sheet.at(x, y); }
     // Adds the first candidate that finds room; false if none does.
     bool place(const std::vector<Label>& candidates, bool offLinesOnly);
@@ -73,8 +100,14 @@ void drawAlignments(Plan& plan, std::ostream& out);
 void namePolylines(Plan& plan);
 void drawPoints(Plan& plan, std::ostream& out);
 
+// The whole sheet as an SVG document.
+void writePlan(Plan& plan, std::ostream& out);
+
 // Frame, grid, legend, title, north arrow and scale bar.
-void drawGrid(const Plan& plan, std::ostream& out);
+void drawGrid(Plan& plan, std::ostream& out);
+// The names of a turned grid, which stand where there is room.
+void nameGrid(Plan& plan);
+void drawMatchLines(Plan& plan, std::ostream& out);
 void drawPanel(const Plan& plan, std::ostream& out);
 
 } // namespace fenmark::exchange

@@ -1,7 +1,7 @@
 // Points and polylines on a plan.
-#include "exchange/plan.h"
+#include "exchange/plan/plan.h"
 
-#include "exchange/plan_geometry.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
 #include <array>
@@ -176,6 +176,15 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+bool isBeside(const Plan& plan, const EntityView& point) {
+    if (!plan.partial) {
+        return false;
+    }
+    drawing::Extent extent;
+    extent.add(point.position().x, point.position().y);
+    return plan.isBeside(extent);
+}
+
 // The largest type that the name fits into the lot with, or nothing.
 void nameLot(Plan& plan, const EntityView& lot) {
     const std::string name(trimmed(lot.row->name));
@@ -220,6 +229,9 @@ void drawPolylines(Plan& plan, std::ostream& out) {
             if ((kind.item == PlanItem::Lot) != lots) {
                 continue;
             }
+            if (plan.partial && plan.isBeside(plan.drawing.entityExtent(i))) {
+                continue;
+            }
             plan.items.insert(kind.item);
             if (!crowd.draws(i)) {
                 continue;
@@ -250,7 +262,7 @@ void namePolylines(Plan& plan) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
         if (!entity.isPoint() && entity.row && entity.vertices.size() >= 3 && entity.row->type == "画地" &&
-            !plan.isLeftOut(entity)) {
+            !plan.isLeftOut(entity) && !(plan.partial && plan.isBeside(plan.drawing.entityExtent(i)))) {
             nameLot(plan, entity);
         }
     }
@@ -265,7 +277,7 @@ void drawPoints(Plan& plan, std::ostream& out) {
     };
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
-        if (entity.vertices.size() == 1 && !plan.isLeftOut(entity)) {
+        if (entity.vertices.size() == 1 && !plan.isLeftOut(entity) && !isBeside(plan, entity)) {
             ++counts[place(pointItem(entity))];
         }
     }
@@ -290,7 +302,8 @@ void drawPoints(Plan& plan, std::ostream& out) {
         };
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             const EntityView entity = plan.drawing.entity(i);
-            if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item) {
+            if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item ||
+                isBeside(plan, entity)) {
                 continue;
             }
             const PaperPoint at = plan.at(entity.position().x, entity.position().y);
@@ -323,7 +336,7 @@ void drawPoints(Plan& plan, std::ostream& out) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         const EntityView entity = plan.drawing.entity(i);
         if (!entity.isPoint() || !entity.row || pointItem(entity) != PlanItem::CoordinatePoint ||
-            plan.isLeftOut(entity) || plan.namedAtEnds.contains(i)) {
+            plan.isLeftOut(entity) || plan.namedAtEnds.contains(i) || isBeside(plan, entity)) {
             continue;
         }
         const std::string name(trimmed(entity.row->name));

@@ -3,6 +3,9 @@
 
 #include "drawing/drawing.h"
 
+#include <optional>
+#include <string>
+
 namespace fenmark::exchange {
 
 struct Rect {
@@ -20,10 +23,25 @@ struct PaperPoint {
     double y = 0.0;
 };
 
+// What a user chose of paper and scale.
+struct SheetChoice {
+    std::optional<int> scale;         // the N of 1:N
+    std::optional<std::string> paper; // "A4" to "A0"
+};
+
 class PlanSheet {
   public:
-    // The smallest sheet and the largest round scale that the extent fits at.
-    explicit PlanSheet(const drawing::Extent& extent);
+    // The smallest sheet from A3 on and the largest round scale that the extent fits at, as far as they are not chosen.
+    explicit PlanSheet(const drawing::Extent& extent, const SheetChoice& choice = {});
+    // A sheet that lies around a place of the ground, turned so that the direction (radians) runs to the right.
+    PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper);
+
+    // False if the extent does not fit at the scale that was chosen.
+    bool fits() const { return fits_; }
+    // Radians, anticlockwise, that the ground is turned by on the paper.
+    double rotation() const { return rotation_; }
+    // Whether any part of the extent may lie on the map.
+    bool shows(const drawing::Extent& extent) const;
 
     double width() const { return width_; }
     double height() const { return height_; }
@@ -39,6 +57,10 @@ class PlanSheet {
     host::PlanPoint groundAt(const PaperPoint& paper) const;
 
   private:
+    struct Paper;
+    void takePaper(const Paper& paper, bool upright);
+    static const Paper& paperNamed(const std::string& name);
+
     double width_ = 420.0;
     double height_ = 297.0;
     const char* format_ = "A3";
@@ -47,6 +69,10 @@ class PlanSheet {
     int scale_ = 500;
     double middleX_ = 0.0; // ground at the middle of the map
     double middleY_ = 0.0;
+    double rotation_ = 0.0;
+    double cosine_ = 1.0; // of the rotation
+    double sine_ = 0.0;
+    bool fits_ = true;
 };
 
 } // namespace fenmark::exchange

@@ -1,5 +1,5 @@
 // Alignments on a plan: elements by kind, element ends, stations, curve data.
-#include "exchange/plan.h"
+#include "exchange/plan/plan.h"
 
 #include <algorithm>
 #include <array>
@@ -130,6 +130,7 @@ Label along(const PaperPoint& at, double direction, bool left, double distance, 
             style};
 }
 
+// The direction is that on the paper.
 void tick(Plan& plan, std::ostream& out, const PlanPoint& point, double direction, double half) {
     const PaperPoint at = plan.at(point.x, point.y);
     const double dx = half * std::sin(direction);
@@ -137,14 +138,24 @@ void tick(Plan& plan, std::ostream& out, const PlanPoint& point, double directio
     out << 'M' << mm(at.x - dx) << ' ' << mm(at.y - dy) << 'L' << mm(at.x + dx) << ' ' << mm(at.y + dy);
 }
 
+bool isBeside(const Plan& plan, const PlanPoint& point) {
+    drawing::Extent extent;
+    extent.add(point.x, point.y);
+    return plan.isBeside(extent);
+}
+
 void drawElement(Plan& plan, std::ostream& out, const Element& element) {
-    plan.items.insert(itemOf(element.type));
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
     drawing::appendElementLine(element, tolerance, line);
-    if (line.empty()) {
+    drawing::Extent extent;
+    for (const PlanPoint& point : line) {
+        extent.add(point.x, point.y);
+    }
+    if (line.empty() || plan.isBeside(extent)) {
         return;
     }
+    plan.items.insert(itemOf(element.type));
     PaperPoint from = plan.at(line.front().x, line.front().y);
     out << "<path class=\"l " << styleOf(element.type) << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
     if (element.type == ElementType::Arc) {
@@ -175,7 +186,7 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
         const Element& element = elements[std::min(i, elements.size() - 1)];
         const bool last = i == elements.size();
         const PlanPoint point = last ? element.end : element.start;
-        const double direction = last ? element.endDirection() : element.direction;
+        const double direction = plan.turned(last ? element.endDirection() : element.direction);
         tick(plan, out, point, direction, kEndTick);
         const PaperPoint at = plan.at(point.x, point.y);
         const std::optional<std::size_t> named = names.at(point);
@@ -213,12 +224,13 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
          tellable && static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
         const double station = static_cast<double>(k) * step;
         const auto pose = geometry.poseAt(station);
-        if (!pose) {
+        if (!pose || isBeside(plan, pose->point)) {
             continue;
         }
         ++drawn;
-        tick(plan, out, pose->point, pose->direction, k % 5 == 0 ? kMajorTick : kStakeTick);
-        poses.emplace_back(station, *pose);
+        const drawing::Pose onPaper{pose->point, plan.turned(pose->direction)};
+        tick(plan, out, onPaper.point, onPaper.direction, k % 5 == 0 ? kMajorTick : kStakeTick);
+        poses.emplace_back(station, onPaper);
     }
     out << "\"/>\n";
     if (!poses.empty()) {
@@ -265,7 +277,7 @@ void nameCurves(Plan& plan, const Alignment& alignment) {
         std::vector<Label> candidates;
         for (const double distance : {3.5, 6.5, 10.0, 13.5}) {
             for (const bool left : {!element.clockwise, element.clockwise}) {
-                candidates.push_back(along(at, middle.direction, left, distance, kCurveSize, text, style));
+                candidates.push_back(along(at, plan.turned(middle.direction), left, distance, kCurveSize, text, style));
             }
         }
         plan.place(candidates, false);
@@ -285,7 +297,7 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
         const PaperPoint at = plan.at(pose->point.x, pose->point.y);
         for (const double distance : {5.0, 10.0, 16.0}) {
             for (const bool left : {true, false}) {
-                candidates.push_back(along(at, pose->direction, left, distance, 2.6, alignment.name, "key"));
+                candidates.push_back(along(at, plan.turned(pose->direction), left, distance, 2.6, alignment.name, "key"));
             }
         }
     }

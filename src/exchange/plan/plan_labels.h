@@ -1,7 +1,7 @@
 // Where names stand on a plan: a label is taken only where it covers no other.
 #pragma once
 
-#include "exchange/plan_sheet.h"
+#include "exchange/plan/plan_sheet.h"
 
 #include <cstdint>
 #include <string>

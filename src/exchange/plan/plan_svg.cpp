@@ -1,7 +1,8 @@
 // A plan of a drawing as SVG: puts the parts together.
-#include "exchange/plan_svg.h"
+#include "exchange/plan/plan_svg.h"
 
-#include "exchange/plan.h"
+#include "exchange/plan/plan.h"
+#include "exchange/survey_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,6 +37,7 @@ text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-ser
 .grid{stroke:#b0bec5;stroke-width:.12}
 .frame{fill:none;stroke:#222;stroke-width:.4}
 .thin{fill:none;stroke:#222;stroke-width:.18}
+.match{stroke:#111;stroke-width:.35;stroke-dasharray:6 1.5 1.5 1.5}
 text.key{fill:#111;font-weight:bold}
 text.stake{fill:#333}
 text.curve{fill:#c62828}
@@ -70,43 +72,6 @@ bool inReach(const Alignment& alignment) {
            });
 }
 
-// The extent of what the plan shows; counts what cannot be drawn, and what lies at the origin far from all else.
-Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& beyondReach) {
-    leftOut = 0;
-    beyondReach = 0;
-    const Extent& whole = drawing.extent();
-    Extent rest;
-    std::size_t origins = 0;
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        const EntityView entity = drawing.entity(i);
-        if (atOrigin(entity)) {
-            ++origins;
-        } else if (!inReach(entity)) {
-            ++beyondReach;
-        } else {
-            rest.add(drawing.entityExtent(i));
-        }
-    }
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        if (!inReach(drawing.alignment(i))) {
-            ++beyondReach;
-            continue;
-        }
-        for (const auto& element : drawing.alignment(i).elements) {
-            rest.add(drawing::extentOf(element));
-        }
-    }
-    const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});
-    leftOut = away < kFarFromOrigin ? 0 : origins;
-    if (leftOut == 0 && beyondReach == 0) {
-        return whole;
-    }
-    if (leftOut < origins) {
-        rest.add(0.0, 0.0);
-    }
-    return rest;
-}
-
 void writeLabels(const Plan& plan, std::ostream& out) {
     out << "<g class=\"halo\">\n";
     for (const Label& label : plan.labels) {
@@ -139,19 +104,50 @@ std::string mm(double millimetres) {
 }
 
 std::string stakeName(double station) {
-    constexpr double kStake = 20.0; // metres
-    constexpr double kMillimetre = 1e-3;
-    const double rounded = std::round(station / kMillimetre) * kMillimetre;
-    const double stake = std::floor(rounded / kStake + 1e-9);
-    const double plus = rounded - stake * kStake;
-    std::string name = "No." + fixedReal(stake, 0);
-    if (plus >= kMillimetre / 2.0) {
-        name += "+" + fixedReal(plus, 3);
-    }
-    return name;
+    return StationNames{}(station);
 }
 
-Plan::Plan(const Drawing& shown) : drawing(shown), sheet(shownExtent(shown, leftOut, beyondReach)), space(sheet.map()) {
+Shown::Shown(const Drawing& drawing) {
+    Extent rest;
+    std::size_t origins = 0;
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const EntityView entity = drawing.entity(i);
+        if (atOrigin(entity)) {
+            ++origins;
+        } else if (!inReach(entity)) {
+            ++beyondReach;
+        } else {
+            rest.add(drawing.entityExtent(i));
+        }
+    }
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        if (!inReach(drawing.alignment(i))) {
+            ++beyondReach;
+            continue;
+        }
+        for (const auto& element : drawing.alignment(i).elements) {
+            std::vector<host::PlanPoint> line;
+            drawing::appendElementLine(element, 1.0, line);
+            for (const host::PlanPoint& point : line) {
+                rest.add(point.x, point.y);
+            }
+        }
+    }
+    const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});
+    leftOut = away < kFarFromOrigin ? 0 : origins;
+    if (leftOut == 0 && beyondReach == 0) {
+        extent = drawing.extent();
+        return;
+    }
+    if (leftOut < origins) {
+        rest.add(0.0, 0.0);
+    }
+    extent = rest;
+}
+
+Plan::Plan(const Drawing& shownDrawing, const Shown& shown, const PlanSheet& onSheet)
+    : drawing(shownDrawing), leftOut(shown.leftOut), beyondReach(shown.beyondReach), sheet(onSheet),
+      space(sheet.map()) {
     if (leftOut > 0) {
         notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
     }
@@ -176,8 +172,7 @@ bool Plan::place(const std::vector<Label>& candidates, bool offLinesOnly) {
     return label != nullptr;
 }
 
-Notes writePlanSvg(const Drawing& drawing, std::ostream& out) {
-    Plan plan(drawing);
+void writePlan(Plan& plan, std::ostream& out) {
     const PlanSheet& sheet = plan.sheet;
     const Rect& map = sheet.map();
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""
@@ -190,12 +185,19 @@ Notes writePlanSvg(const Drawing& drawing, std::ostream& out) {
     out << "<g clip-path=\"url(#map)\">\n";
     drawPolylines(plan, out);
     drawAlignments(plan, out);
+    drawMatchLines(plan, out);
     namePolylines(plan);
     drawPoints(plan, out);
+    nameGrid(plan);
     writeLabels(plan, out);
     out << "</g>\n";
     drawPanel(plan, out);
     out << "</svg>\n";
+}
+
+Notes writePlanSvg(const Drawing& drawing, std::ostream& out) {
+    Plan plan(drawing);
+    writePlan(plan, out);
     return plan.notes;
 }
 

@@ -1,0 +1,88 @@
+// fenmark plot: plans and sections on paper.
+#include "exchange/plan/plot.h"
+
+#include "cli/commands.h"
+#include "cli/drawings.h"
+#include "cli/messages.h"
+#include "exchange/output_file.h"
+
+#include <algorithm>
+#include <functional>
+#include <ostream>
+#include <sstream>
+
+namespace fenmark::cli {
+
+namespace {
+
+exchange::Plot plotOf(const drawing::Drawing& drawing, const PlotArguments& arguments) {
+    const auto index = [&](const std::string& name) { return alignmentNamed(drawing, arguments.drawing, name); };
+    if (arguments.profile) {
+        return exchange::plotProfile(drawing, index(*arguments.profile), arguments.options);
+    }
+    if (arguments.crossSections) {
+        return exchange::plotCrossSections(drawing, index(*arguments.crossSections), arguments.options);
+    }
+    if (arguments.along) {
+        return exchange::plotAlong(drawing, index(*arguments.along), arguments.options);
+    }
+    return exchange::plotPlan(drawing, arguments.options);
+}
+
+// "road.svg" and page 3 of 12 give "road-03.svg".
+std::string pageName(const std::string& target, std::size_t page, std::size_t pages) {
+    if (pages == 1) {
+        return target;
+    }
+    const std::size_t digits = std::to_string(pages).size();
+    std::string number = std::to_string(page);
+    number.insert(0, digits - std::min(digits, number.size()), '0');
+    const std::size_t point = target.rfind('.');
+    return target.substr(0, point) + "-" + number + target.substr(point);
+}
+
+void write(const std::string& target, const std::function<void(std::ostream&)>& function) {
+    const std::string failure = exchange::writeFile(target, function);
+    if (!failure.empty()) {
+        throw Stop(kNotDone, failure);
+    }
+}
+
+} // namespace
+
+int runPlot(const PlotArguments& arguments, const Streams& streams) {
+    const bool pdf = endsIn(arguments.target, ".pdf");
+    if (!pdf && !endsIn(arguments.target, ".svg")) {
+        throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg or .pdf");
+    }
+    const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything);
+    const exchange::Plot plot = plotOf(*drawing, arguments);
+    if (!plot.failure.empty()) {
+        throw Stop(kNotDone, arguments.drawing + ": " + plot.failure);
+    }
+    if (pdf) {
+        std::ostringstream bytes;
+        const std::string failure = exchange::writePdf(plot, bytes);
+        if (!failure.empty()) {
+            throw Stop(kNotDone, arguments.target + ": " + failure);
+        }
+        write(arguments.target, [&](std::ostream& out) { out << bytes.view(); });
+    } else {
+        for (std::size_t i = 0; i < plot.pages.size(); ++i) {
+            write(pageName(arguments.target, i + 1, plot.pages.size()),
+                  [&](std::ostream& out) { out << plot.pages[i]; });
+        }
+        if (plot.pages.size() > 1) {
+            tellNote(streams, arguments.quiet,
+                     std::to_string(plot.pages.size()) +
+                         " sheets: " + pageName(arguments.target, 1, plot.pages.size()) + " to " +
+                         pageName(arguments.target, plot.pages.size(), plot.pages.size()));
+        }
+    }
+    for (const std::string& note : plot.notes) {
+        tellNote(streams, arguments.quiet, note);
+    }
+    return kDone;
+}
+
+} // namespace fenmark::cli

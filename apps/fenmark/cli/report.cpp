@@ -1,0 +1,82 @@
+// fenmark report: survey documents of a drawing.
+#include "exchange/report/report.h"
+
+#include "cli/commands.h"
+#include "cli/drawings.h"
+#include "cli/messages.h"
+#include "exchange/output_file.h"
+#include "sima/text/cp932.h"
+#include "sima/text/path.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <ostream>
+
+namespace fenmark::cli {
+
+namespace {
+
+std::string_view withoutLineEnd(std::string_view line) {
+    return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
+}
+
+// The error blocks of a log: a line that begins with the code, and under it the record.
+std::vector<exchange::LogError> errorsIn(const std::string& path, const std::string& name) {
+    errno = 0;
+    std::ifstream file(sima::pathOf(path), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    if (!file.is_open() || file.bad()) {
+        throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno != 0 ? errno : EIO));
+    }
+    std::string text;
+    sima::decodeCp932(text, bytes);
+    std::vector<exchange::LogError> errors;
+    bool behind = false; // the line before was an error's text
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find('\n', at), text.size());
+        const std::string_view line = withoutLineEnd(std::string_view(text).substr(at, end - at));
+        at = end + 1;
+        if (line.starts_with("Err") && line.find(' ') != std::string_view::npos) {
+            errors.push_back({name, std::string(line), ""});
+            behind = true;
+        } else if (behind) {
+            errors.back().record = line;
+            behind = false;
+        }
+    }
+    return errors;
+}
+
+} // namespace
+
+int runReport(const ReportArguments& arguments, const Streams& streams) {
+    const bool html = endsIn(arguments.target, ".html") || endsIn(arguments.target, ".htm");
+    if (!html && !endsIn(arguments.target, ".csv")) {
+        throw Stop(kWrongUsage, arguments.target + ": the extension must be .html or .csv");
+    }
+    exchange::ReportOptions options = arguments.options;
+    for (const std::string& log : arguments.logs) {
+        const std::string name = sima::textOfPath(log.substr(sima::fileNameStart(log)));
+        options.logs.push_back(name);
+        std::vector<exchange::LogError> errors = errorsIn(log, name);
+        options.errors.insert(options.errors.end(), std::make_move_iterator(errors.begin()),
+                              std::make_move_iterator(errors.end()));
+    }
+    const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything);
+    exchange::Notes notes;
+    const std::string failure = exchange::writeFile(arguments.target, [&](std::ostream& out) {
+        notes = exchange::writeReport(*drawing, options,
+                                      html ? exchange::ReportFormat::Html : exchange::ReportFormat::Csv, out);
+    });
+    if (!failure.empty()) {
+        throw Stop(kNotDone, failure);
+    }
+    for (const std::string& note : notes) {
+        tellNote(streams, arguments.quiet, note);
+    }
+    return kDone;
+}
+
+} // namespace fenmark::cli

@@ -1,0 +1,32 @@
+// fenmark stakes: points to set out along an alignment.
+#include "exchange/stakes.h"
+
+#include "cli/commands.h"
+#include "cli/drawings.h"
+#include "cli/messages.h"
+#include "exchange/output_file.h"
+
+#include <ostream>
+
+namespace fenmark::cli {
+
+int runStakes(const StakesArguments& arguments, const Streams& streams) {
+    const auto drawing = readDrawing(arguments.drawing, drawing::Load::WithoutEntities);
+    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
+    const exchange::Stakes stakes = exchange::stakesOf(*drawing, index, arguments.options);
+    if (!stakes.failure.empty()) {
+        throw Stop(kNotDone, arguments.alignment + ": " + stakes.failure);
+    }
+    if (!arguments.target) {
+        exchange::writeStakes(stakes, arguments.format, streams.out);
+        return kDone;
+    }
+    const std::string failure = exchange::writeFile(
+        *arguments.target, [&](std::ostream& out) { exchange::writeStakes(stakes, arguments.format, out); });
+    if (!failure.empty()) {
+        throw Stop(kNotDone, failure);
+    }
+    return kDone;
+}
+
+} // namespace fenmark::cli

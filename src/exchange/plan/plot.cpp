@@ -1,0 +1,174 @@
+// Plans on paper: one sheet, or sheets along an alignment.
+#include "exchange/plan/plot.h"
+
+#include "exchange/placed.h"
+#include "exchange/plan/plan.h"
+#include "exchange/survey_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+namespace fenmark::exchange {
+
+using drawing::AlignmentGeometry;
+using drawing::Drawing;
+using drawing::Pose;
+
+namespace {
+
+constexpr int kScaleAlong = 500;
+constexpr double kEdgeRoom = 12.0; // millimetres of the map left free around the part of an alignment
+constexpr double kOverlap = 6.0;   // millimetres of the alignment that both neighbours show
+constexpr std::size_t kMostSheets = 500;
+constexpr int kSamples = 24; // places of a part that must lie on its sheet
+
+struct Part {
+    double from; // stations
+    double to;
+    PlanSheet sheet;
+};
+
+// The sheet for a part of the alignment: its chord runs to the right.
+PlanSheet sheetFor(const AlignmentGeometry& geometry, double from, double to, int scale, const std::string& paper) {
+    const Pose begin = geometry.poseAt(from).value_or(Pose{});
+    const Pose end = geometry.poseAt(to).value_or(begin);
+    const double dx = end.point.x - begin.point.x;
+    const double dy = end.point.y - begin.point.y;
+    const double direction = dx == 0.0 && dy == 0.0 ? begin.direction : std::atan2(dy, dx);
+    // The middle of what the part covers, seen along the chord.
+    drawing::Extent seen;
+    for (int i = 0; i <= kSamples; ++i) {
+        if (const auto pose = geometry.poseAt(from + (to - from) * i / kSamples)) {
+            const double x = pose->point.x - begin.point.x;
+            const double y = pose->point.y - begin.point.y;
+            seen.add(x * std::cos(direction) + y * std::sin(direction),
+                     y * std::cos(direction) - x * std::sin(direction));
+        }
+    }
+    const double along = (seen.minX + seen.maxX) / 2.0;
+    const double across = (seen.minY + seen.maxY) / 2.0;
+    const host::PlanPoint middle{begin.point.x + along * std::cos(direction) - across * std::sin(direction),
+                                 begin.point.y + along * std::sin(direction) + across * std::cos(direction)};
+    return {middle, direction, scale, paper};
+}
+
+bool holds(const PlanSheet& sheet, const AlignmentGeometry& geometry, double from, double to) {
+    const Rect& map = sheet.map();
+    for (int i = 0; i <= kSamples; ++i) {
+        const auto pose = geometry.poseAt(from + (to - from) * i / kSamples);
+        if (!pose) {
+            continue;
+        }
+        const PaperPoint at = sheet.at(pose->point.x, pose->point.y);
+        if (at.x < map.x + kEdgeRoom || at.x > map.right() - kEdgeRoom || at.y < map.y + kEdgeRoom ||
+            at.y > map.bottom() - kEdgeRoom) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// As long as fits on one sheet, by halving.
+double longestPart(const AlignmentGeometry& geometry, double from, int scale, const std::string& paper) {
+    const PlanSheet any({}, 0.0, scale, paper);
+    double fits = 0.0;
+    double tooLong = std::min(geometry.endStation() - from, 4.0 * any.groundLength(any.map().width));
+    if (holds(sheetFor(geometry, from, from + tooLong, scale, paper), geometry, from, from + tooLong)) {
+        return tooLong;
+    }
+    constexpr int kHalvings = 20;
+    for (int i = 0; i < kHalvings; ++i) {
+        const double tried = (fits + tooLong) / 2.0;
+        (holds(sheetFor(geometry, from, from + tried, scale, paper), geometry, from, from + tried) ? fits : tooLong) =
+            tried;
+    }
+    return fits;
+}
+
+std::string page(Plan& plan) {
+    std::ostringstream out;
+    writePlan(plan, out);
+    return std::move(out).str();
+}
+
+void addNotes(Notes& notes, const Notes& more) {
+    for (const std::string& note : more) {
+        if (std::find(notes.begin(), notes.end(), note) == notes.end()) {
+            notes.push_back(note);
+        }
+    }
+}
+
+} // namespace
+
+bool isPaper(const std::string& name) {
+    return name.size() == 2 && name[0] == 'A' && name[1] >= '0' && name[1] <= '4';
+}
+
+Plot plotPlan(const Drawing& drawing, const PlotOptions& options) {
+    Plot plot;
+    Plan plan(drawing, Shown(drawing), SheetChoice{options.scale, options.paper});
+    if (!plan.sheet.fits()) {
+        plot.failure = "the drawing does not fit on " + std::string(plan.sheet.format()) +
+                       " at 1:" + std::to_string(plan.sheet.scale()) +
+                       "; choose a smaller scale or larger paper, or sheets along an alignment (--along)";
+        return plot;
+    }
+    plot.pages.push_back(page(plan));
+    plot.notes = plan.notes;
+    return plot;
+}
+
+Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions& options) {
+    Plot plot;
+    const AlignmentGeometry& geometry = drawing.geometry(alignment);
+    const Shown shown(drawing);
+    if (geometry.empty() || !hasPlace(drawing.alignment(alignment))) {
+        plot.failure = "the alignment has no elements to draw";
+        return plot;
+    }
+    const int scale = options.scale.value_or(kScaleAlong);
+    const std::string paper = options.paper.value_or("A3");
+    std::vector<Part> parts;
+    for (double from = geometry.startStation(); from < geometry.endStation();) {
+        const double length = longestPart(geometry, from, scale, paper);
+        const double to = std::min(from + length, geometry.endStation());
+        parts.push_back({from, to, sheetFor(geometry, from, to, scale, paper)});
+        const double overlap = parts.back().sheet.groundLength(kOverlap);
+        if (to >= geometry.endStation()) {
+            break;
+        }
+        if (!(length > 2.0 * overlap) || parts.size() >= kMostSheets) {
+            plot.failure = "more than " + std::to_string(kMostSheets) + " sheets; choose a smaller scale";
+            return plot;
+        }
+        from = to - overlap;
+    }
+    const StationNames names;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        Plan plan(drawing, shown, parts[i].sheet);
+        plan.partial = true;
+        plan.titles = {{"路線名", std::string(trimmedName(drawing.alignment(alignment).name))},
+                       {"図面番号", std::to_string(i + 1) + " / " + std::to_string(parts.size())}};
+        // Neighbours meet in the middle of what both show.
+        const auto meet = [&](std::size_t before, std::size_t other) {
+            const double station = (parts[before].to + parts[before + 1].from) / 2.0;
+            if (const auto pose = geometry.poseAt(station)) {
+                plan.matchLines.push_back({pose->point, pose->direction,
+                                           "合致線 " + names(station) + "（図面" + std::to_string(other + 1) + "）"});
+            }
+        };
+        if (i > 0) {
+            meet(i - 1, i - 1);
+        }
+        if (i + 1 < parts.size()) {
+            meet(i, i + 1);
+        }
+        plot.pages.push_back(page(plan));
+        addNotes(plot.notes, plan.notes);
+    }
+    return plot;
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,40 @@
+// What is drawn on paper: plans, sheets along an alignment, longitudinal sections, cross-sections.
+#pragma once
+
+#include "drawing/drawing.h"
+#include "exchange/text.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace fenmark::exchange {
+
+struct PlotOptions {
+    std::optional<int> scale;         // the N of 1:N; otherwise the largest round one that fits
+    std::optional<std::string> paper; // "A4" to "A0"; otherwise the smallest from A3 on that serves
+};
+
+// Pages as SVG documents, one unit a millimetre of paper.
+struct Plot {
+    std::vector<std::string> pages;
+    Notes notes;         // for the user, in Japanese, as they stand on the sheets
+    std::string failure; // one line on why there is none; empty otherwise
+};
+
+[[nodiscard]] Plot plotPlan(const drawing::Drawing& drawing, const PlotOptions& options);
+// Sheets that follow the alignment, from left to right, with match lines. Scale 1:500 unless told otherwise.
+[[nodiscard]] Plot plotAlong(const drawing::Drawing& drawing, std::size_t alignment, const PlotOptions& options);
+// The ground along the alignment from its longitudinal results, heights exaggerated, over a band of stations and curves.
+[[nodiscard]] Plot plotProfile(const drawing::Drawing& drawing, std::size_t alignment, const PlotOptions& options);
+// The cross-sections of the alignment, as many on a page as have room.
+[[nodiscard]] Plot plotCrossSections(const drawing::Drawing& drawing, std::size_t alignment,
+                                     const PlotOptions& options);
+
+[[nodiscard]] bool isPaper(const std::string& name);
+
+// All pages as one PDF. A text says what went wrong; empty on success.
+[[nodiscard]] std::string writePdf(const Plot& plot, std::ostream& out);
+
+} // namespace fenmark::exchange

@@ -1,0 +1,98 @@
+// A page of sections in the making.
+#include "exchange/plan/section_page.h"
+
+#include "exchange/plan/plan.h"
+
+namespace fenmark::exchange {
+
+namespace {
+
+constexpr char kStyle[] = R"(<style>
+text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222}
+.ground{fill:none;stroke:#1b5e20;stroke-width:.4;stroke-linejoin:round}
+.thin{fill:none;stroke:#222;stroke-width:.15}
+.faint{fill:none;stroke:#9aa7ad;stroke-width:.1}
+.frame{fill:none;stroke:#222;stroke-width:.4}
+.centre{fill:none;stroke:#c62828;stroke-width:.18;stroke-dasharray:4 1 .6 1}
+.curve{fill:none;stroke:#c62828;stroke-width:.3}
+.base{fill:none;stroke:#222;stroke-width:.3}
+.title{font-weight:bold}
+.point{fill:#1b5e20}
+</style>
+)";
+
+void moveTo(std::string& path, char command, const PaperPoint& at) {
+    path += command;
+    path += mm(at.x);
+    path += ' ';
+    path += mm(at.y);
+}
+
+} // namespace
+
+SectionPage::SectionPage(const std::string& paper) {
+    const PlanSheet sheet({}, 0.0, 1, paper); // knows the sizes of paper
+    width_ = sheet.width();
+    height_ = sheet.height();
+}
+
+void SectionPage::line(const char* style, const PaperPoint& from, const PaperPoint& to) {
+    polyline(style, {from, to});
+}
+
+void SectionPage::polyline(const char* style, const std::vector<PaperPoint>& points) {
+    if (points.size() < 2) {
+        return;
+    }
+    body_ += "<path class=\"" + std::string(style) + "\" d=\"";
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        moveTo(body_, i == 0 ? 'M' : 'L', points[i]);
+    }
+    body_ += "\"/>\n";
+}
+
+void SectionPage::dot(const PaperPoint& at) {
+    body_ += "<circle class=\"point\" cx=\"" + mm(at.x) + "\" cy=\"" + mm(at.y) + "\" r=\".4\"/>\n";
+}
+
+void SectionPage::text(const PaperPoint& at, double size, const char* anchor, std::string_view content, double degrees,
+                       const char* style) {
+    body_ += "<text font-size=\"" + mm(size) + "\" text-anchor=\"" + anchor + '"';
+    if (*style != '\0') {
+        body_ += " class=\"" + std::string(style) + '"';
+    }
+    if (degrees == 0.0) {
+        body_ += " x=\"" + mm(at.x) + "\" y=\"" + mm(at.y + baseLineBelow(size)) + '"';
+    } else {
+        body_ += " transform=\"translate(" + mm(at.x) + ' ' + mm(at.y) + ") rotate(" + mm(degrees) + ")\" y=\"" +
+                 mm(baseLineBelow(size)) + '"';
+    }
+    body_ += '>' + xmlText(content) + "</text>\n";
+}
+
+void SectionPage::finish(std::string_view title, std::string_view remarks) {
+    body_ += "<rect class=\"frame\" x=\"" + mm(kMargin) + "\" y=\"" + mm(kMargin) + "\" width=\"" +
+             mm(width_ - 2.0 * kMargin) + "\" height=\"" + mm(height_ - 2.0 * kMargin) + "\"/>\n";
+    text({kMargin + 5.0, kMargin + 7.0}, 5.0, "start", title, 0.0, "title");
+    text({width_ - kMargin - 5.0, kMargin + 7.0}, 2.8, "end", remarks);
+}
+
+std::string SectionPage::svg() const {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
+           mm(width_) + "mm\" height=\"" + mm(height_) + "mm\" viewBox=\"0 0 " + mm(width_) + ' ' + mm(height_) +
+           "\">\n" + kStyle + "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n" + body_ + "</svg>\n";
+}
+
+int roundSectionScale(double wanted) {
+    for (long long decade = 10; decade <= 100000000; decade *= 10) {
+        for (const int factor : {10, 20, 25, 30, 50}) {
+            const long long scale = decade * factor / 10;
+            if (wanted <= static_cast<double>(scale) && (decade > 10 || factor != 25)) {
+                return static_cast<int>(scale);
+            }
+        }
+    }
+    return 1000000000;
+}
+
+} // namespace fenmark::exchange

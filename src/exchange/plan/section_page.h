@@ -1,0 +1,43 @@
+// A page of sections in the making: lines, texts, frame and title as SVG. Millimetres, y down.
+#pragma once
+
+#include "drawing/drawing.h"
+#include "exchange/plan/plan_sheet.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::exchange {
+
+class SectionPage {
+  public:
+    static constexpr double kMargin = 10.0;
+
+    // The paper lies on its long side; unknown names give A3.
+    explicit SectionPage(const std::string& paper);
+
+    double width() const { return width_; }
+    double height() const { return height_; }
+
+    void line(const char* style, const PaperPoint& from, const PaperPoint& to);
+    void polyline(const char* style, const std::vector<PaperPoint>& points);
+    void dot(const PaperPoint& at);
+    // The anchor is "start", "middle" or "end"; the place is the middle of the letters' height. Degrees clockwise.
+    void text(const PaperPoint& at, double size, const char* anchor, std::string_view content, double degrees = 0.0,
+              const char* style = "");
+    // Frame, title at the top left and remarks at the top right.
+    void finish(std::string_view title, std::string_view remarks);
+
+    [[nodiscard]] std::string svg() const;
+
+  private:
+    double width_ = 420.0;
+    double height_ = 297.0;
+    std::string body_;
+};
+
+// The smallest of the round scales 1:10, 1:20, 1:50, 1:100, ... that is not below the one wanted.
+[[nodiscard]] int roundSectionScale(double wanted);
+
+} // namespace fenmark::exchange

@@ -1,0 +1,44 @@
+// What makes the tables of a report.
+#pragma once
+
+#include "exchange/report/report.h"
+#include "exchange/report/table.h"
+
+#include <functional>
+#include <unordered_map>
+
+namespace fenmark::exchange::report {
+
+// Takes one table at a time, so that a drawing of many lots needs no memory for all of them.
+using TableSink = std::function<void(const Table&)>;
+
+// The names of the coordinate points, found by their place.
+class PointNames {
+  public:
+    explicit PointNames(const drawing::Drawing& drawing);
+    // Of the point within 5 mm in both directions, the nearest; empty if there is none.
+    [[nodiscard]] std::string at(double x, double y) const;
+
+  private:
+    const drawing::Drawing& drawing_;
+    std::unordered_multimap<std::uint64_t, std::size_t> places_;
+};
+
+void summaryTables(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
+void pointTable(const drawing::Drawing& drawing, const TableSink& sink);
+// Counts the lots without a place that a table can tell.
+std::size_t lotTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,
+                      const TableSink& sink);
+void alignmentTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,
+                     const TableSink& sink);
+
+// A figure of a lot to scale with the names of its points, as SVG.
+struct LotFigure {
+    std::vector<host::MdGePoint3d> ring;
+    std::vector<std::string> names; // of the vertices
+    std::string lot;
+    std::optional<int> scale;
+};
+[[nodiscard]] std::string figureSvg(const LotFigure& figure);
+
+} // namespace fenmark::exchange::report

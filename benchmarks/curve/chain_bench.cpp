@@ -1,10 +1,13 @@
 // Chains: point at distance, sorted arrays and nearest point beside bare floors measured in the same run.
+#include "curve/chain_bench.h"
+
 #include "curve/chain.h"
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <ctime>
 #include <random>
 #include <vector>
@@ -107,68 +110,53 @@ struct Questions {
     }
 };
 
-void chains(benchmark::State& state) {
+} // namespace
+
+void compareChains() {
     const Questions q;
     std::vector<Point> points(kSorted);
     double a = std::sqrt(100.0 * 200.0);
-    for (auto _ : state) {
-        const double series = nanoseconds(kQuestions, [&] {
-            for (const double length : q.lengths) {
-                benchmark::DoNotOptimize(a);
-                benchmark::DoNotOptimize(bareSeries(a, length));
-            }
-        });
-        const double point = nanoseconds(kQuestions, [&] {
-            for (const double distance : q.distances) {
-                benchmark::DoNotOptimize(q.chain.pointAt(distance));
-            }
-        });
-        const double offset = nanoseconds(kQuestions, [&] {
-            for (const double distance : q.distances) {
-                benchmark::DoNotOptimize(q.chain.pointAt(distance, 3.0));
-            }
-        });
-        const double array =
-            nanoseconds(kSorted, [&] { benchmark::DoNotOptimize(q.chain.points(q.sorted, {}, points)); });
-        const double newton = nanoseconds(kQuestions, [&] {
-            for (const Point& at : q.besideOne) {
-                benchmark::DoNotOptimize(bareNewton(a, 100.0, at));
-            }
-        });
-        const double nearest = nanoseconds(kQuestions, [&] {
-            for (const Point& at : q.besideOne) {
-                benchmark::DoNotOptimize(q.one.locate(at));
-            }
-        });
-        const double located = nanoseconds(kQuestions, [&] {
-            for (const Point& at : q.beside) {
-                benchmark::DoNotOptimize(q.chain.locate(at));
-            }
-        });
-        state.counters["1_series_ns"] = series;
-        state.counters["2_point_ns"] = point;
-        state.counters["3_point_offset_ns"] = offset;
-        state.counters["4_sorted_array_ns"] = array;
-        state.counters["5_newton_ns"] = newton;
-        state.counters["6_nearest_one_ns"] = nearest;
-        state.counters["7_nearest_of_10000_ns"] = located;
-        state.counters["8_point_over_series"] = point / series;
-        state.counters["9_nearest_over_newton"] = nearest / newton;
-    }
+    const double series = nanoseconds(kQuestions, [&] {
+        for (const double length : q.lengths) {
+            benchmark::DoNotOptimize(a);
+            benchmark::DoNotOptimize(bareSeries(a, length));
+        }
+    });
+    const double point = nanoseconds(kQuestions, [&] {
+        for (const double distance : q.distances) {
+            benchmark::DoNotOptimize(q.chain.pointAt(distance));
+        }
+    });
+    const double offset = nanoseconds(kQuestions, [&] {
+        for (const double distance : q.distances) {
+            benchmark::DoNotOptimize(q.chain.pointAt(distance, 3.0));
+        }
+    });
+    const double array = nanoseconds(kSorted, [&] { benchmark::DoNotOptimize(q.chain.points(q.sorted, {}, points)); });
+    const double newton = nanoseconds(kQuestions, [&] {
+        for (const Point& at : q.besideOne) {
+            benchmark::DoNotOptimize(bareNewton(a, 100.0, at));
+        }
+    });
+    const double nearest = nanoseconds(kQuestions, [&] {
+        for (const Point& at : q.besideOne) {
+            benchmark::DoNotOptimize(q.one.locate(at));
+        }
+    });
+    const double located = nanoseconds(kQuestions, [&] {
+        for (const Point& at : q.beside) {
+            benchmark::DoNotOptimize(q.chain.locate(at));
+        }
+    });
+    std::printf("chains of %d curves, nanoseconds for each:\n", kCurves);
+    std::printf("  bare series of six terms                %8.1f\n", series);
+    std::printf("  point at a random distance              %8.1f   %5.2f of the series\n", point, point / series);
+    std::printf("  the same with an offset                 %8.1f\n", offset);
+    std::printf("  sorted array of distances               %8.1f   (at most 10)\n", array);
+    std::printf("  bare Newton iteration on one clothoid   %8.1f\n", newton);
+    std::printf("  nearest point of one clothoid           %8.1f   %5.2f of it (at most 1.5)\n", nearest,
+                nearest / newton);
+    std::printf("  nearest point of the chain              %8.1f\n", located);
 }
-BENCHMARK(chains)->Iterations(1)->Unit(benchmark::kMillisecond);
-
-void making(benchmark::State& state) {
-    std::mt19937 random(kSeed);
-    const std::vector<Curve> curves = road(random);
-    for (auto _ : state) {
-        Chain chain;
-        benchmark::DoNotOptimize(chain.set(curves));
-    }
-    state.SetItemsProcessed(state.iterations() * kCurves);
-}
-BENCHMARK(making)->Unit(benchmark::kMillisecond);
-
-} // namespace
 
 } // namespace fenmark::curve_benchmark

@@ -250,17 +250,20 @@ bool Search::apartByDiscs(const PreparedCurve& pc, const Piece& p, const Prepare
     };
     const Shape sp = shapeOf(pc, p);
     const Shape sq = shapeOf(qc, q);
-    const double slack = same_;
+    // Large circles are known to the last bits of their radii.
+    const auto slack = [&](double radii) { return same_ + 1e-14 * radii; };
     for (std::size_t i = 0; i < sp.count; ++i) {
         for (std::size_t j = 0; j < sq.count; ++j) {
-            if (norm(sp.discs[i].centre - sq.discs[j].centre) > sp.discs[i].radius + sq.discs[j].radius + slack) {
+            const double radii = sp.discs[i].radius + sq.discs[j].radius;
+            if (norm(sp.discs[i].centre - sq.discs[j].centre) > radii + slack(radii)) {
                 return true;
             }
         }
     }
     const auto swallowed = [&](const Shape& inner, const Shape& outer) {
         for (std::size_t i = 0; i < inner.count && outer.hasHole; ++i) {
-            if (norm(inner.discs[i].centre - outer.hole.centre) + inner.discs[i].radius + slack < outer.hole.radius) {
+            const double reach = norm(inner.discs[i].centre - outer.hole.centre) + inner.discs[i].radius;
+            if (reach + slack(reach) < outer.hole.radius) {
                 return true;
             }
         }

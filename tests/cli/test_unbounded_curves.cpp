@@ -56,18 +56,18 @@ TEST_P(MistypedClothoid, IsLaidExactlyAndTold) {
     EXPECT_EQ(fenmark({"plot", folder.at("a.gpkg"), folder.at("a.svg"), "--quiet"}).code, kDone);
 }
 
-// A clothoid from its inflection ends within 1.1 A of it, and winds about a place that far away.
+// A clothoid winds about a place that is sqrt(pi / 2) = 1.25 A from its inflection, so it ends within 1.5 A of its start.
 INSTANTIATE_TEST_SUITE_P(
     Records, MistypedClothoid,
     ::testing::Values(Mistyped{"ARadiusOfNothing", "C02,133.3,0.0000000000000000000000000000001,212,",
-                               133.3 * 133.3 * 1e31, 1e-30, true},
-                      Mistyped{"ARadiusOfAMillimetre", "C02,100,0.001,212,", 1e7 - 1e4 / 212.0, 1.0, true},
-                      Mistyped{"ARadiusOfATenth", "C02,100,0.0001,212,", 1e8 - 1e4 / 212.0, 1.0, true},
-                      Mistyped{"ARadiusOfAHundredth", "C02,100,0.00001,212,", 1e9 - 1e4 / 212.0, 1.0, true},
-                      Mistyped{"AParameterInMillimetres", "C02,90000,0,150,", 5.4e7, 1e5, true},
-                      Mistyped{"ARadiusOfAMetre", "C02,100,0,1,", 1e4, 110.0, true},
-                      Mistyped{"ARadiusOfThirtyCentimetres", "C02,100,0,0.3,", 1e4 / 0.3, 110.0, true},
-                      Mistyped{"ARadiusOfACentimetre", "C02,100,0,0.01,", 1e6, 163.0 + 1.0, true}),
+                               133.3 * 133.3 * 1e31, 200.0, true},
+                      Mistyped{"ARadiusOfAMillimetre", "C02,100,0.001,212,", 1e7 - 1e4 / 212.0, 150.0, true},
+                      Mistyped{"ARadiusOfATenth", "C02,100,0.0001,212,", 1e8 - 1e4 / 212.0, 150.0, true},
+                      Mistyped{"ARadiusOfAHundredth", "C02,100,0.00001,212,", 1e9 - 1e4 / 212.0, 150.0, true},
+                      Mistyped{"AParameterInMillimetres", "C02,90000,0,150,", 5.4e7, 135000.0, true},
+                      Mistyped{"ARadiusOfAMetre", "C02,100,0,1,", 1e4, 150.0, true},
+                      Mistyped{"ARadiusOfThirtyCentimetres", "C02,100,0,0.3,", 1e4 / 0.3, 150.0, true},
+                      Mistyped{"ARadiusOfACentimetre", "C02,100,0,0.01,", 1e6, 150.0, true}),
     [](const auto& info) { return info.param.name; });
 
 TEST_F(UnboundedCurves, TheExtentIsThatOfTheTrueCurve) {

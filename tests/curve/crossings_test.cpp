@@ -106,18 +106,18 @@ TEST(Crossings, AreAllOfThem) {
         expectCommonPoints(all, first, second, what);
         ASSERT_TRUE(all.complete) << what;
         // Crossings of the chords of both, far enough from the chords' ends to be sure of.
-        const int parts1 = 100 + static_cast<int>(20.0 * turnOf(first));
-        const int parts2 = 100 + static_cast<int>(20.0 * turnOf(second));
+        const auto parts1 = static_cast<std::size_t>(100.0 + 20.0 * turnOf(first));
+        const auto parts2 = static_cast<std::size_t>(100.0 + 20.0 * turnOf(second));
         std::vector<Point> a;
         std::vector<Point> b;
-        for (int k = 0; k <= parts1; ++k) {
-            a.push_back(pointAt(first, first.length * k / parts1));
+        for (std::size_t k = 0; k <= parts1; ++k) {
+            a.push_back(pointAt(first, first.length * static_cast<double>(k) / static_cast<double>(parts1)));
         }
-        for (int k = 0; k <= parts2; ++k) {
-            b.push_back(pointAt(second, second.length * k / parts2));
+        for (std::size_t k = 0; k <= parts2; ++k) {
+            b.push_back(pointAt(second, second.length * static_cast<double>(k) / static_cast<double>(parts2)));
         }
-        for (int k = 0; k < parts1; ++k) {
-            for (int l = 0; l < parts2; ++l) {
+        for (std::size_t k = 0; k < parts1; ++k) {
+            for (std::size_t l = 0; l < parts2; ++l) {
                 const Point u{a[k + 1].x - a[k].x, a[k + 1].y - a[k].y};
                 const Point v{b[l + 1].x - b[l].x, b[l + 1].y - b[l].y};
                 const Point w{b[l].x - a[k].x, b[l].y - a[k].y};

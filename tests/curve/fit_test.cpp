@@ -38,7 +38,7 @@ TEST(FitG1, EndsInTheGivenPoseForAnyAngles) {
         ASSERT_LE(error, kShare) << i;
         worst = std::max(worst, error);
     }
-    RecordProperty("worst", std::to_string(worst));
+    RecordProperty("worst", inShort(worst));
 }
 
 TEST(FitG1, GivesBackClothoidsOfSurveySize) {

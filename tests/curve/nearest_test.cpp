@@ -72,7 +72,7 @@ TEST(NearestFoot, OffsetPointsComeBack) {
         ASSERT_NEAR(foot.along, along, 1e-11 * (curve.length + 100.0)) << i << testing::PrintToString(curve);
         worst = std::max(worst, std::abs(foot.along - along) / (curve.length + 100.0));
     }
-    RecordProperty("worst", std::to_string(worst));
+    RecordProperty("worst", inShort(worst));
 }
 
 TEST(FeetOf, AreAllPlacesWhereTheSideChanges) {

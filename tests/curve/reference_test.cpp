@@ -65,9 +65,7 @@ TEST(Reference, PosesAreThoseIntegratedWithFiftyDigits) {
         EXPECT_NEAR(frame.tangent.y, std::sin(static_cast<double>(c.azimuth)), 1e-15 * (2.0 + turnOf(c.curve)))
             << c.name;
     }
-    std::ostringstream text;
-    text << worst;
-    RecordProperty("worst_share_of_length", text.str());
+    RecordProperty("worst_share_of_length", inShort(worst));
 }
 
 TEST(Reference, PointsGoOnSmoothlyOverEachSwitch) {

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ostream>
 #include <random>
+#include <sstream>
 #include <string>
 
 namespace fenmark::curve {
@@ -38,6 +39,13 @@ inline int cases(int few) {
 
 inline double distance(const Point& a, const Point& b) {
     return std::hypot(a.x - b.x, a.y - b.y);
+}
+
+// A small number in words, for the figures that a test records.
+inline std::string inShort(double value) {
+    std::ostringstream text;
+    text << value;
+    return text.str();
 }
 
 class RandomCurves {

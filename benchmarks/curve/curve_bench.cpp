@@ -2,6 +2,7 @@
 //
 // Floor and function take turns in every round, on the processor's clock; the ratio is the median of the rounds' ratios, so
 // that other programs on the machine matter little.
+#include "curve/chain_bench.h"
 #include "curve/curve.h"
 
 #include <benchmark/benchmark.h>
@@ -223,5 +224,6 @@ int main() {
             use({box.minX, box.maxY});
         },
         "");
+    fenmark::curve_benchmark::compareChains();
     return 0;
 }

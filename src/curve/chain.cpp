@@ -146,10 +146,6 @@ std::size_t Chain::pieceAt(double distance, Side side) const {
     return piece;
 }
 
-double Chain::lengthOf(std::size_t piece) const {
-    return curves_[starts_[piece].curve].length;
-}
-
 // Brings a distance onto the chain; false where it lies beyond the tolerance, or is not finite.
 bool Chain::holds(double& distance) const {
     if (pieces_.empty() || !(distance >= -kStationTolerance && distance <= length_ + kStationTolerance)) {

@@ -155,7 +155,7 @@ class Chain {
     void buildBoxes();
     [[nodiscard]] std::size_t pieceAt(double distance) const;
     [[nodiscard]] std::size_t pieceAt(double distance, Side side) const;
-    [[nodiscard]] double lengthOf(std::size_t piece) const;
+    [[nodiscard]] double lengthOf(std::size_t piece) const { return curves_[starts_[piece].curve].length; }
     [[nodiscard]] bool holds(double& distance) const;
     [[nodiscard]] Point localPoint(std::size_t piece, double along) const;
     [[nodiscard]] Frame localFrame(std::size_t piece, double along) const;

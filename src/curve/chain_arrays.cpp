@@ -44,6 +44,17 @@ inline void fullSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
     }
 }
 
+// On an arc: the chord leaves the tangent by half the turn, which is kSeriesTurn at most.
+inline void arcs(const Lanes& along, double curvature, Lanes& x, Lanes& y) {
+    for (std::size_t i = 0; i < kLanes; ++i) {
+        const double half = 0.5 * curvature * along[i];
+        const Complex turned = onUnitCircleNear(half);
+        const double chord = half == 0.0 ? along[i] : along[i] * (turned.im / half);
+        x[i] = chord * turned.re;
+        y[i] = chord * turned.im;
+    }
+}
+
 double offsetOf(std::span<const double> offsets, std::size_t i) {
     if (offsets.empty()) {
         return 0.0;
@@ -80,7 +91,8 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
         }
         const double start = starts_[piece].distance;
         const Form form = starts_[piece].form;
-        if (!onAxis || (form != Form::Line && form != Form::Series)) {
+        const bool slightArc = form == Form::Arc && std::abs(pieces_[piece].a) * lengthOf(piece) <= 2.0 * kSeriesTurn;
+        if (!onAxis || (form != Form::Line && form != Form::Series && !slightArc)) {
             const Point point = pointOn(piece, distance - start, offsetOf(offsets, i));
             const bool good = isFinite(point);
             points[i++] = good ? point : Point{kNone, kNone};
@@ -105,6 +117,7 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
             const bool gentle =
                 std::max(std::abs(curve.startCurvature * on.a), std::abs(curve.endCurvature * (on.a + curve.length))) <=
                 2.0 * kShortSeriesTurn;
+            const double fromOrigin = slightArc ? 0.0 : on.a;
             for (std::size_t begin = i; begin < behind; begin += kLanes) {
                 const std::size_t lanes = std::min(kLanes, behind - begin);
                 Lanes w;
@@ -123,10 +136,12 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
                     w[0] = distance; // brought onto the chain
                 }
                 for (std::size_t lane = 0; lane < kLanes; ++lane) {
-                    w[lane] = on.a + (w[lane] - start);
+                    w[lane] = fromOrigin + (w[lane] - start);
                     theta[lane] = 0.5 * on.growth * w[lane] * w[lane];
                 }
-                if (gentle) {
+                if (slightArc) {
+                    arcs(w, on.a, x, y);
+                } else if (gentle) {
                     shortSeries(w, theta, x, y);
                 } else {
                     fullSeries(w, theta, x, y);

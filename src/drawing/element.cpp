@@ -72,7 +72,11 @@ double appendElementLine(const Element& element, double tolerance, std::vector<P
         for (std::size_t i = 1; i + 1 < drawn.points.size(); ++i) {
             line.push_back(planPoint(drawn.points[i]));
         }
-        error = std::max(error, drawn.error);
+        if (drawn.error > tolerance) {
+            // No point of a line lies farther from the curve than the box is wide.
+            const curve::Box box = curve::boxOf(curveOf(element));
+            error = std::max(tolerance, std::min(drawn.error, std::hypot(box.maxX - box.minX, box.maxY - box.minY)));
+        }
     }
     line.push_back(element.end);
     return error;

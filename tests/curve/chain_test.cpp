@@ -261,7 +261,7 @@ TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
     const double curvatures[] = {0.0, 5e-324, 1e-300, 1e-100, 1e-9, 1e-3, 1.0, 1e9, 1e100, 1e300};
     const double places[] = {0.0, 1.0, 1e7, 1e100, 1e300};
     int answered = 0;
-    for (int round = 0; round < 300; ++round) {
+    for (int round = 0; round < 120; ++round) {
         std::vector<Curve> curves;
         for (int i = 0; i < 2; ++i) {
             const auto any = [&](const auto& values) {
@@ -298,7 +298,7 @@ TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
         ASSERT_TRUE(box);
         EXPECT_LE(box->minX, box->maxX);
     }
-    EXPECT_GT(answered, 60);
+    EXPECT_GT(answered, 20);
 }
 
 // --- the way back ---

@@ -1,0 +1,162 @@
+// Chains: point at distance, sorted arrays and nearest point beside bare floors measured in the same run.
+#include "curve/chain_bench.h"
+
+#include "curve/chain.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <ctime>
+#include <random>
+#include <vector>
+
+namespace fenmark::curve_benchmark {
+
+namespace {
+
+using namespace fenmark::curve;
+
+constexpr int kCurves = 10'000;
+constexpr std::size_t kQuestions = 1 << 16;
+constexpr std::size_t kSorted = 1 << 18;
+constexpr unsigned kSeed = 4242;
+
+// Nanoseconds of the processor a question, of the best of some rounds.
+template <typename Ask>
+double nanoseconds(std::size_t count, const Ask& ask) {
+    double best = 1e300;
+    for (int round = 0; round < 9; ++round) {
+        const std::clock_t start = std::clock();
+        ask();
+        const double spent = 1e9 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+        best = std::min(best, spent / static_cast<double>(count));
+    }
+    return best;
+}
+
+// Six terms of each coordinate, A and L given.
+inline Point bareSeries(double a, double length) {
+    const double tau = length * length / (2.0 * a * a);
+    const double t = tau * tau;
+    const double x =
+        1.0 - t * (1.0 / 10.0 - t * (1.0 / 216.0 - t * (1.0 / 9360.0 - t * (1.0 / 685440.0 - t * (1.0 / 76204800.0)))));
+    const double y =
+        1.0 / 3.0 -
+        t * (1.0 / 42.0 - t * (1.0 / 1320.0 - t * (1.0 / 75600.0 - t * (1.0 / 6894720.0 - t * (1.0 / 918086400.0)))));
+    return {length * x, length * tau * y};
+}
+
+// From the middle until a step is below a tenth of a micrometre. It asks neither whether it converges nor whether the
+// foot is the right one.
+double bareNewton(double a, double length, const Point& point) {
+    double along = 0.5 * length;
+    for (int step = 0; step < 20; ++step) {
+        const Point on = bareSeries(a, along);
+        const double tau = along * along / (2.0 * a * a);
+        const double cosine = std::cos(tau);
+        const double sine = std::sin(tau);
+        const double ahead = (point.x - on.x) * cosine + (point.y - on.y) * sine;
+        const double beside = (point.y - on.y) * cosine - (point.x - on.x) * sine;
+        const double move = ahead / (1.0 - along / (a * a) * beside);
+        along += move;
+        if (std::abs(move) < 1e-7) {
+            break;
+        }
+    }
+    return along;
+}
+
+// Straight, clothoid, arc, clothoid, again and again, in both senses.
+std::vector<Curve> road(std::mt19937& random) {
+    std::vector<Curve> curves;
+    Pose pose;
+    for (int i = 0; i < kCurves; ++i) {
+        const double sense = (i / 4) % 2 == 0 ? 1.0 : -1.0;
+        const double k = sense / (150.0 + static_cast<double>(random() % 500));
+        const double length = 40.0 + static_cast<double>(random() % 60);
+        curves.push_back({pose, length, i % 4 == 2 || i % 4 == 3 ? k : 0.0, i % 4 == 1 || i % 4 == 2 ? k : 0.0});
+        pose = endPose(curves.back());
+    }
+    return curves;
+}
+
+struct Questions {
+    Chain chain;
+    Chain one;
+    std::vector<double> distances;
+    std::vector<double> sorted;
+    std::vector<double> lengths;
+    std::vector<Point> beside;    // the chain
+    std::vector<Point> besideOne; // a single clothoid
+
+    Questions() {
+        std::mt19937 random(kSeed);
+        const auto uniform = [&](double low, double high) { return std::uniform_real_distribution(low, high)(random); };
+        (void)chain.set(road(random));
+        const std::vector<Curve> spiral{{{{0, 0}, 0}, 100.0, 0.0, 1.0 / 200.0}};
+        (void)one.set(spiral);
+        for (std::size_t i = 0; i < kQuestions; ++i) {
+            distances.push_back(uniform(0.0, chain.length()));
+            lengths.push_back(uniform(1.0, 100.0));
+            beside.push_back(chain.pointAt(uniform(0.0, chain.length()), uniform(-50.0, 50.0)).value_or(Point{}));
+            besideOne.push_back(one.pointAt(uniform(0.0, 100.0), uniform(-100.0, 100.0)).value_or(Point{}));
+        }
+        for (std::size_t i = 0; i < kSorted; ++i) {
+            sorted.push_back(uniform(0.0, chain.length()));
+        }
+        std::sort(sorted.begin(), sorted.end());
+    }
+};
+
+} // namespace
+
+void compareChains() {
+    const Questions q;
+    std::vector<Point> points(kSorted);
+    double a = std::sqrt(100.0 * 200.0);
+    const double series = nanoseconds(kQuestions, [&] {
+        for (const double length : q.lengths) {
+            benchmark::DoNotOptimize(a);
+            benchmark::DoNotOptimize(bareSeries(a, length));
+        }
+    });
+    const double point = nanoseconds(kQuestions, [&] {
+        for (const double distance : q.distances) {
+            benchmark::DoNotOptimize(q.chain.pointAt(distance));
+        }
+    });
+    const double offset = nanoseconds(kQuestions, [&] {
+        for (const double distance : q.distances) {
+            benchmark::DoNotOptimize(q.chain.pointAt(distance, 3.0));
+        }
+    });
+    const double array = nanoseconds(kSorted, [&] { benchmark::DoNotOptimize(q.chain.points(q.sorted, {}, points)); });
+    const double newton = nanoseconds(kQuestions, [&] {
+        for (const Point& at : q.besideOne) {
+            benchmark::DoNotOptimize(bareNewton(a, 100.0, at));
+        }
+    });
+    const double nearest = nanoseconds(kQuestions, [&] {
+        for (const Point& at : q.besideOne) {
+            benchmark::DoNotOptimize(q.one.locate(at));
+        }
+    });
+    const double located = nanoseconds(kQuestions, [&] {
+        for (const Point& at : q.beside) {
+            benchmark::DoNotOptimize(q.chain.locate(at));
+        }
+    });
+    std::printf("chains of %d curves, nanoseconds for each:\n", kCurves);
+    std::printf("  bare series of six terms                %8.1f\n", series);
+    std::printf("  point at a random distance              %8.1f   %5.2f of the series\n", point, point / series);
+    std::printf("  the same with an offset                 %8.1f\n", offset);
+    std::printf("  sorted array of distances               %8.1f   (at most 10)\n", array);
+    std::printf("  bare Newton iteration on one clothoid   %8.1f\n", newton);
+    std::printf("  nearest point of one clothoid           %8.1f   %5.2f of it (at most 1.5)\n", nearest,
+                nearest / newton);
+    std::printf("  nearest point of the chain              %8.1f\n", located);
+}
+
+} // namespace fenmark::curve_benchmark

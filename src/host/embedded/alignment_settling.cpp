@@ -22,9 +22,8 @@ constexpr double kPi = 3.141592653589793;
 // (radians), and what ends in millimetres leave on an element (metres, by its length).
 constexpr double kRoundedDirection = 2e-5;
 constexpr double kRoundedEnds = 0.002;
-// The same where a spiral only continues the element before it: it drifts.
-constexpr double kDriftedEnds = 0.020;
-// A joint is as good as the alignment's others up to so many times their lower quartile, and up to so many radians.
+// A joint is as good as the alignment's others up to so many times their lower quartile, and up to so many radians; so is
+// one next to a spiral that only continues the element before it, since that drifts.
 constexpr double kLikeTheOthers = 4.0;
 constexpr double kMostLikeTheOthers = 0.25 * kPi / 180.0;
 
@@ -204,9 +203,10 @@ class Settling {
         if (rough_) {
             return kBrokenJoint;
         }
-        const double ends = before.continuing || element.continuing ? kDriftedEnds : kRoundedEnds;
-        const double rounded = kRoundedDirection + ends / before.length + ends / element.length;
-        return std::min(std::max(rounded, std::min(kLikeTheOthers * usual_, kMostLikeTheOthers)), kBrokenJoint);
+        const double rounded = kRoundedDirection + kRoundedEnds / before.length + kRoundedEnds / element.length;
+        const bool drifts = before.continuing || element.continuing;
+        const double others = drifts ? kMostLikeTheOthers : std::min(kLikeTheOthers * usual_, kMostLikeTheOthers);
+        return std::min(std::max(rounded, others), kBrokenJoint);
     }
 
     // The element behind one way through those before it.

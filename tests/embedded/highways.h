@@ -20,8 +20,9 @@ enum class Signs {
 
 struct HighwayKind {
     Signs signs = Signs::PositiveLeft;
-    double kinkShare = 0.0; // of the joints where a straight and a curve meet
-    bool shallow = false;   // with arcs of R 10,000 over 170 m
+    double kinkShare = 0.0;   // of the joints where a straight and a curve meet
+    bool kinksWithin = false; // also where curves meet
+    bool shallow = false;     // with arcs of R 10,000 over 170 m
     bool arcFirst = false;
     double rise = 0.0; // of the heights from point to point, metres; without one there are no heights
     int curves = 12;
@@ -59,6 +60,9 @@ class Highway {
     double parameter(double radius) { return 5.0 * std::floor(uniform(radius / 3.0, radius) / 5.0); }
 
     void add(const Shape& shape) {
+        if (kind_.kinksWithin) {
+            kink();
+        }
         chain.push_back(layChain(pose_, {shape})[0]);
         pose_ = {chain.back().end, chain.back().endDirection()};
     }

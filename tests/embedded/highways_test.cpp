@@ -76,6 +76,7 @@ TEST_F(Highways, OfTheOwnHabit) {
     expectAllNear("own habit, kinks", {.kinkShare = 0.3});
     expectAllNear("own habit, shallow arcs", {.shallow = true});
     expectAllNear("own habit, shallow arcs, kinks", {.kinkShare = 0.3, .shallow = true});
+    expectAllNear("own habit, kinks within curves", {.kinkShare = 0.3, .kinksWithin = true, .arcFirst = true});
     expectAllNear("own habit, leading arc", {.arcFirst = true});
     expectAllNear("own habit, leading arc, kinks at every straight", {.kinkShare = 1.0, .arcFirst = true});
 }
@@ -86,6 +87,8 @@ TEST_F(Highways, OfTheOtherHabit) {
     expectAllNear("other habit, shallow arcs", {.signs = Signs::PositiveRight, .shallow = true});
     expectAllNear("other habit, shallow arcs, kinks",
                   {.signs = Signs::PositiveRight, .kinkShare = 0.3, .shallow = true});
+    expectAllNear("other habit, kinks within curves",
+                  {.signs = Signs::PositiveRight, .kinkShare = 0.3, .kinksWithin = true, .arcFirst = true});
     expectAllNear("other habit, leading arc", {.signs = Signs::PositiveRight, .arcFirst = true});
     expectAllNear("other habit, leading arc, kinks at every straight",
                   {.signs = Signs::PositiveRight, .kinkShare = 1.0, .arcFirst = true});

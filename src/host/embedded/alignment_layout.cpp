@@ -79,10 +79,20 @@ std::optional<Element> layCurve(std::span<const Element> before, const PlanPoint
     if (spanArc(element, tangent)) {
         return element;
     }
-    // A spiral without a PI may have to be turned over yet, and then ends elsewhere.
-    if (sense == PositiveRadius::Auto && !before.empty() && before.back().continuing) {
-        const Element other = turnedOver(before.back());
-        element.start = poseOnElement(other, other.length).point;
+    // Spirals without a PI may have to be turned over yet, and then end elsewhere: the last, or the last two, and so on.
+    constexpr std::size_t kMostTurnedOver = 4;
+    for (std::size_t count = 1; sense == PositiveRadius::Auto && count <= std::min(before.size(), kMostTurnedOver) &&
+                                before[before.size() - count].continuing;
+         ++count) {
+        const std::span<const Element> run = before.last(count);
+        Pose pose{run.front().start, run.front().direction};
+        for (const Element& spiral : run) {
+            Element other = turnedOver(spiral);
+            other.start = pose.point;
+            other.direction = pose.direction;
+            pose = poseOnElement(other, other.length);
+        }
+        element.start = pose.point;
         if (spanArc(element, tangent)) {
             return element;
         }

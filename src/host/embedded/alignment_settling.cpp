@@ -22,10 +22,10 @@ constexpr double kPi = 3.141592653589793;
 // (radians), and what ends in millimetres leave on an element (metres, by its length).
 constexpr double kRoundedDirection = 2e-5;
 constexpr double kRoundedEnds = 0.002;
-// The same where a spiral only continues the element before it: it drifts.
-constexpr double kDriftedEnds = 0.020;
-// A joint is as good as the alignment's others up to so many times their median.
-constexpr double kLikeTheOthers = 3.0;
+// A joint is as good as the alignment's others up to so many times their lower quartile, and up to so many radians; so is
+// one next to a spiral that only continues the element before it, since that drifts.
+constexpr double kLikeTheOthers = 4.0;
+constexpr double kMostLikeTheOthers = 0.25 * kPi / 180.0;
 
 // Costs, in broken joints. A broken joint costs 1, and up to a half more where it breaks by more than a kink would.
 constexpr double kMostKink = 5.0 * kPi / 180.0;
@@ -131,10 +131,7 @@ class Settling {
     // The sense of each element: 1 where it takes the other one.
     std::vector<std::uint8_t> senses() {
         usual_ = usualMisfit();
-        const Tip given = passThrough({.given = true, .other = false});
-        const Tip other = passThrough({.given = false, .other = true});
-        const bool otherProved = other.broken < given.broken && other.cost < given.cost;
-        Costs costs{.otherIsAgainst = !otherProved};
+        Costs costs{.otherIsAgainst = !otherProved()};
         std::vector<std::uint8_t> senses = cheapest(costs);
         const auto isAgainst = [&](std::size_t i) {
             return isCurve(elements_[i]) && (senses[i] != 0) == costs.otherIsAgainst;
@@ -152,9 +149,26 @@ class Settling {
   private:
     std::span<const Element> elements_;
     double usual_ = 0.0;                 // misfit of a joint, radians
+    bool rough_ = false;                 // whether every joint within kBrokenJoint meets
     std::vector<std::uint8_t> cameFrom_; // bit s: the sense before that the sense s comes from
 
-    // Median over the joints of curves of the angle that the best pair of senses leaves.
+    // Whether the other sense joins more of the alignment. Where both join as much, joints are looked at roughly.
+    bool otherProved() {
+        bool proved = false;
+        for (const bool rough : {false, true}) {
+            rough_ = rough;
+            const Tip given = passThrough({.given = true, .other = false});
+            const Tip other = passThrough({.given = false, .other = true});
+            proved = other.broken < given.broken && other.cost < given.cost;
+            if (other.broken != given.broken) {
+                break;
+            }
+        }
+        rough_ = false;
+        return proved;
+    }
+
+    // Lower quartile over the joints of curves of the angle that the best pair of senses leaves.
     double usualMisfit() const {
         std::vector<double> misfits;
         const Element* before = nullptr;
@@ -179,16 +193,20 @@ class Settling {
         if (misfits.empty()) {
             return 0.0;
         }
-        const auto middle = misfits.begin() + static_cast<std::ptrdiff_t>(misfits.size() / 2);
-        std::nth_element(misfits.begin(), middle, misfits.end());
-        return *middle;
+        const auto quarter = misfits.begin() + static_cast<std::ptrdiff_t>(misfits.size() / 4);
+        std::nth_element(misfits.begin(), quarter, misfits.end());
+        return *quarter;
     }
 
     // Up to which angle a joint meets.
     double tolerance(const Tip& before, const Element& element) const {
-        const double ends = before.continuing || element.continuing ? kDriftedEnds : kRoundedEnds;
-        const double rounded = kRoundedDirection + ends / before.length + ends / element.length;
-        return std::min(std::max(rounded, kLikeTheOthers * usual_), kBrokenJoint);
+        if (rough_) {
+            return kBrokenJoint;
+        }
+        const double rounded = kRoundedDirection + kRoundedEnds / before.length + kRoundedEnds / element.length;
+        const bool drifts = before.continuing || element.continuing;
+        const double others = drifts ? kMostLikeTheOthers : std::min(kLikeTheOthers * usual_, kMostLikeTheOthers);
+        return std::min(std::max(rounded, others), kBrokenJoint);
     }
 
     // The element behind one way through those before it.

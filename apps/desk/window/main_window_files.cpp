@@ -1,12 +1,8 @@
 // Opening, saving and exporting from the main window.
 #include "desk/window/main_window.h"
 
-#include "exchange/csv.h"
-#include "exchange/dxf.h"
-#include "exchange/geojson.h"
-#include "exchange/landxml.h"
+#include "exchange/formats.h"
 #include "exchange/output_file.h"
-#include "exchange/plan_svg.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -26,16 +22,6 @@ using drawing::StoreResult;
 namespace {
 
 constexpr qsizetype kRecentFiles = 10;
-
-struct Format {
-    const char* extension;
-    exchange::Notes (*write)(const drawing::Drawing& drawing, std::ostream& out);
-};
-
-constexpr Format kFormats[] = {
-    {".svg", exchange::writePlanSvg},     {".dxf", exchange::writeDxf}, {".xml", exchange::writeLandXml},
-    {".geojson", exchange::writeGeoJson}, {".csv", exchange::writeCsv},
-};
 
 bool endsIn(const QString& path, const char* extension) {
     return path.endsWith(QLatin1String(extension), Qt::CaseInsensitive);
@@ -176,37 +162,50 @@ void MainWindow::exportDrawing() {
     if (session_.isRunning()) {
         return;
     }
-    const QString filters = QStringList{texts_(Text::SvgFilter), texts_(Text::DxfFilter), texts_(Text::LandXmlFilter),
-                                        texts_(Text::GeoJsonFilter), texts_(Text::CsvFilter)}
-                                .join(QStringLiteral(";;"));
+    QStringList filters;
+    QStringList extensions;
+    for (const exchange::Format& format : exchange::formats()) {
+        const std::string_view name = texts_.language() == Language::Japanese ? format.japanese : format.name;
+        const QString extension = QString::fromUtf8(format.extension.data(), qsizetype(format.extension.size()));
+        filters.append(
+            QStringLiteral("%1 (*%2)").arg(QString::fromUtf8(name.data(), qsizetype(name.size())), extension));
+        extensions.append(extension);
+    }
     const QString stem = session_.path().empty()
                              ? QDir(lastFolder_).filePath(texts_(Text::Untitled))
                              : QDir(QFileInfo(QString::fromStdString(session_.path())).absolutePath())
                                    .filePath(QFileInfo(fileName()).completeBaseName());
-    QString path = questions_.save(this, texts_(Text::ExportTitle), stem + QStringLiteral(".svg"), filters);
+    QString path = questions_.save(this, texts_(Text::ExportTitle), stem + QStringLiteral(".svg"),
+                                   filters.join(QStringLiteral(";;")));
     if (path.isEmpty()) {
         return;
     }
     path = withExtension(path, ".svg");
-    for (const Format& format : kFormats) {
-        if (!endsIn(path, format.extension)) {
-            continue;
-        }
-        exchange::Notes notes;
-        const std::string failure = exchange::writeFile(
-            path.toStdString(), [&](std::ostream& out) { notes = format.write(session_.drawing(), out); });
-        if (!failure.empty()) {
-            command_->say(QString::fromStdString(failure));
-            tell(QString::fromStdString(failure));
-            return;
-        }
-        command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
-        for (const std::string& note : notes) {
-            command_->say(QString::fromStdString(note));
-        }
+    const exchange::Format* const format = exchange::formatOf(path.toStdString());
+    if (format == nullptr) {
+        tell(texts_(Text::UnknownExport).arg(path, extensions.join(QLatin1Char(' '))));
         return;
     }
-    tell(texts_(Text::UnknownExport).arg(path));
+    exchange::ExportOptions options;
+    options.title = QFileInfo(path).completeBaseName().toStdString();
+    if (!exchange::whatIsMissing(*format, session_.drawing(), options).empty()) {
+        const QString message = texts_(Text::ExportNeedsZone).arg(path);
+        command_->say(message);
+        tell(message);
+        return;
+    }
+    exchange::Notes notes;
+    const std::string failure = exchange::writeFile(
+        path.toStdString(), [&](std::ostream& out) { notes = format->write(session_.drawing(), options, out); });
+    if (!failure.empty()) {
+        command_->say(QString::fromStdString(failure));
+        tell(QString::fromStdString(failure));
+        return;
+    }
+    command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
+    for (const std::string& note : notes) {
+        command_->say(QString::fromStdString(note));
+    }
 }
 
 void MainWindow::rememberFile(const QString& path) {

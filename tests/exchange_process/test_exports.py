@@ -129,7 +129,7 @@ class Exports(unittest.TestCase):
     def test_the_text_style_shows_kanji(self):
         style = self.dxf("2000").styles.get("kst32b")
         self.assertEqual(style.dxf.font, "msgothic.ttc")
-        self.assertEqual(list(style.get_xdata("ACAD"))[1].value, "MS Gothic")
+        self.assertEqual(list(style.get_xdata("ACAD"))[0].value, "MS Gothic")
 
     def test_degrees_are_those_of_another_library(self):
         if not shutil.which("gdaltransform") or not shutil.which("ogr2ogr"):

@@ -1,5 +1,6 @@
 // The main window in use: import, undo, keeping, selection, panels, by simulated mouse and keys.
 #include "desk_test_support.h"
+#include "exchange/formats.h"
 #include "support/pointer.h"
 
 #include <QComboBox>
@@ -456,8 +457,19 @@ TEST_F(DeskWindow, ADrawingThatCannotBeWrittenStaysChanged) {
 
 TEST_F(DeskWindow, ExportsByTheExtensionOfTheFile) {
     import(folder.example(QStringLiteral("road.sim")));
-    for (const char* name : {"a.svg", "a.dxf", "a.xml", "a.geojson", "a.csv"}) {
-        const QString path = folder.path(QLatin1String(name));
+    {
+        const QString path = folder.path(QStringLiteral("zone.geojson"));
+        window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+        Answers answers;
+        answers.ok();
+        window->exportDrawing();
+        EXPECT_FALSE(QFile::exists(path)) << "without a zone there are no degrees";
+        EXPECT_TRUE(answers.said.contains(path));
+    }
+    window->session().setZone(9);
+    for (const exchange::Format& format : exchange::formats()) {
+        const std::string name = "a" + std::string(format.extension);
+        const QString path = folder.path(QString::fromStdString(name));
         window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
         window->exportDrawing();
         EXPECT_GT(QFile(path).size(), 1000) << name;

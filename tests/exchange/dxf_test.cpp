@@ -1,11 +1,14 @@
 // DXF of a drawing: its groups, tables and handles, and what the entities say.
 #include "exchange/dxf.h"
+#include "exchange/dxf_writer.h"
 #include "sample_drawing.h"
 #include "sima/text/cp932.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
+#include <set>
 #include <sstream>
 
 namespace fenmark::exchange {
@@ -234,6 +237,382 @@ TEST(Dxf, LayerNamesLoseWhatDxfForbids) {
 
 TEST(Dxf, EmptyDrawingIsAFileAllTheSame) {
     EXPECT_EQ(dxfOf(Drawing()).back().value, "EOF");
+}
+
+// --- release 2000 and later: what its readers demand of every table, record and entity ---
+
+struct DxfItem {
+    std::string section;
+    std::string type;
+    std::vector<Group> groups; // without the type
+};
+
+std::vector<DxfItem> itemsOf(const std::vector<Group>& groups) {
+    std::vector<DxfItem> items;
+    std::string section;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (groups[i].code != 0) {
+            if (!items.empty()) {
+                items.back().groups.push_back(groups[i]);
+            }
+            continue;
+        }
+        if (groups[i].value == "SECTION") {
+            section = groups.at(i + 1).value;
+        }
+        items.push_back({section, groups[i].value, {}});
+    }
+    return items;
+}
+
+std::vector<std::string> allOf(const DxfItem& item, int code) {
+    std::vector<std::string> values;
+    for (const Group& group : item.groups) {
+        if (group.code == code) {
+            values.push_back(group.value);
+        }
+    }
+    return values;
+}
+
+std::string headerValue(const std::vector<Group>& groups, const std::string& name, int code) {
+    for (std::size_t i = 0; i + 1 < groups.size(); ++i) {
+        if (groups[i].code == 9 && groups[i].value == name) {
+            EXPECT_EQ(groups[i + 1].code, code) << name;
+            return groups[i + 1].value;
+        }
+    }
+    ADD_FAILURE() << name;
+    return {};
+}
+
+class NewDxf : public ::testing::TestWithParam<DxfVersion> {
+  protected:
+    NewDxf() {
+        fillSample(drawing_);
+        addRoad(drawing_, {12500.0, -36500.0}, true, "支線");
+        addPoint(drawing_, {12000.0, -36001.0, 0.0}, "縦", "縦断成果");
+        options_.dxfVersion = GetParam();
+    }
+    std::vector<Group> groups() const { return dxfOf(drawing_, options_); }
+
+    Drawing drawing_;
+    ExportOptions options_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Releases, NewDxf, ::testing::Values(DxfVersion::R2000, DxfVersion::R2018),
+                         [](const auto& info) { return info.param == DxfVersion::R2000 ? "R2000" : "R2018"; });
+
+TEST_P(NewDxf, SectionsAndTablesAreAllThereInOrder) {
+    std::string sections;
+    std::string tables;
+    const std::vector<Group> all = groups();
+    for (std::size_t i = 0; i + 1 < all.size(); ++i) {
+        if (all[i].code == 0 && all[i].value == "SECTION") {
+            sections += all[i + 1].value + " ";
+        } else if (all[i].code == 0 && all[i].value == "TABLE") {
+            tables += all[i + 1].value + " ";
+        }
+    }
+    EXPECT_EQ(sections, "HEADER CLASSES TABLES BLOCKS ENTITIES OBJECTS ");
+    EXPECT_EQ(tables, "VPORT LTYPE LAYER STYLE VIEW UCS APPID DIMSTYLE BLOCK_RECORD ");
+    EXPECT_EQ(all[2].value, "$ACADVER") << "before the code page";
+    EXPECT_EQ(headerValue(all, "$ACADVER", 1), GetParam() == DxfVersion::R2000 ? "AC1015" : "AC1032");
+    EXPECT_EQ(headerValue(all, "$DWGCODEPAGE", 3), "ANSI_932");
+    EXPECT_EQ(headerValue(all, "$INSUNITS", 70), "6");
+    EXPECT_EQ(headerValue(all, "$TEXTSTYLE", 7), "kst32b");
+}
+
+TEST_P(NewDxf, HandlesAreUniqueBelowTheSeedAndOwnersExist) {
+    const std::vector<Group> all = groups();
+    const unsigned long seed = std::stoul(headerValue(all, "$HANDSEED", 5), nullptr, 16);
+    std::set<std::string> handles;
+    const std::vector<DxfItem> items = itemsOf(all);
+    for (const DxfItem& item : items) {
+        if (item.type == "SECTION" || item.type == "ENDSEC" || item.type == "ENDTAB" || item.type == "EOF") {
+            continue;
+        }
+        const auto own = allOf(item, item.type == "DIMSTYLE" && item.section == "TABLES" ? 105 : 5);
+        ASSERT_EQ(own.size(), 1U) << item.section << " " << item.type;
+        EXPECT_TRUE(handles.insert(own[0]).second) << own[0];
+        EXPECT_GT(std::stoul(own[0], nullptr, 16), 0U);
+        EXPECT_LT(std::stoul(own[0], nullptr, 16), seed);
+    }
+    handles.insert("0"); // the owner of tables and of the root dictionary
+    for (const DxfItem& item : items) {
+        for (const int code : {330, 340, 350}) {
+            for (const std::string& owner : allOf(item, code)) {
+                EXPECT_TRUE(handles.contains(owner)) << item.type << " " << code << " " << owner;
+            }
+        }
+    }
+}
+
+TEST_P(NewDxf, RecordsBelongToTheirTableWhichCountsThem) {
+    std::string table;
+    std::string owner;
+    int counted = 0;
+    int records = 0;
+    std::map<std::string, std::set<std::string>> names;
+    for (const DxfItem& item : itemsOf(groups())) {
+        if (item.section != "TABLES") {
+            continue;
+        }
+        if (item.type == "TABLE") {
+            table = allOf(item, 2).at(0);
+            owner = allOf(item, 5).at(0);
+            counted = std::stoi(allOf(item, 70).at(0));
+            records = 0;
+            EXPECT_EQ(allOf(item, 330), (std::vector<std::string>{"0"}));
+            EXPECT_EQ(allOf(item, 100).at(0), "AcDbSymbolTable");
+        } else if (item.type == "ENDTAB") {
+            EXPECT_EQ(records, counted) << table;
+        } else if (item.type != "SECTION" && item.type != "ENDSEC") {
+            ++records;
+            EXPECT_EQ(item.type, table);
+            EXPECT_EQ(allOf(item, 330).at(0), owner);
+            const auto classes = allOf(item, 100);
+            ASSERT_EQ(classes.size(), 2U) << item.type;
+            EXPECT_EQ(classes[0], "AcDbSymbolTableRecord");
+            EXPECT_TRUE(names[table].insert(allOf(item, 2).at(0)).second);
+        }
+    }
+    EXPECT_EQ(names["VPORT"], (std::set<std::string>{"*ACTIVE"}));
+    EXPECT_EQ(names["LTYPE"], (std::set<std::string>{"ByBlock", "ByLayer", "Continuous"}));
+    EXPECT_EQ(names["STYLE"], (std::set<std::string>{"Standard", "kst32b"}));
+    EXPECT_EQ(names["APPID"], (std::set<std::string>{"ACAD", "FENMARK"}));
+    EXPECT_EQ(names["DIMSTYLE"], (std::set<std::string>{"Standard"}));
+    EXPECT_EQ(names["BLOCK_RECORD"], (std::set<std::string>{"*Model_Space", "*Paper_Space"}));
+    EXPECT_TRUE(names["LAYER"].contains("0"));
+}
+
+TEST_P(NewDxf, EntitiesLieInTheModelSpaceOnLayersThatExist) {
+    std::set<std::string> layers;
+    std::string model;
+    const std::map<std::string, std::vector<std::string>> kClasses = {
+        {"LWPOLYLINE", {"AcDbEntity", "AcDbPolyline"}},   {"POINT", {"AcDbEntity", "AcDbPoint"}},
+        {"TEXT", {"AcDbEntity", "AcDbText", "AcDbText"}}, {"LINE", {"AcDbEntity", "AcDbLine"}},
+        {"ARC", {"AcDbEntity", "AcDbCircle", "AcDbArc"}},
+    };
+    for (const bool elements : {false, true}) {
+        options_.elements = elements;
+        std::size_t entities = 0;
+        for (const DxfItem& item : itemsOf(groups())) {
+            if (item.section == "TABLES" && item.type == "LAYER") {
+                layers.insert(allOf(item, 2).at(0));
+            } else if (item.section == "TABLES" && item.type == "BLOCK_RECORD" && allOf(item, 2)[0] == "*Model_Space") {
+                model = allOf(item, 5).at(0);
+            } else if (item.section == "ENTITIES" && item.type != "SECTION" && item.type != "ENDSEC") {
+                ++entities;
+                EXPECT_EQ(allOf(item, 330).at(0), model);
+                EXPECT_TRUE(layers.contains(allOf(item, 8).at(0))) << allOf(item, 8).at(0);
+                ASSERT_TRUE(kClasses.contains(item.type)) << item.type;
+                EXPECT_EQ(allOf(item, 100), kClasses.at(item.type)) << item.type;
+                if (item.type == "LWPOLYLINE") {
+                    EXPECT_EQ(allOf(item, 10).size(), std::stoul(allOf(item, 90).at(0)));
+                    EXPECT_EQ(allOf(item, 20).size(), allOf(item, 10).size());
+                } else if (item.type == "TEXT") {
+                    EXPECT_EQ(allOf(item, 7).at(0), "kst32b");
+                }
+            }
+        }
+        EXPECT_EQ(entities, elements ? 22U : 14U);
+    }
+}
+
+TEST_P(NewDxf, ObjectsBeginWithTheRootDictionary) {
+    std::vector<DxfItem> objects;
+    for (const DxfItem& item : itemsOf(groups())) {
+        if (item.section == "OBJECTS" && item.type == "DICTIONARY") {
+            objects.push_back(item);
+        }
+    }
+    ASSERT_EQ(objects.size(), 2U);
+    EXPECT_EQ(allOf(objects[0], 330).at(0), "0");
+    EXPECT_EQ(allOf(objects[0], 3).at(0), "ACAD_GROUP");
+    EXPECT_EQ(allOf(objects[0], 350).at(0), allOf(objects[1], 5).at(0));
+    EXPECT_EQ(allOf(objects[1], 330).at(0), allOf(objects[0], 5).at(0));
+}
+
+TEST_P(NewDxf, BlocksOfBothSpacesBelongToTheirRecords) {
+    std::map<std::string, std::string> records;
+    std::string found;
+    for (const DxfItem& item : itemsOf(groups())) {
+        if (item.section == "TABLES" && item.type == "BLOCK_RECORD") {
+            records[allOf(item, 2).at(0)] = allOf(item, 5).at(0);
+        } else if (item.section == "BLOCKS" && item.type == "BLOCK") {
+            const std::string name = allOf(item, 2).at(0);
+            found += name + " ";
+            EXPECT_EQ(allOf(item, 330).at(0), records.at(name));
+            EXPECT_EQ(allOf(item, 100), (std::vector<std::string>{"AcDbEntity", "AcDbBlockBegin"}));
+            EXPECT_EQ(allOf(item, 67).size(), name == "*Paper_Space" ? 1U : 0U);
+        } else if (item.section == "BLOCKS" && item.type == "ENDBLK") {
+            EXPECT_EQ(allOf(item, 100), (std::vector<std::string>{"AcDbEntity", "AcDbBlockEnd"}));
+        }
+    }
+    EXPECT_EQ(found, "*Model_Space *Paper_Space ");
+}
+
+TEST_P(NewDxf, TheFirstViewHoldsTheDrawing) {
+    for (const DxfItem& item : itemsOf(groups())) {
+        if (item.type != "VPORT" || item.section != "TABLES") {
+            continue;
+        }
+        const double height = std::stod(allOf(item, 40).at(0));
+        const double width = height * std::stod(allOf(item, 41).at(0));
+        const double x = std::stod(allOf(item, 12).at(0));
+        const double y = std::stod(allOf(item, 22).at(0));
+        const drawing::Extent& extent = drawing_.extent();
+        EXPECT_LE(x - width / 2.0, extent.minX);
+        EXPECT_GE(x + width / 2.0, extent.maxX);
+        EXPECT_LE(y - height / 2.0, extent.minY);
+        EXPECT_GE(y + height / 2.0, extent.maxY);
+        EXPECT_LT(height, 3.0 * std::max(extent.maxY - extent.minY, extent.maxX - extent.minX));
+    }
+}
+
+TEST_P(NewDxf, AnAlignmentIsOnePolylineWithBulgesWithinAMillimetre) {
+    for (std::size_t road = 0; road < 2; ++road) {
+        std::vector<std::vector<Group>> lines;
+        for (const auto& line : dxfEntities(groups(), "LWPOLYLINE")) {
+            if (textOf(line, 1000) == "alignment") {
+                lines.push_back(line);
+            }
+        }
+        ASSERT_EQ(lines.size(), 2U);
+        const auto& geometry = drawing_.geometry(road);
+        std::vector<PlanPoint> points;
+        std::vector<double> bulges;
+        for (const Group& group : lines[road]) {
+            if (group.code == 10) {
+                points.push_back({std::stod(group.value), 0.0});
+                bulges.push_back(0.0);
+            } else if (group.code == 20) {
+                points.back().y = std::stod(group.value);
+            } else if (group.code == 42) {
+                bulges.back() = std::stod(group.value);
+            }
+        }
+        double length = 0.0;
+        int arcs = 0;
+        for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+            const PlanPoint& a = points[i];
+            const PlanPoint& b = points[i + 1];
+            EXPECT_NEAR(geometry.locate(a)->offset, 0.0, kMetres);
+            // The middle of a bulge lies this share of half the chord to the right of it.
+            const PlanPoint middle{(a.x + b.x) / 2.0 + bulges[i] * (b.y - a.y) / 2.0,
+                                   (a.y + b.y) / 2.0 - bulges[i] * (b.x - a.x) / 2.0};
+            EXPECT_LE(std::abs(geometry.locate(middle)->offset), bulges[i] == 0.0 ? kLine : kMetres);
+            arcs += bulges[i] != 0.0 ? 1 : 0;
+            const double chord = std::hypot(b.x - a.x, b.y - a.y);
+            const double angle = 4.0 * std::atan(std::abs(bulges[i]));
+            length += angle > 0.0 ? chord / 2.0 / std::sin(angle / 2.0) * angle : chord;
+        }
+        EXPECT_EQ(arcs, 1);
+        EXPECT_NEAR(length, 192.0, 0.01);
+    }
+}
+
+TEST_P(NewDxf, AlignmentsHaveExtendedDataByElementToo) {
+    const auto dataOf = [](const std::vector<Group>& entity) {
+        std::vector<std::string> data;
+        for (const Group& group : entity) {
+            if (group.code >= 1000) {
+                data.push_back(std::to_string(group.code) + " " + group.value);
+            }
+        }
+        return data;
+    };
+    const auto text = [&](std::string_view value) {
+        return GetParam() == DxfVersion::R2018 ? std::string(value) : cp932(value);
+    };
+    const std::string id = std::to_string(drawing_.alignment(0).id.asUint64());
+    const std::vector<std::string> alignment = {"1001 FENMARK",
+                                                "1000 alignment",
+                                                "1071 " + id,
+                                                "1000 " + text("中心線"),
+                                                "1000 " + text("平面線形"),
+                                                "1000 " + text("a-中心線"),
+                                                "1000 " + text("サイト"),
+                                                "1040 100",
+                                                "1040 192"};
+    EXPECT_EQ(dataOf(dxfEntities(groups(), "LWPOLYLINE").at(0)), alignment);
+    options_.elements = true;
+    std::vector<std::string> arc = alignment;
+    for (const char* value : {"1071 3", "1000 R", "1040 186", "1040 40", "1040 100", "1040 100"}) {
+        arc.push_back(value);
+    }
+    EXPECT_EQ(dataOf(dxfEntities(groups(), "ARC").at(0)), arc);
+}
+
+TEST_P(NewDxf, HeightsThatNobodyGaveStayOut) {
+    std::vector<std::string> heights;
+    for (const auto& point : dxfEntities(groups(), "POINT")) {
+        heights.push_back(textOf(point, 30));
+    }
+    EXPECT_EQ(heights, (std::vector<std::string>{"12.5", "", "0"})) << "a result has its height, also at 0";
+}
+
+TEST_P(NewDxf, NamesAreAsHighAsTheScaleSays) {
+    EXPECT_EQ(numberOf(dxfEntities(groups(), "TEXT").at(0), 40), 1.25);
+    options_.scale = 1000.0;
+    EXPECT_EQ(numberOf(dxfEntities(groups(), "TEXT").at(0), 40), 2.5);
+}
+
+TEST_P(NewDxf, KindsHaveLayersWithColoursOrTheDrawingsAreKept) {
+    const auto layersOf = [&] {
+        std::map<std::string, std::string> layers;
+        for (const DxfItem& item : itemsOf(groups())) {
+            if (item.section == "TABLES" && item.type == "LAYER") {
+                layers[allOf(item, 2).at(0)] = allOf(item, 62).at(0);
+            }
+        }
+        return layers;
+    };
+    const auto name = [&](std::string_view value) {
+        return GetParam() == DxfVersion::R2018 ? std::string(value) : cp932(value);
+    };
+    EXPECT_EQ(layersOf(), (std::map<std::string, std::string>{{"0", "7"},
+                                                              {name("座標点"), "7"},
+                                                              {name("点名"), "7"},
+                                                              {name("画地"), "3"},
+                                                              {name("画地名"), "3"},
+                                                              {name("線形"), "1"},
+                                                              {name("線形名"), "1"},
+                                                              {name("幅杭"), "4"},
+                                                              {name("路線名"), "4"},
+                                                              {name("縦断"), "2"},
+                                                              {name("縦断点名"), "2"}}));
+    options_.dxfLayers = DxfLayers::Drawing;
+    EXPECT_EQ(layersOf(), (std::map<std::string, std::string>{{"0", "7"}, {"0-NAME", "7"}}));
+}
+
+TEST_P(NewDxf, ArcsOfMoreThanHalfATurnTakeTwoBulges) {
+    Drawing drawing;
+    const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "C", "0", "", "");
+    Element arc;
+    arc.type = ElementType::Arc;
+    arc.length = 150.0;
+    arc.startRadius = arc.endRadius = 30.0;
+    arc.end = drawing::poseOnElement(arc, arc.length).point;
+    drawing.addElement(road, arc);
+    const auto line = dxfEntities(dxfOf(drawing, options_), "LWPOLYLINE").at(0);
+    EXPECT_EQ(textOf(line, 90), "3");
+    EXPECT_NEAR(numberOf(line, 42), std::tan(150.0 / 30.0 / 8.0), kMetres);
+}
+
+TEST(DxfText, EscapesWhatReadersTakeForControlSequences) {
+    using enum DxfVersion;
+    EXPECT_EQ(dxfText(std::string_view("a\0b\n\x7F", 5), R2000), "a b  ");
+    EXPECT_EQ(dxfText("2^3", R2000), "2^ 3");
+    EXPECT_EQ(dxfText("\\U+0041 \\M+1 \\P", R2000), "\\U+005CU+0041 \\U+005CM+1 \\P");
+    EXPECT_EQ(dxfText("髙﨑", R2000), cp932("髙﨑"));
+    EXPECT_EQ(dxfText("髙﨑é", R2018), "髙﨑é");
+    EXPECT_EQ(dxfText("\uFFFE😀", R2000), "\\U+FFFE\\U+FFFD");
+    EXPECT_EQ(dxfText("\uFFFE😀", R2018), "\uFFFD😀");
+    EXPECT_EQ(dxfText("点点", R2018, 5), "点");
+    EXPECT_EQ(dxfLayer("a^b\x01", R2000), "a_b_");
+    EXPECT_EQ(dxfLayer("", R2000), "0");
 }
 
 } // namespace

@@ -166,9 +166,10 @@ void MainWindow::exportDrawing() {
     QStringList extensions;
     for (const exchange::Format& format : exchange::formats()) {
         const std::string_view name = texts_.language() == Language::Japanese ? format.japanese : format.name;
-        extensions << QString::fromLatin1(format.extension.data(), static_cast<qsizetype>(format.extension.size()));
-        filters << QStringLiteral("%1 (*%2)")
-                       .arg(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())), extensions.back());
+        const QString extension = QString::fromUtf8(format.extension.data(), qsizetype(format.extension.size()));
+        filters.append(
+            QStringLiteral("%1 (*%2)").arg(QString::fromUtf8(name.data(), qsizetype(name.size())), extension));
+        extensions.append(extension);
     }
     const QString stem = session_.path().empty()
                              ? QDir(lastFolder_).filePath(texts_(Text::Untitled))
@@ -188,7 +189,9 @@ void MainWindow::exportDrawing() {
     exchange::ExportOptions options;
     options.title = QFileInfo(path).completeBaseName().toStdString();
     if (!exchange::whatIsMissing(*format, session_.drawing(), options).empty()) {
-        tell(texts_(Text::ExportNeedsZone));
+        const QString message = texts_(Text::ExportNeedsZone).arg(path);
+        command_->say(message);
+        tell(message);
         return;
     }
     exchange::Notes notes;

@@ -1,0 +1,256 @@
+// Every format writes a small drawing to the byte as the files beside this test have it: what a format's own reader, or
+// a rule of another test, does not look at, a slip of one group, bracket or place, is seen here.
+//
+// Where a format changes on purpose, FENMARK_RENEW_SAMPLES=1 writes the files anew. All numbers of the drawing are
+// plain, so that the files do not hang on the last digit of a computed curve.
+#include "exchange/formats.h"
+#include "sample_drawing.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+namespace fenmark::exchange {
+namespace {
+
+constexpr double kQuarterTurn = std::numbers::pi / 2.0;
+
+// A straight, a quarter of a circle to the left or a straight across its corners, a straight.
+void addPlainRoad(Drawing& drawing, bool curved) {
+    const auto site = drawing.addSite("サイト");
+    const std::size_t road = drawing.addAlignment(site, "本線 <1>", "道路", "Standard", "Standard");
+    drawing.setDescription(road, "a-本線 <1>");
+    drawing.setStartStation(road, 100.0);
+    Element first;
+    first.start = {1000.0, 2000.0};
+    first.end = {1100.0, 2000.0};
+    first.length = 100.0;
+    drawing.addElement(road, first);
+    Element arc;
+    arc.start = first.end;
+    arc.end = {1150.0, 2050.0};
+    if (curved) {
+        arc.type = ElementType::Arc;
+        arc.length = 50.0 * kQuarterTurn;
+        arc.startRadius = arc.endRadius = 50.0;
+    } else {
+        arc.direction = kQuarterTurn / 2.0;
+        arc.length = 50.0 * std::numbers::sqrt2;
+    }
+    drawing.addElement(road, arc);
+    Element last;
+    last.start = arc.end;
+    last.end = {1150.0, 2070.0};
+    last.direction = kQuarterTurn;
+    last.length = 20.0;
+    drawing.addElement(road, last);
+}
+
+void fillPlain(Drawing& drawing, bool curved) {
+    drawing.setZone(9);
+    drawing.addLayer("道路");
+    drawing.addLayer("境界/点");
+    addPoint(drawing, {1000.0, 2000.0, 12.5}, "BP");
+    drawing.addPoint({1010.0, 2010.0, 0.0}, *drawing.findLayer("境界/点"));
+    drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Point"), 2, "髙﨑 1\u3000", "座標",
+                   "a.sim");
+    drawing.addPoint({1020.0, 2010.0, 0.0}, 0);
+    drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Point"), 3, "<&\"'^\\U+0041,é한", "座標",
+                   "a.sim");
+    drawing.addPoint({1020.0, 2020.25, -1.125}, 0);
+    drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Point"), 4, "a\t\x1B\x7F\uFFFE z", "座標",
+                   "a.sim");
+    addPlainRoad(drawing, curved);
+    drawing.addPolyline(std::vector<MdGePoint3d>{{1010, 2010, 0}, {1020, 2020.25, 0}, {1020, 2010, 0}},
+                        *drawing.findLayer("境界/点"), EntityKind::Polyline, true);
+    drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Pline"), 7, "12-3", "画地", "a.sim");
+    addPolyline(drawing, {{1000, 2000, 0}, {1010, 2010, 0}}, false, "左", "幅杭線左");
+    addPoint(drawing, {1050.0, 2000.0, 0.0}, "No.7+10", "縦断成果");
+    addPoint(drawing, {1050.0, 2005.0, 1.5}, "左端", "横断成果");
+    addPoint(drawing, {1050.0, 2000.0, 1.25}, "No.7+10", "横断成果");
+    drawing.addPoint({1030.0, 2030.0, 0.0}, 0); // without a row
+}
+
+struct Sample {
+    const char* file;
+    ExportOptions options;
+};
+
+ExportOptions dxf(DxfVersion version, bool other) {
+    ExportOptions options;
+    options.dxfVersion = version;
+    options.elements = other;
+    options.dxfLayers = other ? DxfLayers::Drawing : DxfLayers::Kinds;
+    options.scale = other ? 1000.0 : 500.0;
+    return options;
+}
+
+ExportOptions inPlane() {
+    ExportOptions options;
+    options.plane = true;
+    return options;
+}
+
+ExportOptions sima(bool columns) {
+    ExportOptions options;
+    options.title = "試験";
+    options.columns = columns;
+    return options;
+}
+
+class FormatSamples : public ::testing::TestWithParam<Sample> {};
+
+TEST_P(FormatSamples, AreWrittenToTheByte) {
+    const auto& [file, options] = GetParam();
+    Drawing drawing;
+    const bool hasCurves = formatOf(file)->extension == ".dxf" || formatOf(file)->extension == ".sim";
+    fillPlain(drawing, hasCurves);
+    std::ostringstream out;
+    formatOf(file)->write(drawing, options, out);
+    const std::string path = std::string(FENMARK_SOURCE_DIR) + "/tests/exchange/samples/" + file;
+    if (std::getenv("FENMARK_RENEW_SAMPLES") != nullptr) {
+        std::ofstream(path, std::ios::binary) << out.str();
+    }
+    const std::string wanted = test::readFile(path);
+    ASSERT_FALSE(wanted.empty());
+    std::istringstream wantedLines(wanted);
+    std::istringstream lines(out.str());
+    std::string wantedLine;
+    std::string line;
+    for (int number = 1; std::getline(wantedLines, wantedLine); ++number) {
+        ASSERT_TRUE(std::getline(lines, line)) << file << " ends before line " << number;
+        ASSERT_EQ(line, wantedLine) << file << ":" << number;
+    }
+    EXPECT_EQ(out.str(), wanted);
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, FormatSamples,
+                         ::testing::Values(Sample{"r12.dxf", dxf(DxfVersion::R12, false)},
+                                           Sample{"r12_elements.dxf", dxf(DxfVersion::R12, true)},
+                                           Sample{"r2000.dxf", dxf(DxfVersion::R2000, false)},
+                                           Sample{"r2000_elements.dxf", dxf(DxfVersion::R2000, true)},
+                                           Sample{"r2018.dxf", dxf(DxfVersion::R2018, false)},
+                                           Sample{"degrees.geojson", {}}, Sample{"plane.geojson", inPlane()},
+                                           Sample{"sample.kml", {}}, Sample{"sample.sim", sima(false)},
+                                           Sample{"columns.sim", sima(true)}, Sample{"points.csv", {}}),
+                         [](const auto& info) {
+                             std::string name = info.param.file;
+                             for (char& c : name) {
+                                 c = c == '.' ? '_' : c;
+                             }
+                             return name;
+                         });
+
+// Every format that the table has is among the samples, but for those whose tests look at all that they write.
+TEST(Formats, HaveOneExtensionEachThatFindsThem) {
+    std::set<std::string_view> seen;
+    for (const Format& format : formats()) {
+        EXPECT_TRUE(seen.insert(format.extension).second) << format.extension;
+        EXPECT_EQ(formatOf("a" + std::string(format.extension)), &format);
+        EXPECT_FALSE(format.name.empty() || format.japanese.empty());
+    }
+    EXPECT_EQ(formatOf("A.GeoJSON"), formatOf("a.geojson"));
+    for (const char* path : {"", "dxf", "a.dwg", "a.dxf.bak", "xml"}) {
+        EXPECT_EQ(formatOf(path), nullptr) << path;
+    }
+    EXPECT_EQ(extensions(true), ".svg");
+    EXPECT_EQ(extensions(false), ".dxf, .xml, .sim, .geojson, .kml or .csv");
+}
+
+TEST(Formats, DegreesNeedAZone) {
+    Drawing drawing;
+    ExportOptions options;
+    for (const Format& format : formats()) {
+        EXPECT_EQ(whatIsMissing(format, drawing, options).empty(), !format.degrees) << format.extension;
+    }
+    options.plane = true;
+    EXPECT_TRUE(whatIsMissing(*formatOf("a.geojson"), drawing, options).empty());
+    EXPECT_FALSE(whatIsMissing(*formatOf("a.kml"), drawing, options).empty()) << "KML has no metres";
+    options.plane = false;
+    options.zone = 1;
+    EXPECT_TRUE(whatIsMissing(*formatOf("a.kml"), drawing, options).empty());
+    options.zone = 0;
+    drawing.setZone(19);
+    EXPECT_TRUE(whatIsMissing(*formatOf("a.geojson"), drawing, options).empty());
+}
+
+TEST(Selections, TakeByKindLayerAndRectangle) {
+    Drawing drawing;
+    fillPlain(drawing, true);
+    const auto taken = [&](const Selection& selection) {
+        std::string names;
+        for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+            const auto entity = drawing.entity(i);
+            if (selection.takes(entity)) {
+                names += entity.row ? std::string(entity.row->name.substr(0, 4)) + " " : "? ";
+            }
+        }
+        return names + (selection.takes(drawing.alignment(0)) ? "road" : "");
+    };
+    Selection selection;
+    EXPECT_TRUE(selection.takesAll());
+    selection.left.fill(true);
+    selection.left[static_cast<std::size_t>(Kind::Lots)] = false;
+    selection.left[static_cast<std::size_t>(Kind::Alignments)] = false;
+    EXPECT_FALSE(selection.takesAll());
+    EXPECT_EQ(taken(selection), "12-3 road");
+    selection = {};
+    selection.layers = {"道路"};
+    EXPECT_EQ(taken(selection), "road");
+    selection = {};
+    selection.rectangle.emplace();
+    selection.rectangle->add(1050.0, 2000.0);
+    selection.rectangle->add(1060.0, 2004.0);
+    EXPECT_EQ(taken(selection), "No.7 No.7 road") << "edges are within";
+    selection.rectangle.emplace();
+    selection.rectangle->add(1025.0, 2030.0);
+    selection.rectangle->add(1030.0, 2040.0);
+    EXPECT_EQ(taken(selection), "? road") << "the road's box holds it";
+}
+
+TEST(Selections, ReachEveryFormat) {
+    Drawing drawing;
+    fillPlain(drawing, true);
+    ExportOptions options;
+    options.selection.left.fill(true);
+    for (const Format& format : formats()) {
+        std::ostringstream out;
+        format.write(drawing, options, out);
+        EXPECT_EQ(out.str().find("12-3"), std::string::npos) << format.extension;
+        EXPECT_EQ(out.str().find("No.7"), std::string::npos) << format.extension;
+    }
+}
+
+TEST(Selections, APartIsADrawingWithTheSameObjects) {
+    Drawing drawing;
+    fillPlain(drawing, true);
+    const auto part = selectedPart(drawing, {});
+    EXPECT_EQ(part->zone(), 9);
+    ASSERT_EQ(part->entityCount(), drawing.entityCount());
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const auto was = drawing.entity(i);
+        const auto is = part->entity(i);
+        EXPECT_EQ(std::tie(is.kind, is.closed, is.layer), std::tie(was.kind, was.closed, was.layer));
+        EXPECT_TRUE(std::equal(
+            is.vertices.begin(), is.vertices.end(), was.vertices.begin(), was.vertices.end(),
+            [](const MdGePoint3d& a, const MdGePoint3d& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }));
+        ASSERT_EQ(is.row.has_value(), was.row.has_value());
+        if (is.row) {
+            EXPECT_EQ(std::tie(is.row->table, is.row->no, is.row->name, is.row->type, is.row->fileName),
+                      std::tie(was.row->table, was.row->no, was.row->name, was.row->type, was.row->fileName));
+        }
+    }
+    ASSERT_EQ(part->alignmentCount(), 1U);
+    EXPECT_EQ(part->alignment(0).name, "本線 <1>");
+    EXPECT_EQ(part->alignment(0).description, "a-本線 <1>");
+    EXPECT_EQ(part->alignment(0).layer, "道路");
+    EXPECT_EQ(part->alignment(0).startStation, 100.0);
+    EXPECT_EQ(part->alignment(0).length(), drawing.alignment(0).length());
+    EXPECT_EQ(part->sites().size(), 1U);
+}
+
+} // namespace
+} // namespace fenmark::exchange

@@ -65,7 +65,7 @@ int runExport(const ExportArguments& arguments, const Streams& streams) {
         return writeDrawing(arguments,
                             {".xml",
                              [](const Drawing& drawing, std::ostream& out) {
-                                 return exchange::writeLandXml(drawing, exchange::LandXmlProfile::JLandXml, out);
+                                 return exchange::writeLandXmlProfile(drawing, exchange::LandXmlProfile::JLandXml, out);
                              }},
                             streams);
     }

@@ -1,6 +1,8 @@
 // Exact decimals of coordinates.
 #include "exchange/decimal.h"
 
+#include "exchange/text.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -48,6 +50,38 @@ std::string decimalText(Wide value, int decimals) {
     return digits;
 }
 
+// The decimal number that the real stands for, its shortest one, in units of the last decimal asked for, rounded half
+// away from zero.
+std::int64_t scaled(double value, int wanted) {
+    std::array<char, 400> buffer;
+    const auto [end, error] =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    std::int64_t units = 0;
+    int decimals = -1; // none until the point
+    bool roundsUp = false;
+    for (const char c : text) {
+        if (c == '-') {
+            continue;
+        }
+        if (c == '.') {
+            decimals = 0;
+            continue;
+        }
+        if (decimals == wanted) {
+            roundsUp = c >= '5';
+            break;
+        }
+        units = 10 * units + (c - '0');
+        decimals += decimals >= 0 ? 1 : 0;
+    }
+    for (int i = std::max(decimals, 0); i < wanted; ++i) {
+        units *= 10;
+    }
+    units += roundsUp ? 1 : 0;
+    return text.starts_with('-') ? -units : units;
+}
+
 // The largest whole number whose square is not above the value.
 std::int64_t rootOf(Wide value) {
     auto root = static_cast<std::int64_t>(std::sqrt(static_cast<long double>(value)));
@@ -66,33 +100,12 @@ std::optional<Decimal> Decimal::of(double metres) {
     if (!(std::abs(metres) < kReach)) {
         return std::nullopt;
     }
-    std::array<char, 400> buffer;
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), metres, std::chars_format::fixed);
-    const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    std::int64_t micro = 0;
-    int decimals = -1; // none until the point
-    bool roundsUp = false;
-    for (const char c : text) {
-        if (c == '-') {
-            continue;
-        }
-        if (c == '.') {
-            decimals = 0;
-            continue;
-        }
-        if (decimals == kMicroDigits) {
-            roundsUp = c >= '5';
-            break;
-        }
-        micro = 10 * micro + (c - '0');
-        decimals += decimals >= 0 ? 1 : 0;
-    }
-    for (int i = std::max(decimals, 0); i < kMicroDigits; ++i) {
-        micro *= 10;
-    }
-    micro += roundsUp ? 1 : 0;
-    return Decimal(text.starts_with('-') ? -micro : micro);
+    return Decimal(scaled(metres, kMicroDigits));
+}
+
+std::string roundedText(double value, int decimals) {
+    constexpr double kWhole = 1e12; // beyond it no such decimals are left in a 64-bit real
+    return std::abs(value) < kWhole ? decimalText(scaled(value, decimals), decimals) : fixedReal(value, decimals);
 }
 
 std::string Decimal::text(int decimals) const {

@@ -33,6 +33,10 @@ class Decimal {
     std::int64_t micro_ = 0;
 };
 
+// The decimal number that the real stands for with that many decimals, rounded once, half away from zero; never "-0". The
+// value is finite.
+[[nodiscard]] std::string roundedText(double value, int decimals);
+
 // An area in units of 1e-12 m2.
 struct DecimalArea {
     Wide units = 0;

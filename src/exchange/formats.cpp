@@ -31,8 +31,8 @@ Notes whole(const Drawing& drawing, const ExportOptions& options, std::ostream& 
 
 Notes landXml(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
     return options.selection.takesAll()
-               ? writeLandXml(drawing, options.landXmlProfile, out)
-               : writeLandXml(*selectedPart(drawing, options.selection), options.landXmlProfile, out);
+               ? writeLandXmlProfile(drawing, options.landXmlProfile, out)
+               : writeLandXmlProfile(*selectedPart(drawing, options.selection), options.landXmlProfile, out);
 }
 
 constexpr std::array<Format, 7> kFormats = {{

@@ -463,10 +463,10 @@ Notes leftOutOfProfile(const Drawing& drawing) {
 } // namespace
 
 Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
-    return writeLandXml(drawing, LandXmlProfile::LandXml, out);
+    return writeLandXmlProfile(drawing, LandXmlProfile::LandXml, out);
 }
 
-Notes writeLandXml(const Drawing& drawing, LandXmlProfile profile, std::ostream& out) {
+Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::ostream& out) {
     const bool japanese = profile == LandXmlProfile::JLandXml;
     writeHead(out, drawing, profile);
     Unplaced unplaced;

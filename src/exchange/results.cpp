@@ -23,6 +23,7 @@ namespace {
 constexpr double kOnLine = 1e-4;          // metres: a result this close to an alignment lies on it
 constexpr double kInSection = 1e-4;       // metres along the road between points of one cross section
 constexpr double kSameResult = 1e-6;      // metres: the same result imported twice
+constexpr double kWhole = 1e6;            // stations and offsets are told in micrometres
 constexpr std::size_t kJudgedPoints = 64; // of one route, when its alignment is looked for
 
 // Results of one section kind of one route of one file: they lie on one alignment.
@@ -63,6 +64,11 @@ std::optional<double> stationOnLine(const AlignmentGeometry& geometry, const Ent
         return std::nullopt;
     }
     return located->station;
+}
+
+// What the search for the nearest point leaves behind the sixth decimal is noise.
+double withoutNoise(double metres) {
+    return std::round(metres * kWhole) / kWhole + 0.0;
 }
 
 // The alignment that most of the judged points lie on; the first of those with as many.
@@ -108,7 +114,8 @@ void addLongitudinal(const Drawing& drawing, const AlignmentGeometry& geometry, 
     for (const std::size_t index : group.entities) {
         const EntityView entity = drawing.entity(index);
         if (const auto station = stationOnLine(geometry, entity)) {
-            results.longitudinal.push_back({*station, entity.position().z, std::string(trimmedName(entity.row->name))});
+            results.longitudinal.push_back(
+                {withoutNoise(*station), entity.position().z, std::string(trimmedName(entity.row->name))});
         } else {
             ++unplaced;
         }
@@ -135,7 +142,7 @@ void addSections(const Drawing& drawing, const AlignmentGeometry& geometry, cons
     }
     std::vector<CrossSection> sections(centres.size());
     for (std::size_t c = 0; c < centres.size(); ++c) {
-        sections[c].station = centres[c].station;
+        sections[c].station = withoutNoise(centres[c].station);
         sections[c].name = trimmedName(drawing.entity(group.entities[centres[c].place]).row->name);
     }
     std::size_t next = 0; // the first centre at or behind the point
@@ -163,7 +170,8 @@ void addSections(const Drawing& drawing, const AlignmentGeometry& geometry, cons
             ++unplaced;
             continue;
         }
-        sections[section].points.push_back({*offset, entity.position().z, std::string(trimmedName(entity.row->name))});
+        sections[section].points.push_back(
+            {withoutNoise(*offset), entity.position().z, std::string(trimmedName(entity.row->name))});
     }
     std::move(sections.begin(), sections.end(), std::back_inserter(results.sections));
 }

@@ -123,9 +123,10 @@ std::array<std::string, kColumns> columnsOf(const Stake& stake) {
 // Columns that a text takes on a terminal: a CJK character takes two.
 std::size_t displayWidth(std::string_view text) {
     std::size_t width = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool prime = text.substr(i, 2) == "\xE2\x80"; // ′ and ″ are as narrow as letters
+        if (byte < 0x80 || prime) {
             width += 1;
         } else if (byte >= 0xE2) {
             width += 2;

@@ -53,10 +53,7 @@ std::string StationNames::operator()(double station) const {
 }
 
 std::string metresText(double metres) {
-    if (const auto decimal = Decimal::of(metres)) {
-        return decimal->text(3);
-    }
-    return std::isfinite(metres) ? fixedReal(metres, 3) : std::string();
+    return std::isfinite(metres) ? roundedText(metres, 3) : std::string();
 }
 
 double azimuthOf(double direction) {

@@ -5,7 +5,8 @@
 namespace fenmark::cli {
 namespace {
 
-constexpr const char* kCommands[] = {"import", "preview", "info", "station", "locate", "export", "plot"};
+constexpr const char* kCommands[] = {"import", "preview", "info",   "station", "locate",
+                                     "stakes", "report",  "export", "plot"};
 
 struct Manual : CommandLine {
     std::set<std::string> optionsOfAllHelp() {

@@ -21,7 +21,7 @@ _fenmark() {
     [[ $command == export ]] && kinds=$objects
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "import preview info station locate export plot --help --version" -- "$cur")
+        mapfile -t COMPREPLY < <(compgen -W "import preview info station locate stakes report export plot --help --version" -- "$cur")
         return
     fi
     case $previous in
@@ -36,7 +36,24 @@ _fenmark() {
         --crs) mapfile -t COMPREPLY < <(compgen -W "lonlat plane" -- "$cur"); return ;;
         --dxf-version) mapfile -t COMPREPLY < <(compgen -W "R12 2000 2018" -- "$cur"); return ;;
         --layers) mapfile -t COMPREPLY < <(compgen -W "kinds drawing" -- "$cur"); return ;;
-        --layer | --rectangle | --scale) return ;;
+        --layer | --rectangle) return ;;
+        --point-names) mapfile -t COMPREPLY < <(compgen -W "ka btc" -- "$cur"); return ;;
+        --station-names) mapfile -t COMPREPLY < <(compgen -W "stake kilometre" -- "$cur"); return ;;
+        --format) mapfile -t COMPREPLY < <(compgen -W "table csv sim json" -- "$cur"); return ;;
+        --sides) mapfile -t COMPREPLY < <(compgen -W "cut round" -- "$cur"); return ;;
+        --land) mapfile -t COMPREPLY < <(compgen -W "residential other" -- "$cur"); return ;;
+        --paper) mapfile -t COMPREPLY < <(compgen -W "A4 A3 A2 A1 A0" -- "$cur"); return ;;
+        --out) _fenmark_files "*.@(csv|sim|json|txt)"; return ;;
+        --log) _fenmark_files "*.log"; return ;;
+        --tables)
+            mapfile -t COMPREPLY < <(compgen -P "${cur%"${cur##*,}"}" \
+                -W "summary points lots main-points ips intermediate widths" -- "${cur##*,}")
+            compopt -o nospace 2>/dev/null
+            return ;;
+        --profile)
+            [[ $command == export ]] && mapfile -t COMPREPLY < <(compgen -W "landxml j-landxml" -- "$cur")
+            return ;;
+        --every | --at | --offset | --pitch | --scale | --along | --cross-sections) return ;;
         --site | --point-layer | --ip-layer | --lot-layer | --stake-layer | --continuous-layer | --shift | --alignment)
             return ;;
     esac
@@ -49,18 +66,21 @@ _fenmark() {
             preview) options+=" --encoding --json --quiet" ;;
             info | station | locate) options+=" --json" ;;
             export) options+=" --only --layer --rectangle --zone --crs --dxf-version --layers --elements --scale
-                               --columns --quiet" ;;
-            plot) options+=" --quiet" ;;
+                               --columns --profile --quiet" ;;
+            stakes) options+=" --every --at --offset --main-points --pitch --point-names --station-names --format --out" ;;
+            report) options+=" --tables --scale --sides --land --pitch --point-names --station-names --log --quiet" ;;
+            plot) options+=" --scale --paper --along --profile --cross-sections --quiet" ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
         return
     fi
     case $command in
         import | preview) _fenmark_files "*.sim" ;;
-        info | station | locate) [[ $COMP_CWORD -eq 2 ]] && _fenmark_files "*.gpkg" ;;
+        info | station | locate | stakes) [[ $COMP_CWORD -eq 2 ]] && _fenmark_files "*.gpkg" ;;
         export)
             if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(dxf|xml|sim|geojson|kml|csv)"; fi ;;
-        plot) if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.svg"; fi ;;
+        plot) if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(svg|pdf)"; fi ;;
+        report) if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(html|csv)"; fi ;;
     esac
 }
 

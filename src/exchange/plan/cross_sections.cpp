@@ -91,9 +91,9 @@ std::size_t drawSection(SectionPage& page, const CrossSection& section, const Pa
             continue;
         }
         before = place.x;
-        page.text({place.x, bottom + 11.0}, kTextSize, "end", metresText(point.height), -90.0);
-        page.text({place.x, bottom + 22.0}, kTextSize, "end", metresText(point.offset), -90.0);
         // The figures hang from the base line.
+        page.text({place.x, bottom + 2.0}, kTextSize, "end", metresText(point.height), -90.0);
+        page.text({place.x, bottom + 13.0}, kTextSize, "end", metresText(point.offset), -90.0);
     }
     page.polyline("ground", line);
     return without;

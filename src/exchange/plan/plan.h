@@ -6,6 +6,7 @@
 #include "exchange/plan/plan_sheet.h"
 #include "exchange/text.h"
 
+#include <cstdint>
 #include <ostream>
 #include <set>
 #include <string>
@@ -41,6 +42,19 @@ struct MatchLine {
     std::string text;
 };
 
+// What an entity is on a plan, found once for all passes over the drawing and for all sheets.
+class PlanKinds {
+  public:
+    explicit PlanKinds(const drawing::Drawing& drawing);
+    PlanItem of(std::size_t entity) const { return static_cast<PlanItem>(kinds_[entity]); }
+    bool isPoint(std::size_t entity) const { return of(entity) >= PlanItem::CoordinatePoint; }
+    std::size_t polylines() const { return polylines_; }
+
+  private:
+    std::vector<std::uint8_t> kinds_;
+    std::size_t polylines_ = 0; // of two vertices or more
+};
+
 // What of a drawing a plan can show.
 struct Shown {
     explicit Shown(const drawing::Drawing& drawing);
@@ -48,15 +62,17 @@ struct Shown {
     drawing::Extent extent;
     std::size_t leftOut = 0;     // entities at the origin, far from all others
     std::size_t beyondReach = 0; // entities and alignments with coordinates that no survey has
+    PlanKinds kinds;
 };
 
 struct Plan {
-    explicit Plan(const drawing::Drawing& drawing) : Plan(drawing, Shown(drawing), SheetChoice{}) {}
+    // The values shown outlive the plan.
     Plan(const drawing::Drawing& drawing, const Shown& shown, const SheetChoice& choice)
         : Plan(drawing, shown, PlanSheet(shown.extent, choice)) {}
     Plan(const drawing::Drawing& drawing, const Shown& shown, const PlanSheet& sheet);
 
     const drawing::Drawing& drawing;
+    const PlanKinds& kinds;
     std::size_t leftOut = 0;
     std::size_t beyondReach = 0;
     bool partial = false; // shows a part of the drawing; what lies beside the sheet is passed over

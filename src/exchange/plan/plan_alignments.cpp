@@ -7,6 +7,7 @@
 #include <numbers>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace fenmark::exchange {
 
@@ -40,31 +41,55 @@ PlanItem itemOf(ElementType type) {
                                          : PlanItem::Clothoid;
 }
 
-// Coordinate points with names by their place, to find the one that stands at an element's end.
+// Coordinate points with names that may stand at an element's end, by their place.
 class NamedPlaces {
   public:
     NamedPlaces(const Plan& plan) : cell_(plan.elementEndSnap) {
-        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        std::unordered_set<std::uint64_t> wanted;
+        for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
+            if (plan.isLeftOut(plan.drawing.alignment(i))) {
+                continue;
+            }
+            for (const Element& element : plan.drawing.alignment(i).elements) {
+                for (const PlanPoint& end : {element.start, element.end}) {
+                    eachCellAround(end, [&](std::uint64_t cell) { wanted.insert(cell); });
+                }
+            }
+        }
+        for (std::size_t i = 0; !wanted.empty() && i < plan.drawing.entityCount(); ++i) {
+            if (plan.kinds.of(i) != PlanItem::CoordinatePoint) {
+                continue;
+            }
             const EntityView entity = plan.drawing.entity(i);
-            if (entity.isPoint() && entity.row && entity.row->type == "座標" && !entity.row->name.empty() &&
-                !plan.isLeftOut(entity)) {
-                indexes_.emplace(key(entity.position().x, entity.position().y), i);
+            if (!entity.row->name.empty() && !plan.isLeftOut(entity)) {
+                const std::uint64_t cell = key(entity.position().x, entity.position().y);
+                if (wanted.contains(cell)) {
+                    indexes_.emplace(cell, i);
+                }
             }
         }
     }
     std::optional<std::size_t> at(const PlanPoint& point) const {
-        for (const double dx : {0.0, -cell_, cell_}) {
-            for (const double dy : {0.0, -cell_, cell_}) {
-                const auto found = indexes_.find(key(point.x + dx, point.y + dy));
-                if (found != indexes_.end()) {
-                    return found->second;
-                }
+        std::optional<std::size_t> nearest;
+        eachCellAround(point, [&](std::uint64_t cell) {
+            const auto found = indexes_.find(cell);
+            if (!nearest && found != indexes_.end()) {
+                nearest = found->second;
             }
-        }
-        return std::nullopt;
+        });
+        return nearest;
     }
 
   private:
+    // The point's own cell first.
+    template <typename Function>
+    void eachCellAround(const PlanPoint& point, Function function) const {
+        for (const double dx : {0.0, -cell_, cell_}) {
+            for (const double dy : {0.0, -cell_, cell_}) {
+                function(key(point.x + dx, point.y + dy));
+            }
+        }
+    }
     std::uint64_t key(double x, double y) const {
         return static_cast<std::uint64_t>(std::llround(x / cell_)) * 0x9E3779B97F4A7C15U +
                static_cast<std::uint64_t>(std::llround(y / cell_));
@@ -297,7 +322,8 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
         const PaperPoint at = plan.at(pose->point.x, pose->point.y);
         for (const double distance : {5.0, 10.0, 16.0}) {
             for (const bool left : {true, false}) {
-                candidates.push_back(along(at, plan.turned(pose->direction), left, distance, 2.6, alignment.name, "key"));
+                candidates.push_back(
+                    along(at, plan.turned(pose->direction), left, distance, 2.6, alignment.name, "key"));
             }
         }
     }

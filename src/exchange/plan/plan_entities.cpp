@@ -25,43 +25,37 @@ constexpr std::size_t kMostPolylines = 20000;   // beyond this, one for a cell o
 constexpr double kPolylineCell = 1.0;           // millimetres
 constexpr std::size_t kSymbolsInPath = 1000;    // readers have limits to the length of one path
 
-struct PolylineKind {
-    PlanItem item;
-    const char* style;
-};
-
-PolylineKind kindOf(const EntityView& entity) {
+PlanItem itemOf(const EntityView& entity) {
     const std::string_view type = entity.row ? entity.row->type : std::string_view();
-    if (type == "画地") {
-        return {PlanItem::Lot, "lot"};
+    if (entity.isPoint()) {
+        return type == "座標"       ? PlanItem::CoordinatePoint
+               : type == "縦断成果" ? PlanItem::LongitudinalPoint
+               : type == "横断成果" ? PlanItem::CrossSectionPoint
+                                    : PlanItem::OtherPoint;
     }
-    if (type == "IP線") {
-        return {PlanItem::IpLine, "ip"};
-    }
-    if (type == "幅杭線左") {
-        return {PlanItem::LeftStakes, "left"};
-    }
-    if (type == "幅杭線右") {
-        return {PlanItem::RightStakes, "right"};
-    }
-    if (type == "連続線") {
-        return {PlanItem::Continuous, "continuous"};
-    }
-    return {PlanItem::OtherLine, "other"};
+    return type == "画地"       ? PlanItem::Lot
+           : type == "IP線"     ? PlanItem::IpLine
+           : type == "幅杭線左" ? PlanItem::LeftStakes
+           : type == "幅杭線右" ? PlanItem::RightStakes
+           : type == "連続線"   ? PlanItem::Continuous
+                                : PlanItem::OtherLine;
 }
 
-PlanItem pointItem(const EntityView& entity) {
-    const std::string_view type = entity.row ? entity.row->type : std::string_view();
-    if (type == "座標") {
-        return PlanItem::CoordinatePoint;
+const char* lineStyle(PlanItem item) {
+    switch (item) {
+    case PlanItem::Lot:
+        return "lot";
+    case PlanItem::IpLine:
+        return "ip";
+    case PlanItem::LeftStakes:
+        return "left";
+    case PlanItem::RightStakes:
+        return "right";
+    case PlanItem::Continuous:
+        return "continuous";
+    default:
+        return "other";
     }
-    if (type == "縦断成果") {
-        return PlanItem::LongitudinalPoint;
-    }
-    if (type == "横断成果") {
-        return PlanItem::CrossSectionPoint;
-    }
-    return PlanItem::OtherPoint;
 }
 
 // One symbol as part of a path: a ring, a triangle, a saltire, a small square.
@@ -125,11 +119,7 @@ class DotCells {
 class Crowd {
   public:
     explicit Crowd(const Plan& plan) : plan_(plan), cells_(plan.sheet.map(), kPolylineCell) {
-        std::size_t count = 0;
-        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
-            count += plan.drawing.entity(i).vertices.size() >= 2 ? 1 : 0;
-        }
-        crowded_ = count > kMostPolylines;
+        crowded_ = plan.kinds.polylines() > kMostPolylines;
     }
     bool draws(std::size_t index) {
         if (!crowded_) {
@@ -217,26 +207,35 @@ void nameLot(Plan& plan, const EntityView& lot) {
 
 } // namespace
 
+PlanKinds::PlanKinds(const drawing::Drawing& drawing) {
+    kinds_.reserve(drawing.entityCount());
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        const EntityView entity = drawing.entity(i);
+        kinds_.push_back(static_cast<std::uint8_t>(itemOf(entity)));
+        polylines_ += entity.vertices.size() >= 2 ? 1 : 0;
+    }
+}
+
 void drawPolylines(Plan& plan, std::ostream& out) {
     Crowd crowd(plan);
     for (const bool lots : {true, false}) {
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
-            const EntityView entity = plan.drawing.entity(i);
-            if (entity.isPoint() || entity.vertices.size() < 2 || plan.isLeftOut(entity)) {
+            const PlanItem item = plan.kinds.of(i);
+            if (plan.kinds.isPoint(i) || (item == PlanItem::Lot) != lots) {
                 continue;
             }
-            const PolylineKind kind = kindOf(entity);
-            if ((kind.item == PlanItem::Lot) != lots) {
+            const EntityView entity = plan.drawing.entity(i);
+            if (entity.vertices.size() < 2 || plan.isLeftOut(entity)) {
                 continue;
             }
             if (plan.partial && plan.isBeside(plan.drawing.entityExtent(i))) {
                 continue;
             }
-            plan.items.insert(kind.item);
+            plan.items.insert(item);
             if (!crowd.draws(i)) {
                 continue;
             }
-            out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << kind.style << "\" d=\"";
+            out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << lineStyle(item) << "\" d=\"";
             PaperPoint before{};
             for (std::size_t v = 0; v < entity.vertices.size(); ++v) {
                 const PaperPoint at = plan.at(entity.vertices[v].x, entity.vertices[v].y);
@@ -260,9 +259,12 @@ void drawPolylines(Plan& plan, std::ostream& out) {
 
 void namePolylines(Plan& plan) {
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        if (plan.kinds.of(i) != PlanItem::Lot) {
+            continue;
+        }
         const EntityView entity = plan.drawing.entity(i);
-        if (!entity.isPoint() && entity.row && entity.vertices.size() >= 3 && entity.row->type == "画地" &&
-            !plan.isLeftOut(entity) && !(plan.partial && plan.isBeside(plan.drawing.entityExtent(i)))) {
+        if (entity.vertices.size() >= 3 && !plan.isLeftOut(entity) &&
+            !(plan.partial && plan.isBeside(plan.drawing.entityExtent(i)))) {
             nameLot(plan, entity);
         }
     }
@@ -276,9 +278,12 @@ void drawPoints(Plan& plan, std::ostream& out) {
         return static_cast<std::size_t>(std::find(kKinds.begin(), kKinds.end(), item) - kKinds.begin());
     };
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        if (!plan.kinds.isPoint(i)) {
+            continue;
+        }
         const EntityView entity = plan.drawing.entity(i);
-        if (entity.vertices.size() == 1 && !plan.isLeftOut(entity) && !isBeside(plan, entity)) {
-            ++counts[place(pointItem(entity))];
+        if (!plan.isLeftOut(entity) && !isBeside(plan, entity)) {
+            ++counts[place(plan.kinds.of(i))];
         }
     }
     for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
@@ -301,9 +306,11 @@ void drawPoints(Plan& plan, std::ostream& out) {
             }
         };
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+            if (plan.kinds.of(i) != item) {
+                continue;
+            }
             const EntityView entity = plan.drawing.entity(i);
-            if (entity.vertices.size() != 1 || plan.isLeftOut(entity) || pointItem(entity) != item ||
-                isBeside(plan, entity)) {
+            if (plan.isLeftOut(entity) || isBeside(plan, entity)) {
                 continue;
             }
             const PaperPoint at = plan.at(entity.position().x, entity.position().y);
@@ -334,9 +341,11 @@ void drawPoints(Plan& plan, std::ostream& out) {
     }
     std::size_t without = 0;
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+        if (plan.kinds.of(i) != PlanItem::CoordinatePoint) {
+            continue;
+        }
         const EntityView entity = plan.drawing.entity(i);
-        if (!entity.isPoint() || !entity.row || pointItem(entity) != PlanItem::CoordinatePoint ||
-            plan.isLeftOut(entity) || plan.namedAtEnds.contains(i) || isBeside(plan, entity)) {
+        if (plan.isLeftOut(entity) || plan.namedAtEnds.contains(i) || isBeside(plan, entity)) {
             continue;
         }
         const std::string name(trimmed(entity.row->name));

@@ -275,7 +275,7 @@ void drawMatchLines(Plan& plan, std::ostream& out) {
         double degrees = std::remainder(-across * 180.0 / std::numbers::pi, 180.0);
         std::vector<Label> candidates;
         for (const double along : {30.0, -30.0, 50.0, -50.0}) {
-            for (const double beside : {-2.4, 2.4}) {
+            for (const double beside : {-2.8, 2.8}) {
                 const PaperPoint middle{at.x + along * std::cos(across) + beside * std::sin(across),
                                         at.y - along * std::sin(across) + beside * std::cos(across)};
                 candidates.push_back({middle, 2.4, degrees, Label::Anchor::Middle, line.text, "key"});

@@ -107,7 +107,7 @@ std::string stakeName(double station) {
     return StationNames{}(station);
 }
 
-Shown::Shown(const Drawing& drawing) {
+Shown::Shown(const Drawing& drawing) : kinds(drawing) {
     Extent rest;
     std::size_t origins = 0;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
@@ -146,7 +146,7 @@ Shown::Shown(const Drawing& drawing) {
 }
 
 Plan::Plan(const Drawing& shownDrawing, const Shown& shown, const PlanSheet& onSheet)
-    : drawing(shownDrawing), leftOut(shown.leftOut), beyondReach(shown.beyondReach), sheet(onSheet),
+    : drawing(shownDrawing), kinds(shown.kinds), leftOut(shown.leftOut), beyondReach(shown.beyondReach), sheet(onSheet),
       space(sheet.map()) {
     if (leftOut > 0) {
         notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
@@ -196,7 +196,8 @@ void writePlan(Plan& plan, std::ostream& out) {
 }
 
 Notes writePlanSvg(const Drawing& drawing, std::ostream& out) {
-    Plan plan(drawing);
+    const Shown shown(drawing);
+    Plan plan(drawing, shown, SheetChoice{});
     writePlan(plan, out);
     return plan.notes;
 }

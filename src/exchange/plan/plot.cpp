@@ -108,7 +108,8 @@ bool isPaper(const std::string& name) {
 
 Plot plotPlan(const Drawing& drawing, const PlotOptions& options) {
     Plot plot;
-    Plan plan(drawing, Shown(drawing), SheetChoice{options.scale, options.paper});
+    const Shown shown(drawing);
+    Plan plan(drawing, shown, SheetChoice{options.scale, options.paper});
     if (!plan.sheet.fits()) {
         plot.failure = "the drawing does not fit on " + std::string(plan.sheet.format()) +
                        " at 1:" + std::to_string(plan.sheet.scale()) +

@@ -34,7 +34,8 @@ constexpr std::array<BandRow, 5> kBand = {
     {{"地盤高", 16.0}, {"追加距離", 18.0}, {"単距離", 16.0}, {"測点", 24.0}, {"曲線", 18.0}}};
 enum BandPlace { kGround, kDistance, kSingle, kName, kCurve };
 
-constexpr int kExaggeration = 5;
+constexpr int kExaggeration = 10;         // at most
+constexpr double kSideRoom = 4.0;         // millimetres between the frame and the first and the last station
 constexpr int kSmallestOnOneSheet = 2500; // a longer alignment takes several sheets of 1:1000
 constexpr int kScaleOfSheets = 1000;
 constexpr std::size_t kMostSheets = 500;
@@ -57,9 +58,9 @@ struct Layout {
     double from;   // station at the left
     double base;   // height of the base line
 
-    double x(double station) const { return left + (station - from) * 1000.0 / scale; }
+    double x(double station) const { return left + kSideRoom + (station - from) * 1000.0 / scale; }
     double y(double height) const { return bottom - (height - base) * 1000.0 / heights; }
-    double room() const { return (right - left) * scale / 1000.0; } // metres
+    double room() const { return (right - left - 2.0 * kSideRoom) * scale / 1000.0; } // metres
 };
 
 using Points = std::vector<LongitudinalPoint>;
@@ -106,17 +107,11 @@ void fitHeights(Layout& layout, const Points& part, int wantedScale) {
     const auto [low, high] =
         std::minmax_element(part.begin(), part.end(), [](const auto& a, const auto& b) { return a.height < b.height; });
     const double range = high->height - low->height;
-    const double room = (layout.bottom - layout.top) * 0.8; // the lowest point stays clear of the base line
+    const double room = (layout.bottom - layout.top) * 0.7; // the lowest point stays clear of the base line
     layout.heights = std::max(wantedScale, roundSectionScale(range * 1000.0 / room));
-    const double step = layout.heights / 100.0 * 5.0; // metres: 50 mm of paper
+    const double step = layout.heights / 100.0; // metres: 10 mm of paper
     const double clear = layout.heights * 8.0 / 1000.0;
     layout.base = std::floor((low->height - clear) / step) * step;
-    while (layout.y(high->height) < layout.top) {
-        layout.base += step / 5.0;
-        if (layout.base > low->height) {
-            break;
-        }
-    }
 }
 
 void drawHeights(SectionPage& page, const Layout& layout) {
@@ -125,11 +120,10 @@ void drawHeights(SectionPage& page, const Layout& layout) {
         const double y = layout.y(layout.base + i * step);
         page.line(i == 0 ? "base" : "faint", {layout.left, y}, {layout.right, y});
         if (i > 0) {
-            page.text({layout.left - 1.5, y}, kTextSize, "end", fixedReal(layout.base + i * step, step < 1.0 ? 1 : 0));
+            page.text({layout.left - 1.5, y}, kTextSize, "end", fixedReal(layout.base + i * step, step < 5.0 ? 1 : 0));
         }
     }
-    page.text({layout.left - 1.5, layout.bottom - 2.0}, kTextSize, "end",
-              "DL=" + fixedReal(layout.base, step < 1.0 ? 2 : 1));
+    page.text({layout.left - 1.5, layout.bottom - 2.0}, kTextSize, "end", "DL=" + fixedReal(layout.base, 1));
     page.line("thin", {layout.left, layout.top}, {layout.left, layout.bottom});
 }
 
@@ -261,8 +255,9 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
     }
     const double first = points.front().station;
     const double last = points.back().station;
-    layout.scale =
-        options.scale ? *options.scale : roundSectionScale((last - first) * 1000.0 / (layout.right - layout.left));
+    layout.scale = options.scale
+                       ? *options.scale
+                       : roundSectionScale((last - first) * 1000.0 / (layout.right - layout.left - 2.0 * kSideRoom));
     if (!options.scale && layout.scale > kSmallestOnOneSheet) {
         layout.scale = kScaleOfSheets;
     }

@@ -13,7 +13,7 @@ namespace {
 
 // Millimetres of paper.
 constexpr double kBoxWidth = 86.0;
-constexpr double kBoxHeight = 76.0;
+constexpr double kBoxHeight = 70.0;
 constexpr double kRoom = 11.0; // around the lot, for the names of its points
 constexpr double kTextSize = 2.4;
 constexpr double kLotSize = 3.2;

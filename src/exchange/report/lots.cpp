@@ -87,8 +87,8 @@ void lotTable(const EntityView& lot, const std::vector<Corner>& corners, const R
         const Corner& corner = corners[i];
         const Corner& next = corners[(i + 1) % corners.size()];
         const Decimal width = next.y - before.y;
-        table.add({corner.name, corner.x.text(3), corner.y.text(3), width.text(3), product(corner.x, width).text(),
-                   sideText(next.x - corner.x, next.y - corner.y, options.sides)});
+        table.add({corner.name, metresText(corner.place.y), metresText(corner.place.x), width.text(3),
+                   product(corner.x, width).text(), sideText(next.x - corner.x, next.y - corner.y, options.sides)});
         figure.ring.push_back(corner.place);
         figure.names.push_back(corner.name);
     }

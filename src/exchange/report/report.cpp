@@ -26,6 +26,7 @@ body{font:9.5pt/1.35 "IPAexGothic","IPAGothic","Noto Sans CJK JP","Yu Gothic","H
 section{break-before:page}
 section:first-of-type{break-before:auto}
 section.follows{break-before:auto;margin-top:7mm}
+section.lot{break-before:auto;break-inside:avoid;margin-top:4mm}
 .head{display:flex;justify-content:space-between;align-items:flex-end;gap:8mm;break-after:avoid;margin-bottom:2mm}
 h1{font-size:14pt;letter-spacing:.35em;margin:0}
 h2{font-size:10.5pt;font-weight:normal;margin:.5mm 0 0}
@@ -69,8 +70,13 @@ class HtmlWriter {
         // The parts of the summary and the small tables of an alignment share pages.
         const bool follows = table.kind == "平面線形一覧" || table.kind == "取込エラー" || table.kind == "IP計算書";
         const bool figure = !table.figure.empty();
-        out_ << "<section" << (follows ? " class=\"follows\"" : "") << "><div class=\"head\"><div><h1>"
-             << xmlText(table.kind) << "</h1><h2>";
+        const bool nextLot = figure && lastHadFigure_; // two on a page
+        lastHadFigure_ = figure;
+        out_ << "<section"
+             << (nextLot   ? " class=\"lot\""
+                 : follows ? " class=\"follows\""
+                           : "")
+             << "><div class=\"head\"><div><h1>" << xmlText(table.kind) << "</h1><h2>";
         if (!site_.empty()) {
             out_ << "現場名　" << xmlText(site_) << (table.subject.empty() ? "" : "　　");
         }
@@ -144,6 +150,7 @@ class HtmlWriter {
     std::ostream& out_;
     std::string datum_;
     std::string site_;
+    bool lastHadFigure_ = false;
 };
 
 void writeCsvTable(std::ostream& out, const Table& table, bool first) {

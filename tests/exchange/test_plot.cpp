@@ -1,0 +1,176 @@
+// Plans and sections on paper: sheets, scales, what stands where.
+#include "exchange/plan/plan.h"
+#include "exchange/plan/plot.h"
+#include "sample_drawing.h"
+
+#include <gtest/gtest.h>
+#include <pugixml.hpp>
+
+#include <set>
+#include <sstream>
+
+namespace fenmark::exchange {
+namespace {
+
+constexpr double kMillimetre = 0.011; // coordinates of the paper have two decimals
+
+class PlotOf : public ::testing::Test {
+  protected:
+    static std::set<std::string> textsOf(const std::string& page) {
+        pugi::xml_document document;
+        EXPECT_TRUE(document.load_string(page.c_str())) << page.substr(0, 200);
+        std::set<std::string> texts;
+        for (const pugi::xpath_node node : document.select_nodes("//text")) {
+            texts.emplace(node.node().child_value());
+        }
+        return texts;
+    }
+    void addResult(double station, double offset, double height, const char* name, const char* type) {
+        const auto at = drawing.geometry(0).pointAt(station, offset).value();
+        addPoint(drawing, {at.x, at.y, height}, name, type);
+    }
+
+    Drawing drawing;
+};
+
+TEST(TurnedSheet, RunsItsDirectionToTheRight) {
+    const PlanSheet sheet({1000.0, 2000.0}, 2.0, 500, "A4");
+    EXPECT_STREQ(sheet.format(), "A4");
+    EXPECT_DOUBLE_EQ(sheet.width(), 297.0);
+    const PaperPoint middle = sheet.at(1000.0, 2000.0);
+    const PaperPoint ahead = sheet.at(1000.0 + 10.0 * std::cos(2.0), 2000.0 + 10.0 * std::sin(2.0));
+    EXPECT_NEAR(ahead.x - middle.x, 20.0, kMillimetre);
+    EXPECT_NEAR(ahead.y, middle.y, kMillimetre);
+    const PaperPoint left = sheet.at(1000.0 - 10.0 * std::sin(2.0), 2000.0 + 10.0 * std::cos(2.0));
+    EXPECT_NEAR(left.y - middle.y, -20.0, kMillimetre) << "left of the travel is up";
+    const host::PlanPoint back = sheet.groundAt(sheet.at(1013.0, 1987.0));
+    EXPECT_NEAR(back.x, 1013.0, 1e-9);
+    EXPECT_NEAR(back.y, 1987.0, 1e-9);
+}
+
+TEST_F(PlotOf, PlanTakesTheScaleAndThePaperThatAreChosen) {
+    addRoad(drawing, {12000.0, -36000.0}, false);
+    PlotOptions options;
+    options.scale = 1000;
+    options.paper = "A4";
+    const Plot plot = plotPlan(drawing, options);
+    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    EXPECT_TRUE(textsOf(plot.pages[0]).contains("1:1000（A4）"));
+    options.scale = 100;
+    EXPECT_NE(plotPlan(drawing, options).failure.find("does not fit on A4 at 1:100"), std::string::npos);
+    options.paper.reset();
+    options.scale = 250;
+    EXPECT_TRUE(textsOf(plotPlan(drawing, options).pages.at(0)).contains("1:250（A1）")) << "the smallest that serves";
+}
+
+TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addPoint(drawing, {12010.0, -36002.0, 0.0}, "始めの点");
+    PlotOptions options;
+    options.scale = 500;
+    options.paper = "A4";
+    const Plot plot = plotAlong(drawing, 0, options);
+    ASSERT_EQ(plot.pages.size(), 3U) << plot.failure;
+    std::vector<std::set<std::string>> texts;
+    for (const std::string& page : plot.pages) {
+        texts.push_back(textsOf(page));
+    }
+    EXPECT_TRUE(texts[0].contains("1 / 3"));
+    EXPECT_TRUE(texts[2].contains("3 / 3"));
+    // Each line has the same station on both sheets, and names the other one.
+    const auto matchLine = [](const std::set<std::string>& of, const std::string& other) {
+        for (const std::string& text : of) {
+            if (text.starts_with("合致線") && text.ends_with("（図面" + other + "）")) {
+                return text.substr(0, text.find("（"));
+            }
+        }
+        return std::string();
+    };
+    EXPECT_NE(matchLine(texts[0], "2"), "");
+    EXPECT_EQ(matchLine(texts[0], "2"), matchLine(texts[1], "1"));
+    EXPECT_EQ(matchLine(texts[1], "3"), matchLine(texts[2], "2"));
+    EXPECT_TRUE(texts[0].contains("始めの点"));
+    EXPECT_FALSE(texts[2].contains("始めの点")) << "it lies beside the sheet";
+    // Every stake stands on a sheet.
+    for (const char* stake : {"No.6", "No.8", "No.11", "No.13", "No.14"}) {
+        EXPECT_TRUE(texts[0].contains(stake) || texts[1].contains(stake) || texts[2].contains(stake)) << stake;
+    }
+}
+
+TEST_F(PlotOf, ProfileDrawsTheGroundToItsTwoScales) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(100.0, 0.0, 10.0, "No.5", "縦断成果");
+    addResult(140.0, 0.0, 14.0, "No.7", "縦断成果");
+    addResult(280.0, 0.0, 12.0, "No.14", "縦断成果");
+    PlotOptions options;
+    options.scale = 1000;
+    const Plot plot = plotProfile(drawing, 0, options);
+    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+    const std::string path = document.select_node("//path[@class='ground']").node().attribute("d").value();
+    std::istringstream in(path);
+    char letter = 0;
+    double x[3], y[3];
+    for (int i = 0; i < 3; ++i) {
+        in >> letter >> x[i] >> y[i];
+    }
+    ASSERT_TRUE(in) << path;
+    EXPECT_NEAR(x[1] - x[0], 40.0, kMillimetre) << "40 m at 1:1000";
+    EXPECT_NEAR(x[2] - x[1], 140.0, kMillimetre);
+    EXPECT_NEAR(y[0] - y[1], 40.0, kMillimetre) << "4 m at 1:100";
+    EXPECT_NEAR(y[2] - y[1], 20.0, kMillimetre);
+    const auto texts = textsOf(plot.pages[0]);
+    for (const char* wanted : {"14.000", "140.000", "40.000", "No.7", "R=100.000 L=40.000", "L=50.000"}) {
+        EXPECT_TRUE(texts.contains(wanted)) << wanted;
+    }
+    EXPECT_TRUE(texts.contains("縮尺　横 1:1000　縦 1:100（A3）"));
+}
+
+TEST_F(PlotOf, LongProfileTakesSeveralSheets) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(100.0, 0.0, 10.0, "a", "縦断成果");
+    addResult(290.0, 0.0, 11.0, "b", "縦断成果");
+    PlotOptions options;
+    options.scale = 200;
+    const Plot plot = plotProfile(drawing, 0, options);
+    EXPECT_EQ(plot.pages.size(), 3U);
+    options.scale = 1;
+    EXPECT_TRUE(plotProfile(drawing, 0, options).failure.empty());
+}
+
+TEST_F(PlotOf, CrossSectionsAreToScale) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(160.0, -5.0, 11.0, "左", "横断成果");
+    addResult(160.0, 0.0, 10.8, "No.8", "横断成果");
+    addResult(160.0, 6.5, 10.2, "<右>", "横断成果");
+    const Plot plot = plotCrossSections(drawing, 0, {});
+    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+    const std::string path = document.select_node("//path[@class='ground']").node().attribute("d").value();
+    std::istringstream in(path);
+    char letter = 0;
+    double x[3], y[3];
+    for (int i = 0; i < 3; ++i) {
+        in >> letter >> x[i] >> y[i];
+    }
+    ASSERT_TRUE(in) << path;
+    EXPECT_NEAR(x[1] - x[0], 50.0, kMillimetre) << "5 m at 1:100";
+    EXPECT_NEAR(x[2] - x[1], 65.0, kMillimetre);
+    EXPECT_NEAR(y[2] - y[0], 8.0, kMillimetre);
+    EXPECT_TRUE(textsOf(plot.pages[0]).contains("GH=10.800"));
+    PlotOptions options;
+    options.scale = 10;
+    EXPECT_NE(plotCrossSections(drawing, 0, options).failure.find("do not fit"), std::string::npos);
+}
+
+TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    EXPECT_NE(plotProfile(drawing, 0, {}).failure, "");
+    EXPECT_NE(plotCrossSections(drawing, 0, {}).failure, "");
+    EXPECT_TRUE(plotProfile(drawing, 0, {}).pages.empty());
+}
+
+} // namespace
+} // namespace fenmark::exchange

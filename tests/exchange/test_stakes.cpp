@@ -1,0 +1,218 @@
+// Main points, IPs and stakes of an alignment.
+#include "exchange/main_points.h"
+#include "exchange/stakes.h"
+#include "sample_drawing.h"
+#include "sima/text/cp932.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+namespace fenmark::exchange {
+namespace {
+
+constexpr double kMetres = 1e-9;
+
+std::vector<std::string> namesOf(const Drawing& drawing, MainPointNames habit) {
+    std::vector<std::string> names;
+    for (const MainPoint& point : mainPointsOf(drawing.alignment(0), habit)) {
+        names.push_back(point.name);
+    }
+    return names;
+}
+
+using Names = std::vector<std::string>;
+
+// A chain of elements from the origin eastwards: type, length, radii, sense.
+struct Piece {
+    ElementType type;
+    double length;
+    double startRadius;
+    double endRadius;
+    bool clockwise;
+};
+constexpr double kStraight = drawing::kInfiniteRadius;
+
+void addChain(Drawing& drawing, const std::vector<Piece>& pieces) {
+    const std::size_t road = drawing.addAlignment(drawing.addSite("サイト"), "線", "0", "", "");
+    Element before;
+    for (const Piece& piece : pieces) {
+        before = following(before, piece.type, piece.length, piece.startRadius, piece.endRadius, piece.clockwise);
+        drawing.addElement(road, before);
+    }
+}
+
+TEST(MainPoints, OfAClothoidCurveHaveBothHabits) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    EXPECT_EQ(namesOf(drawing, MainPointNames::Ka), (Names{"BP", "KA1-1", "KE1-1", "KE1-2", "KA1-2", "EP"}));
+    EXPECT_EQ(namesOf(drawing, MainPointNames::Btc), (Names{"BP", "BTC1", "BC1", "EC1", "ETC1", "EP"}));
+    const auto points = mainPointsOf(drawing.alignment(0), MainPointNames::Ka);
+    EXPECT_DOUBLE_EQ(points[2].station, 186.0);
+    EXPECT_NEAR(points[2].pose.direction, -0.18, kMetres);
+}
+
+TEST(MainPoints, OfAPlainArcHaveItsMiddle) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 30.0, 50.0, 50.0, false},
+                       {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    for (const MainPointNames habit : {MainPointNames::Ka, MainPointNames::Btc}) {
+        EXPECT_EQ(namesOf(drawing, habit), (Names{"BP", "BC1", "SP1", "EC1", "EP"}));
+    }
+    EXPECT_DOUBLE_EQ(mainPointsOf(drawing.alignment(0), MainPointNames::Ka)[2].station, 25.0);
+}
+
+TEST(MainPoints, OfAnEggCountOnAndOfAnSAreNamedByTheFirstCurve) {
+    Drawing egg;
+    addChain(egg, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                   {ElementType::Clothoid, 20.0, kStraight, 100.0, true},
+                   {ElementType::Arc, 20.0, 100.0, 100.0, true},
+                   {ElementType::Clothoid, 20.0, 100.0, 50.0, true},
+                   {ElementType::Arc, 20.0, 50.0, 50.0, true},
+                   {ElementType::Clothoid, 20.0, 50.0, kStraight, true},
+                   {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    EXPECT_EQ(namesOf(egg, MainPointNames::Ka),
+              (Names{"BP", "KA1-1", "KE1-1", "KEE1-2", "KEE1-3", "KE1-4", "KA1-4", "EP"}));
+    Drawing s;
+    addChain(s, {{ElementType::Clothoid, 20.0, kStraight, 100.0, true},
+                 {ElementType::Arc, 20.0, 100.0, 100.0, true},
+                 {ElementType::Clothoid, 20.0, 100.0, kStraight, true},
+                 {ElementType::Clothoid, 20.0, kStraight, 80.0, false},
+                 {ElementType::Arc, 20.0, 80.0, 80.0, false},
+                 {ElementType::Clothoid, 20.0, 80.0, kStraight, false}});
+    EXPECT_EQ(namesOf(s, MainPointNames::Ka), (Names{"BP", "KE1-1", "KE1-2", "KA1-2", "KE2-1", "KE2-2", "EP"}));
+    std::size_t without = 0;
+    EXPECT_EQ(ipsOf(s.alignment(0), MainPointNames::Ka, without).size(), 4U) << "two curves, two IPs";
+}
+
+TEST(Ips, TellTurnTangentsAndParameters) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, false);
+    std::size_t without = 0;
+    const auto ips = ipsOf(drawing.alignment(0), MainPointNames::Ka, without);
+    ASSERT_EQ(ips.size(), 3U);
+    EXPECT_EQ(without, 0U);
+    EXPECT_NEAR(ips[1].turn.value(), 0.18 + 0.4 + 0.18, kMetres);
+    EXPECT_DOUBLE_EQ(ips[1].radius, 100.0);
+    EXPECT_NEAR(ips[1].a1, 60.0, kMetres);
+    EXPECT_NEAR(ips[1].a2, 60.0, kMetres);
+    EXPECT_NEAR(ips[1].tangentBefore.value(), ips[1].point.x - 50.0, kMetres);
+    EXPECT_NEAR(ips[1].tangentBefore.value(), ips[1].tangentBehind.value(), 1e-6) << "a symmetric curve";
+    EXPECT_NEAR(ips[1].point.y, 0.0, kMetres);
+}
+
+TEST(Ips, OfAHairpinBelongToItsElements) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Clothoid, 40.0, kStraight, 20.0, false},
+                       {ElementType::Arc, 50.0, 20.0, 20.0, false},
+                       {ElementType::Clothoid, 40.0, 20.0, kStraight, false}});
+    std::size_t without = 0;
+    EXPECT_EQ(ipsOf(drawing.alignment(0), MainPointNames::Ka, without).size(), 5U);
+    EXPECT_EQ(without, 0U);
+    Drawing loop;
+    addChain(loop, {{ElementType::Arc, 70.0, 20.0, 20.0, true}}); // turns 3.5 radians
+    EXPECT_EQ(ipsOf(loop.alignment(0), MainPointNames::Ka, without).size(), 2U);
+    EXPECT_EQ(without, 1U);
+}
+
+Stakes stakesAlong(const Drawing& drawing, const StakeOptions& options) {
+    return stakesOf(drawing, 0, options);
+}
+
+TEST(Stakes, StandOnThePitchWithNamesAndDirections) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    StakeOptions options;
+    options.offsets = {-5.0, 0.0, 2.5};
+    const Stakes stakes = stakesAlong(drawing, options);
+    ASSERT_EQ(stakes.stakes.size(), 30U) << stakes.failure; // No.5 to No.14, three each
+    const Stake& left = stakes.stakes[3];
+    EXPECT_EQ(left.name, "No.6左5");
+    EXPECT_EQ(left.stationName, "No.6");
+    EXPECT_NEAR(left.point.x, 12020.0, kMetres);
+    EXPECT_NEAR(left.point.y, -35995.0, kMetres) << "left of an eastward road is north";
+    EXPECT_EQ(stakes.stakes[5].name, "No.6右2.5");
+    EXPECT_NEAR(stakes.stakes[5].point.y, -36002.5, kMetres);
+    EXPECT_NEAR(left.tangent, std::numbers::pi / 2.0, kMetres);
+    EXPECT_NEAR(left.cross, std::numbers::pi, kMetres) << "to the right: south";
+}
+
+TEST(Stakes, MainPointsTakeThePlaceOfStations) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    StakeOptions options;
+    options.every = 50.0;
+    options.mainPoints = true;
+    std::string names;
+    for (const Stake& stake : stakesAlong(drawing, options).stakes) {
+        names += stake.name + " ";
+    }
+    EXPECT_EQ(names, "BP KA1-1 KE1-1 No.10 KE1-2 No.12+10.000 KA1-2 EP ");
+}
+
+TEST(Stakes, OutsideTheAlignmentAreAnError) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    StakeOptions options;
+    options.every = 0.0;
+    options.stations = {99.9};
+    EXPECT_EQ(stakesAlong(drawing, options).failure,
+              "station 99.900 lies outside the alignment: it runs from 100.000 to 292.000");
+    options.stations.clear();
+    options.every = 1e-6;
+    EXPECT_NE(stakesAlong(drawing, options).failure.find("more than"), std::string::npos);
+}
+
+std::string written(const Stakes& stakes, StakeFormat format) {
+    std::ostringstream out;
+    writeStakes(stakes, format, out);
+    return out.str();
+}
+
+Stakes oneStake(const char* alignment = "線") {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true, alignment);
+    StakeOptions options;
+    options.every = 0.0;
+    options.stations = {105.5};
+    options.offsets = {-2.0};
+    return stakesOf(drawing, 0, options);
+}
+
+TEST(StakeFormats, TableStandsInColumns) {
+    EXPECT_EQ(written(oneStake(), StakeFormat::Table),
+              "点名           追加距離    離れ           X          Y  測点        接線方向角  横断方向角\n"
+              "No.5+5.500左2   105.500  -2.000  -35998.000  12005.500  No.5+5.500   90°00′00″  180°00′00″\n");
+}
+
+TEST(StakeFormats, CsvHasTheSameColumns) {
+    EXPECT_EQ(written(oneStake(), StakeFormat::Csv),
+              "\xEF\xBB\xBF点名,追加距離,離れ,X,Y,測点,接線方向角,横断方向角\r\n"
+              "No.5+5.500左2,105.500,-2.000,-35998.000,12005.500,No.5+5.500,90°00′00″,180°00′00″\r\n");
+}
+
+TEST(StakeFormats, JsonHasFullDigitsAndEastFirst) {
+    const auto json = nlohmann::json::parse(written(oneStake("a\"\\\x01"), StakeFormat::Json));
+    EXPECT_EQ(json["alignment"], "a\"\\\x01");
+    const auto& stake = json["stakes"].at(0);
+    EXPECT_EQ(stake["name"], "No.5+5.500左2");
+    EXPECT_EQ(stake["station"], 105.5);
+    EXPECT_EQ(stake["x"], 12005.5);
+    EXPECT_NEAR(stake["y"].get<double>(), -35998.0, kMetres);
+    EXPECT_NEAR(stake["tangent"].get<double>(), 90.0, kMetres);
+    EXPECT_NEAR(stake["cross"].get<double>(), 180.0, kMetres);
+}
+
+TEST(StakeFormats, SimaIsInColumnsOfTheCodePage) {
+    std::string expected;
+    sima::encodeCp932(expected, "A00,\r\nA01,    1,No.5+5.500左2       ,    -35998.000,     12005.500,,\r\nA99,\r\n");
+    const std::string text = written(oneStake("線,\r\n1"), StakeFormat::Sima);
+    EXPECT_EQ(text.substr(text.find("A00")), expected);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 5) << "a name breaks no line";
+}
+
+} // namespace
+} // namespace fenmark::exchange

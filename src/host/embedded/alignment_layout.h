@@ -15,8 +15,6 @@
 
 namespace fenmark::host::embedded {
 
-struct Alignment;
-
 // Which way a curve with a positive radius in the file turns on the map. Left is the sense of the direction argument.
 // Right is the other one; spirals then continue the element before them, since their PI belongs to the mirrored curve.
 // Auto is left, but an element that so breaks the tangent of the element before, and the other way joins it, is taken

@@ -308,7 +308,7 @@ TEST(Chain, ThePointBesideItComesBackOrOneThatIsNearer) {
     Random random(kSeed);
     int same = 0;
     for (int round = 0; round < 2000; ++round) {
-        const std::vector<Curve> curves = random.curves(1 + round % 4, random.pose(1e5));
+        const std::vector<Curve> curves = random.curves(static_cast<std::size_t>(1 + round % 4), random.pose(1e5));
         const Chain chain = chainOf(curves);
         for (int i = 0; i < 10; ++i) {
             const double distance = random.uniform(0.0, chain.length());

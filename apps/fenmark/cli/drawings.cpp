@@ -9,12 +9,29 @@ namespace fenmark::cli {
 
 using drawing::Drawing;
 
-std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load) {
+namespace {
+
+std::unique_ptr<Drawing> readWith(drawing::DrawingStore& store, const std::string& path, drawing::Load load) {
     auto drawing = std::make_unique<Drawing>();
-    drawing::DrawingStore store;
     const drawing::StoreResult opened = store.open(path, *drawing, load);
     if (!opened) {
         throw Stop(kNotDone, opened.message);
+    }
+    return drawing;
+}
+
+} // namespace
+
+std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load) {
+    drawing::DrawingStore store;
+    return readWith(store, path, load);
+}
+
+std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
+    drawing::DrawingStore store;
+    auto drawing = readWith(store, path, load);
+    for (const drawing::StoreNote& note : store.notes()) {
+        tellFileNote(streams, quiet, path, drawing::noteText(note));
     }
     return drawing;
 }

@@ -1,6 +1,7 @@
 // Opening drawings to read them.
 #pragma once
 
+#include "cli/cli.h"
 #include "drawing/drawing.h"
 #include "drawing/geopackage/drawing_store.h"
 
@@ -12,6 +13,10 @@ namespace fenmark::cli {
 
 // Raises Stop with a message that names file and reason.
 std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load);
+
+// The same, and says on standard error what was left out or is odd.
+std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams,
+                                              bool quiet);
 
 // The index of the alignment of that name, the last one if several bear it. Raises Stop with the names that there are.
 std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name);

@@ -55,7 +55,7 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     if (!pdf && !endsIn(arguments.target, ".svg")) {
         throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg or .pdf");
     }
-    const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything);
+    const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     const exchange::Plot plot = plotOf(*drawing, arguments);
     if (!plot.failure.empty()) {
         throw Stop(kNotDone, arguments.drawing + ": " + plot.failure);

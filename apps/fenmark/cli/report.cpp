@@ -64,7 +64,7 @@ int runReport(const ReportArguments& arguments, const Streams& streams) {
         options.errors.insert(options.errors.end(), std::make_move_iterator(errors.begin()),
                               std::make_move_iterator(errors.end()));
     }
-    const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything);
+    const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     exchange::Notes notes;
     const std::string failure = exchange::writeFile(arguments.target, [&](std::ostream& out) {
         notes = exchange::writeReport(*drawing, options,

@@ -6,8 +6,10 @@
 #include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/schema.h"
 #include "drawing/geopackage/sqlite_handles.h"
+#include "platform/files.h"
 
 #include <new>
+#include <random>
 
 namespace fenmark::drawing {
 
@@ -40,6 +42,14 @@ std::string storeMessage(StoreError error, const std::string& path, const std::s
         return told("is damaged");
     case StoreError::ChangedOutside:
         return path + ": was changed by another program since it was opened";
+    case StoreError::AppearedMeanwhile:
+        return path + ": was made by another program meanwhile; it is left as that program made it";
+    case StoreError::DanglingLink:
+        return told("is a link that leads to nothing");
+    case StoreError::Unreachable:
+        return told("cannot be looked up");
+    case StoreError::Reshaped:
+        return told("was changed by another program and cannot be used as it is");
     case StoreError::Failed:
         break;
     }
@@ -52,8 +62,19 @@ StoreResult failed(StoreError error, const std::string& path, const std::string&
     return {error, storeMessage(error, path, detail)};
 }
 
-StoreResult failedToWrite(StoreError error, const std::string& path) {
-    return failed(error, path, error == StoreError::NotWritable ? whyNotWritable(path) : std::string());
+// Two saves never bear the same one.
+std::string newStamp() {
+    std::random_device random;
+    return std::to_string(random()) + "-" + std::to_string(random());
+}
+
+void throwIf(const std::error_code& error) {
+    if (error) {
+        const StoreError meaning = platform::isDiskFull(error) ? StoreError::DiskFull
+                                   : platform::isDenied(error) ? StoreError::NotWritable
+                                                               : StoreError::Failed;
+        throw StoreFailure{meaning, platform::reasonOf(error)};
+    }
 }
 
 // Runs what may throw inside the store.
@@ -84,9 +105,26 @@ void restoreAfterCrash(const std::string& path) {
 
 } // namespace
 
+DrawingStore::DrawingStore() = default;
+DrawingStore::~DrawingStore() = default;
+
+StoreResult DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
+    const platform::PathState state = platform::lookUp(path);
+    if (state.kind != platform::PathKind::Missing) {
+        return open(path, drawing, load);
+    }
+    if (const PathCheck check = checkReplaceable(path); !check) {
+        return failed(check.error, path, check.detail);
+    }
+    path_ = path;
+    begun_ = true;
+    notes_.clear();
+    return {};
+}
+
 StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
-    if (const StoreError error = checkReadable(path); error != StoreError::None) {
-        return failed(error, path);
+    if (const PathCheck check = checkReadable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
     return guarded(path, [&] {
         try {
@@ -98,7 +136,10 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             Connection connection(path, alone ? Connection::Mode::ReadAlone : Connection::Mode::Read);
             DrawingReader reader(connection);
             drawing = reader.read(load);
-            savedId_ = reader.lastId();
+            savedId_ = reader.head().lastId;
+            stamp_ = reader.head().stamp;
+            notes_ = reader.notes();
+            newIdentifiers_ = reader.newIdentifiers();
             highestId_ = drawing.lastId();
         } catch (StoreFailure& failure) {
             if (failure.error == StoreError::NotWritable) {
@@ -110,43 +151,73 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             throw;
         }
         path_ = path;
+        begun_ = false;
     });
 }
 
 bool DrawingStore::hasChanges(const Drawing& drawing) const {
-    return path_.empty() || DrawingWriter::hasChanges(drawing);
+    return path_.empty() || begun_ || DrawingWriter::hasChanges(drawing);
 }
 
 StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (path == path_ && fileExists(path)) {
-        return append(path, drawing, progress);
+    if (path != path_) {
+        return create(path, drawing, progress, false);
     }
-    return create(path, drawing, progress);
+    if (begun_) {
+        return create(path, drawing, progress, true);
+    }
+    const platform::PathState state = platform::lookUp(path);
+    if (state.kind == platform::PathKind::Missing) {
+        return create(path, drawing, progress, true);
+    }
+    return append(path, drawing, progress);
 }
 
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
-StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress,
+                                 bool mustBeNew) {
     if (!drawing.entitiesLoaded()) {
         return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
     }
-    if (const StoreError error = checkReplaceable(path); error != StoreError::None) {
-        return failedToWrite(error, path);
+    if (const PathCheck check = checkReplaceable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
-    removeLeftovers(path);
-    const TemporaryFile temporary(path);
+    const std::string stamp = newStamp();
     const StoreResult result = guarded(path, [&] {
+        platform::TemporaryFile file;
+        throwIf(file.make(path));
         {
-            Connection connection(temporary.path(), Connection::Mode::Create);
-            connection.execute(sql::kPrepareNewFile);
+            Connection connection(file.path(), Connection::Mode::Create);
+            {
+                const ShadowTablesOpen open(connection); // else a journal cannot be done without
+                connection.execute(sql::kPrepareNewFile);
+            }
             connection.execute("BEGIN");
             connection.execute(sql::kSchema);
-            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write();
+            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write({}, stamp);
             connection.execute("COMMIT");
         }
-        temporary.replace(path);
+        throwIf(file.complete());
+        if (!mustBeNew) {
+            const HeldDrawing held(file.target()); // nobody appends to the file that goes
+            throwIf(file.putInPlace());
+            return;
+        }
+        if (platform::lookUp(file.target()).kind == platform::PathKind::Missing) {
+            const HeldDrawing none(file.target()); // removes a journal that was left alone
+        }
+        const std::error_code error = file.putInPlace(platform::AtTarget::Refuse);
+        if (error == std::errc::file_exists) {
+            throw StoreFailure{StoreError::AppearedMeanwhile, {}};
+        }
+        throwIf(error);
     });
     if (result) {
         path_ = path;
+        begun_ = false;
+        stamp_ = stamp;
+        notes_.clear();
+        newIdentifiers_.clear();
         savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }
@@ -154,26 +225,28 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
 }
 
 StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (const StoreError error = checkReadable(path); error != StoreError::None) {
-        return failed(error, path);
+    if (const PathCheck check = checkReadable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
     if (!hasChanges(drawing)) {
         return {};
     }
-    if (const StoreError error = checkWritable(path); error != StoreError::None) {
-        return failedToWrite(error, path);
+    if (const PathCheck check = checkWritable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
+    const std::string stamp = newStamp();
     const StoreResult result = guarded(path, [&] {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");
         try {
             // Our rows would take the identifiers of features that a GIS added meanwhile.
-            if (DrawingReader::readHead(connection).lastId != savedId_ ||
+            const DrawingHead head = DrawingReader::readHead(connection);
+            if (connection.hasMoved() || head.stamp != stamp_ || head.lastId != savedId_ ||
                 DrawingReader::readHighestId(connection) > highestId_) {
                 throw StoreFailure{StoreError::ChangedOutside, {}};
             }
-            DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write();
+            DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write(newIdentifiers_, stamp);
             connection.execute("COMMIT");
         } catch (...) {
             sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr); // may have been rolled back already
@@ -181,6 +254,8 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         }
     });
     if (result) {
+        stamp_ = stamp;
+        newIdentifiers_.clear();
         savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }

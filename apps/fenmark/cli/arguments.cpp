@@ -3,6 +3,7 @@
 
 #include "cli/station_text.h"
 #include "command/dialog_rules.h"
+#include "sima/text/encoding.h"
 #include "sima/text/number.h"
 
 #include <CLI/CLI.hpp>
@@ -32,8 +33,8 @@ struct Raw {
     std::vector<std::string> only; // each a list of kinds with commas
     std::vector<std::string> skip;
     std::string shift;
-    std::string importEncoding = "cp932";
-    std::string previewEncoding = "cp932";
+    std::string importEncoding = "auto";
+    std::string previewEncoding = "auto";
     std::string positiveRadius = "auto";
     std::string stationText;
     std::string offsetText;
@@ -80,8 +81,15 @@ std::array<bool, sima::kImportKinds> wantedKinds(const Raw& raw) {
     return wanted;
 }
 
-sima::Encoding encodingNamed(const std::string& name) {
-    return name == "utf-8" ? sima::Encoding::Utf8 : sima::Encoding::Cp932;
+// None for "auto".
+std::optional<sima::Encoding> encodingArgument(const std::string& name) {
+    if (name == "auto") {
+        return std::nullopt;
+    }
+    if (const std::optional<sima::Encoding> encoding = sima::encodingNamed(name)) {
+        return encoding;
+    }
+    throw WrongUsage("--encoding: no encoding is named '" + name + "'; take auto, cp932, utf-8 or utf-16");
 }
 
 double realArgument(const std::string& text, const char* what) {
@@ -141,9 +149,8 @@ void addImport(CLI::App& app, Raw& raw) {
     command->add_option("--zone", raw.zone, "Plane rectangular zone of the coordinates (JGD2011)")
         ->check(CLI::Range(1, 19).description(""))
         ->type_name("1..19");
-    command->add_option("--encoding", raw.importEncoding, "Encoding of the files [cp932]")
-        ->check(CLI::IsMember({"cp932", "utf-8"}).description(""))
-        ->type_name("cp932|utf-8");
+    command->add_option("--encoding", raw.importEncoding, "Encoding of the files; auto: by their bytes [auto]")
+        ->type_name("auto|cp932|utf-8");
     command
         ->add_option("--positive-radius", raw.positiveRadius,
                      "Sense in which a positive radius turns on the map; auto: left, unless a curve joins only the "
@@ -162,9 +169,8 @@ void addImport(CLI::App& app, Raw& raw) {
 void addPreview(CLI::App& app, Raw& raw) {
     CLI::App* command = app.add_subcommand("preview", "Count what a SIMA file holds");
     command->add_option("FILE", raw.preview.file, "SIMA file, named *.sim")->required()->type_name("");
-    command->add_option("--encoding", raw.previewEncoding, "Encoding of the file [cp932]")
-        ->check(CLI::IsMember({"cp932", "utf-8"}).description(""))
-        ->type_name("cp932|utf-8");
+    command->add_option("--encoding", raw.previewEncoding, "Encoding of the file; auto: by its bytes [auto]")
+        ->type_name("auto|cp932|utf-8");
     command->add_flag("--json", raw.preview.json, "Print the counts as JSON");
     command->add_flag("-q,--quiet", raw.preview.quiet, "No progress and no notes; errors are still told");
     command->footer("Example:\n  fenmark preview road.sim");
@@ -242,7 +248,7 @@ ParsedCommand checkedImport(Raw& raw) {
     if (raw.zone != 0) {
         a.zone = raw.zone;
     }
-    a.encoding = encodingNamed(raw.importEncoding);
+    a.encoding = encodingArgument(raw.importEncoding);
     a.positiveRadius = raw.positiveRadius == "left"    ? PositiveRadius::Left
                        : raw.positiveRadius == "right" ? PositiveRadius::Right
                                                        : PositiveRadius::Auto;
@@ -255,7 +261,7 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
     }
     if (app.got_subcommand("preview")) {
         requireName(raw.preview.file, "FILE");
-        raw.preview.encoding = encodingNamed(raw.previewEncoding);
+        raw.preview.encoding = encodingArgument(raw.previewEncoding);
         return raw.preview;
     }
     if (app.got_subcommand("info")) {

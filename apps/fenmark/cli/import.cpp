@@ -1,5 +1,6 @@
 // fenmark import: the command flow on the embedded host's drawing, file by file.
 #include "cli/commands.h"
+#include "cli/drawings.h"
 #include "cli/file_hints.h"
 #include "cli/import_dialogs.h"
 #include "cli/messages.h"
@@ -7,17 +8,18 @@
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
+#include "platform/files.h"
 #include "sima/log/sima_log.h"
 #include "sima/text/path.h"
 
 #include <algorithm>
-#include <map>
 #include <memory>
+#include <new>
 #include <ostream>
+#include <system_error>
+#include <utility>
 
 #include <nlohmann/json.hpp>
-
-#include <sys/stat.h>
 
 namespace fenmark::cli {
 
@@ -27,18 +29,14 @@ using drawing::Drawing;
 using drawing::StoreResult;
 using host::embedded::EmbeddedHost;
 
-bool exists(const std::string& path) {
-    struct ::stat status {};
-    return ::stat(path.c_str(), &status) == 0;
-}
-
 std::string drawingBeside(const std::string& file) {
     return file.substr(0, file.size() - 4) + ".gpkg";
 }
 
+// A drawing is new only where it is certain that none is there.
 void openDrawing(EmbeddedHost& host, const std::string& path) {
     host::embedded::Document& document = *host.currentDocument();
-    if (!exists(path)) {
+    if (platform::lookUp(path).kind == platform::PathKind::Missing) {
         return;
     }
     const StoreResult opened = document.store().open(path, document.drawing(), drawing::Load::WithoutEntities);
@@ -46,6 +44,52 @@ void openDrawing(EmbeddedHost& host, const std::string& path) {
         throw Stop(kNotDone, opened.message);
     }
 }
+
+// The log of one import, in a place of its own beside the input until the drawing is safe. A file that is no file, or a
+// link, at the log's name is never written through.
+class PendingLog {
+  public:
+    explicit PendingLog(const std::string& file) : file_(file) {
+        sima::SimaLog log;
+        log.setFileName(file);
+        target_ = log.fileName();
+    }
+
+    const std::string& target() const { return target_; }
+    // Where the command writes it.
+    const std::string& path() const { return temporary_.path(); }
+
+    // Each returns what to tell the user; nothing on success.
+    std::string make() { return told(temporary_.make(target_, platform::AtLink::Replace)); }
+    // After this only its renaming can fail.
+    std::string complete() { return told(temporary_.complete()); }
+    std::string putInPlace() {
+        // The drawing holds the import already: a fault that passes must not part the two.
+        std::error_code error;
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            try {
+                error = temporary_.putInPlace();
+            } catch (const std::bad_alloc&) {
+                error = std::make_error_code(std::errc::not_enough_memory);
+            }
+            if (!error) {
+                break;
+            }
+        }
+        return told(error);
+    }
+
+  private:
+    static constexpr int kAttempts = 3;
+
+    std::string told(const std::error_code& error) const {
+        return error ? file_ + ": the log beside it cannot be written: " + platform::reasonOf(error) : std::string();
+    }
+
+    std::string file_;
+    std::string target_;
+    platform::TemporaryFile temporary_;
+};
 
 std::vector<std::string> namesOf(const auto& items) {
     std::vector<std::string> names;
@@ -56,8 +100,34 @@ std::vector<std::string> namesOf(const auto& items) {
     return names;
 }
 
-// What the options name must be there, or be made where an option allows it.
-void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const std::string& path) {
+// True if there is no drawing yet. Raises Stop if none can be made, or the one that is there cannot be written.
+bool requireWritableDrawing(const std::string& path) {
+    const bool isNew = platform::lookUp(path).kind == platform::PathKind::Missing;
+    if (const StoreResult possible = drawing::DrawingStore::checkTarget(path); !possible) {
+        throw Stop(kNotDone, possible.message);
+    }
+    return isNew;
+}
+
+// The item's own name for the one that was given, which may differ in blanks at the ends. An item of exactly that name
+// comes first.
+std::optional<std::string> nameAmong(const auto& items, const std::string& given) {
+    std::optional<std::string> found;
+    for (const auto& item : items) {
+        if (item.name == given) {
+            return given;
+        }
+        if (!found && withoutEndBlanks(item.name) == withoutEndBlanks(given)) {
+            found = item.name;
+        }
+    }
+    return found;
+}
+
+// What the options name must be there, or be made where an option allows it. Returns the options with the names that
+// the drawing has for them.
+ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, const std::string& path) {
+    ImportArguments arguments = given;
     if (arguments.zone && drawing.zone() != *arguments.zone) {
         if (drawing.zone() != 0) {
             throw Stop(kNotDone, path + ": its coordinates are in zone " + std::to_string(drawing.zone()) +
@@ -65,9 +135,13 @@ void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const st
         }
         drawing.setZone(*arguments.zone);
     }
-    for (const auto* layer : {&arguments.pointLayer, &arguments.ipLayer, &arguments.lotLayer, &arguments.stakeLayer,
-                              &arguments.continuousLayer}) {
-        if (!layer->has_value() || drawing.findLayer(**layer)) {
+    for (auto* layer : {&arguments.pointLayer, &arguments.ipLayer, &arguments.lotLayer, &arguments.stakeLayer,
+                        &arguments.continuousLayer}) {
+        if (!layer->has_value()) {
+            continue;
+        }
+        if (const std::optional<std::string> name = nameAmong(drawing.layers(), **layer)) {
+            *layer = name;
             continue;
         }
         if (!arguments.createLayers || (*layer)->empty()) {
@@ -76,14 +150,20 @@ void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const st
         }
         drawing.addLayer(**layer);
     }
-    if (arguments.site && !drawing.findSite(*arguments.site)) {
-        // A drawing without sites gets its first one here, so that it bears the name asked for.
-        if (!drawing.sites().empty() || arguments.site->empty()) {
-            throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
-                                     "'; its sites: " + joined(namesOf(drawing.sites())));
-        }
-        drawing.addSite(*arguments.site);
+    if (!arguments.site) {
+        return arguments;
     }
+    if (const std::optional<std::string> name = nameAmong(drawing.sites(), *arguments.site)) {
+        arguments.site = name;
+        return arguments;
+    }
+    // A drawing without sites gets its first one here, so that it bears the name asked for.
+    if (!drawing.sites().empty() || arguments.site->empty()) {
+        throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
+                                 "'; its sites: " + joined(namesOf(drawing.sites())));
+    }
+    drawing.addSite(*arguments.site);
+    return arguments;
 }
 
 void printResult(std::ostream& out, const command::ImportResult& result, bool withName) {
@@ -115,19 +195,23 @@ nlohmann::ordered_json jsonOf(const command::ImportResult& result, const std::st
 std::string breakOffText(const std::string& file, const sima::SimaReader& reader) {
     try {
         throw;
-    } catch (const std::system_error& error) {
-        return file + ": the log beside it cannot be written: " + error.code().message();
+    } catch (const sima::LogFailure& error) {
+        return file + ": the log beside it cannot be written: " + platform::reasonOf(error.code());
+    } catch (const sima::ReadFailure& error) {
+        return file + ":" + std::to_string(reader.lineNumber + 1) +
+               ": import broken off: the file cannot be read further: " + platform::reasonOf(error.code());
     } catch (...) {
         return file + ":" + std::to_string(reader.lineNumber) + ": import broken off: " + currentExceptionText();
     }
 }
 
 // What the user should look at in the file, also where the import was broken off.
-void tellHints(const ImportArguments& arguments, const std::string& file, const sima::SimaLog& log,
-               const Streams& streams) {
-    tellLikelyMisreading(streams, arguments.quiet, file, arguments.encoding);
+void tellHints(const ImportArguments& arguments, const std::string& file, const FileEncoding& encoding,
+               const sima::SimaLog& log, const Streams& streams) {
+    tellLikelyMisreading(streams, arguments.quiet, file, encoding);
     tellUnclosedSection(streams, arguments.quiet, file, log);
-    tellMissingCommas(streams, arguments.quiet, file, log);
+    tellCommas(streams, arguments.quiet, file, log);
+    tellPointNumbers(streams, arguments.quiet, file, log);
 }
 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
@@ -176,53 +260,82 @@ struct Outcome {
     std::string logPath;
 };
 
-// Runs the command for one file and keeps the drawing on disk. Raises Stop, with the drawing on disk as it was unless
-// a part was to be kept.
-Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const std::string& file,
+// One run of the command on the host's drawing.
+struct Run {
+    sima::SimaReader reader;
+    std::string brokenOff; // what to tell; empty if the command came to its end
+};
+
+// Raises Stop where the options cannot be met.
+Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::CommandSettings& settings) {
+    host::HostAdapter boundary;
+    command::LastRun lastRun;
+    Run run;
+    try {
+        command::Fenmark(boundary, dialogs, lastRun, run.reader, settings);
+        if (run.reader.openError) {
+            run.brokenOff = file + ": cannot be read: " + platform::reasonOf(run.reader.openError);
+        }
+    } catch (const Stop&) {
+        throw;
+    } catch (...) {
+        run.brokenOff = breakOffText(file, run.reader);
+    }
+    return run;
+}
+
+// Runs the command for one file and keeps the drawing and the log on disk, the log last. Raises Stop, with both on disk
+// as they were unless a part was to be kept.
+Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
                    const std::string& drawingPath, const Streams& streams) {
-    prepareDrawing(host.drawing(), arguments, drawingPath);
+    const bool isNew = requireWritableDrawing(drawingPath);
+    const ImportArguments arguments = prepareDrawing(host.drawing(), given, drawingPath);
     const std::size_t firstEntity = host.drawing().entityCount();
     const std::size_t firstAlignment = host.drawing().alignmentCount();
     host.setPositiveRadius(arguments.positiveRadius);
     host.clearNotes();
 
-    ImportDialogs dialogs(arguments, file, streams);
-    host::HostAdapter boundary;
-    command::LastRun lastRun;
-    sima::SimaReader reader;
-    std::string brokenOff;
-    try {
-        command::Fenmark(boundary, dialogs, lastRun, reader, {arguments.encoding});
-    } catch (const Stop&) {
-        throw;
-    } catch (...) {
-        brokenOff = breakOffText(file, reader);
+    PendingLog log(file);
+    std::string logFailure = log.make();
+    if (!logFailure.empty() && !arguments.keepPartial) {
+        throw Stop(kNotDone, logFailure + "; the drawing is left as it was");
     }
-    tellErrorBlocks(streams, file, reader.log);
-    tellHints(arguments, file, reader.log, streams);
-    if (!brokenOff.empty() && !arguments.keepPartial) {
-        throw Stop(kNotDone, brokenOff + "; the drawing is left as it was");
-    }
-    if (brokenOff.empty() && !dialogs.result()) {
+    const std::string logFile = logFailure.empty() ? log.path() : std::string();
+    const FileEncoding encoding = encodingOf(file, arguments.encoding);
+    ImportDialogs dialogs(arguments, file, encoding.encoding, logFile, host.drawing(), streams);
+    Run run = runCommand(dialogs, file, {encoding.encoding, kLongestLine, logFile});
+    tellErrorBlocks(streams, file, run.reader.log);
+    tellHints(arguments, file, encoding, run.reader.log, streams);
+    if (run.brokenOff.empty() && !dialogs.result()) {
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
     }
+    if (run.brokenOff.empty() && logFailure.empty()) {
+        logFailure = log.complete();
+    }
+    if (run.brokenOff.empty()) {
+        run.brokenOff = logFailure;
+    }
+    if (!run.brokenOff.empty() && !arguments.keepPartial) {
+        throw Stop(kNotDone, run.brokenOff + "; the drawing is left as it was");
+    }
 
-    tellNotes(host, arguments, dialogs, file, reader, streams);
+    tellNotes(host, arguments, dialogs, file, run.reader, streams);
     tellUnplaced(host.drawing(), firstEntity, firstAlignment, arguments, file, streams);
-    reader = sima::SimaReader(); // the file's records need no memory while the drawing is written
+    run.reader = sima::SimaReader(); // the file's records need no memory while the drawing is written
 
-    host::embedded::Document& document = *host.currentDocument();
-    const StoreResult saved = saveDrawing(document, drawingPath, dialogs.progress());
+    const StoreResult saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress());
     if (!saved) {
         throw Stop(kNotDone, saved.message);
     }
-    if (!brokenOff.empty()) {
-        throw Stop(kNotDone, brokenOff + "; what was made before that is kept in " + drawingPath);
+    if (!run.brokenOff.empty()) {
+        throw Stop(kNotDone, run.brokenOff + "; what was made before that is kept in " + drawingPath);
     }
-    sima::SimaLog log;
-    log.setFileName(file);
+    if (const std::string failure = log.putInPlace(); !failure.empty()) {
+        const bool removed = isNew && !platform::removeFile(drawingPath);
+        throw Stop(kNotDone, failure + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
+    }
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
-            log.fileName()};
+            log.target()};
 }
 
 // The drawing open at the moment: each file has its own, or all have one.
@@ -267,9 +380,13 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
             }
             tellNote(streams, arguments.quiet, "drawing " + drawingPath + ", log " + outcome.logPath);
         } catch (const Stop& stop) {
-            tellError(streams, stop.what());
-            code = std::max(code, stop.code());
             open.forget();
+            code = std::max(code, stop.code());
+            tellError(streams, stop.what());
+        } catch (...) {
+            open.forget();
+            code = std::max<int>(code, kNotDone);
+            tellError(streams, file + ": " + currentExceptionText());
         }
     }
     if (arguments.json) {

@@ -117,6 +117,7 @@ void SimaReader::reset() {
     log.clear();
     lineNumber = 0;
     errorCount = 0;
+    openError.clear();
     routesRead_ = {};
     routesCreated_ = {};
     alignmentsCreated = 0;

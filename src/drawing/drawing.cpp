@@ -185,6 +185,25 @@ const AlignmentGeometry& Drawing::geometry(std::size_t index) const {
     return *stored.geometry;
 }
 
+std::vector<std::size_t> Drawing::importsOf(std::string_view fileName) const {
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < imports_.size(); ++i) {
+        if (imports_[i].fileName == fileName) {
+            found.push_back(i);
+        }
+    }
+    return found;
+}
+
+// An import's own identifier follows those of its objects, so the one that made an object is the first beyond it.
+MdDbObjectId Drawing::importOf(MdDbObjectId object) const {
+    const auto found =
+        std::lower_bound(imports_.begin(), imports_.end(), object,
+                         [](const Import& import, MdDbObjectId key) { return import.lastId < key.asUint64(); });
+    const bool made = found != imports_.end() && found->firstId <= object.asUint64();
+    return made ? found->id : MdDbObjectId();
+}
+
 // --- making ---
 
 void Drawing::touchEntity(std::uint64_t id) {
@@ -356,6 +375,42 @@ void Drawing::setRow(std::size_t entity, std::size_t table, std::int32_t no, std
     touchEntity(item.id);
 }
 
+MdDbObjectId Drawing::addImport(Import import) {
+    import.id = nextId();
+    import.fileName = readableText(import.fileName);
+    import.path = readableText(import.path);
+    imports_.push_back(std::move(import));
+    return imports_.back().id;
+}
+
+bool Drawing::removeImport(MdDbObjectId import) {
+    const std::optional<std::size_t> found = findId(imports_, import);
+    if (!found) {
+        return false;
+    }
+    const std::uint64_t first = imports_[*found].firstId;
+    const std::uint64_t last = imports_[*found].lastId;
+    const auto made = [&](std::uint64_t id) { return id >= first && id <= last; };
+    imports_.erase(imports_.begin() + static_cast<std::ptrdiff_t>(*found));
+    removed_.push_back({import.asUint64(), import.asUint64()});
+    if (first > last) {
+        return true;
+    }
+    removed_.push_back({first, last});
+    std::erase_if(alignments_, [&](const StoredAlignment& item) { return made(item.alignment.id.asUint64()); });
+    ChunkedArray<EntityRecord, kRecordBlock> kept;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < entities_; ++i) {
+        if (!made(record(i).id)) {
+            kept.append(record(i));
+            ++count;
+        }
+    }
+    records_ = std::move(kept);
+    entities_ = count;
+    return true;
+}
+
 // --- undo and keeping ---
 
 Drawing::Mark Drawing::mark() const {
@@ -363,6 +418,7 @@ Drawing::Mark Drawing::mark() const {
     mark.layers = layers_.size();
     mark.sites = sites_.size();
     mark.tables = tables_.size();
+    mark.imports = imports_.size();
     mark.alignments = alignments_.size();
     mark.entities = entities_;
     mark.records = records_.mark();
@@ -388,6 +444,7 @@ Drawing::Removed Drawing::takeBack(const Mark& mark) {
     removed.layers = cutItems(layers_, mark.layers);
     removed.sites = cutItems(sites_, mark.sites);
     removed.tables = cutItems(tables_, mark.tables);
+    removed.imports = cutItems(imports_, mark.imports);
     removed.alignments = cutItems(alignments_, mark.alignments);
     entities_ = mark.entities;
     removed.records = records_.cut(mark.records);
@@ -423,6 +480,7 @@ bool Drawing::putBack(Removed&& removed) {
     putItems(layers_, std::move(removed.layers));
     putItems(sites_, std::move(removed.sites));
     putItems(tables_, std::move(removed.tables));
+    putItems(imports_, std::move(removed.imports));
     putItems(alignments_, std::move(removed.alignments));
     entities_ = removed.full.entities;
     records_.restore(std::move(removed.records));

@@ -54,6 +54,34 @@ struct ObjectDataTable {
     std::string name;
 };
 
+// What one import made, as its result tells it.
+struct ImportCounts {
+    std::int64_t points = 0;
+    std::int64_t lots = 0;
+    std::int64_t routes = 0; // polylines of routes
+    std::int64_t alignments = 0;
+    std::int64_t longitudinal = 0;
+    std::int64_t crossSections = 0;
+    std::int64_t errors = 0; // error blocks of its log
+
+    friend bool operator==(const ImportCounts&, const ImportCounts&) = default;
+};
+
+// One import into the drawing: which file, when, and which objects came of it.
+struct Import {
+    MdDbObjectId id;      // given by the drawing
+    std::string fileName; // as in the rows of its objects
+    std::string path;     // of the file, whole
+    std::uint64_t fileSize = 0;
+    std::string digest; // "sha256:" and 64 digits, see file_digest.h
+    std::string time;   // UTC, "2026-01-31T09:15:00Z"
+    ImportCounts counts;
+    std::uint64_t firstId = 0; // its objects have identifiers from this one
+    std::uint64_t lastId = 0;  // to this one; less than firstId if it made none
+
+    friend bool operator==(const Import&, const Import&) = default;
+};
+
 struct RowView {
     std::string_view table;
     std::int32_t no = 0;
@@ -105,6 +133,12 @@ class Drawing {
     const std::vector<Layer>& layers() const { return layers_; }
     const std::vector<Site>& sites() const { return sites_; }
     const std::vector<ObjectDataTable>& tables() const { return tables_; }
+    // In the order in which they came. Those of an earlier version of the program are not known.
+    const std::vector<Import>& imports() const { return imports_; }
+    // Positions in imports() of those of a file of that name, without its folder.
+    std::vector<std::size_t> importsOf(std::string_view fileName) const;
+    // The import that made an object; null if none did.
+    MdDbObjectId importOf(MdDbObjectId object) const;
     std::size_t alignmentCount() const { return alignments_.size(); }
     const Alignment& alignment(std::size_t index) const { return alignments_[index].alignment; }
     // The alignment prepared for stations; kept until the alignment changes.
@@ -153,6 +187,14 @@ class Drawing {
     // One row for an object; a second replaces the first.
     void setRow(std::size_t entity, std::size_t table, std::int32_t no, std::string_view name, std::string_view type,
                 std::string_view fileName);
+
+    // Notes an import; it gets its identifier here. Take lastId() + 1 before the import for its firstId, and lastId()
+    // after it for its lastId.
+    MdDbObjectId addImport(Import import);
+    // Removes an import with the alignments, points and polylines that it made, whether they were loaded or not; layers,
+    // sites and tables stay. The next save removes them from the file in its transaction. Marks taken before, and what
+    // was taken back to them, are void. False if there is no such import.
+    bool removeImport(MdDbObjectId import);
 
     // --- undo and keeping ---
     Mark mark() const;
@@ -204,6 +246,11 @@ class Drawing {
         friend bool operator==(const Unsaved&, const Unsaved&) = default;
     };
 
+    struct IdRange {
+        std::uint64_t first = 0;
+        std::uint64_t last = 0;
+    };
+
     MdDbObjectId nextId() { return MdDbObjectId(++lastId_); }
     void touchEntity(std::uint64_t id);
     void touchOther(MdDbObjectId id);
@@ -216,6 +263,7 @@ class Drawing {
     std::vector<Layer> layers_;
     std::vector<Site> sites_;
     std::vector<ObjectDataTable> tables_;
+    std::vector<Import> imports_;
     std::vector<StoredAlignment> alignments_;
     std::size_t entities_ = 0;
     ChunkedArray<EntityRecord, kRecordBlock> records_;
@@ -229,12 +277,14 @@ class Drawing {
     std::uint64_t lastId_ = 0;
     bool entitiesLoaded_ = true;
     Unsaved unsaved_;
+    std::vector<IdRange> removed_; // objects that the file may still hold
 };
 
 struct Drawing::Mark {
     std::size_t layers = 0;
     std::size_t sites = 0;
     std::size_t tables = 0;
+    std::size_t imports = 0;
     std::size_t alignments = 0;
     std::size_t entities = 0;
     ChunkedArray<EntityRecord, Drawing::kRecordBlock>::Mark records;
@@ -258,6 +308,7 @@ struct Drawing::Removed {
     std::vector<Layer> layers;
     std::vector<Site> sites;
     std::vector<ObjectDataTable> tables;
+    std::vector<Import> imports;
     std::vector<StoredAlignment> alignments;
     ChunkedArray<EntityRecord, Drawing::kRecordBlock>::Tail records;
     ChunkedArray<MdGePoint3d>::Tail vertices;

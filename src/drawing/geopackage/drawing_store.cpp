@@ -6,6 +6,7 @@
 #include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/schema.h"
 #include "drawing/geopackage/sqlite_handles.h"
+#include "platform/files.h"
 
 #include <new>
 
@@ -40,6 +41,14 @@ std::string storeMessage(StoreError error, const std::string& path, const std::s
         return told("is damaged");
     case StoreError::ChangedOutside:
         return path + ": was changed by another program since it was opened";
+    case StoreError::AppearedMeanwhile:
+        return path + ": was made by another program meanwhile; it is left as that program made it";
+    case StoreError::DanglingLink:
+        return told("is a link that leads to nothing");
+    case StoreError::Unreachable:
+        return told("cannot be looked up");
+    case StoreError::Reshaped:
+        return told("was changed by another program and cannot be used as it is");
     case StoreError::Failed:
         break;
     }
@@ -52,8 +61,13 @@ StoreResult failed(StoreError error, const std::string& path, const std::string&
     return {error, storeMessage(error, path, detail)};
 }
 
-StoreResult failedToWrite(StoreError error, const std::string& path) {
-    return failed(error, path, error == StoreError::NotWritable ? whyNotWritable(path) : std::string());
+void throwIf(const std::error_code& error) {
+    if (error) {
+        const StoreError meaning = platform::isDiskFull(error) ? StoreError::DiskFull
+                                   : platform::isDenied(error) ? StoreError::NotWritable
+                                                               : StoreError::Failed;
+        throw StoreFailure{meaning, platform::reasonOf(error)};
+    }
 }
 
 // Runs what may throw inside the store.
@@ -84,9 +98,23 @@ void restoreAfterCrash(const std::string& path) {
 
 } // namespace
 
+StoreResult DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
+    const platform::PathState state = platform::lookUp(path);
+    if (state.kind != platform::PathKind::Missing) {
+        return open(path, drawing, load);
+    }
+    if (const PathCheck check = checkReplaceable(path); !check) {
+        return failed(check.error, path, check.detail);
+    }
+    path_ = path;
+    begun_ = true;
+    notes_.clear();
+    return {};
+}
+
 StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
-    if (const StoreError error = checkReadable(path); error != StoreError::None) {
-        return failed(error, path);
+    if (const PathCheck check = checkReadable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
     return guarded(path, [&] {
         try {
@@ -110,43 +138,63 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             throw;
         }
         path_ = path;
+        begun_ = false;
     });
 }
 
 bool DrawingStore::hasChanges(const Drawing& drawing) const {
-    return path_.empty() || DrawingWriter::hasChanges(drawing);
+    return path_.empty() || begun_ || DrawingWriter::hasChanges(drawing);
 }
 
 StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (path == path_ && fileExists(path)) {
-        return append(path, drawing, progress);
+    if (path != path_) {
+        return create(path, drawing, progress, false);
     }
-    return create(path, drawing, progress);
+    if (begun_) {
+        return create(path, drawing, progress, true);
+    }
+    const platform::PathState state = platform::lookUp(path);
+    if (state.kind == platform::PathKind::Missing) {
+        return create(path, drawing, progress, true);
+    }
+    return append(path, drawing, progress);
 }
 
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
-StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress,
+                                 bool mustBeNew) {
     if (!drawing.entitiesLoaded()) {
         return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
     }
-    if (const StoreError error = checkReplaceable(path); error != StoreError::None) {
-        return failedToWrite(error, path);
+    if (const PathCheck check = checkReplaceable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
-    removeLeftovers(path);
-    const TemporaryFile temporary(path);
     const StoreResult result = guarded(path, [&] {
+        platform::TemporaryFile file;
+        throwIf(file.make(path));
         {
-            Connection connection(temporary.path(), Connection::Mode::Create);
+            Connection connection(file.path(), Connection::Mode::Create);
             connection.execute(sql::kPrepareNewFile);
             connection.execute("BEGIN");
             connection.execute(sql::kSchema);
             DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write();
             connection.execute("COMMIT");
         }
-        temporary.replace(path);
+        throwIf(file.complete());
+        if (!mustBeNew) {
+            HeldDrawing held(file.target()); // nobody appends to the file that goes
+            throwIf(file.putInPlace());
+            return;
+        }
+        const std::error_code error = file.putInPlace(platform::AtTarget::Refuse);
+        if (error == std::errc::file_exists) {
+            throw StoreFailure{StoreError::AppearedMeanwhile, {}};
+        }
+        throwIf(error);
     });
     if (result) {
         path_ = path;
+        begun_ = false;
         savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }
@@ -154,14 +202,14 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
 }
 
 StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (const StoreError error = checkReadable(path); error != StoreError::None) {
-        return failed(error, path);
+    if (const PathCheck check = checkReadable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
     if (!hasChanges(drawing)) {
         return {};
     }
-    if (const StoreError error = checkWritable(path); error != StoreError::None) {
-        return failedToWrite(error, path);
+    if (const PathCheck check = checkWritable(path); !check) {
+        return failed(check.error, path, check.detail);
     }
     const StoreResult result = guarded(path, [&] {
         Connection connection(path, Connection::Mode::ReadWrite);
@@ -169,7 +217,7 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         connection.execute("BEGIN IMMEDIATE");
         try {
             // Our rows would take the identifiers of features that a GIS added meanwhile.
-            if (DrawingReader::readHead(connection).lastId != savedId_ ||
+            if (connection.hasMoved() || DrawingReader::readHead(connection).lastId != savedId_ ||
                 DrawingReader::readHighestId(connection) > highestId_) {
                 throw StoreFailure{StoreError::ChangedOutside, {}};
             }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
+#include "drawing/geopackage/store_notes.h"
 #include "drawing/geopackage/write_progress.h"
 
 #include <cstdint>
@@ -23,10 +24,14 @@ enum class StoreError {
     NotReadable, // no permission
     NotWritable, // file or folder cannot be written
     DiskFull,
-    Locked,         // another program holds it
-    Damaged,        // ours, but broken
-    ChangedOutside, // another program added to it since it was opened
-    Failed,         // anything else
+    Locked,            // another program holds it
+    Damaged,           // ours, but broken
+    ChangedOutside,    // another program added to it since it was opened
+    AppearedMeanwhile, // nothing was there when the drawing was begun, and now something is
+    DanglingLink,      // a link that leads to nothing
+    Unreachable,       // the system could not say what is there
+    Reshaped,          // another program renamed, removed or replaced a table or column that is needed
+    Failed,            // anything else
 };
 
 struct StoreResult {
@@ -43,20 +48,29 @@ class DrawingStore {
   public:
     // Replaces the drawing by the one in the file. On failure the drawing is left as it was.
     StoreResult open(const std::string& path, Drawing& drawing, Load load = Load::Everything);
-    // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened
-    // or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
+    // The same, but where certainly nothing is there the drawing stays as it is (a new one), and its first save to this
+    // path makes the file. If another program made one meanwhile, that save fails with AppearedMeanwhile and changes
+    // nothing: like ChangedOutside, which means that somebody appended meanwhile, it is mended by opening anew and
+    // importing again. Fails at once where no file could be made.
+    StoreResult openOrBegin(const std::string& path, Drawing& drawing, Load load = Load::Everything);
+    // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened,
+    // begun or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
     StoreResult save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
 
-    // The file last opened or saved; empty at first.
+    // The file last opened, begun or saved; empty at first.
     const std::string& path() const { return path_; }
+    // What is odd about the file last opened, mostly because another program changed it; worded by noteText.
+    const std::vector<StoreNote>& notes() const { return notes_; }
     // True if save would change the file.
     bool hasChanges(const Drawing& drawing) const;
 
   private:
-    StoreResult create(const std::string& path, Drawing& drawing, const WriteProgress& progress);
+    StoreResult create(const std::string& path, Drawing& drawing, const WriteProgress& progress, bool mustBeNew);
     StoreResult append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
 
     std::string path_;
+    bool begun_ = false; // nothing was at the path when it was looked up
+    std::vector<StoreNote> notes_;
     std::uint64_t savedId_ = 0;   // last identifier that the file tells
     std::uint64_t highestId_ = 0; // of what the file held when it was last read or written
 };

@@ -60,10 +60,11 @@ std::string uriOf(const std::string& path) {
 
 Connection::Connection(const std::string& path, Mode mode) {
     const int flags = SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX |
-                      (mode == Mode::Create      ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
+                      (mode == Mode::Create      ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW
                        : mode == Mode::ReadWrite ? SQLITE_OPEN_READWRITE
                                                  : SQLITE_OPEN_READONLY);
-    const std::string uri = uriOf(path) + (mode == Mode::ReadAlone ? "?immutable=1" : "");
+    const char* const how = mode == Mode::ReadAlone ? "?immutable=1" : mode == Mode::Create ? "?nolock=1" : "";
+    const std::string uri = uriOf(path) + how;
     sqlite3* handle = nullptr;
     const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, nullptr);
     handle_.reset(handle);
@@ -81,6 +82,12 @@ void Connection::execute(const char* sql) {
     if (code != SQLITE_OK) {
         fail(code);
     }
+}
+
+bool Connection::hasMoved() const {
+    int moved = 0;
+    const int code = sqlite3_file_control(handle_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return code == SQLITE_OK && moved != 0;
 }
 
 void Connection::fail(int code) const {

@@ -22,12 +22,15 @@ struct StoreFailure {
 class Connection {
   public:
     // ReadAlone takes no locks: for a file that no other program has open.
+    // Create fills an empty file that is this program's alone.
     enum class Mode { Read, ReadAlone, ReadWrite, Create };
 
     Connection(const std::string& path, Mode mode);
 
     sqlite3* get() const { return handle_.get(); }
     void execute(const char* sql);
+    // True if the file no longer bears the name under which it was opened.
+    bool hasMoved() const;
     // A failure of the last call, as the store tells it.
     [[noreturn]] void fail(int code) const;
 

@@ -1,0 +1,438 @@
+// Files and folders on POSIX systems.
+#include "platform/files.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <ostream>
+#include <streambuf>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fenmark::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kSuffix = ".partial";
+constexpr std::string_view kRandom = "XXXXXX"; // becomes letters and digits
+constexpr std::size_t kLongestName = 255;      // bytes, of one name in a folder
+constexpr std::size_t kBuffer = 1 << 16;       // bytes
+constexpr int kTries = 100;                    // to make a file that nobody clears away at once
+constexpr unsigned kRightsMask = 07777;
+constexpr unsigned kNewFileRights = 0666;
+
+std::error_code systemError(int number) {
+    return {number, std::generic_category()};
+}
+
+std::error_code lastError() {
+    return systemError(errno);
+}
+
+// A descriptor that closes itself.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) {
+            ::close(number_);
+        }
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int get() const { return number_; }
+    int release() { return std::exchange(number_, -1); }
+
+  private:
+    int number_;
+};
+
+template <typename Call>
+int retried(Call call) {
+    int result = call();
+    while (result < 0 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
+
+std::error_code writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return lastError();
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return {};
+}
+
+std::error_code flush(int descriptor) {
+    const bool done = retried([&] { return ::fsync(descriptor); }) == 0 || errno == EINVAL; // nothing to flush to
+    return done ? std::error_code() : lastError();
+}
+
+// Some file systems cannot flush a folder, and what lies in it has its name all the same.
+void flushFolder(const std::string& folder) {
+    const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.get() >= 0) {
+        (void)flush(descriptor.get());
+    }
+}
+
+// Room for the random part and the suffix is made by cutting a long name short.
+std::string prefixFor(const std::string& target) {
+    const std::string leaf = fs::path(target).filename().string();
+    return leaf.substr(0, kLongestName - 1 - kRandom.size() - kSuffix.size()) + ".";
+}
+
+bool isTemporaryName(std::string_view name, std::string_view prefix) {
+    return name.size() == prefix.size() + kRandom.size() + kSuffix.size() && name.starts_with(prefix) &&
+           name.ends_with(kSuffix);
+}
+
+bool isSameFile(int descriptor, const std::string& path) {
+    struct ::stat opened {};
+    struct ::stat named {};
+    return ::fstat(descriptor, &opened) == 0 && ::lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
+// Temporary files for this target that nobody holds a lock on. A name that a file of another kind bears is let alone.
+void removeLeftovers(const std::string& folder, std::string_view prefix) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (!isTemporaryName(name, prefix)) {
+            continue;
+        }
+        const std::string path = entry->path().string();
+        const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        struct ::stat status {};
+        if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+            ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
+            ::unlink(path.c_str());
+        }
+    }
+}
+
+unsigned newFileRights() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return kNewFileRights & ~mask;
+}
+
+// Gives the file its name where nothing bears that name.
+std::error_code renameToNew(const std::string& from, const std::string& to) {
+#if defined(RENAME_NOREPLACE)
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+        return {};
+    }
+    if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) {
+        return lastError();
+    }
+#endif
+    // A second name is refused where there is a first; some file systems know no second names.
+    if (::link(from.c_str(), to.c_str()) == 0) {
+        ::unlink(from.c_str());
+        return {};
+    }
+    if (errno != EPERM && errno != ENOTSUP && errno != ENOSYS && errno != EMLINK) {
+        return lastError();
+    }
+    // There programs of this kind take turns by a lock on the folder.
+    const Descriptor folder(::open(folderOf(to).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.get() >= 0) {
+        (void)retried([&] { return ::flock(folder.get(), LOCK_EX); });
+    }
+    struct ::stat status {};
+    if (::lstat(to.c_str(), &status) == 0) {
+        return systemError(EEXIST);
+    }
+    if (errno != ENOENT) {
+        return lastError();
+    }
+    return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
+}
+
+// A stream's buffer over any function that writes. Keeps the first error, and writes nothing after it.
+class Buffer : public std::streambuf {
+  public:
+    using Write = std::function<std::error_code(std::string_view)>;
+    explicit Buffer(Write write) : write_(std::move(write)), bytes_(kBuffer) {
+        setp(bytes_.data(), bytes_.data() + bytes_.size());
+    }
+    const std::error_code& error() const { return error_; }
+
+  protected:
+    int_type overflow(int_type c) override {
+        if (!drain()) {
+            return traits_type::eof();
+        }
+        if (!traits_type::eq_int_type(c, traits_type::eof())) {
+            sputc(traits_type::to_char_type(c));
+        }
+        return traits_type::not_eof(c);
+    }
+    int sync() override { return drain() ? 0 : -1; }
+
+  private:
+    bool drain() {
+        if (!error_) {
+            error_ = write_({pbase(), static_cast<std::size_t>(pptr() - pbase())});
+        }
+        setp(bytes_.data(), bytes_.data() + bytes_.size());
+        return !error_;
+    }
+
+    Write write_;
+    std::error_code error_;
+    std::vector<char> bytes_;
+};
+
+std::error_code writeThrough(const Buffer::Write& sink, const std::function<void(std::ostream&)>& write) {
+    Buffer buffer(sink);
+    std::ostream out(&buffer);
+    write(out);
+    out.flush();
+    return buffer.error();
+}
+
+} // namespace
+
+PathState lookUp(const std::string& path) {
+    PathState state;
+    struct ::stat status {};
+    if (::stat(path.c_str(), &status) == 0) {
+        state.kind = S_ISREG(status.st_mode)   ? PathKind::File
+                     : S_ISDIR(status.st_mode) ? PathKind::Folder
+                                               : PathKind::Other;
+        state.size = S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
+        return state;
+    }
+    if (errno != ENOENT) {
+        state.error = lastError();
+        return state;
+    }
+    if (::lstat(path.c_str(), &status) != 0) {
+        if (errno != ENOENT) {
+            state.error = lastError();
+            return state;
+        }
+        state.kind = PathKind::Missing;
+        return state;
+    }
+    state.kind = PathKind::DanglingLink;
+    std::error_code ignored;
+    state.leadsTo = fs::read_symlink(path, ignored).string();
+    return state;
+}
+
+std::error_code mayRead(const std::string& path) {
+    return ::access(path.c_str(), R_OK) == 0 ? std::error_code() : lastError();
+}
+
+std::error_code mayWrite(const std::string& path) {
+    return ::access(path.c_str(), W_OK) == 0 ? std::error_code() : lastError();
+}
+
+std::string folderOf(const std::string& path) {
+    const fs::path folder = fs::path(path).parent_path();
+    return folder.empty() ? "." : folder.string();
+}
+
+std::string behindLinks(const std::string& path) {
+    std::error_code error;
+    const fs::path whole = fs::canonical(path, error);
+    if (!error) {
+        return whole.string();
+    }
+    const fs::path folder = fs::canonical(folderOf(path), error);
+    return error ? path : (folder / fs::path(path).filename()).string();
+}
+
+std::error_code removeFile(const std::string& path) {
+    return ::unlink(path.c_str()) == 0 || errno == ENOENT ? std::error_code() : lastError();
+}
+
+bool isDiskFull(const std::error_code& error) {
+    return error == systemError(ENOSPC) || error == systemError(EFBIG) || error == systemError(EDQUOT);
+}
+
+bool isDenied(const std::error_code& error) {
+    return error == systemError(EACCES) || error == systemError(EPERM) || error == systemError(EROFS);
+}
+
+std::string reasonOf(const std::error_code& error) {
+    return std::strerror(error.value());
+}
+
+TemporaryFile::TemporaryFile() = default;
+
+TemporaryFile::~TemporaryFile() {
+    discard();
+}
+
+TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept {
+    *this = std::move(other);
+}
+
+TemporaryFile& TemporaryFile::operator=(TemporaryFile&& other) noexcept {
+    if (this != &other) {
+        discard();
+        path_ = std::exchange(other.path_, {});
+        target_ = std::exchange(other.target_, {});
+        descriptor_ = std::exchange(other.descriptor_, -1);
+        rights_ = other.rights_;
+        complete_ = other.complete_;
+    }
+    return *this;
+}
+
+std::error_code TemporaryFile::make(const std::string& target, AtLink atLink) {
+    discard();
+    complete_ = false;
+    struct ::stat status {};
+    bool isThere = false;
+    if (atLink == AtLink::Replace) {
+        target_ = (fs::path(behindLinks(folderOf(target))) / fs::path(target).filename()).string();
+        isThere = ::lstat(target_.c_str(), &status) == 0;
+    } else {
+        target_ = behindLinks(target);
+        isThere = ::stat(target_.c_str(), &status) == 0;
+    }
+    if (!isThere && errno != ENOENT) {
+        return lastError();
+    }
+    const bool isLink = isThere && S_ISLNK(status.st_mode);
+    if (isThere && !isLink) {
+        if (!S_ISREG(status.st_mode)) {
+            return systemError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+        }
+        if (const std::error_code denied = mayWrite(target_)) {
+            return denied;
+        }
+    }
+    if (!isThere && atLink == AtLink::Follow && ::lstat(target_.c_str(), &status) == 0) {
+        return systemError(ENOENT); // a link that leads to nothing
+    }
+    rights_ = isThere && !isLink ? static_cast<unsigned>(status.st_mode) & kRightsMask : newFileRights();
+
+    const std::string folder = folderOf(target_);
+    const std::string prefix = prefixFor(target_);
+    removeLeftovers(folder, prefix);
+    for (int attempt = 0; attempt < kTries; ++attempt) {
+        std::string path = (fs::path(folder) / prefix).string() + std::string(kRandom) + std::string(kSuffix);
+        Descriptor file(::mkostemps(path.data(), static_cast<int>(kSuffix.size()), O_CLOEXEC));
+        if (file.get() < 0) {
+            return lastError();
+        }
+        // Another program may take the file for a leftover until it is locked.
+        (void)::flock(file.get(), LOCK_EX | LOCK_NB); // where there are no locks, nobody clears it away either
+        if (isSameFile(file.get(), path)) {
+            path_ = std::move(path);
+            descriptor_ = file.release();
+            return {};
+        }
+    }
+    return systemError(EAGAIN);
+}
+
+std::error_code TemporaryFile::write(std::string_view bytes) {
+    return writeAll(descriptor_, bytes);
+}
+
+// That the name still leads to the file that was made.
+std::error_code TemporaryFile::verify() const {
+    return descriptor_ >= 0 && isSameFile(descriptor_, path_) ? std::error_code() : systemError(ENOENT);
+}
+
+std::error_code TemporaryFile::complete() {
+    if (const std::error_code lost = verify()) {
+        return lost;
+    }
+    // Where the file system keeps no rights, the file has those of every other one there.
+    (void)::fchmod(descriptor_, static_cast<mode_t>(rights_));
+    if (const std::error_code error = flush(descriptor_)) {
+        return error;
+    }
+    complete_ = true;
+    return {};
+}
+
+std::error_code TemporaryFile::putInPlace(AtTarget atTarget) {
+    if (!complete_) {
+        if (const std::error_code error = complete()) {
+            return error;
+        }
+    }
+    if (const std::error_code lost = verify()) {
+        return lost;
+    }
+    std::error_code error;
+    if (atTarget == AtTarget::Refuse) {
+        error = renameToNew(path_, target_);
+    } else if (::rename(path_.c_str(), target_.c_str()) != 0) {
+        error = lastError();
+    }
+    if (error) {
+        return error;
+    }
+    path_.clear();
+    ::close(std::exchange(descriptor_, -1)); // flushed, so that nothing is left to fail
+    flushFolder(folderOf(target_));
+    return {};
+}
+
+void TemporaryFile::discard() {
+    if (!path_.empty() && descriptor_ >= 0 && isSameFile(descriptor_, path_)) {
+        ::unlink(path_.c_str());
+    }
+    path_.clear();
+    if (descriptor_ >= 0) {
+        ::close(std::exchange(descriptor_, -1));
+    }
+}
+
+std::error_code writeWhole(const std::string& path, const std::function<void(std::ostream&)>& write, AtLink atLink) {
+    const PathState state = lookUp(path);
+    if (state.kind == PathKind::Unknown) {
+        return state.error;
+    }
+    struct ::stat link {};
+    const bool replacesLink = atLink == AtLink::Replace && ::lstat(path.c_str(), &link) == 0 && S_ISLNK(link.st_mode);
+    if (state.kind == PathKind::Other && !replacesLink) {
+        Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+        if (file.get() < 0) {
+            return lastError();
+        }
+        std::error_code error =
+            writeThrough([&](std::string_view bytes) { return writeAll(file.get(), bytes); }, write);
+        if (::close(file.release()) != 0 && !error) {
+            error = lastError();
+        }
+        return error;
+    }
+    TemporaryFile file;
+    if (const std::error_code error = file.make(path, atLink)) {
+        return error;
+    }
+    if (const std::error_code error = writeThrough([&](std::string_view bytes) { return file.write(bytes); }, write)) {
+        return error;
+    }
+    return file.putInPlace();
+}
+
+} // namespace fenmark::platform

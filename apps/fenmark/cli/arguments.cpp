@@ -2,6 +2,7 @@
 #include "cli/arguments.h"
 
 #include "cli/station_text.h"
+#include "cli/suggestion.h"
 #include "command/dialog_rules.h"
 #include "sima/text/encoding.h"
 #include "sima/text/number.h"
@@ -157,6 +158,8 @@ void addImport(CLI::App& app, Raw& raw) {
                      "other way [auto]")
         ->check(CLI::IsMember({"auto", "left", "right"}).description(""))
         ->type_name("auto|left|right");
+    command->add_flag("--replace", a.replace,
+                      "Take away what the drawing has of files of the same names, in the same step");
     command->add_flag("--keep-partial", a.keepPartial, "Keep what was made when an import is broken off");
     command->add_flag("--strict", a.strict, "Exit with 3 if the log holds error blocks");
     command->add_flag("--json", a.json, "Print the result as JSON");
@@ -311,21 +314,70 @@ void foldHelp(CLI::App& app) {
     }
 }
 
+std::vector<std::string> commandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
 // What to say of a line that names no command.
 std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+    const std::vector<std::string> names = commandNames(app);
     std::string commands;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        commands.append(commands.empty() ? "" : ", ").append(command->get_name());
+    for (const std::string& name : names) {
+        commands.append(commands.empty() ? "" : ", ").append(name);
     }
     const auto word = std::find_if(arguments.begin(), arguments.end(),
                                    [](const std::string& argument) { return !argument.starts_with('-'); });
-    return (word == arguments.end() ? "no command is given" : "there is no command '" + *word + "'") +
-           "; the commands are " + commands;
+    if (word == arguments.end()) {
+        return "no command is given; the commands are " + commands;
+    }
+    return "there is no command '" + *word + "'; the commands are " + commands + suggestion(*word, names);
+}
+
+// The first option of the line that the command does not know, in words; empty if it knows them all.
+std::string unknownOption(const CLI::App& command, const std::vector<std::string>& arguments) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    for (const std::string& argument : arguments) {
+        if (argument == "--") {
+            break;
+        }
+        const std::string name = argument.substr(0, argument.find('='));
+        if (name.starts_with("--") && std::find(names.begin(), names.end(), name) == names.end()) {
+            return command.get_name() + " has no option " + name + suggestion(name, names);
+        }
+    }
+    return {};
+}
+
+// What to say of a line that the parser refused.
+std::string refusal(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+    const std::vector<CLI::App*> chosen = app.get_subcommands();
+    if (chosen.empty()) {
+        return withoutCommand(app, arguments);
+    }
+    const std::string unknown = unknownOption(*chosen.front(), arguments);
+    return unknown.empty() ? std::string(error.what()) : unknown;
 }
 
 } // namespace
 
-ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
+ParsedCommand parseArguments(const std::vector<std::string>& given) {
+    // "help COMMAND" is "COMMAND --help".
+    std::vector<std::string> arguments = given;
+    const bool asksForHelp = !arguments.empty() && arguments.front() == "help";
+    if (asksForHelp) {
+        arguments.erase(arguments.begin());
+        arguments.resize(std::min<std::size_t>(arguments.size(), 1));
+        arguments.emplace_back("--help");
+    }
     CLI::App app("Brings SIMA survey files into drawings and answers questions about them.", "fenmark");
     Raw raw;
     app.set_help_flag("-h,--help", "Print this help and exit");
@@ -346,6 +398,11 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     addExport(app, raw);
     addPlot(app, raw);
     foldHelp(app);
+    if (const std::vector<std::string> names = commandNames(app);
+        asksForHelp && arguments.size() > 1 &&
+        std::find(names.begin(), names.end(), arguments.front()) == names.end()) {
+        return UsageError{withoutCommand(app, arguments)};
+    }
 
     // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
@@ -362,7 +419,7 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     } catch (const CLI::CallForVersion& version) {
         return ShowText{std::string(version.what()) + "\n"};
     } catch (const CLI::ParseError& error) {
-        return UsageError{app.get_subcommands().empty() ? withoutCommand(app, arguments) : error.what()};
+        return UsageError{refusal(app, error, arguments)};
     } catch (const WrongUsage& error) {
         return UsageError{error.what()};
     }

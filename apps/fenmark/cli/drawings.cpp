@@ -16,12 +16,15 @@ namespace fenmark::cli {
 
 using drawing::Drawing;
 
-std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load) {
+std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
     const drawing::StoreResult opened = store.open(path, *drawing, load);
     if (!opened) {
         throw Stop(kNotDone, opened.message);
+    }
+    for (const drawing::StoreNote& note : store.notes()) {
+        tellFileNote(streams, quiet, path, drawing::noteText(note));
     }
     return drawing;
 }

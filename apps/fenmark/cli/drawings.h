@@ -1,6 +1,7 @@
 // Opening drawings to read them.
 #pragma once
 
+#include "cli/cli.h"
 #include "drawing/drawing.h"
 #include "drawing/geopackage/drawing_store.h"
 
@@ -10,8 +11,9 @@
 
 namespace fenmark::cli {
 
-// Raises Stop with a message that names file and reason.
-std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load);
+// Notes what is odd about the file, unless quiet. Raises Stop with a message that names file and reason.
+std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams,
+                                              bool quiet = false);
 
 // The name without blanks at its ends, U+3000 too: names are equal for the command line when they are equal so.
 std::string_view withoutEndBlanks(std::string_view name);

@@ -47,7 +47,7 @@ constexpr Format kFormats[] = {
 };
 
 int writeDrawing(const ExportArguments& arguments, const Format& format, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::Everything);
+    const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams, arguments.quiet);
     exchange::Notes notes;
     const std::string failure =
         exchange::writeFile(arguments.target, [&](std::ostream& out) { notes = format.write(*drawing, out); });
@@ -63,7 +63,7 @@ int writeDrawing(const ExportArguments& arguments, const Format& format, const S
 } // namespace
 
 int runInfo(const InfoArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::Everything);
+    const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams);
     if (arguments.json) {
         exchange::writeInfoJson(*drawing, streams.out);
     } else {

@@ -40,15 +40,14 @@ bool isOfFieldCount(const ErrorBlock& block) {
            block.text != sima::resourceText(sima::kMessageCrossSectionOutside);
 }
 
-// The fields of the records whose number is fixed, the empty one behind the last comma counted.
+// The fields of the records with values whose number is fixed, the empty one behind the last comma counted.
 struct RecordFields {
     std::string_view code;
     std::int32_t count;
 };
 constexpr RecordFields kRecordFields[] = {
-    {"A00", 2}, {"A01", 7}, {"A99", 2}, {"B01", 4}, {"B03", 3}, {"C01", 4}, {"C02", 5},
-    {"C03", 4}, {"D00", 5}, {"D99", 2}, {"F00", 6}, {"F99", 2}, {"G00", 4}, {"H00", 4},
-    {"H01", 7}, {"H99", 2}, {"I00", 4}, {"I01", 6}, {"I02", 5}, {"I99", 2},
+    {"A01", 7}, {"B01", 4}, {"B03", 3}, {"C01", 4}, {"C02", 5}, {"C03", 4}, {"D00", 5},
+    {"F00", 6}, {"G00", 4}, {"H00", 4}, {"H01", 7}, {"I00", 4}, {"I01", 6}, {"I02", 5},
 };
 
 // Whether the record would do without its last comma.
@@ -119,11 +118,8 @@ void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string&
     }
 }
 
-void tellNothingFound(const Streams& streams, bool quiet, const std::string& file, const sima::SimaReader& reader) {
-    if (reader.points.empty() && reader.lots.empty() && reader.alignments.empty() && reader.hSeries.empty() &&
-        reader.intersections.empty()) {
-        tellFileNote(streams, quiet, file, "no point, lot, route or result was found in it");
-    }
+void tellNothingFound(const Streams& streams, bool quiet, const std::string& file) {
+    tellFileNote(streams, quiet, file, "no point, lot, route or result was found in it");
 }
 
 void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {

@@ -23,8 +23,8 @@ FileEncoding encodingOf(const std::string& file, std::optional<sima::Encoding> a
 // What encoding was taken where it is not code page 932, what else the file looks like, and lines that end in a
 // carriage return alone. Nothing if quiet.
 void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string& file, const FileEncoding& encoding);
-// If a pass found nothing at all. Nothing if quiet.
-void tellNothingFound(const Streams& streams, bool quiet, const std::string& file, const sima::SimaReader& reader);
+// That a pass found nothing at all. Nothing if quiet.
+void tellNothingFound(const Streams& streams, bool quiet, const std::string& file);
 // The first record in the log that opens a section inside another one, which so lacks its end record. Nothing if quiet.
 void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log);
 // How many of the records that the log reports for their number of fields lack their last comma, or have one comma too

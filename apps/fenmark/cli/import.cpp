@@ -5,16 +5,23 @@
 #include "cli/import_dialogs.h"
 #include "cli/messages.h"
 #include "command/import_command.h"
+#include "drawing/file_digest.h"
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
 #include "platform/files.h"
 #include "sima/log/sima_log.h"
+#include "sima/reader/line_source.h"
 #include "sima/text/path.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <future>
 #include <memory>
 #include <new>
+#include <optional>
 #include <ostream>
 #include <system_error>
 #include <utility>
@@ -33,15 +40,32 @@ std::string drawingBeside(const std::string& file) {
     return file.substr(0, file.size() - 4) + ".gpkg";
 }
 
-// A drawing is new only where it is certain that none is there.
-void openDrawing(EmbeddedHost& host, const std::string& path) {
+// A drawing is new only where it is certain that none is there. What could not be written in the end is told at once,
+// before the file is read.
+void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArguments& arguments,
+                 const Streams& streams) {
     host::embedded::Document& document = *host.currentDocument();
-    if (platform::lookUp(path).kind == platform::PathKind::Missing) {
-        return;
+    const platform::PathState state = platform::lookUp(path);
+    const auto refuse = [&](const std::string& why) {
+        throw Stop(kNotDone, drawing::storeMessage(drawing::StoreError::NotWritable, path, why));
+    };
+    if (state.error == std::errc::not_a_directory) {
+        refuse("its folder: " + platform::reasonOf(state.error));
     }
-    const StoreResult opened = document.store().open(path, document.drawing(), drawing::Load::WithoutEntities);
+    if (state.kind == platform::PathKind::File) {
+        if (const std::error_code error = platform::mayWrite(path)) {
+            refuse(platform::reasonOf(error));
+        }
+        if (const std::error_code error = platform::mayWrite(platform::folderOf(platform::behindLinks(path)))) {
+            refuse("its folder: " + platform::reasonOf(error));
+        }
+    }
+    const StoreResult opened = document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities);
     if (!opened) {
         throw Stop(kNotDone, opened.message);
+    }
+    for (const drawing::StoreNote& note : document.store().notes()) {
+        tellFileNote(streams, arguments.quiet, path, drawing::noteText(note));
     }
 }
 
@@ -98,15 +122,6 @@ std::vector<std::string> namesOf(const auto& items) {
         names.push_back(item.name);
     }
     return names;
-}
-
-// True if there is no drawing yet. Raises Stop if none can be made, or the one that is there cannot be written.
-bool requireWritableDrawing(const std::string& path) {
-    const bool isNew = platform::lookUp(path).kind == platform::PathKind::Missing;
-    if (const StoreResult possible = drawing::DrawingStore::checkTarget(path); !possible) {
-        throw Stop(kNotDone, possible.message);
-    }
-    return isNew;
 }
 
 // The item's own name for the one that was given, which may differ in blanks at the ends. An item of exactly that name
@@ -216,7 +231,6 @@ void tellHints(const ImportArguments& arguments, const std::string& file, const 
 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
-    tellNothingFound(streams, arguments.quiet, file, reader);
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
     for (const std::string& line : host::embedded::noteLines(host.layoutNotes())) {
         tellFileNote(streams, arguments.quiet, file, line);
@@ -284,30 +298,135 @@ Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::C
     return run;
 }
 
+// Another program was quicker with the same drawing: nothing was written, and nothing was told yet.
+class Overtaken : public Stop {
+  public:
+    using Stop::Stop;
+};
+
+// The name by which rows and imports know a file.
+std::string nameInRows(const std::string& file) {
+    const std::string text = sima::textOfPath(file);
+    return text.substr(sima::fileNameStart(text));
+}
+
+// From the root on, as a text.
+std::string wholePath(const std::string& file) {
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
+    return sima::textOfPath(error ? file : whole.string());
+}
+
+// UTC, "2026-01-31T09:15:00Z".
+std::string timeNow() {
+    using namespace std::chrono;
+    const auto now = floor<seconds>(system_clock::now());
+    const auto day = floor<days>(now);
+    const year_month_day date(day);
+    const hh_mm_ss time(now - day);
+    const auto padded = [](std::int64_t value, std::size_t digits) {
+        std::string text = std::to_string(value);
+        return text.insert(0, digits - std::min(digits, text.size()), '0');
+    };
+    return padded(int{date.year()}, 4) + "-" + padded(unsigned{date.month()}, 2) + "-" +
+           padded(unsigned{date.day()}, 2) + "T" + padded(time.hours().count(), 2) + ":" +
+           padded(time.minutes().count(), 2) + ":" + padded(time.seconds().count(), 2) + "Z";
+}
+
+// The digest of the file, made beside the import where the file is large.
+std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& file) {
+    constexpr std::uint64_t kSmall = std::uint64_t{1} << 20; // bytes
+    if (platform::lookUp(file).size > kSmall) {
+        try {
+            return std::async(std::launch::async, drawing::digestFile, file);
+        } catch (const std::system_error&) { // no thread to be had
+        }
+    }
+    return std::async(std::launch::deferred, drawing::digestFile, file);
+}
+
+// What the drawing has of a file of that name, in words; empty if it has nothing.
+std::string earlierImports(const Drawing& drawing, const std::string& name) {
+    const std::vector<std::size_t> earlier = drawing.importsOf(name);
+    if (earlier.empty()) {
+        return {};
+    }
+    const std::string& time = drawing.imports()[earlier.back()].time;
+    return (earlier.size() == 1 ? "once" : std::to_string(earlier.size()) + " times") + ", last at " + time;
+}
+
+std::size_t removeEarlierImports(Drawing& drawing, const std::string& name) {
+    std::vector<host::MdDbObjectId> ids;
+    for (const std::size_t place : drawing.importsOf(name)) {
+        ids.push_back(drawing.imports()[place].id);
+    }
+    for (const host::MdDbObjectId id : ids) {
+        drawing.removeImport(id);
+    }
+    return ids.size();
+}
+
+drawing::ImportCounts countsOf(const sima::SimaReader& reader) {
+    drawing::ImportCounts counts;
+    counts.points = reader.coordinatePointsCreated;
+    counts.lots = reader.options.flag(sima::ImportKind::Lots) ? reader.lotCount() : 0;
+    counts.routes = reader.polylinesCreated;
+    counts.alignments = reader.alignmentsCreated;
+    counts.longitudinal = reader.longitudinalPointsCreated;
+    counts.crossSections = reader.crossSectionPointsCreated;
+    counts.errors = reader.log.errorCount();
+    return counts;
+}
+
+// What a run is to tell once the drawing is safe, or once it is known that nothing was kept.
+struct Telling {
+    const ImportArguments& arguments;
+    const std::string& file;
+    const Streams& streams;
+    FileEncoding encoding;
+
+    void errors(const sima::SimaReader& reader) const {
+        tellErrorBlocks(streams, file, reader.log);
+        tellHints(arguments, file, encoding, reader.log, streams);
+    }
+};
+
 // Runs the command for one file and keeps the drawing and the log on disk, the log last. Raises Stop, with both on disk
-// as they were unless a part was to be kept.
+// as they were unless a part was to be kept; Overtaken if it should be tried once more.
 Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
                    const std::string& drawingPath, const Streams& streams) {
-    const bool isNew = requireWritableDrawing(drawingPath);
-    const ImportArguments arguments = prepareDrawing(host.drawing(), given, drawingPath);
-    const std::size_t firstEntity = host.drawing().entityCount();
-    const std::size_t firstAlignment = host.drawing().alignmentCount();
-    host.setPositiveRadius(arguments.positiveRadius);
-    host.clearNotes();
-
+    Drawing& drawing = host.drawing();
+    const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath);
     PendingLog log(file);
     std::string logFailure = log.make();
     if (!logFailure.empty() && !arguments.keepPartial) {
         throw Stop(kNotDone, logFailure + "; the drawing is left as it was");
     }
     const std::string logFile = logFailure.empty() ? log.path() : std::string();
-    const FileEncoding encoding = encodingOf(file, arguments.encoding);
-    ImportDialogs dialogs(arguments, file, encoding.encoding, logFile, host.drawing(), streams);
-    Run run = runCommand(dialogs, file, {encoding.encoding, kLongestLine, logFile});
-    tellErrorBlocks(streams, file, run.reader.log);
-    tellHints(arguments, file, encoding, run.reader.log, streams);
+
+    const bool isNew = platform::lookUp(drawingPath).kind == platform::PathKind::Missing;
+    const Telling telling{arguments, file, streams, encodingOf(file, arguments.encoding)};
+    std::future<std::optional<drawing::FileDigest>> digest = startDigest(file);
+    const std::string name = nameInRows(file);
+    const std::string earlier = earlierImports(drawing, name);
+    if (arguments.replace) {
+        removeEarlierImports(drawing, name);
+    }
+    const std::size_t firstEntity = drawing.entityCount();
+    const std::size_t firstAlignment = drawing.alignmentCount();
+    drawing::Import import;
+    import.firstId = drawing.lastId() + 1;
+    host.setPositiveRadius(arguments.positiveRadius);
+    host.clearNotes();
+
+    ImportDialogs dialogs(arguments, file, telling.encoding.encoding, logFile, drawing, streams);
+    Run run = runCommand(dialogs, file, {telling.encoding.encoding, kLongestLine, logFile});
+    const std::optional<drawing::FileDigest> known = digest.get();
     if (run.brokenOff.empty() && !dialogs.result()) {
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
+    }
+    if (run.brokenOff.empty() && !known) {
+        run.brokenOff = file + ": cannot be read to its end";
     }
     if (run.brokenOff.empty() && logFailure.empty()) {
         logFailure = log.complete();
@@ -316,23 +435,54 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::
         run.brokenOff = logFailure;
     }
     if (!run.brokenOff.empty() && !arguments.keepPartial) {
+        telling.errors(run.reader);
         throw Stop(kNotDone, run.brokenOff + "; the drawing is left as it was");
     }
 
-    tellNotes(host, arguments, dialogs, file, run.reader, streams);
-    tellUnplaced(host.drawing(), firstEntity, firstAlignment, arguments, file, streams);
-    run.reader = sima::SimaReader(); // the file's records need no memory while the drawing is written
+    import.lastId = drawing.lastId();
+    import.fileName = name;
+    import.path = wholePath(file);
+    import.fileSize = known ? known->size : 0;
+    import.digest = known ? known->digest : std::string();
+    import.time = timeNow();
+    import.counts = countsOf(run.reader);
+    drawing.addImport(std::move(import));
+    const bool nothingFound = run.reader.nothingFound();
+    run.reader.points.clear(); // the file's records need no memory while the drawing is written
+    run.reader.lots = {};
+    run.reader.alignments = {};
 
     const StoreResult saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress());
+    if (saved.error == drawing::StoreError::ChangedOutside || saved.error == drawing::StoreError::AppearedMeanwhile) {
+        throw Overtaken(kNotDone, saved.message);
+    }
     if (!saved) {
+        telling.errors(run.reader);
         throw Stop(kNotDone, saved.message);
+    }
+    if (run.brokenOff.empty()) {
+        if (const std::string failure = log.putInPlace(); !failure.empty()) {
+            const bool removed = isNew && !platform::removeFile(drawingPath);
+            throw Stop(kNotDone, failure + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
+        }
+    }
+
+    telling.errors(run.reader);
+    if (nothingFound) {
+        tellNothingFound(streams, arguments.quiet, file);
+    }
+    tellNotes(host, arguments, dialogs, file, run.reader, streams);
+    tellUnplaced(drawing, firstEntity, firstAlignment, arguments, file, streams);
+    if (!earlier.empty()) {
+        tellFileNote(streams, arguments.quiet, file,
+                     arguments.replace ? "replaces what the drawing had of a file of this name, imported " + earlier
+                                       : "the drawing has objects of a file of this name already, imported " + earlier +
+                                             "; --replace puts the new ones in their place");
+    } else if (arguments.replace) {
+        tellFileNote(streams, arguments.quiet, file, "--replace: the drawing had nothing of a file of this name");
     }
     if (!run.brokenOff.empty()) {
         throw Stop(kNotDone, run.brokenOff + "; what was made before that is kept in " + drawingPath);
-    }
-    if (const std::string failure = log.putInPlace(); !failure.empty()) {
-        const bool removed = isNew && !platform::removeFile(drawingPath);
-        throw Stop(kNotDone, failure + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
     }
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
             log.target()};
@@ -342,13 +492,13 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::
 class OpenDrawing {
   public:
     // Raises Stop if the drawing cannot be read.
-    EmbeddedHost& at(const std::string& path) {
+    EmbeddedHost& at(const std::string& path, const ImportArguments& arguments, const Streams& streams) {
         if (host_ && path == path_) {
             return *host_;
         }
         host_.reset();
         auto host = std::make_unique<EmbeddedHost>();
-        openDrawing(*host, path);
+        openDrawing(*host, path, arguments, streams);
         host_ = std::move(host);
         path_ = path;
         return *host_;
@@ -361,6 +511,22 @@ class OpenDrawing {
     std::string path_;
 };
 
+// The import that comes second to a drawing is done again on what the first one left.
+Outcome importInTurn(OpenDrawing& open, const ImportArguments& arguments, const std::string& file,
+                     const std::string& drawingPath, const Streams& streams) {
+    constexpr int kAttempts = 5;
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return importFile(open.at(drawingPath, arguments, streams), arguments, file, drawingPath, streams);
+        } catch (const Overtaken&) {
+            open.forget();
+            if (attempt == kAttempts) {
+                throw;
+            }
+        }
+    }
+}
+
 } // namespace
 
 int runImport(const ImportArguments& arguments, const Streams& streams) {
@@ -371,7 +537,7 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
         try {
             requireReadableSimFile(file);
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
-            const Outcome outcome = importFile(open.at(drawingPath), arguments, file, drawingPath, streams);
+            const Outcome outcome = importInTurn(open, arguments, file, drawingPath, streams);
             code = std::max(code, outcome.code);
             if (arguments.json) {
                 results.push_back(jsonOf(outcome.result, drawingPath, outcome.logPath));

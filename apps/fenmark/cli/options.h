@@ -41,6 +41,7 @@ struct ImportArguments {
     std::optional<int> zone;                // plane rectangular zone, 1 to 19
     std::optional<sima::Encoding> encoding; // none: chosen for each file
     host::embedded::PositiveRadius positiveRadius = host::embedded::PositiveRadius::Auto;
+    bool replace = false;
     bool keepPartial = false;
     bool strict = false;
     bool json = false;

@@ -67,7 +67,9 @@ int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     sima::SimaReader reader;
     previewFile(reader, arguments.file, context);
     tellLikelyMisreading(streams, arguments.quiet, arguments.file, encoding);
-    tellNothingFound(streams, arguments.quiet, arguments.file, reader);
+    if (reader.nothingFound()) {
+        tellNothingFound(streams, arguments.quiet, arguments.file);
+    }
     if (arguments.json) {
         printJson(streams.out, reader);
         return kDone;

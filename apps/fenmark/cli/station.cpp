@@ -26,7 +26,7 @@ bool looksExchanged(const drawing::AlignmentGeometry& geometry, const LocateArgu
 } // namespace
 
 int runStation(const StationArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
+    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
     const auto& geometry = drawing->geometry(index);
     const auto point = geometry.pointAt(arguments.station, arguments.offset);
@@ -46,7 +46,7 @@ int runStation(const StationArguments& arguments, const Streams& streams) {
 }
 
 int runLocate(const LocateArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
+    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
     const auto located = drawing->geometry(index).locate({arguments.x, arguments.y});
     if (!located) {

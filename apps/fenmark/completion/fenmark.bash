@@ -29,7 +29,7 @@ _fenmark() {
             compopt -o nospace 2>/dev/null
             return ;;
         --zone) mapfile -t COMPREPLY < <(compgen -W "$(echo {1..19})" -- "$cur"); return ;;
-        --encoding) mapfile -t COMPREPLY < <(compgen -W "cp932 utf-8" -- "$cur"); return ;;
+        --encoding) mapfile -t COMPREPLY < <(compgen -W "auto cp932 utf-8" -- "$cur"); return ;;
         --positive-radius) mapfile -t COMPREPLY < <(compgen -W "auto left right" -- "$cur"); return ;;
         --site | --point-layer | --ip-layer | --lot-layer | --stake-layer | --continuous-layer | --shift | --alignment)
             return ;;
@@ -39,7 +39,7 @@ _fenmark() {
         case $command in
             import) options+=" --drawing --site --only --skip --point-layer --ip-layer --lot-layer --stake-layer
                                --continuous-layer --create-layers --shift --alignment --force-alignment --zone --encoding
-                               --positive-radius --keep-partial --strict --json --quiet" ;;
+                               --positive-radius --replace --keep-partial --strict --json --quiet" ;;
             preview) options+=" --encoding --json --quiet" ;;
             info | station | locate) options+=" --json" ;;
             export | plot) options+=" --quiet" ;;

@@ -40,7 +40,12 @@ bool LineSource::open(std::string_view path) {
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     length_ = error ? 0 : static_cast<std::int64_t>(size);
     buffer_.resize(kBlock);
-    fill();
+    try {
+        fill();
+    } catch (const ReadFailure& failure) {
+        openError_ = failure.code();
+        return false;
+    }
     if (encoding_ == Encoding::Utf8 && ahead().starts_with(kByteOrderMark)) {
         skip(kByteOrderMark.size());
     }

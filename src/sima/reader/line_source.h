@@ -35,8 +35,7 @@ class LineSource {
                         std::size_t longestLine = std::numeric_limits<std::size_t>::max())
         : encoding_(encoding), longestLine_(longestLine) {}
 
-    // False if the path is no file that can be opened; a folder is none. Raises ReadFailure if its first bytes cannot
-    // be read.
+    // False if the path is no file that can be opened, or its first bytes cannot be read; a folder is none.
     bool open(std::string_view path);
     std::error_code openError() const { return openError_; } // why open returned false
     void close() { file_.close(); }

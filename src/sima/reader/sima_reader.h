@@ -49,6 +49,8 @@ class SimaReader {
     std::int32_t lotCount() const;
     std::int32_t longitudinalPointCount() const;
     std::int32_t crossSectionCount() const;
+    // No point, lot, route or result.
+    bool nothingFound() const;
     bool allLongitudinalRoutesFound() const;
     bool allCrossSectionRoutesFound() const;
     host::MdDbObjectId alignmentIdOfRoute(std::int32_t number) const;

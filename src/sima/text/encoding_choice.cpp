@@ -106,6 +106,11 @@ void EncodingGuess::lookAtEuc(unsigned char byte) {
     eucKana_ += byte == 0xA4 || byte == 0xA5 ? 1U : 0U;
 }
 
+// A choice by the head comes first, so that nothing else is settled before the head is whole.
+bool EncodingGuess::needsMore() const {
+    return !decided_ && (!headSeen_ || utf8_ || euc_);
+}
+
 bool EncodingGuess::look(std::string_view bytes) {
     if (!headSeen_) {
         head_ += bytes.substr(0, kHead - head_.size());
@@ -115,7 +120,7 @@ bool EncodingGuess::look(std::string_view bytes) {
     }
     const bool between = continuations_ == 0 && eucBytes_ == 0 && escape_ == 0;
     if (between && isAscii(bytes) && bytes.find('\x1B') == std::string_view::npos) {
-        return !decided_ && (utf8_ || euc_); // nearly every piece of a file of numbers
+        return needsMore(); // nearly every piece of a file of numbers
     }
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
@@ -134,7 +139,7 @@ bool EncodingGuess::look(std::string_view bytes) {
         iso2022_ = iso2022_ || (escape_ == 2 && (c == '@' || c == 'B'));
         escape_ = c == 0x1B ? 1 : escape_ == 1 && c == '$' ? 2 : 0;
     }
-    return !decided_ && (utf8_ || euc_);
+    return needsMore();
 }
 
 EncodingChoice EncodingGuess::choice() const {

@@ -34,6 +34,7 @@ class EncodingGuess {
     EncodingChoice choice() const;
 
   private:
+    bool needsMore() const;
     void lookAtHead();
     void lookAtUtf8(unsigned char byte);
     void lookAtEuc(unsigned char byte);

@@ -392,11 +392,10 @@ bool Drawing::removeImport(MdDbObjectId import) {
     const std::uint64_t last = imports_[*found].lastId;
     const auto made = [&](std::uint64_t id) { return id >= first && id <= last; };
     imports_.erase(imports_.begin() + static_cast<std::ptrdiff_t>(*found));
-    removed_.push_back({import.asUint64(), import.asUint64()});
+    removed_.push_back({import.asUint64(), first, last});
     if (first > last) {
         return true;
     }
-    removed_.push_back({first, last});
     std::erase_if(alignments_, [&](const StoredAlignment& item) { return made(item.alignment.id.asUint64()); });
     ChunkedArray<EntityRecord, kRecordBlock> kept;
     std::size_t count = 0;

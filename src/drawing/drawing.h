@@ -119,6 +119,13 @@ struct Extent {
     friend bool operator==(const Extent&, const Extent&) = default;
 };
 
+// Objects of an import that is to go from the file.
+struct IdRange {
+    std::uint64_t import = 0;
+    std::uint64_t first = 0;
+    std::uint64_t last = 0;
+};
+
 class Drawing {
   public:
     // A state to come back to. Imports only append, so a mark is a few counts.
@@ -244,11 +251,6 @@ class Drawing {
         bool settings = true;
 
         friend bool operator==(const Unsaved&, const Unsaved&) = default;
-    };
-
-    struct IdRange {
-        std::uint64_t first = 0;
-        std::uint64_t last = 0;
     };
 
     MdDbObjectId nextId() { return MdDbObjectId(++lastId_); }

@@ -314,7 +314,7 @@ TEST_F(DrawingStoreTest, ALaterFormatIsTold) {
     saveSmall();
     sqlite3* database = nullptr;
     ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
-    sqlite3_exec(database, "UPDATE fenmark_drawing SET format = 2", nullptr, nullptr, nullptr);
+    sqlite3_exec(database, "UPDATE fenmark_drawing SET format = 3", nullptr, nullptr, nullptr);
     sqlite3_close(database);
     Drawing drawing;
     const StoreResult result = DrawingStore().open(path_, drawing);
@@ -382,7 +382,10 @@ TEST_F(DrawingStoreTest, AFeatureThatAGisAddedMeanwhileIsNotOverwritten) {
     const std::uint64_t next = drawing_.lastId() + 1;
     sqlite3* gis = nullptr;
     ASSERT_EQ(sqlite3_open(path_.c_str(), &gis), SQLITE_OK);
-    const std::string add = "DROP TRIGGER rtree_points_geom_insert; INSERT INTO points SELECT " + std::to_string(next) +
+    const std::string add = "DROP TRIGGER rtree_points_geom_insert; INSERT INTO points (fid, geom, layer, data_table, "
+                            "\"No\", \"Name\", \"Type\","
+                            " \"FileName\") SELECT " +
+                            std::to_string(next) +
                             ", geom, layer, data_table, 99, \"Name\", \"Type\", \"FileName\" FROM points LIMIT 1";
     ASSERT_EQ(sqlite3_exec(gis, add.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(gis);

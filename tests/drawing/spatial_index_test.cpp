@@ -59,7 +59,9 @@ TEST_F(SpatialIndexTest, ANewDrawingHasAnEmptyOneForEachLayer) {
                        " WHERE extension_name = 'gpkg_rtree_index'")
                   .size(),
               std::size(kIndexedLayers));
-    EXPECT_EQ(OtherProgram(path_).one("SELECT count(*) FROM sqlite_master WHERE type = 'trigger'"), "24");
+    EXPECT_EQ(
+        OtherProgram(path_).one("SELECT count(*) FROM sqlite_master WHERE type = 'trigger' AND name LIKE 'rtree%'"),
+        "24");
 }
 
 TEST_F(SpatialIndexTest, EveryKindOfObjectIsInItAndThoseWithoutAPlaceAreNot) {
@@ -193,8 +195,7 @@ TEST_F(SpatialIndexTest, TheTriggersStandAfterASaveAsBeforeIt) {
     addSmallImport(drawing_, 1);
     save();
     EXPECT_EQ(OtherProgram(path_).ask(all), before) << "also those that another program made";
-    EXPECT_EQ(OtherProgram(path_).one("SELECT count(*) FROM seen"), "5")
-        << "and what is not of the index does not rest";
+    EXPECT_EQ(OtherProgram(path_).one("SELECT count(*) FROM seen"), "0") << "what a file brings is never run";
 }
 
 TEST_F(SpatialIndexTest, ALayerWithoutOneStaysWithout) {

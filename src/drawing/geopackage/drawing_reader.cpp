@@ -79,6 +79,11 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
     head.lastId = static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(1), 0));
     head.currentLayer = static_cast<std::uint64_t>(row.integer(2));
     head.zone = static_cast<int>(std::clamp<std::int64_t>(row.integer(3), 0, kZoneCount));
+    head.format = static_cast<int>(row.integer(0));
+    if (head.format >= sql::kFormat) {
+        Statement stamp(connection, sql::kReadStamp);
+        head.stamp = stamp.step() ? stamp.text(0) : std::string_view();
+    }
     return head;
 }
 
@@ -89,7 +94,10 @@ std::uint64_t DrawingReader::readHighestId(Connection& connection) {
 
 Drawing DrawingReader::read(Load load) {
     head_ = readHead(connection_);
+    shape_.emplace(connection_);
+    notes_ = shape_->notes();
     readNamed();
+    readImports();
     readAlignments();
     if (load == Load::Everything) {
         readEntities();
@@ -99,6 +107,7 @@ Drawing DrawingReader::read(Load load) {
         if (extent.step() && !extent.isNull(0)) {
             drawing_.extent_.add({extent.real(0), extent.real(1), extent.real(2), extent.real(3)});
         }
+        readTakenIdentifiers();
     }
     finish();
     return std::move(drawing_);
@@ -115,8 +124,53 @@ void DrawingReader::readNamed() {
     drawing_.currentLayer_ = drawing_.findLayer(MdDbObjectId(head_.currentLayer)).value_or(0);
 }
 
+void DrawingReader::readImports() {
+    if (!shape_->hasColumn("fenmark_imports", "last_id")) {
+        return; // of the first format
+    }
+    const std::string query = "SELECT " +
+                              shape_->list("fenmark_imports", {"id", "FileName", "path", "size", "digest", "time",
+                                                               "points", "lots", "routes", "alignments", "longitudinal",
+                                                               "cross_sections", "errors", "first_id", "last_id"}) +
+                              " FROM fenmark_imports ORDER BY id";
+    Statement rows(connection_, query.c_str());
+    while (rows.step()) {
+        Import import;
+        import.id = MdDbObjectId(static_cast<std::uint64_t>(rows.integer(0)));
+        import.fileName = rows.text(1);
+        import.path = rows.text(2);
+        import.fileSize = static_cast<std::uint64_t>(rows.integer(3));
+        import.digest = rows.text(4);
+        import.time = rows.text(5);
+        ImportCounts& counts = import.counts;
+        int column = 6;
+        for (std::int64_t* count : {&counts.points, &counts.lots, &counts.routes, &counts.alignments,
+                                    &counts.longitudinal, &counts.crossSections, &counts.errors}) {
+            *count = rows.integer(column++);
+        }
+        import.firstId = static_cast<std::uint64_t>(rows.integer(column++));
+        import.lastId = static_cast<std::uint64_t>(rows.integer(column));
+        drawing_.imports_.push_back(std::move(import));
+    }
+}
+
+// Counts what is left out, by reason.
+void DrawingReader::leaveOut(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid) {
+    for (StoreNote& note : notes_) {
+        if (note.code == code && note.table == table && note.name == name) {
+            ++note.count;
+            return;
+        }
+    }
+    notes_.push_back({code, table, name, 1, fid});
+}
+
 void DrawingReader::readAlignments() {
-    Statement rows(connection_, sql::kReadAlignments);
+    const std::string query = "SELECT " +
+                              shape_->list("alignments", {"fid", "site_id", "name", "description", "layer",
+                                                          "start_station", "first_style", "second_style"}) +
+                              ", geom NOT NULL FROM alignments ORDER BY fid";
+    Statement rows(connection_, query.c_str());
     std::vector<PlanPoint> line;
     while (rows.step()) {
         Drawing::StoredAlignment stored;
@@ -141,6 +195,10 @@ void DrawingReader::readAlignments() {
                 drawing_.extent_.add(point.x, point.y);
             }
         }
+        if (alignment.elements.empty() && rows.integer(8) != 0) {
+            leaveOut(StoreNoteCode::AlignmentElementless, "alignments", {}, id);
+            continue;
+        }
         drawing_.alignments_.push_back(std::move(stored));
     }
 }
@@ -157,19 +215,28 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
     return drawing_.layers_.size() - 1;
 }
 
-void DrawingReader::addEntity(Statement& row, bool isPolyline) {
-    const std::int64_t id = row.integer(0);
-    const char* const what = isPolyline ? "polyline" : "point";
-    if (id <= 0) {
-        damaged(what, id);
+void DrawingReader::addEntity(Statement& row, bool isPolyline, std::uint64_t id) {
+    const std::int64_t fid = row.integer(0);
+    const char* const table = isPolyline ? "polylines" : "points";
+    if (fid <= 0) {
+        damaged(isPolyline ? "polyline" : "point", fid);
     }
     if (row.isNull(1)) {
         if (!isPolyline) {
-            return; // a feature that a GIS made and that has no place yet
+            return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);
         }
-        vertices_.clear();
-    } else if (!readBlob(row.blob(1), vertices_) || (!isPolyline && vertices_.size() != 1)) {
-        damaged(what, id);
+        vertices_.clear(); // a polyline without vertices
+    } else {
+        const BlobRead read = readBlob(row.blob(1), vertices_);
+        if (read.kind == BlobKind::Malformed) {
+            damaged(isPolyline ? "polyline" : "point", fid);
+        }
+        if (read.kind == BlobKind::Empty) {
+            return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);
+        }
+        if (read.kind != (isPolyline ? BlobKind::Line : BlobKind::Point)) {
+            return leaveOut(StoreNoteCode::OtherGeometry, table, nameOfGeometry(read.type), fid);
+        }
     }
     EntityKind kind = EntityKind::Point;
     bool closed = false;
@@ -181,39 +248,126 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline) {
         }
         kind = row.isNull(10) || row.integer(10) != 0 ? EntityKind::Polyline : EntityKind::Polyline2d;
     }
-    drawing_.lastId_ = static_cast<std::uint64_t>(id) - 1;
+    drawing_.lastId_ = id - 1;
     drawing_.addEntity(vertices_, layerNamed(row.text(2)), kind, closed);
     if (!row.isNull(3)) {
         const std::string_view name = row.text(3);
-        std::optional<std::size_t> table = drawing_.findTable(name);
-        if (!table) {
+        std::optional<std::size_t> found = drawing_.findTable(name);
+        if (!found) {
             drawing_.tables_.push_back({MdDbObjectId(), std::string(name)});
-            table = drawing_.tables_.size() - 1;
+            found = drawing_.tables_.size() - 1;
         }
-        drawing_.setRow(drawing_.entities_ - 1, *table, static_cast<std::int32_t>(row.integer(4)), row.text(5),
+        drawing_.setRow(drawing_.entities_ - 1, *found, static_cast<std::int32_t>(row.integer(4)), row.text(5),
                         row.text(6), row.text(7));
     }
 }
 
-// Two tables in one order, that of creation.
+std::string DrawingReader::entityQuery(bool isPolyline, bool one) const {
+    const char* const table = isPolyline ? "polylines" : "points";
+    std::vector<std::string_view> columns = {"fid", "geom", "layer", "data_table", "No", "Name", "Type", "FileName"};
+    if (isPolyline) {
+        columns.insert(columns.end(), {"closed", "vertices", "lightweight"});
+    }
+    columns.emplace_back("import_id");
+    return "SELECT " + shape_->list(table, columns) + " FROM " + table + (one ? " WHERE fid = ?1" : " ORDER BY fid");
+}
+
+// True for the identifier of something that is neither a point nor a polyline. Asked in rising order.
+bool DrawingReader::isTaken(std::uint64_t id) {
+    return std::binary_search(otherIds_.begin(), otherIds_.end(), id);
+}
+
+// Two tables in one order, that of creation. Other programs number the rows of each table by itself, and may give a new
+// feature the identifier of another object: it comes last, under one of its own.
 void DrawingReader::readEntities() {
-    Statement points(connection_, sql::kReadPoints);
-    Statement polylines(connection_, sql::kReadPolylines);
+    for (const auto& layer : drawing_.layers_) {
+        otherIds_.push_back(layer.id.asUint64());
+    }
+    for (const auto& site : drawing_.sites_) {
+        otherIds_.push_back(site.id.asUint64());
+    }
+    for (const auto& table : drawing_.tables_) {
+        otherIds_.push_back(table.id.asUint64());
+    }
+    for (const auto& import : drawing_.imports_) {
+        otherIds_.push_back(import.id.asUint64());
+    }
+    for (const auto& stored : drawing_.alignments_) {
+        otherIds_.push_back(stored.alignment.id.asUint64());
+    }
+    std::sort(otherIds_.begin(), otherIds_.end());
+    constexpr int kPointImport = 8;
+    constexpr int kPolylineImport = 11;
+    Statement points(connection_, entityQuery(false, false).c_str());
+    Statement polylines(connection_, entityQuery(true, false).c_str());
     bool morePoints = points.step();
     bool morePolylines = polylines.step();
-    while (morePoints || morePolylines) {
-        if (morePoints && (!morePolylines || points.integer(0) <= polylines.integer(0))) {
-            addEntity(points, false);
-            morePoints = points.step();
+    const auto take = [&](Statement& rows, bool isPolyline) {
+        const std::int64_t fid = rows.integer(0);
+        if (isTaken(static_cast<std::uint64_t>(fid))) {
+            deferEntity(isPolyline, fid);
         } else {
-            addEntity(polylines, true);
-            morePolylines = polylines.step();
+            addEntity(rows, isPolyline, static_cast<std::uint64_t>(fid));
         }
+        return rows.step();
+    };
+    while (morePoints || morePolylines) {
+        if (morePoints && morePolylines && points.integer(0) == polylines.integer(0)) {
+            // Ours is the one that an import made.
+            if (points.isNull(kPointImport) && !polylines.isNull(kPolylineImport)) {
+                deferEntity(false, points.integer(0));
+                morePoints = points.step();
+            } else {
+                deferEntity(true, polylines.integer(0));
+                morePolylines = polylines.step();
+            }
+        } else if (morePoints && (!morePolylines || points.integer(0) < polylines.integer(0))) {
+            morePoints = take(points, false);
+        } else {
+            morePolylines = take(polylines, true);
+        }
+    }
+}
+
+// Without reading them all: those that were added since the last save. In the first format nothing was known of that.
+void DrawingReader::readTakenIdentifiers() {
+    const auto from = static_cast<std::int64_t>(head_.format < sql::kFormat ? 0 : head_.lastId);
+    for (const bool isPolyline : {false, true}) {
+        Statement rows(connection_, isPolyline ? sql::kReadTakenPolylines : sql::kReadTakenPoints);
+        rows.bind(1, from);
+        while (rows.step()) {
+            deferEntity(isPolyline, rows.integer(0));
+        }
+    }
+}
+
+void DrawingReader::deferEntity(bool isPolyline, std::int64_t fid) {
+    const char* const table = isPolyline ? "polylines" : "points";
+    leaveOut(StoreNoteCode::TakenIdentifier, table, {}, fid);
+    newIdentifiers_.push_back({table, fid, 0});
+}
+
+void DrawingReader::addDeferred() {
+    for (NewIdentifier& item : newIdentifiers_) {
+        const std::uint64_t id = drawing_.lastId_ + 1;
+        item.to = static_cast<std::int64_t>(id);
+        if (drawing_.entitiesLoaded_) {
+            const bool isPolyline = item.table == "polylines";
+            Statement row(connection_, entityQuery(isPolyline, true).c_str());
+            if (row.bind(1, item.from).step()) {
+                addEntity(row, isPolyline, id);
+            }
+        }
+        drawing_.lastId_ = id;
     }
 }
 
 void DrawingReader::finish() {
     drawing_.lastId_ = std::max(head_.lastId, readHighestId(connection_));
+    for (const Import& import : drawing_.imports_) {
+        drawing_.lastId_ = std::max(drawing_.lastId_, import.id.asUint64());
+    }
+    addDeferred();
     drawing_.unsaved_ = {drawing_.lastId_, drawing_.lastId_, false};
     for (Layer& layer : drawing_.layers_) {
         if (layer.id.isNull()) {

@@ -1,9 +1,14 @@
 // Reads a drawing out of an open GeoPackage.
 #pragma once
 
+#include "drawing/geopackage/drawing_shape.h"
+#include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace fenmark::drawing {
 
@@ -11,6 +16,15 @@ struct DrawingHead {
     std::uint64_t lastId = 0;
     std::uint64_t currentLayer = 0;
     int zone = 0;
+    int format = 0;
+    std::string stamp; // another after every save; empty in the first format
+};
+
+// A feature that another program added under the identifier of another object, and the one that it gets.
+struct NewIdentifier {
+    std::string table;
+    std::int64_t from = 0;
+    std::int64_t to = 0;
 };
 
 // Everything here throws a StoreFailure if the file is not a drawing of ours, or broken.
@@ -22,21 +36,34 @@ class DrawingReader {
 
     explicit DrawingReader(Connection& connection) : connection_(connection) {}
     Drawing read(Load load);
-    std::uint64_t lastId() const { return head_.lastId; } // as the file tells it
+    const DrawingHead& head() const { return head_; } // as the file tells it
+    const std::vector<StoreNote>& notes() const { return notes_; }
+    const std::vector<NewIdentifier>& newIdentifiers() const { return newIdentifiers_; }
 
   private:
     struct EntityRow;
 
     void readNamed();
+    void readImports();
     void readAlignments();
+    std::string entityQuery(bool isPolyline, bool one) const;
     void readEntities();
-    void addEntity(Statement& row, bool isPolyline);
+    void readTakenIdentifiers();
+    bool isTaken(std::uint64_t id);
+    void deferEntity(bool isPolyline, std::int64_t fid);
+    void addDeferred();
+    void addEntity(Statement& row, bool isPolyline, std::uint64_t id);
+    void leaveOut(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid);
     std::size_t layerNamed(std::string_view name);
     void finish();
 
     Connection& connection_;
     DrawingHead head_;
+    std::optional<DrawingShape> shape_;
     Drawing drawing_;
+    std::vector<std::uint64_t> otherIds_; // of all but points and polylines, in rising order
+    std::vector<StoreNote> notes_;
+    std::vector<NewIdentifier> newIdentifiers_;
     std::vector<MdGePoint3d> vertices_;
 };
 

@@ -9,6 +9,7 @@
 #include "platform/files.h"
 
 #include <new>
+#include <random>
 
 namespace fenmark::drawing {
 
@@ -61,6 +62,12 @@ StoreResult failed(StoreError error, const std::string& path, const std::string&
     return {error, storeMessage(error, path, detail)};
 }
 
+// Two saves never bear the same one.
+std::string newStamp() {
+    std::random_device random;
+    return std::to_string(random()) + "-" + std::to_string(random());
+}
+
 void throwIf(const std::error_code& error) {
     if (error) {
         const StoreError meaning = platform::isDiskFull(error) ? StoreError::DiskFull
@@ -98,6 +105,9 @@ void restoreAfterCrash(const std::string& path) {
 
 } // namespace
 
+DrawingStore::DrawingStore() = default;
+DrawingStore::~DrawingStore() = default;
+
 StoreResult DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
     const platform::PathState state = platform::lookUp(path);
     if (state.kind != platform::PathKind::Missing) {
@@ -126,7 +136,10 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             Connection connection(path, alone ? Connection::Mode::ReadAlone : Connection::Mode::Read);
             DrawingReader reader(connection);
             drawing = reader.read(load);
-            savedId_ = reader.lastId();
+            savedId_ = reader.head().lastId;
+            stamp_ = reader.head().stamp;
+            notes_ = reader.notes();
+            newIdentifiers_ = reader.newIdentifiers();
             highestId_ = drawing.lastId();
         } catch (StoreFailure& failure) {
             if (failure.error == StoreError::NotWritable) {
@@ -169,22 +182,29 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
     if (const PathCheck check = checkReplaceable(path); !check) {
         return failed(check.error, path, check.detail);
     }
+    const std::string stamp = newStamp();
     const StoreResult result = guarded(path, [&] {
         platform::TemporaryFile file;
         throwIf(file.make(path));
         {
             Connection connection(file.path(), Connection::Mode::Create);
-            connection.execute(sql::kPrepareNewFile);
+            {
+                const ShadowTablesOpen open(connection); // else a journal cannot be done without
+                connection.execute(sql::kPrepareNewFile);
+            }
             connection.execute("BEGIN");
             connection.execute(sql::kSchema);
-            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write();
+            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write({}, stamp);
             connection.execute("COMMIT");
         }
         throwIf(file.complete());
         if (!mustBeNew) {
-            HeldDrawing held(file.target()); // nobody appends to the file that goes
+            const HeldDrawing held(file.target()); // nobody appends to the file that goes
             throwIf(file.putInPlace());
             return;
+        }
+        if (platform::lookUp(file.target()).kind == platform::PathKind::Missing) {
+            const HeldDrawing none(file.target()); // removes a journal that was left alone
         }
         const std::error_code error = file.putInPlace(platform::AtTarget::Refuse);
         if (error == std::errc::file_exists) {
@@ -195,6 +215,9 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
     if (result) {
         path_ = path;
         begun_ = false;
+        stamp_ = stamp;
+        notes_.clear();
+        newIdentifiers_.clear();
         savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }
@@ -211,17 +234,19 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
     if (const PathCheck check = checkWritable(path); !check) {
         return failed(check.error, path, check.detail);
     }
+    const std::string stamp = newStamp();
     const StoreResult result = guarded(path, [&] {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");
         try {
             // Our rows would take the identifiers of features that a GIS added meanwhile.
-            if (connection.hasMoved() || DrawingReader::readHead(connection).lastId != savedId_ ||
+            const DrawingHead head = DrawingReader::readHead(connection);
+            if (connection.hasMoved() || head.stamp != stamp_ || head.lastId != savedId_ ||
                 DrawingReader::readHighestId(connection) > highestId_) {
                 throw StoreFailure{StoreError::ChangedOutside, {}};
             }
-            DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write();
+            DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write(newIdentifiers_, stamp);
             connection.execute("COMMIT");
         } catch (...) {
             sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr); // may have been rolled back already
@@ -233,6 +258,8 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         restoreAfterCrash(path);
     }
     if (result) {
+        stamp_ = stamp;
+        newIdentifiers_.clear();
         savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);
     }

@@ -14,6 +14,8 @@
 
 namespace fenmark::drawing {
 
+struct NewIdentifier;
+
 enum class StoreError {
     None,
     NotFound,    // no such file
@@ -46,6 +48,11 @@ enum class Load { Everything, WithoutEntities };
 
 class DrawingStore {
   public:
+    DrawingStore();
+    ~DrawingStore();
+    DrawingStore(const DrawingStore&) = delete;
+    DrawingStore& operator=(const DrawingStore&) = delete;
+
     // Replaces the drawing by the one in the file. On failure the drawing is left as it was.
     StoreResult open(const std::string& path, Drawing& drawing, Load load = Load::Everything);
     // The same, but where certainly nothing is there the drawing stays as it is (a new one), and its first save to this
@@ -71,8 +78,10 @@ class DrawingStore {
     std::string path_;
     bool begun_ = false; // nothing was at the path when it was looked up
     std::vector<StoreNote> notes_;
-    std::uint64_t savedId_ = 0;   // last identifier that the file tells
-    std::uint64_t highestId_ = 0; // of what the file held when it was last read or written
+    std::vector<NewIdentifier> newIdentifiers_; // to be written by the next save
+    std::string stamp_;                         // of the file's last save
+    std::uint64_t savedId_ = 0;                 // last identifier that the file tells
+    std::uint64_t highestId_ = 0;               // of what the file held when it was last read or written
 };
 
 // The message that stands for an error code, for a file.

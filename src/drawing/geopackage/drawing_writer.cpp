@@ -1,10 +1,11 @@
 // Writes a drawing into an open GeoPackage.
 #include "drawing/geopackage/drawing_writer.h"
 
-#include "drawing/geopackage/drawing_reader.h"
+#include "drawing/geopackage/default_styles.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/schema.h"
 
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <vector>
@@ -33,6 +34,22 @@ void withSrs(sqlite3_context* context, int, sqlite3_value** arguments) {
     sqlite3_result_blob(context, copy.data(), size, SQLITE_TRANSIENT);
 }
 
+// ring_area(blob) in SQL, of a line that ends where it begins.
+void areaOf(sqlite3_context* context, int, sqlite3_value** arguments) {
+    const auto* bytes = static_cast<const std::byte*>(sqlite3_value_blob(arguments[0]));
+    std::vector<MdGePoint3d> vertices;
+    if (bytes != nullptr &&
+        readBlob({bytes, static_cast<std::size_t>(sqlite3_value_bytes(arguments[0]))}, vertices).kind ==
+            BlobKind::Line) {
+        const double area = ringArea(vertices);
+        if (std::isfinite(area)) {
+            sqlite3_result_double(context, area);
+            return;
+        }
+    }
+    sqlite3_result_null(context);
+}
+
 } // namespace
 
 DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, From from, const WriteProgress& progress)
@@ -47,29 +64,153 @@ DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, Fro
 
 bool DrawingWriter::hasChanges(const Drawing& drawing) {
     const Drawing::Unsaved& unsaved = drawing.unsaved_;
-    return unsaved.settings || unsaved.entities < drawing.lastId_ || unsaved.others < drawing.lastId_;
+    return unsaved.settings || !drawing.removed_.empty() || unsaved.entities < drawing.lastId_ ||
+           unsaved.others < drawing.lastId_;
 }
 
 void DrawingWriter::markSaved(Drawing& drawing) {
     drawing.unsaved_ = {drawing.lastId_, drawing.lastId_, false};
+    drawing.removed_.clear();
 }
 
-void DrawingWriter::write() {
+void DrawingWriter::write(std::span<const NewIdentifier> newIdentifiers, const std::string& stamp) {
     countComing();
+    if (!fromNothing_) {
+        shape_.emplace(connection_);
+        shape_->requireWritable();
+    }
+    bringToFormat();
+    moveIdentifiers(newIdentifiers);
     beginIndexes();
     if (!fromNothing_) {
+        removeImports();
         removeStale();
     }
     writeZone();
     writeNamed();
+    writeImports();
     if (alignmentsComing_ > 0) {
         writeAlignments();
     }
     alignmentIndex_.finish();
     writeEntities(EntityLayer::Points, "points", sql::kInsertPoints);
     writeEntities(EntityLayer::Polylines, "polylines", sql::kInsertPolylines);
-    writeEntities(EntityLayer::Lots, "lots", sql::kInsertLots);
-    writeDrawing();
+    if (hasLots()) {
+        writeEntities(EntityLayer::Lots, "lots", sql::kInsertLots);
+    }
+    writeDrawing(stamp);
+}
+
+// A drawing without areas is one in which somebody removed them.
+bool DrawingWriter::hasLots() const {
+    return fromNothing_ || shape_->hasTable("lots");
+}
+
+void DrawingWriter::define(const char* function, int arguments, void (*body)(sqlite3_context*, int, sqlite3_value**)) {
+    const int code = sqlite3_create_function(connection_.get(), function, arguments,
+                                             SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, body,
+                                             nullptr, nullptr);
+    if (code != SQLITE_OK) {
+        connection_.fail(code);
+    }
+}
+
+// What an earlier version of this program did not write, or another program removed.
+void DrawingWriter::bringToFormat() {
+    const bool hasImports = !fromNothing_ && shape_->hasColumn("fenmark_imports", "last_id");
+    if (!hasImports) {
+        connection_.execute(sql::kCreateImports);
+    }
+    if (fromNothing_) {
+        connection_.execute(sql::kBeginSequences);
+    } else {
+        bool measured = true;
+        for (const sql::LaterColumn& later : sql::kLaterColumns) {
+            if (shape_->hasTable(later.table) && !shape_->hasColumn(later.table, later.column)) {
+                connection_.execute(later.add);
+                measured = measured && std::string_view(later.column) != "area";
+            }
+        }
+        if (!measured) {
+            SpatialIndex& index = entityIndexes_[static_cast<std::size_t>(EntityLayer::Lots)];
+            index.removeAll(sql::kReadLotsWithoutLine);
+            connection_.execute(sql::kDropLotsWithoutLine);
+            define("ring_area", 1, areaOf);
+            connection_.execute(sql::kMeasureLots);
+        }
+    }
+    makeFollowTriggers();
+    writeDefaultStyles(connection_, fromNothing_ ? nullptr : &*shape_);
+}
+
+// A trigger that stands there under such a name is let alone, whatever it does.
+void DrawingWriter::makeFollowTriggers() {
+    for (const sql::FollowTrigger& trigger : sql::kFollowTriggers) {
+        if (!fromNothing_) {
+            Statement there(connection_, sql::kHasSchemaItem);
+            there.bind(1, std::string_view(trigger.name));
+            if (!shape_->hasTable(trigger.needs) || (there.step() && there.integer(0) > 0)) {
+                continue;
+            }
+        }
+        connection_.execute(trigger.create);
+    }
+}
+
+void DrawingWriter::moveIdentifiers(std::span<const NewIdentifier> newIdentifiers) {
+    for (const NewIdentifier& item : newIdentifiers) {
+        const bool isPoint = item.table == "points";
+        const sql::MoveFeature& move = sql::kMoveFeatures[isPoint ? 0 : 1];
+        Statement(connection_, move.sql).bind(1, item.from).bind(2, item.to).run();
+        entityIndexes_[static_cast<std::size_t>(isPoint ? EntityLayer::Points : EntityLayer::Polylines)].move(item.from,
+                                                                                                              item.to);
+    }
+}
+
+void DrawingWriter::removeImports() {
+    for (const IdRange& range : drawing_.removed_) {
+        const auto remove = [&](const char* text) {
+            Statement(connection_, text)
+                .bind(1, static_cast<std::int64_t>(range.first))
+                .bind(2, static_cast<std::int64_t>(range.last))
+                .bind(3, static_cast<std::int64_t>(range.import))
+                .run();
+        };
+        remove(sql::kRemoveElements);
+        for (const char* text : sql::kRemoveFeatures) {
+            remove(text);
+        }
+        if (hasLots()) {
+            remove(sql::kRemoveLots);
+        }
+        Statement(connection_, sql::kRemoveImport).bind(1, static_cast<std::int64_t>(range.import)).run();
+    }
+}
+
+void DrawingWriter::writeImports() {
+    Statement insert(connection_, sql::kInsertImport);
+    for (const Import& import : drawing_.imports_) {
+        if (import.id.asUint64() <= othersFrom_) {
+            continue;
+        }
+        const ImportCounts& counts = import.counts;
+        insert.bind(1, number(import.id))
+            .bind(2, std::string_view(import.fileName))
+            .bind(3, std::string_view(import.path))
+            .bind(4, static_cast<std::int64_t>(import.fileSize))
+            .bind(5, std::string_view(import.digest))
+            .bind(6, std::string_view(import.time))
+            .bind(7, counts.points)
+            .bind(8, counts.lots)
+            .bind(9, counts.routes)
+            .bind(10, counts.alignments)
+            .bind(11, counts.longitudinal)
+            .bind(12, counts.crossSections)
+            .bind(13, counts.errors)
+            .bind(14, static_cast<std::int64_t>(import.firstId))
+            .bind(15, static_cast<std::int64_t>(import.lastId))
+            .run();
+    }
 }
 
 // Entities stand in the order of their identifiers.
@@ -98,17 +239,20 @@ void DrawingWriter::countComing() {
 }
 
 void DrawingWriter::beginIndexes() {
-    const bool everyRow = zoneBefore_ != drawing_.zone();
     const auto begin = [&](SpatialIndex& index, std::uint64_t keptTo, std::uint64_t coming) {
         if (fromNothing_) {
             index.beginNew(coming);
         } else {
-            index.beginChange(keptTo, coming, everyRow);
+            index.beginChange(keptTo, coming, drawing_.removed_);
         }
     };
     for (std::size_t layer = 0; layer < kEntityLayers; ++layer) {
+        if (layer == static_cast<std::size_t>(EntityLayer::Lots) && !hasLots()) {
+            continue;
+        }
         begin(entityIndexes_[layer], entitiesFrom_, entitiesComing_[layer]);
         counter_.expect(entitiesComing_[layer]);
+        connection_.expectRows(entitiesComing_[layer]);
     }
     begin(alignmentIndex_, othersFrom_, alignmentsComing_);
 }
@@ -118,11 +262,14 @@ void DrawingWriter::removeStale() {
     const auto remove = [&](const char* text, std::uint64_t from) {
         Statement(connection_, text).bind(1, static_cast<std::int64_t>(from)).run();
     };
-    for (const char* text : {sql::kDeletePoints, sql::kDeletePolylines, sql::kDeleteLots}) {
+    for (const char* text : {sql::kDeletePoints, sql::kDeletePolylines}) {
         remove(text, entitiesFrom_);
     }
-    for (const char* text :
-         {sql::kDeleteAlignments, sql::kDeleteElements, sql::kDeleteLayers, sql::kDeleteSites, sql::kDeleteTables}) {
+    if (hasLots()) {
+        remove(sql::kDeleteLots, entitiesFrom_);
+    }
+    for (const char* text : {sql::kDeleteAlignments, sql::kDeleteElements, sql::kDeleteLayers, sql::kDeleteSites,
+                             sql::kDeleteTables, sql::kDeleteImports}) {
         remove(text, othersFrom_);
     }
 }
@@ -144,13 +291,11 @@ void DrawingWriter::writeZone() {
     if (fromNothing_) {
         return;
     }
-    const int code = sqlite3_create_function(connection_.get(), "with_srs", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
-                                             nullptr, withSrs, nullptr, nullptr);
-    if (code != SQLITE_OK) {
-        connection_.fail(code);
-    }
-    for (const char* text : sql::kSetBlobSrs) {
-        Statement(connection_, text).bind(1, srs).run();
+    define("with_srs", 2, withSrs);
+    for (const sql::SetBlobSrs& layer : sql::kSetBlobSrs) {
+        if (shape_->hasTable(layer.table)) {
+            Statement(connection_, layer.sql).bind(1, srs).run();
+        }
     }
 }
 
@@ -204,6 +349,7 @@ void DrawingWriter::writeAlignments() {
             .bind(9, alignment.length())
             .bind(10, std::string_view(alignment.firstStyle))
             .bind(11, std::string_view(alignment.secondStyle))
+            .bind(12, number(drawing_.importOf(alignment.id)), Zero::IsNull)
             .run();
         std::int64_t place = 0;
         for (const Element& element : alignment.elements) {
@@ -238,7 +384,7 @@ void DrawingWriter::writeAlignments() {
 void DrawingWriter::writeEntities(EntityLayer layer, const char* table, const char* insert) {
     const auto place = static_cast<std::size_t>(layer);
     SpatialIndex& index = entityIndexes_[place];
-    if (entitiesComing_[place] > 0) { // no insert is prepared on a table whose triggers do not rest
+    if (entitiesComing_[place] > 0) {
         EntityRows rows(drawing_, firstEntity(), layer, srsId_, index, counter_);
         insertRows(connection_, insert, sql::kEntityColumns, rows);
         growContents(table, rows.extent());
@@ -259,13 +405,19 @@ void DrawingWriter::growContents(const char* table, const Extent& extent) {
         .run();
 }
 
-void DrawingWriter::writeDrawing() {
+void DrawingWriter::writeDrawing(const std::string& stamp) {
     Statement statement(connection_, sql::kWriteDrawing);
     statement.bind(1, std::int64_t{sql::kFormat})
         .bind(2, static_cast<std::int64_t>(drawing_.lastId()))
         .bind(3, number(drawing_.layers()[drawing_.currentLayer()].id))
         .bind(4, std::int64_t{drawing_.zone()})
+        .bind(5, std::string_view(stamp))
         .run();
+    // The tables of an earlier version have no sequences.
+    Statement sequences(connection_, sql::kHasSchemaItem);
+    if (sequences.bind(1, std::string_view("sqlite_sequence")).step() && sequences.integer(0) > 0) {
+        Statement(connection_, sql::kWriteSequences).bind(1, static_cast<std::int64_t>(drawing_.lastId())).run();
+    }
 }
 
 } // namespace fenmark::drawing

@@ -6,9 +6,24 @@ namespace fenmark::drawing {
 namespace {
 
 constexpr std::size_t kLeastRing = 3; // vertices of an area
+constexpr std::string_view kLotType = "画地";
 
 // In the order of sql::kEntityColumns.
-enum Column { kFid, kGeometry, kLayer, kClosed, kVertices, kLightweight, kTable, kNo, kName, kType, kFileName };
+enum Column {
+    kFid,
+    kGeometry,
+    kLayer,
+    kClosed,
+    kVertices,
+    kLightweight,
+    kTable,
+    kNo,
+    kName,
+    kType,
+    kFileName,
+    kArea,
+    kImport
+};
 
 } // namespace
 
@@ -20,7 +35,8 @@ bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer) {
         return true;
     }
     const EntityView view = drawing.entity(entity);
-    return view.closed && view.vertices.size() >= kLeastRing;
+    const bool isLot = view.closed || (view.row && view.row->type == kLotType);
+    return isLot && view.vertices.size() >= kLeastRing;
 }
 
 EntityRows::EntityRows(const Drawing& drawing, std::size_t first, EntityLayer layer, std::int32_t srsId,
@@ -35,6 +51,10 @@ bool EntityRows::next() {
         return false;
     }
     entity_ = drawing_.entity(next_++);
+    const auto& imports = drawing_.imports();
+    while (import_ < imports.size() && imports[import_].lastId < entity_.id.asUint64()) {
+        ++import_;
+    }
     Extent extent;
     for (const MdGePoint3d& vertex : entity_.vertices) {
         extent.add(vertex.x, vertex.y);
@@ -71,6 +91,13 @@ void EntityRows::column(int index, const ColumnSink& sink) {
         return sink.integer(static_cast<std::int64_t>(entity_.vertices.size()));
     case kLightweight:
         return sink.integer(entity_.kind == EntityKind::Polyline ? 1 : 0);
+    case kArea:
+        return sink.real(ringArea(entity_.vertices));
+    case kImport: {
+        const auto& imports = drawing_.imports();
+        const bool made = import_ < imports.size() && imports[import_].firstId <= entity_.id.asUint64();
+        return made ? sink.integer(static_cast<std::int64_t>(imports[import_].id.asUint64())) : sink.null();
+    }
     default:
         break;
     }

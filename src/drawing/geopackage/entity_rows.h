@@ -11,7 +11,8 @@ namespace fenmark::drawing {
 
 enum class EntityLayer { Points, Polylines, Lots };
 
-// True for an entity that has a row in the layer. A lot is a closed polyline that has an area.
+// True for an entity that has a row in the layer. Lots are the closed polylines that have an area,
+// and those of the file's lots that are not closed.
 bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer);
 
 // Rows of the columns sql::kEntityColumns. Each row that is read goes into the index too.
@@ -30,6 +31,7 @@ class EntityRows : public RowSource {
 
     const Drawing& drawing_;
     std::size_t next_;
+    std::size_t import_ = 0; // the first that ends at the entity or behind it
     EntityLayer layer_;
     BlobWriter blob_;
     SpatialIndex& index_;

@@ -164,7 +164,7 @@ class BlobReader {
 
 } // namespace
 
-bool readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertices) {
+BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertices) {
     vertices.clear();
     BlobReader reader(blob);
     std::uint8_t magic1 = 0;
@@ -173,31 +173,31 @@ bool readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertice
     std::uint8_t flags = 0;
     if (!reader.read(magic1) || !reader.read(magic2) || !reader.read(version) || !reader.read(flags) || magic1 != 'G' ||
         magic2 != 'P') {
-        return false;
+        return {};
     }
     constexpr std::size_t kBoxSizes[] = {0, 32, 48, 48, 64};
     const unsigned box = (flags >> 1U) & 7U;
     std::uint8_t order = 0;
     std::uint32_t type = 0;
     if (box > 4 || !reader.skip(4 + kBoxSizes[box]) || !reader.read(order)) {
-        return false;
+        return {};
     }
     reader.setBigEndian(order == 0);
     if (!reader.read(type)) {
-        return false;
+        return {};
     }
     const std::uint32_t shape = type % 1000;
     const std::uint32_t dimensions = type / 1000; // 0 xy, 1 z, 2 m, 3 z and m
     if (dimensions > 3 || (shape != kPoint && shape != kLine)) {
-        return false;
+        return {BlobKind::Other, shape};
     }
     const std::size_t size = 16 + (dimensions == 0 ? 0U : dimensions == 3 ? 16U : 8U);
     std::uint32_t count = 1;
     if (shape == kLine && !reader.read(count)) {
-        return false;
+        return {};
     }
     if (reader.left() / size < count) {
-        return false;
+        return {};
     }
     vertices.reserve(count);
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -214,9 +214,31 @@ bool readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertice
         vertices.push_back(vertex);
     }
     if (shape == kPoint && std::isnan(vertices[0].x) && std::isnan(vertices[0].y)) {
-        vertices.clear(); // an empty point
+        vertices.clear();
     }
-    return true;
+    if (vertices.empty()) {
+        return {BlobKind::Empty, shape};
+    }
+    return {shape == kPoint ? BlobKind::Point : BlobKind::Line, shape};
+}
+
+std::string nameOfGeometry(std::uint32_t type) {
+    constexpr const char* kNames[] = {"GEOMETRY",       "POINT",           "LINESTRING",   "POLYGON",
+                                      "MULTIPOINT",     "MULTILINESTRING", "MULTIPOLYGON", "GEOMETRYCOLLECTION",
+                                      "CIRCULARSTRING", "COMPOUNDCURVE",   "CURVEPOLYGON", "MULTICURVE",
+                                      "MULTISURFACE"};
+    return type < std::size(kNames) ? kNames[type] : "geometry of type " + std::to_string(type);
+}
+
+double ringArea(std::span<const MdGePoint3d> ring) {
+    double twice = 0.0;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const MdGePoint3d& from = ring[i];
+        const MdGePoint3d& to = ring[i + 1 < ring.size() ? i + 1 : 0];
+        const MdGePoint3d& origin = ring[0];
+        twice += (from.x - origin.x) * (to.y - origin.y) - (to.x - origin.x) * (from.y - origin.y);
+    }
+    return std::fabs(twice) / 2.0;
 }
 
 } // namespace fenmark::drawing

@@ -7,8 +7,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace fenmark::drawing {
@@ -39,8 +39,27 @@ class BlobWriter {
     Bytes bytes_;
 };
 
-// The vertices of a point or a line string, in two or three dimensions; nothing if the blob is malformed or holds
-// something else. An empty geometry has no vertices.
-bool readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertices);
+enum class BlobKind {
+    Point,
+    Line,
+    Empty,    // a point or a line string without a place
+    Other,    // of another type: see nameOfGeometry
+    Malformed // no geometry at all
+};
+
+struct BlobRead {
+    BlobKind kind = BlobKind::Malformed;
+    std::uint32_t type = 0; // as well-known binary has it, without the dimensions
+};
+
+// The vertices of a point or a line string, in two or three dimensions; none of anything else.
+BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertices);
+
+// "MULTILINESTRING"
+std::string nameOfGeometry(std::uint32_t type);
+
+// Area within a ring, square metres, never negative; by the trapezium rule from the first vertex, so that large
+// coordinates cost no digits. A ring that crosses itself counts parts against each other.
+double ringArea(std::span<const MdGePoint3d> ring);
 
 } // namespace fenmark::drawing

@@ -1,11 +1,20 @@
 // Rows out of the program's memory as a table that SQL can select from: a virtual table over a row source.
 #include "drawing/geopackage/row_source.h"
 
+#include <cmath>
 #include <exception>
 #include <new>
 #include <string>
 
 namespace fenmark::drawing {
+
+void ColumnSink::real(double value) const {
+    if (std::isfinite(value)) {
+        sqlite3_result_double(context_, value);
+    } else {
+        sqlite3_result_null(context_);
+    }
+}
 
 void ColumnSink::text(std::string_view text) const {
     // A null pointer would give NULL, and an empty text is a text.

@@ -16,6 +16,7 @@ class ColumnSink {
     explicit ColumnSink(sqlite3_context* context) : context_(context) {}
 
     void integer(std::int64_t value) const { sqlite3_result_int64(context_, value); }
+    void real(double value) const; // NaN and the infinities become NULL
     void text(std::string_view text) const;
     void blob(std::span<const std::byte> blob) const; // an empty one becomes NULL
     void null() const { sqlite3_result_null(context_); }

@@ -68,17 +68,50 @@ void SpatialIndex::beginNew(std::uint64_t coming) {
     expect(coming);
 }
 
-void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool everyRow) {
+// A table that another program put in the place of the index is let alone.
+bool SpatialIndex::hasIndex() const {
+    Statement row(connection_, named(sql::kReadIndexStatement).c_str());
+    if (!row.step()) {
+        return false;
+    }
+    std::string text(row.text(0));
+    std::erase_if(text, [](char c) { return c == ' ' || c == '"' || c == '\n' || c == '\t' || c == '\r'; });
+    return text == named(sql::kIndexStatement);
+}
+
+void SpatialIndex::move(std::int64_t from, std::int64_t to) {
+    if (hasIndex()) {
+        Statement(connection_, named(sql::kMoveOne).c_str()).bind(1, from).bind(2, to).run();
+    }
+}
+
+void SpatialIndex::removeAll(const char* query) {
+    if (!hasIndex()) {
+        return;
+    }
+    std::vector<std::int64_t> ids;
+    Statement rows(connection_, query);
+    while (rows.step()) {
+        ids.push_back(rows.integer(0));
+    }
+    Statement remove(connection_, named(sql::kDeleteOne).c_str());
+    for (const std::int64_t id : ids) {
+        remove.bind(1, id).run();
+    }
+}
+
+void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, std::span<const IdRange> removed) {
     // A drawing of an earlier version, or one whose index was dropped in a GIS, stays without.
-    if (ask(sql::kHasIndex) == 0) {
+    if (!hasIndex()) {
         return;
     }
     keptTo_ = static_cast<std::int64_t>(keptTo);
-    const std::int64_t changed = countStale() + static_cast<std::int64_t>(coming);
-    if (changed == 0 && !everyRow) {
+    readRemoved(removed);
+    const std::int64_t changed =
+        countStale() + static_cast<std::int64_t>(removed_.size()) + static_cast<std::int64_t>(coming);
+    if (changed == 0) {
         return;
     }
-    restTriggers();
     const auto cells = (ask(sql::kNodeSize) - static_cast<std::int64_t>(kNodeHead)) / std::int64_t{kCellSize};
     way_ = changed * kInsertCost > ask(sql::kLastNode) * cells ? Way::Pack : Way::Insert;
     if (way_ == Way::Pack) {
@@ -86,8 +119,25 @@ void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, bool 
         readKept();
     } else {
         Statement(connection_, named(sql::kDeleteFromIndex).c_str()).bind(1, keptTo_).run();
+        Statement remove(connection_, named(sql::kDeleteOne).c_str());
+        for (const std::int64_t id : removed_) {
+            remove.bind(1, id).run();
+        }
     }
     expect(coming);
+}
+
+void SpatialIndex::readRemoved(std::span<const IdRange> removed) {
+    for (const IdRange& range : removed) {
+        Statement rows(connection_, named(sql::kReadRemoved).c_str());
+        rows.bind(1, static_cast<std::int64_t>(range.first))
+            .bind(2, static_cast<std::int64_t>(range.last))
+            .bind(3, static_cast<std::int64_t>(range.import));
+        while (rows.step()) {
+            removed_.push_back(rows.integer(0));
+        }
+    }
+    std::sort(removed_.begin(), removed_.end());
 }
 
 // Boxes to write, with those that are kept.
@@ -101,23 +151,11 @@ std::int64_t SpatialIndex::countStale() const {
     return row.bind(1, keptTo_).step() ? row.integer(0) : 0;
 }
 
-void SpatialIndex::restTriggers() {
-    { // a statement that still reads would keep the triggers from being dropped
-        Statement rows(connection_, named(sql::kReadIndexTriggers).c_str());
-        while (rows.step()) {
-            triggers_.push_back({std::string(rows.text(0)), std::string(rows.text(1))});
-        }
-    }
-    for (const Trigger& trigger : triggers_) {
-        connection_.execute(("DROP TRIGGER \"" + trigger.name + "\"").c_str());
-    }
-}
-
 // The module gives its boxes in the tree's order; leaves are written in that of the features.
 void SpatialIndex::readKept() {
     Statement rows(connection_, named(sql::kReadIndex).c_str());
     while (rows.step()) {
-        if (rows.integer(0) <= keptTo_) {
+        if (rows.integer(0) <= keptTo_ && !std::binary_search(removed_.begin(), removed_.end(), rows.integer(0))) {
             entries_.push_back({rows.integer(0),
                                 {static_cast<float>(rows.real(1)), static_cast<float>(rows.real(2)),
                                  static_cast<float>(rows.real(3)), static_cast<float>(rows.real(4))}});
@@ -148,6 +186,7 @@ void SpatialIndex::finish() {
             counter_.count();
         }
     } else {
+        const ShadowTablesOpen open(connection_);
         if (!isNew_) {
             execute(sql::kDropIndex);
         }
@@ -157,9 +196,6 @@ void SpatialIndex::finish() {
     if (isNew_) {
         execute(sql::kCreateIndexTriggers);
         execute(sql::kDeclareIndex);
-    }
-    for (const Trigger& trigger : triggers_) {
-        connection_.execute(trigger.sql.c_str());
     }
     entries_ = {};
 }

@@ -7,15 +7,17 @@ namespace fenmark::drawing::sql {
 
 // Not every build of SQLite has R-trees.
 inline constexpr const char* kHasModule = "SELECT count(*) FROM pragma_module_list WHERE name = 'rtree'";
-inline constexpr const char* kHasIndex =
-    "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = 'rtree_@_geom'";
+// As we make it, or the program that made it in our place, after blanks and quotation marks are gone.
+inline constexpr const char* kReadIndexStatement =
+    "SELECT sql FROM sqlite_master WHERE type = 'table' AND name = 'rtree_@_geom'";
+inline constexpr const char* kIndexStatement = "CREATEVIRTUALTABLErtree_@_geomUSINGrtree(id,minx,maxx,miny,maxy)";
 inline constexpr const char* kCreateIndex = "CREATE VIRTUAL TABLE rtree_@_geom USING rtree(id, minx, maxx, miny, maxy)";
 inline constexpr const char* kDropIndex = "DROP TABLE rtree_@_geom";
 inline constexpr const char* kDeclareIndex =
     "INSERT OR REPLACE INTO gpkg_extensions VALUES"
     " ('@', 'geom', 'gpkg_rtree_index', 'http://www.geopackage.org/spec120/#extension_rtree', 'write-only')";
 
-// They keep the index true when another program writes. ST_IsEmpty, ST_MinX and so on are that program's to bring.
+// They keep the index true when another program writes; on our own connections no trigger runs. ST_IsEmpty, ST_MinX and so on are that program's to bring.
 inline constexpr const char* kCreateIndexTriggers = R"sql(
 CREATE TRIGGER rtree_@_geom_insert AFTER INSERT ON @
   WHEN (NEW.geom NOT NULL AND NOT ST_IsEmpty(NEW.geom))
@@ -53,15 +55,15 @@ BEGIN
 END;
 )sql";
 
-// The triggers as they stand, whoever made them: they are dropped while we write, and made again.
-inline constexpr const char* kReadIndexTriggers =
-    "SELECT name, sql FROM sqlite_master WHERE type = 'trigger' AND tbl_name = '@' AND name GLOB 'rtree_@_geom_*'";
-
 // Few changes go through the module, box by box.
 inline constexpr const char* kCountStale = "SELECT count(*) FROM @ WHERE fid > ?1";
 inline constexpr const char* kLastNode = "SELECT max(nodeno) FROM rtree_@_geom_node";
 inline constexpr const char* kDeleteFromIndex =
     "DELETE FROM rtree_@_geom WHERE id IN (SELECT fid FROM @ WHERE fid > ?1)";
+inline constexpr const char* kReadRemoved =
+    "SELECT fid FROM @ WHERE fid BETWEEN ?1 AND ?2 AND (import_id = ?3 OR import_id IS NULL)";
+inline constexpr const char* kDeleteOne = "DELETE FROM rtree_@_geom WHERE id = ?1";
+inline constexpr const char* kMoveOne = "UPDATE rtree_@_geom SET id = ?2 WHERE id = ?1";
 inline constexpr const char* kInsertIntoIndex = "INSERT OR REPLACE INTO rtree_@_geom VALUES (?1, ?2, ?3, ?4, ?5)";
 
 // Many changes make the tree anew, packed, in the tables in which the module keeps it.

@@ -1,8 +1,12 @@
 // SQLite's handles and errors.
 #include "drawing/geopackage/sqlite_handles.h"
 
+#include "platform/files.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <string_view>
 
 namespace fenmark::drawing {
 
@@ -11,6 +15,43 @@ namespace {
 // How long another program may hold the drawing before the user is told, milliseconds.
 constexpr int kPatience = 1500;
 
+// Steps of SQLite's machine: a drawing of a million points takes some ten for each byte of its file.
+constexpr std::uint64_t kStepsAlways = 200'000'000; // about two seconds
+constexpr std::uint64_t kStepsForByte = 100;
+constexpr int kStepsBetween = 100'000;
+
+constexpr std::uint64_t kLongestValue = 1'000'000'000; // bytes, SQLite's own limit
+constexpr std::uint64_t kShortestLimit = 1'000'000;    // bytes: a statement and the schema must fit too
+
+// The functions in this program's statements, and those in the statements that SQLite writes to change a table.
+constexpr std::string_view kFunctions[] = {"count",
+                                           "ifnull",
+                                           "length",
+                                           "max",
+                                           "min",
+                                           "strftime",
+                                           "substr",
+                                           "printf",
+                                           "with_srs",
+                                           "ring_area",
+                                           "sqlite_rename_quotefix"};
+
+// What a statement may do, whatever the schema adds to it.
+int authorize(void* shadowsOpen, int action, const char*, const char* name, const char*, const char* inside) {
+    if (inside != nullptr || action == SQLITE_ATTACH || action == SQLITE_DETACH) {
+        return SQLITE_DENY;
+    }
+    if (action == SQLITE_FUNCTION) {
+        const std::string_view function = name == nullptr ? "" : name;
+        if (function == "zeroblob" && *static_cast<const bool*>(shadowsOpen)) {
+            return SQLITE_OK; // the first node of an R-tree
+        }
+        const bool known = std::find(std::begin(kFunctions), std::end(kFunctions), function) != std::end(kFunctions);
+        return known ? SQLITE_OK : SQLITE_DENY;
+    }
+    return SQLITE_OK;
+}
+
 StoreError meaningOf(int code, int systemError) {
     switch (code & 0xFF) {
     case SQLITE_FULL:
@@ -18,6 +59,10 @@ StoreError meaningOf(int code, int systemError) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return StoreError::Locked;
+    case SQLITE_INTERRUPT: // by our own limit on steps
+        return StoreError::Damaged;
+    case SQLITE_AUTH:
+        return StoreError::Reshaped;
     case SQLITE_NOTADB:
         return StoreError::NotADrawing;
     case SQLITE_CORRUPT:
@@ -74,8 +119,65 @@ Connection::Connection(const std::string& path, Mode mode) {
     }
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, kPatience);
-    // The tables in which SQLite keeps an R-tree are written directly, which some builds forbid unless told.
-    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+    protect(mode == Mode::Create ? 0 : platform::lookUp(path).size, mode == Mode::Read || mode == Mode::ReadAlone);
+}
+
+// After "Defense Against The Dark Arts" in SQLite's documentation.
+void Connection::protect(std::uint64_t fileSize, bool onlyRead) {
+    sqlite3* const handle = handle_.get();
+    struct Setting {
+        int what;
+        int value;
+    };
+    for (const Setting& setting : {Setting{SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                   {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                   {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+                                   {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+                                   {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
+                                   {SQLITE_DBCONFIG_DQS_DML, 0},
+                                   {SQLITE_DBCONFIG_DQS_DDL, 0}}) {
+        sqlite3_db_config(handle, setting.what, setting.value, nullptr);
+    }
+    sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_limit(handle, SQLITE_LIMIT_TRIGGER_DEPTH, 1);
+    sqlite3_limit(handle, SQLITE_LIMIT_WORKER_THREADS, 0);
+    if (onlyRead && fileSize < kLongestValue) { // no value is longer than the file it comes from
+        sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, static_cast<int>(std::max(fileSize, kShortestLimit)));
+    }
+    stepsLeft_ = kStepsAlways + fileSize * kStepsForByte;
+    sqlite3_progress_handler(handle, kStepsBetween, countSteps, this);
+    sqlite3_set_authorizer(handle, authorize, &shadowsOpen_);
+    sqlite3_exec(handle, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
+}
+
+int Connection::countSteps(void* connection) {
+    auto& steps = static_cast<Connection*>(connection)->stepsLeft_;
+    if (steps < static_cast<std::uint64_t>(kStepsBetween)) {
+        return 1;
+    }
+    steps -= static_cast<std::uint64_t>(kStepsBetween);
+    return 0;
+}
+
+ShadowTablesOpen::ShadowTablesOpen(Connection& connection) : connection_(connection) {
+    connection_.shadowsOpen_ = true;
+    sqlite3_db_config(connection_.get(), SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+}
+
+ShadowTablesOpen::~ShadowTablesOpen() {
+    connection_.shadowsOpen_ = false;
+    sqlite3_db_config(connection_.get(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+}
+
+std::string quoted(std::string_view name) {
+    std::string text = "\"";
+    for (const char c : name) {
+        text += c;
+        if (c == '"') {
+            text += c;
+        }
+    }
+    return text + '"';
 }
 
 void Connection::execute(const char* sql) {
@@ -94,6 +196,9 @@ bool Connection::hasMoved() const {
 void Connection::fail(int code) const {
     sqlite3* handle = handle_.get();
     const char* text = handle == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(handle);
+    if (std::string_view(text).starts_with("not authorized")) {
+        throw StoreFailure{StoreError::Reshaped, text}; // something in the file would have to be run
+    }
     throw StoreFailure{meaningOf(code, handle == nullptr ? 0 : sqlite3_system_errno(handle)), text};
 }
 
@@ -112,6 +217,11 @@ void Statement::check(int code) const {
 
 Statement& Statement::bind(int index, std::int64_t value) {
     check(sqlite3_bind_int64(handle_.get(), index, value));
+    return *this;
+}
+
+Statement& Statement::bind(int index, std::int64_t value, Zero) {
+    check(value == 0 ? sqlite3_bind_null(handle_.get(), index) : sqlite3_bind_int64(handle_.get(), index, value));
     return *this;
 }
 

@@ -19,6 +19,8 @@ struct StoreFailure {
     std::string detail;
 };
 
+// A connection runs this program's statements and nothing else: no trigger, no view and no function that a file names,
+// no other database beside it. Statements that take far more steps than the file's size explains are broken off.
 class Connection {
   public:
     // ReadAlone takes no locks: for a file that no other program has open.
@@ -29,24 +31,55 @@ class Connection {
 
     sqlite3* get() const { return handle_.get(); }
     void execute(const char* sql);
+    // So many rows come out of memory: more steps than the file's size explains.
+    void expectRows(std::uint64_t rows) { stepsLeft_ += rows * kStepsForRow; }
     // True if the file no longer bears the name under which it was opened.
     bool hasMoved() const;
     // A failure of the last call, as the store tells it.
     [[noreturn]] void fail(int code) const;
 
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
   private:
+    static constexpr std::uint64_t kStepsForRow = 2000;
+
+    void protect(std::uint64_t fileSize, bool onlyRead);
+    static int countSteps(void* connection);
+
     struct Close {
         void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
     };
     std::unique_ptr<sqlite3, Close> handle_;
+    std::uint64_t stepsLeft_ = 0;
+    bool shadowsOpen_ = false;
+    friend class ShadowTablesOpen;
 };
 
+// While it lives, SQLite's defensive setting is off: an R-tree can be made, and the tables in which SQLite keeps it can be written directly.
+class ShadowTablesOpen {
+  public:
+    explicit ShadowTablesOpen(Connection& connection);
+    ~ShadowTablesOpen();
+    ShadowTablesOpen(const ShadowTablesOpen&) = delete;
+    ShadowTablesOpen& operator=(const ShadowTablesOpen&) = delete;
+
+  private:
+    Connection& connection_;
+};
+
+// A name of a table, column or trigger as SQL: in quotation marks, those in it doubled.
+std::string quoted(std::string_view name);
+
 // A prepared statement. Text and blobs are bound without a copy: they must stay until the next step.
+enum class Zero { IsNull };
+
 class Statement {
   public:
     Statement(Connection& connection, const char* sql);
 
     Statement& bind(int index, std::int64_t value);
+    Statement& bind(int index, std::int64_t value, Zero);
     Statement& bind(int index, double value);        // NaN and the infinities become NULL
     Statement& bindEndless(int index, double value); // an infinity stays one
     Statement& bind(int index, std::string_view text);

@@ -1,0 +1,47 @@
+// The tables and columns of a drawing as they are in a file that other programs may have changed.
+#pragma once
+
+#include "drawing/geopackage/sqlite_handles.h"
+#include "drawing/geopackage/store_notes.h"
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::drawing {
+
+class DrawingShape {
+  public:
+    // Throws a StoreFailure, Reshaped, that names what is missing or replaced and cannot be done without. What only
+    // carries texts and numbers of objects may be missing: then there is a note, and nothing can be saved.
+    explicit DrawingShape(Connection& connection);
+
+    bool hasTable(std::string_view table) const { return columns_.find(table) != columns_.end(); }
+    bool hasColumn(std::string_view table, std::string_view column) const;
+    const std::vector<StoreNote>& notes() const { return notes_; }
+    // Throws a StoreFailure if rows cannot be written into these tables.
+    void requireWritable() const;
+
+    // "a, NULL, b": the columns that are there, in SQL.
+    std::string list(std::string_view table, const std::vector<std::string_view>& columns) const;
+
+  private:
+    struct NoCase {
+        using is_transparent = void;
+        bool operator()(std::string_view a, std::string_view b) const;
+    };
+    using Columns = std::set<std::string, NoCase>;
+
+    bool read(Connection& connection, const char* table);
+    void readIndexes(Connection& connection, const std::string& table, const Columns& generated);
+    std::string renamedTo(Connection& connection, const std::vector<const char*>& columns) const;
+
+    std::map<std::string, Columns, NoCase> columns_;
+    std::vector<std::string> computed_; // what has to be computed to write a row, for people
+    std::vector<StoreNote> notes_;
+};
+
+} // namespace fenmark::drawing

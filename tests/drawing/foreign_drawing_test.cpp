@@ -1,0 +1,286 @@
+// Drawings that other programs changed, or made to do harm: what is ours is read and kept, nothing of theirs is run.
+#include "drawing/index_check.h"
+#include "support/drawing_support.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace fenmark::drawing {
+namespace {
+
+class ForeignDrawing : public ::testing::Test {
+  protected:
+    TemporaryFolder folder_;
+    std::string path_ = folder_.file("図面.gpkg");
+    Drawing drawing_;
+    DrawingStore store_;
+
+    void SetUp() override {
+        addSmallImport(drawing_);
+        const StoreResult result = store_.save(path_, drawing_);
+        ASSERT_TRUE(result) << result.message;
+    }
+    // As a GIS does it, with its functions for the index left out.
+    void gis(const std::string& sql) const {
+        const OtherProgram other(path_);
+        const std::vector<std::string> rows = other.ask("BEGIN; " + sql + "; COMMIT");
+        EXPECT_TRUE(rows.empty()) << rows.front();
+    }
+    std::string one(const std::string& sql) const { return OtherProgram(path_).one(sql); }
+    StoreResult importInto(std::size_t& count) const {
+        Drawing again;
+        DrawingStore store;
+        const StoreResult opened = store.open(path_, again, Load::WithoutEntities);
+        if (!opened) {
+            return opened;
+        }
+        addSmallImport(again, 3);
+        const StoreResult saved = store.save(path_, again);
+        Drawing all;
+        if (saved) {
+            EXPECT_TRUE(DrawingStore().open(path_, all));
+        }
+        count = all.entityCount();
+        return saved;
+    }
+};
+
+const StoreNote* find(const DrawingStore& store, StoreNoteCode code) {
+    for (const StoreNote& note : store.notes()) {
+        if (note.code == code) {
+            return &note;
+        }
+    }
+    return nullptr;
+}
+
+// --- edited in a GIS ---
+
+TEST_F(ForeignDrawing, AnAddedColumnDoesNotKeepAnImportOut) {
+    for (const char* table : {"points", "polylines", "lots", "alignments", "alignment_elements", "layers", "sites"}) {
+        gis(std::string("ALTER TABLE ") + table + " ADD COLUMN memo TEXT");
+    }
+    gis("UPDATE layers SET memo = 'kept'");
+    std::size_t count = 0;
+    const StoreResult saved = importInto(count);
+    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_EQ(count, 2 * drawing_.entityCount());
+    EXPECT_EQ(one("SELECT memo FROM layers"), "kept");
+}
+
+TEST_F(ForeignDrawing, ARenamedColumnIsToldByNameAndNeverReadAsItsOwnName) {
+    gis("ALTER TABLE points RENAME COLUMN \"Name\" TO 点名");
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    EXPECT_EQ(again.entity(0).row->name, "");
+    EXPECT_EQ(again.entity(0).row->no, 1);
+    const StoreNote* note = find(store, StoreNoteCode::MissingColumn);
+    ASSERT_NE(note, nullptr);
+    EXPECT_EQ(note->table + "." + note->name, "points.Name");
+    EXPECT_NE(noteText(*note).find("'Name'"), std::string::npos);
+    std::size_t count = 0;
+    const StoreResult saved = importInto(count);
+    EXPECT_EQ(saved.error, StoreError::Reshaped);
+    EXPECT_NE(saved.message.find("'points' has no column 'Name'"), std::string::npos) << saved.message;
+    EXPECT_EQ(one("SELECT count(*) FROM points"), "5") << "and nothing of it was kept";
+}
+
+TEST_F(ForeignDrawing, ARenamedLayerIsToldByName) {
+    gis("ALTER TABLE points RENAME TO \"測 点\"");
+    Drawing again;
+    const StoreResult opened = DrawingStore().open(path_, again);
+    EXPECT_EQ(opened.error, StoreError::Reshaped);
+    EXPECT_NE(opened.message.find("'points' is missing; it seems to be named '測 点' now"), std::string::npos)
+        << opened.message;
+}
+
+TEST_F(ForeignDrawing, EmptyPointsAndOtherKindsAreLeftOutAndTold) {
+    const std::string nan = "000000000000F87F";
+    const std::string head = "4750000100000000"; // without a box
+    gis("DROP TRIGGER rtree_points_geom_insert; DROP TRIGGER rtree_polylines_geom_insert;"
+        "INSERT INTO points (fid, geom) VALUES (1000, x'" +
+        head + "0101000000" + nan + nan + "'), (1001, NULL);" +
+        "INSERT INTO polylines (fid, geom) VALUES"
+        " (1002, x'" +
+        head + "010500000001000000010200000000000000" + "'), (1003, x'" + head + "010700000000000000" + "')");
+    Drawing again;
+    DrawingStore store;
+    const StoreResult opened = store.open(path_, again);
+    ASSERT_TRUE(opened) << opened.message;
+    EXPECT_EQ(describe(again), describe(drawing_)) << "all that is ours";
+    const StoreNote* empty = find(store, StoreNoteCode::NoPlace);
+    ASSERT_NE(empty, nullptr);
+    EXPECT_EQ(empty->count, 2U);
+    EXPECT_EQ(empty->firstId, 1000);
+    const StoreNote* other = find(store, StoreNoteCode::OtherGeometry);
+    ASSERT_NE(other, nullptr);
+    EXPECT_EQ(other->name, "MULTILINESTRING");
+    std::size_t count = 0;
+    EXPECT_TRUE(importInto(count));
+    EXPECT_EQ(one("SELECT count(*) FROM polylines WHERE fid IN (1002, 1003)"), "2") << "they stay in the file";
+}
+
+TEST_F(ForeignDrawing, AnAddedFeatureNeverGetsTheIdentifierOfAnotherObject) {
+    gis("DROP TRIGGER rtree_points_geom_insert; DROP TRIGGER rtree_polylines_geom_insert;"
+        "INSERT INTO polylines (geom, layer) SELECT geom, '0' FROM polylines LIMIT 1;"
+        "INSERT INTO points (geom, layer) SELECT geom, '0' FROM points LIMIT 1");
+    const std::string next = std::to_string(drawing_.lastId() + 1);
+    EXPECT_EQ(one("SELECT max(fid) FROM polylines"), next) << "beyond all of ours";
+    EXPECT_EQ(one("SELECT max(fid) FROM points"), next) << "but each table counts for itself";
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    const StoreNote* note = find(store, StoreNoteCode::TakenIdentifier);
+    ASSERT_NE(note, nullptr);
+    EXPECT_EQ(note->table, "polylines");
+    EXPECT_EQ(again.entityCount(), drawing_.entityCount() + 2);
+    const MdDbObjectId moved = again.entity(again.entityCount() - 1).id;
+    EXPECT_EQ(moved.asUint64(), drawing_.lastId() + 2);
+    std::size_t count = 0;
+    ASSERT_TRUE(importInto(count));
+    EXPECT_EQ(one("SELECT count(*) FROM polylines WHERE fid = " + std::to_string(moved.asUint64())), "1")
+        << "and keeps it from the next save on";
+    Drawing later;
+    DrawingStore laterStore;
+    ASSERT_TRUE(laterStore.open(path_, later));
+    EXPECT_TRUE(laterStore.notes().empty());
+}
+
+TEST_F(ForeignDrawing, APolylineUnderTheIdentifierOfAnAlignmentGetsItsOwn) {
+    const std::uint64_t id = drawing_.alignment(0).id.asUint64();
+    gis("DROP TRIGGER rtree_polylines_geom_insert; INSERT INTO polylines (fid, geom, layer) SELECT " +
+        std::to_string(id) + ", geom, '0' FROM polylines LIMIT 1");
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    EXPECT_FALSE(again.findEntity(MdDbObjectId(id)));
+    EXPECT_EQ(again.alignment(0).id.asUint64(), id);
+    EXPECT_EQ(again.entityCount(), drawing_.entityCount() + 1);
+    again.setZone(9);
+    ASSERT_TRUE(store.save(path_, again));
+    EXPECT_EQ(one("SELECT count(*) FROM polylines WHERE fid = " + std::to_string(id)), "0");
+}
+
+TEST_F(ForeignDrawing, AnAreaGoesWithItsPolylineAndElementsWithTheirAlignment) {
+    EXPECT_EQ(one("SELECT count(*) FROM lots"), "1");
+    gis("DELETE FROM polylines WHERE closed = 1; DELETE FROM alignments");
+    EXPECT_EQ(one("SELECT count(*) FROM lots"), "0");
+    EXPECT_EQ(one("SELECT count(*) FROM rtree_lots_geom"), "0");
+    EXPECT_EQ(one("SELECT count(*) FROM alignment_elements"), "0");
+}
+
+TEST_F(ForeignDrawing, ALineDrawnAmongTheAlignmentsIsLeftOutAndTold) {
+    gis("DROP TRIGGER rtree_alignments_geom_insert;"
+        "INSERT INTO alignments (geom, name) SELECT geom, 'drawn' FROM alignments WHERE geom NOT NULL LIMIT 1");
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    EXPECT_EQ(again.alignmentCount(), drawing_.alignmentCount());
+    EXPECT_NE(find(store, StoreNoteCode::AlignmentElementless), nullptr);
+}
+
+TEST_F(ForeignDrawing, WithoutTheLayerOfAreasTheRestIsKept) {
+    gis("DROP TABLE lots");
+    std::size_t count = 0;
+    const StoreResult saved = importInto(count);
+    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_EQ(count, 2 * drawing_.entityCount());
+}
+
+TEST_F(ForeignDrawing, AZoneLeavesLayersOfOthersAlone) {
+    gis("INSERT INTO gpkg_contents (table_name, data_type, srs_id) VALUES ('mine', 'features', 4326);"
+        "INSERT INTO gpkg_geometry_columns VALUES ('mine', 'geom', 'POINT', 4326, 0, 0)");
+    drawing_.setZone(9);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(one("SELECT srs_id FROM gpkg_contents WHERE table_name = 'mine'"), "4326");
+    EXPECT_EQ(one("SELECT srs_id FROM gpkg_geometry_columns WHERE table_name = 'mine'"), "4326");
+}
+
+// --- made to do harm ---
+
+TEST_F(ForeignDrawing, ATriggerNameIsNeverSql) {
+    const std::string victim = folder_.file("victim.gpkg");
+    std::filesystem::copy_file(path_, victim);
+    const std::string name = "rtree_points_geom_x\"\"; ATTACH '" + victim + "' AS v; DELETE FROM v.points; ATTACH '" +
+                             folder_.file("written") + "' AS w; CREATE TABLE w.t (a); --";
+    const std::string sql = "CREATE TRIGGER \"" + name + "\" AFTER INSERT ON points BEGIN SELECT 1; END";
+    gis(sql);
+    std::size_t count = 0;
+    const StoreResult saved = importInto(count);
+    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_EQ(OtherProgram(victim).one("SELECT count(*) FROM points"), "5");
+    EXPECT_FALSE(std::filesystem::exists(folder_.file("written")));
+}
+
+TEST_F(ForeignDrawing, TriggersOnOurTablesNeverRun) {
+    gis("CREATE TABLE loot (a)");
+    for (const char* table : {"points", "polylines", "lots", "alignments", "alignment_elements", "layers", "sites",
+                              "object_data_tables", "fenmark_drawing", "fenmark_imports", "gpkg_contents"}) {
+        for (const char* event : {"INSERT", "UPDATE", "DELETE"}) {
+            gis(std::string("CREATE TRIGGER t_") + table + event + " AFTER " + event + " ON " + table +
+                " BEGIN INSERT INTO loot VALUES ('" + table + "'); END");
+        }
+    }
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    const Drawing::Mark mark = again.mark();
+    addSmallImport(again, 1);
+    again.setZone(3);
+    ASSERT_TRUE(store.save(path_, again));
+    again.rollback(mark);
+    ASSERT_TRUE(store.save(path_, again));
+    EXPECT_EQ(one("SELECT count(*) FROM loot"), "0");
+}
+
+TEST_F(ForeignDrawing, AViewInThePlaceOfATableIsRefusedByName) {
+    for (const std::string table : {"points", "layers", "fenmark_imports", "alignment_elements"}) {
+        const std::string copy = folder_.file(table + ".gpkg");
+        std::filesystem::copy_file(path_, copy);
+        EXPECT_TRUE(
+            OtherProgram(copy)
+                .ask("ALTER TABLE " + table + " RENAME TO hidden; CREATE VIEW " + table + " AS SELECT * FROM hidden")
+                .empty());
+        Drawing again;
+        const StoreResult opened = DrawingStore().open(copy, again);
+        EXPECT_EQ(opened.error, StoreError::Reshaped);
+        EXPECT_NE(opened.message.find("'" + table + "'"), std::string::npos) << opened.message;
+    }
+}
+
+TEST_F(ForeignDrawing, AViewWithoutEndIsNotTouched) {
+    gis("CREATE VIEW endless AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i FROM n;"
+        "CREATE VIEW endless2 AS SELECT a.i FROM endless a, endless b");
+    std::size_t count = 0;
+    EXPECT_TRUE(importInto(count));
+    EXPECT_EQ(count, 2 * drawing_.entityCount());
+}
+
+TEST_F(ForeignDrawing, AGeneratedColumnInThePlaceOfOursIsRefusedByName) {
+    gis("ALTER TABLE points RENAME COLUMN \"Name\" TO other;"
+        "ALTER TABLE points ADD COLUMN \"Name\" TEXT GENERATED ALWAYS AS (hex(zeroblob(100000))) VIRTUAL");
+    Drawing again;
+    const StoreResult opened = DrawingStore().open(path_, again);
+    EXPECT_EQ(opened.error, StoreError::Reshaped);
+    EXPECT_NE(opened.message.find("points.Name"), std::string::npos) << opened.message;
+}
+
+TEST_F(ForeignDrawing, AGeneratedColumnBesideOursIsNeverComputed) {
+    gis("ALTER TABLE points ADD COLUMN big TEXT GENERATED ALWAYS AS (hex(zeroblob(400000000))) VIRTUAL");
+    std::size_t count = 0;
+    const StoreResult saved = importInto(count);
+    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_EQ(count, 2 * drawing_.entityCount());
+}
+
+TEST_F(ForeignDrawing, WhatWouldHaveToBeComputedToWriteARowIsRefused) {
+    gis("CREATE INDEX computed ON points (hex(\"Name\"))");
+    std::size_t count = 0;
+    const StoreResult saved = importInto(count);
+    EXPECT_EQ(saved.error, StoreError::Reshaped) << saved.message;
+    EXPECT_EQ(one("SELECT count(*) FROM points"), "5");
+}
+
+} // namespace
+} // namespace fenmark::drawing

@@ -1,0 +1,200 @@
+// What stands at a path, and a file that takes its name when it is complete.
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <ostream>
+#include <set>
+#include <stdexcept>
+
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fenmark::platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contents(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void put(const std::string& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+class Files : public ::testing::Test {
+  protected:
+    std::string folder_;
+    void SetUp() override {
+        std::string pattern = (fs::temp_directory_path() / "fenmark-files-XXXXXX").string();
+        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
+        folder_ = pattern;
+    }
+    void TearDown() override { fs::remove_all(folder_); }
+    std::string file(const std::string& name) const { return folder_ + "/" + name; }
+    std::set<std::string> names() const {
+        std::set<std::string> found;
+        for (const auto& entry : fs::directory_iterator(folder_)) {
+            found.insert(entry.path().filename().string());
+        }
+        return found;
+    }
+    unsigned rights(const std::string& path) const {
+        struct ::stat status {};
+        ::stat(path.c_str(), &status);
+        return status.st_mode & 07777;
+    }
+};
+
+TEST_F(Files, OnlyNothingIsMissing) {
+    put(file("a"), "abc");
+    fs::create_symlink("a", file("link"));
+    fs::create_symlink("none", file("dangling"));
+    fs::create_symlink("circle", file("circle"));
+    EXPECT_EQ(lookUp(file("a")).kind, PathKind::File);
+    EXPECT_EQ(lookUp(file("a")).size, 3U);
+    EXPECT_EQ(lookUp(file("link")).kind, PathKind::File);
+    EXPECT_EQ(lookUp(folder_).kind, PathKind::Folder);
+    EXPECT_EQ(lookUp("/dev/null").kind, PathKind::Other);
+    EXPECT_EQ(lookUp(file("none")).kind, PathKind::Missing);
+    EXPECT_EQ(lookUp(file("none/below")).kind, PathKind::Missing);
+    EXPECT_EQ(lookUp(file("dangling")).kind, PathKind::DanglingLink);
+    EXPECT_EQ(lookUp(file("dangling")).leadsTo, "none");
+    for (const std::string& path : {file("circle"), file("a/below"), file(std::string(300, 'n'))}) {
+        EXPECT_EQ(lookUp(path).kind, PathKind::Unknown) << path;
+        EXPECT_TRUE(lookUp(path).error) << path;
+    }
+}
+
+TEST_F(Files, ATemporaryFileTakesItsNameWhole) {
+    TemporaryFile temporary;
+    ASSERT_FALSE(temporary.make(file("a")));
+    EXPECT_EQ(rights(temporary.path()), 0600U) << "nobody else reads what is not complete";
+    ASSERT_FALSE(temporary.write("whole"));
+    EXPECT_FALSE(fs::exists(file("a")));
+    ASSERT_FALSE(temporary.putInPlace());
+    EXPECT_EQ(contents(file("a")), "whole");
+    EXPECT_EQ(names(), (std::set<std::string>{"a"}));
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    EXPECT_EQ(rights(file("a")), 0666U & ~mask);
+}
+
+TEST_F(Files, RightsOfTheFileBeforeAreKept) {
+    put(file("a"), "old");
+    ::chmod(file("a").c_str(), 0640);
+    ASSERT_FALSE(writeWhole(file("a"), [](std::ostream& out) { out << "new"; }));
+    EXPECT_EQ(rights(file("a")), 0640U);
+    EXPECT_EQ(contents(file("a")), "new");
+}
+
+TEST_F(Files, WhatIsThereCanBeRefusedAtTheLastMoment) {
+    TemporaryFile temporary;
+    ASSERT_FALSE(temporary.make(file("a")));
+    ASSERT_FALSE(temporary.write("mine"));
+    ASSERT_FALSE(temporary.complete());
+    put(file("a"), "theirs");
+    EXPECT_EQ(temporary.putInPlace(AtTarget::Refuse), std::errc::file_exists);
+    EXPECT_EQ(contents(file("a")), "theirs");
+    temporary.discard();
+    EXPECT_EQ(names(), (std::set<std::string>{"a"}));
+}
+
+TEST_F(Files, NamesAreNeverTheSameAndLongOnesAreCut) {
+    std::set<std::string> paths;
+    const std::string name(255, 'n');
+    for (int i = 0; i < 20; ++i) {
+        TemporaryFile temporary;
+        ASSERT_FALSE(temporary.make(file(name)));
+        paths.insert(temporary.path());
+    }
+    EXPECT_EQ(paths.size(), 20U);
+    EXPECT_TRUE(names().empty());
+    ASSERT_FALSE(writeWhole(file(name), [](std::ostream& out) { out << "x"; }));
+    EXPECT_EQ(contents(file(name)), "x");
+}
+
+TEST_F(Files, WhatAKilledProgramLeftGoesAndWhatALivingOneHoldsStays) {
+    const pid_t killed = ::fork();
+    if (killed == 0) {
+        TemporaryFile temporary;
+        (void)temporary.make(file("a"));
+        ::kill(::getpid(), SIGKILL);
+    }
+    ::waitpid(killed, nullptr, 0);
+    ASSERT_EQ(names().size(), 1U);
+    const std::string left = *names().begin();
+    TemporaryFile living;
+    ASSERT_FALSE(living.make(file("a")));
+    EXPECT_EQ(names().count(left), 0U) << "its lock went with it";
+    TemporaryFile second;
+    ASSERT_FALSE(second.make(file("a")));
+    EXPECT_EQ(names().size(), 2U) << "the first is held";
+    TemporaryFile other;
+    ASSERT_FALSE(other.make(file("b")));
+    EXPECT_EQ(names().size(), 3U);
+}
+
+TEST_F(Files, FoldersAndLinksOfATemporaryNameAreLetAlone) {
+    fs::create_directory(file("a.abcdef.partial"));
+    put(file("kept"), "kept");
+    fs::create_symlink("kept", file("a.ghijkl.partial"));
+    ASSERT_EQ(::mkfifo(file("a.mnopqr.partial").c_str(), 0600), 0);
+    ASSERT_FALSE(writeWhole(file("a"), [](std::ostream& out) { out << "x"; }));
+    EXPECT_EQ(names(),
+              (std::set<std::string>{"a", "a.abcdef.partial", "a.ghijkl.partial", "a.mnopqr.partial", "kept"}));
+}
+
+TEST_F(Files, ALinkIsFollowedOrReplacedAsAsked) {
+    put(file("real"), "old");
+    fs::create_symlink("real", file("link"));
+    ASSERT_FALSE(writeWhole(file("link"), [](std::ostream& out) { out << "new"; }));
+    EXPECT_TRUE(fs::is_symlink(file("link")));
+    EXPECT_EQ(contents(file("real")), "new");
+    ASSERT_FALSE(writeWhole(
+        file("link"), [](std::ostream& out) { out << "own"; }, AtLink::Replace));
+    EXPECT_FALSE(fs::is_symlink(file("link")));
+    EXPECT_EQ(contents(file("link")), "own");
+    EXPECT_EQ(contents(file("real")), "new");
+    fs::create_symlink("nowhere", file("dangling"));
+    EXPECT_TRUE(writeWhole(file("dangling"), [](std::ostream& out) { out << "x"; }));
+    ASSERT_FALSE(writeWhole(
+        file("dangling"), [](std::ostream& out) { out << "x"; }, AtLink::Replace));
+    EXPECT_FALSE(fs::exists(file("nowhere")));
+}
+
+TEST_F(Files, AWriterThatFailsLeavesTheTargetAsItWas) {
+    put(file("a"), "old");
+    EXPECT_THROW((void)writeWhole(file("a"),
+                                  [](std::ostream& out) {
+                                      out << "half";
+                                      throw std::runtime_error("no more");
+                                  }),
+                 std::runtime_error);
+    EXPECT_EQ(contents(file("a")), "old");
+    EXPECT_EQ(names(), (std::set<std::string>{"a"}));
+    EXPECT_EQ(writeWhole("/dev/full", [](std::ostream& out) { out << "x"; }), std::errc::no_space_on_device);
+    EXPECT_TRUE(isDiskFull(writeWhole("/dev/full", [](std::ostream& out) { out << "x"; })));
+    EXPECT_EQ(writeWhole(folder_, [](std::ostream&) {}), std::errc::is_a_directory);
+}
+
+TEST_F(Files, AFileThatWasSwappedUnderneathDoesNotTakeTheName) {
+    TemporaryFile temporary;
+    ASSERT_FALSE(temporary.make(file("a")));
+    ASSERT_FALSE(temporary.write("mine"));
+    const std::string path = temporary.path();
+    fs::remove(path);
+    put(path, "planted");
+    EXPECT_TRUE(temporary.putInPlace());
+    EXPECT_FALSE(fs::exists(file("a")));
+}
+
+} // namespace
+} // namespace fenmark::platform

@@ -112,11 +112,16 @@ void Fenmark(host::HostBoundary& host, Dialogs& dialogs, LastRun& lastRun, sima:
     reader.options = lastRun.options;
 
     output::DrawingOutput output(host, settings.output);
-    reader.fullRead(lastRun.filePath, {&output, dialogs.progress(), &host, settings.encoding});
+    reader.fullRead(lastRun.filePath, {&output, dialogs.progress(), &host, settings.encoding, settings.longestLine});
 
     // The log is written also for a file that could not be opened: it then holds its banner alone.
     reader.log.setFileName(lastRun.filePath);
-    reader.log.writeAll();
+    if (settings.logFile) {
+        reader.log.setFile(*settings.logFile);
+    }
+    if (!reader.log.fileName().empty()) {
+        reader.log.writeAll();
+    }
 
     dialogs.showResult(resultOf(reader, lastRun));
 }

@@ -7,6 +7,11 @@
 #include "output/drawing_output.h"
 #include "sima/reader/read_context.h"
 
+#include <cstddef>
+#include <limits>
+#include <optional>
+#include <string>
+
 namespace fenmark::command {
 
 inline constexpr const char* kDefaultSiteName = "サイト";
@@ -14,6 +19,8 @@ inline constexpr const char* kDefaultSiteName = "サイト";
 struct CommandSettings {
     sima::Encoding encoding = sima::Encoding::Cp932;
     output::OutputSettings output = {};
+    std::size_t longestLine = std::numeric_limits<std::size_t>::max(); // bytes
+    std::optional<std::string> logFile = std::nullopt; // none: beside the input; an empty name: no log is written
 };
 
 // One run. Failures are silent or end in the dialogs; an exception that leaves the read leaves this too. The reader

@@ -8,7 +8,6 @@ namespace fenmark::drawing {
 namespace {
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD"; // U+FFFD
-constexpr std::string_view kNulSymbol = "\xE2\x90\x80";   // U+2400
 constexpr std::size_t kLongestLength = 5;
 
 // Length of the well-formed UTF-8 sequence at the front; 0 if there is none.
@@ -41,7 +40,7 @@ std::size_t sequenceLength(std::string_view text) {
 std::size_t readablePart(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size()) {
-        const std::size_t length = text[i] == '\0' ? 0 : sequenceLength(text.substr(i));
+        const std::size_t length = sequenceLength(text.substr(i));
         if (length == 0) {
             break;
         }
@@ -62,7 +61,7 @@ std::string readableText(std::string_view text) {
         if (text.empty()) {
             return out;
         }
-        out.append(text.front() == '\0' ? kNulSymbol : kReplacement);
+        out.append(kReplacement);
         text.remove_prefix(1);
     }
 }

@@ -11,8 +11,8 @@
 
 namespace fenmark::drawing {
 
-// Valid UTF-8 without NUL, as every program that opens the drawing can read it: a byte that belongs to no character
-// becomes U+FFFD, a NUL the symbol U+2400.
+// Valid UTF-8, as every program that opens the drawing can read it: a byte that belongs to no character becomes U+FFFD.
+// A NUL is a character as any other.
 std::string readableText(std::string_view text);
 
 // A handle stays good until the pool is rolled back behind it.

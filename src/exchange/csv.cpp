@@ -3,24 +3,52 @@
 
 #include "exchange/placed.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <string_view>
+#include <system_error>
 
 namespace fenmark::exchange {
 
 namespace {
 
-// Quoted where the text holds a separator, a quote, a line end or blanks at its ends.
+// Quoted where the text holds a separator, a quote, a line end or blanks at its ends. A text that a spreadsheet would
+// take for a formula has an apostrophe in front: a name out of a file must not run.
 struct Field {
     std::string_view text;
 };
 
+bool isNumber(std::string_view text) {
+    if (text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
+}
+
+// Spreadsheets take the full-width signs for the others, and look behind a tabulator and blanks.
+bool looksLikeFormula(std::string_view text) {
+    std::string_view rest = text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    while (rest.starts_with("\u3000")) {
+        rest.remove_prefix(std::string_view("\u3000").size());
+    }
+    constexpr std::string_view kStarts[] = {"=", "+", "-", "@", "\uFF1D", "\uFF0B", "\uFF0D", "\uFF20"};
+    return std::any_of(std::begin(kStarts), std::end(kStarts),
+                       [rest](std::string_view start) { return rest.starts_with(start); }) &&
+           !isNumber(text);
+}
+
 std::ostream& operator<<(std::ostream& out, Field field) {
+    const bool isFormula = looksLikeFormula(field.text);
     const bool blankEnds = !field.text.empty() && (field.text.front() == ' ' || field.text.back() == ' ');
-    if (!blankEnds && field.text.find_first_of(",\"\r\n") == std::string_view::npos) {
+    if (!isFormula && !blankEnds && field.text.find_first_of(",\"\r\n") == std::string_view::npos) {
         return out << field.text;
     }
-    out << '"';
+    out << '"' << (isFormula ? "'" : "");
     for (const char c : field.text) {
         if (c == '"') {
             out << '"';

@@ -103,10 +103,24 @@ bool isTemporaryName(std::string_view name, std::string_view prefix) {
            name.ends_with(kSuffix);
 }
 
+// A call that may not be given up at the first fault, since a file would be left behind: a fault may pass.
+bool insisted(const auto& call) {
+    for (int attempt = 0; attempt < kTries; ++attempt) {
+        if (call() == 0) {
+            return true;
+        }
+        if (errno == ENOENT) {
+            return false;
+        }
+    }
+    return false;
+}
+
 bool isSameFile(int descriptor, const std::string& path) {
     struct ::stat opened {};
     struct ::stat named {};
-    return ::fstat(descriptor, &opened) == 0 && ::lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+    return insisted([&] { return ::fstat(descriptor, &opened); }) &&
+           insisted([&] { return ::lstat(path.c_str(), &named); }) && opened.st_dev == named.st_dev &&
            opened.st_ino == named.st_ino;
 }
 
@@ -398,7 +412,7 @@ std::error_code TemporaryFile::putInPlace(AtTarget atTarget) {
 
 void TemporaryFile::discard() {
     if (!path_.empty() && descriptor_ >= 0 && isSameFile(descriptor_, path_)) {
-        ::unlink(path_.c_str());
+        (void)insisted([&] { return ::unlink(path_.c_str()); });
     }
     path_.clear();
     if (descriptor_ >= 0) {

@@ -156,11 +156,12 @@ TEST_F(DrawingWriterAdapter, WithoutADrawingNothingIsMadeAndNothingIsRaised) {
     EXPECT_EQ(writer.getCurrentLayerName(), "");
 }
 
-TEST_F(DrawingWriterAdapter, FullHeapGivesANullIdentifier) {
+TEST_F(DrawingWriterAdapter, FullHeapEndsTheImport) {
     host.noHeap = true;
     std::vector<MdGePoint3d> vertices{{0.0, 0.0, 0.0}};
-    EXPECT_FALSE(writer.appendPoint({}, "0").isValid());
-    EXPECT_FALSE(writer.appendPolyline(vertices).isValid());
+    EXPECT_THROW((void)writer.appendPoint({}, "0"), std::bad_alloc) << "an object must not be missing without a word";
+    EXPECT_THROW((void)writer.appendPolyline(vertices), std::bad_alloc);
+    EXPECT_THROW(writer.convertToLightweight(MdDbObjectId(1)), std::bad_alloc);
     EXPECT_EQ(writer.getCurrentLayerName(), "");
     EXPECT_TRUE(writer.listLayers().empty());
 }

@@ -85,6 +85,25 @@ TEST_F(ArgumentLine, UnknownCommandIsNamedAndTheCommandsAreListed) {
     EXPECT_NE(none.find("import, preview, info, station, locate, export, plot"), std::string::npos) << none;
 }
 
+TEST_F(ArgumentLine, HelpIsACommandToo) {
+    EXPECT_EQ(fenmark({"help"}).out, fenmark({"--help"}).out);
+    EXPECT_EQ(fenmark({"help", "import"}).out, fenmark({"import", "--help"}).out);
+    EXPECT_EQ(fenmark({"help", "draw"}).code, kWrongUsage);
+}
+
+TEST_F(ArgumentLine, MistypedWordsAreAnsweredWithTheNearestOnes) {
+    const auto meant = [](const std::vector<std::string>& line) { return fenmark(line).err; };
+    EXPECT_NE(meant({"imprt", "a.sim"}).find("did you mean 'import'?"), std::string::npos);
+    EXPECT_NE(meant({"satation"}).find("did you mean 'station'?"), std::string::npos);
+    EXPECT_EQ(meant({"draw"}).find("did you mean"), std::string::npos);
+    EXPECT_NE(meant({"import", "--hlep"}).find("import has no option --hlep; did you mean '--help'?"),
+              std::string::npos);
+    EXPECT_NE(meant({"import", "a.sim", "--positive-radus=left"}).find("did you mean '--positive-radius'?"),
+              std::string::npos);
+    const std::string far = meant({"import", "a.sim", "--no-such-option"});
+    EXPECT_NE(far.find("import has no option --no-such-option\n"), std::string::npos) << far;
+}
+
 TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {
     const std::string first = file(kPoints, "a.sim");
     const std::string second = file(kPoints, "b.sim");

@@ -189,12 +189,14 @@ TEST_F(ImportLine, Utf8FilesAreReadWhenAsked) {
     EXPECT_EQ(info(folder.at("a.gpkg"))["entities"][0]["data"]["Name"], "基準点");
 }
 
-TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldUnlessItIsReadAsSuch) {
+TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldWhereItIsReadOtherwise) {
     const std::string utf8 = file("A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n");
     const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n", "b.sim");
     for (const char* command : {"import", "preview"}) {
-        EXPECT_TRUE(contains(fenmark({command, utf8}).err, utf8 + ": note: looks like UTF-8 ")) << command;
+        EXPECT_TRUE(contains(fenmark({command, utf8, "--encoding", "cp932"}).err, utf8 + ": note: looks like UTF-8 "))
+            << command;
         for (const auto& line : {std::vector<std::string>{command, utf8, "--encoding", "utf-8"},
+                                 std::vector<std::string>{command, utf8},
                                  std::vector<std::string>{command, utf8, "--quiet"},
                                  std::vector<std::string>{command, cp932},
                                  {command, file(kPoints, "c.sim")}}) {
@@ -218,7 +220,7 @@ TEST_F(ImportLine, FileThatIsNoUtf8IsToldWhenItIsReadAsSuch) {
 
 TEST_F(ImportLine, FileThatIsReadOtherwiseThanItWasWrittenIsToldAsSuch) {
     const auto notes = [this](std::string_view content) { return fenmark({"import", file(content)}).err; };
-    EXPECT_TRUE(contains(notes(std::string_view("\xFF\xFE\x41\0\x30\0", 6)), ": note: looks like UTF-16"));
+    EXPECT_TRUE(contains(notes(std::string_view("\xFF\xFE\x41\0\x30\0", 6)), ": note: read in UTF-16"));
     EXPECT_TRUE(contains(notes("A00,\rA01,1,P,0,0,,\rA99,\r"), ": note: its lines end in a carriage return alone"));
     EXPECT_FALSE(contains(notes("A00,\rx,\n"), "carriage return"));
 }

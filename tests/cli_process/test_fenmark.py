@@ -59,6 +59,27 @@ class Fenmark(unittest.TestCase):
         self.assertEqual(self.files(), ["a.gpkg", "a.sim", "a_Input.log"])
         self.assertNotIn(b"\r", ran.stderr)
 
+    def test_imports_at_once_into_a_new_drawing_arrive_or_say_so(self):
+        for attempt in range(3):
+            names = [f"{attempt}{letter}.sim" for letter in "abcd"]
+            for name in names:
+                self.file(name, POINTS)
+            drawing = f"both{attempt}.gpkg"
+            runs = [subprocess.Popen([PROGRAM, "import", name, "--drawing", drawing], cwd=self.folder,
+                                     stdout=subprocess.PIPE, stderr=subprocess.PIPE) for name in names]
+            told = [run.communicate(timeout=120) for run in runs]
+            arrived = []
+            for name, run, (_, err) in zip(names, runs, told):
+                if run.returncode == 0:
+                    arrived.append(name)
+                else:
+                    self.assertEqual(run.returncode, 1, err)
+                    self.assertIn(b"fenmark: error: ", err)
+                self.assertEqual((self.folder / name.replace(".sim", "_Input.log")).exists(), run.returncode == 0)
+            self.assertTrue(arrived)
+            entities = json.loads(self.run_fenmark("info", drawing, "--json").stdout)["entities"]
+            self.assertEqual(sorted(entity["data"]["FileName"] for entity in entities), sorted(2 * arrived))
+
     def test_results_do_not_depend_on_the_locale(self):
         self.file("a.sim", POINTS + ROUTE)
         self.run_fenmark("import", "a.sim")

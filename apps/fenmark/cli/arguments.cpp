@@ -2,8 +2,10 @@
 #include "cli/arguments.h"
 
 #include "cli/station_text.h"
+#include "cli/suggestion.h"
 #include "command/dialog_rules.h"
 #include "exchange/formats.h"
+#include "sima/text/encoding.h"
 #include "sima/text/number.h"
 
 #include <CLI/CLI.hpp>
@@ -35,8 +37,8 @@ struct Raw {
     std::vector<std::string> only; // each a list of kinds with commas
     std::vector<std::string> skip;
     std::string shift;
-    std::string importEncoding = "cp932";
-    std::string previewEncoding = "cp932";
+    std::string importEncoding = "auto";
+    std::string previewEncoding = "auto";
     std::string positiveRadius = "auto";
     std::string stationText;
     std::string offsetText;
@@ -103,8 +105,15 @@ std::array<bool, sima::kImportKinds> wantedKinds(const Raw& raw) {
     return wanted;
 }
 
-sima::Encoding encodingNamed(const std::string& name) {
-    return name == "utf-8" ? sima::Encoding::Utf8 : sima::Encoding::Cp932;
+// None for "auto".
+std::optional<sima::Encoding> encodingArgument(const std::string& name) {
+    if (name == "auto") {
+        return std::nullopt;
+    }
+    if (const std::optional<sima::Encoding> encoding = sima::encodingNamed(name)) {
+        return encoding;
+    }
+    throw WrongUsage("--encoding: no encoding is named '" + name + "'; take auto, cp932, utf-8 or utf-16");
 }
 
 double realArgument(const std::string& text, const char* what) {
@@ -164,9 +173,8 @@ void addImport(CLI::App& app, Raw& raw) {
     command->add_option("--zone", raw.zone, "Plane rectangular zone of the coordinates (JGD2011)")
         ->check(CLI::Range(1, 19).description(""))
         ->type_name("1..19");
-    command->add_option("--encoding", raw.importEncoding, "Encoding of the files [cp932]")
-        ->check(CLI::IsMember({"cp932", "utf-8"}).description(""))
-        ->type_name("cp932|utf-8");
+    command->add_option("--encoding", raw.importEncoding, "Encoding of the files; auto: by their bytes [auto]")
+        ->type_name("auto|cp932|utf-8");
     command
         ->add_option("--positive-radius", raw.positiveRadius,
                      "Sense in which a positive radius turns on the map; auto: what the joints of the route prove "
@@ -175,6 +183,8 @@ void addImport(CLI::App& app, Raw& raw) {
         ->type_name("auto|left|right");
     command->add_flag("--plan-tangents", a.planTangents,
                       "Take the tangents of clothoids in plan, also where the points differ in height");
+    command->add_flag("--replace", a.replace,
+                      "Take away what the drawing has of files of the same names, in the same step");
     command->add_flag("--keep-partial", a.keepPartial, "Keep what was made when an import is broken off");
     command->add_flag("--strict", a.strict, "Exit with 3 if the log holds error blocks");
     command->add_flag("--json", a.json, "Print the result as JSON");
@@ -187,9 +197,8 @@ void addImport(CLI::App& app, Raw& raw) {
 void addPreview(CLI::App& app, Raw& raw) {
     CLI::App* command = app.add_subcommand("preview", "Count what a SIMA file holds");
     command->add_option("FILE", raw.preview.file, "SIMA file, named *.sim")->required()->type_name("");
-    command->add_option("--encoding", raw.previewEncoding, "Encoding of the file [cp932]")
-        ->check(CLI::IsMember({"cp932", "utf-8"}).description(""))
-        ->type_name("cp932|utf-8");
+    command->add_option("--encoding", raw.previewEncoding, "Encoding of the file; auto: by its bytes [auto]")
+        ->type_name("auto|cp932|utf-8");
     command->add_flag("--json", raw.preview.json, "Print the counts as JSON");
     command->add_flag("-q,--quiet", raw.preview.quiet, "No progress and no notes; errors are still told");
     command->footer("Example:\n  fenmark preview road.sim");
@@ -395,7 +404,7 @@ ParsedCommand checkedImport(Raw& raw) {
     if (raw.zone != 0) {
         a.zone = raw.zone;
     }
-    a.encoding = encodingNamed(raw.importEncoding);
+    a.encoding = encodingArgument(raw.importEncoding);
     a.positiveRadius = raw.positiveRadius == "left"    ? PositiveRadius::Left
                        : raw.positiveRadius == "right" ? PositiveRadius::Right
                                                        : PositiveRadius::Auto;
@@ -574,7 +583,7 @@ ParsedCommand checked(CLI::App& app, Raw& raw) {
     }
     if (app.got_subcommand("preview")) {
         requireName(raw.preview.file, "FILE");
-        raw.preview.encoding = encodingNamed(raw.previewEncoding);
+        raw.preview.encoding = encodingArgument(raw.previewEncoding);
         return raw.preview;
     }
     if (app.got_subcommand("info")) {
@@ -630,21 +639,70 @@ void foldHelp(CLI::App& app) {
     }
 }
 
+std::vector<std::string> commandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
 // What to say of a line that names no command.
 std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+    const std::vector<std::string> names = commandNames(app);
     std::string commands;
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        commands.append(commands.empty() ? "" : ", ").append(command->get_name());
+    for (const std::string& name : names) {
+        commands.append(commands.empty() ? "" : ", ").append(name);
     }
     const auto word = std::find_if(arguments.begin(), arguments.end(),
                                    [](const std::string& argument) { return !argument.starts_with('-'); });
-    return (word == arguments.end() ? "no command is given" : "there is no command '" + *word + "'") +
-           "; the commands are " + commands;
+    if (word == arguments.end()) {
+        return "no command is given; the commands are " + commands;
+    }
+    return "there is no command '" + *word + "'; the commands are " + commands + suggestion(*word, names);
+}
+
+// The first option of the line that the command does not know, in words; empty if it knows them all.
+std::string unknownOption(const CLI::App& command, const std::vector<std::string>& arguments) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    for (const std::string& argument : arguments) {
+        if (argument == "--") {
+            break;
+        }
+        const std::string name = argument.substr(0, argument.find('='));
+        if (name.starts_with("--") && std::find(names.begin(), names.end(), name) == names.end()) {
+            return command.get_name() + " has no option " + name + suggestion(name, names);
+        }
+    }
+    return {};
+}
+
+// What to say of a line that the parser refused.
+std::string refusal(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+    const std::vector<CLI::App*> chosen = app.get_subcommands();
+    if (chosen.empty()) {
+        return withoutCommand(app, arguments);
+    }
+    const std::string unknown = unknownOption(*chosen.front(), arguments);
+    return unknown.empty() ? std::string(error.what()) : unknown;
 }
 
 } // namespace
 
-ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
+ParsedCommand parseArguments(const std::vector<std::string>& given) {
+    // "help COMMAND" is "COMMAND --help".
+    std::vector<std::string> arguments = given;
+    const bool asksForHelp = !arguments.empty() && arguments.front() == "help";
+    if (asksForHelp) {
+        arguments.erase(arguments.begin());
+        arguments.resize(std::min<std::size_t>(arguments.size(), 1));
+        arguments.emplace_back("--help");
+    }
     CLI::App app("Brings SIMA survey files into drawings and answers questions about them.", "fenmark");
     Raw raw;
     app.set_help_flag("-h,--help", "Print this help and exit");
@@ -667,6 +725,11 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     addExport(app, raw);
     addPlot(app, raw);
     foldHelp(app);
+    if (const std::vector<std::string> names = commandNames(app);
+        asksForHelp && arguments.size() > 1 &&
+        std::find(names.begin(), names.end(), arguments.front()) == names.end()) {
+        return UsageError{withoutCommand(app, arguments)};
+    }
 
     // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
@@ -683,7 +746,7 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     } catch (const CLI::CallForVersion& version) {
         return ShowText{std::string(version.what()) + "\n"};
     } catch (const CLI::ParseError& error) {
-        return UsageError{app.get_subcommands().empty() ? withoutCommand(app, arguments) : error.what()};
+        return UsageError{refusal(app, error, arguments)};
     } catch (const WrongUsage& error) {
         return UsageError{error.what()};
     }

@@ -4,13 +4,17 @@
 #include "cli/arguments.h"
 #include "cli/commands.h"
 #include "cli/messages.h"
+#include "cli/printable.h"
 
 #include <ostream>
+#include <string_view>
 #include <variant>
 
 namespace fenmark::cli {
 
 namespace {
+
+constexpr std::string_view kNoMemory = "fenmark: error: out of memory\n";
 
 struct Runner {
     const Streams& streams;
@@ -37,7 +41,9 @@ struct Runner {
 
 } // namespace
 
-int run(const std::vector<std::string>& arguments, const Streams& streams) {
+namespace {
+
+int runGuarded(const std::vector<std::string>& arguments, const Streams& streams) {
     try {
         return std::visit(Runner{streams}, parseArguments(arguments));
     } catch (const Stop& stop) {
@@ -45,6 +51,20 @@ int run(const std::vector<std::string>& arguments, const Streams& streams) {
         return stop.code();
     } catch (...) {
         tellError(streams, currentExceptionText());
+        return kNotDone;
+    }
+}
+
+} // namespace
+
+int run(const std::vector<std::string>& arguments, const Streams& streams) {
+    try {
+        PrintableStream out(streams.out);
+        PrintableStream err(streams.err);
+        return runGuarded(arguments, {out, err, streams.errIsTerminal, &streams.err});
+    } catch (...) {
+        // What failed failed again while it was told: there is no memory even for a message.
+        streams.err.rdbuf()->sputn(kNoMemory.data(), static_cast<std::streamsize>(kNoMemory.size()));
         return kNotDone;
     }
 }

@@ -19,6 +19,8 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false; // a progress bar is drawn on a terminal only
+    // Where bars are drawn: the terminal itself, which a carriage return reaches. Null: err.
+    std::ostream* terminal = nullptr;
 };
 
 // Runs one command line; the arguments are those behind the program's name. Raises nothing.

@@ -2,54 +2,101 @@
 #include "cli/drawings.h"
 
 #include "cli/messages.h"
+#include "sima/text/number.h"
+#include "sima/text/utf8.h"
 
-#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <optional>
+#include <system_error>
+#include <unordered_set>
+#include <vector>
 
 namespace fenmark::cli {
 
 using drawing::Drawing;
 
-namespace {
-
-std::unique_ptr<Drawing> readWith(drawing::DrawingStore& store, const std::string& path, drawing::Load load) {
+std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
+    drawing::DrawingStore store;
     const drawing::StoreResult opened = store.open(path, *drawing, load);
     if (!opened) {
         throw Stop(kNotDone, opened.message);
     }
-    return drawing;
-}
-
-} // namespace
-
-std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load) {
-    drawing::DrawingStore store;
-    return readWith(store, path, load);
-}
-
-std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
-    drawing::DrawingStore store;
-    auto drawing = readWith(store, path, load);
     for (const drawing::StoreNote& note : store.notes()) {
         tellFileNote(streams, quiet, path, drawing::noteText(note));
     }
     return drawing;
 }
 
-std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name) {
-    std::vector<std::string> names;
-    for (std::size_t i = drawing.alignmentCount(); i-- > 0;) {
-        if (drawing.alignment(i).name == name) {
-            return i;
+std::string_view withoutEndBlanks(std::string_view name) {
+    while (true) {
+        const std::string_view before = name;
+        name = sima::trim(name);
+        if (name.starts_with(sima::kIdeographicSpace)) {
+            name.remove_prefix(sima::kIdeographicSpace.size());
+        }
+        if (name.ends_with(sima::kIdeographicSpace)) {
+            name.remove_suffix(sima::kIdeographicSpace.size());
+        }
+        if (name.size() == before.size()) {
+            return name;
         }
     }
+}
+
+namespace {
+
+// The identifier that "#12" gives; nothing for any other text.
+std::optional<std::uint64_t> identifierIn(std::string_view text) {
+    std::uint64_t id = 0;
+    if (!text.starts_with('#')) {
+        return std::nullopt;
+    }
+    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), id);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(id) : std::nullopt;
+}
+
+// Each name once, in order of first appearance.
+std::vector<std::string> alignmentNames(const Drawing& drawing) {
+    std::vector<std::string> names;
+    std::unordered_set<std::string_view> seen;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        if (std::find(names.begin(), names.end(), drawing.alignment(i).name) == names.end()) {
+        if (seen.insert(drawing.alignment(i).name).second) {
             names.push_back(drawing.alignment(i).name);
         }
     }
-    throw Stop(kNotDone,
-               path + ": the drawing has no alignment named '" + name + "'; its alignments: " + joined(names));
+    return names;
+}
+
+} // namespace
+
+std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name) {
+    const std::string_view wanted = withoutEndBlanks(name);
+    std::vector<std::size_t> found;
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        if (withoutEndBlanks(drawing.alignment(i).name) == wanted) {
+            found.push_back(i);
+        }
+    }
+    if (found.empty()) {
+        if (const std::optional<std::uint64_t> id = identifierIn(wanted)) {
+            if (const auto index = drawing.findAlignment(host::MdDbObjectId(*id))) {
+                return *index;
+            }
+        }
+        throw Stop(kNotDone, path + ": the drawing has no alignment named '" + name +
+                                 "'; its alignments: " + joined(alignmentNames(drawing)));
+    }
+    if (found.size() > 1) {
+        std::vector<std::string> ids;
+        for (const std::size_t index : found) {
+            ids.push_back("#" + std::to_string(drawing.alignment(index).id.asUint64()));
+        }
+        throw Stop(kNotDone,
+                   path + ": several alignments are named '" + name + "'; name one by its identifier: " + joined(ids));
+    }
+    return found.front();
 }
 
 bool endsIn(std::string_view path, std::string_view extension) {

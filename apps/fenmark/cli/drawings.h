@@ -11,14 +11,15 @@
 
 namespace fenmark::cli {
 
-// Raises Stop with a message that names file and reason.
-std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load);
-
-// The same, and says on standard error what was left out or is odd.
+// Notes what is odd about the file, unless quiet. Raises Stop with a message that names file and reason.
 std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams,
-                                              bool quiet);
+                                              bool quiet = false);
 
-// The index of the alignment of that name, the last one if several bear it. Raises Stop with the names that there are.
+// The name without blanks at its ends, U+3000 too: names are equal for the command line when they are equal so.
+std::string_view withoutEndBlanks(std::string_view name);
+
+// The index of the alignment of that name, or of the identifier that "#12" gives. Raises Stop with the names that there
+// are, or with the identifiers where several alignments bear the name.
 std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name);
 
 // Whether the path ends in the extension, which is given in small letters, in any case.

@@ -55,7 +55,7 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
 } // namespace
 
 int runInfo(const InfoArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams, false);
+    const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams);
     if (arguments.json) {
         exchange::writeInfoJson(*drawing, streams.out);
     } else {

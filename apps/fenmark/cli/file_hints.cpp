@@ -3,12 +3,16 @@
 
 #include "cli/error_blocks.h"
 #include "cli/messages.h"
+#include "cli/printable.h"
 #include "sima/text/path.h"
+#include "sima/text/splitter.h"
 #include "sima/text/string_table.h"
 #include "sima/text/utf8.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <fstream>
+#include <iterator>
 #include <ostream>
 #include <string_view>
 
@@ -30,14 +34,29 @@ std::string headOf(const std::string& path) {
     return head;
 }
 
-bool looksLikeUtf16(std::string_view text) {
-    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF");
-}
-
 // Whether an error is one of the number of fields. Results outside their alignment bear the same code.
 bool isOfFieldCount(const ErrorBlock& block) {
     return block.code == "ErrX001" && block.text != sima::resourceText(sima::kMessageLongitudinalOutside) &&
            block.text != sima::resourceText(sima::kMessageCrossSectionOutside);
+}
+
+// The fields of the records with values whose number is fixed, the empty one behind the last comma counted.
+struct RecordFields {
+    std::string_view code;
+    std::int32_t count;
+};
+constexpr RecordFields kRecordFields[] = {
+    {"A01", 7}, {"B01", 4}, {"B03", 3}, {"C01", 4}, {"C02", 5}, {"C03", 4}, {"D00", 5},
+    {"F00", 6}, {"G00", 4}, {"H00", 4}, {"H01", 7}, {"I00", 4}, {"I01", 6}, {"I02", 5},
+};
+
+// Whether the record would do without its last comma.
+bool hasOneCommaTooMany(std::string_view record) {
+    sima::Fields fields;
+    const std::int32_t count = sima::splitLine(record, ",", fields);
+    const auto known = std::find_if(std::begin(kRecordFields), std::end(kRecordFields),
+                                    [&](const RecordFields& fixed) { return fixed.code == fields[0]; });
+    return known != std::end(kRecordFields) && count == known->count + 1 && record.ends_with(",,");
 }
 
 // The section letter that a text begins with, if it goes on as given; otherwise 0.
@@ -58,29 +77,49 @@ char unclosedSection(const ErrorBlock& block) {
 
 } // namespace
 
-void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string& file, sima::Encoding encoding) {
+FileEncoding encodingOf(const std::string& file, std::optional<sima::Encoding> asked) {
+    const sima::EncodingChoice choice = sima::chooseEncoding(file);
+    if (asked == sima::Encoding::Utf16Le && choice.kind == sima::TextKind::Utf16) {
+        asked = choice.encoding; // the order of the bytes is the file's
+    }
+    return {asked.value_or(choice.encoding), asked.has_value(), choice.kind};
+}
+
+void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string& file, const FileEncoding& encoding) {
+    using sima::Encoding;
+    using sima::TextKind;
     if (quiet) {
         return;
     }
     const auto tell = [&](std::string_view text) { tellFileNote(streams, false, file, text); };
     const std::string head = headOf(file);
-    if (looksLikeUtf16(head)) {
-        tell("looks like UTF-16, which is not read; save it in code page 932 or UTF-8");
-    } else if (encoding == sima::Encoding::Cp932 && !sima::isAscii(head) && sima::isValidUtf8(head)) {
+    const bool isUtf8 = encoding.looksLike == TextKind::Utf8 || encoding.looksLike == TextKind::Utf8Mark;
+    if (encoding.looksLike == TextKind::EucJp || encoding.looksLike == TextKind::Iso2022Jp) {
+        tell(std::string("looks like ") + (encoding.looksLike == TextKind::EucJp ? "EUC-JP" : "ISO-2022-JP (JIS)") +
+             ", which is not read: its names come out wrong; save it in code page 932 or UTF-8");
+    } else if (!encoding.asked) {
+        if (encoding.looksLike == TextKind::Utf8Mark) {
+            tell("read in UTF-8, as the byte order mark at its start says");
+        } else if (encoding.looksLike != TextKind::Cp932) {
+            tell("read in " + std::string(sima::encodingTitle(encoding.encoding)) + ", as its bytes show");
+        }
+    } else if (encoding.looksLike == TextKind::Utf16 && encoding.encoding != Encoding::Utf16Le &&
+               encoding.encoding != Encoding::Utf16Be) {
+        tell("looks like UTF-16 and is read in " + std::string(sima::encodingTitle(encoding.encoding)) +
+             "; without --encoding it is read as such");
+    } else if (encoding.encoding == Encoding::Cp932 && isUtf8) {
         tell("looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
-    } else if (encoding == sima::Encoding::Utf8 && !sima::isValidUtf8(head)) {
+    } else if (encoding.encoding == Encoding::Utf8 && !sima::isValidUtf8(head)) {
         tell("is no UTF-8; without --encoding utf-8 it is read in code page 932");
     }
-    if (head.find('\n') == std::string::npos && head.find('\r') != std::string::npos) {
+    const bool isUtf16 = encoding.looksLike == TextKind::Utf16;
+    if (!isUtf16 && head.find('\n') == std::string::npos && head.find('\r') != std::string::npos) {
         tell("its lines end in a carriage return alone, so all of it is one line; save it with line feeds");
     }
 }
 
-void tellNothingFound(const Streams& streams, bool quiet, const std::string& file, const sima::SimaReader& reader) {
-    if (reader.points.empty() && reader.lots.empty() && reader.alignments.empty() && reader.hSeries.empty() &&
-        reader.intersections.empty()) {
-        tellFileNote(streams, quiet, file, "no point, lot, route or result was found in it");
-    }
+void tellNothingFound(const Streams& streams, bool quiet, const std::string& file) {
+    tellFileNote(streams, quiet, file, "no point, lot, route or result was found in it");
 }
 
 void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
@@ -93,23 +132,62 @@ void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& 
         if (section == '\0') {
             continue;
         }
-        streams.err << file << ':' << block.line << ": note: " << block.record.substr(0, 3) << " inside section "
-                    << section << "; " << section << "99 seems to be missing before it, and all up to the next "
-                    << section << "99 is taken for section " << section << '\n';
+        streams.err << oneLine(file) << ':' << block.line << ": note: " << block.record.substr(0, 3)
+                    << " inside section " << section << "; " << section
+                    << "99 seems to be missing before it, and all up to the next " << section
+                    << "99 is taken for section " << section << '\n';
         return;
     }
 }
 
-void tellMissingCommas(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
+void tellCommas(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
+    if (quiet) {
+        return;
+    }
     std::size_t lacking = 0;
+    std::size_t oneTooMany = 0;
     for (std::size_t i = 0; i < errorBlockCount(log); ++i) {
         const ErrorBlock block = errorBlock(log, i);
-        lacking += isOfFieldCount(block) && !block.record.ends_with(',') ? 1U : 0U;
+        if (isOfFieldCount(block)) {
+            lacking += block.record.ends_with(',') ? 0U : 1U;
+            oneTooMany += hasOneCommaTooMany(block.record) ? 1U : 0U;
+        }
     }
     if (lacking > 0) {
-        tellFileNote(streams, quiet, file,
+        tellFileNote(streams, false, file,
                      std::to_string(lacking) + (lacking == 1 ? " record lacks" : " records lack") +
                          " the comma that every record of the format ends in");
+    }
+    if (oneTooMany > 0) {
+        tellFileNote(streams, false, file,
+                     "one comma too many at the end of " + std::to_string(oneTooMany) +
+                         (oneTooMany == 1 ? " record" : " records") + ", which the format refuses; take it away");
+    }
+}
+
+void tellPointNumbers(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
+    if (quiet) {
+        return;
+    }
+    std::size_t count = 0;
+    std::string first;
+    sima::Fields fields;
+    for (std::size_t i = 0; i < errorBlockCount(log); ++i) {
+        const ErrorBlock block = errorBlock(log, i);
+        if (block.code != "ErrA01-1" && block.code != "ErrB01-1") {
+            continue;
+        }
+        if (count == 0 && sima::splitLine(block.record, ",", fields) > 1) {
+            first = fields[1];
+        }
+        ++count;
+    }
+    if (count > 0) {
+        tellFileNote(streams, false, file,
+                     std::to_string(count) + (count == 1 ? " record has" : " records have") +
+                         " a point number such as '" + first +
+                         "'; the format wants a whole number of at most five digits there, and "
+                         "the point's name in the field behind it");
     }
 }
 

@@ -1,23 +1,32 @@
 // fenmark import: the command flow on the embedded host's drawing, file by file.
 #include "cli/commands.h"
+#include "cli/drawings.h"
 #include "cli/file_hints.h"
 #include "cli/import_dialogs.h"
 #include "cli/messages.h"
 #include "command/import_command.h"
+#include "drawing/file_digest.h"
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
+#include "platform/files.h"
 #include "sima/log/sima_log.h"
+#include "sima/reader/line_source.h"
 #include "sima/text/path.h"
 
 #include <algorithm>
-#include <map>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <future>
 #include <memory>
+#include <new>
+#include <optional>
 #include <ostream>
+#include <system_error>
+#include <utility>
 
 #include <nlohmann/json.hpp>
-
-#include <sys/stat.h>
 
 namespace fenmark::cli {
 
@@ -27,25 +36,84 @@ using drawing::Drawing;
 using drawing::StoreResult;
 using host::embedded::EmbeddedHost;
 
-bool exists(const std::string& path) {
-    struct ::stat status {};
-    return ::stat(path.c_str(), &status) == 0;
-}
-
 std::string drawingBeside(const std::string& file) {
     return file.substr(0, file.size() - 4) + ".gpkg";
 }
 
-void openDrawing(EmbeddedHost& host, const std::string& path) {
+// A drawing is new only where it is certain that none is there. What could not be written in the end is told at once,
+// before the file is read.
+void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArguments& arguments,
+                 const Streams& streams) {
     host::embedded::Document& document = *host.currentDocument();
-    if (!exists(path)) {
-        return;
+    const platform::PathState state = platform::lookUp(path);
+    const auto refuse = [&](const std::string& why) {
+        throw Stop(kNotDone, drawing::storeMessage(drawing::StoreError::NotWritable, path, why));
+    };
+    if (state.error == std::errc::not_a_directory) {
+        refuse("its folder: " + platform::reasonOf(state.error));
     }
-    const StoreResult opened = document.store().open(path, document.drawing(), drawing::Load::WithoutEntities);
+    if (state.kind == platform::PathKind::File) {
+        if (const std::error_code error = platform::mayWrite(path)) {
+            refuse(platform::reasonOf(error));
+        }
+        if (const std::error_code error = platform::mayWrite(platform::folderOf(platform::behindLinks(path)))) {
+            refuse("its folder: " + platform::reasonOf(error));
+        }
+    }
+    const StoreResult opened = document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities);
     if (!opened) {
         throw Stop(kNotDone, opened.message);
     }
+    for (const drawing::StoreNote& note : document.store().notes()) {
+        tellFileNote(streams, arguments.quiet, path, drawing::noteText(note));
+    }
 }
+
+// The log of one import, in a place of its own beside the input until the drawing is safe. A file that is no file, or a
+// link, at the log's name is never written through.
+class PendingLog {
+  public:
+    explicit PendingLog(const std::string& file) : file_(file) {
+        sima::SimaLog log;
+        log.setFileName(file);
+        target_ = log.fileName();
+    }
+
+    const std::string& target() const { return target_; }
+    // Where the command writes it.
+    const std::string& path() const { return temporary_.path(); }
+
+    // Each returns what to tell the user; nothing on success.
+    std::string make() { return told(temporary_.make(target_, platform::AtLink::Replace)); }
+    // After this only its renaming can fail.
+    std::string complete() { return told(temporary_.complete()); }
+    std::string putInPlace() {
+        // The drawing holds the import already: a fault that passes must not part the two.
+        std::error_code error;
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            try {
+                error = temporary_.putInPlace();
+            } catch (const std::bad_alloc&) {
+                error = std::make_error_code(std::errc::not_enough_memory);
+            }
+            if (!error) {
+                break;
+            }
+        }
+        return told(error);
+    }
+
+  private:
+    static constexpr int kAttempts = 3;
+
+    std::string told(const std::error_code& error) const {
+        return error ? file_ + ": the log beside it cannot be written: " + platform::reasonOf(error) : std::string();
+    }
+
+    std::string file_;
+    std::string target_;
+    platform::TemporaryFile temporary_;
+};
 
 std::vector<std::string> namesOf(const auto& items) {
     std::vector<std::string> names;
@@ -56,8 +124,25 @@ std::vector<std::string> namesOf(const auto& items) {
     return names;
 }
 
-// What the options name must be there, or be made where an option allows it.
-void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const std::string& path) {
+// The item's own name for the one that was given, which may differ in blanks at the ends. An item of exactly that name
+// comes first.
+std::optional<std::string> nameAmong(const auto& items, const std::string& given) {
+    std::optional<std::string> found;
+    for (const auto& item : items) {
+        if (item.name == given) {
+            return given;
+        }
+        if (!found && withoutEndBlanks(item.name) == withoutEndBlanks(given)) {
+            found = item.name;
+        }
+    }
+    return found;
+}
+
+// What the options name must be there, or be made where an option allows it. Returns the options with the names that
+// the drawing has for them.
+ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, const std::string& path) {
+    ImportArguments arguments = given;
     if (arguments.zone && drawing.zone() != *arguments.zone) {
         if (drawing.zone() != 0) {
             throw Stop(kNotDone, path + ": its coordinates are in zone " + std::to_string(drawing.zone()) +
@@ -65,9 +150,13 @@ void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const st
         }
         drawing.setZone(*arguments.zone);
     }
-    for (const auto* layer : {&arguments.pointLayer, &arguments.ipLayer, &arguments.lotLayer, &arguments.stakeLayer,
-                              &arguments.continuousLayer}) {
-        if (!layer->has_value() || drawing.findLayer(**layer)) {
+    for (auto* layer : {&arguments.pointLayer, &arguments.ipLayer, &arguments.lotLayer, &arguments.stakeLayer,
+                        &arguments.continuousLayer}) {
+        if (!layer->has_value()) {
+            continue;
+        }
+        if (const std::optional<std::string> name = nameAmong(drawing.layers(), **layer)) {
+            *layer = name;
             continue;
         }
         if (!arguments.createLayers || (*layer)->empty()) {
@@ -76,14 +165,20 @@ void prepareDrawing(Drawing& drawing, const ImportArguments& arguments, const st
         }
         drawing.addLayer(**layer);
     }
-    if (arguments.site && !drawing.findSite(*arguments.site)) {
-        // A drawing without sites gets its first one here, so that it bears the name asked for.
-        if (!drawing.sites().empty() || arguments.site->empty()) {
-            throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
-                                     "'; its sites: " + joined(namesOf(drawing.sites())));
-        }
-        drawing.addSite(*arguments.site);
+    if (!arguments.site) {
+        return arguments;
     }
+    if (const std::optional<std::string> name = nameAmong(drawing.sites(), *arguments.site)) {
+        arguments.site = name;
+        return arguments;
+    }
+    // A drawing without sites gets its first one here, so that it bears the name asked for.
+    if (!drawing.sites().empty() || arguments.site->empty()) {
+        throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
+                                 "'; its sites: " + joined(namesOf(drawing.sites())));
+    }
+    drawing.addSite(*arguments.site);
+    return arguments;
 }
 
 void printResult(std::ostream& out, const command::ImportResult& result, bool withName) {
@@ -115,24 +210,27 @@ nlohmann::ordered_json jsonOf(const command::ImportResult& result, const std::st
 std::string breakOffText(const std::string& file, const sima::SimaReader& reader) {
     try {
         throw;
-    } catch (const std::system_error& error) {
-        return file + ": the log beside it cannot be written: " + error.code().message();
+    } catch (const sima::LogFailure& error) {
+        return file + ": the log beside it cannot be written: " + platform::reasonOf(error.code());
+    } catch (const sima::ReadFailure& error) {
+        return file + ":" + std::to_string(reader.lineNumber + 1) +
+               ": import broken off: the file cannot be read further: " + platform::reasonOf(error.code());
     } catch (...) {
         return file + ":" + std::to_string(reader.lineNumber) + ": import broken off: " + currentExceptionText();
     }
 }
 
 // What the user should look at in the file, also where the import was broken off.
-void tellHints(const ImportArguments& arguments, const std::string& file, const sima::SimaLog& log,
-               const Streams& streams) {
-    tellLikelyMisreading(streams, arguments.quiet, file, arguments.encoding);
+void tellHints(const ImportArguments& arguments, const std::string& file, const FileEncoding& encoding,
+               const sima::SimaLog& log, const Streams& streams) {
+    tellLikelyMisreading(streams, arguments.quiet, file, encoding);
     tellUnclosedSection(streams, arguments.quiet, file, log);
-    tellMissingCommas(streams, arguments.quiet, file, log);
+    tellCommas(streams, arguments.quiet, file, log);
+    tellPointNumbers(streams, arguments.quiet, file, log);
 }
 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
-    tellNothingFound(streams, arguments.quiet, file, reader);
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
     for (const std::string& line : host::embedded::noteLines(host.layoutNotes())) {
         tellFileNote(streams, arguments.quiet, file, line);
@@ -190,67 +288,233 @@ struct Outcome {
     std::string logPath;
 };
 
-// Runs the command for one file and keeps the drawing on disk. Raises Stop, with the drawing on disk as it was unless
-// a part was to be kept.
-Outcome importFile(EmbeddedHost& host, const ImportArguments& arguments, const std::string& file,
+// One run of the command on the host's drawing.
+struct Run {
+    sima::SimaReader reader;
+    std::string brokenOff; // what to tell; empty if the command came to its end
+};
+
+// Raises Stop where the options cannot be met.
+Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::CommandSettings& settings) {
+    host::HostAdapter boundary;
+    command::LastRun lastRun;
+    Run run;
+    try {
+        command::Fenmark(boundary, dialogs, lastRun, run.reader, settings);
+        if (run.reader.openError) {
+            run.brokenOff = file + ": cannot be read: " + platform::reasonOf(run.reader.openError);
+        }
+    } catch (const Stop&) {
+        throw;
+    } catch (...) {
+        run.brokenOff = breakOffText(file, run.reader);
+    }
+    return run;
+}
+
+// Another program was quicker with the same drawing: nothing was written, and nothing was told yet.
+class Overtaken : public Stop {
+  public:
+    using Stop::Stop;
+};
+
+// The name by which rows and imports know a file.
+std::string nameInRows(const std::string& file) {
+    const std::string text = sima::textOfPath(file);
+    return text.substr(sima::fileNameStart(text));
+}
+
+// From the root on, as a text.
+std::string wholePath(const std::string& file) {
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
+    return sima::textOfPath(error ? file : whole.string());
+}
+
+// UTC, "2026-01-31T09:15:00Z".
+std::string timeNow() {
+    using namespace std::chrono;
+    const auto now = floor<seconds>(system_clock::now());
+    const auto day = floor<days>(now);
+    const year_month_day date(day);
+    const hh_mm_ss time(now - day);
+    const auto padded = [](std::int64_t value, std::size_t digits) {
+        std::string text = std::to_string(value);
+        return text.insert(0, digits - std::min(digits, text.size()), '0');
+    };
+    return padded(int{date.year()}, 4) + "-" + padded(unsigned{date.month()}, 2) + "-" +
+           padded(unsigned{date.day()}, 2) + "T" + padded(time.hours().count(), 2) + ":" +
+           padded(time.minutes().count(), 2) + ":" + padded(time.seconds().count(), 2) + "Z";
+}
+
+// The digest of the file, made beside the import where the file is large.
+std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& file) {
+    constexpr std::uint64_t kSmall = std::uint64_t{1} << 20; // bytes
+    if (platform::lookUp(file).size > kSmall) {
+        try {
+            return std::async(std::launch::async, drawing::digestFile, file);
+        } catch (const std::system_error&) { // no thread to be had
+        }
+    }
+    return std::async(std::launch::deferred, drawing::digestFile, file);
+}
+
+// What the drawing has of a file of that name, in words; empty if it has nothing.
+std::string earlierImports(const Drawing& drawing, const std::string& name) {
+    const std::vector<std::size_t> earlier = drawing.importsOf(name);
+    if (earlier.empty()) {
+        return {};
+    }
+    const std::string& time = drawing.imports()[earlier.back()].time;
+    return (earlier.size() == 1 ? "once" : std::to_string(earlier.size()) + " times") + ", last at " + time;
+}
+
+std::size_t removeEarlierImports(Drawing& drawing, const std::string& name) {
+    std::vector<host::MdDbObjectId> ids;
+    for (const std::size_t place : drawing.importsOf(name)) {
+        ids.push_back(drawing.imports()[place].id);
+    }
+    for (const host::MdDbObjectId id : ids) {
+        drawing.removeImport(id);
+    }
+    return ids.size();
+}
+
+drawing::ImportCounts countsOf(const sima::SimaReader& reader) {
+    drawing::ImportCounts counts;
+    counts.points = reader.coordinatePointsCreated;
+    counts.lots = reader.options.flag(sima::ImportKind::Lots) ? reader.lotCount() : 0;
+    counts.routes = reader.polylinesCreated;
+    counts.alignments = reader.alignmentsCreated;
+    counts.longitudinal = reader.longitudinalPointsCreated;
+    counts.crossSections = reader.crossSectionPointsCreated;
+    counts.errors = reader.log.errorCount();
+    return counts;
+}
+
+// What a run is to tell once the drawing is safe, or once it is known that nothing was kept.
+struct Telling {
+    const ImportArguments& arguments;
+    const std::string& file;
+    const Streams& streams;
+    FileEncoding encoding;
+
+    void errors(const sima::SimaReader& reader) const {
+        tellErrorBlocks(streams, file, reader.log);
+        tellHints(arguments, file, encoding, reader.log, streams);
+    }
+};
+
+// Runs the command for one file and keeps the drawing and the log on disk, the log last. Raises Stop, with both on disk
+// as they were unless a part was to be kept; Overtaken if it should be tried once more.
+Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
                    const std::string& drawingPath, const Streams& streams) {
-    prepareDrawing(host.drawing(), arguments, drawingPath);
-    const std::size_t firstEntity = host.drawing().entityCount();
-    const std::size_t firstAlignment = host.drawing().alignmentCount();
+    Drawing& drawing = host.drawing();
+    const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath);
+    PendingLog log(file);
+    std::string logFailure = log.make();
+    if (!logFailure.empty() && !arguments.keepPartial) {
+        throw Stop(kNotDone, logFailure + "; the drawing is left as it was");
+    }
+    const std::string logFile = logFailure.empty() ? log.path() : std::string();
+
+    const bool isNew = platform::lookUp(drawingPath).kind == platform::PathKind::Missing;
+    const Telling telling{arguments, file, streams, encodingOf(file, arguments.encoding)};
+    std::future<std::optional<drawing::FileDigest>> digest = startDigest(file);
+    const std::string name = nameInRows(file);
+    const std::string earlier = earlierImports(drawing, name);
+    if (arguments.replace) {
+        removeEarlierImports(drawing, name);
+    }
+    const std::size_t firstEntity = drawing.entityCount();
+    const std::size_t firstAlignment = drawing.alignmentCount();
+    drawing::Import import;
+    import.firstId = drawing.lastId() + 1;
     host.setPositiveRadius(arguments.positiveRadius);
     host.setPlanTangents(arguments.planTangents);
     host.clearNotes();
 
-    ImportDialogs dialogs(arguments, file, streams);
-    host::HostAdapter boundary;
-    command::LastRun lastRun;
-    sima::SimaReader reader;
-    std::string brokenOff;
-    try {
-        command::Fenmark(boundary, dialogs, lastRun, reader, {arguments.encoding, outputSettings(host, arguments)});
-    } catch (const Stop&) {
-        throw;
-    } catch (...) {
-        brokenOff = breakOffText(file, reader);
-    }
-    tellErrorBlocks(streams, file, reader.log);
-    tellHints(arguments, file, reader.log, streams);
-    if (!brokenOff.empty() && !arguments.keepPartial) {
-        throw Stop(kNotDone, brokenOff + "; the drawing is left as it was");
-    }
-    if (brokenOff.empty() && !dialogs.result()) {
+    ImportDialogs dialogs(arguments, file, telling.encoding.encoding, logFile, drawing, streams);
+    Run run =
+        runCommand(dialogs, file, {telling.encoding.encoding, outputSettings(host, arguments), kLongestLine, logFile});
+    const std::optional<drawing::FileDigest> known = digest.get();
+    if (run.brokenOff.empty() && !dialogs.result()) {
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
     }
+    if (run.brokenOff.empty() && !known) {
+        run.brokenOff = file + ": cannot be read to its end";
+    }
+    if (run.brokenOff.empty() && logFailure.empty()) {
+        logFailure = log.complete();
+    }
+    if (run.brokenOff.empty()) {
+        run.brokenOff = logFailure;
+    }
+    if (!run.brokenOff.empty() && !arguments.keepPartial) {
+        telling.errors(run.reader);
+        throw Stop(kNotDone, run.brokenOff + "; the drawing is left as it was");
+    }
 
-    tellNotes(host, arguments, dialogs, file, reader, streams);
-    tellUnplaced(host.drawing(), firstEntity, firstAlignment, arguments, file, streams);
-    reader = sima::SimaReader(); // the file's records need no memory while the drawing is written
+    import.lastId = drawing.lastId();
+    import.fileName = name;
+    import.path = wholePath(file);
+    import.fileSize = known ? known->size : 0;
+    import.digest = known ? known->digest : std::string();
+    import.time = timeNow();
+    import.counts = countsOf(run.reader);
+    drawing.addImport(std::move(import));
+    const bool nothingFound = run.reader.nothingFound();
+    run.reader.points.clear(); // the file's records need no memory while the drawing is written
+    run.reader.lots = {};
+    run.reader.alignments = {};
 
-    host::embedded::Document& document = *host.currentDocument();
-    const StoreResult saved = saveDrawing(document, drawingPath, dialogs.progress());
+    const StoreResult saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress());
+    if (saved.error == drawing::StoreError::ChangedOutside || saved.error == drawing::StoreError::AppearedMeanwhile) {
+        throw Overtaken(kNotDone, saved.message);
+    }
     if (!saved) {
+        telling.errors(run.reader);
         throw Stop(kNotDone, saved.message);
     }
-    if (!brokenOff.empty()) {
-        throw Stop(kNotDone, brokenOff + "; what was made before that is kept in " + drawingPath);
+    if (run.brokenOff.empty()) {
+        if (const std::string failure = log.putInPlace(); !failure.empty()) {
+            const bool removed = isNew && !platform::removeFile(drawingPath);
+            throw Stop(kNotDone, failure + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
+        }
     }
-    sima::SimaLog log;
-    log.setFileName(file);
+
+    telling.errors(run.reader);
+    if (nothingFound) {
+        tellNothingFound(streams, arguments.quiet, file);
+    }
+    tellNotes(host, arguments, dialogs, file, run.reader, streams);
+    tellUnplaced(drawing, firstEntity, firstAlignment, arguments, file, streams);
+    if (!earlier.empty()) {
+        tellFileNote(streams, arguments.quiet, file,
+                     arguments.replace ? "replaces what the drawing had of a file of this name, imported " + earlier
+                                       : "the drawing has objects of a file of this name already, imported " + earlier +
+                                             "; --replace puts the new ones in their place");
+    } else if (arguments.replace) {
+        tellFileNote(streams, arguments.quiet, file, "--replace: the drawing had nothing of a file of this name");
+    }
+    if (!run.brokenOff.empty()) {
+        throw Stop(kNotDone, run.brokenOff + "; what was made before that is kept in " + drawingPath);
+    }
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
-            log.fileName()};
+            log.target()};
 }
 
 // The drawing open at the moment: each file has its own, or all have one.
 class OpenDrawing {
   public:
     // Raises Stop if the drawing cannot be read.
-    EmbeddedHost& at(const std::string& path) {
+    EmbeddedHost& at(const std::string& path, const ImportArguments& arguments, const Streams& streams) {
         if (host_ && path == path_) {
             return *host_;
         }
         host_.reset();
         auto host = std::make_unique<EmbeddedHost>();
-        openDrawing(*host, path);
+        openDrawing(*host, path, arguments, streams);
         host_ = std::move(host);
         path_ = path;
         return *host_;
@@ -263,6 +527,22 @@ class OpenDrawing {
     std::string path_;
 };
 
+// The import that comes second to a drawing is done again on what the first one left.
+Outcome importInTurn(OpenDrawing& open, const ImportArguments& arguments, const std::string& file,
+                     const std::string& drawingPath, const Streams& streams) {
+    constexpr int kAttempts = 5;
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return importFile(open.at(drawingPath, arguments, streams), arguments, file, drawingPath, streams);
+        } catch (const Overtaken&) {
+            open.forget();
+            if (attempt == kAttempts) {
+                throw;
+            }
+        }
+    }
+}
+
 } // namespace
 
 int runImport(const ImportArguments& arguments, const Streams& streams) {
@@ -273,7 +553,7 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
         try {
             requireReadableSimFile(file);
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
-            const Outcome outcome = importFile(open.at(drawingPath), arguments, file, drawingPath, streams);
+            const Outcome outcome = importInTurn(open, arguments, file, drawingPath, streams);
             code = std::max(code, outcome.code);
             if (arguments.json) {
                 results.push_back(jsonOf(outcome.result, drawingPath, outcome.logPath));
@@ -282,9 +562,13 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
             }
             tellNote(streams, arguments.quiet, "drawing " + drawingPath + ", log " + outcome.logPath);
         } catch (const Stop& stop) {
-            tellError(streams, stop.what());
-            code = std::max(code, stop.code());
             open.forget();
+            code = std::max(code, stop.code());
+            tellError(streams, stop.what());
+        } catch (...) {
+            open.forget();
+            code = std::max<int>(code, kNotDone);
+            tellError(streams, file + ": " + currentExceptionText());
         }
     }
     if (arguments.json) {

@@ -1,27 +1,40 @@
 // The dialogs of the command answered from the options of fenmark import.
 #include "cli/import_dialogs.h"
 
+#include "cli/drawings.h"
+
 #include "command/dialog_rules.h"
 #include "sima/log/sima_log.h"
 
 #include <algorithm>
-#include <system_error>
+#include <utility>
 
 namespace fenmark::cli {
 
-ImportDialogs::ImportDialogs(const ImportArguments& arguments, const std::string& file, const Streams& streams)
-    : arguments_(arguments), file_(file), streams_(streams), bars_(streams.err) {}
+ImportDialogs::ImportDialogs(const ImportArguments& arguments, const std::string& file, sima::Encoding encoding,
+                             std::string logFile, const drawing::Drawing& drawing, const Streams& streams)
+    : arguments_(arguments), file_(file), encoding_(encoding), logFile_(std::move(logFile)), drawing_(drawing),
+      streams_(streams), bars_(streams.terminal != nullptr ? *streams.terminal : streams.err) {}
 
 bool ImportDialogs::showImport(command::ImportDialogState& state) {
     state.filePath = file_;
     sima::ReadContext context;
     context.progress = progress();
-    context.encoding = arguments_.encoding;
+    context.encoding = encoding_;
+    context.longestLine = kLongestLine;
     state.reader = sima::SimaReader();
-    previewFile(state.reader, file_, context);
+    bool whole = true;
+    try {
+        previewFile(state.reader, file_, context);
+    } catch (const PreviewBrokenOff&) {
+        if (!arguments_.keepPartial) {
+            throw;
+        }
+        whole = false; // the import breaks off too, at the latest there, and keeps what it made before
+    }
     command::countFromPreview(state.reader, state.options);
     for (std::size_t kind = 0; kind < sima::kImportKinds; ++kind) {
-        state.options.flags[kind] = arguments_.wanted[kind] && state.options.counts[kind] >= 1;
+        state.options.flags[kind] = arguments_.wanted[kind] && (state.options.counts[kind] >= 1 || !whole);
     }
     // No dialog will open again on this preview, and its points would stand beside those of the import.
     state.reader.points.clear();
@@ -51,13 +64,13 @@ bool ImportDialogs::selectAlignment(const std::map<std::string, host::MdDbObject
                                     std::string& name) {
     const bool firstTime = !askedForAlignment_;
     askedForAlignment_ = true;
-    std::vector<std::string> names;
-    names.reserve(alignments.size());
-    for (const auto& [alignment, unused] : alignments) {
-        names.push_back(alignment);
-    }
     if (!arguments_.alignment) {
         if (firstTime) {
+            std::vector<std::string> names;
+            names.reserve(alignments.size());
+            for (const auto& [alignment, unused] : alignments) {
+                names.push_back(alignment);
+            }
             tellFileNote(streams_, arguments_.quiet, file_,
                          "results have no alignment in this import; --alignment NAME puts them on one of the "
                          "drawing, which has: " +
@@ -65,24 +78,17 @@ bool ImportDialogs::selectAlignment(const std::map<std::string, host::MdDbObject
         }
         return false;
     }
-    const auto found = alignments.find(*arguments_.alignment);
-    if (found == alignments.end()) {
-        throw Stop(kNotDone, file_ + ": the drawing has no alignment named '" + *arguments_.alignment +
-                                 "'; its alignments: " + joined(names));
-    }
-    id = found->second;
-    name = found->first;
+    const drawing::Alignment& chosen = drawing_.alignment(alignmentNamed(drawing_, file_, *arguments_.alignment));
+    id = chosen.id;
+    name = chosen.name;
     return true;
 }
 
 void ImportDialogs::showResult(const command::ImportResult& result) {
-    sima::SimaLog log;
-    log.setFileName(result.filePath);
-    try {
+    if (!logFile_.empty()) {
+        sima::SimaLog log;
+        log.setFile(logFile_);
         log.appendLines(command::resultLines(result));
-    } catch (const std::system_error& error) {
-        // The import is done and its result is told; only the log lacks it.
-        tellNote(streams_, arguments_.quiet, std::string("the log lacks its last lines: ") + error.what());
     }
     result_ = result;
 }

@@ -5,6 +5,7 @@
 #include "cli/options.h"
 #include "cli/progress_bar.h"
 #include "command/dialogs.h"
+#include "drawing/drawing.h"
 
 #include <optional>
 #include <string>
@@ -13,7 +14,8 @@ namespace fenmark::cli {
 
 class ImportDialogs : public command::Dialogs {
   public:
-    ImportDialogs(const ImportArguments& arguments, const std::string& file, const Streams& streams);
+    ImportDialogs(const ImportArguments& arguments, const std::string& file, sima::Encoding encoding,
+                  std::string logFile, const drawing::Drawing& drawing, const Streams& streams);
 
     bool showImport(command::ImportDialogState& state) override;
     bool selectAlignment(const std::map<std::string, host::MdDbObjectId>& alignments, host::MdDbObjectId& id,
@@ -28,6 +30,9 @@ class ImportDialogs : public command::Dialogs {
   private:
     const ImportArguments& arguments_;
     const std::string& file_;
+    sima::Encoding encoding_;
+    std::string logFile_; // empty: none is written
+    const drawing::Drawing& drawing_;
     const Streams& streams_;
     ProgressBars bars_;
     std::optional<command::ImportResult> result_;

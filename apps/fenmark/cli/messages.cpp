@@ -2,27 +2,26 @@
 #include "cli/messages.h"
 
 #include "cli/error_blocks.h"
+#include "cli/printable.h"
 #include "command/dialog_rules.h"
 #include "host/boundary/mirdan_exception.h"
+#include "platform/files.h"
+#include "sima/reader/line_source.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
 
+#include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
-#include <cstring>
 #include <memory>
 #include <ostream>
 #include <system_error>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace fenmark::cli {
 
 namespace {
 
+constexpr std::size_t kNamesTold = 50;
 constexpr std::size_t kBlocksOnTerminal = 100;        // more would push everything else off the screen
 constexpr std::size_t kPiece = std::size_t{64} << 10; // bytes: standard error writes each piece at once
 
@@ -40,34 +39,35 @@ void appendBlock(std::string& text, const std::string& file, const ErrorBlock& b
 } // namespace
 
 void tellError(const Streams& streams, std::string_view text) {
-    streams.err << "fenmark: error: " << text << '\n';
+    streams.err << "fenmark: error: " << oneLine(text) << '\n';
 }
 
 void tellNote(const Streams& streams, bool quiet, std::string_view text) {
     if (!quiet) {
-        streams.err << "fenmark: note: " << text << '\n';
+        streams.err << "fenmark: note: " << oneLine(text) << '\n';
     }
 }
 
 void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text) {
     if (!quiet) {
-        streams.err << file << ": note: " << text << '\n';
+        streams.err << oneLine(file) << ": note: " << oneLine(text) << '\n';
     }
 }
 
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
     const std::size_t blocks = errorBlockCount(log);
     const std::size_t told = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
+    const std::string name = oneLine(file);
     std::string text;
     for (std::size_t i = 0; i < told; ++i) {
-        appendBlock(text, file, errorBlock(log, i));
+        appendBlock(text, name, errorBlock(log, i));
         if (text.size() >= kPiece || i + 1 == told) {
             streams.err << text;
             text.clear();
         }
     }
     if (told < blocks) {
-        streams.err << file << ": " << blocks - told << " more in the log\n";
+        streams.err << oneLine(file) << ": " << blocks - told << " more in the log\n";
     }
 }
 
@@ -76,17 +76,20 @@ void tellPassedOver(const Streams& streams, bool quiet, const std::string& file,
         return;
     }
     for (const auto& [kind, count] : lines) {
-        streams.err << file << ": note: " << count << (count == 1 ? " line" : " lines") << " passed over, " << kind
-                    << '\n';
+        streams.err << oneLine(file) << ": note: " << count << (count == 1 ? " line" : " lines") << " passed over, "
+                    << kind << '\n';
     }
 }
 
 std::string joined(const std::vector<std::string>& names) {
     std::string text;
-    for (const std::string& name : names) {
-        text.append(text.empty() ? "" : ", ").append(name);
+    for (std::size_t i = 0; i < std::min(names.size(), kNamesTold); ++i) {
+        text.append(i == 0 ? "" : ", ").append(names[i]);
     }
-    return text.empty() ? "none" : text;
+    if (names.size() > kNamesTold) {
+        text.append(" and ").append(std::to_string(names.size() - kNamesTold)).append(" more");
+    }
+    return names.empty() ? "none" : text;
 }
 
 std::string plainReal(double value) {
@@ -97,35 +100,46 @@ std::string plainReal(double value) {
 }
 
 void requireReadableSimFile(const std::string& path) {
-    struct ::stat status {};
-    if (::stat(path.c_str(), &status) != 0) {
-        throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
-    }
-    if (S_ISDIR(status.st_mode)) {
+    const platform::PathState state = platform::lookUp(path);
+    const auto unreadable = [&](const std::error_code& error) {
+        return Stop(kNotDone, path + ": cannot be read: " + platform::reasonOf(error));
+    };
+    switch (state.kind) {
+    case platform::PathKind::Missing:
+    case platform::PathKind::DanglingLink:
+        throw unreadable(std::make_error_code(std::errc::no_such_file_or_directory));
+    case platform::PathKind::Unknown:
+        throw unreadable(state.error);
+    case platform::PathKind::Folder:
         throw Stop(kNotDone, path + ": is a folder, not a SIMA file");
-    }
-    if (!S_ISREG(status.st_mode)) { // a pipe or a device would be waited for, and could not be read twice
+    case platform::PathKind::Other: // a pipe or a device would be waited for, and could not be read twice
         throw Stop(kNotDone, path + ": is not an ordinary file");
+    case platform::PathKind::File:
+        break;
     }
     if (!command::isSimFile(path)) {
         throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
     }
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno));
+    if (const std::error_code error = platform::mayRead(path)) {
+        throw unreadable(error);
     }
-    ::close(file);
 }
 
 void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context) {
+    const auto brokenOff = [&](const std::exception& error) {
+        return PreviewBrokenOff(kNotDone, path + ":" + std::to_string(reader.lineNumber) +
+                                              ": reading broken off: " + error.what());
+    };
     try {
         if (reader.previewScan(path, context) != 0) {
-            throw Stop(kNotDone, path + ": cannot be read");
+            throw Stop(kNotDone, path + ": cannot be read: " + reader.openError.message());
         }
-    } catch (const std::system_error& error) {
+    } catch (const sima::ReadFailure& error) {
         throw Stop(kNotDone, path + ": cannot be read: " + error.code().message());
     } catch (const sima::ShortRecord& error) {
-        throw Stop(kNotDone, path + ":" + std::to_string(reader.lineNumber) + ": reading broken off: " + error.what());
+        throw brokenOff(error);
+    } catch (const sima::LineTooLong& error) {
+        throw brokenOff(error);
     }
 }
 

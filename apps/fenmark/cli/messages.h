@@ -22,6 +22,12 @@ class Stop : public std::runtime_error {
     int code_;
 };
 
+// A preview that an exception of a record ended: what stands before that record was counted.
+class PreviewBrokenOff : public Stop {
+  public:
+    using Stop::Stop;
+};
+
 // "fenmark: error: text"
 void tellError(const Streams& streams, std::string_view text);
 // "fenmark: note: text"; nothing if quiet.
@@ -35,7 +41,7 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
 // The lines that were passed over in silence, by kind with their number.
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines);
 
-// "a, b, c", or "none".
+// "a, b, c", or "none". Of many the first ones and how many more there are.
 std::string joined(const std::vector<std::string>& names);
 
 // A real in plain decimals that reads back to the same 64-bit value.
@@ -44,7 +50,8 @@ std::string plainReal(double value);
 // Raises Stop unless the file is named *.sim and can be read.
 void requireReadableSimFile(const std::string& path);
 
-// Counts what the file holds into the reader. Raises Stop if the file cannot be read.
+// Counts what the file holds into the reader. Raises Stop if the file cannot be read, PreviewBrokenOff at a record that
+// is too short or too long.
 void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context);
 
 // What an exception that left a pass says; the exception of the host boundary is thrown as a pointer and deleted here.

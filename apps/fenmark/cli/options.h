@@ -10,6 +10,7 @@
 #include "sima/records/import_options.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -23,6 +24,9 @@ inline constexpr std::array<std::string_view, sima::kImportKinds> kKindNames = {
     "points",     "lots",        "longitudinal", "cross-sections",    "ip", "main", "centre",
     "left-stake", "right-stake", "continuous",   "continuous-curves",
 };
+
+// Bytes. A longer line is no record of a survey, and would be held in memory whole.
+inline constexpr std::size_t kLongestLine = std::size_t{64} << 20;
 
 struct ImportArguments {
     std::vector<std::string> files;
@@ -38,10 +42,11 @@ struct ImportArguments {
     std::optional<std::string> alignment;
     bool forceAlignment = false;
     bool createLayers = false;
-    std::optional<int> zone; // plane rectangular zone, 1 to 19
-    sima::Encoding encoding = sima::Encoding::Cp932;
+    std::optional<int> zone;                // plane rectangular zone, 1 to 19
+    std::optional<sima::Encoding> encoding; // none: chosen for each file
     host::embedded::PositiveRadius positiveRadius = host::embedded::PositiveRadius::Auto;
     bool planTangents = false;
+    bool replace = false;
     bool keepPartial = false;
     bool strict = false;
     bool json = false;
@@ -50,7 +55,7 @@ struct ImportArguments {
 
 struct PreviewArguments {
     std::string file;
-    sima::Encoding encoding = sima::Encoding::Cp932;
+    std::optional<sima::Encoding> encoding; // none: chosen for each file
     bool json = false;
     bool quiet = false;
 };

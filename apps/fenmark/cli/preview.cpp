@@ -56,16 +56,20 @@ void printJson(std::ostream& out, const sima::SimaReader& reader) {
 
 int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     requireReadableSimFile(arguments.file);
-    ProgressBars bars(streams.err);
+    ProgressBars bars(streams.terminal != nullptr ? *streams.terminal : streams.err);
     sima::ReadContext context;
     if (streams.errIsTerminal && !arguments.quiet) {
         context.progress = &bars;
     }
-    context.encoding = arguments.encoding;
+    const FileEncoding encoding = encodingOf(arguments.file, arguments.encoding);
+    context.encoding = encoding.encoding;
+    context.longestLine = kLongestLine;
     sima::SimaReader reader;
     previewFile(reader, arguments.file, context);
-    tellLikelyMisreading(streams, arguments.quiet, arguments.file, arguments.encoding);
-    tellNothingFound(streams, arguments.quiet, arguments.file, reader);
+    tellLikelyMisreading(streams, arguments.quiet, arguments.file, encoding);
+    if (reader.nothingFound()) {
+        tellNothingFound(streams, arguments.quiet, arguments.file);
+    }
     if (arguments.json) {
         printJson(streams.out, reader);
         return kDone;

@@ -3,14 +3,30 @@
 #include "cli/drawings.h"
 #include "cli/messages.h"
 
+#include <cmath>
 #include <ostream>
 
 namespace fenmark::cli {
 
 using drawing::Load;
 
+namespace {
+
+// Whether the point is far from the alignment, and near it, at a foot of a perpendicular, with X and Y exchanged.
+bool looksExchanged(const drawing::AlignmentGeometry& geometry, const LocateArguments& arguments,
+                    const drawing::StationOffset& located) {
+    constexpr double kNear = 100.0; // metres
+    constexpr double kTimes = 10.0; // nearer by at least so much
+    const auto exchanged = geometry.locate({arguments.y, arguments.x});
+    const double distance = std::abs(located.offset);
+    return exchanged && exchanged->perpendicular && std::abs(exchanged->offset) <= kNear &&
+           (distance > kTimes * std::abs(exchanged->offset) && distance > kNear);
+}
+
+} // namespace
+
 int runStation(const StationArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
+    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
     const auto& geometry = drawing->geometry(index);
     const auto point = geometry.pointAt(arguments.station, arguments.offset);
@@ -30,7 +46,7 @@ int runStation(const StationArguments& arguments, const Streams& streams) {
 }
 
 int runLocate(const LocateArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities);
+    const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
     const auto located = drawing->geometry(index).locate({arguments.x, arguments.y});
     if (!located) {
@@ -41,6 +57,10 @@ int runLocate(const LocateArguments& arguments, const Streams& streams) {
                     << ",\"perpendicular\":" << (located->perpendicular ? "true" : "false") << "}\n";
     } else {
         streams.out << plainReal(located->station) << ' ' << plainReal(located->offset) << '\n';
+    }
+    if (looksExchanged(drawing->geometry(index), arguments, *located)) {
+        tellNote(streams, false,
+                 "the point lies near the alignment with X and Y exchanged: X is east, which a SIMA file calls Y");
     }
     if (!located->perpendicular && !arguments.json) {
         tellNote(streams, false,

@@ -31,7 +31,7 @@ _fenmark() {
             compopt -o nospace 2>/dev/null
             return ;;
         --zone) mapfile -t COMPREPLY < <(compgen -W "$(echo {1..19})" -- "$cur"); return ;;
-        --encoding) mapfile -t COMPREPLY < <(compgen -W "cp932 utf-8" -- "$cur"); return ;;
+        --encoding) mapfile -t COMPREPLY < <(compgen -W "auto cp932 utf-8" -- "$cur"); return ;;
         --positive-radius) mapfile -t COMPREPLY < <(compgen -W "auto left right" -- "$cur"); return ;;
         --crs) mapfile -t COMPREPLY < <(compgen -W "lonlat plane" -- "$cur"); return ;;
         --dxf-version) mapfile -t COMPREPLY < <(compgen -W "R12 2000 2018" -- "$cur"); return ;;
@@ -62,7 +62,7 @@ _fenmark() {
         case $command in
             import) options+=" --drawing --site --only --skip --point-layer --ip-layer --lot-layer --stake-layer
                                --continuous-layer --create-layers --shift --alignment --force-alignment --zone --encoding
-                               --positive-radius --plan-tangents --keep-partial --strict --json --quiet" ;;
+                               --positive-radius --plan-tangents --replace --keep-partial --strict --json --quiet" ;;
             preview) options+=" --encoding --json --quiet" ;;
             info | station | locate) options+=" --json" ;;
             export) options+=" --only --layer --rectangle --zone --crs --dxf-version --layers --elements --scale

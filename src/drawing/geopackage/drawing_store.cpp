@@ -253,6 +253,10 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
             throw;
         }
     });
+    // A commit that could not end leaves its journal: what that restores is restored now.
+    if (!result && result.error != StoreError::Locked && hasJournal(path)) {
+        restoreAfterCrash(path);
+    }
     if (result) {
         stamp_ = stamp;
         newIdentifiers_.clear();

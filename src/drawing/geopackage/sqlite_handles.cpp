@@ -89,7 +89,8 @@ StoreError meaningOf(int code, int systemError) {
 // The path as a URI, so that a drawing that nobody writes can be opened without a lock file beside it.
 std::string uriOf(const std::string& path) {
     constexpr const char* kHex = "0123456789ABCDEF";
-    std::string uri = "file:";
+    // Two slashes in front would name a machine.
+    std::string uri = path.starts_with("//") ? "file://" : "file:";
     for (const char c : path) {
         if (c == '?' || c == '#' || c == '%') {
             const auto byte = static_cast<unsigned char>(c);

@@ -30,7 +30,7 @@ MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
         }
     }
     MdDbObjectId id;
-    if (record && entity) {
+    if (record) {
         record->appendMdDbEntity(id, entity.get());
     }
     return id;
@@ -40,9 +40,7 @@ MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
 
 MdDbObjectId MirdaneDrawingWriter::appendPoint(const MdGePoint3d& point, std::string_view layerName) {
     MdDbPoint* const entity = newOnHostHeap<MdDbPoint>(point);
-    if (entity != nullptr) {
-        entity->setLayerOfEntity(layerName, true, false); // before the append
-    }
+    entity->setLayerOfEntity(layerName, true, false); // before the append
     return appendToModelSpace(entity);
 }
 
@@ -67,7 +65,7 @@ void MirdaneDrawingWriter::convertToLightweight(MdDbObjectId id) {
     Opened<MdDbPolyline> polyline(newOnHostHeap<MdDbPolyline>());
     Opened<MdDbEntity> entity;
     mirdane::mddbOpenObject(entity.receive(), id, OpenMode::Write, false);
-    if (polyline && entity) {
+    if (entity) {
         polyline->convertFromEntity(entity.receive(), true);
     }
     // The host has closed what it converted; what it left is closed here, and the new polyline last.

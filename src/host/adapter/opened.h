@@ -33,13 +33,13 @@ class Opened {
     T* object_ = nullptr;
 };
 
-// A database object built on the host's heap, since the host deletes it. Null if there is no memory. Until it is
-// appended, closing it is what gives it up.
+// A database object built on the host's heap, since the host deletes it. Raises std::bad_alloc if there is no memory: an
+// object that is missing without a word would be a lie of the log. Until it is appended, closing it is what gives it up.
 template <typename T, typename... Arguments>
 T* newOnHostHeap(Arguments&&... arguments) {
     void* const memory = mirdane::mdHeapAlloc(nullptr, sizeof(T));
     if (memory == nullptr) {
-        return nullptr;
+        throw std::bad_alloc();
     }
     try {
         return new (memory) T(std::forward<Arguments>(arguments)...);

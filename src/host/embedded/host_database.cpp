@@ -72,11 +72,19 @@ Drawing* currentDrawing() {
     return host != nullptr && host->currentDocument() != nullptr ? &host->drawing() : nullptr;
 }
 
-// A new object on the host's heap.
+// A new object on the host's heap. Raises std::bad_alloc if there is no memory, as all of this host does.
 template <typename T, typename... Arguments>
 T* makeOnHeap(Arguments&&... arguments) {
     void* memory = mirdane::mdHeapAlloc(nullptr, sizeof(T));
-    return memory == nullptr ? nullptr : new (memory) T(std::forward<Arguments>(arguments)...);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    try {
+        return new (memory) T(std::forward<Arguments>(arguments)...);
+    } catch (...) {
+        mirdane::mdHeapFree(nullptr, memory);
+        throw;
+    }
 }
 
 void fill(mirdane::MdDbEntity& entity, const EntityView& view) {

@@ -7,7 +7,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <system_error>
 
 namespace fenmark::sima {
 
@@ -59,7 +58,7 @@ class LogFile {
     }
     void check() {
         if (file_.fail()) {
-            throw std::system_error(errno != 0 ? errno : EIO, std::generic_category(), name_);
+            throw LogFailure(errno != 0 ? errno : EIO, std::generic_category(), name_);
         }
     }
 

@@ -7,9 +7,16 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace fenmark::sima {
+
+// The log's file cannot be created or written.
+class LogFailure : public std::system_error {
+  public:
+    using std::system_error::system_error;
+};
 
 class SimaLog {
   public:
@@ -37,8 +44,10 @@ class SimaLog {
 
     // The path less its last four characters, with "_Input.log" behind it.
     void setFileName(std::string_view path);
+    // Another file in its place, of any name: for a program that moves the log beside its input later.
+    void setFile(std::string_view path) { fileName_ = path; }
 
-    // These three raise std::system_error if the file cannot be created or written.
+    // These three raise LogFailure if the file cannot be created or written.
     void writeAll() const;
     void writeErrorsOnly() const;
     void appendLines(const std::vector<std::string>& lines) const;

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::string_view kWindowTitle = "SIMAファイル読み込み中";
 constexpr std::string_view kWindowText = "SIMAファイル読み込み中...\n\n";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // A file of garbage must not fill the list of kinds: beyond so many, codes are told together.
 constexpr std::size_t kMostKinds = 64;
@@ -30,10 +29,8 @@ bool isPrintable(std::string_view code) {
 
 bool FilePass::open(std::string_view path) {
     if (!source_.open(path)) {
+        reader_.openError = source_.openError();
         return false;
-    }
-    if (context_.encoding == Encoding::Utf8 && source_.ahead().starts_with(kByteOrderMark)) {
-        source_.skip(kByteOrderMark.size());
     }
     if (context_.progress != nullptr) {
         progress_ = context_.progress->create(kWindowTitle, false);
@@ -71,8 +68,13 @@ bool FilePass::next() {
 // Reads and splits a line of any kind.
 bool FilePass::nextOutOfTheOrdinary() {
     std::string_view raw;
-    if (!source_.next(raw)) {
-        return false;
+    try {
+        if (!source_.next(raw)) {
+            return false;
+        }
+    } catch (const LineTooLong&) {
+        ++reader_.lineNumber; // of the line at fault
+        throw;
     }
     // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
     decodeAndSplit(trim(raw));
@@ -86,10 +88,10 @@ void FilePass::decodeAndSplit(std::string_view bytes) {
         return;
     }
     decoded_.clear();
-    if (context_.encoding == Encoding::Utf8) {
-        appendValidUtf8(decoded_, bytes);
-    } else {
+    if (context_.encoding == Encoding::Cp932) {
         decodeCp932(decoded_, bytes);
+    } else {
+        appendValidUtf8(decoded_, bytes);
     }
     text_ = decoded_;
     splitLine(text_, ",", fields_);

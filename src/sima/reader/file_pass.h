@@ -18,7 +18,8 @@ namespace fenmark::sima {
 
 class FilePass {
   public:
-    FilePass(SimaReader& reader, const ReadContext& context) : reader_(reader), context_(context) {}
+    FilePass(SimaReader& reader, const ReadContext& context)
+        : reader_(reader), context_(context), source_(context.encoding, context.longestLine) {}
 
     // Opens the file and shows the progress window. False if the file cannot be opened.
     bool open(std::string_view path);

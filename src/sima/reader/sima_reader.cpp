@@ -48,6 +48,10 @@ std::int32_t SimaReader::crossSectionCount() const {
     return static_cast<std::int32_t>(count);
 }
 
+bool SimaReader::nothingFound() const {
+    return points.empty() && lots.empty() && alignments.empty() && hSeries.empty() && intersections.empty();
+}
+
 bool SimaReader::allLongitudinalRoutesFound() const {
     return std::all_of(hSeries.begin(), hSeries.end(), [](const HSeriesData& section) { return section.routeFound; });
 }
@@ -117,6 +121,7 @@ void SimaReader::reset() {
     log.clear();
     lineNumber = 0;
     errorCount = 0;
+    openError.clear();
     routesRead_ = {};
     routesCreated_ = {};
     alignmentsCreated = 0;

@@ -21,6 +21,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace fenmark::sima {
 
@@ -33,8 +34,10 @@ using PassedOver = std::map<std::string, std::int64_t>;
 // TextList).
 class SimaReader {
   public:
-    // 0 when the file was read to its end, -1 when it could not be opened. std::invalid_argument leaves a pass when a
-    // record is too short for the field that a reader takes; lineNumber then tells the line.
+    // 0 when the file was read to its end, -1 when it could not be opened, for the reason in openError.
+    // std::invalid_argument leaves a pass when a record is too short for the field that a reader takes, LineTooLong
+    // when a line is longer than the context allows (lineNumber then has the line), ReadFailure when the file cannot be
+    // read to its end.
     std::int32_t fullRead(std::string_view path, const ReadContext& context);
     std::int32_t previewScan(std::string_view path, const ReadContext& context);
 
@@ -46,6 +49,8 @@ class SimaReader {
     std::int32_t lotCount() const;
     std::int32_t longitudinalPointCount() const;
     std::int32_t crossSectionCount() const;
+    // No point, lot, route or result.
+    bool nothingFound() const;
     bool allLongitudinalRoutesFound() const;
     bool allCrossSectionRoutesFound() const;
     host::MdDbObjectId alignmentIdOfRoute(std::int32_t number) const;
@@ -83,6 +88,7 @@ class SimaReader {
     SharedArray<HSeriesData> hSeries;
     std::int32_t lineNumber = 0;
     std::int32_t errorCount = 0;
+    std::error_code openError; // of the last pass
     SimaLog log;
     std::int32_t alignmentsCreated = 0;
     std::int32_t polylinesCreated = 0;

@@ -115,6 +115,39 @@ void appendValidUtf8(std::string& out, std::string_view text) {
     }
 }
 
+std::size_t appendUtf16(std::string& out, std::string_view bytes, bool highByteFirst, bool isLast) {
+    const auto unit = [&](std::size_t at) {
+        const auto first = static_cast<unsigned char>(bytes[at]);
+        const auto second = static_cast<unsigned char>(bytes[at + 1]);
+        return static_cast<char32_t>(highByteFirst ? first << 8U | second : second << 8U | first);
+    };
+    const auto isHigh = [](char32_t c) { return c >= 0xD800 && c <= 0xDBFF; };
+    const auto isLow = [](char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; };
+    std::size_t at = 0;
+    while (at + 2 <= bytes.size()) {
+        const char32_t first = unit(at);
+        if (isHigh(first) && at + 4 > bytes.size() && !isLast) {
+            return at;
+        }
+        if (isHigh(first) && at + 4 <= bytes.size() && isLow(unit(at + 2))) {
+            appendUtf8(out, 0x10000 + ((first - 0xD800) << 10U) + (unit(at + 2) - 0xDC00));
+            at += 4;
+            continue;
+        }
+        if (isHigh(first) || isLow(first)) {
+            out += kReplacementCharacter;
+        } else {
+            appendUtf8(out, first);
+        }
+        at += 2;
+    }
+    if (isLast && at < bytes.size()) {
+        out += kReplacementCharacter;
+        at = bytes.size();
+    }
+    return at;
+}
+
 std::string_view withoutLastCharacters(std::string_view text, int count) {
     for (; count > 0 && !text.empty(); --count) {
         std::size_t at = text.size() - 1;

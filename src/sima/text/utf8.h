@@ -28,6 +28,10 @@ bool isValidUtf8(std::string_view text);
 // Appends the text with every invalid part replaced by U+FFFD.
 void appendValidUtf8(std::string& out, std::string_view text);
 
+// Appends UTF-16 as UTF-8 and returns how many bytes it took: a character that is cut at the end is left, unless nothing
+// comes behind it. A lone surrogate or a lone byte becomes U+FFFD.
+std::size_t appendUtf16(std::string& out, std::string_view bytes, bool highByteFirst, bool isLast);
+
 // The text less its last `count` characters.
 std::string_view withoutLastCharacters(std::string_view text, int count);
 

@@ -1,0 +1,287 @@
+// What fenmark import promises whatever it is given: log and drawing together, encodings, names, files imported again.
+#include "command_line.h"
+#include "sima/text/cp932.h"
+
+#include <filesystem>
+
+namespace fenmark::cli {
+namespace {
+
+using ImportSafety = CommandLine;
+
+bool contains(const std::string& text, std::string_view part) {
+    return text.find(part) != std::string::npos;
+}
+
+std::string utf16(std::string_view text) {
+    std::string bytes = "\xFF\xFE";
+    for (const char c : text) {
+        bytes += c;
+        bytes += '\0';
+    }
+    return bytes;
+}
+
+// --- log and drawing ---
+
+TEST_F(ImportSafety, LogIsNotWrittenThroughALink) {
+    const std::string path = file(kPoints);
+    const std::string other = file("somebody's own", "other.txt");
+    std::filesystem::create_symlink(other, folder.at("a_Input.log"));
+    EXPECT_EQ(fenmark({"import", path}).code, kDone);
+    EXPECT_EQ(test::readFile(other), "somebody's own");
+    EXPECT_FALSE(std::filesystem::is_symlink(folder.at("a_Input.log"))) << "the log takes the link's place";
+}
+
+TEST_F(ImportSafety, LogTellsNothingThatTheDrawingDoesNotHold) {
+    const std::string path = file(kPoints);
+    ASSERT_EQ(fenmark({"import", path}).code, kDone);
+    file("of another day", "a_Input.log");
+    std::filesystem::create_directory(folder.at("d.gpkg"));
+    EXPECT_EQ(fenmark({"import", path, "--drawing", folder.at("d.gpkg")}).code, kNotDone);
+    EXPECT_EQ(fenmark({"import", path, "--drawing", folder.at("none/d.gpkg")}).code, kNotDone);
+    EXPECT_EQ(test::readFile(folder.at("a_Input.log")), "of another day");
+}
+
+TEST_F(ImportSafety, DrawingThatCannotBeMadeIsToldBeforeTheFileIsRead) {
+    // Of a file that was read, its errors would be told.
+    const std::string path = file("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n");
+    const Ran ran = fenmark({"import", path, "--drawing", folder.at("none/d.gpkg")});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_FALSE(contains(ran.err, "ErrA01-1")) << ran.err;
+    EXPECT_FALSE(test::fileExists(folder.at("a_Input.log")));
+}
+
+TEST_F(ImportSafety, NothingIsLeftBesideTheFileAfterAFailure) {
+    const std::string path = file(std::string(kPoints) + kTooShortArc);
+    EXPECT_EQ(fenmark({"import", path}).code, kNotDone);
+    std::size_t files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+        ++files;
+    }
+    EXPECT_EQ(files, 1U) << "the survey alone";
+}
+
+TEST_F(ImportSafety, LongNamesAndPathsThatBeginWithTwoSlashes) {
+    const std::string path = file(kPoints, std::string(240, 'n') + ".sim");
+    const Ran ran = fenmark({"import", "/" + path});
+    EXPECT_EQ(ran.code, kDone) << ran.err;
+    EXPECT_EQ(fenmark({"import", "/" + path}).code, kDone) << "also into a drawing that is there";
+    EXPECT_EQ(fenmark({"info", "/" + folder.at(std::string(240, 'n') + ".gpkg")}).code, kDone);
+}
+
+TEST_F(ImportSafety, PreviewThatBreaksOffKeepsAPartWhereThatIsAsked) {
+    const std::string path = file(std::string(kPoints) + "H00\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n");
+    const Ran ran = fenmark({"import", path, "--keep-partial"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "is kept in " + folder.at("a.gpkg"))) << ran.err;
+    EXPECT_EQ(info(folder.at("a.gpkg"))["entities"].size(), 2U);
+}
+
+TEST_F(ImportSafety, LineBeyondSixtyFourMebibytesIsNoRecord) {
+    constexpr std::size_t kLimit = std::size_t{64} << 20;
+    const std::string path = file("A00,\r\n" + std::string(kLimit + 10, 'x') + "\r\nA99,\r\n");
+    for (const char* command : {"import", "preview"}) {
+        const Ran ran = fenmark({command, path});
+        EXPECT_EQ(ran.code, kNotDone);
+        EXPECT_TRUE(contains(ran.err, path + ":2: reading broken off: the line is longer than 64 MiB")) << ran.err;
+    }
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+}
+
+// --- encodings ---
+
+TEST_F(ImportSafety, EncodingIsTakenFromTheBytes) {
+    const std::string text = "A00,\r\nA01,1,境界点,1,2,,\r\nA99,\r\n";
+    std::string cp932;
+    sima::encodeCp932(cp932, text);
+    const auto nameIn = [this](std::string_view bytes) {
+        std::filesystem::remove(folder.at("a.gpkg"));
+        const Ran ran = fenmark({"import", file(bytes)});
+        EXPECT_EQ(ran.out, "エラー無し\n座標データから1個のポイントを作成\n") << ran.err;
+        return info(folder.at("a.gpkg"))["entities"][0]["data"]["Name"].get<std::string>() +
+               (contains(ran.err, "note: read in UTF-8") ? ", read in UTF-8" : "") +
+               (contains(ran.err, "note: read in UTF-16") ? ", read in UTF-16" : "");
+    };
+    EXPECT_EQ(nameIn(cp932), "境界点");
+    EXPECT_EQ(nameIn(text), "境界点, read in UTF-8");
+    EXPECT_EQ(nameIn("\xEF\xBB\xBF" + text), "境界点, read in UTF-8") << "the preview too begins behind the mark";
+    EXPECT_EQ(nameIn(utf16("A00,\r\nA01,1,KP1,1,2,,\r\nA99,\r\n")), "KP1, read in UTF-16");
+}
+
+TEST_F(ImportSafety, EncodingThatIsNamedIsTaken) {
+    const std::string path = file("A00,\r\nA01,1,境界点,1,2,,\r\nA99,\r\n");
+    for (const char* name : {"sjis", "Shift_JIS", "cp932"}) {
+        const Ran ran = fenmark({"preview", path, "--encoding", name});
+        EXPECT_EQ(ran.code, kDone) << ran.err;
+        EXPECT_TRUE(contains(ran.err, "looks like UTF-8 and is read in code page 932")) << ran.err;
+    }
+    EXPECT_EQ(fenmark({"preview", path, "--encoding", "UTF8"}).err, "");
+    const Ran wrong = fenmark({"preview", path, "--encoding", "latin1"});
+    EXPECT_EQ(wrong.code, kWrongUsage);
+    EXPECT_TRUE(contains(wrong.err, "'latin1'")) << wrong.err;
+}
+
+TEST_F(ImportSafety, EncodingsThatAreNotReadAreTold) {
+    const auto told = [this](std::string_view name, std::string_view title) {
+        const Ran ran = fenmark({"import", file("A00,\r\nA01,1," + std::string(name) + ",1,2,,\r\nA99,\r\n")});
+        EXPECT_TRUE(contains(ran.err, "note: looks like " + std::string(title) + ", which is not read")) << ran.err;
+    };
+    told("\xC2\xAC\xCE\xCC\xE5\xBB", "EUC-JP");
+    told("\x1B$B6-3&\x1B(B", "ISO-2022-JP (JIS)");
+}
+
+// --- what is printed ---
+
+TEST_F(ImportSafety, NoControlCharacterOfANameReachesTheTerminal) {
+    const std::string evil = "\x1B]0;x\x07 \xC2\x9B 2J\x7F";
+    const std::string content = "A00,\nA01,1,a,0,0,,\nA01,2,b,0,9,,\nA01,x,基準" + evil +
+                                ",0,0,,\nA99,\nF00,1,1,C基準" + evil + ",3,\nB01,1,,\nB01,2,,\nF99,\nX" + evil + ",\n";
+    const std::string path = file(content, "e\x1B[31m.sim");
+    std::string all;
+    for (const auto& line :
+         {std::vector<std::string>{"import", path}, std::vector<std::string>{"import", path, "--json"},
+          std::vector<std::string>{"import", path + "\x1B.sim"}, std::vector<std::string>{"preview", path},
+          std::vector<std::string>{"info", folder.at("e\x1B[31m.gpkg")},
+          std::vector<std::string>{"info", folder.at("e\x1B[31m.gpkg"), "--json"},
+          std::vector<std::string>{"station", folder.at("e\x1B[31m.gpkg"), "\x1B", "0"},
+          std::vector<std::string>{"import", "--\x1B[2J"}}) {
+        const Ran ran = fenmark(line, true);
+        all += ran.out + ran.err;
+    }
+    for (const char control : {'\x1B', '\x07', '\x7F'}) {
+        EXPECT_FALSE(all.find(control) != std::string::npos) << static_cast<int>(control);
+    }
+    EXPECT_FALSE(contains(all, "\xC2\x9B"));
+    EXPECT_TRUE(contains(all, "\\u001b]0;x\\u0007 \\u009b 2J\\u007f")) << all;
+    EXPECT_TRUE(contains(all, "基準")) << "all other characters stay";
+    const nlohmann::json json = info(folder.at("e\x1B[31m.gpkg"));
+    EXPECT_EQ(json["sites"][0]["alignments"][0]["name"], "C基準" + evil) << "JSON reads the same name from it";
+}
+
+TEST_F(ImportSafety, NulInANameStaysInTheDrawing) {
+    const std::string path = file(std::string("A00,\r\nA01,1,a\0b,1,2,,\r\nA99,\r\n", 32));
+    ASSERT_EQ(fenmark({"import", path}).code, kDone);
+    const std::string json = fenmark({"info", folder.at("a.gpkg"), "--json"}).out;
+    EXPECT_TRUE(contains(json, "\"Name\":\"a\\u0000b\"")) << json;
+}
+
+TEST_F(ImportSafety, NoCellOfACsvFileRunsInASpreadsheet) {
+    std::string content = "A00,\r\n";
+    int number = 0;
+    for (const char* name : {"=1+1", "+A1", "-A1", "@SUM(A1)", "\u3000=1", "＝1", "-12.5", "+3", "P-1"}) {
+        content += "A01," + std::to_string(++number) + "," + name + ",0,0,,\r\n";
+    }
+    ASSERT_EQ(fenmark({"import", file(content + "A99,\r\n")}).code, kDone);
+    ASSERT_EQ(fenmark({"export", folder.at("a.gpkg"), folder.at("a.csv")}).code, kDone);
+    const std::string csv = test::readFile(folder.at("a.csv"));
+    for (const char* cell : {",\"'=1+1\",", ",\"'+A1\",", ",\"'-A1\",", ",\"'@SUM(A1)\",", ",\"'\u3000=1\",",
+                             ",\"'＝1\",", ",-12.5,", ",+3,", ",P-1,"}) {
+        EXPECT_TRUE(contains(csv, cell)) << cell << "\n" << csv;
+    }
+}
+
+// --- names on the command line ---
+
+TEST_F(ImportSafety, NamesMeetWithoutTheBlanksAtTheirEnds) {
+    const std::string content = std::string(kPoints) + "F00,1,1,  中心線　 ,3,\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
+    ASSERT_EQ(fenmark({"import", file(content)}).code, kDone);
+    for (const char* name : {"中心線", "中心線　", " 中心線", "  中心線　 "}) {
+        EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), name, "20"}).out, "20 0\n") << name;
+    }
+    const std::string results = file("H00,9,?,\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n", "h.sim");
+    EXPECT_EQ(fenmark({"import", results, "--drawing", folder.at("a.gpkg"), "--alignment", "中心線"}).out,
+              "エラー無し\n縦断成果から1個のポイントを作成\n");
+    ASSERT_EQ(fenmark({"import", file(kPoints, "p.sim"), "--drawing", folder.at("a.gpkg"), "--point-layer", "測点 ",
+                       "--create-layers"})
+                  .code,
+              kDone);
+    ASSERT_EQ(fenmark({"import", file(kPoints, "p.sim"), "--drawing", folder.at("a.gpkg"), "--point-layer", "測点",
+                       "--site", "サイト　"})
+                  .code,
+              kDone);
+    EXPECT_EQ(info(folder.at("a.gpkg"))["layers"].size(), 2U) << "the layer is the one that is there";
+}
+
+TEST_F(ImportSafety, OneOfTwoAlignmentsOfAnEqualNameIsNamedByItsIdentifier) {
+    const std::string second = "A00,\r\nA01,3,c,50,0,,\r\nA01,4,d,50,100,,\r\nA99,\r\n"
+                               "F00,2,1,CL ,3,\r\nB01,3,,\r\nB01,4,,\r\nF99,\r\n";
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute + second)}).code, kDone);
+    const nlohmann::json alignments = info(folder.at("a.gpkg"))["sites"][0]["alignments"];
+    ASSERT_EQ(alignments.size(), 2U);
+    const std::string first = "#" + std::to_string(alignments[0]["id"].get<int>());
+    const std::string other = "#" + std::to_string(alignments[1]["id"].get<int>());
+    const Ran ran = fenmark({"station", folder.at("a.gpkg"), "CL", "20"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "several alignments are named 'CL'")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, first + ", " + other)) << ran.err;
+    EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), first, "20"}).out, "20 0\n");
+    EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), other, "20"}).out, "20 50\n");
+    EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), "#99999", "20"}).code, kNotDone);
+}
+
+TEST_F(ImportSafety, ExchangedCoordinatesAreHintedAt) {
+    const std::string far = "A00,\r\nA01,1,a,-36000,12000,,\r\nA01,2,b,-36000,12100,,\r\nA99,\r\n";
+    ASSERT_EQ(fenmark({"import", file(far + kRoute)}).code, kDone);
+    EXPECT_TRUE(contains(fenmark({"locate", folder.at("a.gpkg"), "CL", "-36001", "12050"}).err, "X and Y exchanged"));
+    EXPECT_FALSE(contains(fenmark({"locate", folder.at("a.gpkg"), "CL", "12050", "-36001"}).err, "exchanged"));
+    EXPECT_FALSE(contains(fenmark({"locate", folder.at("a.gpkg"), "CL", "0", "0"}).err, "exchanged"));
+}
+
+// --- a file imported again ---
+
+TEST_F(ImportSafety, FileThatWasImportedBeforeIsToldAndReplacedWhereAsked) {
+    const std::string path = file(std::string(kPoints) + kRoute);
+    const std::string drawing = folder.at("d.gpkg");
+    const Ran first = fenmark({"import", path, "--drawing", drawing});
+    ASSERT_EQ(first.code, kDone);
+    EXPECT_FALSE(contains(first.err, "already"));
+    ASSERT_EQ(fenmark({"import", file(kPoints, "b.sim"), "--drawing", drawing}).code, kDone);
+
+    const Ran again = fenmark({"import", path, "--drawing", drawing});
+    EXPECT_EQ(again.code, kDone);
+    EXPECT_TRUE(contains(again.err, "already, imported once, last at 20")) << again.err;
+    EXPECT_TRUE(contains(again.err, "--replace puts the new ones in their place")) << again.err;
+    EXPECT_EQ(info(drawing)["entities"].size(), 6U);
+
+    const Ran replaced = fenmark({"import", path, "--drawing", drawing, "--replace"});
+    EXPECT_EQ(replaced.code, kDone);
+    EXPECT_TRUE(contains(replaced.err, "replaces what the drawing had of a file of this name, imported 2 times"))
+        << replaced.err;
+    const nlohmann::json left = info(drawing);
+    ASSERT_EQ(left["entities"].size(), 4U);
+    EXPECT_EQ(left["entities"][0]["data"]["FileName"], "b.sim") << "what came of other files stays";
+    EXPECT_EQ(left["entities"][2]["data"]["FileName"], "a.sim");
+    EXPECT_EQ(left["sites"][0]["alignments"].size(), 1U);
+}
+
+TEST_F(ImportSafety, ImportThatBreaksOffReplacesNothing) {
+    const std::string drawing = folder.at("d.gpkg");
+    ASSERT_EQ(fenmark({"import", file(kPoints), "--drawing", drawing}).code, kDone);
+    const std::string before = test::readFile(drawing);
+    EXPECT_EQ(fenmark({"import", file(std::string(kPoints) + kTooShortArc), "--drawing", drawing, "--replace"}).code,
+              kNotDone);
+    EXPECT_EQ(test::readFile(drawing), before);
+}
+
+// --- hints ---
+
+TEST_F(ImportSafety, RecordsWithOneCommaTooManyAreCounted) {
+    const auto notes = [this](std::string_view content) { return fenmark({"import", file(content)}).err; };
+    EXPECT_TRUE(contains(notes("A00,\r\nA01,1,P,0,0,0,,\r\nA01,2,P,0,0,0,,\r\nA99,\r\n"),
+                         ": note: one comma too many at the end of 2 records"));
+    EXPECT_TRUE(contains(notes("A00,\r\nA01,1,P,0,0,0,\r\nA99,\r\nD00,1,L,1,,\r\nD99,\r\n"), "end of 1 record,"));
+    EXPECT_FALSE(contains(notes("A00,\r\nA01,1,P,0,0,0,1,\r\nA99,\r\n"), "one comma too many")) << "a value too many";
+    EXPECT_FALSE(contains(notes("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n"), "one comma too many"));
+}
+
+TEST_F(ImportSafety, PointNumbersThatAreNamesAreToldWithWhatIsWanted) {
+    const Ran ran = fenmark({"import", file("A00,\r\nA01,K1,P,0,0,0,\r\nA01,K2,P,0,0,0,\r\nA99,\r\n")});
+    EXPECT_TRUE(contains(ran.err, ": note: 2 records have a point number such as 'K1'; the format wants a whole number "
+                                  "of at most five digits there"))
+        << ran.err;
+    EXPECT_FALSE(contains(fenmark({"import", file(kPoints)}).err, "point number"));
+}
+
+} // namespace
+} // namespace fenmark::cli

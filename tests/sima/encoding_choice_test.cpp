@@ -1,0 +1,168 @@
+// Which encoding a text is taken for, and what the reader makes of UTF-16.
+#include "sima/text/encoding_choice.h"
+
+#include "sima/reader/line_source.h"
+#include "sima/text/utf8.h"
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fenmark::sima {
+namespace {
+
+using namespace std::string_view_literals;
+
+// The choice, which must not depend on the pieces in which the text comes.
+TextKind kindOf(std::string_view text) {
+    EncodingGuess whole;
+    whole.look(text);
+    for (const std::size_t piece : {1UL, 2UL, 7UL}) {
+        EncodingGuess guess;
+        for (std::size_t at = 0; at < text.size() && guess.look(text.substr(at, piece)); at += piece) {
+        }
+        EXPECT_EQ(guess.choice().kind, whole.choice().kind) << "in pieces of " << piece;
+    }
+    return whole.choice().kind;
+}
+
+std::string utf16(std::string_view text, bool highByteFirst) {
+    std::string bytes;
+    for (const char c : text) {
+        bytes += highByteFirst ? '\0' : c;
+        bytes += highByteFirst ? c : '\0';
+    }
+    return bytes;
+}
+
+std::vector<std::string> linesOf(std::string_view content, Encoding encoding) {
+    const test::TemporaryFolder folder;
+    LineSource source(encoding);
+    EXPECT_TRUE(source.open(folder.write("a.sim", content)));
+    std::vector<std::string> lines;
+    for (std::string_view line; source.next(line);) {
+        lines.emplace_back(line);
+    }
+    return lines;
+}
+
+TEST(EncodingChoice, PlainTextIsCodePage932) {
+    EXPECT_EQ(kindOf(""), TextKind::Cp932);
+    EXPECT_EQ(kindOf("A00,\r\n"), TextKind::Cp932);
+    EXPECT_EQ(kindOf("A00,\r\nA01,1,P,0.000,0.000,,\r\n"), TextKind::Cp932);
+    EXPECT_EQ(kindOf(std::string(100, '\0')), TextKind::Cp932);
+}
+
+TEST(EncodingChoice, AByteOrderMarkSaysUtf8WhateverFollows) {
+    EXPECT_EQ(kindOf("\xEF\xBB\xBF"), TextKind::Utf8Mark);
+    EXPECT_EQ(kindOf("\xEF\xBB\xBFZ00,abc,\r\nA00,\r\n"), TextKind::Utf8Mark);
+    EXPECT_EQ(kindOf("\xEF\xBB\xBFZ00,\x95\x5C,\r\nA00,\r\n"), TextKind::Utf8Mark);
+}
+
+TEST(EncodingChoice, TwoCharactersOfThreeBytesInValidUtf8SayUtf8) {
+    EXPECT_EQ(kindOf("A01,1,基準,1,2,,\n"), TextKind::Utf8);
+    EXPECT_EQ(kindOf("A01,1,基,1,2,,\n"), TextKind::Cp932) << "one may be chance";
+    EXPECT_EQ(kindOf("A01,1,éàü,1,2,,\n"), TextKind::Cp932) << "two bytes each may be half-width katakana";
+    EXPECT_EQ(kindOf("A01,1,基準,1,2,,\nA01,2,\x95\x5C,0,0,,\n"), TextKind::Cp932);
+    EXPECT_EQ(kindOf("A01,1,基準\xE5\x9F"), TextKind::Cp932) << "cut within a character";
+    EXPECT_EQ(kindOf("\xED\xA0\x80\xED\xA0\x80 a surrogate is no character"), TextKind::Cp932);
+    EXPECT_EQ(kindOf("\xE0\x80\x80\xE0\x80\x80 nor is a form that is too long"), TextKind::Cp932);
+}
+
+TEST(EncodingChoice, CodePage932IsKnownByItsPairs) {
+    EXPECT_EQ(kindOf("A01,1,\x95\x5C\x83\x5C,0,0,,\r\n"), TextKind::Cp932);
+    EXPECT_EQ(kindOf("A01,1,\xB6\xC5\xB6\xC5\xB6\xDE,0,0,,\r\n"), TextKind::Cp932) << "half-width katakana";
+}
+
+TEST(EncodingChoice, EucJpAndIso2022JpAreRecognised) {
+    EXPECT_EQ(kindOf("A01,1,\xB6\xAD\xB3\xA6\xC5\xC0,0,0,,\r\nZ00,\xA4\xB3\xA4\xEC,\r\n"), TextKind::EucJp);
+    EXPECT_EQ(kindOf("A01,1,\xC2\xAC\xCE\xCC\xE5\xBB,0,0,,\r\n"), TextKind::EucJp)
+        << "a byte beyond half-width katakana";
+    EXPECT_EQ(kindOf("A01,1,\x1B$B6-3&E@\x1B(B,0,0,,\r\n"), TextKind::Iso2022Jp);
+    EXPECT_EQ(kindOf("A01,1,\x1B$@6-3&\x1B(J,0,0,,\r\n"), TextKind::Iso2022Jp);
+    EXPECT_EQ(kindOf("A01,1,\x1B[31m,0,0,,\r\n"), TextKind::Cp932) << "another escape sequence";
+}
+
+TEST(EncodingChoice, Utf16IsKnownByItsMarkOrItsNuls) {
+    EXPECT_EQ(kindOf("\xFF\xFE"), TextKind::Utf16);
+    EXPECT_EQ(kindOf("\xFE\xFF\0A"sv), TextKind::Utf16);
+    for (const bool highByteFirst : {false, true}) {
+        const std::string text = utf16("A00,\r\nA01,1,P,1,2,,\r\n", highByteFirst);
+        EncodingGuess guess;
+        EXPECT_FALSE(guess.look(text)) << "no more is needed";
+        EXPECT_EQ(guess.choice().kind, TextKind::Utf16);
+        EXPECT_EQ(guess.choice().encoding, highByteFirst ? Encoding::Utf16Be : Encoding::Utf16Le);
+    }
+}
+
+TEST(EncodingChoice, UsualSpellingsAreKnown) {
+    for (const char* name : {"cp932", "CP932", "sjis", "SJIS", "Shift_JIS", "shift-jis", "MS932", "Windows-31J"}) {
+        EXPECT_EQ(encodingNamed(name), Encoding::Cp932) << name;
+    }
+    for (const char* name : {"utf-8", "UTF8", "Utf_8", "utf-8-sig"}) {
+        EXPECT_EQ(encodingNamed(name), Encoding::Utf8) << name;
+    }
+    EXPECT_EQ(encodingNamed("UTF-16"), Encoding::Utf16Le);
+    EXPECT_EQ(encodingNamed("utf16be"), Encoding::Utf16Be);
+    for (const char* name : {"", "auto", "latin1", "utf-7", "sjis!"}) {
+        EXPECT_EQ(encodingNamed(name), std::nullopt) << name;
+    }
+}
+
+TEST(LineSourceUtf16, GivesOutUtf8WithoutTheMark) {
+    const std::vector<std::string> expected{"A00,", "A01,1,P,"};
+    for (const bool highByteFirst : {false, true}) {
+        const Encoding encoding = highByteFirst ? Encoding::Utf16Be : Encoding::Utf16Le;
+        const std::string text = utf16("A00,\r\nA01,1,P,\r\n", highByteFirst);
+        EXPECT_EQ(linesOf(text, encoding), expected);
+        EXPECT_EQ(linesOf((highByteFirst ? "\xFE\xFF" : "\xFF\xFE") + text, encoding), expected);
+    }
+    EXPECT_EQ(linesOf("\xFF\xFE\xFA\x57\x3D\xD8\x00\xDE"sv, Encoding::Utf16Le), (std::vector<std::string>{"基😀"}))
+        << "two units for one character";
+    EXPECT_EQ(linesOf("A\0\x3D\xD8"sv, Encoding::Utf16Le), (std::vector<std::string>{"A\uFFFD"})) << "half of one";
+    EXPECT_EQ(linesOf("A\0B"sv, Encoding::Utf16Le), (std::vector<std::string>{"A\uFFFD"})) << "half a unit";
+}
+
+TEST(LineSourceUtf16, LongFilesComeWhole) {
+    // Characters of two, three and four bytes of UTF-8, so that every block is cut within one somewhere.
+    std::string utf8;
+    std::string bytes = "\xFF\xFE";
+    for (int i = 0; i < 100000; ++i) {
+        utf8 += "éx基😀";
+        bytes += "\xE9\0x\0\xFA\x57\x3D\xD8\x00\xDE"sv;
+        if (i % 1000 == 999) {
+            utf8 += '\n';
+            bytes += "\n\0"sv;
+        }
+    }
+    std::string joined;
+    for (const std::string& line : linesOf(bytes, Encoding::Utf16Le)) {
+        joined += line + "\n";
+    }
+    EXPECT_EQ(joined, utf8);
+}
+
+TEST(LineSourceLimit, ALineUpToTheLimitIsALineAndOneBeyondIsTold) {
+    constexpr std::size_t kLimit = std::size_t{1} << 20;
+    const test::TemporaryFolder folder;
+    for (const std::string_view end : {"\n", "\r\n", ""}) {
+        LineSource source(Encoding::Cp932, kLimit);
+        ASSERT_TRUE(source.open(folder.write("a.sim", "A00,\n" + std::string(kLimit, 'x') + std::string(end))));
+        std::string_view line;
+        ASSERT_TRUE(source.next(line));
+        ASSERT_TRUE(source.next(line));
+        EXPECT_EQ(line.size(), kLimit);
+        EXPECT_FALSE(source.next(line));
+    }
+    LineSource source(Encoding::Cp932, kLimit);
+    ASSERT_TRUE(source.open(folder.write("a.sim", "A00,\n" + std::string(kLimit + 3, 'x') + "\n")));
+    std::string_view line;
+    ASSERT_TRUE(source.next(line));
+    EXPECT_THROW((void)source.next(line), LineTooLong);
+}
+
+} // namespace
+} // namespace fenmark::sima

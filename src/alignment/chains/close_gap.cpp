@@ -127,10 +127,11 @@ int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3
         if (signed16(ali_makSAR(element_side, &straight, &clothoid, &arc, &gap)) != 0) {
             return -1;
         }
-        // What is left is the rounding of the moved element, which turns a short straight; more means that dl was not the
-        // gap of this chain.
-        const double reach = plane::distance(straightFirst ? endOf(straight) : startOf(straight),
-                                             straightFirst ? startOf(clothoid) : endOf(clothoid));
+        // What is left is the rounding of the moved element, which turns a short straight; more means that dl was not
+        // the gap of this chain. The gap is measured at the foot of the arc's centre, which for a flat clothoid lies
+        // hundreds of metres beyond the straight.
+        const Vec inner = straightFirst ? endOf(straight) : startOf(straight);
+        const double reach = std::fabs(plane::dot(centreOf(arc) - inner, plane::unit(-straight.sang)));
         if (!(gap <= rounded_joint_tolerance * (1.0 + reach / straight.len))) {
             return -1;
         }

@@ -93,13 +93,16 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
         const double angle = plane::direction(toCentre) - turn * std::asin(offset.rho / D);
         const Vec away = plane::unit(angle);
         const double toFlatEnd = std::sqrt((D - offset.rho) * (D + offset.rho)) - offset.xm;
-        if (!(toFlatEnd >= kSameLength) || !(std::fabs(s->len - toFlatEnd) <= rounded_joint_tolerance)) {
+        // A length of 0 stands for as long as needed.
+        const double length = s->len == 0.0 ? toFlatEnd : s->len;
+        if (!(toFlatEnd >= kSameLength) || !(std::fabs(length - toFlatEnd) <= rounded_joint_tolerance)) {
             return -1;
         }
         const Vec flat = point + toFlatEnd * away;
 
         Calelm straight = *s;
         straight.type = element::straight;
+        straight.len = length;
         straight.dir = 1.0;
         straight.par = straight.r1 = straight.r2 = 0.0;
         const double direction = plane::wrapped(straightFirst ? angle : angle + plane::pi);
@@ -126,8 +129,8 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
         // Just below 1e-5 the azimuth falls to 0, which turns the straight laid by it. Where the chain does not bear that,
         // the straight keeps its azimuth.
         Calelm unfallen = straight;
-        const Vec far = rounded(point + s->len * away);
-        if (!straightAlong(straightFirst ? point : far, straightFirst ? far : point, plane::wrapped(-direction), s->len,
+        const Vec far = rounded(point + length * away);
+        if (!straightAlong(straightFirst ? point : far, straightFirst ? far : point, plane::wrapped(-direction), length,
                            unfallen)) {
             return -1;
         }

@@ -74,11 +74,16 @@ class Next {
 
 enum class Answer { status, value, nothing };
 
+struct Answered {
+    int status = 0;     // 0 where there is none
+    double value = 0.0; // of a function that returns one
+};
+
 struct Function {
     const char* name;
     const char* types; // of the records: S, R or A each, a chain's together, arguments parted by blanks
     Answer answer;
-    std::function<int(Arguments&)> call; // the status; 0 where there is none
+    std::function<Answered(Arguments&)> call;
 };
 
 template <class Result, class... Ts>
@@ -90,10 +95,12 @@ Function described(const char* name, const char* types, Result (*f)(Ts...)) {
                 Next next(arguments);
                 std::tuple<Ts...> values{next.template take<Ts>()...}; // in braces: from left to right
                 if constexpr (std::is_same_v<Result, int>) {
-                    return static_cast<int>(static_cast<int16_t>(std::apply(f, values) & 0xffff));
+                    return Answered{static_cast<int16_t>(std::apply(f, values) & 0xffff), 0.0};
+                } else if constexpr (std::is_same_v<Result, double>) {
+                    return Answered{0, std::apply(f, values)};
                 } else {
                     (void)std::apply(f, values);
-                    return 0;
+                    return Answered{};
                 }
             }};
 }

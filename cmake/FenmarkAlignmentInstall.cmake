@@ -7,9 +7,9 @@ install(TARGETS fenmark_alignment EXPORT FenmarkAlignmentTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT alignment
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT alignment
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT alignment)
-install(FILES "${PROJECT_SOURCE_DIR}/include/fenmark/alignment.h"
+install(FILES "${PROJECT_SOURCE_DIR}/include/fenmark/alignment.h" "${PROJECT_SOURCE_DIR}/include/fenmark/curve.h"
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fenmark" COMPONENT alignment)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/fenmark/alignment"
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/fenmark/alignment" "${PROJECT_SOURCE_DIR}/include/fenmark/curve"
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fenmark" COMPONENT alignment FILES_MATCHING PATTERN "*.h")
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/Fenmark")
@@ -17,7 +17,7 @@ install(EXPORT FenmarkAlignmentTargets NAMESPACE Fenmark:: DESTINATION "${packag
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/FenmarkConfig.cmake.in"
   "${CMAKE_CURRENT_BINARY_DIR}/FenmarkConfig.cmake" INSTALL_DESTINATION "${package_folder}")
 write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/FenmarkConfigVersion.cmake"
-  VERSION "${PROJECT_VERSION}" COMPATIBILITY SameMajorVersion)
+  VERSION "${FENMARK_ALIGNMENT_VERSION}" COMPATIBILITY SameMajorVersion)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/FenmarkConfig.cmake" "${CMAKE_CURRENT_BINARY_DIR}/FenmarkConfigVersion.cmake"
   DESTINATION "${package_folder}" COMPONENT alignment)
 

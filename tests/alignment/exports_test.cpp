@@ -21,17 +21,19 @@ std::set<std::string> listed() {
 
 std::set<std::string> declared() {
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(FENMARK_SOURCE_DIR "/include/fenmark/alignment")) {
-        std::ifstream file(entry.path());
-        std::stringstream text;
-        text << file.rdbuf();
-        const std::string header = text.str();
-        // A declaration starts with the macro on a line of its own; its name is the word before the first bracket.
-        const std::string macro = "\nFENMARK_ALIGNMENT_API ";
-        for (std::size_t at = header.find(macro); at != std::string::npos; at = header.find(macro, at + 1)) {
-            const std::size_t bracket = header.find('(', at);
-            const std::size_t before = header.find_last_of(" *\n", bracket - 1);
-            names.insert(header.substr(before + 1, bracket - before - 1));
+    for (const char* folder : {"/include/fenmark/alignment", "/include/fenmark/curve"}) {
+        for (const auto& entry : std::filesystem::directory_iterator(std::string(FENMARK_SOURCE_DIR) + folder)) {
+            std::ifstream file(entry.path());
+            std::stringstream text;
+            text << file.rdbuf();
+            const std::string header = text.str();
+            // A declaration starts with the macro on a line of its own; its name is the word before the first bracket.
+            const std::string macro = "\nFENMARK_ALIGNMENT_API ";
+            for (std::size_t at = header.find(macro); at != std::string::npos; at = header.find(macro, at + 1)) {
+                const std::size_t bracket = header.find('(', at);
+                const std::size_t before = header.find_last_of(" *\n", bracket - 1);
+                names.insert(header.substr(before + 1, bracket - before - 1));
+            }
         }
     }
     return names;

@@ -1,0 +1,206 @@
+// Crossings of two curves: laid through a common point, and against a walk along both.
+#include "support_curve.h"
+
+#include <algorithm>
+#include <array>
+
+namespace fenmark::curve_test {
+
+namespace {
+
+constexpr double kPlace = 1e-8; // metres
+
+// A curve of the given shape whose pose at `along` is the given one.
+Curve laidThrough(Curve shape, double along, const Pose& pose) {
+    shape.start = {};
+    const Pose there = poseAt(shape, along);
+    const Curve turned = moved(shape, {0.0, 0.0}, pose.azimuth - there.azimuth, {0.0, 0.0});
+    const Point at = pointAt(turned, along);
+    return moved(turned, {0.0, 0.0}, 0.0, {pose.point.x - at.x, pose.point.y - at.y});
+}
+
+std::string both(int i, const Curve& a, const Curve& b) {
+    return "case " + std::to_string(i) + " " + testing::PrintToString(a) + " " + testing::PrintToString(b);
+}
+
+void expectCommonPoints(const Crossings& all, const Curve& a, const Curve& b, const std::string& what) {
+    for (const Crossing& crossing : all.found) {
+        ASSERT_GE(crossing.alongFirst, 0.0) << what;
+        ASSERT_LE(crossing.alongFirst, a.length) << what;
+        ASSERT_GE(crossing.alongSecond, 0.0) << what;
+        ASSERT_LE(crossing.alongSecond, b.length) << what;
+        ASSERT_LE(distance(pointAt(a, crossing.alongFirst), crossing.point), kPlace) << what;
+        ASSERT_LE(distance(pointAt(b, crossing.alongSecond), crossing.point), kPlace) << what;
+    }
+}
+
+} // namespace
+
+TEST(Crossings, FindTheCommonPointAtAnyAngle) {
+    RandomCurves random(11);
+    for (int i = 0; i < cases(4000); ++i) {
+        const Curve first = random.curve(1e3);
+        const double s = random.between(0.02, 0.98) * first.length;
+        const double angle = random.side() * random.scaled(1e-5, 1.57);
+        Pose pose = poseAt(first, s);
+        pose.azimuth += angle;
+        const Curve shape = random.curve();
+        const Curve second = laidThrough(shape, random.between(0.02, 0.98) * shape.length, pose);
+        const Crossings all = crossings(first, second);
+        const std::string what = both(i, first, second) + " at " + std::to_string(s);
+        expectCommonPoints(all, first, second, what);
+        double nearest = 1e300;
+        for (const Crossing& crossing : all.found) {
+            nearest = std::min(nearest, distance(crossing.point, pose.point));
+        }
+        if (!all.complete) {
+            continue; // spirals that wind about each other
+        }
+        // The place is known to the coordinates' last bits over the angle.
+        ASSERT_LE(nearest, 1e-11 * 4e3 / std::abs(angle)) << what << " angle " << angle;
+    }
+}
+
+TEST(Crossings, TellTouches) {
+    RandomCurves random(12);
+    int touches = 0;
+    for (int i = 0; i < cases(1000); ++i) {
+        const Curve first = random.curve(1e3);
+        const double s = random.between(0.1, 0.9) * first.length;
+        Pose pose = poseAt(first, s);
+        pose.azimuth += random.below(2) == 0 ? 0.0 : kPi;
+        const Curve shape = random.curve();
+        const double t = random.between(0.1, 0.9) * shape.length;
+        const Curve second = laidThrough(shape, t, pose);
+        const Crossings all = crossings(first, second);
+        const std::string what = both(i, first, second) + " at " + std::to_string(s);
+        expectCommonPoints(all, first, second, what);
+        double nearest = 1e300;
+        for (const Crossing& crossing : all.found) {
+            nearest = std::min(nearest, distance(crossing.point, pose.point));
+            touches += crossing.tangent ? 1 : 0;
+        }
+        // Curves of nearly the same curvature run within the tolerance of each other for a while.
+        const double bend = std::abs(std::abs(curvatureAt(first, s)) - std::abs(curvatureAt(second, t)));
+        if (!all.overlap) {
+            ASSERT_LE(nearest, 0.1 + 3.0 * std::sqrt(2e-9 / std::max(bend, 1e-12))) << what;
+        }
+    }
+    EXPECT_GT(touches, cases(1000) / 2);
+}
+
+TEST(Crossings, AreAllOfThem) {
+    RandomCurves random(13);
+    for (int i = 0; i < cases(1000); ++i) {
+        const Curve first = random.curve(1e3);
+        const Pose pose = poseAt(first, random.between(0.0, 1.0) * first.length);
+        const Curve shape = random.curve();
+        if (turnOf(first) > 60.0 || turnOf(shape) > 60.0) {
+            continue;
+        }
+        const Curve second =
+            laidThrough(shape, random.between(0.0, 1.0) * shape.length,
+                        {{pose.point.x + random.between(-5.0, 5.0), pose.point.y}, random.between(-4.0, 4.0)});
+        const Crossings all = crossings(first, second);
+        const std::string what = both(i, first, second);
+        expectCommonPoints(all, first, second, what);
+        ASSERT_TRUE(all.complete) << what;
+        // Crossings of the chords of both, far enough from the chords' ends to be sure of.
+        const int parts1 = 100 + static_cast<int>(20.0 * turnOf(first));
+        const int parts2 = 100 + static_cast<int>(20.0 * turnOf(second));
+        std::vector<Point> a;
+        std::vector<Point> b;
+        for (int k = 0; k <= parts1; ++k) {
+            a.push_back(pointAt(first, first.length * k / parts1));
+        }
+        for (int k = 0; k <= parts2; ++k) {
+            b.push_back(pointAt(second, second.length * k / parts2));
+        }
+        for (int k = 0; k < parts1; ++k) {
+            for (int l = 0; l < parts2; ++l) {
+                const Point u{a[k + 1].x - a[k].x, a[k + 1].y - a[k].y};
+                const Point v{b[l + 1].x - b[l].x, b[l + 1].y - b[l].y};
+                const Point w{b[l].x - a[k].x, b[l].y - a[k].y};
+                const double sine = u.x * v.y - u.y * v.x;
+                const double s = (w.x * v.y - w.y * v.x) / sine;
+                const double t = (w.x * u.y - w.y * u.x) / sine;
+                const bool steep = std::abs(sine) > 0.2 * std::hypot(u.x, u.y) * std::hypot(v.x, v.y);
+                if (steep && s > 0.2 && s < 0.8 && t > 0.2 && t < 0.8) {
+                    const Point place{a[k].x + s * u.x, a[k].y + s * u.y};
+                    double nearest = 1e300;
+                    for (const Crossing& crossing : all.found) {
+                        nearest = std::min(nearest, distance(crossing.point, place));
+                    }
+                    ASSERT_LE(nearest, 0.2 * (std::hypot(u.x, u.y) + std::hypot(v.x, v.y))) << what;
+                }
+            }
+        }
+    }
+}
+
+TEST(Crossings, OfStraightsAndCircles) {
+    const Curve east = straight({{0.0, -10.0}, 0.5 * kPi}, 20.0);
+    const Curve north = straight({{-10.0, 2.0}, 0.0}, 20.0);
+    const Crossings one = crossings(east, north);
+    ASSERT_EQ(one.found.size(), 1u);
+    EXPECT_NEAR(one.found[0].alongFirst, 12.0, 1e-12);
+    EXPECT_NEAR(one.found[0].alongSecond, 10.0, 1e-12);
+    EXPECT_NEAR(one.found[0].angle, -0.5 * kPi, 1e-12);
+    const Curve circle = arc({{3.0, 4.0}, std::atan2(4.0, 3.0) - 0.5 * kPi}, 10.0 * kPi, -0.2); // about the origin
+    EXPECT_EQ(crossings(east, circle).found.size(), 2u);
+    const Crossings touch = crossings(straight({{5.0, -10.0}, 0.5 * kPi}, 20.0), circle);
+    ASSERT_EQ(touch.found.size(), 1u);
+    EXPECT_TRUE(touch.found[0].tangent);
+    EXPECT_EQ(crossings(circle, arc({{4.0, 5.0}, 0.0}, 10.0 * kPi, -0.2)).found.size(), 2u);
+    EXPECT_EQ(crossings(circle, arc({{10.0, 5.0}, 0.0}, 10.0 * kPi, -0.2)).found.size(), 1u);
+    EXPECT_TRUE(crossings(circle, arc({{10.0, 5.0}, 0.0}, 10.0 * kPi, -0.2)).found[0].tangent);
+    const Crossings along = crossings(east, straight({{0.0, 5.0}, 0.5 * kPi}, 20.0));
+    ASSERT_EQ(along.found.size(), 2u);
+    EXPECT_TRUE(along.overlap);
+    EXPECT_EQ(along.found[0].alongFirst, 15.0);
+    EXPECT_EQ(along.found[1].alongFirst, 20.0);
+    EXPECT_TRUE(crossings(circle, part(circle, 2.0, 9.0)).overlap);
+}
+
+TEST(Crossings, OfACurveWithItsOwnPartAreAnOverlap) {
+    RandomCurves random(14);
+    for (int i = 0; i < cases(500); ++i) {
+        const Curve whole = random.clothoid(1e3);
+        if (turnOf(whole) > 20.0) {
+            continue;
+        }
+        Curve piece = part(whole, 0.2 * whole.length, 0.7 * whole.length);
+        if (random.below(2) == 0) {
+            piece = reversed(piece);
+        }
+        const Crossings all = crossings(whole, piece);
+        ASSERT_TRUE(all.overlap) << both(i, whole, piece);
+        ASSERT_GE(all.found.size(), 2u) << both(i, whole, piece);
+    }
+}
+
+TEST(Crossings, NeighboursOfAnAlignmentTouchAtTheirJoint) {
+    // Straight, clothoid, arc: the curvatures agree at the joints.
+    const Curve first = straight({{100.0, 200.0}, 0.3}, 80.0);
+    const Curve second{endPose(first), 60.0, 0.0, 0.01};
+    const Curve third = arc(endPose(second), 90.0, 0.01);
+    for (const auto& [a, b] : {std::pair(first, second), std::pair(second, third)}) {
+        const Crossings all = crossings(a, b);
+        ASSERT_EQ(all.found.size(), 1u);
+        EXPECT_TRUE(all.found[0].tangent);
+        EXPECT_NEAR(all.found[0].alongFirst, a.length, 0.5);
+        EXPECT_NEAR(all.found[0].alongSecond, 0.0, 0.5);
+    }
+}
+
+TEST(Crossings, OfSpiralsThatWindThousandsOfTimesEnd) {
+    const Curve spiral{{{0.0, 0.0}, 0.0}, 1e5, 0.0, 5.0};
+    const Curve other{{{10.0, 3.0}, 1.0}, 1e5, 0.0, -4.0};
+    const Crossings all = crossings(spiral, other);
+    EXPECT_LE(all.found.size(), kMostCrossings);
+    const Crossings line = crossings(spiral, straight({{-500.0, 10.0}, 0.1}, 1000.0));
+    EXPECT_GE(line.found.size(), 1u);
+    expectCommonPoints(line, spiral, straight({{-500.0, 10.0}, 0.1}, 1000.0), "spiral and straight");
+}
+
+} // namespace fenmark::curve_test

@@ -1,0 +1,129 @@
+// Nearest points and feet, against a look at every part of the curve.
+#include "support_curve.h"
+
+#include <algorithm>
+
+namespace fenmark::curve_test {
+
+namespace {
+
+constexpr double kPlace = 1e-8; // metres; of distances from points at most 1e5 m away: the coordinates' last bits
+
+// The least distance, from a fine walk and a search around its best place.
+double leastDistance(const Curve& curve, const Point& point) {
+    const int parts = static_cast<int>(std::min(20000.0, 200.0 + 40.0 * turnOf(curve)));
+    double best = 1e300;
+    int bestPart = 0;
+    for (int i = 0; i <= parts; ++i) {
+        const double d = distance(pointAt(curve, curve.length * i / parts), point);
+        if (d < best) {
+            best = d;
+            bestPart = i;
+        }
+    }
+    double low = curve.length * std::max(bestPart - 1, 0) / parts;
+    double high = curve.length * std::min(bestPart + 1, parts) / parts;
+    for (int i = 0; i < 100; ++i) {
+        const double a = low + (high - low) / 3.0;
+        const double b = high - (high - low) / 3.0;
+        if (distance(pointAt(curve, a), point) < distance(pointAt(curve, b), point)) {
+            high = b;
+        } else {
+            low = a;
+        }
+    }
+    return std::min(best, distance(pointAt(curve, 0.5 * (low + high)), point));
+}
+
+} // namespace
+
+TEST(NearestFoot, IsTheNearestOfAllPoints) {
+    RandomCurves random(20240607);
+    for (int i = 0; i < cases(2000); ++i) {
+        const Curve curve = random.curve(1e3);
+        const double at = random.between(-0.1, 1.1) * curve.length;
+        const double aside = random.side() * random.scaled(1e-3, 500.0);
+        const Pose pose = poseAt(curve, std::clamp(at, 0.0, curve.length));
+        const Point point{pose.point.x - aside * std::sin(pose.azimuth), pose.point.y + aside * std::cos(pose.azimuth)};
+        const Foot foot = nearestFoot(curve, point);
+        ASSERT_GE(foot.along, 0.0);
+        ASSERT_LE(foot.along, curve.length);
+        ASSERT_LE(distance(foot.point, pointAt(curve, foot.along)), kPlace) << i;
+        ASSERT_NEAR(std::abs(foot.offset), distance(foot.point, point), kPlace) << i;
+        ASSERT_LE(std::abs(foot.offset), leastDistance(curve, point) + kPlace)
+            << "case " << i << " of seed 20240607: " << testing::PrintToString(curve) << " "
+            << testing::PrintToString(point);
+    }
+}
+
+TEST(NearestFoot, OffsetPointsComeBack) {
+    RandomCurves random(71);
+    double worst = 0.0;
+    for (int i = 0; i < cases(2000); ++i) {
+        const Curve curve = random.curve(0.0);
+        const double sharpest = std::max(std::abs(curve.startCurvature), std::abs(curve.endCurvature));
+        const double along = random.between(0.0, 1.0) * curve.length;
+        const double offset = random.between(-0.9, 0.9) * std::min(1.0 / sharpest, 100.0);
+        if (turnOf(curve) > 1.5) {
+            continue;
+        }
+        const Foot foot = nearestFoot(curve, parallelPose(curve, along, offset).point);
+        ASSERT_NEAR(foot.offset, offset, 1e-11) << i << testing::PrintToString(curve);
+        ASSERT_NEAR(foot.along, along, 1e-11 * (curve.length + 100.0)) << i << testing::PrintToString(curve);
+        worst = std::max(worst, std::abs(foot.along - along) / (curve.length + 100.0));
+    }
+    RecordProperty("worst", std::to_string(worst));
+}
+
+TEST(FeetOf, AreAllPlacesWhereTheSideChanges) {
+    RandomCurves random(99);
+    for (int i = 0; i < cases(1000); ++i) {
+        const Curve curve = random.curve(1e3);
+        const Point point =
+            parallelPose(curve, random.between(0.0, 1.0) * curve.length, random.between(-300.0, 300.0)).point;
+        if (turnOf(curve) > 300.0) {
+            continue;
+        }
+        const std::vector<Foot> feet = feetOf(curve, point);
+        const auto ahead = [&](double along) {
+            const Pose pose = poseAt(curve, along);
+            return (point.x - pose.point.x) * std::cos(pose.azimuth) +
+                   (point.y - pose.point.y) * std::sin(pose.azimuth);
+        };
+        for (const Foot& foot : feet) {
+            ASSERT_NEAR(ahead(foot.along), 0.0, 1e-7);
+        }
+        // Each change of sign has its foot.
+        const int parts = static_cast<int>(500.0 + 20.0 * turnOf(curve));
+        std::size_t next = 0;
+        for (int part = 0; part < parts; ++part) {
+            const double a = curve.length * part / parts;
+            const double b = curve.length * (part + 1) / parts;
+            std::size_t inside = 0;
+            while (next < feet.size() && feet[next].along < b) {
+                ++inside;
+                ++next;
+            }
+            const double ga = ahead(a);
+            const double gb = ahead(b);
+            if (std::abs(ga) > 1e-6 && std::abs(gb) > 1e-6 && (ga > 0.0) != (gb > 0.0)) {
+                ASSERT_EQ(inside % 2, 1u)
+                    << i << " " << testing::PrintToString(curve) << testing::PrintToString(point) << a;
+            }
+        }
+    }
+}
+
+TEST(NearestFoot, OfACurveThatWindsAMillionTimes) {
+    const Curve curve{{{0.0, 0.0}, 0.0}, 1e6, 1e-3, 20.0};
+    for (const double along : {10.0, 1e3, 1e5, 5e5, 999e3}) {
+        const Pose pose = poseAt(curve, along);
+        const Foot foot = nearestFoot(curve, pose.point);
+        EXPECT_NEAR(foot.along, along, 1e-6);
+        EXPECT_NEAR(foot.offset, 0.0, 1e-6);
+    }
+    EXPECT_LE(feetOf(curve, {5.0, 5.0}).size(), kMostFeet);
+    EXPECT_GE(feetOf(curve, {5.0, 5.0}).size(), 100u);
+}
+
+} // namespace fenmark::curve_test

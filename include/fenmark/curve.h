@@ -12,6 +12,8 @@
  * | curve/element.h | one curve: pose at a length, parts and copies, box, line within a tolerance              |
  * | curve/search.h  | nearest point, all feet, crossings of two curves                                         |
  * | curve/fit.h     | curves through poses, at intersection points, through a point                            |
+ * | curve/chain.h   | chains: distance and station, located points, joints, lines, crossings, stakes           |
+ * | curve/profile.h | longitudinal profile, crossfall, points in space                                         |
  *
  * ## Plane, units and signs
  *
@@ -62,8 +64,10 @@
 #ifndef FENMARK_CURVE_H
 #define FENMARK_CURVE_H
 
+#include "fenmark/curve/chain.h"
 #include "fenmark/curve/element.h"
 #include "fenmark/curve/fit.h"
+#include "fenmark/curve/profile.h"
 #include "fenmark/curve/search.h"
 #include "fenmark/curve/status.h"
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "command/last_run.h"
-#include "host/boundary/values.h"
 #include "sima/reader/progress.h"
+#include "values/drawing_values.h"
 
 #include <array>
 #include <cstdint>

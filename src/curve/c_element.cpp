@@ -1,5 +1,6 @@
 // The C interface of one curve, and the texts of the statuses.
 #include "curve/c_interface.h"
+#include "curve/chain_status.h"
 
 #include <vector>
 
@@ -66,7 +67,7 @@ const char* fmk_statusText(int status) {
     case FMK_OUT_OF_MEMORY:
         return "out of memory";
     default:
-        return "unknown status";
+        return textOf(static_cast<ChainStatus>(status));
     }
 }
 

@@ -73,6 +73,17 @@ void Extent::add(const Extent& other) {
     }
 }
 
+Extent extentOf(const Element& element) {
+    Extent extent;
+    extent.add(element.start.x, element.start.y);
+    extent.add(element.end.x, element.end.y);
+    if (const std::optional<ElementBox> box = boxOfElement(element)) {
+        extent.add(box->minX, box->minY);
+        extent.add(box->maxX, box->maxY);
+    }
+    return extent;
+}
+
 Drawing::Drawing() {
     addLayer(kFirstLayer);
 }
@@ -265,11 +276,7 @@ std::int32_t Drawing::addElement(std::size_t alignment, const Element& element) 
 }
 
 void Drawing::addToExtent(const Element& element) {
-    std::vector<PlanPoint> line;
-    appendElementLine(element, kLineTolerance, line);
-    for (const PlanPoint& point : line) {
-        extent_.add(point.x, point.y);
-    }
+    extent_.add(extentOf(element));
 }
 
 void Drawing::relayLastElements(std::size_t alignment, std::span<const Element> last) {

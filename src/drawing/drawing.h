@@ -91,6 +91,9 @@ struct Extent {
     friend bool operator==(const Extent&, const Extent&) = default;
 };
 
+// The exact box of an element and its two ends, as far as they are finite.
+Extent extentOf(const Element& element);
+
 class Drawing {
   public:
     // A state to come back to. Imports only append, so a mark is a few counts.

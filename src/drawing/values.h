@@ -1,7 +1,7 @@
 // The plain values that a drawing shares with the host boundary: identifiers and points.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 namespace fenmark::drawing {
 

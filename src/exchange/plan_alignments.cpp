@@ -28,6 +28,7 @@ constexpr double kKeySize = 2.0;         // millimetres of type
 constexpr double kStakeSize = 1.8;
 constexpr double kCurveSize = 1.8;
 constexpr std::size_t kMostStations = 20000; // ticks on one sheet
+constexpr double kLargestStation = 1e12;     // metres; beyond, no ticks
 
 const char* styleOf(ElementType type) {
     return type == ElementType::Straight ? "straight" : type == ElementType::Arc ? "arc" : "clothoid";
@@ -203,9 +204,13 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
 void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geometry, std::size_t& drawn) {
     const double step = plan.stationStep;
     out << "<path class=\"tick\" d=\"";
-    const auto first = static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9));
+    // Beyond that, stations next to each other are one real.
+    const bool tellable =
+        std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < kLargestStation;
+    const auto first = tellable ? static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9)) : 0;
     std::vector<std::pair<double, drawing::Pose>> poses;
-    for (long long k = first; static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
+    for (long long k = first;
+         tellable && static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
         const double station = static_cast<double>(k) * step;
         const auto pose = geometry.poseAt(station);
         if (!pose) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <span>
 #include <vector>

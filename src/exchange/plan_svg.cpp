@@ -93,11 +93,7 @@ Extent shownExtent(const Drawing& drawing, std::size_t& leftOut, std::size_t& be
             continue;
         }
         for (const auto& element : drawing.alignment(i).elements) {
-            std::vector<host::PlanPoint> line;
-            drawing::appendElementLine(element, 1.0, line);
-            for (const host::PlanPoint& point : line) {
-                rest.add(point.x, point.y);
-            }
+            rest.add(drawing::extentOf(element));
         }
     }
     const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});

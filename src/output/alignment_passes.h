@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/boundary/alignment_elements.h"
-#include "sima/records/array.h"
 #include "sima/records/entity_data.h"
+#include "values/array.h"
 
 #include <cstdint>
 

@@ -1,8 +1,8 @@
 // Cleaning a route's chain before it becomes an alignment.
 #pragma once
 
-#include "sima/records/array.h"
 #include "sima/records/entity_data.h"
+#include "values/array.h"
 
 namespace fenmark::output {
 

@@ -279,13 +279,16 @@ TEST_F(Chain, AnElementOfNoLengthIsOneStation) {
     EXPECT_EQ(geometry.locate({3, 9})->station, 10.0);
 }
 
-TEST_F(Chain, AnElementThatNoSurveyHoldsIsLeftOut) {
+TEST_F(Chain, AnElementThatIsNotFiniteIsLeftOutAndAnyOtherIsKept) {
     std::vector<Element> chain = elements();
+    const double arc = chain[1].length;
     chain[0].length = std::nan("");
     chain[1].startRadius = chain[1].endRadius = 1e-9;
     const AlignmentGeometry rest(chain, 0.0);
-    EXPECT_NEAR(rest.length(), 100.0, kPointTolerance);
-    EXPECT_EQ(rest.elementAt(50.0), 2U);
+    EXPECT_NEAR(rest.length(), arc + 100.0, kPointTolerance);
+    EXPECT_EQ(rest.elementAt(50.0), 1U);
+    EXPECT_NEAR(rest.pointAt(50.0)->x, 100.0, kPointTolerance) << "a circle of a nanometre stays where it begins";
+    EXPECT_EQ(rest.elementAt(arc + 50.0), 2U);
 }
 
 TEST_F(Chain, ThePointBesideTheChainComesBack) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/embedded/drawing_names.h"
-#include "sima/records/array.h"
 #include "sima/records/entity_data.h"
+#include "values/array.h"
 
 #include <cmath>
 #include <cstdio>

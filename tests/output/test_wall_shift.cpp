@@ -1,6 +1,6 @@
 // Moving the results of vertical walls apart.
 #include "output/wall_shift.h"
-#include "sima/records/array.h"
+#include "values/array.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Short ways to write route elements in tests.
 #pragma once
 
-#include "sima/records/array.h"
 #include "sima/records/entity_data.h"
 #include "sima/text/number.h"
+#include "values/array.h"
 
 #include <string>
 

@@ -155,6 +155,8 @@ enum class Text : std::uint16_t {
     ClothoidWithoutLength,
     ClothoidWithoutElementBefore,
     BrokenJoint,
+    WoundElement,
+    CoarseElement,
     UnknownFile,
     StatusPosition,
     StatusStation,

@@ -15,8 +15,6 @@ using drawing::Extent;
 
 namespace {
 
-constexpr double kElementTolerance = 0.05; // metres: how closely the box of an element is told
-
 float roundDown(double value) {
     return std::nextafter(static_cast<float>(value), -INFINITY);
 }
@@ -106,17 +104,10 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
 }
 
 void PlanIndex::addAlignments(const Drawing& drawing) {
-    std::vector<host::PlanPoint> line;
     alignments_.resize(drawing.alignmentCount());
     for (std::size_t a = 0; a < alignments_.size(); ++a) {
         for (const drawing::Element& element : drawing.alignment(a).elements) {
-            line.clear();
-            drawing::appendElementLine(element, kElementTolerance, line);
-            Extent box;
-            for (const host::PlanPoint& point : line) {
-                box.add(point.x - kElementTolerance, point.y - kElementTolerance);
-                box.add(point.x + kElementTolerance, point.y + kElementTolerance);
-            }
+            Extent box = drawing::extentOf(element);
             if (!isFinite(box)) {
                 box = Extent();
             }

@@ -168,11 +168,7 @@ Extent extentOf(const Drawing& drawing, const PlanObject& object) {
         if (object.element && *object.element != i) {
             continue;
         }
-        std::vector<host::PlanPoint> line;
-        drawing::appendElementLine(alignment.elements[i], 0.05, line);
-        for (const host::PlanPoint& point : line) {
-            extent.add(point.x, point.y);
-        }
+        extent.add(drawing::extentOf(alignment.elements[i]));
     }
     return extent;
 }

@@ -27,6 +27,8 @@ constexpr std::size_t kMarkersInView = 40000; // beyond so many objects each poi
 constexpr std::size_t kLabelsInView = 2000;   // beyond so many objects names are left out
 constexpr double kClipMargin = 32.0;          // pixels outside the view that lines still reach
 constexpr double kStationStep = 20.0;         // metres
+constexpr double kLargestStation = 1e12;      // metres; beyond, no marks
+constexpr int kMostStations = 20'000;         // of one alignment in one picture
 constexpr double kStationPixels = 5.0;        // closer marks are left out
 constexpr double kStationLabelPixels = 60.0;  // room that a station label needs
 constexpr double kLabelMarginPixels = 60.0;   // names of objects just outside still reach into the view
@@ -204,10 +206,14 @@ void paintStations(QPainter& painter, const ViewTransform& view, const drawing::
     const double reach = std::hypot(visible.maxX - middleX, visible.maxY - middleY);
     const double labelEvery =
         kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
+    // Beyond that, stations next to each other are one real.
+    if (!(std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < kLargestStation)) {
+        return;
+    }
     auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));
     const auto last =
         static_cast<std::int64_t>(std::floor((geometry.endStation() + drawing::kStationTolerance) / kStationStep));
-    while (number <= last) {
+    for (int asked = 0; number <= last && asked < kMostStations; ++asked) {
         const double station = static_cast<double>(number) * kStationStep;
         ++number;
         const std::optional<Pose> pose = geometry.poseAt(station);

@@ -13,6 +13,9 @@ using drawing::Pose;
 namespace {
 
 constexpr int kMaximumDepth = 40; // halvings of an element; a piece is then shorter than any number can tell
+// The most pieces that are looked at. A curve that needs more winds up in the picture, and its line of
+// kMostElementPoints is drawn instead.
+constexpr int kMostPieces = 20'000;
 
 // Cuts a segment to the rectangle (Liang and Barsky 1984); false if nothing is left.
 bool clipSegment(QPointF& a, QPointF& b, const QRectF& to) {
@@ -78,6 +81,7 @@ struct Curve {
     const QRectF& within;
     double largestCurvature; // 1/m
     std::vector<QPolygonF> parts;
+    int looked = 0;
 
     QPointF at(double along) const {
         const Pose pose = drawing::poseOnElement(element, along);
@@ -85,6 +89,9 @@ struct Curve {
     }
 
     void add(double from, double until, const QPointF& start, const QPointF& end, int depth) {
+        if (++looked > kMostPieces) {
+            return;
+        }
         const double length = until - from;
         // No point of a curve of bounded curvature lies farther from its chord than this, as long as it turns little.
         const double bulge = length * length * largestCurvature / 8.0 * view.pixelsPerMetre();
@@ -155,9 +162,20 @@ std::vector<QPolygonF> elementPixels(const Element& element, const ViewTransform
                                  ? 0.0
                                  : std::max(std::abs(element.startCurvature()), std::abs(element.endCurvature()));
     Curve curve{element, view, within, curvature, {}};
-    curve.add(0.0, element.length, view.toPixel(element.start.x, element.start.y),
-              view.toPixel(element.end.x, element.end.y), 0);
-    return std::move(curve.parts);
+    if (drawing::isUsable(element)) {
+        curve.add(0.0, element.length, view.toPixel(element.start.x, element.start.y),
+                  view.toPixel(element.end.x, element.end.y), 0);
+        if (curve.looked <= kMostPieces) {
+            return std::move(curve.parts);
+        }
+    }
+    std::vector<host::PlanPoint> points;
+    drawing::appendElementLine(element, kChordPixels / view.pixelsPerMetre(), points);
+    QPolygonF line;
+    for (const host::PlanPoint& point : points) {
+        line.append(view.toPixel(point.x, point.y));
+    }
+    return clippedLine(line, false, within);
 }
 
 double distanceToLine(const QPolygonF& line, const QPointF& p, bool closed) {

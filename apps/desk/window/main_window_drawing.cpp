@@ -165,6 +165,17 @@ void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
                           .arg(QString::fromStdString(joint.alignment), metres(joint.station))
                           .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2));
     }
+    for (const host::embedded::UnusualElement& element : notes.unusual) {
+        const bool wound = element.turns > host::embedded::kMostTurns;
+        const auto radius = [](double value) {
+            return std::isinf(value) ? QStringLiteral("∞") : QString::number(value, 'g', 6);
+        };
+        command_->say(texts_(wound ? Text::WoundElement : Text::CoarseElement)
+                          .arg(QString::fromStdString(element.alignment), metres(element.station),
+                               QString::number(element.length, 'g', 9), radius(element.startRadius),
+                               radius(element.endRadius),
+                               QString::number(wound ? element.turns : element.lineTolerance, 'g', 6)));
+    }
 }
 
 void MainWindow::undo() {

@@ -117,7 +117,6 @@ void DrawingReader::readNamed() {
 
 void DrawingReader::readAlignments() {
     Statement rows(connection_, sql::kReadAlignments);
-    std::vector<PlanPoint> line;
     while (rows.step()) {
         Drawing::StoredAlignment stored;
         Alignment& alignment = stored.alignment;
@@ -135,11 +134,7 @@ void DrawingReader::readAlignments() {
         while (elements.step()) {
             alignment.elements.push_back(readElement(elements, id));
             stored.lastElementId = std::max(stored.lastElementId, alignment.elements.back().id);
-            line.clear();
-            appendElementLine(alignment.elements.back(), kLineTolerance, line);
-            for (const PlanPoint& point : line) {
-                drawing_.extent_.add(point.x, point.y);
-            }
+            drawing_.addToExtent(alignment.elements.back());
         }
         drawing_.alignments_.push_back(std::move(stored));
     }

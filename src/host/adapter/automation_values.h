@@ -1,8 +1,8 @@
 // The values that cross to automation objects: strings, indexes and points.
 #pragma once
 
-#include "host/boundary/values.h"
 #include "host/surface/automation.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <string>

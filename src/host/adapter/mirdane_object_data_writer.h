@@ -3,7 +3,7 @@
 
 #include "host/boundary/object_data_writer.h"
 #include "host/surface/map.h"
-#include "sima/records/array.h"
+#include "values/array.h"
 
 namespace fenmark::host {
 

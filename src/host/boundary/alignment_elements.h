@@ -1,7 +1,7 @@
 // The element collection of one alignment, as the element pass sees it.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,9 +1,9 @@
 // The boundary towards the host's civil automation: sites, alignments, stations.
 #pragma once
 
-#include "host/boundary/values.h"
-#include "sima/records/array.h"
 #include "sima/records/entity_data.h"
+#include "values/array.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <map>

@@ -1,7 +1,7 @@
 // The boundary towards the host's drawing database.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 // The host's geometry that the logic calls directly, as this project implements it.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 namespace fenmark::host {
 

@@ -1,11 +1,11 @@
 // The boundary towards the host's object-data tables: one row for each point and polyline, telling its source.
 #pragma once
 
-#include "host/boundary/values.h"
 #include "sima/records/longitudinal.h"
 #include "sima/records/lot_data.h"
 #include "sima/records/sima_alignment.h"
 #include "sima/records/sima_point.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <string>

@@ -32,10 +32,10 @@ double distanceTo(const PlanPoint& from, const PlanPoint& to) {
     return std::hypot(to.x - from.x, to.y - from.y);
 }
 
-// End tangent of the last element that has one.
+// End tangent of the last element that has one. A curve that winds up beyond what a real holds has none.
 std::optional<double> tangentBefore(std::span<const Element> before) {
     for (std::size_t i = before.size(); i-- > 0;) {
-        if (before[i].length > 0.0) {
+        if (before[i].length > 0.0 && std::isfinite(before[i].endDirection())) {
             return before[i].endDirection();
         }
     }

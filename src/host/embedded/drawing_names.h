@@ -6,9 +6,9 @@
 
 namespace fenmark::host::embedded {
 
-using drawing::advance;
 using drawing::Alignment;
 using drawing::AlignmentGeometry;
+using drawing::appendElementLine;
 using drawing::Drawing;
 using drawing::DrawingStore;
 using drawing::Element;
@@ -16,6 +16,8 @@ using drawing::ElementType;
 using drawing::EntityKind;
 using drawing::EntityView;
 using drawing::kInfiniteRadius;
+using drawing::kLineTolerance;
+using drawing::kMostElementPoints;
 using drawing::kStandardStyle;
 using drawing::Layer;
 using drawing::Load;

@@ -116,6 +116,8 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
         }
         const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i));
         notes.brokenJoints.insert(notes.brokenJoints.end(), joints.begin(), joints.end());
+        const std::vector<UnusualElement> unusual = unusualElements(drawing.alignment(i));
+        notes.unusual.insert(notes.unusual.end(), unusual.begin(), unusual.end());
     }
     return notes;
 }

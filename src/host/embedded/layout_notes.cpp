@@ -1,8 +1,10 @@
 // The notes on laid alignments in words.
 #include "host/embedded/layout_notes.h"
 
-#include "host/boundary/values.h"
+#include "drawing/drawing.h"
+#include "values/drawing_values.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -40,7 +42,71 @@ std::string reasonOf(const RefusedElement& element) {
     return "a clothoid has no element before it";
 }
 
+// Metres, or the power of ten of what metres with three decimals cannot show.
+std::string anyMetres(double value) {
+    if (std::isinf(value)) {
+        return "infinite";
+    }
+    if (value == 0.0 || (value >= 0.001 && value < 1e9)) {
+        return metres(value) + " m";
+    }
+    std::array<char, 40> text{};
+    const std::to_chars_result end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, 3);
+    return std::string(text.data(), end.ptr) + " m";
+}
+
+std::string turnsText(double turns) {
+    return turns < 1e9 ? decimals(turns, 0) : anyMetres(turns).substr(0, anyMetres(turns).size() - 2);
+}
+
+std::string unusualLine(const UnusualElement& element) {
+    std::string line = "alignment " + element.alignment + ": the " +
+                       (element.type == ElementType::Arc ? "arc" : "clothoid") + " at station " +
+                       metres(element.station) + ", " + anyMetres(element.length) + " long, ";
+    line += element.type == ElementType::Arc
+                ? "radius " + anyMetres(element.startRadius)
+                : "radii " + anyMetres(element.startRadius) + " and " + anyMetres(element.endRadius);
+    if (element.turns > kMostTurns) {
+        line += ", turns " +
+                (std::isinf(element.turns) ? std::string("infinitely often") : turnsText(element.turns) + " times");
+    }
+    if (element.lineTolerance > kLineTolerance) {
+        line += ", is drawn within " + anyMetres(element.lineTolerance);
+    }
+    return line;
+}
+
+// Whether the line of an element may need more points than it gets; false for every element of a survey.
+bool mayBeCoarse(const Element& element) {
+    constexpr double kNearlyMost = 0.8 * static_cast<double>(kMostElementPoints);
+    const double sharpest = std::max(std::abs(element.startCurvature()), std::abs(element.endCurvature()));
+    return !(element.length * std::sqrt(sharpest / (8.0 * kLineTolerance)) < kNearlyMost);
+}
+
 } // namespace
+
+std::vector<UnusualElement> unusualElements(const Alignment& alignment) {
+    std::vector<UnusualElement> unusual;
+    double station = alignment.startStation;
+    std::vector<PlanPoint> line;
+    for (const Element& element : alignment.elements) {
+        if (element.type != ElementType::Straight) {
+            const double turns = std::abs(element.turn()) / (2.0 * 3.141592653589793);
+            double tolerance = kLineTolerance;
+            if (mayBeCoarse(element)) {
+                line.clear();
+                tolerance = appendElementLine(element, kLineTolerance, line);
+            }
+            if (!(turns <= kMostTurns) || tolerance > kLineTolerance) {
+                unusual.push_back({alignment.name, station, element.type, element.length, element.startRadius,
+                                   element.endRadius, turns, tolerance});
+            }
+        }
+        station += element.length;
+    }
+    return unusual;
+}
 
 std::vector<std::string> noteLines(const LayoutNotes& notes) {
     std::vector<std::string> lines;
@@ -56,6 +122,9 @@ std::vector<std::string> noteLines(const LayoutNotes& notes) {
     for (const BrokenJoint& joint : notes.brokenJoints) {
         lines.push_back("alignment " + joint.alignment + ": the joint at station " + metres(joint.station) +
                         " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees");
+    }
+    for (const UnusualElement& element : notes.unusual) {
+        lines.push_back(unusualLine(element));
     }
     return lines;
 }

@@ -18,11 +18,29 @@ struct RefusedElement {
     double chord = 0.0;
 };
 
+// An element that turns more than kMostTurns times, or is drawn with a line coarser than kLineTolerance: most likely a
+// radius or a parameter was mistyped. It is laid exactly all the same.
+struct UnusualElement {
+    std::string alignment;
+    double station = 0.0; // of its start
+    ElementType type = ElementType::Straight;
+    double length = 0.0;      // metres
+    double startRadius = 0.0; // metres, infinite where straight
+    double endRadius = 0.0;
+    double turns = 0.0;         // full circles
+    double lineTolerance = 0.0; // metres, how far the drawn line may lie from it
+};
+
+inline constexpr double kMostTurns = 10.0;
+
+std::vector<UnusualElement> unusualElements(const Alignment& alignment);
+
 // What happened while alignments were laid, since the notes were last cleared.
 struct LayoutNotes {
     std::int32_t otherSense = 0; // elements taken with the other turning sense, as Auto does
     std::vector<RefusedElement> refused;
     std::vector<BrokenJoint> brokenJoints;
+    std::vector<UnusualElement> unusual;
 };
 
 // One line for each thing that a user should know; empty if all went as told.

@@ -1,7 +1,7 @@
 // The elements of a recorded alignment as they were added, and the curve that they make.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <cstddef>
 #include <cstdint>

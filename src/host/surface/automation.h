@@ -4,7 +4,7 @@
 // returns a 32-bit status, 0 for success.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <memory>

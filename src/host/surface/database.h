@@ -4,7 +4,7 @@
 // of 0 is success. An object that was opened is closed before the operation that opened it returns.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <cstddef>
 #include <string>

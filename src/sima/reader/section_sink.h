@@ -1,11 +1,11 @@
 // What the reader hands its finished sections to. The drawing output implements it.
 #pragma once
 
-#include "host/boundary/values.h"
 #include "sima/records/cross_section.h"
 #include "sima/records/longitudinal.h"
 #include "sima/records/lot_data.h"
 #include "sima/records/sima_alignment.h"
+#include "values/drawing_values.h"
 
 #include <span>
 

@@ -1,10 +1,8 @@
 // The object of one import: owner of the model, the options, the counters and the log.
 #pragma once
 
-#include "host/boundary/values.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/read_context.h"
-#include "sima/records/array.h"
 #include "sima/records/cross_section.h"
 #include "sima/records/entity_data.h"
 #include "sima/records/import_options.h"
@@ -15,6 +13,8 @@
 #include "sima/records/point_table.h"
 #include "sima/records/shared_array.h"
 #include "sima/records/sima_alignment.h"
+#include "values/array.h"
+#include "values/drawing_values.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // Cross-section results: one I00 to I99 section, and its cross sections.
 #pragma once
 
-#include "sima/records/array.h"
+#include "values/array.h"
 
 #include <cstdint>
 #include <string>

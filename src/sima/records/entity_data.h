@@ -1,7 +1,7 @@
 // One element of a route: a straight, an arc or a clothoid between two consecutive route points.
 #pragma once
 
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <string>

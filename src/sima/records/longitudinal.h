@@ -1,7 +1,7 @@
 // Longitudinal results: one H01 record and one H00 to H99 section.
 #pragma once
 
-#include "sima/records/array.h"
+#include "values/array.h"
 
 #include <cstdint>
 #include <string>

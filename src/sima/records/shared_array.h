@@ -1,7 +1,7 @@
 // An array with the cost of a pointer for a copy: copies share their elements until one of them is changed.
 #pragma once
 
-#include "sima/records/array.h"
+#include "values/array.h"
 
 #include <cstddef>
 #include <initializer_list>

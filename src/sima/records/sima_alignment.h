@@ -1,10 +1,10 @@
 // One route of the file, one F00 to F99 section, whatever its type.
 #pragma once
 
-#include "host/boundary/values.h"
-#include "sima/records/array.h"
 #include "sima/records/entity_data.h"
 #include "sima/records/point_table.h"
+#include "values/array.h"
+#include "values/drawing_values.h"
 
 #include <cstdint>
 #include <string>

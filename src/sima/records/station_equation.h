@@ -1,7 +1,7 @@
 // A record of the host's family that the import neither reads nor fills; the module holds one empty list of them.
 #pragma once
 
-#include "sima/records/array.h"
+#include "values/array.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 // Lines into fields: the splitter of the format with its rules for quotes, and the module's plain splitter.
 #pragma once
 
-#include "sima/records/array.h"
+#include "values/array.h"
 
 #include <array>
 #include <cstddef>

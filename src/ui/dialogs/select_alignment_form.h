@@ -1,8 +1,8 @@
 // Asks for an alignment of the drawing, when results need one and the import creates none.
 #pragma once
 
-#include "host/boundary/values.h"
 #include "ui/dialogs/form.h"
+#include "values/drawing_values.h"
 
 #include <map>
 #include <string>

@@ -1,5 +1,5 @@
 // Comparison of points in drawing axes.
-#include "host/boundary/values.h"
+#include "values/drawing_values.h"
 
 #include <cmath>
 

@@ -1,0 +1,162 @@
+// Points of many distances. Rising distances need no search, and those on one piece are evaluated side by side.
+#include "curve/chain.h"
+
+#include "curve/chain_limits.h"
+#include "curve/unit_chord.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace fenmark::curve {
+
+namespace {
+
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+// So many at a time; a constant, so that the compiler lays them side by side.
+constexpr std::size_t kLanes = 8;
+// Up to this tangent angle from the inflection six terms are good to the last bits, see below.
+constexpr double kShortSeriesTurn = 0.5;
+
+using Lanes = std::array<double, kLanes>;
+
+// The series of unit_chord.h with the terms that matter up to kShortSeriesTurn: the first one left out of x is
+// theta^14 / (14! 29) = 2e-17, of y theta^13 / (13! 27) = 7e-16 of y's own first term 1/3 theta at most.
+inline void shortSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
+    for (std::size_t i = 0; i < kLanes; ++i) {
+        const double t = theta[i] * theta[i];
+        const double s = t * t;
+        const double xEven = 1.0 + s * (1.0 / 216.0 + s * (1.0 / 685440.0 + s * (1.0 / 11975040000.0)));
+        const double xOdd = -1.0 / 10.0 + s * (-1.0 / 9360.0 + s * (-1.0 / 76204800.0));
+        const double yEven = 1.0 / 3.0 + s * (1.0 / 1320.0 + s * (1.0 / 6894720.0 + s * (1.0 / 168129561600.0)));
+        const double yOdd = -1.0 / 42.0 + s * (-1.0 / 75600.0 + s * (-1.0 / 918086400.0));
+        x[i] = w[i] * (xEven + t * xOdd);
+        y[i] = w[i] * theta[i] * (yEven + t * yOdd);
+    }
+}
+
+inline void fullSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
+    for (std::size_t i = 0; i < kLanes; ++i) {
+        const Complex local = inflectionSeries(w[i], theta[i]);
+        x[i] = local.re;
+        y[i] = local.im;
+    }
+}
+
+double offsetOf(std::span<const double> offsets, std::size_t i) {
+    if (offsets.empty()) {
+        return 0.0;
+    }
+    return offsets.size() == 1 ? offsets[0] : (i < offsets.size() ? offsets[i] : kNone);
+}
+
+} // namespace
+
+std::size_t Chain::points(std::span<const double> distances, std::span<const double> offsets,
+                          std::span<Point> points) const {
+    const std::size_t count = std::min(distances.size(), points.size());
+    const bool onAxis = offsets.empty() || (offsets.size() == 1 && offsets[0] == 0.0);
+    std::size_t found = 0;
+    std::size_t piece = 0;
+    std::size_t i = 0;
+    // The distances that the piece at hand holds.
+    double from = std::numeric_limits<double>::infinity();
+    double to = -std::numeric_limits<double>::infinity();
+    while (i < count) {
+        double distance = distances[i];
+        if (!holds(distance)) {
+            points[i++] = {kNone, kNone};
+            continue;
+        }
+        if (!(distance >= from && distance < to)) {
+            const bool next = distance >= to && piece + 1 < pieces_.size() &&
+                              distance + kJointTolerance >= starts_[piece + 1].distance &&
+                              (piece + 2 >= pieces_.size() || distance + kJointTolerance < starts_[piece + 2].distance);
+            piece = next ? piece + 1 : pieceAt(distance);
+            from = piece == 0 ? 0.0 : starts_[piece].distance - kJointTolerance;
+            to = piece + 1 < pieces_.size() ? starts_[piece + 1].distance - kJointTolerance
+                                            : std::numeric_limits<double>::infinity();
+        }
+        const double start = starts_[piece].distance;
+        const Form form = starts_[piece].form;
+        if (!onAxis || (form != Form::Line && form != Form::Series)) {
+            const Point point = pointOn(piece, distance - start, offsetOf(offsets, i));
+            const bool good = isFinite(point);
+            points[i++] = good ? point : Point{kNone, kNone};
+            found += good ? 1 : 0;
+            continue;
+        }
+        // All that follow on the same piece.
+        std::size_t behind = i + 1;
+        const double last = std::min(to, length_);
+        while (behind < count && distances[behind] >= from && distances[behind] >= 0.0 && distances[behind] < last) {
+            ++behind;
+        }
+        const Piece& on = pieces_[piece];
+        if (form == Form::Line) {
+            points[i] = {on.x + (distance - start) * on.cosine, on.y + (distance - start) * on.sine};
+            for (std::size_t j = i + 1; j < behind; ++j) {
+                const double along = distances[j] - start;
+                points[j] = {on.x + along * on.cosine, on.y + along * on.sine};
+            }
+        } else {
+            const Curve& curve = curves_[starts_[piece].curve];
+            const bool gentle =
+                std::max(std::abs(curve.startCurvature * on.a), std::abs(curve.endCurvature * (on.a + curve.length))) <=
+                2.0 * kShortSeriesTurn;
+            for (std::size_t begin = i; begin < behind; begin += kLanes) {
+                const std::size_t lanes = std::min(kLanes, behind - begin);
+                Lanes w;
+                Lanes theta;
+                Lanes x;
+                Lanes y;
+                if (lanes == kLanes) {
+                    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                        w[lane] = distances[begin + lane];
+                    }
+                } else {
+                    w.fill(distance);
+                    std::copy_n(distances.begin() + static_cast<std::ptrdiff_t>(begin), lanes, w.begin());
+                }
+                if (begin == i) {
+                    w[0] = distance; // brought onto the chain
+                }
+                for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                    w[lane] = on.a + (w[lane] - start);
+                    theta[lane] = 0.5 * on.growth * w[lane] * w[lane];
+                }
+                if (gentle) {
+                    shortSeries(w, theta, x, y);
+                } else {
+                    fullSeries(w, theta, x, y);
+                }
+                for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                    const double localX = x[lane] - on.shiftX;
+                    const double localY = y[lane] - on.shiftY;
+                    x[lane] = on.x + (localX * on.cosine - localY * on.sine);
+                    y[lane] = on.y + (localX * on.sine + localY * on.cosine);
+                }
+                for (std::size_t lane = 0; lane < lanes; ++lane) {
+                    points[begin + lane] = {x[lane], y[lane]};
+                }
+            }
+        }
+        found += behind - i;
+        i = behind;
+    }
+    return found;
+}
+
+std::size_t Chain::places(std::span<const double> distances, std::span<const double> offsets,
+                          std::span<ChainPlace> places) const {
+    std::size_t found = 0;
+    for (std::size_t i = 0; i < std::min(distances.size(), places.size()); ++i) {
+        const std::optional<ChainPlace> place = placeAt(distances[i], offsetOf(offsets, i));
+        places[i] = place.value_or(ChainPlace{{kNone, kNone}, kNone, kNone, 0});
+        found += place ? 1 : 0;
+    }
+    return found;
+}
+
+} // namespace fenmark::curve

@@ -1,0 +1,20 @@
+// Limits that the parts of a chain share.
+#pragma once
+
+#include <cstddef>
+
+namespace fenmark::curve {
+
+// A distance that differs from a joint by rounding alone (metres) is on it.
+inline constexpr double kJointTolerance = 1e-9;
+inline constexpr std::size_t kBucketsPerPiece = 4;
+// Children of one box in the tree of boxes.
+inline constexpr std::size_t kFanOut = 8;
+// The square of anything larger might overflow, metres.
+inline constexpr double kVast = 1e140;
+// Two crossings nearer than this along both chains are one, metres.
+inline constexpr double kSamePlace = 1e-7;
+// Tangents that differ by less (radians) are the same.
+inline constexpr double kSameTangent = 1e-9;
+
+} // namespace fenmark::curve

@@ -71,6 +71,9 @@ def _argument_type(argument):
     return _VALUES[argument.type]
 
 
+library = _load()
+
+
 class Raw:
     """Every exported function as an attribute, with the arguments of the C header.
 
@@ -80,7 +83,6 @@ class Raw:
     """
 
     def __init__(self):
-        library = _load()
         self.prototypes = {p.name: p for p in prototypes()}
         for prototype in self.prototypes.values():
             function = getattr(library, prototype.name)

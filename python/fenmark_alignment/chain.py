@@ -254,12 +254,20 @@ class Chain:
             raise AlignmentError("Chain.point_at", -1, f"station {station} lies off the chain")
         return distance
 
-    def _sided(self, distance, p, offset):
-        """An offset with the side on which the point lies, at a joint that is tangent but for rounding."""
+    def _beside_joint(self, distance, p, offset):
+        """Station, offset, curve and 1 of the foot for a point whose nearest place is a joint with a hair's gap.
+
+        Rounded elements meet within some 1e-5 m, and the end of one may then be nearer than the foot on the other.
+        """
+        feet = curves.listed("chainFeet", curves.ChainFoot, self._handle.value, byref(curves.Point(p[0], p[1])))
+        near = [f for f in feet if f.perpendicular and abs(f.offset) <= abs(offset) + END_TOLERANCE]
+        if near:
+            foot = min(near, key=lambda f: abs(f.offset))
+            return foot.station, foot.offset, foot.curve, 1
         place = curves.Place()
         curves.call("chainPlaces", self._handle.value, byref(c_double(distance)), 1, None, 0, byref(place))
         across = (p[1] - place.y) * math.cos(place.azimuth) - (p[0] - place.x) * math.sin(place.azimuth)
-        return math.copysign(offset, across)
+        return self._station(distance), math.copysign(offset, across), place.curve, 0
 
     def joints(self):
         """Gap and break of the tangent at every joint."""
@@ -305,22 +313,24 @@ class Chain:
         curves.call("chainLocateAll", self._handle.value, pointer, count, out,
                     accept=(curves.OK, curves.NOT_FINITE))  # fmt: skip
         del keep
-        offsets, perpendicular, distances = column("offset"), column("perpendicular"), column("distance")
-        for i in range(count) if not all(perpendicular) else ():
-            if not perpendicular[i] and any(abs(distances[i] - d) < END_TOLERANCE for d in self._tangent_joints):
-                offsets[i] = self._sided(distances[i], p[i] if many else p, offsets[i])
+        names = ("station", "offset", "curve", "perpendicular", "distance")
+        stations, offsets, indexes, perpendicular, distances = (column(name) for name in names)
+        for i in curves.zeros(perpendicular):
+            if any(abs(distances[i] - d) < END_TOLERANCE for d in self._tangent_joints):
+                foot = self._beside_joint(distances[i], p[i] if many else p, offsets[i])
+                stations[i], offsets[i], indexes[i], perpendicular[i] = foot
         if many:
             flags = perpendicular != 0 if curves.numpy is not None else [v != 0 for v in perpendicular]
-            return Locations(column("station"), offsets, column("curve"), flags)
-        station, offset = float(column("station")[0]), float(offsets[0])
+            return Locations(stations, offsets, indexes, flags)
+        station, offset = float(stations[0]), float(offsets[0])
         if math.isnan(station):
             raise AlignmentError("Chain.locate", -1, "the point is not finite")
-        if not column("perpendicular")[0] and column("distance")[0] in (0.0, self.length):
+        if not perpendicular[0] and distances[0] in (0.0, self.length):
             x, y, azimuth = self.point_at(station)
             ahead = (p[0] - x) * math.cos(azimuth) + (p[1] - y) * math.sin(azimuth)
             if abs(ahead) > ALONG_TOLERANCE:
                 raise AlignmentError("Chain.locate", -1, "the point has no foot on the chain")
-        return Location(station, offset, int(column("curve")[0]))
+        return Location(station, offset, int(indexes[0]))
 
     def stakes(self, pitch=20.0, joints=True):
         """Stations of the stakes in order: every multiple of the pitch, both ends, and the joints if wanted."""

@@ -116,6 +116,7 @@ _ARGUMENTS = {
     "chainDistances": (_handle, c_double, _reals, c_size_t, _count),
     "chainPlaces": (_handle, _reals, c_size_t, _reals, c_size_t, POINTER(Place)),
     "chainLocateAll": (_handle, POINTER(Point), c_size_t, POINTER(ChainFoot)),
+    "chainFeet": (_handle, POINTER(Point), POINTER(ChainFoot), c_size_t, _count),
     "chainJoints": (_handle, POINTER(ChainJoint), c_size_t, _count),
     "chainLine": (_handle, c_double, POINTER(Point), c_size_t, _count, _reals),
     "chainCrossings": (_handle, _handle, POINTER(ChainCrossing), c_size_t, _count),
@@ -201,6 +202,13 @@ def points(values):
     values = list(values)
     array = (Point * max(len(values), 1))(*((float(x), float(y)) for x, y in values))
     return array, ctypes.cast(array, POINTER(Point)), len(values)
+
+
+def zeros(values):
+    """The indexes of the zeros."""
+    if numpy is not None:
+        return numpy.flatnonzero(values == 0).tolist()
+    return [i for i, v in enumerate(values) if v == 0]
 
 
 def listed(name, kind, *arguments, accept=(OK,)):

@@ -3,7 +3,9 @@
 #include "every_function.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 
 using namespace fenmark::alignment_test;
@@ -179,6 +181,20 @@ TEST(HostileDoubles, EveryExportedFunctionIsInTheTable) {
         here.insert(f.name);
     }
     EXPECT_EQ(here, listed);
+}
+
+TEST(HostileDoubles, FunctionsThatCannotFailSayItWhereTheyAreDeclared) {
+    std::string headers;
+    for (const auto& entry : std::filesystem::directory_iterator(FENMARK_SOURCE_DIR "/include/fenmark/alignment")) {
+        std::ifstream file(entry.path());
+        headers.append(std::istreambuf_iterator<char>(file), {});
+    }
+    for (const std::string& name : kWithoutFailure) {
+        const std::size_t at = headers.find(" " + name + "(");
+        ASSERT_NE(at, std::string::npos) << name;
+        const std::size_t comment = headers.rfind("/**", at);
+        EXPECT_NE(headers.substr(comment, at - comment).find("whatever"), std::string::npos) << name;
+    }
 }
 
 TEST(HostileDoubles, NoStatusThatSaysDoneComesWithAValueThatIsNotFinite) {

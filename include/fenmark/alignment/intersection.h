@@ -58,8 +58,8 @@ FENMARK_ALIGNMENT_API int ali_intpRR(const Calelm* r1, const Calelm* r2, double 
                                      double p2[2], double* c, double* d);
 
 /**
- * Arc r and clothoid a, by subdivision of the clothoid with tangent triangles; good to about 1e-4 m, two points at most.
- * fmk_curveCrossings of fenmark/curve.h has all of them, exactly.
+ * Arc r and clothoid a, by subdivision of the clothoid with tangent triangles; good to about 1e-4 m, two points at
+ * most. fmk_curveCrossings of fenmark/curve.h has all of them, exactly.
  * @return 0, 1 (a touch, one point), 2; -1 none, r1 = r2 on the clothoid, or a sweep k3 <= 0
  */
 FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], double* a, double* b,
@@ -68,8 +68,8 @@ FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, doubl
 /**
  * Straight s and clothoid a, by a walk from both ends of the clothoid; good to about 1e-4 m over the sine of the
  * crossing angle. A line whose parallel tangent passes within 1 m of it counts as touching there: result 1, one point.
- * So crossings below some 5 degrees are lost to a touch up to 0.98 m off, and a line that crosses twice near its touch gives
- * one point. fmk_curveCrossings of fenmark/curve.h has every crossing, and says which are touches.
+ * So crossings below some 5 degrees are lost to a touch up to 0.98 m off, and a line that crosses twice near its
+ * touch gives one point. fmk_curveCrossings of fenmark/curve.h has every crossing, and says which are touches.
  * @return 0, 1, 2; -1 none, or r1 = r2 on the clothoid
  */
 FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b,

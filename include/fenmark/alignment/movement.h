@@ -13,8 +13,10 @@
 extern "C" {
 #endif
 
-/** Moves by d along the azimuth angle, by rec->type. Returns 0; -1, nothing written, for any other type and for values that
- * are not finite. */
+/**
+ * Moves by d along the azimuth angle, by rec->type. Returns 0; -1, nothing written, for any other type and for values
+ * that are not finite.
+ */
 FENMARK_ALIGNMENT_API int ali_pmov(const Calelm* rec, double d, double angle, Calelm* out);
 /** Straight: k1 to k3 (form M) from the unrounded moved points. Returns 0, whatever the values are. */
 FENMARK_ALIGNMENT_API int ali_pmovS(const Calelm* rec, double d, double angle, Calelm* out);
@@ -45,10 +47,16 @@ FENMARK_ALIGNMENT_API int ali_paraS(const Calelm* rec, double d, Calelm* out);
  */
 FENMARK_ALIGNMENT_API int para_pmovr(const Calelm* rec, double d, Calelm* out);
 
-/** ali_pmov in place on n records; a record of unknown type, or that comes out not finite, keeps its value. Returns 1, also for n <= 0. */
+/**
+ * ali_pmov in place on n records; a record of unknown type, or that comes out not finite, keeps its value. Returns 1,
+ * also for n <= 0.
+ */
 FENMARK_ALIGNMENT_API int many_ali_pmov(int n, Calelm* recs, double d, double angle);
 
-/** ali_tmov in place on n records; a record of unknown type, or that comes out not finite, keeps its value. Returns 1, also for n <= 0. */
+/**
+ * ali_tmov in place on n records; a record of unknown type, or that comes out not finite, keeps its value. Returns 1,
+ * also for n <= 0.
+ */
 FENMARK_ALIGNMENT_API int many_ali_tmov(int n, Calelm* recs, const double c[2], double angle);
 
 #ifdef __cplusplus

@@ -88,7 +88,10 @@ FENMARK_ALIGNMENT_API int CDmove(double dx, double dy, double* x1, double* y1, d
 /** Point (x + dx, y + dy). Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDmoveP(double x, double y, double dx, double dy, double* ox, double* oy);
 
-/** p turned about c by the angle of the given cosine and sine. Returns 0; -1, nothing written, for values that are not finite. */
+/**
+ * p turned about c by the angle of the given cosine and sine. Returns 0; -1, nothing written, for values that are not
+ * finite.
+ */
 FENMARK_ALIGNMENT_API int CDrotpoi(const double c[2], double cosine, double sine, const double p[2], double out[2]);
 
 /**
@@ -107,8 +110,8 @@ FENMARK_ALIGNMENT_API int CDmirAng(double a, double* out);
 FENMARK_ALIGNMENT_API int CDchgSpace(const Calelm* in, Calelm* out);
 
 /**
- * Mirror in the y axis: x and dir negated, tangents to pi - a; k fields of an unknown type are not written. Returns 0; -1,
- * nothing written, for values that are not finite.
+ * Mirror in the y axis: x and dir negated, tangents to pi - a; k fields of an unknown type are not written. Returns
+ * 0; -1, nothing written, for values that are not finite.
  */
 FENMARK_ALIGNMENT_API int CDmirA(const Calelm* in, Calelm* out);
 

@@ -36,9 +36,9 @@ FENMARK_ALIGNMENT_API int ali_onlS(const Calelm* rec, double s, double point[2],
 FENMARK_ALIGNMENT_API int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent);
 
 /**
- * On a clothoid: neither point nor tangent is rounded. A negative s is not refused. Up to 1.67e-3 A metres from infinite
- * radius the point is the start of the standard clothoid, status 0, and so up to 0.67 m off at A = 400; fmk_chainAtStation of
- * fenmark/curve.h has the true one.
+ * On a clothoid: neither point nor tangent is rounded. A negative s is not refused. Up to 1.67e-3 A metres from
+ * infinite radius the point is the start of the standard clothoid, status 0, and so up to 0.67 m off at A = 400;
+ * fmk_chainAtStation of fenmark/curve.h has the true one.
  * @return 0; -1 when s is beyond the length (outputs still written, on the continued curve), or the element is shorter
  *         than 1e-5 (nothing written), or nothing can be computed (values that are not finite)
  */

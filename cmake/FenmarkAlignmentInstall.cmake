@@ -29,3 +29,8 @@ configure_file("${PROJECT_SOURCE_DIR}/cmake/fenmark-alignment.pc.in"
   "${CMAKE_CURRENT_BINARY_DIR}/fenmark-alignment.pc" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/fenmark-alignment.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT alignment-dev)
+
+# The Python module over the library, for the Python that the machine has.
+set(FENMARK_PYTHON_DIR "lib/python3/dist-packages" CACHE STRING "Where the Python module goes, relative to the prefix")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/python/fenmark_alignment" DESTINATION "${FENMARK_PYTHON_DIR}"
+  COMPONENT python PATTERN "__pycache__" EXCLUDE)

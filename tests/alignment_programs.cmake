@@ -28,7 +28,17 @@ if(loadable_library)
       --start-directory "${PROJECT_SOURCE_DIR}/python/tests" --top-level-directory "${PROJECT_SOURCE_DIR}/python")
     add_test(NAME alignment_pictures COMMAND Python3::Interpreter -B
       "${PROJECT_SOURCE_DIR}/tools/make_alignment_pictures.py" --check)
-    set_tests_properties(alignment_python alignment_pictures PROPERTIES
-      ENVIRONMENT "FENMARK_ALIGNMENT_LIBRARY=${library}")
+    set(python_environment "FENMARK_ALIGNMENT_LIBRARY=${library}")
+    if(TARGET fenmark)
+      list(APPEND python_environment "FENMARK_PROGRAM=$<TARGET_FILE:fenmark>")
+    endif()
+    set_tests_properties(alignment_python alignment_pictures PROPERTIES ENVIRONMENT "${python_environment}")
+    # The same with the distribution's Python, which has numpy, matplotlib and geopandas.
+    find_program(FENMARK_SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH)
+    if(FENMARK_SYSTEM_PYTHON AND NOT FENMARK_SYSTEM_PYTHON STREQUAL Python3_EXECUTABLE)
+      add_test(NAME alignment_python_arrays COMMAND "${FENMARK_SYSTEM_PYTHON}" -B -m unittest discover
+        --start-directory "${PROJECT_SOURCE_DIR}/python/tests" --top-level-directory "${PROJECT_SOURCE_DIR}/python")
+      set_tests_properties(alignment_python_arrays PROPERTIES ENVIRONMENT "${python_environment}")
+    endif()
   endif()
 endif()

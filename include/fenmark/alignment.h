@@ -2,9 +2,10 @@
  * @file
  * Fenmark alignment geometry library: straights, circular arcs and clothoids.
  *
- * A flat set of functions on caller-owned records. The library keeps no state, uses no locale, prints nothing, and may be
- * called from many threads on different records. It allocates only for the stacks of two searches (ali_intpAA,
- * ali_intpRA), and only for elements far beyond real ones. Plain C99 and C++; every function has C linkage.
+ * A flat set of functions on caller-owned records. The library keeps no state, uses no locale, prints nothing, and
+ * may be called from many threads on different records. It allocates only for the stacks of two searches
+ * (ali_intpAA, ali_intpRA), and only for elements far beyond real ones. Plain C99 and C++; every function has C
+ * linkage.
  *
  * ## Families
  *
@@ -34,27 +35,47 @@
  *
  * ## Signs
  *
- * - dir = +1 is a left curve: seen along the direction of travel the centre lies on the left. dir = -1 is a right curve.
- *   A straight has 1.
+ * - dir = +1 is a left curve: seen along the direction of travel the centre lies on the left. dir = -1 is a right
+ *   curve. A straight has 1.
  * - An element is directed from (sx, sy) to (ex, ey); sang and eang point forwards along it.
  * - Radii and parameters are positive. A radius of 0 is infinite. A clothoid may sharpen (r1 flatter) or flatten
  *   (r2 flatter); no field says which but the radii themselves.
  *
  * ## Units, angles and rounding
  *
- * Metres and radians. Stored tangents lie in [0, 2 pi) but for the rounding (2 pi itself rounds up by 6.4e-7). Two steps
- * exist: lengths are rounded to 1e-5 m and angles to 1.389e-6 rad, floor-based, and each function tells what it
- * rounds. Clothoids are not rounded at all. Two points are the same when both coordinates differ by less than 1e-5.
+ * Metres and radians. Stored tangents lie in [0, 2 pi) but for the rounding (2 pi itself rounds up by 6.4e-7). Two
+ * steps exist: lengths are rounded to 1e-5 m and angles to 1.389e-6 rad, floor-based, and each function tells what
+ * it rounds. Clothoids are not rounded at all. The digits are the same with g++ and clang at every level of
+ * optimisation, with and without -march=native; -ffast-math is refused. Two points are the same when both
+ * coordinates differ by less than 1e-5.
  *
- * The line coefficients k1 to k3 of a straight exist in two forms. Form M, from the construction functions: a x + b y = c
- * in the survey plane, rounded before it is normalised. Form C, from CDchgSpace and CDSinAbs: a x + b y + c = 0 in the
- * plane that the record is in.
+ * The line coefficients k1 to k3 of a straight exist in two forms. Form M, from the construction functions: a x + b
+ * y = c in the survey plane, rounded before it is normalised. Form C, from CDchgSpace and CDSinAbs: a x + b y + c =
+ * 0 in the plane that the record is in.
  *
  * ## Statuses
  *
- * Functions that can fail return an int whose low 16 bits, read as a signed value, are the status: 0 done, -1 no result,
- * further values as each function tells; ali_statusText gives them in words. On failure outputs are left
- * unwritten unless told otherwise. Values that are not numbers, infinite or absurd end in a status, never in a hang.
+ * Functions that can fail return an int whose low 16 bits, read as a signed value, are the status: 0 done, -1 no
+ * result, further values as each function tells; ali_statusText gives them in words. On failure outputs are left
+ * unwritten unless told otherwise. Values that are not numbers, infinite or absurd end in a status, never in a hang,
+ * and a status of 0 or more never comes with values that are not finite. Functions that always return 0 are the
+ * exception; where they are declared it says so. Two equal results are equal in every byte: what lies between the
+ * fields of a record is 0.
+ *
+ * ## What these functions cannot, and what can
+ *
+ * These functions keep to steps, series and tolerances that were settled long ago, and their digits do not change. The
+ * exact curves of fenmark/curve.h, in the same plane and units, have no such limits:
+ *
+ * | Here                                                                         | Take instead                     |
+ * | ---------------------------------------------------------------------------- | -------------------------------- |
+ * | the first 1.67e-3 A metres of a clothoid are one point (0.67 m at A = 400)   | fmk_chainAtStation, fmk_curvePose |
+ * | a foot on a clothoid is good to 1e-3 m                                       | fmk_chainLocate, fmk_curveNearest |
+ * | a straight and a clothoid that cross below some 5 degrees: up to 0.98 m off, and a touch is taken for one point | fmk_curveCrossings |
+ * | crossings of clothoids are good to about 1e-4 m, two at most                 | fmk_curveCrossings               |
+ * | radii at or below 0.56 A are refused                                         | fmk_fitG1, fmk_chainFromCurves   |
+ *
+ * fmk_chainFromRecords makes a chain of the records of this library.
  *
  * ## A complete example
  *

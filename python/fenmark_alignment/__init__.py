@@ -1,5 +1,9 @@
 """Alignment geometry: straights, circular arcs and clothoids, over the library libfenmark-alignment.
 
+    chain = Chain.from_ips([(0, 0), (200, 40, 150, 80, 80), (260, 300)])
+    at = chain.point_at(chain.stakes(20.0), offset=3.5)          # arrays: at.x, at.y, at.azimuth
+    where = chain.locate(points)                                 # n by 2: where.station, where.offset
+
     from fenmark_alignment import Straight, Chain, eased_arc_between_straights
 
     first = Straight((-36000.0, 12000.0), (-35820.0, 12140.0))   # x north, y east
@@ -13,16 +17,20 @@
 tells the function, its status and what that means. Records handed to a solver are never changed: it works on copies.
 """
 
-from .chain import Chain, Joint, Location
+from .chain import Chain, Crossing, CurvePiece, Joint, Location, Locations, Stake
 from .elements import LEFT, RIGHT, Arc, Clothoid, Foot, Intersection, Position, Straight, wrap
 from .library import AlignmentError, raw, status, status_text
+from .profile import Extreme, Height, Profile, SpacePoints
 from .records import Element, IpCurve, IpEntry, MoniEntry, MoniList
+from .sima import Import, ImportFailed, LogError, Lot, SurveyPoint, import_sima
 from .solvers import *  # noqa: F403
 from .solvers import __all__ as _solvers
 
-__version__ = "1.0.0"
+__version__ = "1.1.0"
 __all__ = [
-    "AlignmentError", "Arc", "Chain", "Clothoid", "Element", "Foot", "Intersection", "IpCurve", "IpEntry", "Joint",
-    "LEFT", "Location", "MoniEntry", "MoniList", "Position", "RIGHT", "Straight", "raw", "status", "status_text", "wrap",
+    "AlignmentError", "Arc", "Chain", "Clothoid", "Crossing", "CurvePiece", "Element", "Extreme", "Foot", "Height",
+    "Import", "ImportFailed", "Intersection", "IpCurve", "IpEntry", "Joint", "LEFT", "Location", "Locations", "LogError",
+    "Lot", "MoniEntry", "MoniList", "Position", "Profile", "RIGHT", "SpacePoints", "Stake", "Straight", "SurveyPoint",
+    "import_sima", "raw", "status", "status_text", "wrap",
     *_solvers,
 ]  # fmt: skip

@@ -1,16 +1,32 @@
-"""A chain of elements: stations along the whole of it, points by station and offset, and back."""
+"""A chain of exact curves: stations along the whole of it, points by station and offset, and back.
 
-import bisect
+Everything is in the survey plane: x north, y east, metres; azimuths in radians, clockwise from north; curvatures in 1/m,
+positive where the chain turns right; offsets in metres, positive to the right of travel. A chain is evaluated exactly,
+also at the flat end of a clothoid, and never changes.
+
+Functions that take one station or point answer with one named tuple. Given an array or a sequence they answer for all of
+them in one call, with a named tuple of arrays (lists without numpy), as `pandas.DataFrame(answer._asdict())` takes them.
+"""
+
+import ctypes
 import math
+from ctypes import byref, c_double, c_size_t
 from typing import NamedTuple
 
+from . import curves
 from .elements import Arc, Clothoid, Position, Straight, wrap
 from .library import AlignmentError
+from .profile import Profile
+from .records import Element
 
 JOINT_TOLERANCE = 1e-4  # metres between two elements that meet; both may have rounded ends
 TANGENT_TOLERANCE = 1e-5  # radians between their tangents
 END_TOLERANCE = 1e-5  # metres that a station may lie beyond an end of the chain, which then counts
-ALONG_TOLERANCE = 1e-4  # metres along the tangent at which a point still counts as square to a joint
+ALONG_TOLERANCE = 1e-4  # metres along the tangent at which a point still counts as square to an end of the chain
+LINE_TOLERANCE = 1e-3  # metres between a drawn line and the chain
+_ROUNDED_TURN = 1e-3  # radians: a smaller break at a joint comes from rounded elements, and the joint has no outside
+_MOST_LINE_POINTS = 10_000  # for each curve
+_STAKE_KINDS = ("interval", "given", "BP", "EP", "BC", "EC", "KA", "KE", "joint")
 
 
 class Location(NamedTuple):
@@ -21,6 +37,15 @@ class Location(NamedTuple):
     index: int
 
 
+class Locations(NamedTuple):
+    """Where many points stand to a chain, nearest places; `perpendicular` is false beyond an end and outside a kink."""
+
+    station: object
+    offset: object
+    index: object
+    perpendicular: object
+
+
 class Joint(NamedTuple):
     """A joint of two elements: its station, the gap in metres, and the break of the tangent in radians."""
 
@@ -29,40 +54,87 @@ class Joint(NamedTuple):
     turn: float
 
 
-def _folded(angle):
-    return math.remainder(angle, 2.0 * math.pi)
+class Crossing(NamedTuple):
+    """Where two chains meet: point, station on each, angle from the first to the other (radians, right positive)."""
+
+    x: float
+    y: float
+    station: float
+    other_station: float
+    angle: float
+    tangent: bool
 
 
-def _along(p, foot, azimuth):
-    """How far p lies ahead of a foot, along the tangent there."""
-    return (p[0] - foot[0]) * math.cos(azimuth) + (p[1] - foot[1]) * math.sin(azimuth)
+class Stake(NamedTuple):
+    """A stake: station, offset, point, azimuth of travel, and what it stands for (interval, given, BP, EP, BC, EC, KA,
+    KE or joint)."""
+
+    station: float
+    offset: float
+    x: float
+    y: float
+    azimuth: float
+    kind: str
 
 
-def _refined(element, station, p):
-    """Station, foot and azimuth. The library finds the foot on a clothoid to 1 mm; some steps along it sharpen that."""
-    station = min(max(station, 0.0), element.len)
-    x, y, azimuth = element.point_at(station)
-    for _ in range(8):
-        ahead = _along(p, (x, y), azimuth)
-        other = min(max(station + ahead, 0.0), element.len)
-        x1, y1, azimuth1 = element.point_at(other)
-        if abs(_along(p, (x1, y1), azimuth1)) >= abs(ahead):
-            break
-        station, x, y, azimuth = other, x1, y1, azimuth1
-    return station, (x, y), azimuth
+class CurvePiece(NamedTuple):
+    """One curve of a chain: start point and azimuth, length, and the curvature at both ends."""
+
+    x: float
+    y: float
+    azimuth: float
+    length: float
+    start_curvature: float
+    end_curvature: float
 
 
 class Chain:
-    """Elements in the order of travel. They are copied, so the chain does not change with them."""
+    """Straights, arcs and clothoids in the order of travel; see the module for planes and units.
 
-    def __init__(self, elements, start_station=0.0):
+    `equations` are station equations (distance from the start in metres, station ahead), which rise. The elements are
+    copied, so the chain does not change with them.
+    """
+
+    def __init__(self, elements, start_station=0.0, equations=()):
         self.elements = tuple(wrap(e) for e in elements)
         if not self.elements:
             raise ValueError("a chain needs an element")
+        records = (Element * len(self.elements))()
+        for i, element in enumerate(self.elements):
+            ctypes.memmove(byref(records, i * ctypes.sizeof(Element)), byref(element), ctypes.sizeof(Element))
+        self._take("chainFromRecords", records, len(records), start_station, equations)
+
+    def _take(self, maker, array, count, start_station, equations):
+        equations = tuple((float(d), float(a)) for d, a in equations)
+        given = (curves.StationEquation * max(len(equations), 1))(*equations)
+        self._set(curves.make(maker, array, count, start_station, given, len(equations), free="chainFree"),
+                  start_station, equations)  # fmt: skip
+
+    def _set(self, handle, start_station, equations):
+        self._handle = handle
         self.start_station = start_station
-        self._starts = [start_station]
-        for element in self.elements:
-            self._starts.append(self._starts[-1] + element.len)
+        self.equations = equations
+        length, count = c_double(), c_size_t()
+        curves.call("chainSize", handle.value, byref(length), byref(count))
+        self.length = length.value
+        self.curves, distances = [], []
+        for i in range(count.value):
+            curve, distance = curves.Curve(), c_double()
+            curves.call("chainCurve", handle.value, i, byref(curve), byref(distance))
+            self.curves.append(CurvePiece(*(getattr(curve, name) for name, _ in curve._fields_)))
+            distances.append(distance.value)
+        self.curves = tuple(self.curves)
+        self._starts = (*distances, self.length)
+        joints = curves.listed("chainJoints", curves.ChainJoint, handle.value)
+        self._tangent_joints = tuple(j.distance for j in joints if abs(j.turn) < _ROUNDED_TURN)
+
+    @classmethod
+    def _from(cls, maker, array, count, start_station, equations=()):
+        chain = cls.__new__(cls)
+        chain.elements = ()
+        chain._take(maker, array, count, start_station, equations)
+        chain.elements = chain.curves
+        return chain
 
     @classmethod
     def lay(cls, start, azimuth, pieces, start_station=0.0):
@@ -84,6 +156,45 @@ class Chain:
             start, azimuth = elements[-1].end, elements[-1].eang
         return cls(elements, start_station)
 
+    @classmethod
+    def from_elements(cls, elements, start_station=0.0, equations=()):
+        """The same as Chain(...): straights, arcs and clothoids, or records of the C interface."""
+        return cls(elements, start_station, equations)
+
+    @classmethod
+    def from_curves(cls, pieces, start_station=0.0, equations=()):
+        """From exact curves: (x, y, azimuth, length, start curvature, end curvature) each, as CurvePiece has them."""
+        pieces = [tuple(p) for p in pieces]
+        array = (curves.Curve * max(len(pieces), 1))(*pieces)
+        return cls._from("chainFromCurves", array, len(pieces), start_station, equations)
+
+    @classmethod
+    def from_ips(cls, points, start_station=0.0):
+        """From the beginning, the intersection points and the end.
+
+        A point is (x, y), and an intersection point (x, y, radius) or (x, y, radius, A before, A behind), metres; an A of
+        0 leaves that clothoid out. Raises AlignmentError where a curve does not fit.
+        """
+        given = [(*p, *(0.0,) * (5 - len(p))) for p in points]
+        array = (curves.Ip * max(len(given), 1))(*given)
+        return cls._from("chainFromIps", array, len(given), start_station)
+
+    @classmethod
+    def from_geopackage(cls, path, name):
+        """The alignment of that name (or "#12" by its number) in a drawing that fenmark saved."""
+        from .files import geopackage_curves
+
+        pieces, start_station = geopackage_curves(path, name)
+        return cls.from_curves(pieces, start_station)
+
+    @classmethod
+    def from_landxml(cls, path, name=None):
+        """The alignment of that name in a LandXML file, or its only one. Station equations are taken over."""
+        from .files import landxml_curves
+
+        pieces, start_station, equations = landxml_curves(path, name)
+        return cls.from_curves(pieces, start_station, equations)
+
     def __len__(self):
         return len(self.elements)
 
@@ -94,79 +205,213 @@ class Chain:
         return self.elements[index]
 
     @property
-    def length(self):
-        """Length of all elements, metres."""
-        return self._starts[-1] - self._starts[0]
-
-    @property
     def end_station(self):
         """Station of the chain's end."""
-        return self._starts[-1]
+        return self._station(self.length)
 
     @property
     def joint_stations(self):
         """Stations of the start, of every joint, and of the end."""
-        return tuple(self._starts)
+        return tuple(self._station(d) for d in self._starts)
+
+    def _station(self, distance):
+        if not self.equations:
+            return self.start_station + distance
+        station = c_double()
+        curves.call("chainStation", self._handle.value, distance, byref(station), None)
+        return station.value
+
+    def _distance(self, station):
+        """The first distance that has a station; nan where none has."""
+        found, count = c_double(), c_size_t()
+        accept = (curves.OK, curves.INCOMPLETE, curves.OUTSIDE, curves.NOT_FINITE)
+        status = curves.call("chainDistances", self._handle.value, station, byref(found), 1, byref(count), accept=accept)
+        return math.nan if status < 0 else found.value
+
+    def _distances(self, stations):
+        if not self.equations:
+            if curves.numpy is not None:
+                return curves.numpy.asarray(stations, dtype=float) - self.start_station
+            return [s - self.start_station for s in stations]
+        return [self._distance(s) for s in stations]
+
+    def _places(self, stations, offset):
+        keep, pointer, count = curves.reals(self._distances(stations))
+        given, offsets, offset_count = curves.reals(offset if curves.is_many(offset) else [offset])
+        column, out = curves.structures(curves.Place, count)
+        curves.call("chainPlaces", self._handle.value, pointer, count, offsets, offset_count, out,
+                    accept=(curves.OK, curves.OUTSIDE))  # fmt: skip
+        del keep, given
+        return column
+
+    def _one(self, station):
+        """The distance of one station, and the end for one that lies a hair beyond it."""
+        distance = self._distance(station)
+        if math.isnan(distance):
+            for end in (0.0, self.length):
+                if abs(station - self._station(end)) <= END_TOLERANCE:
+                    return end
+            raise AlignmentError("Chain.point_at", -1, f"station {station} lies off the chain")
+        return distance
+
+    def _beside_joint(self, distance, p, offset):
+        """Station, offset, curve and 1 of the foot for a point whose nearest place is a joint with a hair's gap.
+
+        Rounded elements meet within some 1e-5 m, and the end of one may then be nearer than the foot on the other.
+        """
+        feet = curves.listed("chainFeet", curves.ChainFoot, self._handle.value, byref(curves.Point(p[0], p[1])))
+        near = [f for f in feet if f.perpendicular and abs(f.offset) <= abs(offset) + END_TOLERANCE]
+        if near:
+            foot = min(near, key=lambda f: abs(f.offset))
+            return foot.station, foot.offset, foot.curve, 1
+        place = curves.Place()
+        curves.call("chainPlaces", self._handle.value, byref(c_double(distance)), 1, None, 0, byref(place))
+        across = (p[1] - place.y) * math.cos(place.azimuth) - (p[0] - place.x) * math.sin(place.azimuth)
+        return self._station(distance), math.copysign(offset, across), place.curve, 0
 
     def joints(self):
         """Gap and break of the tangent at every joint."""
-        pairs = zip(self._starts[1:], self.elements, self.elements[1:])
-        return [Joint(s, math.dist(a.end, b.start), abs(_folded(b.sang - a.eang))) for s, a, b in pairs]
+        found = curves.listed("chainJoints", curves.ChainJoint, self._handle.value)
+        return [Joint(self._station(j.distance), j.gap, abs(j.turn)) for j in found]
 
     def is_tangent(self, gap=JOINT_TOLERANCE, turn=TANGENT_TOLERANCE):
-        """Whether every joint coincides and is tangent within the tolerances."""
+        """Whether every joint coincides and is tangent within the tolerances, metres and radians."""
         return all(j.gap <= gap and j.turn <= turn for j in self.joints())
 
     def point_at(self, station, offset=0.0):
         """Point `offset` metres square to the chain at a station, right of travel if positive, with the tangent.
 
-        A station on a joint belongs to the element that begins there. Raises AlignmentError off the chain.
+        A station on a joint belongs to the element that begins there. One station off the chain raises AlignmentError.
+        Of an array of stations, which takes one offset or as many, those off the chain give nan.
         """
-        if not self.start_station - END_TOLERANCE <= station <= self.end_station + END_TOLERANCE:
-            raise AlignmentError("Chain.point_at", -1, f"station {station} lies off the chain")
-        index = bisect.bisect_right(self._starts, station, hi=len(self.elements)) - 1
-        index = max(index, 0)
-        element = self.elements[index]
-        x, y, azimuth = element.point_at(min(max(station - self._starts[index], 0.0), element.len))
-        return Position(x - offset * math.sin(azimuth), y + offset * math.cos(azimuth), azimuth)
+        if curves.is_many(station):
+            column = self._places(station, offset)
+            azimuth = column("azimuth")
+            folded = azimuth % (2.0 * math.pi) if curves.numpy is not None else [curves.folded(a) for a in azimuth]
+            return Position(column("x"), column("y"), folded)
+        place, distance = curves.Place(), c_double(self._one(station))
+        curves.call("chainPlaces", self._handle.value, byref(distance), 1, byref(c_double(offset)), 1, byref(place))
+        return Position(place.x, place.y, curves.folded(place.azimuth))
+
+    def curvature_at(self, station):
+        """Curvature at a station or many, 1/m, positive where the chain turns right."""
+        if curves.is_many(station):
+            return self._places(station, 0.0)("curvature")
+        place, distance = curves.Place(), c_double(self._one(station))
+        curves.call("chainPlaces", self._handle.value, byref(distance), 1, None, 0, byref(place))
+        return place.curvature
 
     def locate(self, p):
-        """Station and offset of a point, from the nearest foot on the chain. Raises AlignmentError when there is none."""
-        best = None  # (cost, station, index, foot, azimuth)
-        for index, element in enumerate(self.elements):
-            try:
-                foot = element.project(p)
-            except AlignmentError:
-                continue
-            s, at, azimuth = _refined(element, foot.station, p)
-            # The search on a clothoid lets a foot pass that lies millimetres beyond its end. The neighbour, hardly
-            # farther off, has the true one, so what a foot lacks to the perpendicular counts too.
-            cost = math.dist(p, at) + abs(_along(p, at, azimuth))
-            if best is None or cost < best[0]:
-                best = (cost, self._starts[index] + s, index, at, azimuth)
-        # A point square to a joint may just miss both elements, and an arc refuses its own ends.
-        for index, element in enumerate(self.elements):
-            for at, azimuth, s in ((element.start, element.sang, 0.0), (element.end, element.eang, element.len)):
-                distance = math.dist(p, at)
-                square = abs(_along(p, at, azimuth)) <= ALONG_TOLERANCE
-                if square and (best is None or distance <= best[0] + ALONG_TOLERANCE):
-                    best = (distance, self._starts[index] + s, index, at, azimuth)
-        if best is None:
-            raise AlignmentError("Chain.locate", -1, "the point has no foot on the chain")
-        _, station, index, foot, azimuth = best
-        offset = (p[1] - foot[1]) * math.cos(azimuth) - (p[0] - foot[0]) * math.sin(azimuth)
-        return Location(station, offset, index)
+        """Station and offset of a point, from the nearest foot on the chain.
+
+        One point without a foot raises AlignmentError. Of many, an n by 2 array or a sequence of pairs, all have their
+        nearest place, with nan for points that are not finite.
+        """
+        many = curves.is_many(p[0]) if len(p) else True
+        keep, pointer, count = curves.points(p if many else [p])
+        column, out = curves.structures(curves.ChainFoot, count)
+        curves.call("chainLocateAll", self._handle.value, pointer, count, out,
+                    accept=(curves.OK, curves.NOT_FINITE))  # fmt: skip
+        del keep
+        names = ("station", "offset", "curve", "perpendicular", "distance")
+        stations, offsets, indexes, perpendicular, distances = (column(name) for name in names)
+        for i in curves.zeros(perpendicular):
+            if any(abs(distances[i] - d) < END_TOLERANCE for d in self._tangent_joints):
+                foot = self._beside_joint(distances[i], p[i] if many else p, offsets[i])
+                stations[i], offsets[i], indexes[i], perpendicular[i] = foot
+        if many:
+            flags = perpendicular != 0 if curves.numpy is not None else [v != 0 for v in perpendicular]
+            return Locations(stations, offsets, indexes, flags)
+        station, offset = float(stations[0]), float(offsets[0])
+        if math.isnan(station):
+            raise AlignmentError("Chain.locate", -1, "the point is not finite")
+        if not perpendicular[0] and distances[0] in (0.0, self.length):
+            x, y, azimuth = self.point_at(station)
+            ahead = (p[0] - x) * math.cos(azimuth) + (p[1] - y) * math.sin(azimuth)
+            if abs(ahead) > ALONG_TOLERANCE:
+                raise AlignmentError("Chain.locate", -1, "the point has no foot on the chain")
+        return Location(station, offset, int(indexes[0]))
 
     def stakes(self, pitch=20.0, joints=True):
         """Stations of the stakes in order: every multiple of the pitch, both ends, and the joints if wanted."""
         if not pitch > 0.0:
             raise ValueError("the pitch must be above 0")
-        ends = self._starts if joints else (self._starts[0], self._starts[-1])
+        if self.equations:
+            return [s.station for s in self.stake_points(pitch) if joints or s.kind in ("interval", "BP", "EP")]
+        ends = self.joint_stations if joints else (self.start_station, self.end_station)
         first = math.ceil(self.start_station / pitch)
         last = math.floor(self.end_station / pitch)
         round_ones = [i * pitch for i in range(first, last + 1)]
         found = sorted([*ends, *round_ones])
         return [s for i, s in enumerate(found) if i == 0 or s - found[i - 1] > END_TOLERANCE]
+
+    def stake_points(self, every=20.0, offsets=(0.0,), stations=(), main_points=True):
+        """The stakes with their points, by station and offset: round stations, given ones, and the main points.
+
+        `every` of 0 leaves the round stations out. Raises AlignmentError for a given station off the chain.
+        """
+        keep, given, count = curves.reals(stations)
+        held, offset, offset_count = curves.reals(offsets)
+        options = curves.StakeOptions(every, given, count, offset, offset_count, 1 if main_points else 0)
+        found = curves.listed("chainStakes", curves.ChainStake, self._handle.value, byref(options))
+        del keep, held
+        return [Stake(s.station, s.offset, s.x, s.y, curves.folded(s.azimuth), _STAKE_KINDS[s.kind]) for s in found]
+
+    def line(self, tolerance=LINE_TOLERANCE):
+        """Points of a line within a tolerance of the chain, metres: an n by 2 array, a list of pairs without numpy."""
+        most = _MOST_LINE_POINTS * max(len(self.curves), 1)
+        room = min(64 * max(len(self.curves), 1), most)
+        while True:
+            column, out = curves.structures(curves.Point, room)
+            count = c_size_t()
+            status = curves.call("chainLine", self._handle.value, tolerance, out, room, byref(count), None,
+                                 accept=(curves.OK, curves.COARSER))  # fmt: skip
+            if status == curves.OK or room == most:
+                break
+            room = min(8 * room, most)
+        x, y = column("x")[: count.value], column("y")[: count.value]
+        return curves.numpy.column_stack((x, y)) if curves.numpy is not None else list(zip(x, y))
+
+    def crossings(self, other):
+        """Where the chain and another meet, by station: a list of Crossing."""
+        found = curves.listed("chainCrossings", curves.ChainCrossing, self._handle.value, other._handle.value)
+        return [Crossing(c.x, c.y, self._station(c.distance), other._station(c.other_distance), c.angle, bool(c.tangent))
+                for c in found]  # fmt: skip
+
+    def reversed(self, start_station=0.0):
+        """The chain travelled from its end, with stations from `start_station`."""
+        chain = type(self).__new__(type(self))
+        handle = curves.make("chainReversed", self._handle.value, start_station, free="chainFree")
+        chain._set(handle, start_station, ())
+        chain.elements = chain.curves
+        return chain
+
+    def profile(self, points, circular=False):
+        """A longitudinal profile of points (station, height) or (station, height, curve length): see Profile."""
+        return Profile(points, circular, self)
+
+    def plot(self, axes=None, tolerance=LINE_TOLERANCE, pitch=None, **style):
+        """Draws the chain with matplotlib, east to the right and north up, and gives the axes back.
+
+        `pitch` adds stakes with their stations; further arguments are those of matplotlib's `plot`.
+        """
+        try:
+            from matplotlib import pyplot
+        except ImportError as error:
+            raise ImportError("Chain.plot needs matplotlib (Debian: python3-matplotlib)") from error
+        axes = pyplot.subplots()[1] if axes is None else axes
+        x, y = zip(*self.line(tolerance))
+        axes.plot(y, x, **style)
+        if pitch:
+            stations = self.stakes(pitch)
+            at = self.point_at(stations)
+            axes.plot(at.y, at.x, linestyle="none", marker=".", color="black")
+            for station, north, east in zip(stations, at.x, at.y):
+                axes.annotate(f"{station:.0f}", (east, north), textcoords="offset points", xytext=(4, 4), fontsize=7)
+        axes.set_aspect("equal", adjustable="datalim")
+        axes.set_xlabel("y, east (m)")
+        axes.set_ylabel("x, north (m)")
+        return axes
 
     def __repr__(self):
         inside = ", ".join(type(e).__name__ for e in self.elements)

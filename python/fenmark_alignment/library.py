@@ -1,12 +1,13 @@
 """Finds the shared library, loads it, and gives every function its argument and result types.
 
 The library is taken from the environment variable FENMARK_ALIGNMENT_LIBRARY (the path of the file), else from the
-loader's usual places.
+prefix that this module was installed to, else from the loader's usual places.
 """
 
 import ctypes
 import ctypes.util
 import os
+import pathlib
 
 from .functions import prototypes
 from .records import Element, IpCurve, IpEntry, MoniList
@@ -14,11 +15,17 @@ from .records import Element, IpCurve, IpEntry, MoniList
 SONAME = "libfenmark-alignment.so.1"
 
 
+def _installed():
+    """The library beside an installed module: PREFIX/lib/python3/dist-packages/fenmark_alignment."""
+    lib = pathlib.Path(__file__).resolve().parents[3]
+    return [str(p) for p in (lib / SONAME, *lib.glob(f"*-linux-gnu/{SONAME}")) if p.exists()]
+
+
 def _load():
     path = os.environ.get("FENMARK_ALIGNMENT_LIBRARY")
     if path:
         return ctypes.CDLL(path)
-    for name in (SONAME, ctypes.util.find_library("fenmark-alignment")):
+    for name in (*_installed(), SONAME, ctypes.util.find_library("fenmark-alignment")):
         try:
             if name:
                 return ctypes.CDLL(name)
@@ -71,6 +78,9 @@ def _argument_type(argument):
     return _VALUES[argument.type]
 
 
+library = _load()
+
+
 class Raw:
     """Every exported function as an attribute, with the arguments of the C header.
 
@@ -80,7 +90,6 @@ class Raw:
     """
 
     def __init__(self):
-        library = _load()
         self.prototypes = {p.name: p for p in prototypes()}
         for prototype in self.prototypes.values():
             function = getattr(library, prototype.name)

@@ -250,8 +250,11 @@ def reverse_arc_from_arc_to_point(p, r, radius, given_first=True):
     return [r, made] if given_first else [made, r]
 
 
-def straight_and_clothoid_from_point(p, r, a, length, straight_first=True):
-    """Straight through a point and clothoid onto an arc (ali_makrAS_P); the length must lead to the clothoid."""
+def straight_and_clothoid_from_point(p, r, a, length=0.0, straight_first=True):
+    """Straight through a point and clothoid onto an arc (ali_makrAS_P).
+
+    The length must lead to the clothoid; 0 is as long as needed.
+    """
     r, c, s = wrap(r), _clothoid(a), _straight(length)
     call("ali_makrAS_P", p, 1 if straight_first else 2, r, c, s)
     return [s, c, r] if straight_first else [r, c, s]

@@ -5,8 +5,19 @@
 
 namespace fenmark::module {
 
+namespace {
+
+// The answer of an initialisation that could register nothing, since the host has no registry yet.
+constexpr int kNoRegistry = 1;
+
+} // namespace
+
 int MdRxDbmApp::initApp(void* package) {
-    mirdane::MdRxDynamicLinker* linker = mirdane::mdrxSysRegistry()->dynamicLinker();
+    mirdane::MdRxSysRegistry* registry = mirdane::mdrxSysRegistry();
+    mirdane::MdRxDynamicLinker* linker = registry != nullptr ? registry->dynamicLinker() : nullptr;
+    if (linker == nullptr) {
+        return kNoRegistry;
+    }
     if (unlocked_) {
         linker->unlockApplication(package);
     }
@@ -76,24 +87,35 @@ int MdRxDbmApp::message0(void*) {
 
 int MdRxMdmApp::initApp(void* package) {
     const int result = MdRxDbmApp::initApp(package);
-    mirdane::MdEdCommandStack* stack = mirdane::mdrxSysRegistry()->commandStack();
+    mirdane::MdRxSysRegistry* registry = mirdane::mdrxSysRegistry();
+    mirdane::MdEdCommandStack* stack = registry != nullptr ? registry->commandStack() : nullptr;
+    if (stack == nullptr) {
+        return kNoRegistry;
+    }
     for (const Command& command : commands()) {
-        stack->addCommand({.resourceInstance = resourceInstance(),
-                           .group = command.group,
-                           .globalName = command.name,
-                           .localName = command.name,
-                           .flags = command.flags,
-                           .handler = command.handler});
+        const mirdane::Status status = stack->addCommand({.resourceInstance = resourceInstance(),
+                                                          .group = command.group,
+                                                          .globalName = command.name,
+                                                          .localName = command.name,
+                                                          .flags = command.flags,
+                                                          .handler = command.handler});
+        if (status == 0) {
+            added_.push_back(command);
+        }
     }
     return result;
 }
 
 int MdRxMdmApp::unloadApp(void* package) {
     const int result = MdRxDbmApp::unloadApp(package);
-    mirdane::MdEdCommandStack* stack = mirdane::mdrxSysRegistry()->commandStack();
-    for (const Command& command : commands()) {
-        stack->removeCommand(command.group, command.name);
+    mirdane::MdRxSysRegistry* registry = mirdane::mdrxSysRegistry();
+    mirdane::MdEdCommandStack* stack = registry != nullptr ? registry->commandStack() : nullptr;
+    for (const Command& command : added_) {
+        if (stack != nullptr) {
+            stack->removeCommand(command.group, command.name);
+        }
     }
+    added_.clear();
     return result;
 }
 

@@ -62,6 +62,11 @@ class MdRxMdmApp : public MdRxDbmApp {
     virtual const std::vector<Command>& commands() const = 0;
     virtual const std::vector<Callable>& callables() const = 0;
     virtual void* resourceInstance() const = 0;
+
+  private:
+    // What the host took. It refuses a command that another module has, also another copy of this one, and such a
+    // command is not ours to remove.
+    std::vector<Command> added_;
 };
 
 // Hands a message to its operation; 0 for a number outside 0 to 15.

@@ -402,6 +402,37 @@ TEST(MoveRDl0RfAsf, ClosesTheChainAfterTheParameterHasChangedWhicheverElementMov
     }
 }
 
+TEST(MoveRDl0RfAsf, ClosesFlatChainsWhoseArcBeginsFarFromAShortStraight) {
+    // The rounded ends of a moved straight turn it, and a large clothoid puts the foot of the arc's centre
+    // hundreds of metres beyond them.
+    Random random(5437);
+    int solvable = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const int element_side = random.coin() ? 1 : 2;
+        const int mover_side = random.coin() ? 1 : 2;
+        const double dir = random.sign();
+        const double radius = random.uniform(1000.0, 5000.0);
+        const auto laid = lay_chain(random.pose(), {straight(random.uniform(10.0, 300.0)),
+                                                    clothoid(dir, radius / random.uniform(0.6, 3.0), 0.0, radius),
+                                                    arc(dir, radius, some_sweep(random, radius))});
+        auto chain = element_side == 1 ? laid : reversed_chain(laid);
+        chain[1].par *= random.uniform(0.98, 1.02);
+        const std::size_t line = element_side == 1 ? 0 : 2;
+        double dl = 0.0;
+        if (ali_makSAR(element_side, &chain[line], &chain[1], &chain[2 - line], &dl) != 0 || dl < 1e-4) {
+            continue;
+        }
+        ++solvable;
+        const double gap = dl;
+        const auto before = chain;
+        const int status = static_cast<int16_t>(moveR_dl0_rfAsf(mover_side, element_side, &dl, chain.data()));
+        EXPECT_NE(status, -1) << "case " << i << ": R " << radius << ", A " << before[1].par << ", straight "
+                              << before[line].len << " m, gap " << gap << " m, sides " << mover_side << " "
+                              << element_side;
+    }
+    EXPECT_GT(solvable, 2900);
+}
+
 TEST(MoveRDl0RfAsf, FailsWithNothingChangedForAGapThatIsNotThatOfTheChain) {
     Random random(5435);
     auto chain = eased_chain(random, 1);

@@ -270,7 +270,7 @@ TEST(MakrASP, RefusesAPointWithinTheOffsetCircleAndChangesNothing) {
 
 TEST(MakrASP, RefusesALengthThatDoesNotLeadFromThePointToTheClothoid) {
     const auto chain = lay_chain({0, 0, 1}, {straight(60.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 80.0)});
-    for (const double len : {-1.0, 0.0, 50.0, 70.0}) {
+    for (const double len : {-1.0, 1e-3, 50.0, 70.0}) {
         Calelm r = chain[2];
         Calelm a = sizes_only(chain[1]);
         Calelm s{};
@@ -278,6 +278,22 @@ TEST(MakrASP, RefusesALengthThatDoesNotLeadFromThePointToTheClothoid) {
         const Point p = start_point(chain[0]);
         EXPECT_EQ(static_cast<int16_t>(ali_makrAS_P(p.p, 1, &r, &a, &s)), -1);
         EXPECT_TRUE(identical(r, chain[2]));
+    }
+}
+
+TEST(MakrASP, TakesALengthOfZeroForAsLongAsNeeded) {
+    for (const int end : {1, 2}) {
+        const std::vector<Shape> shapes = {straight(60.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 80.0)};
+        const auto laid = lay_chain({0, 0, 1}, shapes);
+        const auto chain = end == 1 ? laid : reversed_chain(laid);
+        Calelm r = chain[end == 1 ? 2 : 0];
+        Calelm a = sizes_only(chain[1]);
+        Calelm s{};
+        const Point p = end == 1 ? start_point(chain[0]) : end_point(chain[2]);
+        ASSERT_EQ(ali_makrAS_P(p.p, end, &r, &a, &s), 0);
+        EXPECT_NEAR(s.len, 60.0, rounded_joint_tolerance);
+        const auto made = end == 1 ? std::vector{s, a, r} : std::vector{r, a, s};
+        EXPECT_TRUE(tangent_chain(made, rounded_joint_tolerance));
     }
 }
 

@@ -58,5 +58,13 @@ expect 'C program with pkg-config' "$("$work/pkg_c")" "$c_result"
 expect 'C++ program with pkg-config' "$("$work/pkg_cxx")" "$cxx_result"
 expect 'needed library' "$(readelf -d "$work/pkg_c" | sed -n 's/.*(NEEDED).*\[\(libfenmark.*\)\].*/\1/p')" "$soname"
 
+# The Python module finds the library that was installed with it.
+if command -v python3 >/dev/null; then
+    unset FENMARK_ALIGNMENT_LIBRARY
+    expect 'Python module' "$(env -u LD_LIBRARY_PATH PYTHONDONTWRITEBYTECODE=1 PYTHONPATH="$prefix/lib/python3/dist-packages" \
+        python3 -c 'import fenmark_alignment as f; print(round(f.Chain.from_ips([(0, 0), (100, 0)]).length, 6))')" '100.0'
+    [ -e "$prefix/lib/python3/dist-packages/fenmark_alignment/py.typed" ] || fail 'no py.typed'
+fi
+
 rm -rf "$work"
 echo 'installed, moved, found with CMake and pkg-config, built and run'

@@ -239,6 +239,33 @@ TEST_F(ModuleInHost, EveryOtherMessageReturnsZero) {
     ::dlclose(library);
 }
 
+TEST_F(ModuleInHost, IsGoneFromTheProcessOnceItIsUnloaded) {
+    load();
+    closeDialog();
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    ASSERT_TRUE(modules.unload("Fenmark.mdm").ok);
+    void* still = ::dlopen(kModule.c_str(), RTLD_NOLOAD | RTLD_LAZY);
+    EXPECT_EQ(still, nullptr) << "a symbol that the loader shares keeps the library";
+    if (still != nullptr) {
+        ::dlclose(still);
+    }
+}
+
+TEST_F(ModuleInHost, ASecondCopyLeavesTheCommandsOfTheFirstAlone) {
+    load();
+    const QString copy = folder.filePath(QStringLiteral("Copy.mdm"));
+    ASSERT_TRUE(QFile::copy(QString::fromStdString(kModule), copy));
+    const mirdane::CommandHandler first = modules.commands().front().handler;
+    const ModuleResult second = modules.load(copy.toStdString());
+    ASSERT_TRUE(second.ok) << second.message;
+    ASSERT_TRUE(modules.unload("Copy.mdm").ok);
+    ASSERT_EQ(modules.commands().size(), 3U);
+    EXPECT_EQ(modules.commands().front().handler, first);
+    closeDialog();
+    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_EQ(siteNames(), std::vector<std::string>{"サイト"});
+}
+
 TEST_F(ModuleInHost, ALibraryThatIsNoModuleIsRefusedWithAReason) {
     EXPECT_FALSE(modules.load("/no/such/module.mdm").ok);
     EXPECT_FALSE(modules.load("libm.so.6").ok);

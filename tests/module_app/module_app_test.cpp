@@ -71,6 +71,27 @@ class EmptyApp : public MdRxMdmApp {
     std::vector<Callable> callables_;
 };
 
+TEST_F(ModuleApp, AHostWithoutARegistryGetsAnAnswer) {
+    recorded.hasRegistry = false;
+    FullApp app;
+    EXPECT_NE(dispatchMessage(app, mirdane::kInitAppMessage, nullptr), 0);
+    EXPECT_EQ(dispatchMessage(app, mirdane::kUnloadAppMessage, nullptr), 0);
+    EXPECT_TRUE(recorded.commands.empty());
+}
+
+TEST_F(ModuleApp, CommandsThatTheHostRefusedAreNotRemoved) {
+    FullApp app;
+    recorded.addStatus = 1;
+    dispatchMessage(app, mirdane::kInitAppMessage, nullptr);
+    recorded.calls.clear();
+    dispatchMessage(app, mirdane::kUnloadAppMessage, nullptr);
+    EXPECT_EQ(std::count(recorded.calls.begin(), recorded.calls.end(), "remove GROUP One"), 0);
+    recorded.addStatus = 0;
+    dispatchMessage(app, mirdane::kInitAppMessage, nullptr);
+    dispatchMessage(app, mirdane::kUnloadAppMessage, nullptr);
+    EXPECT_EQ(std::count(recorded.calls.begin(), recorded.calls.end(), "remove GROUP One"), 1);
+}
+
 TEST_F(ModuleApp, TheLocaleIsThatOfItsThread) {
     setThreadLocale(kJapaneseLocale);
     EXPECT_EQ(threadLocale(), 1041);

@@ -18,7 +18,7 @@ class Registry : public mirdane::MdRxSysRegistry, public mirdane::MdEdCommandSta
     mirdane::Status addCommand(const mirdane::CommandEntry& entry) override {
         note("add " + std::string(entry.globalName));
         surface->commands.push_back(entry);
-        return 0;
+        return surface->addStatus;
     }
     mirdane::Status removeCommand(std::string_view group, std::string_view name) override {
         note("remove " + std::string(group) + " " + std::string(name));
@@ -33,7 +33,7 @@ class Registry : public mirdane::MdRxSysRegistry, public mirdane::MdEdCommandSta
 namespace mirdane {
 
 MdRxSysRegistry* mdrxSysRegistry() {
-    return &registry;
+    return surface->hasRegistry ? &registry : nullptr;
 }
 void mdrxBuildClassHierarchy() {
     note("build classes");

@@ -12,6 +12,8 @@ struct RecordingSurface {
     std::vector<std::string> calls;
     std::vector<mirdane::ResultEntry> loadedModules;
     mirdane::Status loadStatus = 0;
+    mirdane::Status addStatus = 0;
+    bool hasRegistry = true;
     int functionCode = -1;
     std::vector<mirdane::CommandEntry> commands;
     mirdane::MdApDocManager* documents = nullptr;

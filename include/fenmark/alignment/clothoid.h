@@ -27,36 +27,49 @@ extern "C" {
  * result is far more exact than that for usual elements. tau < 1.389e-6, also a negative one, gives (0, 0).
  * Values that are not finite, and angles far beyond any real element, give values that are not numbers.
  *
- * @return 0
+ * So the first 1.67e-3 A metres of a clothoid are its origin, with the status 0: 0.67 m at A = 400, and points there
+ * are off
+ * by as much. fmk_curvePose of fenmark/curve.h has them.
+ *
+ * @return 0, whatever the values are
  */
 FENMARK_ALIGNMENT_API int CDAcalxy(double A, double tau, double* X, double* Y);
 
-/** Point of the standard clothoid at the radius R; (0, 0) for R = 0. Returns 0. */
+/**
+ * Point of the standard clothoid at the radius R; (0, 0) for R = 0. Returns 0, whatever the values are. See CDAcalxy.
+ */
 FENMARK_ALIGNMENT_API int CDRcalxy(double A, double R, double* X, double* Y);
 
-/** Point of the standard clothoid at the length L; (0, 0) for L < 1e-5. Returns 0. */
+/**
+ * Point of the standard clothoid at the length L; (0, 0) for L < 1e-5. Returns 0, whatever the values are. See
+ * CDAcalxy.
+ */
 FENMARK_ALIGNMENT_API int CDLcalxy(double A, double L, double* X, double* Y);
 
-/** Tangent angle at the radius R: A^2 / (2 R^2), 0 for R = 0. Returns 0. */
+/** Tangent angle at the radius R: A^2 / (2 R^2), 0 for R = 0. Returns 0; -1 for no finite value. */
 FENMARK_ALIGNMENT_API int CDRang(double A, double R, double* tau);
 
-/** Tangent angle at the length L: L^2 / (2 A^2), 0 for L < 1e-5. Returns 0. */
+/** Tangent angle at the length L: L^2 / (2 A^2), 0 for L < 1e-5. Returns 0; -1 for no finite value. */
 FENMARK_ALIGNMENT_API int CDLang(double A, double L, double* tau);
 
-/** Radius at the tangent angle tau: sqrt(A^2 / (2 tau)), 0 (infinite) for tau < 1.389e-6. Returns 0. */
+/**
+ * Radius at the tangent angle tau: sqrt(A^2 / (2 tau)), 0 (infinite) for tau < 1.389e-6. Returns 0; -1 for no finite
+ * value.
+ */
 FENMARK_ALIGNMENT_API int CDAngR(double A, double tau, double* R);
 
-/** Length from the origin to the radius R: A^2 / R, 0 for R = 0. Returns 0. */
+/** Length from the origin to the radius R: A^2 / R, 0 for R = 0. Returns 0; -1 for no finite value. */
 FENMARK_ALIGNMENT_API int CDRlen(double A, double R, double* L);
 
-/** Tangent angle, shift dR and Xm at the radius R; three zeros for |R| <= 1e-5. Returns 0. */
+/** Tangent angle, shift dR and Xm at the radius R; three zeros for |R| <= 1e-5. Returns 0; -1 for no finite
+ * values. */
 FENMARK_ALIGNMENT_API int AelmAtri(double A, double R, double* tau, double* dR, double* Xm);
 
 /**
  * The seven characteristic values of the clothoid that ends at the radius R. With H = R cos tau + Y:
  * [0] D - (H / cos tau - R) / sin tau, D being [2]; [1] (H / cos tau - R) / sin tau * cos tau;
  * [2] D = H tan tau + (X - R sin tau); [3] H / cos tau - R; [4] chord from the origin; [5] Xm; [6] H = R + dR.
- * R = 0 gives seven zeros. Returns 0.
+ * R = 0 gives seven zeros. Returns 0; -1, nothing written, for no finite values.
  */
 FENMARK_ALIGNMENT_API int CDcharLmA(double A, double R, double values[7]);
 
@@ -123,25 +136,29 @@ FENMARK_ALIGNMENT_API int ali_KEnCen(const double p[2], const double q[2], doubl
 
 /**
  * Tangents at p and q, sweep and length of the arc from p to q about (cx, cy), taken as the one of at most a half
- * circle. A tangent within 1.389e-6 of 2 pi becomes 0. The length R * sweep is not rounded. Returns 0.
+ * circle. A tangent within 1.389e-6 of 2 pi becomes 0. The length R * sweep is not rounded. Returns 0, whatever the
+ * values are.
  */
 FENMARK_ALIGNMENT_API int ali_KEnAng(const double p[2], const double q[2], double dir, double R, double cx, double cy,
                                      double* sang, double* eang, double* sweep, double* length);
 
 /**
  * Arc length from p to q about c in the sense of dir (counter-clockwise unless dir = -1), radius R. Not rounded.
- * Equal directions give 0, and 2 pi R for dir = -1. Returns 0.
+ * Equal directions give 0, and 2 pi R for dir = -1. Returns 0, whatever the values are.
  */
 FENMARK_ALIGNMENT_API int ali_KEnPncl(double dir, double R, const double c[2], const double p[2], const double q[2],
                                       double* length);
 
-/** p turned about c through theta: counter-clockwise for dir = 1, clockwise for anything else. Returns 0. */
+/**
+ * p turned about c through theta: counter-clockwise for dir = 1, clockwise for anything else. Returns 0, whatever the
+ * values are.
+ */
 FENMARK_ALIGNMENT_API int ali_KEnPntb(double dir, const double c[2], const double p[2], double theta, double out[2]);
 
 /**
  * The point (cx - R sin t', cy + R cos t') with t' = t for dir = 1 and t' = t +- pi otherwise. The radial angle is
  * t' + pi / 2, the sense opposite to that of ali_KEnAng: with the known point given as c, this yields the centre of an
- * arc that has the tangent t there. Returns 0.
+ * arc that has the tangent t there. Returns 0, whatever the values are.
  */
 FENMARK_ALIGNMENT_API int ali_KEnPntc(double dir, const double c[2], double t, double R, double out[2]);
 

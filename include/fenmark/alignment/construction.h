@@ -59,11 +59,13 @@ FENMARK_ALIGNMENT_API int ali_makA(Calelm* rec);
 FENMARK_ALIGNMENT_API int ali_makangS(Calelm* rec, int end);
 
 /**
- * Arc from one end, of any sweep up to a full circle. end 1: start point and sang are given; end 2: end point and
- * eang. Needs dir, par, len. Writes the other point and len (to 1e-5), the other tangent and par (to 1.389e-6: the
- * radius too is rounded to the angle step), the centre k1, k2 and the sweep k3.
+ * Arc from one end, of any sweep up to a full circle; fmk_chainFromCurves of fenmark/curve.h takes longer ones too.
+ * end 1: start point and sang are given; end 2: end point and eang. Needs dir, par, len. Writes the other point and
+ * len (to 1e-5), the other tangent and par (to 1.389e-6: the radius too is rounded to the angle step), the centre
+ * k1, k2 and the sweep k3.
  *
- * @return 0; -1, record unchanged, for another end, a dir other than +1 and -1, par = 0 or len = 0
+ * @return 0; -1, record unchanged, for another end, a dir other than +1 and -1, par or len not above 0, or
+ *         values that are not finite
  */
 FENMARK_ALIGNMENT_API int ali_makangR(Calelm* rec, int end);
 
@@ -72,7 +74,8 @@ FENMARK_ALIGNMENT_API int ali_makangR(Calelm* rec, int end);
  * Writes the other point, the other tangent, len and k1 to k3.
  *
  * @return 0, also for the empty element of equal lengths (a point, with len and k1 to k3 zero); -1, record unchanged,
- *         for another end, A = 0, or a radius at or below 0.56 A
+ *         for another end, A = 0, a radius at or below 0.56 A, a dir other than +1 and -1, or values that are not
+ *         finite
  */
 FENMARK_ALIGNMENT_API int ali_makangA(Calelm* rec, int end);
 

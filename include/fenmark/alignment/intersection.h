@@ -42,7 +42,8 @@ FENMARK_ALIGNMENT_API int ali_intpSS(const Calelm* e1, const Calelm* e2, double 
 
 /**
  * Straight s and arc r. Stations are rounded to 1e-5, points are not; the lower station on s comes first.
- * @return 0, 1, 2 as above; -1 the line misses the circle, or an element has no size; -2 it meets the circle outside the
+ * @return 0, 1, 2 as above; -1 the line misses the circle, or an element has no size; -2 it meets the circle outside
+ * the
  *         elements
  */
 FENMARK_ALIGNMENT_API int ali_intpSR(const Calelm* s, const Calelm* r, double p1[2], double* a, double* b, double p2[2],
@@ -57,7 +58,8 @@ FENMARK_ALIGNMENT_API int ali_intpRR(const Calelm* r1, const Calelm* r2, double 
                                      double p2[2], double* c, double* d);
 
 /**
- * Arc r and clothoid a, by subdivision of the clothoid with tangent triangles; good to about 1e-4 m.
+ * Arc r and clothoid a, by subdivision of the clothoid with tangent triangles; good to about 1e-4 m, two points at
+ * most. fmk_curveCrossings of fenmark/curve.h has all of them, exactly.
  * @return 0, 1 (a touch, one point), 2; -1 none, r1 = r2 on the clothoid, or a sweep k3 <= 0
  */
 FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], double* a, double* b,
@@ -66,6 +68,8 @@ FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, doubl
 /**
  * Straight s and clothoid a, by a walk from both ends of the clothoid; good to about 1e-4 m over the sine of the
  * crossing angle. A line whose parallel tangent passes within 1 m of it counts as touching there: result 1, one point.
+ * So crossings below some 5 degrees are lost to a touch up to 0.98 m off, and a line that crosses twice near its
+ * touch gives one point. fmk_curveCrossings of fenmark/curve.h has every crossing, and says which are touches.
  * @return 0, 1, 2; -1 none, or r1 = r2 on the clothoid
  */
 FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b,
@@ -73,7 +77,7 @@ FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* a_elm, doubl
 
 /**
  * Two clothoids, by subdivision of both with tangent triangles; good to about 1e-4 m. Two elements of one clothoid give
- * two points of their common stretch.
+ * two points of their common stretch. fmk_curveCrossings of fenmark/curve.h has all crossings, exactly.
  *
  * The order of the stations departs from that of all other pairs: a is the station of p1 on e1, b that of p2 on e1,
  * c that of p1 on e2, d that of p2 on e2.

@@ -52,7 +52,7 @@ FENMARK_ALIGNMENT_API int ali_makrR_P_S(const double p[2], int end, Calelm* r1, 
 /**
  * Straight s through p, clothoid a (par given) and arc r. Here end 1 means s, a, r, with s from p on; any other end
  * means r, a, s, with s ending at p. s gets the length that it brings, which must be the distance from p to the
- * clothoid's flat end, within 1e-4 m.
+ * clothoid's flat end, within 1e-4 m; a length of 0 stands for as long as needed.
  * @return 0; -1 when p lies within the offset circle, s->len does not lead to the clothoid, or r would have to
  *         be lengthened beyond a half circle
  */

@@ -29,7 +29,10 @@ extern "C" {
  */
 FENMARK_ALIGNMENT_API int CDlinstd(double x0, double y0, double x1, double y1, double line[4]);
 
-/** Direction of a line in [0, 2 pi), 0 for a direction of no length. Returns 0. */
+/**
+ * Direction of a line in [0, 2 pi), 0 for a direction of no length. Returns 0; -1, nothing written, for no finite
+ * values.
+ */
 FENMARK_ALIGNMENT_API int CDlineang(const double line[4], double* angle);
 
 /**
@@ -46,10 +49,16 @@ FENMARK_ALIGNMENT_API double CDbtwang(double x0, double y0, double x1, double y1
  */
 FENMARK_ALIGNMENT_API int CDlincros(const double line1[4], const double line2[4], double* x, double* y);
 
-/** Distance of p from a line; 0 when its square is below 1e-8, so below 1e-4 m. Returns 0. */
+/**
+ * Distance of p from a line; 0 when its square is below 1e-8, so below 1e-4 m. Returns 0; -1, nothing written, for no
+ * finite values.
+ */
 FENMARK_ALIGNMENT_API int CDpldist(const double line[4], const double p[2], double* d);
 
-/** Foot of the perpendicular from p on a line, the angle at the line's point taken by CDbtwang. Returns 0. */
+/**
+ * Foot of the perpendicular from p on a line, the angle at the line's point taken by CDbtwang. Returns 0; -1, nothing
+ * written, for values that are not finite.
+ */
 FENMARK_ALIGNMENT_API int CDpojpoi(const double line[4], const double p[2], double foot[2]);
 
 /**
@@ -73,48 +82,62 @@ FENMARK_ALIGNMENT_API int CDpoionls(double px, double py, double ax, double ay, 
 FENMARK_ALIGNMENT_API int CDsegcros(const double a[2], const double b[2], const double c[2], const double d[2],
                                     double out[2]);
 
-/** Adds (dx, dy) to two points in place. Returns 0. */
+/** Adds (dx, dy) to two points in place. Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDmove(double dx, double dy, double* x1, double* y1, double* x2, double* y2);
 
-/** Point (x + dx, y + dy). Returns 0. */
+/** Point (x + dx, y + dy). Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDmoveP(double x, double y, double dx, double dy, double* ox, double* oy);
 
-/** p turned about c by the angle of the given cosine and sine. Returns 0. */
+/**
+ * p turned about c by the angle of the given cosine and sine. Returns 0; -1, nothing written, for values that are not
+ * finite.
+ */
 FENMARK_ALIGNMENT_API int CDrotpoi(const double c[2], double cosine, double sine, const double p[2], double out[2]);
 
-/** Angle mirrored in the y axis: pi - a, plus 2 pi when negative. Returns 0. */
+/**
+ * Angle mirrored in the y axis: pi - a, plus 2 pi when negative. Returns 0; -1, nothing written, for no finite
+ * values.
+ */
 FENMARK_ALIGNMENT_API int CDmirAng(double a, double* out);
 
 /* ---- Whole records ---- */
 
 /**
  * The record in the other plane, survey to calculation or back: y values negated, tangents by ali_CExAng, centre y of
- * an arc negated, coefficients of a straight rewritten normalised. A straight of no length has no coefficients: they
- * come out not a number. Returns 0.
+ * an arc negated, coefficients of a straight rewritten normalised. A straight of no length has no
+ * coefficients. Returns 0; -1, nothing written, for such a one and for values that are not finite.
  */
 FENMARK_ALIGNMENT_API int CDchgSpace(const Calelm* in, Calelm* out);
 
-/** Mirror in the y axis: x and dir negated, tangents to pi - a; k fields of an unknown type are not written. Returns 0.
+/**
+ * Mirror in the y axis: x and dir negated, tangents to pi - a; k fields of an unknown type are not written. Returns
+ * 0; -1, nothing written, for values that are not finite.
  */
 FENMARK_ALIGNMENT_API int CDmirA(const Calelm* in, Calelm* out);
 
-/** Translation by (dx, dy). Returns 0. */
+/** Translation by (dx, dy). Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDmoveA(const Calelm* in, Calelm* out, double dx, double dy);
 
-/** Turn about a pivot by theta, anticlockwise positive. A tangent within 1e-5 of 2 pi becomes 0. Returns 0. */
+/**
+ * Turn about a pivot by theta, anticlockwise positive. A tangent within 1e-5 of 2 pi becomes 0. Returns 0; -1,
+ * nothing written, for values that are not finite.
+ */
 FENMARK_ALIGNMENT_API int CDrot(const Calelm* in, Calelm* out, const double pivot[2], double theta);
 
-/** CDrot about the element's own start. Returns 0. */
+/** CDrot about the element's own start. Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDturnA(const Calelm* in, Calelm* out, double theta);
 
-/** Turn about the element's own end. The k fields are copied, so those of a straight or an arc are stale. Returns 0. */
+/**
+ * Turn about the element's own end. The k fields are copied, so those of a straight or an arc are stale. Returns 0;
+ * -1, nothing written, for values that are not finite.
+ */
 FENMARK_ALIGNMENT_API int CDturnAe(const Calelm* in, Calelm* out, double theta);
 
 /**
  * Reverses a record in place (ends, radii and tangents exchanged, tangents turned by pi, dir negated, k fields
  * untouched) when force is not 0, or when r2 is 0, or when r1 > 0 and r2 > r1. Without force a clothoid so comes to
  * run from its flat to its sharp end; straights and arcs, whose r2 is 0, are reversed too.
- * Returns 1 when it reversed, else 0.
+ * Returns 1 when it reversed, else 0, whatever the values are.
  */
 FENMARK_ALIGNMENT_API int CDreverA(Calelm* rec, int force);
 
@@ -131,24 +154,33 @@ FENMARK_ALIGNMENT_API int CDvalidArc(const Calelm* rec);
  * chord from r1 to r2. The clothoid given is in the calculation plane and runs from its flat to its sharp end.
  */
 
-/** A clothoid in its own frame; its tangents are there the standard tau of r1 and r2. Returns 0. */
+/**
+ * A clothoid in its own frame; its tangents are there the standard tau of r1 and r2. Returns 0; -1, nothing written,
+ * for values that are not finite.
+ */
 FENMARK_ALIGNMENT_API int CDAinAbs(const Calelm* a, Calelm* out);
 
-/** A straight in the frame of clothoid a, coefficients normalised. Returns 0. */
+/**
+ * A straight in the frame of clothoid a, coefficients normalised. Returns 0; -1, nothing written, for no finite
+ * values.
+ */
 FENMARK_ALIGNMENT_API int CDSinAbs(const Calelm* a, const Calelm* s, Calelm* out);
 
-/** An arc in the frame of clothoid a. Returns 0. */
+/** An arc in the frame of clothoid a. Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDRinAbs(const Calelm* a, const Calelm* r, Calelm* out);
 
-/** A point in the frame of clothoid a. Returns 0. */
+/** A point in the frame of clothoid a. Returns 0; -1, nothing written, for values that are not finite. */
 FENMARK_ALIGNMENT_API int CDPinAbs(const Calelm* a, const double p[2], double out[2]);
 
-/** A point of the frame of clothoid a back in the calculation plane. Returns 0. */
+/**
+ * A point of the frame of clothoid a back in the calculation plane. Returns 0; -1, nothing written, for no finite
+ * values.
+ */
 FENMARK_ALIGNMENT_API int CDP2Cal(const Calelm* a, const double p[2], double out[2]);
 
 /**
  * Origin of the frame of clothoid a in the calculation plane, and the direction of its tangent there, radians. For an
- * element that starts at infinite radius (r1 < 1e-5) these are its start and sang. Returns 0.
+ * element that starts at infinite radius (r1 < 1e-5) these are its start and sang. Returns 0, whatever the values are.
  */
 FENMARK_ALIGNMENT_API int CDgetOrgA(const Calelm* a, double out[2], double* angle);
 
@@ -164,7 +196,8 @@ FENMARK_ALIGNMENT_API int CDAcrosS(const Calelm* a, int side, const double line[
  * Distance of the centres of two arcs that clothoid a (par and dir) demands between them. Mode 0: the clothoid runs
  * from infinite radius to the smaller of the two radii; mode -1: from one radius to the other. Modes are read as
  * signed 16-bit values. Uses par and dir of the arcs. Any plane.
- * Returns 0; -1 in mode -1 for arcs of different dir: nothing is written. Any other mode writes nothing.
+ * Returns 0; -1 in mode -1 for arcs of different dir: nothing is written. Any other mode writes nothing. The 0 comes
+ * whatever the values are.
  */
 FENMARK_ALIGNMENT_API int CDOODistForRAR(const Calelm* r1, const Calelm* a, int mode, const Calelm* r2, double* d);
 

@@ -27,7 +27,8 @@ FENMARK_ALIGNMENT_API int ali_onlS(const Calelm* rec, double s, double point[2],
 /**
  * On an arc: point rounded to 1e-5, tangent to 1.389e-6. A negative s is not refused and lies before the start.
  * The arc runs from its start to its end about its centre in the sense of dir. The ends are rounded, and so this length
- * may differ from len by up to 5e-5; the longer of the two counts. Of a full circle, whose ends are one point, no length
+ * may differ from len by up to 5e-5; the longer of the two counts. Of a full circle, whose ends are one point, no
+ * length
  * is certain.
  * @return 0; -1 when the radius rounds to 0 or less, or s, rounded to 1e-5, is beyond that length. The outputs are not
  *         to be used then
@@ -35,7 +36,9 @@ FENMARK_ALIGNMENT_API int ali_onlS(const Calelm* rec, double s, double point[2],
 FENMARK_ALIGNMENT_API int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent);
 
 /**
- * On a clothoid: neither point nor tangent is rounded. A negative s is not refused.
+ * On a clothoid: neither point nor tangent is rounded. A negative s is not refused. Up to 1.67e-3 A metres from
+ * infinite radius the point is the start of the standard clothoid, status 0, and so up to 0.67 m off at A = 400;
+ * fmk_chainAtStation of fenmark/curve.h has the true one.
  * @return 0; -1 when s is beyond the length (outputs still written, on the continued curve), or the element is shorter
  *         than 1e-5 (nothing written), or nothing can be computed (values that are not finite)
  */
@@ -70,6 +73,7 @@ FENMARK_ALIGNMENT_API int ali_projR(const Calelm* rec, const double p[2], double
 
 /**
  * On a clothoid, by bisection; good to the larger of 1 mm and 1e-4 times the distance. Note the order of the outputs.
+ * fmk_chainLocate of fenmark/curve.h finds the exact foot, also beside infinite radius.
  * @return 0; -1, nothing written, when no foot lies on the element
  */
 FENMARK_ALIGNMENT_API int ali_projA(const Calelm* rec, const double p[2], double foot[2], double* station);
@@ -78,7 +82,8 @@ FENMARK_ALIGNMENT_API int ali_projA(const Calelm* rec, const double p[2], double
 FENMARK_ALIGNMENT_API int ali_getl(const Calelm* rec, double* length);
 
 /**
- * Chord rounded to 1e-5. Returns 0; -1, with the length 0, when the ends agree within 1e-5 in both coordinates or are no
+ * Chord rounded to 1e-5. Returns 0; -1, with the length 0, when the ends agree within 1e-5 in both coordinates or are
+ * no
  * finite numbers.
  */
 FENMARK_ALIGNMENT_API int ali_getlS(const Calelm* rec, double* length);
@@ -91,7 +96,7 @@ FENMARK_ALIGNMENT_API int ali_getlS(const Calelm* rec, double* length);
  */
 FENMARK_ALIGNMENT_API int ali_getlR(const Calelm* rec, double* length);
 
-/** |A^2 / r2 - A^2 / r1|, an infinite radius counting 0; not rounded. Returns 0. */
+/** |A^2 / r2 - A^2 / r1|, an infinite radius counting 0; not rounded. Returns 0, whatever the values are. */
 FENMARK_ALIGNMENT_API int ali_getlA(const Calelm* rec, double* length);
 
 /** Distance rounded to 1e-5, or -1 when the points agree within 1e-5 in both coordinates. */
@@ -118,7 +123,8 @@ FENMARK_ALIGNMENT_API int get_moniDist(const double p[2], int n, const Calelm* e
 
 /**
  * Whether two clothoids lie on one standard clothoid.
- * @return 0 they do not; -1 they do, and the flatter end of b is no further from the common origin than that of a; -2 they
+ * @return 0 they do not; -1 they do, and the flatter end of b is no further from the common origin than that of a; -2
+ * they
  *         do, and it is further, or one flattens while the other sharpens
  */
 FENMARK_ALIGNMENT_API int CDsameA(const Calelm* a, const Calelm* b);

@@ -5,6 +5,10 @@
 #include <cmath>
 #include <numbers>
 
+#ifdef __FAST_MATH__
+#error "the digits of this library are part of its contract: build it without -ffast-math"
+#endif
+
 namespace fenmark::alignment {
 
 inline constexpr double kPi = std::numbers::pi;

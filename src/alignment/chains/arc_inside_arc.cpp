@@ -11,6 +11,7 @@
 
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/compound/laying.h"
 #include "alignment/primitives/tools.h"
 
@@ -54,39 +55,41 @@ int layAt(const Chain& given, int mode, Vec centre, Chain& laid) {
 } // namespace
 
 extern "C" int ARmakRR(int mode, Calelm* arc1, Calelm* arc3, Calelm* arc2, Calelm* clothoid) {
-    Chain given{*arc1, *clothoid, *arc2, *arc3};
-    // Arcs that touch from inside turn the same way.
-    if (arc2->dir == 0.0) {
-        given.arc2.dir = arc3->dir;
-    }
-    if (!isTurn(arc1->dir) || !isTurn(given.arc2.dir) || arc3->dir != given.arc2.dir || !(arc1->par > 0.0) ||
-        !(arc2->par > 0.0)) {
-        return -1;
-    }
-    given.clothoid.type = element::clothoid;
-    given.clothoid.dir = arc1->par < arc2->par ? arc1->dir : given.arc2.dir;
-    double d = -1.0;
-    const int status = signed16(CDOODistForRAR(arc1, &given.clothoid, mode, &given.arc2, &d));
-    if (status != 0 || !(d >= 0.0)) {
-        return status != 0 ? status : -1;
-    }
-    Vec left;
-    Vec right;
-    if (!circleCuts({arc3->k1, arc3->k2}, std::fabs(arc3->par - arc2->par), {arc1->k1, arc1->k2}, d, left, right)) {
-        return -1;
-    }
-    // Left of the direction from arc 3's centre to arc 1's is the first of the two cuts.
-    Chain laid;
-    int result = layAt(given, mode, left, laid);
-    if (result != 0) {
-        result = layAt(given, mode, right, laid);
-    }
-    if (result != 0) {
-        return result;
-    }
-    *arc1 = laid.arc1;
-    *clothoid = laid.clothoid;
-    *arc2 = laid.arc2;
-    *arc3 = laid.arc3;
-    return 0;
+    return fenmark::alignment::answerInPlace({arc1, arc3, arc2, clothoid}, [&]() -> int {
+        Chain given{*arc1, *clothoid, *arc2, *arc3};
+        // Arcs that touch from inside turn the same way.
+        if (arc2->dir == 0.0) {
+            given.arc2.dir = arc3->dir;
+        }
+        if (!isTurn(arc1->dir) || !isTurn(given.arc2.dir) || arc3->dir != given.arc2.dir || !(arc1->par > 0.0) ||
+            !(arc2->par > 0.0)) {
+            return -1;
+        }
+        given.clothoid.type = element::clothoid;
+        given.clothoid.dir = arc1->par < arc2->par ? arc1->dir : given.arc2.dir;
+        double d = -1.0;
+        const int status = signed16(CDOODistForRAR(arc1, &given.clothoid, mode, &given.arc2, &d));
+        if (status != 0 || !(d >= 0.0)) {
+            return status != 0 ? status : -1;
+        }
+        Vec left;
+        Vec right;
+        if (!circleCuts({arc3->k1, arc3->k2}, std::fabs(arc3->par - arc2->par), {arc1->k1, arc1->k2}, d, left, right)) {
+            return -1;
+        }
+        // Left of the direction from arc 3's centre to arc 1's is the first of the two cuts.
+        Chain laid;
+        int result = layAt(given, mode, left, laid);
+        if (result != 0) {
+            result = layAt(given, mode, right, laid);
+        }
+        if (result != 0) {
+            return result;
+        }
+        *arc1 = laid.arc1;
+        *clothoid = laid.clothoid;
+        *arc2 = laid.arc2;
+        *arc3 = laid.arc3;
+        return 0;
+    });
 }

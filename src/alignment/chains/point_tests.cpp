@@ -3,6 +3,7 @@
 // Everything here is plane geometry and holds in either plane; lengths are metres, angles radians.
 #include "fenmark/alignment/chains.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/tolerances.h"
 #include "alignment/primitives/plane.h"
 
@@ -97,9 +98,7 @@ int gc_intpSS(const double a[2], const double b[2], const double c[2], const dou
     const double t = (cd.x * ac.y - cd.y * ac.x) / det;
     const double x = a[0] + t * ab.x;
     const double y = a[1] + t * ab.y;
-    out[0] = x;
-    out[1] = y;
-    return 0;
+    return giveOutReals<2>({x, y}, out) == 0 ? 0 : 1;
 }
 
 int gc_poionl(double px, double py, double ax, double ay, double bx, double by, double tol) {

@@ -8,6 +8,7 @@
 #include "fenmark/alignment/compound.h"
 #include "fenmark/alignment/construction.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/chains/refit.h"
 
 #include "alignment/calelm/tolerances.h"
@@ -100,54 +101,60 @@ bool takeStatus(Refit refit, int turned, int& result) {
 extern "C" {
 
 int alimake_rfAArf(Calelm chain[4], double* dl) {
-    std::array<Calelm, 4> made{chain[0], chain[1], chain[2], chain[3]};
-    double gap = 0.0;
-    const int status = ali_makRAAR(&made[0], &made[1], &made[2], &made[3], &gap);
-    if (status != 0) {
-        return status;
-    }
-    // The gap is positive along the tangent; where the clothoids overlap, the way between their flat ends runs back.
-    const Vec between = startOf(made[2]) - endOf(made[1]);
-    const double azimuth = plane::wrapped(-plane::direction(between));
-    if (!sameDirection(azimuth, made[1].eang, kOneSecond)) {
-        gap = -gap;
-    }
-    if (!isFitted(refitEnd(made[0], made[1], true)) || !isFitted(refitEnd(made[3], made[2], false))) {
-        return -1;
-    }
-    std::copy(made.begin(), made.end(), chain);
-    *dl = gap;
-    return 0;
+    return fenmark::alignment::answerInPlace({&chain[0], &chain[1], &chain[2], &chain[3]}, [&]() -> int {
+        std::array<Calelm, 4> made{chain[0], chain[1], chain[2], chain[3]};
+        double gap = 0.0;
+        const int status = ali_makRAAR(&made[0], &made[1], &made[2], &made[3], &gap);
+        if (status != 0) {
+            return status;
+        }
+        // The gap is positive along the tangent; where the clothoids overlap, the way between their flat ends runs back.
+        const Vec between = startOf(made[2]) - endOf(made[1]);
+        const double azimuth = plane::wrapped(-plane::direction(between));
+        if (!sameDirection(azimuth, made[1].eang, kOneSecond)) {
+            gap = -gap;
+        }
+        if (!isFitted(refitEnd(made[0], made[1], true)) || !isFitted(refitEnd(made[3], made[2], false))) {
+            return -1;
+        }
+        std::copy(made.begin(), made.end(), chain);
+        *dl = gap;
+        return 0;
+    });
 }
 
 int alimake_rfArf(Calelm chain[3], const double* dl) {
-    Calelm first = chain[0];
-    Calelm last = chain[2];
-    if (!isFitted(refitEnd(first, chain[1], true)) ||
-        (std::fabs(*dl) < kNoShift && !isFitted(refitEnd(last, chain[1], false)))) {
-        return -1;
-    }
-    chain[0] = first;
-    chain[2] = last;
-    return 0;
+    return fenmark::alignment::answerInPlace({&chain[0], &chain[1], &chain[2]}, [&]() -> int {
+        Calelm first = chain[0];
+        Calelm last = chain[2];
+        if (!isFitted(refitEnd(first, chain[1], true)) ||
+            (std::fabs(*dl) < kNoShift && !isFitted(refitEnd(last, chain[1], false)))) {
+            return -1;
+        }
+        chain[0] = first;
+        chain[2] = last;
+        return 0;
+    });
 }
 
 int alimake_rfAsf(Calelm chain[3], double dl, int side) {
-    const bool straightFirst = signed16(side) == 1;
-    Calelm straight = chain[straightFirst ? 0 : 2];
-    Calelm arc = chain[straightFirst ? 2 : 0];
-    const Calelm& clothoid = chain[1];
-    int result = 0;
-    const bool closed = std::fabs(dl) < kNoShift;
-    if (!takeStatus(closed ? refitEnd(straight, clothoid, straightFirst)
-                           : rebuildStraight(straight, clothoid, straightFirst),
-                    -3, result) ||
-        !takeStatus(refitEnd(arc, clothoid, !straightFirst), -2, result)) {
-        return -1;
-    }
-    chain[straightFirst ? 0 : 2] = straight;
-    chain[straightFirst ? 2 : 0] = arc;
-    return result;
+    return fenmark::alignment::answerInPlace({&chain[0], &chain[1], &chain[2]}, [&]() -> int {
+        const bool straightFirst = signed16(side) == 1;
+        Calelm straight = chain[straightFirst ? 0 : 2];
+        Calelm arc = chain[straightFirst ? 2 : 0];
+        const Calelm& clothoid = chain[1];
+        int result = 0;
+        const bool closed = std::fabs(dl) < kNoShift;
+        if (!takeStatus(closed ? refitEnd(straight, clothoid, straightFirst)
+                               : rebuildStraight(straight, clothoid, straightFirst),
+                        -3, result) ||
+            !takeStatus(refitEnd(arc, clothoid, !straightFirst), -2, result)) {
+            return -1;
+        }
+        chain[straightFirst ? 0 : 2] = straight;
+        chain[straightFirst ? 2 : 0] = arc;
+        return result;
+    });
 }
 
 } // extern "C"

@@ -58,7 +58,7 @@ int ali_KCalCst(const double p[2], const double q[2], double* a, double* b, doub
     const double b_m = roundLength(dx);
     const double c_m = roundLength(dy * p[0] - dx * p[1]);
     const double norm = std::sqrt(a_m * a_m + b_m * b_m);
-    if (!(norm > 0.0)) {
+    if (!(norm > 0.0) || !std::isfinite(norm) || !std::isfinite(c_m)) {
         return -1;
     }
     *a = a_m / norm;
@@ -81,6 +81,9 @@ int ali_KGetPnt(const double p[2], const double q[2], double d, int limit, doubl
     const double a = directionOf(dx, dy);
     const double x = p[0] + dx * d / chord;
     const double y = p[1] + dy * d / chord;
+    if (!std::isfinite(x) || !std::isfinite(y)) {
+        return -1;
+    }
     out[0] = x;
     out[1] = y;
     *angle = a;

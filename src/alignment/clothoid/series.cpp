@@ -1,5 +1,6 @@
 // The clothoid series far out, and the high-precision evaluation. Symbols and source: series.h.
 #include "alignment/clothoid/series.h"
+#include "alignment/calelm/answer.h"
 
 #include <limits>
 
@@ -74,18 +75,7 @@ extern "C" int clothoidElements(double A, double tau, double values[13]) {
     const double sine = std::sin(tau);
     const double cosine = std::cos(tau);
     const double short_tangent = flat ? 0.0 : Y / sine;
-    values[0] = A;
-    values[1] = L;
-    values[2] = R;
-    values[3] = root / A;
-    values[4] = X;
-    values[5] = Y;
-    values[6] = tau;
-    values[7] = X + Y * std::tan(tau);
-    values[8] = X - short_tangent * cosine;
-    values[9] = short_tangent;
-    values[10] = Y / cosine;
-    values[11] = R * cosine + Y - R;
-    values[12] = X - R * sine;
-    return 0;
+    return giveOutReals<13>({A, L, R, root / A, X, Y, tau, X + Y * std::tan(tau), X - short_tangent * cosine,
+                             short_tangent, Y / cosine, R * cosine + Y - R, X - R * sine},
+                            values);
 }

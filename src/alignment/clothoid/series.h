@@ -83,6 +83,10 @@ inline double tauAtRadius(double A, double R) {
     return R == 0.0 ? 0.0 : A * A / (2.0 * R * R);
 }
 
+// AelmAtri and CDcharLmA without their last test: what comes out may not be finite.
+void shiftAtRadius(double A, double R, double& tau, double& dR, double& Xm);
+void characteristicValues(double A, double R, double values[7]);
+
 // Point at the radius R; the origin for an infinite one.
 inline Point clothoidPointAtRadius(double A, double R) {
     return R == 0.0 ? Point{} : clothoidPoint(A, tauAtRadius(A, R));

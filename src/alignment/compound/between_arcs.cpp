@@ -12,6 +12,7 @@
 
 #include "fenmark/alignment/conventions.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/tolerances.h"
 #include "alignment/compound/laying.h"
 
@@ -42,65 +43,69 @@ double distanceToCircle(Vec p, Vec u, Vec centre, double radius) {
 extern "C" {
 
 int ali_makRAR(const Calelm* r1, Calelm* a, const Calelm* r2, double* D, double* angle) {
-    const Vec c1 = centreOf(*r1);
-    const Vec c2 = centreOf(*r2);
-    if (!(std::fabs(r1->par - r2->par) >= kSameLength) || !isTurn(r1->dir) || r1->dir != r2->dir ||
-        (std::fabs(c1.x - c2.x) < kSameLength && std::fabs(c1.y - c2.y) < kSameLength)) {
-        return -1;
-    }
-    EggTangent tangent;
-    if (!eggTangent(c1, r1->par, c2, r2->par, r1->dir, a->par, tangent)) {
-        return -1;
-    }
-    Calelm made{};
-    const int status = layEgg(tangent, r1->par, r2->par, r1->dir, a->par, made);
-    if (status != 0) {
-        return status;
-    }
-    const bool sharpens = r1->par > r2->par;
-    const double gap = sharpens ? distanceToCircle(endOf(made), tangent.direction, c2, r2->par)
-                                : distanceToCircle(startOf(made), tangent.direction, c1, r1->par);
-    if (gap < 0.0) {
-        return 1;
-    }
-    *a = made;
-    *D = gap;
-    *angle = ali_CExAng(plane::direction(tangent.direction));
-    return 0;
+    return fenmark::alignment::answerInPlace({a}, [&]() -> int {
+        const Vec c1 = centreOf(*r1);
+        const Vec c2 = centreOf(*r2);
+        if (!(std::fabs(r1->par - r2->par) >= kSameLength) || !isTurn(r1->dir) || r1->dir != r2->dir ||
+            (std::fabs(c1.x - c2.x) < kSameLength && std::fabs(c1.y - c2.y) < kSameLength)) {
+            return -1;
+        }
+        EggTangent tangent;
+        if (!eggTangent(c1, r1->par, c2, r2->par, r1->dir, a->par, tangent)) {
+            return -1;
+        }
+        Calelm made{};
+        const int status = layEgg(tangent, r1->par, r2->par, r1->dir, a->par, made);
+        if (status != 0) {
+            return status;
+        }
+        const bool sharpens = r1->par > r2->par;
+        const double gap = sharpens ? distanceToCircle(endOf(made), tangent.direction, c2, r2->par)
+                                    : distanceToCircle(startOf(made), tangent.direction, c1, r1->par);
+        if (gap < 0.0) {
+            return 1;
+        }
+        *a = made;
+        *D = gap;
+        *angle = ali_CExAng(plane::direction(tangent.direction));
+        return 0;
+    });
 }
 
 int ali_makRAAR(const Calelm* r1, Calelm* a1, Calelm* a2, const Calelm* r2, double* D) {
-    if (!isTurn(r1->dir) || !isTurn(r2->dir) || r1->dir == r2->dir) {
-        return -1;
-    }
-    const Vec c1 = centreOf(*r1);
-    const Vec c2 = centreOf(*r2);
-    const Offset at1 = offsetOf(a1->par, r1->par);
-    const Offset at2 = offsetOf(a2->par, r2->par);
-    const Vec between = c2 - c1;
-    const double distance = plane::norm(between);
-    if (!(at1.rho + at2.rho < distance && r1->par + r2->par < distance)) {
-        return -1;
-    }
-    const double sine = -r1->dir * (at1.rho + at2.rho) / distance;
-    const Vec u = (1.0 / distance) * plane::turned(between, std::sqrt((1.0 - sine) * (1.0 + sine)), -sine);
-    const Vec n = leftOf(u);
-    const Vec origin1 = c1 - (r1->dir * at1.rho) * n + at1.xm * u;
-    const Vec origin2 = c2 - (r2->dir * at2.rho) * n - at2.xm * u;
-    Calelm made1{};
-    Calelm made2{};
-    // Run from its origin, against the travel, the first clothoid bends to the other side than its arc.
-    int status = layClothoid(origin1, -1.0 * u, -r1->dir, a1->par, 0.0, r1->par, true, made1);
-    if (status >= 0) {
-        status = layClothoid(origin2, u, r2->dir, a2->par, 0.0, r2->par, false, made2);
-    }
-    if (status < 0) {
-        return status;
-    }
-    *a1 = made1;
-    *a2 = made2;
-    *D = plane::distance(origin1, origin2);
-    return 0;
+    return fenmark::alignment::answerInPlace({a1, a2}, [&]() -> int {
+        if (!isTurn(r1->dir) || !isTurn(r2->dir) || r1->dir == r2->dir) {
+            return -1;
+        }
+        const Vec c1 = centreOf(*r1);
+        const Vec c2 = centreOf(*r2);
+        const Offset at1 = offsetOf(a1->par, r1->par);
+        const Offset at2 = offsetOf(a2->par, r2->par);
+        const Vec between = c2 - c1;
+        const double distance = plane::norm(between);
+        if (!(at1.rho + at2.rho < distance && r1->par + r2->par < distance)) {
+            return -1;
+        }
+        const double sine = -r1->dir * (at1.rho + at2.rho) / distance;
+        const Vec u = (1.0 / distance) * plane::turned(between, std::sqrt((1.0 - sine) * (1.0 + sine)), -sine);
+        const Vec n = leftOf(u);
+        const Vec origin1 = c1 - (r1->dir * at1.rho) * n + at1.xm * u;
+        const Vec origin2 = c2 - (r2->dir * at2.rho) * n - at2.xm * u;
+        Calelm made1{};
+        Calelm made2{};
+        // Run from its origin, against the travel, the first clothoid bends to the other side than its arc.
+        int status = layClothoid(origin1, -1.0 * u, -r1->dir, a1->par, 0.0, r1->par, true, made1);
+        if (status >= 0) {
+            status = layClothoid(origin2, u, r2->dir, a2->par, 0.0, r2->par, false, made2);
+        }
+        if (status < 0) {
+            return status;
+        }
+        *a1 = made1;
+        *a2 = made2;
+        *D = plane::distance(origin1, origin2);
+        return 0;
+    });
 }
 
 } // extern "C"

@@ -13,6 +13,7 @@
 
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
+#include "alignment/clothoid/series.h"
 #include "alignment/primitives/tools.h"
 #include "alignment/tangent/fallen_azimuth.h"
 
@@ -40,7 +41,7 @@ constexpr double touch_tolerance = 1e-6;
 
 Offset offsetOf(double parameter, double radius) {
     Offset offset;
-    AelmAtri(parameter, radius, &offset.tau, &offset.shift, &offset.xm);
+    shiftAtRadius(parameter, radius, offset.tau, offset.shift, offset.xm);
     offset.rho = radius + offset.shift;
     return offset;
 }
@@ -240,7 +241,7 @@ bool finishTangentChain(std::initializer_list<Calelm*> chain, double jointTolera
 
 bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2) {
     Calelm laid{};
-    CDchgSpace(&clothoid, &laid);
+    toOtherPlane(&clothoid, &laid);
     if (completeClothoid(laid) != 0) {
         return false;
     }

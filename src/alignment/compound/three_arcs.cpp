@@ -9,6 +9,7 @@
 // Source: Kasper, Schuerba, Lorenz, 1968 (S-shaped lines).
 #include "fenmark/alignment/compound.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/tolerances.h"
 #include "alignment/compound/laying.h"
 #include "alignment/primitives/tools.h"
@@ -72,34 +73,36 @@ int layAll(const Laid& given, Vec centre, Laid& laid) {
 
 extern "C" int ali_mak3R4A(double* D, Calelm* r1, Calelm* a1, Calelm* a2, Calelm* r2, Calelm* a3, Calelm* a4,
                            Calelm* r3) {
-    if (!isTurn(r1->dir) || r1->dir != r3->dir) {
-        return -1;
-    }
-    const Vec c1 = centreOf(*r1);
-    const Vec c3 = centreOf(*r3);
-    const double d12 = centreDistance(a1->par, r1->par, a2->par, r2->par);
-    const double d23 = centreDistance(a3->par, r2->par, a4->par, r3->par);
-    Vec left;
-    Vec right;
-    if (!circleCuts(c1, d12, c3, d23, left, right)) {
-        return -1;
-    }
-    Laid given{{*r1, *a1, *a2, *r2, *a3, *a4, *r3}, 0.0};
-    if (r2->dir == 0.0) {
-        given.chain[3].dir = -r1->dir;
-    }
-    Laid laid;
-    const int status = layAll(given, r1->dir > 0.0 ? right : left, laid);
-    if (status != 0 && layAll(given, r1->dir > 0.0 ? left : right, laid) != 0) {
-        return status;
-    }
-    *r1 = laid.chain[0];
-    *a1 = laid.chain[1];
-    *a2 = laid.chain[2];
-    *r2 = laid.chain[3];
-    *a3 = laid.chain[4];
-    *a4 = laid.chain[5];
-    *r3 = laid.chain[6];
-    *D = laid.gap;
-    return 0;
+    return fenmark::alignment::answerInPlace({r1, a1, a2, r2, a3, a4, r3}, [&]() -> int {
+        if (!isTurn(r1->dir) || r1->dir != r3->dir) {
+            return -1;
+        }
+        const Vec c1 = centreOf(*r1);
+        const Vec c3 = centreOf(*r3);
+        const double d12 = centreDistance(a1->par, r1->par, a2->par, r2->par);
+        const double d23 = centreDistance(a3->par, r2->par, a4->par, r3->par);
+        Vec left;
+        Vec right;
+        if (!circleCuts(c1, d12, c3, d23, left, right)) {
+            return -1;
+        }
+        Laid given{{*r1, *a1, *a2, *r2, *a3, *a4, *r3}, 0.0};
+        if (r2->dir == 0.0) {
+            given.chain[3].dir = -r1->dir;
+        }
+        Laid laid;
+        const int status = layAll(given, r1->dir > 0.0 ? right : left, laid);
+        if (status != 0 && layAll(given, r1->dir > 0.0 ? left : right, laid) != 0) {
+            return status;
+        }
+        *r1 = laid.chain[0];
+        *a1 = laid.chain[1];
+        *a2 = laid.chain[2];
+        *r2 = laid.chain[3];
+        *a3 = laid.chain[4];
+        *a4 = laid.chain[5];
+        *r3 = laid.chain[6];
+        *D = laid.gap;
+        return 0;
+    });
 }

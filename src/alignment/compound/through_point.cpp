@@ -12,6 +12,7 @@
 #include "fenmark/alignment/construction.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/tolerances.h"
 #include "alignment/compound/laying.h"
 #include "alignment/primitives/tools.h"
@@ -34,7 +35,7 @@ struct Chain {
 
 Calelm inOtherPlane(const Calelm& e) {
     Calelm out{};
-    CDchgSpace(&e, &out);
+    toOtherPlane(&e, &out);
     return out;
 }
 
@@ -67,99 +68,103 @@ bool reaches(const Calelm& arc, Vec p) {
 extern "C" {
 
 int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2) {
-    const Chain given{*r1, *a, *r2};
-    if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
-        return -1;
-    }
-    double d = 0.0;
-    if (signed16(CDOODistForRAR(r1, a, from_infinity, r2, &d)) != 0) {
-        return -1;
-    }
-    const Vec centre1{r1->k1, r1->k2};
-    const Vec point{p[0], p[1]};
-    Vec left;
-    Vec right;
-    if (!circleCuts(centre1, d, point, r2->par, left, right)) {
-        return -1;
-    }
-    const double startTurn = CDbtwang(r1->k1, r1->k2, point.x, point.y, r1->k1, r1->k2, r1->sx, r1->sy);
-    const bool startOnRight = startTurn > plane::pi;
-    const bool unlikeOrLarger = r1->dir != r2->dir || r1->par > r2->par;
-    const Vec first = startOnRight == unlikeOrLarger ? right : left;
-    const Vec second = startOnRight == unlikeOrLarger ? left : right;
-    // A place where the point lies on the stretch of the new arc itself goes before one where it lies on its circle
-    // only.
-    Chain laid;
-    Chain other;
-    const bool found = layAt(given, first, laid) == 0;
-    if (!found || !reaches(laid.r2, point)) {
-        const bool otherFound = layAt(given, second, other) == 0;
-        if (!found && !otherFound) {
+    return fenmark::alignment::answerInPlace({r1, a, r2}, [&]() -> int {
+        const Chain given{*r1, *a, *r2};
+        if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
             return -1;
         }
-        if (!found || (otherFound && reaches(other.r2, point))) {
-            laid = other;
+        double d = 0.0;
+        if (signed16(CDOODistForRAR(r1, a, from_infinity, r2, &d)) != 0) {
+            return -1;
         }
-    }
-    *r1 = laid.r1;
-    *a = laid.a;
-    *r2 = laid.r2;
-    return 0;
+        const Vec centre1{r1->k1, r1->k2};
+        const Vec point{p[0], p[1]};
+        Vec left;
+        Vec right;
+        if (!circleCuts(centre1, d, point, r2->par, left, right)) {
+            return -1;
+        }
+        const double startTurn = CDbtwang(r1->k1, r1->k2, point.x, point.y, r1->k1, r1->k2, r1->sx, r1->sy);
+        const bool startOnRight = startTurn > plane::pi;
+        const bool unlikeOrLarger = r1->dir != r2->dir || r1->par > r2->par;
+        const Vec first = startOnRight == unlikeOrLarger ? right : left;
+        const Vec second = startOnRight == unlikeOrLarger ? left : right;
+        // A place where the point lies on the stretch of the new arc itself goes before one where it lies on its circle
+        // only.
+        Chain laid;
+        Chain other;
+        const bool found = layAt(given, first, laid) == 0;
+        if (!found || !reaches(laid.r2, point)) {
+            const bool otherFound = layAt(given, second, other) == 0;
+            if (!found && !otherFound) {
+                return -1;
+            }
+            if (!found || (otherFound && reaches(other.r2, point))) {
+                laid = other;
+            }
+        }
+        *r1 = laid.r1;
+        *a = laid.a;
+        *r2 = laid.r2;
+        return 0;
+    });
 }
 
 int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2) {
-    const bool backwards = signed16(mode) == -1;
-    if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r2->len >= 0.0)) {
-        return -1;
-    }
-    Chain chain{*r1, *a, *r2};
-    const bool toPoint = r2->len == 0.0;
-    if (toPoint) {
-        chain.r2.len = plane::pi * r2->par; // a place from which the point is no more than a half circle away
-    }
-    chain.r1.type = element::arc;
-    chain.r2.type = element::arc;
-    chain.a.type = element::clothoid;
-    if (backwards) {
-        chain.r1 = reversed(chain.r1);
-        chain.r2.dir = -chain.r2.dir;
-    }
-    chain.a.dir = chain.r1.par < chain.r2.par ? chain.r1.dir : chain.r2.dir;
-    chain.r1 = inOtherPlane(chain.r1);
-    chain.r2 = inOtherPlane(chain.r2);
-    const double point[2] = {p[0], -p[1]};
-    int status = setAOR_P(point, &chain.r1, &chain.a, &chain.r2);
-    if (status != 0) {
-        return status;
-    }
-    std::array<Calelm, 3> made{*r1, inOtherPlane(chain.a), inOtherPlane(chain.r2)};
-    if (backwards) {
-        made = {inOtherPlane(chain.r2), inOtherPlane(chain.a), *r1};
-        made[0] = reversed(made[0]);
-        made[1] = reversed(made[1]);
-    }
-    auto& given = made[backwards ? 2 : 0];
-    auto& placed = made[backwards ? 0 : 2];
-    status = cutArc(given, backwards, backwards ? endOf(made[1]) : startOf(made[1]));
-    if (status == 0 && toPoint) {
-        (backwards ? setStart : setEnd)(placed, fromSurvey(p));
-    }
-    if (status == 0) {
-        status = signed16(ali_makR(&placed));
-    }
-    if (status == 0) {
-        status = completeClothoid(made[1]);
-    }
-    if (status != 0) {
-        return status;
-    }
-    if (!finishTangentChain(made, joint_tolerance)) {
-        return -1;
-    }
-    *r1 = given;
-    *a = made[1];
-    *r2 = placed;
-    return 0;
+    return fenmark::alignment::answerInPlace({r1, a, r2}, [&]() -> int {
+        const bool backwards = signed16(mode) == -1;
+        if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r2->len >= 0.0)) {
+            return -1;
+        }
+        Chain chain{*r1, *a, *r2};
+        const bool toPoint = r2->len == 0.0;
+        if (toPoint) {
+            chain.r2.len = plane::pi * r2->par; // a place from which the point is no more than a half circle away
+        }
+        chain.r1.type = element::arc;
+        chain.r2.type = element::arc;
+        chain.a.type = element::clothoid;
+        if (backwards) {
+            chain.r1 = reversed(chain.r1);
+            chain.r2.dir = -chain.r2.dir;
+        }
+        chain.a.dir = chain.r1.par < chain.r2.par ? chain.r1.dir : chain.r2.dir;
+        chain.r1 = inOtherPlane(chain.r1);
+        chain.r2 = inOtherPlane(chain.r2);
+        const double point[2] = {p[0], -p[1]};
+        int status = setAOR_P(point, &chain.r1, &chain.a, &chain.r2);
+        if (status != 0) {
+            return status;
+        }
+        std::array<Calelm, 3> made{*r1, inOtherPlane(chain.a), inOtherPlane(chain.r2)};
+        if (backwards) {
+            made = {inOtherPlane(chain.r2), inOtherPlane(chain.a), *r1};
+            made[0] = reversed(made[0]);
+            made[1] = reversed(made[1]);
+        }
+        auto& given = made[backwards ? 2 : 0];
+        auto& placed = made[backwards ? 0 : 2];
+        status = cutArc(given, backwards, backwards ? endOf(made[1]) : startOf(made[1]));
+        if (status == 0 && toPoint) {
+            (backwards ? setStart : setEnd)(placed, fromSurvey(p));
+        }
+        if (status == 0) {
+            status = signed16(ali_makR(&placed));
+        }
+        if (status == 0) {
+            status = completeClothoid(made[1]);
+        }
+        if (status != 0) {
+            return status;
+        }
+        if (!finishTangentChain(made, joint_tolerance)) {
+            return -1;
+        }
+        *r1 = given;
+        *a = made[1];
+        *r2 = placed;
+        return 0;
+    });
 }
 
 } // extern "C"

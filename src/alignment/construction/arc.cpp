@@ -2,6 +2,7 @@
 //
 // Symbols: p start, q end, c centre, R radius. Records are in the survey plane, every value named _calc in the
 // calculation plane, where dir = +1 runs counter-clockwise. k1, k2 become the centre, k3 the sweep.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/clothoid.h"
@@ -38,12 +39,13 @@ int ali_makR(Calelm* rec) {
     rec->k3 = sweep;
     rec->r1 = 0.0;
     rec->r2 = 0.0;
+    clearPadding(*rec);
     return 0;
 }
 
 int ali_makangR(Calelm* rec, int end_given) {
     const auto end = static_cast<int16_t>(end_given);
-    if ((end != 1 && end != 2) || (rec->dir != 1.0 && rec->dir != -1.0) || rec->par == 0.0 || rec->len == 0.0) {
+    if ((end != 1 && end != 2) || (rec->dir != 1.0 && rec->dir != -1.0) || !(rec->par > 0.0) || !(rec->len > 0.0)) {
         return -1;
     }
     const bool from_start = end == 1;
@@ -83,6 +85,7 @@ int ali_makangR(Calelm* rec, int end_given) {
     // The radius is rounded with the angle step, and that is meant: callers compare it with radii rounded so.
     rec->par = roundAngle(rec->par);
     rec->len = roundLength(rec->len);
+    clearPadding(*rec);
     return 0;
 }
 

@@ -6,8 +6,10 @@
 // Records are in the survey plane; copies named _calc are in the calculation plane.
 // Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968, gives tau, the shift and Xm.
 #include "fenmark/alignment/clothoid.h"
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/clothoid/series.h"
+#include "alignment/primitives/tools.h"
 #include "fenmark/alignment/construction.h"
 #include "fenmark/alignment/primitives.h"
 
@@ -67,7 +69,7 @@ int ali_makA(Calelm* rec) {
         return -1;
     }
     Calelm e_calc;
-    CDchgSpace(rec, &e_calc);
+    toOtherPlane(rec, &e_calc);
     const bool reversed = CDreverA(&e_calc, 0) != 0;
     const bool right = e_calc.dir == -1.0;
 
@@ -78,10 +80,10 @@ int ali_makA(Calelm* rec) {
     }
     const double side = right ? -1.0 : 1.0;
     const double theta = CDbtwang(q.sx, q.sy, q.ex, q.ey, side * e_calc.sx, e_calc.sy, side * e_calc.ex, e_calc.ey);
-    CDturnA(&q, &q, theta);
-    CDmoveA(&q, &q, side * e_calc.sx - q.sx, e_calc.sy - q.sy);
+    turnRecordAboutStart(&q, &q, theta);
+    moveRecord(&q, &q, side * e_calc.sx - q.sx, e_calc.sy - q.sy);
     if (right) {
-        CDmirA(&q, &q);
+        mirrorRecord(&q, &q);
     }
     e_calc.len = q.len;
     e_calc.sang = q.sang;
@@ -102,13 +104,14 @@ int ali_makA(Calelm* rec) {
     if (reversed) {
         CDreverA(&e_calc, 1);
     }
-    CDchgSpace(&e_calc, rec);
+    toOtherPlane(&e_calc, &q);
+    giveOut(q, *rec);
     return status;
 }
 
 int ali_makangA(Calelm* rec, int end_given) {
     const auto end = static_cast<int16_t>(end_given);
-    if ((end != 1 && end != 2) || !sizesAccepted(*rec) || std::isnan(rec->dir)) {
+    if ((end != 1 && end != 2) || !sizesAccepted(*rec) || (rec->dir != 1.0 && rec->dir != -1.0)) {
         return -1;
     }
     const bool from_start = end == 1;
@@ -121,10 +124,11 @@ int ali_makangA(Calelm* rec, int end_given) {
         (from_start ? rec->ey : rec->sy) = from_start ? rec->sy : rec->ey;
         (from_start ? rec->eang : rec->sang) = from_start ? rec->sang : rec->eang;
         rec->len = rec->k1 = rec->k2 = rec->k3 = 0.0;
+        clearPadding(*rec);
         return 0;
     }
     Calelm e_calc;
-    CDchgSpace(rec, &e_calc);
+    toOtherPlane(rec, &e_calc);
     const bool reversed = CDreverA(&e_calc, 0) != 0;
     const bool lay_on_start = from_start != reversed;
 
@@ -133,16 +137,16 @@ int ali_makangA(Calelm* rec, int end_given) {
         return -1;
     }
     if (e_calc.dir == -1.0) {
-        CDmirA(&q, &q);
+        mirrorRecord(&q, &q);
     }
     if (lay_on_start) {
-        CDmoveA(&q, &q, e_calc.sx - q.sx, e_calc.sy - q.sy);
-        CDturnA(&q, &q, e_calc.sang - q.sang);
+        moveRecord(&q, &q, e_calc.sx - q.sx, e_calc.sy - q.sy);
+        turnRecordAboutStart(&q, &q, e_calc.sang - q.sang);
         q.sx = e_calc.sx;
         q.sy = e_calc.sy;
     } else {
-        CDmoveA(&q, &q, e_calc.ex - q.ex, e_calc.ey - q.ey);
-        CDturnAe(&q, &q, e_calc.eang - q.eang);
+        moveRecord(&q, &q, e_calc.ex - q.ex, e_calc.ey - q.ey);
+        turnRecordAboutEnd(&q, &q, e_calc.eang - q.eang);
         q.ex = e_calc.ex;
         q.ey = e_calc.ey;
     }
@@ -151,7 +155,9 @@ int ali_makangA(Calelm* rec, int end_given) {
     if (reversed) {
         CDreverA(&q, 1);
     }
-    CDchgSpace(&q, rec);
+    Calelm made;
+    toOtherPlane(&q, &made);
+    giveOut(made, *rec);
     return 0;
 }
 

@@ -2,6 +2,7 @@
 //
 // Records are in the survey plane; p, q and every value named _calc are in the calculation plane. k1 to k3 become the
 // line coefficients of form M: a x + b y = c in the survey plane, normalised.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/clothoid.h"
@@ -35,6 +36,7 @@ int ali_makS(Calelm* rec) {
     rec->par = 0.0;
     rec->r1 = 0.0;
     rec->r2 = 0.0;
+    clearPadding(*rec);
     return 0;
 }
 
@@ -72,6 +74,7 @@ int ali_makangS(Calelm* rec, int end_given) {
     rec->k1 = a_m;
     rec->k2 = b_m;
     rec->k3 = c_m;
+    clearPadding(*rec);
     return 0;
 }
 

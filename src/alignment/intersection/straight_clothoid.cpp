@@ -4,6 +4,7 @@
 // frame, which is the tangent angle tau of the point where the curve runs parallel; (X, Y) that point.
 // Axes: the frame of the standard clothoid (origin at infinite radius, tangent along +x, curving towards +y).
 #include "alignment/intersection/candidates.h"
+#include "alignment/primitives/tools.h"
 #include "alignment/walking/laid_clothoid.h"
 #include "fenmark/alignment/intersection.h"
 #include "fenmark/alignment/primitives.h"
@@ -28,14 +29,14 @@ bool onSegment(const Calelm& line, const double p[2]) {
 extern "C" int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b, double p2[2],
                           double* c, double* d) {
     const LaidClothoid laid(*a_elm);
-    if (a_elm->r1 == a_elm->r2 || !laid.valid()) {
+    if (a_elm->r1 == a_elm->r2 || !laid.valid() || !std::isfinite(a_elm->len)) {
         return -1;
     }
     Calelm flat_to_sharp_calc;
     Calelm line_calc;
-    CDchgSpace(a_elm, &flat_to_sharp_calc);
+    toOtherPlane(a_elm, &flat_to_sharp_calc);
     CDreverA(&flat_to_sharp_calc, 0);
-    CDchgSpace(s, &line_calc);
+    toOtherPlane(s, &line_calc);
     Calelm line; // in the clothoid's frame, with coefficients of form C
     CDSinAbs(&flat_to_sharp_calc, &line_calc, &line);
     if (!std::isfinite(line.k1 + line.k2 + line.k3 + line.sang)) {

@@ -2,6 +2,7 @@
 //
 // Symbols: (x0, y0) starts, (dx, dy) spans of lines a and b, det = dya dxb - dyb dxa. All in the calculation plane,
 // relative to the start of line a; the records' k fields are coefficients of form M.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/intersection.h"
@@ -69,9 +70,15 @@ extern "C" int ali_intpSS(const Calelm* e1, const Calelm* e2, double p1[2], doub
     }
     const Places on_a = placesOn(start_a, dxa, dya, crossing);
     const Places on_b = placesOn(start_b, dxb, dyb, crossing);
-    *a = stationOf(start_a, crossing, on_a);
-    *b = stationOf(start_b, crossing, on_b);
-    p1[0] = roundLength(crossing.x + e1->sx);
-    p1[1] = roundedSurveyY(crossing.y - e1->sy);
+    const double station_a = stationOf(start_a, crossing, on_a);
+    const double station_b = stationOf(start_b, crossing, on_b);
+    const Point point{roundLength(crossing.x + e1->sx), roundedSurveyY(crossing.y - e1->sy)};
+    if (!allFinite(station_a, station_b, point.x, point.y)) {
+        return -3;
+    }
+    *a = station_a;
+    *b = station_b;
+    p1[0] = point.x;
+    p1[1] = point.y;
     return (on_b.between() ? 0 : 1) + (on_a.between() ? 0 : 2);
 }

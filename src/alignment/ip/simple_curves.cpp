@@ -12,6 +12,7 @@
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/construction.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/tolerances.h"
 #include "alignment/ip/legs.h"
 #include "alignment/primitives/tools.h"
@@ -58,104 +59,110 @@ bool finiteRecord(const Calelm& e) {
 extern "C" {
 
 int ali_IPsetR(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* r) {
-    Legs legs;
-    const double radius = ip->size1;
-    if (!makeLegs(previous, *ip, next, legs) || !(radius > 0.0) || !std::isfinite(radius)) {
-        return -1;
-    }
-    const Vec centre = centreBetween(legs, radius, radius);
-    const Vec begin = footOnFirst(legs, centre);
-    const Vec end = footOnSecond(legs, centre);
-    Calelm made{};
-    made.type = element::arc;
-    made.dir = legs.dir;
-    made.par = made.r1 = made.r2 = radius;
-    setStart(made, begin);
-    setEnd(made, end);
-    if (signed16(ali_makR(&made)) != 0) {
-        // Only legs in line leave no arc; legs that turn back meet at a point too, but not along one tangent.
-        if (!(legs.ia < empty_sweep) || !(plane::distance(begin, end) < kSameLength)) {
+    return fenmark::alignment::answerInPlace({r}, [&]() -> int {
+        Legs legs;
+        const double radius = ip->size1;
+        if (!makeLegs(previous, *ip, next, legs) || !(radius > 0.0) || !std::isfinite(radius)) {
             return -1;
         }
-        made.k1 = centre.x;
-        made.k2 = -centre.y;
-        made.sang = made.eang = plane::wrapped(-legs.a1);
-        made.r1 = made.r2 = 0.0;
-    } else if (!sameDirection(made.sang, -legs.a1) || !sameDirection(made.eang, -legs.a2)) {
-        return -1;
-    }
-    writeEntry(legs, begin, end, *ip);
-    *r = made;
-    return 0;
+        const Vec centre = centreBetween(legs, radius, radius);
+        const Vec begin = footOnFirst(legs, centre);
+        const Vec end = footOnSecond(legs, centre);
+        Calelm made{};
+        made.type = element::arc;
+        made.dir = legs.dir;
+        made.par = made.r1 = made.r2 = radius;
+        setStart(made, begin);
+        setEnd(made, end);
+        if (signed16(ali_makR(&made)) != 0) {
+            // Only legs in line leave no arc; legs that turn back meet at a point too, but not along one tangent.
+            if (!(legs.ia < empty_sweep) || !(plane::distance(begin, end) < kSameLength)) {
+                return -1;
+            }
+            made.k1 = centre.x;
+            made.k2 = -centre.y;
+            made.sang = made.eang = plane::wrapped(-legs.a1);
+            made.r1 = made.r2 = 0.0;
+        } else if (!sameDirection(made.sang, -legs.a1) || !sameDirection(made.eang, -legs.a2)) {
+            return -1;
+        }
+        writeEntry(legs, begin, end, *ip);
+        *r = made;
+        return 0;
+    });
 }
 
 int ali_IPsetAA(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* a1, Calelm* a2) {
-    Legs legs;
-    if (!makeLegs(previous, *ip, next, legs)) {
-        return -1;
-    }
-    const double squares = ip->size1 * ip->size1 + ip->size2 * ip->size2;
-    const double radius = std::sqrt(squares / (2.0 * legs.ia));
-    if (!std::isfinite(radius) || !(radius > 0.0)) {
-        return -1;
-    }
-    const Eased eased = ease(legs, ip->size1, radius, ip->size2);
-    if (!finiteRecord(eased.a1) || !finiteRecord(eased.a2)) {
-        return -1;
-    }
-    writeEntry(legs, eased.begin, eased.end, *ip);
-    *a1 = eased.a1;
-    *a2 = eased.a2;
-    const Vec apart = endOf(eased.a1) - startOf(eased.a2);
-    const bool joined = std::fabs(apart.x) <= joint_tolerance && std::fabs(apart.y) <= joint_tolerance;
-    return joined && sameDirection(eased.a1.eang, eased.a2.sang) ? 0 : -1;
+    return fenmark::alignment::answerInPlace({a1, a2}, [&]() -> int {
+        Legs legs;
+        if (!makeLegs(previous, *ip, next, legs)) {
+            return -1;
+        }
+        const double squares = ip->size1 * ip->size1 + ip->size2 * ip->size2;
+        const double radius = std::sqrt(squares / (2.0 * legs.ia));
+        if (!std::isfinite(radius) || !(radius > 0.0)) {
+            return -1;
+        }
+        const Eased eased = ease(legs, ip->size1, radius, ip->size2);
+        if (!finiteRecord(eased.a1) || !finiteRecord(eased.a2)) {
+            return -1;
+        }
+        writeEntry(legs, eased.begin, eased.end, *ip);
+        *a1 = eased.a1;
+        *a2 = eased.a2;
+        const Vec apart = endOf(eased.a1) - startOf(eased.a2);
+        const bool joined = std::fabs(apart.x) <= joint_tolerance && std::fabs(apart.y) <= joint_tolerance;
+        return joined && sameDirection(eased.a1.eang, eased.a2.sang) ? 0 : -1;
+    });
 }
 
 int ali_IPsetARA(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* a1, Calelm* r, Calelm* a2) {
-    const double radius = ip->size2;
-    // Strictly above 0.56, for positive sizes only.
-    const auto fits = [&](double parameter) {
-        return parameter > 0.0 && std::isfinite(parameter) && radius / parameter > kSmallestRadiusRatio;
-    };
-    Legs legs;
-    if (!std::isfinite(radius) || !fits(ip->size1) || !fits(ip->size3) || !makeLegs(previous, *ip, next, legs)) {
-        return -1;
-    }
-    const Eased eased = ease(legs, ip->size1, radius, ip->size3);
-    if (!finiteRecord(eased.a1) || !finiteRecord(eased.a2)) {
-        return -1;
-    }
-    const double sweep = legs.ia - eased.first.tau - eased.second.tau;
-    Calelm arc{};
-    arc.type = element::arc;
-    arc.dir = legs.dir;
-    arc.par = radius;
-    arc.r1 = arc.r2 = -1.0; // the mark of an arc between clothoids
-    arc.k1 = eased.centre.x;
-    arc.k2 = -eased.centre.y;
-    setStart(arc, endOf(eased.a1));
-    arc.sang = eased.a1.eang;
-    if (sweep < empty_sweep) {
-        setEnd(arc, startOf(arc));
-        arc.eang = arc.sang;
-    } else {
-        setEnd(arc, startOf(eased.a2));
-        arc.eang = eased.a2.sang;
-        arc.len = sweep * radius;
-        arc.k3 = sweep;
-    }
-    writeEntry(legs, eased.begin, eased.end, *ip);
-    *a1 = eased.a1;
-    *r = arc;
-    *a2 = eased.a2;
-    if (!(sweep >= 0.0)) {
-        return -1;
-    }
-    // Legs that turn back have no centre within reach of both.
-    const auto atRadius = [&](Vec p) {
-        return std::fabs(plane::distance(eased.centre, p) - radius) <= joint_tolerance;
-    };
-    return atRadius(startOf(arc)) && atRadius(startOf(*a2)) ? 0 : -1;
+    return fenmark::alignment::answerInPlace({a1, r, a2}, [&]() -> int {
+        const double radius = ip->size2;
+        // Strictly above 0.56, for positive sizes only.
+        const auto fits = [&](double parameter) {
+            return parameter > 0.0 && std::isfinite(parameter) && radius / parameter > kSmallestRadiusRatio;
+        };
+        Legs legs;
+        if (!std::isfinite(radius) || !fits(ip->size1) || !fits(ip->size3) || !makeLegs(previous, *ip, next, legs)) {
+            return -1;
+        }
+        const Eased eased = ease(legs, ip->size1, radius, ip->size3);
+        if (!finiteRecord(eased.a1) || !finiteRecord(eased.a2)) {
+            return -1;
+        }
+        const double sweep = legs.ia - eased.first.tau - eased.second.tau;
+        Calelm arc{};
+        arc.type = element::arc;
+        arc.dir = legs.dir;
+        arc.par = radius;
+        arc.r1 = arc.r2 = -1.0; // the mark of an arc between clothoids
+        arc.k1 = eased.centre.x;
+        arc.k2 = -eased.centre.y;
+        setStart(arc, endOf(eased.a1));
+        arc.sang = eased.a1.eang;
+        if (sweep < empty_sweep) {
+            setEnd(arc, startOf(arc));
+            arc.eang = arc.sang;
+        } else {
+            setEnd(arc, startOf(eased.a2));
+            arc.eang = eased.a2.sang;
+            arc.len = sweep * radius;
+            arc.k3 = sweep;
+        }
+        writeEntry(legs, eased.begin, eased.end, *ip);
+        *a1 = eased.a1;
+        *r = arc;
+        *a2 = eased.a2;
+        if (!(sweep >= 0.0)) {
+            return -1;
+        }
+        // Legs that turn back have no centre within reach of both.
+        const auto atRadius = [&](Vec p) {
+            return std::fabs(plane::distance(eased.centre, p) - radius) <= joint_tolerance;
+        };
+        return atRadius(startOf(arc)) && atRadius(startOf(*a2)) ? 0 : -1;
+    });
 }
 
 } // extern "C"

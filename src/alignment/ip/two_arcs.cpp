@@ -13,6 +13,7 @@
 #include "fenmark/alignment/construction.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/compound/laying.h"
 #include "alignment/ip/legs.h"
 #include "alignment/primitives/tools.h"
@@ -102,53 +103,55 @@ int layCurve(const Legs& legs, const AliIpCurve& ip, Curve& curve, Vec& end) {
 
 extern "C" int ali_IPsetARARA(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* a1, Calelm* r1,
                               Calelm* a2, Calelm* r2, Calelm* a3) {
-    const bool backwards = ip->kind == reversed_form;
-    AliIpCurve worked = *ip;
-    if (backwards) {
-        std::swap(worked.size1, worked.size5);
-        std::swap(worked.size2, worked.size4);
-        worked.tangent1 = ip->tangent2;
-    }
-    Legs legs;
-    if (!makeLegs(backwards ? next : previous, worked, backwards ? previous : next, legs)) {
-        return -1;
-    }
-    Curve curve;
-    Vec end;
-    const int status = layCurve(legs, worked, curve, end);
-    if (status != 0) {
-        return status;
-    }
-    // Azimuths by CDbtwang on survey coordinates: below the angle step they are 0.
-    const auto azimuth = [](const double p[2], const double q[2]) {
-        return CDbtwang(0.0, 0.0, 0.1, 0.0, p[0], p[1], q[0], q[1]);
-    };
-    const double point[2] = {ip->x, ip->y};
-    const double length = plane::distance(end, legs.ip);
-    if (backwards) {
-        ip->tangent1 = length;
-        // The legs run the other way: each azimuth is that of the opposite leg of the worked curve plus a half turn,
-        // and the turn clockwise its complement.
-        ip->azimuth_in = plane::wrapped(azimuth(point, previous) + plane::pi);
-        ip->azimuth_out = plane::wrapped(azimuth(next, point) + plane::pi);
-        const double turn =
-            CDbtwang(next[0], next[1], point[0], point[1], point[0], point[1], previous[0], previous[1]);
-        ip->angle = plane::two_pi - turn;
-        *a1 = reversed(curve.chain[4]);
-        *r1 = reversed(curve.chain[3]);
-        *a2 = reversed(curve.chain[2]);
-        *r2 = reversed(curve.chain[1]);
-        *a3 = reversed(curve.chain[0]);
-    } else {
-        ip->tangent2 = length;
-        ip->azimuth_in = azimuth(previous, point);
-        ip->azimuth_out = azimuth(point, next);
-        ip->angle = CDbtwang(previous[0], previous[1], point[0], point[1], point[0], point[1], next[0], next[1]);
-        *a1 = curve.chain[0];
-        *r1 = curve.chain[1];
-        *a2 = curve.chain[2];
-        *r2 = curve.chain[3];
-        *a3 = curve.chain[4];
-    }
-    return 0;
+    return fenmark::alignment::answerInPlace({a1, r1, a2, r2, a3}, [&]() -> int {
+        const bool backwards = ip->kind == reversed_form;
+        AliIpCurve worked = *ip;
+        if (backwards) {
+            std::swap(worked.size1, worked.size5);
+            std::swap(worked.size2, worked.size4);
+            worked.tangent1 = ip->tangent2;
+        }
+        Legs legs;
+        if (!makeLegs(backwards ? next : previous, worked, backwards ? previous : next, legs)) {
+            return -1;
+        }
+        Curve curve;
+        Vec end;
+        const int status = layCurve(legs, worked, curve, end);
+        if (status != 0) {
+            return status;
+        }
+        // Azimuths by CDbtwang on survey coordinates: below the angle step they are 0.
+        const auto azimuth = [](const double p[2], const double q[2]) {
+            return CDbtwang(0.0, 0.0, 0.1, 0.0, p[0], p[1], q[0], q[1]);
+        };
+        const double point[2] = {ip->x, ip->y};
+        const double length = plane::distance(end, legs.ip);
+        if (backwards) {
+            ip->tangent1 = length;
+            // The legs run the other way: each azimuth is that of the opposite leg of the worked curve plus a half turn,
+            // and the turn clockwise its complement.
+            ip->azimuth_in = plane::wrapped(azimuth(point, previous) + plane::pi);
+            ip->azimuth_out = plane::wrapped(azimuth(next, point) + plane::pi);
+            const double turn =
+                CDbtwang(next[0], next[1], point[0], point[1], point[0], point[1], previous[0], previous[1]);
+            ip->angle = plane::two_pi - turn;
+            *a1 = reversed(curve.chain[4]);
+            *r1 = reversed(curve.chain[3]);
+            *a2 = reversed(curve.chain[2]);
+            *r2 = reversed(curve.chain[1]);
+            *a3 = reversed(curve.chain[0]);
+        } else {
+            ip->tangent2 = length;
+            ip->azimuth_in = azimuth(previous, point);
+            ip->azimuth_out = azimuth(point, next);
+            ip->angle = CDbtwang(previous[0], previous[1], point[0], point[1], point[0], point[1], next[0], next[1]);
+            *a1 = curve.chain[0];
+            *r1 = curve.chain[1];
+            *a2 = curve.chain[2];
+            *r2 = curve.chain[3];
+            *a3 = curve.chain[4];
+        }
+        return 0;
+    });
 }

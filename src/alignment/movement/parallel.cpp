@@ -2,6 +2,7 @@
 //
 // Symbols: p start, q end, c shift or centre. Arguments and records are in the survey plane, values named _calc in the
 // calculation plane. Points are rounded to the length step, y on its calculation-plane value.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/clothoid.h"
@@ -28,16 +29,21 @@ void moveEnds(const Calelm& rec, Point shift_calc, Calelm& out) {
 extern "C" {
 
 int ali_pmov(const Calelm* rec, double d, double angle, Calelm* out) {
+    Calelm moved;
     switch (rec->type) {
     case ALI_STRAIGHT:
-        return ali_pmovS(rec, d, angle, out);
+        ali_pmovS(rec, d, angle, &moved);
+        break;
     case ALI_ARC:
-        return ali_pmovR(rec, d, angle, out);
+        ali_pmovR(rec, d, angle, &moved);
+        break;
     case ALI_CLOTHOID:
-        return ali_pmovA(rec, d, angle, out);
+        ali_pmovA(rec, d, angle, &moved);
+        break;
     default:
         return -1;
     }
+    return giveOutRecord(moved, out);
 }
 
 int ali_pmovS(const Calelm* rec, double d, double angle, Calelm* out) {
@@ -48,7 +54,7 @@ int ali_pmovS(const Calelm* rec, double d, double angle, Calelm* out) {
     const double q_calc[2] = {rec->ex + shift_calc.x, -rec->ey + shift_calc.y};
     ali_KCalCst(p_calc, q_calc, &moved.k1, &moved.k2, &moved.k3);
     moveEnds(*rec, shift_calc, moved);
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 
@@ -58,14 +64,14 @@ int ali_pmovR(const Calelm* rec, double d, double angle, Calelm* out) {
     moveEnds(*rec, shift_calc, moved);
     moved.k1 = roundLength(rec->k1 + shift_calc.x);
     moved.k2 = roundedSurveyY(-rec->k2 + shift_calc.y);
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 
 int ali_pmovA(const Calelm* rec, double d, double angle, Calelm* out) {
     Calelm moved = *rec;
     moveEnds(*rec, shiftOf(d, angle), moved);
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 
@@ -85,7 +91,7 @@ int para_pmovr(const Calelm* rec, double d, Calelm* out) {
     moved.sy = roundedSurveyY(-rec->sy + d * std::sin(from_start));
     moved.ex = roundLength(rec->ex + d * std::cos(from_end));
     moved.ey = roundedSurveyY(-rec->ey + d * std::sin(from_end));
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 

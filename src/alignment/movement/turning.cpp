@@ -4,6 +4,7 @@
 // named _calc in the calculation plane. Points are rounded to the length step, y on its calculation-plane value,
 // tangents to the angle step. An angle that collapses to 0 between the planes (below 1e-5) turns the tangents and not
 // the points; that is meant.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/clothoid.h"
@@ -44,16 +45,21 @@ void turnEnds(const Calelm& rec, const Turn& turn, double angle_survey, Calelm& 
 extern "C" {
 
 int ali_tmov(const Calelm* rec, const double c[2], double angle, Calelm* out) {
+    Calelm moved;
     switch (rec->type) {
     case ALI_STRAIGHT:
-        return ali_tmovS(rec, c, angle, out);
+        ali_tmovS(rec, c, angle, &moved);
+        break;
     case ALI_ARC:
-        return ali_tmovR(rec, c, angle, out);
+        ali_tmovR(rec, c, angle, &moved);
+        break;
     case ALI_CLOTHOID:
-        return ali_tmovA(rec, c, angle, out);
+        ali_tmovA(rec, c, angle, &moved);
+        break;
     default:
         return -1;
     }
+    return giveOutRecord(moved, out);
 }
 
 int ali_tmovS(const Calelm* rec, const double c[2], double angle, Calelm* out) {
@@ -65,7 +71,7 @@ int ali_tmovS(const Calelm* rec, const double c[2], double angle, Calelm* out) {
     const double p_calc[2] = {p.x, p.y};
     const double q_calc[2] = {q.x, q.y};
     ali_KCalCst(p_calc, q_calc, &moved.k1, &moved.k2, &moved.k3);
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 
@@ -78,7 +84,7 @@ int ali_tmovR(const Calelm* rec, const double c[2], double angle, Calelm* out) {
     const Point centre_calc = turn.turned(rec->k1, rec->k2);
     moved.k1 = roundLength(centre_calc.x);
     moved.k2 = roundedSurveyY(centre_calc.y);
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 
@@ -87,7 +93,7 @@ int ali_tmovA(const Calelm* rec, const double c[2], double angle, Calelm* out) {
     Point p;
     Point q;
     turnEnds(*rec, Turn(c, angle), angle, moved, p, q);
-    *out = moved;
+    giveOut(moved, *out);
     return 0;
 }
 

@@ -8,6 +8,7 @@
 // Source: plane trigonometry.
 #include "fenmark/alignment/point.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/rounding.h"
 #include "alignment/compound/laying.h"
 #include "alignment/point/rounded_elements.h"
@@ -48,71 +49,76 @@ Vec jointOf(Vec given, double radius, Vec made, bool inside, double madeRadius) 
 extern "C" {
 
 int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2) {
-    const bool givenFirst = signed16(end) == 1;
-    const double R = r1->par;
-    const double made = r2->par;
-    if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(R > 0.0) || !(made > 0.0) || !(R < 2.0 * made)) {
-        return -1;
-    }
-    const Vec centre = centreOf(*r1);
-    const Vec point = fromSurvey(p);
-    const double D = plane::distance(centre, point);
-    const bool inside = r1->dir == r2->dir;
-    const double d = inside ? std::fabs(made - R) : made + R;
-    const bool inReach =
-        inside ? std::fabs(D - R) <= 2.0 * d + kSameLength : R <= D + kSameLength && D <= 2.0 * made + R + kSameLength;
-    Vec left;
-    Vec right;
-    // The point at the centre has no direction; arcs of one turn and equal radius are one circle.
-    if (!inReach || !(d >= kSameLength) || !(D >= kSameLength) || !circleCuts(centre, d, point, made, left, right)) {
-        return -1;
-    }
-    const double side = inside && R < made ? r1->dir : -r1->dir;
-    const bool leftFirst = (givenFirst ? side : -side) > 0.0;
-    const Vec keptPoint = rounded(givenFirst ? startOf(*r1) : endOf(*r1));
-    const Vec newPoint = rounded(point);
-    for (const Vec newCentre : {leftFirst ? left : right, leftFirst ? right : left}) {
-        const Vec joint = rounded(jointOf(centre, R, newCentre, inside, made));
-        Pair pair{*r1, *r2};
-        if (roundedArc(centre, givenFirst ? keptPoint : joint, givenFirst ? joint : keptPoint, longestSweep(*r1),
-                       pair.given) &&
-            roundedArc(newCentre, givenFirst ? joint : newPoint, givenFirst ? newPoint : joint, half_circle,
-                       pair.made) &&
-            keepsTangent(*r1, pair.given, !givenFirst) && pairIsTangent(pair, givenFirst, joint_tolerance)) {
-            *r1 = pair.given;
-            *r2 = pair.made;
-            return 0;
+    return fenmark::alignment::answerInPlace({r1, r2}, [&]() -> int {
+        const bool givenFirst = signed16(end) == 1;
+        const double R = r1->par;
+        const double made = r2->par;
+        if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(R > 0.0) || !(made > 0.0) || !(R < 2.0 * made)) {
+            return -1;
         }
-    }
-    return -1;
+        const Vec centre = centreOf(*r1);
+        const Vec point = fromSurvey(p);
+        const double D = plane::distance(centre, point);
+        const bool inside = r1->dir == r2->dir;
+        const double d = inside ? std::fabs(made - R) : made + R;
+        const bool inReach = inside ? std::fabs(D - R) <= 2.0 * d + kSameLength
+                                    : R <= D + kSameLength && D <= 2.0 * made + R + kSameLength;
+        Vec left;
+        Vec right;
+        // The point at the centre has no direction; arcs of one turn and equal radius are one circle.
+        if (!inReach || !(d >= kSameLength) || !(D >= kSameLength) ||
+            !circleCuts(centre, d, point, made, left, right)) {
+            return -1;
+        }
+        const double side = inside && R < made ? r1->dir : -r1->dir;
+        const bool leftFirst = (givenFirst ? side : -side) > 0.0;
+        const Vec keptPoint = rounded(givenFirst ? startOf(*r1) : endOf(*r1));
+        const Vec newPoint = rounded(point);
+        for (const Vec newCentre : {leftFirst ? left : right, leftFirst ? right : left}) {
+            const Vec joint = rounded(jointOf(centre, R, newCentre, inside, made));
+            Pair pair{*r1, *r2};
+            if (roundedArc(centre, givenFirst ? keptPoint : joint, givenFirst ? joint : keptPoint, longestSweep(*r1),
+                           pair.given) &&
+                roundedArc(newCentre, givenFirst ? joint : newPoint, givenFirst ? newPoint : joint, half_circle,
+                           pair.made) &&
+                keepsTangent(*r1, pair.given, !givenFirst) && pairIsTangent(pair, givenFirst, joint_tolerance)) {
+                *r1 = pair.given;
+                *r2 = pair.made;
+                return 0;
+            }
+        }
+        return -1;
+    });
 }
 
 int ali_makrR_P_S(const double p[2], int end, Calelm* r1, Calelm* r2) {
-    const bool givenFirst = signed16(end) == 1;
-    if (!isTurn(r2->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
-        return -1;
-    }
-    const Vec centre = centreOf(*r2);
-    const Vec point = fromSurvey(p);
-    Vec left;
-    Vec right;
-    if (!circleCuts(centre, r1->par + r2->par, point, r1->par, left, right)) {
-        return -1;
-    }
-    const bool leftFirst = (givenFirst ? -r2->dir : r2->dir) > 0.0;
-    for (const Vec newCentre : {leftFirst ? left : right, leftFirst ? right : left}) {
-        const Vec joint = jointOf(centre, r2->par, newCentre, false, r1->par);
-        Pair pair{*r2, *r1};
-        pair.made.dir = -r2->dir;
-        if (cutArcFromKeptEnd(pair.given, !givenFirst, joint) == 0 &&
-            roundedArc(newCentre, givenFirst ? joint : point, givenFirst ? point : joint, half_circle, pair.made) &&
-            pairIsTangent(pair, givenFirst, joint_tolerance)) {
-            *r1 = pair.made;
-            *r2 = pair.given;
-            return 0;
+    return fenmark::alignment::answerInPlace({r1, r2}, [&]() -> int {
+        const bool givenFirst = signed16(end) == 1;
+        if (!isTurn(r2->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
+            return -1;
         }
-    }
-    return -1;
+        const Vec centre = centreOf(*r2);
+        const Vec point = fromSurvey(p);
+        Vec left;
+        Vec right;
+        if (!circleCuts(centre, r1->par + r2->par, point, r1->par, left, right)) {
+            return -1;
+        }
+        const bool leftFirst = (givenFirst ? -r2->dir : r2->dir) > 0.0;
+        for (const Vec newCentre : {leftFirst ? left : right, leftFirst ? right : left}) {
+            const Vec joint = jointOf(centre, r2->par, newCentre, false, r1->par);
+            Pair pair{*r2, *r1};
+            pair.made.dir = -r2->dir;
+            if (cutArcFromKeptEnd(pair.given, !givenFirst, joint) == 0 &&
+                roundedArc(newCentre, givenFirst ? joint : point, givenFirst ? point : joint, half_circle, pair.made) &&
+                pairIsTangent(pair, givenFirst, joint_tolerance)) {
+                *r1 = pair.made;
+                *r2 = pair.given;
+                return 0;
+            }
+        }
+        return -1;
+    });
 }
 
 } // extern "C"

@@ -12,6 +12,7 @@
 #include "fenmark/alignment/compound.h"
 #include "fenmark/alignment/construction.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/compound/laying.h"
 #include "alignment/primitives/tools.h"
 
@@ -57,91 +58,95 @@ double hypotenuse(double along, double across) {
 extern "C" {
 
 int ali_makrAR_P(const double p[2], int end, Calelm* r1, Calelm* a, Calelm* r2, double* D, double* angle) {
-    const bool givenFirst = signed16(end) == 1;
-    if (!isTurn(r1->dir) || !turnsAs(*r2, r1->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
-        return -1;
-    }
-    const Vec point = fromSurvey(p);
-    const Offset at1 = offsetOf(a->par, r1->par);
-    const Offset at2 = offsetOf(a->par, r2->par);
-    Vec left;
-    Vec right;
-    if (!circleCuts(centreOf(*r1), hypotenuse(at1.xm - at2.xm, at1.rho - at2.rho), point, r2->par, left, right)) {
-        return -1;
-    }
-    const double side = r1->par < r2->par ? r1->dir : -r1->dir;
-    const bool leftFirst = (givenFirst ? side : -side) > 0.0;
-    int failure = -1;
-    for (const Vec centre : {leftFirst ? left : right, leftFirst ? right : left}) {
-        Calelm given = *r1;
-        Calelm clothoid = *a;
-        Calelm made = arcAbout(centre, r2->par, r1->dir);
-        double gap = 0.0;
-        double direction = 0.0;
-        int status = givenFirst ? ali_makRAR(&given, &clothoid, &made, &gap, &direction)
-                                : ali_makRAR(&made, &clothoid, &given, &gap, &direction);
-        if (status == 0) {
-            status = cutArcFromKeptEnd(given, !givenFirst, givenFirst ? startOf(clothoid) : endOf(clothoid));
+    return fenmark::alignment::answerInPlace({r1, a, r2}, [&]() -> int {
+        const bool givenFirst = signed16(end) == 1;
+        if (!isTurn(r1->dir) || !turnsAs(*r2, r1->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
+            return -1;
         }
-        if (status == 0) {
-            status = arcToPoint(made, clothoid, givenFirst, point);
+        const Vec point = fromSurvey(p);
+        const Offset at1 = offsetOf(a->par, r1->par);
+        const Offset at2 = offsetOf(a->par, r2->par);
+        Vec left;
+        Vec right;
+        if (!circleCuts(centreOf(*r1), hypotenuse(at1.xm - at2.xm, at1.rho - at2.rho), point, r2->par, left, right)) {
+            return -1;
         }
-        if (status == 0 && (givenFirst ? finishTangentChain({&given, &clothoid, &made}, joint_tolerance)
-                                       : finishTangentChain({&made, &clothoid, &given}, joint_tolerance))) {
-            *r1 = given;
-            *a = clothoid;
-            *r2 = made;
-            *D = gap;
-            *angle = direction;
-            return 0;
+        const double side = r1->par < r2->par ? r1->dir : -r1->dir;
+        const bool leftFirst = (givenFirst ? side : -side) > 0.0;
+        int failure = -1;
+        for (const Vec centre : {leftFirst ? left : right, leftFirst ? right : left}) {
+            Calelm given = *r1;
+            Calelm clothoid = *a;
+            Calelm made = arcAbout(centre, r2->par, r1->dir);
+            double gap = 0.0;
+            double direction = 0.0;
+            int status = givenFirst ? ali_makRAR(&given, &clothoid, &made, &gap, &direction)
+                                    : ali_makRAR(&made, &clothoid, &given, &gap, &direction);
+            if (status == 0) {
+                status = cutArcFromKeptEnd(given, !givenFirst, givenFirst ? startOf(clothoid) : endOf(clothoid));
+            }
+            if (status == 0) {
+                status = arcToPoint(made, clothoid, givenFirst, point);
+            }
+            if (status == 0 && (givenFirst ? finishTangentChain({&given, &clothoid, &made}, joint_tolerance)
+                                           : finishTangentChain({&made, &clothoid, &given}, joint_tolerance))) {
+                *r1 = given;
+                *a = clothoid;
+                *r2 = made;
+                *D = gap;
+                *angle = direction;
+                return 0;
+            }
+            failure = status < 0 ? status : -1;
         }
-        failure = status < 0 ? status : -1;
-    }
-    return failure;
+        return failure;
+    });
 }
 
 int ali_makrAAR_P(const double p[2], int end, Calelm* r1, Calelm* a1, Calelm* a2, Calelm* r2, double* D) {
-    const bool givenFirst = signed16(end) == 1;
-    if (!isTurn(r1->dir) || !turnsAs(*r2, -r1->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
-        return -1;
-    }
-    const Vec point = fromSurvey(p);
-    const Offset at1 = offsetOf(a1->par, r1->par);
-    const Offset at2 = offsetOf(a2->par, r2->par);
-    Vec left;
-    Vec right;
-    if (!circleCuts(centreOf(*r1), hypotenuse(at1.xm + at2.xm, at1.rho + at2.rho), point, r2->par, left, right)) {
-        return -1;
-    }
-    const bool leftFirst = (givenFirst ? -r1->dir : r1->dir) > 0.0;
-    int failure = -1;
-    for (const Vec centre : {leftFirst ? left : right, leftFirst ? right : left}) {
-        Calelm given = *r1;
-        Calelm clothoid1 = *a1;
-        Calelm clothoid2 = *a2;
-        Calelm made = arcAbout(centre, r2->par, -r1->dir);
-        double gap = 0.0;
-        int status = givenFirst ? ali_makRAAR(&given, &clothoid1, &clothoid2, &made, &gap)
-                                : ali_makRAAR(&made, &clothoid2, &clothoid1, &given, &gap);
-        if (status == 0) {
-            status = cutArcFromKeptEnd(given, !givenFirst, givenFirst ? startOf(clothoid1) : endOf(clothoid1));
+    return fenmark::alignment::answerInPlace({r1, a1, a2, r2}, [&]() -> int {
+        const bool givenFirst = signed16(end) == 1;
+        if (!isTurn(r1->dir) || !turnsAs(*r2, -r1->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
+            return -1;
         }
-        if (status == 0) {
-            status = arcToPoint(made, clothoid2, givenFirst, point);
+        const Vec point = fromSurvey(p);
+        const Offset at1 = offsetOf(a1->par, r1->par);
+        const Offset at2 = offsetOf(a2->par, r2->par);
+        Vec left;
+        Vec right;
+        if (!circleCuts(centreOf(*r1), hypotenuse(at1.xm + at2.xm, at1.rho + at2.rho), point, r2->par, left, right)) {
+            return -1;
         }
-        if (status == 0 &&
-            (givenFirst ? finishTangentChain({&given, &clothoid1, &clothoid2, &made}, joint_tolerance)
-                        : finishTangentChain({&made, &clothoid2, &clothoid1, &given}, joint_tolerance))) {
-            *r1 = given;
-            *a1 = clothoid1;
-            *a2 = clothoid2;
-            *r2 = made;
-            *D = gap;
-            return 0;
+        const bool leftFirst = (givenFirst ? -r1->dir : r1->dir) > 0.0;
+        int failure = -1;
+        for (const Vec centre : {leftFirst ? left : right, leftFirst ? right : left}) {
+            Calelm given = *r1;
+            Calelm clothoid1 = *a1;
+            Calelm clothoid2 = *a2;
+            Calelm made = arcAbout(centre, r2->par, -r1->dir);
+            double gap = 0.0;
+            int status = givenFirst ? ali_makRAAR(&given, &clothoid1, &clothoid2, &made, &gap)
+                                    : ali_makRAAR(&made, &clothoid2, &clothoid1, &given, &gap);
+            if (status == 0) {
+                status = cutArcFromKeptEnd(given, !givenFirst, givenFirst ? startOf(clothoid1) : endOf(clothoid1));
+            }
+            if (status == 0) {
+                status = arcToPoint(made, clothoid2, givenFirst, point);
+            }
+            if (status == 0 &&
+                (givenFirst ? finishTangentChain({&given, &clothoid1, &clothoid2, &made}, joint_tolerance)
+                            : finishTangentChain({&made, &clothoid2, &clothoid1, &given}, joint_tolerance))) {
+                *r1 = given;
+                *a1 = clothoid1;
+                *a2 = clothoid2;
+                *r2 = made;
+                *D = gap;
+                return 0;
+            }
+            failure = status < 0 ? status : -1;
         }
-        failure = status < 0 ? status : -1;
-    }
-    return failure;
+        return failure;
+    });
 }
 
 } // extern "C"

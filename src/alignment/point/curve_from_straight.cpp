@@ -13,6 +13,7 @@
 #include "fenmark/alignment/construction.h"
 #include "fenmark/alignment/conventions.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "alignment/compound/laying.h"
@@ -179,50 +180,55 @@ int layEasedArc(const Task& task, Vec localCentre, double xm, Calelm& s, Calelm&
 extern "C" {
 
 int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
-    const double radius = r->par;
-    const Frame frame = frameOf(*s);
-    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) || !(r->len < plane::two_pi * radius)) {
-        return -1;
-    }
-    const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
-    const double away = std::fabs(task.point.y);
-    if (!(away <= 2.0 * radius)) {
-        return -1;
-    }
-    const double root = std::sqrt(std::fabs(2.0 * away * radius - task.point.y * task.point.y));
-    const bool onTurnSide = (task.point.y > 0.0) == (r->dir == 1.0);
-    const double before = onTurnSide == task.straightFirst ? -root : root;
-    if (layArc(task, task.point.x + before, *s, *r)) {
-        return 0;
-    }
-    // From the other contact the point lies beyond a half circle: only an arc that is long enough goes there.
-    const double beyond = task.point.x - before;
-    return task.isReached(*r, {beyond, r->dir * radius}, {beyond, 0.0}) && layArc(task, beyond, *s, *r) ? 0 : -1;
+    return fenmark::alignment::answerInPlace({s, r}, [&]() -> int {
+        const double radius = r->par;
+        const Frame frame = frameOf(*s);
+        if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) ||
+            !(r->len < plane::two_pi * radius)) {
+            return -1;
+        }
+        const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
+        const double away = std::fabs(task.point.y);
+        if (!(away <= 2.0 * radius)) {
+            return -1;
+        }
+        const double root = std::sqrt(std::fabs(2.0 * away * radius - task.point.y * task.point.y));
+        const bool onTurnSide = (task.point.y > 0.0) == (r->dir == 1.0);
+        const double before = onTurnSide == task.straightFirst ? -root : root;
+        if (layArc(task, task.point.x + before, *s, *r)) {
+            return 0;
+        }
+        // From the other contact the point lies beyond a half circle: only an arc that is long enough goes there.
+        const double beyond = task.point.x - before;
+        return task.isReached(*r, {beyond, r->dir * radius}, {beyond, 0.0}) && layArc(task, beyond, *s, *r) ? 0 : -1;
+    });
 }
 
 int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
-    const double radius = r->par;
-    const Frame frame = frameOf(*s);
-    if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < plane::two_pi * radius)) {
-        return -1;
-    }
-    const Offset offset = offsetOf(a->par, radius);
-    const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
-    const double across = r->dir * offset.rho - task.point.y;
-    if (!(std::fabs(across) <= radius)) {
-        return -1;
-    }
-    const double along = std::sqrt((radius - across) * (radius + across));
-    // The centre lies behind the point in the sense of travel away from the straight.
-    const double behind = task.straightFirst ? -along : along;
-    const int status = layEasedArc(task, {task.point.x + behind, r->dir * offset.rho}, offset.xm, *s, *a, *r);
-    if (status == 0) {
-        return 0;
-    }
-    // Ahead of the point it lies only where the whole curve turns by more than a half circle before it gets there.
-    const Vec ahead{task.point.x - behind, r->dir * offset.rho};
-    const Vec joint = ahead + plane::turned(Vec{0.0, -r->dir * radius}, task.turn(*r) * offset.tau);
-    return task.isReached(*r, ahead, joint) && layEasedArc(task, ahead, offset.xm, *s, *a, *r) == 0 ? 0 : status;
+    return fenmark::alignment::answerInPlace({s, a, r}, [&]() -> int {
+        const double radius = r->par;
+        const Frame frame = frameOf(*s);
+        if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < plane::two_pi * radius)) {
+            return -1;
+        }
+        const Offset offset = offsetOf(a->par, radius);
+        const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
+        const double across = r->dir * offset.rho - task.point.y;
+        if (!(std::fabs(across) <= radius)) {
+            return -1;
+        }
+        const double along = std::sqrt((radius - across) * (radius + across));
+        // The centre lies behind the point in the sense of travel away from the straight.
+        const double behind = task.straightFirst ? -along : along;
+        const int status = layEasedArc(task, {task.point.x + behind, r->dir * offset.rho}, offset.xm, *s, *a, *r);
+        if (status == 0) {
+            return 0;
+        }
+        // Ahead of the point it lies only where the whole curve turns by more than a half circle before it gets there.
+        const Vec ahead{task.point.x - behind, r->dir * offset.rho};
+        const Vec joint = ahead + plane::turned(Vec{0.0, -r->dir * radius}, task.turn(*r) * offset.tau);
+        return task.isReached(*r, ahead, joint) && layEasedArc(task, ahead, offset.xm, *s, *a, *r) == 0 ? 0 : status;
+    });
 }
 
 } // extern "C"

@@ -10,6 +10,8 @@
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
+#include "alignment/clothoid/series.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
 
@@ -30,7 +32,7 @@ struct Shift {
 
 Shift shiftAt(double parameter, double radius) {
     Shift shift;
-    AelmAtri(parameter, radius, &shift.tau, &shift.dR, &shift.Xm);
+    fenmark::alignment::shiftAtRadius(parameter, radius, shift.tau, shift.dR, shift.Xm);
     return shift;
 }
 
@@ -51,7 +53,7 @@ int CDOODistForRAR(const Calelm* r1, const Calelm* a, int mode, const Calelm* r2
             // The clothoid bends away from the sharper arc: its own circle at the sharp end lies opposite to the arc.
             const double tau = A * A / (2.0 * rs * rs);
             double values[7];
-            CDcharLmA(A, rs, values);
+            fenmark::alignment::characteristicValues(A, rs, values);
             const double along = 2.0 * rs * std::sin(tau) + values[5];
             const double across = values[6] - 2.0 * rs * std::cos(tau);
             const double side = a->dir == flatter.dir ? rl : -rl;
@@ -78,62 +80,66 @@ int CDOODistForRAR(const Calelm* r1, const Calelm* a, int mode, const Calelm* r2
 }
 
 int CDsetAToRAR(int mode, Calelm* r1, Calelm* r2, Calelm* a) {
-    const bool fromInfinity = signed16(mode) >= 0;
-    const bool firstFlatter = r1->par >= r2->par;
-    const Calelm& sharper = firstFlatter ? *r2 : *r1;
-    const Calelm& flatter = firstFlatter ? *r1 : *r2;
-    const double rs = sharper.par;
-    const double rl = flatter.par;
-    const double A = a->par;
-    a->dir = sharper.dir;
+    return fenmark::alignment::answerInPlace({r1, r2, a}, [&]() -> int {
+        const bool fromInfinity = signed16(mode) >= 0;
+        const bool firstFlatter = r1->par >= r2->par;
+        const Calelm& sharper = firstFlatter ? *r2 : *r1;
+        const Calelm& flatter = firstFlatter ? *r1 : *r2;
+        const double rs = sharper.par;
+        const double rl = flatter.par;
+        const double A = a->par;
+        a->dir = sharper.dir;
 
-    // Local ends. Seen along the local x axis, from the flat to the sharp end, the clothoid bends left (+1) or right.
-    const double bend = firstFlatter ? a->dir : -a->dir;
-    Vec flatEnd;
-    Vec sharpEnd;
-    CDRcalxy(A, rs, &sharpEnd.x, &sharpEnd.y);
-    if (!fromInfinity) {
-        CDRcalxy(A, rl, &flatEnd.x, &flatEnd.y);
-    }
-    const Shift atSharp = shiftAt(A, rs);
-    const Vec localCentre{atSharp.Xm, bend * (rs + atSharp.dR)};
-    flatEnd.y *= bend;
-    sharpEnd.y *= bend;
+        // Local ends. Seen along the local x axis, from the flat to the sharp end, the clothoid bends left (+1) or right.
+        const double bend = firstFlatter ? a->dir : -a->dir;
+        Vec flatEnd;
+        Vec sharpEnd;
+        CDRcalxy(A, rs, &sharpEnd.x, &sharpEnd.y);
+        if (!fromInfinity) {
+            CDRcalxy(A, rl, &flatEnd.x, &flatEnd.y);
+        }
+        const Shift atSharp = shiftAt(A, rs);
+        const Vec localCentre{atSharp.Xm, bend * (rs + atSharp.dR)};
+        flatEnd.y *= bend;
+        sharpEnd.y *= bend;
 
-    const Vec sharpCentre{sharper.k1, sharper.k2};
-    const Vec toFlatter = Vec{flatter.k1, flatter.k2} - sharpCentre;
-    const double D = plane::norm(toFlatter);
-    const double pSharp = rs + atSharp.dR;
-    const double pFlat = fromInfinity ? rl : rl + shiftAt(A, rl).dR;
-    // C keeps its sign: with a strong clothoid the sharper arc can lie further off the tangent than the flatter one.
-    const double C = sharper.dir == flatter.dir ? pFlat - pSharp : pFlat + pSharp;
-    if (!(D > std::fabs(C))) {
-        return 1;
-    }
-    const double sine = C / D;
-    const double cosine = std::sqrt((1.0 - sine) * (1.0 + sine));
-    const double sign = (firstFlatter == (flatter.dir == 1.0)) ? 1.0 : -1.0;
-    // From the foot, on the parallel to the tangent through the sharper arc's centre, to that centre.
-    const Vec localX = plane::turned((-1.0 / D) * toFlatter, cosine, sign * sine);
-    const auto laid = [&](Vec local) { return sharpCentre + plane::turned(local - localCentre, localX.x, localX.y); };
+        const Vec sharpCentre{sharper.k1, sharper.k2};
+        const Vec toFlatter = Vec{flatter.k1, flatter.k2} - sharpCentre;
+        const double D = plane::norm(toFlatter);
+        const double pSharp = rs + atSharp.dR;
+        const double pFlat = fromInfinity ? rl : rl + shiftAt(A, rl).dR;
+        // C keeps its sign: with a strong clothoid the sharper arc can lie further off the tangent than the flatter one.
+        const double C = sharper.dir == flatter.dir ? pFlat - pSharp : pFlat + pSharp;
+        if (!(D > std::fabs(C))) {
+            return 1;
+        }
+        const double sine = C / D;
+        const double cosine = std::sqrt((1.0 - sine) * (1.0 + sine));
+        const double sign = (firstFlatter == (flatter.dir == 1.0)) ? 1.0 : -1.0;
+        // From the foot, on the parallel to the tangent through the sharper arc's centre, to that centre.
+        const Vec localX = plane::turned((-1.0 / D) * toFlatter, cosine, sign * sine);
+        const auto laid = [&](Vec local) {
+            return sharpCentre + plane::turned(local - localCentre, localX.x, localX.y);
+        };
 
-    Vec start = laid(flatEnd);
-    Vec end = laid(sharpEnd);
-    a->r1 = fromInfinity ? 0.0 : rl;
-    a->r2 = rs;
-    if (!firstFlatter) {
-        std::swap(start, end);
-        std::swap(a->r1, a->r2);
-    }
-    a->sx = start.x;
-    a->sy = start.y;
-    a->ex = end.x;
-    a->ey = end.y;
-    r1->ex = start.x;
-    r1->ey = start.y;
-    r2->sx = end.x;
-    r2->sy = end.y;
-    return CDvalidArc(r1);
+        Vec start = laid(flatEnd);
+        Vec end = laid(sharpEnd);
+        a->r1 = fromInfinity ? 0.0 : rl;
+        a->r2 = rs;
+        if (!firstFlatter) {
+            std::swap(start, end);
+            std::swap(a->r1, a->r2);
+        }
+        a->sx = start.x;
+        a->sy = start.y;
+        a->ex = end.x;
+        a->ey = end.y;
+        r1->ex = start.x;
+        r1->ey = start.y;
+        r2->sx = end.x;
+        r2->sy = end.y;
+        return CDvalidArc(r1);
+    });
 }
 
 } // extern "C"

@@ -7,11 +7,14 @@
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
 
 namespace plane = fenmark::alignment::plane;
+using fenmark::alignment::giveOutReals;
+using fenmark::alignment::giveOutRecord;
 using fenmark::alignment::kAngleStep;
 using fenmark::alignment::kDirectionZero;
 using fenmark::alignment::kLengthStep;
@@ -74,12 +77,12 @@ Vec turnToStandard(const Frame& frame) {
 Calelm intoFrame(const Frame& frame, const Calelm& element) {
     Calelm result = element;
     if (frame.mirrored) {
-        CDmirA(&element, &result);
+        fenmark::alignment::mirrorRecord(&element, &result);
     }
     const Vec shift = frame.standardStart - frame.start;
-    CDmoveA(&result, &result, shift.x, shift.y);
+    fenmark::alignment::moveRecord(&result, &result, shift.x, shift.y);
     const double pivot[2] = {frame.standardStart.x, frame.standardStart.y};
-    CDrot(&result, &result, pivot, toStandard(frame));
+    fenmark::alignment::turnRecord(&result, &result, pivot, toStandard(frame));
     return result;
 }
 
@@ -98,20 +101,17 @@ Vec outOfFrame(const Frame& frame, Vec point) {
 extern "C" {
 
 int CDAinAbs(const Calelm* a, Calelm* out) {
-    *out = intoFrame(frameOf(*a), *a);
-    return 0;
+    return giveOutRecord(intoFrame(frameOf(*a), *a), out);
 }
 
 int CDSinAbs(const Calelm* a, const Calelm* s, Calelm* out) {
     Calelm line = intoFrame(frameOf(*a), *s);
     fenmark::alignment::writeUnitCoefficients(line);
-    *out = line;
-    return 0;
+    return giveOutRecord(line, out);
 }
 
 int CDRinAbs(const Calelm* a, const Calelm* r, Calelm* out) {
-    *out = intoFrame(frameOf(*a), *r);
-    return 0;
+    return giveOutRecord(intoFrame(frameOf(*a), *r), out);
 }
 
 int CDPinAbs(const Calelm* a, const double p[2], double out[2]) {
@@ -119,16 +119,12 @@ int CDPinAbs(const Calelm* a, const double p[2], double out[2]) {
     const Vec given{frame.mirrored ? -p[0] : p[0], p[1]};
     const Vec turn = turnToStandard(frame);
     const Vec result = frame.standardStart + plane::turned(given - frame.start, turn.x, turn.y);
-    out[0] = result.x;
-    out[1] = result.y;
-    return 0;
+    return giveOutReals<2>({result.x, result.y}, out);
 }
 
 int CDP2Cal(const Calelm* a, const double p[2], double out[2]) {
     const Vec result = outOfFrame(frameOf(*a), {p[0], p[1]});
-    out[0] = result.x;
-    out[1] = result.y;
-    return 0;
+    return giveOutReals<2>({result.x, result.y}, out);
 }
 
 int CDgetOrgA(const Calelm* a, double out[2], double* angle) {
@@ -143,7 +139,7 @@ int CDgetOrgA(const Calelm* a, double out[2], double* angle) {
     Vec origin = frame.start + plane::turned(Vec{} - frame.standardStart, tangent);
     if (frame.mirrored) {
         origin.x = -origin.x;
-        CDmirAng(tangent, &tangent);
+        tangent = fenmark::alignment::mirroredDirection(tangent);
     }
     out[0] = origin.x;
     out[1] = origin.y;
@@ -157,12 +153,10 @@ int CDAcrosS(const Calelm* a, int side, const double line[4], double out[2], dou
     const bool upwards = side == 1;
     double station = upwards ? startStation : endStation;
     double point[2] = {upwards ? a->sx : a->ex, upwards ? a->sy : a->ey};
-    double previous = 0.0;
-    CDpldist(line, point, &previous);
+    double previous = fenmark::alignment::distanceToLine(line, point);
     for (int step = 0; step < walk_limit; ++step) {
         CDLcalxy(a->par, station, &point[0], &point[1]);
-        double d = 0.0;
-        CDpldist(line, point, &d);
+        const double d = fenmark::alignment::distanceToLine(line, point);
         if (!(d <= previous + kLengthStep)) {
             return -1;
         }

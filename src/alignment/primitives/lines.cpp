@@ -5,13 +5,17 @@
 // and the crossing of lines the scalar and the cross product of u and p - o.
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/primitives/plane.h"
+#include "alignment/primitives/tools.h"
 
 namespace plane = fenmark::alignment::plane;
+using fenmark::alignment::allFinite;
+using fenmark::alignment::giveOutReal;
+using fenmark::alignment::giveOutReals;
 using fenmark::alignment::kAngleStep;
 using fenmark::alignment::kDirectionZero;
 using fenmark::alignment::kLengthStep;
-using fenmark::alignment::kPi;
 using fenmark::alignment::kSquaredDistanceZero;
 using fenmark::alignment::kTwoPi;
 using plane::Vec;
@@ -30,12 +34,24 @@ double directionOrZero(double x0, double y0, double x1, double y1) {
 
 } // namespace
 
+namespace fenmark::alignment {
+
+double distanceToLine(const double line[4], const double p[2]) {
+    // |p - o|^2 - dot^2 is the square of the cross product with the unit direction, which loses no digits far out.
+    const Vec toPoint{p[0] - line[0], p[1] - line[1]};
+    const double across = plane::cross({line[2], line[3]}, toPoint);
+    const double squared = across * across;
+    return squared < kSquaredDistanceZero ? 0.0 : std::fabs(across);
+}
+
+} // namespace fenmark::alignment
+
 extern "C" {
 
 int CDlinstd(double x0, double y0, double x1, double y1, double line[4]) {
     const Vec along{x1 - x0, y1 - y0};
     const double length = plane::norm(along);
-    if (!(length >= kDirectionZero)) {
+    if (!(length >= kDirectionZero) || !std::isfinite(length)) {
         return 1;
     }
     line[0] = x0;
@@ -46,8 +62,7 @@ int CDlinstd(double x0, double y0, double x1, double y1, double line[4]) {
 }
 
 int CDlineang(const double line[4], double* angle) {
-    *angle = plane::direction(line[2], line[3]);
-    return 0;
+    return giveOutReal(plane::direction(line[2], line[3]), angle);
 }
 
 double CDbtwang(double x0, double y0, double x1, double y1, double x2, double y2, double x3, double y3) {
@@ -74,20 +89,17 @@ int CDlincros(const double line1[4], const double line2[4], double* x, double* y
     }
     const Vec gap{line2[0] - line1[0], line2[1] - line1[1]};
     const double t = plane::cross(gap, v) / determinant;
-    const double ox = line1[0];
-    const double oy = line1[1];
-    *x = ox + t * u.x;
-    *y = oy + t * u.y;
+    const Vec crossing = Vec{line1[0], line1[1]} + t * u;
+    if (!allFinite(crossing.x, crossing.y)) {
+        return 1;
+    }
+    *x = crossing.x;
+    *y = crossing.y;
     return 0;
 }
 
 int CDpldist(const double line[4], const double p[2], double* d) {
-    // |p - o|^2 - dot^2 is the square of the cross product with the unit direction, which loses no digits far out.
-    const Vec toPoint{p[0] - line[0], p[1] - line[1]};
-    const double across = plane::cross({line[2], line[3]}, toPoint);
-    const double squared = across * across;
-    *d = squared < kSquaredDistanceZero ? 0.0 : std::fabs(across);
-    return 0;
+    return giveOutReal(fenmark::alignment::distanceToLine(line, p), d);
 }
 
 int CDpojpoi(const double line[4], const double p[2], double foot[2]) {
@@ -95,9 +107,7 @@ int CDpojpoi(const double line[4], const double p[2], double foot[2]) {
     const Vec u{line[2], line[3]};
     const Vec o{line[0], line[1]};
     const double along = plane::dot(u, Vec{p[0], p[1]} - o);
-    foot[0] = o.x + u.x * along;
-    foot[1] = o.y + u.y * along;
-    return 0;
+    return giveOutReals<2>({o.x + u.x * along, o.y + u.y * along}, foot);
 }
 
 int CDpoiinseg(const double a[2], const double b[2], const double p[2]) {
@@ -158,14 +168,21 @@ int CDsegcros(const double a[2], const double b[2], const double c[2], const dou
 }
 
 int CDmove(double dx, double dy, double* x1, double* y1, double* x2, double* y2) {
-    *x1 += dx;
-    *y1 += dy;
-    *x2 += dx;
-    *y2 += dy;
+    const std::array<double, 4> moved{*x1 + dx, *y1 + dy, *x2 + dx, *y2 + dy};
+    if (!allFinite(moved[0], moved[1], moved[2], moved[3])) {
+        return -1;
+    }
+    *x1 = moved[0];
+    *y1 = moved[1];
+    *x2 = moved[2];
+    *y2 = moved[3];
     return 0;
 }
 
 int CDmoveP(double x, double y, double dx, double dy, double* ox, double* oy) {
+    if (!allFinite(x + dx, y + dy)) {
+        return -1;
+    }
     *ox = x + dx;
     *oy = y + dy;
     return 0;
@@ -174,15 +191,11 @@ int CDmoveP(double x, double y, double dx, double dy, double* ox, double* oy) {
 int CDrotpoi(const double c[2], double cosine, double sine, const double p[2], double out[2]) {
     const Vec centre{c[0], c[1]};
     const Vec result = centre + plane::turned(Vec{p[0], p[1]} - centre, cosine, sine);
-    out[0] = result.x;
-    out[1] = result.y;
-    return 0;
+    return giveOutReals<2>({result.x, result.y}, out);
 }
 
 int CDmirAng(double a, double* out) {
-    const double mirrored = kPi - a;
-    *out = mirrored < 0.0 ? mirrored + kTwoPi : mirrored;
-    return 0;
+    return giveOutReal(fenmark::alignment::mirroredDirection(a), out);
 }
 
 } // extern "C"

@@ -6,6 +6,7 @@
 #include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
@@ -68,11 +69,7 @@ void writeUnitCoefficients(Calelm& line) {
     line.k3 = (dx * line.sy - dy * line.sx) / length;
 }
 
-} // namespace fenmark::alignment
-
-extern "C" {
-
-int CDchgSpace(const Calelm* in, Calelm* out) {
+void toOtherPlane(const Calelm* in, Calelm* out) {
     Calelm other = *in;
     other.sy = -in->sy;
     other.ey = -in->ey;
@@ -84,16 +81,15 @@ int CDchgSpace(const Calelm* in, Calelm* out) {
         other.k2 = -in->k2;
     }
     *out = other;
-    return 0;
 }
 
-int CDmirA(const Calelm* in, Calelm* out) {
+void mirrorRecord(const Calelm* in, Calelm* out) {
     Calelm mirrored = *in;
     mirrored.sx = -in->sx;
     mirrored.ex = -in->ex;
     mirrored.dir = -in->dir;
-    CDmirAng(in->sang, &mirrored.sang);
-    CDmirAng(in->eang, &mirrored.eang);
+    mirrored.sang = mirroredDirection(in->sang);
+    mirrored.eang = mirroredDirection(in->eang);
     if (in->type == element::straight) {
         writeCoefficients(mirrored);
     } else if (in->type == element::arc) {
@@ -105,12 +101,14 @@ int CDmirA(const Calelm* in, Calelm* out) {
         mirrored.k3 = out->k3;
     }
     *out = mirrored;
-    return 0;
 }
 
-int CDmoveA(const Calelm* in, Calelm* out, double dx, double dy) {
+void moveRecord(const Calelm* in, Calelm* out, double dx, double dy) {
     Calelm moved = *in;
-    CDmove(dx, dy, &moved.sx, &moved.sy, &moved.ex, &moved.ey);
+    moved.sx += dx;
+    moved.sy += dy;
+    moved.ex += dx;
+    moved.ey += dy;
     if (in->type == element::straight) {
         writeCoefficients(moved);
     } else if (in->type == element::arc) {
@@ -118,10 +116,9 @@ int CDmoveA(const Calelm* in, Calelm* out, double dx, double dy) {
         moved.k2 += dy;
     }
     *out = moved;
-    return 0;
 }
 
-int CDrot(const Calelm* in, Calelm* out, const double pivot[2], double theta) {
+void turnRecord(const Calelm* in, Calelm* out, const double pivot[2], double theta) {
     Calelm result = *in;
     const Vec about{pivot[0], pivot[1]};
     const double cosine = std::cos(theta);
@@ -133,20 +130,60 @@ int CDrot(const Calelm* in, Calelm* out, const double pivot[2], double theta) {
         turnPoint(result.k1, result.k2, about, cosine, sine);
     }
     *out = result;
-    return 0;
 }
 
-int CDturnA(const Calelm* in, Calelm* out, double theta) {
+void turnRecordAboutStart(const Calelm* in, Calelm* out, double theta) {
     const double start[2] = {in->sx, in->sy};
-    return CDrot(in, out, start, theta);
+    turnRecord(in, out, start, theta);
 }
 
-int CDturnAe(const Calelm* in, Calelm* out, double theta) {
+void turnRecordAboutEnd(const Calelm* in, Calelm* out, double theta) {
     // The k fields are copied for every type, so those of a straight or an arc are stale. Callers rebuild the record.
     Calelm result = *in;
     turnEnds(result, {in->ex, in->ey}, theta, std::cos(theta), std::sin(theta));
     *out = result;
-    return 0;
+}
+
+} // namespace fenmark::alignment
+
+using namespace fenmark::alignment;
+
+extern "C" {
+
+int CDchgSpace(const Calelm* in, Calelm* out) {
+    Calelm made;
+    toOtherPlane(in, &made);
+    return giveOutRecord(made, out);
+}
+
+int CDmirA(const Calelm* in, Calelm* out) {
+    Calelm made = *out;
+    mirrorRecord(in, &made);
+    return giveOutRecord(made, out);
+}
+
+int CDmoveA(const Calelm* in, Calelm* out, double dx, double dy) {
+    Calelm made;
+    moveRecord(in, &made, dx, dy);
+    return giveOutRecord(made, out);
+}
+
+int CDrot(const Calelm* in, Calelm* out, const double pivot[2], double theta) {
+    Calelm made;
+    turnRecord(in, &made, pivot, theta);
+    return giveOutRecord(made, out);
+}
+
+int CDturnA(const Calelm* in, Calelm* out, double theta) {
+    Calelm made;
+    turnRecordAboutStart(in, &made, theta);
+    return giveOutRecord(made, out);
+}
+
+int CDturnAe(const Calelm* in, Calelm* out, double theta) {
+    Calelm made;
+    turnRecordAboutEnd(in, &made, theta);
+    return giveOutRecord(made, out);
 }
 
 int CDreverA(Calelm* rec, int force) {
@@ -160,6 +197,7 @@ int CDreverA(Calelm* rec, int force) {
     const double start = oppositeTangent(rec->eang);
     rec->eang = oppositeTangent(rec->sang);
     rec->sang = start;
+    clearPadding(*rec);
     return 1;
 }
 

@@ -9,6 +9,8 @@
 
 #include "fenmark/alignment/record.h"
 
+#include "alignment/calelm/tolerances.h"
+
 namespace fenmark::alignment {
 
 /** Values of Calelm::type. */
@@ -34,6 +36,23 @@ inline int signed16(int value) {
 /** Coefficients of a straight from its own ends, a x + b y + c = 0 of its plane, (a, b) of length 1. */
 void writeUnitCoefficients(Calelm& line);
 
+/** A direction mirrored in the y axis: pi - a, plus 2 pi when negative. */
+inline double mirroredDirection(double a) {
+    const double mirrored = kPi - a;
+    return mirrored < 0.0 ? mirrored + kTwoPi : mirrored;
+}
+
+/**
+ * The record operations CDchgSpace, CDmirA, CDmoveA, CDrot, CDturnA and CDturnAe without their last test: what comes out
+ * may hold values that are not finite, which the caller's own test finds. in and out may be the same.
+ */
+void toOtherPlane(const Calelm* in, Calelm* out);
+void mirrorRecord(const Calelm* in, Calelm* out);
+void moveRecord(const Calelm* in, Calelm* out, double dx, double dy);
+void turnRecord(const Calelm* in, Calelm* out, const double pivot[2], double theta);
+void turnRecordAboutStart(const Calelm* in, Calelm* out, double theta);
+void turnRecordAboutEnd(const Calelm* in, Calelm* out, double theta);
+
 /**
  * Where p lies along a straight or an arc: before its start, inside, or beyond its end. A point within 1e-5 m of an
  * end counts as inside. On a straight by the foot of p; none (99) when both coordinate spans are below 1e-10. On an arc
@@ -47,6 +66,9 @@ int elementPosition(const double p[2], const Calelm& rec);
  * plane.
  */
 int arcPosition(const double p[2], const Calelm& rec);
+
+/** Distance of p from a line record, 0 below 1e-4 m, as CDpldist gives it; may not be finite. */
+double distanceToLine(const double line[4], const double p[2]);
 
 /** Distance of p from a line record, positive to the left in the calculation plane. */
 double signedDistance(const double p[2], const double line[4]);

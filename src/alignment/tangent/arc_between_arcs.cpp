@@ -6,6 +6,7 @@
 // Source: plane geometry of the triangle of the three centres, x0 = (a^2 + D^2 - b^2) / (2 D).
 #include "fenmark/alignment/tangent.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -100,7 +101,8 @@ int arcBetweenArcs(Calelm& r1, Calelm& r2, Calelm& r3) {
 extern "C" {
 
 int ali_RmakRR(Calelm* r1, Calelm* r2, Calelm* r3) {
-    return fenmark::alignment::arcBetweenArcs(*r1, *r2, *r3);
+    return fenmark::alignment::answerInPlace(
+        {r1, r2, r3}, [&]() -> int { return fenmark::alignment::arcBetweenArcs(*r1, *r2, *r3); });
 }
 
 } // extern "C"

@@ -12,6 +12,7 @@
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -196,15 +197,19 @@ int easedArcBetweenStraights(Calelm& s1, Calelm& s2, Calelm& a1, Calelm& r, Cale
 extern "C" {
 
 int ali_RmakSS(Calelm* s1, Calelm* s2, Calelm* r) {
-    return fenmark::alignment::arcBetweenStraights(*s1, *s2, *r);
+    return fenmark::alignment::answerInPlace(
+        {s1, s2, r}, [&]() -> int { return fenmark::alignment::arcBetweenStraights(*s1, *s2, *r); });
 }
 
 int ali_AAmakSS(Calelm* s1, Calelm* s2, Calelm* a1, Calelm* a2) {
-    return fenmark::alignment::clothoidsBetweenStraights(*s1, *s2, *a1, *a2);
+    return fenmark::alignment::answerInPlace(
+        {s1, s2, a1, a2}, [&]() -> int { return fenmark::alignment::clothoidsBetweenStraights(*s1, *s2, *a1, *a2); });
 }
 
 int ali_ARAmakSS(Calelm* s1, Calelm* s2, Calelm* a1, Calelm* r, Calelm* a2) {
-    return fenmark::alignment::easedArcBetweenStraights(*s1, *s2, *a1, *r, *a2);
+    return fenmark::alignment::answerInPlace({s1, s2, a1, r, a2}, [&]() -> int {
+        return fenmark::alignment::easedArcBetweenStraights(*s1, *s2, *a1, *r, *a2);
+    });
 }
 
 } // extern "C"

@@ -156,7 +156,7 @@ bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calel
 
 int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given) {
     for (Calelm& e : chain) {
-        CDchgSpace(&e, &e);
+        toOtherPlane(&e, &e);
         const bool outer = &e == &chain.front() || &e == &chain.back();
         if (given == Given::cut_long && outer && e.type == element::arc) {
             completeAboutCentre(e);

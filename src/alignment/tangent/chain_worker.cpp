@@ -10,6 +10,7 @@
 #include "fenmark/alignment/primitives.h"
 #include "fenmark/alignment/tangent.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -138,7 +139,8 @@ int fitLongChain(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calel
 extern "C" {
 
 int chainWorker(Calelm* s, Calelm* r, Calelm* a1, Calelm* r1, Calelm* a2, Calelm* a3) {
-    return fenmark::alignment::fitLongChain(*s, *r, *a1, *r1, *a2, *a3);
+    return fenmark::alignment::answerInPlace(
+        {s, r, a1, r1, a2, a3}, [&]() -> int { return fenmark::alignment::fitLongChain(*s, *r, *a1, *r1, *a2, *a3); });
 }
 
 } // extern "C"

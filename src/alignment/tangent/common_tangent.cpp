@@ -9,6 +9,7 @@
 
 #include "fenmark/alignment/construction.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -147,15 +148,19 @@ int bothEndsEased(Calelm& r1, Calelm& r2, Calelm& a1, Calelm& s, Calelm& a2) {
 extern "C" {
 
 int ali_SmakRR(Calelm* r1, Calelm* r2, Calelm* s) {
-    return fenmark::alignment::straightBetweenArcs(*r1, *r2, *s);
+    return fenmark::alignment::answerInPlace(
+        {r1, r2, s}, [&]() -> int { return fenmark::alignment::straightBetweenArcs(*r1, *r2, *s); });
 }
 
 int ali_SAmakRR(int side, Calelm* r1, Calelm* r2, Calelm* s, Calelm* a) {
-    return fenmark::alignment::easedStraightBetweenArcs(fenmark::alignment::signed16(side), *r1, *r2, *s, *a);
+    return fenmark::alignment::answerInPlace({r1, r2, s, a}, [&]() -> int {
+        return fenmark::alignment::easedStraightBetweenArcs(fenmark::alignment::signed16(side), *r1, *r2, *s, *a);
+    });
 }
 
 int ali_ASAmakRR(Calelm* r1, Calelm* r2, Calelm* a1, Calelm* s, Calelm* a2) {
-    return fenmark::alignment::bothEndsEased(*r1, *r2, *a1, *s, *a2);
+    return fenmark::alignment::answerInPlace(
+        {r1, r2, a1, s, a2}, [&]() -> int { return fenmark::alignment::bothEndsEased(*r1, *r2, *a1, *s, *a2); });
 }
 
 } // extern "C"

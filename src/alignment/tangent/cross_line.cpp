@@ -7,6 +7,7 @@
 #include "fenmark/alignment/construction.h"
 #include "fenmark/alignment/walking.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/solver_tools.h"
 
 namespace fenmark::alignment {
@@ -43,15 +44,21 @@ int crossLine(OnElement on, const Calelm& element, double station, double angle,
 extern "C" {
 
 int ali_SmakS(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
-    return fenmark::alignment::crossLine(ali_onlS, *element, station, angle, half_length, *s);
+    return fenmark::alignment::answerInPlace({s}, [&]() -> int {
+        return fenmark::alignment::crossLine(ali_onlS, *element, station, angle, half_length, *s);
+    });
 }
 
 int ali_SmakR(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
-    return fenmark::alignment::crossLine(ali_onlR, *element, station, angle, half_length, *s);
+    return fenmark::alignment::answerInPlace({s}, [&]() -> int {
+        return fenmark::alignment::crossLine(ali_onlR, *element, station, angle, half_length, *s);
+    });
 }
 
 int ali_SmakA(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
-    return fenmark::alignment::crossLine(ali_onlA, *element, station, angle, half_length, *s);
+    return fenmark::alignment::answerInPlace({s}, [&]() -> int {
+        return fenmark::alignment::crossLine(ali_onlA, *element, station, angle, half_length, *s);
+    });
 }
 
 int ali_Smak(const Calelm* element, double station, double angle, double half_length, Calelm* s) {

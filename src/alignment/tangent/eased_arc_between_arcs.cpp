@@ -7,6 +7,7 @@
 
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -141,13 +142,17 @@ int easedAtBothEnds(int mode1, int mode2, Calelm& r1, Calelm& r2, Calelm& a1, Ca
 extern "C" {
 
 int ali_ARmakRR(int side, int mode, Calelm* r1, Calelm* r2, Calelm* r3, Calelm* a) {
-    using fenmark::alignment::signed16;
-    return fenmark::alignment::easedAtOneEnd(signed16(side), signed16(mode), *r1, *r2, *r3, *a);
+    return fenmark::alignment::answerInPlace({r1, r2, r3, a}, [&]() -> int {
+        using fenmark::alignment::signed16;
+        return fenmark::alignment::easedAtOneEnd(signed16(side), signed16(mode), *r1, *r2, *r3, *a);
+    });
 }
 
 int ali_ARAmakRR(int mode1, int mode2, Calelm* r1, Calelm* r2, Calelm* a1, Calelm* r3, Calelm* a2) {
-    using fenmark::alignment::signed16;
-    return fenmark::alignment::easedAtBothEnds(signed16(mode1), signed16(mode2), *r1, *r2, *a1, *r3, *a2);
+    return fenmark::alignment::answerInPlace({r1, r2, a1, r3, a2}, [&]() -> int {
+        using fenmark::alignment::signed16;
+        return fenmark::alignment::easedAtBothEnds(signed16(mode1), signed16(mode2), *r1, *r2, *a1, *r3, *a2);
+    });
 }
 
 } // extern "C"

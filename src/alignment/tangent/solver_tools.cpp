@@ -6,6 +6,8 @@
 // als Trassierungselement, Bonn 1954).
 #include "alignment/tangent/solver_tools.h"
 
+#include "alignment/clothoid/series.h"
+
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/primitives.h"
@@ -44,7 +46,7 @@ bool isGivenArc(const Calelm& e) {
 
 Calelm otherPlane(const Calelm& e) {
     Calelm other{};
-    CDchgSpace(&e, &other);
+    toOtherPlane(&e, &other);
     return other;
 }
 
@@ -84,7 +86,7 @@ Vec roundedPoint(Vec p) {
 ClothoidEnd clothoidEnd(double parameter, double radius) {
     ClothoidEnd values;
     CDRcalxy(parameter, radius, &values.X, &values.Y);
-    AelmAtri(parameter, radius, &values.tau, &values.dR, &values.Xm);
+    shiftAtRadius(parameter, radius, values.tau, values.dR, values.Xm);
     return values;
 }
 

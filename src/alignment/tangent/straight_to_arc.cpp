@@ -9,6 +9,7 @@
 
 #include "fenmark/alignment/primitives.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -186,12 +187,16 @@ int easedArcBetweenStraightAndArc(int side, int mode, Calelm& s, Calelm& r, Cale
 extern "C" {
 
 int ali_RmakSR(int side, Calelm* s, Calelm* r1, Calelm* r2) {
-    return fenmark::alignment::arcBetweenStraightAndArc(fenmark::alignment::signed16(side), *s, *r1, *r2);
+    return fenmark::alignment::answerInPlace({s, r1, r2}, [&]() -> int {
+        return fenmark::alignment::arcBetweenStraightAndArc(fenmark::alignment::signed16(side), *s, *r1, *r2);
+    });
 }
 
 int ali_RAmakSR(int side, int mode, Calelm* s, Calelm* r, Calelm* r1, Calelm* a) {
-    using fenmark::alignment::signed16;
-    return fenmark::alignment::easedArcBetweenStraightAndArc(signed16(side), signed16(mode), *s, *r, *r1, *a);
+    return fenmark::alignment::answerInPlace({s, r, r1, a}, [&]() -> int {
+        using fenmark::alignment::signed16;
+        return fenmark::alignment::easedArcBetweenStraightAndArc(signed16(side), signed16(mode), *s, *r, *r1, *a);
+    });
 }
 
 } // extern "C"

@@ -3,6 +3,7 @@
 // Symbols as in chain_worker.cpp. Survey plane: reversing a record there exchanges its ends and radii and negates dir.
 #include "fenmark/alignment/tangent.h"
 
+#include "alignment/calelm/answer.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
@@ -51,8 +52,10 @@ int chainBetweenStraightAndArc(int side, Calelm& s, Calelm& r, Calelm& a1, Calel
 extern "C" {
 
 int ali_ARAAmakSR(int side, Calelm* s, Calelm* r, Calelm* a1, Calelm* r1, Calelm* a2, Calelm* a3) {
-    return fenmark::alignment::chainBetweenStraightAndArc(fenmark::alignment::signed16(side), *s, *r, *a1, *r1, *a2,
-                                                          *a3);
+    return fenmark::alignment::answerInPlace({s, r, a1, r1, a2, a3}, [&]() -> int {
+        return fenmark::alignment::chainBetweenStraightAndArc(fenmark::alignment::signed16(side), *s, *r, *a1, *r1, *a2,
+                                                              *a3);
+    });
 }
 
 } // extern "C"

@@ -23,7 +23,8 @@ double distanceToChain(const double p[2], int n, const Calelm* elements) {
         double foot[2];
         double station = 0.0;
         if (ali_proj(&elements[i], p, &station, foot) >= 0) {
-            return ali_CDist2P(p, foot);
+            const double distance = ali_CDist2P(p, foot);
+            return std::isfinite(distance) ? distance : -1.0;
         }
     }
     return -1.0;

@@ -1,4 +1,5 @@
 // Lengths of elements from their end points, radii and parameters. Records are in the survey plane.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/clothoid.h"
@@ -20,8 +21,11 @@ int ali_getl(const Calelm* rec, double* length) {
         }
         return status;
     }
-    case ALI_CLOTHOID:
-        return ali_getlA(rec, length);
+    case ALI_CLOTHOID: {
+        double made = 0.0;
+        ali_getlA(rec, &made);
+        return giveOutReal(made, length);
+    }
     default:
         return -1;
     }

@@ -3,6 +3,7 @@
 // Symbols: s station from the element's start, T total, R radius, theta the angle run on an arc. Records, points and
 // tangents are in the survey plane, values named _calc in the calculation plane (y negated). For clothoids see
 // laid_clothoid.h.
+#include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "alignment/walking/laid_clothoid.h"
@@ -39,9 +40,7 @@ int offElement(decltype(ali_onl) onElement, const Calelm* rec, double s, double 
         return status;
     }
     const double direction = tangent - angle;
-    point[0] = on[0] + d * std::cos(direction);
-    point[1] = on[1] + d * std::sin(direction);
-    return 0;
+    return giveOutReals<2>({on[0] + d * std::cos(direction), on[1] + d * std::sin(direction)}, point);
 }
 
 } // namespace

@@ -61,6 +61,8 @@ bool splitAsciiLine(std::string_view line, Fields& fields);
 // feed or the line is in any way out of the ordinary: empty, with a blank at an end, a quote, or a byte of 0x80 or more.
 std::size_t splitPlainLine(std::string_view text, Fields& fields);
 
+#pragma GCC visibility push(default)
+
 // The module's exported splitter, which the import does not use.
 class ExtendedCString {
   public:
@@ -68,5 +70,7 @@ class ExtendedCString {
     // rest behind the last separator is no piece.
     static std::int32_t Splitter(Array<std::string>& fields, std::string_view text, std::string_view separator);
 };
+
+#pragma GCC visibility pop
 
 } // namespace fenmark::sima

@@ -47,6 +47,9 @@ inline CTreeListItem* const TLI_LAST = treeListHandle(0xFFFF0002);  // insert as
 inline CTreeListItem* const TLI_FIRST = treeListHandle(0xFFFF0003); // insert as first child
 inline CTreeListItem* const TLI_SORT = treeListHandle(0xFFFF0004);  // the same as last: rows aren't sorted
 
+// The module exports the class.
+#pragma GCC visibility push(default)
+
 // The control. Its geometry is given in pixels at 96 dots an inch and scales with the screen; all rectangles and
 // points are in the coordinates of viewport(). Used in the thread of the windows only.
 //
@@ -395,5 +398,7 @@ class CTreeListCtrl : public QAbstractScrollArea {
     std::unique_ptr<CTLCDropWnd> dropWindow_;
     std::unique_ptr<CTreeListDC> surface_;
 };
+
+#pragma GCC visibility pop
 
 } // namespace fenmark::ui::treelist

@@ -395,6 +395,7 @@ std::error_code TemporaryFile::putInPlace(AtTarget atTarget) {
     if (const std::error_code lost = verify()) {
         return lost;
     }
+    const std::string folder = folderOf(target_); // behind the renaming nothing may fail, memory neither
     std::error_code error;
     if (atTarget == AtTarget::Refuse) {
         error = renameToNew(path_, target_);
@@ -406,7 +407,7 @@ std::error_code TemporaryFile::putInPlace(AtTarget atTarget) {
     }
     path_.clear();
     ::close(std::exchange(descriptor_, -1)); // flushed, so that nothing is left to fail
-    flushFolder(folderOf(target_));
+    flushFolder(folder);
     return {};
 }
 

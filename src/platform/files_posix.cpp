@@ -126,19 +126,23 @@ bool isSameFile(int descriptor, const std::string& path) {
 
 // Temporary files for this target that nobody holds a lock on. A name that a file of another kind bears is let alone.
 void removeLeftovers(const std::string& folder, std::string_view prefix) {
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (!isTemporaryName(name, prefix)) {
-            continue;
+    // The iterator's form with an error code ends the program where memory runs out.
+    try {
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+            const std::string name = entry.path().filename().string();
+            if (!isTemporaryName(name, prefix)) {
+                continue;
+            }
+            const std::string path = entry.path().string();
+            const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+            struct ::stat status {};
+            if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+                ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
+                ::unlink(path.c_str());
+            }
         }
-        const std::string path = entry->path().string();
-        const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        struct ::stat status {};
-        if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
-            ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
-            ::unlink(path.c_str());
-        }
+    } catch (const fs::filesystem_error&) {
+        // They lie there until a folder that can be listed again.
     }
 }
 

@@ -126,19 +126,23 @@ bool isSameFile(int descriptor, const std::string& path) {
 
 // Temporary files for this target that nobody holds a lock on. A name that a file of another kind bears is let alone.
 void removeLeftovers(const std::string& folder, std::string_view prefix) {
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
-        if (!isTemporaryName(name, prefix)) {
-            continue;
+    // The iterator's form with an error code ends the program where memory runs out.
+    try {
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+            const std::string name = entry.path().filename().string();
+            if (!isTemporaryName(name, prefix)) {
+                continue;
+            }
+            const std::string path = entry.path().string();
+            const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+            struct ::stat status {};
+            if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+                ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
+                ::unlink(path.c_str());
+            }
         }
-        const std::string path = entry->path().string();
-        const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        struct ::stat status {};
-        if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
-            ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
-            ::unlink(path.c_str());
-        }
+    } catch (const fs::filesystem_error&) {
+        // They lie there until a folder that can be listed again.
     }
 }
 
@@ -395,6 +399,7 @@ std::error_code TemporaryFile::putInPlace(AtTarget atTarget) {
     if (const std::error_code lost = verify()) {
         return lost;
     }
+    const std::string folder = folderOf(target_); // behind the renaming nothing may fail, memory neither
     std::error_code error;
     if (atTarget == AtTarget::Refuse) {
         error = renameToNew(path_, target_);
@@ -406,7 +411,7 @@ std::error_code TemporaryFile::putInPlace(AtTarget atTarget) {
     }
     path_.clear();
     ::close(std::exchange(descriptor_, -1)); // flushed, so that nothing is left to fail
-    flushFolder(folderOf(target_));
+    flushFolder(folder);
     return {};
 }
 

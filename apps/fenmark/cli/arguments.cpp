@@ -563,10 +563,10 @@ ParsedCommand parseArguments(const std::vector<std::string>& arguments) {
     addInfo(app, raw);
     addStation(app, raw);
     addLocate(app, raw);
-    addStakes(app, raw);
-    addReport(app, raw);
     addExport(app, raw);
     addPlot(app, raw);
+    addStakes(app, raw);
+    addReport(app, raw);
     foldHelp(app);
 
     // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".

@@ -40,13 +40,13 @@ TEST(ReportOfLots, IsTheAreaTableFromCoordinates) {
     addLot(drawing);
     EXPECT_EQ(csvOf(drawing, {}, {ReportPart::Lots}),
               "\xEF\xBB\xBF地積一覧\r\n画地,点数,面積 (m²),地積 (m²),ファイル\r\n"
-              "12-3,4,100.000000,100（宅地・鉱泉地 100.00）,a.sim\r\n面積の合計,100.000000 m²\r\n\r\n"
+              "12-3,4,100.000000,100（宅地・鉱泉地 100.00）,a.sim\r\n面積の合計,100.000000,m²\r\n\r\n"
               "座標求積表,12-3\r\n点名,Xn,Yn,Yn+1 - Yn-1,Xn (Yn+1 - Yn-1),辺長\r\n"
               "K1,2000.000,1000.000,-12.500,-25000.000000,8.000\r\n"
               "K2,2008.000,1000.000,12.500,25100.000000,12.500\r\n"
               "K3,2008.000,1012.500,12.500,25100.000000,8.000\r\n"
               "4,2000.000,1012.500,-12.500,-25000.000000,12.500\r\n"
-              "倍面積,200.000000 m²\r\n面積,100.000000 m²\r\n地積,100（宅地・鉱泉地 100.00） m²\r\n");
+              "倍面積,200.000000,m²\r\n面積,100.000000,m²\r\n地積,100（宅地・鉱泉地 100.00）,m²\r\n");
 }
 
 TEST(ReportOfLots, CategoryOfTheLandDecidesTheRegisteredArea) {
@@ -54,9 +54,9 @@ TEST(ReportOfLots, CategoryOfTheLandDecidesTheRegisteredArea) {
     addLot(drawing);
     ReportOptions options;
     options.land = LandCategory::Residential;
-    EXPECT_NE(csvOf(drawing, options, {ReportPart::Lots}).find("\r\n地積,100.00 m²"), std::string::npos);
+    EXPECT_NE(csvOf(drawing, options, {ReportPart::Lots}).find("\r\n地積,100.00,m²"), std::string::npos);
     options.land = LandCategory::Other;
-    EXPECT_NE(csvOf(drawing, options, {ReportPart::Lots}).find("\r\n地積,100 m²"), std::string::npos);
+    EXPECT_NE(csvOf(drawing, options, {ReportPart::Lots}).find("\r\n地積,100,m²"), std::string::npos);
 }
 
 TEST(ReportOfLots, OpenLinesAndOtherKindsHaveNone) {
@@ -77,7 +77,7 @@ TEST(ReportOfAlignments, ListsMainPoints) {
               std::string::npos)
         << csv;
     EXPECT_NE(csv.find("R=100.000,22°55′06″\r\n"), std::string::npos) << csv;
-    EXPECT_NE(csv.find("\r\n路線長,192.000 m\r\n"), std::string::npos);
+    EXPECT_NE(csv.find("\r\n路線長,192.000,m\r\n"), std::string::npos);
 }
 
 TEST(ReportOfAlignments, ListsIps) {

@@ -720,10 +720,10 @@ ParsedCommand parseArguments(const std::vector<std::string>& given) {
     addInfo(app, raw);
     addStation(app, raw);
     addLocate(app, raw);
-    addStakes(app, raw);
-    addReport(app, raw);
     addExport(app, raw);
     addPlot(app, raw);
+    addStakes(app, raw);
+    addReport(app, raw);
     foldHelp(app);
     if (const std::vector<std::string> names = commandNames(app);
         asksForHelp && arguments.size() > 1 &&

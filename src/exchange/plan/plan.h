@@ -6,6 +6,7 @@
 #include "exchange/plan/plan_sheet.h"
 #include "exchange/text.h"
 
+#include <array>
 #include <cstdint>
 #include <ostream>
 #include <set>
@@ -45,15 +46,19 @@ struct MatchLine {
 // What an entity is on a plan, found once for all passes over the drawing and for all sheets.
 class PlanKinds {
   public:
-    explicit PlanKinds(const drawing::Drawing& drawing);
+    void add(const drawing::EntityView& entity); // in the order of the drawing
     PlanItem of(std::size_t entity) const { return static_cast<PlanItem>(kinds_[entity]); }
     bool isPoint(std::size_t entity) const { return of(entity) >= PlanItem::CoordinatePoint; }
+    std::size_t count(PlanItem item) const { return counts_[static_cast<std::size_t>(item)]; }
     std::size_t polylines() const { return polylines_; }
 
   private:
     std::vector<std::uint8_t> kinds_;
+    std::array<std::size_t, static_cast<std::size_t>(PlanItem::OtherPoint) + 1> counts_{};
     std::size_t polylines_ = 0; // of two vertices or more
 };
+
+inline constexpr std::size_t kMostFiles = 4; // that a plan looks for: three names, and whether there are more
 
 // What of a drawing a plan can show.
 struct Shown {
@@ -63,6 +68,7 @@ struct Shown {
     std::size_t leftOut = 0;     // entities at the origin, far from all others
     std::size_t beyondReach = 0; // entities and alignments with coordinates that no survey has
     PlanKinds kinds;
+    std::vector<std::string> files; // the first of those that the rows name, each once
 };
 
 struct Plan {
@@ -73,6 +79,7 @@ struct Plan {
 
     const drawing::Drawing& drawing;
     const PlanKinds& kinds;
+    const std::vector<std::string>& files;
     std::size_t leftOut = 0;
     std::size_t beyondReach = 0;
     bool partial = false; // shows a part of the drawing; what lies beside the sheet is passed over

@@ -207,13 +207,11 @@ void nameLot(Plan& plan, const EntityView& lot) {
 
 } // namespace
 
-PlanKinds::PlanKinds(const drawing::Drawing& drawing) {
-    kinds_.reserve(drawing.entityCount());
-    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-        const EntityView entity = drawing.entity(i);
-        kinds_.push_back(static_cast<std::uint8_t>(itemOf(entity)));
-        polylines_ += entity.vertices.size() >= 2 ? 1 : 0;
-    }
+void PlanKinds::add(const EntityView& entity) {
+    const auto item = static_cast<std::uint8_t>(itemOf(entity));
+    kinds_.push_back(item);
+    ++counts_[item];
+    polylines_ += entity.vertices.size() >= 2 ? 1 : 0;
 }
 
 void drawPolylines(Plan& plan, std::ostream& out) {
@@ -277,13 +275,19 @@ void drawPoints(Plan& plan, std::ostream& out) {
     auto place = [&kKinds](PlanItem item) {
         return static_cast<std::size_t>(std::find(kKinds.begin(), kKinds.end(), item) - kKinds.begin());
     };
-    for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
-        if (!plan.kinds.isPoint(i)) {
-            continue;
+    if (plan.partial || plan.leftOut > 0 || plan.beyondReach > 0) {
+        for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
+            if (!plan.kinds.isPoint(i)) {
+                continue;
+            }
+            const EntityView entity = plan.drawing.entity(i);
+            if (!plan.isLeftOut(entity) && !isBeside(plan, entity)) {
+                ++counts[place(plan.kinds.of(i))];
+            }
         }
-        const EntityView entity = plan.drawing.entity(i);
-        if (!plan.isLeftOut(entity) && !isBeside(plan, entity)) {
-            ++counts[place(plan.kinds.of(i))];
+    } else {
+        for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
+            counts[kind] = plan.kinds.count(kKinds[kind]);
         }
     }
     for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {

@@ -8,8 +8,6 @@
 
 namespace fenmark::exchange {
 
-using drawing::EntityView;
-
 namespace {
 
 constexpr double kGridCross = 1.5;       // half a cross of the grid, millimetres
@@ -176,20 +174,8 @@ double drawScaleBar(const Plan& plan, std::ostream& out, double y) {
 
 // The file names of the rows, as far as they have room.
 std::vector<std::string> sourceFiles(const Plan& plan) {
-    constexpr std::size_t kMost = 3;
-    std::vector<std::string> files;
-    std::string_view last;
-    for (std::size_t i = 0; i < plan.drawing.entityCount() && files.size() <= kMost; ++i) {
-        const EntityView entity = plan.drawing.entity(i);
-        if (!entity.row || entity.row->fileName.empty() || entity.row->fileName == last) {
-            continue;
-        }
-        last = entity.row->fileName;
-        if (std::find(files.begin(), files.end(), last) == files.end()) {
-            files.emplace_back(last);
-        }
-    }
-    if (files.size() > kMost) {
+    std::vector<std::string> files = plan.files;
+    if (files.size() == kMostFiles) {
         files.back() = "ほか";
     }
     return files;

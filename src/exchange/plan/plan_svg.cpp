@@ -107,17 +107,24 @@ std::string stakeName(double station) {
     return StationNames{}(station);
 }
 
-Shown::Shown(const Drawing& drawing) : kinds(drawing) {
+Shown::Shown(const Drawing& drawing) {
     Extent rest;
     std::size_t origins = 0;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
+        kinds.add(entity);
+        if (entity.row && files.size() < kMostFiles && !entity.row->fileName.empty() &&
+            std::find(files.begin(), files.end(), entity.row->fileName) == files.end()) {
+            files.emplace_back(entity.row->fileName);
+        }
         if (atOrigin(entity)) {
             ++origins;
         } else if (!inReach(entity)) {
             ++beyondReach;
         } else {
-            rest.add(drawing.entityExtent(i));
+            for (const host::MdGePoint3d& vertex : entity.vertices) {
+                rest.add(vertex.x, vertex.y);
+            }
         }
     }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
@@ -146,8 +153,8 @@ Shown::Shown(const Drawing& drawing) : kinds(drawing) {
 }
 
 Plan::Plan(const Drawing& shownDrawing, const Shown& shown, const PlanSheet& onSheet)
-    : drawing(shownDrawing), kinds(shown.kinds), leftOut(shown.leftOut), beyondReach(shown.beyondReach), sheet(onSheet),
-      space(sheet.map()) {
+    : drawing(shownDrawing), kinds(shown.kinds), files(shown.files), leftOut(shown.leftOut),
+      beyondReach(shown.beyondReach), sheet(onSheet), space(sheet.map()) {
     if (leftOut > 0) {
         notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
     }

@@ -22,7 +22,7 @@ namespace {
 // Millimetres of paper.
 constexpr double kHeadRoom = 14.0;    // above the graph, for the title
 constexpr double kTitleColumn = 24.0; // names of the band's rows
-constexpr double kScaleColumn = 12.0; // heights at the left of the graph
+constexpr double kScaleColumn = 10.0; // heights at the left of the graph
 constexpr double kLeastColumn = 3.0;  // between two texts of the band
 constexpr double kTextSize = 2.2;
 

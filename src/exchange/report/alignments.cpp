@@ -75,7 +75,7 @@ void mainPointTable(const Drawing& drawing, std::size_t index, const ReportOptio
                    begins ? elementText(element) : "",
                    begins && element.type != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : ""});
     }
-    table.totals = {{"路線長", metresText(alignment.length()) + " m"}};
+    table.totals = {{"路線長", metresText(alignment.length()), "m"}};
     sink(table);
 }
 

@@ -95,7 +95,7 @@ void lotTable(const EntityView& lot, const std::vector<Corner>& corners, const R
     const DecimalArea twice = twiceArea(corners);
     const std::string area = halfText(twice.absolute());
     table.totals = {
-        {"倍面積", twice.text() + " m²"}, {"面積", area + " m²"}, {"地積", registeredText(area, options.land) + " m²"}};
+        {"倍面積", twice.text(), "m²"}, {"面積", area, "m²"}, {"地積", registeredText(area, options.land), "m²"}};
     table.figure = figureSvg(figure);
     sink(table);
 }
@@ -130,7 +130,7 @@ std::size_t lotTables(const Drawing& drawing, const PointNames& names, const Rep
     if (list.groups.empty()) {
         return without;
     }
-    list.totals = {{"面積の合計", halfText(total) + " m²"}};
+    list.totals = {{"面積の合計", halfText(total), "m²"}};
     sink(list);
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         if (drawing.isPoint(i)) {

@@ -40,9 +40,9 @@ th,td{border:.2mm solid #555;padding:.5mm 2mm}
 th{background:#eef1f3;font-weight:normal;text-align:center;white-space:nowrap}
 td{text-align:right;white-space:nowrap;font-variant-numeric:tabular-nums}
 td.l{text-align:left;white-space:normal;overflow-wrap:anywhere}
-dl{display:grid;grid-template-columns:max-content max-content;gap:.5mm 6mm;margin:2.5mm 0;break-inside:avoid}
-dt{color:#333}dd{margin:0;text-align:right}
-p.remark{margin:1.5mm 0;font-size:8.5pt}
+dl{display:grid;grid-template-columns:max-content max-content max-content;gap:.5mm 0;margin:2.5mm 0;break-inside:avoid}
+dt{color:#333;padding-right:6mm}dd{margin:0;text-align:right}dd+dd{text-align:left;padding-left:1mm}
+p.remark{break-before:avoid;margin:1.5mm 0;font-size:8.5pt}
 svg.figure{flex:none;border:.15mm solid #999;break-inside:avoid}
 svg .lot{fill:#f4efdf;stroke:#333;stroke-width:.3}
 svg circle{fill:#fff;stroke:#333;stroke-width:.2}
@@ -141,8 +141,9 @@ class HtmlWriter {
             return;
         }
         out_ << "<dl>";
-        for (const auto& [name, value] : table.totals) {
-            out_ << "<dt>" << xmlText(name) << "</dt><dd>" << xmlText(value) << "</dd>";
+        for (const report::Total& total : table.totals) {
+            out_ << "<dt>" << xmlText(total.name) << "</dt><dd>" << xmlText(total.value) << "</dd><dd>"
+                 << xmlText(total.unit) << "</dd>";
         }
         out_ << "</dl>\n";
     }
@@ -174,8 +175,12 @@ void writeCsvTable(std::ostream& out, const Table& table, bool first) {
             line(row, [](const std::string& cell) { return std::string_view(cell); });
         }
     }
-    for (const auto& [name, value] : table.totals) {
-        out << CsvField{name} << ',' << CsvField{value} << "\r\n";
+    for (const report::Total& total : table.totals) {
+        out << CsvField{total.name} << ',' << CsvField{total.value};
+        if (!total.unit.empty()) {
+            out << ',' << CsvField{total.unit};
+        }
+        out << "\r\n";
     }
     for (const std::string& remark : table.remarks) {
         out << CsvField{remark} << "\r\n";

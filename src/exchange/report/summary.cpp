@@ -59,10 +59,10 @@ void summaryTables(const Drawing& drawing, const ReportOptions& options, const T
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         length += drawing.alignment(i).length();
     }
-    objects.totals = {{"点", std::to_string(points)},
-                      {"ポリライン", std::to_string(drawing.entityCount() - points)},
-                      {"平面線形", std::to_string(drawing.alignmentCount())},
-                      {"平面線形の総延長", metresText(length) + " m"}};
+    objects.totals = {{"点", std::to_string(points), ""},
+                      {"ポリライン", std::to_string(drawing.entityCount() - points), ""},
+                      {"平面線形", std::to_string(drawing.alignmentCount()), ""},
+                      {"平面線形の総延長", metresText(length), "m"}};
     sink(objects);
 
     if (drawing.alignmentCount() > 0) {
@@ -108,7 +108,9 @@ void pointTable(const Drawing& drawing, const TableSink& sink) {
             continue;
         }
         const EntityView point = drawing.entity(i);
-        if (!hasPlace(point)) {
+        const std::string_view type = point.row ? point.row->type : std::string_view();
+        const bool result = type == "縦断成果" || type == "横断成果"; // told by sections, not by coordinates
+        if (result || !hasPlace(point)) {
             continue;
         }
         const host::MdGePoint3d& at = point.position();

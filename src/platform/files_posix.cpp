@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -126,23 +127,22 @@ bool isSameFile(int descriptor, const std::string& path) {
 
 // Temporary files for this target that nobody holds a lock on. A name that a file of another kind bears is let alone.
 void removeLeftovers(const std::string& folder, std::string_view prefix) {
-    // The iterator's form with an error code ends the program where memory runs out.
-    try {
-        for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-            const std::string name = entry.path().filename().string();
-            if (!isTemporaryName(name, prefix)) {
-                continue;
-            }
-            const std::string path = entry.path().string();
-            const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-            struct ::stat status {};
-            if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
-                ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
-                ::unlink(path.c_str());
-            }
+    // The standard library's iterator ends the program where memory runs out.
+    struct Closer {
+        void operator()(DIR* listing) const { ::closedir(listing); }
+    };
+    const std::unique_ptr<DIR, Closer> listing(::opendir(folder.c_str()));
+    while (const dirent* const entry = listing ? ::readdir(listing.get()) : nullptr) {
+        if (!isTemporaryName(entry->d_name, prefix)) {
+            continue;
         }
-    } catch (const fs::filesystem_error&) {
-        // They lie there until a folder that can be listed again.
+        const std::string path = folder + "/" + entry->d_name;
+        const Descriptor file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        struct ::stat status {};
+        if (file.get() >= 0 && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+            ::flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isSameFile(file.get(), path)) {
+            ::unlink(path.c_str());
+        }
     }
 }
 

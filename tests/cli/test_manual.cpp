@@ -1,5 +1,6 @@
 // The manual page and the completion name what --help names, and nothing else.
 #include "command_line.h"
+#include "exchange/formats.h"
 #include "support/manual_page.h"
 
 namespace fenmark::cli {
@@ -29,6 +30,27 @@ TEST_F(Manual, PageHasTheOptionsOfHelpAndNoOthers) {
 TEST_F(Manual, CompletionOffersTheOptionsOfHelpAndNoOthers) {
     const std::string script = test::readFile(FENMARK_SOURCE_DIR "/apps/fenmark/completion/fenmark.bash");
     EXPECT_EQ(test::optionsIn(script), optionsOfAllHelp());
+}
+
+TEST_F(Manual, HelpPageAndCompletionNameEveryExportFormatAndKind) {
+    const std::string help = fenmark({"export", "--help"}).out;
+    const std::string page = test::plainManualPage(FENMARK_SOURCE_DIR "/apps/fenmark/man/fenmark.1");
+    const std::string script = test::readFile(FENMARK_SOURCE_DIR "/apps/fenmark/completion/fenmark.bash");
+    std::string pattern;
+    for (const exchange::Format& format : exchange::formats()) {
+        if (!format.isPlan) {
+            EXPECT_NE(help.find(format.extension), std::string::npos) << format.extension;
+            EXPECT_NE(page.find(format.extension), std::string::npos) << format.extension;
+            pattern.append(pattern.empty() ? "" : "|").append(format.extension.substr(1));
+        }
+    }
+    EXPECT_NE(script.find("*.@(" + pattern + ")"), std::string::npos) << pattern;
+    std::string kinds;
+    for (const exchange::KindEntry& entry : exchange::kKindTable) {
+        kinds.append(kinds.empty() ? "" : " ").append(entry.option);
+        EXPECT_NE(page.find(entry.option), std::string::npos) << entry.option;
+    }
+    EXPECT_NE(script.find("objects=\"" + kinds + "\""), std::string::npos) << kinds;
 }
 
 } // namespace

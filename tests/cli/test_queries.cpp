@@ -171,11 +171,45 @@ INSTANTIATE_TEST_SUITE_P(Commands, ReadsADrawing,
                                            std::vector<std::string>{"locate", "DRAWING", "CL", "1", "1"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.dxf"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.XML"},
-                                           std::vector<std::string>{"export", "DRAWING", "OUT.geojson", "--crs", "plane"},
+                                           std::vector<std::string>{"export", "DRAWING", "OUT.geojson", "--crs",
+                                                                    "plane"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.kml", "--zone", "9"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.sim"},
                                            std::vector<std::string>{"export", "DRAWING", "OUT.csv"},
                                            std::vector<std::string>{"plot", "DRAWING", "OUT.svg"}));
+
+TEST_F(QueryLine, ExportSaysWhatIsMissingOrWrong) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const auto exported = [&](std::vector<std::string> more, const char* target = "out.dxf") {
+        more.insert(more.begin(), {"export", folder.at("a.gpkg"), folder.at(target)});
+        return fenmark(more);
+    };
+    const Ran zone = exported({}, "out.geojson");
+    EXPECT_EQ(zone.code, kNotDone);
+    EXPECT_NE(zone.err.find("--zone 1..19, or --crs plane"), std::string::npos) << zone.err;
+    EXPECT_FALSE(test::fileExists(folder.at("out.geojson")));
+    const Ran kml = exported({"--crs", "plane"}, "out.kml");
+    EXPECT_EQ(kml.code, kNotDone);
+    EXPECT_EQ(kml.err.find("--crs"), std::string::npos) << "KML has no metres";
+    EXPECT_EQ(exported({"--zone", "9"}, "out.kml").code, kDone);
+    EXPECT_EQ(exported({"--layer", "0"}).code, kDone);
+    const Ran layer = exported({"--layer", "無い"});
+    EXPECT_EQ(layer.code, kNotDone);
+    EXPECT_NE(layer.err.find("無い"), std::string::npos);
+    EXPECT_EQ(exported({"--only", "points,lots"}).code, kDone);
+    for (const std::vector<std::string>& wrong : std::vector<std::vector<std::string>>{{"--only", "trees"},
+                                                                                       {"--rectangle", "1,2,3"},
+                                                                                       {"--rectangle", "1,2,3,x"},
+                                                                                       {"--scale", "0"},
+                                                                                       {"--dxf-version", "R13"},
+                                                                                       {"--zone", "20"}}) {
+        EXPECT_EQ(exported(wrong).code, kWrongUsage) << wrong[0] << " " << wrong[1];
+    }
+    EXPECT_EQ(exported({"--rectangle", "90,-1,110,1", "--only", "points"}, "out.csv").code, kDone);
+    const std::string csv = test::readFile(folder.at("out.csv"));
+    EXPECT_EQ(csv.find(",BP,"), std::string::npos);
+    EXPECT_NE(csv.find(",EP,"), std::string::npos);
+}
 
 TEST_F(QueryLine, ExportReplacesItsTargetAndLeavesNothingBeside) {
     ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);

@@ -1,6 +1,7 @@
 // The application object that a module shows to the host.
 #include "module/mdrx_app.h"
 
+#include <algorithm>
 #include <array>
 
 namespace fenmark::module {
@@ -92,6 +93,7 @@ int MdRxMdmApp::initApp(void* package) {
     if (stack == nullptr) {
         return kNoRegistry;
     }
+    refused_.clear();
     for (const Command& command : commands()) {
         const mirdane::Status status = stack->addCommand({.resourceInstance = resourceInstance(),
                                                           .group = command.group,
@@ -99,8 +101,8 @@ int MdRxMdmApp::initApp(void* package) {
                                                           .localName = command.name,
                                                           .flags = command.flags,
                                                           .handler = command.handler});
-        if (status == 0) {
-            added_.push_back(command);
+        if (status != 0) {
+            refused_.push_back(command.name);
         }
     }
     return result;
@@ -110,12 +112,12 @@ int MdRxMdmApp::unloadApp(void* package) {
     const int result = MdRxDbmApp::unloadApp(package);
     mirdane::MdRxSysRegistry* registry = mirdane::mdrxSysRegistry();
     mirdane::MdEdCommandStack* stack = registry != nullptr ? registry->commandStack() : nullptr;
-    for (const Command& command : added_) {
-        if (stack != nullptr) {
+    for (const Command& command : commands()) {
+        if (stack != nullptr && std::ranges::find(refused_, command.name) == refused_.end()) {
             stack->removeCommand(command.group, command.name);
         }
     }
-    added_.clear();
+    refused_.clear();
     return result;
 }
 

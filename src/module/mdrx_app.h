@@ -64,9 +64,9 @@ class MdRxMdmApp : public MdRxDbmApp {
     virtual void* resourceInstance() const = 0;
 
   private:
-    // What the host took. It refuses a command that another module has, also another copy of this one, and such a
-    // command is not ours to remove.
-    std::vector<Command> added_;
+    // Commands that the host did not take, since another module has them, which may be another copy of this one. They
+    // are not ours to remove.
+    std::vector<std::string_view> refused_;
 };
 
 // Hands a message to its operation; 0 for a number outside 0 to 15.

@@ -21,8 +21,8 @@ const std::set<std::string> kWithoutFailure = {
     "ali_KEnPncl", "ali_KEnPntb", "ali_KEnPntc", "ali_getlA",      "ali_paraS", "ali_pmovA", "ali_pmovR",
     "ali_pmovS",   "ali_tmovA",   "ali_tmovR",   "ali_tmovS",      "para_pmovr"};
 
-constexpr int kHostileCalls = 1000;
-constexpr int kPaddingCalls = 200;
+constexpr int kHostileCalls = 400;
+constexpr int kPaddingCalls = 100;
 
 double number(Random& random) {
     return random.whole(0, 3) == 0 ? random.between(0.0, 6.0) : random.between(-300.0, 300.0);

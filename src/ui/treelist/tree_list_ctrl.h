@@ -25,6 +25,9 @@
 #include "ui/treelist/model/tree_list_item.h"
 #include "ui/treelist/tree_list_notification.h"
 
+// The module exports the class.
+#define FENMARK_TREELIST_API __attribute__((visibility("default")))
+
 namespace fenmark::ui::treelist {
 
 class CTLCDragWnd;
@@ -47,9 +50,6 @@ inline CTreeListItem* const TLI_LAST = treeListHandle(0xFFFF0002);  // insert as
 inline CTreeListItem* const TLI_FIRST = treeListHandle(0xFFFF0003); // insert as first child
 inline CTreeListItem* const TLI_SORT = treeListHandle(0xFFFF0004);  // the same as last: rows aren't sorted
 
-// The module exports the class.
-#pragma GCC visibility push(default)
-
 // The control. Its geometry is given in pixels at 96 dots an inch and scales with the screen; all rectangles and
 // points are in the coordinates of viewport(). Used in the thread of the windows only.
 //
@@ -62,7 +62,7 @@ inline CTreeListItem* const TLI_SORT = treeListHandle(0xFFFF0004);  // the same 
 // Space, numpad + and - and Shift+Left and Right expand and collapse; Ctrl+Space and Ctrl+Shift+Space flip the check and
 // the lock box. Left and Right move the focus column; with Alt they move the column itself, with Alt+Shift its edge, and
 // Alt+Down opens the header's menu. Escape breaks a drag off. Keys without a use (Enter, F2, letters) go to the parent.
-class CTreeListCtrl : public QAbstractScrollArea {
+class FENMARK_TREELIST_API CTreeListCtrl : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
@@ -398,7 +398,5 @@ class CTreeListCtrl : public QAbstractScrollArea {
     std::unique_ptr<CTLCDropWnd> dropWindow_;
     std::unique_ptr<CTreeListDC> surface_;
 };
-
-#pragma GCC visibility pop
 
 } // namespace fenmark::ui::treelist

@@ -3,9 +3,15 @@
 
 #include <fenmark/curve.h>
 
-size_t c_size_of_curve(void) { return sizeof(FmkCurve); }
-size_t c_size_of_ip_curve(void) { return sizeof(FmkIpCurve); }
-size_t c_size_of_crossing(void) { return sizeof(FmkCrossing); }
+size_t c_size_of_curve(void) {
+    return sizeof(FmkCurve);
+}
+size_t c_size_of_ip_curve(void) {
+    return sizeof(FmkIpCurve);
+}
+size_t c_size_of_crossing(void) {
+    return sizeof(FmkCrossing);
+}
 
 /* A quarter of a circle of 100 m to the right, from the origin north: ends 100 m north and 100 m east. */
 double c_end_of_quarter_circle(void) {

@@ -11,7 +11,7 @@
 namespace fenmark::cli {
 
 int runStakes(const StakesArguments& arguments, const Streams& streams) {
-    const auto drawing = readDrawing(arguments.drawing, drawing::Load::WithoutEntities);
+    const auto drawing = readDrawing(arguments.drawing, drawing::Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
     const exchange::Stakes stakes = exchange::stakesOf(*drawing, index, arguments.options);
     if (!stakes.failure.empty()) {

@@ -2,7 +2,7 @@
 # Installs the Debian packages that are missing, and nothing when none is.
 #
 # scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), package
-# (Debian packages), check (tests, format, validators)
+# (Debian packages), qgis (the plugin's check), check (tests, format, validators)
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev
@@ -11,7 +11,8 @@ picture=(librsvg2-bin fonts-ipafont-gothic)
 windows=(qt6-base-dev qt6-translations-l10n libgl-dev fonts-ipafont-gothic)
 check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin
        xvfb xauth libxml2-utils python3-ezdxf python3-numpy python3-matplotlib python3-geopandas)
-packaging=(lintian debootstrap dpkg-dev file)
+packaging=(lintian debootstrap dpkg-dev file ccache)
+qgis=(qgis python3-qgis zip unzip)
 
 wanted=()
 for name in "$@"; do
@@ -20,8 +21,9 @@ for name in "$@"; do
         picture) wanted+=("${picture[@]}") ;;
         windows) wanted+=("${windows[@]}") ;;
         package) wanted+=("${packaging[@]}") ;;
+        qgis) wanted+=("${qgis[@]}") ;;
         check) wanted+=("${check[@]}") ;;
-        *) echo "packages.sh: no set named $name (build, picture, windows, package, check)" >&2; exit 2 ;;
+        *) echo "packages.sh: no set named $name (build, picture, windows, package, qgis, check)" >&2; exit 2 ;;
     esac
 done
 

@@ -48,6 +48,13 @@ def system_of(drawing):
     return QgsVectorLayer(f"{drawing}|layername=alignments", "alignments", "ogr").crs()
 
 
+def free_name(name, fields):
+    """The name of a new field: itself, or with a number where the fields have it already."""
+    taken = {field.name().lower() for field in fields}
+    numbered = (f"{name}_{number}" for number in range(1, len(taken) + 2))
+    return name if name not in taken else next(other for other in numbered if other not in taken)
+
+
 class Algorithm(QgsProcessingAlgorithm):
     """What all of them share; each gives `key`, `title` and its own parameters."""
 
@@ -162,8 +169,8 @@ class StationsOfPoints(Algorithm):
         alignment = self.parameterAsString(parameters, "ALIGNMENT", context)
         source = self.parameterAsSource(parameters, "INPUT", context)
         fields = QgsFields(source.fields())
-        fields.append(QgsField("station", QVariant.Double))
-        fields.append(QgsField("offset", QVariant.Double))
+        for name in ("station", "offset"):
+            fields.append(QgsField(free_name(name, fields), QVariant.Double))
         sink, identifier = self.parameterAsSink(parameters, "OUTPUT", context, fields, source.wkbType(),
                                                 source.sourceCrs())
         count = max(source.featureCount(), 1)

@@ -112,7 +112,8 @@ void Fenmark(host::HostBoundary& host, Dialogs& dialogs, LastRun& lastRun, sima:
     reader.options = lastRun.options;
 
     output::DrawingOutput output(host, settings.output);
-    reader.fullRead(lastRun.filePath, {&output, dialogs.progress(), &host, settings.encoding, settings.longestLine});
+    const sima::Encoding encoding = settings.encodingOf ? settings.encodingOf(lastRun.filePath) : settings.encoding;
+    reader.fullRead(lastRun.filePath, {&output, dialogs.progress(), &host, encoding, settings.longestLine});
 
     // The log is written also for a file that could not be opened: it then holds its banner alone.
     reader.log.setFileName(lastRun.filePath);

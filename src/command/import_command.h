@@ -8,6 +8,7 @@
 #include "sima/reader/read_context.h"
 
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <string>
@@ -21,6 +22,7 @@ struct CommandSettings {
     output::OutputSettings output = {};
     std::size_t longestLine = std::numeric_limits<std::size_t>::max(); // bytes
     std::optional<std::string> logFile = std::nullopt; // none: beside the input; an empty name: no log is written
+    std::function<sima::Encoding(const std::string& path)> encodingOf = nullptr; // of the file chosen, before encoding
 };
 
 // One run. Failures are silent or end in the dialogs; an exception that leaves the read leaves this too. The reader

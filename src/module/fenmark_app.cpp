@@ -7,6 +7,7 @@
 #include "module/map_modules.h"
 #include "module/thread_locale.h"
 #include "sima/records/station_equation.h"
+#include "sima/text/encoding_choice.h"
 #include "ui/dialogs/ui_dialogs.h"
 
 #include <QWidget>
@@ -15,6 +16,7 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace fenmark::module {
@@ -29,6 +31,9 @@ mirdane::MdApDataManager<CDocData> docData;
 } // namespace
 
 namespace {
+
+// No time of modification: the dialog reads the file anew.
+constexpr std::int64_t kNeverRead = std::numeric_limits<std::int64_t>::min();
 
 // A file that the user handed to the host, as by dropping it on its window, stands in the dialog in place of the file
 // of the last run. A run that is not accepted leaves the values of the last run as they were.
@@ -57,9 +62,6 @@ class PendingFile {
     PendingFile& operator=(const PendingFile&) = delete;
 
   private:
-    // No time of modification: the dialog reads the file anew.
-    static constexpr std::int64_t kNeverRead = std::numeric_limits<std::int64_t>::min();
-
     command::LastRun& run_;
     bool pending_ = false;
     std::string filePath_;
@@ -67,8 +69,37 @@ class PendingFile {
     sima::SimaImportOptions options_;
 };
 
-command::CommandSettings settingsOfHost() {
+constexpr std::string_view kAsBytesShow = "auto";
+
+std::string encodingSetting() {
+    std::string setting;
+    mirdane::mdedGetSystemText(mirdane::kEncodingVariable, setting);
+    return setting;
+}
+
+// The encoding of a file under the host's setting.
+sima::Encoding encodingOf(const std::string& setting, const std::string& path) {
+    if (setting == kAsBytesShow) {
+        return sima::chooseEncoding(path).encoding;
+    }
+    return sima::encodingNamed(setting).value_or(sima::Encoding::Cp932);
+}
+
+// What the dialog keeps of the last run was read under the setting of that run: under another one it reads anew.
+void forgetReadingUnlessSame(const std::string& setting) {
+    static std::string before;
+    if (std::exchange(before, setting) != setting) {
+        lastRun.fileTime = kNeverRead;
+    }
+}
+
+command::CommandSettings settingsOfHost(const std::string& encoding) {
     command::CommandSettings settings;
+    settings.encodingOf = [encoding](const std::string& path) {
+        const sima::Encoding taken = encodingOf(encoding, path);
+        mirdane::mdedSetSystemText(mirdane::kReadInVariable, sima::encodingTitle(taken));
+        return taken;
+    };
     std::string inPlan;
     settings.output.planTangents =
         mirdane::mdedGetSystemText(mirdane::kPlanTangentsVariable, inPlan) == 0 && !inPlan.empty();
@@ -79,12 +110,16 @@ command::CommandSettings settingsOfHost() {
 
 void runFenmark() {
     mirdane::mdedSetSystemText(mirdane::kLogFileVariable, {});
+    mirdane::mdedSetSystemText(mirdane::kReadInVariable, {});
+    const std::string encoding = encodingSetting();
+    forgetReadingUnlessSame(encoding);
     const PendingFile pending(lastRun);
     host::HostAdapter host;
-    ui::UiDialogs dialogs(static_cast<QWidget*>(mirdane::mdsw_mirdanMainWnd()));
+    ui::UiDialogs dialogs(static_cast<QWidget*>(mirdane::mdsw_mirdanMainWnd()), ui::openWithDesktop,
+                          [&encoding](const std::string& path) { return encodingOf(encoding, path); });
     sima::SimaReader reader;
     try {
-        command::Fenmark(host, dialogs, lastRun, reader, settingsOfHost());
+        command::Fenmark(host, dialogs, lastRun, reader, settingsOfHost(encoding));
         mirdane::mdedSetSystemText(mirdane::kLogFileVariable, reader.log.fileName());
     } catch (const std::invalid_argument& error) {
         // A record too short for a field ends the command. The host says so in one line, so the line is told here; an

@@ -7,6 +7,10 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTextBlock>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
 
 namespace fenmark::desk::test {
 namespace {
@@ -120,6 +124,90 @@ TEST_F(DeskWindow, ADroppedFileIsCopiedAndNotMoved) {
     QApplication::sendEvent(window.get(), &enter);
     EXPECT_TRUE(enter.isAccepted());
     EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+}
+
+// 点 in UTF-8, and enough of it to be told from code page 932.
+QByteArray fileInUtf8() {
+    return QStringLiteral("A00,\r\nA01,1,境界点一,0,0,,\r\nA01,2,境界点二,10,10,,\r\nA99,\r\n").toUtf8();
+}
+
+TEST_F(DeskWindow, AFileInUtf8IsReadAsItsBytesShowAndTheEncodingIsTold) {
+    import(folder.write(QStringLiteral("utf8.sim"), fileInUtf8()));
+    ASSERT_EQ(drawing().entityCount(), 2U);
+    entityNamed("境界点一");
+    EXPECT_TRUE(said(QStringLiteral("文字コードを UTF-8 として読み込みました")));
+}
+
+TEST_F(DeskWindow, NothingIsToldOfAFileInCodePage932) {
+    import(folder.write(QStringLiteral("sjis.sim"), "A00,\r\nA01,1,\x93\x5F,0,0,,\r\nA99,\r\n"));
+    entityNamed("点");
+    EXPECT_FALSE(said(QStringLiteral("文字コード")));
+}
+
+TEST_F(DeskWindow, TheSettingOverridesWhatTheBytesShow) {
+    const QString file = folder.write(QStringLiteral("utf8.sim"), fileInUtf8());
+    window->action(Text::EncodingCp932)->trigger();
+    import(file);
+    ASSERT_EQ(drawing().entityCount(), 2U);
+    ASSERT_TRUE(drawing().entity(0).row);
+    EXPECT_FALSE(drawing().entity(0).row->name.starts_with("境界点一"));
+    EXPECT_FALSE(said(QStringLiteral("文字コード")));
+    window->action(Text::EncodingUtf8)->trigger();
+    import(file);
+    ASSERT_EQ(drawing().entityCount(), 4U);
+    EXPECT_TRUE(drawing().entity(2).row->name.starts_with("境界点一"));
+    EXPECT_TRUE(said(QStringLiteral("文字コードを UTF-8 として読み込みました")));
+}
+
+TEST_F(DeskWindow, PlanTangentsAreASettingOfTheHost) {
+    QAction* tangents = window->action(Text::PlanTangents);
+    EXPECT_FALSE(window->session().host().planTangents());
+    tangents->trigger();
+    EXPECT_TRUE(window->session().host().planTangents());
+    tangents->trigger();
+    EXPECT_FALSE(window->session().host().planTangents());
+}
+
+TEST_F(DeskWindow, ABrokenJointIsToldWithWhatMayMendIt) {
+    window->action(Text::RadiusRight)->trigger();
+    import(folder.example(QStringLiteral("road.sim")));
+    EXPECT_TRUE(said(QStringLiteral("折れています; 設定の「正の半径の向き」を「自動」にして")))
+        << window->command().said().toStdString();
+}
+
+// Contrast of two colours (Web Content Accessibility Guidelines 2.1, 1.4.3).
+double contrast(const QColor& a, const QColor& b) {
+    const auto luminance = [](const QColor& colour) {
+        const auto linear = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(static_cast<double>(colour.redF())) +
+               0.7152 * linear(static_cast<double>(colour.greenF())) +
+               0.0722 * linear(static_cast<double>(colour.blueF()));
+    };
+    const double lighter = std::max(luminance(a), luminance(b));
+    const double darker = std::min(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+TEST_F(DeskWindow, LinesOfTheLogAreReadableOnLightAndDark) {
+    import(folder.write(QStringLiteral("errors.sim"), "A00,\r\nA01,x,a,0,0,,\r\nA99,\r\n"));
+    LogPanel& log = window->log();
+    for (const QColor& background : {QColor(0xff, 0xff, 0xff), QColor(0xef, 0xef, 0xef), QColor(0x2d, 0x2d, 0x2d),
+                                     QColor(0x19, 0x19, 0x19), QColor(0, 0, 0)}) {
+        QPalette palette = log.palette();
+        palette.setColor(QPalette::Base, background);
+        log.setPalette(palette);
+        int coloured = 0;
+        for (QTextBlock line = log.document()->begin(); line.isValid(); line = line.next()) {
+            for (const QTextLayout::FormatRange& part : line.layout()->formats()) {
+                ++coloured;
+                EXPECT_GE(contrast(part.format.foreground().color(), background), 4.5)
+                    << line.text().toStdString() << " on " << background.name().toStdString();
+            }
+        }
+        EXPECT_GT(coloured, 0);
+    }
 }
 
 } // namespace

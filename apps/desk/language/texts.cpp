@@ -227,6 +227,20 @@ constexpr std::array kEntries{
     Entry{Text::BrokenOffNothing, "図形は作成されていません。", "No object was made."},
     Entry{Text::KeepButton, "残す", "Keep"},
     Entry{Text::TakeBackButton, "取り消す", "Take Back"},
+    Entry{Text::EncodingMenu, "SIMAファイルの文字コード(&E)", "&Encoding of SIMA Files"},
+    Entry{Text::EncodingAuto, "自動判別", "Automatic"},
+    Entry{Text::EncodingCp932, "シフトJIS (コードページ932)", "Code Page 932 (Shift_JIS)"},
+    Entry{Text::EncodingUtf8, "UTF-8", "UTF-8"},
+    Entry{Text::ReadIn, "文字コードを %1 として読み込みました", "The file was read in %1"},
+    Entry{Text::PlanTangents, "クロソイドの接線交点を平面で求める(&C)", "Tangents of &Clothoids in Plan"},
+    Entry{Text::TryRadiusAuto, "設定の「正の半径の向き」を「自動」にして読み込み直すと直ることがあります",
+          "importing again with Positive Radius set to Automatic may mend it"},
+    Entry{Text::TryRadiusLeft, "設定の「正の半径の向き」を「左曲がり」にして読み込み直すと直ることがあります",
+          "importing again with Positive Radius set to Turns Left may mend it"},
+    Entry{Text::TryRadiusRight, "設定の「正の半径の向き」を「右曲がり」にして読み込み直すと直ることがあります",
+          "importing again with Positive Radius set to Turns Right may mend it"},
+    Entry{Text::TryPlanTangents, "設定の「クロソイドの接線交点を平面で求める」を選んで読み込み直すと直ることがあります",
+          "importing again with Tangents of Clothoids in Plan may mend it"},
 };
 
 constexpr bool inOrder() {

@@ -198,6 +198,16 @@ enum class Text : std::uint16_t {
     BrokenOffNothing,
     KeepButton,
     TakeBackButton,
+    EncodingMenu,
+    EncodingAuto,
+    EncodingCp932,
+    EncodingUtf8,
+    ReadIn,
+    PlanTangents,
+    TryRadiusAuto,
+    TryRadiusLeft,
+    TryRadiusRight,
+    TryPlanTangents,
 };
 
 // Gives the texts of one language; the language can change while the program runs.

@@ -102,7 +102,8 @@ bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before, const std
 
 CommandOutcome DeskSession::run(std::string_view command, const std::string& pendingFile) {
     if (running_) {
-        return {.ok = false, .message = "a command is running", .changed = false, .logPath = {}, .notes = {}};
+        return {
+            .ok = false, .message = "a command is running", .changed = false, .logPath = {}, .readIn = {}, .notes = {}};
     }
     const While running(running_);
     const Drawing::Mark before = drawing().mark();
@@ -110,12 +111,15 @@ CommandOutcome DeskSession::run(std::string_view command, const std::string& pen
     modules_.setSystemText(mirdane::kPendingFileVariable, pendingFile);
     modules_.setSystemText(mirdane::kLogFileVariable, {});
     modules_.setSystemText(mirdane::kPlanTangentsVariable, host_.planTangents() ? "1" : "");
+    modules_.setSystemText(mirdane::kEncodingVariable, encoding_);
+    modules_.setSystemText(mirdane::kReadInVariable, {});
     ModuleResult result = modules_.run(command);
     modules_.setSystemText(mirdane::kPendingFileVariable, {});
     CommandOutcome outcome;
     outcome.ok = result.ok;
     outcome.message = std::move(result.message);
     outcome.logPath = modules_.systemText(mirdane::kLogFileVariable);
+    outcome.readIn = modules_.systemText(mirdane::kReadInVariable);
     outcome.changed = keepStep(StepKind::Import, before, outcome.logPath);
     outcome.notes = host_.layoutNotes();
     return outcome;

@@ -31,6 +31,7 @@ struct CommandOutcome {
     std::string message; // why not, in one line
     bool changed = false;
     std::string logPath; // the log that the command wrote; empty for none
+    std::string readIn;  // the encoding that the command read its file in, "UTF-8"; empty if it read none
     host::embedded::LayoutNotes notes;
 };
 
@@ -58,6 +59,9 @@ class DeskSession {
     // Runs a command of the module. All that it makes is one step. The path is that of a file that the command is to
     // begin with, or empty.
     CommandOutcome run(std::string_view command, const std::string& pendingFile = {});
+    // How SIMA files are read: "auto" as the bytes of each show, or the name of an encoding.
+    void setEncoding(const std::string& setting) { encoding_ = setting; }
+    const std::string& encoding() const { return encoding_; }
     bool isRunning() const { return running_; }
 
     // False if there is a layer of that name already.
@@ -82,6 +86,7 @@ class DeskSession {
     host::embedded::ModuleHost modules_; // gone before the host that its modules know
     std::vector<Step> steps_;
     std::vector<UndoneStep> undone_;
+    std::string encoding_ = "auto";
     bool running_ = false;
 };
 

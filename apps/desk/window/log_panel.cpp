@@ -37,21 +37,33 @@ void markBlock(QPlainTextEdit& panel, const QTextCursor& at) {
 // Lines that tell of something refused stand out.
 class ErrorLines : public QSyntaxHighlighter {
   public:
-    using QSyntaxHighlighter::QSyntaxHighlighter;
+    explicit ErrorLines(const QPlainTextEdit& panel) : QSyntaxHighlighter(panel.document()), panel_(panel) {}
 
   protected:
     void highlightBlock(const QString& line) override {
+        const LogColours colours = logColours(panel_.palette().color(QPalette::Base));
         const bool refused = line.contains(QStringLiteral("ERROR")) || line.contains(QStringLiteral("エラー")) ||
                              line.contains(QStringLiteral("できません"));
         if (refused && !line.contains(QStringLiteral("エラー無し"))) {
-            setFormat(0, static_cast<int>(line.size()), QColor(0xb3, 0x1b, 0x1b));
+            setFormat(0, static_cast<int>(line.size()), colours.refused);
         } else if (line.startsWith(QStringLiteral("-----"))) {
-            setFormat(0, static_cast<int>(line.size()), QColor(0x1f, 0x6f, 0xd6));
+            setFormat(0, static_cast<int>(line.size()), colours.rule);
         }
     }
+
+  private:
+    const QPlainTextEdit& panel_;
 };
 
 } // namespace
+
+LogColours logColours(const QColor& background) {
+    constexpr int kDark = 128; // lightness below which light inks are read
+    if (background.lightness() < kDark) {
+        return {QColor(0xff, 0x9a, 0x8f), QColor(0x8a, 0xbd, 0xff)};
+    }
+    return {QColor(0xb3, 0x1b, 0x1b), QColor(0x1a, 0x5f, 0xb8)};
+}
 
 LogPanel::LogPanel(QWidget* parent) : QPlainTextEdit(parent) {
     setObjectName(QStringLiteral("log"));
@@ -62,7 +74,7 @@ LogPanel::LogPanel(QWidget* parent) : QPlainTextEdit(parent) {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     viewport()->setMouseTracking(true);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &LogPanel::markLine);
-    new ErrorLines(document());
+    lines_ = new ErrorLines(*this);
 }
 
 std::optional<std::int64_t> LogPanel::recordAt(int line) const {
@@ -110,6 +122,14 @@ void LogPanel::markLine() {
 void LogPanel::choose(int line) {
     if (const auto number = recordAt(line)) {
         emit recordChosen(*number);
+    }
+}
+
+void LogPanel::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && lines_ != nullptr) {
+        lines_->rehighlight();
+        markLine();
     }
 }
 

@@ -4,14 +4,23 @@
 #include "desk/language/texts.h"
 #include "desk/session/source_record.h"
 
+#include <QColor>
 #include <QPlainTextEdit>
 #include <QString>
+#include <QSyntaxHighlighter>
 
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace fenmark::desk {
+
+// Colours of the lines of a log on a background, readable on it.
+struct LogColours {
+    QColor refused; // lines that tell of something refused
+    QColor rule;    // lines that part the log
+};
+LogColours logColours(const QColor& background);
 
 // A click on a line that tells the number of a record, or Enter with the cursor in it, chooses the record. The lines of
 // an error, and those behind the beginning or end of a section, tell the number of the line they belong to.
@@ -35,6 +44,7 @@ class LogPanel : public QPlainTextEdit {
     void recordChosen(qint64 number);
 
   protected:
+    void changeEvent(QEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -44,6 +54,7 @@ class LogPanel : public QPlainTextEdit {
     void markLine();
 
     std::string path_;
+    QSyntaxHighlighter* lines_ = nullptr;
 };
 
 // Some lines of the SIMA file around the one that was chosen in the log, with their numbers.

@@ -223,6 +223,19 @@ void MainWindow::makeSettingsMenu() {
         choice->setChecked(sense == PositiveRadius::Auto);
         radiusGroup->addAction(choice);
     }
+    addAction(settings, Text::PlanTangents, {}, [this] {
+        session_.host().setPlanTangents(action(Text::PlanTangents)->isChecked());
+    })->setCheckable(true);
+    QMenu* encoding = addChoices(Text::EncodingMenu);
+    auto* encodingGroup = new QActionGroup(this);
+    for (const auto& [text, name] : {std::pair(Text::EncodingAuto, "auto"), std::pair(Text::EncodingCp932, "cp932"),
+                                     std::pair(Text::EncodingUtf8, "utf-8")}) {
+        QAction* choice = addAction(encoding, text, {}, [this, name = name] { setEncoding(QLatin1String(name)); });
+        choice->setCheckable(true);
+        choice->setData(QLatin1String(name));
+        choice->setChecked(session_.encoding() == name);
+        encodingGroup->addAction(choice);
+    }
     QMenu* language = addChoices(Text::LanguageMenu);
     auto* languageGroup = new QActionGroup(this);
     for (const auto& [name, value] : {std::pair(QStringLiteral("日本語"), Language::Japanese),
@@ -349,6 +362,13 @@ void MainWindow::setLanguage(Language language) {
     }
 }
 
+void MainWindow::setEncoding(const QString& setting) {
+    session_.setEncoding(setting.toStdString());
+    if (options_.keepSettings) {
+        QSettings().setValue(QStringLiteral("encoding"), setting);
+    }
+}
+
 // The toolkit's own dialogs and buttons speak the window's language too.
 void MainWindow::useLanguage() {
     QCoreApplication::removeTranslator(&toolkitTexts_);
@@ -418,6 +438,12 @@ void MainWindow::readSettings() {
     const QSettings settings;
     recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList();
     lastFolder_ = settings.value(QStringLiteral("folder")).toString();
+    for (const Text text : {Text::EncodingAuto, Text::EncodingCp932, Text::EncodingUtf8}) {
+        if (action(text)->data() == settings.value(QStringLiteral("encoding"))) {
+            action(text)->setChecked(true);
+            session_.setEncoding(action(text)->data().toString().toStdString());
+        }
+    }
     restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
     restoreState(settings.value(QStringLiteral("panels")).toByteArray());
 }

@@ -148,6 +148,7 @@ class MainWindow : public QMainWindow {
     void sayNotes(const host::embedded::LayoutNotes& notes);
     void focusNextPane(int step);
     void setZone(int zone);
+    void setEncoding(const QString& setting);
     QString stepName(StepKind kind) const;
     // Nothing that a handler raises may pass through the event loop.
     void guarded(const std::function<void()>& act);

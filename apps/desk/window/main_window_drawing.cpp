@@ -4,6 +4,7 @@
 #include "desk/plan/plan_text.h"
 #include "desk/plan/record_object.h"
 #include "desk/window/properties.h"
+#include "sima/text/encoding.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -43,6 +44,24 @@ QString refusalText(const host::embedded::RefusedElement& element, const Texts& 
         break;
     }
     return texts(Text::ClothoidWithoutElementBefore);
+}
+
+// What may mend a broken joint, behind the note of it; empty where nothing is known to.
+QString remedyText(host::embedded::Remedy remedy, const Texts& texts) {
+    using host::embedded::Remedy;
+    switch (remedy) {
+    case Remedy::PositiveRadiusAuto:
+        return QStringLiteral("; ") + texts(Text::TryRadiusAuto);
+    case Remedy::PositiveRadiusLeft:
+        return QStringLiteral("; ") + texts(Text::TryRadiusLeft);
+    case Remedy::PositiveRadiusRight:
+        return QStringLiteral("; ") + texts(Text::TryRadiusRight);
+    case Remedy::PlanTangents:
+        return QStringLiteral("; ") + texts(Text::TryPlanTangents);
+    case Remedy::None:
+        break;
+    }
+    return {};
 }
 
 bool holds(const drawing::Extent& outer, const drawing::Extent& inner) {
@@ -165,6 +184,9 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
         log_->showLog(outcome.logPath, texts_);
         source_->hide();
     }
+    if (!outcome.readIn.empty() && outcome.readIn != sima::encodingTitle(sima::Encoding::Cp932)) {
+        command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(outcome.readIn)));
+    }
     sayNotes(outcome.notes);
     if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments) {
         command_->say(texts_(Text::Added)
@@ -229,7 +251,8 @@ void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
     for (const host::embedded::BrokenJoint& joint : notes.brokenJoints) {
         command_->say(texts_(Text::BrokenJoint)
                           .arg(QString::fromStdString(joint.alignment), metres(joint.station))
-                          .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2));
+                          .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2) +
+                      remedyText(joint.remedy, texts_));
     }
     for (const host::embedded::UnusualElement& element : notes.unusual) {
         const bool wound = element.turns > host::embedded::kMostTurns;

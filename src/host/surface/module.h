@@ -99,6 +99,12 @@ inline constexpr std::string_view kLogFileVariable = "FENMARKLOG";
 // Whether clothoids get their PI in plan, set by the host: any text but the empty one.
 inline constexpr std::string_view kPlanTangentsVariable = "FENMARKPLANTANGENTS";
 
+// How "Fenmark" reads its files, set by the host: "auto" takes what the bytes of each file show; the name of an encoding
+// takes that one. Code page 932 where it is not set or is anything else.
+inline constexpr std::string_view kEncodingVariable = "FENMARKENCODING";
+// The name of the encoding that the last run of "Fenmark" read its file in, set by the module; empty if it read none.
+inline constexpr std::string_view kReadInVariable = "FENMARKREADIN";
+
 // Readies the host's user-interface library for a module.
 void InitMdUiDLL();
 

@@ -87,8 +87,11 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
 // is empty then.
 bool FenmarkForm::scan() {
     state_.reader = sima::SimaReader();
-    const sima::ReadContext context{
-        .sink = nullptr, .progress = services_.progress, .host = nullptr, .encoding = services_.encoding};
+    const sima::ReadContext context{.sink = nullptr,
+                                    .progress = services_.progress,
+                                    .host = nullptr,
+                                    .encoding = services_.encodingOf ? services_.encodingOf(state_.filePath)
+                                                                     : sima::Encoding::Cp932};
     bool opened = false;
     try {
         opened = state_.reader.previewScan(state_.filePath, context) == 0;

@@ -13,6 +13,7 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace fenmark::ui {
 
@@ -24,7 +25,7 @@ struct FenmarkFormServices {
     MessageBox plain = showPlain;
     LogOpener openLog = openWithDesktop;
     sima::ProgressFactory* progress = nullptr;
-    sima::Encoding encoding = sima::Encoding::Cp932;
+    std::function<sima::Encoding(const std::string& path)> encodingOf = nullptr; // null: code page 932
 };
 
 class FenmarkForm : public Form, public treelist::TreeListParent {

@@ -8,14 +8,14 @@
 
 namespace fenmark::ui {
 
-UiDialogs::UiDialogs(QWidget* parent, LogOpener openLog, sima::Encoding encoding)
-    : parent_(parent), openLog_(std::move(openLog)), encoding_(encoding), progress_(parent) {}
+UiDialogs::UiDialogs(QWidget* parent, LogOpener openLog, EncodingOf encodingOf)
+    : parent_(parent), openLog_(std::move(openLog)), encodingOf_(std::move(encodingOf)), progress_(parent) {}
 
 bool UiDialogs::showImport(command::ImportDialogState& state) {
     FenmarkFormServices services;
     services.openLog = openLog_;
     services.progress = &progress_;
-    services.encoding = encoding_;
+    services.encodingOf = encodingOf_;
     FenmarkForm form(parent_, std::move(state), std::move(services));
     const bool accepted = form.exec() == QDialog::Accepted;
     if (form.failure()) {

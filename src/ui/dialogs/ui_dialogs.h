@@ -8,13 +8,17 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+#include <string>
+
 namespace fenmark::ui {
 
 class UiDialogs : public command::Dialogs {
   public:
-    // The parent is the host's main window; it may be null.
-    explicit UiDialogs(QWidget* parent, LogOpener openLog = openWithDesktop,
-                       sima::Encoding encoding = sima::Encoding::Cp932);
+    using EncodingOf = std::function<sima::Encoding(const std::string& path)>;
+
+    // The parent is the host's main window; it may be null. Previews read in code page 932 without encodingOf.
+    explicit UiDialogs(QWidget* parent, LogOpener openLog = openWithDesktop, EncodingOf encodingOf = nullptr);
 
     bool showImport(command::ImportDialogState& state) override;
     bool selectAlignment(const std::map<std::string, host::MdDbObjectId>& alignments, host::MdDbObjectId& id,
@@ -25,7 +29,7 @@ class UiDialogs : public command::Dialogs {
   private:
     QPointer<QWidget> parent_;
     LogOpener openLog_;
-    sima::Encoding encoding_;
+    EncodingOf encodingOf_;
     ProgressWindows progress_;
 };
 

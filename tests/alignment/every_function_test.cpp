@@ -232,8 +232,9 @@ TEST(HostileDoubles, NoStatusThatSaysDoneComesWithAValueThatIsNotFinite) {
         EXPECT_EQ(bad, 0) << f.name << ", done " << done << " times";
         functions_that_answered += done > 0 ? 1 : 0;
     }
-    // The arguments are such that nearly every function has something to do.
-    EXPECT_GT(functions_that_answered, 120u);
+    // The arguments are such that nearly every function has something to do. Compilers draw arguments in different orders,
+    // so that a solver that seldom succeeds may find nothing to do with one of them.
+    EXPECT_GT(functions_that_answered, 110u);
 }
 
 namespace {

@@ -255,7 +255,7 @@ class Fenmark(unittest.TestCase):
             self.assertIn("--help", offered)
             for option in offered:
                 self.assertIn(option, help_text)
-            for word in help_text.replace(",", " ").split():
+            for word in (piece.strip("[];.") for piece in help_text.replace(",", " ").split()):
                 if word.startswith("--"):
                     self.assertIn(word, offered, command)
 

@@ -12,7 +12,7 @@ expect() { [ "$2" = "$3" ] || fail "$1: expected \"$3\", got \"$2\""; }
 
 rm -rf "$work"
 mkdir -p "$work"
-for component in alignment alignment-dev; do
+for component in alignment alignment-dev python; do
     "$cmake" --install "$build" --component "$component" --prefix "$work/staged" >/dev/null
 done
 # What was installed must work wherever it comes to lie.

@@ -54,6 +54,7 @@ typedef struct FmkSpacePoint {
  * ends, FMK_OUT_OF_ORDER, FMK_BAD_VALUE for negative lengths and radii or a form that is none.
  */
 FENMARK_ALIGNMENT_API int fmk_profileMake(const FmkVerticalPoint* points, size_t count, FmkProfile** profile);
+/** Gives the profile back; null is allowed. */
 FENMARK_ALIGNMENT_API void fmk_profileFree(FmkProfile* profile);
 
 /** Height (m), grade (m a metre) and its change for each metre (1/m, positive in a sag) at a station; any may be null. */
@@ -71,6 +72,7 @@ FENMARK_ALIGNMENT_API int fmk_profileExtremes(const FmkProfile* profile, FmkProf
 /** A crossfall diagram of stations that do not fall; between two of them slopes run straight, two at one are a step. */
 FENMARK_ALIGNMENT_API int fmk_crossfallMake(const FmkCrossfallStation* stations, size_t count,
                                             FmkCrossfall** crossfall);
+/** Gives the diagram back; null is allowed. */
 FENMARK_ALIGNMENT_API void fmk_crossfallFree(FmkCrossfall* crossfall);
 
 /** Both slopes at a station. */

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 
@@ -72,7 +74,9 @@ inline int giveOutRecord(const Calelm& made, Calelm* out) {
 // Whether a calculation wrote a value that is not finite into the record.
 inline bool wroteNonFinite(const Calelm& now, const Calelm& before) {
     for (const auto field : kRealFields) {
-        if (!std::isfinite(now.*field) && std::memcmp(&(now.*field), &(before.*field), sizeof(double)) != 0) {
+        // The bits are what counts: a NaN that was there before was not written.
+        if (!std::isfinite(now.*field) &&
+            std::bit_cast<std::uint64_t>(now.*field) != std::bit_cast<std::uint64_t>(before.*field)) {
             return true;
         }
     }

@@ -16,7 +16,6 @@ using fenmark::alignment::giveOutReals;
 using fenmark::alignment::kAngleStep;
 using fenmark::alignment::kDirectionZero;
 using fenmark::alignment::kLengthStep;
-using fenmark::alignment::kSquaredDistanceZero;
 using fenmark::alignment::kTwoPi;
 using plane::Vec;
 

@@ -1,9 +1,10 @@
 // Exact decimals of coordinates.
 #include "exchange/decimal.h"
 
+#include "values/real_text.h"
+
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <string_view>
 
@@ -67,8 +68,7 @@ std::optional<Decimal> Decimal::of(double metres) {
         return std::nullopt;
     }
     std::array<char, 400> buffer;
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), metres, std::chars_format::fixed);
+    const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), metres);
     const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
     std::int64_t micro = 0;
     int decimals = -1; // none until the point

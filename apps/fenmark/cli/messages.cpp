@@ -6,10 +6,10 @@
 #include "host/boundary/mirdan_exception.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
+#include "values/real_text.h"
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstring>
 #include <memory>
 #include <ostream>
@@ -91,8 +91,7 @@ std::string joined(const std::vector<std::string>& names) {
 
 std::string plainReal(double value) {
     std::array<char, 400> buffer; // the longest plain decimal of a 64-bit real takes some 330 characters
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), value);
     return error == std::errc() ? std::string(buffer.data(), end) : std::string("nan");
 }
 

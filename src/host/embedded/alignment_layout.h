@@ -15,8 +15,6 @@
 
 namespace fenmark::host::embedded {
 
-struct Alignment;
-
 // Which way a curve with a positive radius in the file turns on the map. Left is the sense of the direction argument.
 // Right is the other one: every curve is mirrored about its chord, so that it keeps both its ends. Auto is laid as Left,
 // and settled when the alignment is complete (alignment_settling.h).

@@ -91,7 +91,8 @@ def main():
         return 0
     differing = drawings_agree(a, b) if first.startswith(b"SQLite format 3") else texts_agree(first, second)
     if differing is None:
-        print(f"{a} and {b} differ")
+        at = next((i for i, (x, y) in enumerate(zip(first, second)) if x != y), min(len(first), len(second)))
+        print(f"{a} and {b} differ from byte {at}: {first[at - 60:at + 60]!r} and {second[at - 60:at + 60]!r}")
         return 1
     print(f"{differing} values differ by rounding, or none beside the time")
     return 0

@@ -89,7 +89,7 @@ class Program {
     this.ready = this.send({ wasm: $("wasm").textContent }).finally(() => URL.revokeObjectURL(url));
     return this.ready;
   }
-  receive({ id, answer, failure, progress }) {
+  receive({ id, answer, failure, progress, broken }) {
     const waiting = this.waiting.get(id);
     if (!waiting) {
       return;
@@ -99,6 +99,11 @@ class Program {
       return;
     }
     this.waiting.delete(id);
+    if (broken) { // the next request starts a fresh one
+      waiting.reject(new Error(failure));
+      this.stop(failure);
+      return;
+    }
     failure === undefined ? waiting.resolve(answer) : waiting.reject(new Error(failure));
   }
   send(request, onProgress) {

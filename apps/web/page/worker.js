@@ -93,7 +93,7 @@ self.onmessage = ({ data }) => {
     try {
       self.postMessage({ id: data.id, answer: await answer(data) });
     } catch (error) {
-      self.postMessage({ id: data.id, failure: String(error?.message ?? error) });
+      self.postMessage({ id: data.id, failure: String(error?.message ?? error), broken: error instanceof WebAssembly.RuntimeError });
     }
   });
 };

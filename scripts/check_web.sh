@@ -30,4 +30,5 @@ if [ ! -d "$driver/node_modules/puppeteer-core" ]; then
     mkdir -p "$driver"
     npm install --prefix "$driver" --no-save --no-audit --no-fund --silent puppeteer-core@24.9.0
 fi
-FENMARK_DRIVER=$PWD/$driver node tests/web/test_page.mjs "$native" "$PWD/build/web/fenmark.html" "$PWD"
+FENMARK_DRIVER=$PWD/$driver node tests/web/test_page.mjs "$native" "$PWD/build/web/fenmark.html" "$PWD" \
+    ${FENMARK_PICTURE:+"$FENMARK_PICTURE"} # where the page's picture goes, such as docs/pictures/web.png

@@ -12,7 +12,7 @@ import { pathToFileURL } from "node:url";
 
 const [native, html, source, picture] = process.argv.slice(2);
 const puppeteer = createRequire(join(process.env.FENMARK_DRIVER, "package.json"))("puppeteer-core");
-const kPatience = 240_000; // milliseconds; only a hang lasts so long
+const kPatience = 90_000; // milliseconds; only a hang lasts so long
 const kMostBytes = 3_000_000;
 
 const folder = mkdtempSync(join(tmpdir(), "fenmark-web-"));
@@ -74,8 +74,9 @@ const status = (page) => page.$eval("#status", (element) => ({ text: element.tex
 const click = (page, selector) => page.$eval(selector, (element) => element.click());
 
 async function choose(page, ...files) {
+  await page.evaluate("tell('not taken yet')");
   await (await page.$("#input")).uploadFile(...files);
-  await page.waitForFunction("working || inputs.length > 0 || drawing");
+  await page.waitForFunction("document.getElementById('status').textContent !== 'not taken yet'");
   await idle(page);
 }
 async function imported(page) {
@@ -212,10 +213,8 @@ try {
     await page.keyboard.press("0");
   });
   if (picture) {
-    await page.evaluate("plan.fit(); window.scrollTo(0, 0)");
-    await page.$eval("#drop", (element) => element.scrollIntoView());
-    await new Promise((resolve) => page.evaluate("new Promise((r) => requestAnimationFrame(() => requestAnimationFrame(r)))").then(resolve));
-    await page.evaluate("window.scrollTo(0, 0)");
+    await page.evaluate("plan.fit(); plan.reveal(objects.find((object) => object.ring)); showObject(plan.selected); tell(''); window.scrollTo(0, 0); document.activeElement.blur()");
+    await page.evaluate("new Promise((r) => requestAnimationFrame(() => requestAnimationFrame(r)))");
     await page.screenshot({ path: picture });
   }
 
@@ -289,10 +288,22 @@ try {
     writeFileSync(large, [...lines, "A99,"].join("\r\n") + "\r\n");
     await choose(second, large);
     const before = await second.evaluate("objects.length");
-    await second.evaluate("document.getElementById('run').click(); document.getElementById('cancel').click();");
-    await idle(second);
-    assert.match((await status(second)).text, /Cancelled/);
-    assert.equal(await second.evaluate("objects.length"), before);
+    const cancels = [
+      "document.getElementById('run').click(); document.getElementById('cancel').click();", // before the worker has it
+      `new MutationObserver((changes, observer) => {
+         if (document.getElementById("progress").hasAttribute("value")) {
+           observer.disconnect();
+           document.getElementById("cancel").click();
+         }
+       }).observe(document.getElementById("progress"), { attributes: true });
+       document.getElementById("run").click();`, // while it runs
+    ];
+    for (const cancel of cancels) {
+      await second.evaluate(cancel);
+      await idle(second);
+      assert.match((await status(second)).text, /Cancelled/);
+      assert.equal(await second.evaluate("objects.length"), before);
+    }
     compare(await saved(second, "#download-dxf", "road.dxf"), join(mirror, "export/road.dxf"));
   });
   await check("hostile names stay text", async () => {

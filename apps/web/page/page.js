@@ -76,6 +76,7 @@ class Program {
     this.next = 1;
     this.waiting = new Map();
     this.starts = 0;
+    this.stops = 0;
   }
   async start() {
     this.starts += 1;
@@ -113,15 +114,25 @@ class Program {
       this.worker.postMessage({ ...request, id });
     });
   }
-  async ask(request, onProgress) {
+  // Waits for a worker that runs; what was stopped while it waited is refused as well.
+  async running() {
+    const stops = this.stops;
     this.begun ??= this.start();
     await this.begun;
+    if (this.stops !== stops) {
+      throw new Error(this.reason);
+    }
+  }
+  async ask(request, onProgress) {
+    await this.running();
     return this.send(request, onProgress);
   }
   // Ends whatever runs; what waits is refused with the reason.
   stop(reason) {
     this.worker?.terminate();
     this.begun = undefined;
+    this.stops += 1;
+    this.reason = reason;
     for (const { reject } of this.waiting.values()) {
       reject(new Error(reason));
     }
@@ -170,8 +181,7 @@ const drawingPath = () => `out/${drawing.name}`;
 
 // Every request writes the drawing anew after the worker was ended, and only then.
 async function askDrawing(request) {
-  program.begun ??= program.start();
-  await program.begun;
+  await program.running();
   if (drawing.inWorker !== program.starts) {
     request = { ...request, write: [{ path: drawingPath(), bytes: drawing.bytes }, ...(request.write ?? [])] };
   }
@@ -583,8 +593,8 @@ function showTables() {
   $("lots").replaceChildren(table([
     [titles.no, (lot) => lot.properties.No, true],
     [titles.name, (lot) => lot.name],
-    [titles.area, (lot) => ringArea(lot.points).toFixed(4), true],
-  ], objects.filter((object) => object.ring && object.kind === "画地")));
+    [titles.area, (lot) => (lot.ring ? ringArea(lot.points).toFixed(4) : word("open")), true],
+  ], objects.filter((object) => object.kind === "画地")));
 }
 
 function stakeWords(extra) {

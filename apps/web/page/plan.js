@@ -241,17 +241,17 @@ class Plan {
     let count = 0;
     const put = (text, x, y) => {
       const [px, py] = this.pixel(x, y);
-      const row = Math.round(py / 13);
-      const cells = Math.ceil((context.measureText(text).width + 6) / 20);
-      const column = Math.floor(px / 20);
-      for (let i = 0; i < cells; ++i) {
-        if (taken.has((column + i) * 4096 + row)) {
-          return;
+      const cells = [];
+      const end = px + 5 + context.measureText(text).width;
+      for (let column = Math.floor((px + 5) / 8); column <= end / 8; ++column) {
+        for (let row = Math.floor((py - 14) / 6); row <= (py - 4) / 6; ++row) {
+          cells.push(column * 65536 + row);
         }
       }
-      for (let i = 0; i < cells; ++i) {
-        taken.add((column + i) * 4096 + row);
+      if (cells.some((cell) => taken.has(cell))) {
+        return;
       }
+      cells.forEach((cell) => taken.add(cell));
       context.fillText(text, px + 5, py - 4);
       ++count;
     };

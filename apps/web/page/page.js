@@ -4,6 +4,7 @@
 
 const $ = (id) => document.getElementById(id);
 const kMostListed = 200; // objects in the list; the filter finds the others
+const kMostShown = 200_000; // objects; of larger drawings the alignments are shown
 const kMostBytes = 700_000_000; // of one file
 const kLinesAround = 200; // lines of a file shown around the one asked for
 const kBidirectional = /[\u202a-\u202e\u2066-\u2069]/g; // characters that would turn the text around them
@@ -361,8 +362,14 @@ function readMessages(notes) {
 
 async function showDrawing() {
   const geo = "out/plan.geojson";
+  const count = await objectCount();
+  const large = count > kMostShown;
+  // Of what is too large to show, the alignments are shown.
   const answer = await askDrawing({
-    run: [["info", "--json", "--", drawingPath()], ["export", "--crs", "plane", "-q", "--", drawingPath(), geo]],
+    run: [
+      ["info", ...(large ? [] : ["--json"]), "--", drawingPath()],
+      ["export", "--crs", "plane", "-q", ...(large ? ["--only", "alignments"] : []), "--", drawingPath(), geo],
+    ],
     read: [geo],
     removeAfter: [geo],
   });
@@ -371,9 +378,14 @@ async function showDrawing() {
       throw new Error(errorText(result.notes).replaceAll(drawingPath(), drawing.name));
     }
   }
-  const summary = JSON.parse(answer.results[0].out);
-  info = { alignments: summary.sites.flatMap((site) => site.alignments.map((alignment) => ({ ...alignment, site: site.name }))) };
   objects = JSON.parse(new TextDecoder().decode(answer.files[geo])).features.map(objectOf);
+  info = {
+    alignments: large
+      ? objects.map(({ name, properties }) => ({ name, start_station: properties.StartStation, length: properties.Length, elements: [] }))
+      : JSON.parse(answer.results[0].out).sites.flatMap((site) => site.alignments),
+  };
+  $("too-large").hidden = !large;
+  $("too-large").textContent = large ? word("tooLarge").replace("%", String(count)) : "";
   for (const id of ["drawing", "log", "tables", "downloads"]) {
     $(id).hidden = false;
   }
@@ -387,6 +399,15 @@ async function showDrawing() {
   showTables();
   showDownloads();
   await showStations();
+}
+
+// Points and polylines, from the summary's lines; a drawing that cannot be read ends here.
+async function objectCount() {
+  const { results: [result] } = await askDrawing({ run: [["info", "--", drawingPath()]] });
+  if (result.code !== 0) {
+    throw new Error(errorText(result.notes).replaceAll(drawingPath(), drawing.name));
+  }
+  return [...result.out.matchAll(/^(?:points|polylines) +(\d+)/gm)].reduce((sum, [, number]) => sum + Number(number), 0);
 }
 
 function objectOf(feature) {

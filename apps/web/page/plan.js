@@ -11,6 +11,9 @@ const kColours = {
 const kOtherColour = ["#4a5560", "#a9b4bf"];
 const kMostDrawn = 40000; // objects in one picture
 const kMostLabels = 400;
+const kMostRound = 2000; // points; more are painted as squares
+const kSlow = 40; // milliseconds of painting
+const kRest = 120; // milliseconds
 const kReach = 8; // pixels around the pointer
 const kWheelStep = 1.0015;
 
@@ -50,7 +53,7 @@ class Plan {
     }
     this.extent = this.objects.length > 0 ? extent : { minX: 0, minY: 0, maxX: 1, maxY: 1 };
     this.grid = new Grid(this.objects, this.extent);
-    this.selected = this.hovered = this.measuring = null;
+    this.selected = this.hovered = this.measuring = this.picture = null;
     this.fit();
   }
 
@@ -166,6 +169,17 @@ class Plan {
     if (!this.grid) {
       return;
     }
+    clearTimeout(this.later);
+    if (this.picture && !this.whole) {
+      this.paintPicture(width, height);
+      this.later = setTimeout(() => {
+        this.whole = true;
+        this.draw();
+      }, kRest);
+      return;
+    }
+    this.whole = false;
+    const started = performance.now();
     const dark = matchMedia("(prefers-color-scheme: dark)").matches ? 1 : 0;
     const visible = [];
     this.overflow = false;
@@ -200,6 +214,24 @@ class Plan {
     this.paintLabels(visible, dark ? "#e8ecf0" : "#1b2024");
     this.paintMeasure(dark ? "#ffd166" : "#a11d68");
     this.paintScale(width, height, dark ? "#e8ecf0" : "#1b2024");
+    this.picture = performance.now() - started > kSlow ? this.keepPicture() : null;
+  }
+
+  // What is painted now, and where it lies. A plan that takes long to paint is moved as this picture, and painted when
+  // the movement rests.
+  keepPicture() {
+    const { canvas, x, y, scale } = this;
+    const copy = document.createElement("canvas");
+    copy.width = canvas.width;
+    copy.height = canvas.height;
+    copy.getContext("2d").drawImage(canvas, 0, 0);
+    return { copy, x, y, scale, width: canvas.clientWidth, height: canvas.clientHeight };
+  }
+  paintPicture(width, height) {
+    const { copy, x, y, scale, width: was, height: high } = this.picture;
+    const factor = this.scale / scale;
+    const [px, py] = this.pixel(x, y);
+    this.context.drawImage(copy, px - (was / 2) * factor, py - (high / 2) * factor, was * factor, high * factor);
   }
 
   paintGroup({ form, kind, objects }, colour, weight = kind === "平面線形" ? 2 : 1) {
@@ -208,9 +240,16 @@ class Plan {
     for (const { points } of objects) {
       if (form === "point") {
         const [px, py] = this.pixel(points[0][0], points[0][1]);
-        const size = weight > 2 ? 5 : 2;
-        context.moveTo(px + size, py);
-        context.arc(px, py, size, 0, 7);
+        if (weight > 2) {
+          context.moveTo(px + 5, py);
+          context.arc(px, py, 5, 0, 7);
+        } else if (objects.length > kMostRound) {
+          context.fillStyle = colour;
+          context.fillRect(px - 1.5, py - 1.5, 3, 3); // many arcs in one path are slow
+        } else {
+          context.moveTo(px + 2, py);
+          context.arc(px, py, 2, 0, 7);
+        }
         continue;
       }
       points.forEach(([x, y], i) => {
@@ -265,7 +304,8 @@ class Plan {
     }
     const rank = (object) => (object.kind === "平面線形" ? 0 : object.points.length > 1 ? 1 : 2);
     const named = visible.length > 5000 ? visible.filter((object) => rank(object) < 2) : visible;
-    for (const object of [...named].sort((a, b) => rank(a) - rank(b))) {
+    const tried = 20 * kMostLabels;
+    for (const object of [...named].sort((a, b) => rank(a) - rank(b)).slice(0, tried)) {
       if (count >= kMostLabels) {
         return;
       }

@@ -14,9 +14,8 @@ else
     native=$PWD/build/demo/apps/fenmark/fenmark
 fi
 
-# The compiler is asked for its version once less for each file so.
-EMCC_SKIP_SANITY_CHECK=1 cmake --preset web
-EMCC_SKIP_SANITY_CHECK=1 cmake --build --preset web
+cmake --preset web
+cmake --build --preset web
 
 # The conversions of reals that the browser build uses give the characters of the standard library.
 conversion=build/web-sources/double-conversion

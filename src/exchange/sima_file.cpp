@@ -365,10 +365,10 @@ class SimaWriter {
         for (const std::size_t index : run) {
             positions.push_back(drawing_.entity(index).position());
         }
-        const std::vector<CrossSection> sections = crossSectionsOf(drawing_.geometry(alignment), positions);
+        const std::vector<SimaCrossSection> sections = crossSectionsOf(drawing_.geometry(alignment), positions);
         std::vector<std::size_t> beside;
         bool open = false;
-        for (const CrossSection& section : sections) {
+        for (const SimaCrossSection& section : sections) {
             if (section.offsets.empty()) {
                 beside.push_back(run[section.first]);
                 continue;
@@ -384,7 +384,7 @@ class SimaWriter {
         writeAsPoints(beside);
     }
 
-    void writeCrossSection(const CrossSection& section, const std::vector<std::size_t>& run) {
+    void writeCrossSection(const SimaCrossSection& section, const std::vector<std::size_t>& run) {
         const auto pointOf = [&](std::size_t i) { return drawing_.entity(run[section.first + i]); };
         const EntityView centre = pointOf(section.centre.value_or(0));
         addedCentres_ += section.centre ? 0 : 1;

@@ -69,8 +69,8 @@ std::optional<std::string> stationOnAlignment(const AlignmentGeometry& geometry,
     return text;
 }
 
-std::vector<CrossSection> crossSectionsOf(const AlignmentGeometry& geometry, std::span<const MdGePoint3d> points) {
-    std::vector<CrossSection> sections;
+std::vector<SimaCrossSection> crossSectionsOf(const AlignmentGeometry& geometry, std::span<const MdGePoint3d> points) {
+    std::vector<SimaCrossSection> sections;
     std::size_t centre = 0; // the next point on the line, at or behind the first of a section
     std::optional<drawing::StationOffset> centreFoot;
     for (std::size_t first = 0; first < points.size();) {
@@ -82,7 +82,7 @@ std::vector<CrossSection> crossSectionsOf(const AlignmentGeometry& geometry, std
                 ++centre;
             }
         }
-        CrossSection section;
+        SimaCrossSection section;
         section.first = first;
         std::optional<Pose> pose;
         const auto takeStation = [&](double station) {

@@ -14,7 +14,7 @@ namespace fenmark::exchange {
 std::optional<std::string> stationOnAlignment(const drawing::AlignmentGeometry& geometry,
                                               const host::MdGePoint3d& point);
 
-struct CrossSection {
+struct SimaCrossSection {
     std::string station;
     std::optional<std::size_t> centre; // the entry at offset 0, counted from the first
     std::size_t first = 0;             // of the points given
@@ -23,7 +23,7 @@ struct CrossSection {
 
 // Points that follow one another in a drawing, as cross sections: each takes the points that lie across its station. A
 // point that lies across no station of the alignment has a section of its own without offsets.
-std::vector<CrossSection> crossSectionsOf(const drawing::AlignmentGeometry& geometry,
-                                          std::span<const host::MdGePoint3d> points);
+std::vector<SimaCrossSection> crossSectionsOf(const drawing::AlignmentGeometry& geometry,
+                                              std::span<const host::MdGePoint3d> points);
 
 } // namespace fenmark::exchange

@@ -19,15 +19,15 @@ trap '"${as_root[@]}" rm -rf "$root"' EXIT
 mirror=$(apt-get indextargets --format '$(SITE)' 'Created-By: Packages' | grep -m 1 -v security)
 "${as_root[@]}" debootstrap --variant=minbase bookworm "$root" "$mirror" >"$root.log" || { tail "$root.log" >&2; exit 1; }
 rm -f "$root.log"
-"${as_root[@]}" cp dist/*.deb examples/road.sim "$root/root"
+"${as_root[@]}" cp dist/*.deb examples/road.sim "$root/srv"
 "${as_root[@]}" cp /etc/apt/sources.list "$root/etc/apt" 2>/dev/null || true
 "${as_root[@]}" cp -r /etc/apt/sources.list.d /etc/apt/apt.conf.d "$root/etc/apt" 2>/dev/null || true
 "${as_root[@]}" cp /etc/resolv.conf "$root/etc" 2>/dev/null || true
 "${as_root[@]}" chroot "$root" /bin/bash -euo pipefail -c '
     export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8
     apt-get update -qq
-    apt-get install -y -qq --no-install-recommends /root/*.deb >/dev/null
-    cd /root
+    apt-get install -y -qq --no-install-recommends /srv/*.deb >/dev/null
+    cd /srv
     fenmark import road.sim >result.txt
     test -s road.gpkg
     fenmark export road.gpkg road.dxf

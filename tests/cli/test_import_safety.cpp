@@ -7,6 +7,7 @@
 namespace fenmark::cli {
 namespace {
 
+using namespace std::string_literals;
 using ImportSafety = CommandLine;
 
 bool contains(const std::string& text, std::string_view part) {
@@ -160,7 +161,7 @@ TEST_F(ImportSafety, NoControlCharacterOfANameReachesTheTerminal) {
 }
 
 TEST_F(ImportSafety, NulInANameStaysInTheDrawing) {
-    const std::string path = file(std::string("A00,\r\nA01,1,a\0b,1,2,,\r\nA99,\r\n", 32));
+    const std::string path = file("A00,\r\nA01,1,a\0b,1,2,,\r\nA99,\r\n"s);
     ASSERT_EQ(fenmark({"import", path}).code, kDone);
     const std::string json = fenmark({"info", folder.at("a.gpkg"), "--json"}).out;
     EXPECT_TRUE(contains(json, "\"Name\":\"a\\u0000b\"")) << json;

@@ -201,6 +201,10 @@ TEST_F(QueryLine, ExportSaysWhatIsMissingOrWrong) {
                                                                                        {"--rectangle", "1,2,3"},
                                                                                        {"--rectangle", "1,2,3,x"},
                                                                                        {"--scale", "0"},
+                                                                                       {"--scale", "1e308"},
+                                                                                       {"--scale", "1e-308"},
+                                                                                       {"--scale", "nan"},
+                                                                                       {"--scale", "big"},
                                                                                        {"--dxf-version", "R13"},
                                                                                        {"--zone", "20"}}) {
         EXPECT_EQ(exported(wrong).code, kWrongUsage) << wrong[0] << " " << wrong[1];

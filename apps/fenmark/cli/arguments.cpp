@@ -449,10 +449,12 @@ ParsedCommand checkedExport(Raw& raw) {
         options.selection.rectangle = rectangleArgument(raw.rectangle);
     }
     if (!raw.scale.empty()) {
-        options.scale = realArgument(raw.scale, "--scale");
-        if (!(options.scale > 0.0)) {
-            throw WrongUsage("--scale must be above 0: '" + raw.scale + "'");
+        // Outside of this, names have heights of zero or of hundreds of digits, which other programs cannot draw.
+        const std::optional<double> scale = parseReal(raw.scale);
+        if (!scale || !(*scale >= 0.01 && *scale <= 1e8)) {
+            throw WrongUsage("--scale must be a number from 0.01 to 100000000: '" + raw.scale + "'");
         }
+        options.scale = *scale;
     }
     options.plane = raw.crs == "plane";
     options.dxfVersion = raw.dxfVersion == "2018"   ? exchange::DxfVersion::R2018

@@ -2,7 +2,7 @@
 # Installs the Debian packages that are missing, and nothing when none is.
 #
 # scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), package
-# (Debian packages), qgis (the plugin's check), check (tests, format, validators)
+# (Debian packages), qgis (the plugin's check), archive (Dask and PostGIS), check (tests, format, validators)
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev
@@ -13,6 +13,7 @@ check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libb
        xvfb xauth libxml2-utils python3-ezdxf python3-numpy python3-matplotlib python3-geopandas)
 packaging=(lintian debootstrap dpkg-dev file ccache)
 qgis=(qgis python3-qgis zip unzip)
+archive=(python3-distributed python3-psycopg2 postgresql postgresql-15-postgis-3)
 
 wanted=()
 for name in "$@"; do
@@ -22,8 +23,9 @@ for name in "$@"; do
         windows) wanted+=("${windows[@]}") ;;
         package) wanted+=("${packaging[@]}") ;;
         qgis) wanted+=("${qgis[@]}") ;;
+        archive) wanted+=("${archive[@]}") ;;
         check) wanted+=("${check[@]}") ;;
-        *) echo "packages.sh: no set named $name (build, picture, windows, package, qgis, check)" >&2; exit 2 ;;
+        *) echo "packages.sh: no set named $name (build, picture, windows, package, qgis, archive, check)" >&2; exit 2 ;;
     esac
 done
 

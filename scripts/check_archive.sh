@@ -42,4 +42,4 @@ trap cleanup EXIT
 ) || { cat "$cluster/log" >&2; exit 1; }
 
 # The modules are those of the system's own Python.
-timeout 400 /usr/bin/python3 -B tests/archive/test_archive.py "$program" "$PWD" "host=$cluster user=$server_user"
+timeout 500 /usr/bin/python3 -B tests/archive/test_archive.py "$program" "$PWD" "host=$cluster user=$server_user"

@@ -33,8 +33,8 @@ TABLES = {"files": "status, points, lots, alignments, refused, bytes",
 # Runs fenmark; before, it fells what the file asks for, once, and hangs where the file asks for that.
 STAND_IN = """#!/bin/sh
 for last; do :; done
-if grep -qs '^Z00,FELL WORKER' -- "$last" && mkdir "$TRIAL/worker" 2>/dev/null; then kill -9 $PPID; exit 1; fi
-if grep -qs '^Z00,FELL RUN' -- "$last" && mkdir "$TRIAL/run" 2>/dev/null; then kill -9 "$(cat "$TRIAL/pid")"; exit 1; fi
+if grep -qs '^Z00,FELL WORKER' -- "$last" && mkdir "$TRIAL/worker" 2>/dev/null; then kill -9 $PPID; fi
+if grep -qs '^Z00,FELL RUN' -- "$last" && mkdir "$TRIAL/run" 2>/dev/null; then kill -9 "$(cat "$TRIAL/pid")"; fi
 if grep -qs '^Z00,HANG' -- "$last"; then exec sleep 600; fi
 exec "$FENMARK" "$@"
 """

@@ -37,7 +37,8 @@ FileQuestions realQuestions() {
             },
             [](QWidget* parent, const QString& title, const QString& label) {
                 return QInputDialog::getText(parent, title, label);
-            }};
+            },
+            nullptr};
 }
 
 } // namespace
@@ -303,6 +304,8 @@ void MainWindow::makePanels() {
         panel->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     }
     auto* logAndSource = new QSplitter(Qt::Vertical);
+    imports_ = new ImportsBox(texts_);
+    logAndSource->addWidget(imports_);
     logAndSource->addWidget(log_);
     logAndSource->addWidget(source_);
     source_->hide(); // until a line is chosen
@@ -334,6 +337,7 @@ void MainWindow::makePanels() {
     connect(command_, &CommandPanel::entered, this, &MainWindow::runCommand);
     connect(command_, &CommandPanel::left, this, [this] { plan_->setFocus(); });
     connect(log_, &LogPanel::recordChosen, this, [this](qint64 number) { guarded([&] { showRecord(number); }); });
+    connect(imports_, &ImportsBox::chosen, this, [this] { guarded([this] { showLogOf(shownImport()); }); });
     connect(find_, &FindPanel::objectChosen, this, [this](const PlanObject& object) { showObject(object); });
     connect(find_, &FindPanel::left, this, [this] {
         dock(Text::FindPanel)->hide();
@@ -425,6 +429,7 @@ void MainWindow::retranslate() {
     properties_->setAccessibleName(texts_(Text::PropertiesPanel));
     legend_->setAccessibleName(texts_(Text::LegendPanel));
     log_->setAccessibleName(texts_(Text::LogPanel));
+    imports_->setAccessibleName(texts_(Text::ImportsBox));
     source_->setAccessibleName(texts_(Text::SourcePanel));
     find_->retranslate();
     log_->setPlaceholderText(texts_(Text::NoLog));

@@ -6,6 +6,7 @@
 #include "desk/session/desk_session.h"
 #include "desk/window/command_panel.h"
 #include "desk/window/find_panel.h"
+#include "desk/window/imports_box.h"
 #include "desk/window/legend_panel.h"
 #include "desk/window/log_panel.h"
 #include "desk/window/panels.h"
@@ -34,11 +35,16 @@ struct WindowOptions {
 };
 
 // The questions that other windows answer; tests answer by themselves.
+// What to do with a file of which the drawing has objects already.
+enum class Again { Replace, Add, Cancel };
+
 struct FileQuestions {
     // Paths, empty if cancelled.
     std::function<QString(QWidget* parent, const QString& title, const QString& folder, const QString& filter)> open;
     std::function<QString(QWidget* parent, const QString& title, const QString& proposal, const QString& filter)> save;
     std::function<QString(QWidget* parent, const QString& title, const QString& label)> name;
+    // Empty for the window's own question.
+    std::function<Again(QWidget* parent)> again = nullptr;
 };
 
 class MainWindow : public QMainWindow {
@@ -55,6 +61,7 @@ class MainWindow : public QMainWindow {
     LayersPanel& layers() { return *layers_; }
     PropertiesPanel& properties() { return *properties_; }
     LogPanel& log() { return *log_; }
+    ImportsBox& imports() { return *imports_; }
     SourcePanel& source() { return *source_; }
     LegendPanel& legend() { return *legend_; }
     FindPanel& find() { return *find_; }
@@ -134,6 +141,13 @@ class MainWindow : public QMainWindow {
     void drawingReplaced();
     void showObject(const PlanObject& object); // selected, in the middle, and its layer shown
     void showLastLog();
+    // Which import the lines of the log tell of (main_window_imports.cpp).
+    const drawing::Import* shownImport() const;
+    void showLogOf(const drawing::Import* import);
+    Again askAgain(const drawing::Import& earlier);
+    void settleAgain(const CommandOutcome& outcome);
+    void sayPassedOver(const std::string& passedOver);
+    bool hasChangedSince(const drawing::Import& import, const std::string& file);
     void showError(int step);
     // Shows what came since: at once where everything was in view, by a hint where something was being looked at.
     void showNewObjects(const drawing::Extent& added, bool sawEverything);
@@ -163,6 +177,7 @@ class MainWindow : public QMainWindow {
     LayersPanel* layers_ = nullptr;
     PropertiesPanel* properties_ = nullptr;
     LogPanel* log_ = nullptr;
+    ImportsBox* imports_ = nullptr;
     SourcePanel* source_ = nullptr;
     LegendPanel* legend_ = nullptr;
     FindPanel* find_ = nullptr;

@@ -2,7 +2,6 @@
 #include "desk/window/main_window.h"
 
 #include "desk/plan/plan_text.h"
-#include "desk/plan/record_object.h"
 #include "desk/window/properties.h"
 #include "sima/text/encoding.h"
 
@@ -22,8 +21,6 @@ using drawing::Drawing;
 namespace {
 
 constexpr double kStationReach = 500.0; // metres: an alignment this near has a station to tell, in view or not
-
-constexpr std::int64_t kSourceLines = 200; // of the SIMA file shown before and behind a record
 
 // Commands of the program itself, beside those of the module.
 constexpr const char* kOwnCommands[] = {"New",  "Open", "Save", "SaveAs", "Export", "Undo",
@@ -180,13 +177,13 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
         drawingChanged();
         showNewObjects(extentSince(session_.drawing(), entities, alignments), sawEverything);
     }
-    if (!outcome.logPath.empty()) {
-        log_->showLog(outcome.logPath, texts_);
-        source_->hide();
+    if (outcome.changed || !outcome.logPath.empty()) {
+        showLastLog();
     }
     if (!outcome.readIn.empty() && outcome.readIn != sima::encodingTitle(sima::Encoding::Cp932)) {
         command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(outcome.readIn)));
     }
+    sayPassedOver(outcome.passedOver);
     sayNotes(outcome.notes);
     if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments) {
         command_->say(texts_(Text::Added)
@@ -195,12 +192,14 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     }
     updateTitle();
     updateActions();
-    if (const std::string source = sourceOfLog(outcome.logPath); !source.empty()) {
-        rememberFile(QString::fromStdString(source));
+    if (!outcome.file.empty()) {
+        rememberFile(QString::fromStdString(outcome.file));
     }
     if (!outcome.ok) {
         tellBrokenOff(outcome,
                       session_.drawing().entityCount() - entities + session_.drawing().alignmentCount() - alignments);
+    } else {
+        settleAgain(outcome);
     }
 }
 
@@ -254,6 +253,12 @@ void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
                           .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2) +
                       remedyText(joint.remedy, texts_));
     }
+    for (const host::embedded::Misfit& misfit : notes.misfits) {
+        command_->say(
+            texts_(Text::MisfitNote).arg(QString::fromStdString(misfit.alignment), metres(misfit.distance)) +
+            remedyText(misfit.heightsDiffer ? host::embedded::Remedy::PlanTangents : host::embedded::Remedy::None,
+                       texts_));
+    }
     for (const host::embedded::UnusualElement& element : notes.unusual) {
         const bool wound = element.turns > host::embedded::kMostTurns;
         const auto radius = [](double value) {
@@ -297,13 +302,6 @@ void MainWindow::redo() {
     command_->say(texts_(Text::Redone).arg(stepName(kind)));
 }
 
-// That of the last import that the drawing holds.
-void MainWindow::showLastLog() {
-    const Step* import = session_.lastImport();
-    log_->showLog(import != nullptr ? import->logPath : std::string(), texts_);
-    source_->hide();
-}
-
 void MainWindow::showError(int step) {
     dock(Text::LogPanel)->show();
     if (!log_->goToError(step)) {
@@ -328,23 +326,6 @@ void MainWindow::showObject(const PlanObject& object) {
     }
     plan_->select(object);
     plan_->fitSelected();
-}
-
-void MainWindow::showRecord(qint64 number) {
-    const std::string source = sourceOfLog(log_->path());
-    const auto excerpt = source.empty() ? std::nullopt : readSource(source, number, kSourceLines);
-    if (!excerpt) {
-        command_->say(texts_(Text::SourceMissing).arg(number));
-        return;
-    }
-    source_->show(*excerpt);
-    const Step* import = session_.lastImport();
-    if (import == nullptr || import->logPath != log_->path()) {
-        return;
-    }
-    if (const auto object = objectOfRecord(session_.drawing(), import->before, excerpt->record)) {
-        showObject(*object);
-    }
 }
 
 void MainWindow::addLayer() {

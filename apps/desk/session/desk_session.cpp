@@ -118,6 +118,27 @@ StoreResult DeskSession::open(const std::string& path) {
     return result;
 }
 
+StoreResult DeskSession::openCopy(const std::string& path) {
+    Document& old = *host_.currentDocument();
+    Document& opened = host_.newDocument();
+    drawing::DrawingStore copy;
+    StoreResult result = copy.open(path, opened.drawing());
+    if (!result) {
+        host_.closeDocument(opened);
+        host_.makeCurrent(old);
+        return result;
+    }
+    host_.makeCurrent(old);
+    modules_.send(mirdane::kUnloadDrawingMessage);
+    host_.makeCurrent(opened);
+    replaceDocument(old);
+    return result;
+}
+
+StoreResult DeskSession::writeCopy(const std::string& path) const {
+    return drawing::DrawingStore::writeCopy(path, drawing());
+}
+
 StoreResult DeskSession::save(const std::string& path) {
     StoreResult result = host_.currentDocument()->store().save(path, drawing());
     if (result) {

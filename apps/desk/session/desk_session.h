@@ -55,6 +55,12 @@ class DeskSession {
     // On failure the drawing at hand stays open.
     drawing::StoreResult open(const std::string& path);
     drawing::StoreResult save(const std::string& path);
+    // Opens what a copy holds as a drawing without a file.
+    drawing::StoreResult openCopy(const std::string& path);
+    // Writes a copy of the drawing as it stands; what the drawing's own file holds does not change.
+    drawing::StoreResult writeCopy(const std::string& path) const;
+    // Changes with each step, so that a copy need not be written twice.
+    std::uint64_t state() const { return serialNow(); }
     // Where the drawing is kept; empty for a new one.
     const std::string& path() const { return host_.currentDocument()->store().path(); }
     // True if closing the drawing would lose something. Steps taken back or made again to the state that was saved

@@ -10,6 +10,9 @@
 #include "desk/window/legend_panel.h"
 #include "desk/window/log_panel.h"
 #include "desk/window/panels.h"
+#include "desk/window/preview_panel.h"
+#include "desk/window/recovery.h"
+#include "desk/window/selection_table.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -64,6 +67,13 @@ class MainWindow : public QMainWindow {
     ImportsBox& imports() { return *imports_; }
     SourcePanel& source() { return *source_; }
     LegendPanel& legend() { return *legend_; }
+    SelectionTable& table() { return *table_; }
+    PreviewPanel& preview() { return *preview_; }
+    Recovery& recovery() { return recovery_; }
+    // Asks about drawings that a run before this one left unsaved.
+    void offerRecovery();
+    // Keeps a copy of what is not saved, and closes without a question, as when the system ends the program.
+    void closeAtOnce();
     FindPanel& find() { return *find_; }
     const Texts& texts() const { return texts_; }
     FileQuestions& questions() { return questions_; }
@@ -124,6 +134,17 @@ class MainWindow : public QMainWindow {
     void readSettings();
     void writeSettings() const;
 
+    // Menus at the pointer (main_window_menus.cpp).
+    void makeContextMenus();
+    void showPlanMenu(const QPoint& at);
+    void showSitesMenu(const QPoint& at);
+    void showLayersMenu(const QPoint& at);
+    void showLegendMenu(const QPoint& at);
+    QMenu* newMenu(const char* name);
+    void addEntry(QMenu* menu, Text text, std::function<void()> act);
+    void addObjectEntries(QMenu* menu, const PlanObject& object);
+    void selectKindOf(const PlanObject& object);
+
     // Files (main_window_files.cpp).
     bool openDrawing(const QString& path);
     bool saveTo(const QString& path);
@@ -180,6 +201,10 @@ class MainWindow : public QMainWindow {
     ImportsBox* imports_ = nullptr;
     SourcePanel* source_ = nullptr;
     LegendPanel* legend_ = nullptr;
+    SelectionTable* table_ = nullptr;
+    PreviewPanel* preview_ = nullptr;
+    Recovery recovery_;
+    bool closingAtOnce_ = false;
     FindPanel* find_ = nullptr;
     QPushButton* viewHint_ = nullptr;
     QTranslator toolkitTexts_;

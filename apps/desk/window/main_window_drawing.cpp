@@ -180,6 +180,7 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     if (outcome.changed || !outcome.logPath.empty()) {
         showLastLog();
     }
+    dock(Text::PreviewPanel)->hide();
     if (!outcome.readIn.empty() && outcome.readIn != sima::encodingTitle(sima::Encoding::Cp932)) {
         command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(outcome.readIn)));
     }
@@ -189,6 +190,9 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
         command_->say(texts_(Text::Added)
                           .arg(session_.drawing().entityCount() - entities)
                           .arg(session_.drawing().alignmentCount() - alignments));
+    }
+    if (const std::size_t placed = plan_->index().size(); placed < session_.drawing().entityCount()) {
+        command_->say(texts_(Text::NotPlaced).arg(session_.drawing().entityCount() - placed));
     }
     updateTitle();
     updateActions();
@@ -323,6 +327,11 @@ void MainWindow::showObject(const PlanObject& object) {
         const std::string_view layer = object.kind == PlanObject::Kind::Entity ? drawing.entity(object.index).layer
                                                                                : drawing.alignment(object.index).layer;
         layers_->showLayer(drawing.findLayer(layer).value_or(0));
+        if (object.kind == PlanObject::Kind::Entity) {
+            legend_->showKind(styleOf(drawing.entity(object.index)));
+        } else {
+            legend_->showElements();
+        }
     }
     plan_->select(object);
     plan_->fitSelected();
@@ -398,6 +407,13 @@ void MainWindow::drawingChanged() {
 void MainWindow::applyLook() {
     PlanLook look;
     look.hiddenLayers = layers_->hidden();
+    look.hiddenStyles = legend_->hiddenStyles();
+    look.hiddenElements = legend_->hiddenElements();
+    if (plan_->selected() && plan_->selected()->kind == PlanObject::Kind::Alignment) {
+        look.stationsOf = plan_->selected()->index;
+    } else {
+        look.stationsOf = plan_->look().stationsOf; // that of the last one chosen
+    }
     look.labels = action(Text::ShowLabels)->isChecked();
     look.stations = action(Text::ShowStations)->isChecked();
     look.grid = action(Text::ShowGrid)->isChecked();
@@ -405,7 +421,30 @@ void MainWindow::applyLook() {
 }
 
 void MainWindow::selectionChanged() {
-    properties_->show(session_.drawing(), plan_->selected());
+    const std::vector<PlanObject>& objects = plan_->selection();
+    if (objects.size() > 1) {
+        properties_->show(session_.drawing(), objects);
+        if (table_->size() < 2) {
+            dock(Text::TablePanel)->show();
+            dock(Text::TablePanel)->raise();
+        }
+    } else {
+        properties_->show(session_.drawing(), plan_->selected());
+    }
+    table_->show(session_.drawing(), objects);
+    QString spoken = texts_(Text::PlanDescription);
+    if (objects.size() > 1) {
+        spoken = texts_(Text::SeveralSelected).arg(objects.size());
+    } else if (plan_->selected()) {
+        spoken = spokenText(session_.drawing(), *plan_->selected(), texts_);
+    }
+    plan_->setAccessibleDescription(spoken);
+    const auto alignment = plan_->selected() && plan_->selected()->kind == PlanObject::Kind::Alignment
+                               ? std::optional(plan_->selected()->index)
+                               : std::nullopt;
+    if (alignment && plan_->look().stationsOf != alignment) {
+        applyLook(); // its stations are the ones to name
+    }
     sites_->mark(plan_->selected());
     updateActions();
 }

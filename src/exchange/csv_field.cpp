@@ -1,8 +1,9 @@
 // One field of comma-separated text.
 #include "exchange/csv_field.h"
 
+#include "values/real_text.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <system_error>
@@ -16,7 +17,7 @@ bool isNumber(std::string_view text) {
         text.remove_prefix(1);
     }
     double value = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto [end, error] = readReal(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
 }
 

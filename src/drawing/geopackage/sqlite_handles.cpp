@@ -2,11 +2,10 @@
 #include "drawing/geopackage/sqlite_handles.h"
 
 #include "platform/files.h"
+#include "platform/paths.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstring>
 #include <string_view>
 
 namespace fenmark::drawing {
@@ -15,6 +14,8 @@ namespace {
 
 // How long another program may hold the drawing before the user is told, milliseconds.
 constexpr int kPatience = 1500;
+
+constexpr const char* kLongPathFiles = "win32-longpath";
 
 // Steps of SQLite's machine: a drawing of a million points takes some ten for each byte of its file.
 constexpr std::uint64_t kStepsAlways = 200'000'000; // about two seconds
@@ -53,6 +54,10 @@ int authorize(void* shadowsOpen, int action, const char*, const char* name, cons
     return SQLITE_OK;
 }
 
+bool isReadFailure(int systemError) {
+    return systemError != 0 && platform::errorOfNumber(systemError) == std::errc::io_error;
+}
+
 StoreError meaningOf(int code, int systemError) {
     switch (code & 0xFF) {
     case SQLITE_FULL:
@@ -68,16 +73,16 @@ StoreError meaningOf(int code, int systemError) {
         return StoreError::NotADrawing;
     case SQLITE_CORRUPT:
         // SQLite takes a disk that cannot be read for a damaged file.
-        return systemError == EIO ? StoreError::Failed : StoreError::Damaged;
+        return isReadFailure(systemError) ? StoreError::Failed : StoreError::Damaged;
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_CANTOPEN:
         return StoreError::NotWritable;
     case SQLITE_IOERR:
-        if (systemError == ENOSPC || systemError == EFBIG || systemError == EDQUOT) {
+        if (platform::isDiskFull(platform::errorOfNumber(systemError))) {
             return StoreError::DiskFull;
         }
-        if (systemError == EACCES || systemError == EROFS || systemError == EPERM) {
+        if (platform::isDenied(platform::errorOfNumber(systemError))) {
             return StoreError::NotWritable;
         }
         return StoreError::Failed;
@@ -133,9 +138,11 @@ Connection::Connection(const std::string& path, Mode mode) {
                        : mode == Mode::ReadWrite ? SQLITE_OPEN_READWRITE
                                                  : SQLITE_OPEN_READONLY);
     const char* const how = mode == Mode::ReadAlone ? "?immutable=1" : mode == Mode::Create ? "?nolock=1" : "";
-    const std::string uri = uriOf(path) + how;
+    const std::string uri = uriOf(platform::pathForLibraries(path)) + how;
     sqlite3* handle = nullptr;
-    const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, nullptr);
+    // On Windows SQLite has a second way to files, for paths of any length.
+    const char* const files = sqlite3_vfs_find(kLongPathFiles) != nullptr ? kLongPathFiles : nullptr;
+    const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, files);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
         fail(code);
@@ -223,8 +230,10 @@ void Connection::fail(int code) const {
         throw StoreFailure{StoreError::Reshaped, text}; // something in the file would have to be run
     }
     const int systemError = handle == nullptr ? 0 : systemErrorOf(handle);
-    const bool isUnreadable = (code & 0xFF) == SQLITE_CORRUPT && systemError == EIO;
-    throw StoreFailure{meaningOf(code, systemError), isUnreadable ? std::strerror(systemError) : text};
+    if ((code & 0xFF) == SQLITE_CORRUPT && isReadFailure(systemError)) {
+        throw StoreFailure{meaningOf(code, systemError), platform::reasonOf(platform::errorOfNumber(systemError))};
+    }
+    throw StoreFailure{meaningOf(code, systemError), text};
 }
 
 Statement::Statement(Connection& connection, const char* sql) : connection_(connection) {

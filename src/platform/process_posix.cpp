@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fenmark::platform {
@@ -26,6 +27,9 @@ std::vector<std::string> programArguments(int count, char** values) {
 void prepareProcess() {
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN);
+#endif
+#ifdef __EMSCRIPTEN__
+    ::umask(022); // the browser's file system starts with a mask of 0
 #endif
 }
 

@@ -1,11 +1,11 @@
 # The libraries below the project for a Windows build, under the names that the installed ones have: compiled from
 # Debian's source packages, or headers of this machine that need no compiling. PDF needs librsvg and cairo, which this
 # build does not have; it writes SVG.
-execute_process(COMMAND "${PROJECT_SOURCE_DIR}/scripts/windows_sources.sh" RESULT_VARIABLE fetched)
+execute_process(COMMAND "${PROJECT_SOURCE_DIR}/scripts/web_sources.sh" RESULT_VARIABLE fetched)
 if(NOT fetched EQUAL 0)
-  message(FATAL_ERROR "The libraries' sources could not be fetched by scripts/windows_sources.sh")
+  message(FATAL_ERROR "The libraries' sources could not be fetched by scripts/web_sources.sh")
 endif()
-set(sources "${PROJECT_SOURCE_DIR}/build/windows-sources")
+set(sources "${PROJECT_SOURCE_DIR}/build/web-sources")
 
 add_library(windows_sqlite STATIC "${sources}/sqlite3-build/sqlite3.c")
 target_include_directories(windows_sqlite SYSTEM PUBLIC "${sources}/sqlite3-build")

@@ -2,7 +2,8 @@
 # Installs the Debian packages that are missing, and nothing when none is.
 #
 # scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), package
-# (Debian packages), web (fenmark.html and its test), qgis (the plugin's check), check (tests, format, validators)
+# (Debian packages), web (fenmark.html and its test), qgis (the plugin's check),
+# mingw (fenmark.exe and its check), check (tests, format, validators)
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev
@@ -14,6 +15,7 @@ check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libb
 web=(emscripten chromium nodejs tcl apt dpkg-dev python3)
 packaging=(lintian debootstrap dpkg-dev file ccache)
 qgis=(qgis python3-qgis zip unzip)
+mingw=(g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix wine64 nsis locales tcl apt dpkg-dev python3 ccache)
 
 wanted=()
 for name in "$@"; do
@@ -24,8 +26,9 @@ for name in "$@"; do
         web) wanted+=("${web[@]}" "${build[@]}") ;;
         package) wanted+=("${packaging[@]}") ;;
         qgis) wanted+=("${qgis[@]}") ;;
+        mingw) wanted+=("${mingw[@]}") ;;
         check) wanted+=("${check[@]}") ;;
-        *) echo "packages.sh: no set named $name (build, picture, windows, web, package, qgis, check)" >&2; exit 2 ;;
+        *) echo "packages.sh: no set named $name (build, picture, windows, web, package, qgis, mingw, check)" >&2; exit 2 ;;
     esac
 done
 

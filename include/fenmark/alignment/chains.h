@@ -72,12 +72,12 @@ FENMARK_ALIGNMENT_API int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3])
  * Moves the straight or the arc square to the clothoid's flat end by the gap, lays the clothoid anew, and fits the
  * chain.
  *
- * @param mover_side    1 moves record [2], any other value record [0]
- * @param element_side  1: straight, clothoid, arc; any other value: arc, clothoid, straight
+ * @param moverSide    1 moves record [2], any other value record [0]
+ * @param elementSide  1: straight, clothoid, arc; any other value: arc, clothoid, straight
  * @param dl            the gap of ali_makSAR, not negative; becomes 0
  * @return status of alimake_rfAsf (0, -2, -3); -1, nothing changed, when a step fails
  */
-FENMARK_ALIGNMENT_API int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3]);
+FENMARK_ALIGNMENT_API int moveR_dl0_rfAsf(int moverSide, int elementSide, double* dl, Calelm chain[3]);
 
 /**
  * Arc arc2 of given radius inside arc3, touching it, and joined to arc1 by a clothoid: arc1, clothoid, arc2, arc3.

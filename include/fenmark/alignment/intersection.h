@@ -62,7 +62,7 @@ FENMARK_ALIGNMENT_API int ali_intpRR(const Calelm* r1, const Calelm* r2, double 
  * most. fmk_curveCrossings of fenmark/curve.h has all of them, exactly.
  * @return 0, 1 (a touch, one point), 2; -1 none, r1 = r2 on the clothoid, or a sweep k3 <= 0
  */
-FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], double* a, double* b,
+FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* aElm, double p1[2], double* a, double* b,
                                      double p2[2], double* c, double* d);
 
 /**
@@ -72,7 +72,7 @@ FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, doubl
  * touch gives one point. fmk_curveCrossings of fenmark/curve.h has every crossing, and says which are touches.
  * @return 0, 1, 2; -1 none, or r1 = r2 on the clothoid
  */
-FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b,
+FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* aElm, double p1[2], double* a, double* b,
                                      double p2[2], double* c, double* d);
 
 /**

@@ -4,7 +4,7 @@
  * Elements and points are in the survey plane (x north, y east, metres); stations are metres from each element's own
  * start. Each function gives up to two points: p1 with the stations a on the first element and b on the second, p2 with
  * c and d in the same order. Two clothoids depart from this: see ali_intpAA.
- * Outputs that a result does not announce are left unwritten, unless told otherwise.
+ * Outputs that a result does not announce are left unwritten, unless stated otherwise.
  *
  * Results of the family functions (but for ali_intpSS):
  *    0  one point, in p1, a, b

@@ -6,7 +6,7 @@
  * azimuths in radians; dir +1 turns left of travel, -1 right). Given records are complete, as the construction
  * functions leave them: type, ends, tangents, and for an arc par, dir and the centre. Of a record to be made only the
  * size is read: `par` in metres, the radius of an arc or the parameter A of a clothoid, above 0, and R/A above 0.56 at
- * every end of finite radius; `dir` of an arc only where told. Everything else of it is written, type included.
+ * every end of finite radius; `dir` of an arc only where stated. Everything else of it is written, type included.
  *
  * On success (0) the end of the first and the start of the second given element have moved to the tangent points, the
  * other two ends and their tangents are as they were, and the whole chain has been checked in place: joints within

@@ -12,7 +12,7 @@ namespace fenmark::drawing {
 
 namespace {
 
-// How long another program may hold the drawing before the user is told, milliseconds.
+// How long another program may hold the drawing before the user learns of it, milliseconds.
 constexpr int kPatience = 1500;
 
 // Steps of SQLite's machine: a drawing of a million points takes some ten for each byte of its file.

@@ -30,10 +30,10 @@ struct Pose {
 };
 
 Pose advance(const Pose& from, double startCurvature, double rate, double length) {
-    static constexpr std::array<double, 5> node = {-0.9061798459386640, -0.5384693101056831, 0.0, 0.5384693101056831,
-                                                   0.9061798459386640};
-    static constexpr std::array<double, 5> weight = {0.2369268850561891, 0.4786286704993665, 0.5688888888888889,
-                                                     0.4786286704993665, 0.2369268850561891};
+    static constexpr std::array<double, 5> kNode = {-0.9061798459386640, -0.5384693101056831, 0.0, 0.5384693101056831,
+                                                    0.9061798459386640};
+    static constexpr std::array<double, 5> kWeight = {0.2369268850561891, 0.4786286704993665, 0.5688888888888889,
+                                                      0.4786286704993665, 0.2369268850561891};
     const auto angleAt = [&](double s) { return from.angle + s * (startCurvature + rate * s / 2.0); };
     const double most = std::max(std::abs(startCurvature), std::abs(startCurvature + rate * length)) * std::abs(length);
     const int panels = 1 + static_cast<int>(std::min(most / kPanelAngle, kMaxPanels));
@@ -42,10 +42,10 @@ Pose advance(const Pose& from, double startCurvature, double rate, double length
     double y = 0.0;
     for (int panel = 0; panel < panels; ++panel) {
         const double middle = half * (2 * panel + 1);
-        for (std::size_t i = 0; i < node.size(); ++i) {
-            const double angle = angleAt(middle + half * node[i]);
-            x += weight[i] * std::cos(angle);
-            y += weight[i] * std::sin(angle);
+        for (std::size_t i = 0; i < kNode.size(); ++i) {
+            const double angle = angleAt(middle + half * kNode[i]);
+            x += kWeight[i] * std::cos(angle);
+            y += kWeight[i] * std::sin(angle);
         }
     }
     return {from.x + half * x, from.y + half * y, angleAt(length)};

@@ -54,4 +54,4 @@ if [ -n "$measure" ]; then
 fi
 
 # The modules are those of the system's own Python.
-timeout 500 /usr/bin/python3 -B tests/archive/test_archive.py "$program" "$PWD" "host=$cluster user=$server_user"
+timeout 900 /usr/bin/python3 -B tests/archive/test_archive.py "$program" "$PWD" "host=$cluster user=$server_user"

@@ -1,5 +1,6 @@
 // What the page calls: one command line at a time, upon the files in the browser's memory.
 #include "cli/cli.h"
+#include "platform/process.h"
 
 #include <ostream>
 #include <sstream>
@@ -8,7 +9,6 @@
 #include <vector>
 
 #include <emscripten.h>
-#include <sys/stat.h>
 
 // Passes a piece of the error stream, which carries notes and the progress bar, to the page at once.
 EM_JS(void, passText, (const char* text, int size), {
@@ -53,7 +53,7 @@ EMSCRIPTEN_KEEPALIVE int fenmark_output_size();
 
 // The arguments, each ended by a zero byte, in that many bytes. Returns the exit code of the command.
 int fenmark_run(const char* arguments, int size) {
-    ::umask(022); // files are new to this file system, whose mask is 0
+    fenmark::platform::prepareProcess();
     std::vector<std::string> list;
     for (const char* at = arguments; at < arguments + size; at += list.back().size() + 1) {
         list.emplace_back(at);

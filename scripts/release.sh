@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes everything that a release consists of into dist/, with checksums: the Debian packages, fenmark.html, the plugin for
-# QGIS, the sources. The same commit gives the same bytes: all times are those of the commit.
+# Makes everything that a release consists of into dist/, with checksums: the sources, the Debian packages, fenmark.html, the
+# plugin for QGIS, and what is for Windows. The same commit gives the same bytes: all times are those of the commit.
 #
 # scripts/release.sh            from a working tree without changes
 set -euo pipefail
@@ -40,10 +40,13 @@ git archive --format=tar HEAD qgis/fenmark | tar -x -C "$plugin"
 find "$plugin" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 (cd "$plugin/qgis" && find fenmark -type f | sort | zip -q -9 -X "$here/dist/fenmark-qgis-$version.zip" -@)
 
-# What other systems need, where this tree knows how to make it.
-if [ -x scripts/release_windows.sh ]; then
+# For Windows, where this tree knows how to build for it.
+if [ -x scripts/windows_zip.sh ]; then
     echo '-- Windows'
-    scripts/release_windows.sh "$here/dist"
+    scripts/packages.sh mingw build
+    cmake --preset windows >/dev/null
+    cmake --build --preset windows
+    scripts/windows_zip.sh "$here/dist"
 fi
 
 (cd dist && find . -type f ! -name SHA256SUMS -printf '%P\n' | sort | xargs sha256sum >SHA256SUMS && cat SHA256SUMS)

@@ -25,7 +25,7 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
         throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(false) +
                                     (other.empty() ? other : "; 'fenmark " + other + "' writes this one"));
     }
-    const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams, arguments.quiet);
+    const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     exchange::ExportOptions options = arguments.options;
     options.title = platform::utf8Of(platform::pathOf(arguments.target).stem());
     if (const std::string missing = exchange::whatIsMissing(*format, *drawing, options); !missing.empty()) {

@@ -230,6 +230,13 @@ void ModuleHost::setSystemText(std::string_view name, std::string_view text) {
     systemTexts_.insert_or_assign(std::string(name), std::string(text));
 }
 
+void ModuleHost::moduleSetSystemText(std::string_view name, std::string_view text) {
+    setSystemText(name, text);
+    if (systemTextHandler_) {
+        systemTextHandler_(name, std::string(text));
+    }
+}
+
 bool ModuleHost::hasSystemText(std::string_view name) const {
     return systemTexts_.contains(name);
 }
@@ -308,7 +315,7 @@ Status mdedSetSystemText(std::string_view name, std::string_view text) {
     if (ModuleHost::current() == nullptr) {
         return 1;
     }
-    ModuleHost::current()->setSystemText(name, text);
+    ModuleHost::current()->moduleSetSystemText(name, text);
     return 0;
 }
 

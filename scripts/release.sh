@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes everything that a release consists of into dist/, with checksums: the sources, the Debian packages, fenmark.html, the
-# plugin for QGIS, and what is for Windows. The same commit gives the same bytes: all times are those of the commit.
+# plugin for QGIS, and what is for Windows. All times are those of the commit, so that it gives the same bytes again.
 #
 # scripts/release.sh            from a working tree without changes
 set -euo pipefail

@@ -1,6 +1,6 @@
 # Completion of the fenmark command line for fish. Installed as fenmark.fish among its completions.
 
-function __fenmark_files --description 'Files that end in one of the extensions, and folders'
+function __fenmark_files -d 'Files that end in one of the extensions, and folders'
     set -l typed (commandline -ct)
     for path in (__fish_complete_path "$typed")
         set -l name (string split \t -- $path)[1]
@@ -14,7 +14,7 @@ function __fenmark_files --description 'Files that end in one of the extensions,
     end
 end
 
-function __fenmark_alignments --description 'The names of the alignments of the drawing that stands on the line'
+function __fenmark_alignments -d 'The names of the alignments of the drawing that stands on the line'
     for word in (commandline -opc)
         if string match -qi '*.gpkg' -- $word
             fenmark info --alignments -- $word 2>/dev/null
@@ -23,7 +23,7 @@ function __fenmark_alignments --description 'The names of the alignments of the 
     end
 end
 
-function __fenmark_is_argument --description 'Whether argument number N of one of the commands is typed, options not counted'
+function __fenmark_is_argument -d 'Whether argument number N of one of the commands is typed, options not counted'
     set -l words (string match -v -- '-*' (commandline -opc))
     test (count $words) -eq (math $argv[1] + 1); and contains -- "$words[2]" $argv[2..-1]
 end

@@ -160,6 +160,18 @@ class Archive(unittest.TestCase):
         self.assertIn("1 files: 1 done", changed.stdout)
         self.assertEqual(self.query(database, 'SELECT "Name" FROM points ORDER BY "No"'), [("a",), ("b",)])
 
+    def test_the_points_go_on_as_one_flatgeobuf(self):
+        if not shutil.which("ogr2ogr"):
+            self.skipTest("no ogr2ogr")
+        made = self.folder / "points.fgb"
+        select = 'SELECT path, "No", "Name", geom FROM points JOIN files ON files.id = file_id'
+        finite = " WHERE ST_XMax(geom) < 1e9 AND ST_YMax(geom) < 1e9"
+        subprocess.run(["ogr2ogr", "-f", "FlatGeobuf", str(made), f"PG:{DSN} dbname=calm", "-sql", select + finite,
+                        "-nln", "points"], check=True, capture_output=True)
+        told = subprocess.run(["ogrinfo", "-so", str(made), "points"], check=True, capture_output=True).stdout.decode()
+        wanted = self.query("calm", "SELECT count(*) FROM points" + finite)[0][0]
+        self.assertIn(f"Feature Count: {wanted}\n", told)
+
     def test_the_summary_tells_every_failed_file(self):
         self.run_archive("calm", self.folder / "tree", FENMARK)  # nothing to do, but a page
         page = (self.folder / "summary.html").read_text(encoding="utf-8")

@@ -189,6 +189,26 @@ TEST_F(ImportLine, Utf8FilesAreReadWhenAsked) {
     EXPECT_EQ(info(folder.at("a.gpkg"))["entities"][0]["data"]["Name"], "基準点");
 }
 
+TEST_F(ImportLine, AFileWithAMarkIsCountedInTheEncodingThatWasAsked) {
+    // Read in another encoding, the mark would hide the first record, and nothing would be found to import.
+    const std::string path = file("\xEF\xBB\xBF"
+                                  "A00,\nA01,1,基準点,1,2,,\nA99,\n");
+    for (const char* encoding : {"utf-8", "auto"}) {
+        const std::string drawing = folder.at(std::string(encoding) + ".gpkg");
+        ASSERT_EQ(fenmark({"import", path, "--encoding", encoding, "--drawing", drawing}).code, kDone);
+        EXPECT_EQ(info(drawing)["entities"].size(), 1U) << encoding;
+        EXPECT_EQ(fenmark({"preview", path, "--encoding", encoding, "--json"}).json()["coordinates"], 1) << encoding;
+    }
+}
+
+TEST_F(ImportLine, AFileThatIsNotNamedSoIsNotTaken) {
+    for (const char* name : {"sim", "s", "a.si", "asim"}) {
+        const Ran ran = fenmark({"import", file(kPoints, name)});
+        EXPECT_EQ(ran.code, kNotDone) << name;
+        EXPECT_TRUE(contains(ran.err, "its name must end in .sim")) << ran.err;
+    }
+}
+
 TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldWhereItIsReadOtherwise) {
     const std::string utf8 = file("A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n");
     const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n", "b.sim");

@@ -13,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -565,7 +566,11 @@ ParsedCommand checkedStakes(Raw& raw) {
     if (!raw.offset.empty()) {
         options.offsets.clear();
         for (const std::string& piece : listed(raw.offset)) {
-            options.offsets.push_back(realArgument(piece, "--offset"));
+            const double offset = realArgument(piece, "--offset");
+            if (!(std::abs(offset) <= exchange::kMostOffset)) {
+                throw WrongUsage("--offset must not be beyond 100000 m: '" + piece + "'");
+            }
+            options.offsets.push_back(offset);
         }
     }
     raw.stakes.format = stakeFormatOf(raw);

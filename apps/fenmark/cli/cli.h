@@ -8,12 +8,10 @@
 namespace fenmark::cli {
 
 // What a command ends with.
-enum ExitCode : int {
-    kDone = 0,
-    kNotDone = 1,      // a file not readable, a drawing not writable, an import broken off
-    kWrongUsage = 2,   // the arguments
-    kLogHasErrors = 3, // --strict only
-};
+inline constexpr int kDone = 0;
+inline constexpr int kNotDone = 1;      // a file not readable, a drawing not writable, an import broken off
+inline constexpr int kWrongUsage = 2;   // the arguments
+inline constexpr int kLogHasErrors = 3; // --strict only
 
 struct FileReport;
 

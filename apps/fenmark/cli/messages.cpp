@@ -1,6 +1,7 @@
 // What the commands say on standard error, and how they stop.
 #include "cli/messages.h"
 
+#include "cli/drawings.h"
 #include "cli/error_blocks.h"
 #include "cli/printable.h"
 #include "command/dialog_rules.h"
@@ -135,11 +136,14 @@ void requireReadableSimFile(const std::string& path) {
     case platform::PathKind::File:
         break;
     }
-    if (!command::isSimFile(path)) {
+    if (!endsIn(path, ".sim")) {
         throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
     }
     if (const std::error_code error = platform::mayRead(path)) {
         throw unreadable(error);
+    }
+    if (!command::isSimFile(path)) { // the name is right, so the file could not be found again
+        throw unreadable(std::make_error_code(std::errc::io_error));
     }
 }
 

@@ -1,9 +1,9 @@
 # Completion of the fenmark command line for fish. Installed as fenmark.fish among its completions.
 
 function __fenmark_files -d 'Files that end in one of the extensions, and folders'
-    set -l typed (commandline -ct)
+    set -f typed (commandline -ct)
     for path in (__fish_complete_path "$typed")
-        set -l name (string split \t -- $path)[1]
+        set -f name (string split \t -- $path)[1]
         if string match -q '*/' -- $name
             echo $name
         else
@@ -24,7 +24,7 @@ function __fenmark_alignments -d 'The names of the alignments of the drawing tha
 end
 
 function __fenmark_is_argument -d 'Whether argument number N of one of the commands is typed, options not counted'
-    set -l words (string match -v -- '-*' (commandline -opc))
+    set -f words (string match -v -- '-*' (commandline -opc))
     test (count $words) -eq (math $argv[1] + 1); and contains -- "$words[2]" $argv[2..-1]
 end
 

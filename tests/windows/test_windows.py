@@ -137,7 +137,7 @@ class Windows(unittest.TestCase):
         self.file("a.sim", POINTS + ROUTE)
         ran = self.done("import", "a.sim", "--json")
         self.assertNotIn(b"\r", ran.stdout + ran.stderr)
-        self.assertEqual(json.loads(ran.stdout)["points"], 2)
+        self.assertEqual(json.loads(ran.stdout)[0]["points"], 2)
         self.assertEqual(self.files(), ["a.gpkg", "a.sim", "a_Input.log"])
 
     # --- names ---
@@ -146,7 +146,7 @@ class Windows(unittest.TestCase):
         # 表 and ソ end in a backslash in code page 932.
         self.file("測量 2026/表ソ/道路①.sim", POINTS + ROUTE)
         ran = self.done("import", "測量 2026\\表ソ\\道路①.sim", "--json")
-        told = json.loads(ran.stdout)
+        told = json.loads(ran.stdout)[0]
         self.assertEqual(told["file"], "測量 2026\\表ソ\\道路①.sim")
         self.assertEqual(told["drawing"], "測量 2026\\表ソ\\道路①.gpkg")
         self.assertEqual(self.files(self.folder / "測量 2026/表ソ"), ["道路①.gpkg", "道路①.sim", "道路①_Input.log"])

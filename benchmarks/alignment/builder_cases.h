@@ -15,8 +15,8 @@
 
 namespace fenmark::bench {
 
-inline constexpr int case_count = 1000;
-inline constexpr std::uint64_t case_seed = 20260512;
+inline constexpr int kCaseCount = 1000;
+inline constexpr std::uint64_t kCaseSeed = 20260512;
 
 /// Random sizes, and a pose that moves on with each element laid.
 class Cases {
@@ -58,7 +58,7 @@ class Cases {
         return e;
     }
 
-    std::mt19937_64 engine_{case_seed};
+    std::mt19937_64 engine_{kCaseSeed};
     double x_ = 0.0;
     double y_ = 0.0;
     double azimuth_ = 0.0;

@@ -14,7 +14,7 @@ const Records<4>& s_curves() {
     static const Records<4> cases = [] {
         Cases c;
         Records<4> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double first = c.radius();
@@ -33,7 +33,7 @@ const Records<3>& eased() {
     static const Records<3> cases = [] {
         Cases c;
         Records<3> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double radius = c.radius();

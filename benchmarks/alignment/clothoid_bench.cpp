@@ -1,7 +1,7 @@
 // The clothoid series and relations, with the bare floor.
 #include "alignment/median.h"
 
-using namespace fenmark::alignment_benchmark;
+using namespace fenmark::bench;
 
 namespace {
 

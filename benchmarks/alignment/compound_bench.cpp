@@ -15,7 +15,7 @@ const Records<3>& eggs() {
     static const Records<3> cases = [] {
         Cases c;
         Records<3> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double small = c.radius();
@@ -34,7 +34,7 @@ const Records<4>& s_curves() {
     static const Records<4> cases = [] {
         Cases c;
         Records<4> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double first = c.radius();
@@ -53,7 +53,7 @@ const Records<3>& eased() {
     static const Records<3> cases = [] {
         Cases c;
         Records<3> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double radius = c.radius();
@@ -70,7 +70,7 @@ const Records<7>& three_arcs() {
     static const Records<7> cases = [] {
         Cases c;
         Records<7> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double r1 = c.radius();
@@ -95,7 +95,7 @@ const Records<3>& from_origin() {
     static const Records<3> cases = [] {
         Cases c;
         Records<3> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             c.begin();
             const double dir = c.sign();
             const double small = c.radius();

@@ -1,7 +1,7 @@
 // Construction of elements.
 #include "alignment/median.h"
 
-using namespace fenmark::alignment_benchmark;
+using namespace fenmark::bench;
 
 namespace {
 

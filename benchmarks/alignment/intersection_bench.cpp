@@ -1,7 +1,7 @@
 // Where two elements meet: random pairs of which the second is moved so that they cross.
 #include "alignment/median.h"
 
-using namespace fenmark::alignment_benchmark;
+using namespace fenmark::bench;
 
 namespace {
 
@@ -26,7 +26,7 @@ Pair crossing(Elements& elements, Calelm e1, Calelm e2) {
 template <typename First, typename Second>
 void intersect(benchmark::State& state, Elements& elements, First&& first, Second&& second) {
     std::vector<Pair> pairs;
-    for (std::size_t i = 0; i < element_count; ++i) {
+    for (std::size_t i = 0; i < kElementCount; ++i) {
         pairs.push_back(crossing(elements, first(), second()));
     }
     std::size_t met = 0;

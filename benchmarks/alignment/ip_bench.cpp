@@ -19,7 +19,7 @@ const std::vector<Corner>& corners() {
     static const std::vector<Corner> cases = [] {
         Cases c;
         std::vector<Corner> all;
-        for (int i = 0; i < case_count; ++i) {
+        for (int i = 0; i < kCaseCount; ++i) {
             Corner corner{};
             corner.ip.x = -36000.0 + c.uniform(-500.0, 500.0);
             corner.ip.y = 12000.0 + c.uniform(-500.0, 500.0);

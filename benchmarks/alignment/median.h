@@ -12,10 +12,10 @@
 
 #include "fenmark/alignment.h"
 
-namespace fenmark::alignment_benchmark {
+namespace fenmark::bench {
 
-inline constexpr std::size_t element_count = 1000;
-inline constexpr int calls_per_element = 50;
+inline constexpr std::size_t kElementCount = 1000;
+inline constexpr int kCallsPerElement = 50;
 
 // ns per call of call(i), median over i in [0, n).
 template <typename Call>
@@ -26,11 +26,11 @@ double medianNs(std::size_t n, Call&& call) {
     for (std::size_t i = 0; i < n; ++i) {
         call(i);
         const auto begin = Clock::now();
-        for (int k = 0; k < calls_per_element; ++k) {
+        for (int k = 0; k < kCallsPerElement; ++k) {
             call(i);
         }
         const std::chrono::duration<double, std::nano> spent = Clock::now() - begin;
-        ns.push_back(spent.count() / calls_per_element);
+        ns.push_back(spent.count() / kCallsPerElement);
     }
     std::nth_element(ns.begin(), ns.begin() + static_cast<std::ptrdiff_t>(n / 2), ns.end());
     return ns[n / 2];
@@ -42,13 +42,13 @@ inline double taylorFloorNs() {
         std::mt19937_64 engine(7);
         std::uniform_real_distribution<double> length(10.0, 200.0);
         std::uniform_real_distribution<double> rate(1e-6, 1e-4);
-        std::vector<double> s(element_count);
-        std::vector<double> k(element_count);
-        for (std::size_t i = 0; i < element_count; ++i) {
+        std::vector<double> s(kElementCount);
+        std::vector<double> k(kElementCount);
+        for (std::size_t i = 0; i < kElementCount; ++i) {
             s[i] = length(engine);
             k[i] = rate(engine);
         }
-        return medianNs(element_count, [&](std::size_t i) {
+        return medianNs(kElementCount, [&](std::size_t i) {
             double L = s[i];
             benchmark::DoNotOptimize(L);
             const double tau = L * L * k[i] / 2.0;
@@ -72,15 +72,15 @@ inline double taylorFloorNs() {
 template <typename Call>
 double inTurnNs(std::size_t n, Call&& call) {
     using Clock = std::chrono::steady_clock;
-    constexpr int rounds = 5;
+    constexpr int kRounds = 5;
     const auto begin = Clock::now();
-    for (int k = 0; k < rounds; ++k) {
+    for (int k = 0; k < kRounds; ++k) {
         for (std::size_t i = 0; i < n; ++i) {
             call(i);
         }
     }
     const std::chrono::duration<double, std::nano> spent = Clock::now() - begin;
-    return spent.count() / (rounds * static_cast<double>(n));
+    return spent.count() / (kRounds * static_cast<double>(n));
 }
 
 // Reports the median of one call repeated, how many bare evaluations it is worth, and the mean with elements in turn.
@@ -153,7 +153,7 @@ class Elements {
     template <typename Make>
     static std::vector<Calelm> many(Make&& make) {
         std::vector<Calelm> all;
-        for (std::size_t i = 0; i < element_count; ++i) {
+        for (std::size_t i = 0; i < kElementCount; ++i) {
             all.push_back(make());
         }
         return all;
@@ -163,4 +163,4 @@ class Elements {
     std::mt19937_64 engine_;
 };
 
-} // namespace fenmark::alignment_benchmark
+} // namespace fenmark::bench

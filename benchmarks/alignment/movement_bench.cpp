@@ -1,7 +1,7 @@
 // Parallel and turned copies.
 #include "alignment/median.h"
 
-using namespace fenmark::alignment_benchmark;
+using namespace fenmark::bench;
 
 namespace {
 

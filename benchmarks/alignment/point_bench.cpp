@@ -15,7 +15,7 @@ template <std::size_t N, class Shape>
 Records<N> chains(Shape shape) {
     Cases c;
     Records<N> all;
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         c.begin();
         all.push_back(shape(c, c.sign(), c.radius()));
     }

@@ -9,17 +9,17 @@
 
 namespace {
 
-constexpr int case_count = 1000;
-constexpr std::uint64_t seed = 20260602;
+constexpr int kCaseCount = 1000;
+constexpr std::uint64_t kSeed = 20260602;
 
 struct Values {
     double v[8];
 };
 
 std::vector<Values> randomValues() {
-    std::mt19937_64 engine(seed);
+    std::mt19937_64 engine(kSeed);
     std::uniform_real_distribution<> uniform(-500.0, 500.0);
-    std::vector<Values> all(case_count);
+    std::vector<Values> all(kCaseCount);
     for (Values& values : all) {
         for (double& v : values.v) {
             v = uniform(engine);
@@ -34,10 +34,10 @@ struct Elements {
 };
 
 std::vector<Elements> randomElements() {
-    std::mt19937_64 engine(seed);
+    std::mt19937_64 engine(kSeed);
     std::uniform_real_distribution<> place(-500.0, 500.0), radius(40.0, 600.0), ratio(1.0, 2.5), turn(0.1, 6.2);
     std::vector<Elements> all;
-    while (all.size() < case_count) {
+    while (all.size() < kCaseCount) {
         const double R = radius(engine);
         const double dir = place(engine) < 0.0 ? -1.0 : 1.0;
         Calelm a{}, r{}, s{};
@@ -69,7 +69,7 @@ std::vector<Elements> randomElements() {
 template <typename Items, typename Call>
 void run(benchmark::State& state, const Items& items, Call call) {
     // A batch is one pass over the cases, so that the times reported are those of one call.
-    while (state.KeepRunningBatch(case_count)) {
+    while (state.KeepRunningBatch(kCaseCount)) {
         for (const auto& item : items) {
             call(item);
         }

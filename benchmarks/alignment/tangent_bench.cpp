@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr int case_count = 1000;
-constexpr std::uint64_t seed = 20260601;
+constexpr int kCaseCount = 1000;
+constexpr std::uint64_t kSeed = 20260601;
 
 using Chain = std::vector<Calelm>;
 
@@ -55,7 +55,7 @@ class Layer {
 };
 
 struct Sizes {
-    std::mt19937_64 engine{seed};
+    std::mt19937_64 engine{kSeed};
 
     double uniform(double low, double high) { return std::uniform_real_distribution<>(low, high)(engine); }
     double sign() { return uniform(-1.0, 1.0) < 0.0 ? -1.0 : 1.0; }
@@ -90,7 +90,7 @@ template <typename Make, typename Solve>
 void run(benchmark::State& state, Make make, Solve solve) {
     Sizes sizes;
     std::vector<Chain> chains;
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         chains.push_back(make(sizes));
     }
     int solved = 0;
@@ -99,7 +99,7 @@ void run(benchmark::State& state, Make make, Solve solve) {
     }
     Chain records(chains.front().size());
     // A batch is one pass over the cases, so that the times reported are those of one call.
-    while (state.KeepRunningBatch(case_count)) {
+    while (state.KeepRunningBatch(kCaseCount)) {
         for (const Chain& chain : chains) {
             std::copy(chain.begin(), chain.end(), records.begin());
             benchmark::DoNotOptimize(solve(records));

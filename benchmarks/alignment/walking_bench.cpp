@@ -1,7 +1,7 @@
 // Station to point and point to station.
 #include "alignment/median.h"
 
-using namespace fenmark::alignment_benchmark;
+using namespace fenmark::bench;
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <random>
 #include <vector>
 
-namespace fenmark::curve_benchmark {
+namespace fenmark::bench {
 
 namespace {
 
@@ -159,4 +159,4 @@ void compareChains() {
     std::printf("  nearest point of the chain              %8.1f\n", located);
 }
 
-} // namespace fenmark::curve_benchmark
+} // namespace fenmark::bench

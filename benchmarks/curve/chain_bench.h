@@ -1,9 +1,9 @@
 // Chains beside bare floors: called by the program of this folder.
 #pragma once
 
-namespace fenmark::curve_benchmark {
+namespace fenmark::bench {
 
 // Prints the comparison.
 void compareChains();
 
-} // namespace fenmark::curve_benchmark
+} // namespace fenmark::bench

@@ -224,6 +224,6 @@ int main() {
             use({box.minX, box.maxY});
         },
         "");
-    fenmark::curve_benchmark::compareChains();
+    fenmark::bench::compareChains();
     return 0;
 }

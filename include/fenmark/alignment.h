@@ -44,7 +44,7 @@
  * ## Units, angles and rounding
  *
  * Metres and radians. Stored tangents lie in [0, 2 pi) but for the rounding (2 pi itself rounds up by 6.4e-7). Two
- * steps exist: lengths are rounded to 1e-5 m and angles to 1.389e-6 rad, floor-based, and each function tells what
+ * steps exist: lengths are rounded to 1e-5 m and angles to 1.389e-6 rad, floor-based, and each function says what
  * it rounds. Clothoids are not rounded at all. The digits are the same with g++ and clang at every level of
  * optimisation, with and without -march=native; -ffast-math is refused. Two points are the same when both
  * coordinates differ by less than 1e-5.
@@ -56,8 +56,8 @@
  * ## Statuses
  *
  * Functions that can fail return an int whose low 16 bits, read as a signed value, are the status: 0 done, -1 no
- * result, further values as each function tells; ali_statusText gives them in words. On failure outputs are left
- * unwritten unless told otherwise. Values that are not numbers, infinite or absurd end in a status, never in a hang,
+ * result, further values as each function says; ali_statusText gives them in words. On failure outputs are left
+ * unwritten unless stated otherwise. Values that are not numbers, infinite or absurd end in a status, never in a hang,
  * and a status of 0 or more never comes with values that are not finite. Functions that always return 0 are the
  * exception; where they are declared it says so. Two equal results are equal in every byte: what lies between the
  * fields of a record is 0.

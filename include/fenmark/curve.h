@@ -28,7 +28,7 @@
  * ## Statuses
  *
  * Every function returns a status: 0 done, negative failed, positive done with something to say. On failure outputs are
- * left unwritten unless told otherwise. Values that are not numbers, infinite, or too large to answer within doubles end
+ * left unwritten unless stated otherwise. Values that are not numbers, infinite, or too large to answer within doubles end
  * in a status; they are never computed on.
  *
  * ## A complete example

@@ -3,10 +3,15 @@
 Arrays cross the interface in one call. With numpy they are numpy arrays; without it, lists.
 """
 
+from __future__ import annotations
+
 import ctypes
 import math
+from collections.abc import Callable, Iterable, Sequence
 from ctypes import POINTER, byref, c_double, c_int, c_size_t, c_void_p
+from typing import Any, TypeVar
 
+numpy: Any
 try:
     import numpy
 except ImportError:
@@ -14,6 +19,8 @@ except ImportError:
 
 from .library import AlignmentError, library
 from .records import Element
+
+_S = TypeVar("_S", bound=ctypes.Structure)
 
 OK, COARSER, INCOMPLETE, NOT_FINITE, OUTSIDE = 0, 1, 2, -2, -103
 
@@ -144,14 +151,15 @@ for _name in ("chainFree", "profileFree", "crossfallFree"):
 library.fmk_statusText.restype, library.fmk_statusText.argtypes = ctypes.c_char_p, (c_int,)
 
 
-def status_text(status):
+def status_text(status: int) -> str:
     """What a status of the exact curves means, in English."""
-    return library.fmk_statusText(status).decode()
+    text: bytes = library.fmk_statusText(status)
+    return text.decode()
 
 
-def call(name, *arguments, accept=(OK,)):
+def call(name: str, *arguments: Any, accept: tuple[int, ...] = (OK,)) -> int:
     """Calls a function by its name without fmk_; raises AlignmentError for a status that is not accepted."""
-    status = getattr(library, f"fmk_{name}")(*arguments)
+    status: int = getattr(library, f"fmk_{name}")(*arguments)
     if status not in accept:
         raise AlignmentError(f"fmk_{name}", status, status_text(status))
     return status
@@ -160,27 +168,27 @@ def call(name, *arguments, accept=(OK,)):
 class Handle:
     """What the library made and has to free."""
 
-    def __init__(self, value, free):
+    def __init__(self, value: c_void_p, free: str) -> None:
         self.value = value
         self._free = getattr(library, f"fmk_{free}")
 
-    def __del__(self):
+    def __del__(self) -> None:
         self._free(self.value)
 
 
-def make(name, *arguments, free):
+def make(name: str, *arguments: Any, free: str) -> Handle:
     """Calls a function whose last argument receives a handle."""
     made = c_void_p()
     call(name, *arguments, byref(made))
     return Handle(made, free)
 
 
-def is_many(values):
+def is_many(values: Any) -> bool:
     """Whether the argument is an array or a sequence, and not one number."""
     return hasattr(values, "__len__") or hasattr(values, "__array__") and getattr(values, "ndim", 0) > 0
 
 
-def reals(values):
+def reals(values: Any) -> tuple[Any, Any, int]:
     """A C array of reals (what keeps it alive, pointer, count) of a sequence or an array."""
     if numpy is not None:
         array = numpy.ascontiguousarray(values, dtype=numpy.float64)
@@ -190,7 +198,7 @@ def reals(values):
     return array, ctypes.cast(array, POINTER(c_double)), len(values)
 
 
-def structures(kind, count):
+def structures(kind: type[_S], count: int) -> tuple[Callable[[str], Any], Any]:
     """Room for `count` structures: (columns, pointer). `columns(name)` reads a field as an array or a list."""
     if numpy is not None:
         array = numpy.zeros(count, dtype=numpy.dtype(kind))
@@ -200,7 +208,7 @@ def structures(kind, count):
     return lambda name: [getattr(array[i], name) for i in range(count)], ctypes.cast(array, POINTER(kind))
 
 
-def points(values):
+def points(values: Any) -> tuple[Any, Any, int]:
     """A C array of points (what keeps it alive, pointer, count) of an n by 2 array or a sequence of pairs."""
     if numpy is not None:
         array = numpy.ascontiguousarray(values, dtype=numpy.float64)
@@ -208,18 +216,19 @@ def points(values):
             raise ValueError("points are an array of n by 2")
         return array, array.ctypes.data_as(POINTER(Point)), len(array)
     values = list(values)
-    array = (Point * max(len(values), 1))(*((float(x), float(y)) for x, y in values))
+    array = (Point * max(len(values), 1))(*(Point(float(x), float(y)) for x, y in values))
     return array, ctypes.cast(array, POINTER(Point)), len(values)
 
 
-def zeros(values):
+def zeros(values: Any) -> list[int]:
     """The indexes of the zeros."""
     if numpy is not None:
-        return numpy.flatnonzero(values == 0).tolist()
+        found: list[int] = numpy.flatnonzero(values == 0).tolist()
+        return found
     return [i for i, v in enumerate(values) if v == 0]
 
 
-def listed(name, kind, *arguments, accept=(OK,)):
+def listed(name: str, kind: type[_S], *arguments: Any, accept: tuple[int, ...] = (OK,)) -> list[_S]:
     """The structures of a function that fills an array of the caller's and gives their count."""
     count = c_size_t()
     call(name, *arguments, None, 0, byref(count), accept=(*accept, INCOMPLETE))
@@ -228,6 +237,6 @@ def listed(name, kind, *arguments, accept=(OK,)):
     return list(array[: count.value])
 
 
-def folded(angle):
+def folded(angle: float) -> float:
     """An angle brought to 0 <= angle < 2 pi."""
     return angle % (2.0 * math.pi)

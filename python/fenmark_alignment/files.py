@@ -1,18 +1,26 @@
 """Alignments out of files: drawings that fenmark saved (GeoPackage) and LandXML."""
 
+from __future__ import annotations
+
 import math
+import os
 import sqlite3
+from collections.abc import Sequence
+from typing import Any
 from xml.etree import ElementTree
 
+# x north, y east, azimuth, length, curvature at start and end: metres, radians, 1/m (right is positive).
+CurveValues = tuple[float, float, float, float, float, float]
 
-def _curvature(radius, clockwise):
+
+def _curvature(radius: float | None, clockwise: bool) -> float:
     """Of a radius that is None, 0 or infinite where straight; positive to the right."""
     if radius is None or radius == 0.0 or math.isinf(radius):
         return 0.0
     return (1.0 if clockwise else -1.0) / abs(radius)
 
 
-def _chosen(found, name, what):
+def _chosen(found: Sequence[tuple[Any, ...]], name: str | None, what: str) -> tuple[Any, ...]:
     """The one of (identifier, name, ...) that is meant."""
     if name is not None and name.startswith("#") and name[1:].isdigit():
         matching = [row for row in found if row[0] == int(name[1:])]
@@ -26,7 +34,7 @@ def _chosen(found, name, what):
     raise KeyError(f"no {what} named {name}; there are: {listing or 'none'}")
 
 
-def geopackage_curves(path, name):
+def geopackage_curves(path: str | os.PathLike[str], name: str | None) -> tuple[list[CurveValues], float]:
     """Curves and start station of an alignment in a drawing. The drawing has x east and y north."""
     with open(path, "rb"):  # a missing file is an error of its own, and no new database
         pass
@@ -54,15 +62,15 @@ def geopackage_curves(path, name):
     return pieces, start_station or 0.0
 
 
-def _local(element):
+def _local(element: ElementTree.Element) -> str:
     return element.tag.rpartition("}")[2]
 
 
-def _child(element, name):
+def _child(element: ElementTree.Element, name: str) -> ElementTree.Element | None:
     return next((c for c in element if _local(c) == name), None)
 
 
-def _point(element, name):
+def _point(element: ElementTree.Element, name: str) -> tuple[float, float]:
     text = _child(element, name)
     if text is None or not text.text:
         raise ValueError(f"LandXML: an element without {name}")
@@ -70,15 +78,15 @@ def _point(element, name):
     return north, east
 
 
-def _azimuth(a, b):
+def _azimuth(a: Sequence[float], b: Sequence[float]) -> float:
     return math.atan2(b[1] - a[1], b[0] - a[0])
 
 
-def _radius(text):
+def _radius(text: str | None) -> float:
     return math.inf if text is None or text.upper() == "INF" else float(text)
 
 
-def _landxml_curve(element):
+def _landxml_curve(element: ElementTree.Element) -> CurveValues:
     kind = _local(element)
     start, end = _point(element, "Start"), _point(element, "End")
     if kind == "Line":
@@ -94,13 +102,17 @@ def _landxml_curve(element):
     if kind == "Spiral":
         if element.get("spiType", "clothoid") != "clothoid":
             raise ValueError(f"LandXML: a spiral of the type {element.get('spiType')}, of which only clothoids are known")
-        radii = [_radius(element.get(n)) for n in ("radiusStart", "radiusEnd")]
-        return (*start, _azimuth(start, _point(element, "PI")), float(element.get("length")),
-                *(_curvature(r, clockwise) for r in radii))  # fmt: skip
+        curvature1, curvature2 = (_curvature(_radius(element.get(n)), clockwise) for n in ("radiusStart", "radiusEnd"))
+        length = element.get("length")
+        if length is None:
+            raise ValueError("LandXML: a spiral without length")
+        return (*start, _azimuth(start, _point(element, "PI")), float(length), curvature1, curvature2)
     raise ValueError(f"LandXML: an element {kind} of an alignment, which is not known")
 
 
-def landxml_curves(path, name):
+def landxml_curves(
+    path: str | os.PathLike[str], name: str | None
+) -> tuple[list[CurveValues], float, list[tuple[float, float]]]:
     """Curves, start station and station equations of an alignment in a LandXML file, in metres."""
     root = ElementTree.parse(path).getroot()
     found = [(i + 1, e.get("name"), e) for i, e in enumerate(e for e in root.iter() if _local(e) == "Alignment")]

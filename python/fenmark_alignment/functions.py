@@ -121,8 +121,8 @@ int ali_intp(const Calelm* e1, const Calelm* e2, double p1[2], double* a, double
 int ali_intpSS(const Calelm* e1, const Calelm* e2, double p1[2], double* a, double* b)
 int ali_intpSR(const Calelm* s, const Calelm* r, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
 int ali_intpRR(const Calelm* r1, const Calelm* r2, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
-int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
-int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
+int ali_intpRA(const Calelm* r, const Calelm* aElm, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
+int ali_intpSA(const Calelm* s, const Calelm* aElm, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
 int ali_intpAA(const Calelm* e1, const Calelm* e2, double p1[2], double* a, double* b, double p2[2], double* c, double* d)
 # tangent: Curves tangent to given elements
 int ali_RmakSS(Calelm* s1, Calelm* s2, Calelm* r)
@@ -138,17 +138,17 @@ int ali_ARmakRR(int side, int mode, Calelm* r1, Calelm* r2, Calelm* r3, Calelm* 
 int ali_ARAmakRR(int mode1, int mode2, Calelm* r1, Calelm* r2, Calelm* a1, Calelm* r3, Calelm* a2)
 int ali_SAmakRR(int side, Calelm* r1, Calelm* r2, Calelm* s, Calelm* a)
 int ali_ASAmakRR(Calelm* r1, Calelm* r2, Calelm* a1, Calelm* s, Calelm* a2)
-int ali_Smak(const Calelm* element, double station, double angle, double half_length, Calelm* s)
-int ali_SmakS(const Calelm* element, double station, double angle, double half_length, Calelm* s)
-int ali_SmakR(const Calelm* element, double station, double angle, double half_length, Calelm* s)
-int ali_SmakA(const Calelm* element, double station, double angle, double half_length, Calelm* s)
+int ali_Smak(const Calelm* element, double station, double angle, double halfLength, Calelm* s)
+int ali_SmakS(const Calelm* element, double station, double angle, double halfLength, Calelm* s)
+int ali_SmakR(const Calelm* element, double station, double angle, double halfLength, Calelm* s)
+int ali_SmakA(const Calelm* element, double station, double angle, double halfLength, Calelm* s)
 # chains: Refits and checks of short chains
 int alimake_rfAArf(Calelm chain[4], double* dl)
 int alimake_rfArf(Calelm chain[3], const double* dl)
 int alimake_rfAsf(Calelm chain[3], double dl, int side)
 int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4])
 int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3])
-int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3])
+int moveR_dl0_rfAsf(int moverSide, int elementSide, double* dl, Calelm chain[3])
 int ARmakRR(int mode, Calelm* arc1, Calelm* arc3, Calelm* arc2, Calelm* clothoid)
 int chk_CSameAng(double a, double b)
 int chk_on_tangent(int n, const AliIpEntry* list, const double p[2], int* index, double tol)
@@ -197,19 +197,22 @@ class Prototype(NamedTuple):
     arguments: tuple[Argument, ...]
 
 
-def _argument(text):
+def _argument(text: str) -> Argument:
     found = re.fullmatch(r"(.*?[ *])(\w+)(?:\[(\d+)\])?", text)
+    assert found, text
     c_type, name, size = found.groups()
     return Argument(c_type.strip(), name, int(size) if size else None)
 
 
-def prototypes():
+def prototypes() -> tuple[Prototype, ...]:
     """Every function of the table, in its order."""
     found, family = [], ""
     for line in TABLE.strip().splitlines():
         if line.startswith("#"):
             family = line[1:].split(":")[0].strip()
             continue
-        result, name, arguments = re.fullmatch(r"(.*?[ *])(\w+)\((.*)\)", line).groups()
+        row = re.fullmatch(r"(.*?[ *])(\w+)\((.*)\)", line)
+        assert row, line
+        result, name, arguments = row.groups()
         found.append(Prototype(family, result.strip(), name, tuple(_argument(a) for a in arguments.split(", "))))
     return tuple(found)

@@ -8,20 +8,21 @@ import ctypes
 import ctypes.util
 import os
 import pathlib
+from typing import Any
 
-from .functions import prototypes
+from .functions import Argument, prototypes
 from .records import Element, IpCurve, IpEntry, MoniList
 
 SONAME = "libfenmark-alignment.so.1"
 
 
-def _installed():
+def _installed() -> list[str]:
     """The library beside an installed module: PREFIX/lib/python3/dist-packages/fenmark_alignment."""
     lib = pathlib.Path(__file__).resolve().parents[3]
     return [str(p) for p in (lib / SONAME, *lib.glob(f"*-linux-gnu/{SONAME}")) if p.exists()]
 
 
-def _load():
+def _load() -> ctypes.CDLL:
     path = os.environ.get("FENMARK_ALIGNMENT_LIBRARY")
     if path:
         return ctypes.CDLL(path)
@@ -42,7 +43,7 @@ class _InArray:
     size = 0
 
     @classmethod
-    def from_param(cls, values):
+    def from_param(cls, values: Any) -> Any:
         if isinstance(values, ctypes.Array):
             if values._type_ is not ctypes.c_double or len(values) < cls.size:
                 raise TypeError(f"needs {cls.size} reals")
@@ -53,13 +54,13 @@ class _InArray:
         return (ctypes.c_double * len(values))(*values)
 
 
-def _in_array(size):
+def _in_array(size: int) -> type[_InArray]:
     return type(f"InArray{size}", (_InArray,), {"size": size})
 
 
 _IN_ARRAYS = {2: _in_array(2), 4: _in_array(4)}
-_VALUES = {"int": ctypes.c_int, "double": ctypes.c_double, "const char*": ctypes.c_char_p, "void": None}
-_POINTERS = {
+_VALUES: dict[str, Any] = {"int": ctypes.c_int, "double": ctypes.c_double, "const char*": ctypes.c_char_p, "void": None}
+_POINTERS: dict[str, Any] = {
     "double": ctypes.c_double,
     "int": ctypes.c_int,
     "Calelm": Element,
@@ -69,7 +70,7 @@ _POINTERS = {
 }
 
 
-def _argument_type(argument):
+def _argument_type(argument: Argument) -> Any:
     plain = argument.type.removeprefix("const ").removesuffix("*")
     if argument.size and argument.type == "const double":
         return _IN_ARRAYS[argument.size]
@@ -89,7 +90,7 @@ class Raw:
     returns is handed on as it is: `status(result)` reads its low 16 bits.
     """
 
-    def __init__(self):
+    def __init__(self) -> None:
         self.prototypes = {p.name: p for p in prototypes()}
         for prototype in self.prototypes.values():
             function = getattr(library, prototype.name)
@@ -97,8 +98,12 @@ class Raw:
             function.argtypes = [_argument_type(a) for a in prototype.arguments]
             setattr(self, prototype.name, function)
 
+    def __getattr__(self, name: str) -> Any:
+        """Only for names that are no function of the table."""
+        raise AttributeError(f"the library has no function {name}")
 
-def status(result):
+
+def status(result: int) -> int:
     """The status in the low 16 bits of a function's result, read as a signed value."""
     low = result & 0xFFFF
     return low - 0x10000 if low >= 0x8000 else low
@@ -107,7 +112,7 @@ def status(result):
 class AlignmentError(ValueError):
     """A function of the library gave no result. `function` is its name, `status` its status, `text` what that means."""
 
-    def __init__(self, function, status, text):
+    def __init__(self, function: str, status: int, text: str) -> None:
         super().__init__(f"{function}: {text} (status {status})")
         self.function = function
         self.status = status
@@ -117,12 +122,13 @@ class AlignmentError(ValueError):
 raw = Raw()
 
 
-def status_text(function, value):
+def status_text(function: str, value: int) -> str:
     """What a status of a function means, in English."""
-    return raw.ali_statusText(function.encode(), value).decode()
+    text: bytes = raw.ali_statusText(function.encode(), value)
+    return text.decode()
 
 
-def call(function, *arguments, accept=(0,)):
+def call(function: str, *arguments: Any, accept: tuple[int, ...] = (0,)) -> int:
     """Calls a status function by name and returns the status; raises AlignmentError for one that is not accepted."""
     value = status(getattr(raw, function)(*arguments))
     if value not in accept:

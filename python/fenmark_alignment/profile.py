@@ -1,9 +1,16 @@
 """The longitudinal profile of a chain: grades, vertical curves, heights, points in space."""
 
+from __future__ import annotations
+
+from collections.abc import Iterable, Sequence
 from ctypes import byref, c_double
-from typing import NamedTuple
+from typing import TYPE_CHECKING, Any, NamedTuple
 
 from . import curves
+
+if TYPE_CHECKING:
+    from .chain import Chain
+    from .crossfall import Crossfall
 
 PARABOLA, CIRCLE = 1, 2
 
@@ -27,9 +34,9 @@ class Extreme(NamedTuple):
 class SpacePoints(NamedTuple):
     """Points in space: x north, y east, z up, metres; arrays with numpy, lists without."""
 
-    x: object
-    y: object
-    z: object
+    x: Any
+    y: Any
+    z: Any
 
 
 class Profile:
@@ -40,7 +47,7 @@ class Profile:
     do not rise or curves overlap.
     """
 
-    def __init__(self, points, circular=False, chain=None):
+    def __init__(self, points: Iterable[Sequence[float]], circular: bool = False, chain: Chain | None = None) -> None:
         form = CIRCLE if circular else PARABOLA
         given = [curves.VerticalPoint(p[0], p[1], p[2] if len(p) > 2 else 0.0, 0.0, form if len(p) > 2 and p[2] else 0)
                  for p in points]  # fmt: skip
@@ -49,13 +56,13 @@ class Profile:
         array = (curves.VerticalPoint * max(len(given), 1))(*given)
         self._handle = curves.make("profileMake", array, len(given), free="profileFree")
 
-    def at(self, station):
+    def at(self, station: float) -> Height:
         """Height, grade and change of the grade at a station. Raises AlignmentError beyond the ends."""
         values = [c_double() for _ in range(3)]
         curves.call("profileAt", self._handle.value, station, *(byref(v) for v in values))
         return Height(*(v.value for v in values))
 
-    def heights(self, stations):
+    def heights(self, stations: Sequence[float]) -> Any:
         """Heights of many stations, metres; nan beyond the ends. An array with numpy, a list without."""
         keep, pointer, count = curves.reals(stations)
         room, out, _ = curves.reals([0.0] * count)
@@ -63,12 +70,14 @@ class Profile:
         del keep
         return room if curves.numpy is not None else list(room)
 
-    def extremes(self):
+    def extremes(self) -> list[Extreme]:
         """The low and high points between the ends, by station."""
         found = curves.listed("profileExtremes", curves.ProfileExtreme, self._handle.value)
         return [Extreme(e.station, e.height, bool(e.high)) for e in found]
 
-    def points_at(self, stations, offset=0.0, crossfall=None):
+    def points_at(
+        self, stations: Sequence[float], offset: float = 0.0, crossfall: Crossfall | None = None
+    ) -> SpacePoints:
         """Points in space of the profile's chain at stations and an offset (metres, right positive); nan off it.
 
         With a Crossfall the surface rises or falls from the axis to the offset.

@@ -1,6 +1,7 @@
 """The records that cross the C interface, field for field."""
 
 import ctypes
+from typing import TYPE_CHECKING
 
 
 class Element(ctypes.Structure):
@@ -16,6 +17,23 @@ class Element(ctypes.Structure):
         (name, ctypes.c_double)
         for name in "sx sy ex ey dir par r1 r2 len sang eang k1 k2 k3".split()
     ]
+
+    if TYPE_CHECKING:
+        type: int
+        sx: float
+        sy: float
+        ex: float
+        ey: float
+        dir: float
+        par: float
+        r1: float
+        r2: float
+        len: float
+        sang: float
+        eang: float
+        k1: float
+        k2: float
+        k3: float
 
 
 class MoniEntry(ctypes.Structure):
@@ -49,3 +67,13 @@ class IpCurve(ctypes.Structure):
         (name, ctypes.c_double)
         for name in "size1 size2 size3 size4 size5 azimuth_in azimuth_out angle tangent1 tangent2".split()
     ]
+
+    if TYPE_CHECKING:
+        x: float
+        y: float
+        kind: int
+        azimuth_in: float
+        azimuth_out: float
+        angle: float
+        tangent1: float
+        tangent2: float

@@ -4,6 +4,8 @@ The program is taken from the environment variable FENMARK_PROGRAM (its path), e
 those of the survey plane, x north and y east, metres.
 """
 
+from __future__ import annotations
+
 import json
 import os
 import pathlib
@@ -11,7 +13,8 @@ import re
 import shutil
 import subprocess
 import tempfile
-from typing import NamedTuple
+from collections.abc import Iterator
+from typing import Any, NamedTuple
 
 from .chain import Chain
 
@@ -22,21 +25,21 @@ _LOT = "画地"  # as the row of a lot names its kind
 class SurveyPoint(NamedTuple):
     """A coordinate point with its row."""
 
-    number: int
+    number: int | None
     name: str
     x: float
     y: float
     z: float
-    kind: str
+    kind: str | None
     layer: str
 
 
 class Lot(NamedTuple):
     """A lot: its row and its vertices (x, y) in order, the first not again at the end. One of few points is open."""
 
-    number: int
+    number: int | None
     name: str
-    vertices: tuple
+    vertices: tuple[tuple[float, float], ...]
     closed: bool
     layer: str
 
@@ -52,14 +55,14 @@ class LogError(NamedTuple):
 class Import(NamedTuple):
     """What an import made. `drawing` and `log` are the paths of the files, None where they were temporary."""
 
-    points: list
-    lots: list
-    alignments: dict
-    errors: list
-    drawing: object
-    log: object
+    points: list[SurveyPoint]
+    lots: list[Lot]
+    alignments: dict[str, Chain]
+    errors: list[LogError]
+    drawing: pathlib.Path | None
+    log: str | None
 
-    def to_geodataframes(self, crs=None):
+    def to_geodataframes(self, crs: Any = None) -> dict[str, Any]:
         """Points, lots and alignments as GeoDataFrames by these names, x east and y north as in a GIS.
 
         `crs` is that of the plane, as "EPSG:6677". Needs geopandas (Debian: python3-geopandas).
@@ -70,11 +73,11 @@ class Import(NamedTuple):
         except ImportError as error:
             raise ImportError("to_geodataframes needs geopandas (Debian: python3-geopandas)") from error
 
-        def frame(rows, shapes):
+        def frame(rows: list[dict[str, Any]], shapes: list[Any]) -> Any:
             columns = {name: [row[name] for row in rows] for name in rows[0]} if rows else {}
             return geopandas.GeoDataFrame(columns, geometry=shapes, crs=crs)
 
-        def shape(lot):
+        def shape(lot: Lot) -> Any:
             kind = geometry.Polygon if lot.closed and len(lot.vertices) > 2 else geometry.LineString
             return kind([(y, x) for x, y in lot.vertices])
 
@@ -94,14 +97,14 @@ class ImportFailed(RuntimeError):
     """The program could not do the import; the message is its own."""
 
 
-def _program():
+def _program() -> str:
     found = os.environ.get("FENMARK_PROGRAM") or shutil.which("fenmark")
     if not found:
         raise FileNotFoundError("the program fenmark was not found: install it, or set FENMARK_PROGRAM to its path")
     return found
 
 
-def _options(options):
+def _options(options: dict[str, Any]) -> Iterator[str]:
     for name, value in options.items():
         option = "--" + name.replace("_", "-")
         if value is True:
@@ -111,7 +114,7 @@ def _options(options):
             yield ",".join(value) if isinstance(value, (list, tuple)) else str(value)
 
 
-def _run(arguments):
+def _run(arguments: list[str]) -> subprocess.CompletedProcess[str]:
     done = subprocess.run(
         [_program(), *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8", errors="replace"
     )
@@ -120,7 +123,7 @@ def _run(arguments):
     return done
 
 
-def _read(drawing):
+def _read(drawing: str | os.PathLike[str]) -> tuple[list[SurveyPoint], list[Lot], dict[str, Chain]]:
     content = json.loads(_run(["info", str(drawing), "--json"]).stdout)
     points, lots = [], []
     for entity in content["entities"]:
@@ -141,7 +144,7 @@ def _read(drawing):
     return points, lots, alignments
 
 
-def import_sima(path, drawing=None, **options):
+def import_sima(path: str | os.PathLike[str], drawing: str | os.PathLike[str] | None = None, **options: Any) -> Import:
     """Reads a SIMA file into a drawing and gives what the drawing then has, with the errors of the import.
 
     `drawing` is the GeoPackage to write, appended to where it is there; without one the drawing is temporary, and so is
@@ -160,5 +163,5 @@ def import_sima(path, drawing=None, **options):
         told = re.compile(rf"^{re.escape(str(source))}:(\d+): ([A-Za-z]+[A-Za-z0-9-]*): (.*)$", flags=re.M)
         errors = [LogError(int(line), code, text) for line, code, text in told.findall(done.stderr)]
         points, lots, alignments = _read(target)
-        log = json.loads(done.stdout)["log"] if drawing is not None else None
-    return Import(points, lots, alignments, errors, drawing and target, log)
+        log = json.loads(done.stdout)[0]["log"] if drawing is not None else None
+    return Import(points, lots, alignments, errors, target if drawing is not None else None, log)

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
-// The functions' arrays are handed to the library as they are.
+// The functions' arrays are passed to the library as they are.
 static_assert(sizeof(FmkPoint) == sizeof(Point) && std::is_standard_layout_v<Point>);
 static_assert(sizeof(FmkStationEquation) == sizeof(StationEquation));
 

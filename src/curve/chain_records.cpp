@@ -71,7 +71,7 @@ ChainStatus curveOfRecord(const Calelm& record, Curve& curve) {
     if (constructed) {
         made.start.azimuth = record.sang;
     } else {
-        // Laid along +x from its start, the curve tells the direction of its chord.
+        // Laid along +x from its start, the curve gives the direction of its chord.
         const Point end = pointAt(made, made.length);
         made.start.azimuth = std::atan2(dy, dx) - std::atan2(end.y - record.sy, end.x - record.sx);
     }

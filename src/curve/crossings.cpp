@@ -87,7 +87,7 @@ class Search {
         const auto size = [](const Curve& c) {
             return std::max({c.length, std::abs(c.start.point.x), std::abs(c.start.point.y)});
         };
-        // Places that cannot be told apart by their coordinates.
+        // Places that cannot be distinguished by their coordinates.
         noise_ = std::max(1e-12, 4e-16 * std::max(size(first), size(second)));
         same_ = std::max(tolerance, 8.0 * noise_);
     }

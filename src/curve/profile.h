@@ -24,7 +24,7 @@ struct VerticalPoint {
     double height = 0.0;
     VerticalForm form = VerticalForm::None;
     // Of the curve there: its length along the station axis, half before and half behind for a parabola. Where it is 0,
-    // the radius tells it.
+    // the radius gives it.
     double length = 0.0;
     double radius = 0.0; // positive for crests and sags alike
 };

@@ -27,7 +27,7 @@ struct BackAhead {
     double ahead = 0.0;
 };
 
-// A result of a longitudinal section: the station that its name tells, and its additional distance from the start.
+// A result of a longitudinal section: the station that its name gives, and its additional distance from the start.
 struct NamedStation {
     double station = 0.0;
     double distance = 0.0;

@@ -36,9 +36,9 @@ class ChunkedArray {
     // What a rollback took away. Good for the state that the rollback left, and no other.
     class Tail {
         friend class ChunkedArray;
-        std::vector<T> rest; // of the block that the mark lies in
-        std::vector<Block> blocks;
-        std::size_t used = 0; // of the last of them, or of the rest
+        std::vector<T> rest_; // of the block that the mark lies in
+        std::vector<Block> blocks_;
+        std::size_t used_ = 0; // of the last of them, or of the rest
     };
 
     // Room for a run, to be filled by the caller; the position of its first value.
@@ -73,30 +73,30 @@ class ChunkedArray {
         blocks_.resize(mark.blocks);
         used_ = mark.used;
     }
-    // The same, and hands out what was dropped.
+    // The same, and returns what was dropped.
     Tail cut(const Mark& mark) {
         Tail tail;
-        tail.used = used_;
+        tail.used_ = used_;
         if (mark.blocks > 0) {
             const Block& shared = blocks_[mark.blocks - 1];
             const std::size_t end = blocks_.size() > mark.blocks ? shared.used : used_;
-            tail.rest.assign(shared.values.get() + mark.used, shared.values.get() + end);
+            tail.rest_.assign(shared.values.get() + mark.used, shared.values.get() + end);
         }
-        tail.blocks.assign(std::make_move_iterator(blocks_.begin() + static_cast<std::ptrdiff_t>(mark.blocks)),
-                           std::make_move_iterator(blocks_.end()));
+        tail.blocks_.assign(std::make_move_iterator(blocks_.begin() + static_cast<std::ptrdiff_t>(mark.blocks)),
+                            std::make_move_iterator(blocks_.end()));
         rollback(mark);
         return tail;
     }
     // Puts back what was cut off last.
     void restore(Tail&& tail) {
-        if (!tail.rest.empty()) {
-            append(tail.rest);
+        if (!tail.rest_.empty()) {
+            append(tail.rest_);
         }
         if (!blocks_.empty()) {
             blocks_.back().used = used_;
         }
-        std::move(tail.blocks.begin(), tail.blocks.end(), std::back_inserter(blocks_));
-        used_ = tail.used;
+        std::move(tail.blocks_.begin(), tail.blocks_.end(), std::back_inserter(blocks_));
+        used_ = tail.used_;
     }
 
   private:

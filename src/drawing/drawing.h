@@ -54,7 +54,7 @@ struct ObjectDataTable {
     std::string name;
 };
 
-// What one import made, as its result tells it.
+// What one import made, as its result has it.
 struct ImportCounts {
     std::int64_t points = 0;
     std::int64_t lots = 0;
@@ -155,11 +155,11 @@ class Drawing {
     const AlignmentGeometry& geometry(std::size_t index) const;
     std::size_t entityCount() const { return entities_; }
     EntityView entity(std::size_t index) const;
-    bool isPoint(std::size_t index) const; // what entity tells, at less cost
+    bool isPoint(std::size_t index) const; // what entity says, at less cost
     // Box of all entities and alignments. Grows with each of them; nothing is walked through.
     const Extent& extent() const { return extent_; }
     Extent entityExtent(std::size_t index) const;
-    // Plane rectangular zone of the coordinates, 1 to 19; 0 if nobody told.
+    // Plane rectangular zone of the coordinates, 1 to 19; 0 where unknown.
     int zone() const { return zone_; }
 
     std::optional<std::size_t> findLayer(std::string_view name) const;
@@ -210,7 +210,7 @@ class Drawing {
     Mark mark() const;
     // Removes all that was made after the mark. Identifiers that were given out are not given again.
     void rollback(const Mark& mark);
-    // The same, and hands out what went, to be put back.
+    // The same, and returns what went, to be put back.
     Removed takeBack(const Mark& mark);
     // Puts it back under its identifiers. False, with nothing changed, if the drawing was changed since.
     bool putBack(Removed&& removed);

@@ -352,7 +352,7 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
     }
 }
 
-// The datum and zone, or nothing if nobody told the zone.
+// The datum and zone, or nothing where the zone is unknown.
 void writeCoordinateSystem(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
     if (profile == LandXmlProfile::JLandXml) {
         out << "  <CoordinateSystem name=\"CRS1\" horizontalDatum=\"JGD2011\" verticalDatum=\"T.P\"";
@@ -393,7 +393,7 @@ void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile
     }
 }
 
-// A height that is no number stays out; it is counted and told.
+// A height that is no number stays out; it is counted and reported.
 void writeCgPoints(std::ostream& out, const Drawing& drawing) {
     writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },

@@ -10,7 +10,7 @@ enum class LandXmlProfile {
     // Points, alignments, parcels and other lines, in the fullest precision.
     LandXml,
     // Alignments with their intermediate points, for electronic delivery. It has no place for lots, other lines and
-    // points without a role, which are left out and told.
+    // points without a role, which are left out and reported.
     JLandXml,
 };
 

@@ -23,7 +23,7 @@ namespace {
 constexpr double kOnLine = 1e-4;          // metres: a result this close to an alignment lies on it
 constexpr double kInSection = 1e-4;       // metres along the road between points of one cross section
 constexpr double kSameResult = 1e-6;      // metres: the same result imported twice
-constexpr double kWhole = 1e6;            // stations and offsets are told in micrometres
+constexpr double kWhole = 1e6;            // stations and offsets are compared in micrometres
 constexpr std::size_t kJudgedPoints = 64; // of one route, when its alignment is looked for
 
 // Results of one section kind of one route of one file: they lie on one alignment.

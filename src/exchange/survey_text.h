@@ -6,7 +6,7 @@
 
 namespace fenmark::exchange {
 
-inline constexpr double kStakePitch = 20.0; // metres between two numbered stakes, unless told otherwise
+inline constexpr double kStakePitch = 20.0; // metres between two numbered stakes, unless an option says otherwise
 
 // The names of stations: "No.17+5.000" on a pitch, or "1k234.500".
 struct StationNames {

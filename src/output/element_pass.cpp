@@ -22,7 +22,7 @@ using host::AlignmentElement;
 using host::AlignmentElements;
 using host::MdGePoint3d;
 
-// Elements are handed over in the plan: heights stay behind.
+// Elements are passed on in the plan: heights stay behind.
 MdGePoint3d planPoint(const MdGePoint3d& point) {
     return {point.x, point.y, 0.0};
 }

@@ -1,7 +1,7 @@
 // Files and folders: what stands at a path, and a file that takes its name when it is complete.
 //
-// The one place that knows the system; other folders include no header of it for files. Paths are UTF-8 (on POSIX: the
-// bytes as they are). Nothing here throws but for want of memory, and nothing prints: a failure is a std::error_code.
+// Paths are UTF-8 (on POSIX: the bytes as they are). Nothing here throws but for want of memory, and nothing prints: a
+// failure is a std::error_code.
 #pragma once
 
 #include <cstdint>
@@ -89,7 +89,7 @@ class TemporaryFile {
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     // Makes the file. A target that is there must be a file that may be written (errc::is_a_directory or another
-    // error tells otherwise); the complete file gets its rights, or those of any new file.
+    // error says otherwise); the complete file gets its rights, or those of any new file.
     [[nodiscard]] std::error_code make(const std::string& target, AtLink atLink = AtLink::Follow);
 
     // Where the file lies until it takes its name, for a library that opens files by name.

@@ -116,11 +116,11 @@ TEST_F(Connection, OnlyTheLastStepLooksAtAStatus) {
 
 // Each object that the sequence needs is missing once: the pointer error says so, and nothing stays held.
 TEST(ConnectionFailures, MissingObjectRaisesThePointerErrorWhereItIsNeeded) {
-    constexpr int stepsOfConnect = 14;
+    constexpr int kStepsOfConnect = 14;
     for (const bool silently : {false, true}) {
         int raised = 0;
         int steps = 0;
-        for (int k = 1; k <= stepsOfConnect; ++k) {
+        for (int k = 1; k <= kStepsOfConnect; ++k) {
             scripted::Host host;
             host::MirdaneDrawingWriter drawing;
             (silently ? host.missingAt : host.failAt) = k;
@@ -136,7 +136,7 @@ TEST(ConnectionFailures, MissingObjectRaisesThePointerErrorWhereItIsNeeded) {
             }
             EXPECT_TRUE(host.unbalanced().empty()) << "step " << k << ": " << host.unbalanced().front();
         }
-        EXPECT_EQ(steps, stepsOfConnect);
+        EXPECT_EQ(steps, kStepsOfConnect);
         // All but setPresented, the roadway document and the owner. A civil database that is missing shows at getOwner.
         EXPECT_EQ(raised, 11);
     }

@@ -6,7 +6,7 @@ using namespace fenmark::alignment_test;
 
 namespace {
 
-constexpr double absurd[] = {not_a_number, infinity, -infinity, 1e308, -1e308, 1e150, 1e17, 1e-320, -1.0, 0.0};
+constexpr double kAbsurd[] = {kNotANumber, kInfinity, -kInfinity, 1e308, -1e308, 1e150, 1e17, 1e-320, -1.0, 0.0};
 
 constexpr double Calelm::*fields[] = {&Calelm::sx,   &Calelm::sy, &Calelm::ex, &Calelm::ey,  &Calelm::dir,
                                       &Calelm::par,  &Calelm::r1, &Calelm::r2, &Calelm::len, &Calelm::sang,
@@ -24,7 +24,7 @@ void walk(const Calelm& rec, const Calelm& other) {
     double b = 0.0;
     double c = 0.0;
     double d = 0.0;
-    for (const double s : {0.0, 10.0, -5.0, 1e9, 1e300, -1e300, not_a_number, infinity, -infinity}) {
+    for (const double s : {0.0, 10.0, -5.0, 1e9, 1e300, -1e300, kNotANumber, kInfinity, -kInfinity}) {
         if (ali_onl(&rec, s, p, &a) == 0) {
             EXPECT_TRUE(finite(p) && std::isfinite(a)) << "station " << s << " type " << rec.type;
         }
@@ -32,7 +32,7 @@ void walk(const Calelm& rec, const Calelm& other) {
             EXPECT_TRUE(finite(p));
         }
     }
-    const double points[][2] = {{0.0, 0.0}, {30.0, 40.0}, {not_a_number, 1.0}, {1.0, infinity}, {1e300, -1e300}};
+    const double points[][2] = {{0.0, 0.0}, {30.0, 40.0}, {kNotANumber, 1.0}, {1.0, kInfinity}, {1e300, -1e300}};
     for (const auto& point : points) {
         if (ali_proj(&rec, point, &a, q) == 0 && std::isfinite(rec.k1 + rec.k2)) {
             EXPECT_TRUE(std::isfinite(a));
@@ -65,7 +65,7 @@ TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
     for (const Calelm& rec : good) {
         for (const Calelm& other : good) {
             for (const auto field : fields) {
-                for (const double value : absurd) {
+                for (const double value : kAbsurd) {
                     Calelm bad = rec;
                     bad.*field = value;
                     walk(bad, other);
@@ -83,8 +83,8 @@ TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
 }
 
 TEST(AbsurdInput, TheSeriesEndsForEveryAngle) {
-    for (const double A : absurd) {
-        for (const double tau : {not_a_number, infinity, -infinity, 10.0, 55.0, 57.0, 100.0, 1e10, 1e300, 1e-320}) {
+    for (const double A : kAbsurd) {
+        for (const double tau : {kNotANumber, kInfinity, -kInfinity, 10.0, 55.0, 57.0, 100.0, 1e10, 1e300, 1e-320}) {
             double X = 0.0;
             double Y = 0.0;
             EXPECT_EQ(CDAcalxy(A, tau, &X, &Y), 0);
@@ -96,7 +96,7 @@ TEST(AbsurdInput, TheSeriesEndsForEveryAngle) {
     }
     double X = 0.0;
     double Y = 0.0;
-    CDAcalxy(100.0, not_a_number, &X, &Y);
+    CDAcalxy(100.0, kNotANumber, &X, &Y);
     EXPECT_TRUE(std::isnan(X));
     CDAcalxy(100.0, 1e10, &X, &Y);
     EXPECT_TRUE(std::isnan(X));
@@ -118,7 +118,7 @@ TEST(AbsurdInput, RandomRecordsOfRandomBitsEnd) {
     const auto value = [&] {
         switch (random.whole(0, 3)) {
         case 0:
-            return absurd[random.whole(0, static_cast<int>(std::size(absurd)) - 1)];
+            return kAbsurd[random.whole(0, static_cast<int>(std::size(kAbsurd)) - 1)];
         case 1:
             return std::ldexp(random.between(-1.0, 1.0), random.whole(-60, 60));
         default:

@@ -54,7 +54,7 @@ std::int64_t unitsApart(double a, double b) {
     return x > y ? x - y : y - x;
 }
 
-constexpr std::int64_t most_units = 4;
+constexpr std::int64_t kMostUnits = 4;
 
 struct Reference {
     double tau;
@@ -94,8 +94,8 @@ TEST(ClothoidSeries, EqualsThePlainSummationInDigitsAndPasses) {
         Point point;
         const int expected = plainSeries(A, tau, X, Y);
         ASSERT_EQ(clothoidPointPasses(A, tau, point), expected) << "A " << A << " tau " << tau;
-        ASSERT_LE(unitsApart(point.x, X), most_units) << "A " << A << " tau " << tau;
-        ASSERT_LE(unitsApart(point.y, Y), most_units) << "A " << A << " tau " << tau;
+        ASSERT_LE(unitsApart(point.x, X), kMostUnits) << "A " << A << " tau " << tau;
+        ASSERT_LE(unitsApart(point.y, Y), kMostUnits) << "A " << A << " tau " << tau;
     }
 }
 
@@ -112,13 +112,13 @@ TEST(ClothoidSeries, GivesTheReferenceValues) {
     ASSERT_GE(all.size(), 20u);
     // The absolute stop at 1e-4 m leaves the next term away; for A = 1e8 that is below 1e-13 of A.
     constexpr double A = 1e8;
-    constexpr double relative = 4e-13;
+    constexpr double kRelative = 4e-13;
     for (const Reference& r : all) {
         double X = 0.0;
         double Y = 0.0;
         EXPECT_EQ(CDAcalxy(A, r.tau, &X, &Y), 0);
-        EXPECT_NEAR(X / A, r.x, relative * r.x) << r.tau;
-        EXPECT_NEAR(Y / A, r.y, relative * r.y + 1e-12 * (r.tau > 1.0 ? 1.0 : 0.0)) << r.tau;
+        EXPECT_NEAR(X / A, r.x, kRelative * r.x) << r.tau;
+        EXPECT_NEAR(Y / A, r.y, kRelative * r.y + 1e-12 * (r.tau > 1.0 ? 1.0 : 0.0)) << r.tau;
         // At survey size the result is good to a hundredth of a millimetre.
         CDAcalxy(300.0, r.tau, &X, &Y);
         EXPECT_NEAR(X, 300.0 * r.x, 1e-5) << r.tau;
@@ -130,10 +130,10 @@ TEST(ClothoidSeries, TheFigureOfTheTables) {
     double X = 0.0;
     double Y = 0.0;
     CDRcalxy(100.0, 100.0, &X, &Y);
-    EXPECT_NEAR(X, 97.52877, five_decimals);
-    EXPECT_NEAR(Y, 16.37140, five_decimals);
+    EXPECT_NEAR(X, 97.52877, kFiveDecimals);
+    EXPECT_NEAR(Y, 16.37140, kFiveDecimals);
     CDAcalxy(100.0, 0.5, &X, &Y);
-    EXPECT_NEAR(X, 97.52877, five_decimals);
+    EXPECT_NEAR(X, 97.52877, kFiveDecimals);
 }
 
 TEST(ClothoidSeries, CollapsesToTheOriginBelowTheAngleStep) {
@@ -157,8 +157,8 @@ TEST(ClothoidSeries, GoesOnSmoothlyWhereThePlainSummationTakesOver) {
     Point above;
     clothoidPointPasses(100.0, kRecurrenceTau, below);
     clothoidPointPasses(100.0, std::nextafter(kRecurrenceTau, 3.0), above);
-    EXPECT_NEAR(below.x, above.x, length_bits);
-    EXPECT_NEAR(below.y, above.y, length_bits);
+    EXPECT_NEAR(below.x, above.x, kLengthBits);
+    EXPECT_NEAR(below.y, above.y, kLengthBits);
 }
 
 TEST(ClothoidRelations, InfiniteRadiusIsTheOrigin) {
@@ -197,8 +197,8 @@ TEST(ClothoidRelations, RadiusLengthAndAngleAgree) {
         CDLang(A, L, &from_length);
         CDAngR(A, tau, &back);
         EXPECT_NEAR(R * L, A * A, 1e-9 * A * A);
-        EXPECT_NEAR(tau, L / (2.0 * R), angle_bits);
-        EXPECT_NEAR(from_length, tau, angle_bits);
+        EXPECT_NEAR(tau, L / (2.0 * R), kAngleBits);
+        EXPECT_NEAR(from_length, tau, kAngleBits);
         EXPECT_NEAR(back, R, 1e-9 * R);
         double x1 = 0.0;
         double y1 = 0.0;
@@ -206,8 +206,8 @@ TEST(ClothoidRelations, RadiusLengthAndAngleAgree) {
         double y2 = 0.0;
         CDRcalxy(A, R, &x1, &y1);
         CDLcalxy(A, L, &x2, &y2);
-        EXPECT_NEAR(x1, x2, length_bits);
-        EXPECT_NEAR(y1, y2, length_bits);
+        EXPECT_NEAR(x1, x2, kLengthBits);
+        EXPECT_NEAR(y1, y2, kLengthBits);
     }
 }
 
@@ -246,12 +246,12 @@ TEST(ClothoidRelations, CharacteristicValuesHangTogether) {
     AelmAtri(A, R, &tau, &shift, &Xm);
     CDRcalxy(A, R, &X, &Y);
     EXPECT_DOUBLE_EQ(v[5], Xm);
-    EXPECT_NEAR(v[6], R + shift, length_bits);
-    EXPECT_NEAR(v[4], std::hypot(X, Y), length_bits);
-    EXPECT_NEAR(v[2], (R + shift) * std::tan(tau) + Xm, length_bits);
-    EXPECT_NEAR(v[3], (R + shift) / std::cos(tau) - R, length_bits);
-    EXPECT_NEAR(v[0] + v[3] / std::sin(tau), v[2], length_bits);
-    EXPECT_NEAR(v[1] * std::tan(tau), v[3], length_bits);
+    EXPECT_NEAR(v[6], R + shift, kLengthBits);
+    EXPECT_NEAR(v[4], std::hypot(X, Y), kLengthBits);
+    EXPECT_NEAR(v[2], (R + shift) * std::tan(tau) + Xm, kLengthBits);
+    EXPECT_NEAR(v[3], (R + shift) / std::cos(tau) - R, kLengthBits);
+    EXPECT_NEAR(v[0] + v[3] / std::sin(tau), v[2], kLengthBits);
+    EXPECT_NEAR(v[1] * std::tan(tau), v[3], kLengthBits);
 }
 
 TEST(ClothoidRelations, ARadiusAtOrBelowTheLimitIsRefused) {
@@ -261,8 +261,8 @@ TEST(ClothoidRelations, ARadiusAtOrBelowTheLimitIsRefused) {
     EXPECT_EQ(CDchkAR(100.0, 0.0), 0);
     EXPECT_EQ(CDchkAR(0.0, 100.0), -1);
     EXPECT_EQ(CDchkAR(100.0, -200.0), -1);
-    EXPECT_EQ(CDchkAR(not_a_number, 100.0), -1);
-    EXPECT_EQ(CDchkAR(100.0, not_a_number), -1);
+    EXPECT_EQ(CDchkAR(kNotANumber, 100.0), -1);
+    EXPECT_EQ(CDchkAR(100.0, kNotANumber), -1);
 }
 
 TEST(PreciseClothoid, GivesTheReferenceValues) {
@@ -278,8 +278,8 @@ TEST(PreciseClothoid, GivesTheReferenceValues) {
 
 TEST(PreciseClothoid, HoldsFarBeyondRealElements) {
     // Integrals of cos and sin of u^2 / 2 from 0 to sqrt(2 tau), 30 digits of mpmath.quad, cut to 12.
-    constexpr Reference far[] = {{8.0, 1.13313195878, 0.907513419953}, {25.0, 0.864744593978, 0.746587778835}};
-    for (const Reference& r : far) {
+    constexpr Reference kFar[] = {{8.0, 1.13313195878, 0.907513419953}, {25.0, 0.864744593978, 0.746587778835}};
+    for (const Reference& r : kFar) {
         double v[13];
         ASSERT_EQ(clothoidElements(1.0, r.tau, v), 0);
         EXPECT_NEAR(v[4], r.x, 1e-8) << r.tau;
@@ -298,12 +298,12 @@ TEST(PreciseClothoid, ItsValuesHangTogether) {
     EXPECT_EQ(v[6], tau);
     EXPECT_NEAR(v[1] * v[2], A * A, 1e-9);
     EXPECT_NEAR(v[2] * v[3], 1.0, 1e-15);
-    EXPECT_NEAR(v[7], v[4] + v[5] * std::tan(tau), length_bits);
-    EXPECT_NEAR(v[8], v[4] - v[5] / std::tan(tau), length_bits);
-    EXPECT_NEAR(v[9] * std::sin(tau), v[5], length_bits);
-    EXPECT_NEAR(v[10] * std::cos(tau), v[5], length_bits);
-    EXPECT_NEAR(v[11], v[2] * std::cos(tau) + v[5] - v[2], length_bits);
-    EXPECT_NEAR(v[12], v[4] - v[2] * std::sin(tau), length_bits);
+    EXPECT_NEAR(v[7], v[4] + v[5] * std::tan(tau), kLengthBits);
+    EXPECT_NEAR(v[8], v[4] - v[5] / std::tan(tau), kLengthBits);
+    EXPECT_NEAR(v[9] * std::sin(tau), v[5], kLengthBits);
+    EXPECT_NEAR(v[10] * std::cos(tau), v[5], kLengthBits);
+    EXPECT_NEAR(v[11], v[2] * std::cos(tau) + v[5] - v[2], kLengthBits);
+    EXPECT_NEAR(v[12], v[4] - v[2] * std::sin(tau), kLengthBits);
 }
 
 TEST(PreciseClothoid, FlatBeginningHasNoRadiusAndNoShortTangent) {
@@ -327,9 +327,9 @@ TEST(PreciseClothoid, RefusesWhatIsNoClothoidAndWritesNothing) {
     EXPECT_EQ(clothoidElements(0.0, 0.5, v), -1);
     EXPECT_EQ(clothoidElements(-1.0, 0.5, v), -1);
     EXPECT_EQ(clothoidElements(100.0, -1e-12, v), -1);
-    EXPECT_EQ(clothoidElements(100.0, not_a_number, v), -1);
-    EXPECT_EQ(clothoidElements(100.0, infinity, v), -1);
-    EXPECT_EQ(clothoidElements(infinity, 0.5, v), -1);
+    EXPECT_EQ(clothoidElements(100.0, kNotANumber, v), -1);
+    EXPECT_EQ(clothoidElements(100.0, kInfinity, v), -1);
+    EXPECT_EQ(clothoidElements(kInfinity, 0.5, v), -1);
     EXPECT_EQ(clothoidElements(100.0, std::nextafter(30.0, 31.0), v), -1);
     for (const double value : v) {
         EXPECT_EQ(value, 9.0);

@@ -48,12 +48,12 @@ TEST(MakeStraight, NorthIsZeroAndEastIsRoundedToTheAngleStep) {
     const Calelm north = straightRecord(0.0, 0.0, 100.0, 0.0);
     EXPECT_EQ(north.type, ALI_STRAIGHT);
     EXPECT_EQ(north.sang, 0.0);
-    EXPECT_NEAR(north.len, 100.0, length_bits);
+    EXPECT_NEAR(north.len, 100.0, kLengthBits);
     EXPECT_EQ(north.dir, 1.0);
     const Calelm east = straightRecord(0.0, 0.0, 0.0, 100.0);
     // The direction is rounded in the calculation plane, where it is 3 pi / 2.
-    EXPECT_EQ(east.sang, two_pi - ali_CAroundAng(1.5 * pi));
-    EXPECT_NEAR(east.sang, pi / 2.0, angle_rounding);
+    EXPECT_EQ(east.sang, kTwoPi - ali_CAroundAng(1.5 * kPi));
+    EXPECT_NEAR(east.sang, kPi / 2.0, kAngleRounding);
     EXPECT_EQ(east.eang, east.sang);
 }
 
@@ -79,12 +79,12 @@ TEST(MakeStraight, CoefficientsHoldInTheSurveyPlane) {
 TEST(MakeArc, TellsTheTruthAboutItself) {
     Random random(54001);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const double R = random.between(15.0, 800.0);
             const double sweep = random.between(0.02, 3.1);
             const double chord = 2.0 * R * std::sin(sweep / 2.0);
-            const double azimuth = random.between(0.0, two_pi);
+            const double azimuth = random.between(0.0, kTwoPi);
             const double sx = place.x + random.between(-500.0, 500.0);
             const double sy = place.y + random.between(-500.0, 500.0);
             const double dir = random.sense();
@@ -130,10 +130,10 @@ TEST(MakeArc, RefusesAndLeavesTheRecord) {
 
 TEST(MakeArc, AChordOfExactlyTheDiameterIsAHalfCircle) {
     const Calelm rec = arcRecord(0.0, 0.0, 100.0, 0.0, 1.0, 50.0);
-    EXPECT_NEAR(rec.k3, pi, angle_bits);
-    EXPECT_NEAR(rec.k1, 50.0, length_bits);
-    EXPECT_NEAR(rec.k2, 0.0, length_bits);
-    EXPECT_NEAR(rec.len, 50.0 * pi, length_rounding);
+    EXPECT_NEAR(rec.k3, kPi, kAngleBits);
+    EXPECT_NEAR(rec.k1, 50.0, kLengthBits);
+    EXPECT_NEAR(rec.k2, 0.0, kLengthBits);
+    EXPECT_NEAR(rec.len, 50.0 * kPi, kLengthRounding);
 }
 
 TEST(MakeClothoid, FromTheOriginToRadius200) {
@@ -146,7 +146,7 @@ TEST(MakeClothoid, FromTheOriginToRadius200) {
     EXPECT_EQ(rec.k1, 0.125);
     EXPECT_EQ(rec.len, 50.0);
     EXPECT_EQ(rec.sang, 0.0);
-    EXPECT_NEAR(rec.eang, two_pi - 0.125, angle_bits);
+    EXPECT_NEAR(rec.eang, kTwoPi - 0.125, kAngleBits);
     EXPECT_EQ(rec.r2, 200.0);
 }
 
@@ -155,7 +155,7 @@ TEST(MakeClothoid, RefusalsLeaveTheStartingValues) {
         rec = withEnds(rec, 0.0, 0.0, 100.0, 10.0);
         Calelm expected = rec;
         expected.len = expected.k1 = expected.k2 = expected.k3 = 1.0;
-        expected.sang = expected.eang = pi;
+        expected.sang = expected.eang = kPi;
         return ali_makA(&rec) == -1 && sameBits(rec, expected);
     };
     EXPECT_TRUE(refused(clothoidSizes(1.0, 100.0, 0.0, 0.0)));
@@ -223,7 +223,7 @@ TEST(MakeClothoid, EndsThatAreOnePointGiveAChordAlongX) {
     EXPECT_EQ(ali_makA(&rec), 2);
     EXPECT_EQ(rec.sx, 5.0);
     EXPECT_EQ(rec.sy, 6.0);
-    EXPECT_NEAR(rec.ey, 6.0, length_bits);
+    EXPECT_NEAR(rec.ey, 6.0, kLengthBits);
     EXPECT_GT(rec.ex, 5.0);
     EXPECT_TRUE(exact::true_to_itself(rec));
 }
@@ -231,7 +231,7 @@ TEST(MakeClothoid, EndsThatAreOnePointGiveAChordAlongX) {
 TEST(MakeClothoid, TellsTheTruthAboutItselfForEveryGrowthTurnAndQuadrant) {
     Random random(54002);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 2000; ++i) {
             const Calelm sizes = randomClothoidSizes(random);
             const exact::Pose start{place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
@@ -241,12 +241,12 @@ TEST(MakeClothoid, TellsTheTruthAboutItselfForEveryGrowthTurnAndQuadrant) {
             Calelm rec = withEnds(sizes, expected.sx, expected.sy, expected.ex, expected.ey);
             const int status = ali_makA(&rec);
             EXPECT_TRUE(status == 0 || status == 2);
-            EXPECT_NEAR(rec.len, expected.len, length_bits);
+            EXPECT_NEAR(rec.len, expected.len, kLengthBits);
             EXPECT_LT(angleBetween(rec.sang, expected.sang), tangentAllowance(expected.sang));
             EXPECT_LT(angleBetween(rec.eang, expected.eang), tangentAllowance(expected.eang));
-            EXPECT_NEAR(rec.k1, expected.k1, angle_bits);
-            EXPECT_NEAR(rec.k2, expected.k2, clothoid_point);
-            EXPECT_NEAR(rec.k3, expected.k3, clothoid_point);
+            EXPECT_NEAR(rec.k1, expected.k1, kAngleBits);
+            EXPECT_NEAR(rec.k2, expected.k2, kClothoidPoint);
+            EXPECT_NEAR(rec.k3, expected.k3, kClothoidPoint);
             EXPECT_TRUE(exact::true_to_itself(rec)) << exact::describe(rec);
         }
     }
@@ -256,7 +256,7 @@ TEST(MakeClothoid, MirroredInputGivesTheMirroredElement) {
     Random random(54003);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 500; ++i) {
-        const Calelm rec = randomClothoid(random, places[0]);
+        const Calelm rec = randomClothoid(random, kPlaces[0]);
         Calelm mirror = withEnds(clothoidSizes(-rec.dir, rec.par, rec.r1, rec.r2), rec.sx, -rec.sy, rec.ex, -rec.ey);
         ali_makA(&mirror);
         EXPECT_LT(angleBetween(mirror.sang, -rec.sang), tangentAllowance(rec.sang));
@@ -286,15 +286,15 @@ TEST(Dispatcher, ModeIsTheEnd) {
     rec.eang = 0.4;
     rec.len = 20.0;
     EXPECT_EQ(ali_mak(&rec, 2), 0);
-    EXPECT_NEAR(rec.sx, 50.0 - 20.0 * std::cos(0.4), length_rounding);
-    EXPECT_NEAR(rec.sy, 30.0 - 20.0 * std::sin(0.4), length_rounding);
+    EXPECT_NEAR(rec.sx, 50.0 - 20.0 * std::cos(0.4), kLengthRounding);
+    EXPECT_NEAR(rec.sy, 30.0 - 20.0 * std::sin(0.4), kLengthRounding);
     EXPECT_EQ(rec.sang, 0.4);
 }
 
 TEST(StraightFromAnEnd, RefusesNoLengthAndOtherEnds) {
     Calelm rec{};
     rec.sang = 1.0;
-    for (const double len : {0.0, -1.0, not_a_number, 1e-9}) {
+    for (const double len : {0.0, -1.0, kNotANumber, 1e-9}) {
         rec.len = len;
         Calelm changed = rec;
         EXPECT_EQ(ali_makangS(&changed, 1), -1) << len;
@@ -325,7 +325,7 @@ TEST(StraightFromAnEnd, CoefficientsComeFromTheRoundedPoint) {
 TEST(ArcFromAnEnd, BothEndsGiveTheSameArcAlsoAboveAHalfCircle) {
     Random random(54004);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm from_start = randomArc(random, place, 6.0);
             EXPECT_TRUE(exact::true_to_itself(from_start)) << exact::describe(from_start);
@@ -333,8 +333,8 @@ TEST(ArcFromAnEnd, BothEndsGiveTheSameArcAlsoAboveAHalfCircle) {
             from_end.sx = from_end.sy = from_end.sang = 0.0;
             ASSERT_EQ(ali_makangR(&from_end, 2), 0);
             // The tangent at the other end was rounded to 1.389e-6 and swings a chord of at most 2 R.
-            EXPECT_NEAR(from_end.sx, from_start.sx, 2e-5 + 2.0 * from_start.par * angle_rounding);
-            EXPECT_NEAR(from_end.sy, from_start.sy, 2e-5 + 2.0 * from_start.par * angle_rounding);
+            EXPECT_NEAR(from_end.sx, from_start.sx, 2e-5 + 2.0 * from_start.par * kAngleRounding);
+            EXPECT_NEAR(from_end.sy, from_start.sy, 2e-5 + 2.0 * from_start.par * kAngleRounding);
             EXPECT_LT(angleBetween(from_end.sang, from_start.sang), 3e-6);
         }
     }
@@ -374,7 +374,7 @@ TEST(ArcFromAnEnd, Refusals) {
 TEST(ClothoidFromAnEnd, AgreesWithIntegrationAndWithTwoPoints) {
     Random random(54005);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 2000; ++i) {
             const Calelm sizes = randomClothoidSizes(random);
             exact::Pose pose{place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
@@ -385,13 +385,13 @@ TEST(ClothoidFromAnEnd, AgreesWithIntegrationAndWithTwoPoints) {
             from_start.sy = expected.sy;
             from_start.sang = expected.sang;
             ASSERT_EQ(ali_makangA(&from_start, 1), 0);
-            EXPECT_TRUE(exact::same_element(from_start, expected, clothoid_point, tangentAllowance(expected.eang)));
+            EXPECT_TRUE(exact::same_element(from_start, expected, kClothoidPoint, tangentAllowance(expected.eang)));
             Calelm from_end = sizes;
             from_end.ex = expected.ex;
             from_end.ey = expected.ey;
             from_end.eang = expected.eang;
             ASSERT_EQ(ali_makangA(&from_end, 2), 0);
-            EXPECT_TRUE(exact::same_element(from_end, expected, clothoid_point, tangentAllowance(expected.sang)));
+            EXPECT_TRUE(exact::same_element(from_end, expected, kClothoidPoint, tangentAllowance(expected.sang)));
             EXPECT_EQ(from_end.r1, sizes.r1);
             EXPECT_EQ(from_end.dir, sizes.dir);
             Calelm two_points = from_start;
@@ -441,7 +441,7 @@ TEST(ClothoidFromAnEnd, NoChangeOfCurvatureComesOutEmpty) {
 TEST(Joints, AChainLaidElementByElementIsTangent) {
     Random random(54006);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 300; ++i) {
             const double A = random.between(60.0, 300.0);
             const double R = A * random.between(0.7, 2.5);

@@ -50,8 +50,8 @@ TEST(Planes, AngleNearZeroCollapsesToZero) {
     EXPECT_EQ(ali_CExAng(0.000009), 0.0);
     EXPECT_EQ(ali_CExAng(-0.000009), 0.0);
     EXPECT_EQ(ali_CExAng(std::nextafter(1e-5, 0.0)), 0.0);
-    EXPECT_EQ(ali_CExAng(1e-5), two_pi - 1e-5);
-    EXPECT_EQ(ali_CExAng(0.00002), two_pi - 0.00002);
+    EXPECT_EQ(ali_CExAng(1e-5), kTwoPi - 1e-5);
+    EXPECT_EQ(ali_CExAng(0.00002), kTwoPi - 0.00002);
     EXPECT_EQ(ali_CExAng(-1.0), 1.0);
 }
 
@@ -68,8 +68,8 @@ TEST(Rounding, AngleGoesToAMultipleOfItsStep) {
     EXPECT_EQ(ali_CAroundAng(1.389e-6 * 0.499), 0.0);
     EXPECT_EQ(ali_CAroundAng(1.389e-6 * 0.501), 1.389e-6);
     // A full turn rounds up by 6.4e-7.
-    EXPECT_EQ(ali_CAroundAng(two_pi), 4523532.0 * 1.389e-6);
-    EXPECT_GT(ali_CAroundAng(two_pi), two_pi);
+    EXPECT_EQ(ali_CAroundAng(kTwoPi), 4523532.0 * 1.389e-6);
+    EXPECT_GT(ali_CAroundAng(kTwoPi), kTwoPi);
 }
 
 TEST(Rounding, TiesOfYGoTheOtherWayThanTiesOfX) {
@@ -90,7 +90,7 @@ TEST(Points, SameWhenBothCoordinatesDifferByLessThanTheStep) {
     EXPECT_EQ(ali_CSamePoint(p, far), 1);
     EXPECT_EQ(gc_samePoint(p, far, 1e-4), 0);
     EXPECT_EQ(gc_samePoint(p, far, 1.1e-6), -1);
-    const double broken[2] = {not_a_number, 1.0};
+    const double broken[2] = {kNotANumber, 1.0};
     EXPECT_EQ(ali_CSamePoint(p, broken), 1);
     EXPECT_EQ(gc_samePoint(p, broken, 1.0), -1);
 }

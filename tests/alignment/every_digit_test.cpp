@@ -153,7 +153,7 @@ class Digest {
     }
     // -0.0 and 0.0 are one number, and all that is not a number is one.
     void add(double value) {
-        const double plain = std::isnan(value) ? not_a_number : value + 0.0;
+        const double plain = std::isnan(value) ? kNotANumber : value + 0.0;
         add(&plain, sizeof plain);
     }
     std::uint64_t value() const { return value_; }

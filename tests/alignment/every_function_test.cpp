@@ -12,8 +12,8 @@ using namespace fenmark::alignment_test;
 
 namespace {
 
-constexpr double kHostile[] = {not_a_number, infinity, -infinity, 1e300,  -1e300, 1e308, -1e308,
-                               1e155,        1e17,     1e-320,    -1e-17, -1.0,   0.0,   0.5};
+constexpr double kHostile[] = {kNotANumber, kInfinity, -kInfinity, 1e300,  -1e300, 1e308, -1e308,
+                               1e155,       1e17,      1e-320,     -1e-17, -1.0,   0.0,   0.5};
 
 // Functions that answer 0 whatever they are given: their values are to be looked at. The headers say so.
 const std::set<std::string> kWithoutFailure = {

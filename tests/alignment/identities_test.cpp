@@ -18,8 +18,8 @@ Calelm mirrored(const Calelm& e) {
     Calelm out = e;
     out.sy = -e.sy;
     out.ey = -e.ey;
-    out.sang = two_pi - e.sang;
-    out.eang = two_pi - e.eang;
+    out.sang = kTwoPi - e.sang;
+    out.eang = kTwoPi - e.eang;
     if (e.type != ALI_STRAIGHT) {
         out.dir = -e.dir;
     }
@@ -30,16 +30,16 @@ Calelm mirrored(const Calelm& e) {
 }
 
 // Points that a function rounds to 1e-5 m after a different chain of operations.
-constexpr double one_step = 1.1e-5;
+constexpr double kOneStep = 1.1e-5;
 // Tangents rounded to 1.389e-6 after a different chain of operations; those within 1e-5 of a full turn become 0.
-constexpr double one_angle_step = 1.1e-5;
+constexpr double kOneAngleStep = 1.1e-5;
 
 } // namespace
 
 TEST(Identities, TheReversedElementHasTheSamePointsAndOppositeTangents) {
     Random random(58001);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1500; ++i) {
             const Calelm rec = randomCurve(random, place, i);
             const Calelm back = exact::reversed(rec);
@@ -51,10 +51,10 @@ TEST(Identities, TheReversedElementHasTheSamePointsAndOppositeTangents) {
             ASSERT_EQ(ali_onl(&rec, s, p, &t), 0);
             ASSERT_EQ(ali_onl(&back, rec.len - s, q, &u), 0);
             // An arc's ends are rounded, and its station counts from one of them.
-            const double allowed = rec.type == ALI_CLOTHOID ? length_bits : rec.type == ALI_ARC ? 3e-5 : one_step;
+            const double allowed = rec.type == ALI_CLOTHOID ? kLengthBits : rec.type == ALI_ARC ? 3e-5 : kOneStep;
             EXPECT_NEAR(p[0], q[0], allowed);
             EXPECT_NEAR(p[1], q[1], allowed);
-            EXPECT_LT(angleBetween(t, u + pi), one_angle_step);
+            EXPECT_LT(angleBetween(t, u + kPi), kOneAngleStep);
             const Calelm again = exact::reversed(back);
             EXPECT_TRUE(exact::same_element(rec, again, 0.0, 1e-15));
         }
@@ -64,7 +64,7 @@ TEST(Identities, TheReversedElementHasTheSamePointsAndOppositeTangents) {
 TEST(Identities, TheMirroredElementHasMirroredPoints) {
     Random random(58002);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1500; ++i) {
             const Calelm rec = randomCurve(random, place, i);
             const Calelm image = mirrored(rec);
@@ -75,10 +75,10 @@ TEST(Identities, TheMirroredElementHasMirroredPoints) {
             double u = 0.0;
             ASSERT_EQ(ali_onl(&rec, s, p, &t), 0);
             ASSERT_EQ(ali_onl(&image, s, q, &u), 0);
-            const double allowed = rec.type == ALI_CLOTHOID ? length_bits : one_step;
+            const double allowed = rec.type == ALI_CLOTHOID ? kLengthBits : kOneStep;
             EXPECT_NEAR(p[0], q[0], allowed);
             EXPECT_NEAR(p[1], -q[1], allowed);
-            EXPECT_LT(angleBetween(t, -u), one_angle_step);
+            EXPECT_LT(angleBetween(t, -u), kOneAngleStep);
             // A point 5 m off has its mirrored foot at the same station.
             double off[2] = {p[0] + 5.0 * std::sin(t), p[1] - 5.0 * std::cos(t)};
             double off_image[2] = {off[0], -off[1]};
@@ -88,7 +88,7 @@ TEST(Identities, TheMirroredElementHasMirroredPoints) {
             const int status = ali_proj(&rec, off, &station, foot);
             ASSERT_EQ(ali_proj(&image, off_image, &station_image, foot), status);
             if (status == 0) {
-                EXPECT_NEAR(station, station_image, foot_station);
+                EXPECT_NEAR(station, station_image, kFootStation);
             }
         }
     }
@@ -99,8 +99,8 @@ TEST(Identities, MovingBothElementsMovesTheirMeeting) {
     SCOPED_TRACE(random.trace());
     int met = 0;
     for (int i = 0; i < 4500; ++i) {
-        const Calelm e1 = randomCurve(random, places[0], i);
-        const Calelm e2 = randomCurve(random, places[0], i / 3);
+        const Calelm e1 = randomCurve(random, kPlaces[0], i);
+        const Calelm e2 = randomCurve(random, kPlaces[0], i / 3);
         double p[2];
         double q[2];
         double a = 0.0;

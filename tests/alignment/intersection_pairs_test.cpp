@@ -41,21 +41,21 @@ struct Curve {
 // All crossings, by sampling both curves and Newton's method from every pair of samples whose segments cross.
 // `sure` becomes false when a crossing lies so near an end, or crosses so flat, that the count hangs on the tolerance.
 std::vector<Meeting> meetings(const Calelm& e1, const Calelm& e2, bool& sure) {
-    constexpr int parts = 60;
-    const Curve c1(e1, parts);
-    const Curve c2(e2, parts);
+    constexpr int kParts = 60;
+    const Curve c1(e1, kParts);
+    const Curve c2(e2, kParts);
     std::vector<Meeting> found;
     sure = true;
-    const double reach = 0.75 * (c1.length + c2.length) / parts;
-    for (int i = 0; i <= parts; ++i) {
-        for (int j = 0; j <= parts; ++j) {
+    const double reach = 0.75 * (c1.length + c2.length) / kParts;
+    for (int i = 0; i <= kParts; ++i) {
+        for (int j = 0; j <= kParts; ++j) {
             const exact::Pose& p = c1.samples[static_cast<std::size_t>(i)];
             const exact::Pose& q = c2.samples[static_cast<std::size_t>(j)];
             if (std::hypot(static_cast<double>(p.x - q.x), static_cast<double>(p.y - q.y)) > reach) {
                 continue;
             }
-            double s1 = c1.length * i / parts;
-            double s2 = c2.length * j / parts;
+            double s1 = c1.length * i / kParts;
+            double s2 = c2.length * j / kParts;
             bool converged = false;
             double angle = 0.0;
             for (int pass = 0; pass < 30 && !converged; ++pass) {
@@ -82,9 +82,9 @@ std::vector<Meeting> meetings(const Calelm& e1, const Calelm& e2, bool& sure) {
                 sure = sure && angle > 0.02;
                 continue;
             }
-            constexpr double near = 0.01;
-            if (std::fabs(s1) < near || std::fabs(s1 - c1.length) < near || std::fabs(s2) < near ||
-                std::fabs(s2 - c2.length) < near) {
+            constexpr double kNear = 0.01;
+            if (std::fabs(s1) < kNear || std::fabs(s1 - c1.length) < kNear || std::fabs(s2) < kNear ||
+                std::fabs(s2 - c2.length) < kNear) {
                 sure = false;
             }
             if (s1 < 0.0 || s1 > c1.length || s2 < 0.0 || s2 > c2.length) {
@@ -149,7 +149,7 @@ TEST(ClosedFormPairs, RandomPairsGiveTheExactCrossings) {
     SCOPED_TRACE(random.trace());
     int compared = 0;
     int with_crossings = 0;
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 250; ++i) {
             const bool line = i % 2 == 0;
             const Calelm e1 = line ? randomStraight(random, place) : randomArc(random, place, 6.0);
@@ -183,7 +183,7 @@ TEST(LineClothoid, RandomPairsGiveTheExactCrossings) {
     SCOPED_TRACE(random.trace());
     int compared = 0;
     int with_crossings = 0;
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 400; ++i) {
             const Calelm clothoid = randomClothoid(random, place);
             Calelm line = randomStraight(random, place);
@@ -191,7 +191,8 @@ TEST(LineClothoid, RandomPairsGiveTheExactCrossings) {
             double t = 0.0;
             ASSERT_EQ(ali_onlA(&clothoid, random.between(0.1, 0.9) * clothoid.len, p, &t), 0);
             // Through a point of the curve, at 0.3 to 1.5 rad to it, so that nearly all cross it once.
-            const double azimuth = t + random.sense() * random.between(0.3, 1.5) + (random.whole(0, 1) == 0 ? 0.0 : pi);
+            const double azimuth =
+                t + random.sense() * random.between(0.3, 1.5) + (random.whole(0, 1) == 0 ? 0.0 : kPi);
             line = straightRecord(p[0] - 60.0 * std::cos(azimuth), p[1] - 60.0 * std::sin(azimuth),
                                   p[0] + 70.0 * std::cos(azimuth), p[1] + 70.0 * std::sin(azimuth));
             bool sure = false;
@@ -223,7 +224,7 @@ TEST(ArcClothoid, RandomPairsGiveTheExactCrossings) {
     SCOPED_TRACE(random.trace());
     int compared = 0;
     int with_two = 0;
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 300; ++i) {
             const Calelm clothoid = randomClothoid(random, place);
             Calelm arc = randomArc(random, place, 5.5);
@@ -235,7 +236,7 @@ TEST(ArcClothoid, RandomPairsGiveTheExactCrossings) {
             }
             const Result r = call(ali_intpRA, arc, clothoid);
             SCOPED_TRACE(exact::describe(arc) + "\n" + exact::describe(clothoid));
-            compare(expected, r, r.a, r.b, r.c, r.d, crossing);
+            compare(expected, r, r.a, r.b, r.c, r.d, kCrossing);
             ++compared;
             with_two += expected.size() > 1 ? 1 : 0;
             const Result other = call(ali_intp, clothoid, arc);
@@ -253,7 +254,7 @@ TEST(ClothoidClothoid, RandomPairsGiveTheExactCrossings) {
     Random random(55005);
     SCOPED_TRACE(random.trace());
     int compared = 0;
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 300; ++i) {
             const Calelm e1 = randomClothoid(random, place);
             Calelm e2 = randomClothoid(random, place);
@@ -266,7 +267,7 @@ TEST(ClothoidClothoid, RandomPairsGiveTheExactCrossings) {
             const Result r = call(ali_intpAA, e1, e2);
             SCOPED_TRACE(exact::describe(e1) + "\n" + exact::describe(e2));
             // Here the stations stand in the order p1 on e1, p2 on e1, p1 on e2, p2 on e2.
-            compare(expected, r, r.a, r.c, r.b, r.d, crossing);
+            compare(expected, r, r.a, r.c, r.b, r.d, kCrossing);
             ++compared;
         }
     }
@@ -277,7 +278,7 @@ TEST(ClothoidClothoid, PairsThatCrossTwiceGiveBothCrossings) {
     Random random(55008);
     SCOPED_TRACE(random.trace());
     int with_two = 0;
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 200; ++i) {
             // The second is laid through two points of the first, so that the two enclose a lens.
             const Calelm e1 = randomClothoid(random, place);
@@ -316,7 +317,7 @@ TEST(ClothoidClothoid, PairsThatCrossTwiceGiveBothCrossings) {
             }
             const Result r = call(ali_intpAA, e1, e2);
             SCOPED_TRACE(exact::describe(e1) + "\n" + exact::describe(e2));
-            compare(expected, r, r.a, r.c, r.b, r.d, crossing);
+            compare(expected, r, r.a, r.c, r.b, r.d, kCrossing);
             ++with_two;
         }
     }

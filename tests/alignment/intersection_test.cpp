@@ -33,7 +33,7 @@ TEST(LineLine, IdenticalParallelAndDegenerate) {
     EXPECT_EQ(lines(east, east_shifted).status, -2);
     EXPECT_EQ(lines(line, point).status, -3);
     EXPECT_EQ(lines(point, line).status, -3);
-    EXPECT_EQ(lines(line, shifted).p1[0], untouched);
+    EXPECT_EQ(lines(line, shifted).p1[0], kUntouched);
     for (const Calelm& other : {line, shifted, point}) {
         EXPECT_EQ(call(ali_intp, line, other).status, -1);
     }
@@ -43,38 +43,38 @@ TEST(LineLine, PlacesAreToldByTheStatus) {
     const Calelm first = straightRecord(0.0, 0.0, 100.0, 0.0);
     const Result both = lines(first, straightRecord(40.0, -10.0, 40.0, 10.0));
     EXPECT_EQ(both.status, 0);
-    EXPECT_NEAR(both.p1[0], 40.0, length_bits);
-    EXPECT_NEAR(both.p1[1], 0.0, length_bits);
-    EXPECT_NEAR(both.a, 40.0, length_bits);
-    EXPECT_NEAR(both.b, 10.0, length_bits);
+    EXPECT_NEAR(both.p1[0], 40.0, kLengthBits);
+    EXPECT_NEAR(both.p1[1], 0.0, kLengthBits);
+    EXPECT_NEAR(both.a, 40.0, kLengthBits);
+    EXPECT_NEAR(both.b, 10.0, kLengthBits);
     EXPECT_EQ(lines(first, straightRecord(40.0, 5.0, 40.0, 10.0)).status, 1);
     const Result behind = lines(first, straightRecord(-40.0, -10.0, -40.0, 10.0));
     EXPECT_EQ(behind.status, 2);
-    EXPECT_NEAR(behind.a, -40.0, length_bits);
-    EXPECT_NEAR(behind.b, 10.0, length_bits);
+    EXPECT_NEAR(behind.a, -40.0, kLengthBits);
+    EXPECT_NEAR(behind.b, 10.0, kLengthBits);
     EXPECT_EQ(lines(first, straightRecord(-40.0, 5.0, -40.0, 10.0)).status, 3);
     const Result beyond = lines(first, straightRecord(140.0, -10.0, 140.0, 10.0));
     EXPECT_EQ(beyond.status, 2);
-    EXPECT_NEAR(beyond.a, 140.0, length_bits);
+    EXPECT_NEAR(beyond.a, 140.0, kLengthBits);
 }
 
 TEST(LineLine, TheDispatcherReportsACrossingOnBothOnly) {
     const Calelm first = straightRecord(0.0, 0.0, 100.0, 0.0);
     const Result on = call(ali_intp, first, straightRecord(40.0, -10.0, 40.0, 10.0));
     EXPECT_EQ(on.status, 0);
-    EXPECT_NEAR(on.a, 40.0, length_bits);
-    EXPECT_EQ(on.p2[0], untouched);
-    EXPECT_EQ(on.c, untouched);
+    EXPECT_NEAR(on.a, 40.0, kLengthBits);
+    EXPECT_EQ(on.p2[0], kUntouched);
+    EXPECT_EQ(on.c, kUntouched);
     const Result off = call(ali_intp, first, straightRecord(-40.0, -10.0, -40.0, 10.0));
     EXPECT_EQ(off.status, -1);
-    EXPECT_EQ(off.p1[0], untouched);
-    EXPECT_EQ(off.a, untouched);
+    EXPECT_EQ(off.p1[0], kUntouched);
+    EXPECT_EQ(off.a, kUntouched);
 }
 
 TEST(LineLine, RandomPairsMeetWhereTheirStationsSay) {
     Random random(55001);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm e1 = randomStraight(random, place);
             const Calelm e2 = randomStraight(random, place);
@@ -105,8 +105,8 @@ TEST(LineArc, TheLowerStationOnTheLineComesFirst) {
     EXPECT_NEAR(r.a, 50.0, 1e-5);
     EXPECT_NEAR(r.c, 150.0, 1e-5);
     EXPECT_NEAR(r.p1[0], 50.0, 1e-5);
-    EXPECT_NEAR(r.b, 0.75 * two_pi * 50.0, 2e-5); // left turn: north end first, then west, south
-    EXPECT_NEAR(r.d, 0.25 * two_pi * 50.0, 2e-5);
+    EXPECT_NEAR(r.b, 0.75 * kTwoPi * 50.0, 2e-5); // left turn: north end first, then west, south
+    EXPECT_NEAR(r.d, 0.25 * kTwoPi * 50.0, 2e-5);
     const Result reversed = call(ali_intpSR, back, arc);
     ASSERT_EQ(reversed.status, 2);
     EXPECT_NEAR(reversed.a, 50.0, 1e-5);
@@ -142,15 +142,15 @@ TEST(LineArc, ATouchIsOneAndAMissNone) {
     const Calelm line = straightRecord(0.0, 0.0, 100.0, 0.0);
     const Result r = call(ali_intpSR, line, half);
     EXPECT_EQ(r.status, 1);
-    EXPECT_NEAR(r.a, 70.0, length_rounding);
-    EXPECT_NEAR(r.p1[1], 0.0, length_rounding);
+    EXPECT_NEAR(r.a, 70.0, kLengthRounding);
+    EXPECT_NEAR(r.p1[1], 0.0, kLengthRounding);
     EXPECT_EQ(call(ali_intp, line, half).status, 0);
 }
 
 TEST(LineArc, ALineThatMissesByLessThanTheStepStillTouches) {
     Random random(55007);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 500; ++i) {
             // The line's rounded coefficients shift it by up to R / length times half a step.
             const double R = random.between(20.0, 200.0);
@@ -304,16 +304,16 @@ TEST(ClothoidClothoid, TheDispatcherKeepsItsOrderOfStations) {
     e2.ey += p[1] - q[1];
     const Result r = call(ali_intp, e1, e2);
     ASSERT_EQ(r.status, 0);
-    EXPECT_NEAR(r.a, 60.0, crossing);
-    EXPECT_NEAR(r.c, 20.0, crossing);
-    EXPECT_EQ(r.b, untouched);
-    EXPECT_EQ(r.d, untouched);
+    EXPECT_NEAR(r.a, 60.0, kCrossing);
+    EXPECT_NEAR(r.c, 20.0, kCrossing);
+    EXPECT_EQ(r.b, kUntouched);
+    EXPECT_EQ(r.d, kUntouched);
 }
 
 TEST(ClothoidClothoid, TwoElementsOfOneClothoidGiveTwoPointsOfTheirCommonStretch) {
     Random random(55006);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 50; ++i) {
             const Calelm e1 = randomClothoid(random, place);
             const Result same = call(ali_intpAA, e1, e1);
@@ -338,8 +338,8 @@ TEST(ClothoidClothoid, ACrossingInTheFlatBeginningIsFoundWhereTheCurveIs) {
     e2.ey += y - q[1];
     const Result r = call(ali_intpAA, e1, e2);
     ASSERT_EQ(r.status, 0);
-    EXPECT_NEAR(r.a, 0.35, crossing);
-    EXPECT_NEAR(r.c, 10.0, crossing);
+    EXPECT_NEAR(r.a, 0.35, kCrossing);
+    EXPECT_NEAR(r.c, 10.0, kCrossing);
 }
 
 TEST(LineClothoid, TwoCrossingsAreTwoAboveAMetreOfSagittaAndATouchBelow) {
@@ -374,7 +374,7 @@ TEST(ArcClothoid, EndsThatNearlyMeetCountWithinTheirTolerance) {
     const Calelm clothoid = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 120.0);
     const auto arcAt = [](double x, double y, double azimuth) { return arcFrom(x, y, azimuth, 1.0, 60.0, 40.0); };
     // Start to start within 1e-3: the arc leaves squarely, away from the clothoid.
-    const double side = 1.0 + pi / 2.0;
+    const double side = 1.0 + kPi / 2.0;
     for (const double gap : {8e-4, 1.2e-3}) {
         const Calelm arc = arcAt(gap * std::cos(side), gap * std::sin(side), side);
         const Result r = call(ali_intpRA, arc, clothoid);
@@ -382,14 +382,14 @@ TEST(ArcClothoid, EndsThatNearlyMeetCountWithinTheirTolerance) {
             ASSERT_GE(r.status, 0);
             EXPECT_NEAR(r.a, 0.0, 1e-9);
             EXPECT_NEAR(r.b, 0.0, 1e-9);
-            EXPECT_NEAR(r.p1[0], 0.0, length_bits);
+            EXPECT_NEAR(r.p1[0], 0.0, kLengthBits);
         } else {
             EXPECT_EQ(r.status, -1);
-            EXPECT_EQ(r.p1[0], untouched);
+            EXPECT_EQ(r.p1[0], kUntouched);
         }
     }
     // Any other pair of ends within 1e-4: here the clothoid's sharp end with the arc's start.
-    const double out = clothoid.eang + pi / 2.0;
+    const double out = clothoid.eang + kPi / 2.0;
     for (const double gap : {8e-5, 1.2e-4}) {
         const Calelm arc = arcAt(clothoid.ex + gap * std::cos(out), clothoid.ey + gap * std::sin(out), out);
         const Result r = call(ali_intpRA, arc, clothoid);
@@ -410,13 +410,13 @@ TEST(ArcClothoid, AWholeCircleIsCrossedTwice) {
         double t = 0.0;
         ASSERT_EQ(ali_onlA(&clothoid, 40.0, p, &t), 0);
         // About the point at station 40, radius 15: crossed at about 25 and 55.
-        Calelm circle = arcFrom(p[0] + 15.0, p[1], dir == 1.0 ? 1.5 * pi : 0.5 * pi, dir, 15.0, two_pi * 15.0);
+        Calelm circle = arcFrom(p[0] + 15.0, p[1], dir == 1.0 ? 1.5 * kPi : 0.5 * kPi, dir, 15.0, kTwoPi * 15.0);
         circle.ex = circle.sx;
         circle.ey = circle.sy;
         const Result r = call(ali_intpRA, circle, clothoid);
         ASSERT_EQ(r.status, 2) << dir;
         EXPECT_NEAR(std::min(r.b, r.d), 25.0, 0.1);
         EXPECT_NEAR(std::max(r.b, r.d), 55.0, 0.1);
-        EXPECT_NEAR(std::fabs(r.a - r.c), pi * 15.0, 2.0);
+        EXPECT_NEAR(std::fabs(r.a - r.c), kPi * 15.0, 2.0);
     }
 }

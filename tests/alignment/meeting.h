@@ -5,16 +5,16 @@
 
 namespace fenmark::alignment_test {
 
-inline constexpr double untouched = 12345.0;
+inline constexpr double kUntouched = 12345.0;
 
 struct Result {
     int status = 0;
-    double p1[2] = {untouched, untouched};
-    double p2[2] = {untouched, untouched};
-    double a = untouched;
-    double b = untouched;
-    double c = untouched;
-    double d = untouched;
+    double p1[2] = {kUntouched, kUntouched};
+    double p2[2] = {kUntouched, kUntouched};
+    double a = kUntouched;
+    double b = kUntouched;
+    double c = kUntouched;
+    double d = kUntouched;
 };
 
 template <typename Function>

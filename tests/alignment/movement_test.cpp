@@ -26,8 +26,8 @@ TEST(ParallelMovement, AClothoidKeepsItsLocalValuesAndTangents) {
     EXPECT_EQ(out.sang, rec.sang);
     EXPECT_EQ(out.eang, rec.eang);
     EXPECT_EQ(out.len, rec.len);
-    EXPECT_NEAR(out.sx, 10.0 * std::cos(0.5), length_rounding);
-    EXPECT_NEAR(out.sy, 10.0 * std::sin(0.5), length_rounding);
+    EXPECT_NEAR(out.sx, 10.0 * std::cos(0.5), kLengthRounding);
+    EXPECT_NEAR(out.sy, 10.0 * std::sin(0.5), kLengthRounding);
 }
 
 TEST(ParallelMovement, ASmallAngleCountsAsNone) {
@@ -44,7 +44,7 @@ TEST(ParallelMovement, ASmallAngleCountsAsNone) {
 TEST(ParallelMovement, ThereAndBackIsTheSame) {
     Random random(57001);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = i % 3 == 0   ? randomStraight(random, place)
                                : i % 3 == 1 ? randomArc(random, place, 3.0)
@@ -55,9 +55,9 @@ TEST(ParallelMovement, ThereAndBackIsTheSame) {
             Calelm back{};
             ASSERT_EQ(ali_pmov(&rec, d, angle, &there), 0);
             ASSERT_EQ(ali_pmov(&there, -d, angle, &back), 0);
-            EXPECT_TRUE(exact::same_element(rec, back, 1.6e-5, angle_bits));
-            EXPECT_NEAR(there.sx - rec.sx, d * std::cos(angle), length_rounding);
-            EXPECT_NEAR(there.sy - rec.sy, d * std::sin(angle), length_rounding);
+            EXPECT_TRUE(exact::same_element(rec, back, 1.6e-5, kAngleBits));
+            EXPECT_NEAR(there.sx - rec.sx, d * std::cos(angle), kLengthRounding);
+            EXPECT_NEAR(there.sy - rec.sy, d * std::sin(angle), kLengthRounding);
             if (rec.type == ALI_ARC) {
                 EXPECT_NEAR(back.k1, rec.k1, 1.1e-5);
                 EXPECT_NEAR(back.k2, rec.k2, 1.1e-5);
@@ -70,7 +70,7 @@ TEST(ParallelMovement, ThereAndBackIsTheSame) {
 TEST(Turning, ThereAndBackIsTheSame) {
     Random random(57002);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = i % 3 == 0   ? randomStraight(random, place)
                                : i % 3 == 1 ? randomArc(random, place, 3.0)
@@ -83,7 +83,7 @@ TEST(Turning, ThereAndBackIsTheSame) {
             EXPECT_TRUE(exact::true_to_itself(there)) << exact::describe(there);
             ASSERT_EQ(ali_tmov(&there, pivot, -angle, &back), 0);
             EXPECT_TRUE(exact::same_element(rec, back, 3e-5, 3e-6));
-            EXPECT_LT(angleBetween(there.sang, rec.sang + angle), angle_rounding + 1e-9);
+            EXPECT_LT(angleBetween(there.sang, rec.sang + angle), kAngleRounding + 1e-9);
         }
     }
 }
@@ -92,9 +92,9 @@ TEST(Turning, AnAzimuthTurnIsClockwiseOnTheMap) {
     const Calelm north = straightRecord(0.0, 0.0, 100.0, 0.0);
     const double pivot[2] = {0.0, 0.0};
     Calelm out{};
-    ASSERT_EQ(ali_tmovS(&north, pivot, pi / 2.0, &out), 0);
-    EXPECT_NEAR(out.ex, 0.0, length_rounding);
-    EXPECT_NEAR(out.ey, 100.0, length_rounding); // north turned to east
+    ASSERT_EQ(ali_tmovS(&north, pivot, kPi / 2.0, &out), 0);
+    EXPECT_NEAR(out.ex, 0.0, kLengthRounding);
+    EXPECT_NEAR(out.ey, 100.0, kLengthRounding); // north turned to east
 }
 
 TEST(Turning, AnAngleOfZeroStillRoundsTheTangents) {
@@ -105,7 +105,7 @@ TEST(Turning, AnAngleOfZeroStillRoundsTheTangents) {
     EXPECT_EQ(out.sang, ali_CAroundAng(rec.sang));
     EXPECT_EQ(out.eang, ali_CAroundAng(rec.eang));
     EXPECT_EQ(out.k1, rec.k1);
-    EXPECT_NEAR(out.ex, rec.ex, length_rounding);
+    EXPECT_NEAR(out.ex, rec.ex, kLengthRounding);
 }
 
 TEST(Turning, ASmallAngleTurnsTheTangentsAndNotThePoints) {
@@ -121,15 +121,15 @@ TEST(SquareMovement, AStraightToItsLeftIsWestOfNorth) {
     const Calelm north = straightRecord(0.0, 0.0, 100.0, 0.0);
     Calelm out{};
     EXPECT_EQ(ali_paraS(&north, 7.5, &out), 0);
-    EXPECT_NEAR(out.sx, 0.0, length_rounding);
-    EXPECT_NEAR(out.sy, -7.5, length_rounding);
-    EXPECT_NEAR(out.ey, -7.5, length_rounding);
+    EXPECT_NEAR(out.sx, 0.0, kLengthRounding);
+    EXPECT_NEAR(out.sy, -7.5, kLengthRounding);
+    EXPECT_NEAR(out.ey, -7.5, kLengthRounding);
 }
 
 TEST(SquareMovement, AStraightStaysParallelAtItsDistance) {
     Random random(57003);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 500; ++i) {
             const Calelm rec = randomStraight(random, place);
             const double d = random.between(-80.0, 80.0);
@@ -162,12 +162,12 @@ TEST(ManyElements, AnUnknownTypeIsLeftAloneAndTheRestGoesOn) {
     Calelm recs[3] = {straightRecord(0.0, 0.0, 100.0, 0.0), Calelm{}, arcFrom(100.0, 0.0, 0.01, 1.0, 80.0, 60.0)};
     recs[1].sx = 5.0;
     const Calelm before[3] = {recs[0], recs[1], recs[2]};
-    EXPECT_EQ(many_ali_pmov(3, recs, 10.0, pi / 2.0), 1);
+    EXPECT_EQ(many_ali_pmov(3, recs, 10.0, kPi / 2.0), 1);
     EXPECT_TRUE(sameBits(recs[1], before[1]));
     Calelm moved{};
-    ali_pmov(&before[0], 10.0, pi / 2.0, &moved);
+    ali_pmov(&before[0], 10.0, kPi / 2.0, &moved);
     EXPECT_TRUE(sameBits(recs[0], moved));
-    ali_pmov(&before[2], 10.0, pi / 2.0, &moved);
+    ali_pmov(&before[2], 10.0, kPi / 2.0, &moved);
     EXPECT_TRUE(sameBits(recs[2], moved));
     const Calelm second[3] = {recs[0], recs[1], recs[2]};
     const double pivot[2] = {1.0, 2.0};
@@ -183,12 +183,12 @@ TEST(ParallelMovement, TheCentreOfAnArcMovesAndIsRoundedLikeAPoint) {
     const Calelm rec = arcFrom(10.0, 20.0, 0.5, -1.0, 80.0, 60.0);
     Calelm out{};
     ASSERT_EQ(ali_pmovR(&rec, 3.3, 2.0, &out), 0);
-    EXPECT_NEAR(out.k1, rec.k1 + 3.3 * std::cos(2.0), length_rounding);
-    EXPECT_NEAR(out.k2, rec.k2 + 3.3 * std::sin(2.0), length_rounding);
-    EXPECT_NEAR(out.k1, ali_CAroundNum(out.k1), length_bits);
-    EXPECT_NEAR(out.k2, ali_CAroundNum(out.k2), length_bits);
+    EXPECT_NEAR(out.k1, rec.k1 + 3.3 * std::cos(2.0), kLengthRounding);
+    EXPECT_NEAR(out.k2, rec.k2 + 3.3 * std::sin(2.0), kLengthRounding);
+    EXPECT_NEAR(out.k1, ali_CAroundNum(out.k1), kLengthBits);
+    EXPECT_NEAR(out.k2, ali_CAroundNum(out.k2), kLengthBits);
     const double pivot[2] = {1.0, 2.0};
     ASSERT_EQ(ali_tmovR(&rec, pivot, 0.7, &out), 0);
-    EXPECT_NEAR(out.k1, ali_CAroundNum(out.k1), length_bits);
-    EXPECT_NEAR(out.k2, ali_CAroundNum(out.k2), length_bits);
+    EXPECT_NEAR(out.k1, ali_CAroundNum(out.k1), kLengthBits);
+    EXPECT_NEAR(out.k2, ali_CAroundNum(out.k2), kLengthBits);
 }

@@ -5,7 +5,7 @@ using namespace fenmark::alignment_test;
 
 namespace {
 
-constexpr double origin[2] = {0.0, 0.0};
+constexpr double kOrigin[2] = {0.0, 0.0};
 
 // The centre as the quadratic for cy gives it, side by comparison of coordinates: p at the origin, chord not along an
 // axis. The reference for ali_KEnCen, which takes the half chord instead.
@@ -27,42 +27,42 @@ void centreByQuadratic(const double q[2], double dir, double R, double out[2]) {
 } // namespace
 
 TEST(Angles, BroughtIntoRangeWithTwoPiLeftAsItIs) {
-    EXPECT_EQ(ali_KAdjAng(two_pi), two_pi);
-    EXPECT_EQ(ali_KAdjAng(-two_pi), 0.0);
-    EXPECT_NEAR(ali_KAdjAng(7.0), 7.0 - two_pi, angle_bits);
-    EXPECT_NEAR(ali_KAdjAng(-1.0), two_pi - 1.0, angle_bits);
-    EXPECT_EQ(ali_KAdjAng(std::nextafter(two_pi, 7.0)), std::nextafter(two_pi, 7.0) - two_pi);
+    EXPECT_EQ(ali_KAdjAng(kTwoPi), kTwoPi);
+    EXPECT_EQ(ali_KAdjAng(-kTwoPi), 0.0);
+    EXPECT_NEAR(ali_KAdjAng(7.0), 7.0 - kTwoPi, kAngleBits);
+    EXPECT_NEAR(ali_KAdjAng(-1.0), kTwoPi - 1.0, kAngleBits);
+    EXPECT_EQ(ali_KAdjAng(std::nextafter(kTwoPi, 7.0)), std::nextafter(kTwoPi, 7.0) - kTwoPi);
     const double huge = ali_KAdjAng(1e300);
-    EXPECT_TRUE(huge >= 0.0 && huge <= two_pi);
-    EXPECT_TRUE(std::isnan(ali_KAdjAng(not_a_number)));
-    EXPECT_TRUE(std::isnan(ali_KAdjAng(infinity)));
+    EXPECT_TRUE(huge >= 0.0 && huge <= kTwoPi);
+    EXPECT_TRUE(std::isnan(ali_KAdjAng(kNotANumber)));
+    EXPECT_TRUE(std::isnan(ali_KAdjAng(kInfinity)));
 }
 
 TEST(Angles, DirectionLiesInRangeAndEqualPointsGiveZero) {
     const double p[2] = {5.0, 7.0};
     EXPECT_EQ(ali_KGetAng(p, p), 0.0);
     const double east[2] = {0.0, -1.0};
-    EXPECT_DOUBLE_EQ(ali_KGetAng(origin, east), 1.5 * pi);
+    EXPECT_DOUBLE_EQ(ali_KGetAng(kOrigin, east), 1.5 * kPi);
     const double hair[2] = {1.0, -1e-300};
-    EXPECT_EQ(ali_KGetAng(origin, hair), 0.0);
+    EXPECT_EQ(ali_KGetAng(kOrigin, hair), 0.0);
     const double negative_zero[2] = {1.0, -0.0};
-    EXPECT_FALSE(std::signbit(ali_KGetAng(origin, negative_zero)));
+    EXPECT_FALSE(std::signbit(ali_KGetAng(kOrigin, negative_zero)));
     Random random(53101);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 1000; ++i) {
         const double q[2] = {random.between(-1.0, 1.0), random.between(-1.0, 1.0)};
-        const double a = ali_KGetAng(origin, q);
+        const double a = ali_KGetAng(kOrigin, q);
         EXPECT_GE(a, 0.0);
-        EXPECT_LT(a, two_pi);
-        EXPECT_NEAR(std::cos(a) * std::hypot(q[0], q[1]), q[0], angle_bits);
-        EXPECT_NEAR(std::sin(a) * std::hypot(q[0], q[1]), q[1], angle_bits);
+        EXPECT_LT(a, kTwoPi);
+        EXPECT_NEAR(std::cos(a) * std::hypot(q[0], q[1]), q[0], kAngleBits);
+        EXPECT_NEAR(std::sin(a) * std::hypot(q[0], q[1]), q[1], kAngleBits);
     }
 }
 
 TEST(LineCoefficients, FormMHoldsInBothPlanes) {
     Random random(53102);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 500; ++i) {
             const double p[2] = {place.x + random.between(-100.0, 100.0), place.y + random.between(-100.0, 100.0)};
             const double q[2] = {p[0] + random.between(50.0, 100.0), p[1] + random.between(-100.0, 100.0)};
@@ -81,7 +81,7 @@ TEST(LineCoefficients, FormMHoldsInBothPlanes) {
     double a = 9.0;
     double b = 9.0;
     double c = 9.0;
-    EXPECT_EQ(ali_KCalCst(origin, origin, &a, &b, &c), -1);
+    EXPECT_EQ(ali_KCalCst(kOrigin, kOrigin, &a, &b, &c), -1);
     EXPECT_EQ(a, 9.0);
 }
 
@@ -90,7 +90,7 @@ TEST(LineCoefficients, RoundedBeforeTheyAreNormalised) {
     double a = 0.0;
     double b = 0.0;
     double c = 0.0;
-    ali_KCalCst(origin, q, &a, &b, &c);
+    ali_KCalCst(kOrigin, q, &a, &b, &c);
     const double length = std::sqrt(3.0 * 3.0 + 4.00001 * 4.00001);
     EXPECT_NEAR(a, 4.00001 / length, 1e-15);
     EXPECT_NEAR(b, 3.0 / length, 1e-15);
@@ -112,37 +112,37 @@ TEST(PointOnLine, RefusalsWriteNothing) {
     const double near[2] = {0.9e-5, -0.9e-5};
     double out[2] = {9.0, 9.0};
     double angle = 9.0;
-    EXPECT_EQ(ali_KGetPnt(origin, near, 0.0, 0, out, &angle), -1);
-    EXPECT_EQ(ali_KGetPnt(origin, q, -1e-12, 0, out, &angle), -1);
-    EXPECT_EQ(ali_KGetPnt(origin, q, 10.001, 1, out, &angle), -1);
-    EXPECT_EQ(ali_KGetPnt(origin, q, not_a_number, 0, out, &angle), -1);
-    EXPECT_EQ(ali_KGetPnt(origin, q, infinity, 0, out, &angle), -1);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, near, 0.0, 0, out, &angle), -1);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, q, -1e-12, 0, out, &angle), -1);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, q, 10.001, 1, out, &angle), -1);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, q, kNotANumber, 0, out, &angle), -1);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, q, kInfinity, 0, out, &angle), -1);
     EXPECT_EQ(out[0], 9.0);
     EXPECT_EQ(angle, 9.0);
-    EXPECT_EQ(ali_KGetPnt(origin, q, 10.001, 0, out, &angle), 0);
-    EXPECT_NEAR(out[0], 10.001, length_bits);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, q, 10.001, 0, out, &angle), 0);
+    EXPECT_NEAR(out[0], 10.001, kLengthBits);
     // A station rounded to the step may exceed the chord by that much.
-    EXPECT_EQ(ali_KGetPnt(origin, q, 10.000009, 1, out, &angle), 0);
+    EXPECT_EQ(ali_KGetPnt(kOrigin, q, 10.000009, 1, out, &angle), 0);
 }
 
 TEST(PointMotion, MoveAndTurn) {
     double out[2];
     const double p[2] = {2.0, 1.0};
-    ali_KMovPnt(out, p, 10.0, pi / 2.0);
-    EXPECT_NEAR(out[0], 2.0, length_bits);
-    EXPECT_NEAR(out[1], 11.0, length_bits);
-    ali_KRotPnt(out, p, origin, pi / 2.0);
-    EXPECT_NEAR(out[0], -1.0, length_bits);
-    EXPECT_NEAR(out[1], 2.0, length_bits);
+    ali_KMovPnt(out, p, 10.0, kPi / 2.0);
+    EXPECT_NEAR(out[0], 2.0, kLengthBits);
+    EXPECT_NEAR(out[1], 11.0, kLengthBits);
+    ali_KRotPnt(out, p, kOrigin, kPi / 2.0);
+    EXPECT_NEAR(out[0], -1.0, kLengthBits);
+    EXPECT_NEAR(out[1], 2.0, kLengthBits);
     ali_KRotPnt(out, p, p, 1.0);
     EXPECT_EQ(out[0], p[0]);
     EXPECT_EQ(out[1], p[1]);
-    ali_KEnPntb(1.0, origin, p, pi / 2.0, out);
-    EXPECT_NEAR(out[0], -1.0, length_bits);
-    ali_KEnPntb(-1.0, origin, p, pi / 2.0, out);
-    EXPECT_NEAR(out[0], 1.0, length_bits);
-    ali_KEnPntb(0.5, origin, p, pi / 2.0, out); // anything but 1 turns clockwise
-    EXPECT_NEAR(out[0], 1.0, length_bits);
+    ali_KEnPntb(1.0, kOrigin, p, kPi / 2.0, out);
+    EXPECT_NEAR(out[0], -1.0, kLengthBits);
+    ali_KEnPntb(-1.0, kOrigin, p, kPi / 2.0, out);
+    EXPECT_NEAR(out[0], 1.0, kLengthBits);
+    ali_KEnPntb(0.5, kOrigin, p, kPi / 2.0, out); // anything but 1 turns clockwise
+    EXPECT_NEAR(out[0], 1.0, kLengthBits);
 }
 
 TEST(ArcCentre, EqualsTheQuadratic) {
@@ -151,7 +151,7 @@ TEST(ArcCentre, EqualsTheQuadratic) {
     for (int i = 0; i < 2000; ++i) {
         const double R = random.between(20.0, 500.0);
         const double half = random.between(0.05, 1.5);
-        const double azimuth = random.between(0.0, two_pi);
+        const double azimuth = random.between(0.0, kTwoPi);
         const double q[2] = {2.0 * R * std::sin(half) * std::cos(azimuth),
                              2.0 * R * std::sin(half) * std::sin(azimuth)};
         if (std::fabs(q[0]) < 1.0 || std::fabs(q[1]) < 1.0) {
@@ -162,7 +162,7 @@ TEST(ArcCentre, EqualsTheQuadratic) {
         centreByQuadratic(q, dir, R, expected);
         double cx = 0.0;
         double cy = 0.0;
-        ASSERT_EQ(ali_KEnCen(origin, q, dir, R, &cx, &cy), 0);
+        ASSERT_EQ(ali_KEnCen(kOrigin, q, dir, R, &cx, &cy), 0);
         EXPECT_NEAR(cx, expected[0], 1e-6);
         EXPECT_NEAR(cy, expected[1], 1e-6);
     }
@@ -177,10 +177,10 @@ TEST(ArcCentre, LiesOnTheSideOfDirForChordsNearAnAxisToo) {
                         const double q[2] = {sx * (along_y ? small : 100.0), sy * (along_y ? 100.0 : small)};
                         double cx = 0.0;
                         double cy = 0.0;
-                        ASSERT_EQ(ali_KEnCen(origin, q, dir, 80.0, &cx, &cy), 0);
+                        ASSERT_EQ(ali_KEnCen(kOrigin, q, dir, 80.0, &cx, &cy), 0);
                         EXPECT_GT(dir * (q[0] * cy - q[1] * cx), 0.0);
-                        EXPECT_NEAR(std::hypot(cx, cy), 80.0, length_bits);
-                        EXPECT_NEAR(std::hypot(cx - q[0], cy - q[1]), 80.0, length_bits);
+                        EXPECT_NEAR(std::hypot(cx, cy), 80.0, kLengthBits);
+                        EXPECT_NEAR(std::hypot(cx - q[0], cy - q[1]), 80.0, kLengthBits);
                     }
                 }
             }
@@ -192,10 +192,10 @@ TEST(ArcCentre, AChordLongerThanTheDiameterKeepsACentre) {
     const double q[2] = {100.0, 0.0};
     double cx = 0.0;
     double cy = 0.0;
-    EXPECT_EQ(ali_KEnCen(origin, q, 1.0, 49.0, &cx, &cy), 0);
-    EXPECT_NEAR(cx, 50.0, length_bits);
-    EXPECT_NEAR(cy, std::sqrt(50.0 * 50.0 - 49.0 * 49.0), length_bits);
-    EXPECT_EQ(ali_KEnCen(origin, q, 1.0, not_a_number, &cx, &cy), -1);
+    EXPECT_EQ(ali_KEnCen(kOrigin, q, 1.0, 49.0, &cx, &cy), 0);
+    EXPECT_NEAR(cx, 50.0, kLengthBits);
+    EXPECT_NEAR(cy, std::sqrt(50.0 * 50.0 - 49.0 * 49.0), kLengthBits);
+    EXPECT_EQ(ali_KEnCen(kOrigin, q, 1.0, kNotANumber, &cx, &cy), -1);
 }
 
 TEST(ArcAngles, AtMostAHalfCircleWithTangentsSnappedAtAFullTurn) {
@@ -207,27 +207,27 @@ TEST(ArcAngles, AtMostAHalfCircleWithTangentsSnappedAtAFullTurn) {
     double length = 0.0;
     EXPECT_EQ(ali_KEnAng(p, q, 1.0, 10.0, 0.0, 0.0, &sang, &eang, &sweep, &length), 0);
     EXPECT_EQ(sang, 0.0);
-    EXPECT_NEAR(eang, pi / 2.0, angle_bits);
-    EXPECT_NEAR(sweep, pi / 2.0, angle_bits);
-    EXPECT_NEAR(length, 5.0 * pi, length_bits);
+    EXPECT_NEAR(eang, kPi / 2.0, kAngleBits);
+    EXPECT_NEAR(sweep, kPi / 2.0, kAngleBits);
+    EXPECT_NEAR(length, 5.0 * kPi, kLengthBits);
     ali_KEnAng(p, q, -1.0, 10.0, 0.0, 0.0, &sang, &eang, &sweep, &length);
-    EXPECT_NEAR(sang, pi, angle_bits);
-    EXPECT_NEAR(eang, 1.5 * pi, angle_bits);
-    EXPECT_NEAR(sweep, pi / 2.0, angle_bits);
+    EXPECT_NEAR(sang, kPi, kAngleBits);
+    EXPECT_NEAR(eang, 1.5 * kPi, kAngleBits);
+    EXPECT_NEAR(sweep, kPi / 2.0, kAngleBits);
 }
 
 TEST(ArcLength, EqualDirectionsGiveNothingOrAFullCircle) {
     const double p[2] = {10.0, 0.0};
     const double q[2] = {0.0, 10.0};
     double length = 9.0;
-    EXPECT_EQ(ali_KEnPncl(1.0, 10.0, origin, p, p, &length), 0);
+    EXPECT_EQ(ali_KEnPncl(1.0, 10.0, kOrigin, p, p, &length), 0);
     EXPECT_EQ(length, 0.0);
-    ali_KEnPncl(-1.0, 10.0, origin, p, p, &length);
-    EXPECT_EQ(length, two_pi * 10.0);
-    ali_KEnPncl(1.0, 10.0, origin, p, q, &length);
-    EXPECT_NEAR(length, 5.0 * pi, length_bits);
-    ali_KEnPncl(-1.0, 10.0, origin, p, q, &length);
-    EXPECT_NEAR(length, 15.0 * pi, length_bits);
+    ali_KEnPncl(-1.0, 10.0, kOrigin, p, p, &length);
+    EXPECT_EQ(length, kTwoPi * 10.0);
+    ali_KEnPncl(1.0, 10.0, kOrigin, p, q, &length);
+    EXPECT_NEAR(length, 5.0 * kPi, kLengthBits);
+    ali_KEnPncl(-1.0, 10.0, kOrigin, p, q, &length);
+    EXPECT_NEAR(length, 15.0 * kPi, kLengthBits);
 }
 
 TEST(ArcPoint, OfATangentHasTheSenseOppositeToThatOfTheTangents) {
@@ -235,11 +235,11 @@ TEST(ArcPoint, OfATangentHasTheSenseOppositeToThatOfTheTangents) {
     const double p[2] = {5.0, 5.0};
     double out[2];
     ali_KEnPntc(1.0, p, 0.0, 10.0, out);
-    EXPECT_NEAR(out[0], 5.0, length_bits);
-    EXPECT_NEAR(out[1], 15.0, length_bits);
+    EXPECT_NEAR(out[0], 5.0, kLengthBits);
+    EXPECT_NEAR(out[1], 15.0, kLengthBits);
     ali_KEnPntc(-1.0, p, 0.0, 10.0, out);
-    EXPECT_NEAR(out[1], -5.0, length_bits);
+    EXPECT_NEAR(out[1], -5.0, kLengthBits);
     ali_KEnPntc(-1.0, p, 4.0, 10.0, out);
-    EXPECT_NEAR(out[0], 5.0 - 10.0 * std::sin(4.0 - pi), length_bits);
-    EXPECT_NEAR(out[1], 5.0 + 10.0 * std::cos(4.0 - pi), length_bits);
+    EXPECT_NEAR(out[0], 5.0 - 10.0 * std::sin(4.0 - kPi), kLengthBits);
+    EXPECT_NEAR(out[1], 5.0 + 10.0 * std::cos(4.0 - kPi), kLengthBits);
 }

@@ -15,31 +15,31 @@
 
 namespace fenmark::alignment_test {
 
-inline constexpr double pi = std::numbers::pi;
-inline constexpr double two_pi = 2.0 * std::numbers::pi;
+inline constexpr double kPi = std::numbers::pi;
+inline constexpr double kTwoPi = 2.0 * std::numbers::pi;
 
 // Rounding of a result to its step: half a step, and the last bits of the value.
-inline constexpr double length_rounding = 5.1e-6;
-inline constexpr double angle_rounding = 7e-7;
+inline constexpr double kLengthRounding = 5.1e-6;
+inline constexpr double kAngleRounding = 7e-7;
 // Values that the same formula gives by another way: last bits at coordinates of some 10 km.
-inline constexpr double length_bits = 1e-9;
-inline constexpr double angle_bits = 1e-12;
+inline constexpr double kLengthBits = 1e-9;
+inline constexpr double kAngleBits = 1e-12;
 // A clothoid's point: the series stops at a change of 1e-4 m, which leaves about 1e-5 m.
-inline constexpr double clothoid_point = 2e-5;
+inline constexpr double kClothoidPoint = 2e-5;
 // A tangent against an integration of curvature, radians.
 inline constexpr double tangent = 1e-9;
 // A foot that the bisection found: millimetres.
-inline constexpr double foot_station = 2e-3;
+inline constexpr double kFootStation = 2e-3;
 // A crossing that a subdivision found: a chord of 1e-4 m, and the length it covers.
-inline constexpr double crossing = 3e-4;
+inline constexpr double kCrossing = 3e-4;
 // Figures given to five decimals.
-inline constexpr double five_decimals = 5e-6;
+inline constexpr double kFiveDecimals = 5e-6;
 
-inline constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
-inline constexpr double infinity = std::numeric_limits<double>::infinity();
+inline constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 inline double angleBetween(double a, double b) {
-    const double d = std::fabs(std::remainder(a - b, two_pi));
+    const double d = std::fabs(std::remainder(a - b, kTwoPi));
     return d;
 }
 
@@ -68,7 +68,7 @@ struct Place {
     double x;
     double y;
 };
-inline constexpr Place places[] = {{0.0, 0.0}, {-36000.0, 12000.0}};
+inline constexpr Place kPlaces[] = {{0.0, 0.0}, {-36000.0, 12000.0}};
 
 inline Calelm straightRecord(double sx, double sy, double ex, double ey) {
     Calelm rec;

@@ -10,18 +10,18 @@ namespace exact = fenmark::exact;
 
 namespace {
 
-constexpr double untouched = 12345.0;
+constexpr double kUntouched = 12345.0;
 
 // Ends and centre rounded when the element was laid and again when it was moved, metres.
-constexpr double moved_rounding = 5e-5;
+constexpr double kMovedRounding = 5e-5;
 
 // The station len is on the element, at its end; a millimetre on is not.
 void expectEndAtItsLength(const Calelm& rec) {
-    double p[2] = {untouched, untouched};
-    double t = untouched;
+    double p[2] = {kUntouched, kUntouched};
+    double t = kUntouched;
     ASSERT_EQ(ali_onl(&rec, rec.len, p, &t), 0) << exact::describe(rec);
-    EXPECT_NEAR(p[0], rec.ex, moved_rounding) << exact::describe(rec);
-    EXPECT_NEAR(p[1], rec.ey, moved_rounding) << exact::describe(rec);
+    EXPECT_NEAR(p[0], rec.ex, kMovedRounding) << exact::describe(rec);
+    EXPECT_NEAR(p[1], rec.ey, kMovedRounding) << exact::describe(rec);
     EXPECT_EQ(ali_onl(&rec, rec.len + 0.001, p, &t), -1) << exact::describe(rec);
 }
 
@@ -30,7 +30,7 @@ void expectEndAtItsLength(const Calelm& rec) {
 TEST(OnElement, TheStoredLengthIsOnItHoweverItWasLaidOrMoved) {
     Random random(56007);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 2000; ++i) {
             const Calelm rec = i % 4 == 0 ? randomStraight(random, place) : randomArc(random, place, 6.0);
             expectEndAtItsLength(rec);
@@ -56,7 +56,7 @@ TEST(OnElement, AStoredLengthThatIsNotThatOfTheEndsProlongsNothing) {
     double t = 0.0;
     for (Calelm* rec : {&line, &arc}) {
         const double length = rec->len;
-        for (const double stored : {length + 1.0, length + 1e-4, 0.0, infinity, not_a_number}) {
+        for (const double stored : {length + 1.0, length + 1e-4, 0.0, kInfinity, kNotANumber}) {
             rec->len = stored;
             EXPECT_EQ(ali_onl(rec, length, p, &t), 0) << stored;
             EXPECT_EQ(ali_onl(rec, length + 9e-5, p, &t), -1) << stored;
@@ -67,21 +67,21 @@ TEST(OnElement, AStoredLengthThatIsNotThatOfTheEndsProlongsNothing) {
 TEST(OnStraight, TheEndIsOnItAndAMillimetreBeyondIsNot) {
     Random random(56001);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = randomStraight(random, place);
-            double p[2] = {untouched, untouched};
-            double t = untouched;
+            double p[2] = {kUntouched, kUntouched};
+            double t = kUntouched;
             // The length is rounded and may exceed the chord; the last bit does not decide.
             ASSERT_EQ(ali_onlS(&rec, rec.len, p, &t), 0);
             EXPECT_NEAR(p[0], rec.ex, 1.1e-5);
             EXPECT_NEAR(p[1], rec.ey, 1.1e-5);
             EXPECT_EQ(t, rec.sang);
-            p[0] = t = untouched;
+            p[0] = t = kUntouched;
             EXPECT_EQ(ali_onlS(&rec, rec.len + 0.001, p, &t), -1);
             EXPECT_EQ(ali_onlS(&rec, -1e-9, p, &t), -1);
-            EXPECT_EQ(p[0], untouched);
-            EXPECT_EQ(t, untouched);
+            EXPECT_EQ(p[0], kUntouched);
+            EXPECT_EQ(t, kUntouched);
         }
     }
 }
@@ -91,9 +91,9 @@ TEST(OnArc, StationZeroIsTheStartAndItsTangent) {
     double p[2];
     double t = 0.0;
     ASSERT_EQ(ali_onlR(&rec, 0.0, p, &t), 0);
-    EXPECT_NEAR(p[0], 100.0, length_rounding);
-    EXPECT_NEAR(p[1], 200.0, length_rounding);
-    EXPECT_NEAR(t, 0.5, angle_rounding);
+    EXPECT_NEAR(p[0], 100.0, kLengthRounding);
+    EXPECT_NEAR(p[1], 200.0, kLengthRounding);
+    EXPECT_NEAR(t, 0.5, kAngleRounding);
 }
 
 TEST(OnArc, NegativeStationLiesBeforeTheStartAndBeyondTheEndIsRefused) {
@@ -114,29 +114,29 @@ TEST(OnArc, NegativeStationLiesBeforeTheStartAndBeyondTheEndIsRefused) {
 
 TEST(OnClothoid, BeyondTheEndIsToldButThePointIsWritten) {
     const Calelm rec = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 100.0);
-    double p[2] = {untouched, untouched};
-    double t = untouched;
+    double p[2] = {kUntouched, kUntouched};
+    double t = kUntouched;
     EXPECT_EQ(ali_onlA(&rec, rec.len + 1.0, p, &t), -1);
     const exact::Pose beyond = exact::pose_at(exact::start_of(rec), exact::shape_of(rec), rec.len + 1.0);
-    EXPECT_NEAR(p[0], static_cast<double>(beyond.x), clothoid_point);
-    EXPECT_NEAR(p[1], static_cast<double>(beyond.y), clothoid_point);
+    EXPECT_NEAR(p[0], static_cast<double>(beyond.x), kClothoidPoint);
+    EXPECT_NEAR(p[1], static_cast<double>(beyond.y), kClothoidPoint);
     EXPECT_EQ(ali_onlA(&rec, rec.len, p, &t), 0);
 }
 
 TEST(OnClothoid, AnElementWithoutLengthWritesNothing) {
     Calelm rec = clothoidSizes(1.0, 100.0, 200.0, 200.0);
     rec.ex = 10.0;
-    double p[2] = {untouched, untouched};
-    double t = untouched;
+    double p[2] = {kUntouched, kUntouched};
+    double t = kUntouched;
     EXPECT_EQ(ali_onlA(&rec, 0.0, p, &t), -1);
-    EXPECT_EQ(p[0], untouched);
-    EXPECT_EQ(t, untouched);
+    EXPECT_EQ(p[0], kUntouched);
+    EXPECT_EQ(t, kUntouched);
 }
 
 TEST(OnElement, EveryStationLiesWhereTheCurvatureLeads) {
     Random random(56002);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1500; ++i) {
             const Calelm rec = i % 3 == 0 ? randomArc(random, place, 6.0) : randomClothoid(random, place);
             const double s = random.between(0.0, 1.0) * rec.len;
@@ -146,7 +146,7 @@ TEST(OnElement, EveryStationLiesWhereTheCurvatureLeads) {
             const exact::Pose expected = exact::pose_at(exact::start_of(rec), exact::shape_of(rec), s);
             // At the flat beginning the series takes the first A / 600 metres for one point.
             const double flat = rec.type == ALI_CLOTHOID ? 1.67e-3 * rec.par : 0.0;
-            const double from_flat = rec.r1 == 0.0 ? s : rec.r2 == 0.0 ? rec.len - s : infinity;
+            const double from_flat = rec.r1 == 0.0 ? s : rec.r2 == 0.0 ? rec.len - s : kInfinity;
             const double allowed = rec.type == ALI_CLOTHOID && from_flat < flat ? flat : 4e-5;
             EXPECT_NEAR(p[0], static_cast<double>(expected.x), allowed) << exact::describe(rec);
             EXPECT_NEAR(p[1], static_cast<double>(expected.y), allowed) << exact::describe(rec);
@@ -158,18 +158,18 @@ TEST(OnElement, EveryStationLiesWhereTheCurvatureLeads) {
 TEST(OnElement, EndsOfAClothoidAreItsPointsAndTangents) {
     Random random(56003);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = randomClothoid(random, place);
             double p[2];
             double t = 0.0;
             ASSERT_EQ(ali_onlA(&rec, 0.0, p, &t), 0);
-            EXPECT_NEAR(p[0], rec.sx, length_bits);
-            EXPECT_NEAR(p[1], rec.sy, length_bits);
+            EXPECT_NEAR(p[0], rec.sx, kLengthBits);
+            EXPECT_NEAR(p[1], rec.sy, kLengthBits);
             EXPECT_LT(angleBetween(t, rec.sang), 1e-5);
             ASSERT_EQ(ali_onlA(&rec, rec.len, p, &t), 0);
-            EXPECT_NEAR(p[0], rec.ex, length_bits);
-            EXPECT_NEAR(p[1], rec.ey, length_bits);
+            EXPECT_NEAR(p[0], rec.ex, kLengthBits);
+            EXPECT_NEAR(p[1], rec.ey, kLengthBits);
             EXPECT_LT(angleBetween(t, rec.eang), 1e-5);
         }
     }
@@ -178,18 +178,18 @@ TEST(OnElement, EndsOfAClothoidAreItsPointsAndTangents) {
 TEST(OffElement, AQuarterTurnIsSquareToTheLeft) {
     const Calelm north = straightRecord(0.0, 0.0, 100.0, 0.0);
     double p[2];
-    ASSERT_EQ(ali_oflS(&north, 40.0, pi / 2.0, 5.0, p), 0);
-    EXPECT_NEAR(p[0], 40.0, length_bits);
-    EXPECT_NEAR(p[1], -5.0, length_bits); // west of a line that runs north
-    ASSERT_EQ(ali_oflS(&north, 40.0, 1.5 * pi, 5.0, p), 0);
-    EXPECT_NEAR(p[1], 5.0, length_bits);
+    ASSERT_EQ(ali_oflS(&north, 40.0, kPi / 2.0, 5.0, p), 0);
+    EXPECT_NEAR(p[0], 40.0, kLengthBits);
+    EXPECT_NEAR(p[1], -5.0, kLengthBits); // west of a line that runs north
+    ASSERT_EQ(ali_oflS(&north, 40.0, 1.5 * kPi, 5.0, p), 0);
+    EXPECT_NEAR(p[1], 5.0, kLengthBits);
     // Towards the centre of a left arc.
     const Calelm arc = arcFrom(0.0, 0.0, 0.3, 1.0, 50.0, 40.0);
-    ASSERT_EQ(ali_oflR(&arc, 20.0, pi / 2.0, 50.0, p), 0);
+    ASSERT_EQ(ali_oflR(&arc, 20.0, kPi / 2.0, 50.0, p), 0);
     EXPECT_NEAR(p[0], arc.k1, 1e-4);
     EXPECT_NEAR(p[1], arc.k2, 1e-4);
     const Calelm clothoid = clothoidFrom(0.0, 0.0, 0.3, -1.0, 50.0, 0.0, 60.0);
-    ASSERT_EQ(ali_oflA(&clothoid, clothoid.len, 1.5 * pi, 60.0, p), 0);
+    ASSERT_EQ(ali_oflA(&clothoid, clothoid.len, 1.5 * kPi, 60.0, p), 0);
     const auto centre = exact::centre_at(exact::end_of(clothoid), -1.0, 60.0L);
     EXPECT_NEAR(p[0], static_cast<double>(centre[0]), 1e-4);
     EXPECT_NEAR(p[1], static_cast<double>(centre[1]), 1e-4);
@@ -199,18 +199,18 @@ TEST(OffElement, AFailureWritesNothing) {
     const Calelm line = straightRecord(0.0, 0.0, 100.0, 0.0);
     const Calelm arc = arcFrom(0.0, 0.0, 0.3, 1.0, 50.0, 40.0);
     const Calelm clothoid = clothoidFrom(0.0, 0.0, 0.3, -1.0, 50.0, 0.0, 60.0);
-    double p[2] = {untouched, untouched};
+    double p[2] = {kUntouched, kUntouched};
     EXPECT_EQ(ali_oflS(&line, 101.0, 0.0, 1.0, p), -1);
     EXPECT_EQ(ali_oflR(&arc, 41.0, 0.0, 1.0, p), -1);
     EXPECT_EQ(ali_oflA(&clothoid, clothoid.len + 1.0, 0.0, 1.0, p), -1);
-    EXPECT_EQ(p[0], untouched);
-    EXPECT_EQ(p[1], untouched);
+    EXPECT_EQ(p[0], kUntouched);
+    EXPECT_EQ(p[1], kUntouched);
 }
 
 TEST(Projection, FromAnOffsetPointBackToTheStation) {
     Random random(56004);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 2000; ++i) {
             const int kind = i % 4;
             const Calelm rec = kind == 0   ? randomStraight(random, place)
@@ -227,9 +227,9 @@ TEST(Projection, FromAnOffsetPointBackToTheStation) {
             ASSERT_EQ(ali_proj(&rec, p, &station, foot), 0) << exact::describe(rec) << " s " << s;
             const bool clothoid = rec.type == ALI_CLOTHOID;
             const double flat = clothoid ? 1.67e-3 * rec.par : 0.0;
-            const double from_flat = rec.r1 == 0.0 ? s : rec.r2 == 0.0 ? rec.len - s : infinity;
+            const double from_flat = rec.r1 == 0.0 ? s : rec.r2 == 0.0 ? rec.len - s : kInfinity;
             const double allowed = clothoid && from_flat < 2.0 * flat ? 2.0 * flat
-                                   : clothoid                         ? 3.0 * foot_station
+                                   : clothoid                         ? 3.0 * kFootStation
                                                                       : 3e-4;
             EXPECT_NEAR(station, s, allowed) << exact::describe(rec) << " offset " << offset;
             EXPECT_NEAR(foot[0], static_cast<double>(on.x), allowed);
@@ -241,7 +241,7 @@ TEST(Projection, FromAnOffsetPointBackToTheStation) {
 TEST(Projection, APointOnTheElementHasItsOwnStation) {
     Random random(56005);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = i % 2 == 0 ? randomArc(random, place, 6.0) : randomClothoid(random, place);
             const double s = random.between(0.05, 0.95) * rec.len;
@@ -251,7 +251,7 @@ TEST(Projection, APointOnTheElementHasItsOwnStation) {
             double station = 0.0;
             double foot[2];
             ASSERT_EQ(ali_proj(&rec, p, &station, foot), 0);
-            EXPECT_NEAR(station, s, rec.type == ALI_ARC ? 3e-5 : foot_station);
+            EXPECT_NEAR(station, s, rec.type == ALI_ARC ? 3e-5 : kFootStation);
         }
     }
 }
@@ -260,18 +260,18 @@ TEST(ProjectionOnStraight, BehindTheStartIsNotExtrapolated) {
     const Calelm rec = straightRecord(0.0, 0.0, 100.0, 0.0);
     const double behind[2] = {-0.001, 5.0};
     const double beyond[2] = {100.001, 5.0};
-    double s = untouched;
-    double foot[2] = {untouched, untouched};
+    double s = kUntouched;
+    double foot[2] = {kUntouched, kUntouched};
     EXPECT_EQ(ali_projS(&rec, behind, &s, foot), -1);
     EXPECT_EQ(ali_projS(&rec, beyond, &s, foot), -1);
-    EXPECT_EQ(s, untouched);
-    EXPECT_EQ(foot[0], untouched);
+    EXPECT_EQ(s, kUntouched);
+    EXPECT_EQ(foot[0], kUntouched);
 }
 
 TEST(ProjectionOnStraight, SquareToAnEndTheLastBitDoesNotDecide) {
     Random random(56006);
     SCOPED_TRACE(random.trace());
-    for (const Place place : places) {
+    for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = randomStraight(random, place);
             const double d = random.between(-50.0, 50.0);
@@ -292,8 +292,8 @@ TEST(ProjectionOnStraight, SquareToAnEndTheLastBitDoesNotDecide) {
 
 TEST(ProjectionOnArc, ItsEndsAndItsCentreAreRefused) {
     const Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, 80.0, 60.0);
-    double s = untouched;
-    double foot[2] = {untouched, untouched};
+    double s = kUntouched;
+    double foot[2] = {kUntouched, kUntouched};
     const double start[2] = {rec.sx, rec.sy};
     const double end[2] = {rec.ex, rec.ey};
     const double centre[2] = {rec.k1, rec.k2};
@@ -305,15 +305,15 @@ TEST(ProjectionOnArc, ItsEndsAndItsCentreAreRefused) {
     closed.ey = closed.sy;
     const double p[2] = {10.0, 10.0};
     EXPECT_EQ(ali_projR(&closed, p, foot, &s), -1);
-    EXPECT_EQ(s, untouched);
-    EXPECT_EQ(foot[0], untouched);
+    EXPECT_EQ(s, kUntouched);
+    EXPECT_EQ(foot[0], kUntouched);
 }
 
 TEST(ProjectionOnArc, AFootAtTheStartHasStationZeroInBothSenses) {
     for (const double dir : {-1.0, 1.0}) {
         const Calelm rec = arcFrom(0.0, 0.0, 0.5, dir, 80.0, 60.0);
         const double p[2] = {rec.k1 + 1.2 * (rec.sx - rec.k1), rec.k2 + 1.2 * (rec.sy - rec.k2)};
-        double s = untouched;
+        double s = kUntouched;
         double foot[2];
         ASSERT_EQ(ali_projR(&rec, p, foot, &s), 0) << dir;
         EXPECT_EQ(s, 0.0);
@@ -323,7 +323,7 @@ TEST(ProjectionOnArc, AFootAtTheStartHasStationZeroInBothSenses) {
 
 TEST(ProjectionOnArc, ThreeQuartersOfACircleCountToTheFoot) {
     const double R = 100.0;
-    const Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, R, 1.5 * pi * R);
+    const Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, R, 1.5 * kPi * R);
     const exact::Pose on = exact::pose_at(exact::start_of(rec), exact::shape_of(rec), 392.70L);
     const double p[2] = {static_cast<double>(on.x) + 1e-3, static_cast<double>(on.y)};
     double s = 0.0;
@@ -338,11 +338,11 @@ TEST(ProjectionOnClothoid, TheStartHasStationZero) {
         const Calelm falls = clothoidFrom(10.0, 20.0, 1.0, dir, 100.0, 120.0, 300.0);
         const double start[2] = {10.0, 20.0};
         for (const Calelm* rec : {&grows, &falls}) {
-            double s = untouched;
+            double s = kUntouched;
             double foot[2];
             ASSERT_EQ(ali_projA(rec, start, foot, &s), 0);
             EXPECT_EQ(s, 0.0);
-            EXPECT_NEAR(foot[0], 10.0, length_bits);
+            EXPECT_NEAR(foot[0], 10.0, kLengthBits);
         }
     }
 }
@@ -350,14 +350,14 @@ TEST(ProjectionOnClothoid, TheStartHasStationZero) {
 TEST(ProjectionOnClothoid, APointBehindTheEndsHasNoFoot) {
     const Calelm rec = clothoidFrom(0.0, 0.0, 0.0, 1.0, 100.0, 0.0, 120.0);
     const double behind[2] = {-5.0, 3.0};
-    double s = untouched;
-    double foot[2] = {untouched, untouched};
+    double s = kUntouched;
+    double foot[2] = {kUntouched, kUntouched};
     EXPECT_EQ(ali_projA(&rec, behind, foot, &s), -1);
     const exact::Pose beyond = exact::pose_at(exact::start_of(rec), exact::shape_of(rec), rec.len + 10.0);
     const double far[2] = {static_cast<double>(beyond.x), static_cast<double>(beyond.y)};
     EXPECT_EQ(ali_projA(&rec, far, foot, &s), -1);
-    EXPECT_EQ(s, untouched);
-    EXPECT_EQ(foot[0], untouched);
+    EXPECT_EQ(s, kUntouched);
+    EXPECT_EQ(foot[0], kUntouched);
 }
 
 TEST(FootTest, TellsOnWhichSideTheFootLies) {
@@ -368,7 +368,7 @@ TEST(FootTest, TellsOnWhichSideTheFootLies) {
     CDRcalxy(100.0, 100.0, &X, &Y);
     a.ex = X;
     a.ey = Y;
-    double cosine = untouched;
+    double cosine = kUntouched;
     double x = 0.0;
     double y = 0.0;
     CDLcalxy(100.0, 50.0, &x, &y);
@@ -391,7 +391,7 @@ TEST(Length, OfEachType) {
     double length = 0.0;
     const Calelm line = straightRecord(0.0, 0.0, 30.0, 40.0);
     EXPECT_EQ(ali_getl(&line, &length), 0);
-    EXPECT_NEAR(length, 50.0, length_bits);
+    EXPECT_NEAR(length, 50.0, kLengthBits);
     const Calelm arc = arcFrom(0.0, 0.0, 0.5, -1.0, 80.0, 60.0);
     EXPECT_EQ(ali_getl(&arc, &length), 0);
     EXPECT_NEAR(length, 60.0, 2e-5);
@@ -404,32 +404,32 @@ TEST(Length, OfEachType) {
 }
 
 TEST(Length, OfALongArcIsThatOfItsComplement) {
-    const Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, 100.0, 1.5 * pi * 100.0);
+    const Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, 100.0, 1.5 * kPi * 100.0);
     double length = 0.0;
     EXPECT_EQ(ali_getlR(&rec, &length), 0);
-    EXPECT_NEAR(length, 0.5 * pi * 100.0, 5e-5);
+    EXPECT_NEAR(length, 0.5 * kPi * 100.0, 5e-5);
 }
 
 TEST(Length, OfAWholeCircle) {
     Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, 100.0, 50.0);
     rec.ex = rec.sx;
     rec.ey = rec.sy + 0.9e-5;
-    double length = untouched;
+    double length = kUntouched;
     EXPECT_EQ(ali_getlR(&rec, &length), 1);
-    EXPECT_NEAR(length, two_pi * 100.0, 1e-5);
+    EXPECT_NEAR(length, kTwoPi * 100.0, 1e-5);
     EXPECT_EQ(ali_getl(&rec, &length), 1);
     EXPECT_EQ(length, 0.0);
 }
 
 TEST(Length, Refusals) {
     Calelm rec = arcFrom(0.0, 0.0, 0.5, 1.0, 100.0, 50.0);
-    double length = untouched;
+    double length = kUntouched;
     rec.dir = 0.0;
     EXPECT_EQ(ali_getlR(&rec, &length), -1);
     rec.dir = 1.0;
     rec.par = 0.0;
     EXPECT_EQ(ali_getlR(&rec, &length), -1);
-    EXPECT_EQ(length, untouched);
+    EXPECT_EQ(length, kUntouched);
     Calelm line{};
     EXPECT_EQ(ali_getlS(&line, &length), -1);
     EXPECT_EQ(length, 0.0);
@@ -453,37 +453,37 @@ TEST(Monitoring, TheListHasItsCountAtTheHeadAndItsEntriesFromByteEight) {
 TEST(Monitoring, TheFirstElementThatAnswersCounts) {
     const Calelm elements[3] = {Calelm{}, straightRecord(0.0, 0.0, 100.0, 0.0),
                                 arcFrom(100.0, 0.0, 0.0, 1.0, 80.0, 60.0)};
-    constexpr std::size_t count = 3;
-    alignas(double) unsigned char memory[8 + count * sizeof(AliMoniEntry)] = {};
+    constexpr std::size_t kCount = 3;
+    alignas(double) unsigned char memory[8 + kCount * sizeof(AliMoniEntry)] = {};
     auto* list = reinterpret_cast<AliMoniList*>(memory);
-    list->count = static_cast<int16_t>(count);
+    list->count = static_cast<int16_t>(kCount);
     AliMoniEntry* entries = list->entries;
-    entries[0] = {1.0, 50.0, 3.0, untouched, 5.0};
-    entries[1] = {1.0, elements[2].k1 + 100.0 * std::sin(0.3), elements[2].k2 + 100.0 * std::cos(0.3), untouched, 5.0};
-    entries[2] = {1.0, -50.0, 3.0, untouched, 5.0};
+    entries[0] = {1.0, 50.0, 3.0, kUntouched, 5.0};
+    entries[1] = {1.0, elements[2].k1 + 100.0 * std::sin(0.3), elements[2].k2 + 100.0 * std::cos(0.3), kUntouched, 5.0};
+    entries[2] = {1.0, -50.0, 3.0, kUntouched, 5.0};
     EXPECT_EQ(Calc_moni(list, 3, elements), 1);
-    EXPECT_NEAR(entries[0].distance, 3.0, length_bits);
+    EXPECT_NEAR(entries[0].distance, 3.0, kLengthBits);
     EXPECT_NEAR(entries[1].distance, 20.0, 1e-4);
     EXPECT_EQ(entries[2].distance, -1.0);
     EXPECT_EQ(entries[0].slot1, 1.0);
     EXPECT_EQ(entries[0].slot5, 5.0);
-    double d = untouched;
+    double d = kUntouched;
     const double p[2] = {50.0, 3.0};
     EXPECT_EQ(get_moniDist(p, 3, elements, &d), 1);
-    EXPECT_NEAR(d, 3.0, length_bits);
+    EXPECT_NEAR(d, 3.0, kLengthBits);
     const double off[2] = {-50.0, 3.0};
     EXPECT_EQ(get_moniDist(off, 3, elements, &d), -1);
     EXPECT_EQ(d, -1.0);
-    d = untouched;
+    d = kUntouched;
     EXPECT_EQ(get_moniDist(p, 0, elements, &d), -1);
     EXPECT_EQ(d, -1.0);
 }
 
 TEST(Monitoring, AnEmptyListIsAPassThatWritesNothing) {
     AliMoniList list{};
-    list.entries[0].distance = untouched;
+    list.entries[0].distance = kUntouched;
     EXPECT_EQ(Calc_moni(&list, 0, nullptr), 1);
-    EXPECT_EQ(list.entries[0].distance, untouched);
+    EXPECT_EQ(list.entries[0].distance, kUntouched);
 }
 
 TEST(SameClothoid, TwoPiecesOfOneAreRecognisedInBothOrdersAndGrowths) {

@@ -111,14 +111,14 @@ std::vector<Builder> builders() {
     return all;
 }
 
-constexpr double absurd[] = {std::numeric_limits<double>::quiet_NaN(),
-                             std::numeric_limits<double>::infinity(),
-                             -std::numeric_limits<double>::infinity(),
-                             1e300,
-                             -1e300,
-                             1e-300,
-                             0.0,
-                             -1.0};
+constexpr double kAbsurd[] = {std::numeric_limits<double>::quiet_NaN(),
+                              std::numeric_limits<double>::infinity(),
+                              -std::numeric_limits<double>::infinity(),
+                              1e300,
+                              -1e300,
+                              1e-300,
+                              0.0,
+                              -1.0};
 
 TEST(BadInput, TheGoodCasesOfThisTestAreGood) {
     for (Builder& b : builders()) {
@@ -133,8 +133,8 @@ TEST(BadInput, TheGoodCasesOfThisTestAreGood) {
 TEST(BadInput, EveryFieldThatIsAbsurdEndsInAStatusAndNeverInAChainThatIsNotTangent) {
     for (Builder& b : builders()) {
         for (std::size_t record = 0; record < b.records.size(); ++record) {
-            for (int field = 0; field < field_count; ++field) {
-                for (const double value : absurd) {
+            for (int field = 0; field < kFieldCount; ++field) {
+                for (const double value : kAbsurd) {
                     auto records = b.records;
                     spoil(records[record], field, value);
                     const auto before = records;
@@ -143,7 +143,7 @@ TEST(BadInput, EveryFieldThatIsAbsurdEndsInAStatusAndNeverInAChainThatIsNotTange
                                                             << " value " << value << " status " << status;
                     if (status == 0) {
                         if (b.makes_chain) {
-                            EXPECT_TRUE(tangent_chain(records, rounded_joint_tolerance)) << where;
+                            EXPECT_TRUE(tangent_chain(records, kRoundedJointTolerance)) << where;
                         }
                     } else if (status == -1) {
                         for (std::size_t i = 0; i < records.size(); ++i) {
@@ -162,14 +162,14 @@ TEST(BadInput, APointThatIsNoNumberIsRefusedWithNothingChangedAndAnAbsurdOneNeve
             continue;
         }
         for (const int coordinate : {0, 1}) {
-            for (const double value : absurd) {
+            for (const double value : kAbsurd) {
                 double p[2] = {b.p[0], b.p[1]};
                 p[coordinate] = value;
                 auto records = b.records;
                 const int status = static_cast<std::int16_t>(b.run(records, p));
                 if (status == 0) {
                     EXPECT_TRUE(std::isfinite(value)) << b.name << " " << value;
-                    EXPECT_TRUE(tangent_chain(records, rounded_joint_tolerance)) << b.name << " " << value;
+                    EXPECT_TRUE(tangent_chain(records, kRoundedJointTolerance)) << b.name << " " << value;
                 } else {
                     EXPECT_EQ(status, -1) << b.name << " " << value;
                     for (std::size_t i = 0; i < records.size(); ++i) {
@@ -190,7 +190,7 @@ TEST(BadInput, RandomRubbishIsNeverATangentChainByWord) {
         for (int i = 0; i < 2000; ++i) {
             auto records = b.records;
             for (Calelm& e : records) {
-                for (int field = 0; field < field_count; ++field) {
+                for (int field = 0; field < kFieldCount; ++field) {
                     if (field != 4 && random.pick(8) == 0) {
                         spoil(e, field, rubbish(200.0));
                     }
@@ -204,7 +204,7 @@ TEST(BadInput, RandomRubbishIsNeverATangentChainByWord) {
             const int status = static_cast<std::int16_t>(b.run(records, p));
             if (status == 0 && b.makes_chain) {
                 ++successes;
-                EXPECT_TRUE(tangent_chain(records, rounded_joint_tolerance)) << b.name << " case " << i;
+                EXPECT_TRUE(tangent_chain(records, kRoundedJointTolerance)) << b.name << " case " << i;
             } else if (status == -1) {
                 for (std::size_t k = 0; k < records.size(); ++k) {
                     EXPECT_TRUE(identical(records[k], before[k])) << b.name << " case " << i;
@@ -224,7 +224,7 @@ TEST(BadInput, AnArcInsideAnotherIsNeverToldWhereTheChainIsNotTangent) {
         auto records = good;
         for (Calelm& e : records) {
             CDchgSpace(&e, &e);
-            for (int field = 0; field < field_count; ++field) {
+            for (int field = 0; field < kFieldCount; ++field) {
                 if (field != 4 && random.pick(12) == 0) {
                     spoil(e, field, random.uniform(-200.0, 200.0));
                 }
@@ -246,14 +246,14 @@ TEST(BadInput, AnArcInsideAnotherIsNeverToldWhereTheChainIsNotTangent) {
             CDchgSpace(&e, &e);
             EXPECT_GE(ali_mak(&e, 0), 0) << i << describe(e);
         }
-        EXPECT_TRUE(tangent_chain(records, rounded_joint_tolerance)) << "case " << i;
+        EXPECT_TRUE(tangent_chain(records, kRoundedJointTolerance)) << "case " << i;
     }
     EXPECT_GT(successes, 100);
 }
 
 TEST(BadInput, CurvesAtAnIpRefuseAbsurdSizesAndPoints) {
     for (int slot = 0; slot < 9; ++slot) {
-        for (const double value : absurd) {
+        for (const double value : kAbsurd) {
             double previous[2] = {-500.0, 0.0};
             double next[2] = {300.0, 400.0};
             AliIpCurve ip{};
@@ -270,7 +270,7 @@ TEST(BadInput, CurvesAtAnIpRefuseAbsurdSizesAndPoints) {
             Calelm e[5]{};
             AliIpCurve entry = ip;
             if (ali_IPsetR(previous, &entry, next, &e[0]) == 0) {
-                EXPECT_TRUE(true_to_itself(e[0], curve_tolerance + 1e-12 * std::abs(e[0].par))) << where;
+                EXPECT_TRUE(true_to_itself(e[0], kCurveTolerance + 1e-12 * std::abs(e[0].par))) << where;
             }
             entry = ip;
             if (ali_IPsetAA(previous, &entry, next, &e[0], &e[1]) == 0) {

@@ -15,10 +15,10 @@ namespace {
 using namespace fenmark::exact;
 
 // A chain one of whose elements was moved: ends rounded to 1e-5 m turn the tangents of a short element, radians.
-constexpr double moved_tangent_tolerance = 3e-5;
+constexpr double kMovedTangentTolerance = 3e-5;
 // The moved centre is rounded to 1e-5 m; across the tangent that counts as often as the offset radii are longer than
 // the tangent between them.
-constexpr double moved_gap_tolerance = 2e-4;
+constexpr double kMovedGapTolerance = 2e-4;
 
 double some_sweep(Random& random, double radius) {
     return radius * random.uniform(0.1, 2.9);
@@ -85,10 +85,10 @@ TEST(AlimakeRfAArf, CutsBothArcsOfAnExactChainAtTheClothoids) {
         given[2] = sizes_only(chain[2]);
         double dl = 7.0;
         const int status = alimake_rfAArf(given.data(), &dl);
-        if (std::abs(dl) > joint_tolerance) {
+        if (std::abs(dl) > kJointTolerance) {
             return Outcome{Found::failed, "dl " + std::to_string(dl)};
         }
-        return judge(status, given, chain, joint_tolerance);
+        return judge(status, given, chain, kJointTolerance);
     });
 }
 
@@ -106,7 +106,7 @@ TEST(AlimakeRfAArf, TellsTheGapPositiveAlongTheTangentAndNegativeForAnOverlap) {
         given[3] = lay(pose, shape_of(chain[3]));
         double dl = 7.0;
         const int status = alimake_rfAArf(given.data(), &dl);
-        const bool right = status == 0 && std::abs(dl - shift) < joint_tolerance && joined(given[0], given[1]) &&
+        const bool right = status == 0 && std::abs(dl - shift) < kJointTolerance && joined(given[0], given[1]) &&
                            joined(given[2], given[3]);
         return Outcome{right ? Found::expected : Found::failed,
                        "shift " + std::to_string(shift) + " dl " + std::to_string(dl)};
@@ -148,10 +148,10 @@ TEST(MoveRDl0RfAArf, ClosesTheChainAfterTheParametersHaveChangedWhicheverArcMove
                     return Outcome{Found::failed, "not moved"};
                 }
                 status = alimake_rfAArf(chain.data(), &dl);
-                if (std::abs(dl) > moved_gap_tolerance) {
+                if (std::abs(dl) > kMovedGapTolerance) {
                     return Outcome{Found::failed, "gap left: " + std::to_string(dl)};
                 }
-                return outcome_of(status, chain, moved_gap_tolerance, moved_tangent_tolerance);
+                return outcome_of(status, chain, kMovedGapTolerance, kMovedTangentTolerance);
             },
             150);
     }
@@ -187,13 +187,13 @@ TEST(AlimakeRfArf, WithNoGapRefitsBothArcsAndWithAGapOnlyTheFirst) {
         }
         dl = 0.0;
         const int status = alimake_rfArf(given.data(), &dl);
-        return judge(status, given, chain, joint_tolerance);
+        return judge(status, given, chain, kJointTolerance);
     });
 }
 
 TEST(AlimakeRfArf, LaysAnArcFromTheClothoidOnWhenItsOuterEndDoesNotFit) {
     // Laid along a tangent that fell to 0, a long arc is turned by up to 1e-5 and ends some millimetres aside.
-    constexpr int turned_by_a_fallen_tangent = 5;
+    constexpr int kTurnedByAFallenTangent = 5;
     sweep(
         5421,
         [](Random& random) {
@@ -211,9 +211,9 @@ TEST(AlimakeRfArf, LaysAnArcFromTheClothoidOnWhenItsOuterEndDoesNotFit) {
                 // No arc of this radius spans from the clothoid to its end.
                 return Outcome{status == -1 && all_identical(given, before) ? Found::expected : Found::failed, "span"};
             }
-            return judge(status, given, chain, joint_tolerance);
+            return judge(status, given, chain, kJointTolerance);
         },
-        turned_by_a_fallen_tangent);
+        kTurnedByAFallenTangent);
 }
 
 TEST(AlimakeRfArf, AnArcThatCannotSpanFromItsOuterEndToTheClothoidIsLeftAndRefused) {
@@ -270,13 +270,13 @@ TEST(MoveRDl0RfArf, LaysTheArcAtTheClothoidWithTheLengthOfTheClothoid) {
             }
             const Calelm& laid = chain[side == 1 ? 2 : 0];
             const Calelm& kept = chain[side == 1 ? 0 : 2];
-            if (!identical(kept, original[side == 1 ? 0 : 2]) || std::abs(laid.len - chain[1].len) > joint_tolerance) {
+            if (!identical(kept, original[side == 1 ? 0 : 2]) || std::abs(laid.len - chain[1].len) > kJointTolerance) {
                 return Outcome{Found::failed, "length"};
             }
             // The clothoid is joined to the arc laid anew, and in the second form to the one that stayed, too.
             const std::vector<Calelm> joined_part =
                 side == 1 ? std::vector{chain[1], chain[2]} : std::vector{chain[0], chain[1], chain[2]};
-            return outcome_of(0, joined_part, joint_tolerance, tangent_tolerance);
+            return outcome_of(0, joined_part, kJointTolerance, kTangentTolerance);
         });
     }
 }
@@ -313,7 +313,7 @@ TEST(AlimakeRfArf, CutsArcsOfAHalfCircleAndMore) {
         given[2] = extended(chain[2], random.uniform(0.0, 0.1) * chain[2].len, 0.0);
         const double dl = 0.0;
         const int status = alimake_rfArf(given.data(), &dl);
-        return judge(status, given, chain, joint_tolerance);
+        return judge(status, given, chain, kJointTolerance);
     });
 }
 
@@ -328,7 +328,7 @@ TEST(AlimakeRfAsf, CutsTheStraightAndTheArcOfAnExactChain) {
             given[0] = extended(chain[0], 0.0, random.uniform(-0.5, 0.05) * chain[0].len);
             given[2] = extended(chain[2], random.uniform(-0.5, 0.05) * chain[2].len, 0.0);
             const int status = alimake_rfAsf(given.data(), 0.0, side);
-            return judge(status, given, chain, joint_tolerance);
+            return judge(status, given, chain, kJointTolerance);
         });
     }
 }
@@ -345,7 +345,7 @@ TEST(AlimakeRfAsf, TellsMinus3WhenTheStraightAndMinus2WhenTheArcHadToTurn) {
             pose.azimuth += 0.01;
             given[turned] = lay(pose, shape_of(chain[turned]));
             EXPECT_EQ(static_cast<int16_t>(alimake_rfAsf(given.data(), 0.0, side)), turned == line ? -3 : -2);
-            EXPECT_TRUE(tangent_chain(given, rounded_joint_tolerance));
+            EXPECT_TRUE(tangent_chain(given, kRoundedJointTolerance));
         }
     }
 }
@@ -396,7 +396,7 @@ TEST(MoveRDl0RfAsf, ClosesTheChainAfterTheParameterHasChangedWhicheverElementMov
                 // -3 and -2 tell that an element was laid anew: the chain is as tangent.
                 const bool told =
                     status == 0 || static_cast<int16_t>(status) == -2 || static_cast<int16_t>(status) == -3;
-                return outcome_of(told ? 0 : status, chain, rounded_joint_tolerance, moved_tangent_tolerance);
+                return outcome_of(told ? 0 : status, chain, kRoundedJointTolerance, kMovedTangentTolerance);
             });
         }
     }
@@ -455,8 +455,8 @@ TEST(CircleCross, TouchingCirclesGiveOnePointTwice) {
     double p[2] = {0.0, 0.0};
     double q[2] = {0.0, 0.0};
     EXPECT_EQ(fenmark::alignment::circleCross(0.0, 0.0, 100.0, 150.0, 0.0, 50.0, p, q), 1);
-    EXPECT_NEAR(p[0], 100.0, joint_tolerance);
-    EXPECT_NEAR(p[1], 0.0, joint_tolerance);
+    EXPECT_NEAR(p[0], 100.0, kJointTolerance);
+    EXPECT_NEAR(p[1], 0.0, kJointTolerance);
     EXPECT_EQ(p[0], q[0]);
     EXPECT_EQ(p[1], q[1]);
 }
@@ -502,8 +502,8 @@ Outcome arc_inside_arc(Random& random, int mode, bool like) {
         const Calelm laid = e;
         const int built = ali_mak(&e, 0);
         // A chord turned by less than 1.389e-6 counts as not turned, which carries the sharp end of the clothoid along.
-        if (built != 0 && !(built == 2 && distance(laid.ex, laid.ey, e.ex, e.ey) < joint_tolerance + 1.4e-6 * e.len &&
-                            distance(laid.sx, laid.sy, e.sx, e.sy) < joint_tolerance + 1.4e-6 * e.len)) {
+        if (built != 0 && !(built == 2 && distance(laid.ex, laid.ey, e.ex, e.ey) < kJointTolerance + 1.4e-6 * e.len &&
+                            distance(laid.sx, laid.sy, e.sx, e.sy) < kJointTolerance + 1.4e-6 * e.len)) {
             return {Found::failed, "cannot be built: " + describe(laid)};
         }
         e.sx = laid.sx;
@@ -511,20 +511,20 @@ Outcome arc_inside_arc(Random& random, int mode, bool like) {
         e.ex = laid.ex;
         e.ey = laid.ey;
     }
-    return judge(0, made, chain, joint_tolerance);
+    return judge(0, made, chain, kJointTolerance);
 }
 
 TEST(ARmakRR, FindsTheArcInsideAnotherThatAClothoidJoinsToAThird) {
     // Where both places give a tangent chain, either is right.
-    constexpr int both_places = 20;
+    constexpr int kBothPlaces = 20;
     std::uint64_t seed = 5440;
     for (const int mode : {0, -1, 65535}) {
         SCOPED_TRACE(mode);
         sweep(
-            seed++, [mode](Random& random) { return arc_inside_arc(random, mode, true); }, both_places);
+            seed++, [mode](Random& random) { return arc_inside_arc(random, mode, true); }, kBothPlaces);
     }
     sweep(
-        seed, [](Random& random) { return arc_inside_arc(random, 0, false); }, both_places);
+        seed, [](Random& random) { return arc_inside_arc(random, 0, false); }, kBothPlaces);
 }
 
 TEST(ARmakRR, RefusesUnlikeTurnsBetweenFiniteRadiiAndAThirdArcInsideTheSecond) {

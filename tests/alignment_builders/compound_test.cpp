@@ -11,12 +11,12 @@ namespace {
 using namespace fenmark::exact;
 
 // A gap that should not be there, metres: the exact layer and the library differ by the stop test of the series.
-constexpr double no_gap = 1e-5;
-constexpr double longest_sweep = 2.9;
-constexpr double shortest_sweep = 0.1;
+constexpr double kNoGap = 1e-5;
+constexpr double kLongestSweep = 2.9;
+constexpr double kShortestSweep = 0.1;
 
 double some_sweep(Random& random, double radius) {
-    return radius * random.uniform(shortest_sweep, longest_sweep);
+    return radius * random.uniform(kShortestSweep, kLongestSweep);
 }
 
 struct Egg {
@@ -49,10 +49,10 @@ TEST(MakRAR, FindsTheEggShapedClothoidOfAnExactChain) {
         double angle = -1.0;
         const int status = ali_makRAR(&e.r1, &a, &e.r2, &gap, &angle);
         const std::vector<Calelm> made{e.r1, a, e.r2};
-        if (status == 0 && !(gap >= 0.0 && gap < no_gap)) {
+        if (status == 0 && !(gap >= 0.0 && gap < kNoGap)) {
             return Outcome{Found::failed, "gap " + std::to_string(gap)};
         }
-        return judge(status, made, e.chain, joint_tolerance);
+        return judge(status, made, e.chain, kJointTolerance);
     });
 }
 
@@ -70,7 +70,7 @@ TEST(MakRAR, TellsTheCommonTangentOfTheOffsetCircles) {
         const double tau = static_cast<double>(clothoid_values(e.chain[1].par, std::max(e.r1.par, e.r2.par))[0]);
         const double expected =
             sharpens ? e.chain[1].sang + e.chain[1].dir * tau : e.chain[1].eang - e.chain[1].dir * tau;
-        const bool agrees = std::abs(angle_difference(angle, expected)) < tangent_tolerance;
+        const bool agrees = std::abs(angle_difference(angle, expected)) < kTangentTolerance;
         return Outcome{agrees ? Found::expected : Found::failed, "angle " + std::to_string(angle)};
     });
 }
@@ -104,7 +104,7 @@ TEST(MakRAR, TellsByHowMuchTheSmallerArcWasMovedAlongTheTangent) {
         }
         // Laid on the arc that stayed, the clothoid is where it was, and the gap is the shift.
         const bool agrees =
-            std::abs(moved - std::abs(shift)) < rounded_joint_tolerance && same_element(again, e.chain[1]);
+            std::abs(moved - std::abs(shift)) < kRoundedJointTolerance && same_element(again, e.chain[1]);
         return Outcome{agrees ? Found::expected : Found::failed,
                        "shift " + std::to_string(shift) + " gap " + std::to_string(moved)};
     });
@@ -190,10 +190,10 @@ TEST(MakRAAR, FindsTheTwoClothoidsOfAnExactSCurve) {
         double gap = -1.0;
         const int status = ali_makRAAR(&s.r1, &s.a1, &s.a2, &s.r2, &gap);
         const std::vector<Calelm> made{s.r1, s.a1, s.a2, s.r2};
-        if (status == 0 && !(gap >= 0.0 && gap < no_gap)) {
+        if (status == 0 && !(gap >= 0.0 && gap < kNoGap)) {
             return Outcome{Found::failed, "gap " + std::to_string(gap)};
         }
-        return judge(status, made, s.chain, joint_tolerance);
+        return judge(status, made, s.chain, kJointTolerance);
     });
 }
 
@@ -208,10 +208,10 @@ TEST(MakRAAR, TellsTheLengthOfAStraightThatLiesBetweenTheClothoids) {
         double gap = -1.0;
         const int status = ali_makRAAR(&chain[0], &a1, &a2, &chain[4], &gap);
         const std::vector<Calelm> made{chain[0], a1, chain[2], a2, chain[4]};
-        if (std::abs(gap - between) > no_gap) {
+        if (std::abs(gap - between) > kNoGap) {
             return Outcome{Found::failed, "gap " + std::to_string(gap)};
         }
-        return judge(status, made, chain, joint_tolerance);
+        return judge(status, made, chain, kJointTolerance);
     });
 }
 
@@ -261,11 +261,11 @@ TEST(MakSAR, FindsTheClothoidOfAnExactChainOnEitherSide) {
         Eased e = eased(random);
         double gap = -1.0;
         const int status = ali_makSAR(e.side, &e.s, &e.a, &e.r, &gap);
-        if (status == 0 && !(gap >= 0.0 && gap < no_gap)) {
+        if (status == 0 && !(gap >= 0.0 && gap < kNoGap)) {
             return Outcome{Found::failed, "gap " + std::to_string(gap)};
         }
         const std::vector<Calelm> made = e.side == 1 ? std::vector{e.s, e.a, e.r} : std::vector{e.r, e.a, e.s};
-        return judge(status, made, e.chain, joint_tolerance);
+        return judge(status, made, e.chain, kJointTolerance);
     });
 }
 
@@ -284,7 +284,7 @@ TEST(MakSAR, LaysTheClothoidOnTheArcAndTellsTheGapToAParallelStraight) {
         double gap = -1.0;
         const int status = ali_makSAR(e.side, &s, &a, &e.r, &gap);
         const bool agrees =
-            status == 0 && std::abs(gap - std::abs(shift)) < no_gap && same_element(a, e.chain[1], joint_tolerance);
+            status == 0 && std::abs(gap - std::abs(shift)) < kNoGap && same_element(a, e.chain[1], kJointTolerance);
         return Outcome{agrees ? Found::expected : Found::failed, "gap " + std::to_string(gap)};
     });
 }
@@ -317,7 +317,7 @@ TEST(MakSAR, RefusesRecordsOfOtherTypes) {
 
 TEST(Mak3R4A, FindsTheMiddleArcAndTheFourClothoidsOfAnExactChain) {
     // Where both places of the middle arc give a tangent chain, the outer one is taken: 1 of these cases.
-    constexpr int both_places = 5;
+    constexpr int kBothPlaces = 5;
     const auto run = [](Random& random) {
         const double dir = random.sign();
         const double radius1 = random.radius();
@@ -345,12 +345,12 @@ TEST(Mak3R4A, FindsTheMiddleArcAndTheFourClothoidsOfAnExactChain) {
         Calelm m4 = sizes_only(chain[5]);
         double gap = -1.0;
         const int status = ali_mak3R4A(&gap, &r1, &m1, &m2, &r2, &m3, &m4, &r3);
-        if (status == 0 && !(gap >= 0.0 && gap < no_gap)) {
+        if (status == 0 && !(gap >= 0.0 && gap < kNoGap)) {
             return Outcome{Found::failed, "gap " + std::to_string(gap)};
         }
-        return judge(status, std::vector{r1, m1, m2, r2, m3, m4, r3}, chain, joint_tolerance);
+        return judge(status, std::vector{r1, m1, m2, r2, m3, m4, r3}, chain, kJointTolerance);
     };
-    sweep(5132, run, both_places);
+    sweep(5132, run, kBothPlaces);
 }
 
 TEST(Mak3R4A, RefusesOuterArcsOfUnlikeTurnAndAMiddleArcThatTurnsLikeThem) {
@@ -396,9 +396,9 @@ Outcome arc_origin_arc(Random& random, bool given_first, bool like, bool second_
     const double p[2] = {static_cast<double>(on.x), static_cast<double>(on.y)};
     const int status = ali_makAOR_P(p, given_first ? 1 : 65535, &given, &m, &made);
     const std::vector<Calelm> result = given_first ? std::vector{given, m, made} : std::vector{made, m, given};
-    Outcome outcome = judge(status, result, chain, joint_tolerance);
+    Outcome outcome = judge(status, result, chain, kJointTolerance);
     if (outcome.found == Found::other_valid &&
-        std::abs(distance(made.k1, made.k2, p[0], p[1]) - made.par) > rounded_joint_tolerance) {
+        std::abs(distance(made.k1, made.k2, p[0], p[1]) - made.par) > kRoundedJointTolerance) {
         outcome.found = Found::failed;
     }
     return outcome;
@@ -406,7 +406,7 @@ Outcome arc_origin_arc(Random& random, bool given_first, bool like, bool second_
 
 TEST(MakAORP, FindsAnExactChainThroughThePointForLikeAndUnlikeTurnsAndBothModes) {
     // For arcs of one turn both places may give a tangent chain that passes the point: up to 22 of a thousand.
-    constexpr int both_places = 30;
+    constexpr int kBothPlaces = 30;
     std::uint64_t seed = 5140;
     for (const bool given_first : {true, false}) {
         for (const bool like : {true, false}) {
@@ -415,7 +415,7 @@ TEST(MakAORP, FindsAnExactChainThroughThePointForLikeAndUnlikeTurnsAndBothModes)
                              << "given first " << given_first << " like " << like << " sharper " << second_sharper);
                 sweep(
                     seed++, [&](Random& random) { return arc_origin_arc(random, given_first, like, second_sharper); },
-                    like ? both_places : 0);
+                    like ? kBothPlaces : 0);
             }
         }
     }
@@ -423,7 +423,7 @@ TEST(MakAORP, FindsAnExactChainThroughThePointForLikeAndUnlikeTurnsAndBothModes)
 
 TEST(MakAORP, WithALengthOf0TheNewArcReachesThePoint) {
     // Both places may give a tangent chain: the one that the side of the given arc tells is taken.
-    constexpr int both_places = 40;
+    constexpr int kBothPlaces = 40;
     const auto run = [](Random& random) {
         const bool given_first = random.coin();
         const double dir = random.sign();
@@ -440,9 +440,9 @@ TEST(MakAORP, WithALengthOf0TheNewArcReachesThePoint) {
         const double p[2] = {forward[2].ex, forward[2].ey};
         const int status = ali_makAOR_P(p, given_first ? 1 : -1, &given, &m, &made);
         return judge(status, given_first ? std::vector{given, m, made} : std::vector{made, m, given}, chain,
-                     joint_tolerance);
+                     kJointTolerance);
     };
-    sweep(5150, run, both_places);
+    sweep(5150, run, kBothPlaces);
 }
 
 TEST(SetAORP, LaysTheSameChainInTheCalculationPlane) {
@@ -458,12 +458,12 @@ TEST(SetAORP, LaysTheSameChainInTheCalculationPlane) {
     const Pose on = pose_at(start_of(chain[2]), shape_of(chain[2]), 30.0);
     const double p[2] = {static_cast<double>(on.x), -static_cast<double>(on.y)};
     ASSERT_EQ(setAOR_P(p, &r1, &a, &r2), 0);
-    EXPECT_NEAR(distance(r1.ex, -r1.ey, chain[1].sx, chain[1].sy), 0.0, joint_tolerance);
-    EXPECT_NEAR(distance(a.sx, -a.sy, chain[1].sx, chain[1].sy), 0.0, joint_tolerance);
-    EXPECT_NEAR(distance(a.ex, -a.ey, chain[1].ex, chain[1].ey), 0.0, joint_tolerance);
-    EXPECT_NEAR(distance(r2.sx, -r2.sy, chain[2].sx, chain[2].sy), 0.0, joint_tolerance);
-    EXPECT_NEAR(distance(r2.ex, -r2.ey, chain[2].ex, chain[2].ey), 0.0, joint_tolerance);
-    EXPECT_NEAR(distance(r2.k1, -r2.k2, chain[2].k1, chain[2].k2), 0.0, joint_tolerance);
+    EXPECT_NEAR(distance(r1.ex, -r1.ey, chain[1].sx, chain[1].sy), 0.0, kJointTolerance);
+    EXPECT_NEAR(distance(a.sx, -a.sy, chain[1].sx, chain[1].sy), 0.0, kJointTolerance);
+    EXPECT_NEAR(distance(a.ex, -a.ey, chain[1].ex, chain[1].ey), 0.0, kJointTolerance);
+    EXPECT_NEAR(distance(r2.sx, -r2.sy, chain[2].sx, chain[2].sy), 0.0, kJointTolerance);
+    EXPECT_NEAR(distance(r2.ex, -r2.ey, chain[2].ex, chain[2].ey), 0.0, kJointTolerance);
+    EXPECT_NEAR(distance(r2.k1, -r2.k2, chain[2].k1, chain[2].k2), 0.0, kJointTolerance);
     EXPECT_EQ(a.r1, 0.0);
     EXPECT_EQ(a.r2, 100.0);
 }

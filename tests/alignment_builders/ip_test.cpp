@@ -11,10 +11,10 @@ namespace {
 
 using namespace fenmark::exact;
 
-constexpr double length_tolerance = 1e-4; // tangent lengths, metres
-constexpr double angle_tolerance = 1e-9;  // azimuths of exactly given legs, radians
+constexpr double kLengthTolerance = 1e-4; // tangent lengths, metres
+constexpr double kAngleTolerance = 1e-9;  // azimuths of exactly given legs, radians
 // Where a value below 1e-5 falls to 0 on its way to the other plane.
-constexpr double collapsed_angle = 1e-5;
+constexpr double kCollapsedAngle = 1e-5;
 
 static_assert(sizeof(AliIpCurve) == 14 * 8, "an entry is fourteen slots of 64 bits");
 static_assert(offsetof(AliIpCurve, x) == 8 && offsetof(AliIpCurve, kind) == 24 && offsetof(AliIpCurve, size1) == 32 &&
@@ -71,11 +71,11 @@ double turned_by(const Bend& b) {
 
 // The outputs of the entry.
 Outcome judge_entry(const Bend& b, Outcome outcome, double angle) {
-    const bool right = std::abs(angle_difference(b.ip.azimuth_in, b.azimuth_in)) < collapsed_angle &&
-                       std::abs(angle_difference(b.ip.azimuth_out, b.azimuth_out)) < collapsed_angle &&
-                       std::abs(b.ip.angle - angle) < length_tolerance &&
-                       std::abs(b.ip.tangent1 - b.tangent1) < length_tolerance &&
-                       std::abs(b.ip.tangent2 - b.tangent2) < length_tolerance;
+    const bool right = std::abs(angle_difference(b.ip.azimuth_in, b.azimuth_in)) < kCollapsedAngle &&
+                       std::abs(angle_difference(b.ip.azimuth_out, b.azimuth_out)) < kCollapsedAngle &&
+                       std::abs(b.ip.angle - angle) < kLengthTolerance &&
+                       std::abs(b.ip.tangent1 - b.tangent1) < kLengthTolerance &&
+                       std::abs(b.ip.tangent2 - b.tangent2) < kLengthTolerance;
     if (outcome.found == Found::expected && !right) {
         return {Found::failed, "entry: angle " + std::to_string(b.ip.angle) + " tangents " +
                                    std::to_string(b.ip.tangent1) + " " + std::to_string(b.ip.tangent2)};
@@ -101,7 +101,7 @@ TEST(IPsetR, FindsTheArcOfAnExactCurve) {
         b.ip.size1 = radius;
         Calelm r{};
         const int status = ali_IPsetR(b.previous, &b.ip, b.next, &r);
-        return judge_entry(b, judge(status, std::vector{r}, b.curve, joint_tolerance), turned_by(b));
+        return judge_entry(b, judge(status, std::vector{r}, b.curve, kJointTolerance), turned_by(b));
     });
 }
 
@@ -115,9 +115,9 @@ TEST(IPsetR, LegsInLineGiveAnEmptyArcAtTheIp) {
     Calelm r{};
     ASSERT_EQ(ali_IPsetR(previous, &ip, next, &r), 0);
     EXPECT_EQ(r.len, 0.0);
-    EXPECT_NEAR(distance(r.sx, r.sy, 10.0, 20.0), 0.0, joint_tolerance);
-    EXPECT_NEAR(distance(r.ex, r.ey, 10.0, 20.0), 0.0, joint_tolerance);
-    EXPECT_NEAR(r.sang, std::atan2(2.0, 1.0), tangent_tolerance);
+    EXPECT_NEAR(distance(r.sx, r.sy, 10.0, 20.0), 0.0, kJointTolerance);
+    EXPECT_NEAR(distance(r.ex, r.ey, 10.0, 20.0), 0.0, kJointTolerance);
+    EXPECT_NEAR(r.sang, std::atan2(2.0, 1.0), kTangentTolerance);
     EXPECT_EQ(r.sang, r.eang);
     EXPECT_EQ(ip.angle, 0.0);
 }
@@ -169,7 +169,7 @@ TEST(IPsetAA, FindsTheTwoClothoidsOfAnExactCurve) {
         Calelm made1{};
         Calelm made2{};
         const int status = ali_IPsetAA(b.previous, &b.ip, b.next, &made1, &made2);
-        return judge_entry(b, judge(status, std::vector{made1, made2}, b.curve, 2.0 * joint_tolerance), turned_by(b));
+        return judge_entry(b, judge(status, std::vector{made1, made2}, b.curve, 2.0 * kJointTolerance), turned_by(b));
     });
 }
 
@@ -185,17 +185,17 @@ TEST(IPsetAA, WritesTheCoefficientsOfBothClothoids) {
     ASSERT_EQ(ali_IPsetAA(b.previous, &b.ip, b.next, &a1, &a2), 0);
     EXPECT_EQ(a1.type, 3);
     EXPECT_EQ(a1.r1, 0.0);
-    EXPECT_NEAR(a1.r2, 100.0, size_tolerance);
-    EXPECT_NEAR(a2.r1, 100.0, size_tolerance);
+    EXPECT_NEAR(a1.r2, 100.0, kSizeTolerance);
+    EXPECT_NEAR(a2.r1, 100.0, kSizeTolerance);
     EXPECT_EQ(a2.r2, 0.0);
     EXPECT_EQ(a1.dir, 1.0);
     EXPECT_EQ(a2.dir, 1.0);
     for (std::size_t i = 0; i < 2; ++i) {
         const Calelm& made = i == 0 ? a1 : a2;
-        EXPECT_NEAR(made.k1, b.curve[i].k1, size_tolerance);
-        EXPECT_NEAR(made.k2, b.curve[i].k2, size_tolerance);
-        EXPECT_NEAR(made.k3, b.curve[i].k3, size_tolerance);
-        EXPECT_NEAR(made.len, b.curve[i].len, size_tolerance);
+        EXPECT_NEAR(made.k1, b.curve[i].k1, kSizeTolerance);
+        EXPECT_NEAR(made.k2, b.curve[i].k2, kSizeTolerance);
+        EXPECT_NEAR(made.k3, b.curve[i].k3, kSizeTolerance);
+        EXPECT_NEAR(made.len, b.curve[i].len, kSizeTolerance);
     }
 }
 
@@ -253,7 +253,7 @@ TEST(IPsetARA, FindsTheClothoidsAndTheArcOfAnExactCurve) {
         if (status == 0 && (r.r1 != -1.0 || r.r2 != -1.0)) {
             return Outcome{Found::failed, "marks"};
         }
-        return judge_entry(b, judge(status, std::vector{made1, without_marks(r), made2}, b.curve, joint_tolerance),
+        return judge_entry(b, judge(status, std::vector{made1, without_marks(r), made2}, b.curve, kJointTolerance),
                            turned_by(b));
     });
 }
@@ -310,7 +310,7 @@ TEST(IPsetARA, ASweepBelow1e5GivesAnEmptyArcAndSuccess) {
         EXPECT_EQ(r.sang, r.eang);
         EXPECT_TRUE(joined(a1, r));
         // The arc that is left out turns by less than 1e-5, so its length is below 1e-5 R.
-        EXPECT_TRUE(joined(r, a2, joint_tolerance * 100.0));
+        EXPECT_TRUE(joined(r, a2, kJointTolerance * 100.0));
     }
     // Just above, it is an arc.
     Corner corner(2.0 * tau + 1.5e-5);
@@ -320,7 +320,7 @@ TEST(IPsetARA, ASweepBelow1e5GivesAnEmptyArcAndSuccess) {
     Calelm r{};
     Calelm a2{};
     ASSERT_EQ(ali_IPsetARA(corner.previous, &corner.ip, corner.next, &a1, &r, &a2), 0);
-    EXPECT_NEAR(r.len, 1.5e-3, joint_tolerance);
+    EXPECT_NEAR(r.len, 1.5e-3, kJointTolerance);
 }
 
 TEST(IPsetARA, ANegativeSweepFailsWithTheRecordsWritten) {
@@ -335,7 +335,7 @@ TEST(IPsetARA, ANegativeSweepFailsWithTheRecordsWritten) {
     EXPECT_EQ(r.type, 2);
     EXPECT_EQ(r.len, 0.0);
     EXPECT_EQ(a2.type, 3);
-    EXPECT_NEAR(corner.ip.angle, 0.3, angle_tolerance);
+    EXPECT_NEAR(corner.ip.angle, 0.3, kAngleTolerance);
 }
 
 TEST(IPsetARA, TestsTheSizesBeforeTheLegs) {
@@ -399,7 +399,7 @@ Outcome two_arcs(Random& random, bool sharpens, bool backwards) {
     const int status = ali_IPsetARARA(b.previous, &b.ip, b.next, &made[0], &made[1], &made[2], &made[3], &made[4]);
     // Azimuths run clockwise: a left curve turns by 2 pi less what it turns to the left.
     const double clockwise = b.curve[0].dir < 0.0 ? turned_by(b) : 2.0 * std::numbers::pi - turned_by(b);
-    return judge_entry(b, judge(status, made, b.curve, joint_tolerance), clockwise);
+    return judge_entry(b, judge(status, made, b.curve, kJointTolerance), clockwise);
 }
 
 TEST(IPsetARARA, FindsTheCurveOfTwoArcsFromTheTangentLengthBeforeTheIp) {

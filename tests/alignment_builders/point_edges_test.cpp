@@ -10,9 +10,9 @@ namespace {
 using namespace fenmark::exact;
 
 // So far west of north that the azimuth just falls to 0, or just does not; radians.
-constexpr double beside_north[] = {9.5e-6, 9.72e-6, 9.8e-6, 9.9e-6, 9.99e-6, 1e-5, 1.001e-5};
+constexpr double kBesideNorth[] = {9.5e-6, 9.72e-6, 9.8e-6, 9.9e-6, 9.99e-6, 1e-5, 1.001e-5};
 // An arc so short that a tangent 1e-5 off moves its other end by no more than ends are rounded.
-constexpr double short_lengths[] = {0.3, 0.5, 0.6, 0.7, 0.75501, 0.8, 0.9, 1.0, 1.2};
+constexpr double kShortLengths[] = {0.3, 0.5, 0.6, 0.7, 0.75501, 0.8, 0.9, 1.0, 1.2};
 
 double north_by(double west) {
     return 2.0 * std::numbers::pi - west;
@@ -21,7 +21,7 @@ double north_by(double west) {
 // ---- given arcs and straights that head just beside north ----
 
 TEST(BesideNorth, AShortStraightJoinsAnArc) {
-    for (const double west : beside_north) {
+    for (const double west : kBesideNorth) {
         for (const double length : {0.2, 1.33746, 5.0}) {
             for (const double dir : {1.0, -1.0}) {
                 for (const double x : {0.0, 0.123456789, 7.7654321}) {
@@ -40,8 +40,8 @@ TEST(BesideNorth, AShortStraightJoinsAnArc) {
 }
 
 TEST(BesideNorth, AShortArcIsCutByAnArcOfTheOtherTurn) {
-    for (const double west : beside_north) {
-        for (const double length : short_lengths) {
+    for (const double west : kBesideNorth) {
+        for (const double length : kShortLengths) {
             for (const double dir : {1.0, -1.0}) {
                 const auto chain = lay_chain({-159.67032, -106.15562, north_by(west)},
                                              {arc(dir, 33.7827, length), arc(-dir, 150.0, 113.3)});
@@ -58,8 +58,8 @@ TEST(BesideNorth, AShortArcIsCutByAnArcOfTheOtherTurn) {
 }
 
 TEST(BesideNorth, AShortArcIsCutByAnSCurve) {
-    for (const double west : beside_north) {
-        for (const double length : short_lengths) {
+    for (const double west : kBesideNorth) {
+        for (const double length : kShortLengths) {
             for (const double dir : {1.0, -1.0}) {
                 const auto chain =
                     lay_chain({0, 0, north_by(west)}, {arc(dir, 339.215, length), clothoid(dir, 80.0, 339.215, 0),
@@ -81,7 +81,7 @@ TEST(BesideNorth, AShortArcIsCutByAnSCurve) {
 }
 
 TEST(BesideNorth, AnEasedStraightJoinsAnArc) {
-    for (const double west : beside_north) {
+    for (const double west : kBesideNorth) {
         for (const double length : {0.3, 1.22521, 4.18919, 60.0}) {
             for (int place = 0; place < 20; ++place) {
                 const double x = 137.0371 * place;
@@ -95,7 +95,7 @@ TEST(BesideNorth, AnEasedStraightJoinsAnArc) {
                     s.len = length;
                     const double p[2] = {chain[0].sx, chain[0].sy};
                     ASSERT_EQ(ali_makrAS_P(p, 1, &r, &a, &s), 0) << west << " " << length << " " << dir << " " << x;
-                    EXPECT_TRUE(tangent_chain(std::vector{s, a, r}, rounded_joint_tolerance));
+                    EXPECT_TRUE(tangent_chain(std::vector{s, a, r}, kRoundedJointTolerance));
                 }
             }
         }
@@ -103,7 +103,7 @@ TEST(BesideNorth, AnEasedStraightJoinsAnArc) {
 }
 
 TEST(BesideNorth, AnArcIsCutByAClothoidFromInfiniteRadius) {
-    for (const double west : beside_north) {
+    for (const double west : kBesideNorth) {
         for (const double dir : {1.0, -1.0}) {
             for (const double radius : {308.512, 310.7, 327.9, 412.1, 733.3}) {
                 // The given arc heads north where the clothoid begins.

@@ -10,13 +10,13 @@ namespace {
 
 using namespace fenmark::exact;
 
-constexpr int ends[] = {1, 2, 0, 65535};
-constexpr double no_gap = 1e-5;
-constexpr double longest_sweep = 2.9;
-constexpr double shortest_sweep = 0.1;
+constexpr int kEnds[] = {1, 2, 0, 65535};
+constexpr double kNoGap = 1e-5;
+constexpr double kLongestSweep = 2.9;
+constexpr double kShortestSweep = 0.1;
 
 double some_sweep(Random& random, double radius) {
-    return radius * random.uniform(shortest_sweep, longest_sweep);
+    return radius * random.uniform(kShortestSweep, kLongestSweep);
 }
 
 struct Point {
@@ -52,7 +52,7 @@ Calelm uncut(Random& random, const Calelm& e, bool given_first) {
 // ---- ali_makrS_P ----
 
 TEST(MakrSP, LeavesOrReachesTheArcOnTheTangentThroughThePoint) {
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         SCOPED_TRACE(end);
         sweep(5200 + static_cast<std::uint64_t>(end & 0xff), [&](Random& random) {
             const bool first = end == 1;
@@ -68,7 +68,7 @@ TEST(MakrSP, LeavesOrReachesTheArcOnTheTangentThroughThePoint) {
             const double away = random.uniform(0.2, 2.0) * len;
             const Point p = point_on(line, first ? away : len - away);
             const int status = ali_makrS_P(p.p, end, &r, &s);
-            return judge(status, first ? std::vector{r, s} : std::vector{s, r}, chain, joint_tolerance);
+            return judge(status, first ? std::vector{r, s} : std::vector{s, r}, chain, kJointTolerance);
         });
     }
 }
@@ -85,9 +85,9 @@ TEST(MakrSP, WithThePointOnTheCircleTheLineLeavesAlongTheTangentThere) {
         const Point p = end_point(chain[0]);
         const int status = ali_makrS_P(p.p, 1, &r, &s);
         // The contact is found through acos(R / D) near 1: noise of 1e-10 m in D moves it by sqrt(2 R 1e-10).
-        constexpr double contact_noise = 1e-3;
-        Outcome outcome = judge(status, std::vector{r, s}, chain, joint_tolerance);
-        if (outcome.found == Found::other_valid && distance(s.sx, s.sy, p.p[0], p.p[1]) < contact_noise) {
+        constexpr double kContactNoise = 1e-3;
+        Outcome outcome = judge(status, std::vector{r, s}, chain, kJointTolerance);
+        if (outcome.found == Found::other_valid && distance(s.sx, s.sy, p.p[0], p.p[1]) < kContactNoise) {
             outcome.found = Found::expected;
         }
         return outcome;
@@ -114,9 +114,9 @@ TEST(MakrSP, IsNotLedToThePointButKeepsTheLengthThatWasGiven) {
     Calelm s{};
     s.len = 50.0;
     ASSERT_EQ(ali_makrS_P(p.p, 1, &r, &s), 0);
-    EXPECT_NEAR(s.len, 50.0, size_tolerance);
-    EXPECT_NEAR(distance(s.sx, s.sy, s.ex, s.ey), 50.0, joint_tolerance);
-    EXPECT_NEAR(distance(s.ex, s.ey, p.p[0], p.p[1]), 150.0, rounded_joint_tolerance);
+    EXPECT_NEAR(s.len, 50.0, kSizeTolerance);
+    EXPECT_NEAR(distance(s.sx, s.sy, s.ex, s.ey), 50.0, kJointTolerance);
+    EXPECT_NEAR(distance(s.ex, s.ey, p.p[0], p.p[1]), 150.0, kRoundedJointTolerance);
 }
 
 TEST(MakrSP, RoundsItsPointsAndLengthTo1e5) {
@@ -147,12 +147,12 @@ Outcome arc_pair(Random& random, int end, bool like, bool larger) {
     Calelm r2 = sizes_only(chain[first ? 1 : 0]);
     const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
     const int status = ali_makrR_P(p.p, end, &r1, &r2);
-    return judge(status, first ? std::vector{r1, r2} : std::vector{r2, r1}, chain, joint_tolerance);
+    return judge(status, first ? std::vector{r1, r2} : std::vector{r2, r1}, chain, kJointTolerance);
 }
 
 TEST(MakrRP, FindsTheTangentArcThroughThePointForEveryTurnAndSize) {
     std::uint64_t seed = 5220;
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         for (const bool like : {true, false}) {
             for (const bool larger : {true, false}) {
                 SCOPED_TRACE(::testing::Message() << "end " << end << " like " << like << " larger " << larger);
@@ -193,7 +193,7 @@ TEST(MakrRP, RefusesThePointAtTheCentreAZeroRadiusAndARadiusOfTwiceTheNewOne) {
 }
 
 TEST(MakrRPS, MakesTheArcOfOppositeTurnBetweenThePointAndTheGivenArc) {
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         SCOPED_TRACE(end);
         sweep(5240 + static_cast<std::uint64_t>(end & 0xff), [&](Random& random) {
             const bool first = end == 1;
@@ -208,7 +208,7 @@ TEST(MakrRPS, MakesTheArcOfOppositeTurnBetweenThePointAndTheGivenArc) {
             made.par = made_radius;
             const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
             const int status = ali_makrR_P_S(p.p, end, &made, &given);
-            return judge(status, first ? std::vector{given, made} : std::vector{made, given}, chain, joint_tolerance);
+            return judge(status, first ? std::vector{given, made} : std::vector{made, given}, chain, kJointTolerance);
         });
     }
 }
@@ -228,7 +228,7 @@ TEST(MakrRPS, RefusesAPointOutOfReach) {
 // ---- ali_makrAS_P ----
 
 TEST(MakrASP, FindsTheStraightFromThePointAndTheClothoid) {
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         SCOPED_TRACE(end);
         sweep(5250 + static_cast<std::uint64_t>(end & 0xff), [&](Random& random) {
             // Here end 1 puts the straight first.
@@ -291,9 +291,9 @@ TEST(MakrASP, TakesALengthOfZeroForAsLongAsNeeded) {
         Calelm s{};
         const Point p = end == 1 ? start_point(chain[0]) : end_point(chain[2]);
         ASSERT_EQ(ali_makrAS_P(p.p, end, &r, &a, &s), 0);
-        EXPECT_NEAR(s.len, 60.0, rounded_joint_tolerance);
+        EXPECT_NEAR(s.len, 60.0, kRoundedJointTolerance);
         const auto made = end == 1 ? std::vector{s, a, r} : std::vector{r, a, s};
-        EXPECT_TRUE(tangent_chain(made, rounded_joint_tolerance));
+        EXPECT_TRUE(tangent_chain(made, kRoundedJointTolerance));
     }
 }
 
@@ -301,11 +301,11 @@ TEST(MakrASP, TakesALengthOfZeroForAsLongAsNeeded) {
 
 TEST(MakrARP, FindsTheEggShapedCurveToThePoint) {
     std::uint64_t seed = 5260;
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         for (const bool sharpens : {true, false}) {
             SCOPED_TRACE(::testing::Message() << "end " << end << " sharpens " << sharpens);
             // Of two mirrored curves that both reach the point the one on the usual side is taken.
-            constexpr int both_mirrored = 5;
+            constexpr int kBothMirrored = 5;
             const auto run = [&](Random& random) {
                 const bool first = end == 1;
                 const double dir = random.sign();
@@ -326,12 +326,12 @@ TEST(MakrARP, FindsTheEggShapedCurveToThePoint) {
                 double gap = -1.0;
                 double angle = -1.0;
                 const int status = ali_makrAR_P(p.p, end, &r1, &m, &r2, &gap, &angle);
-                if (status == 0 && !(gap >= 0.0 && gap < no_gap)) {
+                if (status == 0 && !(gap >= 0.0 && gap < kNoGap)) {
                     return Outcome{Found::failed, "gap " + std::to_string(gap)};
                 }
-                return judge(status, first ? std::vector{r1, m, r2} : std::vector{r2, m, r1}, chain, joint_tolerance);
+                return judge(status, first ? std::vector{r1, m, r2} : std::vector{r2, m, r1}, chain, kJointTolerance);
             };
-            sweep(seed++, run, both_mirrored);
+            sweep(seed++, run, kBothMirrored);
         }
     }
 }
@@ -354,7 +354,7 @@ TEST(MakrARP, RefusesADirOfTheNewArcThatTurnsTheOtherWay) {
 
 // The curve with a new arc of up to the given sweep.
 void s_curves_to_a_point(std::uint64_t seed, double most, int other_allowed) {
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         SCOPED_TRACE(end);
         const auto run = [&](Random& random) {
             const bool first = end == 1;
@@ -366,7 +366,7 @@ void s_curves_to_a_point(std::uint64_t seed, double most, int other_allowed) {
             const auto chain = chain_of(random, first,
                                         {arc(dir, radius1, some_sweep(random, radius1)),
                                          clothoid(dir, a1, radius1, 0.0), clothoid(-dir, a2, 0.0, radius2),
-                                         arc(-dir, radius2, random.arc_length(radius2, shortest_sweep, most))});
+                                         arc(-dir, radius2, random.arc_length(radius2, kShortestSweep, most))});
             Calelm r1 = uncut(random, chain[first ? 0 : 3], first);
             Calelm m1 = sizes_only(chain[first ? 1 : 2]);
             Calelm m2 = sizes_only(chain[first ? 2 : 1]);
@@ -375,11 +375,11 @@ void s_curves_to_a_point(std::uint64_t seed, double most, int other_allowed) {
             const Point p = first ? end_point(chain[3]) : start_point(chain[0]);
             double gap = -1.0;
             const int status = ali_makrAAR_P(p.p, end, &r1, &m1, &m2, &r2, &gap);
-            if (status == 0 && !(gap >= 0.0 && gap < no_gap)) {
+            if (status == 0 && !(gap >= 0.0 && gap < kNoGap)) {
                 return Outcome{Found::failed, "gap " + std::to_string(gap)};
             }
             return judge(status, first ? std::vector{r1, m1, m2, r2} : std::vector{r2, m2, m1, r1}, chain,
-                         joint_tolerance);
+                         kJointTolerance);
         };
         sweep(seed + static_cast<std::uint64_t>(end & 0xff), run, other_allowed);
     }
@@ -391,13 +391,13 @@ TEST(MakrAARP, FindsTheSCurveToThePoint) {
 
 TEST(MakrAARP, FindsATangentSCurveToAPointBehindToo) {
     // With long arcs both mirrored curves may reach the point, some 6 of a hundred cases: the usual side is taken.
-    s_curves_to_a_point(5284, longest_sweep, 80);
+    s_curves_to_a_point(5284, kLongestSweep, 80);
 }
 
 // ---- ali_maksR_P, ali_maksAR_P ----
 
 TEST(MaksRP, FindsTheTangentArcWhoseCirclePassesThePoint) {
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         SCOPED_TRACE(end);
         sweep(5290 + static_cast<std::uint64_t>(end & 0xff), [&](Random& random) {
             const bool first = end == 1;
@@ -411,7 +411,7 @@ TEST(MaksRP, FindsTheTangentArcWhoseCirclePassesThePoint) {
             r.len = curve.len;
             const Point p = point_on(curve, random.uniform(0.05, 1.0) * curve.len);
             const int status = ali_maksR_P(p.p, end, &s, &r);
-            return judge(status, first ? std::vector{s, r} : std::vector{r, s}, chain, joint_tolerance);
+            return judge(status, first ? std::vector{s, r} : std::vector{r, s}, chain, kJointTolerance);
         });
     }
 }
@@ -427,7 +427,7 @@ TEST(MaksRP, WithALengthOf0ReachesThePoint) {
         Calelm r = sizes_only(chain[first ? 1 : 0]);
         const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
         const int status = ali_maksR_P(p.p, first ? 1 : 2, &s, &r);
-        return judge(status, first ? std::vector{s, r} : std::vector{r, s}, chain, joint_tolerance);
+        return judge(status, first ? std::vector{s, r} : std::vector{r, s}, chain, kJointTolerance);
     });
 }
 
@@ -469,7 +469,7 @@ TEST(MaksRP, RefusesAPointFurtherFromTheLineThanTwiceTheRadiusOrOnTheOtherSide) 
 
 TEST(MaksARP, FindsTheClothoidAndTheArcWhoseCirclePassesThePoint) {
     std::uint64_t seed = 5300;
-    for (const int end : ends) {
+    for (const int end : kEnds) {
         for (const bool length_given : {true, false}) {
             SCOPED_TRACE(::testing::Message() << "end " << end << " length " << length_given);
             sweep(seed++, [&](Random& random) {
@@ -494,7 +494,7 @@ TEST(MaksARP, FindsTheClothoidAndTheArcWhoseCirclePassesThePoint) {
                     p = point_on(curve, random.uniform(0.05, 0.95) * curve.len);
                 }
                 const int status = ali_maksAR_P(p.p, end, &s, &m, &r);
-                return judge(status, first ? std::vector{s, m, r} : std::vector{r, m, s}, chain, joint_tolerance);
+                return judge(status, first ? std::vector{s, m, r} : std::vector{r, m, s}, chain, kJointTolerance);
             });
         }
     }
@@ -521,8 +521,8 @@ TEST(MaksARP, RefusesAPointOutOfReachOfTheOffsetLine) {
 
 // Every sixth case a half circle, to the last bits.
 double loop_sweep(Random& random) {
-    const double beside[] = {0.0, 1e-9, -1e-9, 1e-7, -1e-7, 3e-6};
-    return random.pick(3) == 0 ? std::numbers::pi + beside[random.pick(6)] : random.uniform(3.0, 5.8);
+    const double kBeside[] = {0.0, 1e-9, -1e-9, 1e-7, -1e-7, 3e-6};
+    return random.pick(3) == 0 ? std::numbers::pi + kBeside[random.pick(6)] : random.uniform(3.0, 5.8);
 }
 
 // The given arc as a user has it, before it is cut: so much longer that it still is no whole circle.
@@ -543,7 +543,7 @@ TEST(LongArcs, AreCutByATangentStraight) {
         s.len = len;
         const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
         const int status = ali_makrS_P(p.p, first ? 1 : 2, &r, &s);
-        return judge(status, first ? std::vector{r, s} : std::vector{s, r}, chain, joint_tolerance);
+        return judge(status, first ? std::vector{r, s} : std::vector{s, r}, chain, kJointTolerance);
     });
 }
 
@@ -584,7 +584,7 @@ TEST(LongArcs, AreCutByAnEggShapedCurve) {
         double gap = 0.0;
         double angle = 0.0;
         const int status = ali_makrAR_P(p.p, first ? 1 : 2, &r1, &m, &r2, &gap, &angle);
-        return judge(status, first ? std::vector{r1, m, r2} : std::vector{r2, m, r1}, chain, joint_tolerance);
+        return judge(status, first ? std::vector{r1, m, r2} : std::vector{r2, m, r1}, chain, kJointTolerance);
     });
 }
 
@@ -602,7 +602,7 @@ TEST(LongArcs, AreCutByATangentArc) {
         Calelm r2 = sizes_only(chain[first ? 1 : 0]);
         const Point p = first ? end_point(chain[1]) : start_point(chain[0]);
         const int status = ali_makrR_P(p.p, first ? 1 : 2, &r1, &r2);
-        return judge(status, first ? std::vector{r1, r2} : std::vector{r2, r1}, chain, joint_tolerance);
+        return judge(status, first ? std::vector{r1, r2} : std::vector{r2, r1}, chain, kJointTolerance);
     });
 }
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr double coordinate_tolerance = 1e-9; // metres
-constexpr double one_second = 4.84813681109536e-6;
+constexpr double kCoordinateTolerance = 1e-9; // metres
+constexpr double kOneSecond = 4.84813681109536e-6;
 
 std::vector<AliIpEntry> polygon() {
     std::vector<AliIpEntry> list(3);
@@ -24,9 +24,9 @@ std::vector<AliIpEntry> polygon() {
 }
 
 TEST(ChkCSameAng, AnglesWithinOneSecondAreTheSameAndAreNotWrapped) {
-    EXPECT_EQ(chk_CSameAng(1.0, 1.0 + 0.99 * one_second), 0);
-    EXPECT_EQ(chk_CSameAng(1.0, 1.0 - 0.99 * one_second), 0);
-    EXPECT_EQ(chk_CSameAng(1.0, 1.0 + 1.01 * one_second), -1);
+    EXPECT_EQ(chk_CSameAng(1.0, 1.0 + 0.99 * kOneSecond), 0);
+    EXPECT_EQ(chk_CSameAng(1.0, 1.0 - 0.99 * kOneSecond), 0);
+    EXPECT_EQ(chk_CSameAng(1.0, 1.0 + 1.01 * kOneSecond), -1);
     EXPECT_EQ(chk_CSameAng(0.0, 6.283185307179586), -1);
     EXPECT_EQ(chk_CSameAng(0.0, std::numeric_limits<double>::quiet_NaN()), -1);
 }
@@ -119,7 +119,7 @@ TEST(Cplnrm, ASegmentAlongXGivesTheMeanYHoweverFarThePointIs) {
         const double p[2] = {40.0, y};
         cplnrm(out, p, segment, &flag);
         EXPECT_EQ(out[0], 40.0);
-        EXPECT_NEAR(out[1], 10.01, coordinate_tolerance);
+        EXPECT_NEAR(out[1], 10.01, kCoordinateTolerance);
     }
     // Off the ends of the segment the point is written all the same.
     const double beyond[2] = {140.0, 0.0};
@@ -146,8 +146,8 @@ TEST(Cplnrm, ASlopingSegmentGivesTheFootOfThePerpendicular) {
     // 25 along, 10 to the side.
     const double p[2] = {15.0 - 8.0, 20.0 + 6.0};
     EXPECT_EQ(cplnrm(out, p, segment, &flag), 1);
-    EXPECT_NEAR(out[0], 15.0, coordinate_tolerance);
-    EXPECT_NEAR(out[1], 20.0, coordinate_tolerance);
+    EXPECT_NEAR(out[0], 15.0, kCoordinateTolerance);
+    EXPECT_NEAR(out[1], 20.0, kCoordinateTolerance);
     const double behind[2] = {-3.0, -4.0};
     EXPECT_EQ(cplnrm(out, behind, segment, &flag), -1);
 }
@@ -159,8 +159,8 @@ TEST(GcIntpSS, CrossesUnboundedLinesAndTellsParallelOnes) {
     const double d[2] = {9.0, 1.0};
     double out[2] = {7.0, 7.0};
     ASSERT_EQ(gc_intpSS(a, b, c, d, out), 0);
-    EXPECT_NEAR(out[0], 5.0, coordinate_tolerance);
-    EXPECT_NEAR(out[1], 5.0, coordinate_tolerance);
+    EXPECT_NEAR(out[0], 5.0, kCoordinateTolerance);
+    EXPECT_NEAR(out[1], 5.0, kCoordinateTolerance);
     const double parallel[2] = {11.0, 1.0};
     double untouched[2] = {7.0, 7.0};
     EXPECT_EQ(gc_intpSS(a, b, c, parallel, untouched), 1);

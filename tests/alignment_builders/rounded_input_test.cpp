@@ -11,12 +11,12 @@ namespace {
 
 using namespace fenmark::exact;
 
-constexpr double millimetre = 1e-3;
+constexpr double kMillimetre = 1e-3;
 // Gaps that the rounding of an arc's ends leaves: an arc of a few metres takes its centre with it.
-constexpr double rounded_gap = 5.0;
+constexpr double kRoundedGap = 5.0;
 
 double rounded(double v) {
-    return std::round(v / millimetre) * millimetre;
+    return std::round(v / kMillimetre) * kMillimetre;
 }
 
 struct Point {
@@ -44,7 +44,7 @@ Outcome judge_rounded(int status, std::span<const Calelm> made, std::span<const 
     if (status != 0) {
         return {Found::failed, "status " + std::to_string(status)};
     }
-    if (const auto tangent = tangent_chain(made, rounded_joint_tolerance); !tangent) {
+    if (const auto tangent = tangent_chain(made, kRoundedJointTolerance); !tangent) {
         return {Found::failed, tangent.message()};
     }
     for (std::size_t i = 0; i < made.size(); ++i) {
@@ -200,7 +200,7 @@ TEST(RoundedInput, ClothoidsBetweenFixedElementsTellASmallGap) {
         Calelm a2 = sizes_only(chain[2]);
         double gap = 0.0;
         const int status = ali_makRAAR(&r1, &a1, &a2, &r2, &gap);
-        const bool good = status == 0 && gap < rounded_gap && true_to_itself(a1) && true_to_itself(a2);
+        const bool good = status == 0 && gap < kRoundedGap && true_to_itself(a1) && true_to_itself(a2);
         return Outcome{good ? Found::expected : Found::failed,
                        "status " + std::to_string(status) + " gap " + std::to_string(gap)};
     });

@@ -13,7 +13,7 @@
 
 namespace fenmark::exact {
 
-inline constexpr int cases_per_sweep = 1000;
+inline constexpr int kCasesPerSweep = 1000;
 
 enum class Found { expected, other_valid, failed };
 
@@ -25,7 +25,7 @@ struct Outcome {
 
 /// What a builder gave against the chain that was taken apart: the same, another tangent chain, or a failure.
 inline Outcome judge(int status, std::span<const Calelm> made, std::span<const Calelm> expected,
-                     double joint = rounded_joint_tolerance) {
+                     double joint = kRoundedJointTolerance) {
     Outcome outcome;
     for (const Calelm& e : expected) {
         outcome.azimuths.push_back(e.sang);
@@ -65,7 +65,7 @@ void sweep(std::uint64_t seed, Case run, int other_allowed = 0) {
             first_other = text;
         }
     };
-    for (int i = 0; i < cases_per_sweep; ++i) {
+    for (int i = 0; i < kCasesPerSweep; ++i) {
         random.head_along_axes(i % 4 == 3);
         Random again = random;
         const Outcome outcome = run(random);
@@ -77,7 +77,7 @@ void sweep(std::uint64_t seed, Case run, int other_allowed = 0) {
         }
     }
     EXPECT_EQ(failed, 0) << first_failed;
-    EXPECT_LE(other * cases_per_sweep, other_allowed * cases) << first_other;
+    EXPECT_LE(other * kCasesPerSweep, other_allowed * cases) << first_other;
     if (other > 0) {
         std::cout << "  seed " << seed << ": " << other << " of " << cases << " cases gave another tangent chain\n";
     }
@@ -85,9 +85,9 @@ void sweep(std::uint64_t seed, Case run, int other_allowed = 0) {
 }
 
 /// A record that is not a number in one of its fields, in turn: for tests that bad input ends in a status.
-inline constexpr int field_count = 14;
+inline constexpr int kFieldCount = 14;
 inline void spoil(Calelm& e, int field, double value) {
-    double* const fields[field_count] = {&e.sx, &e.sy,  &e.ex,   &e.ey,   &e.dir, &e.par, &e.r1,
+    double* const fields[kFieldCount] = {&e.sx, &e.sy,  &e.ex,   &e.ey,   &e.dir, &e.par, &e.r1,
                                          &e.r2, &e.len, &e.sang, &e.eang, &e.k1,  &e.k2,  &e.k3};
     *fields[field] = value;
 }

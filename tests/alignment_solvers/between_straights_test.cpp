@@ -13,7 +13,7 @@ using way_back::Random;
 using way_back::to_make;
 
 // Sizes that the edge cases compare, metres and radians.
-constexpr double size_tolerance = 1e-5;
+constexpr double kSizeTolerance = 1e-5;
 
 // The straights are handed over as they meet: both run through the IP, some metres beyond it or just to it.
 std::optional<Case> lengthened_to_ip(Random& random, std::vector<Calelm> chain) {
@@ -83,7 +83,7 @@ TEST(ARAmakSS, FindsTheEasedArcAgain) {
             const double A1 = random.parameter(R);
             const double A2 = random.coin() ? A1 : random.parameter(R);
             const double sweep = random.uniform(0.02, 2.0);
-            if (sweep + (A1 * A1 + A2 * A2) / (2 * R * R) > way_back::most_sweep) {
+            if (sweep + (A1 * A1 + A2 * A2) / (2 * R * R) > way_back::kMostSweep) {
                 return std::nullopt;
             }
             return lengthened_to_ip(
@@ -116,15 +116,15 @@ TEST(RmakSS, SquareCornerIsCutBackByTheRadius) {
     Calelm r{};
     r.par = 10.0;
     ASSERT_EQ(0, ali_RmakSS(&s1, &s2, &r));
-    EXPECT_NEAR(90.0, s1.ex, size_tolerance);
-    EXPECT_NEAR(0.0, s1.ey, size_tolerance);
-    EXPECT_NEAR(100.0, s2.sx, size_tolerance);
-    EXPECT_NEAR(10.0, s2.sy, size_tolerance);
-    EXPECT_NEAR(90.0, s1.len, size_tolerance);
-    EXPECT_NEAR(70.0, s2.len, size_tolerance);
+    EXPECT_NEAR(90.0, s1.ex, kSizeTolerance);
+    EXPECT_NEAR(0.0, s1.ey, kSizeTolerance);
+    EXPECT_NEAR(100.0, s2.sx, kSizeTolerance);
+    EXPECT_NEAR(10.0, s2.sy, kSizeTolerance);
+    EXPECT_NEAR(90.0, s1.len, kSizeTolerance);
+    EXPECT_NEAR(70.0, s2.len, kSizeTolerance);
     EXPECT_EQ(2, r.type);
     EXPECT_EQ(-1.0, r.dir) << "from north to east is a right turn";
-    EXPECT_NEAR(10.0 * std::numbers::pi / 2, r.len, size_tolerance);
+    EXPECT_NEAR(10.0 * std::numbers::pi / 2, r.len, kSizeTolerance);
     EXPECT_TRUE(exact::tangent_chain(std::vector{s1, r, s2}));
 }
 
@@ -172,7 +172,7 @@ TEST(RmakSS, FirstLineMayEndBetweenTangentPointAndCorner) {
     Calelm r{};
     r.par = 10.0;
     ASSERT_EQ(0, ali_RmakSS(&s1, &s2, &r));
-    EXPECT_NEAR(90.0, s1.ex, size_tolerance);
+    EXPECT_NEAR(90.0, s1.ex, kSizeTolerance);
     // A line that ends before the tangent point is not lengthened.
     s1 = straight_from_to(0, 0, 85, 0);
     s2 = straight_from_to(100, 0, 100, 80);
@@ -185,12 +185,12 @@ TEST(AAmakSS, EqualParametersMeetAtTheRadiusOfHalfTheDeflectionEach) {
     Calelm a1{}, a2{};
     a1.par = a2.par = 90.0;
     ASSERT_EQ(0, ali_AAmakSS(&s1, &s2, &a1, &a2));
-    EXPECT_NEAR(90.0 / std::sqrt(0.8), a1.r2, size_tolerance);
+    EXPECT_NEAR(90.0 / std::sqrt(0.8), a1.r2, kSizeTolerance);
     EXPECT_EQ(a1.r2, a2.r1);
     EXPECT_EQ(0.0, a1.r1);
     EXPECT_EQ(0.0, a2.r2);
-    EXPECT_NEAR(0.4, a1.k1, exact::tangent_tolerance);
-    EXPECT_NEAR(0.4, a2.k1, exact::tangent_tolerance);
+    EXPECT_NEAR(0.4, a1.k1, exact::kTangentTolerance);
+    EXPECT_NEAR(0.4, a2.k1, exact::kTangentTolerance);
     EXPECT_TRUE(exact::tangent_chain(std::vector{s1, a1, a2, s2}));
 }
 

@@ -8,15 +8,15 @@ namespace {
 using namespace fenmark;
 using exact::Random;
 
-constexpr int case_count = 1000;
-constexpr std::uint64_t seed = 20260401;
+constexpr int kCaseCount = 1000;
+constexpr std::uint64_t kSeed = 20260401;
 // The series behind the standard points stops at a change of 1e-4 m and is good to a few 1e-6 m; over a short chord
 // that turns the frame.
-constexpr double series_tolerance = 2e-5;
-constexpr double frame_angle = 2e-5;
+constexpr double kSeriesTolerance = 2e-5;
+constexpr double kFrameAngle = 2e-5;
 // There and back again in the same frame, metres, at coordinates around 36 km.
-constexpr double round_trip = 1e-7;
-constexpr double unwritten = -777.0;
+constexpr double kRoundTrip = 1e-7;
+constexpr double kUnwritten = -777.0;
 
 struct Laid {
     Calelm element;   // calculation plane, from the flat to the sharp end
@@ -42,9 +42,9 @@ Laid laid_clothoid(Random& random) {
 }
 
 TEST(ClothoidFrame, ElementLiesThereAsTheStandardClothoid) {
-    Random random(seed);
+    Random random(kSeed);
     SCOPED_TRACE(random.seed());
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         const Calelm a = laid_clothoid(random).element;
         Calelm in{};
         EXPECT_EQ(0, CDAinAbs(&a, &in));
@@ -52,35 +52,35 @@ TEST(ClothoidFrame, ElementLiesThereAsTheStandardClothoid) {
         CDRcalxy(a.par, a.r1, &x, &y);
         CDRang(a.par, a.r1, &tau1);
         CDRang(a.par, a.r2, &tau2);
-        ASSERT_NEAR(x, in.sx, round_trip);
-        ASSERT_NEAR(y, in.sy, round_trip);
+        ASSERT_NEAR(x, in.sx, kRoundTrip);
+        ASSERT_NEAR(y, in.sy, kRoundTrip);
         CDRcalxy(a.par, a.r2, &x, &y);
-        ASSERT_NEAR(x, in.ex, series_tolerance);
-        ASSERT_NEAR(y, in.ey, series_tolerance);
+        ASSERT_NEAR(x, in.ex, kSeriesTolerance);
+        ASSERT_NEAR(y, in.ey, kSeriesTolerance);
         ASSERT_EQ(1.0, in.dir);
-        ASSERT_NEAR(0.0, exact::angle_difference(in.sang, tau1), frame_angle);
-        ASSERT_NEAR(0.0, exact::angle_difference(in.eang, tau2), frame_angle);
+        ASSERT_NEAR(0.0, exact::angle_difference(in.sang, tau1), kFrameAngle);
+        ASSERT_NEAR(0.0, exact::angle_difference(in.eang, tau2), kFrameAngle);
     }
 }
 
 TEST(ClothoidFrame, PointsGoInAndComeBack) {
-    Random random(seed + 1);
+    Random random(kSeed + 1);
     SCOPED_TRACE(random.seed());
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         const Calelm a = laid_clothoid(random).element;
         const double p[2] = {a.sx + random.uniform(-300, 300), a.sy + random.uniform(-300, 300)};
         double inside[2], back[2];
         EXPECT_EQ(0, CDPinAbs(&a, p, inside));
         EXPECT_EQ(0, CDP2Cal(&a, inside, back));
-        ASSERT_NEAR(p[0], back[0], round_trip);
-        ASSERT_NEAR(p[1], back[1], round_trip);
+        ASSERT_NEAR(p[0], back[0], kRoundTrip);
+        ASSERT_NEAR(p[1], back[1], kRoundTrip);
     }
 }
 
 TEST(ClothoidFrame, StraightsAndArcsGoInAsTheirPointsDo) {
-    Random random(seed + 2);
+    Random random(kSeed + 2);
     SCOPED_TRACE(random.seed());
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         const Calelm a = laid_clothoid(random).element;
         exact::Pose pose{a.sx, a.sy, random.uniform(0, 6.28)};
         const double R = random.radius();
@@ -92,26 +92,26 @@ TEST(ClothoidFrame, StraightsAndArcsGoInAsTheirPointsDo) {
             double p[2];
             EXPECT_EQ(0, e.type == 1 ? CDSinAbs(&a, &e, &in) : CDRinAbs(&a, &e, &in));
             CDPinAbs(&a, start, p);
-            ASSERT_NEAR(p[0], in.sx, round_trip);
-            ASSERT_NEAR(p[1], in.sy, round_trip);
+            ASSERT_NEAR(p[0], in.sx, kRoundTrip);
+            ASSERT_NEAR(p[1], in.sy, kRoundTrip);
             CDPinAbs(&a, end, p);
-            ASSERT_NEAR(p[0], in.ex, round_trip);
-            ASSERT_NEAR(p[1], in.ey, round_trip);
+            ASSERT_NEAR(p[0], in.ex, kRoundTrip);
+            ASSERT_NEAR(p[1], in.ey, kRoundTrip);
             if (e.type == 1) {
-                ASSERT_NEAR(1.0, std::hypot(in.k1, in.k2), round_trip);
-                ASSERT_NEAR(0.0, in.k1 * p[0] + in.k2 * p[1] + in.k3, round_trip);
+                ASSERT_NEAR(1.0, std::hypot(in.k1, in.k2), kRoundTrip);
+                ASSERT_NEAR(0.0, in.k1 * p[0] + in.k2 * p[1] + in.k3, kRoundTrip);
             } else {
                 const double centre[2] = {e.k1, e.k2};
                 CDPinAbs(&a, centre, p);
-                ASSERT_NEAR(p[0], in.k1, round_trip);
-                ASSERT_NEAR(p[1], in.k2, round_trip);
+                ASSERT_NEAR(p[0], in.k1, kRoundTrip);
+                ASSERT_NEAR(p[1], in.k2, kRoundTrip);
             }
         }
     }
 }
 
 TEST(ClothoidFrame, OutputMayBeTheInputRecord) {
-    Random random(seed + 3);
+    Random random(kSeed + 3);
     const Calelm a = laid_clothoid(random).element;
     Calelm other{}, same = a;
     CDAinAbs(&a, &other);
@@ -120,19 +120,19 @@ TEST(ClothoidFrame, OutputMayBeTheInputRecord) {
 }
 
 TEST(CDgetOrgA, FindsTheOriginAndItsTangent) {
-    Random random(seed + 4);
+    Random random(kSeed + 4);
     SCOPED_TRACE(random.seed());
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         const Laid laid = laid_clothoid(random);
-        double p[2], angle = unwritten;
+        double p[2], angle = kUnwritten;
         ASSERT_EQ(0, CDgetOrgA(&laid.element, p, &angle));
         // The chord's error turns the origin about the start, however far away it is.
         const double lever = laid.element.r1 == 0.0
                                  ? 1.0
                                  : 1.0 + exact::station_of(laid.element.par, laid.element.r1) / laid.element.len;
-        ASSERT_NEAR(laid.origin[0], p[0], series_tolerance * lever);
-        ASSERT_NEAR(laid.origin[1], p[1], series_tolerance * lever);
-        ASSERT_NEAR(0.0, exact::angle_difference(laid.origin_tangent, angle), frame_angle);
+        ASSERT_NEAR(laid.origin[0], p[0], kSeriesTolerance * lever);
+        ASSERT_NEAR(laid.origin[1], p[1], kSeriesTolerance * lever);
+        ASSERT_NEAR(0.0, exact::angle_difference(laid.origin_tangent, angle), kFrameAngle);
     }
 }
 
@@ -152,7 +152,7 @@ TEST(CDAcrosS, WalksToTheCrossingFromEitherEnd) {
     const Calelm a = standard(100.0, 0.0, 80.0);
     const double line[4] = {50.0, 0.0, 0.0, 1.0};
     for (const int side : {1, -1}) {
-        double p[2], L = unwritten;
+        double p[2], L = kUnwritten;
         ASSERT_EQ(0, CDAcrosS(&a, side, line, p, &L));
         EXPECT_NEAR(50.0, p[0], 1e-4);
         double x = 0, y = 0;
@@ -164,14 +164,14 @@ TEST(CDAcrosS, WalksToTheCrossingFromEitherEnd) {
 
 TEST(CDAcrosS, MovingAwayGivesMinusOneAndRunningPastTheOtherEndMinusTwo) {
     const Calelm a = standard(100.0, 400.0, 80.0);
-    double p[2] = {unwritten, unwritten}, L = unwritten;
+    double p[2] = {kUnwritten, kUnwritten}, L = kUnwritten;
     const double before[4] = {10.0, 0.0, 0.0, 1.0};
     EXPECT_EQ(-1, CDAcrosS(&a, 1, before, p, &L)) << "the line lies before the start";
     EXPECT_EQ(-2, CDAcrosS(&a, -1, before, p, &L));
     const double after[4] = {200.0, 0.0, 0.0, 1.0};
     EXPECT_EQ(-2, CDAcrosS(&a, 1, after, p, &L));
-    EXPECT_EQ(unwritten, p[0]);
-    EXPECT_EQ(unwritten, L);
+    EXPECT_EQ(kUnwritten, p[0]);
+    EXPECT_EQ(kUnwritten, L);
 }
 
 TEST(CDAcrosS, ValuesThatAreNoNumbersEndInAStatus) {
@@ -215,14 +215,14 @@ Joined joined(Random& random, int mode, double relation) {
 }
 
 TEST(CDOODistForRAR, IsTheDistanceOfTheCentresOfAnExactChain) {
-    Random random(seed + 5);
+    Random random(kSeed + 5);
     SCOPED_TRACE(random.seed());
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         const int mode = random.coin() ? 0 : -1;
         const Joined j = joined(random, mode, mode == 0 ? random.sign() : 1.0);
-        double d = unwritten;
+        double d = kUnwritten;
         ASSERT_EQ(0, CDOODistForRAR(&j.first, &j.clothoid, mode, &j.second, &d));
-        ASSERT_NEAR(std::hypot(j.first.k1 - j.second.k1, j.first.k2 - j.second.k2), d, series_tolerance);
+        ASSERT_NEAR(std::hypot(j.first.k1 - j.second.k1, j.first.k2 - j.second.k2), d, kSeriesTolerance);
     }
 }
 
@@ -239,47 +239,47 @@ TEST(CDOODistForRAR, ClothoidThatBendsAwayFromTheSharperArcIsLaidOnTheOtherSide)
     AelmAtri(100.0, 80.0, &tau, &dR, &Xm);
     const double x = Xm + 2 * 80.0 * std::sin(tau);
     const double y = 80.0 + dR - 2 * 80.0 * std::cos(tau);
-    double d = unwritten;
+    double d = kUnwritten;
     ASSERT_EQ(0, CDOODistForRAR(&flat, &a, 0, &sharp, &d));
-    EXPECT_NEAR(std::hypot(x, 300.0 - y), d, series_tolerance);
+    EXPECT_NEAR(std::hypot(x, 300.0 - y), d, kSeriesTolerance);
     flat.dir = -1.0;
     ASSERT_EQ(0, CDOODistForRAR(&flat, &a, 0, &sharp, &d));
-    EXPECT_NEAR(std::hypot(x, 300.0 + y), d, series_tolerance);
+    EXPECT_NEAR(std::hypot(x, 300.0 + y), d, kSeriesTolerance);
 }
 
 TEST(CDOODistForRAR, OppositeArcsWithAClothoidBetweenTwoRadiiGiveMinusOneAndWriteNothing) {
-    Random random(seed + 6);
+    Random random(kSeed + 6);
     Joined j = joined(random, -1, 1.0);
     j.second.dir = -j.first.dir;
-    double d = unwritten;
+    double d = kUnwritten;
     EXPECT_EQ(-1, CDOODistForRAR(&j.first, &j.clothoid, -1, &j.second, &d));
     EXPECT_EQ(-1, CDOODistForRAR(&j.first, &j.clothoid, 65535, &j.second, &d));
-    EXPECT_EQ(unwritten, d);
+    EXPECT_EQ(kUnwritten, d);
 }
 
 TEST(CDOODistForRAR, AnyOtherModeWritesNothing) {
-    Random random(seed + 7);
+    Random random(kSeed + 7);
     const Joined j = joined(random, -1, 1.0);
-    double d = unwritten;
+    double d = kUnwritten;
     EXPECT_EQ(0, CDOODistForRAR(&j.first, &j.clothoid, 1, &j.second, &d));
     EXPECT_EQ(0, CDOODistForRAR(&j.first, &j.clothoid, -2, &j.second, &d));
-    EXPECT_EQ(unwritten, d);
+    EXPECT_EQ(kUnwritten, d);
 }
 
 TEST(CDOODistForRAR, ModeIsReadAsASigned16BitValue) {
-    Random random(seed + 8);
+    Random random(kSeed + 8);
     const Joined j = joined(random, -1, 1.0);
-    double d = unwritten, again = unwritten;
+    double d = kUnwritten, again = kUnwritten;
     ASSERT_EQ(0, CDOODistForRAR(&j.first, &j.clothoid, -1, &j.second, &d));
     ASSERT_EQ(0, CDOODistForRAR(&j.first, &j.clothoid, 65535, &j.second, &again));
     EXPECT_EQ(d, again);
 }
 
 TEST(CDsetAToRAR, LaysTheClothoidOfAnExactChainAgain) {
-    Random random(seed + 9);
+    Random random(kSeed + 9);
     SCOPED_TRACE(random.seed());
     int tight = 0;
-    for (int i = 0; i < case_count; ++i) {
+    for (int i = 0; i < kCaseCount; ++i) {
         const int mode = random.coin() ? 0 : -1;
         const Joined j = joined(random, mode, mode == 0 ? random.sign() : 1.0);
         Calelm first = j.first, second = j.second, a{};
@@ -300,7 +300,7 @@ TEST(CDsetAToRAR, LaysTheClothoidOfAnExactChainAgain) {
         tight += gap < 1e-3 ? 1 : 0;
         ASSERT_LT(gap, 0.1) << i;
     }
-    EXPECT_GE(tight, case_count * 99 / 100);
+    EXPECT_GE(tight, kCaseCount * 99 / 100);
 }
 
 TEST(CDsetAToRAR, CentresTooNearForACommonTangentGiveOne) {

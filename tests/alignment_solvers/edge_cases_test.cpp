@@ -13,9 +13,9 @@ using exact::arc;
 using exact::clothoid;
 using exact::straight;
 
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 // Points, lengths and radii that the edge cases compare, metres; directions, radians.
-constexpr double size_tolerance = 2e-5;
+constexpr double kSizeTolerance = 2e-5;
 
 Calelm built(Calelm e) {
     EXPECT_EQ(0, ali_mak(&e, 0)) << exact::describe(e);
@@ -200,7 +200,7 @@ TEST(RmakRR, HalfTheSumOfDistanceAndRadiiIsTheLimitAndAHairLessFails) {
         const int status = ali_RmakRR(&a, &b, &r);
         if (status == 0) {
             EXPECT_TRUE(exact::tangent_chain(std::vector{a, r, b}));
-            EXPECT_NEAR(pi, r.k3, 1e-3);
+            EXPECT_NEAR(kPi, r.k3, 1e-3);
         } else {
             EXPECT_TRUE(exact::identical(before[0], a) && exact::identical(before[1], b) &&
                         exact::identical(before[2], r));
@@ -373,7 +373,7 @@ TEST(ARAAmakSR, OtherSideIsTheSameChainTravelledBack) {
 TEST(Smak, RecordOfTypeZeroGivesMinusOne) {
     Calelm e{}, s{};
     const Calelm before = s;
-    EXPECT_EQ(-1, ali_Smak(&e, 0.0, pi / 2, 10.0, &s));
+    EXPECT_EQ(-1, ali_Smak(&e, 0.0, kPi / 2, 10.0, &s));
     EXPECT_TRUE(exact::identical(before, s));
 }
 
@@ -383,16 +383,16 @@ TEST(Smak, LineCrossesTheElementAtItsStationAndAngleWithTwiceTheHalfLength) {
         exact::Pose pose{-36000, 12000, 2.0};
         const exact::Pose start = pose;
         const Calelm e = built(exact::lay(pose, shape));
-        for (const double angle : {pi / 2, -pi / 2, 0.3}) {
+        for (const double angle : {kPi / 2, -kPi / 2, 0.3}) {
             const double station = 0.4 * e.len;
             const exact::Pose at = exact::pose_at(start, shape, station);
             Calelm s{};
             ASSERT_EQ(0, ali_Smak(&e, station, angle, 12.5, &s));
             EXPECT_EQ(1, s.type);
-            EXPECT_NEAR(25.0, s.len, size_tolerance);
-            EXPECT_NEAR(static_cast<double>(at.x), (s.sx + s.ex) / 2, exact::curve_tolerance);
-            EXPECT_NEAR(static_cast<double>(at.y), (s.sy + s.ey) / 2, exact::curve_tolerance);
-            EXPECT_NEAR(0.0, exact::angle_difference(s.sang, at.azimuth - angle), exact::tangent_tolerance);
+            EXPECT_NEAR(25.0, s.len, kSizeTolerance);
+            EXPECT_NEAR(static_cast<double>(at.x), (s.sx + s.ex) / 2, exact::kCurveTolerance);
+            EXPECT_NEAR(static_cast<double>(at.y), (s.sy + s.ey) / 2, exact::kCurveTolerance);
+            EXPECT_NEAR(0.0, exact::angle_difference(s.sang, at.azimuth - angle), exact::kTangentTolerance);
         }
     }
 }
@@ -402,11 +402,11 @@ TEST(Smak, StationOffTheElementAndALineWithoutLengthFail) {
     const Calelm e = built(exact::lay(pose, arc(1, 90, 80)));
     Calelm s{};
     const Calelm before = s;
-    EXPECT_GT(0, ali_Smak(&e, 81.0, pi / 2, 10.0, &s));
+    EXPECT_GT(0, ali_Smak(&e, 81.0, kPi / 2, 10.0, &s));
     exact::Pose start{0, 0, 0};
     const Calelm line = built(exact::lay(start, straight(80)));
-    EXPECT_GT(0, ali_Smak(&line, -1.0, pi / 2, 10.0, &s));
-    EXPECT_EQ(-1, ali_Smak(&e, 40.0, pi / 2, 0.0, &s));
+    EXPECT_GT(0, ali_Smak(&line, -1.0, kPi / 2, 10.0, &s));
+    EXPECT_EQ(-1, ali_Smak(&e, 40.0, kPi / 2, 0.0, &s));
     EXPECT_TRUE(exact::identical(before, s));
 }
 
@@ -435,7 +435,7 @@ TEST(ChainCheck, RefusesEveryKindOfBrokenChain) {
     EXPECT_TRUE(broken(2, &Calelm::k1, std::numeric_limits<double>::quiet_NaN())) << "no number";
     EXPECT_FALSE(broken(1, &Calelm::sx, 0.5e-5)) << "within the tolerance";
     Calelm turned = first;
-    turned.sang += pi;
+    turned.sang += kPi;
     EXPECT_FALSE(isTangentChain(chain, turned, last)) << "a given line turned round";
 }
 
@@ -456,7 +456,7 @@ TEST(FallenAzimuth, StraightThatFellToNorthIsRaisedWhereItsNeighbourDidNotFall) 
     alignment::levelJoint(chain[0], chain[1]);
     EXPECT_TRUE(exact::joined(chain[0], chain[1]));
     EXPECT_EQ(chain[0].sang, chain[0].eang);
-    EXPECT_NEAR(0.0, exact::angle_difference(chain[0].sang, 0.0), exact::fallen_azimuth);
+    EXPECT_NEAR(0.0, exact::angle_difference(chain[0].sang, 0.0), exact::kFallenAzimuth);
 }
 
 TEST(FallenAzimuth, TangentsThatFellTogetherOrNotAtAllStay) {
@@ -479,7 +479,7 @@ TEST(FallenAzimuth, StraightThatReallyHeadsNorthIsNotTurnedTowardsAKink) {
 
 TEST(FallenAzimuth, ArcTakesItsNeighboursTangentAgain) {
     auto chain = beside_axis(-1.005e-5);
-    chain[0].sang = chain[0].eang = 2.0 * pi - 1.005e-5;
+    chain[0].sang = chain[0].eang = 2.0 * kPi - 1.005e-5;
     chain[1].sang = 0.0;
     alignment::levelJoint(chain[0], chain[1]);
     EXPECT_EQ(chain[0].eang, chain[1].sang);

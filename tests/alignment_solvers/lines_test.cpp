@@ -7,40 +7,40 @@
 
 namespace {
 
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 // Results of plain plane geometry near the origin, metres and radians.
-constexpr double point_tolerance = 1e-9;
-constexpr double angle_tolerance = 1e-12;
-constexpr double unwritten = -777.0;
+constexpr double kPointTolerance = 1e-9;
+constexpr double kAngleTolerance = 1e-12;
+constexpr double kUnwritten = -777.0;
 
 TEST(CDlinstd, GivesPointAndUnitDirection) {
     double line[4];
     ASSERT_EQ(0, CDlinstd(1, 2, 4, 6, line));
     EXPECT_EQ(1.0, line[0]);
     EXPECT_EQ(2.0, line[1]);
-    EXPECT_NEAR(0.6, line[2], angle_tolerance);
-    EXPECT_NEAR(0.8, line[3], angle_tolerance);
+    EXPECT_NEAR(0.6, line[2], kAngleTolerance);
+    EXPECT_NEAR(0.8, line[3], kAngleTolerance);
 }
 
 TEST(CDlinstd, PointsNearerThanTheDirectionZeroGiveOneAndWriteNothing) {
-    double line[4] = {unwritten, unwritten, unwritten, unwritten};
+    double line[4] = {kUnwritten, kUnwritten, kUnwritten, kUnwritten};
     EXPECT_EQ(1, CDlinstd(5, 5, 5 + 0.9e-7, 5, line));
     EXPECT_EQ(1, CDlinstd(5, 5, std::numeric_limits<double>::quiet_NaN(), 5, line));
     for (const double value : line) {
-        EXPECT_EQ(unwritten, value);
+        EXPECT_EQ(kUnwritten, value);
     }
     EXPECT_EQ(0, CDlinstd(0, 0, 1.1e-7, 0, line));
 }
 
 TEST(CDlineang, TellsEveryQuadrant) {
-    for (const double expected : {0.0, 0.3, pi / 2, 2.0, pi, 3.5, 3 * pi / 2, 6.0}) {
+    for (const double expected : {0.0, 0.3, kPi / 2, 2.0, kPi, 3.5, 3 * kPi / 2, 6.0}) {
         const double line[4] = {7, 8, std::cos(expected), std::sin(expected)};
-        double angle = unwritten;
+        double angle = kUnwritten;
         EXPECT_EQ(0, CDlineang(line, &angle));
-        EXPECT_NEAR(expected, angle, angle_tolerance);
+        EXPECT_NEAR(expected, angle, kAngleTolerance);
     }
     const double hairBelow[4] = {0, 0, 1.0, -1e-300};
-    double angle = unwritten;
+    double angle = kUnwritten;
     CDlineang(hairBelow, &angle);
     EXPECT_EQ(0.0, angle) << "in [0, 2 pi), never 2 pi itself";
 }
@@ -51,9 +51,9 @@ double between(double direction1, double direction2) {
 }
 
 TEST(CDbtwang, IsTheSecondDirectionMinusTheFirstInRange) {
-    EXPECT_NEAR(1.0, between(0.5, 1.5), angle_tolerance);
-    EXPECT_NEAR(2 * pi - 1.0, between(1.5, 0.5), angle_tolerance);
-    EXPECT_NEAR(pi, between(0.25, 0.25 + pi), angle_tolerance);
+    EXPECT_NEAR(1.0, between(0.5, 1.5), kAngleTolerance);
+    EXPECT_NEAR(2 * kPi - 1.0, between(1.5, 0.5), kAngleTolerance);
+    EXPECT_NEAR(kPi, between(0.25, 0.25 + kPi), kAngleTolerance);
 }
 
 TEST(CDbtwang, IdenticalDirectionsGiveExactlyZero) {
@@ -61,12 +61,12 @@ TEST(CDbtwang, IdenticalDirectionsGiveExactlyZero) {
 }
 
 TEST(CDbtwang, DirectionsCloserThanTheAngleStepGiveExactlyZero) {
-    constexpr double below = 1.3e-6;
-    constexpr double above = 1.5e-6;
-    EXPECT_EQ(0.0, between(1.0, 1.0 + below));
-    EXPECT_EQ(0.0, between(1.0, 1.0 - below));
-    EXPECT_NEAR(above, between(1.0, 1.0 + above), angle_tolerance);
-    EXPECT_NEAR(2 * pi - above, between(1.0, 1.0 - above), angle_tolerance);
+    constexpr double kBelow = 1.3e-6;
+    constexpr double kAbove = 1.5e-6;
+    EXPECT_EQ(0.0, between(1.0, 1.0 + kBelow));
+    EXPECT_EQ(0.0, between(1.0, 1.0 - kBelow));
+    EXPECT_NEAR(kAbove, between(1.0, 1.0 + kAbove), kAngleTolerance);
+    EXPECT_NEAR(2 * kPi - kAbove, between(1.0, 1.0 - kAbove), kAngleTolerance);
 }
 
 TEST(CDbtwang, DirectionsOnEitherSideOfTheAxisAreOneDirection) {
@@ -75,42 +75,42 @@ TEST(CDbtwang, DirectionsOnEitherSideOfTheAxisAreOneDirection) {
 }
 
 TEST(CDbtwang, LineWithoutLengthCountsAsDirectionZero) {
-    EXPECT_NEAR(0.7, CDbtwang(1, 1, 1, 1, 0, 0, std::cos(0.7), std::sin(0.7)), angle_tolerance);
-    EXPECT_NEAR(2 * pi - 0.7, CDbtwang(0, 0, std::cos(0.7), std::sin(0.7), 1, 1, 1, 1), angle_tolerance);
+    EXPECT_NEAR(0.7, CDbtwang(1, 1, 1, 1, 0, 0, std::cos(0.7), std::sin(0.7)), kAngleTolerance);
+    EXPECT_NEAR(2 * kPi - 0.7, CDbtwang(0, 0, std::cos(0.7), std::sin(0.7), 1, 1, 1, 1), kAngleTolerance);
 }
 
 TEST(CDlincros, FindsTheCrossingOfUnboundedLines) {
     const double line1[4] = {0, 0, 1, 0};
     const double line2[4] = {5, 5, std::sqrt(0.5), std::sqrt(0.5)};
-    double x = unwritten, y = unwritten;
+    double x = kUnwritten, y = kUnwritten;
     ASSERT_EQ(0, CDlincros(line1, line2, &x, &y));
-    EXPECT_NEAR(0.0, x, point_tolerance);
-    EXPECT_NEAR(0.0, y, point_tolerance);
+    EXPECT_NEAR(0.0, x, kPointTolerance);
+    EXPECT_NEAR(0.0, y, kPointTolerance);
 }
 
 TEST(CDlincros, ParallelLinesGiveOneAndWriteNothing) {
     const double line1[4] = {0, 0, 1, 0};
     const double line2[4] = {0, 1, std::cos(0.9e-7), std::sin(0.9e-7)};
     const double line3[4] = {0, 1, std::cos(1.1e-7), std::sin(1.1e-7)};
-    double x = unwritten, y = unwritten;
+    double x = kUnwritten, y = kUnwritten;
     EXPECT_EQ(1, CDlincros(line1, line2, &x, &y));
-    EXPECT_EQ(unwritten, x);
-    EXPECT_EQ(unwritten, y);
+    EXPECT_EQ(kUnwritten, x);
+    EXPECT_EQ(kUnwritten, y);
     EXPECT_EQ(0, CDlincros(line1, line3, &x, &y));
 }
 
 TEST(CDpldist, IsZeroBelowATenthOfAMillimetre) {
     const double line[4] = {0, 0, 1, 0};
-    double d = unwritten;
+    double d = kUnwritten;
     const double near[2] = {5, 0.99e-4};
     EXPECT_EQ(0, CDpldist(line, near, &d));
     EXPECT_EQ(0.0, d);
     const double off[2] = {5, 1.01e-4};
     CDpldist(line, off, &d);
-    EXPECT_NEAR(1.01e-4, d, point_tolerance);
+    EXPECT_NEAR(1.01e-4, d, kPointTolerance);
     const double other[2] = {-400, -30};
     CDpldist(line, other, &d);
-    EXPECT_NEAR(30.0, d, point_tolerance);
+    EXPECT_NEAR(30.0, d, kPointTolerance);
 }
 
 TEST(CDpojpoi, GivesTheFootOfThePerpendicular) {
@@ -119,8 +119,8 @@ TEST(CDpojpoi, GivesTheFootOfThePerpendicular) {
     const double p[2] = {10 + 5 * 0.6 - 2 * 0.8, 20 + 5 * 0.8 + 2 * 0.6};
     double foot[2];
     EXPECT_EQ(0, CDpojpoi(line, p, foot));
-    EXPECT_NEAR(13.0, foot[0], point_tolerance);
-    EXPECT_NEAR(24.0, foot[1], point_tolerance);
+    EXPECT_NEAR(13.0, foot[0], kPointTolerance);
+    EXPECT_NEAR(24.0, foot[1], kPointTolerance);
     const double start[2] = {10, 20};
     CDpojpoi(line, start, foot);
     EXPECT_EQ(10.0, foot[0]);
@@ -191,10 +191,10 @@ TEST(CDsegcros, TellsWhereTheCrossingLies) {
         {{0, 0, 10, 0, 5, 5, 5, 5}, 1, false},     // no second segment
     };
     for (const Row& row : rows) {
-        double out[2] = {unwritten, unwritten};
+        double out[2] = {kUnwritten, kUnwritten};
         EXPECT_EQ(row.expected, crossing(row.segments, out)) << &row - rows;
-        EXPECT_EQ(row.written, out[0] != unwritten) << &row - rows;
-        EXPECT_EQ(row.written, out[1] != unwritten) << &row - rows;
+        EXPECT_EQ(row.written, out[0] != kUnwritten) << &row - rows;
+        EXPECT_EQ(row.written, out[1] != kUnwritten) << &row - rows;
     }
 }
 
@@ -208,7 +208,7 @@ TEST(CDmove, ShiftsBothPointsInPlace) {
 }
 
 TEST(CDmoveP, GivesAShiftedCopy) {
-    double x = unwritten, y = unwritten;
+    double x = kUnwritten, y = kUnwritten;
     EXPECT_EQ(0, CDmoveP(1, 2, 0.5, -0.5, &x, &y));
     EXPECT_EQ(1.5, x);
     EXPECT_EQ(1.5, y);
@@ -218,17 +218,17 @@ TEST(CDrotpoi, TurnsAboutAPoint) {
     const double c[2] = {1, 1}, p[2] = {3, 1};
     double out[2];
     EXPECT_EQ(0, CDrotpoi(c, 0.0, 1.0, p, out));
-    EXPECT_NEAR(1.0, out[0], point_tolerance);
-    EXPECT_NEAR(3.0, out[1], point_tolerance);
+    EXPECT_NEAR(1.0, out[0], kPointTolerance);
+    EXPECT_NEAR(3.0, out[1], kPointTolerance);
 }
 
 TEST(CDmirAng, MirrorsInTheYAxis) {
-    double a = unwritten;
+    double a = kUnwritten;
     EXPECT_EQ(0, CDmirAng(1.0, &a));
-    EXPECT_NEAR(pi - 1.0, a, angle_tolerance);
+    EXPECT_NEAR(kPi - 1.0, a, kAngleTolerance);
     CDmirAng(4.0, &a);
-    EXPECT_NEAR(3 * pi - 4.0, a, angle_tolerance);
-    CDmirAng(pi, &a);
+    EXPECT_NEAR(3 * kPi - 4.0, a, kAngleTolerance);
+    CDmirAng(kPi, &a);
     EXPECT_EQ(0.0, a);
 }
 

@@ -14,7 +14,7 @@ using way_back::Random;
 using way_back::to_make;
 
 // The longest arc that is handed over, radians.
-constexpr double longest_given = 6.1;
+constexpr double kLongestGiven = 6.1;
 
 double loop_sweep(Random& random) {
     return random.uniform(std::numbers::pi + 0.02, 5.8);
@@ -25,7 +25,7 @@ double some_sweep(Random& random) {
 }
 
 double more(Random& random, const Calelm& given) {
-    return given.par * random.uniform(0.0, longest_given - given.k3);
+    return given.par * random.uniform(0.0, kLongestGiven - given.k3);
 }
 
 // Two outer arcs, at least one of them a loop, longer towards the middle than the chain keeps of them.

@@ -6,10 +6,10 @@
 namespace {
 
 using namespace fenmark;
-constexpr double pi = std::numbers::pi;
+constexpr double kPi = std::numbers::pi;
 // Results of plain plane geometry near the origin, metres and radians.
-constexpr double point_tolerance = 1e-9;
-constexpr double angle_tolerance = 1e-12;
+constexpr double kPointTolerance = 1e-9;
+constexpr double kAngleTolerance = 1e-12;
 
 Calelm some(int type) {
     exact::Pose pose{30.0, -40.0, 1.1};
@@ -19,8 +19,8 @@ Calelm some(int type) {
 }
 
 void expect_equation(const Calelm& line) {
-    EXPECT_NEAR(0.0, line.k1 * line.sx + line.k2 * line.sy + line.k3, point_tolerance);
-    EXPECT_NEAR(0.0, line.k1 * line.ex + line.k2 * line.ey + line.k3, point_tolerance);
+    EXPECT_NEAR(0.0, line.k1 * line.sx + line.k2 * line.sy + line.k3, kPointTolerance);
+    EXPECT_NEAR(0.0, line.k1 * line.ex + line.k2 * line.ey + line.k3, kPointTolerance);
 }
 
 TEST(CDchgSpace, NegatesYAndTurnsTheAnglesAndComesBack) {
@@ -31,7 +31,7 @@ TEST(CDchgSpace, NegatesYAndTurnsTheAnglesAndComesBack) {
         EXPECT_EQ(survey.sx, calculation.sx);
         EXPECT_EQ(-survey.sy, calculation.sy);
         EXPECT_EQ(-survey.ey, calculation.ey);
-        EXPECT_NEAR(2 * pi - survey.sang, calculation.sang, angle_tolerance);
+        EXPECT_NEAR(2 * kPi - survey.sang, calculation.sang, kAngleTolerance);
         EXPECT_EQ(survey.dir, calculation.dir);
         EXPECT_EQ(survey.len, calculation.len);
         EXPECT_EQ(0, CDchgSpace(&calculation, &back));
@@ -40,8 +40,8 @@ TEST(CDchgSpace, NegatesYAndTurnsTheAnglesAndComesBack) {
             EXPECT_EQ(survey.k2, back.k2);
             EXPECT_EQ(survey.k3, back.k3);
         }
-        EXPECT_NEAR(survey.sang, back.sang, angle_tolerance);
-        EXPECT_NEAR(survey.eang, back.eang, angle_tolerance);
+        EXPECT_NEAR(survey.sang, back.sang, kAngleTolerance);
+        EXPECT_NEAR(survey.eang, back.eang, kAngleTolerance);
         EXPECT_EQ(survey.sy, back.sy);
     }
 }
@@ -51,8 +51,8 @@ TEST(CDchgSpace, WritesNormalisedCoefficientsOfAStraight) {
     Calelm calculation{};
     CDchgSpace(&survey, &calculation);
     expect_equation(calculation);
-    EXPECT_NEAR(1.0, std::hypot(calculation.k1, calculation.k2), angle_tolerance);
-    EXPECT_NEAR((calculation.ey - calculation.sy) / 25.0, calculation.k1, angle_tolerance);
+    EXPECT_NEAR(1.0, std::hypot(calculation.k1, calculation.k2), kAngleTolerance);
+    EXPECT_NEAR((calculation.ey - calculation.sy) / 25.0, calculation.k1, kAngleTolerance);
 }
 
 TEST(CDchgSpace, NegatesTheCentreOfAnArcAndCopiesTheValuesOfAClothoid) {
@@ -80,8 +80,8 @@ TEST(CDmirA, TwiceReturnsTheRecordButForTheFormOfALinesCoefficients) {
         EXPECT_EQ(before.sx, twice.sx);
         EXPECT_EQ(before.ex, twice.ex);
         EXPECT_EQ(before.dir, twice.dir);
-        EXPECT_NEAR(before.sang, twice.sang, angle_tolerance);
-        EXPECT_NEAR(before.eang, twice.eang, angle_tolerance);
+        EXPECT_NEAR(before.sang, twice.sang, kAngleTolerance);
+        EXPECT_NEAR(before.eang, twice.eang, kAngleTolerance);
         if (type == 1) {
             EXPECT_EQ(before.ey - before.sy, twice.k1) << "without division by the length";
             EXPECT_EQ(-(before.ex - before.sx), twice.k2);
@@ -133,12 +133,12 @@ TEST(CDrot, TurnsEndsTangentsCentreAndLine) {
         Calelm turned{};
         EXPECT_EQ(0, CDrot(&before, &turned, pivot, 0.7));
         const double distance = std::hypot(before.sx - 7.0, before.sy - 9.0);
-        EXPECT_NEAR(distance, std::hypot(turned.sx - 7.0, turned.sy - 9.0), point_tolerance);
-        EXPECT_NEAR(before.sang + 0.7, turned.sang, angle_tolerance);
+        EXPECT_NEAR(distance, std::hypot(turned.sx - 7.0, turned.sy - 9.0), kPointTolerance);
+        EXPECT_NEAR(before.sang + 0.7, turned.sang, kAngleTolerance);
         if (type == 1) {
             expect_equation(turned);
         } else if (type == 2) {
-            EXPECT_NEAR(80.0, std::hypot(turned.k1 - turned.ex, turned.k2 - turned.ey), point_tolerance);
+            EXPECT_NEAR(80.0, std::hypot(turned.k1 - turned.ex, turned.k2 - turned.ey), kPointTolerance);
         } else {
             EXPECT_EQ(before.k2, turned.k2);
         }
@@ -150,13 +150,13 @@ TEST(CDrot, TangentWithinTheLengthStepOfAFullTurnBecomesZero) {
     const double pivot[2] = {0, 0};
     line.sang = line.eang = 1.0;
     Calelm turned{};
-    CDrot(&line, &turned, pivot, 2 * pi - 1.0 - 0.9e-5);
+    CDrot(&line, &turned, pivot, 2 * kPi - 1.0 - 0.9e-5);
     EXPECT_EQ(0.0, turned.sang);
     EXPECT_EQ(0.0, turned.eang);
-    CDrot(&line, &turned, pivot, 2 * pi - 1.0 - 1.1e-5);
-    EXPECT_NEAR(2 * pi - 1.1e-5, turned.sang, angle_tolerance);
+    CDrot(&line, &turned, pivot, 2 * kPi - 1.0 - 1.1e-5);
+    EXPECT_NEAR(2 * kPi - 1.1e-5, turned.sang, kAngleTolerance);
     CDrot(&line, &turned, pivot, -1.5);
-    EXPECT_NEAR(2 * pi - 0.5, turned.sang, angle_tolerance);
+    EXPECT_NEAR(2 * kPi - 0.5, turned.sang, kAngleTolerance);
 }
 
 TEST(CDturnA, TurnsAboutTheStart) {
@@ -199,8 +199,8 @@ TEST(CDreverA, FlatToSharpStaysWithoutForceAndTurnsBackAfterForce) {
     EXPECT_EQ(before.r2, rec.r2);
     EXPECT_EQ(before.dir, rec.dir);
     EXPECT_EQ(before.sx, rec.sx);
-    EXPECT_NEAR(before.sang, rec.sang, angle_tolerance);
-    EXPECT_NEAR(before.eang, rec.eang, angle_tolerance);
+    EXPECT_NEAR(before.sang, rec.sang, kAngleTolerance);
+    EXPECT_NEAR(before.eang, rec.eang, kAngleTolerance);
 }
 
 TEST(CDreverA, SharpFirstReversesAndFlatFirstDoesNot) {
@@ -225,10 +225,10 @@ TEST(CDreverA, StraightsAndArcsAreReversedWithoutForceToo) {
 
 TEST(CDreverA, TangentsTurnByHalfATurnAndStayBelowAFullOne) {
     Calelm rec = some(3);
-    rec.sang = pi;
+    rec.sang = kPi;
     rec.eang = 0.5;
     CDreverA(&rec, 1);
-    EXPECT_NEAR(0.5 + pi, rec.sang, angle_tolerance);
+    EXPECT_NEAR(0.5 + kPi, rec.sang, kAngleTolerance);
     EXPECT_EQ(0.0, rec.eang);
 }
 
@@ -257,10 +257,10 @@ TEST(CDvalidArc, AnArcTurnsInItsOwnSenseByLessThanHalfACircleAndNotByNothing) {
     EXPECT_EQ(-1, valid(-1.0, 1.0, 1.0));
     EXPECT_EQ(-1, valid(1.0, 1.0, 1.0 + 1.3e-6));
     EXPECT_EQ(0, valid(1.0, 1.0, 1.0 + 1.5e-6));
-    EXPECT_EQ(-1, valid(1.0, 1.0, 1.0 + pi)) << "half a circle";
-    EXPECT_EQ(-1, valid(-1.0, 1.0 + pi, 1.0));
-    EXPECT_EQ(-1, valid(1.0, 1.0, 1.0 + pi - 1.3e-6));
-    EXPECT_EQ(0, valid(1.0, 1.0, 1.0 + pi - 1.5e-6));
+    EXPECT_EQ(-1, valid(1.0, 1.0, 1.0 + kPi)) << "half a circle";
+    EXPECT_EQ(-1, valid(-1.0, 1.0 + kPi, 1.0));
+    EXPECT_EQ(-1, valid(1.0, 1.0, 1.0 + kPi - 1.3e-6));
+    EXPECT_EQ(0, valid(1.0, 1.0, 1.0 + kPi - 1.5e-6));
 }
 
 } // namespace

@@ -11,8 +11,8 @@ using namespace fenmark;
 using exact::Random;
 using way_back::Solver;
 
-constexpr int random_cases = 4000;
-constexpr int absurd_cases = 1500;
+constexpr int kRandomCases = 4000;
+constexpr int kAbsurdCases = 1500;
 
 Calelm given_element(Random& random, int type, const exact::Pose& near) {
     exact::Pose pose{near.x + random.uniform(-300, 300), near.y + random.uniform(-300, 300),
@@ -55,27 +55,27 @@ bool all_identical(const std::vector<Calelm>& a, const std::vector<Calelm>& b) {
         return result;
     }
     for (std::size_t i = 0; i < chain.size(); ++i) {
-        if (chain[i].type != exact::straight_type && chain[i].par != given[i].par) {
+        if (chain[i].type != exact::kStraightType && chain[i].par != given[i].par) {
             return ::testing::AssertionFailure() << "another size: " << exact::describe(chain[i]);
         }
     }
     const Calelm &first = chain.front(), &last = chain.back();
-    if (exact::distance(first.sx, first.sy, given.front().sx, given.front().sy) > exact::joint_tolerance ||
-        std::abs(exact::angle_difference(first.sang, given.front().sang)) > exact::tangent_tolerance ||
-        exact::distance(last.ex, last.ey, given.back().ex, given.back().ey) > exact::joint_tolerance ||
-        std::abs(exact::angle_difference(last.eang, given.back().eang)) > exact::tangent_tolerance) {
+    if (exact::distance(first.sx, first.sy, given.front().sx, given.front().sy) > exact::kJointTolerance ||
+        std::abs(exact::angle_difference(first.sang, given.front().sang)) > exact::kTangentTolerance ||
+        exact::distance(last.ex, last.ey, given.back().ex, given.back().ey) > exact::kJointTolerance ||
+        std::abs(exact::angle_difference(last.eang, given.back().eang)) > exact::kTangentTolerance) {
         return ::testing::AssertionFailure() << "a given far end moved";
     }
     return ::testing::AssertionSuccess();
 }
 
 TEST(TangentSolvers, EverySuccessOnRandomElementsIsATangentChainAndEveryFailureLeavesAllRecords) {
-    constexpr std::uint64_t seed = 20260501;
-    SCOPED_TRACE(seed);
+    constexpr std::uint64_t kSeed = 20260501;
+    SCOPED_TRACE(kSeed);
     for (const Solver& solver : way_back::all_solvers()) {
-        Random random(seed);
+        Random random(kSeed);
         int found = 0;
-        for (int i = 0; i < random_cases; ++i) {
+        for (int i = 0; i < kRandomCases; ++i) {
             const auto before = random_records(random, solver);
             auto after = before;
             const int status = solver.call(after);
@@ -87,15 +87,15 @@ TEST(TangentSolvers, EverySuccessOnRandomElementsIsATangentChainAndEveryFailureL
                 ASSERT_TRUE(all_identical(before, after)) << solver.name << ", case " << i;
             }
         }
-        std::cout << solver.name << ", seed " << seed << ": " << found << " chains in " << random_cases << " cases\n";
+        std::cout << solver.name << ", seed " << kSeed << ": " << found << " chains in " << kRandomCases << " cases\n";
         EXPECT_GT(found, 0) << solver.name;
     }
 }
 
 // Some values of some records replaced by absurd ones.
 TEST(TangentSolvers, AbsurdValuesEndInAStatusAndNeverInABrokenChain) {
-    constexpr std::uint64_t seed = 20260502;
-    SCOPED_TRACE(seed);
+    constexpr std::uint64_t kSeed = 20260502;
+    SCOPED_TRACE(kSeed);
     const double absurd[] = {std::numeric_limits<double>::quiet_NaN(),
                              std::numeric_limits<double>::infinity(),
                              -std::numeric_limits<double>::infinity(),
@@ -112,8 +112,8 @@ TEST(TangentSolvers, AbsurdValuesEndInAStatusAndNeverInABrokenChain) {
                                       &Calelm::par,  &Calelm::r1, &Calelm::r2, &Calelm::len, &Calelm::sang,
                                       &Calelm::eang, &Calelm::k1, &Calelm::k2, &Calelm::k3};
     for (const Solver& solver : way_back::all_solvers()) {
-        Random random(seed);
-        for (int i = 0; i < absurd_cases; ++i) {
+        Random random(kSeed);
+        for (int i = 0; i < kAbsurdCases; ++i) {
             auto before = random_records(random, solver);
             for (int replaced = random.pick(4); replaced >= 0; --replaced) {
                 const auto which = static_cast<std::size_t>(random.pick(static_cast<int>(before.size())));
@@ -153,7 +153,7 @@ TEST(TangentSolvers, GivenRecordsOfAnotherTypeFail) {
 
 TEST(TangentSolvers, RadiusOfZeroInAGivenArcFails) {
     for (const Solver& solver : way_back::all_solvers()) {
-        if (solver.second_type != exact::arc_type) {
+        if (solver.second_type != exact::kArcType) {
             continue;
         }
         Random random(8);
@@ -172,7 +172,7 @@ TEST(TangentSolvers, SizesOfZeroFail) {
             auto records = random_records(random, solver);
             bool sized = false;
             for (std::size_t j = 2; j < records.size(); ++j) {
-                sized = sized || records[j].type != exact::straight_type;
+                sized = sized || records[j].type != exact::kStraightType;
                 records[j].par = 0.0;
             }
             if (sized) {

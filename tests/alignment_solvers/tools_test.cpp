@@ -12,13 +12,13 @@ namespace {
 using namespace fenmark;
 using namespace fenmark::alignment;
 
-constexpr double pi = std::numbers::pi;
-constexpr double point_tolerance = 1e-9;
-constexpr double unwritten = -777.0;
+constexpr double kPi = std::numbers::pi;
+constexpr double kPointTolerance = 1e-9;
+constexpr double kUnwritten = -777.0;
 
 Calelm straight_from_to(double x0, double y0, double x1, double y1) {
     Calelm s{};
-    s.type = element::straight;
+    s.type = element::kStraight;
     s.sx = x0;
     s.sy = y0;
     s.ex = x1;
@@ -32,7 +32,7 @@ int where(double x, double y, const Calelm& e) {
 }
 
 TEST(ElementPosition, TellsBeforeInsideAndBeyondAlongAStraightInAnyDirection) {
-    for (const double angle : {0.0, 1e-9, 0.4, pi / 2, 2.0, pi, 4.0, 3 * pi / 2, 6.0}) {
+    for (const double angle : {0.0, 1e-9, 0.4, kPi / 2, 2.0, kPi, 4.0, 3 * kPi / 2, 6.0}) {
         const double c = std::cos(angle), s = std::sin(angle);
         const Calelm line = straight_from_to(3, 4, 3 + 100 * c, 4 + 100 * s);
         EXPECT_EQ(-1, where(3 - 2e-5 * c, 4 - 2e-5 * s, line)) << angle;
@@ -46,7 +46,7 @@ TEST(ElementPosition, TellsBeforeInsideAndBeyondAlongAStraightInAnyDirection) {
 TEST(ElementPosition, NoStraightAndNoKnownTypeGiveNinetyNine) {
     EXPECT_EQ(99, where(0, 0, straight_from_to(5, 5, 5, 5)));
     Calelm e = straight_from_to(0, 0, 10, 0);
-    e.type = element::clothoid;
+    e.type = element::kClothoid;
     EXPECT_EQ(99, where(5, 0, e));
     e.type = 0;
     EXPECT_EQ(99, where(5, 0, e));
@@ -55,7 +55,7 @@ TEST(ElementPosition, NoStraightAndNoKnownTypeGiveNinetyNine) {
 
 Calelm arc_from(double dir, double from, double sweep) {
     Calelm arc{};
-    arc.type = element::arc;
+    arc.type = element::kArc;
     arc.dir = dir;
     arc.par = 100.0;
     arc.k1 = 10.0;
@@ -78,8 +78,8 @@ TEST(ArcPosition, TellsBeforeInsideAndBeyondInBothSenses) {
             EXPECT_EQ(0, at(0.0));
             EXPECT_EQ(0, at(1.2));
             EXPECT_EQ(1, at(1.2 + 1e-3));
-            EXPECT_EQ(1, at(1.2 + pi - 1e-3)) << "within half a circle after the end is beyond";
-            EXPECT_EQ(-1, at(1.2 + pi + 1e-3)) << "further on is before";
+            EXPECT_EQ(1, at(1.2 + kPi - 1e-3)) << "within half a circle after the end is beyond";
+            EXPECT_EQ(-1, at(1.2 + kPi + 1e-3)) << "further on is before";
             EXPECT_EQ(-1, at(-1e-3));
         }
     }
@@ -94,8 +94,8 @@ TEST(ArcPosition, PointOffTheCircleGivesNinetyNine) {
 TEST(SignedDistance, IsPositiveOnTheLeftOfTheCalculationPlane) {
     const double line[4] = {1, 1, 0, 1};
     const double left[2] = {-2, 7}, right[2] = {5, -3};
-    EXPECT_NEAR(3.0, signedDistance(left, line), point_tolerance);
-    EXPECT_NEAR(-4.0, signedDistance(right, line), point_tolerance);
+    EXPECT_NEAR(3.0, signedDistance(left, line), kPointTolerance);
+    EXPECT_NEAR(-4.0, signedDistance(right, line), kPointTolerance);
 }
 
 TEST(LineCircleRoots, GivesTheFurtherCutFirst) {
@@ -103,38 +103,38 @@ TEST(LineCircleRoots, GivesTheFurtherCutFirst) {
     const double centre[2] = {0, 0};
     double p1[2], p2[2];
     ASSERT_EQ(0, lineCircleRoots(line, centre, 5.0, p1, p2));
-    EXPECT_NEAR(4.0, p1[0], point_tolerance);
-    EXPECT_NEAR(-4.0, p2[0], point_tolerance);
-    EXPECT_NEAR(3.0, p1[1], point_tolerance);
+    EXPECT_NEAR(4.0, p1[0], kPointTolerance);
+    EXPECT_NEAR(-4.0, p2[0], kPointTolerance);
+    EXPECT_NEAR(3.0, p1[1], kPointTolerance);
 }
 
 TEST(LineCircleRoots, TouchIsADoublePointAndAMissGivesMinusOne) {
     const double centre[2] = {0, 0};
-    double p1[2] = {unwritten, unwritten}, p2[2] = {unwritten, unwritten};
+    double p1[2] = {kUnwritten, kUnwritten}, p2[2] = {kUnwritten, kUnwritten};
     const double miss[4] = {-10, 5.001, 1, 0};
     EXPECT_EQ(-1, lineCircleRoots(miss, centre, 5.0, p1, p2));
-    EXPECT_EQ(unwritten, p1[0]);
+    EXPECT_EQ(kUnwritten, p1[0]);
     const double touch[4] = {-10, 5.0 + 1e-12, 1, 0};
     ASSERT_EQ(0, lineCircleRoots(touch, centre, 5.0, p1, p2));
     EXPECT_EQ(p1[0], p2[0]);
-    EXPECT_NEAR(0.0, p1[0], point_tolerance);
+    EXPECT_NEAR(0.0, p1[0], kPointTolerance);
 }
 
 TEST(CircleCross, GivesBothCutsTheLeftOneFirst) {
     double p1[2], p2[2];
     ASSERT_EQ(0, circleCross(0, 0, 5, 6, 0, 5, p1, p2));
     // Seen from circle 2 to circle 1, along -x, left is -y.
-    EXPECT_NEAR(3.0, p1[0], point_tolerance);
-    EXPECT_NEAR(-4.0, p1[1], point_tolerance);
-    EXPECT_NEAR(4.0, p2[1], point_tolerance);
+    EXPECT_NEAR(3.0, p1[0], kPointTolerance);
+    EXPECT_NEAR(-4.0, p1[1], kPointTolerance);
+    EXPECT_NEAR(4.0, p2[1], kPointTolerance);
 }
 
 TEST(CircleCross, TouchingCirclesGiveOneAndTheSamePointTwice) {
     for (const double d : {15.0, 5.0}) { // from outside, from inside
         double p1[2], p2[2];
         ASSERT_EQ(1, circleCross(0, 0, 10, d, 0, 5, p1, p2)) << d;
-        EXPECT_NEAR(10.0, p1[0], point_tolerance);
-        EXPECT_NEAR(0.0, p1[1], point_tolerance);
+        EXPECT_NEAR(10.0, p1[0], kPointTolerance);
+        EXPECT_NEAR(0.0, p1[1], kPointTolerance);
         EXPECT_EQ(p1[0], p2[0]);
         EXPECT_EQ(p1[1], p2[1]);
     }
@@ -145,7 +145,7 @@ TEST(CircleCross, CirclesApartInsideOneAnotherOrConcentricGiveMinusOneAndZeros) 
         double r1, d, r2;
     };
     for (const Row& row : {Row{10, 16, 5}, Row{10, 2, 5}, Row{10, 0, 10}, Row{10, 0, 5}}) {
-        double p1[2] = {unwritten, unwritten}, p2[2] = {unwritten, unwritten};
+        double p1[2] = {kUnwritten, kUnwritten}, p2[2] = {kUnwritten, kUnwritten};
         EXPECT_EQ(-1, circleCross(0, 0, row.r1, row.d, 0, row.r2, p1, p2)) << row.d;
         EXPECT_EQ(0.0, p1[0]);
         EXPECT_EQ(0.0, p1[1]);
@@ -170,11 +170,11 @@ TEST(LineCircleCross, CountsTheCuts) {
     double p1[2], p2[2];
     const double a[2] = {-10, 3}, b[2] = {10, 3};
     ASSERT_EQ(2, lineCircleCross(arc, a, b, p1, p2));
-    EXPECT_NEAR(4.0, p1[0], point_tolerance);
-    EXPECT_NEAR(-4.0, p2[0], point_tolerance);
+    EXPECT_NEAR(4.0, p1[0], kPointTolerance);
+    EXPECT_NEAR(-4.0, p2[0], kPointTolerance);
     const double c[2] = {-10, 5}, d[2] = {10, 5};
     ASSERT_EQ(1, lineCircleCross(arc, c, d, p1, p2));
-    EXPECT_NEAR(0.0, p1[0], point_tolerance);
+    EXPECT_NEAR(0.0, p1[0], kPointTolerance);
     const double e[2] = {-10, 5.1}, f[2] = {10, 5.1};
     EXPECT_EQ(-1, lineCircleCross(arc, e, f, p1, p2));
     EXPECT_EQ(-1, lineCircleCross(arc, a, a, p1, p2)) << "no line";
@@ -184,8 +184,8 @@ TEST(LineCircleCross, CountsTheCuts) {
 void expect_tangent(const double* foot1, double x1, double y1, double r1, const double* foot2, double x2, double y2,
                     double r2) {
     const double tx = foot2[0] - foot1[0], ty = foot2[1] - foot1[1];
-    EXPECT_NEAR(r1, std::hypot(foot1[0] - x1, foot1[1] - y1), point_tolerance);
-    EXPECT_NEAR(r2, std::hypot(foot2[0] - x2, foot2[1] - y2), point_tolerance);
+    EXPECT_NEAR(r1, std::hypot(foot1[0] - x1, foot1[1] - y1), kPointTolerance);
+    EXPECT_NEAR(r2, std::hypot(foot2[0] - x2, foot2[1] - y2), kPointTolerance);
     EXPECT_NEAR(0.0, (foot1[0] - x1) * tx + (foot1[1] - y1) * ty, 1e-6);
     EXPECT_NEAR(0.0, (foot2[0] - x2) * tx + (foot2[1] - y2) * ty, 1e-6);
 }
@@ -205,10 +205,10 @@ TEST(InnerTangent, ALeftArcOnTheFirstCircleHasItOnItsLeft) {
 }
 
 TEST(InnerTangent, OverlappingOrConcentricCirclesGiveMinusOne) {
-    double foot1[2] = {unwritten, unwritten}, foot2[2];
+    double foot1[2] = {kUnwritten, kUnwritten}, foot2[2];
     EXPECT_EQ(-1, innerTangent(0, 0, 20, 30, 0, 11, foot1, foot2, 1.0));
     EXPECT_EQ(-1, innerTangent(0, 0, 0, 0, 0, 0, foot1, foot2, 1.0));
-    EXPECT_EQ(unwritten, foot1[0]);
+    EXPECT_EQ(kUnwritten, foot1[0]);
     EXPECT_EQ(0, innerTangent(0, 0, 20, 31, 0, 11, foot1, foot2, 1.0)) << "a touch still has one";
 }
 
@@ -226,11 +226,11 @@ TEST(OuterTangent, FirstHasBothCirclesOnTheRightAndSecondOnTheLeft) {
 }
 
 TEST(OuterTangent, CircleInsideTheOtherGivesMinusOneWhicheverIsLarger) {
-    double a1[2] = {unwritten, unwritten}, a2[2], b1[2], b2[2];
+    double a1[2] = {kUnwritten, kUnwritten}, a2[2], b1[2], b2[2];
     EXPECT_EQ(-1, outerTangent(0, 0, 5, 10, 0, 20, a1, a2, b1, b2));
     EXPECT_EQ(-1, outerTangent(0, 0, 20, 10, 0, 5, a1, a2, b1, b2));
     EXPECT_EQ(-1, outerTangent(0, 0, 5, 0, 0, 5, a1, a2, b1, b2)) << "concentric";
-    EXPECT_EQ(unwritten, a1[0]);
+    EXPECT_EQ(kUnwritten, a1[0]);
 }
 
 } // namespace

@@ -17,11 +17,11 @@ using exact::Pose;
 using exact::Random;
 using exact::Shape;
 
-inline constexpr int case_count = 1000;
+inline constexpr int kCaseCount = 1000;
 // A chain found again: ends agree to a millimetre where the geometry is well conditioned. Nearly parallel lines and
 // nearly concentric arcs carry the last digits of the series further along the elements.
-inline constexpr double same_place = 1e-3;
-inline constexpr double same_tangent = 1e-4;
+inline constexpr double kSamePlace = 1e-3;
+inline constexpr double kSameTangent = 1e-4;
 
 /// One exact chain and what is handed over in place of its first and last element.
 struct Case {
@@ -55,16 +55,16 @@ inline Calelm to_make(const Calelm& e) {
 }
 
 inline bool in_place(const Calelm& a, const Calelm& b) {
-    return static_cast<bool>(exact::same_element(a, b, same_place, same_tangent));
+    return static_cast<bool>(exact::same_element(a, b, kSamePlace, kSameTangent));
 }
 
 inline bool given_ends_kept(const Case& given, const std::vector<Calelm>& chain) {
     const Calelm& first = chain.front();
     const Calelm& last = chain.back();
-    return exact::distance(first.sx, first.sy, given.first.sx, given.first.sy) <= exact::joint_tolerance &&
-           std::abs(exact::angle_difference(first.sang, given.first.sang)) <= exact::tangent_tolerance &&
-           exact::distance(last.ex, last.ey, given.last.ex, given.last.ey) <= exact::joint_tolerance &&
-           std::abs(exact::angle_difference(last.eang, given.last.eang)) <= exact::tangent_tolerance;
+    return exact::distance(first.sx, first.sy, given.first.sx, given.first.sy) <= exact::kJointTolerance &&
+           std::abs(exact::angle_difference(first.sang, given.first.sang)) <= exact::kTangentTolerance &&
+           exact::distance(last.ex, last.ey, given.last.ex, given.last.ey) <= exact::kJointTolerance &&
+           std::abs(exact::angle_difference(last.eang, given.last.eang)) <= exact::kTangentTolerance;
 }
 
 /// What a run found.
@@ -102,7 +102,7 @@ void judge(const Case& given, Solve solve, Tally& tally) {
     for (std::size_t i = 0; i < given.chain.size(); ++i) {
         const Calelm& laid = given.chain[i];
         const Calelm& found = answer.chain[i];
-        if (found.type != laid.type || (found.type != exact::straight_type && found.par != laid.par)) {
+        if (found.type != laid.type || (found.type != exact::kStraightType && found.par != laid.par)) {
             wrong += "another size\n  " + exact::describe(found);
         }
         same = same && in_place(laid, found);
@@ -121,10 +121,10 @@ void judge(const Case& given, Solve solve, Tally& tally) {
 /// it to the solver. Every success must be a tangent chain of the given sizes with the given far ends; at least
 /// `least_expected` of each thousand must be the chain that was laid, and no case may fail.
 template <typename Make, typename Solve>
-void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, int least_expected = case_count) {
+void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, int least_expected = kCaseCount) {
     SCOPED_TRACE(name + ", seed " + std::to_string(seed));
     for (const bool along_axes : {false, true}) {
-        const int count = along_axes ? case_count / 2 : case_count;
+        const int count = along_axes ? kCaseCount / 2 : kCaseCount;
         Random random(seed);
         Random axes(seed + 1);
         Tally tally;
@@ -147,19 +147,19 @@ void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, in
         EXPECT_EQ(count, tally.cases) << "the generator leaves too few chains";
         EXPECT_EQ(0, tally.refused);
         EXPECT_EQ(0, tally.broken);
-        EXPECT_GE(tally.expected * case_count, least_expected * count);
+        EXPECT_GE(tally.expected * kCaseCount, least_expected * count);
     }
 }
 
 /// Every arc of a chain that the library builds from its ends stays below half a circle.
-inline constexpr double most_sweep = 3.0;
+inline constexpr double kMostSweep = 3.0;
 /// Given arcs may be handed over longer than that, as long as what is left of them is not.
-inline constexpr double most_given_sweep = 5.5;
+inline constexpr double kMostGivenSweep = 5.5;
 
 /// How much longer an arc of a chain is handed over than the chain keeps of it, metres.
 inline double more_arc(Random& random, double radius, double sweep) {
     const bool beyond_half_a_circle = random.pick(4) == 0;
-    const double most = beyond_half_a_circle ? most_given_sweep - sweep : std::min(1.2, most_sweep - sweep);
+    const double most = beyond_half_a_circle ? kMostGivenSweep - sweep : std::min(1.2, kMostSweep - sweep);
     return radius * random.uniform(0.0, std::max(0.0, most));
 }
 
@@ -167,7 +167,7 @@ inline double more_arc(Random& random, double radius, double sweep) {
 /// where it is more than half a circle.
 inline Calelm handed(const Calelm& e, double before, double after) {
     const Calelm longer = exact::extended(e, before, after);
-    return longer.type == exact::arc_type && longer.k3 > most_sweep ? longer : built(longer);
+    return longer.type == exact::kArcType && longer.k3 > kMostSweep ? longer : built(longer);
 }
 
 } // namespace fenmark::way_back

@@ -316,12 +316,46 @@ TEST_F(ImportLine, QuietLeavesOutNotesButNeitherErrorsNorResults) {
 }
 
 TEST_F(ImportLine, ResultAsJson) {
-    const nlohmann::json json = fenmark({"import", file(std::string(kPoints) + kRoute), "--json"}).json();
+    const nlohmann::json all = fenmark({"import", file(std::string(kPoints) + kRoute), "--json"}).json();
+    ASSERT_EQ(all.size(), 1U);
+    const nlohmann::json& json = all[0];
     EXPECT_EQ(json["points"], 2);
     EXPECT_EQ(json["alignments"], nlohmann::json({"CL"}));
     EXPECT_EQ(json["errors"], 0);
     EXPECT_EQ(json["drawing"], folder.at("a.gpkg"));
     EXPECT_EQ(json["log"], folder.at("a_Input.log"));
+    EXPECT_EQ(json["error_records"], nlohmann::json::array());
+    EXPECT_EQ(json["failure"], nullptr);
+}
+
+TEST_F(ImportLine, JsonHasEveryFileWithItsErrorsByRecordItsNotesAndWhatFailed) {
+    const std::string bad = file("X01,1,\r\nG00,x,1,\r\n" + std::string(kPoints), "bad.sim");
+    const std::string missing = folder.at("missing.sim");
+    for (const char* quiet : {"--json", "--quiet"}) {
+        const Ran ran = fenmark({"import", bad, missing, file(kPoints, "good.sim"), "--json", quiet});
+        EXPECT_EQ(ran.code, kNotDone);
+        const nlohmann::json all = ran.json();
+        ASSERT_EQ(all.size(), 3U);
+        EXPECT_EQ(all[0]["errors"], 1);
+        EXPECT_EQ(all[0]["error_records"], nlohmann::json::array({{{"line", 2},
+                                                                   {"code", "ErrG00-1"},
+                                                                   {"text", "バージョン番号が、整数ではありません。"},
+                                                                   {"record", "G00,x,1,"}}}));
+        EXPECT_TRUE(contains(all[0]["notes"].dump(), "1 line passed over, unknown code at top level: X01")) << all[0];
+        EXPECT_EQ(all[0]["failure"], nullptr);
+        EXPECT_EQ(all[1]["file"], missing);
+        EXPECT_EQ(all[1]["log"], nullptr);
+        EXPECT_TRUE(contains(all[1]["failure"].get<std::string>(), "missing.sim: cannot be read")) << all[1];
+        EXPECT_EQ(all[2]["points"], 2);
+        EXPECT_EQ(all[2]["failure"], nullptr);
+    }
+}
+
+TEST_F(ImportLine, NamesThatTheDrawingDoesNotHaveAreAnsweredWithTheNearestOnes) {
+    const std::string path = file(std::string(kPoints) + kRoute);
+    ASSERT_EQ(fenmark({"import", path, "--point-layer", "測点測量", "--create-layers"}).code, kDone);
+    const Ran ran = fenmark({"import", path, "--point-layer", "測点側量"});
+    EXPECT_TRUE(contains(ran.err, "did you mean '測点測量'?")) << ran.err;
 }
 
 TEST_F(ImportLine, FileNamedInCodePage932IsToldByItsNameInTheDrawingAndInJson) {
@@ -329,7 +363,7 @@ TEST_F(ImportLine, FileNamedInCodePage932IsToldByItsNameInTheDrawingAndInJson) {
     const std::string path = file(std::string(kPoints) + kRoute, "\x95\x5C.sim");
     const Ran ran = fenmark({"import", path, "--json"});
     ASSERT_EQ(ran.code, kDone) << ran.err;
-    EXPECT_EQ(ran.json()["file"], folder.at("表.sim"));
+    EXPECT_EQ(ran.json()[0]["file"], folder.at("表.sim"));
     EXPECT_TRUE(test::fileExists(folder.at("\x95\x5C_Input.log")));
     const nlohmann::json drawing = info(folder.at("\x95\x5C.gpkg"));
     EXPECT_EQ(drawing["entities"][0]["data"]["FileName"], "表.sim");

@@ -104,7 +104,8 @@ TEST(Chain, EveryPointIsGoodToANanometre) {
             worst = std::max(worst, far ? 0.0 : off);
             ASSERT_LE(off, (far ? kFarTolerance : kPointTolerance) + summed)
                 << "seed " << kSeed << " round " << round << " curve " << i;
-            const double turned = static_cast<double>(std::remainder(place->azimuth - expected.azimuth, 2 * exact::pi));
+            const double turned =
+                static_cast<double>(std::remainder(place->azimuth - expected.azimuth, 2 * exact::kPi));
             const double sharpest = std::max(std::abs(curves[i].startCurvature), std::abs(curves[i].endCurvature));
             ASSERT_LE(std::abs(turned), kAngleTolerance + sharpest * summed);
             ASSERT_EQ(chain.pointAt(chain.distanceOf(i) + along), place->point);

@@ -66,7 +66,7 @@ class ExactChains : public test::Output {
 TEST_F(ExactChains, StraightClothoidArcClothoidStraightInBothSensesAndAllDirections) {
     for (const double turn : {1.0, -1.0}) {
         for (int i = 0; i < 12; ++i) {
-            const exact::Pose start{60295.494L, -39525.623L, 0.05L + i * exact::pi / 6};
+            const exact::Pose start{60295.494L, -39525.623L, 0.05L + i * exact::kPi / 6};
             const auto records =
                 exact::lay_chain(start, {exact::straight(120.0), exact::clothoid(turn, 120.0, 0.0, 250.0),
                                          exact::arc(turn, 250.0, 140.0), exact::clothoid(turn, 150.0, 250.0, 0.0),

@@ -36,7 +36,7 @@ TEST(SpiralPi, IsWhereTheTangentsMeetForBothTurnsAndBothGrowths) {
     for (const double turn : {1.0, -1.0}) {
         for (const bool growing : {true, false}) {
             for (int octant = 0; octant < 16; ++octant) {
-                exact::Pose pose{60295.494L, -39525.623L, 0.1L + octant * exact::pi / 8};
+                exact::Pose pose{60295.494L, -39525.623L, 0.1L + octant * exact::kPi / 8};
                 const Calelm record = exact::lay(pose, growing ? exact::clothoid(turn, 150.0, 0.0, 300.0)
                                                                : exact::clothoid(turn, 150.0, 300.0, 0.0));
                 sima::EntityData element = elementOf(record);

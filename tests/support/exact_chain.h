@@ -29,29 +29,29 @@
 namespace fenmark::exact {
 
 using Real = long double;
-inline constexpr Real pi = std::numbers::pi_v<Real>;
+inline constexpr Real kPi = std::numbers::pi_v<Real>;
 
 // Two ends that should be one point, metres; where both were rounded to 1e-5 the wider one.
-inline constexpr double joint_tolerance = 1e-5;
-inline constexpr double rounded_joint_tolerance = 1e-4;
+inline constexpr double kJointTolerance = 1e-5;
+inline constexpr double kRoundedJointTolerance = 1e-4;
 // Two tangents that should be one, radians.
-inline constexpr double tangent_tolerance = 1e-5;
+inline constexpr double kTangentTolerance = 1e-5;
 // A record against the integration of its own curvature: end point in metres, end tangent in radians. The library's
 // series stops at a change of 1e-4 m, which leaves an end good to about 1e-5 m, and directions of straights are rounded
 // to 1.389e-6.
-inline constexpr double curve_tolerance = 1e-4;
-inline constexpr double curve_tangent_tolerance = 1e-5;
+inline constexpr double kCurveTolerance = 1e-4;
+inline constexpr double kCurveTangentTolerance = 1e-5;
 // Azimuths nearer to 0 than this may read 0, and on a reversed element pi.
-inline constexpr double fallen_azimuth = 1e-5;
+inline constexpr double kFallenAzimuth = 1e-5;
 inline bool fallen_to_axis(double azimuth) {
     return azimuth == 0.0 || azimuth == std::numbers::pi;
 }
 // Sizes that should be those given: radii are rounded to 1.389e-6 m where an arc is laid from one end.
-inline constexpr double size_tolerance = 1e-5;
+inline constexpr double kSizeTolerance = 1e-5;
 
-inline constexpr int straight_type = 1;
-inline constexpr int arc_type = 2;
-inline constexpr int clothoid_type = 3;
+inline constexpr int kStraightType = 1;
+inline constexpr int kArcType = 2;
+inline constexpr int kClothoidType = 3;
 
 /// Where a chain stands: a point of the survey plane and the azimuth of travel.
 struct Pose {
@@ -71,11 +71,11 @@ struct Shape {
 };
 
 inline Shape straight(double len) {
-    return {straight_type, 1.0, 0.0, 0.0, 0.0, len};
+    return {kStraightType, 1.0, 0.0, 0.0, 0.0, len};
 }
 
 inline Shape arc(double dir, double radius, double len) {
-    return {arc_type, dir, radius, 0.0, 0.0, len};
+    return {kArcType, dir, radius, 0.0, 0.0, len};
 }
 
 inline double station_of(double a, double radius) {
@@ -84,21 +84,21 @@ inline double station_of(double a, double radius) {
 
 /// A clothoid of parameter a between the radii r1 and r2, of any growth; both on one side of the inflection.
 inline Shape clothoid(double dir, double a, double r1, double r2) {
-    return {clothoid_type, dir, a, r1, r2, std::abs(station_of(a, r2) - station_of(a, r1))};
+    return {kClothoidType, dir, a, r1, r2, std::abs(station_of(a, r2) - station_of(a, r1))};
 }
 
 inline Real wrap_2pi(Real angle) {
-    angle = std::fmod(angle, 2 * pi);
-    return angle < 0 ? angle + 2 * pi : angle;
+    angle = std::fmod(angle, 2 * kPi);
+    return angle < 0 ? angle + 2 * kPi : angle;
 }
 
 /// The difference a - b brought into (-pi, pi].
 inline double angle_difference(Real a, Real b) {
-    Real d = std::fmod(a - b, 2 * pi);
-    if (d > pi) {
-        d -= 2 * pi;
-    } else if (d <= -pi) {
-        d += 2 * pi;
+    Real d = std::fmod(a - b, 2 * kPi);
+    if (d > kPi) {
+        d -= 2 * kPi;
+    } else if (d <= -kPi) {
+        d += 2 * kPi;
     }
     return static_cast<double>(d);
 }
@@ -113,7 +113,7 @@ struct GaussRule {
     // The roots of the Legendre polynomial by Newton's method from Tricomi's first guess.
     GaussRule() {
         for (int i = 0; i < order; ++i) {
-            Real x = std::cos(pi * (static_cast<Real>(i) + 0.75L) / (order + 0.5L));
+            Real x = std::cos(kPi * (static_cast<Real>(i) + 0.75L) / (order + 0.5L));
             Real derivative = 0;
             for (int pass = 0; pass < 30; ++pass) {
                 Real p0 = 1;
@@ -163,10 +163,10 @@ inline Pose advance(const Pose& from, Real kappa, Real rate, Real s) {
 
 /// Signed curvatures (left positive) at the start and the end of a shape.
 inline std::array<Real, 2> curvatures(const Shape& shape) {
-    if (shape.type == arc_type) {
+    if (shape.type == kArcType) {
         return {shape.dir / static_cast<Real>(shape.par), shape.dir / static_cast<Real>(shape.par)};
     }
-    if (shape.type == clothoid_type) {
+    if (shape.type == kClothoidType) {
         const Real a2 = static_cast<Real>(shape.par) * shape.par;
         return {shape.dir * (shape.r1 == 0.0 ? 0 : a2 / shape.r1) / a2,
                 shape.dir * (shape.r2 == 0.0 ? 0 : a2 / shape.r2) / a2};
@@ -176,7 +176,7 @@ inline std::array<Real, 2> curvatures(const Shape& shape) {
 
 /// The exact length: that of a clothoid follows from its radii.
 inline Real length_of(const Shape& shape) {
-    if (shape.type != clothoid_type) {
+    if (shape.type != kClothoidType) {
         return shape.len;
     }
     const Real a2 = static_cast<Real>(shape.par) * shape.par;
@@ -219,21 +219,21 @@ inline Calelm lay(Pose& pose, const Shape& shape) {
     e.sy = static_cast<double>(pose.y);
     e.ex = static_cast<double>(end.x);
     e.ey = static_cast<double>(end.y);
-    e.dir = shape.type == straight_type ? 1.0 : shape.dir;
+    e.dir = shape.type == kStraightType ? 1.0 : shape.dir;
     e.par = shape.par;
     e.r1 = shape.r1;
     e.r2 = shape.r2;
     e.len = static_cast<double>(length);
     e.sang = static_cast<double>(wrap_2pi(pose.azimuth));
     e.eang = static_cast<double>(end.azimuth);
-    if (shape.type == straight_type) {
+    if (shape.type == kStraightType) {
         const Real dx = end.x - pose.x;
         const Real dy = -(end.y - pose.y); // calculation plane
         const Real norm = std::hypot(dx, dy);
         e.k1 = static_cast<double>(dy / norm);
         e.k2 = static_cast<double>(dx / norm);
         e.k3 = static_cast<double>((dy * pose.x + dx * pose.y) / norm);
-    } else if (shape.type == arc_type) {
+    } else if (shape.type == kArcType) {
         const auto centre = centre_at(pose, shape.dir, shape.par);
         e.k1 = static_cast<double>(centre[0]);
         e.k2 = static_cast<double>(centre[1]);
@@ -290,9 +290,9 @@ inline Calelm reversed(const Calelm& e) {
     out.sy = e.ey;
     out.ex = e.sx;
     out.ey = e.sy;
-    out.sang = static_cast<double>(wrap_2pi(static_cast<Real>(e.eang) + pi));
-    out.eang = static_cast<double>(wrap_2pi(static_cast<Real>(e.sang) + pi));
-    if (e.type == straight_type) {
+    out.sang = static_cast<double>(wrap_2pi(static_cast<Real>(e.eang) + kPi));
+    out.eang = static_cast<double>(wrap_2pi(static_cast<Real>(e.sang) + kPi));
+    if (e.type == kStraightType) {
         out.k1 = -e.k1;
         out.k2 = -e.k2;
         out.k3 = -e.k3;
@@ -337,8 +337,8 @@ inline double distance(double ax, double ay, double bx, double by) {
 }
 
 /// The end of one record and the start of the next: one point and one tangent.
-inline ::testing::AssertionResult joined(const Calelm& a, const Calelm& b, double point_tolerance = joint_tolerance,
-                                         double angle_tolerance = tangent_tolerance) {
+inline ::testing::AssertionResult joined(const Calelm& a, const Calelm& b, double point_tolerance = kJointTolerance,
+                                         double angle_tolerance = kTangentTolerance) {
     const double gap = distance(a.ex, a.ey, b.sx, b.sy);
     if (!(gap <= point_tolerance)) {
         return ::testing::AssertionFailure()
@@ -353,13 +353,13 @@ inline ::testing::AssertionResult joined(const Calelm& a, const Calelm& b, doubl
 }
 
 /// A record tells the truth about itself: its curvature, run from its start, leads to its end point and end tangent.
-inline ::testing::AssertionResult true_to_itself(const Calelm& e, double point_tolerance = curve_tolerance,
-                                                 double angle_tolerance = curve_tangent_tolerance) {
+inline ::testing::AssertionResult true_to_itself(const Calelm& e, double point_tolerance = kCurveTolerance,
+                                                 double angle_tolerance = kCurveTangentTolerance) {
     const Shape shape = shape_of(e);
-    if (e.type < straight_type || e.type > clothoid_type || !(e.len >= 0.0)) {
+    if (e.type < kStraightType || e.type > kClothoidType || !(e.len >= 0.0)) {
         return ::testing::AssertionFailure() << "no element: " << describe(e);
     }
-    if (e.type != straight_type && std::abs(e.dir) != 1.0) {
+    if (e.type != kStraightType && std::abs(e.dir) != 1.0) {
         return ::testing::AssertionFailure() << "no turning sense: " << describe(e);
     }
     if (std::abs(static_cast<double>(length_of(shape)) - e.len) > point_tolerance) {
@@ -371,7 +371,7 @@ inline ::testing::AssertionResult true_to_itself(const Calelm& e, double point_t
     if (!(gap <= point_tolerance + angle_tolerance * e.len)) {
         return ::testing::AssertionFailure() << "the curve ends " << gap << " m away from " << describe(e);
     }
-    const double fallen = fallen_to_axis(e.sang) || fallen_to_axis(e.eang) ? fallen_azimuth : 0.0;
+    const double fallen = fallen_to_axis(e.sang) || fallen_to_axis(e.eang) ? kFallenAzimuth : 0.0;
     const double kink = std::abs(angle_difference(end.azimuth, e.eang));
     if (!(kink <= angle_tolerance + fallen)) {
         return ::testing::AssertionFailure() << "the curve ends " << kink << " rad off the tangent of " << describe(e);
@@ -380,8 +380,8 @@ inline ::testing::AssertionResult true_to_itself(const Calelm& e, double point_t
 }
 
 /// Every record is true to itself and every joint coincides and is tangent.
-inline ::testing::AssertionResult tangent_chain(std::span<const Calelm> chain, double point_tolerance = joint_tolerance,
-                                                double angle_tolerance = tangent_tolerance) {
+inline ::testing::AssertionResult tangent_chain(std::span<const Calelm> chain, double point_tolerance = kJointTolerance,
+                                                double angle_tolerance = kTangentTolerance) {
     for (std::size_t i = 0; i < chain.size(); ++i) {
         if (auto result = true_to_itself(chain[i]); !result) {
             return result << "\n  (element " << i << ")";
@@ -396,10 +396,10 @@ inline ::testing::AssertionResult tangent_chain(std::span<const Calelm> chain, d
 }
 
 inline ::testing::AssertionResult same_sizes(const Calelm& a, const Calelm& b) {
-    const bool curved = a.type != straight_type;
-    if (a.type != b.type || (curved && a.dir != b.dir) || std::abs(a.par - b.par) > size_tolerance ||
-        (a.type == clothoid_type &&
-         (std::abs(a.r1 - b.r1) > size_tolerance || std::abs(a.r2 - b.r2) > size_tolerance))) {
+    const bool curved = a.type != kStraightType;
+    if (a.type != b.type || (curved && a.dir != b.dir) || std::abs(a.par - b.par) > kSizeTolerance ||
+        (a.type == kClothoidType &&
+         (std::abs(a.r1 - b.r1) > kSizeTolerance || std::abs(a.r2 - b.r2) > kSizeTolerance))) {
         return ::testing::AssertionFailure() << "sizes differ:\n  " << describe(a) << "\n  " << describe(b);
     }
     return ::testing::AssertionSuccess();
@@ -407,13 +407,13 @@ inline ::testing::AssertionResult same_sizes(const Calelm& a, const Calelm& b) {
 
 /// The same element at the same place.
 inline ::testing::AssertionResult same_element(const Calelm& a, const Calelm& b,
-                                               double point_tolerance = rounded_joint_tolerance,
-                                               double angle_tolerance = tangent_tolerance) {
+                                               double point_tolerance = kRoundedJointTolerance,
+                                               double angle_tolerance = kTangentTolerance) {
     if (auto result = same_sizes(a, b); !result) {
         return result;
     }
     const auto turned = [&](double p, double q) {
-        const double fallen = fallen_to_axis(p) || fallen_to_axis(q) ? fallen_azimuth : 0.0;
+        const double fallen = fallen_to_axis(p) || fallen_to_axis(q) ? kFallenAzimuth : 0.0;
         return std::abs(angle_difference(p, q)) > angle_tolerance + fallen;
     };
     if (distance(a.sx, a.sy, b.sx, b.sy) > point_tolerance || distance(a.ex, a.ey, b.ex, b.ey) > point_tolerance ||
@@ -424,8 +424,8 @@ inline ::testing::AssertionResult same_element(const Calelm& a, const Calelm& b,
 }
 
 inline ::testing::AssertionResult same_chain(std::span<const Calelm> a, std::span<const Calelm> b,
-                                             double point_tolerance = rounded_joint_tolerance,
-                                             double angle_tolerance = tangent_tolerance) {
+                                             double point_tolerance = kRoundedJointTolerance,
+                                             double angle_tolerance = kTangentTolerance) {
     if (a.size() != b.size()) {
         return ::testing::AssertionFailure() << a.size() << " elements against " << b.size();
     }
@@ -474,9 +474,9 @@ class Random {
     /// A direction along an axis of the plane or so little beside it that something happens to azimuths there: a turn
     /// below 1.389e-6 counts as none, and an azimuth below 1e-5 falls to 0 when it changes plane.
     double beside_axis() {
-        constexpr double beside[] = {0.0, 1e-7, 5e-7, 1.3e-6, 1.4e-6, 5e-6, 9.9e-6, 1.02e-5, 1.1e-5};
+        constexpr double kBeside[] = {0.0, 1e-7, 5e-7, 1.3e-6, 1.4e-6, 5e-6, 9.9e-6, 1.02e-5, 1.1e-5};
         const double axis = std::numbers::pi / 2.0 * pick(4);
-        const double by = coin() ? beside[pick(std::size(beside))] : uniform(0.0, 2e-5);
+        const double by = coin() ? kBeside[pick(std::size(kBeside))] : uniform(0.0, 2e-5);
         return axis + sign() * by;
     }
     /// From now on poses head north, east, south or west, exactly or by less or little more than 1e-5 beside: where

@@ -8,12 +8,12 @@
 namespace fenmark::cli {
 
 // What a command ends with.
-enum ExitCode : int {
-    kDone = 0,
-    kNotDone = 1,      // a file not readable, a drawing not writable, an import broken off
-    kWrongUsage = 2,   // the arguments
-    kLogHasErrors = 3, // --strict only
-};
+inline constexpr int kDone = 0;
+inline constexpr int kNotDone = 1;      // a file not readable, a drawing not writable, an import broken off
+inline constexpr int kWrongUsage = 2;   // the arguments
+inline constexpr int kLogHasErrors = 3; // --strict only
+
+struct FileReport;
 
 struct Streams {
     std::ostream& out;
@@ -21,6 +21,8 @@ struct Streams {
     bool errIsTerminal = false; // a progress bar is drawn on a terminal only
     // Where bars are drawn: the terminal itself, which a carriage return reaches. Null: err.
     std::ostream* terminal = nullptr;
+    // Keeps the notes and errors of a file beside telling them, also those that --quiet keeps back. Null: nowhere.
+    FileReport* report = nullptr;
 };
 
 // Runs one command line; the arguments are those behind the program's name. Raises nothing.

@@ -13,7 +13,7 @@
  * (ali_makRAR, ali_makRAAR, ali_makSAR), close the gap (moveR_dl0_*), fit the ends (alimake_*).
  *
  * Statuses are in the low 16 bits, read as signed. After a failure every record is as it was before the call unless
- * told otherwise.
+ * stated otherwise.
  */
 #ifndef FENMARK_ALIGNMENT_CHAINS_H
 #define FENMARK_ALIGNMENT_CHAINS_H
@@ -48,7 +48,7 @@ FENMARK_ALIGNMENT_API int alimake_rfArf(Calelm chain[3], const double* dl);
  *              the clothoid; otherwise it keeps its end
  * @param side  1: straight, clothoid, arc; any other value: arc, clothoid, straight
  * @return 0 both were cut where they lie; -3 the straight's direction had to change: it is laid from the clothoid on
- *         with its own length; -2 the same for the arc (told rather than -3 when both were); -1 the straight or the
+ *         with its own length; -2 the same for the arc (and not -3 when both were); -1 the straight or the
  *         arc cannot be built. With -1 the records are unchanged. With -3 the straight, with -2 the arc, is
  *         unchanged when it cannot be laid from the clothoid either
  */
@@ -72,12 +72,12 @@ FENMARK_ALIGNMENT_API int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3])
  * Moves the straight or the arc square to the clothoid's flat end by the gap, lays the clothoid anew, and fits the
  * chain.
  *
- * @param mover_side    1 moves record [2], any other value record [0]
- * @param element_side  1: straight, clothoid, arc; any other value: arc, clothoid, straight
+ * @param moverSide    1 moves record [2], any other value record [0]
+ * @param elementSide  1: straight, clothoid, arc; any other value: arc, clothoid, straight
  * @param dl            the gap of ali_makSAR, not negative; becomes 0
  * @return status of alimake_rfAsf (0, -2, -3); -1, nothing changed, when a step fails
  */
-FENMARK_ALIGNMENT_API int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3]);
+FENMARK_ALIGNMENT_API int moveR_dl0_rfAsf(int moverSide, int elementSide, double* dl, Calelm chain[3]);
 
 /**
  * Arc arc2 of given radius inside arc3, touching it, and joined to arc1 by a clothoid: arc1, clothoid, arc2, arc3.

@@ -10,7 +10,7 @@
  * offset circle of an arc has the radius rho = R + dR: the tangent at the clothoid's origin touches it. Two offset
  * circles, or an offset circle and a line, so fix the tangent, and the clothoids are laid from it (the method of the
  * clothoid tables: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968). Elements that are
- * fixed leave a gap between what was laid on one and on the other. It is told as D, and the functions of chains.h
+ * fixed leave a gap between what was laid on one and on the other. It is returned as D, and the functions of chains.h
  * close it.
  *
  * All are closed in form. They return 0, or a status in the low 16 bits, read as signed: -1, or the code of a

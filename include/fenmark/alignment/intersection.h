@@ -4,7 +4,7 @@
  * Elements and points are in the survey plane (x north, y east, metres); stations are metres from each element's own
  * start. Each function gives up to two points: p1 with the stations a on the first element and b on the second, p2 with
  * c and d in the same order. Two clothoids depart from this: see ali_intpAA.
- * Outputs that a result does not announce are left unwritten, unless told otherwise.
+ * Outputs that a result does not announce are left unwritten, unless stated otherwise.
  *
  * Results of the family functions (but for ali_intpSS):
  *    0  one point, in p1, a, b
@@ -62,7 +62,7 @@ FENMARK_ALIGNMENT_API int ali_intpRR(const Calelm* r1, const Calelm* r2, double 
  * most. fmk_curveCrossings of fenmark/curve.h has all of them, exactly.
  * @return 0, 1 (a touch, one point), 2; -1 none, r1 = r2 on the clothoid, or a sweep k3 <= 0
  */
-FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], double* a, double* b,
+FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* aElm, double p1[2], double* a, double* b,
                                      double p2[2], double* c, double* d);
 
 /**
@@ -72,7 +72,7 @@ FENMARK_ALIGNMENT_API int ali_intpRA(const Calelm* r, const Calelm* a_elm, doubl
  * touch gives one point. fmk_curveCrossings of fenmark/curve.h has every crossing, and says which are touches.
  * @return 0, 1, 2; -1 none, or r1 = r2 on the clothoid
  */
-FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b,
+FENMARK_ALIGNMENT_API int ali_intpSA(const Calelm* s, const Calelm* aElm, double p1[2], double* a, double* b,
                                      double p2[2], double* c, double* d);
 
 /**

@@ -10,7 +10,7 @@
  * clothoid on that leg); the clothoids begin Xm before the feet of the centre on the legs. Kasper, Schuerba, Lorenz,
  * "Die Klotoide als Trassierungselement", 6th ed. 1968.
  *
- * Returned is 0, or -1 in the low 16 bits. Unless told otherwise nothing is written on failure: two equal points in a
+ * Returned is 0, or -1 in the low 16 bits. Unless stated otherwise nothing is written on failure: two equal points in a
  * leg (nearer than 1e-7 m), values that are not numbers, or sizes for which no tangent curve exists.
  */
 #ifndef FENMARK_ALIGNMENT_IP_H

@@ -6,7 +6,7 @@
  * lengthened) where the new one joins; its other end and the tangent there stay. An arc is lengthened to a half circle
  * at most; of an arc that was longer, more may stay. A new arc that reaches a point is at most a half circle.
  *
- * `end` is 1 or any other value. Unless told otherwise, 1 means that the given element comes first and the new one
+ * `end` is 1 or any other value. Unless stated otherwise, 1 means that the given element comes first and the new one
  * follows; any other value means that the new one comes first and the given one follows. All chains are built in the
  * order of travel.
  *

@@ -76,7 +76,7 @@ FENMARK_ALIGNMENT_API int CDpoionls(double px, double py, double ax, double ay, 
 
 /**
  * Crossing of the segments a, b and c, d. Returns 0 inside both; 11 at a, 12 at b, 21 at c, 22 at d (an end of the
- * second segment is told first, and is told even when the point lies off the first segment's ends); -1 no crossing;
+ * second segment is reported first, even when the point lies off the first segment's ends); -1 no crossing;
  * 1 parallel or a segment of less than 1e-7. The point is written for 0, 11, 12, 21 and 22 only.
  */
 FENMARK_ALIGNMENT_API int CDsegcros(const double a[2], const double b[2], const double c[2], const double d[2],

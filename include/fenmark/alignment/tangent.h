@@ -6,7 +6,7 @@
  * azimuths in radians; dir +1 turns left of travel, -1 right). Given records are complete, as the construction
  * functions leave them: type, ends, tangents, and for an arc par, dir and the centre. Of a record to be made only the
  * size is read: `par` in metres, the radius of an arc or the parameter A of a clothoid, above 0, and R/A above 0.56 at
- * every end of finite radius; `dir` of an arc only where told. Everything else of it is written, type included.
+ * every end of finite radius; `dir` of an arc only where stated. Everything else of it is written, type included.
  *
  * On success (0) the end of the first and the start of the second given element have moved to the tangent points, the
  * other two ends and their tangents are as they were, and the whole chain has been checked in place: joints within
@@ -149,18 +149,18 @@ FENMARK_ALIGNMENT_API int ali_ASAmakRR(Calelm* r1, Calelm* r2, Calelm* a1, Calel
 
 /**
  * Straight across an element: with P and t the point and the azimuth at `station` metres from the element's start, it
- * runs from P - h (cos(t - angle), sin(t - angle)) to P + h (cos(t - angle), sin(t - angle)), h = half_length in
+ * runs from P - h (cos(t - angle), sin(t - angle)) to P + h (cos(t - angle), sin(t - angle)), h = halfLength in
  * metres, angle in radians. An angle of pi/2 gives a line square to the element, from its right to its left side.
  * Dispatches on the element's type. Returns 0; -1 for any other type; the status of ali_onl for a station off the
  * element; -1 for a line without length. s is written on success only.
  */
-FENMARK_ALIGNMENT_API int ali_Smak(const Calelm* element, double station, double angle, double half_length, Calelm* s);
+FENMARK_ALIGNMENT_API int ali_Smak(const Calelm* element, double station, double angle, double halfLength, Calelm* s);
 /** As ali_Smak, across a straight. */
-FENMARK_ALIGNMENT_API int ali_SmakS(const Calelm* element, double station, double angle, double half_length, Calelm* s);
+FENMARK_ALIGNMENT_API int ali_SmakS(const Calelm* element, double station, double angle, double halfLength, Calelm* s);
 /** As ali_Smak, across an arc. A negative station lies before the arc's start and is not refused. */
-FENMARK_ALIGNMENT_API int ali_SmakR(const Calelm* element, double station, double angle, double half_length, Calelm* s);
+FENMARK_ALIGNMENT_API int ali_SmakR(const Calelm* element, double station, double angle, double halfLength, Calelm* s);
 /** As ali_Smak, across a clothoid. */
-FENMARK_ALIGNMENT_API int ali_SmakA(const Calelm* element, double station, double angle, double half_length, Calelm* s);
+FENMARK_ALIGNMENT_API int ali_SmakA(const Calelm* element, double station, double angle, double halfLength, Calelm* s);
 
 #ifdef __cplusplus
 }

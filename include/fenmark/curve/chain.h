@@ -186,7 +186,7 @@ FENMARK_ALIGNMENT_API int fmk_chainBox(const FmkChain* chain, FmkBox* box);
 
 /**
  * The chain as a line: points on it whose chords lie within `tolerance` metres of it. Where `room` is too small for that
- * the points are spread evenly, FMK_COARSER is returned, and `error` tells how far the line may lie from the chain.
+ * the points are spread evenly, FMK_COARSER is returned, and `error` says how far the line may lie from the chain.
  * `room` has to be at least two points for each curve: FMK_INCOMPLETE otherwise, with what is needed in `count`.
  */
 FENMARK_ALIGNMENT_API int fmk_chainLine(const FmkChain* chain, double tolerance, FmkPoint* points, size_t room,

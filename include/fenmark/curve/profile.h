@@ -23,7 +23,7 @@ enum { FMK_VERTICAL_NONE = 0, FMK_VERTICAL_PARABOLA = 1, FMK_VERTICAL_CIRCLE = 2
 typedef struct FmkVerticalPoint {
     double station;
     double height;
-    double length; /**< of the curve along the station axis, metres; 0: the radius tells it */
+    double length; /**< of the curve along the station axis, metres; 0: the radius gives it */
     double radius; /**< metres, positive for crests and sags alike */
     int form;
 } FmkVerticalPoint;
@@ -61,7 +61,7 @@ FENMARK_ALIGNMENT_API void fmk_profileFree(FmkProfile* profile);
 FENMARK_ALIGNMENT_API int fmk_profileAt(const FmkProfile* profile, double station, double* height, double* grade,
                                         double* curvature);
 
-/** The heights of many stations, fastest where they rise. NaN where there is none, which FMK_OUTSIDE tells. */
+/** The heights of many stations, fastest where they rise. NaN where there is none, which FMK_OUTSIDE reports. */
 FENMARK_ALIGNMENT_API int fmk_profileHeights(const FmkProfile* profile, const double* stations, size_t count,
                                              double* heights);
 
@@ -80,7 +80,7 @@ FENMARK_ALIGNMENT_API int fmk_crossfallAt(const FmkCrossfall* crossfall, double 
 
 /**
  * Points in space at distances and offsets, as fmk_chainPoints takes them, with the profile's height and the crossfall's
- * rise (null for none). What has no point or height is NaN, which FMK_OUTSIDE tells.
+ * rise (null for none). What has no point or height is NaN, which FMK_OUTSIDE reports.
  */
 FENMARK_ALIGNMENT_API int fmk_chainSpacePoints(const FmkChain* chain, const FmkProfile* profile,
                                                const FmkCrossfall* crossfall, const double* distances, size_t count,

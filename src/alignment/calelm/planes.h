@@ -1,5 +1,5 @@
 // Angles and points between the survey plane (x north, y east, angles clockwise on the map) and the calculation plane
-// (y negated, angles from +x towards +y). In names, _survey and _calc say which plane a value is in.
+// (y negated, angles from +x towards +y). In names, the endings Survey and Calc say which plane a value is in.
 #pragma once
 
 #include "alignment/calelm/tolerances.h"
@@ -19,7 +19,7 @@ inline double otherPlaneAngle(double a) {
     return a > 0.0 ? kTwoPi - a : -a;
 }
 
-// Direction of the vector (dx, dy), [0, 2 pi); 0 for the zero vector.
+// Direction of the vector (dx, dy), [0, 2 pi); 0 for the zero vector. plane::direction differs from it in the last bit.
 inline double directionOf(double dx, double dy) {
     if (dx == 0.0 && dy == 0.0) {
         return 0.0;

@@ -14,8 +14,8 @@ inline double roundAngle(double v) {
 }
 
 // A survey-plane y from a calculation-plane y': the rounding runs on y', so ties of y go downwards.
-inline double roundedSurveyY(double y_calc) {
-    return std::floor(y_calc / kLengthStep + 0.5) * -kLengthStep;
+inline double roundedSurveyY(double yCalc) {
+    return std::floor(yCalc / kLengthStep + 0.5) * -kLengthStep;
 }
 
 } // namespace fenmark::alignment

@@ -203,8 +203,8 @@ constexpr Text kIntersectionTexts[] = {
 
 } // namespace
 
-extern "C" const char* ali_statusText(const char* function, int status_given) {
-    const int status = static_cast<int16_t>(static_cast<uint16_t>(status_given));
+extern "C" const char* ali_statusText(const char* function, int statusGiven) {
+    const int status = static_cast<int16_t>(static_cast<uint16_t>(statusGiven));
     if (function != nullptr) {
         for (const Text& entry : kTexts) {
             if (entry.function != nullptr && entry.status == status && std::strcmp(entry.function, function) == 0) {

@@ -43,7 +43,7 @@ int layAt(const Chain& given, int mode, Vec centre, Chain& laid) {
     }
     const Vec between = centre - centre3;
     const Vec contact = centre3 + (laid.arc3.par / plane::norm(between)) * between;
-    if (!(std::fabs(plane::distance(contact, centre) - laid.arc2.par) <= joint_tolerance)) {
+    if (!(std::fabs(plane::distance(contact, centre) - laid.arc2.par) <= kJointTolerance)) {
         return -1;
     }
     laid.arc2.ex = laid.arc3.sx = contact.x;
@@ -65,7 +65,7 @@ extern "C" int ARmakRR(int mode, Calelm* arc1, Calelm* arc3, Calelm* arc2, Calel
             !(arc2->par > 0.0)) {
             return -1;
         }
-        given.clothoid.type = element::clothoid;
+        given.clothoid.type = element::kClothoid;
         given.clothoid.dir = arc1->par < arc2->par ? arc1->dir : given.arc2.dir;
         double d = -1.0;
         const int status = signed16(CDOODistForRAR(arc1, &given.clothoid, mode, &given.arc2, &d));
@@ -74,7 +74,8 @@ extern "C" int ARmakRR(int mode, Calelm* arc1, Calelm* arc3, Calelm* arc2, Calel
         }
         Vec left;
         Vec right;
-        if (!circleCuts({arc3->k1, arc3->k2}, std::fabs(arc3->par - arc2->par), {arc1->k1, arc1->k2}, d, left, right)) {
+        if (!circleCrossLeftRight({arc3->k1, arc3->k2}, std::fabs(arc3->par - arc2->par), {arc1->k1, arc1->k2}, d, left,
+                                  right)) {
             return -1;
         }
         // Left of the direction from arc 3's centre to arc 1's is the first of the two cuts.

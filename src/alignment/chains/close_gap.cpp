@@ -38,7 +38,7 @@ int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4]) {
     return fenmark::alignment::answerInPlace({&chain[0], &chain[1], &chain[2], &chain[3]}, [&]() -> int {
         const bool moveLast = signed16(side) == 1;
         Calelm& arc = chain[moveLast ? 3 : 0];
-        if (arc.type != element::arc || !std::isfinite(*dl) || !std::isfinite(chain[1].eang)) {
+        if (arc.type != element::kArc || !std::isfinite(*dl) || !std::isfinite(chain[1].eang)) {
             return -1;
         }
         Calelm moved = arc;
@@ -54,7 +54,7 @@ int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4]) {
 int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3]) {
     return fenmark::alignment::answerInPlace(
         {&chain[0], &chain[1], &chain[2]},
-        [&]() -> int { // The arc laid anew takes the length of the clothoid, not its own: that is meant.
+        [&]() -> int { // The arc laid anew takes the length of the clothoid, not its own: existing results have it so.
             if (signed16(side) == 1) {
                 Calelm arc = chain[2];
                 arc.sx = chain[1].ex;
@@ -90,9 +90,9 @@ int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3]) {
         });
 }
 
-int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3]) {
+int moveR_dl0_rfAsf(int moverSide, int elementSide, double* dl, Calelm chain[3]) {
     return fenmark::alignment::answerInPlace({&chain[0], &chain[1], &chain[2]}, [&]() -> int {
-        const bool straightFirst = signed16(element_side) == 1;
+        const bool straightFirst = signed16(elementSide) == 1;
         std::array<Calelm, 3> made{chain[0], chain[1], chain[2]};
         Calelm& straight = made[straightFirst ? 0 : 2];
         Calelm& arc = made[straightFirst ? 2 : 0];
@@ -116,7 +116,7 @@ int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3
         if (signed16(ali_makS(&line)) != 0) {
             return -1;
         }
-        const bool moveLast = signed16(mover_side) == 1;
+        const bool moveLast = signed16(moverSide) == 1;
         Calelm& mover = made[moveLast ? 2 : 0];
         Calelm moved = mover;
         if (signed16(ali_pmov(&mover, moveLast ? -*dl : *dl, line.sang, &moved)) != 0) {
@@ -124,7 +124,7 @@ int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3
         }
         mover = moved;
         double gap = 0.0;
-        if (signed16(ali_makSAR(element_side, &straight, &clothoid, &arc, &gap)) != 0) {
+        if (signed16(ali_makSAR(elementSide, &straight, &clothoid, &arc, &gap)) != 0) {
             return -1;
         }
         // What is left is the rounding of the moved element, which turns a short straight; more means that dl was not
@@ -132,10 +132,10 @@ int moveR_dl0_rfAsf(int mover_side, int element_side, double* dl, Calelm chain[3
         // hundreds of metres beyond the straight.
         const Vec inner = straightFirst ? endOf(straight) : startOf(straight);
         const double reach = std::fabs(plane::dot(centreOf(arc) - inner, plane::unit(-straight.sang)));
-        if (!(gap <= rounded_joint_tolerance * (1.0 + reach / straight.len))) {
+        if (!(gap <= kRoundedJointTolerance * (1.0 + reach / straight.len))) {
             return -1;
         }
-        const int status = alimake_rfAsf(made.data(), 0.0, element_side);
+        const int status = alimake_rfAsf(made.data(), 0.0, elementSide);
         if (status == -1) {
             return -1;
         }

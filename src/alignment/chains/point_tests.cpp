@@ -15,7 +15,7 @@ using plane::Vec;
 namespace {
 
 // Entries of a list count as reached within so many tolerances.
-constexpr double end_reach = 6.0;
+constexpr double kEndReach = 6.0;
 
 // Height of the triangle a, b, p over the base a b. Heron's formula gives the same value, but takes nearly equal
 // lengths from one another when p is near the line (1e-5 m at a base of 1 km); the cross product does not. Not a number
@@ -50,7 +50,7 @@ int chk_tangent(int n, const AliIpEntry* list, const double p[2], int* index, do
     if (n < 1) {
         return 0;
     }
-    const double reach = end_reach * tol;
+    const double reach = kEndReach * tol;
     if (within(list[n - 1], p, reach)) {
         *index = n - 1;
         return 2;

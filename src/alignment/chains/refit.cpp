@@ -39,13 +39,13 @@ bool layFromClothoid(Calelm& part, const Calelm& clothoid, bool partFirst) {
 Refit rebuildStraight(Calelm& straight, const Calelm& clothoid, bool straightFirst) {
     Calelm copy = straight;
     if (signed16(ali_makS(&copy)) != 0) {
-        return Refit::impossible;
+        return Refit::Impossible;
     }
     if (sameDirection(copy.sang, straight.sang)) {
         straight = copy;
-        return Refit::cut;
+        return Refit::Cut;
     }
-    return layFromClothoid(straight, clothoid, straightFirst) ? Refit::laid : Refit::refused;
+    return layFromClothoid(straight, clothoid, straightFirst) ? Refit::Laid : Refit::Refused;
 }
 
 Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
@@ -63,22 +63,22 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
         const bool keepsOuter = partFirst ? sameDirection(copy.sang, part.sang) : sameDirection(copy.eang, part.eang);
         if (keepsOuter && sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
             part = copy;
-            return Refit::cut;
+            return Refit::Cut;
         }
     }
     // Two ends do not tell a half circle's side, nor a longer arc from its complement: about the centre they do.
     copy = part;
-    if (part.type == element::arc && cutArc(copy, !partFirst, joint) == 0) {
+    if (part.type == element::kArc && cutArc(copy, !partFirst, joint) == 0) {
         levelled(copy);
         if (sameDirection(partFirst ? copy.eang : copy.sang, tangent)) {
             part = copy;
-            return Refit::cut;
+            return Refit::Cut;
         }
     }
     if (!built) {
-        return Refit::impossible;
+        return Refit::Impossible;
     }
-    return layFromClothoid(part, clothoid, partFirst) ? Refit::laid : Refit::refused;
+    return layFromClothoid(part, clothoid, partFirst) ? Refit::Laid : Refit::Refused;
 }
 
 } // namespace fenmark::alignment::laying
@@ -90,10 +90,10 @@ namespace {
 
 // Takes the status of an element that had to turn. False where no element runs from its outer end to the clothoid.
 bool takeStatus(Refit refit, int turned, int& result) {
-    if (refit == Refit::laid || refit == Refit::refused) {
+    if (refit == Refit::Laid || refit == Refit::Refused) {
         result = turned;
     }
-    return refit != Refit::impossible;
+    return refit != Refit::Impossible;
 }
 
 } // namespace

@@ -1,21 +1,20 @@
 /** The fit of an end element of a chain to its clothoid. Records are in the survey plane. */
-#ifndef FENMARK_ALIGNMENT_CHAINS_REFIT_H
-#define FENMARK_ALIGNMENT_CHAINS_REFIT_H
+#pragma once
 
 #include "alignment/compound/laying.h"
 
 namespace fenmark::alignment::laying {
 
 enum class Refit {
-    cut,        ///< the outer end and its tangent stay, the joint is the clothoid's end
-    laid,       ///< laid from the clothoid on with its own length
-    refused,    ///< the cut element would change its tangents, and it cannot be laid: unchanged
-    impossible, ///< no such element runs between the outer end and the clothoid: unchanged
+    Cut,        ///< the outer end and its tangent stay, the joint is the clothoid's end
+    Laid,       ///< laid from the clothoid on with its own length
+    Refused,    ///< the cut element would change its tangents, and it cannot be laid: unchanged
+    Impossible, ///< no such element runs between the outer end and the clothoid: unchanged
 };
 
 /** Whether the element joins the clothoid now. */
 inline bool isFitted(Refit refit) {
-    return refit == Refit::cut || refit == Refit::laid;
+    return refit == Refit::Cut || refit == Refit::Laid;
 }
 
 /** Fits a straight or an arc that comes before the clothoid (partFirst) or after it. */
@@ -28,5 +27,3 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst);
 Refit rebuildStraight(Calelm& straight, const Calelm& clothoid, bool straightFirst);
 
 } // namespace fenmark::alignment::laying
-
-#endif

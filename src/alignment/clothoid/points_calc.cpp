@@ -54,16 +54,16 @@ double ali_KGetAng(const double p[2], const double q[2]) {
 int ali_KCalCst(const double p[2], const double q[2], double* a, double* b, double* c) {
     const double dx = q[0] - p[0];
     const double dy = q[1] - p[1];
-    const double a_m = roundLength(dy);
-    const double b_m = roundLength(dx);
-    const double c_m = roundLength(dy * p[0] - dx * p[1]);
-    const double norm = std::sqrt(a_m * a_m + b_m * b_m);
-    if (!(norm > 0.0) || !std::isfinite(norm) || !std::isfinite(c_m)) {
+    const double aM = roundLength(dy);
+    const double bM = roundLength(dx);
+    const double cM = roundLength(dy * p[0] - dx * p[1]);
+    const double norm = std::sqrt(aM * aM + bM * bM);
+    if (!(norm > 0.0) || !std::isfinite(norm) || !std::isfinite(cM)) {
         return -1;
     }
-    *a = a_m / norm;
-    *b = b_m / norm;
-    *c = c_m / norm;
+    *a = aM / norm;
+    *b = bM / norm;
+    *c = cM / norm;
     return 0;
 }
 
@@ -120,11 +120,11 @@ int ali_KEnCen(const double p[2], const double q[2], double dir, double R, doubl
         return -1;
     }
     // Left of p -> q; equal points count as a chord along +y.
-    const double left_x = chord > 0.0 ? -dy / chord : -1.0;
-    const double left_y = chord > 0.0 ? dx / chord : 0.0;
+    const double leftX = chord > 0.0 ? -dy / chord : -1.0;
+    const double leftY = chord > 0.0 ? dx / chord : 0.0;
     const double side = dir == 1.0 ? height : -height;
-    *cx = p[0] + 0.5 * dx + side * left_x;
-    *cy = p[1] + 0.5 * dy + side * left_y;
+    *cx = p[0] + 0.5 * dx + side * leftX;
+    *cy = p[1] + 0.5 * dy + side * leftY;
     return 0;
 }
 

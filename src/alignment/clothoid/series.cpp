@@ -15,10 +15,10 @@ int clothoidPointFar(double A, double tau, Point& point) {
         return 0;
     }
     const double s = A / std::numbers::sqrt2;
-    const double scale_x = s * 2.0 * std::sqrt(tau);
-    const double scale_y = s * 2.0 * std::pow(tau, 1.5);
-    double sum_x = 0.0;
-    double sum_y = 0.0;
+    const double scaleX = s * 2.0 * std::sqrt(tau);
+    const double scaleY = s * 2.0 * std::pow(tau, 1.5);
+    double sumX = 0.0;
+    double sumY = 0.0;
     Point before{0.0, 0.0};
     for (int n = 1; n <= kSeriesPasses; ++n) {
         // A compiler that sees the exponent 2 multiplies instead, which gives other last digits than the power function.
@@ -29,9 +29,9 @@ int clothoidPointFar(double A, double tau, Point& point) {
             factorial *= i;
         }
         const double sign = n % 2 == 1 ? -1.0 : 1.0;
-        sum_x += sign * (power / ((4.0 * n + 1.0) * factorial));
-        sum_y += sign * (power / ((4.0 * n + 3.0) * (factorial * (2.0 * n + 1.0))));
-        point = {(sum_x + 1.0) * scale_x, (sum_y + 1.0 / 3.0) * scale_y};
+        sumX += sign * (power / ((4.0 * n + 1.0) * factorial));
+        sumY += sign * (power / ((4.0 * n + 3.0) * (factorial * (2.0 * n + 1.0))));
+        point = {(sumX + 1.0) * scaleX, (sumY + 1.0 / 3.0) * scaleY};
         if (!std::isfinite(point.x) || !std::isfinite(point.y)) {
             point = {nan, nan};
             return n;
@@ -53,16 +53,16 @@ extern "C" int clothoidElements(double A, double tau, double values[13]) {
         return -1;
     }
     // Terms +- tau^i / (i! (2i + 1)) of X and +- tau^(i+1) / ((i + 1)! (2i + 3)) of Y, i = 0, 2, 4, ...
-    double sum_x = 0.0;
-    double sum_y = 0.0;
+    double sumX = 0.0;
+    double sumY = 0.0;
     double ratio = 1.0; // tau^i / i!, with the sign of the pair
     for (int i = 0; i < 65535; i += 2) {
-        const double term_x = ratio / (2.0 * i + 1.0);
+        const double termX = ratio / (2.0 * i + 1.0);
         ratio *= tau / (i + 1.0);
-        sum_x += term_x;
-        sum_y += ratio / (2.0 * i + 3.0);
+        sumX += termX;
+        sumY += ratio / (2.0 * i + 3.0);
         ratio *= -tau / (i + 2.0);
-        if (std::fabs(term_x) <= kPreciseSeriesStop) {
+        if (std::fabs(termX) <= kPreciseSeriesStop) {
             break;
         }
     }
@@ -70,12 +70,12 @@ extern "C" int clothoidElements(double A, double tau, double values[13]) {
     const double root = std::sqrt(2.0 * tau);
     const double L = A * root;
     const double R = flat ? 0.0 : A / root;
-    const double X = L * sum_x;
-    const double Y = L * sum_y;
+    const double X = L * sumX;
+    const double Y = L * sumY;
     const double sine = std::sin(tau);
     const double cosine = std::cos(tau);
-    const double short_tangent = flat ? 0.0 : Y / sine;
-    return giveOutReals<13>({A, L, R, root / A, X, Y, tau, X + Y * std::tan(tau), X - short_tangent * cosine,
-                             short_tangent, Y / cosine, R * cosine + Y - R, X - R * sine},
+    const double shortTangent = flat ? 0.0 : Y / sine;
+    return giveOutReals<13>({A, L, R, root / A, X, Y, tau, X + Y * std::tan(tau), X - shortTangent * cosine,
+                             shortTangent, Y / cosine, R * cosine + Y - R, X - R * sine},
                             values);
 }

@@ -50,20 +50,20 @@ inline int clothoidPointPasses(double A, double tau, Point& point) {
         return clothoidPointFar(A, tau, point);
     }
     const double root = std::sqrt(tau);
-    const double scale_x = A / std::numbers::sqrt2 * 2.0 * root;
-    const double scale_y = scale_x * tau;
+    const double scaleX = A / std::numbers::sqrt2 * 2.0 * root;
+    const double scaleY = scaleX * tau;
     const double tau2 = tau * tau;
     double power = 1.0;
-    double sum_x = 0.0;
-    double sum_y = 0.0;
+    double sumX = 0.0;
+    double sumY = 0.0;
     Point before{0.0, 0.0};
     // The test compares results in metres, so the number of passes grows with A; the powers vanish long before the
     // table ends, whatever A is, and a further pass then changes nothing.
     for (int n = 0; n < kSeriesTableSize; ++n) {
         power *= tau2;
-        sum_x += power * kSeriesTable[static_cast<std::size_t>(n)].x;
-        sum_y += power * kSeriesTable[static_cast<std::size_t>(n)].y;
-        point = {(sum_x + 1.0) * scale_x, (sum_y + 1.0 / 3.0) * scale_y};
+        sumX += power * kSeriesTable[static_cast<std::size_t>(n)].x;
+        sumY += power * kSeriesTable[static_cast<std::size_t>(n)].y;
+        point = {(sumX + 1.0) * scaleX, (sumY + 1.0 / 3.0) * scaleY};
         if (std::fabs(point.x - before.x) < kSeriesStop && std::fabs(point.y - before.y) < kSeriesStop) {
             return n + 1;
         }

@@ -25,17 +25,17 @@ namespace fenmark::alignment::laying {
 namespace {
 
 // A point this near to where an arc begins leaves nothing of the arc, metres.
-constexpr double no_arc = kSameLength;
+constexpr double kNoArc = kSameLength;
 // So near to a half circle, and beyond it, an arc is laid from one end, radians.
-constexpr double half_circle_margin = 1e-6;
+constexpr double kHalfCircleMargin = 1e-6;
 // A kept tangent that moved by more than this, beyond what rounded ends explain, belongs to an arc that flipped.
-constexpr double kept_tangent_tolerance = tangent_tolerance;
+constexpr double kKeptTangentTolerance = kTangentTolerance;
 // How far an end laid from the kept tangent may lie from where it should, metres: the rounding of one point. And how far
 // its tangent may be off that of the circle there, radians: a kept tangent that fell to 0 is up to 1e-5 off.
-constexpr double laid_end_tolerance = joint_tolerance;
-constexpr double laid_tangent_tolerance = tangent_tolerance / 2.0;
+constexpr double kLaidEndTolerance = kJointTolerance;
+constexpr double kLaidTangentTolerance = kTangentTolerance / 2.0;
 // Two circles that miss one another by no more than this touch, metres.
-constexpr double touch_tolerance = 1e-6;
+constexpr double kTouchTolerance = 1e-6;
 
 } // namespace
 
@@ -63,7 +63,7 @@ int layClothoid(Vec origin, Vec axis, double turn, double parameter, double flat
         return -1;
     }
     Calelm made{};
-    made.type = element::clothoid;
+    made.type = element::kClothoid;
     made.par = parameter;
     made.dir = sharpFirst ? -turn : turn;
     made.r1 = sharpFirst ? sharp : flat;
@@ -106,7 +106,7 @@ int layEgg(const EggTangent& tangent, double radius1, double radius2, double dir
                        std::min(radius1, radius2), !sharpens, clothoid);
 }
 
-bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right) {
+bool circleCrossLeftRight(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right) {
     const Vec between = c2 - c1;
     const double D = plane::norm(between);
     if (!(D > 0.0)) {
@@ -114,7 +114,7 @@ bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right) {
     }
     const double along = ((d1 - d2) * (d1 + d2) + D * D) / (2.0 * D);
     const double across2 = (d1 - along) * (d1 + along);
-    if (!(across2 >= -2.0 * d1 * touch_tolerance)) {
+    if (!(across2 >= -2.0 * d1 * kTouchTolerance)) {
         return false;
     }
     const double across = std::sqrt(std::max(across2, 0.0));
@@ -125,7 +125,7 @@ bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right) {
 }
 
 bool onCircle(Vec centre, double radius, Vec p) {
-    return std::fabs(plane::distance(centre, p) - radius) <= rounded_joint_tolerance;
+    return std::fabs(plane::distance(centre, p) - radius) <= kRoundedJointTolerance;
 }
 
 bool sameDirection(double a, double b, double tolerance) {
@@ -140,7 +140,7 @@ double keptSweep(const Calelm& arc, bool keepEnd, Vec q) {
         return -1.0;
     }
     const Vec kept = keepEnd ? endOf(arc) : startOf(arc);
-    if (!(plane::distance(kept, q) >= no_arc) || !onCircle(centreOf(arc), arc.par, kept) ||
+    if (!(plane::distance(kept, q) >= kNoArc) || !onCircle(centreOf(arc), arc.par, kept) ||
         !onCircle(centreOf(arc), arc.par, q)) {
         return -1.0;
     }
@@ -153,14 +153,14 @@ double keptSweep(const Calelm& arc, bool keepEnd, Vec q) {
 int cutByEnds(Calelm& arc, bool keepEnd, Vec q) {
     Calelm cut = arc;
     (keepEnd ? setStart : setEnd)(cut, q);
-    cut.type = element::arc;
+    cut.type = element::kArc;
     const int status = signed16(ali_makR(&cut));
     if (status != 0) {
         return status;
     }
     levelFarEnd(cut, keepEnd, keepEnd ? arc.eang : arc.sang);
     // Ends that were rounded turn the tangents of a short arc by their share of its length.
-    const double tolerance = kept_tangent_tolerance + kLengthStep / plane::distance(startOf(cut), endOf(cut));
+    const double tolerance = kKeptTangentTolerance + kLengthStep / plane::distance(startOf(cut), endOf(cut));
     if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang, tolerance)) {
         return -1;
     }
@@ -171,15 +171,15 @@ int cutByEnds(Calelm& arc, bool keepEnd, Vec q) {
 // By the end that stays and its tangent.
 int cutByTangent(Calelm& arc, bool keepEnd, Vec q, double sweep) {
     Calelm cut = arc;
-    cut.type = element::arc;
+    cut.type = element::kArc;
     cut.len = sweep * arc.par;
     const int status = signed16(ali_makangR(&cut, keepEnd ? 2 : 1));
     if (status != 0) {
         return status;
     }
     const double atJoint = -plane::direction(arc.dir * leftOf(q - centreOf(arc)));
-    if (!(plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) <= laid_end_tolerance) ||
-        !sameDirection(keepEnd ? cut.sang : cut.eang, atJoint, laid_tangent_tolerance)) {
+    if (!(plane::distance(keepEnd ? startOf(cut) : endOf(cut), q) <= kLaidEndTolerance) ||
+        !sameDirection(keepEnd ? cut.sang : cut.eang, atJoint, kLaidTangentTolerance)) {
         return -1;
     }
     arc = cut;
@@ -189,7 +189,7 @@ int cutByTangent(Calelm& arc, bool keepEnd, Vec q, double sweep) {
 } // namespace
 
 double longestSweep(const Calelm& arc) {
-    return std::max(plane::pi, arc.len / arc.par) + kLengthStep / arc.par;
+    return std::max(kPi, arc.len / arc.par) + kLengthStep / arc.par;
 }
 
 int cutArc(Calelm& arc, bool keepEnd, Vec q) {
@@ -197,7 +197,7 @@ int cutArc(Calelm& arc, bool keepEnd, Vec q) {
     if (!(sweep > 0.0)) {
         return -1;
     }
-    if (sweep < plane::pi - half_circle_margin) {
+    if (sweep < kPi - kHalfCircleMargin) {
         return cutByEnds(arc, keepEnd, q);
     }
     Calelm cut = arc;
@@ -205,7 +205,7 @@ int cutArc(Calelm& arc, bool keepEnd, Vec q) {
     completeAboutCentre(cut);
     levelFarEnd(cut, keepEnd, keepEnd ? arc.eang : arc.sang);
     if (!sameDirection(keepEnd ? cut.eang : cut.sang, keepEnd ? arc.eang : arc.sang,
-                       kept_tangent_tolerance + kLengthStep / arc.par)) {
+                       kKeptTangentTolerance + kLengthStep / arc.par)) {
         return -1;
     }
     arc = cut;
@@ -247,11 +247,11 @@ bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const C
     }
     // Direction of travel of an arc at a point of its circle.
     const auto tangentAt = [](const Calelm& arc, Vec p) {
-        return plane::direction(p - Vec{arc.k1, arc.k2}) + arc.dir * plane::pi / 2.0;
+        return plane::direction(p - Vec{arc.k1, arc.k2}) + arc.dir * kPi / 2.0;
     };
     const Vec start{clothoid.sx, clothoid.sy};
     const Vec end{clothoid.ex, clothoid.ey};
-    const double tolerance = tangent_tolerance + lostByFalling(laid);
+    const double tolerance = kTangentTolerance + lostByFalling(laid);
     return onCircle({arc1.k1, arc1.k2}, arc1.par, {arc1.sx, arc1.sy}) &&
            onCircle({arc1.k1, arc1.k2}, arc1.par, start) && onCircle({arc2.k1, arc2.k2}, arc2.par, end) &&
            sameDirection(-laid.sang, tangentAt(arc1, start), tolerance) &&
@@ -261,7 +261,7 @@ bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const C
 Calelm reversed(const Calelm& e) {
     Calelm out = e;
     CDreverA(&out, 1);
-    if (e.type == element::straight) {
+    if (e.type == element::kStraight) {
         out.dir = e.dir;
         out.k1 = -e.k1;
         out.k2 = -e.k2;

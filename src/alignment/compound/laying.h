@@ -7,8 +7,7 @@
  * Vec values are in the calculation plane, (x, -y) of the survey plane, where angles run anticlockwise from +x; every
  * Calelm is in the survey plane.
  */
-#ifndef FENMARK_ALIGNMENT_COMPOUND_LAYING_H
-#define FENMARK_ALIGNMENT_COMPOUND_LAYING_H
+#pragma once
 
 #include "fenmark/alignment/record.h"
 
@@ -90,9 +89,10 @@ int layEgg(const EggTangent& tangent, double radius1, double radius2, double dir
 
 /**
  * The points at the distances d1 from c1 and d2 from c2, left and right of the direction from c1 to c2. Circles that
- * miss one another by no more than 1e-6 m touch: both points are then one. False when there are none.
+ * miss one another by no more than 1e-6 m touch: both points are then one. False when there are none. circleCross
+ * has other limits for a touch and another order of its points.
  */
-bool circleCuts(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right);
+bool circleCrossLeftRight(Vec c1, double d1, Vec c2, double d2, Vec& left, Vec& right);
 
 /** Whether p lies on a circle as well as rounded records do, within 1e-4 m. */
 bool onCircle(Vec centre, double radius, Vec p);
@@ -118,10 +118,10 @@ int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q);
  */
 bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2);
 
-/** Element run the other way, coefficients of a straight included. */
+/** Element run the other way, coefficients of a straight included. Survey plane; twice is the same element. */
 Calelm reversed(const Calelm& e);
 
-/** Levels the azimuths at the joints of finished records (see levelJoint) and tells whether they are a tangent chain.
+/** Levels the azimuths at the joints of finished records (see levelJoint) and returns whether they are a tangent chain.
  */
 bool finishTangentChain(std::span<Calelm> chain, double jointTolerance);
 
@@ -129,8 +129,6 @@ bool finishTangentChain(std::span<Calelm> chain, double jointTolerance);
 bool finishTangentChain(std::initializer_list<Calelm*> chain, double jointTolerance);
 
 /** Whether two azimuths agree within the tolerance, across the turn at 2 pi too. */
-bool sameDirection(double a, double b, double tolerance = tangent_tolerance);
+bool sameDirection(double a, double b, double tolerance = kTangentTolerance);
 
 } // namespace fenmark::alignment::laying
-
-#endif

@@ -19,7 +19,7 @@ using namespace fenmark::alignment::laying;
 
 extern "C" int ali_makSAR(int side, const Calelm* s, Calelm* a, const Calelm* r, double* D) {
     return fenmark::alignment::answerInPlace({a}, [&]() -> int {
-        if (s->type != element::straight || r->type != element::arc || !isTurn(r->dir)) {
+        if (s->type != element::kStraight || r->type != element::kArc || !isTurn(r->dir)) {
             return -1;
         }
         const Vec chord = endOf(*s) - startOf(*s);

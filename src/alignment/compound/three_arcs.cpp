@@ -39,7 +39,7 @@ struct Laid {
 int layAll(const Laid& given, Vec centre, Laid& laid) {
     laid = given;
     auto& [r1, a1, a2, r2, a3, a4, r3] = laid.chain;
-    r2.type = element::arc;
+    r2.type = element::kArc;
     r2.len = 0.0; // its own length is not known yet
     r2.k1 = centre.x;
     r2.k2 = -centre.y;
@@ -66,7 +66,7 @@ int layAll(const Laid& given, Vec centre, Laid& laid) {
         return status;
     }
     laid.gap = std::max(gap1, gap2);
-    return finishTangentChain(laid.chain, joint_tolerance) ? 0 : -1;
+    return finishTangentChain(laid.chain, kJointTolerance) ? 0 : -1;
 }
 
 } // namespace
@@ -83,7 +83,7 @@ extern "C" int ali_mak3R4A(double* D, Calelm* r1, Calelm* a1, Calelm* a2, Calelm
         const double d23 = centreDistance(a3->par, r2->par, a4->par, r3->par);
         Vec left;
         Vec right;
-        if (!circleCuts(c1, d12, c3, d23, left, right)) {
+        if (!circleCrossLeftRight(c1, d12, c3, d23, left, right)) {
             return -1;
         }
         Laid given{{*r1, *a1, *a2, *r2, *a3, *a4, *r3}, 0.0};

@@ -25,7 +25,7 @@ using namespace fenmark::alignment::laying;
 namespace {
 
 // The clothoid runs from infinite radius to the smaller of the two radii.
-constexpr int from_infinity = 0;
+constexpr int kFromInfinity = 0;
 
 struct Chain {
     Calelm r1;
@@ -45,7 +45,7 @@ int layAt(const Chain& given, Vec centre, Chain& laid) {
     laid = given;
     laid.r2.k1 = centre.x;
     laid.r2.k2 = centre.y;
-    const int status = CDsetAToRAR(from_infinity, &laid.r1, &laid.r2, &laid.a);
+    const int status = CDsetAToRAR(kFromInfinity, &laid.r1, &laid.r2, &laid.a);
     if (status != 0) {
         return status;
     }
@@ -74,18 +74,18 @@ int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2) {
             return -1;
         }
         double d = 0.0;
-        if (signed16(CDOODistForRAR(r1, a, from_infinity, r2, &d)) != 0) {
+        if (signed16(CDOODistForRAR(r1, a, kFromInfinity, r2, &d)) != 0) {
             return -1;
         }
         const Vec centre1{r1->k1, r1->k2};
         const Vec point{p[0], p[1]};
         Vec left;
         Vec right;
-        if (!circleCuts(centre1, d, point, r2->par, left, right)) {
+        if (!circleCrossLeftRight(centre1, d, point, r2->par, left, right)) {
             return -1;
         }
         const double startTurn = CDbtwang(r1->k1, r1->k2, point.x, point.y, r1->k1, r1->k2, r1->sx, r1->sy);
-        const bool startOnRight = startTurn > plane::pi;
+        const bool startOnRight = startTurn > kPi;
         const bool unlikeOrLarger = r1->dir != r2->dir || r1->par > r2->par;
         const Vec first = startOnRight == unlikeOrLarger ? right : left;
         const Vec second = startOnRight == unlikeOrLarger ? left : right;
@@ -119,11 +119,11 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
         Chain chain{*r1, *a, *r2};
         const bool toPoint = r2->len == 0.0;
         if (toPoint) {
-            chain.r2.len = plane::pi * r2->par; // a place from which the point is no more than a half circle away
+            chain.r2.len = kPi * r2->par; // a place from which the point is no more than a half circle away
         }
-        chain.r1.type = element::arc;
-        chain.r2.type = element::arc;
-        chain.a.type = element::clothoid;
+        chain.r1.type = element::kArc;
+        chain.r2.type = element::kArc;
+        chain.a.type = element::kClothoid;
         if (backwards) {
             chain.r1 = reversed(chain.r1);
             chain.r2.dir = -chain.r2.dir;
@@ -146,7 +146,11 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
         auto& placed = made[backwards ? 0 : 2];
         status = cutArc(given, backwards, backwards ? endOf(made[1]) : startOf(made[1]));
         if (status == 0 && toPoint) {
-            (backwards ? setStart : setEnd)(placed, fromSurvey(p));
+            if (backwards) {
+                setStart(placed, fromSurvey(p));
+            } else {
+                setEnd(placed, fromSurvey(p));
+            }
         }
         if (status == 0) {
             status = signed16(ali_makR(&placed));
@@ -157,7 +161,7 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
         if (status != 0) {
             return status;
         }
-        if (!finishTangentChain(made, joint_tolerance)) {
+        if (!finishTangentChain(made, kJointTolerance)) {
             return -1;
         }
         *r1 = given;

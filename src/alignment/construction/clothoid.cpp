@@ -3,7 +3,7 @@
 // Symbols: A parameter; Rs, Re radii at the flatter and the sharper end (0 infinite); tau tangent angle, (X, Y) point
 // of the standard clothoid; Z the template, the element on the standard clothoid (origin at infinite radius, tangent
 // along +x, curving towards +y), which runs from its flatter to its sharper end and turns left.
-// Records are in the survey plane; copies named _calc are in the calculation plane.
+// Records are in the survey plane; copies named ...Calc are in the calculation plane.
 // Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968, gives tau, the shift and Xm.
 #include "fenmark/alignment/clothoid.h"
 #include "alignment/calelm/answer.h"
@@ -68,90 +68,90 @@ int ali_makA(Calelm* rec) {
     if (!sizesAccepted(*rec) || !hasLength(*rec) || !endsFinite(*rec) || std::isnan(rec->dir)) {
         return -1;
     }
-    Calelm e_calc;
-    toOtherPlane(rec, &e_calc);
-    const bool reversed = CDreverA(&e_calc, 0) != 0;
-    const bool right = e_calc.dir == -1.0;
+    Calelm eCalc;
+    toOtherPlane(rec, &eCalc);
+    const bool reversed = CDreverA(&eCalc, 0) != 0;
+    const bool right = eCalc.dir == -1.0;
 
     // The template's start is laid on the flatter end, its chord along the chord of the two given points.
-    Calelm q = templateOf(e_calc.par, e_calc.r1, e_calc.r2);
+    Calelm q = templateOf(eCalc.par, eCalc.r1, eCalc.r2);
     if (!templateFinite(q)) {
         return -1;
     }
     const double side = right ? -1.0 : 1.0;
-    const double theta = CDbtwang(q.sx, q.sy, q.ex, q.ey, side * e_calc.sx, e_calc.sy, side * e_calc.ex, e_calc.ey);
+    const double theta = CDbtwang(q.sx, q.sy, q.ex, q.ey, side * eCalc.sx, eCalc.sy, side * eCalc.ex, eCalc.ey);
     turnRecordAboutStart(&q, &q, theta);
-    moveRecord(&q, &q, side * e_calc.sx - q.sx, e_calc.sy - q.sy);
+    moveRecord(&q, &q, side * eCalc.sx - q.sx, eCalc.sy - q.sy);
     if (right) {
         mirrorRecord(&q, &q);
     }
-    e_calc.len = q.len;
-    e_calc.sang = q.sang;
-    e_calc.eang = q.eang;
-    e_calc.k1 = q.k1;
-    e_calc.k2 = q.k2;
-    e_calc.k3 = q.k3;
+    eCalc.len = q.len;
+    eCalc.sang = q.sang;
+    eCalc.eang = q.eang;
+    eCalc.k1 = q.k1;
+    eCalc.k2 = q.k2;
+    eCalc.k3 = q.k3;
 
     // The sharper end is where A and the radii put it; the given point holds only where it agrees.
     int status = 0;
-    const double dx = q.ex - e_calc.ex;
-    const double dy = q.ey - e_calc.ey;
+    const double dx = q.ex - eCalc.ex;
+    const double dy = q.ey - eCalc.ey;
     if (std::sqrt(dx * dx + dy * dy) > kSameLength) {
-        e_calc.ex = q.ex;
-        e_calc.ey = q.ey;
+        eCalc.ex = q.ex;
+        eCalc.ey = q.ey;
         status = 2;
     }
     if (reversed) {
-        CDreverA(&e_calc, 1);
+        CDreverA(&eCalc, 1);
     }
-    toOtherPlane(&e_calc, &q);
+    toOtherPlane(&eCalc, &q);
     giveOut(q, *rec);
     return status;
 }
 
-int ali_makangA(Calelm* rec, int end_given) {
-    const auto end = static_cast<int16_t>(end_given);
+int ali_makangA(Calelm* rec, int endGiven) {
+    const auto end = static_cast<int16_t>(endGiven);
     if ((end != 1 && end != 2) || !sizesAccepted(*rec) || (rec->dir != 1.0 && rec->dir != -1.0)) {
         return -1;
     }
-    const bool from_start = end == 1;
-    if (!std::isfinite(from_start ? rec->sx + rec->sy + rec->sang : rec->ex + rec->ey + rec->eang)) {
+    const bool fromStart = end == 1;
+    if (!std::isfinite(fromStart ? rec->sx + rec->sy + rec->sang : rec->ex + rec->ey + rec->eang)) {
         return -1;
     }
     if (!hasLength(*rec)) {
         // Nothing lies between equal lengths: the element is a point with one tangent.
-        (from_start ? rec->ex : rec->sx) = from_start ? rec->sx : rec->ex;
-        (from_start ? rec->ey : rec->sy) = from_start ? rec->sy : rec->ey;
-        (from_start ? rec->eang : rec->sang) = from_start ? rec->sang : rec->eang;
+        (fromStart ? rec->ex : rec->sx) = fromStart ? rec->sx : rec->ex;
+        (fromStart ? rec->ey : rec->sy) = fromStart ? rec->sy : rec->ey;
+        (fromStart ? rec->eang : rec->sang) = fromStart ? rec->sang : rec->eang;
         rec->len = rec->k1 = rec->k2 = rec->k3 = 0.0;
         clearPadding(*rec);
         return 0;
     }
-    Calelm e_calc;
-    toOtherPlane(rec, &e_calc);
-    const bool reversed = CDreverA(&e_calc, 0) != 0;
-    const bool lay_on_start = from_start != reversed;
+    Calelm eCalc;
+    toOtherPlane(rec, &eCalc);
+    const bool reversed = CDreverA(&eCalc, 0) != 0;
+    const bool layOnStart = fromStart != reversed;
 
-    Calelm q = templateOf(e_calc.par, e_calc.r1, e_calc.r2);
+    Calelm q = templateOf(eCalc.par, eCalc.r1, eCalc.r2);
     if (!templateFinite(q)) {
         return -1;
     }
-    if (e_calc.dir == -1.0) {
+    if (eCalc.dir == -1.0) {
         mirrorRecord(&q, &q);
     }
-    if (lay_on_start) {
-        moveRecord(&q, &q, e_calc.sx - q.sx, e_calc.sy - q.sy);
-        turnRecordAboutStart(&q, &q, e_calc.sang - q.sang);
-        q.sx = e_calc.sx;
-        q.sy = e_calc.sy;
+    if (layOnStart) {
+        moveRecord(&q, &q, eCalc.sx - q.sx, eCalc.sy - q.sy);
+        turnRecordAboutStart(&q, &q, eCalc.sang - q.sang);
+        q.sx = eCalc.sx;
+        q.sy = eCalc.sy;
     } else {
-        moveRecord(&q, &q, e_calc.ex - q.ex, e_calc.ey - q.ey);
-        turnRecordAboutEnd(&q, &q, e_calc.eang - q.eang);
-        q.ex = e_calc.ex;
-        q.ey = e_calc.ey;
+        moveRecord(&q, &q, eCalc.ex - q.ex, eCalc.ey - q.ey);
+        turnRecordAboutEnd(&q, &q, eCalc.eang - q.eang);
+        q.ex = eCalc.ex;
+        q.ey = eCalc.ey;
     }
     q.type = rec->type;
-    q.dir = e_calc.dir;
+    q.dir = eCalc.dir;
     if (reversed) {
         CDreverA(&q, 1);
     }

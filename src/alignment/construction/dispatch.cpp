@@ -1,8 +1,8 @@
 // Chooses the builder of an element by its type.
 #include "fenmark/alignment/construction.h"
 
-extern "C" int ali_mak(Calelm* rec, int mode_given) {
-    const auto mode = static_cast<int16_t>(mode_given);
+extern "C" int ali_mak(Calelm* rec, int modeGiven) {
+    const auto mode = static_cast<int16_t>(modeGiven);
     if (mode < 0 || mode > 2) {
         return -1;
     }

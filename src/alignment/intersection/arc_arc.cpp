@@ -41,9 +41,9 @@ extern "C" int ali_intpRR(const Calelm* r1, const Calelm* r2, double p1[2], doub
     for (int i = 0; i < 2; ++i) {
         const double side = i == 0 ? -h : h;
         const Point p{f * u.x - side * u.y, f * u.y + side * u.x};
-        found[i].on_first = roundLength(arc1.lengthTo(p));
-        found[i].on_second = roundLength(arc2.lengthTo({p.x - between.x, p.y - between.y}));
-        found[i].accepted = liesOn(found[i].on_first, total1) && liesOn(found[i].on_second, total2);
+        found[i].onFirst = roundLength(arc1.lengthTo(p));
+        found[i].onSecond = roundLength(arc2.lengthTo({p.x - between.x, p.y - between.y}));
+        found[i].accepted = liesOn(found[i].onFirst, total1) && liesOn(found[i].onSecond, total2);
         found[i].point = {roundLength(p.x) + r1->k1, -(roundLength(p.y) - r1->k2)};
     }
     return giveOut(found, p1, a, b, p2, c, d);

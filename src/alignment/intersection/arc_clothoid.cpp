@@ -19,16 +19,15 @@ constexpr double kSideSlack = 1e-4;
 struct ArcInFrame {
     Point centre;
     double R;
-    Point middle;      // unit direction to the middle of the arc
-    double half_angle; // half the sweep, widened by the angle step
-    double cos_half;
+    Point middle;     // unit direction to the middle of the arc
+    double halfAngle; // half the sweep, widened by the angle step
+    double cosHalf;
     Point start; // relative to the centre
     Point finish;
     bool whole = false; // a full circle
 
     ArcInFrame(const Calelm& r, const LaidClothoid& laid)
-        : centre(laid.toStandard({r.k1, -r.k2})), R(r.par), middle{}, half_angle(0.0),
-          cos_half(0.0), start{}, finish{} {
+        : centre(laid.toStandard({r.k1, -r.k2})), R(r.par), middle{}, halfAngle(0.0), cosHalf(0.0), start{}, finish{} {
         const Point s = laid.toStandard({r.sx, -r.sy});
         const Point e = laid.toStandard({r.ex, -r.ey});
         start = {s.x - centre.x, s.y - centre.y};
@@ -37,14 +36,14 @@ struct ArcInFrame {
         CentredArc arc(R, dir, start, finish);
         // Ends that are one point: nothing, or the whole circle, as the record's own sweep says.
         whole = samePoint(s.x - e.x, s.y - e.y) && r.k3 > kPi;
-        half_angle = 0.5 * (whole ? kTwoPi : arc.sweep) + kAngleStep;
-        cos_half = half_angle >= kPi ? -2.0 : std::cos(half_angle);
-        const double at = arc.start_direction + (dir == -1.0 ? -0.5 : 0.5) * arc.sweep;
+        halfAngle = 0.5 * (whole ? kTwoPi : arc.sweep) + kAngleStep;
+        cosHalf = halfAngle >= kPi ? -2.0 : std::cos(halfAngle);
+        const double at = arc.startDirection + (dir == -1.0 ? -0.5 : 0.5) * arc.sweep;
         middle = {std::cos(at), std::sin(at)};
     }
 
     // Whether a point of the circle, relative to the centre, lies on the arc widened by the angle step.
-    bool covers(double x, double y) const { return x * middle.x + y * middle.y >= cos_half * R; }
+    bool covers(double x, double y) const { return x * middle.x + y * middle.y >= cosHalf * R; }
 
     // Whether the side from p to q meets the arc.
     bool meetsSide(Point p, Point q) const {
@@ -98,8 +97,8 @@ struct Piece {
 };
 
 bool pieceMeets(const ArcInFrame& arc, const CurvePoint& a, const CurvePoint& b) {
-    const Point chord_middle{(a.p.x + b.p.x) / 2.0, (a.p.y + b.p.y) / 2.0};
-    return arc.meets(a.p, apexOf(a, b, chord_middle), b.p);
+    const Point chordMiddle{(a.p.x + b.p.x) / 2.0, (a.p.y + b.p.y) / 2.0};
+    return arc.meets(a.p, apexOf(a, b, chordMiddle), b.p);
 }
 
 // Number of crossings found, at most two; -1 when the search has looked at more pieces than real elements have.
@@ -137,10 +136,10 @@ int search(const LaidClothoid& laid, const ArcInFrame& arc, CurvePoint (&found)[
 
 } // namespace
 
-extern "C" int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], double* a, double* b, double p2[2],
+extern "C" int ali_intpRA(const Calelm* r, const Calelm* aElm, double p1[2], double* a, double* b, double p2[2],
                           double* c, double* d) {
-    const LaidClothoid laid(*a_elm);
-    if (a_elm->r1 == a_elm->r2 || !(r->k3 > 0.0) || !laid.valid() || !(r->par > 0.0)) {
+    const LaidClothoid laid(*aElm);
+    if (aElm->r1 == aElm->r2 || !(r->k3 > 0.0) || !laid.valid() || !(r->par > 0.0)) {
         return -1;
     }
     const ArcInFrame arc(*r, laid);
@@ -160,11 +159,11 @@ extern "C" int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], do
         const double A = laid.parameter();
         const CurvePoint ends[2] = {standardCurvePoint(A, laid.flatStation()),
                                     standardCurvePoint(A, laid.flatStation() + laid.length())};
-        const Point arc_ends[2] = {arc.start, arc.finish};
+        const Point arcEnds[2] = {arc.start, arc.finish};
         for (int i = 0; i < 2; ++i) {
             for (int j = 0; j < 2; ++j) {
                 const double gap =
-                    std::hypot(ends[i].p.x - arc.centre.x - arc_ends[j].x, ends[i].p.y - arc.centre.y - arc_ends[j].y);
+                    std::hypot(ends[i].p.x - arc.centre.x - arcEnds[j].x, ends[i].p.y - arc.centre.y - arcEnds[j].y);
                 if (count < 2 && gap < (i == 0 && j == 0 ? kStartsMeet : kEndsMeet)) {
                     found[count++] = ends[i];
                 }
@@ -178,12 +177,12 @@ extern "C" int ali_intpRA(const Calelm* r, const Calelm* a_elm, double p1[2], do
     if (arc.whole) {
         run.sweep = kTwoPi;
     }
-    const auto give = [&](const CurvePoint& at, double p[2], double* on_arc, double* on_clothoid) {
-        const Point back_calc = laid.toCalc(at.p);
-        p[0] = back_calc.x;
-        p[1] = -back_calc.y;
-        *on_arc = run.lengthToNear({at.p.x - arc.centre.x, at.p.y - arc.centre.y});
-        *on_clothoid = laid.stationOf(at.L);
+    const auto give = [&](const CurvePoint& at, double p[2], double* onArc, double* onClothoid) {
+        const Point backCalc = laid.toCalc(at.p);
+        p[0] = backCalc.x;
+        p[1] = -backCalc.y;
+        *onArc = run.lengthToNear({at.p.x - arc.centre.x, at.p.y - arc.centre.y});
+        *onClothoid = laid.stationOf(at.L);
     };
     give(found[0], p1, a, b);
     if (count == 2) {

@@ -11,14 +11,14 @@ namespace fenmark::alignment {
 struct CentredArc {
     double R;
     double dir;
-    double start_direction;
+    double startDirection;
     double sweep; // from start to end in the sense of dir
 
-    CentredArc(double R_, double dir_, Point start, Point finish)
-        : R(R_), dir(dir_), start_direction(directionOf(start.x, start.y)), sweep(0.0) {
-        const double finish_direction = directionOf(finish.x, finish.y);
-        sweep = start_direction <= finish_direction ? finish_direction - start_direction
-                                                    : kTwoPi - (start_direction - finish_direction);
+    CentredArc(double radius, double sense, Point start, Point finish)
+        : R(radius), dir(sense), startDirection(directionOf(start.x, start.y)), sweep(0.0) {
+        const double finishDirection = directionOf(finish.x, finish.y);
+        sweep = startDirection <= finishDirection ? finishDirection - startDirection
+                                                  : kTwoPi - (startDirection - finishDirection);
         if (dir == -1.0) {
             sweep = kTwoPi - sweep;
         }
@@ -28,7 +28,7 @@ struct CentredArc {
     // whatever the last bit says.
     double lengthTo(Point p) const {
         const double direction = directionOf(p.x, p.y);
-        double w = dir == -1.0 ? start_direction - direction : direction - start_direction;
+        double w = dir == -1.0 ? startDirection - direction : direction - startDirection;
         if (w < 0.0) {
             w += kTwoPi;
         }
@@ -51,26 +51,26 @@ inline bool liesOn(double station, double total) {
 // One crossing: a point, and the stations on the first and the second element.
 struct Crossing {
     Point point;
-    double on_first = 0.0;
-    double on_second = 0.0;
+    double onFirst = 0.0;
+    double onSecond = 0.0;
     bool accepted = false;
 };
 
-inline void writeCrossing(const Crossing& crossing, double p[2], double* on_first, double* on_second) {
+inline void writeCrossing(const Crossing& crossing, double p[2], double* onFirst, double* onSecond) {
     p[0] = crossing.point.x;
     p[1] = crossing.point.y;
-    *on_first = crossing.on_first;
-    *on_second = crossing.on_second;
+    *onFirst = crossing.onFirst;
+    *onSecond = crossing.onSecond;
 }
 
 // Gives out the accepted ones of two crossings, the lower station on the first element first: 0 one, 1 two that
 // coincide, 2 two, -2 none.
 inline int giveOut(const Crossing (&found)[2], double p1[2], double* a, double* b, double p2[2], double* c, double* d) {
     if (found[0].accepted && found[1].accepted) {
-        const bool exchanged = found[0].on_first > found[1].on_first;
+        const bool exchanged = found[0].onFirst > found[1].onFirst;
         writeCrossing(found[exchanged ? 1 : 0], p1, a, b);
         writeCrossing(found[exchanged ? 0 : 1], p2, c, d);
-        return std::fabs(found[0].on_first - found[1].on_first) < kSameLength ? 1 : 2;
+        return std::fabs(found[0].onFirst - found[1].onFirst) < kSameLength ? 1 : 2;
     }
     if (!found[0].accepted && !found[1].accepted) {
         return -2;

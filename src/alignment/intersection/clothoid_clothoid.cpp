@@ -164,7 +164,7 @@ extern "C" int ali_intpAA(const Calelm* e1, const Calelm* e2, double p1[2], doub
         *d = second.stationOf(found[1].L2);
         return 2;
     }
-    // The sine of the angle between the tangents tells a touch, for tangents that point the same or opposite ways.
+    // The sine of the angle between the tangents shows a touch, for tangents that point the same or opposite ways.
     const double sine = found[0].u1.x * found[0].u2.y - found[0].u1.y * found[0].u2.x;
     return std::fabs(sine) < kSameAngle ? 1 : 0;
 }

@@ -39,18 +39,18 @@ bool cut(double a, double b, double c, double R, Point (&out)[2]) {
 
 } // namespace
 
-extern "C" int ali_intpSR(const Calelm* s, const Calelm* r, double p1[2], double* a_out, double* b_out, double p2[2],
-                          double* c_out, double* d_out) {
-    const double p_calc[2] = {s->sx - r->k1, -s->sy + r->k2};
-    const double q_calc[2] = {s->ex - r->k1, -s->ey + r->k2};
-    const double dx = q_calc[0] - p_calc[0];
-    const double dy = q_calc[1] - p_calc[1];
+extern "C" int ali_intpSR(const Calelm* s, const Calelm* r, double p1[2], double* aOut, double* bOut, double p2[2],
+                          double* cOut, double* dOut) {
+    const double pCalc[2] = {s->sx - r->k1, -s->sy + r->k2};
+    const double qCalc[2] = {s->ex - r->k1, -s->ey + r->k2};
+    const double dx = qCalc[0] - pCalc[0];
+    const double dy = qCalc[1] - pCalc[1];
     const double R = r->par;
     double a = 0.0;
     double b = 0.0;
     double c = 0.0;
     if (samePoint(dx, dy) || !std::isfinite(dx + dy) || !(R > 0.0) || !std::isfinite(R) ||
-        ali_KCalCst(p_calc, q_calc, &a, &b, &c) != 0) {
+        ali_KCalCst(pCalc, qCalc, &a, &b, &c) != 0) {
         return -1;
     }
     Point met[2];
@@ -58,21 +58,21 @@ extern "C" int ali_intpSR(const Calelm* s, const Calelm* r, double p1[2], double
         return -1;
     }
     const CentredArc arc(R, r->dir, {r->sx - r->k1, -r->sy + r->k2}, {r->ex - r->k1, -r->ey + r->k2});
-    const double line_total = roundLength(std::sqrt(dx * dx + dy * dy));
-    const double arc_total = roundLength(arc.sweep * R);
+    const double lineTotal = roundLength(std::sqrt(dx * dx + dy * dy));
+    const double arcTotal = roundLength(arc.sweep * R);
     Crossing found[2];
     for (int i = 0; i < 2; ++i) {
-        const double x = met[i].x - p_calc[0];
-        const double y = met[i].y - p_calc[1];
+        const double x = met[i].x - pCalc[0];
+        const double y = met[i].y - pCalc[1];
         double station = std::sqrt(x * x + y * y);
-        // Behind the start the station is negative, except on a line exactly along x, where it never is; that is meant.
+        // Behind the start the station is negative, except on a line exactly along x, where it never is. Callers know it so.
         if (dy != 0.0 && x * dx + y * dy < 0.0) {
             station = -station;
         }
-        found[i].on_first = roundLength(station);
-        found[i].on_second = roundLength(arc.lengthTo(met[i]));
-        found[i].accepted = liesOn(found[i].on_first, line_total) && liesOn(found[i].on_second, arc_total);
+        found[i].onFirst = roundLength(station);
+        found[i].onSecond = roundLength(arc.lengthTo(met[i]));
+        found[i].accepted = liesOn(found[i].onFirst, lineTotal) && liesOn(found[i].onSecond, arcTotal);
         found[i].point = {met[i].x + r->k1, -(met[i].y - r->k2)}; // survey plane, not rounded
     }
-    return giveOut(found, p1, a_out, b_out, p2, c_out, d_out);
+    return giveOut(found, p1, aOut, bOut, p2, cOut, dOut);
 }

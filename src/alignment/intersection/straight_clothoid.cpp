@@ -26,23 +26,23 @@ bool onSegment(const Calelm& line, const double p[2]) {
 
 } // namespace
 
-extern "C" int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], double* a, double* b, double p2[2],
+extern "C" int ali_intpSA(const Calelm* s, const Calelm* aElm, double p1[2], double* a, double* b, double p2[2],
                           double* c, double* d) {
-    const LaidClothoid laid(*a_elm);
-    if (a_elm->r1 == a_elm->r2 || !laid.valid() || !std::isfinite(a_elm->len)) {
+    const LaidClothoid laid(*aElm);
+    if (aElm->r1 == aElm->r2 || !laid.valid() || !std::isfinite(aElm->len)) {
         return -1;
     }
-    Calelm flat_to_sharp_calc;
-    Calelm line_calc;
-    toOtherPlane(a_elm, &flat_to_sharp_calc);
-    CDreverA(&flat_to_sharp_calc, 0);
-    toOtherPlane(s, &line_calc);
+    Calelm flatToSharpCalc;
+    Calelm lineCalc;
+    toOtherPlane(aElm, &flatToSharpCalc);
+    CDreverA(&flatToSharpCalc, 0);
+    toOtherPlane(s, &lineCalc);
     Calelm line; // in the clothoid's frame, with coefficients of form C
-    CDSinAbs(&flat_to_sharp_calc, &line_calc, &line);
+    CDSinAbs(&flatToSharpCalc, &lineCalc, &line);
     if (!std::isfinite(line.k1 + line.k2 + line.k3 + line.sang)) {
         return -1;
     }
-    Calelm curve = flat_to_sharp_calc;
+    Calelm curve = flatToSharpCalc;
     curve.sx = laid.standardStart().x;
     curve.sy = laid.standardStart().y;
     curve.ex = laid.standardEnd().x;
@@ -50,19 +50,19 @@ extern "C" int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], do
     curve.dir = 1.0;
     const double A = laid.parameter();
 
-    const auto give = [&](const double p[2], double L, double out[2], double* on_line, double* on_curve) {
-        const Point back_calc = laid.toCalc({p[0], p[1]});
-        out[0] = back_calc.x;
-        out[1] = -back_calc.y;
+    const auto give = [&](const double p[2], double L, double out[2], double* onLine, double* onCurve) {
+        const Point backCalc = laid.toCalc({p[0], p[1]});
+        out[0] = backCalc.x;
+        out[1] = -backCalc.y;
         const double x = p[0] - line.sx;
         const double y = p[1] - line.sy;
-        *on_line = std::sqrt(x * x + y * y);
-        const double from_flat = L - laid.flatStation();
-        *on_curve = laid.reversed() ? a_elm->len - from_flat : from_flat;
+        *onLine = std::sqrt(x * x + y * y);
+        const double fromFlat = L - laid.flatStation();
+        *onCurve = laid.reversed() ? aElm->len - fromFlat : fromFlat;
     };
 
     // The distance at the parallel tangent is cut off to a whole number, so a line that passes within 1 m of it counts
-    // as touching there, and one on the far side as missing. That is meant, with all that follows: it holds only for a
+    // as touching there, and one on the far side as missing. Kept, with all that follows, for equal results: it holds only for a
     // line that runs in the curve's own direction.
     const double theta = line.sang;
     if (theta >= tauAtRadius(A, curve.r1) && theta <= tauAtRadius(A, curve.r2)) {
@@ -87,29 +87,29 @@ extern "C" int ali_intpSA(const Calelm* s, const Calelm* a_elm, double p1[2], do
 
     const double start[2] = {line.sx, line.sy};
     const double finish[2] = {line.ex, line.ey};
-    double line_record[4];
-    if (CDlinstd(start[0], start[1], finish[0], finish[1], line_record) != 0) {
+    double lineRecord[4];
+    if (CDlinstd(start[0], start[1], finish[0], finish[1], lineRecord) != 0) {
         return -1;
     }
-    double from_flat[2];
-    double from_sharp[2];
-    double L_flat = 0.0;
-    double L_sharp = 0.0;
-    const bool first = CDAcrosS(&curve, 1, line_record, from_flat, &L_flat) == 0 && onSegment(line, from_flat);
-    const bool second = CDAcrosS(&curve, -1, line_record, from_sharp, &L_sharp) == 0 && onSegment(line, from_sharp);
+    double fromFlat[2];
+    double fromSharp[2];
+    double flatLength = 0.0;
+    double sharpLength = 0.0;
+    const bool first = CDAcrosS(&curve, 1, lineRecord, fromFlat, &flatLength) == 0 && onSegment(line, fromFlat);
+    const bool second = CDAcrosS(&curve, -1, lineRecord, fromSharp, &sharpLength) == 0 && onSegment(line, fromSharp);
     if (first && second) {
-        if (std::fabs(from_flat[0] - from_sharp[0]) < kSameLineCrossing &&
-            std::fabs(from_flat[1] - from_sharp[1]) < kSameLineCrossing) {
-            give(from_sharp, L_sharp, p1, a, b); // one crossing, found from both ends: the second's values hold
+        if (std::fabs(fromFlat[0] - fromSharp[0]) < kSameLineCrossing &&
+            std::fabs(fromFlat[1] - fromSharp[1]) < kSameLineCrossing) {
+            give(fromSharp, sharpLength, p1, a, b); // one crossing, found from both ends: the second's values hold
             return 0;
         }
-        give(from_flat, L_flat, p1, a, b);
-        give(from_sharp, L_sharp, p2, c, d);
+        give(fromFlat, flatLength, p1, a, b);
+        give(fromSharp, sharpLength, p2, c, d);
         return 2;
     }
     if (!first && !second) {
         return -1;
     }
-    give(first ? from_flat : from_sharp, first ? L_flat : L_sharp, p1, a, b);
+    give(first ? fromFlat : fromSharp, first ? flatLength : sharpLength, p1, a, b);
     return 0;
 }

@@ -17,12 +17,12 @@ struct Places {
     int start = 1;
     int crossing = 1;
 
-    Places(double at_start, double at_crossing, double at_end) {
-        (at_start > at_crossing ? start : crossing)++;
-        if (at_start > at_end) {
+    Places(double atStart, double atCrossing, double atEnd) {
+        (atStart > atCrossing ? start : crossing)++;
+        if (atStart > atEnd) {
             ++start;
         }
-        if (at_crossing > at_end) {
+        if (atCrossing > atEnd) {
             ++crossing;
         }
     }
@@ -61,24 +61,24 @@ extern "C" int ali_intpSS(const Calelm* e1, const Calelm* e2, double p1[2], doub
                                       : e1->k3 / e1->k1 - e2->k3 / e2->k1;
         return std::fabs(difference) < kSameLength ? -1 : -2;
     }
-    const Point start_a{0.0, 0.0};
-    const Point start_b{e2->sx - e1->sx, -e2->sy + e1->sy};
-    const Point crossing{(-start_b.x * dyb * dxa + start_b.y * dxa * dxb) / det,
-                         (-start_b.y * dya * dxb + start_b.x * dya * dyb) / -det};
+    const Point startA{0.0, 0.0};
+    const Point startB{e2->sx - e1->sx, -e2->sy + e1->sy};
+    const Point crossing{(-startB.x * dyb * dxa + startB.y * dxa * dxb) / det,
+                         (-startB.y * dya * dxb + startB.x * dya * dyb) / -det};
     if (!std::isfinite(crossing.x) || !std::isfinite(crossing.y)) {
         return -3;
     }
-    const Places on_a = placesOn(start_a, dxa, dya, crossing);
-    const Places on_b = placesOn(start_b, dxb, dyb, crossing);
-    const double station_a = stationOf(start_a, crossing, on_a);
-    const double station_b = stationOf(start_b, crossing, on_b);
+    const Places onA = placesOn(startA, dxa, dya, crossing);
+    const Places onB = placesOn(startB, dxb, dyb, crossing);
+    const double stationA = stationOf(startA, crossing, onA);
+    const double stationB = stationOf(startB, crossing, onB);
     const Point point{roundLength(crossing.x + e1->sx), roundedSurveyY(crossing.y - e1->sy)};
-    if (!allFinite(station_a, station_b, point.x, point.y)) {
+    if (!allFinite(stationA, stationB, point.x, point.y)) {
         return -3;
     }
-    *a = station_a;
-    *b = station_b;
+    *a = stationA;
+    *b = stationB;
     p1[0] = point.x;
     p1[1] = point.y;
-    return (on_b.between() ? 0 : 1) + (on_a.between() ? 0 : 2);
+    return (onB.between() ? 0 : 1) + (onA.between() ? 0 : 2);
 }

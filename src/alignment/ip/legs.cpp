@@ -35,8 +35,8 @@ bool makeLegs(const double previous[2], const AliIpCurve& ip, const double next[
     legs.a2 = plane::direction(legs.u2);
     legs.turn = CDbtwang(legs.previous.x, legs.previous.y, legs.ip.x, legs.ip.y, legs.ip.x, legs.ip.y, legs.next.x,
                          legs.next.y);
-    legs.dir = legs.turn > plane::pi ? -1.0 : 1.0;
-    legs.ia = legs.turn > plane::pi ? plane::two_pi - legs.turn : legs.turn;
+    legs.dir = legs.turn > kPi ? -1.0 : 1.0;
+    legs.ia = legs.turn > kPi ? kTwoPi - legs.turn : legs.turn;
     return true;
 }
 
@@ -71,7 +71,7 @@ Calelm clothoidRecord(Vec origin, Vec axis, double turn, double parameter, doubl
     Vec local;
     CDAcalxy(parameter, offset.tau, &local.x, &local.y);
     Calelm made{};
-    made.type = element::clothoid;
+    made.type = element::kClothoid;
     made.dir = turn;
     made.par = parameter;
     made.r2 = radius;

@@ -3,8 +3,7 @@
  *
  * Vec values and angles are in the calculation plane, (x, -y) of the survey plane.
  */
-#ifndef FENMARK_ALIGNMENT_IP_LEGS_H
-#define FENMARK_ALIGNMENT_IP_LEGS_H
+#pragma once
 
 #include "fenmark/alignment/ip.h"
 
@@ -48,5 +47,3 @@ void writeEntry(const Legs& legs, Vec begin, Vec end, AliIpCurve& ip);
 Calelm clothoidRecord(Vec origin, Vec axis, double turn, double parameter, double radius, bool reversedRun);
 
 } // namespace fenmark::alignment::laying
-
-#endif

@@ -23,7 +23,7 @@ using namespace fenmark::alignment::laying;
 namespace {
 
 // A sweep below this is no arc, radians.
-constexpr double empty_sweep = 1e-5;
+constexpr double kEmptySweep = 1e-5;
 
 // The two clothoids of a curve of radius R, and the centre.
 struct Eased {
@@ -69,14 +69,14 @@ int ali_IPsetR(const double previous[2], AliIpCurve* ip, const double next[2], C
         const Vec begin = footOnFirst(legs, centre);
         const Vec end = footOnSecond(legs, centre);
         Calelm made{};
-        made.type = element::arc;
+        made.type = element::kArc;
         made.dir = legs.dir;
         made.par = made.r1 = made.r2 = radius;
         setStart(made, begin);
         setEnd(made, end);
         if (signed16(ali_makR(&made)) != 0) {
             // Only legs in line leave no arc; legs that turn back meet at a point too, but not along one tangent.
-            if (!(legs.ia < empty_sweep) || !(plane::distance(begin, end) < kSameLength)) {
+            if (!(legs.ia < kEmptySweep) || !(plane::distance(begin, end) < kSameLength)) {
                 return -1;
             }
             made.k1 = centre.x;
@@ -111,7 +111,7 @@ int ali_IPsetAA(const double previous[2], AliIpCurve* ip, const double next[2], 
         *a1 = eased.a1;
         *a2 = eased.a2;
         const Vec apart = endOf(eased.a1) - startOf(eased.a2);
-        const bool joined = std::fabs(apart.x) <= joint_tolerance && std::fabs(apart.y) <= joint_tolerance;
+        const bool joined = std::fabs(apart.x) <= kJointTolerance && std::fabs(apart.y) <= kJointTolerance;
         return joined && sameDirection(eased.a1.eang, eased.a2.sang) ? 0 : -1;
     });
 }
@@ -133,7 +133,7 @@ int ali_IPsetARA(const double previous[2], AliIpCurve* ip, const double next[2],
         }
         const double sweep = legs.ia - eased.first.tau - eased.second.tau;
         Calelm arc{};
-        arc.type = element::arc;
+        arc.type = element::kArc;
         arc.dir = legs.dir;
         arc.par = radius;
         arc.r1 = arc.r2 = -1.0; // the mark of an arc between clothoids
@@ -141,7 +141,7 @@ int ali_IPsetARA(const double previous[2], AliIpCurve* ip, const double next[2],
         arc.k2 = -eased.centre.y;
         setStart(arc, endOf(eased.a1));
         arc.sang = eased.a1.eang;
-        if (sweep < empty_sweep) {
+        if (sweep < kEmptySweep) {
             setEnd(arc, startOf(arc));
             arc.eang = arc.sang;
         } else {
@@ -159,7 +159,7 @@ int ali_IPsetARA(const double previous[2], AliIpCurve* ip, const double next[2],
         }
         // Legs that turn back have no centre within reach of both.
         const auto atRadius = [&](Vec p) {
-            return std::fabs(plane::distance(eased.centre, p) - radius) <= joint_tolerance;
+            return std::fabs(plane::distance(eased.centre, p) - radius) <= kJointTolerance;
         };
         return atRadius(startOf(arc)) && atRadius(startOf(*a2)) ? 0 : -1;
     });

@@ -27,7 +27,7 @@ using namespace fenmark::alignment::laying;
 
 namespace {
 
-constexpr int reversed_form = 8;
+constexpr int kReversedForm = 8;
 
 // The chain in the order of travel.
 struct Curve {
@@ -80,7 +80,7 @@ int layCurve(const Legs& legs, const AliIpCurve& ip, Curve& curve, Vec& end) {
     }
     r1 = Calelm{};
     r2 = Calelm{};
-    r1.type = r2.type = element::arc;
+    r1.type = r2.type = element::kArc;
     r1.dir = r2.dir = dir;
     r1.par = R1;
     r2.par = R2;
@@ -96,7 +96,7 @@ int layCurve(const Legs& legs, const AliIpCurve& ip, Curve& curve, Vec& end) {
         return status;
     }
     // The curve that leaves the legs on their inner side and arrives on the second leg, with every joint tangent.
-    return finishTangentChain(curve.chain, joint_tolerance) ? 0 : -1;
+    return finishTangentChain(curve.chain, kJointTolerance) ? 0 : -1;
 }
 
 } // namespace
@@ -104,7 +104,7 @@ int layCurve(const Legs& legs, const AliIpCurve& ip, Curve& curve, Vec& end) {
 extern "C" int ali_IPsetARARA(const double previous[2], AliIpCurve* ip, const double next[2], Calelm* a1, Calelm* r1,
                               Calelm* a2, Calelm* r2, Calelm* a3) {
     return fenmark::alignment::answerInPlace({a1, r1, a2, r2, a3}, [&]() -> int {
-        const bool backwards = ip->kind == reversed_form;
+        const bool backwards = ip->kind == kReversedForm;
         AliIpCurve worked = *ip;
         if (backwards) {
             std::swap(worked.size1, worked.size5);
@@ -131,11 +131,11 @@ extern "C" int ali_IPsetARARA(const double previous[2], AliIpCurve* ip, const do
             ip->tangent1 = length;
             // The legs run the other way: each azimuth is that of the opposite leg of the worked curve plus a half turn,
             // and the turn clockwise its complement.
-            ip->azimuth_in = plane::wrapped(azimuth(point, previous) + plane::pi);
-            ip->azimuth_out = plane::wrapped(azimuth(next, point) + plane::pi);
+            ip->azimuth_in = plane::wrapped(azimuth(point, previous) + kPi);
+            ip->azimuth_out = plane::wrapped(azimuth(next, point) + kPi);
             const double turn =
                 CDbtwang(next[0], next[1], point[0], point[1], point[0], point[1], previous[0], previous[1]);
-            ip->angle = plane::two_pi - turn;
+            ip->angle = kTwoPi - turn;
             *a1 = reversed(curve.chain[4]);
             *r1 = reversed(curve.chain[3]);
             *a2 = reversed(curve.chain[2]);

@@ -1,9 +1,9 @@
 // Turning of built elements about a point.
 //
 // Symbols: c pivot, theta the turn in the calculation plane. Arguments and records are in the survey plane, values
-// named _calc in the calculation plane. Points are rounded to the length step, y on its calculation-plane value,
+// named ...Calc in the calculation plane. Points are rounded to the length step, y on its calculation-plane value,
 // tangents to the angle step. An angle that collapses to 0 between the planes (below 1e-5) turns the tangents and not
-// the points; that is meant.
+// the points: existing results have it so.
 #include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
@@ -15,29 +15,29 @@ using namespace fenmark::alignment;
 namespace {
 
 struct Turn {
-    double pivot_calc[2];
+    double pivotCalc[2];
     double theta;
 
-    Turn(const double c[2], double angle_survey) : pivot_calc{c[0], -c[1]}, theta(otherPlaneAngle(angle_survey)) {}
+    Turn(const double c[2], double angleSurvey) : pivotCalc{c[0], -c[1]}, theta(otherPlaneAngle(angleSurvey)) {}
 
-    Point turned(double x_survey, double y_survey) const {
-        const double p_calc[2] = {x_survey, -y_survey};
+    Point turned(double xSurvey, double ySurvey) const {
+        const double pCalc[2] = {xSurvey, -ySurvey};
         double out[2];
-        ali_KRotPnt(out, p_calc, pivot_calc, theta);
+        ali_KRotPnt(out, pCalc, pivotCalc, theta);
         return {out[0], out[1]};
     }
 };
 
 // Both ends, rounded, and both tangents. Gives back the unrounded ends.
-void turnEnds(const Calelm& rec, const Turn& turn, double angle_survey, Calelm& out, Point& p_calc, Point& q_calc) {
-    p_calc = turn.turned(rec.sx, rec.sy);
-    q_calc = turn.turned(rec.ex, rec.ey);
-    out.sx = roundLength(p_calc.x);
-    out.sy = roundedSurveyY(p_calc.y);
-    out.ex = roundLength(q_calc.x);
-    out.ey = roundedSurveyY(q_calc.y);
-    out.sang = roundAngle(ali_KAdjAng(rec.sang + angle_survey));
-    out.eang = roundAngle(ali_KAdjAng(rec.eang + angle_survey));
+void turnEnds(const Calelm& rec, const Turn& turn, double angleSurvey, Calelm& out, Point& pCalc, Point& qCalc) {
+    pCalc = turn.turned(rec.sx, rec.sy);
+    qCalc = turn.turned(rec.ex, rec.ey);
+    out.sx = roundLength(pCalc.x);
+    out.sy = roundedSurveyY(pCalc.y);
+    out.ex = roundLength(qCalc.x);
+    out.ey = roundedSurveyY(qCalc.y);
+    out.sang = roundAngle(ali_KAdjAng(rec.sang + angleSurvey));
+    out.eang = roundAngle(ali_KAdjAng(rec.eang + angleSurvey));
 }
 
 } // namespace
@@ -68,9 +68,9 @@ int ali_tmovS(const Calelm* rec, const double c[2], double angle, Calelm* out) {
     Point q;
     turnEnds(*rec, Turn(c, angle), angle, moved, p, q);
     // The coefficients come from the unrounded points. Ends that are one point have none, and the old ones stay.
-    const double p_calc[2] = {p.x, p.y};
-    const double q_calc[2] = {q.x, q.y};
-    ali_KCalCst(p_calc, q_calc, &moved.k1, &moved.k2, &moved.k3);
+    const double pCalc[2] = {p.x, p.y};
+    const double qCalc[2] = {q.x, q.y};
+    ali_KCalCst(pCalc, qCalc, &moved.k1, &moved.k2, &moved.k3);
     giveOut(moved, *out);
     return 0;
 }
@@ -81,9 +81,9 @@ int ali_tmovR(const Calelm* rec, const double c[2], double angle, Calelm* out) {
     Point p;
     Point q;
     turnEnds(*rec, turn, angle, moved, p, q);
-    const Point centre_calc = turn.turned(rec->k1, rec->k2);
-    moved.k1 = roundLength(centre_calc.x);
-    moved.k2 = roundedSurveyY(centre_calc.y);
+    const Point centreCalc = turn.turned(rec->k1, rec->k2);
+    moved.k1 = roundLength(centreCalc.x);
+    moved.k2 = roundedSurveyY(centreCalc.y);
     giveOut(moved, *out);
     return 0;
 }

@@ -22,7 +22,7 @@ using namespace fenmark::alignment::laying;
 namespace {
 
 // A new arc turns by no more, beyond the rounding of its ends, radians.
-constexpr double half_circle = plane::pi + kSameAngle;
+constexpr double kHalfCircle = kPi + kSameAngle;
 
 // Joint and new centre of the tangent pair; records are only tried, so both mirrored places can be.
 struct Pair {
@@ -67,7 +67,7 @@ int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2) {
         Vec right;
         // The point at the centre has no direction; arcs of one turn and equal radius are one circle.
         if (!inReach || !(d >= kSameLength) || !(D >= kSameLength) ||
-            !circleCuts(centre, d, point, made, left, right)) {
+            !circleCrossLeftRight(centre, d, point, made, left, right)) {
             return -1;
         }
         const double side = inside && R < made ? r1->dir : -r1->dir;
@@ -79,9 +79,9 @@ int ali_makrR_P(const double p[2], int end, Calelm* r1, Calelm* r2) {
             Pair pair{*r1, *r2};
             if (roundedArc(centre, givenFirst ? keptPoint : joint, givenFirst ? joint : keptPoint, longestSweep(*r1),
                            pair.given) &&
-                roundedArc(newCentre, givenFirst ? joint : newPoint, givenFirst ? newPoint : joint, half_circle,
+                roundedArc(newCentre, givenFirst ? joint : newPoint, givenFirst ? newPoint : joint, kHalfCircle,
                            pair.made) &&
-                keepsTangent(*r1, pair.given, !givenFirst) && pairIsTangent(pair, givenFirst, joint_tolerance)) {
+                keepsTangent(*r1, pair.given, !givenFirst) && pairIsTangent(pair, givenFirst, kJointTolerance)) {
                 *r1 = pair.given;
                 *r2 = pair.made;
                 return 0;
@@ -101,7 +101,7 @@ int ali_makrR_P_S(const double p[2], int end, Calelm* r1, Calelm* r2) {
         const Vec point = fromSurvey(p);
         Vec left;
         Vec right;
-        if (!circleCuts(centre, r1->par + r2->par, point, r1->par, left, right)) {
+        if (!circleCrossLeftRight(centre, r1->par + r2->par, point, r1->par, left, right)) {
             return -1;
         }
         const bool leftFirst = (givenFirst ? -r2->dir : r2->dir) > 0.0;
@@ -110,8 +110,8 @@ int ali_makrR_P_S(const double p[2], int end, Calelm* r1, Calelm* r2) {
             Pair pair{*r2, *r1};
             pair.made.dir = -r2->dir;
             if (cutArcFromKeptEnd(pair.given, !givenFirst, joint) == 0 &&
-                roundedArc(newCentre, givenFirst ? joint : point, givenFirst ? point : joint, half_circle, pair.made) &&
-                pairIsTangent(pair, givenFirst, joint_tolerance)) {
+                roundedArc(newCentre, givenFirst ? joint : point, givenFirst ? point : joint, kHalfCircle, pair.made) &&
+                pairIsTangent(pair, givenFirst, kJointTolerance)) {
                 *r1 = pair.made;
                 *r2 = pair.given;
                 return 0;

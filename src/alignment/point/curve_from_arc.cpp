@@ -21,10 +21,10 @@ using namespace fenmark::alignment::laying;
 
 namespace {
 
-// A new arc of the type and sense told, about a centre, without ends.
+// A new arc of a given type and sense, about a centre, without ends.
 Calelm arcAbout(Vec centre, double radius, double dir) {
     Calelm arc{};
-    arc.type = element::arc;
+    arc.type = element::kArc;
     arc.dir = dir;
     arc.par = radius;
     arc.k1 = centre.x;
@@ -32,7 +32,7 @@ Calelm arcAbout(Vec centre, double radius, double dir) {
     return arc;
 }
 
-// Whether dir of a record to be made is the one told, or was left open.
+// Whether dir of a record to be made is the one asked for, or was left open.
 bool turnsAs(const Calelm& made, double dir) {
     return made.dir == dir || made.dir == 0.0;
 }
@@ -68,7 +68,8 @@ int ali_makrAR_P(const double p[2], int end, Calelm* r1, Calelm* a, Calelm* r2, 
         const Offset at2 = offsetOf(a->par, r2->par);
         Vec left;
         Vec right;
-        if (!circleCuts(centreOf(*r1), hypotenuse(at1.xm - at2.xm, at1.rho - at2.rho), point, r2->par, left, right)) {
+        if (!circleCrossLeftRight(centreOf(*r1), hypotenuse(at1.xm - at2.xm, at1.rho - at2.rho), point, r2->par, left,
+                                  right)) {
             return -1;
         }
         const double side = r1->par < r2->par ? r1->dir : -r1->dir;
@@ -88,8 +89,8 @@ int ali_makrAR_P(const double p[2], int end, Calelm* r1, Calelm* a, Calelm* r2, 
             if (status == 0) {
                 status = arcToPoint(made, clothoid, givenFirst, point);
             }
-            if (status == 0 && (givenFirst ? finishTangentChain({&given, &clothoid, &made}, joint_tolerance)
-                                           : finishTangentChain({&made, &clothoid, &given}, joint_tolerance))) {
+            if (status == 0 && (givenFirst ? finishTangentChain({&given, &clothoid, &made}, kJointTolerance)
+                                           : finishTangentChain({&made, &clothoid, &given}, kJointTolerance))) {
                 *r1 = given;
                 *a = clothoid;
                 *r2 = made;
@@ -114,7 +115,8 @@ int ali_makrAAR_P(const double p[2], int end, Calelm* r1, Calelm* a1, Calelm* a2
         const Offset at2 = offsetOf(a2->par, r2->par);
         Vec left;
         Vec right;
-        if (!circleCuts(centreOf(*r1), hypotenuse(at1.xm + at2.xm, at1.rho + at2.rho), point, r2->par, left, right)) {
+        if (!circleCrossLeftRight(centreOf(*r1), hypotenuse(at1.xm + at2.xm, at1.rho + at2.rho), point, r2->par, left,
+                                  right)) {
             return -1;
         }
         const bool leftFirst = (givenFirst ? -r1->dir : r1->dir) > 0.0;
@@ -134,8 +136,8 @@ int ali_makrAAR_P(const double p[2], int end, Calelm* r1, Calelm* a1, Calelm* a2
                 status = arcToPoint(made, clothoid2, givenFirst, point);
             }
             if (status == 0 &&
-                (givenFirst ? finishTangentChain({&given, &clothoid1, &clothoid2, &made}, joint_tolerance)
-                            : finishTangentChain({&made, &clothoid2, &clothoid1, &given}, joint_tolerance))) {
+                (givenFirst ? finishTangentChain({&given, &clothoid1, &clothoid2, &made}, kJointTolerance)
+                            : finishTangentChain({&made, &clothoid2, &clothoid1, &given}, kJointTolerance))) {
                 *r1 = given;
                 *a1 = clothoid1;
                 *a2 = clothoid2;

@@ -29,7 +29,7 @@ using namespace fenmark::alignment::laying;
 namespace {
 
 // How far the new circle may pass the point, metres.
-constexpr double passage_tolerance = 1e-5;
+constexpr double kPassageTolerance = 1e-5;
 
 // The straight's own frame.
 struct Frame {
@@ -68,7 +68,7 @@ struct Task {
     // Whether the point lies on the arc itself: on its own length or, where it brings none, within a half circle.
     bool isReached(const Calelm& arc, Vec centre, Vec joint) const {
         const double sweep = sweepToPoint(arc, centre, joint);
-        return arc.len > 0.0 ? sweep * arc.par <= arc.len + kSameLength : sweep <= plane::pi;
+        return arc.len > 0.0 ? sweep * arc.par <= arc.len + kSameLength : sweep <= kPi;
     }
 };
 
@@ -78,7 +78,7 @@ bool layArc(const Task& task, double x, Calelm& s, Calelm& r) {
     const bool straightFirst = task.straightFirst;
     const double radius = r.par;
     const Vec localCentre{x, r.dir * radius};
-    if (!(std::fabs(plane::distance(localCentre, task.point) - radius) <= passage_tolerance)) {
+    if (!(std::fabs(plane::distance(localCentre, task.point) - radius) <= kPassageTolerance)) {
         return false;
     }
     const Vec centre = task.frame.global(localCentre);
@@ -105,7 +105,7 @@ bool layArc(const Task& task, double x, Calelm& s, Calelm& r) {
     double shorterSweep = 0.0;
     double shorterLength = 0.0;
     ali_KEnAng(start, finish, r.dir, radius, centre.x, centre.y, &sang, &eang, &shorterSweep, &shorterLength);
-    arc.type = element::arc;
+    arc.type = element::kArc;
     arc.r1 = arc.r2 = 0.0;
     setStart(arc, from);
     setEnd(arc, to);
@@ -116,8 +116,8 @@ bool layArc(const Task& task, double x, Calelm& s, Calelm& r) {
     arc.k2 = -centre.y;
     arc.k3 = sweep;
     if (!keepsTangent(s, straight, !straightFirst) ||
-        !(straightFirst ? finishTangentChain({&straight, &arc}, joint_tolerance)
-                        : finishTangentChain({&arc, &straight}, joint_tolerance))) {
+        !(straightFirst ? finishTangentChain({&straight, &arc}, kJointTolerance)
+                        : finishTangentChain({&arc, &straight}, kJointTolerance))) {
         return false;
     }
     s = straight;
@@ -135,13 +135,18 @@ int layEasedArc(const Task& task, Vec localCentre, double xm, Calelm& s, Calelm&
     }
     const Vec centre = task.frame.global(localCentre);
     Calelm straight = s;
-    (straightFirst ? setEnd : setStart)(straight, task.frame.global({flat, 0.0}));
+    const Vec joint = task.frame.global({flat, 0.0});
+    if (straightFirst) {
+        setEnd(straight, joint);
+    } else {
+        setStart(straight, joint);
+    }
     int status = signed16(ali_makS(&straight));
     if (status != 0) {
         return status;
     }
     Calelm arc = r;
-    arc.type = element::arc;
+    arc.type = element::kArc;
     arc.k1 = centre.x;
     arc.k2 = -centre.y;
     Calelm clothoid = a;
@@ -165,8 +170,8 @@ int layEasedArc(const Task& task, Vec localCentre, double xm, Calelm& s, Calelm&
     if (status != 0) {
         return status;
     }
-    if (!(straightFirst ? finishTangentChain({&straight, &clothoid, &arc}, joint_tolerance)
-                        : finishTangentChain({&arc, &clothoid, &straight}, joint_tolerance))) {
+    if (!(straightFirst ? finishTangentChain({&straight, &clothoid, &arc}, kJointTolerance)
+                        : finishTangentChain({&arc, &clothoid, &straight}, kJointTolerance))) {
         return -1;
     }
     s = straight;
@@ -183,8 +188,7 @@ int ali_maksR_P(const double p[2], int end, Calelm* s, Calelm* r) {
     return fenmark::alignment::answerInPlace({s, r}, [&]() -> int {
         const double radius = r->par;
         const Frame frame = frameOf(*s);
-        if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) ||
-            !(r->len < plane::two_pi * radius)) {
+        if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len >= 0.0) || !(r->len < kTwoPi * radius)) {
             return -1;
         }
         const Task task{frame, frame.local(fromSurvey(p)), signed16(end) == 1};
@@ -208,7 +212,7 @@ int ali_maksAR_P(const double p[2], int end, Calelm* s, Calelm* a, Calelm* r) {
     return fenmark::alignment::answerInPlace({s, a, r}, [&]() -> int {
         const double radius = r->par;
         const Frame frame = frameOf(*s);
-        if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < plane::two_pi * radius)) {
+        if (!frame.ok() || !isTurn(r->dir) || !(radius > 0.0) || !(r->len < kTwoPi * radius)) {
             return -1;
         }
         const Offset offset = offsetOf(a->par, radius);

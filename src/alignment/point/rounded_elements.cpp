@@ -35,7 +35,7 @@ bool straightAlong(Vec p, Vec q, double azimuth, double length, Calelm& straight
         signed16(ali_KCalCst(start, finish, &made.k1, &made.k2, &made.k3)) != 0) {
         return false;
     }
-    made.type = element::straight;
+    made.type = element::kStraight;
     setStart(made, p);
     setEnd(made, q);
     made.dir = 1.0;
@@ -54,7 +54,7 @@ double roundedAzimuth(double direction) {
 
 bool keepsTangent(const Calelm& before, const Calelm& after, bool atEnd) {
     const double tolerance =
-        tangent_tolerance + kAngleStep + (after.type == element::arc ? kLengthStep / after.par : 0.0);
+        kTangentTolerance + kAngleStep + (after.type == element::kArc ? kLengthStep / after.par : 0.0);
     return atEnd ? sameDirection(before.eang, after.eang, tolerance)
                  : sameDirection(before.sang, after.sang, tolerance);
 }

@@ -3,8 +3,7 @@
  *
  * Vec values and angles are in the calculation plane, records in the survey plane.
  */
-#ifndef FENMARK_ALIGNMENT_POINT_ROUNDED_ELEMENTS_H
-#define FENMARK_ALIGNMENT_POINT_ROUNDED_ELEMENTS_H
+#pragma once
 
 #include "alignment/compound/laying.h"
 
@@ -12,7 +11,7 @@ namespace fenmark::alignment::laying {
 
 /**
  * Writes an arc of par and dir of the record about a centre, from p to q: tangents and sweep by ali_KEnAng, length
- * rounded to 1e-5. False, record untouched, when it would be empty or turn by more than the longest sweep told.
+ * rounded to 1e-5. False, record untouched, when it would be empty or turn by more than the longest sweep given.
  */
 bool roundedArc(Vec centre, Vec p, Vec q, double longest, Calelm& arc);
 
@@ -32,5 +31,3 @@ double roundedAzimuth(double direction);
 bool keepsTangent(const Calelm& before, const Calelm& after, bool atEnd);
 
 } // namespace fenmark::alignment::laying
-
-#endif

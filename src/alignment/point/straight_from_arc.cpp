@@ -29,7 +29,7 @@ using namespace fenmark::alignment::laying;
 namespace {
 
 // A point this little inside a circle lies on it: noise of plane coordinates of 1e5 m, metres.
-constexpr double on_circle = 1e-7;
+constexpr double kOnCircle = 1e-7;
 
 } // namespace
 
@@ -41,7 +41,7 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
         const Vec centre = centreOf(*r);
         const Vec toPoint = fromSurvey(p) - centre;
         const double D = plane::norm(toPoint);
-        if (!finite(toPoint) || !isTurn(r->dir) || !(r->par > 0.0) || !(s->len > 0.0) || !(r->par <= D + on_circle)) {
+        if (!finite(toPoint) || !isTurn(r->dir) || !(r->par > 0.0) || !(s->len > 0.0) || !(r->par <= D + kOnCircle)) {
             return -1;
         }
         const double side = arcFirst ? -r->dir : r->dir;
@@ -64,8 +64,8 @@ int ali_makrS_P(const double p[2], int end, Calelm* r, Calelm* s) {
         for (const double azimuth : {ali_CExAng(direction), plane::wrapped(-direction)}) {
             Calelm straight = *s;
             if (straightAlong(start, finish, azimuth, length, straight) &&
-                (arcFirst ? finishTangentChain({&arc, &straight}, joint_tolerance)
-                          : finishTangentChain({&straight, &arc}, joint_tolerance))) {
+                (arcFirst ? finishTangentChain({&arc, &straight}, kJointTolerance)
+                          : finishTangentChain({&straight, &arc}, kJointTolerance))) {
                 *r = arc;
                 *s = straight;
                 return 0;
@@ -95,17 +95,17 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
         const double toFlatEnd = std::sqrt((D - offset.rho) * (D + offset.rho)) - offset.xm;
         // A length of 0 stands for as long as needed.
         const double length = s->len == 0.0 ? toFlatEnd : s->len;
-        if (!(toFlatEnd >= kSameLength) || !(std::fabs(length - toFlatEnd) <= rounded_joint_tolerance)) {
+        if (!(toFlatEnd >= kSameLength) || !(std::fabs(length - toFlatEnd) <= kRoundedJointTolerance)) {
             return -1;
         }
         const Vec flat = point + toFlatEnd * away;
 
         Calelm straight = *s;
-        straight.type = element::straight;
+        straight.type = element::kStraight;
         straight.len = length;
         straight.dir = 1.0;
         straight.par = straight.r1 = straight.r2 = 0.0;
-        const double direction = plane::wrapped(straightFirst ? angle : angle + plane::pi);
+        const double direction = plane::wrapped(straightFirst ? angle : angle + kPi);
         straight.sang = straight.eang = ali_CExAng(direction);
         if (straightFirst) {
             setStart(straight, point);
@@ -135,8 +135,8 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
             return -1;
         }
         for (Calelm line : {straight, unfallen}) {
-            if (straightFirst ? finishTangentChain({&line, &clothoid, &arc}, rounded_joint_tolerance)
-                              : finishTangentChain({&arc, &clothoid, &line}, rounded_joint_tolerance)) {
+            if (straightFirst ? finishTangentChain({&line, &clothoid, &arc}, kRoundedJointTolerance)
+                              : finishTangentChain({&arc, &clothoid, &line}, kRoundedJointTolerance)) {
                 *s = line;
                 *a = clothoid;
                 *r = arc;

@@ -24,7 +24,7 @@ using plane::Vec;
 namespace {
 
 // Beyond any real walk: CDAcrosS moves by at least 1e-4 m a step.
-constexpr int walk_limit = 4'000'000;
+constexpr int kWalkLimit = 4'000'000;
 
 struct Frame {
     bool mirrored;
@@ -154,7 +154,7 @@ int CDAcrosS(const Calelm* a, int side, const double line[4], double out[2], dou
     double station = upwards ? startStation : endStation;
     double point[2] = {upwards ? a->sx : a->ex, upwards ? a->sy : a->ey};
     double previous = fenmark::alignment::distanceToLine(line, point);
-    for (int step = 0; step < walk_limit; ++step) {
+    for (int step = 0; step < kWalkLimit; ++step) {
         CDLcalxy(a->par, station, &point[0], &point[1]);
         const double d = fenmark::alignment::distanceToLine(line, point);
         if (!(d <= previous + kLengthStep)) {

@@ -22,8 +22,8 @@ using plane::Vec;
 namespace {
 
 // Half widths of the neighbourhood that CDpoionls looks at, metres and square metres.
-constexpr double near_line_box = 2.0;
-constexpr double near_line_squared = 16.0;
+constexpr double kNearLineBox = 2.0;
+constexpr double kNearLineSquared = 16.0;
 
 // Direction of the line (x0, y0)->(x1, y1); one too short to have a direction counts as 0.
 double directionOrZero(double x0, double y0, double x1, double y1) {
@@ -130,14 +130,14 @@ int CDpoionls(double px, double py, double ax, double ay, double bx, double by) 
     if (std::hypot(px - bx, py - by) <= kLengthStep) {
         return 2;
     }
-    const bool inBox = px >= std::fmin(ax, bx) - near_line_box && px <= std::fmax(ax, bx) + near_line_box &&
-                       py >= std::fmin(ay, by) - near_line_box && py <= std::fmax(ay, by) + near_line_box;
+    const bool inBox = px >= std::fmin(ax, bx) - kNearLineBox && px <= std::fmax(ax, bx) + kNearLineBox &&
+                       py >= std::fmin(ay, by) - kNearLineBox && py <= std::fmax(ay, by) + kNearLineBox;
     if (!inBox) {
         return -1;
     }
-    // Not divided by the length of b - a: the test is meant as it stands and lets every point near a longer line pass.
+    // Not divided by the length of b - a: a longer line lets every point near it pass, on which callers rely.
     const double t = plane::dot({bx - ax, by - ay}, toPoint);
-    return plane::dot(toPoint, toPoint) - t * t <= near_line_squared ? 0 : -1;
+    return plane::dot(toPoint, toPoint) - t * t <= kNearLineSquared ? 0 : -1;
 }
 
 int CDsegcros(const double a[2], const double b[2], const double c[2], const double d[2], double out[2]) {
@@ -154,7 +154,7 @@ int CDsegcros(const double a[2], const double b[2], const double c[2], const dou
     const int onSecond = CDpoiinseg(c, d, crossing);
     int result = -1;
     if (onSecond == 1 || onSecond == 2) {
-        // An end of the second segment is told first, wherever the first segment ends.
+        // An end of the second segment is reported first, wherever the first segment ends.
         result = 20 + onSecond;
     } else if (onFirst >= 0 && onSecond == 0) {
         result = onFirst == 0 ? 0 : 10 + onFirst;

@@ -3,17 +3,13 @@
  *
  * Everything here is plain plane geometry and holds in either plane; angles run from +x towards +y.
  */
-#ifndef FENMARK_ALIGNMENT_PRIMITIVES_PLANE_H
-#define FENMARK_ALIGNMENT_PRIMITIVES_PLANE_H
+#pragma once
 
 #include "alignment/calelm/tolerances.h"
 
 #include <cmath>
 
 namespace fenmark::alignment::plane {
-
-inline constexpr double pi = kPi;
-inline constexpr double two_pi = kTwoPi;
 
 /** A point or a vector. */
 struct Vec {
@@ -53,15 +49,20 @@ inline Vec turned(Vec a, double angle) {
     return turned(a, std::cos(angle), std::sin(angle));
 }
 
-/** Direction of a vector in [0, 2 pi), by quadrant; 0 for the zero vector. */
+/**
+ * Direction of a vector in [0, 2 pi), by quadrant; 0 for the zero vector.
+ *
+ * directionOf in calelm/planes.h has the same value but for the last bit: it adds 2 pi to a negative atan2, this one adds
+ * or takes an acute angle. Which of the two a function calls decides the last digit of its azimuths, so both stay.
+ */
 inline double direction(double dx, double dy) {
     const double acute = std::atan2(std::fabs(dy), std::fabs(dx));
     if (dx < 0.0) {
-        return dy < 0.0 ? pi + acute : pi - acute;
+        return dy < 0.0 ? kPi + acute : kPi - acute;
     }
     // A y of one last bit below 0 would give 2 pi itself.
-    const double angle = dy < 0.0 ? two_pi - acute : acute;
-    return angle < two_pi ? angle : 0.0;
+    const double angle = dy < 0.0 ? kTwoPi - acute : acute;
+    return angle < kTwoPi ? angle : 0.0;
 }
 inline double direction(Vec v) {
     return direction(v.x, v.y);
@@ -69,20 +70,20 @@ inline double direction(Vec v) {
 
 /** An angle brought into [0, 2 pi). */
 inline double wrapped(double angle) {
-    if (angle >= 0.0 && angle < two_pi) {
+    if (angle >= 0.0 && angle < kTwoPi) {
         return angle;
     }
-    double folded = std::fmod(angle, two_pi);
+    double folded = std::fmod(angle, kTwoPi);
     if (folded < 0.0) {
-        folded += two_pi;
+        folded += kTwoPi;
     }
-    return folded >= two_pi ? 0.0 : folded;
+    return folded >= kTwoPi ? 0.0 : folded;
 }
 
 /** An angle brought into (-pi, pi]. */
 inline double wrappedSigned(double angle) {
     const double folded = wrapped(angle);
-    return folded > pi ? folded - two_pi : folded;
+    return folded > kPi ? folded - kTwoPi : folded;
 }
 
 /** Angle run from p to q about the centre in the sense of dir, in [0, 2 pi). */
@@ -93,5 +94,3 @@ inline double sweepBetween(Vec centre, Vec p, Vec q, double dir) {
 }
 
 } // namespace fenmark::alignment::plane
-
-#endif

@@ -1,7 +1,7 @@
 // Whole records: the other plane, mirror, move, turn, reversal, and the test of an arc.
 //
 // Coefficients of a straight are written here as a x + b y + c = 0 from its own two points, with d = end - start:
-// a = dy, b = -dx, c = dx sy - dy sx, divided by the chord only where told. Turns are anticlockwise in the calculation
+// a = dy, b = -dx, c = dx sy - dy sx, divided by the chord only where stated. Turns are anticlockwise in the calculation
 // plane. Sources: plane similarity transformations.
 #include "fenmark/alignment/conventions.h"
 #include "fenmark/alignment/primitives.h"
@@ -75,9 +75,9 @@ void toOtherPlane(const Calelm* in, Calelm* out) {
     other.ey = -in->ey;
     other.sang = ali_CExAng(in->sang);
     other.eang = ali_CExAng(in->eang);
-    if (in->type == element::straight) {
+    if (in->type == element::kStraight) {
         fenmark::alignment::writeUnitCoefficients(other);
-    } else if (in->type == element::arc) {
+    } else if (in->type == element::kArc) {
         other.k2 = -in->k2;
     }
     *out = other;
@@ -90,11 +90,11 @@ void mirrorRecord(const Calelm* in, Calelm* out) {
     mirrored.dir = -in->dir;
     mirrored.sang = mirroredDirection(in->sang);
     mirrored.eang = mirroredDirection(in->eang);
-    if (in->type == element::straight) {
+    if (in->type == element::kStraight) {
         writeCoefficients(mirrored);
-    } else if (in->type == element::arc) {
+    } else if (in->type == element::kArc) {
         mirrored.k1 = -in->k1;
-    } else if (in->type != element::clothoid) {
+    } else if (in->type != element::kClothoid) {
         // An unknown type has no k fields to give; those of the output stay.
         mirrored.k1 = out->k1;
         mirrored.k2 = out->k2;
@@ -109,9 +109,9 @@ void moveRecord(const Calelm* in, Calelm* out, double dx, double dy) {
     moved.sy += dy;
     moved.ex += dx;
     moved.ey += dy;
-    if (in->type == element::straight) {
+    if (in->type == element::kStraight) {
         writeCoefficients(moved);
-    } else if (in->type == element::arc) {
+    } else if (in->type == element::kArc) {
         moved.k1 += dx;
         moved.k2 += dy;
     }
@@ -124,9 +124,9 @@ void turnRecord(const Calelm* in, Calelm* out, const double pivot[2], double the
     const double cosine = std::cos(theta);
     const double sine = std::sin(theta);
     turnEnds(result, about, theta, cosine, sine);
-    if (in->type == element::straight) {
+    if (in->type == element::kStraight) {
         writeCoefficients(result);
-    } else if (in->type == element::arc) {
+    } else if (in->type == element::kArc) {
         turnPoint(result.k1, result.k2, about, cosine, sine);
     }
     *out = result;

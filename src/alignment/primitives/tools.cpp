@@ -18,9 +18,9 @@ using plane::Vec;
 namespace {
 
 // Discriminant of lineCircleCross below which the line touches, square metres times the squared span of p and q.
-constexpr double touch_discriminant = 1e-5;
+constexpr double kTouchDiscriminant = 1e-5;
 // Near-tangency of circleCross, for a larger radius of at least 1.
-constexpr double touch_scale_large = 1.5 * kCircleTouchLarge;
+constexpr double kTouchScaleLarge = 1.5 * kCircleTouchLarge;
 
 Vec vec(const double p[2]) {
     return {p[0], p[1]};
@@ -34,32 +34,32 @@ void put(Vec from, double to[2]) {
 } // namespace
 
 int elementPosition(const double p[2], const Calelm& rec) {
-    if (rec.type == element::arc) {
+    if (rec.type == element::kArc) {
         return arcPosition(p, rec);
     }
-    if (rec.type != element::straight) {
-        return position::none;
+    if (rec.type != element::kStraight) {
+        return position::kNone;
     }
     const Vec span{rec.ex - rec.sx, rec.ey - rec.sy};
     if (std::fabs(span.x) < kParameterZero && std::fabs(span.y) < kParameterZero) {
-        return position::none;
+        return position::kNone;
     }
     const double chord = plane::norm(span);
     const double along = plane::dot(span, vec(p) - Vec{rec.sx, rec.sy}) / chord;
     if (!std::isfinite(along)) {
-        return position::none;
+        return position::kNone;
     }
     if (along < -kLengthStep) {
-        return position::before;
+        return position::kBefore;
     }
-    return along > chord + kLengthStep ? position::beyond : position::inside;
+    return along > chord + kLengthStep ? position::kBeyond : position::kInside;
 }
 
 int arcPosition(const double p[2], const Calelm& rec) {
     const Vec centre{rec.k1, rec.k2};
     const Vec radial = vec(p) - centre;
     if (!(std::fabs(plane::norm(radial) - rec.par) <= kLengthStep)) {
-        return position::none;
+        return position::kNone;
     }
     const double atStart = plane::direction(Vec{rec.sx, rec.sy} - centre);
     double toEnd = plane::direction(Vec{rec.ex, rec.ey} - centre) - atStart;
@@ -73,9 +73,9 @@ int arcPosition(const double p[2], const Calelm& rec) {
     // An angle of the length step at the rim, so that the last bit of an end's own radial direction decides nothing.
     const double allowance = kLengthStep / rec.par;
     if (toPoint <= toEnd + allowance || kTwoPi - toPoint <= allowance) {
-        return position::inside;
+        return position::kInside;
     }
-    return plane::wrapped(toEnd + kPi) > toPoint ? position::beyond : position::before;
+    return plane::wrapped(toEnd + kPi) > toPoint ? position::kBeyond : position::kBefore;
 }
 
 double signedDistance(const double p[2], const double line[4]) {
@@ -116,7 +116,7 @@ int circleCross(double x1, double y1, double r1, double x2, double y2, double r2
     // 2 (r1^2 + r2^2) D^2 - D^4 - (r1^2 - r2^2)^2 in factors, which keep their digits near a touch.
     const double W = (r1 + r2 - D) * (r1 + r2 + D) * (D - (r1 - r2)) * (D + (r1 - r2));
     const double r = std::max(r1, r2);
-    const double touch = r >= 1.0 ? touch_scale_large * std::sqrt(r) * r * r * r : kCircleTouchSmall * r * r * r * r;
+    const double touch = r >= 1.0 ? kTouchScaleLarge * std::sqrt(r) * r * r * r : kCircleTouchSmall * r * r * r * r;
     if (!(W >= -touch)) {
         return -1;
     }
@@ -141,10 +141,10 @@ int lineCircleCross(const Calelm& rec, const double p[2], const double q[2], dou
     const double halfB = plane::dot(span, fromCentre);
     const double across = plane::cross(span, fromCentre);
     const double discriminant = a * rec.par * rec.par - across * across;
-    if (!(discriminant > -touch_discriminant) || !(a > 0.0)) {
+    if (!(discriminant > -kTouchDiscriminant) || !(a > 0.0)) {
         return -1;
     }
-    if (discriminant < touch_discriminant) {
+    if (discriminant < kTouchDiscriminant) {
         put(vec(p) + (-halfB / a) * span, p1);
         put(vec(p) + (-halfB / a) * span, p2);
         return 1;

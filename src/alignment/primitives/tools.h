@@ -4,8 +4,7 @@
  * Points are pairs of reals, metres; everything that looks at `dir` means the calculation plane, (x, -y) of the
  * survey plane, in which angles run anticlockwise from +x.
  */
-#ifndef FENMARK_ALIGNMENT_PRIMITIVES_TOOLS_H
-#define FENMARK_ALIGNMENT_PRIMITIVES_TOOLS_H
+#pragma once
 
 #include "fenmark/alignment/record.h"
 
@@ -15,17 +14,17 @@ namespace fenmark::alignment {
 
 /** Values of Calelm::type. */
 namespace element {
-inline constexpr int16_t straight = 1;
-inline constexpr int16_t arc = 2;
-inline constexpr int16_t clothoid = 3;
+inline constexpr int16_t kStraight = 1;
+inline constexpr int16_t kArc = 2;
+inline constexpr int16_t kClothoid = 3;
 } // namespace element
 
 /** Results of elementPosition and arcPosition. */
 namespace position {
-inline constexpr int before = -1;
-inline constexpr int inside = 0;
-inline constexpr int beyond = 1;
-inline constexpr int none = 99;
+inline constexpr int kBefore = -1;
+inline constexpr int kInside = 0;
+inline constexpr int kBeyond = 1;
+inline constexpr int kNone = 99;
 } // namespace position
 
 /** A mode or status as it is read: the low 16 bits, signed. 65535 is -1. */
@@ -56,7 +55,7 @@ void turnRecordAboutEnd(const Calelm* in, Calelm* out, double theta);
 /**
  * Where p lies along a straight or an arc: before its start, inside, or beyond its end. A point within 1e-5 m of an
  * end counts as inside. On a straight by the foot of p; none (99) when both coordinate spans are below 1e-10. On an arc
- * as arcPosition tells. Any other type: none.
+ * as arcPosition says. Any other type: none.
  */
 int elementPosition(const double p[2], const Calelm& rec);
 
@@ -109,5 +108,3 @@ int outerTangent(double x1, double y1, double r1, double x2, double y2, double r
                  double b1[2], double b2[2]);
 
 } // namespace fenmark::alignment
-
-#endif

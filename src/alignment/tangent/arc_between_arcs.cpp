@@ -10,21 +10,23 @@
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
+#include <algorithm>
+
 namespace fenmark::alignment {
 
 namespace {
 
 // How far the sides of the triangle may miss one another and still count as its limit, metres.
-constexpr double triangle_slack = 1e-9;
+constexpr double kTriangleSlack = 1e-9;
 
 // Centre distance of the new arc and a given one.
-double centreDistance(const Calelm& given, const Calelm& made) {
-    return given.dir == made.dir ? std::fabs(made.par - given.par) : made.par + given.par;
+double centreDistance(const CalcRecord& given, double radius, double dir) {
+    return given.dir == dir ? std::fabs(radius - given.par) : radius + given.par;
 }
 
 // Where the new circle touches a given one: on the line of centres, beyond the smaller circle's centre when it lies
 // inside the other, between the centres when outside.
-Vec contactOf(const Calelm& given, const Calelm& made, Vec centre3) {
+Vec contactOf(const CalcRecord& given, const CalcRecord& made, Vec centre3) {
     const Vec apart = centre3 - centreOf(given);
     const double reach = given.dir == made.dir && made.par > given.par ? -given.par : given.par;
     return centreOf(given) + (reach / plane::norm(apart)) * apart;
@@ -32,9 +34,9 @@ Vec contactOf(const Calelm& given, const Calelm& made, Vec centre3) {
 
 // Builds and checks the chain for one centre of the new arc, which is no more than a half circle. Of the given arcs more
 // than that stays with longArcs only.
-bool laidAt(Vec centre3, bool round, bool longArcs, const Calelm& first, const Calelm& second, Calelm& r1, Calelm& r2,
-            Calelm& r3) {
-    Calelm made = arcBetween({}, {}, r3.par, r3.dir);
+bool laidAt(Vec centre3, bool round, bool longArcs, const CalcRecord& first, const CalcRecord& second, Calelm& r1,
+            Calelm& r2, Calelm& r3) {
+    CalcRecord made = arcBetween({}, {}, r3.par, r3.dir);
     made.k1 = centre3.x;
     made.k2 = centre3.y;
     Vec contact1 = contactOf(first, made, centre3);
@@ -43,17 +45,16 @@ bool laidAt(Vec centre3, bool round, bool longArcs, const Calelm& first, const C
         contact1 = roundedPoint(contact1);
         contact2 = roundedPoint(contact2);
     }
-    std::array chain = {first, made, second};
-    setEnd(chain[0], contact1);
-    setStart(chain[1], contact1);
-    setEnd(chain[1], contact2);
-    setStart(chain[2], contact2);
-    for (Calelm& e : chain) {
-        e = otherPlane(e);
-        completeAboutCentre(e);
-    }
-    if (!finishChain(chain, r1, r2) || !keepsLongArcs(chain, r1, r2) || chain[1].k3 > plane::pi ||
-        (!longArcs && std::fmax(chain[0].k3, chain[2].k3) > plane::pi)) {
+    std::array candidate = {first, made, second};
+    setEnd(candidate[0], contact1);
+    setStart(candidate[1], contact1);
+    setEnd(candidate[1], contact2);
+    setStart(candidate[2], contact2);
+    std::array<Calelm, 3> chain;
+    std::transform(candidate.begin(), candidate.end(), chain.begin(), toSurvey);
+    std::for_each(chain.begin(), chain.end(), completeAboutCentre);
+    if (!finishChain(chain, r1, r2) || !keepsLongArcs(chain, r1, r2) || chain[1].k3 > kPi ||
+        (!longArcs && std::fmax(chain[0].k3, chain[2].k3) > kPi)) {
         return false;
     }
     r1 = chain[0];
@@ -66,13 +67,13 @@ int arcBetweenArcs(Calelm& r1, Calelm& r2, Calelm& r3) {
     if (!isGivenArc(r1) || !isGivenArc(r2) || !(r3.par > 0.0) || std::fabs(r3.dir) != 1.0) {
         return -1;
     }
-    const Calelm first = otherPlane(r1);
-    const Calelm second = otherPlane(r2);
-    const double a = centreDistance(first, r3);
-    const double b = centreDistance(second, r3);
+    const CalcRecord first = toCalc(r1);
+    const CalcRecord second = toCalc(r2);
+    const double a = centreDistance(first, r3.par, r3.dir);
+    const double b = centreDistance(second, r3.par, r3.dir);
     const Vec toSecond = centreOf(second) - centreOf(first);
     const double D = plane::norm(toSecond);
-    if (!(D >= kParameterZero) || !(a + b >= D - triangle_slack) || !(std::fabs(a - b) <= D + triangle_slack)) {
+    if (!(D >= kParameterZero) || !(a + b >= D - kTriangleSlack) || !(std::fabs(a - b) <= D + kTriangleSlack)) {
         return -1;
     }
     const double x0 = 0.5 * (D + (a - b) * (a + b) / D);

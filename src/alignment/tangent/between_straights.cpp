@@ -22,8 +22,8 @@ namespace {
 
 // Two straights in the calculation plane and what their corner gives.
 struct Corner {
-    Calelm first;
-    Calelm second;
+    CalcRecord first;
+    CalcRecord second;
     Vec u1;
     Vec u2;
     Vec ip;
@@ -31,10 +31,10 @@ struct Corner {
 };
 
 // Whether the point lies on the straight or, for the end of the first, beyond it.
-bool notBefore(Vec p, const Calelm& straight) {
+bool notBefore(Vec p, const CalcRecord& straight) {
     const double point[2] = {p.x, p.y};
-    const int where = elementPosition(point, straight);
-    return where == position::inside || where == position::beyond;
+    const int where = elementPosition(point, *straight.raw());
+    return where == position::kInside || where == position::kBeyond;
 }
 
 // False for parallel straights and where the IP lies before the start of either of them.
@@ -42,10 +42,10 @@ bool cornerOf(const Calelm& s1, const Calelm& s2, Corner& corner) {
     if (!isGivenStraight(s1) || !isGivenStraight(s2)) {
         return false;
     }
-    corner.first = otherPlane(s1);
-    corner.second = otherPlane(s2);
-    corner.u1 = directionOf(corner.first);
-    corner.u2 = directionOf(corner.second);
+    corner.first = toCalc(s1);
+    corner.second = toCalc(s2);
+    corner.u1 = unitAlong(corner.first);
+    corner.u2 = unitAlong(corner.second);
     const double line1[4] = {corner.first.sx, corner.first.sy, corner.u1.x, corner.u1.y};
     const double line2[4] = {corner.second.sx, corner.second.sy, corner.u2.x, corner.u2.y};
     if (CDlincros(line1, line2, &corner.ip.x, &corner.ip.y) != 0) {
@@ -57,9 +57,9 @@ bool cornerOf(const Calelm& s1, const Calelm& s2, Corner& corner) {
 
 // Whether a tangent point lies on a straight of direction u. Ends of given records may be rounded, so that a chain that
 // was laid with such records is found again.
-bool liesOn(Vec p, const Calelm& straight, Vec u) {
-    return plane::dot(p - startOf(straight), u) >= -rounded_joint_tolerance &&
-           plane::dot(p - endOf(straight), u) <= rounded_joint_tolerance;
+bool liesOn(Vec p, const CalcRecord& straight, Vec u) {
+    return plane::dot(p - startOf(straight), u) >= -kRoundedJointTolerance &&
+           plane::dot(p - endOf(straight), u) <= kRoundedJointTolerance;
 }
 
 // The tangent points at T1 and T2 from the IP, and the turning sense of the curve from one to the other. False when the
@@ -90,27 +90,21 @@ int arcBetweenStraights(Calelm& s1, Calelm& s2, Calelm& r) {
     }
     std::array chain = {corner.first, arcBetween(endOf(corner.first), startOf(corner.second), r.par, dir),
                         corner.second};
-    if (completeChain(chain, s1, s2) != 0) {
+    const auto made = completeChain(chain, s1, s2);
+    if (!made) {
         return -1;
     }
-    s1 = chain[0];
-    r = chain[1];
-    s2 = chain[2];
+    s1 = (*made)[0];
+    r = (*made)[1];
+    s2 = (*made)[2];
     return 0;
 }
 
 // Slots of clothoidElements.
-enum Table : std::size_t {
-    table_x = 4,
-    table_y = 5,
-    long_tangent = 8,
-    short_tangent = 9,
-    table_shift = 11,
-    table_xm = 12
-};
+enum Table : std::size_t { TableX = 4, TableY = 5, LongTangent = 8, ShortTangent = 9, TableShift = 11, TableXm = 12 };
 
 ClothoidEnd endOfTable(const double table[13], double tau) {
-    return {table[table_x], table[table_y], tau, table[table_shift], table[table_xm]};
+    return {table[TableX], table[TableY], tau, table[TableShift], table[TableXm]};
 }
 
 int clothoidsBetweenStraights(Calelm& s1, Calelm& s2, Calelm& a1, Calelm& a2) {
@@ -131,9 +125,9 @@ int clothoidsBetweenStraights(Calelm& s1, Calelm& s2, Calelm& a1, Calelm& a2) {
     if (clothoidElements(A1, tau1, first) != 0 || clothoidElements(A2, tau2, second) != 0) {
         return -1;
     }
-    const double base = (first[short_tangent] + second[short_tangent]) / std::sin(tau1 + tau2);
+    const double base = (first[ShortTangent] + second[ShortTangent]) / std::sin(tau1 + tau2);
     double dir = 0.0;
-    if (!cutStraights(corner, first[long_tangent] + std::sin(tau2) * base, second[long_tangent] + std::sin(tau1) * base,
+    if (!cutStraights(corner, first[LongTangent] + std::sin(tau2) * base, second[LongTangent] + std::sin(tau1) * base,
                       dir)) {
         return -1;
     }
@@ -142,13 +136,14 @@ int clothoidsBetweenStraights(Calelm& s1, Calelm& s2, Calelm& a1, Calelm& a2) {
         clothoidIntoLine(startOf(corner.second), corner.u2, dir, A2, R, endOfTable(second, tau2)), corner.second};
     // The two computed ends of the joint agree to the last digits of the series; one of them stands for both.
     setStart(chain[2], endOf(chain[1]));
-    if (completeChain(chain, s1, s2) != 0) {
+    const auto made = completeChain(chain, s1, s2);
+    if (!made) {
         return -1;
     }
-    s1 = chain[0];
-    a1 = chain[1];
-    a2 = chain[2];
-    s2 = chain[3];
+    s1 = (*made)[0];
+    a1 = (*made)[1];
+    a2 = (*made)[2];
+    s2 = (*made)[3];
     return 0;
 }
 
@@ -165,12 +160,12 @@ int easedArcBetweenStraights(Calelm& s1, Calelm& s2, Calelm& a1, Calelm& r, Cale
     if (clothoidElements(a1.par, tau1, first) != 0 || clothoidElements(a2.par, tau2, second) != 0) {
         return -1;
     }
-    const double d = second[table_shift] - first[table_shift];
-    const double common = (first[table_shift] + R) * std::tan(corner.theta / 2.0);
+    const double d = second[TableShift] - first[TableShift];
+    const double common = (first[TableShift] + R) * std::tan(corner.theta / 2.0);
     const double sine = std::sin(corner.theta);
     double dir = 0.0;
-    if (!cutStraights(corner, common + first[table_xm] + d / sine,
-                      common + second[table_xm] - d * std::cos(corner.theta) / sine, dir)) {
+    if (!cutStraights(corner, common + first[TableXm] + d / sine,
+                      common + second[TableXm] - d * std::cos(corner.theta) / sine, dir)) {
         return -1;
     }
     std::array chain = {
@@ -179,14 +174,15 @@ int easedArcBetweenStraights(Calelm& s1, Calelm& s2, Calelm& a1, Calelm& r, Cale
         clothoidIntoLine(startOf(corner.second), corner.u2, dir, a2.par, R, endOfTable(second, tau2)), corner.second};
     setStart(chain[2], endOf(chain[1]));
     setEnd(chain[2], startOf(chain[3]));
-    if (completeChain(chain, s1, s2) != 0) {
+    const auto made = completeChain(chain, s1, s2);
+    if (!made) {
         return -1;
     }
-    s1 = chain[0];
-    a1 = chain[1];
-    r = chain[2];
-    a2 = chain[3];
-    s2 = chain[4];
+    s1 = (*made)[0];
+    a1 = (*made)[1];
+    r = (*made)[2];
+    a2 = (*made)[3];
+    s2 = (*made)[4];
     return 0;
 }
 

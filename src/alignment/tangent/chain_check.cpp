@@ -19,7 +19,7 @@ namespace fenmark::alignment {
 
 namespace {
 
-bool sameDirection(double azimuth1, double azimuth2, double tolerance = tangent_tolerance) {
+bool sameDirection(double azimuth1, double azimuth2, double tolerance = kTangentTolerance) {
     return std::fabs(plane::wrappedSigned(azimuth1 - azimuth2)) <= tolerance;
 }
 
@@ -36,25 +36,25 @@ bool allFinite(const Calelm& e) {
 // radius, some 600 times the parameter, that lies there would be off by its distance from the origin.
 bool endIsLost(double parameter, double radius) {
     return radius != 0.0 && tauAtRadius(parameter, radius) < kAngleStep &&
-           standardStation(parameter, radius) > joint_tolerance;
+           standardStation(parameter, radius) > kJointTolerance;
 }
 
 // Both ends of an arc lie on its circle, as well as rounded coordinates do.
 bool liesOnItsCircle(const Calelm& arc) {
     const auto off = [&arc](double x, double y) { return std::fabs(std::hypot(x - arc.k1, y - arc.k2) - arc.par); };
-    return off(arc.sx, arc.sy) <= rounded_joint_tolerance && off(arc.ex, arc.ey) <= rounded_joint_tolerance;
+    return off(arc.sx, arc.sy) <= kRoundedJointTolerance && off(arc.ex, arc.ey) <= kRoundedJointTolerance;
 }
 
 // The element turns from its start to its end tangent as its size and sense demand.
 bool turnsTrue(const Calelm& e) {
-    const double tolerance = tangent_tolerance + lostByFalling(e);
+    const double tolerance = kTangentTolerance + lostByFalling(e);
     switch (e.type) {
-    case element::straight:
+    case element::kStraight:
         return sameDirection(e.sang, e.eang);
-    case element::arc:
+    case element::kArc:
         return std::fabs(e.dir) == 1.0 && e.k3 > 0.0 && sameDirection(e.eang, e.sang - e.dir * e.k3, tolerance) &&
                liesOnItsCircle(e);
-    case element::clothoid: {
+    case element::kClothoid: {
         const double turn = std::fabs(tauAtRadius(e.par, e.r2) - tauAtRadius(e.par, e.r1));
         return std::fabs(e.dir) == 1.0 && sameDirection(e.eang, e.sang - e.dir * turn, tolerance) &&
                !endIsLost(e.par, e.r1) && !endIsLost(e.par, e.r2);
@@ -66,7 +66,7 @@ bool turnsTrue(const Calelm& e) {
 
 bool sameSize(const Calelm& now, const Calelm& before) {
     return now.type == before.type &&
-           (now.type == element::straight || (now.par == before.par && now.dir == before.dir));
+           (now.type == element::kStraight || (now.par == before.par && now.dir == before.dir));
 }
 
 } // namespace
@@ -89,15 +89,15 @@ bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, co
     const Calelm& first = chain.front();
     const Calelm& last = chain.back();
     return sameSize(first, firstBefore) && sameSize(last, lastBefore) &&
-           samePoint(first.sx, first.sy, firstBefore.sx, firstBefore.sy, joint_tolerance) &&
+           samePoint(first.sx, first.sy, firstBefore.sx, firstBefore.sy, kJointTolerance) &&
            sameDirection(first.sang, firstBefore.sang) &&
-           samePoint(last.ex, last.ey, lastBefore.ex, lastBefore.ey, joint_tolerance) &&
+           samePoint(last.ex, last.ey, lastBefore.ex, lastBefore.ey, kJointTolerance) &&
            sameDirection(last.eang, lastBefore.eang);
 }
 
 bool onlyCuts(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
-    return chain.front().len <= firstBefore.len + rounded_joint_tolerance &&
-           chain.back().len <= lastBefore.len + rounded_joint_tolerance;
+    return chain.front().len <= firstBefore.len + kRoundedJointTolerance &&
+           chain.back().len <= lastBefore.len + kRoundedJointTolerance;
 }
 
 int completeClothoid(Calelm& clothoid) {
@@ -108,7 +108,7 @@ int completeClothoid(Calelm& clothoid) {
     }
     const double moved = std::hypot(made.sx - clothoid.sx, made.sy - clothoid.sy) +
                          std::hypot(made.ex - clothoid.ex, made.ey - clothoid.ey);
-    if (!(moved <= joint_tolerance + kSameAngle * made.len)) {
+    if (!(moved <= kJointTolerance + kSameAngle * made.len)) {
         return -1;
     }
     made.sx = clothoid.sx;
@@ -121,31 +121,31 @@ int completeClothoid(Calelm& clothoid) {
 
 bool keepsLongArcs(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore) {
     const auto kept = [](const Calelm& now, const Calelm& before) {
-        return now.type != element::arc || now.k3 <= kPi || now.len <= before.len + rounded_joint_tolerance;
+        return now.type != element::kArc || now.k3 <= kPi || now.len <= before.len + kRoundedJointTolerance;
     };
     return kept(chain.front(), firstBefore) && kept(chain.back(), lastBefore);
 }
 
 void completeAboutCentre(Calelm& arc) {
-    const double start_calc[2] = {arc.sx, -arc.sy};
-    const double end_calc[2] = {arc.ex, -arc.ey};
-    const plane::Vec centre_calc{arc.k1, -arc.k2};
-    double sang_calc = 0.0;
-    double eang_calc = 0.0;
-    double shorter_sweep = 0.0;
-    double shorter_length = 0.0;
-    ali_KEnAng(start_calc, end_calc, arc.dir, arc.par, centre_calc.x, centre_calc.y, &sang_calc, &eang_calc,
-               &shorter_sweep, &shorter_length);
-    arc.type = element::arc;
+    const double startCalc[2] = {arc.sx, -arc.sy};
+    const double endCalc[2] = {arc.ex, -arc.ey};
+    const plane::Vec centreCalc{arc.k1, -arc.k2};
+    double sangCalc = 0.0;
+    double eangCalc = 0.0;
+    double shorterSweep = 0.0;
+    double shorterLength = 0.0;
+    ali_KEnAng(startCalc, endCalc, arc.dir, arc.par, centreCalc.x, centreCalc.y, &sangCalc, &eangCalc, &shorterSweep,
+               &shorterLength);
+    arc.type = element::kArc;
     arc.r1 = arc.r2 = 0.0;
-    arc.sang = otherPlaneAngle(sang_calc);
-    arc.eang = otherPlaneAngle(eang_calc);
-    arc.k3 = plane::sweepBetween(centre_calc, {start_calc[0], start_calc[1]}, {end_calc[0], end_calc[1]}, arc.dir);
+    arc.sang = otherPlaneAngle(sangCalc);
+    arc.eang = otherPlaneAngle(eangCalc);
+    arc.k3 = plane::sweepBetween(centreCalc, {startCalc[0], startCalc[1]}, {endCalc[0], endCalc[1]}, arc.dir);
     arc.len = roundLength(arc.k3 * arc.par);
 }
 
 int completeElement(Calelm& e) {
-    const int status = e.type == element::clothoid ? completeClothoid(e) : signed16(ali_mak(&e, 0));
+    const int status = e.type == element::kClothoid ? completeClothoid(e) : signed16(ali_mak(&e, 0));
     return status == 0 ? 0 : -1;
 }
 
@@ -154,18 +154,17 @@ bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calel
     return isTangentChain(chain, firstBefore, lastBefore);
 }
 
-int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given) {
+int completeSurveyChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given) {
     for (Calelm& e : chain) {
-        toOtherPlane(&e, &e);
         const bool outer = &e == &chain.front() || &e == &chain.back();
-        if (given == Given::cut_long && outer && e.type == element::arc) {
+        if (given == Given::CutLong && outer && e.type == element::kArc) {
             completeAboutCentre(e);
         } else if (completeElement(e) != 0) {
             return -1;
         }
     }
     const bool right = finishChain(chain, firstBefore, lastBefore) &&
-                       (given == Given::anywhere || onlyCuts(chain, firstBefore, lastBefore));
+                       (given == Given::Anywhere || onlyCuts(chain, firstBefore, lastBefore));
     return right ? 0 : -1;
 }
 

@@ -1,26 +1,28 @@
 /**
  * The last step of every tangent solver: the chain is built in the survey plane and checked in place.
  *
- * A solver hands its candidate over in the calculation plane, in the order of travel. Only a chain that passes here is
+ * A solver passes its candidate in the calculation plane, in the order of travel. Only a chain that passes here is
  * a success; everything before is a way to find one.
  */
-#ifndef FENMARK_ALIGNMENT_TANGENT_CHAIN_CHECK_H
-#define FENMARK_ALIGNMENT_TANGENT_CHAIN_CHECK_H
+#pragma once
 
 #include "fenmark/alignment/record.h"
 
+#include "alignment/tangent/calc_record.h"
+
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 
 namespace fenmark::alignment {
 
 /** Ends that are one point, metres. */
-inline constexpr double joint_tolerance = 1e-5;
+inline constexpr double kJointTolerance = 1e-5;
 /** The same where both neighbours carry coordinates or radii rounded to 1e-5, metres. */
-inline constexpr double rounded_joint_tolerance = 1e-4;
+inline constexpr double kRoundedJointTolerance = 1e-4;
 /** Tangents that are one direction, radians. */
-inline constexpr double tangent_tolerance = 1e-5;
+inline constexpr double kTangentTolerance = 1e-5;
 
 /**
  * Whether complete records of the survey plane form a tangent chain in the order of travel.
@@ -32,7 +34,7 @@ inline constexpr double tangent_tolerance = 1e-5;
  * lastBefore: a given element that would have to turn round shows there.
  */
 bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
-                    double jointTolerance = joint_tolerance);
+                    double jointTolerance = kJointTolerance);
 
 /**
  * Whether the given elements at the two ends of a chain are only cut: neither is longer than it was. Of several tangent
@@ -48,9 +50,9 @@ bool keepsLongArcs(std::span<const Calelm> chain, const Calelm& firstBefore, con
 
 /** Which chains are taken. */
 enum class Given {
-    cut,      ///< those that only cut the given elements
-    anywhere, ///< those that lengthen them, too; no arc keeps more than a half circle
-    cut_long, ///< those that only cut the given elements, of which an arc may keep more than a half circle
+    Cut,      ///< those that only cut the given elements
+    Anywhere, ///< those that lengthen them, too; no arc keeps more than a half circle
+    CutLong,  ///< those that only cut the given elements, of which an arc may keep more than a half circle
 };
 
 /**
@@ -71,31 +73,38 @@ int completeElement(Calelm& e);
 
 /**
  * Levels the azimuths of complete records that fell to 0 at one side of a joint only, and checks the chain. Returns
- * whether it is a tangent chain as isTangentChain tells.
+ * whether it is a tangent chain as isTangentChain has it.
  */
 bool finishChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
 
 /**
- * Takes a chain from the calculation plane to the survey plane, completes every record by its construction function
- * and checks the whole. firstBefore and lastBefore are the given records of the survey plane before the call.
+ * Completes every record of a chain by its construction function and checks the whole. The chain is in the survey plane
+ * and has its points and sizes. firstBefore and lastBefore are the given records before the call.
  * Returns 0, or -1 with the chain in no defined state.
  */
-int completeChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
-                  Given given = Given::anywhere);
+int completeSurveyChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore, Given given);
 
-/**
- * The same for the only chain that a solver has: at first without, then with given arcs of more than a half circle.
- */
+/** The same for a candidate of the calculation plane: the finished chain in the survey plane, or nothing. */
 template <std::size_t N>
-int completeOnlyChain(std::array<Calelm, N>& chain, const Calelm& firstBefore, const Calelm& lastBefore) {
-    const std::array<Calelm, N> candidate = chain;
-    if (completeChain(chain, firstBefore, lastBefore, Given::anywhere) == 0) {
-        return 0;
+std::optional<std::array<Calelm, N>> completeChain(const std::array<CalcRecord, N>& candidate,
+                                                   const Calelm& firstBefore, const Calelm& lastBefore,
+                                                   Given given = Given::Anywhere) {
+    std::array<Calelm, N> chain;
+    for (std::size_t i = 0; i < N; ++i) {
+        chain[i] = toSurvey(candidate[i]);
     }
-    chain = candidate;
-    return completeChain(chain, firstBefore, lastBefore, Given::cut_long);
+    if (completeSurveyChain(chain, firstBefore, lastBefore, given) != 0) {
+        return std::nullopt;
+    }
+    return chain;
+}
+
+/** The same for the only chain that a solver has: at first without, then with given arcs of more than a half circle. */
+template <std::size_t N>
+std::optional<std::array<Calelm, N>> completeOnlyChain(const std::array<CalcRecord, N>& candidate,
+                                                       const Calelm& firstBefore, const Calelm& lastBefore) {
+    const auto chain = completeChain(candidate, firstBefore, lastBefore, Given::Anywhere);
+    return chain ? chain : completeChain(candidate, firstBefore, lastBefore, Given::CutLong);
 }
 
 } // namespace fenmark::alignment
-
-#endif

@@ -30,7 +30,7 @@ struct Sizes {
 
 // +1 when the way from a point right of S's end to R's start crosses the line of S, that is when R starts on the left
 // of S or on its line; else, and where that way runs along S, -1.
-double turningSide(const Calelm& s, const Calelm& r) {
+double turningSide(const CalcRecord& s, const CalcRecord& r) {
     const double end[2] = {s.ex, s.ey};
     const double start[2] = {s.sx, s.sy};
     double normal[2];
@@ -46,11 +46,11 @@ double turningSide(const Calelm& s, const Calelm& r) {
     return CDpoiinseg(normal, rStart, crossing) >= 0 ? 1.0 : -1.0;
 }
 
-using Chain = std::array<Calelm, 6>;
+using Chain = std::array<CalcRecord, 6>;
 
 // The chain of the calculation plane for one centre of R1; false where it cannot be laid.
-bool laidAt(Vec c1, double side, const Calelm& s, const Calelm& r, const Sizes& sizes, Chain& chain) {
-    const Vec u = directionOf(s);
+bool laidAt(Vec c1, double side, const CalcRecord& s, const CalcRecord& r, const Sizes& sizes, Chain& chain) {
+    const Vec u = unitAlong(s);
     const Vec flat1 = startOf(s) + (plane::dot(u, c1 - startOf(s)) - sizes.end1.Xm) * u;
     // A clothoid that would begin before the straight does is no chain.
     if (plane::dot(flat1 - startOf(s), u) < 0.0) {
@@ -76,13 +76,13 @@ bool laidAt(Vec c1, double side, const Calelm& s, const Calelm& r, const Sizes& 
 }
 
 // The two centres of R1 for one turning side: before and behind the foot of C on the offset line, seen along S.
-Candidates centresFor(double side, const Calelm& s, const Calelm& r, const Sizes& sizes) {
+Candidates centresFor(double side, const CalcRecord& s, const CalcRecord& r, const Sizes& sizes) {
     Candidates found;
     const double p = r.par + sizes.end3.dR;
     const double q = sizes.R1 + sizes.end2.dR;
     const double along = sizes.end2.Xm + sizes.end3.Xm;
     const double D = std::hypot(along, r.dir * side > 0.0 ? p - q : p + q);
-    const Vec u = directionOf(s);
+    const Vec u = unitAlong(s);
     const Vec origin = startOf(s) + side * (sizes.R1 + sizes.end1.dR) * Vec{-u.y, u.x};
     const Vec toCentre = centreOf(r) - origin;
     const double across = plane::cross(u, toCentre);
@@ -103,8 +103,8 @@ int fitLongChain(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calel
         !clothoidFits(a3.par, r.par)) {
         return -1;
     }
-    const Calelm line = otherPlane(s);
-    const Calelm last = otherPlane(r);
+    const CalcRecord line = toCalc(s);
+    const CalcRecord last = toCalc(r);
     const Sizes sizes{a1.par,
                       r1.par,
                       a2.par,
@@ -112,19 +112,22 @@ int fitLongChain(Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calel
                       clothoidEnd(a1.par, r1.par),
                       clothoidEnd(a2.par, r1.par),
                       clothoidEnd(a3.par, r.par)};
-    // The side that S and R's start tell comes first; where it gives no tangent chain, the other one may.
-    const double told = turningSide(line, last);
+    // The side that S and R's start ask for comes first; where it gives no tangent chain, the other one may.
+    const double asked = turningSide(line, last);
     // Among its two centres one that lengthens neither S nor R is preferred.
-    for (const double side : {told, -told}) {
-        for (const auto& [pass, c1] : eachPass(centresFor(side, line, last, sizes), longArcsLast)) {
+    for (const double side : {asked, -asked}) {
+        for (const auto& [pass, c1] : eachPass(centresFor(side, line, last, sizes), kLongArcsLast)) {
             Chain chain;
-            if (laidAt(c1, side, line, last, sizes, chain) && completeChain(chain, s, r, pass) == 0) {
-                s = chain[0];
-                a1 = chain[1];
-                r1 = chain[2];
-                a2 = chain[3];
-                a3 = chain[4];
-                r = chain[5];
+            if (!laidAt(c1, side, line, last, sizes, chain)) {
+                continue;
+            }
+            if (const auto made = completeChain(chain, s, r, pass)) {
+                s = (*made)[0];
+                a1 = (*made)[1];
+                r1 = (*made)[2];
+                a2 = (*made)[3];
+                a3 = (*made)[4];
+                r = (*made)[5];
                 return 0;
             }
         }

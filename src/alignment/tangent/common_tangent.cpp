@@ -13,6 +13,8 @@
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
+#include <algorithm>
+
 namespace fenmark::alignment {
 
 namespace {
@@ -21,8 +23,8 @@ int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
     if (!isGivenArc(r1) || !isGivenArc(r2)) {
         return -1;
     }
-    const Calelm first = otherPlane(r1);
-    const Calelm second = otherPlane(r2);
+    const CalcRecord first = toCalc(r1);
+    const CalcRecord second = toCalc(r2);
     const double D = plane::distance(centreOf(first), centreOf(second));
     // In the limit of touching circles the tangent has no length.
     const bool apart = first.dir == second.dir ? std::fabs(first.par - second.par) < D : first.par + second.par < D;
@@ -36,12 +38,11 @@ int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
     for (const bool round : {true, false}) {
         const Vec from = round ? roundedPoint(tangent.foot1) : tangent.foot1;
         const Vec to = round ? roundedPoint(tangent.foot2) : tangent.foot2;
-        std::array chain = {first, straightBetween(from, to), second};
-        setEnd(chain[0], from);
-        setStart(chain[2], to);
-        for (Calelm& e : chain) {
-            e = otherPlane(e);
-        }
+        std::array candidate = {first, straightBetween(from, to), second};
+        setEnd(candidate[0], from);
+        setStart(candidate[2], to);
+        std::array<Calelm, 3> chain;
+        std::transform(candidate.begin(), candidate.end(), chain.begin(), toSurvey);
         completeAboutCentre(chain[0]);
         completeAboutCentre(chain[2]);
         if (signed16(ali_makS(&chain[1])) == 0 && finishChain(chain, r1, r2) && keepsLongArcs(chain, r1, r2)) {
@@ -55,7 +56,7 @@ int straightBetweenArcs(Calelm& r1, Calelm& r2, Calelm& s) {
 }
 
 // Chain R1, S, A, R2 between two arcs of the calculation plane; false where the arcs leave no room.
-bool easeSecond(const Calelm& r1, const Calelm& r2, double A, std::array<Calelm, 4>& chain) {
+bool easeSecond(const CalcRecord& r1, const CalcRecord& r2, double A, std::array<CalcRecord, 4>& chain) {
     if (!clothoidFits(A, r2.par)) {
         return false;
     }
@@ -80,30 +81,35 @@ int easedStraightBetweenArcs(int side, Calelm& r1, Calelm& r2, Calelm& s, Calelm
     if (!isGivenArc(r1) || !isGivenArc(r2)) {
         return -1;
     }
-    std::array<Calelm, 4> chain;
+    std::array<CalcRecord, 4> chain;
     if (side == 1) {
-        if (!easeSecond(otherPlane(r1), otherPlane(r2), a.par, chain) || completeOnlyChain(chain, r1, r2) != 0) {
+        if (!easeSecond(toCalc(r1), toCalc(r2), a.par, chain)) {
             return -1;
         }
-        r1 = chain[0];
-        s = chain[1];
-        a = chain[2];
-        r2 = chain[3];
+        const auto made = completeOnlyChain(chain, r1, r2);
+        if (!made) {
+            return -1;
+        }
+        r1 = (*made)[0];
+        s = (*made)[1];
+        a = (*made)[2];
+        r2 = (*made)[3];
         return 0;
     }
     // Both arcs are travelled backwards and keep their places, so that the finished chain runs R2, A, S, R1.
-    std::array<Calelm, 4> back;
-    if (!easeSecond(reversed(otherPlane(r1)), reversed(otherPlane(r2)), a.par, back)) {
+    std::array<CalcRecord, 4> back;
+    if (!easeSecond(reversed(toCalc(r1)), reversed(toCalc(r2)), a.par, back)) {
         return -1;
     }
     chain = {reversed(back[3]), reversed(back[2]), reversed(back[1]), reversed(back[0])};
-    if (completeOnlyChain(chain, r2, r1) != 0) {
+    const auto made = completeOnlyChain(chain, r2, r1);
+    if (!made) {
         return -1;
     }
-    r2 = chain[0];
-    a = chain[1];
-    s = chain[2];
-    r1 = chain[3];
+    r2 = (*made)[0];
+    a = (*made)[1];
+    s = (*made)[2];
+    r1 = (*made)[3];
     return 0;
 }
 
@@ -111,8 +117,8 @@ int bothEndsEased(Calelm& r1, Calelm& r2, Calelm& a1, Calelm& s, Calelm& a2) {
     if (!isGivenArc(r1) || !isGivenArc(r2) || !clothoidFits(a1.par, r1.par) || !clothoidFits(a2.par, r2.par)) {
         return -1;
     }
-    const Calelm first = otherPlane(r1);
-    const Calelm second = otherPlane(r2);
+    const CalcRecord first = toCalc(r1);
+    const CalcRecord second = toCalc(r2);
     const ClothoidEnd values1 = clothoidEnd(a1.par, r1.par);
     const ClothoidEnd values2 = clothoidEnd(a2.par, r2.par);
     CommonTangent tangent;
@@ -130,14 +136,15 @@ int bothEndsEased(Calelm& r1, Calelm& r2, Calelm& a1, Calelm& s, Calelm& a2) {
                         clothoidFromLine(flat2, tangent.t, second.dir, a2.par, second.par, values2), second};
     setEnd(chain[0], startOf(chain[1]));
     setStart(chain[4], endOf(chain[3]));
-    if (completeOnlyChain(chain, r1, r2) != 0) {
+    const auto made = completeOnlyChain(chain, r1, r2);
+    if (!made) {
         return -1;
     }
-    r1 = chain[0];
-    a1 = chain[1];
-    s = chain[2];
-    a2 = chain[3];
-    r2 = chain[4];
+    r1 = (*made)[0];
+    a1 = (*made)[1];
+    s = (*made)[2];
+    a2 = (*made)[3];
+    r2 = (*made)[4];
     return 0;
 }
 

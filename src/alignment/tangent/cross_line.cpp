@@ -25,7 +25,12 @@ int crossLine(OnElement on, const Calelm& element, double station, double angle,
     }
     const Vec half = halfLength * plane::unit(tangent - angle);
     const Vec p{point[0], point[1]};
-    Calelm line = straightBetween(p - half, p + half);
+    Calelm line{};
+    line.type = element::kStraight;
+    line.sx = p.x - half.x;
+    line.sy = p.y - half.y;
+    line.ex = p.x + half.x;
+    line.ey = p.y + half.y;
     // A line that runs off into values that are not finite has no ends.
     if (!std::isfinite(line.sx + line.sy + line.ex + line.ey)) {
         return -1;
@@ -43,33 +48,33 @@ int crossLine(OnElement on, const Calelm& element, double station, double angle,
 
 extern "C" {
 
-int ali_SmakS(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
+int ali_SmakS(const Calelm* element, double station, double angle, double halfLength, Calelm* s) {
     return fenmark::alignment::answerInPlace({s}, [&]() -> int {
-        return fenmark::alignment::crossLine(ali_onlS, *element, station, angle, half_length, *s);
+        return fenmark::alignment::crossLine(ali_onlS, *element, station, angle, halfLength, *s);
     });
 }
 
-int ali_SmakR(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
+int ali_SmakR(const Calelm* element, double station, double angle, double halfLength, Calelm* s) {
     return fenmark::alignment::answerInPlace({s}, [&]() -> int {
-        return fenmark::alignment::crossLine(ali_onlR, *element, station, angle, half_length, *s);
+        return fenmark::alignment::crossLine(ali_onlR, *element, station, angle, halfLength, *s);
     });
 }
 
-int ali_SmakA(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
+int ali_SmakA(const Calelm* element, double station, double angle, double halfLength, Calelm* s) {
     return fenmark::alignment::answerInPlace({s}, [&]() -> int {
-        return fenmark::alignment::crossLine(ali_onlA, *element, station, angle, half_length, *s);
+        return fenmark::alignment::crossLine(ali_onlA, *element, station, angle, halfLength, *s);
     });
 }
 
-int ali_Smak(const Calelm* element, double station, double angle, double half_length, Calelm* s) {
+int ali_Smak(const Calelm* element, double station, double angle, double halfLength, Calelm* s) {
     namespace element_type = fenmark::alignment::element;
     switch (element->type) {
-    case element_type::straight:
-        return ali_SmakS(element, station, angle, half_length, s);
-    case element_type::arc:
-        return ali_SmakR(element, station, angle, half_length, s);
-    case element_type::clothoid:
-        return ali_SmakA(element, station, angle, half_length, s);
+    case element_type::kStraight:
+        return ali_SmakS(element, station, angle, halfLength, s);
+    case element_type::kArc:
+        return ali_SmakR(element, station, angle, halfLength, s);
+    case element_type::kClothoid:
+        return ali_SmakA(element, station, angle, halfLength, s);
     default:
         return -1;
     }

@@ -15,9 +15,9 @@ namespace fenmark::alignment {
 
 namespace {
 
-Calelm clothoidOf(const Calelm& sizes, const Calelm& arc1, const Calelm& arc2) {
-    Calelm clothoid{};
-    clothoid.type = element::clothoid;
+CalcRecord clothoidOf(const Calelm& sizes, const CalcRecord& arc1, const CalcRecord& arc2) {
+    CalcRecord clothoid;
+    clothoid.type = element::kClothoid;
     clothoid.par = sizes.par;
     clothoid.dir = arc1.par < arc2.par ? arc1.dir : arc2.dir;
     return clothoid;
@@ -29,12 +29,12 @@ bool sameRadius(double r1, double r2) {
 
 // Chain R1, A, R3, R2 of the calculation plane for one centre of R3, R3 touching R2 from inside; false where the
 // clothoid cannot be laid.
-bool laidOnContact(Vec centre3, const Calelm& first, const Calelm& second, const Calelm& made, const Calelm& clothoid,
-                   std::array<Calelm, 4>& chain) {
+bool laidOnContact(Vec centre3, const CalcRecord& first, const CalcRecord& second, const CalcRecord& made,
+                   const CalcRecord& clothoid, std::array<CalcRecord, 4>& chain) {
     chain = {first, clothoid, made, second};
     chain[2].k1 = centre3.x;
     chain[2].k2 = centre3.y;
-    if (CDsetAToRAR(-1, &chain[0], &chain[2], &chain[1]) != 0) {
+    if (CDsetAToRAR(-1, chain[0].raw(), chain[2].raw(), chain[1].raw()) != 0) {
         return false;
     }
     const Vec apart = centre3 - centreOf(second);
@@ -52,34 +52,34 @@ int easedAtOneEnd(int side, int mode, Calelm& r1, Calelm& r2, Calelm& r3, Calelm
     }
     // The clothoid lies at R1, or on side 1 at R2: that chain is worked out backwards.
     const bool backwards = side == 1;
-    Calelm first = otherPlane(r1);
-    Calelm second = otherPlane(r2);
+    CalcRecord first = toCalc(r1);
+    CalcRecord second = toCalc(r2);
     if (backwards) {
-        first = reversed(otherPlane(r2));
-        second = reversed(otherPlane(r1));
+        first = reversed(toCalc(r2));
+        second = reversed(toCalc(r1));
     }
-    const Calelm made = arcBetween({}, {}, r3.par, first.dir);
-    const Calelm clothoid = clothoidOf(a, first, made);
+    const CalcRecord made = arcBetween({}, {}, r3.par, first.dir);
+    const CalcRecord clothoid = clothoidOf(a, first, made);
     double demanded = 0.0;
     if (!clothoidFits(a.par, std::fmin(first.par, made.par)) ||
-        CDOODistForRAR(&first, &clothoid, mode, &made, &demanded) != 0) {
+        CDOODistForRAR(first.raw(), clothoid.raw(), mode, made.raw(), &demanded) != 0) {
         return -1;
     }
     const Candidates centres =
         centresBetween(centreOf(first), demanded, centreOf(second), std::fabs(made.par - second.par));
-    for (const auto& [pass, centre3] : eachPass(centres, cutFirst)) {
-        std::array<Calelm, 4> chain;
+    for (const auto& [pass, centre3] : eachPass(centres, kCutFirst)) {
+        std::array<CalcRecord, 4> chain;
         if (!laidOnContact(centre3, first, second, made, clothoid, chain)) {
             continue;
         }
         if (backwards) {
             chain = {reversed(chain[3]), reversed(chain[2]), reversed(chain[1]), reversed(chain[0])};
         }
-        if (completeChain(chain, r1, r2, pass) == 0) {
-            r1 = chain[0];
-            a = chain[backwards ? 2 : 1];
-            r3 = chain[backwards ? 1 : 2];
-            r2 = chain[3];
+        if (const auto laid = completeChain(chain, r1, r2, pass)) {
+            r1 = (*laid)[0];
+            a = (*laid)[backwards ? 2 : 1];
+            r3 = (*laid)[backwards ? 1 : 2];
+            r2 = (*laid)[3];
             return 0;
         }
     }
@@ -92,9 +92,9 @@ int easedAtBothEnds(int mode1, int mode2, Calelm& r1, Calelm& r2, Calelm& a1, Ca
         sameRadius(r1.par, r3.par) || sameRadius(r2.par, r3.par)) {
         return -1;
     }
-    const Calelm first = otherPlane(r1);
-    const Calelm second = otherPlane(r2);
-    Calelm made = arcBetween({}, {}, r3.par, r3.dir);
+    const CalcRecord first = toCalc(r1);
+    const CalcRecord second = toCalc(r2);
+    CalcRecord made = arcBetween({}, {}, r3.par, r3.dir);
     if (mode1 == -1) {
         made.dir = first.dir;
     } else if (mode2 == -1) {
@@ -103,32 +103,32 @@ int easedAtBothEnds(int mode1, int mode2, Calelm& r1, Calelm& r2, Calelm& a1, Ca
     if (std::fabs(made.dir) != 1.0) {
         return -1;
     }
-    const Calelm clothoid1 = clothoidOf(a1, first, made);
-    const Calelm clothoid2 = clothoidOf(a2, made, second);
+    const CalcRecord clothoid1 = clothoidOf(a1, first, made);
+    const CalcRecord clothoid2 = clothoidOf(a2, made, second);
     double demanded1 = 0.0;
     double demanded2 = 0.0;
     if (!clothoidFits(a1.par, std::fmin(first.par, made.par)) ||
         !clothoidFits(a2.par, std::fmin(second.par, made.par)) ||
-        CDOODistForRAR(&first, &clothoid1, mode1, &made, &demanded1) != 0 ||
-        CDOODistForRAR(&made, &clothoid2, mode2, &second, &demanded2) != 0) {
+        CDOODistForRAR(first.raw(), clothoid1.raw(), mode1, made.raw(), &demanded1) != 0 ||
+        CDOODistForRAR(made.raw(), clothoid2.raw(), mode2, second.raw(), &demanded2) != 0) {
         return -1;
     }
     const Candidates centres = centresBetween(centreOf(first), demanded1, centreOf(second), demanded2);
-    for (const auto& [pass, centre3] : eachPass(centres, cutFirst)) {
+    for (const auto& [pass, centre3] : eachPass(centres, kCutFirst)) {
         std::array chain = {first, clothoid1, made, clothoid2, second};
         chain[2].k1 = centre3.x;
         chain[2].k2 = centre3.y;
         // The first arc's sweep and that of the new one must be valid; the second call looks at the new one.
-        if (CDsetAToRAR(mode1, &chain[0], &chain[2], &chain[1]) != 0 ||
-            CDsetAToRAR(mode2, &chain[2], &chain[4], &chain[3]) != 0) {
+        if (CDsetAToRAR(mode1, chain[0].raw(), chain[2].raw(), chain[1].raw()) != 0 ||
+            CDsetAToRAR(mode2, chain[2].raw(), chain[4].raw(), chain[3].raw()) != 0) {
             continue;
         }
-        if (completeChain(chain, r1, r2, pass) == 0) {
-            r1 = chain[0];
-            a1 = chain[1];
-            r3 = chain[2];
-            a2 = chain[3];
-            r2 = chain[4];
+        if (const auto laid = completeChain(chain, r1, r2, pass)) {
+            r1 = (*laid)[0];
+            a1 = (*laid)[1];
+            r3 = (*laid)[2];
+            a2 = (*laid)[3];
+            r2 = (*laid)[4];
             return 0;
         }
     }

@@ -1,4 +1,4 @@
-// Azimuths that fell to an axis. Survey plane; names with _calc are in the calculation plane.
+// Azimuths that fell to an axis. Survey plane; names with Calc are in the calculation plane.
 #include "alignment/tangent/fallen_azimuth.h"
 
 #include "alignment/calelm/planes.h"
@@ -26,12 +26,12 @@ bool fell(double azimuth, double neighbour) {
 
 // The largest rounded azimuth that falls, 9.723e-6: within 1e-5 of the axis and of all that is a little more than 1e-5
 // beside it.
-constexpr double last_step = 7 * kAngleStep;
-static_assert(last_step < kPlaneAngleZero && last_step + kAngleStep >= kPlaneAngleZero);
+constexpr double kLastStep = 7 * kAngleStep;
+static_assert(kLastStep < kPlaneAngleZero && kLastStep + kAngleStep >= kPlaneAngleZero);
 
 // Gives a straight that runs about 1e-5 beside an axis, towards the neighbour's azimuth, the last step that falls.
 void settle(Calelm& straight, double axis, double neighbour) {
-    const double raised = plane::wrapped(axis + std::copysign(last_step, plane::wrappedSigned(neighbour - axis)));
+    const double raised = plane::wrapped(axis + std::copysign(kLastStep, plane::wrappedSigned(neighbour - axis)));
     const double own = -directionOf(straight.ex - straight.sx, straight.sy - straight.ey);
     if (apart(own, raised) <= kAngleStep) {
         straight.sang = straight.eang = raised;
@@ -40,7 +40,7 @@ void settle(Calelm& straight, double axis, double neighbour) {
 
 // Raises a tangent that fell to the azimuth that it has at its neighbour.
 void raise(Calelm& e, double& tangent, double neighbour) {
-    if (e.type == element::straight) {
+    if (e.type == element::kStraight) {
         settle(e, tangent, neighbour);
     } else {
         tangent = neighbour;
@@ -66,7 +66,7 @@ void levelFarEnd(Calelm& e, bool atEnd, double given) {
     if (fell(tangent, given)) {
         raise(e, tangent, given);
     } else if (fell(given, tangent)) {
-        if (e.type == element::straight) {
+        if (e.type == element::kStraight) {
             settle(e, given, tangent);
         } else {
             tangent = given;

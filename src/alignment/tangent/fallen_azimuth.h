@@ -3,8 +3,7 @@
  * is run the other way. So of two tangents at one joint one may read 0 and the other 1e-5 and a little more. Survey
  * plane.
  */
-#ifndef FENMARK_ALIGNMENT_TANGENT_FALLEN_AZIMUTH_H
-#define FENMARK_ALIGNMENT_TANGENT_FALLEN_AZIMUTH_H
+#pragma once
 
 #include "fenmark/alignment/record.h"
 
@@ -32,5 +31,3 @@ void levelFarEnd(Calelm& e, bool atEnd, double given);
 void levelChain(std::span<Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore);
 
 } // namespace fenmark::alignment
-
-#endif

@@ -36,42 +36,49 @@ double rootOrTouch(double square) {
 } // namespace
 
 bool isGivenStraight(const Calelm& e) {
-    return e.type == element::straight && finiteEnds(e) && plane::distance(startOf(e), endOf(e)) >= kDirectionZero;
+    return e.type == element::kStraight && finiteEnds(e) &&
+           plane::distance({e.sx, e.sy}, {e.ex, e.ey}) >= kDirectionZero;
 }
 
 bool isGivenArc(const Calelm& e) {
-    return e.type == element::arc && finiteEnds(e) && std::isfinite(e.k1) && std::isfinite(e.k2) &&
+    return e.type == element::kArc && finiteEnds(e) && std::isfinite(e.k1) && std::isfinite(e.k2) &&
            std::isfinite(e.par) && e.par > 0.0 && (e.dir == 1.0 || e.dir == -1.0);
 }
 
-Calelm otherPlane(const Calelm& e) {
-    Calelm other{};
-    toOtherPlane(&e, &other);
+CalcRecord toCalc(const Calelm& e) {
+    CalcRecord other;
+    toOtherPlane(&e, other.raw());
     return other;
 }
 
-Calelm reversed(const Calelm& e) {
-    Calelm back = e;
-    CDreverA(&back, 1);
+Calelm toSurvey(const CalcRecord& e) {
+    Calelm other{};
+    toOtherPlane(e.raw(), &other);
+    return other;
+}
+
+CalcRecord reversed(const CalcRecord& e) {
+    CalcRecord back = e;
+    CDreverA(back.raw(), 1);
     return back;
 }
 
-Vec directionOf(const Calelm& straight) {
+Vec unitAlong(const CalcRecord& straight) {
     const Vec along = endOf(straight) - startOf(straight);
     return (1.0 / plane::norm(along)) * along;
 }
 
-Calelm straightBetween(Vec from, Vec to) {
-    Calelm line{};
-    line.type = element::straight;
+CalcRecord straightBetween(Vec from, Vec to) {
+    CalcRecord line;
+    line.type = element::kStraight;
     setStart(line, from);
     setEnd(line, to);
     return line;
 }
 
-Calelm arcBetween(Vec from, Vec to, double radius, double dir) {
-    Calelm arc{};
-    arc.type = element::arc;
+CalcRecord arcBetween(Vec from, Vec to, double radius, double dir) {
+    CalcRecord arc;
+    arc.type = element::kArc;
     setStart(arc, from);
     setEnd(arc, to);
     arc.par = radius;
@@ -95,9 +102,9 @@ bool clothoidFits(double parameter, double radius) {
            signed16(CDchkAR(parameter, radius)) == 0;
 }
 
-Calelm clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values) {
-    Calelm clothoid{};
-    clothoid.type = element::clothoid;
+CalcRecord clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values) {
+    CalcRecord clothoid;
+    clothoid.type = element::kClothoid;
     clothoid.par = parameter;
     clothoid.dir = dir;
     clothoid.r1 = 0.0;
@@ -107,7 +114,7 @@ Calelm clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double ra
     return clothoid;
 }
 
-Calelm clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values) {
+CalcRecord clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values) {
     // Travelled backwards it leaves the line in the direction -u and turns the other way.
     return reversed(clothoidFromLine(flat, -1.0 * u, -dir, parameter, radius, values));
 }
@@ -150,9 +157,9 @@ Attempts eachPass(const Candidates& centres, std::span<const Given> passes) {
     return attempts;
 }
 
-Candidates centresBesideLine(const Calelm& straight, double offset, Vec centre, double distance) {
+Candidates centresBesideLine(const CalcRecord& straight, double offset, Vec centre, double distance) {
     Candidates found;
-    const Vec u = directionOf(straight);
+    const Vec u = unitAlong(straight);
     const double around[2] = {centre.x, centre.y};
     for (const double side : {1.0, -1.0}) {
         const Vec origin = startOf(straight) + side * offset * Vec{-u.y, u.x};
@@ -185,7 +192,7 @@ Candidates centresBetween(Vec c1, double d1, Vec c2, double d2) {
         found.add({p2[0], p2[1]});
         return found;
     }
-    // A touch is told with a tolerance that may hide two points some centimetres apart, or a touch just missed.
+    // circleCross reports a touch within a tolerance that may hide two points some centimetres apart, or a touch just missed.
     const Vec toFirst = c1 - c2;
     const double D = plane::norm(toFirst);
     const double along = 0.5 * (D - (d1 - d2) * (d1 + d2) / D);

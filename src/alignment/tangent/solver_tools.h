@@ -2,13 +2,13 @@
  * What the tangent solvers share: records in and out of the calculation plane, clothoids laid from their flat end, and
  * the candidate centres that two loci give. All values are in the calculation plane unless said otherwise.
  */
-#ifndef FENMARK_ALIGNMENT_TANGENT_SOLVER_TOOLS_H
-#define FENMARK_ALIGNMENT_TANGENT_SOLVER_TOOLS_H
+#pragma once
 
 #include "fenmark/alignment/record.h"
 
 #include "alignment/primitives/plane.h"
 #include "alignment/primitives/tools.h"
+#include "alignment/tangent/calc_record.h"
 #include "alignment/tangent/chain_check.h"
 
 #include <array>
@@ -17,46 +17,18 @@
 
 namespace fenmark::alignment {
 
-using plane::Vec;
-
-inline Vec startOf(const Calelm& e) {
-    return {e.sx, e.sy};
-}
-inline Vec endOf(const Calelm& e) {
-    return {e.ex, e.ey};
-}
-inline Vec centreOf(const Calelm& arc) {
-    return {arc.k1, arc.k2};
-}
-
-inline void setStart(Calelm& e, Vec p) {
-    e.sx = p.x;
-    e.sy = p.y;
-}
-
-inline void setEnd(Calelm& e, Vec p) {
-    e.ex = p.x;
-    e.ey = p.y;
-}
-
-/** A record that can serve as a given straight: its type, finite and longer than 1e-7 m. Either plane. */
+/** A record that can serve as a given straight: its type, finite and longer than 1e-7 m. Survey plane. */
 bool isGivenStraight(const Calelm& e);
 
-/** A record that can serve as a given arc: its type, a positive radius, a sense of +1 or -1, finite. Either plane. */
+/** A record that can serve as a given arc: its type, a positive radius, a sense of +1 or -1, finite. Survey plane. */
 bool isGivenArc(const Calelm& e);
 
-/** A record in the other plane. */
-Calelm otherPlane(const Calelm& e);
-
-/** The same element travelled the other way: ends, radii and tangents exchanged, dir negated, k fields kept. */
-Calelm reversed(const Calelm& e);
-
 /** Unit direction of a straight; the straight is longer than 1e-7 m. */
-Vec directionOf(const Calelm& straight);
+Vec unitAlong(const CalcRecord& straight);
 
 /** A straight, an arc and a clothoid to be completed, from their ends. */
-Calelm straightBetween(Vec from, Vec to);
-Calelm arcBetween(Vec from, Vec to, double radius, double dir);
+CalcRecord straightBetween(Vec from, Vec to);
+CalcRecord arcBetween(Vec from, Vec to, double radius, double dir);
 
 /** A point rounded to the length step, 1e-5 m. */
 Vec roundedPoint(Vec p);
@@ -76,10 +48,10 @@ ClothoidEnd clothoidEnd(double parameter, double radius);
 bool clothoidFits(double parameter, double radius);
 
 /** The clothoid that leaves the line through `flat` with direction u and turns to dir, up to the radius. */
-Calelm clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
+CalcRecord clothoidFromLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
 
 /** The clothoid that turns to dir from the radius on and runs out into the line through `flat` with direction u. */
-Calelm clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
+CalcRecord clothoidIntoLine(Vec flat, Vec u, double dir, double parameter, double radius, const ClothoidEnd& values);
 
 /** A common tangent of two circles in the direction of travel: the feet of the centres on it and its unit direction. */
 struct CommonTangent {
@@ -106,14 +78,14 @@ struct Candidates {
 
 /** A centre to try, and which chains to take there. */
 struct Attempt {
-    Given pass = Given::cut;
+    Given pass = Given::Cut;
     Vec centre;
 };
 
 /** The passes over the candidates: chains that only cut the given elements come first. */
-inline constexpr Given cutFirst[] = {Given::cut, Given::anywhere};
+inline constexpr Given kCutFirst[] = {Given::Cut, Given::Anywhere};
 /** The same, and in the end those that leave more than a half circle of a given arc. */
-inline constexpr Given longArcsLast[] = {Given::cut, Given::anywhere, Given::cut_long};
+inline constexpr Given kLongArcsLast[] = {Given::Cut, Given::Anywhere, Given::CutLong};
 
 /** Every candidate in every pass. */
 struct Attempts {
@@ -130,7 +102,7 @@ Attempts eachPass(const Candidates& centres, std::span<const Given> passes);
  * Centres at the distance `offset` from a straight and at `distance` from a centre: on the offset to the left of travel
  * the cut nearer to the straight's start, then the other; then the same on the right.
  */
-Candidates centresBesideLine(const Calelm& straight, double offset, Vec centre, double distance);
+Candidates centresBesideLine(const CalcRecord& straight, double offset, Vec centre, double distance);
 
 /**
  * Centres at the distances d1 from c1 and d2 from c2, in the order of circleCross. Where that takes two near points
@@ -139,5 +111,3 @@ Candidates centresBesideLine(const Calelm& straight, double offset, Vec centre, 
 Candidates centresBetween(Vec c1, double d1, Vec c2, double d2);
 
 } // namespace fenmark::alignment
-
-#endif

@@ -13,24 +13,24 @@
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace fenmark::alignment {
 
 namespace {
 
-// No candidate at all, told inside only.
-constexpr int no_cut = 99;
+// No candidate at all; a status inside this file only.
+constexpr int kNoCut = 99;
 
 // A straight and an arc in the calculation plane in the worker's order of travel: the straight first.
 struct LineAndArc {
-    Calelm line;
-    Calelm arc;
+    CalcRecord line;
+    CalcRecord arc;
     bool backwards; // side +1: the caller's chain ends on the straight
 };
 
 LineAndArc travelled(int side, const Calelm& s, const Calelm& r) {
-    LineAndArc given{otherPlane(s), otherPlane(r), side == 1};
+    LineAndArc given{toCalc(s), toCalc(r), side == 1};
     if (given.backwards) {
         given.line = reversed(given.line);
         given.arc = reversed(given.arc);
@@ -41,19 +41,18 @@ LineAndArc travelled(int side, const Calelm& s, const Calelm& r) {
 // Turns a chain of the worker into the caller's order of travel, completes it and checks it: a straight and an arc are
 // only cut, so that a foot beyond the straight's end or a clothoid that ends before the arc is no chain.
 template <std::size_t N>
-int completeTravelled(const LineAndArc& given, std::array<Calelm, N>& chain, const Calelm& s, const Calelm& r) {
+std::optional<std::array<Calelm, N>> completeTravelled(const LineAndArc& given, const std::array<CalcRecord, N>& chain,
+                                                       const Calelm& s, const Calelm& r) {
     if (!given.backwards) {
-        return completeChain(chain, s, r, Given::cut);
+        return completeChain(chain, s, r, Given::Cut);
     }
-    std::array<Calelm, N> back;
-    for (std::size_t i = 0; i < N; ++i) {
-        back[i] = reversed(chain[N - 1 - i]);
+    std::array<CalcRecord, N> back;
+    std::transform(chain.rbegin(), chain.rend(), back.begin(), [](const CalcRecord& e) { return reversed(e); });
+    auto made = completeChain(back, r, s, Given::Cut);
+    if (made) {
+        std::reverse(made->begin(), made->end());
     }
-    const int status = completeChain(back, r, s, Given::cut);
-    for (std::size_t i = 0; i < N; ++i) {
-        chain[i] = back[N - 1 - i];
-    }
-    return status;
+    return made;
 }
 
 // Foot of a centre on the straight, and the sense of a circle about that centre that leaves the straight there.
@@ -62,23 +61,23 @@ struct Contact {
     double dir;
 };
 
-Contact contactWithLine(const Calelm& line, Vec centre) {
-    const Vec u = directionOf(line);
+Contact contactWithLine(const CalcRecord& line, Vec centre) {
+    const Vec u = unitAlong(line);
     const Vec toCentre = centre - startOf(line);
     return {startOf(line) + plane::dot(u, toCentre) * u, plane::cross(u, toCentre) > 0.0 ? 1.0 : -1.0};
 }
 
 // Whether a tangent point lies beyond the end of the straight, or before the start of the arc or off it. Ends of given
 // records may be rounded, so that a chain that was laid with such records is found again.
-bool liesBeyond(Vec p, const Calelm& line) {
-    return !(plane::dot(p - endOf(line), directionOf(line)) <= rounded_joint_tolerance);
+bool liesBeyond(Vec p, const CalcRecord& line) {
+    return !(plane::dot(p - endOf(line), unitAlong(line)) <= kRoundedJointTolerance);
 }
 
-bool liesBefore(Vec p, const Calelm& arc) {
+bool liesBefore(Vec p, const CalcRecord& arc) {
     const double point[2] = {p.x, p.y};
-    const int where = arcPosition(point, arc);
-    return where == position::none ||
-           (where == position::before && plane::distance(p, startOf(arc)) > rounded_joint_tolerance);
+    const int where = arcPosition(point, *arc.raw());
+    return where == position::kNone ||
+           (where == position::kBefore && plane::distance(p, startOf(arc)) > kRoundedJointTolerance);
 }
 
 // All candidates of one sense; the first tangent chain goes out. Returns 0, 99 for no candidate, -1 for none accepted.
@@ -87,7 +86,7 @@ int arcWorker(double sense, const LineAndArc& given, Calelm& s, Calelm& r1, Cale
     const double R = given.arc.par;
     const Vec centre1 = centreOf(given.arc);
     const Candidates centres = centresBesideLine(given.line, r, centre1, std::fabs(R - sense * r));
-    int status = no_cut;
+    int status = kNoCut;
     for (const Vec centre2 : centres) {
         status = -1;
         const Contact contact = contactWithLine(given.line, centre2);
@@ -108,10 +107,10 @@ int arcWorker(double sense, const LineAndArc& given, Calelm& s, Calelm& r1, Cale
         std::array chain = {given.line, arcBetween(contact.foot, touch, r, contact.dir), given.arc};
         setEnd(chain[0], contact.foot);
         setStart(chain[2], touch);
-        if (completeTravelled(given, chain, s, r1) == 0) {
-            s = chain[0];
-            r2 = chain[1];
-            r1 = chain[2];
+        if (const auto made = completeTravelled(given, chain, s, r1)) {
+            s = (*made)[0];
+            r2 = (*made)[1];
+            r1 = (*made)[2];
             return 0;
         }
     }
@@ -131,17 +130,17 @@ int arcBetweenStraightAndArc(int side, Calelm& s, Calelm& r1, Calelm& r2) {
 
 // One sense of the arc eased towards the given arc: the clothoid demands the distance of the centres.
 int easedArcWorker(double sense, int mode, const LineAndArc& given, Calelm& s, Calelm& r, Calelm& r1, Calelm& a) {
-    Calelm made = arcBetween({}, {}, r1.par, sense * given.arc.dir);
-    Calelm clothoid{};
-    clothoid.type = element::clothoid;
+    CalcRecord made = arcBetween({}, {}, r1.par, sense * given.arc.dir);
+    CalcRecord clothoid;
+    clothoid.type = element::kClothoid;
     clothoid.par = a.par;
     clothoid.dir = made.par < given.arc.par ? made.dir : given.arc.dir;
     double demanded = 0.0;
-    if (CDOODistForRAR(&made, &clothoid, mode, &given.arc, &demanded) != 0) {
+    if (CDOODistForRAR(made.raw(), clothoid.raw(), mode, given.arc.raw(), &demanded) != 0) {
         return -1;
     }
     const Candidates centres = centresBesideLine(given.line, r1.par, centreOf(given.arc), demanded);
-    int status = no_cut;
+    int status = kNoCut;
     for (const Vec centre : centres) {
         status = -1;
         const Contact contact = contactWithLine(given.line, centre);
@@ -153,14 +152,14 @@ int easedArcWorker(double sense, int mode, const LineAndArc& given, Calelm& s, C
         setStart(chain[1], contact.foot);
         chain[1].k1 = centre.x;
         chain[1].k2 = centre.y;
-        if (CDsetAToRAR(mode, &chain[1], &chain[3], &chain[2]) != 0) {
+        if (CDsetAToRAR(mode, chain[1].raw(), chain[3].raw(), chain[2].raw()) != 0) {
             continue;
         }
-        if (completeTravelled(given, chain, s, r) == 0) {
-            s = chain[0];
-            r1 = chain[1];
-            a = chain[2];
-            r = chain[3];
+        if (const auto laid = completeTravelled(given, chain, s, r)) {
+            s = (*laid)[0];
+            r1 = (*laid)[1];
+            a = (*laid)[2];
+            r = (*laid)[3];
             return 0;
         }
     }

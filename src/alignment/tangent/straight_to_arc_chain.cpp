@@ -4,12 +4,15 @@
 #include "fenmark/alignment/tangent.h"
 
 #include "alignment/calelm/answer.h"
+#include "alignment/compound/laying.h"
 #include "alignment/tangent/chain_check.h"
 #include "alignment/tangent/solver_tools.h"
 
 namespace fenmark::alignment {
 
 namespace {
+
+using laying::reversed;
 
 int chainBetweenStraightAndArc(int side, Calelm& s, Calelm& r, Calelm& a1, Calelm& r1, Calelm& a2, Calelm& a3) {
     if (side == 1) {
@@ -27,7 +30,7 @@ int chainBetweenStraightAndArc(int side, Calelm& s, Calelm& r, Calelm& a1, Calel
     std::array<Calelm, 6> chain;
     for (std::size_t i = 0; i < chain.size(); ++i) {
         chain[i] = reversed(work[work.size() - 1 - i]);
-        if (i == 0 && chain[i].k3 > plane::pi) {
+        if (i == 0 && chain[i].k3 > kPi) {
             completeAboutCentre(chain[i]);
         } else if (completeElement(chain[i]) != 0) {
             return -1;

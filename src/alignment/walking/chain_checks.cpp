@@ -68,18 +68,18 @@ int CDsameA(const Calelm* a, const Calelm* b) {
         CDreverA(&first, 1);
         CDreverA(&second, 1);
     }
-    const double station_a = standardStation(first.par, first.r1);
-    const double station_b = standardStation(second.par, second.r1);
+    const double stationA = standardStation(first.par, first.r1);
+    const double stationB = standardStation(second.par, second.r1);
     double point[2];
     double tangent = std::numeric_limits<double>::quiet_NaN();
     // The station may lie beyond the element; the tangent of the continued curve is then the one wanted.
-    if (station_b <= station_a) {
-        ali_onlA(&second, station_a - station_b, point, &tangent);
+    if (stationB <= stationA) {
+        ali_onlA(&second, stationA - stationB, point, &tangent);
         const double d = between(tangent, first.sang);
         return d < kSameLength || std::fabs(d - kPi) < kSameLength ? -1 : 0;
     }
-    // The first tolerance differs from that of the other branch, and that is meant.
-    ali_onlA(&first, station_b - station_a, point, &tangent);
+    // The first tolerance differs from that of the other branch: existing results have it so.
+    ali_onlA(&first, stationB - stationA, point, &tangent);
     const double d = between(tangent, second.sang);
     return d < kSameAngle || std::fabs(d - kPi) < kSameLength ? -2 : 0;
 }

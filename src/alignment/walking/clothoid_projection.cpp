@@ -62,13 +62,13 @@ int ali_projA(const Calelm* rec, const double p[2], double foot[2], double* stat
     } else {
         double low = 0.0;
         double high = T;
-        double end_of_search = kLengthStep;
+        double endOfSearch = kLengthStep;
         FootTest test{-1, 1.0, 0.0};
-        for (int pass = 0; pass < kBisections && std::fabs(high - low) >= end_of_search; ++pass) {
+        for (int pass = 0; pass < kBisections && std::fabs(high - low) >= endOfSearch; ++pass) {
             s = (high + low) / 2.0;
             test = testFoot(A, L1 + s, q);
             // A near point asks for a finer end of the search.
-            end_of_search = test.distance > 1.0 ? kLengthStep : test.distance * test.distance * kLengthStep;
+            endOfSearch = test.distance > 1.0 ? kLengthStep : test.distance * test.distance * kLengthStep;
             if (test.status == 0 || test.status == 2) {
                 break;
             }
@@ -79,15 +79,15 @@ int ali_projA(const Calelm* rec, const double p[2], double foot[2], double* stat
             return -1;
         }
     }
-    const double from_start = laid.reversed() ? T - s : s;
+    const double fromStart = laid.reversed() ? T - s : s;
     double on[2];
     double tangent = 0.0;
-    if (ali_onlA(rec, from_start, on, &tangent) != 0) {
+    if (ali_onlA(rec, fromStart, on, &tangent) != 0) {
         return -1;
     }
     foot[0] = on[0];
     foot[1] = on[1];
-    *station = from_start;
+    *station = fromStart;
     return 0;
 }
 

@@ -4,7 +4,7 @@
 // distance from the flatter end; (X1, Y1) the standard point at the flatter end; theta the turn from the standard chord
 // to the element's chord; tau = L^2 / (2 A^2).
 // Axes: the standard clothoid has its origin at infinite radius, its tangent there along +x, and curves towards +y. An
-// element that turns right is mirrored in the y axis first. Values named _calc are in the calculation plane.
+// element that turns right is mirrored in the y axis first. Values named ...Calc are in the calculation plane.
 #pragma once
 
 #include "alignment/clothoid/series.h"
@@ -37,10 +37,10 @@ class LaidClothoid {
         const double side = mirrored_ ? -1.0 : 1.0;
         start_ = {side * (reversed_ ? rec.ex : rec.sx), -(reversed_ ? rec.ey : rec.sy)};
         const Point finish{side * (reversed_ ? rec.sx : rec.ex), -(reversed_ ? rec.sy : rec.ey)};
-        standard_start_ = clothoidPointAtRadius(A_, r1);
-        standard_end_ = clothoidPointAtRadius(A_, r2);
+        standardStart_ = clothoidPointAtRadius(A_, r1);
+        standardEnd_ = clothoidPointAtRadius(A_, r2);
         // The turn by scalar and cross product of the two chords: one arc tangent, and no sine or cosine.
-        const Point z{standard_end_.x - standard_start_.x, standard_end_.y - standard_start_.y};
+        const Point z{standardEnd_.x - standardStart_.x, standardEnd_.y - standardStart_.y};
         Point m{finish.x - start_.x, finish.y - start_.y};
         const double z2 = z.x * z.x + z.y * z.y;
         double m2 = m.x * m.x + m.y * m.y;
@@ -62,7 +62,7 @@ class LaidClothoid {
             sine_ = cross / length;
         }
         valid_ = std::isfinite(start_.x + start_.y + finish.x + finish.y) &&
-                 std::isfinite(standard_end_.x + standard_end_.y) && std::isfinite(cosine_ + sine_);
+                 std::isfinite(standardEnd_.x + standardEnd_.y) && std::isfinite(cosine_ + sine_);
     }
 
     bool valid() const { return valid_; }
@@ -71,8 +71,8 @@ class LaidClothoid {
     double parameter() const { return A_; }
     double flatStation() const { return L1_; }
     double length() const { return T_; }
-    Point standardStart() const { return standard_start_; }
-    Point standardEnd() const { return standard_end_; }
+    Point standardStart() const { return standardStart_; }
+    Point standardEnd() const { return standardEnd_; }
 
     // Standard station of a station counted from the element's own start, and back.
     double standardStationOf(double station) const { return reversed_ ? L1_ + (T_ - station) : L1_ + station; }
@@ -80,8 +80,8 @@ class LaidClothoid {
 
     // A standard point in the calculation plane.
     Point toCalc(Point local) const {
-        const double dx = local.x - standard_start_.x;
-        const double dy = local.y - standard_start_.y;
+        const double dx = local.x - standardStart_.x;
+        const double dy = local.y - standardStart_.y;
         const double x = start_.x + dx * cosine_ - dy * sine_;
         return {mirrored_ ? -x : x, start_.y + dx * sine_ + dy * cosine_};
     }
@@ -96,7 +96,7 @@ class LaidClothoid {
     Point toStandard(Point calc) const {
         const double dx = (mirrored_ ? -calc.x : calc.x) - start_.x;
         const double dy = calc.y - start_.y;
-        return {standard_start_.x + dx * cosine_ + dy * sine_, standard_start_.y - dx * sine_ + dy * cosine_};
+        return {standardStart_.x + dx * cosine_ + dy * sine_, standardStart_.y - dx * sine_ + dy * cosine_};
     }
 
     // Direction of travel at the standard station L, calculation plane: on the copy that runs from flat to sharp.
@@ -137,8 +137,8 @@ class LaidClothoid {
     double cosine_ = 1.0;
     double sine_ = 0.0;
     Point start_; // flatter end, mirrored if the element is
-    Point standard_start_;
-    Point standard_end_;
+    Point standardStart_;
+    Point standardEnd_;
 };
 
 } // namespace fenmark::alignment

@@ -17,7 +17,7 @@ int ali_getl(const Calelm* rec, double* length) {
     case ALI_ARC: {
         const int status = ali_getlR(rec, length);
         if (status == 1) {
-            *length = 0.0; // a whole circle is told by the status alone
+            *length = 0.0; // a whole circle shows in the status alone
         }
         return status;
     }
@@ -54,13 +54,13 @@ int ali_getlR(const Calelm* rec, double* length) {
     if (rec->par == 0.0 || (rec->dir != 1.0 && rec->dir != -1.0)) {
         return -1;
     }
-    const double p_calc[2] = {rec->sx, -rec->sy};
-    const double q_calc[2] = {rec->ex, -rec->ey};
-    double sang_calc = 0.0;
-    double eang_calc = 0.0;
+    const double pCalc[2] = {rec->sx, -rec->sy};
+    const double qCalc[2] = {rec->ex, -rec->ey};
+    double sangCalc = 0.0;
+    double eangCalc = 0.0;
     double sweep = 0.0;
     double unrounded = 0.0;
-    ali_KEnAng(p_calc, q_calc, rec->dir, rec->par, rec->k1, -rec->k2, &sang_calc, &eang_calc, &sweep, &unrounded);
+    ali_KEnAng(pCalc, qCalc, rec->dir, rec->par, rec->k1, -rec->k2, &sangCalc, &eangCalc, &sweep, &unrounded);
     if (!std::isfinite(unrounded)) {
         return -1;
     }

@@ -1,7 +1,7 @@
 // From a station to the point and tangent there, and to a point off the element.
 //
 // Symbols: s station from the element's start, T total, R radius, theta the angle run on an arc. Records, points and
-// tangents are in the survey plane, values named _calc in the calculation plane (y negated). For clothoids see
+// tangents are in the survey plane, values named ...Calc in the calculation plane (y negated). For clothoids see
 // laid_clothoid.h.
 #include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
@@ -16,18 +16,18 @@ using namespace fenmark::alignment;
 namespace {
 
 // Where stations end: at the length between the ends, or at the stored one where rounding alone made it longer.
-double lastStation(double between_ends, double stored) {
-    return stored > between_ends && stored <= between_ends + kStoredLengthSlack ? stored : between_ends;
+double lastStation(double betweenEnds, double stored) {
+    return stored > betweenEnds && stored <= betweenEnds + kStoredLengthSlack ? stored : betweenEnds;
 }
 
 // Gives out a rounded point with its tangent; -1 when the coordinates are beyond what can be rounded.
-int writeRounded(Point on_survey, double tangent_calc, double point[2], double* tangent) {
-    if (!std::isfinite(on_survey.x) || !std::isfinite(on_survey.y)) {
+int writeRounded(Point onSurvey, double tangentCalc, double point[2], double* tangent) {
+    if (!std::isfinite(onSurvey.x) || !std::isfinite(onSurvey.y)) {
         return -1;
     }
-    point[0] = on_survey.x;
-    point[1] = on_survey.y;
-    *tangent = otherPlaneAngle(roundAngle(tangent_calc));
+    point[0] = onSurvey.x;
+    point[1] = onSurvey.y;
+    *tangent = otherPlaneAngle(roundAngle(tangentCalc));
     return 0;
 }
 
@@ -61,17 +61,17 @@ int ali_onl(const Calelm* rec, double s, double point[2], double* tangent) {
 }
 
 int ali_onlS(const Calelm* rec, double s, double point[2], double* tangent) {
-    const double p_calc[2] = {rec->sx, -rec->sy};
-    const double q_calc[2] = {rec->ex, -rec->ey};
-    const double chord = ali_CDist2P(p_calc, q_calc);
+    const double pCalc[2] = {rec->sx, -rec->sy};
+    const double qCalc[2] = {rec->ex, -rec->ey};
+    const double chord = ali_CDist2P(pCalc, qCalc);
     const int limit = s <= lastStation(chord, rec->len) ? 0 : 1;
-    double on_calc[2];
-    double angle_calc = 0.0;
-    const int status = ali_KGetPnt(p_calc, q_calc, s, limit, on_calc, &angle_calc);
+    double onCalc[2];
+    double angleCalc = 0.0;
+    const int status = ali_KGetPnt(pCalc, qCalc, s, limit, onCalc, &angleCalc);
     if (status != 0) {
         return status;
     }
-    return writeRounded({roundLength(on_calc[0]), roundedSurveyY(on_calc[1])}, angle_calc, point, tangent);
+    return writeRounded({roundLength(onCalc[0]), roundedSurveyY(onCalc[1])}, angleCalc, point, tangent);
 }
 
 int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent) {
@@ -81,23 +81,23 @@ int ali_onlR(const Calelm* rec, double s, double point[2], double* tangent) {
     }
     // Relative to the centre.
     const double origin[2] = {0.0, 0.0};
-    const double start_calc[2] = {rec->sx - rec->k1, -rec->sy + rec->k2};
-    const double end_calc[2] = {rec->ex - rec->k1, -rec->ey + rec->k2};
+    const double startCalc[2] = {rec->sx - rec->k1, -rec->sy + rec->k2};
+    const double endCalc[2] = {rec->ex - rec->k1, -rec->ey + rec->k2};
     double total = 0.0;
-    ali_KEnPncl(rec->dir, R, origin, start_calc, end_calc, &total);
+    ali_KEnPncl(rec->dir, R, origin, startCalc, endCalc, &total);
     const double theta = s / R;
     const double last = lastStation(total, rec->len);
     if (roundAngle(theta) > roundAngle(kTwoPi) || !(roundLength(s) <= roundLength(last))) {
         return -1;
     }
-    double on_calc[2];
-    ali_KEnPntb(rec->dir, origin, start_calc, theta, on_calc);
-    double sang_calc = 0.0;
-    double tangent_calc = 0.0;
+    double onCalc[2];
+    ali_KEnPntb(rec->dir, origin, startCalc, theta, onCalc);
+    double sangCalc = 0.0;
+    double tangentCalc = 0.0;
     double sweep = 0.0;
     double length = 0.0;
-    ali_KEnAng(start_calc, on_calc, rec->dir, R, 0.0, 0.0, &sang_calc, &tangent_calc, &sweep, &length);
-    return writeRounded({roundLength(on_calc[0] + rec->k1), roundedSurveyY(on_calc[1] - rec->k2)}, tangent_calc, point,
+    ali_KEnAng(startCalc, onCalc, rec->dir, R, 0.0, 0.0, &sangCalc, &tangentCalc, &sweep, &length);
+    return writeRounded({roundLength(onCalc[0] + rec->k1), roundedSurveyY(onCalc[1] - rec->k2)}, tangentCalc, point,
                         tangent);
 }
 
@@ -107,13 +107,13 @@ int ali_onlA(const Calelm* rec, double s, double point[2], double* tangent) {
         return -1;
     }
     const double L = laid.standardStationOf(s);
-    const Point on_calc = laid.toCalc(standardPointAt(laid.parameter(), L));
+    const Point onCalc = laid.toCalc(standardPointAt(laid.parameter(), L));
     const double at = laid.surveyTangent(L);
-    if (!std::isfinite(s) || !std::isfinite(on_calc.x) || !std::isfinite(on_calc.y) || !std::isfinite(at)) {
+    if (!std::isfinite(s) || !std::isfinite(onCalc.x) || !std::isfinite(onCalc.y) || !std::isfinite(at)) {
         return -1;
     }
-    point[0] = on_calc.x;
-    point[1] = -on_calc.y;
+    point[0] = onCalc.x;
+    point[1] = -onCalc.y;
     *tangent = at;
     return s > laid.length() ? -1 : 0;
 }

@@ -1,7 +1,7 @@
 // From a point to the foot of its perpendicular on a straight or an arc, and the dispatcher.
 //
 // Symbols: p the point, s the station of its foot, R radius; U and T the angles run from the start to p and to the end
-// in the sense of dir. Records and points are in the survey plane, values named _calc in the calculation plane.
+// in the sense of dir. Records and points are in the survey plane, values named ...Calc in the calculation plane.
 #include "alignment/calelm/planes.h"
 #include "alignment/calelm/rounding.h"
 #include "fenmark/alignment/clothoid.h"
@@ -62,20 +62,20 @@ int ali_projS(const Calelm* rec, const double p[2], double* station, double foot
 
 int ali_projR(const Calelm* rec, const double p[2], double foot[2], double* station) {
     // Relative to the centre.
-    const double start_calc[2] = {rec->sx - rec->k1, -rec->sy + rec->k2};
-    const double end_calc[2] = {rec->ex - rec->k1, -rec->ey + rec->k2};
-    const double p_calc[2] = {p[0] - rec->k1, -p[1] + rec->k2};
+    const double startCalc[2] = {rec->sx - rec->k1, -rec->sy + rec->k2};
+    const double endCalc[2] = {rec->ex - rec->k1, -rec->ey + rec->k2};
+    const double pCalc[2] = {p[0] - rec->k1, -p[1] + rec->k2};
     const double origin[2] = {0.0, 0.0};
-    if (samePoint(start_calc[0], start_calc[1]) || samePoint(end_calc[0], end_calc[1]) ||
-        samePoint(p_calc[0], p_calc[1]) || samePoint(start_calc[0] - end_calc[0], start_calc[1] - end_calc[1]) ||
-        samePoint(p_calc[0] - start_calc[0], p_calc[1] - start_calc[1]) ||
-        samePoint(p_calc[0] - end_calc[0], p_calc[1] - end_calc[1])) {
+    if (samePoint(startCalc[0], startCalc[1]) || samePoint(endCalc[0], endCalc[1]) || samePoint(pCalc[0], pCalc[1]) ||
+        samePoint(startCalc[0] - endCalc[0], startCalc[1] - endCalc[1]) ||
+        samePoint(pCalc[0] - startCalc[0], pCalc[1] - startCalc[1]) ||
+        samePoint(pCalc[0] - endCalc[0], pCalc[1] - endCalc[1])) {
         return -1;
     }
     const double R = rec->par;
-    const double a0 = ali_KGetAng(origin, start_calc);
-    const double T = run(a0, ali_KGetAng(origin, end_calc), rec->dir);
-    double U = run(a0, ali_KGetAng(origin, p_calc), rec->dir);
+    const double a0 = ali_KGetAng(origin, startCalc);
+    const double T = run(a0, ali_KGetAng(origin, endCalc), rec->dir);
+    double U = run(a0, ali_KGetAng(origin, pCalc), rec->dir);
     // A foot on the start has run nothing, not a full circle; one on the end has run T. The last bit does not decide.
     if ((kTwoPi - U) * R < kLengthStep) {
         U = 0.0;
@@ -85,15 +85,15 @@ int ali_projR(const Calelm* rec, const double p[2], double foot[2], double* stat
     if (!(U <= T) || !std::isfinite(R)) {
         return -1;
     }
-    double on_calc[2];
-    ali_KEnPntb(rec->dir, origin, start_calc, U, on_calc);
-    const Point foot_survey{roundLength(on_calc[0]) + rec->k1, -(roundLength(on_calc[1]) - rec->k2)};
+    double onCalc[2];
+    ali_KEnPntb(rec->dir, origin, startCalc, U, onCalc);
+    const Point footSurvey{roundLength(onCalc[0]) + rec->k1, -(roundLength(onCalc[1]) - rec->k2)};
     const double s = roundLength(U * R);
-    if (!std::isfinite(foot_survey.x) || !std::isfinite(foot_survey.y) || !std::isfinite(s)) {
+    if (!std::isfinite(footSurvey.x) || !std::isfinite(footSurvey.y) || !std::isfinite(s)) {
         return -1;
     }
-    foot[0] = foot_survey.x;
-    foot[1] = foot_survey.y;
+    foot[0] = footSurvey.x;
+    foot[1] = footSurvey.y;
     *station = s;
     return 0;
 }

@@ -1,4 +1,4 @@
-// The reference systems that a drawing's coordinates may be in: none told, or a plane rectangular zone of JGD2011.
+// The reference systems that a drawing's coordinates may be in: none, or a plane rectangular zone of JGD2011.
 #pragma once
 
 #include <cstdint>

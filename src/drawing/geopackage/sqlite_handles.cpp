@@ -12,7 +12,7 @@ namespace fenmark::drawing {
 
 namespace {
 
-// How long another program may hold the drawing before the user is told, milliseconds.
+// How long another program may hold the drawing before the user learns of it, milliseconds.
 constexpr int kPatience = 1500;
 
 constexpr const char* kLongPathFiles = "win32-longpath";

@@ -35,7 +35,7 @@ class Connection {
     void expectRows(std::uint64_t rows) { stepsLeft_ += rows * kStepsForRow; }
     // True if the file no longer bears the name under which it was opened.
     bool hasMoved() const;
-    // A failure of the last call, as the store tells it.
+    // A failure of the last call, as the store words it.
     [[noreturn]] void fail(int code) const;
 
     Connection(const Connection&) = delete;

@@ -185,7 +185,7 @@ void nameLot(Plan& plan, const EntityView& lot) {
     const PaperPoint at = plan.at(ground.x, ground.y);
     const double area = std::abs(signedArea(lot.vertices));
     const std::string areaText = fixedReal(area, 2) + " m²";
-    // A square of the lot's area tells how much room there is.
+    // A square of the lot's area shows how much room there is.
     const double room = plan.sheet.paperLength(std::sqrt(area));
     const double size = std::min(kLotSize, room / std::max(1.0, 1.15 * widthInEms(name)));
     if (size < kSmallestLotSize) {

@@ -24,7 +24,7 @@ struct Plot {
 };
 
 [[nodiscard]] Plot plotPlan(const drawing::Drawing& drawing, const PlotOptions& options);
-// Sheets that follow the alignment, from left to right, with match lines. Scale 1:500 unless told otherwise.
+// Sheets that follow the alignment, from left to right, with match lines. Scale 1:500 unless an option says otherwise.
 [[nodiscard]] Plot plotAlong(const drawing::Drawing& drawing, std::size_t alignment, const PlotOptions& options);
 // The ground along the alignment from its longitudinal results, heights exaggerated, over a band of stations and curves.
 [[nodiscard]] Plot plotProfile(const drawing::Drawing& drawing, std::size_t alignment, const PlotOptions& options);

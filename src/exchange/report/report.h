@@ -21,7 +21,7 @@ inline constexpr std::array<std::string_view, 7> kReportParts = {"summary", "poi
                                                                  "ips",     "intermediate", "widths"};
 
 enum class LandCategory {
-    Unknown,     // both registered areas are told
+    Unknown,     // both registered areas are given
     Residential, // 宅地, 鉱泉地: to 0.01 m2
     Other,       // over 10 m2: to 1 m2
 };

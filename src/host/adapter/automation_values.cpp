@@ -21,9 +21,9 @@ mirdane::Variant stringVariant(std::string_view text) {
 }
 
 mirdane::Variant pointVariant(const MdGePoint3d& point) {
-    constexpr std::int32_t lowerBound = 0;
-    constexpr std::size_t count = 3;
-    auto array = mirdane::createSafeArray(lowerBound, count);
+    constexpr std::int32_t kLowerBound = 0;
+    constexpr std::size_t kCount = 3;
+    auto array = mirdane::createSafeArray(kLowerBound, kCount);
     if (array == nullptr) {
         throw AutomationError(kStatusFailure, "a safe array cannot be made");
     }

@@ -49,13 +49,13 @@ MdDbObjectId MirdaneDrawingWriter::appendPointXyz(double x, double y, double z, 
 }
 
 MdDbObjectId MirdaneDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& vertices) {
-    constexpr double elevation = 0.0; // the vertices keep their own heights
-    constexpr bool closed = false;
-    constexpr double width = 0.0;
-    constexpr const std::vector<double>* noBulges = nullptr;
-    constexpr const std::vector<MdDbObjectId>* noVertexIds = nullptr;
-    MdDb2dPolyline* const entity = newOnHostHeap<MdDb2dPolyline>(mirdane::Poly2dType::Simple, vertices, elevation,
-                                                                 closed, width, width, noBulges, noVertexIds);
+    constexpr double kElevation = 0.0; // the vertices keep their own heights
+    constexpr bool kClosed = false;
+    constexpr double kWidth = 0.0;
+    constexpr const std::vector<double>* kNoBulges = nullptr;
+    constexpr const std::vector<MdDbObjectId>* kNoVertexIds = nullptr;
+    MdDb2dPolyline* const entity = newOnHostHeap<MdDb2dPolyline>(mirdane::Poly2dType::Simple, vertices, kElevation,
+                                                                 kClosed, kWidth, kWidth, kNoBulges, kNoVertexIds);
     const MdDbObjectId id = appendToModelSpace(entity);
     vertices.clear();
     return id;

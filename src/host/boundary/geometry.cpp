@@ -58,13 +58,13 @@ MdGePoint3d mdutPolar(const MdGePoint3d& point, double angle, double distance) {
 }
 
 double mdutAngle(const MdGePoint3d& first, const MdGePoint3d& second) {
-    constexpr double fullTurn = 2.0 * std::numbers::pi;
+    constexpr double kFullTurn = 2.0 * std::numbers::pi;
     double angle = std::atan2(second.y - first.y, second.x - first.x);
     if (angle < 0.0) {
-        angle += fullTurn;
+        angle += kFullTurn;
     }
     // A direction just below +x rounds up to the full turn, and -0.0 is no angle of its own.
-    return angle > 0.0 && angle < fullTurn ? angle : 0.0;
+    return angle > 0.0 && angle < kFullTurn ? angle : 0.0;
 }
 
 } // namespace fenmark::host

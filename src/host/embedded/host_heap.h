@@ -1,4 +1,4 @@
-// Counters behind the embedded host: what was handed out and has not come back.
+// Counters behind the embedded host: what was given out and has not come back.
 #pragma once
 
 #include <atomic>

@@ -111,7 +111,7 @@ class SequenceColumn {
     std::size_t size_ = 0;
 };
 
-// Short lists of values, each in one piece, so that it can be handed out as a span.
+// Short lists of values, each in one piece, so that it can be given as a span.
 template <typename T>
 class SpanColumn {
   public:

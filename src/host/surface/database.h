@@ -96,7 +96,7 @@ class MdDbHostApplicationServices {
     virtual MdDbDatabase* workingDatabase() const = 0; // of the current document
 };
 
-// Entities are built by the caller and handed to the host. What they hold is their own; close is the host's.
+// Entities are built by the caller and passed to the host. What they hold is their own; close is the host's.
 class MdDbEntity : public MdDbObject {
   public:
     Status close() override; // implemented by the host

@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view kWindowTitle = "SIMAファイル読み込み中";
 constexpr std::string_view kWindowText = "SIMAファイル読み込み中...\n\n";
 
-// A file of garbage must not fill the list of kinds: beyond so many, codes are told together.
+// A file of garbage must not fill the list of kinds: beyond so many, codes are reported together.
 constexpr std::size_t kMostKinds = 64;
 constexpr std::size_t kLongestCode = 12; // bytes
 

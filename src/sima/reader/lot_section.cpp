@@ -45,7 +45,7 @@ bool isPlainReference(const Fields& fields, std::int32_t& number) {
     return fields.size() == 4 && toPlainInteger(fields[1], number);
 }
 
-// Stores the lot, hands it to the output and logs its end, whether or not anything is drawn.
+// Stores the lot, gives it to the output and logs its end, whether or not anything is drawn.
 void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
     SimaReader& reader = file.reader();
     lot.points = LotOutlines::close(file.lotOutlines());

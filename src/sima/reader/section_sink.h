@@ -1,4 +1,4 @@
-// What the reader hands its finished sections to. The drawing output implements it.
+// What the reader gives its finished sections to. The drawing output implements it.
 #pragma once
 
 #include "sima/records/cross_section.h"

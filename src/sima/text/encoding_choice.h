@@ -65,7 +65,7 @@ class EncodingGuess {
     bool iso2022_ = false;
 };
 
-// Reads as much of the file as it takes. A file that cannot be read is taken for code page 932: reading it tells why.
+// Reads as much of the file as it takes. A file that cannot be read is taken for code page 932: reading it shows why.
 EncodingChoice chooseEncoding(std::string_view path);
 
 } // namespace fenmark::sima

@@ -22,7 +22,7 @@ void reportMissingPoint(SimaLog& log, const Record& record);
 std::int32_t validateEndRecord(SimaLog& log, const Record& record);
 
 std::int32_t validateG00(SimaLog& log, const Record& record);
-// The caller tells whether the current section already holds a point of this number.
+// The caller says whether the current section already holds a point of this number.
 template <typename HasNumber>
 std::int32_t validateA01(SimaLog& log, const Record& record, HasNumber&& hasNumber);
 std::int32_t validateB01(SimaLog& log, const Record& record);

@@ -25,7 +25,9 @@ int import(const cli::ImportArguments& arguments, std::string& told) {
     std::ostringstream out;
     std::ostringstream err;
     try {
-        return cli::runImport(arguments, {out, err});
+        const int code = cli::runImport(arguments, {out, err}); // a file that fails does not stop the others
+        told = err.str();
+        return code;
     } catch (const cli::Stop& stop) {
         told = stop.what();
         return stop.code();

@@ -10,7 +10,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -160,6 +162,62 @@ void showTreeList() {
     keep(frame, QStringLiteral("treelist"));
 }
 
+// Keeps a picture in few bytes: the desk has few colours.
+void keepSmall(QWidget& widget, const QString& name) {
+    for (int round = 0; round < 5; ++round) {
+        QApplication::processEvents();
+    }
+    const QString path = output.filePath(name + QStringLiteral(".png"));
+    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::AvoidDither);
+    if (!image.save(path, "PNG", 0)) {
+        std::fprintf(stderr, "fenmark_pictures: %s: cannot be written\n", qPrintable(path));
+        failed = true;
+    }
+}
+
+QPalette darkPalette() {
+    QPalette dark(QColor(0x35, 0x38, 0x3c), QColor(0x2a, 0x2d, 0x31));
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x20, 0x23));
+    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x29, 0x2d));
+    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb5));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    dark.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa3, 0xab));
+    return dark;
+}
+
+// The desk on a small screen, light and dark, in both languages: a selected alignment, and several selected lots.
+void showDesks(const std::vector<std::string>& module, const QTemporaryDir& folder) {
+    const QPalette light = QApplication::palette();
+    QDir().mkpath(output.filePath(QStringLiteral("desk")));
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? darkPalette() : light);
+        for (const auto& [language, name] :
+             {std::pair(desk::Language::Japanese, "ja"), std::pair(desk::Language::English, "en")}) {
+            desk::MainWindow window({language, false});
+            window.loadModule(module);
+            window.questions().again = [](QWidget*) { return desk::Again::Add; };
+            window.resize(1024, 768);
+            window.show();
+            QApplication::processEvents();
+            const Script script(
+                {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
+            const bool lots = language == desk::Language::English;
+            window.openFile(folder.filePath(lots ? QStringLiteral("cadastral.sim") : QStringLiteral("road.sim")));
+            window.plan().fitAll();
+            if (lots) {
+                window.legend().showOnly(desk::FigureStyle::Lot);
+                window.plan().selectAllShown();
+                window.legend().showAll();
+            } else {
+                window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
+            }
+            keepSmall(window, QStringLiteral("desk/%1_%2")
+                                  .arg(QLatin1String(name), dark ? QStringLiteral("dark") : QStringLiteral("light")));
+        }
+    }
+    QApplication::setPalette(light);
+}
+
 int run(const QDir& examples) {
     const QTemporaryDir folder; // the imports write their logs beside their files
     for (const char* name : {"road.sim", "cadastral.sim"}) {
@@ -190,6 +248,7 @@ int run(const QDir& examples) {
         window.plan().fitAll();
         keep(window, QStringLiteral("desk_en"));
     }
+    showDesks(module, folder);
     showAlignmentSelection();
     showProgress();
     showTreeList();

@@ -33,7 +33,7 @@ if(FENMARK_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
 endif()
-if(FENMARK_FUZZ)
+if(FENMARK_FUZZ AND FENMARK_FUZZ_COVERAGE)
   add_compile_options(-fsanitize=fuzzer-no-link) # the libraries tell the fuzzer what they did
 endif()
 if(FENMARK_COVERAGE)

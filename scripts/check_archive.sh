@@ -1,12 +1,18 @@
 #!/usr/bin/env bash
 # Tries examples/archive with Dask and a PostGIS server of its own, which nobody else reaches and nothing is left of.
 #
-# scripts/check_archive.sh [FENMARK]   the program; without it one that was built here, or a new build
+# scripts/check_archive.sh [FENMARK]             the program; without it one that was built here, or a new build
+# scripts/check_archive.sh --measure N [FENMARK] prints processor time and bytes for N files instead
 set -euo pipefail
 
 cd "$(dirname "$0")/.."
 scripts/packages.sh archive
 
+measure=
+if [ "${1:-}" = --measure ]; then
+    measure=$2
+    shift 2
+fi
 program=${1:-}
 for built in build/deb build/dev build/demo; do
     [ -n "$program" ] || { [ -x $built/apps/fenmark/fenmark ] && program=$built/apps/fenmark/fenmark; } || true
@@ -41,5 +47,11 @@ trap cleanup EXIT
         -o "-c listen_addresses= -c unix_socket_directories=$cluster -c fsync=off -c max_connections=40" start >/dev/null
 ) || { cat "$cluster/log" >&2; exit 1; }
 
+if [ -n "$measure" ]; then
+    /usr/bin/python3 -B benchmarks/archive/measure_archive.py "$program" "$PWD" "host=$cluster user=$server_user" \
+        "$(head -n 1 "$cluster/data/postmaster.pid")" "$measure"
+    exit
+fi
+
 # The modules are those of the system's own Python.
-timeout 500 /usr/bin/python3 -B tests/archive/test_archive.py "$program" "$PWD" "host=$cluster user=$server_user"
+timeout 900 /usr/bin/python3 -B tests/archive/test_archive.py "$program" "$PWD" "host=$cluster user=$server_user"

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Fetches the sources of the libraries that the browser build compiles for itself, from Debian's source packages, into
+# Fetches the sources of the libraries that the browser and Windows builds compile, from Debian's source packages, into
 # build/web-sources. What is there already is left alone; nothing of it comes into the repository.
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)

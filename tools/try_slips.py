@@ -34,8 +34,9 @@ NUMBER = re.compile(r"(?<![\w.'])(\d+)(?![\w.'])")
 
 def slips(line):
     """(kind, line with the slip) for each slip that this line allows."""
+    # The size of a buffer that is large enough changes nothing.
     code = line.split("//")[0] if '"' not in line else line
-    if not code.strip() or code.lstrip().startswith(("#", "//", "using", "case", "static_assert")):
+    if not code.strip() or code.lstrip().startswith(("#", "//", "using", "case", "static_assert", "std::array<")):
         return
     texts = [match.span() for match in TEXT.finditer(code)]
     inside = lambda place: any(begin < place < end for begin, end in texts)

@@ -78,7 +78,7 @@ def import_file(source, folder, settings):
     if ran.returncode != 0:
         reason = (said or [f"exit code {ran.returncode}"])[-1].replace(folder + os.sep, "")
         return None, errors + [(None, None, reason.removeprefix("fenmark: error: "))], None
-    return json.loads(ran.stdout.decode("utf-8", "replace")), errors, drawing
+    return json.loads(ran.stdout.decode("utf-8", "replace"))[0], errors, drawing
 
 
 def store(cursor, path, row, errors, drawing, srid):

@@ -24,7 +24,7 @@ class Crossfall:
     def __init__(self, stations: Iterable[Sequence[float]]) -> None:
         self.stations = tuple((float(s), float(left), float(right)) for s, left, right in stations)
         array = (curves.CrossfallStation * max(len(self.stations), 1))(
-            *(curves.CrossfallStation(*s) for s in self.stations)
+            *(curves.CrossfallStation(*station) for station in self.stations)
         )
         self._handle = curves.make("crossfallMake", array, len(self.stations), free="crossfallFree")
 

@@ -163,5 +163,5 @@ def import_sima(path: str | os.PathLike[str], drawing: str | os.PathLike[str] | 
         told = re.compile(rf"^{re.escape(str(source))}:(\d+): ([A-Za-z]+[A-Za-z0-9-]*): (.*)$", flags=re.M)
         errors = [LogError(int(line), code, text) for line, code, text in told.findall(done.stderr)]
         points, lots, alignments = _read(target)
-        log = json.loads(done.stdout)["log"] if drawing is not None else None
+        log = json.loads(done.stdout)[0]["log"] if drawing is not None else None
     return Import(points, lots, alignments, errors, target if drawing is not None else None, log)

@@ -6,8 +6,9 @@
 
 namespace fenmark::exchange {
 
-// Quoted where the text holds a separator, a quote, a line end or blanks at its ends. A text that a spreadsheet would take
-// for a formula is preceded by a quote mark, so that a name from a file runs nothing.
+// Quoted where the text holds a separator, a quote, a line end or blanks at its ends. A text that a spreadsheet would
+// take for a formula has an apostrophe in front, so that a name from a file runs nothing; numbers are none. Control
+// characters other than tabulator and line ends, which reach terminals as they are, become U+FFFD.
 struct CsvField {
     std::string_view text;
 };

@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <sstream>
 #include <utility>
 
 namespace fenmark::exchange {
@@ -32,14 +33,12 @@ struct Place {
     Pose pose;
 };
 
-// "5", "-2.5": as few decimals as the offset needs, at most three.
+// "5", "2.5": as many decimals as tell the offset, so that no two offsets give one name.
 std::string shortMetres(double metres) {
-    std::string text = metresText(metres);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with('.')) {
-        text.pop_back();
-    }
-    return text;
+    std::ostringstream text;
+    text << PlainReal{metres};
+    std::string digits = text.str();
+    return digits.ends_with(".0") ? digits.substr(0, digits.size() - 2) : digits;
 }
 
 std::string stakeNameAt(const std::string& name, double offset) {
@@ -61,8 +60,9 @@ std::string collectPlaces(const Drawing& drawing, std::size_t index, const Stake
     if (geometry.empty() || !hasPlace(drawing.alignment(index))) {
         return "the alignment has no elements that can be staked out";
     }
-    if (options.every > 0.0 && geometry.length() / options.every * static_cast<double>(options.offsets.size()) >
-                                   static_cast<double>(kMostStakes)) {
+    const double asked =
+        (options.every > 0.0 ? geometry.length() / options.every : 0.0) + static_cast<double>(options.stations.size());
+    if (asked * static_cast<double>(options.offsets.size()) > static_cast<double>(kMostStakes)) {
         return "more than " + std::to_string(kMostStakes) + " stakes; choose a larger distance";
     }
     if (options.mainPoints) {
@@ -238,11 +238,24 @@ Stakes stakesOf(const Drawing& drawing, std::size_t alignment, const StakeOption
         return result;
     }
     putInOrder(places);
-    result.stakes.reserve(places.size() * options.offsets.size());
+    if (places.empty()) {
+        result.note = options.every <= 0.0
+                          ? "no stake: none was asked for"
+                          : "no stake: no multiple of " + shortMetres(options.every) + " m lies from " +
+                                fixedReal(drawing.geometry(alignment).startStation(), 3) + " to " +
+                                fixedReal(drawing.geometry(alignment).endStation(), 3);
+    }
+    std::vector<double> offsets; // each once
+    for (const double offset : options.offsets) {
+        if (std::find(offsets.begin(), offsets.end(), offset) == offsets.end()) {
+            offsets.push_back(offset);
+        }
+    }
+    result.stakes.reserve(places.size() * offsets.size());
     for (const Place& place : places) {
         const double sine = std::sin(place.pose.direction);
         const double cosine = std::cos(place.pose.direction);
-        for (const double offset : options.offsets) {
+        for (const double offset : offsets) {
             Stake stake;
             stake.stationName = options.stationNames(place.station);
             stake.name = stakeNameAt(place.name.empty() ? stake.stationName : place.name, offset);

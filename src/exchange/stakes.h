@@ -12,11 +12,12 @@
 namespace fenmark::exchange {
 
 inline constexpr std::size_t kMostStakes = 1000000;
+inline constexpr double kMostOffset = 100000.0; // metres; a plane rectangular zone reaches no farther
 
 struct StakeOptions {
     double every = kStakePitch;     // metres between stakes, counted from station 0; 0 for none
     std::vector<double> stations;   // beside these
-    std::vector<double> offsets{0}; // metres, positive to the right of travel
+    std::vector<double> offsets{0}; // metres, positive to the right of travel; one that comes twice counts once
     bool mainPoints = false;        // with BP, EP and all joints
     MainPointNames mainPointNames = MainPointNames::Ka;
     StationNames stationNames;
@@ -35,7 +36,8 @@ struct Stake {
 struct Stakes {
     std::string alignment;
     std::vector<Stake> stakes; // by station, then by offset as asked for
-    std::string failure;       // one line on why there are none; empty otherwise
+    std::string failure;       // one line on why there can be none; empty otherwise
+    std::string note;          // one line on why there are none though nothing is wrong; empty otherwise
 };
 
 // A main point takes the place of a station within half a millimetre of it.

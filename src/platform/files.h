@@ -1,7 +1,7 @@
 // Files and folders: what stands at a path, and a file that takes its name when it is complete.
 //
-// The one place that knows the system; other folders include no header of it for files. Paths are UTF-8 (on POSIX: the
-// bytes as they are). Nothing here throws but for want of memory, and nothing prints: a failure is a std::error_code.
+// Paths are UTF-8 (on POSIX: the bytes as they are). Nothing here throws but for want of memory, and nothing prints: a
+// failure is a std::error_code.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 // Files and folders on Windows.
+#ifndef _CRT_RAND_S
 #define _CRT_RAND_S // declares rand_s
+#endif
 #include "platform/files.h"
 
 #include "platform/wide_windows.h"
@@ -212,6 +214,9 @@ std::error_code mayWrite(const std::string& path) {
     }
     // The attribute "read only" of a folder says nothing about what lies in it.
     const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (!isFolder && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return systemError(EACCES);
+    }
     return openThere(name, isFolder ? FILE_ADD_FILE : GENERIC_WRITE) ? std::error_code() : lastError();
 }
 

@@ -100,8 +100,53 @@ TEST_F(ArgumentLine, MistypedWordsAreAnsweredWithTheNearestOnes) {
               std::string::npos);
     EXPECT_NE(meant({"import", "a.sim", "--positive-radus=left"}).find("did you mean '--positive-radius'?"),
               std::string::npos);
+    EXPECT_NE(meant({"import", "a.sim", "--only", "pionts"}).find("did you mean 'points'?"), std::string::npos);
+    EXPECT_NE(meant({"export", "a.gpkg", "a.dxf", "--only", "lost"}).find("did you mean 'lots'?"), std::string::npos);
+    EXPECT_NE(meant({"report", "a.gpkg", "a.csv", "--tables", "sumary"}).find("did you mean 'summary'?"),
+              std::string::npos);
     const std::string far = meant({"import", "a.sim", "--no-such-option"});
     EXPECT_NE(far.find("import has no option --no-such-option\n"), std::string::npos) << far;
+}
+
+TEST_F(ArgumentLine, OptionThatIsWrongIsNamed) {
+    const auto said = [](const std::vector<std::string>& line, const std::string& text) {
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kWrongUsage);
+        EXPECT_NE(ran.err.find(text), std::string::npos) << ran.err;
+    };
+    said({"--hlep"}, "fenmark has no option --hlep; did you mean '--help'?");
+    said({"-v"}, "fenmark has no option -v; did you mean '--version'?");
+    said({"--zone"}, "--zone stands behind a command that has it (import, export)");
+    said({"--zone=9", "import", "a.sim"}, "--zone stands behind a command that has it");
+    said({"-q", "import", "a.sim"}, "-q stands behind a command that has it");
+    said({"import", "a.sim", "-v"}, "import has no option -v");
+    said({"import", "-x"}, "import has no option -x");
+    said({"import", "a.sim", "--zone"}, "--zone needs a value: 1..19");
+    said({"import", "a.sim", "--encoding"}, "--encoding needs a value: auto|cp932|utf-8|utf-16");
+    said({"import", "a.sim", "--only"}, "--only needs a value: KIND,...");
+    said({"import", "a.sim", "--positive-radius", "lft"}, "--positive-radius: ");
+}
+
+TEST_F(ArgumentLine, DrawingThatIsNamedAsAnotherFormatIsRefusedWithTheCommandsThatWriteIt) {
+    const std::string path = file(kPoints, "a.sim");
+    const auto refused = [&](const std::string& name, const std::string& command) {
+        const Ran ran = fenmark({"import", path, "--drawing", folder.at(name)});
+        EXPECT_EQ(ran.code, kWrongUsage);
+        EXPECT_NE(ran.err.find("'fenmark import " + path + " --drawing " + folder.at("out.gpkg") +
+                               "' and then 'fenmark " + command + " " + folder.at("out.gpkg") + " " + folder.at(name) +
+                               "' write that file"),
+                  std::string::npos)
+            << ran.err;
+        EXPECT_FALSE(test::fileExists(folder.at(name)));
+        EXPECT_FALSE(test::fileExists(folder.at("a_Input.log")));
+    };
+    refused("out.dxf", "export");
+    refused("out.XML", "export");
+    refused("out.svg", "plot");
+    refused("out.html", "report");
+    EXPECT_NE(fenmark({"export", "a.gpkg", "a.svg"}).err.find("'fenmark plot' writes this one"), std::string::npos);
+    EXPECT_NE(fenmark({"plot", "a.gpkg", "a.dxf"}).err.find("'fenmark export' writes this one"), std::string::npos);
+    EXPECT_NE(fenmark({"export", "a.gpkg", "a.html"}).err.find("'fenmark report' writes this one"), std::string::npos);
 }
 
 TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {
@@ -112,7 +157,7 @@ TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {
         EXPECT_EQ(ran.code, kDone) << ran.err;
         EXPECT_NE(ran.out.find(second), std::string::npos) << ran.out;
     }
-    EXPECT_EQ(fenmark({"import", first, "--only", "lots", "--only", "points", "--json"}).json()["points"], 2);
+    EXPECT_EQ(fenmark({"import", first, "--only", "lots", "--only", "points", "--json"}).json()[0]["points"], 2);
 }
 
 TEST_F(ArgumentLine, HelpShowsNoConditionsOfTheParser) {

@@ -189,6 +189,26 @@ TEST_F(ImportLine, Utf8FilesAreReadWhenAsked) {
     EXPECT_EQ(info(folder.at("a.gpkg"))["entities"][0]["data"]["Name"], "基準点");
 }
 
+TEST_F(ImportLine, AFileWithAMarkIsCountedInTheEncodingThatWasAsked) {
+    // Read in another encoding, the mark would hide the first record, and nothing would be found to import.
+    const std::string path = file("\xEF\xBB\xBF"
+                                  "A00,\nA01,1,基準点,1,2,,\nA99,\n");
+    for (const char* encoding : {"utf-8", "auto"}) {
+        const std::string drawing = folder.at(std::string(encoding) + ".gpkg");
+        ASSERT_EQ(fenmark({"import", path, "--encoding", encoding, "--drawing", drawing}).code, kDone);
+        EXPECT_EQ(info(drawing)["entities"].size(), 1U) << encoding;
+        EXPECT_EQ(fenmark({"preview", path, "--encoding", encoding, "--json"}).json()["coordinates"], 1) << encoding;
+    }
+}
+
+TEST_F(ImportLine, AFileThatIsNotNamedSoIsNotTaken) {
+    for (const char* name : {"sim", "s", "a.si", "asim"}) {
+        const Ran ran = fenmark({"import", file(kPoints, name)});
+        EXPECT_EQ(ran.code, kNotDone) << name;
+        EXPECT_TRUE(contains(ran.err, "its name must end in .sim")) << ran.err;
+    }
+}
+
 TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldWhereItIsReadOtherwise) {
     const std::string utf8 = file("A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n");
     const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n", "b.sim");
@@ -296,12 +316,46 @@ TEST_F(ImportLine, QuietLeavesOutNotesButNeitherErrorsNorResults) {
 }
 
 TEST_F(ImportLine, ResultAsJson) {
-    const nlohmann::json json = fenmark({"import", file(std::string(kPoints) + kRoute), "--json"}).json();
+    const nlohmann::json all = fenmark({"import", file(std::string(kPoints) + kRoute), "--json"}).json();
+    ASSERT_EQ(all.size(), 1U);
+    const nlohmann::json& json = all[0];
     EXPECT_EQ(json["points"], 2);
     EXPECT_EQ(json["alignments"], nlohmann::json({"CL"}));
     EXPECT_EQ(json["errors"], 0);
     EXPECT_EQ(json["drawing"], folder.at("a.gpkg"));
     EXPECT_EQ(json["log"], folder.at("a_Input.log"));
+    EXPECT_EQ(json["error_records"], nlohmann::json::array());
+    EXPECT_EQ(json["failure"], nullptr);
+}
+
+TEST_F(ImportLine, JsonHasEveryFileWithItsErrorsByRecordItsNotesAndWhatFailed) {
+    const std::string bad = file("X01,1,\r\nG00,x,1,\r\n" + std::string(kPoints), "bad.sim");
+    const std::string missing = folder.at("missing.sim");
+    for (const char* quiet : {"--json", "--quiet"}) {
+        const Ran ran = fenmark({"import", bad, missing, file(kPoints, "good.sim"), "--json", quiet});
+        EXPECT_EQ(ran.code, kNotDone);
+        const nlohmann::json all = ran.json();
+        ASSERT_EQ(all.size(), 3U);
+        EXPECT_EQ(all[0]["errors"], 1);
+        EXPECT_EQ(all[0]["error_records"], nlohmann::json::array({{{"line", 2},
+                                                                   {"code", "ErrG00-1"},
+                                                                   {"text", "バージョン番号が、整数ではありません。"},
+                                                                   {"record", "G00,x,1,"}}}));
+        EXPECT_TRUE(contains(all[0]["notes"].dump(), "1 line passed over, unknown code at top level: X01")) << all[0];
+        EXPECT_EQ(all[0]["failure"], nullptr);
+        EXPECT_EQ(all[1]["file"], missing);
+        EXPECT_EQ(all[1]["log"], nullptr);
+        EXPECT_TRUE(contains(all[1]["failure"].get<std::string>(), "missing.sim: cannot be read")) << all[1];
+        EXPECT_EQ(all[2]["points"], 2);
+        EXPECT_EQ(all[2]["failure"], nullptr);
+    }
+}
+
+TEST_F(ImportLine, NamesThatTheDrawingDoesNotHaveAreAnsweredWithTheNearestOnes) {
+    const std::string path = file(std::string(kPoints) + kRoute);
+    ASSERT_EQ(fenmark({"import", path, "--point-layer", "測点測量", "--create-layers"}).code, kDone);
+    const Ran ran = fenmark({"import", path, "--point-layer", "測点側量"});
+    EXPECT_TRUE(contains(ran.err, "did you mean '測点測量'?")) << ran.err;
 }
 
 TEST_F(ImportLine, FileNamedInCodePage932IsToldByItsNameInTheDrawingAndInJson) {
@@ -309,7 +363,7 @@ TEST_F(ImportLine, FileNamedInCodePage932IsToldByItsNameInTheDrawingAndInJson) {
     const std::string path = file(std::string(kPoints) + kRoute, "\x95\x5C.sim");
     const Ran ran = fenmark({"import", path, "--json"});
     ASSERT_EQ(ran.code, kDone) << ran.err;
-    EXPECT_EQ(ran.json()["file"], folder.at("表.sim"));
+    EXPECT_EQ(ran.json()[0]["file"], folder.at("表.sim"));
     EXPECT_TRUE(test::fileExists(folder.at("\x95\x5C_Input.log")));
     const nlohmann::json drawing = info(folder.at("\x95\x5C.gpkg"));
     EXPECT_EQ(drawing["entities"][0]["data"]["FileName"], "表.sim");

@@ -3,6 +3,9 @@
 #include "exchange/formats.h"
 #include "support/manual_page.h"
 
+#include <algorithm>
+#include <regex>
+
 namespace fenmark::cli {
 namespace {
 
@@ -27,15 +30,23 @@ TEST_F(Manual, PageHasTheOptionsOfHelpAndNoOthers) {
     }
 }
 
+// The script for a shell. That for fish names an option "-l drawing", which comes back as "--drawing".
+std::string completion(const std::string& shell) {
+    const std::string script = test::readFile(FENMARK_SOURCE_DIR "/apps/fenmark/completion/fenmark." + shell);
+    return shell == "fish" ? std::regex_replace(script, std::regex(" -l ([a-z])"), " --$1") : script;
+}
+
+constexpr const char* kShells[] = {"bash", "zsh", "fish"};
+
 TEST_F(Manual, CompletionOffersTheOptionsOfHelpAndNoOthers) {
-    const std::string script = test::readFile(FENMARK_SOURCE_DIR "/apps/fenmark/completion/fenmark.bash");
-    EXPECT_EQ(test::optionsIn(script), optionsOfAllHelp());
+    for (const char* shell : kShells) {
+        EXPECT_EQ(test::optionsIn(completion(shell)), optionsOfAllHelp()) << shell;
+    }
 }
 
 TEST_F(Manual, HelpPageAndCompletionNameEveryExportFormatAndKind) {
     const std::string help = fenmark({"export", "--help"}).out;
     const std::string page = test::plainManualPage(FENMARK_SOURCE_DIR "/apps/fenmark/man/fenmark.1");
-    const std::string script = test::readFile(FENMARK_SOURCE_DIR "/apps/fenmark/completion/fenmark.bash");
     std::string pattern;
     for (const exchange::Format& format : exchange::formats()) {
         if (!format.isPlan) {
@@ -44,13 +55,18 @@ TEST_F(Manual, HelpPageAndCompletionNameEveryExportFormatAndKind) {
             pattern.append(pattern.empty() ? "" : "|").append(format.extension.substr(1));
         }
     }
-    EXPECT_NE(script.find("*.@(" + pattern + ")"), std::string::npos) << pattern;
+    EXPECT_NE(completion("bash").find("*.@(" + pattern + ")"), std::string::npos) << pattern;
+    EXPECT_NE(completion("zsh").find("*.(#i)(" + pattern + ")"), std::string::npos) << pattern;
+    std::replace(pattern.begin(), pattern.end(), '|', ' ');
+    EXPECT_NE(completion("fish").find("(__fenmark_files " + pattern + ")"), std::string::npos) << pattern;
     std::string kinds;
     for (const exchange::KindEntry& entry : exchange::kKindTable) {
         kinds.append(kinds.empty() ? "" : " ").append(entry.option);
         EXPECT_NE(page.find(entry.option), std::string::npos) << entry.option;
     }
-    EXPECT_NE(script.find("objects=\"" + kinds + "\""), std::string::npos) << kinds;
+    EXPECT_NE(completion("bash").find("objects=\"" + kinds + "\""), std::string::npos) << kinds;
+    EXPECT_NE(completion("zsh").find("objects=(" + kinds + ")"), std::string::npos) << kinds;
+    EXPECT_NE(completion("fish").find("(__fish_append , " + kinds + ")"), std::string::npos) << kinds;
 }
 
 } // namespace

@@ -259,6 +259,67 @@ class Fenmark(unittest.TestCase):
                 if word.startswith("--"):
                     self.assertIn(word, offered, command)
 
+    def options_of_help(self, command):
+        text = self.run_fenmark(command, "--help").stdout.decode()
+        words = (piece.strip("[];.") for piece in text.replace(",", " ").split())
+        return {word.split("=")[0] for word in words if word.startswith("--")}
+
+    def test_completion_knows_the_alignments_of_the_drawing(self):
+        if not shutil.which("bash"):
+            self.skipTest("no bash")
+        shutil.copy(SOURCE / "examples" / "road.sim", self.folder)
+        self.run_fenmark("import", "road.sim")
+        names = self.run_fenmark("info", "--alignments", "road.gpkg").stdout.decode().splitlines()
+        self.assertEqual(names, ["中心線", "旧道", "護岸"])
+        environment = {**os.environ, "LC_ALL": "C.UTF-8"}
+        script = (f'source "{SOURCE}/apps/fenmark/completion/fenmark.bash"\n'
+                  'COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _fenmark; printf "%s\\n" "${COMPREPLY[@]}"')
+        for words, expected in ((["station", "road.gpkg", ""], names), (["stakes", "road.gpkg", "中"], names[:1]),
+                                (["plot", "road.gpkg", "a.svg", "--along", "旧"], names[1:2]),
+                                (["import", "--drawing", "road.gpkg", "--alignment", ""], names)):
+            ran = subprocess.run(["bash", "-O", "extglob", "-c", script, "bash", PROGRAM, *words], cwd=self.folder,
+                                 env=environment, capture_output=True, text=True, check=True)
+            self.assertEqual(ran.stdout.split(), expected, ran.stderr)
+
+    def test_completion_of_fish_offers_commands_options_and_files(self):
+        if not shutil.which("fish"):
+            self.skipTest("no fish")
+        self.file("a.sim", POINTS)
+        self.file("c.txt", b"")
+        home = self.folder / "home"
+        home.mkdir()
+
+        def complete(line):
+            ran = subprocess.run(["fish", "--no-config", "-c", 'source $argv[1]; complete -C "$argv[2]"',
+                                  f"{SOURCE}/apps/fenmark/completion/fenmark.fish", line], cwd=self.folder,
+                                 env={**os.environ, "HOME": str(home), "LC_ALL": "C.UTF-8"}, capture_output=True,
+                                 text=True, check=True)
+            self.assertEqual(ran.stderr, "")
+            return [offered.split("\t")[0] for offered in ran.stdout.splitlines()]
+
+        self.assertEqual(complete("fenmark prev"), ["preview"])
+        self.assertIn("a.sim", complete("fenmark import "))
+        self.assertNotIn("c.txt", complete("fenmark import "))
+        self.assertEqual(complete("fenmark import --only points,ce"), ["points,centre"])
+        self.assertEqual(complete("fenmark import --encoding utf-1"), ["utf-16"])
+        for command in ("import", "export", "report"):
+            self.assertEqual(set(complete(f"fenmark {command} --")), self.options_of_help(command), command)
+
+    def test_completion_of_zsh_declares_the_options_of_each_command(self):
+        if not shutil.which("zsh"):
+            self.skipTest("no zsh")
+        # The functions that zsh brings for completion are stood in for by such that print what they are given.
+        script = ('function _arguments() { if [[ $1 == -C ]]; then state=rest; else print -rl -- "$@"; fi }\n'
+                  'function _describe() { }\nwords=("$2")\nsource "$1"')
+        for command in ("import", "preview", "info", "station", "locate", "stakes", "report", "export", "plot"):
+            ran = subprocess.run(["zsh", "-f", "-c", script, "zsh", f"{SOURCE}/apps/fenmark/completion/fenmark.zsh",
+                                  command], capture_output=True, text=True, check=True)
+            self.assertEqual(ran.stderr, "")
+            declared = [line.split("[")[0] for line in ran.stdout.splitlines() if "--" in line.split("[")[0]]
+            self.assertFalse([line for line in declared if "{" in line])
+            options = {word for line in declared for word in [line.lstrip("*").split(")")[-1]] if word.startswith("--")}
+            self.assertEqual(options, self.options_of_help(command), command)
+
     def test_examples_are_what_their_script_writes(self):
         script = self.folder / "make_examples.py"
         shutil.copy(SOURCE / "examples" / "make_examples.py", script)

@@ -95,6 +95,21 @@ TEST(FileTest, TakesTheExtensionInAnyCaseAndNeedsTheFile) {
     EXPECT_FALSE(isSimFile(""));
 }
 
+TEST(FileTest, RefusesPathsTooShortForAnExtension) {
+    test::TemporaryFolder folder;
+    const std::filesystem::path before = std::filesystem::current_path();
+    for (const char* name : {"sim", "im", "a", "SIM"}) {
+        folder.write(name, "");
+    }
+    folder.write(".sim", "");
+    std::filesystem::current_path(folder.path());
+    for (const char* name : {"sim", "im", "a", "SIM"}) {
+        EXPECT_FALSE(isSimFile(name)) << name;
+    }
+    EXPECT_TRUE(isSimFile(".sim"));
+    std::filesystem::current_path(before);
+}
+
 struct ShiftCase {
     const char* text;
     bool passes;

@@ -80,6 +80,22 @@ TEST_F(DrawingStoreTest, EverythingComesBackBitForBit) {
     EXPECT_EQ(describe(opened(path_)), describe(drawing_));
 }
 
+TEST_F(DrawingStoreTest, TheFileTellsTheFormatOfItsTables) {
+    saveSmall();
+    addSmallImport(drawing_, 1);
+    ASSERT_TRUE(store_.save(path_, drawing_)); // appended
+    sqlite3* connection = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &connection), SQLITE_OK);
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(connection, "SELECT format, id FROM fenmark_drawing", -1, &statement, nullptr);
+    ASSERT_EQ(sqlite3_step(statement), SQLITE_ROW);
+    EXPECT_EQ(sqlite3_column_int(statement, 0), 2);
+    EXPECT_EQ(sqlite3_column_int(statement, 1), 1);
+    EXPECT_EQ(sqlite3_step(statement), SQLITE_DONE) << "one row";
+    sqlite3_finalize(statement);
+    sqlite3_close(connection);
+}
+
 TEST_F(DrawingStoreTest, SavingLeavesOneFile) {
     saveSmall();
     addSmallImport(drawing_, 1);

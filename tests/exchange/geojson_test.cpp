@@ -56,6 +56,19 @@ TEST(GeoJson, PolygonsAreClosedAndRunAnticlockwise) {
     }
 }
 
+TEST(GeoJson, LotsOfOneOrTwoPointsAreNoPolygons) {
+    Drawing drawing;
+    addPolyline(drawing, {{1, 2, 0}}, true, "一点");
+    addPolyline(drawing, {{1, 2, 0}, {4, 6, 0}}, true, "二点");
+    addPolyline(drawing, {}, true, "なし");
+    const nlohmann::json features = geoJsonOf(drawing)["features"];
+    ASSERT_EQ(features.size(), 3U);
+    EXPECT_EQ(features[0]["geometry"], nlohmann::json::parse(R"({"type":"Point","coordinates":[1.0,2.0]})"));
+    EXPECT_EQ(features[1]["geometry"],
+              nlohmann::json::parse(R"({"type":"LineString","coordinates":[[1.0,2.0],[4.0,6.0],[1.0,2.0]]})"));
+    EXPECT_TRUE(features[2]["geometry"].is_null());
+}
+
 TEST(GeoJson, NamesTheReferenceSystemOfAZone) {
     Drawing drawing;
     EXPECT_TRUE(geoJsonOf(drawing)["crs"].is_null());

@@ -269,6 +269,28 @@ TEST_F(PlanOf, ObjectsWithCoordinatesThatNoSurveyHasAreLeftOutAndTold) {
     EXPECT_EQ(notes[0], "座標が大きすぎる4個の図形は図示していません");
 }
 
+TEST_F(PlanOf, EveryPointHasTheSymbolOfItsKindAtItsPlace) {
+    addPoint(drawing, {100.0, 100.0, 0.0}, "a");
+    addPoint(drawing, {140.0, 100.0, 0.0}, "b");
+    addPoint(drawing, {100.0, 130.0, 0.0}, "c", "縦断成果");
+    addPoint(drawing, {140.0, 130.0, 0.0}, "d", "横断成果");
+    addPoint(drawing, {120.0, 115.0, 0.0}, "e", "他");
+    draw();
+    // The outlines: a ring of two half circles, a triangle, a saltire, a square.
+    const auto count = [this](std::string_view outline) {
+        std::size_t found = 0;
+        for (std::size_t at = text.find(outline); at != std::string::npos; at = text.find(outline, at + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    const std::size_t inLegend = 1; // each kind that is there has its symbol in the legend too
+    EXPECT_EQ(count("a.45 .45 0 1 0 .9 0a.45 .45 0 1 0-.9 0"), 2U + inLegend);
+    EXPECT_EQ(count("l.48 .83h-.96z"), 1U + inLegend);
+    EXPECT_EQ(count("l.6 .6m0-.6l-.6 .6"), 1U + inLegend);
+    EXPECT_EQ(count("h.5v.5h-.5z"), 1U + inLegend);
+}
+
 TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {
     constexpr int kSide = 250; // 62,500 points
     for (int i = 0; i < kSide; ++i) {

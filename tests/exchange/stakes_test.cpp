@@ -44,6 +44,45 @@ void addChain(Drawing& drawing, const std::vector<Piece>& pieces) {
     }
 }
 
+TEST(Stakes, NamesTellOffsetsApartHoweverSmall) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    StakeOptions options;
+    options.every = 0.0;
+    options.stations = {120.0};
+    options.offsets = {0.0001, 0.0004, -2.5, -0.0001, 0.0, 100.0, -2.5, -0.0};
+    Names names;
+    for (const Stake& stake : stakesOf(drawing, 0, options).stakes) {
+        names.push_back(stake.name);
+    }
+    EXPECT_EQ(names, (Names{"No.6右0.0001", "No.6右0.0004", "No.6左2.5", "No.6左0.0001", "No.6", "No.6右100"}));
+}
+
+TEST(Stakes, AnEmptyResultSaysWhy) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    drawing.setStartStation(0, 5.0);
+    StakeOptions options;
+    const Stakes none = stakesOf(drawing, 0, options);
+    EXPECT_TRUE(none.stakes.empty());
+    EXPECT_TRUE(none.failure.empty());
+    EXPECT_EQ(none.note, "no stake: no multiple of 20 m lies from 5.000 to 15.000");
+    options.every = 0.0;
+    EXPECT_EQ(stakesOf(drawing, 0, options).note, "no stake: none was asked for");
+    options.every = 10.0;
+    EXPECT_EQ(stakesOf(drawing, 0, options).note, "");
+}
+
+TEST(Stakes, NoMoreThanTheLimitWhateverAsksForThem) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    StakeOptions options;
+    options.every = 0.0;
+    options.stations.assign(1001, 120.0);
+    options.offsets.assign(1000, 1.0);
+    EXPECT_NE(stakesOf(drawing, 0, options).failure.find("more than 1000000 stakes"), std::string::npos);
+}
+
 TEST(MainPoints, OfAClothoidCurveHaveBothHabits) {
     Drawing drawing;
     addRoad(drawing, {0.0, 0.0}, true);

@@ -33,6 +33,7 @@ TEST(Metres, NeverShowAZeroWithASign) {
 }
 
 TEST(Angles, AreRoundedBeforeTheyAreTakenApart) {
+    EXPECT_EQ(degreesText(azimuthDegrees((86 * 3600 + 10 * 60 + 10.0) * kSecond)), "86°10′10″");
     EXPECT_EQ(degreesText(azimuthDegrees((86 * 3600 + 9 * 60 + 39.6) * kSecond)), "86°09′40″");
     EXPECT_EQ(degreesText(azimuthDegrees((86 * 3600 + 59 * 60 + 59.6) * kSecond)), "87°00′00″");
     EXPECT_EQ(degreesText(azimuthDegrees((86 * 3600 + 59 * 60 + 59.4) * kSecond)), "86°59′59″");

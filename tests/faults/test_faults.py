@@ -10,6 +10,7 @@ usage: test_faults.py PROGRAM SHIM [--all]
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -28,6 +29,17 @@ SURVEY = ("A00,\r\n" + "".join(f"A01,{i},P{i},{i * 3}.5,{i * 7}.25,{i},\r\n" for
 # How far the places that are tried lie apart. Memory: the first places are those of the command line.
 STRIDE = {"EIO": 1, "ENOSPC": 1, "EINTR": 1, "SHORT": 1, "ENOMEM": 1} if ALL else \
          {"EIO": 4, "ENOSPC": 13, "EINTR": 13, "SHORT": 7, "ENOMEM": 211}
+
+
+# Commands that write a file from a drawing.
+WRITERS = (("export", ".dxf"), ("export", ".xml"), ("export", ".geojson"), ("export", ".csv"), ("export", ".sim"),
+           ("export", ".kml"), ("plot", ".svg"), ("report", ".html"), ("report", ".csv"),
+           ("stakes", ".csv", "CL", "--format", "csv"))
+WRITER_STRIDE = {"EIO": 1, "ENOSPC": 1, "EINTR": 1, "SHORT": 1, "ENOMEM": 5} if ALL else \
+                {"EIO": 5, "ENOSPC": 17, "EINTR": 17, "SHORT": 17, "ENOMEM": 997}
+
+# What a read or write error is not.
+WRONG_FOR_EIO = (b"the disk is full", b"there is no such drawing", b"must end in .sim", b"is damaged")
 
 
 class Faults(unittest.TestCase):
@@ -56,10 +68,10 @@ class Faults(unittest.TestCase):
         for name, content in files.items():
             (self.folder / name).write_bytes(content)
 
-    def run_with_fault(self, kind, place):
-        """The run, and the call that failed; an empty name if the program made fewer."""
+    def run_with_fault(self, kind, place, arguments=()):
+        """The run (an import unless told otherwise), and the call that failed; an empty name if the program made fewer."""
         self.report.unlink(missing_ok=True)
-        ran = self.fenmark("import", self.folder / "a.sim", LD_PRELOAD=SHIM, FAULT_FOLDER=self.folder,
+        ran = self.fenmark(*(arguments or ("import", self.folder / "a.sim")), LD_PRELOAD=SHIM, FAULT_FOLDER=self.folder,
                            FAULT_KIND=kind, FAULT_AT=place, FAULT_REPORT=self.report)
         return ran, self.report.read_text().strip() if self.report.exists() else ""
 
@@ -81,17 +93,20 @@ class Faults(unittest.TestCase):
                 failed += ran.returncode != 0
                 with self.subTest(kind=kind, place=place, call=call, code=ran.returncode,
                                   told=ran.stderr.decode(errors="replace")[-300:]):
-                    self.check(ran, before, after, whole)
+                    self.check(kind, ran, before, after, whole)
                 place += stride
         self.assertGreater(tried, 20)
         self.assertGreater(failed, 10)
         print(f"{tried} faults, {failed} of them ended the import", file=sys.stderr)
 
-    def check(self, ran, before, after, whole):
+    def check(self, kind, ran, before, after, whole):
         now = self.files()
         self.assertIn(ran.returncode, (0, 1))
         if ran.returncode == 1:
             self.assertIn(b"fenmark: error: ", ran.stderr)
+        if kind == "EIO":
+            for wrong in WRONG_FOR_EIO:
+                self.assertNotIn(wrong, ran.stderr, "a disk that fails is told as such")
         if ran.returncode == 1 and now.get("a_Input.log") == before.get("a_Input.log"):
             self.assertEqual(now.keys(), before.keys(), "nothing is left behind")
             self.assertEqual(now, before, "all is as it was")
@@ -110,6 +125,50 @@ class Faults(unittest.TestCase):
         before = self.files()
         before["a_Input.log"] = b"the log of another day\r\n"
         self.try_every_place(before)
+
+    def test_what_is_written_from_a_drawing(self):
+        """A target that is there stays as it was, or is the new one whole; the drawing is never touched."""
+        self.lay({"a.sim": SURVEY})
+        drawing = self.folder / "a.gpkg"
+        self.assertEqual(self.fenmark("import", self.folder / "a.sim", "--zone", "9").returncode, 0)
+        base = {name: content for name, content in self.files().items() if name != "a_Input.log"}
+        tried = failed = 0
+        for number, (command, extension, *rest) in enumerate(WRITERS):
+            target = self.folder / ("out" + extension)
+            arguments = (command, drawing, *rest, "--out", target) if command == "stakes" else \
+                        (command, drawing, target, *rest)
+            self.lay(base)
+            self.assertEqual(self.fenmark(*arguments).returncode, 0)
+            new = target.read_bytes()
+            before = {**base, target.name: b"of another day"}
+            for kind, stride in WRITER_STRIDE.items():
+                place = 1 + number % stride
+                while True:
+                    self.lay(before)
+                    ran, call = self.run_with_fault(kind, place, arguments)
+                    if not call:
+                        break
+                    tried += 1
+                    failed += ran.returncode != 0
+                    with self.subTest(writer=extension, kind=kind, place=place, call=call, code=ran.returncode,
+                                      told=ran.stderr.decode(errors="replace")[-300:]):
+                        self.assertIn(ran.returncode, (0, 1))
+                        now = self.files()
+                        self.assertEqual(now.keys(), before.keys(), "nothing is left behind")
+                        self.assertEqual(now["a.gpkg"], before["a.gpkg"], "the drawing is only read")
+                        if ran.returncode == 1:
+                            self.assertIn(b"fenmark: error: ", ran.stderr)
+                            self.assertEqual(now[target.name], before[target.name], "the target is as it was")
+                        else:
+                            self.assertEqual(self.plain(now[target.name]), self.plain(new), "the target is whole")
+                    place += stride
+        self.assertGreater(failed, 10)
+        print(f"{tried} faults, {failed} of them ended the command", file=sys.stderr)
+
+    @staticmethod
+    def plain(content):
+        """Less the times that some formats tell."""
+        return re.sub(rb"\d{4}[-/]\d\d[-/]\d\d|\d\d:\d\d(:\d\d)?Z?", b"", content)
 
 
 if __name__ == "__main__":

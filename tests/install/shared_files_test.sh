@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what the programs bring beside themselves: manual pages that the formatter takes without a word, an entry for
-# the menus, a type for SIMA files that the desktop knows after it, an icon, and completion for bash.
+# the menus, a type for SIMA files that the desktop knows after it, an icon, and completion for bash, zsh and fish.
 #
 # shared_files_test.sh CMAKE BUILD_TREE WORK_FOLDER
 set -euo pipefail
@@ -39,7 +39,9 @@ if command -v update-mime-database >/dev/null; then
 fi
 icon=$(sed -n 's/^Icon=//p' "$desktop")
 [ -f "$share/icons/hicolor/scalable/apps/$icon.svg" ] || fail "no icon $icon"
-[ -f "$share/bash-completion/completions/fenmark" ] || fail 'no completion'
+for script in bash-completion/completions/fenmark zsh/site-functions/_fenmark fish/vendor_completions.d/fenmark.fish; do
+    [ -f "$share/$script" ] || fail "no completion $script"
+done
 
 rm -rf "$work"
 echo 'manual pages, menu entry, file type, icon and completion are installed'

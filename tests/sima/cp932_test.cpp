@@ -33,6 +33,17 @@ TEST(Cp932, ReadsKanjiHalfWidthKanaAndAscii) {
     EXPECT_EQ(decoded("\xFA\xB1"), "﨑");
 }
 
+TEST(Cp932, HasSixtyThreeHalfWidthKanaFromA1ToDF) {
+    EXPECT_EQ(decoded("\xA1\xA2\xDE\xDF"), "｡｢ﾞﾟ");
+    EXPECT_EQ(encoded("｡｢ﾞﾟ"), "\xA1\xA2\xDE\xDF");
+    for (unsigned byte = 0xA1; byte <= 0xDF; ++byte) {
+        const std::string one(1, static_cast<char>(byte));
+        EXPECT_EQ(encoded(decoded(one)), one) << byte;
+        EXPECT_EQ(decoded(one).size(), 3U) << byte;
+    }
+    EXPECT_EQ(decoded("\xA0\xE0"), "\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
 TEST(Cp932, TakesOneByteOfAPairThatIsNotDefined) {
     EXPECT_EQ(decoded("\x81\x20"), "\xEF\xBF\xBD ");
     EXPECT_EQ(decoded("\x85\x41"), "\xEF\xBF\xBD"

@@ -1,6 +1,8 @@
 // Ends the program in order when the system asks it to.
 #pragma once
 
+#include "platform/end_signals.h"
+
 #include <QSocketNotifier>
 
 #include <functional>
@@ -13,12 +15,13 @@ namespace fenmark::desk {
 class EndWatch {
   public:
     explicit EndWatch(std::function<void()> end);
-    ~EndWatch();
+    ~EndWatch() = default;
     EndWatch(const EndWatch&) = delete;
     EndWatch& operator=(const EndWatch&) = delete;
 
   private:
     std::function<void()> end_;
+    platform::EndSignals signals_; // outlives what waits for it
     std::unique_ptr<QSocketNotifier> notifier_;
 };
 

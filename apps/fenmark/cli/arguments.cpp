@@ -1,6 +1,7 @@
 // Declares the commands with their options and reads one command line.
 #include "cli/arguments.h"
 
+#include "cli/drawings.h"
 #include "cli/station_text.h"
 #include "cli/suggestion.h"
 #include "command/dialog_rules.h"
@@ -12,6 +13,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -84,7 +86,9 @@ std::string listOfKinds() {
 std::size_t kindNamed(std::string_view name) {
     const auto found = std::find(kKindNames.begin(), kKindNames.end(), name);
     if (found == kKindNames.end()) {
-        throw WrongUsage("no kind of data is named '" + std::string(name) + "'; the kinds are " + listOfKinds());
+        const std::vector<std::string> known(kKindNames.begin(), kKindNames.end());
+        throw WrongUsage("no kind of data is named '" + std::string(name) + "'; the kinds are " + listOfKinds() +
+                         suggestion(name, known));
     }
     return static_cast<std::size_t>(found - kKindNames.begin());
 }
@@ -175,7 +179,7 @@ void addImport(CLI::App& app, Raw& raw) {
         ->check(CLI::Range(1, 19).description(""))
         ->type_name("1..19");
     command->add_option("--encoding", raw.importEncoding, "Encoding of the files; auto: by their bytes [auto]")
-        ->type_name("auto|cp932|utf-8");
+        ->type_name("auto|cp932|utf-8|utf-16");
     command
         ->add_option("--positive-radius", raw.positiveRadius,
                      "Sense in which a positive radius turns on the map; auto: what the joints of the route prove "
@@ -199,7 +203,7 @@ void addPreview(CLI::App& app, Raw& raw) {
     CLI::App* command = app.add_subcommand("preview", "Count what a SIMA file holds");
     command->add_option("FILE", raw.preview.file, "SIMA file, named *.sim")->required()->type_name("");
     command->add_option("--encoding", raw.previewEncoding, "Encoding of the file; auto: by its bytes [auto]")
-        ->type_name("auto|cp932|utf-8");
+        ->type_name("auto|cp932|utf-8|utf-16");
     command->add_flag("--json", raw.preview.json, "Print the counts as JSON");
     command->add_flag("-q,--quiet", raw.preview.quiet, "No progress and no notes; errors are still told");
     command->footer("Example:\n  fenmark preview road.sim");
@@ -208,7 +212,10 @@ void addPreview(CLI::App& app, Raw& raw) {
 void addInfo(CLI::App& app, Raw& raw) {
     CLI::App* command = app.add_subcommand("info", "Sum up a drawing");
     command->add_option("DRAWING", raw.info.drawing, "Drawing to read")->required()->type_name("");
-    command->add_flag("--json", raw.info.json, "Print the whole drawing as JSON, in creation order");
+    CLI::Option* json =
+        command->add_flag("--json", raw.info.json, "Print the whole drawing as JSON, in creation order");
+    command->add_flag("--alignments", raw.info.alignments, "Print the names of the alignments alone, one a line")
+        ->excludes(json);
     command->footer("Example:\n  fenmark info road.gpkg --json");
 }
 
@@ -385,12 +392,31 @@ void addPlot(CLI::App& app, Raw& raw) {
                     "Example:\n  fenmark plot road.gpkg road.pdf --along 中心線 --scale 500 --paper A3");
 }
 
+// A drawing is a GeoPackage, whatever it is called; a name of another format is a wish for an export.
+void requireDrawingName(const std::string& drawing, const std::string& file) {
+    const exchange::Format* const format = exchange::formatOf(drawing);
+    const bool isReport = endsIn(drawing, ".html");
+    if (format == nullptr && !isReport) {
+        return;
+    }
+    const std::string made = drawing.substr(0, drawing.rfind('.')) + ".gpkg";
+    throw WrongUsage("--drawing " + drawing + ": a drawing is a GeoPackage, *.gpkg; 'fenmark import " + file +
+                     " --drawing " + made + "' and then 'fenmark " +
+                     (isReport         ? "report "
+                      : format->isPlan ? "plot "
+                                       : "export ") +
+                     made + " " + drawing + "' write that file");
+}
+
 ParsedCommand checkedImport(Raw& raw) {
     ImportArguments& a = raw.import;
     for (const std::string& file : a.files) {
         requireName(file, "FILE");
     }
     requireName(a.drawing.value_or("-"), "--drawing");
+    if (a.drawing) {
+        requireDrawingName(*a.drawing, a.files.front());
+    }
     a.wanted = wantedKinds(raw);
     if (!raw.shift.empty()) {
         double metres = 0.0;
@@ -440,7 +466,12 @@ ParsedCommand checkedExport(Raw& raw) {
             const std::string name = list.substr(at, end - at);
             const auto kind = exchange::kindNamed(name);
             if (!kind) {
-                throw WrongUsage("no kind of object is named '" + name + "'; the kinds are " + listOfExportKinds());
+                std::vector<std::string> known;
+                for (const exchange::KindEntry& entry : exchange::kKindTable) {
+                    known.emplace_back(entry.option);
+                }
+                throw WrongUsage("no kind of object is named '" + name + "'; the kinds are " + listOfExportKinds() +
+                                 suggestion(name, known));
             }
             options.selection.left[static_cast<std::size_t>(*kind)] = false;
             at = end + 1;
@@ -535,7 +566,11 @@ ParsedCommand checkedStakes(Raw& raw) {
     if (!raw.offset.empty()) {
         options.offsets.clear();
         for (const std::string& piece : listed(raw.offset)) {
-            options.offsets.push_back(realArgument(piece, "--offset"));
+            const double offset = realArgument(piece, "--offset");
+            if (!(std::abs(offset) <= exchange::kMostOffset)) {
+                throw WrongUsage("--offset must not be beyond 100000 m: '" + piece + "'");
+            }
+            options.offsets.push_back(offset);
         }
     }
     raw.stakes.format = stakeFormatOf(raw);
@@ -562,7 +597,9 @@ ParsedCommand checkedReport(Raw& raw) {
                 for (const std::string_view name : exchange::kReportParts) {
                     names.append(names.empty() ? "" : " ").append(name);
                 }
-                throw WrongUsage("no table is named '" + piece + "'; the tables are " + names);
+                const std::vector<std::string> known(exchange::kReportParts.begin(), exchange::kReportParts.end());
+                throw WrongUsage("no table is named '" + piece + "'; the tables are " + names +
+                                 suggestion(piece, known));
             }
             options.parts[static_cast<std::size_t>(found - exchange::kReportParts.begin())] = true;
         }
@@ -670,49 +707,127 @@ std::vector<std::string> commandNames(const CLI::App& app) {
     return names;
 }
 
-// What to say of a line that names no command.
-std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
-    const std::vector<std::string> names = commandNames(app);
-    std::string commands;
-    for (const std::string& name : names) {
-        commands.append(commands.empty() ? "" : ", ").append(name);
-    }
-    const auto word = std::find_if(arguments.begin(), arguments.end(),
-                                   [](const std::string& argument) { return !argument.starts_with('-'); });
-    if (word == arguments.end()) {
-        return "no command is given; the commands are " + commands;
-    }
-    return "there is no command '" + *word + "'; the commands are " + commands + suggestion(*word, names);
-}
-
-// The first option of the line that the command does not know, in words; empty if it knows them all.
-std::string unknownOption(const CLI::App& command, const std::vector<std::string>& arguments) {
+// The names of a command's options, with their dashes.
+std::vector<std::string> optionNames(const CLI::App& command) {
     std::vector<std::string> names;
     for (const CLI::Option* option : command.get_options()) {
         for (const std::string& name : option->get_lnames()) {
             names.push_back("--" + name);
         }
+        for (const std::string& name : option->get_snames()) {
+            names.push_back("-" + name);
+        }
     }
+    return names;
+}
+
+// The name of an option in an argument: "--zone" of "--zone=9", "-v" of "-v9"; empty for all that is none, such as a
+// negative number.
+std::string optionName(const std::string& argument) {
+    if (argument.size() > 2 && argument.starts_with("--")) {
+        return argument.substr(0, argument.find('='));
+    }
+    const bool isShort = argument.size() > 1 && argument[0] == '-' && argument[1] != '-' && argument[1] != '.' &&
+                         !(argument[1] >= '0' && argument[1] <= '9');
+    return isShort ? argument.substr(0, 2) : std::string();
+}
+
+// "; did you mean '--version'?" for "-v": the long option that begins with the letter, where it is the only one.
+std::string longOption(const std::string& name, const std::vector<std::string>& names) {
+    std::string found;
+    for (const std::string& known : names) {
+        if (known.size() > 3 && known[2] == name[1]) {
+            if (!found.empty()) {
+                return {};
+            }
+            found = known;
+        }
+    }
+    return found.empty() ? found : "; did you mean '" + found + "'?";
+}
+
+// The first option of the line that the command does not know, in words; empty if it knows them all.
+std::string unknownOption(const CLI::App& command, const std::vector<std::string>& arguments) {
+    const std::vector<std::string> names = optionNames(command);
     for (const std::string& argument : arguments) {
         if (argument == "--") {
             break;
         }
-        const std::string name = argument.substr(0, argument.find('='));
-        if (name.starts_with("--") && std::find(names.begin(), names.end(), name) == names.end()) {
-            return command.get_name() + " has no option " + name + suggestion(name, names);
+        const std::string name = optionName(argument);
+        if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+            return command.get_name() + " has no option " + name +
+                   (name.size() == 2 ? longOption(name, names) : suggestion(name, names));
         }
     }
     return {};
 }
 
+// The commands that have an option of that name.
+std::vector<std::string> commandsWith(const CLI::App& app, const std::string& option) {
+    std::vector<std::string> commands;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        const std::vector<std::string> names = optionNames(*command);
+        if (std::find(names.begin(), names.end(), option) != names.end()) {
+            commands.push_back(command->get_name());
+        }
+    }
+    return commands;
+}
+
+std::string withCommas(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) {
+        text.append(text.empty() ? "" : ", ").append(word);
+    }
+    return text;
+}
+
+// What to say of an option in front of the command; empty if there is none, or if it may stand there.
+std::string optionInFront(const CLI::App& app, const std::vector<std::string>& arguments) {
+    const std::string option = arguments.empty() ? std::string() : optionName(arguments.front());
+    if (option.empty() || unknownOption(app, {option}).empty()) {
+        return {};
+    }
+    const std::vector<std::string> having = commandsWith(app, option);
+    return having.empty() ? unknownOption(app, {option})
+                          : option + " stands behind a command that has it (" + withCommas(having) + ")";
+}
+
+// What to say of a line that names no command.
+std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+    const std::vector<std::string> names = commandNames(app);
+    const std::string commands = "; the commands are " + withCommas(names);
+    if (const std::string option = optionInFront(app, arguments); !option.empty()) {
+        return option + commands;
+    }
+    const auto word = std::find_if(arguments.begin(), arguments.end(),
+                                   [](const std::string& argument) { return !argument.starts_with('-'); });
+    if (word == arguments.end()) {
+        return "no command is given" + commands;
+    }
+    return "there is no command '" + *word + "'" + commands + suggestion(*word, names);
+}
+
+// "--zone needs a value: 1..19" for the parser's "--zone: 1 required 1..19 missing".
+std::string withoutValue(const std::string& said) {
+    constexpr std::string_view kRequired = ": 1 required ";
+    constexpr std::string_view kMissing = " missing";
+    const std::size_t at = said.find(kRequired);
+    if (at == std::string::npos || !said.ends_with(kMissing)) {
+        return said;
+    }
+    const std::size_t value = at + kRequired.size();
+    return said.substr(0, at) + " needs a value: " + said.substr(value, said.size() - kMissing.size() - value);
+}
+
 // What to say of a line that the parser refused.
 std::string refusal(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
     const std::vector<CLI::App*> chosen = app.get_subcommands();
-    if (chosen.empty()) {
+    if (chosen.empty() || !optionInFront(app, arguments).empty()) {
         return withoutCommand(app, arguments);
     }
     const std::string unknown = unknownOption(*chosen.front(), arguments);
-    return unknown.empty() ? std::string(error.what()) : unknown;
+    return unknown.empty() ? withoutValue(error.what()) : unknown;
 }
 
 } // namespace

@@ -13,12 +13,16 @@ inline constexpr int kNotDone = 1;      // a file not readable, a drawing not wr
 inline constexpr int kWrongUsage = 2;   // the arguments
 inline constexpr int kLogHasErrors = 3; // --strict only
 
+struct FileReport;
+
 struct Streams {
     std::ostream& out;
     std::ostream& err;
     bool errIsTerminal = false; // a progress bar is drawn on a terminal only
     // Where bars are drawn: the terminal itself, which a carriage return reaches. Null: err.
     std::ostream* terminal = nullptr;
+    // Keeps the notes and errors of a file beside telling them, also those that --quiet keeps back. Null: nowhere.
+    FileReport* report = nullptr;
 };
 
 // Runs one command line; the arguments are those behind the program's name. Raises nothing.

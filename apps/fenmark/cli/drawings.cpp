@@ -2,6 +2,7 @@
 #include "cli/drawings.h"
 
 #include "cli/messages.h"
+#include "cli/suggestion.h"
 #include "drawing/geopackage/foreign_package.h"
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
@@ -89,7 +90,8 @@ std::optional<std::uint64_t> identifierIn(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size() ? std::optional(id) : std::nullopt;
 }
 
-// Each name once, in order of first appearance.
+} // namespace
+
 std::vector<std::string> alignmentNames(const Drawing& drawing) {
     std::vector<std::string> names;
     std::unordered_set<std::string_view> seen;
@@ -100,8 +102,6 @@ std::vector<std::string> alignmentNames(const Drawing& drawing) {
     }
     return names;
 }
-
-} // namespace
 
 std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name) {
     const std::string_view wanted = withoutEndBlanks(name);
@@ -117,8 +117,8 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
                 return *index;
             }
         }
-        throw Stop(kNotDone, path + ": the drawing has no alignment named '" + name +
-                                 "'; its alignments: " + joined(alignmentNames(drawing)));
+        throw Stop(kNotDone, path + ": the drawing has no alignment named '" + name + "'; its alignments: " +
+                                 joined(alignmentNames(drawing)) + suggestion(name, alignmentNames(drawing)));
     }
     if (found.size() > 1) {
         std::vector<std::string> ids;

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fenmark::cli {
 
@@ -22,6 +23,9 @@ std::unique_ptr<drawing::Drawing> readDrawingOrPackage(const std::string& path, 
 
 // The name without blanks at its ends, U+3000 too: names are equal for the command line when they are equal so.
 std::string_view withoutEndBlanks(std::string_view name);
+
+// The names of the drawing's alignments, each once, in order of first appearance.
+std::vector<std::string> alignmentNames(const drawing::Drawing& drawing);
 
 // The index of the alignment of that name, or of the identifier that "#12" gives. Raises Stop with the names that there
 // are, or with the identifiers where several alignments bear the name.

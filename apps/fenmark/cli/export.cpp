@@ -21,7 +21,9 @@ using drawing::Load;
 int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     const exchange::Format* const format = exchange::formatOf(arguments.target);
     if (format == nullptr || format->isPlan) {
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(false));
+        const std::string other = format != nullptr ? "plot" : endsIn(arguments.target, ".html") ? "report" : "";
+        throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(false) +
+                                    (other.empty() ? other : "; 'fenmark " + other + "' writes this one"));
     }
     const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     exchange::ExportOptions options = arguments.options;
@@ -55,6 +57,13 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
 } // namespace
 
 int runInfo(const InfoArguments& arguments, const Streams& streams) {
+    if (arguments.alignments) {
+        const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
+        for (const std::string& name : alignmentNames(*drawing)) {
+            streams.out << name << '\n';
+        }
+        return kDone;
+    }
     const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams);
     if (arguments.json) {
         exchange::writeInfoJson(*drawing, streams.out);

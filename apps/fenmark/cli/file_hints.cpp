@@ -88,10 +88,10 @@ FileEncoding encodingOf(const std::string& file, std::optional<sima::Encoding> a
 void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string& file, const FileEncoding& encoding) {
     using sima::Encoding;
     using sima::TextKind;
-    if (quiet) {
+    if (quiet && streams.report == nullptr) {
         return;
     }
-    const auto tell = [&](std::string_view text) { tellFileNote(streams, false, file, text); };
+    const auto tell = [&](std::string_view text) { tellFileNote(streams, quiet, file, text); };
     const std::string head = headOf(file);
     const bool isUtf8 = encoding.looksLike == TextKind::Utf8 || encoding.looksLike == TextKind::Utf8Mark;
     if (encoding.looksLike == TextKind::EucJp || encoding.looksLike == TextKind::Iso2022Jp) {
@@ -123,7 +123,7 @@ void tellNothingFound(const Streams& streams, bool quiet, const std::string& fil
 }
 
 void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
-    if (quiet) {
+    if (quiet && streams.report == nullptr) {
         return;
     }
     for (std::size_t i = 0; i < errorBlockCount(log); ++i) {
@@ -132,16 +132,17 @@ void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& 
         if (section == '\0') {
             continue;
         }
-        streams.err << oneLine(file) << ':' << block.line << ": note: " << block.record.substr(0, 3)
-                    << " inside section " << section << "; " << section
-                    << "99 seems to be missing before it, and all up to the next " << section
-                    << "99 is taken for section " << section << '\n';
+        const std::string end = std::string(1, section) + "99";
+        tellLineNote(streams, quiet, file, block.line,
+                     std::string(block.record.substr(0, 3)) + " inside section " + section + "; " + end +
+                         " seems to be missing before it, and all up to the next " + end + " is taken for section " +
+                         section);
         return;
     }
 }
 
 void tellCommas(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
-    if (quiet) {
+    if (quiet && streams.report == nullptr) {
         return;
     }
     std::size_t lacking = 0;
@@ -154,19 +155,19 @@ void tellCommas(const Streams& streams, bool quiet, const std::string& file, con
         }
     }
     if (lacking > 0) {
-        tellFileNote(streams, false, file,
+        tellFileNote(streams, quiet, file,
                      std::to_string(lacking) + (lacking == 1 ? " record lacks" : " records lack") +
                          " the comma that every record of the format ends in");
     }
     if (oneTooMany > 0) {
-        tellFileNote(streams, false, file,
+        tellFileNote(streams, quiet, file,
                      "one comma too many at the end of " + std::to_string(oneTooMany) +
                          (oneTooMany == 1 ? " record" : " records") + ", which the format refuses; take it away");
     }
 }
 
 void tellPointNumbers(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
-    if (quiet) {
+    if (quiet && streams.report == nullptr) {
         return;
     }
     std::size_t count = 0;
@@ -183,7 +184,7 @@ void tellPointNumbers(const Streams& streams, bool quiet, const std::string& fil
         ++count;
     }
     if (count > 0) {
-        tellFileNote(streams, false, file,
+        tellFileNote(streams, quiet, file,
                      std::to_string(count) + (count == 1 ? " record has" : " records have") +
                          " a point number such as '" + first +
                          "'; the format wants a whole number of at most five digits there, and "

@@ -4,6 +4,7 @@
 #include "cli/file_hints.h"
 #include "cli/import_dialogs.h"
 #include "cli/messages.h"
+#include "cli/suggestion.h"
 #include "command/import_command.h"
 #include "drawing/file_digest.h"
 #include "exchange/placed.h"
@@ -161,7 +162,8 @@ ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, c
         }
         if (!arguments.createLayers || (*layer)->empty()) {
             throw Stop(kNotDone, path + ": the drawing has no layer named '" + **layer + "'; its layers: " +
-                                     joined(namesOf(drawing.layers())) + " (--create-layers makes a new one)");
+                                     joined(namesOf(drawing.layers())) + " (--create-layers makes a new one)" +
+                                     suggestion(**layer, namesOf(drawing.layers())));
         }
         drawing.addLayer(**layer);
     }
@@ -175,7 +177,8 @@ ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, c
     // A drawing without sites gets its first one here, so that it bears the name asked for.
     if (!drawing.sites().empty() || arguments.site->empty()) {
         throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
-                                 "'; its sites: " + joined(namesOf(drawing.sites())));
+                                 "'; its sites: " + joined(namesOf(drawing.sites())) +
+                                 suggestion(*arguments.site, namesOf(drawing.sites())));
     }
     drawing.addSite(*arguments.site);
     return arguments;
@@ -191,10 +194,16 @@ void printResult(std::ostream& out, const command::ImportResult& result, bool wi
     out.flush();
 }
 
-nlohmann::ordered_json jsonOf(const command::ImportResult& result, const std::string& drawing, const std::string& log) {
+// What is known of a file from its beginning.
+nlohmann::ordered_json jsonOf(const std::string& file, const std::string& drawing) {
     nlohmann::ordered_json json;
-    json["file"] = sima::textOfPath(result.filePath);
-    json["drawing"] = sima::textOfPath(drawing);
+    json["file"] = sima::textOfPath(file);
+    json["drawing"] = drawing.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(sima::textOfPath(drawing));
+    return json;
+}
+
+// An import that was done.
+void addResult(nlohmann::ordered_json& json, const command::ImportResult& result, const std::string& log) {
     json["log"] = sima::textOfPath(log);
     json["errors"] = result.errorCount;
     json["points"] = result.coordinatePoints;
@@ -203,7 +212,24 @@ nlohmann::ordered_json jsonOf(const command::ImportResult& result, const std::st
     json["routes"] = result.routesCreated;
     json["longitudinal"] = result.longitudinalPoints;
     json["cross_sections"] = result.crossSectionPoints;
-    return json;
+}
+
+// The records that were refused and the notes, in the words of standard error.
+void addReport(nlohmann::ordered_json& json, const FileReport& report) {
+    nlohmann::ordered_json& records = json["error_records"] = nlohmann::ordered_json::array();
+    for (const FileReport::Error& error : report.errors) {
+        nlohmann::ordered_json record;
+        std::uint64_t line = 0;
+        for (const char digit : error.line) {
+            line = 10 * line + static_cast<std::uint64_t>(digit - '0');
+        }
+        record["line"] = line;
+        record["code"] = error.code;
+        record["text"] = error.text;
+        record["record"] = error.record;
+        records.push_back(std::move(record));
+    }
+    json["notes"] = report.notes;
 }
 
 // Why a run of the command ended early, from the exception at hand.
@@ -520,6 +546,9 @@ Outcome importInTurn(OpenDrawing& open, const ImportArguments& arguments, const 
             return importFile(open.at(drawingPath, arguments, streams), arguments, file, drawingPath, streams);
         } catch (const Overtaken&) {
             open.forget();
+            if (streams.report != nullptr) {
+                *streams.report = {};
+            }
             if (attempt == kAttempts) {
                 throw;
             }
@@ -529,18 +558,24 @@ Outcome importInTurn(OpenDrawing& open, const ImportArguments& arguments, const 
 
 } // namespace
 
-int runImport(const ImportArguments& arguments, const Streams& streams) {
+int runImport(const ImportArguments& arguments, const Streams& given) {
     OpenDrawing open;
     nlohmann::ordered_json results = nlohmann::ordered_json::array();
     int code = kDone;
     for (const std::string& file : arguments.files) {
+        FileReport report;
+        Streams streams = given;
+        streams.report = arguments.json ? &report : nullptr;
+        nlohmann::ordered_json json = jsonOf(file, arguments.drawing.value_or(""));
+        std::string failure;
         try {
             requireReadableSimFile(file);
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
+            json = jsonOf(file, drawingPath);
             const Outcome outcome = importInTurn(open, arguments, file, drawingPath, streams);
             code = std::max(code, outcome.code);
             if (arguments.json) {
-                results.push_back(jsonOf(outcome.result, drawingPath, outcome.logPath));
+                addResult(json, outcome.result, outcome.logPath);
             } else {
                 printResult(streams.out, outcome.result, arguments.files.size() > 1);
             }
@@ -548,15 +583,26 @@ int runImport(const ImportArguments& arguments, const Streams& streams) {
         } catch (const Stop& stop) {
             open.forget();
             code = std::max(code, stop.code());
-            tellError(streams, stop.what());
+            failure = stop.what();
         } catch (...) {
             open.forget();
             code = std::max<int>(code, kNotDone);
-            tellError(streams, file + ": " + currentExceptionText());
+            failure = file + ": " + currentExceptionText();
+        }
+        if (!failure.empty()) {
+            tellError(streams, failure);
+            json["log"] = nullptr;
+            json["errors"] = report.errors.size();
+        }
+        if (arguments.json) {
+            addReport(json, report);
+            json["failure"] = failure.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(failure);
+            results.push_back(std::move(json));
         }
     }
     if (arguments.json) {
-        streams.out << (arguments.files.size() == 1 && results.size() == 1 ? results[0] : results).dump() << '\n';
+        // A record or a name that is no UTF-8 must not keep back what was done.
+        given.out << results.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
     }
     return code;
 }

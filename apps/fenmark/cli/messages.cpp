@@ -1,6 +1,7 @@
 // What the commands say on standard error, and how they stop.
 #include "cli/messages.h"
 
+#include "cli/drawings.h"
 #include "cli/error_blocks.h"
 #include "cli/printable.h"
 #include "command/dialog_rules.h"
@@ -49,13 +50,35 @@ void tellNote(const Streams& streams, bool quiet, std::string_view text) {
 }
 
 void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text) {
+    if (streams.report != nullptr) {
+        streams.report->notes.emplace_back(text);
+    }
     if (!quiet) {
         streams.err << oneLine(file) << ": note: " << oneLine(text) << '\n';
     }
 }
 
+void tellLineNote(const Streams& streams, bool quiet, const std::string& file, std::string_view line,
+                  std::string_view text) {
+    if (streams.report != nullptr) {
+        streams.report->notes.push_back("line " + std::string(line) + ": " + std::string(text));
+    }
+    if (!quiet) {
+        streams.err << oneLine(file) << ':' << line << ": note: " << oneLine(text) << '\n';
+    }
+}
+
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
     const std::size_t blocks = errorBlockCount(log);
+    if (streams.report != nullptr) {
+        streams.report->errors.clear();
+        streams.report->errors.reserve(blocks);
+        for (std::size_t i = 0; i < blocks; ++i) {
+            const ErrorBlock block = errorBlock(log, i);
+            streams.report->errors.push_back(
+                {std::string(block.line), std::string(block.code), std::string(block.text), std::string(block.record)});
+        }
+    }
     const std::size_t told = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
     const std::string name = oneLine(file);
     std::string text;
@@ -72,12 +95,9 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
 }
 
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines) {
-    if (quiet) {
-        return;
-    }
     for (const auto& [kind, count] : lines) {
-        streams.err << oneLine(file) << ": note: " << count << (count == 1 ? " line" : " lines") << " passed over, "
-                    << kind << '\n';
+        tellFileNote(streams, quiet, file,
+                     std::to_string(count) + (count == 1 ? " line" : " lines") + " passed over, " + std::string(kind));
     }
 }
 
@@ -116,11 +136,14 @@ void requireReadableSimFile(const std::string& path) {
     case platform::PathKind::File:
         break;
     }
-    if (!command::isSimFile(path)) {
+    if (!endsIn(path, ".sim")) {
         throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
     }
     if (const std::error_code error = platform::mayRead(path)) {
         throw unreadable(error);
+    }
+    if (!command::isSimFile(path)) { // the name is right, so the file could not be found again
+        throw unreadable(std::make_error_code(std::errc::io_error));
     }
 }
 

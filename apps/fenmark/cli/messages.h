@@ -28,6 +28,18 @@ class PreviewBrokenOff : public Stop {
     using Stop::Stop;
 };
 
+// What was said of one file, for an answer in JSON.
+struct FileReport {
+    struct Error { // texts of an error block
+        std::string line;
+        std::string code;
+        std::string text;
+        std::string record;
+    };
+    std::vector<Error> errors;
+    std::vector<std::string> notes;
+};
+
 // "fenmark: error: text"
 void tellError(const Streams& streams, std::string_view text);
 // "fenmark: note: text"; nothing if quiet.
@@ -35,6 +47,9 @@ void tellNote(const Streams& streams, bool quiet, std::string_view text);
 
 // "file: note: text"; nothing if quiet.
 void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text);
+// "file:line: note: text"; nothing if quiet.
+void tellLineNote(const Streams& streams, bool quiet, const std::string& file, std::string_view line,
+                  std::string_view text);
 
 // The log's error blocks, each as "file:line: code: text". On a terminal only the first ones.
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log);

@@ -63,6 +63,7 @@ struct PreviewArguments {
 struct InfoArguments {
     std::string drawing;
     bool json = false;
+    bool alignments = false; // their names alone
 };
 
 struct StationArguments {

@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/drawings.h"
 #include "cli/messages.h"
+#include "exchange/formats.h"
 #include "exchange/output_file.h"
 
 #include <algorithm>
@@ -53,7 +54,12 @@ void write(const std::string& target, const std::function<void(std::ostream&)>& 
 int runPlot(const PlotArguments& arguments, const Streams& streams) {
     const bool pdf = endsIn(arguments.target, ".pdf");
     if (!pdf && !endsIn(arguments.target, ".svg")) {
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg or .pdf");
+        const bool exported = exchange::formatOf(arguments.target) != nullptr;
+        const bool reported = endsIn(arguments.target, ".html");
+        throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg or .pdf" +
+                                    (exported   ? "; 'fenmark export' writes this one"
+                                     : reported ? "; 'fenmark report' writes this one"
+                                                : ""));
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     const exchange::Plot plot = plotOf(*drawing, arguments);

@@ -17,6 +17,9 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
     if (!stakes.failure.empty()) {
         throw Stop(kNotDone, arguments.alignment + ": " + stakes.failure);
     }
+    if (!stakes.note.empty()) {
+        tellNote(streams, false, arguments.alignment + ": " + stakes.note);
+    }
     if (!arguments.target) {
         exchange::writeStakes(stakes, arguments.format, streams.out);
         return kDone;

@@ -14,6 +14,19 @@ _fenmark_files() {
     compopt -o filenames 2>/dev/null
 }
 
+_fenmark_alignments() {
+    # The names of the alignments of the drawing that stands on the line.
+    local word name drawing=
+    COMPREPLY=()
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        [[ ${word,,} == *.gpkg ]] && drawing=${word//\\/}
+    done
+    [[ -n $drawing ]] || return
+    while IFS= read -r name; do
+        [[ $name == "${cur//\\/}"* ]] && COMPREPLY+=("$(printf %q "$name")")
+    done < <("${COMP_WORDS[0]}" info --alignments -- "${drawing/#\~/$HOME}" 2>/dev/null)
+}
+
 _fenmark() {
     local cur=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
     local kinds="points lots longitudinal cross-sections ip main centre left-stake right-stake continuous continuous-curves"
@@ -21,7 +34,7 @@ _fenmark() {
     [[ $command == export ]] && kinds=$objects
     COMPREPLY=()
     if [[ $COMP_CWORD -eq 1 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "import preview info station locate stakes report export plot --help --version" -- "$cur")
+        mapfile -t COMPREPLY < <(compgen -W "import preview info station locate stakes report export plot help --help --version" -- "$cur")
         return
     fi
     case $previous in
@@ -31,7 +44,7 @@ _fenmark() {
             compopt -o nospace 2>/dev/null
             return ;;
         --zone) mapfile -t COMPREPLY < <(compgen -W "$(echo {1..19})" -- "$cur"); return ;;
-        --encoding) mapfile -t COMPREPLY < <(compgen -W "auto cp932 utf-8" -- "$cur"); return ;;
+        --encoding) mapfile -t COMPREPLY < <(compgen -W "auto cp932 utf-8 utf-16" -- "$cur"); return ;;
         --positive-radius) mapfile -t COMPREPLY < <(compgen -W "auto left right" -- "$cur"); return ;;
         --crs) mapfile -t COMPREPLY < <(compgen -W "lonlat plane" -- "$cur"); return ;;
         --dxf-version) mapfile -t COMPREPLY < <(compgen -W "R12 2000 2018" -- "$cur"); return ;;
@@ -51,11 +64,15 @@ _fenmark() {
             compopt -o nospace 2>/dev/null
             return ;;
         --profile)
-            [[ $command == export ]] && mapfile -t COMPREPLY < <(compgen -W "landxml j-landxml" -- "$cur")
+            if [[ $command == export ]]; then
+                mapfile -t COMPREPLY < <(compgen -W "landxml j-landxml" -- "$cur")
+            else
+                _fenmark_alignments
+            fi
             return ;;
-        --every | --at | --offset | --pitch | --scale | --along | --cross-sections) return ;;
-        --site | --point-layer | --ip-layer | --lot-layer | --stake-layer | --continuous-layer | --shift | --alignment)
-            return ;;
+        --along | --cross-sections | --alignment) _fenmark_alignments; return ;;
+        --every | --at | --offset | --pitch | --scale) return ;;
+        --site | --point-layer | --ip-layer | --lot-layer | --stake-layer | --continuous-layer | --shift) return ;;
     esac
     if [[ $cur == -* ]]; then
         local options="--help"
@@ -64,7 +81,8 @@ _fenmark() {
                                --continuous-layer --create-layers --shift --alignment --force-alignment --zone --encoding
                                --positive-radius --plan-tangents --replace --keep-partial --strict --json --quiet" ;;
             preview) options+=" --encoding --json --quiet" ;;
-            info | station | locate) options+=" --json" ;;
+            info) options+=" --json --alignments" ;;
+            station | locate) options+=" --json" ;;
             export) options+=" --only --layer --rectangle --zone --crs --dxf-version --layers --elements --scale
                                --columns --profile --quiet" ;;
             stakes) options+=" --every --at --offset --main-points --pitch --point-names --station-names --format --out" ;;
@@ -76,7 +94,13 @@ _fenmark() {
     fi
     case $command in
         import | preview) _fenmark_files "*.sim" ;;
-        info | station | locate | stakes) [[ $COMP_CWORD -eq 2 ]] && _fenmark_files "*.gpkg" ;;
+        help) mapfile -t COMPREPLY < <(compgen -W "import preview info station locate stakes report export plot" -- "$cur") ;;
+        info) _fenmark_files "*.gpkg" ;;
+        station | locate | stakes)
+            case $COMP_CWORD in
+                2) _fenmark_files "*.gpkg" ;;
+                3) _fenmark_alignments ;;
+            esac ;;
         export)
             if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(dxf|xml|sim|geojson|kml|csv)"; fi ;;
         plot) if [[ $COMP_CWORD -eq 2 ]]; then _fenmark_files "*.gpkg"; else _fenmark_files "*.@(svg|pdf)"; fi ;;

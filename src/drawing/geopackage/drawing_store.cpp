@@ -111,6 +111,9 @@ DrawingStore::~DrawingStore() = default;
 
 StoreResult DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
     const platform::PathState state = platform::lookUp(path);
+    if (state.kind == platform::PathKind::Unknown) { // asked again, the system might say that nothing is there
+        return failed(StoreError::Unreachable, path, platform::reasonOf(state.error));
+    }
     if (state.kind != platform::PathKind::Missing) {
         return open(path, drawing, load);
     }

@@ -54,6 +54,10 @@ int authorize(void* shadowsOpen, int action, const char*, const char* name, cons
     return SQLITE_OK;
 }
 
+bool isReadFailure(int systemError) {
+    return systemError != 0 && platform::errorOfNumber(systemError) == std::errc::io_error;
+}
+
 StoreError meaningOf(int code, int systemError) {
     switch (code & 0xFF) {
     case SQLITE_FULL:
@@ -68,15 +72,14 @@ StoreError meaningOf(int code, int systemError) {
     case SQLITE_NOTADB:
         return StoreError::NotADrawing;
     case SQLITE_CORRUPT:
-        return StoreError::Damaged;
+        // SQLite takes a disk that cannot be read for a damaged file.
+        return isReadFailure(systemError) ? StoreError::Failed : StoreError::Damaged;
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_CANTOPEN:
         return StoreError::NotWritable;
     case SQLITE_IOERR:
-        // A quota or a limit on the size of files comes without a system error.
-        if ((code == SQLITE_IOERR_WRITE && systemError == 0) ||
-            platform::isDiskFull(platform::errorOfNumber(systemError))) {
+        if (platform::isDiskFull(platform::errorOfNumber(systemError))) {
             return StoreError::DiskFull;
         }
         if (platform::isDenied(platform::errorOfNumber(systemError))) {
@@ -86,6 +89,29 @@ StoreError meaningOf(int code, int systemError) {
     default:
         return StoreError::Failed;
     }
+}
+
+// The system's error of the last call on an open file; 0 if there was none.
+int lastErrorOf(sqlite3_file* file) {
+    int error = 0;
+    if (file != nullptr && file->pMethods != nullptr) {
+        file->pMethods->xFileControl(file, SQLITE_FCNTL_LAST_ERRNO, &error);
+    }
+    return error;
+}
+
+// The system's error behind a failure. The connection knows that of opening a file; the files know their own.
+int systemErrorOf(sqlite3* handle) {
+    sqlite3_file* file = nullptr;
+    sqlite3_file* journal = nullptr;
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_JOURNAL_POINTER, &journal);
+    for (sqlite3_file* const each : {file, journal}) {
+        if (const int error = lastErrorOf(each); error != 0) {
+            return error;
+        }
+    }
+    return sqlite3_system_errno(handle);
 }
 
 // The path as a URI, so that a drawing that nobody writes can be opened without a lock file beside it.
@@ -203,7 +229,11 @@ void Connection::fail(int code) const {
     if (std::string_view(text).starts_with("not authorized")) {
         throw StoreFailure{StoreError::Reshaped, text}; // something in the file would have to be run
     }
-    throw StoreFailure{meaningOf(code, handle == nullptr ? 0 : sqlite3_system_errno(handle)), text};
+    const int systemError = handle == nullptr ? 0 : systemErrorOf(handle);
+    if ((code & 0xFF) == SQLITE_CORRUPT && isReadFailure(systemError)) {
+        throw StoreFailure{meaningOf(code, systemError), platform::reasonOf(platform::errorOfNumber(systemError))};
+    }
+    throw StoreFailure{meaningOf(code, systemError), text};
 }
 
 Statement::Statement(Connection& connection, const char* sql) : connection_(connection) {

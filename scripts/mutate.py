@@ -1,0 +1,182 @@
+#!/usr/bin/env python3
+"""Changes one comparison, constant or statement of the sources at a time, and runs the tests that must notice.
+
+A copy of the checkout is changed, not the checkout. Of each mutant only what hangs on its file is built; a mutant that
+does not compile does not count, one that does not end counts as noticed. What no test noticed is printed: it needs a
+test, or a word in docs/reliability.md on why nothing can notice it.
+
+usage: scripts/mutate.py [--mutants N] [--seed N] [--folder FOLDER]... [--list] [--only NUMBER]...
+"""
+
+import argparse
+import collections
+import os
+import pathlib
+import random
+import re
+import shutil
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+COPY = ROOT / "build" / "mutate"
+TREE = COPY / "tree"
+BUILD = COPY / "build"
+
+# Where mutants are made, and the test programs that must notice them, the likeliest first.
+FOLDERS = {
+    "src/sima/validators": ["sima"],
+    "src/sima/reader": ["sima", "output"],
+    "src/sima/text": ["sima", "cli"],
+    "src/output": ["output"],
+    "src/host/embedded": ["embedded", "cli"],
+    "src/alignment/calelm": ["alignment", "alignment_builders", "alignment_solvers"],
+    "src/alignment/construction": ["alignment", "alignment_builders", "alignment_solvers"],
+    "src/exchange": ["exchange", "cli"],
+    "src/drawing": ["drawing", "cli"],
+    "apps/fenmark/cli": ["cli"],
+}
+SLOWEST = 300  # seconds for one test program
+
+SWAPS = [
+    (r" < ", " <= "), (r" <= ", " < "), (r" > ", " >= "), (r" >= ", " > "), (r" == ", " != "), (r" != ", " == "),
+    (r" && ", " || "), (r" \|\| ", " && "), (r" \+ ", " - "), (r" - ", " + "), (r" \* ", " / "), (r" / ", " * "),
+    (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\b0\.0\b", "1.0"), (r"\b1\b(?!\.)", "2"), (r"\b0\b(?!\.)", "1"),
+    (r"\b([2-9]|[1-9]\d+)\b(?![.\d])", lambda m: str(int(m.group(0)) + 1)),
+    (r"\b\d+\.\d+\b", lambda m: m.group(0) + "1"), (r"\b\d+e-?\d+\b", lambda m: "2." + m.group(0)),
+]
+STATEMENT = re.compile(r"^\s+(?!return\b|throw\b|using\b|case\b|break\b|continue\b|const\b|auto\b)"
+                       r"(?:\+\+|--)?[\w.\->\[\]:*]+(?:\(.*\)| [-+|&*/]?= .*|\+\+|--)?;$")
+DECLARATION = re.compile(r"^\s+[\w:<>,&* ]+ [\w]+(?:\(.*\)| = .*|\{.*\})?;$")
+TEXT = re.compile(r'"(?:[^"\\]|\\.)+"')
+
+
+def without_texts(line):
+    """The line with texts and comments blanked out, as long as before."""
+    line = re.sub(r"'(?:[^'\\]|\\.)'", lambda m: " " * len(m.group(0)), TEXT.sub(lambda m: " " * len(m.group(0)), line))
+    return line.split("//")[0]
+
+
+def mutants_of(path):
+    found = []
+    for number, line in enumerate((ROOT / path).read_text().split("\n")):
+        code = without_texts(line)
+        if code.lstrip().startswith(("#", "*", "/*", "template", "static_assert")):
+            continue
+        for pattern, by in SWAPS:
+            for match in re.finditer(pattern, code):
+                new = by(match) if callable(by) else by
+                found.append((path, number, line[:match.start()] + new + line[match.end():]))
+        if STATEMENT.match(code) and not DECLARATION.match(code):
+            found.append((path, number, ";"))
+        if path.startswith("src/exchange"):
+            for match in TEXT.finditer(line):
+                if "include" not in line:
+                    found.append((path, number, line[:match.start()] + '"~' + line[match.start() + 1:]))
+    return found
+
+
+def candidates(folders):
+    by_folder = {}
+    for folder in folders:
+        files = sorted(p.relative_to(ROOT).as_posix() for p in (ROOT / folder).rglob("*.cpp"))
+        by_folder[folder] = [mutant for path in files for mutant in mutants_of(path)]
+    return by_folder
+
+
+def sample(folders, count, seed):
+    """As many of each folder as of any other."""
+    choose = random.Random(seed)
+    by_folder = candidates(folders)
+    share = -(-count // len(folders))
+    chosen = []
+    for folder in folders:
+        some = by_folder[folder]
+        chosen += [(folder, *m) for m in choose.sample(some, min(share, len(some)))]
+    choose.shuffle(chosen)
+    return chosen[:count]
+
+
+def run(*command, seconds=None):
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", CCACHE_NOHASHDIR="1", CCACHE_BASEDIR=str(TREE),
+                       CCACHE_SLOPPINESS="pch_defines,time_macros", CXX="g++", CC="gcc")
+    try:
+        return subprocess.run(command, cwd=TREE, env=environment, capture_output=True, timeout=seconds,
+                              check=False).returncode
+    except subprocess.TimeoutExpired:
+        return -1
+
+
+def build(tests):
+    return run("nice", "cmake", "--build", str(BUILD), "--target", *[f"test_{test}" for test in tests])
+
+
+def notices(test):
+    return run("nice", str(BUILD / "tests" / f"test_{test}"), "--gtest_fail_fast", "--gtest_brief=1",
+               seconds=SLOWEST) != 0
+
+
+def prepare(folders):
+    shutil.rmtree(TREE, ignore_errors=True)
+    TREE.mkdir(parents=True)
+    files = subprocess.run(["git", "ls-files", "-z"], cwd=ROOT, capture_output=True, check=True).stdout
+    for name in files.decode().split("\0"):
+        if name and (ROOT / name).is_file():
+            (TREE / name).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(ROOT / name, TREE / name)
+    tests = sorted({test for folder in folders for test in FOLDERS[folder]})
+    if run("cmake", "-S", str(TREE), "-B", str(BUILD), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=RelWithDebInfo",
+           "-DFENMARK_WINDOWS=OFF") != 0 or build(tests) != 0:
+        sys.exit("mutate: the copy does not build")
+    for test in tests:
+        if notices(test):
+            sys.exit(f"mutate: test_{test} fails without a mutant")
+
+
+def try_mutant(folder, path, number, new):
+    """killed, survived or does not compile; and by which test."""
+    file = TREE / path
+    before = file.read_text()
+    lines = before.split("\n")
+    lines[number] = new
+    try:
+        file.write_text("\n".join(lines))
+        for test in FOLDERS[folder]:
+            if build([test]) != 0:
+                return "does not compile", ""
+            if notices(test):
+                return "killed", test
+        return "survived", ""
+    finally:
+        file.write_text(before)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--mutants", type=int, default=300)
+    parser.add_argument("--seed", type=int, default=20260131)
+    parser.add_argument("--folder", action="append", choices=sorted(FOLDERS))
+    parser.add_argument("--list", action="store_true", help="only list the mutants")
+    parser.add_argument("--only", type=int, action="append", help="the mutants of these numbers")
+    arguments = parser.parse_args()
+    folders = arguments.folder or list(FOLDERS)
+    chosen = list(enumerate(sample(folders, arguments.mutants, arguments.seed)))
+    if arguments.only:
+        chosen = [m for m in chosen if m[0] in arguments.only]
+    if not arguments.list:
+        prepare(folders)
+    told = collections.defaultdict(collections.Counter)
+    for place, (folder, path, number, new) in chosen:
+        old = (ROOT / path).read_text().split("\n")[number].strip()
+        how, by = ("listed", "") if arguments.list else try_mutant(folder, path, number, new)
+        told[folder][how] += 1
+        print(f"{place}: {how} {by}: {path}:{number + 1}: {old}  ->  {new.strip()}", flush=True)
+    print("\n| Folder | Mutants | Killed |\n| --- | --- | --- |")
+    for folder, counts in sorted(told.items()):
+        tried = counts["killed"] + counts["survived"]
+        print(f"| `{folder}` | {tried} | {100 * counts['killed'] / max(tried, 1):.0f} % |")
+    return 1 if any(counts["survived"] for counts in told.values()) else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,5 +1,6 @@
 // Any bytes as a SIMA file: the whole command into a drawing on disk, and every exporter on what came of it.
 #include "cli/commands.h"
+#include "cli/messages.h"
 #include "judge.h"
 #include "sandbox.h"
 #include "support/drawing_support.h"

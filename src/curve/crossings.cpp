@@ -23,6 +23,9 @@ namespace {
 constexpr double kQuarter = 0.5 * kPi;
 constexpr double kUneven = 1.03;           // chord error over that of the mean curvature, at most
 constexpr std::size_t kMostPairs = 20'000; // of pieces, against curves that wind thousands of times
+// Halvings of both pieces together. Lengths of 1e15 m come down to the last bit with fewer; values beyond that would go
+// on without an end.
+constexpr int kDeepest = 200;
 constexpr int kMostSteps = 16;
 constexpr int kMostDepth = 120;
 constexpr double kTouchSine = 1e-6;          // of the angle below which chords that meet are taken to touch
@@ -476,7 +479,7 @@ void Search::meetAsChords(const Piece& p, const Piece& q) {
 }
 
 void Search::compare(const Piece& p, const Piece& q, int depth) {
-    if (++pairs_ > kMostPairs || result_.found.size() >= 4 * most_) {
+    if (++pairs_ > kMostPairs || depth > kDeepest || result_.found.size() >= 4 * most_) {
         result_.complete = false;
         return;
     }

@@ -8,6 +8,10 @@ install(TARGETS fenmark_alignment EXPORT FenmarkAlignmentTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT alignment NAMELINK_COMPONENT alignment-dev
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT alignment-dev
   RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT alignment)
+if(WIN32)
+  install(FILES "${CMAKE_CURRENT_BINARY_DIR}/fenmark-alignment.def" DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    COMPONENT alignment-dev)
+endif()
 install(FILES "${PROJECT_SOURCE_DIR}/include/fenmark/alignment.h" "${PROJECT_SOURCE_DIR}/include/fenmark/curve.h"
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/fenmark" COMPONENT alignment-dev)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/fenmark/alignment" "${PROJECT_SOURCE_DIR}/include/fenmark/curve"

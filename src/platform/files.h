@@ -1,7 +1,7 @@
 // Files and folders: what stands at a path, and a file that takes its name when it is complete.
 //
-// The one place that knows the system; other folders include no header of it for files. Paths are UTF-8 (on POSIX: the
-// bytes as they are). Nothing here throws but for want of memory, and nothing prints: a failure is a std::error_code.
+// Paths are UTF-8 (on POSIX: the bytes as they are). Nothing here throws but for want of memory, and nothing prints: a
+// failure is a std::error_code.
 #pragma once
 
 #include <cstdint>
@@ -52,6 +52,10 @@ std::error_code removeFile(const std::string& path);
 
 [[nodiscard]] bool isDiskFull(const std::error_code& error); // also a quota, or a limit on the size of files
 [[nodiscard]] bool isDenied(const std::error_code& error);   // rights, or a file system that is read only
+[[nodiscard]] bool isHeld(const std::error_code& error);     // another program has it open, and lets nobody near it
+// The error that a number of the system stands for, as a library that keeps such numbers gives it: errno, or what
+// GetLastError gives on Windows.
+[[nodiscard]] std::error_code errorOfNumber(int number);
 // The system's words, "No space left on device".
 [[nodiscard]] std::string reasonOf(const std::error_code& error);
 
@@ -62,6 +66,9 @@ enum class AtLink {
     Follow, // the file behind it is replaced, and the link stays
     Replace // the link itself is replaced: nobody can have this file written somewhere else by planting a link
 };
+
+// Whether a file that this program has open can be replaced: Windows refuses that.
+extern const bool kOpenFilesCanBeReplaced;
 
 // What may stand at the target when the file takes its name.
 enum class AtTarget {

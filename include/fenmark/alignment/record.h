@@ -6,7 +6,17 @@
 
 #include <stdint.h>
 
-#if defined(FENMARK_ALIGNMENT_BUILD)
+/*
+ * Which symbols leave the library. FENMARK_ALIGNMENT_BUILD is defined while the library itself is compiled. On Windows
+ * FENMARK_ALIGNMENT_STATIC is for programs that link it as a static library; all others take it from its DLL.
+ */
+#if defined(_WIN32) && defined(FENMARK_ALIGNMENT_STATIC)
+#define FENMARK_ALIGNMENT_API
+#elif defined(_WIN32) && defined(FENMARK_ALIGNMENT_BUILD)
+#define FENMARK_ALIGNMENT_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define FENMARK_ALIGNMENT_API __declspec(dllimport)
+#elif defined(FENMARK_ALIGNMENT_BUILD)
 #define FENMARK_ALIGNMENT_API __attribute__((visibility("default")))
 #else
 #define FENMARK_ALIGNMENT_API

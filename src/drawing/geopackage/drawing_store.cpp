@@ -71,6 +71,7 @@ std::string newStamp() {
 void throwIf(const std::error_code& error) {
     if (error) {
         const StoreError meaning = platform::isDiskFull(error) ? StoreError::DiskFull
+                                   : platform::isHeld(error)   ? StoreError::Locked
                                    : platform::isDenied(error) ? StoreError::NotWritable
                                                                : StoreError::Failed;
         throw StoreFailure{meaning, platform::reasonOf(error)};
@@ -217,7 +218,10 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
         platform::TemporaryFile file;
         writeWhole(file, path, drawing, progress, stamp);
         if (!mustBeNew) {
-            const HeldDrawing held(file.target()); // nobody appends to the file that goes
+            HeldDrawing held(file.target()); // nobody appends to the file that goes
+            if (!platform::kOpenFilesCanBeReplaced) {
+                held.letGo(); // it was seen that nobody holds it; who comes in between is in the file's way
+            }
             throwIf(file.putInPlace());
             return;
         }

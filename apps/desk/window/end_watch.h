@@ -1,6 +1,8 @@
 // Ends the program in order when the system asks it to.
 #pragma once
 
+#include "platform/end_signals.h"
+
 #include <QSocketNotifier>
 
 #include <functional>
@@ -8,18 +10,17 @@
 
 namespace fenmark::desk {
 
-// While it lives, SIGTERM, SIGHUP and SIGINT call the function from the event loop. Elsewhere than on POSIX systems it
-// does nothing. One at a time.
+// While it lives, a request of the system to end calls the function from the event loop, once. One at a time.
 class EndWatch {
   public:
     explicit EndWatch(std::function<void()> end);
-    ~EndWatch();
     EndWatch(const EndWatch&) = delete;
     EndWatch& operator=(const EndWatch&) = delete;
 
   private:
     std::function<void()> end_;
-    std::unique_ptr<QSocketNotifier> notifier_;
+    platform::EndSignals signals_;
+    std::unique_ptr<QSocketNotifier> notifier_; // gone before what it watches
 };
 
 } // namespace fenmark::desk

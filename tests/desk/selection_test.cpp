@@ -157,9 +157,10 @@ TEST_F(Selecting, AScreenReaderHearsWhatIsSelected) {
 TEST_F(DeskWindow, CoordinatesWithoutEndStayOutOfThePlanAndAreTold) {
     const std::string digits(400, '9');
     const std::string wide(60, '8');
-    import(folder.write(QStringLiteral("a.sim"),
-                        QByteArray::fromStdString("A00,\r\nA01,1,P,1.0,2.0,,\r\nA01,2,Q," + digits +
-                                                  ",2.0,,\r\nA01,3,R," + wide + ",1e-320,,\r\nA99,\r\n")));
+    const std::string tiny = "0." + std::string(319, '0') + "1"; // metres, below what a normal number holds
+    const std::string text =
+        "A00,\r\nA01,1,P,1.0,2.0,,\r\nA01,2,Q," + digits + ",2.0,,\r\nA01,3,R," + wide + "," + tiny + ",,\r\nA99,\r\n";
+    import(folder.write(QStringLiteral("a.sim"), QByteArray::fromStdString(text)));
     ASSERT_EQ(drawing().entityCount(), 3U);
     EXPECT_TRUE(said(QStringLiteral("1個の図形は座標が表示できない値")));
     plan().fitAll();

@@ -45,7 +45,7 @@ TEST(Theme, EveryInkReadsOnThePaperOfItsSide) {
 
 TEST_F(DeskWindow, ADarkWindowHasADarkPlan) {
     import(folder.example(QStringLiteral("cadastral.sim")));
-    EXPECT_EQ(plan().grab().toImage().pixelColor(2, 2), themeOf(ThemeSide::Light).paper);
+    EXPECT_EQ(plan().grab().toImage().pixelColor(9, 9), themeOf(ThemeSide::Light).paper);
     const QPalette before = window->palette();
     QPalette dark = before;
     dark.setColor(QPalette::Window, QColor(0x2b, 0x2b, 0x2b));
@@ -53,7 +53,7 @@ TEST_F(DeskWindow, ADarkWindowHasADarkPlan) {
     dark.setColor(QPalette::Text, Qt::white);
     window->setPalette(dark);
     EXPECT_EQ(kPaper, themeOf(ThemeSide::Dark).paper);
-    EXPECT_EQ(plan().grab().toImage().pixelColor(2, 2), themeOf(ThemeSide::Dark).paper);
+    EXPECT_EQ(plan().grab().toImage().pixelColor(9, 9), themeOf(ThemeSide::Dark).paper);
     window->setPalette(before);
     EXPECT_EQ(kPaper, themeOf(ThemeSide::Light).paper);
 }

@@ -30,6 +30,7 @@ constexpr double kStationStep = 20.0;         // metres
 constexpr double kLargestStation = 1e12;      // metres; beyond, no marks
 constexpr int kMostStations = 20'000;         // of one alignment in one picture
 constexpr double kStationPixels = 5.0;        // closer marks are left out
+constexpr double kElementLabelPixels = 8.0;   // from a line to the foot of its label
 constexpr double kStationLabelPixels = 60.0;  // room that a station label needs
 constexpr double kLabelMarginPixels = 60.0;   // names of objects just outside still reach into the view
 constexpr double kDegrees = 180.0 / 3.141592653589793;
@@ -118,13 +119,6 @@ double roundStep(double value) {
     return 10.0 * power;
 }
 
-QRectF turnedBox(const QPointF& middle, double width, double height, double degrees) {
-    const double c = std::abs(std::cos(degrees / kDegrees));
-    const double s = std::abs(std::sin(degrees / kDegrees));
-    const QSizeF size(width * c + height * s, width * s + height * c);
-    return {QPointF(middle.x() - size.width() / 2.0, middle.y() - size.height() / 2.0), size};
-}
-
 void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment) {
     painter.setPen(QPen(kInk, 1.0));
     painter.setBrush(kPaper);
@@ -159,13 +153,13 @@ void labelElements(QPainter& painter, const ViewTransform& view, const Alignment
             degrees += 180.0; // never upside down
         }
         const QPointF up(std::sin(degrees / kDegrees), -std::cos(degrees / kDegrees));
-        if (!room.take(turnedBox(at + 11.0 * up, width, 11.0, degrees))) {
+        if (!room.takeTurned(at + (kElementLabelPixels + 4.5) * up, width, 11.0, degrees)) {
             continue;
         }
         painter.save();
         painter.translate(at);
         painter.rotate(degrees);
-        drawText(painter, {-width / 2.0, -6.0}, label, colourOf(element.type));
+        drawText(painter, {-width / 2.0, -kElementLabelPixels}, label, colourOf(element.type));
         painter.restore();
     }
 }
@@ -235,10 +229,14 @@ void paintStations(QPainter& painter, const ViewTransform& view, const drawing::
         }
         const QString name = stakeName(station);
         const double width = painter.fontMetrics().horizontalAdvance(name);
-        const QPointF right = -square; // right of the travel
-        const QPointF middle = at + (10.0 + 0.5 * width * std::abs(right.x())) * right;
-        if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0))) {
-            drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk);
+        // Right of the travel first, and farther out where something stands beside the line.
+        const double half = 0.5 * width * std::abs(square.x());
+        for (const double distance : {-10.0, 10.0, -26.0, 26.0, -42.0, 42.0}) {
+            const QPointF middle = at + (distance + (distance < 0.0 ? -half : half)) * square;
+            if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0))) {
+                drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk);
+                break;
+            }
         }
     }
 }

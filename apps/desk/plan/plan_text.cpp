@@ -65,7 +65,7 @@ void LabelRoom::blockLine(const QPointF& from, const QPointF& to) {
     }
 }
 
-bool LabelRoom::take(const QRectF& place) {
+bool LabelRoom::isFree(const QRectF& place) const {
     const int left = static_cast<int>(std::floor(place.left() / kCell));
     const int right = static_cast<int>(std::floor(place.right() / kCell));
     const int top = static_cast<int>(std::floor(place.top() / kCell));
@@ -73,21 +73,40 @@ bool LabelRoom::take(const QRectF& place) {
     if (left < 0 || top < 0 || right >= columns_ || bottom >= rows_) {
         return false;
     }
-    auto cell = [this](int column, int row) -> std::uint8_t& {
-        return taken_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-                      static_cast<std::size_t>(column)];
-    };
     for (int row = top; row <= bottom; ++row) {
         for (int column = left; column <= right; ++column) {
-            if (cell(column, row) != 0) {
+            if (taken_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+                       static_cast<std::size_t>(column)] != 0) {
                 return false;
             }
         }
     }
-    for (int row = top; row <= bottom; ++row) {
-        for (int column = left; column <= right; ++column) {
-            cell(column, row) = 1;
-        }
+    return true;
+}
+
+bool LabelRoom::take(const QRectF& place) {
+    if (!isFree(place)) {
+        return false;
+    }
+    block(place);
+    return true;
+}
+
+bool LabelRoom::takeTurned(const QPointF& middle, double width, double height, double degrees) {
+    const double radians = degrees * 3.141592653589793 / 180.0;
+    const QPointF along(std::cos(radians), std::sin(radians));
+    const double side = 0.6 * height; // of the squares that stand for the letters
+    const int squares = static_cast<int>(std::ceil(width / side)) + 1;
+    std::vector<QRectF> places;
+    for (int i = 0; i < squares; ++i) {
+        const QPointF at = middle + along * (width * (static_cast<double>(i) / (squares - 1) - 0.5));
+        places.emplace_back(at.x() - side / 2.0, at.y() - side / 2.0, side, side);
+    }
+    if (!std::all_of(places.begin(), places.end(), [this](const QRectF& place) { return isFree(place); })) {
+        return false;
+    }
+    for (const QRectF& place : places) {
+        block(place);
     }
     return true;
 }

@@ -196,7 +196,10 @@ int runWindow(const Options& options) {
         window.resize(options.size);
     }
     window.show();
-    const EndWatch end([&] { window.closeAtOnce(); });
+    const EndWatch end([&] {
+        window.closeAtOnce();
+        QCoreApplication::exit(0); // also out of the loop of a dialog
+    });
     QTimer::singleShot(0, &window, [&] { window.offerRecovery(); });
     if (!options.file.empty()) {
         QTimer::singleShot(0, &window, [&] {

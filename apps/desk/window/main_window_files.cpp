@@ -5,7 +5,6 @@
 #include "exchange/output_file.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -255,8 +254,7 @@ void MainWindow::closeAtOnce() {
     if (session_.hasChanges()) {
         recovery_.keepNow();
     }
-    writeSettings();
-    QCoreApplication::exit(0); // also out of the loop of a dialog
+    close();
 }
 
 void MainWindow::rememberFile(const QString& path) {

@@ -14,6 +14,14 @@ namespace fenmark::ui {
 
 namespace {
 
+// What the host's own boxes are called: a property of its window.
+QString captionOfHost(const QWidget* widget) {
+    while (widget != nullptr && !widget->property("messageCaption").isValid()) {
+        widget = widget->parentWidget();
+    }
+    return widget != nullptr ? widget->property("messageCaption").toString() : QCoreApplication::applicationName();
+}
+
 struct Row {
     int id;
     const char* label;
@@ -41,14 +49,6 @@ std::string formatShiftDistance(double metres) {
 
 void showWarning(QWidget* parent, const QString& caption, const QString& text) {
     QMessageBox::warning(parent, caption, text);
-}
-
-// What the host's own boxes are called: a property of its window.
-static QString captionOfHost(const QWidget* widget) {
-    while (widget != nullptr && !widget->property("messageCaption").isValid()) {
-        widget = widget->parentWidget();
-    }
-    return widget != nullptr ? widget->property("messageCaption").toString() : QCoreApplication::applicationName();
 }
 
 void showPlain(QWidget* parent, const QString& caption, const QString& text) {

@@ -21,6 +21,7 @@ inline const QColor kStraight(0x1d, 0x1f, 0x22);
 inline const QColor kArc(0xd1, 0x22, 0x22);
 inline const QColor kClothoid(0x1f, 0x6f, 0xd6);
 inline const QColor kLotFill(0xf7, 0xf3, 0xe7);
+inline const QColor kMeasure(0xad, 0x14, 0x57);
 
 // How an entity is drawn: told by the "Type" of its row.
 enum class FigureStyle : std::uint8_t {

@@ -93,6 +93,12 @@ void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
     emit selectionChanged();
 }
 
+void PlanView::setTool(PlanTool* tool) {
+    tool_ = tool;
+    setHovered(std::nullopt);
+    update();
+}
+
 void PlanView::setHint(const QString& large, const QString& small) {
     hintLarge_ = large;
     hintSmall_ = small;
@@ -129,6 +135,11 @@ void PlanView::paintEvent(QPaintEvent*) {
     if (selected_) {
         painter.save();
         painter_->paintSelected(painter, view_, *selected_);
+        painter.restore();
+    }
+    if (tool_ != nullptr) {
+        painter.save();
+        tool_->paint(painter, view_, font());
         painter.restore();
     }
     paintFurniture(painter, view_, font());

@@ -41,6 +41,8 @@ struct FileQuestions {
     std::function<QString(QWidget* parent, const QString& title, const QString& label)> name;
 };
 
+class Workbench;
+
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -58,9 +60,11 @@ class MainWindow : public QMainWindow {
     SourcePanel& source() { return *source_; }
     LegendPanel& legend() { return *legend_; }
     FindPanel& find() { return *find_; }
+    Workbench& workbench() { return *workbench_; }
     const Texts& texts() const { return texts_; }
     FileQuestions& questions() { return questions_; }
     QAction* action(Text text) const;
+    QDockWidget& dock(const QString& objectName) { return *findChild<QDockWidget*>(objectName); }
 
     // False if the module could not be loaded; the command line says why.
     bool loadModule(const std::vector<std::string>& paths);
@@ -103,6 +107,8 @@ class MainWindow : public QMainWindow {
     void changeEvent(QEvent* event) override;
 
   private:
+    friend class Workbench; // the parts of a day's work, with panels and menus of their own
+
     // Making (main_window.cpp).
     QAction* addAction(QMenu* menu, Text text, const QKeySequence& keys, std::function<void()> act);
     void makeMenus();
@@ -166,6 +172,7 @@ class MainWindow : public QMainWindow {
     SourcePanel* source_ = nullptr;
     LegendPanel* legend_ = nullptr;
     FindPanel* find_ = nullptr;
+    Workbench* workbench_ = nullptr;
     QPushButton* viewHint_ = nullptr;
     QTranslator toolkitTexts_;
     QLabel* position_ = nullptr;

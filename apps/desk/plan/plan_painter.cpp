@@ -254,6 +254,10 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     image.setDevicePixelRatio(ratio);
     image.fill(kPaper);
     drawn_ = 0;
+    if (underlay_) {
+        QPainter painter(&image);
+        underlay_(painter, view);
+    }
     LabelRoom room(view.size());
     if (look.grid) {
         QPainter painter(&image);

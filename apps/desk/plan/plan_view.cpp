@@ -31,6 +31,7 @@ void PlanView::setDrawing(const drawing::Drawing* drawing) {
     lastClick_.reset();
     if (drawing_ != nullptr) {
         painter_.emplace(*drawing_, index_);
+        painter_->setUnderlay(underlay_);
     }
     fitPending_ = true;
     drawingChanged();
@@ -96,6 +97,15 @@ void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
 void PlanView::setTool(PlanTool* tool) {
     tool_ = tool;
     setHovered(std::nullopt);
+    update();
+}
+
+void PlanView::setUnderlay(PlanPainter::Underlay underlay) {
+    underlay_ = std::move(underlay);
+    if (painter_) {
+        painter_->setUnderlay(underlay_);
+    }
+    dirty_ = true;
     update();
 }
 

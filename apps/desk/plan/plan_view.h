@@ -52,6 +52,9 @@ class PlanView : public QWidget {
     void setTool(PlanTool* tool);
     const PlanTool* tool() const { return tool_; }
 
+    // What lies under the plan. Ask for it anew when it has changed.
+    void setUnderlay(PlanPainter::Underlay underlay);
+
     // Lines of text in the middle of an empty plan.
     void setHint(const QString& large, const QString& small);
 
@@ -124,6 +127,7 @@ class PlanView : public QWidget {
     std::optional<PlanObject> hovered_;
     std::function<QString(const PlanObject&)> describe_;
     PlanTool* tool_ = nullptr;
+    PlanPainter::Underlay underlay_;
     QString hintLarge_;
     QString hintSmall_;
 

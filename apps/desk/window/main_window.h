@@ -131,6 +131,7 @@ class MainWindow : public QMainWindow {
     void fillRecentMenu();
     void openDropped(const QStringList& paths);
     void tell(const QString& message); // a message box with one button
+    bool hasChanges() const;           // of the drawing, or of the texts kept with it
     QString fileName() const;
 
     // The drawing and its views (main_window_drawing.cpp).

@@ -386,6 +386,7 @@ void MainWindow::releaseDrawing() {
 // Another drawing is open: everything is shown, from its whole extent.
 void MainWindow::drawingReplaced() {
     plan_->setDrawing(&session_.drawing());
+    workbench_->drawingReplaced();
     layers_->fill(session_.drawing(), true);
     showLastLog();
     drawingChanged();
@@ -452,7 +453,7 @@ void MainWindow::pointerMoved(double x, double y) {
 
 void MainWindow::updateTitle() {
     setWindowTitle(fileName() + QStringLiteral("[*] - Fenmark Desk"));
-    setWindowModified(session_.hasChanges());
+    setWindowModified(hasChanges());
 }
 
 void MainWindow::updateActions() {

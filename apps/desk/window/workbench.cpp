@@ -103,6 +103,8 @@ void Workbench::makeMenus() {
     makeMeasureMenu();
     makeMeasureTools();
     makeSectionMenu();
+    makePaperMenu();
+    makeBackgroundMenu();
 }
 
 void Workbench::makeMeasureMenu() {
@@ -203,6 +205,9 @@ void Workbench::showLot() {
 void Workbench::drawingChanged() {
     measure_.clear(); // its places may be gone
     sections_.setDrawing(&window_.session().drawing());
+    if (zone_ != window_.session().drawing().zone()) {
+        readBackgrounds();
+    }
     selectionChanged();
 }
 
@@ -227,6 +232,9 @@ void Workbench::retranslate() {
     for (const auto& [action, text] : actions_) {
         action->setText(workText(window_.texts(), text));
         action->setIconText(withoutMnemonic(action->text()));
+    }
+    for (QAction* strength : strengths_) {
+        strength->setText(workText(window_.texts(), WorkText::BackgroundStrength).arg(strength->data().toInt()));
     }
     for (const auto& [menu, text] : menus_) {
         menu->setTitle(workText(window_.texts(), text));

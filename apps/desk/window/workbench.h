@@ -2,8 +2,10 @@
 // it, and tells it of the drawing and the selection.
 #pragma once
 
+#include "desk/background/background.h"
 #include "desk/language/work_texts.h"
 #include "desk/measure/measure_tool.h"
+#include "desk/paper/paper_dialog.h"
 #include "desk/sections/section_model.h"
 #include "desk/sections/section_view.h"
 #include "desk/window/section_panel.h"
@@ -32,6 +34,7 @@ class Workbench : public QObject {
     void makeDocks(QDockWidget* beside); // in tabs with that one
     void makeMenus();
 
+    void drawingReplaced(); // another one: with its texts and backgrounds
     void drawingChanged();
     void selectionChanged();
     void retranslate();
@@ -47,11 +50,32 @@ class Workbench : public QObject {
     ProfileView& profile() { return *profile_; }
     CrossSectionView& crossSections() { return *crossSections_; }
     SectionPanel& profilePanel() { return *profilePanel_; }
+
+    // The texts that the drawing keeps: title block and backgrounds.
+    const drawing::DrawingTexts& texts() const { return keptTexts_; }
+    bool hasChanges() const { return keptTexts_ != savedTexts_; }
+    drawing::StoreResult saveTexts(const std::string& path);
+
+    // Called with the dialog before it is shown; tests act on it and answer false, and it is not shown.
+    std::function<bool(PaperDialog& dialog)> beforePaper;
+    void showPaper(PaperKind kind);
+
+    const Background& background() const { return background_; }
+    // Adds a file or a folder of tiles; says what came of it. False if it cannot be shown.
+    bool addBackground(const QString& path);
+    void removeBackgrounds();
+    // A folder, for tests to answer by themselves.
+    std::function<QString(QWidget* parent, const QString& title, const QString& folder)> askFolder;
     QAction* action(WorkText text) const;
 
   private:
     QAction* addAction(QMenu* menu, WorkText text, const QKeySequence& keys, std::function<void()> act);
     QMenu* addMenu(QMenu* into, WorkText text); // into the menu bar for null
+    void makePaperMenu();
+    void makeBackgroundMenu();
+    void readBackgrounds();
+    void showBackground();
+    QString reasonOf(const BackgroundRead& read) const;
     void makeSectionDocks();
     void makeSectionMenu();
     void showSections();
@@ -69,12 +93,19 @@ class Workbench : public QObject {
     SheetPanel* measurePanel_ = nullptr;
     SheetPanel* lotPanel_ = nullptr;
     SectionModel sections_;
+    drawing::DrawingTexts keptTexts_;
+    drawing::DrawingTexts savedTexts_;
+    Background background_;
+    bool backgroundShown_ = true;
+    int backgroundStrength_ = 50; // percent
+    int zone_ = -1;               // that the backgrounds were read for
     ProfileView* profile_ = nullptr;
     CrossSectionView* crossSections_ = nullptr;
     SectionPanel* profilePanel_ = nullptr;
     SectionPanel* crossPanel_ = nullptr;
     std::vector<std::pair<QAction*, WorkText>> actions_;
     std::vector<std::pair<QMenu*, WorkText>> menus_;
+    std::vector<QAction*> strengths_;
     std::vector<std::pair<QDockWidget*, WorkText>> sectionDocks_;
 };
 

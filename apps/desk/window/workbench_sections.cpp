@@ -25,6 +25,8 @@ void Workbench::makeSectionDocks() {
             }
         });
     }
+    connect(profilePanel_, &SectionPanel::printWanted, this, [this] { showPaper(PaperKind::Profile); });
+    connect(crossPanel_, &SectionPanel::printWanted, this, [this] { showPaper(PaperKind::CrossSections); });
     connect(profile_, &SectionView::placeChosen, this,
             [this](qulonglong alignment, double station, double offset, double height) {
                 choosePlace(alignment, station, offset, height, FigureStyle::Longitudinal);

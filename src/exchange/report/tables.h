@@ -31,6 +31,9 @@ using NameAt = std::function<std::string(double x, double y)>;
 [[nodiscard]] std::optional<Table> areaTable(const drawing::EntityView& lot, const NameAt& names,
                                              const ReportOptions& options);
 
+// All tables that the options ask for, in the order of the document, with notes to the user.
+Notes tablesOf(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
+
 void summaryTables(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
 void pointTable(const drawing::Drawing& drawing, const TableSink& sink);
 // Counts the lots without a place that a table can tell.

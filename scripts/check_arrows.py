@@ -3,7 +3,7 @@
 
 The page holds one line for each folder: "    folder -> what it may include". A folder that the page does not name, an
 arrow that it does not draw, one that it draws and no include needs, and a circle among them are errors, so that the
-map cannot drift from the house.
+map cannot drift from the house. So are headers of one system, and questions which system it is, outside src/platform.
 
 check_arrows.py        run at the root of the repository
 """
@@ -14,6 +14,15 @@ from collections import defaultdict
 
 PAGE = "docs/architecture.md"
 ARROW = re.compile(r"^    ([\w/]+) ->((?: [\w/]+)*)$")
+# What POSIX and Windows have and the standard library has not.
+SYSTEM_HEADER = re.compile(
+    r"\s*#\s*include <((arpa|net|netinet|sys)/\w+|aio|dirent|dlfcn|fcntl|fnmatch|glob|grp|iconv|io|direct|langinfo|libgen"
+    r"|mqueue|netdb|nl_types|poll|process|pthread|pwd|regex|sched|semaphore|shellapi|spawn|strings|syslog|termios|unistd"
+    r"|utime|windows|winsock2|wordexp)(\.h)?>|\s*#\s*include <c?signal(\.h)?>")
+SYSTEM_QUESTION = re.compile(
+    r"\s*#\s*(if|ifdef|ifndef|elif)\b.*\b(_WIN32|_WIN64|WIN32|__MINGW\w+|_MSC_VER|__CYGWIN__|__linux\w*|__unix\w*|__APPLE__"
+    r"|__FreeBSD__|_POSIX\w+|__EMSCRIPTEN__)\b")
+EXPORT_MACROS = {"include/fenmark/alignment/record.h"}  # which symbols leave the library
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
 
 
@@ -53,6 +62,20 @@ def found(folders):
     return arrows, strangers
 
 
+def of_one_system():
+    """Sources outside src/platform that include a header of one system, or ask which system they are built for."""
+    errors = []
+    files = subprocess.run(["git", "ls-files", "src", "apps", "include"], capture_output=True, text=True, check=True)
+    for name in files.stdout.split():
+        if not name.endswith((".h", ".cpp", ".c")) or name.startswith("src/platform/") or name in EXPORT_MACROS:
+            continue
+        with open(name, encoding="utf-8") as source:
+            for number, line in enumerate(source, 1):
+                if SYSTEM_HEADER.match(line) or SYSTEM_QUESTION.match(line):
+                    errors.append(f"{name}:{number}: belongs into src/platform: {line.strip()}")
+    return errors
+
+
 def circle(arrows):
     """A list of folders that lead back to the first of them; None if all arrows run down."""
     done = set()
@@ -83,6 +106,7 @@ def main():
     way = circle(page)
     if way:
         errors.append("circle: " + " -> ".join(way))
+    errors += of_one_system()
     for error in errors:
         print(f"check_arrows: {error}", file=sys.stderr)
     print(f"{len(page)} folders, {sum(len(below) for below in page.values())} arrows" + ("" if errors else ", as drawn"))

@@ -2,17 +2,20 @@
 # Installs the Debian packages that are missing, and nothing when none is.
 #
 # scripts/packages.sh SET...   with the sets: build (the importer), windows (Qt), package
-# (Debian packages), qgis (the plugin's check), check (tests, format, validators)
+# (Debian packages), web (fenmark.html and its test), qgis (the plugin's check), archive (Dask and PostGIS), check
+# (tests, format, validators)
 set -euo pipefail
 
 build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev
        libgeographiclib-dev librsvg2-dev)
 picture=(librsvg2-bin fonts-ipafont-gothic)
-windows=(qt6-base-dev qt6-translations-l10n libgl-dev fonts-ipafont-gothic)
+windows=(qt6-base-dev qt6-translations-l10n qt6-l10n-tools libgl-dev fonts-ipafont-gothic)
 check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin
        xvfb xauth libxml2-utils python3-ezdxf python3-numpy python3-matplotlib python3-geopandas)
+web=(emscripten chromium nodejs tcl apt dpkg-dev python3)
 packaging=(lintian debootstrap dpkg-dev file ccache)
 qgis=(qgis python3-qgis zip unzip)
+archive=(python3-distributed python3-psycopg2 postgresql postgresql-15-postgis-3)
 
 wanted=()
 for name in "$@"; do
@@ -20,12 +23,17 @@ for name in "$@"; do
         build) wanted+=("${build[@]}") ;;
         picture) wanted+=("${picture[@]}") ;;
         windows) wanted+=("${windows[@]}") ;;
+        web) wanted+=("${web[@]}" "${build[@]}") ;;
         package) wanted+=("${packaging[@]}") ;;
         qgis) wanted+=("${qgis[@]}") ;;
+        archive) wanted+=("${archive[@]}") ;;
         check) wanted+=("${check[@]}") ;;
-        *) echo "packages.sh: no set named $name (build, picture, windows, package, qgis, check)" >&2; exit 2 ;;
+        *) echo "packages.sh: no set named $name (build, picture, windows, web, package, qgis, archive, check)" >&2; exit 2 ;;
     esac
 done
+
+# Debian's nodejs leaves npm to a package of its own; others bring it along, and refuse that package.
+[[ " $* " == *" web "* ]] && ! command -v npm >/dev/null && wanted+=(npm)
 
 missing=()
 for package in "${wanted[@]}"; do

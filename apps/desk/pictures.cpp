@@ -11,7 +11,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -162,16 +164,60 @@ void showTreeList() {
     keep(frame, QStringLiteral("treelist"));
 }
 
-QPalette darkPalette() {
-    QPalette palette(QColor(0x35, 0x35, 0x35), QColor(0x2b, 0x2b, 0x2b));
-    palette.setColor(QPalette::Base, QColor(0x1e, 0x1e, 0x1e));
-    palette.setColor(QPalette::AlternateBase, QColor(0x2b, 0x2b, 0x2b));
-    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-        palette.setColor(role, QColor(0xee, 0xee, 0xee));
-        palette.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8a, 0x8a));
+// Keeps a picture in few bytes: the desk has few colours.
+void keepSmall(QWidget& widget, const QString& name) {
+    for (int round = 0; round < 5; ++round) {
+        QApplication::processEvents();
     }
-    palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb5));
-    return palette;
+    const QString path = output.filePath(name + QStringLiteral(".png"));
+    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::AvoidDither);
+    if (!image.save(path, "PNG", 0)) {
+        std::fprintf(stderr, "fenmark_pictures: %s: cannot be written\n", qPrintable(path));
+        failed = true;
+    }
+}
+
+QPalette darkPalette() {
+    QPalette dark(QColor(0x35, 0x38, 0x3c), QColor(0x2a, 0x2d, 0x31));
+    dark.setColor(QPalette::Base, QColor(0x1e, 0x20, 0x23));
+    dark.setColor(QPalette::AlternateBase, QColor(0x26, 0x29, 0x2d));
+    dark.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xb5));
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    dark.setColor(QPalette::PlaceholderText, QColor(0x9a, 0xa3, 0xab));
+    return dark;
+}
+
+// The desk on a small screen, light and dark, in both languages: a selected alignment, and several selected lots.
+void showDesks(const std::vector<std::string>& module, const QTemporaryDir& folder) {
+    const QPalette light = QApplication::palette();
+    QDir().mkpath(output.filePath(QStringLiteral("desk")));
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? darkPalette() : light);
+        for (const auto& [language, name] :
+             {std::pair(desk::Language::Japanese, "ja"), std::pair(desk::Language::English, "en")}) {
+            desk::MainWindow window({language, false});
+            window.loadModule(module);
+            window.questions().again = [](QWidget*) { return desk::Again::Add; };
+            window.resize(1024, 768);
+            window.show();
+            QApplication::processEvents();
+            const Script script(
+                {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
+            const bool lots = language == desk::Language::English;
+            window.openFile(folder.filePath(lots ? QStringLiteral("cadastral.sim") : QStringLiteral("road.sim")));
+            window.plan().fitAll();
+            if (lots) {
+                window.legend().showOnly(desk::FigureStyle::Lot);
+                window.plan().selectAllShown();
+                window.legend().showAll();
+            } else {
+                window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
+            }
+            keepSmall(window, QStringLiteral("desk/%1_%2")
+                                  .arg(QLatin1String(name), dark ? QStringLiteral("dark") : QStringLiteral("light")));
+        }
+    }
+    QApplication::setPalette(light);
 }
 
 // A lot measured corner by corner, with its area table, as the mouse would do it.
@@ -211,12 +257,12 @@ void showDay(const QDir& examples, const std::vector<std::string>& module, desk:
     {
         const auto window = open("cadastral.sim");
         measureLot(*window);
-        keep(*window, name("measure"));
+        keepSmall(*window, name("measure"));
         window->workbench().endMeasuring();
         selectNamed(*window, "田中403");
         window->dock(QStringLiteral("lotDock")).show();
         window->dock(QStringLiteral("lotDock")).raise();
-        keep(*window, name("lot"));
+        keepSmall(*window, name("lot"));
     }
     const auto window = open("road.sim");
     window->plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
@@ -225,11 +271,11 @@ void showDay(const QDir& examples, const std::vector<std::string>& module, desk:
         dock.show();
         dock.raise();
         window->resizeDocks({&dock}, {380}, Qt::Vertical);
-        keep(*window, name(view));
+        keepSmall(*window, name(view));
     }
     window->workbench().beforePaper = [&](desk::PaperDialog& dialog) {
         dialog.show();
-        keep(dialog, name("paper"));
+        keepSmall(dialog, name("paper"));
         return false;
     };
     window->workbench().showPaper(desk::PaperKind::Along);
@@ -265,7 +311,7 @@ int run(const QDir& examples) {
         window.plan().fitAll();
         keep(window, QStringLiteral("desk_en"));
     }
-    output.mkpath(QStringLiteral("desk"));
+    showDesks(module, folder);
     const QPalette light = QApplication::palette();
     for (const bool dark : {false, true}) {
         QApplication::setPalette(dark ? darkPalette() : light);

@@ -18,6 +18,7 @@ tells the function, its status and what that means. Records handed to a solver a
 """
 
 from .chain import Chain, Crossing, CurvePiece, Joint, Location, Locations, Stake
+from .crossfall import Crossfall, Slopes
 from .elements import LEFT, RIGHT, Arc, Clothoid, Foot, Intersection, Position, Straight, wrap
 from .library import AlignmentError, raw, status, status_text
 from .profile import Extreme, Height, Profile, SpacePoints
@@ -28,9 +29,9 @@ from .solvers import __all__ as _solvers
 
 __version__ = "1.1.0"
 __all__ = [
-    "AlignmentError", "Arc", "Chain", "Clothoid", "Crossing", "CurvePiece", "Element", "Extreme", "Foot", "Height",
+    "AlignmentError", "Arc", "Chain", "Clothoid", "Crossfall", "Crossing", "CurvePiece", "Element", "Extreme", "Foot", "Height",
     "Import", "ImportFailed", "Intersection", "IpCurve", "IpEntry", "Joint", "LEFT", "Location", "Locations", "LogError",
-    "Lot", "MoniEntry", "MoniList", "Position", "Profile", "RIGHT", "SpacePoints", "Stake", "Straight", "SurveyPoint",
+    "Lot", "MoniEntry", "MoniList", "Position", "Profile", "RIGHT", "Slopes", "SpacePoints", "Stake", "Straight", "SurveyPoint",
     "import_sima", "raw", "status", "status_text", "wrap",
     *_solvers,
 ]  # fmt: skip

@@ -96,6 +96,12 @@ class ProfileExtreme(ctypes.Structure):
     _fields_ = [("station", c_double), ("height", c_double), ("level_for", c_double), ("high", c_int)]
 
 
+class CrossfallStation(ctypes.Structure):
+    """FmkCrossfallStation."""
+
+    _fields_ = [(n, c_double) for n in "station left right".split()]
+
+
 class SpacePoint(ctypes.Structure):
     """FmkSpacePoint."""
 
@@ -125,12 +131,14 @@ _ARGUMENTS = {
     "profileAt": (_handle, c_double, _reals, _reals, _reals),
     "profileHeights": (_handle, _reals, c_size_t, _reals),
     "profileExtremes": (_handle, POINTER(ProfileExtreme), c_size_t, _count),
+    "crossfallMake": (POINTER(CrossfallStation), c_size_t, _made),
+    "crossfallAt": (_handle, c_double, _reals, _reals),
     "chainSpacePoints": (_handle, _handle, _handle, _reals, c_size_t, _reals, c_size_t, POINTER(SpacePoint)),
 }
 for _name, _types in _ARGUMENTS.items():
     _function = getattr(library, f"fmk_{_name}")
     _function.restype, _function.argtypes = c_int, _types
-for _name in ("chainFree", "profileFree"):
+for _name in ("chainFree", "profileFree", "crossfallFree"):
     _function = getattr(library, f"fmk_{_name}")
     _function.restype, _function.argtypes = None, (_handle,)
 library.fmk_statusText.restype, library.fmk_statusText.argtypes = ctypes.c_char_p, (c_int,)

@@ -68,14 +68,18 @@ class Profile:
         found = curves.listed("profileExtremes", curves.ProfileExtreme, self._handle.value)
         return [Extreme(e.station, e.height, bool(e.high)) for e in found]
 
-    def points_at(self, stations, offset=0.0):
-        """Points in space of the profile's chain at stations and an offset (metres, right positive); nan off it."""
+    def points_at(self, stations, offset=0.0, crossfall=None):
+        """Points in space of the profile's chain at stations and an offset (metres, right positive); nan off it.
+
+        With a Crossfall the surface rises or falls from the axis to the offset.
+        """
         if self.chain is None:
             raise ValueError("the profile belongs to no chain: make it by Chain.profile")
         shifted = [s - self.chain.start_station for s in stations]
         keep, pointer, count = curves.reals(shifted)
         column, out = curves.structures(curves.SpacePoint, count)
-        curves.call("chainSpacePoints", self.chain._handle.value, self._handle.value, None, pointer, count,
+        slopes = None if crossfall is None else crossfall._handle.value
+        curves.call("chainSpacePoints", self.chain._handle.value, self._handle.value, slopes, pointer, count,
                     byref(c_double(offset)), 1, out, accept=(curves.OK, curves.OUTSIDE))  # fmt: skip
         del keep
         return SpacePoints(column("x"), column("y"), column("z"))

@@ -6,12 +6,13 @@ import math
 import os
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
 import unittest
 
-from fenmark_alignment import RIGHT, AlignmentError, Chain, Profile, curves
+from fenmark_alignment import RIGHT, AlignmentError, Chain, Crossfall, Profile, curves
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 POINT = 1e-9  # metres
@@ -135,6 +136,19 @@ class Exact(unittest.TestCase):
         with self.assertRaises(AlignmentError):
             Profile([(0.0, 1.0), (-5.0, 1.0)])
 
+    def test_a_crossfall(self):
+        banked = Crossfall([(100.0, -0.02, -0.02), (200.0, 0.04, -0.04)])
+        slopes = banked.at(150.0)
+        self.assertAlmostEqual(slopes.left, 0.01)
+        self.assertAlmostEqual(slopes.right, -0.03)
+        profile = self.chain.profile([(100.0, 10.0), (400.0, 10.0)])
+        self.assertAlmostEqual(profile.points_at([150.0], 3.0, banked).z[0], 10.0 - 0.09)
+        self.assertAlmostEqual(profile.points_at([150.0], -3.0, banked).z[0], 10.0 + 0.03)
+        with self.assertRaises(AlignmentError):
+            banked.at(99.0)
+        with self.assertRaises(AlignmentError):
+            Crossfall([(100.0, 0.0, 0.0), (50.0, 0.0, 0.0)])
+
     def test_landxml(self):
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder) / "a.xml"
@@ -157,7 +171,7 @@ class Exact(unittest.TestCase):
                  "FmkChainCrossing": curves.ChainCrossing, "FmkStake": curves.ChainStake,
                  "FmkStakeOptions": curves.StakeOptions, "FmkVerticalPoint": curves.VerticalPoint,
                  "FmkProfileExtreme": curves.ProfileExtreme, "FmkSpacePoint": curves.SpacePoint,
-                 "FmkStationEquation": curves.StationEquation}  # fmt: skip
+                 "FmkCrossfallStation": curves.CrossfallStation, "FmkStationEquation": curves.StationEquation}  # fmt: skip
         for name, structure in sizes.items():
             body = re.search(rf"typedef struct {name} \{{(.*?)\}} {name};", text, flags=re.S).group(1)
             units = {"double": 8, "size_t": 8, "int": 4, "FmkPoint": 16, "FmkPose": 24, "const double*": 8}
@@ -197,7 +211,12 @@ class Imports(unittest.TestCase):
             self.skipTest("FENMARK_PROGRAM is not set")
         from fenmark_alignment import ImportFailed, import_sima
 
-        road = import_sima(ROOT / "examples/road.sim")
+        work = tempfile.TemporaryDirectory()  # the log goes beside the file
+        self.addCleanup(work.cleanup)
+        samples = pathlib.Path(work.name)
+        for name in ("road.sim", "dirty.sim", "cadastral.sim"):
+            shutil.copy(ROOT / "examples" / name, samples)
+        road = import_sima(samples / "road.sim")
         self.assertEqual(len(road.lots), 5)
         self.assertEqual(road.errors, [])
         self.assertIn("BP", {p.name for p in road.points})
@@ -205,19 +224,18 @@ class Imports(unittest.TestCase):
         bp = next(p for p in road.points if p.name == "BP")
         self.assertLess(math.dist((centre.curves[0].x, centre.curves[0].y), (bp.x, bp.y)), 1e-3)
         self.assertTrue(centre.is_tangent(gap=2e-3, turn=1e-2))
-        dirty = import_sima(ROOT / "examples/dirty.sim")
+        dirty = import_sima(samples / "dirty.sim")
         self.assertEqual(dirty.errors[0].line, 2)
         self.assertEqual(dirty.errors[0].code, "ErrG00-1")
         with self.assertRaises(ImportFailed):
             import_sima(ROOT / "README.md")
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder) / "road.gpkg"
-            import_sima(ROOT / "examples/cadastral.sim", drawing=path, only=["points"])
+            import_sima(samples / "cadastral.sim", drawing=path, only=["points"])
             self.assertTrue(path.exists())
             with self.assertRaises(KeyError):
                 Chain.from_geopackage(path, "中心線")
-            log = ROOT / "examples/cadastral_Input.log"
-            self.assertTrue(log.exists())
+            self.assertTrue((samples / "cadastral_Input.log").exists())
         if importlib.util.find_spec("geopandas") is None:
             with self.assertRaisesRegex(ImportError, "geopandas"):
                 road.to_geodataframes()

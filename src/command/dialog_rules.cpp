@@ -2,6 +2,7 @@
 #include "command/dialog_rules.h"
 
 #include "sima/text/number.h"
+#include "sima/text/path.h"
 #include "sima/text/short_record.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 #include <new>
 #include <stdexcept>
 #include <system_error>
-
-#include <unistd.h>
 
 namespace fenmark::command {
 
@@ -65,7 +64,8 @@ bool mustChooseAlignment(const sima::SimaReader& preview, const sima::SimaImport
 }
 
 bool isSimFile(const std::string& path) {
-    if (::access(path.c_str(), F_OK) != 0 || path.size() < 4) {
+    std::error_code error;
+    if (!std::filesystem::exists(sima::pathOf(path), error) || path.size() < 4) {
         return false;
     }
     std::string ending = path.substr(path.size() - 4);
@@ -76,7 +76,7 @@ bool isSimFile(const std::string& path) {
 
 std::optional<std::int64_t> modificationTime(const std::string& path) {
     std::error_code error;
-    const auto time = std::filesystem::last_write_time(path, error);
+    const auto time = std::filesystem::last_write_time(sima::pathOf(path), error);
     if (error) {
         return std::nullopt;
     }

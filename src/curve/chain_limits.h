@@ -14,7 +14,5 @@ inline constexpr std::size_t kFanOut = 8;
 inline constexpr double kVast = 1e140;
 // Two crossings nearer than this along both chains are one, metres.
 inline constexpr double kSamePlace = 1e-7;
-// Tangents that differ by less (radians) are the same.
-inline constexpr double kSameTangent = 1e-9;
 
 } // namespace fenmark::curve

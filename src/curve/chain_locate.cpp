@@ -318,10 +318,13 @@ ChainFoot Chain::footOf(const Nearest& nearest) const {
     foot.perpendicular = std::abs(nearest.way.g) <= kPerpendicular;
     foot.atJoint = (atStart && nearest.piece > 0) || (atEnd && nearest.piece + 1 < pieces_.size());
     if (foot.atJoint && !foot.perpendicular) {
-        const double turn = turnBehind(atStart && nearest.piece > 0 ? nearest.piece - 1 : nearest.piece);
-        if (std::abs(turn) > kSameTangent) {
-            foot.offset = turn > 0.0 ? -away : away; // outside the kink
-        }
+        // Seen along the tangent halfway between both, outside a kink of any angle is one side; and where the curves leave
+        // a gap instead, the point keeps the side it has of both.
+        const bool behind = atStart && nearest.piece > 0;
+        const double half = 0.5 * turnBehind(behind ? nearest.piece - 1 : nearest.piece);
+        const double toHalf = behind ? -half : half;
+        const double right = nearest.way.h * std::cos(toHalf) - nearest.way.g * std::sin(toHalf);
+        foot.offset = right < 0.0 ? -away : away;
     }
     return foot;
 }

@@ -104,7 +104,7 @@ class ChunkedArray {
         if (!blocks_.empty()) {
             blocks_.back().used = used_;
         }
-        blocks_.push_back({std::make_unique_for_overwrite<T[]>(capacity), capacity, 0});
+        blocks_.push_back({std::unique_ptr<T[]>(new T[capacity]), capacity, 0});
         used_ = 0;
     }
 

@@ -1,6 +1,8 @@
 // SHA-256 (FIPS 180-4, sections 4.1.2, 4.2.2, 5.1.1, 5.3.3 and 6.2). a to h: working variables; W: message schedule.
 #include "drawing/file_digest.h"
 
+#include "platform/paths.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -108,7 +110,7 @@ std::string digestOf(std::string_view bytes) {
 }
 
 std::optional<FileDigest> digestFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(platform::pathOf(path), std::ios::binary);
     if (!file) {
         return std::nullopt;
     }

@@ -2,6 +2,7 @@
 #include "exchange/csv.h"
 
 #include "exchange/placed.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -26,7 +27,7 @@ bool isNumber(std::string_view text) {
         text.remove_prefix(1);
     }
     double value = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto [end, error] = readReal(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
 }
 

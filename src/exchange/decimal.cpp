@@ -2,10 +2,10 @@
 #include "exchange/decimal.h"
 
 #include "exchange/text.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <string_view>
 
@@ -54,8 +54,7 @@ std::string decimalText(Wide value, int decimals) {
 // away from zero.
 std::int64_t scaled(double value, int wanted) {
     std::array<char, 400> buffer;
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), value);
     const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
     std::int64_t units = 0;
     int decimals = -1; // none until the point

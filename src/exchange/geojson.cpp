@@ -5,9 +5,9 @@
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/writer_buffer.h"
+#include "values/real_text.h"
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -92,7 +92,7 @@ class GeoJsonWriter {
     // The shortest decimal that reads back to the same 64-bit value, always with a point or an exponent.
     void real(double value) {
         std::array<char, 32> buffer;
-        const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+        const auto [end, error] = writeReal(buffer.data(), buffer.data() + buffer.size(), value);
         const std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
         out_ << digits;
         if (digits.find_first_of(".e") == std::string_view::npos) {

@@ -6,10 +6,10 @@
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/results.h"
 #include "exchange/survey_text.h"
+#include "platform/clock.h"
 
 #include <array>
 #include <cmath>
-#include <ctime>
 
 namespace fenmark::exchange {
 
@@ -367,17 +367,14 @@ void writeCoordinateSystem(std::ostream& out, const Drawing& drawing, LandXmlPro
 }
 
 void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
-    std::array<char, 16> date{};
-    std::array<char, 16> time{};
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    ::gmtime_r(&now, &parts);
-    std::strftime(date.data(), date.size(), "%Y-%m-%d", &parts);
-    std::strftime(time.data(), time.size(), "%H:%M:%S", &parts);
+    const std::string now = platform::utcNow();
+    const std::size_t between = now.find('T');
+    const std::string date = now.substr(0, between);
+    const std::string time = now.substr(between + 1, now.size() - between - 2); // without the Z
     const bool japanese = profile == LandXmlProfile::JLandXml;
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
            "<LandXML xmlns=\"http://www.landxml.org/schema/LandXML-1.2\" version=\"1.2\" date=\""
-        << date.data() << "\" time=\"" << time.data() << '"' << (japanese ? "" : " language=\"Japanese\"") << ">\n";
+        << date << "\" time=\"" << time << '"' << (japanese ? "" : " language=\"Japanese\"") << ">\n";
     if (japanese) {
         out << "  <Project name=\"" << xmlText(drawing.sites().empty() ? "" : trimmedName(drawing.sites()[0].name))
             << "\"><Feature><Property label=\"projectPhase\" value=\"詳細\"/>"

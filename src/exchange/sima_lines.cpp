@@ -3,6 +3,7 @@
 
 #include "sima/text/cp932.h"
 #include "sima/text/number.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <array>
@@ -21,8 +22,7 @@ constexpr double kRounding = 1e-7; // metres
 
 std::string fixedDecimals(double value, int decimals) {
     std::array<char, 400> buffer;
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+    const auto [end, error] = writeFixedReal(buffer.data(), buffer.data() + buffer.size(), value, decimals);
     std::string text(buffer.data(), end);
     if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
         text.erase(0, 1);
@@ -39,8 +39,7 @@ std::string_view blanks(std::size_t width, std::size_t used) {
 
 std::string exactMetres(double value) {
     std::array<char, 400> buffer;
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), value);
     std::string text(buffer.data(), end);
     const std::size_t point = text.find('.');
     const std::size_t decimals = point == std::string::npos ? 0 : text.size() - point - 1;

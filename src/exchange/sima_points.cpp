@@ -127,7 +127,7 @@ std::string_view SimaPointTable::name(Index index) const {
 }
 
 SimaPointTable::Index SimaPointTable::ofEntity(std::size_t entity) const {
-    const auto end = points_.begin() + firstAdded_;
+    const auto end = points_.begin() + static_cast<std::ptrdiff_t>(firstAdded_);
     const auto found = std::lower_bound(points_.begin(), end, entity,
                                         [](const Point& point, std::size_t wanted) { return point.entity < wanted; });
     return found != end && found->entity == entity ? static_cast<Index>(found - points_.begin()) : kNone;

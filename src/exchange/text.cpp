@@ -2,10 +2,10 @@
 #include "exchange/text.h"
 
 #include "sima/text/number.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 namespace fenmark::exchange {
@@ -15,7 +15,7 @@ std::ostream& operator<<(std::ostream& out, JsonReal real) {
         return out << "null";
     }
     std::array<char, 32> buffer;
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), real.value);
+    const auto [end, error] = writeReal(buffer.data(), buffer.data() + buffer.size(), real.value);
     const std::string_view text(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
     out << text;
     if (text.find_first_of(".e") == std::string_view::npos) {
@@ -26,15 +26,13 @@ std::ostream& operator<<(std::ostream& out, JsonReal real) {
 
 std::ostream& operator<<(std::ostream& out, PlainReal real) {
     std::array<char, 400> buffer; // the longest plain decimal of a 64-bit real takes some 330 characters
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), real.value, std::chars_format::fixed);
+    const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), real.value);
     return out << std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
 }
 
 std::string fixedReal(double value, int decimals) {
     std::array<char, 400> buffer;
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, decimals);
+    const auto [end, error] = writeFixedReal(buffer.data(), buffer.data() + buffer.size(), value, decimals);
     std::string text(buffer.data(), end);
     if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
         text.erase(0, 1);

@@ -1,6 +1,8 @@
 // A text that is put together in memory and goes to a stream in large pieces: millions of small fields cost less so.
 #pragma once
 
+#include "values/real_text.h"
+
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -42,14 +44,13 @@ class WriterBuffer {
     // The shortest plain decimal, without exponent, that reads back to the same 64-bit value.
     void real(double value) {
         char buffer[kLongestNumber];
-        const auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed);
+        const auto [end, error] = writePlainReal(buffer, buffer + sizeof buffer, value);
         *this << std::string_view(buffer, static_cast<std::size_t>(end - buffer));
     }
     // A plain decimal with that many decimals, minus zero without its sign.
     void fixed(double value, int decimals) {
         char buffer[kLongestNumber];
-        const auto [end, error] =
-            std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+        const auto [end, error] = writeFixedReal(buffer, buffer + sizeof buffer, value, decimals);
         std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
         if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string_view::npos) {
             text.remove_prefix(1);

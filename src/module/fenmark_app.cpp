@@ -13,7 +13,10 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <iomanip>
 #include <limits>
+#include <locale>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -103,30 +106,66 @@ command::CommandSettings settingsOfHost(const std::string& encoding) {
     std::string inPlan;
     settings.output.planTangents =
         mirdane::mdedGetSystemText(mirdane::kPlanTangentsVariable, inPlan) == 0 && !inPlan.empty();
+    settings.output.alignmentMade = [](host::MdDbObjectId id, const sima::SimaAlignment& route) {
+        std::ostringstream text;
+        text.imbue(std::locale::classic());
+        text << std::setprecision(std::numeric_limits<double>::max_digits10) << id.asUint64();
+        for (const sima::EntityData& element : route.entities) {
+            const host::MdGePoint3d point = element.startPoint();
+            text << ' ' << point.x << ' ' << point.y << ' ' << point.z;
+        }
+        mirdane::mdedSetSystemText(mirdane::kRouteVariable, text.str());
+    };
     return settings;
+}
+
+// Leaves for the host what a run read and made, also where it was broken off.
+void leaveResult(const sima::SimaReader& reader) {
+    const std::int32_t lots = reader.options.flag(sima::ImportKind::Lots) ? reader.lotCount() : 0;
+    std::string counts;
+    for (const std::int32_t count :
+         {reader.coordinatePointsCreated, lots, reader.polylinesCreated, reader.alignmentsCreated,
+          reader.longitudinalPointsCreated, reader.crossSectionPointsCreated, reader.log.errorCount()}) {
+        counts += (counts.empty() ? "" : " ") + std::to_string(count);
+    }
+    std::string passedOver;
+    for (const auto& [kind, lines] : reader.passedOver) {
+        passedOver += std::to_string(lines) + '\t' + kind + '\n';
+    }
+    mirdane::mdedSetSystemText(mirdane::kImportedFileVariable, reader.openError ? std::string() : reader.filePath);
+    mirdane::mdedSetSystemText(mirdane::kCountsVariable, counts);
+    mirdane::mdedSetSystemText(mirdane::kPassedOverVariable, passedOver);
 }
 
 } // namespace
 
 void runFenmark() {
-    mirdane::mdedSetSystemText(mirdane::kLogFileVariable, {});
-    mirdane::mdedSetSystemText(mirdane::kReadInVariable, {});
+    for (const std::string_view name :
+         {mirdane::kLogFileVariable, mirdane::kReadInVariable, mirdane::kImportedFileVariable, mirdane::kCountsVariable,
+          mirdane::kPassedOverVariable}) {
+        mirdane::mdedSetSystemText(name, {});
+    }
     const std::string encoding = encodingSetting();
     forgetReadingUnlessSame(encoding);
     const PendingFile pending(lastRun);
     host::HostAdapter host;
     ui::UiDialogs dialogs(static_cast<QWidget*>(mirdane::mdsw_mirdanMainWnd()), ui::openWithDesktop,
-                          [&encoding](const std::string& path) { return encodingOf(encoding, path); });
+                          [&encoding](const std::string& path) {
+                              mirdane::mdedSetSystemText(mirdane::kPreviewedFileVariable, path);
+                              return encodingOf(encoding, path);
+                          });
     sima::SimaReader reader;
     try {
         command::Fenmark(host, dialogs, lastRun, reader, settingsOfHost(encoding));
         mirdane::mdedSetSystemText(mirdane::kLogFileVariable, reader.log.fileName());
+        leaveResult(reader);
     } catch (const std::invalid_argument& error) {
         // A record too short for a field ends the command. The host says so in one line, so the line is told here; an
         // exception of the dialog's preview has it already.
         if (reader.lineNumber == 0) {
             throw;
         }
+        leaveResult(reader);
         throw std::invalid_argument(command::brokenOffText(reader, error));
     }
 }

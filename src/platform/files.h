@@ -52,6 +52,10 @@ std::error_code removeFile(const std::string& path);
 
 [[nodiscard]] bool isDiskFull(const std::error_code& error); // also a quota, or a limit on the size of files
 [[nodiscard]] bool isDenied(const std::error_code& error);   // rights, or a file system that is read only
+[[nodiscard]] bool isHeld(const std::error_code& error);     // another program has it open, and lets nobody near it
+// The error that a number of the system stands for, as a library that keeps such numbers gives it: errno, or what
+// GetLastError gives on Windows.
+[[nodiscard]] std::error_code errorOfNumber(int number);
 // The system's words, "No space left on device".
 [[nodiscard]] std::string reasonOf(const std::error_code& error);
 
@@ -62,6 +66,9 @@ enum class AtLink {
     Follow, // the file behind it is replaced, and the link stays
     Replace // the link itself is replaced: nobody can have this file written somewhere else by planting a link
 };
+
+// Whether a file that this program has open can be replaced: Windows refuses that.
+extern const bool kOpenFilesCanBeReplaced;
 
 // What may stand at the target when the file takes its name.
 enum class AtTarget {

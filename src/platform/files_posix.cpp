@@ -1,15 +1,14 @@
 // Files and folders on POSIX systems.
 #include "platform/files.h"
 
+#include "platform/write_through.h"
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <ostream>
-#include <streambuf>
 #include <utility>
-#include <vector>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -26,7 +25,6 @@ namespace {
 constexpr std::string_view kSuffix = ".partial";
 constexpr std::string_view kRandom = "XXXXXX"; // becomes letters and digits
 constexpr std::size_t kLongestName = 255;      // bytes, of one name in a folder
-constexpr std::size_t kBuffer = 1 << 16;       // bytes
 constexpr int kTries = 100;                    // to make a file that nobody clears away at once
 constexpr unsigned kRightsMask = 07777;
 constexpr unsigned kNewFileRights = 0666;
@@ -185,49 +183,6 @@ std::error_code renameToNew(const std::string& from, const std::string& to) {
     return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
 }
 
-// A stream's buffer over any function that writes. Keeps the first error, and writes nothing after it.
-class Buffer : public std::streambuf {
-  public:
-    using Write = std::function<std::error_code(std::string_view)>;
-    explicit Buffer(Write write) : write_(std::move(write)), bytes_(kBuffer) {
-        setp(bytes_.data(), bytes_.data() + bytes_.size());
-    }
-    const std::error_code& error() const { return error_; }
-
-  protected:
-    int_type overflow(int_type c) override {
-        if (!drain()) {
-            return traits_type::eof();
-        }
-        if (!traits_type::eq_int_type(c, traits_type::eof())) {
-            sputc(traits_type::to_char_type(c));
-        }
-        return traits_type::not_eof(c);
-    }
-    int sync() override { return drain() ? 0 : -1; }
-
-  private:
-    bool drain() {
-        if (!error_) {
-            error_ = write_({pbase(), static_cast<std::size_t>(pptr() - pbase())});
-        }
-        setp(bytes_.data(), bytes_.data() + bytes_.size());
-        return !error_;
-    }
-
-    Write write_;
-    std::error_code error_;
-    std::vector<char> bytes_;
-};
-
-std::error_code writeThrough(const Buffer::Write& sink, const std::function<void(std::ostream&)>& write) {
-    Buffer buffer(sink);
-    std::ostream out(&buffer);
-    write(out);
-    out.flush();
-    return buffer.error();
-}
-
 } // namespace
 
 PathState lookUp(const std::string& path) {
@@ -293,31 +248,19 @@ bool isDenied(const std::error_code& error) {
     return error == systemError(EACCES) || error == systemError(EPERM) || error == systemError(EROFS);
 }
 
+bool isHeld(const std::error_code& error) {
+    return error == systemError(ETXTBSY);
+}
+
+std::error_code errorOfNumber(int number) {
+    return systemError(number);
+}
+
 std::string reasonOf(const std::error_code& error) {
     return std::strerror(error.value());
 }
 
-TemporaryFile::TemporaryFile() = default;
-
-TemporaryFile::~TemporaryFile() {
-    discard();
-}
-
-TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept {
-    *this = std::move(other);
-}
-
-TemporaryFile& TemporaryFile::operator=(TemporaryFile&& other) noexcept {
-    if (this != &other) {
-        discard();
-        path_ = std::exchange(other.path_, {});
-        target_ = std::exchange(other.target_, {});
-        descriptor_ = std::exchange(other.descriptor_, -1);
-        rights_ = other.rights_;
-        complete_ = other.complete_;
-    }
-    return *this;
-}
+const bool kOpenFilesCanBeReplaced = true;
 
 std::error_code TemporaryFile::make(const std::string& target, AtLink atLink) {
     discard();
@@ -444,14 +387,7 @@ std::error_code writeWhole(const std::string& path, const std::function<void(std
         }
         return error;
     }
-    TemporaryFile file;
-    if (const std::error_code error = file.make(path, atLink)) {
-        return error;
-    }
-    if (const std::error_code error = writeThrough([&](std::string_view bytes) { return file.write(bytes); }, write)) {
-        return error;
-    }
-    return file.putInPlace();
+    return writeAside(path, write, atLink);
 }
 
 } // namespace fenmark::platform

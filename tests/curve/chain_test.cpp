@@ -386,6 +386,22 @@ TEST(Chain, OutsideAKinkTheSideIsTheOuterOne) {
     EXPECT_LT(feet[1].offset, 0.0);
 }
 
+TEST(Chain, BesideAGapAPointKeepsItsSide) {
+    // Coordinates of a file are rounded: curves end micrometres to millimetres from where the next ones start, and their
+    // tangents break by a little to either side.
+    for (const double gap : {1e-7, 3e-6, 1e-3}) {
+        for (const double turn : {-1e-5, -2e-9, 0.0, 2e-9, 1e-5}) {
+            const Chain chain = chainOf({straight({{0, 0}, 0.0}, 100.0), straight({{100.0 + gap, 0.0}, turn}, 100.0)});
+            for (const double offset : {-50.0, -2.0, 2.0, 50.0}) {
+                for (const double part : {0.1, 0.4, 0.6, 0.9}) {
+                    const ChainFoot foot = *chain.locate({100.0 + part * gap, offset});
+                    EXPECT_NEAR(foot.offset, offset, 1e-3) << "gap " << gap << ", turn " << turn << ", part " << part;
+                }
+            }
+        }
+    }
+}
+
 TEST(Chain, APointBeyondAnEndHasItsFootThere) {
     const Chain chain = chainOf({straight({{0, 0}, 0.0}, 100.0)});
     const ChainFoot foot = *chain.locate({-3, 4});

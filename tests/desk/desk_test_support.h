@@ -122,6 +122,8 @@ struct DeskWindow : ::testing::Test {
         window.reset(); // one host at a time
         window = std::make_unique<MainWindow>(WindowOptions{language, false});
         ASSERT_TRUE(window->loadModule({FENMARK_MODULE_PATH})) << window->command().said().toStdString();
+        // A test that wants to be asked takes this away.
+        window->questions().again = [](QWidget*) { return Again::Add; };
         window->resize(1200, 800);
         window->show();
         QApplication::processEvents();

@@ -74,7 +74,7 @@ struct LogOfTheRoad : DeskWindow {
         }
     }
     std::optional<PlanObject> objectOfLine(std::int64_t number) {
-        return objectOfRecord(drawing(), window->session().steps().back().before,
+        return objectOfRecord(drawing(), madeSince(window->session().steps().back().before),
                               readSource(source, number, 0)->record);
     }
     std::string nameOf(const std::optional<PlanObject>& object) {
@@ -144,7 +144,7 @@ TEST_F(LogOfTheRoad, ObjectsOfAnEarlierImportAreNotTakenForThoseOfThisOne) {
 TEST_F(LogOfTheRoad, ARecordThatWasRefusedAsADoubleLeadsToNoObject) {
     SourceRecord record = readSource(source, lineOf("A01,2,"), 0)->record;
     record.text = "A01,2,二重,1.000,2.000,,";
-    EXPECT_FALSE(objectOfRecord(drawing(), window->session().steps().back().before, record));
+    EXPECT_FALSE(objectOfRecord(drawing(), madeSince(window->session().steps().back().before), record));
 }
 
 TEST_F(LogOfTheRoad, AClickOnALineShowsTheObjectAndTheLineOfTheFile) {

@@ -158,6 +158,9 @@ TEST_F(Scene, LooksForNothingThatWasNotChosenOrIsHidden) {
     SnapChoice onlyLines = none;
     onlyLines.feet = true;
     EXPECT_EQ(snap(10.0, 10.0, onlyLines).kind, SnapKind::OnLine);
+    look.hiddenStyles[static_cast<std::size_t>(FigureStyle::Coordinate)] = true;
+    EXPECT_EQ(snap(5.0, 7.0).kind, SnapKind::Free) << "a kind that is hidden";
+    look.hiddenStyles = {};
     look.hiddenLayers = {true};
     EXPECT_EQ(snap(5.0, 7.0).kind, SnapKind::Free);
     EXPECT_EQ(snap(30.0, 20.0).kind, SnapKind::Free);

@@ -615,5 +615,19 @@ TEST(DxfText, EscapesWhatReadersTakeForControlSequences) {
     EXPECT_EQ(dxfLayer("", R2000), "0");
 }
 
+TEST(DxfLayerNames, HoldNothingThatLayersForbid) {
+    for (int code = 1; code < 0x80; ++code) {
+        const char c = static_cast<char>(code);
+        const bool forbidden =
+            code < 0x20 || code == 0x7F || std::string_view("<>/\\\":;?*|=',`^").find(c) != std::string_view::npos;
+        const std::string name = std::string("画") + c + "地";
+        for (const DxfVersion version : {DxfVersion::R12, DxfVersion::R2000, DxfVersion::R2018}) {
+            const std::string wanted = std::string("画") + (forbidden ? '_' : c) + "地";
+            EXPECT_EQ(dxfLayer(name, version), version == DxfVersion::R2018 ? wanted : cp932(wanted)) << code;
+        }
+    }
+    EXPECT_EQ(dxfLayer("", DxfVersion::R2000), "0");
+}
+
 } // namespace
 } // namespace fenmark::exchange

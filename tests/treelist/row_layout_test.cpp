@@ -113,10 +113,13 @@ TEST_F(RowLayout, ARowThatCannotHaveAButtonIsNotHitThere) {
         << "with children a row keeps its button";
 }
 
-TEST_F(RowLayout, LinesWithoutButtonsTakeThePlaceButAreNotHit) {
+TEST_F(RowLayout, LinesWithoutButtonsAreHitAsAButtonWhereARowCanHaveOne) {
     const std::uint32_t style = kStyleTree | kStyleTreeLines;
     const RowParts parts = treeCellParts(*top_, style, kCell, kAt96);
-    EXPECT_EQ(hitTestCell(*top_, style, parts, 103, 40).flags, kHitRow);
+    EXPECT_EQ(hitTestCell(*top_, style, parts, 103, 40).flags, kHitButton);
+    grandchild_->state |= kItemExpandedOnce;
+    const RowParts leaf = treeCellParts(*grandchild_, style, kCell, kAt96);
+    EXPECT_EQ(hitTestCell(*grandchild_, style, leaf, leaf.button.x + 1, 40).flags, kHitRow);
 }
 
 TEST_F(RowLayout, AllOfAnotherColumnIsText) {

@@ -178,6 +178,7 @@ TEST_F(ImportForm, AnotherFileStartsWithAFreshOptionsRecord) {
     EXPECT_EQ(form.state().options.counts[kLongitudinal], 0);
     EXPECT_FALSE(form.state().options.flags[kLongitudinal]);
     EXPECT_TRUE(form.state().options.flags[0]);
+    EXPECT_EQ(form.focusWidget(), control<QPushButton>(form, 1)) << "Enter imports what was chosen";
 }
 
 TEST_F(ImportForm, AnUnchangedFileIsNotScannedAgain) {

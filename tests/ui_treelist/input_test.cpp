@@ -192,6 +192,10 @@ TEST_F(TreeListTest, BoxesCanBeFlippedWithoutAMouse) {
     press(Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(list_->GetLock(a_), 1);
     EXPECT_EQ(window_.codes(), (std::vector<int>{-427, -428}));
+    press(Qt::Key_Insert);
+    EXPECT_EQ(list_->GetCheck(a_), 0) << "a key that no input method takes";
+    press(Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(list_->GetLock(a_), 0);
     list_->Expand(b_, ExpandCode::Toggle);
     list_->SelectItem(b_, 0);
     press(Qt::Key_Space);

@@ -272,6 +272,13 @@ TEST_F(TreeListTest, AVetoOfTheSelectionLeavesItAsItWas) {
     EXPECT_EQ(list_->GetSelectedCount(), 1);
 }
 
+TEST_F(TreeListTest, ClearingASelectionIsToldAlsoWhereNothingWasSelected) {
+    list_->SelectItem(nullptr);
+    window_.heard.clear();
+    EXPECT_TRUE(list_->SelectItem(nullptr));
+    EXPECT_EQ(window_.codes(), (std::vector<int>{-450, -451}));
+}
+
 TEST_F(TreeListTest, ReselectingTheSameSingleRowAndColumnOnlyScrolls) {
     list_->SelectItem(a_, 1);
     window_.heard.clear();

@@ -4,6 +4,7 @@
 // have in the drawing's zone, which a tile of a few hundred metres differs from by less than a pixel.
 #include "desk/background/background.h"
 
+#include "desk/plan/plan_style.h"
 #include "exchange/geographic.h"
 
 #include <QFileInfo>
@@ -26,7 +27,11 @@ constexpr double kEquator = 40075016.686; // metres, of the sphere of web maps
 constexpr int kTilePixels = 256;
 constexpr int kMostTiles = 400; // in one picture; more, and a coarser zoom is taken
 constexpr double kDegree = std::numbers::pi / 180.0;
-const QColor kShape(0x5d, 0x4e, 0x37);
+
+QColor shapeInk() {
+    constexpr int kDarkBelow = 128;
+    return kPaper.lightness() < kDarkBelow ? QColor(0xd7, 0xc9, 0xb0) : QColor(0x5d, 0x4e, 0x37);
+}
 
 bool meets(const drawing::Extent& a, const drawing::Extent& b) {
     return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
@@ -37,7 +42,7 @@ void paintShapes(QPainter& painter, const ViewTransform& view, const BackgroundS
     if (shapes.extent.empty() || !meets(shapes.extent, visible)) {
         return;
     }
-    painter.setPen(QPen(kShape, 1.0));
+    painter.setPen(QPen(shapeInk(), 1.0));
     painter.setBrush(Qt::NoBrush);
     for (const BackgroundLine& line : shapes.lines) {
         if (!meets(line.extent, visible)) {
@@ -49,7 +54,7 @@ void paintShapes(QPainter& painter, const ViewTransform& view, const BackgroundS
         }
         painter.drawPolyline(pixels);
     }
-    painter.setPen(QPen(kShape, 3.0, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(shapeInk(), 3.0, Qt::SolidLine, Qt::RoundCap));
     for (const PlanPoint& point : shapes.points) {
         if (point.x >= visible.minX && point.x <= visible.maxX && point.y >= visible.minY && point.y <= visible.maxY) {
             painter.drawPoint(view.toPixel(point.x, point.y));

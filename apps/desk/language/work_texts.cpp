@@ -1,6 +1,8 @@
 // What the sections, the paper and the backgrounds say.
 #include "desk/language/work_texts.h"
 
+#include <QCoreApplication>
+
 #include <array>
 #include <cstddef>
 
@@ -8,91 +10,97 @@ namespace fenmark::desk {
 
 namespace {
 
+// The English text, and the name that tells it from others of the same wording.
+struct Source {
+    const char* english;
+    const char* name;
+};
 struct Entry {
     WorkText text;
-    const char* japanese;
-    const char* english;
+    Source source;
 };
 
 constexpr std::array kEntries{
-    Entry{WorkText::SectionMenu, "縦横断(&C)", "Se&ctions"},
-    Entry{WorkText::ProfilePanel, "縦断図", "Longitudinal Section"},
-    Entry{WorkText::CrossPanel, "横断図", "Cross-Sections"},
-    Entry{WorkText::Exaggeration, "高さの倍率", "Height Scale"},
-    Entry{WorkText::ExaggerationFit, "自動", "Fit"},
-    Entry{WorkText::ExaggerationTimes, "%1倍", "×%1"},
-    Entry{WorkText::PrintShort, "印刷...", "Print..."},
-    Entry{WorkText::PreviousSection, "前の断面", "Previous Section"},
-    Entry{WorkText::NextSection, "次の断面", "Next Section"},
-    Entry{WorkText::NoProfile, "この線形には縦断成果がありません", "This alignment has no longitudinal results"},
-    Entry{WorkText::NoSections, "この線形には横断成果がありません", "This alignment has no cross-sections"},
-    Entry{WorkText::ChooseAlignment, "線形または縦横断成果の点を選択してください",
-          "Select an alignment, or a point of its sections"},
-    Entry{WorkText::Ground, "地盤高", "Ground"},
-    Entry{WorkText::Planned, "計画高", "Design"},
-    Entry{WorkText::Distance, "追加距離", "Station"},
-    Entry{WorkText::Stake, "測点", "Stake"},
-    Entry{WorkText::Curve, "曲線", "Curves"},
-    Entry{WorkText::CentreHeight, "中心高 %1", "Centre height %1"},
-    Entry{WorkText::PointedProfile, "%1  追加距離 %2  地盤高 %3", "%1  station %2  ground %3"},
-    Entry{WorkText::PointedSection, "幅 %1  標高 %2", "offset %1  height %2"},
-    Entry{WorkText::PaperMenu, "印刷・PDF(&P)...", "&Print and PDF..."},
-    Entry{WorkText::PaperTitle, "印刷・PDF", "Print and PDF"},
-    Entry{WorkText::PaperKind, "種類", "Kind"},
-    Entry{WorkText::PaperPlan, "平面図", "Plan"},
-    Entry{WorkText::PaperAlong, "平面図（線形に沿った割付）", "Plan in sheets along an alignment"},
-    Entry{WorkText::PaperProfile, "縦断図", "Longitudinal section"},
-    Entry{WorkText::PaperCross, "横断図", "Cross-sections"},
-    Entry{WorkText::PaperLots, "座標求積表", "Area tables of lots"},
-    Entry{WorkText::PaperStakes, "測設（杭打ち）座標一覧", "Stake list"},
-    Entry{WorkText::PaperPoints, "座標一覧", "Coordinate list"},
-    Entry{WorkText::PaperAlignments, "線形計算書", "Tables of alignments"},
-    Entry{WorkText::PaperOf, "線形", "Alignment"},
-    Entry{WorkText::PaperSize, "用紙", "Paper"},
-    Entry{WorkText::PaperOrientation, "向き", "Orientation"},
-    Entry{WorkText::OrientationAuto, "自動", "Automatic"},
-    Entry{WorkText::OrientationWide, "横", "Landscape"},
-    Entry{WorkText::OrientationUpright, "縦", "Portrait"},
-    Entry{WorkText::PaperScale, "縮尺", "Scale"},
-    Entry{WorkText::ScaleAuto, "自動", "Automatic"},
-    Entry{WorkText::PaperExtent, "範囲", "Extent"},
-    Entry{WorkText::ExtentAll, "図面全体", "Whole drawing"},
-    Entry{WorkText::ExtentView, "画面の範囲", "What the view shows"},
-    Entry{WorkText::ExtentSelection, "選択した図形", "Selected object"},
-    Entry{WorkText::PaperTexts, "表題欄（図面に保存）", "Title block (kept in the drawing)"},
-    Entry{WorkText::TextHeading, "図面名", "Title"},
-    Entry{WorkText::TextProject, "業務名", "Project"},
-    Entry{WorkText::TextDate, "年月日", "Date"},
-    Entry{WorkText::TextAuthor, "作成者", "Author"},
-    Entry{WorkText::TextCompany, "会社名", "Company"},
-    Entry{WorkText::TextSheet, "図面番号", "Sheet"},
-    Entry{WorkText::TextRemark, "備考", "Remark"},
-    Entry{WorkText::PagePrevious, "前のページ", "Previous Page"},
-    Entry{WorkText::PageNext, "次のページ", "Next Page"},
-    Entry{WorkText::PageOf, "%1 / %2", "%1 / %2"},
-    Entry{WorkText::PaperSavePdf, "PDF保存(&S)...", "&Save PDF..."},
-    Entry{WorkText::PaperSaveSvg, "SVG保存(&V)...", "Save S&VG..."},
-    Entry{WorkText::PaperPrint, "印刷(&P)...", "&Print..."},
-    Entry{WorkText::PaperClose, "閉じる", "Close"},
-    Entry{WorkText::PaperSaved, "%1 に保存しました", "Saved %1"},
-    Entry{WorkText::PaperTooLarge, "プリンターの用紙は %1 ですが、図面は %2 です。縮小して印刷しますか?",
-          "The printer's paper is %1, the sheet is %2. Print it smaller?"},
-    Entry{WorkText::StakePitch, "杭の間隔 (m)", "Stakes every (m)"},
-    Entry{WorkText::StakeOffsets, "幅 (m)", "Offsets (m)"},
-    Entry{WorkText::BackgroundMenu, "背景(&B)", "&Background"},
-    Entry{WorkText::BackgroundAdd, "ファイルを追加(&A)...", "&Add File..."},
-    Entry{WorkText::BackgroundAddFolder, "タイルのフォルダーを追加(&F)...", "Add &Folder of Tiles..."},
-    Entry{WorkText::BackgroundRemoveAll, "すべて外す(&R)", "&Remove All"},
-    Entry{WorkText::BackgroundShow, "背景を表示(&S)", "&Show Background"},
-    Entry{WorkText::BackgroundStrength, "濃さ %1%", "Strength %1%"},
-    Entry{WorkText::BackgroundFilter, "背景 (*.gpkg *.dxf *.geojson *.json *.mbtiles)",
-          "Backgrounds (*.gpkg *.dxf *.geojson *.json *.mbtiles)"},
-    Entry{WorkText::BackgroundAdded, "背景に %1 を追加しました（点 %2、線 %3）",
-          "Background: added %1 (%2 points, %3 lines)"},
-    Entry{WorkText::BackgroundFailed, "%1: 背景にできません（%2）", "%1: no background (%2)"},
-    Entry{WorkText::BackgroundNeedsZone, "平面直角座標系の系番号が必要です。［設定］メニューで系を選んでください",
-          "the plane rectangular zone is needed; choose it in the menu Settings"},
-    Entry{WorkText::BackgroundMissing, "背景のファイルが見つかりません: %1", "A file of the background is missing: %1"},
+    Entry{WorkText::SectionMenu, QT_TRANSLATE_NOOP3("desk", "Se&ctions", "SectionMenu")},
+    Entry{WorkText::ProfilePanel, QT_TRANSLATE_NOOP3("desk", "Longitudinal Section", "ProfilePanel")},
+    Entry{WorkText::CrossPanel, QT_TRANSLATE_NOOP3("desk", "Cross-Sections", "CrossPanel")},
+    Entry{WorkText::Exaggeration, QT_TRANSLATE_NOOP3("desk", "Height Scale", "Exaggeration")},
+    Entry{WorkText::ExaggerationFit, QT_TRANSLATE_NOOP3("desk", "Fit", "ExaggerationFit")},
+    Entry{WorkText::ExaggerationTimes, QT_TRANSLATE_NOOP3("desk", "×%1", "ExaggerationTimes")},
+    Entry{WorkText::PrintShort, QT_TRANSLATE_NOOP3("desk", "Print...", "PrintShort")},
+    Entry{WorkText::PreviousSection, QT_TRANSLATE_NOOP3("desk", "Previous Section", "PreviousSection")},
+    Entry{WorkText::NextSection, QT_TRANSLATE_NOOP3("desk", "Next Section", "NextSection")},
+    Entry{WorkText::NoProfile, QT_TRANSLATE_NOOP3("desk", "This alignment has no longitudinal results", "NoProfile")},
+    Entry{WorkText::NoSections, QT_TRANSLATE_NOOP3("desk", "This alignment has no cross-sections", "NoSections")},
+    Entry{WorkText::ChooseAlignment,
+          QT_TRANSLATE_NOOP3("desk", "Select an alignment, or a point of its sections", "ChooseAlignment")},
+    Entry{WorkText::Ground, QT_TRANSLATE_NOOP3("desk", "Ground", "Ground")},
+    Entry{WorkText::Planned, QT_TRANSLATE_NOOP3("desk", "Design", "Planned")},
+    Entry{WorkText::Distance, QT_TRANSLATE_NOOP3("desk", "Station", "Distance")},
+    Entry{WorkText::Stake, QT_TRANSLATE_NOOP3("desk", "Stake", "Stake")},
+    Entry{WorkText::Curve, QT_TRANSLATE_NOOP3("desk", "Curves", "Curve")},
+    Entry{WorkText::CentreHeight, QT_TRANSLATE_NOOP3("desk", "Centre height %1", "CentreHeight")},
+    Entry{WorkText::PointedProfile, QT_TRANSLATE_NOOP3("desk", "%1  station %2  ground %3", "PointedProfile")},
+    Entry{WorkText::PointedSection, QT_TRANSLATE_NOOP3("desk", "offset %1  height %2", "PointedSection")},
+    Entry{WorkText::PaperMenu, QT_TRANSLATE_NOOP3("desk", "&Print and PDF...", "PaperMenu")},
+    Entry{WorkText::PaperTitle, QT_TRANSLATE_NOOP3("desk", "Print and PDF", "PaperTitle")},
+    Entry{WorkText::PaperKind, QT_TRANSLATE_NOOP3("desk", "Kind", "PaperKind")},
+    Entry{WorkText::PaperPlan, QT_TRANSLATE_NOOP3("desk", "Plan", "PaperPlan")},
+    Entry{WorkText::PaperAlong, QT_TRANSLATE_NOOP3("desk", "Plan in sheets along an alignment", "PaperAlong")},
+    Entry{WorkText::PaperProfile, QT_TRANSLATE_NOOP3("desk", "Longitudinal section", "PaperProfile")},
+    Entry{WorkText::PaperCross, QT_TRANSLATE_NOOP3("desk", "Cross-sections", "PaperCross")},
+    Entry{WorkText::PaperLots, QT_TRANSLATE_NOOP3("desk", "Area tables of lots", "PaperLots")},
+    Entry{WorkText::PaperStakes, QT_TRANSLATE_NOOP3("desk", "Stake list", "PaperStakes")},
+    Entry{WorkText::PaperPoints, QT_TRANSLATE_NOOP3("desk", "Coordinate list", "PaperPoints")},
+    Entry{WorkText::PaperAlignments, QT_TRANSLATE_NOOP3("desk", "Tables of alignments", "PaperAlignments")},
+    Entry{WorkText::PaperOf, QT_TRANSLATE_NOOP3("desk", "Alignment", "PaperOf")},
+    Entry{WorkText::PaperSize, QT_TRANSLATE_NOOP3("desk", "Paper", "PaperSize")},
+    Entry{WorkText::PaperOrientation, QT_TRANSLATE_NOOP3("desk", "Orientation", "PaperOrientation")},
+    Entry{WorkText::OrientationAuto, QT_TRANSLATE_NOOP3("desk", "Automatic", "OrientationAuto")},
+    Entry{WorkText::OrientationWide, QT_TRANSLATE_NOOP3("desk", "Landscape", "OrientationWide")},
+    Entry{WorkText::OrientationUpright, QT_TRANSLATE_NOOP3("desk", "Portrait", "OrientationUpright")},
+    Entry{WorkText::PaperScale, QT_TRANSLATE_NOOP3("desk", "Scale", "PaperScale")},
+    Entry{WorkText::ScaleAuto, QT_TRANSLATE_NOOP3("desk", "Automatic", "ScaleAuto")},
+    Entry{WorkText::PaperExtent, QT_TRANSLATE_NOOP3("desk", "Extent", "PaperExtent")},
+    Entry{WorkText::ExtentAll, QT_TRANSLATE_NOOP3("desk", "Whole drawing", "ExtentAll")},
+    Entry{WorkText::ExtentView, QT_TRANSLATE_NOOP3("desk", "What the view shows", "ExtentView")},
+    Entry{WorkText::ExtentSelection, QT_TRANSLATE_NOOP3("desk", "Selected object", "ExtentSelection")},
+    Entry{WorkText::PaperTexts, QT_TRANSLATE_NOOP3("desk", "Title block (kept in the drawing)", "PaperTexts")},
+    Entry{WorkText::TextHeading, QT_TRANSLATE_NOOP3("desk", "Title", "TextHeading")},
+    Entry{WorkText::TextProject, QT_TRANSLATE_NOOP3("desk", "Project", "TextProject")},
+    Entry{WorkText::TextDate, QT_TRANSLATE_NOOP3("desk", "Date", "TextDate")},
+    Entry{WorkText::TextAuthor, QT_TRANSLATE_NOOP3("desk", "Author", "TextAuthor")},
+    Entry{WorkText::TextCompany, QT_TRANSLATE_NOOP3("desk", "Company", "TextCompany")},
+    Entry{WorkText::TextSheet, QT_TRANSLATE_NOOP3("desk", "Sheet", "TextSheet")},
+    Entry{WorkText::TextRemark, QT_TRANSLATE_NOOP3("desk", "Remark", "TextRemark")},
+    Entry{WorkText::PagePrevious, QT_TRANSLATE_NOOP3("desk", "Previous Page", "PagePrevious")},
+    Entry{WorkText::PageNext, QT_TRANSLATE_NOOP3("desk", "Next Page", "PageNext")},
+    Entry{WorkText::PageOf, QT_TRANSLATE_NOOP3("desk", "%1 / %2", "PageOf")},
+    Entry{WorkText::PaperSavePdf, QT_TRANSLATE_NOOP3("desk", "&Save PDF...", "PaperSavePdf")},
+    Entry{WorkText::PaperSaveSvg, QT_TRANSLATE_NOOP3("desk", "Save S&VG...", "PaperSaveSvg")},
+    Entry{WorkText::PaperPrint, QT_TRANSLATE_NOOP3("desk", "&Print...", "PaperPrint")},
+    Entry{WorkText::PaperClose, QT_TRANSLATE_NOOP3("desk", "Close", "PaperClose")},
+    Entry{WorkText::PaperSaved, QT_TRANSLATE_NOOP3("desk", "Saved %1", "PaperSaved")},
+    Entry{WorkText::PaperTooLarge,
+          QT_TRANSLATE_NOOP3("desk", "The printer's paper is %1, the sheet is %2. Print it smaller?", "PaperTooLarge")},
+    Entry{WorkText::StakePitch, QT_TRANSLATE_NOOP3("desk", "Stakes every (m)", "StakePitch")},
+    Entry{WorkText::StakeOffsets, QT_TRANSLATE_NOOP3("desk", "Offsets (m)", "StakeOffsets")},
+    Entry{WorkText::BackgroundMenu, QT_TRANSLATE_NOOP3("desk", "&Background", "BackgroundMenu")},
+    Entry{WorkText::BackgroundAdd, QT_TRANSLATE_NOOP3("desk", "&Add File...", "BackgroundAdd")},
+    Entry{WorkText::BackgroundAddFolder, QT_TRANSLATE_NOOP3("desk", "Add &Folder of Tiles...", "BackgroundAddFolder")},
+    Entry{WorkText::BackgroundRemoveAll, QT_TRANSLATE_NOOP3("desk", "&Remove All", "BackgroundRemoveAll")},
+    Entry{WorkText::BackgroundShow, QT_TRANSLATE_NOOP3("desk", "&Show Background", "BackgroundShow")},
+    Entry{WorkText::BackgroundStrength, QT_TRANSLATE_NOOP3("desk", "Strength %1%", "BackgroundStrength")},
+    Entry{WorkText::BackgroundFilter,
+          QT_TRANSLATE_NOOP3("desk", "Backgrounds (*.gpkg *.dxf *.geojson *.json *.mbtiles)", "BackgroundFilter")},
+    Entry{WorkText::BackgroundAdded,
+          QT_TRANSLATE_NOOP3("desk", "Background: added %1 (%2 points, %3 lines)", "BackgroundAdded")},
+    Entry{WorkText::BackgroundFailed, QT_TRANSLATE_NOOP3("desk", "%1: no background (%2)", "BackgroundFailed")},
+    Entry{WorkText::BackgroundNeedsZone,
+          QT_TRANSLATE_NOOP3("desk", "the plane rectangular zone is needed; choose it in the menu Settings",
+                             "BackgroundNeedsZone")},
+    Entry{WorkText::BackgroundMissing,
+          QT_TRANSLATE_NOOP3("desk", "A file of the background is missing: %1", "BackgroundMissing")},
 };
 
 constexpr bool inOrder() {
@@ -108,8 +116,8 @@ static_assert(inOrder());
 } // namespace
 
 QString workText(const Texts& texts, WorkText text) {
-    const Entry& entry = kEntries[static_cast<std::size_t>(text)];
-    return QString::fromUtf8(texts.language() == Language::Japanese ? entry.japanese : entry.english);
+    const Source& source = kEntries[static_cast<std::size_t>(text)].source;
+    return texts.translated(source.english, source.name);
 }
 
 } // namespace fenmark::desk

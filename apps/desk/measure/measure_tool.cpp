@@ -21,6 +21,12 @@ constexpr double kReachPixels = 10.0;
 constexpr double kMark = 5.0; // half a mark, pixels
 constexpr double kLeastSideForText = 40.0;
 
+// Reads on the plan's paper, light or dark.
+QColor measureInk() {
+    constexpr int kDarkBelow = 128;
+    return kPaper.lightness() < kDarkBelow ? QColor(0xf4, 0x8f, 0xb1) : QColor(0xad, 0x14, 0x57);
+}
+
 Text nameOf(SnapKind kind) {
     switch (kind) {
     case SnapKind::Point:
@@ -206,10 +212,10 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     }
     if (mode_ != MeasureMode::Place && line.size() > 1) {
         const bool ring = mode_ == MeasureMode::Area && line.size() > 2;
-        QColor fill = kMeasure;
+        QColor fill = measureInk();
         fill.setAlphaF(0.12F);
         painter.setBrush(ring ? QBrush(fill) : QBrush(Qt::NoBrush));
-        painter.setPen(QPen(kMeasure, 2.0, goesOn ? Qt::DashLine : Qt::SolidLine));
+        painter.setPen(QPen(measureInk(), 2.0, goesOn ? Qt::DashLine : Qt::SolidLine));
         if (ring) {
             painter.drawPolygon(line);
         } else {
@@ -224,11 +230,11 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
             }
             const QString text = metres(measured.sides[i].length);
             const double width = painter.fontMetrics().horizontalAdvance(text);
-            drawText(painter, (a + b) / 2.0 + QPointF(-width / 2.0, -4.0), text, kMeasure);
+            drawText(painter, (a + b) / 2.0 + QPointF(-width / 2.0, -4.0), text, measureInk());
         }
     }
     painter.setBrush(kPaper);
-    painter.setPen(QPen(kMeasure, 1.5));
+    painter.setPen(QPen(measureInk(), 1.5));
     for (qsizetype i = 0; i < static_cast<qsizetype>(taken_.size()); ++i) {
         painter.drawEllipse(line[i], 3.0, 3.0);
     }
@@ -237,7 +243,7 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     }
     const QPointF at = view.toPixel(meant_->at.x, meant_->at.y);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(kMeasure, 2.0));
+    painter.setPen(QPen(measureInk(), 2.0));
     paintMark(painter, meant_->kind, at);
     QString text = texts_(nameOf(meant_->kind));
     if (!meant_->name.empty()) {
@@ -246,7 +252,7 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     // Beside the mark, on the side that has room.
     const double width = painter.fontMetrics().horizontalAdvance(text);
     const bool left = at.x() + 12.0 + width > view.size().width();
-    drawText(painter, at + QPointF(left ? -12.0 - width : 12.0, -10.0), text, kMeasure);
+    drawText(painter, at + QPointF(left ? -12.0 - width : 12.0, -10.0), text, measureInk());
 }
 
 } // namespace fenmark::desk

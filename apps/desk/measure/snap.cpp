@@ -79,7 +79,7 @@ class Search {
     void lookAtEntities() {
         std::vector<std::size_t> found;
         scene_.index.query(box_, [&](const PlanFigure& figure) {
-            if (!scene_.look.hides(figure.layer)) {
+            if (!scene_.look.hides(figure)) {
                 found.push_back(figure.entity);
             }
             return true;
@@ -132,7 +132,7 @@ class Search {
             }
             const auto& elements = scene_.drawing.alignment(a).elements;
             for (std::size_t i = 0; i < std::min(elements.size(), scene_.index.elementCount(a)); ++i) {
-                if (!meet(scene_.index.elementExtent(a, i), box_)) {
+                if (!meet(scene_.index.elementExtent(a, i), box_) || scene_.look.hides(elements[i].type)) {
                     continue;
                 }
                 const PlanObject object{PlanObject::Kind::Alignment, a, i};

@@ -66,13 +66,16 @@ double scaleBarMetres(const ViewTransform& view, double pixels) {
 void paintFurniture(QPainter& painter, const ViewTransform& view, const QFont& font) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
+    QColor patch = kPaper;
+    patch.setAlphaF(0.88F);
+    painter.fillRect(QRectF(view.size().width() - kMargin - 24.0, kMargin - 12.0, 32.0, kArrow + 28.0), patch);
     paintNorth(painter, QPointF(view.size().width() - kMargin - 8.0, kMargin + kArrow + 10.0), font);
 
     const double metres = scaleBarMetres(view, kScaleBarPixels);
     const double width = metres * view.pixelsPerMetre();
     const QRectF bar(view.size().width() - kMargin - width, view.size().height() - kMargin, width, 5.0);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.fillRect(bar.adjusted(-2, -2, 2, 2), kPaper);
+    painter.fillRect(bar.adjusted(-8, -QFontMetricsF(font).height() - 8.0, 8, 6), patch);
     painter.setPen(QPen(kInk, 1.0));
     painter.setBrush(kPaper);
     painter.drawRect(bar);
@@ -90,10 +93,26 @@ void paintHint(QPainter& painter, const QRect& in, const QString& large, const Q
     QFont big = font;
     big.setPointSizeF(font.pointSizeF() * 1.6);
     painter.setFont(big);
-    painter.setPen(kFaintInk.darker(120));
+    painter.setPen(kFaintInk);
     painter.drawText(in.adjusted(0, 0, 0, -in.height() / 8), static_cast<int>(Qt::AlignCenter), large);
     painter.setFont(font);
     painter.drawText(in.adjusted(0, in.height() / 6, 0, 0), static_cast<int>(Qt::AlignCenter), small);
+    painter.restore();
+}
+
+void paintNote(QPainter& painter, const QRect& in, const QString& text, const QFont& font) {
+    painter.save();
+    painter.setFont(font);
+    const QFontMetricsF metrics(font);
+    const QPointF at(in.width() - kMargin - metrics.horizontalAdvance(text),
+                     in.height() - kMargin - 2.0 * metrics.height() - 4.0);
+    QColor patch = kPaper;
+    patch.setAlphaF(0.88F);
+    painter.fillRect(
+        QRectF(at.x() - 4.0, at.y() - metrics.ascent(), metrics.horizontalAdvance(text) + 8.0, metrics.height()),
+        patch);
+    painter.setPen(kFaintInk);
+    painter.drawText(at, text);
     painter.restore();
 }
 

@@ -12,6 +12,8 @@ namespace fenmark::desk {
 
 void paintFurniture(QPainter& painter, const ViewTransform& view, const QFont& font);
 void paintHint(QPainter& painter, const QRect& in, const QString& large, const QString& small, const QFont& font);
+// A line of text on paper, above the scale bar.
+void paintNote(QPainter& painter, const QRect& in, const QString& text, const QFont& font);
 void paintZoomWindow(QPainter& painter, const QRectF& window);
 void paintFocus(QPainter& painter, const QRect& in, const QColor& colour);
 

@@ -15,6 +15,7 @@ using drawing::Extent;
 
 namespace {
 
+constexpr double kBoxPixels = 1000.0;    // side of the picture in which a line is cut by a box
 constexpr double kPointReachBonus = 2.0; // pixels: points lie on top of lines, and win where both are near
 
 bool meet(const Extent& a, const Extent& b) {
@@ -42,7 +43,12 @@ bool isHidden(const PlanLook& look, const Drawing& drawing, std::string_view lay
 
 bool isHidden(const PlanLook& look, const Drawing& drawing, const PlanObject& object) {
     if (object.kind == PlanObject::Kind::Entity) {
-        return isHidden(look, drawing, drawing.entity(object.index).layer);
+        const drawing::EntityView entity = drawing.entity(object.index);
+        return look.hides(styleOf(entity)) || isHidden(look, drawing, entity.layer);
+    }
+    const Alignment& alignment = drawing.alignment(object.index);
+    if (object.element && look.hides(alignment.elements[*object.element].type)) {
+        return true;
     }
     return isHidden(look, drawing, drawing.alignment(object.index).layer);
 }
@@ -63,7 +69,7 @@ std::vector<PlanObject> objectsAt(const Drawing& drawing, const PlanIndex& index
             continue;
         }
         for (std::size_t e = 0; e < std::min(index.elementCount(a), alignment.elements.size()); ++e) {
-            if (!meet(index.elementExtent(a, e), box)) {
+            if (!meet(index.elementExtent(a, e), box) || look.hides(alignment.elements[e].type)) {
                 continue;
             }
             double distance = INFINITY;
@@ -76,7 +82,7 @@ std::vector<PlanObject> objectsAt(const Drawing& drawing, const PlanIndex& index
         }
     }
     index.query(box, [&](const PlanFigure& figure) {
-        if (look.hides(figure.layer) || figure.entity >= drawing.entityCount()) {
+        if (look.hides(figure) || figure.entity >= drawing.entityCount()) {
             return true;
         }
         const EntityView entity = drawing.entity(figure.entity);
@@ -131,15 +137,67 @@ std::vector<PlanObject> objectsInView(const Drawing& drawing, const PlanIndex& i
             continue;
         }
         for (std::size_t e = 0; e < std::min(index.elementCount(a), drawing.alignment(a).elements.size()); ++e) {
-            if (meet(index.elementExtent(a, e), visible)) {
+            if (meet(index.elementExtent(a, e), visible) && !look.hides(drawing.alignment(a).elements[e].type)) {
                 objects.push_back({PlanObject::Kind::Alignment, a, e});
             }
         }
     }
     std::vector<std::size_t> entities;
     index.query(visible, [&](const PlanFigure& figure) {
-        if (!look.hides(figure.layer) && figure.entity < drawing.entityCount()) {
+        if (!look.hides(figure) && figure.entity < drawing.entityCount()) {
             entities.push_back(figure.entity);
+        }
+        return true;
+    });
+    std::sort(entities.begin(), entities.end());
+    for (const std::size_t entity : entities) {
+        objects.push_back({PlanObject::Kind::Entity, entity, {}});
+    }
+    return objects;
+}
+
+std::vector<PlanObject> objectsInBox(const Drawing& drawing, const PlanIndex& index, const PlanLook& look,
+                                     const Extent& box, bool wholly) {
+    const auto inside = [&](const Extent& extent) {
+        return box.minX <= extent.minX && box.minY <= extent.minY && extent.maxX <= box.maxX && extent.maxY <= box.maxY;
+    };
+    // Only the view of the box counts for a line: its own pixels tell whether it reaches in.
+    ViewTransform view;
+    view.setSize(QSizeF(kBoxPixels, kBoxPixels));
+    view.fit(box);
+    const QRectF pixels(view.toPixel(box.minX, box.maxY), view.toPixel(box.maxX, box.minY));
+    std::vector<PlanObject> objects;
+    for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
+        const Alignment& alignment = drawing.alignment(a);
+        if (!meet(index.alignmentExtent(a), box) || isHidden(look, drawing, alignment.layer)) {
+            continue;
+        }
+        bool found = inside(index.alignmentExtent(a));
+        for (std::size_t e = 0; !found && !wholly && e < std::min(index.elementCount(a), alignment.elements.size());
+             ++e) {
+            found = meet(index.elementExtent(a, e), box) && !look.hides(alignment.elements[e].type) &&
+                    !elementPixels(alignment.elements[e], view, pixels).empty();
+        }
+        if (found) {
+            objects.push_back({PlanObject::Kind::Alignment, a, {}});
+        }
+    }
+    std::vector<std::size_t> entities;
+    index.query(box, [&](const PlanFigure& figure) {
+        if (look.hides(figure) || figure.entity >= drawing.entityCount()) {
+            return true;
+        }
+        const Extent extent = drawing.entityExtent(figure.entity);
+        if (!meet(extent, box)) {
+            return true;
+        }
+        if (inside(extent)) {
+            entities.push_back(figure.entity);
+        } else if (!wholly) {
+            const EntityView entity = drawing.entity(figure.entity);
+            if (!clippedLine(pixelsOf(entity.vertices, view), entity.closed, pixels).empty()) {
+                entities.push_back(figure.entity);
+            }
         }
         return true;
     });

@@ -7,6 +7,7 @@
 
 #include <QPointF>
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -27,15 +28,27 @@ struct PlanObject {
 // What the user wants to see.
 struct PlanLook {
     std::vector<bool> hiddenLayers; // by index of the layer; missing ones are shown
-    bool labels = true;             // names, element lengths and radii
-    bool stations = true;           // every 20 m
+    std::array<bool, kFigureStyles> hiddenStyles{};
+    std::array<bool, kElementTypes> hiddenElements{};
+    bool labels = true;   // names, element lengths and radii
+    bool stations = true; // every 20 m
     bool grid = true;
 
+    // Of the alignments whose stations would lie on one line, only that of this index is named, if there is one.
+    std::optional<std::size_t> stationsOf;
+
     bool hides(std::size_t layer) const { return layer < hiddenLayers.size() && hiddenLayers[layer]; }
+    bool hides(FigureStyle style) const { return hiddenStyles[static_cast<std::size_t>(style)]; }
+    bool hides(drawing::ElementType type) const { return hiddenElements[elementTypeIndex(type)]; }
+    bool hides(const PlanFigure& figure) const { return hides(figure.layer) || hides(figure.figureStyle()); }
 };
 
 bool isHidden(const PlanLook& look, const drawing::Drawing& drawing, std::string_view layer);
 bool isHidden(const PlanLook& look, const drawing::Drawing& drawing, const PlanObject& object);
+
+// The shown objects that lie wholly in the box, or that reach into it; alignments as wholes, before entities.
+std::vector<PlanObject> objectsInBox(const drawing::Drawing& drawing, const PlanIndex& index, const PlanLook& look,
+                                     const drawing::Extent& box, bool wholly);
 
 // The objects within reach of the pixel, nearest first; a point wins over a line that is as near. Behind them the
 // closed polylines around the pixel, smallest first.

@@ -238,7 +238,7 @@ void paintStations(QPainter& painter, const ViewTransform& view, const drawing::
         const QPointF right = -square; // right of the travel
         const QPointF middle = at + (10.0 + 0.5 * width * std::abs(right.x())) * right;
         if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0))) {
-            drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk.darker(160));
+            drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk);
         }
     }
 }
@@ -258,6 +258,7 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
         QPainter painter(&image);
         underlay_(painter, view);
     }
+    namesLeftOut_ = 0;
     LabelRoom room(view.size());
     if (look.grid) {
         QPainter painter(&image);
@@ -276,6 +277,7 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     QFont small = font;
     small.setPointSizeF(std::max(6.0, font.pointSizeF() - 1.0));
     painter.setFont(small);
+    keepFree(view, look, room);
     paintAlignments(painter, view, look, room);
     if (look.labels && lines_.size() + markers_.size() <= kLabelsInView) {
         labelEntities(painter, view, room);
@@ -327,7 +329,7 @@ void PlanPainter::collect(const ViewTransform& view, const PlanLook& look, QImag
     const auto small = static_cast<float>(kSmallPixels * view.metresPerPixel());
     Dots dots(image, view);
     index_.query(visible, [&](const PlanFigure& figure) {
-        if (look.hides(figure.layer) || figure.entity >= drawing_.entityCount()) {
+        if (look.hides(figure) || figure.entity >= drawing_.entityCount()) {
             return true;
         }
         ++drawn_;
@@ -413,7 +415,7 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
         seen.push_back(a);
         for (std::size_t e = 0; e < std::min(index_.elementCount(a), alignment.elements.size()); ++e) {
             const Element& element = alignment.elements[e];
-            if (!meet(index_.elementExtent(a, e), visible)) {
+            if (!meet(index_.elementExtent(a, e), visible) || look.hides(element.type)) {
                 continue;
             }
             ++drawn_;
@@ -431,16 +433,88 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
         }
     }
     if (look.stations) {
-        for (const std::size_t a : seen) {
-            if (!drawing_.alignment(a).elements.empty()) {
-                paintStations(painter, view, drawing_.geometry(a), room, look.labels);
-            }
+        for (const std::size_t a : alignmentsToName(seen, look)) {
+            paintStations(painter, view, drawing_.geometry(a), room, look.labels);
         }
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) const {
+// Names stand beside symbols and lines, not on them. Where there are too many for names, nothing is kept free.
+void PlanPainter::keepFree(const ViewTransform& view, const PlanLook& look, LabelRoom& room) const {
+    if (!look.labels || lines_.size() + markers_.size() > kLabelsInView) {
+        return;
+    }
+    constexpr double kSymbol = 2.0; // pixels around a point
+    const QRectF clip = clipOf(view);
+    const auto block = [&](const QPolygonF& line) {
+        for (qsizetype i = 0; i + 1 < line.size(); ++i) {
+            room.blockLine(line[i], line[i + 1]);
+        }
+    };
+    for (const PlanFigure& figure : markers_) {
+        const host::MdGePoint3d& at = drawing_.entity(figure.entity).position();
+        const QPointF pixel = view.toPixel(at.x, at.y);
+        room.block(QRectF(pixel.x() - kSymbol, pixel.y() - kSymbol, 2.0 * kSymbol, 2.0 * kSymbol));
+    }
+    for (const PlanFigure& figure : lines_) {
+        const EntityView entity = drawing_.entity(figure.entity);
+        for (const QPolygonF& part : clippedLine(pixelsOf(entity.vertices, view), entity.closed, clip)) {
+            block(part);
+        }
+    }
+    const Extent visible = view.visible(kLabelMarginPixels);
+    for (std::size_t a = 0; a < std::min(index_.alignmentCount(), drawing_.alignmentCount()); ++a) {
+        const Alignment& alignment = drawing_.alignment(a);
+        if (!meet(index_.alignmentExtent(a), visible) || isHidden(look, drawing_, alignment.layer)) {
+            continue;
+        }
+        for (std::size_t e = 0; e < std::min(index_.elementCount(a), alignment.elements.size()); ++e) {
+            if (meet(index_.elementExtent(a, e), visible) && !look.hides(alignment.elements[e].type)) {
+                for (const QPolygonF& part : elementPixels(alignment.elements[e], view, clip)) {
+                    block(part);
+                }
+            }
+        }
+    }
+}
+
+std::vector<std::size_t> PlanPainter::alignmentsToName(const std::vector<std::size_t>& seen,
+                                                       const PlanLook& look) const {
+    constexpr double kOneLine = 1.0;       // metres: alignments nearer than that are one line on the plan
+    constexpr std::size_t kMostTried = 64; // more are all named
+    std::vector<std::size_t> named;
+    const auto runsOn = [&](std::size_t a, std::size_t other) {
+        const drawing::AlignmentGeometry& geometry = drawing_.geometry(a);
+        const double length = geometry.endStation() - geometry.startStation();
+        for (const double part : {0.25, 0.5, 0.75}) {
+            const auto pose = geometry.poseAt(geometry.startStation() + part * length);
+            const auto at = pose ? drawing_.geometry(other).locate(pose->point) : std::nullopt;
+            if (!at || std::abs(at->offset) > kOneLine) {
+                return false;
+            }
+        }
+        return true;
+    };
+    // The chosen one goes first, so that it is the one that is named.
+    std::vector<std::size_t> order = seen;
+    if (look.stationsOf) {
+        std::stable_partition(order.begin(), order.end(), [&](std::size_t a) { return a == *look.stationsOf; });
+    }
+    for (const std::size_t a : order) {
+        if (drawing_.alignment(a).elements.empty()) {
+            continue;
+        }
+        const bool covered = order.size() <= kMostTried &&
+                             std::any_of(named.begin(), named.end(), [&](std::size_t b) { return runsOn(a, b); });
+        if (!covered) {
+            named.push_back(a);
+        }
+    }
+    return named;
+}
+
+void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) {
     const QFontMetricsF metrics(painter.font());
     const double height = metrics.ascent();
     auto name = [&](const EntityView& entity) { return entity.row ? fromUtf8(entity.row->name).trimmed() : QString(); };
@@ -455,6 +529,7 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
         if (width >= around.width()) {
             continue;
         }
+        ++namesLeftOut_; // until there is a place
         // Names of lots side by side may need to stand on different lines.
         for (const double lines : {0.0, -1.0, 1.0}) {
             const double shift = lines * kLineDistance * height;
@@ -463,7 +538,8 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
                 !room.take(QRectF(at.x(), at.y() - height, width, height))) {
                 continue;
             }
-            drawText(painter, at, text, colourOf(FigureStyle::Lot).darker(135));
+            drawText(painter, at, text, colourOf(FigureStyle::Lot));
+            --namesLeftOut_;
             break;
         }
     }
@@ -475,12 +551,23 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
         }
         const double width = metrics.horizontalAdvance(text);
         const QPointF pixel = view.toPixel(entity.position().x, entity.position().y);
-        for (const QPointF& shift : {QPointF(5.0, -3.0), QPointF(5.0, height), QPointF(-5.0 - width, -3.0)}) {
+        if (!QRectF(QPointF(0.0, 0.0), view.size()).contains(pixel)) {
+            continue;
+        }
+        ++namesLeftOut_;
+        const double half = 0.5 * height;
+        for (const QPointF& shift :
+             {QPointF(6.0, -4.0), QPointF(6.0, height + 3.0), QPointF(-6.0 - width, -4.0),
+              QPointF(-6.0 - width, height + 3.0), QPointF(8.0, half - 1.0), QPointF(-8.0 - width, half - 1.0),
+              QPointF(-0.5 * width, -8.0), QPointF(-0.5 * width, height + 8.0), QPointF(12.0, -height - 6.0),
+              QPointF(12.0, 2.0 * height + 8.0), QPointF(-12.0 - width, -height - 6.0),
+              QPointF(-12.0 - width, 2.0 * height + 8.0)}) {
             const QPointF at = pixel + shift;
             if (!room.take(QRectF(at.x(), at.y() - height, width, height))) {
                 continue;
             }
             drawText(painter, at, text, colourOf(figure.figureStyle()));
+            --namesLeftOut_;
             break;
         }
     }

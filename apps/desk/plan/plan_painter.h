@@ -35,6 +35,8 @@ class PlanPainter {
 
     // Objects that the last paint drew.
     std::size_t drawn() const { return drawn_; }
+    // Names for which it found no free place.
+    std::size_t namesLeftOut() const { return namesLeftOut_; }
 
   private:
     void paintGrid(QPainter& painter, const ViewTransform& view) const;
@@ -44,12 +46,17 @@ class PlanPainter {
     void paintAlignments(QPainter& painter, const ViewTransform& view, const PlanLook& look, LabelRoom& room);
     void paintMarked(QPainter& painter, const ViewTransform& view, const PlanObject& object, const QColor& mark,
                      double width) const;
-    void labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) const;
+    void labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room);
+    // Keeps names off symbols, lines and alignments.
+    void keepFree(const ViewTransform& view, const PlanLook& look, LabelRoom& room) const;
+    // Alignments in view whose stations are named: the chosen one, or one of several that run on one line.
+    std::vector<std::size_t> alignmentsToName(const std::vector<std::size_t>& seen, const PlanLook& look) const;
 
     const drawing::Drawing& drawing_;
     const PlanIndex& index_;
     Underlay underlay_;
     std::size_t drawn_ = 0;
+    std::size_t namesLeftOut_ = 0;
     std::vector<PlanFigure> lines_;   // in view and larger than a dot
     std::vector<PlanFigure> markers_; // points in view, if they are few enough to be more than dots
 };

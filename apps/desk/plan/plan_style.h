@@ -1,4 +1,4 @@
-// Colours and kinds of what the plan shows. One look for all of it, readable on white.
+// Colours and kinds of what the plan shows: one theme with a light and a dark side.
 #pragma once
 
 #include "drawing/drawing.h"
@@ -10,18 +10,6 @@
 #include <cstdint>
 
 namespace fenmark::desk {
-
-inline const QColor kPaper(0xff, 0xff, 0xff);
-inline const QColor kInk(0x20, 0x24, 0x28);
-inline const QColor kFaintInk(0x9a, 0xa3, 0xab);
-inline const QColor kGrid(0xec, 0xef, 0xf2);
-inline const QColor kSelection(0xff, 0x8c, 0x00);
-inline const QColor kHover(0x2f, 0x9e, 0xff);
-inline const QColor kStraight(0x1d, 0x1f, 0x22);
-inline const QColor kArc(0xd1, 0x22, 0x22);
-inline const QColor kClothoid(0x1f, 0x6f, 0xd6);
-inline const QColor kLotFill(0xf7, 0xf3, 0xe7);
-inline const QColor kMeasure(0xad, 0x14, 0x57);
 
 // How an entity is drawn: told by the "Type" of its row.
 enum class FigureStyle : std::uint8_t {
@@ -38,18 +26,49 @@ enum class FigureStyle : std::uint8_t {
 
 inline constexpr std::size_t kFigureStyles = 9;
 inline constexpr std::size_t kPointStyles = 4; // the first ones
+inline constexpr std::size_t kElementTypes = 3;
+constexpr std::size_t elementTypeIndex(drawing::ElementType type) {
+    return type == drawing::ElementType::Straight ? 0 : type == drawing::ElementType::Arc ? 1 : 2;
+}
 
-inline const std::array<QColor, kFigureStyles> kFigureColours{
-    QColor(0x3a, 0x46, 0x52), // Coordinate
-    QColor(0xd9, 0x6b, 0x0b), // Longitudinal
-    QColor(0x0d, 0x8a, 0x8a), // CrossSection
-    QColor(0x20, 0x24, 0x28), // OtherPoint
-    QColor(0xa4, 0x85, 0x4f), // Lot
-    QColor(0x6c, 0x75, 0x7d), // IpLine
-    QColor(0x2e, 0x7d, 0x32), // Stakes
-    QColor(0x7b, 0x1f, 0xa2), // Continuous
-    QColor(0x20, 0x24, 0x28), // OtherLine
+// Every ink reads on the paper with a contrast of 4.5 to 1 or more (WCAG 2.1, 1.4.3). Grid and lot fill are no inks: the
+// inks lie on them.
+struct Theme {
+    QColor paper;
+    QColor ink;
+    QColor faintInk;
+    QColor grid;
+    QColor selection;
+    QColor hover;
+    QColor straight;
+    QColor arc;
+    QColor clothoid;
+    QColor lotFill;
+    std::array<QColor, kFigureStyles> figures;
+    QColor logRefused; // lines of a log that tell of something refused
+    QColor logRule;    // lines that part it
 };
+
+enum class ThemeSide : std::uint8_t { Light, Dark };
+const Theme& themeOf(ThemeSide side);
+// The side that suits windows with that background.
+ThemeSide sideFor(const QColor& background);
+// What is painted from now on has the colours of that side.
+void useTheme(ThemeSide side);
+
+// The side in use, and its colours by name.
+inline Theme activeTheme = themeOf(ThemeSide::Light);
+inline const QColor& kPaper = activeTheme.paper;
+inline const QColor& kInk = activeTheme.ink;
+inline const QColor& kFaintInk = activeTheme.faintInk;
+inline const QColor& kGrid = activeTheme.grid;
+inline const QColor& kSelection = activeTheme.selection;
+inline const QColor& kHover = activeTheme.hover;
+inline const QColor& kStraight = activeTheme.straight;
+inline const QColor& kArc = activeTheme.arc;
+inline const QColor& kClothoid = activeTheme.clothoid;
+inline const QColor& kLotFill = activeTheme.lotFill;
+inline const std::array<QColor, kFigureStyles>& kFigureColours = activeTheme.figures;
 
 inline const QColor& colourOf(FigureStyle style) {
     return kFigureColours[static_cast<std::size_t>(style)];

@@ -3,6 +3,7 @@
 
 #include "desk/plan/plan_style.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace fenmark::desk {
@@ -40,6 +41,29 @@ QString stakeName(double station) {
 LabelRoom::LabelRoom(const QSizeF& view)
     : columns_(static_cast<int>(view.width() / kCell) + 1), rows_(static_cast<int>(view.height() / kCell) + 1),
       taken_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_), 0) {}
+
+void LabelRoom::block(const QRectF& place) {
+    const int left = std::max(0, static_cast<int>(std::floor(std::max(place.left(), -kCell) / kCell)));
+    const int right = std::min(columns_ - 1, static_cast<int>(std::floor(std::min(place.right(), 1e6) / kCell)));
+    const int top = std::max(0, static_cast<int>(std::floor(std::max(place.top(), -kCell) / kCell)));
+    const int bottom = std::min(rows_ - 1, static_cast<int>(std::floor(std::min(place.bottom(), 1e6) / kCell)));
+    for (int row = top; row <= bottom; ++row) {
+        for (int column = left; column <= right; ++column) {
+            taken_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+                   static_cast<std::size_t>(column)] = 1;
+        }
+    }
+}
+
+// Ends of a clipped line lie near the view, so that the steps are few.
+void LabelRoom::blockLine(const QPointF& from, const QPointF& to) {
+    constexpr double kMostSteps = 4096.0;
+    const QPointF way = to - from;
+    const double steps = std::min(kMostSteps, std::ceil(2.0 * std::hypot(way.x(), way.y()) / kCell) + 1.0);
+    for (double step = 0.0; step <= steps; step += 1.0) {
+        block(QRectF(from + way * (step / steps), QSizeF(0.0, 0.0)));
+    }
+}
 
 bool LabelRoom::take(const QRectF& place) {
     const int left = static_cast<int>(std::floor(place.left() / kCell));

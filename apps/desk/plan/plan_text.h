@@ -27,6 +27,9 @@ class LabelRoom {
     explicit LabelRoom(const QSizeF& view);
     // Takes the place if it is free and within the view.
     bool take(const QRectF& place);
+    // Nothing is to stand there, whatever does already.
+    void block(const QRectF& place);
+    void blockLine(const QPointF& from, const QPointF& to);
 
   private:
     static constexpr double kCell = 6.0; // pixels

@@ -13,6 +13,12 @@ namespace fenmark::desk {
 
 using drawing::Extent;
 
+namespace {
+
+constexpr double kMarkReach = 12.0; // pixels that the mark of an object reaches beyond it
+
+} // namespace
+
 PlanView::PlanView(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -27,6 +33,7 @@ void PlanView::setDrawing(const drawing::Drawing* drawing) {
     look_.hiddenLayers.clear();
     const bool had = selected_.has_value();
     selected_.reset();
+    selection_.clear();
     hovered_.reset();
     lastClick_.reset();
     if (drawing_ != nullptr) {
@@ -49,10 +56,7 @@ void PlanView::drawingChanged() {
     lastClick_.reset();
     hovered_.reset();
     dirty_ = true;
-    if (selected_ && (drawing_ == nullptr || !exists(*drawing_, *selected_))) {
-        selected_.reset();
-        emit selectionChanged();
-    }
+    dropWhatIsGone();
     if (fitPending_) {
         fitAll();
     }
@@ -72,10 +76,73 @@ void PlanView::setLook(const PlanLook& look) {
     look_ = look;
     hovered_.reset();
     dirty_ = true;
-    if (ready() && selected_ && desk::isHidden(look_, *drawing_, *selected_)) {
-        select(std::nullopt);
+    if (ready()) {
+        dropWhatIsGone();
     }
     update();
+}
+
+// What the drawing holds no more, or what is hidden, is not selected.
+void PlanView::dropWhatIsGone() {
+    const auto gone = [&](const PlanObject& object) {
+        return drawing_ == nullptr || !exists(*drawing_, object) || desk::isHidden(look_, *drawing_, object);
+    };
+    if (std::erase_if(selection_, gone) == 0) {
+        return;
+    }
+    if (selected_ && gone(*selected_)) {
+        selected_ = selection_.empty() ? std::nullopt : std::optional(selection_.front());
+    }
+    emit selectionChanged();
+}
+
+void PlanView::selectSeveral(std::vector<PlanObject> objects) {
+    if (!ready()) {
+        return;
+    }
+    std::erase_if(objects, [&](const PlanObject& object) { return !exists(*drawing_, object); });
+    if (objects == selection_) {
+        return;
+    }
+    selection_ = std::move(objects);
+    selected_ = selection_.empty() ? std::nullopt : std::optional(selection_.front());
+    update();
+    emit selectionChanged();
+}
+
+void PlanView::toggle(const PlanObject& object) {
+    std::vector<PlanObject> objects = selection_;
+    if (std::erase(objects, object) == 0) {
+        objects.insert(objects.begin(), object);
+    }
+    selectSeveral(std::move(objects));
+}
+
+void PlanView::selectAllShown() {
+    if (ready()) {
+        selectSeveral(objectsInBox(*drawing_, index_, look_, index_.extent(), true));
+    }
+}
+
+void PlanView::lookAt(const PlanObject& object) {
+    if (ready() && exists(*drawing_, object)) {
+        bringIntoView(object);
+        setHovered(object);
+    }
+}
+
+// From left to right what lies wholly in the box, from right to left also what reaches into it.
+void PlanView::selectBox(const QPointF& from, const QPointF& to) {
+    Extent box;
+    box.add(view_.toX(from.x()), view_.toY(from.y()));
+    box.add(view_.toX(to.x()), view_.toY(to.y()));
+    std::vector<PlanObject> objects = selection_;
+    for (const PlanObject& object : objectsInBox(*drawing_, index_, look_, box, from.x() <= to.x())) {
+        if (std::find(selection_.begin(), selection_.end(), object) == selection_.end()) {
+            objects.push_back(object);
+        }
+    }
+    selectSeveral(std::move(objects));
 }
 
 void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
@@ -86,10 +153,14 @@ void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
     if (intoView && wanted) {
         bringIntoView(*wanted);
     }
-    if (wanted == selected_) {
+    if (wanted == selected_ && selection_.size() <= 1) {
         return;
     }
     selected_ = wanted;
+    selection_.clear();
+    if (wanted) {
+        selection_.push_back(*wanted);
+    }
     update();
     emit selectionChanged();
 }
@@ -142,10 +213,14 @@ void PlanView::paintEvent(QPaintEvent*) {
         painter_->paintHovered(painter, view_, *hovered_);
         painter.restore();
     }
-    if (selected_) {
-        painter.save();
-        painter_->paintSelected(painter, view_, *selected_);
-        painter.restore();
+    const Extent seen = view_.visible(kMarkReach);
+    for (const PlanObject& object : selection_) {
+        const Extent box = extentOf(*drawing_, object);
+        if (box.minX <= seen.maxX && box.maxX >= seen.minX && box.minY <= seen.maxY && box.maxY >= seen.minY) {
+            painter.save();
+            painter_->paintSelected(painter, view_, object);
+            painter.restore();
+        }
     }
     if (tool_ != nullptr) {
         painter.save();
@@ -156,7 +231,10 @@ void PlanView::paintEvent(QPaintEvent*) {
     if (index_.extent().empty()) {
         paintHint(painter, rect(), hintLarge_, hintSmall_, font());
     }
-    if (drag_ == Drag::Window) {
+    if (namesLeftOut() > 0 && !leftOutText_.isEmpty()) {
+        paintNote(painter, rect(), leftOutText_.arg(namesLeftOut()), font());
+    }
+    if (drag_ == Drag::Window || drag_ == Drag::Select) {
         paintZoomWindow(painter, QRectF(dragFrom_, dragLast_).normalized());
     }
     if (hasFocus()) {
@@ -183,7 +261,6 @@ void PlanView::viewMoved() {
 
 // The object with its mark, as far as it is in the window.
 QRect PlanView::pixelsAround(const PlanObject& object) const {
-    constexpr double kMarkReach = 12.0; // pixels
     const Extent extent = extentOf(*drawing_, object);
     const QRectF window = QRectF(rect());
     const QRectF around = QRectF(view_.toPixel(extent.minX, extent.maxY), view_.toPixel(extent.maxX, extent.minY))

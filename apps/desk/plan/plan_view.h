@@ -42,6 +42,21 @@ class PlanView : public QWidget {
     const std::optional<PlanObject>& selected() const { return selected_; }
     // Brings the object into view if it is not, on demand.
     void select(const std::optional<PlanObject>& object, bool bringIntoView = false);
+    // All that is selected, the object of selected() among it.
+    const std::vector<PlanObject>& selection() const { return selection_; }
+    void selectSeveral(std::vector<PlanObject> objects);
+    // Adds the object to the selection, or takes it out.
+    void toggle(const PlanObject& object);
+    // Selects everything that is shown.
+    void selectAllShown();
+    // Brings an object into view and lights it, whatever is selected.
+    void lookAt(const PlanObject& object);
+    // The object that a click at the pixel takes.
+    std::optional<PlanObject> objectAtPixel(const QPointF& pixel) const;
+    // Names that the picture has no room for.
+    std::size_t namesLeftOut() const { return painter_ ? painter_->namesLeftOut() : 0; }
+    // Says in the user's language how many names were left out; %1 is their number.
+    void setLeftOutText(const QString& text) { leftOutText_ = text; }
 
     // The object under the pointer, which is lit up.
     const std::optional<PlanObject>& hovered() const { return hovered_; }
@@ -100,7 +115,7 @@ class PlanView : public QWidget {
   private:
     static constexpr double kZoomStep = 1.25;
 
-    enum class Drag { None, Press, Pan, Window };
+    enum class Drag { None, Press, Pan, Window, Select };
 
     void hoverAt(const QPointF& pixel);
     void setHovered(const std::optional<PlanObject>& object);
@@ -108,7 +123,9 @@ class PlanView : public QWidget {
     bool ready() const { return drawing_ != nullptr && !frozen_; }
     void viewMoved();
     void zoomMiddle(double factor);
-    void clickAt(const QPointF& pixel);
+    void clickAt(const QPointF& pixel, bool toggles);
+    void selectBox(const QPointF& from, const QPointF& to);
+    void dropWhatIsGone();
     void updateCursor();
     bool toolKey(int key);
     bool bringIntoView(const PlanObject& object);
@@ -124,12 +141,14 @@ class PlanView : public QWidget {
     bool frozen_ = false;
     bool fitPending_ = true; // fit as soon as the widget has its size
     std::optional<PlanObject> selected_;
+    std::vector<PlanObject> selection_;
     std::optional<PlanObject> hovered_;
     std::function<QString(const PlanObject&)> describe_;
     PlanTool* tool_ = nullptr;
     PlanPainter::Underlay underlay_;
     QString hintLarge_;
     QString hintSmall_;
+    QString leftOutText_;
 
     Drag drag_ = Drag::None;
     Qt::MouseButton dragButton_ = Qt::NoButton;

@@ -59,6 +59,8 @@ void PlanView::mousePressEvent(QMouseEvent* event) {
     dragFrom_ = dragLast_ = event->position();
     if (left && (windowArmed_ || event->modifiers().testFlag(Qt::ShiftModifier))) {
         drag_ = Drag::Window;
+    } else if (left && event->modifiers().testFlag(Qt::ControlModifier)) {
+        drag_ = Drag::Select;
     } else {
         drag_ = left && !spaceHeld_ ? Drag::Press : Drag::Pan;
     }
@@ -80,7 +82,7 @@ void PlanView::mouseMoveEvent(QMouseEvent* event) {
     if (drag_ == Drag::Pan) {
         panPixels(at.x() - dragLast_.x(), at.y() - dragLast_.y());
     }
-    if (drag_ == Drag::Window) {
+    if (drag_ == Drag::Window || drag_ == Drag::Select) {
         update();
     }
     if (drag_ != Drag::Press) {
@@ -120,7 +122,15 @@ void PlanView::mouseReleaseEvent(QMouseEvent* event) {
         tool_->press(event->position());
         update();
     } else if (was == Drag::Press && ready()) {
-        clickAt(event->position());
+        clickAt(event->position(), false);
+    }
+    if (was == Drag::Select && ready()) {
+        if (distance(event->position(), dragFrom_) < QApplication::startDragDistance()) {
+            clickAt(event->position(), true);
+        } else {
+            selectBox(dragFrom_, event->position());
+        }
+        update();
     }
     if (was == Drag::Window) {
         windowArmed_ = false;
@@ -148,7 +158,21 @@ void PlanView::mouseDoubleClickEvent(QMouseEvent* event) {
     }
 }
 
-void PlanView::clickAt(const QPointF& pixel) {
+std::optional<PlanObject> PlanView::objectAtPixel(const QPointF& pixel) const {
+    if (!ready()) {
+        return std::nullopt;
+    }
+    const std::vector<PlanObject> objects = objectsAt(*drawing_, index_, view_, look_, pixel, kReachPixels);
+    return objects.empty() ? std::nullopt : std::optional(objects.front());
+}
+
+void PlanView::clickAt(const QPointF& pixel, bool toggles) {
+    if (toggles) {
+        if (const auto object = objectAtPixel(pixel)) {
+            toggle(*object);
+        }
+        return;
+    }
     const std::vector<PlanObject> objects = objectsAt(*drawing_, index_, view_, look_, pixel, kReachPixels);
     const bool again = lastClick_ && distance(*lastClick_, pixel) <= kSamePlacePixels;
     clickRound_ = again ? clickRound_ + 1 : 0;
@@ -171,6 +195,10 @@ void PlanView::wheelEvent(QWheelEvent* event) {
 void PlanView::keyPressEvent(QKeyEvent* event) {
     if (!ready()) {
         QWidget::keyPressEvent(event);
+        return;
+    }
+    if (event->matches(QKeySequence::SelectAll)) {
+        selectAllShown();
         return;
     }
     if (!windowArmed_ && toolKey(event->key())) {

@@ -47,8 +47,8 @@ struct Wanted {
     }
 };
 
-std::optional<std::size_t> findEntity(const Drawing& drawing, std::size_t from, const Wanted& wanted) {
-    for (std::size_t i = from; i < drawing.entityCount(); ++i) {
+std::optional<std::size_t> findEntity(const Drawing& drawing, const MadeObjects& made, const Wanted& wanted) {
+    for (std::size_t i = made.firstEntity; i < std::min(made.endEntity, drawing.entityCount()); ++i) {
         if (wanted.isMetBy(drawing.entity(i))) {
             return i;
         }
@@ -64,8 +64,8 @@ std::optional<PlanObject> asObject(std::optional<std::size_t> entity) {
 }
 
 // A point of the same number at another place was made of another record, such as this one's double.
-std::optional<PlanObject> coordinateObject(const Drawing& drawing, const Drawing::Mark& since, const Record& record) {
-    const auto entity = findEntity(drawing, since.entities, {host::kCoordinateType, record.number(1), {}, {}});
+std::optional<PlanObject> coordinateObject(const Drawing& drawing, const MadeObjects& made, const Record& record) {
+    const auto entity = findEntity(drawing, made, {host::kCoordinateType, record.number(1), {}, {}});
     if (!entity) {
         return std::nullopt;
     }
@@ -74,15 +74,15 @@ std::optional<PlanObject> coordinateObject(const Drawing& drawing, const Drawing
     return same ? asObject(entity) : std::nullopt;
 }
 
-std::optional<PlanObject> routeObject(const Drawing& drawing, const Drawing::Mark& since, const Record& opening) {
+std::optional<PlanObject> routeObject(const Drawing& drawing, const MadeObjects& made, const Record& opening) {
     constexpr std::size_t kTypeField = 4;
     const std::int32_t type = opening.number(kTypeField);
     const std::string_view name = opening.text(3);
     if (std::find(std::begin(kRouteTypesOfAlignments), std::end(kRouteTypesOfAlignments), type) ==
         std::end(kRouteTypesOfAlignments)) {
-        return asObject(findEntity(drawing, since.entities, {host::routeTypeLabel(type), opening.number(1), name, {}}));
+        return asObject(findEntity(drawing, made, {host::routeTypeLabel(type), opening.number(1), name, {}}));
     }
-    for (std::size_t a = since.alignments; a < drawing.alignmentCount(); ++a) {
+    for (std::size_t a = made.firstAlignment; a < std::min(made.endAlignment, drawing.alignmentCount()); ++a) {
         if (sima::trim(drawing.alignment(a).name) == name) {
             return PlanObject{PlanObject::Kind::Alignment, a, {}};
         }
@@ -90,20 +90,20 @@ std::optional<PlanObject> routeObject(const Drawing& drawing, const Drawing::Mar
     return std::nullopt;
 }
 
-std::optional<PlanObject> longitudinalObject(const Drawing& drawing, const Drawing::Mark& since, const Record& opening,
+std::optional<PlanObject> longitudinalObject(const Drawing& drawing, const MadeObjects& made, const Record& opening,
                                              const Record& record) {
     const std::string_view station = record.code() == "H01" ? record.text(1) : std::string_view();
-    return asObject(findEntity(drawing, since.entities, {host::kLongitudinalType, opening.number(1), station, {}}));
+    return asObject(findEntity(drawing, made, {host::kLongitudinalType, opening.number(1), station, {}}));
 }
 
 // A point without a name bears that of its cross section, and names come again in the next one: the height tells them
 // apart, and those from the first point of that section on come first.
-std::optional<PlanObject> crossSectionObject(const Drawing& drawing, const Drawing::Mark& since, const Record& opening,
+std::optional<PlanObject> crossSectionObject(const Drawing& drawing, const MadeObjects& made, const Record& opening,
                                              const Record& record, const Record& crossSection) {
     constexpr std::size_t kHeightField = 3;
     const bool tellsAPoint = record.code() == "I01" || record.code() == "I02";
     Wanted wanted{host::kCrossSectionType, opening.number(1), tellsAPoint ? crossSection.text(1) : "", {}};
-    const auto first = findEntity(drawing, since.entities, wanted);
+    const auto first = findEntity(drawing, made, wanted);
     if (!first || !tellsAPoint) {
         return asObject(first);
     }
@@ -111,36 +111,62 @@ std::optional<PlanObject> crossSectionObject(const Drawing& drawing, const Drawi
         wanted.name = record.text(1);
     }
     wanted.height = sima::toReal(record.text(kHeightField));
-    for (const std::size_t from : {*first, since.entities}) {
-        if (const auto point = findEntity(drawing, from, wanted)) {
+    MadeObjects fromFirst = made;
+    fromFirst.firstEntity = *first;
+    for (const MadeObjects& among : {fromFirst, made}) {
+        if (const auto point = findEntity(drawing, among, wanted)) {
             return asObject(point);
         }
     }
     // At a wall heights and names may have changed places.
     wanted.name = {};
-    return asObject(findEntity(drawing, *first, wanted));
+    return asObject(findEntity(drawing, fromFirst, wanted));
 }
 
 } // namespace
 
-std::optional<PlanObject> objectOfRecord(const Drawing& drawing, const Drawing::Mark& since,
-                                         const SourceRecord& source) {
+MadeObjects madeSince(const Drawing::Mark& mark) {
+    return {mark.entities, MadeObjects::kAll, mark.alignments, MadeObjects::kAll};
+}
+
+MadeObjects madeBy(const Drawing& drawing, const drawing::Import& import) {
+    const auto below = [](std::size_t count, auto idOf, std::uint64_t id) {
+        std::size_t low = 0;
+        for (std::size_t high = count; low < high;) {
+            const std::size_t middle = low + (high - low) / 2;
+            if (idOf(middle) < id) {
+                low = middle + 1;
+            } else {
+                high = middle;
+            }
+        }
+        return low;
+    };
+    const auto entityId = [&](std::size_t i) { return drawing.entity(i).id.asUint64(); };
+    const auto alignmentId = [&](std::size_t i) { return drawing.alignment(i).id.asUint64(); };
+    return {below(drawing.entityCount(), entityId, import.firstId),
+            below(drawing.entityCount(), entityId, import.lastId + 1),
+            below(drawing.alignmentCount(), alignmentId, import.firstId),
+            below(drawing.alignmentCount(), alignmentId, import.lastId + 1)};
+}
+
+std::optional<PlanObject> objectOfRecord(const Drawing& drawing, const MadeObjects& made, const SourceRecord& source) {
     const Record record(source.text);
     const Record opening(source.section);
     if (record.code() == "A01") {
-        return coordinateObject(drawing, since, record);
+        return coordinateObject(drawing, made, record);
     }
     if (opening.code() == "D00") {
-        return asObject(findEntity(drawing, since.entities, {host::kLotType, opening.number(1), opening.text(2), {}}));
+        return asObject(findEntity(drawing, made, {host::kLotType, opening.number(1), opening.text(2), {}}));
     }
     if (opening.code() == "F00") {
-        return routeObject(drawing, since, opening);
+        return routeObject(drawing, made, opening);
     }
     if (opening.code() == "H00") {
-        return longitudinalObject(drawing, since, opening, record);
+        return longitudinalObject(drawing, made, opening, record);
     }
     if (opening.code() == "I00") {
-        return crossSectionObject(drawing, since, opening, record, Record(source.crossSection));
+        return crossSectionObject(drawing, made, opening, record, Record(source.crossSection));
     }
     return std::nullopt;
 }

@@ -1,9 +1,16 @@
 // The embedded host at work on one drawing.
 #include "desk/session/desk_session.h"
 
+#include "drawing/file_digest.h"
+#include "sima/text/path.h"
+
+#include <QDateTime>
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <locale>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -18,6 +25,18 @@ namespace {
 
 constexpr const char* kModuleName = "Fenmark.mdm";
 
+// UTC, "2026-01-31T09:15:00Z".
+std::string timeNow() {
+    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toStdString();
+}
+
+// From the root on.
+std::string wholePath(const std::string& file) {
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
+    return error ? file : sima::textOfPath(whole.string());
+}
+
 // Sets a flag for a while, whatever ends it.
 class While {
   public:
@@ -31,6 +50,29 @@ class While {
 };
 
 } // namespace
+
+DeskSession::DeskSession() {
+    modules_.onSystemText([this](std::string_view name, const std::string& text) {
+        if (name == mirdane::kRouteVariable) {
+            noteRoute(text);
+        } else if (name == mirdane::kPreviewedFileVariable && previewHandler_) {
+            previewHandler_(text);
+        }
+    });
+}
+
+// So that an alignment that lies off its route is told of.
+void DeskSession::noteRoute(const std::string& text) {
+    std::istringstream numbers(text);
+    numbers.imbue(std::locale::classic());
+    std::uint64_t id = 0;
+    numbers >> id;
+    std::vector<host::MdGePoint3d> points;
+    for (host::MdGePoint3d point; numbers >> point.x >> point.y >> point.z;) {
+        points.push_back(point);
+    }
+    host_.noteRoute(host::MdDbObjectId(id), points);
+}
 
 ModuleResult DeskSession::loadModule(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
@@ -47,6 +89,10 @@ void DeskSession::replaceDocument(Document& old) {
     modules_.send(mirdane::kLoadDrawingMessage);
     steps_.clear();
     undone_.clear();
+    bottomSerial_ = ++lastSerial_;
+    // What another program changed in the file may be waiting to be written.
+    const bool asInFile = !path().empty() && !host_.currentDocument()->store().hasChanges(drawing());
+    savedSerial_ = asInFile ? bottomSerial_ : kNeverSaved;
 }
 
 void DeskSession::newDrawing() {
@@ -72,44 +118,98 @@ StoreResult DeskSession::open(const std::string& path) {
     return result;
 }
 
+StoreResult DeskSession::openCopy(const std::string& path) {
+    Document& old = *host_.currentDocument();
+    Document& opened = host_.newDocument();
+    drawing::DrawingStore copy;
+    StoreResult result = copy.open(path, opened.drawing());
+    if (!result) {
+        host_.closeDocument(opened);
+        host_.makeCurrent(old);
+        return result;
+    }
+    host_.makeCurrent(old);
+    modules_.send(mirdane::kUnloadDrawingMessage);
+    host_.makeCurrent(opened);
+    replaceDocument(old);
+    return result;
+}
+
+StoreResult DeskSession::writeCopy(const std::string& path) const {
+    return drawing::DrawingStore::writeCopy(path, drawing());
+}
+
 StoreResult DeskSession::save(const std::string& path) {
-    return host_.currentDocument()->store().save(path, drawing());
+    StoreResult result = host_.currentDocument()->store().save(path, drawing());
+    if (result) {
+        savedSerial_ = serialNow();
+    }
+    return result;
 }
 
 bool DeskSession::hasChanges() const {
-    const Document& document = *host_.currentDocument();
-    const Drawing& drawing = document.drawing();
     if (!path().empty()) {
-        return const_cast<Document&>(document).store().hasChanges(drawing);
+        return serialNow() != savedSerial_;
     }
+    const Drawing& drawing = host_.currentDocument()->drawing();
     return drawing.entityCount() > 0 || drawing.alignmentCount() > 0 || !drawing.sites().empty() ||
            drawing.layers().size() > 1 || drawing.zone() != 0;
 }
 
-bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before, const std::string& logPath) {
+bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
     const Drawing& now = drawing();
     if (now.mark() != before) {
         undone_.clear(); // it belongs to a state that is no more
     }
     const bool changed = now.layers().size() != before.layers || now.sites().size() != before.sites ||
                          now.tables().size() != before.tables || now.alignmentCount() != before.alignments ||
-                         now.entityCount() != before.entities || now.zone() != before.zone;
+                         now.entityCount() != before.entities || now.zone() != before.zone ||
+                         now.imports().size() != before.imports;
     if (changed) {
-        steps_.push_back({kind, before, logPath});
+        steps_.push_back({kind, before, ++lastSerial_});
     }
     return changed;
 }
 
+// Notes the import in the drawing, as the command line does. A file that made nothing and told no error left no trace.
+void DeskSession::noteImport(CommandOutcome& outcome, std::uint64_t firstId) {
+    outcome.file = modules_.systemText(mirdane::kImportedFileVariable);
+    outcome.passedOver = modules_.systemText(mirdane::kPassedOverVariable);
+    if (outcome.file.empty()) {
+        return;
+    }
+    drawing::Import import;
+    import.fileName = sima::textOfPath(outcome.file.substr(sima::fileNameStart(outcome.file)));
+    for (const std::size_t place : drawing().importsOf(import.fileName)) {
+        outcome.earlier.push_back(drawing().imports()[place].id);
+    }
+    std::istringstream numbers(modules_.systemText(mirdane::kCountsVariable));
+    drawing::ImportCounts& counts = import.counts;
+    numbers >> counts.points >> counts.lots >> counts.routes >> counts.alignments >> counts.longitudinal >>
+        counts.crossSections >> counts.errors;
+    import.firstId = firstId;
+    import.lastId = drawing().lastId();
+    import.path = wholePath(outcome.file);
+    if (const auto known = drawing::digestFile(outcome.file)) {
+        import.fileSize = known->size;
+        import.digest = known->digest;
+    }
+    import.time = timeNow();
+    drawing().addImport(std::move(import));
+}
+
 CommandOutcome DeskSession::run(std::string_view command, const std::string& pendingFile) {
     if (running_) {
-        return {
-            .ok = false, .message = "a command is running", .changed = false, .logPath = {}, .readIn = {}, .notes = {}};
+        CommandOutcome refused;
+        refused.message = "a command is running";
+        return refused;
     }
     const While running(running_);
     const Drawing::Mark before = drawing().mark();
     host_.clearNotes();
     modules_.setSystemText(mirdane::kPendingFileVariable, pendingFile);
     modules_.setSystemText(mirdane::kLogFileVariable, {});
+    modules_.setSystemText(mirdane::kImportedFileVariable, {});
     modules_.setSystemText(mirdane::kPlanTangentsVariable, host_.planTangents() ? "1" : "");
     modules_.setSystemText(mirdane::kEncodingVariable, encoding_);
     modules_.setSystemText(mirdane::kReadInVariable, {});
@@ -120,7 +220,8 @@ CommandOutcome DeskSession::run(std::string_view command, const std::string& pen
     outcome.message = std::move(result.message);
     outcome.logPath = modules_.systemText(mirdane::kLogFileVariable);
     outcome.readIn = modules_.systemText(mirdane::kReadInVariable);
-    outcome.changed = keepStep(StepKind::Import, before, outcome.logPath);
+    noteImport(outcome, before.lastId + 1);
+    outcome.changed = keepStep(StepKind::Import, before);
     outcome.notes = host_.layoutNotes();
     return outcome;
 }
@@ -170,10 +271,13 @@ bool DeskSession::redo() {
     return true;
 }
 
-const Step* DeskSession::lastImport() const {
-    const auto found =
-        std::find_if(steps_.rbegin(), steps_.rend(), [](const Step& step) { return !step.logPath.empty(); });
-    return found == steps_.rend() ? nullptr : &*found;
+void DeskSession::removeImports(const std::vector<drawing::MdDbObjectId>& imports) {
+    for (const drawing::MdDbObjectId id : imports) {
+        drawing().removeImport(id);
+    }
+    steps_.clear();
+    undone_.clear();
+    bottomSerial_ = ++lastSerial_;
 }
 
 std::vector<std::string> modulePaths(const std::string& programFolder) {

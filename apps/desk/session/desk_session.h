@@ -5,6 +5,7 @@
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/module_host.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,7 +18,7 @@ enum class StepKind { Import, Layer, Zone };
 struct Step {
     StepKind kind;
     drawing::Drawing::Mark before;
-    std::string logPath; // the log that an import wrote; empty for none
+    std::uint64_t serial = 0; // no two steps of a session have the same one
 };
 
 // A step that was taken back, and what went with it.
@@ -30,14 +31,17 @@ struct CommandOutcome {
     bool ok = false;
     std::string message; // why not, in one line
     bool changed = false;
-    std::string logPath; // the log that the command wrote; empty for none
-    std::string readIn;  // the encoding that the command read its file in, "UTF-8"; empty if it read none
+    std::string logPath;    // the log that the command wrote; empty for none
+    std::string readIn;     // the encoding that the command read its file in, "UTF-8"; empty if it read none
+    std::string file;       // that it read, whole path; empty if it read none
+    std::string passedOver; // lines passed over: a line a kind, with number, tab and kind
+    std::vector<drawing::MdDbObjectId> earlier; // imports of a file of that name, the last one last
     host::embedded::LayoutNotes notes;
 };
 
 class DeskSession {
   public:
-    DeskSession() = default;
+    DeskSession();
 
     host::embedded::EmbeddedHost& host() { return host_; }
     host::embedded::ModuleHost& modules() { return modules_; }
@@ -51,9 +55,16 @@ class DeskSession {
     // On failure the drawing at hand stays open.
     drawing::StoreResult open(const std::string& path);
     drawing::StoreResult save(const std::string& path);
+    // Opens what a copy holds as a drawing without a file.
+    drawing::StoreResult openCopy(const std::string& path);
+    // Writes a copy of the drawing as it stands; what the drawing's own file holds does not change.
+    drawing::StoreResult writeCopy(const std::string& path) const;
+    // Changes with each step, so that a copy need not be written twice.
+    std::uint64_t state() const { return serialNow(); }
     // Where the drawing is kept; empty for a new one.
     const std::string& path() const { return host_.currentDocument()->store().path(); }
-    // True if closing the drawing would lose something.
+    // True if closing the drawing would lose something. Steps taken back or made again to the state that was saved
+    // leave nothing to lose.
     bool hasChanges() const;
 
     // Runs a command of the module. All that it makes is one step. The path is that of a file that the command is to
@@ -63,6 +74,8 @@ class DeskSession {
     void setEncoding(const std::string& setting) { encoding_ = setting; }
     const std::string& encoding() const { return encoding_; }
     bool isRunning() const { return running_; }
+    // Called while a command runs, with the file that its user looks at.
+    void onPreview(std::function<void(const std::string& path)> handler) { previewHandler_ = std::move(handler); }
 
     // False if there is a layer of that name already.
     bool addLayer(const std::string& name);
@@ -75,19 +88,29 @@ class DeskSession {
     const std::vector<UndoneStep>& undoneSteps() const { return undone_; }
     // Makes the step taken back last again, with the objects that it made; false if there is none.
     bool redo();
-    // The last import among the steps that wrote a log; null if there is none.
-    const Step* lastImport() const;
+    // Removes imports with all that they made, as for a file that was imported again. There is no way back: steps
+    // before this are forgotten.
+    void removeImports(const std::vector<drawing::MdDbObjectId>& imports);
 
   private:
+    static constexpr std::uint64_t kNeverSaved = ~std::uint64_t{0};
+
+    void noteRoute(const std::string& text);
+    std::uint64_t serialNow() const { return steps_.empty() ? bottomSerial_ : steps_.back().serial; }
+    void noteImport(CommandOutcome& outcome, std::uint64_t firstId);
     void replaceDocument(host::embedded::Document& old);
-    bool keepStep(StepKind kind, const drawing::Drawing::Mark& before, const std::string& logPath = {});
+    bool keepStep(StepKind kind, const drawing::Drawing::Mark& before);
 
     host::embedded::EmbeddedHost host_;
     host::embedded::ModuleHost modules_; // gone before the host that its modules know
     std::vector<Step> steps_;
     std::vector<UndoneStep> undone_;
+    std::function<void(const std::string&)> previewHandler_;
     std::string encoding_ = "auto";
     bool running_ = false;
+    std::uint64_t lastSerial_ = 0;
+    std::uint64_t bottomSerial_ = 0;          // stands for the state below the first step
+    std::uint64_t savedSerial_ = kNeverSaved; // of the state that the file holds
 };
 
 // Where Fenmark.mdm may lie: named by the environment, beside the program, in the installation.

@@ -2,8 +2,12 @@
 #include "desk/session/source_record.h"
 
 #include "sima/text/cp932.h"
+#include "sima/text/encoding_choice.h"
 #include "sima/text/number.h"
 #include "sima/text/path.h"
+
+#include <QString>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -36,10 +40,32 @@ bool closesSection(std::string_view code) {
     return code.size() == 3 && code.ends_with("99") && std::string_view("ADFHI").find(code[0]) != std::string::npos;
 }
 
-std::string decoded(std::string_view bytes) {
-    std::string text;
-    sima::decodeCp932(text, bytes.substr(0, kLongestLine));
-    return text;
+// The next line without its end; its bytes are those of the file. In UTF-16 an end of line has two bytes.
+bool nextLine(std::istream& file, sima::Encoding encoding, std::string& line) {
+    if (encoding != sima::Encoding::Utf16Le && encoding != sima::Encoding::Utf16Be) {
+        if (!std::getline(file, line)) {
+            return false;
+        }
+        if (line.ends_with('\r')) {
+            line.pop_back();
+        }
+        return true;
+    }
+    const bool lowFirst = encoding == sima::Encoding::Utf16Le;
+    line.clear();
+    bool any = false;
+    for (std::array<char, 2> unit{}; file.read(unit.data(), unit.size());) {
+        any = true;
+        const char low = lowFirst ? unit[0] : unit[1];
+        const char high = lowFirst ? unit[1] : unit[0];
+        if (high == 0 && low == '\n') {
+            break;
+        }
+        if (high != 0 || low != '\r') {
+            line.append(unit.data(), unit.size());
+        }
+    }
+    return any;
 }
 
 } // namespace
@@ -74,18 +100,49 @@ std::string sourceOfLog(const std::string& logPath) {
     return {};
 }
 
-std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around) {
+sima::Encoding encodingOfFile(const std::string& path, std::string_view setting) {
+    if (const auto named = sima::encodingNamed(setting)) {
+        return *named;
+    }
+    return sima::chooseEncoding(path).encoding;
+}
+
+std::string decodedText(std::string_view bytes, sima::Encoding encoding) {
+    constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+    const auto size = static_cast<qsizetype>(bytes.size());
+    switch (encoding) {
+    case sima::Encoding::Utf8:
+        bytes.remove_prefix(bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0);
+        return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size())).toStdString();
+    case sima::Encoding::Utf16Le:
+    case sima::Encoding::Utf16Be: {
+        QStringDecoder decoder(encoding == sima::Encoding::Utf16Le ? QStringConverter::Utf16LE
+                                                                   : QStringConverter::Utf16BE);
+        const QString text = decoder.decode(QByteArrayView(bytes.data(), size));
+        return text.toStdString();
+    }
+    case sima::Encoding::Cp932:
+        break;
+    }
+    std::string text;
+    sima::decodeCp932(text, bytes);
+    return text;
+}
+
+std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around,
+                                        std::string_view setting) {
+    const sima::Encoding encoding = encodingOfFile(path, setting);
+    const auto decoded = [&](std::string_view bytes) { return decodedText(bytes.substr(0, kLongestLine), encoding); };
     std::ifstream file(sima::pathOf(path), std::ios::binary);
     SourceExcerpt excerpt;
     excerpt.first = std::max<std::int64_t>(1, number - around);
     std::string line;
     std::string section;
     std::string crossSection;
-    for (std::int64_t at = 1; at <= number + around && std::getline(file, line); ++at) {
-        if (line.ends_with('\r')) {
-            line.pop_back();
-        }
-        const std::string_view code = sima::trim(std::string_view(line).substr(0, line.find(',')));
+    constexpr std::size_t kCodeBytes = 64; // blanks, a byte order mark and the code of a record
+    for (std::int64_t at = 1; at <= number + around && nextLine(file, encoding, line); ++at) {
+        const std::string head = decodedText(std::string_view(line).substr(0, kCodeBytes), encoding);
+        const std::string_view code = sima::trim(std::string_view(head).substr(0, head.find(',')));
         if (at <= number && opensSection(code)) {
             section = line;
             crossSection.clear();

@@ -1,6 +1,8 @@
 // The lines of a SIMA file that a log speaks of. No windows here.
 #pragma once
 
+#include "sima/text/encoding.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -31,7 +33,14 @@ std::optional<std::int64_t> recordNumberIn(std::string_view logLine);
 // is none.
 std::string sourceOfLog(const std::string& logPath);
 
-// Reads the line and some lines around it, in code page 932. Nothing if the file has no such line or cannot be read.
-std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around);
+// Reads the line and some lines around it in the named encoding, "auto" for the one that the bytes of the file show.
+// Nothing if the file has no such line or cannot be read.
+std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around,
+                                        std::string_view encoding = "auto");
+
+// The encoding of a file: the named one, or what its bytes show.
+sima::Encoding encodingOfFile(const std::string& path, std::string_view setting);
+// Bytes of that encoding as UTF-8, without a byte order mark.
+std::string decodedText(std::string_view bytes, sima::Encoding encoding);
 
 } // namespace fenmark::desk

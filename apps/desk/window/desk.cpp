@@ -1,6 +1,7 @@
 // fenmark-desk as a function.
 #include "desk/window/desk.h"
 
+#include "desk/window/end_watch.h"
 #include "desk/window/main_window.h"
 
 #include <QApplication>
@@ -195,6 +196,8 @@ int runWindow(const Options& options) {
         window.resize(options.size);
     }
     window.show();
+    const EndWatch end([&] { window.closeAtOnce(); });
+    QTimer::singleShot(0, &window, [&] { window.offerRecovery(); });
     if (!options.file.empty()) {
         QTimer::singleShot(0, &window, [&] {
             window.openFileSafely(QFileInfo(QString::fromLocal8Bit(options.file.c_str())).absoluteFilePath());

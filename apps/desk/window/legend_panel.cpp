@@ -13,6 +13,8 @@ using drawing::ElementType;
 namespace {
 
 constexpr QSize kSampleSize{32, 16};
+constexpr int kElementRole = Qt::UserRole; // whether the kind is one of elements
+constexpr int kKindRole = Qt::UserRole + 1;
 constexpr double kSampleRatio = 3.0; // drawn this much finer, for screens of any scale
 
 // A sample on paper, whatever the colours of the window are.
@@ -77,15 +79,74 @@ constexpr std::pair<ElementType, Text> kElements[] = {
 LegendPanel::LegendPanel(const Texts& texts, QWidget* parent) : QListWidget(parent), texts_(texts) {
     setObjectName(QStringLiteral("legend"));
     setIconSize(kSampleSize);
+    connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        if (!filling_) {
+            hiddenOf(*item) = item->checkState() == Qt::Unchecked;
+            emit shownChanged();
+        }
+    });
 }
 
-void LegendPanel::addKind(const QIcon& icon, Text name, std::size_t count) {
-    if (count > 0) {
-        addItem(new QListWidgetItem(icon, texts_(Text::KindCount).arg(texts_(name)).arg(count)));
+void LegendPanel::addKind(const QIcon& icon, Text name, std::size_t count, bool element, std::size_t kind) {
+    if (count == 0) {
+        return;
     }
+    auto* item = new QListWidgetItem(icon, texts_(Text::KindCount).arg(texts_(name)).arg(count));
+    item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+    item->setData(kElementRole, element);
+    item->setData(kKindRole, static_cast<qulonglong>(kind));
+    item->setCheckState(hiddenOf(*item) ? Qt::Unchecked : Qt::Checked);
+    addItem(item);
+}
+
+bool& LegendPanel::hiddenOf(const QListWidgetItem& item) {
+    const std::size_t kind = item.data(kKindRole).toULongLong();
+    return item.data(kElementRole).toBool() ? hiddenElements_[kind] : hiddenStyles_[kind];
+}
+
+void LegendPanel::ticksToRows() {
+    filling_ = true;
+    for (int i = 0; i < count(); ++i) {
+        item(i)->setCheckState(hiddenOf(*item(i)) ? Qt::Unchecked : Qt::Checked);
+    }
+    filling_ = false;
+    emit shownChanged();
+}
+
+void LegendPanel::showAll() {
+    hiddenStyles_.fill(false);
+    hiddenElements_.fill(false);
+    ticksToRows();
+}
+
+void LegendPanel::showOnly(int row) {
+    if (row < 0 || row >= count()) {
+        return;
+    }
+    hiddenStyles_.fill(true);
+    hiddenElements_.fill(true);
+    hiddenOf(*item(row)) = false;
+    ticksToRows();
+}
+
+void LegendPanel::showOnly(FigureStyle style) {
+    hiddenStyles_.fill(true);
+    hiddenElements_.fill(true);
+    showKind(style);
+}
+
+void LegendPanel::showKind(FigureStyle style) {
+    hiddenStyles_[static_cast<std::size_t>(style)] = false;
+    ticksToRows();
+}
+
+void LegendPanel::showElements() {
+    hiddenElements_.fill(false);
+    ticksToRows();
 }
 
 void LegendPanel::fill(const StyleCounts& entities, const drawing::Drawing& drawing) {
+    filling_ = true;
     clear();
     for (const auto& [type, name] : kElements) {
         std::size_t count = 0;
@@ -94,11 +155,13 @@ void LegendPanel::fill(const StyleCounts& entities, const drawing::Drawing& draw
                 count += element.type == type ? 1 : 0;
             }
         }
-        addKind(lineSample(colourOf(type), 2.0), name, count);
+        addKind(lineSample(colourOf(type), 2.0), name, count, true, elementTypeIndex(type));
     }
     for (const auto& [style, name] : kStyles) {
-        addKind(styleSample(style), name, entities[static_cast<std::size_t>(style)]);
+        const auto kind = static_cast<std::size_t>(style);
+        addKind(styleSample(style), name, entities[kind], false, kind);
     }
+    filling_ = false;
 }
 
 } // namespace fenmark::desk

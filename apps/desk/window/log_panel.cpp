@@ -1,8 +1,7 @@
 // The log of the last import, read from the file that the import wrote, and the lines of the SIMA file it speaks of.
 #include "desk/window/log_panel.h"
 
-#include "sima/text/cp932.h"
-
+#include "desk/plan/plan_style.h"
 #include <QFile>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -58,11 +57,8 @@ class ErrorLines : public QSyntaxHighlighter {
 } // namespace
 
 LogColours logColours(const QColor& background) {
-    constexpr int kDark = 128; // lightness below which light inks are read
-    if (background.lightness() < kDark) {
-        return {QColor(0xff, 0x9a, 0x8f), QColor(0x8a, 0xbd, 0xff)};
-    }
-    return {QColor(0xb3, 0x1b, 0x1b), QColor(0x1a, 0x5f, 0xb8)};
+    const Theme& theme = themeOf(sideFor(background));
+    return {theme.logRefused, theme.logRule};
 }
 
 LogPanel::LogPanel(QWidget* parent) : QPlainTextEdit(parent) {
@@ -179,8 +175,8 @@ void LogPanel::showLog(const std::string& path, const Texts& texts) {
         return;
     }
     const QByteArray bytes = file.read(kBytesShown);
-    std::string text;
-    sima::decodeCp932(text, {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    const std::string text =
+        decodedText({bytes.constData(), static_cast<std::size_t>(bytes.size())}, encodingOfFile(path, "auto"));
     QString shown = QString::fromStdString(text);
     shown.remove(QLatin1Char('\r'));
     if (!file.atEnd()) {

@@ -38,7 +38,8 @@ FileQuestions realQuestions() {
             },
             [](QWidget* parent, const QString& title, const QString& label) {
                 return QInputDialog::getText(parent, title, label);
-            }};
+            },
+            nullptr};
 }
 
 } // namespace
@@ -53,6 +54,8 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     : QMainWindow(parent), texts_(options.language), options_(options), questions_(realQuestions()),
       plan_(new PlanView(this)) {
     setObjectName(QStringLiteral("desk"));
+    setProperty("messageCaption", QStringLiteral("Fenmark Desk")); // for boxes of modules that have none
+    desk::useTheme(sideFor(palette().color(QPalette::Base)));
     setCentralWidget(plan_);
     setAcceptDrops(true);
     setDockNestingEnabled(true);
@@ -87,6 +90,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     });
     plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
+    recovery_.start(session_, options_.keepSettings);
     plan_->setFocus();
 }
 
@@ -158,6 +162,7 @@ void MainWindow::makeMenus() {
     addAction(edit, Text::PreviousError, QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { showError(-1); });
     edit->addSeparator();
     addAction(edit, Text::AddLayer, QKeySequence(Qt::CTRL | Qt::Key_L), [this] { addLayer(); });
+    addAction(edit, Text::SelectAll, {}, [this] { plan_->selectAllShown(); });
     addAction(edit, Text::ClearSelection, QKeySequence(Qt::CTRL | Qt::Key_D), [this] { plan_->select(std::nullopt); });
 
     QMenu* view = addMenu(Text::ViewMenu);
@@ -301,10 +306,15 @@ void MainWindow::makePanels() {
     source_ = new SourcePanel;
     legend_ = new LegendPanel(texts_);
     find_ = new FindPanel(texts_);
-    for (QWidget* panel : {static_cast<QWidget*>(log_), static_cast<QWidget*>(source_)}) {
+    table_ = new SelectionTable(texts_);
+    preview_ = new PreviewPanel(texts_);
+    for (QWidget* panel :
+         {static_cast<QWidget*>(log_), static_cast<QWidget*>(source_), static_cast<QWidget*>(preview_)}) {
         panel->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     }
     auto* logAndSource = new QSplitter(Qt::Vertical);
+    imports_ = new ImportsBox(texts_);
+    logAndSource->addWidget(imports_);
     logAndSource->addWidget(log_);
     logAndSource->addWidget(source_);
     source_->hide(); // until a line is chosen
@@ -315,6 +325,12 @@ void MainWindow::makePanels() {
     QDockWidget* properties = addDock(Text::PropertiesPanel, properties_, Qt::RightDockWidgetArea);
     QDockWidget* command = addDock(Text::CommandPanel, command_, Qt::BottomDockWidgetArea);
     QDockWidget* log = addDock(Text::LogPanel, logAndSource, Qt::BottomDockWidgetArea);
+    QDockWidget* table = addDock(Text::TablePanel, table_, Qt::BottomDockWidgetArea);
+    tabifyDockWidget(log, table);
+    log->raise();
+    table->hide(); // until several objects are selected
+    QDockWidget* preview = addDock(Text::PreviewPanel, preview_, Qt::RightDockWidgetArea);
+    preview->hide(); // while no file is looked at
     for (QWidget* side : {static_cast<QWidget*>(sites_), static_cast<QWidget*>(properties_)}) {
         side->setMinimumWidth(kLeastSideWidth);
     }
@@ -335,9 +351,17 @@ void MainWindow::makePanels() {
         plan_->fitSelected();
     });
     connect(layers_, &LayersPanel::shownChanged, this, [this] { guarded([this] { applyLook(); }); });
+    connect(legend_, &LegendPanel::shownChanged, this, [this] { guarded([this] { applyLook(); }); });
+    connect(table_, &SelectionTable::objectChosen, plan_, &PlanView::lookAt);
+    session_.onPreview([this, preview](const std::string& path) {
+        preview_->showFile(path, session_.encoding());
+        preview->show();
+    });
+    makeContextMenus();
     connect(command_, &CommandPanel::entered, this, &MainWindow::runCommand);
     connect(command_, &CommandPanel::left, this, [this] { plan_->setFocus(); });
     connect(log_, &LogPanel::recordChosen, this, [this](qint64 number) { guarded([&] { showRecord(number); }); });
+    connect(imports_, &ImportsBox::chosen, this, [this] { guarded([this] { showLogOf(shownImport()); }); });
     connect(find_, &FindPanel::objectChosen, this, [this](const PlanObject& object) { showObject(object); });
     connect(find_, &FindPanel::left, this, [this] {
         dock(Text::FindPanel)->hide();
@@ -424,11 +448,15 @@ void MainWindow::retranslate() {
     command_->retranslate(texts_);
     plan_->setAccessibleName(texts_(Text::PlanName));
     plan_->setHint(texts_(Text::DropHint), texts_(Text::DropHintKeys));
+    plan_->setLeftOutText(texts_(Text::NamesLeftOut));
+    table_->retranslate();
+    preview_->setAccessibleName(texts_(Text::PreviewPanel));
     sites_->setAccessibleName(texts_(Text::SitesPanel));
     layers_->setAccessibleName(texts_(Text::LayersPanel));
     properties_->setAccessibleName(texts_(Text::PropertiesPanel));
     legend_->setAccessibleName(texts_(Text::LegendPanel));
     log_->setAccessibleName(texts_(Text::LogPanel));
+    imports_->setAccessibleName(texts_(Text::ImportsBox));
     source_->setAccessibleName(texts_(Text::SourcePanel));
     find_->retranslate();
     workbench_->retranslate();
@@ -464,7 +492,11 @@ void MainWindow::writeSettings() const {
 
 void MainWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && toolBar_ != nullptr) {
+        desk::useTheme(sideFor(palette().color(QPalette::Base)));
         paintIcons();
+        if (!session_.isRunning()) {
+            drawingChanged(); // samples and rows have colours of the theme
+        }
     }
     QMainWindow::changeEvent(event);
 }

@@ -6,9 +6,13 @@
 #include "desk/session/desk_session.h"
 #include "desk/window/command_panel.h"
 #include "desk/window/find_panel.h"
+#include "desk/window/imports_box.h"
 #include "desk/window/legend_panel.h"
 #include "desk/window/log_panel.h"
 #include "desk/window/panels.h"
+#include "desk/window/preview_panel.h"
+#include "desk/window/recovery.h"
+#include "desk/window/selection_table.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -34,11 +38,16 @@ struct WindowOptions {
 };
 
 // The questions that other windows answer; tests answer by themselves.
+// What to do with a file of which the drawing has objects already.
+enum class Again { Replace, Add, Cancel };
+
 struct FileQuestions {
     // Paths, empty if cancelled.
     std::function<QString(QWidget* parent, const QString& title, const QString& folder, const QString& filter)> open;
     std::function<QString(QWidget* parent, const QString& title, const QString& proposal, const QString& filter)> save;
     std::function<QString(QWidget* parent, const QString& title, const QString& label)> name;
+    // Empty for the window's own question.
+    std::function<Again(QWidget* parent)> again = nullptr;
 };
 
 class Workbench;
@@ -57,8 +66,16 @@ class MainWindow : public QMainWindow {
     LayersPanel& layers() { return *layers_; }
     PropertiesPanel& properties() { return *properties_; }
     LogPanel& log() { return *log_; }
+    ImportsBox& imports() { return *imports_; }
     SourcePanel& source() { return *source_; }
     LegendPanel& legend() { return *legend_; }
+    SelectionTable& table() { return *table_; }
+    PreviewPanel& preview() { return *preview_; }
+    Recovery& recovery() { return recovery_; }
+    // Asks about drawings that a run before this one left unsaved.
+    void offerRecovery();
+    // Keeps a copy of what is not saved, and closes without a question, as when the system ends the program.
+    void closeAtOnce();
     FindPanel& find() { return *find_; }
     Workbench& workbench() { return *workbench_; }
     const Texts& texts() const { return texts_; }
@@ -123,6 +140,17 @@ class MainWindow : public QMainWindow {
     void readSettings();
     void writeSettings() const;
 
+    // Menus at the pointer (main_window_menus.cpp).
+    void makeContextMenus();
+    void showPlanMenu(const QPoint& at);
+    void showSitesMenu(const QPoint& at);
+    void showLayersMenu(const QPoint& at);
+    void showLegendMenu(const QPoint& at);
+    QMenu* newMenu(const char* name);
+    void addEntry(QMenu* menu, Text text, std::function<void()> act);
+    void addObjectEntries(QMenu* menu, const PlanObject& object);
+    void selectKindOf(const PlanObject& object);
+
     // Files (main_window_files.cpp).
     bool openDrawing(const QString& path);
     bool saveTo(const QString& path);
@@ -141,6 +169,13 @@ class MainWindow : public QMainWindow {
     void drawingReplaced();
     void showObject(const PlanObject& object); // selected, in the middle, and its layer shown
     void showLastLog();
+    // Which import the lines of the log tell of (main_window_imports.cpp).
+    const drawing::Import* shownImport() const;
+    void showLogOf(const drawing::Import* import);
+    Again askAgain(const drawing::Import& earlier);
+    void settleAgain(const CommandOutcome& outcome);
+    void sayPassedOver(const std::string& passedOver);
+    bool hasChangedSince(const drawing::Import& import, const std::string& file);
     void showError(int step);
     // Shows what came since: at once where everything was in view, by a hint where something was being looked at.
     void showNewObjects(const drawing::Extent& added, bool sawEverything);
@@ -170,8 +205,13 @@ class MainWindow : public QMainWindow {
     LayersPanel* layers_ = nullptr;
     PropertiesPanel* properties_ = nullptr;
     LogPanel* log_ = nullptr;
+    ImportsBox* imports_ = nullptr;
     SourcePanel* source_ = nullptr;
     LegendPanel* legend_ = nullptr;
+    SelectionTable* table_ = nullptr;
+    PreviewPanel* preview_ = nullptr;
+    Recovery recovery_;
+    bool closingAtOnce_ = false;
     FindPanel* find_ = nullptr;
     Workbench* workbench_ = nullptr;
     QPushButton* viewHint_ = nullptr;

@@ -2,7 +2,6 @@
 #include "desk/window/main_window.h"
 
 #include "desk/plan/plan_text.h"
-#include "desk/plan/record_object.h"
 #include "desk/window/properties.h"
 #include "desk/window/workbench.h"
 #include "sima/text/encoding.h"
@@ -23,8 +22,6 @@ using drawing::Drawing;
 namespace {
 
 constexpr double kStationReach = 500.0; // metres: an alignment this near has a station to tell, in view or not
-
-constexpr std::int64_t kSourceLines = 200; // of the SIMA file shown before and behind a record
 
 // Commands of the program itself, beside those of the module.
 constexpr const char* kOwnCommands[] = {"New",  "Open", "Save", "SaveAs", "Export", "Undo",
@@ -181,27 +178,33 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
         drawingChanged();
         showNewObjects(extentSince(session_.drawing(), entities, alignments), sawEverything);
     }
-    if (!outcome.logPath.empty()) {
-        log_->showLog(outcome.logPath, texts_);
-        source_->hide();
+    if (outcome.changed || !outcome.logPath.empty()) {
+        showLastLog();
     }
+    dock(Text::PreviewPanel)->hide();
     if (!outcome.readIn.empty() && outcome.readIn != sima::encodingTitle(sima::Encoding::Cp932)) {
         command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(outcome.readIn)));
     }
+    sayPassedOver(outcome.passedOver);
     sayNotes(outcome.notes);
     if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments) {
         command_->say(texts_(Text::Added)
                           .arg(session_.drawing().entityCount() - entities)
                           .arg(session_.drawing().alignmentCount() - alignments));
     }
+    if (const std::size_t placed = plan_->index().size(); placed < session_.drawing().entityCount()) {
+        command_->say(texts_(Text::NotPlaced).arg(session_.drawing().entityCount() - placed));
+    }
     updateTitle();
     updateActions();
-    if (const std::string source = sourceOfLog(outcome.logPath); !source.empty()) {
-        rememberFile(QString::fromStdString(source));
+    if (!outcome.file.empty()) {
+        rememberFile(QString::fromStdString(outcome.file));
     }
     if (!outcome.ok) {
         tellBrokenOff(outcome,
                       session_.drawing().entityCount() - entities + session_.drawing().alignmentCount() - alignments);
+    } else {
+        settleAgain(outcome);
     }
 }
 
@@ -255,6 +258,12 @@ void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
                           .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2) +
                       remedyText(joint.remedy, texts_));
     }
+    for (const host::embedded::Misfit& misfit : notes.misfits) {
+        command_->say(
+            texts_(Text::MisfitNote).arg(QString::fromStdString(misfit.alignment), metres(misfit.distance)) +
+            remedyText(misfit.heightsDiffer ? host::embedded::Remedy::PlanTangents : host::embedded::Remedy::None,
+                       texts_));
+    }
     for (const host::embedded::UnusualElement& element : notes.unusual) {
         const bool wound = element.turns > host::embedded::kMostTurns;
         const auto radius = [](double value) {
@@ -298,13 +307,6 @@ void MainWindow::redo() {
     command_->say(texts_(Text::Redone).arg(stepName(kind)));
 }
 
-// That of the last import that the drawing holds.
-void MainWindow::showLastLog() {
-    const Step* import = session_.lastImport();
-    log_->showLog(import != nullptr ? import->logPath : std::string(), texts_);
-    source_->hide();
-}
-
 void MainWindow::showError(int step) {
     dock(Text::LogPanel)->show();
     if (!log_->goToError(step)) {
@@ -326,26 +328,14 @@ void MainWindow::showObject(const PlanObject& object) {
         const std::string_view layer = object.kind == PlanObject::Kind::Entity ? drawing.entity(object.index).layer
                                                                                : drawing.alignment(object.index).layer;
         layers_->showLayer(drawing.findLayer(layer).value_or(0));
+        if (object.kind == PlanObject::Kind::Entity) {
+            legend_->showKind(styleOf(drawing.entity(object.index)));
+        } else {
+            legend_->showElements();
+        }
     }
     plan_->select(object);
     plan_->fitSelected();
-}
-
-void MainWindow::showRecord(qint64 number) {
-    const std::string source = sourceOfLog(log_->path());
-    const auto excerpt = source.empty() ? std::nullopt : readSource(source, number, kSourceLines);
-    if (!excerpt) {
-        command_->say(texts_(Text::SourceMissing).arg(number));
-        return;
-    }
-    source_->show(*excerpt);
-    const Step* import = session_.lastImport();
-    if (import == nullptr || import->logPath != log_->path()) {
-        return;
-    }
-    if (const auto object = objectOfRecord(session_.drawing(), import->before, excerpt->record)) {
-        showObject(*object);
-    }
 }
 
 void MainWindow::addLayer() {
@@ -420,6 +410,13 @@ void MainWindow::drawingChanged() {
 void MainWindow::applyLook() {
     PlanLook look;
     look.hiddenLayers = layers_->hidden();
+    look.hiddenStyles = legend_->hiddenStyles();
+    look.hiddenElements = legend_->hiddenElements();
+    if (plan_->selected() && plan_->selected()->kind == PlanObject::Kind::Alignment) {
+        look.stationsOf = plan_->selected()->index;
+    } else {
+        look.stationsOf = plan_->look().stationsOf; // that of the last one chosen
+    }
     look.labels = action(Text::ShowLabels)->isChecked();
     look.stations = action(Text::ShowStations)->isChecked();
     look.grid = action(Text::ShowGrid)->isChecked();
@@ -427,7 +424,30 @@ void MainWindow::applyLook() {
 }
 
 void MainWindow::selectionChanged() {
-    properties_->show(session_.drawing(), plan_->selected());
+    const std::vector<PlanObject>& objects = plan_->selection();
+    if (objects.size() > 1) {
+        properties_->show(session_.drawing(), objects);
+        if (table_->size() < 2) {
+            dock(Text::TablePanel)->show();
+            dock(Text::TablePanel)->raise();
+        }
+    } else {
+        properties_->show(session_.drawing(), plan_->selected());
+    }
+    table_->show(session_.drawing(), objects);
+    QString spoken = texts_(Text::PlanDescription);
+    if (objects.size() > 1) {
+        spoken = texts_(Text::SeveralSelected).arg(objects.size());
+    } else if (plan_->selected()) {
+        spoken = spokenText(session_.drawing(), *plan_->selected(), texts_);
+    }
+    plan_->setAccessibleDescription(spoken);
+    const auto alignment = plan_->selected() && plan_->selected()->kind == PlanObject::Kind::Alignment
+                               ? std::optional(plan_->selected()->index)
+                               : std::nullopt;
+    if (alignment && plan_->look().stationsOf != alignment) {
+        applyLook(); // its stations are the ones to name
+    }
     sites_->mark(plan_->selected());
     workbench_->selectionChanged();
     updateActions();

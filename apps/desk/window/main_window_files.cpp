@@ -7,6 +7,7 @@
 #include "exchange/output_file.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -56,7 +57,7 @@ bool MainWindow::hasChanges() const {
 }
 
 bool MainWindow::mayLoseDrawing() {
-    if (!hasChanges()) {
+    if (closingAtOnce_ || !hasChanges()) {
         return true;
     }
     QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"), texts_(Text::SaveChanges).arg(fileName()),
@@ -82,6 +83,7 @@ void MainWindow::newDrawing() {
     }
     releaseDrawing();
     session_.newDrawing();
+    recovery_.forget();
     drawingReplaced();
 }
 
@@ -105,6 +107,7 @@ bool MainWindow::openDrawing(const QString& path) {
         tell(QString::fromStdString(result.message));
         return false;
     }
+    recovery_.forget();
     rememberFile(path);
     command_->say(texts_(Text::Opened).arg(QDir::toNativeSeparators(path)));
     return true;
@@ -144,6 +147,7 @@ bool MainWindow::saveTo(const QString& path) {
     }
     rememberFile(path);
     command_->say(texts_(Text::Saved).arg(QDir::toNativeSeparators(path)));
+    recovery_.forget();
     updateTitle();
     return true;
 }
@@ -215,6 +219,53 @@ void MainWindow::exportDrawing() {
     for (const std::string& note : notes) {
         command_->say(QString::fromStdString(note));
     }
+}
+
+void MainWindow::offerRecovery() {
+    for (const LeftDrawing& left : recovery_.left()) {
+        const QString name = left.name.isEmpty() ? texts_(Text::Untitled) : QFileInfo(left.name).fileName();
+        QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"),
+                        texts_(Text::RecoverQuestion).arg(name, left.time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
+                        QMessageBox::NoButton, this);
+        box.setInformativeText(texts_(Text::RecoverInfo));
+        QPushButton* recover = box.addButton(texts_(Text::RecoverButton), QMessageBox::AcceptRole);
+        QPushButton* later = box.addButton(texts_(Text::RecoverLater), QMessageBox::RejectRole);
+        QPushButton* discard = box.addButton(texts_(Text::RecoverDiscard), QMessageBox::DestructiveRole);
+        recover->setObjectName(QStringLiteral("recover"));
+        later->setObjectName(QStringLiteral("later"));
+        discard->setObjectName(QStringLiteral("discard"));
+        box.setDefaultButton(recover);
+        box.setEscapeButton(later);
+        box.exec();
+        if (box.clickedButton() == static_cast<QAbstractButton*>(discard)) {
+            recovery_.remove(left);
+        }
+        if (box.clickedButton() != static_cast<QAbstractButton*>(recover)) {
+            continue;
+        }
+        releaseDrawing();
+        const StoreResult result = session_.openCopy(left.path.toStdString());
+        drawingReplaced();
+        if (!result) {
+            tell(QString::fromStdString(result.message));
+            continue;
+        }
+        // The copy goes when this run has one of its own.
+        if (recovery_.keepNow()) {
+            recovery_.remove(left);
+        }
+        command_->say(texts_(Text::Recovered).arg(name));
+        return; // one drawing at a time; the others are asked about next time
+    }
+}
+
+void MainWindow::closeAtOnce() {
+    closingAtOnce_ = true;
+    if (session_.hasChanges()) {
+        recovery_.keepNow();
+    }
+    writeSettings();
+    QCoreApplication::exit(0); // also out of the loop of a dialog
 }
 
 void MainWindow::rememberFile(const QString& path) {
@@ -312,6 +363,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         return;
     }
     writeSettings();
+    if (!closingAtOnce_) {
+        recovery_.forget();
+    }
     event->accept();
 }
 

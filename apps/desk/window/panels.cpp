@@ -175,6 +175,21 @@ void LayersPanel::setAllShown(bool shown) {
     emit shownChanged();
 }
 
+void LayersPanel::showOnly(std::size_t layer) {
+    filling_ = true;
+    for (int i = 0; i < count(); ++i) {
+        item(i)->setCheckState(static_cast<std::size_t>(i) == layer ? Qt::Checked : Qt::Unchecked);
+    }
+    filling_ = false;
+    emit shownChanged();
+}
+
+void LayersPanel::hideLayer(std::size_t layer) {
+    if (QListWidgetItem* found = item(static_cast<int>(layer))) {
+        found->setCheckState(Qt::Unchecked);
+    }
+}
+
 void LayersPanel::showLayer(std::size_t layer) {
     if (QListWidgetItem* found = item(static_cast<int>(layer))) {
         found->setCheckState(Qt::Checked);
@@ -191,12 +206,20 @@ PropertiesPanel::PropertiesPanel(const Texts& texts, QWidget* parent) : QTreeWid
 }
 
 void PropertiesPanel::show(const Drawing& drawing, const std::optional<PlanObject>& object) {
+    showLines(propertiesOf(drawing, object, texts_));
+}
+
+void PropertiesPanel::show(const Drawing& drawing, const std::vector<PlanObject>& several) {
+    showLines(propertiesOf(drawing, several, texts_));
+}
+
+void PropertiesPanel::showLines(const std::vector<Property>& lines) {
     clear();
     setHeaderLabels({texts_(Text::ColumnProperty), texts_(Text::ColumnValue)});
     QFont bold = font();
     bold.setBold(true);
     QList<QTreeWidgetItem*> items;
-    for (const Property& property : propertiesOf(drawing, object, texts_)) {
+    for (const Property& property : lines) {
         auto* item = new QTreeWidgetItem({property.name, property.value});
         item->setToolTip(1, property.value);
         if (property.heading) {

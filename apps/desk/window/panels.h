@@ -3,6 +3,7 @@
 
 #include "desk/language/texts.h"
 #include "desk/plan/plan_object.h"
+#include "desk/window/properties.h"
 #include "drawing/drawing.h"
 
 #include <QListWidget>
@@ -48,6 +49,8 @@ class LayersPanel : public QListWidget {
     std::vector<bool> hidden() const;
     void setAllShown(bool shown);
     void showLayer(std::size_t layer);
+    void showOnly(std::size_t layer);
+    void hideLayer(std::size_t layer);
 
   signals:
     void shownChanged();
@@ -63,11 +66,14 @@ class PropertiesPanel : public QTreeWidget {
     explicit PropertiesPanel(const Texts& texts, QWidget* parent = nullptr);
 
     void show(const drawing::Drawing& drawing, const std::optional<PlanObject>& object);
+    void show(const drawing::Drawing& drawing, const std::vector<PlanObject>& several);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override; // copies the rows
 
   private:
+    void showLines(const std::vector<Property>& lines);
+
     const Texts& texts_;
 };
 

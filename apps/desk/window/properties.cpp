@@ -4,7 +4,9 @@
 #include "desk/plan/plan_text.h"
 #include "exchange/plan/plan_geometry.h"
 
+#include <array>
 #include <cmath>
+#include <map>
 
 namespace fenmark::desk {
 
@@ -202,6 +204,48 @@ QString objectTitle(const Drawing& drawing, const PlanObject& object, const Text
         return texts(entity.isPoint() ? Text::Point : entity.closed ? Text::ClosedPolyline : Text::Polyline);
     }
     return QStringLiteral("%1 (%2)").arg(fromUtf8(entity.row->name).trimmed(), fromUtf8(entity.row->type));
+}
+
+QString kindName(const Drawing& drawing, const PlanObject& object, const Texts& texts) {
+    if (object.kind == PlanObject::Kind::Alignment) {
+        return object.element ? elementName(drawing.alignment(object.index).elements[*object.element], texts)
+                              : texts(Text::Alignment);
+    }
+    constexpr std::array kNames{Text::KindCoordinate, Text::KindLongitudinal, Text::KindCrossSection,
+                                Text::KindOtherPoint, Text::KindLot,          Text::KindIpLine,
+                                Text::KindStakes,     Text::KindContinuous,   Text::KindOtherLine};
+    static_assert(kNames.size() == kFigureStyles);
+    return texts(kNames[static_cast<std::size_t>(styleOf(drawing.entity(object.index)))]);
+}
+
+QString spokenText(const Drawing& drawing, const PlanObject& object, const Texts& texts) {
+    double x = 0.0;
+    double y = 0.0;
+    if (object.kind == PlanObject::Kind::Entity) {
+        const EntityView entity = drawing.entity(object.index);
+        if (!entity.vertices.empty()) {
+            x = entity.vertices.front().x;
+            y = entity.vertices.front().y;
+        }
+    } else if (const Alignment& alignment = drawing.alignment(object.index); !alignment.elements.empty()) {
+        const Element& element = alignment.elements[object.element.value_or(0)];
+        x = element.start.x;
+        y = element.start.y;
+    }
+    return QStringLiteral("%1, X %2, Y %3").arg(objectTitle(drawing, object, texts), metres(y), metres(x));
+}
+
+std::vector<Property> propertiesOf(const Drawing& drawing, const std::vector<PlanObject>& objects, const Texts& texts) {
+    std::map<QString, std::size_t> counts;
+    for (const PlanObject& object : objects) {
+        ++counts[kindName(drawing, object, texts)];
+    }
+    std::vector<Property> lines;
+    lines.push_back({texts(Text::SeveralSelected).arg(objects.size()), {}, true});
+    for (const auto& [kind, count] : counts) {
+        lines.push_back({kind, QString::number(count), false});
+    }
+    return lines;
 }
 
 std::vector<Property> propertiesOf(const Drawing& drawing, const std::optional<PlanObject>& object,

@@ -22,6 +22,14 @@ struct Property {
 std::vector<Property> propertiesOf(const drawing::Drawing& drawing, const std::optional<PlanObject>& object,
                                    const Texts& texts);
 
+// What several objects are, by kind with their numbers.
+std::vector<Property> propertiesOf(const drawing::Drawing& drawing, const std::vector<PlanObject>& objects,
+                                   const Texts& texts);
+// The kind of an object: "画地", "円弧".
+QString kindName(const drawing::Drawing& drawing, const PlanObject& object, const Texts& texts);
+// Name, kind and place of an object, for a screen reader.
+QString spokenText(const drawing::Drawing& drawing, const PlanObject& object, const Texts& texts);
+
 // "BP (座標)" for an object with a row, the name of an alignment and its element, or what kind of object it is.
 QString objectTitle(const drawing::Drawing& drawing, const PlanObject& object, const Texts& texts);
 

@@ -5,6 +5,7 @@
 #include "cli/suggestion.h"
 #include "command/dialog_rules.h"
 #include "exchange/formats.h"
+#include "platform/paths.h"
 #include "sima/text/encoding.h"
 #include "sima/text/number.h"
 
@@ -579,7 +580,27 @@ ParsedCommand checkedPlot(Raw& raw) {
     return std::move(raw.plot);
 }
 
+// Every path with the system's own separators, so that a file has one name in messages and rows however it was typed.
+void takeTypedPaths(Raw& raw) {
+    for (std::string* path : {&raw.preview.file, &raw.info.drawing, &raw.station.drawing, &raw.locate.drawing,
+                              &raw.exported.drawing, &raw.exported.target, &raw.stakes.drawing, &raw.report.drawing,
+                              &raw.report.target, &raw.plot.drawing, &raw.plot.target}) {
+        *path = platform::typedPath(std::move(*path));
+    }
+    for (std::optional<std::string>* path : {&raw.import.drawing, &raw.stakes.target}) {
+        if (*path) {
+            *path = platform::typedPath(std::move(**path));
+        }
+    }
+    for (std::vector<std::string>* paths : {&raw.import.files, &raw.report.logs}) {
+        for (std::string& path : *paths) {
+            path = platform::typedPath(std::move(path));
+        }
+    }
+}
+
 ParsedCommand checked(CLI::App& app, Raw& raw) {
+    takeTypedPaths(raw);
     if (app.got_subcommand("import")) {
         return checkedImport(raw);
     }

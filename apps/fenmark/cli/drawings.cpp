@@ -2,6 +2,7 @@
 #include "cli/drawings.h"
 
 #include "cli/messages.h"
+#include "drawing/geopackage/foreign_package.h"
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
 
@@ -10,11 +11,22 @@
 #include <optional>
 #include <system_error>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace fenmark::cli {
 
 using drawing::Drawing;
+
+namespace {
+
+void tellNotes(const drawing::DrawingStore& store, const std::string& path, const Streams& streams, bool quiet) {
+    for (const drawing::StoreNote& note : store.notes()) {
+        tellFileNote(streams, quiet, path, drawing::noteText(note));
+    }
+}
+
+} // namespace
 
 std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
@@ -23,9 +35,29 @@ std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load
     if (!opened) {
         throw Stop(kNotDone, opened.message);
     }
-    for (const drawing::StoreNote& note : store.notes()) {
-        tellFileNote(streams, quiet, path, drawing::noteText(note));
+    tellNotes(store, path, streams, quiet);
+    return drawing;
+}
+
+std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone, const Streams& streams, bool quiet) {
+    auto drawing = std::make_unique<Drawing>();
+    drawing::DrawingStore store;
+    const drawing::StoreResult opened = store.open(path, *drawing);
+    if (opened) {
+        tellNotes(store, path, streams, quiet);
+        return drawing;
     }
+    if (opened.error != drawing::StoreError::NotOurs) {
+        throw Stop(kNotDone, opened.message);
+    }
+    drawing::ForeignPackage package;
+    if (const drawing::StoreResult read = drawing::readForeignPackage(path, zone, package); !read) {
+        throw Stop(kNotDone, read.message);
+    }
+    for (const std::string& note : package.notes) {
+        tellFileNote(streams, quiet, path, note);
+    }
+    *drawing = std::move(package.drawing);
     return drawing;
 }
 

@@ -15,6 +15,11 @@ namespace fenmark::cli {
 std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams,
                                               bool quiet = false);
 
+// The same, but takes a GeoPackage of another program too, its points and polygons; `zone` (0: none told) is for one that
+// does not tell its reference system.
+std::unique_ptr<drawing::Drawing> readDrawingOrPackage(const std::string& path, int zone, const Streams& streams,
+                                                       bool quiet);
+
 // The name without blanks at its ends, U+3000 too: names are equal for the command line when they are equal so.
 std::string_view withoutEndBlanks(std::string_view name);
 

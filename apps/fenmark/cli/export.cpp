@@ -5,8 +5,8 @@
 #include "exchange/formats.h"
 #include "exchange/info.h"
 #include "exchange/output_file.h"
+#include "platform/paths.h"
 
-#include <filesystem>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -23,9 +23,9 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     if (format == nullptr || format->isPlan) {
         throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(false));
     }
-    const auto drawing = readDrawing(arguments.drawing, Load::Everything, streams, arguments.quiet);
+    const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     exchange::ExportOptions options = arguments.options;
-    options.title = std::filesystem::path(arguments.target).stem().string();
+    options.title = platform::utf8Of(platform::pathOf(arguments.target).stem());
     if (const std::string missing = exchange::whatIsMissing(*format, *drawing, options); !missing.empty()) {
         throw Stop(kNotDone, arguments.drawing + ": " + missing + " (--zone 1..19" +
                                  (format->planeToo ? ", or --crs plane)" : ")"));

@@ -9,13 +9,13 @@
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/line_source.h"
 #include "sima/text/path.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <future>
@@ -328,23 +328,7 @@ std::string nameInRows(const std::string& file) {
 std::string wholePath(const std::string& file) {
     std::error_code error;
     const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
-    return sima::textOfPath(error ? file : whole.string());
-}
-
-// UTC, "2026-01-31T09:15:00Z".
-std::string timeNow() {
-    using namespace std::chrono;
-    const auto now = floor<seconds>(system_clock::now());
-    const auto day = floor<days>(now);
-    const year_month_day date(day);
-    const hh_mm_ss time(now - day);
-    const auto padded = [](std::int64_t value, std::size_t digits) {
-        std::string text = std::to_string(value);
-        return text.insert(0, digits - std::min(digits, text.size()), '0');
-    };
-    return padded(int{date.year()}, 4) + "-" + padded(unsigned{date.month()}, 2) + "-" +
-           padded(unsigned{date.day()}, 2) + "T" + padded(time.hours().count(), 2) + ":" +
-           padded(time.minutes().count(), 2) + ":" + padded(time.seconds().count(), 2) + "Z";
+    return sima::textOfPath(error ? file : platform::utf8Of(whole));
 }
 
 // The digest of the file, made beside the import where the file is large.
@@ -460,7 +444,7 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::
     import.path = wholePath(file);
     import.fileSize = known ? known->size : 0;
     import.digest = known ? known->digest : std::string();
-    import.time = timeNow();
+    import.time = platform::utcNow();
     import.counts = countsOf(run.reader);
     drawing.addImport(std::move(import));
     const bool nothingFound = run.reader.nothingFound();

@@ -9,10 +9,10 @@
 #include "sima/reader/line_source.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <memory>
 #include <ostream>
 #include <system_error>
@@ -94,8 +94,7 @@ std::string joined(const std::vector<std::string>& names) {
 
 std::string plainReal(double value) {
     std::array<char, 400> buffer; // the longest plain decimal of a 64-bit real takes some 330 characters
-    const auto [end, error] =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
+    const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), value);
     return error == std::errc() ? std::string(buffer.data(), end) : std::string("nan");
 }
 

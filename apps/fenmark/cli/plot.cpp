@@ -66,7 +66,7 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
         if (!failure.empty()) {
             throw Stop(kNotDone, arguments.target + ": " + failure);
         }
-        write(arguments.target, [&](std::ostream& out) { out << bytes.view(); });
+        write(arguments.target, [&](std::ostream& out) { out << bytes.str(); });
     } else {
         for (std::size_t i = 0; i < plot.pages.size(); ++i) {
             write(pageName(arguments.target, i + 1, plot.pages.size()),

@@ -1,8 +1,9 @@
 // The ways in which surveyors write a station.
 #include "cli/station_text.h"
 
+#include "values/real_text.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace fenmark::cli {
@@ -74,7 +75,7 @@ std::optional<double> parseReal(std::string_view text) {
         text.remove_prefix(1);
     }
     double value = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const auto [end, error] = readReal(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
         return std::nullopt;
     }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -71,12 +70,19 @@ inline int giveOutRecord(const Calelm& made, Calelm* out) {
     return 0;
 }
 
+// The value's 64 bits. (The standard library of the browser build has no std::bit_cast.)
+inline std::uint64_t bitsOf(double value) {
+    std::uint64_t bits = 0;
+    static_assert(sizeof bits == sizeof value);
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
 // Whether a calculation wrote a value that is not finite into the record.
 inline bool wroteNonFinite(const Calelm& now, const Calelm& before) {
     for (const auto field : kRealFields) {
         // The bits are what counts: a NaN that was there before was not written.
-        if (!std::isfinite(now.*field) &&
-            std::bit_cast<std::uint64_t>(now.*field) != std::bit_cast<std::uint64_t>(before.*field)) {
+        if (!std::isfinite(now.*field) && bitsOf(now.*field) != bitsOf(before.*field)) {
             return true;
         }
     }

@@ -231,11 +231,11 @@ bool finishTangentChain(std::span<Calelm> chain, double jointTolerance) {
 bool finishTangentChain(std::initializer_list<Calelm*> chain, double jointTolerance) {
     std::array<Calelm, 4> records;
     const std::span<Calelm> used = std::span(records).first(chain.size());
-    std::ranges::transform(chain, used.begin(), [](const Calelm* e) { return *e; });
+    std::transform(chain.begin(), chain.end(), used.begin(), [](const Calelm* e) { return *e; });
     if (!finishTangentChain(used, jointTolerance)) {
         return false;
     }
-    std::ranges::for_each(chain, [next = used.begin()](Calelm* e) mutable { *e = *next++; });
+    std::for_each(chain.begin(), chain.end(), [next = used.begin()](Calelm* e) mutable { *e = *next++; });
     return true;
 }
 

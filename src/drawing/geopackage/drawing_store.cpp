@@ -71,6 +71,7 @@ std::string newStamp() {
 void throwIf(const std::error_code& error) {
     if (error) {
         const StoreError meaning = platform::isDiskFull(error) ? StoreError::DiskFull
+                                   : platform::isHeld(error)   ? StoreError::Locked
                                    : platform::isDenied(error) ? StoreError::NotWritable
                                                                : StoreError::Failed;
         throw StoreFailure{meaning, platform::reasonOf(error)};
@@ -173,6 +174,36 @@ StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const 
     return append(path, drawing, progress);
 }
 
+namespace {
+
+// Everything in a file that takes its name when every byte is on the disk.
+void writeWhole(platform::TemporaryFile& file, const std::string& path, const Drawing& drawing,
+                const WriteProgress& progress, const std::string& stamp) {
+    throwIf(file.make(path));
+    {
+        Connection connection(file.path(), Connection::Mode::Create);
+        {
+            const ShadowTablesOpen open(connection); // else a journal cannot be done without
+            connection.execute(sql::kPrepareNewFile);
+        }
+        connection.execute("BEGIN");
+        connection.execute(sql::kSchema);
+        DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write({}, stamp);
+        connection.execute("COMMIT");
+    }
+    throwIf(file.complete());
+}
+
+} // namespace
+
+StoreResult DrawingStore::writeCopy(const std::string& path, const Drawing& drawing) {
+    return guarded(path, [&] {
+        platform::TemporaryFile file;
+        writeWhole(file, path, drawing, {}, newStamp());
+        throwIf(file.putInPlace());
+    });
+}
+
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
 StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress,
                                  bool mustBeNew) {
@@ -185,21 +216,12 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
     const std::string stamp = newStamp();
     const StoreResult result = guarded(path, [&] {
         platform::TemporaryFile file;
-        throwIf(file.make(path));
-        {
-            Connection connection(file.path(), Connection::Mode::Create);
-            {
-                const ShadowTablesOpen open(connection); // else a journal cannot be done without
-                connection.execute(sql::kPrepareNewFile);
-            }
-            connection.execute("BEGIN");
-            connection.execute(sql::kSchema);
-            DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write({}, stamp);
-            connection.execute("COMMIT");
-        }
-        throwIf(file.complete());
+        writeWhole(file, path, drawing, progress, stamp);
         if (!mustBeNew) {
-            const HeldDrawing held(file.target()); // nobody appends to the file that goes
+            HeldDrawing held(file.target()); // nobody appends to the file that goes
+            if (!platform::kOpenFilesCanBeReplaced) {
+                held.letGo(); // it was seen that nobody holds it; who comes in between is in the file's way
+            }
             throwIf(file.putInPlace());
             return;
         }

@@ -64,6 +64,9 @@ class DrawingStore {
     // begun or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
     StoreResult save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
 
+    // Writes the whole drawing to a file that is none of the store's: the drawing counts as saved no more than before.
+    static StoreResult writeCopy(const std::string& path, const Drawing& drawing);
+
     // The file last opened, begun or saved; empty at first.
     const std::string& path() const { return path_; }
     // What is odd about the file last opened, mostly because another program changed it; worded by noteText.

@@ -2,6 +2,7 @@
 #include "drawing/geopackage/file_system.h"
 
 #include "platform/files.h"
+#include "platform/paths.h"
 
 #include <array>
 #include <fstream>
@@ -104,7 +105,7 @@ bool hasWriteAheadLog(const std::string& path) {
 }
 
 bool usesWriteAheadLog(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(platform::pathOf(path), std::ios::binary);
     std::array<char, kWriteVersionOffset + 1> header{};
     file.read(header.data(), header.size());
     return file && header[kWriteVersionOffset] == kWriteAheadLog;

@@ -35,6 +35,7 @@ bool hasWriteAheadLog(const std::string& path);
 class HeldDrawing {
   public:
     explicit HeldDrawing(const std::string& path);
+    void letGo() { connection_.reset(); }
 
   private:
     std::optional<Connection> connection_;

@@ -162,28 +162,57 @@ class BlobReader {
     bool swapped_ = false;
 };
 
+// Reads up to the geometry itself. False if the blob does not begin as one.
+bool skipHeader(BlobReader& reader, std::uint8_t& flags) {
+    std::uint8_t magic1 = 0;
+    std::uint8_t magic2 = 0;
+    std::uint8_t version = 0;
+    if (!reader.read(magic1) || !reader.read(magic2) || !reader.read(version) || !reader.read(flags) || magic1 != 'G' ||
+        magic2 != 'P') {
+        return false;
+    }
+    constexpr std::size_t kBoxSizes[] = {0, 32, 48, 48, 64};
+    const unsigned box = (flags >> 1U) & 7U;
+    return box <= 4 && reader.skip(4 + kBoxSizes[box]);
+}
+
+bool readType(BlobReader& reader, std::uint32_t& type) {
+    std::uint8_t order = 0;
+    if (!reader.read(order)) {
+        return false;
+    }
+    reader.setBigEndian(order == 0);
+    return reader.read(type);
+}
+
+// Bytes of a vertex of well-known binary: xy, z, m, z and m.
+std::size_t vertexSize(std::uint32_t dimensions) {
+    return 16 + (dimensions == 0 ? 0U : dimensions == 3 ? 16U : 8U);
+}
+
+// The caller has looked at the bytes that are left.
+MdGePoint3d readVertex(BlobReader& reader, std::uint32_t dimensions) {
+    MdGePoint3d vertex;
+    double further = 0.0;
+    reader.read(vertex.x);
+    reader.read(vertex.y);
+    if (dimensions == 1 || dimensions == 3) {
+        reader.read(vertex.z);
+    }
+    if (dimensions >= 2) {
+        reader.read(further);
+    }
+    return vertex;
+}
+
 } // namespace
 
 BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertices) {
     vertices.clear();
     BlobReader reader(blob);
-    std::uint8_t magic1 = 0;
-    std::uint8_t magic2 = 0;
-    std::uint8_t version = 0;
     std::uint8_t flags = 0;
-    if (!reader.read(magic1) || !reader.read(magic2) || !reader.read(version) || !reader.read(flags) || magic1 != 'G' ||
-        magic2 != 'P') {
-        return {};
-    }
-    constexpr std::size_t kBoxSizes[] = {0, 32, 48, 48, 64};
-    const unsigned box = (flags >> 1U) & 7U;
-    std::uint8_t order = 0;
     std::uint32_t type = 0;
-    if (box > 4 || !reader.skip(4 + kBoxSizes[box]) || !reader.read(order)) {
-        return {};
-    }
-    reader.setBigEndian(order == 0);
-    if (!reader.read(type)) {
+    if (!skipHeader(reader, flags) || !readType(reader, type)) {
         return {};
     }
     const std::uint32_t shape = type % 1000;
@@ -191,27 +220,16 @@ BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& ver
     if (dimensions > 3 || (shape != kPoint && shape != kLine)) {
         return {BlobKind::Other, shape};
     }
-    const std::size_t size = 16 + (dimensions == 0 ? 0U : dimensions == 3 ? 16U : 8U);
     std::uint32_t count = 1;
     if (shape == kLine && !reader.read(count)) {
         return {};
     }
-    if (reader.left() / size < count) {
+    if (reader.left() / vertexSize(dimensions) < count) {
         return {};
     }
     vertices.reserve(count);
     for (std::uint32_t i = 0; i < count; ++i) {
-        MdGePoint3d vertex;
-        double further = 0.0;
-        reader.read(vertex.x);
-        reader.read(vertex.y);
-        if (dimensions == 1 || dimensions == 3) {
-            reader.read(vertex.z);
-        }
-        if (dimensions >= 2) {
-            reader.read(further);
-        }
-        vertices.push_back(vertex);
+        vertices.push_back(readVertex(reader, dimensions));
     }
     if (shape == kPoint && std::isnan(vertices[0].x) && std::isnan(vertices[0].y)) {
         vertices.clear();
@@ -220,6 +238,92 @@ BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& ver
         return {BlobKind::Empty, shape};
     }
     return {shape == kPoint ? BlobKind::Point : BlobKind::Line, shape};
+}
+
+namespace {
+
+// One point or polygon behind its type. False if the bytes end before it does.
+bool readPart(BlobReader& reader, std::uint32_t type, BlobParts& parts) {
+    const std::uint32_t dimensions = type / 1000;
+    const std::size_t size = vertexSize(dimensions);
+    if (type % 1000 == kPoint) {
+        if (reader.left() < size) {
+            return false;
+        }
+        const MdGePoint3d point = readVertex(reader, dimensions);
+        if (!std::isnan(point.x) || !std::isnan(point.y)) { // an empty point
+            parts.points.push_back(point);
+        }
+        return true;
+    }
+    std::uint32_t rings = 0;
+    if (!reader.read(rings)) {
+        return false;
+    }
+    for (std::uint32_t ring = 0; ring < rings; ++ring) {
+        std::uint32_t count = 0;
+        if (!reader.read(count) || reader.left() / size < count) {
+            return false;
+        }
+        std::vector<MdGePoint3d> vertices;
+        vertices.reserve(count);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            vertices.push_back(readVertex(reader, dimensions));
+        }
+        if (vertices.size() > 1 && vertices.front().x == vertices.back().x && vertices.front().y == vertices.back().y) {
+            vertices.pop_back();
+        }
+        if (ring > 0) {
+            ++parts.holes;
+        } else if (!vertices.empty()) {
+            parts.rings.push_back(std::move(vertices));
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+BlobParts readParts(std::span<const std::byte> blob) {
+    constexpr std::uint32_t kMultiPoint = 4;
+    constexpr std::uint32_t kMultiPolygon = 6;
+    constexpr unsigned kExtended = 0x20; // of the header's flags: no well-known binary follows
+    BlobReader reader(blob);
+    std::uint8_t flags = 0;
+    std::uint32_t type = 0;
+    if (!skipHeader(reader, flags)) {
+        return {};
+    }
+    BlobParts parts;
+    parts.kind = BlobKind::Other;
+    if ((flags & kExtended) != 0) {
+        return parts;
+    }
+    if (!readType(reader, type)) {
+        return {};
+    }
+    parts.type = type % 1000;
+    const bool several = parts.type == kMultiPoint || parts.type == kMultiPolygon;
+    if (type / 1000 > 3 || (parts.type != kPoint && parts.type != kPolygon && !several)) {
+        return parts;
+    }
+    std::uint32_t count = 1;
+    if (several && !reader.read(count)) {
+        return {};
+    }
+    const std::uint32_t single = parts.type == kMultiPoint     ? kPoint
+                                 : parts.type == kMultiPolygon ? kPolygon
+                                                               : parts.type;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        if (several && (!readType(reader, type) || type % 1000 != single || type / 1000 > 3)) {
+            return {};
+        }
+        if (!readPart(reader, type, parts)) {
+            return {};
+        }
+    }
+    parts.kind = !parts.points.empty() ? BlobKind::Point : !parts.rings.empty() ? BlobKind::Line : BlobKind::Empty;
+    return parts;
 }
 
 std::string nameOfGeometry(std::uint32_t type) {

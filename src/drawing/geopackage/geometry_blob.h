@@ -55,6 +55,19 @@ struct BlobRead {
 // The vertices of a point or a line string, in two or three dimensions; none of anything else.
 BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& vertices);
 
+// What a feature of any program consists of.
+struct BlobParts {
+    BlobKind kind = BlobKind::Malformed; // Point, Empty, Other, Malformed; Line stands for areas here
+    std::uint32_t type = 0;
+    std::vector<MdGePoint3d> points; // of a point or a multipoint; z is 0 where there is none
+    std::vector<std::vector<MdGePoint3d>>
+        rings;             // the outer ring of each polygon, its last vertex is not the first again
+    std::size_t holes = 0; // inner rings, which are not among them
+};
+
+// The parts of a POINT, MULTIPOINT, POLYGON or MULTIPOLYGON; Other for the rest.
+BlobParts readParts(std::span<const std::byte> blob);
+
 // "MULTILINESTRING"
 std::string nameOfGeometry(std::uint32_t type);
 

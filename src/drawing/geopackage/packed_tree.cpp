@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -12,10 +12,17 @@ namespace fenmark::drawing {
 
 namespace {
 
+std::uint32_t bitsOf(float value) {
+    std::uint32_t bits = 0;
+    static_assert(sizeof bits == sizeof value);
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
 // A number of single precision and an index in one integer: the number in the upper half, so that integers are in the
 // order of the numbers.
 std::uint64_t sortKey(float value, std::size_t index) {
-    const auto bits = std::bit_cast<std::uint32_t>(value);
+    const std::uint32_t bits = bitsOf(value);
     const bool negative = (bits >> 31U) != 0;
     const std::uint32_t ordered = negative ? ~bits : bits | 0x80000000U;
     return (static_cast<std::uint64_t>(ordered) << 32U) | index;
@@ -39,7 +46,7 @@ void sortKeys(std::span<std::uint64_t> keys, std::vector<std::uint64_t>& scratch
     std::span<std::uint64_t> from = keys;
     std::span<std::uint64_t> to = other;
     for (unsigned shift = 32; shift < 64; shift += kBits) {
-        const auto bucket = [&](std::uint64_t key) { return (key >> shift) % kBuckets; };
+        const auto bucket = [&](std::uint64_t key) { return static_cast<std::size_t>((key >> shift) % kBuckets); };
         std::array<std::size_t, kBuckets> starts{};
         for (const std::uint64_t key : from) {
             ++starts[bucket(key)];
@@ -98,7 +105,7 @@ class NodeBytes {
     void add(const TreeEntry& entry) {
         put(static_cast<std::uint64_t>(entry.id));
         for (const float bound : {entry.box.minX, entry.box.maxX, entry.box.minY, entry.box.maxY}) {
-            put(std::bit_cast<std::uint32_t>(bound));
+            put(bitsOf(bound));
         }
         box_.minX = std::min(box_.minX, entry.box.minX);
         box_.maxX = std::max(box_.maxX, entry.box.maxX);

@@ -115,7 +115,7 @@ void SpatialIndex::beginChange(std::uint64_t keptTo, std::uint64_t coming, std::
     const auto cells = (ask(sql::kNodeSize) - static_cast<std::int64_t>(kNodeHead)) / std::int64_t{kCellSize};
     way_ = changed * kInsertCost > ask(sql::kLastNode) * cells ? Way::Pack : Way::Insert;
     if (way_ == Way::Pack) {
-        entries_.reserve(static_cast<std::size_t>(ask(sql::kCountBoxes)) + coming);
+        entries_.reserve(static_cast<std::size_t>(ask(sql::kCountBoxes)) + static_cast<std::size_t>(coming));
         readKept();
     } else {
         Statement(connection_, named(sql::kDeleteFromIndex).c_str()).bind(1, keptTo_).run();
@@ -142,7 +142,7 @@ void SpatialIndex::readRemoved(std::span<const IdRange> removed) {
 
 // Boxes to write, with those that are kept.
 void SpatialIndex::expect(std::uint64_t coming) {
-    entries_.reserve(entries_.size() + coming);
+    entries_.reserve(entries_.size() + static_cast<std::size_t>(coming));
     counter_.expect(entries_.size() + coming);
 }
 

@@ -2,9 +2,9 @@
 #include "drawing/geopackage/sqlite_handles.h"
 
 #include "platform/files.h"
+#include "platform/paths.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <string_view>
 
@@ -14,6 +14,8 @@ namespace {
 
 // How long another program may hold the drawing before the user is told, milliseconds.
 constexpr int kPatience = 1500;
+
+constexpr const char* kLongPathFiles = "win32-longpath";
 
 // Steps of SQLite's machine: a drawing of a million points takes some ten for each byte of its file.
 constexpr std::uint64_t kStepsAlways = 200'000'000; // about two seconds
@@ -73,11 +75,11 @@ StoreError meaningOf(int code, int systemError) {
         return StoreError::NotWritable;
     case SQLITE_IOERR:
         // A quota or a limit on the size of files comes without a system error.
-        if ((code == SQLITE_IOERR_WRITE && systemError == 0) || systemError == ENOSPC || systemError == EFBIG ||
-            systemError == EDQUOT) {
+        if ((code == SQLITE_IOERR_WRITE && systemError == 0) ||
+            platform::isDiskFull(platform::errorOfNumber(systemError))) {
             return StoreError::DiskFull;
         }
-        if (systemError == EACCES || systemError == EROFS || systemError == EPERM) {
+        if (platform::isDenied(platform::errorOfNumber(systemError))) {
             return StoreError::NotWritable;
         }
         return StoreError::Failed;
@@ -110,9 +112,11 @@ Connection::Connection(const std::string& path, Mode mode) {
                        : mode == Mode::ReadWrite ? SQLITE_OPEN_READWRITE
                                                  : SQLITE_OPEN_READONLY);
     const char* const how = mode == Mode::ReadAlone ? "?immutable=1" : mode == Mode::Create ? "?nolock=1" : "";
-    const std::string uri = uriOf(path) + how;
+    const std::string uri = uriOf(platform::pathForLibraries(path)) + how;
     sqlite3* handle = nullptr;
-    const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, nullptr);
+    // On Windows SQLite has a second way to files, for paths of any length.
+    const char* const files = sqlite3_vfs_find(kLongPathFiles) != nullptr ? kLongPathFiles : nullptr;
+    const int code = sqlite3_open_v2(uri.c_str(), &handle, flags, files);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
         fail(code);

@@ -161,7 +161,8 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
         }
         const std::string number =
             pages > 1 ? "　" + std::to_string(p + 1) + " / " + std::to_string(pages) : std::string();
-        page.finish((options.heading.empty() ? "横断図" : options.heading) + "　" + std::string(trimmedName(drawing.alignment(index).name)),
+        page.finish((options.heading.empty() ? "横断図" : options.heading) + "　" +
+                        std::string(trimmedName(drawing.alignment(index).name)),
                     "縮尺　1:" + std::to_string(scale) + "（" + paper + "）" + number, options.titles);
         plot.pages.push_back(page.svg());
     }

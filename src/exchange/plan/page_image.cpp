@@ -1,7 +1,6 @@
 // A page of a plot as pixels, by the SVG renderer of the system.
 #include "exchange/plan/page_image.h"
 
-#include <charconv>
 #include <string_view>
 
 #ifdef FENMARK_PDF
@@ -20,16 +19,36 @@ std::optional<double> millimetresOf(std::string_view svg, std::string_view attri
     if (at == std::string_view::npos) {
         return std::nullopt;
     }
-    const char* begin = svg.data() + at + attribute.size();
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(begin, svg.data() + svg.size(), value);
-    if (error != std::errc() || !std::string_view(end, 2).starts_with("mm")) {
+    std::string_view rest = svg.substr(at + attribute.size());
+    const double value = leadingReal(rest);
+    if (!rest.starts_with("mm")) {
         return std::nullopt;
     }
     return value;
 }
 
 } // namespace
+
+// No locale, and no more than this program's own numbers need.
+double leadingReal(std::string_view& text) {
+    double value = 0.0;
+    double place = 1.0;
+    bool fraction = false;
+    std::size_t used = 0;
+    for (; used < text.size(); ++used) {
+        const char c = text[used];
+        if (c == '.' && !fraction) {
+            fraction = true;
+        } else if (c >= '0' && c <= '9') {
+            value = value * 10.0 + (c - '0');
+            place *= fraction ? 10.0 : 1.0;
+        } else {
+            break;
+        }
+    }
+    text.remove_prefix(used);
+    return value / place;
+}
 
 std::optional<PageSize> sizeOfPage(const std::string& svg) {
     const std::string_view head = std::string_view(svg).substr(0, svg.find('>', svg.find("<svg")));

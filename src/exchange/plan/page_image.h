@@ -4,8 +4,12 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace fenmark::exchange {
+
+// The plain decimal that the text begins with, which is taken off it; 0 if there is none.
+[[nodiscard]] double leadingReal(std::string_view& text);
 
 struct PageSize {
     double width = 0.0; // millimetres

@@ -99,8 +99,7 @@ PlanSheet::PlanSheet(const drawing::Extent& extent, const SheetChoice& choice) {
     }
 }
 
-PlanSheet::PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper,
-                     bool upright)
+PlanSheet::PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper, bool upright)
     : scale_(scale), middleX_(middle.x), middleY_(middle.y), rotation_(-direction), cosine_(std::cos(direction)),
       sine_(-std::sin(direction)) {
     takePaper(paperNamed(paper), upright);

@@ -13,8 +13,8 @@
 namespace fenmark::exchange {
 
 struct PlotOptions {
-    std::optional<int> scale;         // the N of 1:N; otherwise the largest round one that fits
-    std::optional<std::string> paper; // "A4" to "A0"; otherwise the smallest from A3 on that serves
+    std::optional<int> scale;                   // the N of 1:N; otherwise the largest round one that fits
+    std::optional<std::string> paper;           // "A4" to "A0"; otherwise the smallest from A3 on that serves
     std::optional<bool> upright = std::nullopt; // the long side runs up; otherwise as the plan's extent asks for
     // The part of the drawing that a plan shows, in its middle at a chosen scale; otherwise all of it.
     std::optional<drawing::Extent> extent = std::nullopt;

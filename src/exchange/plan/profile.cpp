@@ -322,7 +322,8 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
         page.polyline("planned", formation);
         const std::string number =
             sheets > 1.0 ? "　" + fixedReal(sheet + 1.0, 0) + " / " + fixedReal(sheets, 0) : std::string();
-        page.finish((options.heading.empty() ? "縦断図" : options.heading) + "　" + std::string(trimmedName(alignment.name)),
+        page.finish((options.heading.empty() ? "縦断図" : options.heading) + "　" +
+                        std::string(trimmedName(alignment.name)),
                     "縮尺　横 1:" + std::to_string(layout.scale) + "　縦 1:" + std::to_string(layout.heights) + "（" +
                         paper + "）" + number,
                     options.titles);

@@ -1,14 +1,15 @@
 // Survey documents as pages of paper.
 #include "exchange/report/pages.h"
 
+#include "exchange/plan/page_image.h"
 #include "exchange/plan/plan.h"
 #include "exchange/plan/section_page.h"
 #include "exchange/report/tables.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <optional>
+#include <string_view>
 
 namespace fenmark::exchange {
 
@@ -152,10 +153,10 @@ class TablePages {
         if (box == std::string::npos) {
             return std::nullopt;
         }
-        const char* at = figure.c_str() + box + 13;
-        char* next = nullptr;
-        const double width = std::strtod(at, &next);
-        const double height = std::strtod(next, nullptr);
+        std::string_view rest = std::string_view(figure).substr(box + 13);
+        const double width = leadingReal(rest);
+        rest.remove_prefix(rest.empty() ? 0 : 1); // the blank between
+        const double height = leadingReal(rest);
         return width > 0.0 && height > 0.0 ? std::optional(PaperPoint{width, height}) : std::nullopt;
     }
 

@@ -1,6 +1,8 @@
 // The texts of object-data rows: the label of a route type, and the file's name without its directory.
 #include "host/boundary/object_data_writer.h"
 
+#include "platform/paths.h"
+
 #include <array>
 
 namespace fenmark::host {
@@ -16,11 +18,7 @@ std::string_view routeTypeLabel(std::int32_t routeType) {
 }
 
 std::string_view fileNameOfPath(std::string_view path) {
-#ifdef _WIN32
-    const std::size_t separator = path.find_last_of('\\');
-#else
-    const std::size_t separator = path.find_last_of("\\/");
-#endif
+    const std::size_t separator = path.find_last_of(platform::kPathSeparators);
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
 }
 

@@ -3,10 +3,10 @@
 
 #include "drawing/drawing.h"
 #include "values/drawing_values.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 namespace fenmark::host::embedded {
@@ -16,8 +16,7 @@ namespace {
 // With that many decimals, whatever the locale.
 std::string decimals(double value, int count) {
     std::array<char, 400> text{}; // the longest double has 309 digits before the point
-    const std::to_chars_result end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, count);
+    const std::to_chars_result end = writeFixedReal(text.data(), text.data() + text.size(), value, count);
     return {text.data(), end.ptr};
 }
 
@@ -51,8 +50,7 @@ std::string anyMetres(double value) {
         return metres(value) + " m";
     }
     std::array<char, 40> text{};
-    const std::to_chars_result end =
-        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific, 3);
+    const std::to_chars_result end = writeScientificReal(text.data(), text.data() + text.size(), value, 3);
     return std::string(text.data(), end.ptr) + " m";
 }
 

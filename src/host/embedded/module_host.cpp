@@ -1,12 +1,12 @@
 // Loads add-in modules at run time, sends them the host's messages, keeps their commands, and unloads them.
 #include "host/embedded/module_host.h"
 
+#include "platform/library.h"
+#include "platform/paths.h"
+
 #include <algorithm>
 #include <exception>
-#include <filesystem>
 #include <utility>
-
-#include <dlfcn.h>
 
 namespace fenmark::host::embedded {
 
@@ -25,15 +25,15 @@ bool sameName(std::string_view a, std::string_view b) {
     return lowerCase(a) == lowerCase(b);
 }
 
-using EntryPoint = int (*)(int, void*);
-using GetVersion = int (*)();
+using EntryPoint = int(int, void*);
+using GetVersion = int();
 
 } // namespace
 
 struct ModuleHost::Module {
     std::string name; // file name
-    void* library = nullptr;
-    EntryPoint entry = nullptr;
+    platform::Library library;
+    EntryPoint* entry = nullptr;
     bool mayUnload = false;
     bool multiDocument = false;
 };
@@ -111,20 +111,17 @@ ModuleHost::Module* ModuleHost::find(std::string_view name) {
 }
 
 ModuleResult ModuleHost::load(const std::string& path) {
-    const std::string name = std::filesystem::path(path).filename().string();
+    const std::string name = platform::utf8Of(platform::pathOf(path).filename());
     if (find(name) != nullptr) {
         return {false, name + ": is loaded already"};
     }
-    void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) {
-        return {false, std::string("cannot be loaded: ") + ::dlerror()};
+    platform::Library library;
+    if (const std::string failure = library.open(path); !failure.empty()) {
+        return {false, "cannot be loaded: " + failure};
     }
-    auto refuse = [&](const char* why) {
-        ::dlclose(library);
-        return ModuleResult{false, name + ": " + why};
-    };
-    const auto version = reinterpret_cast<GetVersion>(::dlsym(library, "mdrxGetApiVersion"));
-    const auto entry = reinterpret_cast<EntryPoint>(::dlsym(library, "mdrxEntryPoint"));
+    const auto refuse = [&](const char* why) { return ModuleResult{false, name + ": " + why}; };
+    GetVersion* const version = library.function<GetVersion>("mdrxGetApiVersion");
+    EntryPoint* const entry = library.function<EntryPoint>("mdrxEntryPoint");
     if (version == nullptr || entry == nullptr) {
         return refuse("is no module: it lacks the entry points");
     }
@@ -134,7 +131,7 @@ ModuleResult ModuleHost::load(const std::string& path) {
 
     auto module = std::make_unique<Module>();
     module->name = name;
-    module->library = library;
+    module->library = std::move(library);
     module->entry = entry;
     Module* loaded = module.get();
     modules_.push_back(std::move(module));
@@ -157,7 +154,7 @@ ModuleResult ModuleHost::unload(std::string_view name) {
     }
     module->entry(mirdane::kUnloadDrawingMessage, module);
     module->entry(mirdane::kUnloadAppMessage, module);
-    ::dlclose(module->library);
+    module->library.close();
     std::erase_if(loadedNames_, [&](const std::string& loaded) { return sameName(loaded, name); });
     std::erase_if(modules_, [&](const auto& candidate) { return candidate.get() == module; });
     return {true, {}};
@@ -231,6 +228,13 @@ mirdane::Status ModuleHost::loadByName(std::string_view name) {
 
 void ModuleHost::setSystemText(std::string_view name, std::string_view text) {
     systemTexts_.insert_or_assign(std::string(name), std::string(text));
+}
+
+void ModuleHost::moduleSetSystemText(std::string_view name, std::string_view text) {
+    setSystemText(name, text);
+    if (systemTextHandler_) {
+        systemTextHandler_(name, std::string(text));
+    }
 }
 
 bool ModuleHost::hasSystemText(std::string_view name) const {
@@ -311,7 +315,7 @@ Status mdedSetSystemText(std::string_view name, std::string_view text) {
     if (ModuleHost::current() == nullptr) {
         return 1;
     }
-    ModuleHost::current()->setSystemText(name, text);
+    ModuleHost::current()->moduleSetSystemText(name, text);
     return 0;
 }
 

@@ -63,6 +63,10 @@ class ModuleHost {
     void setSystemText(std::string_view name, std::string_view text);
     std::string systemText(std::string_view name) const;
     bool hasSystemText(std::string_view name) const;
+    // Called with each text that a module sets, as it is set.
+    using SystemTextHandler = std::function<void(std::string_view name, const std::string& text)>;
+    void onSystemText(SystemTextHandler handler) { systemTextHandler_ = std::move(handler); }
+    void moduleSetSystemText(std::string_view name, std::string_view text);
 
     // What the host says on its command line: one line at a time.
     void onLine(std::function<void(const std::string&)> handler) { lineHandler_ = std::move(handler); }
@@ -89,6 +93,7 @@ class ModuleHost {
     std::map<std::string, std::string, std::less<>> systemTexts_;
     std::unique_ptr<Registry> registry_;
     std::function<void(const std::string&)> lineHandler_;
+    SystemTextHandler systemTextHandler_;
     std::int32_t uiReadied_ = 0;
     std::int32_t running_ = 0; // commands at work
 };

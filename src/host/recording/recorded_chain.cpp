@@ -1,13 +1,13 @@
 // Laying and evaluating recorded chains.
 //
-// Symbols: kappa curvature, changing linearly with the length s; phi the tangent's angle, phi' = kappa. The position
-// is the integral of (cos phi, sin phi), taken by five-point Gauss-Legendre panels of at most 0.2 radians.
+// Curves are those of the survey plane, read in drawing axes: both planes have (cos, sin) of the direction for a unit
+// vector, so that the same values serve, with angles and curvatures positive to the left.
 #include "host/recording/recorded_chain.h"
 
+#include "curve/curve.h"
 #include "host/boundary/geometry.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace fenmark::host {
@@ -19,37 +19,7 @@ constexpr double kStationTolerance = 1e-6;    // metres
 constexpr double kChordTolerance = 1e-9;      // of the diameter
 constexpr double kPiTolerance = 0.01;         // of the tangent's length
 constexpr double kPiDistanceTolerance = 0.01; // metres
-constexpr double kPanelAngle = 0.2;           // radians
-constexpr double kMaxPanels = 10000.0;
-constexpr double kSmallTurn = 1e-12; // radians
-
-struct Pose {
-    double x = 0.0;
-    double y = 0.0;
-    double angle = 0.0;
-};
-
-Pose advance(const Pose& from, double startCurvature, double rate, double length) {
-    static constexpr std::array<double, 5> node = {-0.9061798459386640, -0.5384693101056831, 0.0, 0.5384693101056831,
-                                                   0.9061798459386640};
-    static constexpr std::array<double, 5> weight = {0.2369268850561891, 0.4786286704993665, 0.5688888888888889,
-                                                     0.4786286704993665, 0.2369268850561891};
-    const auto angleAt = [&](double s) { return from.angle + s * (startCurvature + rate * s / 2.0); };
-    const double most = std::max(std::abs(startCurvature), std::abs(startCurvature + rate * length)) * std::abs(length);
-    const int panels = 1 + static_cast<int>(std::min(most / kPanelAngle, kMaxPanels));
-    const double half = length / (2.0 * panels);
-    double x = 0.0;
-    double y = 0.0;
-    for (int panel = 0; panel < panels; ++panel) {
-        const double middle = half * (2 * panel + 1);
-        for (std::size_t i = 0; i < node.size(); ++i) {
-            const double angle = angleAt(middle + half * node[i]);
-            x += weight[i] * std::cos(angle);
-            y += weight[i] * std::sin(angle);
-        }
-    }
-    return {from.x + half * x, from.y + half * y, angleAt(length)};
-}
+constexpr double kSmallTurn = 1e-12;          // radians
 
 double planDistance(const MdGePoint3d& a, const MdGePoint3d& b) {
     return std::hypot(b.x - a.x, b.y - a.y);
@@ -63,8 +33,11 @@ double curvatureOf(double radius) {
     return std::isinf(radius) ? 0.0 : 1.0 / radius;
 }
 
-double rateOf(const RecordedElement& element) {
-    return element.laidLength > 0.0 ? (element.endCurvature - element.startCurvature) / element.laidLength : 0.0;
+curve::Curve curveOf(const RecordedElement& element) {
+    return {{{element.start.x, element.start.y}, element.startAngle},
+            element.laidLength,
+            element.startCurvature,
+            element.endCurvature};
 }
 
 } // namespace
@@ -128,10 +101,13 @@ std::int32_t RecordedChain::addSpiral(std::int32_t elementBefore, const MdGePoin
     element.startCurvature = turnSign(direction) * curvatureOf(startRadius);
     element.endCurvature = turnSign(direction) * curvatureOf(endRadius);
 
+    if (!curve::isUsable(curveOf(element))) {
+        return kRefused;
+    }
     // In the frame of its first tangent the curve ends at (u, v) with the angle turn; its tangents meet at (t, 0).
-    const Pose local = advance({}, element.startCurvature, rateOf(element), length);
+    const curve::Pose local = curve::endPose({{}, length, element.startCurvature, element.endCurvature});
     const double tangent =
-        std::abs(local.angle) > kSmallTurn ? local.x - local.y / std::tan(local.angle) : length / 2.0;
+        std::abs(local.azimuth) > kSmallTurn ? local.point.x - local.point.y / std::tan(local.azimuth) : length / 2.0;
     const double miss = std::abs(planDistance(start, pi) - std::abs(tangent));
     const double tolerance = std::max(kPiTolerance * std::abs(tangent), kPiDistanceTolerance);
     if (miss <= tolerance) {
@@ -139,9 +115,9 @@ std::int32_t RecordedChain::addSpiral(std::int32_t elementBefore, const MdGePoin
     } else {
         element.startAngle = before->endAngle;
     }
-    const Pose end = advance({start.x, start.y, element.startAngle}, element.startCurvature, rateOf(element), length);
-    element.laidEnd = {end.x, end.y};
-    element.endAngle = end.angle;
+    const curve::Pose end = curve::endPose(curveOf(element));
+    element.laidEnd = {end.point.x, end.point.y};
+    element.endAngle = end.azimuth;
     add(element);
     return 0;
 }
@@ -163,9 +139,11 @@ bool RecordedChain::pointAt(double distance, double offset, PlanPoint& point) co
     const std::size_t index = std::min(static_cast<std::size_t>(found - ends_.begin()), elements_.size() - 1);
     const RecordedElement& element = elements_[index];
     const double along = within - (index == 0 ? 0.0 : ends_[index - 1]);
-    const Pose pose =
-        advance({element.start.x, element.start.y, element.startAngle}, element.startCurvature, rateOf(element), along);
-    point = {pose.x + offset * std::sin(pose.angle), pose.y - offset * std::cos(pose.angle)};
+    if (!curve::isUsable(curveOf(element)) || !std::isfinite(offset)) {
+        return false;
+    }
+    const curve::Pose pose = curve::parallelPose(curveOf(element), along, -offset);
+    point = {pose.point.x, pose.point.y};
     return true;
 }
 

@@ -34,7 +34,7 @@ struct RecordedElement {
 };
 
 // Statuses are 0 for success. Refused are an arc without radius or with a chord longer than its diameter, and a
-// clothoid without length, with two infinite radii, or behind an unknown element.
+// clothoid without length, with two infinite radii, with values that no double can follow, or behind an unknown element.
 class RecordedChain {
   public:
     std::int32_t addLine(const MdGePoint3d& start, const MdGePoint3d& end);

@@ -105,6 +105,19 @@ inline constexpr std::string_view kEncodingVariable = "FENMARKENCODING";
 // The name of the encoding that the last run of "Fenmark" read its file in, set by the module; empty if it read none.
 inline constexpr std::string_view kReadInVariable = "FENMARKREADIN";
 
+// What the last run of "Fenmark" read, set by the module; empty if it read nothing. The whole path of the file.
+inline constexpr std::string_view kImportedFileVariable = "FENMARKIMPORTED";
+// Points, lots, polylines of routes, alignments, longitudinal and cross-section points made, and error blocks of the
+// log: seven integers with blanks between.
+inline constexpr std::string_view kCountsVariable = "FENMARKCOUNTS";
+// The lines that the rules pass over in silence: for each kind a line with their number, a tab, and the kind.
+inline constexpr std::string_view kPassedOverVariable = "FENMARKPASSEDOVER";
+// The file that the user looks at in the dialog, set by the module as soon as it was chosen.
+inline constexpr std::string_view kPreviewedFileVariable = "FENMARKPREVIEWED";
+// The route that an alignment was just made of, set by the module: the alignment's identifier, and x, y, z of each
+// point in metres, with blanks between.
+inline constexpr std::string_view kRouteVariable = "FENMARKROUTE";
+
 // Readies the host's user-interface library for a module.
 void InitMdUiDLL();
 

@@ -2,10 +2,10 @@
 #include "sima/generator/sima_generator.h"
 
 #include "sima/text/cp932.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <ostream>
 #include <random>
@@ -57,8 +57,7 @@ class Generator {
     // A number of three decimals, for coordinates in metres.
     std::string metres(double value) {
         std::array<char, 32> buffer;
-        const auto end =
-            std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 3);
+        const auto end = writeFixedReal(buffer.data(), buffer.data() + buffer.size(), value, 3);
         return std::string(buffer.data(), end.ptr);
     }
     // Evenly in [-1, 1), the same on every machine.

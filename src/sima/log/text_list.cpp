@@ -26,7 +26,7 @@ struct TextList::Store {
     char* room(std::size_t size) {
         if (size > blockSize - used) {
             blockSize = std::max(size, std::clamp(2 * blockSize, kFirstBlock, kLargestBlock));
-            blocks.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
+            blocks.emplace_back(new char[blockSize]);
             used = 0;
         }
         char* place = blocks.empty() ? nullptr : blocks.back().get() + used;

@@ -1,9 +1,7 @@
 // Memory in large pages.
 #include "sima/records/large_allocator.h"
 
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
+#include "platform/memory.h"
 
 namespace fenmark::sima {
 
@@ -12,11 +10,8 @@ void* allocateLarge(std::size_t bytes) {
         return ::operator new(bytes);
     }
     void* const memory = ::operator new (bytes, std::align_val_t{kLargePage});
-#ifdef __linux__
-    // A wish: where it is refused, the memory has small pages and holds the same. Only whole pages, so that nothing
-    // behind the piece changes.
-    madvise(memory, bytes / kLargePage * kLargePage, MADV_HUGEPAGE);
-#endif
+    // Only whole pages, so that nothing behind the piece changes.
+    platform::wishLargePages(memory, bytes / kLargePage * kLargePage);
     return memory;
 }
 

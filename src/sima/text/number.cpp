@@ -1,8 +1,9 @@
 // Text to numbers and back, independent of any locale.
 #include "sima/text/number.h"
 
+#include "values/real_text.h"
+
 #include <array>
-#include <charconv>
 #include <limits>
 
 namespace fenmark::sima {
@@ -54,7 +55,7 @@ bool isTooLarge(std::string_view digits) {
 // An unsigned decimal number by the full rules, from where it starts.
 double convertSlowly(std::string_view digits) {
     double value = 0.0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    const auto [end, error] = readReal(digits.data(), digits.data() + digits.size(), value);
     if (error == std::errc::result_out_of_range) {
         const std::string_view used = digits.substr(0, static_cast<std::size_t>(end - digits.data()));
         return isTooLarge(used) ? std::numeric_limits<double>::infinity() : 0.0;
@@ -138,8 +139,7 @@ double toReal(std::string_view text) {
 std::string formatReal(double value) {
     // The largest double has 309 digits before the point; sign, point and decimals come on top.
     std::array<char, 330> buffer;
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed, 12);
+    const auto result = writeFixedReal(buffer.data(), buffer.data() + buffer.size(), value, 12);
     return std::string(buffer.data(), result.ptr);
 }
 

@@ -4,6 +4,7 @@
 #include "command/dialog_rules.h"
 #include "ui/dialogs/sim_file_dialog.h"
 
+#include <algorithm>
 #include <initializer_list>
 #include <stdexcept>
 #include <system_error>
@@ -17,7 +18,8 @@ namespace {
 
 // Tree, tree lines, lines at the root, expand buttons, check boxes. The bits 0x20, 0x40 and 0x80 have no effect.
 constexpr std::uint32_t kTreeStyle = 0xf00f1;
-constexpr int kColumnMargin = 20; // pixels that the one column leaves free
+constexpr int kColumnMargin = 20;   // pixels that the one column leaves free
+constexpr int kLeastRowHeight = 16; // pixels
 
 constexpr std::size_t index(sima::ImportKind kind) {
     return static_cast<std::size_t>(kind);
@@ -48,7 +50,7 @@ FenmarkForm::FenmarkForm(QWidget* parent, command::ImportDialogState state, Fenm
     setControlId(tree_, 208);
     tree_->SetNotifyTarget(this);
     tree_->setAccessibleName(QStringLiteral("ファイルの内容"));
-    tree_->setAccessibleDescription(QStringLiteral("Ctrl+スペースでチェックを切り替えます"));
+    tree_->setAccessibleDescription(QStringLiteral("Insertキーでチェックを切り替えます"));
     QPushButton* settings = addButton(QStringLiteral("設定..."), 6, 186, 48, 12, 209);
     // Created invisible and never made visible; only its enabled state is kept up to date.
     log_ = addButton(QStringLiteral("ログの表示..."), 102, 186, 50, 14, 212);
@@ -118,6 +120,12 @@ void FenmarkForm::buildTree() {
         tree_->Expand(rows_[i], treelist::ExpandCode::Toggle);
     }
     tree_->Expand(root_, treelist::ExpandCode::Expand);
+    // All rows are seen at once where their texts leave room.
+    const int all = static_cast<int>(rows_.size()) + 1;
+    const int fits = (tree_->height() - 2 * tree_->frameWidth()) / all;
+    if (fits < tree_->GetItemHeight()) {
+        tree_->SetItemHeight(std::max({fits, kLeastRowHeight, tree_->fontMetrics().height()}));
+    }
 }
 
 // Every row that has data is ticked anew: ticks of an earlier import are not remembered.
@@ -179,6 +187,9 @@ void FenmarkForm::browse() {
         return;
     }
     refreshRows();
+    if (import_->isEnabled()) {
+        import_->setFocus(); // Enter imports
+    }
 }
 
 void FenmarkForm::showSettings() {

@@ -4,6 +4,7 @@
 #include "command/dialog_rules.h"
 #include "sima/text/number.h"
 
+#include <QCoreApplication>
 #include <QGroupBox>
 #include <QMessageBox>
 
@@ -42,9 +43,17 @@ void showWarning(QWidget* parent, const QString& caption, const QString& text) {
     QMessageBox::warning(parent, caption, text);
 }
 
+// What the host's own boxes are called: a property of its window.
+static QString captionOfHost(const QWidget* widget) {
+    while (widget != nullptr && !widget->property("messageCaption").isValid()) {
+        widget = widget->parentWidget();
+    }
+    return widget != nullptr ? widget->property("messageCaption").toString() : QCoreApplication::applicationName();
+}
+
 void showPlain(QWidget* parent, const QString& caption, const QString& text) {
     QMessageBox box(parent);
-    box.setWindowTitle(caption);
+    box.setWindowTitle(caption.isEmpty() ? captionOfHost(parent) : caption);
     box.setText(text);
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();

@@ -313,6 +313,7 @@ class FENMARK_TREELIST_API CTreeListCtrl : public QAbstractScrollArea {
     bool editorKey(QKeyEvent* event); // from the open editor
     [[nodiscard]] int rowAfterKey(int key) const;
     bool headerMenuKey();
+    void boxKey(bool lock);
     void spaceKey(Qt::KeyboardModifiers modifiers);
     bool sidewaysKey(bool right, Qt::KeyboardModifiers modifiers);
     void moveFocusRow(CTreeListItem* item, Qt::KeyboardModifiers modifiers);

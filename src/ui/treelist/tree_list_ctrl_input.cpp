@@ -258,6 +258,9 @@ bool CTreeListCtrl::treeKey(QKeyEvent* event) {
     case Qt::Key_Space:
         spaceKey(modifiers);
         return true;
+    case Qt::Key_Insert: // Ctrl+Space belongs to input methods
+        boxKey((modifiers & Qt::ShiftModifier) != 0);
+        return true;
     case Qt::Key_Left:
     case Qt::Key_Right:
         return sidewaysKey(event->key() == Qt::Key_Right, modifiers);
@@ -312,18 +315,25 @@ bool CTreeListCtrl::headerMenuKey() {
     return true;
 }
 
+// The boxes without a mouse.
+void CTreeListCtrl::boxKey(bool lock) {
+    if (!focusItem_) {
+        return;
+    }
+    if (lock && boxShown(focusItem_, kItemLockBox)) {
+        SetItemLock(focusItem_, columns_.treeColumn());
+    } else if (!lock && boxShown(focusItem_, kItemCheckBox)) {
+        SetItemCheck(focusItem_, columns_.treeColumn());
+    }
+}
+
 void CTreeListCtrl::spaceKey(Qt::KeyboardModifiers modifiers) {
     if (!focusItem_) {
         return;
     }
     const bool shift = (modifiers & Qt::ShiftModifier) != 0;
     if (modifiers & Qt::ControlModifier) {
-        // The boxes without a mouse.
-        if (shift && boxShown(focusItem_, kItemLockBox)) {
-            SetItemLock(focusItem_, columns_.treeColumn());
-        } else if (!shift && boxShown(focusItem_, kItemCheckBox)) {
-            SetItemCheck(focusItem_, columns_.treeColumn());
-        }
+        boxKey(shift); // where no input method takes the key
     } else if (shift && (style_ & kStyleMultiSelect)) {
         SelectItem(focusItem_, focusOrFirstColumn(), 0); // as a click with Ctrl
     } else if ((style_ & kStyleTree) && focusItem_->canHaveButton()) {

@@ -20,9 +20,6 @@ bool CTreeListCtrl::SelectItem(CTreeListItem* item, int column, int mode) {
     }
     const bool multiple = (style_ & kStyleMultiSelect) != 0;
     const bool toggles = multiple && mode == 0;
-    if (!item && selection_.empty()) {
-        return true;
-    }
     if (item && !toggles && selection_.size() == 1 && selection_.front() == item && focusItem_ == item &&
         focusColumn_ == column) {
         EnsureVisible(item, column);

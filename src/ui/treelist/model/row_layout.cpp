@@ -97,12 +97,13 @@ PixelRect buttonSquare(const PixelRect& buttonCell, const RowMetrics& metrics) {
     return {cx - side / 2, cy - side / 2, side, side};
 }
 
-RowHit hitTestCell(const CTreeListItem& item, std::uint32_t style, const RowParts& parts, int x, int y) {
+RowHit hitTestCell(const CTreeListItem& item, std::uint32_t, const RowParts& parts, int x, int y) {
     if (!parts.cell.contains(x, y)) {
         return {kHitRow, parts.cell};
     }
     if (parts.button.contains(x, y)) {
-        if ((style & kStyleButtons) && item.canHaveButton()) {
+        // The cell answers as a button also where tree lines alone take its place.
+        if (item.canHaveButton()) {
             return {kHitButton, parts.button};
         }
         return {kHitRow, parts.cell};

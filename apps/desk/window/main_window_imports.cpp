@@ -1,0 +1,185 @@
+// What the drawing knows of its imports: logs, lines of the files, and a file that comes again.
+#include "desk/window/main_window.h"
+
+#include "desk/plan/plan_text.h"
+#include "desk/plan/record_object.h"
+#include "drawing/file_digest.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+
+namespace fenmark::desk {
+
+using drawing::Import;
+
+namespace {
+
+constexpr std::int64_t kSourceLines = 200; // of the SIMA file shown before and behind a record
+
+std::string logOf(const std::string& file) {
+    constexpr std::size_t kExtension = 4; // ".sim"
+    return file.size() < kExtension ? std::string() : file.substr(0, file.size() - kExtension) + "_Input.log";
+}
+
+// The file where it was imported from, or one of its name beside the drawing, for drawings that were handed on.
+std::string fileOf(const Import& import, const std::string& drawingPath) {
+    const QString path = fromUtf8(import.path);
+    if (QFileInfo::exists(path) || drawingPath.empty()) {
+        return import.path;
+    }
+    const QFileInfo beside(QFileInfo(QString::fromStdString(drawingPath)).absolutePath() + QLatin1Char('/') +
+                           fromUtf8(import.fileName));
+    return beside.exists() ? beside.filePath().toStdString() : import.path;
+}
+
+// The reader's kinds of lines in the window's language.
+Text passedOverKind(const std::string& kind) {
+    const auto begins = [&](const char* with) { return kind.starts_with(with); };
+    if (begins("comment")) {
+        return Text::PassedComment;
+    }
+    if (begins("outside any section")) {
+        return Text::PassedOutside;
+    }
+    if (begins("unknown code")) {
+        return Text::PassedUnknown;
+    }
+    if (begins("point without a number")) {
+        return Text::PassedNoNumber;
+    }
+    if (begins("result of a section")) {
+        return Text::PassedNoEnd;
+    }
+    return begins("in a lot with a missing point") ? Text::PassedMissing : Text::PassedInside;
+}
+
+} // namespace
+
+const Import* MainWindow::shownImport() const {
+    return imports_->import(session_.drawing());
+}
+
+// That of the last import that the drawing holds.
+void MainWindow::showLastLog() {
+    imports_->fill(session_.drawing());
+    showLogOf(shownImport());
+}
+
+void MainWindow::showLogOf(const Import* import) {
+    log_->showLog(import != nullptr ? logOf(fileOf(*import, session_.path())) : std::string(), texts_);
+    source_->hide();
+}
+
+bool MainWindow::hasChangedSince(const Import& import, const std::string& file) {
+    if (import.digest.empty()) {
+        return false;
+    }
+    if (static_cast<std::uint64_t>(QFileInfo(fromUtf8(file)).size()) != import.fileSize) {
+        return true;
+    }
+    const auto now = drawing::digestFile(file);
+    return !now || now->digest != import.digest;
+}
+
+void MainWindow::showRecord(qint64 number) {
+    const Import* import = shownImport();
+    const std::string source = import != nullptr ? fileOf(*import, session_.path()) : sourceOfLog(log_->path());
+    const auto excerpt = source.empty() ? std::nullopt : readSource(source, number, kSourceLines, session_.encoding());
+    if (!excerpt) {
+        command_->say(texts_(Text::SourceMissing).arg(number));
+        return;
+    }
+    source_->show(*excerpt);
+    if (import == nullptr) {
+        return;
+    }
+    if (hasChangedSince(*import, source)) {
+        command_->say(texts_(Text::FileChanged).arg(fromUtf8(import->fileName)));
+    }
+    if (const auto object = objectOfRecord(session_.drawing(), madeBy(session_.drawing(), *import), excerpt->record)) {
+        showObject(*object);
+    }
+}
+
+Again MainWindow::askAgain(const Import& earlier) {
+    if (questions_.again) {
+        return questions_.again(this);
+    }
+    const QDateTime time = QDateTime::fromString(QString::fromStdString(earlier.time), Qt::ISODate).toLocalTime();
+    QMessageBox box(
+        QMessageBox::Question, QStringLiteral("Fenmark Desk"),
+        texts_(Text::AgainQuestion).arg(fromUtf8(earlier.fileName), time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
+        QMessageBox::NoButton, this);
+    box.setInformativeText(texts_(Text::AgainInfo));
+    QPushButton* replace = box.addButton(texts_(Text::ReplaceButton), QMessageBox::DestructiveRole);
+    QPushButton* add = box.addButton(texts_(Text::AddButton), QMessageBox::AcceptRole);
+    QPushButton* cancel = box.addButton(texts_(Text::CancelButton), QMessageBox::RejectRole);
+    replace->setObjectName(QStringLiteral("replace"));
+    add->setObjectName(QStringLiteral("add"));
+    cancel->setObjectName(QStringLiteral("cancel"));
+    box.setDefaultButton(add);
+    box.setEscapeButton(cancel);
+    box.exec();
+    if (box.clickedButton() == static_cast<QAbstractButton*>(replace)) {
+        return Again::Replace;
+    }
+    return box.clickedButton() == static_cast<QAbstractButton*>(add) ? Again::Add : Again::Cancel;
+}
+
+// The new objects are in the drawing when the question comes, so that nothing is lost before it is answered.
+void MainWindow::settleAgain(const CommandOutcome& outcome) {
+    if (outcome.earlier.empty() || !outcome.changed) {
+        return;
+    }
+    const auto& imports = session_.drawing().imports();
+    const auto earlier = std::find_if(imports.begin(), imports.end(),
+                                      [&](const Import& import) { return import.id == outcome.earlier.back(); });
+    if (earlier == imports.end()) {
+        return;
+    }
+    const QString name = fromUtf8(earlier->fileName);
+    switch (askAgain(*earlier)) {
+    case Again::Add:
+        return;
+    case Again::Cancel:
+        undo();
+        return;
+    case Again::Replace:
+        break;
+    }
+    plan_->select(std::nullopt);
+    session_.removeImports(outcome.earlier);
+    drawingChanged();
+    showLastLog();
+    command_->say(texts_(Text::Replaced).arg(name));
+}
+
+void MainWindow::sayPassedOver(const std::string& passedOver) {
+    std::istringstream lines(passedOver);
+    std::map<Text, std::int64_t> counts;
+    std::map<Text, QStringList> codes;
+    std::int64_t count = 0;
+    for (std::string kind; lines >> count && std::getline(lines >> std::ws, kind);) {
+        const Text text = passedOverKind(kind);
+        counts[text] += count;
+        if (const std::size_t code = kind.rfind(": "); code != std::string::npos) {
+            codes[text].append(QString::fromStdString(kind.substr(code + 2)));
+        }
+    }
+    for (const auto& [text, number] : counts) {
+        const QString detail = codes[text].join(QStringLiteral(", ")).trimmed();
+        command_->say(texts_(Text::PassedOver)
+                          .arg(number)
+                          .arg(detail.isEmpty() || text == Text::PassedComment
+                                   ? texts_(text)
+                                   : QStringLiteral("%1 (%2)").arg(texts_(text), detail)));
+    }
+}
+
+} // namespace fenmark::desk

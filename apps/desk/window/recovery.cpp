@@ -1,0 +1,123 @@
+// Copies of what was not saved, for the next run after a crash.
+#include "desk/window/recovery.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <chrono>
+
+namespace fenmark::desk {
+
+namespace {
+
+constexpr std::chrono::minutes kEvery{2};
+
+// The run's process and one window of it.
+QString ownName() {
+    static int number = 0;
+    return QStringLiteral("%1-%2-%3")
+        .arg(QCoreApplication::applicationPid())
+        .arg(QDateTime::currentSecsSinceEpoch())
+        .arg(++number);
+}
+
+} // namespace
+
+Recovery::~Recovery() {
+    if (lock_ && !kept_) {
+        lock_->unlock();
+        QFile::remove(lock_->fileName());
+    }
+}
+
+void Recovery::start(DeskSession& session, bool keep) {
+    session_ = &session;
+    if (!keep && folder_.isEmpty()) {
+        return;
+    }
+    if (folder_.isEmpty()) {
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/recovery");
+    }
+    if (!QDir().mkpath(folder_)) {
+        return;
+    }
+    lock_ = std::make_unique<QLockFile>(folder_ + QLatin1Char('/') + ownName() + QStringLiteral(".lock"));
+    lock_->setStaleLockTime(0); // a lock is old when its process is gone, not after a time
+    if (!lock_->tryLock()) {
+        lock_.reset();
+        return;
+    }
+    connect(&timer_, &QTimer::timeout, this, [this] { keepNow(); });
+    timer_.start(kEvery);
+}
+
+QString Recovery::stem() const {
+    QString name = lock_->fileName();
+    name.chop(5); // ".lock"
+    return name;
+}
+
+bool Recovery::keepNow() {
+    if (!lock_ || session_ == nullptr || session_->isRunning() || !session_->hasChanges()) {
+        return false;
+    }
+    if (kept_ && keptState_ == session_->state()) {
+        return true;
+    }
+    QFile name(stem() + QStringLiteral(".name"));
+    if (!name.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    name.write(QByteArray::fromStdString(session_->path()));
+    name.close();
+    if (!session_->writeCopy((stem() + QStringLiteral(".gpkg")).toStdString())) {
+        return false;
+    }
+    kept_ = true;
+    keptState_ = session_->state();
+    return true;
+}
+
+void Recovery::forget() {
+    if (lock_ && kept_) {
+        QFile::remove(stem() + QStringLiteral(".gpkg"));
+        QFile::remove(stem() + QStringLiteral(".name"));
+        kept_ = false;
+    }
+}
+
+std::vector<LeftDrawing> Recovery::left() const {
+    std::vector<LeftDrawing> found;
+    if (!lock_) {
+        return found;
+    }
+    for (const QFileInfo& file : QDir(folder_).entryInfoList({QStringLiteral("*.gpkg")}, QDir::Files, QDir::Time)) {
+        const QString others = file.path() + QLatin1Char('/') + file.completeBaseName();
+        if (others == stem()) {
+            continue;
+        }
+        QLockFile lock(others + QStringLiteral(".lock"));
+        lock.setStaleLockTime(0);
+        if (!lock.tryLock()) {
+            continue; // its run is at work
+        }
+        lock.unlock();
+        QFile name(others + QStringLiteral(".name"));
+        const QByteArray whose = name.open(QIODevice::ReadOnly) ? name.readAll() : QByteArray();
+        found.push_back({file.filePath(), QString::fromUtf8(whose), file.lastModified()});
+    }
+    return found;
+}
+
+void Recovery::remove(const LeftDrawing& left) const {
+    QString stem = left.path;
+    stem.chop(5); // ".gpkg"
+    for (const char* end : {".gpkg", ".name", ".lock"}) {
+        QFile::remove(stem + QLatin1String(end));
+    }
+}
+
+} // namespace fenmark::desk

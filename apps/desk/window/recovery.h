@@ -1,0 +1,59 @@
+// Copies of what was not saved, for the next run after a crash.
+#pragma once
+
+#include "desk/session/desk_session.h"
+
+#include <QDateTime>
+#include <QLockFile>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace fenmark::desk {
+
+// A drawing that a run left behind without saving it.
+struct LeftDrawing {
+    QString path; // of the copy
+    QString name; // the drawing's own file; empty for one that had none
+    QDateTime time;
+};
+
+// Each run keeps its copy under a name of its own, with a lock beside it that goes with the run. A copy whose lock is
+// free belongs to a run that ended without forgetting it.
+class Recovery : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit Recovery(QObject* parent = nullptr) : QObject(parent) {}
+    ~Recovery() override;
+
+    // Keeps a copy every so often while there is something to lose. Nothing is kept if not asked to.
+    void start(DeskSession& session, bool keep);
+    // In another folder than the user's own; before start.
+    void setFolder(const QString& folder) { folder_ = folder; }
+
+    // Writes the copy now, if there is something to lose; false if it cannot be written.
+    bool keepNow();
+    // The drawing is saved or given up: the copy goes.
+    void forget();
+
+    // What earlier runs left, the latest first.
+    std::vector<LeftDrawing> left() const;
+    void remove(const LeftDrawing& left) const;
+
+  private:
+    QString stem() const; // of the run's own files
+
+    DeskSession* session_ = nullptr;
+    QString folder_;
+    QTimer timer_;
+    std::unique_ptr<QLockFile> lock_;
+    std::uint64_t keptState_ = 0;
+    bool kept_ = false;
+};
+
+} // namespace fenmark::desk

@@ -1,0 +1,309 @@
+// A GeoPackage that another program made, as a drawing.
+#include "drawing/geopackage/foreign_package.h"
+
+#include "drawing/geopackage/geometry_blob.h"
+#include "drawing/geopackage/reference_systems.h"
+#include "drawing/geopackage/sqlite_handles.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace fenmark::drawing {
+
+namespace {
+
+constexpr const char* kHasTables = "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND substr(sql, 1, 13) ="
+                                   " 'CREATE TABLE ' AND name IN ('gpkg_contents', 'gpkg_geometry_columns',"
+                                   " 'gpkg_spatial_ref_sys')";
+constexpr const char* kFeatureTables =
+    "SELECT g.table_name, g.column_name, g.srs_id, s.organization, s.organization_coordsys_id, s.srs_name"
+    " FROM gpkg_geometry_columns AS g JOIN gpkg_contents AS c ON c.table_name = g.table_name"
+    " LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id WHERE c.data_type = 'features' ORDER BY g.table_name";
+constexpr const char* kIsTable = "SELECT count(*) FROM sqlite_master WHERE name = ?1 AND type = 'table'"
+                                 " AND substr(sql, 1, 13) = 'CREATE TABLE '";
+constexpr const char* kColumns = "SELECT name FROM pragma_table_xinfo(?1) WHERE hidden = 0 ORDER BY cid";
+constexpr const char* kKey = "SELECT name FROM pragma_table_xinfo(?1) WHERE pk = 1";
+
+constexpr std::string_view kNameColumns[] = {"name", "点名", "名称", "地番", "画地名", "point_name", "label", "title"};
+constexpr std::string_view kNumberColumns[] = {"no", "点番号", "点番", "番号", "画地番号", "number", "point_no"};
+
+// EPSG codes of zone 1 in each datum; the other zones follow.
+struct Datum {
+    int firstCode;
+    const char* name;
+};
+constexpr Datum kDatums[] = {{6669, "JGD2011"}, {2443, "JGD2000"}, {30161, "the Tokyo datum"}};
+
+struct Table {
+    std::string name;
+    std::string geometry;
+    std::string key;
+    std::string nameColumn;   // empty: the number is the name
+    std::string numberColumn; // empty: the feature's
+};
+
+// The plane of a package: zone 0 for an undefined one.
+struct Plane {
+    int zone = 0;
+    const char* datum = nullptr; // of kDatums
+
+    friend bool operator==(const Plane&, const Plane&) = default;
+};
+
+[[noreturn]] void refuse(const std::string& why) {
+    throw StoreFailure{StoreError::NotOurs, why};
+}
+
+std::string lower(std::string_view text) {
+    std::string small(text);
+    for (char& c : small) {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return small;
+}
+
+Plane planeOf(const Statement& row, int zone) {
+    const std::string table(row.text(0));
+    const std::int64_t srs = row.integer(2);
+    if (srs == -1) {
+        return {};
+    }
+    if (row.text(3).empty() || srs == 0 || lower(row.text(3)) == "none") {
+        if (zone == 0) {
+            refuse("the table '" + table +
+                   "' does not tell its reference system; --zone 1..19 takes it as metres of that"
+                   " plane rectangular zone");
+        }
+        return {zone, kDatums[0].name};
+    }
+    if (lower(row.text(3)) == "epsg") {
+        for (const Datum& datum : kDatums) {
+            const std::int64_t found = row.integer(4) - datum.firstCode + 1;
+            if (found >= 1 && found <= kZoneCount) {
+                return {static_cast<int>(found), datum.name};
+            }
+        }
+    }
+    refuse(
+        "the table '" + table + "' is in '" + std::string(row.text(5)) +
+        "', and not in metres of a plane rectangular zone; bring it into one first, as by ogr2ogr -t_srs EPSG:6677 for"
+        " zone 9");
+}
+
+std::string columnAmong(std::span<const std::string_view> wanted, const std::vector<std::string>& columns) {
+    for (const std::string_view name : wanted) {
+        for (const std::string& column : columns) {
+            if (lower(column) == name) {
+                return column;
+            }
+        }
+    }
+    return {};
+}
+
+bool isPlainTable(Connection& connection, const std::string& name) {
+    Statement rows(connection, kIsTable);
+    return rows.bind(1, std::string_view(name)).step() && rows.integer(0) == 1;
+}
+
+class PackageReader {
+  public:
+    PackageReader(Connection& connection, int zone, ForeignPackage& package)
+        : connection_(connection), zone_(zone), package_(package) {}
+
+    void read() {
+        Statement known(connection_, kHasTables);
+        if (!known.step() || known.integer(0) != 3) {
+            refuse("");
+        }
+        const std::vector<Table> tables = findTables();
+        package_.drawing.setZone(plane_->datum == kDatums[0].name ? plane_->zone : 0);
+        pointTable_ = tableNamed("JSIMA_V3_Point");
+        polylineTable_ = tableNamed("JSIMA_V3_Pline");
+        for (const Table& table : tables) {
+            readTable(table);
+        }
+        if (package_.drawing.entityCount() == 0) {
+            refuse("no table holds points or polygons" + leftOutText(": "));
+        }
+        if (plane_->datum != nullptr && plane_->datum != kDatums[0].name) {
+            note("coordinates of zone " + std::to_string(plane_->zone) + " of " + plane_->datum +
+                 ", taken as they stand");
+        }
+        for (const auto& [what, found] : leftOut_) {
+            note(std::to_string(found.count) + " features left out: " + what + " (first fid " +
+                 std::to_string(found.first) + ")");
+        }
+    }
+
+  private:
+    std::vector<Table> findTables() {
+        std::vector<Table> tables;
+        Statement rows(connection_, kFeatureTables);
+        while (rows.step()) {
+            Table table;
+            table.name = rows.text(0);
+            table.geometry = rows.text(1);
+            if (!isPlainTable(connection_, table.name)) {
+                note("'" + table.name + "' is no table of its own: left out");
+                continue;
+            }
+            if (!describe(table)) {
+                note("the table '" + table.name + "' has no column of geometry that is stored: left out");
+                continue;
+            }
+            const Plane plane = planeOf(rows, zone_);
+            if (plane_ && *plane_ != plane) {
+                refuse("its tables are in several reference systems; bring them into one first, as by ogr2ogr -t_srs");
+            }
+            plane_ = plane;
+            tables.push_back(std::move(table));
+        }
+        if (tables.empty()) {
+            refuse("it has no table of features");
+        }
+        return tables;
+    }
+
+    bool describe(Table& table) {
+        std::vector<std::string> columns;
+        Statement rows(connection_, kColumns);
+        rows.bind(1, std::string_view(table.name));
+        while (rows.step()) {
+            columns.emplace_back(rows.text(0));
+        }
+        if (std::find(columns.begin(), columns.end(), table.geometry) == columns.end()) {
+            return false;
+        }
+        Statement key(connection_, kKey);
+        table.key = key.bind(1, std::string_view(table.name)).step() ? quoted(key.text(0)) : "rowid";
+        table.nameColumn = columnAmong(kNameColumns, columns);
+        table.numberColumn = columnAmong(kNumberColumns, columns);
+        return true;
+    }
+
+    std::size_t tableNamed(const char* name) {
+        package_.drawing.addTable(name);
+        return *package_.drawing.findTable(name);
+    }
+
+    void readTable(const Table& table) {
+        const std::string query = "SELECT " + table.key + ", " + quoted(table.geometry) + ", " +
+                                  (table.nameColumn.empty() ? "NULL" : quoted(table.nameColumn)) + ", " +
+                                  (table.numberColumn.empty() ? "NULL" : quoted(table.numberColumn)) + " FROM " +
+                                  quoted(table.name) + " ORDER BY 1";
+        Drawing& drawing = package_.drawing;
+        if (!drawing.findLayer(table.name)) {
+            drawing.addLayer(table.name);
+        }
+        layer_ = *drawing.findLayer(table.name);
+        const std::size_t before = drawing.entityCount();
+        Statement rows(connection_, query.c_str());
+        while (rows.step()) {
+            readFeature(rows, table.name);
+        }
+        if (drawing.entityCount() > before) {
+            note("'" + table.name + "': names from " +
+                 (table.nameColumn.empty() ? "the numbers" : "'" + table.nameColumn + "'") + ", numbers from " +
+                 (table.numberColumn.empty() ? "the features" : "'" + table.numberColumn + "'"));
+        }
+    }
+
+    void readFeature(Statement& row, const std::string& table) {
+        const std::int64_t fid = row.integer(0);
+        const BlobParts parts = row.isNull(1) ? BlobParts{BlobKind::Empty, 0, {}, {}, 0} : readParts(row.blob(1));
+        switch (parts.kind) {
+        case BlobKind::Empty:
+            return leaveOut("without a place in '" + table + "'", fid);
+        case BlobKind::Malformed:
+            return leaveOut("damaged geometry in '" + table + "'", fid);
+        case BlobKind::Other:
+            return leaveOut(nameOfGeometry(parts.type) + " in '" + table + "'", fid);
+        case BlobKind::Point:
+        case BlobKind::Line:
+            break;
+        }
+        if (parts.holes > 0) {
+            return leaveOut("polygons with holes in '" + table + "'", fid);
+        }
+        const std::int32_t number = numberOf(row, fid);
+        const std::string name = row.text(2).empty() ? std::to_string(number) : std::string(row.text(2));
+        Drawing& drawing = package_.drawing;
+        for (const MdGePoint3d& point : parts.points) {
+            drawing.addPoint(point, layer_);
+            drawing.setRow(drawing.entityCount() - 1, pointTable_, number, name, "座標", table);
+        }
+        for (std::vector<MdGePoint3d> ring : parts.rings) {
+            for (MdGePoint3d& vertex : ring) {
+                vertex.z = 0.0; // a lot is flat
+            }
+            drawing.addPolyline(ring, layer_, EntityKind::Polyline, true);
+            drawing.setRow(drawing.entityCount() - 1, polylineTable_, number, name, "画地", table);
+        }
+    }
+
+    // A number that is none, or none that a row holds, is the feature's.
+    static std::int32_t numberOf(const Statement& row, std::int64_t fid) {
+        const std::string_view text = row.text(3);
+        std::int32_t number = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+        if (!text.empty() && error == std::errc() && end == text.data() + text.size() && number >= 0) {
+            return number;
+        }
+        return static_cast<std::int32_t>(std::clamp<std::int64_t>(fid, 0, std::numeric_limits<std::int32_t>::max()));
+    }
+
+    void leaveOut(const std::string& what, std::int64_t fid) {
+        LeftOut& found = leftOut_.try_emplace(what, LeftOut{0, fid}).first->second;
+        ++found.count;
+    }
+
+    std::string leftOutText(const std::string& before) const {
+        std::string text;
+        for (const auto& [what, found] : leftOut_) {
+            text += (text.empty() ? before : ", ") + std::to_string(found.count) + " " + what;
+        }
+        return text;
+    }
+
+    void note(std::string text) { package_.notes.push_back(std::move(text)); }
+
+    struct LeftOut {
+        std::uint64_t count = 0;
+        std::int64_t first = 0;
+    };
+
+    Connection& connection_;
+    int zone_;
+    ForeignPackage& package_;
+    std::optional<Plane> plane_;
+    std::map<std::string, LeftOut> leftOut_;
+    std::size_t pointTable_ = 0;
+    std::size_t polylineTable_ = 0;
+    std::size_t layer_ = 0;
+};
+
+} // namespace
+
+StoreResult readForeignPackage(const std::string& path, int zone, ForeignPackage& package) {
+    try {
+        Connection connection(path, Connection::Mode::Read);
+        ForeignPackage read;
+        PackageReader(connection, zone, read).read();
+        package = std::move(read);
+        return {};
+    } catch (const StoreFailure& failure) {
+        if (failure.error == StoreError::NotOurs && !failure.detail.empty()) {
+            return {failure.error, path + ": cannot be taken: " + failure.detail};
+        }
+        return {failure.error, storeMessage(failure.error, path, failure.detail)};
+    }
+}
+
+} // namespace fenmark::drawing

@@ -1,0 +1,101 @@
+// Copies of what was not saved: made in time, offered by the next run, gone when they are not needed.
+#include "desk/window/end_watch.h"
+#include "desk_test_support.h"
+
+#include <QDir>
+
+#include <csignal>
+
+namespace fenmark::desk::test {
+namespace {
+
+struct Recovering : DeskWindow {
+    QString place() const { return folder.path(QStringLiteral("recovery")); }
+    QStringList copies() const { return QDir(place()).entryList({QStringLiteral("*.gpkg")}, QDir::Files); }
+    void startKeeping() {
+        window->recovery().setFolder(place());
+        window->recovery().start(window->session(), true);
+    }
+};
+
+TEST_F(Recovering, ACopyIsKeptWhileThereIsSomethingToLoseAndGoesWithTheSave) {
+    startKeeping();
+    EXPECT_FALSE(window->recovery().keepNow()) << "nothing to lose";
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    EXPECT_TRUE(window->recovery().keepNow());
+    EXPECT_EQ(copies().size(), 1);
+    EXPECT_TRUE(window->isWindowModified()) << "a copy is no save";
+    EXPECT_TRUE(window->session().hasChanges());
+    EXPECT_TRUE(window->recovery().left().empty()) << "its run is at work";
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_TRUE(copies().isEmpty());
+    // What is saved after a copy is whole.
+    const std::size_t entities = drawing().entityCount();
+    import(folder.example(QStringLiteral("road.sim")));
+    EXPECT_TRUE(window->recovery().keepNow());
+    const std::size_t more = drawing().entityCount();
+    ASSERT_TRUE(window->saveDrawing());
+    ASSERT_TRUE(window->openFile(path));
+    EXPECT_EQ(drawing().entityCount(), more);
+    EXPECT_GT(more, entities);
+}
+
+TEST_F(Recovering, TheNextRunOffersWhatWasLeft) {
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    const std::size_t entities = drawing().entityCount();
+    ASSERT_TRUE(window->recovery().keepNow());
+    // As after a crash: the copy stays and nobody holds its lock.
+    make(Language::Japanese);
+    startKeeping();
+    ASSERT_EQ(window->recovery().left().size(), 1U);
+    {
+        Answers answers;
+        answers.click(QStringLiteral("later"));
+        window->offerRecovery();
+    }
+    EXPECT_EQ(drawing().entityCount(), 0U);
+    {
+        Answers answers;
+        answers.click(QStringLiteral("recover"));
+        window->offerRecovery();
+    }
+    EXPECT_EQ(drawing().entityCount(), entities);
+    EXPECT_TRUE(window->session().path().empty());
+    EXPECT_TRUE(window->isWindowModified());
+    EXPECT_EQ(copies().size(), 1) << "that of this run";
+    EXPECT_TRUE(window->recovery().left().empty());
+    window->recovery().forget();
+}
+
+TEST_F(Recovering, ACopyCanBeThrownAway) {
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    ASSERT_TRUE(window->recovery().keepNow());
+    make(Language::Japanese);
+    startKeeping();
+    Answers answers;
+    answers.click(QStringLiteral("discard"));
+    window->offerRecovery();
+    EXPECT_TRUE(QDir(place()).entryList({QStringLiteral("*.gpkg")}, QDir::Files).isEmpty());
+}
+
+TEST_F(Recovering, ATerminationKeepsACopy) {
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    bool ended = false;
+    const EndWatch watch([&] {
+        ended = true;
+        window->closeAtOnce();
+    });
+    std::raise(SIGTERM);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ended; }, kPatience));
+    EXPECT_EQ(copies().size(), 1);
+    EXPECT_TRUE(window->close()) << "without a question";
+    EXPECT_EQ(copies().size(), 1);
+}
+
+} // namespace
+} // namespace fenmark::desk::test

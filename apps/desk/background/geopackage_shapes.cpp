@@ -3,6 +3,9 @@
 
 #include "drawing/geopackage/sqlite_handles.h"
 
+#include <QFileInfo>
+#include <QString>
+
 #include <cstring>
 #include <optional>
 #include <span>
@@ -159,6 +162,10 @@ struct Layer {
 
 BackgroundRead readGeoPackage(const std::string& path, int zone) {
     BackgroundRead read;
+    if (!QFileInfo::exists(QString::fromStdString(path))) {
+        read.error = BackgroundError::NotReadable;
+        return read;
+    }
     try {
         Connection connection(path, Connection::Mode::Read);
         std::vector<Layer> layers;

@@ -140,7 +140,7 @@ void Workbench::showBackground() {
         return;
     }
     window_.plan().setUnderlay([this](QPainter& painter, const ViewTransform& view) {
-        background_.paint(painter, view, zone_, backgroundStrength_ / 100.0);
+        background_.paint(painter, view, window_.session().drawing().zone(), backgroundStrength_ / 100.0);
     });
 }
 

@@ -1,14 +1,14 @@
 #!/usr/bin/env python3
 """Compares the desk's texts with their translation in a Qt Linguist file, which must have all of them and no other.
 
-check_translations.py TEXTS.cpp TRANSLATION.ts
+check_translations.py TEXTS.cpp... TRANSLATION.ts
 """
 import re
 import sys
 import xml.etree.ElementTree as ElementTree
 
 PIECE = r'"(?:[^"\\]|\\.)*"'
-ENTRY = re.compile(r'Entry\{\s*Text::(\w+),\s*QT_TRANSLATE_NOOP3\(\s*"desk",\s*((?:%s\s*)+),\s*"(\w+)"\s*\)\s*\}' % PIECE)
+ENTRY = re.compile(r'Entry\{\s*(?:Work)?Text::(\w+),\s*QT_TRANSLATE_NOOP3\(\s*"desk",\s*((?:%s\s*)+),\s*"(\w+)"\s*\)\s*\}' % PIECE)
 
 
 def text_of(literals):
@@ -21,14 +21,17 @@ def places(text):
     return sorted(set(re.findall(r"%\d", text)))
 
 
-def main(texts_path, translation_path):
-    with open(texts_path, encoding="utf-8") as file:
-        entries = ENTRY.findall(file.read())
-    with open(texts_path.replace(".cpp", ".h"), encoding="utf-8") as file:
-        names = re.findall(r"^    (\w+),$", file.read(), re.MULTILINE)
-    problems = []
-    if [name for name, _, _ in entries] != names:
-        problems.append("the texts and their names differ, or stand in another order")
+def main(*paths):
+    *texts_paths, translation_path = paths
+    problems, entries = [], []
+    for texts_path in texts_paths:
+        with open(texts_path, encoding="utf-8") as file:
+            found = ENTRY.findall(file.read())
+        with open(texts_path.replace(".cpp", ".h"), encoding="utf-8") as file:
+            names = re.findall(r"^    (\w+),$", file.read(), re.MULTILINE)
+        if [name for name, _, _ in found] != names:
+            problems.append(f"{texts_path}: the texts and their names differ, or stand in another order")
+        entries += found
     messages = {}
     for message in ElementTree.parse(translation_path).getroot().iter("message"):
         translation = message.find("translation")

@@ -3,6 +3,7 @@
 // Usage: fenmark_pictures EXAMPLES OUTPUT, two folders. The dialogs are the real ones, met on the way through an import.
 #include "desk/window/desk.h"
 #include "desk/window/main_window.h"
+#include "desk/window/workbench.h"
 #include "ui/dialogs/progress_wnd.h"
 #include "ui/dialogs/select_alignment_form.h"
 #include "ui/treelist/tree_list_ctrl.h"
@@ -20,6 +21,7 @@
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -218,6 +220,67 @@ void showDesks(const std::vector<std::string>& module, const QTemporaryDir& fold
     QApplication::setPalette(light);
 }
 
+// A lot measured corner by corner, with its area table, as the mouse would do it.
+void measureLot(desk::MainWindow& window) {
+    const drawing::Drawing& drawing = window.session().drawing();
+    selectNamed(window, "田中403");
+    window.plan().fitSelected();
+    const std::size_t lot = window.plan().selected()->index;
+    window.plan().select(std::nullopt);
+    window.workbench().startMeasuring(desk::MeasureMode::Area);
+    for (int round = 0; round < 3; ++round) {
+        QApplication::processEvents();
+    }
+    for (const host::MdGePoint3d& corner : drawing.entity(lot).vertices) {
+        window.workbench().measuring().press(window.plan().view().toPixel(corner.x, corner.y));
+    }
+    window.workbench().measuring().key(Qt::Key_Return);
+}
+
+// The views of a day's work, at the size of a small screen.
+void showDay(const QDir& examples, const std::vector<std::string>& module, desk::Language language,
+             const QString& suffix) {
+    const auto open = [&](const char* file) {
+        auto window = std::make_unique<desk::MainWindow>(desk::WindowOptions{language, false});
+        window->loadModule(module);
+        window->resize(1024, 740); // 768 without the frame
+        window->show();
+        const QTemporaryDir folder;
+        const QString copy = folder.filePath(QLatin1String(file));
+        QFile::copy(examples.filePath(QLatin1String(file)), copy);
+        const Script script(
+            {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
+        window->openFile(copy);
+        return window;
+    };
+    const auto name = [&suffix](const char* view) { return QStringLiteral("desk/") + QLatin1String(view) + suffix; };
+    {
+        const auto window = open("cadastral.sim");
+        measureLot(*window);
+        keepSmall(*window, name("measure"));
+        window->workbench().endMeasuring();
+        selectNamed(*window, "田中403");
+        window->dock(QStringLiteral("lotDock")).show();
+        window->dock(QStringLiteral("lotDock")).raise();
+        keepSmall(*window, name("lot"));
+    }
+    const auto window = open("road.sim");
+    window->plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
+    for (const char* view : {"profile", "crossSection"}) {
+        QDockWidget& dock = window->dock(QLatin1String(view) + QStringLiteral("Dock"));
+        dock.show();
+        dock.raise();
+        window->resizeDocks({&dock}, {380}, Qt::Vertical);
+        keepSmall(*window, name(view));
+    }
+    window->workbench().beforePaper = [&](desk::PaperDialog& dialog) {
+        dialog.show();
+        keepSmall(dialog, name("paper"));
+        return false;
+    };
+    window->workbench().showPaper(desk::PaperKind::Along);
+}
+
 int run(const QDir& examples) {
     const QTemporaryDir folder; // the imports write their logs beside their files
     for (const char* name : {"road.sim", "cadastral.sim"}) {
@@ -249,6 +312,14 @@ int run(const QDir& examples) {
         keep(window, QStringLiteral("desk_en"));
     }
     showDesks(module, folder);
+    const QPalette light = QApplication::palette();
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? darkPalette() : light);
+        const QString shade = dark ? QStringLiteral("_dark") : QString();
+        showDay(examples, module, desk::Language::Japanese, QStringLiteral("_ja") + shade);
+        showDay(examples, module, desk::Language::English, QStringLiteral("_en") + shade);
+    }
+    QApplication::setPalette(light);
     showAlignmentSelection();
     showProgress();
     showTreeList();

@@ -53,4 +53,19 @@ std::optional<LongitudeLatitude> PlaneZone::geographic(double x, double y) const
     return at;
 }
 
+std::optional<host::PlanPoint> PlaneZone::plane(const LongitudeLatitude& at) const {
+    constexpr double kFarthestLongitude = 40.0; // degrees from the central meridian, beyond which the reach ends anyway
+    if (!(std::abs(std::remainder(at.longitude - longitude_, 360.0)) <= kFarthestLongitude &&
+          std::abs(at.latitude) <= 90.0)) {
+        return std::nullopt;
+    }
+    host::PlanPoint point;
+    projection_->Forward(longitude_, at.latitude, at.longitude, point.x, point.y);
+    point.y -= northing_;
+    if (!(std::abs(point.x) <= kFarthestEast && std::abs(point.y) <= kFarthestNorth)) {
+        return std::nullopt;
+    }
+    return point;
+}
+
 } // namespace fenmark::exchange

@@ -6,6 +6,8 @@
 // J. Geodesy 85 (2011), as GeographicLib has it.
 #pragma once
 
+#include "values/drawing_values.h"
+
 #include <optional>
 
 namespace GeographicLib {
@@ -27,6 +29,8 @@ class PlaneZone {
     // From metres east (x) and north (y) of the zone's origin. Nothing farther than some 3,000 km east or west of it
     // and 5,000 km north or south, where no point of the zone can be, and for what is no number.
     std::optional<LongitudeLatitude> geographic(double x, double y) const;
+    // The way back: metres east (x) and north (y). Nothing beyond the same reach, and for what is no number.
+    std::optional<host::PlanPoint> plane(const LongitudeLatitude& at) const;
 
   private:
     const GeographicLib::TransverseMercator* projection_;

@@ -1259,5 +1259,535 @@ a drawing (.gpkg) here</source>
         <comment>TryPlanTangents</comment>
         <translation>設定の「クロソイドの接線交点を平面で求める」を選んで読み込み直すと直ることがあります</translation>
     </message>
+    <message>
+        <source>&amp;Measure</source>
+        <comment>MeasureMenu</comment>
+        <translation>計測(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Distance and Bearing</source>
+        <comment>MeasureDistance</comment>
+        <translation>距離・方向角(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Area and Perimeter</source>
+        <comment>MeasureArea</comment>
+        <translation>面積・周長(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Radius and Station</source>
+        <comment>MeasurePlace</comment>
+        <translation>半径・追加距離(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;End Measuring</source>
+        <comment>MeasureEnd</comment>
+        <translation>計測を終了(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Distance</source>
+        <comment>MeasureShort</comment>
+        <translation>距離</translation>
+    </message>
+    <message>
+        <source>Area</source>
+        <comment>MeasureAreaShort</comment>
+        <translation>面積</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <comment>MeasurePlaceShort</comment>
+        <translation>追加距離</translation>
+    </message>
+    <message>
+        <source>Measurement</source>
+        <comment>MeasurePanel</comment>
+        <translation>計測</translation>
+    </message>
+    <message>
+        <source>Click places in the plan. Enter: finish  Backspace: one back  Esc: clear</source>
+        <comment>MeasureHint</comment>
+        <translation>平面図の点をクリックしてください。Enter: 終わる  BackSpace: 一点戻す  Esc: 消去</translation>
+    </message>
+    <message>
+        <source>Point</source>
+        <comment>MeasurePointName</comment>
+        <translation>点名</translation>
+    </message>
+    <message>
+        <source>Side</source>
+        <comment>MeasureSide</comment>
+        <translation>辺長</translation>
+    </message>
+    <message>
+        <source>Azimuth</source>
+        <comment>MeasureAzimuth</comment>
+        <translation>方向角</translation>
+    </message>
+    <message>
+        <source>Bearing</source>
+        <comment>MeasureBearing</comment>
+        <translation>象限角</translation>
+    </message>
+    <message>
+        <source>Included Angle</source>
+        <comment>MeasureIncluded</comment>
+        <translation>夾角</translation>
+    </message>
+    <message>
+        <source>ΔX, ΔY</source>
+        <comment>MeasureDifference</comment>
+        <translation>ΔX, ΔY</translation>
+    </message>
+    <message>
+        <source>Cumulative</source>
+        <comment>MeasureAlong</comment>
+        <translation>累加距離</translation>
+    </message>
+    <message>
+        <source>First to Last</source>
+        <comment>MeasureDirect</comment>
+        <translation>始点から終点</translation>
+    </message>
+    <message>
+        <source>The sides cross: this is no area</source>
+        <comment>MeasureCrossed</comment>
+        <translation>辺が交差しています。面積は求められません</translation>
+    </message>
+    <message>
+        <source>Stake</source>
+        <comment>MeasureStake</comment>
+        <translation>測点</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <comment>MeasureOffset</comment>
+        <translation>幅</translation>
+    </message>
+    <message>
+        <source>Tangent Azimuth</source>
+        <comment>MeasureTangent</comment>
+        <translation>接線方向角</translation>
+    </message>
+    <message>
+        <source>(no alignment)</source>
+        <comment>MeasureNoAlignment</comment>
+        <translation>(線形なし)</translation>
+    </message>
+    <message>
+        <source>&amp;Snap</source>
+        <comment>SnapMenu</comment>
+        <translation>吸着(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Point</source>
+        <comment>SnapPoint</comment>
+        <translation>点</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <comment>SnapEnd</comment>
+        <translation>端点</translation>
+    </message>
+    <message>
+        <source>Vertex</source>
+        <comment>SnapVertex</comment>
+        <translation>頂点</translation>
+    </message>
+    <message>
+        <source>Crossing</source>
+        <comment>SnapCrossing</comment>
+        <translation>交点</translation>
+    </message>
+    <message>
+        <source>Foot</source>
+        <comment>SnapFoot</comment>
+        <translation>垂線の足</translation>
+    </message>
+    <message>
+        <source>On Line</source>
+        <comment>SnapOnLine</comment>
+        <translation>線上</translation>
+    </message>
+    <message>
+        <source>&amp;Copy Table</source>
+        <comment>CopyTable</comment>
+        <translation>表をコピー(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Area Table</source>
+        <comment>LotPanel</comment>
+        <translation>求積表</translation>
+    </message>
+    <message>
+        <source>Select a lot to see its area table</source>
+        <comment>LotHint</comment>
+        <translation>画地を選択すると座標求積表を表示します</translation>
+    </message>
+    <message>
+        <source>Se&amp;ctions</source>
+        <comment>SectionMenu</comment>
+        <translation>縦横断(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Longitudinal Section</source>
+        <comment>ProfilePanel</comment>
+        <translation>縦断図</translation>
+    </message>
+    <message>
+        <source>Cross-Sections</source>
+        <comment>CrossPanel</comment>
+        <translation>横断図</translation>
+    </message>
+    <message>
+        <source>Height Scale</source>
+        <comment>Exaggeration</comment>
+        <translation>高さの倍率</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <comment>ExaggerationFit</comment>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>×%1</source>
+        <comment>ExaggerationTimes</comment>
+        <translation>%1倍</translation>
+    </message>
+    <message>
+        <source>Print...</source>
+        <comment>PrintShort</comment>
+        <translation>印刷...</translation>
+    </message>
+    <message>
+        <source>Previous Section</source>
+        <comment>PreviousSection</comment>
+        <translation>前の断面</translation>
+    </message>
+    <message>
+        <source>Next Section</source>
+        <comment>NextSection</comment>
+        <translation>次の断面</translation>
+    </message>
+    <message>
+        <source>This alignment has no longitudinal results</source>
+        <comment>NoProfile</comment>
+        <translation>この線形には縦断成果がありません</translation>
+    </message>
+    <message>
+        <source>This alignment has no cross-sections</source>
+        <comment>NoSections</comment>
+        <translation>この線形には横断成果がありません</translation>
+    </message>
+    <message>
+        <source>Select an alignment, or a point of its sections</source>
+        <comment>ChooseAlignment</comment>
+        <translation>線形または縦横断成果の点を選択してください</translation>
+    </message>
+    <message>
+        <source>Ground</source>
+        <comment>Ground</comment>
+        <translation>地盤高</translation>
+    </message>
+    <message>
+        <source>Design</source>
+        <comment>Planned</comment>
+        <translation>計画高</translation>
+    </message>
+    <message>
+        <source>Station</source>
+        <comment>Distance</comment>
+        <translation>追加距離</translation>
+    </message>
+    <message>
+        <source>Stake</source>
+        <comment>Stake</comment>
+        <translation>測点</translation>
+    </message>
+    <message>
+        <source>Curves</source>
+        <comment>Curve</comment>
+        <translation>曲線</translation>
+    </message>
+    <message>
+        <source>Centre height %1</source>
+        <comment>CentreHeight</comment>
+        <translation>中心高 %1</translation>
+    </message>
+    <message>
+        <source>%1  station %2  ground %3</source>
+        <comment>PointedProfile</comment>
+        <translation>%1  追加距離 %2  地盤高 %3</translation>
+    </message>
+    <message>
+        <source>offset %1  height %2</source>
+        <comment>PointedSection</comment>
+        <translation>幅 %1  標高 %2</translation>
+    </message>
+    <message>
+        <source>&amp;Print and PDF...</source>
+        <comment>PaperMenu</comment>
+        <translation>印刷・PDF(&amp;P)...</translation>
+    </message>
+    <message>
+        <source>Print and PDF</source>
+        <comment>PaperTitle</comment>
+        <translation>印刷・PDF</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <comment>PaperKind</comment>
+        <translation>種類</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <comment>PaperPlan</comment>
+        <translation>平面図</translation>
+    </message>
+    <message>
+        <source>Plan in sheets along an alignment</source>
+        <comment>PaperAlong</comment>
+        <translation>平面図（線形に沿った割付）</translation>
+    </message>
+    <message>
+        <source>Longitudinal section</source>
+        <comment>PaperProfile</comment>
+        <translation>縦断図</translation>
+    </message>
+    <message>
+        <source>Cross-sections</source>
+        <comment>PaperCross</comment>
+        <translation>横断図</translation>
+    </message>
+    <message>
+        <source>Area tables of lots</source>
+        <comment>PaperLots</comment>
+        <translation>座標求積表</translation>
+    </message>
+    <message>
+        <source>Stake list</source>
+        <comment>PaperStakes</comment>
+        <translation>測設（杭打ち）座標一覧</translation>
+    </message>
+    <message>
+        <source>Coordinate list</source>
+        <comment>PaperPoints</comment>
+        <translation>座標一覧</translation>
+    </message>
+    <message>
+        <source>Tables of alignments</source>
+        <comment>PaperAlignments</comment>
+        <translation>線形計算書</translation>
+    </message>
+    <message>
+        <source>Alignment</source>
+        <comment>PaperOf</comment>
+        <translation>線形</translation>
+    </message>
+    <message>
+        <source>Paper</source>
+        <comment>PaperSize</comment>
+        <translation>用紙</translation>
+    </message>
+    <message>
+        <source>Orientation</source>
+        <comment>PaperOrientation</comment>
+        <translation>向き</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>OrientationAuto</comment>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>Landscape</source>
+        <comment>OrientationWide</comment>
+        <translation>横</translation>
+    </message>
+    <message>
+        <source>Portrait</source>
+        <comment>OrientationUpright</comment>
+        <translation>縦</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <comment>PaperScale</comment>
+        <translation>縮尺</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <comment>ScaleAuto</comment>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>Extent</source>
+        <comment>PaperExtent</comment>
+        <translation>範囲</translation>
+    </message>
+    <message>
+        <source>Whole drawing</source>
+        <comment>ExtentAll</comment>
+        <translation>図面全体</translation>
+    </message>
+    <message>
+        <source>What the view shows</source>
+        <comment>ExtentView</comment>
+        <translation>画面の範囲</translation>
+    </message>
+    <message>
+        <source>Selected object</source>
+        <comment>ExtentSelection</comment>
+        <translation>選択した図形</translation>
+    </message>
+    <message>
+        <source>Title block (kept in the drawing)</source>
+        <comment>PaperTexts</comment>
+        <translation>表題欄（図面に保存）</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <comment>TextHeading</comment>
+        <translation>図面名</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <comment>TextProject</comment>
+        <translation>業務名</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <comment>TextDate</comment>
+        <translation>年月日</translation>
+    </message>
+    <message>
+        <source>Author</source>
+        <comment>TextAuthor</comment>
+        <translation>作成者</translation>
+    </message>
+    <message>
+        <source>Company</source>
+        <comment>TextCompany</comment>
+        <translation>会社名</translation>
+    </message>
+    <message>
+        <source>Sheet</source>
+        <comment>TextSheet</comment>
+        <translation>図面番号</translation>
+    </message>
+    <message>
+        <source>Remark</source>
+        <comment>TextRemark</comment>
+        <translation>備考</translation>
+    </message>
+    <message>
+        <source>Previous Page</source>
+        <comment>PagePrevious</comment>
+        <translation>前のページ</translation>
+    </message>
+    <message>
+        <source>Next Page</source>
+        <comment>PageNext</comment>
+        <translation>次のページ</translation>
+    </message>
+    <message>
+        <source>%1 / %2</source>
+        <comment>PageOf</comment>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>&amp;Save PDF...</source>
+        <comment>PaperSavePdf</comment>
+        <translation>PDF保存(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>Save S&amp;VG...</source>
+        <comment>PaperSaveSvg</comment>
+        <translation>SVG保存(&amp;V)...</translation>
+    </message>
+    <message>
+        <source>&amp;Print...</source>
+        <comment>PaperPrint</comment>
+        <translation>印刷(&amp;P)...</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <comment>PaperClose</comment>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <comment>PaperSaved</comment>
+        <translation>%1 に保存しました</translation>
+    </message>
+    <message>
+        <source>The printer's paper is %1, the sheet is %2. Print it smaller?</source>
+        <comment>PaperTooLarge</comment>
+        <translation>プリンターの用紙は %1 ですが、図面は %2 です。縮小して印刷しますか?</translation>
+    </message>
+    <message>
+        <source>Stakes every (m)</source>
+        <comment>StakePitch</comment>
+        <translation>杭の間隔 (m)</translation>
+    </message>
+    <message>
+        <source>Offsets (m)</source>
+        <comment>StakeOffsets</comment>
+        <translation>幅 (m)</translation>
+    </message>
+    <message>
+        <source>&amp;Background</source>
+        <comment>BackgroundMenu</comment>
+        <translation>背景(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Add File...</source>
+        <comment>BackgroundAdd</comment>
+        <translation>ファイルを追加(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>Add &amp;Folder of Tiles...</source>
+        <comment>BackgroundAddFolder</comment>
+        <translation>タイルのフォルダーを追加(&amp;F)...</translation>
+    </message>
+    <message>
+        <source>&amp;Remove All</source>
+        <comment>BackgroundRemoveAll</comment>
+        <translation>すべて外す(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Show Background</source>
+        <comment>BackgroundShow</comment>
+        <translation>背景を表示(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Strength %1%</source>
+        <comment>BackgroundStrength</comment>
+        <translation>濃さ %1%</translation>
+    </message>
+    <message>
+        <source>Backgrounds (*.gpkg *.dxf *.geojson *.json *.mbtiles)</source>
+        <comment>BackgroundFilter</comment>
+        <translation>背景 (*.gpkg *.dxf *.geojson *.json *.mbtiles)</translation>
+    </message>
+    <message>
+        <source>Background: added %1 (%2 points, %3 lines)</source>
+        <comment>BackgroundAdded</comment>
+        <translation>背景に %1 を追加しました（点 %2、線 %3）</translation>
+    </message>
+    <message>
+        <source>%1: no background (%2)</source>
+        <comment>BackgroundFailed</comment>
+        <translation>%1: 背景にできません（%2）</translation>
+    </message>
+    <message>
+        <source>the plane rectangular zone is needed; choose it in the menu Settings</source>
+        <comment>BackgroundNeedsZone</comment>
+        <translation>平面直角座標系の系番号が必要です。［設定］メニューで系を選んでください</translation>
+    </message>
+    <message>
+        <source>A file of the background is missing: %1</source>
+        <comment>BackgroundMissing</comment>
+        <translation>背景のファイルが見つかりません: %1</translation>
+    </message>
 </context>
 </TS>

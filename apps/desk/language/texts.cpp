@@ -227,6 +227,41 @@ constexpr std::array kEntries{
     Entry{Text::KindContinuous, QT_TRANSLATE_NOOP3("desk", "Continuous line", "KindContinuous")},
     Entry{Text::KindOtherLine, QT_TRANSLATE_NOOP3("desk", "Other line", "KindOtherLine")},
     Entry{Text::KindCount, QT_TRANSLATE_NOOP3("desk", "%1 (%2)", "KindCount")},
+    Entry{Text::MeasureMenu, QT_TRANSLATE_NOOP3("desk", "&Measure", "MeasureMenu")},
+    Entry{Text::MeasureDistance, QT_TRANSLATE_NOOP3("desk", "&Distance and Bearing", "MeasureDistance")},
+    Entry{Text::MeasureArea, QT_TRANSLATE_NOOP3("desk", "&Area and Perimeter", "MeasureArea")},
+    Entry{Text::MeasurePlace, QT_TRANSLATE_NOOP3("desk", "&Radius and Station", "MeasurePlace")},
+    Entry{Text::MeasureEnd, QT_TRANSLATE_NOOP3("desk", "&End Measuring", "MeasureEnd")},
+    Entry{Text::MeasureShort, QT_TRANSLATE_NOOP3("desk", "Distance", "MeasureShort")},
+    Entry{Text::MeasureAreaShort, QT_TRANSLATE_NOOP3("desk", "Area", "MeasureAreaShort")},
+    Entry{Text::MeasurePlaceShort, QT_TRANSLATE_NOOP3("desk", "Station", "MeasurePlaceShort")},
+    Entry{Text::MeasurePanel, QT_TRANSLATE_NOOP3("desk", "Measurement", "MeasurePanel")},
+    Entry{Text::MeasureHint,
+          QT_TRANSLATE_NOOP3("desk", "Click places in the plan. Enter: finish  Backspace: one back  Esc: clear",
+                             "MeasureHint")},
+    Entry{Text::MeasurePointName, QT_TRANSLATE_NOOP3("desk", "Point", "MeasurePointName")},
+    Entry{Text::MeasureSide, QT_TRANSLATE_NOOP3("desk", "Side", "MeasureSide")},
+    Entry{Text::MeasureAzimuth, QT_TRANSLATE_NOOP3("desk", "Azimuth", "MeasureAzimuth")},
+    Entry{Text::MeasureBearing, QT_TRANSLATE_NOOP3("desk", "Bearing", "MeasureBearing")},
+    Entry{Text::MeasureIncluded, QT_TRANSLATE_NOOP3("desk", "Included Angle", "MeasureIncluded")},
+    Entry{Text::MeasureDifference, QT_TRANSLATE_NOOP3("desk", "ΔX, ΔY", "MeasureDifference")},
+    Entry{Text::MeasureAlong, QT_TRANSLATE_NOOP3("desk", "Cumulative", "MeasureAlong")},
+    Entry{Text::MeasureDirect, QT_TRANSLATE_NOOP3("desk", "First to Last", "MeasureDirect")},
+    Entry{Text::MeasureCrossed, QT_TRANSLATE_NOOP3("desk", "The sides cross: this is no area", "MeasureCrossed")},
+    Entry{Text::MeasureStake, QT_TRANSLATE_NOOP3("desk", "Stake", "MeasureStake")},
+    Entry{Text::MeasureOffset, QT_TRANSLATE_NOOP3("desk", "Offset", "MeasureOffset")},
+    Entry{Text::MeasureTangent, QT_TRANSLATE_NOOP3("desk", "Tangent Azimuth", "MeasureTangent")},
+    Entry{Text::MeasureNoAlignment, QT_TRANSLATE_NOOP3("desk", "(no alignment)", "MeasureNoAlignment")},
+    Entry{Text::SnapMenu, QT_TRANSLATE_NOOP3("desk", "&Snap", "SnapMenu")},
+    Entry{Text::SnapPoint, QT_TRANSLATE_NOOP3("desk", "Point", "SnapPoint")},
+    Entry{Text::SnapEnd, QT_TRANSLATE_NOOP3("desk", "End", "SnapEnd")},
+    Entry{Text::SnapVertex, QT_TRANSLATE_NOOP3("desk", "Vertex", "SnapVertex")},
+    Entry{Text::SnapCrossing, QT_TRANSLATE_NOOP3("desk", "Crossing", "SnapCrossing")},
+    Entry{Text::SnapFoot, QT_TRANSLATE_NOOP3("desk", "Foot", "SnapFoot")},
+    Entry{Text::SnapOnLine, QT_TRANSLATE_NOOP3("desk", "On Line", "SnapOnLine")},
+    Entry{Text::CopyTable, QT_TRANSLATE_NOOP3("desk", "&Copy Table", "CopyTable")},
+    Entry{Text::LotPanel, QT_TRANSLATE_NOOP3("desk", "Area Table", "LotPanel")},
+    Entry{Text::LotHint, QT_TRANSLATE_NOOP3("desk", "Select a lot to see its area table", "LotHint")},
     Entry{Text::ShowOnlyLayer, QT_TRANSLATE_NOOP3("desk", "Show &Only This Layer", "ShowOnlyLayer")},
     Entry{Text::HideThisLayer, QT_TRANSLATE_NOOP3("desk", "&Hide This Layer", "HideThisLayer")},
     Entry{Text::ShowOnlyKind, QT_TRANSLATE_NOOP3("desk", "Show Only This &Kind", "ShowOnlyKind")},
@@ -337,16 +372,19 @@ static_assert(inOrder());
 
 } // namespace
 
-QString Texts::operator()(Text text) const {
+QString Texts::translated(const char* english, const char* name) const {
     static const QTranslator* const japanese = [] {
         auto* translator = new QTranslator; // for the life of the program
         static_cast<void>(translator->load(fenmarkDeskJapanese, static_cast<int>(fenmarkDeskJapaneseSize)));
         return translator;
     }();
+    const QString translated = language_ == Language::Japanese ? japanese->translate("desk", english, name) : QString();
+    return translated.isNull() ? QString::fromUtf8(english) : translated;
+}
+
+QString Texts::operator()(Text text) const {
     const Source& source = kEntries[static_cast<std::size_t>(text)].source;
-    const QString translated =
-        language_ == Language::Japanese ? japanese->translate("desk", source.english, source.name) : QString();
-    return translated.isNull() ? QString::fromUtf8(source.english) : translated;
+    return translated(source.english, source.name);
 }
 
 QString withoutMnemonic(QString text) {

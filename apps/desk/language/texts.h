@@ -183,6 +183,39 @@ enum class Text : std::uint16_t {
     KindContinuous,
     KindOtherLine,
     KindCount,
+    MeasureMenu,
+    MeasureDistance,
+    MeasureArea,
+    MeasurePlace,
+    MeasureEnd,
+    MeasureShort,
+    MeasureAreaShort,
+    MeasurePlaceShort,
+    MeasurePanel,
+    MeasureHint,
+    MeasurePointName,
+    MeasureSide,
+    MeasureAzimuth,
+    MeasureBearing,
+    MeasureIncluded,
+    MeasureDifference,
+    MeasureAlong,
+    MeasureDirect,
+    MeasureCrossed,
+    MeasureStake,
+    MeasureOffset,
+    MeasureTangent,
+    MeasureNoAlignment,
+    SnapMenu,
+    SnapPoint,
+    SnapEnd,
+    SnapVertex,
+    SnapCrossing,
+    SnapFoot,
+    SnapOnLine,
+    CopyTable,
+    LotPanel,
+    LotHint,
     ShowOnlyLayer,
     HideThisLayer,
     ShowOnlyKind,
@@ -266,6 +299,8 @@ class Texts {
     Language language() const { return language_; }
     void setLanguage(Language language) { language_ = language; }
     QString operator()(Text text) const;
+    // A text of the translation by its English wording and its name, for tables of texts beside this one.
+    QString translated(const char* english, const char* name) const;
 
   private:
     Language language_;

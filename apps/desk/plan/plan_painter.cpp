@@ -252,6 +252,10 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     image.setDevicePixelRatio(ratio);
     image.fill(kPaper);
     drawn_ = 0;
+    if (underlay_) {
+        QPainter painter(&image);
+        underlay_(painter, view);
+    }
     namesLeftOut_ = 0;
     LabelRoom room(view.size());
     if (look.grid) {

@@ -10,6 +10,8 @@
 #include <QPainter>
 
 #include <cstddef>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace fenmark::desk {
@@ -23,6 +25,10 @@ class PlanPainter {
     // The whole view as a picture of its size in device pixels. An image of the right size is used again.
     void paint(QImage& image, const ViewTransform& view, const PlanLook& look, double devicePixelRatio,
                const QFont& font);
+    // Paints below all else, on the paper; none for an empty function.
+    using Underlay = std::function<void(QPainter& painter, const ViewTransform& view)>;
+    void setUnderlay(Underlay underlay) { underlay_ = std::move(underlay); }
+
     // Marks one object on top of a painted view: the selected one, or that under the pointer.
     void paintSelected(QPainter& painter, const ViewTransform& view, const PlanObject& object) const;
     void paintHovered(QPainter& painter, const ViewTransform& view, const PlanObject& object) const;
@@ -48,6 +54,7 @@ class PlanPainter {
 
     const drawing::Drawing& drawing_;
     const PlanIndex& index_;
+    Underlay underlay_;
     std::size_t drawn_ = 0;
     std::size_t namesLeftOut_ = 0;
     std::vector<PlanFigure> lines_;   // in view and larger than a dot

@@ -38,6 +38,7 @@ void PlanView::setDrawing(const drawing::Drawing* drawing) {
     lastClick_.reset();
     if (drawing_ != nullptr) {
         painter_.emplace(*drawing_, index_);
+        painter_->setUnderlay(underlay_);
     }
     fitPending_ = true;
     drawingChanged();
@@ -164,6 +165,21 @@ void PlanView::select(const std::optional<PlanObject>& object, bool intoView) {
     emit selectionChanged();
 }
 
+void PlanView::setTool(PlanTool* tool) {
+    tool_ = tool;
+    setHovered(std::nullopt);
+    update();
+}
+
+void PlanView::setUnderlay(PlanPainter::Underlay underlay) {
+    underlay_ = std::move(underlay);
+    if (painter_) {
+        painter_->setUnderlay(underlay_);
+    }
+    dirty_ = true;
+    update();
+}
+
 void PlanView::setHint(const QString& large, const QString& small) {
     hintLarge_ = large;
     hintSmall_ = small;
@@ -205,6 +221,11 @@ void PlanView::paintEvent(QPaintEvent*) {
             painter_->paintSelected(painter, view_, object);
             painter.restore();
         }
+    }
+    if (tool_ != nullptr) {
+        painter.save();
+        tool_->paint(painter, view_, font());
+        painter.restore();
     }
     paintFurniture(painter, view_, font());
     if (index_.extent().empty()) {

@@ -7,6 +7,7 @@
 #include "desk/plan/plan_index.h"
 #include "desk/plan/plan_object.h"
 #include "desk/plan/plan_painter.h"
+#include "desk/plan/plan_tool.h"
 #include "desk/plan/view_transform.h"
 #include "drawing/drawing.h"
 
@@ -61,6 +62,13 @@ class PlanView : public QWidget {
     const std::optional<PlanObject>& hovered() const { return hovered_; }
     // Tells what a tip says of the object under the pointer.
     void setDescriber(std::function<QString(const PlanObject&)> describe) { describe_ = std::move(describe); }
+
+    // The tool that takes clicks and keys in place of the selection; null for none. It must outlive its use.
+    void setTool(PlanTool* tool);
+    const PlanTool* tool() const { return tool_; }
+
+    // What lies under the plan. Ask for it anew when it has changed.
+    void setUnderlay(PlanPainter::Underlay underlay);
 
     // Lines of text in the middle of an empty plan.
     void setHint(const QString& large, const QString& small);
@@ -119,6 +127,7 @@ class PlanView : public QWidget {
     void selectBox(const QPointF& from, const QPointF& to);
     void dropWhatIsGone();
     void updateCursor();
+    bool toolKey(int key);
     bool bringIntoView(const PlanObject& object);
     bool stepSelection(int step, bool around);
 
@@ -135,6 +144,8 @@ class PlanView : public QWidget {
     std::vector<PlanObject> selection_;
     std::optional<PlanObject> hovered_;
     std::function<QString(const PlanObject&)> describe_;
+    PlanTool* tool_ = nullptr;
+    PlanPainter::Underlay underlay_;
     QString hintLarge_;
     QString hintSmall_;
     QString leftOutText_;

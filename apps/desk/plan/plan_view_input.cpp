@@ -38,6 +38,15 @@ void PlanView::updateCursor() {
     }
 }
 
+// The keys that a tool has a use for are its own; all others move the view as ever.
+bool PlanView::toolKey(int key) {
+    const bool taken = tool_ != nullptr && tool_->key(key);
+    if (taken) {
+        update();
+    }
+    return taken;
+}
+
 void PlanView::mousePressEvent(QMouseEvent* event) {
     if (!ready() || drag_ != Drag::None) {
         return;
@@ -79,7 +88,10 @@ void PlanView::mouseMoveEvent(QMouseEvent* event) {
     if (drag_ != Drag::Press) {
         dragLast_ = at;
     }
-    if (event->buttons() == Qt::NoButton && !spaceHeld_) {
+    if (tool_ != nullptr) {
+        tool_->move(at);
+        update();
+    } else if (event->buttons() == Qt::NoButton && !spaceHeld_) {
         hoverAt(at);
     } else {
         setHovered(std::nullopt);
@@ -106,7 +118,10 @@ void PlanView::mouseReleaseEvent(QMouseEvent* event) {
     const Drag was = drag_;
     drag_ = Drag::None;
     dragButton_ = Qt::NoButton;
-    if (was == Drag::Press && ready()) {
+    if (was == Drag::Press && ready() && tool_ != nullptr) {
+        tool_->press(event->position());
+        update();
+    } else if (was == Drag::Press && ready()) {
         clickAt(event->position(), false);
     }
     if (was == Drag::Select && ready()) {
@@ -135,6 +150,9 @@ void PlanView::mouseReleaseEvent(QMouseEvent* event) {
 void PlanView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::MiddleButton) {
         fitAll();
+    } else if (event->button() == Qt::LeftButton && ready() && tool_ != nullptr) {
+        tool_->doublePress();
+        update();
     } else if (event->button() == Qt::LeftButton && selected_) {
         emit activated();
     }
@@ -181,6 +199,9 @@ void PlanView::keyPressEvent(QKeyEvent* event) {
     }
     if (event->matches(QKeySequence::SelectAll)) {
         selectAllShown();
+        return;
+    }
+    if (!windowArmed_ && toolKey(event->key())) {
         return;
     }
     const double step = kKeyPan * std::min(width(), height());
@@ -282,6 +303,10 @@ bool PlanView::event(QEvent* event) {
 void PlanView::leaveEvent(QEvent*) {
     if (ready()) {
         setHovered(std::nullopt);
+        if (tool_ != nullptr) {
+            tool_->leave();
+            update();
+        }
     }
     emit pointerLeft();
 }

@@ -3,6 +3,7 @@
 
 #include "desk/window/icons.h"
 #include "desk/window/properties.h"
+#include "desk/window/workbench.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -194,6 +195,7 @@ void MainWindow::makeMenus() {
     QMainWindow::addAction(back);
     QMainWindow::addAction(toCommand);
 
+    workbench_->makeMenus();
     makeSettingsMenu();
     QMenu* help = addMenu(Text::HelpMenu);
     addAction(help, Text::Keys, QKeySequence(Qt::Key_F1), [this] { tell(texts_(Text::KeysText)); });
@@ -338,6 +340,8 @@ void MainWindow::makePanels() {
     resizeDocks({sites, layers, legend}, {420, 120, 200}, Qt::Vertical);
     resizeDocks({find, properties}, {220, 520}, Qt::Vertical);
     find->hide(); // until it is asked for
+    workbench_ = new Workbench(*this);
+    workbench_->makeDocks(log);
     resizeDocks({command}, {150}, Qt::Vertical);
     resizeDocks({command, log}, {460, 400}, Qt::Horizontal);
 
@@ -455,6 +459,7 @@ void MainWindow::retranslate() {
     imports_->setAccessibleName(texts_(Text::ImportsBox));
     source_->setAccessibleName(texts_(Text::SourcePanel));
     find_->retranslate();
+    workbench_->retranslate();
     log_->setPlaceholderText(texts_(Text::NoLog));
     fillRecentMenu();
 }

@@ -50,6 +50,8 @@ struct FileQuestions {
     std::function<Again(QWidget* parent)> again = nullptr;
 };
 
+class Workbench;
+
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -75,9 +77,11 @@ class MainWindow : public QMainWindow {
     // Keeps a copy of what is not saved, and closes without a question, as when the system ends the program.
     void closeAtOnce();
     FindPanel& find() { return *find_; }
+    Workbench& workbench() { return *workbench_; }
     const Texts& texts() const { return texts_; }
     FileQuestions& questions() { return questions_; }
     QAction* action(Text text) const;
+    QDockWidget& dock(const QString& objectName) { return *findChild<QDockWidget*>(objectName); }
 
     // False if the module could not be loaded; the command line says why.
     bool loadModule(const std::vector<std::string>& paths);
@@ -120,6 +124,8 @@ class MainWindow : public QMainWindow {
     void changeEvent(QEvent* event) override;
 
   private:
+    friend class Workbench; // the parts of a day's work, with panels and menus of their own
+
     // Making (main_window.cpp).
     QAction* addAction(QMenu* menu, Text text, const QKeySequence& keys, std::function<void()> act);
     void makeMenus();
@@ -153,6 +159,7 @@ class MainWindow : public QMainWindow {
     void fillRecentMenu();
     void openDropped(const QStringList& paths);
     void tell(const QString& message); // a message box with one button
+    bool hasChanges() const;           // of the drawing, or of the texts kept with it
     QString fileName() const;
 
     // The drawing and its views (main_window_drawing.cpp).
@@ -206,6 +213,7 @@ class MainWindow : public QMainWindow {
     Recovery recovery_;
     bool closingAtOnce_ = false;
     FindPanel* find_ = nullptr;
+    Workbench* workbench_ = nullptr;
     QPushButton* viewHint_ = nullptr;
     QTranslator toolkitTexts_;
     QLabel* position_ = nullptr;

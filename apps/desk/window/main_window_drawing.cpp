@@ -3,6 +3,7 @@
 
 #include "desk/plan/plan_text.h"
 #include "desk/window/properties.h"
+#include "desk/window/workbench.h"
 #include "sima/text/encoding.h"
 
 #include <QApplication>
@@ -375,6 +376,7 @@ void MainWindow::releaseDrawing() {
 // Another drawing is open: everything is shown, from its whole extent.
 void MainWindow::drawingReplaced() {
     plan_->setDrawing(&session_.drawing());
+    workbench_->drawingReplaced();
     layers_->fill(session_.drawing(), true);
     showLastLog();
     drawingChanged();
@@ -387,6 +389,7 @@ void MainWindow::drawingChanged() {
     sites_->fill(drawing);
     applyLook();
     selectionChanged();
+    workbench_->drawingChanged();
     find_->setDrawing(&drawing);
     StyleCounts counts{};
     plan_->index().query(plan_->index().extent(), [&](const PlanFigure& figure) {
@@ -446,6 +449,7 @@ void MainWindow::selectionChanged() {
         applyLook(); // its stations are the ones to name
     }
     sites_->mark(plan_->selected());
+    workbench_->selectionChanged();
     updateActions();
 }
 
@@ -469,7 +473,7 @@ void MainWindow::pointerMoved(double x, double y) {
 
 void MainWindow::updateTitle() {
     setWindowTitle(fileName() + QStringLiteral("[*] - Fenmark Desk"));
-    setWindowModified(session_.hasChanges());
+    setWindowModified(hasChanges());
 }
 
 void MainWindow::updateActions() {
@@ -490,14 +494,18 @@ void MainWindow::updateActions() {
                             ? texts_(Text::Redo)
                             : texts_(Text::RedoStep).arg(stepName(session_.undoneSteps().back().step.kind)));
     redoAction->setIconText(withoutMnemonic(texts_(Text::Redo)));
+    action(Text::MeasureEnd)->setEnabled(idle && workbench_->isMeasuring());
     action(Text::ClearSelection)->setEnabled(idle && plan_->selected().has_value());
     action(Text::FitSelection)->setEnabled(idle && plan_->selected().has_value());
     action(Text::Import)->setEnabled(idle && !session_.modules().commands().empty());
 }
 
 void MainWindow::focusNextPane(int step) {
-    const std::vector<QWidget*> panes{plan_, sites_,  layers_,       legend_,    command_->edit(),
-                                      log_,  source_, find_->edit(), properties_};
+    std::vector<QWidget*> panes{plan_, sites_,  layers_,       legend_,    command_->edit(),
+                                log_,  source_, find_->edit(), properties_};
+    for (QWidget* pane : workbench_->panes()) {
+        panes.push_back(pane);
+    }
     const QWidget* focus = focusWidget(); // also while another window is in use
     std::size_t at = 0;
     for (std::size_t i = 0; i < panes.size(); ++i) {

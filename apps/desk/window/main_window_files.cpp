@@ -1,6 +1,8 @@
 // Opening, saving and exporting from the main window.
 #include "desk/window/main_window.h"
 
+#include "desk/window/workbench.h"
+
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
 
@@ -49,8 +51,12 @@ void MainWindow::tell(const QString& message) {
     box.exec();
 }
 
+bool MainWindow::hasChanges() const {
+    return session_.hasChanges() || workbench_->hasChanges();
+}
+
 bool MainWindow::mayLoseDrawing() {
-    if (closingAtOnce_ || !session_.hasChanges()) {
+    if (closingAtOnce_ || !hasChanges()) {
         return true;
     }
     QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"), texts_(Text::SaveChanges).arg(fileName()),
@@ -129,7 +135,10 @@ bool MainWindow::openFile(const QString& path) {
 }
 
 bool MainWindow::saveTo(const QString& path) {
-    const StoreResult result = session_.save(path.toStdString());
+    StoreResult result = session_.save(path.toStdString());
+    if (result) {
+        result = workbench_->saveTexts(path.toStdString());
+    }
     if (!result) {
         command_->say(QString::fromStdString(result.message));
         tell(QString::fromStdString(result.message));

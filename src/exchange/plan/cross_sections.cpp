@@ -110,7 +110,8 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
         return plot;
     }
     const std::string paper = options.paper.value_or("A3");
-    const SectionPage empty(paper);
+    const bool upright = options.upright.value_or(false);
+    const SectionPage empty(paper, upright);
     const double pageWidth = empty.width() - 2.0 * SectionPage::kMargin;
     const double pageHeight = empty.height() - 2.0 * SectionPage::kMargin - kHeadRoom;
     double left = 0.0;
@@ -148,7 +149,7 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
     }
     std::size_t without = 0;
     for (std::size_t p = 0; p < pages; ++p) {
-        SectionPage page(paper);
+        SectionPage page(paper, upright);
         for (std::size_t i = 0; i < onPage && p * onPage + i < sections.size(); ++i) {
             const auto perRow = static_cast<std::size_t>(columns);
             const PaperPoint corner{SectionPage::kMargin + pageWidth / columns * static_cast<double>(i % perRow) +
@@ -160,8 +161,9 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
         }
         const std::string number =
             pages > 1 ? "　" + std::to_string(p + 1) + " / " + std::to_string(pages) : std::string();
-        page.finish("横断図　" + std::string(trimmedName(drawing.alignment(index).name)),
-                    "縮尺　1:" + std::to_string(scale) + "（" + paper + "）" + number);
+        page.finish((options.heading.empty() ? "横断図" : options.heading) + "　" +
+                        std::string(trimmedName(drawing.alignment(index).name)),
+                    "縮尺　1:" + std::to_string(scale) + "（" + paper + "）" + number, options.titles);
         plot.pages.push_back(page.svg());
     }
     if (without > 0) {

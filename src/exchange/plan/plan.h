@@ -84,6 +84,7 @@ struct Plan {
     std::size_t beyondReach = 0;
     bool partial = false; // shows a part of the drawing; what lies beside the sheet is passed over
     std::vector<MatchLine> matchLines;
+    std::string heading = "平　面　図";
     std::vector<std::pair<std::string, std::string>> titles; // more lines of the title: name and value
     PlanSheet sheet;
     LabelSpace space;

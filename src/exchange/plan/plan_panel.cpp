@@ -207,7 +207,9 @@ void drawTitle(const Plan& plan, std::ostream& out) {
     lines.push_back({"軸", "X 北、Y 東（m）"});
     const double top = panel.bottom() - 14.0 - 5.2 * static_cast<double>(lines.size());
     out << "<path class=\"thin\" d=\"M" << mm(panel.x) << ' ' << mm(top) << 'h' << mm(panel.width) << "\"/>\n";
-    text(out, panel.x + panel.width / 2.0, top + 6.5, 5.0, "平　面　図", "middle", " font-weight=\"bold\"");
+    // A long heading is set smaller, so that it stays in the panel.
+    const double headingSize = std::min(5.0, (panel.width - 6.0) / std::max(1.0, widthInEms(plan.heading)));
+    text(out, panel.x + panel.width / 2.0, top + 6.5, headingSize, plan.heading, "middle", " font-weight=\"bold\"");
     double y = top + 14.0;
     for (const Line& line : lines) {
         text(out, panel.x + 5.0, y, 2.4, line.name);

@@ -75,7 +75,7 @@ void PlanSheet::takePaper(const Paper& paper, bool upright) {
 PlanSheet::PlanSheet(const drawing::Extent& extent, const SheetChoice& choice) {
     const double groundWidth = extent.empty() ? 0.0 : extent.maxX - extent.minX;
     const double groundHeight = extent.empty() ? 0.0 : extent.maxY - extent.minY;
-    const bool upright = groundHeight > 1.35 * groundWidth;
+    const bool upright = choice.upright.value_or(groundHeight > 1.35 * groundWidth);
     if (!extent.empty()) {
         middleX_ = (extent.minX + extent.maxX) / 2.0;
         middleY_ = (extent.minY + extent.maxY) / 2.0;
@@ -99,10 +99,10 @@ PlanSheet::PlanSheet(const drawing::Extent& extent, const SheetChoice& choice) {
     }
 }
 
-PlanSheet::PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper)
+PlanSheet::PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper, bool upright)
     : scale_(scale), middleX_(middle.x), middleY_(middle.y), rotation_(-direction), cosine_(std::cos(direction)),
       sine_(-std::sin(direction)) {
-    takePaper(paperNamed(paper), false);
+    takePaper(paperNamed(paper), upright);
 }
 
 PaperPoint PlanSheet::at(double x, double y) const {

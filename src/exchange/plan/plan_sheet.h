@@ -27,6 +27,7 @@ struct PaperPoint {
 struct SheetChoice {
     std::optional<int> scale;         // the N of 1:N
     std::optional<std::string> paper; // "A4" to "A0"
+    std::optional<bool> upright = std::nullopt;
 };
 
 class PlanSheet {
@@ -34,7 +35,8 @@ class PlanSheet {
     // The smallest sheet from A3 on and the largest round scale that the extent fits at, as far as they are not chosen.
     explicit PlanSheet(const drawing::Extent& extent, const SheetChoice& choice = {});
     // A sheet that lies around a place of the ground, turned so that the direction (radians) runs to the right.
-    PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper);
+    PlanSheet(const host::PlanPoint& middle, double direction, int scale, const std::string& paper,
+              bool upright = false);
 
     // False if the extent does not fit at the scale that was chosen.
     bool fits() const { return fits_; }

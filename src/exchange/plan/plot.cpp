@@ -23,6 +23,11 @@ constexpr double kOverlap = 6.0;   // millimetres of the alignment that both nei
 constexpr std::size_t kMostSheets = 500;
 constexpr int kSamples = 24; // places of a part that must lie on its sheet
 
+struct Paper {
+    std::string name;
+    bool upright = false;
+};
+
 struct Part {
     double from; // stations
     double to;
@@ -30,7 +35,7 @@ struct Part {
 };
 
 // The sheet for a part of the alignment: its chord runs to the right.
-PlanSheet sheetFor(const AlignmentGeometry& geometry, double from, double to, int scale, const std::string& paper) {
+PlanSheet sheetFor(const AlignmentGeometry& geometry, double from, double to, int scale, const Paper& paper) {
     const Pose begin = geometry.poseAt(from).value_or(Pose{});
     const Pose end = geometry.poseAt(to).value_or(begin);
     const double dx = end.point.x - begin.point.x;
@@ -50,7 +55,7 @@ PlanSheet sheetFor(const AlignmentGeometry& geometry, double from, double to, in
     const double across = (seen.minY + seen.maxY) / 2.0;
     const host::PlanPoint middle{begin.point.x + along * std::cos(direction) - across * std::sin(direction),
                                  begin.point.y + along * std::sin(direction) + across * std::cos(direction)};
-    return {middle, direction, scale, paper};
+    return {middle, direction, scale, paper.name, paper.upright};
 }
 
 bool holds(const PlanSheet& sheet, const AlignmentGeometry& geometry, double from, double to) {
@@ -70,8 +75,8 @@ bool holds(const PlanSheet& sheet, const AlignmentGeometry& geometry, double fro
 }
 
 // As long as fits on one sheet, by halving.
-double longestPart(const AlignmentGeometry& geometry, double from, int scale, const std::string& paper) {
-    const PlanSheet any({}, 0.0, scale, paper);
+double longestPart(const AlignmentGeometry& geometry, double from, int scale, const Paper& paper) {
+    const PlanSheet any({}, 0.0, scale, paper.name, paper.upright);
     double fits = 0.0;
     double tooLong = std::min(geometry.endStation() - from, 4.0 * any.groundLength(any.map().width));
     if (holds(sheetFor(geometry, from, from + tooLong, scale, paper), geometry, from, from + tooLong)) {
@@ -92,6 +97,13 @@ std::string page(Plan& plan) {
     return std::move(out).str();
 }
 
+void takeTitles(Plan& plan, const PlotOptions& options) {
+    if (!options.heading.empty()) {
+        plan.heading = options.heading;
+    }
+    plan.titles.insert(plan.titles.begin(), options.titles.begin(), options.titles.end());
+}
+
 void addNotes(Notes& notes, const Notes& more) {
     for (const std::string& note : more) {
         if (std::find(notes.begin(), notes.end(), note) == notes.end()) {
@@ -108,9 +120,15 @@ bool isPaper(const std::string& name) {
 
 Plot plotPlan(const Drawing& drawing, const PlotOptions& options) {
     Plot plot;
-    const Shown shown(drawing);
-    Plan plan(drawing, shown, SheetChoice{options.scale, options.paper});
-    if (!plan.sheet.fits()) {
+    Shown shown(drawing);
+    const bool part = options.extent && !options.extent->empty();
+    if (part) {
+        shown.extent = *options.extent;
+    }
+    Plan plan(drawing, shown, SheetChoice{options.scale, options.paper, options.upright});
+    plan.partial = part;
+    takeTitles(plan, options);
+    if (!part && !plan.sheet.fits()) {
         plot.failure = "the drawing does not fit on " + std::string(plan.sheet.format()) +
                        " at 1:" + std::to_string(plan.sheet.scale()) +
                        "; choose a smaller scale or larger paper, or sheets along an alignment (--along)";
@@ -130,7 +148,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         return plot;
     }
     const int scale = options.scale.value_or(kScaleAlong);
-    const std::string paper = options.paper.value_or("A3");
+    const Paper paper{options.paper.value_or("A3"), options.upright.value_or(false)};
     std::vector<Part> parts;
     for (double from = geometry.startStation(); from < geometry.endStation();) {
         const double length = longestPart(geometry, from, scale, paper);
@@ -152,6 +170,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         plan.partial = true;
         plan.titles = {{"路線名", std::string(trimmedName(drawing.alignment(alignment).name))},
                        {"図面番号", std::to_string(i + 1) + " / " + std::to_string(parts.size())}};
+        takeTitles(plan, options);
         // Neighbours meet in the middle of what both show.
         const auto meet = [&](std::size_t before, std::size_t other) {
             const double station = (parts[before].to + parts[before + 1].from) / 2.0;

@@ -7,13 +7,20 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
 
 struct PlotOptions {
-    std::optional<int> scale;         // the N of 1:N; otherwise the largest round one that fits
-    std::optional<std::string> paper; // "A4" to "A0"; otherwise the smallest from A3 on that serves
+    std::optional<int> scale;                   // the N of 1:N; otherwise the largest round one that fits
+    std::optional<std::string> paper;           // "A4" to "A0"; otherwise the smallest from A3 on that serves
+    std::optional<bool> upright = std::nullopt; // the long side runs up; otherwise as the plan's extent asks for
+    // The part of the drawing that a plan shows, in its middle at a chosen scale; otherwise all of it.
+    std::optional<drawing::Extent> extent = std::nullopt;
+    std::string heading; // in place of "平　面　図", "縦断図" and "横断図"
+    // More lines of the title block: name and value.
+    std::vector<std::pair<std::string, std::string>> titles;
 };
 
 // Pages as SVG documents, one unit a millimetre of paper.

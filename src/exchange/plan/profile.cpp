@@ -4,6 +4,7 @@
 #include "exchange/main_points.h"
 #include "exchange/plan/plan.h"
 #include "exchange/plan/section_page.h"
+#include "exchange/planned_heights.h"
 #include "exchange/results.h"
 #include "exchange/survey_text.h"
 
@@ -30,9 +31,9 @@ struct BandRow {
     const char* title;
     double height;
 };
-constexpr std::array<BandRow, 5> kBand = {
-    {{"地盤高", 16.0}, {"追加距離", 18.0}, {"単距離", 16.0}, {"測点", 24.0}, {"曲線", 18.0}}};
-enum BandPlace { kGround, kDistance, kSingle, kName, kCurve };
+constexpr std::array<BandRow, 6> kBand = {
+    {{"計画高", 16.0}, {"地盤高", 16.0}, {"追加距離", 18.0}, {"単距離", 16.0}, {"測点", 24.0}, {"曲線", 18.0}}};
+enum BandPlace { kPlanned, kGround, kDistance, kSingle, kName, kCurve };
 
 constexpr int kExaggeration = 10;         // at most
 constexpr double kSideRoom = 4.0;         // millimetres between the frame and the first and the last station
@@ -40,10 +41,17 @@ constexpr int kSmallestOnOneSheet = 2500; // a longer alignment takes several sh
 constexpr int kScaleOfSheets = 1000;
 constexpr std::size_t kMostSheets = 500;
 
-double bandHeight() {
+constexpr double kSameStation = 1e-3; // metres: a planned height at a point of the ground
+
+// The row of planned heights is there only where the file has some.
+bool hasRow(std::size_t place, bool planned) {
+    return place != kPlanned || planned;
+}
+
+double bandHeight(bool planned) {
     double height = 0.0;
-    for (const BandRow& row : kBand) {
-        height += row.height;
+    for (std::size_t i = 0; i < kBand.size(); ++i) {
+        height += hasRow(i, planned) ? kBand[i].height : 0.0;
     }
     return height;
 }
@@ -57,6 +65,7 @@ struct Layout {
     int heights;   // scale of the heights
     double from;   // station at the left
     double base;   // height of the base line
+    bool planned;  // whether there are planned heights
 
     double x(double station) const { return left + kSideRoom + (station - from) * 1000.0 / scale; }
     double y(double height) const { return bottom - (height - base) * 1000.0 / heights; }
@@ -130,7 +139,11 @@ void drawHeights(SectionPage& page, const Layout& layout) {
 void drawBandFrame(SectionPage& page, const Layout& layout) {
     double y = layout.bottom;
     const double left = layout.left - kTitleColumn - kScaleColumn;
-    for (const BandRow& row : kBand) {
+    for (std::size_t i = 0; i < kBand.size(); ++i) {
+        const BandRow& row = kBand[i];
+        if (!hasRow(i, layout.planned)) {
+            continue;
+        }
         page.line("thin", {left, y}, {layout.right, y});
         page.text({left + kTitleColumn / 2.0, y + row.height / 2.0}, 2.8, "middle", row.title);
         y += row.height;
@@ -143,14 +156,22 @@ void drawBandFrame(SectionPage& page, const Layout& layout) {
 
 double rowTop(const Layout& layout, BandPlace place) {
     double y = layout.bottom;
-    for (int i = 0; i < place; ++i) {
-        y += kBand[static_cast<std::size_t>(i)].height;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(place); ++i) {
+        y += hasRow(i, layout.planned) ? kBand[i].height : 0.0;
     }
     return y;
 }
 
+// The planned height that stands at the station itself; nothing between two of them, where a vertical curve may lie.
+const LongitudinalPoint* plannedAt(const Points& planned, double station) {
+    const auto at = std::lower_bound(planned.begin(), planned.end(), station - kSameStation,
+                                     [](const auto& point, double value) { return point.station < value; });
+    return at != planned.end() && at->station <= station + kSameStation ? &*at : nullptr;
+}
+
 // Heights and distances of the points; counts those whose texts find no room.
-std::size_t drawColumns(SectionPage& page, const Layout& layout, const Points& points, double to) {
+std::size_t drawColumns(SectionPage& page, const Layout& layout, const Points& points, const Points& planned,
+                        double to) {
     const StationNames names;
     double before = -kLeastColumn;
     std::size_t without = 0;
@@ -172,6 +193,9 @@ std::size_t drawColumns(SectionPage& page, const Layout& layout, const Points& p
             page.text({x, top + height - 1.0}, kTextSize, "start", text, -90.0);
         };
         upright(kGround, metresText(point.height));
+        if (const LongitudinalPoint* height = plannedAt(planned, point.station)) {
+            upright(kPlanned, metresText(height->height));
+        }
         upright(kDistance, metresText(point.station));
         upright(kSingle, i == 0 ? metresText(0.0) : metresText(point.station - points[i - 1].station));
         upright(kName, point.name.empty() ? names(point.station) : point.name);
@@ -245,13 +269,16 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
         return plot;
     }
     const std::string paper = options.paper.value_or("A3");
+    const bool upright = options.upright.value_or(false);
+    const Points planned = plannedHeights(drawing, index);
     Layout layout{};
+    layout.planned = !planned.empty();
     {
-        const SectionPage page(paper);
+        const SectionPage page(paper, upright);
         layout.left = SectionPage::kMargin + 4.0 + kTitleColumn + kScaleColumn;
         layout.right = page.width() - SectionPage::kMargin - 6.0;
         layout.top = SectionPage::kMargin + kHeadRoom + 4.0;
-        layout.bottom = page.height() - SectionPage::kMargin - 4.0 - bandHeight();
+        layout.bottom = page.height() - SectionPage::kMargin - 4.0 - bandHeight(layout.planned);
     }
     const double first = points.front().station;
     const double last = points.back().station;
@@ -268,28 +295,38 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
     }
     std::size_t without = 0;
     for (double sheet = 0.0; sheet < sheets; ++sheet) {
-        SectionPage page(paper);
+        SectionPage page(paper, upright);
         layout.from = first + sheet * layout.room();
         const double to = std::min(last, layout.from + layout.room());
         const Points part = partOf(points, layout.from, to);
         if (part.empty()) {
             continue;
         }
-        fitHeights(layout, part, std::max(1, layout.scale / kExaggeration));
+        const Points plannedPart = partOf(planned, layout.from, to);
+        Points seen = part;
+        seen.insert(seen.end(), plannedPart.begin(), plannedPart.end());
+        fitHeights(layout, seen, std::max(1, layout.scale / kExaggeration));
         drawHeights(page, layout);
         drawBandFrame(page, layout);
-        without += drawColumns(page, layout, points, to);
+        without += drawColumns(page, layout, points, planned, to);
         drawCurves(page, layout, alignment, to);
         std::vector<PaperPoint> ground;
         for (const LongitudinalPoint& point : part) {
             ground.push_back({layout.x(point.station), layout.y(point.height)});
         }
         page.polyline("ground", ground);
+        std::vector<PaperPoint> formation;
+        for (const LongitudinalPoint& point : plannedPart) {
+            formation.push_back({layout.x(point.station), layout.y(point.height)});
+        }
+        page.polyline("planned", formation);
         const std::string number =
             sheets > 1.0 ? "　" + fixedReal(sheet + 1.0, 0) + " / " + fixedReal(sheets, 0) : std::string();
-        page.finish("縦断図　" + std::string(trimmedName(alignment.name)),
+        page.finish((options.heading.empty() ? "縦断図" : options.heading) + "　" +
+                        std::string(trimmedName(alignment.name)),
                     "縮尺　横 1:" + std::to_string(layout.scale) + "　縦 1:" + std::to_string(layout.heights) + "（" +
-                        paper + "）" + number);
+                        paper + "）" + number,
+                    options.titles);
         plot.pages.push_back(page.svg());
     }
     if (without > 0) {

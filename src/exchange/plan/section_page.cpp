@@ -10,14 +10,18 @@ namespace {
 constexpr char kStyle[] = R"(<style>
 text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222}
 .ground{fill:none;stroke:#1b5e20;stroke-width:.4;stroke-linejoin:round}
+.planned{fill:none;stroke:#1565c0;stroke-width:.4;stroke-dasharray:3 .8}
 .thin{fill:none;stroke:#222;stroke-width:.15}
 .faint{fill:none;stroke:#9aa7ad;stroke-width:.1}
 .frame{fill:none;stroke:#222;stroke-width:.4}
 .centre{fill:none;stroke:#c62828;stroke-width:.18;stroke-dasharray:4 1 .6 1}
 .curve{fill:none;stroke:#c62828;stroke-width:.3}
 .base{fill:none;stroke:#222;stroke-width:.3}
+.lot{fill:#f4efdf;stroke:#333;stroke-width:.3}
+circle{fill:#fff;stroke:#333;stroke-width:.2}
+.north{fill:#333}
 .title{font-weight:bold}
-.point{fill:#1b5e20}
+circle.point{fill:#1b5e20;stroke:none}
 </style>
 )";
 
@@ -30,8 +34,8 @@ void moveTo(std::string& path, char command, const PaperPoint& at) {
 
 } // namespace
 
-SectionPage::SectionPage(const std::string& paper) {
-    const PlanSheet sheet({}, 0.0, 1, paper); // knows the sizes of paper
+SectionPage::SectionPage(const std::string& paper, bool upright) {
+    const PlanSheet sheet({}, 0.0, 1, paper, upright); // knows the sizes of paper
     width_ = sheet.width();
     height_ = sheet.height();
 }
@@ -70,11 +74,32 @@ void SectionPage::text(const PaperPoint& at, double size, const char* anchor, st
     body_ += '>' + xmlText(content) + "</text>\n";
 }
 
-void SectionPage::finish(std::string_view title, std::string_view remarks) {
+void SectionPage::figure(const PaperPoint& at, double width, double height, std::string_view svg) {
+    // Its own size stands in units of the page already.
+    const std::size_t inside = svg.find('>');
+    const std::size_t end = svg.rfind("</svg>");
+    if (inside == std::string_view::npos || end == std::string_view::npos || end <= inside) {
+        return;
+    }
+    body_ += "<g transform=\"translate(" + mm(at.x) + ' ' + mm(at.y) + ")\"><rect class=\"thin\" width=\"" + mm(width) +
+             "\" height=\"" + mm(height) + "\"/>";
+    body_ += svg.substr(inside + 1, end - inside - 1);
+    body_ += "</g>\n";
+}
+
+void SectionPage::finish(std::string_view title, std::string_view remarks,
+                         const std::vector<std::pair<std::string, std::string>>& titles) {
     body_ += "<rect class=\"frame\" x=\"" + mm(kMargin) + "\" y=\"" + mm(kMargin) + "\" width=\"" +
              mm(width_ - 2.0 * kMargin) + "\" height=\"" + mm(height_ - 2.0 * kMargin) + "\"/>\n";
     text({kMargin + 5.0, kMargin + 7.0}, 5.0, "start", title, 0.0, "title");
     text({width_ - kMargin - 5.0, kMargin + 7.0}, 2.8, "end", remarks);
+    std::string line;
+    for (const auto& [name, value] : titles) {
+        line += (line.empty() ? "" : "　") + name + " " + value;
+    }
+    if (!line.empty()) {
+        text({width_ - kMargin - 5.0, kMargin + 11.5}, 2.4, "end", line);
+    }
 }
 
 std::string SectionPage::svg() const {

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -14,8 +15,9 @@ class SectionPage {
   public:
     static constexpr double kMargin = 10.0;
 
-    // The paper lies on its long side; unknown names give A3.
-    explicit SectionPage(const std::string& paper);
+    // The paper lies on its long side unless it is upright; unknown names give A3.
+    explicit SectionPage(const std::string& paper, bool upright = false);
+    SectionPage(double width, double height) : width_(width), height_(height) {}
 
     double width() const { return width_; }
     double height() const { return height_; }
@@ -26,8 +28,11 @@ class SectionPage {
     // The anchor is "start", "middle" or "end"; the place is the middle of the letters' height. Degrees clockwise.
     void text(const PaperPoint& at, double size, const char* anchor, std::string_view content, double degrees = 0.0,
               const char* style = "");
-    // Frame, title at the top left and remarks at the top right.
-    void finish(std::string_view title, std::string_view remarks);
+    // A drawing that is an SVG element of its own, with a box of so many millimetres from its origin.
+    void figure(const PaperPoint& at, double width, double height, std::string_view svg);
+    // Frame, title at the top left, remarks at the top right, and below them more lines of the title block as one.
+    void finish(std::string_view title, std::string_view remarks,
+                const std::vector<std::pair<std::string, std::string>>& titles = {});
 
     [[nodiscard]] std::string svg() const;
 

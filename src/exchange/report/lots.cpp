@@ -26,7 +26,7 @@ bool isLot(const EntityView& entity) {
 }
 
 // Nothing if a coordinate is beyond the reach of exact decimals.
-std::vector<Corner> cornersOf(const EntityView& lot, const PointNames& names) {
+std::vector<Corner> cornersOf(const EntityView& lot, const NameAt& names) {
     std::vector<Corner> corners;
     std::span<const MdGePoint3d> ring = lot.vertices;
     if (ring.size() > 3 && ring.front().x == ring.back().x && ring.front().y == ring.back().y) {
@@ -38,7 +38,7 @@ std::vector<Corner> cornersOf(const EntityView& lot, const PointNames& names) {
         if (!x || !y) {
             return {};
         }
-        std::string name = names.at(vertex.x, vertex.y);
+        std::string name = names(vertex.x, vertex.y);
         corners.push_back({vertex, *x, *y, name.empty() ? std::to_string(corners.size() + 1) : std::move(name)});
     }
     return corners;
@@ -73,8 +73,7 @@ DecimalArea twiceArea(const std::vector<Corner>& corners) {
     return twice;
 }
 
-void lotTable(const EntityView& lot, const std::vector<Corner>& corners, const ReportOptions& options,
-              const TableSink& sink) {
+Table lotTable(const EntityView& lot, const std::vector<Corner>& corners, const ReportOptions& options) {
     Table table;
     table.kind = "座標求積表";
     table.subject = nameOf(lot);
@@ -97,13 +96,19 @@ void lotTable(const EntityView& lot, const std::vector<Corner>& corners, const R
     table.totals = {
         {"倍面積", twice.text(), "m²"}, {"面積", area, "m²"}, {"地積", registeredText(area, options.land), "m²"}};
     table.figure = figureSvg(figure);
-    sink(table);
+    return table;
 }
 
 } // namespace
 
-std::size_t lotTables(const Drawing& drawing, const PointNames& names, const ReportOptions& options,
+std::optional<Table> areaTable(const EntityView& lot, const NameAt& names, const ReportOptions& options) {
+    const std::vector<Corner> corners = isLot(lot) ? cornersOf(lot, names) : std::vector<Corner>();
+    return corners.empty() ? std::nullopt : std::optional(lotTable(lot, corners, options));
+}
+
+std::size_t lotTables(const Drawing& drawing, const PointNames& pointNames, const ReportOptions& options,
                       const TableSink& sink) {
+    const NameAt names = [&](double x, double y) { return pointNames.at(x, y); };
     Table list;
     list.kind = "地積一覧";
     list.columns = {{"画地", Align::Left}, {"点数"}, {"面積 (m²)"}, {"地積 (m²)"}, {"ファイル", Align::Left}};
@@ -142,7 +147,7 @@ std::size_t lotTables(const Drawing& drawing, const PointNames& names, const Rep
         }
         const std::vector<Corner> corners = cornersOf(entity, names);
         if (!corners.empty()) {
-            lotTable(entity, corners, options, sink);
+            sink(lotTable(entity, corners, options));
         }
     }
     return without;

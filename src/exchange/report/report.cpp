@@ -205,21 +205,26 @@ Notes writeReport(const Drawing& drawing, const ReportOptions& options, ReportFo
         }
         any = true;
     };
-    const report::PointNames names(drawing);
-    if (options.has(ReportPart::Summary)) {
-        report::summaryTables(drawing, options, sink);
-    }
-    std::size_t withoutArea = 0;
-    if (options.has(ReportPart::Lots)) {
-        withoutArea = report::lotTables(drawing, names, options, sink);
-    }
-    if (options.has(ReportPart::Points)) {
-        report::pointTable(drawing, sink);
-    }
-    report::alignmentTables(drawing, names, options, sink);
+    const Notes notes = report::tablesOf(drawing, options, sink);
     if (html) {
         html->finish(any);
     }
+    return notes;
+}
+
+Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, const TableSink& sink) {
+    const PointNames names(drawing);
+    if (options.has(ReportPart::Summary)) {
+        summaryTables(drawing, options, sink);
+    }
+    std::size_t withoutArea = 0;
+    if (options.has(ReportPart::Lots)) {
+        withoutArea = lotTables(drawing, names, options, sink);
+    }
+    if (options.has(ReportPart::Points)) {
+        pointTable(drawing, sink);
+    }
+    alignmentTables(drawing, names, options, sink);
     Notes notes;
     if (withoutArea > 0) {
         notes.push_back("lots with coordinates that no survey has; left out: " + std::to_string(withoutArea));

@@ -5,6 +5,7 @@
 #include "exchange/report/table.h"
 
 #include <functional>
+#include <optional>
 #include <unordered_map>
 
 namespace fenmark::exchange::report {
@@ -23,6 +24,15 @@ class PointNames {
     const drawing::Drawing& drawing_;
     std::unordered_multimap<std::uint64_t, std::size_t> places_;
 };
+
+// The name of the coordinate point at a place; empty if there is none.
+using NameAt = std::function<std::string(double x, double y)>;
+// The area table of one lot, as the report has it. Nothing for what is no lot, or has coordinates that no survey has.
+[[nodiscard]] std::optional<Table> areaTable(const drawing::EntityView& lot, const NameAt& names,
+                                             const ReportOptions& options);
+
+// All tables that the options ask for, in the order of the document, with notes to the user.
+Notes tablesOf(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
 
 void summaryTables(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
 void pointTable(const drawing::Drawing& drawing, const TableSink& sink);

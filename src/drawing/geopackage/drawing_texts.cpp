@@ -1,0 +1,70 @@
+// Texts that people keep with a drawing.
+#include "drawing/geopackage/drawing_texts.h"
+
+#include "drawing/geopackage/sqlite_handles.h"
+
+namespace fenmark::drawing {
+
+namespace {
+
+constexpr const char* kHasTexts = "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = 'fenmark_texts'"
+                                  " AND substr(sql, 1, 13) = 'CREATE TABLE '";
+constexpr const char* kCreateTexts = R"sql(
+CREATE TABLE fenmark_texts (
+    name TEXT PRIMARY KEY NOT NULL,
+    value TEXT
+);
+INSERT OR IGNORE INTO gpkg_contents (table_name, data_type, identifier, description) VALUES
+    ('fenmark_texts', 'attributes', 'fenmark_texts', 'Texts kept with the drawing: title block, backgrounds');
+)sql";
+constexpr const char* kReadTexts = "SELECT name, value FROM fenmark_texts ORDER BY name";
+constexpr const char* kDeleteTexts = "DELETE FROM fenmark_texts";
+constexpr const char* kInsertText = "INSERT INTO fenmark_texts (name, value) VALUES (?1, ?2)";
+
+bool hasTexts(Connection& connection) {
+    Statement statement(connection, kHasTexts);
+    return statement.step() && statement.integer(0) > 0;
+}
+
+} // namespace
+
+DrawingTexts readTexts(const std::string& path) {
+    DrawingTexts texts;
+    try {
+        Connection connection(path, Connection::Mode::Read);
+        if (hasTexts(connection)) {
+            Statement statement(connection, kReadTexts);
+            while (statement.step()) {
+                texts.emplace(statement.text(0), statement.text(1));
+            }
+        }
+    } catch (const StoreFailure&) {
+        texts.clear(); // the drawing is shown without them
+    }
+    return texts;
+}
+
+StoreResult writeTexts(const std::string& path, const DrawingTexts& texts) {
+    try {
+        Connection connection(path, Connection::Mode::ReadWrite);
+        connection.execute("BEGIN IMMEDIATE");
+        if (!hasTexts(connection)) {
+            if (texts.empty()) {
+                connection.execute("ROLLBACK");
+                return {};
+            }
+            connection.execute(kCreateTexts);
+        }
+        connection.execute(kDeleteTexts);
+        Statement insert(connection, kInsertText);
+        for (const auto& [name, value] : texts) {
+            insert.bind(1, std::string_view(name)).bind(2, std::string_view(value)).run();
+        }
+        connection.execute("COMMIT");
+        return {};
+    } catch (const StoreFailure& failure) {
+        return {failure.error, storeMessage(failure.error, path, failure.detail)};
+    }
+}
+
+} // namespace fenmark::drawing

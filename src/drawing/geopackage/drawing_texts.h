@@ -1,0 +1,21 @@
+// Texts that people keep with a drawing: its title block, the backgrounds under it. A table of names and values in the
+// file, beside what the drawing itself is made of.
+#pragma once
+
+#include "drawing/geopackage/drawing_store.h"
+
+#include <map>
+#include <string>
+
+namespace fenmark::drawing {
+
+using DrawingTexts = std::map<std::string, std::string>;
+
+// The texts of the file; none where it has none, or cannot be read.
+[[nodiscard]] DrawingTexts readTexts(const std::string& path);
+
+// Puts them in the place of those that the drawing's file has, in one transaction. A file without the table gets it with
+// the first text.
+[[nodiscard]] StoreResult writeTexts(const std::string& path, const DrawingTexts& texts);
+
+} // namespace fenmark::drawing

@@ -36,10 +36,9 @@ for part in "${parts[@]}"; do
             need_native
             scripts/check_web.sh "$native" ;;
         windows | archive)
-            if [ -x "scripts/check_$part.sh" ]; then
-                step "$part"
-                "scripts/check_$part.sh"
-            fi ;;
+            step "$part"
+            need_native
+            "scripts/check_$part.sh" "$native" ;;
         *) echo "check_ports.sh: no part named $part (packages, qgis, web, windows, archive)" >&2; exit 2 ;;
     esac
 done

@@ -27,7 +27,7 @@ double tangentAllowance(double expected) {
 TEST(Construction, TangentsLieInOneTurn) {
     constexpr int kDirections = 48;
     for (int i = 0; i < kDirections; ++i) {
-        const double azimuth = two_pi * i / kDirections + 0.01;
+        const double azimuth = kTwoPi * i / kDirections + 0.01;
         for (const double sense : {-1.0, 1.0}) {
             Calelm clothoid = clothoidFrom(10.0, 20.0, azimuth, sense, 120.0, 0.0, 150.0);
             Calelm arc = arcFrom(10.0, 20.0, azimuth, sense, 150.0, 60.0);
@@ -36,7 +36,7 @@ TEST(Construction, TangentsLieInOneTurn) {
             for (const Calelm& rec : {clothoid, arc}) {
                 for (const double tangent_of : {rec.sang, rec.eang}) {
                     EXPECT_GE(tangent_of, 0.0) << azimuth << " " << sense << " type " << rec.type;
-                    EXPECT_LT(tangent_of, two_pi) << azimuth << " " << sense << " type " << rec.type;
+                    EXPECT_LT(tangent_of, kTwoPi) << azimuth << " " << sense << " type " << rec.type;
                 }
                 EXPECT_LT(angleBetween(rec.sang, azimuth), 1e-4) << azimuth << " " << sense;
             }

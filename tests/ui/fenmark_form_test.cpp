@@ -352,7 +352,7 @@ TEST_F(ImportForm, TheFormWaitsWhileAFileThatWasChosenIsRead) {
         EXPECT_TRUE(looked);
         EXPECT_FALSE(enabled);
         EXPECT_TRUE(form.isEnabled());
-        EXPECT_EQ(form.focusWidget(), control<QPushButton>(form, 206));
+        EXPECT_EQ(form.focusWidget(), control<QPushButton>(form, 1)) << "Enter imports";
         EXPECT_EQ(text(form, 0), QStringLiteral("座標データ  [2]"));
         form.accept();
     });

@@ -22,9 +22,12 @@ float roundUp(double value) {
     return std::nextafter(static_cast<float>(value), INFINITY);
 }
 
-bool isFinite(const Extent& extent) {
-    return !extent.empty() && std::isfinite(extent.minX) && std::isfinite(extent.maxX) && std::isfinite(extent.minY) &&
-           std::isfinite(extent.maxY);
+// Boxes are kept in single precision, whose range ends at 3e38.
+constexpr double kFarthest = 1e30; // metres
+
+bool hasPlace(const Extent& extent) {
+    return !extent.empty() && extent.minX >= -kFarthest && extent.maxX <= kFarthest && extent.minY >= -kFarthest &&
+           extent.maxY <= kFarthest;
 }
 
 // The bits of the value with a 0 between any two.
@@ -50,7 +53,7 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
     std::vector<Extent> extents(count);
     for (std::size_t i = 0; i < count; ++i) {
         extents[i] = drawing.entityExtent(i);
-        if (isFinite(extents[i])) {
+        if (hasPlace(extents[i])) {
             extent_.add(extents[i]);
         }
     }
@@ -68,7 +71,7 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
     order.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         const Extent& extent = extents[i];
-        if (!isFinite(extent)) {
+        if (!hasPlace(extent)) {
             continue;
         }
         const std::uint32_t x = placeIn(0.5 * (extent.minX + extent.maxX), originX_, width);
@@ -108,7 +111,7 @@ void PlanIndex::addAlignments(const Drawing& drawing) {
     for (std::size_t a = 0; a < alignments_.size(); ++a) {
         for (const drawing::Element& element : drawing.alignment(a).elements) {
             Extent box = drawing::extentOf(element);
-            if (!isFinite(box)) {
+            if (!hasPlace(box)) {
                 box = Extent();
             }
             alignments_[a].elements.push_back(box);

@@ -290,6 +290,14 @@ void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const 
     const double height = view.size().height();
     std::vector<std::pair<double, double>> vertical; // pixel and coordinate
     std::vector<std::pair<double, double>> horizontal;
+    // Beyond this neighbouring lines have one coordinate, and counting on would never end.
+    constexpr double kMostSteps = 1e15;
+    const auto countable = [&](double low, double high) {
+        return step > 0.0 && std::abs(low / step) < kMostSteps && std::abs(high / step) < kMostSteps;
+    };
+    if (!countable(visible.minX, visible.maxX) || !countable(visible.minY, visible.maxY)) {
+        return;
+    }
     for (double x = std::ceil(visible.minX / step); x <= visible.maxX / step; x += 1.0) {
         const double pixel = std::floor(view.toPixel(x * step, 0.0).x()) + 0.5;
         painter.drawLine(QPointF(pixel, 0.0), QPointF(pixel, height));

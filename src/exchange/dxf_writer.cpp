@@ -2,6 +2,7 @@
 #include "exchange/dxf_writer.h"
 
 #include "sima/text/cp932.h"
+#include "sima/text/utf8.h"
 
 #include <array>
 #include <cstdio>
@@ -10,7 +11,7 @@ namespace fenmark::exchange {
 
 namespace {
 
-// The code point that begins at the position, which moves behind it. The text is valid UTF-8.
+// The code point that begins at the position, which moves behind it. Of bytes that are no UTF-8 it is any.
 char32_t nextCharacter(std::string_view text, std::size_t& at) {
     const auto first = static_cast<unsigned char>(text[at]);
     const int length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
@@ -68,10 +69,11 @@ std::string dxfText(std::string_view text, DxfVersion version, std::size_t limit
         } else if (c < 0x80) {
             bytes += static_cast<char>(c);
         } else if (version == DxfVersion::R2018) {
-            if (isNoncharacter(c)) {
-                bytes += "\uFFFD";
+            const std::string_view character = text.substr(from, at - from);
+            if (isNoncharacter(c) || !sima::isValidUtf8(character)) {
+                bytes += "\uFFFD"; // a drawing that another program changed may hold any bytes
             } else {
-                bytes.append(text.substr(from, at - from));
+                bytes.append(character);
             }
         } else {
             std::string one;

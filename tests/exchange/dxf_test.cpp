@@ -605,6 +605,7 @@ TEST(DxfText, EscapesWhatReadersTakeForControlSequences) {
     using enum DxfVersion;
     EXPECT_EQ(dxfText(std::string_view("a\0b\n\x7F", 5), R2000), "a b  ");
     EXPECT_EQ(dxfText("2^3", R2000), "2^ 3");
+    EXPECT_EQ(dxfText("a\xE6\x97", R2018), "a\uFFFD") << "bytes that are no UTF-8";
     EXPECT_EQ(dxfText("\\U+0041 \\M+1 \\P", R2000), "\\U+005CU+0041 \\U+005CM+1 \\P");
     EXPECT_EQ(dxfText("髙﨑", R2000), cp932("髙﨑"));
     EXPECT_EQ(dxfText("髙﨑é", R2018), "髙﨑é");

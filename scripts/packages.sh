@@ -9,7 +9,7 @@ set -euo pipefail
 build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-dev nlohmann-json3-dev
        libgeographiclib-dev librsvg2-dev)
 picture=(librsvg2-bin fonts-ipafont-gothic)
-windows=(qt6-base-dev qt6-translations-l10n libgl-dev fonts-ipafont-gothic)
+windows=(qt6-base-dev qt6-l10n-tools qt6-translations-l10n python3 libgl-dev fonts-ipafont-gothic)
 check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin
        zsh fish xvfb xauth libxml2-utils python3-ezdxf python3-numpy python3-matplotlib python3-geopandas mypy)
 web=(emscripten chromium nodejs tcl apt dpkg-dev python3)

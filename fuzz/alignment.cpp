@@ -1,6 +1,6 @@
 // Every exported function of the alignment library over arguments that are a program's, with some of their reals replaced.
 //
-// An input is the function, the seed of the arguments, and then the replacements: the place of a real, and the real.
+// An input names the function, then the seed of its arguments, then the reals to replace: the place of each, and its value.
 #include "alignment/hostile_arguments.h"
 #include "bytes.h"
 #include "require.h"

@@ -18,7 +18,7 @@ cmake --preset web
 cmake --build --preset web
 
 # The conversions of reals that the browser build uses give the characters of the standard library.
-conversion=build/web-sources/double-conversion
+conversion=build/library-sources/double-conversion
 "${CXX:-g++}" -std=c++20 -O1 -DFENMARK_DOUBLE_CONVERSION -w -Isrc -isystem "$conversion" \
     tests/web/real_text_check.cpp src/values/real_text.cpp "$conversion"/double-conversion/*.cc -o build/web/real_text_check
 build/web/real_text_check

@@ -1,6 +1,7 @@
 // Chains: point at distance, sorted arrays and nearest point beside bare floors measured in the same run.
 #include "curve/chain_bench.h"
 
+#include "bare_series.h"
 #include "curve/chain.h"
 
 #include <benchmark/benchmark.h>
@@ -36,24 +37,12 @@ double nanoseconds(std::size_t count, const Ask& ask) {
     return best;
 }
 
-// Six terms of each coordinate, A and L given.
-inline Point bareSeries(double a, double length) {
-    const double tau = length * length / (2.0 * a * a);
-    const double t = tau * tau;
-    const double x =
-        1.0 - t * (1.0 / 10.0 - t * (1.0 / 216.0 - t * (1.0 / 9360.0 - t * (1.0 / 685440.0 - t * (1.0 / 76204800.0)))));
-    const double y =
-        1.0 / 3.0 -
-        t * (1.0 / 42.0 - t * (1.0 / 1320.0 - t * (1.0 / 75600.0 - t * (1.0 / 6894720.0 - t * (1.0 / 918086400.0)))));
-    return {length * x, length * tau * y};
-}
-
 // From the middle until a step is below a tenth of a micrometre. It asks neither whether it converges nor whether the
 // foot is the right one.
 double bareNewton(double a, double length, const Point& point) {
     double along = 0.5 * length;
     for (int step = 0; step < 20; ++step) {
-        const Point on = bareSeries(a, along);
+        const BarePoint on = bareSeries(a, along);
         const double tau = along * along / (2.0 * a * a);
         const double cosine = std::cos(tau);
         const double sine = std::sin(tau);

@@ -1,6 +1,7 @@
 // Point at station against a bare series of a clothoid, nearest point against a bare iteration of Newton's method.
 #include "import/embedded_geometry_bench.h"
 
+#include "bare_series.h"
 #include "drawing/alignment_geometry.h"
 
 #include <benchmark/benchmark.h>
@@ -42,18 +43,6 @@ double nanoseconds(int count, Ask ask) {
     return best;
 }
 
-// Six terms of each coordinate, A and L given.
-inline PlanPoint bareSeries(double a, double length) {
-    const double tau = length * length / (2.0 * a * a);
-    const double t = tau * tau;
-    const double x =
-        1.0 - t * (1.0 / 10.0 - t * (1.0 / 216.0 - t * (1.0 / 9360.0 - t * (1.0 / 685440.0 - t * (1.0 / 76204800.0)))));
-    const double y =
-        1.0 / 3.0 -
-        t * (1.0 / 42.0 - t * (1.0 / 1320.0 - t * (1.0 / 75600.0 - t * (1.0 / 6894720.0 - t * (1.0 / 918086400.0)))));
-    return {length * x, length * tau * y};
-}
-
 // A clothoid that is known, with the sine and cosine of its start.
 struct Placed {
     double x, y, cosine, sine, a;
@@ -61,7 +50,7 @@ struct Placed {
 
 // The series placed on the map. A call, as the question to an alignment is one.
 [[gnu::noinline]] PlanPoint barePoint(const Placed& spiral, double length) {
-    const PlanPoint local = bareSeries(spiral.a, length);
+    const BarePoint local = bareSeries(spiral.a, length);
     return {spiral.x + local.x * spiral.cosine - local.y * spiral.sine,
             spiral.y + local.x * spiral.sine + local.y * spiral.cosine};
 }
@@ -73,7 +62,7 @@ double bareNewton(double a, double length, const PlanPoint& point) {
     constexpr int kMostSteps = 20;
     double along = 0.5 * length;
     for (int step = 0; step < kMostSteps; ++step) {
-        const PlanPoint on = bareSeries(a, along);
+        const BarePoint on = bareSeries(a, along);
         const double tau = along * along / (2.0 * a * a);
         const double cosine = std::cos(tau);
         const double sine = std::sin(tau);

@@ -121,6 +121,17 @@ TEST_F(ForeignDrawing, EmptyPointsAndOtherKindsAreLeftOutAndTold) {
     EXPECT_EQ(one("SELECT count(*) FROM polylines WHERE fid IN (1002, 1003)"), "2") << "they stay in the file";
 }
 
+TEST_F(ForeignDrawing, BytesThatAreNoTextAreReplacedWhenTheyAreRead) {
+    gis("DROP TRIGGER rtree_points_geom_update3; DROP TRIGGER rtree_points_geom_update4;"
+        "UPDATE points SET Name = CAST(x'41E697' AS TEXT); UPDATE layers SET name = CAST(x'FF30' AS TEXT)");
+    Drawing again;
+    ASSERT_TRUE(store_.open(path_, again));
+    EXPECT_EQ(describe(again).find("A\xE6"), std::string::npos);
+    EXPECT_NE(describe(again).find("A\uFFFD"), std::string::npos);
+    EXPECT_TRUE(std::any_of(again.layers().begin(), again.layers().end(),
+                            [](const auto& layer) { return layer.name == "\uFFFD0"; }));
+}
+
 TEST_F(ForeignDrawing, AnAddedFeatureNeverGetsTheIdentifierOfAnotherObject) {
     gis("DROP TRIGGER rtree_points_geom_insert; DROP TRIGGER rtree_polylines_geom_insert;"
         "INSERT INTO polylines (geom, layer) SELECT geom, '0' FROM polylines LIMIT 1;"

@@ -25,6 +25,18 @@ class PlotOf : public ::testing::Test {
         }
         return texts;
     }
+    // The first three points of the ground's line.
+    static void readGround(const std::string& page, double (&x)[3], double (&y)[3]) {
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(page.c_str()));
+        const std::string path = document.select_node("//path[@class='ground']").node().attribute("d").value();
+        std::istringstream in(path);
+        char letter = 0;
+        for (int i = 0; i < 3; ++i) {
+            in >> letter >> x[i] >> y[i];
+        }
+        ASSERT_TRUE(in) << path;
+    }
     void addResult(double station, double offset, double height, const char* name, const char* type) {
         const auto at = drawing.geometry(0).pointAt(station, offset).value();
         addPoint(drawing, {at.x, at.y, height}, name, type);
@@ -106,16 +118,8 @@ TEST_F(PlotOf, ProfileDrawsTheGroundToItsTwoScales) {
     options.scale = 1000;
     const Plot plot = plotProfile(drawing, 0, options);
     ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
-    pugi::xml_document document;
-    ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
-    const std::string path = document.select_node("//path[@class='ground']").node().attribute("d").value();
-    std::istringstream in(path);
-    char letter = 0;
     double x[3], y[3];
-    for (int i = 0; i < 3; ++i) {
-        in >> letter >> x[i] >> y[i];
-    }
-    ASSERT_TRUE(in) << path;
+    ASSERT_NO_FATAL_FAILURE(readGround(plot.pages[0], x, y));
     EXPECT_NEAR(x[1] - x[0], 40.0, kMillimetre) << "40 m at 1:1000";
     EXPECT_NEAR(x[2] - x[1], 140.0, kMillimetre);
     EXPECT_NEAR(y[0] - y[1], 40.0, kMillimetre) << "4 m at 1:100";
@@ -146,16 +150,8 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     addResult(160.0, 6.5, 10.2, "<右>", "横断成果");
     const Plot plot = plotCrossSections(drawing, 0, {});
     ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
-    pugi::xml_document document;
-    ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
-    const std::string path = document.select_node("//path[@class='ground']").node().attribute("d").value();
-    std::istringstream in(path);
-    char letter = 0;
     double x[3], y[3];
-    for (int i = 0; i < 3; ++i) {
-        in >> letter >> x[i] >> y[i];
-    }
-    ASSERT_TRUE(in) << path;
+    ASSERT_NO_FATAL_FAILURE(readGround(plot.pages[0], x, y));
     EXPECT_NEAR(x[1] - x[0], 50.0, kMillimetre) << "5 m at 1:100";
     EXPECT_NEAR(x[2] - x[1], 65.0, kMillimetre);
     EXPECT_NEAR(y[2] - y[0], 8.0, kMillimetre);

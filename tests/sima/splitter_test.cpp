@@ -1,6 +1,8 @@
 // Lines into fields.
 #include "sima/text/splitter.h"
 
+#include "sima/plain_splitter.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,6 +13,7 @@ namespace fenmark::sima {
 namespace {
 
 using Texts = std::vector<std::string>;
+using sima_test::splitPlainly;
 
 Texts split(std::string_view line) {
     Fields fields;
@@ -21,55 +24,6 @@ Texts split(std::string_view line) {
         result.emplace_back(fields[i]);
     }
     return result;
-}
-
-// The rules of the splitter word by word, on copies and without any thought of speed.
-std::string unquotePlainly(std::string& text) {
-    const std::string asItCame = text;
-    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    while (!text.empty() && isBlank(text.front())) {
-        text.erase(0, 1);
-    }
-    while (!text.empty() && isBlank(text.back())) {
-        text.pop_back();
-    }
-    if (text.empty()) {
-        return {};
-    }
-    text.erase(0, 1);
-    std::size_t quote = text.find('"');
-    while (quote != std::string::npos && quote + 1 < text.size() && text[quote + 1] == '"') {
-        quote = text.find('"', quote + 2);
-    }
-    if (quote == std::string::npos) {
-        return asItCame;
-    }
-    std::string field = text.substr(0, quote);
-    text = text.substr(quote + 1);
-    for (std::size_t i = field.find("\"\""); i != std::string::npos; i = field.find("\"\"", i + 1)) {
-        field.erase(i, 1);
-    }
-    return field;
-}
-
-Texts splitPlainly(std::string line) {
-    Texts fields;
-    std::size_t at = line.find(',');
-    while (at != std::string::npos) {
-        std::string field;
-        if (line.front() == '"') {
-            field = unquotePlainly(line);
-            at = 0;
-        } else if (at > 0) {
-            std::string own = line.substr(0, at);
-            field = unquotePlainly(own);
-        }
-        fields.push_back(field);
-        line.erase(0, at + 1);
-        at = line.find(',');
-    }
-    fields.push_back(unquotePlainly(line));
-    return fields;
 }
 
 } // namespace

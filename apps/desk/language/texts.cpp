@@ -1,6 +1,8 @@
 // What the desktop program says, in Japanese and English.
 #include "desk/language/texts.h"
 
+#include "desk/language/text_table.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 #include <QRegularExpression>
@@ -17,15 +19,7 @@ namespace fenmark::desk {
 
 namespace {
 
-// The English text, and the name that tells it from others of the same wording.
-struct Source {
-    const char* english;
-    const char* name;
-};
-struct Entry {
-    Text text;
-    Source source;
-};
+using Entry = TextEntry<Text>;
 
 constexpr std::array kEntries{
     Entry{Text::FileMenu, QT_TRANSLATE_NOOP3("desk", "&File", "FileMenu")},
@@ -360,15 +354,7 @@ constexpr std::array kEntries{
                              "TryPlanTangents")},
 };
 
-constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kEntries.size(); ++i) {
-        if (static_cast<std::size_t>(kEntries[i].text) != i) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(inOrder());
+static_assert(inOrder(kEntries, kLastText));
 
 } // namespace
 
@@ -383,7 +369,7 @@ QString Texts::translated(const char* english, const char* name) const {
 }
 
 QString Texts::operator()(Text text) const {
-    const Source& source = kEntries[static_cast<std::size_t>(text)].source;
+    const TextSource& source = kEntries[static_cast<std::size_t>(text)].source;
     return translated(source.english, source.name);
 }
 

@@ -290,6 +290,7 @@ enum class Text : std::uint16_t {
     TryRadiusRight,
     TryPlanTangents,
 };
+inline constexpr Text kLastText = Text::TryPlanTangents;
 
 // Gives the texts of one language; the language can change while the program runs.
 class Texts {

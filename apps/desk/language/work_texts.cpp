@@ -1,6 +1,8 @@
 // What the sections, the paper and the backgrounds say.
 #include "desk/language/work_texts.h"
 
+#include "desk/language/text_table.h"
+
 #include <QCoreApplication>
 
 #include <array>
@@ -10,15 +12,7 @@ namespace fenmark::desk {
 
 namespace {
 
-// The English text, and the name that tells it from others of the same wording.
-struct Source {
-    const char* english;
-    const char* name;
-};
-struct Entry {
-    WorkText text;
-    Source source;
-};
+using Entry = TextEntry<WorkText>;
 
 constexpr std::array kEntries{
     Entry{WorkText::SectionMenu, QT_TRANSLATE_NOOP3("desk", "Se&ctions", "SectionMenu")},
@@ -103,20 +97,12 @@ constexpr std::array kEntries{
           QT_TRANSLATE_NOOP3("desk", "A file of the background is missing: %1", "BackgroundMissing")},
 };
 
-constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kEntries.size(); ++i) {
-        if (static_cast<std::size_t>(kEntries[i].text) != i) {
-            return false;
-        }
-    }
-    return kEntries.size() == static_cast<std::size_t>(kLastWorkText) + 1;
-}
-static_assert(inOrder());
+static_assert(inOrder(kEntries, kLastWorkText));
 
 } // namespace
 
 QString workText(const Texts& texts, WorkText text) {
-    const Source& source = kEntries[static_cast<std::size_t>(text)].source;
+    const TextSource& source = kEntries[static_cast<std::size_t>(text)].source;
     return texts.translated(source.english, source.name);
 }
 

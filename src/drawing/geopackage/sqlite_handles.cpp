@@ -3,6 +3,7 @@
 
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "sima/text/utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -304,7 +305,14 @@ std::string_view Statement::text(int column) const {
     if (text == nullptr) {
         return {};
     }
-    return {text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
+    const std::string_view bytes(text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column)));
+    if (sima::isValidUtf8(bytes)) {
+        return bytes;
+    }
+    std::string& repaired = repaired_[column];
+    repaired.clear();
+    sima::appendValidUtf8(repaired, bytes);
+    return repaired;
 }
 
 std::span<const std::byte> Statement::blob(int column) const {

@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -91,6 +92,8 @@ class Statement {
     std::int64_t integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
     double real(int column) const { return sqlite3_column_double(handle_.get(), column); }
     bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
+    // Valid until the next step. SQLite keeps any bytes as a text: those that are no UTF-8 become U+FFFD, so that every
+    // writer behind this may rely on it.
     std::string_view text(int column) const;
     std::span<const std::byte> blob(int column) const;
 
@@ -102,6 +105,7 @@ class Statement {
 
     Connection& connection_;
     std::unique_ptr<sqlite3_stmt, Finalize> handle_;
+    mutable std::map<int, std::string> repaired_; // by column
 };
 
 } // namespace fenmark::drawing

@@ -97,9 +97,13 @@ bool isValidUtf8(std::string_view text) {
     if (isAscii(text)) {
         return true;
     }
-    std::string valid;
-    appendValidUtf8(valid, text);
-    return valid == text;
+    while (!text.empty()) {
+        const std::string_view before = text;
+        if (takeCharacter(text) == U'\uFFFD' && !before.starts_with(kReplacementCharacter)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void appendValidUtf8(std::string& out, std::string_view text) {

@@ -1,9 +1,9 @@
 #!/bin/sh
 # Fetches the sources of the libraries that the browser and Windows builds compile, from Debian's source packages, into
-# build/web-sources. What is there already is left alone; nothing of it comes into the repository.
+# build/library-sources. What is there already is left alone; nothing of it comes into the repository.
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
-target=$root/build/web-sources
+target=$root/build/library-sources
 mirror=${FENMARK_DEBIAN_MIRROR:-http://deb.debian.org}
 stamp=$target/complete-1
 [ -e "$stamp" ] && exit 0

@@ -1,0 +1,23 @@
+// What to say of a command line that the parser refused.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class ParseError;
+} // namespace CLI
+
+namespace fenmark::cli {
+
+[[nodiscard]] std::vector<std::string> commandNames(const CLI::App& app);
+
+// Of a line that names no command.
+[[nodiscard]] std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments);
+
+// Of any other.
+[[nodiscard]] std::string refusal(const CLI::App& app, const CLI::ParseError& error,
+                                  const std::vector<std::string>& arguments);
+
+} // namespace fenmark::cli

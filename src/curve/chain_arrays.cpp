@@ -16,29 +16,20 @@ namespace {
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 // So many at a time; a constant, so that the compiler lays them side by side.
 constexpr std::size_t kLanes = 8;
-// Up to this tangent angle from the inflection six terms are good to the last bits, see below.
-constexpr double kShortSeriesTurn = 0.5;
 
 using Lanes = std::array<double, kLanes>;
 
-// The series of unit_chord.h with the terms that matter up to kShortSeriesTurn: the first one left out of x is
-// theta^14 / (14! 29) = 2e-17, of y theta^13 / (13! 27) = 7e-16 of y's own first term 1/3 theta at most.
 inline void shortSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
     for (std::size_t i = 0; i < kLanes; ++i) {
-        const double t = theta[i] * theta[i];
-        const double s = t * t;
-        const double xEven = 1.0 + s * (1.0 / 216.0 + s * (1.0 / 685440.0 + s * (1.0 / 11975040000.0)));
-        const double xOdd = -1.0 / 10.0 + s * (-1.0 / 9360.0 + s * (-1.0 / 76204800.0));
-        const double yEven = 1.0 / 3.0 + s * (1.0 / 1320.0 + s * (1.0 / 6894720.0 + s * (1.0 / 168129561600.0)));
-        const double yOdd = -1.0 / 42.0 + s * (-1.0 / 75600.0 + s * (-1.0 / 918086400.0));
-        x[i] = w[i] * (xEven + t * xOdd);
-        y[i] = w[i] * theta[i] * (yEven + t * yOdd);
+        const Complex local = shortInflectionSeries(w[i], theta[i]);
+        x[i] = local.re;
+        y[i] = local.im;
     }
 }
 
 inline void fullSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
     for (std::size_t i = 0; i < kLanes; ++i) {
-        const Complex local = inflectionSeries(w[i], theta[i]);
+        const Complex local = longInflectionSeries(w[i], theta[i]);
         x[i] = local.re;
         y[i] = local.im;
     }

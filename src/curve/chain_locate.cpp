@@ -138,7 +138,7 @@ void Chain::searchPiece(std::size_t index, const Point& point, Which which, cons
             curvature = piece.growth * w;
             const double theta = 0.5 * curvature * w;
             const Complex local = inflectionSeries(w, theta);
-            const Complex tangent = onUnitCircleNear(theta);
+            const Complex tangent = onUnitCircle(theta);
             frame = {{local.re - piece.shiftX, local.im - piece.shiftY}, {tangent.re, tangent.im}};
         } else {
             frame = localFrame(index, along);

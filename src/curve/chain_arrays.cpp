@@ -35,14 +35,15 @@ inline void fullSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
     }
 }
 
-// On an arc: the chord leaves the tangent by half the turn, which is kSeriesTurn at most.
-inline void arcs(const Lanes& along, double curvature, Lanes& x, Lanes& y) {
+// On an arc: the chord leaves the tangent by half the turn. `turned` gives the unit circle for every half there is.
+template <typename Turned>
+inline void arcs(const Lanes& along, double curvature, Lanes& x, Lanes& y, const Turned& turned) {
     for (std::size_t i = 0; i < kLanes; ++i) {
         const double half = 0.5 * curvature * along[i];
-        const Complex turned = onUnitCircleNear(half);
-        const double chord = half == 0.0 ? along[i] : along[i] * (turned.im / half);
-        x[i] = chord * turned.re;
-        y[i] = chord * turned.im;
+        const Complex at = turned(half);
+        const double chord = half == 0.0 ? along[i] : along[i] * (at.im / half);
+        x[i] = chord * at.re;
+        y[i] = chord * at.im;
     }
 }
 
@@ -92,8 +93,9 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
         }
         // All that follow on the same piece.
         std::size_t behind = i + 1;
+        const double first = std::max(from, 0.0);
         const double last = std::min(to, length_);
-        while (behind < count && distances[behind] >= from && distances[behind] >= 0.0 && distances[behind] < last) {
+        while (behind < count && distances[behind] >= first && distances[behind] < last) {
             ++behind;
         }
         const Piece& on = pieces_[piece];
@@ -105,9 +107,11 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
             }
         } else {
             const Curve& curve = curves_[starts_[piece].curve];
+            // Little turn on the whole piece, a little past the ends too: fewer terms serve.
             const bool gentle =
-                std::max(std::abs(curve.startCurvature * on.a), std::abs(curve.endCurvature * (on.a + curve.length))) <=
-                2.0 * kShortSeriesTurn;
+                slightArc ? std::abs(on.a) * curve.length <= 2.0 * kShortSeriesTurn
+                          : std::max(std::abs(curve.startCurvature * on.a),
+                                     std::abs(curve.endCurvature * (on.a + curve.length))) <= 2.0 * kShortSeriesTurn;
             const double fromOrigin = slightArc ? 0.0 : on.a;
             for (std::size_t begin = i; begin < behind; begin += kLanes) {
                 const std::size_t lanes = std::min(kLanes, behind - begin);
@@ -130,8 +134,10 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
                     w[lane] = fromOrigin + (w[lane] - start);
                     theta[lane] = 0.5 * on.growth * w[lane] * w[lane];
                 }
-                if (slightArc) {
-                    arcs(w, on.a, x, y);
+                if (slightArc && gentle) {
+                    arcs(w, on.a, x, y, onUnitCircleAhead);
+                } else if (slightArc) {
+                    arcs(w, on.a, x, y, onUnitCircleNear);
                 } else if (gentle) {
                     shortSeries(w, theta, x, y);
                 } else {

@@ -5,11 +5,12 @@
 // from the point to the evolute, a convex curve of the same turn. So there is at most one nearest point inside, it can
 // be enclosed, and Newton's method cannot leave the enclosure. Pieces that turn further are left to nearestFoot.
 //
-// Symbols: g component along the tangent of the way from the curve to the point, h component to its right, k curvature;
-// g' = k h - 1. A nearest point has g = 0, coming from above.
+// Symbols: g component along the tangent of the way from the curve to the point, e component to its right, k curvature;
+// g' = k e - 1. A nearest point has g = 0, coming from above.
 #include "curve/chain.h"
 
 #include "curve/chain_limits.h"
+#include "curve/reach.h"
 #include "curve/unit_chord.h"
 
 #include <algorithm>
@@ -34,6 +35,8 @@ constexpr double kPerpendicular = 1e-6;
 constexpr double kMostTurn = 3.0;
 // Of a curve that winds up; those around the nearest.
 constexpr std::size_t kMostFeetOfACurve = 64;
+// Pieces that turn by this at most, a quarter of a circle, have a reach.
+constexpr double kMostReachTurn = 0.5 * kPi;
 // A piece that turns less is boxed by its ends and its length alone.
 constexpr double kSmallTurn = 1.0;
 
@@ -50,11 +53,11 @@ enum class Chain::Which { Nearest, All };
 // From the curve to the point, in the frame of the curve there.
 struct Chain::Way {
     double g = 0.0;
-    double h = 0.0;
+    double e = 0.0;
     double k = 0.0;
 
-    [[nodiscard]] double slope() const { return k * h - 1.0; } // g'
-    [[nodiscard]] double squared() const { return g * g + h * h; }
+    [[nodiscard]] double slope() const { return k * e - 1.0; } // g'
+    [[nodiscard]] double squared() const { return g * g + e * e; }
 };
 
 struct Chain::Nearest {
@@ -165,6 +168,19 @@ void Chain::searchPiece(std::size_t index, const Point& point, Which which, cons
     }
 
     const double growth = piece.growth;
+    if (which == Which::Nearest && form == Form::Series) {
+        const double first = std::abs(growth * piece.a);
+        const double last = std::abs(growth * (piece.a + length));
+        const double sharpest = std::max(first, last);
+        if (sharpest * length <= kMostReachTurn) { // it turns by less, back and forth
+            if (const auto found = nearestWithinReach(length, growth, sharpest, at)) {
+                const double g = found->move == 0.0 ? found->seen.g : 0.0;
+                const bool inside = found->along > 0.0 && found->along < length;
+                take(found->along, Way{g, found->e, found->seen.k + growth * found->move}, inside);
+                return;
+            }
+        }
+    }
     const double inflection = form == Form::Series ? -piece.a : -piece.a / growth;
     const bool inflected = inflection > 0.0 && inflection < length;
     if (form == Form::Any) {
@@ -237,14 +253,14 @@ void Chain::searchPiece(std::size_t index, const Point& point, Which which, cons
                 along = 0.5 * (low + high);
                 continue;
             }
-            // Newton's error is the square of the step times g'' / 2 g', where g'' = k' h - k^2 g.
+            // Newton's error is the square of the step times g'' / 2 g', where g'' = k' e - k^2 g.
             const double last = next - along;
-            const double bend = growth * there.h - there.k * there.k * there.g;
+            const double bend = growth * there.e - there.k * there.k * there.g;
             if (std::abs(last) < kLastStep && std::abs(bend / slope) * last * last < kFootTolerance) {
-                // h' = -k g and h'' = -k' g - k g'.
-                const double h =
-                    there.h - there.k * there.g * last - 0.5 * (growth * there.g + there.k * slope) * last * last;
-                take(next, Way{0.0, h, there.k + growth * last}, true);
+                // e' = -k g and e'' = -k' g - k g'.
+                const double e =
+                    there.e - there.k * there.g * last - 0.5 * (growth * there.g + there.k * slope) * last * last;
+                take(next, Way{0.0, e, there.k + growth * last}, true);
                 return;
             }
             along = next;
@@ -314,7 +330,7 @@ ChainFoot Chain::footOf(const Nearest& nearest) const {
     ChainFoot foot;
     foot.distance = std::min(starts_[nearest.piece].distance + nearest.along, length_);
     foot.curve = starts_[nearest.piece].curve;
-    foot.offset = nearest.way.h < 0.0 ? -away : away;
+    foot.offset = nearest.way.e < 0.0 ? -away : away;
     foot.perpendicular = std::abs(nearest.way.g) <= kPerpendicular;
     foot.atJoint = (atStart && nearest.piece > 0) || (atEnd && nearest.piece + 1 < pieces_.size());
     if (foot.atJoint && !foot.perpendicular) {
@@ -323,7 +339,7 @@ ChainFoot Chain::footOf(const Nearest& nearest) const {
         const bool behind = atStart && nearest.piece > 0;
         const double half = 0.5 * turnBehind(behind ? nearest.piece - 1 : nearest.piece);
         const double toHalf = behind ? -half : half;
-        const double right = nearest.way.h * std::cos(toHalf) - nearest.way.g * std::sin(toHalf);
+        const double right = nearest.way.e * std::cos(toHalf) - nearest.way.g * std::sin(toHalf);
         foot.offset = right < 0.0 ? -away : away;
     }
     return foot;

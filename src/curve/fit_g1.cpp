@@ -43,6 +43,14 @@ double firstGuess(double f0, double f1) {
             (xy * 0.261062141752652 - 0.502821153340377) * (x2 + y2) - 0.045854475238709 * (x2 * x2 + y2 * y2));
 }
 
+double lengthOf(double dx, double dy) {
+    // Where no square overflows or loses digits; elsewhere std::hypot, which takes a tenth of the time of a fit.
+    constexpr double kSmallest = 1e-140;
+    constexpr double kLargest = 1e140;
+    const double squared = dx * dx + dy * dy;
+    return squared > kSmallest && squared < kLargest ? std::sqrt(squared) : std::hypot(dx, dy);
+}
+
 // Derivatives of Y by A.
 struct Derivatives {
     double first = 0.0;  // int (t^2 - t) cos
@@ -124,7 +132,7 @@ Solution solve(double f0, double f1) {
 std::optional<Curve> fitG1(const Pose& from, const Pose& to) {
     const double dx = to.point.x - from.point.x;
     const double dy = to.point.y - from.point.y;
-    const double chord = std::hypot(dx, dy);
+    const double chord = lengthOf(dx, dy);
     if (!(chord > 0.0) || !std::isfinite(chord)) {
         return std::nullopt;
     }

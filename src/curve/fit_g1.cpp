@@ -1,6 +1,6 @@
 // The clothoid through two poses.
 //
-// Literature: E. Bertolazzi, M. Frego, "G1 fitting with clothoids", Mathematical Methods in the Applied Sciences 38 (2015),
+// Source: [Bertolazzi 2015],
 // from which the equation and its first guess come: with the tangents' angles f0 and f1 against the chord, and the turn
 // f0 + (d - A) t + A t^2 over the share t of the length, d = f1 - f0, the curve ends on the chord's line where
 // Y(A) = int sin(...) dt is 0; its length is the chord over X(A) = int cos(...) dt.

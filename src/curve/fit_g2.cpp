@@ -4,8 +4,7 @@
 // that follows from the turn, so that L and ka - kb are left for the two coordinates of the end: Newton's method from the
 // single clothoid between the poses. The smaller the share, the nearer the three come to that single one, so that a share
 // is found for any values; the largest of a list is taken, since it bends least suddenly.
-// Literature: E. Bertolazzi, M. Frego, "On the G2 Hermite interpolation problem with clothoids", Journal of Computational
-// and Applied Mathematics 341 (2018).
+// Source: [Bertolazzi 2018].
 #include "curve/curve.h"
 #include "curve/unit_chord.h"
 

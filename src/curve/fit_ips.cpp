@@ -2,8 +2,7 @@
 //
 // Symbols: R radius, A parameter, L = A^2 / R length of a clothoid, tau = L / 2R its turn, (X, Y) its end, dR = Y - R (1 -
 // cos tau) by how much it moves the arc off the tangent, Xm = X - R sin tau where the arc's centre stands, D the turn
-// between the tangents, T the tangent lengths. Literature: Kasper, Schuerba, Lorenz, "Die Klotoide als
-// Trassierungselement", 1968:
+// between the tangents, T the tangent lengths. Source: [Kasper 1968]:
 //   T1 = Xm1 + (R + dR1) tan(D / 2) + (dR2 - dR1) / sin D, and T2 with 1 and 2 exchanged.
 #include "curve/curve.h"
 #include "curve/unit_chord.h"

@@ -1,8 +1,7 @@
 // Sine and cosine together, as a point of the unit circle, inline and without a call.
 //
 // The library's own sincos takes two thirds of the time of a point on a clothoid. Angles of a plan are a few circles at
-// most, so a quarter of a circle as two doubles brings them near 0 (W. J. Cody, W. Waite, "Software Manual for the
-// Elementary Functions", 1980), where the plain series serve.
+// most, so a quarter of a circle as two doubles brings them near 0 [Cody 1980], where the plain series serve.
 #pragma once
 
 #include <cmath>

@@ -9,7 +9,7 @@
  * With the parameter A at the radius R, dR the shift and Xm the abscissa of the circle's centre (see clothoid.h), the
  * offset circle of an arc has the radius rho = R + dR: the tangent at the clothoid's origin touches it. Two offset
  * circles, or an offset circle and a line, so fix the tangent, and the clothoids are laid from it (the method of the
- * clothoid tables: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968). Elements that are
+ * clothoid tables [Kasper 1968]). Elements that are
  * fixed leave a gap between what was laid on one and on the other. It is returned as D, and the functions of chains.h
  * close it.
  *

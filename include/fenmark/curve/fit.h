@@ -13,8 +13,7 @@ extern "C" {
 /**
  * The shortest curve from one pose to another: a straight, an arc or a clothoid. Any azimuths.
  *
- * FMK_BAD_VALUE where both points are the same. After E. Bertolazzi, M. Frego, "G1 fitting with clothoids", Mathematical
- * Methods in the Applied Sciences 38 (2015).
+ * FMK_BAD_VALUE where both points are the same. After [Bertolazzi 2015].
  */
 FENMARK_ALIGNMENT_API int fmk_fitG1(const FmkPose* from, const FmkPose* to, FmkCurve* curve);
 

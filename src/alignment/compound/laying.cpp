@@ -3,7 +3,7 @@
 // Symbols and planes as in laying.h: Vec values are in the calculation plane, records in the survey plane.
 // A clothoid is laid by its two end points from the series, so that its direction is as exact as its points are; the
 // tangents that a record carries fall to 0 within 1e-5 of it and would turn a long element too far.
-// Sources: the shift relations of the clothoid (Kasper, Schuerba, Lorenz, 1968) and plane geometry of circles.
+// Sources: the shift relations of the clothoid [Kasper 1968] and plane geometry of circles.
 #include "alignment/compound/laying.h"
 
 #include "fenmark/alignment/clothoid.h"

@@ -4,7 +4,7 @@
 // of the standard clothoid; Z the template, the element on the standard clothoid (origin at infinite radius, tangent
 // along +x, curving towards +y), which runs from its flatter to its sharper end and turns left.
 // Records are in the survey plane; copies named ...Calc are in the calculation plane.
-// Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968, gives tau, the shift and Xm.
+// [Kasper 1968] gives tau, the shift and Xm.
 #include "fenmark/alignment/clothoid.h"
 #include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"

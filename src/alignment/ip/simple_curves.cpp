@@ -6,7 +6,7 @@
 // Derivation: C stands rho1 off the first leg and rho2 off the second, on the inner side. The clothoids begin Xm before
 // the foot of C on the first leg and end Xm behind that on the second. Two clothoids alone turn tau1 + tau2 = IA, so
 // R = sqrt((A1^2 + A2^2) / (2 IA)); with an arc its sweep is IA - tau1 - tau2.
-// Source: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968.
+// Source: [Kasper 1968].
 #include "fenmark/alignment/ip.h"
 
 #include "fenmark/alignment/clothoid.h"

@@ -6,7 +6,7 @@
 // Derivation: the tangent from P touches the circle at the radial angle phi -+ acos(R / D), the sign being that which
 // makes the arc's travel at T point towards P (or come from it). With a clothoid the tangent of the offset circle
 // passes P, asin(rho / D) off the direction to C, and the clothoid's flat end lies Xm before the contact.
-// Source: plane geometry; shift relations, Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968.
+// Source: plane geometry; shift relations, [Kasper 1968].
 #include "fenmark/alignment/point.h"
 
 #include "fenmark/alignment/clothoid.h"

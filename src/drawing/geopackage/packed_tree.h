@@ -1,5 +1,5 @@
 // An R-tree made in one go: boxes are sorted into tiles, a tile fills a node, and the nodes' boxes are packed in turn
-// until one node holds them all (sort-tile-recursive; Leutenegger, Lopez and Edgington 1997).
+// until one node holds them all (sort-tile-recursive; [Leutenegger 1997]).
 //
 // A node has the bytes that SQLite's R-tree module keeps: depth of the tree (of the root, else 0) and number of cells in
 // 2 bytes each, then the cells, an identifier in 8 bytes and the box in 4 reals of 4 bytes, all big-endian; zeros fill

@@ -63,7 +63,7 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
     std::size_t found = 0;
     std::size_t piece = 0;
     std::size_t i = 0;
-    // The distances that the piece at hand holds.
+    // The distances that the current piece holds.
     double from = std::numeric_limits<double>::infinity();
     double to = -std::numeric_limits<double>::infinity();
     while (i < count) {

@@ -201,7 +201,7 @@ enum class FitStatus : std::int32_t {
     NoSolution, // no curve of this kind goes through the point
 };
 
-// What is laid at an intersection point. A radius of 0 lays nothing there; a parameter of 0 means no clothoid.
+// What stands at an intersection point. A radius of 0 stands for no curve; a parameter of 0 means no clothoid.
 struct IpValues {
     Point point;
     double radius = 0.0; // metres, positive

@@ -1,12 +1,11 @@
 // The clothoid through two poses.
 //
-// Source: [Bertolazzi 2015],
-// from which the equation and its first guess come: with the tangents' angles f0 and f1 against the chord, and the turn
-// f0 + (d - A) t + A t^2 over the share t of the length, d = f1 - f0, the curve ends on the chord's line where
-// Y(A) = int sin(...) dt is 0; its length is the chord over X(A) = int cos(...) dt.
+// Source: [Bertolazzi 2015], from which the equation and its first guess come: with the tangents' angles f0 and f1
+// against the chord, and the turn f0 + (d - A) t + A t^2 over the share t of the length, d = f1 - f0, the curve ends on
+// the chord's line where Y(A) = int sin(...) dt is 0; its length is the chord over X(A) = int cos(...) dt.
 //
 // The angles are known up to full circles. Within half a circle their difference gives the shortest curve; beyond, the
-// curve that turns the other way can be the shorter, so both are laid.
+// curve that turns the other way can be the shorter, so both are solved.
 #include "curve/curve.h"
 #include "curve/unit_chord.h"
 

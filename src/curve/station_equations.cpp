@@ -147,7 +147,7 @@ ChainStatus equationsFromResults(double startStation, std::span<const NamedStati
     if (!std::isfinite(startStation) || !std::isfinite(tolerance)) {
         return ChainStatus::NotFinite;
     }
-    double counted = startStation; // the station that a distance of 0 has in the zone at hand
+    double counted = startStation; // the station that a distance of 0 has in the current zone
     double before = 0.0;
     for (const NamedStation& result : results) {
         if (!std::isfinite(result.station) || !std::isfinite(result.distance)) {

@@ -9,7 +9,8 @@
 // Three forms cover the plane:
 //  - the series in powers of theta from the inflection point [Kasper 1968], where |theta| <= 2;
 //  - the tail. From a point on, the curve winds into its far end, exp(i theta) G away, with G = (i / k) P(q) and
-//    P(q) = int exp(-t - i q t^2 / 2) dt, the auxiliary functions of the Fresnel integrals ([Abramowitz 1964], 7.3.5 to 7.3.10) in a form that holds for either sign. Where |theta| >= 2;
+//    P(q) = int exp(-t - i q t^2 / 2) dt, the auxiliary functions of the Fresnel integrals ([Abramowitz 1964], 7.3.5 to
+//    7.3.10) in a form that holds for either sign. Where |theta| >= 2;
 //  - quadrature with five nodes, where the curve turns little and its inflection point lies far away.
 // No form subtracts two values much larger than the chord.
 #pragma once

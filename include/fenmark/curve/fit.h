@@ -25,7 +25,7 @@ FENMARK_ALIGNMENT_API int fmk_fitG1(const FmkPose* from, const FmkPose* to, FmkC
 FENMARK_ALIGNMENT_API int fmk_fitG2(const FmkPose* from, double fromCurvature, const FmkPose* to, double toCurvature,
                                     FmkCurve* curves);
 
-/** An intersection point and what is laid there. */
+/** An intersection point and the curve that is wanted there. */
 typedef struct FmkIp {
     FmkPoint point;
     double radius; /**< of the arc, metres; 0 lays nothing */
@@ -33,7 +33,7 @@ typedef struct FmkIp {
     double leaveA; /**< parameter of the clothoid behind it, metres; 0 for none */
 } FmkIp;
 
-/** What was laid at an intersection point. */
+/** What was built at an intersection point. */
 typedef struct FmkIpCurve {
     int status;          /**< FMK_OK, or why there is nothing that fits */
     double turn;         /**< of the tangents, radians, positive to the right */

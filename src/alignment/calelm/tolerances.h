@@ -66,7 +66,7 @@ inline constexpr double kEndsMeet = 1e-4;
 // Clearance below which two triangles of a subdivision overlap.
 inline constexpr double kTriangleGap = 1e-9;
 // By how much a stored length may exceed the length between the ends, which are rounded, as are the centre and the
-// radius of an arc: 1.7e-5 as laid, 5e-5 after a move.
+// radius of an arc: 1.7e-5 as built, 5e-5 after a move.
 inline constexpr double kStoredLengthSlack = 5e-5;
 // Ends of two elements that join.
 inline constexpr double kJointGap = 1e-3;

@@ -73,7 +73,7 @@ int ali_makA(Calelm* rec) {
     const bool reversed = CDreverA(&eCalc, 0) != 0;
     const bool right = eCalc.dir == -1.0;
 
-    // The template's start is laid on the flatter end, its chord along the chord of the two given points.
+    // The template's start is placed on the flatter end, its chord along the chord of the two given points.
     Calelm q = templateOf(eCalc.par, eCalc.r1, eCalc.r2);
     if (!templateFinite(q)) {
         return -1;

@@ -44,7 +44,7 @@ Eased ease(const Legs& legs, double parameter1, double radius, double parameter2
     eased.begin = footOnFirst(legs, eased.centre) - eased.first.xm * legs.u1;
     eased.end = footOnSecond(legs, eased.centre) + eased.second.xm * legs.u2;
     eased.a1 = clothoidRecord(eased.begin, legs.u1, legs.dir, parameter1, radius, false);
-    // The second is laid from the end of the curve back, bending the other way, and then reversed.
+    // The second is built from the end of the curve back, bending the other way, and then reversed.
     eased.a2 = clothoidRecord(eased.end, -1.0 * legs.u2, -legs.dir, parameter2, radius, true);
     return eased;
 }

@@ -126,7 +126,7 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
         if (status != 0) {
             return status;
         }
-        // Just below 1e-5 the azimuth falls to 0, which turns the straight laid by it. Where the chain does not bear that,
+        // Just below 1e-5 the azimuth falls to 0, which turns the straight built by it. Where the chain does not bear that,
         // the straight keeps its azimuth.
         Calelm unfallen = straight;
         const Vec far = rounded(point + length * away);

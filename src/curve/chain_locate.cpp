@@ -22,14 +22,17 @@ namespace fenmark::curve {
 
 namespace {
 
-// The foot is known to this, metres of distance.
+// The foot is known to this, metres of distance. Seen in 20,000 seeded cases, as below: 1.0e-10.
 constexpr double kFootTolerance = 2e-10;
-// The offset is carried over the last step by its Taylor series to second order, good to 1e-11 m over this length.
+// The offset is carried over the last step by its Taylor series to second order, good to 1e-11 m over this length
+// (metres). Seen: 2.9e-11.
 constexpr double kLastStep = 1e-3;
-// How near the two feet of a point close to the evolute may lie before they are taken for one, metres.
+// How near the two feet of a point close to the evolute may lie before they are taken for one, metres. Seen: one
+// foot found twice 2.0e-8 apart, two feet 2.0e-5 apart.
 constexpr double kOneFoot = 1e-7;
-constexpr int kMostSteps = 60;
-// A nearest point whose way to the given point leaves the normal by more than this (metres) is an end.
+constexpr int kMostSteps = 60; // Seen: 8
+// A nearest point whose way to the given point leaves the normal by more than this (metres) is an end. Seen: 4.0e-7
+// of feet, 1.1e-6 of ends.
 constexpr double kPerpendicular = 1e-6;
 // The most that a piece may turn on one side of its inflection to be searched here, radians.
 constexpr double kMostTurn = 3.0;

@@ -20,11 +20,11 @@ namespace fenmark::curve::crossing {
 namespace {
 
 constexpr double kQuarter = 0.5 * kPi;
-constexpr std::size_t kMostPairs = 20'000; // of pieces, against curves that wind thousands of times
+constexpr std::size_t kMostPairs = 20'000; // of pieces, against curves that wind thousands of times; else seen: 5,244
 // Halvings of both pieces together. Lengths of 1e15 m come down to the last bit with fewer; values beyond that would go
 // on without an end.
 constexpr int kDeepest = 200;
-constexpr int kMostDepth = 120;
+constexpr int kMostDepth = 120; // from here on chords stand for the pieces; seen: 36
 
 } // namespace
 

@@ -44,7 +44,7 @@ bool Search::apartByDiscs(const PreparedCurve& pc, const Piece& p, const Prepare
     };
     const Shape sp = shapeOf(pc, p);
     const Shape sq = shapeOf(qc, q);
-    // Large circles are known to the last bits of their radii.
+    // Metres: large circles are known to some last bits of their radii, 2.2e-16 of them each.
     const auto slack = [&](double radii) { return same_ + 1e-14 * radii; };
     for (std::size_t i = 0; i < sp.count; ++i) {
         for (std::size_t j = 0; j < sq.count; ++j) {

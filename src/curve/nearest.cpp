@@ -22,9 +22,10 @@ namespace fenmark::curve {
 
 namespace {
 
-// A foot is known to this share of the length, but not better than coordinates allow.
+// "Seen" below: the largest in 20,000 seeded cases of every test of curves.
+// A foot is known to this share of the length, but not better than coordinates allow. Seen: 3.5e-14.
 constexpr double kFootShare = 1e-13;
-constexpr int kMostSteps = 100;
+constexpr int kMostSteps = 100; // Seen: 70, for the change of the power's sign
 // Pieces for the thorough search turn by this at most.
 constexpr double kPieceTurn = 0.125 * kPi;
 // How far round the place where the power changes sign the nearest points are looked for: two turns, and some more.
@@ -64,6 +65,7 @@ Foot footOf(const Seen& seen, double tolerance) {
 double footTolerance(const Curve& curve, const Point& point) {
     const double size = std::max({std::abs(point.x), std::abs(point.y), std::abs(curve.start.point.x),
                                   std::abs(curve.start.point.y), curve.length});
+    // Metres along the tangent by which a foot may leave the perpendicular through rounding. Seen: 0.07 of it.
     return std::max(1e-12, 1e-14 * size);
 }
 
@@ -250,6 +252,7 @@ Foot nearestOnEven(const PreparedCurve& curve, const Point& point) {
     if (along >= 0.0 && along <= plain.length) {
         const Seen seen = look(curve, point, along);
         Foot foot = footOf(seen, tolerance);
+        // A foot by the angle at the centre, of the way and the length. Seen: 8.3e-15; 0.3 near the centre of a circle.
         if (std::abs(seen.g) <= 1e-9 * (std::abs(seen.e) + plain.length)) {
             foot.perpendicular = true;
             foot.offset = seen.e;

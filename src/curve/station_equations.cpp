@@ -88,7 +88,7 @@ std::vector<double> StationEquations::distancesAt(double station, double length)
     const auto look = [&](std::size_t zone) {
         const double end = zone + 1 < zones_.size() ? std::min(zones_[zone + 1].distance, length) : length;
         const double distance = distanceIn(zone, station);
-        // The chain's own ends are met within the tolerance, equations exactly up to rounding.
+        // The chain's own ends are met within the tolerance; equations up to rounding, metres (1e7 m have 1.9e-9).
         const double before = zone == 0 ? kStationTolerance : 1e-9;
         const double behind = zone + 1 == zones_.size() ? kStationTolerance : 1e-9;
         if (distance >= zones_[zone].distance - before && distance <= end + behind) {

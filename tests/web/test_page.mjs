@@ -1,7 +1,8 @@
-// Drives fenmark.html in a headless Chromium or Firefox (FENMARK_BROWSER=firefox): files chosen and dropped, kinds ticked, objects and errors clicked, every
-// download compared with what the native program writes.
+// Drives fenmark.html in a headless Chromium or Firefox (FENMARK_BROWSER=firefox): files chosen and dropped, kinds ticked,
+// objects and errors clicked, every download compared with what the native program writes.
 //
-// node test_page.mjs FENMARK PAGE SOURCE [PICTURES], a folder for pictures of the page, with FENMARK_DRIVER the folder that holds puppeteer-core.
+// node test_page.mjs FENMARK PAGE SOURCE [PICTURES], a folder for pictures of the page, with FENMARK_DRIVER the folder that
+// holds puppeteer-core.
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
@@ -231,6 +232,7 @@ try {
   async function pictured(name, options = {}) {
     if (pictures) {
       await page.evaluate("plan.fit(); plan.reveal(objects.find((object) => object.ring)); showObject(plan.selected); tell(''); window.scrollTo(0, 0); document.activeElement.blur()");
+      await page.evaluate("new Promise((r) => setTimeout(r, 2 * kRest))"); // a plan that was moved is painted after a rest
       await painted();
       await page.screenshot({ path: join(pictures, name), ...options });
     }
@@ -376,6 +378,12 @@ try {
       assert.equal(await second.evaluate("objects.length"), before);
     }
     compare(await saved(second, "#download-dxf", "road.dxf"), join(mirror, "export/road.dxf"));
+  });
+  await check("a file of some megabytes is imported", async () => {
+    await imported(second);
+    const { text, wrong } = await status(second);
+    assert.ok(!wrong, text);
+    assert.equal(await second.evaluate("objects.length"), 99_999);
   });
   await check("hostile names stay text", async () => {
     const hostile = "<img src=x onerror=hacked=1>";

@@ -50,6 +50,16 @@ function read(path) {
   }
 }
 
+// A file as a Blob: large ones then lie in the browser's store, and are not copied from here to the page.
+function readLarge(path) {
+  try {
+    const { node } = program.FS.lookupPath(path);
+    return new Blob([node.contents.subarray(0, node.usedBytes)]);
+  } catch {
+    return null;
+  }
+}
+
 function remove(path) {
   try {
     program.FS.unlink(path);
@@ -70,7 +80,8 @@ async function answer(request) {
   }
   for (const { path, bytes } of request.write ?? []) {
     program.FS.mkdirTree(kFolder + "/" + folderOf(path));
-    program.FS.writeFile(path, bytes);
+    const content = bytes instanceof Blob ? new Uint8Array(await bytes.arrayBuffer()) : bytes;
+    program.FS.writeFile(path, content, { canOwn: true });
   }
   for (const folder of request.folders ?? []) {
     program.FS.mkdirTree(kFolder + "/" + folder);
@@ -79,6 +90,9 @@ async function answer(request) {
   const files = {};
   for (const path of request.read ?? []) {
     files[path] = read(path);
+  }
+  for (const path of request.readLarge ?? []) {
+    files[path] = readLarge(path);
   }
   for (const path of request.removeAfter ?? []) {
     remove(path);
@@ -91,7 +105,9 @@ self.onmessage = ({ data }) => {
   queue = queue.then(async () => {
     current = data.id;
     try {
-      self.postMessage({ id: data.id, answer: await answer(data) });
+      const result = await answer(data);
+      const moved = Object.values(result.files ?? {}).filter((file) => file instanceof Uint8Array).map((file) => file.buffer);
+      self.postMessage({ id: data.id, answer: result }, moved);
     } catch (error) {
       self.postMessage({ id: data.id, failure: String(error?.message ?? error), broken: error instanceof WebAssembly.RuntimeError });
     }

@@ -2,6 +2,9 @@
 "use strict";
 
 const kFolder = "/browser"; // drawings keep the path of a file that was imported
+const kLargeFile = 1 << 24; // bytes
+const kStep = 1 << 23; // bytes by which a large file grows, and pieces in which it is read
+const kMostFile = 2 ** 31; // bytes
 let program = null;
 let current = 0; // the request that runs
 let errors = "";
@@ -22,6 +25,32 @@ function onText(bytes) {
     const [, title, percent] = bars[bars.length - 1].match(/\r([^\r\n[]*) \[[= ]*\] (\d+) %/);
     self.postMessage({ id: current, progress: Number(percent), title });
   }
+}
+
+// Lets large files grow in place where the browser can resize a buffer. Otherwise each growth copies the file, and several
+// copies of a drawing lie in memory until they are collected.
+function growInPlace(files) {
+  const copying = files.expandFileStorage;
+  files.expandFileStorage = (node, size) => {
+    const { contents } = node;
+    if (size <= (contents?.length ?? 0)) {
+      return;
+    }
+    if (size < kLargeFile || size > kMostFile || !ArrayBuffer.prototype.resize) {
+      copying(node, size);
+      return;
+    }
+    const room = Math.min(Math.ceil(size / kStep) * kStep, kMostFile);
+    if (contents?.buffer?.resizable) {
+      contents.buffer.resize(room);
+      return;
+    }
+    const grown = new Uint8Array(new ArrayBuffer(room, { maxByteLength: kMostFile })); // its length follows the buffer's
+    if (node.usedBytes > 0) {
+      grown.set(contents.subarray(0, node.usedBytes));
+    }
+    node.contents = grown;
+  };
 }
 
 function folderOf(path) {
@@ -54,7 +83,14 @@ function read(path) {
 function readLarge(path) {
   try {
     const { node } = program.FS.lookupPath(path);
-    return new Blob([node.contents.subarray(0, node.usedBytes)]);
+    const pieces = [];
+    const piece = new Uint8Array(Math.min(kStep, node.usedBytes)); // one for all, as each would wait for its collection
+    for (let from = 0; from < node.usedBytes; from += kStep) {
+      const part = node.contents.subarray(from, Math.min(from + kStep, node.usedBytes));
+      piece.set(part);
+      pieces.push(new Blob([piece.subarray(0, part.length)]));
+    }
+    return new Blob(pieces);
   } catch {
     return null;
   }
@@ -71,6 +107,7 @@ function remove(path) {
 async function answer(request) {
   if (request.wasm) {
     program = await createFenmark({ wasmBinary: await inflate(request.wasm), onFenmarkText: onText });
+    growInPlace(program.FS.filesystems.MEMFS);
     program.FS.mkdirTree(kFolder);
     program.FS.chdir(kFolder);
     return {};

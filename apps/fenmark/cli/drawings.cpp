@@ -32,10 +32,7 @@ void tellNotes(const drawing::DrawingStore& store, const std::string& path, cons
 std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
-    const drawing::StoreResult opened = store.open(path, *drawing, load);
-    if (!opened) {
-        throw Stop(kNotDone, opened.message);
-    }
+    require(store.open(path, *drawing, load));
     tellNotes(store, path, streams, quiet);
     return drawing;
 }
@@ -43,18 +40,16 @@ std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load
 std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
-    const drawing::StoreResult opened = store.open(path, *drawing);
+    const Outcome opened = store.open(path, *drawing);
     if (opened) {
         tellNotes(store, path, streams, quiet);
         return drawing;
     }
-    if (opened.error != drawing::StoreError::NotOurs) {
-        throw Stop(kNotDone, opened.message);
+    if (opened.failure != Failure::NotOurs) {
+        throw Stop(kNotDone, opened);
     }
     drawing::ForeignPackage package;
-    if (const drawing::StoreResult read = drawing::readForeignPackage(path, zone, package); !read) {
-        throw Stop(kNotDone, read.message);
-    }
+    require(drawing::readForeignPackage(path, zone, package));
     for (const std::string& note : package.notes) {
         tellFileNote(streams, quiet, path, note);
     }

@@ -1,4 +1,4 @@
-// What an import has to tell about the alignments that were laid: senses that were guessed, routes that broke off, kinks.
+// What an import reports about the alignments that were laid: senses that were guessed, routes that broke off, kinks.
 #pragma once
 
 #include "host/embedded/alignment_layout.h"
@@ -41,7 +41,7 @@ struct Misfit {
     double distance = 0.0;      // of the farthest point, metres
     bool heightsDiffer = false; // the route's points differ in height, so that clothoids had no PI
 };
-inline constexpr double kMisfit = 0.010; // metres; less is not told
+inline constexpr double kMisfit = 0.010; // metres; less is not reported
 
 // What happened while alignments were laid, since the notes were last cleared.
 struct LayoutNotes {
@@ -52,7 +52,7 @@ struct LayoutNotes {
     std::vector<Misfit> misfits;
 };
 
-// One line for each thing that a user should know; empty if all went as told.
+// One line for each thing that a user should know; empty if nothing went wrong.
 std::vector<std::string> noteLines(const LayoutNotes& notes);
 
 } // namespace fenmark::host::embedded

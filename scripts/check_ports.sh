@@ -1,27 +1,40 @@
 #!/usr/bin/env bash
-# Builds and tries what people get who do not compile: the Debian packages in a bare Debian 12, the page for browsers in a
-# headless one, the QGIS plugin with QGIS's own program, and what else has a check of its own.
+# Builds and tries what people get who do not compile, in these parts:
 #
-# scripts/check_ports.sh [PART...]   with the parts: packages qgis web windows archive; all of them without
+#   packages   the Debian packages, judged by lintian, installed and run in a bare Debian 12
+#   qgis       the QGIS plugin, with QGIS's own program
+#   web        fenmark.html, in a headless browser
+#   windows    fenmark.exe, fenmark-alignment.dll, the zip and the installer, under Wine
+#   archive    examples/archive, with Dask and a PostGIS server
+#
+# scripts/check_ports.sh [PART...]   all of them where none is named; the last lines tell how long each took
 set -euo pipefail
 
 cd "$(dirname "$0")/.."
 start=$SECONDS
 step() { printf '\n== %s (%d s)\n' "$1" $((SECONDS - start)); }
 
+all=(packages qgis web windows archive)
 parts=("$@")
-[ ${#parts[@]} -gt 0 ] || parts=(packages qgis web windows archive)
-native=build/deb/apps/fenmark/fenmark
+[ ${#parts[@]} -gt 0 ] || parts=("${all[@]}")
+for part in "${parts[@]}"; do
+    [[ " ${all[*]} " == *" $part "* ]] || { echo "check_ports.sh: no part named $part (${all[*]})" >&2; exit 2; }
+done
+export CCACHE_NOHASHDIR=1 CCACHE_BASEDIR="$PWD" CCACHE_SLOPPINESS=pch_defines,time_macros
 
-# The program that the other parts compare with, where the packages were not asked for.
+# The program that the other parts compare with: that of the packages where these are asked for.
+preset=demo needs=(build)
+[[ " ${parts[*]} " != *" packages "* ]] || preset=deb needs=(build windows package)
+native=build/$preset/apps/fenmark/fenmark
 need_native() {
-    [ -x "$native" ] && return
-    scripts/packages.sh build windows package
-    cmake --preset deb >/dev/null
-    cmake --build --preset deb --target fenmark
+    scripts/packages.sh "${needs[@]}"
+    cmake --preset "$preset" >/dev/null
+    cmake --build --preset "$preset" --target fenmark
 }
 
+times=()
 for part in "${parts[@]}"; do
+    begun=$SECONDS
     case "$part" in
         packages)
             step 'Debian packages'
@@ -39,8 +52,10 @@ for part in "${parts[@]}"; do
             step "$part"
             need_native
             "scripts/check_$part.sh" "$native" ;;
-        *) echo "check_ports.sh: no part named $part (packages, qgis, web, windows, archive)" >&2; exit 2 ;;
     esac
+    times+=("$(printf '%-9s %5d s' "$part" $((SECONDS - begun)))")
 done
 
+printf '\n'
+printf '%s\n' "${times[@]}"
 printf '\nAll ports checked in %d s.\n' $((SECONDS - start))

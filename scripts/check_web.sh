@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds fenmark.html and tests it in a headless Chromium against the native program.
+# Builds fenmark.html and tests it in a headless Chromium and a headless Firefox against the native program.
 #
 # scripts/check_web.sh [FENMARK]   with a native program that is built already; without one it builds it.
 set -euo pipefail
@@ -29,5 +29,7 @@ if [ ! -d "$driver/node_modules/puppeteer-core" ]; then
     mkdir -p "$driver"
     npm install --prefix "$driver" --no-save --no-audit --no-fund --silent puppeteer-core@24.9.0
 fi
-FENMARK_DRIVER=$PWD/$driver node tests/web/test_page.mjs "$native" "$PWD/build/web/fenmark.html" "$PWD" \
-    ${FENMARK_PICTURE:+"$FENMARK_PICTURE"} # where the page's picture goes, such as docs/pictures/web.png
+export FENMARK_DRIVER=$PWD/$driver
+# Pictures of the page go to the folder FENMARK_PICTURES where one is named, such as docs/pictures.
+node tests/web/test_page.mjs "$native" "$PWD/build/web/fenmark.html" "$PWD" ${FENMARK_PICTURES:+"$FENMARK_PICTURES"}
+FENMARK_BROWSER=firefox node tests/web/test_page.mjs "$native" "$PWD/build/web/fenmark.html" "$PWD"

@@ -18,6 +18,10 @@ namespace fenmark::platform {
 // of the program.
 void prepareProcess();
 
+// Whether work can run beside the program. A browser that runs the program in one worker has no threads, and there
+// std::async with a thread of its own never returns: the standard library waits for a thread that did not begin.
+[[nodiscard]] bool hasThreads() noexcept;
+
 // Standard output and standard error, for UTF-8: files and pipes get the bytes as they are, and terminals show the
 // text, whatever code page a console of Windows has. One at a time, from main.
 class StandardStreams {

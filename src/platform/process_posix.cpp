@@ -33,6 +33,14 @@ void prepareProcess() {
 #endif
 }
 
+bool hasThreads() noexcept {
+#ifdef __EMSCRIPTEN__
+    return false;
+#else
+    return true;
+#endif
+}
+
 struct StandardStreams::Parts {};
 
 StandardStreams::StandardStreams() {

@@ -163,6 +163,10 @@ void prepareProcess() {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 }
 
+bool hasThreads() noexcept {
+    return true;
+}
+
 struct StandardStreams::Parts {
     OneStream out{Stream::Output, std::cout, stdout};
     OneStream err{Stream::Error, std::cerr, stderr};

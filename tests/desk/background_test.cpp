@@ -120,7 +120,7 @@ TEST_F(Backgrounds, OtherFilesLieFadedUnderThePlanAndComeBack) {
     const QString other = folder.path(QStringLiteral("other.gpkg"));
     ASSERT_TRUE(window->session().save(other.toStdString()));
     window->session().newDrawing();
-    window->showDrawing(other.toStdString());
+    ASSERT_TRUE(window->showDrawing(other.toStdString()));
     Workbench& bench = window->workbench();
     EXPECT_TRUE(bench.addBackground(dxf));
     EXPECT_TRUE(bench.addBackground(json));
@@ -145,7 +145,7 @@ TEST_F(Backgrounds, OtherFilesLieFadedUnderThePlanAndComeBack) {
     EXPECT_FALSE(window->isWindowModified());
     window->newDrawing();
     EXPECT_TRUE(bench.background().layers().empty());
-    window->showDrawing(other.toStdString());
+    ASSERT_TRUE(window->showDrawing(other.toStdString()));
     EXPECT_EQ(bench.background().layers().size(), 2U);
     bench.removeBackgrounds();
     EXPECT_TRUE(bench.texts().empty());

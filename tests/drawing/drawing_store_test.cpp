@@ -446,7 +446,7 @@ TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
         setrlimit(RLIMIT_FSIZE, &limit);
         const Outcome appended = store_.save(path_, drawing_);
         const Outcome made = DrawingStore().save(folder_.at("new.gpkg"), drawing_);
-        _exit((appended.error == Failure::DiskFull ? 0 : 1) + (made.error == Failure::DiskFull ? 0 : 2));
+        _exit((appended.failure == Failure::DiskFull ? 0 : 1) + (made.failure == Failure::DiskFull ? 0 : 2));
     }
     int status = 0;
     waitpid(child, &status, 0);

@@ -11,8 +11,9 @@ TOLERANCE = 1e-12  # of a number, or of 1 where it is smaller
 NUMBER = re.compile(rb"[-+]?\d+(?:\.\d+)?(?:[eE][-+]?\d+)?")
 
 
-# Two programs write at two times.
+# Two programs write at two times; a stamp is a new number in each run.
 MOMENT = re.compile(rb'\b(date|time)="[-0-9:]*"')
+OF_THE_RUN = {"last_change", "time", "update_time", "stamp"}  # columns of drawings
 
 
 def close(a, b):
@@ -47,15 +48,18 @@ def geometries_agree(a, b):
 
 
 def rows(path):
-    # The time of the last change is the time of the run, and the nodes of the index hold rounded boxes.
+    # The nodes of the index hold rounded boxes.
     connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True)
     content = {}
     for name, sql in connection.execute("SELECT name, sql FROM sqlite_master ORDER BY name").fetchall():
         content["definition of " + name] = [(sql,)]
     tables = connection.execute("SELECT name FROM sqlite_master WHERE type = 'table' AND sql NOT LIKE 'CREATE VIRTUAL%'")
     for (name,) in tables.fetchall():
-        columns = [c[1] for c in connection.execute(f'PRAGMA table_info("{name}")') if c[1] != "last_change"]
+        columns = [c[1] for c in connection.execute(f'PRAGMA table_info("{name}")') if c[1] not in OF_THE_RUN]
         listed = ", ".join(f'"{c}"' for c in columns)
+        if name == "fenmark_imports":
+            # The folder of the file is that of the browser's memory; its name is the same.
+            listed = listed.replace('"path"', "replace(path, rtrim(path, replace(path, '/', '')), '')")
         content[name] = connection.execute(f'SELECT {listed} FROM "{name}"').fetchall()
     return content
 

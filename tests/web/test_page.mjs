@@ -1,7 +1,8 @@
-// Drives fenmark.html in a headless Chromium: files chosen and dropped, kinds ticked, objects and errors clicked, every
-// download compared with what the native program writes.
+// Drives fenmark.html in a headless Chromium or Firefox (FENMARK_BROWSER=firefox): files chosen and dropped, kinds ticked,
+// objects and errors clicked, every download compared with what the native program writes.
 //
-// node test_page.mjs FENMARK PAGE SOURCE [PICTURE], with FENMARK_DRIVER the folder that holds puppeteer-core.
+// node test_page.mjs FENMARK PAGE SOURCE [PICTURES], a folder for pictures of the page, with FENMARK_DRIVER the folder that
+// holds puppeteer-core.
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import { existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from "node:fs";
@@ -10,7 +11,7 @@ import { tmpdir } from "node:os";
 import { basename, join } from "node:path";
 import { pathToFileURL } from "node:url";
 
-const [native, html, source, picture] = process.argv.slice(2);
+const [native, html, source, pictures] = process.argv.slice(2);
 const puppeteer = createRequire(join(process.env.FENMARK_DRIVER, "package.json"))("puppeteer-core");
 const kPatience = 90_000; // milliseconds; only a hang lasts so long
 const kMostBytes = 3_000_000;
@@ -41,7 +42,20 @@ const done = (...words) => {
   return result;
 };
 
-const browser = await puppeteer.launch({
+const isFirefox = process.env.FENMARK_BROWSER === "firefox";
+const browser = await puppeteer.launch(isFirefox ? {
+  browser: "firefox",
+  executablePath: process.env.FENMARK_FIREFOX ?? "/usr/bin/firefox-esr",
+  headless: true,
+  protocolTimeout: kPatience,
+  timeout: kPatience,
+  extraPrefsFirefox: {
+    "browser.download.folderList": 2, "browser.download.dir": downloads, "browser.download.useDownloadDir": true,
+    "browser.download.alwaysOpenPanel": false, "browser.download.always_ask_before_handling_new_types": false,
+    // Files that the browser would show go to the folder too.
+    "browser.download.open_pdf_attachments_inline": false, "browser.download.improvements_to_download_panel": true,
+  },
+} : {
   executablePath: process.env.FENMARK_CHROMIUM ?? "/usr/bin/chromium",
   headless: true,
   protocolTimeout: kPatience,
@@ -63,8 +77,10 @@ async function opened(acceptLanguage) {
   });
   await page.setViewport({ width: 1200, height: 1400 });
   await page.evaluateOnNewDocument((value) => Object.defineProperty(navigator, "language", { get: () => value }), acceptLanguage);
-  const session = await page.createCDPSession();
-  await session.send("Browser.setDownloadBehavior", { behavior: "allow", downloadPath: downloads });
+  if (!isFirefox) {
+    const session = await page.createCDPSession();
+    await session.send("Browser.setDownloadBehavior", { behavior: "allow", downloadPath: downloads });
+  }
   await page.goto(pathToFileURL(html).href);
   await page.waitForSelector("body[data-ready]");
   return page;
@@ -91,7 +107,7 @@ async function saved(page, selector, name) {
   const { text, wrong } = await status(page);
   assert.ok(!wrong, text);
   const end = Date.now() + kPatience;
-  while (!existsSync(path) || existsSync(path + ".crdownload") || statSync(path).size === 0) {
+  while (!existsSync(path) || existsSync(path + ".crdownload") || existsSync(path + ".part") || statSync(path).size === 0) {
     assert.ok(Date.now() < end, `${name} was not downloaded`);
     await new Promise((resolve) => setTimeout(resolve, 50));
   }
@@ -212,16 +228,59 @@ try {
     assert.ok(after[0] > before[0] && after[1] > before[1]);
     await page.keyboard.press("0");
   });
-  if (picture) {
-    await page.evaluate("plan.fit(); plan.reveal(objects.find((object) => object.ring)); showObject(plan.selected); tell(''); window.scrollTo(0, 0); document.activeElement.blur()");
-    await page.evaluate("new Promise((r) => requestAnimationFrame(() => requestAnimationFrame(r)))");
-    await page.screenshot({ path: picture });
+  const painted = () => page.evaluate("new Promise((r) => requestAnimationFrame(() => requestAnimationFrame(r)))");
+  async function pictured(name, options = {}) {
+    if (pictures) {
+      await page.evaluate("plan.fit(); plan.reveal(objects.find((object) => object.ring)); showObject(plan.selected); tell(''); window.scrollTo(0, 0); document.activeElement.blur()");
+      await page.evaluate("new Promise((r) => setTimeout(r, 2 * kRest))"); // a plan that was moved is painted after a rest
+      await painted();
+      await page.screenshot({ path: join(pictures, name), ...options });
+    }
+  }
+  await pictured("web.png");
+
+  // Only Chromium can be switched while it runs.
+  for (const scheme of isFirefox ? [] : ["light", "dark"]) {
+    await check(`every text stands out from what lies behind it when the browser is ${scheme}`, async () => {
+      await page.emulateMediaFeatures([{ name: "prefers-color-scheme", value: scheme }]);
+      await painted();
+      const poor = await page.evaluate(() => {
+        const luminance = ([r, g, b]) => [r, g, b].map((c) => c / 255).map((c) => (c <= 0.04045 ? c / 12.92 : ((c + 0.055) / 1.055) ** 2.4))
+          .reduce((sum, c, i) => sum + c * [0.2126, 0.7152, 0.0722][i], 0);
+        const numbers = (color) => color.match(/[\d.]+/g).map(Number);
+        const behind = (element) => {
+          for (let at = element; at; at = at.parentElement) {
+            const color = numbers(getComputedStyle(at).backgroundColor);
+            if (color.length === 3 || color[3] > 0) {
+              return color;
+            }
+          }
+          return [255, 255, 255];
+        };
+        return [...document.body.querySelectorAll("*")]
+          .filter((element) => element.checkVisibility() && [...element.childNodes].some((node) => node.nodeType === Node.TEXT_NODE && node.textContent.trim()))
+          .filter((element) => !element.closest(":disabled") && !element.closest(".none"))
+          .map((element) => {
+            const [a, b] = [luminance(numbers(getComputedStyle(element).color)), luminance(behind(element))].sort((x, y) => y - x);
+            return { text: element.textContent.slice(0, 40), ratio: (a + 0.05) / (b + 0.05) };
+          })
+          .filter(({ ratio }) => ratio < 4.5); // what the guidelines for web content ask of small text
+      });
+      assert.deepEqual(poor, []);
+      const body = await page.evaluate("getComputedStyle(document.body).backgroundColor");
+      assert.equal(body.match(/\d+/g).every((c) => Number(c) < 64), scheme === "dark", body);
+    });
+  }
+  if (!isFirefox) {
+    await pictured("web_dark.png");
+    await page.emulateMediaFeatures([]);
   }
 
   await check("the page fits a screen of 360 px", async () => {
     await page.setViewport({ width: 360, height: 740 });
-    await page.evaluate("new Promise((r) => requestAnimationFrame(() => requestAnimationFrame(r)))");
+    await painted();
     assert.ok((await page.evaluate("document.documentElement.scrollWidth")) <= 360);
+    await pictured("web_narrow.png", { fullPage: true });
     await page.setViewport({ width: 1200, height: 1400 });
   });
 
@@ -257,6 +316,20 @@ try {
     const ours = await saved(second, "#download-gpkg", "road.gpkg");
     compare(ours, join(mirror, "out/part.gpkg"));
     assert.equal(await second.evaluate("objects.filter((object) => object.kind === '座標').length"), 0);
+  });
+  await check("a file in UTF-16 is read by its bytes, and its lines are shown", async () => {
+    const path = join(folder, "wide.sim");
+    const text = ["G00,03,wide,", "A00,", "A01,1,測点一,10,20,0,", "A01,x,誤り,1,1,1,", "A99,", ""].join("\r\n");
+    writeFileSync(path, Buffer.concat([Buffer.from([0xff, 0xfe]), Buffer.from(text, "utf16le")]));
+    await choose(second, path);
+    await imported(second);
+    const { text: told, wrong } = await status(second);
+    assert.ok(!wrong, told);
+    assert.ok(await second.evaluate("objects.some((object) => object.name === '測点一')"));
+    await second.$$eval("#messages .error button", (buttons) => buttons[0].click());
+    assert.match(await second.$eval("#source .chosen", (element) => element.textContent), /誤り/);
+    await choose(second, road);
+    await imported(second);
   });
   await check("without a zone an export in degrees is refused with the native program's reason", async () => {
     await click(second, "#download-kml");
@@ -306,6 +379,12 @@ try {
     }
     compare(await saved(second, "#download-dxf", "road.dxf"), join(mirror, "export/road.dxf"));
   });
+  await check("a file of some megabytes is imported", async () => {
+    await imported(second);
+    const { text, wrong } = await status(second);
+    assert.ok(!wrong, text);
+    assert.equal(await second.evaluate("objects.length"), 99_999);
+  });
   await check("hostile names stay text", async () => {
     const hostile = "<img src=x onerror=hacked=1>";
     const path = join(folder, `${hostile.replaceAll("/", "")}.sim`);
@@ -325,7 +404,7 @@ try {
     assert.deepEqual(requests.filter((url) => !url.startsWith("blob:") && !url.startsWith("data:") && url !== pathToFileURL(html).href), []);
     assert.deepEqual(complaints, []);
   });
-  console.log(`${count} checks passed`);
+  console.log(`${count} checks passed in ${await browser.version()}`);
 } finally {
   await browser.close();
   rmSync(folder, { recursive: true, force: true });

@@ -6,6 +6,7 @@ const $ = (id) => document.getElementById(id);
 const kMostListed = 200; // objects in the list; the filter finds the others
 const kMostShown = 200_000; // objects; of larger drawings the alignments are shown
 const kMostBytes = 700_000_000; // of one file
+const kMostLines = 40; // of an object
 const kLinesAround = 200; // lines of a file shown around the one asked for
 const kBidirectional = /[\u202a-\u202e\u2066-\u2069]/g; // characters that would turn the text around them
 
@@ -169,9 +170,9 @@ const onProgress = (percent) => ($("progress").value = percent);
 
 // ---- state ----
 
-let inputs = []; // {name, path, bytes, encoding, preview}
+let inputs = []; // {name, path, bytes, preview, inWorker}
 let sources = []; // the files that the drawing came from, for their lines
-let drawing = null; // {name, bytes, inWorker}
+let drawing = null; // {name, content, inWorker}; the content is a Blob, which the browser keeps outside the page's memory
 let info = null;
 let objects = [];
 let messages = []; // {file, line, text}
@@ -184,7 +185,7 @@ const drawingPath = () => `out/${drawing.name}`;
 async function askDrawing(request) {
   await program.running();
   if (drawing.inWorker !== program.starts) {
-    request = { ...request, write: [{ path: drawingPath(), bytes: drawing.bytes }, ...(request.write ?? [])] };
+    request = { ...request, write: [{ path: drawingPath(), bytes: drawing.content }, ...(request.write ?? [])] };
   }
   const answer = await program.send(request, onProgress);
   drawing.inWorker = program.starts;
@@ -192,6 +193,14 @@ async function askDrawing(request) {
 }
 
 // ---- files in ----
+
+// The files that the worker does not have yet.
+async function unwritten() {
+  await program.running();
+  const files = inputs.filter((input) => input.inWorker !== program.starts);
+  files.forEach((input) => (input.inWorker = program.starts));
+  return files.map(({ path, bytes }) => ({ path, bytes }));
+}
 
 function isUtf8(bytes) {
   if (!bytes.some((byte) => byte >= 0x80)) {
@@ -221,18 +230,21 @@ async function take(files) {
     const taken = [];
     for (const [i, file] of list.entries()) {
       const bytes = new Uint8Array(await file.arrayBuffer());
-      taken.push({ name: file.name, path: `in${i}/${file.name}`, bytes, encoding: isUtf8(bytes) ? "utf-8" : "cp932" });
+      taken.push({ name: file.name, path: `in${i}/${file.name}`, bytes });
     }
+    const left = inputs.map(({ path }) => path);
     inputs = taken;
-    $("encoding").value = inputs.some((input) => input.encoding === "utf-8") ? "utf-8" : "cp932";
-    await preview();
+    $("encoding").value = "auto";
+    await preview(left);
   });
 }
 
-async function preview() {
+// Leaves out the files of the paths given, which nobody needs any more.
+async function preview(left = []) {
   const encoding = $("encoding").value;
   const answer = await program.ask({
-    write: inputs.map(({ path, bytes }) => ({ path, bytes })),
+    remove: left,
+    write: await unwritten(),
     run: inputs.map(({ path }) => ["preview", "--json", "--encoding", encoding, "--", path]),
   }, onProgress);
   $("hints").replaceChildren();
@@ -302,13 +314,14 @@ async function importFiles() {
   }
   words.push("--create-layers", "--", ...inputs.map(({ path }) => path));
   const logPaths = inputs.map(({ path }) => stem(path) + "_Input.log");
-  // A failed import must leave the old drawing, so its bytes stay here until there are new ones.
+  // A failed import must leave the old drawing, so its content stays here until there is a new one.
   const answer = await program.ask({
     remove: [target, ...logPaths],
     folders: ["out"],
-    write: [...(appended ? [{ path: target, bytes: drawing.bytes }] : []), ...inputs.map(({ path, bytes }) => ({ path, bytes }))],
+    write: [...(appended ? [{ path: target, bytes: drawing.content }] : []), ...(await unwritten())],
     run: [words],
-    read: [target, ...logPaths],
+    read: logPaths,
+    readLarge: [target],
   }, onProgress);
   const [result] = answer.results;
   if (result.code !== 0 || !answer.files[target]) {
@@ -317,7 +330,7 @@ async function importFiles() {
     }
     throw new Error(withoutFolders(errorText(result.notes), inputs) || word("failed"));
   }
-  drawing = { name, bytes: answer.files[target], inWorker: program.starts };
+  drawing = { name, content: answer.files[target], inWorker: program.starts };
   sources = appended ? [...sources, ...inputs] : [...inputs];
   logs = [...(appended ? logs : []), ...inputs.map(({ name: file }, i) => ({ name: stem(file) + "_Input.log", bytes: answer.files[logPaths[i]] }))].filter((log) => log.bytes);
   messages = [...(appended ? messages : []), ...readMessages(result.notes)];
@@ -326,9 +339,8 @@ async function importFiles() {
 }
 
 async function openDrawing(file) {
-  const bytes = new Uint8Array(await file.arrayBuffer());
   const before = drawing;
-  drawing = { name: file.name, bytes, inWorker: 0 };
+  drawing = { name: file.name, content: new Blob([await file.arrayBuffer()]), inWorker: 0 };
   try {
     messages = [];
     logs = [];
@@ -367,7 +379,7 @@ async function showDrawing() {
   // Of what is too large to show, the alignments are shown.
   const answer = await askDrawing({
     run: [
-      ["info", ...(large ? [] : ["--json"]), "--", drawingPath()],
+      ...(large ? [] : [["info", "--json", "--", drawingPath()]]),
       ["export", "--crs", "plane", "-q", ...(large ? ["--only", "alignments"] : []), "--", drawingPath(), geo],
     ],
     read: [geo],
@@ -495,8 +507,23 @@ function showObject(object) {
 
 // ---- lines of files ----
 
+// The name by which the browser decodes the bytes of a file as the program reads them.
+function decoderName(bytes) {
+  const chosen = $("encoding").value;
+  if (chosen === "utf-16" || chosen === "auto") {
+    const [first, second] = bytes;
+    if ((first === 0xfe && second === 0xff) || (first === 0 && second > 0)) {
+      return "utf-16be";
+    }
+    if ((first === 0xff && second === 0xfe) || (first > 0 && second === 0) || chosen === "utf-16") {
+      return "utf-16le";
+    }
+  }
+  return chosen === "utf-8" || (chosen === "auto" && isUtf8(bytes)) ? "utf-8" : "shift_jis";
+}
+
 function linesOfFile(input) {
-  input.lines ??= new TextDecoder($("encoding").value === "utf-8" ? "utf-8" : "shift_jis").decode(input.bytes).split(/\r\n|\n|\r/);
+  input.lines ??= new Lines(input.bytes, decoderName(input.bytes));
   return input.lines;
 }
 
@@ -514,20 +541,21 @@ function linesOf(object) {
     }
     const lines = linesOfFile(input);
     const at = (code === "F00" ? (line) => line[3] === object.name || (!isAlignment && line[1] === String(no)) : code === "H01" || code === "I01" ? (line) => line[1] === object.name : (line) => line[1] === String(no));
-    const first = lines.findIndex((line) => line.trimStart().startsWith(code) && at(fields(line)));
-    if (first >= 0) {
+    const first = lines.find(code, (text) => at(fields(text)));
+    if (first > 0) {
       let last = first;
-      while (end && last + 1 < lines.length && !lines[last].trimStart().startsWith(end)) {
+      while (end && last < lines.count && !lines.begins(last, end)) {
         ++last;
       }
-      return { input, first: first + 1, last: last + 1, text: lines.slice(first, Math.min(last + 1, first + 40)).join("\n") };
+      const shown = Array.from({ length: Math.min(last - first + 1, kMostLines) }, (_, i) => lines.text(first + i));
+      return { input, first, last, text: shown.join("\n") };
     }
   }
   return null;
 }
 
 function objectAtLine(input, number) {
-  const words = fields(linesOfFile(input)[number - 1] ?? "");
+  const words = fields(linesOfFile(input).text(number));
   const kinds = { A01: "座標", D00: "画地", H01: "縦断成果", I01: "横断成果" };
   const kind = kinds[words[0]];
   if (kind) {
@@ -539,11 +567,11 @@ function objectAtLine(input, number) {
 function showSource(input, first, last = first) {
   const lines = linesOfFile(input);
   const from = Math.max(1, first - kLinesAround);
-  const to = Math.min(lines.length, last + kLinesAround);
+  const to = Math.min(lines.count, last + kLinesAround);
   const items = [];
   for (let number = from; number <= to; ++number) {
     const item = make("li", null, number >= first && number <= last ? { class: "chosen" } : {});
-    item.append(make("span", number, { class: "number" }), make("span", lines[number - 1]));
+    item.append(make("span", number, { class: "number" }), make("span", lines.text(number)));
     items.push(item);
   }
   $("source-name").textContent = input.name;
@@ -689,7 +717,7 @@ function showDownloads() {
   const zoned = (options) => (path) => exported(...options(), ...zoneWords())(path);
   const zoneWords = () => ($("zone").value ? ["--zone", $("zone").value] : []);
   const parts = [
-    ["gpkg", "GeoPackage", () => save(drawing.name, drawing.bytes)],
+    ["gpkg", "GeoPackage", () => save(drawing.name, drawing.content)],
     ["dxf", "DXF", () => download(".dxf", exported())],
     ["landxml", "LandXML", () => download(".xml", exported())],
     ["j-landxml", "J-LandXML", () => download("_J.xml", exported("--profile", "j-landxml"))],
@@ -816,7 +844,7 @@ $("all").addEventListener("change", () => {
 });
 $("encoding").addEventListener("change", () => {
   inputs.forEach((input) => delete input.lines);
-  work(preview);
+  work(() => preview());
 });
 $("import").addEventListener("submit", (event) => {
   event.preventDefault();

@@ -1,7 +1,10 @@
 // The worker: one program upon one file system in memory. It answers one request at a time.
 "use strict";
 
-const kFolder = "/work";
+const kFolder = "/browser"; // drawings keep the path of a file that was imported
+const kLargeFile = 1 << 24; // bytes
+const kStep = 1 << 23; // bytes by which a large file grows, and pieces in which it is read
+const kMostFile = 2 ** 31; // bytes
 let program = null;
 let current = 0; // the request that runs
 let errors = "";
@@ -22,6 +25,32 @@ function onText(bytes) {
     const [, title, percent] = bars[bars.length - 1].match(/\r([^\r\n[]*) \[[= ]*\] (\d+) %/);
     self.postMessage({ id: current, progress: Number(percent), title });
   }
+}
+
+// Lets large files grow in place where the browser can resize a buffer. Otherwise each growth copies the file, and several
+// copies of a drawing lie in memory until they are collected.
+function growInPlace(files) {
+  const copying = files.expandFileStorage;
+  files.expandFileStorage = (node, size) => {
+    const { contents } = node;
+    if (size <= (contents?.length ?? 0)) {
+      return;
+    }
+    if (size < kLargeFile || size > kMostFile || !ArrayBuffer.prototype.resize) {
+      copying(node, size);
+      return;
+    }
+    const room = Math.min(Math.ceil(size / kStep) * kStep, kMostFile);
+    if (contents?.buffer?.resizable) {
+      contents.buffer.resize(room);
+      return;
+    }
+    const grown = new Uint8Array(new ArrayBuffer(room, { maxByteLength: kMostFile })); // its length follows the buffer's
+    if (node.usedBytes > 0) {
+      grown.set(contents.subarray(0, node.usedBytes));
+    }
+    node.contents = grown;
+  };
 }
 
 function folderOf(path) {
@@ -50,6 +79,23 @@ function read(path) {
   }
 }
 
+// A file as a Blob: large ones then lie in the browser's store, and are not copied from here to the page.
+function readLarge(path) {
+  try {
+    const { node } = program.FS.lookupPath(path);
+    const pieces = [];
+    const piece = new Uint8Array(Math.min(kStep, node.usedBytes)); // one for all, as each would wait for its collection
+    for (let from = 0; from < node.usedBytes; from += kStep) {
+      const part = node.contents.subarray(from, Math.min(from + kStep, node.usedBytes));
+      piece.set(part);
+      pieces.push(new Blob([piece.subarray(0, part.length)]));
+    }
+    return new Blob(pieces);
+  } catch {
+    return null;
+  }
+}
+
 function remove(path) {
   try {
     program.FS.unlink(path);
@@ -61,6 +107,7 @@ function remove(path) {
 async function answer(request) {
   if (request.wasm) {
     program = await createFenmark({ wasmBinary: await inflate(request.wasm), onFenmarkText: onText });
+    growInPlace(program.FS.filesystems.MEMFS);
     program.FS.mkdirTree(kFolder);
     program.FS.chdir(kFolder);
     return {};
@@ -70,7 +117,8 @@ async function answer(request) {
   }
   for (const { path, bytes } of request.write ?? []) {
     program.FS.mkdirTree(kFolder + "/" + folderOf(path));
-    program.FS.writeFile(path, bytes);
+    const content = bytes instanceof Blob ? new Uint8Array(await bytes.arrayBuffer()) : bytes;
+    program.FS.writeFile(path, content, { canOwn: true });
   }
   for (const folder of request.folders ?? []) {
     program.FS.mkdirTree(kFolder + "/" + folder);
@@ -79,6 +127,9 @@ async function answer(request) {
   const files = {};
   for (const path of request.read ?? []) {
     files[path] = read(path);
+  }
+  for (const path of request.readLarge ?? []) {
+    files[path] = readLarge(path);
   }
   for (const path of request.removeAfter ?? []) {
     remove(path);
@@ -91,7 +142,9 @@ self.onmessage = ({ data }) => {
   queue = queue.then(async () => {
     current = data.id;
     try {
-      self.postMessage({ id: data.id, answer: await answer(data) });
+      const result = await answer(data);
+      const moved = Object.values(result.files ?? {}).filter((file) => file instanceof Uint8Array).map((file) => file.buffer);
+      self.postMessage({ id: data.id, answer: result }, moved);
     } catch (error) {
       self.postMessage({ id: data.id, failure: String(error?.message ?? error), broken: error instanceof WebAssembly.RuntimeError });
     }

@@ -24,9 +24,15 @@ constexpr std::size_t kQuestions = 1 << 16;
 constexpr std::size_t kSorted = 1 << 18;
 constexpr unsigned kSeed = 4242;
 
-// Nanoseconds of the processor a question, of the best of some rounds.
+// Nanoseconds of the processor a question, of the best of some rounds; one round, where words are given, of what they name.
 template <typename Ask>
-double nanoseconds(std::size_t count, const Ask& ask) {
+double nanoseconds(const Words& words, std::string_view name, std::size_t count, const Ask& ask) {
+    if (!words.empty()) {
+        if (std::find(words.begin(), words.end(), name) != words.end()) {
+            ask();
+        }
+        return 0.0;
+    }
     double best = 1e300;
     for (int round = 0; round < 9; ++round) {
         const std::clock_t start = std::clock();
@@ -101,42 +107,50 @@ struct Questions {
 
 } // namespace
 
-void compareChains() {
+void compareChains(const Words& words) {
+    const bool wanted = std::any_of(words.begin(), words.end(), [](auto word) { return word.starts_with("chain"); });
+    if (!words.empty() && !wanted) {
+        return;
+    }
     const Questions q;
     std::vector<Point> points(kSorted);
     double a = std::sqrt(100.0 * 200.0);
-    const double series = nanoseconds(kQuestions, [&] {
+    const double series = nanoseconds(words, "chain series", kQuestions, [&] {
         for (const double length : q.lengths) {
             benchmark::DoNotOptimize(a);
             benchmark::DoNotOptimize(bareSeries(a, length));
         }
     });
-    const double point = nanoseconds(kQuestions, [&] {
+    const double point = nanoseconds(words, "chain point", kQuestions, [&] {
         for (const double distance : q.distances) {
             benchmark::DoNotOptimize(q.chain.pointAt(distance));
         }
     });
-    const double offset = nanoseconds(kQuestions, [&] {
+    const double offset = nanoseconds(words, "chain offset", kQuestions, [&] {
         for (const double distance : q.distances) {
             benchmark::DoNotOptimize(q.chain.pointAt(distance, 3.0));
         }
     });
-    const double array = nanoseconds(kSorted, [&] { benchmark::DoNotOptimize(q.chain.points(q.sorted, {}, points)); });
-    const double newton = nanoseconds(kQuestions, [&] {
+    const double array = nanoseconds(words, "chain sorted", kSorted,
+                                     [&] { benchmark::DoNotOptimize(q.chain.points(q.sorted, {}, points)); });
+    const double newton = nanoseconds(words, "chain Newton", kQuestions, [&] {
         for (const Point& at : q.besideOne) {
             benchmark::DoNotOptimize(bareNewton(a, 100.0, at));
         }
     });
-    const double nearest = nanoseconds(kQuestions, [&] {
+    const double nearest = nanoseconds(words, "chain of one nearest", kQuestions, [&] {
         for (const Point& at : q.besideOne) {
             benchmark::DoNotOptimize(q.one.locate(at));
         }
     });
-    const double located = nanoseconds(kQuestions, [&] {
+    const double located = nanoseconds(words, "chain nearest", kQuestions, [&] {
         for (const Point& at : q.beside) {
             benchmark::DoNotOptimize(q.chain.locate(at));
         }
     });
+    if (!words.empty()) {
+        return;
+    }
     std::printf("chains of %d curves, nanoseconds for each:\n", kCurves);
     std::printf("  bare series of six terms                %8.1f\n", series);
     std::printf("  point at a random distance              %8.1f   %5.2f of the series\n", point, point / series);

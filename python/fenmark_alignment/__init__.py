@@ -14,7 +14,7 @@
     chain.locate((-35850.0, 12130.0))                            # station, offset (right positive), element
 
 `raw` has every exported function of the C interface. A function that gives no result raises AlignmentError, which
-tells the function, its status and what that means. Records handed to a solver are never changed: it works on copies.
+has the function, its status and what that means. Records given to a solver are never changed: it works on copies.
 """
 
 from .chain import Chain, Crossing, CurvePiece, Joint, Location, Locations, Stake

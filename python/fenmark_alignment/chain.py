@@ -368,6 +368,8 @@ class Chain:
         """Stations of the stakes in order: every multiple of the pitch, both ends, and the joints if wanted."""
         if not pitch > 0.0:
             raise ValueError("the pitch must be above 0")
+        if not self.curves:
+            return []
         if self.equations:
             return [s.station for s in self.stake_points(pitch) if joints or s.kind in ("interval", "BP", "EP")]
         ends = self.joint_stations if joints else (self.start_station, self.end_station)
@@ -383,8 +385,11 @@ class Chain:
     ) -> list[Stake]:
         """The stakes with their points, by station and offset: round stations, given ones, and the main points.
 
-        `every` of 0 leaves the round stations out. Raises AlignmentError for a given station off the chain.
+        `every` of 0 leaves the round stations out. Raises AlignmentError for a given station off the chain. A chain
+        without curves, as a drawing may have, has no stakes.
         """
+        if not self.curves and not len(stations):
+            return []
         keep, given, count = curves.reals(stations)
         held, offset, offset_count = curves.reals(offsets)
         options = curves.StakeOptions(every, given, count, offset, offset_count, 1 if main_points else 0)
@@ -437,9 +442,9 @@ class Chain:
         except ImportError as error:
             raise ImportError("Chain.plot needs matplotlib (Debian: python3-matplotlib)") from error
         axes = pyplot.subplots()[1] if axes is None else axes
-        x, y = zip(*self.line(tolerance))
-        axes.plot(y, x, **style)
-        if pitch:
+        line = [(y, x) for x, y in self.line(tolerance)]
+        axes.plot([y for y, _ in line], [x for _, x in line], **style)
+        if pitch and line:
             stations = self.stakes(pitch)
             at: Any = self.point_at(stations)
             axes.plot(at.y, at.x, linestyle="none", marker=".", color="black")

@@ -136,7 +136,7 @@ class _Built(Element):
         return out
 
     def reversed(self) -> Self:
-        """A copy that is travelled the other way. It is laid anew from the same sizes."""
+        """A copy that is travelled the other way. It is built anew from the same sizes."""
         out = self.copy()
         raw.CDreverA(out, 1)
         if self.type == STRAIGHT:
@@ -229,7 +229,7 @@ class Clothoid(_Built):
     """A clothoid of the parameter A = sqrt(R L), from a start radius to an end radius.
 
     The flatter end is kept where it is given, and the two points give the chord's direction; the other end goes to
-    where A and the radii put it. `end_moved` tells whether it had to move by more than 1e-5 m.
+    where A and the radii put it. `end_moved` says whether it had to move by more than 1e-5 m.
     """
 
     end_moved = False

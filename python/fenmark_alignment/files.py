@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import math
 import os
+import pathlib
 import sqlite3
 from collections.abc import Sequence
 from typing import Any
@@ -21,7 +22,7 @@ def _curvature(radius: float | None, clockwise: bool) -> float:
 
 
 def _chosen(found: Sequence[tuple[Any, ...]], name: str | None, what: str) -> tuple[Any, ...]:
-    """The one of (identifier, name, ...) that is meant."""
+    """The one of (identifier, name, ...) that the name, or "#" and the identifier, belongs to."""
     if name is not None and name.startswith("#") and name[1:].isdigit():
         matching = [row for row in found if row[0] == int(name[1:])]
     else:
@@ -30,7 +31,7 @@ def _chosen(found: Sequence[tuple[Any, ...]], name: str | None, what: str) -> tu
         return matching[0]
     listing = ", ".join(f"#{row[0]} {(row[1] or '').strip()}" for row in (matching or found))
     if matching:
-        raise ValueError(f"several {what} are meant, name one by its number: {listing}")
+        raise ValueError(f"more than one {what} matches, name one by its number: {listing}")
     raise KeyError(f"no {what} named {name}; there are: {listing or 'none'}")
 
 
@@ -38,7 +39,7 @@ def geopackage_curves(path: str | os.PathLike[str], name: str | None) -> tuple[l
     """Curves and start station of an alignment in a drawing. The drawing has x east and y north."""
     with open(path, "rb"):  # a missing file is an error of its own, and no new database
         pass
-    connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True) if "?" not in str(path) else sqlite3.connect(path)
+    connection = sqlite3.connect(pathlib.Path(path).absolute().as_uri() + "?mode=ro", uri=True)
     try:
         found = connection.execute("SELECT fid, name, start_station FROM alignments ORDER BY fid").fetchall()
         fid, _, start_station = _chosen(found, name, "alignment")

@@ -87,7 +87,7 @@ class Raw:
 
     `const double p[2]` takes any pair of numbers; records are `Element` objects; other outputs are ctypes values by
     reference, as in `raw.ali_onl(element, 10.0, (c_double * 2)(), byref(c_double()))`. The integer that a function
-    returns is handed on as it is: `status(result)` reads its low 16 bits.
+    returns stays as it is: `status(result)` reads its low 16 bits.
     """
 
     def __init__(self) -> None:

@@ -160,8 +160,8 @@ def import_sima(path: str | os.PathLike[str], drawing: str | os.PathLike[str] | 
             shutil.copyfile(path, source)
         target = pathlib.Path(drawing) if drawing is not None else pathlib.Path(folder) / "drawing.gpkg"
         done = _run(["import", str(source), "--drawing", str(target), "--json", *_options(options)])
-        told = re.compile(rf"^{re.escape(str(source))}:(\d+): ([A-Za-z]+[A-Za-z0-9-]*): (.*)$", flags=re.M)
-        errors = [LogError(int(line), code, text) for line, code, text in told.findall(done.stderr)]
+        block = re.compile(rf"^{re.escape(str(source))}:(\d+): ([A-Za-z]+[A-Za-z0-9-]*): (.*)$", flags=re.M)
+        errors = [LogError(int(line), code, text) for line, code, text in block.findall(done.stderr)]
         points, lots, alignments = _read(target)
         log = json.loads(done.stdout)[0]["log"] if drawing is not None else None
     return Import(points, lots, alignments, errors, target if drawing is not None else None, log)

@@ -151,7 +151,7 @@ def cross_line(element: Element, station: float, half_length: float, angle: floa
 
 
 class Laid(NamedTuple):
-    """What was laid between fixed elements, and the gap that is left, metres."""
+    """What was built between fixed elements, and the gap that is left, metres."""
 
     elements: list[AnyElement]
     gap: float

@@ -2,6 +2,7 @@
 
 import ctypes
 import importlib.util
+import json
 import math
 import os
 import pathlib
@@ -243,6 +244,51 @@ class Imports(unittest.TestCase):
         frames = road.to_geodataframes("EPSG:6677")
         self.assertEqual(len(frames["lots"]), 5)
         self.assertAlmostEqual(frames["alignments"].length.iloc[0], centre.length, delta=0.05)
+
+    def test_every_road_of_a_drawing_has_the_digits_that_the_program_prints(self):
+        program = os.environ.get("FENMARK_PROGRAM", "")
+        if not program:
+            self.skipTest("FENMARK_PROGRAM is not set")
+        from fenmark_alignment import import_sima
+
+        def ask(*arguments):
+            done = subprocess.run([program, *map(str, arguments)], capture_output=True, encoding="utf-8-sig", check=True)
+            return done.stdout
+
+        samples = [ROOT / "examples" / n for n in ("road.sim", "dirty.sim")]
+        samples += [ROOT / "fuzz/seeds/import/clothoid.sim", ROOT / "tests/exchange/samples/columns.sim"]
+        roads = empty = 0
+        with tempfile.TemporaryDirectory() as folder:
+            for source in samples:
+                # A name that is no plain address of a file.
+                path = pathlib.Path(folder) / f"{source.stem} 100%25 #1?.gpkg"
+                shutil.copy(source, folder)
+                drawn = import_sima(pathlib.Path(folder) / source.name, drawing=path)
+                for name, road in drawn.alignments.items():
+                    road = Chain.from_geopackage(path, name)
+                    stakes = road.stake_points(20.0, offsets=(-4.0, 0.0, 4.0))
+                    if not road.curves:
+                        self.assertEqual((stakes, road.stakes(20.0), list(road.line())), ([], [], []))
+                        empty += 1
+                        continue
+                    roads += 1
+                    text = ask("stakes", path, name, "--every", 20, "--offset=-4,0,4", "--main-points", "--format", "csv")
+                    # The program adds the middle of a lone arc, SP. It lists one of two stakes nearer than half a
+                    # millimetre, and rounds halves upwards.
+                    rows = [row.split(",") for row in text.splitlines()[1:]]
+                    printed = [[float(v) for v in row[1:5]] for row in rows if not row[0].startswith("SP")]
+                    own = [s for i, s in enumerate(stakes) if i < 3 or s.station - stakes[i - 3].station > 5e-4]
+                    self.assertEqual(len(own), len(printed))
+                    for stake, row in zip(own, printed):
+                        for value, digits in zip((stake.station, stake.offset, stake.x, stake.y), row):
+                            self.assertLessEqual(abs(value - digits), 5e-4 + 1e-9)
+                    for stake in stakes[:: max(len(stakes) // 5, 1)]:
+                        at = json.loads(ask("locate", "--json", path, name, "--", repr(stake.y), repr(stake.x)))
+                        where = road.locate((stake.x, stake.y))
+                        self.assertAlmostEqual(where.station, at["station"], delta=1e-9)
+                        self.assertAlmostEqual(where.offset, at["offset"], delta=1e-9)
+        self.assertGreaterEqual(roads, 6)
+        self.assertGreaterEqual(empty, 1)
 
 
 if __name__ == "__main__":

@@ -1,6 +1,6 @@
-"""Every solver finds again a chain that was laid exactly, leaves its records alone, and refuses what cannot be.
+"""Every solver finds again a chain that was built exactly, leaves its records alone, and refuses what cannot be.
 
-A chain is laid from given sizes. Its outer elements are lengthened or cut at the joints, handed to the solver with the
+A chain is built from given sizes. Its outer elements are lengthened or cut at the joints, given to the solver with the
 sizes, and the chain must come again.
 """
 
@@ -12,7 +12,7 @@ import fenmark_alignment as fa
 from fenmark_alignment import LEFT, RIGHT, AlignmentError, Arc, Chain, Straight, raw
 
 POINT = 1e-4  # metres, joints of rounded elements
-PLACE = 1e-3  # metres, where a chain lies whose laid elements are rounded one by one
+PLACE = 1e-3  # metres, where a chain lies whose elements are rounded one by one
 FIXED = 5e-4  # metres, joints with fixed elements that were rounded
 ANGLE = 1e-5  # radians
 GAP = 5e-4  # metres, what is left at a joint that closes

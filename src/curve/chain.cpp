@@ -77,8 +77,9 @@ void Chain::addPiece(std::uint32_t index) {
             form = Form::Quadrature;
         }
     }
-    piece.cosine = std::cos(azimuth);
-    piece.sine = std::sin(azimuth);
+    const Complex direction = onUnitCircle(azimuth);
+    piece.cosine = direction.re;
+    piece.sine = direction.im;
     pieces_.push_back(piece);
     starts_.push_back({distances_[index], index, form});
     const double reach = std::max({std::abs(piece.x), std::abs(piece.y), curve.length});
@@ -191,7 +192,7 @@ Frame Chain::localFrame(std::size_t index, double along) const {
         return {{along, 0.0}, {1.0, 0.0}};
     case Form::Series: {
         const double w = piece.a + along;
-        tangent = onUnitCircleNear(0.5 * piece.growth * w * w);
+        tangent = onUnitCircle(0.5 * piece.growth * w * w);
         break;
     }
     case Form::Arc: {
@@ -200,13 +201,13 @@ Frame Chain::localFrame(std::size_t index, double along) const {
         if (half == 0.0) {
             return {{along, along * half}, {1.0, 0.0}};
         }
-        const Complex turned = std::abs(half) <= kSeriesTurn ? onUnitCircleNear(half) : onUnitCircle(half);
+        const Complex turned = onUnitCircle(half);
         const double chord = along * (turned.im / half);
         return {{chord * turned.re, chord * turned.im},
                 {1.0 - 2.0 * turned.im * turned.im, 2.0 * turned.im * turned.re}};
     }
     case Form::Quadrature:
-        tangent = onUnitCircleNear(along * (piece.a + 0.5 * piece.growth * along));
+        tangent = onUnitCircle(along * (piece.a + 0.5 * piece.growth * along));
         break;
     case Form::Any:
         tangent = onUnitCircle(turnAt(curves_[starts_[index].curve], along));

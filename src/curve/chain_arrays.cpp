@@ -16,42 +16,34 @@ namespace {
 constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 // So many at a time; a constant, so that the compiler lays them side by side.
 constexpr std::size_t kLanes = 8;
-// Up to this tangent angle from the inflection six terms are good to the last bits, see below.
-constexpr double kShortSeriesTurn = 0.5;
 
 using Lanes = std::array<double, kLanes>;
 
-// The series of unit_chord.h with the terms that matter up to kShortSeriesTurn: the first one left out of x is
-// theta^14 / (14! 29) = 2e-17, of y theta^13 / (13! 27) = 7e-16 of y's own first term 1/3 theta at most.
 inline void shortSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
     for (std::size_t i = 0; i < kLanes; ++i) {
-        const double t = theta[i] * theta[i];
-        const double s = t * t;
-        const double xEven = 1.0 + s * (1.0 / 216.0 + s * (1.0 / 685440.0 + s * (1.0 / 11975040000.0)));
-        const double xOdd = -1.0 / 10.0 + s * (-1.0 / 9360.0 + s * (-1.0 / 76204800.0));
-        const double yEven = 1.0 / 3.0 + s * (1.0 / 1320.0 + s * (1.0 / 6894720.0 + s * (1.0 / 168129561600.0)));
-        const double yOdd = -1.0 / 42.0 + s * (-1.0 / 75600.0 + s * (-1.0 / 918086400.0));
-        x[i] = w[i] * (xEven + t * xOdd);
-        y[i] = w[i] * theta[i] * (yEven + t * yOdd);
-    }
-}
-
-inline void fullSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
-    for (std::size_t i = 0; i < kLanes; ++i) {
-        const Complex local = inflectionSeries(w[i], theta[i]);
+        const Complex local = shortInflectionSeries(w[i], theta[i]);
         x[i] = local.re;
         y[i] = local.im;
     }
 }
 
-// On an arc: the chord leaves the tangent by half the turn, which is kSeriesTurn at most.
-inline void arcs(const Lanes& along, double curvature, Lanes& x, Lanes& y) {
+inline void fullSeries(const Lanes& w, const Lanes& theta, Lanes& x, Lanes& y) {
+    for (std::size_t i = 0; i < kLanes; ++i) {
+        const Complex local = longInflectionSeries(w[i], theta[i]);
+        x[i] = local.re;
+        y[i] = local.im;
+    }
+}
+
+// On an arc: the chord leaves the tangent by half the turn. `turned` gives the unit circle for every half there is.
+template <typename Turned>
+inline void arcs(const Lanes& along, double curvature, Lanes& x, Lanes& y, const Turned& turned) {
     for (std::size_t i = 0; i < kLanes; ++i) {
         const double half = 0.5 * curvature * along[i];
-        const Complex turned = onUnitCircleNear(half);
-        const double chord = half == 0.0 ? along[i] : along[i] * (turned.im / half);
-        x[i] = chord * turned.re;
-        y[i] = chord * turned.im;
+        const Complex at = turned(half);
+        const double chord = half == 0.0 ? along[i] : along[i] * (at.im / half);
+        x[i] = chord * at.re;
+        y[i] = chord * at.im;
     }
 }
 
@@ -71,7 +63,7 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
     std::size_t found = 0;
     std::size_t piece = 0;
     std::size_t i = 0;
-    // The distances that the piece at hand holds.
+    // The distances that the current piece holds.
     double from = std::numeric_limits<double>::infinity();
     double to = -std::numeric_limits<double>::infinity();
     while (i < count) {
@@ -101,8 +93,9 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
         }
         // All that follow on the same piece.
         std::size_t behind = i + 1;
+        const double first = std::max(from, 0.0);
         const double last = std::min(to, length_);
-        while (behind < count && distances[behind] >= from && distances[behind] >= 0.0 && distances[behind] < last) {
+        while (behind < count && distances[behind] >= first && distances[behind] < last) {
             ++behind;
         }
         const Piece& on = pieces_[piece];
@@ -114,9 +107,11 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
             }
         } else {
             const Curve& curve = curves_[starts_[piece].curve];
+            // Little turn on the whole piece, a little past the ends too: fewer terms serve.
             const bool gentle =
-                std::max(std::abs(curve.startCurvature * on.a), std::abs(curve.endCurvature * (on.a + curve.length))) <=
-                2.0 * kShortSeriesTurn;
+                slightArc ? std::abs(on.a) * curve.length <= 2.0 * kShortSeriesTurn
+                          : std::max(std::abs(curve.startCurvature * on.a),
+                                     std::abs(curve.endCurvature * (on.a + curve.length))) <= 2.0 * kShortSeriesTurn;
             const double fromOrigin = slightArc ? 0.0 : on.a;
             for (std::size_t begin = i; begin < behind; begin += kLanes) {
                 const std::size_t lanes = std::min(kLanes, behind - begin);
@@ -139,8 +134,10 @@ std::size_t Chain::points(std::span<const double> distances, std::span<const dou
                     w[lane] = fromOrigin + (w[lane] - start);
                     theta[lane] = 0.5 * on.growth * w[lane] * w[lane];
                 }
-                if (slightArc) {
-                    arcs(w, on.a, x, y);
+                if (slightArc && gentle) {
+                    arcs(w, on.a, x, y, onUnitCircleAhead);
+                } else if (slightArc) {
+                    arcs(w, on.a, x, y, onUnitCircleNear);
                 } else if (gentle) {
                     shortSeries(w, theta, x, y);
                 } else {

@@ -14,7 +14,7 @@
 namespace fenmark::curve {
 
 // How far the end of a record may lie from where its own curvature leads, metres. Records are rounded to 1e-5 m, and
-// those of a file often to 1e-3 m.
+// those of a file often to 1e-3 m: 7e-4 m for each end. Seen of records that the library built: 1.0e-8.
 inline constexpr double kRecordTolerance = 2e-3;
 
 // The curve of one record. What the record's rounding left is not used where it can be had exactly: a straight runs

@@ -21,7 +21,8 @@ enum class ChainStatus : int {
 // In one line of plain English; never null.
 [[nodiscard]] const char* textOf(ChainStatus status);
 
-// A station this close to either end of a chain or a diagram (metres) is taken for the end.
+// A station this close to either end of a chain or a diagram (metres) is taken for the end: a station that was
+// written with six decimals and read again.
 inline constexpr double kStationTolerance = 1e-6;
 
 } // namespace fenmark::curve

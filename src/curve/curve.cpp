@@ -9,6 +9,9 @@ namespace fenmark::curve {
 
 namespace {
 
+// Up to this azimuth (radians, a circle and a half) the direction at an inflection point is as good as that of the start.
+constexpr double kSmallAzimuth = 10.0;
+
 // The two turns that make up the way from the start to `along`.
 struct Turns {
     double a = 0.0; // by the start's curvature
@@ -71,6 +74,23 @@ double azimuthAt(const Curve& curve, double along) {
 }
 
 Point pointAt(const Curve& curve, double along) {
+    const double change = curve.endCurvature - curve.startCurvature;
+    const double growth = change / curve.length;
+    const double toStart = curve.startCurvature / growth; // from the inflection point
+    const double toEnd = toStart + along;
+    const double theta0 = 0.5 * curve.startCurvature * toStart;
+    const double theta1 = 0.5 * growth * toEnd * toEnd;
+    // Most clothoids of plans: by the series from the inflection point, seen from the direction there. A straight or an
+    // arc has no such point (the comparison with NaN fails).
+    if (std::abs(theta0) <= kSeriesTurn && std::abs(theta1) <= kSeriesTurn &&
+        std::abs(toStart) <= kFarInflection * std::abs(along) && std::abs(curve.start.azimuth) <= kSmallAzimuth &&
+        std::abs(growth) >= std::numeric_limits<double>::min()) {
+        Complex way = inflectionSeries(toEnd, theta1);
+        if (toStart != 0.0) {
+            way = way - inflectionSeries(toStart, theta0);
+        }
+        return placed(curve.start.point, 1.0, onUnitCircle(curve.start.azimuth - theta0), way);
+    }
     const Turns turns = turnsTo(curve, along);
     return placed(curve.start.point, along, onUnitCircle(curve.start.azimuth), unitChord(turns.a, turns.b));
 }
@@ -85,8 +105,9 @@ Pose endPose(const Curve& curve) {
 
 Pose parallelPose(const Curve& curve, double along, double offset) {
     Pose pose = poseAt(curve, along);
-    pose.point.x -= offset * std::sin(pose.azimuth);
-    pose.point.y += offset * std::cos(pose.azimuth);
+    const Complex direction = onUnitCircle(pose.azimuth);
+    pose.point.x -= offset * direction.im;
+    pose.point.y += offset * direction.re;
     return pose;
 }
 
@@ -121,9 +142,11 @@ PreparedCurve::PreparedCurve(const Curve& curve) : curve_(curve) {
         } else if (k0 * k0 <= limit && k1 * k1 <= limit && std::abs(toStart_) <= kFarInflection * curve.length) {
             form_ = Form::Series;
             const double theta = 0.5 * growth_ * toStart_ * toStart_; // as pointAt has it: the start comes out exact
-            const Complex start = inflectionSeries(toStart_, theta);
-            startInFrame_ = {start.re, start.im};
-            frame -= theta;
+            if (toStart_ != 0.0) {
+                const Complex start = inflectionSeries(toStart_, theta);
+                startInFrame_ = {start.re, start.im};
+                frame -= theta;
+            }
         } else if (std::abs(turns.a) + std::abs(turns.b) <= kQuadratureTurn) {
             form_ = Form::Quadrature;
         } else {
@@ -132,8 +155,9 @@ PreparedCurve::PreparedCurve(const Curve& curve) : curve_(curve) {
     } else if (curve.startCurvature != 0.0) {
         form_ = Form::Arc;
     }
-    cosine_ = std::cos(frame);
-    sine_ = std::sin(frame);
+    const Complex direction = onUnitCircle(frame);
+    cosine_ = direction.re;
+    sine_ = direction.im;
 }
 
 Point PreparedCurve::pointAt(double along) const {
@@ -186,7 +210,7 @@ Frame PreparedCurve::frameAt(double along) const {
         }
         const Complex direction{cosine_, sine_};
         const Complex way = inflectionSeries(w, theta) - Complex{startInFrame_.x, startInFrame_.y};
-        const Complex tangent = direction * onUnitCircleNear(theta);
+        const Complex tangent = direction * onUnitCircle(theta);
         return {placed(curve_.start.point, 1.0, direction, way), {tangent.re, tangent.im}};
     }
     case Form::Arc:
@@ -195,7 +219,7 @@ Frame PreparedCurve::frameAt(double along) const {
         break;
     }
     const double turn = turnAt(curve_, along);
-    const Complex turned = std::abs(turn) <= kSeriesTurn ? onUnitCircleNear(turn) : onUnitCircle(turn);
+    const Complex turned = onUnitCircle(turn);
     const Complex tangent = Complex{cosine_, sine_} * turned;
     return {pointAt(along), {tangent.re, tangent.im}};
 }

@@ -184,7 +184,7 @@ struct Crossings {
 
 // The shortest curve of linear curvature from one pose to another: a straight, an arc or a clothoid. Azimuths differ by
 // any multiple of a full circle. Nothing if the points are the same or the values have no solution within doubles.
-// Literature: E. Bertolazzi, M. Frego, "G1 fitting with clothoids", Math. Meth. Appl. Sci. 38 (2015).
+// Source: [Bertolazzi 2015].
 [[nodiscard]] std::optional<Curve> fitG1(const Pose& from, const Pose& to);
 
 // Three clothoids from one pose to another with given curvatures at both, curvature continuous throughout.
@@ -201,7 +201,7 @@ enum class FitStatus : std::int32_t {
     NoSolution, // no curve of this kind goes through the point
 };
 
-// What is laid at an intersection point. A radius of 0 lays nothing there; a parameter of 0 means no clothoid.
+// What stands at an intersection point. A radius of 0 stands for no curve; a parameter of 0 means no clothoid.
 struct IpValues {
     Point point;
     double radius = 0.0; // metres, positive

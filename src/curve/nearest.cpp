@@ -4,14 +4,14 @@
 // growth; g' = k e - 1, e' = -k g, g'' = c e - k^2 g. A foot has g = 0; it is a nearest point where g' < 0.
 //
 // Three facts make the search sure and its work bounded:
-//  - A curve that turns by no more than a quarter of a circle has no second nearest point within the distance of its
-//    smallest radius (its reach).
+//  - A curve that turns by no more than a quarter of a circle has no second nearest point within its reach (reach.h).
 //  - p = k v^2 - 2 e, the power of the point to the osculating circle times k, has p' = c v^2: it changes its sign at
 //    most once on the whole curve, also across the inflection (the osculating circles lie one inside the other). Going
 //    either way from there, the first nearest point is nearer than all behind it, and comes within a full turn.
 //  - On a piece without an inflection that turns by less than half a circle there are at most two feet, since these are
 //    the tangents from the point to the evolute, a convex curve of the same turn.
 #include "curve/curve.h"
+#include "curve/reach.h"
 #include "curve/unit_chord.h"
 #include "curve/wings.h"
 
@@ -22,12 +22,10 @@ namespace fenmark::curve {
 
 namespace {
 
-// A foot is known to this share of the length, but not better than coordinates allow.
+// "Seen" below: the largest in 20,000 seeded cases of every test of curves.
+// A foot is known to this share of the length, but not better than coordinates allow. Seen: 3.5e-14.
 constexpr double kFootShare = 1e-13;
-constexpr int kMostSteps = 100;
-constexpr int kMostFastSteps = 6;
-// Cube of the turn of a step after which Halley's method is at its end: what is left is of third order in it.
-constexpr double kLastStep = 1e-16;
+constexpr int kMostSteps = 100; // Seen: 70, for the change of the power's sign
 // Pieces for the thorough search turn by this at most.
 constexpr double kPieceTurn = 0.125 * kPi;
 // How far round the place where the power changes sign the nearest points are looked for: two turns, and some more.
@@ -67,6 +65,7 @@ Foot footOf(const Seen& seen, double tolerance) {
 double footTolerance(const Curve& curve, const Point& point) {
     const double size = std::max({std::abs(point.x), std::abs(point.y), std::abs(curve.start.point.x),
                                   std::abs(curve.start.point.y), curve.length});
+    // Metres along the tangent by which a foot may leave the perpendicular through rounding. Seen: 0.07 of it.
     return std::max(1e-12, 1e-14 * size);
 }
 
@@ -253,6 +252,7 @@ Foot nearestOnEven(const PreparedCurve& curve, const Point& point) {
     if (along >= 0.0 && along <= plain.length) {
         const Seen seen = look(curve, point, along);
         Foot foot = footOf(seen, tolerance);
+        // A foot by the angle at the centre, of the way and the length. Seen: 8.3e-15; 0.3 near the centre of a circle.
         if (std::abs(seen.g) <= 1e-9 * (std::abs(seen.e) + plain.length)) {
             foot.perpendicular = true;
             foot.offset = seen.e;
@@ -287,44 +287,22 @@ Foot nearestFoot(const PreparedCurve& curve, const Point& point) {
     const double tolerance = footTolerance(plain, point);
     const double sharpest = std::max(std::abs(plain.startCurvature), std::abs(plain.endCurvature));
 
-    // Within reach, Newton's method with the second derivative (Halley) ends at the only nearest point.
     if (wholeTurn(plain) <= 0.5 * kPi) {
         const double growth = (plain.endCurvature - plain.startCurvature) / plain.length;
-        double along = 0.5 * plain.length;
-        for (int step = 0; step < kMostFastSteps; ++step) {
-            const Seen seen = look(curve, point, along);
-            if (!(std::abs(seen.e) * sharpest < 0.9)) {
-                break;
+        const auto at = [&](double along) { return look(curve, point, along); };
+        if (const auto found = nearestWithinReach(plain.length, growth, sharpest, at)) {
+            const Seen& seen = found->seen;
+            const double move = found->move;
+            if (move == 0.0) {
+                return footOf(seen, tolerance); // an end that the point lies beyond, or the foot itself
             }
-            const double slope = seen.slope();
-            const double bend = growth * seen.e - seen.k * seen.k * seen.g;
-            const double plainStep = -seen.g / slope;
-            const double curved = plainStep / (1.0 + 0.5 * plainStep * bend / slope);
-            const double move = std::abs(curved - plainStep) < 0.5 * std::abs(plainStep) ? curved : plainStep;
-            const double next = std::clamp(along + move, 0.0, plain.length);
-            if (next == along) {
-                if (seen.squared() * sharpest * sharpest < 0.81) {
-                    return footOf(seen, tolerance); // an end that the point lies beyond, or the foot itself
-                }
-                break;
-            }
-            const double left = std::abs(move) * sharpest;
-            if (next == along + move && left * left * left < kLastStep && std::abs(move) < 0.01 * plain.length) {
-                // The rest of the way by Taylor's series: e' = -k g, e'' = -c g - k g', e''' = -2 c g' - k g''.
-                const double second = growth * seen.g + seen.k * slope;
-                const double third = 2.0 * growth * slope + seen.k * bend;
-                const double e = seen.e - move * (seen.k * seen.g + move * (0.5 * second + move * third / 6.0));
-                const double offTangent = move - seen.k * seen.k * move * move * move / 6.0;
-                const double offNormal = 0.5 * move * move * (seen.k + growth * move / 3.0);
-                if (e * e * sharpest * sharpest < 0.81) {
-                    return {next,
-                            {seen.point.x + offTangent * seen.tangent.x - offNormal * seen.tangent.y,
-                             seen.point.y + offTangent * seen.tangent.y + offNormal * seen.tangent.x},
-                            e,
-                            true};
-                }
-            }
-            along = next;
+            const double offTangent = move - seen.k * seen.k * move * move * move / 6.0;
+            const double offNormal = 0.5 * move * move * (seen.k + growth * move / 3.0);
+            return {found->along,
+                    {seen.point.x + offTangent * seen.tangent.x - offNormal * seen.tangent.y,
+                     seen.point.y + offTangent * seen.tangent.y + offNormal * seen.tangent.x},
+                    found->e,
+                    true};
         }
     }
 

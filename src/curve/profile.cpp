@@ -96,7 +96,7 @@ ChainStatus Profile::set(std::span<const VerticalPoint> points) {
     }
     std::vector<ProfilePart> parts;
     parts.reserve(2 * points.size());
-    double from = points.front().station; // what is laid already
+    double from = points.front().station; // the end of what stands already
     double height = points.front().height;
     for (std::size_t i = 1; i < points.size(); ++i) {
         const VerticalPoint& point = points[i];

@@ -93,7 +93,7 @@ ChainStatus stakesOf(const Chain& chain, const StakeOptions& options, std::vecto
                 zone + 1 < stations.zoneCount() ? std::min(stations.equations()[zone].distance, length) : length;
             const double first = std::ceil((begin - from - kStationTolerance) / options.every);
             const double last = std::floor((end - from + kStationTolerance) / options.every);
-            // Multiples that a real cannot tell apart are no round stations.
+            // Multiples between which no double lies are no round stations.
             if (std::max(std::abs(first), std::abs(last)) > 0x1.0p52) {
                 return ChainStatus::TooMany;
             }

@@ -88,7 +88,7 @@ std::vector<double> StationEquations::distancesAt(double station, double length)
     const auto look = [&](std::size_t zone) {
         const double end = zone + 1 < zones_.size() ? std::min(zones_[zone + 1].distance, length) : length;
         const double distance = distanceIn(zone, station);
-        // The chain's own ends are met within the tolerance, equations exactly up to rounding.
+        // The chain's own ends are met within the tolerance; equations up to rounding, metres (1e7 m have 1.9e-9).
         const double before = zone == 0 ? kStationTolerance : 1e-9;
         const double behind = zone + 1 == zones_.size() ? kStationTolerance : 1e-9;
         if (distance >= zones_[zone].distance - before && distance <= end + behind) {
@@ -147,7 +147,7 @@ ChainStatus equationsFromResults(double startStation, std::span<const NamedStati
     if (!std::isfinite(startStation) || !std::isfinite(tolerance)) {
         return ChainStatus::NotFinite;
     }
-    double counted = startStation; // the station that a distance of 0 has in the zone at hand
+    double counted = startStation; // the station that a distance of 0 has in the current zone
     double before = 0.0;
     for (const NamedStation& result : results) {
         if (!std::isfinite(result.station) || !std::isfinite(result.distance)) {

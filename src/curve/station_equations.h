@@ -21,7 +21,7 @@ struct StationEquation {
     double ahead = 0.0;
 };
 
-// The same as the pegs tell it: the station `back` that is reached, and the station `ahead` that takes its place.
+// The same as it stands on the pegs: the station `back` that is reached, and the station `ahead` that takes its place.
 struct BackAhead {
     double back = 0.0;
     double ahead = 0.0;

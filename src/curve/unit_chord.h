@@ -7,17 +7,17 @@
 // (times the length), q = 2 b / k^2 = 1 / (2 theta), phi turn from the start.
 //
 // Three forms cover the plane:
-//  - the series in powers of theta from the inflection point (Kasper, Schuerba, Lorenz, "Die Klotoide als
-//    Trassierungselement", 1968), where |theta| <= 2;
+//  - the series in powers of theta from the inflection point [Kasper 1968], where |theta| <= 2;
 //  - the tail. From a point on, the curve winds into its far end, exp(i theta) G away, with G = (i / k) P(q) and
-//    P(q) = int exp(-t - i q t^2 / 2) dt, the auxiliary functions of the Fresnel integrals (Abramowitz, Stegun, "Handbook
-//    of Mathematical Functions", 7.3.5 to 7.3.10) in a form that holds for either sign. Where |theta| >= 2;
+//    P(q) = int exp(-t - i q t^2 / 2) dt, the auxiliary functions of the Fresnel integrals ([Abramowitz 1964], 7.3.5 to
+//    7.3.10) in a form that holds for either sign. Where |theta| >= 2;
 //  - quadrature with five nodes, where the curve turns little and its inflection point lies far away.
 // No form subtracts two values much larger than the chord.
 #pragma once
 
 #include "curve/curve.h"
 #include "curve/tail_table.h"
+#include "curve/unit_circle.h"
 
 #include <array>
 #include <cmath>
@@ -27,33 +27,33 @@ namespace fenmark::curve {
 
 // Up to this turn from the inflection point the series is used, beyond it the tail. The table of the tail ends here.
 inline constexpr double kSeriesTurn = 2.0;
+// Up to this turn from the inflection point, which few clothoids of plans exceed, the first seven terms are all.
+inline constexpr double kShortSeriesTurn = 0.5;
 // Up to this turn the quadrature is good to 1e-17 of the length where the inflection is farther than kFarInflection.
 inline constexpr double kQuadratureTurn = 0.25;
 // An inflection point this many lengths away costs the series two digits.
 inline constexpr double kFarInflection = 50.0;
 
-struct Complex {
-    double re = 0.0;
-    double im = 0.0;
-
-    friend Complex operator+(const Complex& a, const Complex& b) { return {a.re + b.re, a.im + b.im}; }
-    friend Complex operator-(const Complex& a, const Complex& b) { return {a.re - b.re, a.im - b.im}; }
-    friend Complex operator*(const Complex& a, const Complex& b) {
-        return {a.re * b.re - a.im * b.im, a.re * b.im + a.im * b.re};
-    }
-    friend Complex operator*(double f, const Complex& a) { return {f * a.re, f * a.im}; }
-};
-
-inline Complex onUnitCircle(double angle) {
-    return {std::cos(angle), std::sin(angle)};
-}
-
 // From the inflection point over the length w: (x, y) with theta = c w^2 / 2,
 //   x = w (1 - theta^2 / (2! 5) + theta^4 / (4! 9) - ...),  y = w theta (1/3 - theta^2 / (3! 7) + ...).
-// A negative w gives the branch before the inflection point. |theta| <= kSeriesTurn: good to the last bits.
-inline Complex inflectionSeries(double w, double theta) {
+// A negative w gives the branch before the inflection point. Even and odd powers of theta^2 stand apart: two short chains
+// instead of a long one.
+//
+// The terms that matter up to |theta| = kShortSeriesTurn: the first one left out is theta^14 / (14! 29) = 2e-17 of x and
+// theta^13 / (13! 27) = 7e-16 of y's own first term, which is theta / 3.
+inline Complex shortInflectionSeries(double w, double theta) {
     const double t = theta * theta;
-    // Even and odd powers of t apart: two short chains instead of a long one.
+    const double s = t * t;
+    const double xEven = 1.0 + s * (1.0 / 216.0 + s * (1.0 / 685440.0 + s * (1.0 / 11975040000.0)));
+    const double xOdd = -1.0 / 10.0 + s * (-1.0 / 9360.0 + s * (-1.0 / 76204800.0));
+    const double yEven = 1.0 / 3.0 + s * (1.0 / 1320.0 + s * (1.0 / 6894720.0 + s * (1.0 / 168129561600.0)));
+    const double yOdd = -1.0 / 42.0 + s * (-1.0 / 75600.0 + s * (-1.0 / 918086400.0));
+    return {w * (xEven + t * xOdd), w * theta * (yEven + t * yOdd)};
+}
+
+// The terms that matter up to kSeriesTurn: good to the last bits.
+inline Complex longInflectionSeries(double w, double theta) {
+    const double t = theta * theta;
     const double s = t * t;
     const double xEven =
         1.0 +
@@ -77,25 +77,9 @@ inline Complex inflectionSeries(double w, double theta) {
     return {w * (xEven + t * xOdd), w * theta * (yEven + t * yOdd)};
 }
 
-// Sine and cosine of an angle up to kSeriesTurn: the series, without a call and without a branch.
-inline Complex onUnitCircleNear(double angle) {
-    const double q = angle * angle;
-    const double r = q * q;
-    const double sineEven =
-        1.0 + r * (1.0 / 120.0 + r * (1.0 / 362880.0 + r * (1.0 / 6227020800.0 + r * (1.0 / 355687428096000.0 +
-                                                                                      r / 51090942171709440000.0))));
-    const double sineOdd =
-        -1.0 / 6.0 + r * (-1.0 / 5040.0 +
-                          r * (-1.0 / 39916800.0 + r * (-1.0 / 1307674368000.0 + r * (-1.0 / 121645100408832000.0))));
-    const double cosineEven =
-        1.0 + r * (1.0 / 24.0 + r * (1.0 / 40320.0 + r * (1.0 / 479001600.0 +
-                                                          r * (1.0 / 20922789888000.0 + r / 2432902008176640000.0))));
-    const double cosineOdd =
-        -1.0 / 2.0 +
-        r * (-1.0 / 720.0 +
-             r * (-1.0 / 3628800.0 + r * (-1.0 / 87178291200.0 +
-                                          r * (-1.0 / 6402373705728000.0 + r * (-1.0 / 1124000727777607680000.0)))));
-    return {cosineEven + q * cosineOdd, angle * (sineEven + q * sineOdd)};
+// |theta| <= kSeriesTurn.
+inline Complex inflectionSeries(double w, double theta) {
+    return std::abs(theta) <= kShortSeriesTurn ? shortInflectionSeries(w, theta) : longInflectionSeries(w, theta);
 }
 
 // P(q), |q| <= 1/4.
@@ -146,7 +130,7 @@ inline Complex arcChord(double a) {
     if (half == 0.0) {
         return {1.0, half};
     }
-    const Complex turned = std::abs(half) <= kSeriesTurn ? onUnitCircleNear(half) : onUnitCircle(half);
+    const Complex turned = onUnitCircle(half);
     const double chord = turned.im / half;
     return {chord * turned.re, chord * turned.im};
 }
@@ -166,7 +150,7 @@ inline Complex unitChord(double a, double b) {
         const double toEnd = toStart + 1.0;
         const double theta1 = 0.5 * k1 * toEnd;
         const Complex way = inflectionSeries(toEnd, theta1) - inflectionSeries(toStart, theta0);
-        return onUnitCircleNear(-theta0) * way;
+        return onUnitCircle(-theta0) * way;
     }
     if (std::abs(a) + std::abs(b) <= kQuadratureTurn) {
         return quadratureChord(a, b);

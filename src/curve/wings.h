@@ -1,7 +1,7 @@
 // A curve taken apart where its curvature changes sign, each wing seen from its flatter end.
 //
-// On a wing the osculating circles lie one inside the other (Kneser), so everything beyond a point, towards the sharper
-// end, lies within the circle there.
+// On a wing the osculating circles lie one inside the other [Kneser 1912], so everything beyond a point, towards the
+// sharper end, lies within the circle there.
 #pragma once
 
 #include "curve/curve.h"

@@ -1,6 +1,6 @@
 // What the trees of boxes share: the boxes, in single precision, and the order in which they are packed into nodes.
 //
-// Boxes are sorted into tiles of as many as a node holds (sort-tile-recursive; Leutenegger, Lopez and Edgington 1997).
+// Boxes are sorted into tiles of as many as a node holds (sort-tile-recursive; [Leutenegger 1997]).
 #pragma once
 
 #include "drawing/drawing.h"

@@ -2,8 +2,7 @@
 //
 // The nineteen zones of the plane rectangular system: a transverse Mercator projection on the ellipsoid of GRS 80 with
 // the scale 0.9999 on the central meridian, each with an origin of its own (Ministry of Land, Infrastructure, Transport
-// and Tourism, notice no. 9 of 2002). By C. F. F. Karney, Transverse Mercator with an accuracy of a few nanometers,
-// J. Geodesy 85 (2011), as GeographicLib has it.
+// and Tourism, notice no. 9 of 2002). By [Karney 2011], as GeographicLib has it.
 #pragma once
 
 #include "values/drawing_values.h"

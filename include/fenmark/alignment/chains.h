@@ -8,7 +8,7 @@
  *     ..._rfArf    [0] arc, [1] clothoid, [2] arc
  *     ..._rfAsf    [0] straight, [1] clothoid, [2] arc at side 1; [0] arc, [1] clothoid, [2] straight at any other side
  *
- * dl is the gap left in the chain, metres, as the builders of compound.h tell it. alimake_* fit the end elements to the
+ * dl is the gap left in the chain, metres, as the builders of compound.h return it. alimake_* fit the end elements to the
  * clothoid; moveR_dl0_* move an element by the gap, so that it is 0. The way of work is: build the clothoid
  * (ali_makRAR, ali_makRAAR, ali_makSAR), close the gap (moveR_dl0_*), fit the ends (alimake_*).
  *
@@ -26,18 +26,18 @@ extern "C" {
 
 /**
  * Lays both clothoids of an S-shaped curve anew (ali_makRAAR) and fits both arcs to them. An arc whose outer end and
- * tangent allow it is cut there; otherwise it is laid from the clothoid on with its own length.
+ * tangent allow it is cut there; otherwise it is built from the clothoid on with its own length.
  *
  * @param dl  out: the gap from the end of [1] to the start of [2], positive along the tangent, negative when the
  *            clothoids overlap
  * @return 0; the status of ali_makRAAR, or -1 when no arc of its radius spans from its outer end to the clothoid, or it
- *         can be neither cut nor laid: nothing is changed then
+ *         can be neither cut nor built: nothing is changed then
  */
 FENMARK_ALIGNMENT_API int alimake_rfAArf(Calelm chain[4], double* dl);
 
 /**
  * Fits the first arc to the clothoid, and, when |*dl| < 1e-6, the last one too. Returns 0; -1, nothing changed, when no
- * arc of its radius spans from its outer end to the clothoid, or it can be neither cut nor laid.
+ * arc of its radius spans from its outer end to the clothoid, or it can be neither cut nor built.
  */
 FENMARK_ALIGNMENT_API int alimake_rfArf(Calelm chain[3], const double* dl);
 
@@ -47,10 +47,10 @@ FENMARK_ALIGNMENT_API int alimake_rfArf(Calelm chain[3], const double* dl);
  * @param dl    the gap between the clothoid's flat end and the straight: below 1e-6 in magnitude the straight is led to
  *              the clothoid; otherwise it keeps its end
  * @param side  1: straight, clothoid, arc; any other value: arc, clothoid, straight
- * @return 0 both were cut where they lie; -3 the straight's direction had to change: it is laid from the clothoid on
+ * @return 0 both were cut where they lie; -3 the straight's direction had to change: it is built from the clothoid on
  *         with its own length; -2 the same for the arc (and not -3 when both were); -1 the straight or the
  *         arc cannot be built. With -1 the records are unchanged. With -3 the straight, with -2 the arc, is
- *         unchanged when it cannot be laid from the clothoid either
+ *         unchanged when it cannot be built from the clothoid either
  */
 FENMARK_ALIGNMENT_API int alimake_rfAsf(Calelm chain[3], double dl, int side);
 
@@ -62,8 +62,8 @@ FENMARK_ALIGNMENT_API int alimake_rfAsf(Calelm chain[3], double dl, int side);
 FENMARK_ALIGNMENT_API int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4]);
 
 /**
- * Lays an arc at the other arc and the clothoid, so that an egg-shaped curve closes. Side 1: [2] is laid from the end
- * of [1] on. Any other side: [1] is laid back from the start of [2], and [0] back from there. The arc laid anew takes
+ * Builds an arc at the other arc and the clothoid, so that an egg-shaped curve closes. Side 1: [2] is built from the end
+ * of [1] on. Any other side: [1] is built back from the start of [2], and [0] back from there. The arc built anew takes
  * the length of the clothoid. dl becomes 0. Returns 0; -1, nothing changed, when an element cannot be built.
  */
 FENMARK_ALIGNMENT_API int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3]);

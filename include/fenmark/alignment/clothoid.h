@@ -9,7 +9,7 @@
  *     Xm           = X - R sin tau         (x of the osculating circle's centre)
  *
  * A radius of 0 stands for an infinite radius. Lengths and radii are metres, angles radians. Series and relations are
- * those of the clothoid tables: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968.
+ * those of the clothoid tables [Kasper 1968].
  */
 #ifndef FENMARK_ALIGNMENT_CLOTHOID_H
 #define FENMARK_ALIGNMENT_CLOTHOID_H

@@ -8,10 +8,9 @@
  *
  * With the parameter A at the radius R, dR the shift and Xm the abscissa of the circle's centre (see clothoid.h), the
  * offset circle of an arc has the radius rho = R + dR: the tangent at the clothoid's origin touches it. Two offset
- * circles, or an offset circle and a line, so fix the tangent, and the clothoids are laid from it (the method of the
- * clothoid tables: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968). Elements that are
- * fixed leave a gap between what was laid on one and on the other. It is returned as D, and the functions of chains.h
- * close it.
+ * circles, or an offset circle and a line, so fix the tangent, and the clothoids are built from it (the method of the
+ * clothoid tables [Kasper 1968]). Elements that are fixed leave a gap between what was built on one and on the other. It
+ * is returned as D, and the functions of chains.h close it.
  *
  * All are closed in form. They return 0, or a status in the low 16 bits, read as signed: -1, or the code of a
  * construction function. After a failure every record is as it was before the call, and no output is written.
@@ -26,7 +25,7 @@ extern "C" {
 #endif
 
 /**
- * The clothoid between two arcs of equal dir, egg-shaped: from the radius of r1 to that of r2. It is laid on the arc of
+ * The clothoid between two arcs of equal dir, egg-shaped: from the radius of r1 to that of r2. It is built on the arc of
  * the larger radius exactly, tangent to the outer tangent of the offset circles.
  *
  * @param a      par given; written whole
@@ -51,7 +50,7 @@ FENMARK_ALIGNMENT_API int ali_makRAR(const Calelm* r1, Calelm* a, const Calelm* 
 FENMARK_ALIGNMENT_API int ali_makRAAR(const Calelm* r1, Calelm* a1, Calelm* a2, const Calelm* r2, double* D);
 
 /**
- * The clothoid between a straight and an arc, laid on the arc, its flat end parallel to the straight.
+ * The clothoid between a straight and an arc, built on the arc, its flat end parallel to the straight.
  *
  * @param side  1: the order of travel is s, a, r; any other value: r, a, s
  * @param a     par given; written whole

@@ -7,8 +7,7 @@
  * polygon and do not test whether the curve fits between its neighbours.
  *
  * Method: the centre of the arc lies where the parallels of the legs at the distances R + dR cross (dR the shift of the
- * clothoid on that leg); the clothoids begin Xm before the feet of the centre on the legs. Kasper, Schuerba, Lorenz,
- * "Die Klotoide als Trassierungselement", 6th ed. 1968.
+ * clothoid on that leg); the clothoids begin Xm before the feet of the centre on the legs. [Kasper 1968].
  *
  * Returned is 0, or -1 in the low 16 bits. Unless stated otherwise nothing is written on failure: two equal points in a
  * leg (nearer than 1e-7 m), values that are not numbers, or sizes for which no tangent curve exists.

@@ -24,8 +24,8 @@
  * only cuts is found.
  *
  * Sources: plane geometry of circles and common tangents; for clothoids the shift relations dR = Y + R cos tau - R and
- * Xm = X - R sin tau (H. Kasper, W. Schuerba, H. Lorenz, Die Klotoide als Trassierungselement, Bonn 1954): a circle
- * eased by a clothoid lies R + dR beside the clothoid's tangent at infinite radius, and Xm along it.
+ * Xm = X - R sin tau [Kasper 1968]: a circle eased by a clothoid lies R + dR beside the clothoid's tangent at infinite
+ * radius, and Xm along it.
  */
 #ifndef FENMARK_ALIGNMENT_TANGENT_H
 #define FENMARK_ALIGNMENT_TANGENT_H

@@ -13,8 +13,7 @@ extern "C" {
 /**
  * The shortest curve from one pose to another: a straight, an arc or a clothoid. Any azimuths.
  *
- * FMK_BAD_VALUE where both points are the same. After E. Bertolazzi, M. Frego, "G1 fitting with clothoids", Mathematical
- * Methods in the Applied Sciences 38 (2015).
+ * FMK_BAD_VALUE where both points are the same. After [Bertolazzi 2015].
  */
 FENMARK_ALIGNMENT_API int fmk_fitG1(const FmkPose* from, const FmkPose* to, FmkCurve* curve);
 
@@ -26,7 +25,7 @@ FENMARK_ALIGNMENT_API int fmk_fitG1(const FmkPose* from, const FmkPose* to, FmkC
 FENMARK_ALIGNMENT_API int fmk_fitG2(const FmkPose* from, double fromCurvature, const FmkPose* to, double toCurvature,
                                     FmkCurve* curves);
 
-/** An intersection point and what is laid there. */
+/** An intersection point and the curve that is wanted there. */
 typedef struct FmkIp {
     FmkPoint point;
     double radius; /**< of the arc, metres; 0 lays nothing */
@@ -34,7 +33,7 @@ typedef struct FmkIp {
     double leaveA; /**< parameter of the clothoid behind it, metres; 0 for none */
 } FmkIp;
 
-/** What was laid at an intersection point. */
+/** What was built at an intersection point. */
 typedef struct FmkIpCurve {
     int status;          /**< FMK_OK, or why there is nothing that fits */
     double turn;         /**< of the tangents, radians, positive to the right */

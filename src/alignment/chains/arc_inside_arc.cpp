@@ -1,6 +1,6 @@
-// An arc laid inside another arc, touching it, and joined to a third one by a clothoid.
+// An arc built inside another arc, touching it, and joined to a third one by a clothoid.
 //
-// Symbols: C1, R1 and C3, R3 centres and radii of the given arcs, C2 and R2 of the arc to be laid, D the distance of C1
+// Symbols: C1, R1 and C3, R3 centres and radii of the given arcs, C2 and R2 of the arc to be built, D the distance of C1
 // and C2 that the clothoid demands.
 // Axes: calculation plane throughout.
 // Derivation: C2 lies at D from C1 and at |R3 - R2| from C3. The contact of the arcs 2 and 3 lies on the line of their

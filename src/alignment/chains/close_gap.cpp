@@ -54,7 +54,7 @@ int moveR_dl0_rfAArf(int side, double* dl, Calelm chain[4]) {
 int moveR_dl0_rfArf(int side, double* dl, Calelm chain[3]) {
     return fenmark::alignment::answerInPlace(
         {&chain[0], &chain[1], &chain[2]},
-        [&]() -> int { // The arc laid anew takes the length of the clothoid, not its own: existing results have it so.
+        [&]() -> int { // The arc built anew takes the length of the clothoid, not its own: existing results have it so.
             if (signed16(side) == 1) {
                 Calelm arc = chain[2];
                 arc.sx = chain[1].ex;

@@ -1,7 +1,7 @@
 // The end elements of a chain fitted to the clothoid between them.
 //
 // An end element keeps its outer end if the part that stays still has its own tangent there and the clothoid's tangent
-// at the joint; otherwise it is laid from the clothoid on with its own length.
+// at the joint; otherwise it is built from the clothoid on with its own length.
 // Axes: records in the survey plane; Vec values in the calculation plane. Source: plane geometry.
 #include "fenmark/alignment/chains.h"
 
@@ -66,7 +66,7 @@ Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst) {
             return Refit::Cut;
         }
     }
-    // Two ends do not tell a half circle's side, nor a longer arc from its complement: about the centre they do.
+    // Two ends leave the side of a half circle open, and a longer arc may be its complement: the centre decides.
     copy = part;
     if (part.type == element::kArc && cutArc(copy, !partFirst, joint) == 0) {
         levelled(copy);

@@ -7,8 +7,8 @@ namespace fenmark::alignment::laying {
 
 enum class Refit {
     Cut,        ///< the outer end and its tangent stay, the joint is the clothoid's end
-    Laid,       ///< laid from the clothoid on with its own length
-    Refused,    ///< the cut element would change its tangents, and it cannot be laid: unchanged
+    Laid,       ///< built from the clothoid on with its own length
+    Refused,    ///< the cut element would change its tangents, and it cannot be built: unchanged
     Impossible, ///< no such element runs between the outer end and the clothoid: unchanged
 };
 
@@ -21,7 +21,7 @@ inline bool isFitted(Refit refit) {
 Refit refitEnd(Calelm& part, const Calelm& clothoid, bool partFirst);
 
 /**
- * Rebuilds a straight that keeps both ends, next to a gap; one whose own azimuth is not that of its ends is laid from
+ * Rebuilds a straight that keeps both ends, next to a gap; one whose own azimuth is not that of its ends is built from
  * the clothoid on.
  */
 Refit rebuildStraight(Calelm& straight, const Calelm& clothoid, bool straightFirst);

@@ -2,7 +2,7 @@
 //
 // Symbols: A parameter, tau tangent angle, L length and R radius at a point of the standard clothoid, (X, Y) its
 // coordinates. Axes: origin at the point of infinite radius, +x along the tangent there, the curve turns towards +y.
-// Series of the Fresnel integrals in tau: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968.
+// Series of the Fresnel integrals in tau: [Kasper 1968].
 #pragma once
 
 #include <array>

@@ -6,8 +6,7 @@
 // Axes: calculation plane for every Vec, survey plane for the records.
 // Derivation: the tangent at a clothoid's origin touches the offset circle of each arc that it joins. For arcs of one
 // turn C2 - C1 has the part dir (rho_2 - rho_1) along n, for arcs of opposite turn -dir1 (rho_1 + rho_2), which fixes
-// u. Source: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968 (egg-shaped and S-shaped
-// lines).
+// u. Source: [Kasper 1968] (egg-shaped and S-shaped lines).
 #include "fenmark/alignment/compound.h"
 
 #include "fenmark/alignment/conventions.h"

@@ -1,5 +1,5 @@
 /**
- * Tools that the compound, chain, IP and point builders share: offset circles, clothoids laid from their origin, arcs
+ * Tools that the compound, chain, IP and point builders share: offset circles, clothoids built from their origin, arcs
  * cut at a point, and the check of a finished chain.
  *
  * Symbols: A parameter, R radius, tau tangent angle, X, Y point of the standard clothoid, dR shift, Xm abscissa of the
@@ -67,7 +67,7 @@ inline bool isTurn(double dir) {
 }
 
 /**
- * A clothoid laid from the origin of its standard frame: `axis` is the unit tangent there, towards the sharper end, and
+ * A clothoid built from the origin of its standard frame: `axis` is the unit tangent there, towards the sharper end, and
  * `turn` the sense (+1 left) in which it bends when run that way. flat and sharp are the two radii, 0 infinite. With
  * sharpFirst the record runs against the axis. Writes the whole record with ali_makA.
  *

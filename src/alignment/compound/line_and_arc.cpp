@@ -6,7 +6,7 @@
 // Axes: calculation plane for every Vec, survey plane for the records.
 // Derivation: the clothoid's tangent at its origin is parallel to the straight and at the distance rho from C, so the
 // origin lies Xm before the foot of C (behind it when the arc comes first). Between it and the straight the gap
-// | |h| - rho | is left. Source: shift relations, Kasper, Schuerba, Lorenz, 1968.
+// | |h| - rho | is left. Source: shift relations, [Kasper 1968].
 #include "fenmark/alignment/compound.h"
 
 #include "alignment/calelm/answer.h"

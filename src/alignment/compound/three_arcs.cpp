@@ -6,7 +6,7 @@
 // Derivation: two clothoids that meet at infinite radius put the centres of opposite arcs Xm + Xm apart along their
 // common tangent and rho + rho across it. So C2 lies on two circles, about C1 and C3; of the two cuts the one on the
 // outer side of the line from C1 to C3 comes first, for a left first arc the right side.
-// Source: Kasper, Schuerba, Lorenz, 1968 (S-shaped lines).
+// Source: [Kasper 1968] (S-shaped lines).
 #include "fenmark/alignment/compound.h"
 
 #include "alignment/calelm/answer.h"

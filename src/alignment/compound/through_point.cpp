@@ -5,7 +5,7 @@
 // Axes: calculation plane inside setAOR_P and for every Vec; ali_makAOR_P takes and gives the survey plane.
 // Derivation: C2 is R2 from the point and d from C1. Of the two cuts of these circles the order is by the side on which
 // the given arc's start lies; the first that gives a tangent chain is taken, one whose arc reaches the point before
-// others. Source: plane geometry of circles; shift relations of the clothoid, Kasper, Schuerba, Lorenz, 1968.
+// others. Source: plane geometry of circles; shift relations of the clothoid, [Kasper 1968].
 #include "fenmark/alignment/compound.h"
 
 #include "fenmark/alignment/clothoid.h"

@@ -4,7 +4,7 @@
 // of the standard clothoid; Z the template, the element on the standard clothoid (origin at infinite radius, tangent
 // along +x, curving towards +y), which runs from its flatter to its sharper end and turns left.
 // Records are in the survey plane; copies named ...Calc are in the calculation plane.
-// Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968, gives tau, the shift and Xm.
+// [Kasper 1968] gives tau, the shift and Xm.
 #include "fenmark/alignment/clothoid.h"
 #include "alignment/calelm/answer.h"
 #include "alignment/calelm/planes.h"
@@ -73,7 +73,7 @@ int ali_makA(Calelm* rec) {
     const bool reversed = CDreverA(&eCalc, 0) != 0;
     const bool right = eCalc.dir == -1.0;
 
-    // The template's start is laid on the flatter end, its chord along the chord of the two given points.
+    // The template's start is placed on the flatter end, its chord along the chord of the two given points.
     Calelm q = templateOf(eCalc.par, eCalc.r1, eCalc.r2);
     if (!templateFinite(q)) {
         return -1;

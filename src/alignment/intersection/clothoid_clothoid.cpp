@@ -2,7 +2,7 @@
 //
 // Symbols: e1, e2 the elements, each run from its flatter to its sharper end; L standard station. Everything is in the
 // calculation plane. The overlap of two closed triangles is tested by separating axes: they are apart exactly when the
-// normal of one of the six sides separates them (Gottschalk, Lin, Manocha, "OBBTree", SIGGRAPH 1996).
+// normal of one of the six sides separates them [Gottschalk 1996].
 #include "alignment/intersection/subdivision.h"
 #include "fenmark/alignment/intersection.h"
 

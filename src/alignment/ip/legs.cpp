@@ -3,7 +3,7 @@
 // Symbols: u1, u2 unit directions of the legs, n1, n2 their left normals, dir the side of the curve, +1 left.
 // Axes: calculation plane; records in the survey plane.
 // Derivation: the centre stands dir d1 n1 off the first leg and dir d2 n2 off the second.
-// Source: plane geometry; clothoid relations, Kasper, Schuerba, Lorenz, 1968.
+// Source: plane geometry; clothoid relations, [Kasper 1968].
 #include "alignment/ip/legs.h"
 
 #include "fenmark/alignment/clothoid.h"

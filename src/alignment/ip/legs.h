@@ -40,7 +40,7 @@ Vec footOnSecond(const Legs& legs, Vec p);
 void writeEntry(const Legs& legs, Vec begin, Vec end, AliIpCurve& ip);
 
 /**
- * A clothoid laid whole by its closed values, without a construction function: origin, unit tangent there towards the
+ * A clothoid built whole by its closed values, without a construction function: origin, unit tangent there towards the
  * sharper end, turn when run that way, parameter and radius. With reversedRun the record runs from the arc to the
  * origin.
  */

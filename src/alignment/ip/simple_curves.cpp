@@ -6,7 +6,7 @@
 // Derivation: C stands rho1 off the first leg and rho2 off the second, on the inner side. The clothoids begin Xm before
 // the foot of C on the first leg and end Xm behind that on the second. Two clothoids alone turn tau1 + tau2 = IA, so
 // R = sqrt((A1^2 + A2^2) / (2 IA)); with an arc its sweep is IA - tau1 - tau2.
-// Source: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968.
+// Source: [Kasper 1968].
 #include "fenmark/alignment/ip.h"
 
 #include "fenmark/alignment/clothoid.h"
@@ -22,7 +22,7 @@ using namespace fenmark::alignment::laying;
 
 namespace {
 
-// A sweep below this is no arc, radians.
+// A sweep below this is no arc, radians. Seen: 5e-6, which a test sets, and 1.5e-5.
 constexpr double kEmptySweep = 1e-5;
 
 // The two clothoids of a curve of radius R, and the centre.
@@ -44,7 +44,7 @@ Eased ease(const Legs& legs, double parameter1, double radius, double parameter2
     eased.begin = footOnFirst(legs, eased.centre) - eased.first.xm * legs.u1;
     eased.end = footOnSecond(legs, eased.centre) + eased.second.xm * legs.u2;
     eased.a1 = clothoidRecord(eased.begin, legs.u1, legs.dir, parameter1, radius, false);
-    // The second is laid from the end of the curve back, bending the other way, and then reversed.
+    // The second is built from the end of the curve back, bending the other way, and then reversed.
     eased.a2 = clothoidRecord(eased.end, -1.0 * legs.u2, -legs.dir, parameter2, radius, true);
     return eased;
 }

@@ -6,8 +6,8 @@
 // leg. Axes: calculation plane for every Vec, survey plane for records and entries. Derivation: A1 begins T before the
 // IP and fixes C1. C2 stands rho4 off the second leg and D from C1; seen from C1 the normal to that leg and the
 // direction to C2 enclose acos((h - rho4) / D), to the rear where the curve sharpens (R1 > R2) and to the front where
-// it flattens. A2 lies on the common outer tangent of the offset circles of radius rho2, rho3. Source: Kasper,
-// Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968 (egg-shaped lines).
+// it flattens. A2 lies on the common outer tangent of the offset circles of radius rho2, rho3. Source: [Kasper 1968]
+// (egg-shaped lines).
 #include "fenmark/alignment/ip.h"
 
 #include "fenmark/alignment/construction.h"

@@ -6,7 +6,7 @@
 // Axes: calculation plane for every Vec, survey plane for the records.
 // Derivation: along the common tangent the centres stand Xm1 - Xm2 (egg) or Xm1 + Xm2 (S) apart, across it rho1 - rho2
 // or rho1 + rho2, which gives d. C2 lies at d from C1 and at R2 from P; of the two mirrored places one continues the
-// travel. Source: Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 6th ed. 1968.
+// travel. Source: [Kasper 1968].
 #include "fenmark/alignment/point.h"
 
 #include "fenmark/alignment/compound.h"

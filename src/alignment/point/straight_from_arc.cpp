@@ -6,7 +6,7 @@
 // Derivation: the tangent from P touches the circle at the radial angle phi -+ acos(R / D), the sign being that which
 // makes the arc's travel at T point towards P (or come from it). With a clothoid the tangent of the offset circle
 // passes P, asin(rho / D) off the direction to C, and the clothoid's flat end lies Xm before the contact.
-// Source: plane geometry; shift relations, Kasper, Schuerba, Lorenz, "Die Klotoide als Trassierungselement", 1968.
+// Source: plane geometry; shift relations, [Kasper 1968].
 #include "fenmark/alignment/point.h"
 
 #include "fenmark/alignment/clothoid.h"
@@ -126,7 +126,7 @@ int ali_makrAS_P(const double p[2], int end, Calelm* r, Calelm* a, Calelm* s) {
         if (status != 0) {
             return status;
         }
-        // Just below 1e-5 the azimuth falls to 0, which turns the straight laid by it. Where the chain does not bear that,
+        // Just below 1e-5 the azimuth falls to 0, which turns the straight built by it. Where the chain does not bear that,
         // the straight keeps its azimuth.
         Calelm unfallen = straight;
         const Vec far = rounded(point + length * away);

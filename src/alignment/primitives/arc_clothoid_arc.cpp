@@ -4,9 +4,8 @@
 // clothoid at a radius; H = R cos tau + Y = R + dR; p = R + dR, the distance of a centre from the clothoid's tangent at
 // its origin; D the distance of the centres; C the difference of the two p across that tangent.
 // Axes: the local frame has the clothoid's origin (infinite radius) at 0 and its tangent there along x, so that the
-// centres lie at (Xm, +-p). Calculation plane. Sources: the shift relations of the clothoid (H. Kasper,
-// W. Schuerba, H. Lorenz, Die Klotoide als Trassierungselement, Bonn 1954); two circles are joined when their centres
-// are as far apart as in the local frame.
+// centres lie at (Xm, +-p). Calculation plane. Sources: the shift relations of the clothoid [Kasper 1968]; two circles
+// are joined when their centres are as far apart as in the local frame.
 #include "fenmark/alignment/clothoid.h"
 #include "fenmark/alignment/primitives.h"
 

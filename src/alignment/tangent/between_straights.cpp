@@ -56,7 +56,7 @@ bool cornerOf(const Calelm& s1, const Calelm& s2, Corner& corner) {
 }
 
 // Whether a tangent point lies on a straight of direction u. Ends of given records may be rounded, so that a chain that
-// was laid with such records is found again.
+// was built with such records is found again.
 bool liesOn(Vec p, const CalcRecord& straight, Vec u) {
     return plane::dot(p - startOf(straight), u) >= -kRoundedJointTolerance &&
            plane::dot(p - endOf(straight), u) <= kRoundedJointTolerance;

@@ -48,7 +48,7 @@ double turningSide(const CalcRecord& s, const CalcRecord& r) {
 
 using Chain = std::array<CalcRecord, 6>;
 
-// The chain of the calculation plane for one centre of R1; false where it cannot be laid.
+// The chain of the calculation plane for one centre of R1; false where it cannot be built.
 bool laidAt(Vec c1, double side, const CalcRecord& s, const CalcRecord& r, const Sizes& sizes, Chain& chain) {
     const Vec u = unitAlong(s);
     const Vec flat1 = startOf(s) + (plane::dot(u, c1 - startOf(s)) - sizes.end1.Xm) * u;

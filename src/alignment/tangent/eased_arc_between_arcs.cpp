@@ -28,7 +28,7 @@ bool sameRadius(double r1, double r2) {
 }
 
 // Chain R1, A, R3, R2 of the calculation plane for one centre of R3, R3 touching R2 from inside; false where the
-// clothoid cannot be laid.
+// clothoid cannot be built.
 bool laidOnContact(Vec centre3, const CalcRecord& first, const CalcRecord& second, const CalcRecord& made,
                    const CalcRecord& clothoid, std::array<CalcRecord, 4>& chain) {
     chain = {first, clothoid, made, second};

@@ -2,8 +2,7 @@
 //
 // Symbols: A parameter, R radius of a clothoid's sharp end; X, Y that end in the standard frame, tau its tangent,
 // dR = Y + R cos tau - R the shift and Xm = X - R sin tau the abscissa of the centre. A circle tangent to a clothoid
-// that leaves a line so lies at Xm along and R + dR beside that line (H. Kasper, W. Schuerba, H. Lorenz, Die Klotoide
-// als Trassierungselement, Bonn 1954).
+// that leaves a line so lies at Xm along and R + dR beside that line [Kasper 1968].
 #include "alignment/tangent/solver_tools.h"
 
 #include "alignment/clothoid/series.h"

@@ -1,5 +1,5 @@
 /**
- * What the tangent solvers share: records in and out of the calculation plane, clothoids laid from their flat end, and
+ * What the tangent solvers share: records in and out of the calculation plane, clothoids built from their flat end, and
  * the candidate centres that two loci give. All values are in the calculation plane unless said otherwise.
  */
 #pragma once

@@ -68,7 +68,7 @@ Contact contactWithLine(const CalcRecord& line, Vec centre) {
 }
 
 // Whether a tangent point lies beyond the end of the straight, or before the start of the arc or off it. Ends of given
-// records may be rounded, so that a chain that was laid with such records is found again.
+// records may be rounded, so that a chain that was built with such records is found again.
 bool liesBeyond(Vec p, const CalcRecord& line) {
     return !(plane::dot(p - endOf(line), unitAlong(line)) <= kRoundedJointTolerance);
 }

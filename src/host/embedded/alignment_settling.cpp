@@ -1,4 +1,4 @@
-// The turning sense of each curve: the cheapest way through the alignment (Viterbi, 1967), each element in one of two
+// The turning sense of each curve: the cheapest way through the alignment [Viterbi 1967], each element in one of two
 // senses, each joint at a cost.
 #include "host/embedded/alignment_settling.h"
 

@@ -19,16 +19,6 @@ namespace fenmark::cli {
 
 using drawing::Drawing;
 
-namespace {
-
-void tellNotes(const drawing::DrawingStore& store, const std::string& path, const Streams& streams, bool quiet) {
-    for (const drawing::StoreNote& note : store.notes()) {
-        tellFileNote(streams, quiet, path, drawing::noteText(note));
-    }
-}
-
-} // namespace
-
 std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
@@ -36,7 +26,7 @@ std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load
     if (!opened) {
         throw Stop(kNotDone, opened.message);
     }
-    tellNotes(store, path, streams, quiet);
+    tellStoreNotes(streams, quiet, path, store.notes());
     return drawing;
 }
 
@@ -45,7 +35,7 @@ std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone,
     drawing::DrawingStore store;
     const drawing::StoreResult opened = store.open(path, *drawing);
     if (opened) {
-        tellNotes(store, path, streams, quiet);
+        tellStoreNotes(streams, quiet, path, store.notes());
         return drawing;
     }
     if (opened.error != drawing::StoreError::NotOurs) {
@@ -55,9 +45,7 @@ std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone,
     if (const drawing::StoreResult read = drawing::readForeignPackage(path, zone, package); !read) {
         throw Stop(kNotDone, read.message);
     }
-    for (const std::string& note : package.notes) {
-        tellFileNote(streams, quiet, path, note);
-    }
+    tellStoreNotes(streams, quiet, path, package.notes);
     *drawing = std::move(package.drawing);
     return drawing;
 }

@@ -48,9 +48,7 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     if (!failure.empty()) {
         throw Stop(kNotDone, failure);
     }
-    for (const std::string& note : notes) {
-        tellNote(streams, arguments.quiet, note);
-    }
+    tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }
 

@@ -73,9 +73,7 @@ int runReport(const ReportArguments& arguments, const Streams& streams) {
     if (!failure.empty()) {
         throw Stop(kNotDone, failure);
     }
-    for (const std::string& note : notes) {
-        tellNote(streams, arguments.quiet, note);
-    }
+    tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }
 

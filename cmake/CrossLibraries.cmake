@@ -16,10 +16,6 @@ target_compile_definitions(cross_sqlite PRIVATE
 target_compile_options(cross_sqlite PRIVATE -w)
 add_library(SQLite::SQLite3 ALIAS cross_sqlite)
 
-add_library(cross_pugixml STATIC "${sources}/pugixml/src/pugixml.cpp")
-target_include_directories(cross_pugixml SYSTEM PUBLIC "${sources}/pugixml/src")
-add_library(pugixml::pugixml ALIAS cross_pugixml)
-
 set(geographic "${CMAKE_BINARY_DIR}/libraries/geographiclib")
 file(WRITE "${geographic}/GeographicLib/Config.h"
   "#define GEOGRAPHICLIB_VERSION_MAJOR 2\n#define GEOGRAPHICLIB_VERSION_MINOR 1\n#define GEOGRAPHICLIB_VERSION_PATCH 2\n"

@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         drawing::Drawing drawing;
         drawing::DrawingStore store;
-        const drawing::StoreResult opened = store.open(path, drawing);
+        const Outcome opened = store.open(path, drawing);
         require(static_cast<bool>(opened), "what was imported opens: " + opened.message);
         require(store.notes().empty(), "and nothing about it is odd");
         if (run == 0) {

@@ -300,7 +300,7 @@ void judgeSima(const std::string& bytes) {
 }
 
 void judgeFile(const Format& format, const Drawing& drawing, const ExportOptions& options) {
-    if (!whatIsMissing(format, drawing, options).empty()) {
+    if (!canWrite(format, drawing, options)) {
         return;
     }
     std::ostringstream out;

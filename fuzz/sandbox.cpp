@@ -29,7 +29,7 @@ void judgePackage(const std::string& path) {
     const std::string before = Sandbox::read(path);
     drawing::Drawing drawing;
     drawing::DrawingStore store;
-    const drawing::StoreResult opened = store.open(path, drawing);
+    const Outcome opened = store.open(path, drawing);
     require(Sandbox::read(path) == before, "opening changes nothing");
     if (!opened) {
         require(!opened.message.empty(), "a failure is told");
@@ -46,14 +46,14 @@ void judgePackage(const std::string& path) {
     }
     drawing::addSmallImport(appended, 7);
     const std::string wanted = drawing::describe(appended);
-    if (const drawing::StoreResult saved = writer.save(path, appended); !saved) {
+    if (const Outcome saved = writer.save(path, appended); !saved) {
         require(!saved.message.empty(), "a failure is told");
         require(Sandbox::read(path) == before, "a save that fails changes nothing");
         return;
     }
     drawing::Drawing again;
     drawing::DrawingStore reader;
-    const drawing::StoreResult reopened = reader.open(path, again);
+    const Outcome reopened = reader.open(path, again);
     require(static_cast<bool>(reopened), "what was saved opens: " + reopened.message);
     require(drawing::describe(again) == wanted, "what was saved reads back");
 }

@@ -32,7 +32,6 @@ while read -r sum package version; do
 done <<PINS
 ee3459ae9d00939741c7708fc1b8ce1bde12d8c3fb1dfa005bbbc8651d884e23 sqlite3 3.40.1-2+deb12u2
 5df8982f909c9549a1ce6dee279ddef24890247f5a9268d9646584c9652a161f geographiclib 2.1.2-1
-f0ef481b50b6d01b04269fe109a2cace8d9dad6f6eb089f1c9aac5a0913aa7c2 pugixml 1.13-0.2
 b1f8bf054b5c99b57a6b5320d49ffdc749ecc3c61cbbc1efc8daa0341bb6a884 double-conversion 3.2.1-1
 PINS
 

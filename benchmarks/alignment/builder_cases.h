@@ -1,6 +1,8 @@
 // Chains of survey size for the benchmarks of the builders: seeded, laid by the library's own construction functions.
 #pragma once
 
+#include "support/random.h"
+
 #include <fenmark/alignment.h>
 
 #include <benchmark/benchmark.h>
@@ -10,7 +12,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
-#include <random>
 #include <vector>
 
 namespace fenmark::bench {
@@ -19,10 +20,10 @@ inline constexpr int kCaseCount = 1000;
 inline constexpr std::uint64_t kCaseSeed = 20260512;
 
 /// Random sizes, and a pose that moves on with each element laid.
-class Cases {
+class Cases : public test::Random {
   public:
-    double uniform(double low, double high) { return std::uniform_real_distribution<>(low, high)(engine_); }
-    double sign() { return uniform(-1.0, 1.0) < 0.0 ? -1.0 : 1.0; }
+    Cases() : Random(kCaseSeed) {}
+
     double radius() { return uniform(40.0, 600.0); }
     double parameter(double radius) { return radius / uniform(1.0, 2.5); }
     double arc_length(double radius) { return radius * uniform(0.3, 1.2); }
@@ -58,7 +59,6 @@ class Cases {
         return e;
     }
 
-    std::mt19937_64 engine_{kCaseSeed};
     double x_ = 0.0;
     double y_ = 0.0;
     double azimuth_ = 0.0;

@@ -15,8 +15,8 @@ Pair crossing(Elements& elements, Calelm e1, Calelm e2) {
     double p[2];
     double q[2];
     double t = 0.0;
-    ali_onl(&e1, e1.len * elements.between(0.05, 0.95), p, &t);
-    ali_onl(&e2, e2.len * elements.between(0.05, 0.95), q, &t);
+    ali_onl(&e1, e1.len * elements.uniform(0.05, 0.95), p, &t);
+    ali_onl(&e2, e2.len * elements.uniform(0.05, 0.95), q, &t);
     const double d = std::hypot(p[0] - q[0], p[1] - q[1]);
     Calelm moved{};
     ali_pmov(&e2, d, std::atan2(p[1] - q[1], p[0] - q[0]), &moved);
@@ -73,21 +73,21 @@ BENCHMARK(intpRR)->Name("ali_intpRR")->UseManualTime()->Iterations(5);
 void intpSA(benchmark::State& state) {
     Elements e(44);
     intersect(
-        state, e, [&] { return e.straight(); }, [&] { return e.clothoid(e.sense() > 0.0); });
+        state, e, [&] { return e.straight(); }, [&] { return e.clothoid(e.sign() > 0.0); });
 }
 BENCHMARK(intpSA)->Name("ali_intpSA")->UseManualTime()->Iterations(5);
 
 void intpRA(benchmark::State& state) {
     Elements e(45);
     intersect(
-        state, e, [&] { return e.arc(); }, [&] { return e.clothoid(e.sense() > 0.0); });
+        state, e, [&] { return e.arc(); }, [&] { return e.clothoid(e.sign() > 0.0); });
 }
 BENCHMARK(intpRA)->Name("ali_intpRA")->UseManualTime()->Iterations(5);
 
 void intpAA(benchmark::State& state) {
     Elements e(46);
     intersect(
-        state, e, [&] { return e.clothoid(e.sense() > 0.0); }, [&] { return e.clothoid(e.sense() > 0.0); });
+        state, e, [&] { return e.clothoid(e.sign() > 0.0); }, [&] { return e.clothoid(e.sign() > 0.0); });
 }
 BENCHMARK(intpAA)->Name("ali_intpAA")->UseManualTime()->Iterations(5);
 

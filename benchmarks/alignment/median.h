@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "fenmark/alignment.h"
+#include "support/random.h"
 
 namespace fenmark::bench {
 
@@ -102,19 +103,16 @@ void reportMedian(benchmark::State& state, std::size_t n, Call&& call) {
 }
 
 // Elements of survey size from one seeded source, near the origin so that pairs of them often meet.
-class Elements {
+class Elements : public test::Random {
   public:
-    explicit Elements(std::uint64_t seed) : engine_(seed) {}
-
-    double between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
-    double sense() { return between(0.0, 1.0) < 0.5 ? -1.0 : 1.0; }
+    using test::Random::Random;
 
     Calelm straight() {
         Calelm rec{};
-        rec.sx = between(-150.0, 150.0);
-        rec.sy = between(-150.0, 150.0);
-        rec.ex = rec.sx + between(-250.0, 250.0);
-        rec.ey = rec.sy + between(-250.0, 250.0);
+        rec.sx = uniform(-150.0, 150.0);
+        rec.sy = uniform(-150.0, 150.0);
+        rec.ex = rec.sx + uniform(-250.0, 250.0);
+        rec.ey = rec.sy + uniform(-250.0, 250.0);
         ali_makS(&rec);
         return rec;
     }
@@ -122,12 +120,12 @@ class Elements {
     Calelm arc() {
         Calelm rec{};
         rec.type = ALI_ARC;
-        rec.sx = between(-150.0, 150.0);
-        rec.sy = between(-150.0, 150.0);
-        rec.sang = between(0.01, 6.27);
-        rec.dir = sense();
-        rec.par = between(40.0, 400.0);
-        rec.len = rec.par * between(0.2, 2.5);
+        rec.sx = uniform(-150.0, 150.0);
+        rec.sy = uniform(-150.0, 150.0);
+        rec.sang = uniform(0.01, 6.27);
+        rec.dir = sign();
+        rec.par = uniform(40.0, 400.0);
+        rec.len = rec.par * uniform(0.2, 2.5);
         ali_makangR(&rec, 1);
         return rec;
     }
@@ -136,14 +134,14 @@ class Elements {
     Calelm clothoid(bool egg) {
         Calelm rec{};
         rec.type = ALI_CLOTHOID;
-        rec.sx = between(-150.0, 150.0);
-        rec.sy = between(-150.0, 150.0);
-        rec.sang = between(0.01, 6.27);
-        rec.dir = sense();
-        rec.par = between(60.0, 300.0);
-        const double sharp = rec.par * between(0.7, 2.5);
-        const double flat = egg ? sharp * between(1.5, 6.0) : 0.0;
-        const bool grows = between(0.0, 1.0) < 0.5;
+        rec.sx = uniform(-150.0, 150.0);
+        rec.sy = uniform(-150.0, 150.0);
+        rec.sang = uniform(0.01, 6.27);
+        rec.dir = sign();
+        rec.par = uniform(60.0, 300.0);
+        const double sharp = rec.par * uniform(0.7, 2.5);
+        const double flat = egg ? sharp * uniform(1.5, 6.0) : 0.0;
+        const bool grows = uniform(0.0, 1.0) < 0.5;
         rec.r1 = grows ? flat : sharp;
         rec.r2 = grows ? sharp : flat;
         ali_makangA(&rec, 1);
@@ -158,9 +156,6 @@ class Elements {
         }
         return all;
     }
-
-  private:
-    std::mt19937_64 engine_;
 };
 
 } // namespace fenmark::bench

@@ -1,5 +1,7 @@
 // Tangent solvers: nanoseconds a call, over a thousand random chains of survey size. Each call copies its records,
 // since a solver changes them; the copy alone is measured as the floor.
+#include "support/random.h"
+
 #include <fenmark/alignment.h>
 
 #include <benchmark/benchmark.h>
@@ -8,7 +10,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <iostream>
-#include <random>
 #include <vector>
 
 namespace {
@@ -54,11 +55,9 @@ class Layer {
     double azimuth_;
 };
 
-struct Sizes {
-    std::mt19937_64 engine{kSeed};
+struct Sizes : fenmark::test::Random {
+    Sizes() : Random(kSeed) {}
 
-    double uniform(double low, double high) { return std::uniform_real_distribution<>(low, high)(engine); }
-    double sign() { return uniform(-1.0, 1.0) < 0.0 ? -1.0 : 1.0; }
     double radius() { return uniform(40.0, 600.0); }
     double parameter(double radius) { return radius / uniform(1.0, 2.5); }
     double sweep(double radius) { return radius * uniform(0.3, 1.2); }

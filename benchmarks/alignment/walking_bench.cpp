@@ -8,7 +8,7 @@ namespace {
 void onElement(benchmark::State& state, Elements& elements, const std::vector<Calelm>& all) {
     std::vector<double> stations;
     for (const Calelm& rec : all) {
-        stations.push_back(rec.len * elements.between(0.05, 0.95));
+        stations.push_back(rec.len * elements.uniform(0.05, 0.95));
     }
     reportMedian(state, all.size(), [&](std::size_t i) {
         double p[2];
@@ -52,8 +52,8 @@ void project(benchmark::State& state, Elements& elements, const std::vector<Cale
     for (const Calelm& rec : all) {
         double on[2];
         double t = 0.0;
-        ali_onl(&rec, rec.len * elements.between(0.05, 0.95), on, &t);
-        const double offset = elements.between(-20.0, 20.0);
+        ali_onl(&rec, rec.len * elements.uniform(0.05, 0.95), on, &t);
+        const double offset = elements.uniform(-20.0, 20.0);
         points.push_back({{on[0] + offset * std::sin(t), on[1] - offset * std::cos(t)}});
     }
     reportMedian(state, all.size(), [&](std::size_t i) {

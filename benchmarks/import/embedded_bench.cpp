@@ -75,7 +75,7 @@ std::uint64_t importInto(const std::string& path, const std::string& drawingPath
     std::filesystem::remove(drawingPath);
     embedded::EmbeddedHost host;
     import(host, path);
-    const drawing::StoreResult result = host.currentDocument()->store().save(drawingPath, host.drawing());
+    const Outcome result = host.currentDocument()->store().save(drawingPath, host.drawing());
     demand(static_cast<bool>(result), result.message);
     return host.drawing().lastId();
 }
@@ -177,7 +177,7 @@ void compareWriting(const std::string& folder) {
     {
         drawing::Drawing drawing;
         drawing::DrawingStore store;
-        const drawing::StoreResult opened = store.open(drawingPath, drawing);
+        const Outcome opened = store.open(drawingPath, drawing);
         demand(static_cast<bool>(opened), opened.message);
         for (int run = 0; run < kRuns; ++run) {
             measureOnce(bare, [&] { return insertRows(drawing, barePath); });

@@ -3,13 +3,11 @@
 
 #include "sima/text/number.h"
 #include "sima/text/path.h"
-#include "sima/text/short_record.h"
 
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <new>
-#include <stdexcept>
 #include <system_error>
 
 namespace fenmark::command {
@@ -120,12 +118,6 @@ bool parseShiftDistance(std::string_view text, double& metres) {
 std::string brokenOffReason(const std::exception& error) {
     if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) {
         return "out of memory";
-    }
-    // Beside the fields of a record, the one element that is looked up where there may be none is the one before a
-    // clothoid.
-    const bool isLookUp = dynamic_cast<const std::invalid_argument*>(&error) != nullptr;
-    if (isLookUp && dynamic_cast<const sima::ShortRecord*>(&error) == nullptr) {
-        return "the route begins with a clothoid, and a clothoid needs an element before it";
     }
     return error.what();
 }

@@ -298,19 +298,44 @@ void Drawing::addToExtent(const Element& element) {
     extent_.add(extentOf(element));
 }
 
+void Drawing::takeFromExtent(const Extent& gone) {
+    extentMayBeLess_ = extentMayBeLess_ || (!gone.empty() && (gone.minX <= extent_.minX || gone.minY <= extent_.minY ||
+                                                              gone.maxX >= extent_.maxX || gone.maxY >= extent_.maxY));
+}
+
+const Extent& Drawing::extent() const {
+    if (!extentMayBeLess_ || !entitiesLoaded_) {
+        return extent_;
+    }
+    extent_ = {};
+    for (const StoredAlignment& stored : alignments_) {
+        for (const Element& element : stored.alignment.elements) {
+            extent_.add(extentOf(element));
+        }
+    }
+    for (std::size_t i = 0; i < entities_; ++i) {
+        extent_.add(entityExtent(i));
+    }
+    extentMayBeLess_ = false;
+    return extent_;
+}
+
 void Drawing::relayLastElements(std::size_t alignment, std::span<const Element> last) {
     if (last.empty()) {
         return;
     }
     std::vector<Element>& elements = changeAlignment(alignment).alignment.elements;
-    std::copy(last.begin(), last.end(), elements.end() - static_cast<std::ptrdiff_t>(last.size()));
+    const auto before = elements.end() - static_cast<std::ptrdiff_t>(last.size());
+    std::for_each(before, elements.end(), [this](const Element& element) { takeFromExtent(extentOf(element)); });
+    std::copy(last.begin(), last.end(), before);
     for (const Element& element : last) {
-        addToExtent(element); // the box keeps room for where they lay before
+        addToExtent(element);
     }
 }
 
 void Drawing::removeElement(std::size_t alignment, std::size_t element) {
     std::vector<Element>& elements = changeAlignment(alignment).alignment.elements;
+    takeFromExtent(extentOf(elements[element]));
     elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(element));
 }
 
@@ -403,6 +428,7 @@ bool Drawing::removeImport(MdDbObjectId import) {
     if (first > last) {
         return true;
     }
+    extentMayBeLess_ = true;
     std::erase_if(alignments_, [&](const StoredAlignment& item) { return made(item.alignment.id.asUint64()); });
     ChunkedArray<EntityRecord, kRecordBlock> kept;
     std::size_t count = 0;
@@ -431,7 +457,7 @@ Drawing::Mark Drawing::mark() const {
     mark.vertices = vertices_.mark();
     mark.rows = rows_.mark();
     mark.texts = texts_.mark();
-    mark.extent = extent_;
+    mark.extent = extent();
     mark.currentLayer = currentLayer_;
     mark.zone = zone_;
     mark.lastId = lastId_;
@@ -458,6 +484,7 @@ Drawing::Removed Drawing::takeBack(const Mark& mark) {
     removed.rows = rows_.cut(mark.rows);
     removed.texts = texts_.cut(mark.texts);
     extent_ = mark.extent;
+    extentMayBeLess_ = false;
     if (currentLayer_ != mark.currentLayer) {
         setCurrentLayer(mark.currentLayer);
     }
@@ -494,6 +521,7 @@ bool Drawing::putBack(Removed&& removed) {
     rows_.restore(std::move(removed.rows));
     texts_.restore(std::move(removed.texts));
     extent_ = removed.full.extent;
+    extentMayBeLess_ = false;
     currentLayer_ = removed.full.currentLayer;
     zone_ = removed.full.zone;
     return true;

@@ -156,8 +156,9 @@ class Drawing {
     std::size_t entityCount() const { return entities_; }
     EntityView entity(std::size_t index) const;
     bool isPoint(std::size_t index) const; // what entity says, at less cost
-    // Box of all entities and alignments. Grows with each of them; nothing is walked through.
-    const Extent& extent() const { return extent_; }
+    // Box of all entities and alignments. It grows with each of them; all are walked through only after something at its
+    // edge was removed or replaced. Where points and polylines were not read it may stay larger than what is left.
+    const Extent& extent() const;
     Extent entityExtent(std::size_t index) const;
     // Plane rectangular zone of the coordinates, 1 to 19; 0 where unknown.
     int zone() const { return zone_; }
@@ -261,6 +262,7 @@ class Drawing {
     void touchOther(MdDbObjectId id);
     StoredAlignment& changeAlignment(std::size_t index);
     void addToExtent(const Element& element);
+    void takeFromExtent(const Extent& gone);
     MdDbObjectId addEntity(std::span<const MdGePoint3d> vertices, std::size_t layer, EntityKind kind, bool closed);
     const EntityRecord& record(std::size_t index) const;
     EntityRecord& record(std::size_t index);
@@ -275,7 +277,8 @@ class Drawing {
     ChunkedArray<MdGePoint3d> vertices_;
     ChunkedArray<RowRecord, kRecordBlock> rows_;
     TextPool texts_;
-    Extent extent_;
+    mutable Extent extent_;
+    mutable bool extentMayBeLess_ = false; // something at its edge was removed
     std::size_t currentLayer_ = 0;
     mutable std::size_t recentLayer_ = 0;
     int zone_ = 0;

@@ -81,13 +81,13 @@ std::string extensions(bool plans) {
     return list;
 }
 
-std::string whatIsMissing(const Format& format, const Drawing& drawing, const ExportOptions& options) {
+Outcome canWrite(const Format& format, const Drawing& drawing, const ExportOptions& options) {
     const bool inMetres = format.planeToo && options.plane;
     if (format.degrees && !inMetres && zoneOf(drawing, options) == 0) {
-        return std::string(format.name) +
-               " has longitude and latitude, and the drawing does not say in which plane rectangular zone its "
-               "coordinates are: give the zone" +
-               (format.planeToo ? ", or choose metres" : "");
+        return failed(std::string(format.name) +
+                      " has longitude and latitude, and the drawing does not say in which plane rectangular zone its "
+                      "coordinates are: give the zone" +
+                      (format.planeToo ? ", or choose metres" : ""));
     }
     return {};
 }

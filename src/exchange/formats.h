@@ -6,6 +6,7 @@
 #include "drawing/drawing.h"
 #include "exchange/export_options.h"
 #include "exchange/notes.h"
+#include "values/outcome.h"
 
 #include <ostream>
 #include <span>
@@ -32,7 +33,7 @@ const Format* formatOf(std::string_view path);
 // The extensions of the plans, or of all other formats, as ".dxf, .xml or .csv".
 std::string extensions(bool plans);
 
-// What the format needs and does not have, with the remedy; empty if the drawing can be written.
-std::string whatIsMissing(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options);
+// Fails where the format needs what the drawing and the options do not have; the message says what, and the remedy.
+Outcome canWrite(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options);
 
 } // namespace fenmark::exchange

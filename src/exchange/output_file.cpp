@@ -5,16 +5,16 @@
 
 namespace fenmark::exchange {
 
-std::string writeFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
+Outcome writeFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
     const platform::PathState state = platform::lookUp(path);
     if (state.kind == platform::PathKind::Folder) {
-        return path + ": is a folder";
+        return failed(path + ": is a folder");
     }
     if (state.kind == platform::PathKind::DanglingLink) {
-        return path + ": is a link to '" + state.leadsTo + "', which does not exist";
+        return failed(path + ": is a link to '" + state.leadsTo + "', which does not exist");
     }
     const std::error_code error = platform::writeWhole(path, write);
-    return error ? path + ": cannot be written: " + platform::reasonOf(error) : std::string();
+    return error ? failed(path + ": cannot be written: " + platform::reasonOf(error)) : Outcome();
 }
 
 } // namespace fenmark::exchange

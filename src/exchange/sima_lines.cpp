@@ -1,6 +1,7 @@
 // The lines of a SIMA file.
 #include "exchange/sima_lines.h"
 
+#include "exchange/text.h"
 #include "sima/text/cp932.h"
 #include "sima/text/number.h"
 #include "values/real_text.h"
@@ -20,16 +21,6 @@ constexpr std::size_t kMetresColumns = 14;
 constexpr int kFewestDecimals = 3;
 constexpr double kRounding = 1e-7; // metres
 
-std::string fixedDecimals(double value, int decimals) {
-    std::array<char, 400> buffer;
-    const auto [end, error] = writeFixedReal(buffer.data(), buffer.data() + buffer.size(), value, decimals);
-    std::string text(buffer.data(), end);
-    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
-        text.erase(0, 1);
-    }
-    return text;
-}
-
 std::string_view blanks(std::size_t width, std::size_t used) {
     static constexpr std::string_view kBlanks = "                    ";
     return kBlanks.substr(0, width > used ? std::min(width - used, kBlanks.size()) : 0);
@@ -43,7 +34,7 @@ std::string exactMetres(double value) {
     std::string text(buffer.data(), end);
     const std::size_t point = text.find('.');
     const std::size_t decimals = point == std::string::npos ? 0 : text.size() - point - 1;
-    return decimals < kFewestDecimals ? fixedDecimals(value, kFewestDecimals) : text;
+    return decimals < kFewestDecimals ? fixedReal(value, kFewestDecimals) : text;
 }
 
 std::string roundedMetres(double value) {
@@ -51,10 +42,10 @@ std::string roundedMetres(double value) {
     double unit = 1000.0;
     for (int decimals = kFewestDecimals; decimals <= kMostDecimals; ++decimals, unit *= 10.0) {
         if (std::abs(value - std::round(value * unit) / unit) <= kRounding) {
-            return fixedDecimals(value, decimals);
+            return fixedReal(value, decimals);
         }
     }
-    return fixedDecimals(value, 9);
+    return fixedReal(value, 9);
 }
 
 SimaLines& SimaLines::name(std::string_view utf8) {

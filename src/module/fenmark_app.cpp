@@ -38,7 +38,7 @@ namespace {
 // No time of modification: the dialog reads the file anew.
 constexpr std::int64_t kNeverRead = std::numeric_limits<std::int64_t>::min();
 
-// A file that the user handed to the host, as by dropping it on its window, stands in the dialog in place of the file
+// A file that the user gave to the host, as by dropping it on its window, stands in the dialog in place of the file
 // of the last run. A run that is not accepted leaves the values of the last run as they were.
 class PendingFile {
   public:
@@ -160,7 +160,7 @@ void runFenmark() {
         mirdane::mdedSetSystemText(mirdane::kLogFileVariable, reader.log.fileName());
         leaveResult(reader);
     } catch (const std::invalid_argument& error) {
-        // A record too short for a field ends the command. The host says so in one line, so the line is told here; an
+        // A record too short for a field ends the command. The host reports it in one line, so the line is named here; an
         // exception of the dialog's preview has it already.
         if (reader.lineNumber == 0) {
             throw;

@@ -15,8 +15,8 @@ void computeSpiralPi(sima::EntityData& element);
 // computeSpiralPi on every clothoid.
 void resolveSpiralPis(sima::Array<sima::EntityData>& elements);
 
-// Adds each element to the alignment; 0, or -1 if a MirdanException stopped it. std::invalid_argument leaves it when
-// the first element is a clothoid, which is meant.
+// Adds each element to the alignment; 0, or -1 if a MirdanException stopped it. LeadingClothoid leaves it when
+// the first element is a clothoid.
 std::int32_t addAlignmentElements(host::AlignmentElements& alignment, sima::Array<sima::EntityData>& elements);
 
 } // namespace fenmark::output

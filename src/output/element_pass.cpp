@@ -4,9 +4,11 @@
 
 #include "host/boundary/geometry.h"
 #include "host/boundary/mirdan_exception.h"
+#include "output/leading_clothoid.h"
 #include "sima/text/number.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 namespace fenmark::output {
@@ -67,17 +69,25 @@ void addAuxiliaryTangent(AlignmentElements& alignment, const sima::EntityData& e
     static_cast<void>(line->elementId());
 }
 
+// The identifier of the element before a clothoid. A leading clothoid has none, which ends the import on purpose; the
+// alignment keeps the auxiliary line.
+std::int32_t elementBefore(const sima::Array<sima::EntityData>& elements, std::size_t i) {
+    try {
+        return elements[i - 1].spareInt;
+    } catch (const std::invalid_argument&) {
+        throw LeadingClothoid();
+    }
+}
+
 void addSpiral(AlignmentElements& alignment, sima::Array<sima::EntityData>& elements, std::size_t i) {
     sima::EntityData& element = elements[i];
     if (i == 0) {
         addAuxiliaryTangent(alignment, element);
     }
-    // For a leading clothoid this looks at an element before the first, which raises std::invalid_argument: such a
-    // route ends the import, and its alignment keeps the auxiliary line. That is meant.
-    const std::int32_t elementBefore = elements[i - 1].spareInt;
+    const std::int32_t before = elementBefore(elements, i);
     std::unique_ptr<AlignmentElement> spiral;
     const std::int32_t status = alignment.addFixedSpiral(
-        elementBefore, planPoint(element.startPoint()), element.sparePoint2, element.curvatureStartRadius(),
+        before, planPoint(element.startPoint()), element.sparePoint2, element.curvatureStartRadius(),
         element.curvatureEndRadius(), element.clothoidLength(), element.directionFlag(), kSpiralKind, spiral);
     raiseIfFailed(status, kSpiralRefused);
     element.spareInt = spiral->elementId();

@@ -30,7 +30,7 @@ void DrawingOutput::createLongitudinalPoints(sima::SimaReader& reader, const sim
         host::PlanPoint position;
         if (corridor->pointAtStation(alignment, distances_[i], position) != 0) {
             // The number is that of the last line read, the section's end; a cross section's is its own line. Both
-            // are meant.
+            // are so on purpose.
             logStationOutside(reader, sima::kMessageLongitudinalOutside, reader.lineNumber, vertical.sourceText);
             continue;
         }

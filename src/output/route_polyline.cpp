@@ -38,7 +38,7 @@ void DrawingOutput::createRoutePolyline(sima::SimaReader& reader, const sima::Si
     for (std::size_t i = 0; i < count; ++i) {
         vertices_.push_back(route.entities[i].startPoint());
     }
-    // A route of one point has no element left, and gives one vertex at the origin. That is meant.
+    // A route of one point has no element left, and gives one vertex at the origin, on purpose.
     vertices_.push_back(count > 0 ? route.entities[count - 1].endPoint() : host::MdGePoint3d{});
 
     const host::MdDbObjectId id = drawing.appendPolyline(vertices_);

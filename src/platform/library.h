@@ -1,6 +1,8 @@
 // Libraries loaded at run time.
 #pragma once
 
+#include "values/outcome.h"
+
 #include <string>
 
 namespace fenmark::platform {
@@ -15,8 +17,8 @@ class Library {
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    // What the system says if it cannot be loaded; empty on success.
-    [[nodiscard]] std::string open(const std::string& path);
+    // Fails with what the system says.
+    Outcome open(const std::string& path);
     void close() noexcept;
 
     // The function of that name as a pointer to Function; null if the library has none.

@@ -12,10 +12,10 @@ Library& Library::operator=(Library&& other) noexcept {
     return *this;
 }
 
-std::string Library::open(const std::string& path) {
+Outcome Library::open(const std::string& path) {
     close();
     handle_ = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    return handle_ == nullptr ? ::dlerror() : std::string();
+    return handle_ == nullptr ? failed(::dlerror()) : Outcome();
 }
 
 void Library::close() noexcept {

@@ -13,10 +13,10 @@ Library& Library::operator=(Library&& other) noexcept {
     return *this;
 }
 
-std::string Library::open(const std::string& path) {
+Outcome Library::open(const std::string& path) {
     close();
     handle_ = ::LoadLibraryW(widePath(path).c_str());
-    return handle_ == nullptr ? path + ": " + reasonOf(meaningOf(::GetLastError())) : std::string();
+    return handle_ == nullptr ? failed(path + ": " + reasonOf(meaningOf(::GetLastError()))) : Outcome();
 }
 
 void Library::close() noexcept {

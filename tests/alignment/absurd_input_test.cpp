@@ -1,16 +1,13 @@
 // Values that are not numbers, infinite, huge, tiny and negative, in every place: each call ends with a status. A hang is
 // the runner's to tell, which stops a test that goes on for ever.
+#include "support/absurd_values.h"
 #include "support_alignment.h"
 
 using namespace fenmark::alignment_test;
+using fenmark::test::kAbsurd;
+using fenmark::test::kRealFields;
 
 namespace {
-
-constexpr double kAbsurd[] = {kNotANumber, kInfinity, -kInfinity, 1e308, -1e308, 1e150, 1e17, 1e-320, -1.0, 0.0};
-
-constexpr double Calelm::*fields[] = {&Calelm::sx,   &Calelm::sy, &Calelm::ex, &Calelm::ey,  &Calelm::dir,
-                                      &Calelm::par,  &Calelm::r1, &Calelm::r2, &Calelm::len, &Calelm::sang,
-                                      &Calelm::eang, &Calelm::k1, &Calelm::k2, &Calelm::k3};
 
 // Whether what a function calls done holds numbers.
 bool finite(const double p[2]) {
@@ -64,7 +61,7 @@ TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
                             clothoidFrom(5.0, 0.0, 0.4, -1.0, 100.0, 0.0, 120.0)};
     for (const Calelm& rec : good) {
         for (const Calelm& other : good) {
-            for (const auto field : fields) {
+            for (const auto field : kRealFields) {
                 for (const double value : kAbsurd) {
                     Calelm bad = rec;
                     bad.*field = value;
@@ -118,21 +115,21 @@ TEST(AbsurdInput, RandomRecordsOfRandomBitsEnd) {
     const auto value = [&] {
         switch (random.whole(0, 3)) {
         case 0:
-            return kAbsurd[random.whole(0, static_cast<int>(std::size(kAbsurd)) - 1)];
+            return kAbsurd[random.pick(static_cast<int>(std::size(kAbsurd)))];
         case 1:
-            return std::ldexp(random.between(-1.0, 1.0), random.whole(-60, 60));
+            return std::ldexp(random.uniform(-1.0, 1.0), random.whole(-60, 60));
         default:
-            return random.between(-300.0, 300.0);
+            return random.uniform(-300.0, 300.0);
         }
     };
     Calelm before{};
     for (int i = 0; i < 3000; ++i) {
         Calelm rec{};
         rec.type = static_cast<int16_t>(random.whole(1, 3));
-        for (const auto field : fields) {
+        for (const auto field : kRealFields) {
             rec.*field = value();
         }
-        rec.dir = random.sense();
+        rec.dir = random.sign();
         walk(rec, before);
         for (int mode = 0; mode <= 2; ++mode) {
             Calelm made = rec;

@@ -87,8 +87,8 @@ TEST(ClothoidSeries, EqualsThePlainSummationInDigitsAndPasses) {
     Random random(53001);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 20000; ++i) {
-        const double A = std::exp(random.between(std::log(0.01), std::log(1e7)));
-        const double tau = i % 4 == 0 ? random.between(1.6, 6.0) : std::exp(random.between(std::log(1.4e-6), 0.6));
+        const double A = std::exp(random.uniform(std::log(0.01), std::log(1e7)));
+        const double tau = i % 4 == 0 ? random.uniform(1.6, 6.0) : std::exp(random.uniform(std::log(1.4e-6), 0.6));
         double X = 0.0;
         double Y = 0.0;
         Point point;
@@ -186,8 +186,8 @@ TEST(ClothoidRelations, RadiusLengthAndAngleAgree) {
     Random random(53002);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 1000; ++i) {
-        const double A = random.between(20.0, 500.0);
-        const double R = A * random.between(0.57, 20.0);
+        const double A = random.uniform(20.0, 500.0);
+        const double R = A * random.uniform(0.57, 20.0);
         double L = 0.0;
         double tau = 0.0;
         double from_length = 0.0;

@@ -81,13 +81,13 @@ TEST(MakeArc, TellsTheTruthAboutItself) {
     SCOPED_TRACE(random.trace());
     for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
-            const double R = random.between(15.0, 800.0);
-            const double sweep = random.between(0.02, 3.1);
+            const double R = random.uniform(15.0, 800.0);
+            const double sweep = random.uniform(0.02, 3.1);
             const double chord = 2.0 * R * std::sin(sweep / 2.0);
-            const double azimuth = random.between(0.0, kTwoPi);
-            const double sx = place.x + random.between(-500.0, 500.0);
-            const double sy = place.y + random.between(-500.0, 500.0);
-            const double dir = random.sense();
+            const double azimuth = random.uniform(0.0, kTwoPi);
+            const double sx = place.x + random.uniform(-500.0, 500.0);
+            const double sy = place.y + random.uniform(-500.0, 500.0);
+            const double dir = random.sign();
             const Calelm rec =
                 arcRecord(sx, sy, sx + chord * std::cos(azimuth), sy + chord * std::sin(azimuth), dir, R);
             EXPECT_NEAR(rec.len, R * sweep, 2e-5);
@@ -234,8 +234,8 @@ TEST(MakeClothoid, TellsTheTruthAboutItselfForEveryGrowthTurnAndQuadrant) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 2000; ++i) {
             const Calelm sizes = randomClothoidSizes(random);
-            const exact::Pose start{place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
-                                    random.between(0.01, 6.27)};
+            const exact::Pose start{place.x + random.uniform(-500.0, 500.0), place.y + random.uniform(-500.0, 500.0),
+                                    random.uniform(0.01, 6.27)};
             exact::Pose pose = start;
             const Calelm expected = exact::lay(pose, exact::clothoid(sizes.dir, sizes.par, sizes.r1, sizes.r2));
             Calelm rec = withEnds(sizes, expected.sx, expected.sy, expected.ex, expected.ey);
@@ -377,8 +377,8 @@ TEST(ClothoidFromAnEnd, AgreesWithIntegrationAndWithTwoPoints) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 2000; ++i) {
             const Calelm sizes = randomClothoidSizes(random);
-            exact::Pose pose{place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
-                             random.between(0.01, 6.27)};
+            exact::Pose pose{place.x + random.uniform(-500.0, 500.0), place.y + random.uniform(-500.0, 500.0),
+                             random.uniform(0.01, 6.27)};
             const Calelm expected = exact::lay(pose, exact::clothoid(sizes.dir, sizes.par, sizes.r1, sizes.r2));
             Calelm from_start = sizes;
             from_start.sx = expected.sx;
@@ -443,22 +443,22 @@ TEST(Joints, AChainLaidElementByElementIsTangent) {
     SCOPED_TRACE(random.trace());
     for (const Place place : kPlaces) {
         for (int i = 0; i < 300; ++i) {
-            const double A = random.between(60.0, 300.0);
-            const double R = A * random.between(0.7, 2.5);
-            const double dir = random.sense();
+            const double A = random.uniform(60.0, 300.0);
+            const double R = A * random.uniform(0.7, 2.5);
+            const double dir = random.sign();
             std::vector<Calelm> chain;
             Calelm straight{};
             straight.type = ALI_STRAIGHT;
             straight.sx = place.x;
             straight.sy = place.y;
-            straight.sang = random.between(0.01, 6.27);
-            straight.len = random.between(20.0, 200.0);
+            straight.sang = random.uniform(0.01, 6.27);
+            straight.len = random.uniform(20.0, 200.0);
             straight.dir = 1.0;
             ASSERT_EQ(ali_makangS(&straight, 1), 0);
             chain.push_back(straight);
             chain.push_back(clothoidFrom(straight.ex, straight.ey, straight.eang, dir, A, 0.0, R));
             chain.push_back(
-                arcFrom(chain.back().ex, chain.back().ey, chain.back().eang, dir, R, R * random.between(0.1, 4.0)));
+                arcFrom(chain.back().ex, chain.back().ey, chain.back().eang, dir, R, R * random.uniform(0.1, 4.0)));
             chain.push_back(clothoidFrom(chain.back().ex, chain.back().ey, chain.back().eang, dir, A, R, 2.0 * R));
             EXPECT_TRUE(exact::tangent_chain(chain));
             for (std::size_t k = 1; k < chain.size(); ++k) {

@@ -2,6 +2,7 @@
 // what it wrote found by comparison. For what holds of all functions alike.
 #pragma once
 
+#include "support/absurd_values.h"
 #include "support_alignment.h"
 
 #include <array>
@@ -12,10 +13,7 @@
 
 namespace fenmark::alignment_test {
 
-// The fields of a record that hold reals, in order.
-inline constexpr double Calelm::*kRealFields[] = {&Calelm::sx,   &Calelm::sy, &Calelm::ex, &Calelm::ey,  &Calelm::dir,
-                                                  &Calelm::par,  &Calelm::r1, &Calelm::r2, &Calelm::len, &Calelm::sang,
-                                                  &Calelm::eang, &Calelm::k1, &Calelm::k2, &Calelm::k3};
+using test::kRealFields;
 
 inline constexpr std::size_t kChainLength = 4;
 using Chain = std::array<Calelm, kChainLength>;

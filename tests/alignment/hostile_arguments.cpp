@@ -9,7 +9,7 @@ namespace fenmark::alignment_test {
 namespace {
 
 double number(Random& random) {
-    return random.whole(0, 3) == 0 ? random.between(0.0, 6.0) : random.between(-300.0, 300.0);
+    return random.whole(0, 3) == 0 ? random.uniform(0.0, 6.0) : random.uniform(-300.0, 300.0);
 }
 
 Calelm element(Random& random, char type) {
@@ -28,10 +28,10 @@ Calelm element(Random& random, char type) {
 
 // The elements of one argument after another as a chain that joins: each begins at the pose in which the one before ends.
 void fillJoined(Random& random, const std::string& types, Arguments& a) {
-    double x = random.between(-100.0, 100.0);
-    double y = random.between(-100.0, 100.0);
-    double azimuth = random.between(0.01, 6.27);
-    const double sense = random.sense();
+    double x = random.uniform(-100.0, 100.0);
+    double y = random.uniform(-100.0, 100.0);
+    double azimuth = random.uniform(0.01, 6.27);
+    const double sense = random.sign();
     double radius = 0.0; // of the arc before, 0 after anything else
     std::size_t chain = 0;
     std::size_t place = 0;
@@ -42,7 +42,7 @@ void fillJoined(Random& random, const std::string& types, Arguments& a) {
             continue;
         }
         const std::size_t next = types.find_first_not_of(' ', i + 1);
-        const double R = random.between(150.0, 400.0);
+        const double R = random.uniform(150.0, 400.0);
         Calelm rec{};
         switch (types[i] == '?' ? "SRA"[random.whole(0, 2)] : types[i]) {
         case 'S':
@@ -51,7 +51,7 @@ void fillJoined(Random& random, const std::string& types, Arguments& a) {
             break;
         case 'R':
             radius = radius == 0.0 ? R : radius;
-            rec = arcFrom(x, y, azimuth, sense, radius, random.between(30.0, 80.0));
+            rec = arcFrom(x, y, azimuth, sense, radius, random.uniform(30.0, 80.0));
             break;
         default: {
             const bool meets_arc = next != std::string::npos && types[next] == 'R';
@@ -89,7 +89,7 @@ void fill(Random& random, const char* types, Arguments& a) {
     a.curve.kind = static_cast<int16_t>(random.whole(7, 8));
     for (double* slot : {&a.curve.x, &a.curve.y, &a.curve.size1, &a.curve.size2, &a.curve.size3, &a.curve.size4,
                          &a.curve.size5, &a.curve.tangent1, &a.curve.tangent2}) {
-        *slot = random.between(30.0, 300.0);
+        *slot = random.uniform(30.0, 300.0);
     }
     for (AliIpEntry& entry : a.points) {
         entry = {0.0, number(random), number(random), 0.0, 0.0, 0.0, 0.0};

@@ -43,7 +43,7 @@ TEST(Identities, TheReversedElementHasTheSamePointsAndOppositeTangents) {
         for (int i = 0; i < 1500; ++i) {
             const Calelm rec = randomCurve(random, place, i);
             const Calelm back = exact::reversed(rec);
-            const double s = random.between(0.01, 0.99) * rec.len;
+            const double s = random.uniform(0.01, 0.99) * rec.len;
             double p[2];
             double q[2];
             double t = 0.0;
@@ -68,7 +68,7 @@ TEST(Identities, TheMirroredElementHasMirroredPoints) {
         for (int i = 0; i < 1500; ++i) {
             const Calelm rec = randomCurve(random, place, i);
             const Calelm image = mirrored(rec);
-            const double s = random.between(0.01, 0.99) * rec.len;
+            const double s = random.uniform(0.01, 0.99) * rec.len;
             double p[2];
             double q[2];
             double t = 0.0;

@@ -109,8 +109,8 @@ void bringTogether(Random& random, const Calelm& first, Calelm& second) {
     double p[2];
     double q[2];
     double t = 0.0;
-    ASSERT_EQ(ali_onl(&first, random.between(0.05, 0.95) * first.len, p, &t), 0);
-    ASSERT_EQ(ali_onl(&second, random.between(0.05, 0.95) * second.len, q, &t), 0);
+    ASSERT_EQ(ali_onl(&first, random.uniform(0.05, 0.95) * first.len, p, &t), 0);
+    ASSERT_EQ(ali_onl(&second, random.uniform(0.05, 0.95) * second.len, q, &t), 0);
     const double dx = p[0] - q[0];
     const double dy = p[1] - q[1];
     second.sx += dx;
@@ -189,10 +189,9 @@ TEST(LineClothoid, RandomPairsGiveTheExactCrossings) {
             Calelm line = randomStraight(random, place);
             double p[2];
             double t = 0.0;
-            ASSERT_EQ(ali_onlA(&clothoid, random.between(0.1, 0.9) * clothoid.len, p, &t), 0);
+            ASSERT_EQ(ali_onlA(&clothoid, random.uniform(0.1, 0.9) * clothoid.len, p, &t), 0);
             // Through a point of the curve, at 0.3 to 1.5 rad to it, so that nearly all cross it once.
-            const double azimuth =
-                t + random.sense() * random.between(0.3, 1.5) + (random.whole(0, 1) == 0 ? 0.0 : kPi);
+            const double azimuth = t + random.sign() * random.uniform(0.3, 1.5) + (random.whole(0, 1) == 0 ? 0.0 : kPi);
             line = straightRecord(p[0] - 60.0 * std::cos(azimuth), p[1] - 60.0 * std::sin(azimuth),
                                   p[0] + 70.0 * std::cos(azimuth), p[1] + 70.0 * std::sin(azimuth));
             bool sure = false;
@@ -286,8 +285,8 @@ TEST(ClothoidClothoid, PairsThatCrossTwiceGiveBothCrossings) {
             double p[2][2];
             double q[2][2];
             double t = 0.0;
-            const double from = random.between(0.05, 0.4) * e1.len;
-            const double to = random.between(0.6, 0.95) * e1.len;
+            const double from = random.uniform(0.05, 0.4) * e1.len;
+            const double to = random.uniform(0.6, 0.95) * e1.len;
             ASSERT_EQ(ali_onlA(&e1, from, p[0], &t), 0);
             ASSERT_EQ(ali_onlA(&e1, to, p[1], &t), 0);
             const double chord = ali_CDist2P(p[0], p[1]);

@@ -153,10 +153,10 @@ TEST(LineArc, ALineThatMissesByLessThanTheStepStillTouches) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 500; ++i) {
             // The line's rounded coefficients shift it by up to R / length times half a step.
-            const double R = random.between(20.0, 200.0);
+            const double R = random.uniform(20.0, 200.0);
             const Calelm arc =
-                arcFrom(place.x, place.y, random.between(0.01, 6.27), random.sense(), R, R * random.between(0.05, 5.0));
-            const double s = random.between(0.2, 0.8) * arc.len;
+                arcFrom(place.x, place.y, random.uniform(0.01, 6.27), random.sign(), R, R * random.uniform(0.05, 5.0));
+            const double s = random.uniform(0.2, 0.8) * arc.len;
             const double w = s / arc.par * -arc.dir; // azimuths run clockwise
             const double rx = (arc.sx - arc.k1) * std::cos(w) - (arc.sy - arc.k2) * std::sin(w);
             const double ry = (arc.sx - arc.k1) * std::sin(w) + (arc.sy - arc.k2) * std::cos(w);

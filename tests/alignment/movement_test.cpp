@@ -49,8 +49,8 @@ TEST(ParallelMovement, ThereAndBackIsTheSame) {
             const Calelm rec = i % 3 == 0   ? randomStraight(random, place)
                                : i % 3 == 1 ? randomArc(random, place, 3.0)
                                             : randomClothoid(random, place);
-            const double d = random.between(-300.0, 300.0);
-            const double angle = random.between(0.01, 6.27);
+            const double d = random.uniform(-300.0, 300.0);
+            const double angle = random.uniform(0.01, 6.27);
             Calelm there{};
             Calelm back{};
             ASSERT_EQ(ali_pmov(&rec, d, angle, &there), 0);
@@ -75,8 +75,8 @@ TEST(Turning, ThereAndBackIsTheSame) {
             const Calelm rec = i % 3 == 0   ? randomStraight(random, place)
                                : i % 3 == 1 ? randomArc(random, place, 3.0)
                                             : randomClothoid(random, place);
-            const double pivot[2] = {place.x + random.between(-300.0, 300.0), place.y + random.between(-300.0, 300.0)};
-            const double angle = random.between(-3.0, 3.0);
+            const double pivot[2] = {place.x + random.uniform(-300.0, 300.0), place.y + random.uniform(-300.0, 300.0)};
+            const double angle = random.uniform(-3.0, 3.0);
             Calelm there{};
             Calelm back{};
             ASSERT_EQ(ali_tmov(&rec, pivot, angle, &there), 0);
@@ -132,7 +132,7 @@ TEST(SquareMovement, AStraightStaysParallelAtItsDistance) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 500; ++i) {
             const Calelm rec = randomStraight(random, place);
-            const double d = random.between(-80.0, 80.0);
+            const double d = random.uniform(-80.0, 80.0);
             Calelm out{};
             ali_paraS(&rec, d, &out);
             const double length = std::hypot(rec.ex - rec.sx, rec.ey - rec.sy);

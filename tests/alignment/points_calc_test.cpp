@@ -50,7 +50,7 @@ TEST(Angles, DirectionLiesInRangeAndEqualPointsGiveZero) {
     Random random(53101);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 1000; ++i) {
-        const double q[2] = {random.between(-1.0, 1.0), random.between(-1.0, 1.0)};
+        const double q[2] = {random.uniform(-1.0, 1.0), random.uniform(-1.0, 1.0)};
         const double a = ali_KGetAng(kOrigin, q);
         EXPECT_GE(a, 0.0);
         EXPECT_LT(a, kTwoPi);
@@ -64,8 +64,8 @@ TEST(LineCoefficients, FormMHoldsInBothPlanes) {
     SCOPED_TRACE(random.trace());
     for (const Place place : kPlaces) {
         for (int i = 0; i < 500; ++i) {
-            const double p[2] = {place.x + random.between(-100.0, 100.0), place.y + random.between(-100.0, 100.0)};
-            const double q[2] = {p[0] + random.between(50.0, 100.0), p[1] + random.between(-100.0, 100.0)};
+            const double p[2] = {place.x + random.uniform(-100.0, 100.0), place.y + random.uniform(-100.0, 100.0)};
+            const double q[2] = {p[0] + random.uniform(50.0, 100.0), p[1] + random.uniform(-100.0, 100.0)};
             double a = 0.0;
             double b = 0.0;
             double c = 0.0;
@@ -149,15 +149,15 @@ TEST(ArcCentre, EqualsTheQuadratic) {
     Random random(53103);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 2000; ++i) {
-        const double R = random.between(20.0, 500.0);
-        const double half = random.between(0.05, 1.5);
-        const double azimuth = random.between(0.0, kTwoPi);
+        const double R = random.uniform(20.0, 500.0);
+        const double half = random.uniform(0.05, 1.5);
+        const double azimuth = random.uniform(0.0, kTwoPi);
         const double q[2] = {2.0 * R * std::sin(half) * std::cos(azimuth),
                              2.0 * R * std::sin(half) * std::sin(azimuth)};
         if (std::fabs(q[0]) < 1.0 || std::fabs(q[1]) < 1.0) {
             continue; // near an axis the quadratic loses its digits
         }
-        const double dir = random.sense();
+        const double dir = random.sign();
         double expected[2];
         centreByQuadratic(q, dir, R, expected);
         double cx = 0.0;

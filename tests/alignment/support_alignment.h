@@ -4,14 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <numbers>
-#include <random>
 #include <string>
 
 #include "fenmark/alignment.h"
+#include "support/random.h"
 
 namespace fenmark::alignment_test {
 
@@ -43,25 +41,7 @@ inline double angleBetween(double a, double b) {
     return d;
 }
 
-// A random source that says its seed in every failure: SCOPED_TRACE(random.trace()).
-// FENMARK_TEST_SEED runs another series.
-class Random {
-  public:
-    explicit Random(std::uint64_t seed) : seed_(chosen(seed)), engine_(seed_) {}
-
-    double between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine_); }
-    int whole(int low, int high) { return std::uniform_int_distribution<int>(low, high)(engine_); }
-    double sense() { return whole(0, 1) == 0 ? -1.0 : 1.0; }
-    std::string trace() const { return "seed " + std::to_string(seed_); }
-
-  private:
-    static std::uint64_t chosen(std::uint64_t seed) {
-        const char* given = std::getenv("FENMARK_TEST_SEED");
-        return given != nullptr ? std::strtoull(given, nullptr, 10) : seed;
-    }
-    std::uint64_t seed_;
-    std::mt19937_64 engine_;
-};
+using test::Random;
 
 // The two places at which every random test runs: near the origin, and where survey coordinates are large.
 struct Place {
@@ -133,29 +113,29 @@ inline Calelm clothoidFrom(double sx, double sy, double azimuth, double dir, dou
 // Radii and parameter of a clothoid of survey size: A 30 to 400, sharper radius above 0.56 A, the flatter end infinite
 // or up to ten times that, in either order.
 inline Calelm randomClothoidSizes(Random& random) {
-    const double A = random.between(30.0, 400.0);
-    const double sharp = A * random.between(0.6, 4.0);
-    const double flat = random.whole(0, 1) == 0 ? 0.0 : sharp * random.between(1.3, 10.0);
+    const double A = random.uniform(30.0, 400.0);
+    const double sharp = A * random.uniform(0.6, 4.0);
+    const double flat = random.whole(0, 1) == 0 ? 0.0 : sharp * random.uniform(1.3, 10.0);
     const bool grows = random.whole(0, 1) == 0;
-    return clothoidSizes(random.sense(), A, grows ? flat : sharp, grows ? sharp : flat);
+    return clothoidSizes(random.sign(), A, grows ? flat : sharp, grows ? sharp : flat);
 }
 
 inline Calelm randomClothoid(Random& random, Place place) {
     const Calelm sizes = randomClothoidSizes(random);
-    return clothoidFrom(place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
-                        random.between(0.01, 6.27), sizes.dir, sizes.par, sizes.r1, sizes.r2);
+    return clothoidFrom(place.x + random.uniform(-500.0, 500.0), place.y + random.uniform(-500.0, 500.0),
+                        random.uniform(0.01, 6.27), sizes.dir, sizes.par, sizes.r1, sizes.r2);
 }
 
 inline Calelm randomArc(Random& random, Place place, double most_sweep) {
-    const double R = random.between(20.0, 600.0);
-    return arcFrom(place.x + random.between(-500.0, 500.0), place.y + random.between(-500.0, 500.0),
-                   random.between(0.01, 6.27), random.sense(), R, R * random.between(0.05, most_sweep));
+    const double R = random.uniform(20.0, 600.0);
+    return arcFrom(place.x + random.uniform(-500.0, 500.0), place.y + random.uniform(-500.0, 500.0),
+                   random.uniform(0.01, 6.27), random.sign(), R, R * random.uniform(0.05, most_sweep));
 }
 
 inline Calelm randomStraight(Random& random, Place place) {
-    const double x = place.x + random.between(-500.0, 500.0);
-    const double y = place.y + random.between(-500.0, 500.0);
-    return straightRecord(x, y, x + random.between(-400.0, 400.0), y + random.between(-400.0, 400.0));
+    const double x = place.x + random.uniform(-500.0, 500.0);
+    const double y = place.y + random.uniform(-500.0, 500.0);
+    return straightRecord(x, y, x + random.uniform(-400.0, 400.0), y + random.uniform(-400.0, 400.0));
 }
 
 inline ::testing::AssertionResult sameBits(const Calelm& a, const Calelm& b) {

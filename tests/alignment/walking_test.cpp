@@ -40,10 +40,10 @@ TEST(OnElement, TheStoredLengthIsOnItHoweverItWasLaidOrMoved) {
                 expectEndAtItsLength(from_end);
             }
             Calelm moved{};
-            ASSERT_EQ(ali_pmov(&rec, random.between(-300.0, 300.0), random.between(0.01, 6.27), &moved), 0);
+            ASSERT_EQ(ali_pmov(&rec, random.uniform(-300.0, 300.0), random.uniform(0.01, 6.27), &moved), 0);
             expectEndAtItsLength(moved);
-            const double pivot[2] = {place.x + random.between(-300.0, 300.0), place.y};
-            ASSERT_EQ(ali_tmov(&rec, pivot, random.between(-3.0, 3.0), &moved), 0);
+            const double pivot[2] = {place.x + random.uniform(-300.0, 300.0), place.y};
+            ASSERT_EQ(ali_tmov(&rec, pivot, random.uniform(-3.0, 3.0), &moved), 0);
             expectEndAtItsLength(moved);
         }
     }
@@ -139,7 +139,7 @@ TEST(OnElement, EveryStationLiesWhereTheCurvatureLeads) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 1500; ++i) {
             const Calelm rec = i % 3 == 0 ? randomArc(random, place, 6.0) : randomClothoid(random, place);
-            const double s = random.between(0.0, 1.0) * rec.len;
+            const double s = random.uniform(0.0, 1.0) * rec.len;
             double p[2];
             double t = 0.0;
             ASSERT_EQ(ali_onl(&rec, s, p, &t), 0);
@@ -216,10 +216,10 @@ TEST(Projection, FromAnOffsetPointBackToTheStation) {
             const Calelm rec = kind == 0   ? randomStraight(random, place)
                                : kind == 1 ? randomArc(random, place, 6.0)
                                            : randomClothoid(random, place);
-            const double s = random.between(0.02, 0.98) * rec.len;
+            const double s = random.uniform(0.02, 0.98) * rec.len;
             const exact::Pose on = exact::pose_at(exact::start_of(rec), exact::shape_of(rec), s);
             // Offsets up to 15 m, less than every radius here.
-            const double offset = random.between(-15.0, 15.0);
+            const double offset = random.uniform(-15.0, 15.0);
             const double p[2] = {static_cast<double>(on.x + offset * std::sin(on.azimuth)),
                                  static_cast<double>(on.y - offset * std::cos(on.azimuth))};
             double station = 0.0;
@@ -244,7 +244,7 @@ TEST(Projection, APointOnTheElementHasItsOwnStation) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = i % 2 == 0 ? randomArc(random, place, 6.0) : randomClothoid(random, place);
-            const double s = random.between(0.05, 0.95) * rec.len;
+            const double s = random.uniform(0.05, 0.95) * rec.len;
             double p[2];
             double t = 0.0;
             ASSERT_EQ(ali_onl(&rec, s, p, &t), 0);
@@ -274,7 +274,7 @@ TEST(ProjectionOnStraight, SquareToAnEndTheLastBitDoesNotDecide) {
     for (const Place place : kPlaces) {
         for (int i = 0; i < 1000; ++i) {
             const Calelm rec = randomStraight(random, place);
-            const double d = random.between(-50.0, 50.0);
+            const double d = random.uniform(-50.0, 50.0);
             const double length = std::hypot(rec.ex - rec.sx, rec.ey - rec.sy);
             const double nx = -(rec.ey - rec.sy) / length;
             const double ny = (rec.ex - rec.sx) / length;
@@ -490,10 +490,10 @@ TEST(SameClothoid, TwoPiecesOfOneAreRecognisedInBothOrdersAndGrowths) {
     Random random(56007);
     SCOPED_TRACE(random.trace());
     for (int i = 0; i < 200; ++i) {
-        const double A = random.between(60.0, 300.0);
-        const double dir = random.sense();
+        const double A = random.uniform(60.0, 300.0);
+        const double dir = random.sign();
         const double R[4] = {A * 6.0, A * 3.0, A * 1.5, A * 0.8};
-        const Calelm whole = clothoidFrom(0.0, 0.0, random.between(0.3, 5.9), dir, A, R[0], R[3]);
+        const Calelm whole = clothoidFrom(0.0, 0.0, random.uniform(0.3, 5.9), dir, A, R[0], R[3]);
         double p[2];
         double t = 0.0;
         ASSERT_EQ(ali_onlA(&whole, A * A / R[1] - A * A / R[0], p, &t), 0);

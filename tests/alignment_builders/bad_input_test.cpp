@@ -7,14 +7,17 @@
 #include <fenmark/alignment/point.h>
 #include <fenmark/alignment/primitives.h>
 
-#include "alignment_builders/sweep.h"
+#include "support/absurd_values.h"
+#include "support/sweep.h"
 
 #include <functional>
-#include <limits>
 
 namespace {
 
 using namespace fenmark::exact;
+using fenmark::test::kAbsurd;
+using fenmark::test::kRealFieldCount;
+using fenmark::test::kRealFields;
 
 // A builder with good input that can be spoilt: `run` takes the records in the order of travel, returns the status, and
 // leaves the chain there.
@@ -111,15 +114,6 @@ std::vector<Builder> builders() {
     return all;
 }
 
-constexpr double kAbsurd[] = {std::numeric_limits<double>::quiet_NaN(),
-                              std::numeric_limits<double>::infinity(),
-                              -std::numeric_limits<double>::infinity(),
-                              1e300,
-                              -1e300,
-                              1e-300,
-                              0.0,
-                              -1.0};
-
 TEST(BadInput, TheGoodCasesOfThisTestAreGood) {
     for (Builder& b : builders()) {
         auto records = b.records;
@@ -133,10 +127,10 @@ TEST(BadInput, TheGoodCasesOfThisTestAreGood) {
 TEST(BadInput, EveryFieldThatIsAbsurdEndsInAStatusAndNeverInAChainThatIsNotTangent) {
     for (Builder& b : builders()) {
         for (std::size_t record = 0; record < b.records.size(); ++record) {
-            for (int field = 0; field < kFieldCount; ++field) {
+            for (int field = 0; field < kRealFieldCount; ++field) {
                 for (const double value : kAbsurd) {
                     auto records = b.records;
-                    spoil(records[record], field, value);
+                    records[record].*kRealFields[field] = value;
                     const auto before = records;
                     const int status = static_cast<std::int16_t>(b.run(records, b.p));
                     const auto where = ::testing::Message() << b.name << " record " << record << " field " << field
@@ -190,9 +184,9 @@ TEST(BadInput, RandomRubbishIsNeverATangentChainByWord) {
         for (int i = 0; i < 2000; ++i) {
             auto records = b.records;
             for (Calelm& e : records) {
-                for (int field = 0; field < kFieldCount; ++field) {
+                for (int field = 0; field < kRealFieldCount; ++field) {
                     if (field != 4 && random.pick(8) == 0) {
-                        spoil(e, field, rubbish(200.0));
+                        e.*kRealFields[field] = rubbish(200.0);
                     }
                 }
                 if (random.pick(8) == 0) {
@@ -224,9 +218,9 @@ TEST(BadInput, AnArcInsideAnotherIsNeverToldWhereTheChainIsNotTangent) {
         auto records = good;
         for (Calelm& e : records) {
             CDchgSpace(&e, &e);
-            for (int field = 0; field < kFieldCount; ++field) {
+            for (int field = 0; field < kRealFieldCount; ++field) {
                 if (field != 4 && random.pick(12) == 0) {
-                    spoil(e, field, random.uniform(-200.0, 200.0));
+                    e.*kRealFields[field] = random.uniform(-200.0, 200.0);
                 }
             }
             if (random.pick(8) == 0) {

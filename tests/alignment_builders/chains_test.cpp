@@ -6,7 +6,7 @@
 #include <fenmark/alignment/primitives.h>
 
 #include "alignment/primitives/tools.h"
-#include "alignment_builders/sweep.h"
+#include "support/sweep.h"
 
 #include <limits>
 
@@ -67,10 +67,6 @@ Outcome outcome_of(int status, std::span<const Calelm> chain, double joint, doub
     }
     const auto result = tangent_chain(chain, joint, tangent);
     return {result ? Found::expected : Found::failed, result.message()};
-}
-
-bool all_identical(std::span<const Calelm> a, std::span<const Calelm> b) {
-    return std::ranges::equal(a, b, identical);
 }
 
 // ---- arc, clothoid, clothoid, arc ----

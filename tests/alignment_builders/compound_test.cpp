@@ -2,7 +2,7 @@
 #include <fenmark/alignment/compound.h>
 #include <fenmark/alignment/primitives.h>
 
-#include "alignment_builders/sweep.h"
+#include "support/sweep.h"
 
 #include <limits>
 

@@ -2,7 +2,7 @@
 // curve is asked for again.
 #include <fenmark/alignment/ip.h>
 
-#include "alignment_builders/sweep.h"
+#include "support/sweep.h"
 
 #include <cstddef>
 #include <limits>

@@ -3,7 +3,7 @@
 #include <fenmark/alignment/construction.h>
 #include <fenmark/alignment/point.h>
 
-#include "alignment_builders/sweep.h"
+#include "support/sweep.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 // again.
 #include <fenmark/alignment/point.h>
 
-#include "alignment_builders/sweep.h"
+#include "support/sweep.h"
 
 #include <limits>
 

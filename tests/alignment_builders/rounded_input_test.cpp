@@ -5,7 +5,7 @@
 #include <fenmark/alignment/ip.h>
 #include <fenmark/alignment/point.h>
 
-#include "alignment_builders/sweep.h"
+#include "support/sweep.h"
 
 namespace {
 

@@ -50,7 +50,7 @@ TEST(RmakRR, FindsTheArcAgainInAllSenses) {
                     const int status = ali_RmakRR(&r1, &r2, &r3);
                     return Answer{status, {r1, r3, r2}};
                 },
-                way_back::kCaseCount);
+                exact::kCasesPerSweep);
         }
     }
 }
@@ -101,7 +101,7 @@ TEST(ARmakRR, FindsTheEasedArcAgainOnBothSides) {
                 const int status = ali_ARmakRR(side, -1, &r1, &r2, &r3, &a);
                 return side == -1 ? Answer{status, {r1, a, r3, r2}} : Answer{status, {r1, r3, a, r2}};
             },
-            way_back::kCaseCount);
+            exact::kCasesPerSweep);
     }
 }
 

@@ -1,14 +1,18 @@
 // What a solver may never do, whatever it is given: report a chain that is not tangent, change records on a failure,
 // hang, or take a value that is no number for a success.
 #include "all_solvers.h"
+#include "support/absurd_values.h"
 
 #include <iostream>
-#include <limits>
 
 namespace {
 
 using namespace fenmark;
+using exact::all_identical;
 using exact::Random;
+using test::kAbsurd;
+using test::kRealFieldCount;
+using test::kRealFields;
 using way_back::Solver;
 
 constexpr int kRandomCases = 4000;
@@ -36,15 +40,6 @@ std::vector<Calelm> random_records(Random& random, const Solver& solver) {
         records.push_back(e);
     }
     return records;
-}
-
-bool all_identical(const std::vector<Calelm>& a, const std::vector<Calelm>& b) {
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (!exact::identical(a[i], b[i])) {
-            return false;
-        }
-    }
-    return true;
 }
 
 ::testing::AssertionResult right_chain(const Solver& solver, const std::vector<Calelm>& before,
@@ -96,28 +91,13 @@ TEST(TangentSolvers, EverySuccessOnRandomElementsIsATangentChainAndEveryFailureL
 TEST(TangentSolvers, AbsurdValuesEndInAStatusAndNeverInABrokenChain) {
     constexpr std::uint64_t kSeed = 20260502;
     SCOPED_TRACE(kSeed);
-    const double absurd[] = {std::numeric_limits<double>::quiet_NaN(),
-                             std::numeric_limits<double>::infinity(),
-                             -std::numeric_limits<double>::infinity(),
-                             0.0,
-                             -0.0,
-                             -1.0,
-                             1e-300,
-                             1e-7,
-                             1e9,
-                             1e150,
-                             1e300,
-                             -1e300};
-    double Calelm::*const fields[] = {&Calelm::sx,   &Calelm::sy, &Calelm::ex, &Calelm::ey,  &Calelm::dir,
-                                      &Calelm::par,  &Calelm::r1, &Calelm::r2, &Calelm::len, &Calelm::sang,
-                                      &Calelm::eang, &Calelm::k1, &Calelm::k2, &Calelm::k3};
     for (const Solver& solver : way_back::all_solvers()) {
         Random random(kSeed);
         for (int i = 0; i < kAbsurdCases; ++i) {
             auto before = random_records(random, solver);
             for (int replaced = random.pick(4); replaced >= 0; --replaced) {
                 const auto which = static_cast<std::size_t>(random.pick(static_cast<int>(before.size())));
-                before[which].*fields[random.pick(std::size(fields))] = absurd[random.pick(std::size(absurd))];
+                before[which].*kRealFields[random.pick(kRealFieldCount)] = kAbsurd[random.pick(std::size(kAbsurd))];
             }
             auto after = before;
             const int status = solver.call(after);

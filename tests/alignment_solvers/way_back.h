@@ -2,11 +2,10 @@
 // must return a tangent chain, in nearly all cases that very chain.
 #pragma once
 
-#include "support/exact_chain.h"
+#include "support/sweep.h"
 
 #include <fenmark/alignment.h>
 
-#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,7 +16,7 @@ using exact::Pose;
 using exact::Random;
 using exact::Shape;
 
-inline constexpr int kCaseCount = 1000;
+using exact::kCasesPerSweep;
 // A chain found again: ends agree to a millimetre where the geometry is well conditioned. Nearly parallel lines and
 // nearly concentric arcs carry the last digits of the series further along the elements.
 inline constexpr double kSamePlace = 1e-3;
@@ -67,88 +66,59 @@ inline bool given_ends_kept(const Case& given, const std::vector<Calelm>& chain)
            std::abs(exact::angle_difference(last.eang, given.last.eang)) <= exact::kTangentTolerance;
 }
 
-/// What a run found.
-struct Tally {
-    int cases = 0;
-    int expected = 0;
-    int refused = 0;
-    int broken = 0;
-};
-
-/// Runs one case and counts it; the first two of each kind that must not be are told.
-template <typename Solve>
-void judge(const Case& given, Solve solve, Tally& tally) {
-    ++tally.cases;
-    const Answer answer = solve(given);
-    if (status16(answer.status) != 0) {
-        if (++tally.refused <= 2) {
-            std::string text;
-            for (const Calelm& e : given.chain) {
-                text += "\n  " + exact::describe(e);
-            }
-            ADD_FAILURE() << "case " << tally.cases << " refused: " << text;
-        }
-        return;
+/// The solver's answer against the chain that was laid: a refusal, a chain that is not tangent, a given far end that
+/// moved and another size are failures.
+inline exact::Outcome judge(const Case& given, const Answer& answer) {
+    exact::Outcome outcome;
+    for (const Calelm& e : given.chain) {
+        outcome.azimuths.push_back(e.sang);
     }
-    std::string wrong;
-    if (auto tangent = exact::tangent_chain(answer.chain); !tangent) {
-        wrong = tangent.message();
+    if (status16(answer.status) != 0) {
+        outcome.why = "refused:";
+        for (const Calelm& e : given.chain) {
+            outcome.why += "\n  " + exact::describe(e);
+        }
+        return outcome;
+    }
+    if (const auto tangent = exact::tangent_chain(answer.chain); !tangent) {
+        outcome.why = tangent.message();
     } else if (!given_ends_kept(given, answer.chain)) {
-        wrong = "a given far end moved\n  " + exact::describe(given.first) + "\n  " +
-                exact::describe(answer.chain.front()) + "\n  " + exact::describe(given.last) + "\n  " +
-                exact::describe(answer.chain.back());
+        outcome.why = "a given far end moved\n  " + exact::describe(given.first) + "\n  " +
+                      exact::describe(answer.chain.front()) + "\n  " + exact::describe(given.last) + "\n  " +
+                      exact::describe(answer.chain.back());
     }
     bool same = true;
     for (std::size_t i = 0; i < given.chain.size(); ++i) {
         const Calelm& laid = given.chain[i];
         const Calelm& found = answer.chain[i];
         if (found.type != laid.type || (found.type != exact::kStraightType && found.par != laid.par)) {
-            wrong += "another size\n  " + exact::describe(found);
+            outcome.why += "another size\n  " + exact::describe(found);
         }
         same = same && in_place(laid, found);
     }
-    if (!wrong.empty()) {
-        if (++tally.broken <= 2) {
-            ADD_FAILURE() << "case " << tally.cases << ": " << wrong;
-        }
-        return;
+    if (outcome.why.empty()) {
+        outcome.found = same ? exact::Found::expected : exact::Found::other_valid;
     }
-    tally.expected += same ? 1 : 0;
+    return outcome;
 }
 
-/// Runs a thousand seeded cases, then half as many of the same sizes in other places, such that one joint of each chain heads
-/// along an axis or just beside it. `make` lays a case, or nothing where the random sizes leave no chain; `solve` hands
-/// it to the solver. Every success must be a tangent chain of the given sizes with the given far ends; at least
-/// `least_expected` of each thousand must be the chain that was laid, and no case may fail.
+/// Sweeps a solver. `make` lays a case, or nothing where the random sizes leave no chain; `solve` passes it to the solver.
+/// At least `least_expected` of each thousand must be the chain that was laid, and no case may fail.
 template <typename Make, typename Solve>
-void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, int least_expected = kCaseCount) {
-    SCOPED_TRACE(name + ", seed " + std::to_string(seed));
-    for (const bool along_axes : {false, true}) {
-        const int count = along_axes ? kCaseCount / 2 : kCaseCount;
-        Random random(seed);
-        Random axes(seed + 1);
-        Tally tally;
-        for (int attempt = 0; tally.cases < count && attempt < 100 * count; ++attempt) {
-            Random again = random;
-            std::optional<Case> given = make(random);
-            if (given && along_axes) {
-                const auto joint = static_cast<std::size_t>(axes.pick(static_cast<int>(given->chain.size())));
-                again.turn_poses(axes.beside_axis() - given->chain[joint].sang);
-                given = make(again);
+void run(const std::string& name, std::uint64_t seed, Make make, Solve solve, int least_expected = kCasesPerSweep) {
+    constexpr int kAttempts = 100;
+    SCOPED_TRACE(name);
+    exact::sweep(
+        seed,
+        [&](Random& random) {
+            for (int attempt = 0; attempt < kAttempts; ++attempt) {
+                if (const std::optional<Case> given = make(random)) {
+                    return judge(*given, solve(*given));
+                }
             }
-            if (given) {
-                judge(*given, solve, tally);
-            }
-        }
-        std::cout << name << (along_axes ? ", along the axes" : "") << ", seed " << seed << ": " << tally.cases
-                  << " cases, " << tally.expected << " as laid, "
-                  << tally.cases - tally.expected - tally.refused - tally.broken << " another valid chain, "
-                  << tally.refused << " refused, " << tally.broken << " broken\n";
-        EXPECT_EQ(count, tally.cases) << "the generator leaves too few chains";
-        EXPECT_EQ(0, tally.refused);
-        EXPECT_EQ(0, tally.broken);
-        EXPECT_GE(tally.expected * kCaseCount, least_expected * count);
-    }
+            return exact::Outcome{exact::Found::failed, "the generator leaves too few chains"};
+        },
+        kCasesPerSweep - least_expected);
 }
 
 /// Every arc of a chain that the library builds from its ends stays below half a circle.

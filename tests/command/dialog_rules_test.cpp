@@ -1,9 +1,14 @@
 // The rules that the dialogs and the command line share.
 #include "command/dialog_rules.h"
 #include "command/dialogs.h"
+#include "output/leading_clothoid.h"
+#include "sima/text/short_record.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
 
 namespace fenmark::command {
 namespace {
@@ -134,6 +139,15 @@ INSTANTIATE_TEST_SUITE_P(Texts, ShiftDistance,
                                            ShiftCase{"1.2.3", false, 0}, ShiftCase{".", false, 0},
                                            ShiftCase{"", false, 0}, ShiftCase{"0", false, 0},
                                            ShiftCase{"0.0", false, 0}, ShiftCase{"1m", false, 0}));
+
+TEST(BrokenOffReason, IsWhatTheExceptionSaysOfItself) {
+    EXPECT_EQ(brokenOffReason(output::LeadingClothoid()),
+              "the route begins with a clothoid, and a clothoid needs an element before it");
+    EXPECT_EQ(brokenOffReason(sima::ShortRecord()), "the record is too short for the fields that its section takes");
+    EXPECT_EQ(brokenOffReason(std::invalid_argument("array index out of range")), "array index out of range")
+        << "no other look-up is taken for a leading clothoid";
+    EXPECT_EQ(brokenOffReason(std::bad_alloc()), "out of memory");
+}
 
 TEST(ResultLines, OfAnImportThatMadeNothingIsOneLine) {
     EXPECT_EQ(resultLines({}), std::vector<std::string>{"エラー無し"});

@@ -53,7 +53,7 @@ TEST(Line, LiesWithinTheToleranceWithFewPoints) {
     for (int i = 0; i < cases(1000); ++i) {
         const Curve curve = random.curve(1e3);
         const double tolerance = random.scaled(1e-4, 1.0);
-        const double offset = random.below(2) == 0 ? 0.0 : random.between(-20.0, 20.0);
+        const double offset = random.pick(2) == 0 ? 0.0 : random.uniform(-20.0, 20.0);
         const Line line = lineOf(curve, tolerance, kMostLinePoints, offset);
         const std::string what = "case " + std::to_string(i) + testing::PrintToString(curve) + std::to_string(offset);
         ASSERT_GE(line.points.size(), 2u) << what;

@@ -24,16 +24,16 @@ class Hostile {
     explicit Hostile(unsigned seed) : random_(seed) {}
     double value() {
         // Mostly ordinary values, so that the strange ones are met one or two at a time.
-        return random_.below(3) == 0
-                   ? kHostile[static_cast<std::size_t>(random_.below(static_cast<int>(kHostile.size())))]
-                   : random_.between(-200.0, 200.0);
+        return random_.pick(3) == 0
+                   ? kHostile[static_cast<std::size_t>(random_.pick(static_cast<int>(kHostile.size())))]
+                   : random_.uniform(-200.0, 200.0);
     }
     FmkPoint point() { return {value(), value()}; }
     FmkPose pose() { return {point(), value()}; }
     FmkCurve curve() {
-        return {pose(), std::abs(value()), value() * (random_.below(2) == 0 ? 1.0 : 1e-3), value() * 1e-2};
+        return {pose(), std::abs(value()), value() * (random_.pick(2) == 0 ? 1.0 : 1e-3), value() * 1e-2};
     }
-    int below(int count) { return random_.below(count); }
+    int below(int count) { return random_.pick(count); }
 
   private:
     RandomCurves random_;

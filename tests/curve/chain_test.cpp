@@ -1,13 +1,13 @@
 // Chains: points against an independent integration in higher precision, the way back, joints, lines and crossings.
 #include "curve/chain.h"
 #include "support/exact_chain.h"
+#include "support/random.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <random>
 #include <vector>
 
 namespace fenmark::curve {
@@ -30,17 +30,14 @@ exact::Pose exactPose(const Curve& curve, double along) {
     return exact::advance({curve.start.point.x, curve.start.point.y, curve.start.azimuth}, -first, -growth, along);
 }
 
-struct Random {
-    explicit Random(unsigned seed) : engine(seed) {}
-    double uniform(double low, double high) { return std::uniform_real_distribution(low, high)(engine); }
-    double scale(double low, double high) { return std::exp(uniform(std::log(low), std::log(high))); }
-    bool coin() { return engine() % 2 == 0; }
+struct Random : test::Random {
+    using test::Random::Random;
 
     // Flat, usual, sharp, egg-shaped of either growth, spiralling, reversing within itself.
     Curve curve(const Pose& from) {
         const double sign = coin() ? 1.0 : -1.0;
-        const double radius = scale(15.0, 5000.0);
-        switch (engine() % 8) {
+        const double radius = scaled(15.0, 5000.0);
+        switch (pick(8)) {
         case 0:
             return straight(from, uniform(5, 500));
         case 1:
@@ -50,7 +47,7 @@ struct Random {
         case 3:
             return {from, uniform(0.05, 1.0) * radius, sign / (radius * uniform(1.01, 6.0)), sign / radius};
         case 4: // flat
-            return {from, uniform(10, 500), sign / scale(1e5, 1e9), sign / scale(1e5, 1e9)};
+            return {from, uniform(10, 500), sign / scaled(1e5, 1e9), sign / scaled(1e5, 1e9)};
         case 5: // spiralling
             return {from, uniform(2.0, 30.0) * radius, coin() ? 0.0 : sign * 0.1 / radius, sign / radius};
         case 6: // through its inflection
@@ -71,8 +68,6 @@ struct Random {
         return all;
     }
     Pose pose(double reach) { return {{uniform(-reach, reach), uniform(-reach, reach)}, uniform(-7.0, 7.0)}; }
-
-    std::mt19937_64 engine;
 };
 
 Chain chainOf(const std::vector<Curve>& curves, double startStation = 0.0) {
@@ -266,7 +261,7 @@ TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
         std::vector<Curve> curves;
         for (int i = 0; i < 2; ++i) {
             const auto any = [&](const auto& values) {
-                return values[random.engine() % std::size(values)] * (random.coin() ? 1.0 : -1.0);
+                return values[random.pick(static_cast<int>(std::size(values)))] * (random.coin() ? 1.0 : -1.0);
             };
             curves.push_back({{{any(places), any(places)}, random.uniform(-10, 10)},
                               std::abs(any(lengths)),

@@ -40,12 +40,12 @@ TEST(Crossings, FindTheCommonPointAtAnyAngle) {
     RandomCurves random(11);
     for (int i = 0; i < cases(4000); ++i) {
         const Curve first = random.curve(1e3);
-        const double s = random.between(0.02, 0.98) * first.length;
-        const double angle = random.side() * random.scaled(1e-5, 1.57);
+        const double s = random.uniform(0.02, 0.98) * first.length;
+        const double angle = random.sign() * random.scaled(1e-5, 1.57);
         Pose pose = poseAt(first, s);
         pose.azimuth += angle;
         const Curve shape = random.curve();
-        const Curve second = laidThrough(shape, random.between(0.02, 0.98) * shape.length, pose);
+        const Curve second = laidThrough(shape, random.uniform(0.02, 0.98) * shape.length, pose);
         const Crossings all = crossings(first, second);
         const std::string what = both(i, first, second) + " at " + std::to_string(s);
         expectCommonPoints(all, first, second, what);
@@ -66,11 +66,11 @@ TEST(Crossings, TellTouches) {
     int touches = 0;
     for (int i = 0; i < cases(1000); ++i) {
         const Curve first = random.curve(1e3);
-        const double s = random.between(0.1, 0.9) * first.length;
+        const double s = random.uniform(0.1, 0.9) * first.length;
         Pose pose = poseAt(first, s);
-        pose.azimuth += random.below(2) == 0 ? 0.0 : kPi;
+        pose.azimuth += random.pick(2) == 0 ? 0.0 : kPi;
         const Curve shape = random.curve();
-        const double t = random.between(0.1, 0.9) * shape.length;
+        const double t = random.uniform(0.1, 0.9) * shape.length;
         const Curve second = laidThrough(shape, t, pose);
         const Crossings all = crossings(first, second);
         const std::string what = both(i, first, second) + " at " + std::to_string(s);
@@ -93,14 +93,14 @@ TEST(Crossings, AreAllOfThem) {
     RandomCurves random(13);
     for (int i = 0; i < cases(1000); ++i) {
         const Curve first = random.curve(1e3);
-        const Pose pose = poseAt(first, random.between(0.0, 1.0) * first.length);
+        const Pose pose = poseAt(first, random.uniform(0.0, 1.0) * first.length);
         const Curve shape = random.curve();
         if (turnOf(first) > 60.0 || turnOf(shape) > 60.0) {
             continue;
         }
         const Curve second =
-            laidThrough(shape, random.between(0.0, 1.0) * shape.length,
-                        {{pose.point.x + random.between(-5.0, 5.0), pose.point.y}, random.between(-4.0, 4.0)});
+            laidThrough(shape, random.uniform(0.0, 1.0) * shape.length,
+                        {{pose.point.x + random.uniform(-5.0, 5.0), pose.point.y}, random.uniform(-4.0, 4.0)});
         const Crossings all = crossings(first, second);
         const std::string what = both(i, first, second);
         expectCommonPoints(all, first, second, what);
@@ -170,7 +170,7 @@ TEST(Crossings, OfACurveWithItsOwnPartAreAnOverlap) {
             continue;
         }
         Curve piece = part(whole, 0.2 * whole.length, 0.7 * whole.length);
-        if (random.below(2) == 0) {
+        if (random.pick(2) == 0) {
             piece = reversed(piece);
         }
         const Crossings all = crossings(whole, piece);

@@ -18,7 +18,7 @@ double poseError(const Pose& a, const Pose& b, double length) {
 Pose anyPose(RandomCurves& random) {
     // Also azimuths that hit each other's directions exactly.
     Pose pose = random.pose(100.0);
-    pose.azimuth = random.below(4) == 0 ? 0.25 * kPi * random.below(9) : random.between(-kPi, kPi);
+    pose.azimuth = random.pick(4) == 0 ? 0.25 * kPi * random.pick(9) : random.uniform(-kPi, kPi);
     return pose;
 }
 
@@ -62,8 +62,8 @@ TEST(FitG1, IsTheShortest) {
     // is walked through.
     RandomCurves random(3);
     for (int i = 0; i < 60; ++i) {
-        const Pose from{{0.0, 0.0}, random.between(-kPi, kPi)};
-        const Pose to{{1.0, 0.0}, random.between(-kPi, kPi)};
+        const Pose from{{0.0, 0.0}, random.uniform(-kPi, kPi)};
+        const Pose to{{1.0, 0.0}, random.uniform(-kPi, kPi)};
         const auto fitted = fitG1(from, to);
         ASSERT_TRUE(fitted);
         for (const double round : {-kTwoPi, 0.0, kTwoPi}) {
@@ -96,8 +96,8 @@ TEST(FitG2, KeepsPosesAndCurvatures) {
         const Pose from = random.pose(100.0);
         const Pose to = random.pose(100.0);
         const double reach = distance(from.point, to.point);
-        const double k0 = random.between(-4.0, 4.0) / reach;
-        const double k1 = random.between(-4.0, 4.0) / reach;
+        const double k0 = random.uniform(-4.0, 4.0) / reach;
+        const double k1 = random.uniform(-4.0, 4.0) / reach;
         const auto fitted = fitG2(from, k0, to, k1);
         ASSERT_TRUE(fitted) << i << " " << testing::PrintToString(from.point) << from.azimuth << " "
                             << testing::PrintToString(to.point) << to.azimuth << " " << k0 << " " << k1;
@@ -119,11 +119,11 @@ TEST(CurveAtIp, RunsFromTangentToTangent) {
     int laid = 0;
     for (int i = 0; i < 5000; ++i) {
         const Point before{0.0, 0.0};
-        const IpValues ip{{random.between(200.0, 900.0), random.between(-500.0, 500.0)},
+        const IpValues ip{{random.uniform(200.0, 900.0), random.uniform(-500.0, 500.0)},
                           random.scaled(20.0, 800.0),
-                          random.below(3) == 0 ? 0.0 : random.scaled(10.0, 300.0),
-                          random.below(3) == 0 ? 0.0 : random.scaled(10.0, 300.0)};
-        const Point after{random.between(-500.0, 2000.0), random.between(-2000.0, 2000.0)};
+                          random.pick(3) == 0 ? 0.0 : random.scaled(10.0, 300.0),
+                          random.pick(3) == 0 ? 0.0 : random.scaled(10.0, 300.0)};
+        const Point after{random.uniform(-500.0, 2000.0), random.uniform(-2000.0, 2000.0)};
         const IpCurve curve = curveAtIp(before, ip, after);
         if (curve.status == FitStatus::TooShort) {
             continue;
@@ -186,17 +186,17 @@ TEST(CurveThrough, GoesThroughThePoint) {
     int laid = 0;
     for (int i = 0; i < 1000; ++i) {
         const Point before{-1000.0, 0.0};
-        const double turn = random.side() * random.between(0.2, 2.5);
+        const double turn = random.sign() * random.uniform(0.2, 2.5);
         const Point after{1000.0 * std::cos(turn), 1000.0 * std::sin(turn)};
-        const double a1 = random.below(3) == 0 ? 0.0 : random.scaled(10.0, 80.0);
-        const double a2 = random.below(3) == 0 ? 0.0 : random.scaled(10.0, 80.0);
+        const double a1 = random.pick(3) == 0 ? 0.0 : random.scaled(10.0, 80.0);
+        const double a2 = random.pick(3) == 0 ? 0.0 : random.scaled(10.0, 80.0);
         // Through a point of a known curve.
         const IpCurve known = curveAtIp(before, {{0.0, 0.0}, random.scaled(60.0, 400.0), a1, a2}, after);
         if (known.status != FitStatus::Done) {
             continue;
         }
         const Curve& middle = known.curves[known.curves.size() / 2];
-        const Point through = pointAt(middle, random.between(0.1, 0.9) * middle.length);
+        const Point through = pointAt(middle, random.uniform(0.1, 0.9) * middle.length);
         const IpCurve found = curveThrough(before, {0.0, 0.0}, after, through, a1, a2);
         ASSERT_EQ(found.status, FitStatus::Done) << i << " turn " << turn;
         double nearest = 1e300;

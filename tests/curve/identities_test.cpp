@@ -39,7 +39,7 @@ TEST(Identities, SplitAndJoined) {
     RandomCurves random(22);
     for (int i = 0; i < cases(2000); ++i) {
         const Curve curve = random.curve(1e4);
-        const double at = random.between(0.0, 1.0) * curve.length;
+        const double at = random.uniform(0.0, 1.0) * curve.length;
         const auto [first, second] = split(curve, at);
         ASSERT_EQ(first.start, curve.start);
         ASSERT_EQ(first.length + second.length, curve.length - at + at);
@@ -86,8 +86,8 @@ TEST(Identities, ReversedTwiceAndMirroredTwice) {
 TEST(Identities, ParallelThereAndBack) {
     RandomCurves random(24);
     for (int i = 0; i < cases(1000); ++i) {
-        const Curve circle = arc(random.pose(1e3), random.scaled(1.0, 500.0), random.side() / random.scaled(20.0, 1e3));
-        const double offset = random.between(-15.0, 15.0);
+        const Curve circle = arc(random.pose(1e3), random.scaled(1.0, 500.0), random.sign() / random.scaled(20.0, 1e3));
+        const double offset = random.uniform(-15.0, 15.0);
         const auto there = parallelCurve(circle, offset);
         ASSERT_TRUE(there);
         const auto back = parallelCurve(*there, -offset);
@@ -106,7 +106,7 @@ TEST(Identities, TheLengthIsThatOfItsPoints) {
     for (int i = 0; i < cases(500); ++i) {
         const Curve curve = random.curve(0.0);
         const PreparedCurve prepared(curve);
-        const double along = random.between(0.1, 0.9) * curve.length;
+        const double along = random.uniform(0.1, 0.9) * curve.length;
         const double h = 1e-4 / (1.0 + turnOf(curve)) * curve.length;
         const Point a = prepared.pointAt(along - h);
         const Point b = prepared.pointAt(along + h);

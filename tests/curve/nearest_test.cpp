@@ -41,8 +41,8 @@ TEST(NearestFoot, IsTheNearestOfAllPoints) {
     RandomCurves random(20240607);
     for (int i = 0; i < cases(2000); ++i) {
         const Curve curve = random.curve(1e3);
-        const double at = random.between(-0.1, 1.1) * curve.length;
-        const double aside = random.side() * random.scaled(1e-3, 500.0);
+        const double at = random.uniform(-0.1, 1.1) * curve.length;
+        const double aside = random.sign() * random.scaled(1e-3, 500.0);
         const Pose pose = poseAt(curve, std::clamp(at, 0.0, curve.length));
         const Point point{pose.point.x - aside * std::sin(pose.azimuth), pose.point.y + aside * std::cos(pose.azimuth)};
         const Foot foot = nearestFoot(curve, point);
@@ -62,8 +62,8 @@ TEST(NearestFoot, OffsetPointsComeBack) {
     for (int i = 0; i < cases(2000); ++i) {
         const Curve curve = random.curve(0.0);
         const double sharpest = std::max(std::abs(curve.startCurvature), std::abs(curve.endCurvature));
-        const double along = random.between(0.0, 1.0) * curve.length;
-        const double offset = random.between(-0.9, 0.9) * std::min(1.0 / sharpest, 100.0);
+        const double along = random.uniform(0.0, 1.0) * curve.length;
+        const double offset = random.uniform(-0.9, 0.9) * std::min(1.0 / sharpest, 100.0);
         if (turnOf(curve) > 1.5) {
             continue;
         }
@@ -80,7 +80,7 @@ TEST(FeetOf, AreAllPlacesWhereTheSideChanges) {
     for (int i = 0; i < cases(1000); ++i) {
         const Curve curve = random.curve(1e3);
         const Point point =
-            parallelPose(curve, random.between(0.0, 1.0) * curve.length, random.between(-300.0, 300.0)).point;
+            parallelPose(curve, random.uniform(0.0, 1.0) * curve.length, random.uniform(-300.0, 300.0)).point;
         if (turnOf(curve) > 300.0) {
             continue;
         }

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "curve/curve.h"
+#include "support/random.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
 #include <ostream>
-#include <random>
 #include <sstream>
 #include <string>
 
@@ -48,24 +48,19 @@ inline std::string inShort(double value) {
     return text.str();
 }
 
-class RandomCurves {
+class RandomCurves : public test::Random {
   public:
-    explicit RandomCurves(unsigned seed) : random_(seed) {}
+    using test::Random::Random;
 
-    double between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(random_); }
-    double scaled(double low, double high) { return std::exp(between(std::log(low), std::log(high))); }
-    int below(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
-    double side() { return below(2) == 0 ? -1.0 : 1.0; }
-
-    Pose pose(double extent) { return {{between(-extent, extent), between(-extent, extent)}, between(-10.0, 10.0)}; }
+    Pose pose(double extent) { return {{uniform(-extent, extent), uniform(-extent, extent)}, uniform(-10.0, 10.0)}; }
 
     // Straights, arcs, clothoids from the inflection either way, egg-shaped, S-shaped, flat, sharp, spiralling.
     Curve curve(double extent = 1e5) {
         Curve curve;
         curve.start = pose(extent);
-        const double radius = side() * scaled(15.0, 5000.0);
+        const double radius = sign() * scaled(15.0, 5000.0);
         curve.length = scaled(5.0, 800.0);
-        switch (below(9)) {
+        switch (pick(9)) {
         case 0:
             break;
         case 1:
@@ -79,23 +74,23 @@ class RandomCurves {
             break;
         case 4:
             curve.startCurvature = 1.0 / radius;
-            curve.endCurvature = curve.startCurvature * between(0.2, 3.0);
+            curve.endCurvature = curve.startCurvature * uniform(0.2, 3.0);
             break;
         case 5:
             curve.startCurvature = 1.0 / radius;
-            curve.endCurvature = -1.0 / (radius * between(0.3, 3.0));
+            curve.endCurvature = -1.0 / (radius * uniform(0.3, 3.0));
             break;
         case 6:
             curve.startCurvature = 1.0 / radius;
-            curve.endCurvature = curve.startCurvature * (1.0 + side() * scaled(1e-12, 1e-2));
+            curve.endCurvature = curve.startCurvature * (1.0 + sign() * scaled(1e-12, 1e-2));
             break;
         case 7:
-            curve.startCurvature = side() * scaled(1e-9, 1e-6);
-            curve.endCurvature = side() * scaled(1e-9, 1e-6);
+            curve.startCurvature = sign() * scaled(1e-9, 1e-6);
+            curve.endCurvature = sign() * scaled(1e-9, 1e-6);
             break;
         default:
-            curve.startCurvature = side() * scaled(1e-4, 0.5);
-            curve.endCurvature = side() * scaled(1e-2, 1.0);
+            curve.startCurvature = sign() * scaled(1e-4, 0.5);
+            curve.endCurvature = sign() * scaled(1e-2, 1.0);
             break;
         }
         return curve;
@@ -109,9 +104,6 @@ class RandomCurves {
             }
         }
     }
-
-  private:
-    std::mt19937_64 random_;
 };
 
 // The whole turn of a curve, back and forth, from many small parts.

@@ -18,8 +18,6 @@
 namespace fenmark::desk::test {
 namespace {
 
-using drawing::StoreError;
-
 TEST_F(DeskWindow, TypingTheCommandOpensItsDialog) {
     Answers answers;
     answers.click(QStringLiteral("id2"));

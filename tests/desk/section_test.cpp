@@ -3,6 +3,7 @@
 
 #include "desk/sections/section_model.h"
 #include "desk/window/workbench.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <cmath>
 
@@ -27,8 +28,8 @@ TEST(SectionFrame, TakesHeightsAsTheyFitOrAtAScale) {
     EXPECT_DOUBLE_EQ(frame.heightAt(frame.y(107.0)), 107.0);
     fitHeights(frame, 50.0, 50.0, 0.0); // a level road
     EXPECT_TRUE(std::isfinite(frame.rise));
-    EXPECT_DOUBLE_EQ(roundStep(3.0), 5.0);
-    EXPECT_DOUBLE_EQ(roundStep(0.2), 0.2);
+    EXPECT_DOUBLE_EQ(exchange::roundStep(3.0), 5.0);
+    EXPECT_DOUBLE_EQ(exchange::roundStep(0.2), 0.2);
 }
 
 struct Sections : DeskWindow {

@@ -34,7 +34,7 @@ void write(const std::string& path, const std::string& text) {
 Drawing opened(const std::string& path) {
     Drawing drawing;
     DrawingStore store;
-    const StoreResult result = store.open(path, drawing);
+    const Outcome result = store.open(path, drawing);
     EXPECT_TRUE(result) << result.message;
     return drawing;
 }
@@ -57,13 +57,13 @@ int asOrdinaryUser(const std::function<bool()>& holds) {
 class DrawingStoreTest : public ::testing::Test {
   protected:
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("図面.gpkg");
+    std::string path_ = folder_.at("図面.gpkg");
     Drawing drawing_;
     DrawingStore store_;
 
     void saveSmall() {
         addSmallImport(drawing_);
-        const StoreResult result = store_.save(path_, drawing_);
+        const Outcome result = store_.save(path_, drawing_);
         ASSERT_TRUE(result) << result.message;
     }
 };
@@ -304,25 +304,25 @@ TEST_F(DrawingStoreTest, WhatIsNoDrawingIsTold) {
         Drawing drawing;
         DrawingStore store;
         const std::string before = describe(drawing);
-        const StoreResult result = store.open(path, drawing);
+        const Outcome result = store.open(path, drawing);
         EXPECT_NE(result.message.find(path), std::string::npos) << result.message;
         EXPECT_EQ(describe(drawing), before);
-        return result.error;
+        return result.failure;
     };
-    EXPECT_EQ(errorOf(folder_.file("none.gpkg")), StoreError::NotFound);
-    EXPECT_EQ(errorOf(folder_.path().string()), StoreError::NotAFile);
-    write(folder_.file("empty.gpkg"), "");
-    EXPECT_EQ(errorOf(folder_.file("empty.gpkg")), StoreError::NotADrawing);
-    write(folder_.file("text.gpkg"), "A01,1,P,1,2,3,\r\n");
-    EXPECT_EQ(errorOf(folder_.file("text.gpkg")), StoreError::NotADrawing);
-    write(folder_.file("nulls.gpkg"), std::string(100000, '\0'));
-    EXPECT_EQ(errorOf(folder_.file("nulls.gpkg")), StoreError::NotADrawing);
+    EXPECT_EQ(errorOf(folder_.at("none.gpkg")), Failure::NotFound);
+    EXPECT_EQ(errorOf(folder_.path()), Failure::NotAFile);
+    write(folder_.at("empty.gpkg"), "");
+    EXPECT_EQ(errorOf(folder_.at("empty.gpkg")), Failure::NotADrawing);
+    write(folder_.at("text.gpkg"), "A01,1,P,1,2,3,\r\n");
+    EXPECT_EQ(errorOf(folder_.at("text.gpkg")), Failure::NotADrawing);
+    write(folder_.at("nulls.gpkg"), std::string(100000, '\0'));
+    EXPECT_EQ(errorOf(folder_.at("nulls.gpkg")), Failure::NotADrawing);
     sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(folder_.file("other.gpkg").c_str(), &database), SQLITE_OK);
+    ASSERT_EQ(sqlite3_open(folder_.at("other.gpkg").c_str(), &database), SQLITE_OK);
     sqlite3_exec(database, "CREATE TABLE a (b);", nullptr, nullptr, nullptr);
-    EXPECT_EQ(errorOf(folder_.file("other.gpkg")), StoreError::NotOurs);
+    EXPECT_EQ(errorOf(folder_.at("other.gpkg")), Failure::NotOurs);
     sqlite3_exec(database, "PRAGMA application_id = 0x47504B47;", nullptr, nullptr, nullptr);
-    EXPECT_EQ(errorOf(folder_.file("other.gpkg")), StoreError::NotOurs);
+    EXPECT_EQ(errorOf(folder_.at("other.gpkg")), Failure::NotOurs);
     sqlite3_close(database);
 }
 
@@ -333,8 +333,8 @@ TEST_F(DrawingStoreTest, ALaterFormatIsTold) {
     sqlite3_exec(database, "UPDATE fenmark_drawing SET format = 3", nullptr, nullptr, nullptr);
     sqlite3_close(database);
     Drawing drawing;
-    const StoreResult result = DrawingStore().open(path_, drawing);
-    EXPECT_EQ(result.error, StoreError::NotOurs);
+    const Outcome result = DrawingStore().open(path_, drawing);
+    EXPECT_EQ(result.failure, Failure::NotOurs);
     EXPECT_NE(result.message.find("later version"), std::string::npos);
 }
 
@@ -357,7 +357,7 @@ TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
         }
         write(path_, bad);
         Drawing drawing;
-        const StoreResult result = DrawingStore().open(path_, drawing);
+        const Outcome result = DrawingStore().open(path_, drawing);
         told += result ? 0 : 1;
         EXPECT_EQ(result.message.empty(), static_cast<bool>(result));
     }
@@ -371,9 +371,9 @@ TEST_F(DrawingStoreTest, AnotherProgramThatHoldsTheDrawingIsTold) {
     ASSERT_EQ(sqlite3_open(path_.c_str(), &other), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
     Drawing reader;
-    EXPECT_EQ(DrawingStore().open(path_, reader).error, StoreError::Locked);
+    EXPECT_EQ(DrawingStore().open(path_, reader).failure, Failure::Locked);
     addSmallImport(drawing_, 1);
-    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::Locked);
+    EXPECT_EQ(store_.save(path_, drawing_).failure, Failure::Locked);
     sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
     sqlite3_close(other);
     EXPECT_EQ(describe(opened(path_)), saved);
@@ -389,7 +389,7 @@ TEST_F(DrawingStoreTest, ADrawingThatAnotherRunAppendedToIsNotOverwritten) {
     addSmallImport(other, 1);
     ASSERT_TRUE(otherStore.save(path_, other));
     addSmallImport(drawing_, 2);
-    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::ChangedOutside);
+    EXPECT_EQ(store_.save(path_, drawing_).failure, Failure::ChangedOutside);
     EXPECT_EQ(describe(opened(path_)), describe(other));
 }
 
@@ -406,7 +406,7 @@ TEST_F(DrawingStoreTest, AFeatureThatAGisAddedMeanwhileIsNotOverwritten) {
     ASSERT_EQ(sqlite3_exec(gis, add.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
     sqlite3_close(gis);
     addSmallImport(drawing_, 1);
-    EXPECT_EQ(store_.save(path_, drawing_).error, StoreError::ChangedOutside);
+    EXPECT_EQ(store_.save(path_, drawing_).failure, Failure::ChangedOutside);
     Drawing again = opened(path_);
     EXPECT_EQ(again.entity(again.entityCount() - 1).row->no, 99);
     DrawingStore store;
@@ -423,13 +423,13 @@ TEST_F(DrawingStoreTest, AFolderOrFileThatCannotBeWrittenIsTold) {
     chmod(folder_.path().c_str(), 0555);
     EXPECT_EQ(asOrdinaryUser([&] {
                   DrawingStore fresh;
-                  return store_.save(path_, drawing_).error == StoreError::NotWritable &&
-                         fresh.save(folder_.file("new.gpkg"), drawing_).error == StoreError::NotWritable;
+                  return store_.save(path_, drawing_).failure == Failure::NotWritable &&
+                         fresh.save(folder_.at("new.gpkg"), drawing_).failure == Failure::NotWritable;
               }),
               0);
     EXPECT_EQ(contents(path_), before);
-    EXPECT_EQ(store_.save(folder_.file("none/new.gpkg"), drawing_).error, StoreError::NoFolder);
-    EXPECT_EQ(store_.save(folder_.path().string(), drawing_).error, StoreError::NotAFile);
+    EXPECT_EQ(store_.save(folder_.at("none/new.gpkg"), drawing_).failure, Failure::NoFolder);
+    EXPECT_EQ(store_.save(folder_.path(), drawing_).failure, Failure::NotAFile);
 }
 
 TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
@@ -444,9 +444,9 @@ TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
         signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{400000, 400000};
         setrlimit(RLIMIT_FSIZE, &limit);
-        const StoreResult appended = store_.save(path_, drawing_);
-        const StoreResult made = DrawingStore().save(folder_.file("new.gpkg"), drawing_);
-        _exit((appended.error == StoreError::DiskFull ? 0 : 1) + (made.error == StoreError::DiskFull ? 0 : 2));
+        const Outcome appended = store_.save(path_, drawing_);
+        const Outcome made = DrawingStore().save(folder_.at("new.gpkg"), drawing_);
+        _exit((appended.error == Failure::DiskFull ? 0 : 1) + (made.error == Failure::DiskFull ? 0 : 2));
     }
     int status = 0;
     waitpid(child, &status, 0);

@@ -11,13 +11,13 @@ namespace {
 class ForeignDrawing : public ::testing::Test {
   protected:
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("図面.gpkg");
+    std::string path_ = folder_.at("図面.gpkg");
     Drawing drawing_;
     DrawingStore store_;
 
     void SetUp() override {
         addSmallImport(drawing_);
-        const StoreResult result = store_.save(path_, drawing_);
+        const Outcome result = store_.save(path_, drawing_);
         ASSERT_TRUE(result) << result.message;
     }
     // As a GIS does it, with its functions for the index left out.
@@ -27,15 +27,15 @@ class ForeignDrawing : public ::testing::Test {
         EXPECT_TRUE(rows.empty()) << rows.front();
     }
     std::string one(const std::string& sql) const { return OtherProgram(path_).one(sql); }
-    StoreResult importInto(std::size_t& count) const {
+    Outcome importInto(std::size_t& count) const {
         Drawing again;
         DrawingStore store;
-        const StoreResult opened = store.open(path_, again, Load::WithoutEntities);
+        const Outcome opened = store.open(path_, again, Load::WithoutEntities);
         if (!opened) {
             return opened;
         }
         addSmallImport(again, 3);
-        const StoreResult saved = store.save(path_, again);
+        const Outcome saved = store.save(path_, again);
         Drawing all;
         if (saved) {
             EXPECT_TRUE(DrawingStore().open(path_, all));
@@ -62,7 +62,7 @@ TEST_F(ForeignDrawing, AnAddedColumnDoesNotKeepAnImportOut) {
     }
     gis("UPDATE layers SET memo = 'kept'");
     std::size_t count = 0;
-    const StoreResult saved = importInto(count);
+    const Outcome saved = importInto(count);
     EXPECT_TRUE(saved) << saved.message;
     EXPECT_EQ(count, 2 * drawing_.entityCount());
     EXPECT_EQ(one("SELECT memo FROM layers"), "kept");
@@ -80,8 +80,8 @@ TEST_F(ForeignDrawing, ARenamedColumnIsToldByNameAndNeverReadAsItsOwnName) {
     EXPECT_EQ(note->table + "." + note->name, "points.Name");
     EXPECT_NE(noteText(*note).find("'Name'"), std::string::npos);
     std::size_t count = 0;
-    const StoreResult saved = importInto(count);
-    EXPECT_EQ(saved.error, StoreError::Reshaped);
+    const Outcome saved = importInto(count);
+    EXPECT_EQ(saved.failure, Failure::Reshaped);
     EXPECT_NE(saved.message.find("'points' has no column 'Name'"), std::string::npos) << saved.message;
     EXPECT_EQ(one("SELECT count(*) FROM points"), "5") << "and nothing of it was kept";
 }
@@ -89,8 +89,8 @@ TEST_F(ForeignDrawing, ARenamedColumnIsToldByNameAndNeverReadAsItsOwnName) {
 TEST_F(ForeignDrawing, ARenamedLayerIsToldByName) {
     gis("ALTER TABLE points RENAME TO \"測 点\"");
     Drawing again;
-    const StoreResult opened = DrawingStore().open(path_, again);
-    EXPECT_EQ(opened.error, StoreError::Reshaped);
+    const Outcome opened = DrawingStore().open(path_, again);
+    EXPECT_EQ(opened.failure, Failure::Reshaped);
     EXPECT_NE(opened.message.find("'points' is missing; it seems to be named '測 点' now"), std::string::npos)
         << opened.message;
 }
@@ -106,7 +106,7 @@ TEST_F(ForeignDrawing, EmptyPointsAndOtherKindsAreLeftOutAndTold) {
         head + "010500000001000000010200000000000000" + "'), (1003, x'" + head + "010700000000000000" + "')");
     Drawing again;
     DrawingStore store;
-    const StoreResult opened = store.open(path_, again);
+    const Outcome opened = store.open(path_, again);
     ASSERT_TRUE(opened) << opened.message;
     EXPECT_EQ(describe(again), describe(drawing_)) << "all that is ours";
     const StoreNote* empty = find(store, StoreNoteCode::NoPlace);
@@ -194,7 +194,7 @@ TEST_F(ForeignDrawing, ALineDrawnAmongTheAlignmentsIsLeftOutAndTold) {
 TEST_F(ForeignDrawing, WithoutTheLayerOfAreasTheRestIsKept) {
     gis("DROP TABLE lots");
     std::size_t count = 0;
-    const StoreResult saved = importInto(count);
+    const Outcome saved = importInto(count);
     EXPECT_TRUE(saved) << saved.message;
     EXPECT_EQ(count, 2 * drawing_.entityCount());
 }
@@ -211,17 +211,17 @@ TEST_F(ForeignDrawing, AZoneLeavesLayersOfOthersAlone) {
 // --- made to do harm ---
 
 TEST_F(ForeignDrawing, ATriggerNameIsNeverSql) {
-    const std::string victim = folder_.file("victim.gpkg");
+    const std::string victim = folder_.at("victim.gpkg");
     std::filesystem::copy_file(path_, victim);
     const std::string name = "rtree_points_geom_x\"\"; ATTACH '" + victim + "' AS v; DELETE FROM v.points; ATTACH '" +
-                             folder_.file("written") + "' AS w; CREATE TABLE w.t (a); --";
+                             folder_.at("written") + "' AS w; CREATE TABLE w.t (a); --";
     const std::string sql = "CREATE TRIGGER \"" + name + "\" AFTER INSERT ON points BEGIN SELECT 1; END";
     gis(sql);
     std::size_t count = 0;
-    const StoreResult saved = importInto(count);
+    const Outcome saved = importInto(count);
     EXPECT_TRUE(saved) << saved.message;
     EXPECT_EQ(OtherProgram(victim).one("SELECT count(*) FROM points"), "5");
-    EXPECT_FALSE(std::filesystem::exists(folder_.file("written")));
+    EXPECT_FALSE(std::filesystem::exists(folder_.at("written")));
 }
 
 TEST_F(ForeignDrawing, TriggersOnOurTablesNeverRun) {
@@ -247,15 +247,15 @@ TEST_F(ForeignDrawing, TriggersOnOurTablesNeverRun) {
 
 TEST_F(ForeignDrawing, AViewInThePlaceOfATableIsRefusedByName) {
     for (const std::string table : {"points", "layers", "fenmark_imports", "alignment_elements"}) {
-        const std::string copy = folder_.file(table + ".gpkg");
+        const std::string copy = folder_.at(table + ".gpkg");
         std::filesystem::copy_file(path_, copy);
         EXPECT_TRUE(
             OtherProgram(copy)
                 .ask("ALTER TABLE " + table + " RENAME TO hidden; CREATE VIEW " + table + " AS SELECT * FROM hidden")
                 .empty());
         Drawing again;
-        const StoreResult opened = DrawingStore().open(copy, again);
-        EXPECT_EQ(opened.error, StoreError::Reshaped);
+        const Outcome opened = DrawingStore().open(copy, again);
+        EXPECT_EQ(opened.failure, Failure::Reshaped);
         EXPECT_NE(opened.message.find("'" + table + "'"), std::string::npos) << opened.message;
     }
 }
@@ -272,15 +272,15 @@ TEST_F(ForeignDrawing, AGeneratedColumnInThePlaceOfOursIsRefusedByName) {
     gis("ALTER TABLE points RENAME COLUMN \"Name\" TO other;"
         "ALTER TABLE points ADD COLUMN \"Name\" TEXT GENERATED ALWAYS AS (hex(zeroblob(100000))) VIRTUAL");
     Drawing again;
-    const StoreResult opened = DrawingStore().open(path_, again);
-    EXPECT_EQ(opened.error, StoreError::Reshaped);
+    const Outcome opened = DrawingStore().open(path_, again);
+    EXPECT_EQ(opened.failure, Failure::Reshaped);
     EXPECT_NE(opened.message.find("points.Name"), std::string::npos) << opened.message;
 }
 
 TEST_F(ForeignDrawing, AGeneratedColumnBesideOursIsNeverComputed) {
     gis("ALTER TABLE points ADD COLUMN big TEXT GENERATED ALWAYS AS (hex(zeroblob(400000000))) VIRTUAL");
     std::size_t count = 0;
-    const StoreResult saved = importInto(count);
+    const Outcome saved = importInto(count);
     EXPECT_TRUE(saved) << saved.message;
     EXPECT_EQ(count, 2 * drawing_.entityCount());
 }
@@ -288,8 +288,8 @@ TEST_F(ForeignDrawing, AGeneratedColumnBesideOursIsNeverComputed) {
 TEST_F(ForeignDrawing, WhatWouldHaveToBeComputedToWriteARowIsRefused) {
     gis("CREATE INDEX computed ON points (hex(\"Name\"))");
     std::size_t count = 0;
-    const StoreResult saved = importInto(count);
-    EXPECT_EQ(saved.error, StoreError::Reshaped) << saved.message;
+    const Outcome saved = importInto(count);
+    EXPECT_EQ(saved.failure, Failure::Reshaped) << saved.message;
     EXPECT_EQ(one("SELECT count(*) FROM points"), "5");
 }
 

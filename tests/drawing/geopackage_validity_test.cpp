@@ -37,7 +37,7 @@ bool contains(const std::string& text, const std::string& part) {
 class GeoPackageValidity : public ::testing::TestWithParam<int> {
   protected:
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("d.gpkg");
+    std::string path_ = folder_.at("d.gpkg");
 
     void SetUp() override {
         Drawing drawing;
@@ -97,7 +97,7 @@ class GisAndIndex : public ::testing::Test {
     static constexpr unsigned kSeed = 19640401;
     static constexpr double kSize = 1000.0; // metres
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("d.gpkg");
+    std::string path_ = folder_.at("d.gpkg");
     Drawing drawing_;
     DrawingStore store_;
 
@@ -153,8 +153,8 @@ TEST_F(GisAndIndex, AWindowShowsWhatLiesInIt) {
 }
 
 TEST_F(GisAndIndex, WhatItAddsChangesAndDeletesKeepsTheIndexTrue) {
-    std::ofstream(folder_.file("more.csv")) << "Name,WKT\na,POINT (12345.678 -9876.543)\nb,POINT (1 2)\n";
-    runs("ogr2ogr -append -nln points '" + path_ + "' '" + folder_.file("more.csv") + "'");
+    std::ofstream(folder_.at("more.csv")) << "Name,WKT\na,POINT (12345.678 -9876.543)\nb,POINT (1 2)\n";
+    runs("ogr2ogr -append -nln points '" + path_ + "' '" + folder_.at("more.csv") + "'");
     EXPECT_EQ(OtherProgram(path_).one("SELECT count(*) FROM rtree_points_geom"), "2002");
     expectTrue();
     runs("ogrinfo '" + path_ + "' -sql 'DELETE FROM lots WHERE fid % 3 = 0'");
@@ -170,7 +170,7 @@ TEST_F(GisAndIndex, WhatItAddsChangesAndDeletesKeepsTheIndexTrue) {
     DrawingStore store;
     ASSERT_TRUE(store.open(path_, later, Load::WithoutEntities));
     addSmallImport(later);
-    const StoreResult saved = store.save(path_, later);
+    const Outcome saved = store.save(path_, later);
     ASSERT_TRUE(saved) << saved.message;
     expectTrue();
 }

@@ -30,13 +30,13 @@ MdDbObjectId importSmall(Drawing& drawing, const std::string& fileName, int seed
 class Imports : public ::testing::Test {
   protected:
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("図面.gpkg");
+    std::string path_ = folder_.at("図面.gpkg");
     Drawing drawing_;
     DrawingStore store_;
 
     std::string one(const std::string& sql) const { return OtherProgram(path_).one(sql); }
     void save() {
-        const StoreResult saved = store_.save(path_, drawing_);
+        const Outcome saved = store_.save(path_, drawing_);
         ASSERT_TRUE(saved) << saved.message;
         for (const char* layer : kIndexedLayers) {
             EXPECT_EQ(indexFault(path_, layer), "") << layer;
@@ -76,7 +76,7 @@ TEST_F(Imports, GoWithWhatTheyMadeInOneSave) {
     const MdDbObjectId drawn = drawing_.addPoint({7, 8, 9}, 0);
     save();
     for (const Load load : {Load::WithoutEntities, Load::Everything}) {
-        const std::string copy = folder_.file(load == Load::Everything ? "all.gpkg" : "lean.gpkg");
+        const std::string copy = folder_.at(load == Load::Everything ? "all.gpkg" : "lean.gpkg");
         std::filesystem::copy_file(path_, copy);
         Drawing read;
         DrawingStore store;
@@ -87,7 +87,7 @@ TEST_F(Imports, GoWithWhatTheyMadeInOneSave) {
         EXPECT_TRUE(store.hasChanges(read));
         const MdDbObjectId next = importSmall(read, "a.sim", 5);
         EXPECT_GT(next.asUint64(), last) << "identifiers are not given again";
-        const StoreResult saved = store.save(copy, read);
+        const Outcome saved = store.save(copy, read);
         ASSERT_TRUE(saved) << saved.message;
         EXPECT_FALSE(store.hasChanges(read));
         for (const char* layer : kIndexedLayers) {
@@ -197,7 +197,7 @@ TEST_F(Imports, ADrawingOfTheFirstFormatIsReadAndAppendedTo) {
     OtherProgram(path_).ask("DELETE FROM polylines WHERE fid = 500");
     Drawing read;
     DrawingStore store;
-    const StoreResult opened = store.open(path_, read);
+    const Outcome opened = store.open(path_, read);
     ASSERT_TRUE(opened) << opened.message;
     EXPECT_TRUE(store.notes().empty());
     EXPECT_EQ(describe(read), describe(drawing_));
@@ -205,7 +205,7 @@ TEST_F(Imports, ADrawingOfTheFirstFormatIsReadAndAppendedTo) {
     Drawing lean;
     ASSERT_TRUE(store.open(path_, lean, Load::WithoutEntities));
     const MdDbObjectId made = importSmall(lean, "b.sim", 1);
-    const StoreResult saved = store.save(path_, lean);
+    const Outcome saved = store.save(path_, lean);
     ASSERT_TRUE(saved) << saved.message;
     EXPECT_EQ(one("SELECT format FROM fenmark_drawing"), "2");
     EXPECT_EQ(OtherProgram(path_).ask("SELECT closed, round(area, 6), import_id FROM lots ORDER BY fid"),
@@ -235,12 +235,12 @@ TEST(FileDigest, IsThatOfTheStandard) {
     constexpr const char* kMillion = "sha256:cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0";
     EXPECT_EQ(digestOf(million), kMillion);
     const TemporaryFolder folder;
-    std::ofstream(folder.file("a"), std::ios::binary) << million;
-    EXPECT_EQ(digestFile(folder.file("a"))->digest, kMillion);
-    EXPECT_EQ(digestFile(folder.file("a"))->size, million.size());
-    std::ofstream(folder.file("b"), std::ios::binary) << std::string(1 << 20, 'b');
-    EXPECT_EQ(digestFile(folder.file("b"))->digest, digestOf(std::string(1 << 20, 'b'))) << "one piece, no rest";
-    EXPECT_FALSE(digestFile(folder.file("none")));
+    std::ofstream(folder.at("a"), std::ios::binary) << million;
+    EXPECT_EQ(digestFile(folder.at("a"))->digest, kMillion);
+    EXPECT_EQ(digestFile(folder.at("a"))->size, million.size());
+    std::ofstream(folder.at("b"), std::ios::binary) << std::string(1 << 20, 'b');
+    EXPECT_EQ(digestFile(folder.at("b"))->digest, digestOf(std::string(1 << 20, 'b'))) << "one piece, no rest";
+    EXPECT_FALSE(digestFile(folder.at("none")));
 }
 
 } // namespace

@@ -31,12 +31,12 @@ void addScattered(Drawing& drawing, int count, unsigned seed = kSeed) {
 class SpatialIndexTest : public ::testing::Test {
   protected:
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("図面.gpkg");
+    std::string path_ = folder_.at("図面.gpkg");
     Drawing drawing_;
     DrawingStore store_;
 
     void save() {
-        const StoreResult result = store_.save(path_, drawing_);
+        const Outcome result = store_.save(path_, drawing_);
         ASSERT_TRUE(result) << result.message;
         expectTrue();
     }
@@ -123,7 +123,7 @@ TEST_F(SpatialIndexTest, WhatIsTooFarForSinglePrecisionHasABoxWithoutEnd) {
     drawing_.addPoint({1e300, -1e300, 0.0}, 0);
     ASSERT_TRUE(store_.save(path_, drawing_)) << "packed";
     drawing_.addPoint({-1e300, 1e300, 0.0}, 0);
-    const StoreResult result = store_.save(path_, drawing_);
+    const Outcome result = store_.save(path_, drawing_);
     ASSERT_TRUE(result) << result.message; // one by one
     const OtherProgram other(path_);
     EXPECT_EQ(other.one("SELECT rtreecheck('rtree_points_geom')"), "ok");
@@ -151,7 +151,7 @@ TEST_F(SpatialIndexTest, ADrawingWhosePointsWereNotReadIsAppendedTo) {
         DrawingStore store;
         ASSERT_TRUE(store.open(path_, lean, Load::WithoutEntities));
         addScattered(lean, count, kSeed + 3);
-        const StoreResult result = store.save(path_, lean);
+        const Outcome result = store.save(path_, lean);
         ASSERT_TRUE(result) << result.message;
         expectTrue();
     }

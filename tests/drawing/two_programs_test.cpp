@@ -19,7 +19,7 @@ constexpr int kMissed = 7; // exit code: the drawing appeared or grew meanwhile,
 class TwoPrograms : public ::testing::Test {
   protected:
     TemporaryFolder folder_;
-    std::string path_ = folder_.file("図面.gpkg");
+    std::string path_ = folder_.at("図面.gpkg");
 
     // Points of one import, by number; each program has its own.
     static void import(Drawing& drawing, int program) {
@@ -61,8 +61,8 @@ class TwoPrograms : public ::testing::Test {
             return 1;
         }
         import(drawing, program);
-        const StoreResult saved = store.save(path_, drawing);
-        const bool missed = saved.error == StoreError::AppearedMeanwhile || saved.error == StoreError::ChangedOutside;
+        const Outcome saved = store.save(path_, drawing);
+        const bool missed = saved.failure == Failure::AppearedMeanwhile || saved.failure == Failure::ChangedOutside;
         return saved ? 0 : missed && !saved.message.empty() ? kMissed : 1;
     }
     int importUntilDone(int program) const {
@@ -113,8 +113,8 @@ TEST_F(TwoPrograms, ADrawingThatAppearsWhileOneIsBegunIsLeftAsItIs) {
     ASSERT_TRUE(firstStore.hasChanges(first));
     ASSERT_EQ(importOnce(2), 0);
     import(first, 1);
-    const StoreResult saved = firstStore.save(path_, first);
-    EXPECT_EQ(saved.error, StoreError::AppearedMeanwhile);
+    const Outcome saved = firstStore.save(path_, first);
+    EXPECT_EQ(saved.failure, Failure::AppearedMeanwhile);
     EXPECT_NE(saved.message.find(path_), std::string::npos);
     EXPECT_EQ(pointsOf(1), "0");
     EXPECT_EQ(pointsOf(2), "200");
@@ -128,7 +128,7 @@ TEST_F(TwoPrograms, ADrawingThatWasReplacedByAnotherOfTheSameSizeIsNotAppendedTo
     std::filesystem::remove(path_);
     ASSERT_EQ(importOnce(2), 0); // the same identifiers
     import(drawing, 3);
-    EXPECT_EQ(store.save(path_, drawing).error, StoreError::ChangedOutside);
+    EXPECT_EQ(store.save(path_, drawing).failure, Failure::ChangedOutside);
 }
 
 TEST_F(TwoPrograms, ADrawingThatIsHeldIsNotReplaced) {
@@ -137,7 +137,7 @@ TEST_F(TwoPrograms, ADrawingThatIsHeldIsNotReplaced) {
     ASSERT_TRUE(other.ask("BEGIN IMMEDIATE; UPDATE points SET \"No\" = 9").empty() || true);
     Drawing drawing;
     import(drawing, 2);
-    EXPECT_EQ(DrawingStore().save(path_, drawing).error, StoreError::Locked);
+    EXPECT_EQ(DrawingStore().save(path_, drawing).failure, Failure::Locked);
     other.ask("ROLLBACK");
     EXPECT_EQ(pointsOf(1), "200");
     EXPECT_TRUE(DrawingStore().save(path_, drawing));
@@ -157,11 +157,11 @@ TEST_F(TwoPrograms, ADanglingLinkIsToldAndNotWrittenThrough) {
     std::filesystem::create_symlink("nowhere.gpkg", path_);
     Drawing drawing;
     DrawingStore store;
-    const StoreResult opened = store.openOrBegin(path_, drawing);
-    EXPECT_EQ(opened.error, StoreError::DanglingLink);
+    const Outcome opened = store.openOrBegin(path_, drawing);
+    EXPECT_EQ(opened.failure, Failure::DanglingLink);
     EXPECT_NE(opened.message.find("'nowhere.gpkg'"), std::string::npos) << opened.message;
-    EXPECT_EQ(store.open(path_, drawing).error, StoreError::DanglingLink);
-    EXPECT_EQ(store.save(path_, drawing).error, StoreError::DanglingLink);
+    EXPECT_EQ(store.open(path_, drawing).failure, Failure::DanglingLink);
+    EXPECT_EQ(store.save(path_, drawing).failure, Failure::DanglingLink);
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
 }
 
@@ -170,18 +170,18 @@ TEST_F(TwoPrograms, WhatCannotBeLookedUpIsNoNewDrawing) {
     std::filesystem::create_symlink("図面.gpkg", path_);
     Drawing drawing;
     DrawingStore store;
-    EXPECT_EQ(store.openOrBegin(path_, drawing).error, StoreError::Unreachable);
-    EXPECT_EQ(store.save(path_, drawing).error, StoreError::Unreachable);
+    EXPECT_EQ(store.openOrBegin(path_, drawing).failure, Failure::Unreachable);
+    EXPECT_EQ(store.save(path_, drawing).failure, Failure::Unreachable);
     EXPECT_TRUE(std::filesystem::is_symlink(path_)) << "and what is there stays";
 }
 
 TEST_F(TwoPrograms, ALinkToADrawingStaysALink) {
-    std::filesystem::create_symlink("図面.gpkg", folder_.file("link.gpkg"));
+    std::filesystem::create_symlink("図面.gpkg", folder_.at("link.gpkg"));
     ASSERT_EQ(importOnce(1), 0);
     Drawing drawing;
     import(drawing, 2);
-    ASSERT_TRUE(DrawingStore().save(folder_.file("link.gpkg"), drawing));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("link.gpkg")));
+    ASSERT_TRUE(DrawingStore().save(folder_.at("link.gpkg"), drawing));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.at("link.gpkg")));
     EXPECT_EQ(pointsOf(2), "200");
 }
 

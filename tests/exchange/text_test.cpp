@@ -92,7 +92,7 @@ TEST(OutputFile, ReplacesTheTargetAndKeepsItsPermissions) {
     test::TemporaryFolder folder;
     const std::string path = folder.write("out.txt", "old");
     std::filesystem::permissions(path, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-    EXPECT_EQ(writeFile(path, [](std::ostream& out) { out << "new"; }), "");
+    EXPECT_TRUE(writeFile(path, [](std::ostream& out) { out << "new"; }));
     EXPECT_EQ(test::readFile(path), "new");
     EXPECT_EQ(std::filesystem::status(path).permissions(),
               std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
@@ -115,7 +115,7 @@ TEST(OutputFile, LinkStaysALink) {
     test::TemporaryFolder folder;
     const std::string path = folder.write("out.txt", "old");
     std::filesystem::create_symlink("out.txt", folder.at("link.txt"));
-    EXPECT_EQ(writeFile(folder.at("link.txt"), [](std::ostream& out) { out << "new"; }), "");
+    EXPECT_TRUE(writeFile(folder.at("link.txt"), [](std::ostream& out) { out << "new"; }));
     EXPECT_TRUE(std::filesystem::is_symlink(folder.at("link.txt")));
     EXPECT_EQ(test::readFile(path), "new");
 }
@@ -130,10 +130,10 @@ TEST(OutputFile, FullDiskLeavesTheTargetAsItWas) {
     struct ::rlimit small = before;
     small.rlim_cur = 100000;
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const std::string failure = writeFile(path, [](std::ostream& out) { out << std::string(1000000, 'x'); });
+    const Outcome outcome = writeFile(path, [](std::ostream& out) { out << std::string(1000000, 'x'); });
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
-    EXPECT_NE(failure.find(path + ": cannot be written: "), std::string::npos) << failure;
+    EXPECT_NE(outcome.message.find(path + ": cannot be written: "), std::string::npos) << outcome.message;
     EXPECT_EQ(test::readFile(path), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }

@@ -35,8 +35,8 @@ struct ModuleInHost : ::testing::Test {
         modules.onLine([this](const std::string& line) { said.push_back(line); });
     }
     void load() {
-        const ModuleResult result = modules.load(kModule);
-        ASSERT_TRUE(result.ok) << result.message;
+        const Outcome result = modules.load(kModule);
+        ASSERT_TRUE(result) << result.message;
     }
     std::vector<std::string> siteNames() {
         std::vector<std::string> names;
@@ -106,8 +106,8 @@ TEST_F(ModuleInHost, ComparesTheNamesOfMapModulesInLowerCase) {
 
 TEST_F(ModuleInHost, TheIdleCommandsNeitherFailNorPrintAnything) {
     load();
-    EXPECT_TRUE(modules.run("Fenmarks").ok);
-    EXPECT_TRUE(modules.run("fenmark2").ok);
+    EXPECT_TRUE(modules.run("Fenmarks"));
+    EXPECT_TRUE(modules.run("fenmark2"));
     EXPECT_TRUE(said.empty());
     EXPECT_TRUE(host.messageBoxes().empty());
     EXPECT_TRUE(siteNames().empty());
@@ -116,7 +116,7 @@ TEST_F(ModuleInHost, TheIdleCommandsNeitherFailNorPrintAnything) {
 TEST_F(ModuleInHost, TheDefaultSiteStandsInTheDrawingEvenIfTheDialogIsClosed) {
     load();
     closeDialog();
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     EXPECT_EQ(siteNames(), std::vector<std::string>{"サイト"});
     EXPECT_EQ(EmbeddedHost::liveAutomationReferences(), 0);
     EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
@@ -128,9 +128,9 @@ TEST_F(ModuleInHost, AFileThatWasHandedToTheHostStandsInTheDialogOnce) {
     modules.setSystemText(mirdane::kPendingFileVariable, path.toStdString());
     QStringList shown;
     notePath(shown, kClose);
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     notePath(shown, kClose);
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     // The run was not accepted, so that the next one begins as if it had not been.
     EXPECT_EQ(shown, (QStringList{path, QString()}));
     EXPECT_EQ(modules.systemText(mirdane::kPendingFileVariable), "");
@@ -140,8 +140,8 @@ TEST_F(ModuleInHost, AFileThatWasHandedToTheHostStandsInTheDialogOnce) {
 TEST_F(ModuleInHost, WidgetsLiveOnAfterTheModuleIsGone) {
     load();
     closeDialog();
-    EXPECT_TRUE(modules.run("Fenmark").ok);
-    EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
+    EXPECT_TRUE(modules.unload("Fenmark.mdm"));
     // The toolkit asks every maker of accessible interfaces that it knows: none may be left in the unloaded library.
     QWidget widget;
     EXPECT_NE(QAccessible::queryAccessibleInterface(&widget), nullptr);
@@ -151,28 +151,28 @@ TEST_F(ModuleInHost, WidgetsLiveOnAfterTheModuleIsGone) {
 
 TEST_F(ModuleInHost, UnloadingRemovesTheCommandsAndTheModuleLoadsAgain) {
     load();
-    EXPECT_FALSE(modules.load(kModule).ok);
-    EXPECT_TRUE(modules.unload("FENMARK.MDM").ok);
+    EXPECT_FALSE(modules.load(kModule));
+    EXPECT_TRUE(modules.unload("FENMARK.MDM"));
     EXPECT_TRUE(modules.commands().empty());
-    EXPECT_FALSE(modules.unload("Fenmark.mdm").ok);
-    EXPECT_FALSE(modules.run("Fenmark").ok);
+    EXPECT_FALSE(modules.unload("Fenmark.mdm"));
+    EXPECT_FALSE(modules.run("Fenmark"));
     load();
     EXPECT_EQ(modules.commands().size(), 3U);
 }
 
 TEST_F(ModuleInHost, WhileACommandRunsNoOtherIsStartedAndTheModuleStays) {
     load();
-    ModuleResult other;
-    ModuleResult unloaded;
+    Outcome other;
+    Outcome unloaded;
     user.then(kImport, [&](QWidget& dialog) {
         other = modules.run("Fenmark");
         unloaded = modules.unload("Fenmark.mdm");
         User::click(dialog, kClose);
     });
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     EXPECT_EQ(other.message, "Fenmark: another command is running");
     EXPECT_EQ(unloaded.message, "Fenmark.mdm: a command is running");
-    EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
+    EXPECT_TRUE(modules.unload("Fenmark.mdm"));
 }
 
 TEST_F(ModuleInHost, AnImportIsMadeAndTheNextRunOpensOnItsFile) {
@@ -180,12 +180,12 @@ TEST_F(ModuleInHost, AnImportIsMadeAndTheNextRunOpensOnItsFile) {
     const QString path = handFile(QStringLiteral("a.sim"), "A00,\r\nA01,1,BP,0.000,0.000,,\r\nA99,\r\n");
     QStringList shown;
     notePath(shown, kOk).press(kResult, kOk);
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     EXPECT_EQ(host.drawing().entityCount(), 1U);
     EXPECT_TRUE(
         QString::fromStdString(modules.systemText(mirdane::kLogFileVariable)).endsWith(QStringLiteral("a_Input.log")));
     notePath(shown, kClose);
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     EXPECT_EQ(shown, (QStringList{path, path})) << "the values of the last run";
     EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 0);
 }
@@ -195,30 +195,30 @@ TEST_F(ModuleInHost, TheValuesOfTheLastRunGoWithTheModule) {
     const QString path = handFile(QStringLiteral("a.sim"), "A00,\r\nA01,1,BP,0.000,0.000,,\r\nA99,\r\n");
     QStringList shown;
     notePath(shown, kOk).press(kResult, kOk);
-    EXPECT_TRUE(modules.run("Fenmark").ok);
-    ASSERT_TRUE(modules.unload("Fenmark.mdm").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
+    ASSERT_TRUE(modules.unload("Fenmark.mdm"));
     load();
     notePath(shown, kClose);
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     EXPECT_EQ(shown, (QStringList{path, QString()})) << "a new start begins with the start values";
 }
 
 TEST_F(ModuleInHost, AnImportThatBreaksOffIsToldInOneLineAndTheHostLivesOn) {
     load();
     handFile(QStringLiteral("bad.sim"), "H00\nH01,a,0,0,0,1,\nH99,\n");
-    const ModuleResult result = modules.run("Fenmark");
-    EXPECT_FALSE(result.ok);
+    const Outcome result = modules.run("Fenmark");
+    EXPECT_FALSE(result);
     ASSERT_EQ(said.size(), 1U);
     EXPECT_NE(said[0].find("bad.sim:2: "), std::string::npos) << said[0];
     closeDialog();
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
 }
 
 TEST_F(ModuleInHost, ItsDataManagerHearsOfDocumentsThatEnd) {
     load();
     Document& second = host.newDocument();
     host.closeDocument(second);
-    EXPECT_TRUE(modules.unload("Fenmark.mdm").ok);
+    EXPECT_TRUE(modules.unload("Fenmark.mdm"));
     // No reactor is left behind that a further document could call.
     Document& third = host.newDocument();
     host.closeDocument(third);
@@ -242,8 +242,8 @@ TEST_F(ModuleInHost, EveryOtherMessageReturnsZero) {
 TEST_F(ModuleInHost, IsGoneFromTheProcessOnceItIsUnloaded) {
     load();
     closeDialog();
-    EXPECT_TRUE(modules.run("Fenmark").ok);
-    ASSERT_TRUE(modules.unload("Fenmark.mdm").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
+    ASSERT_TRUE(modules.unload("Fenmark.mdm"));
     void* still = ::dlopen(kModule.c_str(), RTLD_NOLOAD | RTLD_LAZY);
     EXPECT_EQ(still, nullptr) << "a symbol that the loader shares keeps the library";
     if (still != nullptr) {
@@ -256,19 +256,19 @@ TEST_F(ModuleInHost, ASecondCopyLeavesTheCommandsOfTheFirstAlone) {
     const QString copy = folder.filePath(QStringLiteral("Copy.mdm"));
     ASSERT_TRUE(QFile::copy(QString::fromStdString(kModule), copy));
     const mirdane::CommandHandler first = modules.commands().front().handler;
-    const ModuleResult second = modules.load(copy.toStdString());
-    ASSERT_TRUE(second.ok) << second.message;
-    ASSERT_TRUE(modules.unload("Copy.mdm").ok);
+    const Outcome second = modules.load(copy.toStdString());
+    ASSERT_TRUE(second) << second.message;
+    ASSERT_TRUE(modules.unload("Copy.mdm"));
     ASSERT_EQ(modules.commands().size(), 3U);
     EXPECT_EQ(modules.commands().front().handler, first);
     closeDialog();
-    EXPECT_TRUE(modules.run("Fenmark").ok);
+    EXPECT_TRUE(modules.run("Fenmark"));
     EXPECT_EQ(siteNames(), std::vector<std::string>{"サイト"});
 }
 
 TEST_F(ModuleInHost, ALibraryThatIsNoModuleIsRefusedWithAReason) {
-    EXPECT_FALSE(modules.load("/no/such/module.mdm").ok);
-    EXPECT_FALSE(modules.load("libm.so.6").ok);
+    EXPECT_FALSE(modules.load("/no/such/module.mdm"));
+    EXPECT_FALSE(modules.load("libm.so.6"));
     EXPECT_TRUE(modules.loadedNames().empty());
 }
 

@@ -1,5 +1,6 @@
 // The element pass against a collection that writes down what it is given.
 #include "output/alignment_passes.h"
+#include "output/leading_clothoid.h"
 #include "support/route_elements.h"
 
 #include "host/boundary/geometry.h"
@@ -221,6 +222,16 @@ TEST_F(ElementPass, UnknownTypesAddNothing) {
     elements[0].type = "X";
     EXPECT_EQ(run(elements), 0);
     EXPECT_TRUE(collection.adds.empty());
+}
+
+TEST_F(ElementPass, LeadingClothoidIsAnExceptionOfItsOwnThatSaysWhy) {
+    Elements elements{test::clothoid(100.0, 50.0, 149.92, 52.08, "100", "0", "200", "R")};
+    try {
+        run(elements);
+        FAIL() << "nothing was raised";
+    } catch (const output::LeadingClothoid& error) {
+        EXPECT_STREQ(error.what(), "the route begins with a clothoid, and a clothoid needs an element before it");
+    }
 }
 
 TEST_F(ElementPass, LeadingClothoidEndsWithInvalidArgumentBehindItsAuxiliaryLine) {

@@ -1,11 +1,11 @@
 // What stands at a path, and a file that takes its name when it is complete.
 #include "platform/files.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <ostream>
 #include <set>
 #include <stdexcept>
@@ -20,37 +20,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void put(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
 class Files : public ::testing::Test {
   protected:
-    std::string folder_;
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "fenmark-files-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-    std::string file(const std::string& name) const { return folder_ + "/" + name; }
+    std::string file(const std::string& name) const { return folder_.at(name); }
     std::set<std::string> names() const {
-        std::set<std::string> found;
-        for (const auto& entry : fs::directory_iterator(folder_)) {
-            found.insert(entry.path().filename().string());
-        }
-        return found;
+        const std::vector<std::string> found = folder_.names();
+        return {found.begin(), found.end()};
     }
     unsigned rights(const std::string& path) const {
         struct ::stat status {};
         ::stat(path.c_str(), &status);
         return status.st_mode & 07777;
     }
+
+    test::TemporaryFolder folder_;
 };
 
 TEST_F(Files, OnlyNothingIsMissing) {
@@ -61,7 +48,7 @@ TEST_F(Files, OnlyNothingIsMissing) {
     EXPECT_EQ(lookUp(file("a")).kind, PathKind::File);
     EXPECT_EQ(lookUp(file("a")).size, 3U);
     EXPECT_EQ(lookUp(file("link")).kind, PathKind::File);
-    EXPECT_EQ(lookUp(folder_).kind, PathKind::Folder);
+    EXPECT_EQ(lookUp(folder_.path()).kind, PathKind::Folder);
     EXPECT_EQ(lookUp("/dev/null").kind, PathKind::Other);
     EXPECT_EQ(lookUp(file("none")).kind, PathKind::Missing);
     EXPECT_EQ(lookUp(file("none/below")).kind, PathKind::Missing);
@@ -80,7 +67,7 @@ TEST_F(Files, ATemporaryFileTakesItsNameWhole) {
     ASSERT_FALSE(temporary.write("whole"));
     EXPECT_FALSE(fs::exists(file("a")));
     ASSERT_FALSE(temporary.putInPlace());
-    EXPECT_EQ(contents(file("a")), "whole");
+    EXPECT_EQ(test::readFile(file("a")), "whole");
     EXPECT_EQ(names(), (std::set<std::string>{"a"}));
     const mode_t mask = ::umask(0);
     ::umask(mask);
@@ -92,7 +79,7 @@ TEST_F(Files, RightsOfTheFileBeforeAreKept) {
     ::chmod(file("a").c_str(), 0640);
     ASSERT_FALSE(writeWhole(file("a"), [](std::ostream& out) { out << "new"; }));
     EXPECT_EQ(rights(file("a")), 0640U);
-    EXPECT_EQ(contents(file("a")), "new");
+    EXPECT_EQ(test::readFile(file("a")), "new");
 }
 
 TEST_F(Files, WhatIsThereCanBeRefusedAtTheLastMoment) {
@@ -102,7 +89,7 @@ TEST_F(Files, WhatIsThereCanBeRefusedAtTheLastMoment) {
     ASSERT_FALSE(temporary.complete());
     put(file("a"), "theirs");
     EXPECT_EQ(temporary.putInPlace(AtTarget::Refuse), std::errc::file_exists);
-    EXPECT_EQ(contents(file("a")), "theirs");
+    EXPECT_EQ(test::readFile(file("a")), "theirs");
     temporary.discard();
     EXPECT_EQ(names(), (std::set<std::string>{"a"}));
 }
@@ -118,7 +105,7 @@ TEST_F(Files, NamesAreNeverTheSameAndLongOnesAreCut) {
     EXPECT_EQ(paths.size(), 20U);
     EXPECT_TRUE(names().empty());
     ASSERT_FALSE(writeWhole(file(name), [](std::ostream& out) { out << "x"; }));
-    EXPECT_EQ(contents(file(name)), "x");
+    EXPECT_EQ(test::readFile(file(name)), "x");
 }
 
 TEST_F(Files, WhatAKilledProgramLeftGoesAndWhatALivingOneHoldsStays) {
@@ -157,12 +144,12 @@ TEST_F(Files, ALinkIsFollowedOrReplacedAsAsked) {
     fs::create_symlink("real", file("link"));
     ASSERT_FALSE(writeWhole(file("link"), [](std::ostream& out) { out << "new"; }));
     EXPECT_TRUE(fs::is_symlink(file("link")));
-    EXPECT_EQ(contents(file("real")), "new");
+    EXPECT_EQ(test::readFile(file("real")), "new");
     ASSERT_FALSE(writeWhole(
         file("link"), [](std::ostream& out) { out << "own"; }, AtLink::Replace));
     EXPECT_FALSE(fs::is_symlink(file("link")));
-    EXPECT_EQ(contents(file("link")), "own");
-    EXPECT_EQ(contents(file("real")), "new");
+    EXPECT_EQ(test::readFile(file("link")), "own");
+    EXPECT_EQ(test::readFile(file("real")), "new");
     fs::create_symlink("nowhere", file("dangling"));
     EXPECT_TRUE(writeWhole(file("dangling"), [](std::ostream& out) { out << "x"; }));
     ASSERT_FALSE(writeWhole(
@@ -178,11 +165,11 @@ TEST_F(Files, AWriterThatFailsLeavesTheTargetAsItWas) {
                                       throw std::runtime_error("no more");
                                   }),
                  std::runtime_error);
-    EXPECT_EQ(contents(file("a")), "old");
+    EXPECT_EQ(test::readFile(file("a")), "old");
     EXPECT_EQ(names(), (std::set<std::string>{"a"}));
     EXPECT_EQ(writeWhole("/dev/full", [](std::ostream& out) { out << "x"; }), std::errc::no_space_on_device);
     EXPECT_TRUE(isDiskFull(writeWhole("/dev/full", [](std::ostream& out) { out << "x"; })));
-    EXPECT_EQ(writeWhole(folder_, [](std::ostream&) {}), std::errc::is_a_directory);
+    EXPECT_EQ(writeWhole(folder_.path(), [](std::ostream&) {}), std::errc::is_a_directory);
 }
 
 TEST_F(Files, AFileThatWasSwappedUnderneathDoesNotTakeTheName) {

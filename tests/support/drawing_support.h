@@ -1,51 +1,19 @@
-// What the tests of the embedded host share: a folder of their own, and drawings to fill it with.
+// What the tests of drawings share: a folder of their own, and drawings to fill it with.
 #pragma once
 
 #include "drawing/drawing.h"
 #include "drawing/geopackage/drawing_store.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace fenmark::drawing {
 
-// A folder that is removed at the end, with all that is in it.
-class TemporaryFolder {
-  public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "fenmark-test-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("no temporary folder");
-        }
-        path_ = pattern;
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-    std::vector<std::string> names() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-            names.push_back(entry.path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-  private:
-    std::filesystem::path path_;
-};
+using test::TemporaryFolder;
 
 // Everything that a drawing keeps, as text: two drawings are equal if their descriptions are.
 inline std::string describe(const Drawing& drawing) {

@@ -9,6 +9,8 @@
 // Gauss-Legendre quadrature in long double, which is good to better than 1e-12 m for elements of survey size.
 #pragma once
 
+#include "support/random.h"
+
 #include <fenmark/alignment/record.h>
 
 #include <gtest/gtest.h>
@@ -21,7 +23,6 @@
 #include <cstdio>
 #include <initializer_list>
 #include <numbers>
-#include <random>
 #include <span>
 #include <string>
 #include <vector>
@@ -445,20 +446,16 @@ inline bool identical(const Calelm& a, const Calelm& b) {
            same(a.sang, b.sang) && same(a.eang, b.eang) && same(a.k1, b.k1) && same(a.k2, b.k2) && same(a.k3, b.k3);
 }
 
+/// The same of all of them, in order.
+inline bool all_identical(std::span<const Calelm> a, std::span<const Calelm> b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), identical);
+}
+
 // ---- seeded random sizes of survey scale ----
 
-/// A random source that says its seed; the same seed gives the same cases everywhere.
-class Random {
+class Random : public test::Random {
   public:
-    explicit Random(std::uint64_t seed) : seed_(seed), engine_(seed) {}
-
-    std::uint64_t seed() const { return seed_; }
-    double uniform(double low, double high) {
-        return low + (high - low) * static_cast<double>(engine_() >> 11) * 0x1.0p-53;
-    }
-    double sign() { return (engine_() >> 40 & 1) != 0 ? 1.0 : -1.0; }
-    bool coin() { return sign() > 0.0; }
-    int pick(int count) { return static_cast<int>(engine_() % static_cast<std::uint64_t>(count)); }
+    using test::Random::Random;
 
     /// A start pose in any quadrant: near the origin, or where a plane rectangular system has its towns.
     Pose pose() {
@@ -485,15 +482,13 @@ class Random {
     /// From now on poses head this much further clockwise, radians.
     void turn_poses(double by) { turned_ = by; }
     /// Radius in metres of a road or track, 15 to 1000, the small ones as likely as the large ones.
-    double radius(double low = 15.0, double high = 1000.0) { return std::exp(uniform(std::log(low), std::log(high))); }
+    double radius(double low = 15.0, double high = 1000.0) { return scaled(low, high); }
     /// Clothoid parameter that suits the radius: R/A between 0.9 and 3, so tau between 0.06 and 0.62.
     double parameter(double radius) { return radius / uniform(0.9, 3.0); }
     /// Arc length for a sweep between the given angles.
     double arc_length(double radius, double least = 0.15, double most = 1.5) { return radius * uniform(least, most); }
 
   private:
-    std::uint64_t seed_;
-    std::mt19937_64 engine_;
     bool cardinal_ = false;
     double turned_ = 0.0;
 };

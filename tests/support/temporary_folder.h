@@ -3,12 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fenmark::test {
 
@@ -23,6 +25,7 @@ class TemporaryFolder {
     }
     ~TemporaryFolder() {
         std::error_code ignored;
+        std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored); // a test may have taken them
         std::filesystem::remove_all(path_, ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
@@ -30,6 +33,16 @@ class TemporaryFolder {
 
     std::string at(std::string_view name) const { return path_ + "/" + std::string(name); }
     const std::string& path() const { return path_; }
+
+    // Of what lies in it, sorted.
+    std::vector<std::string> names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
 
     std::string write(std::string_view name, std::string_view content) const {
         std::ofstream(at(name), std::ios::binary) << content;

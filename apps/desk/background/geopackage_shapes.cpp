@@ -197,8 +197,8 @@ BackgroundRead readGeoPackage(const std::string& path, int zone) {
         }
     } catch (const drawing::StoreFailure& failure) {
         read.shapes = {};
-        read.error = failure.error == drawing::StoreError::NotFound ? BackgroundError::NotReadable
-                                                                    : BackgroundError::NotThisFormat;
+        read.error =
+            failure.failure == Failure::NotFound ? BackgroundError::NotReadable : BackgroundError::NotThisFormat;
         read.detail = failure.detail;
     }
     return read;

@@ -20,22 +20,21 @@ QSizeF pageSize(const std::string& svg) {
     return size ? QSizeF(size->width, size->height) : QSizeF();
 }
 
-QImage pageImage(const std::string& svg, double pixelsPerMillimetre, QString& failure) {
+QImage pageImage(const std::string& svg, double pixelsPerMillimetre, Outcome& outcome) {
     const QSizeF paper = pageSize(svg);
     const QSize size =
         (paper * pixelsPerMillimetre).toSize().boundedTo({kLargestSide, kLargestSide}).expandedTo({1, 1});
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::white);
-    failure = QString::fromStdString(
-        exchange::drawPage(svg, {image.bits(), image.width(), image.height(), static_cast<int>(image.bytesPerLine()),
-                                 pixelsPerMillimetre, 0.0, 0.0}));
-    return failure.isEmpty() ? image : QImage();
+    outcome = exchange::drawPage(svg, {image.bits(), image.width(), image.height(),
+                                       static_cast<int>(image.bytesPerLine()), pixelsPerMillimetre, 0.0, 0.0});
+    return outcome ? image : QImage();
 }
 
-QString paintPage(const std::string& svg, QPainter& painter, const QRectF& to) {
+Outcome paintPage(const std::string& svg, QPainter& painter, const QRectF& to) {
     const QSizeF paper = pageSize(svg);
     if (paper.isEmpty() || to.isEmpty()) {
-        return QStringLiteral("no page");
+        return failed("no page");
     }
     const double scale = std::min(to.width() / paper.width(), to.height() / paper.height());
     const int width = std::max(1, static_cast<int>(std::ceil(paper.width() * scale)));
@@ -43,11 +42,11 @@ QString paintPage(const std::string& svg, QPainter& painter, const QRectF& to) {
     for (int top = 0; top < height; top += kBand) {
         QImage band(width, std::min(kBand, height - top), QImage::Format_ARGB32_Premultiplied);
         band.fill(Qt::white);
-        const std::string failure =
+        Outcome drawn =
             exchange::drawPage(svg, {band.bits(), band.width(), band.height(), static_cast<int>(band.bytesPerLine()),
                                      scale, 0.0, static_cast<double>(top)});
-        if (!failure.empty()) {
-            return QString::fromStdString(failure);
+        if (!drawn) {
+            return drawn;
         }
         painter.drawImage(QPointF(to.left(), to.top() + top), band);
     }

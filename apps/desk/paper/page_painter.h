@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exchange/plan/plot.h"
+#include "values/outcome.h"
 
 #include <QImage>
 #include <QPainter>
@@ -14,11 +15,10 @@ namespace fenmark::desk {
 // Of a page, millimetres; empty for what is no page.
 QSizeF pageSize(const std::string& svg);
 
-// The page at so many pixels for each millimetre; null if it cannot be drawn, and why.
-QImage pageImage(const std::string& svg, double pixelsPerMillimetre, QString& failure);
+// The page at so many pixels for each millimetre; null if it cannot be drawn, and the outcome says why.
+QImage pageImage(const std::string& svg, double pixelsPerMillimetre, Outcome& outcome);
 
 // The page on the painter, the rectangle filled by it, in bands, so that a large sheet needs no picture of all of it.
-// Empty on success, otherwise why not.
-QString paintPage(const std::string& svg, QPainter& painter, const QRectF& to);
+Outcome paintPage(const std::string& svg, QPainter& painter, const QRectF& to);
 
 } // namespace fenmark::desk

@@ -283,10 +283,10 @@ void PaperDialog::drawPreview() {
     const QSizeF paper = pageSize(svg);
     const QSizeF room = previewArea_->maximumViewportSize() - QSize(8, 8);
     const double scale = std::max(0.2, std::min(room.width() / paper.width(), room.height() / paper.height()));
-    QString failure;
-    QImage image = pageImage(svg, scale * devicePixelRatioF(), failure);
-    if (image.isNull()) {
-        preview_->setText(failure);
+    Outcome drawn;
+    QImage image = pageImage(svg, scale * devicePixelRatioF(), drawn);
+    if (!drawn) {
+        preview_->setText(QString::fromStdString(drawn.message));
         preview_->adjustSize();
         return;
     }
@@ -311,15 +311,15 @@ bool PaperDialog::savePdf() {
     }
     const QString file = QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".pdf") : path;
     std::ostringstream pdf; // whole before the file is touched
-    std::string failure = exchange::writePdf(plot_, pdf);
-    if (failure.empty()) {
-        failure = exchange::writeFile(file.toStdString(), [&](std::ostream& out) { out << pdf.view(); });
+    Outcome saved = exchange::writePdf(plot_, pdf);
+    if (saved) {
+        saved = exchange::writeFile(file.toStdString(), [&](std::ostream& out) { out << pdf.view(); });
     }
     message_->setVisible(true);
-    message_->setText(failure.empty() ? text(WorkText::PaperSaved).arg(QDir::toNativeSeparators(file))
-                                      : QString::fromStdString(failure));
-    lastSaved_ = failure.empty() ? file : QString();
-    return failure.empty();
+    message_->setText(saved ? text(WorkText::PaperSaved).arg(QDir::toNativeSeparators(file))
+                            : QString::fromStdString(saved.message));
+    lastSaved_ = saved ? file : QString();
+    return static_cast<bool>(saved);
 }
 
 bool PaperDialog::print() {
@@ -333,33 +333,32 @@ bool PaperDialog::print() {
     if (!askPrinter(printer, this)) {
         return false;
     }
-    const QString failure = printPages(plot_, printer);
-    message_->setVisible(!failure.isEmpty());
-    message_->setText(failure);
-    return failure.isEmpty();
+    const Outcome printed = printPages(plot_, printer);
+    message_->setVisible(!printed);
+    message_->setText(QString::fromStdString(printed.message));
+    return static_cast<bool>(printed);
 }
 
-QString printPages(const exchange::Plot& plot, QPrinter& printer) {
+Outcome printPages(const exchange::Plot& plot, QPrinter& printer) {
     printer.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&printer)) {
-        return QStringLiteral("the printer does not answer");
+        return failed("the printer does not answer");
     }
     const double dots = printer.resolution() / kInch;
     for (std::size_t i = 0; i < plot.pages.size(); ++i) {
         if (i > 0 && !printer.newPage()) {
-            return QStringLiteral("the printer takes no further page");
+            return failed("the printer takes no further page");
         }
         const QSizeF wanted = pageSize(plot.pages[i]) * dots;
         const QSizeF has = printer.pageLayout().fullRectPixels(printer.resolution()).size();
         // A sheet that is larger than the paper by more than rounding is made smaller.
         const bool fits = wanted.width() <= has.width() + dots && wanted.height() <= has.height() + dots;
-        if (const QString failure = paintPage(plot.pages[i], painter, QRectF(QPointF(0, 0), fits ? wanted : has));
-            !failure.isEmpty()) {
-            return failure;
+        if (Outcome painted = paintPage(plot.pages[i], painter, QRectF(QPointF(0, 0), fits ? wanted : has)); !painted) {
+            return painted;
         }
     }
-    return painter.end() ? QString() : QStringLiteral("the printer did not finish");
+    return painter.end() ? Outcome() : failed("the printer did not finish");
 }
 
 } // namespace fenmark::desk

@@ -96,7 +96,7 @@ class PaperDialog : public QDialog {
 };
 
 // All pages on the printer, one sheet each, at their own size where the printer's paper is as large, otherwise as large as
-// it takes. Empty on success, otherwise why not.
-QString printPages(const exchange::Plot& plot, QPrinter& printer);
+// it takes.
+Outcome printPages(const exchange::Plot& plot, QPrinter& printer);
 
 } // namespace fenmark::desk

@@ -12,15 +12,9 @@ namespace fenmark::desk {
 using drawing::Drawing;
 using drawing::EntityView;
 using drawing::Extent;
+using drawing::TreeBox;
 
 namespace {
-
-float roundDown(double value) {
-    return std::nextafter(static_cast<float>(value), -INFINITY);
-}
-float roundUp(double value) {
-    return std::nextafter(static_cast<float>(value), INFINITY);
-}
 
 // Boxes are kept in single precision, whose range ends at 3e38.
 constexpr double kFarthest = 1e30; // metres
@@ -28,22 +22,6 @@ constexpr double kFarthest = 1e30; // metres
 bool hasPlace(const Extent& extent) {
     return !extent.empty() && extent.minX >= -kFarthest && extent.maxX <= kFarthest && extent.minY >= -kFarthest &&
            extent.maxY <= kFarthest;
-}
-
-// The bits of the value with a 0 between any two.
-std::uint64_t spread(std::uint32_t value) {
-    std::uint64_t bits = value;
-    bits = (bits | bits << 16) & 0x0000FFFF0000FFFFU;
-    bits = (bits | bits << 8) & 0x00FF00FF00FF00FFU;
-    bits = (bits | bits << 4) & 0x0F0F0F0F0F0F0F0FU;
-    bits = (bits | bits << 2) & 0x3333333333333333U;
-    return (bits | bits << 1) & 0x5555555555555555U;
-}
-
-// Where a value lies in a range, in 32 bits.
-std::uint32_t placeIn(double value, double from, double size) {
-    const double share = size > 0.0 ? std::clamp((value - from) / size, 0.0, 1.0) : 0.0;
-    return static_cast<std::uint32_t>(share * 4294967295.0);
 }
 
 } // namespace
@@ -67,18 +45,18 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
     const double height = extent_.maxY - extent_.minY;
     rounding_ = 2.0 * std::max(width, height) * static_cast<double>(std::numeric_limits<float>::epsilon());
 
-    std::vector<std::pair<std::uint64_t, std::uint32_t>> order;
-    order.reserve(count);
+    std::vector<TreeBox> boxes;
+    std::vector<std::uint32_t> entities;
+    boxes.reserve(count);
+    entities.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
-        const Extent& extent = extents[i];
-        if (!hasPlace(extent)) {
-            continue;
+        if (hasPlace(extents[i])) {
+            boxes.push_back(boxFrom(extents[i]));
+            entities.push_back(static_cast<std::uint32_t>(i));
         }
-        const std::uint32_t x = placeIn(0.5 * (extent.minX + extent.maxX), originX_, width);
-        const std::uint32_t y = placeIn(0.5 * (extent.minY + extent.maxY), originY_, height);
-        order.emplace_back(spread(x) | spread(y) << 1, static_cast<std::uint32_t>(i));
     }
-    std::sort(order.begin(), order.end());
+    const std::vector<std::uint64_t> order =
+        drawing::tiled(boxes.size(), kFanOut, [&](std::size_t i) -> const TreeBox& { return boxes[i]; });
 
     // Names of layers lie where the drawing keeps them, one place each.
     std::unordered_map<const char*, std::uint32_t> layers;
@@ -99,9 +77,9 @@ PlanIndex::PlanIndex(const Drawing& drawing) {
         figures[i].style = static_cast<std::uint32_t>(styleOf(entity)) & 0xFFU;
     }
     figures_.reserve(order.size());
-    for (const auto& [key, entity] : order) {
-        figures_.push_back(figures[entity]);
-        figures_.back().box = boxFrom(extents[entity]);
+    for (const std::uint64_t key : order) {
+        figures_.push_back(figures[entities[drawing::indexOf(key)]]);
+        figures_.back().box = boxes[drawing::indexOf(key)];
     }
     buildTree();
 }
@@ -122,38 +100,34 @@ void PlanIndex::addAlignments(const Drawing& drawing) {
 }
 
 void PlanIndex::buildTree() {
-    auto around = [](PlanBox& box, const PlanBox& other) {
-        box = {std::min(box.minX, other.minX), std::min(box.minY, other.minY), std::max(box.maxX, other.maxX),
-               std::max(box.maxY, other.maxY)};
-    };
     if (figures_.empty()) {
         return;
     }
-    std::vector<PlanBox> level;
+    std::vector<TreeBox> level;
     for (std::size_t i = 0; i < figures_.size(); ++i) {
         if (i % kFanOut == 0) {
             level.push_back(figures_[i].box);
         } else {
-            around(level.back(), figures_[i].box);
+            level.back().add(figures_[i].box);
         }
     }
     levels_.push_back(std::move(level));
     while (levels_.back().size() > 1) {
-        std::vector<PlanBox> above;
+        std::vector<TreeBox> above;
         for (std::size_t i = 0; i < levels_.back().size(); ++i) {
             if (i % kFanOut == 0) {
                 above.push_back(levels_.back()[i]);
             } else {
-                around(above.back(), levels_.back()[i]);
+                above.back().add(levels_.back()[i]);
             }
         }
         levels_.push_back(std::move(above));
     }
 }
 
-PlanBox PlanIndex::boxFrom(const Extent& extent) const {
-    return {roundDown(extent.minX - originX_), roundDown(extent.minY - originY_), roundUp(extent.maxX - originX_),
-            roundUp(extent.maxY - originY_)};
+TreeBox PlanIndex::boxFrom(const Extent& extent) const {
+    return drawing::roundedOut(
+        {extent.minX - originX_, extent.minY - originY_, extent.maxX - originX_, extent.maxY - originY_});
 }
 
 Extent PlanIndex::extentOf(const PlanFigure& figure) const {
@@ -171,7 +145,7 @@ std::size_t PlanIndex::sizeOf(std::size_t level, std::size_t node) const {
     return std::min(below, figures_.size() - node * below);
 }
 
-std::size_t PlanIndex::countNode(std::size_t level, std::size_t node, const PlanBox& box, std::size_t limit) const {
+std::size_t PlanIndex::countNode(std::size_t level, std::size_t node, const TreeBox& box, std::size_t limit) const {
     if (!levels_[level][node].meets(box)) {
         return 0;
     }

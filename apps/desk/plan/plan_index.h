@@ -1,11 +1,11 @@
 // Which objects of a drawing lie in a box: a packed tree of boxes over the drawing, made once and asked at every paint.
 //
-// Entities are ordered along a Z-order curve of their middles and packed sixteen to a node (a bulk-loaded R-tree, after
-// Kamel and Faloutsos 1993). Building takes the time of one sort; asking takes time in step with what the box holds,
+// Entities are ordered in tiles (drawing/box_tree.h) and packed sixteen to a node. Building takes the time of one sort; asking takes time in step with what the box holds,
 // however unevenly the drawing is spread.
 #pragma once
 
 #include "desk/plan/plan_style.h"
+#include "drawing/box_tree.h"
 #include "drawing/drawing.h"
 
 #include <cstddef>
@@ -14,21 +14,9 @@
 
 namespace fenmark::desk {
 
-// A box in the index's own frame: metres from the corner of the drawing, rounded outwards.
-struct PlanBox {
-    float minX, minY, maxX, maxY;
-
-    bool meets(const PlanBox& other) const {
-        return minX <= other.maxX && other.minX <= maxX && minY <= other.maxY && other.minY <= maxY;
-    }
-    bool holds(const PlanBox& other) const {
-        return minX <= other.minX && other.maxX <= maxX && minY <= other.minY && other.maxY <= maxY;
-    }
-};
-
 // What painting needs of an entity without asking the drawing.
 struct PlanFigure {
-    PlanBox box;
+    drawing::TreeBox box; // in the frame of the index: metres from the corner of the drawing, rounded outwards
     std::uint32_t entity;
     std::uint32_t layer : 24;
     std::uint32_t style : 8;
@@ -86,15 +74,15 @@ class PlanIndex {
         std::vector<drawing::Extent> elements;
     };
 
-    PlanBox boxFrom(const drawing::Extent& extent) const;
+    drawing::TreeBox boxFrom(const drawing::Extent& extent) const;
     void addAlignments(const drawing::Drawing& drawing);
     void buildTree();
-    std::size_t countNode(std::size_t level, std::size_t node, const PlanBox& box, std::size_t limit) const;
+    std::size_t countNode(std::size_t level, std::size_t node, const drawing::TreeBox& box, std::size_t limit) const;
     // Entities below a node of a level.
     std::size_t sizeOf(std::size_t level, std::size_t node) const;
 
     template <typename Visit>
-    bool queryNode(std::size_t level, std::size_t node, const PlanBox& box, Visit&& visit) const {
+    bool queryNode(std::size_t level, std::size_t node, const drawing::TreeBox& box, Visit&& visit) const {
         if (!levels_[level][node].meets(box)) {
             return true;
         }
@@ -122,8 +110,9 @@ class PlanIndex {
     double originX_ = 0.0;
     double originY_ = 0.0;
     double rounding_ = 0.0;
-    std::vector<PlanFigure> figures_;          // along the curve
-    std::vector<std::vector<PlanBox>> levels_; // around sixteen figures, around sixteen of these, and so on up to one
+    std::vector<PlanFigure> figures_; // tile after tile
+    std::vector<std::vector<drawing::TreeBox>>
+        levels_; // around sixteen figures, around sixteen of these, and so on up to one
     std::vector<AlignmentBoxes> alignments_;
 };
 

@@ -31,6 +31,14 @@ struct Found {
     PlanObject object;
 };
 
+// In their order, whatever order the index found them in.
+void appendEntities(std::vector<PlanObject>& objects, std::vector<std::size_t>& entities) {
+    std::sort(entities.begin(), entities.end());
+    for (const std::size_t entity : entities) {
+        objects.push_back({PlanObject::Kind::Entity, entity, {}});
+    }
+}
+
 } // namespace
 
 bool isHidden(const PlanLook& look, const Drawing& drawing, std::string_view layer) {
@@ -149,10 +157,7 @@ std::vector<PlanObject> objectsInView(const Drawing& drawing, const PlanIndex& i
         }
         return true;
     });
-    std::sort(entities.begin(), entities.end());
-    for (const std::size_t entity : entities) {
-        objects.push_back({PlanObject::Kind::Entity, entity, {}});
-    }
+    appendEntities(objects, entities);
     return objects;
 }
 
@@ -201,10 +206,7 @@ std::vector<PlanObject> objectsInBox(const Drawing& drawing, const PlanIndex& in
         }
         return true;
     });
-    std::sort(entities.begin(), entities.end());
-    for (const std::size_t entity : entities) {
-        objects.push_back({PlanObject::Kind::Entity, entity, {}});
-    }
+    appendEntities(objects, entities);
     return objects;
 }
 

@@ -4,6 +4,7 @@
 #include "desk/plan/plan_shapes.h"
 #include "desk/plan/plan_style.h"
 #include "desk/plan/plan_text.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
 #include <array>
@@ -106,17 +107,6 @@ QString elementLabel(const Element& element) {
         return QStringLiteral("A=%1 %2").arg(std::sqrt(1.0 / growth), 0, 'f', 3).arg(length);
     }
     return length;
-}
-
-// 1, 2 or 5 times a power of ten, at least the value.
-double roundStep(double value) {
-    const double power = std::pow(10.0, std::floor(std::log10(value)));
-    for (const double step : {1.0, 2.0, 5.0}) {
-        if (step * power >= value) {
-            return step * power;
-        }
-    }
-    return 10.0 * power;
 }
 
 void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment) {
@@ -284,7 +274,7 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
 
 void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const {
     const Extent visible = view.visible();
-    const double step = roundStep(kGridPixels * view.metresPerPixel());
+    const double step = exchange::roundStep(kGridPixels * view.metresPerPixel());
     painter.setPen(kGrid);
     const double width = view.size().width();
     const double height = view.size().height();

@@ -1,6 +1,7 @@
 // The sections of one alignment as the panels show them.
 #include "desk/sections/section_model.h"
 
+#include "exchange/plan/plan_geometry.h"
 #include "exchange/planned_heights.h"
 
 #include <algorithm>
@@ -131,21 +132,11 @@ std::optional<std::size_t> resultAt(const Drawing& drawing, const PlanIndex& ind
     return found;
 }
 
-double roundStep(double wanted) {
-    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
-    for (const double factor : {1.0, 2.0, 5.0}) {
-        if (decade * factor >= wanted * (1.0 - 1e-9)) {
-            return decade * factor;
-        }
-    }
-    return 10.0 * decade;
-}
-
 void fitHeights(SectionFrame& frame, double low, double high, double exaggeration) {
     const double room = std::max(1.0, frame.bottom - frame.top);
     const double range = std::max(high - low, kLeastRange);
     frame.rise = exaggeration > 0.0 ? exaggeration * frame.scale : kShareOfGraph * room / range;
-    const double step = roundStep(std::max(range, room / frame.rise) / 10.0);
+    const double step = exchange::roundStep(std::max(range, room / frame.rise) / 10.0);
     // In the middle of what the graph shows, on a round base line.
     const double spare = std::max(0.0, room / frame.rise - (high - low));
     frame.base = std::floor((low - spare / 3.0) / step) * step;

@@ -66,7 +66,4 @@ struct SectionFrame {
 // base line is a round height below the lowest one.
 void fitHeights(SectionFrame& frame, double low, double high, double exaggeration);
 
-// 1, 2 or 5 times a power of ten, at least as large as wanted.
-[[nodiscard]] double roundStep(double wanted);
-
 } // namespace fenmark::desk

@@ -2,6 +2,7 @@
 #include "desk/sections/section_view.h"
 
 #include "desk/window/properties.h"
+#include "exchange/plan/plan_geometry.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -128,7 +129,7 @@ void SectionView::paintEvent(QPaintEvent*) {
 }
 
 void SectionView::paintHeights(QPainter& painter, const Inks& colours) const {
-    const double step = roundStep(kHeightTexts / frame_.rise);
+    const double step = exchange::roundStep(kHeightTexts / frame_.rise);
     const int decimals = step < 1.0 ? 1 + static_cast<int>(step < 0.1) : 0;
     for (double i = std::ceil(frame_.base / step);; i += 1.0) {
         const double y = frame_.y(i * step);

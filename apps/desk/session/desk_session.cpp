@@ -17,9 +17,7 @@
 namespace fenmark::desk {
 
 using drawing::Drawing;
-using drawing::StoreResult;
 using host::embedded::Document;
-using host::embedded::ModuleResult;
 
 namespace {
 
@@ -74,14 +72,14 @@ void DeskSession::noteRoute(const std::string& text) {
     host_.noteRoute(host::MdDbObjectId(id), points);
 }
 
-ModuleResult DeskSession::loadModule(const std::vector<std::string>& paths) {
+Outcome DeskSession::loadModule(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         std::error_code error;
         if (std::filesystem::is_regular_file(path, error)) {
             return modules_.load(path);
         }
     }
-    return {false, std::string(kModuleName) + ": there is no such file beside the program or in its installation"};
+    return failed(std::string(kModuleName) + ": there is no such file beside the program or in its installation");
 }
 
 void DeskSession::replaceDocument(Document& old) {
@@ -102,10 +100,10 @@ void DeskSession::newDrawing() {
     replaceDocument(old);
 }
 
-StoreResult DeskSession::open(const std::string& path) {
+Outcome DeskSession::openBy(const std::function<Outcome(Document&)>& read) {
     Document& old = *host_.currentDocument();
     Document& opened = host_.newDocument();
-    StoreResult result = opened.store().open(path, opened.drawing());
+    Outcome result = read(opened);
     if (!result) {
         host_.closeDocument(opened);
         host_.makeCurrent(old);
@@ -118,29 +116,20 @@ StoreResult DeskSession::open(const std::string& path) {
     return result;
 }
 
-StoreResult DeskSession::openCopy(const std::string& path) {
-    Document& old = *host_.currentDocument();
-    Document& opened = host_.newDocument();
-    drawing::DrawingStore copy;
-    StoreResult result = copy.open(path, opened.drawing());
-    if (!result) {
-        host_.closeDocument(opened);
-        host_.makeCurrent(old);
-        return result;
-    }
-    host_.makeCurrent(old);
-    modules_.send(mirdane::kUnloadDrawingMessage);
-    host_.makeCurrent(opened);
-    replaceDocument(old);
-    return result;
+Outcome DeskSession::open(const std::string& path) {
+    return openBy([&](Document& opened) { return opened.store().open(path, opened.drawing()); });
 }
 
-StoreResult DeskSession::writeCopy(const std::string& path) const {
+Outcome DeskSession::openCopy(const std::string& path) {
+    return openBy([&](Document& opened) { return drawing::DrawingStore().open(path, opened.drawing()); });
+}
+
+Outcome DeskSession::writeCopy(const std::string& path) const {
     return drawing::DrawingStore::writeCopy(path, drawing());
 }
 
-StoreResult DeskSession::save(const std::string& path) {
-    StoreResult result = host_.currentDocument()->store().save(path, drawing());
+Outcome DeskSession::save(const std::string& path) {
+    Outcome result = host_.currentDocument()->store().save(path, drawing());
     if (result) {
         savedSerial_ = serialNow();
     }
@@ -172,16 +161,16 @@ bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
 }
 
 // Notes the import in the drawing, as the command line does. A file that made nothing and told no error left no trace.
-void DeskSession::noteImport(CommandOutcome& outcome, std::uint64_t firstId) {
-    outcome.file = modules_.systemText(mirdane::kImportedFileVariable);
-    outcome.passedOver = modules_.systemText(mirdane::kPassedOverVariable);
-    if (outcome.file.empty()) {
+void DeskSession::noteImport(CommandRun& run, std::uint64_t firstId) {
+    run.file = modules_.systemText(mirdane::kImportedFileVariable);
+    run.passedOver = modules_.systemText(mirdane::kPassedOverVariable);
+    if (run.file.empty()) {
         return;
     }
     drawing::Import import;
-    import.fileName = sima::textOfPath(outcome.file.substr(sima::fileNameStart(outcome.file)));
+    import.fileName = sima::textOfPath(run.file.substr(sima::fileNameStart(run.file)));
     for (const std::size_t place : drawing().importsOf(import.fileName)) {
-        outcome.earlier.push_back(drawing().imports()[place].id);
+        run.earlier.push_back(drawing().imports()[place].id);
     }
     std::istringstream numbers(modules_.systemText(mirdane::kCountsVariable));
     drawing::ImportCounts& counts = import.counts;
@@ -189,8 +178,8 @@ void DeskSession::noteImport(CommandOutcome& outcome, std::uint64_t firstId) {
         counts.crossSections >> counts.errors;
     import.firstId = firstId;
     import.lastId = drawing().lastId();
-    import.path = wholePath(outcome.file);
-    if (const auto known = drawing::digestFile(outcome.file)) {
+    import.path = wholePath(run.file);
+    if (const auto known = drawing::digestFile(run.file)) {
         import.fileSize = known->size;
         import.digest = known->digest;
     }
@@ -198,10 +187,10 @@ void DeskSession::noteImport(CommandOutcome& outcome, std::uint64_t firstId) {
     drawing().addImport(std::move(import));
 }
 
-CommandOutcome DeskSession::run(std::string_view command, const std::string& pendingFile) {
+CommandRun DeskSession::run(std::string_view command, const std::string& pendingFile) {
     if (running_) {
-        CommandOutcome refused;
-        refused.message = "a command is running";
+        CommandRun refused;
+        refused.outcome = failed("a command is running");
         return refused;
     }
     const While running(running_);
@@ -213,17 +202,15 @@ CommandOutcome DeskSession::run(std::string_view command, const std::string& pen
     modules_.setSystemText(mirdane::kPlanTangentsVariable, host_.planTangents() ? "1" : "");
     modules_.setSystemText(mirdane::kEncodingVariable, encoding_);
     modules_.setSystemText(mirdane::kReadInVariable, {});
-    ModuleResult result = modules_.run(command);
+    CommandRun run;
+    run.outcome = modules_.run(command);
     modules_.setSystemText(mirdane::kPendingFileVariable, {});
-    CommandOutcome outcome;
-    outcome.ok = result.ok;
-    outcome.message = std::move(result.message);
-    outcome.logPath = modules_.systemText(mirdane::kLogFileVariable);
-    outcome.readIn = modules_.systemText(mirdane::kReadInVariable);
-    noteImport(outcome, before.lastId + 1);
-    outcome.changed = keepStep(StepKind::Import, before);
-    outcome.notes = host_.layoutNotes();
-    return outcome;
+    run.logPath = modules_.systemText(mirdane::kLogFileVariable);
+    run.readIn = modules_.systemText(mirdane::kReadInVariable);
+    noteImport(run, before.lastId + 1);
+    run.changed = keepStep(StepKind::Import, before);
+    run.notes = host_.layoutNotes();
+    return run;
 }
 
 bool DeskSession::addLayer(const std::string& name) {

@@ -27,9 +27,9 @@ struct UndoneStep {
     drawing::Drawing::Removed removed;
 };
 
-struct CommandOutcome {
-    bool ok = false;
-    std::string message; // why not, in one line
+// One run of a command: whether it came to its end, and what it left.
+struct CommandRun {
+    Outcome outcome;
     bool changed = false;
     std::string logPath;    // the log that the command wrote; empty for none
     std::string readIn;     // the encoding that the command read its file in, "UTF-8"; empty if it read none
@@ -49,16 +49,16 @@ class DeskSession {
     const drawing::Drawing& drawing() const { return host_.currentDocument()->drawing(); }
 
     // The first of the paths where there is a file is loaded.
-    host::embedded::ModuleResult loadModule(const std::vector<std::string>& paths);
+    Outcome loadModule(const std::vector<std::string>& paths);
 
     void newDrawing();
     // On failure the drawing at hand stays open.
-    drawing::StoreResult open(const std::string& path);
-    drawing::StoreResult save(const std::string& path);
+    Outcome open(const std::string& path);
+    Outcome save(const std::string& path);
     // Opens what a copy holds as a drawing without a file.
-    drawing::StoreResult openCopy(const std::string& path);
+    Outcome openCopy(const std::string& path);
     // Writes a copy of the drawing as it stands; what the drawing's own file holds does not change.
-    drawing::StoreResult writeCopy(const std::string& path) const;
+    Outcome writeCopy(const std::string& path) const;
     // Changes with each step, so that a copy need not be written twice.
     std::uint64_t state() const { return serialNow(); }
     // Where the drawing is kept; empty for a new one.
@@ -69,7 +69,7 @@ class DeskSession {
 
     // Runs a command of the module. All that it makes is one step. The path is that of a file that the command is to
     // begin with, or empty.
-    CommandOutcome run(std::string_view command, const std::string& pendingFile = {});
+    CommandRun run(std::string_view command, const std::string& pendingFile = {});
     // How SIMA files are read: "auto" as the bytes of each show, or the name of an encoding.
     void setEncoding(const std::string& setting) { encoding_ = setting; }
     const std::string& encoding() const { return encoding_; }
@@ -97,7 +97,9 @@ class DeskSession {
 
     void noteRoute(const std::string& text);
     std::uint64_t serialNow() const { return steps_.empty() ? bottomSerial_ : steps_.back().serial; }
-    void noteImport(CommandOutcome& outcome, std::uint64_t firstId);
+    void noteImport(CommandRun& run, std::uint64_t firstId);
+    // Makes a new document current that `read` fills; on failure the old one stays.
+    Outcome openBy(const std::function<Outcome(host::embedded::Document&)>& read);
     void replaceDocument(host::embedded::Document& old);
     bool keepStep(StepKind kind, const drawing::Drawing::Mark& before);
 

@@ -170,7 +170,7 @@ Language languageFor(const Options& options) {
 int takePicture(const Options& options) {
     MainWindow window({languageFor(options), false});
     window.loadModule(modulePaths(QApplication::applicationDirPath().toStdString()));
-    const drawing::StoreResult opened = window.showDrawing(options.file);
+    const Outcome opened = window.showDrawing(options.file);
     if (!opened) {
         return fail(kNotDone, opened.message);
     }

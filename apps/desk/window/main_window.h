@@ -95,7 +95,7 @@ class MainWindow : public QMainWindow {
         guarded([&] { openFile(path); });
     }
     // Shows a drawing without asking or telling anybody.
-    drawing::StoreResult showDrawing(const std::string& path);
+    Outcome showDrawing(const std::string& path);
 
     QString positionText() const { return position_->text(); }
     QString stationText() const { return station_->text(); }
@@ -173,13 +173,13 @@ class MainWindow : public QMainWindow {
     const drawing::Import* shownImport() const;
     void showLogOf(const drawing::Import* import);
     Again askAgain(const drawing::Import& earlier);
-    void settleAgain(const CommandOutcome& outcome);
+    void settleAgain(const CommandRun& run);
     void sayPassedOver(const std::string& passedOver);
     bool hasChangedSince(const drawing::Import& import, const std::string& file);
     void showError(int step);
     // Shows what came since: at once where everything was in view, by a hint where something was being looked at.
     void showNewObjects(const drawing::Extent& added, bool sawEverything);
-    void tellBrokenOff(const CommandOutcome& outcome, std::size_t added);
+    void tellBrokenOff(const std::string& reason, std::size_t added);
     QDockWidget* dock(Text text) const;
     void drawingChanged();
     void selectionChanged();

@@ -95,8 +95,8 @@ void MainWindow::guarded(const std::function<void()>& act) {
 }
 
 bool MainWindow::loadModule(const std::vector<std::string>& paths) {
-    const host::embedded::ModuleResult result = session_.loadModule(paths);
-    if (!result.ok) {
+    const Outcome result = session_.loadModule(paths);
+    if (!result) {
         command_->say(texts_(Text::CannotLoadModule).arg(QString::fromStdString(result.message)));
     }
     QStringList names;
@@ -108,7 +108,7 @@ bool MainWindow::loadModule(const std::vector<std::string>& paths) {
     }
     command_->setCommands(names);
     updateActions();
-    return result.ok;
+    return static_cast<bool>(result);
 }
 
 void MainWindow::runCommand(const QString& command) {
@@ -172,21 +172,21 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     const std::size_t entities = session_.drawing().entityCount();
     const std::size_t alignments = session_.drawing().alignmentCount();
     const bool sawEverything = holds(plan_->view().visible(), session_.drawing().extent());
-    const CommandOutcome outcome = session_.run(command.toStdString(), pendingFile.toStdString());
+    const CommandRun run = session_.run(command.toStdString(), pendingFile.toStdString());
     plan_->setFrozen(false);
-    if (outcome.changed) {
+    if (run.changed) {
         drawingChanged();
         showNewObjects(extentSince(session_.drawing(), entities, alignments), sawEverything);
     }
-    if (outcome.changed || !outcome.logPath.empty()) {
+    if (run.changed || !run.logPath.empty()) {
         showLastLog();
     }
     dock(Text::PreviewPanel)->hide();
-    if (!outcome.readIn.empty() && outcome.readIn != sima::encodingTitle(sima::Encoding::Cp932)) {
-        command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(outcome.readIn)));
+    if (!run.readIn.empty() && run.readIn != sima::encodingTitle(sima::Encoding::Cp932)) {
+        command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(run.readIn)));
     }
-    sayPassedOver(outcome.passedOver);
-    sayNotes(outcome.notes);
+    sayPassedOver(run.passedOver);
+    sayNotes(run.notes);
     if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments) {
         command_->say(texts_(Text::Added)
                           .arg(session_.drawing().entityCount() - entities)
@@ -197,14 +197,14 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     }
     updateTitle();
     updateActions();
-    if (!outcome.file.empty()) {
-        rememberFile(QString::fromStdString(outcome.file));
+    if (!run.file.empty()) {
+        rememberFile(QString::fromStdString(run.file));
     }
-    if (!outcome.ok) {
-        tellBrokenOff(outcome,
+    if (!run.outcome) {
+        tellBrokenOff(run.outcome.message,
                       session_.drawing().entityCount() - entities + session_.drawing().alignmentCount() - alignments);
     } else {
-        settleAgain(outcome);
+        settleAgain(run);
     }
 }
 
@@ -223,10 +223,10 @@ void MainWindow::showNewObjects(const drawing::Extent& added, bool sawEverything
     viewHint_->raise();
 }
 
-void MainWindow::tellBrokenOff(const CommandOutcome& outcome, std::size_t added) {
+void MainWindow::tellBrokenOff(const std::string& reason, std::size_t added) {
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Fenmark Desk"), texts_(Text::BrokenOff),
                     QMessageBox::NoButton, this);
-    box.setInformativeText(QString::fromStdString(outcome.message) + QLatin1Char('\n') +
+    box.setInformativeText(QString::fromStdString(reason) + QLatin1Char('\n') +
                            (added > 0 ? texts_(Text::BrokenOffKept).arg(added) : texts_(Text::BrokenOffNothing)));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     QPushButton* keep = box.addButton(texts_(added > 0 ? Text::KeepButton : Text::OkButton), QMessageBox::AcceptRole);

@@ -19,8 +19,6 @@
 
 namespace fenmark::desk {
 
-using drawing::StoreResult;
-
 namespace {
 
 constexpr qsizetype kRecentFiles = 10;
@@ -100,7 +98,7 @@ bool MainWindow::openDrawing(const QString& path) {
     if (!mayLoseDrawing()) {
         return false;
     }
-    const StoreResult result = showDrawing(path.toStdString());
+    const Outcome result = showDrawing(path.toStdString());
     if (!result) {
         command_->say(QString::fromStdString(result.message));
         tell(QString::fromStdString(result.message));
@@ -112,9 +110,9 @@ bool MainWindow::openDrawing(const QString& path) {
     return true;
 }
 
-StoreResult MainWindow::showDrawing(const std::string& path) {
+Outcome MainWindow::showDrawing(const std::string& path) {
     releaseDrawing();
-    StoreResult result = session_.open(path);
+    Outcome result = session_.open(path);
     drawingReplaced();
     return result;
 }
@@ -135,7 +133,7 @@ bool MainWindow::openFile(const QString& path) {
 }
 
 bool MainWindow::saveTo(const QString& path) {
-    StoreResult result = session_.save(path.toStdString());
+    Outcome result = session_.save(path.toStdString());
     if (result) {
         result = workbench_->saveTexts(path.toStdString());
     }
@@ -200,18 +198,18 @@ void MainWindow::exportDrawing() {
     }
     exchange::ExportOptions options;
     options.title = QFileInfo(path).completeBaseName().toStdString();
-    if (!exchange::whatIsMissing(*format, session_.drawing(), options).empty()) {
+    if (!exchange::canWrite(*format, session_.drawing(), options)) {
         const QString message = texts_(Text::ExportNeedsZone).arg(path);
         command_->say(message);
         tell(message);
         return;
     }
     exchange::Notes notes;
-    const std::string failure = exchange::writeFile(
+    const Outcome written = exchange::writeFile(
         path.toStdString(), [&](std::ostream& out) { notes = format->write(session_.drawing(), options, out); });
-    if (!failure.empty()) {
-        command_->say(QString::fromStdString(failure));
-        tell(QString::fromStdString(failure));
+    if (!written) {
+        command_->say(QString::fromStdString(written.message));
+        tell(QString::fromStdString(written.message));
         return;
     }
     command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
@@ -243,7 +241,7 @@ void MainWindow::offerRecovery() {
             continue;
         }
         releaseDrawing();
-        const StoreResult result = session_.openCopy(left.path.toStdString());
+        const Outcome result = session_.openCopy(left.path.toStdString());
         drawingReplaced();
         if (!result) {
             tell(QString::fromStdString(result.message));

@@ -133,13 +133,13 @@ Again MainWindow::askAgain(const Import& earlier) {
 }
 
 // The new objects are in the drawing when the question comes, so that nothing is lost before it is answered.
-void MainWindow::settleAgain(const CommandOutcome& outcome) {
-    if (outcome.earlier.empty() || !outcome.changed) {
+void MainWindow::settleAgain(const CommandRun& run) {
+    if (run.earlier.empty() || !run.changed) {
         return;
     }
     const auto& imports = session_.drawing().imports();
     const auto earlier = std::find_if(imports.begin(), imports.end(),
-                                      [&](const Import& import) { return import.id == outcome.earlier.back(); });
+                                      [&](const Import& import) { return import.id == run.earlier.back(); });
     if (earlier == imports.end()) {
         return;
     }
@@ -154,7 +154,7 @@ void MainWindow::settleAgain(const CommandOutcome& outcome) {
         break;
     }
     plan_->select(std::nullopt);
-    session_.removeImports(outcome.earlier);
+    session_.removeImports(run.earlier);
     drawingChanged();
     showLastLog();
     command_->say(texts_(Text::Replaced).arg(name));

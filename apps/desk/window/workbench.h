@@ -54,7 +54,7 @@ class Workbench : public QObject {
     // The texts that the drawing keeps: title block and backgrounds.
     const drawing::DrawingTexts& texts() const { return keptTexts_; }
     bool hasChanges() const { return keptTexts_ != savedTexts_; }
-    drawing::StoreResult saveTexts(const std::string& path);
+    Outcome saveTexts(const std::string& path);
 
     // Called with the dialog before it is shown; tests act on it and answer false, and it is not shown.
     std::function<bool(PaperDialog& dialog)> beforePaper;

@@ -56,8 +56,8 @@ void Workbench::drawingReplaced() {
     readBackgrounds();
 }
 
-drawing::StoreResult Workbench::saveTexts(const std::string& path) {
-    drawing::StoreResult result;
+Outcome Workbench::saveTexts(const std::string& path) {
+    Outcome result;
     if (keptTexts_ != drawing::readTexts(path)) {
         result = drawing::writeTexts(path, keptTexts_);
     }

@@ -22,10 +22,7 @@ using drawing::Drawing;
 std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
-    const drawing::StoreResult opened = store.open(path, *drawing, load);
-    if (!opened) {
-        throw Stop(kNotDone, opened.message);
-    }
+    require(store.open(path, *drawing, load));
     tellStoreNotes(streams, quiet, path, store.notes());
     return drawing;
 }
@@ -33,18 +30,16 @@ std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load
 std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
-    const drawing::StoreResult opened = store.open(path, *drawing);
+    const Outcome opened = store.open(path, *drawing);
     if (opened) {
         tellStoreNotes(streams, quiet, path, store.notes());
         return drawing;
     }
-    if (opened.error != drawing::StoreError::NotOurs) {
-        throw Stop(kNotDone, opened.message);
+    if (opened.failure != Failure::NotOurs) {
+        throw Stop(kNotDone, opened);
     }
     drawing::ForeignPackage package;
-    if (const drawing::StoreResult read = drawing::readForeignPackage(path, zone, package); !read) {
-        throw Stop(kNotDone, read.message);
-    }
+    require(drawing::readForeignPackage(path, zone, package));
     tellStoreNotes(streams, quiet, path, package.notes);
     *drawing = std::move(package.drawing);
     return drawing;

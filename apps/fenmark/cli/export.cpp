@@ -28,8 +28,8 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     exchange::ExportOptions options = arguments.options;
     options.title = platform::utf8Of(platform::pathOf(arguments.target).stem());
-    if (const std::string missing = exchange::whatIsMissing(*format, *drawing, options); !missing.empty()) {
-        throw Stop(kNotDone, arguments.drawing + ": " + missing + " (--zone 1..19" +
+    if (const Outcome can = exchange::canWrite(*format, *drawing, options); !can) {
+        throw Stop(kNotDone, arguments.drawing + ": " + can.message + " (--zone 1..19" +
                                  (format->planeToo ? ", or --crs plane)" : ")"));
     }
     for (const std::string& layer : options.selection.layers) {
@@ -43,11 +43,8 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
         }
     }
     exchange::Notes notes;
-    const std::string failure = exchange::writeFile(
-        arguments.target, [&](std::ostream& out) { notes = format->write(*drawing, options, out); });
-    if (!failure.empty()) {
-        throw Stop(kNotDone, failure);
-    }
+    require(exchange::writeFile(arguments.target,
+                                [&](std::ostream& out) { notes = format->write(*drawing, options, out); }));
     tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }

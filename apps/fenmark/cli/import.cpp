@@ -34,7 +34,6 @@ namespace fenmark::cli {
 namespace {
 
 using drawing::Drawing;
-using drawing::StoreResult;
 using host::embedded::EmbeddedHost;
 
 std::string drawingBeside(const std::string& file) {
@@ -48,7 +47,7 @@ void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArgume
     host::embedded::Document& document = *host.currentDocument();
     const platform::PathState state = platform::lookUp(path);
     const auto refuse = [&](const std::string& why) {
-        throw Stop(kNotDone, drawing::storeMessage(drawing::StoreError::NotWritable, path, why));
+        throw Stop(kNotDone, failed(drawing::storeMessage(Failure::NotWritable, path, why), Failure::NotWritable));
     };
     if (state.error == std::errc::not_a_directory) {
         refuse("its folder: " + platform::reasonOf(state.error));
@@ -61,10 +60,7 @@ void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArgume
             refuse("its folder: " + platform::reasonOf(error));
         }
     }
-    const StoreResult opened = document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities);
-    if (!opened) {
-        throw Stop(kNotDone, opened.message);
-    }
+    require(document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities));
     tellStoreNotes(streams, arguments.quiet, path, document.store().notes());
 }
 
@@ -82,11 +78,10 @@ class PendingLog {
     // Where the command writes it.
     const std::string& path() const { return temporary_.path(); }
 
-    // Each returns what to tell the user; nothing on success.
-    std::string make() { return told(temporary_.make(target_, platform::AtLink::Replace)); }
+    Outcome make() { return judged(temporary_.make(target_, platform::AtLink::Replace)); }
     // After this only its renaming can fail.
-    std::string complete() { return told(temporary_.complete()); }
-    std::string putInPlace() {
+    Outcome complete() { return judged(temporary_.complete()); }
+    Outcome putInPlace() {
         // The drawing holds the import already: a fault that passes must not part the two.
         std::error_code error;
         for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -99,14 +94,15 @@ class PendingLog {
                 break;
             }
         }
-        return told(error);
+        return judged(error);
     }
 
   private:
     static constexpr int kAttempts = 3;
 
-    std::string told(const std::error_code& error) const {
-        return error ? file_ + ": the log beside it cannot be written: " + platform::reasonOf(error) : std::string();
+    Outcome judged(const std::error_code& error) const {
+        return error ? failed(file_ + ": the log beside it cannot be written: " + platform::reasonOf(error))
+                     : Outcome();
     }
 
     std::string file_;
@@ -296,7 +292,7 @@ void tellUnplaced(const Drawing& drawing, std::size_t firstEntity, std::size_t f
 }
 
 // With a bar where the passes over the file had one.
-StoreResult saveDrawing(host::embedded::Document& document, const std::string& path, sima::ProgressFactory* bars) {
+Outcome saveDrawing(host::embedded::Document& document, const std::string& path, sima::ProgressFactory* bars) {
     if (bars == nullptr) {
         return document.store().save(path, document.drawing());
     }
@@ -321,7 +317,8 @@ output::OutputSettings outputSettings(EmbeddedHost& host, const ImportArguments&
     return settings;
 }
 
-struct Outcome {
+// What became of one file.
+struct FileResult {
     int code = kDone;
     command::ImportResult result;
     std::string logPath;
@@ -330,7 +327,7 @@ struct Outcome {
 // One run of the command on the host's drawing.
 struct Run {
     sima::SimaReader reader;
-    std::string brokenOff; // what to tell; empty if the command came to its end
+    Outcome outcome; // whether the command came to its end
 };
 
 // Raises Stop where the options cannot be met.
@@ -341,12 +338,12 @@ Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::C
     try {
         command::Fenmark(boundary, dialogs, lastRun, run.reader, settings);
         if (run.reader.openError) {
-            run.brokenOff = file + ": cannot be read: " + platform::reasonOf(run.reader.openError);
+            run.outcome = failed(file + ": cannot be read: " + platform::reasonOf(run.reader.openError));
         }
     } catch (const Stop&) {
         throw;
     } catch (...) {
-        run.brokenOff = breakOffText(file, run.reader);
+        run.outcome = failed(breakOffText(file, run.reader));
     }
     return run;
 }
@@ -432,16 +429,16 @@ struct Telling {
 
 // Runs the command for one file and keeps the drawing and the log on disk, the log last. Raises Stop, with both on disk
 // as they were unless a part was to be kept; Overtaken if it should be tried once more.
-Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
-                   const std::string& drawingPath, const Streams& streams) {
+FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
+                      const std::string& drawingPath, const Streams& streams) {
     Drawing& drawing = host.drawing();
     const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath);
     PendingLog log(file);
-    std::string logFailure = log.make();
-    if (!logFailure.empty() && !arguments.keepPartial) {
-        throw Stop(kNotDone, logFailure + "; the drawing is left as it was");
+    Outcome logged = log.make();
+    if (!logged && !arguments.keepPartial) {
+        throw Stop(kNotDone, logged.message + "; the drawing is left as it was");
     }
-    const std::string logFile = logFailure.empty() ? log.path() : std::string();
+    const std::string logFile = logged ? log.path() : std::string();
 
     const bool isNew = platform::lookUp(drawingPath).kind == platform::PathKind::Missing;
     const Telling telling{arguments, file, streams, encodingOf(file, arguments.encoding)};
@@ -463,21 +460,21 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::
     Run run =
         runCommand(dialogs, file, {telling.encoding.encoding, outputSettings(host, arguments), kLongestLine, logFile});
     const std::optional<drawing::FileDigest> known = digest.get();
-    if (run.brokenOff.empty() && !dialogs.result()) {
+    if (run.outcome && !dialogs.result()) {
         throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
     }
-    if (run.brokenOff.empty() && !known) {
-        run.brokenOff = file + ": cannot be read to its end";
+    if (run.outcome && !known) {
+        run.outcome = failed(file + ": cannot be read to its end");
     }
-    if (run.brokenOff.empty() && logFailure.empty()) {
-        logFailure = log.complete();
+    if (run.outcome && logged) {
+        logged = log.complete();
     }
-    if (run.brokenOff.empty()) {
-        run.brokenOff = logFailure;
+    if (run.outcome) {
+        run.outcome = logged;
     }
-    if (!run.brokenOff.empty() && !arguments.keepPartial) {
+    if (!run.outcome && !arguments.keepPartial) {
         telling.errors(run.reader);
-        throw Stop(kNotDone, run.brokenOff + "; the drawing is left as it was");
+        throw Stop(kNotDone, run.outcome.message + "; the drawing is left as it was");
     }
 
     import.lastId = drawing.lastId();
@@ -493,18 +490,19 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::
     run.reader.lots = {};
     run.reader.alignments = {};
 
-    const StoreResult saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress());
-    if (saved.error == drawing::StoreError::ChangedOutside || saved.error == drawing::StoreError::AppearedMeanwhile) {
-        throw Overtaken(kNotDone, saved.message);
+    const Outcome saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress());
+    if (saved.failure == Failure::ChangedOutside || saved.failure == Failure::AppearedMeanwhile) {
+        throw Overtaken(kNotDone, saved);
     }
     if (!saved) {
         telling.errors(run.reader);
-        throw Stop(kNotDone, saved.message);
+        throw Stop(kNotDone, saved);
     }
-    if (run.brokenOff.empty()) {
-        if (const std::string failure = log.putInPlace(); !failure.empty()) {
+    if (run.outcome) {
+        if (const Outcome placed = log.putInPlace(); !placed) {
             const bool removed = isNew && !platform::removeFile(drawingPath);
-            throw Stop(kNotDone, failure + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
+            throw Stop(kNotDone,
+                       placed.message + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
         }
     }
 
@@ -533,8 +531,8 @@ Outcome importFile(EmbeddedHost& host, const ImportArguments& given, const std::
                      inLanguage(streams, "--replace: 図面には同じ名前のファイルの図形がありませんでした",
                                 "--replace: the drawing had nothing of a file of this name"));
     }
-    if (!run.brokenOff.empty()) {
-        throw Stop(kNotDone, run.brokenOff + "; what was made before that is kept in " + drawingPath);
+    if (!run.outcome) {
+        throw Stop(kNotDone, run.outcome.message + "; what was made before that is kept in " + drawingPath);
     }
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
             log.target()};
@@ -564,8 +562,8 @@ class OpenDrawing {
 };
 
 // The import that comes second to a drawing is done again on what the first one left.
-Outcome importInTurn(OpenDrawing& open, const ImportArguments& arguments, const std::string& file,
-                     const std::string& drawingPath, const Streams& streams) {
+FileResult importInTurn(OpenDrawing& open, const ImportArguments& arguments, const std::string& file,
+                        const std::string& drawingPath, const Streams& streams) {
     constexpr int kAttempts = 5;
     for (int attempt = 1;; ++attempt) {
         try {
@@ -598,16 +596,16 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
             requireReadableSimFile(file);
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
             json = jsonOf(file, drawingPath);
-            const Outcome outcome = importInTurn(open, arguments, file, drawingPath, streams);
-            code = std::max(code, outcome.code);
+            const FileResult made = importInTurn(open, arguments, file, drawingPath, streams);
+            code = std::max(code, made.code);
             if (arguments.json) {
-                addResult(json, outcome.result, outcome.logPath);
+                addResult(json, made.result, made.logPath);
             } else {
-                printResult(streams.out, outcome.result, arguments.files.size() > 1);
+                printResult(streams.out, made.result, arguments.files.size() > 1);
             }
             tellNote(streams, arguments.quiet,
-                     inLanguage(streams, "図面 " + drawingPath + "、ログ " + outcome.logPath,
-                                "drawing " + drawingPath + ", log " + outcome.logPath));
+                     inLanguage(streams, "図面 " + drawingPath + "、ログ " + made.logPath,
+                                "drawing " + drawingPath + ", log " + made.logPath));
         } catch (const Stop& stop) {
             open.forget();
             code = std::max(code, stop.code());

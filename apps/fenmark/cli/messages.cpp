@@ -147,6 +147,12 @@ void tellPassedOver(const Streams& streams, bool quiet, const std::string& file,
     }
 }
 
+void require(const Outcome& outcome, const std::string& before) {
+    if (!outcome) {
+        throw Stop(kNotDone, failed(before + outcome.message, outcome.failure));
+    }
+}
+
 std::string joined(const std::vector<std::string>& names) {
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), kNamesTold); ++i) {

@@ -6,10 +6,12 @@
 #include "exchange/notes.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/sima_reader.h"
+#include "values/outcome.h"
 
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fenmark::cli {
@@ -17,12 +19,16 @@ namespace fenmark::cli {
 // Ends the command at hand with a code and one line for the user.
 class Stop : public std::runtime_error {
   public:
-    Stop(int code, const std::string& message) : std::runtime_error(message), code_(code) {}
+    Stop(int code, const Outcome& failure) : std::runtime_error(failure.message), code_(code) {}
+    Stop(int code, std::string message) : Stop(code, failed(std::move(message))) {}
     int code() const { return code_; }
 
   private:
     int code_;
 };
+
+// Raises Stop where something was not done, with its message behind `before`.
+void require(const Outcome& outcome, const std::string& before = {});
 
 // A preview that an exception of a record ended: what stands before that record was counted.
 class PreviewBrokenOff : public Stop {

@@ -43,10 +43,7 @@ std::string pageName(const std::string& target, std::size_t page, std::size_t pa
 }
 
 void write(const std::string& target, const std::function<void(std::ostream&)>& function) {
-    const std::string failure = exchange::writeFile(target, function);
-    if (!failure.empty()) {
-        throw Stop(kNotDone, failure);
-    }
+    require(exchange::writeFile(target, function));
 }
 
 } // namespace
@@ -68,10 +65,7 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     }
     if (pdf) {
         std::ostringstream bytes;
-        const std::string failure = exchange::writePdf(plot, bytes);
-        if (!failure.empty()) {
-            throw Stop(kNotDone, arguments.target + ": " + failure);
-        }
+        require(exchange::writePdf(plot, bytes), arguments.target + ": ");
         write(arguments.target, [&](std::ostream& out) { out << bytes.str(); });
     } else {
         for (std::size_t i = 0; i < plot.pages.size(); ++i) {

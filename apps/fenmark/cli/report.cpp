@@ -66,13 +66,10 @@ int runReport(const ReportArguments& arguments, const Streams& streams) {
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     exchange::Notes notes;
-    const std::string failure = exchange::writeFile(arguments.target, [&](std::ostream& out) {
+    require(exchange::writeFile(arguments.target, [&](std::ostream& out) {
         notes = exchange::writeReport(*drawing, options,
                                       html ? exchange::ReportFormat::Html : exchange::ReportFormat::Csv, out);
-    });
-    if (!failure.empty()) {
-        throw Stop(kNotDone, failure);
-    }
+    }));
     tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }

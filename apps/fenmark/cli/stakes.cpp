@@ -24,11 +24,8 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
         exchange::writeStakes(stakes, arguments.format, streams.out);
         return kDone;
     }
-    const std::string failure = exchange::writeFile(
-        *arguments.target, [&](std::ostream& out) { exchange::writeStakes(stakes, arguments.format, out); });
-    if (!failure.empty()) {
-        throw Stop(kNotDone, failure);
-    }
+    require(exchange::writeFile(*arguments.target,
+                                [&](std::ostream& out) { exchange::writeStakes(stakes, arguments.format, out); }));
     return kDone;
 }
 

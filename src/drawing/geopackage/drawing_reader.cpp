@@ -14,7 +14,7 @@ namespace fenmark::drawing {
 namespace {
 
 [[noreturn]] void damaged(const char* what, std::int64_t id) {
-    throw StoreFailure{StoreError::Damaged, std::string(what) + " " + std::to_string(id)};
+    throw StoreFailure{Failure::Damaged, std::string(what) + " " + std::to_string(id)};
 }
 
 // A radius of NULL is infinite, and so is a length: a chord between absurd coordinates has no other.
@@ -62,18 +62,18 @@ Element readElement(const Statement& row, std::int64_t alignment) {
 DrawingHead DrawingReader::readHead(Connection& connection) {
     Statement application(connection, sql::kReadApplicationId);
     if (!application.step() || application.integer(0) != sql::kApplicationId) {
-        throw StoreFailure{StoreError::NotOurs, {}};
+        throw StoreFailure{Failure::NotOurs, {}};
     }
     Statement ours(connection, sql::kHasDrawing);
     if (!ours.step() || ours.integer(0) != 1) {
-        throw StoreFailure{StoreError::NotOurs, {}};
+        throw StoreFailure{Failure::NotOurs, {}};
     }
     Statement row(connection, sql::kReadDrawing);
     if (!row.step()) {
-        throw StoreFailure{StoreError::Damaged, "its settings are missing"};
+        throw StoreFailure{Failure::Damaged, "its settings are missing"};
     }
     if (row.integer(0) > sql::kFormat) {
-        throw StoreFailure{StoreError::NotOurs, "a later version made it"};
+        throw StoreFailure{Failure::NotOurs, "a later version made it"};
     }
     DrawingHead head;
     head.lastId = static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(1), 0));
@@ -118,7 +118,7 @@ void DrawingReader::readNamed() {
     drawing_.sites_ = readNames<Site>(connection_, sql::kReadSites);
     drawing_.tables_ = readNames<ObjectDataTable>(connection_, sql::kReadTables);
     if (drawing_.layers_.empty()) {
-        throw StoreFailure{StoreError::Damaged, "it has no layer"};
+        throw StoreFailure{Failure::Damaged, "it has no layer"};
     }
     drawing_.zone_ = head_.zone;
     drawing_.currentLayer_ = drawing_.findLayer(MdDbObjectId(head_.currentLayer)).value_or(0);

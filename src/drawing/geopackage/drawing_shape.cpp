@@ -73,7 +73,7 @@ bool isComputed(std::string_view value) {
 }
 
 [[noreturn]] void reshaped(const std::string& what) {
-    throw StoreFailure{StoreError::Reshaped, what};
+    throw StoreFailure{Failure::Reshaped, what};
 }
 
 } // namespace

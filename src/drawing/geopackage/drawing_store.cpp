@@ -13,44 +13,44 @@
 
 namespace fenmark::drawing {
 
-std::string storeMessage(StoreError error, const std::string& path, const std::string& detail) {
+std::string storeMessage(Failure failure, const std::string& path, const std::string& detail) {
     const auto told = [&](const char* text) {
         return path + ": " + text + (detail.empty() ? "" : " (" + detail + ")");
     };
-    switch (error) {
-    case StoreError::None:
+    switch (failure) {
+    case Failure::None:
         return {};
-    case StoreError::NotFound:
+    case Failure::NotFound:
         return path + ": there is no such drawing";
-    case StoreError::NoFolder:
+    case Failure::NoFolder:
         return path + ": cannot be made: its folder does not exist";
-    case StoreError::NotAFile:
+    case Failure::NotAFile:
         return path + ": is not a file";
-    case StoreError::NotADrawing:
+    case Failure::NotADrawing:
         return path + ": is not a drawing";
-    case StoreError::NotOurs:
+    case Failure::NotOurs:
         return told("is a database, but not a drawing of this program");
-    case StoreError::NotReadable:
+    case Failure::NotReadable:
         return told("cannot be read");
-    case StoreError::NotWritable:
+    case Failure::NotWritable:
         return told("cannot be written");
-    case StoreError::DiskFull:
+    case Failure::DiskFull:
         return path + ": the disk is full; the drawing on disk is as it was";
-    case StoreError::Locked:
+    case Failure::Locked:
         return path + ": is held by another program";
-    case StoreError::Damaged:
+    case Failure::Damaged:
         return told("is damaged");
-    case StoreError::ChangedOutside:
+    case Failure::ChangedOutside:
         return path + ": was changed by another program since it was opened";
-    case StoreError::AppearedMeanwhile:
+    case Failure::AppearedMeanwhile:
         return path + ": was made by another program meanwhile; it is left as that program made it";
-    case StoreError::DanglingLink:
+    case Failure::DanglingLink:
         return told("is a link that leads to nothing");
-    case StoreError::Unreachable:
+    case Failure::Unreachable:
         return told("cannot be looked up");
-    case StoreError::Reshaped:
+    case Failure::Reshaped:
         return told("was changed by another program and cannot be used as it is");
-    case StoreError::Failed:
+    case Failure::Failed:
         break;
     }
     return told("could not be read or written");
@@ -58,8 +58,8 @@ std::string storeMessage(StoreError error, const std::string& path, const std::s
 
 namespace {
 
-StoreResult failed(StoreError error, const std::string& path, const std::string& detail = {}) {
-    return {error, storeMessage(error, path, detail)};
+Outcome failedAt(const std::string& path, Failure failure, const std::string& detail = {}) {
+    return failed(storeMessage(failure, path, detail), failure);
 }
 
 // Two saves never bear the same one.
@@ -70,24 +70,24 @@ std::string newStamp() {
 
 void throwIf(const std::error_code& error) {
     if (error) {
-        const StoreError meaning = platform::isDiskFull(error) ? StoreError::DiskFull
-                                   : platform::isHeld(error)   ? StoreError::Locked
-                                   : platform::isDenied(error) ? StoreError::NotWritable
-                                                               : StoreError::Failed;
+        const Failure meaning = platform::isDiskFull(error) ? Failure::DiskFull
+                                : platform::isHeld(error)   ? Failure::Locked
+                                : platform::isDenied(error) ? Failure::NotWritable
+                                                            : Failure::Failed;
         throw StoreFailure{meaning, platform::reasonOf(error)};
     }
 }
 
 // Runs what may throw inside the store.
 template <typename Action>
-StoreResult guarded(const std::string& path, Action action) {
+Outcome guarded(const std::string& path, Action action) {
     try {
         action();
         return {};
     } catch (const StoreFailure& failure) {
-        return failed(failure.error, path, failure.detail);
+        return failedAt(path, failure.failure, failure.detail);
     } catch (const std::bad_alloc&) {
-        return failed(StoreError::Failed, path, "out of memory");
+        return failedAt(path, Failure::Failed, "out of memory");
     }
 }
 
@@ -109,16 +109,16 @@ void restoreAfterCrash(const std::string& path) {
 DrawingStore::DrawingStore() = default;
 DrawingStore::~DrawingStore() = default;
 
-StoreResult DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
+Outcome DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
     const platform::PathState state = platform::lookUp(path);
     if (state.kind == platform::PathKind::Unknown) { // asked again, the system might say that nothing is there
-        return failed(StoreError::Unreachable, path, platform::reasonOf(state.error));
+        return failedAt(path, Failure::Unreachable, platform::reasonOf(state.error));
     }
     if (state.kind != platform::PathKind::Missing) {
         return open(path, drawing, load);
     }
-    if (const PathCheck check = checkReplaceable(path); !check) {
-        return failed(check.error, path, check.detail);
+    if (Outcome usable = guarded(path, [&] { requireReplaceable(path); }); !usable) {
+        return usable;
     }
     path_ = path;
     begun_ = true;
@@ -126,9 +126,9 @@ StoreResult DrawingStore::openOrBegin(const std::string& path, Drawing& drawing,
     return {};
 }
 
-StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
-    if (const PathCheck check = checkReadable(path); !check) {
-        return failed(check.error, path, check.detail);
+Outcome DrawingStore::open(const std::string& path, Drawing& drawing, Load load) {
+    if (Outcome usable = guarded(path, [&] { requireReadable(path); }); !usable) {
+        return usable;
     }
     return guarded(path, [&] {
         try {
@@ -146,8 +146,8 @@ StoreResult DrawingStore::open(const std::string& path, Drawing& drawing, Load l
             newIdentifiers_ = reader.newIdentifiers();
             highestId_ = drawing.lastId();
         } catch (StoreFailure& failure) {
-            if (failure.error == StoreError::NotWritable) {
-                failure.error = StoreError::NotReadable;
+            if (failure.failure == Failure::NotWritable) {
+                failure.failure = Failure::NotReadable;
                 if (hasJournal(path)) {
                     failure.detail = "a save was broken off; open it once where it can be written";
                 }
@@ -163,7 +163,7 @@ bool DrawingStore::hasChanges(const Drawing& drawing) const {
     return path_.empty() || begun_ || DrawingWriter::hasChanges(drawing);
 }
 
-StoreResult DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+Outcome DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
     if (path != path_) {
         return create(path, drawing, progress, false);
     }
@@ -199,7 +199,7 @@ void writeWhole(platform::TemporaryFile& file, const std::string& path, const Dr
 
 } // namespace
 
-StoreResult DrawingStore::writeCopy(const std::string& path, const Drawing& drawing) {
+Outcome DrawingStore::writeCopy(const std::string& path, const Drawing& drawing) {
     return guarded(path, [&] {
         platform::TemporaryFile file;
         writeWhole(file, path, drawing, {}, newStamp());
@@ -208,16 +208,15 @@ StoreResult DrawingStore::writeCopy(const std::string& path, const Drawing& draw
 }
 
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
-StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress,
-                                 bool mustBeNew) {
+Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress, bool mustBeNew) {
     if (!drawing.entitiesLoaded()) {
-        return failed(StoreError::Failed, path, "the drawing was opened without its points and polylines");
+        return failedAt(path, Failure::Failed, "the drawing was opened without its points and polylines");
     }
-    if (const PathCheck check = checkReplaceable(path); !check) {
-        return failed(check.error, path, check.detail);
+    if (Outcome usable = guarded(path, [&] { requireReplaceable(path); }); !usable) {
+        return usable;
     }
     const std::string stamp = newStamp();
-    const StoreResult result = guarded(path, [&] {
+    const Outcome result = guarded(path, [&] {
         platform::TemporaryFile file;
         writeWhole(file, path, drawing, progress, stamp);
         if (!mustBeNew) {
@@ -233,7 +232,7 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
         }
         const std::error_code error = file.putInPlace(platform::AtTarget::Refuse);
         if (error == std::errc::file_exists) {
-            throw StoreFailure{StoreError::AppearedMeanwhile, {}};
+            throw StoreFailure{Failure::AppearedMeanwhile, {}};
         }
         throwIf(error);
     });
@@ -249,18 +248,18 @@ StoreResult DrawingStore::create(const std::string& path, Drawing& drawing, cons
     return result;
 }
 
-StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
-    if (const PathCheck check = checkReadable(path); !check) {
-        return failed(check.error, path, check.detail);
+Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+    if (Outcome usable = guarded(path, [&] { requireReadable(path); }); !usable) {
+        return usable;
     }
     if (!hasChanges(drawing)) {
         return {};
     }
-    if (const PathCheck check = checkWritable(path); !check) {
-        return failed(check.error, path, check.detail);
+    if (Outcome usable = guarded(path, [&] { requireWritable(path); }); !usable) {
+        return usable;
     }
     const std::string stamp = newStamp();
-    const StoreResult result = guarded(path, [&] {
+    const Outcome result = guarded(path, [&] {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");
@@ -269,7 +268,7 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
             const DrawingHead head = DrawingReader::readHead(connection);
             if (connection.hasMoved() || head.stamp != stamp_ || head.lastId != savedId_ ||
                 DrawingReader::readHighestId(connection) > highestId_) {
-                throw StoreFailure{StoreError::ChangedOutside, {}};
+                throw StoreFailure{Failure::ChangedOutside, {}};
             }
             DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write(newIdentifiers_, stamp);
             connection.execute("COMMIT");
@@ -279,7 +278,7 @@ StoreResult DrawingStore::append(const std::string& path, Drawing& drawing, cons
         }
     });
     // A commit that could not end leaves its journal: what that restores is restored now.
-    if (!result && result.error != StoreError::Locked && hasJournal(path)) {
+    if (!result && result.failure != Failure::Locked && hasJournal(path)) {
         restoreAfterCrash(path);
     }
     if (result) {

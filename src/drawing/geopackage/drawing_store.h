@@ -2,12 +2,13 @@
 //
 // Opening reads and changes nothing, works in a folder that cannot be written, and leaves no file beside the drawing.
 // Saving writes what was made since, in one transaction: after a crash, a kill or a full disk the drawing is what it
-// was before or what it is after. Nothing here prints; a result says what went wrong in one line.
+// was before or what it is after. Nothing here prints; an outcome says what went wrong in one line, with its kind.
 #pragma once
 
 #include "drawing/drawing.h"
 #include "drawing/geopackage/store_notes.h"
 #include "drawing/geopackage/write_progress.h"
+#include "values/outcome.h"
 
 #include <cstdint>
 #include <string>
@@ -15,33 +16,6 @@
 namespace fenmark::drawing {
 
 struct NewIdentifier;
-
-enum class StoreError {
-    None,
-    NotFound,    // no such file
-    NoFolder,    // no folder to make it in
-    NotAFile,    // a folder, a device
-    NotADrawing, // no SQLite file
-    NotOurs,     // a SQLite file that this program did not make, or a later format
-    NotReadable, // no permission
-    NotWritable, // file or folder cannot be written
-    DiskFull,
-    Locked,            // another program holds it
-    Damaged,           // ours, but broken
-    ChangedOutside,    // another program added to it since it was opened
-    AppearedMeanwhile, // nothing was there when the drawing was begun, and now something is
-    DanglingLink,      // a link that leads to nothing
-    Unreachable,       // the system could not say what is there
-    Reshaped,          // another program renamed, removed or replaced a table or column that is needed
-    Failed,            // anything else
-};
-
-struct StoreResult {
-    StoreError error = StoreError::None;
-    std::string message; // names the file and the reason; empty on success
-
-    explicit operator bool() const { return error == StoreError::None; }
-};
 
 // What to read of a drawing. To append an import, its points and polylines need not be read.
 enum class Load { Everything, WithoutEntities };
@@ -54,18 +28,18 @@ class DrawingStore {
     DrawingStore& operator=(const DrawingStore&) = delete;
 
     // Replaces the drawing by the one in the file. On failure the drawing is left as it was.
-    StoreResult open(const std::string& path, Drawing& drawing, Load load = Load::Everything);
+    Outcome open(const std::string& path, Drawing& drawing, Load load = Load::Everything);
     // The same, but where certainly nothing is there the drawing stays as it is (a new one), and its first save to this
     // path makes the file. If another program made one meanwhile, that save fails with AppearedMeanwhile and changes
     // nothing: like ChangedOutside, which means that somebody appended meanwhile, it is mended by opening anew and
     // importing again. Fails at once where no file could be made.
-    StoreResult openOrBegin(const std::string& path, Drawing& drawing, Load load = Load::Everything);
+    Outcome openOrBegin(const std::string& path, Drawing& drawing, Load load = Load::Everything);
     // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened,
     // begun or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
-    StoreResult save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
+    Outcome save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
 
     // Writes the whole drawing to a file that is none of the store's: the drawing counts as saved no more than before.
-    static StoreResult writeCopy(const std::string& path, const Drawing& drawing);
+    static Outcome writeCopy(const std::string& path, const Drawing& drawing);
 
     // The file last opened, begun or saved; empty at first.
     const std::string& path() const { return path_; }
@@ -75,8 +49,8 @@ class DrawingStore {
     bool hasChanges(const Drawing& drawing) const;
 
   private:
-    StoreResult create(const std::string& path, Drawing& drawing, const WriteProgress& progress, bool mustBeNew);
-    StoreResult append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
+    Outcome create(const std::string& path, Drawing& drawing, const WriteProgress& progress, bool mustBeNew);
+    Outcome append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
 
     std::string path_;
     bool begun_ = false; // nothing was at the path when it was looked up
@@ -87,7 +61,7 @@ class DrawingStore {
     std::uint64_t highestId_ = 0;               // of what the file held when it was last read or written
 };
 
-// The message that stands for an error code, for a file.
-std::string storeMessage(StoreError error, const std::string& path, const std::string& detail = {});
+// The message that stands for a kind of failure, for a file.
+std::string storeMessage(Failure failure, const std::string& path, const std::string& detail = {});
 
 } // namespace fenmark::drawing

@@ -44,7 +44,7 @@ DrawingTexts readTexts(const std::string& path) {
     return texts;
 }
 
-StoreResult writeTexts(const std::string& path, const DrawingTexts& texts) {
+Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
     try {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute("BEGIN IMMEDIATE");
@@ -63,7 +63,7 @@ StoreResult writeTexts(const std::string& path, const DrawingTexts& texts) {
         connection.execute("COMMIT");
         return {};
     } catch (const StoreFailure& failure) {
-        return {failure.error, storeMessage(failure.error, path, failure.detail)};
+        return failed(storeMessage(failure.failure, path, failure.detail), failure.failure);
     }
 }
 

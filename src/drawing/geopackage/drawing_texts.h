@@ -16,6 +16,6 @@ using DrawingTexts = std::map<std::string, std::string>;
 
 // Puts them in the place of those that the drawing's file has, in one transaction. A file without the table gets it with
 // the first text.
-[[nodiscard]] StoreResult writeTexts(const std::string& path, const DrawingTexts& texts);
+[[nodiscard]] Outcome writeTexts(const std::string& path, const DrawingTexts& texts);
 
 } // namespace fenmark::drawing

@@ -17,78 +17,79 @@ namespace {
 constexpr std::size_t kWriteVersionOffset = 18; // of a database's header: 2 where a write-ahead log is used
 constexpr char kWriteAheadLog = 2;
 
-PathCheck denied(StoreError error, const std::error_code& why, const char* of = "") {
-    return {error, of + platform::reasonOf(why)};
+StoreFailure denied(Failure failure, const std::error_code& why, const char* of = "") {
+    return {failure, of + platform::reasonOf(why)};
 }
 
 // What is there, if it is no ordinary file that can be judged further.
-PathCheck checkFile(const PathState& state) {
+void requireFile(const PathState& state) {
     switch (state.kind) {
     case PathKind::File:
-        return {};
+        return;
     case PathKind::Missing:
-        return {StoreError::NotFound, {}};
+        throw StoreFailure{Failure::NotFound, {}};
     case PathKind::DanglingLink:
-        return {StoreError::DanglingLink, "to '" + state.leadsTo + "'"};
+        throw StoreFailure{Failure::DanglingLink, "to '" + state.leadsTo + "'"};
     case PathKind::Unknown:
-        return denied(StoreError::Unreachable, state.error);
+        throw denied(Failure::Unreachable, state.error);
     case PathKind::Folder:
     case PathKind::Other:
         break;
     }
-    return {StoreError::NotAFile, {}};
+    throw StoreFailure{Failure::NotAFile, {}};
 }
 
-PathCheck checkFolder(const std::string& file) {
-    const std::error_code error = platform::mayWrite(platform::folderOf(file));
-    return error ? denied(StoreError::NotWritable, error, "its folder: ") : PathCheck();
+void requireFolder(const std::string& file) {
+    if (const std::error_code error = platform::mayWrite(platform::folderOf(file))) {
+        throw denied(Failure::NotWritable, error, "its folder: ");
+    }
 }
 
 } // namespace
 
-PathCheck checkReadable(const std::string& path) {
+void requireReadable(const std::string& path) {
     const PathState state = platform::lookUp(path);
-    if (PathCheck check = checkFile(state); !check) {
-        return check;
-    }
+    requireFile(state);
     if (platform::mayRead(path)) {
-        return {StoreError::NotReadable, {}};
+        throw StoreFailure{Failure::NotReadable, {}};
     }
-    return state.size == 0 ? PathCheck{StoreError::NotADrawing, {}} : PathCheck();
+    if (state.size == 0) {
+        throw StoreFailure{Failure::NotADrawing, {}};
+    }
 }
 
-PathCheck checkWritable(const std::string& path) {
+void requireWritable(const std::string& path) {
     const std::string file = platform::behindLinks(path);
     if (const std::error_code error = platform::mayWrite(file)) {
-        return denied(StoreError::NotWritable, error);
+        throw denied(Failure::NotWritable, error);
     }
-    return checkFolder(file);
+    requireFolder(file);
 }
 
-PathCheck checkReplaceable(const std::string& path) {
+void requireReplaceable(const std::string& path) {
     const PathState state = platform::lookUp(path);
     if (state.kind == PathKind::File) {
-        return checkWritable(path);
+        return requireWritable(path);
     }
     if (state.kind == PathKind::Unknown && state.error == std::errc::not_a_directory) {
-        return denied(StoreError::NotWritable, state.error, "its folder: ");
+        throw denied(Failure::NotWritable, state.error, "its folder: ");
     }
     if (state.kind != PathKind::Missing) {
-        return checkFile(state);
+        return requireFile(state);
     }
     const PathState folder = platform::lookUp(platform::folderOf(path));
     switch (folder.kind) {
     case PathKind::Folder:
-        return checkFolder(path);
+        return requireFolder(path);
     case PathKind::Missing:
     case PathKind::DanglingLink:
-        return {StoreError::NoFolder, {}};
+        throw StoreFailure{Failure::NoFolder, {}};
     case PathKind::Unknown:
-        return denied(StoreError::Unreachable, folder.error, "its folder: ");
+        throw denied(Failure::Unreachable, folder.error, "its folder: ");
     default:
         break;
     }
-    return denied(StoreError::NotWritable, std::make_error_code(std::errc::not_a_directory), "its folder: ");
+    throw denied(Failure::NotWritable, std::make_error_code(std::errc::not_a_directory), "its folder: ");
 }
 
 bool hasJournal(const std::string& path) {
@@ -120,7 +121,7 @@ HeldDrawing::HeldDrawing(const std::string& path) {
             connection_->execute("BEGIN EXCLUSIVE");              // after a crash this restores the file first
         }
     } catch (const StoreFailure& failure) {
-        if (failure.error == StoreError::Locked) {
+        if (failure.failure == Failure::Locked) {
             throw;
         }
         connection_.reset();

@@ -9,19 +9,12 @@
 
 namespace fenmark::drawing {
 
-struct PathCheck {
-    StoreError error = StoreError::None;
-    std::string detail; // what the system says
-
-    explicit operator bool() const { return error == StoreError::None; }
-};
-
-// True if the path is a file that may be read.
-PathCheck checkReadable(const std::string& path);
-// True if the file and its folder may be written.
-PathCheck checkWritable(const std::string& path);
-// True if a file may be made there, or what is there is a file that may be replaced.
-PathCheck checkReplaceable(const std::string& path);
+// Each throws a StoreFailure where it does not hold: the path is a file that may be read;
+void requireReadable(const std::string& path);
+// the file and its folder may be written;
+void requireWritable(const std::string& path);
+// a file may be made there, or what is there is a file that may be replaced.
+void requireReplaceable(const std::string& path);
 // True if a journal lies beside the file, or if nobody can say.
 bool hasJournal(const std::string& path);
 void removeJournal(const std::string& path);

@@ -58,7 +58,7 @@ struct Plane {
 };
 
 [[noreturn]] void refuse(const std::string& why) {
-    throw StoreFailure{StoreError::NotOurs, why};
+    throw StoreFailure{Failure::NotOurs, why};
 }
 
 std::string lower(std::string_view text) {
@@ -283,7 +283,7 @@ class PackageReader {
 
 } // namespace
 
-StoreResult readForeignPackage(const std::string& path, int zone, ForeignPackage& package) {
+Outcome readForeignPackage(const std::string& path, int zone, ForeignPackage& package) {
     try {
         Connection connection(path, Connection::Mode::Read);
         ForeignPackage read;
@@ -291,10 +291,10 @@ StoreResult readForeignPackage(const std::string& path, int zone, ForeignPackage
         package = std::move(read);
         return {};
     } catch (const StoreFailure& failure) {
-        if (failure.error == StoreError::NotOurs && !failure.detail.empty()) {
-            return {failure.error, path + ": cannot be taken: " + failure.detail};
+        if (failure.failure == Failure::NotOurs && !failure.detail.empty()) {
+            return failed(path + ": cannot be taken: " + failure.detail, failure.failure);
         }
-        return {failure.error, storeMessage(failure.error, path, failure.detail)};
+        return failed(storeMessage(failure.failure, path, failure.detail), failure.failure);
     }
 }
 

@@ -23,6 +23,6 @@ struct ForeignPackage {
 //
 // Refuses what is in degrees or in another plane, what is in several planes, and a package without points and polygons,
 // each with a remedy. Lines, curves, and polygons with holes are left out, and told.
-StoreResult readForeignPackage(const std::string& path, int zone, ForeignPackage& package);
+Outcome readForeignPackage(const std::string& path, int zone, ForeignPackage& package);
 
 } // namespace fenmark::drawing

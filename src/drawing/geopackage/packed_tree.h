@@ -1,12 +1,12 @@
 // An R-tree made in one go: boxes are sorted into tiles, a tile fills a node, and the nodes' boxes are packed in turn
-// until one node holds them all (sort-tile-recursive; Leutenegger, Lopez and Edgington 1997).
+// until one node holds them all (drawing/box_tree.h).
 //
 // A node has the bytes that SQLite's R-tree module keeps: depth of the tree (of the root, else 0) and number of cells in
 // 2 bytes each, then the cells, an identifier in 8 bytes and the box in 4 reals of 4 bytes, all big-endian; zeros fill
 // the rest.
 #pragma once
 
-#include "drawing/drawing.h"
+#include "drawing/box_tree.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,15 +15,6 @@
 #include <vector>
 
 namespace fenmark::drawing {
-
-// The tree holds single precision. Lower bounds are rounded down and upper bounds up, so a box never loses its feature.
-struct TreeBox {
-    float minX = 0.0F;
-    float maxX = 0.0F;
-    float minY = 0.0F;
-    float maxY = 0.0F;
-};
-TreeBox roundedOut(const Extent& extent);
 
 struct TreeEntry {
     std::int64_t id = 0; // of a feature, or of a node one level below

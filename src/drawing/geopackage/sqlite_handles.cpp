@@ -59,36 +59,36 @@ bool isReadFailure(int systemError) {
     return systemError != 0 && platform::errorOfNumber(systemError) == std::errc::io_error;
 }
 
-StoreError meaningOf(int code, int systemError) {
+Failure meaningOf(int code, int systemError) {
     switch (code & 0xFF) {
     case SQLITE_FULL:
-        return StoreError::DiskFull;
+        return Failure::DiskFull;
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
-        return StoreError::Locked;
+        return Failure::Locked;
     case SQLITE_INTERRUPT: // by our own limit on steps
-        return StoreError::Damaged;
+        return Failure::Damaged;
     case SQLITE_AUTH:
-        return StoreError::Reshaped;
+        return Failure::Reshaped;
     case SQLITE_NOTADB:
-        return StoreError::NotADrawing;
+        return Failure::NotADrawing;
     case SQLITE_CORRUPT:
         // SQLite takes a disk that cannot be read for a damaged file.
-        return isReadFailure(systemError) ? StoreError::Failed : StoreError::Damaged;
+        return isReadFailure(systemError) ? Failure::Failed : Failure::Damaged;
     case SQLITE_READONLY:
     case SQLITE_PERM:
     case SQLITE_CANTOPEN:
-        return StoreError::NotWritable;
+        return Failure::NotWritable;
     case SQLITE_IOERR:
         if (platform::isDiskFull(platform::errorOfNumber(systemError))) {
-            return StoreError::DiskFull;
+            return Failure::DiskFull;
         }
         if (platform::isDenied(platform::errorOfNumber(systemError))) {
-            return StoreError::NotWritable;
+            return Failure::NotWritable;
         }
-        return StoreError::Failed;
+        return Failure::Failed;
     default:
-        return StoreError::Failed;
+        return Failure::Failed;
     }
 }
 
@@ -228,7 +228,7 @@ void Connection::fail(int code) const {
     sqlite3* handle = handle_.get();
     const char* text = handle == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(handle);
     if (std::string_view(text).starts_with("not authorized")) {
-        throw StoreFailure{StoreError::Reshaped, text}; // something in the file would have to be run
+        throw StoreFailure{Failure::Reshaped, text}; // something in the file would have to be run
     }
     const int systemError = handle == nullptr ? 0 : systemErrorOf(handle);
     if ((code & 0xFF) == SQLITE_CORRUPT && isReadFailure(systemError)) {

@@ -16,7 +16,7 @@ namespace fenmark::drawing {
 
 // Thrown and caught within the store.
 struct StoreFailure {
-    StoreError error = StoreError::Failed;
+    Failure failure = Failure::Failed;
     std::string detail;
 };
 

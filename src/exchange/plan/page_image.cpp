@@ -4,10 +4,7 @@
 #include <string_view>
 
 #ifdef FENMARK_PDF
-#include <cairo.h>
-#include <librsvg/rsvg.h>
-
-#include <memory>
+#include "exchange/plan/svg_page.h"
 #endif
 
 namespace fenmark::exchange {
@@ -62,37 +59,15 @@ std::optional<PageSize> sizeOfPage(const std::string& svg) {
 
 #ifdef FENMARK_PDF
 
-namespace {
-
-struct Free {
-    void operator()(RsvgHandle* handle) const { g_object_unref(handle); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-};
-template <typename T>
-using Owned = std::unique_ptr<T, Free>;
-
-std::string reason(GError* raw) {
-    const Owned<GError> error(raw);
-    return std::string("the page cannot be drawn: ") + (error ? error->message : "unknown failure");
-}
-
-} // namespace
-
-std::string drawPage(const std::string& svg, const PagePixels& pixels) {
+Outcome drawPage(const std::string& svg, const PagePixels& pixels) {
     const auto size = sizeOfPage(svg);
     if (!size) {
-        return "the page cannot be drawn: it has no size";
+        return failed("the page cannot be drawn: it has no size");
     }
     GError* error = nullptr;
-    const auto* bytes = reinterpret_cast<const guint8*>(svg.data());
-    GInputStream* stream = g_memory_input_stream_new_from_data(bytes, static_cast<gssize>(svg.size()), nullptr);
-    const Owned<RsvgHandle> page(
-        rsvg_handle_new_from_stream_sync(stream, nullptr, RSVG_HANDLE_FLAG_UNLIMITED, nullptr, &error));
-    g_object_unref(stream);
+    const Owned<RsvgHandle> page = loadPage(svg, error);
     if (!page) {
-        return reason(error);
+        return pageNotDrawn(error);
     }
     const Owned<cairo_surface_t> surface(cairo_image_surface_create_for_data(
         pixels.bits, CAIRO_FORMAT_ARGB32, pixels.width, pixels.height, pixels.stride));
@@ -100,17 +75,16 @@ std::string drawPage(const std::string& svg, const PagePixels& pixels) {
     const RsvgRectangle all{-pixels.left, -pixels.top, size->width * pixels.pixelsPerMillimetre,
                             size->height * pixels.pixelsPerMillimetre};
     if (!rsvg_handle_render_document(page.get(), cairo.get(), &all, &error)) {
-        return reason(error);
+        return pageNotDrawn(error);
     }
     cairo_surface_flush(surface.get());
-    const cairo_status_t status = cairo_status(cairo.get());
-    return status == CAIRO_STATUS_SUCCESS ? std::string() : cairo_status_to_string(status);
+    return outcomeOf(cairo_status(cairo.get()));
 }
 
 #else
 
-std::string drawPage(const std::string&, const PagePixels&) {
-    return "this build draws no pages";
+Outcome drawPage(const std::string&, const PagePixels&) {
+    return failed("this build draws no pages");
 }
 
 #endif

@@ -1,6 +1,8 @@
 // A page of a plot as pixels: for previews and for printers.
 #pragma once
 
+#include "values/outcome.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -29,7 +31,7 @@ struct PagePixels {
     double top = 0.0;
 };
 
-// Draws the part of the page over what the pixels hold. A text says what went wrong; empty on success.
-[[nodiscard]] std::string drawPage(const std::string& svg, const PagePixels& pixels);
+// Draws the part of the page over what the pixels hold. The message says what went wrong.
+Outcome drawPage(const std::string& svg, const PagePixels& pixels);
 
 } // namespace fenmark::exchange

@@ -2,6 +2,7 @@
 #include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace fenmark::exchange {
 
@@ -94,6 +95,16 @@ std::vector<PlanPoint> lineOfAlignment(const drawing::Alignment& alignment) {
     const auto same = [](const PlanPoint& a, const PlanPoint& b) { return a == b; };
     line.erase(std::unique(line.begin(), line.end(), same), line.end());
     return line;
+}
+
+double roundStep(double wanted) {
+    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
+    for (const double factor : {1.0, 2.0, 5.0}) {
+        if (decade * factor >= wanted * (1.0 - 1e-9)) {
+            return decade * factor;
+        }
+    }
+    return 10.0 * decade;
 }
 
 } // namespace fenmark::exchange

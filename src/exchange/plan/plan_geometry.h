@@ -16,6 +16,9 @@ double signedArea(std::span<const host::MdGePoint3d> ring);
 // horizontal line through the ring's middle height.
 host::PlanPoint labelPoint(std::span<const host::MdGePoint3d> ring);
 
+// 1, 2 or 5 times a power of ten, at least as large as wanted: a step of a grid or a scale.
+[[nodiscard]] double roundStep(double wanted);
+
 // The alignment as one line within 1 mm of the true curve.
 std::vector<host::PlanPoint> lineOfAlignment(const drawing::Alignment& alignment);
 

@@ -2,6 +2,8 @@
 #include "exchange/plan/plan.h"
 #include "exchange/text.h"
 
+#include "exchange/plan/plan_geometry.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -14,17 +16,6 @@ namespace {
 constexpr double kGridCross = 1.5;       // half a cross of the grid, millimetres
 constexpr double kLeastGridSpace = 45.0; // millimetres between two grid lines
 constexpr double kTextSize = 2.6;
-
-// 1, 2 or 5 times a power of ten, at least as large as wanted.
-double roundStep(double wanted) {
-    const double decade = std::pow(10.0, std::floor(std::log10(wanted)));
-    for (const double factor : {1.0, 2.0, 5.0}) {
-        if (decade * factor >= wanted * (1.0 - 1e-9)) {
-            return decade * factor;
-        }
-    }
-    return 10.0 * decade;
-}
 
 void text(std::ostream& out, double x, double y, double size, std::string_view content, const char* anchor = "start",
           const char* more = "") {

@@ -3,6 +3,7 @@
 
 #include "drawing/drawing.h"
 #include "exchange/notes.h"
+#include "values/outcome.h"
 
 #include <cstddef>
 #include <optional>
@@ -41,7 +42,7 @@ struct Plot {
 
 [[nodiscard]] bool isPaper(const std::string& name);
 
-// All pages as one PDF. A text says what went wrong; empty on success.
-[[nodiscard]] std::string writePdf(const Plot& plot, std::ostream& out);
+// All pages as one PDF. The message says what went wrong.
+Outcome writePdf(const Plot& plot, std::ostream& out);
 
 } // namespace fenmark::exchange

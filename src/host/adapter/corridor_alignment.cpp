@@ -1,4 +1,4 @@
-// Making an alignment, step by step as the civil edition wants it.
+// Making an alignment, step by step in the order that the civil edition requires.
 #include "host/adapter/automation_values.h"
 #include "host/adapter/element_collection_adapter.h"
 #include "host/adapter/mirdane_corridor_utility.h"

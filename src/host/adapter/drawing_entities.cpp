@@ -17,7 +17,7 @@ using mirdane::OpenMode;
 
 constexpr const char* kModelSpace = "*Model_Space";
 
-// Appends the entity and closes it. Null if any step failed; nothing else tells.
+// Appends the entity and closes it. Null if any step failed, which is the only sign.
 MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
     Opened<MdDbEntity> entity(newEntity); // closed last, after the record
     Opened<MdDbBlockTableRecord> record;

@@ -9,7 +9,7 @@ namespace fenmark::host {
 
 class MirdaneCorridorUtility : public CorridorUtility {
   public:
-    // The writer tells the current layer, which new alignments take. It must outlive the utility.
+    // The writer gives the current layer, which new alignments take. It must outlive the utility.
     explicit MirdaneCorridorUtility(DrawingWriter& drawing) : drawing_(drawing) {}
 
     // Raises AutomationError (pointer) if an automation object is missing where the next step needs it.

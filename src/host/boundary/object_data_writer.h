@@ -1,4 +1,4 @@
-// The boundary towards the host's object-data tables: one row for each point and polyline, telling its source.
+// The boundary towards the host's object-data tables: one row for each point and polyline, with its source.
 #pragma once
 
 #include "sima/records/longitudinal.h"

@@ -121,7 +121,7 @@ std::optional<Element> laySpiral(std::span<const Element> before, std::int32_t e
     element.startRadius = startRadius;
     element.endRadius = endRadius;
 
-    // The curve laid from the origin along +x tells its own PI and chord.
+    // The curve laid from the origin along +x gives its own PI and chord.
     const PlanPoint end = endFromOrigin(element);
     const double turn = element.turn();
     const double toPi = (end.x * std::sin(turn) - end.y * std::cos(turn)) / std::sin(turn); // not finite if parallel

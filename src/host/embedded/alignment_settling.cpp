@@ -76,7 +76,7 @@ bool samePlace(const PlanPoint& a, const PlanPoint& b) {
     return a.x == b.x && a.y == b.y;
 }
 
-// The element in one of its senses behind `before`; where the element before was told to end is `toldEnd`.
+// The element in one of its senses behind `before`; where the element before was reported to end is `toldEnd`.
 Element relaid(const Element& told, bool other, const Tip* before, const PlanPoint& toldEnd) {
     Element element = told;
     const bool moved = before != nullptr && !samePlace(before->end, toldEnd);

@@ -27,7 +27,5 @@ using drawing::poseOnElement;
 using drawing::RowView;
 using drawing::Site;
 using drawing::StationOffset;
-using drawing::StoreError;
-using drawing::StoreResult;
 
 } // namespace fenmark::host::embedded

@@ -1,4 +1,4 @@
-// The embedded host: open documents, the current drawing, settings, and what it has to tell after an import.
+// The embedded host: open documents, the current drawing, settings, and what it reports after an import.
 //
 // It implements the declared host surface (namespace mirdane) for the process: the host that was made last and still
 // lives answers. All operations run on one thread, as the command does.
@@ -33,7 +33,7 @@ class Document : public mirdane::MdApDocument {
     Drawing& drawing() { return drawing_; }
     const Drawing& drawing() const { return drawing_; }
     DrawingStore& store() { return store_; }
-    // What the surface hands out for this drawing; lives as long as the document.
+    // What the surface returns for this drawing; lives as long as the document.
     class DatabaseObjects;
     class MapObjects;
     DatabaseObjects& databaseObjects() { return *databaseObjects_; }
@@ -64,7 +64,7 @@ class EmbeddedHost {
 
     Document& newDocument(); // becomes current
     void makeCurrent(Document& document);
-    void closeDocument(Document& document); // tells the reactors; the first of the others becomes current
+    void closeDocument(Document& document); // notifies the reactors; the first of the others becomes current
     Document* currentDocument() const { return currentDocument_; }
     const std::vector<std::unique_ptr<Document>>& documents() const { return documents_; }
     bool owns(const Document* document) const;
@@ -86,12 +86,12 @@ class EmbeddedHost {
     // About the alignments that were made in the current drawing since clearNotes, and are still there.
     LayoutNotes layoutNotes() const;
     void clearNotes();
-    // The points of the route that an alignment was made of, so that the notes tell of one that lies off them.
+    // The points of the route that an alignment was made of, so that the notes report one that lies off them.
     void noteRoute(MdDbObjectId alignment, std::span<const MdGePoint3d> points);
-    // The host fills in the alignment's name and length when it tells of it.
+    // The host fills in the alignment's name and length when it reports it.
     void noteRefused(MdDbObjectId alignment, const RefusedElement& element);
 
-    // Message boxes are kept, and handed on if somebody wants them.
+    // Message boxes are kept, and passed on to a handler if there is one.
     void onMessageBox(std::function<void(const MessageBox&)> handler) { messageHandler_ = std::move(handler); }
     void showMessageBox(std::string_view text, std::string_view caption);
     std::vector<MessageBox>& messageBoxes() { return messageBoxes_; }
@@ -119,7 +119,7 @@ class EmbeddedHost {
     MdDbObjectId unsettled_;
     std::vector<std::pair<MdDbObjectId, RefusedElement>> refused_;
     std::vector<std::pair<MdDbObjectId, Misfit>> misfits_;
-    std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are told of
+    std::uint64_t notesFrom_ = 0; // alignments beyond this identifier are reported
     std::function<void(const MessageBox&)> messageHandler_;
     std::vector<MessageBox> messageBoxes_;
     void* mainWindow_ = nullptr;

@@ -64,7 +64,7 @@ class Counted : public Interface {
     std::int64_t references_ = 1;
 };
 
-// Hands an object out under the pointer type that the caller wants.
+// Returns an object under the pointer type that the caller asks for.
 template <typename Interface>
 AutomationStatus give(Interface*& out, Interface* object) {
     out = object;
@@ -194,7 +194,7 @@ class AlignmentReference {
 class Elements final : public Counted<mirdane::ElementCollection> {
   public:
     explicit Elements(const AlignmentReference& reference) : at_(reference) {}
-    // Whoever adds elements lets go of the collection when the alignment is complete. What cannot be done here for want
+    // Whoever adds elements releases the collection when the alignment is complete. What cannot be done here for want
     // of memory is done when the alignment is asked next.
     ~Elements() override {
         try {
@@ -272,7 +272,7 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         return kBadArgument;
     }
     // A spiral without a PI ends elsewhere the other way, and the next one begins there. Where the element behind it does
-    // not join it, the last elements are settled for the time being, so that what follows is told the right place.
+    // not join it, the last elements are settled for the time being, so that what follows gets the right place.
     void settleDrift() {
         constexpr std::size_t kForTheTimeBeing = 32; // elements, so that an addition does not look at all of them
         const std::vector<Element>& elements = at_.alignment().elements;

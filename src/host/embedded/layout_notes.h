@@ -1,4 +1,4 @@
-// What an import has to tell about the alignments that were laid: senses that were guessed, routes that broke off, kinks.
+// What an import reports about the alignments that were laid: senses that were guessed, routes that broke off, kinks.
 #pragma once
 
 #include "host/embedded/alignment_layout.h"
@@ -43,7 +43,7 @@ struct Misfit {
     double distance = 0.0;      // of the farthest point, metres
     bool heightsDiffer = false; // the route's points differ in height, so that clothoids had no PI
 };
-inline constexpr double kMisfit = 0.010; // metres; less is not told
+inline constexpr double kMisfit = 0.010; // metres; less is not reported
 
 // What happened while alignments were laid, since the notes were last cleared.
 struct LayoutNotes {

@@ -86,7 +86,7 @@ ModuleHost::~ModuleHost() {
     running_ = 0;
     while (!modules_.empty()) {
         modules_.back()->mayUnload = true;
-        unload(modules_.back()->name);
+        (void)unload(modules_.back()->name);
     }
     if (currentHost == this) {
         currentHost = nullptr;
@@ -110,16 +110,16 @@ ModuleHost::Module* ModuleHost::find(std::string_view name) {
     return nullptr;
 }
 
-ModuleResult ModuleHost::load(const std::string& path) {
+Outcome ModuleHost::load(const std::string& path) {
     const std::string name = platform::utf8Of(platform::pathOf(path).filename());
     if (find(name) != nullptr) {
-        return {false, name + ": is loaded already"};
+        return failed(name + ": is loaded already");
     }
     platform::Library library;
-    if (const std::string failure = library.open(path); !failure.empty()) {
-        return {false, "cannot be loaded: " + failure};
+    if (const Outcome opened = library.open(path); !opened) {
+        return failed("cannot be loaded: " + opened.message);
     }
-    const auto refuse = [&](const char* why) { return ModuleResult{false, name + ": " + why}; };
+    const auto refuse = [&](const char* why) { return failed(name + ": " + why); };
     GetVersion* const version = library.function<GetVersion>("mdrxGetApiVersion");
     EntryPoint* const entry = library.function<EntryPoint>("mdrxEntryPoint");
     if (version == nullptr || entry == nullptr) {
@@ -138,26 +138,26 @@ ModuleResult ModuleHost::load(const std::string& path) {
     loadedNames_.push_back(name);
     loaded->entry(mirdane::kInitAppMessage, loaded);
     loaded->entry(mirdane::kLoadDrawingMessage, loaded);
-    return {true, {}};
+    return {};
 }
 
-ModuleResult ModuleHost::unload(std::string_view name) {
+Outcome ModuleHost::unload(std::string_view name) {
     Module* module = find(name);
     if (module == nullptr) {
-        return {false, std::string(name) + ": is not loaded"};
+        return failed(std::string(name) + ": is not loaded");
     }
     if (running_ > 0) {
-        return {false, module->name + ": a command is running"};
+        return failed(module->name + ": a command is running");
     }
     if (!module->mayUnload) {
-        return {false, module->name + ": does not allow its unloading"};
+        return failed(module->name + ": does not allow its unloading");
     }
     module->entry(mirdane::kUnloadDrawingMessage, module);
     module->entry(mirdane::kUnloadAppMessage, module);
     module->library.close();
     std::erase_if(loadedNames_, [&](const std::string& loaded) { return sameName(loaded, name); });
     std::erase_if(modules_, [&](const auto& candidate) { return candidate.get() == module; });
-    return {true, {}};
+    return {};
 }
 
 void ModuleHost::send(int message) {
@@ -166,18 +166,18 @@ void ModuleHost::send(int message) {
     }
 }
 
-ModuleResult ModuleHost::run(std::string_view name) {
+Outcome ModuleHost::run(std::string_view name) {
     const auto command = std::find_if(commands_.begin(), commands_.end(), [&](const RegisteredCommand& candidate) {
         return sameName(candidate.globalName, name) || sameName(candidate.localName, name);
     });
     if (command == commands_.end()) {
-        return {false, std::string(name) + ": no such command"};
+        return failed(std::string(name) + ": no such command");
     }
     // The handler may load commands, so that the entry must not be held on to.
     const std::string title = command->globalName;
     const mirdane::CommandHandler handler = command->handler;
     if (running_ > 0 && (command->flags & mirdane::kModalCommand) != 0) {
-        return {false, title + ": another command is running"};
+        return failed(title + ": another command is running");
     }
     struct Running {
         std::int32_t& count;
@@ -189,15 +189,15 @@ ModuleResult ModuleHost::run(std::string_view name) {
     try {
         handler();
     } catch (const std::exception& error) {
-        ModuleResult failed{false, title + ": " + error.what()};
-        say(failed.message);
-        return failed;
+        Outcome broken = failed(title + ": " + error.what());
+        say(broken.message);
+        return broken;
     } catch (...) {
-        ModuleResult failed{false, title + ": ended by an unknown exception"};
-        say(failed.message);
-        return failed;
+        Outcome broken = failed(title + ": ended by an unknown exception");
+        say(broken.message);
+        return broken;
     }
-    return {true, {}};
+    return {};
 }
 
 void ModuleHost::say(const std::string& line) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/surface/module.h"
+#include "values/outcome.h"
 
 #include <cstdint>
 #include <functional>
@@ -12,11 +13,6 @@
 #include <vector>
 
 namespace fenmark::host::embedded {
-
-struct ModuleResult {
-    bool ok = false;
-    std::string message; // why not, in one line
-};
 
 struct RegisteredCommand {
     std::string group;
@@ -37,16 +33,16 @@ class ModuleHost {
     static ModuleHost* current();
 
     // Loads the library, tests its version, and sends the messages of initialisation and of the open drawing.
-    ModuleResult load(const std::string& path);
+    Outcome load(const std::string& path);
     // Sends the messages of the drawing's and the module's end and unloads the library. Refused for a module that did
     // not allow it, that is not loaded, or while a command runs. The name is the file's, in any case.
-    ModuleResult unload(std::string_view name);
+    Outcome unload(std::string_view name);
     // Sends a message to every loaded module.
     void send(int message);
 
     // Runs a command by its name in any case. An exception that leaves the command ends it with a line and no more. A
     // modal command is refused while another command runs.
-    ModuleResult run(std::string_view name);
+    Outcome run(std::string_view name);
     const std::vector<RegisteredCommand>& commands() const { return commands_; }
 
     // Names of loaded modules as the surface lists them: the libraries, and the host's own map modules.

@@ -1,6 +1,8 @@
 // Points and polylines of a recorded drawing.
 #include "host/recording/recording_drawing_writer.h"
 
+#include <algorithm>
+
 namespace fenmark::host {
 
 MdDbObjectId RecordingDrawingWriter::appendPoint(const MdGePoint3d& point, std::string_view layerName) {
@@ -15,9 +17,7 @@ MdDbObjectId RecordingDrawingWriter::appendPointXyz(double x, double y, double z
         return {};
     }
     const MdDbObjectId id = ids_.next();
-    pointIds_.push_back(id.asUint64());
-    points_.push_back({x, y, z});
-    pointLayers_.push_back(layerNames_.intern(layerName));
+    points_.push_back({id, {x, y, z}, kept(layerName)});
     return id;
 }
 
@@ -26,9 +26,7 @@ MdDbObjectId RecordingDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& ve
     MdDbObjectId id;
     if (!failPolylines) {
         id = ids_.next();
-        polylineIds_.push_back(id.asUint64());
-        vertices_.push_back(vertices);
-        polylines_.push_back({layerNames_.intern(currentLayer), false, false});
+        polylines_.push_back({id, vertices, kept(currentLayer), false, false});
     }
     vertices.clear();
     return id;
@@ -36,25 +34,25 @@ MdDbObjectId RecordingDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& ve
 
 void RecordingDrawingWriter::convertToLightweight(MdDbObjectId id) {
     calls_.add(Call::ConvertToLightweight);
-    if (PolylineState* const polyline = find(id)) {
+    if (RecordedPolyline* const polyline = find(id)) {
         polyline->lightweight = true;
     }
 }
 
 void RecordingDrawingWriter::setPolylineLayer(MdDbObjectId id, std::string_view layerName) {
     calls_.add(Call::SetPolylineLayer);
-    if (PolylineState* const polyline = find(id)) {
-        polyline->layer = layerNames_.intern(layerName);
+    if (RecordedPolyline* const polyline = find(id)) {
+        polyline->layer = kept(layerName);
     }
 }
 
 bool RecordingDrawingWriter::setLotPolyline(MdDbObjectId id, std::string_view layerName, bool closed) {
     calls_.add(Call::SetLotPolyline);
-    PolylineState* const polyline = find(id);
+    RecordedPolyline* const polyline = find(id);
     if (failLotPolylines || polyline == nullptr || !polyline->lightweight) {
         return false;
     }
-    polyline->layer = layerNames_.intern(layerName);
+    polyline->layer = kept(layerName);
     polyline->closed = closed;
     return true;
 }
@@ -69,33 +67,22 @@ std::string RecordingDrawingWriter::getCurrentLayerName() {
     return currentLayer;
 }
 
-RecordedPoint RecordingDrawingWriter::point(std::size_t index) const {
-    const auto layer = static_cast<std::uint32_t>(pointLayers_.at(index));
-    return {MdDbObjectId(pointIds_.at(index)), points_[index], layerNames_[layer]};
+RecordedPolyline* RecordingDrawingWriter::find(MdDbObjectId id) {
+    if (!polylines_.empty() && polylines_.back().id == id) {
+        return &polylines_.back(); // mostly asked for
+    }
+    const auto found = std::lower_bound(polylines_.begin(), polylines_.end(), id,
+                                        [](const RecordedPolyline& polyline, MdDbObjectId wanted) {
+                                            return polyline.id.asUint64() < wanted.asUint64();
+                                        });
+    return found != polylines_.end() && found->id == id ? &*found : nullptr;
 }
 
-RecordedPolyline RecordingDrawingWriter::polyline(std::size_t index) const {
-    const MdDbObjectId id(polylineIds_.at(index));
-    const PolylineState& state = polylines_[index];
-    return {id, vertices_[index], layerNames_[state.layer], state.lightweight, state.closed};
-}
-
-RecordingDrawingWriter::PolylineState* RecordingDrawingWriter::find(MdDbObjectId id) {
-    const std::uint64_t wanted = id.asUint64();
-    std::size_t first = 0;
-    std::size_t last = polylineIds_.size();
-    if (last > 0 && polylineIds_.at(last - 1) == wanted) {
-        first = last - 1; // mostly the newest is meant
+std::string_view RecordingDrawingWriter::kept(std::string_view layerName) {
+    if (lastLayer_ != layerName || lastLayer_.data() == nullptr) {
+        lastLayer_ = *layerNames_.emplace(layerName).first;
     }
-    while (first < last) {
-        const std::size_t middle = first + (last - first) / 2;
-        if (polylineIds_.at(middle) < wanted) {
-            first = middle + 1;
-        } else {
-            last = middle;
-        }
-    }
-    return first < polylineIds_.size() && polylineIds_.at(first) == wanted ? &polylines_[first] : nullptr;
+    return lastLayer_;
 }
 
 } // namespace fenmark::host

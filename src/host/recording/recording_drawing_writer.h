@@ -1,14 +1,14 @@
-// The recording double of the drawing: points and polylines kept column by column, so that a million of them are small.
+// The recording double of the drawing: points and polylines in the order in which they came.
 #pragma once
 
 #include "host/boundary/drawing_writer.h"
 #include "host/recording/call_log.h"
-#include "host/recording/column.h"
-#include "host/recording/text_pool.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <deque>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,13 +23,13 @@ struct RecordedPoint {
 
 struct RecordedPolyline {
     MdDbObjectId id;
-    std::span<const MdGePoint3d> vertices;
+    std::vector<MdGePoint3d> vertices;
     std::string_view layer; // "0" until a layer is set
     bool lightweight = false;
     bool closed = false;
 };
 
-// Hands out the identifiers of one recorded drawing: 1, 2, 3, ...
+// The identifiers of one recorded drawing: 1, 2, 3, ...
 class IdSource {
   public:
     MdDbObjectId next() { return MdDbObjectId(++last_); }
@@ -53,12 +53,13 @@ class RecordingDrawingWriter : public DrawingWriter {
     std::vector<std::string> listLayers() override;
     std::string getCurrentLayerName() override;
 
-    std::size_t pointCount() const { return pointIds_.size(); }
-    RecordedPoint point(std::size_t index) const;
-    std::size_t polylineCount() const { return polylineIds_.size(); }
-    RecordedPolyline polyline(std::size_t index) const;
+    // std::out_of_range beyond the end.
+    std::size_t pointCount() const { return points_.size(); }
+    const RecordedPoint& point(std::size_t index) const { return points_.at(index); }
+    std::size_t polylineCount() const { return polylines_.size(); }
+    const RecordedPolyline& polyline(std::size_t index) const { return polylines_.at(index); }
 
-    // The drawing as the test wants it.
+    // What the test sets the drawing to.
     std::vector<std::string> layers{"0"};
     std::string currentLayer = "0";
     // What fails: the append then gives a null identifier; the lot polyline then cannot be opened.
@@ -67,22 +68,16 @@ class RecordingDrawingWriter : public DrawingWriter {
     bool failLotPolylines = false;
 
   private:
-    struct PolylineState {
-        std::uint32_t layer = 0;
-        bool lightweight = false;
-        bool closed = false;
-    };
-    PolylineState* find(MdDbObjectId id);
+    RecordedPolyline* find(MdDbObjectId id);
+    // The name, kept once.
+    std::string_view kept(std::string_view layerName);
 
     CallLog& calls_;
     IdSource& ids_;
-    TextPool layerNames_;
-    SequenceColumn<1> pointIds_;
-    SequenceColumn<0> pointLayers_;
-    Column<MdGePoint3d> points_;
-    SequenceColumn<1> polylineIds_; // rising, so that a look-up can halve
-    Column<PolylineState> polylines_;
-    SpanColumn<MdGePoint3d> vertices_;
+    std::set<std::string, std::less<>> layerNames_;
+    std::string_view lastLayer_;
+    std::deque<RecordedPoint> points_;
+    std::deque<RecordedPolyline> polylines_; // identifiers rise, so that a look-up can halve
 };
 
 } // namespace fenmark::host

@@ -55,24 +55,34 @@ void RecordingObjectDataWriter::define(std::string_view table) {
 }
 
 void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, const ObjectDataRow& row) {
-    const bool sameRun = !runs_.empty() && runs_.back().table.data() == table.data() &&
-                         runs_.back().type.data() == row.type.data() && runs_.back().fileName == row.fileName;
-    if (!sameRun) {
-        runs_.push_back({ids_.size(), table, row.type, fileNames_[fileNames_.intern(row.fileName)]});
+    names_ += row.name;
+    rows_.push_back({id, row.no, sourceOf(table, row.type, row.fileName), names_.size()});
+}
+
+// Rows that share a source come in long runs, and sources are few.
+std::uint32_t RecordingObjectDataWriter::sourceOf(std::string_view table, std::string_view type,
+                                                  std::string_view fileName) {
+    const auto same = [&](const Source& source) {
+        return source.table == table && source.type == type && source.fileName == fileName;
+    };
+    const std::size_t last = rows_.empty() ? 0 : rows_.back().source;
+    if (!rows_.empty() && same(sources_[last])) {
+        return static_cast<std::uint32_t>(last);
     }
-    ids_.push_back(id.asUint64());
-    numbers_.push_back(row.no);
-    names_.push_back(row.name);
+    const auto found = std::find_if(sources_.begin(), sources_.end(), same);
+    const auto index = static_cast<std::uint32_t>(found - sources_.begin());
+    if (found == sources_.end()) {
+        sources_.push_back({table, type, std::string(fileName)});
+    }
+    return index;
 }
 
 RecordedRow RecordingObjectDataWriter::row(std::size_t index) const {
-    const std::uint64_t id = ids_.at(index);
-    const auto behind = std::upper_bound(runs_.begin(), runs_.end(), index,
-                                         [](std::size_t wanted, const Run& run) { return wanted < run.firstRow; });
-    const Run& run = *(behind - 1);
-    const std::span<const char> name = names_[index];
-    return {run.table, MdDbObjectId(id), numbers_[index], std::string_view(name.data(), name.size()),
-            run.type,  run.fileName};
+    const Row& row = rows_.at(index);
+    const Source& source = sources_[row.source];
+    const std::size_t start = index == 0 ? 0 : rows_[index - 1].nameEnd;
+    const std::string_view name = std::string_view(names_).substr(start, row.nameEnd - start);
+    return {source.table, row.id, row.no, name, source.type, source.fileName};
 }
 
 } // namespace fenmark::host

@@ -1,13 +1,12 @@
-// The recording double of the object-data tables: rows as (table, identifier, four values), kept column by column.
+// The recording double of the object-data tables: rows as (table, identifier, four values).
 #pragma once
 
 #include "host/boundary/object_data_writer.h"
 #include "host/recording/call_log.h"
-#include "host/recording/column.h"
-#include "host/recording/text_pool.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,8 +39,8 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
     void writeResultRow(MdDbObjectId id, std::string_view fileName, std::int32_t routeNumber, std::string_view name,
                         bool crossSection) override;
 
-    std::size_t rowCount() const { return ids_.size(); }
-    // The views hold until the next row is written.
+    std::size_t rowCount() const { return rows_.size(); }
+    // The views hold until the next row is written. std::out_of_range beyond the end.
     RecordedRow row(std::size_t index) const;
     // The tables in the order of their first definition.
     const std::vector<std::string>& tables() const { return tables_; }
@@ -52,19 +51,23 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
 
     CallLog& calls_;
     std::vector<std::string> tables_;
-    TextPool fileNames_;
-    SequenceColumn<1> ids_;
-    Column<std::int32_t> numbers_;
-    SpanColumn<char> names_; // names seldom repeat
-    // Rows that share table, type and file name come in long runs. Tables and types are texts of the program, so that
-    // they are kept as they come and are the same if they lie at the same place.
-    struct Run {
-        std::size_t firstRow = 0;
+    // What many rows share. Tables and types are texts of the program, which stay where they are.
+    struct Source {
         std::string_view table;
         std::string_view type;
-        std::string_view fileName; // in the pool
+        std::string fileName;
     };
-    std::vector<Run> runs_;
+    struct Row {
+        MdDbObjectId id;
+        std::int32_t no = 0;
+        std::uint32_t source = 0;
+        std::size_t nameEnd = 0; // in the names, where that of the row before ends, this one begins
+    };
+    std::uint32_t sourceOf(std::string_view table, std::string_view type, std::string_view fileName);
+
+    std::vector<Source> sources_;
+    std::deque<Row> rows_;
+    std::string names_; // one behind the other
 };
 
 } // namespace fenmark::host

@@ -91,7 +91,7 @@ Status mdedMdmLoad(std::string_view name);
 Status mdedGetSystemText(std::string_view name, std::string& text);
 Status mdedSetSystemText(std::string_view name, std::string_view text);
 
-// The file that the next run of "Fenmark" is to begin with, set by a host whose user handed it a file; empty for none.
+// The file that the next run of "Fenmark" is to begin with, set by a host whose user gave it a file; empty for none.
 inline constexpr std::string_view kPendingFileVariable = "FENMARKFILE";
 // The log that the last run of "Fenmark" wrote, set by the module; empty if the run wrote none.
 inline constexpr std::string_view kLogFileVariable = "FENMARKLOG";

@@ -37,7 +37,7 @@ constexpr std::array kPatterns{
     Pattern{LineKind::RoutePoints, 1, false, "          ", "点の構成点\n", ""},
     Pattern{LineKind::RouteAlignmentFailed, 0, false, "ERROR     平面線形を作成できませんでした\n", "", ""},
     Pattern{LineKind::RoutePolylineFailed, 0, false, "ERROR     ポリラインを作成できませんでした\n", "", ""},
-    // The line says G01 although the record is G00, which is meant.
+    // The line says G01 although the record is G00, on purpose.
     Pattern{LineKind::Version, kLineDigits, true, "", " G01 SIMAのバージョン： ", "\n"},
     Pattern{LineKind::LongitudinalBegin, kLineDigits, false, "", " H00 縦断成果データの読み込み開始", ""},
     Pattern{LineKind::LongitudinalAlignment, 0, true, "          中心線”", "", "”の縦断成果データ"},

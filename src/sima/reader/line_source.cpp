@@ -64,7 +64,7 @@ std::size_t LineSource::readBlock(char* into, std::size_t size) {
     }
 }
 
-// Room behind what is at hand: the first place goes to the front, and a line that fills the buffer makes it grow.
+// Room behind what the buffer holds: the first place goes to the front, and a line that fills the buffer makes it grow.
 void LineSource::makeRoom() {
     if (start_ > 0) {
         std::memmove(buffer_.data(), buffer_.data() + start_, end_ - start_);

@@ -45,7 +45,7 @@ class LineSource {
     // The next line without its end, LF or CR LF. False at the end of the file. The view holds until the next call.
     // Raises ReadFailure if the file breaks off with a fault, LineTooLong for a line that is.
     bool next(std::string_view& line);
-    // What is at hand of the text behind that line; mostly many lines, but any piece of one too. Holds until next().
+    // What the buffer holds of the text behind that line; mostly many lines, but any piece of one too. Holds until next().
     std::string_view ahead() const { return {buffer_.data() + start_, end_ - start_}; }
     // Passes over so much of that.
     void skip(std::size_t bytes) {

@@ -65,7 +65,7 @@ void readLongitudinalSection(FilePass& file) {
     } else if (!section.verticals.empty()) {
         file.countPassedOver("result of a section without its end record: H01", section.verticals.size());
     }
-    // The count is that of all sections of the file so far, not of this one alone. This is meant.
+    // The count is that of all sections of the file so far, not of this one alone, on purpose.
     const bool ok = !reader.alignmentName.empty();
     log.longitudinalEnd(reader.lineNumber, ok, ok ? static_cast<std::int32_t>(reader.verticals.size()) : 0);
 }

@@ -125,7 +125,7 @@ void readLotSection(FilePass& file) {
             break;
         }
     }
-    // The end of the file closes a lot as good even if it was abandoned, which D99 would have refused. This is meant.
+    // The end of the file closes a lot as good even if it was abandoned, which D99 would have refused; on purpose.
     closeLot(file, std::move(lot), hasTriangleData);
 }
 

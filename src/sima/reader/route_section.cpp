@@ -112,7 +112,7 @@ void skipElementBlock(FilePass& file) {
     }
 }
 
-// Reads up to F99. 0, or -1 if a point was missing. The end of the file gives 0 even then, which is meant.
+// Reads up to F99. 0, or -1 if a point was missing. The end of the file gives 0 even then, on purpose.
 std::int32_t readRouteSection(FilePass& file) {
     SimaReader& reader = file.reader();
     SimaLog& log = file.log();

@@ -117,18 +117,13 @@ void SimaReader::reset() {
     hSeries.clear();
     points.clear();
     entities.clear(); // a pass that an exception ended may have left a route open
-    createdAlignmentNames.clear();
     log.clear();
     lineNumber = 0;
     errorCount = 0;
     openError.clear();
     routesRead_ = {};
     routesCreated_ = {};
-    alignmentsCreated = 0;
-    polylinesCreated = 0;
-    longitudinalPointsCreated = 0;
-    crossSectionPointsCreated = 0;
-    coordinatePointsCreated = 0;
+    static_cast<CreatedObjects&>(*this) = {};
     passedOver.clear();
     routeIndex_ = {};
 }

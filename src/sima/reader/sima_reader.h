@@ -26,13 +26,73 @@
 namespace fenmark::sima {
 
 // Lines that the rules pass over in silence, by kind (for instance "unknown code at top level: X01"), so that a
-// program can tell its user.
+// program can report them.
 using PassedOver = std::map<std::string, std::int64_t>;
 
-// A value. The dialogs and the command hand copies of it around; points, lots, routes, results and log share their
+// What the command and the dialogs set. It survives a pass.
+struct ImportSettings {
+    std::string siteName;
+    std::string pointLayer;
+    std::string ipLayer; // of routes of type 1
+    std::string lotLayer;
+    std::string wideStakeLayer;  // of routes of type 4 and 5
+    std::string continuousLayer; // of routes of type 6
+    double shiftDistance = 0.0;  // metres
+    SimaImportOptions options;
+    host::MdDbObjectId alignmentId;    // that the user chose; null if none
+    bool forceChosenAlignment = false; // for every H and I section, whatever route they name
+};
+
+// What the file holds, in its order.
+struct FileModel {
+    PointTable points;
+    SharedArray<SimaAlignment> alignments;
+    SharedArray<LotData, LargeAllocator<LotData>> lots;
+    SharedArray<VerticalData> verticals; // every H01, across H sections
+    SharedArray<IntersectionData> intersections;
+    SharedArray<HSeriesData> hSeries;
+};
+
+// The route that is being read: its opening record and what follows it.
+struct OpenRoute {
+    std::string routeNumberText;
+    std::string routeGroupText;
+    std::string routeNameText;
+    std::int32_t routeType = 0;
+    double startStation = 0.0; // metres
+    Array<EntityData> entities;
+};
+
+// How far a pass has come, and what it had to say.
+struct PassState {
+    std::string baseName;
+    std::string filePath;
+    std::int32_t lineNumber = 0; // of the last line read, from 1
+    std::int32_t errorCount = 0;
+    std::error_code openError; // of the last pass
+    SimaLog log;
+    PassedOver passedOver;
+    // What the H and I sections refer to.
+    std::string alignmentName;
+    bool usedRouteType2 = false;
+    bool usedRouteType3 = false;
+    bool usedRouteType7 = false;
+};
+
+// What the output made of the file.
+struct CreatedObjects {
+    std::int32_t alignmentsCreated = 0;
+    std::int32_t polylinesCreated = 0;
+    std::int32_t longitudinalPointsCreated = 0;
+    std::int32_t crossSectionPointsCreated = 0;
+    std::int32_t coordinatePointsCreated = 0;
+    SharedArray<std::string> createdAlignmentNames;
+};
+
+// A value. The dialogs and the command pass copies of it around; points, lots, routes, results and log share their
 // elements between copies, so that a copy costs the same for a file of any size (see SharedArray, PointTable,
 // TextList).
-class SimaReader {
+class SimaReader : public ImportSettings, public FileModel, public OpenRoute, public PassState, public CreatedObjects {
   public:
     // 0 when the file was read to its end, -1 when it could not be opened, for the reason in openError.
     // std::invalid_argument leaves a pass when a record is too short for the field that a reader takes, LineTooLong
@@ -61,46 +121,6 @@ class SimaReader {
     bool bindRoute(std::int32_t number);
     // Empties the model, the log's lists and the counters; what the command has set survives.
     void reset();
-
-    PointTable points;
-    std::string baseName;
-    std::string filePath;
-    std::string siteName;
-    std::string routeNumberText;
-    std::string routeGroupText;
-    std::string routeNameText;
-    std::string pointLayer;
-    std::string ipLayer;
-    std::string lotLayer;
-    std::string wideStakeLayer;
-    std::string continuousLayer;
-    double shiftDistance = 0.0; // metres
-    SimaImportOptions options;
-    host::MdDbObjectId alignmentId;
-    std::string alignmentName;
-    double startStation = 0.0; // metres
-    std::int32_t routeType = 0;
-    Array<EntityData> entities;
-    SharedArray<SimaAlignment> alignments;
-    SharedArray<LotData, LargeAllocator<LotData>> lots;
-    SharedArray<VerticalData> verticals;
-    SharedArray<IntersectionData> intersections;
-    SharedArray<HSeriesData> hSeries;
-    std::int32_t lineNumber = 0;
-    std::int32_t errorCount = 0;
-    std::error_code openError; // of the last pass
-    SimaLog log;
-    std::int32_t alignmentsCreated = 0;
-    std::int32_t polylinesCreated = 0;
-    std::int32_t longitudinalPointsCreated = 0;
-    std::int32_t crossSectionPointsCreated = 0;
-    std::int32_t coordinatePointsCreated = 0;
-    bool usedRouteType2 = false;
-    bool usedRouteType3 = false;
-    bool usedRouteType7 = false;
-    bool forceChosenAlignment = false;
-    SharedArray<std::string> createdAlignmentNames;
-    PassedOver passedOver;
 
   private:
     const SimaAlignment* findRoute(std::int32_t number) const;

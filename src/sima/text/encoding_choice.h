@@ -1,5 +1,5 @@
-// Which encoding a file was written in, as far as its bytes show it. Programs choose with this; the reader reads what
-// it is told.
+// Which encoding a file was written in, as far as its bytes show it. Programs choose with this; the reader reads
+// in the encoding that it is given.
 #pragma once
 
 #include "sima/text/encoding.h"

@@ -50,7 +50,7 @@ class Fields {
 
 // Replaces the fields by those of the line and returns their number. A field that begins with a double quote runs to
 // its closing quote, separators included, with doubled quotes for single ones; see the source for the odd cases, which
-// are meant. The line must outlive the fields. The separator is one character; the format's is ",".
+// are on purpose. The line must outlive the fields. The separator is one character; the format's is ",".
 std::int32_t splitLine(std::string_view line, std::string_view separator, Fields& fields);
 
 // The same by commas, for a line without any byte of 0x80 or more. False, with the fields undefined, if it has one.

@@ -5,15 +5,65 @@
 
 namespace fenmark::sima {
 
-// Ids of the texts that more than one place uses.
-constexpr int kMessageMissingPoint = 138;
-constexpr int kMessageNoCurvesHere = 139;
-constexpr int kMessageLongitudinalOutside = 141;
-constexpr int kMessageCrossSectionOutside = 153;
-constexpr int kLabelCoordinates = 140; // the labels of the import kinds: 140, then 142 to 151
-constexpr int kLabelLots = 142;
-constexpr int kLabelAll = 152;
+enum MessageId : int {
+    kMessageTooManyFields = 101,
+    kMessageTooFewFields,
+    kMessageBadCoordinates,
+    kMessagePointNumber,
+    kMessageDuplicatePoint,
+    kMessageX,
+    kMessageY,
+    kMessageZ,
+    kMessageAddedDistance,
+    kMessageParameterA,
+    kMessageStartRadius,
+    kMessageEndRadius,
+    kMessageSideLength,
+    kMessageAzimuth,
+    kMessageLotNumber,
+    kMessageRouteNumber,
+    kMessageGroupNumber,
+    kMessageStartDistance,
+    kMessageResultRouteNumber,
+    kMessageResultGroupNumber,
+    kMessageStakeHeadHeight,
+    kMessageDistance,
+    kMessageGroundHeight,
+    kMessageVersion,
+    kMessageCoordinateSystem,
+    kMessageLotKind,
+    kMessageRouteKind,
+    kMessageStationKind,
+    kMessageBadLine,
+    kMessageBadLot,
+    kMessageBadRoute,
+    kMessageBadLongitudinal,
+    kMessageBadCrossSection,
+    kMessageRadius,
+    kMessageWidth,
+    kMessageStationPitch,
+    kMessageIntermediatePitch,
+    kMessageMissingPoint,
+    kMessageNoCurvesHere,
+    kLabelCoordinates,
+    kMessageLongitudinalOutside,
+    kLabelLots,
+    kLabelLongitudinal,
+    kLabelCrossSections,
+    kLabelIpLine,
+    kLabelMainLine,
+    kLabelCentreLine,
+    kLabelWideStakesLeft,
+    kLabelWideStakesRight,
+    kLabelContinuousStraight,
+    kLabelContinuousCurved,
+    kLabelAll,
+    kMessageCrossSectionOutside,
+    kMessagePointFormat,
+    kMessageLongitudinalFormat,
+};
 
+// The labels of the import kinds are kLabelCoordinates, then kLabelLots to kLabelContinuousCurved in the order of the kinds.
 // Empty for an id that the table does not hold.
 std::string_view resourceText(int id);
 

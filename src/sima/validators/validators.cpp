@@ -31,7 +31,7 @@ std::int32_t requireFields(SimaLog& log, const Record& record, std::size_t count
     if (record.fields.size() == count) {
         return 0;
     }
-    return report(log, record, "ErrX001", record.fields.size() > count ? 101 : 102);
+    return report(log, record, "ErrX001", record.fields.size() > count ? kMessageTooManyFields : kMessageTooFewFields);
 }
 
 struct FieldRule {
@@ -83,37 +83,37 @@ std::int32_t validateG00(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 4) != 0) {
         return -1;
     }
-    return requireNumber(log, record, {1, "ErrG00-1", 124});
+    return requireNumber(log, record, {1, "ErrG00-1", kMessageVersion});
 }
 
 std::int32_t validateA01Number(SimaLog& log, const Record& record) {
     if (record.fields.size() != 6 && record.fields.size() != 7) {
-        return report(log, record, "ErrX001", 154);
+        return report(log, record, "ErrX001", kMessagePointFormat);
     }
-    return requireDigits(log, record, {1, "ErrA01-1", 104});
+    return requireDigits(log, record, {1, "ErrA01-1", kMessagePointNumber});
 }
 
 std::int32_t reportDuplicate(SimaLog& log, const Record& record) {
-    return report(log, record, "ErrA002", 105);
+    return report(log, record, "ErrA002", kMessageDuplicatePoint);
 }
 
 std::int32_t validateA01Coordinates(SimaLog& log, const Record& record) {
-    return requireNumbers(log, record, FieldRule{3, "ErrA01-2", 106}, FieldRule{4, "ErrA01-3", 107},
-                          FieldRule{5, "ErrA01-4", 108});
+    return requireNumbers(log, record, FieldRule{3, "ErrA01-2", kMessageX}, FieldRule{4, "ErrA01-3", kMessageY},
+                          FieldRule{5, "ErrA01-4", kMessageZ});
 }
 
 std::int32_t validateB01(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 4) != 0) {
         return -1;
     }
-    return requireDigits(log, record, {1, "ErrB01-1", 104});
+    return requireDigits(log, record, {1, "ErrB01-1", kMessagePointNumber});
 }
 
 std::int32_t validateB03(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 3) != 0) {
         return -1;
     }
-    return requireNumber(log, record, {1, "ErrB03-1", 109});
+    return requireNumber(log, record, {1, "ErrB03-1", kMessageAddedDistance});
 }
 
 std::int32_t validateC01(SimaLog& log, const Record& record) {
@@ -122,90 +122,94 @@ std::int32_t validateC01(SimaLog& log, const Record& record) {
     }
     const std::string_view system = trim(record.fields[1]);
     if (system != "0" && system != "1") {
-        return report(log, record, "ErrC01-1", 125);
+        return report(log, record, "ErrC01-1", kMessageCoordinateSystem);
     }
-    return requireNumber(log, record, {2, "ErrC01-2", 134});
+    return requireNumber(log, record, {2, "ErrC01-2", kMessageRadius});
 }
 
 std::int32_t validateC02(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 5) != 0) {
         return -1;
     }
-    return requireNumbers(log, record, FieldRule{1, "ErrC02-1", 110}, FieldRule{2, "ErrC02-2", 111},
-                          FieldRule{3, "ErrC02-3", 112});
+    return requireNumbers(log, record, FieldRule{1, "ErrC02-1", kMessageParameterA},
+                          FieldRule{2, "ErrC02-2", kMessageStartRadius}, FieldRule{3, "ErrC02-3", kMessageEndRadius});
 }
 
 std::int32_t validateC03(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 4) != 0) {
         return -1;
     }
-    return requireNumbers(log, record, FieldRule{1, "ErrC03-1", 113}, FieldRule{2, "ErrC03-2", 114});
+    return requireNumbers(log, record, FieldRule{1, "ErrC03-1", kMessageSideLength},
+                          FieldRule{2, "ErrC03-2", kMessageAzimuth});
 }
 
 std::int32_t validateD00(SimaLog& log, const Record& record) {
     if (record.fields.size() != 5) {
         return reportRecord(log, "ErrX001", kLotFormat, record.line, record.text);
     }
-    if (requireDigits(log, record, {1, "ErrD00-1", 115}) != 0) {
+    if (requireDigits(log, record, {1, "ErrD00-1", kMessageLotNumber}) != 0) {
         return -1;
     }
     // Not trimmed here, although the reader trims: " 1" is refused, and closes the lot all the same.
     const std::string_view kind = record.fields[3];
-    return kind == "1" || kind == "2" ? 0 : report(log, record, "ErrD00-2", 126);
+    return kind == "1" || kind == "2" ? 0 : report(log, record, "ErrD00-2", kMessageLotKind);
 }
 
 std::int32_t validateF00(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 6) != 0) {
         return -1;
     }
-    if (requireDigits(log, record, {1, "ErrF00-1", 116}) != 0 ||
-        requireDigits(log, record, {2, "ErrF00-2", 117}) != 0) {
+    if (requireDigits(log, record, {1, "ErrF00-1", kMessageRouteNumber}) != 0 ||
+        requireDigits(log, record, {2, "ErrF00-2", kMessageGroupNumber}) != 0) {
         return -1;
     }
     const std::string_view type = trim(record.fields[4]);
     const bool known = type.size() == 1 && type.front() >= '1' && type.front() <= '7';
-    return known ? 0 : report(log, record, "ErrF00-3", 127);
+    return known ? 0 : report(log, record, "ErrF00-3", kMessageRouteKind);
 }
 
 std::int32_t validateH00(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 4) != 0) {
         return -1;
     }
-    return requireDigits(log, record, {1, "ErrH00-1", 119});
+    return requireDigits(log, record, {1, "ErrH00-1", kMessageResultRouteNumber});
 }
 
 std::int32_t validateH01(SimaLog& log, const Record& record) {
     if (record.fields.size() != 7) {
-        return report(log, record, "ErrX001", 155);
+        return report(log, record, "ErrX001", kMessageLongitudinalFormat);
     }
-    if (requireNumbers(log, record, FieldRule{2, "ErrH01-1", 109}, FieldRule{3, "ErrH01-2", 123},
-                       FieldRule{4, "ErrH01-3", 121}) != 0) {
+    if (requireNumbers(log, record, FieldRule{2, "ErrH01-1", kMessageAddedDistance},
+                       FieldRule{3, "ErrH01-2", kMessageGroundHeight},
+                       FieldRule{4, "ErrH01-3", kMessageStakeHeadHeight}) != 0) {
         return -1;
     }
     const std::string_view kind = trim(record.fields[5]);
-    return kind == "1" || kind == "2" ? 0 : report(log, record, "ErrH01-4", 128);
+    return kind == "1" || kind == "2" ? 0 : report(log, record, "ErrH01-4", kMessageStationKind);
 }
 
 std::int32_t validateI00(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 4) != 0) {
         return -1;
     }
-    return requireDigits(log, record, {1, "ErrI00-1", 119});
+    return requireDigits(log, record, {1, "ErrI00-1", kMessageResultRouteNumber});
 }
 
 std::int32_t validateI01(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 6) != 0) {
         return -1;
     }
-    return requireNumbers(log, record, FieldRule{2, "ErrI01-1", 109}, FieldRule{3, "ErrI01-2", 123},
-                          FieldRule{4, "ErrI01-3", 121});
+    return requireNumbers(log, record, FieldRule{2, "ErrI01-1", kMessageAddedDistance},
+                          FieldRule{3, "ErrI01-2", kMessageGroundHeight},
+                          FieldRule{4, "ErrI01-3", kMessageStakeHeadHeight});
 }
 
 std::int32_t validateI02(SimaLog& log, const Record& record) {
     if (requireFields(log, record, 5) != 0) {
         return -1;
     }
-    return requireNumbers(log, record, FieldRule{2, "ErrI02-1", 122}, FieldRule{3, "ErrI02-2", 123});
+    return requireNumbers(log, record, FieldRule{2, "ErrI02-1", kMessageDistance},
+                          FieldRule{3, "ErrI02-2", kMessageGroundHeight});
 }
 
 std::int32_t filterCoordinateSection(SimaLog& log, const Record& record) {
@@ -216,7 +220,7 @@ std::int32_t filterCoordinateSection(SimaLog& log, const Record& record) {
     case recordCode("Z00"):
         return 0;
     default:
-        return report(log, record, "ErrA001", 103);
+        return report(log, record, "ErrA001", kMessageBadCoordinates);
     }
 }
 
@@ -234,7 +238,7 @@ std::int32_t filterLotSection(SimaLog& log, const Record& record) {
     case recordCode("D99"):
         return 0;
     default:
-        return report(log, record, "ErrD001", 130);
+        return report(log, record, "ErrD001", kMessageBadLot);
     }
 }
 
@@ -254,7 +258,7 @@ std::int32_t filterRouteSection(SimaLog& log, const Record& record) {
     case recordCode("F99"):
         return 0;
     default:
-        return report(log, record, "ErrF001", 131);
+        return report(log, record, "ErrF001", kMessageBadRoute);
     }
 }
 
@@ -265,7 +269,7 @@ std::int32_t filterLongitudinalSection(SimaLog& log, const Record& record) {
     case recordCode("H99"):
         return 0;
     default:
-        return report(log, record, "ErrH001", 132);
+        return report(log, record, "ErrH001", kMessageBadLongitudinal);
     }
 }
 
@@ -277,7 +281,7 @@ std::int32_t filterCrossSection(SimaLog& log, const Record& record) {
     case recordCode("I99"):
         return 0;
     default:
-        return report(log, record, "ErrI001", 133);
+        return report(log, record, "ErrI001", kMessageBadCrossSection);
     }
 }
 

@@ -17,7 +17,7 @@
 
 namespace fenmark::ui {
 
-// The questions that the form hands on to other windows; programs use the real ones, tests answer by themselves.
+// The questions that the form passes on to other windows; programs use the real ones, tests answer by themselves.
 struct FenmarkFormServices {
     // The path that the user chose, nothing if cancelled.
     std::function<std::optional<QString>(QWidget* parent, const QString& current)> browse;
@@ -36,7 +36,7 @@ class FenmarkForm : public Form, public treelist::TreeListParent {
 
     // The state as it stands; complete once the form was accepted.
     const command::ImportDialogState& state() const { return state_; }
-    // What the form held when it closed, handed over without a copy.
+    // What the form held when it closed, moved out without a copy.
     command::ImportDialogState takeState() { return std::move(state_); }
 
     // An exception of the preview after a choice of file, which ended the form; null if there was none. It may not

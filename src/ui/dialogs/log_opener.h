@@ -1,4 +1,4 @@
-// Shows a log file: by the desktop's own opener, unless a program or a test wants it otherwise.
+// Shows a log file: by the desktop's own opener, unless a program or a test sets another way.
 #pragma once
 
 #include <QString>

@@ -59,7 +59,7 @@ class CProgressWnd : public QWidget {
     void createChildren();
     void layOut();
     void placeWindow();
-    QPoint origin() const; // of the screen that places are told from
+    QPoint origin() const; // of the screen that places are measured from
 
     QString caption_;
     QPointer<QWidget> mainWindow_;

@@ -8,7 +8,7 @@ namespace fenmark::ui {
 
 void prepareSimFileDialog(QFileDialog& dialog, const QString& current) {
     dialog.setWindowTitle(QStringLiteral("SIMAファイルを選択"));
-    // Shown as "(*.sim)". The second pattern is for desktops whose own file dialogs tell upper from lower case.
+    // Shown as "(*.sim)". The second pattern is for desktops whose own file dialogs distinguish upper from lower case.
     dialog.setNameFilters({QStringLiteral("(*.sim) (*.sim *.SIM)")});
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setDefaultSuffix(QStringLiteral("sim"));

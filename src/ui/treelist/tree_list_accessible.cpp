@@ -70,7 +70,7 @@ class CellAccessible : public QAccessibleInterface,
         if (!control_ || !item_ || kind != QAccessible::Name || control_->GetColumnModify(column_) == 0) {
             return;
         }
-        // As if typed in: the parent is told and may refuse. This interface may end meanwhile.
+        // As if typed in: the parent is notified and may refuse. This interface may end meanwhile.
         const QPointer<CTreeListCtrl> control = control_;
         if (!control->BeginModify(item_, column_) || !control) {
             return;
@@ -407,7 +407,7 @@ void announceTreeListReset(const CTreeListCtrl* control) {
 
 namespace {
 
-// What the toolkit was told of. Taken back when the library that holds this code is unloaded, since the toolkit would
+// What the toolkit was given. Withdrawn when the library that holds this code is unloaded, since the toolkit would
 // call into what is no longer there.
 struct Installed {
     Installed() {

@@ -14,10 +14,10 @@ void installTreeListAccessibility();
 // True while a screen reader or the like is listening.
 [[nodiscard]] bool treeListIsHeard();
 
-// The control's rows or columns have changed or go: interfaces of its cells that were handed out end.
+// The control's rows or columns have changed or go: interfaces of its cells that are in use end.
 void forgetAccessibleRows(const CTreeListCtrl* control);
 
-// The rows or columns shown have changed: tells those who listen that the table is another one.
+// The rows or columns shown have changed: notifies listeners that the table is another one.
 void announceTreeListReset(const CTreeListCtrl* control);
 
 // Hears all events in place of the toolkit, whose own listeners cannot be had on every platform; null ends it.

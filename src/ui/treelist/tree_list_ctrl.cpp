@@ -1,4 +1,4 @@
-// The tree list control: set-up, layout, painting and what it tells its parent.
+// The tree list control: set-up, layout, painting and the notifications to its parent.
 #include "ui/treelist/tree_list_ctrl.h"
 
 #include <algorithm>

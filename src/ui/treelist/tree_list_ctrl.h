@@ -110,7 +110,7 @@ class FENMARK_TREELIST_API CTreeListCtrl : public QAbstractScrollArea {
     [[nodiscard]] int GetCount() const;     // all rows: the name that trees use
     [[nodiscard]] bool ItemHasChildren(const CTreeListItem* item) const;
     // False if vetoed, or for the hidden root. A row that was expanded once and has no children, and one that is in the
-    // wanted state already, are left as they are without a notification.
+    // new state already, are left as they are without a notification.
     bool Expand(CTreeListItem* item, ExpandCode code);
     void EnsureVisible(CTreeListItem* item, int column = -1); // expands parents as needed, without notifications
 
@@ -329,8 +329,8 @@ class FENMARK_TREELIST_API CTreeListCtrl : public QAbstractScrollArea {
 
     // Editing (tree_list_ctrl_edit.cpp).
     bool beginControl();
-    void closeEditor();          // hides it, without writing or telling anybody
-    void endControl(bool write); // closes the open editor and tells the parent
+    void closeEditor();          // hides it, without writing or a notification
+    void endControl(bool write); // closes the open editor and notifies the parent
     int updateModifyColumn(int column);
     int writeAllBack(bool reopen);
     void endModify();
@@ -361,7 +361,7 @@ class FENMARK_TREELIST_API CTreeListCtrl : public QAbstractScrollArea {
     mutable bool layoutDirty_ = true;
     mutable bool laying_ = false;
 
-    std::vector<RowGuard*> guards_;        // over notifications: told when their row or the control is deleted
+    std::vector<RowGuard*> guards_;        // over notifications: learn when their row or the control is deleted
     std::deque<CTreeListItem*> selection_; // the last one added is the first
     CTreeListItem* focusItem_ = nullptr;
     int focusColumn_ = 0;

@@ -260,7 +260,7 @@ void CTreeListCtrl::CancelModify() {
         return;
     }
     const RowGuard row(*this, modifyItem_);
-    setState(kControlWriting, true); // nothing begins while the parent is told that the editor closed
+    setState(kControlWriting, true); // nothing begins while the parent is notified that the editor closed
     endControl(false);
     if (!row || modifyItem_ != row.get()) {
         return;

@@ -186,7 +186,7 @@ bool CTreeListCtrl::viewportEvent(QEvent* event) {
 
 void CTreeListCtrl::wheelEvent(QWheelEvent* event) {
     QAbstractScrollArea::wheelEvent(event);
-    // At an end the wheel is not handed on to the window around, unless there is nothing to scroll at all.
+    // At an end the wheel is not passed on to the window around, unless there is nothing to scroll at all.
     event->setAccepted(verticalScrollBar()->maximum() > 0 || horizontalScrollBar()->maximum() > 0);
 }
 

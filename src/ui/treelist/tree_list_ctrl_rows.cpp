@@ -107,7 +107,7 @@ void CTreeListCtrl::leaveEditor(const CTreeListItem* above) {
 void CTreeListCtrl::forget(CTreeListItem* subtree) {
     const auto gone = [subtree](const CTreeListItem* row) { return row && row->isInSubtreeOf(subtree); };
     if (gone(modifyItem_)) {
-        closeEditor(); // the parent opened it again while it was told that it closed
+        closeEditor(); // the parent opened it again while it was notified that it closed
         endModify();
     }
     if (gone(focusItem_)) {

@@ -1,4 +1,4 @@
-// What the tree list tells its parent, and how the parent answers.
+// The notifications of the tree list to its parent, and how the parent answers.
 #pragma once
 
 #include "ui/treelist/model/tree_list_codes.h"

@@ -1,4 +1,4 @@
-// A thousand seeded cases of one builder: each chain is laid exactly, taken apart, and asked for again.
+// The way back: a thousand seeded chains are laid exactly, taken apart, and asked for again.
 #pragma once
 
 #include "support/exact_chain.h"
@@ -82,14 +82,6 @@ void sweep(std::uint64_t seed, Case run, int other_allowed = 0) {
         std::cout << "  seed " << seed << ": " << other << " of " << cases << " cases gave another tangent chain\n";
     }
     ::testing::Test::RecordProperty("seed", static_cast<int>(seed));
-}
-
-/// A record that is not a number in one of its fields, in turn: for tests that bad input ends in a status.
-inline constexpr int kFieldCount = 14;
-inline void spoil(Calelm& e, int field, double value) {
-    double* const fields[kFieldCount] = {&e.sx, &e.sy,  &e.ex,   &e.ey,   &e.dir, &e.par, &e.r1,
-                                         &e.r2, &e.len, &e.sang, &e.eang, &e.k1,  &e.k2,  &e.k3};
-    *fields[field] = value;
 }
 
 } // namespace fenmark::exact

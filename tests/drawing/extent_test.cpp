@@ -1,0 +1,61 @@
+// The box around everything in a drawing, after objects are removed or replaced.
+#include "support/drawing_support.h"
+
+namespace fenmark::drawing {
+namespace {
+
+Element straight(double fromX, double toX, double y) {
+    Element element;
+    element.start = {fromX, y};
+    element.end = {toX, y};
+    element.length = toX - fromX;
+    return element;
+}
+
+Extent boxOf(double minX, double minY, double maxX, double maxY) {
+    return {minX, minY, maxX, maxY};
+}
+
+TEST(DrawingExtent, IsLessWhenAnImportGoes) {
+    Drawing drawing;
+    drawing.addPoint({10, 20, 0}, 0);
+    Import import;
+    import.firstId = drawing.lastId() + 1;
+    drawing.addPoint({-500, 700, 0}, 0);
+    import.lastId = drawing.lastId();
+    const MdDbObjectId id = drawing.addImport(import);
+    drawing.addPoint({30, 5, 0}, 0);
+    EXPECT_EQ(drawing.extent(), boxOf(-500, 5, 30, 700));
+    ASSERT_TRUE(drawing.removeImport(id));
+    EXPECT_EQ(drawing.extent(), boxOf(10, 5, 30, 20));
+}
+
+TEST(DrawingExtent, FollowsElementsThatAreLaidAnewOrGo) {
+    Drawing drawing;
+    const std::size_t line = drawing.addAlignment(drawing.addSite("s"), "", "0", "", "");
+    drawing.addElement(line, straight(0, 100, 0));
+    drawing.addElement(line, straight(100, 200, 90));
+    EXPECT_EQ(drawing.extent(), boxOf(0, 0, 200, 90));
+    const Element anew = straight(100, 180, -10);
+    drawing.relayLastElements(line, std::span(&anew, 1));
+    EXPECT_EQ(drawing.extent(), boxOf(0, -10, 180, 0));
+    drawing.removeElement(line, 1);
+    EXPECT_EQ(drawing.extent(), boxOf(0, 0, 100, 0));
+}
+
+TEST(DrawingExtent, ComesBackWithAMark) {
+    Drawing drawing;
+    const std::size_t line = drawing.addAlignment(drawing.addSite("s"), "", "0", "", "");
+    drawing.addElement(line, straight(0, 100, 0));
+    drawing.addElement(line, straight(100, 200, 90));
+    drawing.removeElement(line, 1);
+    const Drawing::Mark mark = drawing.mark();
+    drawing.addPoint({-1, -1, 0}, 0);
+    Drawing::Removed gone = drawing.takeBack(mark);
+    EXPECT_EQ(drawing.extent(), boxOf(0, 0, 100, 0));
+    ASSERT_TRUE(drawing.putBack(std::move(gone)));
+    EXPECT_EQ(drawing.extent(), boxOf(-1, -1, 100, 0));
+}
+
+} // namespace
+} // namespace fenmark::drawing

@@ -11,9 +11,10 @@ int main(int count, char** values) {
     platform::prepareProcess();
     try {
         platform::StandardStreams streams;
-        const int code =
-            fenmark::cli::run(platform::programArguments(count, values),
-                              {streams.out(), streams.err(), platform::isTerminal(platform::Stream::Error)});
+        fenmark::cli::Streams said{streams.out(), streams.err(), platform::isTerminal(platform::Stream::Error)};
+        said.columns = platform::terminalWidth(platform::Stream::Error).value_or(0);
+        said.language = platform::messageLanguage() == "ja" ? fenmark::Language::Japanese : fenmark::Language::English;
+        const int code = fenmark::cli::run(platform::programArguments(count, values), said);
         streams.out().flush();
         if (!streams.out() && code == fenmark::cli::kDone) {
             streams.err() << "fenmark: standard output cannot be written\n";

@@ -42,14 +42,21 @@ class PageBuffer : public std::streambuf {
 };
 
 std::string output;
+fenmark::Language language = fenmark::Language::English;
 
 } // namespace
 
 extern "C" {
 
+EMSCRIPTEN_KEEPALIVE void fenmark_set_japanese(int japanese);
 EMSCRIPTEN_KEEPALIVE int fenmark_run(const char* arguments, int size);
 EMSCRIPTEN_KEEPALIVE const char* fenmark_output();
 EMSCRIPTEN_KEEPALIVE int fenmark_output_size();
+
+// The language of the notes, which is that of the page and not of the browser.
+void fenmark_set_japanese(int japanese) {
+    language = japanese != 0 ? fenmark::Language::Japanese : fenmark::Language::English;
+}
 
 // The arguments, each ended by a zero byte, in that many bytes. Returns the exit code of the command.
 int fenmark_run(const char* arguments, int size) {
@@ -61,7 +68,7 @@ int fenmark_run(const char* arguments, int size) {
     std::ostringstream out;
     PageBuffer buffer;
     std::ostream err(&buffer);
-    const int code = fenmark::cli::run(list, {out, err, true});
+    const int code = fenmark::cli::run(list, {out, err, true, nullptr, 0, nullptr, language});
     err.flush();
     output = std::move(out).str();
     return code;

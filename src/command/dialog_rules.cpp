@@ -20,6 +20,28 @@ constexpr std::size_t index(ImportKind kind) {
     return static_cast<std::size_t>(kind);
 }
 
+std::int32_t countIn(const sima::SimaReader& reader, const sima::ImportKindEntry& entry) {
+    switch (entry.kind) {
+    case ImportKind::Coordinates:
+        return static_cast<std::int32_t>(reader.points.size());
+    case ImportKind::Lots:
+        return reader.lotCount();
+    case ImportKind::Longitudinal:
+        return reader.longitudinalPointCount();
+    case ImportKind::CrossSections:
+        return reader.crossSectionCount();
+    case ImportKind::IpLine:
+    case ImportKind::MainLine:
+    case ImportKind::CentreLine:
+    case ImportKind::LeftStakes:
+    case ImportKind::RightStakes:
+    case ImportKind::Continuous:
+    case ImportKind::ContinuousCurves:
+        break;
+    }
+    return reader.routesRead(entry.routeType);
+}
+
 } // namespace
 
 std::string treeRowText(const sima::SimaImportOptions& options, ImportKind kind) {
@@ -38,13 +60,8 @@ void countFromPreview(const sima::SimaReader& reader, sima::SimaImportOptions& o
             options.flags[index(kind)] = true;
         }
     };
-    set(ImportKind::Coordinates, static_cast<std::int32_t>(reader.points.size()));
-    set(ImportKind::Lots, reader.lotCount());
-    set(ImportKind::Longitudinal, reader.longitudinalPointCount());
-    set(ImportKind::CrossSections, reader.crossSectionCount());
-    for (std::int32_t type = 1; type <= 7; ++type) {
-        set(static_cast<ImportKind>(index(ImportKind::IpLine) + static_cast<std::size_t>(type - 1)),
-            reader.routesRead(type));
+    for (const sima::ImportKindEntry& entry : sima::kImportKindTable) {
+        set(entry.kind, countIn(reader, entry));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "sima/reader/sima_reader.h"
 #include "sima/records/import_options.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <exception>
@@ -20,6 +21,16 @@ inline constexpr std::array<sima::ImportKind, sima::kImportKinds> kTreeRows{
     sima::ImportKind::RightStakes,  sima::ImportKind::Continuous,    sima::ImportKind::ContinuousCurves,
     sima::ImportKind::Longitudinal, sima::ImportKind::CrossSections,
 };
+
+constexpr bool everyKindHasARow() {
+    for (const sima::ImportKindEntry& entry : sima::kImportKindTable) {
+        if (std::count(kTreeRows.begin(), kTreeRows.end(), entry.kind) != 1) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(everyKindHasARow());
 
 // "%s [%d]" of label and count where there is something to import, otherwise the bare label.
 std::string treeRowText(const sima::SimaImportOptions& options, sima::ImportKind kind);

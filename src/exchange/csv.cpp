@@ -3,6 +3,7 @@
 
 #include "exchange/csv_field.h"
 #include "exchange/placed.h"
+#include "exchange/text.h"
 
 #include <cmath>
 #include <limits>
@@ -51,10 +52,9 @@ Notes writeSelectedCsv(const drawing::Drawing& drawing, const Selection& selecti
         }
         out << "\r\n";
     }
-    Notes notes = unplaced.notes("numbers that are none left empty");
+    Notes notes = unplaced.notes(Fate::LeftEmpty);
     if (polylines > 0 || drawing.alignmentCount() > 0) {
-        notes.push_back("a CSV file holds points alone; left out: " + std::to_string(polylines) + " polylines, " +
-                        std::to_string(drawing.alignmentCount()) + " alignments");
+        notes.push_back({NoteCode::PointsAlone, 0, polylines, drawing.alignmentCount()});
     }
     return notes;
 }

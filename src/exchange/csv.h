@@ -2,8 +2,8 @@
 #pragma once
 
 #include "drawing/drawing.h"
+#include "exchange/notes.h"
 #include "exchange/selection.h"
-#include "exchange/text.h"
 
 namespace fenmark::exchange {
 

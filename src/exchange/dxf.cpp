@@ -6,6 +6,7 @@
 #include "exchange/dxf_frame.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -408,7 +409,7 @@ Notes writeDxf(const Drawing& drawing, const ExportOptions& options, std::ostrea
         }
     }
     endDxf(writer);
-    return unplaced.notes("left out");
+    return unplaced.notes(Fate::LeftOut);
 }
 
 } // namespace fenmark::exchange

@@ -3,7 +3,7 @@
 
 #include "drawing/drawing.h"
 #include "exchange/export_options.h"
-#include "exchange/text.h"
+#include "exchange/notes.h"
 
 namespace fenmark::exchange {
 

@@ -5,7 +5,7 @@
 
 #include "drawing/drawing.h"
 #include "exchange/export_options.h"
-#include "exchange/text.h"
+#include "exchange/notes.h"
 #include "values/outcome.h"
 
 #include <ostream>

@@ -43,10 +43,9 @@ class GeoJsonWriter {
             }
         }
         out_ << "\n]}\n";
-        Notes notes = unplaced_.notes("written without geometry");
+        Notes notes = unplaced_.notes(Fate::WithoutGeometry);
         if (shapes_.tooFar() > 0) {
-            notes.push_back("too far from the zone's origin for a longitude; written without geometry: " +
-                            std::to_string(shapes_.tooFar()) + " objects");
+            notes.push_back({NoteCode::BeyondProjection, shapes_.tooFar(), 0, 0, Fate::WithoutGeometry});
         }
         return notes;
     }

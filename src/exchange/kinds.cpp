@@ -6,14 +6,11 @@
 namespace fenmark::exchange {
 
 Kind kindOf(const drawing::EntityView& entity) {
-    if (entity.row) {
-        for (const KindEntry& entry : kKindTable) {
-            if (!entry.type.empty() && entry.type == entity.row->type) {
-                return entry.kind;
-            }
-        }
-    }
-    return Kind::Others;
+    return entity.row ? kindOfType(entity.row->type) : Kind::Others;
+}
+
+Kind drawnKindOf(const drawing::EntityView& entity) {
+    return entity.row ? drawnKind(entity.row->type, entity.isPoint()) : Kind::Others;
 }
 
 std::optional<Kind> kindNamed(std::string_view option) {

@@ -3,6 +3,7 @@
 
 #include "exchange/geo_feature.h"
 #include "exchange/placed.h"
+#include "exchange/text.h"
 #include "exchange/writer_buffer.h"
 
 #include <array>
@@ -15,9 +16,24 @@ using drawing::EntityView;
 
 namespace {
 
-// Line and point colours as KML has them: opacity, blue, green, red. In the order of the kinds.
-constexpr std::array<std::string_view, kKinds> kColours = {"ff404040", "ff2e8b2e", "ff2828d2", "ff0080ff", "ffb4a000",
-                                                           "ffb4a000", "ffc832b4", "ff00b4d2", "ffd28232", "ff606060"};
+// Line and point colours as KML has them: opacity, blue, green, red.
+struct KindColour {
+    Kind kind;
+    std::string_view colour;
+};
+constexpr std::array<KindColour, kKinds> kColours = {{
+    {Kind::Points, "ff404040"},
+    {Kind::Lots, "ff2e8b2e"},
+    {Kind::Alignments, "ff2828d2"},
+    {Kind::IpLines, "ff0080ff"},
+    {Kind::LeftStakes, "ffb4a000"},
+    {Kind::RightStakes, "ffb4a000"},
+    {Kind::Continuous, "ffc832b4"},
+    {Kind::Longitudinal, "ff00b4d2"},
+    {Kind::CrossSections, "ffd28232"},
+    {Kind::Others, "ff606060"},
+}};
+static_assert(inOrderOfKinds(kColours));
 constexpr std::string_view kThrough = "40"; // opacity of a lot's area
 
 class KmlWriter {
@@ -40,10 +56,9 @@ class KmlWriter {
             }
         }
         out_ << "</Document>\n</kml>\n";
-        Notes notes = unplaced_.notes("left out");
+        Notes notes = unplaced_.notes(Fate::LeftOut);
         if (shapes_.tooFar() > 0) {
-            notes.push_back("too far from the zone's origin for a longitude; left out: " +
-                            std::to_string(shapes_.tooFar()) + " objects");
+            notes.push_back({NoteCode::BeyondProjection, shapes_.tooFar()});
         }
         return notes;
     }
@@ -77,7 +92,7 @@ class KmlWriter {
     }
 
     void writeStyle(const KindEntry& entry) {
-        const std::string_view colour = kColours[index(entry.kind)];
+        const std::string_view colour = kColours[index(entry.kind)].colour;
         out_ << "<Style id=\"" << entry.option << "\"><IconStyle><color>" << colour
              << "</color><scale>0.5</scale></IconStyle><LabelStyle><scale>0.7</scale></LabelStyle><LineStyle><color>"
              << colour << "</color><width>2</width></LineStyle><PolyStyle><color>" << kThrough << colour.substr(2)

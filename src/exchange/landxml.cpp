@@ -1,11 +1,13 @@
 // A drawing as LandXML 1.2 and as J-LandXML 1.7.
 #include "exchange/landxml.h"
 
+#include "exchange/kinds.h"
 #include "exchange/main_points.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/results.h"
 #include "exchange/survey_text.h"
+#include "exchange/text.h"
 #include "platform/clock.h"
 
 #include <array>
@@ -442,17 +444,14 @@ Notes leftOutOfProfile(const Drawing& drawing) {
             continue;
         }
         const EntityView entity = drawing.entity(i);
-        const std::string_view type = entity.row ? entity.row->type : std::string_view();
-        points += type == "縦断成果" || type == "横断成果" ? 0 : 1;
+        points += isResult(kindOf(entity)) ? 0 : 1;
     }
     Notes notes;
     if (points + lines > 0) {
-        notes.push_back("a J-LandXML file holds alignments and what lies on them; left out: " + std::to_string(points) +
-                        " points, " + std::to_string(lines) + " polylines");
+        notes.push_back({NoteCode::AlignmentsAlone, points, lines});
     }
     if (drawing.zone() == 0) {
-        notes.push_back("the drawing has no zone, so the file does not tell its plane rectangular system; import with "
-                        "--zone 1..19");
+        notes.push_back({NoteCode::NoZone});
     }
     return notes;
 }
@@ -483,21 +482,17 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
         writePlanFeatures(out, drawing);
     }
     out << "</LandXML>\n";
-    const Notes leftOut = unplaced.notes("left out");
+    const Notes leftOut = unplaced.notes(Fate::LeftOut);
     notes.insert(notes.end(), leftOut.begin(), leftOut.end());
     if (results.unplaced > 0) {
-        notes.push_back("longitudinal and cross-section results that lie on no alignment of the drawing" +
-                        std::string(japanese ? "; left out: " : "; written as points alone: ") +
-                        std::to_string(results.unplaced));
+        notes.push_back(
+            {NoteCode::UnplacedResults, results.unplaced, 0, 0, japanese ? Fate::LeftOut : Fate::PointsOnly});
     }
     if (alignments.curvesWithoutIp() > 0) {
-        notes.push_back("curves that turn by half a circle or more have no IP: " +
-                        std::to_string(alignments.curvesWithoutIp()));
+        notes.push_back({NoteCode::CurveWithoutIp, alignments.curvesWithoutIp()});
     }
     if (alignments.turningFar() > 0) {
-        notes.push_back("clothoids that turn by half a circle or more have no PI; a point on the first tangent stands "
-                        "there: " +
-                        std::to_string(alignments.turningFar()));
+        notes.push_back({NoteCode::ClothoidWithoutPi, alignments.turningFar()});
     }
     return notes;
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
-#include "exchange/text.h"
+#include "exchange/notes.h"
 
 namespace fenmark::exchange {
 

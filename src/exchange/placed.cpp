@@ -49,8 +49,7 @@ std::optional<double> knownHeight(const EntityView& point) {
     if (height != 0.0) {
         return height;
     }
-    const Kind kind = kindOf(point);
-    return kind == Kind::Longitudinal || kind == Kind::CrossSections ? std::optional(0.0) : std::nullopt;
+    return isResult(kindOf(point)) ? std::optional(0.0) : std::nullopt;
 }
 
 bool Unplaced::look(const EntityView& entity) {
@@ -69,16 +68,13 @@ bool Unplaced::look(const Alignment& alignment) {
     return placed;
 }
 
-Notes Unplaced::notes(std::string_view whatBecame) const {
+Notes Unplaced::notes(Fate became) const {
     Notes notes;
     if (points_ + polylines_ + alignments_ > 0) {
-        notes.push_back("coordinates beyond all bounds; " + std::string(whatBecame) + ": " + std::to_string(points_) +
-                        " points, " + std::to_string(polylines_) + " polylines, " + std::to_string(alignments_) +
-                        " alignments");
+        notes.push_back({NoteCode::NoPlace, points_, polylines_, alignments_, became});
     }
     if (heights_ > 0) {
-        notes.push_back("heights beyond all bounds; in other files 0 or empty: " + std::to_string(heights_) +
-                        " points");
+        notes.push_back({NoteCode::NoHeight, heights_});
     }
     return notes;
 }

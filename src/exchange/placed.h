@@ -5,7 +5,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
-#include "exchange/text.h"
+#include "exchange/notes.h"
 
 #include <optional>
 
@@ -29,8 +29,8 @@ class Unplaced {
     // True if it has a place.
     bool look(const drawing::EntityView& entity);
     bool look(const drawing::Alignment& alignment);
-    // What became of them: "left out", "written without geometry". No line if there are none.
-    Notes notes(std::string_view whatBecame) const;
+    // None if everything has its place.
+    Notes notes(Fate became) const;
 
   private:
     std::size_t points_ = 0;

@@ -1,6 +1,7 @@
 // The heights that coordinate points on an alignment have.
 #include "exchange/planned_heights.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/survey_text.h"
 
@@ -35,7 +36,7 @@ std::vector<LongitudinalPoint> plannedHeights(const Drawing& drawing, std::size_
         }
         const EntityView entity = drawing.entity(i);
         const host::MdGePoint3d& at = entity.position();
-        if (!entity.row || entity.row->type != "座標" || at.x < box.minX - kOnLine || at.x > box.maxX + kOnLine ||
+        if (kindOf(entity) != Kind::Points || at.x < box.minX - kOnLine || at.x > box.maxX + kOnLine ||
             at.y < box.minY - kOnLine || at.y > box.maxY + kOnLine || !knownHeight(entity)) {
             continue;
         }

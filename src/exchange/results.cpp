@@ -1,6 +1,7 @@
 // The longitudinal and cross-section results of a drawing, by the alignments that they lie on.
 #include "exchange/results.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/survey_text.h"
 
@@ -43,16 +44,16 @@ Groups groupsOf(const Drawing& drawing, std::size_t& unplaced) {
             continue;
         }
         const EntityView entity = drawing.entity(i);
-        const std::string_view type = entity.row ? entity.row->type : std::string_view();
-        const bool section = type == "横断成果";
-        if (!section && type != "縦断成果") {
+        const Kind kind = kindOf(entity);
+        if (!isResult(kind)) {
             continue;
         }
         if (!hasPlace(entity) || !std::isfinite(entity.position().z)) {
             ++unplaced;
             continue;
         }
-        (section ? groups.sections : groups.longitudinal)[{std::string(entity.row->fileName), entity.row->no}]
+        (kind == Kind::CrossSections ? groups.sections
+                                     : groups.longitudinal)[{std::string(entity.row->fileName), entity.row->no}]
             .entities.push_back(i);
     }
     return groups;

@@ -2,11 +2,13 @@
 // them in that order again.
 #include "exchange/sima_file.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/sima_lines.h"
 #include "exchange/sima_points.h"
 #include "exchange/sima_results.h"
 #include "exchange/sima_routes.h"
+#include "exchange/text.h"
 #include "sima/text/number.h"
 
 #include <algorithm>
@@ -30,24 +32,11 @@ constexpr double kOnLine = 1e-6; // metres
 
 // The route type of a polyline with such a row; 0 for a lot.
 int routeTypeOf(Kind kind, bool closed) {
-    switch (kind) {
-    case Kind::IpLines:
-        return 1;
-    case Kind::LeftStakes:
-        return 4;
-    case Kind::RightStakes:
-        return 5;
-    case Kind::Continuous:
-        return 6;
-    case Kind::Lots:
-        return 0;
-    default:
-        return closed ? 0 : 6;
+    const KindEntry& entry = entryOf(kind);
+    if (entry.shape == KindShape::Line) {
+        return entry.routeType;
     }
-}
-
-bool isResult(Kind kind) {
-    return kind == Kind::Longitudinal || kind == Kind::CrossSections;
+    return closed ? 0 : entryOf(Kind::Continuous).routeType;
 }
 
 class SimaWriter {
@@ -405,24 +394,23 @@ class SimaWriter {
 
     // --- what differs ---
     Notes notes() const {
-        Notes notes = unplaced_.notes("left out");
-        const auto tell = [&notes](std::size_t count, const char* what) {
+        Notes notes = unplaced_.notes(Fate::LeftOut);
+        const auto tell = [&notes](NoteCode code, std::size_t count) {
             if (count > 0) {
-                notes.push_back(std::to_string(count) + " " + what);
+                notes.push_back({code, count});
             }
         };
-        tell(leadingClothoids_, "alignments that begin with a clothoid left out: no import takes them");
-        tell(merged_, "alignments with straights that an import joins, since they differ by 1 degree at most");
-        tell(points_.added() - resultsAsPoints_, "points added where lots or routes have none");
-        tell(points_.renumbered(), "points with a new number, since another has theirs");
-        tell(points_.withoutRow() + linesWithoutRow_,
-             "objects without a row written as points, lots or continuous lines");
-        tell(resultsAsPoints_, "results that lie on no alignment written as coordinate points");
-        tell(addedCentres_, "cross-sections without a point on the centre line: an import adds one");
-        tell(lines_.replacedCharacters(), "characters that code page 932 does not have written as \"?\"");
-        tell(lines_.controlCharacters(), "control characters in names written as blanks");
+        tell(NoteCode::LeadingClothoid, leadingClothoids_);
+        tell(NoteCode::JoinedStraights, merged_);
+        tell(NoteCode::AddedPoints, points_.added() - resultsAsPoints_);
+        tell(NoteCode::RenumberedPoints, points_.renumbered());
+        tell(NoteCode::WithoutRow, points_.withoutRow() + linesWithoutRow_);
+        tell(NoteCode::ResultsAsPoints, resultsAsPoints_);
+        tell(NoteCode::AddedCentres, addedCentres_);
+        tell(NoteCode::ReplacedCharacters, lines_.replacedCharacters());
+        tell(NoteCode::ControlCharacters, lines_.controlCharacters());
         if (renumberedResults_) {
-            notes.push_back("results of several alignments have one number; some got another");
+            notes.push_back({NoteCode::RenumberedResults});
         }
         return notes;
     }

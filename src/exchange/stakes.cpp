@@ -33,19 +33,12 @@ struct Place {
     Pose pose;
 };
 
-// "5", "2.5": as many decimals as tell the offset, so that no two offsets give one name.
-std::string shortMetres(double metres) {
-    std::ostringstream text;
-    text << PlainReal{metres};
-    std::string digits = text.str();
-    return digits.ends_with(".0") ? digits.substr(0, digits.size() - 2) : digits;
-}
-
+// With as many decimals as tell the offset, so that no two offsets give one name.
 std::string stakeNameAt(const std::string& name, double offset) {
     if (offset == 0.0) {
         return name;
     }
-    return name + (offset < 0.0 ? "左" : "右") + shortMetres(std::abs(offset));
+    return name + (offset < 0.0 ? "左" : "右") + shortReal(std::abs(offset));
 }
 
 std::string failureOutside(double station, const AlignmentGeometry& geometry) {
@@ -239,11 +232,11 @@ Stakes stakesOf(const Drawing& drawing, std::size_t alignment, const StakeOption
     }
     putInOrder(places);
     if (places.empty()) {
-        result.note = options.every <= 0.0
-                          ? "no stake: none was asked for"
-                          : "no stake: no multiple of " + shortMetres(options.every) + " m lies from " +
-                                fixedReal(drawing.geometry(alignment).startStation(), 3) + " to " +
-                                fixedReal(drawing.geometry(alignment).endStation(), 3);
+        Note& note = result.note.emplace();
+        note.code = options.every <= 0.0 ? NoteCode::NoStakeWanted : NoteCode::NoStakeInRange;
+        note.metres = options.every;
+        note.from = drawing.geometry(alignment).startStation();
+        note.to = drawing.geometry(alignment).endStation();
     }
     std::vector<double> offsets; // each once
     for (const double offset : options.offsets) {

@@ -3,9 +3,11 @@
 
 #include "drawing/drawing.h"
 #include "exchange/main_points.h"
+#include "exchange/notes.h"
 #include "exchange/survey_text.h"
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,7 +39,7 @@ struct Stakes {
     std::string alignment;
     std::vector<Stake> stakes; // by station, then by offset as asked for
     std::string failure;       // one line on why there can be none; empty otherwise
-    std::string note;          // one line on why there are none though nothing is wrong; empty otherwise
+    std::optional<Note> note;  // on why there are none though nothing is wrong
 };
 
 // A main point takes the place of a station within half a millimetre of it.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <sstream>
 
 namespace fenmark::exchange {
 
@@ -28,6 +29,13 @@ std::ostream& operator<<(std::ostream& out, PlainReal real) {
     std::array<char, 400> buffer; // the longest plain decimal of a 64-bit real takes some 330 characters
     const auto [end, error] = writePlainReal(buffer.data(), buffer.data() + buffer.size(), real.value);
     return out << std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+}
+
+std::string shortReal(double value) {
+    std::ostringstream text;
+    text << PlainReal{value};
+    std::string digits = std::move(text).str();
+    return digits.ends_with(".0") ? digits.substr(0, digits.size() - 2) : digits;
 }
 
 std::string fixedReal(double value, int decimals) {

@@ -9,9 +9,6 @@
 
 namespace fenmark::exchange {
 
-// What a user should know of a file that was written, one line each.
-using Notes = std::vector<std::string>;
-
 // The shortest decimal that reads back to the same 64-bit value, always with a point or an exponent, as JSON takes it;
 // "null" if the value is not finite.
 struct JsonReal {
@@ -24,6 +21,9 @@ struct PlainReal {
     double value;
 };
 std::ostream& operator<<(std::ostream& out, PlainReal real);
+
+// The same as text, a whole number without a point: "5", "2.5".
+std::string shortReal(double value);
 
 // A plain decimal with a fixed number of decimals. Minus zero is written as zero.
 std::string fixedReal(double value, int decimals);

@@ -24,11 +24,15 @@ struct Ran {
 
 class CommandLine : public ::testing::Test {
   protected:
-    static Ran fenmark(const std::vector<std::string>& arguments, bool terminal = false) {
+    static Ran fenmark(const std::vector<std::string>& arguments, bool terminal = false,
+                       Language language = Language::English) {
         std::ostringstream out;
         std::ostringstream err;
-        const int code = run(arguments, {out, err, terminal});
+        const int code = run(arguments, {out, err, terminal, nullptr, 0, nullptr, language});
         return {code, out.str(), err.str()};
+    }
+    static Ran inJapanese(const std::vector<std::string>& arguments) {
+        return fenmark(arguments, false, Language::Japanese);
     }
     std::string file(std::string_view content, std::string_view name = "a.sim") const {
         return folder.write(name, content);

@@ -560,6 +560,22 @@ TEST(ProgressBar, IsDrawnAndTakenAwayAgain) {
     EXPECT_TRUE(terminal.str().ends_with("\r\033[K"));
 }
 
+TEST(ProgressBar, StaysWithinANarrowTerminal) {
+    constexpr int kColumns = 30;
+    std::ostringstream terminal;
+    ProgressBars bars(terminal, std::chrono::milliseconds(0), kColumns);
+    const auto bar = bars.create("読み込み中", true); // ten columns
+    bar->setRange(0, 200, 1);
+    bar->setPosition(200);
+    EXPECT_EQ(terminal.str(), "\r読み込み中 [==========] 100 %") << "a column is left to the cursor";
+    std::ostringstream narrower;
+    ProgressBars none(narrower, std::chrono::milliseconds(0), 5);
+    const auto bare = none.create("読み込み中", true);
+    bare->setRange(0, 200, 1);
+    bare->setPosition(100);
+    EXPECT_EQ(narrower.str(), "\r読み込み中 [] 50 %");
+}
+
 TEST(ProgressBar, ShortPassShowsNone) {
     std::ostringstream terminal;
     ProgressBars bars(terminal, std::chrono::hours(1));

@@ -60,7 +60,7 @@ TEST_F(Manual, HelpPageAndCompletionNameEveryExportFormatAndKind) {
     std::replace(pattern.begin(), pattern.end(), '|', ' ');
     EXPECT_NE(completion("fish").find("(__fenmark_files " + pattern + ")"), std::string::npos) << pattern;
     std::string kinds;
-    for (const exchange::KindEntry& entry : exchange::kKindTable) {
+    for (const KindEntry& entry : kKindTable) {
         kinds.append(kinds.empty() ? "" : " ").append(entry.option);
         EXPECT_NE(page.find(entry.option), std::string::npos) << entry.option;
     }

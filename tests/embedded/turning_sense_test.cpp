@@ -113,8 +113,11 @@ TEST_F(TurningSense, AFileOfTheOtherHabitIsUnderstoodAndToldOf) {
     ASSERT_TRUE(import(routeOf(chain, {.positiveIsLeft = false})).isValid());
     expectChain(chain);
     EXPECT_EQ(host_.layoutNotes().otherSense, 6);
-    EXPECT_EQ(noteLines(host_.layoutNotes()),
-              std::vector<std::string>{"6 elements were taken with the other turning sense"});
+    const std::vector<NoteLine> lines = noteLines(host_.layoutNotes());
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].code, "other-sense");
+    EXPECT_EQ(lines[0].text, "6 elements were taken with the other turning sense");
+    EXPECT_EQ(noteLines(host_.layoutNotes(), Language::Japanese)[0].text, "6個の要素を逆の曲がりとして配置しました");
 }
 
 TEST_F(TurningSense, RandomChainsOfBothHabitsStayTangent) {
@@ -166,8 +169,8 @@ TEST_F(TurningSense, TheSettingLeftKeepsTheSenseAndTellsTheBrokenJoints) {
     EXPECT_NEAR(notes.brokenJoints[0].station, 1100.0, kStation);
     EXPECT_NEAR(notes.brokenJoints[0].angle, 1.0, kStation) << "the arc turns by one radian";
     EXPECT_NEAR(notes.brokenJoints[1].station, 1200.0, kStation);
-    EXPECT_EQ(noteLines(notes)[0], "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees; "
-                                   "--positive-radius auto may mend it");
+    EXPECT_EQ(noteLines(notes)[0].text, "alignment 路線: the joint at station 1100.000 is broken by 57.30 degrees; "
+                                        "--positive-radius auto may mend it");
 }
 
 TEST_F(TurningSense, ABrokenJointNamesTheOptionThatMayMendIt) {
@@ -181,7 +184,7 @@ TEST_F(TurningSense, ABrokenJointNamesTheOptionThatMayMendIt) {
     const auto lineOf = [](Remedy remedy) {
         LayoutNotes notes;
         notes.brokenJoints.push_back({"a", 1.0, 0.1, remedy});
-        return noteLines(notes)[0];
+        return noteLines(notes)[0].text;
     };
     const std::vector<Element> corner = layChain({{0, 0}, 0}, {straight(100), arc(100, 100)});
     sima::Array<sima::EntityData> right = routeOf(corner);
@@ -229,7 +232,7 @@ TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance
     ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
     EXPECT_NEAR(host_.layoutNotes().misfits[0].distance, 0.025, 1e-4);
     EXPECT_FALSE(host_.layoutNotes().misfits[0].heightsDiffer);
-    EXPECT_EQ(noteLines(host_.layoutNotes()).back(), "alignment 路線 lies up to 0.025 m off the route's points");
+    EXPECT_EQ(noteLines(host_.layoutNotes()).back().text, "alignment 路線 lies up to 0.025 m off the route's points");
 
     // Laid without PIs, since the heights differ.
     host_.clearNotes();
@@ -238,8 +241,9 @@ TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance
     host_.noteRoute(import(routeOf(chain, {.heightOfEach = 0.5})), points);
     ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
     EXPECT_TRUE(host_.layoutNotes().misfits[0].heightsDiffer);
-    EXPECT_EQ(noteLines(host_.layoutNotes()).back(), "alignment 路線 lies up to 0.025 m off the route's points, which "
-                                                     "differ in height; --plan-tangents may mend it");
+    EXPECT_EQ(noteLines(host_.layoutNotes()).back().text,
+              "alignment 路線 lies up to 0.025 m off the route's points, which "
+              "differ in height; --plan-tangents may mend it");
 }
 
 TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {
@@ -375,8 +379,8 @@ TEST_F(TurningSense, ARefusedElementIsToldOfWithItsReason) {
         sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, shapes));
         spoil(route.back());
         EXPECT_FALSE(import(route).isValid());
-        const std::vector<std::string> lines = noteLines(host_.layoutNotes());
-        return lines.size() == 1 ? lines[0] : "not one line";
+        const std::vector<NoteLine> lines = noteLines(host_.layoutNotes());
+        return lines.size() == 1 ? lines[0].text : "not one line";
     };
     const std::vector<Shape> curve{straight(100), arc(100, 100)};
     EXPECT_EQ(told(curve, [](sima::EntityData& element) { element.radius = "10"; }),

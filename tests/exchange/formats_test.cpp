@@ -2,6 +2,7 @@
 #include "exchange/csv.h"
 #include "exchange/landxml.h"
 #include "sample_drawing.h"
+#include "worded_notes.h"
 
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
@@ -129,7 +130,7 @@ TEST(Csv, HoldsPointsWithTheirRows) {
                              ",0,12000,-36000,12.5,JSIMA_V3_Point,1,BP,座標,a.sim\r\n" + next +
                              ",0,12050,-36000,,JSIMA_V3_Point,1,\"点,\"\"2\"\"\",座標,a.sim\r\n");
     ASSERT_EQ(notes.size(), 1U);
-    EXPECT_NE(notes[0].find("2 polylines, 1 alignments"), std::string::npos);
+    EXPECT_NE(english(notes[0]).find("2 polylines, 1 alignments"), std::string::npos);
 }
 
 TEST(Csv, KeepsBlanksAtTheEndsInQuotes) {

@@ -1,6 +1,7 @@
 // GeoJSON of a drawing, in the plane and in longitude and latitude.
 #include "exchange/geojson.h"
 #include "sample_drawing.h"
+#include "worded_notes.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -152,7 +153,7 @@ TEST(GeoJsonInDegrees, WhatNoZoneReachesHasNoGeometry) {
     EXPECT_TRUE(features[1]["geometry"].is_null());
     EXPECT_FALSE(features[2]["geometry"].is_null());
     ASSERT_EQ(notes.size(), 1U);
-    EXPECT_NE(notes[0].find("2 objects"), std::string::npos);
+    EXPECT_NE(english(notes[0]).find("2 objects"), std::string::npos);
 }
 
 TEST(GeoJsonInDegrees, TheZoneOfTheOptionsGoesBeforeTheDrawings) {

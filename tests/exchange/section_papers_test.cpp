@@ -94,7 +94,7 @@ TEST_F(Road, StakesFillPagesWithTheirHeadsRepeated) {
         }
     }
     EXPECT_EQ(rows, 303U) << "every stake has its azimuth once";
-    EXPECT_FALSE(stakePages(drawing, Stakes{"x", {}, "nothing", ""}, {}).failure.empty());
+    EXPECT_FALSE(stakePages(drawing, Stakes{"x", {}, "nothing", {}}, {}).failure.empty());
 }
 
 } // namespace

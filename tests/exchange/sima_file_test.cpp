@@ -4,6 +4,7 @@
 #include "exchange/sima_lines.h"
 #include "sample_drawing.h"
 #include "sima/text/cp932.h"
+#include "worded_notes.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +13,11 @@
 namespace fenmark::exchange {
 namespace {
 
+using Lines = std::vector<std::string>;
+
 struct Written {
-    std::vector<std::string> lines; // in UTF-8
-    Notes notes;
+    Lines lines; // in UTF-8
+    Lines notes; // in English
 
     std::vector<std::string> of(std::string_view code) const {
         std::vector<std::string> found;
@@ -37,7 +40,7 @@ struct Written {
 Written simaOf(const Drawing& drawing, const ExportOptions& options = {}) {
     std::ostringstream out;
     Written written;
-    written.notes = writeSima(drawing, options, out);
+    written.notes = english(writeSima(drawing, options, out));
     std::string text;
     sima::decodeCp932(text, out.str());
     std::istringstream in(text);
@@ -55,8 +58,6 @@ void addNumbered(Drawing& drawing, const MdGePoint3d& at, int number, const char
     drawing.addPoint(at, 0);
     drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Point"), number, name, "座標", "a.sim");
 }
-
-using Lines = std::vector<std::string>;
 
 TEST(SimaFile, PointsHaveNorthFirstAndAnEmptyHeightWhereNobodyGaveOne) {
     Drawing drawing;
@@ -88,7 +89,7 @@ TEST(SimaFile, NamesWithSeparatorsAndQuotesAreQuoted) {
     EXPECT_TRUE(points.at(0).starts_with("A01,    1,\"a,\"\"b\"\"\","));
     EXPECT_TRUE(points.at(1).starts_with("A01,    2,\"  \","));
     EXPECT_TRUE(points.at(2).starts_with("A01,    3,?髙 ,"));
-    EXPECT_EQ(written.notes, (Notes{"1 characters that code page 932 does not have written as \"?\"",
+    EXPECT_EQ(written.notes, (Lines{"1 characters that code page 932 does not have written as \"?\"",
                                     "1 control characters in names written as blanks"}));
 }
 
@@ -119,7 +120,7 @@ TEST(SimaFile, VerticesWithoutAPointGetOne) {
     const Written written = simaOf(drawing);
     EXPECT_EQ(written.of("A01").size(), 3U) << "one for each place";
     EXPECT_EQ(written.of("B01"), (Lines{"B01,    7,A,", "B01,    8,,", "B01,    9,,", "B01,    8,,", "B01,    9,,"}));
-    EXPECT_EQ(written.notes, (Notes{"2 points added where lots or routes have none"}));
+    EXPECT_EQ(written.notes, (Lines{"2 points added where lots or routes have none"}));
 }
 
 TEST(SimaFile, RepeatedNumbersHaveSectionsOfTheirOwnUnlessALineNeedsThem) {
@@ -131,7 +132,7 @@ TEST(SimaFile, RepeatedNumbersHaveSectionsOfTheirOwnUnlessALineNeedsThem) {
     const Written written = simaOf(drawing);
     EXPECT_EQ(written.codes(), "G00 A00 A01 A99 A00 A01 A01 A99 F00 B01 B01 F99 ");
     EXPECT_EQ(written.of("B01"), (Lines{"B01,    1,A,", "B01,    2,C,"}));
-    EXPECT_EQ(written.notes, (Notes{"1 points with a new number, since another has theirs"}));
+    EXPECT_EQ(written.notes, (Lines{"1 points with a new number, since another has theirs"}));
 }
 
 TEST(SimaFile, PointsOfSelectedLotsAreWrittenToo) {
@@ -183,7 +184,7 @@ TEST(SimaFile, AnAlignmentThatBeginsWithAClothoidIsLeftOut) {
     drawing.addElement(road, clothoid);
     const Written written = simaOf(drawing);
     EXPECT_TRUE(written.of("F00").empty());
-    EXPECT_EQ(written.notes, (Notes{"1 alignments that begin with a clothoid left out: no import takes them"}));
+    EXPECT_EQ(written.notes, (Lines{"1 alignments that begin with a clothoid left out: no import takes them"}));
 }
 
 // The point at a station and an offset of the first alignment, as a result of a section.
@@ -225,7 +226,7 @@ TEST(SimaFile, ResultsThatLieOnNoAlignmentAreWrittenAsPoints) {
     addPoint(drawing, {1.0, 2.0, 3.0}, "No.6", "縦断成果");
     const Written written = simaOf(drawing);
     EXPECT_EQ(written.codes(), "G00 A00 A01 A99 ");
-    EXPECT_EQ(written.notes, (Notes{"1 results that lie on no alignment written as coordinate points"}));
+    EXPECT_EQ(written.notes, (Lines{"1 results that lie on no alignment written as coordinate points"}));
 }
 
 TEST(SimaFile, EqualStationsDoNotFollowEachOther) {

@@ -3,6 +3,7 @@
 #include "exchange/stakes.h"
 #include "sample_drawing.h"
 #include "sima/text/cp932.h"
+#include "worded_notes.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -66,11 +67,12 @@ TEST(Stakes, AnEmptyResultSaysWhy) {
     const Stakes none = stakesOf(drawing, 0, options);
     EXPECT_TRUE(none.stakes.empty());
     EXPECT_TRUE(none.failure.empty());
-    EXPECT_EQ(none.note, "no stake: no multiple of 20 m lies from 5.000 to 15.000");
+    ASSERT_TRUE(none.note);
+    EXPECT_EQ(english(*none.note), "no stake: no multiple of 20 m lies from 5.000 to 15.000");
     options.every = 0.0;
-    EXPECT_EQ(stakesOf(drawing, 0, options).note, "no stake: none was asked for");
+    EXPECT_EQ(english(stakesOf(drawing, 0, options).note.value_or(Note{})), "no stake: none was asked for");
     options.every = 10.0;
-    EXPECT_EQ(stakesOf(drawing, 0, options).note, "");
+    EXPECT_EQ(stakesOf(drawing, 0, options).note, std::nullopt);
 }
 
 TEST(Stakes, NoMoreThanTheLimitWhateverAsksForThem) {

@@ -1,13 +1,15 @@
 // What the desktop program says, in Japanese and English.
 #pragma once
 
+#include "values/language.h"
+
 #include <QString>
 
 #include <cstdint>
 
 namespace fenmark::desk {
 
-enum class Language { Japanese, English };
+using fenmark::Language;
 
 enum class Text : std::uint16_t {
     FileMenu,

@@ -265,8 +265,8 @@ void PaperDialog::showPage(int page) {
     if (!plot_.failure.empty()) {
         lines << failureText();
     }
-    for (const std::string& note : plot_.notes) {
-        lines << QString::fromStdString(note);
+    for (const exchange::Note& note : plot_.notes) {
+        lines << QString::fromStdString(exchange::wording(note, texts_.language()));
     }
     message_->setText(lines.join(QLatin1Char('\n')));
     message_->setVisible(!lines.isEmpty());

@@ -2,7 +2,7 @@
 #include "desk/plan/name_search.h"
 
 #include "desk/plan/plan_text.h"
-#include "host/boundary/object_data_writer.h"
+#include "exchange/kinds.h"
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
 
@@ -30,7 +30,7 @@ void appendFolded(std::string& out, std::string_view name) {
 
 // Results of sections bear the number of their route, which names none of them.
 bool hasNumberOfItsOwn(const EntityView& entity) {
-    return entity.row && entity.row->type != host::kLongitudinalType && entity.row->type != host::kCrossSectionType;
+    return entity.row && !isResult(exchange::kindOf(entity));
 }
 
 // Objects as good as each other, of which no more are kept than are wanted.

@@ -1,36 +1,64 @@
 // Colours and kinds of what the plan shows.
 #include "desk/plan/plan_style.h"
 
-#include "host/boundary/object_data_writer.h"
+#include "exchange/kinds.h"
 
 namespace fenmark::desk {
 
 using drawing::ElementType;
 
+namespace {
+
+struct KindStyle {
+    Kind kind;
+    FigureStyle style;
+};
+constexpr std::array<KindStyle, kKinds> kKindStyles = {{
+    {Kind::Points, FigureStyle::Coordinate},
+    {Kind::Lots, FigureStyle::Lot},
+    {Kind::Alignments, FigureStyle::OtherLine}, // no entity is of this kind
+    {Kind::IpLines, FigureStyle::IpLine},
+    {Kind::LeftStakes, FigureStyle::Stakes},
+    {Kind::RightStakes, FigureStyle::Stakes},
+    {Kind::Continuous, FigureStyle::Continuous},
+    {Kind::Longitudinal, FigureStyle::Longitudinal},
+    {Kind::CrossSections, FigureStyle::CrossSection},
+    {Kind::Others, FigureStyle::OtherLine},
+}};
+static_assert(inOrderOfKinds(kKindStyles));
+
+} // namespace
+
 FigureStyle styleOf(const drawing::EntityView& entity) {
-    const std::string_view type = entity.row ? entity.row->type : std::string_view();
-    if (entity.isPoint()) {
-        if (type == host::kCoordinateType) {
-            return FigureStyle::Coordinate;
-        }
-        if (type == host::kLongitudinalType) {
-            return FigureStyle::Longitudinal;
-        }
-        return type == host::kCrossSectionType ? FigureStyle::CrossSection : FigureStyle::OtherPoint;
+    const Kind kind = exchange::drawnKindOf(entity);
+    if (kind == Kind::Others && entity.isPoint()) {
+        return FigureStyle::OtherPoint;
     }
-    if (type == host::kLotType) {
-        return FigureStyle::Lot;
+    return kKindStyles[static_cast<std::size_t>(kind)].style;
+}
+
+Text nameOf(FigureStyle style) {
+    switch (style) {
+    case FigureStyle::Coordinate:
+        return Text::KindCoordinate;
+    case FigureStyle::Longitudinal:
+        return Text::KindLongitudinal;
+    case FigureStyle::CrossSection:
+        return Text::KindCrossSection;
+    case FigureStyle::OtherPoint:
+        return Text::KindOtherPoint;
+    case FigureStyle::Lot:
+        return Text::KindLot;
+    case FigureStyle::IpLine:
+        return Text::KindIpLine;
+    case FigureStyle::Stakes:
+        return Text::KindStakes;
+    case FigureStyle::Continuous:
+        return Text::KindContinuous;
+    case FigureStyle::OtherLine:
+        break;
     }
-    if (type.empty()) {
-        return FigureStyle::OtherLine;
-    }
-    if (type == host::routeTypeLabel(1)) {
-        return FigureStyle::IpLine;
-    }
-    if (type == host::routeTypeLabel(4) || type == host::routeTypeLabel(5)) {
-        return FigureStyle::Stakes;
-    }
-    return type == host::routeTypeLabel(6) ? FigureStyle::Continuous : FigureStyle::OtherLine;
+    return Text::KindOtherLine;
 }
 
 // Coordinate, longitudinal, cross-section, other point, lot, IP line, stakes, continuous, other line.

@@ -1,6 +1,7 @@
 // Colours and kinds of what the plan shows: one theme with a light and a dark side.
 #pragma once
 
+#include "desk/language/texts.h"
 #include "drawing/drawing.h"
 
 #include <QColor>
@@ -78,6 +79,8 @@ inline const QColor& colourOf(FigureStyle style) {
 using StyleCounts = std::array<std::size_t, kFigureStyles>;
 
 FigureStyle styleOf(const drawing::EntityView& entity);
+// What the legend and the tables call it.
+Text nameOf(FigureStyle style);
 QColor colourOf(drawing::ElementType type);
 
 } // namespace fenmark::desk

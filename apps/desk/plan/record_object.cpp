@@ -2,6 +2,8 @@
 #include "desk/plan/record_object.h"
 
 #include "host/boundary/object_data_writer.h"
+#include "sima/records/import_options.h"
+#include "sima/records/sections.h"
 #include "sima/text/number.h"
 #include "sima/text/splitter.h"
 
@@ -16,8 +18,6 @@ using drawing::Drawing;
 using drawing::EntityView;
 
 namespace {
-
-constexpr std::int32_t kRouteTypesOfAlignments[] = {2, 3, 7};
 
 // The fields of a record; those that it does not have are empty.
 class Record {
@@ -78,8 +78,7 @@ std::optional<PlanObject> routeObject(const Drawing& drawing, const MadeObjects&
     constexpr std::size_t kTypeField = 4;
     const std::int32_t type = opening.number(kTypeField);
     const std::string_view name = opening.text(3);
-    if (std::find(std::begin(kRouteTypesOfAlignments), std::end(kRouteTypesOfAlignments), type) ==
-        std::end(kRouteTypesOfAlignments)) {
+    if (!sima::becomesAlignment(type)) {
         return asObject(findEntity(drawing, made, {host::routeTypeLabel(type), opening.number(1), name, {}}));
     }
     for (std::size_t a = made.firstAlignment; a < std::min(made.endAlignment, drawing.alignmentCount()); ++a) {
@@ -156,17 +155,21 @@ std::optional<PlanObject> objectOfRecord(const Drawing& drawing, const MadeObjec
     if (record.code() == "A01") {
         return coordinateObject(drawing, made, record);
     }
-    if (opening.code() == "D00") {
+    const sima::SectionEntry* const opened = sima::sectionOpenedBy(sima::recordCode(opening.code()));
+    if (opened == nullptr) {
+        return std::nullopt;
+    }
+    switch (opened->section) {
+    case sima::Section::Lots:
         return asObject(findEntity(drawing, made, {host::kLotType, opening.number(1), opening.text(2), {}}));
-    }
-    if (opening.code() == "F00") {
+    case sima::Section::Route:
         return routeObject(drawing, made, opening);
-    }
-    if (opening.code() == "H00") {
+    case sima::Section::Longitudinal:
         return longitudinalObject(drawing, made, opening, record);
-    }
-    if (opening.code() == "I00") {
+    case sima::Section::CrossSection:
         return crossSectionObject(drawing, made, opening, record, Record(source.crossSection));
+    case sima::Section::Coordinates:
+        break;
     }
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 // The lines of a SIMA file that a log speaks of.
 #include "desk/session/source_record.h"
 
+#include "sima/records/sections.h"
 #include "sima/text/cp932.h"
 #include "sima/text/encoding_choice.h"
 #include "sima/text/number.h"
@@ -32,12 +33,11 @@ std::string lowered(std::string text) {
 }
 
 bool opensSection(std::string_view code) {
-    constexpr std::array<std::string_view, 5> kCodes = {"A00", "D00", "F00", "H00", "I00"};
-    return std::find(kCodes.begin(), kCodes.end(), code) != kCodes.end();
+    return sima::sectionOpenedBy(sima::recordCode(code)) != nullptr;
 }
 
 bool closesSection(std::string_view code) {
-    return code.size() == 3 && code.ends_with("99") && std::string_view("ADFHI").find(code[0]) != std::string::npos;
+    return sima::sectionEndedBy(sima::recordCode(code)) != nullptr;
 }
 
 // The next line without its end; its bytes are those of the file. In UTF-16 an end of line has two bytes.

@@ -60,17 +60,6 @@ QIcon styleSample(FigureStyle style) {
     return lineSample(colour, 1.4, style == FigureStyle::IpLine ? Qt::DashDotLine : Qt::SolidLine);
 }
 
-constexpr std::pair<FigureStyle, Text> kStyles[] = {
-    {FigureStyle::Coordinate, Text::KindCoordinate},
-    {FigureStyle::Longitudinal, Text::KindLongitudinal},
-    {FigureStyle::CrossSection, Text::KindCrossSection},
-    {FigureStyle::OtherPoint, Text::KindOtherPoint},
-    {FigureStyle::Lot, Text::KindLot},
-    {FigureStyle::IpLine, Text::KindIpLine},
-    {FigureStyle::Stakes, Text::KindStakes},
-    {FigureStyle::Continuous, Text::KindContinuous},
-    {FigureStyle::OtherLine, Text::KindOtherLine},
-};
 constexpr std::pair<ElementType, Text> kElements[] = {
     {ElementType::Straight, Text::Straight}, {ElementType::Arc, Text::Arc}, {ElementType::Clothoid, Text::Clothoid}};
 
@@ -157,9 +146,9 @@ void LegendPanel::fill(const StyleCounts& entities, const drawing::Drawing& draw
         }
         addKind(lineSample(colourOf(type), 2.0), name, count, true, elementTypeIndex(type));
     }
-    for (const auto& [style, name] : kStyles) {
-        const auto kind = static_cast<std::size_t>(style);
-        addKind(styleSample(style), name, entities[kind], false, kind);
+    for (std::size_t kind = 0; kind < kFigureStyles; ++kind) {
+        const auto style = static_cast<FigureStyle>(kind);
+        addKind(styleSample(style), nameOf(style), entities[kind], false, kind);
     }
     filling_ = false;
 }

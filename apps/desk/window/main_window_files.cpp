@@ -213,8 +213,8 @@ void MainWindow::exportDrawing() {
         return;
     }
     command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
-    for (const std::string& note : notes) {
-        command_->say(QString::fromStdString(note));
+    for (const exchange::Note& note : notes) {
+        command_->say(QString::fromStdString(exchange::wording(note, texts_.language())));
     }
 }
 

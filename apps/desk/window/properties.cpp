@@ -211,11 +211,7 @@ QString kindName(const Drawing& drawing, const PlanObject& object, const Texts& 
         return object.element ? elementName(drawing.alignment(object.index).elements[*object.element], texts)
                               : texts(Text::Alignment);
     }
-    constexpr std::array kNames{Text::KindCoordinate, Text::KindLongitudinal, Text::KindCrossSection,
-                                Text::KindOtherPoint, Text::KindLot,          Text::KindIpLine,
-                                Text::KindStakes,     Text::KindContinuous,   Text::KindOtherLine};
-    static_assert(kNames.size() == kFigureStyles);
-    return texts(kNames[static_cast<std::size_t>(styleOf(drawing.entity(object.index)))]);
+    return texts(nameOf(styleOf(drawing.entity(object.index))));
 }
 
 QString spokenText(const Drawing& drawing, const PlanObject& object, const Texts& texts) {

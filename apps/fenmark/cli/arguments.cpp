@@ -78,20 +78,25 @@ class WrongUsage : public std::runtime_error {
 
 std::string listOfKinds() {
     std::string list;
-    for (std::string_view name : kKindNames) {
-        list.append(list.empty() ? "" : " ").append(name);
+    for (const sima::ImportKindEntry& entry : sima::kImportKindTable) {
+        list.append(list.empty() ? "" : " ").append(entry.option);
     }
     return list;
 }
 
 std::size_t kindNamed(std::string_view name) {
-    const auto found = std::find(kKindNames.begin(), kKindNames.end(), name);
-    if (found == kKindNames.end()) {
-        const std::vector<std::string> known(kKindNames.begin(), kKindNames.end());
+    const auto& kinds = sima::kImportKindTable;
+    const auto found =
+        std::find_if(kinds.begin(), kinds.end(), [name](const auto& entry) { return entry.option == name; });
+    if (found == kinds.end()) {
+        std::vector<std::string> known;
+        for (const sima::ImportKindEntry& entry : kinds) {
+            known.emplace_back(entry.option);
+        }
         throw WrongUsage("no kind of data is named '" + std::string(name) + "'; the kinds are " + listOfKinds() +
                          suggestion(name, known));
     }
-    return static_cast<std::size_t>(found - kKindNames.begin());
+    return static_cast<std::size_t>(found->kind);
 }
 
 std::array<bool, sima::kImportKinds> wantedKinds(const Raw& raw) {
@@ -247,7 +252,7 @@ void addLocate(CLI::App& app, Raw& raw) {
 
 std::string listOfExportKinds() {
     std::string list;
-    for (const exchange::KindEntry& entry : exchange::kKindTable) {
+    for (const KindEntry& entry : kKindTable) {
         list.append(list.empty() ? "" : " ").append(entry.option);
     }
     return list;
@@ -468,7 +473,7 @@ ParsedCommand checkedExport(Raw& raw) {
             const auto kind = exchange::kindNamed(name);
             if (!kind) {
                 std::vector<std::string> known;
-                for (const exchange::KindEntry& entry : exchange::kKindTable) {
+                for (const KindEntry& entry : kKindTable) {
                     known.emplace_back(entry.option);
                 }
                 throw WrongUsage("no kind of object is named '" + name + "'; the kinds are " + listOfExportKinds() +

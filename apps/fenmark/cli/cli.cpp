@@ -61,7 +61,8 @@ int run(const std::vector<std::string>& arguments, const Streams& streams) {
     try {
         PrintableStream out(streams.out);
         PrintableStream err(streams.err);
-        return runGuarded(arguments, {out, err, streams.errIsTerminal, &streams.err});
+        return runGuarded(arguments,
+                          {out, err, streams.errIsTerminal, &streams.err, streams.columns, nullptr, streams.language});
     } catch (...) {
         // What failed failed again while it was told: there is no memory even for a message.
         streams.err.rdbuf()->sputn(kNoMemory.data(), static_cast<std::streamsize>(kNoMemory.size()));

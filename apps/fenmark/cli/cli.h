@@ -1,6 +1,8 @@
 // The fenmark command line as a function of its arguments and streams.
 #pragma once
 
+#include "values/language.h"
+
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -21,8 +23,12 @@ struct Streams {
     bool errIsTerminal = false; // a progress bar is drawn on a terminal only
     // Where bars are drawn: the terminal itself, which a carriage return reaches. Null: err.
     std::ostream* terminal = nullptr;
+    // Of that terminal; 0 where nobody knows them.
+    int columns = 0;
     // Keeps the notes and errors of a file beside telling them, also those that --quiet keeps back. Null: nowhere.
     FileReport* report = nullptr;
+    // Of the notes. Result lines, the texts of the log and of the dialogs are Japanese always.
+    Language language = Language::English;
 };
 
 // Runs one command line; the arguments are those behind the program's name. Raises nothing.

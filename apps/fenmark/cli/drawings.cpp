@@ -19,21 +19,11 @@ namespace fenmark::cli {
 
 using drawing::Drawing;
 
-namespace {
-
-void tellNotes(const drawing::DrawingStore& store, const std::string& path, const Streams& streams, bool quiet) {
-    for (const drawing::StoreNote& note : store.notes()) {
-        tellFileNote(streams, quiet, path, drawing::noteText(note));
-    }
-}
-
-} // namespace
-
 std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
     require(store.open(path, *drawing, load));
-    tellNotes(store, path, streams, quiet);
+    tellStoreNotes(streams, quiet, path, store.notes());
     return drawing;
 }
 
@@ -42,7 +32,7 @@ std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone,
     drawing::DrawingStore store;
     const Outcome opened = store.open(path, *drawing);
     if (opened) {
-        tellNotes(store, path, streams, quiet);
+        tellStoreNotes(streams, quiet, path, store.notes());
         return drawing;
     }
     if (opened.failure != Failure::NotOurs) {
@@ -50,9 +40,7 @@ std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone,
     }
     drawing::ForeignPackage package;
     require(drawing::readForeignPackage(path, zone, package));
-    for (const std::string& note : package.notes) {
-        tellFileNote(streams, quiet, path, note);
-    }
+    tellStoreNotes(streams, quiet, path, package.notes);
     *drawing = std::move(package.drawing);
     return drawing;
 }

@@ -45,9 +45,7 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     exchange::Notes notes;
     require(exchange::writeFile(arguments.target,
                                 [&](std::ostream& out) { notes = format->write(*drawing, options, out); }));
-    for (const std::string& note : notes) {
-        tellNote(streams, arguments.quiet, note);
-    }
+    tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }
 

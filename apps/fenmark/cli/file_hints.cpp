@@ -4,6 +4,7 @@
 #include "cli/error_blocks.h"
 #include "cli/messages.h"
 #include "cli/printable.h"
+#include "sima/records/sections.h"
 #include "sima/text/path.h"
 #include "sima/text/splitter.h"
 #include "sima/text/string_table.h"
@@ -59,20 +60,19 @@ bool hasOneCommaTooMany(std::string_view record) {
     return known != std::end(kRecordFields) && count == known->count + 1 && record.ends_with(",,");
 }
 
-// The section letter that a text begins with, if it goes on as given; otherwise 0.
-char sectionLetter(std::string_view text, std::string_view rest) {
-    constexpr std::string_view kSections = "ADFHI";
-    const bool isSection = !text.empty() && kSections.find(text.front()) != std::string_view::npos;
-    return isSection && text.substr(1) == rest ? text.front() : '\0';
-}
-
 // The letter of the section that refused a record which opens a section; 0 for every other error.
 char unclosedSection(const ErrorBlock& block) {
     const std::string_view recordCode = block.record.substr(0, block.record.find(','));
-    if (!block.code.starts_with("Err") || sectionLetter(recordCode, "00") == '\0') {
+    if (sima::sectionOpenedBy(sima::recordCode(recordCode)) == nullptr) {
         return '\0';
     }
-    return sectionLetter(block.code.substr(3), "001");
+    for (const sima::SectionEntry& section : sima::kSections) {
+        const char letter = section.opening.front();
+        if (block.code == std::string("Err") + letter + "001") {
+            return letter;
+        }
+    }
+    return '\0';
 }
 
 } // namespace
@@ -91,35 +91,52 @@ void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string&
     if (quiet && streams.report == nullptr) {
         return;
     }
-    const auto tell = [&](std::string_view text) { tellFileNote(streams, quiet, file, text); };
+    const auto tell = [&](std::string_view code, std::string japanese, std::string english) {
+        tellFileNote(streams, quiet, file, code, inLanguage(streams, std::move(japanese), std::move(english)));
+    };
+    const std::string title(sima::encodingTitle(encoding.encoding));
     const std::string head = headOf(file);
     const bool isUtf8 = encoding.looksLike == TextKind::Utf8 || encoding.looksLike == TextKind::Utf8Mark;
     if (encoding.looksLike == TextKind::EucJp || encoding.looksLike == TextKind::Iso2022Jp) {
-        tell(std::string("looks like ") + (encoding.looksLike == TextKind::EucJp ? "EUC-JP" : "ISO-2022-JP (JIS)") +
-             ", which is not read: its names come out wrong; save it in code page 932 or UTF-8");
+        const std::string looks = encoding.looksLike == TextKind::EucJp ? "EUC-JP" : "ISO-2022-JP (JIS)";
+        tell("unread-encoding",
+             looks + "のようですが、この文字コードは読めないため名称が正しくありません。コードページ932かUTF-"
+                     "8で保存してください",
+             "looks like " + looks +
+                 ", which is not read: its names come out wrong; save it in code page 932 or UTF-8");
     } else if (!encoding.asked) {
         if (encoding.looksLike == TextKind::Utf8Mark) {
-            tell("read in UTF-8, as the byte order mark at its start says");
+            tell("read-in", "先頭のバイト順マークにより、UTF-8で読みました",
+                 "read in UTF-8, as the byte order mark at its start says");
         } else if (encoding.looksLike != TextKind::Cp932) {
-            tell("read in " + std::string(sima::encodingTitle(encoding.encoding)) + ", as its bytes show");
+            tell("read-in", "ファイルの内容から、" + title + "で読みました",
+                 "read in " + title + ", as its bytes show");
         }
     } else if (encoding.looksLike == TextKind::Utf16 && encoding.encoding != Encoding::Utf16Le &&
                encoding.encoding != Encoding::Utf16Be) {
-        tell("looks like UTF-16 and is read in " + std::string(sima::encodingTitle(encoding.encoding)) +
-             "; without --encoding it is read as such");
+        tell("likely-misread",
+             "UTF-16のようですが、" + title + "で読みました。--encoding を付けなければUTF-16で読みます",
+             "looks like UTF-16 and is read in " + title + "; without --encoding it is read as such");
     } else if (encoding.encoding == Encoding::Cp932 && isUtf8) {
-        tell("looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
+        tell("likely-misread",
+             "UTF-8のようですが、コードページ932で読みました。--encoding utf-8 を付けるとUTF-8で読みます",
+             "looks like UTF-8 and is read in code page 932; --encoding utf-8 reads it as such");
     } else if (encoding.encoding == Encoding::Utf8 && !sima::isValidUtf8(head)) {
-        tell("is no UTF-8; without --encoding utf-8 it is read in code page 932");
+        tell("likely-misread", "UTF-8ではありません。--encoding utf-8 を付けなければコードページ932で読みます",
+             "is no UTF-8; without --encoding utf-8 it is read in code page 932");
     }
     const bool isUtf16 = encoding.looksLike == TextKind::Utf16;
     if (!isUtf16 && head.find('\n') == std::string::npos && head.find('\r') != std::string::npos) {
-        tell("its lines end in a carriage return alone, so all of it is one line; save it with line feeds");
+        tell("carriage-returns",
+             "行末が復帰コード(CR)だけのため、全体が1行になります。改行コード(LF)を付けて保存してください",
+             "its lines end in a carriage return alone, so all of it is one line; save it with line feeds");
     }
 }
 
 void tellNothingFound(const Streams& streams, bool quiet, const std::string& file) {
-    tellFileNote(streams, quiet, file, "no point, lot, route or result was found in it");
+    tellFileNote(
+        streams, quiet, file, "nothing-found",
+        inLanguage(streams, "点、画地、路線、成果が1つもありません", "no point, lot, route or result was found in it"));
 }
 
 void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& file, const sima::SimaLog& log) {
@@ -133,10 +150,14 @@ void tellUnclosedSection(const Streams& streams, bool quiet, const std::string& 
             continue;
         }
         const std::string end = std::string(1, section) + "99";
-        tellLineNote(streams, quiet, file, block.line,
-                     std::string(block.record.substr(0, 3)) + " inside section " + section + "; " + end +
-                         " seems to be missing before it, and all up to the next " + end + " is taken for section " +
-                         section);
+        const std::string code(block.record.substr(0, 3));
+        tellLineNote(streams, quiet, file, block.line, "unclosed-section",
+                     inLanguage(streams,
+                                section + ("区分の中に" + code) + "があります。その前に" + end +
+                                    "がないようです。次の" + end + "までを" + section + "区分として読みます",
+                                code + " inside section " + section + "; " + end +
+                                    " seems to be missing before it, and all up to the next " + end +
+                                    " is taken for section " + section));
         return;
     }
 }
@@ -155,14 +176,19 @@ void tellCommas(const Streams& streams, bool quiet, const std::string& file, con
         }
     }
     if (lacking > 0) {
-        tellFileNote(streams, quiet, file,
-                     std::to_string(lacking) + (lacking == 1 ? " record lacks" : " records lack") +
-                         " the comma that every record of the format ends in");
+        const std::string number = std::to_string(lacking);
+        tellFileNote(streams, quiet, file, "lacking-comma",
+                     inLanguage(streams, "行末のコンマがないレコードが" + number + "行あります",
+                                number + (lacking == 1 ? " record lacks" : " records lack") +
+                                    " the comma that every record of the format ends in"));
     }
     if (oneTooMany > 0) {
-        tellFileNote(streams, quiet, file,
-                     "one comma too many at the end of " + std::to_string(oneTooMany) +
-                         (oneTooMany == 1 ? " record" : " records") + ", which the format refuses; take it away");
+        const std::string number = std::to_string(oneTooMany);
+        tellFileNote(streams, quiet, file, "comma-too-many",
+                     inLanguage(streams, "行末のコンマが1つ多いレコードが" + number + "行あります。取り除いてください",
+                                "one comma too many at the end of " + number +
+                                    (oneTooMany == 1 ? " record" : " records") +
+                                    ", which the format refuses; take it away"));
     }
 }
 
@@ -184,11 +210,15 @@ void tellPointNumbers(const Streams& streams, bool quiet, const std::string& fil
         ++count;
     }
     if (count > 0) {
-        tellFileNote(streams, quiet, file,
-                     std::to_string(count) + (count == 1 ? " record has" : " records have") +
-                         " a point number such as '" + first +
-                         "'; the format wants a whole number of at most five digits there, and "
-                         "the point's name in the field behind it");
+        const std::string number = std::to_string(count);
+        tellFileNote(streams, quiet, file, "point-number",
+                     inLanguage(streams,
+                                "点番号が「" + first + "」のようなレコードが" + number +
+                                    "行あります。点番号は5桁以内の整数とし、点名はその次の項目に入れてください",
+                                number + (count == 1 ? " record has" : " records have") + " a point number such as '" +
+                                    first +
+                                    "'; the format wants a whole number of at most five digits there, and "
+                                    "the point's name in the field behind it"));
     }
 }
 

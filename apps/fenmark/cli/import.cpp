@@ -62,9 +62,7 @@ void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArgume
         }
     }
     require(document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities));
-    for (const drawing::StoreNote& note : document.store().notes()) {
-        tellFileNote(streams, arguments.quiet, path, drawing::noteText(note));
-    }
+    tellStoreNotes(streams, arguments.quiet, path, document.store().notes());
 }
 
 // The log of one import, in a place of its own beside the input until the drawing is safe. A file that is no file, or a
@@ -211,22 +209,35 @@ void addResult(nlohmann::ordered_json& json, const command::ImportResult& result
     json["cross_sections"] = result.crossSectionPoints;
 }
 
+std::uint64_t numberOf(std::string_view line) {
+    std::uint64_t number = 0;
+    for (const char digit : line) {
+        number = 10 * number + static_cast<std::uint64_t>(digit - '0');
+    }
+    return number;
+}
+
 // The records that were refused and the notes, in the words of standard error.
 void addReport(nlohmann::ordered_json& json, const FileReport& report) {
     nlohmann::ordered_json& records = json["error_records"] = nlohmann::ordered_json::array();
     for (const FileReport::Error& error : report.errors) {
         nlohmann::ordered_json record;
-        std::uint64_t line = 0;
-        for (const char digit : error.line) {
-            line = 10 * line + static_cast<std::uint64_t>(digit - '0');
-        }
-        record["line"] = line;
+        record["line"] = numberOf(error.line);
         record["code"] = error.code;
         record["text"] = error.text;
         record["record"] = error.record;
         records.push_back(std::move(record));
     }
-    json["notes"] = report.notes;
+    nlohmann::ordered_json& notes = json["notes"] = nlohmann::ordered_json::array();
+    for (const FileReport::Note& said : report.notes) {
+        nlohmann::ordered_json note;
+        note["code"] = said.code;
+        note["text"] = said.text;
+        if (!said.line.empty()) {
+            note["line"] = numberOf(said.line);
+        }
+        notes.push_back(std::move(note));
+    }
 }
 
 // Why a run of the command ended early, from the exception at hand.
@@ -255,12 +266,13 @@ void tellHints(const ImportArguments& arguments, const std::string& file, const 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
-    for (const std::string& line : host::embedded::noteLines(host.layoutNotes())) {
-        tellFileNote(streams, arguments.quiet, file, line);
+    for (const auto& [code, text] : host::embedded::noteLines(host.layoutNotes(), streams.language)) {
+        tellFileNote(streams, arguments.quiet, file, code, text);
     }
     if (arguments.alignment && !dialogs.askedForAlignment()) {
-        tellFileNote(streams, arguments.quiet, file,
-                     "--alignment was not needed: every result has an alignment of its own");
+        tellFileNote(streams, arguments.quiet, file, "alignment-not-needed",
+                     inLanguage(streams, "どの成果にも自分の線形があるため、--alignment は使いませんでした",
+                                "--alignment was not needed: every result has an alignment of its own"));
     }
 }
 
@@ -274,8 +286,9 @@ void tellUnplaced(const Drawing& drawing, std::size_t firstEntity, std::size_t f
     for (std::size_t i = firstEntity; i < drawing.entityCount(); ++i) {
         unplaced.look(drawing.entity(i));
     }
-    for (const std::string& line : unplaced.notes("kept in the drawing, but no other program can show them")) {
-        tellFileNote(streams, arguments.quiet, file, line);
+    for (const exchange::Note& note : unplaced.notes(exchange::Fate::KeptUnseen)) {
+        tellFileNote(streams, arguments.quiet, file, exchange::noteName(note.code),
+                     exchange::wording(note, streams.language));
     }
 }
 
@@ -368,13 +381,15 @@ std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& f
 }
 
 // What the drawing has of a file of that name, in words; empty if it has nothing.
-std::string earlierImports(const Drawing& drawing, const std::string& name) {
+std::string earlierImports(const Drawing& drawing, const std::string& name, const Streams& streams) {
     const std::vector<std::size_t> earlier = drawing.importsOf(name);
     if (earlier.empty()) {
         return {};
     }
     const std::string& time = drawing.imports()[earlier.back()].time;
-    return (earlier.size() == 1 ? "once" : std::to_string(earlier.size()) + " times") + ", last at " + time;
+    const std::string times = std::to_string(earlier.size());
+    return inLanguage(streams, times + "回、最後は " + time,
+                      (earlier.size() == 1 ? "once" : times + " times") + ", last at " + time);
 }
 
 std::size_t removeEarlierImports(Drawing& drawing, const std::string& name) {
@@ -430,7 +445,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     const Telling telling{arguments, file, streams, encodingOf(file, arguments.encoding)};
     std::future<std::optional<drawing::FileDigest>> digest = startDigest(file);
     const std::string name = nameInRows(file);
-    const std::string earlier = earlierImports(drawing, name);
+    const std::string earlier = earlierImports(drawing, name, streams);
     if (arguments.replace) {
         removeEarlierImports(drawing, name);
     }
@@ -499,12 +514,23 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     tellNotes(host, arguments, dialogs, file, run.reader, streams);
     tellUnplaced(drawing, firstEntity, firstAlignment, arguments, file, streams);
     if (!earlier.empty()) {
-        tellFileNote(streams, arguments.quiet, file,
-                     arguments.replace ? "replaces what the drawing had of a file of this name, imported " + earlier
-                                       : "the drawing has objects of a file of this name already, imported " + earlier +
-                                             "; --replace puts the new ones in their place");
+        if (arguments.replace) {
+            tellFileNote(streams, arguments.quiet, file, "replaced",
+                         inLanguage(streams,
+                                    "図面にあった同じ名前のファイルの図形を置き換えます(読み込み " + earlier + ")",
+                                    "replaces what the drawing had of a file of this name, imported " + earlier));
+        } else {
+            tellFileNote(streams, arguments.quiet, file, "imported-before",
+                         inLanguage(streams,
+                                    "図面には同じ名前のファイルの図形が既にあります(読み込み " + earlier +
+                                        ")。--replace を付けると新しい図形に置き換わります",
+                                    "the drawing has objects of a file of this name already, imported " + earlier +
+                                        "; --replace puts the new ones in their place"));
+        }
     } else if (arguments.replace) {
-        tellFileNote(streams, arguments.quiet, file, "--replace: the drawing had nothing of a file of this name");
+        tellFileNote(streams, arguments.quiet, file, "nothing-replaced",
+                     inLanguage(streams, "--replace: 図面には同じ名前のファイルの図形がありませんでした",
+                                "--replace: the drawing had nothing of a file of this name"));
     }
     if (!run.outcome) {
         throw Stop(kNotDone, run.outcome.message + "; what was made before that is kept in " + drawingPath);
@@ -578,7 +604,9 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
             } else {
                 printResult(streams.out, made.result, arguments.files.size() > 1);
             }
-            tellNote(streams, arguments.quiet, "drawing " + drawingPath + ", log " + made.logPath);
+            tellNote(streams, arguments.quiet,
+                     inLanguage(streams, "図面 " + drawingPath + "、ログ " + made.logPath,
+                                "drawing " + drawingPath + ", log " + made.logPath));
         } catch (const Stop& stop) {
             open.forget();
             code = std::max(code, stop.code());

@@ -14,7 +14,8 @@ namespace fenmark::cli {
 ImportDialogs::ImportDialogs(const ImportArguments& arguments, const std::string& file, sima::Encoding encoding,
                              std::string logFile, const drawing::Drawing& drawing, const Streams& streams)
     : arguments_(arguments), file_(file), encoding_(encoding), logFile_(std::move(logFile)), drawing_(drawing),
-      streams_(streams), bars_(streams.terminal != nullptr ? *streams.terminal : streams.err) {}
+      streams_(streams),
+      bars_(streams.terminal != nullptr ? *streams.terminal : streams.err, kPatience, streams.columns) {}
 
 bool ImportDialogs::showImport(command::ImportDialogState& state) {
     state.filePath = file_;
@@ -71,10 +72,14 @@ bool ImportDialogs::selectAlignment(const std::map<std::string, host::MdDbObject
             for (const auto& [alignment, unused] : alignments) {
                 names.push_back(alignment);
             }
-            tellFileNote(streams_, arguments_.quiet, file_,
-                         "results have no alignment in this import; --alignment NAME puts them on one of the "
-                         "drawing, which has: " +
-                             joined(names));
+            tellFileNote(streams_, arguments_.quiet, file_, "no-alignment",
+                         inLanguage(streams_,
+                                    "成果の線形がこの読み込みにありません。--alignment NAME "
+                                    "で図面の線形を指定できます: " +
+                                        joined(names),
+                                    "results have no alignment in this import; --alignment NAME puts them on one of "
+                                    "the drawing, which has: " +
+                                        joined(names)));
         }
         return false;
     }

@@ -17,6 +17,7 @@
 #include <memory>
 #include <ostream>
 #include <system_error>
+#include <utility>
 
 namespace fenmark::cli {
 
@@ -37,6 +38,31 @@ void appendBlock(std::string& text, const std::string& file, const ErrorBlock& b
     text += '\n';
 }
 
+// What the reader calls the kinds of lines that it passes over; the code of a record may stand behind it.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 12> kPassedOver = {{
+    {"comment", "コメント行"},
+    {"outside any section", "区分の外の行"},
+    {"unknown code at top level", "不明なレコード"},
+    {"point without a number", "番号のない点"},
+    {"in a lot with a missing point", "点が欠けた画地の行"},
+    {"inside triangle data", "三角形データの中の行"},
+    {"not used in a lot", "画地で使用しないレコード"},
+    {"before the first point of a route", "路線の最初の点より前の行"},
+    {"inside element data", "要素データの中の行"},
+    {"not used in a route", "路線で使用しないレコード"},
+    {"before the first cross section", "最初の横断より前の行"},
+    {"result of a section without its end record", "終了レコードのない区分の成果"},
+}};
+
+std::string japaneseOf(const std::string& kind) {
+    for (const auto& [english, japanese] : kPassedOver) {
+        if (kind.starts_with(english)) {
+            return std::string(japanese) + kind.substr(english.size());
+        }
+    }
+    return kind;
+}
+
 } // namespace
 
 void tellError(const Streams& streams, std::string_view text) {
@@ -49,9 +75,16 @@ void tellNote(const Streams& streams, bool quiet, std::string_view text) {
     }
 }
 
-void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text) {
+void tellNotes(const Streams& streams, bool quiet, const exchange::Notes& notes) {
+    for (const exchange::Note& note : notes) {
+        tellNote(streams, quiet, exchange::wording(note, streams.language));
+    }
+}
+
+void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view code,
+                  std::string_view text) {
     if (streams.report != nullptr) {
-        streams.report->notes.emplace_back(text);
+        streams.report->notes.push_back({std::string(code), std::string(text), {}});
     }
     if (!quiet) {
         streams.err << oneLine(file) << ": note: " << oneLine(text) << '\n';
@@ -59,13 +92,24 @@ void tellFileNote(const Streams& streams, bool quiet, const std::string& file, s
 }
 
 void tellLineNote(const Streams& streams, bool quiet, const std::string& file, std::string_view line,
-                  std::string_view text) {
+                  std::string_view code, std::string_view text) {
     if (streams.report != nullptr) {
-        streams.report->notes.push_back("line " + std::string(line) + ": " + std::string(text));
+        streams.report->notes.push_back({std::string(code), std::string(text), std::string(line)});
     }
     if (!quiet) {
         streams.err << oneLine(file) << ':' << line << ": note: " << oneLine(text) << '\n';
     }
+}
+
+void tellStoreNotes(const Streams& streams, bool quiet, const std::string& path,
+                    const std::vector<drawing::StoreNote>& notes) {
+    for (const drawing::StoreNote& note : notes) {
+        tellFileNote(streams, quiet, path, drawing::noteName(note.code), drawing::noteText(note, streams.language));
+    }
+}
+
+std::string inLanguage(const Streams& streams, std::string japanese, std::string english) {
+    return streams.language == Language::Japanese ? std::move(japanese) : std::move(english);
 }
 
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log) {
@@ -96,8 +140,10 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
 
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines) {
     for (const auto& [kind, count] : lines) {
-        tellFileNote(streams, quiet, file,
-                     std::to_string(count) + (count == 1 ? " line" : " lines") + " passed over, " + std::string(kind));
+        const std::string number = std::to_string(count);
+        tellFileNote(streams, quiet, file, "passed-over",
+                     inLanguage(streams, number + "行を読み飛ばしました: " + japaneseOf(kind),
+                                number + (count == 1 ? " line" : " lines") + " passed over, " + kind));
     }
 }
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "cli/cli.h"
+#include "drawing/geopackage/store_notes.h"
+#include "exchange/notes.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/sima_reader.h"
 #include "values/outcome.h"
@@ -42,20 +44,34 @@ struct FileReport {
         std::string text;
         std::string record;
     };
+    struct Note {
+        std::string code; // the same in every language
+        std::string text;
+        std::string line; // of the file; empty for all of it
+    };
     std::vector<Error> errors;
-    std::vector<std::string> notes;
+    std::vector<Note> notes;
 };
 
 // "fenmark: error: text"
 void tellError(const Streams& streams, std::string_view text);
 // "fenmark: note: text"; nothing if quiet.
 void tellNote(const Streams& streams, bool quiet, std::string_view text);
+void tellNotes(const Streams& streams, bool quiet, const exchange::Notes& notes);
 
-// "file: note: text"; nothing if quiet.
-void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view text);
+// "file: note: text"; nothing if quiet. The code is for programs that read an answer in JSON.
+void tellFileNote(const Streams& streams, bool quiet, const std::string& file, std::string_view code,
+                  std::string_view text);
 // "file:line: note: text"; nothing if quiet.
 void tellLineNote(const Streams& streams, bool quiet, const std::string& file, std::string_view line,
-                  std::string_view text);
+                  std::string_view code, std::string_view text);
+
+// The notes on a drawing or a package that was opened.
+void tellStoreNotes(const Streams& streams, bool quiet, const std::string& path,
+                    const std::vector<drawing::StoreNote>& notes);
+
+// The text in the language of the notes.
+std::string inLanguage(const Streams& streams, std::string japanese, std::string english);
 
 // The log's error blocks, each as "file:line: code: text". On a terminal only the first ones.
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log);

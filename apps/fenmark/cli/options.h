@@ -19,12 +19,6 @@
 
 namespace fenmark::cli {
 
-// The names of the import kinds in --only and --skip, in the order of the import flags.
-inline constexpr std::array<std::string_view, sima::kImportKinds> kKindNames = {
-    "points",     "lots",        "longitudinal", "cross-sections",    "ip", "main", "centre",
-    "left-stake", "right-stake", "continuous",   "continuous-curves",
-};
-
 // Bytes. A longer line is no record of a survey, and would be held in memory whole.
 inline constexpr std::size_t kLongestLine = std::size_t{64} << 20;
 

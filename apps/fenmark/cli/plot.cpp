@@ -73,15 +73,16 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
                   [&](std::ostream& out) { out << plot.pages[i]; });
         }
         if (plot.pages.size() > 1) {
+            const std::size_t sheets = plot.pages.size();
+            const std::string count = std::to_string(sheets);
+            const std::string first = pageName(arguments.target, 1, sheets);
+            const std::string last = pageName(arguments.target, sheets, sheets);
             tellNote(streams, arguments.quiet,
-                     std::to_string(plot.pages.size()) +
-                         " sheets: " + pageName(arguments.target, 1, plot.pages.size()) + " to " +
-                         pageName(arguments.target, plot.pages.size(), plot.pages.size()));
+                     inLanguage(streams, count + "枚: " + first + " から " + last + " まで",
+                                count + " sheets: " + first + " to " + last));
         }
     }
-    for (const std::string& note : plot.notes) {
-        tellNote(streams, arguments.quiet, note);
-    }
+    tellNotes(streams, arguments.quiet, plot.notes);
     return kDone;
 }
 

@@ -1,6 +1,7 @@
 // The progress of a pass as one line on the terminal.
 #include "cli/progress_bar.h"
 
+#include <algorithm>
 #include <ostream>
 #include <string>
 
@@ -9,12 +10,34 @@ namespace fenmark::cli {
 namespace {
 
 constexpr std::int64_t kSteps = 1000; // the bar moves in tenths of a percent
-constexpr std::int64_t kWidth = 40;   // characters
+constexpr std::size_t kWidth = 40;    // characters
+constexpr std::size_t kAround = 10;   // columns of what stands round a bar, " [", "] 100 %", and of the cursor
+
+// What the text takes on a terminal: a character beyond ASCII is one of Japanese here, which takes two columns.
+std::size_t columnsOf(std::string_view text) {
+    std::size_t columns = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        columns += byte < 0x80 ? 1 : byte >= 0xC0 ? 2 : 0;
+    }
+    return columns;
+}
+
+// A line that is longer than the terminal is wide would wrap, and stay there.
+std::size_t barWidth(std::string_view title, int columns) {
+    if (columns <= 0) {
+        return kWidth;
+    }
+    const std::size_t taken = columnsOf(title) + kAround;
+    const auto room = static_cast<std::size_t>(columns);
+    return room > taken ? std::min(kWidth, room - taken) : 0;
+}
 
 class Bar : public sima::Progress {
   public:
-    Bar(std::ostream& terminal, std::string_view title, std::chrono::milliseconds patience)
-        : terminal_(terminal), title_(title), patience_(patience), started_(std::chrono::steady_clock::now()) {}
+    Bar(std::ostream& terminal, std::string_view title, std::chrono::milliseconds patience, int columns)
+        : terminal_(terminal), title_(title), width_(barWidth(title, columns)), patience_(patience),
+          started_(std::chrono::steady_clock::now()) {}
     ~Bar() override {
         if (drawn_) {
             terminal_ << "\r\033[K" << std::flush;
@@ -44,15 +67,16 @@ class Bar : public sima::Progress {
   private:
     void draw(double part) {
         const double bounded = part < 0.0 ? 0.0 : part > 1.0 ? 1.0 : part;
-        const auto filled = static_cast<std::size_t>(bounded * kWidth);
+        const auto filled = static_cast<std::size_t>(bounded * static_cast<double>(width_));
         std::string bar(filled, '=');
-        bar.resize(kWidth, ' ');
+        bar.resize(width_, ' ');
         terminal_ << '\r' << title_ << " [" << bar << "] " << static_cast<int>(bounded * 100.0) << " %" << std::flush;
         drawn_ = true;
     }
 
     std::ostream& terminal_;
     std::string title_;
+    std::size_t width_; // of the bar, characters
     std::chrono::milliseconds patience_;
     std::chrono::steady_clock::time_point started_;
     std::int64_t lower_ = 0;
@@ -64,7 +88,7 @@ class Bar : public sima::Progress {
 } // namespace
 
 std::unique_ptr<sima::Progress> ProgressBars::create(std::string_view title, bool) {
-    return std::make_unique<Bar>(terminal_, title, patience_);
+    return std::make_unique<Bar>(terminal_, title, patience_, columns_);
 }
 
 } // namespace fenmark::cli

@@ -13,13 +13,15 @@ inline constexpr std::chrono::milliseconds kPatience{50};
 
 class ProgressBars : public sima::ProgressFactory {
   public:
-    explicit ProgressBars(std::ostream& terminal, std::chrono::milliseconds patience = kPatience)
-        : terminal_(terminal), patience_(patience) {}
+    // A bar stays within the terminal's columns; 0 stands for any number.
+    explicit ProgressBars(std::ostream& terminal, std::chrono::milliseconds patience = kPatience, int columns = 0)
+        : terminal_(terminal), patience_(patience), columns_(columns) {}
     std::unique_ptr<sima::Progress> create(std::string_view title, bool smooth) override;
 
   private:
     std::ostream& terminal_;
     std::chrono::milliseconds patience_;
+    int columns_;
 };
 
 } // namespace fenmark::cli

@@ -70,9 +70,7 @@ int runReport(const ReportArguments& arguments, const Streams& streams) {
         notes = exchange::writeReport(*drawing, options,
                                       html ? exchange::ReportFormat::Html : exchange::ReportFormat::Csv, out);
     }));
-    for (const std::string& note : notes) {
-        tellNote(streams, arguments.quiet, note);
-    }
+    tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }
 

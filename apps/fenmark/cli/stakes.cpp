@@ -17,8 +17,8 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
     if (!stakes.failure.empty()) {
         throw Stop(kNotDone, arguments.alignment + ": " + stakes.failure);
     }
-    if (!stakes.note.empty()) {
-        tellNote(streams, false, arguments.alignment + ": " + stakes.note);
+    if (stakes.note) {
+        tellNote(streams, false, arguments.alignment + ": " + exchange::wording(*stakes.note, streams.language));
     }
     if (!arguments.target) {
         exchange::writeStakes(stakes, arguments.format, streams.out);

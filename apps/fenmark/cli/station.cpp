@@ -60,11 +60,15 @@ int runLocate(const LocateArguments& arguments, const Streams& streams) {
     }
     if (looksExchanged(drawing->geometry(index), arguments, *located)) {
         tellNote(streams, false,
-                 "the point lies near the alignment with X and Y exchanged: X is east, which a SIMA file calls Y");
+                 inLanguage(
+                     streams,
+                     "この点はXとYを入れ替えると線形の近くにあります。ここでのXは東で、SIMAファイルのYに当たります",
+                     "the point lies near the alignment with X and Y exchanged: X is east, which a SIMA file calls Y"));
     }
     if (!located->perpendicular && !arguments.json) {
         tellNote(streams, false,
-                 "the nearest point is an end or a kink of the alignment, not the foot of a perpendicular");
+                 inLanguage(streams, "最も近い点は線形の端または折れ点で、垂線の足ではありません",
+                            "the nearest point is an end or a kink of the alignment, not the foot of a perpendicular"));
     }
     return kDone;
 }

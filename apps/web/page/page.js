@@ -113,7 +113,7 @@ class Program {
     const id = this.next++;
     return new Promise((resolve, reject) => {
       this.waiting.set(id, { resolve, reject, onProgress });
-      this.worker.postMessage({ ...request, id });
+      this.worker.postMessage({ ...request, id, language });
     });
   }
   // Waits for a worker that runs; what was stopped while it waited is refused as well.
@@ -358,7 +358,7 @@ async function openDrawing(file) {
 
 // The lines of the program's notes: "file:line: text" are errors of records, all others are notes.
 function readMessages(notes) {
-  return notes.split("\n").filter((line) => line && !line.startsWith("fenmark: note: drawing ")).map((line) => {
+  return notes.split("\n").filter((line) => line && !/^fenmark: note: (drawing|図面) /.test(line)).map((line) => {
     for (const input of inputs) {
       if (line.startsWith(input.path + ":")) {
         const rest = line.slice(input.path.length + 1);

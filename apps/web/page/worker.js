@@ -105,6 +105,7 @@ function remove(path) {
 }
 
 async function answer(request) {
+  program?._fenmark_set_japanese(request.language === "ja" ? 1 : 0);
   if (request.wasm) {
     program = await createFenmark({ wasmBinary: await inflate(request.wasm), onFenmarkText: onText });
     growInPlace(program.FS.filesystems.MEMFS);

@@ -1,12 +1,13 @@
 // The points, polylines or lots of a drawing as rows to write.
 #include "drawing/geopackage/entity_rows.h"
 
+#include "values/kinds.h"
+
 namespace fenmark::drawing {
 
 namespace {
 
 constexpr std::size_t kLeastRing = 3; // vertices of an area
-constexpr std::string_view kLotType = "画地";
 
 // In the order of sql::kEntityColumns.
 enum Column {
@@ -35,7 +36,7 @@ bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer) {
         return true;
     }
     const EntityView view = drawing.entity(entity);
-    const bool isLot = view.closed || (view.row && view.row->type == kLotType);
+    const bool isLot = view.closed || (view.row && view.row->type == typeOf(Kind::Lots));
     return isLot && view.vertices.size() >= kLeastRing;
 }
 

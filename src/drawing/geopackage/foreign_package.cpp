@@ -4,6 +4,7 @@
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/sqlite_handles.h"
+#include "values/kinds.h"
 
 #include <algorithm>
 #include <charconv>
@@ -133,12 +134,10 @@ class PackageReader {
             refuse("no table holds points or polygons" + leftOutText(": "));
         }
         if (plane_->datum != nullptr && plane_->datum != kDatums[0].name) {
-            note("coordinates of zone " + std::to_string(plane_->zone) + " of " + plane_->datum +
-                 ", taken as they stand");
+            note({StoreNoteCode::OtherDatum, {}, plane_->datum, static_cast<std::uint64_t>(plane_->zone), 0, {}});
         }
         for (const auto& [what, found] : leftOut_) {
-            note(std::to_string(found.count) + " features left out: " + what + " (first fid " +
-                 std::to_string(found.first) + ")");
+            note(found);
         }
     }
 
@@ -151,11 +150,11 @@ class PackageReader {
             table.name = rows.text(0);
             table.geometry = rows.text(1);
             if (!isPlainTable(connection_, table.name)) {
-                note("'" + table.name + "' is no table of its own: left out");
+                note({StoreNoteCode::NoPlainTable, table.name, {}, 0, 0, {}});
                 continue;
             }
             if (!describe(table)) {
-                note("the table '" + table.name + "' has no column of geometry that is stored: left out");
+                note({StoreNoteCode::NoGeometryColumn, table.name, {}, 0, 0, {}});
                 continue;
             }
             const Plane plane = planeOf(rows, zone_);
@@ -209,9 +208,7 @@ class PackageReader {
             readFeature(rows, table.name);
         }
         if (drawing.entityCount() > before) {
-            note("'" + table.name + "': names from " +
-                 (table.nameColumn.empty() ? "the numbers" : "'" + table.nameColumn + "'") + ", numbers from " +
-                 (table.numberColumn.empty() ? "the features" : "'" + table.numberColumn + "'"));
+            note({StoreNoteCode::NamesFrom, table.name, table.nameColumn, 0, 0, table.numberColumn});
         }
     }
 
@@ -220,31 +217,31 @@ class PackageReader {
         const BlobParts parts = row.isNull(1) ? BlobParts{BlobKind::Empty, 0, {}, {}, 0} : readParts(row.blob(1));
         switch (parts.kind) {
         case BlobKind::Empty:
-            return leaveOut("without a place in '" + table + "'", fid);
+            return leaveOut(StoreNoteCode::FeatureNoPlace, "without a place", table, fid);
         case BlobKind::Malformed:
-            return leaveOut("damaged geometry in '" + table + "'", fid);
+            return leaveOut(StoreNoteCode::FeatureDamaged, "damaged geometry", table, fid);
         case BlobKind::Other:
-            return leaveOut(nameOfGeometry(parts.type) + " in '" + table + "'", fid);
+            return leaveOut(StoreNoteCode::FeatureGeometry, nameOfGeometry(parts.type), table, fid);
         case BlobKind::Point:
         case BlobKind::Line:
             break;
         }
         if (parts.holes > 0) {
-            return leaveOut("polygons with holes in '" + table + "'", fid);
+            return leaveOut(StoreNoteCode::FeatureWithHoles, "polygons with holes", table, fid);
         }
         const std::int32_t number = numberOf(row, fid);
         const std::string name = row.text(2).empty() ? std::to_string(number) : std::string(row.text(2));
         Drawing& drawing = package_.drawing;
         for (const MdGePoint3d& point : parts.points) {
             drawing.addPoint(point, layer_);
-            drawing.setRow(drawing.entityCount() - 1, pointTable_, number, name, "座標", table);
+            drawing.setRow(drawing.entityCount() - 1, pointTable_, number, name, typeOf(Kind::Points), table);
         }
         for (std::vector<MdGePoint3d> ring : parts.rings) {
             for (MdGePoint3d& vertex : ring) {
                 vertex.z = 0.0; // a lot is flat
             }
             drawing.addPolyline(ring, layer_, EntityKind::Polyline, true);
-            drawing.setRow(drawing.entityCount() - 1, polylineTable_, number, name, "画地", table);
+            drawing.setRow(drawing.entityCount() - 1, polylineTable_, number, name, typeOf(Kind::Lots), table);
         }
     }
 
@@ -259,9 +256,9 @@ class PackageReader {
         return static_cast<std::int32_t>(std::clamp<std::int64_t>(fid, 0, std::numeric_limits<std::int32_t>::max()));
     }
 
-    void leaveOut(const std::string& what, std::int64_t fid) {
-        LeftOut& found = leftOut_.try_emplace(what, LeftOut{0, fid}).first->second;
-        ++found.count;
+    void leaveOut(StoreNoteCode code, const std::string& what, const std::string& table, std::int64_t fid) {
+        const StoreNote first{code, table, what, 0, fid, {}};
+        ++leftOut_.try_emplace(what + " in '" + table + "'", first).first->second.count;
     }
 
     std::string leftOutText(const std::string& before) const {
@@ -272,18 +269,13 @@ class PackageReader {
         return text;
     }
 
-    void note(std::string text) { package_.notes.push_back(std::move(text)); }
-
-    struct LeftOut {
-        std::uint64_t count = 0;
-        std::int64_t first = 0;
-    };
+    void note(StoreNote note) { package_.notes.push_back(std::move(note)); }
 
     Connection& connection_;
     int zone_;
     ForeignPackage& package_;
     std::optional<Plane> plane_;
-    std::map<std::string, LeftOut> leftOut_;
+    std::map<std::string, StoreNote> leftOut_; // by what and where, in English
     std::size_t pointTable_ = 0;
     std::size_t polylineTable_ = 0;
     std::size_t layer_ = 0;

@@ -12,8 +12,8 @@
 namespace fenmark::drawing {
 
 struct ForeignPackage {
-    Drawing drawing;                // a layer for each table; points are 座標, polygons are 画地
-    std::vector<std::string> notes; // what was left out, and which columns gave numbers and names; in English
+    Drawing drawing;              // a layer for each table; points are 座標, polygons are 画地
+    std::vector<StoreNote> notes; // what was left out, and which columns gave numbers and names
 };
 
 // Reads the tables whose coordinates are metres of one plane rectangular zone (JGD2011, JGD2000 or the Tokyo datum), or of

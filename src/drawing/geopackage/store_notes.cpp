@@ -1,34 +1,116 @@
-// What is odd about a drawing that was opened, in English.
+// The texts of the notes on a drawing or a package that was opened.
 #include "drawing/geopackage/store_notes.h"
+
+#include "values/filled_text.h"
+
+#include <array>
 
 namespace fenmark::drawing {
 
 namespace {
 
-std::string counted(const StoreNote& note, const std::string& what) {
-    return std::to_string(note.count) + " " + what + (note.count == 1 ? "" : "s") + " of the layer '" + note.table +
-           "' (first fid " + std::to_string(note.firstId) + ")";
+struct StoreNoteText {
+    StoreNoteCode code;
+    std::string_view name;
+    std::string_view japanese;
+    std::string_view english;
+};
+
+constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode) + 1> kTexts = {{
+    {StoreNoteCode::OtherGeometry, "other-geometry",
+     "レイヤ「{table}」の{name} {count}個(最初のfid {first})は図面の図形ではないため、読み込んでいません",
+     "{count} feature{s} of the layer '{table}' (first fid {first}) left out: a {name} is no object of a drawing"},
+    {StoreNoteCode::NoPlace, "feature-without-place",
+     "レイヤ「{table}」の位置のない地物{count}個(最初のfid {first})は読み込んでいません",
+     "{count} feature{s} of the layer '{table}' (first fid {first}) left out: without a place"},
+    {StoreNoteCode::AlignmentElementless, "alignment-without-elements",
+     "レイヤ「{table}」の線形要素のない線{count}本(最初のfid {first})は読み込んでいません",
+     "{count} line{s} of the layer '{table}' (first fid {first}) left out: without alignment elements"},
+    {StoreNoteCode::TakenIdentifier, "taken-identifier",
+     "レイヤ「{table}」の地物{count}個(最初のfid "
+     "{first})の識別子は他の図形と同じです。次の保存で新しい識別子が付きます",
+     "{count} feature{s} of the layer '{table}' (first fid {first}) had the identifier of another object; the next "
+     "save "
+     "gives a new one"},
+    {StoreNoteCode::MissingColumn, "missing-column",
+     "表「{table}」に列「{name}」がないため、空として読みました。その列が戻るまで図面を保存できません",
+     "the table '{table}' has no column '{name}': it is taken as empty, and the drawing cannot be saved until the "
+     "column "
+     "is there again"},
+    {StoreNoteCode::MissingTable, "missing-table", "表「{table}」がないため、その内容は保存されません",
+     "the table '{table}' is missing: it is not written"},
+    {StoreNoteCode::OtherDatum, "other-datum", "{name}の{count}系の座標を、そのまま使いました",
+     "coordinates of zone {count} of {name}, taken as they stand"},
+    {StoreNoteCode::NoPlainTable, "no-plain-table", "「{table}」は実体のある表ではないため、読み込んでいません",
+     "'{table}' is no table of its own: left out"},
+    {StoreNoteCode::NoGeometryColumn, "no-geometry-column",
+     "表「{table}」には保存された図形の列がないため、読み込んでいません",
+     "the table '{table}' has no column of geometry that is stored: left out"},
+    {StoreNoteCode::FeatureNoPlace, "feature-without-place",
+     "「{table}」の位置のない地物{count}個(最初のfid {first})は読み込んでいません",
+     "{count} features left out: without a place in '{table}' (first fid {first})"},
+    {StoreNoteCode::FeatureDamaged, "damaged-geometry",
+     "「{table}」の図形が壊れている地物{count}個(最初のfid {first})は読み込んでいません",
+     "{count} features left out: damaged geometry in '{table}' (first fid {first})"},
+    {StoreNoteCode::FeatureGeometry, "other-geometry",
+     "「{table}」の{name} {count}個(最初のfid {first})は読み込んでいません",
+     "{count} features left out: {name} in '{table}' (first fid {first})"},
+    {StoreNoteCode::FeatureWithHoles, "polygon-with-holes",
+     "「{table}」の穴のある面{count}個(最初のfid {first})は読み込んでいません",
+     "{count} features left out: polygons with holes in '{table}' (first fid {first})"},
+    {StoreNoteCode::NamesFrom, "names-from", "「{table}」: 名称は{names}、番号は{numbers}から取りました",
+     "'{table}': names from {names}, numbers from {numbers}"},
+}};
+
+constexpr bool inOrder() {
+    for (std::size_t i = 0; i < kTexts.size(); ++i) {
+        if (static_cast<std::size_t>(kTexts[i].code) != i || kTexts[i].name.empty() || kTexts[i].japanese.empty() ||
+            kTexts[i].english.empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(inOrder(), "every code has its texts, in the order of the enumeration");
+
+// A column, or what takes its place.
+std::string column(const std::string& name, Language language, std::string_view japanese, std::string_view english) {
+    if (language == Language::Japanese) {
+        return name.empty() ? std::string(japanese) : "列「" + name + "」";
+    }
+    return name.empty() ? std::string(english) : "'" + name + "'";
 }
 
 } // namespace
 
-std::string noteText(const StoreNote& note) {
-    switch (note.code) {
-    case StoreNoteCode::OtherGeometry:
-        return counted(note, "feature") + " left out: a " + note.name + " is no object of a drawing";
-    case StoreNoteCode::NoPlace:
-        return counted(note, "feature") + " left out: without a place";
-    case StoreNoteCode::AlignmentElementless:
-        return counted(note, "line") + " left out: without alignment elements";
-    case StoreNoteCode::TakenIdentifier:
-        return counted(note, "feature") + " had the identifier of another object; the next save gives a new one";
-    case StoreNoteCode::MissingColumn:
-        return "the table '" + note.table + "' has no column '" + note.name +
-               "': it is taken as empty, and the drawing cannot be saved until the column is there again";
-    case StoreNoteCode::MissingTable:
-        return "the table '" + note.table + "' is missing: it is not written";
-    }
-    return {};
+std::string_view noteName(StoreNoteCode code) {
+    return kTexts[static_cast<std::size_t>(code)].name;
+}
+
+std::string noteText(const StoreNote& note, Language language) {
+    const StoreNoteText& texts = kTexts[static_cast<std::size_t>(note.code)];
+    return filledText(language == Language::Japanese ? texts.japanese : texts.english,
+                      [&](std::string_view name) -> std::string {
+                          if (name == "table") {
+                              return note.table;
+                          }
+                          if (name == "name") {
+                              return note.name;
+                          }
+                          if (name == "first") {
+                              return std::to_string(note.firstId);
+                          }
+                          if (name == "s") {
+                              return note.count == 1 ? "" : "s";
+                          }
+                          if (name == "names") {
+                              return column(note.name, language, "番号", "the numbers");
+                          }
+                          if (name == "numbers") {
+                              return column(note.numbers, language, "地物の番号", "the features");
+                          }
+                          return std::to_string(note.count);
+                      });
 }
 
 } // namespace fenmark::drawing

@@ -1,19 +1,33 @@
-// What a program should tell about a drawing that was opened: codes with values, to be worded by the program.
+// What a program should tell about a drawing or a package that was opened: codes with values, worded in the user's
+// language.
 #pragma once
+
+#include "values/language.h"
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace fenmark::drawing {
 
-enum class StoreNoteCode {
+enum class StoreNoteCode : std::uint8_t {
     OtherGeometry,        // features of `table` whose geometry is a `name`, not of the layer's kind: left out
     NoPlace,              // features of `table` with an empty geometry, or none: left out
     AlignmentElementless, // lines in `alignments` without elements, drawn by another program: left out
     TakenIdentifier,      // features of `table` with the identifier of another object: they get one of their own
     MissingColumn, // `table` has no column `name`, renamed or removed: it is read as empty, and nothing can be saved
     MissingTable,  // the derived table `table` is not there: it is not written either
+    // Of a package that another program made
+    OtherDatum,       // coordinates of zone `count` of the datum `name`, taken as they stand
+    NoPlainTable,     // `table` is a view or the like: left out
+    NoGeometryColumn, // `table` has no column of geometry that is stored: left out
+    FeatureNoPlace,   // features of `table`: left out
+    FeatureDamaged,
+    FeatureGeometry, // a `name`
+    FeatureWithHoles,
+    NamesFrom, // names of `table` come from the column `name`, numbers from `numbers`; empty where there is none
 };
+inline constexpr StoreNoteCode kLastStoreNoteCode = StoreNoteCode::NamesFrom;
 
 struct StoreNote {
     StoreNoteCode code = StoreNoteCode::NoPlace;
@@ -21,11 +35,14 @@ struct StoreNote {
     std::string name;
     std::uint64_t count = 0;  // of features
     std::int64_t firstId = 0; // fid of the first of them
+    std::string numbers = {};
 
     friend bool operator==(const StoreNote&, const StoreNote&) = default;
 };
 
-// One line in English.
-std::string noteText(const StoreNote& note);
+// The code as programs read it: "missing-column".
+[[nodiscard]] std::string_view noteName(StoreNoteCode code);
+// One line.
+[[nodiscard]] std::string noteText(const StoreNote& note, Language language = Language::English);
 
 } // namespace fenmark::drawing

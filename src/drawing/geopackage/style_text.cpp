@@ -1,14 +1,17 @@
 // The styles of the drawing's layers: colours after the plan that this program draws, sizes in millimetres on paper.
 #include "drawing/geopackage/style_text.h"
 
+#include "values/kinds.h"
+
+#include <span>
 #include <vector>
 
 namespace fenmark::drawing {
 
 namespace {
 
-struct Kind {
-    const char* value; // of the column; empty for the rest
+struct StyledKind {
+    Kind kind; // Others: all that no other row names
     const char* title;
     const char* colour; // "r,g,b,a"
     const char* shape;  // of a point; the dash of a line: solid, dash, dot
@@ -23,7 +26,7 @@ struct Title {
 struct Style {
     const char* symbol; // marker, line, fill
     const char* column; // that tells the kinds apart; empty for one kind
-    std::vector<Kind> kinds;
+    std::span<const StyledKind> kinds;
     const char* label; // an expression
     const char* labelColour;
     int labelPlacement; // 0 around a point, 2 along a line, 1 over a point of the area
@@ -34,48 +37,42 @@ const std::vector<Title> kRowTitles = {
     {"fid", "識別番号"}, {"layer", "画層"}, {"data_table", "データ表"}, {"No", "番号"},
     {"Name", "名称"},    {"Type", "種別"},  {"FileName", "ファイル名"}, {"import_id", "取込番号"}};
 
+constexpr StyledKind kPoints[] = {
+    {Kind::Points, "座標点", "31,92,158,255", "circle", "1.8"},
+    {Kind::Longitudinal, "縦断成果", "176,58,46,255", "triangle", "2"},
+    {Kind::CrossSections, "横断成果", "40,120,60,255", "cross2", "1.8"},
+    {Kind::Others, "その他の点", "90,90,90,255", "square", "1.4"},
+};
+static_assert(hasEveryKind(kPoints, KindShape::Point));
+constexpr StyledKind kLines[] = {
+    {Kind::Lots, "画地", "110,90,30,255", "solid", "0.3"},
+    {Kind::IpLines, "IP線", "150,150,150,255", "dash", "0.2"},
+    {Kind::LeftStakes, "幅杭線左", "40,120,60,255", "dash", "0.25"},
+    {Kind::RightStakes, "幅杭線右", "40,120,60,255", "dash", "0.25"},
+    {Kind::Continuous, "連続線", "120,60,140,255", "solid", "0.25"},
+    {Kind::Others, "その他の線", "90,90,90,255", "solid", "0.2"},
+};
+static_assert(hasEveryKind(kLines, KindShape::Line));
+constexpr StyledKind kLots[] = {{Kind::Lots, "画地", "247,238,205,140", "solid", "0.2"}};
+constexpr StyledKind kAlignments[] = {{Kind::Alignments, "線形", "192,32,32,255", "solid", "0.5"}};
+
 Style styleData(std::string_view layer) {
     if (layer == "points") {
-        return {"marker",
-                "Type",
-                {{"座標", "座標点", "31,92,158,255", "circle", "1.8"},
-                 {"縦断成果", "縦断成果", "176,58,46,255", "triangle", "2"},
-                 {"横断成果", "横断成果", "40,120,60,255", "cross2", "1.8"},
-                 {"", "その他の点", "90,90,90,255", "square", "1.4"}},
-                "\"Name\"",
-                "31,60,100,255",
-                0,
-                kRowTitles};
+        return {"marker", "Type", kPoints, "\"Name\"", "31,60,100,255", 0, kRowTitles};
     }
     std::vector<Title> titles = kRowTitles;
     if (layer == "polylines") {
         titles.insert(titles.end(), {{"closed", "閉合"}, {"vertices", "頂点数"}, {"lightweight", "平面"}});
-        return {"line",
-                "Type",
-                {{"画地", "画地", "110,90,30,255", "solid", "0.3"},
-                 {"IP線", "IP線", "150,150,150,255", "dash", "0.2"},
-                 {"幅杭線左", "幅杭線左", "40,120,60,255", "dash", "0.25"},
-                 {"幅杭線右", "幅杭線右", "40,120,60,255", "dash", "0.25"},
-                 {"連続線", "連続線", "120,60,140,255", "solid", "0.25"},
-                 {"", "その他の線", "90,90,90,255", "solid", "0.2"}},
-                "",
-                "",
-                2,
-                titles};
+        return {"line", "Type", kLines, "", "", 2, titles};
     }
     if (layer == "lots") {
         titles.insert(titles.end(), {{"closed", "閉合"}, {"area", "面積（㎡）"}});
-        return {"fill",
-                "",
-                {{"", "画地", "247,238,205,140", "solid", "0.2"}},
-                "coalesce(\"Name\",'') || '\n' || coalesce(format_number(\"area\", 2),'')",
-                "110,90,30,255",
-                1,
-                titles};
+        return {"fill",          "", kLots, "coalesce(\"Name\",'') || '\n' || coalesce(format_number(\"area\", 2),'')",
+                "110,90,30,255", 1,  titles};
     }
     return {"line",
             "",
-            {{"", "線形", "192,32,32,255", "solid", "0.5"}},
+            kAlignments,
             "\"name\"",
             "192,32,32,255",
             2,
@@ -119,7 +116,7 @@ std::string option(const char* name, std::string_view value) {
     return std::string("<Option type=\"QString\" name=\"") + name + "\" value=\"" + attribute(value) + "\"/>";
 }
 
-std::string symbol(const Style& style, const Kind& kind, std::size_t number) {
+std::string symbol(const Style& style, const StyledKind& kind, std::size_t number) {
     const std::string_view type = style.symbol;
     std::string text = "<symbol type=\"" + std::string(type) + "\" name=\"" + std::to_string(number) +
                        "\" alpha=\"1\" clip_to_extent=\"1\" force_rhr=\"0\">";
@@ -145,9 +142,9 @@ std::string renderer(const Style& style) {
     std::string symbols;
     std::string categories;
     for (std::size_t i = 0; i < style.kinds.size(); ++i) {
-        const Kind& kind = style.kinds[i];
+        const StyledKind& kind = style.kinds[i];
         symbols += symbol(style, kind, i);
-        categories += "<category type=\"string\" value=\"" + attribute(kind.value) + "\" symbol=\"" +
+        categories += "<category type=\"string\" value=\"" + attribute(typeOf(kind.kind)) + "\" symbol=\"" +
                       std::to_string(i) + "\" label=\"" + attribute(kind.title) + "\" render=\"true\"/>";
     }
     if (*style.column == '\0') {

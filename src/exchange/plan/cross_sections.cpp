@@ -5,6 +5,7 @@
 #include "exchange/plan/section_page.h"
 #include "exchange/results.h"
 #include "exchange/survey_text.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -167,7 +168,7 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
         plot.pages.push_back(page.svg());
     }
     if (without > 0) {
-        plot.notes.push_back("余白がないため、" + std::to_string(without) + "点の数値は省略しています");
+        plot.notes.push_back({NoteCode::NoRoomForFigures, without});
     }
     return plot;
 }

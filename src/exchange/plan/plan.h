@@ -2,6 +2,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
+#include "exchange/notes.h"
 #include "exchange/plan/plan_labels.h"
 #include "exchange/plan/plan_sheet.h"
 #include "exchange/text.h"
@@ -91,7 +92,7 @@ struct Plan {
     std::vector<Label> labels;
     std::set<PlanItem> items;
     std::unordered_set<std::size_t> namedAtEnds; // points whose names stand at the ends of elements
-    Notes notes;                                 // for the user and for the sheet, in Japanese
+    Notes notes;                                 // for the user and for the sheet
     double stationStep = 20.0;                   // metres
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
 

@@ -1,5 +1,6 @@
 // Alignments on a plan: elements by kind, element ends, stations, curve data.
 #include "exchange/plan/plan.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <array>
@@ -340,7 +341,9 @@ void drawAlignments(Plan& plan, std::ostream& out) {
         }
     }
     if (plan.stationStep > 20.0 && plan.drawing.alignmentCount() > 0) {
-        plan.notes.push_back("測点は" + fixedReal(plan.stationStep, 0) + " mごとに図示しています");
+        Note& note = plan.notes.emplace_back();
+        note.code = NoteCode::StationsEvery;
+        note.metres = plan.stationStep;
     }
     const NamedPlaces names(plan);
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
@@ -364,7 +367,7 @@ void drawAlignments(Plan& plan, std::ostream& out) {
         nameCurves(plan, alignment);
     }
     if (stations >= kMostStations) {
-        plan.notes.push_back("測点が多いため、" + std::to_string(kMostStations) + "点までを図示しています");
+        plan.notes.push_back({NoteCode::StationsCut, kMostStations});
     }
 }
 

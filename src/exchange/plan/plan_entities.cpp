@@ -1,7 +1,9 @@
 // Points and polylines on a plan.
 #include "exchange/plan/plan.h"
 
+#include "exchange/kinds.h"
 #include "exchange/plan/plan_geometry.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <array>
@@ -25,20 +27,30 @@ constexpr std::size_t kMostPolylines = 20000;   // beyond this, one for a cell o
 constexpr double kPolylineCell = 1.0;           // millimetres
 constexpr std::size_t kSymbolsInPath = 1000;    // readers have limits to the length of one path
 
+struct KindItem {
+    Kind kind;
+    PlanItem item;
+};
+constexpr std::array<KindItem, kKinds> kKindItems = {{
+    {Kind::Points, PlanItem::CoordinatePoint},
+    {Kind::Lots, PlanItem::Lot},
+    {Kind::Alignments, PlanItem::OtherLine}, // no entity is of this kind
+    {Kind::IpLines, PlanItem::IpLine},
+    {Kind::LeftStakes, PlanItem::LeftStakes},
+    {Kind::RightStakes, PlanItem::RightStakes},
+    {Kind::Continuous, PlanItem::Continuous},
+    {Kind::Longitudinal, PlanItem::LongitudinalPoint},
+    {Kind::CrossSections, PlanItem::CrossSectionPoint},
+    {Kind::Others, PlanItem::OtherLine},
+}};
+static_assert(inOrderOfKinds(kKindItems));
+
 PlanItem itemOf(const EntityView& entity) {
-    const std::string_view type = entity.row ? entity.row->type : std::string_view();
-    if (entity.isPoint()) {
-        return type == "座標"       ? PlanItem::CoordinatePoint
-               : type == "縦断成果" ? PlanItem::LongitudinalPoint
-               : type == "横断成果" ? PlanItem::CrossSectionPoint
-                                    : PlanItem::OtherPoint;
+    const Kind kind = drawnKindOf(entity);
+    if (kind == Kind::Others && entity.isPoint()) {
+        return PlanItem::OtherPoint;
     }
-    return type == "画地"       ? PlanItem::Lot
-           : type == "IP線"     ? PlanItem::IpLine
-           : type == "幅杭線左" ? PlanItem::LeftStakes
-           : type == "幅杭線右" ? PlanItem::RightStakes
-           : type == "連続線"   ? PlanItem::Continuous
-                                : PlanItem::OtherLine;
+    return kKindItems[static_cast<std::size_t>(kind)].item;
 }
 
 const char* lineStyle(PlanItem item) {
@@ -53,9 +65,19 @@ const char* lineStyle(PlanItem item) {
         return "right";
     case PlanItem::Continuous:
         return "continuous";
-    default:
-        return "other";
+    case PlanItem::OtherLine:
+    case PlanItem::Straight: // elements and points draw themselves
+    case PlanItem::Arc:
+    case PlanItem::Clothoid:
+    case PlanItem::ElementEnd:
+    case PlanItem::Station:
+    case PlanItem::CoordinatePoint:
+    case PlanItem::LongitudinalPoint:
+    case PlanItem::CrossSectionPoint:
+    case PlanItem::OtherPoint:
+        break;
     }
+    return "other";
 }
 
 // One symbol as part of a path: a ring, a triangle, a saltire, a small square.
@@ -250,8 +272,7 @@ void drawPolylines(Plan& plan, std::ostream& out) {
         }
     }
     if (crowd.passed() > 0) {
-        plan.notes.push_back("線が多いため、紙面で重なる小さい線" + std::to_string(crowd.passed()) +
-                             "本は図示していません");
+        plan.notes.push_back({NoteCode::SmallLines, crowd.passed()});
     }
 }
 
@@ -333,14 +354,13 @@ void drawPoints(Plan& plan, std::ostream& out) {
         }
         out << (inPath > 0 ? "\"/>\n" : "");
         if (dots) {
-            plan.notes.push_back("点が多いため(" + std::to_string(counts[kind]) +
-                                 "点)、紙面で重なる点は1点で図示しています");
+            plan.notes.push_back({NoteCode::DotsForMany, counts[kind]});
         }
     }
 
     const std::size_t named = counts[place(PlanItem::CoordinatePoint)];
     if (named > kMostNamedPoints) {
-        plan.notes.push_back("点が多いため(" + std::to_string(named) + "点)、点名は省略しています");
+        plan.notes.push_back({NoteCode::NamesOfMany, named});
         return;
     }
     std::size_t without = 0;
@@ -362,7 +382,7 @@ void drawPoints(Plan& plan, std::ostream& out) {
         }
     }
     if (without > 0) {
-        plan.notes.push_back("余白がないため、" + std::to_string(without) + "点の点名は省略しています");
+        plan.notes.push_back({NoteCode::NoRoomForNames, without});
     }
 }
 

@@ -1,5 +1,6 @@
 // What stands around a plan: frame, coordinate grid, legend, title, north arrow and scale bar.
 #include "exchange/plan/plan.h"
+#include "exchange/text.h"
 
 #include "exchange/plan/plan_geometry.h"
 
@@ -219,7 +220,8 @@ void drawNotes(const Plan& plan, std::ostream& out, double y) {
     constexpr double kSize = 2.0;
     const double x = plan.sheet.panel().x + 5.0;
     const double room = (plan.sheet.panel().width - 10.0) / kSize;
-    for (const std::string& note : plan.notes) {
+    for (const Note& what : plan.notes) {
+        const std::string note = wording(what, Language::Japanese);
         std::string line = "・";
         for (std::size_t i = 0; i < note.size();) {
             std::size_t next = i + 1;

@@ -3,6 +3,7 @@
 
 #include "exchange/plan/plan.h"
 #include "exchange/survey_text.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -156,10 +157,10 @@ Plan::Plan(const Drawing& shownDrawing, const Shown& shown, const PlanSheet& onS
     : drawing(shownDrawing), kinds(shown.kinds), files(shown.files), leftOut(shown.leftOut),
       beyondReach(shown.beyondReach), sheet(onSheet), space(sheet.map()) {
     if (leftOut > 0) {
-        notes.push_back("原点(0, 0)にある" + std::to_string(leftOut) + "個の図形は図示していません");
+        notes.push_back({NoteCode::AtOrigin, leftOut});
     }
     if (beyondReach > 0) {
-        notes.push_back("座標が大きすぎる" + std::to_string(beyondReach) + "個の図形は図示していません");
+        notes.push_back({NoteCode::OutOfReach, beyondReach});
     }
 }
 

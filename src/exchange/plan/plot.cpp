@@ -105,7 +105,7 @@ void takeTitles(Plan& plan, const PlotOptions& options) {
 }
 
 void addNotes(Notes& notes, const Notes& more) {
-    for (const std::string& note : more) {
+    for (const Note& note : more) {
         if (std::find(notes.begin(), notes.end(), note) == notes.end()) {
             notes.push_back(note);
         }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
-#include "exchange/text.h"
+#include "exchange/notes.h"
 #include "values/outcome.h"
 
 #include <cstddef>
@@ -27,7 +27,7 @@ struct PlotOptions {
 // Pages as SVG documents, one unit a millimetre of paper.
 struct Plot {
     std::vector<std::string> pages;
-    Notes notes;         // for the user, in Japanese, as they stand on the sheets
+    Notes notes;         // for the user; the sheets say them in Japanese
     std::string failure; // one line on why there is none; empty otherwise
 };
 

@@ -7,6 +7,7 @@
 #include "exchange/planned_heights.h"
 #include "exchange/results.h"
 #include "exchange/survey_text.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <array>
@@ -330,7 +331,7 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
         plot.pages.push_back(page.svg());
     }
     if (without > 0) {
-        plot.notes.push_back("余白がないため、" + std::to_string(without) + "点の数値は省略しています");
+        plot.notes.push_back({NoteCode::NoRoomForFigures, without});
     }
     return plot;
 }

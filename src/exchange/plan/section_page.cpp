@@ -2,6 +2,7 @@
 #include "exchange/plan/section_page.h"
 
 #include "exchange/plan/plan.h"
+#include "exchange/text.h"
 
 namespace fenmark::exchange {
 

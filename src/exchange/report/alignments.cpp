@@ -1,6 +1,7 @@
 // Tables of alignments: main points, IPs, intermediate points, width stakes.
 #include "exchange/report/tables.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/stakes.h"
@@ -238,7 +239,7 @@ StakesByAlignment widthStakesOf(const Drawing& drawing, const PointNames& names)
             continue;
         }
         const EntityView line = drawing.entity(i);
-        if (!line.row || (line.row->type != "幅杭線左" && line.row->type != "幅杭線右") || !hasPlace(line)) {
+        if (!isStakeLine(kindOf(line)) || !hasPlace(line)) {
             continue;
         }
         const auto alignment = alignmentOfStakes(drawing, line);

@@ -3,6 +3,7 @@
 
 #include "exchange/plan/plan.h"
 #include "exchange/plan/plan_geometry.h"
+#include "exchange/text.h"
 
 #include <algorithm>
 #include <cmath>

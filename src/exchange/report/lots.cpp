@@ -3,6 +3,7 @@
 // Symbols: X north, Y east. Twice the area is the sum of Xn (Yn+1 - Yn-1) over the corners. All sums are exact.
 #include "exchange/report/tables.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 
 namespace fenmark::exchange::report {
@@ -21,8 +22,7 @@ struct Corner {
 };
 
 bool isLot(const EntityView& entity) {
-    return !entity.isPoint() && entity.row && entity.row->type == "画地" && entity.closed &&
-           entity.vertices.size() >= 3;
+    return drawnKindOf(entity) == Kind::Lots && entity.closed && entity.vertices.size() >= 3;
 }
 
 // Nothing if a coordinate is beyond the reach of exact decimals.

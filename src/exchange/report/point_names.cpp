@@ -1,6 +1,7 @@
 // The names of the coordinate points, found by their place.
 #include "exchange/report/tables.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 
 #include <cmath>
@@ -31,7 +32,7 @@ PointNames::PointNames(const drawing::Drawing& drawing) : drawing_(drawing) {
             continue;
         }
         const drawing::EntityView entity = drawing.entity(i);
-        if (entity.row && entity.row->type == "座標" && inReach(entity.position().x, entity.position().y) &&
+        if (kindOf(entity) == Kind::Points && inReach(entity.position().x, entity.position().y) &&
             !trimmedName(entity.row->name).empty()) {
             places_.emplace(cellOf(entity.position().x, entity.position().y), i);
         }

@@ -3,6 +3,7 @@
 
 #include "exchange/csv_field.h"
 #include "exchange/report/tables.h"
+#include "exchange/text.h"
 
 #include <ostream>
 #include <utility>
@@ -227,7 +228,7 @@ Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, con
     alignmentTables(drawing, names, options, sink);
     Notes notes;
     if (withoutArea > 0) {
-        notes.push_back("lots with coordinates that no survey has; left out: " + std::to_string(withoutArea));
+        notes.push_back({NoteCode::LotWithoutArea, withoutArea});
     }
     return notes;
 }

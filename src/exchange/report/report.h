@@ -4,8 +4,8 @@
 #include "drawing/drawing.h"
 #include "exchange/decimal.h"
 #include "exchange/main_points.h"
+#include "exchange/notes.h"
 #include "exchange/survey_text.h"
-#include "exchange/text.h"
 
 #include <array>
 #include <iosfwd>

@@ -1,6 +1,7 @@
 // The summary of what was imported, and the list of coordinates.
 #include "exchange/report/tables.h"
 
+#include "exchange/kinds.h"
 #include "exchange/placed.h"
 
 #include <cmath>
@@ -108,9 +109,8 @@ void pointTable(const Drawing& drawing, const TableSink& sink) {
             continue;
         }
         const EntityView point = drawing.entity(i);
-        const std::string_view type = point.row ? point.row->type : std::string_view();
-        const bool result = type == "縦断成果" || type == "横断成果"; // told by sections, not by coordinates
-        if (result || !hasPlace(point)) {
+        // The sections list their results.
+        if (isResult(kindOf(point)) || !hasPlace(point)) {
             continue;
         }
         const host::MdGePoint3d& at = point.position();

@@ -6,6 +6,7 @@
 #include "sima/records/sima_alignment.h"
 #include "sima/records/sima_point.h"
 #include "values/drawing_values.h"
+#include "values/kinds.h"
 
 #include <cstdint>
 #include <string>
@@ -17,10 +18,10 @@ inline constexpr std::string_view kPointTable = "JSIMA_V3_Point";
 inline constexpr std::string_view kPolylineTable = "JSIMA_V3_Pline";
 
 // What stands in "Type" for each source but a route polyline.
-inline constexpr std::string_view kCoordinateType = "座標";
-inline constexpr std::string_view kLotType = "画地";
-inline constexpr std::string_view kLongitudinalType = "縦断成果";
-inline constexpr std::string_view kCrossSectionType = "横断成果";
+inline constexpr std::string_view kCoordinateType = typeOf(Kind::Points);
+inline constexpr std::string_view kLotType = typeOf(Kind::Lots);
+inline constexpr std::string_view kLongitudinalType = typeOf(Kind::Longitudinal);
+inline constexpr std::string_view kCrossSectionType = typeOf(Kind::CrossSections);
 
 // One row, in column order "No", "Name", "Type", "FileName".
 struct ObjectDataRow {

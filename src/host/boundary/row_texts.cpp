@@ -3,18 +3,25 @@
 
 #include "platform/paths.h"
 
-#include <array>
-
 namespace fenmark::host {
 
 std::string_view routeTypeLabel(std::int32_t routeType) {
-    // Types 2, 3 and 7 become alignments and reach no row; their labels stand here all the same.
-    static constexpr std::array<std::string_view, 7> kLabels = {"IP線",     "Type 2", "Type 3", "幅杭線左",
-                                                                "幅杭線右", "連続線", "Type 7"};
-    if (routeType < 1 || routeType > static_cast<std::int32_t>(kLabels.size())) {
+    for (const KindEntry& entry : kKindTable) {
+        if (entry.routeType == routeType && routeType != 0) {
+            return entry.type;
+        }
+    }
+    // These become alignments and reach no row; their labels stand here all the same.
+    switch (routeType) {
+    case 2:
+        return "Type 2";
+    case 3:
+        return "Type 3";
+    case 7:
+        return "Type 7";
+    default:
         return {};
     }
-    return kLabels[static_cast<std::size_t>(routeType - 1)];
 }
 
 std::string_view fileNameOfPath(std::string_view path) {

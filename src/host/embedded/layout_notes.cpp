@@ -1,4 +1,4 @@
-// The notes on laid alignments in words.
+// The notes on laid alignments in words of both languages.
 #include "host/embedded/layout_notes.h"
 
 #include "drawing/drawing.h"
@@ -24,27 +24,40 @@ std::string metres(double value) {
     return decimals(value, 3);
 }
 
-std::string reasonOf(const RefusedElement& element) {
+// The texts of one language.
+class Words {
+  public:
+    explicit Words(Language language) : japanese_(language == Language::Japanese) {}
+    std::string operator()(std::string_view japanese, std::string_view english) const {
+        return std::string(japanese_ ? japanese : english);
+    }
+
+  private:
+    bool japanese_;
+};
+
+std::string reasonOf(const RefusedElement& element, const Words& words) {
     switch (element.why) {
     case Refusal::ArcWithoutRadius:
-        return "an arc has no radius";
+        return words("円弧の半径がありません", "an arc has no radius");
     case Refusal::ChordBeyondDiameter:
-        return "an arc of radius " + metres(element.radius) + " m does not reach over its chord of " +
-               metres(element.chord) + " m";
+        return words("半径 " + metres(element.radius) + " m の円弧は弦長 " + metres(element.chord) + " m に届きません",
+                     "an arc of radius " + metres(element.radius) + " m does not reach over its chord of " +
+                         metres(element.chord) + " m");
     case Refusal::ClothoidWithoutRadius:
-        return "a clothoid has no radius";
+        return words("クロソイドの半径がありません", "a clothoid has no radius");
     case Refusal::ClothoidWithoutLength:
-        return "a clothoid has no length";
+        return words("クロソイドの長さがありません", "a clothoid has no length");
     case Refusal::NothingBefore:
         break;
     }
-    return "a clothoid has no element before it";
+    return words("クロソイドの前に要素がありません", "a clothoid has no element before it");
 }
 
 // Metres, or the power of ten of what metres with three decimals cannot show.
-std::string anyMetres(double value) {
+std::string anyMetres(double value, const Words& words) {
     if (std::isinf(value)) {
-        return "infinite";
+        return words("無限大", "infinite");
     }
     if (value == 0.0 || (value >= 0.001 && value < 1e9)) {
         return metres(value) + " m";
@@ -54,25 +67,36 @@ std::string anyMetres(double value) {
     return std::string(text.data(), end.ptr) + " m";
 }
 
-std::string turnsText(double turns) {
-    return turns < 1e9 ? decimals(turns, 0) : anyMetres(turns).substr(0, anyMetres(turns).size() - 2);
+std::string turnsText(double turns, const Words& words) {
+    if (turns < 1e9) {
+        return decimals(turns, 0);
+    }
+    const std::string text = anyMetres(turns, words);
+    return text.substr(0, text.size() - 2);
 }
 
-std::string unusualLine(const UnusualElement& element) {
-    std::string line = "alignment " + element.alignment + ": the " +
-                       (element.type == ElementType::Arc ? "arc" : "clothoid") + " at station " +
-                       metres(element.station) + ", " + anyMetres(element.length) + " long, ";
-    line += element.type == ElementType::Arc
-                ? "radius " + anyMetres(element.startRadius)
-                : "radii " + anyMetres(element.startRadius) + " and " + anyMetres(element.endRadius);
-    if (element.turns > kMostTurns) {
-        line += ", turns " +
-                (std::isinf(element.turns) ? std::string("infinitely often") : turnsText(element.turns) + " times");
+std::string unusualLine(const UnusualElement& element, const Words& words) {
+    const auto length = [&](double value) { return anyMetres(value, words); };
+    const bool arc = element.type == ElementType::Arc;
+    const std::string kind = arc ? words("円弧", "arc") : words("クロソイド", "clothoid");
+    std::string line =
+        words("線形「" + element.alignment + "」: 追加距離 " + metres(element.station) + " の" + kind + "（長さ " +
+                  length(element.length) + "、半径 ",
+              "alignment " + element.alignment + ": the " + kind + " at station " + metres(element.station) + ", " +
+                  length(element.length) + " long, " + (arc ? "radius " : "radii "));
+    line += length(element.startRadius) + (arc ? "" : words(" ～ ", " and ") + length(element.endRadius));
+    line += words("）は", "");
+    const bool winds = element.turns > kMostTurns;
+    if (winds) {
+        const std::string turns = std::isinf(element.turns) ? "" : turnsText(element.turns, words);
+        line += turns.empty() ? words("無限に回転", ", turns infinitely often")
+                              : words(turns + "回転", ", turns " + turns + " times");
     }
     if (element.lineTolerance > kLineTolerance) {
-        line += ", is drawn within " + anyMetres(element.lineTolerance);
+        const std::string tolerance = length(element.lineTolerance);
+        line += words((winds ? "し、誤差 " : "誤差 ") + tolerance + " で図示", ", is drawn within " + tolerance);
     }
-    return line;
+    return line + words("しています", "");
 }
 
 // Whether the line of an element may need more points than it gets; false for every element of a survey.
@@ -82,16 +106,19 @@ bool mayBeCoarse(const Element& element) {
     return !(element.length * std::sqrt(sharpest / (8.0 * kLineTolerance)) < kNearlyMost);
 }
 
-const char* remedyOf(Remedy remedy) {
+std::string remedyOf(Remedy remedy, const Words& words) {
+    const auto option = [&](const std::string& name) {
+        return words("。" + name + " で直ることがあります", "; " + name + " may mend it");
+    };
     switch (remedy) {
     case Remedy::PositiveRadiusAuto:
-        return "; --positive-radius auto may mend it";
+        return option("--positive-radius auto");
     case Remedy::PositiveRadiusLeft:
-        return "; --positive-radius left may mend it";
+        return option("--positive-radius left");
     case Remedy::PositiveRadiusRight:
-        return "; --positive-radius right may mend it";
+        return option("--positive-radius right");
     case Remedy::PlanTangents:
-        return "; --plan-tangents may mend it";
+        return option("--plan-tangents");
     case Remedy::None:
         break;
     }
@@ -122,29 +149,44 @@ std::vector<UnusualElement> unusualElements(const Alignment& alignment) {
     return unusual;
 }
 
-std::vector<std::string> noteLines(const LayoutNotes& notes) {
-    std::vector<std::string> lines;
-    if (notes.otherSense == 1) {
-        lines.push_back("1 element was taken with the other turning sense");
-    } else if (notes.otherSense > 1) {
-        lines.push_back(std::to_string(notes.otherSense) + " elements were taken with the other turning sense");
+std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language) {
+    const Words words(language);
+    std::vector<NoteLine> lines;
+    if (notes.otherSense > 0) {
+        const std::string count = std::to_string(notes.otherSense);
+        lines.push_back({"other-sense", words(count + "個の要素を逆の曲がりとして配置しました",
+                                              count + (notes.otherSense == 1 ? " element was" : " elements were") +
+                                                  " taken with the other turning sense")});
     }
     for (const RefusedElement& element : notes.refused) {
-        lines.push_back("alignment " + element.alignment + " breaks off after " + metres(element.length) +
-                        " m: " + reasonOf(element));
+        const std::string length = metres(element.length);
+        const std::string reason = reasonOf(element, words);
+        lines.push_back(
+            {"breaks-off", words("線形「" + element.alignment + "」は " + length + " m で途切れています: " + reason,
+                                 "alignment " + element.alignment + " breaks off after " + length + " m: " + reason)});
     }
     for (const BrokenJoint& joint : notes.brokenJoints) {
-        lines.push_back("alignment " + joint.alignment + ": the joint at station " + metres(joint.station) +
-                        " is broken by " + decimals(radiansToDegrees(std::abs(joint.angle)), 2) + " degrees" +
-                        remedyOf(joint.remedy));
+        const std::string station = metres(joint.station);
+        const std::string angle = decimals(radiansToDegrees(std::abs(joint.angle)), 2);
+        lines.push_back({"broken-joint", words("線形「" + joint.alignment + "」: 追加距離 " + station + " の接続が " +
+                                                   angle + "° 折れています",
+                                               "alignment " + joint.alignment + ": the joint at station " + station +
+                                                   " is broken by " + angle + " degrees") +
+                                             remedyOf(joint.remedy, words)});
     }
     for (const Misfit& misfit : notes.misfits) {
-        lines.push_back("alignment " + misfit.alignment + " lies up to " + metres(misfit.distance) +
-                        " m off the route's points" +
-                        (misfit.heightsDiffer ? ", which differ in height; --plan-tangents may mend it" : ""));
+        const std::string distance = metres(misfit.distance);
+        std::string text =
+            words("線形「" + misfit.alignment + "」は路線の点から最大 " + distance + " m 離れています",
+                  "alignment " + misfit.alignment + " lies up to " + distance + " m off the route's points");
+        if (misfit.heightsDiffer) {
+            text += words("。路線の点の標高が異なります", ", which differ in height") +
+                    remedyOf(Remedy::PlanTangents, words);
+        }
+        lines.push_back({"misfit", std::move(text)});
     }
     for (const UnusualElement& element : notes.unusual) {
-        lines.push_back(unusualLine(element));
+        lines.push_back({"unusual-element", unusualLine(element, words)});
     }
     return lines;
 }

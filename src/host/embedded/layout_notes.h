@@ -2,9 +2,11 @@
 #pragma once
 
 #include "host/embedded/alignment_layout.h"
+#include "values/language.h"
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fenmark::host::embedded {
@@ -52,7 +54,12 @@ struct LayoutNotes {
     std::vector<Misfit> misfits;
 };
 
-// One line for each thing that a user should know; empty if nothing went wrong.
-std::vector<std::string> noteLines(const LayoutNotes& notes);
+struct NoteLine {
+    std::string_view code; // as programs read it: "broken-joint"
+    std::string text;
+};
+
+// One line for each thing that a user should know; empty if there is none.
+[[nodiscard]] std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language = Language::English);
 
 } // namespace fenmark::host::embedded

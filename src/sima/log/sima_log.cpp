@@ -1,6 +1,7 @@
 // The import log.
 #include "sima/log/sima_log.h"
 
+#include "sima/records/import_options.h"
 #include "sima/text/cp932.h"
 #include "sima/text/path.h"
 #include "sima/text/utf8.h"
@@ -15,11 +16,6 @@ namespace {
 constexpr std::string_view kBanner = "----- Brindlow　Version1.0 -----\n";
 constexpr std::string_view kErrorRule = "ERROR --------------------------------------------------------";
 constexpr std::string_view kClosingRule = "--------------------------------------------------------------";
-
-// Route types that become alignments; the others become polylines.
-bool isAlignmentType(std::int32_t routeType) {
-    return routeType == 2 || routeType == 3 || routeType == 7;
-}
 
 // Gathers encoded lines and writes them in large pieces.
 class LogFile {
@@ -96,8 +92,8 @@ void SimaLog::routeBegin(std::int32_t line) {
 void SimaLog::routeEnd(std::int32_t line, bool ok, std::int32_t routeType, std::int32_t count, std::string_view name) {
     lines_.append(LineKind::RouteEnd, line);
     if (!ok) {
-        lines_.append(isAlignmentType(routeType) ? LineKind::RouteAlignmentFailed : LineKind::RoutePolylineFailed);
-    } else if (isAlignmentType(routeType)) {
+        lines_.append(becomesAlignment(routeType) ? LineKind::RouteAlignmentFailed : LineKind::RoutePolylineFailed);
+    } else if (becomesAlignment(routeType)) {
         lines_.append(LineKind::RouteAlignment, 0, name);
         lines_.append(LineKind::RouteElements, count);
     } else {

@@ -3,9 +3,12 @@
 
 #include "sima/reader/file_pass.h"
 #include "sima/reader/section_readers.h"
+#include "sima/records/sections.h"
 #include "sima/text/number.h"
 #include "sima/text/path.h"
 #include "sima/validators/validators.h"
+
+#include <array>
 
 namespace fenmark::sima {
 
@@ -48,30 +51,34 @@ void passOverAtTopLevel(FilePass& file) {
     }
 }
 
+struct SectionReader {
+    Section section;
+    void (*read)(FilePass& file);
+    void (*preview)(FilePass& file);
+};
+constexpr std::array<SectionReader, kSections.size()> kReaders = {{
+    {Section::Coordinates, readCoordinateSection, previewCoordinateSection},
+    {Section::Lots, readLotSection, previewLotSection},
+    {Section::Route, readRoute, previewRoute},
+    {Section::Longitudinal, readLongitudinalSection, previewLongitudinalSection},
+    {Section::CrossSection, readCrossSection, previewCrossSection},
+}};
+static_assert(inOrderOfSections(kReaders));
+
+// Of the section that the record opens; null if it opens none.
+const SectionReader* readerFor(RecordCode code) {
+    const SectionEntry* const opened = sectionOpenedBy(code);
+    return opened == nullptr ? nullptr : &kReaders[static_cast<std::size_t>(opened->section)];
+}
+
 void readTopLevel(FilePass& file) {
     while (file.next()) {
-        switch (file.code()) {
-        case recordCode("A00"):
-            readCoordinateSection(file);
-            break;
-        case recordCode("D00"):
-            readLotSection(file);
-            break;
-        case recordCode("F00"):
-            readRoute(file);
-            break;
-        case recordCode("H00"):
-            readLongitudinalSection(file);
-            break;
-        case recordCode("I00"):
-            readCrossSection(file);
-            break;
-        case recordCode("G00"):
+        if (const SectionReader* const reader = readerFor(file.code())) {
+            reader->read(file);
+        } else if (file.code() == recordCode("G00")) {
             readVersion(file);
-            break;
-        default:
+        } else {
             passOverAtTopLevel(file);
-            break;
         }
     }
 }
@@ -79,24 +86,8 @@ void readTopLevel(FilePass& file) {
 // Validates nothing, logs nothing, draws nothing: counts what the file holds.
 void previewTopLevel(FilePass& file) {
     while (file.next()) {
-        switch (file.code()) {
-        case recordCode("A00"):
-            previewCoordinateSection(file);
-            break;
-        case recordCode("D00"):
-            previewLotSection(file);
-            break;
-        case recordCode("F00"):
-            previewRoute(file);
-            break;
-        case recordCode("H00"):
-            previewLongitudinalSection(file);
-            break;
-        case recordCode("I00"):
-            previewCrossSection(file);
-            break;
-        default:
-            break;
+        if (const SectionReader* const reader = readerFor(file.code())) {
+            reader->preview(file);
         }
     }
 }

@@ -1,16 +1,13 @@
 // What the user chose to import.
 #include "sima/records/import_options.h"
 
-#include "sima/text/string_table.h"
-
 #include <algorithm>
 
 namespace fenmark::sima {
 
 SimaImportOptions::SimaImportOptions() {
-    labels[0] = resourceText(kLabelCoordinates);
-    for (std::size_t kind = 1; kind < kImportKinds; ++kind) {
-        labels[kind] = resourceText(kLabelLots + static_cast<int>(kind) - 1);
+    for (const ImportKindEntry& entry : kImportKindTable) {
+        labels[static_cast<std::size_t>(entry.kind)] = resourceText(entry.label);
     }
     labels[kImportKinds] = resourceText(kLabelAll);
 }

@@ -1,0 +1,161 @@
+// The texts of the notes. A figure of a note stands in braces, under the name of its member.
+#include "exchange/notes.h"
+
+#include "exchange/text.h"
+#include "values/filled_text.h"
+
+#include <array>
+
+namespace fenmark::exchange {
+
+namespace {
+
+struct NoteText {
+    NoteCode code;
+    std::string_view name;
+    std::string_view japanese;
+    std::string_view english;
+};
+
+constexpr std::array<NoteText, kNoteCodes> kNoteTexts = {{
+    {NoteCode::NoPlace, "no-place", "座標が大きすぎる点{count}点、線{polylines}本、線形{alignments}本: {became}",
+     "coordinates beyond all bounds; {became}: {count} points, {polylines} polylines, {alignments} alignments"},
+    {NoteCode::NoHeight, "no-height", "標高が大きすぎる点{count}点: 他の形式のファイルでは標高を0または空欄とします",
+     "heights beyond all bounds; in other files 0 or empty: {count} points"},
+    {NoteCode::BeyondProjection, "beyond-projection", "座標系の原点から遠く、経緯度にできない図形{count}個: {became}",
+     "too far from the zone's origin for a longitude; {became}: {count} objects"},
+    {NoteCode::UnplacedResults, "unplaced-results", "図面のどの線形にも属さない縦断・横断成果{count}点: {became}",
+     "longitudinal and cross-section results that lie on no alignment of the drawing; {became}: {count}"},
+    {NoteCode::PointsAlone, "points-alone",
+     "CSVファイルは点だけを持ちます。線{polylines}本と線形{alignments}本は出力していません",
+     "a CSV file holds points alone; left out: {polylines} polylines, {alignments} alignments"},
+    {NoteCode::AlignmentsAlone, "alignments-alone",
+     "J-LandXMLファイルは線形と線形上のものだけを持ちます。点{count}点と線{polylines}本は出力していません",
+     "a J-LandXML file holds alignments and what lies on them; left out: {count} points, {polylines} polylines"},
+    {NoteCode::NoZone, "no-zone",
+     "図面に座標系の設定がないため、平面直角座標系の系番号を出力していません。--zone 1..19 を付けて読み込んでください",
+     "the drawing has no zone, so the file does not tell its plane rectangular system; import with --zone 1..19"},
+    {NoteCode::CurveWithoutIp, "curve-without-ip", "半円以上曲がる曲線{count}本にはIPがありません",
+     "curves that turn by half a circle or more have no IP: {count}"},
+    {NoteCode::ClothoidWithoutPi, "clothoid-without-pi",
+     "半円以上曲がるクロソイド{count}本にはPIがないため、始点の接線上の点を出力しています",
+     "clothoids that turn by half a circle or more have no PI; a point on the first tangent stands there: {count}"},
+    {NoteCode::LeadingClothoid, "leading-clothoid",
+     "クロソイドから始まる線形{count}本は、どの読み込みでも線形にならないため出力していません",
+     "{count} alignments that begin with a clothoid left out: no import takes them"},
+    {NoteCode::JoinedStraights, "joined-straights",
+     "線形{count}本には、方向の差が1度以下で、読み込むと1本につながる直線があります",
+     "{count} alignments with straights that an import joins, since they differ by 1 degree at most"},
+    {NoteCode::AddedPoints, "added-points", "画地や路線の頂点に点がないため、{count}点を追加しました",
+     "{count} points added where lots or routes have none"},
+    {NoteCode::RenumberedPoints, "renumbered-points", "点番号が他の点と同じため、{count}点に新しい番号を付けました",
+     "{count} points with a new number, since another has theirs"},
+    {NoteCode::WithoutRow, "without-row", "属性のない図形{count}個を点、画地または連続線として出力しました",
+     "{count} objects without a row written as points, lots or continuous lines"},
+    {NoteCode::ResultsAsPoints, "results-as-points", "線形に属さない成果{count}点を座標点として出力しました",
+     "{count} results that lie on no alignment written as coordinate points"},
+    {NoteCode::AddedCentres, "added-centres",
+     "中心線上に点のない横断{count}断面には、読み込み時に点が1点ずつ加わります",
+     "{count} cross-sections without a point on the centre line: an import adds one"},
+    {NoteCode::ReplacedCharacters, "replaced-characters", "コードページ932にない文字{count}字を「?」で出力しました",
+     "{count} characters that code page 932 does not have written as \"?\""},
+    {NoteCode::ControlCharacters, "control-characters", "名称の中の制御文字{count}字を空白で出力しました",
+     "{count} control characters in names written as blanks"},
+    {NoteCode::RenumberedResults, "renumbered-results", "複数の線形の成果が同じ番号のため、一部に別の番号を付けました",
+     "results of several alignments have one number; some got another"},
+    {NoteCode::LotWithoutArea, "lot-without-area", "座標が大きすぎる画地{count}筆は出力していません",
+     "lots with coordinates that no survey has; left out: {count}"},
+    {NoteCode::AtOrigin, "at-origin", "原点(0, 0)にある{count}個の図形は図示していません",
+     "{count} objects at the origin (0, 0), far from all others, are not drawn"},
+    {NoteCode::OutOfReach, "out-of-reach", "座標が大きすぎる{count}個の図形は図示していません",
+     "{count} objects with coordinates that no survey has are not drawn"},
+    {NoteCode::SmallLines, "small-lines", "線が多いため、紙面で重なる小さい線{count}本は図示していません",
+     "many lines: {count} small ones that meet others on the paper are not drawn"},
+    {NoteCode::DotsForMany, "dots-for-many", "点が多いため({count}点)、紙面で重なる点は1点で図示しています",
+     "many points ({count}): those that meet on the paper are drawn as one dot"},
+    {NoteCode::NamesOfMany, "names-of-many", "点が多いため({count}点)、点名は省略しています",
+     "many points ({count}): their names are left out"},
+    {NoteCode::NoRoomForNames, "no-room-for-names", "余白がないため、{count}点の点名は省略しています",
+     "no room for the names of {count} points"},
+    {NoteCode::NoRoomForFigures, "no-room-for-figures", "余白がないため、{count}点の数値は省略しています",
+     "no room for the figures of {count} points"},
+    {NoteCode::StationsEvery, "stations-every", "測点は{metres} mごとに図示しています",
+     "stations are drawn every {metres} m"},
+    {NoteCode::StationsCut, "stations-cut", "測点が多いため、{count}点までを図示しています",
+     "many stations: the first {count} are drawn"},
+    {NoteCode::NoStakeWanted, "no-stake-wanted", "測設点がありません: 間隔も測点も指定されていません",
+     "no stake: none was asked for"},
+    {NoteCode::NoStakeInRange, "no-stake-in-range",
+     "測設点がありません: {from}から{to}までに{metres} mの倍数の測点はありません",
+     "no stake: no multiple of {metres} m lies from {from} to {to}"},
+}};
+
+struct FateText {
+    Fate fate;
+    std::string_view japanese;
+    std::string_view english;
+};
+
+constexpr std::array<FateText, static_cast<std::size_t>(kLastFate) + 1> kFateTexts = {{
+    {Fate::LeftOut, "出力していません", "left out"},
+    {Fate::WithoutGeometry, "図形なしで出力しました", "written without geometry"},
+    {Fate::LeftEmpty, "数値でない値を空欄としました", "numbers that are none left empty"},
+    {Fate::PointsOnly, "点としてだけ出力しました", "written as points alone"},
+    {Fate::KeptUnseen, "図面には残りますが、他のプログラムでは表示できません",
+     "kept in the drawing, but no other program can show them"},
+}};
+
+constexpr bool inOrder() {
+    for (std::size_t i = 0; i < kNoteTexts.size(); ++i) {
+        const NoteText& text = kNoteTexts[i];
+        if (static_cast<std::size_t>(text.code) != i || text.name.empty() || text.japanese.empty() ||
+            text.english.empty()) {
+            return false;
+        }
+    }
+    for (std::size_t i = 0; i < kFateTexts.size(); ++i) {
+        const FateText& text = kFateTexts[i];
+        if (static_cast<std::size_t>(text.fate) != i || text.japanese.empty() || text.english.empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(inOrder(), "every code and every fate has its texts, in the order of its enumeration");
+
+std::string figure(std::string_view name, const Note& note, Language language) {
+    if (name == "polylines") {
+        return std::to_string(note.polylines);
+    }
+    if (name == "alignments") {
+        return std::to_string(note.alignments);
+    }
+    if (name == "became") {
+        const FateText& text = kFateTexts[static_cast<std::size_t>(note.became)];
+        return std::string(language == Language::Japanese ? text.japanese : text.english);
+    }
+    if (name == "metres") {
+        return shortReal(note.metres);
+    }
+    if (name == "from") {
+        return fixedReal(note.from, 3);
+    }
+    if (name == "to") {
+        return fixedReal(note.to, 3);
+    }
+    return std::to_string(note.count);
+}
+
+} // namespace
+
+std::string_view noteName(NoteCode code) {
+    return kNoteTexts[static_cast<std::size_t>(code)].name;
+}
+
+std::string wording(const Note& note, Language language) {
+    const NoteText& texts = kNoteTexts[static_cast<std::size_t>(note.code)];
+    return filledText(language == Language::Japanese ? texts.japanese : texts.english,
+                      [&](std::string_view name) { return figure(name, note, language); });
+}
+
+} // namespace fenmark::exchange

@@ -1,0 +1,96 @@
+// The notes of the commands, in the language of the user's messages.
+#include "command_line.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+namespace fenmark::cli {
+namespace {
+
+bool contains(const std::string& text, std::string_view part) {
+    return text.find(part) != std::string::npos;
+}
+
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+const std::string kBoundless(400, '9'); // digits of a number that becomes infinite
+
+class NotesLine : public CommandLine {
+  protected:
+    // The points of a file as a drawing, whose path it returns.
+    std::string drawingOf(const std::string& content) {
+        const std::string drawing = folder.at("a.gpkg");
+        EXPECT_EQ(fenmark({"import", file(content), "--drawing", drawing, "-q"}).code, kDone);
+        return drawing;
+    }
+};
+
+TEST_F(NotesLine, ExportAndPlotSpeakTheSameLanguage) {
+    const std::string drawing =
+        drawingOf(std::string(kPoints) + kRoute + "A00,\r\nA01,3,FAR," + kBoundless + ",0,,\r\nA99,\r\n");
+    const std::string csv = folder.at("a.csv");
+    const std::string svg = folder.at("a.svg");
+    EXPECT_TRUE(contains(fenmark({"export", drawing, csv}).err,
+                         "fenmark: note: a CSV file holds points alone; left out: 0 polylines, 1 alignments\n"));
+    EXPECT_TRUE(contains(inJapanese({"export", drawing, csv}).err,
+                         "fenmark: note: CSVファイルは点だけを持ちます。線0本と線形1本は出力していません\n"));
+    EXPECT_TRUE(contains(fenmark({"plot", drawing, svg}).err,
+                         "fenmark: note: 1 objects with coordinates that no survey has are not drawn\n"));
+    EXPECT_TRUE(contains(inJapanese({"plot", drawing, svg}).err,
+                         "fenmark: note: 座標が大きすぎる1個の図形は図示していません\n"));
+}
+
+TEST_F(NotesLine, StakesSayInBothLanguagesWhyThereAreNone) {
+    const std::string drawing = drawingOf(std::string(kPoints) + kRoute);
+    EXPECT_TRUE(contains(fenmark({"stakes", drawing, "CL", "--every", "0"}).err, "no stake: none was asked for"));
+    EXPECT_TRUE(contains(inJapanese({"stakes", drawing, "CL", "--every", "0"}).err, "測設点がありません"));
+}
+
+TEST_F(NotesLine, ImportTellsTheSameNotesInBothLanguagesUnderTheSameCodes) {
+    const std::string bad = "A00\r\nA01,2,P,0,0,0,,\r\nA01,K1,P,0,0,0,\r\nA01,4,F," + kBoundless +
+                            ",0,0,\r\nD00,1,L,1,\r\nA99,\r\nX01,\r\n";
+    const std::string path = file(bad);
+    const auto notesOf = [&](Language language) {
+        return fenmark({"import", path, "--json", "--drawing", folder.at("n.gpkg"), "--replace"}, false, language)
+            .json()[0]["notes"];
+    };
+    const nlohmann::json first = notesOf(Language::English);
+    const nlohmann::json english = notesOf(Language::English); // the drawing is there now, as for the next one
+    const nlohmann::json japanese = notesOf(Language::Japanese);
+    ASSERT_EQ(english.size(), japanese.size());
+    std::set<std::string> codes;
+    for (std::size_t i = 0; i < english.size(); ++i) {
+        EXPECT_EQ(english[i]["code"], japanese[i]["code"]);
+        EXPECT_EQ(english[i].value("line", 0), japanese[i].value("line", 0));
+        EXPECT_TRUE(isAscii(english[i]["text"].get<std::string>())) << english[i];
+        EXPECT_NE(english[i]["text"], japanese[i]["text"]);
+        EXPECT_FALSE(isAscii(japanese[i]["text"].get<std::string>())) << japanese[i];
+        codes.insert(english[i]["code"]);
+    }
+    EXPECT_EQ(codes, (std::set<std::string>{"unclosed-section", "lacking-comma", "comma-too-many", "point-number",
+                                            "no-place", "passed-over", "replaced"}));
+    EXPECT_EQ(first.back()["code"], "nothing-replaced");
+}
+
+TEST_F(NotesLine, ResultLinesAndErrorBlocksAreJapaneseAlways) {
+    const std::string path = file("A00,\r\nA01,1,P,0,0,0,\r\nA01,x,P,0,0,0,\r\nA99,\r\n");
+    const Ran english = fenmark({"import", path, "--drawing", folder.at("e.gpkg")});
+    const Ran japanese = inJapanese({"import", path, "--drawing", folder.at("j.gpkg")});
+    EXPECT_EQ(english.out, japanese.out);
+    EXPECT_TRUE(contains(english.out, "座標データから1個のポイントを作成")) << english.out;
+    const std::string block = path + ":3: ErrA01-1: ";
+    ASSERT_TRUE(contains(english.err, block)) << english.err;
+    const auto lineOf = [&](const std::string& text) {
+        const std::size_t at = text.find(block);
+        return text.substr(at, text.find('\n', at) - at);
+    };
+    EXPECT_EQ(lineOf(english.err), lineOf(japanese.err));
+}
+
+} // namespace
+} // namespace fenmark::cli

@@ -62,7 +62,7 @@ TEST(Clock, TellsTheTimeInUtc) {
 
 TEST(Library, GivesFunctionsAndSaysWhyNot) {
     platform::Library library;
-    const Outcome none = library.open("/there/is/no/such/library.so");
+    const fenmark::Outcome none = library.open("/there/is/no/such/library.so");
     EXPECT_FALSE(none);
     EXPECT_NE(none.message, "");
     EXPECT_EQ(library.function<double(double)>("cos"), nullptr) << "nothing is open";

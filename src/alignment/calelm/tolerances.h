@@ -2,7 +2,8 @@
 // Comparisons with them are strict unless the function that uses one says otherwise.
 //
 // "Seen" is the largest size that counted and the smallest that did not, in the seeded trials of the tests of alignments.
-// Limits without it lie within what is asked, and sizes come as near to them from both sides as one likes.
+// Where it is missing, the trials met sizes as near to the limit as one likes from both sides, or none near it
+// (kStartsMeet, kTriangleGap, kStoredLengthSlack), or the limit was not measured.
 #pragma once
 
 #include <cmath>

@@ -1,0 +1,4 @@
+// A program without tests: its headers, compiled once, are those of the test programs.
+int main() {
+    return 0;
+}

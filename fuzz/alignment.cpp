@@ -1,6 +1,7 @@
 // Every exported function of the alignment library over arguments that are a program's, with some of their reals replaced.
 //
-// An input names the function, then the seed of its arguments, then the reals to replace: the place of each, and its value.
+// An input begins with the function and a number that its arguments are drawn from. Places and values of replaced reals
+// follow.
 #include "alignment/hostile_arguments.h"
 #include "bytes.h"
 #include "require.h"

@@ -9,8 +9,8 @@
 
 namespace fenmark::test {
 
-// The same seed gives the same cases everywhere, which the distributions of the standard library do not promise. Every
-// failure states the seed: SCOPED_TRACE(random.trace()). FENMARK_TEST_SEED runs another series.
+// A seed gives the same cases everywhere, which the distributions of the standard library do not promise. With
+// SCOPED_TRACE(random.trace()) every failure names it; FENMARK_TEST_SEED chooses another.
 class Random {
   public:
     explicit Random(std::uint64_t seed) : seed_(chosen(seed)), engine_(seed_) {}

@@ -27,16 +27,14 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
      "レイヤ「{table}」の線形要素のない線{count}本(最初のfid {first})は読み込んでいません",
      "{count} line{s} of the layer '{table}' (first fid {first}) left out: without alignment elements"},
     {StoreNoteCode::TakenIdentifier, "taken-identifier",
-     "レイヤ「{table}」の地物{count}個(最初のfid "
-     "{first})の識別子は他の図形と同じです。次の保存で新しい識別子が付きます",
-     "{count} feature{s} of the layer '{table}' (first fid {first}) had the identifier of another object; the next "
-     "save "
-     "gives a new one"},
+     "レイヤ「{table}」の地物{count}個(最初のfid {first})の識別子は他の図形と同じです。"
+     "次の保存で新しい識別子が付きます",
+     "{count} feature{s} of the layer '{table}' (first fid {first}) had the identifier of another object; "
+     "the next save gives a new one"},
     {StoreNoteCode::MissingColumn, "missing-column",
      "表「{table}」に列「{name}」がないため、空として読みました。その列が戻るまで図面を保存できません",
-     "the table '{table}' has no column '{name}': it is taken as empty, and the drawing cannot be saved until the "
-     "column "
-     "is there again"},
+     "the table '{table}' has no column '{name}': it is taken as empty, and the drawing cannot be saved "
+     "until the column is there again"},
     {StoreNoteCode::MissingTable, "missing-table", "表「{table}」がないため、その内容は保存されません",
      "the table '{table}' is missing: it is not written"},
     {StoreNoteCode::OtherDatum, "other-datum", "{name}の{count}系の座標を、そのまま使いました",

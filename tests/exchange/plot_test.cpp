@@ -70,6 +70,7 @@ TEST_F(PlotOf, PlanTakesTheScaleAndThePaperThatAreChosen) {
     EXPECT_TRUE(textsOf(plot.pages[0]).contains("1:1000（A4）"));
     options.scale = 100;
     EXPECT_NE(plotPlan(drawing, options).failure.find("does not fit on A4 at 1:100"), std::string::npos);
+    EXPECT_TRUE(plotPlan(drawing, options).noRoom);
     options.paper.reset();
     options.scale = 250;
     EXPECT_TRUE(textsOf(plotPlan(drawing, options).pages.at(0)).contains("1:250（A1）")) << "the smallest that serves";
@@ -141,6 +142,7 @@ TEST_F(PlotOf, LongProfileTakesSeveralSheets) {
     EXPECT_EQ(plot.pages.size(), 3U);
     options.scale = 1;
     EXPECT_NE(plotProfile(drawing, 0, options).failure.find("more than 500 sheets"), std::string::npos);
+    EXPECT_TRUE(plotProfile(drawing, 0, options).noRoom);
 }
 
 TEST_F(PlotOf, CrossSectionsAreToScale) {

@@ -233,11 +233,12 @@ void PaperDialog::refresh() {
     form_->setRowVisible(pitch_, kind() == PaperKind::Stakes);
     form_->setRowVisible(offsets_, kind() == PaperKind::Stakes);
     QApplication::setOverrideCursor(Qt::WaitCursor);
+    brokenOff_.clear();
     try {
         plot_ = pagesOf(drawing_, job());
     } catch (const std::exception& error) {
         plot_ = exchange::Plot{};
-        plot_.failure = error.what();
+        brokenOff_ = QString::fromStdString(error.what());
     }
     QApplication::restoreOverrideCursor();
     showPage(std::min(page_, static_cast<int>(plot_.pages.size()) - 1));
@@ -247,10 +248,8 @@ QString PaperDialog::failureText() const {
     if (texts_.language() == Language::English || plot_.failure.empty()) {
         return QString::fromStdString(plot_.failure);
     }
-    const bool room =
-        plot_.failure.find("fit") != std::string::npos || plot_.failure.find("more than") != std::string::npos;
-    return room ? QStringLiteral("この縮尺では用紙に入りません。縮尺を小さくするか、用紙を大きくしてください")
-                : QStringLiteral("この図面には印刷する内容がありません");
+    return plot_.noRoom ? QStringLiteral("この縮尺では用紙に入りません。縮尺を小さくするか、用紙を大きくしてください")
+                        : QStringLiteral("この図面には印刷する内容がありません");
 }
 
 void PaperDialog::showPage(int page) {
@@ -262,6 +261,9 @@ void PaperDialog::showPage(int page) {
     pdf_->setEnabled(count > 0);
     printButton_->setEnabled(count > 0);
     QStringList lines;
+    if (!brokenOff_.isEmpty()) {
+        lines << brokenOff_;
+    }
     if (!plot_.failure.empty()) {
         lines << failureText();
     }

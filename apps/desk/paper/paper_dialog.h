@@ -71,6 +71,7 @@ class PaperDialog : public QDialog {
     PaperStart start_;
     const Texts& texts_;
     exchange::Plot plot_;
+    QString brokenOff_; // why the pages could not be made; empty otherwise
     int page_ = 0;
     QString proposal_;
     QString lastSaved_;

@@ -138,6 +138,7 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
     const double columns = std::floor(pageWidth / cellWidth);
     const double rows = std::floor(pageHeight / cellHeight);
     if (columns < 1.0 || rows < 1.0) {
+        plot.noRoom = true;
         plot.failure = "the cross-sections do not fit on " + paper + " at 1:" + std::to_string(scale) +
                        "; choose a smaller scale or larger paper";
         return plot;
@@ -145,6 +146,7 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
     const auto onPage = static_cast<std::size_t>(columns * rows);
     const std::size_t pages = (sections.size() + onPage - 1) / onPage;
     if (pages > kMostPages) {
+        plot.noRoom = true;
         plot.failure = "more than " + std::to_string(kMostPages) + " sheets; choose a smaller scale";
         return plot;
     }

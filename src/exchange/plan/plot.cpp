@@ -129,6 +129,7 @@ Plot plotPlan(const Drawing& drawing, const PlotOptions& options) {
     plan.partial = part;
     takeTitles(plan, options);
     if (!part && !plan.sheet.fits()) {
+        plot.noRoom = true;
         plot.failure = "the drawing does not fit on " + std::string(plan.sheet.format()) +
                        " at 1:" + std::to_string(plan.sheet.scale()) +
                        "; choose a smaller scale or larger paper, or sheets along an alignment (--along)";
@@ -159,6 +160,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
             break;
         }
         if (!(length > 2.0 * overlap) || parts.size() >= kMostSheets) {
+            plot.noRoom = true;
             plot.failure = "more than " + std::to_string(kMostSheets) + " sheets; choose a smaller scale";
             return plot;
         }

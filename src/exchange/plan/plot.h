@@ -29,6 +29,7 @@ struct Plot {
     std::vector<std::string> pages;
     Notes notes;         // for the user; the sheets say them in Japanese
     std::string failure; // one line on why there is none; empty otherwise
+    bool noRoom = false; // another scale or larger paper may mend that
 };
 
 [[nodiscard]] Plot plotPlan(const drawing::Drawing& drawing, const PlotOptions& options);

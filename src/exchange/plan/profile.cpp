@@ -291,6 +291,7 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
     }
     const auto sheets = std::max(1.0, std::ceil((last - first) / layout.room() - 1e-9));
     if (sheets > static_cast<double>(kMostSheets)) {
+        plot.noRoom = true;
         plot.failure = "more than " + std::to_string(kMostSheets) + " sheets; choose a smaller scale";
         return plot;
     }

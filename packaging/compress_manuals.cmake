@@ -1,6 +1,6 @@
 # Packs the manual pages of the staged packages, without a time, as Debian has them.
 file(GLOB_RECURSE pages "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*.1")
-list(FILTER pages INCLUDE REGEX "/share/man/man1/[^/]*\\.1$")
+list(FILTER pages INCLUDE REGEX "/share/man/(ja/)?man1/[^/]*\\.1$")
 if(NOT pages)
   message(FATAL_ERROR "No manual page among the staged files in ${CPACK_TEMPORARY_INSTALL_DIRECTORY}")
 endif()

@@ -57,9 +57,10 @@ step 'a Japanese Windows under Wine'
 trial=$PWD/build/windows-wine
 mkdir -p "$trial/locale"
 [ -d "$trial/locale/ja_JP.UTF-8" ] || localedef -i ja_JP -f UTF-8 "$trial/locale/ja_JP.UTF-8"
-# Wine takes the code page from the locale: 932.
+# Wine takes the code page from the locale's characters: 932. The messages stay English, as the tests read them.
 export FENMARK_WINE=${FENMARK_WINE:-/usr/lib/wine/wine64}
-export LOCPATH=$trial/locale LC_ALL=ja_JP.UTF-8 WINEPREFIX=$trial/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree=;mshtml='
+unset LC_ALL
+export LOCPATH=$trial/locale LC_CTYPE=ja_JP.UTF-8 LC_MESSAGES=C WINEPREFIX=$trial/prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree=;mshtml='
 trap '/usr/lib/wine/wineserver64 -k || true' EXIT
 [ -e "$WINEPREFIX/system.reg" ] || timeout 300 "$FENMARK_WINE" wineboot -i
 cp "$exe" "$dll" "$trial/"

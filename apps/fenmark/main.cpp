@@ -1,5 +1,6 @@
 // The fenmark program: hands its arguments and streams to the command line.
 #include "cli/cli.h"
+#include "cli/texts.h"
 #include "platform/process.h"
 
 #include <cstdio>
@@ -11,13 +12,15 @@ int main(int count, char** values) {
     platform::prepareProcess();
     try {
         platform::StandardStreams streams;
-        fenmark::cli::Streams said{streams.out(), streams.err(), platform::isTerminal(platform::Stream::Error)};
-        said.columns = platform::terminalWidth(platform::Stream::Error).value_or(0);
-        said.language = platform::messageLanguage() == "ja" ? fenmark::Language::Japanese : fenmark::Language::English;
-        const int code = fenmark::cli::run(platform::programArguments(count, values), said);
+        fenmark::cli::Streams spoken{streams.out(), streams.err(), platform::isTerminal(platform::Stream::Error)};
+        spoken.columns = platform::terminalWidth(platform::Stream::Error).value_or(0);
+        spoken.language =
+            platform::messageLanguage() == "ja" ? fenmark::Language::Japanese : fenmark::Language::English;
+        const int code = fenmark::cli::run(platform::programArguments(count, values), spoken);
         streams.out().flush();
         if (!streams.out() && code == fenmark::cli::kDone) {
-            streams.err() << "fenmark: standard output cannot be written\n";
+            streams.err() << "fenmark: " << fenmark::cli::said(spoken.language, fenmark::cli::Text::OutputNotWritable)
+                          << '\n';
             return fenmark::cli::kNotDone;
         }
         return code;

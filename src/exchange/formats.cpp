@@ -67,7 +67,7 @@ const Format* formatOf(std::string_view path) {
     return found == kFormats.end() ? nullptr : &*found;
 }
 
-std::string extensions(bool plans) {
+std::string extensions(bool plans, std::string_view beforeLast) {
     std::vector<std::string_view> names;
     for (const Format& format : kFormats) {
         if (format.isPlan == plans) {
@@ -76,7 +76,7 @@ std::string extensions(bool plans) {
     }
     std::string list;
     for (std::size_t i = 0; i < names.size(); ++i) {
-        list.append(i == 0 ? "" : i + 1 == names.size() ? " or " : ", ").append(names[i]);
+        list.append(i == 0 ? "" : i + 1 == names.size() ? beforeLast : ", ").append(names[i]);
     }
     return list;
 }
@@ -84,10 +84,13 @@ std::string extensions(bool plans) {
 Outcome canWrite(const Format& format, const Drawing& drawing, const ExportOptions& options) {
     const bool inMetres = format.planeToo && options.plane;
     if (format.degrees && !inMetres && zoneOf(drawing, options) == 0) {
-        return failed(std::string(format.name) +
-                      " has longitude and latitude, and the drawing does not say in which plane rectangular zone its "
-                      "coordinates are: give the zone" +
-                      (format.planeToo ? ", or choose metres" : ""));
+        const std::string name(format.name);
+        return failed({name +
+                           " has longitude and latitude, and the drawing does not say in which plane rectangular zone "
+                           "its coordinates are: give the zone" +
+                           (format.planeToo ? ", or choose metres" : ""),
+                       name + "は経緯度の形式ですが、図面に座標系の設定がありません。系番号を指定" +
+                           (format.planeToo ? "するか、メートル座標を選択" : "") + "してください"});
     }
     return {};
 }

@@ -30,8 +30,8 @@ std::span<const Format> formats();
 // The format of a file's extension, in any case; null if there is none.
 const Format* formatOf(std::string_view path);
 
-// The extensions of the plans, or of all other formats, as ".dxf, .xml or .csv".
-std::string extensions(bool plans);
+// The extensions of the plans, or of all other formats, as ".dxf, .xml or .csv" with " or " before the last.
+[[nodiscard]] std::string extensions(bool plans, std::string_view beforeLast);
 
 // Fails where the format needs what the drawing and the options do not have; the message says what, and the remedy.
 Outcome canWrite(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options);

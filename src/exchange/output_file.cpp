@@ -8,13 +8,18 @@ namespace fenmark::exchange {
 Outcome writeFile(const std::string& path, const std::function<void(std::ostream&)>& write) {
     const platform::PathState state = platform::lookUp(path);
     if (state.kind == platform::PathKind::Folder) {
-        return failed(path + ": is a folder");
+        return failed({path + ": is a folder", path + ": フォルダです"});
     }
     if (state.kind == platform::PathKind::DanglingLink) {
-        return failed(path + ": is a link to '" + state.leadsTo + "', which does not exist");
+        return failed({path + ": is a link to '" + state.leadsTo + "', which does not exist",
+                       path + ": リンク先の「" + state.leadsTo + "」がありません"});
     }
     const std::error_code error = platform::writeWhole(path, write);
-    return error ? failed(path + ": cannot be written: " + platform::reasonOf(error)) : Outcome();
+    if (!error) {
+        return {};
+    }
+    const Worded reason = platform::wordedReason(error);
+    return failed({path + ": cannot be written: " + reason.english, path + ": 書き込めません: " + reason.japanese});
 }
 
 } // namespace fenmark::exchange

@@ -14,6 +14,27 @@ namespace {
 
 constexpr std::size_t kBuffer = 1 << 16; // bytes
 
+constexpr std::pair<std::errc, const char*> kJapaneseReasons[] = {
+    {std::errc::no_such_file_or_directory, "ファイルまたはフォルダがありません"},
+    {std::errc::permission_denied, "許可がありません"},
+    {std::errc::operation_not_permitted, "許可されていない操作です"},
+    {std::errc::read_only_file_system, "読み取り専用です"},
+    {std::errc::is_a_directory, "フォルダです"},
+    {std::errc::not_a_directory, "フォルダではありません"},
+    {std::errc::no_space_on_device, "ディスクの空きがありません"},
+    {std::errc::file_too_large, "ファイルが大きすぎます"},
+    {std::errc::device_or_resource_busy, "他のプログラムが使用しています"},
+    {std::errc::io_error, "入出力エラーです"},
+    {std::errc::too_many_files_open, "開いているファイルが多すぎます"},
+    {std::errc::too_many_files_open_in_system, "システム全体で開いているファイルが多すぎます"},
+    {std::errc::too_many_symbolic_link_levels, "リンクが循環しています"},
+    {std::errc::filename_too_long, "名前が長すぎます"},
+    {std::errc::not_enough_memory, "メモリが足りません"},
+    {std::errc::file_exists, "同じ名前のファイルが既にあります"},
+    {std::errc::invalid_argument, "引数が正しくありません"},
+    {std::errc::broken_pipe, "読み手が閉じました"},
+};
+
 // A stream's buffer over any function that writes. Keeps the first error, and writes nothing after it.
 class Buffer : public std::streambuf {
   public:
@@ -50,6 +71,16 @@ class Buffer : public std::streambuf {
 };
 
 } // namespace
+
+Worded wordedReason(const std::error_code& error) {
+    const std::string english = reasonOf(error);
+    for (const auto& [meaning, japanese] : kJapaneseReasons) {
+        if (error == meaning) {
+            return {english, japanese};
+        }
+    }
+    return english;
+}
 
 std::error_code writeThrough(const std::function<std::error_code(std::string_view)>& sink,
                              const std::function<void(std::ostream&)>& write) {

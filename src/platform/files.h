@@ -4,6 +4,8 @@
 // failure is a std::error_code.
 #pragma once
 
+#include "values/worded.h"
+
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
@@ -58,6 +60,8 @@ std::error_code removeFile(const std::string& path);
 [[nodiscard]] std::error_code errorOfNumber(int number);
 // The system's words, "No space left on device".
 [[nodiscard]] std::string reasonOf(const std::error_code& error);
+// The same with our own Japanese for what a user meets; the system's words where there is none.
+[[nodiscard]] Worded wordedReason(const std::error_code& error);
 
 // --- a file that takes its name when it is complete ---
 

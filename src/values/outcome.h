@@ -1,6 +1,8 @@
 // Whether something was done, and if it was not, why: the one result of whatever can fail and has nothing else to return.
 #pragma once
 
+#include "values/worded.h"
+
 #include <string>
 #include <utility>
 
@@ -26,16 +28,21 @@ enum class Failure {
     Reshaped,          // another program renamed, removed or replaced a table or column that is needed
     Failed,            // anything else
 };
+inline constexpr Failure kLastFailure = Failure::Failed;
 
 struct [[nodiscard]] Outcome {
     Failure failure = Failure::None;
-    std::string message; // one line on why not, ready for the user; empty where it was done
+    std::string message;  // one line on why not, ready for the user; empty where it was done
+    std::string japanese; // the same in Japanese; empty where there is no other wording
 
     explicit operator bool() const { return failure == Failure::None; }
+    [[nodiscard]] const std::string& in(Language language) const {
+        return language == Language::Japanese && !japanese.empty() ? japanese : message;
+    }
 };
 
-[[nodiscard]] inline Outcome failed(std::string message, Failure failure = Failure::Failed) {
-    return {failure, std::move(message)};
+[[nodiscard]] inline Outcome failed(Worded message, Failure failure = Failure::Failed) {
+    return {failure, std::move(message.english), std::move(message.japanese)};
 }
 
 } // namespace fenmark

@@ -1,5 +1,8 @@
 // What can be said on the command line, and what is answered to anything else.
+#include "cli/terminal_text.h"
 #include "command_line.h"
+
+#include <algorithm>
 
 namespace fenmark::cli {
 namespace {
@@ -201,6 +204,91 @@ TEST_F(ArgumentLine, NegativeNumbersAreNoOptions) {
     EXPECT_EQ(fenmark({"station", drawing, "CL", "20", "-.5"}).out, "20 0.5\n");
     EXPECT_EQ(fenmark({"locate", drawing, "CL", "20", "-3.25"}).out, "20 3.25\n");
     EXPECT_EQ(fenmark({"locate", drawing, "CL", "+20", "3.25"}).out, "20 -3.25\n");
+}
+
+// Every character of Japanese takes three bytes here and two columns.
+bool hasJapanese(const std::string& text) {
+    return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0xE3; });
+}
+
+constexpr const char* kEveryCommand[] = {"import", "preview", "info",   "station", "locate",
+                                         "export", "plot",    "stakes", "report"};
+
+TEST_F(ArgumentLine, HelpIsInTheLanguageOfTheMessages) {
+    const std::string top = inJapanese({"--help"}).out;
+    for (const char* said :
+         {"使い方: fenmark [オプション] コマンド\n", "\nオプション:\n", "\nコマンド:\n", "\n例:\n"}) {
+        EXPECT_NE(top.find(said), std::string::npos) << said << top;
+    }
+    for (const char* command : kEveryCommand) {
+        const std::string help = inJapanese({command, "--help"}).out;
+        for (const char* english : {"Usage", "Options:", "OPTIONS", "Arguments", "Excludes", "Print", "Example"}) {
+            EXPECT_EQ(help.find(english), std::string::npos) << help;
+        }
+        EXPECT_FALSE(hasJapanese(fenmark({command, "--help"}).out.substr(0, 200))) << command;
+        EXPECT_EQ(inJapanese({"help", command}).out, help);
+        // Every option and argument has a description, beside it or on the line below.
+        std::istringstream lines(help);
+        for (std::string line; std::getline(lines, line);) {
+            if (line.starts_with("  -") && !hasJapanese(line)) {
+                ASSERT_TRUE(std::getline(lines, line));
+                EXPECT_TRUE(line.starts_with("      ") && hasJapanese(line)) << line;
+            }
+        }
+    }
+}
+
+TEST_F(ArgumentLine, JapaneseHelpFitsATerminalOfEightyColumns) {
+    for (const char* command : kEveryCommand) {
+        std::istringstream help(inJapanese({command, "--help"}).out);
+        for (std::string line; std::getline(help, line);) {
+            EXPECT_LE(columnsOf(line), 80U) << command << ": " << line;
+            const std::size_t text = std::min(line.find_first_not_of(' '), line.size());
+            EXPECT_FALSE(line.substr(text).starts_with("、") || line.substr(text).starts_with("。")) << line;
+        }
+    }
+}
+
+TEST_P(WrongLine, IsRefusedInTheLanguageOfTheMessages) {
+    const Ran ran = inJapanese(GetParam());
+    EXPECT_EQ(ran.code, kWrongUsage);
+    EXPECT_TRUE(ran.err.starts_with("fenmark: error: ")) << ran.err;
+    std::istringstream lines(ran.err);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_TRUE(hasJapanese(line)) << line;
+    }
+}
+
+TEST_F(ArgumentLine, ErrorsAreInTheLanguageOfTheMessages) {
+    const auto said = [](const std::vector<std::string>& line, const std::string& text) {
+        const Ran english = fenmark(line);
+        const Ran ran = inJapanese(line);
+        EXPECT_EQ(ran.code, english.code);
+        EXPECT_EQ(ran.out, english.out);
+        EXPECT_FALSE(hasJapanese(english.err)) << english.err;
+        EXPECT_NE(ran.err.find(text), std::string::npos) << ran.err;
+    };
+    const std::string none = folder.at("none.gpkg");
+    said({"imprt"}, "「imprt」というコマンドはありません。コマンド: import, ");
+    said({"imprt"}, "。「import」ではありませんか\n");
+    said({"import", "--hlep"}, "import に --hlep というオプションはありません。「--help」ではありませんか\n");
+    said({"--zone"}, "--zone は、このオプションを持つコマンド(import, export)の後に書いてください");
+    said({"import", "a.sim", "--zone"}, "--zone には値が必要です: 1..19\n");
+    said({"import", "a.sim", "--zone", "20"}, "--zone: 値「20」は使えません。使える値: 1..19\n");
+    said({"import", "a.sim", "--zone", "1", "--zone", "2"}, "--zone は1回だけ指定できます\n");
+    said({"info", "a.gpkg", "--json", "--alignments"}, "同時に指定できません\n");
+    said({"preview"}, "FILE がありません\n");
+    said({"preview", "a.sim", "b.sim"}, "余分な引数があります: b.sim\n");
+    said({"import", folder.at("none.sim")}, "none.sim: 読めません: ファイルまたはフォルダがありません\n");
+    said({"info", none}, "none.gpkg: 図面がありません\n");
+    said({"export", none, "a.svg"}, "。このファイルは 'fenmark plot' で出力します\n");
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    said({"station", drawing, "CM", "20"}, "図面に「CM」という線形はありません。線形: CL\n");
+    said({"station", drawing, "CL", "2000"}, "測点 2000 は線形「CL」の範囲外です: 0 から 100 まで\n");
+    said({"export", drawing, folder.at("a.kml")},
+         "図面に座標系の設定がありません。系番号を指定してください (--zone 1..19)\n");
+    said({"export", drawing, folder.at("no/a.dxf")}, "書き込めません: ファイルまたはフォルダがありません\n");
 }
 
 } // namespace

@@ -17,6 +17,8 @@ import sys
 import tempfile
 import unittest
 
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
+
 PROGRAM, SOURCE = sys.argv[1], pathlib.Path(sys.argv[2])
 
 POINTS = b"A00,\r\nA01,1,BP,0.000,0.000,,\r\nA01,2,EP,0.000,100.000,,\r\nA99,\r\n"

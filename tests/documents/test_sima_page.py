@@ -3,12 +3,15 @@
 test_sima_page.py FENMARK SOURCE_FOLDER
 """
 import json
+import os
 import pathlib
 import re
 import subprocess
 import sys
 import tempfile
 import unittest
+
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
 
 BLOCKS = re.compile(r"^```sima\n(.*?)^```\n```log\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 REPORTED = re.compile(r"^[^\n]*?\.sim:(\d+): ((?:Err[^:]+)?)", re.MULTILINE)

@@ -16,6 +16,8 @@ import sys
 import tempfile
 import unittest
 
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
+
 SYSTEM_PYTHON = "/usr/bin/python3"
 
 try:

@@ -19,6 +19,8 @@ NAMES = ["<b>&amp;</b>", "]]>", "&quot;'`", "&#65;&lt;", "<!-- -->", "</name>", 
          "\\U+0041\\P", "\\M+18140", "{\\fArial;x}", "$(PATH)", "=1+1", "髙﨑①", "${x}", "a;b|c", "\\\\", "\\n", "%s%n"]
 EZDXF = """
 import ezdxf, json, sys
+
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
 document = ezdxf.readfile(sys.argv[1])
 audit = document.audit()
 print(json.dumps({"errors": [str(e.message) for e in audit.errors + audit.fixes],

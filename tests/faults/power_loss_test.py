@@ -22,6 +22,8 @@ import tempfile
 import time
 import unittest
 
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
+
 PROGRAM, TRACE = sys.argv[1], sys.argv[2]
 ALL = "--all" in sys.argv[3:]
 SEED = next((int(a[7:]) for a in sys.argv[3:] if a.startswith("--seed=")), 20260131)

@@ -17,6 +17,8 @@ import sys
 import tempfile
 import unittest
 
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
+
 PROGRAM, SHIM = sys.argv[1], sys.argv[2]
 ALL = "--all" in sys.argv[3:]
 

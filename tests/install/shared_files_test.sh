@@ -15,10 +15,10 @@ for component in fenmark desk; do
 done
 share="$work/share"
 
-for page in fenmark fenmark-desk; do
-    file="$share/man/man1/$page.1"
+for page in man1/fenmark man1/fenmark-desk ja/man1/fenmark; do
+    file="$share/man/$page.1" name=${page##*/}
     [ -f "$file" ] || fail "no manual page $page"
-    grep -q "^\.TH ${page^^} 1" "$file" || fail "$page: no heading"
+    grep -q "^\.TH ${name^^} 1" "$file" || fail "$page: no heading"
     if command -v groff >/dev/null; then
         said=$(groff -man -Tutf8 -Kutf8 -ww -z "$file" 2>&1) || fail "$page: $said"
         [ -z "$said" ] || fail "$page: $said"

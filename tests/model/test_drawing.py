@@ -4,6 +4,7 @@ usage: test_drawing.py FENMARK [FILES [SEED]]
 """
 import json
 import math
+import os
 import pathlib
 import random
 import subprocess
@@ -12,6 +13,8 @@ import tempfile
 
 from drawing_model import Drawing
 from road_files import RoadFile
+
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
 
 ROUTES = 10      # in each file
 POSITION = 1e-6  # metres

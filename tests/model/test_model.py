@@ -2,6 +2,7 @@
 
 usage: test_model.py FENMARK [FILES [SEED]]
 """
+import os
 import pathlib
 import random
 import re
@@ -11,6 +12,8 @@ import tempfile
 
 from generated_files import make_file
 from sima_model import BrokenOff, Unmodelled, log_of
+
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
 
 BATCH = 50
 ALIGNMENT_KINDS = ["main", "centre", "continuous-curves"]

@@ -6,6 +6,7 @@ The files are roads in the own habit of signs (a positive radius turns left): in
 off the points of the file, so that an export must add points.
 """
 import json
+import os
 import pathlib
 import random
 import subprocess
@@ -13,6 +14,8 @@ import sys
 import tempfile
 
 from road_files import RoadFile
+
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
 
 ROUTES = 10
 PLACE = 1e-6  # metres

@@ -199,7 +199,7 @@ BackgroundRead readGeoPackage(const std::string& path, int zone) {
         read.shapes = {};
         read.error =
             failure.failure == Failure::NotFound ? BackgroundError::NotReadable : BackgroundError::NotThisFormat;
-        read.detail = failure.detail;
+        read.detail = failure.detail.english;
     }
     return read;
 }

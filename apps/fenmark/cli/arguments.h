@@ -1,7 +1,8 @@
-// Declares the commands with their options and reads one command line.
+// Reads one command line.
 #pragma once
 
 #include "cli/options.h"
+#include "values/language.h"
 
 #include <string>
 #include <variant>
@@ -23,6 +24,7 @@ using ParsedCommand =
     std::variant<ShowText, UsageError, ImportArguments, PreviewArguments, InfoArguments, StationArguments,
                  LocateArguments, ExportArguments, StakesArguments, ReportArguments, PlotArguments>;
 
-ParsedCommand parseArguments(const std::vector<std::string>& arguments);
+// Help and errors are in the language.
+[[nodiscard]] ParsedCommand parseArguments(const std::vector<std::string>& arguments, Language language);
 
 } // namespace fenmark::cli

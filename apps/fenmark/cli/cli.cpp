@@ -14,8 +14,6 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr std::string_view kNoMemory = "fenmark: error: out of memory\n";
-
 struct Runner {
     const Streams& streams;
 
@@ -25,7 +23,7 @@ struct Runner {
     }
     int operator()(const UsageError& error) const {
         tellError(streams, error.message);
-        streams.err << "Run 'fenmark --help' or 'fenmark COMMAND --help' for what can be said.\n";
+        streams.err << said(streams.language, Text::HelpHint) << '\n';
         return kWrongUsage;
     }
     int operator()(const ImportArguments& a) const { return runImport(a, streams); }
@@ -45,12 +43,12 @@ namespace {
 
 int runGuarded(const std::vector<std::string>& arguments, const Streams& streams) {
     try {
-        return std::visit(Runner{streams}, parseArguments(arguments));
+        return std::visit(Runner{streams}, parseArguments(arguments, streams.language));
     } catch (const Stop& stop) {
         tellError(streams, stop.what());
         return stop.code();
     } catch (...) {
-        tellError(streams, currentExceptionText());
+        tellError(streams, currentExceptionText(streams.language));
         return kNotDone;
     }
 }
@@ -64,7 +62,8 @@ int run(const std::vector<std::string>& arguments, const Streams& streams) {
         return runGuarded(arguments,
                           {out, err, streams.errIsTerminal, &streams.err, streams.columns, nullptr, streams.language});
     } catch (...) {
-        // What failed failed again while it was told: there is no memory even for a message.
+        // The message failed as well: there is no memory even for one, so this one takes none.
+        constexpr std::string_view kNoMemory = "fenmark: error: out of memory\n";
         streams.err.rdbuf()->sputn(kNoMemory.data(), static_cast<std::streamsize>(kNoMemory.size()));
         return kNotDone;
     }

@@ -22,7 +22,7 @@ using drawing::Drawing;
 std::unique_ptr<Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams, bool quiet) {
     auto drawing = std::make_unique<Drawing>();
     drawing::DrawingStore store;
-    require(store.open(path, *drawing, load));
+    require(streams, store.open(path, *drawing, load));
     tellStoreNotes(streams, quiet, path, store.notes());
     return drawing;
 }
@@ -36,10 +36,10 @@ std::unique_ptr<Drawing> readDrawingOrPackage(const std::string& path, int zone,
         return drawing;
     }
     if (opened.failure != Failure::NotOurs) {
-        throw Stop(kNotDone, opened);
+        throw Stop(kNotDone, opened.in(streams.language));
     }
     drawing::ForeignPackage package;
-    require(drawing::readForeignPackage(path, zone, package));
+    require(streams, drawing::readForeignPackage(path, zone, package));
     tellStoreNotes(streams, quiet, path, package.notes);
     *drawing = std::move(package.drawing);
     return drawing;
@@ -86,7 +86,8 @@ std::vector<std::string> alignmentNames(const Drawing& drawing) {
     return names;
 }
 
-std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name) {
+std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, const std::string& name,
+                           Language language) {
     const std::string_view wanted = withoutEndBlanks(name);
     std::vector<std::size_t> found;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
@@ -100,16 +101,20 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
                 return *index;
             }
         }
-        throw Stop(kNotDone, path + ": the drawing has no alignment named '" + name + "'; its alignments: " +
-                                 joined(alignmentNames(drawing)) + suggestion(name, alignmentNames(drawing)));
+        const std::vector<std::string> names = alignmentNames(drawing);
+        throw Stop(kNotDone, said(language, Text::NoAlignment,
+                                  {{"path", path},
+                                   {"name", name},
+                                   {"names", joined(names, language)},
+                                   {"meant", suggestion(name, names, language)}}));
     }
     if (found.size() > 1) {
         std::vector<std::string> ids;
         for (const std::size_t index : found) {
             ids.push_back("#" + std::to_string(drawing.alignment(index).id.asUint64()));
         }
-        throw Stop(kNotDone,
-                   path + ": several alignments are named '" + name + "'; name one by its identifier: " + joined(ids));
+        throw Stop(kNotDone, said(language, Text::SeveralAlignments,
+                                  {{"path", path}, {"name", name}, {"names", joined(ids, language)}}));
     }
     return found.front();
 }

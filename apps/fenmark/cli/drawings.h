@@ -29,7 +29,8 @@ std::vector<std::string> alignmentNames(const drawing::Drawing& drawing);
 
 // The index of the alignment of that name, or of the identifier that "#12" gives. Raises Stop with the names that there
 // are, or with the identifiers where several alignments bear the name.
-std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name);
+std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name,
+                           Language language);
 
 // Whether the path ends in the extension, which is given in small letters, in any case.
 bool endsIn(std::string_view path, std::string_view extension);

@@ -22,15 +22,15 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     const exchange::Format* const format = exchange::formatOf(arguments.target);
     if (format == nullptr || format->isPlan) {
         const std::string other = format != nullptr ? "plot" : endsIn(arguments.target, ".html") ? "report" : "";
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be " + exchange::extensions(false) +
-                                    (other.empty() ? other : "; 'fenmark " + other + "' writes this one"));
+        throw Stop(kWrongUsage, otherExtension(streams.language, arguments.target,
+                                               exchange::extensions(false, said(streams.language, Text::Or)), other));
     }
     const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     exchange::ExportOptions options = arguments.options;
     options.title = platform::utf8Of(platform::pathOf(arguments.target).stem());
     if (const Outcome can = exchange::canWrite(*format, *drawing, options); !can) {
-        throw Stop(kNotDone, arguments.drawing + ": " + can.message + " (--zone 1..19" +
-                                 (format->planeToo ? ", or --crs plane)" : ")"));
+        throw Stop(kNotDone, said(streams.language, format->planeToo ? Text::WithZoneOrPlane : Text::WithZone,
+                                  {{"message", arguments.drawing + ": " + can.in(streams.language)}}));
     }
     for (const std::string& layer : options.selection.layers) {
         if (!drawing->findLayer(layer)) {
@@ -38,13 +38,15 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
             for (const drawing::Layer& known : drawing->layers()) {
                 names.push_back(known.name);
             }
-            throw Stop(kNotDone, arguments.drawing + ": the drawing has no layer named '" + layer +
-                                     "'; its layers: " + joined(names));
+            throw Stop(
+                kNotDone,
+                said(streams.language, Text::NoLayer,
+                     {{"path", arguments.drawing}, {"name", layer}, {"names", joined(names, streams.language)}}));
         }
     }
     exchange::Notes notes;
-    require(exchange::writeFile(arguments.target,
-                                [&](std::ostream& out) { notes = format->write(*drawing, options, out); }));
+    require(streams, exchange::writeFile(arguments.target,
+                                         [&](std::ostream& out) { notes = format->write(*drawing, options, out); }));
     tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }
@@ -70,7 +72,7 @@ int runInfo(const InfoArguments& arguments, const Streams& streams) {
 
 int runExport(const ExportArguments& arguments, const Streams& streams) {
     if (arguments.options.landXmlProfile == exchange::LandXmlProfile::JLandXml && !endsIn(arguments.target, ".xml")) {
-        throw Stop(kWrongUsage, arguments.target + ": --profile j-landxml writes a file with the extension .xml");
+        throw Stop(kWrongUsage, said(streams.language, Text::JLandXmlIsXml, {{"path", arguments.target}}));
     }
     return writeDrawing(arguments, streams);
 }

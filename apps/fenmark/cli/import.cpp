@@ -48,20 +48,23 @@ void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArgume
     host::embedded::Document& document = *host.currentDocument();
     const platform::PathState state = platform::lookUp(path);
     const auto refuse = [&](const std::string& why) {
-        throw Stop(kNotDone, failed(drawing::storeMessage(Failure::NotWritable, path, why), Failure::NotWritable));
+        throw Stop(kNotDone, drawing::storeMessage(Failure::NotWritable, path, why).in(streams.language));
+    };
+    const auto folderReason = [&](const std::error_code& error) {
+        return said(streams.language, Text::ItsFolder, {{"reason", reasonOf(error, streams.language)}});
     };
     if (state.error == std::errc::not_a_directory) {
-        refuse("its folder: " + platform::reasonOf(state.error));
+        refuse(folderReason(state.error));
     }
     if (state.kind == platform::PathKind::File) {
         if (const std::error_code error = platform::mayWrite(path)) {
-            refuse(platform::reasonOf(error));
+            refuse(reasonOf(error, streams.language));
         }
         if (const std::error_code error = platform::mayWrite(platform::folderOf(platform::behindLinks(path)))) {
-            refuse("its folder: " + platform::reasonOf(error));
+            refuse(folderReason(error));
         }
     }
-    require(document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities));
+    require(streams, document.store().openOrBegin(path, document.drawing(), drawing::Load::WithoutEntities));
     tellStoreNotes(streams, arguments.quiet, path, document.store().notes());
 }
 
@@ -69,7 +72,7 @@ void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArgume
 // link, at the log's name is never written through.
 class PendingLog {
   public:
-    explicit PendingLog(const std::string& file) : file_(file) {
+    PendingLog(const std::string& file, Language language) : file_(file), language_(language) {
         sima::SimaLog log;
         log.setFileName(file);
         target_ = log.fileName();
@@ -102,11 +105,13 @@ class PendingLog {
     static constexpr int kAttempts = 3;
 
     Outcome judged(const std::error_code& error) const {
-        return error ? failed(file_ + ": the log beside it cannot be written: " + platform::reasonOf(error))
+        return error ? failed(said(language_, Text::LogNotWritable,
+                                   {{"path", file_}, {"reason", reasonOf(error, language_)}}))
                      : Outcome();
     }
 
     std::string file_;
+    Language language_;
     std::string target_;
     platform::TemporaryFile temporary_;
 };
@@ -137,12 +142,15 @@ std::optional<std::string> nameAmong(const auto& items, const std::string& given
 
 // What the options name must be there, or be made where an option allows it. Returns the options with the names that
 // the drawing has for them.
-ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, const std::string& path) {
+ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, const std::string& path,
+                               Language language) {
     ImportArguments arguments = given;
     if (arguments.zone && drawing.zone() != *arguments.zone) {
         if (drawing.zone() != 0) {
-            throw Stop(kNotDone, path + ": its coordinates are in zone " + std::to_string(drawing.zone()) +
-                                     ", not in zone " + std::to_string(*arguments.zone));
+            throw Stop(kNotDone, said(language, Text::OtherZone,
+                                      {{"path", path},
+                                       {"zone", std::to_string(drawing.zone())},
+                                       {"wanted", std::to_string(*arguments.zone)}}));
         }
         drawing.setZone(*arguments.zone);
     }
@@ -156,9 +164,12 @@ ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, c
             continue;
         }
         if (!arguments.createLayers || (*layer)->empty()) {
-            throw Stop(kNotDone, path + ": the drawing has no layer named '" + **layer + "'; its layers: " +
-                                     joined(namesOf(drawing.layers())) + " (--create-layers makes a new one)" +
-                                     suggestion(**layer, namesOf(drawing.layers())));
+            const std::vector<std::string> names = namesOf(drawing.layers());
+            throw Stop(kNotDone, said(language, Text::NoLayerToImport,
+                                      {{"path", path},
+                                       {"name", **layer},
+                                       {"names", joined(names, language)},
+                                       {"meant", suggestion(**layer, names, language)}}));
         }
         drawing.addLayer(**layer);
     }
@@ -171,9 +182,12 @@ ImportArguments prepareDrawing(Drawing& drawing, const ImportArguments& given, c
     }
     // A drawing without sites gets its first one here, so that it bears the name asked for.
     if (!drawing.sites().empty() || arguments.site->empty()) {
-        throw Stop(kNotDone, path + ": the drawing has no site named '" + *arguments.site +
-                                 "'; its sites: " + joined(namesOf(drawing.sites())) +
-                                 suggestion(*arguments.site, namesOf(drawing.sites())));
+        const std::vector<std::string> names = namesOf(drawing.sites());
+        throw Stop(kNotDone, said(language, Text::NoSite,
+                                  {{"path", path},
+                                   {"name", *arguments.site},
+                                   {"names", joined(names, language)},
+                                   {"meant", suggestion(*arguments.site, names, language)}}));
     }
     drawing.addSite(*arguments.site);
     return arguments;
@@ -241,16 +255,20 @@ void addReport(nlohmann::ordered_json& json, const FileReport& report) {
 }
 
 // Why a run of the command ended early, from the exception at hand.
-std::string breakOffText(const std::string& file, const sima::SimaReader& reader) {
+std::string breakOffText(const std::string& file, const sima::SimaReader& reader, Language language) {
     try {
         throw;
     } catch (const sima::LogFailure& error) {
-        return file + ": the log beside it cannot be written: " + platform::reasonOf(error.code());
+        return said(language, Text::LogNotWritable, {{"path", file}, {"reason", reasonOf(error.code(), language)}});
     } catch (const sima::ReadFailure& error) {
-        return file + ":" + std::to_string(reader.lineNumber + 1) +
-               ": import broken off: the file cannot be read further: " + platform::reasonOf(error.code());
+        return said(language, Text::CannotReadFurther,
+                    {{"path", file},
+                     {"line", std::to_string(reader.lineNumber + 1)},
+                     {"reason", reasonOf(error.code(), language)}});
     } catch (...) {
-        return file + ":" + std::to_string(reader.lineNumber) + ": import broken off: " + currentExceptionText();
+        return said(
+            language, Text::ImportBrokenOff,
+            {{"path", file}, {"line", std::to_string(reader.lineNumber)}, {"reason", currentExceptionText(language)}});
     }
 }
 
@@ -293,11 +311,12 @@ void tellUnplaced(const Drawing& drawing, std::size_t firstEntity, std::size_t f
 }
 
 // With a bar where the passes over the file had one.
-Outcome saveDrawing(host::embedded::Document& document, const std::string& path, sima::ProgressFactory* bars) {
+Outcome saveDrawing(host::embedded::Document& document, const std::string& path, sima::ProgressFactory* bars,
+                    Language language) {
     if (bars == nullptr) {
         return document.store().save(path, document.drawing());
     }
-    const std::unique_ptr<sima::Progress> bar = bars->create("writing", false);
+    const std::unique_ptr<sima::Progress> bar = bars->create(said(language, Text::Writing), false);
     return document.store().save(path, document.drawing(), [&](std::uint64_t done, std::uint64_t total) {
         bar->setRange(0, static_cast<std::int64_t>(total), 1);
         bar->setPosition(static_cast<std::int64_t>(done));
@@ -332,19 +351,21 @@ struct Run {
 };
 
 // Raises Stop where the options cannot be met.
-Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::CommandSettings& settings) {
+Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::CommandSettings& settings,
+               Language language) {
     host::HostAdapter boundary;
     command::LastRun lastRun;
     Run run;
     try {
         command::Fenmark(boundary, dialogs, lastRun, run.reader, settings);
         if (run.reader.openError) {
-            run.outcome = failed(file + ": cannot be read: " + platform::reasonOf(run.reader.openError));
+            run.outcome = failed(said(language, Text::CannotRead,
+                                      {{"path", file}, {"reason", reasonOf(run.reader.openError, language)}}));
         }
     } catch (const Stop&) {
         throw;
     } catch (...) {
-        run.outcome = failed(breakOffText(file, run.reader));
+        run.outcome = failed(breakOffText(file, run.reader, language));
     }
     return run;
 }
@@ -433,11 +454,12 @@ struct Telling {
 FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
                       const std::string& drawingPath, const Streams& streams) {
     Drawing& drawing = host.drawing();
-    const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath);
-    PendingLog log(file);
+    const Language language = streams.language;
+    const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath, language);
+    PendingLog log(file, language);
     Outcome logged = log.make();
     if (!logged && !arguments.keepPartial) {
-        throw Stop(kNotDone, logged.message + "; the drawing is left as it was");
+        throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", logged.message}}));
     }
     const std::string logFile = logged ? log.path() : std::string();
 
@@ -458,14 +480,14 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     host.clearNotes();
 
     ImportDialogs dialogs(arguments, file, telling.encoding.encoding, logFile, drawing, streams);
-    Run run =
-        runCommand(dialogs, file, {telling.encoding.encoding, outputSettings(host, arguments), kLongestLine, logFile});
+    Run run = runCommand(dialogs, file,
+                         {telling.encoding.encoding, outputSettings(host, arguments), kLongestLine, logFile}, language);
     const std::optional<drawing::FileDigest> known = digest.get();
     if (run.outcome && !dialogs.result()) {
-        throw Stop(kNotDone, drawingPath + ": the sites of the drawing cannot be listed");
+        throw Stop(kNotDone, said(language, Text::SitesNotListed, {{"path", drawingPath}}));
     }
     if (run.outcome && !known) {
-        run.outcome = failed(file + ": cannot be read to its end");
+        run.outcome = failed(said(language, Text::CannotReadToEnd, {{"path", file}}));
     }
     if (run.outcome && logged) {
         logged = log.complete();
@@ -475,7 +497,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     }
     if (!run.outcome && !arguments.keepPartial) {
         telling.errors(run.reader);
-        throw Stop(kNotDone, run.outcome.message + "; the drawing is left as it was");
+        throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", run.outcome.message}}));
     }
 
     import.lastId = drawing.lastId();
@@ -491,19 +513,19 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     run.reader.lots = {};
     run.reader.alignments = {};
 
-    const Outcome saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress());
+    const Outcome saved = saveDrawing(*host.currentDocument(), drawingPath, dialogs.progress(), language);
     if (saved.failure == Failure::ChangedOutside || saved.failure == Failure::AppearedMeanwhile) {
-        throw Overtaken(kNotDone, saved);
+        throw Overtaken(kNotDone, saved.in(language));
     }
     if (!saved) {
         telling.errors(run.reader);
-        throw Stop(kNotDone, saved);
+        throw Stop(kNotDone, saved.in(language));
     }
     if (run.outcome) {
         if (const Outcome placed = log.putInPlace(); !placed) {
             const bool removed = isNew && !platform::removeFile(drawingPath);
-            throw Stop(kNotDone,
-                       placed.message + (removed ? "; no drawing is made" : "; the import is in " + drawingPath));
+            throw Stop(kNotDone, said(language, removed ? Text::NoDrawingMade : Text::ImportIsIn,
+                                      {{"message", placed.message}, {"drawing", drawingPath}}));
         }
     }
 
@@ -533,7 +555,8 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
                                 "--replace: the drawing had nothing of a file of this name"));
     }
     if (!run.outcome) {
-        throw Stop(kNotDone, run.outcome.message + "; what was made before that is kept in " + drawingPath);
+        throw Stop(kNotDone,
+                   said(language, Text::KeptIn, {{"message", run.outcome.message}, {"drawing", drawingPath}}));
     }
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
             log.target()};
@@ -594,7 +617,7 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
         nlohmann::ordered_json json = jsonOf(file, arguments.drawing.value_or(""));
         std::string failure;
         try {
-            requireReadableSimFile(file);
+            requireReadableSimFile(file, streams.language);
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
             json = jsonOf(file, drawingPath);
             const FileResult made = importInTurn(open, arguments, file, drawingPath, streams);
@@ -614,7 +637,7 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
         } catch (...) {
             open.forget();
             code = std::max<int>(code, kNotDone);
-            failure = file + ": " + currentExceptionText();
+            failure = file + ": " + currentExceptionText(streams.language);
         }
         if (!failure.empty()) {
             tellError(streams, failure);

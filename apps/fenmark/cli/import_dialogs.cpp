@@ -26,7 +26,7 @@ bool ImportDialogs::showImport(command::ImportDialogState& state) {
     state.reader = sima::SimaReader();
     bool whole = true;
     try {
-        previewFile(state.reader, file_, context);
+        previewFile(state.reader, file_, context, streams_.language);
     } catch (const PreviewBrokenOff&) {
         if (!arguments_.keepPartial) {
             throw;
@@ -76,14 +76,15 @@ bool ImportDialogs::selectAlignment(const std::map<std::string, host::MdDbObject
                          inLanguage(streams_,
                                     "成果の線形がこの読み込みにありません。--alignment NAME "
                                     "で図面の線形を指定できます: " +
-                                        joined(names),
+                                        joined(names, streams_.language),
                                     "results have no alignment in this import; --alignment NAME puts them on one of "
                                     "the drawing, which has: " +
-                                        joined(names)));
+                                        joined(names, streams_.language)));
         }
         return false;
     }
-    const drawing::Alignment& chosen = drawing_.alignment(alignmentNamed(drawing_, file_, *arguments_.alignment));
+    const drawing::Alignment& chosen =
+        drawing_.alignment(alignmentNamed(drawing_, file_, *arguments_.alignment, streams_.language));
     id = chosen.id;
     name = chosen.name;
     return true;

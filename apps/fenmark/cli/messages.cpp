@@ -3,6 +3,7 @@
 
 #include "cli/drawings.h"
 #include "cli/error_blocks.h"
+#include "cli/options.h"
 #include "cli/printable.h"
 #include "command/dialog_rules.h"
 #include "host/boundary/mirdan_exception.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <new>
 #include <ostream>
 #include <system_error>
 #include <utility>
@@ -134,7 +136,9 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
         }
     }
     if (told < blocks) {
-        streams.err << oneLine(file) << ": " << blocks - told << " more in the log\n";
+        streams.err << said(streams.language, Text::MoreInLog,
+                            {{"path", oneLine(file)}, {"count", std::to_string(blocks - told)}})
+                    << '\n';
     }
 }
 
@@ -147,21 +151,21 @@ void tellPassedOver(const Streams& streams, bool quiet, const std::string& file,
     }
 }
 
-void require(const Outcome& outcome, const std::string& before) {
+void require(const Streams& streams, const Outcome& outcome, const std::string& before) {
     if (!outcome) {
-        throw Stop(kNotDone, failed(before + outcome.message, outcome.failure));
+        throw Stop(kNotDone, before + outcome.in(streams.language));
     }
 }
 
-std::string joined(const std::vector<std::string>& names) {
+std::string joined(const std::vector<std::string>& names, Language language) {
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), kNamesTold); ++i) {
         text.append(i == 0 ? "" : ", ").append(names[i]);
     }
     if (names.size() > kNamesTold) {
-        text.append(" and ").append(std::to_string(names.size() - kNamesTold)).append(" more");
+        text += said(language, Text::AndMore, {{"count", std::to_string(names.size() - kNamesTold)}});
     }
-    return names.empty() ? "none" : text;
+    return names.empty() ? said(language, Text::None) : text;
 }
 
 std::string plainReal(double value) {
@@ -170,11 +174,24 @@ std::string plainReal(double value) {
     return error == std::errc() ? std::string(buffer.data(), end) : std::string("nan");
 }
 
-void requireReadableSimFile(const std::string& path) {
+std::string otherExtension(Language language, const std::string& target, const std::string& extensions,
+                           const std::string& other) {
+    const std::string hint =
+        other.empty() ? std::string() : said(language, Text::OtherCommandWrites, {{"command", other}});
+    return said(language, Text::ExtensionMustBe, {{"path", target}, {"extensions", extensions}, {"hint", hint}});
+}
+
+std::string reasonOf(const std::error_code& error, Language language) {
+    return platform::wordedReason(error).in(language);
+}
+
+void requireReadableSimFile(const std::string& path, Language language) {
     const platform::PathState state = platform::lookUp(path);
     const auto unreadable = [&](const std::error_code& error) {
-        return Stop(kNotDone, path + ": cannot be read: " + platform::reasonOf(error));
+        return Stop(kNotDone,
+                    said(language, Text::CannotRead, {{"path", path}, {"reason", reasonOf(error, language)}}));
     };
+    const auto refused = [&](Text text) { return Stop(kNotDone, said(language, text, {{"path", path}})); };
     switch (state.kind) {
     case platform::PathKind::Missing:
     case platform::PathKind::DanglingLink:
@@ -182,14 +199,14 @@ void requireReadableSimFile(const std::string& path) {
     case platform::PathKind::Unknown:
         throw unreadable(state.error);
     case platform::PathKind::Folder:
-        throw Stop(kNotDone, path + ": is a folder, not a SIMA file");
+        throw refused(Text::IsFolder);
     case platform::PathKind::Other: // a pipe or a device would be waited for, and could not be read twice
-        throw Stop(kNotDone, path + ": is not an ordinary file");
+        throw refused(Text::IsNoOrdinaryFile);
     case platform::PathKind::File:
         break;
     }
     if (!endsIn(path, ".sim")) {
-        throw Stop(kNotDone, path + ": not taken for a SIMA file: its name must end in .sim");
+        throw refused(Text::IsNoSimFile);
     }
     if (const std::error_code error = platform::mayRead(path)) {
         throw unreadable(error);
@@ -199,34 +216,47 @@ void requireReadableSimFile(const std::string& path) {
     }
 }
 
-void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context) {
-    const auto brokenOff = [&](const std::exception& error) {
-        return PreviewBrokenOff(kNotDone, path + ":" + std::to_string(reader.lineNumber) +
-                                              ": reading broken off: " + error.what());
+void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context,
+                 Language language) {
+    const auto brokenOff = [&] {
+        return PreviewBrokenOff(kNotDone, said(language, Text::ReadingBrokenOff,
+                                               {{"path", path},
+                                                {"line", std::to_string(reader.lineNumber)},
+                                                {"reason", currentExceptionText(language)}}));
+    };
+    const auto unreadable = [&](const std::error_code& error) {
+        return Stop(kNotDone,
+                    said(language, Text::CannotRead, {{"path", path}, {"reason", reasonOf(error, language)}}));
     };
     try {
         if (reader.previewScan(path, context) != 0) {
-            throw Stop(kNotDone, path + ": cannot be read: " + reader.openError.message());
+            throw unreadable(reader.openError);
         }
     } catch (const sima::ReadFailure& error) {
-        throw Stop(kNotDone, path + ": cannot be read: " + error.code().message());
-    } catch (const sima::ShortRecord& error) {
-        throw brokenOff(error);
-    } catch (const sima::LineTooLong& error) {
-        throw brokenOff(error);
+        throw unreadable(error.code());
+    } catch (const sima::ShortRecord&) {
+        throw brokenOff();
+    } catch (const sima::LineTooLong&) {
+        throw brokenOff();
     }
 }
 
-std::string currentExceptionText() {
+std::string currentExceptionText(Language language) {
     try {
         throw;
     } catch (host::MirdanException* thrown) {
         const std::unique_ptr<host::MirdanException> exception(thrown);
         return exception->message();
+    } catch (const std::bad_alloc&) {
+        return said(language, Text::OutOfMemory);
+    } catch (const sima::ShortRecord&) {
+        return said(language, Text::ShortRecord);
+    } catch (const sima::LineTooLong&) {
+        return said(language, Text::LineTooLong, {{"size", std::to_string(kLongestLine >> 20U)}});
     } catch (const std::exception& exception) {
         return command::brokenOffReason(exception);
     } catch (...) {
-        return "unknown failure";
+        return said(language, Text::UnknownFailure);
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/cli.h"
+#include "cli/texts.h"
 #include "drawing/geopackage/store_notes.h"
 #include "exchange/notes.h"
 #include "sima/log/sima_log.h"
@@ -11,7 +12,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <system_error>
 #include <vector>
 
 namespace fenmark::cli {
@@ -19,8 +20,7 @@ namespace fenmark::cli {
 // Ends the command at hand with a code and one line for the user.
 class Stop : public std::runtime_error {
   public:
-    Stop(int code, const Outcome& failure) : std::runtime_error(failure.message), code_(code) {}
-    Stop(int code, std::string message) : Stop(code, failed(std::move(message))) {}
+    Stop(int code, const std::string& message) : std::runtime_error(message), code_(code) {}
     int code() const { return code_; }
 
   private:
@@ -28,7 +28,7 @@ class Stop : public std::runtime_error {
 };
 
 // Raises Stop where something was not done, with its message behind `before`.
-void require(const Outcome& outcome, const std::string& before = {});
+void require(const Streams& streams, const Outcome& outcome, const std::string& before = {});
 
 // A preview that an exception of a record ended: what stands before that record was counted.
 class PreviewBrokenOff : public Stop {
@@ -79,19 +79,26 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines);
 
 // "a, b, c", or "none". Of many the first ones and how many more there are.
-std::string joined(const std::vector<std::string>& names);
+[[nodiscard]] std::string joined(const std::vector<std::string>& names, Language language);
 
 // A real in plain decimals that reads back to the same 64-bit value.
 std::string plainReal(double value);
 
+// What to say of a target whose extension the command does not write; `other` is the command that does, or empty.
+[[nodiscard]] std::string otherExtension(Language language, const std::string& target, const std::string& extensions,
+                                         const std::string& other);
+
 // Raises Stop unless the file is named *.sim and can be read.
-void requireReadableSimFile(const std::string& path);
+void requireReadableSimFile(const std::string& path, Language language);
 
 // Counts what the file holds into the reader. Raises Stop if the file cannot be read, PreviewBrokenOff at a record that
 // is too short or too long.
-void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context);
+void previewFile(sima::SimaReader& reader, const std::string& path, const sima::ReadContext& context,
+                 Language language);
 
 // What an exception that left a pass says; the exception of the host boundary is thrown as a pointer and deleted here.
-std::string currentExceptionText();
+[[nodiscard]] std::string currentExceptionText(Language language);
+// The system's reason.
+[[nodiscard]] std::string reasonOf(const std::error_code& error, Language language);
 
 } // namespace fenmark::cli

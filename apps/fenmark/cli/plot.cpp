@@ -16,8 +16,10 @@ namespace fenmark::cli {
 
 namespace {
 
-exchange::Plot plotOf(const drawing::Drawing& drawing, const PlotArguments& arguments) {
-    const auto index = [&](const std::string& name) { return alignmentNamed(drawing, arguments.drawing, name); };
+exchange::Plot plotOf(const drawing::Drawing& drawing, const PlotArguments& arguments, Language language) {
+    const auto index = [&](const std::string& name) {
+        return alignmentNamed(drawing, arguments.drawing, name, language);
+    };
     if (arguments.profile) {
         return exchange::plotProfile(drawing, index(*arguments.profile), arguments.options);
     }
@@ -42,8 +44,8 @@ std::string pageName(const std::string& target, std::size_t page, std::size_t pa
     return target.substr(0, point) + "-" + number + target.substr(point);
 }
 
-void write(const std::string& target, const std::function<void(std::ostream&)>& function) {
-    require(exchange::writeFile(target, function));
+void write(const Streams& streams, const std::string& target, const std::function<void(std::ostream&)>& function) {
+    require(streams, exchange::writeFile(target, function));
 }
 
 } // namespace
@@ -53,23 +55,24 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     if (!pdf && !endsIn(arguments.target, ".svg")) {
         const bool exported = exchange::formatOf(arguments.target) != nullptr;
         const bool reported = endsIn(arguments.target, ".html");
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be .svg or .pdf" +
-                                    (exported   ? "; 'fenmark export' writes this one"
-                                     : reported ? "; 'fenmark report' writes this one"
-                                                : ""));
+        throw Stop(kWrongUsage, otherExtension(streams.language, arguments.target,
+                                               ".svg" + said(streams.language, Text::Or) + ".pdf",
+                                               exported   ? "export"
+                                               : reported ? "report"
+                                                          : ""));
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
-    const exchange::Plot plot = plotOf(*drawing, arguments);
+    const exchange::Plot plot = plotOf(*drawing, arguments, streams.language);
     if (!plot.failure.empty()) {
         throw Stop(kNotDone, arguments.drawing + ": " + plot.failure);
     }
     if (pdf) {
         std::ostringstream bytes;
-        require(exchange::writePdf(plot, bytes), arguments.target + ": ");
-        write(arguments.target, [&](std::ostream& out) { out << bytes.str(); });
+        require(streams, exchange::writePdf(plot, bytes), arguments.target + ": ");
+        write(streams, arguments.target, [&](std::ostream& out) { out << bytes.str(); });
     } else {
         for (std::size_t i = 0; i < plot.pages.size(); ++i) {
-            write(pageName(arguments.target, i + 1, plot.pages.size()),
+            write(streams, pageName(arguments.target, i + 1, plot.pages.size()),
                   [&](std::ostream& out) { out << plot.pages[i]; });
         }
         if (plot.pages.size() > 1) {

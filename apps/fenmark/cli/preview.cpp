@@ -55,7 +55,7 @@ void printJson(std::ostream& out, const sima::SimaReader& reader) {
 } // namespace
 
 int runPreview(const PreviewArguments& arguments, const Streams& streams) {
-    requireReadableSimFile(arguments.file);
+    requireReadableSimFile(arguments.file, streams.language);
     ProgressBars bars(streams.terminal != nullptr ? *streams.terminal : streams.err, kPatience, streams.columns);
     sima::ReadContext context;
     if (streams.errIsTerminal && !arguments.quiet) {
@@ -65,7 +65,7 @@ int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     context.encoding = encoding.encoding;
     context.longestLine = kLongestLine;
     sima::SimaReader reader;
-    previewFile(reader, arguments.file, context);
+    previewFile(reader, arguments.file, context, streams.language);
     tellLikelyMisreading(streams, arguments.quiet, arguments.file, encoding);
     if (reader.nothingFound()) {
         tellNothingFound(streams, arguments.quiet, arguments.file);

@@ -1,6 +1,8 @@
 // The progress of a pass as one line on the terminal.
 #include "cli/progress_bar.h"
 
+#include "cli/terminal_text.h"
+
 #include <algorithm>
 #include <ostream>
 #include <string>
@@ -12,16 +14,6 @@ namespace {
 constexpr std::int64_t kSteps = 1000; // the bar moves in tenths of a percent
 constexpr std::size_t kWidth = 40;    // characters
 constexpr std::size_t kAround = 10;   // columns of what stands round a bar, " [", "] 100 %", and of the cursor
-
-// What the text takes on a terminal: a character beyond ASCII is one of Japanese here, which takes two columns.
-std::size_t columnsOf(std::string_view text) {
-    std::size_t columns = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        columns += byte < 0x80 ? 1 : byte >= 0xC0 ? 2 : 0;
-    }
-    return columns;
-}
 
 // A line that is longer than the terminal is wide would wrap, and stay there.
 std::size_t barWidth(std::string_view title, int columns) {

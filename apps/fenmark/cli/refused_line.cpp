@@ -2,6 +2,7 @@
 #include "cli/refused_line.h"
 
 #include "cli/suggestion.h"
+#include "cli/texts.h"
 
 #include <CLI/CLI.hpp>
 
@@ -38,7 +39,7 @@ std::string optionName(const std::string& argument) {
 }
 
 // "; did you mean '--version'?" for "-v": the long option that begins with the letter, where it is the only one.
-std::string longOption(const std::string& name, const std::vector<std::string>& names) {
+std::string longOption(const std::string& name, const std::vector<std::string>& names, Language language) {
     std::string found;
     for (const std::string& known : names) {
         if (known.size() > 3 && known[2] == name[1]) {
@@ -48,11 +49,11 @@ std::string longOption(const std::string& name, const std::vector<std::string>& 
             found = known;
         }
     }
-    return found.empty() ? found : "; did you mean '" + found + "'?";
+    return found.empty() ? found : said(language, Text::DidYouMean, {{"word", found}});
 }
 
 // The first option of the line that the command does not know, in words; empty if it knows them all.
-std::string unknownOption(const CLI::App& command, const std::vector<std::string>& arguments) {
+std::string unknownOption(const CLI::App& command, const std::vector<std::string>& arguments, Language language) {
     const std::vector<std::string> names = optionNames(command);
     for (const std::string& argument : arguments) {
         if (argument == "--") {
@@ -60,8 +61,11 @@ std::string unknownOption(const CLI::App& command, const std::vector<std::string
         }
         const std::string name = optionName(argument);
         if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
-            return command.get_name() + " has no option " + name +
-                   (name.size() == 2 ? longOption(name, names) : suggestion(name, names));
+            return said(
+                language, Text::NoSuchOption,
+                {{"command", command.get_name()},
+                 {"option", name},
+                 {"meant", name.size() == 2 ? longOption(name, names, language) : suggestion(name, names, language)}});
         }
     }
     return {};
@@ -88,26 +92,64 @@ std::string withCommas(const std::vector<std::string>& words) {
 }
 
 // What to say of an option in front of the command; empty if there is none, or if it may stand there.
-std::string optionInFront(const CLI::App& app, const std::vector<std::string>& arguments) {
+std::string optionInFront(const CLI::App& app, const std::vector<std::string>& arguments, Language language) {
     const std::string option = arguments.empty() ? std::string() : optionName(arguments.front());
-    if (option.empty() || unknownOption(app, {option}).empty()) {
+    if (option.empty() || unknownOption(app, {option}, language).empty()) {
         return {};
     }
     const std::vector<std::string> having = commandsWith(app, option);
-    return having.empty() ? unknownOption(app, {option})
-                          : option + " stands behind a command that has it (" + withCommas(having) + ")";
+    return having.empty()
+               ? unknownOption(app, {option}, language)
+               : said(language, Text::OptionBehindCommand, {{"option", option}, {"commands", withCommas(having)}});
 }
 
-// "--zone needs a value: 1..19" for the parser's "--zone: 1 required 1..19 missing".
-std::string withoutValue(const std::string& said) {
-    constexpr std::string_view kRequired = ": 1 required ";
-    constexpr std::string_view kMissing = " missing";
-    const std::size_t at = said.find(kRequired);
-    if (at == std::string::npos || !said.ends_with(kMissing)) {
-        return said;
+// The part of a text before a mark, or all of it.
+std::string before(const std::string& text, std::string_view mark) {
+    return text.substr(0, text.find(mark));
+}
+
+// The values that an option takes, as its help names them.
+std::string valuesOf(const CLI::Option& option) {
+    const std::string name = option.get_type_name();
+    return name == "N" ? "1..100000000" : name;
+}
+
+// What the parser says of the values of one option, in the user's words. It has its own words alone.
+std::string withValue(const CLI::App& command, const CLI::ParseError& error, Language language) {
+    const std::string name = before(error.what(), ": ");
+    const CLI::Option* const option = command.get_option_no_throw(name);
+    if (option == nullptr) {
+        return error.what();
     }
-    const std::size_t value = at + kRequired.size();
-    return said.substr(0, at) + " needs a value: " + said.substr(value, said.size() - kMissing.size() - value);
+    if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr && !option->results().empty()) {
+        return said(language, Text::BadValue,
+                    {{"option", name}, {"value", option->results().back()}, {"values", valuesOf(*option)}});
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+        if (option->results().size() > 1) {
+            return said(language, Text::GivenTwice, {{"option", name}});
+        }
+        return said(language, Text::NeedsValue, {{"option", name}, {"values", valuesOf(*option)}});
+    }
+    return error.what();
+}
+
+std::string inOurWords(const CLI::App& command, const CLI::ParseError& error, Language language) {
+    const std::string text = error.what();
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+        return said(language, Text::Required, {{"name", before(text, " is required")}});
+    }
+    if (constexpr std::string_view kExcludes = " excludes ";
+        dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr && text.find(kExcludes) != std::string::npos) {
+        return said(
+            language, Text::Excludes,
+            {{"option", before(text, kExcludes)}, {"other", text.substr(text.find(kExcludes) + kExcludes.size())}});
+    }
+    if (constexpr std::string_view kColon = ": ";
+        dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && text.find(kColon) != std::string::npos) {
+        return said(language, Text::TooManyArguments, {{"arguments", text.substr(text.find(kColon) + kColon.size())}});
+    }
+    return withValue(command, error, language);
 }
 
 } // namespace
@@ -120,27 +162,28 @@ std::vector<std::string> commandNames(const CLI::App& app) {
     return names;
 }
 
-std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments) {
+std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments, Language language) {
     const std::vector<std::string> names = commandNames(app);
-    const std::string commands = "; the commands are " + withCommas(names);
-    if (const std::string option = optionInFront(app, arguments); !option.empty()) {
+    const std::string commands = said(language, Text::CommandsAre, {{"commands", withCommas(names)}});
+    if (const std::string option = optionInFront(app, arguments, language); !option.empty()) {
         return option + commands;
     }
     const auto word = std::find_if(arguments.begin(), arguments.end(),
                                    [](const std::string& argument) { return !argument.starts_with('-'); });
     if (word == arguments.end()) {
-        return "no command is given" + commands;
+        return said(language, Text::NoCommand) + commands;
     }
-    return "there is no command '" + *word + "'" + commands + suggestion(*word, names);
+    return said(language, Text::UnknownCommand, {{"word", *word}}) + commands + suggestion(*word, names, language);
 }
 
-std::string refusal(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+std::string refusal(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments,
+                    Language language) {
     const std::vector<CLI::App*> chosen = app.get_subcommands();
-    if (chosen.empty() || !optionInFront(app, arguments).empty()) {
-        return withoutCommand(app, arguments);
+    if (chosen.empty() || !optionInFront(app, arguments, language).empty()) {
+        return withoutCommand(app, arguments, language);
     }
-    const std::string unknown = unknownOption(*chosen.front(), arguments);
-    return unknown.empty() ? withoutValue(error.what()) : unknown;
+    const std::string unknown = unknownOption(*chosen.front(), arguments, language);
+    return unknown.empty() ? inOurWords(*chosen.front(), error, language) : unknown;
 }
 
 } // namespace fenmark::cli

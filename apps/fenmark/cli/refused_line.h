@@ -1,6 +1,8 @@
 // What to say of a command line that the parser refused.
 #pragma once
 
+#include "values/language.h"
+
 #include <string>
 #include <vector>
 
@@ -14,10 +16,11 @@ namespace fenmark::cli {
 [[nodiscard]] std::vector<std::string> commandNames(const CLI::App& app);
 
 // Of a line that names no command.
-[[nodiscard]] std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments);
+[[nodiscard]] std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments,
+                                         Language language);
 
 // Of any other.
 [[nodiscard]] std::string refusal(const CLI::App& app, const CLI::ParseError& error,
-                                  const std::vector<std::string>& arguments);
+                                  const std::vector<std::string>& arguments, Language language);
 
 } // namespace fenmark::cli

@@ -9,10 +9,10 @@
 #include "sima/text/path.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <system_error>
 
 namespace fenmark::cli {
 
@@ -23,12 +23,13 @@ std::string_view withoutLineEnd(std::string_view line) {
 }
 
 // The error blocks of a log: a line that begins with the code, and under it the record.
-std::vector<exchange::LogError> errorsIn(const std::string& path, const std::string& name) {
+std::vector<exchange::LogError> errorsIn(const std::string& path, const std::string& name, Language language) {
     errno = 0;
     std::ifstream file(sima::pathOf(path), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (!file.is_open() || file.bad()) {
-        throw Stop(kNotDone, path + ": cannot be read: " + std::strerror(errno != 0 ? errno : EIO));
+        const std::error_code why(errno != 0 ? errno : EIO, std::generic_category());
+        throw Stop(kNotDone, said(language, Text::CannotRead, {{"path", path}, {"reason", reasonOf(why, language)}}));
     }
     std::string text;
     sima::decodeCp932(text, bytes);
@@ -54,22 +55,23 @@ std::vector<exchange::LogError> errorsIn(const std::string& path, const std::str
 int runReport(const ReportArguments& arguments, const Streams& streams) {
     const bool html = endsIn(arguments.target, ".html") || endsIn(arguments.target, ".htm");
     if (!html && !endsIn(arguments.target, ".csv")) {
-        throw Stop(kWrongUsage, arguments.target + ": the extension must be .html or .csv");
+        throw Stop(kWrongUsage, otherExtension(streams.language, arguments.target,
+                                               ".html" + said(streams.language, Text::Or) + ".csv", {}));
     }
     exchange::ReportOptions options = arguments.options;
     for (const std::string& log : arguments.logs) {
         const std::string name = sima::textOfPath(log.substr(sima::fileNameStart(log)));
         options.logs.push_back(name);
-        std::vector<exchange::LogError> errors = errorsIn(log, name);
+        std::vector<exchange::LogError> errors = errorsIn(log, name, streams.language);
         options.errors.insert(options.errors.end(), std::make_move_iterator(errors.begin()),
                               std::make_move_iterator(errors.end()));
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     exchange::Notes notes;
-    require(exchange::writeFile(arguments.target, [&](std::ostream& out) {
-        notes = exchange::writeReport(*drawing, options,
-                                      html ? exchange::ReportFormat::Html : exchange::ReportFormat::Csv, out);
-    }));
+    require(streams, exchange::writeFile(arguments.target, [&](std::ostream& out) {
+                notes = exchange::writeReport(*drawing, options,
+                                              html ? exchange::ReportFormat::Html : exchange::ReportFormat::Csv, out);
+            }));
     tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }

@@ -12,7 +12,7 @@ namespace fenmark::cli {
 
 int runStakes(const StakesArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::WithoutEntities, streams);
-    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
+    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment, streams.language);
     const exchange::Stakes stakes = exchange::stakesOf(*drawing, index, arguments.options);
     if (!stakes.failure.empty()) {
         throw Stop(kNotDone, arguments.alignment + ": " + stakes.failure);
@@ -24,8 +24,9 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
         exchange::writeStakes(stakes, arguments.format, streams.out);
         return kDone;
     }
-    require(exchange::writeFile(*arguments.target,
-                                [&](std::ostream& out) { exchange::writeStakes(stakes, arguments.format, out); }));
+    require(streams, exchange::writeFile(*arguments.target, [&](std::ostream& out) {
+                exchange::writeStakes(stakes, arguments.format, out);
+            }));
     return kDone;
 }
 

@@ -27,15 +27,16 @@ bool looksExchanged(const drawing::AlignmentGeometry& geometry, const LocateArgu
 
 int runStation(const StationArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
-    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
+    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment, streams.language);
     const auto& geometry = drawing->geometry(index);
     const auto point = geometry.pointAt(arguments.station, arguments.offset);
     if (!point) {
-        const std::string reach = geometry.empty() ? std::string("it has no elements")
-                                                   : "it runs from " + plainReal(geometry.startStation()) + " to " +
-                                                         plainReal(geometry.endStation());
-        throw Stop(kNotDone, "station " + plainReal(arguments.station) + " lies outside the alignment '" +
-                                 arguments.alignment + "': " + reach);
+        const Text why = geometry.empty() ? Text::StationOfNothing : Text::StationOutside;
+        throw Stop(kNotDone, said(streams.language, why,
+                                  {{"station", plainReal(arguments.station)},
+                                   {"name", arguments.alignment},
+                                   {"start", plainReal(geometry.startStation())},
+                                   {"end", plainReal(geometry.endStation())}}));
     }
     if (arguments.json) {
         streams.out << "{\"x\":" << plainReal(point->x) << ",\"y\":" << plainReal(point->y) << "}\n";
@@ -47,10 +48,10 @@ int runStation(const StationArguments& arguments, const Streams& streams) {
 
 int runLocate(const LocateArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
-    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment);
+    const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment, streams.language);
     const auto located = drawing->geometry(index).locate({arguments.x, arguments.y});
     if (!located) {
-        throw Stop(kNotDone, "the alignment '" + arguments.alignment + "' has no elements");
+        throw Stop(kNotDone, said(streams.language, Text::NoElements, {{"name", arguments.alignment}}));
     }
     if (arguments.json) {
         streams.out << "{\"station\":" << plainReal(located->station) << ",\"offset\":" << plainReal(located->offset)

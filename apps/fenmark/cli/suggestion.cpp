@@ -1,6 +1,8 @@
 // "Did you mean": the known word nearest to one that was mistyped.
 #include "cli/suggestion.h"
 
+#include "cli/texts.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <vector>
@@ -69,9 +71,9 @@ std::string nearestWord(std::string_view typed, std::span<const std::string> wor
     return nearest;
 }
 
-std::string suggestion(std::string_view typed, std::span<const std::string> words) {
+std::string suggestion(std::string_view typed, std::span<const std::string> words, Language language) {
     const std::string nearest = nearestWord(typed, words);
-    return nearest.empty() ? std::string() : "; did you mean '" + nearest + "'?";
+    return nearest.empty() ? std::string() : said(language, Text::DidYouMean, {{"word", nearest}});
 }
 
 } // namespace fenmark::cli

@@ -1,6 +1,8 @@
 // "Did you mean": the known word nearest to one that was mistyped.
 #pragma once
 
+#include "values/language.h"
+
 #include <span>
 #include <string>
 #include <string_view>
@@ -9,9 +11,9 @@ namespace fenmark::cli {
 
 // The word that differs by the fewest characters left out, put in, changed or exchanged with their neighbour, at most
 // two and fewer than half of them; empty if there is none.
-std::string nearestWord(std::string_view typed, std::span<const std::string> words);
+[[nodiscard]] std::string nearestWord(std::string_view typed, std::span<const std::string> words);
 
 // "; did you mean 'word'?", or nothing.
-std::string suggestion(std::string_view typed, std::span<const std::string> words);
+[[nodiscard]] std::string suggestion(std::string_view typed, std::span<const std::string> words, Language language);
 
 } // namespace fenmark::cli

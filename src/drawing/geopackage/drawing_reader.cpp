@@ -13,8 +13,9 @@ namespace fenmark::drawing {
 
 namespace {
 
-[[noreturn]] void damaged(const char* what, std::int64_t id) {
-    throw StoreFailure{Failure::Damaged, std::string(what) + " " + std::to_string(id)};
+[[noreturn]] void damaged(const Worded& what, std::int64_t id) {
+    throw StoreFailure{Failure::Damaged,
+                       {what.english + " " + std::to_string(id), what.japanese + " " + std::to_string(id)}};
 }
 
 // A radius of NULL is infinite, and so is a length: a chord between absurd coordinates has no other.
@@ -41,7 +42,7 @@ Element readElement(const Statement& row, std::int64_t alignment) {
     element.id = static_cast<std::int32_t>(row.integer(0));
     const std::string_view type = row.text(1);
     if (type != "S" && type != "R" && type != "A") {
-        damaged("an element of alignment", alignment);
+        damaged({"an element of alignment", "線形の要素、線形"}, alignment);
     }
     element.type = static_cast<ElementType>(type.front());
     element.start = {row.real(2), row.real(3)};
@@ -52,7 +53,7 @@ Element readElement(const Statement& row, std::int64_t alignment) {
     element.endRadius = radius(row, 9);
     element.clockwise = row.integer(10) != 0;
     if (!(element.length >= 0.0) || !(element.startRadius > 0.0) || !(element.endRadius > 0.0)) {
-        damaged("an element of alignment", alignment);
+        damaged({"an element of alignment", "線形の要素、線形"}, alignment);
     }
     return element;
 }
@@ -70,10 +71,10 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
     }
     Statement row(connection, sql::kReadDrawing);
     if (!row.step()) {
-        throw StoreFailure{Failure::Damaged, "its settings are missing"};
+        throw StoreFailure{Failure::Damaged, {"its settings are missing", "設定がありません"}};
     }
     if (row.integer(0) > sql::kFormat) {
-        throw StoreFailure{Failure::NotOurs, "a later version made it"};
+        throw StoreFailure{Failure::NotOurs, {"a later version made it", "新しい版のプログラムが作ったものです"}};
     }
     DrawingHead head;
     head.lastId = static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(1), 0));
@@ -118,7 +119,7 @@ void DrawingReader::readNamed() {
     drawing_.sites_ = readNames<Site>(connection_, sql::kReadSites);
     drawing_.tables_ = readNames<ObjectDataTable>(connection_, sql::kReadTables);
     if (drawing_.layers_.empty()) {
-        throw StoreFailure{Failure::Damaged, "it has no layer"};
+        throw StoreFailure{Failure::Damaged, {"it has no layer", "レイヤがありません"}};
     }
     drawing_.zone_ = head_.zone;
     drawing_.currentLayer_ = drawing_.findLayer(MdDbObjectId(head_.currentLayer)).value_or(0);
@@ -214,7 +215,7 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::uint64_t id)
     const std::int64_t fid = row.integer(0);
     const char* const table = isPolyline ? "polylines" : "points";
     if (fid <= 0) {
-        damaged(isPolyline ? "polyline" : "point", fid);
+        damaged(isPolyline ? Worded("polyline", "線") : Worded("point", "点"), fid);
     }
     if (row.isNull(1)) {
         if (!isPolyline) {
@@ -224,7 +225,7 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::uint64_t id)
     } else {
         const BlobRead read = readBlob(row.blob(1), vertices_);
         if (read.kind == BlobKind::Malformed) {
-            damaged(isPolyline ? "polyline" : "point", fid);
+            damaged(isPolyline ? Worded("polyline", "線") : Worded("point", "点"), fid);
         }
         if (read.kind == BlobKind::Empty) {
             return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);

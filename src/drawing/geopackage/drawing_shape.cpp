@@ -72,8 +72,13 @@ bool isComputed(std::string_view value) {
     return call != std::string_view::npos && value.front() != '\'' && !isTime;
 }
 
-[[noreturn]] void reshaped(const std::string& what) {
+[[noreturn]] void reshaped(const Worded& what) {
     throw StoreFailure{Failure::Reshaped, what};
+}
+
+Worded lacksColumn(const std::string& table, const std::string& column) {
+    return {"its table '" + table + "' has no column '" + column + "'; was it renamed?",
+            "表「" + table + "」に列「" + column + "」がありません。名前が変えられていませんか"};
 }
 
 } // namespace
@@ -114,12 +119,14 @@ DrawingShape::DrawingShape(Connection& connection) {
             std::vector<const char*> columns = expected.columns;
             columns.insert(columns.end(), expected.attributes.begin(), expected.attributes.end());
             const std::string other = renamedTo(connection, columns);
-            reshaped("its table '" + table + "' is missing" +
-                     (other.empty() ? std::string() : "; it seems to be named '" + other + "' now"));
+            reshaped({"its table '" + table + "' is missing" +
+                          (other.empty() ? std::string() : "; it seems to be named '" + other + "' now"),
+                      "表「" + table + "」がありません" +
+                          (other.empty() ? std::string() : "。名前が「" + other + "」に変わったようです")});
         }
         for (const char* column : expected.columns) {
             if (!hasColumn(table, column)) {
-                reshaped("its table '" + table + "' has no column '" + column + "'; was it renamed?");
+                reshaped(lacksColumn(table, column));
             }
         }
         for (const char* column : expected.attributes) {
@@ -140,10 +147,12 @@ bool DrawingShape::read(Connection& connection, const char* table) {
         return false;
     }
     if (item.text(0) != "table" || !item.text(1).starts_with("CREATE TABLE ")) {
-        reshaped("its table '" + std::string(table) + "' was replaced by a view or a table of another kind");
+        reshaped({"its table '" + std::string(table) + "' was replaced by a view or a table of another kind",
+                  "表「" + std::string(table) + "」がビューまたは別の種類の表に置き換えられています"});
     }
     if (hasCheck(item.text(1))) {
-        computed_.push_back("a CHECK of the table '" + std::string(table) + "'");
+        computed_.push_back(
+            {"a CHECK of the table '" + std::string(table) + "'", "表「" + std::string(table) + "」のCHECK"});
     }
     Columns columns;
     Columns generated;
@@ -157,17 +166,20 @@ bool DrawingShape::read(Connection& connection, const char* table) {
         if (hidden != kVirtual && hidden != kStored) {
             columns.insert(column);
             if (!isOurs(table, column) && isComputed(rows.text(3))) {
-                computed_.push_back("the default of the column '" + std::string(table) + "." + column + "'");
+                computed_.push_back({"the default of the column '" + std::string(table) + "." + column + "'",
+                                     "列「" + std::string(table) + "." + column + "」の既定値"});
             }
             continue;
         }
         // One that takes the place of ours would be run to be read.
         if (isOurs(table, column)) {
-            reshaped("its column '" + std::string(table) + "." + column + "' was replaced by a generated one");
+            reshaped({"its column '" + std::string(table) + "." + column + "' was replaced by a generated one",
+                      "列「" + std::string(table) + "." + column + "」が生成列に置き換えられています"});
         }
         generated.insert(column);
         if (hidden == kStored || rows.integer(2) != 0) {
-            computed_.push_back("the generated column '" + std::string(table) + "." + column + "'");
+            computed_.push_back({"the generated column '" + std::string(table) + "." + column + "'",
+                                 "生成列「" + std::string(table) + "." + column + "」"});
         }
     }
     readIndexes(connection, table, generated);
@@ -190,7 +202,8 @@ void DrawingShape::readIndexes(Connection& connection, const std::string& table,
                 computes || columns.integer(0) == kExpression || generated.find(columns.text(1)) != generated.end();
         }
         if (computes) {
-            computed_.push_back("the index '" + name + "' of the table '" + table + "'");
+            computed_.push_back({"the index '" + name + "' of the table '" + table + "'",
+                                 "表「" + table + "」のインデックス「" + name + "」"});
         }
     }
 }
@@ -230,11 +243,12 @@ bool DrawingShape::hasColumn(std::string_view table, std::string_view column) co
 void DrawingShape::requireWritable() const {
     for (const StoreNote& note : notes_) {
         if (note.code == StoreNoteCode::MissingColumn) {
-            reshaped("its table '" + note.table + "' has no column '" + note.name + "'; was it renamed?");
+            reshaped(lacksColumn(note.table, note.name));
         }
     }
     if (!computed_.empty()) {
-        reshaped(computed_.front() + " would have to be computed by the file whenever a row is written");
+        reshaped({computed_.front().english + " would have to be computed by the file whenever a row is written",
+                  "行を書くたびに" + computed_.front().japanese + "をファイルに計算させることになります"});
     }
 }
 

@@ -8,57 +8,80 @@
 #include "drawing/geopackage/sqlite_handles.h"
 #include "platform/files.h"
 
+#include <array>
+#include <cstddef>
 #include <new>
 #include <random>
+#include <string_view>
 
 namespace fenmark::drawing {
 
-std::string storeMessage(Failure failure, const std::string& path, const std::string& detail) {
-    const auto told = [&](const char* text) {
-        return path + ": " + text + (detail.empty() ? "" : " (" + detail + ")");
-    };
-    switch (failure) {
-    case Failure::None:
-        return {};
-    case Failure::NotFound:
-        return path + ": there is no such drawing";
-    case Failure::NoFolder:
-        return path + ": cannot be made: its folder does not exist";
-    case Failure::NotAFile:
-        return path + ": is not a file";
-    case Failure::NotADrawing:
-        return path + ": is not a drawing";
-    case Failure::NotOurs:
-        return told("is a database, but not a drawing of this program");
-    case Failure::NotReadable:
-        return told("cannot be read");
-    case Failure::NotWritable:
-        return told("cannot be written");
-    case Failure::DiskFull:
-        return path + ": the disk is full; the drawing on disk is as it was";
-    case Failure::Locked:
-        return path + ": is held by another program";
-    case Failure::Damaged:
-        return told("is damaged");
-    case Failure::ChangedOutside:
-        return path + ": was changed by another program since it was opened";
-    case Failure::AppearedMeanwhile:
-        return path + ": was made by another program meanwhile; it is left as that program made it";
-    case Failure::DanglingLink:
-        return told("is a link that leads to nothing");
-    case Failure::Unreachable:
-        return told("cannot be looked up");
-    case Failure::Reshaped:
-        return told("was changed by another program and cannot be used as it is");
-    case Failure::Failed:
-        break;
+namespace {
+
+struct FailureText {
+    Failure failure;
+    bool hasDetail; // stands behind it
+    std::string_view english;
+    std::string_view japanese;
+};
+
+constexpr std::array<FailureText, static_cast<std::size_t>(kLastFailure) + 1> kFailureTexts = {{
+    {Failure::None, false, "", ""},
+    {Failure::NotFound, false, "there is no such drawing", "図面がありません"},
+    {Failure::NoFolder, false, "cannot be made: its folder does not exist", "フォルダがないため作れません"},
+    {Failure::NotAFile, false, "is not a file", "ファイルではありません"},
+    {Failure::NotADrawing, false, "is not a drawing", "図面ではありません"},
+    {Failure::NotOurs, true, "is a database, but not a drawing of this program",
+     "データベースですが、このプログラムの図面ではありません"},
+    {Failure::NotReadable, true, "cannot be read", "読めません"},
+    {Failure::NotWritable, true, "cannot be written", "書き込めません"},
+    {Failure::DiskFull, false, "the disk is full; the drawing on disk is as it was",
+     "ディスクの空きがありません。図面ファイルは元のままです"},
+    {Failure::Locked, false, "is held by another program", "他のプログラムが使用しています"},
+    {Failure::Damaged, true, "is damaged", "壊れています"},
+    {Failure::ChangedOutside, false, "was changed by another program since it was opened",
+     "開いた後に他のプログラムが変更しました"},
+    {Failure::AppearedMeanwhile, false, "was made by another program meanwhile; it is left as that program made it",
+     "その間に他のプログラムが作成しました。そのファイルは変更していません"},
+    {Failure::DanglingLink, true, "is a link that leads to nothing", "リンク先がありません"},
+    {Failure::Unreachable, true, "cannot be looked up", "調べられません"},
+    {Failure::Reshaped, true, "was changed by another program and cannot be used as it is",
+     "他のプログラムが変更したため、このままでは使えません"},
+    {Failure::Failed, true, "could not be read or written", "読み書きできません"},
+}};
+
+constexpr bool inOrder() {
+    for (std::size_t i = 0; i < kFailureTexts.size(); ++i) {
+        const FailureText& text = kFailureTexts[i];
+        if (static_cast<std::size_t>(text.failure) != i || text.english.empty() != (i == 0) ||
+            text.japanese.empty() != (i == 0)) {
+            return false;
+        }
     }
-    return told("could not be read or written");
+    return true;
+}
+static_assert(inOrder(), "every failure has its texts, in the order of the enumeration");
+
+std::string told(const std::string& path, std::string_view text, const std::string& detail) {
+    std::string line = path + ": ";
+    line.append(text);
+    return detail.empty() ? line : line + " (" + detail + ")";
+}
+
+} // namespace
+
+Worded storeMessage(Failure failure, const std::string& path, const Worded& detail) {
+    if (failure == Failure::None) {
+        return {};
+    }
+    const FailureText& text = kFailureTexts[static_cast<std::size_t>(failure)];
+    const Worded shown = text.hasDetail ? detail : Worded();
+    return {told(path, text.english, shown.english), told(path, text.japanese, shown.japanese)};
 }
 
 namespace {
 
-Outcome failedAt(const std::string& path, Failure failure, const std::string& detail = {}) {
+Outcome failedAt(const std::string& path, Failure failure, const Worded& detail = {}) {
     return failed(storeMessage(failure, path, detail), failure);
 }
 
@@ -74,7 +97,7 @@ void throwIf(const std::error_code& error) {
                                 : platform::isHeld(error)   ? Failure::Locked
                                 : platform::isDenied(error) ? Failure::NotWritable
                                                             : Failure::Failed;
-        throw StoreFailure{meaning, platform::reasonOf(error)};
+        throw StoreFailure{meaning, platform::wordedReason(error)};
     }
 }
 
@@ -87,7 +110,7 @@ Outcome guarded(const std::string& path, Action action) {
     } catch (const StoreFailure& failure) {
         return failedAt(path, failure.failure, failure.detail);
     } catch (const std::bad_alloc&) {
-        return failedAt(path, Failure::Failed, "out of memory");
+        return failedAt(path, Failure::Failed, {"out of memory", "メモリが足りません"});
     }
 }
 
@@ -112,7 +135,7 @@ DrawingStore::~DrawingStore() = default;
 Outcome DrawingStore::openOrBegin(const std::string& path, Drawing& drawing, Load load) {
     const platform::PathState state = platform::lookUp(path);
     if (state.kind == platform::PathKind::Unknown) { // asked again, the system might say that nothing is there
-        return failedAt(path, Failure::Unreachable, platform::reasonOf(state.error));
+        return failedAt(path, Failure::Unreachable, platform::wordedReason(state.error));
     }
     if (state.kind != platform::PathKind::Missing) {
         return open(path, drawing, load);
@@ -149,7 +172,8 @@ Outcome DrawingStore::open(const std::string& path, Drawing& drawing, Load load)
             if (failure.failure == Failure::NotWritable) {
                 failure.failure = Failure::NotReadable;
                 if (hasJournal(path)) {
-                    failure.detail = "a save was broken off; open it once where it can be written";
+                    failure.detail = {"a save was broken off; open it once where it can be written",
+                                      "保存が中断されています。一度、書き込める場所で開いてください"};
                 }
             }
             throw;

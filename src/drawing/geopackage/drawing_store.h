@@ -62,6 +62,6 @@ class DrawingStore {
 };
 
 // The message that stands for a kind of failure, for a file.
-std::string storeMessage(Failure failure, const std::string& path, const std::string& detail = {});
+[[nodiscard]] Worded storeMessage(Failure failure, const std::string& path, const Worded& detail = {});
 
 } // namespace fenmark::drawing

@@ -17,8 +17,13 @@ namespace {
 constexpr std::size_t kWriteVersionOffset = 18; // of a database's header: 2 where a write-ahead log is used
 constexpr char kWriteAheadLog = 2;
 
-StoreFailure denied(Failure failure, const std::error_code& why, const char* of = "") {
-    return {failure, of + platform::reasonOf(why)};
+StoreFailure denied(Failure failure, const std::error_code& why) {
+    return {failure, platform::wordedReason(why)};
+}
+
+StoreFailure folderDenied(Failure failure, const std::error_code& why) {
+    const Worded reason = platform::wordedReason(why);
+    return {failure, {"its folder: " + reason.english, "フォルダ: " + reason.japanese}};
 }
 
 // What is there, if it is no ordinary file that can be judged further.
@@ -29,7 +34,7 @@ void requireFile(const PathState& state) {
     case PathKind::Missing:
         throw StoreFailure{Failure::NotFound, {}};
     case PathKind::DanglingLink:
-        throw StoreFailure{Failure::DanglingLink, "to '" + state.leadsTo + "'"};
+        throw StoreFailure{Failure::DanglingLink, Worded("to '" + state.leadsTo + "'", "リンク先: " + state.leadsTo)};
     case PathKind::Unknown:
         throw denied(Failure::Unreachable, state.error);
     case PathKind::Folder:
@@ -41,7 +46,7 @@ void requireFile(const PathState& state) {
 
 void requireFolder(const std::string& file) {
     if (const std::error_code error = platform::mayWrite(platform::folderOf(file))) {
-        throw denied(Failure::NotWritable, error, "its folder: ");
+        throw folderDenied(Failure::NotWritable, error);
     }
 }
 
@@ -72,7 +77,7 @@ void requireReplaceable(const std::string& path) {
         return requireWritable(path);
     }
     if (state.kind == PathKind::Unknown && state.error == std::errc::not_a_directory) {
-        throw denied(Failure::NotWritable, state.error, "its folder: ");
+        throw folderDenied(Failure::NotWritable, state.error);
     }
     if (state.kind != PathKind::Missing) {
         return requireFile(state);
@@ -85,11 +90,11 @@ void requireReplaceable(const std::string& path) {
     case PathKind::DanglingLink:
         throw StoreFailure{Failure::NoFolder, {}};
     case PathKind::Unknown:
-        throw denied(Failure::Unreachable, folder.error, "its folder: ");
+        throw folderDenied(Failure::Unreachable, folder.error);
     default:
         break;
     }
-    throw denied(Failure::NotWritable, std::make_error_code(std::errc::not_a_directory), "its folder: ");
+    throw folderDenied(Failure::NotWritable, std::make_error_code(std::errc::not_a_directory));
 }
 
 bool hasJournal(const std::string& path) {

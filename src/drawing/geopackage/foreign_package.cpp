@@ -57,7 +57,7 @@ struct Plane {
     friend bool operator==(const Plane&, const Plane&) = default;
 };
 
-[[noreturn]] void refuse(const std::string& why) {
+[[noreturn]] void refuse(const Worded& why) {
     throw StoreFailure{Failure::NotOurs, why};
 }
 
@@ -77,9 +77,11 @@ Plane planeOf(const Statement& row, int zone) {
     }
     if (row.text(3).empty() || srs == 0 || lower(row.text(3)) == "none") {
         if (zone == 0) {
-            refuse("the table '" + table +
-                   "' does not tell its reference system; --zone 1..19 takes it as metres of that"
-                   " plane rectangular zone");
+            refuse({"the table '" + table +
+                        "' does not tell its reference system; --zone 1..19 takes it as metres of that"
+                        " plane rectangular zone",
+                    "表「" + table +
+                        "」に座標系の指定がありません。--zone 1..19 を付けると平面直角座標系のその系として読みます"});
         }
         return {zone, kDatums[0].name};
     }
@@ -91,10 +93,11 @@ Plane planeOf(const Statement& row, int zone) {
             }
         }
     }
-    refuse(
-        "the table '" + table + "' is in '" + std::string(row.text(5)) +
-        "', and not in metres of a plane rectangular zone; bring it into one first, as by ogr2ogr -t_srs EPSG:6677 for"
-        " zone 9");
+    refuse({"the table '" + table + "' is in '" + std::string(row.text(5)) +
+                "', and not in metres of a plane rectangular zone; bring it into one first, as by ogr2ogr -t_srs"
+                " EPSG:6677 for zone 9",
+            "表「" + table + "」の座標系は「" + std::string(row.text(5)) +
+                "」で、平面直角座標系ではありません。先に変換してください(例: 9系は ogr2ogr -t_srs EPSG:6677)"});
 }
 
 std::string columnAmong(std::span<const std::string_view> wanted, const std::vector<std::string>& columns) {
@@ -131,7 +134,9 @@ class PackageReader {
             readTable(table);
         }
         if (package_.drawing.entityCount() == 0) {
-            refuse("no table holds points or polygons" + leftOutText(": "));
+            const Worded leftOut = leftOutText();
+            refuse({"no table holds points or polygons" + leftOut.english,
+                    "点または面を持つ表がありません" + leftOut.japanese});
         }
         if (plane_->datum != nullptr && plane_->datum != kDatums[0].name) {
             note({StoreNoteCode::OtherDatum, {}, plane_->datum, static_cast<std::uint64_t>(plane_->zone), 0, {}});
@@ -159,13 +164,14 @@ class PackageReader {
             }
             const Plane plane = planeOf(rows, zone_);
             if (plane_ && *plane_ != plane) {
-                refuse("its tables are in several reference systems; bring them into one first, as by ogr2ogr -t_srs");
+                refuse({"its tables are in several reference systems; bring them into one first, as by ogr2ogr -t_srs",
+                        "表の座標系が1つではありません。先に1つに変換してください(例: ogr2ogr -t_srs)"});
             }
             plane_ = plane;
             tables.push_back(std::move(table));
         }
         if (tables.empty()) {
-            refuse("it has no table of features");
+            refuse({"it has no table of features", "地物の表がありません"});
         }
         return tables;
     }
@@ -261,10 +267,11 @@ class PackageReader {
         ++leftOut_.try_emplace(what + " in '" + table + "'", first).first->second.count;
     }
 
-    std::string leftOutText(const std::string& before) const {
-        std::string text;
+    Worded leftOutText() const {
+        Worded text;
         for (const auto& [what, found] : leftOut_) {
-            text += (text.empty() ? before : ", ") + std::to_string(found.count) + " " + what;
+            text.english += (text.empty() ? ": " : ", ") + std::to_string(found.count) + " " + what;
+            text.japanese += (text.japanese.empty() ? "。" : "、") + noteText(found, Language::Japanese);
         }
         return text;
     }
@@ -292,7 +299,9 @@ Outcome readForeignPackage(const std::string& path, int zone, ForeignPackage& pa
         return {};
     } catch (const StoreFailure& failure) {
         if (failure.failure == Failure::NotOurs && !failure.detail.empty()) {
-            return failed(path + ": cannot be taken: " + failure.detail, failure.failure);
+            return failed({path + ": cannot be taken: " + failure.detail.english,
+                           path + ": 取り込めません: " + failure.detail.japanese},
+                          failure.failure);
         }
         return failed(storeMessage(failure.failure, path, failure.detail), failure.failure);
     }

@@ -232,7 +232,7 @@ void Connection::fail(int code) const {
     }
     const int systemError = handle == nullptr ? 0 : systemErrorOf(handle);
     if ((code & 0xFF) == SQLITE_CORRUPT && isReadFailure(systemError)) {
-        throw StoreFailure{meaningOf(code, systemError), platform::reasonOf(platform::errorOfNumber(systemError))};
+        throw StoreFailure{meaningOf(code, systemError), platform::wordedReason(platform::errorOfNumber(systemError))};
     }
     throw StoreFailure{meaningOf(code, systemError), text};
 }

@@ -17,7 +17,7 @@ namespace fenmark::drawing {
 // Thrown and caught within the store.
 struct StoreFailure {
     Failure failure = Failure::Failed;
-    std::string detail;
+    Worded detail; // behind the kind of failure
 };
 
 // A connection runs this program's statements and nothing else: no trigger, no view and no function that a file names,

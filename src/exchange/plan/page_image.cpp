@@ -62,7 +62,7 @@ std::optional<PageSize> sizeOfPage(const std::string& svg) {
 Outcome drawPage(const std::string& svg, const PagePixels& pixels) {
     const auto size = sizeOfPage(svg);
     if (!size) {
-        return failed("the page cannot be drawn: it has no size");
+        return failed({"the page cannot be drawn: it has no size", "大きさがないため、ページを描けません"});
     }
     GError* error = nullptr;
     const Owned<RsvgHandle> page = loadPage(svg, error);
@@ -84,7 +84,7 @@ Outcome drawPage(const std::string& svg, const PagePixels& pixels) {
 #else
 
 Outcome drawPage(const std::string&, const PagePixels&) {
-    return failed("this build draws no pages");
+    return failed({"this build draws no pages", "このビルドではページを描けません"});
 }
 
 #endif

@@ -61,7 +61,8 @@ Outcome writePdf(const Plot& plot, std::ostream& out) {
 namespace fenmark::exchange {
 
 Outcome writePdf(const Plot&, std::ostream&) {
-    return failed("this build writes no PDF; write .svg");
+    return failed(
+        {"this build writes no PDF; write .svg", "このビルドではPDFを出力できません。.svg で出力してください"});
 }
 
 } // namespace fenmark::exchange

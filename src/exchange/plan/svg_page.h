@@ -23,7 +23,8 @@ using Owned = std::unique_ptr<T, ReleaseHandle>;
 // Takes the error over.
 inline Outcome pageNotDrawn(GError* raw) {
     const Owned<GError> error(raw);
-    return failed(std::string("the page cannot be drawn: ") + (error ? error->message : "unknown failure"));
+    const Worded why = error ? Worded(error->message) : Worded("unknown failure", "原因不明");
+    return failed({"the page cannot be drawn: " + why.english, "ページを描けません: " + why.japanese});
 }
 
 // Null if the renderer cannot read the page, with the error. A plan of many points is a large text with long paths.

@@ -1,0 +1,122 @@
+// What --help says, by code: worded in the language of the messages.
+#pragma once
+
+#include "cli/texts.h"
+
+namespace fenmark::cli {
+
+enum class Help : std::uint8_t {
+    // Of the program
+    Program,
+    ProgramFooter,
+    Help,
+    Version,
+    Usage,
+    Options,
+    UsageOptions,
+    UsageCommand,
+    Commands,
+    Arguments,
+    ExcludesLabel,
+    // Of several commands
+    Drawing,
+    AlignmentName,
+    Quiet,
+    QuietNotes,
+    Pitch,
+    PointNames,
+    StationNames,
+    // import
+    Import,
+    ImportFile,
+    ImportDrawing,
+    Site,
+    ImportOnly,
+    Skip,
+    PointLayer,
+    IpLayer,
+    LotLayer,
+    StakeLayer,
+    ContinuousLayer,
+    CreateLayers,
+    Shift,
+    Alignment,
+    ForceAlignment,
+    ImportZone,
+    ImportEncoding,
+    PositiveRadius,
+    PlanTangents,
+    Replace,
+    KeepPartial,
+    Strict,
+    ImportJson,
+    ImportFooter,
+    // preview, info
+    Preview,
+    PreviewFile,
+    PreviewEncoding,
+    PreviewJson,
+    PreviewFooter,
+    Info,
+    InfoJson,
+    InfoAlignments,
+    InfoFooter,
+    // station, locate
+    Station,
+    StationArgument,
+    Offset,
+    StationJson,
+    StationFooter,
+    Locate,
+    LocateX,
+    LocateY,
+    LocateJson,
+    LocateFooter,
+    // export
+    Export,
+    ExportOut,
+    ExportOnly,
+    Layer,
+    Rectangle,
+    ExportZone,
+    Crs,
+    DxfVersion,
+    DxfLayers,
+    Elements,
+    DxfScale,
+    Columns,
+    LandXmlProfile,
+    ExportFooter,
+    // plot
+    Plot,
+    PlotOut,
+    PlotScale,
+    Paper,
+    Along,
+    PlotProfile,
+    CrossSections,
+    PlotFooter,
+    // stakes
+    Stakes,
+    Every,
+    At,
+    Offsets,
+    MainPoints,
+    StakeFormat,
+    StakeOut,
+    StakesFooter,
+    // report
+    Report,
+    ReportOut,
+    Tables,
+    FigureScale,
+    Sides,
+    Land,
+    Log,
+    ReportFooter,
+};
+inline constexpr Help kLastHelp = Help::ReportFooter;
+
+[[nodiscard]] std::string said(Language language, Help text, std::initializer_list<Figure> figures = {});
+
+} // namespace fenmark::cli

@@ -84,6 +84,8 @@ class Search {
     }
 
     bool overlaps();
+    bool overlapsInTurns();
+    [[nodiscard]] bool runsOnSecond(double from, double to) const;
     bool closedForms();
     void lineAndLine();
     void lineAndCircle(bool lineFirst);

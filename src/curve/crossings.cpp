@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace fenmark::curve::crossing {
 
@@ -166,18 +167,53 @@ bool Search::overlaps() {
         const Foot foot = nearestFoot(second_, first_.pointAt(s));
         take(s, foot.along, foot.offset);
     }
+    if (!(from <= to)) {
+        return false; // no end of one lies on the other
+    }
+    if (runsOnSecond(from, to)) {
+        record(from, atFrom, true);
+        record(to, atTo, true);
+        result_.overlap = true;
+        return true;
+    }
+    const auto winds = [](const Curve& c) {
+        return std::max(std::abs(c.startCurvature), std::abs(c.endCurvature)) * c.length > 2.0 * kPi;
+    };
+    return (winds(first()) || winds(second())) && overlapsInTurns();
+}
+
+// Whether the first lies on the second from one length to another.
+bool Search::runsOnSecond(double from, double to) const {
     if (!(to - from > 4.0 * same_)) {
         return false;
     }
-    for (const double share : {0.25, 0.5, 0.75}) {
-        if (std::abs(nearestFoot(second_, first_.pointAt(from + share * (to - from))).offset) > same_) {
-            return false;
+    constexpr double kShares[] = {0.25, 0.5, 0.75};
+    return std::all_of(std::begin(kShares), std::end(kShares), [&](double share) {
+        return std::abs(nearestFoot(second_, first_.pointAt(from + share * (to - from))).offset) <= same_;
+    });
+}
+
+// A curve that winds on nearly one circle lies on itself, so that the nearest foot of an end may be one turn off the
+// place where the other curve really ends. All feet of the ends cut the first into parts that are on the second or off.
+bool Search::overlapsInTurns() {
+    std::vector<double> cuts{0.0, first().length};
+    for (const double t : {0.0, second().length}) {
+        for (const Foot& foot : feetOf(first(), second_.pointAt(t))) {
+            if (std::abs(foot.offset) <= same_) {
+                cuts.push_back(foot.along);
+            }
         }
     }
-    record(from, atFrom, true);
-    record(to, atTo, true);
-    result_.overlap = true;
-    return true;
+    std::sort(cuts.begin(), cuts.end());
+    for (std::size_t i = 0; i + 1 < cuts.size(); ++i) {
+        if (runsOnSecond(cuts[i], cuts[i + 1])) {
+            for (const double s : {cuts[i], cuts[i + 1]}) {
+                record(s, nearestFoot(second_, first_.pointAt(s)).along, true);
+            }
+            result_.overlap = true;
+        }
+    }
+    return result_.overlap;
 }
 
 // By length along the first, each place once.

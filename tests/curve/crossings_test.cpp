@@ -179,6 +179,27 @@ TEST(Crossings, OfACurveWithItsOwnPartAreAnOverlap) {
     }
 }
 
+// Nearly circles that wind more than once: an end of the part has a foot on every turn, and the nearest of them may be
+// the wrong one.
+TEST(Crossings, OfACurveThatWindsOnNearlyOneCircleWithItsPartAreAnOverlap) {
+    for (const double change : {0.0, 1e-13, 4e-13, -4e-13, 1e-12, 1e-11}) {
+        for (const double turns : {1.2, 1.8, 2.6}) {
+            const double curvature = 0.028;
+            const double length = turns * 2.0 * kPi / curvature;
+            const Curve whole{{{-180.0, -372.0}, 7.1}, length, curvature, curvature + change};
+            for (double from = 0.0; from < 0.5; from += 0.05) {
+                const Curve piece = part(whole, from * length, (from + 0.5) * length);
+                for (const Curve& other : {piece, reversed(piece)}) {
+                    const Crossings all = crossings(whole, other);
+                    EXPECT_TRUE(all.overlap) << both(0, whole, other);
+                    EXPECT_GE(all.found.size(), 2u) << both(0, whole, other);
+                    expectCommonPoints(all, whole, other, both(0, whole, other));
+                }
+            }
+        }
+    }
+}
+
 TEST(Crossings, NeighboursOfAnAlignmentTouchAtTheirJoint) {
     // Straight, clothoid, arc: the curvatures agree at the joints.
     const Curve first = straight({{100.0, 200.0}, 0.3}, 80.0);

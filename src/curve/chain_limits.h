@@ -5,7 +5,7 @@
 
 namespace fenmark::curve {
 
-// A distance that differs from a joint by rounding alone (metres) is on it: half a last bit of 1e7 m is 0.9e-9.
+// A distance this near a joint (metres) is on it but for rounding: half a last bit of 1e7 m is 0.9e-9. Seen of others: 1.7e-5.
 inline constexpr double kJointTolerance = 1e-9;
 inline constexpr std::size_t kBucketsPerPiece = 4;
 // Children of one box in the tree of boxes.

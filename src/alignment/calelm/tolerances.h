@@ -45,7 +45,7 @@ inline constexpr double kSquaredDistanceZero = 1e-8;
 inline constexpr double kPreciseSeriesStop = 1e-8;
 // Determinant of two unit directions below which they are parallel; two points too close to define a line.
 inline constexpr double kDirectionZero = 1e-7;
-// Near-tangency scales of circleCross: radii below 1, and from 1 on.
+// Near-tangency scales of circleCross: radii below 1, and from 1 on. Seen of the first, as a share of it: 0.21, 21.
 inline constexpr double kCircleTouchSmall = 1.5e-8;
 inline constexpr double kCircleTouchLarge = 1e-6;
 // A shift dl below this counts as none in the chain refits, metres. Seen: 0, 0.011.

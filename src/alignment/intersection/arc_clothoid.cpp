@@ -12,7 +12,7 @@ using namespace fenmark::alignment;
 
 namespace {
 
-// A side of a triangle may be missed by this part of its length.
+// A side of a triangle may be missed by this part of its length. The trials meet sizes as near to it as one likes.
 constexpr double kSideSlack = 1e-4;
 
 // The arc in the clothoid's frame: its circle, and the cone of directions that it covers.

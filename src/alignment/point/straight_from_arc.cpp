@@ -28,7 +28,7 @@ using namespace fenmark::alignment::laying;
 
 namespace {
 
-// A point this little inside a circle lies on it: noise of plane coordinates of 1e5 m, metres.
+// A point this little inside a circle lies on it: noise of plane coordinates of 1e5 m, metres. Seen: 6.3e-12, 1.3e-3.
 constexpr double kOnCircle = 1e-7;
 
 } // namespace

@@ -17,9 +17,9 @@ using plane::Vec;
 
 namespace {
 
-// Discriminant of lineCircleCross below which the line touches, square metres times the squared span of p and q.
+// Discriminant of lineCircleCross below which the line touches, square metres times the squared span of p and q. Seen: 0, 404.
 constexpr double kTouchDiscriminant = 1e-5;
-// Near-tangency of circleCross, for a larger radius of at least 1.
+// Near-tangency of circleCross, for a larger radius of at least 1. Seen, as a share of the limit: 0.12, 1.15.
 constexpr double kTouchScaleLarge = 1.5 * kCircleTouchLarge;
 
 Vec vec(const double p[2]) {

@@ -16,7 +16,7 @@ namespace fenmark::alignment {
 
 namespace {
 
-// How far the sides of the triangle may miss one another and still count as its limit, metres.
+// How far the sides of the triangle may miss one another and still count as its limit, metres. Seen: 0, 2.4e-7.
 constexpr double kTriangleSlack = 1e-9;
 
 // Centre distance of the new arc and a given one.

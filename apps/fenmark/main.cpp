@@ -1,4 +1,4 @@
-// The fenmark program: hands its arguments and streams to the command line.
+// The fenmark program: passes its arguments and streams to the command line.
 #include "cli/cli.h"
 #include "cli/texts.h"
 #include "platform/process.h"

@@ -38,16 +38,6 @@ std::string shortReal(double value) {
     return digits.ends_with(".0") ? digits.substr(0, digits.size() - 2) : digits;
 }
 
-std::string fixedReal(double value, int decimals) {
-    std::array<char, 400> buffer;
-    const auto [end, error] = writeFixedReal(buffer.data(), buffer.data() + buffer.size(), value, decimals);
-    std::string text(buffer.data(), end);
-    if (text.starts_with('-') && text.find_first_not_of("-0.") == std::string::npos) {
-        text.erase(0, 1);
-    }
-    return text;
-}
-
 std::ostream& operator<<(std::ostream& out, JsonText text) {
     constexpr char kDigits[] = "0123456789abcdef";
     out << '"';

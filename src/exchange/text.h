@@ -1,6 +1,8 @@
 // Numbers and texts as the exchange formats want them; no locale touches them.
 #pragma once
 
+#include "values/fixed_real.h"
+
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -25,8 +27,7 @@ std::ostream& operator<<(std::ostream& out, PlainReal real);
 // The same as text, a whole number without a point: "5", "2.5".
 std::string shortReal(double value);
 
-// A plain decimal with a fixed number of decimals. Minus zero is written as zero.
-std::string fixedReal(double value, int decimals);
+using fenmark::fixedReal;
 
 // A quoted JSON string.
 struct JsonText {

@@ -5,6 +5,7 @@
 #include "cli/messages.h"
 #include "cli/printable.h"
 #include "sima/records/sections.h"
+#include "sima/text/field_counts.h"
 #include "sima/text/path.h"
 #include "sima/text/splitter.h"
 #include "sima/text/string_table.h"
@@ -13,7 +14,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <fstream>
-#include <iterator>
+#include <optional>
 #include <ostream>
 #include <string_view>
 
@@ -41,23 +42,12 @@ bool isOfFieldCount(const ErrorBlock& block) {
            block.text != sima::resourceText(sima::kMessageCrossSectionOutside);
 }
 
-// The fields of the records with values whose number is fixed, the empty one behind the last comma counted.
-struct RecordFields {
-    std::string_view code;
-    std::int32_t count;
-};
-constexpr RecordFields kRecordFields[] = {
-    {"A01", 7}, {"B01", 4}, {"B03", 3}, {"C01", 4}, {"C02", 5}, {"C03", 4}, {"D00", 5},
-    {"F00", 6}, {"G00", 4}, {"H00", 4}, {"H01", 7}, {"I00", 4}, {"I01", 6}, {"I02", 5},
-};
-
 // Whether the record would do without its last comma.
 bool hasOneCommaTooMany(std::string_view record) {
     sima::Fields fields;
     const std::int32_t count = sima::splitLine(record, ",", fields);
-    const auto known = std::find_if(std::begin(kRecordFields), std::end(kRecordFields),
-                                    [&](const RecordFields& fixed) { return fixed.code == fields[0]; });
-    return known != std::end(kRecordFields) && count == known->count + 1 && record.ends_with(",,");
+    const std::optional<std::size_t> known = sima::fieldCountOf(fields[0]);
+    return known && static_cast<std::size_t>(count) == *known + 1 && record.ends_with(",,");
 }
 
 // The letter of the section that refused a record which opens a section; 0 for every other error.

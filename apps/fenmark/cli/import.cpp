@@ -41,7 +41,7 @@ std::string drawingBeside(const std::string& file) {
     return file.substr(0, file.size() - 4) + ".gpkg";
 }
 
-// A drawing is new only where it is certain that none is there. What could not be written in the end is told at once,
+// A drawing is new only where it is certain that none is there. What could not be written in the end is refused at once,
 // before the file is read.
 void openDrawing(EmbeddedHost& host, const std::string& path, const ImportArguments& arguments,
                  const Streams& streams) {
@@ -370,7 +370,7 @@ Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::C
     return run;
 }
 
-// Another program was quicker with the same drawing: nothing was written, and nothing was told yet.
+// Another program was quicker with the same drawing: nothing was written, and nothing was reported yet.
 class Overtaken : public Stop {
   public:
     using Stop::Stop;
@@ -436,7 +436,7 @@ drawing::ImportCounts countsOf(const sima::SimaReader& reader) {
     return counts;
 }
 
-// What a run is to tell once the drawing is safe, or once it is known that nothing was kept.
+// What a run reports once the drawing is safe, or once it is known that nothing was kept.
 struct Telling {
     const ImportArguments& arguments;
     const std::string& file;

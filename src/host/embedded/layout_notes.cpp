@@ -3,6 +3,7 @@
 
 #include "drawing/drawing.h"
 #include "values/drawing_values.h"
+#include "values/fixed_real.h"
 #include "values/real_text.h"
 
 #include <algorithm>
@@ -13,15 +14,8 @@ namespace fenmark::host::embedded {
 
 namespace {
 
-// With that many decimals, whatever the locale.
-std::string decimals(double value, int count) {
-    std::array<char, 400> text{}; // the longest double has 309 digits before the point
-    const std::to_chars_result end = writeFixedReal(text.data(), text.data() + text.size(), value, count);
-    return {text.data(), end.ptr};
-}
-
 std::string metres(double value) {
-    return decimals(value, 3);
+    return fixedReal(value, 3);
 }
 
 // The texts of one language.
@@ -69,7 +63,7 @@ std::string anyMetres(double value, const Words& words) {
 
 std::string turnsText(double turns, const Words& words) {
     if (turns < 1e9) {
-        return decimals(turns, 0);
+        return fixedReal(turns, 0);
     }
     const std::string text = anyMetres(turns, words);
     return text.substr(0, text.size() - 2);
@@ -167,7 +161,7 @@ std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language) {
     }
     for (const BrokenJoint& joint : notes.brokenJoints) {
         const std::string station = metres(joint.station);
-        const std::string angle = decimals(radiansToDegrees(std::abs(joint.angle)), 2);
+        const std::string angle = fixedReal(radiansToDegrees(std::abs(joint.angle)), 2);
         lines.push_back({"broken-joint", words("線形「" + joint.alignment + "」: 追加距離 " + station + " の接続が " +
                                                    angle + "° 折れています",
                                                "alignment " + joint.alignment + ": the joint at station " + station +

@@ -1,6 +1,7 @@
 // The validators of the single records.
 #include "sima/validators/validators.h"
 
+#include "sima/text/field_counts.h"
 #include "sima/text/number.h"
 #include "sima/text/string_table.h"
 #include "sima/validators/field_tests.h"
@@ -24,6 +25,11 @@ std::string lineText(std::int32_t line) {
 
 std::int32_t report(SimaLog& log, const Record& record, std::string_view identifier, int message) {
     return reportRecord(log, identifier, resourceText(message), record.line, record.text);
+}
+
+// A code that the table lacks does not compile.
+consteval std::size_t fieldsOf(std::string_view code) {
+    return fieldCountOf(code).value();
 }
 
 // The count includes the empty field behind the trailing comma.
@@ -80,14 +86,14 @@ std::int32_t validateEndRecord(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateG00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0) {
+    if (requireFields(log, record, fieldsOf("G00")) != 0) {
         return -1;
     }
     return requireNumber(log, record, {1, "ErrG00-1", kMessageVersion});
 }
 
 std::int32_t validateA01Number(SimaLog& log, const Record& record) {
-    if (record.fields.size() != 6 && record.fields.size() != 7) {
+    if (record.fields.size() != fieldsOf("A01") && record.fields.size() != fieldsOf("A01") - 1) {
         return report(log, record, "ErrX001", kMessagePointFormat);
     }
     return requireDigits(log, record, {1, "ErrA01-1", kMessagePointNumber});
@@ -103,21 +109,21 @@ std::int32_t validateA01Coordinates(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateB01(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0) {
+    if (requireFields(log, record, fieldsOf("B01")) != 0) {
         return -1;
     }
     return requireDigits(log, record, {1, "ErrB01-1", kMessagePointNumber});
 }
 
 std::int32_t validateB03(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 3) != 0) {
+    if (requireFields(log, record, fieldsOf("B03")) != 0) {
         return -1;
     }
     return requireNumber(log, record, {1, "ErrB03-1", kMessageAddedDistance});
 }
 
 std::int32_t validateC01(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0) {
+    if (requireFields(log, record, fieldsOf("C01")) != 0) {
         return -1;
     }
     const std::string_view system = trim(record.fields[1]);
@@ -128,7 +134,7 @@ std::int32_t validateC01(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateC02(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 5) != 0) {
+    if (requireFields(log, record, fieldsOf("C02")) != 0) {
         return -1;
     }
     return requireNumbers(log, record, FieldRule{1, "ErrC02-1", kMessageParameterA},
@@ -136,7 +142,7 @@ std::int32_t validateC02(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateC03(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0) {
+    if (requireFields(log, record, fieldsOf("C03")) != 0) {
         return -1;
     }
     return requireNumbers(log, record, FieldRule{1, "ErrC03-1", kMessageSideLength},
@@ -144,7 +150,7 @@ std::int32_t validateC03(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateD00(SimaLog& log, const Record& record) {
-    if (record.fields.size() != 5) {
+    if (record.fields.size() != fieldsOf("D00")) {
         return reportRecord(log, "ErrX001", kLotFormat, record.line, record.text);
     }
     if (requireDigits(log, record, {1, "ErrD00-1", kMessageLotNumber}) != 0) {
@@ -156,7 +162,7 @@ std::int32_t validateD00(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateF00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 6) != 0) {
+    if (requireFields(log, record, fieldsOf("F00")) != 0) {
         return -1;
     }
     if (requireDigits(log, record, {1, "ErrF00-1", kMessageRouteNumber}) != 0 ||
@@ -169,14 +175,14 @@ std::int32_t validateF00(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateH00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0) {
+    if (requireFields(log, record, fieldsOf("H00")) != 0) {
         return -1;
     }
     return requireDigits(log, record, {1, "ErrH00-1", kMessageResultRouteNumber});
 }
 
 std::int32_t validateH01(SimaLog& log, const Record& record) {
-    if (record.fields.size() != 7) {
+    if (record.fields.size() != fieldsOf("H01")) {
         return report(log, record, "ErrX001", kMessageLongitudinalFormat);
     }
     if (requireNumbers(log, record, FieldRule{2, "ErrH01-1", kMessageAddedDistance},
@@ -189,14 +195,14 @@ std::int32_t validateH01(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateI00(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 4) != 0) {
+    if (requireFields(log, record, fieldsOf("I00")) != 0) {
         return -1;
     }
     return requireDigits(log, record, {1, "ErrI00-1", kMessageResultRouteNumber});
 }
 
 std::int32_t validateI01(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 6) != 0) {
+    if (requireFields(log, record, fieldsOf("I01")) != 0) {
         return -1;
     }
     return requireNumbers(log, record, FieldRule{2, "ErrI01-1", kMessageAddedDistance},
@@ -205,7 +211,7 @@ std::int32_t validateI01(SimaLog& log, const Record& record) {
 }
 
 std::int32_t validateI02(SimaLog& log, const Record& record) {
-    if (requireFields(log, record, 5) != 0) {
+    if (requireFields(log, record, fieldsOf("I02")) != 0) {
         return -1;
     }
     return requireNumbers(log, record, FieldRule{2, "ErrI02-1", kMessageDistance},

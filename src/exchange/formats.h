@@ -31,7 +31,7 @@ std::span<const Format> formats();
 const Format* formatOf(std::string_view path);
 
 // The extensions of the plans, or of all other formats, as ".dxf, .xml or .csv" with " or " before the last.
-[[nodiscard]] std::string extensions(bool plans, std::string_view beforeLast);
+[[nodiscard]] std::string extensions(bool plans, std::string_view beforeLast = " or ");
 
 // Fails where the format needs what the drawing and the options do not have; the message says what, and the remedy.
 Outcome canWrite(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options);

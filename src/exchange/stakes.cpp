@@ -33,7 +33,7 @@ struct Place {
     Pose pose;
 };
 
-// With as many decimals as tell the offset, so that no two offsets give one name.
+// With as many decimals as the offset needs, so that no two offsets give one name.
 std::string stakeNameAt(const std::string& name, double offset) {
     if (offset == 0.0) {
         return name;
@@ -41,22 +41,26 @@ std::string stakeNameAt(const std::string& name, double offset) {
     return name + (offset < 0.0 ? "左" : "右") + shortReal(std::abs(offset));
 }
 
-std::string failureOutside(double station, const AlignmentGeometry& geometry) {
-    return "station " + fixedReal(station, 3) + " lies outside the alignment: it runs from " +
-           fixedReal(geometry.startStation(), 3) + " to " + fixedReal(geometry.endStation(), 3);
+Obstacle outside(double station, const AlignmentGeometry& geometry) {
+    Obstacle why;
+    why.code = ObstacleCode::StationOutside;
+    why.station = station;
+    why.from = geometry.startStation();
+    why.to = geometry.endStation();
+    return why;
 }
 
-// The places to stake, main points first where stations are equal. A text says what went wrong.
-std::string collectPlaces(const Drawing& drawing, std::size_t index, const StakeOptions& options,
-                          std::vector<Place>& places) {
+// The places to stake, main points first where stations are equal. Nothing where all went well.
+std::optional<Obstacle> collectPlaces(const Drawing& drawing, std::size_t index, const StakeOptions& options,
+                                      std::vector<Place>& places) {
     const AlignmentGeometry& geometry = drawing.geometry(index);
     if (geometry.empty() || !hasPlace(drawing.alignment(index))) {
-        return "the alignment has no elements that can be staked out";
+        return Obstacle{ObstacleCode::NoElementsToStake};
     }
     const double asked =
         (options.every > 0.0 ? geometry.length() / options.every : 0.0) + static_cast<double>(options.stations.size());
     if (asked * static_cast<double>(options.offsets.size()) > static_cast<double>(kMostStakes)) {
-        return "more than " + std::to_string(kMostStakes) + " stakes; choose a larger distance";
+        return Obstacle{ObstacleCode::TooManyStakes, kMostStakes};
     }
     if (options.mainPoints) {
         for (MainPoint& point : mainPointsOf(drawing.alignment(index), options.mainPointNames)) {
@@ -66,7 +70,7 @@ std::string collectPlaces(const Drawing& drawing, std::size_t index, const Stake
     for (const double station : options.stations) {
         const auto pose = geometry.poseAt(station);
         if (!pose) {
-            return failureOutside(station, geometry);
+            return outside(station, geometry);
         }
         places.push_back({station, "", *pose});
     }
@@ -80,7 +84,7 @@ std::string collectPlaces(const Drawing& drawing, std::size_t index, const Stake
             }
         }
     }
-    return {};
+    return std::nullopt;
 }
 
 void putInOrder(std::vector<Place>& places) {
@@ -227,7 +231,7 @@ Stakes stakesOf(const Drawing& drawing, std::size_t alignment, const StakeOption
     result.alignment = drawing.alignment(alignment).name;
     std::vector<Place> places;
     result.failure = collectPlaces(drawing, alignment, options, places);
-    if (!result.failure.empty()) {
+    if (result.failure) {
         return result;
     }
     putInOrder(places);

@@ -4,6 +4,7 @@
 #include "drawing/drawing.h"
 #include "exchange/main_points.h"
 #include "exchange/notes.h"
+#include "exchange/obstacles.h"
 #include "exchange/survey_text.h"
 
 #include <iosfwd>
@@ -37,9 +38,9 @@ struct Stake {
 
 struct Stakes {
     std::string alignment;
-    std::vector<Stake> stakes; // by station, then by offset as asked for
-    std::string failure;       // one line on why there can be none; empty otherwise
-    std::optional<Note> note;  // on why there are none though nothing is wrong
+    std::vector<Stake> stakes;       // by station, then by offset as asked for
+    std::optional<Obstacle> failure; // why there can be none
+    std::optional<Note> note;        // on why there are none though nothing is wrong
 };
 
 // A main point takes the place of a station within half a millimetre of it.

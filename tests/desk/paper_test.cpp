@@ -21,6 +21,10 @@ TEST(PaperJob, ReadsScalesAndOffsets) {
     EXPECT_FALSE(offsetsOf("nan"));
 }
 
+std::string whyNot(const exchange::Plot& plot) {
+    return plot.failure ? exchange::wording(*plot.failure, Language::English) : std::string();
+}
+
 struct Paper : DeskWindow {
     // The plot of a job on the window's drawing.
     exchange::Plot plotOf(PaperKind kind, const exchange::PlotOptions& options = {},
@@ -59,7 +63,7 @@ TEST_F(Paper, APlanHasItsPaperOrientationScaleAndTitleBlock) {
     options.scale = 2500;
     const exchange::Plot plot = plotOf(
         PaperKind::Plan, options, {{"title/heading", "道路平面図"}, {"title/project", "国道改良"}, {"other", "x"}});
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     EXPECT_EQ(pageSize(plot.pages[0]), QSizeF(420.0, 594.0));
     EXPECT_TRUE(holds(plot, "1:2500"));
     EXPECT_TRUE(holds(plot, ">道路平面図<"));
@@ -74,13 +78,13 @@ TEST_F(Paper, APartOfTheDrawingStandsInTheMiddleAtItsScale) {
     const drawing::Extent& all = drawing().extent();
     exchange::PlotOptions options;
     options.scale = 250;
-    EXPECT_FALSE(plotOf(PaperKind::Plan, options).failure.empty()) << "all of it has no room";
+    EXPECT_TRUE(plotOf(PaperKind::Plan, options).failure) << "all of it has no room";
     drawing::Extent part;
     part.add(all.minX, all.minY);
     part.add(all.minX + 30.0, all.minY + 30.0);
     options.extent = part;
     const exchange::Plot plot = plotOf(PaperKind::Plan, options);
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     EXPECT_TRUE(holds(plot, "1:250"));
 }
 
@@ -93,7 +97,7 @@ TEST_F(Paper, EveryKindHasPagesThatCanBeDrawn) {
             options.paper = "A4";
         }
         const exchange::Plot plot = plotOf(static_cast<PaperKind>(kind), options, {{"title/project", "業務"}});
-        ASSERT_FALSE(plot.pages.empty()) << kind << plot.failure;
+        ASSERT_FALSE(plot.pages.empty()) << kind << whyNot(plot);
         EXPECT_TRUE(holds(plot, "業務")) << kind;
         Outcome drawn;
         const QImage image = pageImage(plot.pages.back(), 1.0, drawn);
@@ -150,7 +154,7 @@ TEST_F(Paper, TheDialogMakesPagesAndKeepsTheTitleBlockInTheDrawing) {
         dialog.showPage(1);
         EXPECT_EQ(dialog.page(), 1);
         choose(dialog, "kind", static_cast<int>(PaperKind::Plan));
-        ASSERT_EQ(dialog.plot().pages.size(), 1U) << dialog.plot().failure;
+        ASSERT_EQ(dialog.plot().pages.size(), 1U) << whyNot(dialog.plot());
         auto* project = dialog.findChild<QLineEdit*>(QStringLiteral("title/project"));
         ASSERT_NE(project, nullptr);
         project->setText(QStringLiteral("市道3号線"));

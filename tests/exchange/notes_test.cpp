@@ -49,6 +49,29 @@ std::string membersIn(NoteCode code, Language language) {
     return members;
 }
 
+TEST(Obstacles, EveryCodeHasItsTextInBothLanguages) {
+    const auto shows = [](ObstacleCode code, Language language, auto&& change) {
+        Obstacle obstacle{code};
+        change(obstacle);
+        return wording(obstacle, language) != wording({code}, language);
+    };
+    std::set<std::string_view> names;
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(kLastObstacleCode); ++i) {
+        const auto code = static_cast<ObstacleCode>(i);
+        EXPECT_TRUE(names.insert(obstacleName(code)).second) << obstacleName(code) << " is another code's name too";
+        EXPECT_TRUE(hasKana(wording({code}, Language::Japanese))) << obstacleName(code);
+        EXPECT_TRUE(isAscii(wording({code}, Language::English))) << obstacleName(code);
+        for (auto change : {+[](Obstacle& o) { o.count = 11; }, +[](Obstacle& o) { o.paper = "A9"; },
+                            +[](Obstacle& o) { o.scale = 12; }, +[](Obstacle& o) { o.station = 13.5; },
+                            +[](Obstacle& o) { o.from = 14.5; }, +[](Obstacle& o) { o.to = 15.5; }}) {
+            EXPECT_EQ(shows(code, Language::Japanese, change), shows(code, Language::English, change))
+                << obstacleName(code);
+        }
+    }
+    EXPECT_TRUE(isWantOfRoom({ObstacleCode::TooManySheets}));
+    EXPECT_FALSE(isWantOfRoom({ObstacleCode::TooManyPages}));
+}
+
 TEST(Notes, EveryCodeHasItsTextInBothLanguages) {
     std::set<std::string_view> names;
     for (const NoteCode code : codes()) {

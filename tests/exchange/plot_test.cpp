@@ -2,6 +2,7 @@
 #include "exchange/plan/plan.h"
 #include "exchange/plan/plot.h"
 #include "sample_drawing.h"
+#include "worded_notes.h"
 
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
@@ -66,11 +67,11 @@ TEST_F(PlotOf, PlanTakesTheScaleAndThePaperThatAreChosen) {
     options.scale = 1000;
     options.paper = "A4";
     const Plot plot = plotPlan(drawing, options);
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     EXPECT_TRUE(textsOf(plot.pages[0]).contains("1:1000（A4）"));
     options.scale = 100;
-    EXPECT_NE(plotPlan(drawing, options).failure.find("does not fit on A4 at 1:100"), std::string::npos);
-    EXPECT_TRUE(plotPlan(drawing, options).noRoom);
+    EXPECT_NE(whyNot(plotPlan(drawing, options)).find("does not fit on A4 at 1:100"), std::string::npos);
+    EXPECT_TRUE(isWantOfRoom(*plotPlan(drawing, options).failure));
     options.paper.reset();
     options.scale = 250;
     EXPECT_TRUE(textsOf(plotPlan(drawing, options).pages.at(0)).contains("1:250（A1）")) << "the smallest that serves";
@@ -83,7 +84,7 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
     options.scale = 500;
     options.paper = "A4";
     const Plot plot = plotAlong(drawing, 0, options);
-    ASSERT_EQ(plot.pages.size(), 3U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 3U) << whyNot(plot);
     std::vector<std::set<std::string>> texts;
     for (const std::string& page : plot.pages) {
         texts.push_back(textsOf(page));
@@ -118,7 +119,7 @@ TEST_F(PlotOf, ProfileDrawsTheGroundToItsTwoScales) {
     PlotOptions options;
     options.scale = 1000;
     const Plot plot = plotProfile(drawing, 0, options);
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     double x[3], y[3];
     ASSERT_NO_FATAL_FAILURE(readGround(plot.pages[0], x, y));
     EXPECT_NEAR(x[1] - x[0], 40.0, kMillimetre) << "40 m at 1:1000";
@@ -141,8 +142,8 @@ TEST_F(PlotOf, LongProfileTakesSeveralSheets) {
     const Plot plot = plotProfile(drawing, 0, options);
     EXPECT_EQ(plot.pages.size(), 3U);
     options.scale = 1;
-    EXPECT_NE(plotProfile(drawing, 0, options).failure.find("more than 500 sheets"), std::string::npos);
-    EXPECT_TRUE(plotProfile(drawing, 0, options).noRoom);
+    EXPECT_NE(whyNot(plotProfile(drawing, 0, options)).find("more than 500 sheets"), std::string::npos);
+    EXPECT_TRUE(isWantOfRoom(*plotProfile(drawing, 0, options).failure));
 }
 
 TEST_F(PlotOf, CrossSectionsAreToScale) {
@@ -151,7 +152,7 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     addResult(160.0, 0.0, 10.8, "No.8", "横断成果");
     addResult(160.0, 6.5, 10.2, "<右>", "横断成果");
     const Plot plot = plotCrossSections(drawing, 0, {});
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     double x[3], y[3];
     ASSERT_NO_FATAL_FAILURE(readGround(plot.pages[0], x, y));
     EXPECT_NEAR(x[1] - x[0], 50.0, kMillimetre) << "5 m at 1:100";
@@ -160,13 +161,13 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     EXPECT_TRUE(textsOf(plot.pages[0]).contains("GH=10.800"));
     PlotOptions options;
     options.scale = 10;
-    EXPECT_NE(plotCrossSections(drawing, 0, options).failure.find("do not fit"), std::string::npos);
+    EXPECT_NE(whyNot(plotCrossSections(drawing, 0, options)).find("do not fit"), std::string::npos);
 }
 
 TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {
     addRoad(drawing, {12000.0, -36000.0}, true);
-    EXPECT_NE(plotProfile(drawing, 0, {}).failure, "");
-    EXPECT_NE(plotCrossSections(drawing, 0, {}).failure, "");
+    EXPECT_NE(whyNot(plotProfile(drawing, 0, {})), "");
+    EXPECT_NE(whyNot(plotCrossSections(drawing, 0, {})), "");
     EXPECT_TRUE(plotProfile(drawing, 0, {}).pages.empty());
 }
 

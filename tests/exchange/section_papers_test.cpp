@@ -3,6 +3,7 @@
 #include "exchange/plan/plot.h"
 #include "exchange/planned_heights.h"
 #include "exchange/report/pages.h"
+#include "worded_notes.h"
 
 #include <gtest/gtest.h>
 
@@ -54,7 +55,7 @@ TEST_F(Road, PlannedHeightsAreThoseOfCoordinatePointsOnTheLine) {
 
 TEST_F(Road, TheSectionHasARowOfPlannedHeightsWhereThereAreSome) {
     Plot plot = plotProfile(drawing, 0, {});
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     EXPECT_EQ(plot.pages[0].find("計画高"), std::string::npos);
     addPoint({0.0, 0.0, 34.0}, "P1", "座標", 1);
     addPoint({0.0, 40.0, 35.5}, "P2", "座標", 2);
@@ -63,7 +64,7 @@ TEST_F(Road, TheSectionHasARowOfPlannedHeightsWhereThereAreSome) {
     options.heading = "縦断面図";
     options.titles = {{"業務名", "市道改良"}};
     plot = plotProfile(drawing, 0, options);
-    ASSERT_EQ(plot.pages.size(), 1U) << plot.failure;
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
     const std::string& page = plot.pages[0];
     EXPECT_NE(page.find("計画高"), std::string::npos);
     EXPECT_NE(page.find(">35.500<"), std::string::npos);
@@ -85,7 +86,7 @@ TEST_F(Road, StakesFillPagesWithTheirHeadsRepeated) {
     const Stakes list = stakesOf(drawing, 0, stakes);
     ASSERT_EQ(list.stakes.size(), 303U);
     const Plot plot = stakePages(drawing, list, {});
-    ASSERT_GT(plot.pages.size(), 5U) << plot.failure;
+    ASSERT_GT(plot.pages.size(), 5U) << whyNot(plot);
     std::size_t rows = 0;
     for (const std::string& page : plot.pages) {
         EXPECT_NE(page.find("接線方向角"), std::string::npos);
@@ -94,7 +95,7 @@ TEST_F(Road, StakesFillPagesWithTheirHeadsRepeated) {
         }
     }
     EXPECT_EQ(rows, 303U) << "every stake has its azimuth once";
-    EXPECT_FALSE(stakePages(drawing, Stakes{"x", {}, "nothing", {}}, {}).failure.empty());
+    EXPECT_TRUE(stakePages(drawing, Stakes{"x", {}, Obstacle{ObstacleCode::NoElementsToStake}, {}}, {}).failure);
 }
 
 } // namespace

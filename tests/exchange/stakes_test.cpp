@@ -66,7 +66,7 @@ TEST(Stakes, AnEmptyResultSaysWhy) {
     StakeOptions options;
     const Stakes none = stakesOf(drawing, 0, options);
     EXPECT_TRUE(none.stakes.empty());
-    EXPECT_TRUE(none.failure.empty());
+    EXPECT_FALSE(none.failure);
     ASSERT_TRUE(none.note);
     EXPECT_EQ(english(*none.note), "no stake: no multiple of 20 m lies from 5.000 to 15.000");
     options.every = 0.0;
@@ -82,7 +82,7 @@ TEST(Stakes, NoMoreThanTheLimitWhateverAsksForThem) {
     options.every = 0.0;
     options.stations.assign(1001, 120.0);
     options.offsets.assign(1000, 1.0);
-    EXPECT_NE(stakesOf(drawing, 0, options).failure.find("more than 1000000 stakes"), std::string::npos);
+    EXPECT_NE(whyNot(stakesOf(drawing, 0, options)).find("more than 1000000 stakes"), std::string::npos);
 }
 
 TEST(MainPoints, OfAClothoidCurveHaveBothHabits) {
@@ -169,7 +169,7 @@ TEST(Stakes, StandOnThePitchWithNamesAndDirections) {
     StakeOptions options;
     options.offsets = {-5.0, 0.0, 2.5};
     const Stakes stakes = stakesAlong(drawing, options);
-    ASSERT_EQ(stakes.stakes.size(), 30U) << stakes.failure; // No.5 to No.14, three each
+    ASSERT_EQ(stakes.stakes.size(), 30U) << whyNot(stakes); // No.5 to No.14, three each
     const Stake& left = stakes.stakes[3];
     EXPECT_EQ(left.name, "No.6左5");
     EXPECT_EQ(left.stationName, "No.6");
@@ -200,11 +200,11 @@ TEST(Stakes, OutsideTheAlignmentAreAnError) {
     StakeOptions options;
     options.every = 0.0;
     options.stations = {99.9};
-    EXPECT_EQ(stakesAlong(drawing, options).failure,
+    EXPECT_EQ(whyNot(stakesAlong(drawing, options)),
               "station 99.900 lies outside the alignment: it runs from 100.000 to 292.000");
     options.stations.clear();
     options.every = 1e-6;
-    EXPECT_NE(stakesAlong(drawing, options).failure.find("more than"), std::string::npos);
+    EXPECT_NE(whyNot(stakesAlong(drawing, options)).find("more than"), std::string::npos);
 }
 
 std::string written(const Stakes& stakes, StakeFormat format) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exchange/notes.h"
+#include "exchange/obstacles.h"
 
 #include <string>
 #include <vector>
@@ -14,6 +15,12 @@ inline std::string english(const Note& note) {
 
 inline std::string japanese(const Note& note) {
     return wording(note, Language::Japanese);
+}
+
+// Why there is no plot and no list of stakes; empty where there is one.
+template <typename Made>
+std::string whyNot(const Made& made) {
+    return made.failure ? wording(*made.failure, Language::English) : std::string();
 }
 
 inline std::vector<std::string> english(const Notes& notes) {

@@ -14,13 +14,13 @@ import tempfile
 import unittest
 import xml.etree.ElementTree as etree
 
+os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
+
 PROGRAM = os.path.abspath(sys.argv[1])
 NAMES = ["<b>&amp;</b>", "]]>", "&quot;'`", "&#65;&lt;", "<!-- -->", "</name>", "<script>alert(1)</script>", "%%c%%d", "^J^ ^M",
          "\\U+0041\\P", "\\M+18140", "{\\fArial;x}", "$(PATH)", "=1+1", "髙﨑①", "${x}", "a;b|c", "\\\\", "\\n", "%s%n"]
 EZDXF = """
 import ezdxf, json, sys
-
-os.environ["LC_ALL"] = "C.UTF-8"  # fenmark speaks the language of the locale
 document = ezdxf.readfile(sys.argv[1])
 audit = document.audit()
 print(json.dumps({"errors": [str(e.message) for e in audit.errors + audit.fixes],

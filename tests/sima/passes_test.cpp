@@ -1,6 +1,8 @@
 // The two passes as a whole: opening, line steps, dispatch, progress, binding of routes.
 #include "support.h"
 
+#include "sima/records/passed_over.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -196,6 +198,22 @@ TEST(Passes, IgnoreUnknownCodesAtTopLevelAndCountThem) {
                               {"unknown code at top level: Z01", 2},
                               {"unknown code at top level: a00", 1}};
     EXPECT_EQ(pass.reader.passedOver, expected);
+}
+
+TEST(PassedOverKinds, ReadBackFromTheKeysOfTheCounts) {
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(kLastPassedKind); ++i) {
+        const auto kind = static_cast<PassedKind>(i);
+        for (const std::string_view code : {"", "X01", "B01 ", "a: b"}) {
+            const std::string key = passedLinesKey({kind, code});
+            const std::optional<PassedLines> lines = passedLinesOf(key);
+            ASSERT_TRUE(lines) << key;
+            EXPECT_EQ(lines->kind, kind) << key;
+            EXPECT_EQ(lines->code, code) << key;
+        }
+        EXPECT_NE(passedKindText(kind, Language::Japanese), passedKindText(kind, Language::English));
+    }
+    EXPECT_FALSE(passedLinesOf("comments"));
+    EXPECT_FALSE(passedLinesOf("something else: X01"));
 }
 
 TEST(Passes, CountGarbageTogether) {

@@ -1080,41 +1080,6 @@ a drawing (.gpkg) here</source>
         <translation>%1行を読み飛ばしました: %2</translation>
     </message>
     <message>
-        <source>comments</source>
-        <comment>PassedComment</comment>
-        <translation>コメント行</translation>
-    </message>
-    <message>
-        <source>outside any section</source>
-        <comment>PassedOutside</comment>
-        <translation>区分の外の行</translation>
-    </message>
-    <message>
-        <source>unknown records</source>
-        <comment>PassedUnknown</comment>
-        <translation>不明なレコード</translation>
-    </message>
-    <message>
-        <source>points without a number</source>
-        <comment>PassedNoNumber</comment>
-        <translation>番号のない点</translation>
-    </message>
-    <message>
-        <source>results of a section without its end record</source>
-        <comment>PassedNoEnd</comment>
-        <translation>終了レコードのない成果</translation>
-    </message>
-    <message>
-        <source>records not used inside a section</source>
-        <comment>PassedInside</comment>
-        <translation>区分内の使用しないレコード</translation>
-    </message>
-    <message>
-        <source>in a lot with a missing point</source>
-        <comment>PassedMissing</comment>
-        <translation>点が欠けた画地</translation>
-    </message>
-    <message>
         <source>alignment %1 lies up to %2 m off the route’s points</source>
         <comment>MisfitNote</comment>
         <translation>線形「%1」は路線の点から最大 %2 m 離れています</translation>

@@ -34,7 +34,7 @@ QImage pageImage(const std::string& svg, double pixelsPerMillimetre, Outcome& ou
 Outcome paintPage(const std::string& svg, QPainter& painter, const QRectF& to) {
     const QSizeF paper = pageSize(svg);
     if (paper.isEmpty() || to.isEmpty()) {
-        return failed("no page");
+        return failed({"no page", "ページがありません"});
     }
     const double scale = std::min(to.width() / paper.width(), to.height() / paper.height());
     const int width = std::max(1, static_cast<int>(std::ceil(paper.width() * scale)));

@@ -244,14 +244,6 @@ void PaperDialog::refresh() {
     showPage(std::min(page_, static_cast<int>(plot_.pages.size()) - 1));
 }
 
-QString PaperDialog::failureText() const {
-    if (texts_.language() == Language::English || plot_.failure.empty()) {
-        return QString::fromStdString(plot_.failure);
-    }
-    return plot_.noRoom ? QStringLiteral("この縮尺では用紙に入りません。縮尺を小さくするか、用紙を大きくしてください")
-                        : QStringLiteral("この図面には印刷する内容がありません");
-}
-
 void PaperDialog::showPage(int page) {
     const int count = static_cast<int>(plot_.pages.size());
     page_ = std::clamp(page, 0, std::max(0, count - 1));
@@ -264,8 +256,8 @@ void PaperDialog::showPage(int page) {
     if (!brokenOff_.isEmpty()) {
         lines << brokenOff_;
     }
-    if (!plot_.failure.empty()) {
-        lines << failureText();
+    if (plot_.failure) {
+        lines << QString::fromStdString(exchange::wording(*plot_.failure, texts_.language()));
     }
     for (const exchange::Note& note : plot_.notes) {
         lines << QString::fromStdString(exchange::wording(note, texts_.language()));
@@ -288,7 +280,7 @@ void PaperDialog::drawPreview() {
     Outcome drawn;
     QImage image = pageImage(svg, scale * devicePixelRatioF(), drawn);
     if (!drawn) {
-        preview_->setText(QString::fromStdString(drawn.message));
+        preview_->setText(QString::fromStdString(drawn.in(texts_.language())));
         preview_->adjustSize();
         return;
     }
@@ -319,7 +311,7 @@ bool PaperDialog::savePdf() {
     }
     message_->setVisible(true);
     message_->setText(saved ? text(WorkText::PaperSaved).arg(QDir::toNativeSeparators(file))
-                            : QString::fromStdString(saved.message));
+                            : QString::fromStdString(saved.in(texts_.language())));
     lastSaved_ = saved ? file : QString();
     return static_cast<bool>(saved);
 }
@@ -337,7 +329,7 @@ bool PaperDialog::print() {
     }
     const Outcome printed = printPages(plot_, printer);
     message_->setVisible(!printed);
-    message_->setText(QString::fromStdString(printed.message));
+    message_->setText(QString::fromStdString(printed.in(texts_.language())));
     return static_cast<bool>(printed);
 }
 
@@ -345,12 +337,12 @@ Outcome printPages(const exchange::Plot& plot, QPrinter& printer) {
     printer.setFullPage(true);
     QPainter painter;
     if (!painter.begin(&printer)) {
-        return failed("the printer does not answer");
+        return failed({"the printer does not answer", "プリンタが応答しません"});
     }
     const double dots = printer.resolution() / kInch;
     for (std::size_t i = 0; i < plot.pages.size(); ++i) {
         if (i > 0 && !printer.newPage()) {
-            return failed("the printer takes no further page");
+            return failed({"the printer takes no further page", "プリンタが次のページを受け付けません"});
         }
         const QSizeF wanted = pageSize(plot.pages[i]) * dots;
         const QSizeF has = printer.pageLayout().fullRectPixels(printer.resolution()).size();
@@ -360,7 +352,7 @@ Outcome printPages(const exchange::Plot& plot, QPrinter& printer) {
             return painted;
         }
     }
-    return painter.end() ? Outcome() : failed("the printer did not finish");
+    return painter.end() ? Outcome() : failed({"the printer did not finish", "プリンタが印刷を終了しませんでした"});
 }
 
 } // namespace fenmark::desk

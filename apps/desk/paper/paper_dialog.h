@@ -63,7 +63,6 @@ class PaperDialog : public QDialog {
     void drawPreview();
     [[nodiscard]] PaperJob job() const;
     [[nodiscard]] PaperKind kind() const { return static_cast<PaperKind>(kind_->currentIndex()); }
-    [[nodiscard]] QString failureText() const;
     [[nodiscard]] QString text(WorkText which) const { return workText(texts_, which); }
 
     const drawing::Drawing& drawing_;

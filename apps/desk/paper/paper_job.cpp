@@ -52,7 +52,7 @@ exchange::Plot pagesOf(const drawing::Drawing& drawing, const PaperJob& job) {
     }
     if (needsAlignment(job.kind) && job.alignment >= drawing.alignmentCount()) {
         exchange::Plot plot;
-        plot.failure = "there is no alignment";
+        plot.failure = {exchange::ObstacleCode::NoAlignment};
         return plot;
     }
     switch (job.kind) {

@@ -100,8 +100,8 @@ bool MainWindow::openDrawing(const QString& path) {
     }
     const Outcome result = showDrawing(path.toStdString());
     if (!result) {
-        command_->say(QString::fromStdString(result.message));
-        tell(QString::fromStdString(result.message));
+        command_->say(QString::fromStdString(result.in(texts_.language())));
+        tell(QString::fromStdString(result.in(texts_.language())));
         return false;
     }
     recovery_.forget();
@@ -138,8 +138,8 @@ bool MainWindow::saveTo(const QString& path) {
         result = workbench_->saveTexts(path.toStdString());
     }
     if (!result) {
-        command_->say(QString::fromStdString(result.message));
-        tell(QString::fromStdString(result.message));
+        command_->say(QString::fromStdString(result.in(texts_.language())));
+        tell(QString::fromStdString(result.in(texts_.language())));
         return false;
     }
     rememberFile(path);
@@ -208,8 +208,8 @@ void MainWindow::exportDrawing() {
     const Outcome written = exchange::writeFile(
         path.toStdString(), [&](std::ostream& out) { notes = format->write(session_.drawing(), options, out); });
     if (!written) {
-        command_->say(QString::fromStdString(written.message));
-        tell(QString::fromStdString(written.message));
+        command_->say(QString::fromStdString(written.in(texts_.language())));
+        tell(QString::fromStdString(written.in(texts_.language())));
         return;
     }
     command_->say(texts_(Text::Exported).arg(QDir::toNativeSeparators(path)));
@@ -244,7 +244,7 @@ void MainWindow::offerRecovery() {
         const Outcome result = session_.openCopy(left.path.toStdString());
         drawingReplaced();
         if (!result) {
-            tell(QString::fromStdString(result.message));
+            tell(QString::fromStdString(result.in(texts_.language())));
             continue;
         }
         // The copy goes when this run has one of its own.

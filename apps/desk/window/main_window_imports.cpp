@@ -4,6 +4,7 @@
 #include "desk/plan/plan_text.h"
 #include "desk/plan/record_object.h"
 #include "drawing/file_digest.h"
+#include "sima/records/passed_over.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -36,27 +37,6 @@ std::string fileOf(const Import& import, const std::string& drawingPath) {
     const QFileInfo beside(QFileInfo(QString::fromStdString(drawingPath)).absolutePath() + QLatin1Char('/') +
                            fromUtf8(import.fileName));
     return beside.exists() ? beside.filePath().toStdString() : import.path;
-}
-
-// The reader's kinds of lines in the window's language.
-Text passedOverKind(const std::string& kind) {
-    const auto begins = [&](const char* with) { return kind.starts_with(with); };
-    if (begins("comment")) {
-        return Text::PassedComment;
-    }
-    if (begins("outside any section")) {
-        return Text::PassedOutside;
-    }
-    if (begins("unknown code")) {
-        return Text::PassedUnknown;
-    }
-    if (begins("point without a number")) {
-        return Text::PassedNoNumber;
-    }
-    if (begins("result of a section")) {
-        return Text::PassedNoEnd;
-    }
-    return begins("in a lot with a missing point") ? Text::PassedMissing : Text::PassedInside;
 }
 
 } // namespace
@@ -162,23 +142,24 @@ void MainWindow::settleAgain(const CommandRun& run) {
 
 void MainWindow::sayPassedOver(const std::string& passedOver) {
     std::istringstream lines(passedOver);
-    std::map<Text, std::int64_t> counts;
-    std::map<Text, QStringList> codes;
+    std::map<sima::PassedKind, std::int64_t> counts;
+    std::map<sima::PassedKind, QStringList> codes;
     std::int64_t count = 0;
-    for (std::string kind; lines >> count && std::getline(lines >> std::ws, kind);) {
-        const Text text = passedOverKind(kind);
-        counts[text] += count;
-        if (const std::size_t code = kind.rfind(": "); code != std::string::npos) {
-            codes[text].append(QString::fromStdString(kind.substr(code + 2)));
+    for (std::string key; lines >> count && std::getline(lines >> std::ws, key);) {
+        const sima::PassedLines passed = sima::passedLinesOf(key).value_or(sima::PassedLines{});
+        counts[passed.kind] += count;
+        if (!passed.code.empty()) {
+            codes[passed.kind].append(fromUtf8(passed.code));
         }
     }
-    for (const auto& [text, number] : counts) {
-        const QString detail = codes[text].join(QStringLiteral(", ")).trimmed();
+    for (const auto& [kind, number] : counts) {
+        const QString text = fromUtf8(sima::passedKindText(kind, texts_.language()));
+        const QString detail = codes[kind].join(QStringLiteral(", ")).trimmed();
         command_->say(texts_(Text::PassedOver)
                           .arg(number)
-                          .arg(detail.isEmpty() || text == Text::PassedComment
-                                   ? texts_(text)
-                                   : QStringLiteral("%1 (%2)").arg(texts_(text), detail)));
+                          .arg(detail.isEmpty() || kind == sima::PassedKind::Comment
+                                   ? text
+                                   : QStringLiteral("%1 (%2)").arg(text, detail)));
     }
 }
 

@@ -9,6 +9,7 @@
 #include "host/boundary/mirdan_exception.h"
 #include "platform/files.h"
 #include "sima/reader/line_source.h"
+#include "sima/records/passed_over.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
 #include "values/real_text.h"
@@ -17,6 +18,7 @@
 #include <array>
 #include <memory>
 #include <new>
+#include <optional>
 #include <ostream>
 #include <system_error>
 #include <utility>
@@ -29,8 +31,8 @@ constexpr std::size_t kNamesTold = 50;
 constexpr std::size_t kBlocksOnTerminal = 100;        // more would push everything else off the screen
 constexpr std::size_t kPiece = std::size_t{64} << 10; // bytes: standard error writes each piece at once
 
-// A longitudinal result that lies outside its alignment is told at the line that ends its section, so the record itself
-// is told too.
+// A longitudinal result that lies outside its alignment is reported at the line that ends its section, so the record
+// itself is printed too.
 void appendBlock(std::string& text, const std::string& file, const ErrorBlock& block) {
     text.append(file).append(":").append(block.line).append(": ");
     text.append(block.code.empty() ? "error" : block.code).append(": ").append(block.text);
@@ -40,29 +42,14 @@ void appendBlock(std::string& text, const std::string& file, const ErrorBlock& b
     text += '\n';
 }
 
-// What the reader calls the kinds of lines that it passes over; the code of a record may stand behind it.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 12> kPassedOver = {{
-    {"comment", "コメント行"},
-    {"outside any section", "区分の外の行"},
-    {"unknown code at top level", "不明なレコード"},
-    {"point without a number", "番号のない点"},
-    {"in a lot with a missing point", "点が欠けた画地の行"},
-    {"inside triangle data", "三角形データの中の行"},
-    {"not used in a lot", "画地で使用しないレコード"},
-    {"before the first point of a route", "路線の最初の点より前の行"},
-    {"inside element data", "要素データの中の行"},
-    {"not used in a route", "路線で使用しないレコード"},
-    {"before the first cross section", "最初の横断より前の行"},
-    {"result of a section without its end record", "終了レコードのない区分の成果"},
-}};
-
-std::string japaneseOf(const std::string& kind) {
-    for (const auto& [english, japanese] : kPassedOver) {
-        if (kind.starts_with(english)) {
-            return std::string(japanese) + kind.substr(english.size());
-        }
+// A kind of lines that were passed over with the code of the record, in the language of the messages.
+std::string passedOverText(const std::string& key, Language language) {
+    const std::optional<sima::PassedLines> lines = sima::passedLinesOf(key);
+    if (!lines) {
+        return key;
     }
-    return kind;
+    std::string text(sima::passedKindText(lines->kind, language));
+    return lines->code.empty() ? text : text.append(": ").append(lines->code);
 }
 
 } // namespace
@@ -143,10 +130,11 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
 }
 
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines) {
-    for (const auto& [kind, count] : lines) {
+    for (const auto& [key, count] : lines) {
         const std::string number = std::to_string(count);
+        const std::string kind = passedOverText(key, streams.language);
         tellFileNote(streams, quiet, file, "passed-over",
-                     inLanguage(streams, number + "行を読み飛ばしました: " + japaneseOf(kind),
+                     inLanguage(streams, number + "行を読み飛ばしました: " + kind,
                                 number + (count == 1 ? " line" : " lines") + " passed over, " + kind));
     }
 }

@@ -63,8 +63,8 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     const exchange::Plot plot = plotOf(*drawing, arguments, streams.language);
-    if (!plot.failure.empty()) {
-        throw Stop(kNotDone, arguments.drawing + ": " + plot.failure);
+    if (plot.failure) {
+        throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(*plot.failure, streams.language));
     }
     if (pdf) {
         std::ostringstream bytes;

@@ -14,8 +14,8 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment, streams.language);
     const exchange::Stakes stakes = exchange::stakesOf(*drawing, index, arguments.options);
-    if (!stakes.failure.empty()) {
-        throw Stop(kNotDone, arguments.alignment + ": " + stakes.failure);
+    if (stakes.failure) {
+        throw Stop(kNotDone, arguments.alignment + ": " + exchange::wording(*stakes.failure, streams.language));
     }
     if (stakes.note) {
         tellNote(streams, false, arguments.alignment + ": " + exchange::wording(*stakes.note, streams.language));

@@ -107,7 +107,7 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
     const Results results = resultsOf(drawing);
     const std::vector<CrossSection>& sections = results.alignments[index].sections;
     if (sections.empty()) {
-        plot.failure = "the alignment has no cross-sections";
+        plot.failure = {ObstacleCode::NoCrossSections};
         return plot;
     }
     const std::string paper = options.paper.value_or("A3");
@@ -138,16 +138,13 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
     const double columns = std::floor(pageWidth / cellWidth);
     const double rows = std::floor(pageHeight / cellHeight);
     if (columns < 1.0 || rows < 1.0) {
-        plot.noRoom = true;
-        plot.failure = "the cross-sections do not fit on " + paper + " at 1:" + std::to_string(scale) +
-                       "; choose a smaller scale or larger paper";
+        plot.failure = {ObstacleCode::SectionsDoNotFit, 0, paper, scale};
         return plot;
     }
     const auto onPage = static_cast<std::size_t>(columns * rows);
     const std::size_t pages = (sections.size() + onPage - 1) / onPage;
     if (pages > kMostPages) {
-        plot.noRoom = true;
-        plot.failure = "more than " + std::to_string(kMostPages) + " sheets; choose a smaller scale";
+        plot.failure = {ObstacleCode::TooManySheets, kMostPages};
         return plot;
     }
     std::size_t without = 0;

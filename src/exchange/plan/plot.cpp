@@ -129,10 +129,10 @@ Plot plotPlan(const Drawing& drawing, const PlotOptions& options) {
     plan.partial = part;
     takeTitles(plan, options);
     if (!part && !plan.sheet.fits()) {
-        plot.noRoom = true;
-        plot.failure = "the drawing does not fit on " + std::string(plan.sheet.format()) +
-                       " at 1:" + std::to_string(plan.sheet.scale()) +
-                       "; choose a smaller scale or larger paper, or sheets along an alignment (--along)";
+        Obstacle& why = plot.failure.emplace();
+        why.code = ObstacleCode::PlanDoesNotFit;
+        why.paper = plan.sheet.format();
+        why.scale = plan.sheet.scale();
         return plot;
     }
     plot.pages.push_back(page(plan));
@@ -145,7 +145,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
     const AlignmentGeometry& geometry = drawing.geometry(alignment);
     const Shown shown(drawing);
     if (geometry.empty() || !hasPlace(drawing.alignment(alignment))) {
-        plot.failure = "the alignment has no elements to draw";
+        plot.failure = {ObstacleCode::NoElementsToDraw};
         return plot;
     }
     const int scale = options.scale.value_or(kScaleAlong);
@@ -160,8 +160,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
             break;
         }
         if (!(length > 2.0 * overlap) || parts.size() >= kMostSheets) {
-            plot.noRoom = true;
-            plot.failure = "more than " + std::to_string(kMostSheets) + " sheets; choose a smaller scale";
+            plot.failure = {ObstacleCode::TooManySheets, kMostSheets};
             return plot;
         }
         from = to - overlap;

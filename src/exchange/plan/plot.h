@@ -3,6 +3,7 @@
 
 #include "drawing/drawing.h"
 #include "exchange/notes.h"
+#include "exchange/obstacles.h"
 #include "values/outcome.h"
 
 #include <cstddef>
@@ -27,9 +28,8 @@ struct PlotOptions {
 // Pages as SVG documents, one unit a millimetre of paper.
 struct Plot {
     std::vector<std::string> pages;
-    Notes notes;         // for the user; the sheets say them in Japanese
-    std::string failure; // one line on why there is none; empty otherwise
-    bool noRoom = false; // another scale or larger paper may mend that
+    Notes notes;                     // for the user; the sheets say them in Japanese
+    std::optional<Obstacle> failure; // why there is none
 };
 
 [[nodiscard]] Plot plotPlan(const drawing::Drawing& drawing, const PlotOptions& options);

@@ -266,7 +266,7 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
     const Results results = resultsOf(drawing);
     const Points points = pointsOf(results.alignments[index]);
     if (points.size() < 2) {
-        plot.failure = "the alignment has no longitudinal results to draw a section of";
+        plot.failure = {ObstacleCode::NoLongitudinal};
         return plot;
     }
     const std::string paper = options.paper.value_or("A3");
@@ -291,8 +291,7 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
     }
     const auto sheets = std::max(1.0, std::ceil((last - first) / layout.room() - 1e-9));
     if (sheets > static_cast<double>(kMostSheets)) {
-        plot.noRoom = true;
-        plot.failure = "more than " + std::to_string(kMostSheets) + " sheets; choose a smaller scale";
+        plot.failure = {ObstacleCode::TooManySheets, kMostSheets};
         return plot;
     }
     std::size_t without = 0;

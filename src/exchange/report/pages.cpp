@@ -72,11 +72,11 @@ class TablePages {
     Plot finish() {
         Plot plot;
         if (full_) {
-            plot.failure = "more than " + std::to_string(kMostPages) + " pages";
+            plot.failure = {ObstacleCode::TooManyPages, kMostPages};
             return plot;
         }
         if (pages_.empty()) {
-            plot.failure = "the drawing has nothing to list";
+            plot.failure = {ObstacleCode::NothingToList};
             return plot;
         }
         for (std::size_t i = 0; i < pages_.size(); ++i) {
@@ -323,7 +323,7 @@ Plot reportPages(const Drawing& drawing, const ReportOptions& options, const Plo
 }
 
 Plot stakePages(const Drawing& drawing, const Stakes& stakes, const PlotOptions& paper) {
-    if (!stakes.failure.empty()) {
+    if (stakes.failure) {
         Plot plot;
         plot.failure = stakes.failure;
         return plot;

@@ -50,7 +50,7 @@ void readPoint(FilePass& file, std::size_t firstOfSection) {
     if (validateA01(file.log(), record, isDuplicate) != 0) {
         file.updateErrorCount();
     } else if (!storePoint(points, record.fields)) {
-        file.passOver("point without a number");
+        file.passOver(PassedKind::PointWithoutNumber);
     }
 }
 
@@ -101,7 +101,7 @@ void readCoordinateSection(FilePass& file) {
             open = false;
             break;
         case recordCode("Z00"):
-            file.passOver("comment");
+            file.passOver(PassedKind::Comment);
             break;
         default:
             break;

@@ -77,7 +77,7 @@ void readCrossSection(FilePass& file) {
             validateI02(log, record);
             file.updateErrorCount();
             if (section.subEntities.empty()) {
-                file.passOver("before the first cross section");
+                file.passOver(PassedKind::BeforeFirstCrossSection);
             } else {
                 addOffsetPoint(section.subEntities.back(), record);
             }
@@ -99,7 +99,7 @@ void readCrossSection(FilePass& file) {
         }
         reader.intersections.push_back(std::move(section));
     } else if (!section.subEntities.empty()) {
-        file.countPassedOver("result of a section without its end record: I01", section.subEntities.size());
+        file.countPassedOver({PassedKind::ResultWithoutEnd, "I01"}, section.subEntities.size());
     }
     log.crossSectionEnd(reader.lineNumber, !reader.alignmentName.empty(), total);
 }

@@ -97,19 +97,17 @@ void FilePass::decodeAndSplit(std::string_view bytes) {
     splitLine(text_, ",", fields_);
 }
 
-void FilePass::passOver(std::string_view what) {
-    kind_ = what;
+void FilePass::passOver(PassedKind kind) {
+    PassedLines line{kind, {}};
     const std::string_view code = fields()[0];
-    PassedOver& kinds = reader_.passedOver;
-    if (isPrintable(code) && kinds.size() < kMostKinds) {
-        kind_ += ": ";
-        kind_ += code;
+    if (isPrintable(code) && reader_.passedOver.size() < kMostKinds) {
+        line.code = code;
     }
-    ++kinds[kind_];
+    countPassedOver(line, 1);
 }
 
-void FilePass::countPassedOver(std::string_view kind, std::size_t lines) {
-    reader_.passedOver[std::string(kind)] += static_cast<std::int64_t>(lines);
+void FilePass::countPassedOver(const PassedLines& kind, std::size_t lines) {
+    reader_.passedOver[passedLinesKey(kind)] += static_cast<std::int64_t>(lines);
 }
 
 } // namespace fenmark::sima

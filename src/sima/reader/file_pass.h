@@ -5,6 +5,7 @@
 #include "sima/reader/read_context.h"
 #include "sima/reader/sima_reader.h"
 #include "sima/records/lot_points.h"
+#include "sima/records/passed_over.h"
 #include "sima/text/record_code.h"
 #include "sima/text/splitter.h"
 #include "sima/validators/record.h"
@@ -51,10 +52,10 @@ class FilePass {
         }
     }
 
-    // Counts the line as passed over in silence: "what: CODE".
-    void passOver(std::string_view what);
+    // Counts the line as passed over in silence, with its code.
+    void passOver(PassedKind kind);
     // The same for several lines of a kind.
-    void countPassedOver(std::string_view kind, std::size_t lines);
+    void countPassedOver(const PassedLines& kind, std::size_t lines);
 
   private:
     bool nextOutOfTheOrdinary();
@@ -69,7 +70,6 @@ class FilePass {
     std::string decoded_;
     Fields fields_;
     RecordCode code_ = kNoCode;
-    std::string kind_;
 };
 
 } // namespace fenmark::sima

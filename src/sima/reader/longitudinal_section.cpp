@@ -63,7 +63,7 @@ void readLongitudinalSection(FilePass& file) {
         }
         reader.hSeries.push_back(std::move(section));
     } else if (!section.verticals.empty()) {
-        file.countPassedOver("result of a section without its end record: H01", section.verticals.size());
+        file.countPassedOver({PassedKind::ResultWithoutEnd, "H01"}, section.verticals.size());
     }
     // The count is that of all sections of the file so far, not of this one alone, on purpose.
     const bool ok = !reader.alignmentName.empty();

@@ -19,7 +19,7 @@ void skipTriangleBlock(FilePass& file) {
             return;
         }
         if (file.code() != recordCode("E01") && file.code() != recordCode("E03") && file.code() != kNoCode) {
-            file.passOver("inside triangle data");
+            file.passOver(PassedKind::InTriangleData);
         }
     }
 }
@@ -96,7 +96,7 @@ void readLotSection(FilePass& file) {
                 return;
             }
             if (code != kNoCode) {
-                file.passOver("in a lot with a missing point");
+                file.passOver(PassedKind::InLotWithMissingPoint);
             }
             continue;
         }
@@ -121,7 +121,7 @@ void readLotSection(FilePass& file) {
         case kNoCode:
             break;
         default:
-            file.passOver("not used in a lot");
+            file.passOver(PassedKind::NotUsedInLot);
             break;
         }
     }

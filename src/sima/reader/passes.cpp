@@ -40,13 +40,13 @@ void passOverAtTopLevel(FilePass& file) {
     case kNoCode:
         break;
     case recordCode("Z00"):
-        file.passOver("comment");
+        file.passOver(PassedKind::Comment);
         break;
     case recordCode("C00"):
-        file.passOver("outside any section");
+        file.passOver(PassedKind::OutsideAnySection);
         break;
     default:
-        file.passOver("unknown code at top level");
+        file.passOver(PassedKind::UnknownCode);
         break;
     }
 }

@@ -65,7 +65,7 @@ bool addRoutePoint(SimaReader& reader, const Fields& fields) {
 void setArc(FilePass& file) {
     Array<EntityData>& entities = file.reader().entities;
     if (entities.empty()) {
-        file.passOver("before the first point of a route");
+        file.passOver(PassedKind::BeforeFirstPointOfRoute);
         return;
     }
     const std::string_view radius = file.fields()[2];
@@ -79,7 +79,7 @@ void setArc(FilePass& file) {
 void setClothoid(FilePass& file) {
     Array<EntityData>& entities = file.reader().entities;
     if (entities.empty()) {
-        file.passOver("before the first point of a route");
+        file.passOver(PassedKind::BeforeFirstPointOfRoute);
         return;
     }
     const auto cleaned = [&file](std::size_t field) {
@@ -107,7 +107,7 @@ void reportNoCurvesHere(FilePass& file, const Record& record) {
 void skipElementBlock(FilePass& file) {
     while (file.next() && file.code() != recordCode("C99")) {
         if (file.code() != kNoCode) {
-            file.passOver("inside element data");
+            file.passOver(PassedKind::InElementData);
         }
     }
 }
@@ -185,7 +185,7 @@ std::int32_t readRouteSection(FilePass& file) {
         case kNoCode:
             break;
         default:
-            file.passOver("not used in a route");
+            file.passOver(PassedKind::NotUsedInRoute);
             break;
         }
     }

@@ -17,7 +17,7 @@ struct ObstacleText {
     std::string_view english;
 };
 
-constexpr std::array<ObstacleText, static_cast<std::size_t>(kLastObstacleCode) + 1> kTexts = {{
+constexpr std::array<ObstacleText, static_cast<std::size_t>(kLastObstacleCode) + 1> kObstacleTexts = {{
     {ObstacleCode::PlanDoesNotFit, "plan-does-not-fit",
      "1:{scale}では図面が{paper}用紙に入りません。縮尺を小さくするか、用紙を大きくするか、線形に沿った図面(--along)"
      "にしてください",
@@ -46,18 +46,18 @@ constexpr std::array<ObstacleText, static_cast<std::size_t>(kLastObstacleCode) +
      "station {station} lies outside the alignment: it runs from {from} to {to}"},
 }};
 
-constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kTexts.size(); ++i) {
-        if (static_cast<std::size_t>(kTexts[i].code) != i || kTexts[i].name.empty() || kTexts[i].japanese.empty() ||
-            kTexts[i].english.empty()) {
+constexpr bool obstaclesInOrder() {
+    for (std::size_t i = 0; i < kObstacleTexts.size(); ++i) {
+        if (static_cast<std::size_t>(kObstacleTexts[i].code) != i || kObstacleTexts[i].name.empty() ||
+            kObstacleTexts[i].japanese.empty() || kObstacleTexts[i].english.empty()) {
             return false;
         }
     }
     return true;
 }
-static_assert(inOrder(), "every code has its texts, in the order of the enumeration");
+static_assert(obstaclesInOrder(), "every code has its texts, in the order of the enumeration");
 
-std::string figure(std::string_view name, const Obstacle& obstacle) {
+std::string obstacleFigure(std::string_view name, const Obstacle& obstacle) {
     if (name == "paper") {
         return obstacle.paper;
     }
@@ -79,7 +79,7 @@ std::string figure(std::string_view name, const Obstacle& obstacle) {
 } // namespace
 
 std::string_view obstacleName(ObstacleCode code) {
-    return kTexts[static_cast<std::size_t>(code)].name;
+    return kObstacleTexts[static_cast<std::size_t>(code)].name;
 }
 
 bool isWantOfRoom(const Obstacle& obstacle) {
@@ -87,9 +87,9 @@ bool isWantOfRoom(const Obstacle& obstacle) {
 }
 
 std::string wording(const Obstacle& obstacle, Language language) {
-    const ObstacleText& texts = kTexts[static_cast<std::size_t>(obstacle.code)];
+    const ObstacleText& texts = kObstacleTexts[static_cast<std::size_t>(obstacle.code)];
     return filledText(language == Language::Japanese ? texts.japanese : texts.english,
-                      [&](std::string_view name) { return figure(name, obstacle); });
+                      [&](std::string_view name) { return obstacleFigure(name, obstacle); });
 }
 
 } // namespace fenmark::exchange

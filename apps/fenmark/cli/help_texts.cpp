@@ -9,7 +9,7 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr std::array<Wording<Help>, static_cast<std::size_t>(kLastHelp) + 1> kWordings = {{
+constexpr std::array<Wording<Help>, static_cast<std::size_t>(kLastHelp) + 1> kHelpWordings = {{
     {Help::Program, "SIMAの測量ファイルを図面に読み込み、図面の内容を調べます。",
      "Brings SIMA survey files into drawings and answers questions about them."},
     {Help::ProgramFooter,
@@ -171,12 +171,13 @@ constexpr std::array<Wording<Help>, static_cast<std::size_t>(kLastHelp) + 1> kWo
     {Help::ReportFooter, "例:\n  fenmark report road.gpkg road.html --tables lots,points",
      "Example:\n  fenmark report road.gpkg road.html --tables lots,points"},
 }};
-static_assert(inOrder(kWordings), "every code has its texts, in the order of the enumeration, with the same figures");
+static_assert(inOrder(kHelpWordings),
+              "every code has its texts, in the order of the enumeration, with the same figures");
 
 } // namespace
 
 std::string said(Language language, Help text, std::initializer_list<Figure> figures) {
-    return filled(kWordings[static_cast<std::size_t>(text)], language, figures);
+    return filled(kHelpWordings[static_cast<std::size_t>(text)], language, figures);
 }
 
 } // namespace fenmark::cli

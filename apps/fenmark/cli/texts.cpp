@@ -9,7 +9,7 @@ namespace fenmark::cli {
 
 namespace {
 
-constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kWordings = {{
+constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTextWordings = {{
     {Text::HelpHint, "使い方は 'fenmark --help' または 'fenmark COMMAND --help' で表示できます。",
      "Run 'fenmark --help' or 'fenmark COMMAND --help' for the commands and their options."},
     {Text::DidYouMean, "。「{word}」ではありませんか", "; did you mean '{word}'?"},
@@ -125,12 +125,13 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kWo
     {Text::NoElements, "線形「{name}」に要素がありません", "the alignment '{name}' has no elements"},
 }};
 
-static_assert(inOrder(kWordings), "every code has its texts, in the order of the enumeration, with the same figures");
+static_assert(inOrder(kTextWordings),
+              "every code has its texts, in the order of the enumeration, with the same figures");
 
 } // namespace
 
 std::string said(Language language, Text text, std::initializer_list<Figure> figures) {
-    return filled(kWordings[static_cast<std::size_t>(text)], language, figures);
+    return filled(kTextWordings[static_cast<std::size_t>(text)], language, figures);
 }
 
 } // namespace fenmark::cli

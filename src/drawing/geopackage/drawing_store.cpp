@@ -50,7 +50,7 @@ constexpr std::array<FailureText, static_cast<std::size_t>(kLastFailure) + 1> kF
     {Failure::Failed, true, "could not be read or written", "読み書きできません"},
 }};
 
-constexpr bool inOrder() {
+constexpr bool failuresInOrder() {
     for (std::size_t i = 0; i < kFailureTexts.size(); ++i) {
         const FailureText& text = kFailureTexts[i];
         if (static_cast<std::size_t>(text.failure) != i || text.english.empty() != (i == 0) ||
@@ -60,9 +60,9 @@ constexpr bool inOrder() {
     }
     return true;
 }
-static_assert(inOrder(), "every failure has its texts, in the order of the enumeration");
+static_assert(failuresInOrder(), "every failure has its texts, in the order of the enumeration");
 
-std::string told(const std::string& path, std::string_view text, const std::string& detail) {
+std::string failureLine(const std::string& path, std::string_view text, const std::string& detail) {
     std::string line = path + ": ";
     line.append(text);
     return detail.empty() ? line : line + " (" + detail + ")";
@@ -76,7 +76,7 @@ Worded storeMessage(Failure failure, const std::string& path, const Worded& deta
     }
     const FailureText& text = kFailureTexts[static_cast<std::size_t>(failure)];
     const Worded shown = text.hasDetail ? detail : Worded();
-    return {told(path, text.english, shown.english), told(path, text.japanese, shown.japanese)};
+    return {failureLine(path, text.english, shown.english), failureLine(path, text.japanese, shown.japanese)};
 }
 
 namespace {

@@ -14,7 +14,7 @@ struct PassedText {
     std::string_view english; // also in the keys of the counts
 };
 
-constexpr std::array<PassedText, static_cast<std::size_t>(kLastPassedKind) + 1> kTexts = {{
+constexpr std::array<PassedText, static_cast<std::size_t>(kLastPassedKind) + 1> kPassedTexts = {{
     {PassedKind::Comment, "コメント行", "comment"},
     {PassedKind::OutsideAnySection, "区分の外の行", "outside any section"},
     {PassedKind::UnknownCode, "不明なレコード", "unknown code at top level"},
@@ -29,22 +29,23 @@ constexpr std::array<PassedText, static_cast<std::size_t>(kLastPassedKind) + 1> 
     {PassedKind::ResultWithoutEnd, "終了レコードのない区分の成果", "result of a section without its end record"},
 }};
 
-constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kTexts.size(); ++i) {
-        if (static_cast<std::size_t>(kTexts[i].kind) != i || kTexts[i].japanese.empty() || kTexts[i].english.empty()) {
+constexpr bool passedInOrder() {
+    for (std::size_t i = 0; i < kPassedTexts.size(); ++i) {
+        if (static_cast<std::size_t>(kPassedTexts[i].kind) != i || kPassedTexts[i].japanese.empty() ||
+            kPassedTexts[i].english.empty()) {
             return false;
         }
     }
     return true;
 }
-static_assert(inOrder(), "every kind has its texts, in the order of the enumeration");
+static_assert(passedInOrder(), "every kind has its texts, in the order of the enumeration");
 
 constexpr std::string_view kBeforeCode = ": ";
 
 } // namespace
 
 std::string_view passedKindText(PassedKind kind, Language language) {
-    const PassedText& text = kTexts[static_cast<std::size_t>(kind)];
+    const PassedText& text = kPassedTexts[static_cast<std::size_t>(kind)];
     return language == Language::Japanese ? text.japanese : text.english;
 }
 
@@ -57,7 +58,7 @@ std::string passedLinesKey(const PassedLines& lines) {
 }
 
 std::optional<PassedLines> passedLinesOf(std::string_view key) {
-    for (const PassedText& text : kTexts) {
+    for (const PassedText& text : kPassedTexts) {
         if (!key.starts_with(text.english)) {
             continue;
         }

@@ -4,6 +4,8 @@
 #include "cli/help_texts.h"
 #include "cli/terminal_text.h"
 
+#include <set>
+
 namespace fenmark::cli {
 
 namespace {
@@ -33,11 +35,30 @@ HelpPage::HelpPage(Language language) {
     label("SUBCOMMAND", said(language, Help::UsageCommand));
     label("Positionals", said(language, Help::Arguments));
     label("Excludes", said(language, Help::ExcludesLabel));
-    label("REQUIRED", ""); // the line of the usage says so
 }
 
 std::string HelpPage::make_option(const CLI::Option* option, bool isPositional) const {
     return row(make_option_name(option, isPositional) + make_option_opts(option), make_option_desc(option));
+}
+
+// The parser keeps what an option excludes by address; here by name, so that one help is like the other.
+std::string HelpPage::make_option_opts(const CLI::Option* option) const {
+    std::string text;
+    if (option->get_type_size() != 0) {
+        text += option->get_type_name().empty() ? "" : " " + option->get_type_name();
+        text += option->get_expected_max() == CLI::detail::expected_max_vector_size ? " ..." : "";
+    }
+    std::set<std::string> excluded;
+    for (const CLI::Option* other : option->get_excludes()) {
+        excluded.insert(other->get_name());
+    }
+    if (!excluded.empty()) {
+        text += " " + get_label("Excludes") + ":";
+    }
+    for (const std::string& name : excluded) {
+        text += " " + name;
+    }
+    return text;
 }
 
 std::string HelpPage::make_subcommand(const CLI::App* command) const {

@@ -14,6 +14,7 @@ class HelpPage : public CLI::Formatter {
     explicit HelpPage(Language language);
 
     std::string make_option(const CLI::Option* option, bool isPositional) const override;
+    std::string make_option_opts(const CLI::Option* option) const override;
     std::string make_subcommand(const CLI::App* command) const override;
 };
 

@@ -257,13 +257,14 @@ QPalette darkPalette() {
 void measureLot(desk::MainWindow& window) {
     const drawing::Drawing& drawing = window.session().drawing();
     selectNamed(window, "田中403");
-    window.plan().fitSelected();
     const std::size_t lot = window.plan().selected()->index;
-    window.plan().select(std::nullopt);
+    window.dock(kCommandDock).hide();
     window.workbench().startMeasuring(desk::MeasureMode::Area);
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 5; ++round) { // until the panel has its height
         QApplication::processEvents();
     }
+    window.plan().fitSelected();
+    window.plan().select(std::nullopt);
     for (const host::MdGePoint3d& corner : drawing.entity(lot).vertices) {
         window.workbench().measuring().press(window.plan().view().toPixel(corner.x, corner.y));
     }
@@ -296,7 +297,6 @@ void showDay(const QDir& examples, const std::vector<std::string>& module, const
         keepSmall(*window, look, "measure");
         window->workbench().endMeasuring();
         selectNamed(*window, "田中403");
-        window->dock(kCommandDock).hide();
         window->dock(QStringLiteral("lotDock")).show();
         window->dock(QStringLiteral("lotDock")).raise();
         for (int round = 0; round < 5; ++round) { // until the panel has its height
@@ -354,6 +354,7 @@ int run(const QDir& examples, const std::vector<std::string>& module) {
             std::fputs("fenmark_pictures: the module cannot be loaded\n", stderr);
             return 1;
         }
+        window.resize(1400, 900); // more than the screen without a display has
         window.show();
         importRoad(window, folder.filePath(QStringLiteral("road.sim")));
         window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
@@ -364,6 +365,7 @@ int run(const QDir& examples, const std::vector<std::string>& module) {
     {
         desk::MainWindow window({desk::Language::English, false});
         window.loadModule(module);
+        window.resize(1400, 900); // more than the screen without a display has
         window.show();
         const Script script(
             {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});

@@ -88,6 +88,7 @@ void Workbench::makeDocks(QDockWidget* beside) {
             }
         });
     }
+    growWhenShown(window_.dock(QStringLiteral("measureDock")), 0.35);
     growWhenShown(window_.dock(QStringLiteral("lotDock")), 0.4);
     makeSectionDocks();
 }

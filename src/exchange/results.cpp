@@ -21,7 +21,7 @@ using drawing::Pose;
 
 namespace {
 
-constexpr double kOnLine = 1e-4;          // metres: a result this close to an alignment lies on it
+constexpr double kResultOnLine = 1e-4;    // metres: a result this close to an alignment lies on it
 constexpr double kInSection = 1e-4;       // metres along the road between points of one cross section
 constexpr double kSameResult = 1e-6;      // metres: the same result imported twice
 constexpr double kWhole = 1e6;            // stations and offsets are compared in micrometres
@@ -61,7 +61,7 @@ Groups groupsOf(const Drawing& drawing, std::size_t& unplaced) {
 
 std::optional<double> stationOnLine(const AlignmentGeometry& geometry, const EntityView& point) {
     const auto located = geometry.locate({point.position().x, point.position().y});
-    if (!located || std::abs(located->offset) > kOnLine) {
+    if (!located || std::abs(located->offset) > kResultOnLine) {
         return std::nullopt;
     }
     return located->station;

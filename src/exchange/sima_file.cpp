@@ -28,7 +28,7 @@ namespace {
 
 constexpr int kCentreLine = 3; // route type of an alignment
 constexpr std::size_t kNoAlignment = ~std::size_t{0};
-constexpr double kOnLine = 1e-6; // metres
+constexpr double kOnAlignment = 1e-6; // metres
 
 // The route type of a polyline with such a row; 0 for a lot.
 int routeTypeOf(Kind kind, bool closed) {
@@ -132,7 +132,7 @@ class SimaWriter {
 
     bool liesOn(const drawing::AlignmentGeometry& geometry, const host::MdGePoint3d& point) const {
         const auto foot = geometry.locate({point.x, point.y});
-        return foot && std::abs(foot->offset) <= kOnLine;
+        return foot && std::abs(foot->offset) <= kOnAlignment;
     }
 
     // All points of a longitudinal section lie on its alignment, of cross-sections at least one for each.

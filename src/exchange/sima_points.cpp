@@ -13,11 +13,11 @@ using drawing::EntityView;
 
 namespace {
 
-constexpr double kCell = 0.5; // metres
+constexpr double kPointCell = 0.5; // metres
 
 std::int64_t cellNumber(double value) {
     constexpr double kLast = 9e17; // beyond it all lies in one cell
-    return static_cast<std::int64_t>(std::clamp(std::floor(value / kCell), -kLast, kLast));
+    return static_cast<std::int64_t>(std::clamp(std::floor(value / kPointCell), -kLast, kLast));
 }
 
 std::uint64_t mixed(std::int64_t column, std::int64_t row) {

@@ -19,9 +19,9 @@ using host::PlanPoint;
 
 namespace {
 
-constexpr double kOnLine = 5e-7; // metres beside an alignment, or a section, that a point may lie and count as on it
-constexpr double kSame = 9e-7;   // metres between a point and where its station and offset lead
-constexpr double kApart = 1e-7;  // metres
+constexpr double kOnSection = 5e-7; // metres beside an alignment, or a section, that a point may lie and count as on it
+constexpr double kSame = 9e-7;      // metres between a point and where its station and offset lead
+constexpr double kApart = 1e-7;     // metres
 constexpr int kApartDecimals = 7;
 
 bool leadsTo(const AlignmentGeometry& geometry, double station, double offset, const MdGePoint3d& point) {
@@ -56,7 +56,7 @@ Beside beside(const Pose& pose, const MdGePoint3d& point) {
 
 std::optional<std::string> stationOnAlignment(const AlignmentGeometry& geometry, const MdGePoint3d& point) {
     const auto foot = geometry.locate({point.x, point.y});
-    if (!foot || std::abs(foot->offset) > kOnLine) {
+    if (!foot || std::abs(foot->offset) > kOnSection) {
         return std::nullopt;
     }
     std::string text = roundedMetres(foot->station);
@@ -77,7 +77,7 @@ std::vector<SimaCrossSection> crossSectionsOf(const AlignmentGeometry& geometry,
         while (centre < points.size() && (centre < first || !centreFoot)) {
             centre = std::max(centre, first);
             centreFoot = geometry.locate({points[centre].x, points[centre].y});
-            if (!centreFoot || std::abs(centreFoot->offset) > kOnLine) {
+            if (!centreFoot || std::abs(centreFoot->offset) > kOnSection) {
                 centreFoot.reset();
                 ++centre;
             }
@@ -88,7 +88,7 @@ std::vector<SimaCrossSection> crossSectionsOf(const AlignmentGeometry& geometry,
         const auto takeStation = [&](double station) {
             section.station = roundedMetres(station);
             pose = geometry.poseAt(sima::toReal(section.station));
-            return pose && std::abs(beside(*pose, points[first]).along) <= kOnLine;
+            return pose && std::abs(beside(*pose, points[first]).along) <= kOnSection;
         };
         bool found = centreFoot && takeStation(centreFoot->station);
         if (!found) {
@@ -99,7 +99,7 @@ std::vector<SimaCrossSection> crossSectionsOf(const AlignmentGeometry& geometry,
         const double station = sima::toReal(section.station);
         while (found && next < points.size()) {
             const Beside at = beside(*pose, points[next]);
-            if (std::abs(at.along) > kOnLine) {
+            if (std::abs(at.along) > kOnSection) {
                 break;
             }
             std::string offset =

@@ -25,10 +25,10 @@ using Index = SimaPointTable::Index;
 
 namespace {
 
-constexpr double kExact = 1e-7;  // metres that a joint and its point may differ by
-constexpr double kRounded = 0.5; // metres that a point may lie from the end of a clothoid laid from it
-constexpr double kSame = 5e-7;   // metres that a clothoid's end may move
-constexpr double kGap = 1e-6;    // metres between elements that follow each other
+constexpr double kExact = 1e-7;   // metres that a joint and its point may differ by
+constexpr double kRounded = 0.5;  // metres that a point may lie from the end of a clothoid laid from it
+constexpr double kSameEnd = 5e-7; // metres that a clothoid's end may move
+constexpr double kEndGap = 1e-6;  // metres between elements that follow each other
 constexpr double kMerging = std::numbers::pi / 180.0;  // radians between straights that become one
 constexpr double kWidestArc = 0.95 * std::numbers::pi; // radians that an arc between two points may turn
 constexpr double kParameterRounding = 1e-9;            // of the parameter
@@ -89,7 +89,7 @@ class RouteMaker {
                     return std::nullopt;
                 }
                 go(exactly(element.start));
-            } else if (std::hypot(end_.x - element.start.x, end_.y - element.start.y) > kGap) {
+            } else if (std::hypot(end_.x - element.start.x, end_.y - element.start.y) > kEndGap) {
                 go(exactly(element.start)); // a straight fills the gap
                 tangent_.reset();
             }
@@ -143,7 +143,7 @@ class RouteMaker {
     Index endOfClothoid(const Element& element) {
         for (const Index near : points_.within(element.end.x, element.end.y, kRounded)) {
             const double given = directionFrom(element, points_[last()].z, points_[near]);
-            if (std::abs(wrapped(given - element.direction)) * element.length <= kSame) {
+            if (std::abs(wrapped(given - element.direction)) * element.length <= kSameEnd) {
                 return near;
             }
         }

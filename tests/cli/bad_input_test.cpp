@@ -14,10 +14,6 @@ namespace {
 
 using BadInput = CommandLine;
 
-bool contains(const std::string& text, std::string_view part) {
-    return text.find(part) != std::string::npos;
-}
-
 // One line, which names the file.
 void expectOneLine(const Ran& ran, const std::string& path) {
     EXPECT_EQ(ran.code, kNotDone);

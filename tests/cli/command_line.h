@@ -10,9 +10,14 @@
 #include <filesystem>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fenmark::cli {
+
+inline bool contains(const std::string& text, std::string_view part) {
+    return text.find(part) != std::string::npos;
+}
 
 struct Ran {
     int code = -1;

@@ -10,10 +10,6 @@ namespace {
 using namespace std::string_literals;
 using ImportSafety = CommandLine;
 
-bool contains(const std::string& text, std::string_view part) {
-    return text.find(part) != std::string::npos;
-}
-
 std::string utf16(std::string_view text) {
     std::string bytes = "\xFF\xFE";
     for (const char c : text) {

@@ -7,10 +7,6 @@ namespace {
 
 using ImportLine = CommandLine;
 
-bool contains(const std::string& text, std::string_view part) {
-    return text.find(part) != std::string::npos;
-}
-
 TEST_F(ImportLine, PrintsTheLinesOfTheResultDialog) {
     const Ran ran = fenmark({"import", file(std::string(kPoints) + kRoute)});
     EXPECT_EQ(ran.code, kDone) << ran.err;

@@ -8,10 +8,6 @@ namespace {
 
 using QueryLine = CommandLine;
 
-bool contains(const std::string& text, std::string_view part) {
-    return text.find(part) != std::string::npos;
-}
-
 TEST_F(QueryLine, PreviewShowsTheTreeOfTheDialog) {
     const Ran ran = fenmark({"preview", file(std::string(kPoints) + kRoute + kLongitudinal)});
     EXPECT_EQ(ran.code, kDone) << ran.err;

@@ -28,7 +28,7 @@ constexpr const char* kFeatureTables =
     " LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id WHERE c.data_type = 'features' ORDER BY g.table_name";
 constexpr const char* kIsTable = "SELECT count(*) FROM sqlite_master WHERE name = ?1 AND type = 'table'"
                                  " AND substr(sql, 1, 13) = 'CREATE TABLE '";
-constexpr const char* kColumns = "SELECT name FROM pragma_table_xinfo(?1) WHERE hidden = 0 ORDER BY cid";
+constexpr const char* kColumnsOf = "SELECT name FROM pragma_table_xinfo(?1) WHERE hidden = 0 ORDER BY cid";
 constexpr const char* kKey = "SELECT name FROM pragma_table_xinfo(?1) WHERE pk = 1";
 
 constexpr std::string_view kNameColumns[] = {"name", "点名", "名称", "地番", "画地名", "point_name", "label", "title"};
@@ -172,7 +172,7 @@ class PackageReader {
 
     bool describe(Table& table) {
         std::vector<std::string> columns;
-        Statement rows(connection_, kColumns);
+        Statement rows(connection_, kColumnsOf);
         rows.bind(1, std::string_view(table.name));
         while (rows.step()) {
             columns.emplace_back(rows.text(0));

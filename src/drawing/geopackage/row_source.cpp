@@ -36,7 +36,7 @@ struct Offer {
     RowSource& source;
 };
 
-struct Table : sqlite3_vtab {
+struct RowTable : sqlite3_vtab {
     RowSource* source = nullptr;
 };
 
@@ -66,14 +66,14 @@ int connectTable(sqlite3* database, void* offered, int, const char* const*, sqli
         return code;
     }
     return guarded([&] {
-        auto made = std::make_unique<Table>();
+        auto made = std::make_unique<RowTable>();
         made->source = &offer.source;
         *table = made.release();
     });
 }
 
 int disconnectTable(sqlite3_vtab* table) {
-    delete static_cast<Table*>(table);
+    delete static_cast<RowTable*>(table);
     return SQLITE_OK;
 }
 
@@ -84,7 +84,7 @@ int planRead(sqlite3_vtab*, sqlite3_index_info*) {
 int openCursor(sqlite3_vtab* table, sqlite3_vtab_cursor** cursor) {
     return guarded([&] {
         auto made = std::make_unique<Cursor>();
-        made->source = static_cast<Table*>(table)->source;
+        made->source = static_cast<RowTable*>(table)->source;
         *cursor = made.release();
     });
 }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kGridCross = 1.5;       // half a cross of the grid, millimetres
 constexpr double kLeastGridSpace = 45.0; // millimetres between two grid lines
-constexpr double kTextSize = 2.6;
+constexpr double kPanelTextSize = 2.6;
 
 void text(std::ostream& out, double x, double y, double size, std::string_view content, const char* anchor = "start",
           const char* more = "") {
@@ -137,7 +137,7 @@ double drawLegend(const Plan& plan, std::ostream& out, double y) {
         if (item == PlanItem::Station) {
             entry += "（" + fixedReal(plan.stationStep, 0) + " mごと）";
         }
-        text(out, x + 18.0, y, kTextSize, entry);
+        text(out, x + 18.0, y, kPanelTextSize, entry);
         y += 5.4;
     }
     constexpr std::size_t kMostColours = 8; // of layers, so that the legend leaves room

@@ -21,7 +21,7 @@ namespace {
 // are left out of the plan, which would show nothing otherwise.
 constexpr double kFarFromOrigin = 5000.0;
 
-constexpr char kStyle[] = R"(<style>
+constexpr char kPlanStyle[] = R"(<style>
 text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222}
 .halo text{paint-order:stroke;stroke:#fff;stroke-width:.5;stroke-linejoin:round}
 .l{fill:none;stroke-linecap:round;stroke-linejoin:round}
@@ -50,14 +50,14 @@ text.gridname{fill:#607d8b}
 )";
 
 // No coordinate of a plane system and no station is larger, metres; what is, or is no number, cannot be drawn to scale.
-constexpr double kReach = 1e8;
+constexpr double kLargestCoordinate = 1e8;
 
 bool atOrigin(const EntityView& entity) {
     return entity.vertices.size() == 1 && entity.vertices[0].x == 0.0 && entity.vertices[0].y == 0.0;
 }
 
 bool inReach(double value) {
-    return std::abs(value) <= kReach;
+    return std::abs(value) <= kLargestCoordinate;
 }
 
 bool inReach(const EntityView& entity) {
@@ -201,7 +201,7 @@ void writePlan(Plan& plan, std::ostream& out) {
     out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""
         << mm(sheet.width()) << "mm\" height=\"" << mm(sheet.height()) << "mm\" viewBox=\"0 0 " << mm(sheet.width())
         << ' ' << mm(sheet.height()) << "\">\n<title>平面図</title>\n"
-        << kStyle << "<clipPath id=\"map\"><rect x=\"" << mm(map.x) << "\" y=\"" << mm(map.y) << "\" width=\""
+        << kPlanStyle << "<clipPath id=\"map\"><rect x=\"" << mm(map.x) << "\" y=\"" << mm(map.y) << "\" width=\""
         << mm(map.width) << "\" height=\"" << mm(map.height)
         << "\"/></clipPath>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
     drawGrid(plan, out);

@@ -22,11 +22,11 @@ using drawing::ElementType;
 namespace {
 
 // Millimetres of paper.
-constexpr double kHeadRoom = 14.0;    // above the graph, for the title
-constexpr double kTitleColumn = 24.0; // names of the band's rows
-constexpr double kScaleColumn = 10.0; // heights at the left of the graph
-constexpr double kLeastColumn = 3.0;  // between two texts of the band
-constexpr double kTextSize = 2.2;
+constexpr double kTitleRoom = 14.0;      // above the graph, for the title
+constexpr double kTitleColumn = 24.0;    // names of the band's rows
+constexpr double kScaleColumn = 10.0;    // heights at the left of the graph
+constexpr double kLeastBandColumn = 3.0; // between two texts of the band
+constexpr double kBandTextSize = 2.2;
 
 struct BandRow {
     const char* title;
@@ -37,12 +37,12 @@ constexpr std::array<BandRow, 6> kBand = {
 enum BandPlace { kPlanned, kGround, kDistance, kSingle, kName, kCurve };
 
 constexpr int kExaggeration = 10;         // at most
-constexpr double kSideRoom = 4.0;         // millimetres between the frame and the first and the last station
+constexpr double kEndRoom = 4.0;          // millimetres between the frame and the first and the last station
 constexpr int kSmallestOnOneSheet = 2500; // a longer alignment takes several sheets of 1:1000
 constexpr int kScaleOfSheets = 1000;
-constexpr std::size_t kMostSheets = 500;
+constexpr std::size_t kMostProfileSheets = 500;
 
-constexpr double kSameStation = 1e-3; // metres: a planned height at a point of the ground
+constexpr double kGroundStation = 1e-3; // metres: a planned height at a point of the ground
 
 // The row of planned heights is there only where the file has some.
 bool hasRow(std::size_t place, bool planned) {
@@ -68,9 +68,9 @@ struct Layout {
     double base;   // height of the base line
     bool planned;  // whether there are planned heights
 
-    double x(double station) const { return left + kSideRoom + (station - from) * 1000.0 / scale; }
+    double x(double station) const { return left + kEndRoom + (station - from) * 1000.0 / scale; }
     double y(double height) const { return bottom - (height - base) * 1000.0 / heights; }
-    double room() const { return (right - left - 2.0 * kSideRoom) * scale / 1000.0; } // metres
+    double room() const { return (right - left - 2.0 * kEndRoom) * scale / 1000.0; } // metres
 };
 
 using Points = std::vector<LongitudinalPoint>;
@@ -130,10 +130,11 @@ void drawHeights(SectionPage& page, const Layout& layout) {
         const double y = layout.y(layout.base + i * step);
         page.line(i == 0 ? "base" : "faint", {layout.left, y}, {layout.right, y});
         if (i > 0) {
-            page.text({layout.left - 1.5, y}, kTextSize, "end", fixedReal(layout.base + i * step, step < 5.0 ? 1 : 0));
+            page.text({layout.left - 1.5, y}, kBandTextSize, "end",
+                      fixedReal(layout.base + i * step, step < 5.0 ? 1 : 0));
         }
     }
-    page.text({layout.left - 1.5, layout.bottom - 2.0}, kTextSize, "end", "DL=" + fixedReal(layout.base, 1));
+    page.text({layout.left - 1.5, layout.bottom - 2.0}, kBandTextSize, "end", "DL=" + fixedReal(layout.base, 1));
     page.line("thin", {layout.left, layout.top}, {layout.left, layout.bottom});
 }
 
@@ -165,16 +166,16 @@ double rowTop(const Layout& layout, BandPlace place) {
 
 // The planned height that stands at the station itself; nothing between two of them, where a vertical curve may lie.
 const LongitudinalPoint* plannedAt(const Points& planned, double station) {
-    const auto at = std::lower_bound(planned.begin(), planned.end(), station - kSameStation,
+    const auto at = std::lower_bound(planned.begin(), planned.end(), station - kGroundStation,
                                      [](const auto& point, double value) { return point.station < value; });
-    return at != planned.end() && at->station <= station + kSameStation ? &*at : nullptr;
+    return at != planned.end() && at->station <= station + kGroundStation ? &*at : nullptr;
 }
 
 // Heights and distances of the points; counts those whose texts find no room.
 std::size_t drawColumns(SectionPage& page, const Layout& layout, const Points& points, const Points& planned,
                         double to) {
     const StationNames names;
-    double before = -kLeastColumn;
+    double before = -kLeastBandColumn;
     std::size_t without = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         const LongitudinalPoint& point = points[i];
@@ -183,7 +184,7 @@ std::size_t drawColumns(SectionPage& page, const Layout& layout, const Points& p
         }
         const double x = layout.x(point.station);
         page.line("faint", {x, layout.y(point.height)}, {x, layout.bottom});
-        if (x - before < kLeastColumn) {
+        if (x - before < kLeastBandColumn) {
             ++without;
             continue;
         }
@@ -191,7 +192,7 @@ std::size_t drawColumns(SectionPage& page, const Layout& layout, const Points& p
         const auto upright = [&](BandPlace place, const std::string& text) {
             const double top = rowTop(layout, place);
             const double height = kBand[static_cast<std::size_t>(place)].height;
-            page.text({x, top + height - 1.0}, kTextSize, "start", text, -90.0);
+            page.text({x, top + height - 1.0}, kBandTextSize, "start", text, -90.0);
         };
         upright(kGround, metresText(point.height));
         if (const LongitudinalPoint* height = plannedAt(planned, point.station)) {
@@ -278,21 +279,21 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
         const SectionPage page(paper, upright);
         layout.left = SectionPage::kMargin + 4.0 + kTitleColumn + kScaleColumn;
         layout.right = page.width() - SectionPage::kMargin - 6.0;
-        layout.top = SectionPage::kMargin + kHeadRoom + 4.0;
+        layout.top = SectionPage::kMargin + kTitleRoom + 4.0;
         layout.bottom = page.height() - SectionPage::kMargin - 4.0 - bandHeight(layout.planned);
     }
     const double first = points.front().station;
     const double last = points.back().station;
     layout.scale = options.scale
                        ? *options.scale
-                       : roundSectionScale((last - first) * 1000.0 / (layout.right - layout.left - 2.0 * kSideRoom));
+                       : roundSectionScale((last - first) * 1000.0 / (layout.right - layout.left - 2.0 * kEndRoom));
     if (!options.scale && layout.scale > kSmallestOnOneSheet) {
         layout.scale = kScaleOfSheets;
     }
     const auto sheets = std::max(1.0, std::ceil((last - first) / layout.room() - 1e-9));
-    if (sheets > static_cast<double>(kMostSheets)) {
+    if (sheets > static_cast<double>(kMostProfileSheets)) {
         plot.noRoom = true;
-        plot.failure = "more than " + std::to_string(kMostSheets) + " sheets; choose a smaller scale";
+        plot.failure = "more than " + std::to_string(kMostProfileSheets) + " sheets; choose a smaller scale";
         return plot;
     }
     std::size_t without = 0;

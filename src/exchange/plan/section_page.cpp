@@ -8,7 +8,7 @@ namespace fenmark::exchange {
 
 namespace {
 
-constexpr char kStyle[] = R"(<style>
+constexpr char kSectionStyle[] = R"(<style>
 text{font-family:"IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif;fill:#222}
 .ground{fill:none;stroke:#1b5e20;stroke-width:.4;stroke-linejoin:round}
 .planned{fill:none;stroke:#1565c0;stroke-width:.4;stroke-dasharray:3 .8}
@@ -106,7 +106,7 @@ void SectionPage::finish(std::string_view title, std::string_view remarks,
 std::string SectionPage::svg() const {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
            mm(width_) + "mm\" height=\"" + mm(height_) + "mm\" viewBox=\"0 0 " + mm(width_) + ' ' + mm(height_) +
-           "\">\n" + kStyle + "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n" + body_ + "</svg>\n";
+           "\">\n" + kSectionStyle + "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n" + body_ + "</svg>\n";
 }
 
 int roundSectionScale(double wanted) {

@@ -4,6 +4,7 @@
 #include "exchange/plan/page_image.h"
 #include "exchange/plan/plan.h"
 #include "exchange/plan/section_page.h"
+#include "exchange/report/datum.h"
 #include "exchange/report/tables.h"
 
 #include <algorithm>
@@ -21,21 +22,18 @@ using report::Table;
 namespace {
 
 // Millimetres of paper.
-constexpr double kMargin = 12.0;
-constexpr double kHead = 15.0;      // kind, subject and datum above a table
-constexpr double kFoot = 8.0;       // the number of the page
-constexpr double kTextSize = 2.9;   // of cells, where the table is not too wide
-constexpr double kLeastText = 1.6;  // of the widest tables
-constexpr double kCellRoom = 3.0;   // beside the text of a cell
-constexpr double kRowHeight = 1.75; // of the text's size
-constexpr double kTableGap = 9.0;   // between two tables on a page
-constexpr double kFigureGap = 6.0;  // between a table and its figure
+constexpr double kPageMargin = 12.0;
+constexpr double kHead = 15.0;        // kind, subject and datum above a table
+constexpr double kFoot = 8.0;         // the number of the page
+constexpr double kCellTextSize = 2.9; // of cells, where the table is not too wide
+constexpr double kLeastText = 1.6;    // of the widest tables
+constexpr double kCellRoom = 3.0;     // beside the text of a cell
+constexpr double kRowHeight = 1.75;   // of the text's size
+constexpr double kTableGap = 9.0;     // between two tables on a page
+constexpr double kFigureGap = 6.0;    // between a table and its figure
 constexpr double kNoteSize = 2.5;
 constexpr double kNoteLine = 4.2;
-constexpr std::size_t kMostPages = 20000;
-
-constexpr const char* kZones[] = {"",  "I",  "II",  "III",  "IV",  "V",  "VI",  "VII",  "VIII",  "IX",
-                                  "X", "XI", "XII", "XIII", "XIV", "XV", "XVI", "XVII", "XVIII", "XIX"};
+constexpr std::size_t kMostTablePages = 20000;
 
 // Pages of tables in the making.
 class TablePages {
@@ -72,7 +70,7 @@ class TablePages {
     Plot finish() {
         Plot plot;
         if (full_) {
-            plot.failure = "more than " + std::to_string(kMostPages) + " pages";
+            plot.failure = "more than " + std::to_string(kMostTablePages) + " pages";
             return plot;
         }
         if (pages_.empty()) {
@@ -89,8 +87,8 @@ class TablePages {
     }
 
   private:
-    double bottom() const { return height_ - kMargin - kFoot; }
-    double room() const { return width_ - 2.0 * kMargin; }
+    double bottom() const { return height_ - kPageMargin - kFoot; }
+    double room() const { return width_ - 2.0 * kPageMargin; }
     static std::size_t rowCount(const Table& table) {
         std::size_t rows = 0;
         for (const RowGroup& group : table.groups) {
@@ -103,12 +101,12 @@ class TablePages {
     }
 
     void newPage() {
-        if (pages_.size() >= kMostPages) {
+        if (pages_.size() >= kMostTablePages) {
             full_ = true;
             return;
         }
         pages_.emplace_back(width_, height_);
-        y_ = kMargin;
+        y_ = kPageMargin;
     }
 
     // Column widths, and a size of text at which all of them have room beside the figure.
@@ -140,7 +138,7 @@ class TablePages {
         // A figure that leaves no room goes below.
         figureBelow_ = figureWidth_ > 0.0 && sum * kLeastText + cells > beside;
         const double wide = figureBelow_ ? room() : beside;
-        size_ = sum > 0.0 ? std::clamp((wide - cells) / sum, kLeastText, kTextSize) : kTextSize;
+        size_ = sum > 0.0 ? std::clamp((wide - cells) / sum, kLeastText, kCellTextSize) : kCellTextSize;
         rowHeight_ = kRowHeight * size_;
         widths_.clear();
         for (const double em : ems) {
@@ -162,7 +160,7 @@ class TablePages {
 
     void drawHead(const Table& table) {
         SectionPage& page = pages_.back();
-        page.text({kMargin, y_ + 3.0}, 4.6, "start", table.kind, 0.0, "title");
+        page.text({kPageMargin, y_ + 3.0}, 4.6, "start", table.kind, 0.0, "title");
         std::string line;
         const auto addPart = [&line](const std::string& name, const std::string& value) {
             if (!value.empty()) {
@@ -176,29 +174,25 @@ class TablePages {
         for (const auto& [name, value] : options_.titles) {
             addPart(name, value);
         }
-        page.text({kMargin, y_ + 9.5}, kNoteSize, "start", line);
-        const int zone = drawing_.zone();
-        const std::string datum = zone >= 1 && zone <= 19
-                                      ? std::string("世界測地系（測地成果2011） 平面直角座標 第") + kZones[zone] + "系"
-                                      : std::string("平面直角座標（系は不明）");
-        page.text({width_ - kMargin, y_ + 3.0}, kNoteSize, "end", datum + "　X 北、Y 東（m）");
+        page.text({kPageMargin, y_ + 9.5}, kNoteSize, "start", line);
+        page.text({width_ - kPageMargin, y_ + 3.0}, kNoteSize, "end", datumOf(drawing_) + "　X 北、Y 東（m）");
         y_ += kHead;
     }
 
     void drawTitles(const Table& table) {
         SectionPage& page = pages_.back();
-        double x = kMargin;
-        page.line("thin", {kMargin, y_}, {right(), y_});
+        double x = kPageMargin;
+        page.line("thin", {kPageMargin, y_}, {right(), y_});
         for (std::size_t i = 0; i < table.columns.size(); ++i) {
             page.text({x + widths_[i] / 2.0, y_ + rowHeight_ / 2.0}, size_, "middle", table.columns[i].title);
             x += widths_[i];
         }
         y_ += rowHeight_;
-        page.line("base", {kMargin, y_}, {right(), y_});
+        page.line("base", {kPageMargin, y_}, {right(), y_});
     }
 
     double right() const {
-        double x = kMargin;
+        double x = kPageMargin;
         for (const double width : widths_) {
             x += width;
         }
@@ -207,7 +201,7 @@ class TablePages {
 
     void closeColumns(double top) {
         SectionPage& page = pages_.back();
-        double x = kMargin;
+        double x = kPageMargin;
         page.line("thin", {x, top}, {x, y_});
         for (const double width : widths_) {
             x += width;
@@ -237,13 +231,13 @@ class TablePages {
             for (const auto& row : group) {
                 drawRow(table, row);
             }
-            pages_.back().line("thin", {kMargin, y_}, {right(), y_});
+            pages_.back().line("thin", {kPageMargin, y_}, {right(), y_});
         }
         closeColumns(top);
     }
 
     void drawRow(const Table& table, const std::vector<std::string>& row) {
-        double x = kMargin;
+        double x = kPageMargin;
         for (std::size_t i = 0; i < row.size() && i < widths_.size(); ++i) {
             const bool left = table.columns[i].align == Align::Left;
             pages_.back().text({left ? x + kCellRoom / 2.0 : x + widths_[i] - kCellRoom / 2.0, y_ + rowHeight_ / 2.0},
@@ -257,7 +251,7 @@ class TablePages {
         if (full_ || (table.totals.empty() && table.remarks.empty())) {
             return;
         }
-        if (y_ + notesHeight(table) > height_ - kMargin - kFoot / 2.0) {
+        if (y_ + notesHeight(table) > height_ - kPageMargin - kFoot / 2.0) {
             newPage();
             if (full_) {
                 return;
@@ -266,12 +260,12 @@ class TablePages {
         }
         y_ += kNoteLine;
         for (const report::Total& total : table.totals) {
-            pages_.back().text({kMargin + 4.0, y_}, kTextSize, "start",
+            pages_.back().text({kPageMargin + 4.0, y_}, kCellTextSize, "start",
                                total.name + "　" + total.value + (total.unit.empty() ? "" : " " + total.unit));
             y_ += kNoteLine;
         }
         for (const std::string& remark : table.remarks) {
-            pages_.back().text({kMargin + 4.0, y_}, kNoteSize, "start", remark);
+            pages_.back().text({kPageMargin + 4.0, y_}, kNoteSize, "start", remark);
             y_ += kNoteLine;
         }
     }
@@ -280,7 +274,7 @@ class TablePages {
         if (full_) {
             return;
         }
-        double x = width_ - kMargin - figureWidth_;
+        double x = width_ - kPageMargin - figureWidth_;
         double y = top;
         if (figureBelow_ || y + figureHeight_ > bottom()) {
             if (y_ + figureHeight_ > bottom()) {
@@ -290,7 +284,7 @@ class TablePages {
                 }
                 drawHead(table);
             }
-            x = kMargin;
+            x = kPageMargin;
             y = y_;
         }
         pages_.back().figure({x, y}, figureWidth_, figureHeight_, table.figure);
@@ -305,8 +299,8 @@ class TablePages {
     double y_ = 0.0;
     bool full_ = false;
     std::vector<double> widths_;
-    double size_ = kTextSize;
-    double rowHeight_ = kRowHeight * kTextSize;
+    double size_ = kCellTextSize;
+    double rowHeight_ = kRowHeight * kCellTextSize;
     double figureWidth_ = 0.0;
     double figureHeight_ = 0.0;
     bool figureBelow_ = false;

@@ -2,6 +2,7 @@
 #include "exchange/report/report.h"
 
 #include "exchange/csv_field.h"
+#include "exchange/report/datum.h"
 #include "exchange/report/tables.h"
 #include "exchange/text.h"
 
@@ -16,11 +17,11 @@ using report::Table;
 
 namespace {
 
-constexpr char kHead[] = R"(<!DOCTYPE html>
+constexpr char kDocumentHead[] = R"(<!DOCTYPE html>
 <html lang="ja"><head><meta charset="utf-8"><meta name="viewport" content="width=device-width">
 <title>)";
 
-constexpr char kStyle[] = R"(</title>
+constexpr char kReportStyle[] = R"(</title>
 <style>
 @page{size:A4 landscape;margin:14mm 12mm 16mm;@bottom-center{content:"－ " counter(page) " －";font:9pt "IPAexGothic","IPAGothic","Noto Sans CJK JP","Yu Gothic","MS Gothic",sans-serif}}
 body{font:9.5pt/1.35 "IPAexGothic","IPAGothic","Noto Sans CJK JP","Yu Gothic","Hiragino Sans","MS Gothic",sans-serif;color:#111;margin:0 auto;max-width:273mm}
@@ -52,20 +53,11 @@ svg .north{fill:#333}
 </style></head><body>
 )";
 
-constexpr const char* kZones[] = {"",  "I",  "II",  "III",  "IV",  "V",  "VI",  "VII",  "VIII",  "IX",
-                                  "X", "XI", "XII", "XIII", "XIV", "XV", "XVI", "XVII", "XVIII", "XIX"};
-
-std::string datumOf(const Drawing& drawing) {
-    const int zone = drawing.zone();
-    return zone >= 1 && zone <= 19 ? std::string("世界測地系（測地成果2011） 平面直角座標 第") + kZones[zone] + "系"
-                                   : std::string("平面直角座標（系は不明）");
-}
-
 class HtmlWriter {
   public:
     HtmlWriter(const Drawing& drawing, std::ostream& out) : out_(out), datum_(datumOf(drawing)) {
         site_ = drawing.sites().empty() ? std::string() : std::string(trimmedName(drawing.sites()[0].name));
-        out_ << kHead << xmlText(site_.empty() ? "測量成果" : site_) << kStyle;
+        out_ << kDocumentHead << xmlText(site_.empty() ? "測量成果" : site_) << kReportStyle;
     }
     void add(const Table& table) {
         // The parts of the summary and the small tables of an alignment share pages.

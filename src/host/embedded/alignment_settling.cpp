@@ -10,13 +10,12 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numbers>
 #include <optional>
 
 namespace fenmark::host::embedded {
 
 namespace {
-
-constexpr double kPi = 3.141592653589793;
 
 // How well the tangents of a joint meet that is none of the file's kinks: what the rounding of directions leaves
 // (radians), and what ends in millimetres leave on an element (metres, by its length).
@@ -25,11 +24,11 @@ constexpr double kRoundedEnds = 0.002;
 // A joint is as good as the alignment's others up to so many times their lower quartile, and up to so many radians; so is
 // one next to a spiral that only continues the element before it, since that drifts.
 constexpr double kLikeTheOthers = 4.0;
-constexpr double kMostLikeTheOthers = 0.25 * kPi / 180.0;
+constexpr double kMostLikeTheOthers = 0.25 * std::numbers::pi / 180.0;
 
 // Costs, in broken joints. A broken joint costs 1, and up to a half more where it breaks by more than a kink would.
-constexpr double kMostKink = 5.0 * kPi / 180.0;
-constexpr double kBeyondKinks = 20.0 * kPi / 180.0; // for each 1 more
+constexpr double kMostKink = 5.0 * std::numbers::pi / 180.0;
+constexpr double kBeyondKinks = 20.0 * std::numbers::pi / 180.0; // for each 1 more
 constexpr double kMostBeyond = 0.5;
 constexpr double kBetweenCurves = 0.1; // kinks lie beside straights rather than within a curve
 // What it costs that the sense changes from element to element. One joint of kinks that meets by chance is not worth a
@@ -180,7 +179,7 @@ class Settling {
                 (isCurve(*before) || isCurve(element))) {
                 const double image = mirrored(*before).endDirection();
                 const double imageStart = mirrored(element).direction;
-                double best = kPi;
+                double best = std::numbers::pi;
                 for (const double end : {before->endDirection(), isCurve(*before) ? image : before->endDirection()}) {
                     for (const double start : {element.direction, isCurve(element) ? imageStart : element.direction}) {
                         best = std::min(best, std::abs(wrapped(start - end)));

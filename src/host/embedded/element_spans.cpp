@@ -6,20 +6,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace fenmark::host::embedded {
 
 namespace {
 
-constexpr double kPi = 3.141592653589793;
 // A half circle's chord may exceed its diameter by this much, metres: both ends come from coordinates in millimetres.
 constexpr double kHalfCircleExcess = 0.002;
 
 } // namespace
 
 double wrapped(double angle) {
-    const double rest = std::remainder(angle, 2.0 * kPi);
-    return rest <= -kPi ? kPi : rest;
+    const double rest = std::remainder(angle, 2.0 * std::numbers::pi);
+    return rest <= -std::numbers::pi ? std::numbers::pi : rest;
 }
 
 double directionTo(const PlanPoint& from, const PlanPoint& to) {

@@ -23,7 +23,7 @@ using mirdane::AutomationStatus;
 using mirdane::InterfaceId;
 using mirdane::Variant;
 
-constexpr AutomationStatus kOk = 0;
+constexpr AutomationStatus kDone = 0;
 constexpr auto kNotImplemented = static_cast<AutomationStatus>(0x80004001U);
 constexpr auto kNoInterface = static_cast<AutomationStatus>(0x80004002U);
 constexpr auto kFailure = static_cast<AutomationStatus>(0x80004005U);
@@ -54,7 +54,7 @@ class Counted : public Interface {
             if (id == Interface::kInterface) {
                 addReference();
                 object = static_cast<Interface*>(this);
-                return kOk;
+                return kDone;
             }
         }
         return kNoInterface;
@@ -68,7 +68,7 @@ class Counted : public Interface {
 template <typename Interface>
 AutomationStatus give(Interface*& out, Interface* object) {
     out = object;
-    return kOk;
+    return kDone;
 }
 
 Drawing* drawingOf(Document* document) {
@@ -98,7 +98,7 @@ class Style final : public Counted<mirdane::StyleObject> {
   public:
     AutomationStatus getName(std::string& name) override {
         name = kStandardStyle;
-        return kOk;
+        return kDone;
     }
 };
 
@@ -120,15 +120,15 @@ class ElementObject final : public Counted<mirdane::AlignmentElementObject> {
     explicit ElementObject(const Element& element) : element_(element) {}
     AutomationStatus getElementId(std::int32_t& id) override {
         id = element_.id;
-        return kOk;
+        return kDone;
     }
     AutomationStatus getEndX(double& x) override {
         x = element_.end.x;
-        return kOk;
+        return kDone;
     }
     AutomationStatus getEndY(double& y) override {
         y = element_.end.y;
-        return kOk;
+        return kDone;
     }
     // Of an arc: its middle.
     AutomationStatus getArcValue1(double& value) override {
@@ -136,14 +136,14 @@ class ElementObject final : public Counted<mirdane::AlignmentElementObject> {
             return kNotImplemented;
         }
         value = element_.centre().x;
-        return kOk;
+        return kDone;
     }
     AutomationStatus getArcValue2(double& value) override {
         if (element_.type != ElementType::Arc) {
             return kNotImplemented;
         }
         value = element_.centre().y;
-        return kOk;
+        return kDone;
     }
 
   private:
@@ -260,7 +260,7 @@ class Elements final : public Counted<mirdane::ElementCollection> {
             return kBadArgument;
         }
         at_.drawing().removeElement(at_.index(), *element);
-        return kOk;
+        return kDone;
     }
 
   private:
@@ -306,31 +306,32 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
             return kFailure;
         }
         id = at_.id().asUint64();
-        return kOk;
+        return kDone;
     }
     AutomationStatus setDescription(const std::string& text) override {
         if (!at_.find()) {
             return kFailure;
         }
         at_.drawing().setDescription(at_.index(), text);
-        return kOk;
+        return kDone;
     }
     AutomationStatus getName(std::string& name) override {
         if (!at_.find()) {
             return kFailure;
         }
         name = at_.alignment().name;
-        return kOk;
+        return kDone;
     }
     AutomationStatus applyStyleByName(const Variant& name) override {
-        return at_.find() && name.kind() == Variant::Kind::String && name.text() == kStandardStyle ? kOk : kBadArgument;
+        return at_.find() && name.kind() == Variant::Kind::String && name.text() == kStandardStyle ? kDone
+                                                                                                   : kBadArgument;
     }
     AutomationStatus setStartStation(double station) override {
         if (!at_.findSettled() || !std::isfinite(station)) {
             return kBadArgument;
         }
         at_.drawing().setStartStation(at_.index(), station);
-        return kOk;
+        return kDone;
     }
     AutomationStatus pointAt(double station, double offset, double& x, double& y) override {
         if (!at_.findSettled()) {
@@ -342,7 +343,7 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
         }
         x = point->x;
         y = point->y;
-        return kOk;
+        return kDone;
     }
     AutomationStatus getElements(mirdane::ElementCollection*& elements) override {
         elements = nullptr;
@@ -352,7 +353,7 @@ class AlignmentObject final : public Counted<mirdane::CivilAlignment> {
         return give<mirdane::ElementCollection>(elements, new Elements(at_));
     }
     AutomationStatus applyStyleObject(mirdane::StyleObject* style) override {
-        return at_.find() && style != nullptr ? kOk : kBadArgument;
+        return at_.find() && style != nullptr ? kDone : kBadArgument;
     }
 
   private:
@@ -365,7 +366,7 @@ class Alignments final : public Counted<mirdane::AlignmentCollection> {
 
     AutomationStatus count(std::int32_t& count) override {
         count = static_cast<std::int32_t>(ids().size());
-        return kOk;
+        return kDone;
     }
     AutomationStatus item(const Variant& index, mirdane::CivilAlignment*& alignment) override {
         alignment = nullptr;
@@ -427,7 +428,7 @@ class SiteObject final : public Counted<mirdane::CivilSite> {
             return kFailure;
         }
         name = drawing->sites()[*index].name;
-        return kOk;
+        return kDone;
     }
     AutomationStatus getAlignments(mirdane::AlignmentCollection*& alignments) override {
         alignments = nullptr;
@@ -462,7 +463,7 @@ class Sites final : public Counted<mirdane::SiteCollection> {
             return kFailure;
         }
         count = static_cast<std::int32_t>(drawing->sites().size());
-        return kOk;
+        return kDone;
     }
     // A name that is taken is refused.
     AutomationStatus add(const std::string& name, mirdane::CivilSite*& site) override {
@@ -547,7 +548,7 @@ AutomationObject* makeCivilApplication(MakeDocument make) {
 
 class Application final : public Counted<mirdane::HostApplication> {
   public:
-    AutomationStatus setPresented(bool) override { return kOk; }
+    AutomationStatus setPresented(bool) override { return kDone; }
     AutomationStatus getInterfaceObject(const std::string& programId, AutomationObject*& object) override {
         object = nullptr;
         if (programId == mirdane::kLandProgramId) {
@@ -557,7 +558,7 @@ class Application final : public Counted<mirdane::HostApplication> {
             object = makeCivilApplication<mirdane::RoadwayApplication>(
                 [](Document*) -> AutomationObject* { return new RoadwayDocumentObject; });
         }
-        return object == nullptr ? kBadArgument : kOk;
+        return object == nullptr ? kBadArgument : kDone;
     }
 };
 

@@ -10,7 +10,7 @@ namespace {
 using mirdane::MdMap;
 using mirdane::Status;
 
-constexpr Status kOk = 0;
+constexpr Status kMapOk = 0;
 constexpr Status kRefused = 1;
 
 struct Column {
@@ -41,7 +41,7 @@ bool hasOurColumns(const mirdane::MdMapODTableDefinition& definition) {
 
 Status Document::MapObjects::getTables(mirdane::MdMapODTables*& tables) {
     tables = this;
-    return kOk;
+    return kMapOk;
 }
 
 Status Document::MapObjects::addTable(std::string_view name, const mirdane::MdMapODTableDefinition* definition,
@@ -49,7 +49,7 @@ Status Document::MapObjects::addTable(std::string_view name, const mirdane::MdMa
     if (definition == nullptr || !hasOurColumns(*definition)) {
         return kRefused;
     }
-    return document_.drawing().addTable(name).isNull() ? kRefused : kOk;
+    return document_.drawing().addTable(name).isNull() ? kRefused : kMapOk;
 }
 
 Status Document::MapObjects::getTable(mirdane::MdMapODTable*& table, std::string_view name) {
@@ -62,12 +62,12 @@ Status Document::MapObjects::getTable(mirdane::MdMapODTable*& table, std::string
         tables_.emplace_back(document_.drawing(), tables_.size());
     }
     table = &tables_[*index];
-    return kOk;
+    return kMapOk;
 }
 
 Status Document::MapObjects::Table::initRecord(mirdane::MdMapODTableRecord& record) {
     record.valuesForHost().assign(kColumnCount, mirdane::MdMapValue());
-    return kOk;
+    return kMapOk;
 }
 
 Status Document::MapObjects::Table::addRecord(mirdane::MdMapODTableRecord& record, MdDbObjectId id) {
@@ -77,7 +77,7 @@ Status Document::MapObjects::Table::addRecord(mirdane::MdMapODTableRecord& recor
         return kRefused;
     }
     drawing_.setRow(*entity, index_, values[0].integer(), values[1].text(), values[2].text(), values[3].text());
-    return kOk;
+    return kMapOk;
 }
 
 } // namespace fenmark::host::embedded

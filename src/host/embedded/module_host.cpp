@@ -12,7 +12,7 @@ namespace fenmark::host::embedded {
 
 namespace {
 
-ModuleHost* currentHost = nullptr;
+ModuleHost* currentModuleHost = nullptr;
 
 std::string lowerCase(std::string_view text) {
     std::string lower(text);
@@ -79,7 +79,7 @@ class ModuleHost::Registry : public mirdane::MdRxSysRegistry,
 };
 
 ModuleHost::ModuleHost() : registry_(std::make_unique<Registry>(*this)) {
-    currentHost = this;
+    currentModuleHost = this;
 }
 
 ModuleHost::~ModuleHost() {
@@ -88,13 +88,13 @@ ModuleHost::~ModuleHost() {
         modules_.back()->mayUnload = true;
         (void)unload(modules_.back()->name);
     }
-    if (currentHost == this) {
-        currentHost = nullptr;
+    if (currentModuleHost == this) {
+        currentModuleHost = nullptr;
     }
 }
 
 ModuleHost* ModuleHost::current() {
-    return currentHost;
+    return currentModuleHost;
 }
 
 mirdane::MdRxSysRegistry& ModuleHost::registry() {

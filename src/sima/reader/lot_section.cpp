@@ -26,7 +26,7 @@ void skipTriangleBlock(FilePass& file) {
 
 // Room for the lots of a file is taken at its first lot; what is not filled is never resident.
 constexpr std::int64_t kShortLot = 86; // bytes: three points and the two records around them
-constexpr std::int64_t kMostExpected = 1'000'000;
+constexpr std::int64_t kMostLotsExpected = 1'000'000;
 
 // Adds the point that a B01 refers to. False, with its error block, if there is no such point.
 bool addLotPoint(FilePass& file, const Record& record, std::int32_t number) {
@@ -51,7 +51,7 @@ void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
     lot.points = LotOutlines::close(file.lotOutlines());
     const auto pointCount = static_cast<std::int32_t>(lot.points.size());
     if (reader.lots.empty()) {
-        const std::int64_t lots = std::clamp<std::int64_t>(file.remainingBytes() / kShortLot, 0, kMostExpected);
+        const std::int64_t lots = std::clamp<std::int64_t>(file.remainingBytes() / kShortLot, 0, kMostLotsExpected);
         reader.lots.edits().reserve(static_cast<std::size_t>(lots) + 1);
     }
     reader.lots.push_back(std::move(lot));

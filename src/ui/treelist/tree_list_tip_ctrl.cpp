@@ -18,7 +18,7 @@ namespace {
 constexpr int kRestTime = 400; // ms before the tip appears
 constexpr int kFadeTime = 25;  // ms of one step
 constexpr int kFadeSteps = 6;
-constexpr int kMargin = 4; // pixels around the text
+constexpr int kTipMargin = 4; // pixels around the text
 
 } // namespace
 
@@ -57,9 +57,10 @@ void CTreeListTipCtrl::leave() {
 void CTreeListTipCtrl::appear() {
     setFont(control_.font());
     const QFontMetrics metrics(font());
-    const QSize size(metrics.horizontalAdvance(text_) + 2 * kMargin, std::max(cell_.height(), metrics.height() + 2));
+    const QSize size(metrics.horizontalAdvance(text_) + 2 * kTipMargin,
+                     std::max(cell_.height(), metrics.height() + 2));
     // The text stands where it stands in its cell, unless the screen ends before it does.
-    QPoint place = control_.viewport()->mapToGlobal(cell_.topLeft()) - QPoint(kMargin - 2, 0);
+    QPoint place = control_.viewport()->mapToGlobal(cell_.topLeft()) - QPoint(kTipMargin - 2, 0);
     place.setY(place.y() - (size.height() - cell_.height()) / 2);
     if (const QScreen* screen = QGuiApplication::screenAt(control_.viewport()->mapToGlobal(point_))) {
         const QRect area = screen->availableGeometry();
@@ -100,8 +101,8 @@ void CTreeListTipCtrl::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), colorOf(TreeListColor::Line));
     painter.fillRect(rect().adjusted(1, 1, -1, -1), colorOf(TreeListColor::Background));
     painter.setPen(Qt::black);
-    painter.drawText(rect().adjusted(kMargin, 0, -kMargin, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     text_);
+    painter.drawText(rect().adjusted(kTipMargin, 0, -kTipMargin, 0),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text_);
 }
 
 } // namespace fenmark::ui::treelist

@@ -10,7 +10,7 @@ namespace fenmark::exchange {
 
 namespace {
 
-constexpr int kColours = 256;
+constexpr int kIndexColours = 256;
 constexpr int kFirstHue = 10; // from here on ten shades for each of 24 hues
 constexpr int kFirstGrey = 250;
 
@@ -44,7 +44,7 @@ drawing::Colour colourOfIndex(int index) {
         {192, 192, 192},
     }};
     static constexpr std::array<int, 5> kLargest = {255, 165, 127, 76, 38};
-    static constexpr std::array<std::uint8_t, kColours - kFirstGrey> kGreys = {51, 91, 132, 173, 214, 255};
+    static constexpr std::array<std::uint8_t, kIndexColours - kFirstGrey> kGreys = {51, 91, 132, 173, 214, 255};
     if (index < kFirstHue) {
         return kFirst[static_cast<std::size_t>(index)];
     }
@@ -72,7 +72,7 @@ DxfColour dxfColourOf(const drawing::Colour& colour) {
     }
     DxfColour nearest{kBlackOrWhite, colour};
     int least = std::numeric_limits<int>::max();
-    for (int index = 1; index < kColours; ++index) {
+    for (int index = 1; index < kIndexColours; ++index) {
         if (const int far = distance(colourOfIndex(index), colour); far < least) {
             least = far;
             nearest.index = index;

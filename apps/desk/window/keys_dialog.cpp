@@ -16,8 +16,8 @@ namespace fenmark::desk {
 
 namespace {
 
-constexpr QSize kComfortable(640, 600);
-constexpr QSize kFrame(8, 40); // of the window: borders and title bar
+constexpr QSize kHelpSize(640, 600);
+constexpr QSize kHelpFrame(8, 40); // of the window: borders and title bar
 
 void addActionsOf(const QMenu& menu, std::vector<KeyHelp>& keys) {
     for (const QAction* action : menu.actions()) {
@@ -90,7 +90,7 @@ void showKeys(MainWindow& window) {
     auto* layout = new QVBoxLayout(&dialog);
     layout->addWidget(list);
     layout->addWidget(buttons);
-    dialog.resize(kComfortable.boundedTo(window.screen()->availableSize() - kFrame));
+    dialog.resize(kHelpSize.boundedTo(window.screen()->availableSize() - kHelpFrame));
     dialog.exec();
 }
 

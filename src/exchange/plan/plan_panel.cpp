@@ -148,7 +148,7 @@ double drawLegend(const Plan& plan, std::ostream& out, double y) {
         }
         out << "<path class=\"l straight\" style=\"stroke:" << plan.layerColours[layer] << "\" d=\"M" << mm(x) << ' '
             << mm(y) << "h14\"/>\n";
-        text(out, x + 18.0, y, kTextSize, "画層 " + plan.drawing.layers()[layer].name);
+        text(out, x + 18.0, y, kPanelTextSize, "画層 " + plan.drawing.layers()[layer].name);
         y += 5.4;
     }
     return y;

@@ -52,7 +52,7 @@ drawing::Colour colourOfIndex(int index) {
         const std::uint8_t grey = kGreys[static_cast<std::size_t>(index - kFirstGrey)];
         return {grey, grey, grey};
     }
-    const double hue = (index - kFirstHue) / 10 * 15.0;
+    const int hue = (index - kFirstHue) / 10 * 15; // in whole steps of 15 degrees
     return shade(hue, kLargest[static_cast<std::size_t>(index % 10 / 2)], index % 2 == 1);
 }
 

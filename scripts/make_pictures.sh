@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the pictures in docs/pictures: the dialogs, the desktop program and the plan of the road example, without a
-# display.
+# Makes the pictures in docs/pictures: the dialogs, the desktop program and its views on a small screen (desk/), and the
+# plan of the road example, without a display.
 #
 # scripts/make_pictures.sh [BUILD]   with the build folder, default build/dev, which must be configured
 set -euo pipefail
@@ -9,7 +9,10 @@ cd "$(dirname "$0")/.."
 build="${1:-build/dev}"
 cmake --build "$build" --target fenmark_pictures >/dev/null
 mkdir -p docs/pictures
-"$build/apps/desk/fenmark_pictures" examples docs/pictures 2> >(grep -v 'This plugin does not support\|XDG_RUNTIME_DIR' >&2)
+for views in "" desk desk2; do
+    "$build/apps/desk/fenmark_pictures" examples docs/pictures $views \
+        2> >(grep -v 'This plugin does not support\|XDG_RUNTIME_DIR' >&2)
+done
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -11,7 +11,8 @@ build=(g++ cmake ninja-build pkg-config libsqlite3-dev libcli11-dev libpugixml-d
 picture=(librsvg2-bin fonts-ipafont-gothic)
 windows=(qt6-base-dev qt6-l10n-tools qt6-translations-l10n python3 libgl-dev fonts-ipafont-gothic)
 check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libbenchmark-dev python3 python3-gdal gdal-bin
-       zsh fish xvfb xauth libxml2-utils python3-ezdxf python3-numpy python3-matplotlib python3-geopandas mypy)
+       zsh fish xvfb xauth xdotool matchbox-window-manager libxml2-utils python3-ezdxf python3-numpy
+       python3-matplotlib python3-geopandas mypy)
 web=(emscripten chromium firefox-esr nodejs tcl apt dpkg-dev python3)
 packaging=(lintian debootstrap dpkg-dev file ccache)
 qgis=(qgis python3-qgis zip unzip)

@@ -1,7 +1,10 @@
 // Draws the pictures of the documentation: every dialog and the desktop program with the examples. Not installed.
 //
-// Usage: fenmark_pictures EXAMPLES OUTPUT, two folders. The dialogs are the real ones, met on the way through an import.
+// Usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2|all|all2], two folders. The dialogs are the real ones, met on the
+// way through an import. "desk" makes the views of the desk on a small screen, "desk2" at twice the scale; "all" and
+// "all2" each of them in both languages, light and dark, to be looked at.
 #include "desk/window/desk.h"
+#include "desk/window/keys_dialog.h"
 #include "desk/window/main_window.h"
 #include "desk/window/workbench.h"
 #include "ui/dialogs/progress_wnd.h"
@@ -18,11 +21,13 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -30,6 +35,7 @@ namespace {
 
 using namespace fenmark;
 
+const QString kCommandDock = QStringLiteral("dock5");
 QDir output;
 bool failed = false;
 
@@ -164,14 +170,74 @@ void showTreeList() {
     keep(frame, QStringLiteral("treelist"));
 }
 
+// How the views are shown: in which language, light or dark, at which scale.
+struct Look {
+    desk::Language language;
+    bool dark;
+    int scale;
+};
+
+bool allLooks = false; // to look at; otherwise each view is kept in a few
+
+// Every view in Japanese on light and in English on dark; what else changes with the look is seen in a few.
+bool isKept(const Look& look, const QString& view) {
+    const bool japanese = look.language == desk::Language::Japanese;
+    if (allLooks) {
+        return true;
+    }
+    if (look.scale == 2) {
+        return japanese != look.dark &&
+               (japanese ? QStringList{"road", "profile"} : QStringList{"lots", "paper"}).contains(view);
+    }
+    return japanese != look.dark || view == (japanese ? QStringLiteral("road") : QStringLiteral("lots"));
+}
+
+// The picture with its most frequent colours alone; the others become the nearest of them.
+QImage inFewColours(const QImage& picture) {
+    constexpr qsizetype kColours = 250;
+    std::map<QRgb, std::size_t> counts;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            ++counts[line[x]];
+        }
+    }
+    std::vector<std::pair<std::size_t, QRgb>> byCount;
+    for (const auto& [colour, count] : counts) {
+        byCount.emplace_back(count, colour);
+    }
+    std::sort(byCount.rbegin(), byCount.rend());
+    // Colours that are seen as others go, so that rare ones keep their place.
+    constexpr int kAlike = 10; // of 255, of red, green or blue
+    QList<QRgb> table;
+    for (const auto& [count, colour] : byCount) {
+        const bool alike = std::any_of(table.begin(), table.end(), [colour = colour](QRgb other) {
+            return std::abs(qRed(colour) - qRed(other)) < kAlike && std::abs(qGreen(colour) - qGreen(other)) < kAlike &&
+                   std::abs(qBlue(colour) - qBlue(other)) < kAlike;
+        });
+        if (!alike && table.size() < kColours) {
+            table.append(colour);
+        }
+    }
+    return picture.convertToFormat(QImage::Format_Indexed8, table, Qt::ThresholdDither | Qt::AvoidDither);
+}
+
 // Keeps a picture in few bytes: the desk has few colours.
-void keepSmall(QWidget& widget, const QString& name) {
+void keepSmall(QWidget& widget, const Look& look, const char* view) {
+    if (!isKept(look, QLatin1String(view))) {
+        return;
+    }
     for (int round = 0; round < 5; ++round) {
         QApplication::processEvents();
     }
-    const QString path = output.filePath(name + QStringLiteral(".png"));
-    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::AvoidDither);
-    if (!image.save(path, "PNG", 0)) {
+    const QString name =
+        QStringLiteral("desk/%1_%2_%3%4.png")
+            .arg(QLatin1String(view),
+                 look.language == desk::Language::Japanese ? QStringLiteral("ja") : QStringLiteral("en"),
+                 look.dark ? QStringLiteral("dark") : QStringLiteral("light"),
+                 look.scale == 2 ? QStringLiteral("_2x") : QString());
+    const QString path = output.filePath(name);
+    if (!inFewColours(widget.grab().toImage().convertToFormat(QImage::Format_RGB32)).save(path, "PNG", 0)) {
         std::fprintf(stderr, "fenmark_pictures: %s: cannot be written\n", qPrintable(path));
         failed = true;
     }
@@ -187,50 +253,18 @@ QPalette darkPalette() {
     return dark;
 }
 
-// The desk on a small screen, light and dark, in both languages: a selected alignment, and several selected lots.
-void showDesks(const std::vector<std::string>& module, const QTemporaryDir& folder) {
-    const QPalette light = QApplication::palette();
-    QDir().mkpath(output.filePath(QStringLiteral("desk")));
-    for (const bool dark : {false, true}) {
-        QApplication::setPalette(dark ? darkPalette() : light);
-        for (const auto& [language, name] :
-             {std::pair(desk::Language::Japanese, "ja"), std::pair(desk::Language::English, "en")}) {
-            desk::MainWindow window({language, false});
-            window.loadModule(module);
-            window.questions().again = [](QWidget*) { return desk::Again::Add; };
-            window.resize(1024, 768);
-            window.show();
-            QApplication::processEvents();
-            const Script script(
-                {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
-            const bool lots = language == desk::Language::English;
-            window.openFile(folder.filePath(lots ? QStringLiteral("cadastral.sim") : QStringLiteral("road.sim")));
-            window.plan().fitAll();
-            if (lots) {
-                window.legend().showOnly(desk::FigureStyle::Lot);
-                window.plan().selectAllShown();
-                window.legend().showAll();
-            } else {
-                window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
-            }
-            keepSmall(window, QStringLiteral("desk/%1_%2")
-                                  .arg(QLatin1String(name), dark ? QStringLiteral("dark") : QStringLiteral("light")));
-        }
-    }
-    QApplication::setPalette(light);
-}
-
 // A lot measured corner by corner, with its area table, as the mouse would do it.
 void measureLot(desk::MainWindow& window) {
     const drawing::Drawing& drawing = window.session().drawing();
     selectNamed(window, "田中403");
-    window.plan().fitSelected();
     const std::size_t lot = window.plan().selected()->index;
-    window.plan().select(std::nullopt);
+    window.dock(kCommandDock).hide();
     window.workbench().startMeasuring(desk::MeasureMode::Area);
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 5; ++round) { // until the panel has its height
         QApplication::processEvents();
     }
+    window.plan().fitSelected();
+    window.plan().select(std::nullopt);
     for (const host::MdGePoint3d& corner : drawing.entity(lot).vertices) {
         window.workbench().measuring().press(window.plan().view().toPixel(corner.x, corner.y));
     }
@@ -238,10 +272,9 @@ void measureLot(desk::MainWindow& window) {
 }
 
 // The views of a day's work, at the size of a small screen.
-void showDay(const QDir& examples, const std::vector<std::string>& module, desk::Language language,
-             const QString& suffix) {
+void showDay(const QDir& examples, const std::vector<std::string>& module, const Look& look) {
     const auto open = [&](const char* file) {
-        auto window = std::make_unique<desk::MainWindow>(desk::WindowOptions{language, false});
+        auto window = std::make_unique<desk::MainWindow>(desk::WindowOptions{look.language, false});
         window->loadModule(module);
         window->resize(1024, 740); // 768 without the frame
         window->show();
@@ -251,48 +284,77 @@ void showDay(const QDir& examples, const std::vector<std::string>& module, desk:
         const Script script(
             {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
         window->openFile(copy);
+        window->plan().fitAll();
         return window;
     };
-    const auto name = [&suffix](const char* view) { return QStringLiteral("desk/") + QLatin1String(view) + suffix; };
     {
         const auto window = open("cadastral.sim");
+        window->legend().showOnly(desk::FigureStyle::Lot);
+        window->plan().selectAllShown();
+        window->legend().showAll();
+        keepSmall(*window, look, "lots");
         measureLot(*window);
-        keepSmall(*window, name("measure"));
+        keepSmall(*window, look, "measure");
         window->workbench().endMeasuring();
         selectNamed(*window, "田中403");
         window->dock(QStringLiteral("lotDock")).show();
         window->dock(QStringLiteral("lotDock")).raise();
-        keepSmall(*window, name("lot"));
+        for (int round = 0; round < 5; ++round) { // until the panel has its height
+            QApplication::processEvents();
+        }
+        window->plan().fitSelected();
+        keepSmall(*window, look, "lot");
     }
     const auto window = open("road.sim");
     window->plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
+    keepSmall(*window, look, "road");
+    window->session().addLayer("境界");
+    window->session().setLayerColour(0, drawing::Colour{0x8e, 0x24, 0xaa});
+    window->session().setLayerColour(1, drawing::Colour{0x2e, 0x7d, 0x32});
+    window->undo();
+    window->redo(); // so that the panels show the layers
+    window->plan().select(std::nullopt);
+    keepSmall(*window, look, "layers");
+    for (int step = 0; step < 3; ++step) {
+        window->undo();
+    }
+    // The command line goes, so that the sections have the width of the plan.
+    window->plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
+    window->dock(kCommandDock).hide();
     for (const char* view : {"profile", "crossSection"}) {
         QDockWidget& dock = window->dock(QLatin1String(view) + QStringLiteral("Dock"));
         dock.show();
         dock.raise();
-        window->resizeDocks({&dock}, {380}, Qt::Vertical);
-        keepSmall(*window, name(view));
+        keepSmall(*window, look, view);
+        dock.hide();
     }
     window->workbench().beforePaper = [&](desk::PaperDialog& dialog) {
         dialog.show();
-        keepSmall(dialog, name("paper"));
+        keepSmall(dialog, look, "paper");
         return false;
     };
     window->workbench().showPaper(desk::PaperKind::Along);
+    {
+        const Script script({[&](QWidget& dialog) {
+            keepSmall(dialog, look, "keys");
+            dialog.close();
+        }});
+        desk::showKeys(*window);
+    }
 }
 
-int run(const QDir& examples) {
+int run(const QDir& examples, const std::vector<std::string>& module) {
     const QTemporaryDir folder; // the imports write their logs beside their files
     for (const char* name : {"road.sim", "cadastral.sim"}) {
         QFile::copy(examples.filePath(QLatin1String(name)), folder.filePath(QLatin1String(name)));
     }
-    const std::vector<std::string> module = desk::modulePaths(QApplication::applicationDirPath().toStdString());
     {
         desk::MainWindow window({desk::Language::Japanese, false});
         if (!window.loadModule(module)) {
             std::fputs("fenmark_pictures: the module cannot be loaded\n", stderr);
             return 1;
         }
+        window.resize(1400, 900); // more than the screen without a display has
         window.show();
         importRoad(window, folder.filePath(QStringLiteral("road.sim")));
         window.plan().select(desk::PlanObject{desk::PlanObject::Kind::Alignment, 0, 2});
@@ -303,6 +365,7 @@ int run(const QDir& examples) {
     {
         desk::MainWindow window({desk::Language::English, false});
         window.loadModule(module);
+        window.resize(1400, 900); // more than the screen without a display has
         window.show();
         const Script script(
             {[](QWidget& dialog) { click(dialog, "id1"); }, [](QWidget& dialog) { click(dialog, "id1"); }});
@@ -311,33 +374,44 @@ int run(const QDir& examples) {
         window.plan().fitAll();
         keep(window, QStringLiteral("desk_en"));
     }
-    showDesks(module, folder);
-    const QPalette light = QApplication::palette();
-    for (const bool dark : {false, true}) {
-        QApplication::setPalette(dark ? darkPalette() : light);
-        const QString shade = dark ? QStringLiteral("_dark") : QString();
-        showDay(examples, module, desk::Language::Japanese, QStringLiteral("_ja") + shade);
-        showDay(examples, module, desk::Language::English, QStringLiteral("_en") + shade);
-    }
-    QApplication::setPalette(light);
     showAlignmentSelection();
     showProgress();
     showTreeList();
     return failed ? 1 : 0;
 }
 
+int runDesk(const QDir& examples, const std::vector<std::string>& module, int scale) {
+    const QPalette light = QApplication::palette();
+    QDir().mkpath(output.filePath(QStringLiteral("desk")));
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? darkPalette() : light);
+        for (const desk::Language language : {desk::Language::Japanese, desk::Language::English}) {
+            showDay(examples, module, {language, dark, scale});
+        }
+    }
+    return failed ? 1 : 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fputs("usage: fenmark_pictures EXAMPLES OUTPUT\n", stderr);
+    const std::string_view what = argc > 3 ? argv[3] : "";
+    const int scale = what.ends_with('2') ? 2 : 1;
+    const bool desk = what.starts_with("desk") || what.starts_with("all");
+    if (argc < 3 || argc > 4 || (argc == 4 && !desk)) {
+        std::fputs("usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2|all|all2]\n", stderr);
         return 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_SCALE_FACTOR", scale == 2 ? "2" : "1");
+    allLooks = what.starts_with("all");
     int toolkitArgc = 1;
     QApplication application(toolkitArgc, argv);
     QApplication::setApplicationName(QStringLiteral("fenmark-pictures"));
-    desk::useJapaneseFonts();
+    fenmark::desk::useJapaneseFonts();
     output = QDir(QString::fromLocal8Bit(argv[2]));
-    return run(QDir(QString::fromLocal8Bit(argv[1])));
+    const QDir examples(QString::fromLocal8Bit(argv[1]));
+    const std::vector<std::string> module =
+        fenmark::desk::modulePaths(QApplication::applicationDirPath().toStdString());
+    return desk ? runDesk(examples, module, scale) : run(examples, module);
 }

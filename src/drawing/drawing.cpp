@@ -151,6 +151,19 @@ std::optional<std::size_t> Drawing::findEntity(MdDbObjectId id) const {
     return low;
 }
 
+std::vector<std::size_t> Drawing::layerCounts() const {
+    std::vector<std::size_t> counts(layers_.size());
+    for (std::size_t i = 0; i < entities_; ++i) {
+        ++counts[record(i).layer];
+    }
+    for (const StoredAlignment& stored : alignments_) {
+        if (const std::optional<std::size_t> layer = findLayer(stored.alignment.layer)) {
+            ++counts[*layer];
+        }
+    }
+    return counts;
+}
+
 const Drawing::EntityRecord& Drawing::record(std::size_t index) const {
     return records_.run((static_cast<std::uint64_t>(index / kRecordBlock) << 32) | index % kRecordBlock, 1).front();
 }
@@ -237,6 +250,63 @@ MdDbObjectId Drawing::addLayer(std::string_view name) {
 void Drawing::setCurrentLayer(std::size_t index) {
     currentLayer_ = index;
     unsaved_.settings = true;
+}
+
+bool Drawing::mayBecomeLayers(const std::vector<Layer>& layers) const {
+    std::vector<std::string_view> names;
+    std::uint64_t before = 0;
+    for (const Layer& layer : layers) {
+        if (layer.name.empty() || layer.id.asUint64() <= before || layer.id.asUint64() > lastId_) {
+            return false;
+        }
+        before = layer.id.asUint64();
+        names.push_back(layer.name);
+    }
+    std::sort(names.begin(), names.end());
+    if (names.empty() || std::adjacent_find(names.begin(), names.end()) != names.end()) {
+        return false;
+    }
+    const auto stays = [&](const Layer& layer) { return findId(layers, layer.id).has_value(); };
+    if (std::all_of(layers_.begin(), layers_.end(), stays)) {
+        return true;
+    }
+    const std::vector<std::size_t> counts = layerCounts();
+    for (std::size_t i = 0; i < layers_.size(); ++i) {
+        if (!stays(layers_[i]) && (!entitiesLoaded_ || counts[i] > 0 || i == currentLayer_)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Drawing::setLayers(std::vector<Layer> layers) {
+    for (Layer& layer : layers) {
+        layer.name = readableText(layer.name);
+    }
+    if (!mayBecomeLayers(layers)) {
+        return false;
+    }
+    std::vector<std::uint32_t> places; // of the layers that were, among those that come
+    bool moved = false;
+    for (std::size_t i = 0; i < layers_.size(); ++i) {
+        const std::size_t place = findId(layers, layers_[i].id).value_or(0); // of one that goes nothing asks
+        places.push_back(static_cast<std::uint32_t>(place) & 0xFFFFFFU);
+        moved = moved || place != i;
+    }
+    for (std::size_t i = 0; moved && i < entities_; ++i) {
+        EntityRecord& item = record(i);
+        item.layer = places[item.layer] & 0xFFFFFFU;
+    }
+    for (StoredAlignment& stored : alignments_) {
+        if (const std::optional<std::size_t> found = findName(layers_, stored.alignment.layer)) {
+            stored.alignment.layer = layers[places[*found]].name;
+        }
+    }
+    currentLayer_ = places[currentLayer_];
+    layers_ = std::move(layers);
+    recentLayer_ = 0;
+    unsaved_.layers = true;
+    return true;
 }
 
 void Drawing::setZone(int zone) {

@@ -6,6 +6,7 @@
 
 #include "drawing/alignment_geometry.h"
 #include "drawing/chunked_array.h"
+#include "drawing/colour.h"
 #include "drawing/text_pool.h"
 #include "drawing/values.h"
 
@@ -27,6 +28,9 @@ inline constexpr std::string_view kFirstLayer = "0";
 struct Layer {
     MdDbObjectId id;
     std::string name;
+    std::optional<Colour> colour = std::nullopt; // of all that lies on it; none: each kind has its own
+
+    friend bool operator==(const Layer&, const Layer&) = default;
 };
 
 struct Site {
@@ -171,11 +175,18 @@ class Drawing {
     std::optional<std::size_t> findAlignment(MdDbObjectId id) const;
     std::optional<std::size_t> findEntity(MdDbObjectId id) const;
     std::size_t currentLayer() const { return currentLayer_; }
+    // Numbers of points, polylines and alignments on each layer, in the order of layers().
+    std::vector<std::size_t> layerCounts() const;
 
     // --- making ---
     // The layer of that name, made if there is none.
     MdDbObjectId addLayer(std::string_view name);
     void setCurrentLayer(std::size_t index);
+    // Puts the list in the place of layers(): layers of the same identifier have its names and colours from now on, and
+    // their objects follow; those that it lacks go, and those that went earlier can come back. False, with nothing
+    // changed, if a name is empty or there twice, the identifiers do not rise, or a layer would go that holds an object,
+    // is current, or may hold one that was not loaded.
+    bool setLayers(std::vector<Layer> layers);
     void setZone(int zone);
     MdDbObjectId addSite(std::string_view name);
     // Null if the name is taken.
@@ -253,6 +264,7 @@ class Drawing {
         std::uint64_t entities = 0;
         std::uint64_t others = 0;
         bool settings = true;
+        bool layers = false; // names, colours or the list of those that the store holds
 
         friend bool operator==(const Unsaved&, const Unsaved&) = default;
     };
@@ -260,6 +272,7 @@ class Drawing {
     MdDbObjectId nextId() { return MdDbObjectId(++lastId_); }
     void touchEntity(std::uint64_t id);
     void touchOther(MdDbObjectId id);
+    bool mayBecomeLayers(const std::vector<Layer>& layers) const;
     StoredAlignment& changeAlignment(std::size_t index);
     void addToExtent(const Element& element);
     void takeFromExtent(const Extent& gone);

@@ -341,26 +341,27 @@ DxfContents contentsOf(const Drawing& drawing, const ExportOptions& options) {
     DxfContents contents;
     contents.textHeight = kPaperTextHeight * options.scale;
     contents.wholeExtent = isNear(drawing.extent());
-    contents.layers.emplace("0", kWhite);
+    contents.layers.emplace("0", DxfColour{kWhite});
     Layers layers(options.dxfLayers, options.dxfVersion);
     std::array<bool, kKinds> kinds{};
     const auto note = [&](Kind kind, std::string_view layer) {
         bool& seen = kinds[static_cast<std::size_t>(kind)];
         if (options.dxfLayers == DxfLayers::Kinds && !std::exchange(seen, true)) {
-            contents.layers.emplace(layers.of(kind, layer), layers.colourOf(kind));
-            contents.layers.emplace(layers.ofNames(kind, layer), layers.colourOf(kind));
+            contents.layers.emplace(layers.of(kind, layer), DxfColour{layers.colourOf(kind)});
+            contents.layers.emplace(layers.ofNames(kind, layer), DxfColour{layers.colourOf(kind)});
         }
     };
     if (options.dxfLayers == DxfLayers::Drawing) {
-        const auto add = [&](const std::string& layer) {
-            contents.layers.emplace(layers.of(Kind::Others, layer), kWhite);
-            contents.layers.emplace(layers.ofNames(Kind::Others, layer), kWhite);
+        const auto add = [&](const std::string& layer, const DxfColour& colour) {
+            contents.layers.insert_or_assign(layers.of(Kind::Others, layer), colour);
+            contents.layers.insert_or_assign(layers.ofNames(Kind::Others, layer), colour);
         };
-        for (const drawing::Layer& layer : drawing.layers()) {
-            add(layer.name);
-        }
+        // Those of alignments alone first: a layer of that name with a colour comes after them.
         for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-            add(drawing.alignment(i).layer);
+            add(drawing.alignment(i).layer, {kWhite});
+        }
+        for (const drawing::Layer& layer : drawing.layers()) {
+            add(layer.name, layer.colour ? dxfColourOf(*layer.colour) : DxfColour{kWhite});
         }
     }
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {

@@ -125,7 +125,10 @@ void writeLayers(DxfWriter& writer, const DxfContents& contents) {
     writer.beginTable("LAYER", static_cast<int>(contents.layers.size()));
     for (const auto& [name, colour] : contents.layers) {
         writer.record("LAYER", "AcDbLayerTableRecord", name);
-        writer.integer(62, colour);
+        writer.integer(62, colour.index);
+        if (colour.exact && writer.version() == DxfVersion::R2018) { // releases before 2004 know the index alone
+            writer.integer(420, (colour.exact->red << 16) + (colour.exact->green << 8) + colour.exact->blue);
+        }
         writer.group(6, "Continuous");
         if (!writer.isOld()) {
             writer.integer(370, -3); // the default line weight

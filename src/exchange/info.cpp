@@ -126,7 +126,11 @@ void writeInfoJson(const Drawing& drawing, std::ostream& out) {
     const char* separator = "";
     out << "{\"layers\":[";
     for (const auto& layer : drawing.layers()) {
-        out << std::exchange(separator, ",") << "{\"name\":" << JsonText{layer.name} << '}';
+        out << std::exchange(separator, ",") << "{\"name\":" << JsonText{layer.name};
+        if (layer.colour) {
+            out << ",\"colour\":" << JsonText{drawing::textOf(*layer.colour)};
+        }
+        out << '}';
     }
     out << "],\"sites\":[";
     separator = "";

@@ -9,6 +9,8 @@
 #include <QBuffer>
 #include <QDir>
 
+#include <sqlite3.h>
+
 #include <cmath>
 #include <numbers>
 #include <sstream>
@@ -211,6 +213,63 @@ TEST_F(Backgrounds, TilesOfAFolderAreDrawnInTheirPlace) {
         EXPECT_EQ(picture.pixelColor((at + QPointF(4, 4)).toPoint()).green(), colour.green());
         EXPECT_EQ(picture.pixelColor((at - QPointF(4, 4)).toPoint()), QColor(Qt::white));
     }
+}
+
+// A file of tiles with one tile, in one table or, as where many tiles are alike, in two. Rows count from the south.
+void writeMbTiles(const QString& path, int zoom, int column, int row, const QByteArray& image, bool twoTables) {
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
+    const char* const tables =
+        twoTables ? "CREATE TABLE map (zoom_level INTEGER, tile_column INTEGER, tile_row INTEGER, tile_id TEXT);"
+                    "CREATE TABLE images (tile_data BLOB, tile_id TEXT);"
+                    "CREATE VIEW tiles AS SELECT zoom_level, tile_column, tile_row, tile_data FROM map JOIN images"
+                    " ON images.tile_id = map.tile_id"
+                  : "CREATE TABLE tiles (zoom_level INTEGER, tile_column INTEGER, tile_row INTEGER, tile_data BLOB)";
+    ASSERT_EQ(sqlite3_exec(database, tables, nullptr, nullptr, nullptr), SQLITE_OK);
+    const QString place = QStringLiteral("%1, %2, %3").arg(zoom).arg(column).arg((1 << zoom) - 1 - row);
+    const QString bytes = QStringLiteral("x'%1'").arg(QLatin1String(image.toHex()));
+    const QString rows =
+        twoTables
+            ? QStringLiteral("INSERT INTO map VALUES (%1, 'a'); INSERT INTO images VALUES (%2, 'a')").arg(place, bytes)
+            : QStringLiteral("INSERT INTO tiles VALUES (%1, %2)").arg(place, bytes);
+    ASSERT_EQ(sqlite3_exec(database, rows.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(database);
+}
+
+TEST_F(Backgrounds, TilesOfAFileAreDrawnInTheirPlaceWhicheverTablesItHas) {
+    import(folder.example(QStringLiteral("road.sim")));
+    window->session().setZone(9);
+    plan().fitAll();
+    const drawing::Extent& box = drawing().extent();
+    const double x = (box.minX + box.maxX) / 2.0;
+    const double y = (box.minY + box.maxY) / 2.0;
+    const auto middle = exchange::PlaneZone(9).geographic(x, y);
+    ASSERT_TRUE(middle);
+    constexpr int kZoom = 15;
+    const TilePlace place = tileAt(middle->longitude, middle->latitude, kZoom);
+    QImage red(256, 256, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QByteArray png;
+    QBuffer buffer(&png);
+    ASSERT_TRUE(red.save(&buffer, "PNG"));
+    PlanLook look = plan().look();
+    look.hiddenLayers.assign(drawing().layers().size(), true);
+    look.grid = false;
+    plan().setLook(look);
+    Workbench& bench = window->workbench();
+    for (const bool twoTables : {false, true}) {
+        const QString path = folder.path(twoTables ? QStringLiteral("two.mbtiles") : QStringLiteral("one.mbtiles"));
+        writeMbTiles(path, kZoom, int(place.column), int(place.row), png, twoTables);
+        ASSERT_TRUE(bench.addBackground(path)) << twoTables;
+        const QColor colour = plan().grab().toImage().pixelColor(plan().view().toPixel(x, y).toPoint());
+        EXPECT_EQ(colour.red(), 255);
+        EXPECT_NEAR(colour.green(), 127, 2) << "half as strong";
+        bench.removeBackgrounds();
+        EXPECT_EQ(plan().grab().toImage().pixelColor(plan().view().toPixel(x, y).toPoint()), QColor(Qt::white));
+    }
+    Answers answers;
+    answers.ok();
+    EXPECT_FALSE(bench.addBackground(folder.write(QStringLiteral("text.mbtiles"), "text")));
 }
 
 } // namespace

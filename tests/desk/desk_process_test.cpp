@@ -90,6 +90,23 @@ TEST(DeskProcess, TheManualPageHasTheOptionsOfHelpAndNoOthers) {
     EXPECT_EQ(fenmark::test::optionsIn(page), fenmark::test::optionsIn(ended.out.toStdString()));
 }
 
+TEST(DeskProcess, OptionsOfTheToolkitPass) {
+    const Folder folder;
+    const QString drawing = folder.path(QStringLiteral("a.gpkg"));
+    savedDrawing(drawing);
+    const auto pictureOf = [&](const char* style) {
+        const QString picture = folder.path(QLatin1String(style) + QStringLiteral(".png"));
+        const Ended ended =
+            runDesk({QStringLiteral("-style"), QLatin1String(style), QStringLiteral("--platform=offscreen"),
+                     QStringLiteral("--screenshot"), picture, drawing});
+        EXPECT_EQ(ended.code, 0) << ended.err.toStdString();
+        return QImage(picture);
+    };
+    const QImage fusion = pictureOf("fusion");
+    ASSERT_FALSE(fusion.isNull());
+    EXPECT_NE(fusion, pictureOf("windows"));
+}
+
 TEST(DeskProcess, WrongUsageEndsWithTwo) {
     for (const QStringList& arguments :
          {QStringList{QStringLiteral("--nothing")}, QStringList{QStringLiteral("--screenshot")},

@@ -26,7 +26,7 @@ inline std::string describe(const Drawing& drawing) {
     const auto id = [&](MdDbObjectId value) { out += std::to_string(value.asUint64()) + " "; };
     for (const Layer& layer : drawing.layers()) {
         id(layer.id);
-        out += "layer " + layer.name + "\n";
+        out += "layer " + layer.name + (layer.colour ? " " + textOf(*layer.colour) : std::string()) + "\n";
     }
     out += "current " + std::to_string(drawing.currentLayer()) + " zone " + std::to_string(drawing.zone()) + "\n";
     for (const Site& site : drawing.sites()) {

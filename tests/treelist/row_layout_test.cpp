@@ -117,8 +117,10 @@ TEST_F(RowLayout, LinesWithoutButtonsAreHitAsAButtonWhereARowCanHaveOne) {
     const std::uint32_t style = kStyleTree | kStyleTreeLines;
     const RowParts parts = treeCellParts(*top_, style, kCell, kAt96);
     EXPECT_EQ(hitTestCell(*top_, style, parts, 103, 40).flags, kHitButton);
-    grandchild_->state |= kItemExpandedOnce;
     const RowParts leaf = treeCellParts(*grandchild_, style, kCell, kAt96);
+    EXPECT_EQ(style, 0x10001U);
+    EXPECT_EQ(hitTestCell(*grandchild_, style, leaf, leaf.button.x + 1, 40).flags, kHitButton) << "never expanded";
+    grandchild_->state |= kItemExpandedOnce;
     EXPECT_EQ(hitTestCell(*grandchild_, style, leaf, leaf.button.x + 1, 40).flags, kHitRow);
 }
 

@@ -277,6 +277,8 @@ TEST_F(DialogLayout, EnterImportsOnceThereIsSomethingToImportAndElseBrowses) {
     QTest::keyClick(empty.focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(empty.isVisible());
     EXPECT_EQ(control<QLineEdit>(empty, 210)->text(), *answers.chosen);
+    QTest::keyClick(empty.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(empty.result(), QDialog::Accepted) << "the file that was just chosen";
 }
 
 TEST_F(DialogLayout, EnterPressesTheButtonThatHasTheFocus) {

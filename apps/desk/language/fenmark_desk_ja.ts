@@ -194,33 +194,69 @@
         <translation>キー操作(&amp;K)</translation>
     </message>
     <message>
-        <source>Drag: pan. Ctrl+click / Ctrl+drag: select more (to the right what lies inside, to the left what reaches in)
-Ctrl+A: select all
+        <source>Plan
+Click: select the object; once more: the next one at that place
+Drag: pan
+Space and a move of the mouse: pan
+Wheel: zoom at the pointer
+Shift+drag: zoom to a window
+Ctrl+click: add the object to the selection, or take it out
+Ctrl+drag: select what lies in the box; to the left also what reaches into it
+Right click: menu of the object, the row or the layer
 Arrows: pan
-+ / -: zoom
-F: fit all
-Tab / Shift+Tab: next / previous object
-Enter: go to the properties of the object
-Esc: deselect
-Ctrl+F: find by name or number
-F8 / Shift+F8: next / previous error
++ / - / Page Up / Page Down: zoom
+F / Home: show everything
+Tab / Shift+Tab / N / P: select the next or the previous object in view
+Enter: show the properties of the object
+Ctrl+A: select all that is shown
+Esc: clear the selection
+Measuring
+Enter / double click: finish
+Backspace: take the last place back
+Esc: clear; once more: end
+Sections
+Left / Right: move along
++ / -: zoom along the section
+F / Home: show everything
+N / P / Page Down / Page Up: next or previous point or section
+Panels
 Enter on a line of the log: show its object and its line of the SIMA file
-F6 / Shift+F6: next / previous pane
-Ctrl+K: command line</source>
+Up / Down / Enter in the search: choose and show what was found
+Up / Down / Tab in the command line: commands typed before, and completion
+F2 / Delete in the layers: rename, delete an empty one
+Ctrl+C in a table: copy the rows for a spreadsheet</source>
         <comment>KeysText</comment>
-        <translation>ドラッグ: 画面移動　Ctrl+クリック / Ctrl+ドラッグ: 図形を追加選択（左から右は全体、右から左は一部を含むもの）
-Ctrl+A: すべて選択
+        <translation>平面図
+クリック: 図形を選択（同じ場所でもう一度クリックすると次の図形）
+ドラッグ: 画面移動
+Space+マウス移動: 画面移動
+ホイール: カーソル位置で拡大・縮小
+Shift+ドラッグ: 範囲を拡大
+Ctrl+クリック: 図形の追加選択・選択解除
+Ctrl+ドラッグ: 枠の中の図形を選択（右から左は一部を含むものも）
+右クリック: 図形・行・画層のメニュー
 矢印: 画面移動
-+ / -: 拡大・縮小
-F: 全体表示
-Tab / Shift+Tab: 次・前の図形を選択
++ / - / Page Up / Page Down: 拡大・縮小
+F / Home: 全体表示
+Tab / Shift+Tab / N / P: 表示範囲の次・前の図形を選択
 Enter: 選択した図形のプロパティへ
+Ctrl+A: 表示中の図形をすべて選択
 Esc: 選択を解除
-Ctrl+F: 名称・番号で検索
-F8 / Shift+F8: 次・前のエラー
+計測
+Enter / ダブルクリック: 計測を終わる
+Backspace: 最後の点を取り消す
+Esc: 消去（もう一度で計測を終了）
+断面図
+← / →: 移動
++ / -: 拡大・縮小
+F / Home: 全体表示
+N / P / Page Down / Page Up: 次・前の点または断面
+パネル
 ログの行でEnter: その行の図形とSIMAファイルの行を表示
-F6 / Shift+F6: パネルの移動
-Ctrl+K: コマンド行へ</translation>
+検索で ↑ / ↓ / Enter: 見つかったものを選んで表示
+コマンド行で ↑ / ↓ / Tab: 入力履歴と補完
+画層で F2 / Delete: 画層名の変更・空の画層の削除
+表で Ctrl+C: 表計算用にコピー</translation>
     </message>
     <message>
         <source>Alignments</source>
@@ -1753,6 +1789,81 @@ a drawing (.gpkg) here</source>
         <source>A file of the background is missing: %1</source>
         <comment>BackgroundMissing</comment>
         <translation>背景のファイルが見つかりません: %1</translation>
+    </message>
+    <message>
+        <source>Layer &amp;Colour...</source>
+        <comment>LayerColour</comment>
+        <translation>画層の色(&amp;C)...</translation>
+    </message>
+    <message>
+        <source>Colours by &amp;Kind</source>
+        <comment>NoLayerColour</comment>
+        <translation>種類ごとの色に戻す(&amp;K)</translation>
+    </message>
+    <message>
+        <source>&amp;Rename Layer...</source>
+        <comment>RenameLayer</comment>
+        <translation>画層名を変更(&amp;R)...</translation>
+    </message>
+    <message>
+        <source>&amp;Delete Empty Layer</source>
+        <comment>RemoveLayer</comment>
+        <translation>空の画層を削除(&amp;D)</translation>
+    </message>
+    <message>
+        <source>%1 objects</source>
+        <comment>LayerObjects</comment>
+        <translation>図形 %1 個</translation>
+    </message>
+    <message>
+        <source>“%1” holds %2 objects and cannot be deleted</source>
+        <comment>LayerHolds</comment>
+        <translation>画層「%1」には図形が %2 個あるため、削除できません</translation>
+    </message>
+    <message>
+        <source>“%1” is kept as it is: new objects come onto it</source>
+        <comment>LayerStays</comment>
+        <translation>画層「%1」は変更・削除できません（新しい図形が入る画層です）</translation>
+    </message>
+    <message>
+        <source>Rename Layer</source>
+        <comment>StepLayerName</comment>
+        <translation>画層名の変更</translation>
+    </message>
+    <message>
+        <source>Layer Colour</source>
+        <comment>StepLayerColour</comment>
+        <translation>画層の色</translation>
+    </message>
+    <message>
+        <source>Delete Layer</source>
+        <comment>StepLayerGone</comment>
+        <translation>画層の削除</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Pane</source>
+        <comment>PreviousPane</comment>
+        <translation>前のパネルへ(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Command L&amp;ine</source>
+        <comment>ToCommandLine</comment>
+        <translation>コマンド行へ(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <comment>ColumnKey</comment>
+        <translation>キー</translation>
+    </message>
+    <message>
+        <source>What It Does</source>
+        <comment>ColumnAct</comment>
+        <translation>はたらき</translation>
+    </message>
+    <message>
+        <source>%1 lines and areas under others are not drawn</source>
+        <comment>LinesLeftOut</comment>
+        <translation>重なった線・面 %1 個の表示を省略</translation>
     </message>
 </context>
 </TS>

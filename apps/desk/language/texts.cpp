@@ -60,17 +60,41 @@ constexpr std::array kEntries{
     Entry{Text::About, QT_TRANSLATE_NOOP3("desk", "&About Fenmark Desk", "About")},
     Entry{Text::AboutText, QT_TRANSLATE_NOOP3("desk", "Brings SIMA survey files into drawings.", "AboutText")},
     Entry{Text::Keys, QT_TRANSLATE_NOOP3("desk", "&Keyboard", "Keys")},
-    Entry{
-        Text::KeysText,
-        QT_TRANSLATE_NOOP3(
-            "desk",
-            "Drag: pan. Ctrl+click / Ctrl+drag: select more (to the right what lies inside, to the left what reaches "
-            "in)\nCtrl+A: select all\nArrows: pan\n+ / -: zoom\nF: fit all\nTab / Shift+Tab: next / previous "
-            "object\nEnter: go to the properties "
-            "of the object\nEsc: deselect\nCtrl+F: find by name or number\nF8 / Shift+F8: next / previous error\nEnter "
-            "on a line of the log: show its object and "
-            "its line of the SIMA file\nF6 / Shift+F6: next / previous pane\nCtrl+K: command line",
-            "KeysText")},
+    // Lines "keys: what"; a line without a colon heads those behind it.
+    Entry{Text::KeysText,
+          QT_TRANSLATE_NOOP3("desk",
+                             "Plan\n"
+                             "Click: select the object; once more: the next one at that place\n"
+                             "Drag: pan\n"
+                             "Space and a move of the mouse: pan\n"
+                             "Wheel: zoom at the pointer\n"
+                             "Shift+drag: zoom to a window\n"
+                             "Ctrl+click: add the object to the selection, or take it out\n"
+                             "Ctrl+drag: select what lies in the box; to the left also what reaches into it\n"
+                             "Right click: menu of the object, the row or the layer\n"
+                             "Arrows: pan\n"
+                             "+ / - / Page Up / Page Down: zoom\n"
+                             "F / Home: show everything\n"
+                             "Tab / Shift+Tab / N / P: select the next or the previous object in view\n"
+                             "Enter: show the properties of the object\n"
+                             "Ctrl+A: select all that is shown\n"
+                             "Esc: clear the selection\n"
+                             "Measuring\n"
+                             "Enter / double click: finish\n"
+                             "Backspace: take the last place back\n"
+                             "Esc: clear; once more: end\n"
+                             "Sections\n"
+                             "Left / Right: move along\n"
+                             "+ / -: zoom along the section\n"
+                             "F / Home: show everything\n"
+                             "N / P / Page Down / Page Up: next or previous point or section\n"
+                             "Panels\n"
+                             "Enter on a line of the log: show its object and its line of the SIMA file\n"
+                             "Up / Down / Enter in the search: choose and show what was found\n"
+                             "Up / Down / Tab in the command line: commands typed before, and completion\n"
+                             "F2 / Delete in the layers: rename, delete an empty one\n"
+                             "Ctrl+C in a table: copy the rows for a spreadsheet",
+                             "KeysText")},
     Entry{Text::SitesPanel, QT_TRANSLATE_NOOP3("desk", "Alignments", "SitesPanel")},
     Entry{Text::LayersPanel, QT_TRANSLATE_NOOP3("desk", "Layers", "LayersPanel")},
     Entry{Text::PropertiesPanel, QT_TRANSLATE_NOOP3("desk", "Properties", "PropertiesPanel")},
@@ -345,6 +369,23 @@ constexpr std::array kEntries{
     Entry{Text::TryPlanTangents,
           QT_TRANSLATE_NOOP3("desk", "importing again with Tangents of Clothoids in Plan may mend it",
                              "TryPlanTangents")},
+    Entry{Text::LayerColour, QT_TRANSLATE_NOOP3("desk", "Layer &Colour...", "LayerColour")},
+    Entry{Text::NoLayerColour, QT_TRANSLATE_NOOP3("desk", "Colours by &Kind", "NoLayerColour")},
+    Entry{Text::RenameLayer, QT_TRANSLATE_NOOP3("desk", "&Rename Layer...", "RenameLayer")},
+    Entry{Text::RemoveLayer, QT_TRANSLATE_NOOP3("desk", "&Delete Empty Layer", "RemoveLayer")},
+    Entry{Text::LayerObjects, QT_TRANSLATE_NOOP3("desk", "%1 objects", "LayerObjects")},
+    Entry{Text::LayerHolds, QT_TRANSLATE_NOOP3("desk", "“%1” holds %2 objects and cannot be deleted", "LayerHolds")},
+    Entry{Text::LayerStays,
+          QT_TRANSLATE_NOOP3("desk", "“%1” is kept as it is: new objects come onto it", "LayerStays")},
+    Entry{Text::StepLayerName, QT_TRANSLATE_NOOP3("desk", "Rename Layer", "StepLayerName")},
+    Entry{Text::StepLayerColour, QT_TRANSLATE_NOOP3("desk", "Layer Colour", "StepLayerColour")},
+    Entry{Text::StepLayerGone, QT_TRANSLATE_NOOP3("desk", "Delete Layer", "StepLayerGone")},
+    Entry{Text::PreviousPane, QT_TRANSLATE_NOOP3("desk", "Pre&vious Pane", "PreviousPane")},
+    Entry{Text::ToCommandLine, QT_TRANSLATE_NOOP3("desk", "Command L&ine", "ToCommandLine")},
+    Entry{Text::ColumnKey, QT_TRANSLATE_NOOP3("desk", "Key", "ColumnKey")},
+    Entry{Text::ColumnAct, QT_TRANSLATE_NOOP3("desk", "What It Does", "ColumnAct")},
+    Entry{Text::LinesLeftOut,
+          QT_TRANSLATE_NOOP3("desk", "%1 lines and areas under others are not drawn", "LinesLeftOut")},
 };
 
 static_assert(inOrder(kEntries, kLastText));

@@ -284,8 +284,23 @@ enum class Text : std::uint16_t {
     TryRadiusLeft,
     TryRadiusRight,
     TryPlanTangents,
+    LayerColour,
+    NoLayerColour,
+    RenameLayer,
+    RemoveLayer,
+    LayerObjects,
+    LayerHolds,
+    LayerStays,
+    StepLayerName,
+    StepLayerColour,
+    StepLayerGone,
+    PreviousPane,
+    ToCommandLine,
+    ColumnKey,
+    ColumnAct,
+    LinesLeftOut,
 };
-inline constexpr Text kLastText = Text::TryPlanTangents;
+inline constexpr Text kLastText = Text::LinesLeftOut;
 
 // Gives the texts of one language; the language can change while the program runs.
 class Texts {

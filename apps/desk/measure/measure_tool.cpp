@@ -230,7 +230,13 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
             }
             const QString text = metres(measured.sides[i].length);
             const double width = painter.fontMetrics().horizontalAdvance(text);
-            drawText(painter, (a + b) / 2.0 + QPointF(-width / 2.0, -4.0), text, measureInk());
+            // Beside the side, on its upper hand.
+            const QPointF way = (b - a) / std::hypot(b.x() - a.x(), b.y() - a.y());
+            const QPointF up = way.x() > 0.0 ? QPointF(way.y(), -way.x()) : QPointF(-way.y(), way.x());
+            const double height = painter.fontMetrics().ascent();
+            const double away = 5.0 + 0.5 * (std::abs(up.x()) * width + std::abs(up.y()) * height);
+            const QPointF middle = (a + b) / 2.0 + away * up;
+            drawText(painter, middle + QPointF(-width / 2.0, 0.4 * height), text, measureInk());
         }
     }
     painter.setBrush(kPaper);

@@ -14,12 +14,15 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPrintDialog>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <sstream>
+#include <utility>
 
 namespace fenmark::desk {
 
@@ -42,6 +45,22 @@ bool realPrinter(QPrinter& printer, QWidget* parent) {
     QPrintDialog dialog(&printer, parent);
     return dialog.exec() == QDialog::Accepted;
 }
+
+// Acts when a widget has got another size, also at its first showing.
+class OnResize : public QObject {
+  public:
+    OnResize(QObject* parent, std::function<void()> act) : QObject(parent), act_(std::move(act)) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        const bool taken = QObject::eventFilter(watched, event);
+        if (event->type() == QEvent::Resize) {
+            QTimer::singleShot(0, this, act_); // once the widget itself has heard of it
+        }
+        return taken;
+    }
+
+  private:
+    std::function<void()> act_;
+};
 
 } // namespace
 
@@ -160,6 +179,7 @@ void PaperDialog::makePreview(QWidget& pane) {
     preview_ = new QLabel(this);
     preview_->setObjectName(QStringLiteral("preview"));
     previewArea_->setWidget(preview_);
+    previewArea_->installEventFilter(new OnResize(this, [this] { drawPreview(); }));
     layout->addWidget(previewArea_, 1);
     message_ = new QLabel(this);
     message_->setWordWrap(true);
@@ -288,13 +308,6 @@ void PaperDialog::drawPreview() {
     preview_->setPixmap(QPixmap::fromImage(image));
     preview_->resize((paper * scale).toSize());
     preview_->setAccessibleName(kind_->currentText() + QLatin1Char(' ') + pageName_->text());
-}
-
-void PaperDialog::resizeEvent(QResizeEvent* event) {
-    QDialog::resizeEvent(event);
-    if (preview_ != nullptr && isVisible()) {
-        drawPreview();
-    }
 }
 
 bool PaperDialog::savePdf() {

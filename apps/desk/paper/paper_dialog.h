@@ -52,9 +52,6 @@ class PaperDialog : public QDialog {
     bool print();
     [[nodiscard]] const QString& lastSaved() const { return lastSaved_; }
 
-  protected:
-    void resizeEvent(QResizeEvent* event) override;
-
   private:
     void makeForm(QFormLayout& form, const PaperStart& start);
     void makePreview(QWidget& pane);

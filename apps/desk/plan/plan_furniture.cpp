@@ -52,6 +52,31 @@ void paintNorth(QPainter& painter, const QPointF& foot, const QFont& font) {
 
 } // namespace
 
+namespace {
+
+// Patches of paper below the arrow and the bar.
+QRectF northPatch(const ViewTransform& view) {
+    return {view.size().width() - kMargin - 24.0, kMargin - 12.0, 32.0, kArrow + 28.0};
+}
+
+QRectF barOf(const ViewTransform& view) {
+    const double width = scaleBarMetres(view, kScaleBarPixels) * view.pixelsPerMetre();
+    return {view.size().width() - kMargin - width, view.size().height() - kMargin, width, 5.0};
+}
+
+QRectF barPatch(const ViewTransform& view, const QFont& font) {
+    return barOf(view).adjusted(-8, -QFontMetricsF(font).height() - 8.0, 8, 6);
+}
+
+} // namespace
+
+std::vector<QRectF> furniturePlaces(const ViewTransform& view, const QFont& font) {
+    constexpr double kNoteWidth = 280.0; // of most notes
+    const QRectF bar = barPatch(view, font);
+    const double line = QFontMetricsF(font).height();
+    return {northPatch(view), bar, QRectF(bar.right() - kNoteWidth, bar.top() - line, kNoteWidth, line)};
+}
+
 double scaleBarMetres(const ViewTransform& view, double pixels) {
     const double longest = pixels * view.metresPerPixel();
     const double power = std::pow(10.0, std::floor(std::log10(longest)));
@@ -68,20 +93,18 @@ void paintFurniture(QPainter& painter, const ViewTransform& view, const QFont& f
     painter.setRenderHint(QPainter::Antialiasing);
     QColor patch = kPaper;
     patch.setAlphaF(0.88F);
-    painter.fillRect(QRectF(view.size().width() - kMargin - 24.0, kMargin - 12.0, 32.0, kArrow + 28.0), patch);
+    painter.fillRect(northPatch(view), patch);
     paintNorth(painter, QPointF(view.size().width() - kMargin - 8.0, kMargin + kArrow + 10.0), font);
 
-    const double metres = scaleBarMetres(view, kScaleBarPixels);
-    const double width = metres * view.pixelsPerMetre();
-    const QRectF bar(view.size().width() - kMargin - width, view.size().height() - kMargin, width, 5.0);
+    const QRectF bar = barOf(view);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.fillRect(bar.adjusted(-8, -QFontMetricsF(font).height() - 8.0, 8, 6), patch);
+    painter.fillRect(barPatch(view, font), patch);
     painter.setPen(QPen(kInk, 1.0));
     painter.setBrush(kPaper);
     painter.drawRect(bar);
-    painter.fillRect(QRectF(bar.left(), bar.top(), width / 2.0, bar.height()), kInk);
+    painter.fillRect(QRectF(bar.left(), bar.top(), bar.width() / 2.0, bar.height()), kInk);
     painter.setFont(font);
-    const QString text = lengthText(metres);
+    const QString text = lengthText(scaleBarMetres(view, kScaleBarPixels));
     drawText(painter, QPointF(bar.right() - painter.fontMetrics().horizontalAdvance(text), bar.top() - 6.0), text,
              kInk);
     drawText(painter, QPointF(bar.left(), bar.top() - 6.0), QStringLiteral("0"), kInk);

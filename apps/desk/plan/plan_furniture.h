@@ -8,9 +8,13 @@
 #include <QRect>
 #include <QString>
 
+#include <vector>
+
 namespace fenmark::desk {
 
 void paintFurniture(QPainter& painter, const ViewTransform& view, const QFont& font);
+// Where furniture and a note stand, to be kept free of names.
+std::vector<QRectF> furniturePlaces(const ViewTransform& view, const QFont& font);
 void paintHint(QPainter& painter, const QRect& in, const QString& large, const QString& small, const QFont& font);
 // A line of text on paper, above the scale bar.
 void paintNote(QPainter& painter, const QRect& in, const QString& text, const QFont& font);

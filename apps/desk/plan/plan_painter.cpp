@@ -1,6 +1,7 @@
 // Draws what is in view of a drawing, and no more.
 #include "desk/plan/plan_painter.h"
 
+#include "desk/plan/plan_furniture.h"
 #include "desk/plan/plan_shapes.h"
 #include "desk/plan/plan_style.h"
 #include "desk/plan/plan_text.h"
@@ -9,6 +10,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
+#include <optional>
+#include <unordered_set>
 #include <utility>
 
 namespace fenmark::desk {
@@ -23,17 +27,20 @@ using host::PlanPoint;
 
 namespace {
 
-constexpr double kSmallPixels = 2.5;          // a figure smaller than this is one dot
-constexpr std::size_t kMarkersInView = 40000; // beyond so many objects each point is one dot
-constexpr std::size_t kLabelsInView = 2000;   // beyond so many objects names are left out
-constexpr double kClipMargin = 32.0;          // pixels outside the view that lines still reach
-constexpr double kStationStep = 20.0;         // metres
-constexpr double kLargestStation = 1e12;      // metres; beyond, no marks
-constexpr int kMostStations = 20'000;         // of one alignment in one picture
-constexpr double kStationPixels = 5.0;        // closer marks are left out
-constexpr double kElementLabelPixels = 8.0;   // from a line to the foot of its label
-constexpr double kStationLabelPixels = 60.0;  // room that a station label needs
-constexpr double kLabelMarginPixels = 60.0;   // names of objects just outside still reach into the view
+constexpr double kSmallPixels = 2.5;                 // a figure smaller than this is one dot
+constexpr std::size_t kMarkersInView = 40000;        // beyond so many objects each point is one dot
+constexpr std::size_t kLabelsInView = 2000;          // beyond so many objects names wait until the view rests
+constexpr std::size_t kNamesAtRest = kMarkersInView; // and beyond so many they are left out
+constexpr double kMostPainted = 40.0;                // times the view that lines and areas are painted over one another
+constexpr double kPenCost = 8.0;                     // pixels of an area that take as long as one of a line
+constexpr double kClipMargin = 32.0;                 // pixels outside the view that lines still reach
+constexpr double kStationStep = 20.0;                // metres
+constexpr double kLargestStation = 1e12;             // metres; beyond, no marks
+constexpr int kMostStations = 20'000;                // of one alignment in one picture
+constexpr double kStationPixels = 5.0;               // closer marks are left out
+constexpr double kElementLabelPixels = 8.0;          // from a line to the foot of its label
+constexpr double kStationLabelPixels = 60.0;         // room that a station label needs
+constexpr double kLabelMarginPixels = 60.0;          // names of objects just outside still reach into the view
 constexpr double kDegrees = 180.0 / 3.141592653589793;
 constexpr double kLineDistance = 1.2;  // of two lines of text, in heights of letters
 constexpr double kSelectedWidth = 3.0; // pixels
@@ -89,12 +96,22 @@ class Dots {
     double ratio_;
 };
 
-std::array<QRgb, kFigureStyles> figureColours() {
-    std::array<QRgb, kFigureStyles> colours{};
+std::vector<std::array<QRgb, kFigureStyles>> inksByLayer(const std::vector<drawing::Layer>& layers) {
+    std::array<QRgb, kFigureStyles> kinds{};
     for (std::size_t i = 0; i < kFigureStyles; ++i) {
-        colours[i] = kFigureColours[i].rgb();
+        kinds[i] = kFigureColours[i].rgb();
     }
-    return colours;
+    std::vector<std::array<QRgb, kFigureStyles>> inks(layers.size(), kinds);
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        if (layers[i].colour) {
+            inks[i].fill(inkOf(*layers[i].colour).rgb());
+        }
+    }
+    return inks;
+}
+
+QString nameOf(const EntityView& entity) {
+    return entity.row ? fromUtf8(entity.row->name).trimmed() : QString();
 }
 
 QString elementLabel(const Element& element) {
@@ -107,6 +124,59 @@ QString elementLabel(const Element& element) {
         return QStringLiteral("A=%1 %2").arg(std::sqrt(1.0 / growth), 0, 'f', 3).arg(length);
     }
     return length;
+}
+
+// Lines of the coordinate grid: pixel and coordinate.
+struct Grid {
+    double step = 0.0;
+    std::vector<std::pair<double, double>> vertical;
+    std::vector<std::pair<double, double>> horizontal;
+};
+
+Grid gridOf(const ViewTransform& view) {
+    const Extent visible = view.visible();
+    Grid grid;
+    const double step = exchange::roundStep(kGridPixels * view.metresPerPixel());
+    // Beyond this neighbouring lines have one coordinate, and counting on would never end.
+    constexpr double kMostSteps = 1e15;
+    const auto countable = [&](double low, double high) {
+        return step > 0.0 && std::abs(low / step) < kMostSteps && std::abs(high / step) < kMostSteps;
+    };
+    if (!countable(visible.minX, visible.maxX) || !countable(visible.minY, visible.maxY)) {
+        return grid;
+    }
+    grid.step = step;
+    for (double x = std::ceil(visible.minX / step); x <= visible.maxX / step; x += 1.0) {
+        grid.vertical.emplace_back(std::floor(view.toPixel(x * step, 0.0).x()) + 0.5, x * step);
+    }
+    for (double y = std::ceil(visible.minY / step); y <= visible.maxY / step; y += 1.0) {
+        grid.horizontal.emplace_back(std::floor(view.toPixel(0.0, y * step).y()) + 0.5, y * step);
+    }
+    return grid;
+}
+
+struct GridName {
+    QPointF at; // left end of its base line
+    QString text;
+};
+
+// Coordinates along the left and lower edges, as surveyors name the axes: X north, Y east.
+std::vector<GridName> gridNames(const Grid& grid, const ViewTransform& view) {
+    std::vector<GridName> names;
+    const double width = view.size().width();
+    const double height = view.size().height();
+    const int decimals = grid.step > 0.0 ? std::clamp(static_cast<int>(-std::floor(std::log10(grid.step))), 0, 3) : 0;
+    for (const auto& [pixel, y] : grid.horizontal) {
+        if (pixel > 20.0 && pixel < height - 30.0) {
+            names.push_back({QPointF(4.0, pixel - 3.0), QStringLiteral("X=%1").arg(y, 0, 'f', decimals)});
+        }
+    }
+    for (const auto& [pixel, x] : grid.vertical) {
+        if (pixel > 60.0 && pixel < width - 220.0) {
+            names.push_back({QPointF(pixel + 3.0, height - 5.0), QStringLiteral("Y=%1").arg(x, 0, 'f', decimals)});
+        }
+    }
+    return names;
 }
 
 void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment) {
@@ -125,7 +195,8 @@ void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignme
     }
 }
 
-void labelElements(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room) {
+void labelElements(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room,
+                   const std::function<QColor(ElementType)>& inkOfType) {
     const QRectF seen = clipOf(view);
     for (const Element& element : alignment.elements) {
         const QString label = elementLabel(element);
@@ -149,7 +220,7 @@ void labelElements(QPainter& painter, const ViewTransform& view, const Alignment
         painter.save();
         painter.translate(at);
         painter.rotate(degrees);
-        drawText(painter, {-width / 2.0, -kElementLabelPixels}, label, colourOf(element.type));
+        drawText(painter, {-width / 2.0, -kElementLabelPixels}, label, inkOfType(element.type));
         painter.restore();
     }
 }
@@ -242,20 +313,31 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     image.setDevicePixelRatio(ratio);
     image.fill(kPaper);
     drawn_ = 0;
+    inks_ = inksByLayer(drawing_.layers());
     if (underlay_) {
         QPainter painter(&image);
         underlay_(painter, view);
     }
     namesLeftOut_ = 0;
-    LabelRoom room(view.size());
+    look_ = look;
+    LabelRoom& room = room_.emplace(view.size());
+    for (const QRectF& place : furniturePlaces(view, font)) {
+        room.block(place);
+    }
+    QFont gridFont = font;
+    gridFont.setPointSizeF(std::max(6.0, font.pointSizeF() - 2.0));
+    const std::vector<GridName> named = look.grid ? gridNames(gridOf(view), view) : std::vector<GridName>();
     if (look.grid) {
         QPainter painter(&image);
-        QFont small = font;
-        small.setPointSizeF(std::max(6.0, font.pointSizeF() - 2.0));
-        painter.setFont(small);
         paintGrid(painter, view);
+        for (const GridName& name : named) {
+            const QFontMetricsF metrics(gridFont);
+            room.block(QRectF(name.at.x(), name.at.y() - metrics.ascent(), metrics.horizontalAdvance(name.text),
+                              metrics.height()));
+        }
     }
     collect(view, look, image);
+    thinLines(view);
     {
         QPainter painter(&image);
         paintLines(painter, view);
@@ -265,51 +347,48 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     QFont small = font;
     small.setPointSizeF(std::max(6.0, font.pointSizeF() - 1.0));
     painter.setFont(small);
-    keepFree(view, look, room);
+    const std::size_t objects = lines_.size() + markers_.size();
+    const bool names = look.labels && objects <= kLabelsInView;
+    leftManyNames_ = look.labels && !names && objects <= kNamesAtRest;
+    if (names) {
+        keepFree(view, look, room);
+    }
     paintAlignments(painter, view, look, room);
-    if (look.labels && lines_.size() + markers_.size() <= kLabelsInView) {
+    if (names) {
         labelEntities(painter, view, room);
+    }
+    painter.setFont(gridFont);
+    for (const GridName& name : named) { // over what runs through them
+        drawText(painter, name.at, name.text, kFaintInk);
     }
 }
 
+QImage PlanPainter::paintManyNames(const ViewTransform& view, double ratio, const QFont& font) {
+    QImage names((view.size() * ratio).toSize().expandedTo({1, 1}), QImage::Format_ARGB32_Premultiplied);
+    names.setDevicePixelRatio(ratio);
+    names.fill(Qt::transparent);
+    if (!leftManyNames_ || !room_) {
+        return names;
+    }
+    LabelRoom room = *room_; // so that names placed anew find the same room
+    namesLeftOut_ = 0;
+    keepFree(view, look_, room);
+    QPainter painter(&names);
+    QFont small = font;
+    small.setPointSizeF(std::max(6.0, font.pointSizeF() - 1.0));
+    painter.setFont(small);
+    labelEntities(painter, view, room);
+    return names;
+}
+
 void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const {
-    const Extent visible = view.visible();
-    const double step = exchange::roundStep(kGridPixels * view.metresPerPixel());
+    const Grid grid = gridOf(view);
     painter.setPen(kGrid);
-    const double width = view.size().width();
-    const double height = view.size().height();
-    std::vector<std::pair<double, double>> vertical; // pixel and coordinate
-    std::vector<std::pair<double, double>> horizontal;
-    // Beyond this neighbouring lines have one coordinate, and counting on would never end.
-    constexpr double kMostSteps = 1e15;
-    const auto countable = [&](double low, double high) {
-        return step > 0.0 && std::abs(low / step) < kMostSteps && std::abs(high / step) < kMostSteps;
-    };
-    if (!countable(visible.minX, visible.maxX) || !countable(visible.minY, visible.maxY)) {
-        return;
+    for (const auto& [pixel, x] : grid.vertical) {
+        painter.drawLine(QPointF(pixel, 0.0), QPointF(pixel, view.size().height()));
     }
-    for (double x = std::ceil(visible.minX / step); x <= visible.maxX / step; x += 1.0) {
-        const double pixel = std::floor(view.toPixel(x * step, 0.0).x()) + 0.5;
-        painter.drawLine(QPointF(pixel, 0.0), QPointF(pixel, height));
-        vertical.emplace_back(pixel, x * step);
-    }
-    for (double y = std::ceil(visible.minY / step); y <= visible.maxY / step; y += 1.0) {
-        const double pixel = std::floor(view.toPixel(0.0, y * step).y()) + 0.5;
-        painter.drawLine(QPointF(0.0, pixel), QPointF(width, pixel));
-        horizontal.emplace_back(pixel, y * step);
-    }
-    // Coordinates along the left and lower edges, as surveyors name the axes: X north, Y east.
-    const int decimals = std::clamp(static_cast<int>(-std::floor(std::log10(step))), 0, 3);
-    painter.setPen(kFaintInk);
-    for (const auto& [pixel, y] : horizontal) {
-        if (pixel > 20.0 && pixel < height - 30.0) {
-            painter.drawText(QPointF(4.0, pixel - 3.0), QStringLiteral("X=%1").arg(y, 0, 'f', decimals));
-        }
-    }
-    for (const auto& [pixel, x] : vertical) {
-        if (pixel > 60.0 && pixel < width - 220.0) {
-            painter.drawText(QPointF(pixel + 3.0, height - 5.0), QStringLiteral("Y=%1").arg(x, 0, 'f', decimals));
-        }
+    for (const auto& [pixel, y] : grid.horizontal) {
+        painter.drawLine(QPointF(0.0, pixel), QPointF(view.size().width(), pixel));
     }
 }
 
@@ -319,13 +398,12 @@ void PlanPainter::collect(const ViewTransform& view, const PlanLook& look, QImag
     markers_.clear();
     const Extent visible = view.visible(4.0);
     const bool markers = index_.count(visible, kMarkersInView + 1) <= kMarkersInView;
-    const std::array<QRgb, kFigureStyles> colours = figureColours();
     // The index's rounded boxes place a dot well enough where their rounding is below a pixel.
     const bool exact = index_.roundingMetres() > 0.25 * view.metresPerPixel();
     const auto small = static_cast<float>(kSmallPixels * view.metresPerPixel());
     Dots dots(image, view);
     index_.query(visible, [&](const PlanFigure& figure) {
-        if (look.hides(figure) || figure.entity >= drawing_.entityCount()) {
+        if (look.hides(figure) || figure.entity >= drawing_.entityCount() || figure.layer >= inks_.size()) {
             return true;
         }
         ++drawn_;
@@ -333,10 +411,10 @@ void PlanPainter::collect(const ViewTransform& view, const PlanLook& look, QImag
             markers_.push_back(figure);
         } else if (figure.isPoint() && exact) {
             const host::MdGePoint3d& at = drawing_.entity(figure.entity).position();
-            dots.dot(at.x, at.y, colours[figure.style]);
+            dots.dot(at.x, at.y, inkOf(figure));
         } else if (figure.isPoint() ||
                    (figure.box.maxX - figure.box.minX < small && figure.box.maxY - figure.box.minY < small)) {
-            dots.dot(index_.middleX(figure), index_.middleY(figure), colours[figure.style]);
+            dots.dot(index_.middleX(figure), index_.middleY(figure), inkOf(figure));
         } else {
             lines_.push_back(figure);
         }
@@ -345,6 +423,52 @@ void PlanPainter::collect(const ViewTransform& view, const PlanLook& look, QImag
     auto older = [](const PlanFigure& a, const PlanFigure& b) { return a.entity < b.entity; };
     std::sort(lines_.begin(), lines_.end(), older);
     std::sort(markers_.begin(), markers_.end(), older);
+}
+
+// Of lines and areas that lie over one another in heaps those go that a picture has no time for: the oldest, which the
+// newer ones hide for the most part, and those that cover the same pixels as a newer one.
+void PlanPainter::thinLines(const ViewTransform& view) {
+    linesLeftOut_ = 0;
+    const double width = view.size().width();
+    const double height = view.size().height();
+    const auto cost = [&](const PlanFigure& figure) {
+        const double across =
+            std::min(width, static_cast<double>(figure.box.maxX - figure.box.minX) * view.pixelsPerMetre());
+        const double up =
+            std::min(height, static_cast<double>(figure.box.maxY - figure.box.minY) * view.pixelsPerMetre());
+        return (figure.figureStyle() == FigureStyle::Lot ? across * up : 0.0) + kPenCost * (across + up);
+    };
+    double left = kMostPainted * width * height;
+    double whole = 0.0;
+    for (const PlanFigure& figure : lines_) {
+        whole += cost(figure);
+    }
+    if (whole <= left) {
+        return;
+    }
+    std::unordered_set<std::uint64_t> seen;
+    std::vector<PlanFigure> kept;
+    for (auto figure = lines_.rbegin(); figure != lines_.rend(); ++figure) {
+        const double needs = cost(*figure);
+        if (needs > left) {
+            ++linesLeftOut_;
+            continue;
+        }
+        std::uint64_t outline = inkOf(*figure) * 16U + figure->style;
+        for (const QPointF& pixel : pixelsOf(drawing_.entity(figure->entity).vertices, view)) {
+            for (const double part : {pixel.x(), pixel.y()}) {
+                outline = (outline ^ static_cast<std::uint64_t>(
+                                         static_cast<std::int64_t>(std::clamp(std::round(part), -1e15, 1e15)))) *
+                          0x100000001B3U; // FNV-1a
+            }
+        }
+        if (seen.insert(outline).second) {
+            left -= needs;
+            kept.push_back(*figure);
+        }
+    }
+    std::reverse(kept.begin(), kept.end());
+    lines_ = std::move(kept);
 }
 
 void PlanPainter::paintLines(QPainter& painter, const ViewTransform& view) const {
@@ -363,12 +487,15 @@ void PlanPainter::paintLines(QPainter& painter, const ViewTransform& view) const
         }
     };
     FigureStyle last = FigureStyle::Coordinate; // none of the lines
+    QRgb lastInk = 0;
     for (const PlanFigure& figure : lines_) {
         const EntityView entity = drawing_.entity(figure.entity);
         const FigureStyle style = figure.figureStyle();
-        if (style != last) {
+        const QRgb ink = inkOf(figure);
+        if (style != last || ink != lastInk) {
             last = style;
-            painter.setPen(QPen(colourOf(style), 0.0, style == FigureStyle::IpLine ? Qt::DashDotLine : Qt::SolidLine));
+            lastInk = ink;
+            painter.setPen(QPen(QColor(ink), 0.0, style == FigureStyle::IpLine ? Qt::DashDotLine : Qt::SolidLine));
         }
         const QPolygonF pixels = pixelsOf(entity.vertices, view);
         const QRectF around = pixels.boundingRect();
@@ -389,12 +516,17 @@ void PlanPainter::paintLines(QPainter& painter, const ViewTransform& view) const
     }
 }
 
+QColor PlanPainter::inkOf(const Alignment& alignment, ElementType type) const {
+    const std::optional<std::size_t> layer = drawing_.findLayer(alignment.layer);
+    const bool coloured = layer && drawing_.layers()[*layer].colour;
+    return coloured ? QColor(inks_[*layer].front()) : colourOf(type);
+}
+
 void PlanPainter::paintMarkers(QImage& image, const ViewTransform& view) const {
-    const std::array<QRgb, kFigureStyles> colours = figureColours();
     Dots dots(image, view);
     for (const PlanFigure& figure : markers_) {
         const host::MdGePoint3d& at = drawing_.entity(figure.entity).position();
-        dots.marker(at.x, at.y, colours[figure.style]);
+        dots.marker(at.x, at.y, inkOf(figure));
     }
 }
 
@@ -415,7 +547,7 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
                 continue;
             }
             ++drawn_;
-            painter.setPen(QPen(colourOf(element.type), 2.0, Qt::SolidLine, Qt::FlatCap));
+            painter.setPen(QPen(inkOf(alignment, element.type), 2.0, Qt::SolidLine, Qt::FlatCap));
             for (const QPolygonF& part : elementPixels(element, view, clip)) {
                 painter.drawPolyline(part);
             }
@@ -425,7 +557,8 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
         drawElementEnds(painter, view, drawing_.alignment(a));
         if (look.labels) {
             nameAlignment(painter, view, drawing_.alignment(a), room);
-            labelElements(painter, view, drawing_.alignment(a), room);
+            labelElements(painter, view, drawing_.alignment(a), room,
+                          [&](ElementType type) { return inkOf(drawing_.alignment(a), type); });
         }
     }
     if (look.stations) {
@@ -436,11 +569,8 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-// Names stand beside symbols and lines, not on them. Where there are too many for names, nothing is kept free.
+// Names stand beside symbols and lines, not on them.
 void PlanPainter::keepFree(const ViewTransform& view, const PlanLook& look, LabelRoom& room) const {
-    if (!look.labels || lines_.size() + markers_.size() > kLabelsInView) {
-        return;
-    }
     constexpr double kSymbol = 2.0; // pixels around a point
     const QRectF clip = clipOf(view);
     const auto block = [&](const QPolygonF& line) {
@@ -510,17 +640,20 @@ std::vector<std::size_t> PlanPainter::alignmentsToName(const std::vector<std::si
     return named;
 }
 
-void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) {
+void PlanPainter::labelLots(QPainter& painter, const ViewTransform& view, LabelRoom& room) {
     const QFontMetricsF metrics(painter.font());
     const double height = metrics.ascent();
-    auto name = [&](const EntityView& entity) { return entity.row ? fromUtf8(entity.row->name).trimmed() : QString(); };
     for (const PlanFigure& figure : lines_) {
-        const EntityView entity = drawing_.entity(figure.entity);
-        const QString text = name(entity);
-        if (figure.figureStyle() != FigureStyle::Lot || text.isEmpty()) {
+        if (figure.figureStyle() != FigureStyle::Lot) {
             continue;
         }
-        const QRectF around = pixelsOf(entity.vertices, view).boundingRect();
+        const EntityView entity = drawing_.entity(figure.entity);
+        const QString text = nameOf(entity);
+        const QRectF around = text.isEmpty() ? QRectF() : pixelsOf(entity.vertices, view).boundingRect();
+        // A letter is at least a third as wide as it is high: most of many lots are too small, and need no measuring.
+        if (text.isEmpty() || static_cast<double>(text.size()) * height / 3.0 >= around.width()) {
+            continue;
+        }
         const double width = metrics.horizontalAdvance(text);
         if (width >= around.width()) {
             continue;
@@ -534,24 +667,23 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
                 !room.take(QRectF(at.x(), at.y() - height, width, height))) {
                 continue;
             }
-            drawText(painter, at, text, colourOf(FigureStyle::Lot));
+            drawText(painter, at, text, QColor(inkOf(figure)));
             --namesLeftOut_;
             break;
         }
     }
-    for (const PlanFigure& figure : markers_) {
-        const EntityView entity = drawing_.entity(figure.entity);
-        const QString text = name(entity);
-        if (text.isEmpty()) {
-            continue;
-        }
-        const double width = metrics.horizontalAdvance(text);
-        const QPointF pixel = view.toPixel(entity.position().x, entity.position().y);
-        if (!QRectF(QPointF(0.0, 0.0), view.size()).contains(pixel)) {
-            continue;
-        }
-        ++namesLeftOut_;
+}
+
+void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, LabelRoom& room) {
+    labelLots(painter, view, room);
+    const QFontMetricsF metrics(painter.font());
+    const double height = metrics.ascent();
+    const QRectF seen(QPointF(0.0, 0.0), view.size());
+    // Where a name of that width may stand around its point, the best place first.
+    const auto placesFor = [height](const QPointF& pixel, double width) {
         const double half = 0.5 * height;
+        std::array<QRectF, 12> places;
+        std::size_t count = 0;
         for (const QPointF& shift :
              {QPointF(6.0, -4.0), QPointF(6.0, height + 3.0), QPointF(-6.0 - width, -4.0),
               QPointF(-6.0 - width, height + 3.0), QPointF(8.0, half - 1.0), QPointF(-8.0 - width, half - 1.0),
@@ -559,12 +691,32 @@ void PlanPainter::labelEntities(QPainter& painter, const ViewTransform& view, La
               QPointF(12.0, 2.0 * height + 8.0), QPointF(-12.0 - width, -height - 6.0),
               QPointF(-12.0 - width, 2.0 * height + 8.0)}) {
             const QPointF at = pixel + shift;
-            if (!room.take(QRectF(at.x(), at.y() - height, width, height))) {
-                continue;
+            places[count++] = QRectF(at.x(), at.y() - height, width, height);
+        }
+        return places;
+    };
+    for (const PlanFigure& figure : markers_) {
+        const EntityView entity = drawing_.entity(figure.entity);
+        const QPointF pixel = view.toPixel(entity.position().x, entity.position().y);
+        if (!entity.row || !seen.contains(pixel)) {
+            continue;
+        }
+        const QString text = nameOf(entity);
+        if (text.isEmpty()) {
+            continue;
+        }
+        ++namesLeftOut_;
+        // Where not even a narrow name has room, this one has none, and need not be measured.
+        const auto narrow = placesFor(pixel, 1.0);
+        if (std::none_of(narrow.begin(), narrow.end(), [&](const QRectF& place) { return room.isFree(place); })) {
+            continue;
+        }
+        for (const QRectF& place : placesFor(pixel, metrics.horizontalAdvance(text))) {
+            if (room.take(place)) {
+                drawText(painter, place.bottomLeft(), text, QColor(inkOf(figure)));
+                --namesLeftOut_;
+                break;
             }
-            drawText(painter, at, text, colourOf(figure.figureStyle()));
-            --namesLeftOut_;
-            break;
         }
     }
 }

@@ -3,6 +3,9 @@
 
 #include "exchange/kinds.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace fenmark::desk {
 
 using drawing::ElementType;
@@ -107,6 +110,32 @@ ThemeSide sideFor(const QColor& background) {
 
 void useTheme(ThemeSide side) {
     activeTheme = themeOf(side);
+}
+
+double contrastOf(const QColor& a, const QColor& b) {
+    const auto luminance = [](const QColor& colour) {
+        const auto part = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor inkOf(const drawing::Colour& chosen) {
+    constexpr double kReadable = 4.5;
+    constexpr float kLightnessStep = 0.01F;
+    QColor ink(chosen.red, chosen.green, chosen.blue);
+    const bool onDark = sideFor(kPaper) == ThemeSide::Dark;
+    while (contrastOf(ink, kPaper) < kReadable) {
+        const float lightness = ink.lightnessF() + (onDark ? kLightnessStep : -kLightnessStep);
+        if (lightness < 0.0F || lightness > 1.0F) {
+            break;
+        }
+        ink = QColor::fromHslF(std::max(ink.hslHueF(), 0.0F), ink.hslSaturationF(), lightness);
+    }
+    return ink.toRgb();
 }
 
 QColor colourOf(ElementType type) {

@@ -75,6 +75,11 @@ inline const QColor& colourOf(FigureStyle style) {
     return kFigureColours[static_cast<std::size_t>(style)];
 }
 
+// Contrast of two colours, 1 to 21 (WCAG 2.1, 1.4.3).
+double contrastOf(const QColor& a, const QColor& b);
+// A colour that a user chose, as it is read on the paper in use: darker, or lighter on dark paper, where it would not be.
+QColor inkOf(const drawing::Colour& chosen);
+
 // Numbers of figures of each style.
 using StyleCounts = std::array<std::size_t, kFigureStyles>;
 

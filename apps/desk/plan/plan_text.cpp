@@ -39,7 +39,8 @@ QString stakeName(double station) {
 }
 
 LabelRoom::LabelRoom(const QSizeF& view)
-    : columns_(static_cast<int>(view.width() / kCell) + 1), rows_(static_cast<int>(view.height() / kCell) + 1),
+    : columns_(std::max(1, static_cast<int>(view.width() / kCell))), // whole cells: a name ends within the view
+      rows_(std::max(1, static_cast<int>(view.height() / kCell))),
       taken_(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_), 0) {}
 
 void LabelRoom::block(const QRectF& place) {

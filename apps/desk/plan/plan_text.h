@@ -29,13 +29,13 @@ class LabelRoom {
     bool take(const QRectF& place);
     // The same for text of that size around its middle, turned by degrees clockwise: what it covers and no more.
     bool takeTurned(const QPointF& middle, double width, double height, double degrees);
+    bool isFree(const QRectF& place) const;
     // Nothing is to stand there, whatever does already.
     void block(const QRectF& place);
     void blockLine(const QPointF& from, const QPointF& to);
 
   private:
     static constexpr double kCell = 6.0; // pixels
-    bool isFree(const QRectF& place) const;
 
     int columns_;
     int rows_;

@@ -16,6 +16,7 @@ using drawing::Extent;
 namespace {
 
 constexpr double kMarkReach = 12.0; // pixels that the mark of an object reaches beyond it
+constexpr int kRest = 120;          // milliseconds without a movement, after which the names of many objects are placed
 
 } // namespace
 
@@ -24,6 +25,9 @@ PlanView::PlanView(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setObjectName(QStringLiteral("plan"));
+    rest_.setSingleShot(true);
+    rest_.setInterval(kRest);
+    connect(&rest_, &QTimer::timeout, this, &PlanView::placeNames);
     updateCursor();
 }
 
@@ -56,6 +60,7 @@ void PlanView::drawingChanged() {
     lastClick_.reset();
     hovered_.reset();
     dirty_ = true;
+    names_ = QImage();
     dropWhatIsGone();
     if (fitPending_) {
         fitAll();
@@ -76,6 +81,7 @@ void PlanView::setLook(const PlanLook& look) {
     look_ = look;
     hovered_.reset();
     dirty_ = true;
+    names_ = QImage();
     if (ready()) {
         dropWhatIsGone();
     }
@@ -193,8 +199,32 @@ std::size_t PlanView::render() {
     if (dirty_ || picture_.isNull()) {
         painter_->paint(picture_, view_, look_, devicePixelRatioF(), font());
         dirty_ = false;
+        if (painter_->leftManyNames()) {
+            rest_.start();
+        } else {
+            rest_.stop();
+            names_ = QImage();
+        }
     }
     return painter_->drawn();
+}
+
+void PlanView::placeNames() {
+    render();
+    rest_.stop();
+    if (ready() && painter_ && painter_->leftManyNames()) {
+        names_ = painter_->paintManyNames(view_, devicePixelRatioF(), font());
+        namesView_ = view_;
+        update();
+    }
+}
+
+// Those placed last, where a pan brought them.
+void PlanView::paintNames(QPainter& painter) {
+    if (names_.isNull() || namesView_.size() != view_.size() || namesView_.pixelsPerMetre() != view_.pixelsPerMetre()) {
+        return;
+    }
+    painter.drawImage(view_.toPixel(namesView_.toX(0.0), namesView_.toY(0.0)), names_);
 }
 
 void PlanView::paintEvent(QPaintEvent*) {
@@ -204,6 +234,7 @@ void PlanView::paintEvent(QPaintEvent*) {
         painter.fillRect(rect(), palette().base());
     } else {
         painter.drawImage(QPointF(0, 0), picture_);
+        paintNames(painter);
     }
     if (!ready()) {
         return;
@@ -231,8 +262,15 @@ void PlanView::paintEvent(QPaintEvent*) {
     if (index_.extent().empty()) {
         paintHint(painter, rect(), hintLarge_, hintSmall_, font());
     }
-    if (namesLeftOut() > 0 && !leftOutText_.isEmpty()) {
-        paintNote(painter, rect(), leftOutText_.arg(namesLeftOut()), font());
+    QStringList leftOut;
+    if (linesLeftOut() > 0 && !linesLeftOutText_.isEmpty()) {
+        leftOut << linesLeftOutText_.arg(linesLeftOut());
+    }
+    if (namesLeftOut() > 0 && !namesLeftOutText_.isEmpty()) {
+        leftOut << namesLeftOutText_.arg(namesLeftOut());
+    }
+    if (!leftOut.isEmpty()) {
+        paintNote(painter, rect(), leftOut.join(QStringLiteral("   ")), font());
     }
     if (drag_ == Drag::Window || drag_ == Drag::Select) {
         paintZoomWindow(painter, QRectF(dragFrom_, dragLast_).normalized());

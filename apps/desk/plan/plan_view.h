@@ -12,6 +12,7 @@
 #include "drawing/drawing.h"
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -55,8 +56,12 @@ class PlanView : public QWidget {
     std::optional<PlanObject> objectAtPixel(const QPointF& pixel) const;
     // Names that the picture has no room for.
     std::size_t namesLeftOut() const { return painter_ ? painter_->namesLeftOut() : 0; }
-    // Says in the user's language how many names were left out; %1 is their number.
-    void setLeftOutText(const QString& text) { leftOutText_ = text; }
+    std::size_t linesLeftOut() const { return painter_ ? painter_->linesLeftOut() : 0; }
+    // Say in the user's language how many names, and lines and areas, were left out; %1 is their number.
+    void setLeftOutTexts(const QString& names, const QString& lines) {
+        namesLeftOutText_ = names;
+        linesLeftOutText_ = lines;
+    }
 
     // The object under the pointer, which is lit up.
     const std::optional<PlanObject>& hovered() const { return hovered_; }
@@ -75,6 +80,9 @@ class PlanView : public QWidget {
 
     // Draws the picture at once if it is out of date; the objects drawn.
     std::size_t render();
+    // Names of many objects are placed when the view rests, and stay where they are while it is panned. This places
+    // them at once.
+    void placeNames();
 
     QSize sizeHint() const override { return {800, 600}; }
     QSize minimumSizeHint() const override { return {200, 150}; }
@@ -122,6 +130,7 @@ class PlanView : public QWidget {
     QRect pixelsAround(const PlanObject& object) const;
     bool ready() const { return drawing_ != nullptr && !frozen_; }
     void viewMoved();
+    void paintNames(QPainter& painter);
     void zoomMiddle(double factor);
     void clickAt(const QPointF& pixel, bool toggles);
     void selectBox(const QPointF& from, const QPointF& to);
@@ -137,6 +146,9 @@ class PlanView : public QWidget {
     PlanLook look_;
     ViewTransform view_;
     QImage picture_;
+    QImage names_; // of many objects, over the picture; null for none
+    ViewTransform namesView_;
+    QTimer rest_;
     bool dirty_ = true;
     bool frozen_ = false;
     bool fitPending_ = true; // fit as soon as the widget has its size
@@ -148,7 +160,8 @@ class PlanView : public QWidget {
     PlanPainter::Underlay underlay_;
     QString hintLarge_;
     QString hintSmall_;
-    QString leftOutText_;
+    QString namesLeftOutText_;
+    QString linesLeftOutText_;
 
     Drag drag_ = Drag::None;
     Qt::MouseButton dragButton_ = Qt::NoButton;

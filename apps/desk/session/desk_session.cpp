@@ -142,7 +142,7 @@ bool DeskSession::hasChanges() const {
     }
     const Drawing& drawing = host_.currentDocument()->drawing();
     return drawing.entityCount() > 0 || drawing.alignmentCount() > 0 || !drawing.sites().empty() ||
-           drawing.layers().size() > 1 || drawing.zone() != 0;
+           drawing.layers().size() > 1 || drawing.layers().front().colour || drawing.zone() != 0;
 }
 
 bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
@@ -155,7 +155,7 @@ bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
                          now.entityCount() != before.entities || now.zone() != before.zone ||
                          now.imports().size() != before.imports;
     if (changed) {
-        steps_.push_back({kind, before, ++lastSerial_});
+        steps_.push_back({kind, before, ++lastSerial_, {}});
     }
     return changed;
 }
@@ -223,6 +223,62 @@ bool DeskSession::addLayer(const std::string& name) {
     return true;
 }
 
+bool DeskSession::mayRename(std::size_t layer) const {
+    const std::vector<drawing::Layer>& layers = drawing().layers();
+    return layer < layers.size() && layers[layer].name != drawing::kFirstLayer;
+}
+
+bool DeskSession::mayRemove(std::size_t layer) const {
+    return mayRename(layer) && layer != drawing().currentLayer() && drawing().layerCounts()[layer] == 0;
+}
+
+bool DeskSession::changeLayers(StepKind kind, std::vector<drawing::Layer> layers) {
+    const Drawing::Mark before = drawing().mark();
+    std::vector<drawing::Layer> now = drawing().layers();
+    if (running_ || layers == now || !drawing().setLayers(std::move(layers))) {
+        return false;
+    }
+    undone_.clear(); // it belongs to a state that is no more
+    steps_.push_back({kind, before, ++lastSerial_, std::move(now)});
+    return true;
+}
+
+bool DeskSession::changeLayersBack(Step& step) {
+    std::vector<drawing::Layer> now = drawing().layers();
+    if (!drawing().setLayers(std::move(step.layers))) {
+        return false;
+    }
+    step.layers = std::move(now);
+    return true;
+}
+
+bool DeskSession::renameLayer(std::size_t layer, const std::string& name) {
+    if (!mayRename(layer)) {
+        return false;
+    }
+    std::vector<drawing::Layer> layers = drawing().layers();
+    layers[layer].name = name;
+    return changeLayers(StepKind::LayerName, std::move(layers));
+}
+
+bool DeskSession::setLayerColour(std::size_t layer, const std::optional<drawing::Colour>& colour) {
+    std::vector<drawing::Layer> layers = drawing().layers();
+    if (layer >= layers.size()) {
+        return false;
+    }
+    layers[layer].colour = colour;
+    return changeLayers(StepKind::LayerColour, std::move(layers));
+}
+
+bool DeskSession::removeLayer(std::size_t layer) {
+    if (!mayRemove(layer)) {
+        return false;
+    }
+    std::vector<drawing::Layer> layers = drawing().layers();
+    layers.erase(layers.begin() + static_cast<std::ptrdiff_t>(layer));
+    return changeLayers(StepKind::LayerGone, std::move(layers));
+}
+
 void DeskSession::setZone(int zone) {
     if (drawing().zone() == zone) {
         return;
@@ -236,8 +292,15 @@ bool DeskSession::undo() {
     if (steps_.empty() || running_) {
         return false;
     }
-    Drawing::Removed removed = drawing().takeBack(steps_.back().before);
-    undone_.push_back({std::move(steps_.back()), std::move(removed)});
+    if (!steps_.back().layers.empty()) {
+        if (!changeLayersBack(steps_.back())) {
+            return false;
+        }
+        undone_.push_back({std::move(steps_.back()), {}});
+    } else {
+        Drawing::Removed removed = drawing().takeBack(steps_.back().before);
+        undone_.push_back({std::move(steps_.back()), std::move(removed)});
+    }
     steps_.pop_back();
     host_.clearNotes();
     return true;
@@ -249,7 +312,9 @@ bool DeskSession::redo() {
     }
     UndoneStep undone = std::move(undone_.back());
     undone_.pop_back();
-    if (!drawing().putBack(std::move(undone.removed))) {
+    const bool done =
+        undone.step.layers.empty() ? drawing().putBack(std::move(undone.removed)) : changeLayersBack(undone.step);
+    if (!done) {
         undone_.clear();
         return false;
     }

@@ -5,20 +5,23 @@
 #include "host/embedded/embedded_host.h"
 #include "host/embedded/module_host.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace fenmark::desk {
 
 // What one step did, for the name of its undoing.
-enum class StepKind { Import, Layer, Zone };
+enum class StepKind { Import, Layer, Zone, LayerName, LayerColour, LayerGone };
 
 struct Step {
     StepKind kind;
     drawing::Drawing::Mark before;
-    std::uint64_t serial = 0; // no two steps of a session have the same one
+    std::uint64_t serial = 0;                // no two steps of a session have the same one
+    std::vector<drawing::Layer> layers = {}; // of a step that changed the list of layers: the list on its other side
 };
 
 // A step that was taken back, and what went with it.
@@ -79,6 +82,13 @@ class DeskSession {
 
     // False if there is a layer of that name already.
     bool addLayer(const std::string& name);
+    // Each is one step. The first layer keeps its name and stays: hosts and other programs count on it.
+    bool mayRename(std::size_t layer) const;
+    bool mayRemove(std::size_t layer) const; // neither the first nor the current one, and without objects
+    // False if that may not be, or if nothing would change.
+    bool renameLayer(std::size_t layer, const std::string& name);
+    bool setLayerColour(std::size_t layer, const std::optional<drawing::Colour>& colour);
+    bool removeLayer(std::size_t layer);
     void setZone(int zone);
 
     const std::vector<Step>& steps() const { return steps_; }
@@ -102,6 +112,8 @@ class DeskSession {
     Outcome openBy(const std::function<Outcome(host::embedded::Document&)>& read);
     void replaceDocument(host::embedded::Document& old);
     bool keepStep(StepKind kind, const drawing::Drawing::Mark& before);
+    bool changeLayers(StepKind kind, std::vector<drawing::Layer> layers);
+    bool changeLayersBack(Step& step);
 
     host::embedded::EmbeddedHost host_;
     host::embedded::ModuleHost modules_; // gone before the host that its modules know

@@ -183,6 +183,7 @@ int takePicture(const Options& options) {
     window.plan().fitAll();
     window.plan().clearFocus();
     QApplication::processEvents();
+    window.plan().placeNames();
     if (!window.grab().toImage().save(QString::fromStdString(options.screenshot), "PNG")) {
         return fail(kNotDone, options.screenshot + ": cannot be written");
     }

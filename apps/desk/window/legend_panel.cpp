@@ -68,6 +68,9 @@ constexpr std::pair<ElementType, Text> kElements[] = {
 LegendPanel::LegendPanel(const Texts& texts, QWidget* parent) : QListWidget(parent), texts_(texts) {
     setObjectName(QStringLiteral("legend"));
     setIconSize(kSampleSize);
+    setWordWrap(true); // in a narrow panel
+    setResizeMode(QListView::Adjust);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         if (!filling_) {
             hiddenOf(*item) = item->checkState() == Qt::Unchecked;

@@ -1,12 +1,15 @@
 // The window's parts and their words.
 #include "desk/window/main_window.h"
 
+#include "desk/window/keys_dialog.h"
+
 #include "desk/window/icons.h"
 #include "desk/window/properties.h"
 #include "desk/window/workbench.h"
 
 #include <QActionGroup>
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QInputDialog>
@@ -19,6 +22,7 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTabBar>
 
 namespace fenmark::desk {
 
@@ -39,8 +43,30 @@ FileQuestions realQuestions() {
             [](QWidget* parent, const QString& title, const QString& label) {
                 return QInputDialog::getText(parent, title, label);
             },
-            nullptr};
+            nullptr,
+            [](QWidget* parent, const QString& title, const QString& label, const QString& now) {
+                return QInputDialog::getText(parent, title, label, QLineEdit::Normal, now);
+            },
+            [](QWidget* parent, const QString& title, const QColor& now) {
+                // The toolkit's own dialog speaks the language of the window.
+                return QColorDialog::getColor(now, parent, title, QColorDialog::DontUseNativeDialog);
+            }};
 }
+
+// Tabs of panels have their whole names, with arrows where these are too many.
+class WholeTabs : public QObject {
+  public:
+    using QObject::QObject;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::ChildPolished) {
+            if (auto* tabs = qobject_cast<QTabBar*>(static_cast<QChildEvent*>(event)->child())) {
+                tabs->setElideMode(Qt::ElideNone);
+                tabs->setUsesScrollButtons(true);
+            }
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
 
 } // namespace
 
@@ -59,6 +85,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     setCentralWidget(plan_);
     setAcceptDrops(true);
     setDockNestingEnabled(true);
+    installEventFilter(new WholeTabs(this));
     resize(firstWindowSize(screen()->availableSize()));
     makePanels();
     makeMenus();
@@ -186,19 +213,14 @@ void MainWindow::makeMenus() {
     }
     view->addSeparator();
     addAction(view, Text::NextPane, QKeySequence(Qt::Key_F6), [this] { focusNextPane(1); });
-    auto* back = new QAction(this);
-    back->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6));
-    connect(back, &QAction::triggered, this, [this] { focusNextPane(-1); });
-    auto* toCommand = new QAction(this);
-    toCommand->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_K)); // Ctrl+Space switches input methods
-    connect(toCommand, &QAction::triggered, this, [this] { command_->edit()->setFocus(); });
-    QMainWindow::addAction(back);
-    QMainWindow::addAction(toCommand);
+    addAction(view, Text::PreviousPane, QKeySequence(Qt::SHIFT | Qt::Key_F6), [this] { focusNextPane(-1); });
+    // Ctrl+Space switches input methods.
+    addAction(view, Text::ToCommandLine, QKeySequence(Qt::CTRL | Qt::Key_K), [this] { command_->edit()->setFocus(); });
 
     workbench_->makeMenus();
     makeSettingsMenu();
     QMenu* help = addMenu(Text::HelpMenu);
-    addAction(help, Text::Keys, QKeySequence(Qt::Key_F1), [this] { tell(texts_(Text::KeysText)); });
+    addAction(help, Text::Keys, QKeySequence(Qt::Key_F1), [this] { showKeys(*this); });
     addAction(help, Text::About, {},
               [this] { tell(QStringLiteral("Fenmark Desk " FENMARK_VERSION "\n\n") + texts_(Text::AboutText)); });
 }
@@ -299,7 +321,7 @@ void MainWindow::makePanels() {
         return dock;
     };
     sites_ = new SitesPanel(texts_);
-    layers_ = new LayersPanel;
+    layers_ = new LayersPanel(texts_);
     properties_ = new PropertiesPanel(texts_);
     command_ = new CommandPanel;
     log_ = new LogPanel;
@@ -350,6 +372,10 @@ void MainWindow::makePanels() {
         plan_->select(object, true);
         plan_->fitSelected();
     });
+    connect(layers_, &LayersPanel::renameAsked, this,
+            [this](std::size_t layer) { guarded([this, layer] { renameLayer(layer); }); });
+    connect(layers_, &LayersPanel::removalAsked, this,
+            [this](std::size_t layer) { guarded([this, layer] { removeLayer(layer); }); });
     connect(layers_, &LayersPanel::shownChanged, this, [this] { guarded([this] { applyLook(); }); });
     connect(legend_, &LegendPanel::shownChanged, this, [this] { guarded([this] { applyLook(); }); });
     connect(table_, &SelectionTable::objectChosen, plan_, &PlanView::lookAt);
@@ -448,7 +474,7 @@ void MainWindow::retranslate() {
     command_->retranslate(texts_);
     plan_->setAccessibleName(texts_(Text::PlanName));
     plan_->setHint(texts_(Text::DropHint), texts_(Text::DropHintKeys));
-    plan_->setLeftOutText(texts_(Text::NamesLeftOut));
+    plan_->setLeftOutTexts(texts_(Text::NamesLeftOut), texts_(Text::LinesLeftOut));
     table_->retranslate();
     preview_->setAccessibleName(texts_(Text::PreviewPanel));
     sites_->setAccessibleName(texts_(Text::SitesPanel));

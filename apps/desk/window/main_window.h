@@ -48,6 +48,10 @@ struct FileQuestions {
     std::function<QString(QWidget* parent, const QString& title, const QString& label)> name;
     // Empty for the window's own question.
     std::function<Again(QWidget* parent)> again = nullptr;
+    // A name in the place of another one; empty if cancelled.
+    std::function<QString(QWidget* parent, const QString& title, const QString& label, const QString& now)> newName;
+    // No valid colour if cancelled.
+    std::function<QColor(QWidget* parent, const QString& title, const QColor& now)> colour;
 };
 
 class Workbench;
@@ -113,6 +117,9 @@ class MainWindow : public QMainWindow {
     void undo();
     void redo();
     void addLayer();
+    void renameLayer(std::size_t layer);
+    void colourLayer(std::size_t layer);
+    void removeLayer(std::size_t layer); // or says why it stays
     void startFind();
     // Shows what an import made of a record of its file, and the line of the file.
     void showRecord(qint64 number);
@@ -147,7 +154,7 @@ class MainWindow : public QMainWindow {
     void showLayersMenu(const QPoint& at);
     void showLegendMenu(const QPoint& at);
     QMenu* newMenu(const char* name);
-    void addEntry(QMenu* menu, Text text, std::function<void()> act);
+    QAction* addEntry(QMenu* menu, Text text, std::function<void()> act);
     void addObjectEntries(QMenu* menu, const PlanObject& object);
     void selectKindOf(const PlanObject& object);
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <exception>
 #include <numeric>
 
@@ -354,6 +355,58 @@ void MainWindow::addLayer() {
     }
 }
 
+void MainWindow::renameLayer(std::size_t layer) {
+    if (session_.isRunning() || layer >= session_.drawing().layers().size()) {
+        return;
+    }
+    const QString now = fromUtf8(session_.drawing().layers()[layer].name);
+    if (!session_.mayRename(layer)) {
+        tell(texts_(Text::LayerStays).arg(now));
+        return;
+    }
+    const QString name =
+        questions_.newName(this, withoutMnemonic(texts_(Text::RenameLayer)), texts_(Text::LayerName), now).trimmed();
+    if (name.isEmpty() || name == now) {
+        return;
+    }
+    if (session_.renameLayer(layer, name.toStdString())) {
+        drawingChanged();
+    } else {
+        tell(texts_(Text::LayerTaken).arg(name));
+    }
+}
+
+void MainWindow::colourLayer(std::size_t layer) {
+    if (session_.isRunning() || layer >= session_.drawing().layers().size()) {
+        return;
+    }
+    const auto now = session_.drawing().layers()[layer].colour;
+    const QColor chosen = questions_.colour(this, withoutMnemonic(texts_(Text::LayerColour)),
+                                            now ? QColor(now->red, now->green, now->blue) : kInk);
+    if (!chosen.isValid()) {
+        return;
+    }
+    const drawing::Colour colour{static_cast<std::uint8_t>(chosen.red()), static_cast<std::uint8_t>(chosen.green()),
+                                 static_cast<std::uint8_t>(chosen.blue())};
+    if (session_.setLayerColour(layer, colour)) {
+        drawingChanged();
+    }
+}
+
+void MainWindow::removeLayer(std::size_t layer) {
+    const Drawing& drawing = session_.drawing();
+    if (session_.isRunning() || layer >= drawing.layers().size()) {
+        return;
+    }
+    const QString name = fromUtf8(drawing.layers()[layer].name);
+    if (session_.removeLayer(layer)) {
+        drawingChanged();
+        return;
+    }
+    const std::size_t count = drawing.layerCounts()[layer];
+    tell(count > 0 ? texts_(Text::LayerHolds).arg(name).arg(count) : texts_(Text::LayerStays).arg(name));
+}
+
 void MainWindow::setZone(int zone) {
     if (!session_.isRunning()) {
         session_.setZone(zone);
@@ -362,10 +415,21 @@ void MainWindow::setZone(int zone) {
 }
 
 QString MainWindow::stepName(StepKind kind) const {
-    if (kind == StepKind::Layer) {
+    switch (kind) {
+    case StepKind::Layer:
         return texts_(Text::StepLayer);
+    case StepKind::LayerName:
+        return texts_(Text::StepLayerName);
+    case StepKind::LayerColour:
+        return texts_(Text::StepLayerColour);
+    case StepKind::LayerGone:
+        return texts_(Text::StepLayerGone);
+    case StepKind::Zone:
+        return texts_(Text::StepZone);
+    case StepKind::Import:
+        break;
     }
-    return texts_(kind == StepKind::Zone ? Text::StepZone : Text::StepImport);
+    return texts_(Text::StepImport);
 }
 
 void MainWindow::releaseDrawing() {

@@ -34,10 +34,11 @@ QMenu* MainWindow::newMenu(const char* name) {
     return menu;
 }
 
-void MainWindow::addEntry(QMenu* menu, Text text, std::function<void()> act) {
+QAction* MainWindow::addEntry(QMenu* menu, Text text, std::function<void()> act) {
     QAction* entry = menu->addAction(texts_(text));
     entry->setData(static_cast<int>(text));
     connect(entry, &QAction::triggered, this, [this, act = std::move(act)] { guarded(act); });
+    return entry;
 }
 
 void MainWindow::selectKindOf(const PlanObject& object) {
@@ -129,6 +130,19 @@ void MainWindow::showLayersMenu(const QPoint& at) {
         const auto layer = static_cast<std::size_t>(row);
         addEntry(menu, Text::ShowOnlyLayer, [this, layer] { layers_->showOnly(layer); });
         addEntry(menu, Text::HideThisLayer, [this, layer] { layers_->hideLayer(layer); });
+        menu->addSeparator();
+        addEntry(menu, Text::LayerColour, [this, layer] { colourLayer(layer); });
+        addEntry(menu, Text::NoLayerColour, [this, layer] {
+            if (session_.setLayerColour(layer, std::nullopt)) {
+                drawingChanged();
+            }
+        })->setEnabled(session_.drawing().layers()[layer].colour.has_value());
+        QAction* rename = addEntry(menu, Text::RenameLayer, [this, layer] { renameLayer(layer); });
+        rename->setShortcut(Qt::Key_F2); // heard by the list itself
+        rename->setEnabled(session_.mayRename(layer));
+        QAction* remove = addEntry(menu, Text::RemoveLayer, [this, layer] { removeLayer(layer); });
+        remove->setShortcut(Qt::Key_Delete);
+        remove->setEnabled(session_.mayRemove(layer));
         menu->addSeparator();
     }
     for (const Text text : {Text::ShowAll, Text::HideAll, Text::AddLayer}) {

@@ -7,8 +7,14 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QIcon>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QPixmap>
 #include <QSignalBlocker>
+
+#include <algorithm>
+#include <set>
 
 namespace fenmark::desk {
 
@@ -19,6 +25,41 @@ namespace {
 
 constexpr int kAlignmentRole = Qt::UserRole;
 constexpr int kElementRole = Qt::UserRole + 1;
+constexpr QSize kColourSize{16, 12};
+constexpr double kColourRatio = 3.0; // drawn this much finer, for screens of any scale
+
+// A patch of the colour; an empty one where each kind has its own.
+QIcon colourIcon(const std::optional<QColor>& colour) {
+    QPixmap pixmap(kColourSize * kColourRatio);
+    pixmap.setDevicePixelRatio(kColourRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    if (colour) {
+        painter.fillRect(QRectF(1.0, 1.0, kColourSize.width() - 2.0, kColourSize.height() - 2.0), *colour);
+    }
+    painter.setPen(QPen(kFaintInk, 0.7));
+    painter.drawRect(QRectF(1.0, 1.0, kColourSize.width() - 2.0, kColourSize.height() - 2.0));
+    painter.end();
+    QIcon icon;
+    icon.addPixmap(pixmap);
+    icon.addPixmap(pixmap, QIcon::Selected); // not tinted
+    return icon;
+}
+
+// Rows as high as their values need, which are seen whole also in a narrow panel.
+void fitRows(QTreeWidget& tree) {
+    constexpr int kMargins = 8; // of a cell, left and right
+    constexpr int kHighest = 1000;
+    const int width = std::max(1, tree.columnWidth(1) - kMargins);
+    const QFontMetrics metrics(tree.font());
+    for (int i = 0; i < tree.topLevelItemCount(); ++i) {
+        QTreeWidgetItem& row = *tree.topLevelItem(i);
+        const int height =
+            metrics.boundingRect(QRect(0, 0, width, kHighest), static_cast<int>(Qt::TextWordWrap), row.text(1))
+                .height();
+        row.setSizeHint(1, QSize(0, std::max(height, metrics.height())));
+    }
+}
 
 void alignNumbers(QTreeWidgetItem* item) {
     for (int column = 1; column < 4; ++column) {
@@ -137,8 +178,9 @@ void SitesPanel::mark(const std::optional<PlanObject>& object) {
     marking_ = false;
 }
 
-LayersPanel::LayersPanel(QWidget* parent) : QListWidget(parent) {
+LayersPanel::LayersPanel(const Texts& texts, QWidget* parent) : QListWidget(parent), texts_(texts) {
     setObjectName(QStringLiteral("layers"));
+    setIconSize(kColourSize);
     connect(this, &QListWidget::itemChanged, this, [this] {
         if (!filling_) {
             emit shownChanged();
@@ -148,14 +190,39 @@ LayersPanel::LayersPanel(QWidget* parent) : QListWidget(parent) {
 
 void LayersPanel::fill(const Drawing& drawing, bool showAll) {
     filling_ = true;
-    const std::vector<bool> before = showAll ? std::vector<bool>() : hidden();
-    clear();
-    for (std::size_t i = 0; i < drawing.layers().size(); ++i) {
-        auto* item = new QListWidgetItem(fromUtf8(drawing.layers()[i].name), this);
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        item->setCheckState(i < before.size() && before[i] ? Qt::Unchecked : Qt::Checked);
+    const std::vector<bool> ticks = hidden();
+    std::set<std::uint64_t> before;
+    for (std::size_t i = 0; i < ticks.size() && !showAll; ++i) {
+        if (ticks[i]) {
+            before.insert(ids_[i]);
+        }
     }
+    const int chosen = currentRow();
+    clear();
+    ids_.clear();
+    const std::vector<std::size_t> counts = drawing.layerCounts();
+    for (std::size_t i = 0; i < drawing.layers().size(); ++i) {
+        const drawing::Layer& layer = drawing.layers()[i];
+        ids_.push_back(layer.id.asUint64());
+        auto* item = new QListWidgetItem(fromUtf8(layer.name), this);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+        item->setCheckState(before.contains(ids_.back()) ? Qt::Unchecked : Qt::Checked);
+        item->setToolTip(texts_(Text::LayerObjects).arg(counts[i]));
+        item->setIcon(colourIcon(layer.colour ? std::optional(inkOf(*layer.colour)) : std::nullopt));
+    }
+    setCurrentRow(std::min(chosen, count() - 1));
     filling_ = false;
+}
+
+void LayersPanel::keyPressEvent(QKeyEvent* event) {
+    const int row = currentRow();
+    if (row >= 0 && event->key() == Qt::Key_F2) {
+        emit renameAsked(static_cast<std::size_t>(row));
+    } else if (row >= 0 && event->key() == Qt::Key_Delete) {
+        emit removalAsked(static_cast<std::size_t>(row));
+    } else {
+        QListWidget::keyPressEvent(event);
+    }
 }
 
 std::vector<bool> LayersPanel::hidden() const {
@@ -200,9 +267,14 @@ PropertiesPanel::PropertiesPanel(const Texts& texts, QWidget* parent) : QTreeWid
     setObjectName(QStringLiteral("properties"));
     setColumnCount(2);
     setRootIsDecorated(false);
-    setUniformRowHeights(true);
     setAlternatingRowColors(true);
     setIndentation(0);
+    setWordWrap(true);
+    connect(header(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (column == 1) {
+            fitRows(*this);
+        }
+    });
 }
 
 void PropertiesPanel::show(const Drawing& drawing, const std::optional<PlanObject>& object) {
@@ -236,6 +308,7 @@ void PropertiesPanel::showLines(const std::vector<Property>& lines) {
         }
     }
     resizeColumnToContents(0);
+    fitRows(*this);
 }
 
 void PropertiesPanel::keyPressEvent(QKeyEvent* event) {
@@ -247,6 +320,7 @@ void PropertiesPanel::keyPressEvent(QKeyEvent* event) {
     for (int i = 0; i < topLevelItemCount(); ++i) {
         text += topLevelItem(i)->text(0) + QLatin1Char('\t') + topLevelItem(i)->text(1) + QLatin1Char('\n');
     }
+    text.replace(QChar(QChar::Nbsp), QLatin1Char(' '));
     QGuiApplication::clipboard()->setText(text);
 }
 

@@ -37,12 +37,12 @@ class SitesPanel : public QTreeWidget {
     bool marking_ = false;
 };
 
-// Layers with a box each: ticked layers are shown.
+// Layers with a box each, their colours and the numbers of their objects: ticked layers are shown.
 class LayersPanel : public QListWidget {
     Q_OBJECT
 
   public:
-    explicit LayersPanel(QWidget* parent = nullptr);
+    explicit LayersPanel(const Texts& texts, QWidget* parent = nullptr);
 
     // Boxes of layers that were there keep their ticks, unless all are to be shown.
     void fill(const drawing::Drawing& drawing, bool showAll);
@@ -54,8 +54,15 @@ class LayersPanel : public QListWidget {
 
   signals:
     void shownChanged();
+    void renameAsked(std::size_t layer);
+    void removalAsked(std::size_t layer);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override; // F2 and Delete
 
   private:
+    const Texts& texts_;
+    std::vector<std::uint64_t> ids_; // of the layers, by row
     bool filling_ = false;
 };
 

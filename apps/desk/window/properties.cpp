@@ -28,7 +28,10 @@ class Sheet {
     void heading(const QString& text) { lines_.push_back({text, {}, true}); }
     void add(Text name, const QString& value) { lines_.push_back({texts_(name), value, false}); }
     void add(const QString& name, const QString& value) { lines_.push_back({name, value, false}); }
-    void place(Text name, double x, double y) { add(name, QStringLiteral("X %1  Y %2").arg(metres(y), metres(x))); }
+    // Breaks between the coordinates in a narrow panel, not within them.
+    void place(Text name, double x, double y) {
+        add(name, QStringLiteral("X\u00A0%1 Y\u00A0%2").arg(metres(y), metres(x)));
+    }
     QString text(Text text) const { return texts_(text); }
     const Texts& texts() const { return texts_; }
 

@@ -151,6 +151,7 @@ SelectionTable::SelectionTable(const Texts& texts, QWidget* parent)
     view_->setAlternatingRowColors(true);
     view_->setTabKeyNavigation(false);
     view_->verticalHeader()->hide();
+    view_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     view_->installEventFilter(this);
     filter_->setClearButtonEnabled(true);
     auto* top = new QHBoxLayout;

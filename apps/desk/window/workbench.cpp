@@ -6,6 +6,7 @@
 
 #include <QActionGroup>
 #include <QMenuBar>
+#include <QTimer>
 #include <QToolButton>
 
 #include <array>
@@ -49,6 +50,21 @@ Workbench::Workbench(MainWindow& window)
 
 Workbench::~Workbench() = default;
 
+void Workbench::growWhenShown(QDockWidget& dock, double part) {
+    connect(&dock, &QDockWidget::visibilityChanged, this, [this, &dock, part](bool visible) {
+        if (!visible || dock.property("grown").toBool()) {
+            return;
+        }
+        dock.setProperty("grown", true);
+        const int height = static_cast<int>(part * window_.height());
+        if (!dock.isFloating() && dock.height() < height) {
+            // Once the layout has made room for the panel itself.
+            QTimer::singleShot(0, &dock,
+                               [this, &dock, height] { window_.resizeDocks({&dock}, {height}, Qt::Vertical); });
+        }
+    });
+}
+
 QDockWidget* Workbench::addDock(Text text, QWidget* widget, Qt::DockWidgetArea area, const char* name) {
     auto* dock = new QDockWidget(&window_);
     dock->setObjectName(QLatin1String(name));
@@ -72,6 +88,8 @@ void Workbench::makeDocks(QDockWidget* beside) {
             }
         });
     }
+    growWhenShown(window_.dock(QStringLiteral("measureDock")), 0.35);
+    growWhenShown(window_.dock(QStringLiteral("lotDock")), 0.4);
     makeSectionDocks();
 }
 

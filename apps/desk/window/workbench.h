@@ -81,6 +81,8 @@ class Workbench : public QObject {
     void showSections();
     // Selects what stands at a place of a section.
     void choosePlace(std::size_t alignment, double station, double offset, double height, FigureStyle style);
+    // A panel that is shown for the first time gets that part of the window's height, so that its contents can be read.
+    void growWhenShown(QDockWidget& dock, double part);
     QDockWidget* addDock(Text text, QWidget* widget, Qt::DockWidgetArea area, const char* name);
     void makeMeasureMenu();
     void makeMeasureTools();

@@ -19,6 +19,7 @@ void Workbench::makeSectionDocks() {
         window_.tabifyDockWidget(before, dock);
         dock->hide(); // until it is asked for
         sectionDocks_.emplace_back(dock, text);
+        growWhenShown(*dock, 0.55);
         connect(dock, &QDockWidget::visibilityChanged, this, [this](bool shown) {
             if (shown) {
                 window_.guarded([this] { showSections(); });

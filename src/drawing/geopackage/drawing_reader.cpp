@@ -115,7 +115,7 @@ Drawing DrawingReader::read(Load load) {
 }
 
 void DrawingReader::readNamed() {
-    drawing_.layers_ = readNames<Layer>(connection_, sql::kReadLayers);
+    readLayers();
     drawing_.sites_ = readNames<Site>(connection_, sql::kReadSites);
     drawing_.tables_ = readNames<ObjectDataTable>(connection_, sql::kReadTables);
     if (drawing_.layers_.empty()) {
@@ -123,6 +123,16 @@ void DrawingReader::readNamed() {
     }
     drawing_.zone_ = head_.zone;
     drawing_.currentLayer_ = drawing_.findLayer(MdDbObjectId(head_.currentLayer)).value_or(0);
+}
+
+void DrawingReader::readLayers() {
+    const std::string text = "SELECT " + shape_->list("layers", {"id", "name", "colour"}) + " FROM layers ORDER BY id";
+    Statement rows(connection_, text.c_str());
+    drawing_.layers_.clear();
+    while (rows.step()) {
+        drawing_.layers_.push_back({MdDbObjectId(static_cast<std::uint64_t>(rows.integer(0))),
+                                    std::string(rows.text(1)), colourOfText(rows.text(2))});
+    }
 }
 
 void DrawingReader::readImports() {

@@ -44,6 +44,7 @@ class DrawingReader {
     struct EntityRow;
 
     void readNamed();
+    void readLayers();
     void readImports();
     void readAlignments();
     std::string entityQuery(bool isPolyline, bool one) const;

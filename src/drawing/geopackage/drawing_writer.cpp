@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <map>
+#include <string>
 #include <vector>
 
 namespace fenmark::drawing {
@@ -50,6 +52,25 @@ void areaOf(sqlite3_context* context, int, sqlite3_value** arguments) {
     sqlite3_result_null(context);
 }
 
+using NewNames = std::map<std::string, std::string, std::less<>>;
+
+// new_name(layer) in SQL.
+void newName(sqlite3_context* context, int, sqlite3_value** arguments) {
+    const auto& names = *static_cast<const NewNames*>(sqlite3_user_data(context));
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(arguments[0]));
+    const auto found = text == nullptr ? names.end() : names.find(std::string_view(text, size));
+    if (found == names.end()) {
+        sqlite3_result_null(context);
+        return;
+    }
+    sqlite3_result_text(context, found->second.data(), static_cast<int>(found->second.size()), SQLITE_STATIC);
+}
+
+std::string colourTextOf(const Layer& layer) {
+    return layer.colour ? textOf(*layer.colour) : std::string();
+}
+
 } // namespace
 
 DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, From from, const WriteProgress& progress)
@@ -64,7 +85,7 @@ DrawingWriter::DrawingWriter(Connection& connection, const Drawing& drawing, Fro
 
 bool DrawingWriter::hasChanges(const Drawing& drawing) {
     const Drawing::Unsaved& unsaved = drawing.unsaved_;
-    return unsaved.settings || !drawing.removed_.empty() || unsaved.entities < drawing.lastId_ ||
+    return unsaved.settings || unsaved.layers || !drawing.removed_.empty() || unsaved.entities < drawing.lastId_ ||
            unsaved.others < drawing.lastId_;
 }
 
@@ -86,6 +107,9 @@ void DrawingWriter::write(std::span<const NewIdentifier> newIdentifiers, const s
         removeImports();
         removeStale();
     }
+    if (!fromNothing_ && drawing_.unsaved_.layers) {
+        changeLayers();
+    }
     writeZone();
     writeNamed();
     writeImports();
@@ -106,10 +130,11 @@ bool DrawingWriter::hasLots() const {
     return fromNothing_ || shape_->hasTable("lots");
 }
 
-void DrawingWriter::define(const char* function, int arguments, void (*body)(sqlite3_context*, int, sqlite3_value**)) {
-    const int code = sqlite3_create_function(connection_.get(), function, arguments,
-                                             SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, nullptr, body,
-                                             nullptr, nullptr);
+void DrawingWriter::define(const char* function, int arguments, void (*body)(sqlite3_context*, int, sqlite3_value**),
+                           void* data) {
+    const int code =
+        sqlite3_create_function(connection_.get(), function, arguments,
+                                SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY, data, body, nullptr, nullptr);
     if (code != SQLITE_OK) {
         connection_.fail(code);
     }
@@ -299,6 +324,51 @@ void DrawingWriter::writeZone() {
     }
 }
 
+// What the file holds of layers that were renamed, coloured, removed, or are back.
+void DrawingWriter::changeLayers() {
+    std::map<std::uint64_t, std::string> inFile;
+    {
+        Statement rows(connection_, sql::kReadLayerNames);
+        while (rows.step()) {
+            inFile.emplace(static_cast<std::uint64_t>(rows.integer(0)), rows.text(1));
+        }
+    }
+    NewNames renamed;
+    Statement update(connection_, sql::kUpdateLayer);
+    Statement insert(connection_, sql::kInsertLayer);
+    for (const Layer& layer : drawing_.layers()) {
+        const std::uint64_t id = layer.id.asUint64();
+        if (id > othersFrom_) {
+            continue; // written with all that is new
+        }
+        const auto found = inFile.find(id);
+        const std::string colour = colourTextOf(layer);
+        (found != inFile.end() ? update : insert)
+            .bind(1, number(layer.id))
+            .bind(2, std::string_view(layer.name))
+            .bind(3, std::string_view(colour))
+            .run();
+        if (found != inFile.end() && found->second != layer.name) {
+            renamed.emplace(found->second, layer.name);
+        }
+    }
+    for (const auto& [id, name] : inFile) {
+        if (!drawing_.findLayer(MdDbObjectId(id))) {
+            Statement(connection_, sql::kDeleteLayer).bind(1, static_cast<std::int64_t>(id)).run();
+        }
+    }
+    if (renamed.empty()) {
+        return;
+    }
+    define("new_name", 1, newName, &renamed);
+    for (const sql::RenameLayers& table : sql::kRenameLayers) {
+        if (shape_->hasColumn(table.table, "layer")) {
+            Statement(connection_, table.sql).run();
+        }
+    }
+    define("new_name", 1, nullptr, nullptr);
+}
+
 void DrawingWriter::writeNamed() {
     const auto insert = [&](const char* text, const auto& items) {
         Statement statement(connection_, text);
@@ -308,7 +378,16 @@ void DrawingWriter::writeNamed() {
             }
         }
     };
-    insert(sql::kInsertLayer, drawing_.layers());
+    Statement insertLayer(connection_, sql::kInsertLayer);
+    for (const Layer& layer : drawing_.layers()) {
+        if (layer.id.asUint64() > othersFrom_) {
+            const std::string colour = colourTextOf(layer);
+            insertLayer.bind(1, number(layer.id))
+                .bind(2, std::string_view(layer.name))
+                .bind(3, std::string_view(colour))
+                .run();
+        }
+    }
     insert(sql::kInsertSite, drawing_.sites());
     insert(sql::kInsertTable, drawing_.tables());
 }

@@ -40,11 +40,13 @@ class DrawingWriter {
     void writeImports();
     void writeZone();
     void writeNamed();
+    void changeLayers();
     void writeAlignments();
     void writeEntities(EntityLayer layer, const char* table, const char* insert);
     void writeDrawing(const std::string& stamp);
     bool hasLots() const;
-    void define(const char* function, int arguments, void (*body)(sqlite3_context*, int, sqlite3_value**));
+    void define(const char* function, int arguments, void (*body)(sqlite3_context*, int, sqlite3_value**),
+                void* data = nullptr);
     void growContents(const char* table, const Extent& extent);
 
     Connection& connection_;

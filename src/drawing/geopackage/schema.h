@@ -157,7 +157,8 @@ CREATE TABLE alignment_elements (
 CREATE INDEX alignment_elements_order ON alignment_elements (alignment_id, place);
 CREATE TABLE layers (
     id INTEGER PRIMARY KEY NOT NULL,
-    name TEXT
+    name TEXT,
+    colour TEXT
 );
 CREATE TABLE sites (
     id INTEGER PRIMARY KEY NOT NULL,
@@ -230,6 +231,7 @@ inline constexpr LaterColumn kLaterColumns[] = {
     {"lots", "area", "ALTER TABLE lots ADD COLUMN area DOUBLE"},
     {"alignments", "import_id", "ALTER TABLE alignments ADD COLUMN import_id INTEGER"},
     {"fenmark_drawing", "stamp", "ALTER TABLE fenmark_drawing ADD COLUMN stamp TEXT"},
+    {"layers", "colour", "ALTER TABLE layers ADD COLUMN colour TEXT"},
 };
 // Areas that outlived their polylines, and the areas in square metres of those that were closed polylines always.
 inline constexpr const char* kDropLotsWithoutLine = "DELETE FROM lots WHERE fid NOT IN (SELECT fid FROM polylines)";
@@ -272,7 +274,6 @@ inline constexpr const char* kReadDrawing =
 inline constexpr const char* kReadStamp = "SELECT stamp FROM fenmark_drawing WHERE id = 1";
 
 // --- reading ---
-inline constexpr const char* kReadLayers = "SELECT id, name FROM layers ORDER BY id";
 inline constexpr const char* kReadSites = "SELECT id, name FROM sites ORDER BY id";
 inline constexpr const char* kReadTables = "SELECT id, name FROM object_data_tables ORDER BY id";
 inline constexpr const char* kReadElements =
@@ -303,6 +304,24 @@ inline constexpr const char* kDeleteLayers = "DELETE FROM layers WHERE id > ?1";
 inline constexpr const char* kDeleteSites = "DELETE FROM sites WHERE id > ?1";
 inline constexpr const char* kDeleteTables = "DELETE FROM object_data_tables WHERE id > ?1";
 inline constexpr const char* kDeleteImports = "DELETE FROM fenmark_imports WHERE id > ?1";
+
+// --- layers that were renamed, coloured or removed ---
+// Names change all at once, so that two layers can exchange theirs.
+inline constexpr const char* kReadLayerNames = "SELECT id, name FROM layers ORDER BY id";
+inline constexpr const char* kUpdateLayer =
+    "UPDATE layers SET name = ?2, colour = CASE ?3 WHEN '' THEN NULL ELSE ?3 END WHERE id = ?1";
+inline constexpr const char* kDeleteLayer = "DELETE FROM layers WHERE id = ?1";
+// new_name(layer) is ours: the new name of a layer that was renamed, otherwise nothing.
+struct RenameLayers {
+    const char* table;
+    const char* sql;
+};
+inline constexpr RenameLayers kRenameLayers[] = {
+    {"points", "UPDATE points SET layer = new_name(layer) WHERE new_name(layer) IS NOT NULL"},
+    {"polylines", "UPDATE polylines SET layer = new_name(layer) WHERE new_name(layer) IS NOT NULL"},
+    {"lots", "UPDATE lots SET layer = new_name(layer) WHERE new_name(layer) IS NOT NULL"},
+    {"alignments", "UPDATE alignments SET layer = new_name(layer) WHERE new_name(layer) IS NOT NULL"},
+};
 
 // --- a feature that another program added under a taken identifier ---
 struct MoveFeature {
@@ -350,7 +369,9 @@ inline constexpr const char* kInsertElement =
     " length, start_radius, end_radius, clockwise, centre_x, centre_y, pi_x, pi_y) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, "
     "?8, ?9, ?10, ?11, ?12, ?13, ?14, ?15,"
     " ?16, ?17)";
-inline constexpr const char* kInsertLayer = "INSERT INTO layers (id, name) VALUES (?1, ?2)";
+// A colour is "#rrggbb", or nothing for a text of no length.
+inline constexpr const char* kInsertLayer =
+    "INSERT INTO layers (id, name, colour) VALUES (?1, ?2, CASE ?3 WHEN '' THEN NULL ELSE ?3 END)";
 inline constexpr const char* kInsertSite = "INSERT INTO sites (id, name) VALUES (?1, ?2)";
 inline constexpr const char* kInsertTable = "INSERT INTO object_data_tables (id, name) VALUES (?1, ?2)";
 inline constexpr const char* kInsertImport =

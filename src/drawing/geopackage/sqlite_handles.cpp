@@ -37,6 +37,7 @@ constexpr std::string_view kFunctions[] = {"count",
                                            "printf",
                                            "with_srs",
                                            "ring_area",
+                                           "new_name",
                                            "sqlite_rename_quotefix"};
 
 // What a statement may do, whatever the schema adds to it.

@@ -12,6 +12,7 @@
 #include <ostream>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -91,11 +92,16 @@ struct Plan {
     LabelSpace space;
     std::vector<Label> labels;
     std::set<PlanItem> items;
+    std::vector<std::string> layerColours;       // by layer; empty if none has one
+    std::set<std::size_t> colouredLayers;        // that the sheet shows
     std::unordered_set<std::size_t> namedAtEnds; // points whose names stand at the ends of elements
     Notes notes;                                 // for the user and for the sheet
     double stationStep = 20.0;                   // metres
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
 
+    // The colour of what lies on that layer, "#1a2b3c"; empty where each kind has its own. Notes for the legend that it
+    // is there.
+    std::string_view colourOn(std::string_view layer);
     bool isLeftOut(const drawing::EntityView& entity) const;
     bool isLeftOut(const drawing::Alignment& alignment) const;
     // Whether the sheet has no part of it.

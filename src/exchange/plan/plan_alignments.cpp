@@ -170,7 +170,7 @@ bool isBeside(const Plan& plan, const PlanPoint& point) {
     return plan.isBeside(extent);
 }
 
-void drawElement(Plan& plan, std::ostream& out, const Element& element) {
+void drawElement(Plan& plan, std::ostream& out, const Element& element, std::string_view colour) {
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
     drawing::appendElementLine(element, tolerance, line);
@@ -183,7 +183,11 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element) {
     }
     plan.items.insert(itemOf(element.type));
     PaperPoint from = plan.at(line.front().x, line.front().y);
-    out << "<path class=\"l " << styleOf(element.type) << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
+    out << "<path class=\"l " << styleOf(element.type);
+    if (!colour.empty()) {
+        out << "\" style=\"stroke:" << colour;
+    }
+    out << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
     if (element.type == ElementType::Arc) {
         const PaperPoint to = plan.at(element.end.x, element.end.y);
         const std::string radius = mm(plan.sheet.paperLength(element.startRadius));
@@ -350,8 +354,9 @@ void drawAlignments(Plan& plan, std::ostream& out) {
         if (plan.isLeftOut(plan.drawing.alignment(i))) {
             continue;
         }
+        const std::string_view colour = plan.colourOn(plan.drawing.alignment(i).layer);
         for (const Element& element : plan.drawing.alignment(i).elements) {
-            drawElement(plan, out, element);
+            drawElement(plan, out, element, colour);
         }
     }
     std::size_t stations = 0;

@@ -8,7 +8,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
+#include <optional>
+#include <sstream>
 #include <string_view>
+#include <utility>
 
 namespace fenmark::exchange {
 
@@ -97,18 +101,43 @@ void symbol(std::ostream& out, PlanItem item, const PaperPoint& at) {
     }
 }
 
-const char* symbolStyle(PlanItem item) {
+// Attributes of a path of symbols, or of dots where they are too many, in the colour of their layer or of their kind.
+std::string symbolStyle(PlanItem item, bool dots, std::string_view layerColour) {
+    const auto in = [&](const char* before, const char* ownColour, const char* after) {
+        return before + (layerColour.empty() ? std::string(ownColour) : std::string(layerColour)) + after;
+    };
+    if (dots) {
+        return in("fill=\"none\" stroke=\"", "#263238", "\" stroke-width=\".25\" stroke-linecap=\"round\"");
+    }
     switch (item) {
     case PlanItem::CoordinatePoint:
-        return "fill=\"#fff\" stroke=\"#263238\" stroke-width=\".18\"";
+        return in("fill=\"#fff\" stroke=\"", "#263238", "\" stroke-width=\".18\"");
     case PlanItem::LongitudinalPoint:
-        return "fill=\"#ef6c00\"";
+        return in("fill=\"", "#ef6c00", "\"");
     case PlanItem::CrossSectionPoint:
-        return "fill=\"none\" stroke=\"#00695c\" stroke-width=\".16\"";
+        return in("fill=\"none\" stroke=\"", "#00695c", "\" stroke-width=\".16\"");
     default:
-        return "fill=\"#263238\"";
+        return in("fill=\"", "#263238", "\"");
     }
 }
+
+// Symbols of one kind and colour as paths of a bounded length.
+class SymbolPaths {
+  public:
+    SymbolPaths(std::ostream& out, const std::string& attributes) : out_(out), open_("<path " + attributes + " d=\"") {}
+    std::ostream& next() {
+        if (inPath_++ % kSymbolsInPath == 0) {
+            out_ << (inPath_ > 1 ? "\"/>\n" : "") << open_;
+        }
+        return out_;
+    }
+    void end() { out_ << (inPath_ > 0 ? "\"/>\n" : ""); }
+
+  private:
+    std::ostream& out_;
+    std::string open_;
+    std::size_t inPath_ = 0;
+};
 
 // Which cells of the paper hold something already.
 class DotCells {
@@ -255,7 +284,11 @@ void drawPolylines(Plan& plan, std::ostream& out) {
             if (!crowd.draws(i)) {
                 continue;
             }
-            out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << lineStyle(item) << "\" d=\"";
+            out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << lineStyle(item);
+            if (const std::string_view colour = plan.colourOn(entity.layer); !colour.empty()) {
+                out << "\" style=\"stroke:" << colour;
+            }
+            out << "\" d=\"";
             PaperPoint before{};
             for (std::size_t v = 0; v < entity.vertices.size(); ++v) {
                 const PaperPoint at = plan.at(entity.vertices[v].x, entity.vertices[v].y);
@@ -319,16 +352,18 @@ void drawPoints(Plan& plan, std::ostream& out) {
         plan.items.insert(item);
         const bool dots = counts[kind] > kMostSymbols;
         DotCells cells(plan.sheet.map(), kDotCell);
-        const std::string open =
-            std::string("<path ") +
-            (dots ? "fill=\"none\" stroke=\"#263238\" stroke-width=\".25\" stroke-linecap=\"round\""
-                  : symbolStyle(item)) +
-            " d=\"";
-        std::size_t inPath = 0;
-        auto beginSymbol = [&] {
-            if (inPath++ % kSymbolsInPath == 0) {
-                out << (inPath > 1 ? "\"/>\n" : "") << open;
+        SymbolPaths plain(out, symbolStyle(item, dots, {}));
+        // Those in the colour of their layer stand behind the others, colour by colour.
+        std::map<std::string, std::pair<std::ostringstream, std::optional<SymbolPaths>>, std::less<>> coloured;
+        const auto pathsFor = [&](std::string_view colour) -> SymbolPaths& {
+            if (colour.empty()) {
+                return plain;
             }
+            auto& [text, paths] = coloured[std::string(colour)];
+            if (!paths) {
+                paths.emplace(text, symbolStyle(item, dots, colour));
+            }
+            return *paths;
         };
         for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
             if (plan.kinds.of(i) != item) {
@@ -342,17 +377,21 @@ void drawPoints(Plan& plan, std::ostream& out) {
             if (dots && !cells.take(at)) {
                 continue;
             }
-            beginSymbol();
+            std::ostream& path = pathsFor(plan.colourOn(entity.layer)).next();
             if (dots) {
-                out << 'M' << mm(at.x) << ' ' << mm(at.y) << "h0";
+                path << 'M' << mm(at.x) << ' ' << mm(at.y) << "h0";
                 continue;
             }
-            symbol(out, item, at);
+            symbol(path, item, at);
             if (item == PlanItem::CoordinatePoint) {
                 plan.space.takeDot(at, 0.5);
             }
         }
-        out << (inPath > 0 ? "\"/>\n" : "");
+        plain.end();
+        for (auto& [colour, paths] : coloured) {
+            paths.second->end();
+            out << paths.first.str();
+        }
         if (dots) {
             plan.notes.push_back({NoteCode::DotsForMany, counts[kind]});
         }

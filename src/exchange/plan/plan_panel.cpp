@@ -140,6 +140,17 @@ double drawLegend(const Plan& plan, std::ostream& out, double y) {
         text(out, x + 18.0, y, kPanelTextSize, entry);
         y += 5.4;
     }
+    constexpr std::size_t kMostColours = 8; // of layers, so that the legend leaves room
+    std::size_t told = 0;
+    for (const std::size_t layer : plan.colouredLayers) {
+        if (told++ == kMostColours) {
+            break;
+        }
+        out << "<path class=\"l straight\" style=\"stroke:" << plan.layerColours[layer] << "\" d=\"M" << mm(x) << ' '
+            << mm(y) << "h14\"/>\n";
+        text(out, x + 18.0, y, kPanelTextSize, "画層 " + plan.drawing.layers()[layer].name);
+        y += 5.4;
+    }
     return y;
 }
 

@@ -156,12 +156,27 @@ Shown::Shown(const Drawing& drawing) {
 Plan::Plan(const Drawing& shownDrawing, const Shown& shown, const PlanSheet& onSheet)
     : drawing(shownDrawing), kinds(shown.kinds), files(shown.files), leftOut(shown.leftOut),
       beyondReach(shown.beyondReach), sheet(onSheet), space(sheet.map()) {
+    const std::vector<drawing::Layer>& layers = drawing.layers();
+    if (std::any_of(layers.begin(), layers.end(), [](const auto& layer) { return layer.colour.has_value(); })) {
+        for (const drawing::Layer& layer : layers) {
+            layerColours.push_back(layer.colour ? textOf(*layer.colour) : std::string());
+        }
+    }
     if (leftOut > 0) {
         notes.push_back({NoteCode::AtOrigin, leftOut});
     }
     if (beyondReach > 0) {
         notes.push_back({NoteCode::OutOfReach, beyondReach});
     }
+}
+
+std::string_view Plan::colourOn(std::string_view layer) {
+    const auto place = layerColours.empty() ? std::nullopt : drawing.findLayer(layer);
+    if (!place || layerColours[*place].empty()) {
+        return {};
+    }
+    colouredLayers.insert(*place);
+    return layerColours[*place];
 }
 
 bool Plan::isLeftOut(const EntityView& entity) const {

@@ -1,0 +1,134 @@
+// Drawings of values that no survey has: the plan draws what it can, with few points, and answers as ever.
+#include "desk_test_support.h"
+
+#include "desk/plan/plan_shapes.h"
+#include "support/absurd_values.h"
+
+#include <cmath>
+#include <limits>
+
+namespace fenmark::desk::test {
+namespace {
+
+constexpr qsizetype kMostPoints = 10'000; // of one element in one picture
+
+struct AbsurdDrawing : ::testing::Test {
+    drawing::Drawing drawing;
+    PlanView view;
+
+    void SetUp() override {
+        view.resize(800, 600);
+        view.show();
+        const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "C", "0", "", "");
+        const drawing::Element sane = straight(0.0, 100.0);
+        drawing.addElement(road, sane);
+        drawing.addPoint({50.0, 50.0, 0.0}, 0);
+        for (const double value : fenmark::test::kAbsurd) {
+            drawing.addPoint({value, 10.0, value}, 0);
+            drawing.addPoint({20.0, value, 0.0}, 0);
+            const std::vector<host::MdGePoint3d> line = {{0, 0, 0}, {value, 30, 0}, {40, value, 0}};
+            drawing.addPolyline(line, 0, drawing::EntityKind::Polyline, true);
+            drawing::Element arc = straight(0.0, 1.0);
+            arc.type = drawing::ElementType::Arc;
+            arc.startRadius = arc.endRadius = std::abs(value);
+            arc.length = 100.0;
+            drawing.addElement(road, arc);
+            drawing::Element clothoid = arc;
+            clothoid.type = drawing::ElementType::Clothoid;
+            clothoid.startRadius = std::numeric_limits<double>::infinity();
+            clothoid.length = std::abs(value);
+            clothoid.endRadius = 50.0;
+            drawing.addElement(road, clothoid);
+            drawing.setStartStation(drawing.addAlignment(drawing.sites()[0].id, "D", "0", "", ""), value);
+            drawing.addElement(drawing.alignmentCount() - 1, sane);
+        }
+        view.setDrawing(&drawing);
+        QApplication::processEvents();
+    }
+    static drawing::Element straight(double from, double to) {
+        drawing::Element element;
+        element.start = {from, 0.0};
+        element.end = {to, 0.0};
+        element.length = to - from;
+        return element;
+    }
+};
+
+TEST_F(AbsurdDrawing, IsDrawnFromAllOfItToASurvey) {
+    view.fitAll();
+    EXPECT_GT(view.render(), 0U);
+    EXPECT_LT(view.index().size(), drawing.entityCount()) << "what has no place is left out";
+    // Down to where a survey would lie, and far beyond.
+    for (int step = 0; step < 200; ++step) {
+        view.zoomAt(QPointF(400.0, 300.0), 10.0);
+        view.render();
+    }
+    for (int step = 0; step < 400; ++step) {
+        view.zoomAt(QPointF(400.0, 300.0), 0.1);
+    }
+    EXPECT_GT(view.render(), 0U);
+    view.grab();
+}
+
+TEST_F(AbsurdDrawing, ElementsAreDrawnWithFewPoints) {
+    ViewTransform survey;
+    survey.setSize(QSizeF(800.0, 600.0));
+    drawing::Extent box;
+    box.add(-10.0, -10.0);
+    box.add(110.0, 60.0);
+    survey.fit(box);
+    for (std::size_t a = 0; a < drawing.alignmentCount(); ++a) {
+        for (const drawing::Element& element : drawing.alignment(a).elements) {
+            qsizetype points = 0;
+            for (const QPolygonF& part : elementPixels(element, survey, QRectF(0.0, 0.0, 800.0, 600.0))) {
+                points += part.size();
+            }
+            EXPECT_LE(points, kMostPoints) << element.length << ' ' << element.startRadius << ' ' << element.endRadius;
+        }
+    }
+}
+
+TEST_F(AbsurdDrawing, IsSelectedWalkedAndLit) {
+    view.fitAll();
+    view.selectAllShown();
+    EXPECT_FALSE(view.selection().empty());
+    for (std::size_t i = 0; i < 2 * drawing.entityCount(); ++i) {
+        view.selectNext(1);
+        ASSERT_TRUE(view.selected().has_value());
+        view.fitSelected();
+        view.render();
+    }
+    EXPECT_TRUE(std::isfinite(view.view().pixelsPerMetre()));
+}
+
+// Lots that all lie over one another, none like the other.
+TEST(HeapOfLots, TheNewestAreDrawnAndTheOthersCounted) {
+    constexpr int kLots = 400;
+    drawing::Drawing drawing;
+    drawing.addTable("JSIMA_V3_Pline");
+    for (int i = 0; i < kLots; ++i) {
+        const double size = 100.0 - 0.1 * i;
+        const std::vector<host::MdGePoint3d> ring = {{0, 0, 0}, {size, 0, 0}, {size, size, 0}, {0, size, 0}};
+        drawing.addPolyline(ring, 0, drawing::EntityKind::Polyline, true);
+        drawing.setRow(drawing.entityCount() - 1, 0, i, "", "画地", "a.sim");
+    }
+    PlanView view;
+    view.resize(800, 600);
+    view.show();
+    view.setDrawing(&drawing);
+    QApplication::processEvents();
+    EXPECT_EQ(view.render(), static_cast<std::size_t>(kLots));
+    EXPECT_GT(view.linesLeftOut(), 0U);
+    EXPECT_LT(view.linesLeftOut(), static_cast<std::size_t>(kLots) - 40) << "many views' worth of them are drawn";
+    const double edge = 100.0 - 0.1 * (kLots - 1);
+    const QPoint newest = view.view().toPixel(edge, 30.0).toPoint();
+    const QImage picture = view.grab().toImage();
+    int inked = 0;
+    for (int x = -2; x <= 2; ++x) {
+        inked += picture.pixelColor(newest + QPoint(x, 0)) == colourOf(FigureStyle::Lot) ? 1 : 0;
+    }
+    EXPECT_GT(inked, 0) << "the outline of the newest";
+}
+
+} // namespace
+} // namespace fenmark::desk::test

@@ -27,18 +27,9 @@ constexpr std::uint64_t kLongestValue = 1'000'000'000; // bytes, SQLite's own li
 constexpr std::uint64_t kShortestLimit = 1'000'000;    // bytes: a statement and the schema must fit too
 
 // The functions in this program's statements, and those in the statements that SQLite writes to change a table.
-constexpr std::string_view kFunctions[] = {"count",
-                                           "ifnull",
-                                           "length",
-                                           "max",
-                                           "min",
-                                           "strftime",
-                                           "substr",
-                                           "printf",
-                                           "with_srs",
-                                           "ring_area",
-                                           "new_name",
-                                           "sqlite_rename_quotefix"};
+constexpr std::string_view kFunctions[] = {"count",    "ifnull",    "length",   "max",
+                                           "min",      "strftime",  "substr",   "printf",
+                                           "with_srs", "ring_area", "new_name", "sqlite_rename_quotefix"};
 
 // What a statement may do, whatever the schema adds to it.
 int authorize(void* shadowsOpen, int action, const char*, const char* name, const char*, const char* inside) {

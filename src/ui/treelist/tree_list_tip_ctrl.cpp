@@ -57,8 +57,7 @@ void CTreeListTipCtrl::leave() {
 void CTreeListTipCtrl::appear() {
     setFont(control_.font());
     const QFontMetrics metrics(font());
-    const QSize size(metrics.horizontalAdvance(text_) + 2 * kTipMargin,
-                     std::max(cell_.height(), metrics.height() + 2));
+    const QSize size(metrics.horizontalAdvance(text_) + 2 * kTipMargin, std::max(cell_.height(), metrics.height() + 2));
     // The text stands where it stands in its cell, unless the screen ends before it does.
     QPoint place = control_.viewport()->mapToGlobal(cell_.topLeft()) - QPoint(kTipMargin - 2, 0);
     place.setY(place.y() - (size.height() - cell_.height()) / 2);

@@ -1111,7 +1111,7 @@ a drawing (.gpkg) here</source>
         <translation>前に読み込んだ %1 の図形を削除しました</translation>
     </message>
     <message>
-        <source>%1 lines were passed over: %2</source>
+        <source>Lines passed over: %1 (%2)</source>
         <comment>PassedOver</comment>
         <translation>%1行を読み飛ばしました: %2</translation>
     </message>

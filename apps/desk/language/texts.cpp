@@ -326,7 +326,7 @@ constexpr std::array kEntries{
     Entry{Text::ReplaceButton, QT_TRANSLATE_NOOP3("desk", "&Replace", "ReplaceButton")},
     Entry{Text::AddButton, QT_TRANSLATE_NOOP3("desk", "&Add", "AddButton")},
     Entry{Text::Replaced, QT_TRANSLATE_NOOP3("desk", "Removed the objects of the earlier import of %1", "Replaced")},
-    Entry{Text::PassedOver, QT_TRANSLATE_NOOP3("desk", "%1 lines were passed over: %2", "PassedOver")},
+    Entry{Text::PassedOver, QT_TRANSLATE_NOOP3("desk", "Lines passed over: %1 (%2)", "PassedOver")},
     Entry{Text::MisfitNote,
           QT_TRANSLATE_NOOP3("desk", "alignment %1 lies up to %2 m off the route’s points", "MisfitNote")},
     Entry{Text::ImportRow, QT_TRANSLATE_NOOP3("desk", "%1   %2   %3 errors", "ImportRow")},

@@ -326,7 +326,7 @@ void judgeFile(const Format& format, const Drawing& drawing, const ExportOptions
 }
 
 void judgePlot(const Plot& plot) {
-    require(plot.pages.empty() || plot.failure.empty(), "a plot has pages or a reason");
+    require(plot.pages.empty() || !plot.failure, "a plot has pages or a reason");
     for (const std::string& page : plot.pages) {
         judgeXml(page, "svg", "plot");
     }
@@ -339,7 +339,7 @@ void judgeStakes(const Drawing& drawing, std::size_t alignment) {
     options.mainPoints = true;
     options.offsets = {-2.5, 0.0, 3.0};
     const Stakes stakes = stakesOf(drawing, alignment, options);
-    if (!stakes.failure.empty()) {
+    if (stakes.failure) {
         return;
     }
     for (const StakeFormat format : {StakeFormat::Table, StakeFormat::Csv, StakeFormat::Sima, StakeFormat::Json}) {

@@ -60,8 +60,8 @@ function(fenmark_common_headers target)
   target_compile_options(${target} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>") # for the compiler cache
 endfunction()
 
-# Several files of a target are compiled as one where CMAKE_UNITY_BUILD is set (the presets of the check and of what others
-# get): it takes a third of the time. These have names of their own that another file of the target has too.
+# Several files of a target are compiled as one where CMAKE_UNITY_BUILD is set (the presets of the check and
+# of the demo): it takes a third of the time. These have names of their own that another file of the target has too.
 function(fenmark_compiled_alone)
   set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()

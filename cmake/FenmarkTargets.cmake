@@ -61,7 +61,7 @@ function(fenmark_common_headers target)
 endfunction()
 
 # Several files of a target are compiled as one where CMAKE_UNITY_BUILD is set (the presets of the check and
-# of the demo): it takes a third of the time. These have names of their own that another file of the target has too.
+# of the demo), in less than half of the processor time. These cannot be: another file of the target has their names too.
 function(fenmark_compiled_alone)
   set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()

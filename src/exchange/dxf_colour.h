@@ -8,7 +8,7 @@
 namespace fenmark::exchange {
 
 struct DxfColour {
-    int index = 7;                                       // AutoCAD Color Index
+    int index = 7;                                       // as DXF numbers it, 1 to 255
     std::optional<drawing::Colour> exact = std::nullopt; // where the index is but the nearest one
 };
 

@@ -34,7 +34,7 @@ struct KindEntry {
     std::string_view type;      // the row's column "Type"; empty where there is none
     std::string_view layer;     // in a drawing for CAD
     std::string_view nameLayer; // of the names beside the objects
-    int colour;                 // AutoCAD Color Index of both layers
+    int colour;                 // of both layers, as DXF numbers it
 };
 
 inline constexpr std::array<KindEntry, kKinds> kKindTable = {{

@@ -2,6 +2,7 @@
 #include "exchange/notes.h"
 
 #include "exchange/text.h"
+#include "values/code_table.h"
 #include "values/filled_text.h"
 
 #include <array>
@@ -105,23 +106,10 @@ constexpr std::array<FateText, static_cast<std::size_t>(kLastFate) + 1> kFateTex
      "kept in the drawing, but no other program can show them"},
 }};
 
-constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kNoteTexts.size(); ++i) {
-        const NoteText& text = kNoteTexts[i];
-        if (static_cast<std::size_t>(text.code) != i || text.name.empty() || text.japanese.empty() ||
-            text.english.empty()) {
-            return false;
-        }
-    }
-    for (std::size_t i = 0; i < kFateTexts.size(); ++i) {
-        const FateText& text = kFateTexts[i];
-        if (static_cast<std::size_t>(text.fate) != i || text.japanese.empty() || text.english.empty()) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(inOrder(), "every code and every fate has its texts, in the order of its enumeration");
+static_assert(inCodeOrder(kNoteTexts, &NoteText::code) && allNamed(kNoteTexts) && inBothLanguages(kNoteTexts),
+              "every code has its texts, in the order of the enumeration");
+static_assert(inCodeOrder(kFateTexts, &FateText::fate) && inBothLanguages(kFateTexts),
+              "every fate has its texts, in the order of the enumeration");
 
 std::string figure(std::string_view name, const Note& note, Language language) {
     if (name == "polylines") {

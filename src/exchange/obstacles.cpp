@@ -2,6 +2,7 @@
 #include "exchange/obstacles.h"
 
 #include "exchange/text.h"
+#include "values/code_table.h"
 #include "values/filled_text.h"
 
 #include <array>
@@ -46,16 +47,9 @@ constexpr std::array<ObstacleText, static_cast<std::size_t>(kLastObstacleCode) +
      "station {station} lies outside the alignment: it runs from {from} to {to}"},
 }};
 
-constexpr bool obstaclesInOrder() {
-    for (std::size_t i = 0; i < kObstacleTexts.size(); ++i) {
-        if (static_cast<std::size_t>(kObstacleTexts[i].code) != i || kObstacleTexts[i].name.empty() ||
-            kObstacleTexts[i].japanese.empty() || kObstacleTexts[i].english.empty()) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(obstaclesInOrder(), "every code has its texts, in the order of the enumeration");
+static_assert(inCodeOrder(kObstacleTexts, &ObstacleText::code) && allNamed(kObstacleTexts) &&
+                  inBothLanguages(kObstacleTexts),
+              "every code has its texts, in the order of the enumeration");
 
 std::string obstacleFigure(std::string_view name, const Obstacle& obstacle) {
     if (name == "paper") {

@@ -1,16 +1,16 @@
 // Draws what is in view of a drawing, and no more.
 #include "desk/plan/plan_painter.h"
 
+#include "desk/plan/alignment_marks.h"
 #include "desk/plan/plan_furniture.h"
+#include "desk/plan/plan_grid.h"
 #include "desk/plan/plan_shapes.h"
 #include "desk/plan/plan_style.h"
 #include "desk/plan/plan_text.h"
-#include "exchange/plan/plan_geometry.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 #include <optional>
 #include <unordered_set>
 #include <utility>
@@ -22,8 +22,6 @@ using drawing::Element;
 using drawing::ElementType;
 using drawing::EntityView;
 using drawing::Extent;
-using drawing::Pose;
-using host::PlanPoint;
 
 namespace {
 
@@ -33,23 +31,9 @@ constexpr std::size_t kLabelsInView = 2000;          // beyond so many objects n
 constexpr std::size_t kNamesAtRest = kMarkersInView; // and beyond so many they are left out
 constexpr double kMostPainted = 40.0;                // times the view that lines and areas are painted over one another
 constexpr double kPenCost = 8.0;                     // pixels of an area that take as long as one of a line
-constexpr double kClipMargin = 32.0;                 // pixels outside the view that lines still reach
-constexpr double kStationStep = 20.0;                // metres
-constexpr double kLargestStation = 1e12;             // metres; beyond, no marks
-constexpr int kMostStations = 20'000;                // of one alignment in one picture
-constexpr double kStationPixels = 5.0;               // closer marks are left out
-constexpr double kElementLabelPixels = 8.0;          // from a line to the foot of its label
-constexpr double kStationLabelPixels = 60.0;         // room that a station label needs
-constexpr double kLabelMarginPixels = 60.0;          // names of objects just outside still reach into the view
-constexpr double kDegrees = 180.0 / 3.141592653589793;
-constexpr double kLineDistance = 1.2;  // of two lines of text, in heights of letters
-constexpr double kSelectedWidth = 3.0; // pixels
+constexpr double kLineDistance = 1.2;                // of two lines of text, in heights of letters
+constexpr double kSelectedWidth = 3.0;               // pixels
 constexpr double kHoveredWidth = 2.0;
-constexpr double kGridPixels = 110.0; // least distance of grid lines
-
-QRectF clipOf(const ViewTransform& view) {
-    return QRectF(QPointF(0, 0), view.size()).adjusted(-kClipMargin, -kClipMargin, kClipMargin, kClipMargin);
-}
 
 bool meet(const Extent& a, const Extent& b) {
     return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
@@ -114,194 +98,6 @@ QString nameOf(const EntityView& entity) {
     return entity.row ? fromUtf8(entity.row->name).trimmed() : QString();
 }
 
-QString elementLabel(const Element& element) {
-    const QString length = QStringLiteral("L=%1").arg(element.length, 0, 'f', 3);
-    if (element.type == ElementType::Arc) {
-        return QStringLiteral("R=%1 %2").arg(element.startRadius, 0, 'f', 3).arg(length);
-    }
-    if (element.type == ElementType::Clothoid) {
-        const double growth = std::abs(element.endCurvature() - element.startCurvature()) / element.length;
-        return QStringLiteral("A=%1 %2").arg(std::sqrt(1.0 / growth), 0, 'f', 3).arg(length);
-    }
-    return length;
-}
-
-// Lines of the coordinate grid: pixel and coordinate.
-struct Grid {
-    double step = 0.0;
-    std::vector<std::pair<double, double>> vertical;
-    std::vector<std::pair<double, double>> horizontal;
-};
-
-Grid gridOf(const ViewTransform& view) {
-    const Extent visible = view.visible();
-    Grid grid;
-    const double step = exchange::roundStep(kGridPixels * view.metresPerPixel());
-    // Beyond this neighbouring lines have one coordinate, and counting on would never end.
-    constexpr double kMostSteps = 1e15;
-    const auto countable = [&](double low, double high) {
-        return step > 0.0 && std::abs(low / step) < kMostSteps && std::abs(high / step) < kMostSteps;
-    };
-    if (!countable(visible.minX, visible.maxX) || !countable(visible.minY, visible.maxY)) {
-        return grid;
-    }
-    grid.step = step;
-    for (double x = std::ceil(visible.minX / step); x <= visible.maxX / step; x += 1.0) {
-        grid.vertical.emplace_back(std::floor(view.toPixel(x * step, 0.0).x()) + 0.5, x * step);
-    }
-    for (double y = std::ceil(visible.minY / step); y <= visible.maxY / step; y += 1.0) {
-        grid.horizontal.emplace_back(std::floor(view.toPixel(0.0, y * step).y()) + 0.5, y * step);
-    }
-    return grid;
-}
-
-struct GridName {
-    QPointF at; // left end of its base line
-    QString text;
-};
-
-// Coordinates along the left and lower edges, as surveyors name the axes: X north, Y east.
-std::vector<GridName> gridNames(const Grid& grid, const ViewTransform& view) {
-    std::vector<GridName> names;
-    const double width = view.size().width();
-    const double height = view.size().height();
-    const int decimals = grid.step > 0.0 ? std::clamp(static_cast<int>(-std::floor(std::log10(grid.step))), 0, 3) : 0;
-    for (const auto& [pixel, y] : grid.horizontal) {
-        if (pixel > 20.0 && pixel < height - 30.0) {
-            names.push_back({QPointF(4.0, pixel - 3.0), QStringLiteral("X=%1").arg(y, 0, 'f', decimals)});
-        }
-    }
-    for (const auto& [pixel, x] : grid.vertical) {
-        if (pixel > 60.0 && pixel < width - 220.0) {
-            names.push_back({QPointF(pixel + 3.0, height - 5.0), QStringLiteral("Y=%1").arg(x, 0, 'f', decimals)});
-        }
-    }
-    return names;
-}
-
-void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment) {
-    painter.setPen(QPen(kInk, 1.0));
-    painter.setBrush(kPaper);
-    const QRectF seen = clipOf(view);
-    for (const Element& element : alignment.elements) {
-        if (element.length * view.pixelsPerMetre() < 6.0) {
-            continue;
-        }
-        for (const PlanPoint& end : {element.start, element.end}) {
-            if (seen.contains(view.toPixel(end.x, end.y))) {
-                painter.drawEllipse(view.toPixel(end.x, end.y), 2.5, 2.5);
-            }
-        }
-    }
-}
-
-void labelElements(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room,
-                   const std::function<QColor(ElementType)>& inkOfType) {
-    const QRectF seen = clipOf(view);
-    for (const Element& element : alignment.elements) {
-        const QString label = elementLabel(element);
-        const double width = painter.fontMetrics().horizontalAdvance(label);
-        if (element.length * view.pixelsPerMetre() < width + 12.0) {
-            continue;
-        }
-        const Pose middle = drawing::poseOnElement(element, 0.5 * element.length);
-        const QPointF at = view.toPixel(middle.point.x, middle.point.y);
-        if (!seen.contains(at)) {
-            continue;
-        }
-        double degrees = std::remainder(-middle.direction * kDegrees, 360.0);
-        if (degrees > 90.0 || degrees < -90.0) {
-            degrees += 180.0; // never upside down
-        }
-        const QPointF up(std::sin(degrees / kDegrees), -std::cos(degrees / kDegrees));
-        if (!room.takeTurned(at + (kElementLabelPixels + 4.5) * up, width, 11.0, degrees)) {
-            continue;
-        }
-        painter.save();
-        painter.translate(at);
-        painter.rotate(degrees);
-        drawText(painter, {-width / 2.0, -kElementLabelPixels}, label, inkOfType(element.type));
-        painter.restore();
-    }
-}
-
-void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment& alignment, LabelRoom& room) {
-    if (alignment.elements.empty() || alignment.name.empty()) {
-        return;
-    }
-    painter.save();
-    QFont bold = painter.font();
-    bold.setBold(true);
-    bold.setPointSizeF(bold.pointSizeF() + 1.0);
-    painter.setFont(bold);
-    const QString name = fromUtf8(alignment.name).trimmed();
-    const PlanPoint& start = alignment.elements.front().start;
-    const double width = painter.fontMetrics().horizontalAdvance(name);
-    for (const QPointF& shift : {QPointF(8.0, 18.0), QPointF(8.0, -8.0), QPointF(-8.0 - width, 18.0)}) {
-        const QPointF at = view.toPixel(start.x, start.y) + shift;
-        if (!room.take(QRectF(at.x(), at.y() - 11.0, width, 13.0))) {
-            continue;
-        }
-        drawText(painter, at, name, kInk);
-        break;
-    }
-    painter.restore();
-}
-
-// Marks every 20 m, square to the alignment, and their names as far as there is room.
-void paintStations(QPainter& painter, const ViewTransform& view, const drawing::AlignmentGeometry& geometry,
-                   LabelRoom& room, bool names) {
-    if (kStationStep * view.pixelsPerMetre() < kStationPixels) {
-        return;
-    }
-    const Extent visible = view.visible(kLabelMarginPixels);
-    // What is in view may be a small part of a long alignment: only stations near it are asked for.
-    const double middleX = 0.5 * (visible.minX + visible.maxX);
-    const double middleY = 0.5 * (visible.minY + visible.maxY);
-    const double reach = std::hypot(visible.maxX - middleX, visible.maxY - middleY);
-    const double labelEvery =
-        kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
-    // Beyond that, stations next to each other are one real.
-    if (!(std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < kLargestStation)) {
-        return;
-    }
-    auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));
-    const auto last =
-        static_cast<std::int64_t>(std::floor((geometry.endStation() + drawing::kStationTolerance) / kStationStep));
-    for (int asked = 0; number <= last && asked < kMostStations; ++asked) {
-        const double station = static_cast<double>(number) * kStationStep;
-        ++number;
-        const std::optional<Pose> pose = geometry.poseAt(station);
-        if (!pose) {
-            continue;
-        }
-        const double beyond = std::hypot(pose->point.x - middleX, pose->point.y - middleY) - reach;
-        if (beyond > 0.0) {
-            // A station so far outside cannot come into view before the alignment has run that far.
-            number += static_cast<std::int64_t>(std::min(beyond / kStationStep, 1e9));
-            continue;
-        }
-        const QPointF at = view.toPixel(pose->point.x, pose->point.y);
-        const QPointF square(-std::sin(pose->direction), -std::cos(pose->direction)); // pixels run downwards
-        painter.setPen(QPen(kInk, 1.0));
-        painter.drawLine(at - 4.0 * square, at + 4.0 * square);
-        if (!names || std::abs(std::remainder(station, labelEvery)) > 1e-6) {
-            continue;
-        }
-        const QString name = stakeName(station);
-        const double width = painter.fontMetrics().horizontalAdvance(name);
-        // Right of the travel first, and farther out where something stands beside the line.
-        const double half = 0.5 * width * std::abs(square.x());
-        for (const double distance : {-10.0, 10.0, -26.0, 26.0, -42.0, 42.0}) {
-            const QPointF middle = at + (distance + (distance < 0.0 ? -half : half)) * square;
-            if (room.take(QRectF(middle.x() - width / 2.0, middle.y() - 6.0, width, 11.0))) {
-                drawText(painter, middle + QPointF(-width / 2.0, 4.0), name, kFaintInk);
-                break;
-            }
-        }
-    }
-}
-
 } // namespace
 
 void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook& look, double ratio,
@@ -326,10 +122,12 @@ void PlanPainter::paint(QImage& image, const ViewTransform& view, const PlanLook
     }
     QFont gridFont = font;
     gridFont.setPointSizeF(std::max(6.0, font.pointSizeF() - 2.0));
-    const std::vector<GridName> named = look.grid ? gridNames(gridOf(view), view) : std::vector<GridName>();
+    std::vector<GridName> named;
     if (look.grid) {
+        const Grid grid = gridOf(view);
+        named = gridNames(grid, view);
         QPainter painter(&image);
-        paintGrid(painter, view);
+        paintGrid(painter, grid, view);
         for (const GridName& name : named) {
             const QFontMetricsF metrics(gridFont);
             room.block(QRectF(name.at.x(), name.at.y() - metrics.ascent(), metrics.horizontalAdvance(name.text),
@@ -379,17 +177,6 @@ QImage PlanPainter::paintManyNames(const ViewTransform& view, double ratio, cons
     painter.setFont(small);
     labelEntities(painter, view, room);
     return names;
-}
-
-void PlanPainter::paintGrid(QPainter& painter, const ViewTransform& view) const {
-    const Grid grid = gridOf(view);
-    painter.setPen(kGrid);
-    for (const auto& [pixel, x] : grid.vertical) {
-        painter.drawLine(QPointF(pixel, 0.0), QPointF(pixel, view.size().height()));
-    }
-    for (const auto& [pixel, y] : grid.horizontal) {
-        painter.drawLine(QPointF(0.0, pixel), QPointF(view.size().width(), pixel));
-    }
 }
 
 // Sorts what is in view into lines and markers, and draws at once what is no larger than a dot.

@@ -46,7 +46,6 @@ class PlanPainter {
     std::size_t linesLeftOut() const { return linesLeftOut_; }
 
   private:
-    void paintGrid(QPainter& painter, const ViewTransform& view) const;
     void collect(const ViewTransform& view, const PlanLook& look, QImage& image);
     void thinLines(const ViewTransform& view);
     void paintLines(QPainter& painter, const ViewTransform& view) const;

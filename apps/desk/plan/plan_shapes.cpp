@@ -12,6 +12,8 @@ using drawing::Pose;
 
 namespace {
 
+constexpr double kClipMargin = 32.0; // pixels outside the view that lines still reach
+
 constexpr int kMaximumDepth = 40; // halvings of an element; a piece is then shorter than any number can tell
 // The most pieces that are looked at. A curve that needs more winds up in the picture, and its line of
 // kMostElementPoints is drawn instead.
@@ -115,6 +117,10 @@ struct Curve {
 };
 
 } // namespace
+
+QRectF clipOf(const ViewTransform& view) {
+    return QRectF(QPointF(0, 0), view.size()).adjusted(-kClipMargin, -kClipMargin, kClipMargin, kClipMargin);
+}
 
 QPolygonF pixelsOf(std::span<const host::MdGePoint3d> vertices, const ViewTransform& view) {
     QPolygonF polygon;

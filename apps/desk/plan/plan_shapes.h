@@ -17,6 +17,9 @@ namespace fenmark::desk {
 // How far a drawn curve may lie from the true one.
 inline constexpr double kChordPixels = 0.25;
 
+// The view, and so much around it that what is cut off there leaves nothing to be seen.
+QRectF clipOf(const ViewTransform& view);
+
 QPolygonF pixelsOf(std::span<const host::MdGePoint3d> vertices, const ViewTransform& view);
 
 // The parts of a line within the rectangle.

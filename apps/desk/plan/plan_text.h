@@ -13,6 +13,9 @@
 
 namespace fenmark::desk {
 
+// Names of objects just outside still reach so far into the view.
+inline constexpr double kLabelMarginPixels = 60.0;
+
 QString fromUtf8(std::string_view text);
 
 // Text with a halo of paper around it; `at` is the left end of its base line.

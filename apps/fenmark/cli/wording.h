@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/texts.h"
+#include "values/code_table.h"
 #include "values/filled_text.h"
 
 #include <algorithm>
@@ -30,14 +31,10 @@ constexpr bool hasFiguresOf(std::string_view text, std::string_view other) {
 
 template <typename Code, std::size_t Count>
 constexpr bool inOrder(const std::array<Wording<Code>, Count>& wordings) {
-    for (std::size_t i = 0; i < Count; ++i) {
-        const Wording<Code>& row = wordings[i];
-        if (static_cast<std::size_t>(row.code) != i || row.japanese.empty() || row.english.empty() ||
-            !hasFiguresOf(row.japanese, row.english) || !hasFiguresOf(row.english, row.japanese)) {
-            return false;
-        }
-    }
-    return true;
+    return inCodeOrder(wordings, &Wording<Code>::code) && inBothLanguages(wordings) &&
+           std::all_of(wordings.begin(), wordings.end(), [](const Wording<Code>& row) {
+               return hasFiguresOf(row.japanese, row.english) && hasFiguresOf(row.english, row.japanese);
+           });
 }
 
 template <typename Code>

@@ -7,6 +7,7 @@
 #include "drawing/geopackage/schema.h"
 #include "drawing/geopackage/sqlite_handles.h"
 #include "platform/files.h"
+#include "values/code_table.h"
 
 #include <array>
 #include <cstddef>
@@ -26,7 +27,7 @@ struct FailureText {
 };
 
 constexpr std::array<FailureText, static_cast<std::size_t>(kLastFailure) + 1> kFailureTexts = {{
-    {Failure::None, false, "", ""},
+    {Failure::None, false, "nothing failed", "失敗はありません"},
     {Failure::NotFound, false, "there is no such drawing", "図面がありません"},
     {Failure::NoFolder, false, "cannot be made: its folder does not exist", "フォルダがないため作れません"},
     {Failure::NotAFile, false, "is not a file", "ファイルではありません"},
@@ -50,17 +51,8 @@ constexpr std::array<FailureText, static_cast<std::size_t>(kLastFailure) + 1> kF
     {Failure::Failed, true, "could not be read or written", "読み書きできません"},
 }};
 
-constexpr bool failuresInOrder() {
-    for (std::size_t i = 0; i < kFailureTexts.size(); ++i) {
-        const FailureText& text = kFailureTexts[i];
-        if (static_cast<std::size_t>(text.failure) != i || text.english.empty() != (i == 0) ||
-            text.japanese.empty() != (i == 0)) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(failuresInOrder(), "every failure has its texts, in the order of the enumeration");
+static_assert(inCodeOrder(kFailureTexts, &FailureText::failure) && inBothLanguages(kFailureTexts),
+              "every failure has its texts, in the order of the enumeration");
 
 std::string failureLine(const std::string& path, std::string_view text, const std::string& detail) {
     std::string line = path + ": ";

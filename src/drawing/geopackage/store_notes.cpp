@@ -1,6 +1,7 @@
 // The texts of the notes on a drawing or a package that was opened.
 #include "drawing/geopackage/store_notes.h"
 
+#include "values/code_table.h"
 #include "values/filled_text.h"
 
 #include <array>
@@ -60,16 +61,8 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
      "'{table}': names from {names}, numbers from {numbers}"},
 }};
 
-constexpr bool inOrder() {
-    for (std::size_t i = 0; i < kTexts.size(); ++i) {
-        if (static_cast<std::size_t>(kTexts[i].code) != i || kTexts[i].name.empty() || kTexts[i].japanese.empty() ||
-            kTexts[i].english.empty()) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(inOrder(), "every code has its texts, in the order of the enumeration");
+static_assert(inCodeOrder(kTexts, &StoreNoteText::code) && allNamed(kTexts) && inBothLanguages(kTexts),
+              "every code has its texts, in the order of the enumeration");
 
 // A column, or what takes its place.
 std::string column(const std::string& name, Language language, std::string_view japanese, std::string_view english) {

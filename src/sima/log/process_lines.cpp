@@ -2,6 +2,7 @@
 #include "sima/log/process_lines.h"
 
 #include "sima/text/cp932.h"
+#include "values/code_table.h"
 
 #include <array>
 
@@ -55,15 +56,7 @@ constexpr std::array kPatterns{
     Pattern{LineKind::Finished, kLineDigits, false, "", "     読み込み終了", ""},
 };
 
-constexpr bool isInOrder() {
-    for (std::size_t i = 0; i < kPatterns.size(); ++i) {
-        if (static_cast<std::size_t>(kPatterns[i].kind) != i) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(isInOrder(), "a pattern stands at the place of its kind");
+static_assert(inCodeOrder(kPatterns, &Pattern::kind), "a pattern stands at the place of its kind");
 
 // As printf's "%.5d" and "%d".
 void appendNumber(std::string& out, std::int32_t value, int digits) {

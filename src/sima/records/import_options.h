@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sima/text/string_table.h"
+#include "values/code_table.h"
 
 #include <array>
 #include <cstddef>
@@ -52,15 +53,7 @@ inline constexpr std::array<ImportKindEntry, kImportKinds> kImportKindTable = {{
     {ImportKind::ContinuousCurves, "continuous-curves", kLabelLots + 9, 7, true},
 }};
 
-constexpr bool importKindsInOrder() {
-    for (std::size_t i = 0; i < kImportKinds; ++i) {
-        if (static_cast<std::size_t>(kImportKindTable[i].kind) != i) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(importKindsInOrder());
+static_assert(inCodeOrder(kImportKindTable, &ImportKindEntry::kind));
 
 // Whether routes of the type become alignments.
 constexpr bool becomesAlignment(std::int32_t routeType) {

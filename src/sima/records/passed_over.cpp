@@ -1,6 +1,8 @@
 // The kinds of lines that the reader passes over in silence, with their texts.
 #include "sima/records/passed_over.h"
 
+#include "values/code_table.h"
+
 #include <array>
 #include <cstddef>
 
@@ -29,16 +31,8 @@ constexpr std::array<PassedText, static_cast<std::size_t>(kLastPassedKind) + 1> 
     {PassedKind::ResultWithoutEnd, "終了レコードのない区分の成果", "result of a section without its end record"},
 }};
 
-constexpr bool passedInOrder() {
-    for (std::size_t i = 0; i < kPassedTexts.size(); ++i) {
-        if (static_cast<std::size_t>(kPassedTexts[i].kind) != i || kPassedTexts[i].japanese.empty() ||
-            kPassedTexts[i].english.empty()) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(passedInOrder(), "every kind has its texts, in the order of the enumeration");
+static_assert(inCodeOrder(kPassedTexts, &PassedText::kind) && inBothLanguages(kPassedTexts),
+              "every kind has its texts, in the order of the enumeration");
 
 constexpr std::string_view kBeforeCode = ": ";
 

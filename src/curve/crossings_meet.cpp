@@ -9,7 +9,7 @@ namespace fenmark::curve::crossing {
 namespace {
 
 // Of Newton's method. Where they do not do, the pieces are halved. Seen in 20,000 seeded cases: all 16, and 15 for an extreme.
-constexpr int kMostSteps = 16;
+constexpr int kMostMeetingSteps = 16;
 // Of the angle below which chords that meet are taken to touch. Seen in 20,000 seeded cases of every test of crossings:
 // 5.9e-7 of touches, 1.1e-6 of crossings.
 constexpr double kTouchSine = 1e-6;
@@ -28,7 +28,7 @@ Meeting Search::newton(double s, double t, const Piece& p, const Piece& q) const
     m.s = std::clamp(s, p.from - marginP, p.to + marginP);
     m.t = std::clamp(t, q.from - marginQ, q.to + marginQ);
     double before = std::numeric_limits<double>::infinity();
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostMeetingSteps; ++step) {
         m.first = first_.frameAt(m.s);
         m.second = second_.frameAt(m.t);
         const Point way = m.second.point - m.first.point;
@@ -108,7 +108,7 @@ bool Search::twoAtMost(const Piece& p, const Piece& q, double multiple) {
     Meeting m;
     double e = 0.0;
     bool found = false;
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostMeetingSteps; ++step) {
         m = {s, t, first_.frameAt(s), second_.frameAt(t), true};
         const Point way = m.second.point - m.first.point;
         const double f1 = azimuthAt(second(), t) - azimuthAt(first(), s) - multiple * kPi;

@@ -19,7 +19,7 @@ namespace fenmark::curve {
 namespace {
 
 // "Seen": in 250,000 solutions of seeded poses.
-constexpr int kMostSteps = 40;        // Seen: 5
+constexpr int kMostG1Steps = 40;      // Seen: 5
 constexpr double kGoodEnough = 2e-15; // of Y: the end lies that share of the length off. Seen: 2.0e-15
 constexpr double kGood = 1e-14;       // of Y, where rounding allows no better. Seen: never needed
 constexpr double kSmall = 1e-3;       // A below which the moments lose too many digits
@@ -95,7 +95,7 @@ Solution solve(double f0, double f1) {
     Solution best;
     best.y = std::numeric_limits<double>::infinity();
     double a = firstGuess(f0, f1);
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostG1Steps; ++step) {
         const Complex h = start * unitChord(d - a, a);
         const bool better = std::abs(h.im) < std::abs(best.y);
         if (better) {

@@ -15,9 +15,9 @@ namespace fenmark::curve {
 
 namespace {
 
-constexpr int kMostSteps = 30;
+constexpr int kMostG2Steps = 30;
 constexpr double kDifference = 1e-7; // for the derivatives, as a share of the values
-constexpr double kGood = 1e-13;      // of the length: how far off the end may lie. Seen in 2,600 cases: 1.1e-14
+constexpr double kGoodG2 = 1e-13;    // of the length: how far off the end may lie. Seen in 2,600 cases: 1.1e-14
 constexpr double kLongest = 4.0;     // times the single clothoid's length, and 1 / kLongest of it
 constexpr std::array<double, 14> kShares = {0.3,  0.25, 0.2,  0.15, 0.1,  0.07, 0.05,
                                             0.03, 0.02, 0.01, 3e-3, 1e-3, 1e-4, 1e-5};
@@ -52,7 +52,7 @@ std::optional<std::array<Curve, 3>> solve(const Task& task, const Curve& single)
     double length = single.length;
     double difference = (single.startCurvature - single.endCurvature) * (1.0 - 2.0 * task.share);
     Point off = task.miss(length, difference);
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostG2Steps; ++step) {
         const double size = std::hypot(off.x, off.y);
         if (!std::isfinite(size)) {
             return std::nullopt;
@@ -91,7 +91,7 @@ std::optional<std::array<Curve, 3>> solve(const Task& task, const Curve& single)
             break;
         }
     }
-    if (!(std::hypot(off.x, off.y) <= kGood * length)) {
+    if (!(std::hypot(off.x, off.y) <= kGoodG2 * length)) {
         return std::nullopt;
     }
     return task.lay(length, difference);

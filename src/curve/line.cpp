@@ -16,7 +16,7 @@ constexpr double kUneven =
     1.03; // the error over the one of an even curvature, at most; seen in 100,000 seeded curves: 1.0264
 constexpr double kMorePoints =
     1.08; // root of the share by which the first chord after an inflection exceeds the others
-constexpr double kMostTurn = 0.5 * kPi; // of one chord; no point of it then lies beyond the chord's ends
+constexpr double kMostChordTurn = 0.5 * kPi; // of one chord; no point of it then lies beyond the chord's ends
 
 // Integral of the root of the curvature over a length whose ends have these curvatures, both of one sign.
 double rootIntegral(double length, double k0, double k1) {
@@ -92,8 +92,8 @@ Line lineOf(const Curve& curve, double tolerance, std::size_t mostPoints, double
 
     double perRoot = kMorePoints * std::sqrt(widest) / std::sqrt(8.0 * tolerance);
     double perMetre = std::sqrt(aside) / std::sqrt(8.0 * tolerance);
-    // No chord turns further than kMostTurn; the density of points by turn is bounded by the sharpest end.
-    const double byTurn = sharpest / kMostTurn;
+    // No chord turns further than kMostChordTurn; the density of points by turn is bounded by the sharpest end.
+    const double byTurn = sharpest / kMostChordTurn;
     if (sharpest > 0.0 && perRoot < byTurn / std::sqrt(sharpest)) {
         perRoot = byTurn / std::sqrt(sharpest);
     }
@@ -137,7 +137,7 @@ Line lineOf(const Curve& curve, double tolerance, std::size_t mostPoints, double
                     0.5 * (bothSides ? std::max(std::abs(k0), std::abs(k1)) : std::abs(k0) + std::abs(k1));
                 const double fromBend = step * (step * (kUneven * bend * widest + aside) / 8.0);
                 const double half = 0.5 * step * widest;
-                line.error = std::max(line.error, bend * step <= kMostTurn ? std::min(fromBend, half) : half);
+                line.error = std::max(line.error, bend * step <= kMostChordTurn ? std::min(fromBend, half) : half);
             }
         }
         if (line.error <= tolerance || chords >= most) {

@@ -25,7 +25,7 @@ namespace {
 // "Seen" below: the largest in 20,000 seeded cases of every test of curves.
 // A foot is known to this share of the length, but not better than coordinates allow. Seen: 3.5e-14.
 constexpr double kFootShare = 1e-13;
-constexpr int kMostSteps = 100; // Seen: 70, for the change of the power's sign
+constexpr int kMostFootSteps = 100; // Seen: 70, for the change of the power's sign
 // Pieces for the thorough search turn by this at most.
 constexpr double kPieceTurn = 0.125 * kPi;
 // How far round the place where the power changes sign the nearest points are looked for: two turns, and some more.
@@ -75,7 +75,7 @@ Seen zeroBetween(const PreparedCurve& curve, const Point& point, Seen low, Seen 
     double from = low.along;
     double to = high.along;
     Seen seen = look(curve, point, from + (to - from) * (low.g / (low.g - high.g)));
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostFootSteps; ++step) {
         ((seen.g > 0.0) == falling ? from : to) = seen.along;
         double next = seen.along - seen.g / seen.slope();
         if (!(next > from && next < to)) {
@@ -99,7 +99,7 @@ std::optional<Seen> otherSign(const PreparedCurve& curve, const Point& point, Se
         const Seen middle = look(curve, point, 0.5 * (from.along + to.along));
         return middle.g != 0.0 && (middle.g > 0.0) != positive ? std::optional(middle) : std::nullopt;
     }
-    for (int step = 0; step < kMostSteps && to.along - from.along > tolerance; ++step) {
+    for (int step = 0; step < kMostFootSteps && to.along - from.along > tolerance; ++step) {
         // g' is nearly linear: the false position, kept off the ends.
         const double share = std::clamp(from.slope() / (from.slope() - to.slope()), 0.1, 0.9);
         const Seen middle = look(curve, point, from.along + share * (to.along - from.along));
@@ -156,7 +156,7 @@ Seen powerChange(const PreparedCurve& curve, const Point& point) {
     }
     const double growth = (curve.curve().endCurvature - curve.curve().startCurvature) / length;
     Seen seen = look(curve, point, 0.5 * length);
-    for (int step = 0; step < kMostSteps; ++step) {
+    for (int step = 0; step < kMostFootSteps; ++step) {
         ((seen.power() < 0.0) == rising ? low : high) = seen;
         const double width = high.along - low.along;
         if (width <= kFootShare * length) {

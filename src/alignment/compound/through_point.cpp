@@ -27,7 +27,7 @@ namespace {
 // The clothoid runs from infinite radius to the smaller of the two radii.
 constexpr int kFromInfinity = 0;
 
-struct Chain {
+struct ArcClothoidArc {
     Calelm r1;
     Calelm a;
     Calelm r2;
@@ -41,7 +41,7 @@ Calelm inOtherPlane(const Calelm& e) {
 
 // Calculation plane. Lays the chain for one place of arc 2's centre; a status as CDsetAToRAR gives it, or -1 when the
 // clothoid does not leave arc 1 and reach arc 2 along their tangents.
-int layAt(const Chain& given, Vec centre, Chain& laid) {
+int layAt(const ArcClothoidArc& given, Vec centre, ArcClothoidArc& laid) {
     laid = given;
     laid.r2.k1 = centre.x;
     laid.r2.k2 = centre.y;
@@ -69,7 +69,7 @@ extern "C" {
 
 int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2) {
     return fenmark::alignment::answerInPlace({r1, a, r2}, [&]() -> int {
-        const Chain given{*r1, *a, *r2};
+        const ArcClothoidArc given{*r1, *a, *r2};
         if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r1->par > 0.0) || !(r2->par > 0.0)) {
             return -1;
         }
@@ -91,8 +91,8 @@ int setAOR_P(const double p[2], Calelm* r1, Calelm* a, Calelm* r2) {
         const Vec second = startOnRight == unlikeOrLarger ? left : right;
         // A place where the point lies on the stretch of the new arc itself goes before one where it lies on its circle
         // only.
-        Chain laid;
-        Chain other;
+        ArcClothoidArc laid;
+        ArcClothoidArc other;
         const bool found = layAt(given, first, laid) == 0;
         if (!found || !reaches(laid.r2, point)) {
             const bool otherFound = layAt(given, second, other) == 0;
@@ -116,7 +116,7 @@ int ali_makAOR_P(const double p[2], int mode, Calelm* r1, Calelm* a, Calelm* r2)
         if (!isTurn(r1->dir) || !isTurn(r2->dir) || !(r2->len >= 0.0)) {
             return -1;
         }
-        Chain chain{*r1, *a, *r2};
+        ArcClothoidArc chain{*r1, *a, *r2};
         const bool toPoint = r2->len == 0.0;
         if (toPoint) {
             chain.r2.len = kPi * r2->par; // a place from which the point is no more than a half circle away

@@ -20,13 +20,13 @@ CurvePoint inCalc(const LaidClothoid& laid, double L) {
     return at;
 }
 
-struct Piece {
+struct CurvePiece {
     CurvePoint a;
     CurvePoint b;
     Point apex;
 };
 
-Piece pieceOf(const CurvePoint& a, const CurvePoint& b) {
+CurvePiece pieceOf(const CurvePoint& a, const CurvePoint& b) {
     return {a, b, apexOf(a, b, a.p)};
 }
 
@@ -35,7 +35,7 @@ struct Range {
     double high;
 };
 
-Range rangeAlong(double nx, double ny, Point origin, const Piece& t) {
+Range rangeAlong(double nx, double ny, Point origin, const CurvePiece& t) {
     const double a = nx * (t.a.p.x - origin.x) + ny * (t.a.p.y - origin.y);
     const double m = nx * (t.apex.x - origin.x) + ny * (t.apex.y - origin.y);
     const double b = nx * (t.b.p.x - origin.x) + ny * (t.b.p.y - origin.y);
@@ -43,7 +43,7 @@ Range rangeAlong(double nx, double ny, Point origin, const Piece& t) {
 }
 
 // Whether the normal of the side from p to q keeps the two apart. A side of no length separates nothing.
-bool sideSeparates(Point p, Point q, const Piece& own, const Piece& other) {
+bool sideSeparates(Point p, Point q, const CurvePiece& own, const CurvePiece& other) {
     const double nx = p.y - q.y;
     const double ny = q.x - p.x;
     const double gap = kTriangleGap * std::sqrt(nx * nx + ny * ny);
@@ -52,7 +52,7 @@ bool sideSeparates(Point p, Point q, const Piece& own, const Piece& other) {
     return theirs.low > mine.high + gap || theirs.high < mine.low - gap;
 }
 
-bool boxesApart(const Piece& s, const Piece& t) {
+bool boxesApart(const CurvePiece& s, const CurvePiece& t) {
     const auto apart = [](double a, double b, double c, double d, double e, double f) {
         return std::min({a, b, c}) > std::max({d, e, f}) + kTriangleGap ||
                std::max({a, b, c}) < std::min({d, e, f}) - kTriangleGap;
@@ -61,15 +61,15 @@ bool boxesApart(const Piece& s, const Piece& t) {
            apart(s.a.p.y, s.apex.y, s.b.p.y, t.a.p.y, t.apex.y, t.b.p.y);
 }
 
-bool trianglesOverlap(const Piece& s, const Piece& t) {
+bool trianglesOverlap(const CurvePiece& s, const CurvePiece& t) {
     return !boxesApart(s, t) && !sideSeparates(s.a.p, s.b.p, s, t) && !sideSeparates(t.a.p, t.b.p, t, s) &&
            !sideSeparates(s.a.p, s.apex, s, t) && !sideSeparates(s.apex, s.b.p, s, t) &&
            !sideSeparates(t.a.p, t.apex, t, s) && !sideSeparates(t.apex, t.b.p, t, s);
 }
 
 struct Item {
-    Piece first;
-    Piece second;
+    CurvePiece first;
+    CurvePiece second;
 };
 
 struct Found {
@@ -94,8 +94,8 @@ int search(const LaidClothoid& e1, const LaidClothoid& e2, Found (&found)[2]) {
             return -1;
         }
         const Item item = stack.pop();
-        const Piece& s = item.first;
-        const Piece& t = item.second;
+        const CurvePiece& s = item.first;
+        const CurvePiece& t = item.second;
         if (isShort(s.a, s.b) && isShort(t.a, t.b)) {
             const Found here{s.a.p, s.a.L, t.a.L, s.a.u, t.a.u};
             if (count == 0) {
@@ -108,8 +108,8 @@ int search(const LaidClothoid& e1, const LaidClothoid& e2, Found (&found)[2]) {
             continue;
         }
         // A piece too short to be cut stays whole.
-        std::array<Piece, 2> halves1{s, s};
-        std::array<Piece, 2> halves2{t, t};
+        std::array<CurvePiece, 2> halves1{s, s};
+        std::array<CurvePiece, 2> halves2{t, t};
         std::size_t n1 = 1;
         std::size_t n2 = 1;
         if (s.b.L - s.a.L > kPieceSpan) {

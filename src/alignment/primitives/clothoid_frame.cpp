@@ -26,7 +26,7 @@ namespace {
 // Beyond any real walk: CDAcrosS moves by at least 1e-4 m a step.
 constexpr int kWalkLimit = 4'000'000;
 
-struct Frame {
+struct ClothoidFrame {
     bool mirrored;
     Vec start;         // M's start, calculation plane
     Vec end;           // M's end
@@ -40,20 +40,20 @@ Vec standardPoint(double parameter, double radius) {
     return point;
 }
 
-Frame frameOf(const Calelm& a) {
+ClothoidFrame clothoidFrameOf(const Calelm& a) {
     const bool mirrored = a.dir == -1.0;
     const double sign = mirrored ? -1.0 : 1.0;
     return {mirrored, {sign * a.sx, a.sy}, {sign * a.ex, a.ey}, standardPoint(a.par, a.r1), standardPoint(a.par, a.r2)};
 }
 
 // theta, from M's chord to the standard chord.
-double toStandard(const Frame& frame) {
+double toStandard(const ClothoidFrame& frame) {
     return CDbtwang(frame.start.x, frame.start.y, frame.end.x, frame.end.y, frame.standardStart.x,
                     frame.standardStart.y, frame.standardEnd.x, frame.standardEnd.y);
 }
 
 // The opposite angle, from the standard chord to M's.
-double toElement(const Frame& frame) {
+double toElement(const ClothoidFrame& frame) {
     return CDbtwang(frame.standardStart.x, frame.standardStart.y, frame.standardEnd.x, frame.standardEnd.y,
                     frame.start.x, frame.start.y, frame.end.x, frame.end.y);
 }
@@ -66,7 +66,7 @@ Vec chordDirection(Vec from, Vec to) {
 }
 
 // Cosine and sine of toStandard, by the products of the chords. Below the angle step it is no turn, as in CDbtwang.
-Vec turnToStandard(const Frame& frame) {
+Vec turnToStandard(const ClothoidFrame& frame) {
     const Vec chord = chordDirection(frame.start, frame.end);
     const Vec standard = chordDirection(frame.standardStart, frame.standardEnd);
     const Vec turn{plane::dot(chord, standard), plane::cross(chord, standard)};
@@ -74,7 +74,7 @@ Vec turnToStandard(const Frame& frame) {
 }
 
 // Any element into the frame: mirror, move by the clothoid's shift, turn about the standard start.
-Calelm intoFrame(const Frame& frame, const Calelm& element) {
+Calelm intoFrame(const ClothoidFrame& frame, const Calelm& element) {
     Calelm result = element;
     if (frame.mirrored) {
         fenmark::alignment::mirrorRecord(&element, &result);
@@ -87,7 +87,7 @@ Calelm intoFrame(const Frame& frame, const Calelm& element) {
 }
 
 // A point of the frame in the calculation plane.
-Vec outOfFrame(const Frame& frame, Vec point) {
+Vec outOfFrame(const ClothoidFrame& frame, Vec point) {
     const Vec turn = turnToStandard(frame);
     Vec result = frame.start + plane::turned(point - frame.standardStart, turn.x, -turn.y);
     if (frame.mirrored) {
@@ -101,21 +101,21 @@ Vec outOfFrame(const Frame& frame, Vec point) {
 extern "C" {
 
 int CDAinAbs(const Calelm* a, Calelm* out) {
-    return giveOutRecord(intoFrame(frameOf(*a), *a), out);
+    return giveOutRecord(intoFrame(clothoidFrameOf(*a), *a), out);
 }
 
 int CDSinAbs(const Calelm* a, const Calelm* s, Calelm* out) {
-    Calelm line = intoFrame(frameOf(*a), *s);
+    Calelm line = intoFrame(clothoidFrameOf(*a), *s);
     fenmark::alignment::writeUnitCoefficients(line);
     return giveOutRecord(line, out);
 }
 
 int CDRinAbs(const Calelm* a, const Calelm* r, Calelm* out) {
-    return giveOutRecord(intoFrame(frameOf(*a), *r), out);
+    return giveOutRecord(intoFrame(clothoidFrameOf(*a), *r), out);
 }
 
 int CDPinAbs(const Calelm* a, const double p[2], double out[2]) {
-    const Frame frame = frameOf(*a);
+    const ClothoidFrame frame = clothoidFrameOf(*a);
     const Vec given{frame.mirrored ? -p[0] : p[0], p[1]};
     const Vec turn = turnToStandard(frame);
     const Vec result = frame.standardStart + plane::turned(given - frame.start, turn.x, turn.y);
@@ -123,7 +123,7 @@ int CDPinAbs(const Calelm* a, const double p[2], double out[2]) {
 }
 
 int CDP2Cal(const Calelm* a, const double p[2], double out[2]) {
-    const Vec result = outOfFrame(frameOf(*a), {p[0], p[1]});
+    const Vec result = outOfFrame(clothoidFrameOf(*a), {p[0], p[1]});
     return giveOutReals<2>({result.x, result.y}, out);
 }
 
@@ -134,7 +134,7 @@ int CDgetOrgA(const Calelm* a, double out[2], double* angle) {
         *angle = a->sang;
         return 0;
     }
-    const Frame frame = frameOf(*a);
+    const ClothoidFrame frame = clothoidFrameOf(*a);
     double tangent = toElement(frame);
     Vec origin = frame.start + plane::turned(Vec{} - frame.standardStart, tangent);
     if (frame.mirrored) {

@@ -3,6 +3,7 @@
 
 #include "exchange/kinds.h"
 #include "exchange/main_points.h"
+#include "exchange/named_stations.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/results.h"
@@ -52,17 +53,20 @@ class AlignmentWriter {
     void writeIntermediatePoints();
     [[nodiscard]] std::size_t curvesWithoutIp() const { return withoutIp_; }
     [[nodiscard]] std::size_t turningFar() const { return turningFar_; }
+    [[nodiscard]] std::size_t equations() const { return equations_; }
 
   private:
     struct Written {
         std::size_t index;
         std::string name;
+        curve::StationEquations stations;
     };
 
     bool isJapanese() const { return profile_ == LandXmlProfile::JLandXml; }
     void writePoint(const char* element, const PlanPoint& point);
     void writeRadius(double radius);
     PlanPoint piOf(const Element& element);
+    void writeEquations(const curve::StationEquations& stations);
     void writeElement(const Element& element, double station);
     void writeIps(const drawing::Alignment& alignment);
     void writeProfile(const AlignmentResults& results);
@@ -77,6 +81,7 @@ class AlignmentWriter {
     std::vector<Written> written_;
     std::size_t withoutIp_ = 0;
     std::size_t turningFar_ = 0;
+    std::size_t equations_ = 0;
 };
 
 // North, then east.
@@ -110,6 +115,18 @@ PlanPoint AlignmentWriter::piOf(const Element& element) {
 
 void AlignmentWriter::writeProperty(const char* label, const std::string& value) {
     out_ << "<Property label=\"" << label << "\" value=\"" << xmlText(value) << "\"/>";
+}
+
+// Stations that the pegs show, beside the internal one, which counts through from the start.
+void AlignmentWriter::writeEquations(const curve::StationEquations& stations) {
+    std::size_t zone = 0;
+    for (const curve::StationEquation& equation : stations.equations()) {
+        out_ << "      <StaEquation staBack=\"" << PlainReal{withoutNoise(stations.stationBack(zone))}
+             << "\" staInternal=\"" << PlainReal{withoutNoise(stations.startStation() + equation.distance)}
+             << "\" staAhead=\"" << PlainReal{equation.ahead} << "\"/>\n";
+        ++zone;
+        ++equations_;
+    }
 }
 
 void AlignmentWriter::writeElement(const Element& element, double station) {
@@ -216,10 +233,16 @@ void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
         if (written_.empty()) {
             out_ << "  <Alignments" << (isJapanese() ? " name=\"道路\"" : "") << ">\n";
         }
-        written_.push_back({i, names.take(trimmedName(alignment.name))});
+        curve::StationEquations stations;
+        // Refused for a start that is not finite; the stations then count from 0.
+        static_cast<void>(
+            stations.set(alignment.startStation, stationEquationsOf(results_.alignments[i], alignment.startStation)));
+        written_.push_back({i, names.take(trimmedName(alignment.name)), std::move(stations)});
         out_ << "    <Alignment name=\"" << xmlText(written_.back().name) << "\" desc=\""
              << xmlText(trimmedName(alignment.description)) << "\" length=\"" << PlainReal{alignment.length()}
-             << "\" staStart=\"" << PlainReal{alignment.startStation} << "\">\n      <CoordGeom>\n";
+             << "\" staStart=\"" << PlainReal{alignment.startStation} << "\">\n";
+        writeEquations(written_.back().stations);
+        out_ << "      <CoordGeom>\n";
         double station = alignment.startStation;
         for (const Element& element : alignment.elements) {
             writeElement(element, station);
@@ -268,10 +291,13 @@ void AlignmentWriter::writeIntermediatePointsOf(const Written& alignment, std::s
     }
     const std::string prefix = "IntermediatePnt" + std::to_string(number) + "-";
     const StationNames stationNames;
+    const auto shownStation = [&](double station) {
+        return alignment.stations.stationAt(station - geometry.startStation()).station;
+    };
     out_ << "  <CgPoints name=\"IntermediatePnts\">\n";
     for (std::size_t i = 0; i < points.size(); ++i) {
-        out_ << "    <CgPoint name=\"" << stationNames(points[i].station) << "\" featureRef=\"" << prefix << i + 1
-             << "\">" << Coordinate{profile_, points[i].pose.point.y} << ' '
+        out_ << "    <CgPoint name=\"" << stationNames(shownStation(points[i].station)) << "\" featureRef=\"" << prefix
+             << i + 1 << "\">" << Coordinate{profile_, points[i].pose.point.y} << ' '
              << Coordinate{profile_, points[i].pose.point.x} << "</CgPoint>\n";
     }
     out_ << "    <Feature name=\"IntermediatePnts\">";
@@ -487,6 +513,9 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
     if (results.unplaced > 0) {
         notes.push_back(
             {NoteCode::UnplacedResults, results.unplaced, 0, 0, japanese ? Fate::LeftOut : Fate::PointsOnly});
+    }
+    if (alignments.equations() > 0) {
+        notes.push_back({NoteCode::StationEquations, alignments.equations()});
     }
     if (alignments.curvesWithoutIp() > 0) {
         notes.push_back({NoteCode::CurveWithoutIp, alignments.curvesWithoutIp()});

@@ -21,6 +21,7 @@ enum class NoteCode : std::uint8_t {
     PointsAlone,       // polylines and alignments that a CSV file does not hold
     AlignmentsAlone,   // count points and polylines that a J-LandXML file does not hold
     NoZone,            // a J-LandXML file that does not say its plane rectangular zone
+    StationEquations,  // count equations that the names of longitudinal results prove
     CurveWithoutIp,    // count curves that turn by half a circle or more
     ClothoidWithoutPi, // count clothoids that do
     // SIMA

@@ -67,11 +67,6 @@ std::optional<double> stationOnLine(const AlignmentGeometry& geometry, const Ent
     return located->station;
 }
 
-// What the search for the nearest point leaves behind the sixth decimal is noise.
-double withoutNoise(double metres) {
-    return std::round(metres * kWhole) / kWhole + 0.0;
-}
-
 // The alignment that most of the judged points lie on; the first of those with as many.
 std::optional<std::size_t> alignmentOf(const Drawing& drawing, const Group& group) {
     const std::size_t step = std::max<std::size_t>(1, group.entities.size() / kJudgedPoints);
@@ -213,6 +208,10 @@ void putInOrder(AlignmentResults& results) {
 }
 
 } // namespace
+
+double withoutNoise(double metres) {
+    return std::round(metres * kWhole) / kWhole + 0.0;
+}
 
 Results resultsOf(const Drawing& drawing) {
     Results results;

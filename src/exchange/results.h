@@ -45,4 +45,7 @@ struct Results {
 // Time grows with the number of result points, and with the number of alignments for a few points of each route only.
 [[nodiscard]] Results resultsOf(const drawing::Drawing& drawing);
 
+// Metres to the sixth decimal: what a search for the nearest point, or a sum, leaves behind it is noise.
+[[nodiscard]] double withoutNoise(double metres);
+
 } // namespace fenmark::exchange

@@ -1,5 +1,5 @@
 // Stations as surveyors write them.
-#include "cli/station_text.h"
+#include "exchange/station_text.h"
 
 #include "command_line.h"
 
@@ -14,7 +14,7 @@ struct Written {
 class StationText : public ::testing::TestWithParam<Written> {};
 
 TEST_P(StationText, IsReadInMetres) {
-    EXPECT_EQ(parseStation(GetParam().text), GetParam().metres) << GetParam().text;
+    EXPECT_EQ(exchange::parseStation(GetParam().text), GetParam().metres) << GetParam().text;
 }
 
 INSTANTIATE_TEST_SUITE_P(Metres, StationText,
@@ -32,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Kilometres, StationText,
 class NoStationText : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(NoStationText, IsNotGuessedAt) {
-    EXPECT_FALSE(parseStation(GetParam())) << GetParam();
+    EXPECT_FALSE(exchange::parseStation(GetParam())) << GetParam();
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, NoStationText,

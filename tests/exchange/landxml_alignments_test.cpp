@@ -204,6 +204,32 @@ TEST_P(LandXmlAlignments, CarryTheirResults) {
     EXPECT_EQ(order, std::string("CoordGeom AlignPIs Profile CrossSects ") + (isJapanese() ? "Feature " : ""));
 }
 
+// No.5 to No.7 count on, then the pegs gain 5.3 m.
+TEST_P(LandXmlAlignments, TellWhereTheCountingOfThePegsJumped) {
+    const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, false);
+    addResult(road, 100.0, 0.0, 10.0, "No.5", "縦断成果");
+    addResult(road, 120.0, 0.0, 10.1, "No.6", "縦断成果");
+    addResult(road, 140.0, 0.0, 10.2, "No.7", "縦断成果");
+    addResult(road, 154.7, 0.0, 10.3, "No.8", "縦断成果");
+    addResult(road, 174.7, 0.0, 10.4, "No.9", "縦断成果");
+    const pugi::xml_node root = parse();
+    const pugi::xml_node alignment = root.child("Alignments").child("Alignment");
+    const pugi::xml_node equation = alignment.first_child();
+    ASSERT_STREQ(equation.name(), "StaEquation");
+    EXPECT_STREQ(equation.attribute("staBack").value(), "154.7");
+    EXPECT_STREQ(equation.attribute("staInternal").value(), "154.7");
+    EXPECT_STREQ(equation.attribute("staAhead").value(), "160");
+    EXPECT_STREQ(equation.next_sibling().name(), "CoordGeom");
+    EXPECT_EQ(notes.back(), (Note{NoteCode::StationEquations, 1}));
+    if (isJapanese()) {
+        // Intermediate points keep the internal station, and are named as the pegs.
+        const pugi::xml_node point = root.child("CgPoints").find_child_by_attribute("CgPoint", "name", "No.8+5.300");
+        const pugi::xml_node feature =
+            root.child("CgPoints").find_child_by_attribute("Feature", "name", point.attribute("featureRef").value());
+        EXPECT_STREQ(feature.find_child_by_attribute("Property", "label", "sta").attribute("value").value(), "160");
+    }
+}
+
 TEST_P(LandXmlAlignments, CountResultsThatLieOnNone) {
     addRoad(drawing, {12000.0, -36000.0}, false);
     addPoint(drawing, {12020.0, -35000.0, 1.0}, "No.6", "縦断成果");

@@ -1,7 +1,7 @@
 // Reads the values of options: numbers, lists, encodings, paths.
 #include "cli/argument_values.h"
 
-#include "cli/station_text.h"
+#include "exchange/station_text.h"
 #include "platform/paths.h"
 #include "sima/text/encoding.h"
 
@@ -33,7 +33,7 @@ std::string withBlanks(std::span<const std::string> words) {
 }
 
 double metresIn(const std::string& text, const char* what, Language language) {
-    if (const std::optional<double> value = parseReal(text)) {
+    if (const std::optional<double> value = exchange::parseReal(text)) {
         return *value;
     }
     refuse(language, Text::NotMetres, {{"what", what}, {"text", text}});

@@ -2,8 +2,8 @@
 #include "cli/argument_lines.h"
 #include "cli/argument_values.h"
 #include "cli/help_texts.h"
-#include "cli/station_text.h"
 #include "cli/suggestion.h"
+#include "exchange/station_text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -28,7 +28,7 @@ void declareNames(CLI::App& command, NamesLine& line, Language language) {
 double pitchOf(const NamesLine& line, Language language) {
     constexpr double kLeastPitch = 0.001; // metres
     if (line.pitch.empty()) {
-        return kStakeDistance;
+        return exchange::kStakePitch;
     }
     const double pitch = metresIn(line.pitch, "--pitch", language);
     if (!(pitch >= kLeastPitch)) {
@@ -97,7 +97,7 @@ StakesArguments checked(StakesLine line, Language language) {
     }
     if (!line.at.empty()) {
         for (const std::string& piece : listed(line.at)) {
-            const auto station = parseStation(piece, options.stationNames.pitch);
+            const auto station = exchange::parseStation(piece, options.stationNames.pitch);
             if (!station) {
                 refuse(language, Text::AtTakesStations, {{"text", piece}});
             }

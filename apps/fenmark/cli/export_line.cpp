@@ -2,10 +2,10 @@
 #include "cli/argument_lines.h"
 #include "cli/argument_values.h"
 #include "cli/help_texts.h"
-#include "cli/station_text.h"
 #include "cli/suggestion.h"
 #include "exchange/formats.h"
 #include "exchange/kinds.h"
+#include "exchange/station_text.h"
 #include "values/kinds.h"
 
 #include <CLI/CLI.hpp>
@@ -101,7 +101,7 @@ ExportArguments checked(ExportLine line, Language language) {
     }
     if (!line.scale.empty()) {
         // Outside of this, names have heights of zero or of hundreds of digits, which other programs cannot draw.
-        const std::optional<double> scale = parseReal(line.scale);
+        const std::optional<double> scale = exchange::parseReal(line.scale);
         if (!scale || !(*scale >= 0.01 && *scale <= 1e8)) {
             refuse(language, Text::ScaleOutOfRange, {{"text", line.scale}});
         }

@@ -2,7 +2,7 @@
 #include "cli/argument_lines.h"
 #include "cli/argument_values.h"
 #include "cli/help_texts.h"
-#include "cli/station_text.h"
+#include "exchange/station_text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -13,7 +13,7 @@ namespace fenmark::cli {
 namespace {
 
 double stationIn(const std::string& text, Language language) {
-    if (const std::optional<double> station = parseStation(text)) {
+    if (const std::optional<double> station = exchange::parseStation(text)) {
         return *station;
     }
     refuse(language, Text::NotAStation, {{"text", text}});

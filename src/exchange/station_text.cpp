@@ -1,12 +1,12 @@
 // The ways in which surveyors write a station.
-#include "cli/station_text.h"
+#include "exchange/station_text.h"
 
 #include "values/real_text.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace fenmark::cli {
+namespace fenmark::exchange {
 
 namespace {
 
@@ -92,4 +92,4 @@ std::optional<double> parseStation(std::string_view text, double pitch) {
     return parseReal(text);
 }
 
-} // namespace fenmark::cli
+} // namespace fenmark::exchange

@@ -22,7 +22,7 @@ def main():
         return base64.b64encode(zlib.compress(content, 9)).decode("ascii")
 
     worker = pathlib.Path(glue).read_text(encoding="utf-8") + "\n" + piece("worker.js")
-    code = "\n".join(piece(name) for name in ("texts.js", "geometry.js", "lines.js", "plan.js", "page.js"))
+    code = "\n".join(piece(name) for name in ("texts.js", "kinds.js", "geometry.js", "lines.js", "plan.js", "page.js"))
     parts = {
         "@VERSION@": version,
         "@STYLE@": piece("style.css"),

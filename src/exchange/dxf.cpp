@@ -314,7 +314,7 @@ class DrawingOfEntities {
         writer_.group(1000, "alignment");
         writer_.integer(1071, static_cast<std::int32_t>(alignment.id.asUint64()));
         writer_.text(1000, alignment.name, kLongestData);
-        writer_.text(1000, "平面線形", kLongestData);
+        writer_.text(1000, kAlignmentType, kLongestData);
         writer_.text(1000, alignment.description, kLongestData);
         writer_.text(1000, site ? std::string_view(drawing_.sites()[*site].name) : std::string_view(), kLongestData);
         writer_.real(1040, alignment.startStation);

@@ -173,7 +173,7 @@ class GeoJsonWriter {
     void writeAlignment(const drawing::Alignment& alignment) {
         const auto site = drawing_.findSite(alignment.site);
         beginFeature(alignment.id.asUint64(), alignment.layer);
-        member("Type", "平面線形");
+        member("Type", kAlignmentType);
         member("Name", alignment.name);
         member("Description", alignment.description);
         member("Site", site ? std::string_view(drawing_.sites()[*site].name) : std::string_view());

@@ -188,7 +188,7 @@ class KmlWriter {
         const auto site = drawing_.findSite(alignment.site);
         beginPlacemark(entry, alignment.name);
         data("layer", alignment.layer);
-        data("Type", "平面線形");
+        data("Type", kAlignmentType);
         data("Description", alignment.description);
         data("Site", site ? std::string_view(drawing_.sites()[*site].name) : std::string_view());
         data("StartStation", alignment.startStation);

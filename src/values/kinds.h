@@ -50,6 +50,9 @@ inline constexpr std::array<KindEntry, kKinds> kKindTable = {{
     {Kind::Others, KindShape::Any, 0, "others", "", "その他", "その他名", 7},
 }};
 
+// What files call the type of an alignment, which has no row.
+inline constexpr std::string_view kAlignmentType = "平面線形";
+
 constexpr const KindEntry& entryOf(Kind kind) {
     return kKindTable[static_cast<std::size_t>(kind)];
 }

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <fstream>
 #include <set>
+#include <string>
 #include <string_view>
 
 namespace fenmark::exchange {
@@ -33,6 +35,22 @@ TEST(Kinds, NamesAndTypesTellThemApart) {
     EXPECT_EQ(kindNamed("points "), std::nullopt);
     EXPECT_EQ(kindOfType(""), Kind::Others);
     EXPECT_EQ(kindOfType("Type 2"), Kind::Others);
+}
+
+// apps/web/page/kinds.js has a line for each kind that the page treats in its own way: `  画地: {`.
+TEST(Kinds, OfTheBrowserPageAreThoseOfTheTable) {
+    std::ifstream page(FENMARK_SOURCE_DIR "/apps/web/page/kinds.js");
+    std::size_t rows = 0;
+    for (std::string line; std::getline(page, line);) {
+        const std::size_t end = line.find(": {");
+        if (!line.starts_with("  ") || end == std::string::npos) {
+            continue;
+        }
+        const std::string type = line.substr(2, end - 2);
+        EXPECT_TRUE(type == kAlignmentType || kindOfType(type) != Kind::Others) << type;
+        ++rows;
+    }
+    EXPECT_GE(rows, 5U);
 }
 
 TEST(Kinds, APointWithTheTypeOfALineIsDrawnAsOneOfTheOthers) {

@@ -43,7 +43,7 @@ struct BackgroundRead {
     std::string detail;
 };
 
-// The zone is that of the drawing, 0 if nobody told.
+// The zone is that of the drawing, 0 if unknown.
 BackgroundRead readDxf(std::string_view text);
 BackgroundRead readGeoJson(std::string_view text, int zone);
 BackgroundRead readGeoPackage(const std::string& path, int zone);
@@ -53,7 +53,7 @@ BackgroundRead readShapes(const std::string& path, int zone);
 // How coordinates of a reference system get into the drawing's zone.
 class ToZone {
   public:
-    // The number of EPSG; 0 and below for a plane that nobody told.
+    // The number of EPSG; 0 and below for an unknown plane.
     ToZone(long long epsg, int zone);
     [[nodiscard]] BackgroundError error() const { return error_; }
     // NaN for what has no place in the zone.

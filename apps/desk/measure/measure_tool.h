@@ -25,7 +25,7 @@ class MeasureTool : public PlanTool {
     void onChange(std::function<void(bool taken)> changed) { changed_ = std::move(changed); }
     // Called when Escape is pressed with nothing taken.
     void onEnd(std::function<void()> end) { end_ = std::move(end); }
-    // The alignment that places are told for; the nearest shown one where there is none.
+    // The alignment that stations and offsets refer to; the nearest shown one where there is none.
     void setAlignment(std::optional<std::size_t> alignment) { alignment_ = alignment; }
 
     MeasureMode mode() const { return mode_; }

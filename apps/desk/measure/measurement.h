@@ -71,7 +71,7 @@ struct Sheet {
 
 // The places that were taken as a table: the line and its sides.
 Sheet lineSheet(std::span<const Snap> places, bool closed, const Texts& texts);
-// Each place with its station, offset, radius and azimuth on the alignment that it is told for.
+// Each place with its station, offset, radius and azimuth on the alignment that these refer to.
 struct PickedPlace {
     Snap snap;
     std::optional<std::size_t> alignment;

@@ -12,7 +12,7 @@
 
 namespace fenmark::desk {
 
-// How an entity is drawn: told by the "Type" of its row.
+// How an entity is drawn: by the "Type" of its row.
 enum class FigureStyle : std::uint8_t {
     Coordinate,
     Longitudinal,

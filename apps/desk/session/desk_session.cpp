@@ -59,7 +59,7 @@ DeskSession::DeskSession() {
     });
 }
 
-// So that an alignment that lies off its route is told of.
+// So that an alignment that lies off its route is reported.
 void DeskSession::noteRoute(const std::string& text) {
     std::istringstream numbers(text);
     numbers.imbue(std::locale::classic());
@@ -160,7 +160,7 @@ bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
     return changed;
 }
 
-// Notes the import in the drawing, as the command line does. A file that made nothing and told no error left no trace.
+// Notes the import in the drawing, as the command line does. A file that made nothing and met no error left no trace.
 void DeskSession::noteImport(CommandRun& run, std::uint64_t firstId) {
     run.file = modules_.systemText(mirdane::kImportedFileVariable);
     run.passedOver = modules_.systemText(mirdane::kPassedOverVariable);

@@ -94,7 +94,7 @@ class MainWindow : public QMainWindow {
     // Opens a drawing, or starts the command with a SIMA file. False if the file is neither or cannot be opened, which
     // the user was told.
     bool openFile(const QString& path);
-    // The same for callers that cannot be told of an exception: it is told to the user.
+    // The same for callers that cannot take an exception: a message box shows it.
     void openFileSafely(const QString& path) {
         guarded([&] { openFile(path); });
     }

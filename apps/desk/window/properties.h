@@ -18,7 +18,7 @@ struct Property {
     bool heading = false; // opens a group; the value is empty then
 };
 
-// Of the object, or of the whole drawing if there is none. Coordinates are told as surveyors do: X north, Y east.
+// Of the object, or of the whole drawing if there is none. Coordinates are written as surveyors do: X north, Y east.
 std::vector<Property> propertiesOf(const drawing::Drawing& drawing, const std::optional<PlanObject>& object,
                                    const Texts& texts);
 

@@ -119,7 +119,7 @@ void Workbench::removeBackgrounds() {
     showBackground();
 }
 
-// Those that the drawing keeps, for its zone. A file that is gone is told, and stays kept.
+// Those that the drawing keeps, for its zone. A file that is gone is reported, and stays kept.
 void Workbench::readBackgrounds() {
     zone_ = window_.session().drawing().zone();
     background_.clear();

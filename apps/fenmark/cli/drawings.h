@@ -16,7 +16,7 @@ namespace fenmark::cli {
 std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::Load load, const Streams& streams,
                                               bool quiet = false);
 
-// The same, but takes a GeoPackage of another program too, its points and polygons; `zone` (0: none told) is for one that
+// The same, but takes a GeoPackage of another program too, its points and polygons; `zone` (0: none given) is for one that
 // does not tell its reference system.
 std::unique_ptr<drawing::Drawing> readDrawingOrPackage(const std::string& path, int zone, const Streams& streams,
                                                        bool quiet);

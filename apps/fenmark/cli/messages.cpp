@@ -112,19 +112,19 @@ void tellErrorBlocks(const Streams& streams, const std::string& file, const sima
                 {std::string(block.line), std::string(block.code), std::string(block.text), std::string(block.record)});
         }
     }
-    const std::size_t told = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
+    const std::size_t shown = streams.errIsTerminal && blocks > kBlocksOnTerminal ? kBlocksOnTerminal : blocks;
     const std::string name = oneLine(file);
     std::string text;
-    for (std::size_t i = 0; i < told; ++i) {
+    for (std::size_t i = 0; i < shown; ++i) {
         appendBlock(text, name, errorBlock(log, i));
-        if (text.size() >= kPiece || i + 1 == told) {
+        if (text.size() >= kPiece || i + 1 == shown) {
             streams.err << text;
             text.clear();
         }
     }
-    if (told < blocks) {
+    if (shown < blocks) {
         streams.err << said(streams.language, Text::MoreInLog,
-                            {{"path", oneLine(file)}, {"count", std::to_string(blocks - told)}})
+                            {{"path", oneLine(file)}, {"count", std::to_string(blocks - shown)}})
                     << '\n';
     }
 }

@@ -532,19 +532,18 @@ const fields = (line) => line.split(",").map((field) => field.trim());
 // Which lines of which open file made an object: its first line by the number or the name of its row, and the last.
 function linesOf(object) {
   const { No: no, FileName: fileName } = object.properties;
-  const isAlignment = object.kind === "平面線形";
-  const forms = { 座標: ["A01", null], 画地: ["D00", "D99"], 縦断成果: ["H01", null], 横断成果: ["I01", null] };
-  const [code, end] = forms[object.kind] ?? ["F00", "F99"];
+  const { isAlignment, opens = "F00", ends = opens === "F00" ? "F99" : null, byName } = kindOf(object.kind);
   for (const input of sources) {
     if (!isAlignment && fileName && stem(input.name) !== stem(fileName) && input.name !== fileName) {
       continue;
     }
     const lines = linesOfFile(input);
-    const at = (code === "F00" ? (line) => line[3] === object.name || (!isAlignment && line[1] === String(no)) : code === "H01" || code === "I01" ? (line) => line[1] === object.name : (line) => line[1] === String(no));
-    const first = lines.find(code, (text) => at(fields(text)));
+    const isNumber = (text) => !isAlignment && text === String(no);
+    const at = opens === "F00" ? (line) => line[3] === object.name || isNumber(line[1]) : (line) => (byName ? line[1] === object.name : isNumber(line[1]));
+    const first = lines.find(opens, (text) => at(fields(text)));
     if (first > 0) {
       let last = first;
-      while (end && last < lines.count && !lines.begins(last, end)) {
+      while (ends && last < lines.count && !lines.begins(last, ends)) {
         ++last;
       }
       const shown = Array.from({ length: Math.min(last - first + 1, kMostLines) }, (_, i) => lines.text(first + i));
@@ -556,10 +555,10 @@ function linesOf(object) {
 
 function objectAtLine(input, number) {
   const words = fields(linesOfFile(input).text(number));
-  const kinds = { A01: "座標", D00: "画地", H01: "縦断成果", I01: "横断成果" };
-  const kind = kinds[words[0]];
-  if (kind) {
-    return objects.find((object) => object.kind === kind && (words[0] === "A01" || words[0] === "D00" ? String(object.properties.No) === words[1] : object.name === words[1]));
+  const made = Object.entries(kKinds).find(([, kind]) => kind.opens === words[0]);
+  if (made) {
+    const [type, { byName }] = made;
+    return objects.find((object) => object.kind === type && (byName ? object.name : String(object.properties.No)) === words[1]);
   }
   return words[0] === "F00" ? objects.find((object) => object.name === words[3]) : undefined;
 }
@@ -643,7 +642,7 @@ function showTables() {
     [titles.no, (lot) => lot.properties.No, true],
     [titles.name, (lot) => lot.name],
     [titles.area, (lot) => (lot.ring ? ringArea(lot.points).toFixed(4) : word("open")), true],
-  ], objects.filter((object) => object.kind === "画地")));
+  ], objects.filter((object) => kindOf(object.kind).isLot)));
 }
 
 function stakeWords(extra) {

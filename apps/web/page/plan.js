@@ -1,14 +1,6 @@
 // The plan: objects painted on a canvas, with pan, zoom, fit, picking and measuring.
 "use strict";
 
-const kColours = {
-  平面線形: ["#c22a1e", "#ff7a6b"],
-  画地: ["#7a5c00", "#d9b64a"],
-  座標: ["#1c5fb0", "#6fb0ff"],
-  縦断成果: ["#7d3c98", "#c792e0"],
-  横断成果: ["#2c7a4b", "#6fcf97"],
-};
-const kOtherColour = ["#4a5560", "#a9b4bf"];
 const kMostDrawn = 40000; // objects in one picture
 const kMostLabels = 400;
 const kMostRound = 2000; // points; more are painted as squares
@@ -202,7 +194,7 @@ class Plan {
     for (const form of ["ring", "line", "point"]) {
       for (const group of groups.values()) {
         if (group.form === form) {
-          this.paintGroup(group, (kColours[group.kind] ?? kOtherColour)[dark]);
+          this.paintGroup(group, kindOf(group.kind).colour[dark]);
         }
       }
     }
@@ -234,7 +226,7 @@ class Plan {
     this.context.drawImage(copy, px - (was / 2) * factor, py - (high / 2) * factor, was * factor, high * factor);
   }
 
-  paintGroup({ form, kind, objects }, colour, weight = kind === "平面線形" ? 2 : 1) {
+  paintGroup({ form, kind, objects }, colour, weight = kindOf(kind).isAlignment ? 2 : 1) {
     const { context } = this;
     context.beginPath();
     for (const { points } of objects) {
@@ -302,7 +294,7 @@ class Plan {
     if (!this.names) {
       return;
     }
-    const rank = (object) => (object.kind === "平面線形" ? 0 : object.points.length > 1 ? 1 : 2);
+    const rank = (object) => (kindOf(object.kind).isAlignment ? 0 : object.points.length > 1 ? 1 : 2);
     const named = visible.length > 5000 ? visible.filter((object) => rank(object) < 2) : visible;
     const tried = 20 * kMostLabels;
     for (const object of [...named].sort((a, b) => rank(a) - rank(b)).slice(0, tried)) {

@@ -14,7 +14,7 @@ using plane::Vec;
 
 namespace {
 
-// Entries of a list count as reached within so many tolerances.
+// Entries of a list count as reached within so many tolerances: the function's own measure, no error of computing.
 constexpr double kEndReach = 6.0;
 
 // Height of the triangle a, b, p over the base a b. Heron's formula gives the same value, but takes nearly equal

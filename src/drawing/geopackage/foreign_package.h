@@ -22,7 +22,7 @@ struct ForeignPackage {
 // number comes from such a column (No, 点番号, ...), or is the feature's.
 //
 // Refuses what is in degrees or in another plane, what is in several planes, and a package without points and polygons,
-// each with a remedy. Lines, curves, and polygons with holes are left out, and told.
+// each with a remedy. Lines, curves, and polygons with holes are left out, and reported.
 Outcome readForeignPackage(const std::string& path, int zone, ForeignPackage& package);
 
 } // namespace fenmark::drawing

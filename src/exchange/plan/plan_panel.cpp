@@ -141,9 +141,9 @@ double drawLegend(const Plan& plan, std::ostream& out, double y) {
         y += 5.4;
     }
     constexpr std::size_t kMostColours = 8; // of layers, so that the legend leaves room
-    std::size_t told = 0;
+    std::size_t listed = 0;
     for (const std::size_t layer : plan.colouredLayers) {
-        if (told++ == kMostColours) {
+        if (listed++ == kMostColours) {
             break;
         }
         out << "<path class=\"l straight\" style=\"stroke:" << plan.layerColours[layer] << "\" d=\"M" << mm(x) << ' '

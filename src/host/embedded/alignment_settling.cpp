@@ -75,33 +75,33 @@ bool samePlace(const PlanPoint& a, const PlanPoint& b) {
     return a.x == b.x && a.y == b.y;
 }
 
-// The element in one of its senses behind `before`; where the element before was reported to end is `toldEnd`.
-Element relaid(const Element& told, bool other, const Tip* before, const PlanPoint& toldEnd) {
-    Element element = told;
-    const bool moved = before != nullptr && !samePlace(before->end, toldEnd);
-    const bool turns = isCurve(told) && other != told.otherSense;
+// The element in one of its senses behind `before`; where the element before was reported to end is `givenEnd`.
+Element relaid(const Element& asGiven, bool other, const Tip* before, const PlanPoint& givenEnd) {
+    Element element = asGiven;
+    const bool moved = before != nullptr && !samePlace(before->end, givenEnd);
+    const bool turns = isCurve(asGiven) && other != asGiven.otherSense;
     if (moved) {
         element.start = before->end;
     }
-    if (told.continuing && before != nullptr) {
+    if (asGiven.continuing && before != nullptr) {
         const double direction = wrapped(before->direction);
-        if (moved || turns || direction != told.direction) {
+        if (moved || turns || direction != asGiven.direction) {
             element = turns ? turnedOver(element) : element;
             element.direction = direction;
             element.end = poseOnElement(element, element.length).point;
         }
         return element;
     }
-    if (moved && told.type == ElementType::Straight) {
+    if (moved && asGiven.type == ElementType::Straight) {
         spanLine(element, before->direction);
-    } else if (moved && told.type == ElementType::Arc) {
+    } else if (moved && asGiven.type == ElementType::Arc) {
         if (!spanArc(element, before->direction)) {
-            element = told; // it stays where it reaches over its chord
+            element = asGiven; // it stays where it reaches over its chord
         }
     } else if (moved) {
         // The clothoid aims at the same end.
-        element.direction =
-            wrapped(told.direction + directionTo(element.start, told.end) - directionTo(told.start, told.end));
+        element.direction = wrapped(asGiven.direction + directionTo(element.start, asGiven.end) -
+                                    directionTo(asGiven.start, asGiven.end));
         element.end = poseOnElement(element, element.length).point;
     }
     return turns ? mirrored(element) : element;
@@ -237,17 +237,17 @@ class Settling {
 
     // Extends both ways by one element; gives the bits of where they come from.
     std::uint8_t step(Tips& tips, std::size_t i, const Costs& costs) const {
-        const Element& told = elements_[i];
-        const PlanPoint toldEnd = i > 0 ? elements_[i - 1].end : PlanPoint{};
+        const Element& asGiven = elements_[i];
+        const PlanPoint givenEnd = i > 0 ? elements_[i - 1].end : PlanPoint{};
         // Unless the elements before end in two ways, where this one lies depends on its own sense alone.
         const bool oneWay =
-            i == 0 || (!told.continuing && samePlace(tips[0].end, toldEnd) && samePlace(tips[1].end, toldEnd));
+            i == 0 || (!asGiven.continuing && samePlace(tips[0].end, givenEnd) && samePlace(tips[1].end, givenEnd));
         Tips next;
         next[0].cost = next[1].cost = kNever;
         std::uint8_t bits = 0;
         for (const bool sense : {false, true}) {
             // A straight is never against the sense, so that a change next to it is charged at the curve's own joint.
-            if (!(sense ? costs.other : costs.given) || (!isCurve(told) && sense == costs.otherIsAgainst)) {
+            if (!(sense ? costs.other : costs.given) || (!isCurve(asGiven) && sense == costs.otherIsAgainst)) {
                 continue;
             }
             std::optional<Element> laid;
@@ -257,7 +257,7 @@ class Settling {
                     continue;
                 }
                 if (!laid || !oneWay) {
-                    laid = relaid(told, sense, before, toldEnd);
+                    laid = relaid(asGiven, sense, before, givenEnd);
                 }
                 const Tip tip = extended(before, senseBefore, *laid, sense, costs);
                 if (tip.cost < next[sense ? 1 : 0].cost) {
@@ -307,10 +307,10 @@ std::vector<Element> settledElements(std::span<const Element> elements) {
     const std::vector<std::uint8_t> senses = Settling(elements).senses();
     std::vector<Element> changed;
     std::optional<Tip> before;
-    PlanPoint toldEnd;
+    PlanPoint givenEnd;
     for (std::size_t i = 0; i < elements.size(); ++i) {
         const Tip* tip = before ? &*before : nullptr;
-        const Element element = relaid(elements[i], senses[i] != 0, tip, toldEnd);
+        const Element element = relaid(elements[i], senses[i] != 0, tip, givenEnd);
         const bool same = element.otherSense == elements[i].otherSense && samePlace(element.start, elements[i].start) &&
                           element.direction == elements[i].direction;
         if (changed.empty() && !same) {
@@ -319,7 +319,7 @@ std::vector<Element> settledElements(std::span<const Element> elements) {
         if (!changed.empty() || !same) {
             changed.push_back(element);
         }
-        toldEnd = elements[i].end;
+        givenEnd = elements[i].end;
         before = tipOf(element, tip);
     }
     return changed;

@@ -36,8 +36,8 @@ class EmbeddedHost::DocumentManager : public mirdane::MdApDocManager {
     void addReactor(mirdane::MdApDocManagerReactor* reactor) override { reactors_.push_back(reactor); }
     void removeReactor(mirdane::MdApDocManagerReactor* reactor) override { std::erase(reactors_, reactor); }
     void tellDestroyed(Document& document) {
-        const std::vector<mirdane::MdApDocManagerReactor*> told = reactors_; // a reactor may take itself off the list
-        for (mirdane::MdApDocManagerReactor* reactor : told) {
+        const std::vector<mirdane::MdApDocManagerReactor*> called = reactors_; // a reactor may take itself off the list
+        for (mirdane::MdApDocManagerReactor* reactor : called) {
             reactor->documentToBeDestroyed(&document);
         }
     }

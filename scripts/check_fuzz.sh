@@ -14,13 +14,14 @@ targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
     targets=(alignment curve import options package reader rows text)
 fi
-build=${FENMARK_FUZZ_BUILD:-build/fuzz}
+# Whole paths: a target that works in a folder of its own goes there.
+build=$(realpath -m "${FENMARK_FUZZ_BUILD:-build/fuzz}")
 if [ -z "${FENMARK_FUZZ_BUILD:-}" ]; then
     cmake --preset fuzz >/dev/null
-    cmake --build build/fuzz --target "${targets[@]/#/fuzz_}"
+    cmake --build "$build" --target "${targets[@]/#/fuzz_}"
 fi
-findings=build/fuzz/findings
-corpus=${FENMARK_FUZZ_CORPUS:-$(mktemp -d)}
+findings=$PWD/build/fuzz/findings
+corpus=$(realpath -m "${FENMARK_FUZZ_CORPUS:-$(mktemp -d)}")
 [ -n "${FENMARK_FUZZ_CORPUS:-}" ] || trap 'rm -rf "$corpus"' EXIT
 mkdir -p "$findings"
 
@@ -35,11 +36,11 @@ longest_input() {
 # One target; its output is shown where it found something.
 fuzz_one() {
     local target=$1 log=$findings/$1.log
-    local seeds=fuzz/seeds/$target
-    [ -d "$seeds" ] || seeds=fuzz/seeds/import
+    local seeds=$PWD/fuzz/seeds/$target
+    [ -d "$seeds" ] || seeds=$PWD/fuzz/seeds/import
     mkdir -p "$corpus/$target"
     local dictionary=()
-    [ ! -f "fuzz/$target.dict" ] || dictionary=("-dict=fuzz/$target.dict")
+    [ ! -f "fuzz/$target.dict" ] || dictionary=("-dict=$PWD/fuzz/$target.dict")
     if "$build/fuzz/fuzz_$target" -seed=1 -max_total_time="$seconds" -max_len="$(longest_input "$target")" \
         -timeout=30 -rss_limit_mb=4096 -print_final_stats=1 -verbosity=1 "${dictionary[@]}" \
         -artifact_prefix="$findings/$target-" "$corpus/$target" "$seeds" >"$log" 2>&1; then

@@ -206,6 +206,18 @@ std::vector<Group> dxfGroups(const std::string& text) {
     return groups;
 }
 
+// A text without "\U+XXXX", which stands for a character that code page 932 does not have, in names too.
+std::string withoutCodePoints(std::string text) {
+    constexpr std::size_t kLength = 7;
+    std::size_t at = 0;
+    while ((at = text.find("\\U+", at)) != std::string::npos) {
+        require(text.find_first_not_of("0123456789ABCDEF", at + 3) >= at + kLength && at + kLength <= text.size(),
+                "DXF: four digits of a code point: " + text);
+        text.erase(at, kLength);
+    }
+    return text;
+}
+
 void judgeDxfValue(const Group& group) {
     const int code = group.code;
     const auto within = [code](int first, int last) { return code >= first && code <= last; };
@@ -269,7 +281,8 @@ void judgeDxf(const std::string& bytes, DxfVersion version) {
                     "DXF: a handle is hexadecimal");
         } else if (group.code == 2 && entity == "LAYER") {
             require(layers.insert(group.value).second, "DXF: a layer stands once: " + group.value);
-            require(!group.value.empty() && group.value.find_first_of("<>/\\\":;?*|=`") == std::string::npos,
+            const std::string name = withoutCodePoints(group.value);
+            require(!group.value.empty() && name.find_first_of("<>/\\\":;?*|=`") == std::string::npos,
                     "DXF: a layer's name: " + group.value);
         } else if (group.code == 8) {
             layersUsed.insert(group.value);

@@ -1086,6 +1086,21 @@ a drawing (.gpkg) here</source>
         <translation>文字コード: %1</translation>
     </message>
     <message>
+        <source>The file cannot be read.</source>
+        <comment>PreviewUnreadable</comment>
+        <translation>ファイルを読めません。</translation>
+    </message>
+    <message>
+        <source>The file is empty.</source>
+        <comment>PreviewEmpty</comment>
+        <translation>ファイルは空です。</translation>
+    </message>
+    <message>
+        <source>The first %1 lines hold no SIMA record (A00, D00, F00, H00, I00).</source>
+        <comment>PreviewNoRecords</comment>
+        <translation>先頭の%1行にSIMAのレコード（A00、D00、F00、H00、I00）がありません。</translation>
+    </message>
+    <message>
         <source>%1 has been imported into this drawing before, last at %2.</source>
         <comment>AgainQuestion</comment>
         <translation>%1 は、この図面に既に読み込まれています（最後は %2）。</translation>

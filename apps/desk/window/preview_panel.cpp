@@ -14,6 +14,13 @@ constexpr qsizetype kNames = 30;      // shown at most
 constexpr qsizetype kNameField = 2;   // of points and lots
 constexpr qsizetype kRouteField = 3;
 
+// Whether a record opens a part of a file, or is a point.
+bool isOfSima(const QString& record) {
+    static const QStringList kCodes{QStringLiteral("A00"), QStringLiteral("A01"), QStringLiteral("D00"),
+                                    QStringLiteral("F00"), QStringLiteral("H00"), QStringLiteral("I00")};
+    return kCodes.contains(record.section(QLatin1Char(','), 0, 0).trimmed());
+}
+
 // The name in a record; empty if it has none.
 QString nameIn(const QString& record) {
     const QStringList fields = record.split(QLatin1Char(','));
@@ -41,9 +48,12 @@ void PreviewPanel::showFile(const std::string& path, std::string_view encoding) 
         texts_(Text::PreviewReadIn).arg(QString::fromLatin1(title.data(), static_cast<qsizetype>(title.size()))),
         QString()};
     const qsizetype head = lines.size();
+    bool hasRecords = false;
     if (excerpt) {
         for (const std::string& line : excerpt->lines) {
-            const QString name = nameIn(QString::fromStdString(line));
+            const QString record = QString::fromStdString(line);
+            hasRecords = hasRecords || isOfSima(record);
+            const QString name = nameIn(record);
             if (!name.isEmpty()) {
                 lines.append(name);
             }
@@ -51,6 +61,13 @@ void PreviewPanel::showFile(const std::string& path, std::string_view encoding) 
                 break;
             }
         }
+    }
+    if (!QFileInfo(QString::fromStdString(path)).isReadable()) {
+        lines.append(texts_(Text::PreviewUnreadable));
+    } else if (QFileInfo(QString::fromStdString(path)).size() == 0) {
+        lines.append(texts_(Text::PreviewEmpty));
+    } else if (!hasRecords) {
+        lines.append(texts_(Text::PreviewNoRecords).arg(kLines));
     }
     setPlainText(lines.join(QLatin1Char('\n')));
 }

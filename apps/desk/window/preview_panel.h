@@ -16,7 +16,8 @@ class PreviewPanel : public QPlainTextEdit {
   public:
     explicit PreviewPanel(const Texts& texts, QWidget* parent = nullptr);
 
-    // The first names of points, lots and routes, read under the setting: "auto" or the name of an encoding.
+    // The first names of points, lots and routes, read under the setting: "auto" or the name of an encoding. Of a file that
+    // has none, why.
     void showFile(const std::string& path, std::string_view encoding);
 
   private:

@@ -1,6 +1,9 @@
 // Shows a log file.
 #include "ui/dialogs/log_opener.h"
 
+#include "ui/dialogs/fenmark_settings_form.h"
+
+#include <QApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QUrl>
@@ -8,7 +11,10 @@
 namespace fenmark::ui {
 
 void openWithDesktop(const QString& path) {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+    const QString whole = QFileInfo(path).absoluteFilePath();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(whole))) {
+        showPlain(QApplication::activeWindow(), QString(), QStringLiteral("ログを開けませんでした。\n%1").arg(whole));
+    }
 }
 
 } // namespace fenmark::ui

@@ -9,7 +9,8 @@ namespace fenmark::ui {
 
 using LogOpener = std::function<void(const QString& path)>;
 
-// Asks the desktop to open the file with the program that its user has chosen for texts.
+// Asks the desktop to open the file with the program that its user has chosen for texts. Where that fails, a message box
+// says so and names the file.
 void openWithDesktop(const QString& path);
 
 } // namespace fenmark::ui

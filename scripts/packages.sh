@@ -16,7 +16,7 @@ check=(clang clang-format clang-tidy libclang-rt-14-dev ccache libgtest-dev libb
 web=(emscripten chromium firefox-esr nodejs tcl apt dpkg-dev python3)
 packaging=(lintian debootstrap dpkg-dev file ccache)
 qgis=(qgis python3-qgis zip unzip)
-archive=(python3-distributed python3-psycopg2 postgresql postgresql-15-postgis-3)
+archive=(python3-distributed python3-psycopg2 postgresql postgresql-15-postgis-3 parallel gdal-bin)
 mingw=(g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix wine64 nsis locales tcl apt dpkg-dev python3 ccache)
 
 wanted=()

@@ -99,6 +99,43 @@ class Archive(unittest.TestCase):
             found[table] = sorted(self.query(database, f"SELECT path, {columns} FROM {source}"), key=repr)
         return found
 
+    @staticmethod
+    def recipe(heading):
+        """The commands that docs/archive.md shows below a heading."""
+        page = (SOURCE / "docs" / "archive.md").read_text(encoding="utf-8")
+        section = page.split(f"\n## {heading}\n")[1].split("\n## ")[0]
+        return "\n".join(line[4:] for line in section.splitlines() if line.startswith("    "))
+
+    def run_recipe(self, commands, folder):
+        server = dict(part.split("=") for part in DSN.split())
+        path = f"{pathlib.Path(FENMARK).parent}:{os.environ['PATH']}"
+        ran = subprocess.run(["bash", "-euo", "pipefail", "-c", commands], cwd=folder, capture_output=True, text=True,
+                             timeout=LONGEST, check=False,
+                             env=dict(os.environ, PATH=path, PGHOST=server["host"], PGUSER=server["user"]))
+        self.assertEqual(ran.returncode, 0, ran.stderr[-2000:])
+
+    def test_the_recipe_for_gnu_parallel(self):
+        folder = self.folder / "parallel"
+        chosen = [made for made in self.files.values() if made.status == "done" and made.points][:4]
+        for i, made in enumerate(chosen):
+            path = folder / "surveys" / str(i) / f"{i}.sim"
+            path.parent.mkdir(parents=True)
+            path.write_bytes(made.content)
+        self.make_database("archive")
+        with contextlib.closing(psycopg2.connect(DSN + " dbname=archive")) as connection:
+            connection.cursor().execute("CREATE EXTENSION postgis")
+            connection.commit()
+        self.run_recipe(self.recipe("Without a cluster: GNU parallel"), folder)
+        self.assertEqual(self.query("archive", "SELECT count(*) FROM points"), [(sum(made.points for made in chosen),)])
+
+    def test_the_recipe_for_flatgeobuf(self):
+        folder = self.folder / "flatgeobuf"
+        folder.mkdir()
+        self.run_recipe(self.recipe("One file to hand on: FlatGeobuf").replace("dbname=archive", "dbname=calm"), folder)
+        told = subprocess.run(["ogrinfo", "-so", "-al", folder / "points.fgb"], capture_output=True, text=True, check=True)
+        held = self.query("calm", "SELECT count(*) FROM points WHERE ST_XMax(geom) < 1e9")[0][0]
+        self.assertEqual(re.search(r"Feature Count: (\d+)", told.stdout)[1], str(held))
+
     def test_every_file_is_there_with_what_it_holds(self):
         self.assertEqual(self.first.returncode, 1, self.first.stderr[-2000:])  # some failed
         found = {row[0]: row[1:] for row in self.query("calm", "SELECT path, status, points, lots, alignments, refused"

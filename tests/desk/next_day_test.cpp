@@ -79,6 +79,8 @@ TEST_F(DeskWindow, ADrawingAndSeveralFilesThatAreDroppedComeInOneAfterAnother) {
     const QString two = folder.write(QStringLiteral("two.sim"), "A00,\r\nA01,1,p2,5,5,,\r\nA99,\r\n");
     QMimeData mime;
     mime.setUrls({QUrl::fromLocalFile(one), QUrl::fromLocalFile(drawn), QUrl::fromLocalFile(two)});
+    QDragEnterEvent enter({100, 100}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
     Answers answers;
     answers.accept().accept().accept().accept();
     QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);

@@ -86,16 +86,19 @@ std::uint64_t importWithoutSaving(const std::string& path) {
     return host.drawing().lastId();
 }
 
-constexpr const char* kInsertPoint = "INSERT INTO points VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
-constexpr const char* kInsertPolyline = "INSERT INTO polylines VALUES (?1, ?2, ?3, ?9, ?10, ?11, ?4, ?5, ?6, ?7, ?8)";
-constexpr const char* kInsertLot = "INSERT INTO lots VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7)";
+constexpr const char* kInsertPoint = "INSERT INTO points VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, NULL)";
+constexpr const char* kInsertPolyline =
+    "INSERT INTO polylines VALUES (?1, ?2, ?3, ?9, ?10, ?11, ?4, ?5, ?6, ?7, ?8, NULL)";
+constexpr const char* kInsertLot = "INSERT INTO lots VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, 1, ?8, NULL)";
 
 // The bare loop: the rows of a drawing that is in memory, by prepared inserts in one transaction, nothing else.
 std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& path) {
     std::filesystem::remove(path);
     sqlite3* database = nullptr;
+    // The message of a failure, once it has come about.
+    const auto want = [&](bool holds) { demand(holds, holds ? "" : sqlite3_errmsg(database)); };
     const auto execute = [&](const char* text) {
-        demand(sqlite3_exec(database, text, nullptr, nullptr, nullptr) == SQLITE_OK, sqlite3_errmsg(database));
+        want(sqlite3_exec(database, text, nullptr, nullptr, nullptr) == SQLITE_OK);
     };
     demand(sqlite3_open(path.c_str(), &database) == SQLITE_OK, path);
     execute(drawing::sql::kPrepareNewFile);
@@ -103,7 +106,7 @@ std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& pat
     execute(drawing::sql::kSchema);
     const auto prepare = [&](const char* text) {
         sqlite3_stmt* statement = nullptr;
-        demand(sqlite3_prepare_v2(database, text, -1, &statement, nullptr) == SQLITE_OK, sqlite3_errmsg(database));
+        want(sqlite3_prepare_v2(database, text, -1, &statement, nullptr) == SQLITE_OK);
         return statement;
     };
     sqlite3_stmt* point = prepare(kInsertPoint);
@@ -126,7 +129,7 @@ std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& pat
         text(statement, first + 1, entity.row->name);
         text(statement, first + 2, entity.row->type);
         text(statement, first + 3, entity.row->fileName);
-        demand(sqlite3_step(statement) == SQLITE_DONE, sqlite3_errmsg(database));
+        want(sqlite3_step(statement) == SQLITE_DONE);
         sqlite3_reset(statement);
         ++rows;
     };
@@ -141,6 +144,7 @@ std::uint64_t insertRows(const drawing::Drawing& drawing, const std::string& pat
         sqlite3_bind_int(polyline, 11, 1);
         insert(polyline, entity, blobs.line(entity.vertices, entity.closed), 4, 5);
         if (entity.closed) {
+            sqlite3_bind_double(lot, 8, entity.vertices.front().x); // as many bytes as its area
             insert(lot, entity, blobs.polygon(entity.vertices), 0, 4);
         }
     }

@@ -46,8 +46,8 @@ if(FENMARK_COVERAGE)
 endif()
 
 # fenmark_common_headers(TARGET <header>...) or (TARGET REUSE_FROM OTHER): compiles headers once that most C++ files of a
-# target parse. Only where tests are built: a build for others compiles each file by itself, and so finds an include that
-# is missing.
+# target parse. Only where tests are built: `./check --tidy` reads each file by itself, and so finds an include that is
+# missing.
 set(FENMARK_QT_HEADERS <QApplication> <QComboBox> <QDialog> <QFileDialog> <QLabel> <QLineEdit> <QListWidget> <QMainWindow>
     <QMenu> <QMessageBox> <QPainter> <QPlainTextEdit> <QPushButton> <QScrollBar> <QTableWidget> <QTimer> <QTreeWidget>
     <QVBoxLayout> <algorithm> <functional> <memory> <optional> <string> <vector>)
@@ -64,8 +64,8 @@ function(fenmark_common_headers target)
   target_compile_options(${target} PRIVATE "$<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>") # for the compiler cache
 endfunction()
 
-# Several files of a target are compiled as one where CMAKE_UNITY_BUILD is set (the presets of the check and
-# of the demo), in less than half of the processor time. These cannot be: another file of the target has their names too.
+# Several files of a target are compiled as one where CMAKE_UNITY_BUILD is set (every preset but those for daily work), in
+# less than half of the processor time. These cannot be: another file of the target has their names too.
 function(fenmark_compiled_alone)
   set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()

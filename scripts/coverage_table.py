@@ -42,7 +42,7 @@ def folder_of(path):
 
 
 def main():
-    build = pathlib.Path(sys.argv[1])
+    build = pathlib.Path(sys.argv[1]).resolve()  # gcov runs in a folder of its own
     lines = collections.Counter()  # (file, line) -> times
     branches = collections.Counter()  # (file, line, place) -> times
     with concurrent.futures.ThreadPoolExecutor(2) as pool:

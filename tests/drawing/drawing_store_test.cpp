@@ -578,5 +578,53 @@ TEST_F(DrawingStoreTest, AKillWhileADrawingIsMadeLeavesNoneOrAllOfIt) {
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
 }
 
+// Page 2 holds reference systems, which no reading of a drawing needs.
+TEST_F(DrawingStoreTest, ADamagedPageThatReadingGoesRoundIsNotWrittenOver) {
+    Drawing drawing;
+    addSmallImport(drawing, 1);
+    ASSERT_TRUE(DrawingStore().save(path_, drawing));
+    std::string bytes = contents(path_);
+    const std::size_t pageSize = static_cast<unsigned char>(bytes[16]) * 256U + static_cast<unsigned char>(bytes[17]);
+    bytes.replace(pageSize, 5, ".00,a");
+    write(path_, bytes);
+    Drawing read;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, read));
+    addSmallImport(read, 2);
+    const Outcome saved = store.save(path_, read);
+    EXPECT_EQ(saved.failure, Failure::Damaged);
+    EXPECT_NE(saved.message.find("is damaged (Page 2"), std::string::npos) << saved.message;
+    EXPECT_EQ(contents(path_), bytes);
+    EXPECT_TRUE(store.hasChanges(read));
+    EXPECT_TRUE(store.save(folder_.at("new.gpkg"), read)) << "what was read is saved elsewhere";
+}
+
+TEST_F(DrawingStoreTest, RowsAgainstARuleOfAnotherProgramAreNoDamage) {
+    Drawing drawing;
+    addSmallImport(drawing, 1);
+    ASSERT_TRUE(DrawingStore().save(path_, drawing));
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path_.c_str(), &database), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(database,
+                           "CREATE TABLE visits (tree INTEGER CHECK (tree > 1));"
+                           "PRAGMA ignore_check_constraints = ON; INSERT INTO visits VALUES (0);"
+                           "PRAGMA ignore_check_constraints = OFF;",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK)
+        << sqlite3_errmsg(database);
+    sqlite3_stmt* check = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(database, "PRAGMA quick_check", -1, &check, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_step(check), SQLITE_ROW);
+    EXPECT_STREQ(reinterpret_cast<const char*>(sqlite3_column_text(check, 0)), "CHECK constraint failed in visits");
+    sqlite3_finalize(check);
+    sqlite3_close(database);
+    Drawing read;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, read));
+    read.addPoint({1, 2, 3}, 0);
+    const Outcome saved = store.save(path_, read);
+    EXPECT_TRUE(saved) << saved.message;
+}
+
 } // namespace
 } // namespace fenmark::drawing

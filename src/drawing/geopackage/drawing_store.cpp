@@ -5,6 +5,7 @@
 #include "drawing/geopackage/drawing_writer.h"
 #include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/schema.h"
+#include "drawing/geopackage/soundness.h"
 #include "drawing/geopackage/sqlite_handles.h"
 #include "platform/files.h"
 #include "values/code_table.h"
@@ -172,6 +173,7 @@ Outcome DrawingStore::open(const std::string& path, Drawing& drawing, Load load)
         }
         path_ = path;
         begun_ = false;
+        sound_ = false;
     });
 }
 
@@ -256,6 +258,7 @@ Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const Wr
         path_ = path;
         begun_ = false;
         stamp_ = stamp;
+        sound_ = true;
         notes_.clear();
         newIdentifiers_.clear();
         savedId_ = highestId_ = drawing.lastId();
@@ -286,6 +289,9 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
                 DrawingReader::readHighestId(connection) > highestId_) {
                 throw StoreFailure{Failure::ChangedOutside, {}};
             }
+            if (!sound_) {
+                requireSoundPages(connection);
+            }
             DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write(newIdentifiers_, stamp);
             connection.execute("COMMIT");
         } catch (...) {
@@ -299,6 +305,7 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
     }
     if (result) {
         stamp_ = stamp;
+        sound_ = true;
         newIdentifiers_.clear();
         savedId_ = highestId_ = drawing.lastId();
         DrawingWriter::markSaved(drawing);

@@ -35,7 +35,8 @@ class DrawingStore {
     // importing again. Fails at once where no file could be made.
     Outcome openOrBegin(const std::string& path, Drawing& drawing, Load load = Load::Everything);
     // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened,
-    // begun or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there.
+    // begun or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there. The first
+    // save to a file that was opened looks at every page of it, and fails with Damaged rather than write over a bad one.
     Outcome save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
 
     // Writes the whole drawing to a file that is none of the store's: the drawing counts as saved no more than before.
@@ -54,6 +55,7 @@ class DrawingStore {
 
     std::string path_;
     bool begun_ = false; // nothing was at the path when it was looked up
+    bool sound_ = false; // the pages of the file were looked at, or written, by this store
     std::vector<StoreNote> notes_;
     std::vector<NewIdentifier> newIdentifiers_; // to be written by the next save
     std::string stamp_;                         // of the file's last save

@@ -218,7 +218,10 @@ bool Connection::hasMoved() const {
 
 void Connection::fail(int code) const {
     sqlite3* handle = handle_.get();
-    const char* text = handle == nullptr ? sqlite3_errstr(code) : sqlite3_errmsg(handle);
+    // A check of the pages goes on behind a page that it could not read.
+    const bool isLast =
+        handle != nullptr && sqlite3_errcode(handle) != SQLITE_OK && sqlite3_errcode(handle) != SQLITE_ROW;
+    const char* text = isLast ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     if (std::string_view(text).starts_with("not authorized")) {
         throw StoreFailure{Failure::Reshaped, text}; // something in the file would have to be run
     }

@@ -5,6 +5,7 @@
 // colour: on light and dark paper. opens, ends: the records of a SIMA file that an object is made of. byName: whether
 // the object is found in the file by its name; otherwise by its number.
 const kKinds = {
+  __proto__: null, // a drawing may hold any text as a type, "constructor" too
   平面線形: { colour: ["#c22a1e", "#ff7a6b"], isAlignment: true },
   画地: { colour: ["#7a5c00", "#d9b64a"], opens: "D00", ends: "D99", isLot: true },
   座標: { colour: ["#1c5fb0", "#6fb0ff"], opens: "A01" },

@@ -398,6 +398,7 @@ try {
     await second.evaluate("new Promise((r) => setTimeout(r, 200))");
     assert.ok((await second.$eval("#object", (element) => element.textContent)).includes(hostile));
     assert.equal(await second.evaluate("typeof hacked"), "undefined");
+    assert.ok(await second.evaluate("['constructor', '__proto__', ''].every((type) => kindOf(type) === kOtherKind)"));
     assert.equal(await second.$$eval("img, b, i", (elements) => elements.length), 0);
   });
   await check("nothing was asked for beside the page itself, and no script failed", () => {

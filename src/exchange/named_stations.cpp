@@ -2,6 +2,7 @@
 #include "exchange/named_stations.h"
 
 #include "exchange/station_text.h"
+#include "sima/text/utf8.h"
 
 #include <array>
 #include <cmath>
@@ -21,18 +22,12 @@ constexpr std::array<double, 5> kPitches{kStakePitch, 100.0, 50.0, 25.0, 10.0}; 
 
 // Full-width letters, digits and signs as their plain ones: files write both.
 std::string plainWidth(std::string_view name) {
+    constexpr char32_t kFirst = 0xFF01; // of "!"; the others follow in the order of ASCII
+    constexpr char32_t kLast = 0xFF5E;
     std::string plain;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        // U+FF01 to U+FF5E are EF BC 81 to EF BC BF and EF BD 80 to EF BD 9E.
-        if (i + 2 < name.size() && name[i] == '\xEF' && (name[i + 1] == '\xBC' || name[i + 1] == '\xBD')) {
-            const int low = static_cast<unsigned char>(name[i + 2]) - 0x80 + (name[i + 1] == '\xBD' ? 0x40 : 0);
-            if (low >= 1 && low <= 0x5E) {
-                plain += static_cast<char>(low + 0x20);
-                i += 2;
-                continue;
-            }
-        }
-        plain += name[i];
+    while (!name.empty()) {
+        const char32_t c = sima::takeCharacter(name);
+        sima::appendUtf8(plain, c >= kFirst && c <= kLast ? c - kFirst + U'!' : c);
     }
     return plain;
 }

@@ -243,5 +243,15 @@ TEST_F(QueryLine, CsvTellsWhatItLeavesOut) {
     EXPECT_EQ(fenmark(quiet).err, "");
 }
 
+TEST_F(QueryLine, StationTakesTheNamesOfStakesThatThePlanShows) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    EXPECT_EQ(fenmark({"station", drawing, "CL", "No.3+2.5"}).out, "62.5 0\n");
+    EXPECT_EQ(fenmark({"station", drawing, "CL", "0k062.5"}).out, "62.5 0\n");
+    const Ran ran = fenmark({"station", drawing, "CL", "0+62.5"});
+    EXPECT_EQ(ran.code, kWrongUsage);
+    EXPECT_NE(ran.err.find("No.6+0.5 or 1k234.5"), std::string::npos) << ran.err;
+}
+
 } // namespace
 } // namespace fenmark::cli

@@ -1,10 +1,11 @@
 // A log that the desktop cannot open.
-#include "dialog_test_support.h"
 #include "ui/dialogs/log_opener.h"
 
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 namespace fenmark::ui {
 namespace {

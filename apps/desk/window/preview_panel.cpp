@@ -2,6 +2,7 @@
 #include "desk/window/preview_panel.h"
 
 #include "desk/session/source_record.h"
+#include "sima/records/sections.h"
 
 #include <QFileInfo>
 
@@ -14,11 +15,10 @@ constexpr qsizetype kNames = 30;      // shown at most
 constexpr qsizetype kNameField = 2;   // of points and lots
 constexpr qsizetype kRouteField = 3;
 
-// Whether a record opens a part of a file, or is a point.
+// Whether a record opens a section of a file, or is a point.
 bool isOfSima(const QString& record) {
-    static const QStringList kCodes{QStringLiteral("A00"), QStringLiteral("A01"), QStringLiteral("D00"),
-                                    QStringLiteral("F00"), QStringLiteral("H00"), QStringLiteral("I00")};
-    return kCodes.contains(record.section(QLatin1Char(','), 0, 0).trimmed());
+    const sima::RecordCode code = sima::recordCode(record.section(QLatin1Char(','), 0, 0).trimmed().toStdString());
+    return code == sima::recordCode("A01") || sima::sectionOpenedBy(code) != nullptr;
 }
 
 // The name in a record; empty if it has none.
@@ -41,10 +41,11 @@ PreviewPanel::PreviewPanel(const Texts& texts, QWidget* parent) : QPlainTextEdit
 }
 
 void PreviewPanel::showFile(const std::string& path, std::string_view encoding) {
+    const QFileInfo file(QString::fromStdString(path));
     const auto excerpt = readSource(path, 1, kLines, encoding);
     const std::string_view title = sima::encodingTitle(encodingOfFile(path, encoding));
     QStringList lines{
-        QFileInfo(QString::fromStdString(path)).fileName(),
+        file.fileName(),
         texts_(Text::PreviewReadIn).arg(QString::fromLatin1(title.data(), static_cast<qsizetype>(title.size()))),
         QString()};
     const qsizetype head = lines.size();
@@ -62,9 +63,9 @@ void PreviewPanel::showFile(const std::string& path, std::string_view encoding) 
             }
         }
     }
-    if (!QFileInfo(QString::fromStdString(path)).isReadable()) {
+    if (!file.isReadable()) {
         lines.append(texts_(Text::PreviewUnreadable));
-    } else if (QFileInfo(QString::fromStdString(path)).size() == 0) {
+    } else if (file.size() == 0) {
         lines.append(texts_(Text::PreviewEmpty));
     } else if (!hasRecords) {
         lines.append(texts_(Text::PreviewNoRecords).arg(kLines));

@@ -47,7 +47,8 @@ void requireSoundPages(Connection& connection) {
         if (const int code = failureIn(finding); (code & 0xFF) == SQLITE_IOERR || (code & 0xFF) == SQLITE_NOMEM) {
             connection.fail(code);
         }
-        const std::string first(withoutTitle(finding).substr(0, withoutTitle(finding).find('\n')));
+        const std::string_view findings = withoutTitle(finding);
+        const std::string first(findings.substr(0, findings.find('\n')));
         throw StoreFailure{Failure::Damaged,
                            {first + "; what can be read can be exported, or saved under another name",
                             first + "。読める内容は、書き出すか別の名前で保存できます"}};

@@ -218,10 +218,9 @@ bool Connection::hasMoved() const {
 
 void Connection::fail(int code) const {
     sqlite3* handle = handle_.get();
-    // A check of the pages goes on behind a page that it could not read.
-    const bool isLast =
-        handle != nullptr && sqlite3_errcode(handle) != SQLITE_OK && sqlite3_errcode(handle) != SQLITE_ROW;
-    const char* text = isLast ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
+    // A check of the pages goes on behind one that it could not read: then the last call did not fail.
+    const bool lastFailed = handle != nullptr && (sqlite3_errcode(handle) & 0xFF) == (code & 0xFF);
+    const char* text = lastFailed ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     if (std::string_view(text).starts_with("not authorized")) {
         throw StoreFailure{Failure::Reshaped, text}; // something in the file would have to be run
     }

@@ -4,23 +4,13 @@
 #include "command/dialog_rules.h"
 #include "sima/text/number.h"
 
-#include <QCoreApplication>
 #include <QGroupBox>
-#include <QMessageBox>
 
 #include <utility>
 
 namespace fenmark::ui {
 
 namespace {
-
-// What the host's own boxes are called: a property of its window.
-QString captionOfHost(const QWidget* widget) {
-    while (widget != nullptr && !widget->property("messageCaption").isValid()) {
-        widget = widget->parentWidget();
-    }
-    return widget != nullptr ? widget->property("messageCaption").toString() : QCoreApplication::applicationName();
-}
 
 struct Row {
     int id;
@@ -45,18 +35,6 @@ std::string formatShiftDistance(double metres) {
         text.pop_back();
     }
     return text;
-}
-
-void showWarning(QWidget* parent, const QString& caption, const QString& text) {
-    QMessageBox::warning(parent, caption, text);
-}
-
-void showPlain(QWidget* parent, const QString& caption, const QString& text) {
-    QMessageBox box(parent);
-    box.setWindowTitle(caption.isEmpty() ? captionOfHost(parent) : caption);
-    box.setText(text);
-    box.setStandardButtons(QMessageBox::Ok);
-    box.exec();
 }
 
 FenmarkSettingsForm::FenmarkSettingsForm(QWidget* parent, const std::vector<std::string>& layerNames,

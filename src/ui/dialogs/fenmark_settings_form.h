@@ -2,11 +2,11 @@
 #pragma once
 
 #include "ui/dialogs/form.h"
+#include "ui/dialogs/message_boxes.h"
 
 #include <QLineEdit>
 
 #include <array>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,11 +20,6 @@ struct ImportSettings {
     std::string continuousLayer = {};
     double shiftDistance = 0.0001; // metres
 };
-
-// Shows a message and waits for its acknowledgement: caption, text. An empty caption is the program's own.
-using MessageBox = std::function<void(QWidget* parent, const QString& caption, const QString& text)>;
-void showWarning(QWidget* parent, const QString& caption, const QString& text);
-void showPlain(QWidget* parent, const QString& caption, const QString& text);
 
 class FenmarkSettingsForm : public Form {
     Q_OBJECT

@@ -1,7 +1,7 @@
 // Shows a log file.
 #include "ui/dialogs/log_opener.h"
 
-#include "ui/dialogs/fenmark_settings_form.h"
+#include "ui/dialogs/message_boxes.h"
 
 #include <QApplication>
 #include <QDesktopServices>

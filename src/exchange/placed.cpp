@@ -18,6 +18,15 @@ bool isNear(double value) {
     return std::abs(value) <= kFarthest; // false for what is no number
 }
 
+// Radians. An arc between two points of a survey turns less than once; one that turns more often than this has no end
+// that its length could tell, and files would hold a vertex for each half turn.
+constexpr double kMostTurn = 1e4;
+
+bool windsOnAndOn(const Element& element) {
+    return element.type != drawing::ElementType::Straight && element.startRadius == element.endRadius &&
+           !(std::abs(element.turn()) <= kMostTurn);
+}
+
 } // namespace
 
 bool hasPlace(const EntityView& entity) {
@@ -29,7 +38,7 @@ bool hasPlace(const Alignment& alignment) {
     return isNear(alignment.startStation) &&
            std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const Element& element) {
                return isNear(element.start.x) && isNear(element.start.y) && isNear(element.end.x) &&
-                      isNear(element.end.y) && isNear(element.length);
+                      isNear(element.end.y) && isNear(element.length) && !windsOnAndOn(element);
            });
 }
 

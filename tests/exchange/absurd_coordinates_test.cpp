@@ -150,6 +150,27 @@ TEST_F(AbsurdCoordinates, DoNotWidenTheExtent) {
     EXPECT_EQ(writePlanSvg(drawing, plan).size(), 1U) << "and are told all the same";
 }
 
+// Only an edited drawing has it: a radius of a picometre gave an arc as many vertices as it has half turns.
+TEST(Placed, AnArcThatWindsOnAndOnIsLeftOut) {
+    Drawing drawing;
+    fillSample(drawing);
+    drawing.setZone(9);
+    const std::size_t coil = addRoad(drawing, {12000.0, -36500.0}, true, "COIL");
+    Element arc = drawing.alignment(coil).elements.back();
+    arc.type = drawing::ElementType::Arc;
+    arc.startRadius = arc.endRadius = 1e-12;
+    drawing.relayLastElements(coil, {&arc, 1});
+    for (const char* name : {"a.dxf", "a.xml", "a.kml", "a.sim"}) {
+        std::ostringstream out;
+        const Notes notes = formatOf(name)->write(drawing, {}, out);
+        ASSERT_FALSE(notes.empty()) << name;
+        EXPECT_EQ(english(notes[0]), "coordinates beyond all bounds; left out: 0 points, 0 polylines, 1 alignments")
+            << name;
+        EXPECT_EQ(out.str().find("COIL"), std::string::npos) << name;
+        EXPECT_LT(out.str().size(), 100'000U) << name;
+    }
+}
+
 TEST(Placed, OrdinaryDrawingsGiveNoNote) {
     Drawing drawing;
     fillSample(drawing);

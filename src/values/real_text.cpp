@@ -1,18 +1,75 @@
-// Reals to text and back over double-conversion, for builds whose standard library does not convert them.
+// Reals to text and back: fixed decimals by whole numbers where that is exact, and everything over double-conversion in
+// builds whose standard library does not convert reals.
 #include "values/real_text.h"
 
-#if defined(FENMARK_DOUBLE_CONVERSION)
-
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
+
+#if defined(FENMARK_DOUBLE_CONVERSION)
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
 
 #include <double-conversion/double-conversion.h>
+#endif
 
 namespace fenmark {
+
+namespace {
+
+constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+constexpr int kFewDecimals = 9;
+constexpr int kFewCharacters = 16; // of a whole number below kModerate, the zeros before it, a point and a sign
+constexpr double kModerate = 1e12; // products up to here are off by 6.1e-5 at most
+constexpr double kClear = 1e-3;    // of the middle between two whole numbers
+
+// Coordinates, distances and degrees: scaled to a whole number. The product is rounded, so a value that may lie in the
+// middle between two texts is left to the library; so is one that is too large. Returns null for both.
+char* writeFewDecimals(char* first, const char* last, double value, int decimals) {
+    if (decimals < 0 || decimals > kFewDecimals || last - first < kFewCharacters) {
+        return nullptr;
+    }
+    const double scaled = std::abs(value) * kPowersOfTen[decimals];
+    if (!(scaled < kModerate)) {
+        return nullptr;
+    }
+    auto whole = static_cast<std::int64_t>(scaled);
+    const double rest = scaled - static_cast<double>(whole);
+    if (std::abs(rest - 0.5) < kClear) {
+        return nullptr;
+    }
+    whole += rest > 0.5 ? 1 : 0;
+    if (std::signbit(value)) {
+        *first++ = '-';
+    }
+    char digits[kFewCharacters];
+    int count = 0;
+    while (whole > 0 || count <= decimals) {
+        digits[count++] = static_cast<char>('0' + whole % 10);
+        whole /= 10;
+    }
+    while (count > 0) {
+        if (count == decimals) {
+            *first++ = '.';
+        }
+        *first++ = digits[--count];
+    }
+    return first;
+}
+
+} // namespace
+
+#if !defined(FENMARK_DOUBLE_CONVERSION)
+
+std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals) {
+    if (char* const end = writeFewDecimals(first, last, value, decimals)) {
+        return {end, std::errc{}};
+    }
+    return std::to_chars(first, last, value, std::chars_format::fixed, decimals);
+}
+
+#else
 
 namespace {
 
@@ -156,6 +213,9 @@ std::to_chars_result writePlainReal(char* first, char* last, double value) {
 }
 
 std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals) {
+    if (char* const end = writeFewDecimals(first, last, value, decimals)) {
+        return {end, std::errc{}};
+    }
     if (!std::isfinite(value)) {
         return notFinite(first, last, value);
     }
@@ -216,6 +276,6 @@ std::from_chars_result readReal(const char* first, const char* last, double& val
     return {p, std::errc{}};
 }
 
-} // namespace fenmark
-
 #endif
+
+} // namespace fenmark

@@ -6,14 +6,15 @@
 
 namespace fenmark {
 
+// With that many decimals, rounded half to even of the exact value.
+std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals);
+
 #if defined(FENMARK_DOUBLE_CONVERSION)
 
 // The shortest text that reads back to the same value, plain or with an exponent, whichever is shorter.
 std::to_chars_result writeReal(char* first, char* last, double value);
 // The shortest text in the plain form.
 std::to_chars_result writePlainReal(char* first, char* last, double value);
-// With that many decimals, rounded half to even of the exact value.
-std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals);
 // One digit, that many decimals, and the power of ten.
 std::to_chars_result writeScientificReal(char* first, char* last, double value, int decimals);
 // As std::from_chars: no blanks, no plus sign; the value stays where the text is none or out of range.
@@ -29,11 +30,6 @@ inline std::to_chars_result writeReal(char* first, char* last, double value) {
 // The shortest text in the plain form.
 inline std::to_chars_result writePlainReal(char* first, char* last, double value) {
     return std::to_chars(first, last, value, std::chars_format::fixed);
-}
-
-// With that many decimals, rounded half to even of the exact value.
-inline std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals) {
-    return std::to_chars(first, last, value, std::chars_format::fixed, decimals);
 }
 
 // One digit, that many decimals, and the power of ten.

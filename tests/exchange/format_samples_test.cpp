@@ -1,16 +1,13 @@
 // Every format writes a small drawing to the byte as the files beside this test have it: what a format's own reader, or
 // a rule of another test, does not look at, a slip of one group, bracket or place, is seen here.
 //
-// Where a format changes on purpose, FENMARK_RENEW_SAMPLES=1 writes the files anew. All numbers of the drawing are
-// plain, so that the files do not hang on the last digit of a computed curve.
+// All numbers of the drawing are plain, so that the files do not hang on the last digit of a computed curve.
 #include "exchange/formats.h"
 #include "sample_drawing.h"
-#include "support/temporary_folder.h"
+#include "sample_file.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <regex>
 #include <sstream>
 
@@ -124,21 +121,7 @@ TEST_P(FormatSamples, AreWrittenToTheByte) {
     std::ostringstream out;
     formatOf(file)->write(drawing, options, out);
     const std::string written = formatOf(file)->extension == ".xml" ? withoutTime(out.str()) : out.str();
-    const std::string path = std::string(FENMARK_SOURCE_DIR) + "/tests/exchange/samples/" + file;
-    if (std::getenv("FENMARK_RENEW_SAMPLES") != nullptr) {
-        std::ofstream(path, std::ios::binary) << written;
-    }
-    const std::string wanted = test::readFile(path);
-    ASSERT_FALSE(wanted.empty());
-    std::istringstream wantedLines(wanted);
-    std::istringstream lines(written);
-    std::string wantedLine;
-    std::string line;
-    for (int number = 1; std::getline(wantedLines, wantedLine); ++number) {
-        ASSERT_TRUE(std::getline(lines, line)) << file << " ends before line " << number;
-        ASSERT_EQ(line, wantedLine) << file << ":" << number;
-    }
-    EXPECT_EQ(written, wanted);
+    expectSample(file, written);
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, FormatSamples,

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <set>
 #include <sstream>
 
 namespace fenmark::exchange {
@@ -47,6 +48,30 @@ TEST(ReportOfLots, IsTheAreaTableFromCoordinates) {
               "K3,2008.000,1012.500,12.500,25100.000000,8.000\r\n"
               "4,2000.000,1012.500,-12.500,-25000.000000,12.500\r\n"
               "倍面積,200.000000,m²\r\n面積,100.000000,m²\r\n地積,100（宅地・鉱泉地 100.00）,m²\r\n");
+}
+
+// Scales of maps: two digits that are round, then zeros.
+TEST(ReportOfLots, FiguresTakeTheSmallestRoundScaleThatFits) {
+    const std::set<std::string> leading = {"10", "12", "15", "20", "25", "30", "40", "50", "60", "80"};
+    int before = 0;
+    std::set<int> scales;
+    for (double side = 0.1; side < 4.7e6; side *= 1.07) {
+        Drawing drawing;
+        addPolyline(drawing, {{0, 0, 0}, {0, side, 0}, {side, side, 0}, {side, 0, 0}}, true, "1");
+        const std::string html = htmlOf(drawing);
+        const std::size_t at = html.find(">1:");
+        ASSERT_NE(at, std::string::npos);
+        const std::string text = html.substr(at + 3, html.find('<', at) - at - 3);
+        EXPECT_TRUE(leading.contains(text.substr(0, 2))) << text;
+        EXPECT_EQ(text.find_first_not_of('0', 2), std::string::npos) << text;
+        const int scale = std::stoi(text);
+        EXPECT_GE(scale, before);
+        before = scale;
+        scales.insert(scale);
+        constexpr double kRoom = 48.0; // millimetres that the names of the points leave
+        EXPECT_LE(side * 1000.0 / scale, kRoom) << text;
+    }
+    EXPECT_EQ(scales.size(), 29U) << "each of the round scales, down to 1:100,000,000";
 }
 
 TEST(ReportOfLots, CategoryOfTheLandDecidesTheRegisteredArea) {

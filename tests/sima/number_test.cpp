@@ -1,6 +1,7 @@
 // Text to numbers and back.
 #include "sima/text/number.h"
 #include "sima/validators/field_tests.h"
+#include "values/real_text.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,8 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace fenmark::sima {
 
@@ -189,6 +192,39 @@ TEST(Trim, TakesTheAsciiBlanksOnly) {
     EXPECT_EQ(trim("   "), "");
     EXPECT_EQ(trim("　a　"), "　a　");
     EXPECT_EQ(trim(std::string_view("\0a\0", 3)), std::string_view("\0a\0", 3));
+}
+
+// Whole numbers stand in for the library's conversion where their product is clear of the middle between two texts.
+TEST(FixedReal, IsTheExactValueRoundedToEven) {
+    std::mt19937_64 random(20261122);
+    std::vector<double> values = {0.0,    -0.0,   0.5,    1.5,  2.5,   0.125,  -0.0004, -0.0005, 0.9999996,
+                                  999.95, 1e11,   1e12,   1e15, 1e300, 5e-324, 0.1,     -1e-9,   99999999.9995,
+                                  1e9,    1.0005, 1.0015, 2e-3, 4e-10, 123e18, -0.05};
+    for (int i = 0; i < 100'000; ++i) {
+        const double spread = static_cast<double>(random() >> 11) * 0x1p-53 - 0.5;
+        values.push_back(spread * 2e5);                      // coordinates
+        values.push_back(std::round(spread * 4e8) / 2000.0); // millimetres and halves of them
+        values.push_back(std::round(spread * 1e6) / 1024.0); // exactly between two texts, often
+        values.push_back(std::ldexp(spread, i % 100 - 50));  // large and small
+    }
+    for (const double value : values) {
+        for (const int decimals : {0, 1, 2, 3, 4, 6, 9, 12}) {
+            char expected[400];
+            char buffer[400];
+            const int size = std::snprintf(expected, sizeof expected, "%.*f", decimals, value);
+            const auto [end, error] = writeFixedReal(buffer, buffer + sizeof buffer, value, decimals);
+            ASSERT_EQ(std::string_view(buffer, static_cast<std::size_t>(end - buffer)),
+                      std::string_view(expected, static_cast<std::size_t>(size)));
+        }
+    }
+}
+
+TEST(FixedReal, NeedsNoMoreRoomThanItsCharacters) {
+    char room[6];
+    for (const double value : {12.345, 1e5, -1.0}) {
+        const auto [end, error] = writeFixedReal(room, room + sizeof room, value, 3);
+        EXPECT_EQ(error == std::errc{}, value != 1e5) << value;
+    }
 }
 
 } // namespace fenmark::sima

@@ -221,8 +221,7 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
     return drawing_.layers_.size() - 1;
 }
 
-void DrawingReader::addEntity(Statement& row, bool isPolyline, std::uint64_t id) {
-    const std::int64_t fid = row.integer(0);
+void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid, std::uint64_t id) {
     const char* const table = isPolyline ? "polylines" : "points";
     if (fid <= 0) {
         damaged(isPolyline ? Worded("polyline", "線") : Worded("point", "点"), fid);
@@ -306,31 +305,31 @@ void DrawingReader::readEntities() {
     constexpr int kPolylineImport = 11;
     Statement points(connection_, entityQuery(false, false).c_str());
     Statement polylines(connection_, entityQuery(true, false).c_str());
-    bool morePoints = points.step();
-    bool morePolylines = polylines.step();
-    const auto take = [&](Statement& rows, bool isPolyline) {
-        const std::int64_t fid = rows.integer(0);
+    const auto next = [](Statement& rows) { return rows.step() ? std::optional(rows.integer(0)) : std::nullopt; };
+    std::optional<std::int64_t> point = next(points);
+    std::optional<std::int64_t> polyline = next(polylines);
+    const auto take = [&](Statement& rows, bool isPolyline, std::int64_t fid) {
         if (isTaken(static_cast<std::uint64_t>(fid))) {
             deferEntity(isPolyline, fid);
         } else {
-            addEntity(rows, isPolyline, static_cast<std::uint64_t>(fid));
+            addEntity(rows, isPolyline, fid, static_cast<std::uint64_t>(fid));
         }
-        return rows.step();
+        return next(rows);
     };
-    while (morePoints || morePolylines) {
-        if (morePoints && morePolylines && points.integer(0) == polylines.integer(0)) {
+    while (point || polyline) {
+        if (point && polyline && *point == *polyline) {
             // Ours is the one that an import made.
             if (points.isNull(kPointImport) && !polylines.isNull(kPolylineImport)) {
-                deferEntity(false, points.integer(0));
-                morePoints = points.step();
+                deferEntity(false, *point);
+                point = next(points);
             } else {
-                deferEntity(true, polylines.integer(0));
-                morePolylines = polylines.step();
+                deferEntity(true, *polyline);
+                polyline = next(polylines);
             }
-        } else if (morePoints && (!morePolylines || points.integer(0) < polylines.integer(0))) {
-            morePoints = take(points, false);
+        } else if (point && (!polyline || *point < *polyline)) {
+            point = take(points, false, *point);
         } else {
-            morePolylines = take(polylines, true);
+            polyline = take(polylines, true, *polyline);
         }
     }
 }
@@ -361,7 +360,7 @@ void DrawingReader::addDeferred() {
             const bool isPolyline = item.table == "polylines";
             Statement row(connection_, entityQuery(isPolyline, true).c_str());
             if (row.bind(1, item.from).step()) {
-                addEntity(row, isPolyline, id);
+                addEntity(row, isPolyline, item.from, id);
             }
         }
         drawing_.lastId_ = id;

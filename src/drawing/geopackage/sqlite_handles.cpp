@@ -294,12 +294,15 @@ void Statement::run() {
     sqlite3_reset(handle_.get());
 }
 
+// Text and bytes are asked of the column's value: each call on a column looks after the connection's mutex and errors
+// once more. One thread at a time has the connection, so the value needs no protection.
 std::string_view Statement::text(int column) const {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_.get(), column));
+    sqlite3_value* const value = sqlite3_column_value(handle_.get(), column);
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
     if (text == nullptr) {
         return {};
     }
-    const std::string_view bytes(text, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column)));
+    const std::string_view bytes(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
     if (sima::isValidUtf8(bytes)) {
         return bytes;
     }
@@ -310,11 +313,12 @@ std::string_view Statement::text(int column) const {
 }
 
 std::span<const std::byte> Statement::blob(int column) const {
-    const auto* bytes = static_cast<const std::byte*>(sqlite3_column_blob(handle_.get(), column));
+    sqlite3_value* const value = sqlite3_column_value(handle_.get(), column);
+    const auto* bytes = static_cast<const std::byte*>(sqlite3_value_blob(value));
     if (bytes == nullptr) {
         return {};
     }
-    return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(handle_.get(), column))};
+    return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
 
 } // namespace fenmark::drawing

@@ -4,9 +4,10 @@
 tools/try_slips.py FOLDER [--seed 1] [--slips 4] [--writer NAME]
 
 A slip is what a tired hand makes: a number off by one (a group code, a count of decimals), a bracket or a slash that is
-missing in a text, east taken for north. The sources are copied into FOLDER, which is made, and built there; this
-checkout is not touched. What does not compile is no slip, and another one is drawn. A slip that nothing notices is
-printed as a line of difference, for a test to be written or for a person to see that it changes no file.
+missing in a text, east taken for north. The sources are copied into FOLDER and built there, which goes quicker in that
+of an earlier run; this checkout is not touched. What does not compile is no slip, and another one is drawn. A slip that
+nothing notices is printed as a line of difference, for a test to be written or for a person to see that it changes no
+file.
 """
 import argparse
 import pathlib
@@ -88,13 +89,15 @@ def main():
     parser.add_argument("--writer", choices=WRITERS, action="append", help="these alone")
     arguments = parser.parse_args()
     folder = arguments.folder.resolve()
-    folder.mkdir(parents=True)
+    folder.mkdir(parents=True, exist_ok=True)
     files = subprocess.run(["git", "ls-files", "-z"], cwd=SOURCE, capture_output=True, check=True).stdout.split(b"\0")
     for name in filter(None, files):
         path = pathlib.Path(name.decode())
         (folder / path).parent.mkdir(parents=True, exist_ok=True)
-        (folder / path).write_bytes((SOURCE / path).read_bytes())
-        (folder / path).chmod((SOURCE / path).stat().st_mode)
+        content = (SOURCE / path).read_bytes()
+        if not (folder / path).exists() or (folder / path).read_bytes() != content:
+            (folder / path).write_bytes(content)
+            (folder / path).chmod((SOURCE / path).stat().st_mode)
     build = ("cmake", "--build", "--preset", "dev", "--target", "fenmark", "test_exchange")
     test = ("ctest", "--preset", "dev", "--stop-on-failure", "-R", TESTS)
     if quiet("cmake", "--preset", "dev", "-DFENMARK_WINDOWS=OFF", cwd=folder) or quiet(*build, cwd=folder):

@@ -4,6 +4,7 @@
 
 #include <QDialogButtonBox>
 #include <QDropEvent>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTextBlock>
@@ -35,6 +36,18 @@ TEST_F(DeskWindow, AllPanelsLieWithinAScreenOf1024By768) {
         const QRect place(panel->mapTo(window.get(), QPoint(0, 0)), panel->size());
         EXPECT_TRUE(inside.contains(place)) << panel->objectName().toStdString();
     }
+}
+
+TEST_F(DeskWindow, RadiiAndStationsOfElementsAreSeenWholeOnASmallScreen) {
+    window->resize(firstWindowSize(QSize(1024, 768)));
+    import(folder.example(QStringLiteral("road.sim")));
+    QApplication::processEvents();
+    const SitesPanel& sites = window->sites();
+    EXPECT_LE(sites.header()->length(), sites.viewport()->width());
+    for (int column = 0; column < sites.columnCount(); ++column) {
+        EXPECT_GE(sites.columnWidth(column), sites.header()->sectionSizeHint(column)) << column;
+    }
+    EXPECT_GT(window->plan().width(), 480) << "room is left for the plan";
 }
 
 TEST_F(DeskWindow, TheToolkitSpeaksTheLanguageOfTheWindow) {

@@ -31,7 +31,6 @@ using host::embedded::PositiveRadius;
 namespace {
 
 constexpr int kZones = 19;
-constexpr int kLeastSideWidth = 200; // of the panels beside the plan: names and values can be read
 
 FileQuestions realQuestions() {
     return {[](QWidget* parent, const QString& title, const QString& folder, const QString& filter) {

@@ -96,8 +96,9 @@ SitesPanel::SitesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent
     setColumnCount(4);
     setUniformRowHeights(true);
     setAlternatingRowColors(true);
-    setIndentation(14);
+    setIndentation(10);
     header()->setStretchLastSection(true);
+    header()->setMinimumSectionSize(10);
     connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (marking_) {
             return;
@@ -152,9 +153,13 @@ void SitesPanel::fill(const Drawing& drawing) {
             item->setExpanded(true);
         }
     }
+    int width = 2 * frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
     for (int column = 0; column < columnCount(); ++column) {
         resizeColumnToContents(column);
+        width += columnWidth(column);
     }
+    // Lengths, radii and stations are seen whole on a small screen too; long names leave room for the plan.
+    setMinimumWidth(std::clamp(width, kLeastSideWidth, kLeastSideWidth * 3 / 2));
     marking_ = false;
 }
 

@@ -14,6 +14,8 @@
 
 namespace fenmark::desk {
 
+inline constexpr int kLeastSideWidth = 200; // pixels, of the panels beside the plan: names and values can be read
+
 // Sites, their alignments, and the elements of these with length, radius and station.
 class SitesPanel : public QTreeWidget {
     Q_OBJECT

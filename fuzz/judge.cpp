@@ -152,11 +152,14 @@ void judgeCsv(const std::string& text, bool table, const std::string& what) {
                 require(static_cast<unsigned char>(c) >= 0x20 || c == '\t' || c == '\n' || c == '\r',
                         what + ": no control characters");
             }
-            const bool formula = !cell.empty() && std::string_view("=+-@\t\r").find(cell.front()) != std::string::npos;
+            // Spreadsheets look behind blanks.
+            const std::size_t start = std::min(cell.find_first_not_of(" \t\r\n"), cell.size());
+            const bool formula =
+                start < cell.size() && std::string_view("=+-@").find(cell[start]) != std::string_view::npos;
             char* end = nullptr;
             const double value = formula ? std::strtod(cell.c_str(), &end) : 0.0;
             require(!formula || (end == cell.c_str() + cell.size() && std::isfinite(value)),
-                    what + ": a cell that a spreadsheet would run");
+                    what + ": a cell that a spreadsheet would run: " + cell);
         }
     }
 }

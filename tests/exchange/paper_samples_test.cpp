@@ -1,7 +1,9 @@
 // Plans, sections and reports of a small drawing to the byte, as the files beside this test have them: where a symbol
 // stands, how a line is cut at the sheet's edge, which round scale a figure takes.
 #include "exchange/plan/plot.h"
+#include "exchange/report/pages.h"
 #include "exchange/report/report.h"
+#include "exchange/stakes.h"
 #include "sample_drawing.h"
 #include "sample_file.h"
 #include "worded_notes.h"
@@ -46,6 +48,7 @@ class Papers : public ::testing::Test {
                         true, ("12-" + std::to_string(static_cast<int>(side))).c_str());
             side *= 3.5;
         }
+        addPolyline(drawing, {{12010, -36060, 0}, {12040, -36075, 0}, {12025, -36040, 0}}, true, "13");
         double y = -36010.0;
         for (const char* type : kLineTypes) {
             addPolyline(drawing, {{12005, y, 0}, {12030, y - 1, 0}, {12055, y + 0.5, 0}}, false, type, type);
@@ -113,9 +116,33 @@ TEST_F(Papers, CrossSections) {
     expectPages("cross_sections", plotCrossSections(drawing, 0, {}));
 }
 
+TEST_F(Papers, ReportsOnPaper) {
+    PlotOptions options;
+    options.upright = true;
+    options.titles = {{"業務名", "試験"}};
+    const Plot plot = reportPages(drawing, ReportOptions(), options);
+    expectPages("report_page", plot);
+}
+
+TEST_F(Papers, StakesInEachForm) {
+    StakeOptions options;
+    options.offsets = {-5.0, 0.0, 7.25};
+    options.stations = {133.3333};
+    options.mainPoints = true;
+    const Stakes list = stakesOf(drawing, 0, options);
+    expectPages("stakes_page", stakePages(drawing, list, {}));
+    for (const auto& [format, file] :
+         {std::pair(StakeFormat::Table, "stakes.txt"), std::pair(StakeFormat::Csv, "stakes.csv"),
+          std::pair(StakeFormat::Sima, "stakes.sim"), std::pair(StakeFormat::Json, "stakes.json")}) {
+        std::ostringstream out;
+        writeStakes(list, format, out);
+        expectSample(file, out.str());
+    }
+}
+
 TEST_F(Papers, ReportsAsAPage) {
     ReportOptions options;
-    options.errors = {{"a.sim", "画地がありません。", "D00,1,12-3,1,"}};
+    options.errors = {{"a_Input.log", "ErrA01-1 点番号", "00010行目 A01,x"}};
     options.logs = {"a_Input.log"};
     expectReport("report.html", options, ReportFormat::Html);
 }

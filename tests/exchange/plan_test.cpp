@@ -8,6 +8,7 @@
 #include <pugixml.hpp>
 
 #include <limits>
+#include <set>
 #include <sstream>
 
 namespace fenmark::exchange {
@@ -63,6 +64,24 @@ TEST(Sheet, TakesTheLargestRoundScaleThatFits) {
     EXPECT_EQ(PlanSheet(extent).scale(), 2500);
     extent.add(22000.0, -35600.0);
     EXPECT_STREQ(PlanSheet(extent).format(), "A1");
+}
+
+// 1:10 to 1:50,000,000: digits that scales of plans have, then zeros.
+TEST(Sheet, EveryScaleIsARoundOne) {
+    const std::set<std::string> leading = {"10", "12", "15", "20", "25", "30", "50", "60"};
+    std::set<int> scales;
+    for (double side = 0.5; side < 5e6; side *= 1.05) {
+        drawing::Extent extent;
+        extent.add(0.0, 0.0);
+        extent.add(side, 0.6 * side);
+        const int scale = PlanSheet(extent).scale();
+        const std::string text = std::to_string(scale);
+        EXPECT_TRUE(leading.contains(text.substr(0, 2))) << text;
+        EXPECT_EQ(text.find_first_not_of('0', 2), std::string::npos) << text;
+        scales.insert(scale);
+    }
+    EXPECT_EQ(*scales.begin(), 10);
+    EXPECT_EQ(scales.size(), 38U) << "9 up to 1:600, 7 in each decade behind, and 1:10,000,000";
 }
 
 TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {

@@ -146,6 +146,23 @@ TEST_F(PlotOf, LongProfileTakesSeveralSheets) {
     EXPECT_TRUE(isWantOfRoom(*plotProfile(drawing, 0, options).failure));
 }
 
+TEST_F(PlotOf, AVeryLongProfileTakesSheetsAtOneToAThousand) {
+    const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "long", "0", "", "");
+    Element straight;
+    straight.end = {3000.0, 0.0};
+    straight.length = 3000.0;
+    drawing.addElement(road, straight);
+    addResult(0.0, 0.0, 10.0, "a", "縦断成果");
+    addResult(3000.0, 0.0, 11.0, "b", "縦断成果");
+    const Plot plot = plotProfile(drawing, 0, {});
+    ASSERT_GT(plot.pages.size(), 5U) << whyNot(plot);
+    bool tells = false;
+    for (const std::string& text : textsOf(plot.pages[0])) {
+        tells = tells || text.find("横 1:1000　") != std::string::npos;
+    }
+    EXPECT_TRUE(tells);
+}
+
 TEST_F(PlotOf, CrossSectionsAreToScale) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     addResult(160.0, -5.0, 11.0, "左", "横断成果");

@@ -147,6 +147,26 @@ TEST(ReportOfPoints, ListsThemWithTheirRows) {
         << csv;
 }
 
+TEST(ReportOfPoints, LeavesTheCellOfAHeightThatNobodyGaveEmpty) {
+    Drawing drawing;
+    addPoint(drawing, {12000.0, -36000.0, 0.0}, "K1");
+    const std::string csv = csvOf(drawing, {}, {ReportPart::Points});
+    EXPECT_NE(csv.find("\r\n1,K1,-36000.000,12000.000,,座標,a.sim\r\n"), std::string::npos) << csv;
+}
+
+TEST(ReportSummary, ListsTheFirstTwoHundredErrorsOfALog) {
+    Drawing drawing;
+    fillSample(drawing);
+    ReportOptions options;
+    options.logs = {"a_Input.log"};
+    options.errors.assign(200, {"a_Input.log", "ErrA01-1 点番号", "A01,x"});
+    EXPECT_EQ(csvOf(drawing, options, {ReportPart::Summary}).find("を示す"), std::string::npos);
+    options.errors.push_back({"a_Input.log", "ErrA01-2 点名", "A01,y"});
+    const std::string csv = csvOf(drawing, options, {ReportPart::Summary});
+    EXPECT_NE(csv.find("エラー 201件\r\nはじめの200件を示す。残りはログを参照。\r\n"), std::string::npos) << csv;
+    EXPECT_EQ(csv.find("ErrA01-2"), std::string::npos);
+}
+
 TEST(ReportSummary, CountsObjectsAndListsErrorsOfTheLog) {
     Drawing drawing;
     fillSample(drawing);

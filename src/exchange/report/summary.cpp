@@ -4,8 +4,8 @@
 #include "exchange/kinds.h"
 #include "exchange/placed.h"
 
-#include <cmath>
 #include <map>
+#include <optional>
 
 namespace fenmark::exchange::report {
 
@@ -114,7 +114,8 @@ void pointTable(const Drawing& drawing, const TableSink& sink) {
             continue;
         }
         const host::MdGePoint3d& at = point.position();
-        const std::string height = std::abs(at.z) <= kFarthest ? metresText(at.z) : std::string();
+        const std::optional<double> known = knownHeight(point);
+        const std::string height = known ? metresText(*known) : std::string();
         if (point.row) {
             table.add({std::to_string(point.row->no), std::string(trimmedName(point.row->name)), metresText(at.y),
                        metresText(at.x), height, std::string(point.row->type),

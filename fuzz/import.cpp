@@ -65,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         drawing::Drawing drawing;
         drawing::DrawingStore store;
         const Outcome opened = store.open(path, drawing);
-        require(static_cast<bool>(opened), "what was imported opens: " + opened.message);
+        require(static_cast<bool>(opened), "what was imported opens: " + opened.message.english);
         require(store.notes().empty(), "and nothing about it is odd");
         if (run == 0) {
             fuzz::judgeExports(drawing);

@@ -54,7 +54,7 @@ void judgePackage(const std::string& path) {
     drawing::Drawing again;
     drawing::DrawingStore reader;
     const Outcome reopened = reader.open(path, again);
-    require(static_cast<bool>(reopened), "what was saved opens: " + reopened.message);
+    require(static_cast<bool>(reopened), "what was saved opens: " + reopened.message.english);
     require(drawing::describe(again) == wanted, "what was saved reads back");
 }
 

@@ -76,7 +76,7 @@ std::uint64_t importInto(const std::string& path, const std::string& drawingPath
     embedded::EmbeddedHost host;
     import(host, path);
     const Outcome result = host.currentDocument()->store().save(drawingPath, host.drawing());
-    demand(static_cast<bool>(result), result.message);
+    demand(static_cast<bool>(result), result.message.english);
     return host.drawing().lastId();
 }
 
@@ -182,7 +182,7 @@ void compareWriting(const std::string& folder) {
         drawing::Drawing drawing;
         drawing::DrawingStore store;
         const Outcome opened = store.open(drawingPath, drawing);
-        demand(static_cast<bool>(opened), opened.message);
+        demand(static_cast<bool>(opened), opened.message.english);
         for (int run = 0; run < kRuns; ++run) {
             measureOnce(bare, [&] { return insertRows(drawing, barePath); });
         }

@@ -32,17 +32,14 @@ inline constexpr Failure kLastFailure = Failure::Failed;
 
 struct [[nodiscard]] Outcome {
     Failure failure = Failure::None;
-    std::string message;  // one line on why not, ready for the user; empty where it was done
-    std::string japanese; // the same in Japanese; empty where there is no other wording
+    Worded message; // one line on why not, ready for the user; empty where it was done
 
     explicit operator bool() const { return failure == Failure::None; }
-    [[nodiscard]] const std::string& in(Language language) const {
-        return language == Language::Japanese && !japanese.empty() ? japanese : message;
-    }
+    [[nodiscard]] const std::string& in(Language language) const { return message.in(language); }
 };
 
 [[nodiscard]] inline Outcome failed(Worded message, Failure failure = Failure::Failed) {
-    return {failure, std::move(message.english), std::move(message.japanese)};
+    return {failure, std::move(message)};
 }
 
 } // namespace fenmark

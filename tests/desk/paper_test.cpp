@@ -101,7 +101,7 @@ TEST_F(Paper, EveryKindHasPagesThatCanBeDrawn) {
         EXPECT_TRUE(holds(plot, "業務")) << kind;
         Outcome drawn;
         const QImage image = pageImage(plot.pages.back(), 1.0, drawn);
-        EXPECT_TRUE(drawn) << kind << drawn.message;
+        EXPECT_TRUE(drawn) << kind << drawn.message.english;
         ASSERT_FALSE(image.isNull());
         EXPECT_EQ(image.size(), pageSize(plot.pages.back()).toSize());
         bool ink = false;

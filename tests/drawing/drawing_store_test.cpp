@@ -35,7 +35,7 @@ Drawing opened(const std::string& path) {
     Drawing drawing;
     DrawingStore store;
     const Outcome result = store.open(path, drawing);
-    EXPECT_TRUE(result) << result.message;
+    EXPECT_TRUE(result) << result.message.english;
     return drawing;
 }
 
@@ -64,7 +64,7 @@ class DrawingStoreTest : public ::testing::Test {
     void saveSmall() {
         addSmallImport(drawing_);
         const Outcome result = store_.save(path_, drawing_);
-        ASSERT_TRUE(result) << result.message;
+        ASSERT_TRUE(result) << result.message.english;
     }
 };
 
@@ -305,7 +305,7 @@ TEST_F(DrawingStoreTest, WhatIsNoDrawingIsTold) {
         DrawingStore store;
         const std::string before = describe(drawing);
         const Outcome result = store.open(path, drawing);
-        EXPECT_NE(result.message.find(path), std::string::npos) << result.message;
+        EXPECT_NE(result.message.english.find(path), std::string::npos) << result.message.english;
         EXPECT_EQ(describe(drawing), before);
         return result.failure;
     };
@@ -335,7 +335,7 @@ TEST_F(DrawingStoreTest, ALaterFormatIsTold) {
     Drawing drawing;
     const Outcome result = DrawingStore().open(path_, drawing);
     EXPECT_EQ(result.failure, Failure::NotOurs);
-    EXPECT_NE(result.message.find("later version"), std::string::npos);
+    EXPECT_NE(result.message.english.find("later version"), std::string::npos);
 }
 
 TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
@@ -593,7 +593,7 @@ TEST_F(DrawingStoreTest, ADamagedPageThatReadingGoesRoundIsNotWrittenOver) {
     addSmallImport(read, 2);
     const Outcome saved = store.save(path_, read);
     EXPECT_EQ(saved.failure, Failure::Damaged);
-    EXPECT_NE(saved.message.find("is damaged (Page 2"), std::string::npos) << saved.message;
+    EXPECT_NE(saved.message.english.find("is damaged (Page 2"), std::string::npos) << saved.message.english;
     EXPECT_EQ(contents(path_), bytes);
     EXPECT_TRUE(store.hasChanges(read));
     EXPECT_TRUE(store.save(folder_.at("new.gpkg"), read)) << "what was read is saved elsewhere";
@@ -623,7 +623,7 @@ TEST_F(DrawingStoreTest, RowsAgainstARuleOfAnotherProgramAreNoDamage) {
     ASSERT_TRUE(store.open(path_, read));
     read.addPoint({1, 2, 3}, 0);
     const Outcome saved = store.save(path_, read);
-    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_TRUE(saved) << saved.message.english;
 }
 
 } // namespace

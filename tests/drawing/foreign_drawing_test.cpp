@@ -18,7 +18,7 @@ class ForeignDrawing : public ::testing::Test {
     void SetUp() override {
         addSmallImport(drawing_);
         const Outcome result = store_.save(path_, drawing_);
-        ASSERT_TRUE(result) << result.message;
+        ASSERT_TRUE(result) << result.message.english;
     }
     // As a GIS does it, with its functions for the index left out.
     void gis(const std::string& sql) const {
@@ -63,7 +63,7 @@ TEST_F(ForeignDrawing, AnAddedColumnDoesNotKeepAnImportOut) {
     gis("UPDATE layers SET memo = 'kept'");
     std::size_t count = 0;
     const Outcome saved = importInto(count);
-    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(count, 2 * drawing_.entityCount());
     EXPECT_EQ(one("SELECT memo FROM layers"), "kept");
 }
@@ -82,7 +82,7 @@ TEST_F(ForeignDrawing, ARenamedColumnIsToldByNameAndNeverReadAsItsOwnName) {
     std::size_t count = 0;
     const Outcome saved = importInto(count);
     EXPECT_EQ(saved.failure, Failure::Reshaped);
-    EXPECT_NE(saved.message.find("'points' has no column 'Name'"), std::string::npos) << saved.message;
+    EXPECT_NE(saved.message.english.find("'points' has no column 'Name'"), std::string::npos) << saved.message.english;
     EXPECT_EQ(one("SELECT count(*) FROM points"), "5") << "and nothing of it was kept";
 }
 
@@ -91,8 +91,8 @@ TEST_F(ForeignDrawing, ARenamedLayerIsToldByName) {
     Drawing again;
     const Outcome opened = DrawingStore().open(path_, again);
     EXPECT_EQ(opened.failure, Failure::Reshaped);
-    EXPECT_NE(opened.message.find("'points' is missing; it seems to be named '測 点' now"), std::string::npos)
-        << opened.message;
+    EXPECT_NE(opened.message.english.find("'points' is missing; it seems to be named '測 点' now"), std::string::npos)
+        << opened.message.english;
 }
 
 TEST_F(ForeignDrawing, EmptyPointsAndOtherKindsAreLeftOutAndTold) {
@@ -107,7 +107,7 @@ TEST_F(ForeignDrawing, EmptyPointsAndOtherKindsAreLeftOutAndTold) {
     Drawing again;
     DrawingStore store;
     const Outcome opened = store.open(path_, again);
-    ASSERT_TRUE(opened) << opened.message;
+    ASSERT_TRUE(opened) << opened.message.english;
     EXPECT_EQ(describe(again), describe(drawing_)) << "all that is ours";
     const StoreNote* empty = find(store, StoreNoteCode::NoPlace);
     ASSERT_NE(empty, nullptr);
@@ -195,7 +195,7 @@ TEST_F(ForeignDrawing, WithoutTheLayerOfAreasTheRestIsKept) {
     gis("DROP TABLE lots");
     std::size_t count = 0;
     const Outcome saved = importInto(count);
-    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(count, 2 * drawing_.entityCount());
 }
 
@@ -219,7 +219,7 @@ TEST_F(ForeignDrawing, ATriggerNameIsNeverSql) {
     gis(sql);
     std::size_t count = 0;
     const Outcome saved = importInto(count);
-    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(OtherProgram(victim).one("SELECT count(*) FROM points"), "5");
     EXPECT_FALSE(std::filesystem::exists(folder_.at("written")));
 }
@@ -256,7 +256,7 @@ TEST_F(ForeignDrawing, AViewInThePlaceOfATableIsRefusedByName) {
         Drawing again;
         const Outcome opened = DrawingStore().open(copy, again);
         EXPECT_EQ(opened.failure, Failure::Reshaped);
-        EXPECT_NE(opened.message.find("'" + table + "'"), std::string::npos) << opened.message;
+        EXPECT_NE(opened.message.english.find("'" + table + "'"), std::string::npos) << opened.message.english;
     }
 }
 
@@ -274,14 +274,14 @@ TEST_F(ForeignDrawing, AGeneratedColumnInThePlaceOfOursIsRefusedByName) {
     Drawing again;
     const Outcome opened = DrawingStore().open(path_, again);
     EXPECT_EQ(opened.failure, Failure::Reshaped);
-    EXPECT_NE(opened.message.find("points.Name"), std::string::npos) << opened.message;
+    EXPECT_NE(opened.message.english.find("points.Name"), std::string::npos) << opened.message.english;
 }
 
 TEST_F(ForeignDrawing, AGeneratedColumnBesideOursIsNeverComputed) {
     gis("ALTER TABLE points ADD COLUMN big TEXT GENERATED ALWAYS AS (hex(zeroblob(400000000))) VIRTUAL");
     std::size_t count = 0;
     const Outcome saved = importInto(count);
-    EXPECT_TRUE(saved) << saved.message;
+    EXPECT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(count, 2 * drawing_.entityCount());
 }
 
@@ -289,7 +289,7 @@ TEST_F(ForeignDrawing, WhatWouldHaveToBeComputedToWriteARowIsRefused) {
     gis("CREATE INDEX computed ON points (hex(\"Name\"))");
     std::size_t count = 0;
     const Outcome saved = importInto(count);
-    EXPECT_EQ(saved.failure, Failure::Reshaped) << saved.message;
+    EXPECT_EQ(saved.failure, Failure::Reshaped) << saved.message.english;
     EXPECT_EQ(one("SELECT count(*) FROM points"), "5");
 }
 

@@ -171,7 +171,7 @@ TEST_F(GisAndIndex, WhatItAddsChangesAndDeletesKeepsTheIndexTrue) {
     ASSERT_TRUE(store.open(path_, later, Load::WithoutEntities));
     addSmallImport(later);
     const Outcome saved = store.save(path_, later);
-    ASSERT_TRUE(saved) << saved.message;
+    ASSERT_TRUE(saved) << saved.message.english;
     expectTrue();
 }
 

@@ -37,7 +37,7 @@ class Imports : public ::testing::Test {
     std::string one(const std::string& sql) const { return OtherProgram(path_).one(sql); }
     void save() {
         const Outcome saved = store_.save(path_, drawing_);
-        ASSERT_TRUE(saved) << saved.message;
+        ASSERT_TRUE(saved) << saved.message.english;
         for (const char* layer : kIndexedLayers) {
             EXPECT_EQ(indexFault(path_, layer), "") << layer;
         }
@@ -88,7 +88,7 @@ TEST_F(Imports, GoWithWhatTheyMadeInOneSave) {
         const MdDbObjectId next = importSmall(read, "a.sim", 5);
         EXPECT_GT(next.asUint64(), last) << "identifiers are not given again";
         const Outcome saved = store.save(copy, read);
-        ASSERT_TRUE(saved) << saved.message;
+        ASSERT_TRUE(saved) << saved.message.english;
         EXPECT_FALSE(store.hasChanges(read));
         for (const char* layer : kIndexedLayers) {
             EXPECT_EQ(indexFault(copy, layer), "") << layer;
@@ -198,7 +198,7 @@ TEST_F(Imports, ADrawingOfTheFirstFormatIsReadAndAppendedTo) {
     Drawing read;
     DrawingStore store;
     const Outcome opened = store.open(path_, read);
-    ASSERT_TRUE(opened) << opened.message;
+    ASSERT_TRUE(opened) << opened.message.english;
     EXPECT_TRUE(store.notes().empty());
     EXPECT_EQ(describe(read), describe(drawing_));
 
@@ -206,7 +206,7 @@ TEST_F(Imports, ADrawingOfTheFirstFormatIsReadAndAppendedTo) {
     ASSERT_TRUE(store.open(path_, lean, Load::WithoutEntities));
     const MdDbObjectId made = importSmall(lean, "b.sim", 1);
     const Outcome saved = store.save(path_, lean);
-    ASSERT_TRUE(saved) << saved.message;
+    ASSERT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(one("SELECT format FROM fenmark_drawing"), "2");
     EXPECT_EQ(OtherProgram(path_).ask("SELECT closed, round(area, 6), import_id FROM lots ORDER BY fid"),
               OtherProgram(path_).ask("SELECT 1, 102.015, NULL UNION ALL SELECT 1, round(area, 6), " +

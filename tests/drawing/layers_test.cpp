@@ -30,13 +30,13 @@ class Layers : public ::testing::Test {
     }
     void save() {
         const Outcome saved = store.save(path, drawing);
-        ASSERT_TRUE(saved) << saved.message;
+        ASSERT_TRUE(saved) << saved.message.english;
     }
     std::string inFile() {
         Drawing read;
         DrawingStore other;
         const Outcome result = other.open(path, read);
-        EXPECT_TRUE(result) << result.message;
+        EXPECT_TRUE(result) << result.message.english;
         EXPECT_TRUE(other.notes().empty());
         return describe(read);
     }
@@ -123,7 +123,7 @@ TEST_F(Layers, AFileOfAnEarlierVersionGetsTheColumnOfColours) {
     layers[0].colour = kGreen;
     ASSERT_TRUE(read.setLayers(layers));
     const Outcome saved = other.save(path, read);
-    ASSERT_TRUE(saved) << saved.message;
+    ASSERT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(inFile(), describe(read));
 }
 

@@ -37,7 +37,7 @@ class SpatialIndexTest : public ::testing::Test {
 
     void save() {
         const Outcome result = store_.save(path_, drawing_);
-        ASSERT_TRUE(result) << result.message;
+        ASSERT_TRUE(result) << result.message.english;
         expectTrue();
     }
     void expectTrue() const {
@@ -124,7 +124,7 @@ TEST_F(SpatialIndexTest, WhatIsTooFarForSinglePrecisionHasABoxWithoutEnd) {
     ASSERT_TRUE(store_.save(path_, drawing_)) << "packed";
     drawing_.addPoint({-1e300, 1e300, 0.0}, 0);
     const Outcome result = store_.save(path_, drawing_);
-    ASSERT_TRUE(result) << result.message; // one by one
+    ASSERT_TRUE(result) << result.message.english; // one by one
     const OtherProgram other(path_);
     EXPECT_EQ(other.one("SELECT rtreecheck('rtree_points_geom')"), "ok");
     EXPECT_EQ(other.one("SELECT count(*) FROM rtree_points_geom WHERE minx <= 2e300 AND maxx >= 1e299"
@@ -152,7 +152,7 @@ TEST_F(SpatialIndexTest, ADrawingWhosePointsWereNotReadIsAppendedTo) {
         ASSERT_TRUE(store.open(path_, lean, Load::WithoutEntities));
         addScattered(lean, count, kSeed + 3);
         const Outcome result = store.save(path_, lean);
-        ASSERT_TRUE(result) << result.message;
+        ASSERT_TRUE(result) << result.message.english;
         expectTrue();
     }
 }

@@ -115,7 +115,7 @@ TEST_F(TwoPrograms, ADrawingThatAppearsWhileOneIsBegunIsLeftAsItIs) {
     import(first, 1);
     const Outcome saved = firstStore.save(path_, first);
     EXPECT_EQ(saved.failure, Failure::AppearedMeanwhile);
-    EXPECT_NE(saved.message.find(path_), std::string::npos);
+    EXPECT_NE(saved.message.english.find(path_), std::string::npos);
     EXPECT_EQ(pointsOf(1), "0");
     EXPECT_EQ(pointsOf(2), "200");
 }
@@ -159,7 +159,7 @@ TEST_F(TwoPrograms, ADanglingLinkIsToldAndNotWrittenThrough) {
     DrawingStore store;
     const Outcome opened = store.openOrBegin(path_, drawing);
     EXPECT_EQ(opened.failure, Failure::DanglingLink);
-    EXPECT_NE(opened.message.find("'nowhere.gpkg'"), std::string::npos) << opened.message;
+    EXPECT_NE(opened.message.english.find("'nowhere.gpkg'"), std::string::npos) << opened.message.english;
     EXPECT_EQ(store.open(path_, drawing).failure, Failure::DanglingLink);
     EXPECT_EQ(store.save(path_, drawing).failure, Failure::DanglingLink);
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});

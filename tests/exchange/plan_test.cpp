@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <limits>
 #include <set>
 #include <sstream>
@@ -324,6 +325,42 @@ TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {
     EXPECT_FALSE(hasText("点"));
     constexpr std::size_t kMostBytes = 2000000;
     EXPECT_LT(text.size(), kMostBytes);
+}
+
+TEST_F(PlanOf, TwentyThousandPointsAreTheLastThatAreNamed) {
+    const auto tellsNames = [&] {
+        return std::any_of(notes.begin(), notes.end(),
+                           [](const Note& note) { return note.code == NoteCode::NamesOfMany; });
+    };
+    for (int i = 0; i < 20000; ++i) {
+        addPoint(drawing, {20.0 * (i % 200), 20.0 * (i / 200), 0.0}, "点");
+    }
+    draw();
+    EXPECT_FALSE(tellsNames());
+    EXPECT_TRUE(hasText("点"));
+    addPoint(drawing, {0.0, 2000.0, 0.0}, "点");
+    draw();
+    EXPECT_TRUE(tellsNames());
+    EXPECT_FALSE(hasText("点"));
+}
+
+// Small ones, two metres of ground on a sheet of kilometres; the last that makes a crowd has two vertices as all others.
+TEST_F(PlanOf, TwentyThousandPolylinesAreTheLastThatAreAllDrawn) {
+    const auto add = [&](int i) {
+        const double x = 0.5 * (i % 200);
+        const double y = 20.0 * (i / 200);
+        addPolyline(drawing, {{x, y, 0.0}, {x + 2.0, y, 0.0}}, false, "", "連続線");
+    };
+    for (int i = 0; i < 20000; ++i) {
+        add(i);
+    }
+    draw();
+    EXPECT_TRUE(notes.empty());
+    add(20000);
+    draw();
+    ASSERT_EQ(notes.size(), 1U);
+    EXPECT_EQ(notes[0].code, NoteCode::SmallLines);
+    EXPECT_GT(notes[0].count, 15000U);
 }
 
 TEST_F(PlanOf, CrowdedNamesAreLeftOutAndCounted) {

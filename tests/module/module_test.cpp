@@ -32,11 +32,11 @@ struct ModuleInHost : ::testing::Test {
     User user;
 
     void SetUp() override {
-        modules.onLine([this](const std::string& line) { said.push_back(line); });
+        modules.onLine([this](const Worded& line) { said.push_back(line.english); });
     }
     void load() {
         const Outcome result = modules.load(kModule);
-        ASSERT_TRUE(result) << result.message;
+        ASSERT_TRUE(result) << result.message.english;
     }
     std::vector<std::string> siteNames() {
         std::vector<std::string> names;
@@ -170,8 +170,8 @@ TEST_F(ModuleInHost, WhileACommandRunsNoOtherIsStartedAndTheModuleStays) {
         User::click(dialog, kClose);
     });
     EXPECT_TRUE(modules.run("Fenmark"));
-    EXPECT_EQ(other.message, "Fenmark: another command is running");
-    EXPECT_EQ(unloaded.message, "Fenmark.mdm: a command is running");
+    EXPECT_EQ(other.message.english, "Fenmark: another command is running");
+    EXPECT_EQ(unloaded.message.english, "Fenmark.mdm: a command is running");
     EXPECT_TRUE(modules.unload("Fenmark.mdm"));
 }
 
@@ -257,7 +257,7 @@ TEST_F(ModuleInHost, ASecondCopyLeavesTheCommandsOfTheFirstAlone) {
     ASSERT_TRUE(QFile::copy(QString::fromStdString(kModule), copy));
     const mirdane::CommandHandler first = modules.commands().front().handler;
     const Outcome second = modules.load(copy.toStdString());
-    ASSERT_TRUE(second) << second.message;
+    ASSERT_TRUE(second) << second.message.english;
     ASSERT_TRUE(modules.unload("Copy.mdm"));
     ASSERT_EQ(modules.commands().size(), 3U);
     EXPECT_EQ(modules.commands().front().handler, first);
@@ -274,7 +274,7 @@ TEST_F(ModuleInHost, ALibraryThatIsNoModuleIsRefusedWithAReason) {
 
 TEST_F(ModuleInHost, AnUnknownCommandIsAnsweredInOneLine) {
     load();
-    EXPECT_EQ(modules.run("Fenmark3").message, "Fenmark3: no such command");
+    EXPECT_EQ(modules.run("Fenmark3").message.english, "Fenmark3: no such command");
 }
 
 } // namespace

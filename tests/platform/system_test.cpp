@@ -64,7 +64,7 @@ TEST(Library, GivesFunctionsAndSaysWhyNot) {
     platform::Library library;
     const fenmark::Outcome none = library.open("/there/is/no/such/library.so");
     EXPECT_FALSE(none);
-    EXPECT_NE(none.message, "");
+    EXPECT_NE(none.message.english, "");
     EXPECT_EQ(library.function<double(double)>("cos"), nullptr) << "nothing is open";
     ASSERT_TRUE(library.open("libm.so.6"));
     double (*const cosine)(double) = library.function<double(double)>("cos");

@@ -190,7 +190,7 @@ void DeskSession::noteImport(CommandRun& run, std::uint64_t firstId) {
 CommandRun DeskSession::run(std::string_view command, const std::string& pendingFile) {
     if (running_) {
         CommandRun refused;
-        refused.outcome = failed("a command is running");
+        refused.outcome = failed({"a command is running", "コマンドの実行中です"});
         return refused;
     }
     const While running(running_);

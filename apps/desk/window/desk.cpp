@@ -172,7 +172,7 @@ int takePicture(const Options& options) {
     window.loadModule(modulePaths(QApplication::applicationDirPath().toStdString()));
     const Outcome opened = window.showDrawing(options.file);
     if (!opened) {
-        return fail(kNotDone, opened.message);
+        return fail(kNotDone, opened.in(languageFor(options)));
     }
     window.resize(options.size);
     window.show();

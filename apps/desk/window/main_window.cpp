@@ -102,7 +102,8 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
         box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
         box.exec();
     });
-    session_.modules().onLine([this](const std::string& line) { command_->say(QString::fromStdString(line)); });
+    session_.modules().onLine(
+        [this](const Worded& line) { command_->say(QString::fromStdString(line.in(texts_.language()))); });
 
     connect(plan_, &PlanView::selectionChanged, this, [this] { guarded([this] { selectionChanged(); }); });
     connect(plan_, &PlanView::pointerMoved, this, &MainWindow::pointerMoved);

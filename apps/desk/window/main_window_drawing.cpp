@@ -98,7 +98,7 @@ void MainWindow::guarded(const std::function<void()>& act) {
 bool MainWindow::loadModule(const std::vector<std::string>& paths) {
     const Outcome result = session_.loadModule(paths);
     if (!result) {
-        command_->say(texts_(Text::CannotLoadModule).arg(QString::fromStdString(result.message)));
+        command_->say(texts_(Text::CannotLoadModule).arg(QString::fromStdString(result.in(texts_.language()))));
     }
     QStringList names;
     for (const host::embedded::RegisteredCommand& command : session_.modules().commands()) {
@@ -202,7 +202,7 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
         rememberFile(QString::fromStdString(run.file));
     }
     if (!run.outcome) {
-        tellBrokenOff(run.outcome.message,
+        tellBrokenOff(run.outcome.in(texts_.language()),
                       session_.drawing().entityCount() - entities + session_.drawing().alignmentCount() - alignments);
     } else {
         settleAgain(run);

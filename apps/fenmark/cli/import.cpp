@@ -459,7 +459,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     PendingLog log(file, language);
     Outcome logged = log.make();
     if (!logged && !arguments.keepPartial) {
-        throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", logged.message}}));
+        throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", logged.in(language)}}));
     }
     const std::string logFile = logged ? log.path() : std::string();
 
@@ -497,7 +497,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     }
     if (!run.outcome && !arguments.keepPartial) {
         telling.errors(run.reader);
-        throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", run.outcome.message}}));
+        throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", run.outcome.in(language)}}));
     }
 
     import.lastId = drawing.lastId();
@@ -525,7 +525,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
         if (const Outcome placed = log.putInPlace(); !placed) {
             const bool removed = isNew && !platform::removeFile(drawingPath);
             throw Stop(kNotDone, said(language, removed ? Text::NoDrawingMade : Text::ImportIsIn,
-                                      {{"message", placed.message}, {"drawing", drawingPath}}));
+                                      {{"message", placed.in(language)}, {"drawing", drawingPath}}));
         }
     }
 
@@ -556,7 +556,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     }
     if (!run.outcome) {
         throw Stop(kNotDone,
-                   said(language, Text::KeptIn, {{"message", run.outcome.message}, {"drawing", drawingPath}}));
+                   said(language, Text::KeptIn, {{"message", run.outcome.in(language)}, {"drawing", drawingPath}}));
     }
     return {arguments.strict && dialogs.result()->errorCount > 0 ? kLogHasErrors : kDone, *dialogs.result(),
             log.target()};

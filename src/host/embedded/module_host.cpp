@@ -113,20 +113,22 @@ ModuleHost::Module* ModuleHost::find(std::string_view name) {
 Outcome ModuleHost::load(const std::string& path) {
     const std::string name = platform::utf8Of(platform::pathOf(path).filename());
     if (find(name) != nullptr) {
-        return failed(name + ": is loaded already");
+        return failed({name + ": is loaded already", name + ": 読み込まれています"});
     }
     platform::Library library;
     if (const Outcome opened = library.open(path); !opened) {
-        return failed("cannot be loaded: " + opened.message);
+        return failed({"cannot be loaded: " + opened.message.english, "読み込めません: " + opened.message.japanese});
     }
-    const auto refuse = [&](const char* why) { return failed(name + ": " + why); };
+    const auto refuse = [&](const char* english, const char* japanese) {
+        return failed({name + ": " + english, name + ": " + japanese});
+    };
     GetVersion* const version = library.function<GetVersion>("mdrxGetApiVersion");
     EntryPoint* const entry = library.function<EntryPoint>("mdrxEntryPoint");
     if (version == nullptr || entry == nullptr) {
-        return refuse("is no module: it lacks the entry points");
+        return refuse("is no module: it lacks the entry points", "モジュールではありません: 入口の関数がありません");
     }
     if (version() != mirdane::kModuleApiVersion) {
-        return refuse("is a module for another version of the host");
+        return refuse("is a module for another version of the host", "別の版のホストのモジュールです");
     }
 
     auto module = std::make_unique<Module>();
@@ -144,13 +146,13 @@ Outcome ModuleHost::load(const std::string& path) {
 Outcome ModuleHost::unload(std::string_view name) {
     Module* module = find(name);
     if (module == nullptr) {
-        return failed(std::string(name) + ": is not loaded");
+        return failed({std::string(name) + ": is not loaded", std::string(name) + ": 読み込まれていません"});
     }
     if (running_ > 0) {
-        return failed(module->name + ": a command is running");
+        return failed({module->name + ": a command is running", module->name + ": コマンドの実行中です"});
     }
     if (!module->mayUnload) {
-        return failed(module->name + ": does not allow its unloading");
+        return failed({module->name + ": does not allow its unloading", module->name + ": 取り外しを許していません"});
     }
     module->entry(mirdane::kUnloadDrawingMessage, module);
     module->entry(mirdane::kUnloadAppMessage, module);
@@ -171,13 +173,13 @@ Outcome ModuleHost::run(std::string_view name) {
         return sameName(candidate.globalName, name) || sameName(candidate.localName, name);
     });
     if (command == commands_.end()) {
-        return failed(std::string(name) + ": no such command");
+        return failed({std::string(name) + ": no such command", std::string(name) + ": コマンドがありません"});
     }
     // The handler may load commands, so that the entry must not be held on to.
     const std::string title = command->globalName;
     const mirdane::CommandHandler handler = command->handler;
     if (running_ > 0 && (command->flags & mirdane::kModalCommand) != 0) {
-        return failed(title + ": another command is running");
+        return failed({title + ": another command is running", title + ": 別のコマンドの実行中です"});
     }
     struct Running {
         std::int32_t& count;
@@ -193,14 +195,14 @@ Outcome ModuleHost::run(std::string_view name) {
         say(broken.message);
         return broken;
     } catch (...) {
-        Outcome broken = failed(title + ": ended by an unknown exception");
+        Outcome broken = failed({title + ": ended by an unknown exception", title + ": 不明な例外で終わりました"});
         say(broken.message);
         return broken;
     }
     return {};
 }
 
-void ModuleHost::say(const std::string& line) const {
+void ModuleHost::say(const Worded& line) const {
     if (lineHandler_) {
         lineHandler_(line);
     }

@@ -65,7 +65,7 @@ class ModuleHost {
     void moduleSetSystemText(std::string_view name, std::string_view text);
 
     // What the host says on its command line: one line at a time.
-    void onLine(std::function<void(const std::string&)> handler) { lineHandler_ = std::move(handler); }
+    void onLine(std::function<void(const Worded&)> handler) { lineHandler_ = std::move(handler); }
 
     // For the surface.
     mirdane::MdRxSysRegistry& registry();
@@ -79,7 +79,7 @@ class ModuleHost {
     class Registry;
 
     Module* find(std::string_view name);
-    void say(const std::string& line) const;
+    void say(const Worded& line) const;
 
     std::vector<std::unique_ptr<Module>> modules_;
     std::vector<RegisteredCommand> commands_;
@@ -88,7 +88,7 @@ class ModuleHost {
     std::map<std::string, int> functions_;
     std::map<std::string, std::string, std::less<>> systemTexts_;
     std::unique_ptr<Registry> registry_;
-    std::function<void(const std::string&)> lineHandler_;
+    std::function<void(const Worded&)> lineHandler_;
     SystemTextHandler systemTextHandler_;
     std::int32_t uiReadied_ = 0;
     std::int32_t running_ = 0; // commands at work

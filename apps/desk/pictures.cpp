@@ -1,6 +1,6 @@
 // Draws the pictures of the documentation: every dialog and the desktop program with the examples. Not installed.
 //
-// Usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2|all|all2], two folders. The dialogs are the real ones, met on the
+// Usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2], two folders. The dialogs are the real ones, met on the
 // way through an import. "desk" makes the views of the desk on a small screen, "desk2" at twice the scale; "all" and
 // "all2" each of them in both languages, light and dark, to be looked at.
 #include "desk/window/desk.h"
@@ -177,21 +177,6 @@ struct Look {
     int scale;
 };
 
-bool allLooks = false; // to look at; otherwise each view is kept in a few
-
-// Every view in Japanese on light and in English on dark; what else changes with the look is seen in a few.
-bool isKept(const Look& look, const QString& view) {
-    const bool japanese = look.language == desk::Language::Japanese;
-    if (allLooks) {
-        return true;
-    }
-    if (look.scale == 2) {
-        return japanese != look.dark &&
-               (japanese ? QStringList{"road", "profile"} : QStringList{"lots", "paper"}).contains(view);
-    }
-    return japanese != look.dark || view == (japanese ? QStringLiteral("road") : QStringLiteral("lots"));
-}
-
 // The picture with its most frequent colours alone; the others become the nearest of them.
 QImage inFewColours(const QImage& picture) {
     constexpr qsizetype kColours = 250;
@@ -224,9 +209,6 @@ QImage inFewColours(const QImage& picture) {
 
 // Keeps a picture in few bytes: the desk has few colours.
 void keepSmall(QWidget& widget, const Look& look, const char* view) {
-    if (!isKept(look, QLatin1String(view))) {
-        return;
-    }
     for (int round = 0; round < 5; ++round) {
         QApplication::processEvents();
     }
@@ -397,14 +379,13 @@ int runDesk(const QDir& examples, const std::vector<std::string>& module, int sc
 int main(int argc, char** argv) {
     const std::string_view what = argc > 3 ? argv[3] : "";
     const int scale = what.ends_with('2') ? 2 : 1;
-    const bool desk = what.starts_with("desk") || what.starts_with("all");
+    const bool desk = what == "desk" || what == "desk2";
     if (argc < 3 || argc > 4 || (argc == 4 && !desk)) {
-        std::fputs("usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2|all|all2]\n", stderr);
+        std::fputs("usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2]\n", stderr);
         return 2;
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_SCALE_FACTOR", scale == 2 ? "2" : "1");
-    allLooks = what.starts_with("all");
     int toolkitArgc = 1;
     QApplication application(toolkitArgc, argv);
     QApplication::setApplicationName(QStringLiteral("fenmark-pictures"));

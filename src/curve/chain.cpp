@@ -10,6 +10,13 @@
 
 namespace fenmark::curve {
 
+namespace {
+
+// Radians that a curve may turn over the joint tolerance; that much is exact in any argument of a sine.
+constexpr double kMostTurnBeyond = 1e6;
+
+} // namespace
+
 ChainStatus Chain::set(std::span<const Curve> curves, double startStation, std::span<const StationEquation> equations) {
     Chain made;
     for (const Curve& curve : curves) {
@@ -53,7 +60,12 @@ void Chain::addPiece(std::uint32_t index) {
     piece.growth = growth;
     double azimuth = curve.start.azimuth;
     Form form = Form::Any;
-    if (curve.length == 0.0 || (change == 0.0 && curve.startCurvature == 0.0)) {
+    // A distance a joint tolerance off belongs to this piece too. Where a curve shorter than that would turn endlessly so
+    // far beyond its ends, it is followed along its tangent, which stays within the tolerance.
+    const double sharpest = std::max(std::abs(curve.startCurvature), std::abs(curve.endCurvature));
+    const double turnBeyond = kJointTolerance * (sharpest + kJointTolerance * std::abs(growth));
+    const bool isSpeck = curve.length < kJointTolerance && !(turnBeyond <= kMostTurnBeyond);
+    if (curve.length == 0.0 || isSpeck || (change == 0.0 && curve.startCurvature == 0.0)) {
         form = Form::Line;
         piece.a = 0.0;
         piece.growth = 0.0;

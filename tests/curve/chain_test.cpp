@@ -291,6 +291,33 @@ TEST(Chain, RefusesWhatIsNotFinite) {
     EXPECT_TRUE(chain.line(0.001, 100).points.empty());
 }
 
+// A distance a little beside a joint may belong to a curve much shorter than the tolerance of the joint.
+TEST(Chain, ASpeckIsNotFollowedBeyondItsEndsIntoInfinity) {
+    for (const double length : {5e-324, 1e-320, 1e-300, 1e-150, 1e-12}) {
+        for (const auto& [first, last] : {std::pair(0.0, 3.0), std::pair(1.0, 1e9), std::pair(1e300, 1e300),
+                                          std::pair(-1e20, 1e20), std::pair(0.0, 0.0)}) {
+            const Chain chain = chainOf({straight({{0, 0}, 0.0}, 5.0), Curve{{{5, 0}, 0.0}, length, first, last},
+                                         straight({{5, 0}, 0.0}, 5.0)});
+            const std::vector<double> distances{5.0 - 0.6e-9, 5.0 - 0.3e-9, 5.0, 5.0 + 0.3e-9, 5.0 + 0.6e-9};
+            std::vector<Point> points(distances.size());
+            EXPECT_EQ(chain.points(distances, {}, points), distances.size());
+            for (std::size_t i = 0; i < distances.size(); ++i) {
+                EXPECT_NEAR(points[i].x, 5.0, 2e-9) << length << ' ' << last;
+                EXPECT_NEAR(points[i].y, 0.0, 2e-9) << length << ' ' << last;
+                for (const Side side : {Side::Before, Side::After}) {
+                    const auto place = chain.placeAt(distances[i], 2.0, side);
+                    ASSERT_TRUE(place) << length << ' ' << last;
+                    EXPECT_TRUE(std::isfinite(place->azimuth) && std::isfinite(place->curvature));
+                }
+                const auto foot = chain.locate({points[i].x, 3.0});
+                ASSERT_TRUE(foot);
+                EXPECT_NEAR(foot->offset, 3.0, 1e-8);
+                EXPECT_TRUE(chain.pointAt(foot->distance));
+            }
+        }
+    }
+}
+
 TEST(Chain, AnyFiniteValuesAreAnsweredWithFiniteOnesOrNothing) {
     constexpr unsigned kSeed = 666;
     Random random(kSeed);

@@ -1,15 +1,20 @@
 // The hand that measures in the plan.
 #include "desk/measure/measure_tool.h"
 
+#include "desk/measure/text_room.h"
+#include "desk/plan/plan_furniture.h"
 #include "desk/plan/plan_style.h"
 #include "desk/plan/plan_text.h"
 #include "desk/window/properties.h"
 #include "exchange/survey_text.h"
 
+#include <QFontMetricsF>
 #include <QPolygonF>
 
+#include <array>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace fenmark::desk {
 
@@ -71,6 +76,40 @@ void paintMark(QPainter& painter, SnapKind kind, const QPointF& at) {
         break;
     case SnapKind::Free:
         break;
+    }
+}
+
+QSizeF sizeOf(const QPainter& painter, const QString& text) {
+    const QFontMetricsF metrics(painter.font());
+    return {metrics.horizontalAdvance(text), metrics.height()};
+}
+
+void paintText(QPainter& painter, const QRectF& place, const QString& text) {
+    drawText(painter, place.topLeft() + QPointF(0.0, QFontMetricsF(painter.font()).ascent()), text, measureInk());
+}
+
+// The length of each side beside its middle, on its upper hand where that is free. The last point of a ring is the first.
+void paintLengths(QPainter& painter, const QPolygonF& line, const Measured& measured, TextRoom& room) {
+    for (std::size_t i = 0; i < measured.sides.size(); ++i) {
+        const QPointF a = line[static_cast<qsizetype>(i)];
+        const QPointF b = line[static_cast<qsizetype>(i) + 1];
+        const double length = std::hypot(b.x() - a.x(), b.y() - a.y());
+        if (length < kLeastSideForText) {
+            continue;
+        }
+        const QString text = metres(measured.sides[i].length);
+        const QSizeF size = sizeOf(painter, text);
+        const QPointF way = (b - a) / length;
+        const QPointF up = way.x() > 0.0 ? QPointF(way.y(), -way.x()) : QPointF(-way.y(), way.x());
+        const double away = 3.0 + 0.5 * (std::abs(up.x()) * size.width() + std::abs(up.y()) * size.height());
+        std::vector<QRectF> places;
+        for (const double share : {0.5, 0.25, 0.75}) {
+            for (const double hand : {1.0, -1.0}) {
+                const QPointF middle = a + share * (b - a) + hand * away * up;
+                places.emplace_back(middle - QPointF(0.5 * size.width(), 0.5 * size.height()), size);
+            }
+        }
+        paintText(painter, room.take(places), text);
     }
 }
 
@@ -210,8 +249,14 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
         line.append(view.toPixel(meant_->at.x, meant_->at.y));
         points.push_back(meant_->at);
     }
-    if (mode_ != MeasureMode::Place && line.size() > 1) {
-        const bool ring = mode_ == MeasureMode::Area && line.size() > 2;
+    const bool lined = mode_ != MeasureMode::Place && line.size() > 1;
+    const bool ring = lined && mode_ == MeasureMode::Area && line.size() > 2;
+    if (ring) {
+        line.append(line.front());
+    }
+    TextRoom room(view.size(), furniturePlaces(view, font),
+                  lined ? std::vector<QPolygonF>{line} : std::vector<QPolygonF>());
+    if (lined) {
         QColor fill = measureInk();
         fill.setAlphaF(0.12F);
         painter.setBrush(ring ? QBrush(fill) : QBrush(Qt::NoBrush));
@@ -221,23 +266,7 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
         } else {
             painter.drawPolyline(line);
         }
-        const Measured measured = measure(points, ring);
-        for (std::size_t i = 0; i < measured.sides.size(); ++i) {
-            const QPointF a = line[static_cast<qsizetype>(i)];
-            const QPointF b = line[static_cast<qsizetype>((i + 1) % points.size())];
-            if (std::hypot(b.x() - a.x(), b.y() - a.y()) < kLeastSideForText) {
-                continue;
-            }
-            const QString text = metres(measured.sides[i].length);
-            const double width = painter.fontMetrics().horizontalAdvance(text);
-            // Beside the side, on its upper hand.
-            const QPointF way = (b - a) / std::hypot(b.x() - a.x(), b.y() - a.y());
-            const QPointF up = way.x() > 0.0 ? QPointF(way.y(), -way.x()) : QPointF(-way.y(), way.x());
-            const double height = painter.fontMetrics().ascent();
-            const double away = 5.0 + 0.5 * (std::abs(up.x()) * width + std::abs(up.y()) * height);
-            const QPointF middle = (a + b) / 2.0 + away * up;
-            drawText(painter, middle + QPointF(-width / 2.0, 0.4 * height), text, measureInk());
-        }
+        paintLengths(painter, line, measure(points, ring), room);
     }
     painter.setBrush(kPaper);
     painter.setPen(QPen(measureInk(), 1.5));
@@ -255,10 +284,15 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     if (!meant_->name.empty()) {
         text += QLatin1Char(' ') + fromUtf8(meant_->name);
     }
-    // Beside the mark, on the side that has room.
-    const double width = painter.fontMetrics().horizontalAdvance(text);
-    const bool left = at.x() + 12.0 + width > view.size().width();
-    drawText(painter, at + QPointF(left ? -12.0 - width : 12.0, -10.0), text, measureInk());
+    const QSizeF size = sizeOf(painter, text);
+    const QSizeF away(12.0, 10.0); // of the text's near corner from the middle of the mark
+    const double right = at.x() + away.width();
+    const double left = at.x() - away.width() - size.width();
+    const double above = at.y() - away.height() - size.height();
+    const double below = at.y() + away.height();
+    const std::array<QRectF, 4> places = {QRectF(QPointF(right, above), size), QRectF(QPointF(right, below), size),
+                                          QRectF(QPointF(left, above), size), QRectF(QPointF(left, below), size)};
+    paintText(painter, room.take(places), text);
 }
 
 } // namespace fenmark::desk

@@ -68,13 +68,17 @@ QRectF barPatch(const ViewTransform& view, const QFont& font) {
     return barOf(view).adjusted(-8, -QFontMetricsF(font).height() - 8.0, 8, 6);
 }
 
+// A line of text of that width, above the bar.
+QRectF notePatch(const QSizeF& view, const QFont& font, double width) {
+    const double line = QFontMetricsF(font).height();
+    return {view.width() - kMargin - width - 4.0, view.height() - kMargin - 2.0 * line - 12.0, width + 8.0, line};
+}
+
 } // namespace
 
 std::vector<QRectF> furniturePlaces(const ViewTransform& view, const QFont& font) {
     constexpr double kNoteWidth = 280.0; // of most notes
-    const QRectF bar = barPatch(view, font);
-    const double line = QFontMetricsF(font).height();
-    return {northPatch(view), bar, QRectF(bar.right() - kNoteWidth, bar.top() - line, kNoteWidth, line)};
+    return {northPatch(view), barPatch(view, font), notePatch(view.size(), font, kNoteWidth)};
 }
 
 double scaleBarMetres(const ViewTransform& view, double pixels) {
@@ -127,15 +131,12 @@ void paintNote(QPainter& painter, const QRect& in, const QString& text, const QF
     painter.save();
     painter.setFont(font);
     const QFontMetricsF metrics(font);
-    const QPointF at(in.width() - kMargin - metrics.horizontalAdvance(text),
-                     in.height() - kMargin - 2.0 * metrics.height() - 4.0);
+    const QRectF place = notePatch(in.size(), font, metrics.horizontalAdvance(text));
     QColor patch = kPaper;
     patch.setAlphaF(0.88F);
-    painter.fillRect(
-        QRectF(at.x() - 4.0, at.y() - metrics.ascent(), metrics.horizontalAdvance(text) + 8.0, metrics.height()),
-        patch);
+    painter.fillRect(place, patch);
     painter.setPen(kFaintInk);
-    painter.drawText(at, text);
+    painter.drawText(place.topLeft() + QPointF(4.0, metrics.ascent()), text);
     painter.restore();
 }
 

@@ -2,6 +2,7 @@
 #include "desk/window/keys_dialog.h"
 
 #include "desk/window/main_window.h"
+#include "desk/window/wrapped_rows.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -9,6 +10,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -69,7 +71,7 @@ void showKeys(MainWindow& window) {
     list->setColumnCount(2);
     list->setHeaderLabels({texts(Text::ColumnKey), texts(Text::ColumnAct)});
     list->setRootIsDecorated(false);
-    list->setUniformRowHeights(true);
+    list->setWordWrap(true); // what a key does is read whole also in a narrow window
     list->setAccessibleName(dialog.windowTitle());
     QFont bold = list->font();
     bold.setBold(true);
@@ -83,6 +85,9 @@ void showKeys(MainWindow& window) {
         }
     }
     list->resizeColumnToContents(0);
+    // Once the header has taken its new widths.
+    const auto fit = [list] { QTimer::singleShot(0, list, [list] { fitRows(*list); }); };
+    QObject::connect(list->header(), &QHeaderView::sectionResized, list, fit);
     auto* buttons = new QDialogButtonBox(&dialog);
     QPushButton* close = buttons->addButton(texts(Text::OkButton), QDialogButtonBox::AcceptRole);
     close->setDefault(true);
@@ -91,6 +96,7 @@ void showKeys(MainWindow& window) {
     layout->addWidget(list);
     layout->addWidget(buttons);
     dialog.resize(kHelpSize.boundedTo(window.screen()->availableSize() - kHelpFrame));
+    fit();
     dialog.exec();
 }
 

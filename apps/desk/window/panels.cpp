@@ -3,6 +3,7 @@
 
 #include "desk/plan/plan_text.h"
 #include "desk/window/properties.h"
+#include "desk/window/wrapped_rows.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -44,21 +45,6 @@ QIcon colourIcon(const std::optional<QColor>& colour) {
     icon.addPixmap(pixmap);
     icon.addPixmap(pixmap, QIcon::Selected); // not tinted
     return icon;
-}
-
-// Rows as high as their values need, which are seen whole also in a narrow panel.
-void fitRows(QTreeWidget& tree) {
-    constexpr int kMargins = 8; // of a cell, left and right
-    constexpr int kHighest = 1000;
-    const int width = std::max(1, tree.columnWidth(1) - kMargins);
-    const QFontMetrics metrics(tree.font());
-    for (int i = 0; i < tree.topLevelItemCount(); ++i) {
-        QTreeWidgetItem& row = *tree.topLevelItem(i);
-        const int height =
-            metrics.boundingRect(QRect(0, 0, width, kHighest), static_cast<int>(Qt::TextWordWrap), row.text(1))
-                .height();
-        row.setSizeHint(1, QSize(0, std::max(height, metrics.height())));
-    }
 }
 
 void alignNumbers(QTreeWidgetItem* item) {

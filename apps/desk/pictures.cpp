@@ -1,8 +1,8 @@
 // Draws the pictures of the documentation: every dialog and the desktop program with the examples. Not installed.
 //
-// Usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2], two folders. The dialogs are the real ones, met on the
-// way through an import. "desk" makes the views of the desk on a small screen, "desk2" at twice the scale; "all" and
-// "all2" each of them in both languages, light and dark, to be looked at.
+// Usage: fenmark_pictures EXAMPLES OUTPUT [desk|desk2], two folders. The dialogs are the real ones, met on the way through
+// an import. "desk" makes the views of the desk on a small screen, in both languages, light and dark; "desk2" the same at
+// twice the scale.
 #include "desk/window/desk.h"
 #include "desk/window/keys_dialog.h"
 #include "desk/window/main_window.h"

@@ -12,7 +12,7 @@ namespace fenmark::curve {
 
 namespace {
 
-// Radians that a curve may turn over the joint tolerance; that much is exact in any argument of a sine.
+// Radians that a curve may turn over the joint tolerance: sines of such angles are still good to 1e-10.
 constexpr double kMostTurnBeyond = 1e6;
 
 } // namespace

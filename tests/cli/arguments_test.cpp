@@ -147,9 +147,14 @@ TEST_F(ArgumentLine, DrawingThatIsNamedAsAnotherFormatIsRefusedWithTheCommandsTh
     refused("out.XML", "export");
     refused("out.svg", "plot");
     refused("out.html", "report");
+    refused("out.pdf", "plot");
     EXPECT_NE(fenmark({"export", "a.gpkg", "a.svg"}).err.find("'fenmark plot' writes this one"), std::string::npos);
     EXPECT_NE(fenmark({"plot", "a.gpkg", "a.dxf"}).err.find("'fenmark export' writes this one"), std::string::npos);
     EXPECT_NE(fenmark({"export", "a.gpkg", "a.html"}).err.find("'fenmark report' writes this one"), std::string::npos);
+    EXPECT_NE(fenmark({"export", "a.gpkg", "a.PDF"}).err.find("'fenmark plot' writes this one"), std::string::npos);
+    EXPECT_NE(fenmark({"report", "a.gpkg", "a.pdf"}).err.find("'fenmark plot' writes this one"), std::string::npos);
+    EXPECT_NE(fenmark({"report", "a.gpkg", "a.xml"}).err.find("'fenmark export' writes this one"), std::string::npos);
+    EXPECT_EQ(fenmark({"report", "a.gpkg", "a.doc"}).err.find("writes this one"), std::string::npos);
 }
 
 TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {

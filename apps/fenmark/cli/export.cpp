@@ -21,9 +21,8 @@ using drawing::Load;
 int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     const exchange::Format* const format = exchange::formatOf(arguments.target);
     if (format == nullptr || format->isPlan) {
-        const std::string other = format != nullptr ? "plot" : endsIn(arguments.target, ".html") ? "report" : "";
         throw Stop(kWrongUsage, otherExtension(streams.language, arguments.target,
-                                               exchange::extensions(false, said(streams.language, Text::Or)), other));
+                                               exchange::extensions(false, said(streams.language, Text::Or))));
     }
     const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     exchange::ExportOptions options = arguments.options;

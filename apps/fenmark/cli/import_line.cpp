@@ -3,9 +3,9 @@
 #include "cli/argument_values.h"
 #include "cli/drawings.h"
 #include "cli/help_texts.h"
+#include "cli/messages.h"
 #include "cli/suggestion.h"
 #include "command/dialog_rules.h"
-#include "exchange/formats.h"
 
 #include <CLI/CLI.hpp>
 
@@ -50,18 +50,15 @@ std::array<bool, sima::kImportKinds> wantedKinds(const ImportLine& line, Languag
 
 // A drawing is a GeoPackage, whatever it is called; a name of another format is a wish for an export.
 void requireDrawingName(const std::string& drawing, const std::string& file, Language language) {
-    const exchange::Format* const format = exchange::formatOf(drawing);
-    const bool isReport = endsIn(drawing, ".html");
-    if (format == nullptr && !isReport) {
+    const std::string command(commandThatWrites(drawing));
+    if (command.empty()) {
         return;
     }
     refuse(language, Text::DrawingIsAnotherFormat,
            {{"drawing", drawing},
             {"file", file},
             {"made", drawing.substr(0, drawing.rfind('.')) + ".gpkg"},
-            {"command", isReport         ? "report"
-                        : format->isPlan ? "plot"
-                                         : "export"}});
+            {"command", command}});
 }
 
 } // namespace

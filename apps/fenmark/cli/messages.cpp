@@ -6,6 +6,7 @@
 #include "cli/options.h"
 #include "cli/printable.h"
 #include "command/dialog_rules.h"
+#include "exchange/formats.h"
 #include "host/boundary/mirdan_exception.h"
 #include "platform/files.h"
 #include "sima/reader/line_source.h"
@@ -162,8 +163,19 @@ std::string plainReal(double value) {
     return error == std::errc() ? std::string(buffer.data(), end) : std::string("nan");
 }
 
-std::string otherExtension(Language language, const std::string& target, const std::string& extensions,
-                           const std::string& other) {
+std::string_view commandThatWrites(const std::string& path) {
+    if (endsIn(path, ".html") || endsIn(path, ".htm")) {
+        return "report";
+    }
+    if (endsIn(path, ".pdf")) {
+        return "plot";
+    }
+    const exchange::Format* const format = exchange::formatOf(path);
+    return format == nullptr ? "" : format->isPlan ? "plot" : "export";
+}
+
+std::string otherExtension(Language language, const std::string& target, const std::string& extensions) {
+    const std::string other(commandThatWrites(target));
     const std::string hint =
         other.empty() ? std::string() : said(language, Text::OtherCommandWrites, {{"command", other}});
     return said(language, Text::ExtensionMustBe, {{"path", target}, {"extensions", extensions}, {"hint", hint}});

@@ -84,9 +84,10 @@ void tellPassedOver(const Streams& streams, bool quiet, const std::string& file,
 // A real in plain decimals that reads back to the same 64-bit value.
 std::string plainReal(double value);
 
-// What to say of a target whose extension the command does not write; `other` is the command that does, or empty.
-[[nodiscard]] std::string otherExtension(Language language, const std::string& target, const std::string& extensions,
-                                         const std::string& other);
+// The command that writes files of that extension, "plot"; empty where none does.
+[[nodiscard]] std::string_view commandThatWrites(const std::string& path);
+// What to say of a target whose extension the command does not write; names the one that does.
+[[nodiscard]] std::string otherExtension(Language language, const std::string& target, const std::string& extensions);
 
 // Raises Stop unless the file is named *.sim and can be read.
 void requireReadableSimFile(const std::string& path, Language language);

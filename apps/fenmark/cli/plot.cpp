@@ -53,13 +53,8 @@ void write(const Streams& streams, const std::string& target, const std::functio
 int runPlot(const PlotArguments& arguments, const Streams& streams) {
     const bool pdf = endsIn(arguments.target, ".pdf");
     if (!pdf && !endsIn(arguments.target, ".svg")) {
-        const bool exported = exchange::formatOf(arguments.target) != nullptr;
-        const bool reported = endsIn(arguments.target, ".html");
         throw Stop(kWrongUsage, otherExtension(streams.language, arguments.target,
-                                               ".svg" + said(streams.language, Text::Or) + ".pdf",
-                                               exported   ? "export"
-                                               : reported ? "report"
-                                                          : ""));
+                                               ".svg" + said(streams.language, Text::Or) + ".pdf"));
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     const exchange::Plot plot = plotOf(*drawing, arguments, streams.language);

@@ -56,7 +56,7 @@ int runReport(const ReportArguments& arguments, const Streams& streams) {
     const bool html = endsIn(arguments.target, ".html") || endsIn(arguments.target, ".htm");
     if (!html && !endsIn(arguments.target, ".csv")) {
         throw Stop(kWrongUsage, otherExtension(streams.language, arguments.target,
-                                               ".html" + said(streams.language, Text::Or) + ".csv", {}));
+                                               ".html" + said(streams.language, Text::Or) + ".csv"));
     }
     exchange::ReportOptions options = arguments.options;
     for (const std::string& log : arguments.logs) {

@@ -133,7 +133,8 @@ TEST(OutputFile, FullDiskLeavesTheTargetAsItWas) {
     const Outcome outcome = writeFile(path, [](std::ostream& out) { out << std::string(1000000, 'x'); });
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
-    EXPECT_NE(outcome.message.english.find(path + ": cannot be written: "), std::string::npos) << outcome.message.english;
+    EXPECT_NE(outcome.message.english.find(path + ": cannot be written: "), std::string::npos)
+        << outcome.message.english;
     EXPECT_EQ(test::readFile(path), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
 }

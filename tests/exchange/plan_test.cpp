@@ -323,6 +323,11 @@ TEST_F(PlanOf, VeryManyPointsAreDotsWithoutNamesAndThePlanSaysSo) {
     draw();
     EXPECT_EQ(notes.size(), 2U);
     EXPECT_FALSE(hasText("点"));
+    std::size_t dots = 0;
+    for (std::size_t at = text.find("h0"); at != std::string::npos; at = text.find("h0", at + 1)) {
+        ++dots;
+    }
+    EXPECT_EQ(dots, std::size_t{kSide * kSide}) << "no two of them lie in one cell of the paper";
     constexpr std::size_t kMostBytes = 2000000;
     EXPECT_LT(text.size(), kMostBytes);
 }

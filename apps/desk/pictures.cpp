@@ -4,6 +4,7 @@
 // an import. "desk" makes the views of the desk on a small screen, in both languages, light and dark; "desk2" the same at
 // twice the scale.
 #include "desk/window/desk.h"
+#include "desk/window/find_panel.h"
 #include "desk/window/keys_dialog.h"
 #include "desk/window/main_window.h"
 #include "desk/window/workbench.h"
@@ -35,6 +36,7 @@ namespace {
 
 using namespace fenmark;
 
+const QString kFindDock = QStringLiteral("dock3");
 const QString kCommandDock = QStringLiteral("dock5");
 QDir output;
 bool failed = false;
@@ -323,6 +325,11 @@ void showDay(const QDir& examples, const std::vector<std::string>& module, const
         }});
         desk::showKeys(*window);
     }
+    window->dock(kCommandDock).show();
+    auto& find = *window->findChild<desk::FindPanel*>();
+    window->dock(kFindDock).show();
+    find.edit()->setText(QStringLiteral("No.2"));
+    keepSmall(*window, look, "find");
 }
 
 int run(const QDir& examples, const std::vector<std::string>& module) {

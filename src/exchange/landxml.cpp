@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace fenmark::exchange {
 
@@ -421,7 +422,7 @@ void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile
     }
 }
 
-// A height that is no number stays out; it is counted and reported.
+// A height that nobody gave stays out, and one that is no number, which is counted and reported.
 void writeCgPoints(std::ostream& out, const Drawing& drawing) {
     writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },
@@ -430,8 +431,8 @@ void writeCgPoints(std::ostream& out, const Drawing& drawing) {
             out << "    <CgPoint";
             writeAttributes(out, names, entity);
             out << '>' << PlainReal{at.y} << ' ' << PlainReal{at.x};
-            if (std::abs(at.z) <= kFarthest) {
-                out << ' ' << PlainReal{at.z};
+            if (const std::optional<double> height = knownHeight(entity)) {
+                out << ' ' << PlainReal{*height};
             }
             out << "</CgPoint>\n";
         });

@@ -22,11 +22,12 @@ std::string readableText(std::string_view text) {
         const std::string_view before = text;
         const bool isCharacter =
             sima::takeCharacter(text) != U'\uFFFD' || before.starts_with(sima::kReplacementCharacter);
-        const std::string_view taken = before.substr(0, before.size() - text.size());
+        const std::size_t taken = before.size() - text.size();
         if (isCharacter) {
-            out += taken;
+            out += before.substr(0, taken);
+            continue;
         }
-        for (std::size_t i = 0; !isCharacter && i < taken.size(); ++i) {
+        for (std::size_t byte = 0; byte < taken; ++byte) {
             out += sima::kReplacementCharacter;
         }
     }

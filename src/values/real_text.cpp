@@ -62,12 +62,13 @@ char* writeFewDecimals(char* first, const char* last, double value, int decimals
 
 #if !defined(FENMARK_DOUBLE_CONVERSION)
 
-std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals) {
-    if (char* const end = writeFewDecimals(first, last, value, decimals)) {
-        return {end, std::errc{}};
-    }
+namespace {
+
+std::to_chars_result writeAnyDecimals(char* first, char* last, double value, int decimals) {
     return std::to_chars(first, last, value, std::chars_format::fixed, decimals);
 }
+
+} // namespace
 
 #else
 
@@ -180,6 +181,25 @@ int scientificSize(const Digits& digits) {
     return digits.count + (digits.count > 1 ? 1 : 0) + (exponent >= 100 ? 5 : 4);
 }
 
+std::to_chars_result writeAnyDecimals(char* first, char* last, double value, int decimals) {
+    if (!std::isfinite(value)) {
+        return notFinite(first, last, value);
+    }
+    // The library rounds a value exactly between two texts up; the standard rounds it to the even one. Such a value is
+    // an odd multiple of half a unit of the last decimal, hence an odd multiple of a power of two.
+    const double halves = std::ldexp(value, decimals + 1);
+    const bool mayBeBetween = std::abs(halves) < kWhole && halves == std::trunc(halves);
+    if (mayBeBetween || decimals > kFixedDecimals || std::abs(value) >= 1e15) {
+        return printed(first, last, "%.*f", decimals, value);
+    }
+    char text[kFixedDigits + kFixedDecimals + 3];
+    double_conversion::StringBuilder builder(text, sizeof text);
+    static const DoubleToStringConverter converter(DoubleToStringConverter::NO_FLAGS, "inf", "nan", 'e', -6, 21, 6, 0);
+    converter.ToFixed(value, decimals, &builder);
+    const int size = builder.position();
+    return copied(first, last, std::string_view(text, static_cast<std::size_t>(size)));
+}
+
 } // namespace
 
 std::to_chars_result writeReal(char* first, char* last, double value) {
@@ -210,28 +230,6 @@ std::to_chars_result writeReal(char* first, char* last, double value) {
 
 std::to_chars_result writePlainReal(char* first, char* last, double value) {
     return std::isfinite(value) ? plain(first, last, value, Digits(value)) : notFinite(first, last, value);
-}
-
-std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals) {
-    if (char* const end = writeFewDecimals(first, last, value, decimals)) {
-        return {end, std::errc{}};
-    }
-    if (!std::isfinite(value)) {
-        return notFinite(first, last, value);
-    }
-    // The library rounds a value exactly between two texts up; the standard rounds it to the even one. Such a value is
-    // an odd multiple of half a unit of the last decimal, hence an odd multiple of a power of two.
-    const double halves = std::ldexp(value, decimals + 1);
-    const bool mayBeBetween = std::abs(halves) < kWhole && halves == std::trunc(halves);
-    if (mayBeBetween || decimals > kFixedDecimals || std::abs(value) >= 1e15) {
-        return printed(first, last, "%.*f", decimals, value);
-    }
-    char text[kFixedDigits + kFixedDecimals + 3];
-    double_conversion::StringBuilder builder(text, sizeof text);
-    static const DoubleToStringConverter converter(DoubleToStringConverter::NO_FLAGS, "inf", "nan", 'e', -6, 21, 6, 0);
-    converter.ToFixed(value, decimals, &builder);
-    const int size = builder.position();
-    return copied(first, last, std::string_view(text, static_cast<std::size_t>(size)));
 }
 
 std::to_chars_result writeScientificReal(char* first, char* last, double value, int decimals) {
@@ -277,5 +275,12 @@ std::from_chars_result readReal(const char* first, const char* last, double& val
 }
 
 #endif
+
+std::to_chars_result writeFixedReal(char* first, char* last, double value, int decimals) {
+    if (char* const end = writeFewDecimals(first, last, value, decimals)) {
+        return {end, std::errc{}};
+    }
+    return writeAnyDecimals(first, last, value, decimals);
+}
 
 } // namespace fenmark

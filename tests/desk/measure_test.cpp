@@ -5,7 +5,6 @@
 #include "desk/measure/measurement.h"
 #include "desk/measure/point_name.h"
 #include "desk/measure/snap.h"
-#include "desk/measure/text_room.h"
 #include "desk/window/workbench.h"
 #include "exchange/report/tables.h"
 #include "exchange/survey_text.h"
@@ -74,23 +73,6 @@ TEST(Measurement, WritesQuadrantBearings) {
     EXPECT_EQ(degrees(120.0), "S60°00′00″E");
     EXPECT_EQ(degrees(200.0), "S20°00′00″W");
     EXPECT_EQ(degrees(359.5), "N0°30′00″W");
-}
-
-TEST(TextRoom, TakesTheFirstPlaceThatIsFreeOfTextsAndLines) {
-    const QSizeF size(40.0, 10.0);
-    const auto at = [&](double x, double y) { return QRectF(QPointF(x, y), size); };
-    TextRoom room({200.0, 100.0}, {at(0.0, 0.0)}, {QPolygonF({{100.0, 0.0}, {100.0, 100.0}, {150.0, 50.0}})});
-    const auto take = [&](std::vector<QRectF> places) { return room.take(places); };
-    EXPECT_EQ(take({at(10.0, 5.0), at(50.0, 5.0)}), at(50.0, 5.0)) << "off what stands there";
-    EXPECT_EQ(take({at(50.0, 0.0), at(50.0, 20.0)}), at(50.0, 20.0)) << "off the text before";
-    EXPECT_EQ(take({at(80.0, 50.0), at(105.0, 80.0), at(55.0, 50.0)}), at(55.0, 50.0)) << "off both lines";
-    EXPECT_EQ(take({at(-10.0, 80.0), at(170.0, 80.0), at(10.0, 85.0)}), at(10.0, 85.0)) << "within the view";
-    EXPECT_EQ(take({at(-10.0, 60.0), at(90.0, 50.0)}), at(90.0, 50.0)) << "none free: what is seen whole";
-    EXPECT_EQ(take({at(-10.0, 60.0), at(190.0, 50.0)}), at(-10.0, 60.0));
-    // A short line within the text.
-    TextRoom small({200.0, 100.0}, {}, {QPolygonF({{12.0, 12.0}, {13.0, 13.0}})});
-    const std::vector<QRectF> places{at(10.0, 10.0), at(10.0, 30.0)};
-    EXPECT_EQ(small.take(places), at(10.0, 30.0));
 }
 
 // A closed square of 10 m with its corner at the origin, a line across it, a point, and an alignment east of it: 50 m

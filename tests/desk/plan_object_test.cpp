@@ -222,6 +222,27 @@ TEST(PlanText, StakesAreNamedByTwentyMetres) {
     EXPECT_EQ(stakeName(-5.0), QStringLiteral("No.-1+15.000"));
 }
 
+TEST(LabelRoom, TakesTheFirstPlaceThatIsFreeOfTextsAndLines) {
+    const QSizeF size(40.0, 10.0);
+    const auto at = [&](double x, double y) { return QRectF(QPointF(x, y), size); };
+    LabelRoom room({200.0, 100.0});
+    room.block(at(0.0, 0.0));
+    room.blockLine({100.0, 0.0}, {100.0, 100.0});
+    room.blockLine({100.0, 100.0}, {150.0, 50.0});
+    const auto take = [&](std::vector<QRectF> places) { return room.takeFirst(places); };
+    EXPECT_EQ(take({at(10.0, 5.0), at(50.0, 5.0)}), at(50.0, 5.0)) << "off what stands there";
+    EXPECT_EQ(take({at(50.0, 0.0), at(50.0, 20.0)}), at(50.0, 20.0)) << "off the text before";
+    EXPECT_EQ(take({at(80.0, 50.0), at(105.0, 80.0), at(55.0, 50.0)}), at(55.0, 50.0)) << "off both lines";
+    EXPECT_EQ(take({at(-10.0, 80.0), at(170.0, 80.0), at(10.0, 85.0)}), at(10.0, 85.0)) << "within the view";
+    EXPECT_EQ(take({at(-10.0, 60.0), at(90.0, 50.0)}), at(90.0, 50.0)) << "none free: what is seen whole";
+    EXPECT_EQ(take({at(-10.0, 60.0), at(190.0, 50.0)}), at(-10.0, 60.0));
+    // A short line within the text.
+    LabelRoom small({200.0, 100.0});
+    small.blockLine({12.0, 12.0}, {13.0, 13.0});
+    const std::vector<QRectF> places{at(10.0, 10.0), at(10.0, 30.0)};
+    EXPECT_EQ(small.takeFirst(places), at(10.0, 30.0));
+}
+
 TEST(PlanText, ANamesRoomIsTakenOnce) {
     LabelRoom room({200.0, 100.0});
     EXPECT_TRUE(room.take(QRectF(10, 10, 50, 12)));

@@ -26,9 +26,8 @@ class Papers : public ::testing::Test {
     void SetUp() override {
         drawing.setZone(9);
         drawing.addLayer("道路");
-        const std::size_t colours = drawing.layers().size();
         std::vector<drawing::Layer> layers = drawing.layers();
-        layers[colours - 1].colour = drawing::Colour{0x11, 0x66, 0x22};
+        layers.back().colour = drawing::Colour{0x11, 0x66, 0x22};
         ASSERT_TRUE(drawing.setLayers(layers));
         addRoad(drawing, {12000.0, -36000.0}, false, "本線");
         addRoad(drawing, {12010.0, -35960.0}, true, "支線 <1>");

@@ -1,7 +1,6 @@
 // The hand that measures in the plan.
 #include "desk/measure/measure_tool.h"
 
-#include "desk/measure/text_room.h"
 #include "desk/plan/plan_furniture.h"
 #include "desk/plan/plan_style.h"
 #include "desk/plan/plan_text.h"
@@ -25,6 +24,7 @@ namespace {
 constexpr double kReachPixels = 10.0;
 constexpr double kMark = 5.0; // half a mark, pixels
 constexpr double kLeastSideForText = 40.0;
+constexpr double kFromSide = 9.0; // pixels between a side and its length: beyond the cells that the side takes
 
 // Reads on the plan's paper, light or dark.
 QColor measureInk() {
@@ -89,7 +89,7 @@ void paintText(QPainter& painter, const QRectF& place, const QString& text) {
 }
 
 // The length of each side beside its middle, on its upper hand where that is free. The last point of a ring is the first.
-void paintLengths(QPainter& painter, const QPolygonF& line, const Measured& measured, TextRoom& room) {
+void paintLengths(QPainter& painter, const QPolygonF& line, const Measured& measured, LabelRoom& room) {
     for (std::size_t i = 0; i < measured.sides.size(); ++i) {
         const QPointF a = line[static_cast<qsizetype>(i)];
         const QPointF b = line[static_cast<qsizetype>(i) + 1];
@@ -101,7 +101,7 @@ void paintLengths(QPainter& painter, const QPolygonF& line, const Measured& meas
         const QSizeF size = sizeOf(painter, text);
         const QPointF way = (b - a) / length;
         const QPointF up = way.x() > 0.0 ? QPointF(way.y(), -way.x()) : QPointF(-way.y(), way.x());
-        const double away = 3.0 + 0.5 * (std::abs(up.x()) * size.width() + std::abs(up.y()) * size.height());
+        const double away = kFromSide + 0.5 * (std::abs(up.x()) * size.width() + std::abs(up.y()) * size.height());
         std::vector<QRectF> places;
         for (const double share : {0.5, 0.25, 0.75}) {
             for (const double hand : {1.0, -1.0}) {
@@ -109,7 +109,7 @@ void paintLengths(QPainter& painter, const QPolygonF& line, const Measured& meas
                 places.emplace_back(middle - QPointF(0.5 * size.width(), 0.5 * size.height()), size);
             }
         }
-        paintText(painter, room.take(places), text);
+        paintText(painter, room.takeFirst(places), text);
     }
 }
 
@@ -254,8 +254,13 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     if (ring) {
         line.append(line.front());
     }
-    TextRoom room(view.size(), furniturePlaces(view, font),
-                  lined ? std::vector<QPolygonF>{line} : std::vector<QPolygonF>());
+    LabelRoom room(view.size());
+    for (const QRectF& place : furniturePlaces(view, font)) {
+        room.block(place);
+    }
+    for (qsizetype i = 0; lined && i + 1 < line.size(); ++i) {
+        room.blockLine(line[i], line[i + 1]);
+    }
     if (lined) {
         QColor fill = measureInk();
         fill.setAlphaF(0.12F);
@@ -292,7 +297,7 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     const double below = at.y() + away.height();
     const std::array<QRectF, 4> places = {QRectF(QPointF(right, above), size), QRectF(QPointF(right, below), size),
                                           QRectF(QPointF(left, above), size), QRectF(QPointF(left, below), size)};
-    paintText(painter, room.take(places), text);
+    paintText(painter, room.takeFirst(places), text);
 }
 
 } // namespace fenmark::desk

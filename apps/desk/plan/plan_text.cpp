@@ -66,14 +66,19 @@ void LabelRoom::blockLine(const QPointF& from, const QPointF& to) {
     }
 }
 
+bool LabelRoom::isWithin(const QRectF& place) const {
+    return place.left() >= 0.0 && place.top() >= 0.0 && place.right() < columns_ * kCell &&
+           place.bottom() < rows_ * kCell;
+}
+
 bool LabelRoom::isFree(const QRectF& place) const {
+    if (!isWithin(place)) {
+        return false;
+    }
     const int left = static_cast<int>(std::floor(place.left() / kCell));
     const int right = static_cast<int>(std::floor(place.right() / kCell));
     const int top = static_cast<int>(std::floor(place.top() / kCell));
     const int bottom = static_cast<int>(std::floor(place.bottom() / kCell));
-    if (left < 0 || top < 0 || right >= columns_ || bottom >= rows_) {
-        return false;
-    }
     for (int row = top; row <= bottom; ++row) {
         for (int column = left; column <= right; ++column) {
             if (taken_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
@@ -91,6 +96,16 @@ bool LabelRoom::take(const QRectF& place) {
     }
     block(place);
     return true;
+}
+
+QRectF LabelRoom::takeFirst(std::span<const QRectF> places) {
+    auto found = std::find_if(places.begin(), places.end(), [this](const QRectF& place) { return isFree(place); });
+    if (found == places.end()) {
+        found = std::find_if(places.begin(), places.end(), [this](const QRectF& place) { return isWithin(place); });
+    }
+    const QRectF& chosen = found != places.end() ? *found : places.front();
+    block(chosen);
+    return chosen;
 }
 
 bool LabelRoom::takeTurned(const QPointF& middle, double width, double height, double degrees) {

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -30,6 +31,8 @@ class LabelRoom {
     explicit LabelRoom(const QSizeF& view);
     // Takes the place if it is free and within the view.
     bool take(const QRectF& place);
+    // Takes the first of the places that is free; where none is, the first within the view, and else the first of all.
+    QRectF takeFirst(std::span<const QRectF> places);
     // The same for text of that size around its middle, turned by degrees clockwise: what it covers and no more.
     bool takeTurned(const QPointF& middle, double width, double height, double degrees);
     bool isFree(const QRectF& place) const;
@@ -39,6 +42,8 @@ class LabelRoom {
 
   private:
     static constexpr double kCell = 6.0; // pixels
+
+    bool isWithin(const QRectF& place) const;
 
     int columns_;
     int rows_;

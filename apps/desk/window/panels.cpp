@@ -84,7 +84,6 @@ SitesPanel::SitesPanel(const Texts& texts, QWidget* parent) : QTreeWidget(parent
     setAlternatingRowColors(true);
     setIndentation(10);
     header()->setStretchLastSection(true);
-    header()->setMinimumSectionSize(10);
     connect(this, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (marking_) {
             return;

@@ -21,15 +21,15 @@ std::uint64_t hashOf(const std::uint8_t* data, std::size_t size) {
     return hash ^ (hash >> 29);
 }
 
-int import(const cli::ImportArguments& arguments, std::string& told) {
+int import(const cli::ImportArguments& arguments, std::string& reported) {
     std::ostringstream out;
     std::ostringstream err;
     try {
         const int code = cli::runImport(arguments, {out, err}); // a file that fails does not stop the others
-        told = err.str();
+        reported = err.str();
         return code;
     } catch (const cli::Stop& stop) {
-        told = stop.what();
+        reported = stop.what();
         return stop.code();
     }
 }
@@ -53,9 +53,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (int run = 0; run < 2; ++run) { // into a new drawing, and into one that is there
         arguments.replace = run == 1 && hash / 96 % 2 == 0;
         const std::string before = fuzz::Sandbox::read(path);
-        std::string told;
-        const int code = import(arguments, told);
-        require(code == cli::kDone || (code == cli::kNotDone && !told.empty()), "done, or told why not");
+        std::string reported;
+        const int code = import(arguments, reported);
+        require(code == cli::kDone || (code == cli::kNotDone && !reported.empty()), "done, or reported why not");
         const std::string after = fuzz::Sandbox::read(path);
         require(code != cli::kDone || after != before, "done means that the drawing has the import");
         require(code == cli::kDone || arguments.keepPartial || after == before, "not done leaves the drawing");

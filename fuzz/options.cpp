@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int code = cli::run(arguments, {out, err});
     require(code >= cli::kDone && code <= cli::kLogHasErrors, "a code of the list");
     const bool failed = code == cli::kNotDone || code == cli::kWrongUsage;
-    require(!failed || err.str().find("fenmark: error: ") != std::string::npos, "a failure is told");
+    require(!failed || err.str().find("fenmark: error: ") != std::string::npos, "a failure is reported");
     requirePrintable(out.str());
     requirePrintable(err.str());
     require(Sandbox::read("a.sim") == kSurvey || arguments.front() != "import", "an import never writes its input");

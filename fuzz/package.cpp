@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         package = bytes.rest();
     } else {
         while (!bytes.empty()) {
-            // The head of the file and of its pages tell more than the rest.
+            // The head of the file and of its pages matter more than the rest.
             const auto where = bytes.take<std::uint8_t>();
             std::size_t at = bytes.take<std::uint32_t>();
             at = where < 64 ? at % 100 : where < 128 ? (at / 16 * 8192 + at % 16) : at;

@@ -32,7 +32,7 @@ void judgePackage(const std::string& path) {
     const Outcome opened = store.open(path, drawing);
     require(Sandbox::read(path) == before, "opening changes nothing");
     if (!opened) {
-        require(!opened.message.empty(), "a failure is told");
+        require(!opened.message.empty(), "a failure is reported");
         return;
     }
     for (const drawing::StoreNote& note : store.notes()) {
@@ -47,7 +47,7 @@ void judgePackage(const std::string& path) {
     drawing::addSmallImport(appended, 7);
     const std::string wanted = drawing::describe(appended);
     if (const Outcome saved = writer.save(path, appended); !saved) {
-        require(!saved.message.empty(), "a failure is told");
+        require(!saved.message.empty(), "a failure is reported");
         require(Sandbox::read(path) == before, "a save that fails changes nothing");
         return;
     }

@@ -62,7 +62,7 @@ inline Sandbox& sandbox() {
 // The bytes of a package with an object of every kind. Makes and removes a file in the sandbox.
 std::string samplePackage();
 
-// What must hold of a drawing on disk, whatever was done to it: it opens or tells why not; what opens can be exported,
+// What must hold of a drawing on disk, whatever was done to it: it opens or says why not; what opens can be exported,
 // takes more objects, and reads back as it was saved.
 void judgePackage(const std::string& path);
 

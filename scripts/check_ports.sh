@@ -7,7 +7,7 @@
 #   windows    fenmark.exe, fenmark-alignment.dll, the zip and the installer, under Wine
 #   archive    examples/archive, with Dask and a PostGIS server
 #
-# scripts/check_ports.sh [PART...]   all of them where none is named; the last lines tell how long each took
+# scripts/check_ports.sh [PART...]   all of them where none is named; the last lines say how long each took
 set -euo pipefail
 
 cd "$(dirname "$0")/.."

@@ -19,7 +19,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 
 def counts_of(data):
-    """What gcov tells of one object file, less the files of others."""
+    """What gcov reports of one object file, less the files of others."""
     with tempfile.TemporaryDirectory() as folder:
         ran = subprocess.run(["gcov", "--json-format", "--branch-probabilities", "--stdout", str(data)], cwd=folder,
                              capture_output=True, check=False)
@@ -28,9 +28,9 @@ def counts_of(data):
     for line in text.splitlines():
         if not line.strip():
             continue
-        told = json.loads(line)
-        for file in told["files"]:
-            path = (pathlib.Path(told["current_working_directory"]) / file["file"]).resolve()
+        report = json.loads(line)
+        for file in report["files"]:
+            path = (pathlib.Path(report["current_working_directory"]) / file["file"]).resolve()
             if path.is_relative_to(ROOT / "src") or path.is_relative_to(ROOT / "apps"):
                 found.append((str(path.relative_to(ROOT)), file["lines"]))
     return found
@@ -47,8 +47,8 @@ def main():
     branches = collections.Counter()  # (file, line, place) -> times
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
         for found in pool.map(counts_of, sorted(build.rglob("*.gcda"))):
-            for path, told in found:
-                for line in told:
+            for path, counted in found:
+                for line in counted:
                     at = (path, line["line_number"])
                     lines[at] += line["count"]
                     real = [b for b in line["branches"] if not b["throw"]]

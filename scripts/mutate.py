@@ -30,8 +30,8 @@ FOLDERS = {
     "src/sima/text": ["sima", "cli"],
     "src/output": ["output"],
     "src/host/embedded": ["embedded", "cli"],
-    "src/alignment/calelm": ["alignment", "alignment_builders", "alignment_solvers"],
-    "src/alignment/construction": ["alignment", "alignment_builders", "alignment_solvers"],
+    "src/alignment/calelm": ["alignment", "alignment_builders", "alignment_solvers", "alignment_absurd"],
+    "src/alignment/construction": ["alignment", "alignment_builders", "alignment_solvers", "alignment_absurd"],
     "src/exchange": ["exchange", "cli"],
     "src/drawing": ["drawing", "cli"],
     "apps/fenmark/cli": ["cli"],
@@ -165,17 +165,17 @@ def main():
         chosen = [m for m in chosen if m[0] in arguments.only]
     if not arguments.list:
         prepare(folders)
-    told = collections.defaultdict(collections.Counter)
+    results = collections.defaultdict(collections.Counter)
     for place, (folder, path, number, new) in chosen:
         old = (ROOT / path).read_text().split("\n")[number].strip()
         how, by = ("listed", "") if arguments.list else try_mutant(folder, path, number, new)
-        told[folder][how] += 1
+        results[folder][how] += 1
         print(f"{place}: {how} {by}: {path}:{number + 1}: {old}  ->  {new.strip()}", flush=True)
     print("\n| Folder | Mutants | Killed |\n| --- | --- | --- |")
-    for folder, counts in sorted(told.items()):
+    for folder, counts in sorted(results.items()):
         tried = counts["killed"] + counts["survived"]
         print(f"| `{folder}` | {tried} | {100 * counts['killed'] / max(tried, 1):.0f} % |")
-    return 1 if any(counts["survived"] for counts in told.values()) else 0
+    return 1 if any(counts["survived"] for counts in results.values()) else 0
 
 
 if __name__ == "__main__":

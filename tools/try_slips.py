@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Makes deliberate slips in the writers of src/exchange, one at a time, and tells which their tests do not notice.
+"""Makes deliberate slips in the writers of src/exchange, one at a time, and prints which their tests do not notice.
 
 tools/try_slips.py FOLDER [--seed 1] [--slips 4] [--writer NAME]
 

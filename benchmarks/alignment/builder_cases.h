@@ -64,7 +64,7 @@ class Cases : public test::Random {
     double azimuth_ = 0.0;
 };
 
-/// Runs one builder over its cases, a fresh copy for each call; the share that it solved is told with the time.
+/// Runs one builder over its cases, a fresh copy for each call; the share that it solved is printed with the time.
 template <class Case, class Run>
 void run_builder(benchmark::State& state, const std::vector<Case>& cases, Run run) {
     std::size_t next = 0;

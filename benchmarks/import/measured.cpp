@@ -38,7 +38,7 @@ double processorSeconds() {
 constexpr std::size_t kTouchedBytes = std::size_t{320} << 20;
 constexpr std::size_t kSmallPage = 4096;
 
-// Takes memory from the system and gives it back. A virtual machine hands memory that lay free for some seconds to its
+// Takes memory from the system and gives it back. A virtual machine returns memory that lay free for some seconds to its
 // host, and fetching it anew takes the import up to 0.2 s: without this the same run is measured at 0.15 s or at 0.35 s.
 // All contenders begin alike.
 void touchMemory() {

@@ -82,11 +82,11 @@ try {
   await idle();
   const elapsed = (Date.now() - started) / 1000;
   const after = renderers();
-  const told = await page.$eval("#status", (element) => element.textContent);
+  const status = await page.$eval("#status", (element) => element.textContent);
   const seconds = after.seconds - before.seconds;
   console.log(`page        ${seconds.toFixed(1)} s processor until it is drawn, ${elapsed.toFixed(1)} s elapsed`);
   console.log(`memory      ${after.peak.toFixed(0)} MiB at most in one process of the page, the browser's code with it`);
-  console.log(`progress    moved ${await page.evaluate("bars")} times; then: ${told.split("\n")[0]}`);
+  console.log(`progress    moved ${await page.evaluate("bars")} times; then: ${status.split("\n")[0]}`);
   const gone = await page.evaluate(`new Promise((resolve) => {
     document.getElementById("run").click();
     setTimeout(() => {

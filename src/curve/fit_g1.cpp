@@ -22,8 +22,11 @@ namespace {
 constexpr int kMostG1Steps = 40;      // Seen: 5
 constexpr double kGoodEnough = 2e-15; // of Y: the end lies that share of the length off. Seen: 2.0e-15
 constexpr double kGood = 1e-14;       // of Y, where rounding allows no better. Seen: never needed
-constexpr double kSmall = 1e-3;       // A below which the moments lose too many digits
-constexpr double kSteady = 0.1;       // A above which those of higher order serve too
+constexpr double kSmall = 1e-3;       // A below which the slope of the series loses too many digits
+constexpr double kSteady = 0.1;       // A above which its higher terms serve too
+// Up to this change of A the series leaves no more than rounding does: 2.0e-15 of Y and of X.
+constexpr double kMostSeriesChange = 0.03;
+constexpr std::size_t kTerms = 6;
 
 struct Solution {
     double a = 0.0; // A
@@ -51,29 +54,52 @@ double lengthOf(double dx, double dy) {
     return squared > kSmallest && squared < kLargest ? std::sqrt(squared) : std::hypot(dx, dy);
 }
 
-// Derivatives of Y by A.
-struct Derivatives {
-    double first = 0.0;  // int (t^2 - t) cos
-    double second = 0.0; // -int (t^2 - t)^2 sin
-    double third = 0.0;  // -int (t^2 - t)^3 cos
+// The chord X + i Y as a polynomial in the change of A: the terms of X, and those of Y.
+struct ChordSeries {
+    std::array<double, kTerms> x;
+    std::array<double, kTerms> y;
 };
 
-// From the moments C and S, the integrals of t^n cos and t^n sin, which follow one from the other by parts:
-// 2 A C(n+1) + (d - A) C(n) = sin at the end - n S(n-1), and likewise for S.
-Derivatives derivatives(double a, double b, const Complex& start, const Complex& end, const Complex& h) {
-    const double scale = 1.0 / (2.0 * a);
-    std::array<double, 7> c;
-    std::array<double, 7> s;
-    c[0] = h.re;
-    s[0] = h.im;
-    c[1] = (end.im - start.im - b * c[0]) * scale;
-    s[1] = (start.re - end.re - b * s[0]) * scale;
-    for (std::size_t n = 1; n < 6; ++n) {
+// Its terms are the integrals of (i w)^n / n! exp(i turn), w = t^2 - t, since the turn grows by w for each unit of A. With
+// u = w' = 2 t - 1, the integrals W(n) of w^n exp(i turn) and V(n) of u w^n exp(i turn) follow one from the other by parts:
+//   A V(n) = i n V(n-1) - d W(n),  4 A W(n+1) = i ((2 + 4 n) W(n) + n W(n-1)) - d V(n) - A W(n).
+// The ends of the curve, where w is 0, count for n = 0 alone: -i (end - start) in the first, -i (start + end) in the second.
+ChordSeries chordSeries(double a, double d, const Complex& start, const Complex& end, const Complex& chord) {
+    const double part = 1.0 / a;
+    const double quarter = 0.25 * part;
+    std::array<Complex, kTerms> w;
+    w[0] = chord;
+    Complex v{(end.im - start.im - d * chord.re) * part, (start.re - end.re - d * chord.im) * part};
+    w[1] = {(start.im + end.im - 2.0 * chord.im - d * v.re - a * chord.re) * quarter,
+            (2.0 * chord.re - start.re - end.re - d * v.im - a * chord.im) * quarter};
+    for (std::size_t n = 1; n + 1 < kTerms; ++n) {
         const double order = static_cast<double>(n);
-        c[n + 1] = (end.im - order * s[n - 1] - b * c[n]) * scale;
-        s[n + 1] = (order * c[n - 1] - end.re - b * s[n]) * scale;
+        const Complex both = (2.0 + 4.0 * order) * w[n] + order * w[n - 1];
+        v = {(-order * v.im - d * w[n].re) * part, (order * v.re - d * w[n].im) * part};
+        w[n + 1] = {(-both.im - d * v.re - a * w[n].re) * quarter, (both.re - d * v.im - a * w[n].im) * quarter};
     }
-    return {c[2] - c[1], -(s[4] - 2.0 * s[3] + s[2]), -(c[6] - 3.0 * (c[5] - c[4]) - c[3])};
+    return {{chord.re, -w[1].im, w[2].re / -2.0, w[3].im / 6.0, w[4].re / 24.0, w[5].im / -120.0},
+            {chord.im, w[1].re, w[2].im / -2.0, w[3].re / -6.0, w[4].im / 24.0, w[5].re / 120.0}};
+}
+
+double valueAt(const std::array<double, kTerms>& c, double x) {
+    const double square = x * x;
+    return (c[0] + x * c[1]) + square * ((c[2] + x * c[3]) + square * (c[4] + x * c[5]));
+}
+
+double slopeAt(const std::array<double, kTerms>& c, double x) {
+    const double square = x * x;
+    return (c[1] + x * (2.0 * c[2])) + square * ((3.0 * c[3] + x * (4.0 * c[4])) + square * (5.0 * c[5]));
+}
+
+// The change of A at which Y is 0: from the linear one by a Newton step, and two more with its slope, which leave 1e-16.
+double rootOf(const std::array<double, kTerms>& y) {
+    double change = -y[0] / y[1];
+    const double inverse = 1.0 / slopeAt(y, change);
+    for (int step = 0; step < 3; ++step) {
+        change -= valueAt(y, change) * inverse;
+    }
+    return change;
 }
 
 // Y' alone, by Simpson's rule; its weight t^2 - t is 0 at both ends.
@@ -87,7 +113,7 @@ double slopeOfSmall(double a, double b, double f0) {
     return sum / (3.0 * kParts);
 }
 
-// Newton's method with three derivatives: mostly one step and a look.
+// Newton's method with the series of the chord, which mostly leads to the root at once.
 Solution solve(double f0, double f1) {
     const double d = f1 - f0;
     const Complex start = onUnitCircle(f0);
@@ -106,13 +132,15 @@ Solution solve(double f0, double f1) {
         }
         double move = 0.0;
         if (std::abs(a) > kSmall) {
-            const Derivatives by = derivatives(a, d - a, start, end, h);
-            move = -h.im / by.first;
+            const ChordSeries series = chordSeries(a, d, start, end, h);
             if (std::abs(a) > kSteady) {
-                // The root of the cubic, from Newton's step on.
-                for (int again = 0; again < 3; ++again) {
-                    move = -(h.im + move * move * (0.5 * by.second + move * by.third / 6.0)) / by.first;
+                move = rootOf(series.y);
+                if (std::abs(move) <= std::min(kMostSeriesChange, a * a / 3.0)) {
+                    const double x = valueAt(series.x, move);
+                    return {a + move, x, valueAt(series.y, move), x > 0.0};
                 }
+            } else {
+                move = -h.im / series.y[1];
             }
         } else {
             move = -h.im / slopeOfSmall(a, d - a, f0);

@@ -128,6 +128,10 @@ std::optional<std::size_t> Drawing::findAlignment(MdDbObjectId id) const {
     return static_cast<std::size_t>(found - alignments_.begin());
 }
 
+bool Drawing::has(MdDbObjectId id) const {
+    return findEntity(id) || findAlignment(id) || findLayer(id) || findSite(id) || findId(tables_, id);
+}
+
 std::optional<std::size_t> Drawing::findEntity(MdDbObjectId id) const {
     if (entities_ == 0) {
         return std::nullopt;

@@ -174,6 +174,8 @@ class Drawing {
     std::optional<std::size_t> findTable(std::string_view name) const;
     std::optional<std::size_t> findAlignment(MdDbObjectId id) const;
     std::optional<std::size_t> findEntity(MdDbObjectId id) const;
+    // Whether any object of the drawing has that identifier: layer, site, table, alignment, point or polyline.
+    bool has(MdDbObjectId id) const;
     std::size_t currentLayer() const { return currentLayer_; }
     // Numbers of points, polylines and alignments on each layer, in the order of layers().
     std::vector<std::size_t> layerCounts() const;

@@ -35,7 +35,7 @@ struct Element {
     double startRadius = kInfiniteRadius; // positive; infinite where straight
     double endRadius = kInfiniteRadius;
     // How it was laid, as the elements behind it want to know; not kept with the drawing.
-    bool continuing = false; // a spiral along the element before, since its PI did not tell its start
+    bool continuing = false; // a spiral along the element before, since its PI did not give its start
     bool otherSense = false; // turns the other way than it was given
 
     double startCurvature() const { return (clockwise ? -1.0 : 1.0) / startRadius; }

@@ -7,6 +7,7 @@
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/results.h"
+#include "exchange/round_stations.h"
 #include "exchange/survey_text.h"
 #include "exchange/text.h"
 #include "platform/clock.h"
@@ -281,8 +282,9 @@ void AlignmentWriter::writeIntermediatePointsOf(const Written& alignment, std::s
     };
     std::vector<Point> points;
     constexpr double kSlack = 1e-9; // of a stake number, for a start that is a stake but for rounding
-    for (double stake = std::ceil(geometry.startStation() / kInterval - kSlack);
-         stake * kInterval <= geometry.endStation() + drawing::kStationTolerance; ++stake) {
+    const double first = std::ceil(geometry.startStation() / kInterval - kSlack);
+    const double last = std::floor((geometry.endStation() + drawing::kStationTolerance) / kInterval);
+    for (double stake = first; stake <= last && canBeCounted(first, last); ++stake) {
         if (const auto pose = geometry.poseAt(stake * kInterval)) {
             points.push_back({stake * kInterval, *pose});
         }

@@ -1,4 +1,4 @@
-// What of a drawing has a place that a file can tell.
+// What of a drawing has a place that a file can hold.
 #include "exchange/placed.h"
 
 #include "exchange/kinds.h"
@@ -19,12 +19,14 @@ bool isNear(double value) {
 }
 
 // Radians. An arc between two points of a survey turns less than once; one that turns more often than this has no end
-// that its length could tell, and files would hold a vertex for each half turn.
+// that its length can give, and files would hold a vertex for each half turn.
 constexpr double kMostTurn = 1e4;
 
 bool windsOnAndOn(const Element& element) {
-    return element.type != drawing::ElementType::Straight && element.startRadius == element.endRadius &&
-           !(std::abs(element.turn()) <= kMostTurn);
+    // A changed drawing may give an arc two radii.
+    const bool arc = element.type == drawing::ElementType::Arc ||
+                     (element.type == drawing::ElementType::Clothoid && element.startRadius == element.endRadius);
+    return arc && !(std::abs(element.turn()) <= kMostTurn);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// What of a drawing has a place that a file can tell.
+// What of a drawing has a place that a file can hold.
 //
 // A field of four hundred digits is a number for the reader of SIMA files, and becomes infinite. Such coordinates stay in
 // the drawing; files for other programs must not hold them.

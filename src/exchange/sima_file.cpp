@@ -47,7 +47,7 @@ class SimaWriter {
     Notes write() {
         bindResults();
         lines_.begin("G00").text("01").name(options_.title).end();
-        // Identifiers tell the order of making. Results stand behind their alignment in any case.
+        // Identifiers follow the order of making. Results stand behind their alignment in any case.
         std::size_t alignment = 0;
         for (std::size_t i = 0; i < drawing_.entityCount();) {
             const EntityView entity = drawing_.entity(i);
@@ -75,7 +75,7 @@ class SimaWriter {
     };
 
     void bindResults() {
-        constexpr std::size_t kEnough = 100; // points of each kind that tell where a section lies
+        constexpr std::size_t kEnough = 100; // points of each kind that show where a section lies
         std::map<ResultKey, Sample> samples;
         std::unordered_set<std::int32_t> numbers;     // of lots, routes and results
         std::map<std::int32_t, std::uint64_t> routes; // number of a polyline's route and its identifier

@@ -1,7 +1,7 @@
 // An alignment as the points and element records of a route.
 //
 // A reader lays straights and arcs between the points of the file, each from the end of the one before. Of a clothoid
-// it takes the direction from both points, and radii and parameter tell where it ends: some tenths of a millimetre off
+// it takes the direction from both points, and radii and parameter give its end: some tenths of a millimetre off
 // the file's point, where the points are rounded. So a joint behind a clothoid keeps the point that was there, as long
 // as that gives the clothoid the same direction again; otherwise a point is added at the joint.
 //

@@ -3,6 +3,7 @@
 
 #include "exchange/csv_field.h"
 #include "exchange/placed.h"
+#include "exchange/round_stations.h"
 #include "exchange/text.h"
 #include "sima/text/cp932.h"
 
@@ -78,7 +79,7 @@ std::optional<Obstacle> collectPlaces(const Drawing& drawing, std::size_t index,
         constexpr double kSlack = 1e-9; // of a count
         const double first = std::ceil(geometry.startStation() / options.every - kSlack);
         const double last = std::floor(geometry.endStation() / options.every + kSlack);
-        for (double count = first; count <= last; ++count) {
+        for (double count = first; count <= last && canBeCounted(first, last); ++count) {
             if (const auto pose = geometry.poseAt(count * options.every)) {
                 places.push_back({count * options.every, "", *pose});
             }

@@ -69,7 +69,7 @@ class MdRxMdmApp : public MdRxDbmApp {
     std::vector<std::string_view> refused_;
 };
 
-// Hands a message to its operation; 0 for a number outside 0 to 15.
+// Passes a message to its operation; 0 for a number outside 0 to 15.
 int dispatchMessage(MdRxDbmApp& app, int message, void* package);
 
 } // namespace fenmark::module

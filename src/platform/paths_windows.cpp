@@ -24,7 +24,7 @@ std::wstring widePath(std::string_view utf8) {
     std::wstring whole(room, L'\0');
     const DWORD length = ::GetFullPathNameW(path.c_str(), room, whole.data(), nullptr);
     if (room == 0 || length == 0 || length >= room) {
-        return path; // what opens it tells why it cannot be
+        return path; // opening it gives the reason
     }
     whole.resize(length);
     return whole.starts_with(L"\\\\") ? std::wstring(kVerbatimShare) + whole.substr(2)

@@ -14,14 +14,19 @@ class MdDbObjectId {
 
     constexpr std::uint64_t asUint64() const { return value_; }
     constexpr bool isNull() const { return value_ == 0; }
-    // True unless the identifier is null. A host that can tell stale identifiers answers that in its own objects.
-    constexpr bool isValid() const { return value_ != 0; }
+    // True unless the identifier is null or stale: what it stood for is gone, or never was. Which are stale the host says
+    // that answers for the process; where none does, only null is invalid.
+    [[nodiscard]] bool isValid() const;
 
     friend constexpr auto operator<=>(const MdDbObjectId&, const MdDbObjectId&) = default;
 
   private:
     std::uint64_t value_ = 0;
 };
+
+// What says whether an object of an identifier is there. Null for none.
+using IdentifierCheck = bool (*)(MdDbObjectId id);
+void setIdentifierCheck(IdentifierCheck check);
 
 // A point in drawing axes: x east, y north, z up, metres.
 struct MdGePoint3d {

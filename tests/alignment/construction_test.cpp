@@ -217,7 +217,7 @@ TEST(MakeClothoid, TheLargerOfTwoFiniteRadiiIsTheFlatterEndAndTheAnchor) {
 }
 
 TEST(MakeClothoid, EndsThatAreOnePointGiveAChordAlongX) {
-    // Two equal points tell no direction; the element then lies with its chord along +x, its sharper end moved.
+    // Two equal points have no direction; the element then lies with its chord along +x, its sharper end moved.
     Calelm rec = clothoidSizes(1.0, 100.0, 0.0, 200.0);
     rec = withEnds(rec, 5.0, 6.0, 5.0, 6.0);
     EXPECT_EQ(ali_makA(&rec), 2);

@@ -175,14 +175,14 @@ TEST(StatusText, EveryStatusOfTheElementFunctionsHasItsOwnMeaning) {
         {"ali_intpAA", {0, 1, 2, -1}},
     };
     for (const auto& [function, statuses] : announced) {
-        std::vector<std::string> told;
+        std::vector<std::string> described;
         for (const int status : statuses) {
             const std::string text = ali_statusText(function, status);
             EXPECT_NE(text, ali_statusText(nullptr, status)) << function << " " << status;
-            for (const std::string& other : told) {
+            for (const std::string& other : described) {
                 EXPECT_NE(text, other) << function << " " << status;
             }
-            told.push_back(text);
+            described.push_back(text);
         }
     }
 }

@@ -31,7 +31,7 @@ struct Arguments {
     std::array<double, 1 + 4 * 5> list; // a monitoring list: slots of 64 bits, the count in the first
 };
 
-// Hands the arguments out in the order of the parameters.
+// Gives the arguments out in the order of the parameters.
 class Next {
   public:
     explicit Next(Arguments& arguments) : a_(arguments) {}

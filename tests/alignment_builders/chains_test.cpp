@@ -389,10 +389,10 @@ TEST(MoveRDl0RfAsf, ClosesTheChainAfterTheParameterHasChangedWhicheverElementMov
                 if (dl != 0.0) {
                     return Outcome{Found::failed, "dl " + std::to_string(dl)};
                 }
-                // -3 and -2 tell that an element was laid anew: the chain is as tangent.
-                const bool told =
+                // -3 and -2 say that an element was laid anew: the chain is as tangent.
+                const bool reported =
                     status == 0 || static_cast<int16_t>(status) == -2 || static_cast<int16_t>(status) == -3;
-                return outcome_of(told ? 0 : status, chain, kRoundedJointTolerance, kMovedTangentTolerance);
+                return outcome_of(reported ? 0 : status, chain, kRoundedJointTolerance, kMovedTangentTolerance);
             });
         }
     }

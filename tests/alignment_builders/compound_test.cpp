@@ -422,7 +422,7 @@ TEST(MakAORP, FindsAnExactChainThroughThePointForLikeAndUnlikeTurnsAndBothModes)
 }
 
 TEST(MakAORP, WithALengthOf0TheNewArcReachesThePoint) {
-    // Both places may give a tangent chain: the one that the side of the given arc tells is taken.
+    // Both places may give a tangent chain: the one on the side of the given arc is taken.
     constexpr int kBothPlaces = 40;
     const auto run = [](Random& random) {
         const bool given_first = random.coin();

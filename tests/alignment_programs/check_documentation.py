@@ -50,9 +50,9 @@ for header, family in families:
         if name not in rows:
             errors.append(f"{family}: no row for {name}")
             continue
-        told = [re.sub(r"^out (?=\w)|\[\d+\]$", "", a.strip()) for a in rows[name].split(",")]
-        if told != arguments:
-            errors.append(f"{family}: {name} has the arguments {arguments}, told are {told}")
+        documented = [re.sub(r"^out (?=\w)|\[\d+\]$", "", a.strip()) for a in rows[name].split(",")]
+        if documented != arguments:
+            errors.append(f"{family}: {name} has the arguments {arguments}, documented are {documented}")
 if declared != exported or len(declared) < 150:
     errors.append(f"headers and docs/exports.txt differ: {sorted(declared ^ exported)}")
 

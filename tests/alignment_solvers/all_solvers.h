@@ -85,4 +85,30 @@ inline std::vector<Calelm> travelled(const Solver& solver, const std::vector<Cal
     return chain;
 }
 
+/// A straight or an arc within some 300 m of a place.
+inline Calelm given_element(exact::Random& random, int type, const exact::Pose& near) {
+    exact::Pose pose{near.x + random.uniform(-300, 300), near.y + random.uniform(-300, 300),
+                     random.uniform(0.0, 2.0 * std::numbers::pi)};
+    const double R = random.radius();
+    Calelm e = exact::lay(pose, type == 1 ? exact::straight(random.uniform(1.0, 500.0))
+                                          : exact::arc(random.sign(), R, R * random.uniform(0.05, 3.1)));
+    EXPECT_EQ(0, ali_mak(&e, 0));
+    return e;
+}
+
+/// Two given elements somewhere near each other, and the sizes of what is to be made.
+inline std::vector<Calelm> random_records(exact::Random& random, const Solver& solver) {
+    const exact::Pose near = random.pose();
+    std::vector<Calelm> records = {given_element(random, solver.first_type, near),
+                                   given_element(random, solver.second_type, near)};
+    for (const int type : solver.made) {
+        Calelm e{};
+        e.type = static_cast<std::int16_t>(type);
+        e.dir = random.sign();
+        e.par = type == 2 ? random.radius() : type == 3 ? random.radius(5.0, 400.0) : 0.0;
+        records.push_back(e);
+    }
+    return records;
+}
+
 } // namespace fenmark::way_back

@@ -264,8 +264,8 @@ TEST(ARAmakRR, RadiusEqualToAGivenOneFails) {
 TEST(ARAmakRR, NewArcTakesTheSenseOfTheNeighbourThatItsModeTells) {
     const auto chain = exact::lay_chain({0, 0, 1.0}, {arc(-1, 300, 100), clothoid(-1, 70, 300, 80), arc(-1, 80, 60),
                                                       clothoid(-1, 60, 80, 200), arc(-1, 200, 90)});
-    for (const double told : {0.0, 1.0, -1.0}) {
-        Calelm a = chain[0], b = chain[4], a1 = sized(70), r = sized(80, told), a2 = sized(60);
+    for (const double given : {0.0, 1.0, -1.0}) {
+        Calelm a = chain[0], b = chain[4], a1 = sized(70), r = sized(80, given), a2 = sized(60);
         ASSERT_EQ(0, ali_ARAmakRR(-1, 65535, &a, &b, &a1, &r, &a2));
         EXPECT_EQ(-1.0, r.dir) << "what the caller wrote does not count in mode -1";
         EXPECT_TRUE(exact::same_chain(chain, std::vector{a, a1, r, a2, b}));

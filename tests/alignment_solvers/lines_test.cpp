@@ -180,7 +180,7 @@ TEST(CDsegcros, TellsWhereTheCrossingLies) {
         {{0, 0, 10, 0, 10, -5, 10, 5}, 12, true},  // at b
         {{0, 0, 10, 0, 5, 0, 5, 5}, 21, true},     // at c
         {{0, 0, 10, 0, 5, -5, 5, 0}, 22, true},    // at d
-        {{0, 0, 10, 0, 0, 0, 0, 5}, 21, true},     // at a and c: the second segment's end is told
+        {{0, 0, 10, 0, 0, 0, 0, 5}, 21, true},     // at a and c: the answer is the second segment's end
         {{0, 0, 10, 0, 15, 0, 15, 5}, 21, true},   // at c, off the first segment
         {{0, 0, 10, 0, 15, -5, 15, 0}, 22, true},  // at d, off the first segment
         {{0, 0, 10, 0, 15, -5, 15, 5}, -1, false}, // off the first

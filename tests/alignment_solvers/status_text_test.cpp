@@ -1,4 +1,4 @@
-// Each solver tells why it failed in words of its own.
+// Each solver says why it failed in words of its own.
 #include "fenmark/alignment.h"
 
 #include <string>

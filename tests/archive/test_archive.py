@@ -132,9 +132,9 @@ class Archive(unittest.TestCase):
         folder = self.folder / "flatgeobuf"
         folder.mkdir()
         self.run_recipe(self.recipe("One file to hand on: FlatGeobuf").replace("dbname=archive", "dbname=calm"), folder)
-        told = subprocess.run(["ogrinfo", "-so", "-al", folder / "points.fgb"], capture_output=True, text=True, check=True)
+        info = subprocess.run(["ogrinfo", "-so", "-al", folder / "points.fgb"], capture_output=True, text=True, check=True)
         held = self.query("calm", "SELECT count(*) FROM points WHERE ST_XMax(geom) < 1e9")[0][0]
-        self.assertEqual(re.search(r"Feature Count: (\d+)", told.stdout)[1], str(held))
+        self.assertEqual(re.search(r"Feature Count: (\d+)", info.stdout)[1], str(held))
 
     def test_every_file_is_there_with_what_it_holds(self):
         self.assertEqual(self.first.returncode, 1, self.first.stderr[-2000:])  # some failed
@@ -157,9 +157,9 @@ class Archive(unittest.TestCase):
         self.assertEqual(row, [(float(fields[4]), float(fields[3]), fields[2])])
 
     def test_every_refused_record_and_every_failed_file_is_told(self):
-        told = sorted(self.query("calm", "SELECT path, line, code FROM errors JOIN files ON file_id = id"
+        reported = sorted(self.query("calm", "SELECT path, line, code FROM errors JOIN files ON file_id = id"
                                          " WHERE line IS NOT NULL"))
-        self.assertEqual(told, sorted((p, line, code) for p, f in self.files.items() for line, code in f.refused))
+        self.assertEqual(reported, sorted((p, line, code) for p, f in self.files.items() for line, code in f.refused))
         failed = self.query("calm", "SELECT path FROM errors JOIN files ON file_id = id WHERE line IS NULL")
         self.assertEqual(sorted(failed), sorted((p,) for p, f in self.files.items() if f.status == "failed"))
 

@@ -250,7 +250,7 @@ TEST_F(BadInput, CoordinatesBeyondAllNumbersAreKeptAndTold) {
     ASSERT_EQ(entities.size(), 3U);
     EXPECT_EQ(entities[1]["data"]["Name"], "B");
     const Ran again = fenmark({"import", file(kPoints), "--drawing", folder.at("a.gpkg")});
-    EXPECT_FALSE(contains(again.err, "beyond")) << "what was there before is told no more";
+    EXPECT_FALSE(contains(again.err, "beyond")) << "what was there before is reported no more";
 }
 
 } // namespace

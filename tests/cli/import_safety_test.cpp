@@ -41,7 +41,7 @@ TEST_F(ImportSafety, LogTellsNothingThatTheDrawingDoesNotHold) {
 }
 
 TEST_F(ImportSafety, DrawingThatCannotBeMadeIsToldBeforeTheFileIsRead) {
-    // Of a file that was read, its errors would be told.
+    // Of a file that was read, its errors would be reported.
     const std::string path = file("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n");
     const Ran ran = fenmark({"import", path, "--drawing", folder.at("none/d.gpkg")});
     EXPECT_EQ(ran.code, kNotDone);
@@ -120,12 +120,12 @@ TEST_F(ImportSafety, EncodingThatIsNamedIsTaken) {
 }
 
 TEST_F(ImportSafety, EncodingsThatAreNotReadAreTold) {
-    const auto told = [this](std::string_view name, std::string_view title) {
+    const auto reported = [this](std::string_view name, std::string_view title) {
         const Ran ran = fenmark({"import", file("A00,\r\nA01,1," + std::string(name) + ",1,2,,\r\nA99,\r\n")});
         EXPECT_TRUE(contains(ran.err, "note: looks like " + std::string(title) + ", which is not read")) << ran.err;
     };
-    told("\xC2\xAC\xCE\xCC\xE5\xBB", "EUC-JP");
-    told("\x1B$B6-3&\x1B(B", "ISO-2022-JP (JIS)");
+    reported("\xC2\xAC\xCE\xCC\xE5\xBB", "EUC-JP");
+    reported("\x1B$B6-3&\x1B(B", "ISO-2022-JP (JIS)");
 }
 
 // --- what is printed ---

@@ -224,13 +224,13 @@ TEST_F(ImportLine, FileThatLooksLikeUtf8IsToldWhereItIsReadOtherwise) {
 TEST_F(ImportLine, FileThatIsNoUtf8IsToldWhenItIsReadAsSuch) {
     const std::string cp932 = file("A00,\r\nA01,1,\x95\x5C\x83\x5C\xB6\xDE,0,0,,\r\nA99,\r\n");
     for (const char* command : {"import", "preview"}) {
-        const auto told = [&](std::vector<std::string> options) {
+        const auto reported = [&](std::vector<std::string> options) {
             options.insert(options.begin(), {command, cp932});
             return contains(fenmark(options).err, cp932 + ": note: is no UTF-8;");
         };
-        EXPECT_TRUE(told({"--encoding", "utf-8"})) << command;
-        EXPECT_FALSE(told({"--encoding", "utf-8", "--quiet"})) << command;
-        EXPECT_FALSE(told({})) << command;
+        EXPECT_TRUE(reported({"--encoding", "utf-8"})) << command;
+        EXPECT_FALSE(reported({"--encoding", "utf-8", "--quiet"})) << command;
+        EXPECT_FALSE(reported({})) << command;
     }
 }
 
@@ -243,13 +243,13 @@ TEST_F(ImportLine, FileThatIsReadOtherwiseThanItWasWrittenIsToldAsSuch) {
 
 TEST_F(ImportLine, FileWithNothingInItIsToldAsSuch) {
     for (const char* command : {"import", "preview"}) {
-        const auto told = [&](std::string_view content, std::string_view name) {
+        const auto reported = [&](std::string_view content, std::string_view name) {
             return contains(fenmark({command, file(content, name)}).err, "no point, lot, route or result was found");
         };
-        EXPECT_TRUE(told("", "a.sim")) << command;
-        EXPECT_TRUE(told("a00,\r\na01,1,P,0,0,,\r\n", "b.sim")) << command;
-        EXPECT_FALSE(told(kPoints, "c.sim")) << command;
-        EXPECT_FALSE(told("D00,1,L,1,\r\nD99,\r\n", "d.sim")) << command;
+        EXPECT_TRUE(reported("", "a.sim")) << command;
+        EXPECT_TRUE(reported("a00,\r\na01,1,P,0,0,,\r\n", "b.sim")) << command;
+        EXPECT_FALSE(reported(kPoints, "c.sim")) << command;
+        EXPECT_FALSE(reported("D00,1,L,1,\r\nD99,\r\n", "d.sim")) << command;
     }
 }
 
@@ -484,7 +484,7 @@ TEST_F(ImportLine, OtherTurningSenseIsToldInOneLine) {
 }
 
 TEST_F(ImportLine, PlanTangentsMendWhatHeightsSpoil) {
-    // A short arc between clothoids of A = 120, whose chord in millimetres tells its tangents only roughly.
+    // A short arc between clothoids of A = 120, whose chord in millimetres gives its tangents only roughly.
     auto road = [](bool sloping) {
         const char* const points[] = {"2000.000,1000.000", "2009.933,1049.003", "2028.415,1118.484",
                                       "2029.549,1121.261", "2064.962,1183.831", "2097.592,1234.183"};
@@ -496,24 +496,24 @@ TEST_F(ImportLine, PlanTangentsMendWhatHeightsSpoil) {
         return content + "A99,\r\nF00,1,1,CL,3,\r\nB01,1,,\r\nB01,2,,\r\nC02,120,0,200,\r\nB01,3,,\r\n"
                          "C01,0,200,\r\nB01,4,,\r\nC02,120,200,0,\r\nB01,5,,\r\nB01,6,,\r\nF99,\r\n";
     };
-    auto imported = [&](bool sloping, const std::vector<std::string>& options, std::string& told) {
+    auto imported = [&](bool sloping, const std::vector<std::string>& options, std::string& reported) {
         std::filesystem::remove(folder.at("a.gpkg"));
         std::vector<std::string> line{"import", file(road(sloping))};
         line.insert(line.end(), options.begin(), options.end());
         const Ran ran = fenmark(line);
         EXPECT_EQ(ran.code, kDone);
-        told = ran.err;
+        reported = ran.err;
         return info(folder.at("a.gpkg"))["sites"][0]["alignments"][0]["elements"];
     };
     const char* const kNote = "m off the route's points, which differ in height; --plan-tangents may mend it\n";
-    std::string told;
-    const auto level = imported(false, {}, told);
-    EXPECT_FALSE(contains(told, "off the route's points")) << told;
-    const auto sloping = imported(true, {}, told);
-    EXPECT_TRUE(contains(told, kNote)) << told;
+    std::string reported;
+    const auto level = imported(false, {}, reported);
+    EXPECT_FALSE(contains(reported, "off the route's points")) << reported;
+    const auto sloping = imported(true, {}, reported);
+    EXPECT_TRUE(contains(reported, kNote)) << reported;
     EXPECT_NE(sloping, level);
-    EXPECT_EQ(imported(true, {"--plan-tangents"}, told), level);
-    EXPECT_FALSE(contains(told, "off the route's points")) << told;
+    EXPECT_EQ(imported(true, {"--plan-tangents"}, reported), level);
+    EXPECT_FALSE(contains(reported, "off the route's points")) << reported;
 }
 
 TEST_F(ImportLine, JointThatIsBrokenIsToldWithItsStation) {

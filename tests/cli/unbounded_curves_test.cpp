@@ -1,4 +1,4 @@
-// Radii and lengths that no survey holds, mistyped or hostile: laid exactly, drawn with a bounded number of points, told.
+// Radii and lengths that no survey holds, mistyped or hostile: laid exactly, drawn with a bounded number of points, reported.
 #include "command_line.h"
 
 #include <sqlite3.h>

@@ -69,9 +69,9 @@ class Fenmark(unittest.TestCase):
             drawing = f"both{attempt}.gpkg"
             runs = [subprocess.Popen([PROGRAM, "import", name, "--drawing", drawing], cwd=self.folder,
                                      stdout=subprocess.PIPE, stderr=subprocess.PIPE) for name in names]
-            told = [run.communicate(timeout=120) for run in runs]
+            reported = [run.communicate(timeout=120) for run in runs]
             arrived = []
-            for name, run, (_, err) in zip(names, runs, told):
+            for name, run, (_, err) in zip(names, runs, reported):
                 if run.returncode == 0:
                     arrived.append(name)
                 else:

@@ -149,6 +149,21 @@ TEST(BrokenOffReason, IsWhatTheExceptionSaysOfItself) {
     EXPECT_EQ(brokenOffReason(std::bad_alloc()), "out of memory");
 }
 
+TEST(BrokenOffReason, StandsBehindFileAndLine) {
+    sima::SimaReader reader;
+    reader.filePath = "/survey/a.sim";
+    reader.lineNumber = 12;
+    EXPECT_EQ(brokenOffText(reader, std::bad_alloc()), "/survey/a.sim:12: out of memory");
+}
+
+TEST(FileTest, AFileThatIsNotThereHasNoTimeOfChange) {
+    const test::TemporaryFolder folder;
+    EXPECT_FALSE(modificationTime(folder.at("none.sim")));
+    const std::string path = folder.write("a.sim", "");
+    EXPECT_TRUE(modificationTime(path));
+    EXPECT_EQ(modificationTime(path), modificationTime(path)) << "looking changes nothing";
+}
+
 TEST(ResultLines, OfAnImportThatMadeNothingIsOneLine) {
     EXPECT_EQ(resultLines({}), std::vector<std::string>{"エラー無し"});
 }

@@ -100,6 +100,92 @@ TEST(Stakes, CountAnewBehindAnEquation) {
     EXPECT_EQ(stakes[2].zone, 1U);
 }
 
+TEST(Stakes, NameTheKindOfEachJoint) {
+    // Straight, arc, a sharper arc, clothoid out and one back in, arc, straight.
+    std::vector<Curve> curves;
+    Pose pose{{0.0, 0.0}, 0.0};
+    for (const auto& [length, first, last] : {std::array{50.0, 0.0, 0.0},
+                                              {40.0, 0.01, 0.01},
+                                              {40.0, 0.02, 0.02},
+                                              {30.0, 0.02, 0.0},
+                                              {30.0, 0.0, 0.01},
+                                              {40.0, 0.01, 0.01},
+                                              {50.0, 0.0, 0.0}}) {
+        curves.push_back({pose, length, first, last});
+        pose = endPose(curves.back());
+    }
+    Chain chain;
+    ASSERT_EQ(chain.set(curves, 0.0, {}), ChainStatus::Ok);
+    StakeOptions options;
+    options.mainPoints = true;
+    std::vector<Stake> stakes;
+    ASSERT_EQ(stakesOf(chain, options, stakes), ChainStatus::Ok);
+    std::vector<StakeKind> kinds;
+    for (const Stake& stake : stakes) {
+        kinds.push_back(stake.kind);
+    }
+    EXPECT_EQ(kinds,
+              (std::vector<StakeKind>{StakeKind::Start, StakeKind::ArcStart, StakeKind::Joint, StakeKind::ClothoidArc,
+                                      StakeKind::Joint, StakeKind::ClothoidArc, StakeKind::ArcEnd, StakeKind::End}));
+    // A given station on a joint, whichever comes first in the list, is the joint; a round one beside a given is the given.
+    const std::vector<double> given{90.0 + 5e-7, 100.0};
+    options.every = 50.0;
+    options.stations = given;
+    ASSERT_EQ(stakesOf(chain, options, stakes), ChainStatus::Ok);
+    const auto at = [&](double station) {
+        return std::find_if(stakes.begin(), stakes.end(),
+                            [&](const Stake& stake) { return std::abs(stake.station - station) < 1e-5; });
+    };
+    EXPECT_EQ(at(90.0)->kind, StakeKind::Joint);
+    EXPECT_EQ(at(100.0)->kind, StakeKind::Given);
+    EXPECT_EQ(at(150.0)->kind, StakeKind::Interval);
+}
+
+TEST(Stakes, NoMoreThanTheMost) {
+    const Chain chain = roadChain();
+    std::vector<Stake> stakes;
+    StakeOptions options;
+    options.most = 12;
+    const std::vector<double> given(13, 10.0);
+    options.stations = given;
+    EXPECT_EQ(stakesOf(chain, options, stakes), ChainStatus::TooMany);
+    options.stations = {};
+    options.every = 10.0;
+    EXPECT_EQ(stakesOf(chain, options, stakes), ChainStatus::TooMany);
+    options.every = 35.0;
+    ASSERT_EQ(stakesOf(chain, options, stakes), ChainStatus::Ok);
+    EXPECT_EQ(stakes.size(), 11U);
+    const std::vector<double> offsets{-1.0, 1.0};
+    options.offsets = offsets;
+    EXPECT_EQ(stakesOf(chain, options, stakes), ChainStatus::TooMany) << "two offsets make two stakes each";
+    options.offsets = {};
+    options.every = 0.0;
+    options.mainPoints = true;
+    options.most = 5;
+    EXPECT_EQ(stakesOf(chain, options, stakes), ChainStatus::TooMany) << "six main points";
+    options.most = 6;
+    EXPECT_EQ(stakesOf(chain, options, stakes), ChainStatus::Ok);
+    // A start station so far off that no double lies between two of its multiples.
+    Chain far;
+    ASSERT_EQ(far.set(road(), 1e17, {}), ChainStatus::Ok);
+    options.every = 1.0;
+    options.most = 1'000'000;
+    EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::TooMany);
+}
+
+TEST(Stakes, AnOffsetBeyondAllNumbersIsRefused) {
+    Chain chain;
+    const std::vector<Curve> far{{{{0.0, 1.5e308}, 0.0}, 100.0, 0.0, 0.0}};
+    ASSERT_EQ(chain.set(far, 0.0, {}), ChainStatus::Ok);
+    StakeOptions options;
+    options.every = 50.0;
+    const std::vector<double> offsets{1.5e308};
+    options.offsets = offsets;
+    std::vector<Stake> stakes;
+    EXPECT_EQ(stakesOf(chain, options, stakes), ChainStatus::NotFinite);
+    EXPECT_TRUE(stakes.empty());
+}
+
 TEST(Stakes, RefuseWhatCannotBeStaked) {
     const Chain chain = roadChain();
     std::vector<Stake> stakes;

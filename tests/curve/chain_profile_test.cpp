@@ -184,14 +184,14 @@ TEST(Profile, IsContinuousInHeightAndGradeAndItsArraysAgree) {
         }
         std::vector<double> heights(stations.size());
         std::size_t known = 0;
-        const std::size_t told = profile.heights(stations, heights);
+        const std::size_t answered = profile.heights(stations, heights);
         for (std::size_t i = 0; i < stations.size(); ++i) {
             const std::optional<HeightGrade> one = profile.at(stations[i]);
             known += one ? 1 : 0;
             EXPECT_EQ(std::isnan(heights[i]), !one);
             EXPECT_TRUE(!one || heights[i] == one->height);
         }
-        EXPECT_EQ(told, known);
+        EXPECT_EQ(answered, known);
         // Extremes are where a walk in small steps turns.
         for (const ProfileExtreme& extreme : profile.extremes()) {
             const double beside = extreme.high ? -1.0 : 1.0;
@@ -208,6 +208,55 @@ TEST(Profile, IsContinuousInHeightAndGradeAndItsArraysAgree) {
 }
 
 // --- crossfall ---
+
+TEST(Profile, FindsTheStationsOfAHeight) {
+    // Down 4 % to a sag at 100, level from 200 to 300, up 2 %; a parabola of 40 m at 100.
+    const std::vector<VerticalPoint> points{
+        {0.0, 14.0}, {100.0, 10.0, VerticalForm::Parabola, 40.0}, {200.0, 12.0}, {300.0, 12.0}, {400.0, 14.0}};
+    Profile profile;
+    ASSERT_EQ(profile.set(points), ChainStatus::Ok);
+    const auto near = [](const std::vector<double>& found, const std::vector<double>& wanted) {
+        ASSERT_EQ(found.size(), wanted.size());
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            EXPECT_NEAR(found[i], wanted[i], 1e-6) << i;
+        }
+    };
+    near(profile.stationsOfHeight(14.0), {0.0, 400.0});
+    near(profile.stationsOfHeight(12.0), {50.0, 200.0, 300.0});
+    near(profile.stationsOfHeight(13.0), {25.0, 350.0});
+    // The ends of the parabola: 0.8 m above its point on one side, 0.4 m on the other.
+    near(profile.stationsOfHeight(10.8), {80.0, 140.0});
+    const double low = profile.lowest()->height;
+    EXPECT_EQ(profile.stationsOfHeight(low).size(), 1U);
+    EXPECT_TRUE(profile.stationsOfHeight(low - 0.001).empty());
+    EXPECT_TRUE(profile.stationsOfHeight(14.001).empty());
+    EXPECT_TRUE(profile.stationsOfHeight(kNan).empty());
+    for (const double station : profile.stationsOfHeight(10.5)) {
+        EXPECT_NEAR(profile.at(station)->height, 10.5, 1e-9);
+    }
+}
+
+TEST(Profile, RefusesGradesThatNoNumberHolds) {
+    Profile profile;
+    const std::vector<VerticalPoint> steep{{0.0, 0.0}, {1e-300, 1e300}};
+    EXPECT_EQ(profile.set(steep), ChainStatus::NotFinite);
+    const std::vector<VerticalPoint> beyond{{0.0, 0.0}, {100.0, 1.0, VerticalForm::Parabola, 80.0}, {130.0, 0.0}};
+    EXPECT_EQ(profile.set(beyond), ChainStatus::Overlap) << "the curve ends behind the last point";
+    EXPECT_TRUE(profile.empty());
+}
+
+TEST(Crossfall, LiesLevelWhereItPassesNothing) {
+    Crossfall crossfall;
+    const std::vector<CrossfallStation> stations{
+        {0.0, -0.02, -0.02}, {100.0, 0.02, 0.0}, {150.0, 0.02, 0.0}, {200.0, 0.02, 0.03}, {300.0, -0.04, 0.03}};
+    ASSERT_EQ(crossfall.set(stations), ChainStatus::Ok);
+    EXPECT_EQ(crossfall.levelStations(true), (std::vector<double>{100.0})) << "level from there on";
+    const auto left = crossfall.levelStations(false);
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_NEAR(left[0], 50.0, 1e-12);
+    EXPECT_NEAR(left[1], 200.0 + 100.0 / 3.0, 1e-9);
+    EXPECT_EQ(crossfall.at(-1e-7)->left, -0.02) << "a hair before the first entry";
+}
 
 TEST(Crossfall, RunsStraightBetweenItsStations) {
     Crossfall crossfall;
@@ -303,6 +352,20 @@ TEST(StationEquations, EveryDistanceComesBackFromItsStation) {
             EXPECT_TRUE(found);
         }
     }
+}
+
+TEST(StationEquations, OfResultsAtOneDistanceTheLastCounts) {
+    std::vector<StationEquation> equations;
+    const std::vector<NamedStation> results{{0.0, 0.0}, {100.0, 100.0}, {150.0, 120.0}, {200.0, 120.0}, {300.0, 220.0}};
+    ASSERT_EQ(equationsFromResults(0.0, results, 0.01, equations), ChainStatus::Ok);
+    ASSERT_EQ(equations.size(), 1U);
+    EXPECT_EQ(equations[0].distance, 120.0);
+    EXPECT_EQ(equations[0].ahead, 200.0);
+    EXPECT_EQ(equationsFromResults(kNan, results, 0.01, equations), ChainStatus::NotFinite);
+    EXPECT_EQ(equationsFromResults(0.0, results, kNan, equations), ChainStatus::NotFinite);
+    const std::vector<NamedStation> none{{kNan, 0.0}};
+    EXPECT_EQ(equationsFromResults(0.0, none, 0.01, equations), ChainStatus::NotFinite);
+    EXPECT_TRUE(equations.empty());
 }
 
 TEST(StationEquations, RefusesWhatDoesNotRise) {

@@ -120,7 +120,7 @@ TEST_F(DeskWindow, ADrawingOpenedLaterLeadsFromItsLogToTheObjects) {
     window->imports().setCurrentIndex(1);
     emit window->imports().activated(1);
     EXPECT_TRUE(QString::fromStdString(window->log().path()).endsWith(QStringLiteral("cadastral_Input.log")));
-    // A file that changed since is told.
+    // A file that changed since is reported.
     window->imports().setCurrentIndex(0);
     emit window->imports().activated(0);
     QFile changed(file);
@@ -138,7 +138,7 @@ TEST_F(DeskWindow, LinesThatWerePassedOverAreTold) {
 }
 
 TEST_F(DeskWindow, AnAlignmentOffItsPointsIsToldWithWhatMayMendIt) {
-    // A short arc between clothoids of A = 120, whose chord in millimetres tells its tangents only roughly, on a slope.
+    // A short arc between clothoids of A = 120, whose chord in millimetres gives its tangents only roughly, on a slope.
     const char* const points[] = {"2000.000,1000.000", "2009.933,1049.003", "2028.415,1118.484",
                                   "2029.549,1121.261", "2064.962,1183.831", "2097.592,1234.183"};
     QByteArray content = "A00,\r\n";
@@ -152,7 +152,7 @@ TEST_F(DeskWindow, AnAlignmentOffItsPointsIsToldWithWhatMayMendIt) {
     const QString note = QStringLiteral("線形「CL」は路線の点から最大");
     EXPECT_TRUE(said(note)) << window->command().said().toStdString();
     EXPECT_TRUE(said(QStringLiteral("「クロソイドの接線交点を平面で求める」を選んで読み込み直すと直る")));
-    // With that setting the next import has nothing more to tell.
+    // With that setting the next import has nothing more to report.
     window->undo();
     window->action(Text::PlanTangents)->trigger();
     const qsizetype before = window->command().said().count(note);

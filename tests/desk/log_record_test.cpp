@@ -182,7 +182,7 @@ TEST_F(DeskWindow, EnterOnAnErrorOfTheLogShowsTheRefusedRecord) {
             << part.toStdString();
     }
     EXPECT_FALSE(plan().selected());
-    // The line that tells of the whole says nothing of a record.
+    // The line about the whole says nothing of a record.
     window->source().clear();
     log.moveCursor(QTextCursor::End);
     QTest::keyClick(&log, Qt::Key_Return);

@@ -21,11 +21,11 @@ TEST_F(DeskWindow, TheLegendShowsTheKindsThatTheDrawingHoldsWithTheirNumbers) {
     for (std::size_t i = 0; i < drawing().alignmentCount(); ++i) {
         elements += drawing().alignment(i).elements.size();
     }
-    std::size_t told = 0;
+    std::size_t reported = 0;
     for (int i = 0; i < 3; ++i) {
-        told += window->legend().item(i)->text().section(QLatin1Char('('), 1).chopped(1).toULongLong();
+        reported += window->legend().item(i)->text().section(QLatin1Char('('), 1).chopped(1).toULongLong();
     }
-    EXPECT_EQ(told, elements);
+    EXPECT_EQ(reported, elements);
     window->undo();
     window->undo();
     EXPECT_EQ(window->legend().count(), 0);

@@ -34,7 +34,7 @@ struct ManyNames : ::testing::Test {
 
 TEST_F(ManyNames, ArePlacedWhenTheViewRests) {
     const QImage moving = picture();
-    EXPECT_EQ(view.namesLeftOut(), 0U) << "nothing is told before they were placed";
+    EXPECT_EQ(view.namesLeftOut(), 0U) << "none is counted before they were placed";
     view.placeNames();
     const QImage resting = picture();
     EXPECT_NE(middle(resting, {}), middle(moving, {}));

@@ -57,7 +57,7 @@ Drawing randomDrawing(const Scene& scene, std::size_t count, std::mt19937& rando
 std::set<std::size_t> asked(const PlanIndex& index, const Extent& box) {
     std::set<std::size_t> found;
     index.query(box, [&](const PlanFigure& figure) {
-        EXPECT_TRUE(found.insert(figure.entity).second) << "told twice: " << figure.entity;
+        EXPECT_TRUE(found.insert(figure.entity).second) << "found twice: " << figure.entity;
         return true;
     });
     return found;
@@ -82,7 +82,7 @@ TEST_P(IndexOf, GivesEveryObjectThatAWalkGivesAndNoneThatIsFarOff) {
         box.add(x - size, y - size);
         box.add(x + size, y + size);
         const std::set<std::size_t> found = asked(index, box);
-        // Boxes are kept in single precision and rounded outwards: what lies that close may be told as well.
+        // Boxes are kept in single precision and rounded outwards: what lies that close may be found as well.
         Extent wider;
         const double slack = 4.0 * index.roundingMetres();
         wider.add(box.minX - slack, box.minY - slack);

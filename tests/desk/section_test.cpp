@@ -96,6 +96,33 @@ TEST_F(Sections, TheHeightScaleIsChosen) {
     EXPECT_NEAR(profile.frame().scale, scale, 1e-12);
 }
 
+// Heights of which adding the step of a grid is lost: drawing the grid went on for ever.
+TEST_F(Sections, HeightsBeyondAllSurveysAreShownWithoutTheirGrid) {
+    QFile file(folder.example(QStringLiteral("road.sim")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArrayList lines = file.readAll().split('\n');
+    int changed = 0;
+    for (QByteArray& line : lines) {
+        QByteArrayList fields = line.split(',');
+        if (fields.size() > 4 && (fields[0] == "H01" || fields[0] == "I01" || fields[0] == "I02")) {
+            fields[3] = "100000000000000000.000"; // the ground's height
+            line = fields.join(',');
+            ++changed;
+        }
+    }
+    ASSERT_GT(changed, 10);
+    import(folder.write(QStringLiteral("high.sim"), lines.join('\n')));
+    showDock("profileDock");
+    plan().select(PlanObject{PlanObject::Kind::Alignment, 0, {}});
+    ProfileView& profile = window->workbench().profile();
+    ASSERT_GT(profile.ground().size(), 2U);
+    EXPECT_EQ(profile.ground()[1].height, 1e17);
+    EXPECT_FALSE(profile.grab().isNull());
+    showDock("crossSectionDock");
+    plan().select(PlanObject{PlanObject::Kind::Entity, firstOf("横断成果"), {}});
+    EXPECT_FALSE(window->grab().isNull());
+}
+
 TEST_F(Sections, TheCrossSectionOfASelectedPointIsShown) {
     import(folder.example(QStringLiteral("road.sim")));
     showDock("crossSectionDock");

@@ -80,6 +80,23 @@ TEST_F(DrawingStoreTest, EverythingComesBackBitForBit) {
     EXPECT_EQ(describe(opened(path_)), describe(drawing_));
 }
 
+TEST_F(DrawingStoreTest, ACopyIsAFileOfItsOwn) {
+    saveSmall();
+    const std::string before = contents(path_);
+    addSmallImport(drawing_);
+    const std::string copy = folder_.at("控え.gpkg");
+    const Outcome written = DrawingStore::writeCopy(copy, drawing_);
+    ASSERT_TRUE(written) << written.message.english;
+    EXPECT_EQ(describe(opened(copy)), describe(drawing_));
+    EXPECT_EQ(contents(path_), before) << "the drawing's own file is as it was";
+    EXPECT_EQ(store_.path(), path_);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_)) << "what was not saved is saved all the same";
+    const Outcome nowhere = DrawingStore::writeCopy(folder_.at("none/控え.gpkg"), drawing_);
+    EXPECT_FALSE(nowhere);
+    EXPECT_NE(nowhere.message.english.find("none"), std::string::npos) << nowhere.message.english;
+}
+
 TEST_F(DrawingStoreTest, TheFileTellsTheFormatOfItsTables) {
     saveSmall();
     addSmallImport(drawing_, 1);
@@ -346,7 +363,7 @@ TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
     const std::string good = contents(path_);
     constexpr unsigned kSeed = 20240411;
     std::mt19937 random(kSeed);
-    int told = 0;
+    int reported = 0;
     for (int round = 0; round < 200; ++round) {
         std::string bad = good;
         for (int i = 0; i < 40; ++i) {
@@ -358,10 +375,10 @@ TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {
         write(path_, bad);
         Drawing drawing;
         const Outcome result = DrawingStore().open(path_, drawing);
-        told += result ? 0 : 1;
+        reported += result ? 0 : 1;
         EXPECT_EQ(result.message.empty(), static_cast<bool>(result));
     }
-    EXPECT_GT(told, 50) << "seed " << kSeed;
+    EXPECT_GT(reported, 50) << "seed " << kSeed;
 }
 
 TEST_F(DrawingStoreTest, AnotherProgramThatHoldsTheDrawingIsTold) {
@@ -476,7 +493,7 @@ TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
     EXPECT_GE(whole, 2U * 3000U * (5 + 5 + 1)) << "rows of points, polylines and lots, and their boxes";
     EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
     ASSERT_FALSE(parts.empty());
-    EXPECT_GT(parts.back() * 10, whole * 8) << "the rest is told by the end";
+    EXPECT_GT(parts.back() * 10, whole * 8) << "the rest is reported by the end";
     for (int i = 0; i < 3000; ++i) {
         addSmallImport(drawing_, i);
     }

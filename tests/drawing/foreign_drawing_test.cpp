@@ -8,18 +8,8 @@
 namespace fenmark::drawing {
 namespace {
 
-class ForeignDrawing : public ::testing::Test {
+class ForeignDrawing : public SavedDrawing {
   protected:
-    TemporaryFolder folder_;
-    std::string path_ = folder_.at("図面.gpkg");
-    Drawing drawing_;
-    DrawingStore store_;
-
-    void SetUp() override {
-        addSmallImport(drawing_);
-        const Outcome result = store_.save(path_, drawing_);
-        ASSERT_TRUE(result) << result.message.english;
-    }
     // As a GIS does it, with its functions for the index left out.
     void gis(const std::string& sql) const {
         const OtherProgram other(path_);

@@ -1,4 +1,4 @@
-// Two programs at one drawing, at once: nothing that either was told is done gets lost.
+// Two programs at one drawing, at once: nothing that either reported as done gets lost.
 #include "drawing/index_check.h"
 #include "platform/files.h"
 #include "support/drawing_support.h"
@@ -14,7 +14,7 @@ namespace fenmark::drawing {
 namespace {
 
 constexpr int kTries = 20;
-constexpr int kMissed = 7; // exit code: the drawing appeared or grew meanwhile, and this was told
+constexpr int kMissed = 7; // exit code: the drawing appeared or grew meanwhile, and this was reported
 
 class TwoPrograms : public ::testing::Test {
   protected:

@@ -1,4 +1,4 @@
-// Seeded highways laid exactly, as the file that tells of them, with the habits and the faults that files have.
+// Seeded highways laid exactly, as the file that holds them, with the habits and the faults that files have.
 #pragma once
 
 #include "embedded/route_chains.h"

@@ -46,6 +46,32 @@ TEST_F(HostSurface, APointGetsItsPlaceItsLayerAndItsRow) {
     EXPECT_EQ(entity.row->fileName, "a.sim");
 }
 
+// Null, never given, and gone: an identifier is valid while its object is in a drawing that is open.
+TEST_F(HostSurface, AnIdentifierIsValidAsLongAsItsObjectIsThere) {
+    EXPECT_FALSE(MdDbObjectId().isValid());
+    EXPECT_FALSE(MdDbObjectId(12345).isValid());
+    const std::uint64_t before = drawing().lastId();
+    const MdDbObjectId id = writer_.appendPointXyz(1, 2, 0, "0");
+    drawing::Import record;
+    record.firstId = before + 1;
+    record.lastId = drawing().lastId();
+    const MdDbObjectId import = drawing().addImport(record);
+    const MdDbObjectId layer = drawing().addLayer("点");
+    const MdDbObjectId site = drawing().addSite("サイト");
+    EXPECT_TRUE(id.isValid() && layer.isValid() && site.isValid());
+    {
+        const EmbeddedHost other;
+        EXPECT_FALSE(id.isValid()) << "another host answers";
+    }
+    EXPECT_TRUE(id.isValid());
+    Document& second = host_.newDocument();
+    EXPECT_TRUE(id.isValid()) << "its drawing is open, though not current";
+    host_.closeDocument(second);
+    ASSERT_TRUE(drawing().removeImport(import));
+    EXPECT_FALSE(id.isValid());
+    EXPECT_FALSE(id.isNull());
+}
+
 TEST_F(HostSurface, TwoPointsAtOnePlaceAreTwoEntities) {
     const MdDbObjectId first = writer_.appendPointXyz(1, 2, 0, "0");
     const MdDbObjectId second = writer_.appendPointXyz(1, 2, 0, "0");

@@ -374,7 +374,7 @@ TEST_F(TurningSense, ARefusedArcLeavesAHalfMadeAlignment) {
 }
 
 TEST_F(TurningSense, ARefusedElementIsToldOfWithItsReason) {
-    const auto told = [&](const std::vector<Shape>& shapes, auto&& spoil) {
+    const auto reported = [&](const std::vector<Shape>& shapes, auto&& spoil) {
         host_.clearNotes();
         sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, shapes));
         spoil(route.back());
@@ -383,15 +383,15 @@ TEST_F(TurningSense, ARefusedElementIsToldOfWithItsReason) {
         return lines.size() == 1 ? lines[0].text : "not one line";
     };
     const std::vector<Shape> curve{straight(100), arc(100, 100)};
-    EXPECT_EQ(told(curve, [](sima::EntityData& element) { element.radius = "10"; }),
+    EXPECT_EQ(reported(curve, [](sima::EntityData& element) { element.radius = "10"; }),
               "alignment 路線 breaks off after 100.000 m: "
               "an arc of radius 10.000 m does not reach over its chord of 95.885 m");
-    EXPECT_EQ(told(curve, [](sima::EntityData& element) { element.radius = "x"; }),
+    EXPECT_EQ(reported(curve, [](sima::EntityData& element) { element.radius = "x"; }),
               "alignment 路線 breaks off after 100.000 m: an arc has no radius");
     const std::vector<Shape> spiral{straight(80), clothoid(0, 200, 60)};
-    EXPECT_EQ(told(spiral, [](sima::EntityData& element) { element.endRadius = "0"; }),
+    EXPECT_EQ(reported(spiral, [](sima::EntityData& element) { element.endRadius = "0"; }),
               "alignment 路線 breaks off after 80.000 m: a clothoid has no radius");
-    EXPECT_EQ(told(spiral, [](sima::EntityData& element) { element.startRadius = element.endRadius; }),
+    EXPECT_EQ(reported(spiral, [](sima::EntityData& element) { element.startRadius = element.endRadius; }),
               "alignment 路線 breaks off after 80.000 m: a clothoid has no length");
 }
 

@@ -1,4 +1,4 @@
-// The table of kinds, and what is told by it.
+// The table of kinds, and what follows from it.
 #include "exchange/kinds.h"
 #include "sample_drawing.h"
 

@@ -163,13 +163,13 @@ TEST_P(LandXmlAlignments, OfManyShapesAreRebuiltByIntegration) {
 
 TEST_P(LandXmlAlignments, TellTheirIps) {
     addRoad(drawing, {12000.0, -36000.0}, true);
-    std::vector<std::string> told;
+    std::vector<std::string> written;
     const pugi::xml_node alignment = parse().child("Alignments").child("Alignment");
     for (const pugi::xml_node ip : alignment.child("AlignPIs").children("AlignPI")) {
-        told.push_back(std::string(ip.child("PI").attribute("name").value()) + " " +
-                       ip.child("PI").attribute("desc").value());
+        written.push_back(std::string(ip.child("PI").attribute("name").value()) + " " +
+                          ip.child("PI").attribute("desc").value());
     }
-    EXPECT_EQ(told, (std::vector<std::string>{"BP ", "IP-1 KA1-1～KA1-2", "EP "}));
+    EXPECT_EQ(written, (std::vector<std::string>{"BP ", "IP-1 KA1-1～KA1-2", "EP "}));
     // The end tangents run east along y = -36000, and through the end; they meet in the IP.
     const Place ip = placeIn(alignment.child("AlignPIs").child("AlignPI").next_sibling(), "PI");
     const Element& last = drawing.alignment(0).elements.back();
@@ -234,11 +234,11 @@ TEST_P(LandXmlAlignments, CountResultsThatLieOnNone) {
     addRoad(drawing, {12000.0, -36000.0}, false);
     addPoint(drawing, {12020.0, -35000.0, 1.0}, "No.6", "縦断成果");
     parse();
-    bool told = false;
+    bool reported = false;
     for (const Note& note : notes) {
-        told = told || english(note).find("results that lie on no alignment") != std::string::npos;
+        reported = reported || english(note).find("results that lie on no alignment") != std::string::npos;
     }
-    EXPECT_TRUE(told);
+    EXPECT_TRUE(reported);
 }
 
 TEST_P(LandXmlAlignments, HostileNamesSurvive) {

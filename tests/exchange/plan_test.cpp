@@ -195,7 +195,7 @@ TEST_F(PlanOf, ElementEndsAreNamedByTheirKindOrByThePointThere) {
     EXPECT_TRUE(hasText("KA1-1 No.7+10.000"));
     EXPECT_TRUE(hasText("KE No.9+6.000"));
     EXPECT_TRUE(hasText("EP No.14+12.000"));
-    EXPECT_FALSE(hasText("KA1-1")) << "the point's name is not told twice";
+    EXPECT_FALSE(hasText("KA1-1")) << "the point's name is not written twice";
 }
 
 TEST_F(PlanOf, StationsStandEveryTwentyMetres) {

@@ -53,6 +53,25 @@ inline std::size_t addRoad(Drawing& drawing, const PlanPoint& origin, bool clock
     return road;
 }
 
+// A chain of elements from the origin eastwards: type, length, radii, sense.
+struct Piece {
+    ElementType type;
+    double length;
+    double startRadius;
+    double endRadius;
+    bool clockwise;
+};
+inline constexpr double kStraight = drawing::kInfiniteRadius;
+
+inline void addChain(Drawing& drawing, const std::vector<Piece>& pieces) {
+    const std::size_t road = drawing.addAlignment(drawing.addSite("サイト"), "線", "0", "", "");
+    Element before;
+    for (const Piece& piece : pieces) {
+        before = following(before, piece.type, piece.length, piece.startRadius, piece.endRadius, piece.clockwise);
+        drawing.addElement(road, before);
+    }
+}
+
 inline std::size_t tableNamed(Drawing& drawing, const char* name) {
     if (!drawing.findTable(name)) {
         drawing.addTable(name);

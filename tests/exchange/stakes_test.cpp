@@ -1,5 +1,7 @@
 // Main points, IPs and stakes of an alignment.
+#include "exchange/formats.h"
 #include "exchange/main_points.h"
+#include "exchange/report/report.h"
 #include "exchange/stakes.h"
 #include "sample_drawing.h"
 #include "sima/text/cp932.h"
@@ -25,25 +27,6 @@ std::vector<std::string> namesOf(const Drawing& drawing, MainPointNames habit) {
 }
 
 using Names = std::vector<std::string>;
-
-// A chain of elements from the origin eastwards: type, length, radii, sense.
-struct Piece {
-    ElementType type;
-    double length;
-    double startRadius;
-    double endRadius;
-    bool clockwise;
-};
-constexpr double kStraight = drawing::kInfiniteRadius;
-
-void addChain(Drawing& drawing, const std::vector<Piece>& pieces) {
-    const std::size_t road = drawing.addAlignment(drawing.addSite("サイト"), "線", "0", "", "");
-    Element before;
-    for (const Piece& piece : pieces) {
-        before = following(before, piece.type, piece.length, piece.startRadius, piece.endRadius, piece.clockwise);
-        drawing.addElement(road, before);
-    }
-}
 
 TEST(Stakes, NamesTellOffsetsApartHoweverSmall) {
     Drawing drawing;
@@ -75,6 +58,37 @@ TEST(Stakes, AnEmptyResultSaysWhy) {
     EXPECT_EQ(stakesOf(drawing, 0, options).note, std::nullopt);
 }
 
+// A file may hold any start station. Where adding 1 to the count of a station is lost, counting went on until the memory
+// was gone.
+TEST(Stakes, AStartStationBeyondAllCountsGivesNoRoundStations) {
+    for (const double start : {1e18, -1e18, 1e300}) {
+        Drawing drawing;
+        addRoad(drawing, {0.0, 0.0}, true);
+        drawing.setStartStation(0, start);
+        const Stakes none = stakesOf(drawing, 0, StakeOptions());
+        EXPECT_TRUE(none.stakes.empty()) << start;
+        EXPECT_TRUE(none.note || none.failure) << start;
+        StakeOptions tiny;
+        tiny.every = 1e-3;
+        EXPECT_TRUE(stakesOf(drawing, 0, tiny).stakes.empty()) << start;
+        drawing.setZone(9);
+        for (const Format& format : formats()) {
+            std::ostringstream out;
+            ExportOptions options;
+            options.landXmlProfile = LandXmlProfile::JLandXml;
+            format.write(drawing, options, out);
+            EXPECT_LT(out.str().size(), 1'000'000U) << format.extension << " from " << start;
+        }
+        std::ostringstream report;
+        writeReport(drawing, {}, ReportFormat::Html, report);
+        EXPECT_LT(report.str().size(), 1'000'000U) << start;
+    }
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    drawing.setStartStation(0, 1e9);
+    EXPECT_FALSE(stakesOf(drawing, 0, StakeOptions()).stakes.empty()) << "far, but counted";
+}
+
 TEST(Stakes, NoMoreThanTheLimitWhateverAsksForThem) {
     Drawing drawing;
     addRoad(drawing, {0.0, 0.0}, true);
@@ -104,6 +118,72 @@ TEST(MainPoints, OfAPlainArcHaveItsMiddle) {
         EXPECT_EQ(namesOf(drawing, habit), (Names{"BP", "BC1", "SP1", "EC1", "EP"}));
     }
     EXPECT_DOUBLE_EQ(mainPointsOf(drawing.alignment(0), MainPointNames::Ka)[2].station, 25.0);
+}
+
+TEST(MainPoints, OfCompoundArcsAreNumberedBetween) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 10.0, 80.0, 80.0, false},
+                       {ElementType::Arc, 10.0, 50.0, 50.0, false},
+                       {ElementType::Arc, 10.0, 80.0, 80.0, false},
+                       {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    EXPECT_EQ(namesOf(drawing, MainPointNames::Btc), (Names{"BP", "BC1", "PCC1-1", "PCC1-2", "EC1", "EP"}));
+    EXPECT_EQ(namesOf(drawing, MainPointNames::Ka), (Names{"BP", "BC1", "PCC1-1", "PCC1-2", "EC1", "EP"}));
+}
+
+TEST(MainPoints, OfClothoidsAloneMeetInOnePoint) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                       {ElementType::Clothoid, 20.0, kStraight, 100.0, true},
+                       {ElementType::Clothoid, 20.0, 100.0, kStraight, true},
+                       {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    EXPECT_EQ(namesOf(drawing, MainPointNames::Btc), (Names{"BP", "BTC1", "PCC1-1", "ETC1", "EP"}));
+    EXPECT_EQ(namesOf(drawing, MainPointNames::Ka), (Names{"BP", "KA1-1", "KE1-1", "KA1-2", "EP"}));
+}
+
+TEST(MainPoints, OfAClothoidAtOneEndAlone) {
+    Drawing entering;
+    addChain(entering, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                        {ElementType::Clothoid, 20.0, kStraight, 100.0, true},
+                        {ElementType::Arc, 20.0, 100.0, 100.0, true},
+                        {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    EXPECT_EQ(namesOf(entering, MainPointNames::Btc), (Names{"BP", "BTC1", "BC1", "EC1", "EP"}));
+    Drawing leaving;
+    addChain(leaving, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 20.0, 100.0, 100.0, true},
+                       {ElementType::Clothoid, 20.0, 100.0, kStraight, true},
+                       {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    EXPECT_EQ(namesOf(leaving, MainPointNames::Btc), (Names{"BP", "BC1", "EC1", "ETC1", "EP"}));
+    Drawing alone; // that ends in the curve
+    addChain(alone, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                     {ElementType::Clothoid, 20.0, kStraight, 100.0, true},
+                     {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    EXPECT_EQ(namesOf(alone, MainPointNames::Btc), (Names{"BP", "BTC1", "ETC1", "EP"}));
+}
+
+TEST(MainPoints, OfNoElementsAreNone) {
+    Drawing drawing;
+    addChain(drawing, {});
+    EXPECT_TRUE(namesOf(drawing, MainPointNames::Ka).empty());
+    std::size_t withoutIp = 0;
+    EXPECT_TRUE(ipsOf(drawing.alignment(0), MainPointNames::Ka, withoutIp).empty());
+    EXPECT_NE(whyNot(stakesOf(drawing, 0, {})), "");
+}
+
+TEST(Ips, OfACurveOfHalfACircleAreThoseOfItsElements) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 100.0, 50.0, 50.0, false},
+                       {ElementType::Arc, 90.0, 45.0, 45.0, false},
+                       {ElementType::Arc, 150.0, 40.0, 40.0, false},
+                       {ElementType::Straight, 10.0, kStraight, kStraight, false}});
+    std::size_t withoutIp = 0;
+    const auto ips = ipsOf(drawing.alignment(0), MainPointNames::Ka, withoutIp);
+    EXPECT_EQ(withoutIp, 1U) << "the last arc turns by more than half a circle on its own";
+    ASSERT_EQ(ips.size(), 4U);
+    EXPECT_NEAR(ips[1].turn.value_or(0.0), 2.0, kMetres);
+    EXPECT_NEAR(ips[1].tangentBefore.value_or(0.0), 50.0 * std::tan(1.0), 1e-6);
+    EXPECT_NEAR(ips[2].tangentBefore.value_or(0.0), 45.0 * std::tan(1.0), 1e-6);
 }
 
 TEST(MainPoints, OfAnEggCountOnAndOfAnSAreNamedByTheFirstCurve) {

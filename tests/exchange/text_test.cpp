@@ -48,6 +48,7 @@ TEST(Reals, WithFixedDecimalsHaveNoMinusZero) {
 
 TEST(Texts, AreEscapedForTheirFormat) {
     EXPECT_EQ(printed(JsonText{"a\"b\\c\n点\x01"}), "\"a\\\"b\\\\c\\u000a点\\u0001\"");
+    EXPECT_EQ(xmlText("a\tb\nc\rd"), "a&#9;b&#10;c&#13;d");
     EXPECT_EQ(xmlText("<a & \"b\">\x02点"), "&lt;a &amp; &quot;b&quot;&gt;\uFFFD点");
     EXPECT_EQ(xmlText("\xEF\xBF\xBE"
                       "a\xEF\xBF\xBF\xEF\xBF\xBD"),

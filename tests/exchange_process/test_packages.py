@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Exports GeoPackages that another program made: points and polygons become a SIMA file, the rest is refused or told.
+"""Exports GeoPackages that another program made: points and polygons become a SIMA file, the rest is refused or reported.
 
 usage: test_packages.py PROGRAM        with ogr2ogr, which makes the packages; exit code 77 without it
 """
@@ -60,9 +60,9 @@ class Packages(unittest.TestCase):
         self.points("a.gpkg", "-a_srs", "EPSG:6677")
         self.features("a.gpkg", "lots", ({"地番": "12-3"}, "Polygon", [RING]),
                       ({"地番": "12-4"}, "MultiPolygon", [[RING], [AWAY]]))
-        code, told = self.export("a.gpkg")
-        self.assertEqual(code, 0, told)
-        self.assertIn("'基準点': names from '点名', numbers from 'No'", told)
+        code, reported = self.export("a.gpkg")
+        self.assertEqual(code, 0, reported)
+        self.assertIn("'基準点': names from '点名', numbers from 'No'", reported)
         entities = self.imported()
         named = [e for e in entities if e["type"] == "point" and e["data"]["Name"]]
         self.assertEqual([(e["data"]["No"], e["data"]["Name"], e["position"]) for e in named],
@@ -74,10 +74,10 @@ class Packages(unittest.TestCase):
     def test_what_sima_does_not_have_is_told_with_its_first_feature(self):
         self.features("a.gpkg", "mixed", ({"name": "a"}, "Point", [1, 2]), ({"name": "b"}, "LineString", [[0, 0], [1, 0]]),
                       ({"name": "c"}, "Polygon", [RING, HOLE]), ({"name": "d"}, "MultiPoint", [[3, 4, 5], [6, 7, 8]]))
-        code, told = self.export("a.gpkg")
-        self.assertEqual(code, 0, told)
-        self.assertIn("1 features left out: LINESTRING in 'mixed' (first fid 2)", told)
-        self.assertIn("1 features left out: polygons with holes in 'mixed' (first fid 3)", told)
+        code, reported = self.export("a.gpkg")
+        self.assertEqual(code, 0, reported)
+        self.assertIn("1 features left out: LINESTRING in 'mixed' (first fid 2)", reported)
+        self.assertIn("1 features left out: polygons with holes in 'mixed' (first fid 3)", reported)
         self.assertEqual([e["position"] for e in self.imported()], [[1, 2, 0], [3, 4, 5], [6, 7, 8]])
 
     def test_a_package_without_names_takes_its_numbers(self):
@@ -96,16 +96,16 @@ class Packages(unittest.TestCase):
         for code, datum in (("EPSG:2451", "JGD2000"), ("EPSG:30169", "the Tokyo datum")):
             name = code[5:] + ".gpkg"
             self.points(name, "-a_srs", code)
-            done, told = self.export(name)
-            self.assertEqual(done, 0, told)
-            self.assertIn(f"coordinates of zone 9 of {datum}, taken as they stand", told)
+            done, reported = self.export(name)
+            self.assertEqual(done, 0, reported)
+            self.assertIn(f"coordinates of zone 9 of {datum}, taken as they stand", reported)
             self.assertEqual(self.export(name, "out.geojson")[0], 1)  # no longitude without a shift of datum
 
     def refused(self, package, reason, *options):
         (self.folder / "out.sim").write_text("as it was")
-        code, told = self.export(package, "out.sim", *options)
+        code, reported = self.export(package, "out.sim", *options)
         self.assertEqual(code, 1)
-        self.assertIn(reason, told)
+        self.assertIn(reason, reported)
         self.assertEqual((self.folder / "out.sim").read_text(), "as it was")
 
     def test_other_planes_are_refused_with_a_remedy(self):
@@ -138,10 +138,10 @@ class Packages(unittest.TestCase):
             package.execute("CREATE VIEW v AS SELECT fid, geom, abs(-9223372036854775808) AS name FROM p")
             package.execute("INSERT INTO gpkg_contents (table_name, data_type, srs_id) VALUES ('v', 'features', 6677)")
             package.execute("INSERT INTO gpkg_geometry_columns VALUES ('v', 'geom', 'POINT', 6677, 0, 0)")
-        code, told = self.export("a.gpkg")
-        self.assertEqual(code, 0, told)
-        self.assertIn("'v' is no table of its own: left out", told)
-        self.assertIn("1 features left out: damaged geometry in 'p' (first fid 2)", told)
+        code, reported = self.export("a.gpkg")
+        self.assertEqual(code, 0, reported)
+        self.assertIn("'v' is no table of its own: left out", reported)
+        self.assertIn("1 features left out: damaged geometry in 'p' (first fid 2)", reported)
         self.assertEqual([e["position"] for e in self.imported()], [[1, 2, 0]])
 
 

@@ -209,7 +209,7 @@ class PowerLoss(unittest.TestCase):
             end.apply(entry)
         self.assertEqual(end.after_kill(), self.files(), "the record tells what happened")
         self.lay(end.after_power_loss(None))
-        self.assertEqual((self.contents(), self.log()), (new["drawing"], new["log"]), "what is told done is kept")
+        self.assertEqual((self.contents(), self.log()), (new["drawing"], new["log"]), "what is reported done is kept")
         choose = random.Random(SEED)
         states = 0
         for number, entry in enumerate(entries):

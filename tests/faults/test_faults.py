@@ -2,7 +2,7 @@
 """Imports with one system call, or one allocation, failing: each in turn.
 
 After each run the drawing and the log are both what they were, byte for byte, or both the new ones whole; a failure is
-told and has an exit status; nothing else is left in the folder. Without --all only some of the places are tried.
+reported and has an exit status; nothing else is left in the folder. Without --all only some of the places are tried.
 
 usage: test_faults.py PROGRAM SHIM [--all]
 """
@@ -71,7 +71,7 @@ class Faults(unittest.TestCase):
             (self.folder / name).write_bytes(content)
 
     def run_with_fault(self, kind, place, arguments=()):
-        """The run (an import unless told otherwise), and the call that failed; an empty name if the program made fewer."""
+        """The run (an import unless another is given), and the call that failed; an empty name if the program made fewer."""
         self.report.unlink(missing_ok=True)
         ran = self.fenmark(*(arguments or ("import", self.folder / "a.sim")), LD_PRELOAD=SHIM, FAULT_FOLDER=self.folder,
                            FAULT_KIND=kind, FAULT_AT=place, FAULT_REPORT=self.report)
@@ -94,7 +94,7 @@ class Faults(unittest.TestCase):
                 tried += 1
                 failed += ran.returncode != 0
                 with self.subTest(kind=kind, place=place, call=call, code=ran.returncode,
-                                  told=ran.stderr.decode(errors="replace")[-300:]):
+                                  reported=ran.stderr.decode(errors="replace")[-300:]):
                     self.check(kind, ran, before, after, whole)
                 place += stride
         self.assertGreater(tried, 20)
@@ -108,7 +108,7 @@ class Faults(unittest.TestCase):
             self.assertIn(b"fenmark: error: ", ran.stderr)
         if kind == "EIO":
             for wrong in WRONG_FOR_EIO:
-                self.assertNotIn(wrong, ran.stderr, "a disk that fails is told as such")
+                self.assertNotIn(wrong, ran.stderr, "a disk that fails is reported as such")
         if ran.returncode == 1 and now.get("a_Input.log") == before.get("a_Input.log"):
             self.assertEqual(now.keys(), before.keys(), "nothing is left behind")
             self.assertEqual(now, before, "all is as it was")
@@ -153,7 +153,7 @@ class Faults(unittest.TestCase):
                     tried += 1
                     failed += ran.returncode != 0
                     with self.subTest(writer=extension, kind=kind, place=place, call=call, code=ran.returncode,
-                                      told=ran.stderr.decode(errors="replace")[-300:]):
+                                      reported=ran.stderr.decode(errors="replace")[-300:]):
                         self.assertIn(ran.returncode, (0, 1))
                         now = self.files()
                         self.assertEqual(now.keys(), before.keys(), "nothing is left behind")
@@ -169,7 +169,7 @@ class Faults(unittest.TestCase):
 
     @staticmethod
     def plain(content):
-        """Less the times that some formats tell."""
+        """Less the times that some formats hold."""
         return re.sub(rb"\d{4}[-/]\d\d[-/]\d\d|\d\d:\d\d(:\d\d)?Z?", b"", content)
 
 

@@ -56,8 +56,8 @@ class RoadFile:
 
         def clothoid(turn, parameter, first, last):
             k0, k1 = (turn / radius if radius else 0.0 for radius in (first, last))
-            told = self.slipped(turn)
-            record = "C02,%.6f,%s,%s," % (parameter, self.signed(told, first), self.signed(told, last))
+            written = self.slipped(turn)
+            record = "C02,%.6f,%s,%s," % (parameter, self.signed(written, first), self.signed(written, last))
             return abs(k1 - k0) * parameter ** 2, k0, k1, record
 
         shapes = [straight()]

@@ -85,8 +85,8 @@ def check(program, path, shift, sense):
                           "--drawing", drawing, path], capture_output=True, check=False)
     if run.returncode != (1 if model.broken else 0):
         return "exit code %d: %s" % (run.returncode, run.stderr.decode())
-    told = subprocess.run([program, "info", "--json", drawing], capture_output=True, check=True)
-    return drawing_fault(model, json.loads(told.stdout))
+    reported = subprocess.run([program, "info", "--json", drawing], capture_output=True, check=True)
+    return drawing_fault(model, json.loads(reported.stdout))
 
 
 def main(program, count, seed):

@@ -46,15 +46,15 @@ def check(folder, skipped, files, program):
     broken = any(isinstance(log, int) for log in wanted.values())
     if run.returncode != (1 if broken else 0):
         faults.append("exit code %d\n%s" % (run.returncode, run.stderr.decode()[-2000:]))
-    told = set(re.findall(r"error: (\S+\.sim):(\d+): import broken off", run.stderr.decode()))
+    reported = set(re.findall(r"error: (\S+\.sim):(\d+): import broken off", run.stderr.decode()))
     for path, log in wanted.items():
         place = path.with_name(path.stem + "_Input.log")
         got = place.read_bytes() if place.exists() else None
         if isinstance(log, int):
             if got is not None or path.with_suffix(".gpkg").exists():
                 faults.append("%s: broken off at line %d in the model, and left files" % (path, log))
-            elif (str(path), str(log)) not in told:
-                faults.append("%s: broken off at line %d in the model, and not so told" % (path, log))
+            elif (str(path), str(log)) not in reported:
+                faults.append("%s: broken off at line %d in the model, and not so reported" % (path, log))
         elif got is None:
             faults.append("%s: no log" % path)
         elif got != log:

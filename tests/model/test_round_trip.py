@@ -63,9 +63,9 @@ def check(program, folder, name, content):
     run(program, "import", "-q", path, "--drawing", first)
     written = folder / "again" / name
     written.parent.mkdir(exist_ok=True)
-    told = run(program, "export", first, written)
-    if told.stderr:
-        return told.stderr.decode()
+    written_first = run(program, "export", first, written)
+    if written_first.stderr:
+        return written_first.stderr.decode()
     run(program, "import", "-q", written, "--drawing", second)
     return difference(*(json.loads(run(program, "info", "--json", drawing).stdout) for drawing in (first, second)))
 

@@ -54,7 +54,7 @@ struct ModuleInHost : ::testing::Test {
             User::click(dialog, button);
         });
     }
-    // Hands the host a file of that content, as a drop on its window does.
+    // Gives the host a file of that content, as a drop on its window does.
     QString handFile(const QString& name, const QByteArray& content) {
         const QString path = folder.filePath(name);
         QFile file(path);

@@ -50,7 +50,7 @@ class Element : public host::AlignmentElement {
     int& living_;
 };
 
-// Element identifiers are 11, 12, ...; curves report the end told.
+// Element identifiers are 11, 12, ...; curves report the end given.
 class Collection : public host::AlignmentElements {
   public:
     std::int32_t addFixedLine(const MdGePoint3d& start, const MdGePoint3d& end,

@@ -49,9 +49,9 @@ far = [f["properties"] for f in features
 assert not far, far[:3]
 PYTHON
 
-# What fenmark refuses, QGIS tells with its message.
+# What fenmark refuses, QGIS reports with its message.
 if qgis_process.bin run fenmark:import -- INPUT="$work/nothing.sim" OUTPUT="$work/none.gpkg" >"$work/refused.txt" 2>&1; then
-    fail 'an import of a file that is not there is told as done'
+    fail 'an import of a file that is not there is reported as done'
 fi
 grep -q 'nothing.sim' "$work/refused.txt" || fail 'the refusal does not name the file'
 echo 'plugin installed from its zip, five algorithms run, stakes come back where they were'

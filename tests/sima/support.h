@@ -27,7 +27,7 @@ inline std::string cp932(std::string_view utf8) {
 using fenmark::test::readFile;
 using fenmark::test::TemporaryFolder;
 
-// Keeps what it is handed.
+// Keeps what it is given.
 class KeepingSink : public SectionSink {
   public:
     std::vector<std::string> calls; // in order

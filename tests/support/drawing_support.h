@@ -126,4 +126,21 @@ inline void addSmallImport(Drawing& drawing, int seed = 0) {
     drawing.addAlignment(drawing.sites().front().id, "", "0", kStandardStyle, kStandardStyle); // without elements
 }
 
+// A small drawing with a file.
+class SavedDrawing : public ::testing::Test {
+  protected:
+    explicit SavedDrawing(const char* name = "図面.gpkg") : path_(folder_.at(name)) {}
+
+    TemporaryFolder folder_;
+    std::string path_;
+    Drawing drawing_;
+    DrawingStore store_;
+
+    void SetUp() override {
+        addSmallImport(drawing_);
+        const Outcome result = store_.save(path_, drawing_);
+        ASSERT_TRUE(result) << result.message.english;
+    }
+};
+
 } // namespace fenmark::drawing

@@ -353,7 +353,7 @@ inline ::testing::AssertionResult joined(const Calelm& a, const Calelm& b, doubl
     return ::testing::AssertionSuccess();
 }
 
-/// A record tells the truth about itself: its curvature, run from its start, leads to its end point and end tangent.
+/// A record agrees with itself: its curvature, run from its start, leads to its end point and end tangent.
 inline ::testing::AssertionResult true_to_itself(const Calelm& e, double point_tolerance = kCurveTolerance,
                                                  double angle_tolerance = kCurveTangentTolerance) {
     const Shape shape = shape_of(e);

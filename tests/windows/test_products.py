@@ -81,9 +81,9 @@ class Products(unittest.TestCase):
     def test_header_says_where_symbols_come_from(self):
         source = '#include <fenmark/alignment.h>\n#include <fenmark/curve.h>\n'
         for definition, expected in ((None, "dllimport"), ("FENMARK_ALIGNMENT_BUILD", "dllexport"), ("FENMARK_ALIGNMENT_STATIC", None)):
-            told = subprocess.run(["x86_64-w64-mingw32-gcc-posix", "-E", f"-I{SOURCE}/include", *([f"-D{definition}"] if definition else []), "-"],
+            output = subprocess.run(["x86_64-w64-mingw32-gcc-posix", "-E", f"-I{SOURCE}/include", *([f"-D{definition}"] if definition else []), "-"],
                                   input=source, capture_output=True, text=True, check=True).stdout
-            marked = set(re.findall(r"__declspec\s*\(\s*(dll\w+)\s*\)|__attribute__\s*\(\(\s*(dll\w+)\s*\)\)", told))
+            marked = set(re.findall(r"__declspec\s*\(\s*(dll\w+)\s*\)|__attribute__\s*\(\(\s*(dll\w+)\s*\)\)", output))
             names = {a or b for a, b in marked}
             self.assertEqual(names, {expected} if expected else set(), definition)
 

@@ -149,9 +149,9 @@ class Windows(unittest.TestCase):
         # 表 and ソ end in a backslash in code page 932.
         self.file("測量 2026/表ソ/道路①.sim", POINTS + ROUTE)
         ran = self.done("import", "測量 2026\\表ソ\\道路①.sim", "--json")
-        told = json.loads(ran.stdout)[0]
-        self.assertEqual(told["file"], "測量 2026\\表ソ\\道路①.sim")
-        self.assertEqual(told["drawing"], "測量 2026\\表ソ\\道路①.gpkg")
+        reported = json.loads(ran.stdout)[0]
+        self.assertEqual(reported["file"], "測量 2026\\表ソ\\道路①.sim")
+        self.assertEqual(reported["drawing"], "測量 2026\\表ソ\\道路①.gpkg")
         self.assertEqual(self.files(self.folder / "測量 2026/表ソ"), ["道路①.gpkg", "道路①.sim", "道路①_Input.log"])
         self.assertEqual({row["FileName"] for row in self.rows("測量 2026\\表ソ\\道路①.gpkg")}, {"道路①.sim"})
         # Written over, appended to and exported by the same names.

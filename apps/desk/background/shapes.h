@@ -1,6 +1,6 @@
 // Points and lines of other files, for the background of the plan. No windows here.
 //
-// What is read comes out in the drawing's plane (x east, y north, metres). Coordinates that a file tells to be
+// What is read comes out in the drawing's plane (x east, y north, metres). Coordinates that a file says to be
 // geographic, or of another plane rectangular zone, are brought into the drawing's zone.
 #pragma once
 

@@ -6,7 +6,7 @@
 
 namespace fenmark::desk {
 
-// The English text, and the name that tells it from others of the same wording.
+// The English text, and the name that sets it apart from others of the same wording.
 struct TextSource {
     const char* english;
     const char* name;

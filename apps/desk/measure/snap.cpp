@@ -17,7 +17,7 @@ using host::PlanPoint;
 
 namespace {
 
-constexpr std::size_t kMostObjects = 1000; // more under the pointer are a blot in which nothing can be meant
+constexpr std::size_t kMostObjects = 1000; // more under the pointer are a blot in which none can be chosen
 constexpr std::size_t kMostCurves = 48;    // whose crossings are looked for
 constexpr std::size_t kMostFeet = 16;      // of one curve
 

@@ -3,6 +3,7 @@
 
 #include "desk/plan/plan_shapes.h"
 #include "desk/plan/plan_style.h"
+#include "exchange/round_stations.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,7 +22,6 @@ using host::PlanPoint;
 namespace {
 
 constexpr double kStationStep = 20.0;        // metres
-constexpr double kLargestStation = 1e12;     // metres; beyond, no marks
 constexpr int kMostStations = 20'000;        // of one alignment in one picture
 constexpr double kStationPixels = 5.0;       // closer marks are left out
 constexpr double kElementLabelPixels = 8.0;  // from a line to the foot of its label
@@ -124,7 +124,7 @@ void paintStations(QPainter& painter, const ViewTransform& view, const drawing::
     const double labelEvery =
         kStationStep * std::max(1.0, std::ceil(kStationLabelPixels / (kStationStep * view.pixelsPerMetre())));
     // Beyond that, stations next to each other are one real.
-    if (!(std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < kLargestStation)) {
+    if (!(std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < exchange::kLargestStation)) {
         return;
     }
     auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));

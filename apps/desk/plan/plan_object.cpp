@@ -166,7 +166,7 @@ std::vector<PlanObject> objectsInBox(const Drawing& drawing, const PlanIndex& in
     const auto inside = [&](const Extent& extent) {
         return box.minX <= extent.minX && box.minY <= extent.minY && extent.maxX <= box.maxX && extent.maxY <= box.maxY;
     };
-    // Only the view of the box counts for a line: its own pixels tell whether it reaches in.
+    // Only the view of the box counts for a line: its own pixels show whether it reaches in.
     ViewTransform view;
     view.setSize(QSizeF(kBoxPixels, kBoxPixels));
     view.fit(box);

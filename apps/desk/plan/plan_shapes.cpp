@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kClipMargin = 32.0; // pixels outside the view that lines still reach
 
-constexpr int kMaximumDepth = 40; // halvings of an element; a piece is then shorter than any number can tell
+constexpr int kMaximumDepth = 40; // halvings of an element; a piece is then shorter than any number can resolve
 // The most pieces that are looked at. A curve that needs more winds up in the picture, and its line of
 // kMostElementPoints is drawn instead.
 constexpr int kMostPieces = 20'000;

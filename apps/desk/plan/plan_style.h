@@ -46,7 +46,7 @@ struct Theme {
     QColor clothoid;
     QColor lotFill;
     std::array<QColor, kFigureStyles> figures;
-    QColor logRefused; // lines of a log that tell of something refused
+    QColor logRefused; // lines of a log about something refused
     QColor logRule;    // lines that part it
 };
 

@@ -2,18 +2,12 @@
 #include "desk/plan/plan_text.h"
 
 #include "desk/plan/plan_style.h"
+#include "exchange/survey_text.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace fenmark::desk {
-
-namespace {
-
-constexpr double kStakeDistance = 20.0;   // metres
-constexpr double kStakeRounding = 0.0005; // metres: what the three decimals cannot show
-
-} // namespace
 
 QString fromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -29,13 +23,7 @@ void drawText(QPainter& painter, const QPointF& at, const QString& text, const Q
 }
 
 QString stakeName(double station) {
-    const double number = std::floor((station + kStakeRounding) / kStakeDistance);
-    const double rest = station - number * kStakeDistance;
-    QString name = QStringLiteral("No.%1").arg(number, 0, 'f', 0);
-    if (rest >= kStakeRounding) {
-        name += QStringLiteral("+%1").arg(rest, 0, 'f', 3);
-    }
-    return name;
+    return fromUtf8(exchange::StationNames{}(station));
 }
 
 LabelRoom::LabelRoom(const QSizeF& view)

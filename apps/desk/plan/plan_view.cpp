@@ -291,7 +291,7 @@ void PlanView::resizeEvent(QResizeEvent*) {
 }
 
 void PlanView::viewMoved() {
-    hovered_.reset(); // the pointer tells what lies under it when it moves next
+    hovered_.reset(); // found again when the pointer moves next
     dirty_ = true;
     update();
     emit viewChanged();

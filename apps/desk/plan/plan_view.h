@@ -65,7 +65,7 @@ class PlanView : public QWidget {
 
     // The object under the pointer, which is lit up.
     const std::optional<PlanObject>& hovered() const { return hovered_; }
-    // Tells what a tip says of the object under the pointer.
+    // What a tip says of the object under the pointer.
     void setDescriber(std::function<QString(const PlanObject&)> describe) { describe_ = std::move(describe); }
 
     // The tool that takes clicks and keys in place of the selection; null for none. It must outlive its use.

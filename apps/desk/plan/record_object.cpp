@@ -95,7 +95,7 @@ std::optional<PlanObject> longitudinalObject(const Drawing& drawing, const MadeO
     return asObject(findEntity(drawing, made, {host::kLongitudinalType, opening.number(1), station, {}}));
 }
 
-// A point without a name bears that of its cross section, and names come again in the next one: the height tells them
+// A point without a name bears that of its cross section, and names come again in the next one: the height keeps them
 // apart, and those from the first point of that section on come first.
 std::optional<PlanObject> crossSectionObject(const Drawing& drawing, const MadeObjects& made, const Record& opening,
                                              const Record& record, const Record& crossSection) {

@@ -3,6 +3,7 @@
 
 #include "desk/window/properties.h"
 #include "exchange/plan/plan_geometry.h"
+#include "exchange/round_stations.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -131,11 +132,10 @@ void SectionView::paintEvent(QPaintEvent*) {
 void SectionView::paintHeights(QPainter& painter, const Inks& colours) const {
     const double step = exchange::roundStep(kHeightTexts / frame_.rise);
     const int decimals = step < 1.0 ? 1 + static_cast<int>(step < 0.1) : 0;
-    for (double i = std::ceil(frame_.base / step);; i += 1.0) {
+    const double first = std::ceil(frame_.base / step);
+    const double last = std::floor(frame_.heightAt(frame_.top) / step);
+    for (double i = first; i <= last && exchange::canBeCounted(first, last); i += 1.0) {
         const double y = frame_.y(i * step);
-        if (!(y >= frame_.top)) {
-            break;
-        }
         painter.setPen(QPen(colours.faint, 1.0));
         painter.drawLine(QPointF(frame_.left, y), QPointF(frame_.right, y));
         painter.setPen(colours.ink);

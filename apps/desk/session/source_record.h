@@ -25,7 +25,7 @@ struct SourceExcerpt {
     std::vector<std::string> lines;
 };
 
-// The number of the record that a line of the log tells of: "00012 A00 ..." or "00012行目 A01,...". Nothing if the line
+// The number of the record that a line of the log is about: "00012 A00 ..." or "00012行目 A01,...". Nothing if the line
 // begins with no such number.
 std::optional<std::int64_t> recordNumberIn(std::string_view logLine);
 

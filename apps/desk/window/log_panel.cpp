@@ -14,7 +14,7 @@ namespace fenmark::desk {
 namespace {
 
 constexpr qint64 kBytesShown = 8 << 20;
-constexpr int kErrorTitleLines = 2; // of an error, before the line that tells its number
+constexpr int kErrorTitleLines = 2; // of an error, before the line with its number
 constexpr int kMostLinesBelow = 8;  // that belong to the record above them
 
 bool opensError(const QString& line) {
@@ -33,7 +33,7 @@ void markBlock(QPlainTextEdit& panel, const QTextCursor& at) {
     panel.setExtraSelections({line});
 }
 
-// Lines that tell of something refused stand out.
+// Lines about something refused stand out.
 class ErrorLines : public QSyntaxHighlighter {
   public:
     explicit ErrorLines(const QPlainTextEdit& panel) : QSyntaxHighlighter(panel.document()), panel_(panel) {}

@@ -17,13 +17,13 @@ namespace fenmark::desk {
 
 // Colours of the lines of a log on a background, readable on it.
 struct LogColours {
-    QColor refused; // lines that tell of something refused
+    QColor refused; // lines about something refused
     QColor rule;    // lines that part the log
 };
 LogColours logColours(const QColor& background);
 
-// A click on a line that tells the number of a record, or Enter with the cursor in it, chooses the record. The lines of
-// an error, and those behind the beginning or end of a section, tell the number of the line they belong to.
+// A click on a line with the number of a record, or Enter with the cursor in it, chooses the record. The lines of
+// an error, and those behind the beginning or end of a section, have the number of the line they belong to.
 class LogPanel : public QPlainTextEdit {
     Q_OBJECT
 

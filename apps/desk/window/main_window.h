@@ -176,7 +176,7 @@ class MainWindow : public QMainWindow {
     void drawingReplaced();
     void showObject(const PlanObject& object); // selected, in the middle, and its layer shown
     void showLastLog();
-    // Which import the lines of the log tell of (main_window_imports.cpp).
+    // Which import the lines of the log belong to (main_window_imports.cpp).
     const drawing::Import* shownImport() const;
     void showLogOf(const drawing::Import* import);
     Again askAgain(const drawing::Import& earlier);

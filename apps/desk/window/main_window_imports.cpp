@@ -28,7 +28,7 @@ std::string logOf(const std::string& file) {
     return file.size() < kExtension ? std::string() : file.substr(0, file.size() - kExtension) + "_Input.log";
 }
 
-// The file where it was imported from, or one of its name beside the drawing, for drawings that were handed on.
+// The file where it was imported from, or one of its name beside the drawing, for drawings that came from elsewhere.
 std::string fileOf(const Import& import, const std::string& drawingPath) {
     const QString path = fromUtf8(import.path);
     if (QFileInfo::exists(path) || drawingPath.empty()) {

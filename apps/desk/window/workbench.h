@@ -1,5 +1,5 @@
 // What a day's work needs beside the plan: measuring, area tables, sections, paper, backgrounds. The main window makes
-// it, and tells it of the drawing and the selection.
+// it, and informs it of the drawing and the selection.
 #pragma once
 
 #include "desk/background/background.h"

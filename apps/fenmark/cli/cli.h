@@ -25,7 +25,7 @@ struct Streams {
     std::ostream* terminal = nullptr;
     // Of that terminal; 0 where nobody knows them.
     int columns = 0;
-    // Keeps the notes and errors of a file beside telling them, also those that --quiet keeps back. Null: nowhere.
+    // Keeps the notes and errors of a file beside printing them, also those that --quiet keeps back. Null: nowhere.
     FileReport* report = nullptr;
     // Of the notes. Result lines, the texts of the log and of the dialogs are Japanese always.
     Language language = Language::English;

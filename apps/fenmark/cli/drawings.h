@@ -17,7 +17,7 @@ std::unique_ptr<drawing::Drawing> readDrawing(const std::string& path, drawing::
                                               bool quiet = false);
 
 // The same, but takes a GeoPackage of another program too, its points and polygons; `zone` (0: none given) is for one that
-// does not tell its reference system.
+// does not name its reference system.
 std::unique_ptr<drawing::Drawing> readDrawingOrPackage(const std::string& path, int zone, const Streams& streams,
                                                        bool quiet);
 

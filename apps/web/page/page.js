@@ -170,7 +170,7 @@ const onProgress = (percent) => ($("progress").value = percent);
 
 // ---- state ----
 
-let inputs = []; // {name, path, bytes, preview, inWorker}
+let inputs = []; // {name, path, content, preview, inWorker}; the content is a Blob
 let sources = []; // the files that the drawing came from, for their lines
 let drawing = null; // {name, content, inWorker}; the content is a Blob, which the browser keeps outside the page's memory
 let info = null;
@@ -199,19 +199,16 @@ async function unwritten() {
   await program.running();
   const files = inputs.filter((input) => input.inWorker !== program.starts);
   files.forEach((input) => (input.inWorker = program.starts));
-  return files.map(({ path, bytes }) => ({ path, bytes }));
+  return files.map(({ path, content }) => ({ path, content }));
 }
 
-function isUtf8(bytes) {
-  if (!bytes.some((byte) => byte >= 0x80)) {
-    return false;
+// A copy of a file in the browser's store, made piece by piece: it stays as it is when the file is changed on the disk.
+async function stored(file) {
+  const pieces = [];
+  for (let from = 0; from < file.size; from += kBlock) {
+    pieces.push(new Blob([await bytesOf(file, from, from + kBlock)]));
   }
-  try {
-    new TextDecoder("utf-8", { fatal: true }).decode(bytes);
-    return true;
-  } catch {
-    return false;
-  }
+  return new Blob(pieces);
 }
 
 async function take(files) {
@@ -229,8 +226,7 @@ async function take(files) {
   await work(async () => {
     const taken = [];
     for (const [i, file] of list.entries()) {
-      const bytes = new Uint8Array(await file.arrayBuffer());
-      taken.push({ name: file.name, path: `in${i}/${file.name}`, bytes });
+      taken.push({ name: file.name, path: `in${i}/${file.name}`, content: await stored(file) });
     }
     const left = inputs.map(({ path }) => path);
     inputs = taken;
@@ -244,7 +240,7 @@ async function preview(left = []) {
   const encoding = $("encoding").value;
   const answer = await program.ask({
     remove: left,
-    write: await unwritten(),
+    offer: await unwritten(),
     run: inputs.map(({ path }) => ["preview", "--json", "--encoding", encoding, "--", path]),
   }, onProgress);
   $("hints").replaceChildren();
@@ -318,7 +314,8 @@ async function importFiles() {
   const answer = await program.ask({
     remove: [target, ...logPaths],
     folders: ["out"],
-    write: [...(appended ? [{ path: target, bytes: drawing.content }] : []), ...(await unwritten())],
+    write: appended ? [{ path: target, bytes: drawing.content }] : [],
+    offer: await unwritten(),
     run: [words],
     read: logPaths,
     readLarge: [target],
@@ -340,7 +337,7 @@ async function importFiles() {
 
 async function openDrawing(file) {
   const before = drawing;
-  drawing = { name: file.name, content: new Blob([await file.arrayBuffer()]), inWorker: 0 };
+  drawing = { name: file.name, content: await stored(file), inWorker: 0 };
   try {
     messages = [];
     logs = [];
@@ -407,7 +404,7 @@ async function showDrawing() {
   showLayers();
   showObjects();
   showObject(null);
-  showLog();
+  await showLog();
   showTables();
   showDownloads();
   await showStations();
@@ -478,7 +475,7 @@ function showObjects() {
   $("objects").replaceChildren(...items);
 }
 
-function showObject(object) {
+async function showObject(object) {
   const panel = $("object");
   if (!object) {
     panel.replaceChildren(make("p", word("nothing")));
@@ -497,7 +494,10 @@ function showObject(object) {
   const list = table([["", (row) => row[0]], ["", (row) => row[1]]], rows.filter(([, value]) => value !== undefined && value !== null && value !== ""));
   list.tHead.remove();
   panel.replaceChildren(list, make("h4", word("lines")));
-  const lines = linesOf(object);
+  const lines = await linesOf(object);
+  if (!list.isConnected) {
+    return; // another object is shown meanwhile
+  }
   if (!lines) {
     panel.append(make("p", word("noLines")));
     return;
@@ -507,11 +507,13 @@ function showObject(object) {
 
 // ---- lines of files ----
 
+let sourceWanted = null; // what the list of lines is to show
+
 // The name by which the browser decodes the bytes of a file as the program reads them.
-function decoderName(bytes) {
+async function decoderName(content) {
   const chosen = $("encoding").value;
   if (chosen === "utf-16" || chosen === "auto") {
-    const [first, second] = bytes;
+    const [first, second] = await bytesOf(content, 0, 2);
     if ((first === 0xfe && second === 0xff) || (first === 0 && second > 0)) {
       return "utf-16be";
     }
@@ -519,42 +521,40 @@ function decoderName(bytes) {
       return "utf-16le";
     }
   }
-  return chosen === "utf-8" || (chosen === "auto" && isUtf8(bytes)) ? "utf-8" : "shift_jis";
+  return chosen === "utf-8" || (chosen === "auto" && (await isUtf8(content))) ? "utf-8" : "shift_jis";
 }
 
 function linesOfFile(input) {
-  input.lines ??= new Lines(input.bytes, decoderName(input.bytes));
+  input.lines ??= decoderName(input.content).then((name) => Lines.of(input.content, name));
   return input.lines;
 }
 
 const fields = (line) => line.split(",").map((field) => field.trim());
 
 // Which lines of which open file made an object: its first line by the number or the name of its row, and the last.
-function linesOf(object) {
+async function linesOf(object) {
   const { No: no, FileName: fileName } = object.properties;
   const { isAlignment, opens = "F00", ends = opens === "F00" ? "F99" : null, byName } = kindOf(object.kind);
   for (const input of sources) {
     if (!isAlignment && fileName && stem(input.name) !== stem(fileName) && input.name !== fileName) {
       continue;
     }
-    const lines = linesOfFile(input);
+    const lines = await linesOfFile(input);
     const isNumber = (text) => !isAlignment && text === String(no);
     const at = opens === "F00" ? (line) => line[3] === object.name || isNumber(line[1]) : (line) => (byName ? line[1] === object.name : isNumber(line[1]));
-    const first = lines.find(opens, (text) => at(fields(text)));
+    const first = await lines.find(opens, (text) => at(fields(text)));
     if (first > 0) {
-      let last = first;
-      while (ends && last < lines.count && !lines.begins(last, ends)) {
-        ++last;
-      }
-      const shown = Array.from({ length: Math.min(last - first + 1, kMostLines) }, (_, i) => lines.text(first + i));
+      const last = ends ? (await lines.find(ends, undefined, first)) || lines.count : first;
+      const shown = await lines.texts(first, Math.min(last, first + kMostLines - 1));
       return { input, first, last, text: shown.join("\n") };
     }
   }
   return null;
 }
 
-function objectAtLine(input, number) {
-  const words = fields(linesOfFile(input).text(number));
+async function objectAtLine(input, number) {
+  const [text = ""] = await (await linesOfFile(input)).texts(number, number);
+  const words = fields(text);
   const made = Object.entries(kKinds).find(([, kind]) => kind.opens === words[0]);
   if (made) {
     const [type, { byName }] = made;
@@ -563,16 +563,19 @@ function objectAtLine(input, number) {
   return words[0] === "F00" ? objects.find((object) => object.name === words[3]) : undefined;
 }
 
-function showSource(input, first, last = first) {
-  const lines = linesOfFile(input);
+async function showSource(input, first, last = first) {
+  const wanted = (sourceWanted = {});
   const from = Math.max(1, first - kLinesAround);
-  const to = Math.min(lines.count, last + kLinesAround);
-  const items = [];
-  for (let number = from; number <= to; ++number) {
-    const item = make("li", null, number >= first && number <= last ? { class: "chosen" } : {});
-    item.append(make("span", number, { class: "number" }), make("span", lines.text(number)));
-    items.push(item);
+  const texts = await (await linesOfFile(input)).texts(from, last + kLinesAround);
+  if (sourceWanted !== wanted) {
+    return; // another file or line was asked for meanwhile
   }
+  const items = texts.map((text, i) => {
+    const number = from + i;
+    const item = make("li", null, number >= first && number <= last ? { class: "chosen" } : {});
+    item.append(make("span", number, { class: "number" }), make("span", text));
+    return item;
+  });
   $("source-name").textContent = input.name;
   $("source").replaceChildren(...items);
   const chosen = $("source").querySelector(".chosen");
@@ -581,7 +584,7 @@ function showSource(input, first, last = first) {
   }
 }
 
-function showLog() {
+async function showLog() {
   const errors = messages.filter((message) => message.line > 0);
   const notes = messages.filter((message) => message.line === 0);
   $("error-count").textContent = errors.length > 0 ? `— ${word("errors")}: ${errors.length}` : sources.length > 0 ? `— ${word("noErrors")}` : "";
@@ -589,9 +592,9 @@ function showLog() {
   list.replaceChildren();
   for (const message of errors) {
     const item = make("li", null, { class: "error" });
-    item.append(button(`${message.file.name}:${message.line}: ${message.text}`, () => {
+    item.append(button(`${message.file.name}:${message.line}: ${message.text}`, async () => {
       showSource(message.file, message.line);
-      const object = objectAtLine(message.file, message.line);
+      const object = await objectAtLine(message.file, message.line);
       if (object) {
         plan.reveal(object);
         showObject(object);
@@ -602,10 +605,11 @@ function showLog() {
   for (const message of notes) {
     list.append(make("li", (message.file ? message.file.name + ": " : "") + message.text, { class: "plain" }));
   }
+  sourceWanted = null;
   $("source").replaceChildren();
   $("source-name").textContent = "";
   if (sources.length > 0) {
-    showSource(errors[0]?.file ?? sources[0], errors[0]?.line ?? 1);
+    await showSource(errors[0]?.file ?? sources[0], errors[0]?.line ?? 1);
   }
 }
 

@@ -265,7 +265,7 @@ class Plan {
 
   // Names where there is room for them, lots and alignments before points.
   paintLabels(visible, colour) {
-    const { context } = this;
+    const { canvas, context } = this;
     context.font = "11px system-ui, sans-serif";
     context.fillStyle = colour;
     const taken = new Set();
@@ -274,6 +274,10 @@ class Plan {
       const [px, py] = this.pixel(x, y);
       const cells = [];
       const end = px + 5 + context.measureText(text).width;
+      // Out of view; and at some 1e17 pixels the next cell would be the same number.
+      if (!(end > 0 && px + 5 < canvas.clientWidth && py - 4 > 0 && py - 14 < canvas.clientHeight)) {
+        return;
+      }
       for (let column = Math.floor((px + 5) / 8); column <= end / 8; ++column) {
         for (let row = Math.floor((py - 14) / 6); row <= (py - 4) / 6; ++row) {
           cells.push(column * 65536 + row);

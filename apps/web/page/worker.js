@@ -4,6 +4,8 @@
 const kFolder = "/browser"; // drawings keep the path of a file that was imported
 const kLargeFile = 1 << 24; // bytes
 const kStep = 1 << 23; // bytes by which a large file grows, and pieces in which it is read
+const kPiece = 1 << 20; // bytes of a file that is read from the browser's store
+const kReadFailure = 29; // EIO of the program's system
 const kMostFile = 2 ** 31; // bytes
 let program = null;
 let current = 0; // the request that runs
@@ -96,6 +98,36 @@ function readLarge(path) {
   }
 }
 
+// A file that is only read stays in the browser's store; pieces of it come as they are asked for.
+function offer(path, content) {
+  program.FS.mkdirTree(kFolder + "/" + folderOf(path));
+  program.FS.writeFile(path, "");
+  const { node } = program.FS.lookupPath(path);
+  const reader = new FileReaderSync();
+  let from = 0;
+  let piece = new Uint8Array(0);
+  node.usedBytes = content.size;
+  node.stream_ops = {
+    ...node.stream_ops,
+    read(stream, buffer, offset, length, position) {
+      if (position >= content.size) {
+        return 0;
+      }
+      if (position < from || position >= from + piece.length) {
+        from = position;
+        try {
+          piece = new Uint8Array(reader.readAsArrayBuffer(content.slice(from, from + kPiece)));
+        } catch {
+          throw new program.FS.ErrnoError(kReadFailure);
+        }
+      }
+      const part = piece.subarray(position - from, position - from + length);
+      buffer.set(part, offset);
+      return part.length;
+    },
+  };
+}
+
 function remove(path) {
   try {
     program.FS.unlink(path);
@@ -120,6 +152,9 @@ async function answer(request) {
     program.FS.mkdirTree(kFolder + "/" + folderOf(path));
     const content = bytes instanceof Blob ? new Uint8Array(await bytes.arrayBuffer()) : bytes;
     program.FS.writeFile(path, content, { canOwn: true });
+  }
+  for (const { path, content } of request.offer ?? []) {
+    offer(path, content);
   }
   for (const folder of request.folders ?? []) {
     program.FS.mkdirTree(kFolder + "/" + folder);

@@ -36,7 +36,7 @@ class DrawingReader {
 
     explicit DrawingReader(Connection& connection) : connection_(connection) {}
     Drawing read(Load load);
-    const DrawingHead& head() const { return head_; } // as the file tells it
+    const DrawingHead& head() const { return head_; } // as the file has it
     const std::vector<StoreNote>& notes() const { return notes_; }
     const std::vector<NewIdentifier>& newIdentifiers() const { return newIdentifiers_; }
 

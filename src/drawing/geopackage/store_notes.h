@@ -1,4 +1,4 @@
-// What a program should tell about a drawing or a package that was opened: codes with values, worded in the user's
+// What a program should report about a drawing or a package that was opened: codes with values, worded in the user's
 // language.
 #pragma once
 

@@ -25,7 +25,7 @@ struct Title {
 
 struct Style {
     const char* symbol; // marker, line, fill
-    const char* column; // that tells the kinds apart; empty for one kind
+    const char* column; // that sets the kinds apart; empty for one kind
     std::span<const StyledKind> kinds;
     const char* label; // an expression
     const char* labelColour;

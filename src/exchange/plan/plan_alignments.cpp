@@ -1,5 +1,6 @@
 // Alignments on a plan: elements by kind, element ends, stations, curve data.
 #include "exchange/plan/plan.h"
+#include "exchange/round_stations.h"
 #include "exchange/text.h"
 
 #include <algorithm>
@@ -30,7 +31,6 @@ constexpr double kKeySize = 2.0;         // millimetres of type
 constexpr double kStakeSize = 1.8;
 constexpr double kCurveSize = 1.8;
 constexpr std::size_t kMostStations = 20000; // ticks on one sheet
-constexpr double kLargestStation = 1e12;     // metres; beyond, no ticks
 
 const char* styleOf(ElementType type) {
     return type == ElementType::Straight ? "straight" : type == ElementType::Arc ? "arc" : "clothoid";
@@ -266,7 +266,7 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
     if (!poses.empty()) {
         plan.items.insert(PlanItem::Station);
     }
-    // Every fifth station tells its distance too, and takes its place before the others.
+    // Every fifth station shows its distance too, and takes its place before the others.
     auto place = [&](double station, const drawing::Pose& pose, bool major) {
         const PaperPoint at = plan.at(pose.point.x, pose.point.y);
         const std::string text = stakeName(station) + (major ? "  " + fixedReal(station, 1) : "");

@@ -36,7 +36,7 @@ Notes tablesOf(const drawing::Drawing& drawing, const ReportOptions& options, co
 
 void summaryTables(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
 void pointTable(const drawing::Drawing& drawing, const TableSink& sink);
-// Counts the lots without a place that a table can tell.
+// Counts the lots without a place that a table can show.
 std::size_t lotTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,
                       const TableSink& sink);
 void alignmentTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,

@@ -17,6 +17,13 @@ namespace {
 
 EmbeddedHost* currentHost = nullptr;
 
+// Whether the object of an identifier is in a drawing that the host has open.
+bool isInAnyDocument(MdDbObjectId id) {
+    const EmbeddedHost* const host = EmbeddedHost::current();
+    return host != nullptr && std::any_of(host->documents().begin(), host->documents().end(),
+                                          [id](const auto& document) { return document->drawing().has(id); });
+}
+
 } // namespace
 
 Counters& counters() {
@@ -51,6 +58,7 @@ EmbeddedHost::EmbeddedHost()
     : documentManager_(std::make_unique<DocumentManager>(*this)), application_(makeApplication()),
       before_(currentHost) {
     currentHost = this;
+    setIdentifierCheck(isInAnyDocument);
     newDocument();
 }
 
@@ -63,6 +71,9 @@ EmbeddedHost::~EmbeddedHost() {
     application_->release();
     if (currentHost == this) {
         currentHost = before_;
+    }
+    if (currentHost == nullptr) {
+        setIdentifierCheck(nullptr);
     }
 }
 

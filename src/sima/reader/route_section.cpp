@@ -192,7 +192,7 @@ std::int32_t readRouteSection(FilePass& file) {
     return 0;
 }
 
-// Hands the route to the output if its type is ticked. Null if nothing was made or no alignment came of it.
+// Passes the route to the output if its type is ticked. Null if nothing was made or no alignment came of it.
 host::MdDbObjectId createRoute(FilePass& file, const SimaAlignment& route) {
     SimaReader& reader = file.reader();
     if (file.sink() == nullptr || route.routeType < 1 || route.routeType > 7) {

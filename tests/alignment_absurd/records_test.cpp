@@ -1,7 +1,7 @@
 // Values that are not numbers, infinite, huge, tiny and negative, in every place: each call ends with a status. A hang is
-// the runner's to tell, which stops a test that goes on for ever.
+// the runner's to report, which stops a test that goes on for ever.
+#include "alignment/support_alignment.h"
 #include "support/absurd_values.h"
-#include "support_alignment.h"
 
 using namespace fenmark::alignment_test;
 using fenmark::test::kAbsurd;
@@ -56,7 +56,7 @@ void walk(const Calelm& rec, const Calelm& other) {
 
 } // namespace
 
-TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
+TEST(AbsurdRecords, EveryFieldOfEveryTypeEndsInAStatus) {
     const Calelm good[3] = {straightRecord(0.0, 0.0, 100.0, 50.0), arcFrom(0.0, 10.0, 0.5, 1.0, 80.0, 60.0),
                             clothoidFrom(5.0, 0.0, 0.4, -1.0, 100.0, 0.0, 120.0)};
     for (const Calelm& rec : good) {
@@ -79,7 +79,7 @@ TEST(AbsurdInput, EveryFieldOfEveryTypeEndsInAStatus) {
     }
 }
 
-TEST(AbsurdInput, TheSeriesEndsForEveryAngle) {
+TEST(AbsurdRecords, TheSeriesEndsForEveryAngle) {
     for (const double A : kAbsurd) {
         for (const double tau : {kNotANumber, kInfinity, -kInfinity, 10.0, 55.0, 57.0, 100.0, 1e10, 1e300, 1e-320}) {
             double X = 0.0;
@@ -99,7 +99,7 @@ TEST(AbsurdInput, TheSeriesEndsForEveryAngle) {
     EXPECT_TRUE(std::isnan(X));
 }
 
-TEST(AbsurdInput, AStationFarBeyondTheEndIsRefused) {
+TEST(AbsurdRecords, AStationFarBeyondTheEndIsRefused) {
     const Calelm rec = clothoidFrom(0.0, 0.0, 0.4, -1.0, 100.0, 0.0, 120.0);
     double p[2];
     double t = 0.0;
@@ -109,7 +109,7 @@ TEST(AbsurdInput, AStationFarBeyondTheEndIsRefused) {
     }
 }
 
-TEST(AbsurdInput, RandomRecordsOfRandomBitsEnd) {
+TEST(AbsurdRecords, RandomRecordsOfRandomBitsEnd) {
     Random random(51001);
     SCOPED_TRACE(random.trace());
     const auto value = [&] {

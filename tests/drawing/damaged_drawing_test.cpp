@@ -1,0 +1,131 @@
+// Drawings of which a part is gone or wrong, and packages without one: each is refused with what is wrong in it, and left as
+// it was.
+#include "drawing/geopackage/foreign_package.h"
+#include "drawing/index_check.h"
+#include "support/drawing_support.h"
+
+#include <filesystem>
+
+namespace fenmark::drawing {
+namespace {
+
+// Foreign keys off: what is tried here, they would keep out.
+void changeFile(const std::string& path, const std::string& sql) {
+    const std::vector<std::string> rows = OtherProgram(path).ask("PRAGMA foreign_keys = OFF; " + sql);
+    EXPECT_TRUE(rows.empty()) << rows.front();
+}
+
+class DamagedDrawing : public SavedDrawing {
+  protected:
+    DamagedDrawing() : SavedDrawing("図 面#1 50%?.gpkg") {} // signs that have a meaning in a URI
+
+    void change(const std::string& sql) const { changeFile(path_, sql); }
+    // What opening says after the change; the file stays as the change left it.
+    std::string refusal() const {
+        const std::string before = test::readFile(path_);
+        Drawing drawing;
+        DrawingStore store;
+        const Outcome opened = store.open(path_, drawing);
+        EXPECT_FALSE(opened);
+        EXPECT_FALSE(opened.message.japanese.empty());
+        EXPECT_EQ(test::readFile(path_), before);
+        return opened.message.english;
+    }
+};
+
+TEST_F(DamagedDrawing, SignsOfAUriInItsNameChangeNothing) {
+    Drawing drawing;
+    ASSERT_TRUE(DrawingStore().open(path_, drawing));
+    EXPECT_EQ(describe(drawing), describe(drawing_));
+    EXPECT_EQ(folder_.names().size(), 1U);
+}
+
+TEST_F(DamagedDrawing, WithoutItsSettings) {
+    change("DELETE FROM fenmark_drawing");
+    EXPECT_NE(refusal().find("its settings are missing"), std::string::npos);
+}
+
+TEST_F(DamagedDrawing, WithoutALayer) {
+    change("DELETE FROM layers");
+    EXPECT_NE(refusal().find("it has no layer"), std::string::npos);
+}
+
+TEST_F(DamagedDrawing, WithAnElementThatIsNone) {
+    ASSERT_GT(drawing_.alignmentCount(), 0U);
+    for (const char* set : {"type = 'X'", "length = -1.0", "start_radius = -5.0", "end_radius = 0.0"}) {
+        change(std::string("UPDATE alignment_elements SET ") + set + " WHERE rowid = 1");
+        EXPECT_NE(refusal().find("an element of alignment"), std::string::npos) << set;
+        change("UPDATE alignment_elements SET type = 'S', length = 1.0, start_radius = NULL, end_radius = NULL"
+               " WHERE rowid = 1");
+    }
+}
+
+// NULL is how a length without end is kept.
+TEST_F(DamagedDrawing, AnElementWithoutALengthHasNoEnd) {
+    change("UPDATE alignment_elements SET length = NULL WHERE rowid = 1");
+    Drawing drawing;
+    ASSERT_TRUE(DrawingStore().open(path_, drawing));
+    EXPECT_TRUE(std::isinf(drawing.alignment(0).elements.at(0).length));
+}
+
+TEST_F(DamagedDrawing, ADrawingOpenedWithoutItsPointsIsNoWholeOne) {
+    Drawing head;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, head, Load::WithoutEntities));
+    const Outcome other = store.save(folder_.at("other.gpkg"), head);
+    EXPECT_FALSE(other);
+    EXPECT_NE(other.message.english.find("without its points"), std::string::npos) << other.message.english;
+    EXPECT_EQ(folder_.names().size(), 1U);
+}
+
+TEST_F(DamagedDrawing, OneThatWasTakenAwayIsMadeAnew) {
+    std::filesystem::remove(path_);
+    const Outcome saved = store_.save(path_, drawing_);
+    ASSERT_TRUE(saved) << saved.message.english;
+    Drawing drawing;
+    ASSERT_TRUE(DrawingStore().open(path_, drawing));
+    EXPECT_EQ(describe(drawing), describe(drawing_));
+}
+
+class PackageOfOthers : public ::testing::Test {
+  protected:
+    TemporaryFolder folder_;
+    std::string path_ = folder_.at("a.gpkg");
+
+    void SetUp() override {
+        // Our own file with our own tables gone is a package of another program.
+        Drawing drawing;
+        DrawingStore store;
+        ASSERT_TRUE(store.save(path_, drawing));
+        change(
+            "DELETE FROM gpkg_contents; DELETE FROM gpkg_geometry_columns; DROP TABLE fenmark_drawing;"
+            "CREATE TABLE p (fid INTEGER PRIMARY KEY, geom POINT, Name TEXT);"
+            "INSERT INTO gpkg_contents (table_name, data_type, identifier, srs_id) VALUES ('p', 'features', 'p', -1);"
+            "INSERT INTO gpkg_geometry_columns VALUES ('p', 'geom', 'POINT', -1, 0, 0)");
+    }
+    void change(const std::string& sql) const { changeFile(path_, sql); }
+    std::string why() const {
+        ForeignPackage package;
+        const Outcome read = readForeignPackage(path_, 0, package);
+        return read ? std::string() : read.message.english;
+    }
+};
+
+TEST_F(PackageOfOthers, FeaturesWithoutAPlaceAreCounted) {
+    change("INSERT INTO p VALUES (1, NULL, 'a'), (2, x'47500011' || x'ffffffff', 'b')");
+    EXPECT_NE(why().find("1 without a place in 'p'"), std::string::npos) << why();
+    EXPECT_NE(why().find("1 damaged geometry in 'p'"), std::string::npos) << why();
+}
+
+TEST_F(PackageOfOthers, WithoutATableOfFeaturesItIsRefused) {
+    change("DELETE FROM gpkg_geometry_columns; DELETE FROM gpkg_contents");
+    EXPECT_NE(why().find("no table of features"), std::string::npos) << why();
+}
+
+TEST_F(PackageOfOthers, ATableThatLacksItsGeometryIsPassedOver) {
+    change("UPDATE gpkg_geometry_columns SET column_name = 'shape'");
+    EXPECT_NE(why().find("no table of features"), std::string::npos) << why();
+}
+
+} // namespace
+} // namespace fenmark::drawing

@@ -1,0 +1,75 @@
+// Pages as pixels, and what a page that cannot be drawn says.
+#include "exchange/plan/page_image.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace fenmark::exchange {
+namespace {
+
+// 10 mm by 5 mm, its right half black.
+const std::string kPage = R"svg(<svg xmlns="http://www.w3.org/2000/svg" width="10mm" height="5mm" viewBox="0 0 10 5">
+<rect x="5" y="0" width="5" height="5" fill="#000000"/></svg>)svg";
+constexpr std::uint32_t kWhite = 0xFFFFFFFFU;
+constexpr std::uint32_t kBlack = 0xFF000000U;
+
+class Pixels {
+  public:
+    Pixels(int width, int height)
+        : width_(width), height_(height), all_(static_cast<std::size_t>(width * height), kWhite) {}
+    PagePixels page(double pixelsPerMillimetre, double left = 0.0, double top = 0.0) {
+        return {
+            reinterpret_cast<unsigned char*>(all_.data()), width_, height_, width_ * 4, pixelsPerMillimetre, left, top};
+    }
+    std::uint32_t at(int x, int y) const { return all_[static_cast<std::size_t>(y * width_ + x)]; }
+
+  private:
+    int width_;
+    int height_;
+    std::vector<std::uint32_t> all_;
+};
+
+TEST(PageImage, LiesWhereItsPixelsAre) {
+    Pixels whole(40, 20);
+    const Outcome drawn = drawPage(kPage, whole.page(4.0));
+    if (!drawn && drawn.message.english.find("draws no pages") != std::string::npos) {
+        GTEST_SKIP() << drawn.message.english;
+    }
+    ASSERT_TRUE(drawn) << drawn.message.english;
+    EXPECT_EQ(whole.at(1, 1), kWhite);
+    EXPECT_EQ(whole.at(18, 10), kWhite);
+    EXPECT_EQ(whole.at(22, 10), kBlack);
+    EXPECT_EQ(whole.at(38, 18), kBlack);
+    // A part of it, three times as large: 15 pixels from its left edge the black half begins.
+    Pixels part(10, 10);
+    ASSERT_TRUE(drawPage(kPage, part.page(3.0, 10.0, 2.0)));
+    EXPECT_EQ(part.at(3, 5), kWhite);
+    EXPECT_EQ(part.at(6, 5), kBlack);
+}
+
+TEST(PageImage, APageWithoutASizeOrThatIsNoneSaysSo) {
+    Pixels pixels(10, 10);
+    const Outcome sizeless = drawPage("<svg xmlns=\"http://www.w3.org/2000/svg\"/>", pixels.page(1.0));
+    EXPECT_FALSE(sizeless);
+    EXPECT_FALSE(sizeless.message.english.empty() || sizeless.message.japanese.empty());
+    const Outcome broken = drawPage("<svg width=\"10mm\" height=\"5mm\"><rect", pixels.page(1.0));
+    EXPECT_FALSE(broken);
+    EXPECT_FALSE(broken.message.english.empty() || broken.message.japanese.empty());
+    EXPECT_EQ(pixels.at(5, 5), kWhite);
+}
+
+TEST(PageImage, DecimalsAreTakenOffOneByOne) {
+    std::string_view text = "12.50 0.25mm";
+    EXPECT_EQ(leadingReal(text), 12.5);
+    text.remove_prefix(1);
+    EXPECT_EQ(leadingReal(text), 0.25);
+    EXPECT_EQ(text, "mm");
+    EXPECT_EQ(leadingReal(text), 0.0);
+    EXPECT_EQ(text, "mm");
+}
+
+} // namespace
+} // namespace fenmark::exchange

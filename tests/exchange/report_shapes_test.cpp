@@ -1,0 +1,200 @@
+// What the documents say of every shape of curve and lot, of nothing, and of too much.
+#include "exchange/kml.h"
+#include "exchange/plan/plot.h"
+#include "exchange/report/pages.h"
+#include "exchange/report/report.h"
+#include "exchange/report/tables.h"
+#include "sample_drawing.h"
+#include "worded_notes.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace fenmark::exchange {
+namespace {
+
+constexpr ElementType kLine = ElementType::Straight;
+constexpr ElementType kArc = ElementType::Arc;
+constexpr ElementType kClothoid = ElementType::Clothoid;
+
+std::string tableOf(const Drawing& drawing, ReportPart part) {
+    ReportOptions options;
+    options.parts.fill(false);
+    options.parts[static_cast<std::size_t>(part)] = true;
+    std::ostringstream out;
+    writeReport(drawing, options, ReportFormat::Csv, out);
+    return out.str();
+}
+
+// The kind that the table of IPs gives the curve between two straights.
+std::string kindOfCurve(const std::vector<Piece>& curve) {
+    std::vector<Piece> pieces = {{kLine, 100.0, kStraight, kStraight, false}};
+    pieces.insert(pieces.end(), curve.begin(), curve.end());
+    pieces.push_back({kLine, 100.0, kStraight, kStraight, false});
+    Drawing drawing;
+    addChain(drawing, pieces);
+    const std::string table = tableOf(drawing, ReportPart::Ips);
+    for (const char* kind :
+         {"非対称基本形", "対称基本形", "片クロソイド", "クロソイド", "卵形", "凸形", "複合円", "単円", "折れ"}) {
+        if (table.find(kind) != std::string::npos) {
+            return kind;
+        }
+    }
+    return table;
+}
+
+TEST(ReportOfIps, NamesEveryKindOfCurve) {
+    EXPECT_EQ(kindOfCurve({{kArc, 40.0, 100.0, 100.0, true}}), "単円");
+    EXPECT_EQ(kindOfCurve({{kArc, 40.0, 100.0, 100.0, true}, {kArc, 40.0, 60.0, 60.0, true}}), "複合円");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true},
+                           {kArc, 40.0, 100.0, 100.0, true},
+                           {kClothoid, 36.0, 100.0, kStraight, true}}),
+              "対称基本形");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true},
+                           {kArc, 40.0, 100.0, 100.0, true},
+                           {kClothoid, 49.0, 100.0, kStraight, true}}),
+              "非対称基本形");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true}, {kArc, 40.0, 100.0, 100.0, true}}),
+              "片クロソイド");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true}, {kClothoid, 36.0, 100.0, kStraight, true}}),
+              "凸形");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true}}), "クロソイド");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true},
+                           {kArc, 20.0, 100.0, 100.0, true},
+                           {kClothoid, 20.0, 100.0, 60.0, true},
+                           {kArc, 20.0, 60.0, 60.0, true},
+                           {kClothoid, 36.0, 60.0, kStraight, true}}),
+              "卵形");
+}
+
+TEST(ReportOfIps, SaysWhichElementsHaveNone) {
+    Drawing drawing;
+    addChain(drawing, {{kLine, 100.0, kStraight, kStraight, false},
+                       {kArc, 200.0, 50.0, 50.0, false},
+                       {kLine, 100.0, kStraight, kStraight, false}});
+    EXPECT_NE(tableOf(drawing, ReportPart::Ips).find("半円以上に回る1個の要素にはIPがない。"), std::string::npos);
+}
+
+TEST(ReportOfStations, TooManyAreLeftOutAndSaidSo) {
+    Drawing drawing;
+    addChain(drawing, {{kLine, 2.1e6, kStraight, kStraight, false}});
+    const std::string table = tableOf(drawing, ReportPart::Intermediate);
+    EXPECT_NE(table.find("中間点が多すぎるため省略。"), std::string::npos);
+    EXPECT_LT(table.size(), 10'000U);
+}
+
+TEST(ReportOfLots, ARingClosedByItsFirstCornerHasItOnce) {
+    const std::vector<MdGePoint3d> ring = {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}, {12, 0, 0}};
+    Drawing open;
+    addPolyline(open, ring, true, "1");
+    std::vector<MdGePoint3d> again = ring;
+    again.push_back(ring.front());
+    Drawing closed;
+    addPolyline(closed, again, true, "1");
+    EXPECT_EQ(tableOf(open, ReportPart::Lots), tableOf(closed, ReportPart::Lots));
+}
+
+TEST(ReportOfLots, WhereNoDecimalReachesIsLeftOutAndCounted) {
+    Drawing drawing;
+    addPolyline(drawing, {{0, 0, 0}, {0, 1e30, 0}, {1e30, 0, 0}}, true, "1");
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}}, true, "2");
+    std::ostringstream out;
+    ReportOptions options;
+    const Notes notes = writeReport(drawing, options, ReportFormat::Html, out);
+    ASSERT_FALSE(notes.empty());
+    EXPECT_EQ(english(notes[0]), "lots with coordinates that no survey has; left out: 1");
+    const report::NameAt noNames = [](double, double) { return std::string(); };
+    EXPECT_FALSE(report::areaTable(drawing.entity(0), noNames, options));
+    const auto table = report::areaTable(drawing.entity(1), noNames, options);
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->subject, "2");
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}}, false, "3");
+    EXPECT_FALSE(report::areaTable(drawing.entity(2), noNames, options)) << "an open line is no lot";
+}
+
+TEST(Report, OfNothingSaysSo) {
+    Drawing drawing;
+    std::ostringstream out;
+    ReportOptions options;
+    options.parts[static_cast<std::size_t>(ReportPart::Summary)] = false;
+    writeReport(drawing, options, ReportFormat::Html, out);
+    EXPECT_NE(out.str().find("図面に成果がありません。"), std::string::npos);
+    EXPECT_NE(whyNot(reportPages(drawing, options, {})), "");
+}
+
+// Where a figure is taller than what is left of a page, or the page narrower than rows and figure together.
+TEST(ReportPages, NoFigureAndNoTotalIsLost) {
+    for (const bool upright : {false, true}) {
+        for (const char* paper : {"A4", "A3"}) {
+            for (const int corners : {3, 20, 45, 120}) {
+                Drawing drawing;
+                for (int lot = 0; lot < 3; ++lot) {
+                    std::vector<MdGePoint3d> ring;
+                    for (int i = 0; i < corners; ++i) {
+                        const double angle = 6.283185307179586 * i / corners;
+                        ring.push_back({100.0 * lot + 40.0 * std::sin(angle), 40.0 * std::cos(angle), 0.0});
+                    }
+                    addPolyline(drawing, ring, true, std::to_string(lot + 1).c_str());
+                }
+                ReportOptions report;
+                report.parts.fill(false);
+                report.parts[static_cast<std::size_t>(ReportPart::Lots)] = true;
+                PlotOptions options;
+                options.paper = paper;
+                options.upright = upright;
+                const Plot plot = reportPages(drawing, report, options);
+                ASSERT_FALSE(plot.failure);
+                std::size_t rows = 0;
+                std::size_t figures = 0;
+                for (const std::string& page : plot.pages) {
+                    for (std::size_t at = page.find("translate("); at != std::string::npos;
+                         at = page.find("translate(", at + 1)) {
+                        ++figures;
+                    }
+                    for (std::size_t at = page.find("倍面積"); at != std::string::npos;
+                         at = page.find("倍面積", at + 1)) {
+                        ++rows;
+                    }
+                }
+                EXPECT_GE(figures, 3U) << paper << " " << corners;
+                EXPECT_EQ(rows, 3U) << paper << " " << corners;
+            }
+        }
+    }
+}
+
+TEST(Plots, SayWhyThereIsNone) {
+    Drawing drawing;
+    addChain(drawing, {});
+    EXPECT_NE(whyNot(plotAlong(drawing, 0, {})), "");
+    Drawing road;
+    addChain(road, {{kLine, 1e6, kStraight, kStraight, false}});
+    PlotOptions options;
+    options.scale = 1;
+    EXPECT_NE(whyNot(plotAlong(road, 0, options)), "") << "more sheets than anybody prints";
+    for (const char* paper : {"A0", "A4"}) {
+        EXPECT_TRUE(isPaper(paper));
+    }
+    for (const char* paper : {"", "A", "A5", "B4", "A40", "a4"}) {
+        EXPECT_FALSE(isPaper(paper)) << paper;
+    }
+}
+
+TEST(KmlNotes, PlacesThatNoZoneHoldsAreCounted) {
+    Drawing drawing;
+    drawing.setZone(9);
+    addPoint(drawing, {0.0, 0.0, 0.0}, "NEAR");
+    addPoint(drawing, {4.0e6, 0.0, 0.0}, "FAR");
+    std::ostringstream out;
+    const Notes notes = writeKml(drawing, {}, out);
+    ASSERT_EQ(notes.size(), 1U);
+    EXPECT_EQ(english(notes[0]), "too far from the zone's origin for a longitude; left out: 1 objects");
+    const std::string text = out.str();
+    const std::size_t first = text.find("<coordinates>");
+    ASSERT_NE(first, std::string::npos);
+    EXPECT_EQ(text.find("<coordinates>", first + 1), std::string::npos) << "the far one has its row and no place";
+}
+
+} // namespace
+} // namespace fenmark::exchange

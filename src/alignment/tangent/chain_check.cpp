@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <limits>
 
 namespace fenmark::alignment {
 
@@ -39,8 +40,13 @@ bool endIsLost(double parameter, double radius) {
            standardStation(parameter, radius) > kJointTolerance;
 }
 
-// Both ends of an arc lie on its circle, as well as rounded coordinates do.
+// Both ends of an arc lie on its circle, as well as rounded coordinates do. A centre so far away that the numbers there are
+// further apart than that (radii beyond 4.5e11 m) tells nothing of the ends.
 bool liesOnItsCircle(const Calelm& arc) {
+    const double size = std::fmax(arc.par, std::fmax(std::fabs(arc.k1), std::fabs(arc.k2)));
+    if (!(size * std::numeric_limits<double>::epsilon() <= kRoundedJointTolerance)) {
+        return false;
+    }
     const auto off = [&arc](double x, double y) { return std::fabs(std::hypot(x - arc.k1, y - arc.k2) - arc.par); };
     return off(arc.sx, arc.sy) <= kRoundedJointTolerance && off(arc.ex, arc.ey) <= kRoundedJointTolerance;
 }

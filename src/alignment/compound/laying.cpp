@@ -243,7 +243,7 @@ bool finishTangentChain(std::initializer_list<Calelm*> chain, double jointTolera
 bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2) {
     Calelm laid{};
     toOtherPlane(&clothoid, &laid);
-    if (completeClothoid(laid) != 0) {
+    if (completeClothoid(laid) != 0 || endIsLost(laid.par, laid.r1) || endIsLost(laid.par, laid.r2)) {
         return false;
     }
     // Direction of travel of an arc at a point of its circle.

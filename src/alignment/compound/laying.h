@@ -114,7 +114,8 @@ int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q);
 
 /**
  * Whether a clothoid leaves one arc and reaches the next along their tangents, all three records in the calculation
- * plane, with centres, radii, dir and ends written. The start of the first arc must lie on its circle.
+ * plane, with centres, radii, dir and ends written. The start of the first arc must lie on its circle, and no end of the
+ * clothoid be lost at its origin.
  */
 bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2);
 

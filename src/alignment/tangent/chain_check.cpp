@@ -33,13 +33,6 @@ bool allFinite(const Calelm& e) {
     return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
 }
 
-// The series takes every point of a tangent angle below the angle step for the clothoid's origin. An end of a finite
-// radius, some 600 times the parameter, that lies there would be off by its distance from the origin.
-bool endIsLost(double parameter, double radius) {
-    return radius != 0.0 && tauAtRadius(parameter, radius) < kAngleStep &&
-           standardStation(parameter, radius) > kJointTolerance;
-}
-
 // Both ends of an arc lie on its circle, as well as rounded coordinates do. A centre so far away that the numbers there are
 // further apart than that (radii beyond 4.5e11 m) tells nothing of the ends.
 bool liesOnItsCircle(const Calelm& arc) {
@@ -76,6 +69,11 @@ bool sameSize(const Calelm& now, const Calelm& before) {
 }
 
 } // namespace
+
+bool endIsLost(double parameter, double radius) {
+    return radius != 0.0 && tauAtRadius(parameter, radius) < kAngleStep &&
+           standardStation(parameter, radius) > kJointTolerance;
+}
 
 bool isTangentChain(std::span<const Calelm> chain, const Calelm& firstBefore, const Calelm& lastBefore,
                     double jointTolerance) {

@@ -26,6 +26,13 @@ inline constexpr double kRoundedJointTolerance = 1e-4;
 inline constexpr double kTangentTolerance = 1e-5;
 
 /**
+ * Whether the end of a clothoid at a radius is lost: the series takes every point of a tangent angle below the angle
+ * step for the clothoid's origin. The end of a finite radius, some 600 times the parameter, that lies there would be off
+ * by its distance from the origin, which counts beyond kJointTolerance.
+ */
+bool endIsLost(double parameter, double radius);
+
+/**
  * Whether complete records of the survey plane form a tangent chain in the order of travel.
  *
  * Every value is finite; every arc has its ends on its circle and turns from its start to its end tangent through its

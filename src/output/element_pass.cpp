@@ -111,7 +111,7 @@ void addArc(AlignmentElements& alignment, sima::Array<sima::EntityData>& element
 std::int32_t addAlignmentElements(AlignmentElements& alignment, sima::Array<sima::EntityData>& elements) {
     try {
         for (std::size_t i = 0; i < elements.size(); ++i) {
-            const std::string& type = elements[i].type;
+            const std::string_view type = elements[i].type;
             if (type == "S") {
                 addStraight(alignment, elements[i]);
             } else if (type == "A") {

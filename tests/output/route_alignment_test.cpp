@@ -153,8 +153,8 @@ TEST_F(ChainCleaning, ThreeStraightsOfOneDirectionBecomeOneWithTheThirdsEnd) {
         elements.back().startZ = i;
         elements.back().endZ = i + 1.0;
     }
-    const std::string endX = elements[2].endX;
-    const std::string startX = elements[0].startX;
+    const sima::SharedText endX = elements[2].endX;
+    const sima::SharedText startX = elements[0].startX;
     output::mergeStraights(elements);
     ASSERT_EQ(elements.size(), 1U);
     EXPECT_EQ(elements[0].startX, startX);

@@ -41,6 +41,26 @@ TEST(RouteSection, TakesItsFields) {
     EXPECT_TRUE(pass.reader.entities.empty());
 }
 
+// The room of a long route is taken at once, as if the rest of the file belonged to it.
+TEST(RouteSection, KeepsEveryElementOfALongRouteAndOfTheOneBehindIt) {
+    constexpr std::size_t kPoints = 70000;
+    std::string text = std::string(test::kThreePoints) + std::string(kF00) + "\r\n";
+    for (std::size_t i = 0; i < kPoints; ++i) {
+        text += "B01," + std::to_string(1 + i % 3) + ",,\r\n";
+    }
+    text += "F99,\r\n" + std::string(kF00) + "\r\nB01,3,,\r\nB01,2,,\r\nF99,\r\n";
+    const Pass pass = fullRead(text);
+    ASSERT_EQ(pass.reader.alignments.size(), 2U);
+    const Array<EntityData>& elements = pass.reader.alignments[0].entities;
+    ASSERT_EQ(elements.size(), kPoints);
+    for (std::size_t i = 0; i < kPoints; ++i) {
+        ASSERT_EQ(elements[i].startX, elements[i % 3].startX) << i;
+        ASSERT_EQ(elements[i].endX, i + 1 < kPoints ? elements[i + 1].startX : SharedText()) << i;
+        ASSERT_EQ(elements[i].startZ, elements[i % 3].startZ) << i;
+    }
+    EXPECT_EQ(pass.reader.alignments[1].entities.size(), 2U);
+}
+
 TEST(RouteSection, MakesAnOpenElementOfEachPointAndClosesTheOneBefore) {
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "B01,3,,", "F99,"});
     const Array<EntityData>& elements = pass.reader.alignments[0].entities;

@@ -16,6 +16,8 @@ using mirdane::MdDbPolyline;
 using mirdane::OpenMode;
 
 constexpr const char* kModelSpace = "*Model_Space";
+// The room that is kept for the next polyline, vertices: that of a lot or of a usual route, 100 kB.
+constexpr std::size_t kKeptVertices = 4096;
 
 // Appends the entity and closes it. Null if any step failed, which is the only sign.
 MdDbObjectId appendToModelSpace(MdDbEntity* newEntity) {
@@ -56,9 +58,12 @@ MdDbObjectId MirdaneDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& vert
     constexpr const std::vector<MdDbObjectId>* kNoVertexIds = nullptr;
     MdDb2dPolyline* const entity = newOnHostHeap<MdDb2dPolyline>(mirdane::Poly2dType::Simple, vertices, kElevation,
                                                                  kClosed, kWidth, kWidth, kNoBulges, kNoVertexIds);
-    const MdDbObjectId id = appendToModelSpace(entity);
+    // The polyline has its own by now, and the drawing will have one more.
     vertices.clear();
-    return id;
+    if (vertices.capacity() > kKeptVertices) {
+        vertices.shrink_to_fit();
+    }
+    return appendToModelSpace(entity);
 }
 
 void MirdaneDrawingWriter::convertToLightweight(MdDbObjectId id) {

@@ -50,7 +50,7 @@ bool spanArc(Element& arc, double directionOfNoChord) {
     }
     // Never less than what reaches over the chord.
     const double radius = std::max(arc.startRadius, 0.5 * chord);
-    const double half = std::asin(std::min(chord / (2.0 * radius), 1.0));
+    const double half = std::asin(chord / (2.0 * radius));
     const double along = chord > 0.0 ? directionTo(arc.start, arc.end) : directionOfNoChord;
     arc.direction = wrapped(along + (arc.clockwise ? half : -half));
     arc.length = 2.0 * half * radius;

@@ -92,14 +92,25 @@ void fill(mirdane::MdDbEntity& entity, const EntityView& view) {
     entity.setLayerText(view.layer);
 }
 
+// Closes an entity that is not handed out, because there was no memory for all of it.
+struct CloseEntity {
+    void operator()(mirdane::MdDbEntity* entity) const { entity->close(); }
+};
+
 mirdane::MdDbPolyline* openLightweight(const EntityView& view) {
-    auto* polyline = makeOnHeap<mirdane::MdDbPolyline>();
-    if (polyline != nullptr) {
-        fill(*polyline, view);
-        polyline->verticesForHost().assign(view.vertices.begin(), view.vertices.end());
-        polyline->setClosedForHost(view.closed);
-    }
-    return polyline;
+    std::unique_ptr<mirdane::MdDbPolyline, CloseEntity> polyline(makeOnHeap<mirdane::MdDbPolyline>());
+    fill(*polyline, view);
+    polyline->verticesForHost().assign(view.vertices.begin(), view.vertices.end());
+    polyline->setClosedForHost(view.closed);
+    return polyline.release();
+}
+
+mirdane::MdDb2dPolyline* openOld(const EntityView& view) {
+    std::unique_ptr<mirdane::MdDb2dPolyline, CloseEntity> polyline(makeOnHeap<mirdane::MdDb2dPolyline>(
+        mirdane::Poly2dType::Simple, std::vector<MdGePoint3d>(), 0.0, view.closed, 0.0, 0.0, nullptr, nullptr));
+    fill(*polyline, view);
+    polyline->verticesForHost().assign(view.vertices.begin(), view.vertices.end());
+    return polyline.release();
 }
 
 } // namespace
@@ -264,12 +275,12 @@ Status MdDbPolyline::convertFromEntity(MdDbEntity*& entity, bool transferIdentit
     }
     drawing->makeLightweight(*index);
     const EntityView view = drawing->entity(*index);
+    // Closed first, so that a polyline of a million vertices does not stand in memory once more.
+    std::exchange(entity, nullptr)->close();
     setObjectId(view.id);
     setLayerText(view.layer);
     vertices_.assign(view.vertices.begin(), view.vertices.end());
     closed_ = view.closed;
-    entity->close();
-    entity = nullptr;
     return kOk;
 }
 
@@ -355,9 +366,7 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
         object = makeOnHeap<MdDbPoint>(view.position());
         break;
     case EntityKind::Polyline2d:
-        object = makeOnHeap<MdDb2dPolyline>(Poly2dType::Simple,
-                                            std::vector<MdGePoint3d>(view.vertices.begin(), view.vertices.end()), 0.0,
-                                            view.closed, 0.0, 0.0, nullptr, nullptr);
+        object = fenmark::host::embedded::openOld(view);
         break;
     case EntityKind::Polyline:
         object = fenmark::host::embedded::openLightweight(view);

@@ -140,6 +140,8 @@ class MdDb2dPolyline : public MdDbEntity {
     double endWidth() const { return endWidth_; }
     bool hasBulges() const { return hasBulges_; }
     bool hasVertexIds() const { return hasVertexIds_; }
+    // For the host alone.
+    std::vector<MdGePoint3d>& verticesForHost() { return vertices_; }
 
   private:
     Poly2dType type_;

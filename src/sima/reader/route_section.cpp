@@ -7,6 +7,7 @@
 #include "sima/validators/validators.h"
 
 #include <cmath>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -34,6 +35,23 @@ void takeRouteFields(FilePass& file) {
     reader.countRouteRead(reader.routeType);
 }
 
+// The elements that a route has when it counts as a long one. Doubling the room of one would hold half of it twice.
+constexpr std::size_t kLongRoute = 65536;
+
+// Takes the room of a long route at once, as if the rest of the file went on as the route did so far. What is not filled
+// is never resident.
+void expectElements(SimaReader& reader, std::int64_t bytesRead, std::int64_t bytesLeft) {
+    if (reader.entities.size() != kLongRoute || bytesRead <= 0) {
+        return;
+    }
+    const double share = static_cast<double>(bytesLeft) / static_cast<double>(bytesRead);
+    try {
+        reader.entities.reserve(kLongRoute + static_cast<std::size_t>(share * static_cast<double>(kLongRoute)) + 1);
+    } catch (const std::bad_alloc&) {
+        // The elements come one by one then, and may still fit.
+    }
+}
+
 // Closes the element before at the point and opens a new one there. False if there is no such point.
 bool addRoutePoint(SimaReader& reader, const Fields& fields) {
     if (fields.size() < 3) {
@@ -43,16 +61,17 @@ bool addRoutePoint(SimaReader& reader, const Fields& fields) {
     if (point == nullptr) {
         return false;
     }
-    std::string x = formatReal(point->x);
-    std::string y = formatReal(point->y);
+    SharedText x = formatReal(point->x);
+    SharedText y = formatReal(point->y);
     if (!reader.entities.empty()) {
         EntityData& last = reader.entities.back();
         last.endX = x;
         last.endY = y;
         last.endZ = point->z;
     }
+    static const SharedText straight = "S";
     EntityData element;
-    element.type = "S";
+    element.type = straight;
     element.startX = std::move(x);
     element.startY = std::move(y);
     element.startZ = point->z;
@@ -118,6 +137,7 @@ std::int32_t readRouteSection(FilePass& file) {
     SimaLog& log = file.log();
     bool elementSeen = false; // the last accepted line was C01, C02 or C03
     bool failed = false;
+    const std::int64_t bytesAtStart = file.remainingBytes();
     reader.startStation = 0.0;
 
     while (file.next()) {
@@ -151,6 +171,7 @@ std::int32_t readRouteSection(FilePass& file) {
                 file.updateErrorCount();
                 failed = true;
             }
+            expectElements(reader, bytesAtStart - file.remainingBytes(), file.remainingBytes());
             break;
         case recordCode("B03"):
             validateB03(log, record);
@@ -234,7 +255,10 @@ void readRoute(FilePass& file) {
     const std::string routeName = route.routeName;
     route.startStation = reader.startStation;
     route.entities = std::exchange(reader.entities, {});
-    route.entities.shrink_to_fit();
+    // Giving back what is left over takes a second copy for a while, so it must be worth it.
+    if (route.entities.capacity() / 4 * 3 > route.entities.size()) {
+        route.entities.shrink_to_fit();
+    }
     route.alignmentName = reader.baseName + "-" + reader.routeNameText;
     route.objectId = createRoute(file, route);
     reader.alignments.push_back(std::move(route));

@@ -5,12 +5,13 @@
 
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace fenmark::sima {
 
 namespace {
 
-double absoluteOf(const std::string& text) {
+double absoluteOf(std::string_view text) {
     return std::abs(toReal(text));
 }
 

@@ -1,10 +1,10 @@
 // One element of a route: a straight, an arc or a clothoid between two consecutive route points.
 #pragma once
 
+#include "sima/text/shared_text.h"
 #include "values/drawing_values.h"
 
 #include <cstdint>
-#include <string>
 
 namespace fenmark::sima {
 
@@ -19,20 +19,20 @@ class EntityData {
     EntityData& operator=(const EntityData&) = default;
     EntityData& operator=(EntityData&&) = default;
 
-    std::string type;   // "S" straight, "R" arc, "A" clothoid
-    std::string length; // "A" only: parameterA^2 / |endRadius - startRadius|; no consumer reads it
-    std::string startX; // drawing axes, metres, "%0.12f"
-    std::string startY;
-    std::string endX; // empty until the next B01 closes the element
-    std::string endY;
-    std::string radius;      // arc: field 2 of C01, signed as in the file
-    std::string endRadius;   // clothoid: field 3 of C02
-    std::string startRadius; // clothoid: field 2 of C02
-    std::string direction;   // "L" or "R"; empty for a straight
-    std::string spareText1;
-    std::string spareText2;
-    std::string spareText3;
-    std::string parameterA; // clothoid: field 1 of C02
+    SharedText type;   // "S" straight, "R" arc, "A" clothoid
+    SharedText length; // "A" only: parameterA^2 / |endRadius - startRadius|; no consumer reads it
+    SharedText startX; // drawing axes, metres, "%0.12f"
+    SharedText startY;
+    SharedText endX; // empty until the next B01 closes the element
+    SharedText endY;
+    SharedText radius;      // arc: field 2 of C01, signed as in the file
+    SharedText endRadius;   // clothoid: field 3 of C02
+    SharedText startRadius; // clothoid: field 2 of C02
+    SharedText direction;   // "L" or "R"; empty for a straight
+    SharedText spareText1;
+    SharedText spareText2;
+    SharedText spareText3;
+    SharedText parameterA; // clothoid: field 1 of C02
     double spareReal1 = 0.0;
     double spareReal2 = 0.0;
     host::MdGePoint3d sparePoint1; // x, y: the two further values that the automation reports for a new arc

@@ -49,6 +49,18 @@ TEST_F(RouteAlignments, CountsUnderItsTypeAndKeepsTheName) {
     EXPECT_EQ(reader.createdAlignmentNames.all(), (sima::Array<std::string>{"県道", "県道", "県道", "県道"}));
 }
 
+TEST_F(RouteAlignments, IsHandedToWhoeverWantsToHearOfIt) {
+    std::vector<std::pair<MdDbObjectId, std::string>> heard;
+    output::DrawingOutput telling{host, {.alignmentMade = [&heard](MdDbObjectId id, const sima::SimaAlignment& route) {
+                                      heard.emplace_back(id, route.routeName);
+                                  }}};
+    const auto id = telling.createRouteAlignment(reader, routeOf(3, {test::straight(0.0, 0.0, 10.0, 0.0)}));
+    EXPECT_EQ(heard, (std::vector<std::pair<MdDbObjectId, std::string>>{{id, "県道"}}));
+    host.civil.sites.clear();
+    EXPECT_FALSE(telling.createRouteAlignment(reader, routeOf(3, {})).isValid());
+    EXPECT_EQ(heard.size(), 1U) << "what was not made";
+}
+
 TEST_F(RouteAlignments, TwoPointsGiveOneElement) {
     output.createRouteAlignment(reader, routeOf(3, {test::straight(0.0, 0.0, 10.0, 0.0)}));
     EXPECT_EQ(chain().size(), 1U);

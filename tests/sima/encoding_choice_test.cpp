@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -124,6 +126,26 @@ TEST(LineSourceUtf16, GivesOutUtf8WithoutTheMark) {
         << "two units for one character";
     EXPECT_EQ(linesOf("A\0\x3D\xD8"sv, Encoding::Utf16Le), (std::vector<std::string>{"A\uFFFD"})) << "half of one";
     EXPECT_EQ(linesOf("A\0B"sv, Encoding::Utf16Le), (std::vector<std::string>{"A\uFFFD"})) << "half a unit";
+}
+
+TEST(LineSourceUtf16, StandsBehindWhatWasReadOfTheFile) {
+    const test::TemporaryFolder folder;
+    LineSource source(Encoding::Utf16Le);
+    std::string text;
+    for (int i = 0; i < 100000; ++i) {
+        text += "B01,1,,\n";
+    }
+    ASSERT_TRUE(source.open(folder.write("a.sim", utf16(text, false))));
+    EXPECT_EQ(source.length(), 1600000);
+    std::int64_t before = source.position();
+    EXPECT_GT(before, 0) << "the first block is read when the file is opened";
+    EXPECT_LT(before, source.length());
+    std::int64_t read = 0;
+    for (std::string_view line; source.next(line); before = source.position()) {
+        read += 2 * static_cast<std::int64_t>(line.size() + 1);
+        EXPECT_GE(source.position(), std::max(before, read));
+    }
+    EXPECT_EQ(source.position(), source.length());
 }
 
 TEST(LineSourceUtf16, LongFilesComeWhole) {

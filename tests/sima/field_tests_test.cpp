@@ -35,7 +35,7 @@ TEST(NumberTest, TakesOutMinusSignsOnlyWhereTheTextConvertsToZeroOrBelow) {
     for (const char* text : {"-", "--5", "- 5", "-1-2", "-.", "0-5", "-0"}) {
         EXPECT_TRUE(isNumber(text)) << text;
     }
-    for (const char* text : {"1-2", "5-", "0.1-", "1--"}) {
+    for (const char* text : {"1-2", "5-", "0.1-", "0.0000001-", "1--"}) {
         EXPECT_FALSE(isNumber(text)) << text;
     }
 }

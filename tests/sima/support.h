@@ -38,31 +38,42 @@ class KeepingSink : public SectionSink {
     std::vector<IntersectionData> crossSections;
     std::uint64_t nextId = 0; // 0: routes are not created
 
-    void createCoordinatePoints(SimaReader&, std::span<const SimaPoint> points) override {
+    void createCoordinatePoints(SimaReader& reader, std::span<const SimaPoint> points) override {
+        expectCounted(reader);
         calls.emplace_back("points");
         pointSections.emplace_back(points.begin(), points.end());
     }
     void createLotPolyline(SimaReader& reader, const LotData& lot) override {
         EXPECT_FALSE(reader.lots.empty()) << "a lot is stored before it is drawn";
+        expectCounted(reader);
         calls.emplace_back("lot");
         lots.push_back(lot);
     }
-    host::MdDbObjectId createRouteAlignment(SimaReader&, const SimaAlignment& route) override {
+    host::MdDbObjectId createRouteAlignment(SimaReader& reader, const SimaAlignment& route) override {
+        expectCounted(reader);
         calls.emplace_back("alignment");
         routes.push_back(route);
         return nextId == 0 ? host::MdDbObjectId{} : host::MdDbObjectId{nextId++};
     }
-    void createRoutePolyline(SimaReader&, const SimaAlignment& route) override {
+    void createRoutePolyline(SimaReader& reader, const SimaAlignment& route) override {
+        expectCounted(reader);
         calls.emplace_back("polyline");
         routes.push_back(route);
     }
-    void createLongitudinalPoints(SimaReader&, const HSeriesData& section) override {
+    void createLongitudinalPoints(SimaReader& reader, const HSeriesData& section) override {
+        expectCounted(reader);
         calls.emplace_back("longitudinal");
         longitudinals.push_back(section);
     }
-    void createCrossSectionPoints(SimaReader&, const IntersectionData& section) override {
+    void createCrossSectionPoints(SimaReader& reader, const IntersectionData& section) override {
+        expectCounted(reader);
         calls.emplace_back("cross section");
         crossSections.push_back(section);
+    }
+
+  private:
+    static void expectCounted(const SimaReader& reader) {
+        EXPECT_EQ(reader.errorCount, reader.log.errorCount()) << "errors count as soon as they are logged";
     }
 };
 

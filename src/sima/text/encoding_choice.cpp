@@ -13,7 +13,7 @@ namespace fenmark::sima {
 namespace {
 
 constexpr std::size_t kHead = 16; // bytes: enough for a mark, and for UTF-16 without one
-constexpr std::size_t kLookedAt = std::size_t{64} << 10;
+constexpr std::size_t kBlock = std::size_t{64} << 10; // bytes that are looked at together
 constexpr std::size_t kFewest = 2; // three-byte characters or pairs: one may be chance
 
 bool isAsciiText(char c) {
@@ -167,7 +167,7 @@ EncodingChoice chooseEncoding(std::string_view path) {
     EncodingGuess guess;
     try {
         std::ifstream file(pathOf(path), std::ios::binary);
-        std::vector<char> block(kLookedAt);
+        std::vector<char> block(kBlock);
         for (bool more = file.is_open(); more;) {
             const std::streamsize got = file.rdbuf()->sgetn(block.data(), static_cast<std::streamsize>(block.size()));
             more = got > 0 && guess.look({block.data(), static_cast<std::size_t>(got)});

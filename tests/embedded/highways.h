@@ -26,6 +26,7 @@ struct HighwayKind {
     bool arcFirst = false;
     double rise = 0.0; // of the heights from point to point, metres; without one there are no heights
     int curves = 12;
+    int decimals = 3; // of the coordinates
 };
 
 class Highway {
@@ -45,7 +46,7 @@ class Highway {
     }
 
     std::vector<Element> chain; // as it is truly
-    std::string file;           // as the file has it, coordinates in millimetres
+    std::string file;           // as the file has it
 
   private:
     std::mt19937& random_;
@@ -118,8 +119,8 @@ class Highway {
         file = "A00,\r\n";
         const auto addPoint = [&](std::size_t number, const PlanPoint& point) {
             const std::string height = kind_.rise == 0.0 ? "" : decimals(static_cast<double>(number) * kind_.rise, 3);
-            file += "A01," + std::to_string(number) + ",p," + decimals(point.y, 3) + "," + decimals(point.x, 3) + "," +
-                    height + ",\r\n";
+            file += "A01," + std::to_string(number) + ",p," + decimals(point.y, kind_.decimals) + "," +
+                    decimals(point.x, kind_.decimals) + "," + height + ",\r\n";
         };
         for (std::size_t i = 0; i < chain.size(); ++i) {
             addPoint(i + 1, chain[i].start);

@@ -186,6 +186,23 @@ TEST(TextList, HoldsTextsOfAnySize) {
     EXPECT_THROW((void)list[expected.size()], std::invalid_argument);
 }
 
+TEST(TextList, CopiesThatGoOnPartAndLiteralsStayWhereTheyAre) {
+    static constexpr std::string_view kRule = "-----";
+    TextList list;
+    list.appendLiteral(kRule);
+    list.append("one");
+    EXPECT_EQ(list[0].data(), kRule.data()) << "not copied";
+    TextList copy = list;
+    list.appendLiteral(kRule);
+    copy.appendLiteral("+++");
+    copy.append({"t", "w", "o"});
+    EXPECT_EQ(texts(list), (Lines{"-----", "one", "-----"}));
+    EXPECT_EQ(texts(copy), (Lines{"-----", "one", "+++", "two"}));
+    list.clear();
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(copy.size(), 4U);
+}
+
 TEST(BaseNameOf, StandsBetweenTheLastSeparatorAndTheLastPoint) {
     EXPECT_EQ(baseNameOf("C:\\data\\a.b.sim"), "a.b");
     EXPECT_EQ(baseNameOf("a.sim"), "a");

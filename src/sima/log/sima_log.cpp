@@ -154,10 +154,10 @@ void SimaLog::appendResult(bool ok, std::int32_t pointCount, LineKind failed) {
 }
 
 void SimaLog::errorBlock(std::string_view firstText, std::string_view secondText) {
-    errors_.append(kErrorRule);
+    errors_.appendLiteral(kErrorRule);
     errors_.append(firstText);
     errors_.append(secondText);
-    errors_.append(kClosingRule);
+    errors_.appendLiteral(kClosingRule);
     ++errorCount_;
 }
 

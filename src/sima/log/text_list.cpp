@@ -42,30 +42,37 @@ std::string_view TextList::operator[](std::size_t index) const {
     return store_->texts[index];
 }
 
-void TextList::append(std::initializer_list<std::string_view> pieces) {
-    if (!store_) {
-        store_ = std::make_shared<Store>();
-    } else if (count_ != store_->texts.size()) {
-        // Another list that shares the store has gone on: part from it.
+TextList::Store& TextList::ownStore() {
+    if (store_ && count_ != store_->texts.size()) {
         TextList own;
         for (std::size_t i = 0; i < count_; ++i) {
             own.append((*this)[i]);
         }
         *this = std::move(own);
-        if (!store_) {
-            store_ = std::make_shared<Store>();
-        }
     }
+    if (!store_) {
+        store_ = std::make_shared<Store>();
+    }
+    return *store_;
+}
+
+void TextList::append(std::initializer_list<std::string_view> pieces) {
+    Store& store = ownStore();
     std::size_t size = 0;
     for (const std::string_view piece : pieces) {
         size += piece.size();
     }
-    char* const start = store_->room(size);
+    char* const start = store.room(size);
     char* end = start;
     for (const std::string_view piece : pieces) {
         end = std::copy(piece.begin(), piece.end(), end);
     }
-    store_->texts.emplace_back(start, size);
+    store.texts.emplace_back(start, size);
+    ++count_;
+}
+
+void TextList::appendLiteral(std::string_view text) {
+    ownStore().texts.push_back(text);
     ++count_;
 }
 

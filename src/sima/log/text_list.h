@@ -19,10 +19,15 @@ class TextList {
     void append(std::string_view text) { append({text}); }
     // One text, given in pieces.
     void append(std::initializer_list<std::string_view> pieces);
+    // A text that outlives the list, a literal; its characters are not copied.
+    void appendLiteral(std::string_view text);
     void clear();
 
   private:
     struct Store;
+    // The store to append to: its own where another list that shares it has gone on.
+    Store& ownStore();
+
     std::shared_ptr<Store> store_;
     std::size_t count_ = 0;
 };

@@ -24,6 +24,7 @@ host::MdDbObjectId DrawingOutput::createRouteAlignment(sima::SimaReader& reader,
     const host::MdDbObjectId id =
         corridor->createAlignment(route.routeName, reader.siteName, route.alignmentName, route.startStation, elements);
     corridor->disconnect();
+    elements = {}; // before anybody looks at the alignment, which may be a long one
     if (id.isValid()) {
         reader.createdAlignmentNames.push_back(route.routeName);
         ++reader.alignmentsCreated;

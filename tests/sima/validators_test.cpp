@@ -2,8 +2,14 @@
 #include "support.h"
 
 #include "sima/text/string_table.h"
+#include "sima/validators/validators.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace fenmark::sima {
 
@@ -40,6 +46,71 @@ Lines block(std::string_view identifier, int message, std::string_view number, s
 const Lines kNone;
 
 } // namespace
+
+TEST(Validators, AnswerWith0OrWithMinus1AndOneBlock) {
+    struct Case {
+        std::int32_t (*validate)(SimaLog&, const Record&);
+        std::string_view good;
+    };
+    const auto pointWithoutTwin = [](SimaLog& log, const Record& record) {
+        return validateA01(log, record, [] { return false; });
+    };
+    const auto pointWithTwin = [](SimaLog& log, const Record& record) {
+        return validateA01(log, record, [] { return true; });
+    };
+    const Case cases[] = {
+        {validateEndRecord, "A99,"},
+        {validateG00, "G00,3,x,"},
+        {pointWithoutTwin, "A01,1,P,1.5,2,3,"},
+        {pointWithTwin, "A01,1,P,1.5,2,3,"},
+        {validateB01, "B01,1,P,"},
+        {validateB03, "B03,1,2,"},
+        {validateC01, "C01,0,100,"},
+        {validateC02, "C02,100,0,200,"},
+        {validateC03, "C03,1,2,"},
+        {validateD00, "D00,1,L,1,"},
+        {validateF00, "F00,1,2,R,3,"},
+        {validateH00, "H00,1,R,"},
+        {validateH01, "H01,1,P,1,2,3,"},
+        {validateI00, "I00,1,R,"},
+        {validateI01, "I01,1,P,1,2,"},
+        {validateI02, "I02,1,2,"},
+        {filterCoordinateSection, "A01,1,"},
+        {filterLotSection, "B01,1,"},
+        {filterRouteSection, "B01,1,"},
+        {filterLongitudinalSection, "H01,1,"},
+        {filterCrossSection, "I01,1,"},
+    };
+    int good = 0;
+    int refused = 0;
+    for (const Case& c : cases) {
+        // The record, each of its fields as something else, and fewer and more of them.
+        std::vector<std::string> lines{std::string(c.good), std::string(c.good) + ",", "B01"};
+        for (std::size_t from = 0; from < c.good.size(); ++from) {
+            if (from > 0 && c.good[from - 1] != ',') {
+                continue;
+            }
+            const std::string before(c.good.substr(0, from));
+            const std::string after(c.good.substr(std::min(c.good.find(',', from), c.good.size())));
+            for (const char* field : {"", "x", "-1", "0", "9", " 1", "1.5", "99999999999", "A02", "Z99"}) {
+                lines.push_back(before + field + after);
+            }
+            lines.push_back(before);
+        }
+        for (const std::string& line : lines) {
+            Fields fields;
+            splitLine(line, ",", fields);
+            SimaLog log;
+            const std::int32_t status = c.validate(log, {7, fields, line});
+            EXPECT_TRUE(status == 0 || status == -1) << line << ": " << status;
+            EXPECT_EQ(log.errorCount(), status == 0 ? 0 : 1) << line;
+            EXPECT_EQ(log.errors().size(), status == 0 ? 0U : 4U) << line;
+            (status == 0 ? good : refused) += 1;
+        }
+    }
+    EXPECT_GT(good, 100);
+    EXPECT_GT(refused, 300);
+}
 
 TEST(EndRecordRule, WantsTwoFields) {
     EXPECT_EQ(fullRead({"A00", "A99"}).errors(),

@@ -6,6 +6,7 @@
 #include "sima/text/string_table.h"
 #include "sima/validators/field_tests.h"
 
+#include <algorithm>
 #include <string>
 
 namespace fenmark::sima {
@@ -16,11 +17,8 @@ constexpr std::string_view kLotFormat = "書式が正しくありませんが、
 
 // A line number in five digits or more.
 std::string lineText(std::int32_t line) {
-    std::string digits = std::to_string(line);
-    if (digits.size() < 5) {
-        digits.insert(0, 5 - digits.size(), '0');
-    }
-    return digits;
+    const std::string digits = std::to_string(line);
+    return std::string(5 - std::min<std::size_t>(5, digits.size()), '0') + digits;
 }
 
 std::int32_t report(SimaLog& log, const Record& record, std::string_view identifier, int message) {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <tuple>
 
 namespace fenmark::host::embedded {
 namespace {
@@ -244,6 +245,22 @@ TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance
     EXPECT_EQ(noteLines(host_.layoutNotes()).back().text,
               "alignment 路線 lies up to 0.025 m off the route's points, which "
               "differ in height; --plan-tangents may mend it");
+}
+
+TEST_F(TurningSense, AnElementOfMillimetresHasJointsOfItsOwn) {
+    Alignment alignment;
+    alignment.elements = layChain({{0, 0}, 0}, {straight(100)});
+    for (const auto& [from, direction, length] :
+         {std::tuple(PlanPoint{100, 0}, 20 * kDegree, 0.005), std::tuple(PlanPoint{100.005, 0.002}, 0.0, 50.0)}) {
+        alignment.elements.push_back(layChain({from, direction}, {straight(length)})[0]);
+    }
+    const std::vector<BrokenJoint> joints = brokenJoints(alignment, {});
+    ASSERT_EQ(joints.size(), 2U);
+    EXPECT_NEAR(joints[0].angle, 20 * kDegree, 1e-12);
+    EXPECT_NEAR(joints[1].angle, -20 * kDegree, 1e-12);
+    EXPECT_NEAR(joints[1].station, 100.005, 1e-9);
+    alignment.elements[1].length = 0.0;
+    EXPECT_TRUE(brokenJoints(alignment, {}).empty()) << "one of no length has no direction";
 }
 
 TEST_F(TurningSense, ACornerOfStraightsIsToldOf) {

@@ -109,6 +109,22 @@ TEST(SplitLine, TakesTimeInStepWithALineOfQuotes) {
     EXPECT_EQ(fields[0].size(), line.size());
 }
 
+// Fields without doubled quotes lie in the line, the others beside it, where they must stay while more of them come.
+TEST(SplitLine, KeepsManyFieldsOfDoubledQuotesLineAfterLine) {
+    Fields fields;
+    for (int line = 0; line < 200; ++line) {
+        std::string text;
+        for (int i = 0; i < 20; ++i) {
+            text += "\"" + std::string(50, static_cast<char>('a' + i)) + "\"\"" + std::to_string(line) + "\",";
+        }
+        splitLine(text, ",", fields);
+        ASSERT_EQ(fields.size(), 21U);
+        for (std::size_t i = 0; i < 20; ++i) {
+            ASSERT_EQ(fields[i], std::string(50, static_cast<char>('a' + i)) + "\"" + std::to_string(line));
+        }
+    }
+}
+
 TEST(SplitLine, CountsFieldsBeyondThoseItKeeps) {
     Fields fields;
     EXPECT_EQ(splitLine(std::string(1'000'000, ','), ",", fields), 1'000'001);

@@ -1,6 +1,8 @@
 // fenmark import: options, answers to the dialogs, exit codes.
 #include "cli/progress_bar.h"
 #include "command_line.h"
+#include "drawing/drawing.h"
+#include "drawing/geopackage/drawing_store.h"
 
 namespace fenmark::cli {
 namespace {
@@ -11,6 +13,26 @@ TEST_F(ImportLine, PrintsTheLinesOfTheResultDialog) {
     const Ran ran = fenmark({"import", file(std::string(kPoints) + kRoute)});
     EXPECT_EQ(ran.code, kDone) << ran.err;
     EXPECT_EQ(ran.out, "エラー無し\n座標データから2個のポイントを作成\n平面線形【CL】を作成\n");
+}
+
+TEST_F(ImportLine, TheDrawingKeepsWhatWasMadeOfTheFile) {
+    ASSERT_EQ(fenmark({"import", example("road.sim")}).code, kDone);
+    drawing::Drawing drawing;
+    drawing::DrawingStore store;
+    ASSERT_TRUE(store.open(folder.at("road.gpkg"), drawing));
+    ASSERT_EQ(drawing.imports().size(), 1U);
+    EXPECT_EQ(drawing.imports()[0].fileName, "road.sim");
+    EXPECT_EQ(drawing.imports()[0].counts, (drawing::ImportCounts{.points = 136,
+                                                                  .lots = 5,
+                                                                  .routes = 4,
+                                                                  .alignments = 3,
+                                                                  .longitudinal = 46,
+                                                                  .crossSections = 220,
+                                                                  .errors = 0}));
+    ASSERT_EQ(fenmark({"import", example("dirty.sim"), "--skip", "lots"}).code, kDone);
+    ASSERT_TRUE(store.open(folder.at("dirty.gpkg"), drawing));
+    EXPECT_EQ(drawing.imports()[0].counts.lots, 0) << "what was not ticked";
+    EXPECT_GT(drawing.imports()[0].counts.errors, 0);
 }
 
 TEST_F(ImportLine, DrawingStandsBesideTheFileByDefault) {

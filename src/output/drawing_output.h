@@ -42,7 +42,7 @@ class DrawingOutput : public sima::SectionSink {
     std::string path_; // the one that the name is of
     std::string fileName_;
     // Kept between calls, so that a file of many small lots or cross sections allocates once.
-    std::vector<host::MdGePoint3d> vertices_;
+    std::vector<host::MdGePoint3d> vertices_; // of the next polyline; the drawing takes them over and leaves it empty
     sima::Array<double> distances_;
     sima::Array<double> heights_;
 };

@@ -11,7 +11,6 @@ void DrawingOutput::createLotPolyline(sima::SimaReader& reader, const sima::LotD
     host::DrawingWriter& drawing = host_.drawingWriter();
     host::ObjectDataWriter& rows = host_.objectDataWriter();
     rows.definePolylineTable();
-    vertices_.clear();
     vertices_.reserve(lot.points.size());
     for (const sima::SimaPoint& point : lot.points) {
         vertices_.push_back({point.x, point.y, point.z});

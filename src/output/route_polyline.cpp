@@ -33,7 +33,6 @@ void DrawingOutput::createRoutePolyline(sima::SimaReader& reader, const sima::Si
 
     // The last element is the one that the final point opened: it has a start and no end.
     const std::size_t count = route.entities.size() - 1;
-    vertices_.clear();
     vertices_.reserve(count + 1);
     for (std::size_t i = 0; i < count; ++i) {
         vertices_.push_back(route.entities[i].startPoint());

@@ -594,6 +594,18 @@ TEST(ProgressBar, StaysWithinANarrowTerminal) {
     EXPECT_EQ(narrower.str(), "\r読み込み中 [] 50 %");
 }
 
+// A file that grows while it is read leads beyond the end that was told.
+TEST(ProgressBar, StaysWithinItsRange) {
+    for (const auto& [position, shown] : {std::pair(99, "99 %"), std::pair(101, "100 %"), std::pair(300, "100 %")}) {
+        std::ostringstream terminal;
+        ProgressBars bars(terminal, std::chrono::milliseconds(0));
+        const auto bar = bars.create("a", true);
+        bar->setRange(0, 100, 1);
+        bar->setPosition(position);
+        EXPECT_TRUE(terminal.str().ends_with(shown)) << terminal.str();
+    }
+}
+
 TEST(ProgressBar, ShortPassShowsNone) {
     std::ostringstream terminal;
     ProgressBars bars(terminal, std::chrono::hours(1));

@@ -129,6 +129,13 @@ TEST(LongitudinalPreview, CountsRecordsWithoutLookingAtThem) {
     EXPECT_FALSE(pass.reader.usedRouteType3);
 }
 
+TEST(LongitudinalPreview, NeedsTheNumberOfTheRouteAndNoMore) {
+    const Pass pass = preview({"F00,4,1,R,2,", "F99,", "H00,4", "H01,", "H99,"});
+    ASSERT_EQ(pass.reader.hSeries.size(), 1U);
+    EXPECT_EQ(pass.reader.hSeries[0].routeNumber, 4);
+    EXPECT_TRUE(pass.reader.hSeries[0].routeFound);
+}
+
 TEST(LongitudinalPreview, DoesNotStoreASectionThatIsCutOff) {
     const Pass pass = preview({"H00,4,R,", "H01,", "H01,"});
     EXPECT_TRUE(pass.reader.hSeries.empty());

@@ -77,6 +77,15 @@ TEST(LotSection, PassesOverCurvesAndSides) {
     EXPECT_EQ(pass.reader.passedOver.at("not used in a lot: E99"), 1);
 }
 
+TEST(LotSection, CountsWhatStandsAmongItsTriangles) {
+    const Pass pass =
+        readAfterPoints({"D00,1,L,1,", "B01,1,,", "E00,", "E01,1,", "E03,2,", "B01,2,,", "", "Q01,", "E99,", "D99,"});
+    EXPECT_EQ(pass.reader.passedOver.size(), 2U);
+    EXPECT_EQ(pass.reader.passedOver.at("inside triangle data: B01"), 1);
+    EXPECT_EQ(pass.reader.passedOver.at("inside triangle data: Q01"), 1);
+    EXPECT_EQ(pass.reader.lots[0].points.size(), 1U);
+}
+
 TEST(LotSection, WithAMissingPointIsAbandoned) {
     const Pass pass =
         readAfterPoints({"D00,1,L,1,", "B01,1,,", "B01,9,gone,", "B01,8,,", "B01,x", "D99", "D00,2,M,1,", "D99,"});

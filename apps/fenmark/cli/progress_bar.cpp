@@ -58,7 +58,7 @@ class Bar : public sima::Progress {
 
   private:
     void draw(double part) {
-        const double bounded = part < 0.0 ? 0.0 : part > 1.0 ? 1.0 : part;
+        const double bounded = std::clamp(part, 0.0, 1.0);
         const auto filled = static_cast<std::size_t>(bounded * static_cast<double>(width_));
         std::string bar(filled, '=');
         bar.resize(width_, ' ');

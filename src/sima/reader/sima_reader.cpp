@@ -8,23 +8,34 @@
 
 namespace fenmark::sima {
 
+namespace {
+
+// Of the types from 1 on; beyond every place for a type below.
+std::size_t placeOfRouteType(std::int32_t type) {
+    return static_cast<std::size_t>(type) - 1;
+}
+
+} // namespace
+
 std::int32_t SimaReader::routesRead(std::int32_t type) const {
-    return type >= 1 && type <= 7 ? routesRead_[static_cast<std::size_t>(type - 1)] : 0;
+    const std::size_t place = placeOfRouteType(type);
+    return place < routesRead_.size() ? routesRead_[place] : 0;
 }
 
 std::int32_t SimaReader::routesCreated(std::int32_t type) const {
-    return type >= 1 && type <= 7 ? routesCreated_[static_cast<std::size_t>(type - 1)] : 0;
+    const std::size_t place = placeOfRouteType(type);
+    return place < routesCreated_.size() ? routesCreated_[place] : 0;
 }
 
 void SimaReader::countRouteRead(std::int32_t type) {
-    if (type >= 1 && type <= 7) {
-        ++routesRead_[static_cast<std::size_t>(type - 1)];
+    if (const std::size_t place = placeOfRouteType(type); place < routesRead_.size()) {
+        ++routesRead_[place];
     }
 }
 
 void SimaReader::countRouteCreated(std::int32_t type) {
-    if (type >= 1 && type <= 7) {
-        ++routesCreated_[static_cast<std::size_t>(type - 1)];
+    if (const std::size_t place = placeOfRouteType(type); place < routesCreated_.size()) {
+        ++routesCreated_[place];
     }
 }
 

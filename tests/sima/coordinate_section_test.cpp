@@ -174,6 +174,14 @@ TEST(CoordinateSection, EndsTwiceWithoutHarm) {
     EXPECT_EQ(pass.reader.passedOver.at("unknown code at top level: A99"), 1);
 }
 
+TEST(CoordinateSection, CountsItsComments) {
+    const Pass pass = fullRead({"A00,", "Z00,one,", "A01,1,a,1,2,,", "Z00,two", "A99,"});
+    EXPECT_EQ(pass.errors(), Lines{});
+    EXPECT_EQ(pass.reader.points.size(), 1U);
+    EXPECT_EQ(pass.reader.passedOver.size(), 1U);
+    EXPECT_EQ(pass.reader.passedOver.at("comment: Z00"), 2);
+}
+
 TEST(CoordinateSection, CountsDuplicatesInThePreview) {
     const Pass pass = preview({"A00,", "A01,7,P,1,2,,", "A01,7,Q,x,4,,", "A01,,R,3,4,,", "A01,8", "B01,", "A99,"});
     ASSERT_EQ(pass.reader.points.size(), 3U);

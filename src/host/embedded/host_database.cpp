@@ -94,11 +94,9 @@ void fill(mirdane::MdDbEntity& entity, const EntityView& view) {
 
 mirdane::MdDbPolyline* openLightweight(const EntityView& view) {
     auto* polyline = makeOnHeap<mirdane::MdDbPolyline>();
-    if (polyline != nullptr) {
-        fill(*polyline, view);
-        polyline->verticesForHost().assign(view.vertices.begin(), view.vertices.end());
-        polyline->setClosedForHost(view.closed);
-    }
+    fill(*polyline, view);
+    polyline->verticesForHost().assign(view.vertices.begin(), view.vertices.end());
+    polyline->setClosedForHost(view.closed);
     return polyline;
 }
 
@@ -323,7 +321,7 @@ Status mddbOpenObject(MdDbLayerTableRecord*& object, MdDbObjectId id, OpenMode, 
         return kNotFound;
     }
     object = fenmark::host::embedded::makeOnHeap<fenmark::host::embedded::LayerRecord>(drawing->layers()[*index].name);
-    return object == nullptr ? kNotFound : kOk;
+    return kOk;
 }
 
 Status mddbOpenObject(MdDbPolyline*& object, MdDbObjectId id, OpenMode, bool) {
@@ -334,10 +332,11 @@ Status mddbOpenObject(MdDbPolyline*& object, MdDbObjectId id, OpenMode, bool) {
         return kNotFound;
     }
     const EntityView view = drawing->entity(*index);
-    if (view.kind == EntityKind::Polyline) {
-        object = fenmark::host::embedded::openLightweight(view);
+    if (view.kind != EntityKind::Polyline) {
+        return kNotFound;
     }
-    return object == nullptr ? kNotFound : kOk;
+    object = fenmark::host::embedded::openLightweight(view);
+    return kOk;
 }
 
 Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
@@ -362,9 +361,6 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
     case EntityKind::Polyline:
         object = fenmark::host::embedded::openLightweight(view);
         break;
-    }
-    if (object == nullptr) {
-        return kNotFound;
     }
     fill(*object, view);
     return kOk;

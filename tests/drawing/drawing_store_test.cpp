@@ -322,6 +322,17 @@ TEST_F(DrawingStoreTest, ADrawingThatAGisLeftInWriteAheadModeOpensInAFolderThatC
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
 }
 
+TEST_F(DrawingStoreTest, AChangedLayerAndANewOneAreSavedTogether) {
+    saveSmall();
+    std::vector<Layer> layers = drawing_.layers();
+    layers[0].colour = Colour{0x8e, 0x24, 0xaa};
+    ASSERT_TRUE(drawing_.setLayers(layers));
+    drawing_.addLayer("新");
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(opened(path_).layers(), drawing_.layers());
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
 // The log of another program that has the drawing open holds what the file does not yet.
 TEST_F(DrawingStoreTest, WhatAnotherProgramWroteAheadIsRead) {
     saveSmall();

@@ -3,6 +3,10 @@
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
 
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
 namespace fenmark::drawing {
 namespace {
 

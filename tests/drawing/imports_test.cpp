@@ -292,5 +292,42 @@ TEST_F(Imports, OfWhatIsNoFileHaveNoDigest) {
     EXPECT_FALSE(digestFile(folder_.at("none.sim")));
 }
 
+// Its boxes go one by one where many others stay.
+TEST_F(Imports, ASmallOneGoesOutOfALargeDrawing) {
+    for (int i = 0; i < 400; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    const std::string before = describe(drawing_);
+    const MdDbObjectId small = importSmall(drawing_, "a.sim", 1);
+    save();
+    ASSERT_TRUE(drawing_.removeImport(small));
+    save();
+    Drawing read;
+    ASSERT_TRUE(DrawingStore().open(path_, read));
+    EXPECT_EQ(read.entityCount(), drawing_.entityCount());
+    EXPECT_EQ(describe(read).substr(0, before.find("entity")), describe(drawing_).substr(0, before.find("entity")));
+}
+
+// A feature that another program added under the identifier of an imported object gets its own, of either kind.
+TEST_F(Imports, KeepTheirIdentifiersBesideAddedFeatures) {
+    importSmall(drawing_, "a.sim", 0);
+    save();
+    const OtherProgram gis(path_);
+    const std::string imported = gis.one("SELECT min(fid) FROM polylines");
+    EXPECT_TRUE(gis.ask("DROP TRIGGER rtree_points_geom_insert; INSERT INTO points (fid, geom, layer) SELECT " +
+                        imported + ", geom, '0' FROM points LIMIT 1")
+                    .empty());
+    Drawing read;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, read));
+    EXPECT_EQ(read.entityCount(), drawing_.entityCount() + 1);
+    const std::optional<std::size_t> kept = read.findEntity(MdDbObjectId(std::stoull(imported)));
+    ASSERT_TRUE(kept);
+    EXPECT_FALSE(read.isPoint(*kept)) << "the one that was imported";
+    ASSERT_EQ(store.notes().size(), 1U);
+    EXPECT_EQ(store.notes()[0].code, StoreNoteCode::TakenIdentifier);
+    EXPECT_EQ(store.notes()[0].table, "points");
+}
+
 } // namespace
 } // namespace fenmark::drawing

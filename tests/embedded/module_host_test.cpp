@@ -141,6 +141,31 @@ TEST_F(ModuleSurface, AModuleOfAnotherVersionAndOneThatStaysAreToldOf) {
     EXPECT_FALSE(host_.unload("module_stub.mdm")) << "of no module it was said that it may go";
 }
 
+TEST_F(ModuleSurface, CustomClassesAreTheModulesOwn) {
+    struct Counting : mirdane::MdRxClass {
+        explicit Counting(int& classes) : left(classes) { ++left; }
+        ~Counting() override { --left; }
+        int& left;
+    };
+    int left = 0;
+    auto* made = new Counting(left);
+    mirdane::mdrxBuildClassHierarchy();
+    EXPECT_EQ(left, 1);
+    mirdane::deleteMdRxClass(made);
+    EXPECT_EQ(left, 0);
+}
+
+// A module may be loaded before a host has documents, and be unloaded after they went.
+TEST(ModuleData, IsKeptForEachDocumentAlsoWithoutAManager) {
+    ASSERT_EQ(mirdane::mdDocManagerPtr(), nullptr);
+    mirdane::MdApDataManager<int> data;
+    data.docData(nullptr) = 7;
+    EXPECT_EQ(data.docData(nullptr), 7);
+    EXPECT_EQ(data.size(), 1U);
+    data.documentToBeDestroyed(nullptr);
+    EXPECT_EQ(data.size(), 0U);
+}
+
 TEST(ModuleSurfaceWithoutAHost, RefusesEverything) {
     ASSERT_EQ(ModuleHost::current(), nullptr);
     EXPECT_EQ(mirdane::mdrxSysRegistry(), nullptr);

@@ -383,6 +383,12 @@ TEST_F(ObjectDataRefusals, ARecordNeedsItsTableItsEntityAndItsColumns) {
     EXPECT_EQ(drawing().entity(0).row->no, 7);
     EXPECT_EQ(drawing().entity(0).row->name, "K1");
     EXPECT_EQ(drawing().entity(0).row->fileName, "") << "a value that was not set";
+    mirdane::MdMapODTableRecord numberless;
+    ASSERT_EQ(table->initRecord(numberless), 0);
+    numberless.Value(0) = mirdane::MdMapValue(std::string("7"));
+    EXPECT_EQ(table->addRecord(numberless, point), 0);
+    EXPECT_EQ(drawing().entity(0).row->no, 0) << "a text is no number";
+    EXPECT_EQ(drawing().entity(0).row->name, "");
     drawing().takeBack(withoutTable);
     EXPECT_NE(table->addRecord(record, point), 0) << "the table went with the step that made it";
 }
@@ -529,6 +535,20 @@ TEST_F(AutomationRefusals, APointIsAnArrayOfThreeRealsFromZero) {
                   kBadArgument);
     EXPECT_TRUE(drawing().alignment(1).elements.empty());
     EXPECT_TRUE(host_.layoutNotes().refused.empty()) << "no element of a route, so nothing to report";
+}
+
+TEST_F(AutomationRefusals, AnElementIsRemovedByItsIndex) {
+    Held<mirdane::CivilAlignment> road;
+    alignment(road);
+    Held<mirdane::ElementCollection> elements;
+    ASSERT_EQ(road->getElements(elements.out()), kDone);
+    ASSERT_EQ(drawing().alignment(0).elements.size(), 3U);
+    const double length = drawing().alignment(0).length();
+    const double first = drawing().alignment(0).elements[0].length;
+    EXPECT_EQ(elements->removeAt(Variant::int32(0)), kDone);
+    EXPECT_EQ(drawing().alignment(0).elements.size(), 2U);
+    EXPECT_EQ(drawing().alignment(0).length(), length - first);
+    EXPECT_EQ(elements->removeAt(Variant::int32(2)), kBadArgument);
 }
 
 TEST_F(AutomationRefusals, AStraightHasNoMiddle) {

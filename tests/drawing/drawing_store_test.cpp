@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <fcntl.h>
+#include <grp.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -12,6 +13,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <random>
@@ -39,19 +41,25 @@ Drawing opened(const std::string& path) {
     return drawing;
 }
 
-// Runs something as a user without rights over other people's files; exit code 0 if it held.
+// Runs something as a user without rights over other people's files; 0 if it held. In this process, so that what fails in
+// it is shown.
 int asOrdinaryUser(const std::function<bool()>& holds) {
-    const pid_t child = fork();
-    if (child == 0) {
-        constexpr uid_t kNobody = 65534;
-        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) {
-            _exit(2);
-        }
-        _exit(holds() ? 0 : 1);
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() != 0) {
+        return holds() ? 0 : 1;
     }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::vector<gid_t> groups(static_cast<std::size_t>(getgroups(0, nullptr)));
+    const int count = getgroups(static_cast<int>(groups.size()), groups.data());
+    if (count < 0 || setgroups(0, nullptr) != 0 || setresgid(kNobody, kNobody, 0) != 0 ||
+        setresuid(kNobody, kNobody, 0) != 0) {
+        return 2;
+    }
+    const bool held = holds();
+    if (setresuid(0, 0, 0) != 0 || setresgid(0, 0, 0) != 0 ||
+        setgroups(static_cast<std::size_t>(count), groups.data()) != 0) {
+        return 3;
+    }
+    return held ? 0 : 1;
 }
 
 class DrawingStoreTest : public ::testing::Test {
@@ -314,6 +322,29 @@ TEST_F(DrawingStoreTest, ADrawingThatAGisLeftInWriteAheadModeOpensInAFolderThatC
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
 }
 
+TEST_F(DrawingStoreTest, AChangedLayerAndANewOneAreSavedTogether) {
+    saveSmall();
+    std::vector<Layer> layers = drawing_.layers();
+    layers[0].colour = Colour{0x8e, 0x24, 0xaa};
+    ASSERT_TRUE(drawing_.setLayers(layers));
+    drawing_.addLayer("新");
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(opened(path_).layers(), drawing_.layers());
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
+// The log of another program that has the drawing open holds what the file does not yet.
+TEST_F(DrawingStoreTest, WhatAnotherProgramWroteAheadIsRead) {
+    saveSmall();
+    {
+        const OtherProgram gis(path_);
+        ASSERT_EQ(gis.ask("PRAGMA journal_mode = WAL; UPDATE fenmark_drawing SET zone = 9").front(), "wal");
+        ASSERT_EQ(folder_.names().size(), 3U);
+        EXPECT_EQ(opened(path_).zone(), 9);
+    }
+    EXPECT_EQ(opened(path_).zone(), 9);
+}
+
 // --- what can fail ---
 
 TEST_F(DrawingStoreTest, WhatIsNoDrawingIsTold) {
@@ -456,19 +487,17 @@ TEST_F(DrawingStoreTest, AFullDiskLeavesTheDrawingAsItWas) {
         addSmallImport(drawing_, i);
     }
     // A limit on the size of files stands for the disk.
-    const pid_t child = fork();
-    if (child == 0) {
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{400000, 400000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const Outcome appended = store_.save(path_, drawing_);
-        const Outcome made = DrawingStore().save(folder_.at("new.gpkg"), drawing_);
-        _exit((appended.failure == Failure::DiskFull ? 0 : 1) + (made.failure == Failure::DiskFull ? 0 : 2));
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const rlimit limit{400000, usual.rlim_max};
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    const Outcome appended = store_.save(path_, drawing_);
+    const Outcome made = DrawingStore().save(folder_.at("new.gpkg"), drawing_);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &usual), 0);
+    signal(SIGXFSZ, handler);
+    EXPECT_EQ(appended.failure, Failure::DiskFull);
+    EXPECT_EQ(made.failure, Failure::DiskFull);
     EXPECT_EQ(describe(opened(path_)), before);
     EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
 }
@@ -641,6 +670,80 @@ TEST_F(DrawingStoreTest, RowsAgainstARuleOfAnotherProgramAreNoDamage) {
     read.addPoint({1, 2, 3}, 0);
     const Outcome saved = store.save(path_, read);
     EXPECT_TRUE(saved) << saved.message.english;
+}
+
+TEST_F(DrawingStoreTest, APlaceThatCannotHoldAFileIsTold) {
+    saveSmall();
+    write(folder_.at("file"), "text");
+    symlink(folder_.at("none").c_str(), folder_.at("link").c_str());
+    const std::string before = contents(path_);
+    const struct {
+        std::string path;
+        Failure failure;
+        const char* text;
+    } table[] = {
+        {folder_.at("file/a.gpkg"), Failure::NotWritable, "its folder: "},
+        {folder_.at("none/a.gpkg"), Failure::NoFolder, "its folder does not exist"},
+        {folder_.at("link/a.gpkg"), Failure::NoFolder, "its folder does not exist"},
+        {folder_.at("link"), Failure::DanglingLink, "is a link that leads to nothing"},
+        {folder_.path(), Failure::NotAFile, "is not a file"},
+    };
+    for (const auto& [path, failure, text] : table) {
+        const Outcome saved = store_.save(path, drawing_);
+        EXPECT_EQ(saved.failure, failure) << path;
+        EXPECT_NE(saved.message.english.find(text), std::string::npos) << saved.message.english;
+        EXPECT_FALSE(store_.writeCopy(path, drawing_)) << path;
+    }
+    EXPECT_EQ(contents(path_), before);
+    EXPECT_EQ(folder_.names().size(), 3U) << "nothing is left behind";
+}
+
+TEST_F(DrawingStoreTest, AFolderInThePlaceOfTheDrawingIsLeftAlone) {
+    saveSmall();
+    std::filesystem::remove(path_);
+    std::filesystem::create_directory(path_);
+    addSmallImport(drawing_, 1);
+    const Outcome saved = store_.save(path_, drawing_);
+    EXPECT_EQ(saved.failure, Failure::NotAFile);
+    EXPECT_TRUE(std::filesystem::is_directory(path_));
+    EXPECT_TRUE(store_.hasChanges(drawing_));
+}
+
+TEST_F(DrawingStoreTest, WhatAUserMayNotDoIsTold) {
+    saveSmall();
+    const std::string before = contents(path_);
+    addSmallImport(drawing_, 1);
+    const auto saved = [&](Failure wanted) {
+        return asOrdinaryUser([&] {
+            const Outcome outcome = store_.save(path_, drawing_);
+            return outcome.failure == wanted && outcome.message.english.find(path_) == 0;
+        });
+    };
+    chmod(folder_.path().c_str(), 0777);
+    chmod(path_.c_str(), 0444);
+    EXPECT_EQ(saved(Failure::NotWritable), 0) << "the file";
+    chmod(path_.c_str(), 0666);
+    chmod(folder_.path().c_str(), 0555);
+    EXPECT_EQ(saved(Failure::NotWritable), 0) << "its folder";
+    chmod(path_.c_str(), 0);
+    EXPECT_EQ(saved(Failure::NotReadable), 0);
+    EXPECT_EQ(asOrdinaryUser([&] {
+                  Drawing drawing;
+                  return DrawingStore().open(path_, drawing).failure == Failure::NotReadable;
+              }),
+              0);
+    chmod(folder_.path().c_str(), 0);
+    EXPECT_EQ(asOrdinaryUser([&] {
+                  Drawing drawing;
+                  return DrawingStore().openOrBegin(path_, drawing).failure == Failure::Unreachable &&
+                         DrawingStore().save(folder_.at("b.gpkg"), drawing).failure == Failure::Unreachable;
+              }),
+              0);
+    chmod(folder_.path().c_str(), 0755);
+    chmod(path_.c_str(), 0644);
+    EXPECT_EQ(contents(path_), before);
+    ASSERT_TRUE(store_.save(path_, drawing_)) << "and it can be done later";
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
 }
 
 } // namespace

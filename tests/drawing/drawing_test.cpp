@@ -1,6 +1,9 @@
 // The drawing in memory: what it keeps, how it comes back to a mark, how small it is.
 #include "support/drawing_support.h"
 
+#include <functional>
+#include <utility>
+
 #include <malloc.h>
 
 namespace fenmark::drawing {
@@ -109,6 +112,68 @@ TEST(Drawing, TakesNothingBackIntoAnotherState) {
     other.addPoint({1, 2, 3}, 0);
     other.rollback(empty);
     EXPECT_FALSE(other.putBack(std::move(gone)));
+}
+
+// Whatever changed meanwhile, also where no identifier was given for it.
+TEST(Drawing, TakesNothingBackAfterAnyChange) {
+    const auto reach = [](Drawing& drawing, const PlanPoint& end) {
+        Element line;
+        line.end = end;
+        line.length = std::hypot(end.x, end.y);
+        line.direction = std::atan2(end.y, end.x);
+        drawing.addElement(0, line);
+    };
+    const std::pair<const char*, std::function<void(Drawing&)>> changes[] = {
+        {"a layer", [](Drawing& drawing) { drawing.addLayer("新"); }},
+        {"a site", [](Drawing& drawing) { drawing.addSite("新"); }},
+        {"a table", [](Drawing& drawing) { drawing.addTable("新"); }},
+        {"an import", [](Drawing& drawing) { drawing.addImport({}); }},
+        {"an alignment",
+         [](Drawing& drawing) { drawing.addAlignment(drawing.sites().front().id, "新", "0", "Standard", "Standard"); }},
+        {"a point",
+         [](Drawing& drawing) {
+             drawing.addPoint({1, 2, 3}, 0);
+         }},
+        {"a row", [](Drawing& drawing) { drawing.setRow(drawing.entityCount() - 1, 0, 1, "", "", ""); }},
+        {"another row", [](Drawing& drawing) { drawing.setRow(0, 0, 1, "新しい名前", "", ""); }},
+        {"an element to the east",
+         [&](Drawing& drawing) {
+             reach(drawing, {1e6, 0});
+         }},
+        {"an element to the north",
+         [&](Drawing& drawing) {
+             reach(drawing, {0, 1e6});
+         }},
+        {"an element to the west",
+         [&](Drawing& drawing) {
+             reach(drawing, {-1e6, 0});
+         }},
+        {"an element to the south",
+         [&](Drawing& drawing) {
+             reach(drawing, {0, -1e6});
+         }},
+        {"the current layer", [](Drawing& drawing) { drawing.setCurrentLayer(1); }},
+        {"the zone", [](Drawing& drawing) { drawing.setZone(9); }},
+        {"a point that went again",
+         [](Drawing& drawing) {
+             const Drawing::Mark mark = drawing.mark();
+             drawing.addPoint({}, 0);
+             drawing.rollback(mark);
+         }},
+    };
+    for (const auto& [what, change] : changes) {
+        Drawing drawing;
+        drawing.addLayer("別");
+        addSmallImport(drawing, 1);
+        const Drawing::Mark mark = drawing.mark();
+        addSmallImport(drawing, 2);
+        Drawing::Removed removed = drawing.takeBack(mark);
+        change(drawing);
+        EXPECT_NE(drawing.mark(), mark) << what;
+        const std::string changed = describe(drawing);
+        EXPECT_FALSE(drawing.putBack(std::move(removed))) << what;
+        EXPECT_EQ(describe(drawing), changed) << what;
+    }
 }
 
 TEST(Drawing, ALightweightPolylineLiesInThePlane) {

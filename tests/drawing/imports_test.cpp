@@ -4,6 +4,7 @@
 #include "support/drawing_support.h"
 
 #include <fstream>
+#include <functional>
 
 namespace fenmark::drawing {
 namespace {
@@ -241,6 +242,91 @@ TEST(FileDigest, IsThatOfTheStandard) {
     std::ofstream(folder.at("b"), std::ios::binary) << std::string(1 << 20, 'b');
     EXPECT_EQ(digestFile(folder.at("b"))->digest, digestOf(std::string(1 << 20, 'b'))) << "one piece, no rest";
     EXPECT_FALSE(digestFile(folder.at("none")));
+}
+
+TEST_F(Imports, AnImportThatMadeNothingGoesAlone) {
+    importSmall(drawing_, "a.sim", 0);
+    const MdDbObjectId empty = drawing_.addImport(importRecord("b.sim", drawing_.lastId() + 1, drawing_.lastId()));
+    const std::string before = describe(drawing_);
+    save();
+    ASSERT_TRUE(drawing_.removeImport(empty));
+    EXPECT_FALSE(drawing_.removeImport(empty)) << "it is gone";
+    EXPECT_EQ(describe(drawing_), before);
+    save();
+    Drawing read;
+    ASSERT_TRUE(DrawingStore().open(path_, read));
+    ASSERT_EQ(read.imports().size(), 1U);
+    EXPECT_EQ(read.imports()[0].fileName, "a.sim");
+    EXPECT_EQ(describe(read), before);
+}
+
+TEST_F(Imports, AreTheSameOnlyWhereEveryMemberIs) {
+    const Import import = importRecord("a.sim", 1, 9);
+    const std::function<void(Import&)> changes[] = {
+        [](Import& other) { other.id = MdDbObjectId(77); },
+        [](Import& other) { other.fileName = "b.sim"; },
+        [](Import& other) { other.path = "b.sim"; },
+        [](Import& other) { ++other.fileSize; },
+        [](Import& other) { other.digest = digestOf("b"); },
+        [](Import& other) { other.time = "2026-02-01T00:00:00Z"; },
+        [](Import& other) { ++other.counts.points; },
+        [](Import& other) { ++other.counts.lots; },
+        [](Import& other) { ++other.counts.routes; },
+        [](Import& other) { ++other.counts.alignments; },
+        [](Import& other) { ++other.counts.longitudinal; },
+        [](Import& other) { ++other.counts.crossSections; },
+        [](Import& other) { ++other.counts.errors; },
+        [](Import& other) { ++other.firstId; },
+        [](Import& other) { ++other.lastId; },
+    };
+    for (const auto& change : changes) {
+        Import other = import;
+        EXPECT_EQ(other, import);
+        change(other);
+        EXPECT_NE(other, import);
+    }
+}
+
+TEST_F(Imports, OfWhatIsNoFileHaveNoDigest) {
+    EXPECT_FALSE(digestFile(folder_.path())) << "a folder";
+    EXPECT_FALSE(digestFile(folder_.at("none.sim")));
+}
+
+// Its boxes go one by one where many others stay.
+TEST_F(Imports, ASmallOneGoesOutOfALargeDrawing) {
+    for (int i = 0; i < 400; ++i) {
+        addSmallImport(drawing_, i);
+    }
+    const std::string before = describe(drawing_);
+    const MdDbObjectId small = importSmall(drawing_, "a.sim", 1);
+    save();
+    ASSERT_TRUE(drawing_.removeImport(small));
+    save();
+    Drawing read;
+    ASSERT_TRUE(DrawingStore().open(path_, read));
+    EXPECT_EQ(read.entityCount(), drawing_.entityCount());
+    EXPECT_EQ(describe(read).substr(0, before.find("entity")), describe(drawing_).substr(0, before.find("entity")));
+}
+
+// A feature that another program added under the identifier of an imported object gets its own, of either kind.
+TEST_F(Imports, KeepTheirIdentifiersBesideAddedFeatures) {
+    importSmall(drawing_, "a.sim", 0);
+    save();
+    const OtherProgram gis(path_);
+    const std::string imported = gis.one("SELECT min(fid) FROM polylines");
+    EXPECT_TRUE(gis.ask("DROP TRIGGER rtree_points_geom_insert; INSERT INTO points (fid, geom, layer) SELECT " +
+                        imported + ", geom, '0' FROM points LIMIT 1")
+                    .empty());
+    Drawing read;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, read));
+    EXPECT_EQ(read.entityCount(), drawing_.entityCount() + 1);
+    const std::optional<std::size_t> kept = read.findEntity(MdDbObjectId(std::stoull(imported)));
+    ASSERT_TRUE(kept);
+    EXPECT_FALSE(read.isPoint(*kept)) << "the one that was imported";
+    ASSERT_EQ(store.notes().size(), 1U);
+    EXPECT_EQ(store.notes()[0].code, StoreNoteCode::TakenIdentifier);
+    EXPECT_EQ(store.notes()[0].table, "points");
 }
 
 } // namespace

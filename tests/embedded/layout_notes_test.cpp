@@ -1,108 +1,143 @@
-// The notes on elements that no survey has, in words of both languages.
-#include "drawing/drawing.h"
-#include "embedded/route_chains.h"
+// The words of the notes on laid alignments, in both languages.
 #include "host/embedded/layout_notes.h"
+
+#include "drawing/drawing.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <string>
-#include <vector>
 
 namespace fenmark::host::embedded {
 namespace {
 
-Alignment alignmentOf(const std::vector<Shape>& shapes) {
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
+
+struct Wording {
+    LayoutNotes notes;
+    std::string_view code;
+    std::string english;
+    std::string japanese;
+};
+
+LayoutNotes ofUnusual(const UnusualElement& element) {
+    LayoutNotes notes;
+    notes.unusual = {element};
+    return notes;
+}
+
+LayoutNotes ofRefused(const RefusedElement& element) {
+    LayoutNotes notes;
+    notes.refused = {element};
+    return notes;
+}
+
+LayoutNotes ofSenses(std::int32_t count) {
+    LayoutNotes notes;
+    notes.otherSense = count;
+    return notes;
+}
+
+LayoutNotes ofMisfit(const Misfit& misfit) {
+    LayoutNotes notes;
+    notes.misfits = {misfit};
+    return notes;
+}
+
+TEST(LayoutNoteLines, SayWhatWasLaidInBothLanguages) {
+    const ElementType arc = ElementType::Arc;
+    const ElementType clothoid = ElementType::Clothoid;
+    const double fine = drawing::kLineTolerance;
+    const Wording table[] = {
+        {ofSenses(1), "other-sense", "1 element was taken with the other turning sense",
+         "1個の要素を逆の曲がりとして配置しました"},
+        {ofRefused({"線", 12.5, Refusal::ArcWithoutRadius, 0, 10}), "breaks-off",
+         "alignment 線 breaks off after 12.500 m: an arc has no radius",
+         "線形「線」は 12.500 m で途切れています: 円弧の半径がありません"},
+        {ofRefused({"線", 12.5, Refusal::ChordBeyondDiameter, 4, 10}), "breaks-off",
+         "alignment 線 breaks off after 12.500 m: an arc of radius 4.000 m does not reach over its chord of 10.000 m",
+         "線形「線」は 12.500 m で途切れています: 半径 4.000 m の円弧は弦長 10.000 m に届きません"},
+        {ofRefused({"線", 0, Refusal::ClothoidWithoutRadius, 0, 0}), "breaks-off",
+         "alignment 線 breaks off after 0.000 m: a clothoid has no radius",
+         "線形「線」は 0.000 m で途切れています: クロソイドの半径がありません"},
+        {ofRefused({"線", 0, Refusal::ClothoidWithoutLength, 0, 0}), "breaks-off",
+         "alignment 線 breaks off after 0.000 m: a clothoid has no length",
+         "線形「線」は 0.000 m で途切れています: クロソイドの長さがありません"},
+        {ofRefused({"線", 0, Refusal::NothingBefore, 0, 0}), "breaks-off",
+         "alignment 線 breaks off after 0.000 m: a clothoid has no element before it",
+         "線形「線」は 0.000 m で途切れています: クロソイドの前に要素がありません"},
+        {ofMisfit({"線", 0.025, false}), "misfit", "alignment 線 lies up to 0.025 m off the route's points",
+         "線形「線」は路線の点から最大 0.025 m 離れています"},
+        {ofMisfit({"線", 0.025, true}), "misfit",
+         "alignment 線 lies up to 0.025 m off the route's points, which differ in height; --plan-tangents may mend it",
+         "線形「線」は路線の点から最大 0.025 m 離れています。路線の点の標高が異なります。--plan-tangents "
+         "で直ることがあります"},
+        {ofUnusual({"線", 10, arc, 500, 2, 2, 39.8, fine}), "unusual-element",
+         "alignment 線: the arc at station 10.000, 500.000 m long, radius 2.000 m, turns 40 times",
+         "線形「線」: 追加距離 10.000 の円弧（長さ 500.000 m、半径 2.000 m）は40回転しています"},
+        {ofUnusual({"線", 10, clothoid, 500, kInfinite, 0, kInfinite, fine}), "unusual-element",
+         "alignment 線: the clothoid at station 10.000, 500.000 m long, radii infinite and 0.000 m, "
+         "turns infinitely often",
+         "線形「線」: 追加距離 10.000 のクロソイド（長さ 500.000 m、半径 無限大 ～ 0.000 m）は無限に回転しています"},
+        {ofUnusual({"線", 10, clothoid, 2e9, 0.0004, 5, 2.5e12, 0.25}), "unusual-element",
+         "alignment 線: the clothoid at station 10.000, 2.000e+09 m long, radii 4.000e-04 m and 5.000 m, "
+         "turns 2.500e+12 times, is drawn within 0.250 m",
+         "線形「線」: 追加距離 10.000 のクロソイド（長さ 2.000e+09 m、半径 4.000e-04 m ～ 5.000 "
+         "m）は2.500e+12回転し、誤差 0.250 m で図示しています"},
+        {ofUnusual({"線", 10, arc, 1e6, 2e5, 2e5, 0.8, 0.002}), "unusual-element",
+         "alignment 線: the arc at station 10.000, 1000000.000 m long, radius 200000.000 m, is drawn within 0.002 m",
+         "線形「線」: 追加距離 10.000 の円弧（長さ 1000000.000 m、半径 200000.000 m）は誤差 0.002 m で図示しています"},
+    };
+    for (const Wording& wanted : table) {
+        const std::vector<NoteLine> english = noteLines(wanted.notes);
+        const std::vector<NoteLine> japanese = noteLines(wanted.notes, Language::Japanese);
+        ASSERT_EQ(english.size(), 1U);
+        ASSERT_EQ(japanese.size(), 1U);
+        EXPECT_EQ(english[0].code, wanted.code);
+        EXPECT_EQ(english[0].text, wanted.english);
+        EXPECT_EQ(japanese[0].code, wanted.code);
+        EXPECT_EQ(japanese[0].text, wanted.japanese);
+    }
+}
+
+TEST(LayoutNoteLines, ABrokenJointNamesItsOptionInJapaneseToo) {
+    const std::pair<Remedy, std::string> remedies[] = {
+        {Remedy::None, ""},
+        {Remedy::PositiveRadiusAuto, "。--positive-radius auto で直ることがあります"},
+        {Remedy::PositiveRadiusLeft, "。--positive-radius left で直ることがあります"},
+        {Remedy::PositiveRadiusRight, "。--positive-radius right で直ることがあります"},
+        {Remedy::PlanTangents, "。--plan-tangents で直ることがあります"}};
+    for (const auto& [remedy, words] : remedies) {
+        LayoutNotes notes;
+        notes.brokenJoints.push_back({"線", 100, -0.1, remedy});
+        EXPECT_EQ(noteLines(notes, Language::Japanese)[0].text,
+                  "線形「線」: 追加距離 100.000 の接続が 5.73° 折れています" + words);
+    }
+}
+
+TEST(UnusualElements, AreThoseThatWindOrAreDrawnCoarsely) {
     Alignment alignment;
-    alignment.name = "R1";
-    alignment.startStation = 100.0;
-    alignment.elements = layChain({{0, 0}, 0}, shapes);
-    return alignment;
-}
-
-std::string lineOf(const UnusualElement& element, Language language = Language::English) {
-    LayoutNotes notes;
-    notes.unusual.push_back(element);
-    const std::vector<NoteLine> lines = noteLines(notes, language);
-    EXPECT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0].code, "unusual-element");
-    return lines[0].text;
-}
-
-TEST(UnusualElements, ElementsOfSurveysAreNone) {
-    EXPECT_TRUE(unusualElements(alignmentOf({straight(1e6), clothoid(0, 15, 60), arc(15, 90), clothoid(15, 0, 60),
-                                             arc(-10000, 15000)}))
-                    .empty());
-    EXPECT_TRUE(unusualElements(alignmentOf({arc(10, 620)})).empty()) << "9.9 turns";
-}
-
-TEST(UnusualElements, ThoseThatWindAreToldWithTheirStation) {
-    const std::vector<UnusualElement> found = unusualElements(alignmentOf({straight(50), arc(10, 640)}));
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].station, 150.0);
-    EXPECT_EQ(found[0].startRadius, 10.0);
-    EXPECT_NEAR(found[0].turns, 640 / (20 * 3.14159265358979), 1e-9);
-    EXPECT_EQ(found[0].lineTolerance, kLineTolerance);
-    EXPECT_EQ(lineOf(found[0]),
-              "alignment R1: the arc at station 150.000, 640.000 m long, radius 10.000 m, turns 10 times");
-    EXPECT_EQ(lineOf(found[0], Language::Japanese),
-              "線形「R1」: 追加距離 150.000 の円弧（長さ 640.000 m、半径 10.000 m）は10回転しています");
-}
-
-TEST(UnusualElements, ThoseWhoseLineIsCoarseAreToldWithItsDistance) {
-    const std::vector<UnusualElement> found = unusualElements(alignmentOf({arc(1e9, 1e9), straight(1)}));
-    ASSERT_EQ(found.size(), 1U) << "a sixth of a turn, in 10,000 points";
-    EXPECT_LT(found[0].turns, 0.2);
-    EXPECT_NEAR(found[0].lineTolerance, 1e5 * 1e5 / (8 * 1e9), 0.05) << "the height of an arc over a chord of 1e5 m";
-    UnusualElement told = found[0];
-    told.lineTolerance = 1.25;
-    EXPECT_EQ(lineOf(told), "alignment R1: the arc at station 100.000, 1.000e+09 m long, radius 1.000e+09 m, is drawn "
-                            "within 1.250 m");
-    EXPECT_EQ(lineOf(told, Language::Japanese), "線形「R1」: 追加距離 100.000 の円弧（長さ 1.000e+09 m、半径 "
-                                                "1.000e+09 m）は誤差 1.250 m で図示しています");
-}
-
-TEST(UnusualElements, TellRadiiAndTurnsThatNoDecimalsShow) {
-    UnusualElement element{"R1", 0.0, ElementType::Clothoid, 1000.0, std::numeric_limits<double>::infinity(), 1e-31,
-                           1e33, 0.5};
-    EXPECT_EQ(lineOf(element), "alignment R1: the clothoid at station 0.000, 1000.000 m long, radii infinite and "
-                               "1.000e-31 m, turns 1.000e+33 times, is drawn within 0.500 m");
-    EXPECT_EQ(lineOf(element, Language::Japanese),
-              "線形「R1」: 追加距離 0.000 のクロソイド（長さ 1000.000 m、半径 無限大 ～ "
-              "1.000e-31 m）は1.000e+33回転し、誤差 0.500 m で図示しています");
-    element.turns = std::numeric_limits<double>::infinity();
-    element.lineTolerance = kLineTolerance;
-    EXPECT_EQ(lineOf(element), "alignment R1: the clothoid at station 0.000, 1000.000 m long, radii infinite and "
-                               "1.000e-31 m, turns infinitely often");
-    element.turns = 999999999.0;
-    element.endRadius = 0.001;
-    EXPECT_EQ(lineOf(element), "alignment R1: the clothoid at station 0.000, 1000.000 m long, radii infinite and "
-                               "0.001 m, turns 999999999 times");
-    element.endRadius = 1e9;
-    element.startRadius = 0.0;
-    EXPECT_EQ(lineOf(element), "alignment R1: the clothoid at station 0.000, 1000.000 m long, radii 0.000 m and "
-                               "1.000e+09 m, turns 999999999 times");
-}
-
-TEST(RefusedElements, AreToldWithTheReason) {
-    LayoutNotes notes;
-    for (const Refusal why : {Refusal::ArcWithoutRadius, Refusal::ChordBeyondDiameter, Refusal::ClothoidWithoutRadius,
-                              Refusal::ClothoidWithoutLength, Refusal::NothingBefore}) {
-        notes.refused.push_back({"R1", 12.5, why, 10.0, 25.0});
-    }
-    std::vector<std::string> texts;
-    for (const NoteLine& line : noteLines(notes)) {
-        EXPECT_EQ(line.code, "breaks-off");
-        texts.push_back(line.text);
-    }
-    const std::string begin = "alignment R1 breaks off after 12.500 m: ";
-    EXPECT_EQ(texts,
-              (std::vector<std::string>{begin + "an arc has no radius",
-                                        begin + "an arc of radius 10.000 m does not reach over its chord of 25.000 m",
-                                        begin + "a clothoid has no radius", begin + "a clothoid has no length",
-                                        begin + "a clothoid has no element before it"}));
-    EXPECT_EQ(noteLines(notes, Language::Japanese)[1].text,
-              "線形「R1」は 12.500 m で途切れています: 半径 10.000 m の円弧は弦長 25.000 m に届きません");
+    alignment.name = "線";
+    alignment.startStation = 100;
+    Element ordinary;
+    ordinary.type = ElementType::Arc;
+    ordinary.length = 50;
+    ordinary.startRadius = ordinary.endRadius = 100;
+    Element wound = ordinary;
+    wound.startRadius = wound.endRadius = 0.5; // 15.9 turns
+    Element straight;
+    straight.length = 1e9;
+    Element coarse = ordinary;
+    coarse.length = 1e8;
+    coarse.startRadius = coarse.endRadius = 1e8; // nearly straight, and longer than 10,000 points can follow
+    alignment.elements = {ordinary, wound, straight, coarse};
+    const std::vector<UnusualElement> unusual = unusualElements(alignment);
+    ASSERT_EQ(unusual.size(), 2U);
+    EXPECT_EQ(unusual[0].station, 150);
+    EXPECT_NEAR(unusual[0].turns, 50 / (2 * 3.141592653589793 * 0.5), 1e-9);
+    EXPECT_EQ(unusual[0].lineTolerance, drawing::kLineTolerance);
+    EXPECT_EQ(unusual[1].station, 200 + 1e9);
+    EXPECT_LT(unusual[1].turns, kMostTurns);
+    EXPECT_GT(unusual[1].lineTolerance, drawing::kLineTolerance);
 }
 
 } // namespace

@@ -1,99 +1,174 @@
-// Modules that the host must refuse, and one that does not allow its unloading.
-#include "host/embedded/embedded_host.h"
+// The host of modules as a module calls it, and without one: commands, functions, map modules, texts.
 #include "host/embedded/module_host.h"
-#include "support/temporary_folder.h"
+
+#include "host/surface/module.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <map>
-#include <string>
-#include <vector>
-
-#include <dlfcn.h>
+#include <stdexcept>
 
 namespace fenmark::host::embedded {
 namespace {
 
-const std::string kGood = FENMARK_SMALL_MODULE;
-const std::string kName = std::filesystem::path(kGood).filename().string();
+// Handlers of commands are plain functions.
+int runs = 0;
+void countRun() {
+    ++runs;
+}
+void raiseError() {
+    throw std::runtime_error("the reason");
+}
+void raiseNumber() {
+    throw 7;
+}
+Outcome nested;
+void runCount() {
+    nested = ModuleHost::current()->run("count");
+}
+void runAside() {
+    nested = ModuleHost::current()->run("aside");
+}
 
-class SmallModules : public ::testing::Test {
+class ModuleSurface : public ::testing::Test {
   protected:
-    EmbeddedHost host_;
-    ModuleHost modules_;
+    ModuleHost host_;
+    std::vector<std::string> said_;
 
-    // Asks the library itself while the host has it loaded; nothing otherwise.
-    template <typename T>
-    static T asked(const char* function, T otherwise) {
-        void* const library = dlopen(kGood.c_str(), RTLD_NOW | RTLD_NOLOAD);
-        if (library == nullptr) {
-            return otherwise;
-        }
-        const T answer = reinterpret_cast<T (*)()>(dlsym(library, function))();
-        dlclose(library);
-        return answer;
+    void SetUp() override {
+        runs = 0;
+        nested = {};
     }
-    static int messages() { return asked("smallModuleMessages", -1); }
+    static mirdane::Status add(std::string_view name, mirdane::CommandHandler handler,
+                               std::uint32_t flags = mirdane::kModalCommand, std::string_view group = "G") {
+        mirdane::CommandEntry entry;
+        entry.group = group;
+        entry.globalName = name;
+        entry.localName = name == "count" ? "数える" : name;
+        entry.flags = flags;
+        entry.handler = handler;
+        return mirdane::mdrxSysRegistry()->commandStack()->addCommand(entry);
+    }
 };
 
-TEST_F(SmallModules, OneIsToldOfItselfAndOfTheDrawingAndIsListed) {
-    ASSERT_TRUE(modules_.load(kGood));
-    EXPECT_EQ(messages(), 2);
-    EXPECT_EQ(modules_.loadedNames(), std::vector<std::string>{kName});
-    modules_.send(mirdane::kLoadDrawingMessage);
-    EXPECT_EQ(messages(), 3);
-    EXPECT_EQ(modules_.load(kGood).message.english, kName + ": is loaded already");
-    EXPECT_EQ(messages(), 3);
+TEST_F(ModuleSurface, ACommandIsKnownOnceInItsGroupAndByBothNames) {
+    EXPECT_EQ(add("count", countRun), 0);
+    EXPECT_NE(add("COUNT", raiseError), 0) << "case does not matter";
+    EXPECT_EQ(add("count", raiseError, mirdane::kModalCommand, "other"), 0);
+    EXPECT_TRUE(host_.run("Count"));
+    EXPECT_TRUE(host_.run("数える"));
+    EXPECT_EQ(runs, 2) << "the first of that name";
+    mirdane::MdEdCommandStack& stack = *mirdane::mdrxSysRegistry()->commandStack();
+    EXPECT_NE(stack.removeCommand("G", "none"), 0);
+    EXPECT_EQ(stack.removeCommand("G", "COUNT"), 0);
+    ASSERT_EQ(host_.commands().size(), 1U);
+    EXPECT_EQ(host_.commands()[0].group, "other");
 }
 
-TEST_F(SmallModules, OneThatDoesNotAllowItStaysLoadedUntilTheHostGoes) {
-    {
-        ModuleHost passing;
-        ASSERT_TRUE(passing.load(kGood));
-        const Outcome refused = passing.unload(kName);
-        EXPECT_EQ(refused.message.english, kName + ": does not allow its unloading");
-        EXPECT_EQ(refused.message.japanese, kName + ": 取り外しを許していません");
-        EXPECT_EQ(passing.loadedNames().size(), 1U);
-        EXPECT_EQ(messages(), 2) << "it heard of nothing";
-    }
-    EXPECT_EQ(messages(), -1);
+TEST_F(ModuleSurface, WhatACommandThrowsEndsItWithOneLine) {
+    add("error", raiseError);
+    add("number", raiseNumber);
+    add("count", countRun);
+    EXPECT_EQ(host_.run("error").message.english, "error: the reason") << "also where nobody listens";
+    host_.onLine([this](const Worded& line) { said_.push_back(line.english); });
+    EXPECT_FALSE(host_.run("error"));
+    const Outcome unknown = host_.run("number");
+    EXPECT_EQ(unknown.message.english, "number: ended by an unknown exception");
+    EXPECT_EQ(unknown.message.japanese, "number: 不明な例外で終わりました");
+    EXPECT_EQ(said_, (std::vector<std::string>{"error: the reason", "number: ended by an unknown exception"}));
+    EXPECT_TRUE(host_.run("count")) << "no command is running any more";
 }
 
-TEST_F(SmallModules, OneThatAllowsItGoes) {
-    ASSERT_TRUE(modules_.load(kGood));
-    modules_.registry().dynamicLinker()->unlockApplication(nullptr);
-    EXPECT_FALSE(modules_.unload(kName)) << "no module was named";
-    modules_.registry().dynamicLinker()->unlockApplication(asked<void*>("smallModulePackage", nullptr));
-    EXPECT_EQ(modules_.unload("other").message.english, "other: is not loaded");
-    ASSERT_TRUE(modules_.unload(kName));
-    EXPECT_EQ(messages(), -1);
-    EXPECT_TRUE(modules_.loadedNames().empty());
-    ASSERT_TRUE(modules_.load(kGood));
-    EXPECT_EQ(messages(), 2) << "afresh";
+TEST_F(ModuleSurface, OnlyAModalCommandWaitsForTheOthers) {
+    add("count", countRun);
+    add("aside", countRun, 0);
+    add("runCount", runCount);
+    add("runAside", runAside);
+    EXPECT_TRUE(host_.run("runCount"));
+    EXPECT_EQ(nested.message.english, "count: another command is running");
+    EXPECT_EQ(runs, 0);
+    EXPECT_TRUE(host_.run("runAside"));
+    EXPECT_TRUE(nested);
+    EXPECT_EQ(runs, 1);
 }
 
-TEST_F(SmallModules, WhatIsNoModuleIsNotLoaded) {
-    const test::TemporaryFolder folder;
-    EXPECT_EQ(modules_.load(FENMARK_OLD_MODULE).message.english,
-              std::filesystem::path(FENMARK_OLD_MODULE).filename().string() +
-                  ": is a module for another version of the host");
-    EXPECT_EQ(modules_.load(FENMARK_NO_MODULE).message.english,
-              std::filesystem::path(FENMARK_NO_MODULE).filename().string() +
-                  ": is no module: it lacks the entry points");
-    EXPECT_TRUE(modules_.load(folder.write("a.mdm", "no library")).message.english.starts_with("cannot be loaded: "));
-    EXPECT_FALSE(modules_.load(folder.at("gone.mdm")));
-    EXPECT_TRUE(modules_.loadedNames().empty());
-}
-
-TEST_F(SmallModules, AFunctionIsKnownByNameAndNeverCalled) {
-    EXPECT_EQ(mirdane::mdedDefun("C:ONE", 3), 0);
-    EXPECT_EQ(modules_.callableFunctions(), (std::map<std::string, int>{{"C:ONE", 3}}));
+TEST_F(ModuleSurface, FunctionsAreKnownByTheirNames) {
+    EXPECT_EQ(mirdane::mdedDefun("f", 3), 0);
+    EXPECT_EQ(host_.callableFunctions(), (std::map<std::string, int>{{"f", 3}}));
+    EXPECT_NE(mirdane::mdedUndef("g", 3), 0);
+    EXPECT_EQ(mirdane::mdedUndef("f", 3), 0);
+    EXPECT_TRUE(host_.callableFunctions().empty());
     EXPECT_EQ(mirdane::mdedRegFunc(nullptr, 3), 0);
-    EXPECT_EQ(mirdane::mdedGetFunCode(), -1) << "none is being called";
-    EXPECT_EQ(mirdane::mdedUndef("C:ONE", 3), 0);
-    EXPECT_NE(mirdane::mdedUndef("C:ONE", 3), 0);
-    EXPECT_TRUE(modules_.callableFunctions().empty());
+    EXPECT_EQ(mirdane::mdedGetFunCode(), -1) << "no script ever calls one";
+}
+
+TEST_F(ModuleSurface, OnlyTheMapModulesAreLoadedByName) {
+    EXPECT_NE(mirdane::mdedMdmLoad("other.mdm"), 0);
+    EXPECT_EQ(mirdane::mdedMdmLoad("MDMAP.mdm"), 0);
+    EXPECT_EQ(mirdane::mdedMdmLoad("mdmap.mdm"), 0);
+    EXPECT_EQ(mirdane::mdedMdmLoad("mdmapade.mdm"), 0);
+    const std::vector<mirdane::ResultEntry> loaded = mirdane::mdedMdmLoaded();
+    ASSERT_EQ(loaded.size(), 2U) << "each of them once";
+    EXPECT_EQ(loaded[0].kind, mirdane::kStringEntry);
+    EXPECT_EQ(loaded[0].text, "MDMAP.mdm");
+    EXPECT_EQ(host_.loadRequests().size(), 4U);
+}
+
+TEST_F(ModuleSurface, TextsAreLeftForEachOther) {
+    std::string text = "as before";
+    EXPECT_NE(mirdane::mdedGetSystemText("A", text), 0);
+    EXPECT_EQ(text, "as before");
+    EXPECT_EQ(mirdane::mdedSetSystemText("A", "1"), 0) << "also where nobody listens";
+    host_.onSystemText(
+        [this](std::string_view name, const std::string& set) { said_.push_back(std::string(name) + "=" + set); });
+    EXPECT_EQ(mirdane::mdedSetSystemText("A", "2"), 0);
+    EXPECT_EQ(said_, std::vector<std::string>{"A=2"});
+    EXPECT_EQ(mirdane::mdedGetSystemText("A", text), 0);
+    EXPECT_EQ(text, "2");
+    EXPECT_EQ(host_.systemText("B"), "");
+}
+
+TEST_F(ModuleSurface, CustomClassesAreTheModulesOwn) {
+    struct Counting : mirdane::MdRxClass {
+        explicit Counting(int& classes) : left(classes) { ++left; }
+        ~Counting() override { --left; }
+        int& left;
+    };
+    int left = 0;
+    auto* made = new Counting(left);
+    mirdane::mdrxBuildClassHierarchy();
+    EXPECT_EQ(left, 1);
+    mirdane::deleteMdRxClass(made);
+    EXPECT_EQ(left, 0);
+}
+
+// A module may be loaded before a host has documents, and be unloaded after they went.
+TEST(ModuleData, IsKeptForEachDocumentAlsoWithoutAManager) {
+    ASSERT_EQ(mirdane::mdDocManagerPtr(), nullptr);
+    mirdane::MdApDataManager<int> data;
+    data.docData(nullptr) = 7;
+    EXPECT_EQ(data.docData(nullptr), 7);
+    EXPECT_EQ(data.size(), 1U);
+    data.documentToBeDestroyed(nullptr);
+    EXPECT_EQ(data.size(), 0U);
+}
+
+TEST(ModuleSurfaceWithoutAHost, RefusesEverything) {
+    ASSERT_EQ(ModuleHost::current(), nullptr);
+    EXPECT_EQ(mirdane::mdrxSysRegistry(), nullptr);
+    EXPECT_NE(mirdane::mdedDefun("f", 3), 0);
+    EXPECT_NE(mirdane::mdedUndef("f", 3), 0);
+    EXPECT_NE(mirdane::mdedMdmLoad("mdmap.mdm"), 0);
+    EXPECT_TRUE(mirdane::mdedMdmLoaded().empty());
+    EXPECT_NE(mirdane::mdedSetSystemText("A", "1"), 0);
+    std::string text = "as before";
+    EXPECT_NE(mirdane::mdedGetSystemText("A", text), 0);
+    EXPECT_EQ(text, "as before");
+    mirdane::InitMdUiDLL();
+    ModuleHost later;
+    EXPECT_EQ(later.uiReadied(), 0);
+    EXPECT_FALSE(later.hasSystemText("A"));
+    mirdane::InitMdUiDLL();
+    EXPECT_EQ(later.uiReadied(), 1);
 }
 
 } // namespace

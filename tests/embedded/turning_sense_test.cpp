@@ -526,6 +526,47 @@ TEST(SettledElements, WhatIsSettledStays) {
     EXPECT_TRUE(settledElements({}).empty());
 }
 
+// An element of no length takes the place of the end before it, and has no say.
+TEST(SettledElements, OneOfNoLengthChangesNothing) {
+    const PlanPoint end = layChain({{0, 0}, 0}, {arc(100, 50)})[0].end;
+    for (const bool between : {false, true}) {
+        std::vector<Element> elements = lineBefore(0.0);
+        if (between) {
+            elements.push_back(layLine(elements, {0, 0}, {0, 0}));
+        }
+        elements.push_back(*layCurve(elements, {0, 0}, end, 100, -1, PositiveRadius::Auto));
+        const std::vector<Element> settled = settledElements(elements);
+        ASSERT_EQ(settled.size(), 1U);
+        EXPECT_TRUE(settled[0].otherSense);
+    }
+    // Before any other element there is no direction that it could have.
+    std::vector<Element> first = {layLine({}, {0, 0}, {0, 0})};
+    first.push_back(*layCurve(first, {0, 0}, end, 100, 0, PositiveRadius::Auto));
+    EXPECT_TRUE(settledElements(first).empty());
+}
+
+// Where Auto was given its way and a joint stays broken, the setting that would join it is named.
+TEST(BrokenJoints, AnImageThatJoinsNamesItsSense) {
+    const PlanPoint end = layChain({{0, 0}, 0}, {arc(100, 50)})[0].end;
+    const auto remedies = [&](bool otherSense) {
+        Alignment alignment;
+        alignment.elements = lineBefore(0.0);
+        Element wrong = *layCurve({}, {0, 0}, end, 100, -1, PositiveRadius::Auto);
+        wrong.otherSense = otherSense;
+        alignment.elements.push_back(wrong);
+        std::vector<Remedy> found;
+        for (const BrokenJoint& joint : brokenJoints(alignment, {PositiveRadius::Auto, false})) {
+            found.push_back(joint.remedy);
+        }
+        return found;
+    };
+    EXPECT_EQ(remedies(false), std::vector<Remedy>{Remedy::PositiveRadiusRight});
+    EXPECT_EQ(remedies(true), std::vector<Remedy>{Remedy::PositiveRadiusLeft});
+    Alignment empty;
+    empty.elements = {layLine({}, {0, 0}, {0, 0})};
+    EXPECT_TRUE(brokenJoints(empty, {PositiveRadius::Auto, false}).empty());
+}
+
 TEST(LaySpiral, RefusesWhatIsNoSpiral) {
     const std::vector<Element> before = lineBefore();
     const auto refused = [&](std::int32_t id, double startRadius, double endRadius, double length) {

@@ -1,10 +1,13 @@
 // Pages as pixels, and what a page that cannot be drawn says.
 #include "exchange/plan/page_image.h"
+#include "exchange/plan/plot.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstring>
+#include <sstream>
+#include <streambuf>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -59,6 +62,35 @@ TEST(PageImage, APageWithoutASizeOrThatIsNoneSaysSo) {
     EXPECT_FALSE(broken);
     EXPECT_FALSE(broken.message.english.empty() || broken.message.japanese.empty());
     EXPECT_EQ(pixels.at(5, 5), kWhite);
+}
+
+// As a disk that is full.
+class NoRoom : public std::streambuf {
+  protected:
+    int_type overflow(int_type) override { return traits_type::eof(); }
+    std::streamsize xsputn(const char*, std::streamsize) override { return 0; }
+};
+
+TEST(Pdf, ThatCannotBeMadeOrWrittenSaysSo) {
+    Plot plot;
+    plot.pages = {kPage};
+    std::ostringstream whole;
+    const Outcome written = writePdf(plot, whole);
+    if (!written && whole.str().empty()) {
+        GTEST_SKIP() << written.message.english;
+    }
+    ASSERT_TRUE(written) << written.message.english;
+    EXPECT_TRUE(whole.str().starts_with("%PDF-"));
+    NoRoom noRoom;
+    std::ostream full(&noRoom);
+    const Outcome refused = writePdf(plot, full);
+    EXPECT_FALSE(refused);
+    EXPECT_FALSE(refused.message.english.empty() || refused.message.japanese.empty());
+    plot.pages.emplace_back("<svg width=\"10mm\" height=\"5mm\"><rect");
+    std::ostringstream broken;
+    const Outcome page = writePdf(plot, broken);
+    EXPECT_FALSE(page);
+    EXPECT_NE(page.message.english.find("the page cannot be drawn"), std::string::npos) << page.message.english;
 }
 
 TEST(PageImage, DecimalsAreTakenOffOneByOne) {

@@ -1,5 +1,6 @@
 // The plan as SVG.
 #include "exchange/plan/plan.h"
+#include "exchange/plan/plan_geometry.h"
 #include "exchange/plan/plan_svg.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
@@ -391,6 +392,88 @@ TEST_F(PlanOf, LongAlignmentHasStationsFurtherApartAndTheLegendSaysSo) {
     EXPECT_TRUE(hasTextBeginning("測点（"));
     EXPECT_FALSE(hasText("測点（20 mごと）"));
     EXPECT_FALSE(hasText("No.1"));
+}
+
+TEST_F(PlanOf, JointsOfEveryTwoElementsHaveTheirUsualNames) {
+    addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 60.0, 100.0, 100.0, true},
+                       {ElementType::Arc, 60.0, 200.0, 200.0, true},
+                       {ElementType::Straight, 100.0, kStraight, kStraight, false},
+                       {ElementType::Straight, 100.0, kStraight, kStraight, false},
+                       {ElementType::Clothoid, 60.0, kStraight, 100.0, false},
+                       {ElementType::Clothoid, 60.0, 100.0, kStraight, false},
+                       {ElementType::Straight, 100.0, kStraight, kStraight, false}});
+    draw();
+    for (const char* joint :
+         {"BP No.0", "BC No.5", "PCC No.8", "EC No.11", "IP No.16", "KA No.21", "KK No.24", "KA No.27", "EP No.32"}) {
+        EXPECT_TRUE(hasText(joint)) << joint;
+    }
+}
+
+TEST_F(PlanOf, WhatHasNoNameIsDrawnWithoutOne) {
+    const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, false, "");
+    ASSERT_EQ(road, 0U);
+    addPolyline(drawing, {{12000, -36080, 0}, {12000, -36020, 0}, {12080, -36020, 0}, {12080, -36080, 0}}, true, "  ");
+    addPoint(drawing, {12150.0, -36050.0, 0.0}, " ");
+    draw();
+    for (const pugi::xpath_node node : document.select_nodes("//text")) {
+        const std::string written = node.node().child_value();
+        EXPECT_NE(written.find_first_not_of(' '), std::string::npos);
+        EXPECT_EQ(written.find("m²"), std::string::npos) << "no area without a name";
+    }
+    EXPECT_NE(text.find("Z\"/>"), std::string::npos) << "the lot itself is there";
+}
+
+TEST_F(PlanOf, TheLegendHasRoomForEightLayersOfTheirOwnColour) {
+    std::vector<drawing::Layer> layers;
+    for (int i = 0; i < 10; ++i) {
+        const std::size_t layer = *drawing.findLayer(drawing.addLayer("層" + std::to_string(i)));
+        addPoint(drawing, {100.0 + 10.0 * i, 100.0, 0.0}, "P", "座標", layer);
+    }
+    layers = drawing.layers();
+    for (drawing::Layer& layer : layers) {
+        layer.colour = drawing::Colour{0x8e, 0x24, 0xaa};
+    }
+    ASSERT_TRUE(drawing.setLayers(layers));
+    draw();
+    EXPECT_TRUE(hasText("画層 層0"));
+    EXPECT_TRUE(hasText("画層 層7"));
+    EXPECT_FALSE(hasText("画層 層8"));
+    EXPECT_FALSE(hasText("画層 0")) << "nothing lies on it";
+}
+
+TEST_F(PlanOf, TheTitleNamesThreeFilesAndSaysThatThereAreMore) {
+    drawing.addTable("JSIMA_V3_Point");
+    const auto addOf = [&](const char* file) {
+        drawing.addPoint({100.0 + static_cast<double>(drawing.entityCount()), 100.0, 0.0}, 0);
+        drawing.setRow(drawing.entityCount() - 1, 0, 1, "", "座標", file);
+    };
+    for (const char* file : {"a.sim", "b.sim", "", "a.sim", "c.sim"}) {
+        addOf(file);
+    }
+    draw();
+    EXPECT_TRUE(hasText("資料") && hasText("a.sim") && hasText("b.sim") && hasText("c.sim"));
+    EXPECT_FALSE(hasText("ほか"));
+    for (const char* file : {"d.sim", "e.sim"}) {
+        addOf(file);
+    }
+    draw();
+    EXPECT_TRUE(hasText("c.sim") && hasText("ほか"));
+    EXPECT_FALSE(hasText("d.sim") || hasText("e.sim"));
+}
+
+TEST(LotNames, StandWithinTheRing) {
+    const std::vector<MdGePoint3d> square = {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}};
+    EXPECT_EQ(labelPoint(square), (PlanPoint{5, 5}));
+    const std::vector<MdGePoint3d> line = {{0, 0, 0}, {10, 0, 0}, {20, 0, 0}};
+    EXPECT_EQ(labelPoint(line), (PlanPoint{10, 0})) << "no area";
+    EXPECT_EQ(labelPoint({}), (PlanPoint{0, 0}));
+    // A U whose centroid lies between its arms: the name goes into the wider one.
+    const std::vector<MdGePoint3d> shape = {{0, 0, 0},  {30, 0, 0}, {30, 20, 0}, {20, 20, 0},
+                                            {20, 2, 0}, {4, 2, 0},  {4, 20, 0},  {0, 20, 0}};
+    const PlanPoint inside = labelPoint(shape);
+    EXPECT_TRUE(inside.x > 20.0 && inside.x < 30.0) << inside.x;
+    EXPECT_TRUE(inside.y > 0.0 && inside.y < 20.0) << inside.y;
 }
 
 } // namespace

@@ -127,7 +127,8 @@ TEST(Report, OfNothingSaysSo) {
 TEST(ReportPages, NoFigureAndNoTotalIsLost) {
     for (const bool upright : {false, true}) {
         for (const char* paper : {"A4", "A3"}) {
-            for (const int corners : {3, 20, 45, 120}) {
+            // Within a page, just over it with the sums, and over several.
+            for (const int corners : {3, 20, 26, 27, 28, 29, 30, 31, 45, 46, 47, 48, 49, 50, 51, 120}) {
                 Drawing drawing;
                 for (int lot = 0; lot < 3; ++lot) {
                     std::vector<MdGePoint3d> ring;
@@ -162,6 +163,41 @@ TEST(ReportPages, NoFigureAndNoTotalIsLost) {
             }
         }
     }
+}
+
+// Names so long that rows and figure have no room side by side.
+TEST(ReportPages, AFigureGoesBelowRowsThatAreWide) {
+    for (const int corners : {3, 60}) {
+        Drawing drawing;
+        std::vector<MdGePoint3d> ring;
+        for (int i = 0; i < corners; ++i) {
+            const double angle = 6.283185307179586 * i / corners;
+            ring.push_back({40.0 * std::sin(angle), 40.0 * std::cos(angle), 0.0});
+            addPoint(drawing, ring.back(), std::string(100, 'W').c_str());
+        }
+        addPolyline(drawing, ring, true, "1");
+        ReportOptions report;
+        report.parts.fill(false);
+        report.parts[static_cast<std::size_t>(ReportPart::Lots)] = true;
+        PlotOptions options;
+        options.upright = true;
+        const Plot plot = reportPages(drawing, report, options);
+        ASSERT_FALSE(plot.failure);
+        const std::string& last = plot.pages.back();
+        EXPECT_NE(last.find("translate(12 "), std::string::npos) << "at the left margin";
+        const bool besideTheSums = last.find("地積") != std::string::npos;
+        EXPECT_EQ(besideTheSums, corners == 3) << "the figure has a page of its own where the rows fill theirs";
+    }
+}
+
+TEST(ReportPages, MoreThanAnybodyPrintsAreRefused) {
+    Drawing drawing;
+    addPoint(drawing, {1.0, 2.0, 0.0}, "P");
+    ReportOptions report;
+    report.parts.fill(false);
+    report.parts[static_cast<std::size_t>(ReportPart::Summary)] = true;
+    report.logs.assign(150'000, ""); // a small table for each
+    EXPECT_NE(whyNot(reportPages(drawing, report, {})).find("20000"), std::string::npos);
 }
 
 TEST(Plots, SayWhyThereIsNone) {

@@ -187,6 +187,46 @@ TEST(SimaFile, AnAlignmentThatBeginsWithAClothoidIsLeftOut) {
     EXPECT_EQ(written.notes, (Lines{"1 alignments that begin with a clothoid left out: no import takes them"}));
 }
 
+TEST(SimaFile, AGapInAnAlignmentIsFilledByAStraight) {
+    Drawing drawing;
+    const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "C", "0", "", "");
+    const double places[][2] = {{0.0, 10.0}, {10.0, 10.0}, {10.5, 20.0}}; // of no length, and half a metre on
+    for (const auto& [from, to] : places) {
+        Element straight;
+        straight.start = {from, 0.0};
+        straight.end = {to, 0.0};
+        straight.length = to - from;
+        drawing.addElement(road, straight);
+    }
+    const Written written = simaOf(drawing);
+    ASSERT_EQ(written.of("A01").size(), 4U);
+    EXPECT_EQ(written.of("B01").size(), 4U);
+    EXPECT_TRUE(written.of("C0").empty());
+}
+
+// A clothoid of one radius is an arc, and of none a straight.
+TEST(SimaFile, AClothoidThatDoesNotBendIsWrittenAsWhatItIs) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
+                       {ElementType::Clothoid, 40.0, 100.0, 100.0, false},
+                       {ElementType::Clothoid, 40.0, kStraight, kStraight, false}});
+    const Written written = simaOf(drawing);
+    EXPECT_EQ(written.of("C0"), (Lines{"C01,0,100.000,"}));
+    EXPECT_EQ(written.of("B01").size(), 4U);
+}
+
+TEST(SimaFile, ResultsOfAnAlignmentThatIsLeftOutAreWrittenAsPoints) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Clothoid, 36.0, kStraight, 100.0, false}});
+    const auto at = *drawing.geometry(0).pointAt(0.0, 0.0);
+    addPoint(drawing, {at.x, at.y, 3.0}, "No.0", "縦断成果");
+    const Written written = simaOf(drawing);
+    EXPECT_TRUE(written.of("H00").empty());
+    EXPECT_EQ(written.of("A01").size(), 1U);
+    EXPECT_EQ(written.notes, (Lines{"1 alignments that begin with a clothoid left out: no import takes them",
+                                    "1 results that lie on no alignment written as coordinate points"}));
+}
+
 // The point at a station and an offset of the first alignment, as a result of a section.
 void addResult(Drawing& drawing, double station, double offset, double height, const char* name, const char* type) {
     const auto at = *drawing.geometry(0).pointAt(station, offset);

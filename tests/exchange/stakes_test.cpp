@@ -99,6 +99,45 @@ TEST(Stakes, NoMoreThanTheLimitWhateverAsksForThem) {
     EXPECT_NE(whyNot(stakesOf(drawing, 0, options)).find("more than 1000000 stakes"), std::string::npos);
 }
 
+// Where curves meet without a straight between, the first one names the joint.
+TEST(MainPoints, OfCurvesThatMeetAreThoseOfTheFirst) {
+    constexpr ElementType kLine = ElementType::Straight;
+    constexpr ElementType kArc = ElementType::Arc;
+    constexpr ElementType kClothoid = ElementType::Clothoid;
+    const Piece straight{kLine, 100.0, kStraight, kStraight, false};
+    Drawing reversed;
+    addChain(reversed, {straight, {kArc, 40.0, 100.0, 100.0, true}, {kArc, 40.0, 100.0, 100.0, false}, straight});
+    EXPECT_EQ(namesOf(reversed, MainPointNames::Ka), (Names{"BP", "BC1", "SP1", "EC1", "SP2", "EC2", "EP"}));
+    // Out of an arc into a clothoid that begins straight: two curves, though both turn the same way.
+    Drawing broken;
+    addChain(broken, {straight, {kArc, 40.0, 100.0, 100.0, true}, {kClothoid, 36.0, kStraight, 100.0, true}, straight});
+    EXPECT_EQ(namesOf(broken, MainPointNames::Ka), (Names{"BP", "BC1", "SP1", "EC1", "KE2-1", "EP"}));
+    // The arc comes first: its beginning has no clothoid to be named by.
+    Drawing leaving;
+    addChain(leaving,
+             {straight, {kArc, 40.0, 100.0, 100.0, true}, {kClothoid, 36.0, 100.0, kStraight, true}, straight});
+    EXPECT_EQ(namesOf(leaving, MainPointNames::Ka), (Names{"BP", "BC1", "KE1-1", "KA1-1", "EP"}));
+    Drawing entering;
+    addChain(entering,
+             {straight, {kClothoid, 36.0, kStraight, 100.0, true}, {kArc, 40.0, 100.0, 100.0, true}, straight});
+    EXPECT_EQ(namesOf(entering, MainPointNames::Ka), (Names{"BP", "KA1-1", "KE1-1", "EC1", "EP"}));
+}
+
+TEST(MainPoints, OfNearlyNoTurnHaveNoIp) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 1.0, 1e12, 1e12, true},
+                       {ElementType::Straight, 100.0, kStraight, kStraight, false}});
+    std::size_t without = 0;
+    const std::vector<Ip> ips = ipsOf(drawing.alignment(0), MainPointNames::Btc, without);
+    EXPECT_EQ(ips.size(), 2U) << "BP and EP";
+    EXPECT_EQ(without, 1U);
+    Drawing none;
+    addChain(none, {});
+    EXPECT_TRUE(mainPointsOf(none.alignment(0), MainPointNames::Ka).empty());
+    EXPECT_TRUE(ipsOf(none.alignment(0), MainPointNames::Ka, without).empty());
+}
+
 TEST(MainPoints, OfAClothoidCurveHaveBothHabits) {
     Drawing drawing;
     addRoad(drawing, {0.0, 0.0}, true);

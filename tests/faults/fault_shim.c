@@ -3,7 +3,7 @@
  * FAULT_FOLDER  calls on files below this folder are counted; all others pass
  * FAULT_AT      which of them fails, counted from 1
  * FAULT_KIND    EIO, ENOSPC or EINTR: the call fails with that error. SHORT: a read or write moves one byte less than it
- *               was asked for (other calls are not counted). ENOMEM: allocations are counted instead, from main on
+ *               was asked for (other calls are not counted). ENOMEM: allocations are counted instead, while main runs
  * FAULT_REPORT  file that gets the name of the call that failed
  */
 #define _GNU_SOURCE
@@ -227,9 +227,16 @@ void* realloc(void* block, size_t size) {
     return noMemory() ? NULL : __libc_realloc(block, size);
 }
 
+/* What is left to the end of the process, such as the counters of a build for coverage, is not the program's. */
+static void endMain(void) {
+    mainRuns = 0;
+}
+
 /* The first call of the program's main. */
 typedef void (*Handler)(int);
 Handler signal(int number, Handler handler) {
-    mainRuns = 1;
+    if (mainRuns == 0 && atexit(endMain) == 0) {
+        mainRuns = 1;
+    }
     return REAL(signal)(number, handler);
 }

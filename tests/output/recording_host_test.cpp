@@ -85,6 +85,94 @@ TEST(RecordingHost, KeepsRowsOfDifferentSourcesApart) {
     EXPECT_EQ(host.rows.row(3).id, MdDbObjectId(4));
 }
 
+TEST(RecordingHost, SitesThatCannotBeHadAreRefused) {
+    RecordingHost host;
+    host.civil.sites = {"サイト"};
+    host.civil.failSites = true;
+    const auto corridor = host.makeCorridorUtility();
+    corridor->connect();
+    std::vector<std::string> sites{"old"};
+    EXPECT_EQ(corridor->listSites(sites), -1);
+    EXPECT_TRUE(sites.empty());
+    EXPECT_EQ(corridor->createSite("B"), -1);
+    EXPECT_EQ(corridor->findSite("サイト"), -1);
+    std::map<std::string, MdDbObjectId> found;
+    EXPECT_EQ(corridor->collectAlignments(found), -1);
+    sima::Array<sima::EntityData> elements{test::straight(0.0, 0.0, 10.0, 0.0)};
+    EXPECT_TRUE(corridor->createAlignment("A", "サイト", "d", 0.0, elements).isNull());
+    EXPECT_EQ(host.civil.sites, std::vector<std::string>{"サイト"});
+    EXPECT_TRUE(host.civil.alignments.empty());
+}
+
+TEST(RecordingHost, AlignmentsAreCollectedSiteBySiteUntilItFails) {
+    RecordingHost host;
+    host.civil.sites = {"B", "A"};
+    const auto corridor = host.makeCorridorUtility();
+    corridor->connect();
+    for (const char* site : {"A", "B"}) {
+        sima::Array<sima::EntityData> elements{test::straight(0.0, 0.0, 10.0, 0.0)};
+        ASSERT_FALSE(corridor->createAlignment(std::string("of ") + site, site, "d", 0.0, elements).isNull());
+    }
+    std::map<std::string, MdDbObjectId> found;
+    EXPECT_EQ(corridor->collectAlignments(found), 0);
+    EXPECT_EQ(found.size(), 2U);
+    host.civil.failAlignments = true;
+    found.clear();
+    EXPECT_EQ(corridor->collectAlignments(found), -1);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.begin()->first, "of B") << "the first site's";
+}
+
+TEST(RecordingHost, AnAddThatFailsLeavesTheAlignmentHalfMade) {
+    for (const std::int32_t failing : {0, 1, 2}) {
+        RecordingHost host;
+        host.civil.sites = {"サイト"};
+        host.civil.failingAdd = failing;
+        const auto corridor = host.makeCorridorUtility();
+        corridor->connect();
+        sima::Array<sima::EntityData> elements{test::straight(0.0, 0.0, 100.0, 0.0),
+                                               test::arc(100.0, 0.0, 150.0, 50.0, "50", "R"),
+                                               test::clothoid(150.0, 50.0, 150.0, 90.0, "50", "50", "0", "R")};
+        EXPECT_TRUE(corridor->createAlignment("A", "サイト", "d", 5.0, elements).isNull());
+        ASSERT_EQ(host.civil.alignments.size(), 1U);
+        EXPECT_FALSE(host.civil.alignments[0].complete);
+        EXPECT_EQ(host.civil.alignments[0].startStation, 0.0);
+        EXPECT_EQ(host.civil.alignments[0].chain.elements().size(), static_cast<std::size_t>(failing));
+    }
+}
+
+TEST(RecordingHost, PolylinesAreFoundByTheirIdentifiers) {
+    RecordingHost host;
+    host.rows.bindProject();
+    std::vector<MdDbObjectId> ids;
+    for (int i = 0; i < 3; ++i) {
+        std::vector<MdGePoint3d> vertices{{0.0, 0.0, 0.0}, {1.0, 1.0, 0.0}};
+        ids.push_back(host.drawing.appendPolyline(vertices));
+        host.drawing.appendPoint({}, "0"); // identifiers of points lie between
+    }
+    host.drawing.convertToLightweight(ids[0]);
+    host.drawing.setPolylineLayer(ids[1], "線");
+    EXPECT_TRUE(host.drawing.setLotPolyline(ids[0], "画地", true));
+    EXPECT_FALSE(host.drawing.setLotPolyline(ids[1], "画地", true)) << "it is no lightweight polyline";
+    for (const MdDbObjectId none : {MdDbObjectId(ids[0].asUint64() + 1), MdDbObjectId(99), MdDbObjectId()}) {
+        host.drawing.convertToLightweight(none);
+        host.drawing.setPolylineLayer(none, "none");
+        EXPECT_FALSE(host.drawing.setLotPolyline(none, "none", true));
+    }
+    EXPECT_TRUE(host.drawing.polyline(0).lightweight);
+    EXPECT_TRUE(host.drawing.polyline(0).closed);
+    EXPECT_EQ(host.drawing.polyline(0).layer, "画地");
+    EXPECT_EQ(host.drawing.polyline(1).layer, "線");
+    EXPECT_EQ(host.drawing.polyline(2).layer, "0");
+    EXPECT_FALSE(host.drawing.polyline(2).lightweight);
+    host.drawing.convertToLightweight(ids[2]);
+    host.drawing.failLotPolylines = true;
+    EXPECT_FALSE(host.drawing.setLotPolyline(ids[2], "画地", true));
+    EXPECT_EQ(host.drawing.polyline(2).layer, "0");
+    EXPECT_EQ(host.calls.count(Call::BindProject), 1U);
+    EXPECT_EQ(host::nameOf(Call::BindProject), "bindProject");
+}
+
 TEST(RecordedChains, AnswerStationsOnStraightsAndArcs) {
     RecordedChain chain;
     chain.addLine({0.0, 0.0, 0.0}, {100.0, 0.0, 0.0});
@@ -170,7 +258,13 @@ TEST(RecordedChains, RefuseWhatCannotBeLaid) {
     EXPECT_NE(chain.addSpiral(1, start, end, kInfinity, kInfinity, 50.0, 0, 1), 0);
     EXPECT_NE(chain.addSpiral(1, start, end, kInfinity, 100.0, 0.0, 0, 1), 0);
     EXPECT_NE(chain.addSpiral(77, start, end, kInfinity, 100.0, 50.0, 0, 1), 0) << "an unknown element before";
+    EXPECT_NE(chain.addSpiral(1, start, end, 0.0, 100.0, 50.0, 0, 1), 0);
+    EXPECT_NE(chain.addSpiral(1, start, end, 100.0, 0.0, 50.0, 0, 1), 0);
+    EXPECT_NE(chain.addSpiral(1, start, end, kInfinity, 1e-300, 1e300, 0, 1), 0) << "beyond what a real holds";
     EXPECT_EQ(chain.elements().size(), 2U);
+    PlanPoint point{7.0, 8.0};
+    EXPECT_FALSE(chain.pointAt(5.0, kInfinity, point));
+    EXPECT_EQ(point, (PlanPoint{7.0, 8.0}));
 }
 
 TEST(RecordedChains, RemovalKeepsTheStationsOfTheRest) {

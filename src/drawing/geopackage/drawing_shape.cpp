@@ -4,6 +4,8 @@
 #include "drawing/geopackage/schema.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <iterator>
 #include <string_view>
 
 namespace fenmark::drawing {
@@ -13,35 +15,32 @@ namespace {
 struct Expected {
     const char* table;
     bool needed; // a drawing without it cannot be read
-    std::vector<const char*> columns;
-    std::vector<const char*> attributes; // read as empty where they are missing
+    std::initializer_list<const char*> columns;
+    std::initializer_list<const char*> attributes; // read as empty where they are missing
 };
 
-const std::vector<Expected>& expectedTables() {
-    static const std::vector<Expected> kTables = {
-        {"points", true, {"fid", "geom"}, {"layer", "data_table", "No", "Name", "Type", "FileName"}},
-        {"polylines",
-         true,
-         {"fid", "geom"},
-         {"layer", "closed", "vertices", "lightweight", "data_table", "No", "Name", "Type", "FileName"}},
-        {"alignments",
-         true,
-         {"fid", "geom", "site_id"},
-         {"name", "description", "site", "layer", "start_station", "length", "first_style", "second_style"}},
-        {"alignment_elements",
-         true,
-         {"alignment_id", "place", "element_id", "type", "start_x", "start_y", "end_x", "end_y", "direction", "length",
-          "start_radius", "end_radius", "clockwise"},
-         {"centre_x", "centre_y", "pi_x", "pi_y"}},
-        {"layers", true, {"id", "name"}, {}},
-        {"sites", true, {"id", "name"}, {}},
-        {"object_data_tables", true, {"id", "name"}, {}},
-        {"lots", false, {"fid", "geom"}, {"layer", "No", "Name", "Type", "FileName"}},
-        {"fenmark_drawing", true, {"id", "format", "last_id", "current_layer", "zone"}, {}},
-        {"gpkg_contents", true, {"table_name", "data_type", "last_change", "min_x", "min_y", "max_x", "max_y"}, {}},
-    };
-    return kTables;
-}
+constexpr Expected kExpectedTables[] = {
+    {"points", true, {"fid", "geom"}, {"layer", "data_table", "No", "Name", "Type", "FileName"}},
+    {"polylines",
+     true,
+     {"fid", "geom"},
+     {"layer", "closed", "vertices", "lightweight", "data_table", "No", "Name", "Type", "FileName"}},
+    {"alignments",
+     true,
+     {"fid", "geom", "site_id"},
+     {"name", "description", "site", "layer", "start_station", "length", "first_style", "second_style"}},
+    {"alignment_elements",
+     true,
+     {"alignment_id", "place", "element_id", "type", "start_x", "start_y", "end_x", "end_y", "direction", "length",
+      "start_radius", "end_radius", "clockwise"},
+     {"centre_x", "centre_y", "pi_x", "pi_y"}},
+    {"layers", true, {"id", "name"}, {}},
+    {"sites", true, {"id", "name"}, {}},
+    {"object_data_tables", true, {"id", "name"}, {}},
+    {"lots", false, {"fid", "geom"}, {"layer", "No", "Name", "Type", "FileName"}},
+    {"fenmark_drawing", true, {"id", "format", "last_id", "current_layer", "zone"}, {}},
+    {"gpkg_contents", true, {"table_name", "data_type", "last_change", "min_x", "min_y", "max_x", "max_y"}, {}},
+};
 
 // These come with later formats, or are only written; they are used where they are there.
 constexpr const char* kFurtherTables[] = {"fenmark_imports", "layer_styles", "gpkg_spatial_ref_sys",
@@ -91,7 +90,7 @@ bool sameName(std::string_view a, std::string_view b) {
 
 bool isOurs(std::string_view table, std::string_view column) {
     const auto same = [&](const char* name) { return sameName(name, column); };
-    for (const Expected& expected : expectedTables()) {
+    for (const Expected& expected : kExpectedTables) {
         if (table == expected.table) {
             return std::any_of(expected.columns.begin(), expected.columns.end(), same) ||
                    std::any_of(expected.attributes.begin(), expected.attributes.end(), same);
@@ -109,14 +108,14 @@ bool DrawingShape::NoCase::operator()(std::string_view a, std::string_view b) co
 }
 
 DrawingShape::DrawingShape(Connection& connection) {
-    for (const Expected& expected : expectedTables()) {
+    for (const Expected& expected : kExpectedTables) {
         const std::string table = expected.table;
         if (!read(connection, expected.table)) {
             if (!expected.needed) {
                 notes_.push_back({StoreNoteCode::MissingTable, table, {}, 0, 0});
                 continue;
             }
-            std::vector<const char*> columns = expected.columns;
+            std::vector<const char*> columns(expected.columns);
             columns.insert(columns.end(), expected.attributes.begin(), expected.attributes.end());
             const std::string other = renamedTo(connection, columns);
             reshaped({"its table '" + table + "' is missing" +
@@ -214,7 +213,7 @@ std::string DrawingShape::renamedTo(Connection& connection, const std::vector<co
     Statement tables(connection, sql::kReadTableNames);
     while (tables.step()) {
         const std::string name(tables.text(0));
-        if (std::none_of(expectedTables().begin(), expectedTables().end(),
+        if (std::none_of(std::begin(kExpectedTables), std::end(kExpectedTables),
                          [&](const Expected& item) { return name == item.table; })) {
             names.push_back(name);
         }

@@ -193,20 +193,26 @@ class Crowd {
     std::size_t passed_ = 0;
 };
 
+// The name beside the middle of a symbol, the usual places first.
 std::vector<Label> around(const PaperPoint& at, const std::string& text) {
     using Anchor = Label::Anchor;
     constexpr double kNear = 0.8; // millimetres from the middle of the symbol
     constexpr double kUp = 1.3;
-    return {
-        {{at.x + kNear, at.y - 0.8}, kPointSize, 0.0, Anchor::Start, text, "point"},
-        {{at.x + kNear, at.y + 0.9}, kPointSize, 0.0, Anchor::Start, text, "point"},
-        {{at.x - kNear, at.y - 0.8}, kPointSize, 0.0, Anchor::End, text, "point"},
-        {{at.x - kNear, at.y + 0.9}, kPointSize, 0.0, Anchor::End, text, "point"},
-        {{at.x + 1.0, at.y}, kPointSize, 0.0, Anchor::Start, text, "point"},
-        {{at.x, at.y - kUp}, kPointSize, 0.0, Anchor::Middle, text, "point"},
-        {{at.x, at.y + kUp + 0.1}, kPointSize, 0.0, Anchor::Middle, text, "point"},
-        {{at.x - 1.0, at.y}, kPointSize, 0.0, Anchor::End, text, "point"},
+    struct Place {
+        double dx;
+        double dy;
+        Anchor anchor;
     };
+    constexpr Place kPlaces[] = {{kNear, -0.8, Anchor::Start},     {kNear, 0.9, Anchor::Start},
+                                 {-kNear, -0.8, Anchor::End},      {-kNear, 0.9, Anchor::End},
+                                 {1.0, 0.0, Anchor::Start},        {0.0, -kUp, Anchor::Middle},
+                                 {0.0, kUp + 0.1, Anchor::Middle}, {-1.0, 0.0, Anchor::End}};
+    std::vector<Label> labels;
+    labels.reserve(std::size(kPlaces));
+    for (const Place& place : kPlaces) {
+        labels.push_back({{at.x + place.dx, at.y + place.dy}, kPointSize, 0.0, place.anchor, text, "point"});
+    }
+    return labels;
 }
 
 std::string_view trimmed(std::string_view text) {

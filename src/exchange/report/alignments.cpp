@@ -69,14 +69,14 @@ void mainPointTable(const Drawing& drawing, std::size_t index, const ReportOptio
         const MainPoint& point = points[i];
         const bool begins = point.joint && i + 1 < points.size();
         const Element& element = alignment.elements[point.element];
-        table.add({point.name, options.stationNames(point.station), metresText(point.station),
-                   i == 0 ? "" : metresText(point.station - points[i - 1].station), metresText(point.pose.point.y),
-                   metresText(point.pose.point.x), azimuthText(azimuthOf(point.pose.direction)),
-                   azimuthText(azimuthOf(point.pose.direction - std::numbers::pi / 2.0)),
-                   begins ? elementText(element) : "",
-                   begins && element.type != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : ""});
+        table.add(point.name, options.stationNames(point.station), metresText(point.station),
+                  i == 0 ? "" : metresText(point.station - points[i - 1].station), metresText(point.pose.point.y),
+                  metresText(point.pose.point.x), azimuthText(azimuthOf(point.pose.direction)),
+                  azimuthText(azimuthOf(point.pose.direction - std::numbers::pi / 2.0)),
+                  begins ? elementText(element) : "",
+                  begins && element.type != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : "");
     }
-    table.totals = {{"路線長", metresText(alignment.length()), "m"}};
+    table.addTotal("路線長", metresText(alignment.length()), "m");
     sink(table);
 }
 
@@ -145,12 +145,12 @@ void ipTable(const Drawing& drawing, std::size_t index, const PointNames& names,
         if (name.empty() && !ip.from.empty()) {
             name = ip.from + "～" + ip.to;
         }
-        table.add({ip.name, name, metresText(ip.point.y), metresText(ip.point.x),
-                   i == 0 ? "" : metresText(distance(ips[i - 1].point, ip.point)),
-                   i == 0 ? "" : azimuthText(azimuthFromTo(ips[i - 1].point, ip.point)), ia, curveType(alignment, ip),
-                   orEmpty(ip.radius), orEmpty(ip.a1), orEmpty(ip.a2),
-                   ip.tangentBefore ? metresText(*ip.tangentBefore) : "",
-                   ip.tangentBehind ? metresText(*ip.tangentBehind) : ""});
+        table.add(ip.name, name, metresText(ip.point.y), metresText(ip.point.x),
+                  i == 0 ? "" : metresText(distance(ips[i - 1].point, ip.point)),
+                  i == 0 ? "" : azimuthText(azimuthFromTo(ips[i - 1].point, ip.point)), ia, curveType(alignment, ip),
+                  orEmpty(ip.radius), orEmpty(ip.a1), orEmpty(ip.a2),
+                  ip.tangentBefore ? metresText(*ip.tangentBefore) : "",
+                  ip.tangentBehind ? metresText(*ip.tangentBehind) : "");
     }
     table.remarks.push_back("距離・方向角は前の点からのもの。IAは進行方向に対する左右とともに示す。");
     if (without > 0) {
@@ -179,11 +179,11 @@ void intermediateTable(const Drawing& drawing, std::size_t index, const ReportOp
     for (std::size_t i = 0; i < stakes.stakes.size(); ++i) {
         const Stake& stake = stakes.stakes[i];
         const Stake* before = i == 0 ? nullptr : &stakes.stakes[i - 1];
-        table.add({stake.name, metresText(stake.station),
-                   before == nullptr ? "" : metresText(stake.station - before->station), metresText(stake.point.y),
-                   metresText(stake.point.x), azimuthText(stake.tangent), azimuthText(stake.cross),
-                   before == nullptr ? "" : azimuthText(azimuthFromTo(before->point, stake.point)),
-                   before == nullptr ? "" : metresText(distance(before->point, stake.point))});
+        table.add(stake.name, metresText(stake.station),
+                  before == nullptr ? "" : metresText(stake.station - before->station), metresText(stake.point.y),
+                  metresText(stake.point.x), azimuthText(stake.tangent), azimuthText(stake.cross),
+                  before == nullptr ? "" : azimuthText(azimuthFromTo(before->point, stake.point)),
+                  before == nullptr ? "" : metresText(distance(before->point, stake.point)));
     }
     table.remarks.push_back("弦方向角・弦長は前の点からのもの。");
     sink(table);
@@ -313,13 +313,15 @@ void widthTable(const Drawing& drawing, std::size_t index, std::vector<WidthStak
             if (stake == nullptr) {
                 continue;
             }
-            std::vector<std::string> cells(5);
+            std::vector<std::string> cells;
             if (group.empty()) {
-                cells = {at.name, metresText(at.station), metresText(pose->point.y), metresText(pose->point.x),
-                         azimuthText(azimuthOf(pose->direction))};
+                appendCells(cells, at.name, metresText(at.station), metresText(pose->point.y),
+                            metresText(pose->point.x), azimuthText(azimuthOf(pose->direction)));
+            } else {
+                cells.resize(5);
             }
-            cells.insert(cells.end(), {left ? "左" : "右", metresText(std::abs(stake->width)), stake->name,
-                                       metresText(stake->point.y), metresText(stake->point.x)});
+            appendCells(cells, left ? "左" : "右", metresText(std::abs(stake->width)), stake->name,
+                        metresText(stake->point.y), metresText(stake->point.x));
             group.push_back(std::move(cells));
         }
         table.groups.push_back(std::move(group));

@@ -86,15 +86,16 @@ Table lotTable(const EntityView& lot, const std::vector<Corner>& corners, const 
         const Corner& corner = corners[i];
         const Corner& next = corners[(i + 1) % corners.size()];
         const Decimal width = next.y - before.y;
-        table.add({corner.name, metresText(corner.place.y), metresText(corner.place.x), width.text(3),
-                   product(corner.x, width).text(), sideText(next.x - corner.x, next.y - corner.y, options.sides)});
+        table.add(corner.name, metresText(corner.place.y), metresText(corner.place.x), width.text(3),
+                  product(corner.x, width).text(), sideText(next.x - corner.x, next.y - corner.y, options.sides));
         figure.ring.push_back(corner.place);
         figure.names.push_back(corner.name);
     }
     const DecimalArea twice = twiceArea(corners);
     const std::string area = halfText(twice.absolute());
-    table.totals = {
-        {"倍面積", twice.text(), "m²"}, {"面積", area, "m²"}, {"地積", registeredText(area, options.land), "m²"}};
+    table.addTotal("倍面積", twice.text(), "m²");
+    table.addTotal("面積", area, "m²");
+    table.addTotal("地積", registeredText(area, options.land), "m²");
     table.figure = figureSvg(figure);
     return table;
 }
@@ -129,13 +130,13 @@ std::size_t lotTables(const Drawing& drawing, const PointNames& pointNames, cons
         }
         const DecimalArea twice = twiceArea(corners).absolute();
         total.units += twice.units;
-        list.add({nameOf(entity), std::to_string(corners.size()), halfText(twice),
-                  registeredText(halfText(twice), options.land), std::string(entity.row->fileName)});
+        list.add(nameOf(entity), std::to_string(corners.size()), halfText(twice),
+                 registeredText(halfText(twice), options.land), entity.row->fileName);
     }
     if (list.groups.empty()) {
         return without;
     }
-    list.totals = {{"面積の合計", halfText(total), "m²"}};
+    list.addTotal("面積の合計", halfText(total), "m²");
     sink(list);
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         if (drawing.isPoint(i)) {

@@ -261,7 +261,8 @@ class TablePages {
         y_ += kNoteLine;
         for (const report::Total& total : table.totals) {
             pages_.back().text({kPageMargin + 4.0, y_}, kCellTextSize, "start",
-                               total.name + "　" + total.value + (total.unit.empty() ? "" : " " + total.unit));
+                               std::string(total.name) + "　" + total.value + (total.unit.empty() ? "" : " ") +
+                                   std::string(total.unit));
             y_ += kNoteLine;
         }
         for (const std::string& remark : table.remarks) {
@@ -327,8 +328,8 @@ Plot stakePages(const Drawing& drawing, const Stakes& stakes, const PlotOptions&
     table.subject = std::string(trimmedName(stakes.alignment));
     table.columns = {{"点名", Align::Left}, {"測点", Align::Left}, {"追加距離"}, {"幅"}, {"X"}, {"Y"}, {"接線方向角"}};
     for (const Stake& stake : stakes.stakes) {
-        table.add({stake.name, stake.stationName, metresText(stake.station), metresText(stake.offset),
-                   metresText(stake.point.y), metresText(stake.point.x), degreesText(azimuthDegrees(stake.tangent))});
+        table.add(stake.name, stake.stationName, metresText(stake.station), metresText(stake.offset),
+                  metresText(stake.point.y), metresText(stake.point.x), degreesText(azimuthDegrees(stake.tangent)));
     }
     TablePages pages(drawing, paper);
     if (!stakes.stakes.empty()) {

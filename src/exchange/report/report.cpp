@@ -161,7 +161,7 @@ void writeCsvTable(std::ostream& out, const Table& table, bool first) {
         out << "\r\n";
     };
     if (!table.groups.empty()) {
-        line(table.columns, [](const report::Column& column) { return std::string_view(column.title); });
+        line(table.columns, [](const report::Column& column) { return column.title; });
     }
     for (const report::RowGroup& group : table.groups) {
         for (const auto& row : group) {

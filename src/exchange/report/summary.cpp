@@ -29,7 +29,7 @@ class Counts {
     }
     void fill(Table& table) const {
         for (const auto& key : order_) {
-            table.add({key.first, key.second, std::to_string(counts_.at(key))});
+            table.add(key.first, key.second, std::to_string(counts_.at(key)));
         }
     }
 
@@ -60,10 +60,10 @@ void summaryTables(const Drawing& drawing, const ReportOptions& options, const T
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         length += drawing.alignment(i).length();
     }
-    objects.totals = {{"点", std::to_string(points), ""},
-                      {"ポリライン", std::to_string(drawing.entityCount() - points), ""},
-                      {"平面線形", std::to_string(drawing.alignmentCount()), ""},
-                      {"平面線形の総延長", metresText(length), "m"}};
+    objects.addTotal("点", std::to_string(points));
+    objects.addTotal("ポリライン", std::to_string(drawing.entityCount() - points));
+    objects.addTotal("平面線形", std::to_string(drawing.alignmentCount()));
+    objects.addTotal("平面線形の総延長", metresText(length), "m");
     sink(objects);
 
     if (drawing.alignmentCount() > 0) {
@@ -73,9 +73,9 @@ void summaryTables(const Drawing& drawing, const ReportOptions& options, const T
             {"平面線形", Align::Left}, {"説明", Align::Left}, {"始点"}, {"終点"}, {"延長"}, {"要素数"}};
         for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
             const drawing::Alignment& alignment = drawing.alignment(i);
-            alignments.add({std::string(trimmedName(alignment.name)), std::string(trimmedName(alignment.description)),
-                            metresText(alignment.startStation), metresText(alignment.startStation + alignment.length()),
-                            metresText(alignment.length()), std::to_string(alignment.elements.size())});
+            alignments.add(trimmedName(alignment.name), trimmedName(alignment.description),
+                           metresText(alignment.startStation), metresText(alignment.startStation + alignment.length()),
+                           metresText(alignment.length()), std::to_string(alignment.elements.size()));
         }
         sink(alignments);
     }
@@ -88,7 +88,7 @@ void summaryTables(const Drawing& drawing, const ReportOptions& options, const T
         std::size_t count = 0;
         for (const LogError& error : options.errors) {
             if (error.file == log && ++count <= kMostErrors) {
-                errors.add({error.text, error.record});
+                errors.add(error.text, error.record);
             }
         }
         errors.remarks.push_back(count == 0 ? "エラー無し" : "エラー " + std::to_string(count) + "件");
@@ -117,11 +117,10 @@ void pointTable(const Drawing& drawing, const TableSink& sink) {
         const std::optional<double> known = knownHeight(point);
         const std::string height = known ? metresText(*known) : std::string();
         if (point.row) {
-            table.add({std::to_string(point.row->no), std::string(trimmedName(point.row->name)), metresText(at.y),
-                       metresText(at.x), height, std::string(point.row->type),
-                       std::string(trimmedName(point.row->fileName))});
+            table.add(std::to_string(point.row->no), trimmedName(point.row->name), metresText(at.y), metresText(at.x),
+                      height, point.row->type, trimmedName(point.row->fileName));
         } else {
-            table.add({"", "", metresText(at.y), metresText(at.x), height, "", ""});
+            table.add("", "", metresText(at.y), metresText(at.x), height, "", "");
         }
     }
     if (!table.groups.empty()) {

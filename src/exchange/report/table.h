@@ -2,6 +2,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange::report {
@@ -9,7 +11,7 @@ namespace fenmark::exchange::report {
 enum class Align { Left, Right };
 
 struct Column {
-    std::string title;
+    std::string_view title; // of a text that stays
     Align align = Align::Right;
 };
 
@@ -17,10 +19,16 @@ struct Column {
 using RowGroup = std::vector<std::vector<std::string>>;
 
 struct Total {
-    std::string name;
+    std::string_view name; // this and the unit of texts that stay
     std::string value;
-    std::string unit; // may be empty
+    std::string_view unit; // may be empty
 };
+
+// The cells of a row, or more of them.
+template <typename... Texts>
+void appendCells(std::vector<std::string>& cells, Texts&&... texts) {
+    (cells.emplace_back(std::forward<Texts>(texts)), ...);
+}
 
 struct Table {
     std::string kind;    // "座標求積表"
@@ -31,7 +39,14 @@ struct Table {
     std::string figure;        // SVG, ready for HTML; empty for none
     std::vector<std::string> remarks;
 
-    void add(std::vector<std::string> row) { groups.push_back({std::move(row)}); }
+    // A row that stands by itself.
+    template <typename... Texts>
+    void add(Texts&&... texts) {
+        appendCells(groups.emplace_back().emplace_back(), std::forward<Texts>(texts)...);
+    }
+    void addTotal(std::string_view name, std::string value, std::string_view unit = {}) {
+        totals.push_back({name, std::move(value), unit});
+    }
 };
 
 } // namespace fenmark::exchange::report

@@ -334,7 +334,7 @@ Status mddbOpenObject(MdDbLayerTableRecord*& object, MdDbObjectId id, OpenMode, 
         return kNotFound;
     }
     object = fenmark::host::embedded::makeOnHeap<fenmark::host::embedded::LayerRecord>(drawing->layers()[*index].name);
-    return object == nullptr ? kNotFound : kOk;
+    return kOk;
 }
 
 Status mddbOpenObject(MdDbPolyline*& object, MdDbObjectId id, OpenMode, bool) {
@@ -345,10 +345,11 @@ Status mddbOpenObject(MdDbPolyline*& object, MdDbObjectId id, OpenMode, bool) {
         return kNotFound;
     }
     const EntityView view = drawing->entity(*index);
-    if (view.kind == EntityKind::Polyline) {
-        object = fenmark::host::embedded::openLightweight(view);
+    if (view.kind != EntityKind::Polyline) {
+        return kNotFound;
     }
-    return object == nullptr ? kNotFound : kOk;
+    object = fenmark::host::embedded::openLightweight(view);
+    return kOk;
 }
 
 Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
@@ -371,9 +372,6 @@ Status mddbOpenObject(MdDbEntity*& object, MdDbObjectId id, OpenMode, bool) {
     case EntityKind::Polyline:
         object = fenmark::host::embedded::openLightweight(view);
         break;
-    }
-    if (object == nullptr) {
-        return kNotFound;
     }
     fill(*object, view);
     return kOk;

@@ -103,7 +103,9 @@ void CTreeListCtrl::setUp() {
         return;
     }
     if (objectName().isEmpty()) {
-        setObjectName(QString::fromLatin1(kWindowClass));
+        // Taken by value: a reference would make a shared symbol of the constant where nothing is optimised, and the loader
+        // keeps a module that has one.
+        setObjectName(QString::fromLatin1(kWindowClass, -1));
     }
     // Running out of memory here raises std::bad_alloc, and the control stays as it was.
     header_ = new CTreeListHeaderCtrl(*this);

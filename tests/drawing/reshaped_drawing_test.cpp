@@ -1,0 +1,160 @@
+// What other programs may do to the tables of a drawing: what only lies beside ours is kept and written past, what would
+// have to be run keeps every save out, and what is ours and is missing is told by name.
+#include "drawing/index_check.h"
+#include "support/drawing_support.h"
+
+#include <filesystem>
+
+namespace fenmark::drawing {
+namespace {
+
+struct Change {
+    const char* sql;
+    const char* refusal; // part of what the save says; empty where it succeeds
+};
+
+class ReshapedDrawing : public SavedDrawing {
+  protected:
+    // A copy of the drawing after the change.
+    std::string changed(const std::string& sql) {
+        std::string copy = folder_.at("copy" + std::to_string(++copies_) + ".gpkg");
+        std::filesystem::copy_file(path_, copy);
+        const std::vector<std::string> said = OtherProgram(copy).ask("PRAGMA foreign_keys = OFF; " + sql);
+        EXPECT_TRUE(said.empty()) << sql << ": " << said.front();
+        return copy;
+    }
+
+  private:
+    int copies_ = 0;
+};
+
+TEST_F(ReshapedDrawing, WhatWouldBeComputedForARowKeepsEverySaveOut) {
+    const Change changes[] = {
+        {"ALTER TABLE points ADD COLUMN memo TEXT CHECK (length(memo) < 9)", "a CHECK of the table 'points'"},
+        {"ALTER TABLE sites ADD COLUMN memo TEXT check/* why */(memo <> '')", "a CHECK of the table 'sites'"},
+        {"ALTER TABLE sites ADD COLUMN memo TEXT CHECK-- why\n(memo <> '')", "a CHECK of the table 'sites'"},
+        {"ALTER TABLE fenmark_imports ADD COLUMN memo TEXT DEFAULT (hex(7))",
+         "the default of the column 'fenmark_imports.memo'"},
+        {"ALTER TABLE fenmark_imports ADD COLUMN memo TEXT DEFAULT (strftime(hex(7), 'now'))",
+         "the default of the column 'fenmark_imports.memo'"},
+        {"ALTER TABLE points ADD COLUMN memo TEXT NOT NULL GENERATED ALWAYS AS (hex(fid)) VIRTUAL",
+         "the generated column 'points.memo'"},
+        {"DROP TABLE fenmark_imports; CREATE TABLE fenmark_imports (fid INTEGER PRIMARY KEY, memo TEXT GENERATED "
+         "ALWAYS AS (hex(fid)) STORED)",
+         "the generated column 'fenmark_imports.memo'"},
+        {"ALTER TABLE points ADD COLUMN memo TEXT GENERATED ALWAYS AS (hex(fid)) VIRTUAL;"
+         "CREATE INDEX further ON points (\"Name\", memo)",
+         "the index 'further' of the table 'points'"},
+        {"CREATE INDEX further ON points (\"Name\") WHERE fid > 1", "the index 'further' of the table 'points'"},
+        {"ALTER TABLE sites ADD COLUMN \"check\" TEXT", ""},
+        {"ALTER TABLE sites ADD COLUMN checked TEXT", ""},
+        {"ALTER TABLE sites ADD COLUMN memo TEXT DEFAULT '(none)'", ""},
+        {"ALTER TABLE fenmark_imports ADD COLUMN memo TEXT DEFAULT (strftime('%Y', 'now'))", ""},
+        {"CREATE INDEX further ON points (\"Name\")", ""},
+    };
+    for (const auto& [sql, refusal] : changes) {
+        const std::string path = changed(sql);
+        Drawing drawing;
+        DrawingStore store;
+        const Outcome opened = store.open(path, drawing);
+        ASSERT_TRUE(opened) << sql << ": " << opened.message.english;
+        EXPECT_EQ(describe(drawing), describe(drawing_)) << sql;
+        const std::string before = test::readFile(path);
+        addSmallImport(drawing, 1);
+        const Outcome saved = store.save(path, drawing);
+        if (*refusal == '\0') {
+            EXPECT_TRUE(saved) << sql << ": " << saved.message.english;
+            continue;
+        }
+        EXPECT_EQ(saved.failure, Failure::Reshaped) << sql;
+        EXPECT_NE(saved.message.english.find(refusal), std::string::npos) << sql << ": " << saved.message.english;
+        EXPECT_NE(saved.message.japanese.find("計算させることになります"), std::string::npos) << saved.message.japanese;
+        EXPECT_EQ(test::readFile(path), before) << sql;
+        // Under another name it is a drawing as any other.
+        ASSERT_TRUE(store.save(folder_.at("other.gpkg"), drawing)) << sql;
+        Drawing other;
+        ASSERT_TRUE(DrawingStore().open(folder_.at("other.gpkg"), other));
+        EXPECT_EQ(describe(other), describe(drawing)) << sql;
+    }
+}
+
+TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
+    const Change changes[] = {
+        {"ALTER TABLE sites RENAME COLUMN name TO n", "its table 'sites' has no column 'name'; was it renamed?"},
+        {"ALTER TABLE sites RENAME TO a", "its table 'sites' is missing; it seems to be named 'a' now"},
+        {"ALTER TABLE sites RENAME TO a; CREATE TABLE b AS SELECT * FROM a", "its table 'sites' is missing)"},
+        {"DROP TABLE object_data_tables; CREATE VIRTUAL TABLE object_data_tables USING rtree(id, a, b)",
+         "its table 'object_data_tables' was replaced by a view or a table of another kind"},
+    };
+    for (const auto& [sql, refusal] : changes) {
+        const std::string path = changed(sql);
+        const std::string before = test::readFile(path);
+        Drawing drawing;
+        addSmallImport(drawing, 5);
+        const std::string own = describe(drawing);
+        const Outcome opened = DrawingStore().open(path, drawing);
+        EXPECT_EQ(opened.failure, Failure::Reshaped) << sql;
+        EXPECT_NE(opened.message.english.find(refusal), std::string::npos) << opened.message.english;
+        EXPECT_EQ(describe(drawing), own) << "a drawing that is not read leaves the one before";
+        EXPECT_EQ(test::readFile(path), before);
+    }
+}
+
+TEST_F(ReshapedDrawing, WithoutItsAreasItSaysSoAndIsSaved) {
+    const std::string path = changed("DROP TABLE lots");
+    Drawing drawing;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path, drawing));
+    ASSERT_FALSE(store.notes().empty());
+    EXPECT_EQ(store.notes().front().code, StoreNoteCode::MissingTable);
+    EXPECT_EQ(noteText(store.notes().front()), "the table 'lots' is missing: it is not written");
+    addSmallImport(drawing, 1);
+    ASSERT_TRUE(store.save(path, drawing));
+    EXPECT_EQ(OtherProgram(path).one("SELECT count(*) FROM sqlite_master WHERE name = 'lots'"), "0");
+}
+
+// Values that a drawing never has are put right where that loses nothing, and are refused where it would.
+TEST_F(ReshapedDrawing, ValuesThatADrawingNeverHasAreRefusedOrPutRight) {
+    const Change refused[] = {
+        {"PRAGMA application_id = 7", "is a database, but not a drawing"},
+        {"DROP TRIGGER rtree_points_geom_insert; INSERT INTO points (fid, geom, layer) SELECT -3, geom, '0'"
+         " FROM points LIMIT 1",
+         "point"},
+    };
+    for (const auto& [sql, refusal] : refused) {
+        Drawing drawing;
+        const Outcome opened = DrawingStore().open(changed(sql), drawing);
+        EXPECT_FALSE(opened) << sql;
+        EXPECT_NE(opened.message.english.find(refusal), std::string::npos) << opened.message.english;
+    }
+    struct Right {
+        const char* sql;
+        int zone;
+        std::uint64_t lastId; // at least
+    };
+    const std::uint64_t last = drawing_.lastId();
+    const Right right[] = {{"UPDATE fenmark_drawing SET zone = 99", 19, last},
+                           {"UPDATE fenmark_drawing SET zone = -1", 0, last},
+                           {"UPDATE fenmark_drawing SET zone = 9", 9, last}};
+    for (const auto& [sql, zone, lastId] : right) {
+        Drawing drawing;
+        const Outcome opened = DrawingStore().open(changed(sql), drawing);
+        ASSERT_TRUE(opened) << opened.message.english;
+        EXPECT_EQ(drawing.zone(), zone) << sql;
+        EXPECT_GE(drawing.lastId(), lastId) << sql;
+        EXPECT_EQ(drawing.entityCount(), drawing_.entityCount());
+    }
+}
+
+TEST_F(ReshapedDrawing, AnObjectWithoutALayerGoesToTheCurrentOne) {
+    const std::string path = changed("DROP TRIGGER rtree_points_geom_update3; DROP TRIGGER rtree_points_geom_update4;"
+                                     "UPDATE points SET layer = '' WHERE fid = (SELECT min(fid) FROM points)");
+    Drawing drawing;
+    const Outcome opened = DrawingStore().open(path, drawing);
+    ASSERT_TRUE(opened) << opened.message.english;
+    EXPECT_EQ(drawing.layers().size(), drawing_.layers().size()) << "no layer without a name";
+    EXPECT_EQ(drawing.entity(0).layer, drawing.layers()[drawing.currentLayer()].name);
+}
+
+} // namespace
+} // namespace fenmark::drawing

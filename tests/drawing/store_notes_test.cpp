@@ -1,0 +1,93 @@
+// The words of the notes on an opened drawing or package, and of what can fail, in both languages.
+#include "drawing/geopackage/drawing_store.h"
+#include "drawing/geopackage/store_notes.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace fenmark::drawing {
+namespace {
+
+struct Wording {
+    StoreNote note;
+    std::string_view name;
+    std::string english;
+    std::string japanese;
+};
+
+TEST(StoreNotes, SayWhatWasFoundInBothLanguages) {
+    const Wording table[] = {
+        {{StoreNoteCode::OtherGeometry, "points", "LINESTRING", 1, 7},
+         "other-geometry",
+         "1 feature of the layer 'points' (first fid 7) left out: a LINESTRING is no object of a drawing",
+         "レイヤ「points」のLINESTRING 1個(最初のfid 7)は図面の図形ではないため、読み込んでいません"},
+        {{StoreNoteCode::NoPlace, "points", {}, 2, 7},
+         "feature-without-place",
+         "2 features of the layer 'points' (first fid 7) left out: without a place",
+         "レイヤ「points」の位置のない地物2個(最初のfid 7)は読み込んでいません"},
+        {{StoreNoteCode::AlignmentElementless, "alignments", {}, 1, 7},
+         "alignment-without-elements",
+         "1 line of the layer 'alignments' (first fid 7) left out: without alignment elements",
+         "レイヤ「alignments」の線形要素のない線1本(最初のfid 7)は読み込んでいません"},
+        {{StoreNoteCode::TakenIdentifier, "points", {}, 3, 7},
+         "taken-identifier",
+         "3 features of the layer 'points' (first fid 7) had the identifier of another object; "
+         "the next save gives a new one",
+         "レイヤ「points」の地物3個(最初のfid 7)の識別子は他の図形と同じです。次の保存で新しい識別子が付きます"},
+        {{StoreNoteCode::MissingColumn, "points", "Name"},
+         "missing-column",
+         "the table 'points' has no column 'Name': it is taken as empty, and the drawing cannot be saved "
+         "until the column is there again",
+         "表「points」に列「Name」がないため、空として読みました。その列が戻るまで図面を保存できません"},
+        {{StoreNoteCode::OtherDatum, {}, "JGD2000", 9},
+         "other-datum",
+         "coordinates of zone 9 of JGD2000, taken as they stand",
+         "JGD2000の9系の座標を、そのまま使いました"},
+        {{StoreNoteCode::NoPlainTable, "v", {}},
+         "no-plain-table",
+         "'v' is no table of its own: left out",
+         "「v」は実体のある表ではないため、読み込んでいません"},
+        {{StoreNoteCode::FeatureWithHoles, "p", {}, 2, 7},
+         "polygon-with-holes",
+         "2 features left out: polygons with holes in 'p' (first fid 7)",
+         "「p」の穴のある面2個(最初のfid 7)は読み込んでいません"},
+        {{StoreNoteCode::NamesFrom, "p", "地番", 0, 0, "番号"},
+         "names-from",
+         "'p': names from '地番', numbers from '番号'",
+         "「p」: 名称は列「地番」、番号は列「番号」から取りました"},
+        {{StoreNoteCode::NamesFrom, "p", {}},
+         "names-from",
+         "'p': names from the numbers, numbers from the features",
+         "「p」: 名称は番号、番号は地物の番号から取りました"},
+    };
+    for (const Wording& wanted : table) {
+        EXPECT_EQ(noteName(wanted.note.code), wanted.name);
+        EXPECT_EQ(noteText(wanted.note), wanted.english);
+        EXPECT_EQ(noteText(wanted.note, Language::Japanese), wanted.japanese);
+    }
+}
+
+TEST(StoreMessages, TellTheDetailWhereItHelps) {
+    const Worded detail{"the reason", "理由"};
+    const struct {
+        Failure failure;
+        std::string english;
+        std::string japanese;
+    } table[] = {
+        {Failure::None, "", ""},
+        {Failure::Locked, "a.gpkg: is held by another program", "a.gpkg: 他のプログラムが使用しています"},
+        {Failure::NotReadable, "a.gpkg: cannot be read (the reason)", "a.gpkg: 読めません (理由)"},
+        {Failure::DiskFull, "a.gpkg: the disk is full; the drawing on disk is as it was",
+         "a.gpkg: ディスクの空きがありません。図面ファイルは元のままです"},
+    };
+    for (const auto& wanted : table) {
+        const Worded said = storeMessage(wanted.failure, "a.gpkg", detail);
+        EXPECT_EQ(said.english, wanted.english);
+        EXPECT_EQ(said.japanese, wanted.japanese);
+    }
+    EXPECT_EQ(storeMessage(Failure::NotReadable, "a.gpkg").english, "a.gpkg: cannot be read");
+}
+
+} // namespace
+} // namespace fenmark::drawing

@@ -100,6 +100,17 @@ TEST_F(Documents, ReportListsTheErrorsOfALog) {
     EXPECT_NE(missing.err.find("none.log"), std::string::npos);
 }
 
+TEST_F(Documents, ReportReadsOrdinaryLogsAlone) {
+    const std::string huge = file("", "huge.log");
+    std::filesystem::resize_file(huge, (std::uintmax_t{1} << 30) + 1); // with a hole in it
+    for (const std::string& log : {folder.path(), std::string("/dev/zero"), huge}) {
+        const Ran ran = fenmark({"report", drawing, folder.at("o.html"), "--log", log});
+        EXPECT_EQ(ran.code, kNotDone) << log;
+        EXPECT_TRUE(contains(ran.err, log + ": ")) << ran.err;
+        EXPECT_FALSE(test::fileExists(folder.at("o.html"))) << log;
+    }
+}
+
 TEST_F(Documents, PlotsBecomePagesOfAPdf) {
     const std::string target = folder.at("p.pdf");
     const Ran ran = fenmark({"plot", drawing, target, "--along", "中心線", "--scale", "1000", "--paper", "A4"});

@@ -30,6 +30,60 @@ TEST_F(ImportSafety, LogIsNotWrittenThroughALink) {
     EXPECT_FALSE(std::filesystem::is_symlink(folder.at("a_Input.log"))) << "the log takes the link's place";
 }
 
+TEST_F(ImportSafety, LogNeverTakesThePlaceOfADrawing) {
+    const std::string path = file(kPoints);
+    const std::string log = folder.at("a_Input.log");
+    const Ran asLog = fenmark({"import", path, "--drawing", log});
+    EXPECT_EQ(asLog.code, kNotDone);
+    EXPECT_EQ(asLog.err, "fenmark: error: " + path + ": its log " + log + " would take the place of a drawing\n");
+    EXPECT_FALSE(test::fileExists(log));
+    EXPECT_EQ(fenmark({"import", path, "--drawing", folder.at("./a_Input.log")}).code, kNotDone);
+
+    // A drawing that bears the log's name, whatever this import goes into.
+    ASSERT_EQ(fenmark({"import", file(kPoints, "b.sim"), "--drawing", folder.at("other.gpkg")}).code, kDone);
+    std::filesystem::rename(folder.at("other.gpkg"), log);
+    const std::string before = test::readFile(log);
+    EXPECT_EQ(fenmark({"import", path}).code, kNotDone);
+    EXPECT_EQ(test::readFile(log), before);
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+
+    // Through a link.
+    std::filesystem::create_symlink(log, folder.at("c.gpkg"));
+    EXPECT_EQ(fenmark({"import", path, "--drawing", folder.at("c.gpkg")}).code, kNotDone);
+    EXPECT_EQ(test::readFile(log), before);
+    EXPECT_EQ(inJapanese({"import", path}).err,
+              "fenmark: error: " + path + ": ログ " + log + " が図面と同じファイルになります\n");
+}
+
+// What is made of a drawing may be told to go where the drawing is, or where a link leads to it.
+TEST_F(ImportSafety, NothingIsWrittenOverADrawing) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    const std::string before = test::readFile(drawing);
+    const std::vector<std::vector<std::string>> lines = {
+        {"stakes", drawing, "CL", "--format", "sim", "--out", drawing},
+        {"plot", drawing, folder.at("l.svg")},
+        {"plot", drawing, folder.at("l.pdf")},
+        {"report", drawing, folder.at("l.html")},
+        {"report", drawing, folder.at("l.csv")},
+        {"export", drawing, folder.at("l.dxf")},
+        {"export", drawing, folder.at("l.sim")},
+        {"export", drawing, folder.at("l.xml")},
+    };
+    for (const std::vector<std::string>& line : lines) {
+        if (line[2] != "CL") {
+            std::filesystem::create_symlink(drawing, line[2]);
+        }
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kNotDone) << line[0] << ' ' << line[2];
+        EXPECT_TRUE(contains(ran.err, ": is a drawing, which no other file may replace")) << ran.err;
+        EXPECT_EQ(test::readFile(drawing), before) << line[0] << ' ' << line[2];
+    }
+    // Another file of that name is replaced as ever.
+    file("SQLite format 3", "o.svg");
+    EXPECT_EQ(fenmark({"plot", drawing, folder.at("o.svg")}).code, kDone) << "no database";
+}
+
 TEST_F(ImportSafety, LogTellsNothingThatTheDrawingDoesNotHold) {
     const std::string path = file(kPoints);
     ASSERT_EQ(fenmark({"import", path}).code, kDone);

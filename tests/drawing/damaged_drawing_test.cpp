@@ -9,9 +9,15 @@
 namespace fenmark::drawing {
 namespace {
 
-// Foreign keys off: what is tried here, they would keep out.
+// Foreign keys off: what is tried here, they would keep out. The functions that the triggers of the indexes ask for answer
+// with 0, whatever the geometry.
 void changeFile(const std::string& path, const std::string& sql) {
-    const std::vector<std::string> rows = OtherProgram(path).ask("PRAGMA foreign_keys = OFF; " + sql);
+    const OtherProgram other(path);
+    for (const char* function : {"ST_IsEmpty", "ST_MinX", "ST_MaxX", "ST_MinY", "ST_MaxY"}) {
+        const auto zero = [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_int(context, 0); };
+        sqlite3_create_function(other.get(), function, 1, SQLITE_UTF8, nullptr, zero, nullptr, nullptr);
+    }
+    const std::vector<std::string> rows = other.ask("PRAGMA foreign_keys = OFF; " + sql);
     EXPECT_TRUE(rows.empty()) << rows.front();
 }
 
@@ -61,6 +67,55 @@ TEST_F(DamagedDrawing, WithAnElementThatIsNone) {
 }
 
 // NULL is how a length without end is kept.
+// What follows can be read, and what is imported into it later.
+TEST_F(DamagedDrawing, AFeatureWhoseGeometryIsBrokenIsLeftOutAndToldOf) {
+    const std::size_t before = drawing_.entityCount();
+    change("UPDATE points SET geom = x'00112233' WHERE fid = (SELECT min(fid) FROM points)");
+    for (const bool added : {false, true}) {
+        Drawing drawing;
+        DrawingStore store;
+        ASSERT_TRUE(store.open(path_, drawing));
+        EXPECT_EQ(drawing.entityCount(), before - (added ? 0U : 1U));
+        ASSERT_EQ(store.notes().size(), 1U);
+        EXPECT_EQ(store.notes()[0].code, StoreNoteCode::FeatureDamaged);
+        EXPECT_EQ(store.notes()[0].table, "points");
+        EXPECT_EQ(store.notes()[0].count, 1U);
+        if (!added) {
+            drawing.addPoint({1, 2, 3}, 0);
+            ASSERT_TRUE(store.save(path_, drawing));
+        }
+    }
+    EXPECT_EQ(OtherProgram(path_).ask("SELECT count(*) FROM points WHERE geom = x'00112233'"),
+              std::vector<std::string>{"1"})
+        << "the row stays as it is";
+}
+
+// SQLite's identifiers end at 2^63, and ours are counted on from the highest one.
+TEST_F(DamagedDrawing, OneWithoutIdentifiersThatAreLeftCanBeReadAndNotAddedTo) {
+    for (const char* sql : {"UPDATE points SET fid = 9223372036854775807 WHERE fid = (SELECT max(fid) FROM points)",
+                            "UPDATE points SET fid = 4611686018427387904 WHERE fid = (SELECT max(fid) FROM points)",
+                            "UPDATE fenmark_drawing SET last_id = 9223372036854775807"}) {
+        change(sql);
+        const std::string before = test::readFile(path_);
+        for (const Load load : {Load::Everything, Load::WithoutEntities}) {
+            Drawing drawing;
+            DrawingStore store;
+            ASSERT_TRUE(store.open(path_, drawing, load)) << sql;
+            drawing.addPoint({1, 2, 3}, 0);
+            const Outcome saved = store.save(path_, drawing);
+            EXPECT_EQ(saved.failure, Failure::Damaged) << sql;
+            EXPECT_NE(saved.message.english.find("so large an identifier"), std::string::npos) << saved.message.english;
+            EXPECT_FALSE(saved.message.japanese.empty());
+            if (load == Load::Everything) {
+                EXPECT_FALSE(store.save(folder_.at("copy.gpkg"), drawing)) << sql;
+                EXPECT_FALSE(store.writeCopy(folder_.at("copy.gpkg"), drawing)) << sql;
+            }
+        }
+        EXPECT_EQ(test::readFile(path_), before) << sql;
+        EXPECT_EQ(folder_.names().size(), 1U) << sql;
+    }
+}
+
 TEST_F(DamagedDrawing, AnElementWithoutALengthHasNoEnd) {
     change("UPDATE alignment_elements SET length = NULL WHERE rowid = 1");
     Drawing drawing;

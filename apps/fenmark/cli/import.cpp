@@ -7,6 +7,7 @@
 #include "cli/suggestion.h"
 #include "command/import_command.h"
 #include "drawing/file_digest.h"
+#include "drawing/geopackage/package_file.h"
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
@@ -79,6 +80,20 @@ class PendingLog {
     }
 
     const std::string& target() const { return target_; }
+    // Whether the log would take the place of the drawing that is to be written, or of any other one that is there.
+    bool replacesDrawing(const std::string& drawing) const {
+        // A link at the log's name is replaced itself, whatever it leads to.
+        std::error_code error;
+        const std::filesystem::path name = platform::pathOf(target_);
+        if (std::filesystem::is_symlink(std::filesystem::symlink_status(name, error))) {
+            return false;
+        }
+        const auto whole = [](const std::string& path) {
+            std::error_code unknown;
+            return std::filesystem::weakly_canonical(platform::pathOf(platform::behindLinks(path)), unknown);
+        };
+        return drawing::isPackageFile(target_) || whole(target_) == whole(drawing);
+    }
     // Where the command writes it.
     const std::string& path() const { return temporary_.path(); }
 
@@ -457,6 +472,9 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     const Language language = streams.language;
     const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath, language);
     PendingLog log(file, language);
+    if (log.replacesDrawing(drawingPath)) {
+        throw Stop(kNotDone, said(language, Text::LogOverDrawing, {{"path", file}, {"log", log.target()}}));
+    }
     Outcome logged = log.make();
     if (!logged && !arguments.keepPartial) {
         throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", logged.in(language)}}));

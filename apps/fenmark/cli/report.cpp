@@ -5,10 +5,12 @@
 #include "cli/drawings.h"
 #include "cli/messages.h"
 #include "exchange/output_file.h"
+#include "platform/files.h"
 #include "sima/text/cp932.h"
 #include "sima/text/path.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <ostream>
@@ -18,18 +20,31 @@ namespace fenmark::cli {
 
 namespace {
 
+// A log of a million error blocks has some 300 MB.
+constexpr std::uint64_t kLargestLog = std::uint64_t{1} << 30;
+
 std::string_view withoutLineEnd(std::string_view line) {
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
 }
 
 // The error blocks of a log: a line that begins with the code, and under it the record.
 std::vector<exchange::LogError> errorsIn(const std::string& path, const std::string& name, Language language) {
+    const auto cannotRead = [&](const std::error_code& why) {
+        return Stop(kNotDone, said(language, Text::CannotRead, {{"path", path}, {"reason", reasonOf(why, language)}}));
+    };
+    // Reading a pipe would wait, and a device need not end.
+    const platform::PathState state = platform::lookUp(path);
+    if (state.kind == platform::PathKind::Folder || state.kind == platform::PathKind::Other) {
+        throw Stop(kNotDone, said(language, Text::IsNoOrdinaryFile, {{"path", path}}));
+    }
+    if (state.size > kLargestLog) {
+        throw cannotRead(std::make_error_code(std::errc::file_too_large));
+    }
     errno = 0;
     std::ifstream file(sima::pathOf(path), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (!file.is_open() || file.bad()) {
-        const std::error_code why(errno != 0 ? errno : EIO, std::generic_category());
-        throw Stop(kNotDone, said(language, Text::CannotRead, {{"path", path}, {"reason", reasonOf(why, language)}}));
+        throw cannotRead({errno != 0 ? errno : EIO, std::generic_category()});
     }
     std::string text;
     sima::decodeCp932(text, bytes);

@@ -100,6 +100,8 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTe
      "{path}:{line}: import broken off: the file cannot be read further: {reason}"},
     {Text::LogNotWritable, "{path}: ログに書き込めません: {reason}",
      "{path}: the log beside it cannot be written: {reason}"},
+    {Text::LogOverDrawing, "{path}: ログ {log} が図面と同じファイルになります",
+     "{path}: its log {log} would take the place of a drawing"},
     {Text::ItsFolder, "フォルダ: {reason}", "its folder: {reason}"},
     {Text::DrawingAsItWas, "{message}。図面は元のままです", "{message}; the drawing is left as it was"},
     {Text::NoDrawingMade, "{message}。図面は作成していません", "{message}; no drawing is made"},

@@ -69,6 +69,7 @@ enum class Text : std::uint8_t {
     ImportBrokenOff,
     CannotReadFurther,
     LogNotWritable,
+    LogOverDrawing,
     ItsFolder,
     DrawingAsItWas,
     NoDrawingMade,

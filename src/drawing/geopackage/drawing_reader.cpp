@@ -234,7 +234,7 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid,
     } else {
         const BlobRead read = readBlob(row.blob(1), vertices_);
         if (read.kind == BlobKind::Malformed) {
-            damaged(isPolyline ? Worded("polyline", "線") : Worded("point", "点"), fid);
+            return leaveOut(StoreNoteCode::FeatureDamaged, table, {}, fid);
         }
         if (read.kind == BlobKind::Empty) {
             return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);

@@ -197,9 +197,20 @@ Outcome DrawingStore::save(const std::string& path, Drawing& drawing, const Writ
 
 namespace {
 
+// SQLite's identifiers end at 2^63. A row that another program gave one near it leaves none for what comes.
+void requireIdentifiers(const Drawing& drawing) {
+    constexpr std::uint64_t kLargestIdentifier = std::uint64_t{1} << 62;
+    if (drawing.lastId() > kLargestIdentifier) {
+        throw StoreFailure{Failure::Damaged,
+                           {"an object has so large an identifier that no more can be given",
+                            "識別子が大きすぎる図形があり、これ以上付けられません"}};
+    }
+}
+
 // Everything in a file that takes its name when every byte is on the disk.
 void writeWhole(platform::TemporaryFile& file, const std::string& path, const Drawing& drawing,
                 const WriteProgress& progress, const std::string& stamp) {
+    requireIdentifiers(drawing);
     throwIf(file.make(path));
     {
         Connection connection(file.path(), Connection::Mode::Create);
@@ -279,6 +290,7 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
     }
     const std::string stamp = newStamp();
     const Outcome result = guarded(path, [&] {
+        requireIdentifiers(drawing);
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");

@@ -22,8 +22,8 @@ enum class StoreNoteCode : std::uint8_t {
     NoPlainTable,     // `table` is a view or the like: left out
     NoGeometryColumn, // `table` has no column of geometry that is stored: left out
     FeatureNoPlace,   // features of `table`: left out
-    FeatureDamaged,
-    FeatureGeometry, // a `name`
+    FeatureDamaged,   // of our own packages, too
+    FeatureGeometry,  // a `name`
     FeatureWithHoles,
     NamesFrom, // names of `table` come from the column `name`, numbers from `numbers`; empty where there is none
 };

@@ -1,7 +1,10 @@
 // The record, the two planes, the rounding steps and the comparison of points.
+#include "support/sample_file.h"
 #include "support_alignment.h"
 
 #include <cstring>
+#include <fstream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -93,12 +96,41 @@ TEST(Points, SameWhenBothCoordinatesDifferByLessThanTheStep) {
     const double broken[2] = {kNotANumber, 1.0};
     EXPECT_EQ(ali_CSamePoint(p, broken), 1);
     EXPECT_EQ(gc_samePoint(p, broken, 1.0), -1);
+    const double origin[2] = {0.0, 0.0};
+    for (const double step : {-0.5, 0.5}) {
+        const double alongX[2] = {step, 0.25};
+        const double alongY[2] = {0.25, step};
+        EXPECT_EQ(gc_samePoint(origin, alongX, 0.5), -1) << "the tolerance itself is too far";
+        EXPECT_EQ(gc_samePoint(origin, alongY, 0.5), -1);
+        EXPECT_EQ(gc_samePoint(origin, alongX, 0.5001), 0);
+        EXPECT_EQ(gc_samePoint(origin, alongY, 0.5001), 0);
+    }
 }
 
 TEST(Points, DistanceIsPlain) {
     const double p[2] = {1.0, 2.0};
     const double q[2] = {4.0, -2.0};
     EXPECT_EQ(ali_CDist2P(p, q), 5.0);
+}
+
+// One line for each text: the function, its status and the text; first those of any function.
+TEST(StatusText, TextsAreThoseOfTheList) {
+    std::string lines;
+    std::vector<std::string> functions{"any function"};
+    std::ifstream exports(FENMARK_SOURCE_DIR "/docs/exports.txt");
+    for (std::string name; std::getline(exports, name);) {
+        functions.push_back(name);
+    }
+    EXPECT_GT(functions.size(), 200U);
+    for (const std::string& function : functions) {
+        for (int status = -40; status <= 40; ++status) {
+            const std::string text = ali_statusText(function.c_str(), status);
+            if (function == functions.front() || text != ali_statusText("any function", status)) {
+                lines += function + " " + std::to_string(status) + ": " + text + "\n";
+            }
+        }
+    }
+    fenmark::test::expectSampleOf("alignment", "status_texts.txt", lines);
 }
 
 TEST(StatusText, EveryStatusHasATextAndUnknownNamesGetTheGeneralOne) {

@@ -4,7 +4,7 @@
 // All numbers of the drawing are plain, so that the files do not hang on the last digit of a computed curve.
 #include "exchange/formats.h"
 #include "sample_drawing.h"
-#include "sample_file.h"
+#include "support/sample_file.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 // The notes and their texts.
 #include "exchange/notes.h"
 
+#include "support/sample_file.h"
 #include "worded_notes.h"
 
 #include <gtest/gtest.h>
@@ -70,6 +71,27 @@ TEST(Obstacles, EveryCodeHasItsTextInBothLanguages) {
     }
     EXPECT_TRUE(isWantOfRoom({ObstacleCode::TooManySheets}));
     EXPECT_FALSE(isWantOfRoom({ObstacleCode::TooManyPages}));
+}
+
+// Every text with figures in it, in both languages, as users read it.
+TEST(Notes, TextsAreThoseOfTheSample) {
+    std::string all;
+    for (const NoteCode code : codes()) {
+        const Note note{code, 123456, 234567, 345678, Fate::LeftOut, 12.5, 1000.125, 2000.25};
+        all += std::string(noteName(code)) + '\n' + english(note) + '\n' + japanese(note) + '\n';
+    }
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(kLastObstacleCode); ++i) {
+        Obstacle obstacle{static_cast<ObstacleCode>(i)};
+        obstacle.count = 123456;
+        obstacle.paper = "A3";
+        obstacle.scale = 500;
+        obstacle.station = 1000.125;
+        obstacle.from = 12.5;
+        obstacle.to = 2000.25;
+        all += std::string(obstacleName(obstacle.code)) + '\n' + wording(obstacle, Language::English) + '\n' +
+               wording(obstacle, Language::Japanese) + '\n';
+    }
+    expectSample("notes.txt", all);
 }
 
 TEST(Notes, EveryCodeHasItsTextInBothLanguages) {

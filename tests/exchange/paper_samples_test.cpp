@@ -5,7 +5,7 @@
 #include "exchange/report/report.h"
 #include "exchange/stakes.h"
 #include "sample_drawing.h"
-#include "sample_file.h"
+#include "support/sample_file.h"
 #include "worded_notes.h"
 
 #include <gtest/gtest.h>

@@ -58,6 +58,15 @@ TEST(EncodingChoice, PlainTextIsCodePage932) {
     EXPECT_EQ(kindOf(std::string(100, '\0')), TextKind::Cp932);
 }
 
+TEST(EncodingChoice, CharactersOfFourBytesAreUtf8ToTheirLast) {
+    for (const char* character : {"\xF0\x90\x80\x80", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF"}) {
+        EXPECT_EQ(kindOf("測" + std::string(character) + "点"), TextKind::Utf8);
+    }
+    for (const char* bytes : {"\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80"}) {
+        EXPECT_NE(kindOf("測" + std::string(bytes) + "点"), TextKind::Utf8);
+    }
+}
+
 TEST(EncodingChoice, AByteOrderMarkSaysUtf8WhateverFollows) {
     EXPECT_EQ(kindOf("\xEF\xBB\xBF"), TextKind::Utf8Mark);
     EXPECT_EQ(kindOf("\xEF\xBB\xBFZ00,abc,\r\nA00,\r\n"), TextKind::Utf8Mark);

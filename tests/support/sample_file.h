@@ -10,16 +10,16 @@
 #include <sstream>
 #include <string>
 
-namespace fenmark::exchange {
+namespace fenmark::test {
 
-// The first line that differs from tests/exchange/samples/FILE is shown. With FENMARK_RENEW_SAMPLES=1 in the environment
-// the file is written anew, for a change on purpose.
-inline void expectSample(const std::string& file, const std::string& written) {
-    const std::string path = std::string(FENMARK_SOURCE_DIR) + "/tests/exchange/samples/" + file;
+// The first line that differs from tests/AREA/samples/FILE is shown. With FENMARK_RENEW_SAMPLES=1 in the environment the
+// file is written anew, for a change on purpose.
+inline void expectSampleOf(const std::string& area, const std::string& file, const std::string& written) {
+    const std::string path = std::string(FENMARK_SOURCE_DIR) + "/tests/" + area + "/samples/" + file;
     if (std::getenv("FENMARK_RENEW_SAMPLES") != nullptr) {
         std::ofstream(path, std::ios::binary) << written;
     }
-    const std::string wanted = test::readFile(path);
+    const std::string wanted = readFile(path);
     ASSERT_FALSE(wanted.empty()) << path;
     std::istringstream wantedLines(wanted);
     std::istringstream lines(written);
@@ -30,6 +30,14 @@ inline void expectSample(const std::string& file, const std::string& written) {
         ASSERT_EQ(line, wantedLine) << file << ":" << number;
     }
     EXPECT_EQ(written, wanted);
+}
+
+} // namespace fenmark::test
+
+namespace fenmark::exchange {
+
+inline void expectSample(const std::string& file, const std::string& written) {
+    test::expectSampleOf("exchange", file, written);
 }
 
 } // namespace fenmark::exchange

@@ -1,4 +1,5 @@
 // Malformed and unreadable input: each ends in a clear outcome, with the drawing on disk as it was.
+#include "cli/error_blocks.h"
 #include "command_line.h"
 #include "sima/text/cp932.h"
 
@@ -11,6 +12,29 @@
 
 namespace fenmark::cli {
 namespace {
+
+TEST(Messages, AnErrorIsOneLineWhateverANameHolds) {
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(run({"info", "no\nsuch.gpkg"}, {out, err, false, nullptr, 0, nullptr, Language::English}), kNotDone);
+    EXPECT_TRUE(err.str().starts_with("fenmark: error: no\\u000asuch.gpkg: ")) << err.str();
+    EXPECT_EQ(err.str().find('\n'), err.str().size() - 1);
+}
+
+TEST(ErrorBlocks, OnlyATextThatBeginsWithACodeHasOne) {
+    sima::SimaLog log;
+    log.errorBlock("ErrA01-1 the text", "00012行目 A01,x,");
+    log.errorBlock("a text of words", "00013 A01");
+    log.errorBlock("Err", "00014行目 A01");
+    ASSERT_EQ(errorBlockCount(log), 3U);
+    EXPECT_EQ(errorBlock(log, 0).code, "ErrA01-1");
+    EXPECT_EQ(errorBlock(log, 0).text, "the text");
+    EXPECT_EQ(errorBlock(log, 0).line, "12");
+    EXPECT_EQ(errorBlock(log, 1).code, "");
+    EXPECT_EQ(errorBlock(log, 1).text, "a text of words");
+    EXPECT_EQ(errorBlock(log, 2).code, "");
+    EXPECT_EQ(errorBlock(log, 2).text, "Err");
+}
 
 using BadInput = CommandLine;
 

@@ -100,6 +100,19 @@ TEST_F(Documents, ReportListsTheErrorsOfALog) {
     EXPECT_NE(missing.err.find("none.log"), std::string::npos);
 }
 
+TEST_F(Documents, APlotIsOfOneKind) {
+    const std::vector<std::string> kinds = {"--along", "--profile", "--cross-sections"};
+    for (const std::string& first : kinds) {
+        for (const std::string& second : kinds) {
+            if (first != second) {
+                const Ran ran = fenmark({"plot", drawing, folder.at("o.svg"), first, "中心線", second, "中心線"});
+                EXPECT_EQ(ran.code, kWrongUsage) << first << ' ' << second;
+                EXPECT_FALSE(test::fileExists(folder.at("o.svg"))) << first << ' ' << second;
+            }
+        }
+    }
+}
+
 TEST_F(Documents, ReportReadsOrdinaryLogsAlone) {
     const std::string huge = file("", "huge.log");
     std::filesystem::resize_file(huge, (std::uintmax_t{1} << 30) + 1); // with a hole in it

@@ -2,21 +2,11 @@
 #include "module/map_modules.h"
 
 #include "host/surface/module.h"
+#include "values/ascii_case.h"
 
-#include <algorithm>
 #include <string>
 
 namespace fenmark::module {
-
-namespace {
-
-std::string lowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-} // namespace
 
 void loadMapModules() {
     bool map = false;
@@ -25,7 +15,7 @@ void loadMapModules() {
         if (entry.kind != mirdane::kStringEntry) {
             continue;
         }
-        const std::string name = lowerCase(entry.text);
+        const std::string name = asciiLower(entry.text);
         map = map || name == "mdmap.mdm";
         mapData = mapData || name == "mdmapade.mdm";
     }

@@ -5,6 +5,7 @@
 #include "exchange/kinds.h"
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
+#include "values/ascii_case.h"
 
 #include <algorithm>
 #include <array>
@@ -23,9 +24,7 @@ void appendFolded(std::string& out, std::string_view name) {
         out += fromUtf8(name).normalized(QString::NormalizationForm_KC).toCaseFolded().trimmed().toStdString();
         return;
     }
-    for (const char c : name) {
-        out += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
+    out += asciiLower(name);
 }
 
 // Results of sections bear the number of their route, which names none of them.

@@ -6,6 +6,7 @@
 #include "sima/text/encoding_choice.h"
 #include "sima/text/number.h"
 #include "sima/text/path.h"
+#include "values/ascii_case.h"
 
 #include <QString>
 #include <QStringDecoder>
@@ -24,13 +25,6 @@ constexpr std::string_view kLogEnd = "_Input.log";
 constexpr std::size_t kLongestLine = 1000; // bytes of a line that are shown
 constexpr std::size_t kFewestDigits = 5;   // of the numbers in a log
 constexpr std::size_t kMostDigits = 12;
-
-std::string lowered(std::string text) {
-    for (char& c : text) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return text;
-}
 
 bool opensSection(std::string_view code) {
     return sima::sectionOpenedBy(sima::recordCode(code)) != nullptr;
@@ -92,7 +86,7 @@ std::string sourceOfLog(const std::string& logPath) {
     name.resize(name.size() - kLogEnd.size());
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator(log.parent_path(), error)) {
-        if (entry.path().stem().string() == name && lowered(entry.path().extension().string()) == ".sim" &&
+        if (entry.path().stem().string() == name && asciiLower(entry.path().extension().string()) == ".sim" &&
             entry.is_regular_file(error)) {
             return entry.path().string();
         }

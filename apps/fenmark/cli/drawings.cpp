@@ -6,6 +6,7 @@
 #include "drawing/geopackage/foreign_package.h"
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
+#include "values/ascii_case.h"
 
 #include <charconv>
 #include <cstdint>
@@ -120,17 +121,7 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
 }
 
 bool endsIn(std::string_view path, std::string_view extension) {
-    if (path.size() < extension.size()) {
-        return false;
-    }
-    path.remove_prefix(path.size() - extension.size());
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        const char c = path[i];
-        if ((c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c) != extension[i]) {
-            return false;
-        }
-    }
-    return true;
+    return asciiLower(path).ends_with(extension);
 }
 
 } // namespace fenmark::cli

@@ -2,6 +2,7 @@
 #include "drawing/geopackage/drawing_shape.h"
 
 #include "drawing/geopackage/schema.h"
+#include "values/ascii_case.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -46,16 +47,12 @@ constexpr Expected kExpectedTables[] = {
 constexpr const char* kFurtherTables[] = {"fenmark_imports", "layer_styles", "gpkg_spatial_ref_sys",
                                           "gpkg_geometry_columns"};
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 // True if the statement that made a table holds a CHECK constraint, or a column that looks like one.
 bool hasCheck(std::string_view sql) {
     constexpr std::string_view kWord = "check";
     for (std::size_t at = 0; at + kWord.size() < sql.size(); ++at) {
         const bool word = std::equal(kWord.begin(), kWord.end(), sql.begin() + static_cast<std::ptrdiff_t>(at),
-                                     [](char expected, char found) { return expected == lower(found); });
+                                     [](char expected, char found) { return expected == asciiLower(found); });
         const std::size_t next = word ? sql.find_first_not_of(" \t\r\n", at + kWord.size()) : std::string_view::npos;
         if (next != std::string_view::npos && (sql[next] == '(' || sql[next] == '/' || sql[next] == '-')) {
             return true;
@@ -85,7 +82,8 @@ Worded lacksColumn(const std::string& table, const std::string& column) {
 namespace {
 
 bool sameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return asciiLower(x) == asciiLower(y); });
 }
 
 bool isOurs(std::string_view table, std::string_view column) {
@@ -104,7 +102,7 @@ bool isOurs(std::string_view table, std::string_view column) {
 // As SQLite compares names.
 bool DrawingShape::NoCase::operator()(std::string_view a, std::string_view b) const {
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return lower(x) < lower(y); });
+                                        [](char x, char y) { return asciiLower(x) < asciiLower(y); });
 }
 
 DrawingShape::DrawingShape(Connection& connection) {

@@ -4,6 +4,7 @@
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/sqlite_handles.h"
+#include "values/ascii_case.h"
 #include "values/kinds.h"
 
 #include <algorithm>
@@ -61,21 +62,13 @@ struct Plane {
     throw StoreFailure{Failure::NotOurs, why};
 }
 
-std::string lower(std::string_view text) {
-    std::string small(text);
-    for (char& c : small) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return small;
-}
-
 Plane planeOf(const Statement& row, int zone) {
     const std::string table(row.text(0));
     const std::int64_t srs = row.integer(2);
     if (srs == -1) {
         return {};
     }
-    if (row.text(3).empty() || srs == 0 || lower(row.text(3)) == "none") {
+    if (row.text(3).empty() || srs == 0 || asciiLower(row.text(3)) == "none") {
         if (zone == 0) {
             refuse({"the table '" + table +
                         "' does not tell its reference system; --zone 1..19 takes it as metres of that"
@@ -85,7 +78,7 @@ Plane planeOf(const Statement& row, int zone) {
         }
         return {zone, kDatums[0].name};
     }
-    if (lower(row.text(3)) == "epsg") {
+    if (asciiLower(row.text(3)) == "epsg") {
         for (const Datum& datum : kDatums) {
             const std::int64_t found = row.integer(4) - datum.firstCode + 1;
             if (found >= 1 && found <= kZoneCount) {
@@ -103,7 +96,7 @@ Plane planeOf(const Statement& row, int zone) {
 std::string columnAmong(std::span<const std::string_view> wanted, const std::vector<std::string>& columns) {
     for (const std::string_view name : wanted) {
         for (const std::string& column : columns) {
-            if (lower(column) == name) {
+            if (asciiLower(column) == name) {
                 return column;
             }
         }

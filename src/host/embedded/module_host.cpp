@@ -3,6 +3,7 @@
 
 #include "platform/library.h"
 #include "platform/paths.h"
+#include "values/ascii_case.h"
 
 #include <algorithm>
 #include <exception>
@@ -14,15 +15,8 @@ namespace {
 
 ModuleHost* currentModuleHost = nullptr;
 
-std::string lowerCase(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return lower;
-}
-
 bool sameName(std::string_view a, std::string_view b) {
-    return lowerCase(a) == lowerCase(b);
+    return asciiLower(a) == asciiLower(b);
 }
 
 using EntryPoint = int(int, void*);

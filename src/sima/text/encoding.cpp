@@ -1,6 +1,8 @@
 // The encodings that a SIMA file is read in.
 #include "sima/text/encoding.h"
 
+#include "values/ascii_case.h"
+
 #include <array>
 #include <string>
 
@@ -30,10 +32,9 @@ constexpr std::array kSpellings{
 std::optional<Encoding> encodingNamed(std::string_view name) {
     std::string plain;
     for (const char c : name) {
-        if (c >= 'A' && c <= 'Z') {
-            plain += static_cast<char>(c - 'A' + 'a');
-        } else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
-            plain += c;
+        const char lower = asciiLower(c);
+        if ((lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9')) {
+            plain += lower;
         } else if (c != '-' && c != '_' && c != ' ') {
             return std::nullopt;
         }

@@ -35,6 +35,8 @@ constexpr std::array<ObstacleText, static_cast<std::size_t>(kLastObstacleCode) +
     {ObstacleCode::NoAlignment, "no-alignment", "図面に線形がありません", "there is no alignment"},
     {ObstacleCode::NoElementsToDraw, "no-elements-to-draw", "線形に図示できる要素がありません",
      "the alignment has no elements to draw"},
+    {ObstacleCode::BeyondReach, "beyond-reach", "線形の座標または追加距離が大きすぎるため、図示できません",
+     "the alignment has coordinates or stations that no survey has, so it cannot be drawn"},
     {ObstacleCode::NoElementsToStake, "no-elements-to-stake", "線形に測設できる要素がありません",
      "the alignment has no elements that can be staked out"},
     {ObstacleCode::NoLongitudinal, "no-longitudinal", "線形に縦断図にする縦断成果がありません",

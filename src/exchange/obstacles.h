@@ -21,6 +21,7 @@ enum class ObstacleCode : std::uint8_t {
     NothingToList,     // the drawing has nothing that the tables show
     NoAlignment,       // the drawing has none
     NoElementsToDraw,  // the alignment has none
+    BeyondReach,       // the alignment has coordinates or stations that no survey has
     NoElementsToStake, // the alignment has none
     NoLongitudinal,    // the alignment has no longitudinal results
     NoCrossSections,   // the alignment has none

@@ -111,6 +111,21 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
     }
 }
 
+TEST_F(PlotOf, NoSheetAlongAnAlignmentIsAFailure) {
+    const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double start : {1e19, -1e19, 1e9}) {
+        drawing.setStartStation(road, start);
+        const Plot plot = plotAlong(drawing, road, {});
+        EXPECT_TRUE(plot.pages.empty()) << start;
+        EXPECT_EQ(whyNot(plot), "the alignment has coordinates or stations that no survey has, so it cannot be drawn");
+    }
+    const std::size_t far = addRoad(drawing, {1e30, -36000.0}, true, "FAR");
+    EXPECT_EQ(plotAlong(drawing, far, {}).failure, Obstacle{ObstacleCode::BeyondReach});
+    const std::size_t point = drawing.addAlignment(drawing.addSite("T"), "POINT", "0", "", "");
+    drawing.addElement(point, Element{});
+    EXPECT_EQ(plotAlong(drawing, point, {}).failure, Obstacle{ObstacleCode::NoElementsToDraw}) << "it has no length";
+}
+
 TEST_F(PlotOf, ProfileDrawsTheGroundToItsTwoScales) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     addResult(100.0, 0.0, 10.0, "No.5", "縦断成果");

@@ -148,6 +148,11 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         plot.failure = {ObstacleCode::NoElementsToDraw};
         return plot;
     }
+    // Stations so large that adding the length is lost would give no sheet at all.
+    if (!inReach(drawing.alignment(alignment))) {
+        plot.failure = {ObstacleCode::BeyondReach};
+        return plot;
+    }
     const int scale = options.scale.value_or(kScaleAlong);
     const Paper paper{options.paper.value_or("A3"), options.upright.value_or(false)};
     std::vector<Part> parts;
@@ -164,6 +169,10 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
             return plot;
         }
         from = to - overlap;
+    }
+    if (parts.empty()) { // no length
+        plot.failure = {ObstacleCode::NoElementsToDraw};
+        return plot;
     }
     const StationNames names;
     for (std::size_t i = 0; i < parts.size(); ++i) {

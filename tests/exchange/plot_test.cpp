@@ -196,6 +196,35 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     EXPECT_NE(whyNot(plotCrossSections(drawing, 0, options)).find("do not fit"), std::string::npos);
 }
 
+// Where a step of the grid is lost in a height, its lines had no end.
+TEST_F(PlotOf, SectionsLeaveOutHeightsThatNoSheetShows) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(100.0, 0.0, 1e30, "a", "縦断成果");
+    addResult(140.0, 0.0, -1e20, "b", "縦断成果");
+    EXPECT_EQ(plotProfile(drawing, 0, {}).failure, Obstacle{ObstacleCode::NoLongitudinal});
+    addResult(160.0, 0.0, 9e6, "c", "縦断成果");
+    addResult(200.0, 0.0, -9e6, "d", "縦断成果");
+    PlotOptions options;
+    options.paper = "A4";
+    const Plot profile = plotProfile(drawing, 0, options);
+    ASSERT_EQ(profile.pages.size(), 1U) << whyNot(profile);
+    EXPECT_EQ(english(profile.notes),
+              (std::vector<std::string>{"2 objects with coordinates that no survey has are not drawn"}));
+    EXPECT_LT(profile.pages[0].size(), 20'000U);
+    EXPECT_TRUE(textsOf(profile.pages[0]).contains("-9000000.000")) << "a height that a scale reaches";
+
+    addResult(160.0, 0.0, 1e30, "c", "横断成果");
+    addResult(160.0, 5.0, 1e30, "", "横断成果");
+    EXPECT_EQ(plotCrossSections(drawing, 0, {}).failure, Obstacle{ObstacleCode::NoCrossSections});
+    addResult(200.0, 0.0, 8.0, "d", "横断成果");
+    addResult(200.0, -5.0, 1e20, "", "横断成果");
+    addResult(200.0, 5.0, 9.0, "", "横断成果");
+    const Plot sections = plotCrossSections(drawing, 0, {});
+    ASSERT_EQ(sections.pages.size(), 1U) << whyNot(sections);
+    EXPECT_EQ(english(sections.notes),
+              (std::vector<std::string>{"3 objects with coordinates that no survey has are not drawn"}));
+}
+
 TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     EXPECT_NE(whyNot(plotProfile(drawing, 0, {})), "");

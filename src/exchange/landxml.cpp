@@ -1,6 +1,7 @@
 // A drawing as LandXML 1.2 and as J-LandXML 1.7.
 #include "exchange/landxml.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/kinds.h"
 #include "exchange/main_points.h"
 #include "exchange/named_stations.h"
@@ -134,7 +135,8 @@ void AlignmentWriter::writeEquations(const curve::StationEquations& stations) {
 void AlignmentWriter::writeElement(const Element& element, double station) {
     const char* rotation = element.clockwise ? "cw" : "ccw";
     const char* closing = "Line";
-    switch (element.type) {
+    const ElementType shape = shapeOf(element);
+    switch (shape) {
     case ElementType::Straight:
         out_ << "        <Line";
         break;
@@ -161,14 +163,14 @@ void AlignmentWriter::writeElement(const Element& element, double station) {
     }
     out_ << '>';
     writePoint("Start", element.start);
-    if (element.type == ElementType::Arc) {
+    if (shape == ElementType::Arc) {
         writePoint("Center", element.centre());
     }
-    if (element.type == ElementType::Clothoid) {
+    if (shape == ElementType::Clothoid) {
         writePoint("PI", piOf(element));
     }
     writePoint("End", element.end);
-    if (isJapanese() && element.type == ElementType::Clothoid) {
+    if (isJapanese() && shape == ElementType::Clothoid) {
         out_ << "<Feature>";
         writeProperty("A", fixedReal(parameterOf(element), kCoordinateDecimals));
         out_ << "</Feature>";

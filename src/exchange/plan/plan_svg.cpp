@@ -89,7 +89,7 @@ bool inReach(const Alignment& alignment) {
     return inReach(alignment.startStation) &&
            std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const auto& element) {
                return inReach(element.start.x) && inReach(element.start.y) && inReach(element.end.x) &&
-                      inReach(element.end.y) && inReach(element.length);
+                      inReach(element.end.y) && inReach(element.length) && std::isfinite(element.endDirection());
            });
 }
 

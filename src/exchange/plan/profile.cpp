@@ -1,6 +1,7 @@
 // The longitudinal section of an alignment: its ground, heights exaggerated, over a band of heights, distances and curves.
 #include "exchange/plan/plot.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/main_points.h"
 #include "exchange/plan/plan.h"
 #include "exchange/plan/section_page.h"
@@ -241,7 +242,7 @@ void drawCurves(SectionPage& page, const Layout& layout, const drawing::Alignmen
         };
         std::string label;
         double labelY = middle - 1.8;
-        switch (element.type) {
+        switch (shapeOf(element)) {
         case ElementType::Straight:
             page.line("curve", {x1, middle}, {x2, middle});
             label = "L=" + metresText(element.length);

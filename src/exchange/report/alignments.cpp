@@ -1,6 +1,7 @@
 // Tables of alignments: main points, IPs, intermediate points, width stakes.
 #include "exchange/report/tables.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
@@ -46,7 +47,7 @@ std::string subjectOf(const drawing::Alignment& alignment) {
 }
 
 std::string elementText(const Element& element) {
-    switch (element.type) {
+    switch (shapeOf(element)) {
     case ElementType::Straight:
         return "直線";
     case ElementType::Arc:
@@ -74,7 +75,7 @@ void mainPointTable(const Drawing& drawing, std::size_t index, const ReportOptio
                   metresText(point.pose.point.x), azimuthText(azimuthOf(point.pose.direction)),
                   azimuthText(azimuthOf(point.pose.direction - std::numbers::pi / 2.0)),
                   begins ? elementText(element) : "",
-                  begins && element.type != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : "");
+                  begins && shapeOf(element) != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : "");
     }
     table.addTotal("路線長", metresText(alignment.length()), "m");
     sink(table);
@@ -87,7 +88,7 @@ std::string curveType(const drawing::Alignment& alignment, const Ip& ip) {
     bool egg = false;
     for (std::size_t i = 0; i < ip.elements; ++i) {
         const Element& element = alignment.elements[ip.firstElement + i];
-        if (element.type == ElementType::Arc) {
+        if (shapeOf(element) == ElementType::Arc) {
             ++arcs;
             continue;
         }

@@ -15,6 +15,7 @@ enum class ObstacleCode : std::uint8_t {
     // No room: another scale or larger paper may mend that
     PlanDoesNotFit,   // on paper at scale
     SectionsDoNotFit, // on paper at scale
+    SheetsTooLarge,   // together larger than count MB
     TooManySheets,    // more than count
     // Others
     TooManyPages,      // more than count

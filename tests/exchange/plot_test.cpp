@@ -111,6 +111,25 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
     }
 }
 
+TEST_F(PlotOf, SheetsAlongAnAlignmentAreBoundedTogether) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    PlotOptions options;
+    options.paper = "A4";
+    std::size_t bytes = 0;
+    for (const std::string& page : plotAlong(drawing, 0, options).pages) {
+        bytes += page.size();
+    }
+    options.mostSheetBytes = bytes;
+    EXPECT_EQ(plotAlong(drawing, 0, options).pages.size(), 3U);
+    options.mostSheetBytes = bytes - 1;
+    const Plot refused = plotAlong(drawing, 0, options);
+    EXPECT_TRUE(refused.pages.empty());
+    EXPECT_EQ(refused.failure, Obstacle{ObstacleCode::SheetsTooLarge});
+    EXPECT_TRUE(isWantOfRoom(*refused.failure));
+    EXPECT_EQ(wording({ObstacleCode::SheetsTooLarge, 100}, Language::English),
+              "too many sheets with too much on them, together more than 100 MB; choose a smaller scale");
+}
+
 TEST_F(PlotOf, NoSheetAlongAnAlignmentIsAFailure) {
     const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, true);
     for (const double start : {1e19, -1e19, 1e9}) {

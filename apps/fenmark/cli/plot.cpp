@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <functional>
 #include <ostream>
-#include <sstream>
 
 namespace fenmark::cli {
 
@@ -64,9 +63,12 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
         throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(why, streams.language));
     }
     if (pdf) {
-        std::ostringstream bytes;
-        require(streams, exchange::writePdf(plot, bytes), arguments.target + ": ");
-        write(streams, arguments.target, [&](std::ostream& out) { out << bytes.str(); });
+        write(streams, arguments.target, [&](std::ostream& out) {
+            const Outcome made = exchange::writePdf(plot, out);
+            if (out) { // otherwise the file says why it cannot be written
+                require(streams, made, arguments.target + ": ");
+            }
+        });
     } else {
         for (std::size_t i = 0; i < plot.pages.size(); ++i) {
             write(streams, pageName(arguments.target, i + 1, plot.pages.size()),

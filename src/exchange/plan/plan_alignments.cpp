@@ -172,7 +172,16 @@ bool isBeside(const Plan& plan, const PlanPoint& point) {
     return plan.isBeside(extent);
 }
 
+// Before its line is known: the box holds every point of it.
+bool isBeside(const Plan& plan, const Element& element) {
+    const auto box = plan.partial ? drawing::boxOfElement(element) : std::nullopt;
+    return box && plan.isBeside({box->minX, box->minY, box->maxX, box->maxY});
+}
+
 void drawElement(Plan& plan, std::ostream& out, const Element& element, std::string_view colour) {
+    if (isBeside(plan, element)) {
+        return;
+    }
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
     drawing::appendElementLine(element, tolerance, line);

@@ -175,6 +175,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         return plot;
     }
     const StationNames names;
+    std::size_t bytes = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         Plan plan(drawing, shown, parts[i].sheet);
         plan.partial = true;
@@ -197,6 +198,14 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         }
         plot.pages.push_back(page(plan));
         addNotes(plot.notes, plan.notes);
+        // Each sheet of an alignment that winds over itself shows all of it.
+        bytes += plot.pages.back().size();
+        if (bytes > options.mostSheetBytes) {
+            constexpr std::size_t kMegabyte = 1'000'000;
+            Plot refused;
+            refused.failure = {ObstacleCode::SheetsTooLarge, options.mostSheetBytes / kMegabyte};
+            return refused;
+        }
     }
     return plot;
 }

@@ -4,6 +4,7 @@
 #include "exchange/dxf.h"
 
 #include "exchange/dxf_frame.h"
+#include "exchange/element_shape.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/text.h"
@@ -87,7 +88,7 @@ std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment
             lines.push_back({{element.start.x, element.start.y, 0.0}});
         }
         std::vector<Vertex>& line = lines.back();
-        if (element.type == ElementType::Arc) {
+        if (shapeOf(element) == ElementType::Arc) {
             const double turn = element.turn();
             const int parts = std::max(1, static_cast<int>(std::ceil(std::abs(turn) / kWidestBulge - 1e-9)));
             for (int i = 1; i <= parts; ++i) {
@@ -244,13 +245,14 @@ class DrawingOfEntities {
             writer_.real(1040, std::isfinite(element.startRadius) ? element.startRadius : 0.0);
             writer_.real(1040, std::isfinite(element.endRadius) ? element.endRadius : 0.0);
         };
-        if (element.type == ElementType::Straight) {
+        const ElementType shape = shapeOf(element);
+        if (shape == ElementType::Straight) {
             beginCurve("LINE", layer, kWhite);
             writer_.subclass("AcDbLine");
             writer_.point(10, element.start.x, element.start.y, 0.0);
             writer_.point(11, element.end.x, element.end.y, 0.0);
             data();
-        } else if (element.type == ElementType::Arc) {
+        } else if (shape == ElementType::Arc) {
             const PlanPoint centre = element.centre();
             const auto degrees = [&centre](const PlanPoint& p) {
                 const double angle = std::atan2(p.y - centre.y, p.x - centre.x) * 180.0 / std::numbers::pi;

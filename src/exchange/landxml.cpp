@@ -1,6 +1,7 @@
 // A drawing as LandXML 1.2 and as J-LandXML 1.7.
 #include "exchange/landxml.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/kinds.h"
 #include "exchange/main_points.h"
 #include "exchange/named_stations.h"
@@ -12,6 +13,7 @@
 #include "exchange/text.h"
 #include "platform/clock.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -30,6 +32,7 @@ constexpr int kCoordinateDecimals = 8; // of J-LandXML
 constexpr double kInterval = 20.0;     // metres between two intermediate points
 // An alignment of more intermediate points than this is written without them: it is none of a road.
 constexpr double kMostIntermediatePoints = 100000.0;
+constexpr double kMostIntermediateOfFile = 200000.0; // those of all alignments together
 
 // A coordinate: the shortest decimal that reads back, or as many decimals as the profile wants.
 struct Coordinate {
@@ -55,6 +58,7 @@ class AlignmentWriter {
     void writeIntermediatePoints();
     [[nodiscard]] std::size_t curvesWithoutIp() const { return withoutIp_; }
     [[nodiscard]] std::size_t turningFar() const { return turningFar_; }
+    [[nodiscard]] std::size_t withoutPoints() const { return withoutPoints_; }
     [[nodiscard]] std::size_t equations() const { return equations_; }
 
   private:
@@ -84,6 +88,8 @@ class AlignmentWriter {
     std::size_t withoutIp_ = 0;
     std::size_t turningFar_ = 0;
     std::size_t equations_ = 0;
+    std::size_t withoutPoints_ = 0;
+    double intermediateLeft_ = kMostIntermediateOfFile;
 };
 
 // North, then east.
@@ -134,7 +140,8 @@ void AlignmentWriter::writeEquations(const curve::StationEquations& stations) {
 void AlignmentWriter::writeElement(const Element& element, double station) {
     const char* rotation = element.clockwise ? "cw" : "ccw";
     const char* closing = "Line";
-    switch (element.type) {
+    const ElementType shape = shapeOf(element);
+    switch (shape) {
     case ElementType::Straight:
         out_ << "        <Line";
         break;
@@ -161,14 +168,14 @@ void AlignmentWriter::writeElement(const Element& element, double station) {
     }
     out_ << '>';
     writePoint("Start", element.start);
-    if (element.type == ElementType::Arc) {
+    if (shape == ElementType::Arc) {
         writePoint("Center", element.centre());
     }
-    if (element.type == ElementType::Clothoid) {
+    if (shape == ElementType::Clothoid) {
         writePoint("PI", piOf(element));
     }
     writePoint("End", element.end);
-    if (isJapanese() && element.type == ElementType::Clothoid) {
+    if (isJapanese() && shape == ElementType::Clothoid) {
         out_ << "<Feature>";
         writeProperty("A", fixedReal(parameterOf(element), kCoordinateDecimals));
         out_ << "</Feature>";
@@ -273,7 +280,11 @@ void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
 
 void AlignmentWriter::writeIntermediatePointsOf(const Written& alignment, std::size_t number) {
     const drawing::AlignmentGeometry& geometry = drawing_.geometry(alignment.index);
-    if (geometry.empty() || geometry.length() > kInterval * kMostIntermediatePoints) {
+    if (geometry.empty()) {
+        return;
+    }
+    if (geometry.length() > kInterval * std::min(kMostIntermediatePoints, intermediateLeft_)) {
+        ++withoutPoints_;
         return;
     }
     struct Point {
@@ -292,6 +303,7 @@ void AlignmentWriter::writeIntermediatePointsOf(const Written& alignment, std::s
     if (points.empty()) {
         return;
     }
+    intermediateLeft_ -= static_cast<double>(points.size());
     const std::string prefix = "IntermediatePnt" + std::to_string(number) + "-";
     const StationNames stationNames;
     const auto shownStation = [&](double station) {
@@ -525,6 +537,9 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
     }
     if (alignments.turningFar() > 0) {
         notes.push_back({NoteCode::ClothoidWithoutPi, alignments.turningFar()});
+    }
+    if (alignments.withoutPoints() > 0) {
+        notes.push_back({NoteCode::IntermediateCut, alignments.withoutPoints()});
     }
     return notes;
 }

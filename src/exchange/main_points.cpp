@@ -1,6 +1,7 @@
 // The main points of an alignment and the IPs of its curves.
 #include "exchange/main_points.h"
 
+#include "exchange/element_shape.h"
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -29,7 +30,7 @@ struct Curve {
 std::vector<Curve> curvesOf(const std::vector<Element>& elements) {
     std::vector<Curve> curves;
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (elements[i].type == ElementType::Straight) {
+        if (shapeOf(elements[i]) == ElementType::Straight) {
             continue;
         }
         const bool goesOn = !curves.empty() && curves.back().end == i &&
@@ -45,7 +46,7 @@ std::vector<Curve> curvesOf(const std::vector<Element>& elements) {
 }
 
 bool isClothoid(const Element& element) {
-    return element.type == ElementType::Clothoid;
+    return shapeOf(element) == ElementType::Clothoid;
 }
 
 bool hasClothoid(const std::vector<Element>& elements, const Curve& curve) {
@@ -235,7 +236,7 @@ std::vector<MainPoint> mainPointsOf(const Alignment& alignment, MainPointNames n
             ++curve;
         }
         if (curve < curves.size() && curves[curve].first == i && curves[curve].size() == 1 &&
-            element.type == ElementType::Arc) {
+            shapeOf(element) == ElementType::Arc) {
             const double half = element.length / 2.0;
             points.push_back(
                 {"SP" + std::to_string(curve + 1), station + half, drawing::poseOnElement(element, half), i, false});
@@ -268,8 +269,8 @@ std::vector<Ip> ipsOf(const Alignment& alignment, MainPointNames names, std::siz
     const std::vector<Curve> curves = curvesOf(elements);
     std::size_t curve = 0;
     for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (i > 0 && elements[i].type == ElementType::Straight && elements[i - 1].type == ElementType::Straight &&
-            std::abs(turnAt(elements, i)) > kKink) {
+        if (i > 0 && shapeOf(elements[i]) == ElementType::Straight &&
+            shapeOf(elements[i - 1]) == ElementType::Straight && std::abs(turnAt(elements, i)) > kKink) {
             ips.push_back(endPoint("", elements[i].start));
             ips.back().turn = turnAt(elements, i);
         }

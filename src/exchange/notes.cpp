@@ -44,6 +44,8 @@ constexpr std::array<NoteText, kNoteCodes> kNoteTexts = {{
     {NoteCode::ClothoidWithoutPi, "clothoid-without-pi",
      "半円以上曲がるクロソイド{count}本にはPIがないため、始点の接線上の点を出力しています",
      "clothoids that turn by half a circle or more have no PI; a point on the first tangent stands there: {count}"},
+    {NoteCode::IntermediateCut, "intermediate-cut", "中間点が多すぎるため、線形{count}本の中間点は出力していません",
+     "too many intermediate points: those of {count} alignments left out"},
     {NoteCode::LeadingClothoid, "leading-clothoid",
      "クロソイドから始まる線形{count}本は、どの読み込みでも線形にならないため出力していません",
      "{count} alignments that begin with a clothoid left out: no import takes them"},

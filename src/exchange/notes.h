@@ -24,6 +24,7 @@ enum class NoteCode : std::uint8_t {
     StationEquations,  // count equations that the names of longitudinal results prove
     CurveWithoutIp,    // count curves that turn by half a circle or more
     ClothoidWithoutPi, // count clothoids that do
+    IntermediateCut,   // count alignments without intermediate points, which would be too many
     // SIMA
     LeadingClothoid,
     JoinedStraights,

@@ -15,12 +15,14 @@ enum class ObstacleCode : std::uint8_t {
     // No room: another scale or larger paper may mend that
     PlanDoesNotFit,   // on paper at scale
     SectionsDoNotFit, // on paper at scale
+    SheetsTooLarge,   // together larger than count MB
     TooManySheets,    // more than count
     // Others
     TooManyPages,      // more than count
     NothingToList,     // the drawing has nothing that the tables show
     NoAlignment,       // the drawing has none
     NoElementsToDraw,  // the alignment has none
+    BeyondReach,       // the alignment has coordinates or stations that no survey has
     NoElementsToStake, // the alignment has none
     NoLongitudinal,    // the alignment has no longitudinal results
     NoCrossSections,   // the alignment has none

@@ -40,7 +40,8 @@ bool hasPlace(const Alignment& alignment) {
     return isNear(alignment.startStation) &&
            std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const Element& element) {
                return isNear(element.start.x) && isNear(element.start.y) && isNear(element.end.x) &&
-                      isNear(element.end.y) && isNear(element.length) && !windsOnAndOn(element);
+                      isNear(element.end.y) && isNear(element.length) && std::isfinite(element.endDirection()) &&
+                      !windsOnAndOn(element);
            });
 }
 

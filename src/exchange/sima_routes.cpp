@@ -8,6 +8,7 @@
 // Symbols: A parameter of a clothoid, L its length, R radius; A^2 = L / |1/R2 - 1/R1|.
 #include "exchange/sima_routes.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/sima_lines.h"
 #include "output/alignment_passes.h"
 #include "sima/text/number.h"
@@ -67,8 +68,11 @@ std::string clothoidRecord(const Element& element) {
            signedRadius(element, element.endRadius) + ",";
 }
 
-// A clothoid of one radius is an arc, and of none a straight.
+// A clothoid of one radius is an arc, and of none a straight; an arc without a radius is what it looks like.
 ElementType typeOf(const Element& element) {
+    if (element.type == ElementType::Arc && !std::isfinite(element.startRadius)) {
+        return shapeOf(element);
+    }
     if (element.type != ElementType::Clothoid || element.startRadius != element.endRadius) {
         return element.type;
     }

@@ -11,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <set>
 #include <sstream>
 #include <utility>
 
@@ -58,15 +59,17 @@ std::optional<Obstacle> collectPlaces(const Drawing& drawing, std::size_t index,
     if (geometry.empty() || !hasPlace(drawing.alignment(index))) {
         return Obstacle{ObstacleCode::NoElementsToStake};
     }
-    const double asked =
-        (options.every > 0.0 ? geometry.length() / options.every : 0.0) + static_cast<double>(options.stations.size());
+    std::vector<MainPoint> mainPoints;
+    if (options.mainPoints) {
+        mainPoints = mainPointsOf(drawing.alignment(index), options.mainPointNames);
+    }
+    const double asked = (options.every > 0.0 ? geometry.length() / options.every : 0.0) +
+                         static_cast<double>(options.stations.size() + mainPoints.size());
     if (asked * static_cast<double>(options.offsets.size()) > static_cast<double>(kMostStakes)) {
         return Obstacle{ObstacleCode::TooManyStakes, kMostStakes};
     }
-    if (options.mainPoints) {
-        for (MainPoint& point : mainPointsOf(drawing.alignment(index), options.mainPointNames)) {
-            places.push_back({point.station, std::move(point.name), point.pose});
-        }
+    for (MainPoint& point : mainPoints) {
+        places.push_back({point.station, std::move(point.name), point.pose});
     }
     for (const double station : options.stations) {
         const auto pose = geometry.poseAt(station);
@@ -244,8 +247,9 @@ Stakes stakesOf(const Drawing& drawing, std::size_t alignment, const StakeOption
         note.to = drawing.geometry(alignment).endStation();
     }
     std::vector<double> offsets; // each once
+    std::set<double> known;
     for (const double offset : options.offsets) {
-        if (std::find(offsets.begin(), offsets.end(), offset) == offsets.end()) {
+        if (known.insert(offset).second) {
             offsets.push_back(offset);
         }
     }

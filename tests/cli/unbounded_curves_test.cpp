@@ -114,6 +114,21 @@ TEST_F(UnboundedCurves, ACoordinateOfSixtyDigitsIsKeptAndDrawn) {
     EXPECT_EQ(fenmark({"plot", folder.at("a.gpkg"), folder.at("a.svg"), "--quiet"}).code, kDone);
 }
 
+// Where a start station is so large that adding the length is lost, there was no sheet: no SVG, or a PDF without a page.
+TEST_F(UnboundedCurves, NoSheetAlongAnAlignmentIsToldAndWritesNothing) {
+    const std::string text = "A00,\r\nA01,1,BP,0.000,0.000,,\r\nA01,2,EP,0.000,100.000,,\r\nA99,\r\n"
+                             "F00,1,1,CL,3,\r\nF03,10000000000000000000,\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
+    ASSERT_EQ(fenmark({"import", file(text)}).code, kDone);
+    for (const char* name : {"o.svg", "o.pdf"}) {
+        const std::vector<std::string> plot = {"plot", folder.at("a.gpkg"), folder.at(name), "--along", "CL"};
+        const Ran ran = fenmark(plot);
+        EXPECT_EQ(ran.code, kNotDone) << name;
+        EXPECT_TRUE(contains(ran.err, "stations that no survey has")) << ran.err;
+        EXPECT_TRUE(contains(inJapanese(plot).err, "追加距離が大きすぎる")) << name;
+        EXPECT_FALSE(test::fileExists(folder.at(name))) << name;
+    }
+}
+
 // A drawing whose elements somebody changed.
 class HostileDrawing : public CommandLine, public ::testing::WithParamInterface<const char*> {};
 

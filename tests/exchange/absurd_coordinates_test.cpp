@@ -7,6 +7,8 @@
 #include "exchange/landxml.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_svg.h"
+#include "exchange/plan/plot.h"
+#include "exchange/report/report.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
 
@@ -174,6 +176,88 @@ TEST(Placed, AnArcThatWindsOnAndOnIsLeftOut) {
             EXPECT_LT(out.str().size(), 100'000U) << name;
         }
     }
+}
+
+// All that is written of the drawing. "INF" is how LandXML calls the radius of a straight.
+std::string everythingOf(const Drawing& drawing) {
+    std::ostringstream out;
+    for (const Format& format : formats()) {
+        ExportOptions options;
+        format.write(drawing, options, out);
+        options.elements = true;
+        options.landXmlProfile = LandXmlProfile::JLandXml;
+        format.write(drawing, options, out);
+    }
+    writeInfoJson(drawing, out);
+    writeReport(drawing, {}, ReportFormat::Html, out);
+    for (const Plot& plot : {plotAlong(drawing, 0, {}), plotProfile(drawing, 0, {})}) {
+        EXPECT_FALSE(plot.failure);
+        for (const std::string& page : plot.pages) {
+            out << page;
+        }
+    }
+    return out.str();
+}
+
+std::size_t occurrencesOf(const std::string& part, const std::string& text) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) {
+        ++count;
+    }
+    return count;
+}
+
+// A straight, the arc, a straight, and two results; sheets have no A command where no arc is an arc.
+void fillWithArc(Drawing& drawing, double startRadius, double endRadius) {
+    addChain(drawing, {{ElementType::Straight, 50.0, kStraight, kStraight, false},
+                       {ElementType::Arc, 40.0, startRadius, endRadius, true},
+                       {ElementType::Straight, 30.0, kStraight, kStraight, false}});
+    drawing.setZone(9);
+    for (const double station : {10.0, 110.0}) {
+        const auto at = drawing.geometry(0).pointAt(station).value();
+        addPoint(drawing, {at.x, at.y, 5.0}, "No", "縦断成果");
+    }
+}
+
+const std::regex kNotWritable("[^A-Za-z](inf|nan)[^A-Za-z]");
+
+TEST(ArcsWithoutARadius, AreStraightsInEveryFile) {
+    for (const double radius : {kEndless, 1e306, 1e13}) {
+        Drawing drawing;
+        fillWithArc(drawing, radius, radius);
+        const std::string all = everythingOf(drawing);
+        std::smatch found;
+        EXPECT_FALSE(std::regex_search(all, found, kNotWritable)) << radius << found.str();
+        EXPECT_EQ(occurrencesOf("<Curve", all), 0U) << radius;
+        EXPECT_EQ(occurrencesOf("<Line length", all), 6U) << radius;
+        EXPECT_EQ(occurrencesOf("\nARC\n", all) + occurrencesOf("\nARC\r\n", all), 0U) << radius;
+        EXPECT_EQ(occurrencesOf("class=\"l arc\"", all), 0U) << radius;
+        EXPECT_EQ(occurrencesOf("R=", all), 0U) << radius;
+    }
+}
+
+// As a changed drawing may have it.
+TEST(ArcsWithoutARadius, OfOneRadiusAloneAreTheClothoidsThatTheyRun) {
+    Drawing drawing;
+    fillWithArc(drawing, kEndless, 100.0);
+    const std::string all = everythingOf(drawing);
+    EXPECT_FALSE(std::regex_search(all, kNotWritable));
+    EXPECT_EQ(occurrencesOf("<Spiral", all), 2U);
+    EXPECT_EQ(occurrencesOf("<Curve", all), 0U);
+    EXPECT_GE(occurrencesOf("A=63.246", all), 2U) << "the root of 100 times 40";
+}
+
+TEST(Placed, AnElementWithoutAnEndDirectionIsLeftOut) {
+    Drawing drawing;
+    fillSample(drawing);
+    addChain(drawing, {{ElementType::Clothoid, 40.0, kStraight, 0.0, true}});
+    std::ostringstream dxf;
+    ASSERT_EQ(
+        english(writeDxf(drawing, {}, dxf)),
+        (std::vector<std::string>{"coordinates beyond all bounds; left out: 0 points, 0 polylines, 1 alignments"}));
+    std::ostringstream plan;
+    EXPECT_EQ(writePlanSvg(drawing, plan).front(), (Note{NoteCode::OutOfReach, 1}));
+    EXPECT_FALSE(std::regex_search(dxf.str() + plan.str(), kNotWritable));
 }
 
 TEST(Placed, OrdinaryDrawingsGiveNoNote) {

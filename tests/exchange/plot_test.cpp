@@ -111,6 +111,40 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
     }
 }
 
+TEST_F(PlotOf, SheetsAlongAnAlignmentAreBoundedTogether) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    PlotOptions options;
+    options.paper = "A4";
+    std::size_t bytes = 0;
+    for (const std::string& page : plotAlong(drawing, 0, options).pages) {
+        bytes += page.size();
+    }
+    options.mostSheetBytes = bytes;
+    EXPECT_EQ(plotAlong(drawing, 0, options).pages.size(), 3U);
+    options.mostSheetBytes = bytes - 1;
+    const Plot refused = plotAlong(drawing, 0, options);
+    EXPECT_TRUE(refused.pages.empty());
+    EXPECT_EQ(refused.failure, Obstacle{ObstacleCode::SheetsTooLarge});
+    EXPECT_TRUE(isWantOfRoom(*refused.failure));
+    EXPECT_EQ(wording({ObstacleCode::SheetsTooLarge, 100}, Language::English),
+              "too many sheets with too much on them, together more than 100 MB; choose a smaller scale");
+}
+
+TEST_F(PlotOf, NoSheetAlongAnAlignmentIsAFailure) {
+    const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double start : {1e19, -1e19, 1e9}) {
+        drawing.setStartStation(road, start);
+        const Plot plot = plotAlong(drawing, road, {});
+        EXPECT_TRUE(plot.pages.empty()) << start;
+        EXPECT_EQ(whyNot(plot), "the alignment has coordinates or stations that no survey has, so it cannot be drawn");
+    }
+    const std::size_t far = addRoad(drawing, {1e30, -36000.0}, true, "FAR");
+    EXPECT_EQ(plotAlong(drawing, far, {}).failure, Obstacle{ObstacleCode::BeyondReach});
+    const std::size_t point = drawing.addAlignment(drawing.addSite("T"), "POINT", "0", "", "");
+    drawing.addElement(point, Element{});
+    EXPECT_EQ(plotAlong(drawing, point, {}).failure, Obstacle{ObstacleCode::NoElementsToDraw}) << "it has no length";
+}
+
 TEST_F(PlotOf, ProfileDrawsTheGroundToItsTwoScales) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     addResult(100.0, 0.0, 10.0, "No.5", "縦断成果");
@@ -179,6 +213,35 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     PlotOptions options;
     options.scale = 10;
     EXPECT_NE(whyNot(plotCrossSections(drawing, 0, options)).find("do not fit"), std::string::npos);
+}
+
+// Where a step of the grid is lost in a height, its lines had no end.
+TEST_F(PlotOf, SectionsLeaveOutHeightsThatNoSheetShows) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(100.0, 0.0, 1e30, "a", "縦断成果");
+    addResult(140.0, 0.0, -1e20, "b", "縦断成果");
+    EXPECT_EQ(plotProfile(drawing, 0, {}).failure, Obstacle{ObstacleCode::NoLongitudinal});
+    addResult(160.0, 0.0, 9e6, "c", "縦断成果");
+    addResult(200.0, 0.0, -9e6, "d", "縦断成果");
+    PlotOptions options;
+    options.paper = "A4";
+    const Plot profile = plotProfile(drawing, 0, options);
+    ASSERT_EQ(profile.pages.size(), 1U) << whyNot(profile);
+    EXPECT_EQ(english(profile.notes),
+              (std::vector<std::string>{"2 objects with coordinates that no survey has are not drawn"}));
+    EXPECT_LT(profile.pages[0].size(), 20'000U);
+    EXPECT_TRUE(textsOf(profile.pages[0]).contains("-9000000.000")) << "a height that a scale reaches";
+
+    addResult(160.0, 0.0, 1e30, "c", "横断成果");
+    addResult(160.0, 5.0, 1e30, "", "横断成果");
+    EXPECT_EQ(plotCrossSections(drawing, 0, {}).failure, Obstacle{ObstacleCode::NoCrossSections});
+    addResult(200.0, 0.0, 8.0, "d", "横断成果");
+    addResult(200.0, -5.0, 1e20, "", "横断成果");
+    addResult(200.0, 5.0, 9.0, "", "横断成果");
+    const Plot sections = plotCrossSections(drawing, 0, {});
+    ASSERT_EQ(sections.pages.size(), 1U) << whyNot(sections);
+    EXPECT_EQ(english(sections.notes),
+              (std::vector<std::string>{"3 objects with coordinates that no survey has are not drawn"}));
 }
 
 TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {

@@ -84,6 +84,32 @@ TEST(ReportOfStations, TooManyAreLeftOutAndSaidSo) {
     EXPECT_LT(table.size(), 10'000U);
 }
 
+// Three alignments within the bound of one, but not together: the last is without its points.
+TEST(ReportOfStations, TooManyOfAllAlignmentsAreLeftOutAndSaidSo) {
+    Drawing drawing;
+    for (int i = 0; i < 3; ++i) {
+        addChain(drawing, {{kLine, 1.8e6, kStraight, kStraight, false}});
+    }
+    const std::string table = tableOf(drawing, ReportPart::Intermediate);
+    EXPECT_NE(table.find("No.89999"), std::string::npos);
+    EXPECT_NE(table.find("中間点が多すぎるため省略。"), std::string::npos);
+    EXPECT_EQ(table.find("中間点が多すぎるため省略。"), table.rfind("中間点が多すぎるため省略。"));
+}
+
+TEST(LandXmlOfStations, TooManyOfAllAlignmentsAreLeftOutAndTold) {
+    Drawing drawing;
+    for (int i = 0; i < 3; ++i) {
+        addChain(drawing, {{kLine, 1.8e6, kStraight, kStraight, false}});
+    }
+    drawing.setZone(9);
+    std::ostringstream out;
+    EXPECT_EQ(english(writeLandXmlProfile(drawing, LandXmlProfile::JLandXml, out)),
+              (std::vector<std::string>{"too many intermediate points: those of 1 alignments left out"}));
+    const std::string text = std::move(out).str();
+    EXPECT_NE(text.find("IntermediatePnt2-90001"), std::string::npos);
+    EXPECT_EQ(text.find("IntermediatePnt3-1\""), std::string::npos);
+}
+
 TEST(ReportOfLots, ARingClosedByItsFirstCornerHasItOnce) {
     const std::vector<MdGePoint3d> ring = {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}, {12, 0, 0}};
     Drawing open;

@@ -326,6 +326,21 @@ TEST(Stakes, OutsideTheAlignmentAreAnError) {
     EXPECT_NE(whyNot(stakesAlong(drawing, options)).find("more than"), std::string::npos);
 }
 
+TEST(Stakes, MainPointsCountAmongThoseThatAreTooMany) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true);
+    StakeOptions options;
+    options.every = 0.0;
+    options.mainPoints = true;
+    options.offsets.clear();
+    for (std::size_t i = 0; i <= kMostStakes / 6; ++i) { // of six main points
+        options.offsets.push_back(static_cast<double>(i) * 1e-3);
+    }
+    EXPECT_EQ(stakesAlong(drawing, options).failure, (Obstacle{ObstacleCode::TooManyStakes, kMostStakes}));
+    options.offsets.resize(1000);
+    EXPECT_EQ(stakesAlong(drawing, options).stakes.size(), 6000U);
+}
+
 std::string written(const Stakes& stakes, StakeFormat format) {
     std::ostringstream out;
     writeStakes(stakes, format, out);

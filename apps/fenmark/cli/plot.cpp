@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <functional>
 #include <ostream>
-#include <sstream>
 
 namespace fenmark::cli {
 
@@ -58,13 +57,18 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     const exchange::Plot plot = plotOf(*drawing, arguments, streams.language);
-    if (plot.failure) {
-        throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(*plot.failure, streams.language));
+    if (plot.failure || plot.pages.empty()) {
+        const exchange::Obstacle why =
+            plot.failure.value_or(exchange::Obstacle{exchange::ObstacleCode::NoElementsToDraw});
+        throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(why, streams.language));
     }
     if (pdf) {
-        std::ostringstream bytes;
-        require(streams, exchange::writePdf(plot, bytes), arguments.target + ": ");
-        write(streams, arguments.target, [&](std::ostream& out) { out << bytes.str(); });
+        write(streams, arguments.target, [&](std::ostream& out) {
+            const Outcome made = exchange::writePdf(plot, out);
+            if (out) { // otherwise the file says why it cannot be written
+                require(streams, made, arguments.target + ": ");
+            }
+        });
     } else {
         for (std::size_t i = 0; i < plot.pages.size(); ++i) {
             write(streams, pageName(arguments.target, i + 1, plot.pages.size()),

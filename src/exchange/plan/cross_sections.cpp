@@ -100,12 +100,23 @@ std::size_t drawSection(SectionPage& page, const CrossSection& section, const Pa
     return without;
 }
 
+// Takes away the points whose height no sheet can show, and counts them.
+std::size_t leaveOutHighPoints(std::vector<CrossSection>& sections) {
+    std::size_t leftOut = 0;
+    for (CrossSection& section : sections) {
+        leftOut += std::erase_if(section.points, [](const SectionPoint& point) { return !sectionShows(point.height); });
+    }
+    std::erase_if(sections, [](const CrossSection& section) { return section.points.empty(); });
+    return leftOut;
+}
+
 } // namespace
 
 Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOptions& options) {
     Plot plot;
-    const Results results = resultsOf(drawing);
-    const std::vector<CrossSection>& sections = results.alignments[index].sections;
+    Results results = resultsOf(drawing);
+    std::vector<CrossSection>& sections = results.alignments[index].sections;
+    const std::size_t tooHigh = leaveOutHighPoints(sections);
     if (sections.empty()) {
         plot.failure = {ObstacleCode::NoCrossSections};
         return plot;
@@ -165,6 +176,9 @@ Plot plotCrossSections(const Drawing& drawing, std::size_t index, const PlotOpti
                         std::string(trimmedName(drawing.alignment(index).name)),
                     "縮尺　1:" + std::to_string(scale) + "（" + paper + "）" + number, options.titles);
         plot.pages.push_back(page.svg());
+    }
+    if (tooHigh > 0) {
+        plot.notes.push_back({NoteCode::OutOfReach, tooHigh});
     }
     if (without > 0) {
         plot.notes.push_back({NoteCode::NoRoomForFigures, without});

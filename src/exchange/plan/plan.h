@@ -62,6 +62,9 @@ class PlanKinds {
 
 inline constexpr std::size_t kMostFiles = 4; // that a plan looks for: three names, and whether there are more
 
+// Whether a plan can show the alignment to scale: no coordinate and no station is larger than any survey's.
+[[nodiscard]] bool inReach(const drawing::Alignment& alignment);
+
 // What of a drawing a plan can show.
 struct Shown {
     explicit Shown(const drawing::Drawing& drawing);

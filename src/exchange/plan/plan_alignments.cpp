@@ -1,4 +1,5 @@
 // Alignments on a plan: elements by kind, element ends, stations, curve data.
+#include "exchange/element_shape.h"
 #include "exchange/plan/plan.h"
 #include "exchange/round_stations.h"
 #include "exchange/text.h"
@@ -30,6 +31,7 @@ constexpr double kLeastStakeSpace = 5.0; // millimetres between two stations; a 
 constexpr double kKeySize = 2.0;         // millimetres of type
 constexpr double kStakeSize = 1.8;
 constexpr double kCurveSize = 1.8;
+constexpr double kLargestPaperRadius = 1e9;  // millimetres; beyond, an arc is drawn as its chords
 constexpr std::size_t kMostStations = 20000; // ticks on one sheet
 
 const char* styleOf(ElementType type) {
@@ -170,7 +172,16 @@ bool isBeside(const Plan& plan, const PlanPoint& point) {
     return plan.isBeside(extent);
 }
 
+// Before its line is known: the box holds every point of it.
+bool isBeside(const Plan& plan, const Element& element) {
+    const auto box = plan.partial ? drawing::boxOfElement(element) : std::nullopt;
+    return box && plan.isBeside({box->minX, box->minY, box->maxX, box->maxY});
+}
+
 void drawElement(Plan& plan, std::ostream& out, const Element& element, std::string_view colour) {
+    if (isBeside(plan, element)) {
+        return;
+    }
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
     drawing::appendElementLine(element, tolerance, line);
@@ -181,14 +192,15 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element, std::str
     if (line.empty() || plan.isBeside(extent)) {
         return;
     }
-    plan.items.insert(itemOf(element.type));
+    const ElementType shape = shapeOf(element);
+    plan.items.insert(itemOf(shape));
     PaperPoint from = plan.at(line.front().x, line.front().y);
-    out << "<path class=\"l " << styleOf(element.type);
+    out << "<path class=\"l " << styleOf(shape);
     if (!colour.empty()) {
         out << "\" style=\"stroke:" << colour;
     }
     out << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
-    if (element.type == ElementType::Arc) {
+    if (shape == ElementType::Arc && plan.sheet.paperLength(element.startRadius) <= kLargestPaperRadius) {
         const PaperPoint to = plan.at(element.end.x, element.end.y);
         const std::string radius = mm(plan.sheet.paperLength(element.startRadius));
         const bool large = std::abs(element.turn()) > std::numbers::pi;
@@ -223,7 +235,7 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
         std::string text = named    ? std::string(plan.drawing.entity(*named).row->name)
                            : i == 0 ? "BP"
                            : last   ? "EP"
-                                    : jointName(elements[i - 1].type, element.type);
+                                    : jointName(shapeOf(elements[i - 1]), shapeOf(element));
         text += " " + stakeName(station);
         std::vector<Label> candidates;
         for (const double distance : {3.0, 8.0, 14.0}) {
@@ -290,20 +302,21 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
 
 void nameCurves(Plan& plan, const Alignment& alignment) {
     for (const Element& element : alignment.elements) {
-        if (element.type == ElementType::Straight) {
+        const ElementType shape = shapeOf(element);
+        if (shape == ElementType::Straight) {
             continue;
         }
         std::string text;
-        if (element.type == ElementType::Arc) {
+        const double growth = std::abs(element.endCurvature() - element.startCurvature());
+        if (shape == ElementType::Arc || growth == 0.0) {
             text = "R=" + fixedReal(element.startRadius, 3);
         } else {
-            const double growth = std::abs(element.endCurvature() - element.startCurvature());
             text = "A=" + fixedReal(std::sqrt(element.length / growth), 3);
         }
         text += " L=" + fixedReal(element.length, 3);
         const drawing::Pose middle = drawing::poseOnElement(element, element.length / 2.0);
         const PaperPoint at = plan.at(middle.point.x, middle.point.y);
-        const char* style = element.type == ElementType::Arc ? "curve" : "spiral";
+        const char* style = shape == ElementType::Arc ? "curve" : "spiral";
         std::vector<Label> candidates;
         for (const double distance : {3.5, 6.5, 10.0, 13.5}) {
             for (const bool left : {!element.clockwise, element.clockwise}) {

@@ -65,14 +65,6 @@ bool inReach(const EntityView& entity) {
                        [](const host::MdGePoint3d& vertex) { return inReach(vertex.x) && inReach(vertex.y); });
 }
 
-bool inReach(const Alignment& alignment) {
-    return inReach(alignment.startStation) &&
-           std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const auto& element) {
-               return inReach(element.start.x) && inReach(element.start.y) && inReach(element.end.x) &&
-                      inReach(element.end.y) && inReach(element.length);
-           });
-}
-
 void writeLabels(const Plan& plan, std::ostream& out) {
     out << "<g class=\"halo\">\n";
     for (const Label& label : plan.labels) {
@@ -92,6 +84,14 @@ void writeLabels(const Plan& plan, std::ostream& out) {
 }
 
 } // namespace
+
+bool inReach(const Alignment& alignment) {
+    return inReach(alignment.startStation) &&
+           std::all_of(alignment.elements.begin(), alignment.elements.end(), [](const auto& element) {
+               return inReach(element.start.x) && inReach(element.start.y) && inReach(element.end.x) &&
+                      inReach(element.end.y) && inReach(element.length) && std::isfinite(element.endDirection());
+           });
+}
 
 std::string mm(double millimetres) {
     std::string text = fixedReal(millimetres, 2);

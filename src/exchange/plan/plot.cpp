@@ -148,6 +148,11 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         plot.failure = {ObstacleCode::NoElementsToDraw};
         return plot;
     }
+    // Stations so large that adding the length is lost would give no sheet at all.
+    if (!inReach(drawing.alignment(alignment))) {
+        plot.failure = {ObstacleCode::BeyondReach};
+        return plot;
+    }
     const int scale = options.scale.value_or(kScaleAlong);
     const Paper paper{options.paper.value_or("A3"), options.upright.value_or(false)};
     std::vector<Part> parts;
@@ -165,7 +170,12 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         }
         from = to - overlap;
     }
+    if (parts.empty()) { // no length
+        plot.failure = {ObstacleCode::NoElementsToDraw};
+        return plot;
+    }
     const StationNames names;
+    std::size_t bytes = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         Plan plan(drawing, shown, parts[i].sheet);
         plan.partial = true;
@@ -188,6 +198,14 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         }
         plot.pages.push_back(page(plan));
         addNotes(plot.notes, plan.notes);
+        // Each sheet of an alignment that winds over itself shows all of it.
+        bytes += plot.pages.back().size();
+        if (bytes > options.mostSheetBytes) {
+            constexpr std::size_t kMegabyte = 1'000'000;
+            Plot refused;
+            refused.failure = {ObstacleCode::SheetsTooLarge, options.mostSheetBytes / kMegabyte};
+            return refused;
+        }
     }
     return plot;
 }

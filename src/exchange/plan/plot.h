@@ -14,6 +14,9 @@
 
 namespace fenmark::exchange {
 
+// Bytes of all sheets along an alignment together; a sheet of a survey has some tens of thousands.
+inline constexpr std::size_t kMostSheetBytes = 100'000'000;
+
 struct PlotOptions {
     std::optional<int> scale;                   // the N of 1:N; otherwise the largest round one that fits
     std::optional<std::string> paper;           // "A4" to "A0"; otherwise the smallest from A3 on that serves
@@ -23,6 +26,7 @@ struct PlotOptions {
     std::string heading; // in place of "平　面　図", "縦断図" and "横断図"
     // More lines of the title block: name and value.
     std::vector<std::pair<std::string, std::string>> titles;
+    std::size_t mostSheetBytes = kMostSheetBytes;
 };
 
 // Pages as SVG documents, one unit a millimetre of paper.

@@ -1,6 +1,7 @@
 // The longitudinal section of an alignment: its ground, heights exaggerated, over a band of heights, distances and curves.
 #include "exchange/plan/plot.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/main_points.h"
 #include "exchange/plan/plan.h"
 #include "exchange/plan/section_page.h"
@@ -41,6 +42,7 @@ constexpr double kEndRoom = 4.0;          // millimetres between the frame and t
 constexpr int kSmallestOnOneSheet = 2500; // a longer alignment takes several sheets of 1:1000
 constexpr int kScaleOfSheets = 1000;
 constexpr std::size_t kMostProfileSheets = 500;
+constexpr double kGridSpace = 10.0; // millimetres between two heights
 
 constexpr double kGroundStation = 1e-3; // metres: a planned height at a point of the ground
 
@@ -92,6 +94,11 @@ Points pointsOf(const AlignmentResults& results) {
     return points;
 }
 
+// Takes away the points whose height no sheet can show, and counts them.
+std::size_t leaveOutHigh(Points& points) {
+    return std::erase_if(points, [](const LongitudinalPoint& point) { return !sectionShows(point.height); });
+}
+
 // The part of the ground line between two stations, with the heights at both where it goes on.
 Points partOf(const Points& points, double from, double to) {
     Points part;
@@ -126,7 +133,9 @@ void fitHeights(Layout& layout, const Points& part, int wantedScale) {
 
 void drawHeights(SectionPage& page, const Layout& layout) {
     const double step = layout.heights / 100.0; // metres: 10 mm of paper
-    for (int i = 0; layout.y(layout.base + i * step) >= layout.top; ++i) {
+    // Counted on the paper: heights so large that a step is lost in them would have no last line.
+    const int most = static_cast<int>((layout.bottom - layout.top) / kGridSpace) + 1;
+    for (int i = 0; i <= most && layout.y(layout.base + i * step) >= layout.top; ++i) {
         const double y = layout.y(layout.base + i * step);
         page.line(i == 0 ? "base" : "faint", {layout.left, y}, {layout.right, y});
         if (i > 0) {
@@ -233,7 +242,7 @@ void drawCurves(SectionPage& page, const Layout& layout, const drawing::Alignmen
         };
         std::string label;
         double labelY = middle - 1.8;
-        switch (element.type) {
+        switch (shapeOf(element)) {
         case ElementType::Straight:
             page.line("curve", {x1, middle}, {x2, middle});
             label = "L=" + metresText(element.length);
@@ -265,14 +274,16 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
     Plot plot;
     const drawing::Alignment& alignment = drawing.alignment(index);
     const Results results = resultsOf(drawing);
-    const Points points = pointsOf(results.alignments[index]);
+    Points points = pointsOf(results.alignments[index]);
+    std::size_t tooHigh = leaveOutHigh(points);
     if (points.size() < 2) {
         plot.failure = {ObstacleCode::NoLongitudinal};
         return plot;
     }
     const std::string paper = options.paper.value_or("A3");
     const bool upright = options.upright.value_or(false);
-    const Points planned = plannedHeights(drawing, index);
+    Points planned = plannedHeights(drawing, index);
+    tooHigh += leaveOutHigh(planned);
     Layout layout{};
     layout.planned = !planned.empty();
     {
@@ -330,6 +341,9 @@ Plot plotProfile(const Drawing& drawing, std::size_t index, const PlotOptions& o
                         paper + "）" + number,
                     options.titles);
         plot.pages.push_back(page.svg());
+    }
+    if (tooHigh > 0) {
+        plot.notes.push_back({NoteCode::OutOfReach, tooHigh});
     }
     if (without > 0) {
         plot.notes.push_back({NoteCode::NoRoomForFigures, without});

@@ -4,6 +4,7 @@
 #include "drawing/drawing.h"
 #include "exchange/plan/plan_sheet.h"
 
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -44,5 +45,11 @@ class SectionPage {
 
 // The smallest of the round scales 1:10, 1:20, 1:50, 1:100, ... that is not below the one wanted.
 [[nodiscard]] int roundSectionScale(double wanted);
+
+// Metres. No height of a survey is larger, and the scales of sections reach no farther; what is, is left out and counted.
+inline constexpr double kLargestSectionHeight = 1e7;
+[[nodiscard]] inline bool sectionShows(double height) {
+    return std::abs(height) <= kLargestSectionHeight;
+}
 
 } // namespace fenmark::exchange

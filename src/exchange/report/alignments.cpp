@@ -1,6 +1,7 @@
 // Tables of alignments: main points, IPs, intermediate points, width stakes.
 #include "exchange/report/tables.h"
 
+#include "exchange/element_shape.h"
 #include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
@@ -28,6 +29,7 @@ constexpr double kWholeStation = 0.002;   // metres: coordinates are rounded, st
 constexpr double kFarthestStake = 200.0;  // metres from the alignment that a width stake belongs to
 constexpr std::size_t kJudgedStakes = 32; // of one line, when its alignment is looked for
 constexpr double kMostIntermediate = 1e5; // points of one table
+constexpr double kMostIntermediateOfReport = 2e5;
 
 std::string azimuthText(double azimuth) {
     return degreesText(azimuthDegrees(azimuth));
@@ -46,7 +48,7 @@ std::string subjectOf(const drawing::Alignment& alignment) {
 }
 
 std::string elementText(const Element& element) {
-    switch (element.type) {
+    switch (shapeOf(element)) {
     case ElementType::Straight:
         return "直線";
     case ElementType::Arc:
@@ -74,7 +76,7 @@ void mainPointTable(const Drawing& drawing, std::size_t index, const ReportOptio
                   metresText(point.pose.point.x), azimuthText(azimuthOf(point.pose.direction)),
                   azimuthText(azimuthOf(point.pose.direction - std::numbers::pi / 2.0)),
                   begins ? elementText(element) : "",
-                  begins && element.type != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : "");
+                  begins && shapeOf(element) != ElementType::Straight ? degreesText(angleDegrees(element.turn())) : "");
     }
     table.addTotal("路線長", metresText(alignment.length()), "m");
     sink(table);
@@ -87,7 +89,7 @@ std::string curveType(const drawing::Alignment& alignment, const Ip& ip) {
     bool egg = false;
     for (std::size_t i = 0; i < ip.elements; ++i) {
         const Element& element = alignment.elements[ip.firstElement + i];
-        if (element.type == ElementType::Arc) {
+        if (shapeOf(element) == ElementType::Arc) {
             ++arcs;
             continue;
         }
@@ -159,7 +161,9 @@ void ipTable(const Drawing& drawing, std::size_t index, const PointNames& names,
     sink(table);
 }
 
-void intermediateTable(const Drawing& drawing, std::size_t index, const ReportOptions& options, const TableSink& sink) {
+// Takes its points from those that the report may still show.
+void intermediateTable(const Drawing& drawing, std::size_t index, const ReportOptions& options, double& left,
+                       const TableSink& sink) {
     StakeOptions stakeOptions;
     stakeOptions.every = options.stationNames.pitch;
     stakeOptions.stationNames = options.stationNames;
@@ -170,12 +174,13 @@ void intermediateTable(const Drawing& drawing, std::size_t index, const ReportOp
     table.subject = subjectOf(drawing.alignment(index));
     table.columns = {{"点名", Align::Left}, {"追加距離"},   {"単距離"},   {"X"},   {"Y"},
                      {"接線方向角"},        {"横断方向角"}, {"弦方向角"}, {"弦長"}};
-    if (drawing.geometry(index).length() / stakeOptions.every > kMostIntermediate) {
+    if (drawing.geometry(index).length() / stakeOptions.every > std::min(kMostIntermediate, left)) {
         table.remarks.push_back("中間点が多すぎるため省略。");
         sink(table);
         return;
     }
     const Stakes stakes = stakesOf(drawing, index, stakeOptions);
+    left -= static_cast<double>(stakes.stakes.size());
     for (std::size_t i = 0; i < stakes.stakes.size(); ++i) {
         const Stake& stake = stakes.stakes[i];
         const Stake* before = i == 0 ? nullptr : &stakes.stakes[i - 1];
@@ -337,6 +342,7 @@ void alignmentTables(const Drawing& drawing, const PointNames& names, const Repo
     if (options.has(ReportPart::Widths)) {
         stakes = widthStakesOf(drawing, names);
     }
+    double intermediateLeft = kMostIntermediateOfReport;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         if (drawing.geometry(i).empty() || !hasPlace(drawing.alignment(i))) {
             continue;
@@ -348,7 +354,7 @@ void alignmentTables(const Drawing& drawing, const PointNames& names, const Repo
             ipTable(drawing, i, names, options, sink);
         }
         if (options.has(ReportPart::Intermediate)) {
-            intermediateTable(drawing, i, options, sink);
+            intermediateTable(drawing, i, options, intermediateLeft, sink);
         }
         if (const auto own = stakes.find(i); own != stakes.end()) {
             widthTable(drawing, i, own->second, options, sink);

@@ -64,11 +64,13 @@ std::optional<ElementBox> boxOfElement(const Element& element) {
                       std::max(box.maxY, end.y)};
 }
 
-double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line) {
+double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t before) {
+    const std::size_t left = kMostAlignmentPoints - std::min(kMostAlignmentPoints, before + line.size());
     line.push_back(element.start);
     double error = tolerance;
     if (element.type != ElementType::Straight && element.length > 0.0 && isUsable(element)) {
-        const curve::Line drawn = curve::lineOf(curveOf(element), tolerance, kMostElementPoints);
+        const curve::Line drawn =
+            curve::lineOf(curveOf(element), tolerance, std::clamp(left, kFewestElementPoints, kMostElementPoints));
         for (std::size_t i = 1; i + 1 < drawn.points.size(); ++i) {
             line.push_back(planPoint(drawn.points[i]));
         }

@@ -19,6 +19,10 @@ namespace fenmark::drawing {
 inline constexpr double kLineTolerance = 1e-3;
 // The most points that one element is drawn with. No element of a survey reaches it.
 inline constexpr std::size_t kMostElementPoints = curve::kMostLinePoints;
+// The points of all elements of an alignment together, which no survey reaches either. Elements behind them are drawn with
+// kFewestElementPoints at most.
+inline constexpr std::size_t kMostAlignmentPoints = 1'000'000;
+inline constexpr std::size_t kFewestElementPoints = 64;
 inline constexpr double kInfiniteRadius = std::numeric_limits<double>::infinity();
 
 enum class ElementType : char { Straight = 'S', Arc = 'R', Clothoid = 'A' };
@@ -85,8 +89,10 @@ Pose poseOnElement(const Element& element, double along);
 std::optional<ElementBox> boxOfElement(const Element& element);
 
 // The element as a line whose points lie on the curve and whose chords lie within the tolerance (metres) of it, with
-// kMostElementPoints at most. First and last point are the element's ends. Returns how far the line may lie from the
-// curve: the tolerance, or more where the points did not suffice.
-double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line);
+// kMostElementPoints at most, and with fewer where the points before it, those of the line and `before` more of the same
+// alignment, near kMostAlignmentPoints. First and last point are the element's ends. Returns how far the element's part
+// may lie from the curve: the tolerance, or more where the points did not suffice.
+double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line,
+                         std::size_t before = 0);
 
 } // namespace fenmark::drawing

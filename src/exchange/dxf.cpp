@@ -81,6 +81,7 @@ class Layers {
 std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment) {
     std::vector<std::vector<Vertex>> lines;
     std::vector<PlanPoint> chords;
+    std::size_t drawn = 0;
     for (const Element& element : alignment.elements) {
         const bool joined = !lines.empty() && std::hypot(lines.back().back().x - element.start.x,
                                                          lines.back().back().y - element.start.y) <= kGap;
@@ -99,7 +100,8 @@ std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment
             }
         } else {
             chords.clear();
-            drawing::appendElementLine(element, drawing::kLineTolerance, chords);
+            drawing::appendElementLine(element, drawing::kLineTolerance, chords, drawn);
+            drawn += chords.size();
             for (std::size_t i = 1; i < chords.size(); ++i) {
                 line.push_back({chords[i].x, chords[i].y, 0.0});
             }
@@ -118,8 +120,9 @@ class DrawingOfEntities {
         const std::string layer = layers_.of(Kind::Alignments, alignment.layer);
         if (options_.elements) {
             double station = alignment.startStation;
+            std::size_t drawn = 0;
             for (const Element& element : alignment.elements) {
-                writeElement(alignment, element, station, layer);
+                writeElement(alignment, element, station, layer, drawn);
                 station += element.length;
             }
         } else {
@@ -235,7 +238,7 @@ class DrawingOfEntities {
     }
 
     void writeElement(const drawing::Alignment& alignment, const Element& element, double station,
-                      const std::string& layer) {
+                      const std::string& layer, std::size_t& drawn) {
         const auto data = [&] {
             alignmentData(alignment);
             writer_.integer(1071, element.id);
@@ -269,7 +272,8 @@ class DrawingOfEntities {
             data();
         } else {
             std::vector<PlanPoint> line;
-            drawing::appendElementLine(element, drawing::kLineTolerance, line);
+            drawing::appendElementLine(element, drawing::kLineTolerance, line, drawn);
+            drawn += line.size();
             polyline(layer, line, false, kGreen, data);
         }
     }

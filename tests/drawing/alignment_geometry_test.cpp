@@ -211,6 +211,27 @@ TEST(Element, TheDrawnLineStaysWithinAMillimetre) {
     }
 }
 
+TEST(Element, TheLineOfAnAlignmentIsBoundedAlsoForManyElements) {
+    // Turns 28,648 times, which 10,000 points do not draw.
+    const Element vast = laid(ElementType::Clothoid, {0, 0}, 0.0, 5.4e7, kInfiniteRadius, 150, false);
+    std::vector<PlanPoint> line;
+    double error = 0.0;
+    constexpr std::size_t kElements = 110;
+    for (std::size_t i = 0; i < kElements; ++i) {
+        error = appendElementLine(vast, kLineTolerance, line);
+    }
+    EXPECT_LE(line.size(), kMostAlignmentPoints + kElements * kFewestElementPoints);
+    EXPECT_GT(line.size(), kMostAlignmentPoints * 9 / 10);
+    EXPECT_GT(error, 1.0) << "and tells how coarse the last is";
+    // What needs few points has them at the end too.
+    const Element arc = laid(ElementType::Arc, {0, 0}, 0.0, 20, 100, 100, true);
+    std::vector<PlanPoint> alone;
+    std::vector<PlanPoint> last;
+    EXPECT_EQ(appendElementLine(arc, kLineTolerance, alone), kLineTolerance);
+    EXPECT_EQ(appendElementLine(arc, kLineTolerance, last, kMostAlignmentPoints), kLineTolerance);
+    EXPECT_EQ(alone, last);
+}
+
 // --- stations ---
 
 class Chain : public ::testing::Test {

@@ -178,13 +178,15 @@ bool isBeside(const Plan& plan, const Element& element) {
     return box && plan.isBeside({box->minX, box->minY, box->maxX, box->maxY});
 }
 
-void drawElement(Plan& plan, std::ostream& out, const Element& element, std::string_view colour) {
+// Counts the points drawn of the alignment.
+void drawElement(Plan& plan, std::ostream& out, const Element& element, std::string_view colour, std::size_t& drawn) {
     if (isBeside(plan, element)) {
         return;
     }
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
-    drawing::appendElementLine(element, tolerance, line);
+    drawing::appendElementLine(element, tolerance, line, drawn);
+    drawn += line.size();
     drawing::Extent extent;
     for (const PlanPoint& point : line) {
         extent.add(point.x, point.y);
@@ -368,8 +370,9 @@ void drawAlignments(Plan& plan, std::ostream& out) {
             continue;
         }
         const std::string_view colour = plan.colourOn(plan.drawing.alignment(i).layer);
+        std::size_t drawn = 0;
         for (const Element& element : plan.drawing.alignment(i).elements) {
-            drawElement(plan, out, element, colour);
+            drawElement(plan, out, element, colour, drawn);
         }
     }
     std::size_t stations = 0;

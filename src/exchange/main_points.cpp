@@ -2,6 +2,7 @@
 #include "exchange/main_points.h"
 
 #include "exchange/element_shape.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>

@@ -140,5 +140,22 @@ TEST(UnusualElements, AreThoseThatWindOrAreDrawnCoarsely) {
     EXPECT_GT(unusual[1].lineTolerance, drawing::kLineTolerance);
 }
 
+// The points of an alignment's line are bounded together: an element that alone is drawn finely enough is told behind them.
+TEST(UnusualElements, AreToldAlsoWhereTheAlignmentHasNoPointsLeft) {
+    Alignment alignment;
+    Element vast;
+    vast.type = ElementType::Arc;
+    vast.length = 1e8;
+    vast.startRadius = vast.endRadius = 1e8;
+    Element fine = vast;
+    fine.length = 3000;
+    fine.startRadius = fine.endRadius = 300; // some 1,000 points
+    for (const std::size_t before : {99U, 101U}) {
+        alignment.elements.assign(before, vast);
+        alignment.elements.push_back(fine);
+        EXPECT_EQ(unusualElements(alignment).size(), before + (before > 100 ? 1 : 0)) << before;
+    }
+}
+
 } // namespace
 } // namespace fenmark::host::embedded

@@ -13,6 +13,7 @@
 #include "host/embedded/embedded_host.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "platform/process.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/line_source.h"

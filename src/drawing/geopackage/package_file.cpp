@@ -2,6 +2,7 @@
 #include "drawing/geopackage/package_file.h"
 
 #include "platform/files.h"
+#include "platform/paths.h"
 
 #include <array>
 #include <fstream>

@@ -125,13 +125,17 @@ std::vector<UnusualElement> unusualElements(const Alignment& alignment) {
     std::vector<UnusualElement> unusual;
     double station = alignment.startStation;
     std::vector<PlanPoint> line;
+    // Behind so many points of one alignment its elements have fewer each.
+    const bool shared = alignment.elements.size() > drawing::kMostAlignmentPoints / kMostElementPoints;
+    std::size_t drawn = 0;
     for (const Element& element : alignment.elements) {
         if (element.type != ElementType::Straight) {
             const double turns = std::abs(element.turn()) / (2.0 * 3.141592653589793);
             double tolerance = kLineTolerance;
-            if (mayBeCoarse(element)) {
+            if (shared || mayBeCoarse(element)) {
                 line.clear();
-                tolerance = appendElementLine(element, kLineTolerance, line);
+                tolerance = appendElementLine(element, kLineTolerance, line, drawn);
+                drawn += line.size();
             }
             if (!(turns <= kMostTurns) || tolerance > kLineTolerance) {
                 unusual.push_back({alignment.name, station, element.type, element.length, element.startRadius,

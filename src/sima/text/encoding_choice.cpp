@@ -12,9 +12,9 @@ namespace fenmark::sima {
 
 namespace {
 
-constexpr std::size_t kHead = 16; // bytes: enough for a mark, and for UTF-16 without one
+constexpr std::size_t kHead = 16;                     // bytes: enough for a mark, and for UTF-16 without one
 constexpr std::size_t kBlock = std::size_t{64} << 10; // bytes that are looked at together
-constexpr std::size_t kFewest = 2; // three-byte characters or pairs: one may be chance
+constexpr std::size_t kFewest = 2;                    // three-byte characters or pairs: one may be chance
 
 bool isAsciiText(char c) {
     return c == '\r' || c == '\n' || c == '\t' || (c >= 0x20 && c < 0x7F);

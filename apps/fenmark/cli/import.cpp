@@ -90,8 +90,10 @@ class PendingLog {
             return false;
         }
         const auto whole = [](const std::string& path) {
-            std::error_code unknown;
-            return std::filesystem::weakly_canonical(platform::pathOf(platform::behindLinks(path)), unknown);
+            std::error_code failed; // of a path that is too long for the system, say
+            const std::filesystem::path given = platform::pathOf(platform::behindLinks(path));
+            const std::filesystem::path canonical = std::filesystem::weakly_canonical(given, failed);
+            return failed ? given.lexically_normal() : canonical;
         };
         return drawing::isPackageFile(target_) || whole(target_) == whole(drawing);
     }

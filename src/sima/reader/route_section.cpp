@@ -6,6 +6,7 @@
 #include "sima/text/utf8.h"
 #include "sima/validators/validators.h"
 
+#include <algorithm>
 #include <cmath>
 #include <new>
 #include <string>
@@ -37,6 +38,7 @@ void takeRouteFields(FilePass& file) {
 
 // The elements that a route has when it counts as a long one. Doubling the room of one would hold half of it twice.
 constexpr std::size_t kLongRoute = 65536;
+constexpr double kMostElementsExpected = 2e6; // elements; beyond, the room grows by doubling
 
 // Takes the room of a long route at once, as if the rest of the file went on as the route did so far. What is not filled
 // is never resident.
@@ -44,9 +46,10 @@ void expectElements(SimaReader& reader, std::int64_t bytesRead, std::int64_t byt
     if (reader.entities.size() != kLongRoute || bytesRead <= 0) {
         return;
     }
-    const double share = static_cast<double>(bytesLeft) / static_cast<double>(bytesRead);
+    const double all = static_cast<double>(bytesRead + bytesLeft) / static_cast<double>(bytesRead);
     try {
-        reader.entities.reserve(kLongRoute + static_cast<std::size_t>(share * static_cast<double>(kLongRoute)) + 1);
+        reader.entities.reserve(
+            static_cast<std::size_t>(std::min(all * static_cast<double>(kLongRoute), kMostElementsExpected)) + 1);
     } catch (const std::bad_alloc&) {
         // The elements come one by one then, and may still fit.
     }

@@ -311,7 +311,7 @@ void Chain::searchBoxes(std::size_t level, std::size_t box, const Point& point, 
         order[i] = {squaredTo(child.minX, child.maxX, point.x) + squaredTo(child.minY, child.maxY, point.y), first + i};
     }
     std::sort(order, order + count);
-    for (std::size_t i = 0; i < count && order[i].first <= best.squared; ++i) {
+    for (std::size_t i = 0; i < count && order[i].first < best.squared; ++i) {
         searchBoxes(level - 1, order[i].second, point, best);
     }
 }

@@ -260,7 +260,7 @@ Packed packed(std::size_t count, std::size_t nodeSize = kNodeHead + 4 * kCellSiz
         ++result.parents;
         EXPECT_NE(node, parent);
     };
-    result.leaves = packTree(entries, nodeSize, sink);
+    result.leaves = packTree(entries, leafOrder(entries, cellsOf(nodeSize)), nodeSize, sink);
     return result;
 }
 

@@ -11,10 +11,10 @@
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
+#include "platform/beside.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/process.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/line_source.h"
 #include "sima/text/path.h"
@@ -410,11 +410,8 @@ std::string wholePath(const std::string& file) {
 // The digest of the file, made beside the import where the file is large.
 std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& file) {
     constexpr std::uint64_t kSmall = std::uint64_t{1} << 20; // bytes
-    if (platform::hasThreads() && platform::lookUp(file).size > kSmall) {
-        try {
-            return std::async(std::launch::async, drawing::digestFile, file);
-        } catch (const std::system_error&) { // no thread to be had
-        }
+    if (platform::lookUp(file).size > kSmall) {
+        return platform::startBeside([file] { return drawing::digestFile(file); });
     }
     return std::async(std::launch::deferred, drawing::digestFile, file);
 }

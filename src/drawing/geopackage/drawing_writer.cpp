@@ -464,7 +464,8 @@ void DrawingWriter::writeEntities(EntityLayer layer, const char* table, const ch
     const auto place = static_cast<std::size_t>(layer);
     SpatialIndex& index = entityIndexes_[place];
     if (entitiesComing_[place] > 0) {
-        EntityRows rows(drawing_, firstEntity(), layer, srsId_, index, counter_);
+        index.gather(boxesOf(drawing_, firstEntity(), layer));
+        EntityRows rows(drawing_, firstEntity(), layer, srsId_, counter_);
         insertRows(connection_, insert, sql::kEntityColumns, rows);
         growContents(table, rows.extent());
     }

@@ -40,9 +40,24 @@ bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer) {
     return isLot && view.vertices.size() >= kLeastRing;
 }
 
+SpatialIndex::Gather boxesOf(const Drawing& drawing, std::size_t first, EntityLayer layer) {
+    return [&drawing, first, layer](const auto& add) {
+        for (std::size_t i = first; i < drawing.entityCount(); ++i) {
+            if (belongsTo(drawing, i, layer)) {
+                const EntityView entity = drawing.entity(i);
+                Extent extent;
+                for (const MdGePoint3d& vertex : entity.vertices) {
+                    extent.add(vertex.x, vertex.y);
+                }
+                add(static_cast<std::int64_t>(entity.id.asUint64()), extent);
+            }
+        }
+    };
+}
+
 EntityRows::EntityRows(const Drawing& drawing, std::size_t first, EntityLayer layer, std::int32_t srsId,
-                       SpatialIndex& index, RowCounter& counter)
-    : drawing_(drawing), next_(first), layer_(layer), blob_(srsId), index_(index), counter_(counter) {}
+                       RowCounter& counter)
+    : drawing_(drawing), next_(first), layer_(layer), blob_(srsId), counter_(counter) {}
 
 bool EntityRows::next() {
     while (next_ < drawing_.entityCount() && !belongsTo(drawing_, next_, layer_)) {
@@ -56,12 +71,9 @@ bool EntityRows::next() {
     while (import_ < imports.size() && imports[import_].lastId < entity_.id.asUint64()) {
         ++import_;
     }
-    Extent extent;
     for (const MdGePoint3d& vertex : entity_.vertices) {
-        extent.add(vertex.x, vertex.y);
+        extent_.add(vertex.x, vertex.y);
     }
-    index_.add(static_cast<std::int64_t>(entity_.id.asUint64()), extent);
-    extent_.add(extent);
     counter_.count();
     return true;
 }

@@ -15,12 +15,14 @@ enum class EntityLayer { Points, Polylines, Lots };
 // and those of the file's lots that are not closed.
 bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer);
 
-// Rows of the columns sql::kEntityColumns. Each row that is read goes into the index too.
+// The box of each entity of the layer from an index on, for the layer's index. Only reads the drawing.
+SpatialIndex::Gather boxesOf(const Drawing& drawing, std::size_t first, EntityLayer layer);
+
+// Rows of the columns sql::kEntityColumns.
 class EntityRows : public RowSource {
   public:
     // The entities from an index on.
-    EntityRows(const Drawing& drawing, std::size_t first, EntityLayer layer, std::int32_t srsId, SpatialIndex& index,
-               RowCounter& counter);
+    EntityRows(const Drawing& drawing, std::size_t first, EntityLayer layer, std::int32_t srsId, RowCounter& counter);
 
     bool next() override;
     void column(int index, const ColumnSink& sink) override;
@@ -34,7 +36,6 @@ class EntityRows : public RowSource {
     std::size_t import_ = 0; // the first that ends at the entity or behind it
     EntityLayer layer_;
     BlobWriter blob_;
-    SpatialIndex& index_;
     RowCounter& counter_;
     EntityView entity_;
     Extent extent_; // of all rows

@@ -45,24 +45,35 @@ class NodeBytes {
 
 } // namespace
 
-std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::size_t nodeSize, const TreeSink& sink) {
-    const std::size_t cells = (nodeSize - kNodeHead) / kCellSize;
+std::vector<std::uint64_t> leafOrder(std::span<const TreeEntry> entries, std::size_t cells) {
+    if (entries.size() <= cells) {
+        return {};
+    }
+    return tiled(entries.size(), cells, [&](std::size_t i) -> const TreeBox& { return entries[i].box; });
+}
+
+std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::span<const std::uint64_t> leafOrder,
+                                 std::size_t nodeSize, const TreeSink& sink) {
+    const std::size_t cells = cellsOf(nodeSize);
     std::vector<NodeNumber> leaves(entries.size(), kRootNode);
     NodeBytes node(nodeSize);
     NodeNumber number = kRootNode;
     std::size_t depth = 0;
     std::vector<TreeEntry> below;
+    std::vector<std::uint64_t> orderAbove;
     std::span<const TreeEntry> level = entries;
     for (; level.size() > cells; ++depth) {
-        const std::vector<std::uint64_t> order =
-            tiled(level.size(), cells, [&](std::size_t i) -> const TreeBox& { return level[i].box; });
+        if (depth > 0) {
+            orderAbove = fenmark::drawing::leafOrder(level, cells);
+        }
+        const std::span<const std::uint64_t> order = depth > 0 ? orderAbove : leafOrder;
         std::vector<TreeEntry> above;
         above.reserve(level.size() / cells + 1);
         for (std::size_t first = 0; first < order.size(); first += cells) {
             ++number;
             const std::size_t count = std::min(cells, order.size() - first);
             node.begin(0, count);
-            for (const std::uint64_t key : std::span(order).subspan(first, count)) {
+            for (const std::uint64_t key : order.subspan(first, count)) {
                 const TreeEntry& entry = level[indexOf(key)];
                 node.add(entry);
                 if (depth == 0) {

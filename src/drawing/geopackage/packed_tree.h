@@ -31,7 +31,17 @@ struct TreeSink {
     std::function<void(NodeNumber node, NodeNumber parent)> parent;              // of every node but the root
 };
 
-// Packs the entries into nodes of a size in bytes. The leaf that each entry lies in, in the order of the entries.
-std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::size_t nodeSize, const TreeSink& sink);
+// How many boxes a node of a size in bytes holds.
+constexpr std::size_t cellsOf(std::size_t nodeSize) {
+    return (nodeSize - kNodeHead) / kCellSize;
+}
+
+// The order in which the leaves take the entries up (box_tree.h); nothing where one node holds them all.
+std::vector<std::uint64_t> leafOrder(std::span<const TreeEntry> entries, std::size_t cells);
+
+// Packs the entries into nodes of a size in bytes, with the leaf order for as many cells. The leaf that each entry lies
+// in, in the order of the entries.
+std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::span<const std::uint64_t> leafOrder,
+                                 std::size_t nodeSize, const TreeSink& sink);
 
 } // namespace fenmark::drawing

@@ -3,8 +3,10 @@
 
 #include "drawing/geopackage/row_source.h"
 #include "drawing/geopackage/spatial_index_schema.h"
+#include "platform/beside.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace fenmark::drawing {
 
@@ -12,6 +14,10 @@ namespace {
 
 // A box that goes through the module takes as long as some thirty boxes of a tree that is packed.
 constexpr std::int64_t kInsertCost = 32;
+// The module's nodes hold so many boxes, but for pages of less than 2 KiB.
+constexpr std::size_t kUsualCells = 51;
+// What fewer features take is less than a thread costs.
+constexpr std::uint64_t kFewFeatures = 20'000;
 
 // The leaf of each feature.
 class LeafRows : public RowSource {
@@ -144,6 +150,7 @@ void SpatialIndex::readRemoved(std::span<const IdRange> removed) {
 void SpatialIndex::expect(std::uint64_t coming) {
     entries_.reserve(entries_.size() + static_cast<std::size_t>(coming));
     counter_.expect(entries_.size() + coming);
+    coming_ = coming;
 }
 
 std::int64_t SpatialIndex::countStale() const {
@@ -170,9 +177,26 @@ void SpatialIndex::add(std::int64_t id, const Extent& extent) {
     }
 }
 
+void SpatialIndex::gather(const Gather& gather) {
+    if (way_ == Way::None) {
+        return;
+    }
+    const auto work = [this, gather] {
+        gather([this](std::int64_t id, const Extent& extent) { add(id, extent); });
+        return way_ == Way::Pack ? leafOrder(entries_, kUsualCells) : std::vector<std::uint64_t>();
+    };
+    gathered_ = coming_ > kFewFeatures ? platform::startBeside(work) : std::async(std::launch::deferred, work);
+}
+
 void SpatialIndex::finish() {
     if (way_ == Way::None) {
         return;
+    }
+    std::vector<std::uint64_t> order;
+    if (gathered_.valid()) {
+        order = gathered_.get();
+    } else if (way_ == Way::Pack) {
+        order = leafOrder(entries_, kUsualCells);
     }
     if (way_ == Way::Insert) {
         Statement insert(connection_, named(sql::kInsertIntoIndex).c_str());
@@ -191,7 +215,7 @@ void SpatialIndex::finish() {
             execute(sql::kDropIndex);
         }
         execute(sql::kCreateIndex);
-        pack();
+        pack(std::move(order));
     }
     if (isNew_) {
         execute(sql::kCreateIndexTriggers);
@@ -200,13 +224,16 @@ void SpatialIndex::finish() {
     entries_ = {};
 }
 
-void SpatialIndex::pack() {
+void SpatialIndex::pack(std::vector<std::uint64_t> order) {
     if (entries_.empty()) {
         return; // the module made an empty root
     }
     Statement insertNode(connection_, named(sql::kInsertNode).c_str());
     Statement insertParent(connection_, named(sql::kInsertParent).c_str());
     const auto nodeSize = static_cast<std::size_t>(ask(sql::kNodeSize));
+    if (cellsOf(nodeSize) != kUsualCells) {
+        order = leafOrder(entries_, cellsOf(nodeSize));
+    }
     TreeSink sink;
     sink.node = [&](NodeNumber node, std::span<const std::byte> bytes) {
         insertNode.bind(1, std::int64_t{node}).bind(2, bytes).run();
@@ -214,7 +241,7 @@ void SpatialIndex::pack() {
     sink.parent = [&](NodeNumber node, NodeNumber parent) {
         insertParent.bind(1, std::int64_t{node}).bind(2, std::int64_t{parent}).run();
     };
-    const std::vector<NodeNumber> leaves = packTree(entries_, nodeSize, sink);
+    const std::vector<NodeNumber> leaves = packTree(entries_, order, nodeSize, sink);
     LeafRows rows(entries_, leaves, counter_);
     insertRows(connection_, named(sql::kInsertLeaves).c_str(), sql::kLeafColumns, rows);
 }

@@ -6,6 +6,8 @@
 #include "drawing/geopackage/write_progress.h"
 
 #include <cstdint>
+#include <functional>
+#include <future>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,6 +17,8 @@ namespace fenmark::drawing {
 class SpatialIndex {
   public:
     SpatialIndex(Connection& connection, const char* layer, RowCounter& counter);
+    SpatialIndex(const SpatialIndex&) = delete;
+    SpatialIndex& operator=(const SpatialIndex&) = delete;
 
     // Before rows are written: so many come; those beyond an identifier go, and those of removed imports.
     void beginNew(std::uint64_t coming);
@@ -25,6 +29,10 @@ class SpatialIndex {
     void removeAll(const char* query);
     // A feature that is being written; nothing is kept if the layer has no index.
     void add(std::int64_t id, const Extent& extent);
+    // All features that are being written, in place of adding each: their boxes come from `gather`, which may run beside
+    // the caller until `finish`, so that a large layer's are sorted while its rows are written.
+    using Gather = std::function<void(const std::function<void(std::int64_t id, const Extent& extent)>& add)>;
+    void gather(const Gather& gather);
     // Brings the index up to date.
     void finish();
 
@@ -38,7 +46,7 @@ class SpatialIndex {
     void readRemoved(std::span<const IdRange> removed);
     void expect(std::uint64_t coming);
     void readKept();
-    void pack();
+    void pack(std::vector<std::uint64_t> order);
 
     Connection& connection_;
     const char* layer_;
@@ -46,8 +54,10 @@ class SpatialIndex {
     Way way_ = Way::None;
     bool isNew_ = false;
     std::int64_t keptTo_ = 0;
+    std::uint64_t coming_ = 0;
     std::vector<TreeEntry> entries_;
-    std::vector<std::int64_t> removed_; // identifiers in rising order
+    std::vector<std::int64_t> removed_;                // identifiers in rising order
+    std::future<std::vector<std::uint64_t>> gathered_; // entries_ are its own until it is asked for the leaf order
 };
 
 } // namespace fenmark::drawing

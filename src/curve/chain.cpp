@@ -18,7 +18,12 @@ constexpr double kMostTurnBeyond = 1e6;
 } // namespace
 
 ChainStatus Chain::set(std::span<const Curve> curves, double startStation, std::span<const StationEquation> equations) {
+    return take({curves.begin(), curves.end()}, startStation, equations);
+}
+
+ChainStatus Chain::take(std::vector<Curve> curves, double startStation, std::span<const StationEquation> equations) {
     Chain made;
+    made.distances_.reserve(curves.size());
     for (const Curve& curve : curves) {
         if (!isUsable(curve)) {
             return ChainStatus::NotFinite;
@@ -32,15 +37,15 @@ ChainStatus Chain::set(std::span<const Curve> curves, double startStation, std::
     if (const ChainStatus status = made.stations_.set(startStation, equations); status != ChainStatus::Ok) {
         return status;
     }
-    made.curves_.assign(curves.begin(), curves.end());
-    made.pieces_.reserve(curves.size());
-    made.starts_.reserve(curves.size());
-    for (std::size_t i = 0; i < curves.size(); ++i) {
-        if (curves[i].length > 0.0) {
+    made.curves_ = std::move(curves);
+    made.pieces_.reserve(made.curves_.size());
+    made.starts_.reserve(made.curves_.size());
+    for (std::size_t i = 0; i < made.curves_.size(); ++i) {
+        if (made.curves_[i].length > 0.0) {
             made.addPiece(static_cast<std::uint32_t>(i));
         }
     }
-    if (made.pieces_.empty() && !curves.empty()) {
+    if (made.pieces_.empty() && !made.curves_.empty()) {
         made.addPiece(0); // a chain of one point
     }
     made.buildBuckets();

@@ -75,6 +75,9 @@ class Chain {
     // equations that do not rise.
     [[nodiscard]] ChainStatus set(std::span<const Curve> curves, double startStation = 0.0,
                                   std::span<const StationEquation> equations = {});
+    // The same with curves that are given away: the chain of a long route is not held twice.
+    [[nodiscard]] ChainStatus take(std::vector<Curve> curves, double startStation = 0.0,
+                                   std::span<const StationEquation> equations = {});
 
     [[nodiscard]] bool empty() const { return pieces_.empty(); }
     [[nodiscard]] double length() const { return length_; }

@@ -11,21 +11,20 @@ AlignmentGeometry::AlignmentGeometry(std::span<const Element> elements, double s
     std::vector<curve::Curve> curves;
     std::vector<std::uint32_t> leftOut;
     curves.reserve(elements.size());
-    leftOut.reserve(elements.size());
     double length = 0.0;
     for (std::size_t i = 0; i < elements.size(); ++i) {
         if (!isUsable(elements[i]) || !std::isfinite(length + elements[i].length)) {
             continue;
         }
         length += elements[i].length;
-        leftOut.push_back(static_cast<std::uint32_t>(i - curves.size()));
+        if (i > curves.size()) {
+            leftOut.resize(curves.size(), 0);
+            leftOut.push_back(static_cast<std::uint32_t>(i - curves.size()));
+        }
         curves.push_back(curveOf(elements[i]));
     }
     // A start station that is no number leaves no station to ask for.
-    if (!std::isfinite(startStation + length) || chain_.set(curves) != curve::ChainStatus::Ok) {
-        return;
-    }
-    if (curves.size() != elements.size()) {
+    if (std::isfinite(startStation + length) && chain_.take(std::move(curves)) == curve::ChainStatus::Ok) {
         leftOut_ = std::move(leftOut);
     }
 }

@@ -165,12 +165,12 @@ class RouteMaker {
         record.endX = sima::formatReal(end.x);
         record.endY = sima::formatReal(end.y);
         record.endZ = end.z;
-        record.parameterA = parameterOf(element);
-        record.startRadius = signedRadius(element, element.startRadius);
-        record.endRadius = signedRadius(element, element.endRadius);
+        record.editCurve().parameterA = parameterOf(element);
+        record.editCurve().startRadius = signedRadius(element, element.startRadius);
+        record.editCurve().endRadius = signedRadius(element, element.endRadius);
         record.direction = element.clockwise ? "L" : "R";
         output::computeSpiralPi(record);
-        const host::MdGePoint3d& pi = record.sparePoint2;
+        const host::MdGePoint3d& pi = record.curve().sparePoint2;
         const auto own = element.pi();
         if ((pi.x == 0.0 && pi.y == 0.0) || !own) {
             return tangent_.value_or(element.direction);

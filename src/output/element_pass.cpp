@@ -63,7 +63,7 @@ void addStraight(AlignmentElements& alignment, sima::EntityData& element) {
 // A line that leads into a clothoid at the start of a chain, from behind it along its first tangent.
 void addAuxiliaryTangent(AlignmentElements& alignment, const sima::EntityData& element) {
     const MdGePoint3d start = element.startPoint();
-    const double degrees = host::radiansToDegrees(host::mdutAngle(element.sparePoint2, start));
+    const double degrees = host::radiansToDegrees(host::mdutAngle(element.curve().sparePoint2, start));
     const MdGePoint3d behind = host::mdutPolar(start, host::degreesToRadians(degrees), kAuxiliaryTangentLength);
     const auto line = addLine(alignment, behind, planPoint(start));
     static_cast<void>(line->elementId());
@@ -87,7 +87,7 @@ void addSpiral(AlignmentElements& alignment, sima::Array<sima::EntityData>& elem
     const std::int32_t before = elementBefore(elements, i);
     std::unique_ptr<AlignmentElement> spiral;
     const std::int32_t status = alignment.addFixedSpiral(
-        before, planPoint(element.startPoint()), element.sparePoint2, element.curvatureStartRadius(),
+        before, planPoint(element.startPoint()), element.curve().sparePoint2, element.curvatureStartRadius(),
         element.curvatureEndRadius(), element.clothoidLength(), element.directionFlag(), kSpiralKind, spiral);
     raiseIfFailed(status, kSpiralRefused);
     element.spareInt = spiral->elementId();
@@ -101,8 +101,8 @@ void addArc(AlignmentElements& alignment, sima::Array<sima::EntityData>& element
                                                         element.absRadius(), element.directionFlag(), arc);
     raiseIfFailed(status, kCurveRefused);
     element.spareInt = arc->elementId();
-    element.sparePoint1.x = arc->arcValue1();
-    element.sparePoint1.y = arc->arcValue2();
+    element.editCurve().sparePoint1.x = arc->arcValue1();
+    element.editCurve().sparePoint1.y = arc->arcValue2();
     carryOn(*arc, elements, i + 1);
 }
 

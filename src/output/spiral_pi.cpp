@@ -32,7 +32,7 @@ void computeSpiralPi(sima::EntityData& element) {
     record.ex = end.x;
     record.ey = end.y;
     record.dir = element.directionSign();
-    record.par = sima::toReal(element.parameterA);
+    record.par = sima::toReal(element.curve().parameterA);
     record.r1 = element.absStartRadius();
     record.r2 = element.absEndRadius();
     record.len = element.clothoidLength();
@@ -44,7 +44,9 @@ void computeSpiralPi(sima::EntityData& element) {
     const host::MdGeLine3d startRay = ray(start, record.sang);
     const host::MdGeLine3d endRay = ray(end, record.eang + host::degreesToRadians(kHalfTurn));
     startRay.intersectWith(endRay, pi, host::MdGeContext::gTol);
-    element.sparePoint2 = pi;
+    if (element.curve().sparePoint2 != pi) { // a straight stays without
+        element.editCurve().sparePoint2 = pi;
+    }
 }
 
 void resolveSpiralPis(sima::Array<sima::EntityData>& elements) {

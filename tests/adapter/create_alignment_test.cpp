@@ -64,8 +64,8 @@ TEST_F(CreateAlignment, PassesArcsAndClothoidsWithTheirArguments) {
     EXPECT_TRUE(made[2].starts_with("spiral after 2 (500 600 0) pi (")) << made[2];
     EXPECT_TRUE(made[2].ends_with(" R 200 R inf L 50 direction -1 kind 1")) << made[2];
     EXPECT_EQ(made[3], "line (500 600 0) (300 150 0)") << "the clothoid's reported end";
-    EXPECT_EQ(elements[1].sparePoint1.x, 11.5);
-    EXPECT_EQ(elements[1].sparePoint1.y, 22.5);
+    EXPECT_EQ(elements[1].curve().sparePoint1.x, 11.5);
+    EXPECT_EQ(elements[1].curve().sparePoint1.y, 22.5);
     EXPECT_EQ(elements[2].startX, "500.000000000000");
 }
 

@@ -83,13 +83,13 @@ inline sima::Array<sima::EntityData> routeOf(const std::vector<Element>& chain, 
             return std::isinf(value) ? std::string("0") : decimals(sign * value, 6);
         };
         if (element.type == ElementType::Arc) {
-            data.radius = radius(element.startRadius);
+            data.editCurve().radius = radius(element.startRadius);
         }
         if (element.type == ElementType::Clothoid) {
-            data.startRadius = radius(element.startRadius);
-            data.endRadius = radius(element.endRadius);
+            data.editCurve().startRadius = radius(element.startRadius);
+            data.editCurve().endRadius = radius(element.endRadius);
             const double growth = std::abs(1 / element.startRadius - 1 / element.endRadius) / element.length;
-            data.parameterA = decimals(std::sqrt(1 / growth), 9);
+            data.editCurve().parameterA = decimals(std::sqrt(1 / growth), 9);
         }
         if (element.type != ElementType::Straight) {
             data.direction = sign > 0 ? "R" : "L";

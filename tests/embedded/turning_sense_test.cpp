@@ -88,7 +88,7 @@ TEST_F(TurningSense, ATangentChainStaysTangentInEveryDirection) {
 TEST_F(TurningSense, PositiveRadiiTurnLeftOnTheMap) {
     const std::vector<Element> chain = layChain({{0, 0}, 0}, {straight(50), arc(100, 100)});
     const sima::Array<sima::EntityData> route = routeOf(chain);
-    EXPECT_EQ(route[1].radius, "100.000000");
+    EXPECT_EQ(route[1].curve().radius, "100.000000");
     ASSERT_TRUE(import(route).isValid());
     EXPECT_GT(laid().elements[1].end.y, 0.0);
     EXPECT_FALSE(laid().elements[1].clockwise);
@@ -382,7 +382,7 @@ TEST_F(TurningSense, ARouteThatStartsWithAClothoidLeavesItsAuxiliaryLine) {
 
 TEST_F(TurningSense, ARefusedArcLeavesAHalfMadeAlignment) {
     sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, {straight(100), arc(100, 100), straight(50)}));
-    route[1].radius = "10";
+    route[1].editCurve().radius = "10";
     EXPECT_FALSE(import(route, 55.0).isValid());
     ASSERT_EQ(host_.drawing().alignmentCount(), 1U);
     EXPECT_EQ(laid().elements.size(), 1U);
@@ -400,22 +400,23 @@ TEST_F(TurningSense, ARefusedElementIsToldOfWithItsReason) {
         return lines.size() == 1 ? lines[0].text : "not one line";
     };
     const std::vector<Shape> curve{straight(100), arc(100, 100)};
-    EXPECT_EQ(reported(curve, [](sima::EntityData& element) { element.radius = "10"; }),
+    EXPECT_EQ(reported(curve, [](sima::EntityData& element) { element.editCurve().radius = "10"; }),
               "alignment 路線 breaks off after 100.000 m: "
               "an arc of radius 10.000 m does not reach over its chord of 95.885 m");
-    EXPECT_EQ(reported(curve, [](sima::EntityData& element) { element.radius = "x"; }),
+    EXPECT_EQ(reported(curve, [](sima::EntityData& element) { element.editCurve().radius = "x"; }),
               "alignment 路線 breaks off after 100.000 m: an arc has no radius");
     const std::vector<Shape> spiral{straight(80), clothoid(0, 200, 60)};
-    EXPECT_EQ(reported(spiral, [](sima::EntityData& element) { element.endRadius = "0"; }),
+    EXPECT_EQ(reported(spiral, [](sima::EntityData& element) { element.editCurve().endRadius = "0"; }),
               "alignment 路線 breaks off after 80.000 m: a clothoid has no radius");
-    EXPECT_EQ(reported(spiral, [](sima::EntityData& element) { element.startRadius = element.endRadius; }),
+    EXPECT_EQ(reported(spiral,
+                       [](sima::EntityData& element) { element.editCurve().startRadius = element.curve().endRadius; }),
               "alignment 路線 breaks off after 80.000 m: a clothoid has no length");
 }
 
 TEST_F(TurningSense, ARefusalIsToldOnceAndNotOfAnAlignmentThatIsGone) {
     const Drawing::Mark mark = host_.drawing().mark();
     sima::Array<sima::EntityData> route = routeOf(layChain({{0, 0}, 0}, {straight(100), arc(100, 100)}));
-    route[1].radius = "10";
+    route[1].editCurve().radius = "10";
     import(route);
     ASSERT_EQ(host_.layoutNotes().refused.size(), 1U);
     host_.drawing().rollback(mark);

@@ -144,8 +144,8 @@ TEST_F(ElementPass, StraightBehindAnArcStartsAtTheReportedEndWithTwelveDecimalsA
     EXPECT_EQ(collection.adds[1].radius, 200.5);
     EXPECT_EQ(collection.adds[1].direction, -1);
     EXPECT_EQ(collection.adds[2].start.x, 150.000123456789);
-    EXPECT_EQ(elements[1].sparePoint1.x, 1.5);
-    EXPECT_EQ(elements[1].sparePoint1.y, 2.5);
+    EXPECT_EQ(elements[1].curve().sparePoint1.x, 1.5);
+    EXPECT_EQ(elements[1].curve().sparePoint1.y, 2.5);
     EXPECT_EQ(elements[1].spareInt, 12);
 }
 
@@ -167,7 +167,7 @@ TEST_F(ElementPass, ClothoidNamesTheElementBeforeAndPassesItsSizes) {
     EXPECT_EQ(spiral.type, 'A');
     EXPECT_EQ(spiral.elementBefore, 11);
     EXPECT_EQ(spiral.start, (MdGePoint3d{100.0, 0.0, 0.0})) << "the start lies in the plan";
-    EXPECT_EQ(spiral.end, elements[1].sparePoint2);
+    EXPECT_EQ(spiral.end, elements[1].curve().sparePoint2);
     EXPECT_NEAR(spiral.end.z, 4.0, kPointTolerance) << "the PI keeps its own height";
     EXPECT_EQ(spiral.startRadius, std::numeric_limits<double>::infinity());
     EXPECT_EQ(spiral.endRadius, 200.0);
@@ -180,22 +180,22 @@ TEST_F(ElementPass, ClothoidBehindAnArcGetsItsPiAnewFromTheReportedEnd) {
     Elements elements{test::straight(0.0, 0.0, 100.0, 0.0), test::arc(100.0, 0.0, 150.0, 20.0, "200", "R"),
                       test::clothoid(150.0, 20.0, 190.0, 48.0, "100", "200", "0", "R")};
     output::resolveSpiralPis(elements);
-    const MdGePoint3d first = elements[2].sparePoint2;
+    const MdGePoint3d first = elements[2].curve().sparePoint2;
     collection.reportedEnd = {150.5, 20.5, 0.0};
     EXPECT_EQ(output::addAlignmentElements(collection, elements), 0);
-    EXPECT_NE(elements[2].sparePoint2, first);
+    EXPECT_NE(elements[2].curve().sparePoint2, first);
     EXPECT_EQ(collection.adds[2].start, (MdGePoint3d{150.5, 20.5, 0.0}));
-    EXPECT_EQ(collection.adds[2].end, elements[2].sparePoint2);
+    EXPECT_EQ(collection.adds[2].end, elements[2].curve().sparePoint2);
     sima::EntityData again = elements[2];
     output::computeSpiralPi(again);
-    EXPECT_EQ(again.sparePoint2, elements[2].sparePoint2);
+    EXPECT_EQ(again.curve().sparePoint2, elements[2].curve().sparePoint2);
 }
 
 TEST_F(ElementPass, ClothoidBehindAStraightKeepsThePiOfThePiPass) {
     Elements elements{test::straight(0.0, 0.0, 100.0, 0.0),
                       test::clothoid(100.0, 0.0, 149.92, 2.08, "100", "0", "200", "R")};
     output::resolveSpiralPis(elements);
-    elements[1].sparePoint2 = {1.0, 2.0, 3.0}; // would be overwritten by a second computation
+    elements[1].editCurve().sparePoint2 = {1.0, 2.0, 3.0}; // would be overwritten by a second computation
     EXPECT_EQ(output::addAlignmentElements(collection, elements), 0);
     EXPECT_EQ(collection.adds[1].end, (MdGePoint3d{1.0, 2.0, 3.0}));
 }
@@ -212,9 +212,9 @@ TEST_F(ElementPass, SecondOfTwoClothoidsNamesTheFirst) {
 
 TEST_F(ElementPass, PiIsComputedForAnyElementBehindACurve) {
     Elements elements{test::arc(0.0, 0.0, 10.0, 10.0, "20", "R"), test::straight(10.0, 10.0, 50.0, 10.0)};
-    elements[1].sparePoint2 = {1.0, 2.0, 3.0};
+    elements[1].editCurve().sparePoint2 = {1.0, 2.0, 3.0};
     EXPECT_EQ(run(elements), 0);
-    EXPECT_EQ(elements[1].sparePoint2, MdGePoint3d()) << "a straight's tangents do not meet";
+    EXPECT_EQ(elements[1].curve().sparePoint2, MdGePoint3d()) << "a straight's tangents do not meet";
 }
 
 TEST_F(ElementPass, UnknownTypesAddNothing) {
@@ -244,7 +244,7 @@ TEST_F(ElementPass, LeadingClothoidEndsWithInvalidArgumentBehindItsAuxiliaryLine
     EXPECT_EQ(line.end, (MdGePoint3d{100.0, 50.0, 0.0}));
     // 100 m long, and away from the PI: start, PI and line's start lie on one line with the start between.
     EXPECT_NEAR(std::hypot(line.start.x - 100.0, line.start.y - 50.0), 100.0, kPointTolerance);
-    const MdGePoint3d pi = elements[0].sparePoint2;
+    const MdGePoint3d pi = elements[0].curve().sparePoint2;
     EXPECT_NEAR(host::mdutAngle(pi, {100.0, 50.0, 0.0}), host::mdutAngle({100.0, 50.0, 0.0}, line.start), 1e-9);
     EXPECT_EQ(elements[0].spareInt, 0);
 }

@@ -42,9 +42,11 @@ TEST(SpiralPi, IsWhereTheTangentsMeetForBothTurnsAndBothGrowths) {
                 sima::EntityData element = elementOf(record);
                 output::computeSpiralPi(element);
                 const MdGePoint3d expected = exactPi(record);
-                EXPECT_NEAR(element.sparePoint2.x, expected.x, kPiTolerance) << "turn " << turn << " octant " << octant;
-                EXPECT_NEAR(element.sparePoint2.y, expected.y, kPiTolerance) << "turn " << turn << " octant " << octant;
-                EXPECT_EQ(element.sparePoint2.z, 0.0);
+                EXPECT_NEAR(element.curve().sparePoint2.x, expected.x, kPiTolerance)
+                    << "turn " << turn << " octant " << octant;
+                EXPECT_NEAR(element.curve().sparePoint2.y, expected.y, kPiTolerance)
+                    << "turn " << turn << " octant " << octant;
+                EXPECT_EQ(element.curve().sparePoint2.z, 0.0);
             }
         }
     }
@@ -55,8 +57,8 @@ TEST(SpiralPi, OfAnEggShapedClothoid) {
     const Calelm record = exact::lay(pose, exact::clothoid(-1.0, 200.0, 400.0, 250.0));
     sima::EntityData element = elementOf(record);
     output::computeSpiralPi(element);
-    EXPECT_NEAR(element.sparePoint2.x, exactPi(record).x, kPiTolerance);
-    EXPECT_NEAR(element.sparePoint2.y, exactPi(record).y, kPiTolerance);
+    EXPECT_NEAR(element.curve().sparePoint2.x, exactPi(record).x, kPiTolerance);
+    EXPECT_NEAR(element.curve().sparePoint2.y, exactPi(record).y, kPiTolerance);
 }
 
 TEST(SpiralPi, OfATangentBesideDueEastMovesByMillimetres) {
@@ -81,7 +83,7 @@ TEST(SpiralPi, OfATangentBesideDueEastMovesByMillimetres) {
         sima::EntityData element = elementOf(record);
         output::computeSpiralPi(element);
         const MdGePoint3d pi = exactPi(record);
-        const double move = std::hypot(element.sparePoint2.x - pi.x, element.sparePoint2.y - pi.y);
+        const double move = std::hypot(element.curve().sparePoint2.x - pi.x, element.curve().sparePoint2.y - pi.y);
         SCOPED_TRACE(testing::Message() << "turn " << expected.turn << " azimuth " << expected.azimuth);
         if (expected.moved) {
             EXPECT_GT(move, leastMove);
@@ -97,10 +99,10 @@ TEST(SpiralPi, TakesTheSignsOfTheFileFromTheDirectionAlone) {
     const Calelm record = exact::lay(pose, exact::clothoid(1.0, 150.0, 0.0, 300.0));
     sima::EntityData plain = elementOf(record);
     sima::EntityData negative = plain;
-    negative.endRadius = "-300";
+    negative.editCurve().endRadius = "-300";
     output::computeSpiralPi(plain);
     output::computeSpiralPi(negative);
-    EXPECT_EQ(plain.sparePoint2, negative.sparePoint2);
+    EXPECT_EQ(plain.curve().sparePoint2, negative.curve().sparePoint2);
 }
 
 TEST(SpiralPi, IsTheOriginWhereTheRaysHaveUnequalHeights) {
@@ -109,9 +111,9 @@ TEST(SpiralPi, IsTheOriginWhereTheRaysHaveUnequalHeights) {
     sima::EntityData element = elementOf(record);
     element.startZ = 10.0;
     element.endZ = 10.5;
-    element.sparePoint2 = {1.0, 2.0, 3.0};
+    element.editCurve().sparePoint2 = {1.0, 2.0, 3.0};
     output::computeSpiralPi(element);
-    EXPECT_EQ(element.sparePoint2, MdGePoint3d());
+    EXPECT_EQ(element.curve().sparePoint2, MdGePoint3d());
 }
 
 TEST(SpiralPi, LiesAtTheCommonHeightOfItsEnds) {
@@ -120,20 +122,20 @@ TEST(SpiralPi, LiesAtTheCommonHeightOfItsEnds) {
     sima::EntityData element = elementOf(record);
     element.startZ = element.endZ = 10.25;
     output::computeSpiralPi(element);
-    EXPECT_NEAR(element.sparePoint2.x, exactPi(record).x, kPiTolerance);
-    EXPECT_NEAR(element.sparePoint2.z, 10.25, 1e-9);
+    EXPECT_NEAR(element.curve().sparePoint2.x, exactPi(record).x, kPiTolerance);
+    EXPECT_NEAR(element.curve().sparePoint2.z, 10.25, 1e-9);
 }
 
 TEST(SpiralPi, OfARefusedClothoidComesFromTheAnglesThatARefusalLeaves) {
     // Refused, both tangents are pi: the rays leave start and end in opposite directions and never meet, ...
     sima::EntityData noParameter = test::clothoid(0.0, 0.0, 50.0, 5.0, "0", "0", "300", "L");
     output::computeSpiralPi(noParameter);
-    EXPECT_EQ(noParameter.sparePoint2, MdGePoint3d());
+    EXPECT_EQ(noParameter.curve().sparePoint2, MdGePoint3d());
     // ... whatever the reason.
     for (const char* const radius : {"0", "abc", "10"}) {
         sima::EntityData element = test::clothoid(5.0, 5.0, 50.0, 9.0, "100", "0", radius, "R");
         output::computeSpiralPi(element);
-        EXPECT_EQ(element.sparePoint2, MdGePoint3d()) << radius;
+        EXPECT_EQ(element.curve().sparePoint2, MdGePoint3d()) << radius;
     }
 }
 
@@ -143,11 +145,11 @@ TEST(SpiralPi, PassTakesClothoidsAlone) {
     sima::Array<sima::EntityData> elements{test::straight(0.0, 0.0, 1.0, 1.0), elementOf(record),
                                            test::arc(0.0, 0.0, 1.0, 1.0, "10", "R")};
     const MdGePoint3d untouched{7.0, 8.0, 9.0};
-    elements[0].sparePoint2 = elements[2].sparePoint2 = untouched;
+    elements[0].editCurve().sparePoint2 = elements[2].editCurve().sparePoint2 = untouched;
     output::resolveSpiralPis(elements);
-    EXPECT_EQ(elements[0].sparePoint2, untouched);
-    EXPECT_EQ(elements[2].sparePoint2, untouched);
-    EXPECT_NEAR(elements[1].sparePoint2.x, exactPi(record).x, kPiTolerance);
+    EXPECT_EQ(elements[0].curve().sparePoint2, untouched);
+    EXPECT_EQ(elements[2].curve().sparePoint2, untouched);
+    EXPECT_NEAR(elements[1].curve().sparePoint2.x, exactPi(record).x, kPiTolerance);
 }
 
 } // namespace

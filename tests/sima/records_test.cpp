@@ -30,7 +30,7 @@ TEST(EntityData, ConvertsItsTexts) {
     element.startZ = 3.0;
     element.endX = "";
     element.endY = "x";
-    element.radius = "-140.5";
+    element.editCurve().radius = "-140.5";
     EXPECT_EQ(element.startPoint(), (host::MdGePoint3d{1.5, -2.0, 3.0}));
     EXPECT_EQ(element.endPoint(), (host::MdGePoint3d{0.0, 0.0, 0.0}));
     EXPECT_EQ(element.absRadius(), 140.5);
@@ -38,29 +38,29 @@ TEST(EntityData, ConvertsItsTexts) {
 
 TEST(EntityData, HasNoClothoidLengthWithoutRadii) {
     EntityData element;
-    element.parameterA = "100";
+    element.editCurve().parameterA = "100";
     EXPECT_EQ(element.clothoidLength(), 0.0);
-    element.startRadius = "0";
-    element.endRadius = "0";
+    element.editCurve().startRadius = "0";
+    element.editCurve().endRadius = "0";
     EXPECT_EQ(element.clothoidLength(), 0.0);
 }
 
 TEST(EntityData, TakesClothoidLengthsFromBothRadiiWithoutTheirSigns) {
     EntityData element;
-    element.parameterA = "-60";
-    element.startRadius = "0";
-    element.endRadius = "-200";
+    element.editCurve().parameterA = "-60";
+    element.editCurve().startRadius = "0";
+    element.editCurve().endRadius = "-200";
     EXPECT_EQ(element.clothoidLength(), 18.0);
-    element.startRadius = "-100";
+    element.editCurve().startRadius = "-100";
     EXPECT_EQ(element.clothoidLength(), 18.0);
-    std::swap(element.startRadius, element.endRadius);
+    std::swap(element.editCurve().startRadius, element.editCurve().endRadius);
     EXPECT_EQ(element.clothoidLength(), 18.0);
 }
 
 TEST(EntityData, TellsInfiniteRadiiFromAbsoluteOnes) {
     EntityData element;
-    element.startRadius = "0";
-    element.endRadius = "-50";
+    element.editCurve().startRadius = "0";
+    element.editCurve().endRadius = "-50";
     EXPECT_EQ(element.absStartRadius(), 0.0);
     EXPECT_EQ(element.curvatureStartRadius(), kInfinity);
     EXPECT_EQ(element.absEndRadius(), 50.0);

@@ -96,11 +96,11 @@ TEST(RouteSection, MakesAnArcOfTheElementThatBeginsAtTheLastPoint) {
     EXPECT_EQ(pass.errors(), Lines{});
     const Array<EntityData>& elements = pass.reader.alignments[0].entities;
     EXPECT_EQ(elements[0].type, "R");
-    EXPECT_EQ(elements[0].radius, "-140.0");
+    EXPECT_EQ(elements[0].curve().radius, "-140.0");
     EXPECT_EQ(elements[0].direction, "L");
-    EXPECT_EQ(elements[1].radius, "250.0");
+    EXPECT_EQ(elements[1].curve().radius, "250.0");
     EXPECT_EQ(elements[1].direction, "R");
-    EXPECT_EQ(elements[2].radius, "");
+    EXPECT_EQ(elements[2].curve().radius, "");
     EXPECT_EQ(elements[2].direction, "R");
 }
 
@@ -108,7 +108,7 @@ TEST(RouteSection, ConvertsTheRawRadius) {
     // The ideographic space passes the test and makes the value 0.0, so the turn is to the right.
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "C01,0,　-140.0,", "F99,"});
     EXPECT_EQ(pass.errors(), Lines{});
-    EXPECT_EQ(pass.reader.alignments[0].entities[0].radius, "　-140.0");
+    EXPECT_EQ(pass.reader.alignments[0].entities[0].curve().radius, "　-140.0");
     EXPECT_EQ(pass.reader.alignments[0].entities[0].direction, "R");
 }
 
@@ -117,10 +117,10 @@ TEST(RouteSection, MakesAClothoidOfTheElementThatBeginsAtTheLastPoint) {
     EXPECT_EQ(pass.errors(), Lines{});
     const EntityData& clothoid = pass.reader.alignments[0].entities[0];
     EXPECT_EQ(clothoid.type, "A");
-    EXPECT_EQ(clothoid.parameterA, "100.0");
-    EXPECT_EQ(clothoid.startRadius, "0");
-    EXPECT_EQ(clothoid.endRadius, "200.0");
-    EXPECT_EQ(clothoid.length, "50.000000000000");
+    EXPECT_EQ(clothoid.curve().parameterA, "100.0");
+    EXPECT_EQ(clothoid.curve().startRadius, "0");
+    EXPECT_EQ(clothoid.curve().endRadius, "200.0");
+    EXPECT_EQ(clothoid.curve().length, "50.000000000000");
     EXPECT_EQ(clothoid.direction, "R");
     EXPECT_EQ(clothoid.clothoidLength(), 50.0);
 }
@@ -128,7 +128,7 @@ TEST(RouteSection, MakesAClothoidOfTheElementThatBeginsAtTheLastPoint) {
 TEST(RouteSection, KeepsALengthOfTheClothoidThatIsNotItsTrueOne) {
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "C02,60,100,200,", "F99,"});
     const EntityData& egg = pass.reader.alignments[0].entities[0];
-    EXPECT_EQ(egg.length, "36.000000000000");
+    EXPECT_EQ(egg.curve().length, "36.000000000000");
     EXPECT_EQ(egg.clothoidLength(), 18.0);
 }
 
@@ -144,16 +144,16 @@ TEST(RouteSection, TurnsAClothoidLeftIfEitherRadiusIsNegative) {
 
 TEST(RouteSection, HoldsTheTextOfInfinityForTheLengthBetweenEqualRadii) {
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "C02,100,200,200,", "F99,"});
-    EXPECT_EQ(pass.reader.alignments[0].entities[0].length, "inf");
+    EXPECT_EQ(pass.reader.alignments[0].entities[0].curve().length, "inf");
 }
 
 TEST(RouteSection, UsesRefusedCurvesAsFarAsTheyConvert) {
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "C01,9,1-2", "B01,2,,", "C02,x,1e2,3", "F99,"});
     EXPECT_EQ(pass.errorCodes(), (Lines{"ErrX001", "ErrX001"}));
     const Array<EntityData>& elements = pass.reader.alignments[0].entities;
-    EXPECT_EQ(elements[0].radius, "1-2");
-    EXPECT_EQ(elements[1].parameterA, "x");
-    EXPECT_EQ(elements[1].length, "0.000000000000");
+    EXPECT_EQ(elements[0].curve().radius, "1-2");
+    EXPECT_EQ(elements[1].curve().parameterA, "x");
+    EXPECT_EQ(elements[1].curve().length, "0.000000000000");
 }
 
 TEST(RouteSection, LosesACurveBeforeItsFirstPoint) {
@@ -306,8 +306,8 @@ TEST(RouteSection, LosesTheRestOfTheFileInABlockThatIsNotClosed) {
 
 TEST(RouteSection, HoldsTwoArcsInARowApart) {
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "C01,0,100,", "C01,0,-50,", "B01,2,,", "F99,"});
-    EXPECT_EQ(pass.reader.alignments[0].entities[0].radius, "-50");
-    EXPECT_EQ(pass.reader.alignments[0].entities[1].radius, "");
+    EXPECT_EQ(pass.reader.alignments[0].entities[0].curve().radius, "-50");
+    EXPECT_EQ(pass.reader.alignments[0].entities[1].curve().radius, "");
 }
 
 TEST(RouteSection, KeepsAnElementWithoutLength) {

@@ -11,6 +11,17 @@
 
 namespace fenmark::sima {
 
+TEST(SharedText, HoldsTextsOfAnyLength) {
+    for (const std::size_t length : {1U, 2U, 3U, 4U, 19U, 20U, 253U, 254U, 255U, 256U, 257U, 100'000U}) {
+        std::string text(length, 'x');
+        text.back() = 'y';
+        SharedText made(text);
+        const SharedText copy = made;
+        made = "other";
+        EXPECT_EQ(copy.view(), text) << length;
+    }
+}
+
 TEST(SharedText, IsWhatItWasMadeOf) {
     using namespace std::string_view_literals;
     EXPECT_TRUE(SharedText().empty());

@@ -24,7 +24,7 @@ inline sima::EntityData arc(double x0, double y0, double x1, double y1, const st
                             const std::string& direction) {
     sima::EntityData element = straight(x0, y0, x1, y1);
     element.type = "R";
-    element.radius = radius;
+    element.editCurve().radius = radius;
     element.direction = direction;
     return element;
 }
@@ -34,9 +34,9 @@ inline sima::EntityData clothoid(double x0, double y0, double x1, double y1, con
                                  const std::string& direction) {
     sima::EntityData element = straight(x0, y0, x1, y1);
     element.type = "A";
-    element.parameterA = parameter;
-    element.startRadius = startRadius;
-    element.endRadius = endRadius;
+    element.editCurve().parameterA = parameter;
+    element.editCurve().startRadius = startRadius;
+    element.editCurve().endRadius = endRadius;
     element.direction = direction;
     return element;
 }

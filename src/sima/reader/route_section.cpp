@@ -93,7 +93,7 @@ void setArc(FilePass& file) {
     const std::string_view radius = file.fields()[2];
     EntityData& last = entities.back();
     last.type = "R";
-    last.radius = radius;
+    last.editCurve().radius = radius;
     last.direction = toReal(radius) >= 0.0 ? "R" : "L";
 }
 
@@ -110,14 +110,15 @@ void setClothoid(FilePass& file) {
     };
     EntityData& last = entities.back();
     last.type = "A";
-    last.parameterA = cleaned(1);
-    last.startRadius = cleaned(2);
-    last.endRadius = cleaned(3);
-    const double parameter = toReal(last.parameterA);
-    const double startRadius = toReal(last.startRadius);
-    const double endRadius = toReal(last.endRadius);
+    CurveData& curve = last.editCurve();
+    curve.parameterA = cleaned(1);
+    curve.startRadius = cleaned(2);
+    curve.endRadius = cleaned(3);
+    const double parameter = toReal(curve.parameterA);
+    const double startRadius = toReal(curve.startRadius);
+    const double endRadius = toReal(curve.endRadius);
     // Not the true length, which is clothoidLength(); kept on purpose. Equal radii give the text of infinity.
-    last.length = formatReal(parameter * parameter / std::abs(endRadius - startRadius));
+    curve.length = formatReal(parameter * parameter / std::abs(endRadius - startRadius));
     last.direction = startRadius < 0.0 || endRadius < 0.0 ? "L" : "R";
 }
 

@@ -30,22 +30,22 @@ host::MdGePoint3d EntityData::endPoint() const {
 }
 
 double EntityData::clothoidLength() const {
-    const double parameter = toReal(parameterA);
+    const double parameter = toReal(curve().parameterA);
     // The clothoid's length from its point of infinite radius to the radius r.
     const auto lengthTo = [parameter](double r) { return r == 0.0 ? 0.0 : parameter * parameter / r; };
     return std::abs(lengthTo(absEndRadius()) - lengthTo(absStartRadius()));
 }
 
 double EntityData::absStartRadius() const {
-    return absoluteOf(startRadius);
+    return absoluteOf(curve().startRadius);
 }
 
 double EntityData::absEndRadius() const {
-    return absoluteOf(endRadius);
+    return absoluteOf(curve().endRadius);
 }
 
 double EntityData::absRadius() const {
-    return absoluteOf(radius);
+    return absoluteOf(curve().radius);
 }
 
 double EntityData::curvatureStartRadius() const {

@@ -69,6 +69,12 @@ std::string xmlText(std::string_view text) {
             at += 2;
             continue;
         }
+        if (c == '\xC2' && character.size() > 1 &&
+            static_cast<unsigned char>(character[1]) < 0xA0) { // U+0080 to U+009F
+            escaped += "\uFFFD";
+            ++at;
+            continue;
+        }
         switch (c) {
         case '&':
             escaped += "&amp;";
@@ -92,7 +98,7 @@ std::string xmlText(std::string_view text) {
             escaped += "&#13;";
             break;
         default:
-            if (static_cast<unsigned char>(c) < 0x20) {
+            if (static_cast<unsigned char>(c) < 0x20 || c == '\x7F') {
                 escaped += "\uFFFD";
             } else {
                 escaped += c;

@@ -35,7 +35,8 @@ struct JsonText {
 };
 std::ostream& operator<<(std::ostream& out, JsonText text);
 
-// Text for element content and attributes. Characters that XML cannot hold become U+FFFD.
+// Text for element content and attributes. Characters that XML cannot hold, and the control characters that a page of HTML
+// must not have, become U+FFFD.
 std::string xmlText(std::string_view text);
 
 // A name without the blanks at its ends, the ideographic space U+3000 among them.

@@ -30,9 +30,6 @@ namespace {
 
 constexpr int kCoordinateDecimals = 8; // of J-LandXML
 constexpr double kInterval = 20.0;     // metres between two intermediate points
-// An alignment of more intermediate points than this is written without them: it is none of a road.
-constexpr double kMostIntermediatePoints = 100000.0;
-constexpr double kMostIntermediateOfFile = 200000.0; // those of all alignments together
 
 // A coordinate: the shortest decimal that reads back, or as many decimals as the profile wants.
 struct Coordinate {

@@ -5,6 +5,7 @@
 #include "exchange/kinds.h"
 #include "exchange/placed.h"
 #include "exchange/plan/plan_geometry.h"
+#include "exchange/round_stations.h"
 #include "exchange/stakes.h"
 
 #include <algorithm>
@@ -28,8 +29,6 @@ constexpr double kSameStation = 0.005;    // metres between the two stakes of on
 constexpr double kWholeStation = 0.002;   // metres: coordinates are rounded, stations of stakes are whole
 constexpr double kFarthestStake = 200.0;  // metres from the alignment that a width stake belongs to
 constexpr std::size_t kJudgedStakes = 32; // of one line, when its alignment is looked for
-constexpr double kMostIntermediate = 1e5; // points of one table
-constexpr double kMostIntermediateOfReport = 2e5;
 
 std::string azimuthText(double azimuth) {
     return degreesText(azimuthDegrees(azimuth));
@@ -174,7 +173,7 @@ void intermediateTable(const Drawing& drawing, std::size_t index, const ReportOp
     table.subject = subjectOf(drawing.alignment(index));
     table.columns = {{"点名", Align::Left}, {"追加距離"},   {"単距離"},   {"X"},   {"Y"},
                      {"接線方向角"},        {"横断方向角"}, {"弦方向角"}, {"弦長"}};
-    if (drawing.geometry(index).length() / stakeOptions.every > std::min(kMostIntermediate, left)) {
+    if (drawing.geometry(index).length() / stakeOptions.every > std::min(kMostIntermediatePoints, left)) {
         table.remarks.push_back("中間点が多すぎるため省略。");
         sink(table);
         return;
@@ -342,7 +341,7 @@ void alignmentTables(const Drawing& drawing, const PointNames& names, const Repo
     if (options.has(ReportPart::Widths)) {
         stakes = widthStakesOf(drawing, names);
     }
-    double intermediateLeft = kMostIntermediateOfReport;
+    double intermediateLeft = kMostIntermediateOfFile;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         if (drawing.geometry(i).empty() || !hasPlace(drawing.alignment(i))) {
             continue;

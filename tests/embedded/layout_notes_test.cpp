@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <limits>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace fenmark::host::embedded {
 namespace {
@@ -99,6 +104,37 @@ TEST(LayoutNoteLines, SayWhatWasLaidInBothLanguages) {
     }
 }
 
+TEST(LayoutNoteLines, SayLengthsInPowersOfTenWhereThreeDecimalsDoNotShowThem) {
+    const std::pair<double, std::string> lengths[] = {
+        {0, "0.000"},
+        {1e-300, "1.000e-300"},
+        {0.0009994, "9.994e-04"},
+        {0.001, "0.001"},
+        {0.00104, "0.001"},
+        {0.0014, "0.001"},
+        {1, "1.000"},
+        {999999999, "999999999.000"},
+        {1e9, "1.000e+09"},
+        {1.0004e9, "1.000e+09"},
+        {1e300, "1.000e+300"},
+    };
+    for (const auto& [length, words] : lengths) {
+        const LayoutNotes notes = ofUnusual({"線", 10, ElementType::Arc, length, 7, 7, 50, drawing::kLineTolerance});
+        EXPECT_EQ(noteLines(notes)[0].text,
+                  "alignment 線: the arc at station 10.000, " + words + " m long, radius 7.000 m, turns 50 times");
+    }
+    const std::pair<double, std::string> turns[] = {
+        {10.5, "10"}, {999999999, "999999999"}, {1e9, "1.000e+09"}, {2e9, "2.000e+09"}};
+    for (const auto& [count, words] : turns) {
+        const LayoutNotes notes = ofUnusual({"線", 10, ElementType::Arc, 5, 7, 7, count, drawing::kLineTolerance});
+        EXPECT_EQ(noteLines(notes)[0].text,
+                  "alignment 線: the arc at station 10.000, 5.000 m long, radius 7.000 m, turns " + words + " times");
+    }
+    // Neither winds nor is drawn coarsely at the limits themselves.
+    const LayoutNotes limits = ofUnusual({"線", 10, ElementType::Arc, 5, 7, 7, kMostTurns, drawing::kLineTolerance});
+    EXPECT_EQ(noteLines(limits)[0].text, "alignment 線: the arc at station 10.000, 5.000 m long, radius 7.000 m");
+}
+
 TEST(LayoutNoteLines, ABrokenJointNamesItsOptionInJapaneseToo) {
     const std::pair<Remedy, std::string> remedies[] = {
         {Remedy::None, ""},
@@ -154,6 +190,56 @@ TEST(UnusualElements, AreToldAlsoWhereTheAlignmentHasNoPointsLeft) {
         alignment.elements.assign(before, vast);
         alignment.elements.push_back(fine);
         EXPECT_EQ(unusualElements(alignment).size(), before + (before > 100 ? 1 : 0)) << before;
+    }
+}
+
+Element arcOf300m(double length) {
+    Element arc;
+    arc.type = ElementType::Arc;
+    arc.startRadius = arc.endRadius = 300;
+    arc.length = length;
+    return arc;
+}
+
+// The points that an arc gets of so many that are left.
+std::size_t pointsOf(const Element& arc, std::size_t left, double& tolerance) {
+    std::vector<PlanPoint> line;
+    tolerance = appendElementLine(arc, kLineTolerance, line, drawing::kMostAlignmentPoints - left);
+    return line.size();
+}
+
+Element arcOfPoints(std::size_t points) {
+    double tolerance = 0;
+    double shorter = 1;
+    double longer = 30000;
+    while (longer - shorter > 1e-9) {
+        const double middle = 0.5 * (shorter + longer);
+        (pointsOf(arcOf300m(middle), kMostElementPoints, tolerance) < points ? shorter : longer) = middle;
+    }
+    EXPECT_EQ(pointsOf(arcOf300m(longer), kMostElementPoints, tolerance), points);
+    return arcOf300m(longer);
+}
+
+TEST(UnusualElements, ShareTheirPointsToTheLast) {
+    const Element last = arcOf300m(3000);
+    double tolerance = 0;
+    std::size_t enough = kMostElementPoints;
+    do {
+        pointsOf(last, --enough, tolerance);
+    } while (tolerance == kLineTolerance);
+    ++enough;
+    ASSERT_GT(enough, drawing::kFewestElementPoints);
+    Element vast;
+    vast.type = ElementType::Arc;
+    vast.length = 1e8;
+    vast.startRadius = vast.endRadius = 1e8;
+    Alignment alignment;
+    constexpr std::size_t kVast = drawing::kMostAlignmentPoints / kMostElementPoints - 1;
+    for (const std::size_t tooMany : {0U, 1U}) {
+        alignment.elements.assign(kVast, vast);
+        alignment.elements.push_back(arcOfPoints(kMostElementPoints - enough + tooMany));
+        alignment.elements.push_back(last);
+        EXPECT_EQ(unusualElements(alignment).size(), kVast + tooMany);
     }
 }
 

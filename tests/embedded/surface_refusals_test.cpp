@@ -9,6 +9,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace fenmark::host::embedded {
@@ -194,6 +195,15 @@ TEST_F(Refusals, AnObjectIsOpenedAsWhatItIs) {
     ASSERT_NE(polyline, nullptr);
     EXPECT_EQ(polyline->vertices(), line);
     EXPECT_TRUE(polyline->closed());
+    entity->close();
+    ASSERT_EQ(mirdane::mddbOpenObject(entity, old, OpenMode::Read, false), 0);
+    const auto* simple = dynamic_cast<const mirdane::MdDb2dPolyline*>(entity);
+    ASSERT_NE(simple, nullptr);
+    EXPECT_EQ(simple->type(), mirdane::Poly2dType::Simple);
+    EXPECT_EQ(simple->vertices(), line);
+    EXPECT_TRUE(simple->closed());
+    EXPECT_EQ(std::tuple(simple->elevation(), simple->startWidth(), simple->endWidth()), std::tuple(0.0, 0.0, 0.0));
+    EXPECT_FALSE(simple->hasBulges() || simple->hasVertexIds());
     entity->close();
     ASSERT_EQ(mirdane::mddbOpenObject(entity, point, OpenMode::Read, false), 0);
     const auto* opened = dynamic_cast<const mirdane::MdDbPoint*>(entity);
@@ -535,6 +545,14 @@ TEST_F(AutomationRefusals, APointIsAnArrayOfThreeRealsFromZero) {
                   kBadArgument);
     EXPECT_TRUE(drawing().alignment(1).elements.empty());
     EXPECT_TRUE(host_.layoutNotes().refused.empty()) << "no element of a route, so nothing to report";
+    expectRefused(elements->addFixedCurve(place(-10, -30), place(20, 10), 4, 0, element), element, kBadArgument);
+    ASSERT_EQ(host_.layoutNotes().refused.size(), 1U);
+    const RefusedElement refusal = host_.layoutNotes().refused[0];
+    EXPECT_EQ(refusal.alignment, drawing().alignment(1).name);
+    EXPECT_EQ(refusal.length, 0.0);
+    EXPECT_EQ(refusal.why, Refusal::ChordBeyondDiameter);
+    EXPECT_EQ(refusal.radius, 4.0);
+    EXPECT_EQ(refusal.chord, 50.0);
 }
 
 TEST_F(AutomationRefusals, AnElementIsRemovedByItsIndex) {

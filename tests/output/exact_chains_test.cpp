@@ -2,6 +2,7 @@
 #include "output_fixture.h"
 #include "support/exact_chain.h"
 
+#include <cmath>
 #include <cstdio>
 
 namespace fenmark {
@@ -121,6 +122,24 @@ TEST_F(ExactChains, PointsOfUnequalHeightsContinueTheElementBefore) {
     EXPECT_EQ(chain()[1].pi, host::MdGePoint3d());
     EXPECT_NEAR(chain()[3].laidEnd.x, records[3].ex, kJointTolerance);
     EXPECT_NEAR(chain()[3].laidEnd.y, records[3].ey, kJointTolerance);
+}
+
+TEST_F(ExactChains, HeightsDoNotCountWhereTheTangentsAreTakenInPlan) {
+    const auto records = exact::lay_chain(exact::Pose{1000.0L, 500.0L, 1.0L},
+                                          {exact::straight(60.0), exact::clothoid(1.0, 100.0, 0.0, 180.0)});
+    auto elements = elementsOf(records);
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        elements[i].startZ = 5.0 + static_cast<double>(i);
+        elements[i].endZ = 6.0 + static_cast<double>(i);
+    }
+    output::DrawingOutput inPlan{host, {.planTangents = true, .alignmentMade = {}}};
+    ASSERT_TRUE(inPlan.createRouteAlignment(reader, routeOf(3, elements)).isValid());
+    const host::MdGePoint3d pi = chain()[1].pi;
+    const double along = std::hypot(pi.x - records[1].sx, pi.y - records[1].sy);
+    EXPECT_GT(along, 20.0);
+    EXPECT_NEAR(pi.x, records[1].sx + along * std::cos(records[1].sang), kJointTolerance);
+    EXPECT_NEAR(pi.y, records[1].sy + along * std::sin(records[1].sang), kJointTolerance);
+    EXPECT_EQ(pi.z, 0.0);
 }
 
 TEST_F(ExactChains, ResultsLieOnTheChainAtTheirStationsAndOffsets) {

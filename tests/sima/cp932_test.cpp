@@ -95,6 +95,10 @@ TEST(Cp932, WritesTheCodeThatWindowsWritesWhereThereAreSeveral) {
 TEST(Cp932, WritesAQuestionMarkForWhatItCannotHold) {
     EXPECT_EQ(encoded("a\xEF\xBF\xBDé😀〜b"), "a????b"); // U+FFFD, U+00E9, U+1F600, U+301C
     EXPECT_EQ(encoded("\xFF"), "?");
+    // Around the half-width katakana, and at the end of the basic plane.
+    for (const char* character : {"\xEF\xBD\xA0", "\xEF\xBE\xA0", "\xEF\xBF\xBF", "\xF0\x90\x80\x80"}) {
+        EXPECT_EQ(encoded(character), "?");
+    }
 }
 
 TEST(Cp932, ComesBackFromEveryDefinedPairAsTheSameText) {

@@ -97,6 +97,57 @@ TEST(EncodingChoice, EucJpAndIso2022JpAreRecognised) {
     EXPECT_EQ(kindOf("A01,1,\x1B[31m,0,0,,\r\n"), TextKind::Cp932) << "another escape sequence";
 }
 
+TEST(EncodingChoice, EveryByteOfAPairCountsInEucJp) {
+    const std::string hiragana = "A01,1,\xA4\xB3\xA4\xEC";
+    for (unsigned byte = 0; byte <= 0xFF; ++byte) {
+        const auto isEuc = [&](const std::string& bytes) {
+            return kindOf(hiragana + bytes + ",\r\n") == TextKind::EucJp;
+        };
+        const std::string one(1, static_cast<char>(byte));
+        const bool inPair = byte >= 0xA1 && byte <= 0xFE;
+        EXPECT_EQ(isEuc(one), byte < 0x80) << byte << " alone";
+        EXPECT_EQ(isEuc(one + "\xB3"), inPair || byte == 0x8E) << byte << " as the first of two";
+        EXPECT_EQ(isEuc(one + "\xB3\xB3"), byte < 0x80 || byte == 0x8F) << byte << " before two";
+        EXPECT_EQ(isEuc("\xB3" + one), inPair) << byte << " as the second of two";
+        EXPECT_EQ(isEuc("\x8E" + one), inPair) << byte << " as half-width katakana";
+        EXPECT_EQ(isEuc("\x8F\xB3" + one), inPair) << byte << " as the third";
+    }
+}
+
+TEST(EncodingChoice, EucJpNeedsTwoPairsThatAreNoHalfWidthKatakana) {
+    EXPECT_EQ(kindOf("A01,1,\xA4\xB3,\r\n"), TextKind::Cp932) << "one may be chance";
+    EXPECT_EQ(kindOf("A01,1,\xE5\xBB,\r\n"), TextKind::Cp932);
+    EXPECT_EQ(kindOf("A01,1,\xA4\xB3\xB6\xAD,\r\n"), TextKind::Cp932) << "one of kana";
+    EXPECT_EQ(kindOf("A01,1,\xA5\xB3\xA4\xAD,\r\n"), TextKind::EucJp) << "two of kana";
+    EXPECT_EQ(kindOf("A01,1,\xA3\xB3\xA6\xAD,\r\n"), TextKind::Cp932) << "rows beside kana";
+    EXPECT_EQ(kindOf("A01,1,\xB6\xAD\xB6\xDF,\r\n"), TextKind::Cp932);
+    EXPECT_EQ(kindOf("A01,1,\xB6\xAD\xB6\xE0,\r\n"), TextKind::EucJp);
+}
+
+TEST(EncodingChoice, Utf8IsWhatTheStandardAllows) {
+    // Every first byte with every second, and two that would do for a third and a fourth.
+    for (unsigned first = 0x80; first <= 0xFF; ++first) {
+        const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+        for (unsigned second = 0x80; second <= 0xFF; ++second) {
+            for (const char last : {'\x80', '\xBF'}) {
+                const std::string bytes =
+                    std::string{static_cast<char>(first), static_cast<char>(second)} + std::string(length - 2, last);
+                unsigned code = first & (length == 2 ? 0x1FU : 0x0FU);
+                code = code << 6 | (second & 0x3F);
+                for (std::size_t i = 2; i < length; ++i) {
+                    code = code << 6 | (static_cast<unsigned char>(last) & 0x3F);
+                }
+                const unsigned least = length == 2 ? 0x80 : length == 3 ? 0x800 : 0x10000;
+                const bool valid = first >= 0xC0 && second <= 0xBF && code >= least && code <= 0x10FFFF &&
+                                   (code < 0xD800 || code > 0xDFFF);
+                EncodingGuess guess;
+                guess.look("A01,1,測点" + bytes + ",\r\n");
+                ASSERT_EQ(guess.choice().kind == TextKind::Utf8, valid) << std::hex << first << second;
+            }
+        }
+    }
+}
+
 TEST(EncodingChoice, Utf16IsKnownByItsMarkOrItsNuls) {
     EXPECT_EQ(kindOf("\xFF\xFE"), TextKind::Utf16);
     EXPECT_EQ(kindOf("\xFE\xFF\0A"sv), TextKind::Utf16);

@@ -105,6 +105,20 @@ TEST(ToReal, RoundsAsTheCConversionDoes) {
     }
 }
 
+TEST(ToReal, KnowsEveryNumberOfDecimalsOnTheShortWayAndBeyondIt) {
+    for (std::size_t digits = 1; digits <= 18; ++digits) {
+        const std::string number = std::string("123456789123456789").substr(0, digits);
+        for (std::size_t decimals = 0; decimals <= digits; ++decimals) {
+            const std::string text = number.substr(0, digits - decimals) + "." + number.substr(digits - decimals);
+            const double expected = std::strtod(text.c_str(), nullptr);
+            EXPECT_EQ(toReal(text), expected) << text;
+            double value = 0.0;
+            EXPECT_EQ(toPlainReal(text, value), digits <= 15) << text;
+            EXPECT_EQ(value, digits <= 15 ? expected : 0.0) << text;
+        }
+    }
+}
+
 TEST(ToReal, DoesNotLookAtTheProcessLocale) {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {

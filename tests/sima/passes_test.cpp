@@ -136,6 +136,7 @@ TEST(Passes, DeriveTheBaseName) {
     };
     EXPECT_EQ(baseName("C:\\data\\a.b.sim"), "a.b");
     EXPECT_EQ(baseName("noextension"), "noextension");
+    EXPECT_EQ(baseName("a.sim"), "a");
     EXPECT_EQ(baseName(".sim"), ".sim");
     EXPECT_EQ(baseName("x\\.sim"), "");
 #ifndef _WIN32
@@ -292,11 +293,83 @@ TEST(Passes, StandBehindWhatAnEarlierPassLeft) {
 
 TEST(Passes, CountsOfRoutesAreZeroOutsideTheTypes) {
     SimaReader reader;
-    for (const std::int32_t type : {0, 8, -1, 1000}) {
+    for (std::int32_t type = -1; type <= 9; ++type) {
+        for (std::int32_t i = 0; i < 10 + type; ++i) {
+            reader.countRouteRead(type);
+            reader.countRouteCreated(type);
+        }
         reader.countRouteRead(type);
-        reader.countRouteCreated(type);
-        EXPECT_EQ(reader.routesRead(type), 0);
-        EXPECT_EQ(reader.routesCreated(type), 0);
+    }
+    reader.countRouteRead(1000);
+    reader.countRouteCreated(1000);
+    for (const std::int32_t type : {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 1000}) {
+        const bool isType = type >= 1 && type <= 7;
+        EXPECT_EQ(reader.routesRead(type), isType ? 11 + type : 0) << type;
+        EXPECT_EQ(reader.routesCreated(type), isType ? 10 + type : 0) << type;
+    }
+}
+
+TEST(Passes, CountEachErrorAtTheLineThatItStandsIn) {
+    // Every kind of record as it must not be, and what it takes to get there; the file may end behind any line.
+    struct Line {
+        std::string_view text;
+        bool wrong = true;
+    };
+    const Line lines[] = {
+        {"G00"},
+        {"A00"},
+        {"XXX,"},
+        {"A01,x,P,1,2,,"},
+        {"A01,1,P,1,2,,", false},
+        {"A01,1,P,1,2,,"},
+        {"A99"},
+        {"D00,x,L,1,"},
+        {"XXX,"},
+        {"B01,x,"},
+        {"B01,1,P,", false},
+        {"B01,7,P,"},
+        {"B01,8,P,", false},
+        {"D99", false},
+        {"F00,x,1,R,3,"},
+        {"XXX,"},
+        {"F03,1", false},
+        {"B01,1"},
+        {"B01,7,,"},
+        {"B03,x,1"},
+        {"C01,9,1"},
+        {"C02,x,1,2"},
+        {"C03"},
+        {"F99"},
+        {"F00,2,1,R,3,", false},
+        {"B01,1,,", false},
+        {"C01,0,x,"},
+        {"C02,1,x,2,"},
+        {"C03,x,"},
+        {"F99"},
+        {"F00,1,1,R,1,", false},
+        {"C01,0,1,"},
+        {"C02,1,2,3,"},
+        {"F99"},
+        {"H00,x,R,"},
+        {"XXX,"},
+        {"H01,a,x,0,0,1,"},
+        {"H01,a,1,0,0,1,", false},
+        {"H99"},
+        {"I00,x,R,"},
+        {"XXX,"},
+        {"I01,a,x,0,0,"},
+        {"I02,b,x,0"},
+        {"I02,b,1,0,", false},
+        {"I99"},
+    };
+    std::string text;
+    std::int32_t errors = 0;
+    for (const Line& line : lines) {
+        text += std::string(line.text) + "\r\n";
+        errors += line.wrong ? 1 : 0;
+        const Pass pass = fullRead(text);
+        EXPECT_EQ(pass.reader.log.errorCount(), errors) << pass.reader.lineNumber << " " << line.text;
+        EXPECT_EQ(pass.reader.errorCount, errors) << pass.reader.lineNumber << " " << line.text;
     }
 }
 

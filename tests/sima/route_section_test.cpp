@@ -61,6 +61,23 @@ TEST(RouteSection, KeepsEveryElementOfALongRouteAndOfTheOneBehindIt) {
     EXPECT_EQ(pass.reader.alignments[1].entities.size(), 2U);
 }
 
+TEST(RouteSection, KeepsNoRoomToSpeakOfForWhatFollowsALongRoute) {
+    std::string text = std::string(test::kThreePoints) + std::string(kF00) + "\r\n";
+    constexpr std::size_t kPoints = 65536;
+    for (std::size_t i = 0; i < kPoints; ++i) {
+        text += "B01,1,,\r\n";
+    }
+    text += "F99,\r\n";
+    const std::size_t length = text.size();
+    while (text.size() < 4 * length) {
+        text += "Z00,a comment of some length,\r\n";
+    }
+    const Pass pass = fullRead(text);
+    ASSERT_EQ(pass.reader.alignments.size(), 1U);
+    EXPECT_EQ(pass.reader.alignments[0].entities.size(), kPoints);
+    EXPECT_LE(pass.reader.alignments[0].entities.capacity(), kPoints * 4 / 3);
+}
+
 TEST(RouteSection, MakesAnOpenElementOfEachPointAndClosesTheOneBefore) {
     const Pass pass = readAfterPoints({kF00, "B01,1,,", "B01,3,,", "F99,"});
     const Array<EntityData>& elements = pass.reader.alignments[0].entities;

@@ -229,7 +229,11 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         if (laid) {
             return append(*laid, element);
         }
-        return refuse({{}, 0.0, whyCurveRefused(radius), radius, std::hypot(to->x - from->x, to->y - from->y)});
+        RefusedElement refused;
+        refused.why = whyCurveRefused(radius);
+        refused.radius = radius;
+        refused.chord = std::hypot(to->x - from->x, to->y - from->y);
+        return refuse(refused);
     }
 
     AutomationStatus addFixedSpiral(std::int32_t elementBefore, const Variant& start, const Variant& pi,
@@ -247,7 +251,9 @@ class Elements final : public Counted<mirdane::ElementCollection> {
         if (laid) {
             return append(*laid, element);
         }
-        return refuse({{}, 0.0, whySpiralRefused(startRadius, endRadius, length), 0.0, 0.0});
+        RefusedElement refused;
+        refused.why = whySpiralRefused(startRadius, endRadius, length);
+        return refuse(refused);
     }
 
     AutomationStatus removeAt(const Variant& index) override {

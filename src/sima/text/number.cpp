@@ -18,13 +18,12 @@ std::string_view skipBlanks(std::string_view text) {
     return text.substr(start);
 }
 
-// Powers of ten that a double holds exactly.
-constexpr std::array<double, 23> kPowersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
 // A number of at most so many digits is the quotient of two integers that a double holds exactly, so that one division
 // rounds it as the full conversion does.
 constexpr int kExactDigits = 15;
+
+constexpr std::array<double, kExactDigits + 1> kPowersOfTen{1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 // Whether an unsigned decimal number that is out of range is too large, and not too small: the place of its first
 // digit that is not 0 decides, together with the exponent.

@@ -143,6 +143,30 @@ TEST_F(SpatialIndexTest, ManyRowsMorePackItAnew) {
     EXPECT_EQ(nodes("points"), 236 + 5 + 1);
 }
 
+// Large layers are sorted by a thread of their own.
+TEST_F(SpatialIndexTest, ALargeLayerIsRightFromTheFirstSaveOn) {
+    addScattered(drawing_, 21'000);
+    save();
+    EXPECT_EQ(nodes("points"), 412 + 9 + 1);
+    addScattered(drawing_, 21'000, kSeed + 1);
+    save();
+    EXPECT_EQ(nodes("points"), 824 + 17 + 1) << "packed anew";
+}
+
+TEST_F(SpatialIndexTest, SmallerPagesHaveSmallerNodes) {
+    addScattered(drawing_, 400);
+    save();
+    EXPECT_TRUE(OtherProgram(path_).ask("PRAGMA page_size = 1024; VACUUM").empty());
+    Drawing drawing;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, drawing));
+    addScattered(drawing, 21'000, kSeed + 1);
+    const Outcome result = store.save(path_, drawing);
+    ASSERT_TRUE(result) << result.message.english;
+    expectTrue();
+    EXPECT_EQ(nodes("points"), 549 + 15 + 1) << "39 boxes in each node";
+}
+
 TEST_F(SpatialIndexTest, ADrawingWhosePointsWereNotReadIsAppendedTo) {
     addScattered(drawing_, 2000);
     save();

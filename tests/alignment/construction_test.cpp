@@ -119,9 +119,14 @@ TEST(MakeArc, RefusesAndLeavesTheRecord) {
     bad = rec;
     bad.par = -80.0;
     EXPECT_TRUE(refuses(bad));
+    for (const double par : {std::numeric_limits<double>::infinity(), 49.9999}) {
+        bad = rec;
+        bad.par = par;
+        EXPECT_TRUE(refuses(bad)) << par;
+    }
     bad = rec;
-    bad.par = 49.9999;
-    EXPECT_TRUE(refuses(bad));
+    bad.par = kNotANumber;
+    EXPECT_EQ(ali_makR(&bad), -1);
     bad = rec;
     bad.ex = 0.9e-5;
     EXPECT_TRUE(refuses(bad));
@@ -320,6 +325,33 @@ TEST(StraightFromAnEnd, CoefficientsComeFromTheRoundedPoint) {
     EXPECT_EQ(rec.k2, both.k2);
     EXPECT_EQ(rec.k3, both.k3);
     EXPECT_EQ(rec.len, 33.333333); // stays as given
+}
+
+TEST(FromAnEnd, ValuesThatAreNotFiniteAreRefused) {
+    for (const double wrong : {kNotANumber, std::numeric_limits<double>::infinity()}) {
+        for (const int end : {1, 2}) {
+            Calelm arc{};
+            arc.type = ALI_ARC;
+            arc.dir = 1.0;
+            arc.par = 100.0;
+            arc.len = 10.0;
+            for (const Calelm& good : {arc, clothoidSizes(1.0, 100.0, 0.0, 200.0)}) {
+                const bool isArc = good.type == ALI_ARC;
+                const bool atStart = end == 1;
+                for (double Calelm::*const field :
+                     {atStart ? &Calelm::sx : &Calelm::ex, atStart ? &Calelm::sy : &Calelm::ey,
+                      atStart ? &Calelm::sang : &Calelm::eang}) {
+                    Calelm bad = good;
+                    bad.*field = wrong;
+                    const Calelm before = bad;
+                    EXPECT_EQ((isArc ? ali_makangR : ali_makangA)(&bad, end), -1) << isArc << end;
+                    EXPECT_TRUE(std::isnan(wrong) || sameBits(bad, before)) << isArc << end;
+                }
+                Calelm made = good;
+                EXPECT_EQ((isArc ? ali_makangR : ali_makangA)(&made, end), 0) << isArc << end;
+            }
+        }
+    }
 }
 
 TEST(ArcFromAnEnd, BothEndsGiveTheSameArcAlsoAboveAHalfCircle) {

@@ -185,6 +185,25 @@ TEST_F(ArgumentLine, HelpFitsATerminalOfEightyColumns) {
     }
 }
 
+TEST_F(ArgumentLine, HelpHasItsDescriptionsInOneColumn) {
+    for (const char* command :
+         {"import", "preview", "info", "station", "locate", "export", "plot", "stakes", "report"}) {
+        std::istringstream help(fenmark({command, "--help"}).out);
+        std::size_t descriptions = 0;
+        for (std::string line; std::getline(help, line);) {
+            const std::size_t first = line.find_first_not_of(' ');
+            if (first == 2 && line.size() > 34 && line[33] == ' ') {
+                EXPECT_NE(line[34], ' ') << command << ": " << line;
+                ++descriptions;
+            } else if (first != std::string::npos && first > 2) {
+                EXPECT_EQ(first, 34U) << command << ": " << line;
+                ++descriptions;
+            }
+        }
+        EXPECT_GT(descriptions, 2U) << command;
+    }
+}
+
 TEST_F(ArgumentLine, EmptyNameOfAFileIsWrongUsage) {
     for (const std::vector<std::string>& line : std::vector<std::vector<std::string>>{
              {"import", ""}, {"preview", ""}, {"import", file(kPoints), "--drawing", ""}}) {

@@ -1,11 +1,15 @@
 // The notes of the commands, in the language of the user's messages.
 #include "command_line.h"
+#include "support/sample_file.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace fenmark::cli {
 namespace {
@@ -39,6 +43,70 @@ TEST_F(NotesLine, ExportAndPlotSpeakTheSameLanguage) {
                          "fenmark: note: 1 objects with coordinates that no survey has are not drawn\n"));
     EXPECT_TRUE(contains(inJapanese({"plot", drawing, svg}).err,
                          "fenmark: note: 座標が大きすぎる1個の図形は図示していません\n"));
+}
+
+// Every kind of file, read in every encoding that can be asked for.
+TEST_F(NotesLine, FilesThatWereLikelyNotWrittenAsTheyAreReadAreToldOf) {
+    const auto named = [](std::string_view name) {
+        return "A00,\r\nA01,1," + std::string(name) + ",0,0,,\r\nA99,\r\n";
+    };
+    const auto utf16 = [&](bool highByteFirst) {
+        std::string bytes = highByteFirst ? "\xFE\xFF" : "\xFF\xFE";
+        for (const char c : named("KP1")) {
+            bytes += highByteFirst ? '\0' : c;
+            bytes += highByteFirst ? c : '\0';
+        }
+        return bytes;
+    };
+    std::string oneLine = named("KP1");
+    std::erase(oneLine, '\n');
+    const std::pair<std::string, std::string> files[] = {
+        {"ASCII", named("KP1")},
+        {"code page 932", named("\x95\x5C\x83\x5C\xB6\xDE")},
+        {"UTF-8", named("境界点")},
+        {"UTF-8 with a mark", "\xEF\xBB\xBF" + named("境界点")},
+        {"UTF-16", utf16(false)},
+        {"UTF-16, high byte first", utf16(true)},
+        {"EUC-JP", named("\xA4\xB3\xA4\xEC")},
+        {"ISO-2022-JP", named("\x1B$B6-3&\x1B(B")},
+        {"carriage returns", oneLine},
+        {"carriage returns but for the last", oneLine + "\n"},
+        {"nothing", ""},
+    };
+    std::string told;
+    for (const auto& [kind, content] : files) {
+        const std::string path = file(content);
+        for (const std::string encoding : {"auto", "cp932", "utf-8", "utf-16", "utf-16be"}) {
+            told += "== " + kind + ", --encoding " + encoding + "\n";
+            for (const Language language : {Language::English, Language::Japanese}) {
+                std::istringstream lines(fenmark({"preview", path, "--encoding", encoding}, false, language).err);
+                for (std::string line; std::getline(lines, line);) {
+                    ASSERT_TRUE(line.starts_with(path + ": ")) << line;
+                    told += line.substr(path.size() + 2) + "\n";
+                }
+            }
+            EXPECT_EQ(fenmark({"preview", path, "--encoding", encoding, "--quiet"}).err, "") << kind << ' ' << encoding;
+        }
+    }
+    test::expectSampleOf("cli", "encodings.txt", told);
+}
+
+TEST_F(NotesLine, TheFirst64KilobytesShowWhetherAFileIsUtf8) {
+    constexpr std::size_t kLookedAt = 65536;
+    const auto told = [&](const std::string& content) {
+        return contains(fenmark({"preview", file(content), "--encoding", "utf-8"}).err, "is no UTF-8");
+    };
+    const std::string start = "Z00,";
+    const std::string end = "\x95,\r\n";
+    for (const std::size_t beyond : {0U, 1U}) {
+        std::string lines(kLookedAt + beyond - start.size() - end.size(), 'x');
+        lines[lines.size() / 2] = '\n';
+        EXPECT_EQ(told(start + lines + end), beyond == 0) << "only whole lines are looked at";
+        EXPECT_TRUE(told(start + end + lines));
+    }
+    const std::string noLine(kLookedAt - 1, 'x');
+    EXPECT_TRUE(told(noLine + "\x95"));
+    EXPECT_FALSE(told(noLine + "x\x95"));
 }
 
 TEST_F(NotesLine, StakesSayInBothLanguagesWhyThereAreNone) {

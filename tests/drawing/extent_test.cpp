@@ -57,5 +57,25 @@ TEST(DrawingExtent, ComesBackWithAMark) {
     EXPECT_EQ(drawing.extent(), boxOf(-1, -1, 100, 0));
 }
 
+TEST(DrawingExtent, IsThatOfTheFileWhereItsEntitiesStayThere) {
+    const TemporaryFolder folder;
+    const std::string path = folder.at("a.gpkg");
+    Drawing drawing;
+    DrawingStore store;
+    ASSERT_TRUE(store.save(path, drawing));
+    Drawing lean;
+    ASSERT_TRUE(DrawingStore().open(path, lean, Load::WithoutEntities));
+    EXPECT_TRUE(lean.extent().empty());
+    const std::size_t line = drawing.addAlignment(drawing.addSite("s"), "", "0", "", "");
+    drawing.addElement(line, straight(0, 100, 0));
+    drawing.addPoint({-10, 20, 0}, 0);
+    const std::vector<MdGePoint3d> lot = {{0, -30, 0}, {90, -30, 0}, {90, 40, 0}};
+    drawing.addPolyline(lot, 0, EntityKind::Polyline, true);
+    ASSERT_TRUE(store.save(path, drawing));
+    ASSERT_TRUE(DrawingStore().open(path, lean, Load::WithoutEntities));
+    EXPECT_EQ(lean.extent(), boxOf(-10, -30, 100, 40));
+    EXPECT_EQ(lean.extent(), drawing.extent());
+}
+
 } // namespace
 } // namespace fenmark::drawing

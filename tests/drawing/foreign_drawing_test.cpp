@@ -76,6 +76,23 @@ TEST_F(ForeignDrawing, ARenamedColumnIsToldByNameAndNeverReadAsItsOwnName) {
     EXPECT_EQ(one("SELECT count(*) FROM points"), "5") << "and nothing of it was kept";
 }
 
+TEST_F(ForeignDrawing, ARowOfATableThatIsNotListedKeepsItsTable) {
+    for (const std::string layer : {"points", "polylines"}) {
+        gis("DROP TRIGGER rtree_" + layer + "_geom_update3; DROP TRIGGER rtree_" + layer + "_geom_update4");
+    }
+    gis("UPDATE points SET data_table = 'Theirs' WHERE fid = (SELECT min(fid) FROM points);"
+        "UPDATE polylines SET data_table = 'Theirs too'");
+    Drawing again;
+    ASSERT_TRUE(DrawingStore().open(path_, again));
+    EXPECT_EQ(again.entity(0).row->table, "Theirs");
+    EXPECT_EQ(again.entity(0).row->name, "点0");
+    EXPECT_EQ(again.entity(1).row->table, "JSIMA_V3_Point");
+    EXPECT_EQ(again.entity(5).row->table, "Theirs too");
+    ASSERT_EQ(again.tables().size(), 4U);
+    EXPECT_EQ(again.tables()[2].name, "Theirs");
+    EXPECT_EQ(again.tables()[3].name, "Theirs too");
+}
+
 TEST_F(ForeignDrawing, ARenamedLayerIsToldByName) {
     gis("ALTER TABLE points RENAME TO \"測 点\"");
     Drawing again;

@@ -5,8 +5,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
+#include <span>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {
@@ -160,6 +165,53 @@ TEST(GeometryBlob, PartsOfSeveral) {
     EXPECT_EQ(readParts(Blob(false).type(kMultiPoint).whole(1).type(kLine).whole(0).bytes).kind, BlobKind::Malformed)
         << "a line among points";
     EXPECT_EQ(readParts(Blob(false, 0, 0x20).bytes).kind, BlobKind::Other) << "an extension of the format";
+}
+
+// Header, box and well-known binary, to the byte.
+TEST(GeometryBlob, EveryByteIsAsTheFormatWantsIt) {
+    const auto head = [](unsigned flags) {
+        Bytes bytes = {std::byte{'G'}, std::byte{'P'}, std::byte{0}, static_cast<std::byte>(flags)};
+        const std::uint32_t srs = 6677;
+        bytes.resize(8);
+        std::memcpy(bytes.data() + 4, &srs, sizeof srs);
+        return bytes;
+    };
+    const auto expected = [&](unsigned flags, std::initializer_list<double> box, const Blob& geometry) {
+        Bytes bytes = head(flags);
+        for (const double value : box) {
+            const auto* const raw = reinterpret_cast<const std::byte*>(&value);
+            bytes.insert(bytes.end(), raw, raw + sizeof value);
+        }
+        bytes.insert(bytes.end(), geometry.bytes.begin() + 8, geometry.bytes.end());
+        return bytes;
+    };
+    BlobWriter writer(6677);
+    const auto copy = [](std::span<const std::byte> bytes) { return Bytes(bytes.begin(), bytes.end()); };
+    const std::vector<MdGePoint3d> ring = {{5, -7, 1}, {9, -7, 2}, {9, 3, 3}};
+    const std::vector<PlanPoint> plan = {{5, -7}, {9, 3}};
+    // A buffer that held more before holds no more than the next blob.
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(copy(writer.polygon(ring)),
+                  expected(3, {5, 9, -7, 3},
+                           Blob(false).type(kPolygon).whole(1).whole(4).reals({5, -7, 9, -7, 9, 3, 5, -7})));
+        EXPECT_EQ(copy(writer.point({1.5, -2.5, 7})),
+                  expected(1, {}, Blob(false).type(1000 + kPoint).reals({1.5, -2.5, 7})));
+        EXPECT_EQ(copy(writer.line(ring, false)),
+                  expected(3, {5, 9, -7, 3}, Blob(false).type(kLine).whole(3).reals({5, -7, 9, -7, 9, 3})));
+        EXPECT_EQ(copy(writer.line(ring, true)),
+                  expected(3, {5, 9, -7, 3}, Blob(false).type(kLine).whole(4).reals({5, -7, 9, -7, 9, 3, 5, -7})));
+        EXPECT_EQ(copy(writer.line(std::span(ring).first(1), false)),
+                  expected(3, {5, 5, -7, -7}, Blob(false).type(kLine).whole(2).reals({5, -7, 5, -7})));
+        EXPECT_EQ(copy(writer.line(plan)),
+                  expected(3, {5, 9, -7, 3}, Blob(false).type(kLine).whole(2).reals({5, -7, 9, 3})));
+        EXPECT_EQ(copy(writer.line(std::span(plan).first(1))),
+                  expected(3, {5, 5, -7, -7}, Blob(false).type(kLine).whole(2).reals({5, -7, 5, -7})));
+        const double infinite = std::numeric_limits<double>::infinity();
+        const std::vector<PlanPoint> nowhere = {{infinite, infinite}, {infinite, -infinite}};
+        EXPECT_EQ(copy(writer.line(nowhere)),
+                  expected(1, {}, Blob(false).type(kLine).whole(2).reals({infinite, infinite, infinite, -infinite})));
+        EXPECT_TRUE(writer.line(std::span<const PlanPoint>()).empty());
+    }
 }
 
 TEST(GeometryBlob, WhatIsWrittenIsRead) {

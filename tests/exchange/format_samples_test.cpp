@@ -3,6 +3,7 @@
 //
 // All numbers of the drawing are plain, so that the files do not hang on the last digit of a computed curve.
 #include "exchange/formats.h"
+#include "exchange/info.h"
 #include "sample_drawing.h"
 #include "support/sample_file.h"
 
@@ -144,6 +145,31 @@ INSTANTIATE_TEST_SUITE_P(Files, FormatSamples,
                              }
                              return name;
                          });
+
+TEST(InfoSamples, TellAllThatADrawingHolds) {
+    Drawing drawing;
+    fillPlain(drawing, true);
+    std::vector<drawing::Layer> layers = drawing.layers();
+    layers[1].colour = drawing::Colour{0x8e, 0x24, 0x0a};
+    ASSERT_TRUE(drawing.setLayers(layers));
+    std::ostringstream json;
+    writeInfoJson(drawing, json);
+    expectSample("info.json", json.str());
+    // A second alignment of its own site, and a site without any.
+    addChain(drawing, {{ElementType::Straight, 50, kStraight, kStraight, false},
+                       {ElementType::Clothoid, 36, kStraight, 100, true},
+                       {ElementType::Clothoid, 36, 100, kStraight, true},
+                       {ElementType::Clothoid, 36, kStraight, 100, false},
+                       {ElementType::Clothoid, 36, 100, kStraight, false}});
+    drawing.addSite("空の現場");
+    std::ostringstream summary;
+    writeSummary(drawing, summary);
+    expectSample("info.txt", summary.str());
+    std::ostringstream nothing;
+    writeSummary(Drawing(), nothing);
+    writeInfoJson(Drawing(), nothing);
+    expectSample("info_of_nothing.txt", nothing.str());
+}
 
 TEST(Formats, AreAllAmongTheSamples) {
     std::set<std::string> among;

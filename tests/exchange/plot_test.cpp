@@ -7,8 +7,12 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <cmath>
+#include <numbers>
 #include <set>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -108,6 +112,30 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
     // Every stake stands on a sheet.
     for (const char* stake : {"No.6", "No.8", "No.11", "No.13", "No.14"}) {
         EXPECT_TRUE(texts[0].contains(stake) || texts[1].contains(stake) || texts[2].contains(stake)) << stake;
+    }
+}
+
+// The names of the grid run along its eastward arms, or the westward ones where they would stand on their heads.
+TEST_F(PlotOf, NamesOfATurnedGridAreNeverUpsideDown) {
+    for (const double degrees : {-179.95, -135.0, -90.05, -89.95, -45.0, 30.0, 89.95, 90.05, 135.0, 179.95}) {
+        Drawing road;
+        Element straight;
+        straight.direction = degrees * std::numbers::pi / 180.0;
+        straight.length = 100.0;
+        straight.end = drawing::poseOnElement(straight, straight.length).point;
+        const std::size_t line = road.addAlignment(road.addSite("サイト"), "線", "0", "", "");
+        road.addElement(line, straight);
+        const Plot plot = plotAlong(road, 0, {});
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+        const pugi::xpath_node_set names = document.select_nodes("//text[starts-with(., 'X=')]");
+        ASSERT_GT(names.size(), 0U) << degrees;
+        const double upright = std::abs(degrees) > 90.0 ? degrees - std::copysign(180.0, degrees) : degrees;
+        for (const pugi::xpath_node name : names) {
+            const std::string turned = name.node().attribute("transform").value();
+            EXPECT_NEAR(std::stod(turned.substr(turned.find("rotate(") + 7)), upright, 0.0051) << degrees << ' ' << turned;
+        }
     }
 }
 

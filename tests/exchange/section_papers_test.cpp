@@ -1,6 +1,7 @@
 // Heights of the formation, sections on upright paper, documents as pages.
 #include "exchange/plan/page_image.h"
 #include "exchange/plan/plot.h"
+#include "exchange/plan/section_page.h"
 #include "exchange/planned_heights.h"
 #include "exchange/report/pages.h"
 #include "worded_notes.h"
@@ -36,6 +37,21 @@ struct Road : ::testing::Test {
         drawing.setRow(drawing.entityCount() - 1, *drawing.findTable("points"), number, name, type, "a.sim");
     }
 };
+
+TEST(SectionScale, IsTheNextRoundOne) {
+    const int scales[] = {10,   20,   30,   50,   100,   200,   250,   300,   500,   1000,
+                          2000, 2500, 3000, 5000, 10000, 20000, 25000, 30000, 50000, 100000};
+    double before = 0.0;
+    for (const int scale : scales) {
+        EXPECT_EQ(roundSectionScale(before + 0.001), scale);
+        EXPECT_EQ(roundSectionScale(scale), scale);
+        before = scale;
+    }
+    EXPECT_EQ(roundSectionScale(-1.0), 10);
+    EXPECT_EQ(roundSectionScale(400000001.0), 500000000);
+    EXPECT_EQ(roundSectionScale(500000001.0), 1000000000);
+    EXPECT_EQ(roundSectionScale(1e300), 1000000000);
+}
 
 TEST_F(Road, PlannedHeightsAreThoseOfCoordinatePointsOnTheLine) {
     EXPECT_TRUE(plannedHeights(drawing, 0).empty()) << "results hold the ground alone";

@@ -85,6 +85,7 @@ void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string&
         tellFileNote(streams, quiet, file, code, inLanguage(streams, std::move(japanese), std::move(english)));
     };
     const std::string title(sima::encodingTitle(encoding.encoding));
+    const std::string japaneseTitle = encoding.encoding == Encoding::Cp932 ? "コードページ932" : title;
     const std::string head = headOf(file);
     const bool isUtf8 = encoding.looksLike == TextKind::Utf8 || encoding.looksLike == TextKind::Utf8Mark;
     if (encoding.looksLike == TextKind::EucJp || encoding.looksLike == TextKind::Iso2022Jp) {
@@ -105,7 +106,7 @@ void tellLikelyMisreading(const Streams& streams, bool quiet, const std::string&
     } else if (encoding.looksLike == TextKind::Utf16 && encoding.encoding != Encoding::Utf16Le &&
                encoding.encoding != Encoding::Utf16Be) {
         tell("likely-misread",
-             "UTF-16のようですが、" + title + "で読みました。--encoding を付けなければUTF-16で読みます",
+             "UTF-16のようですが、" + japaneseTitle + "で読みました。--encoding を付けなければUTF-16で読みます",
              "looks like UTF-16 and is read in " + title + "; without --encoding it is read as such");
     } else if (encoding.encoding == Encoding::Cp932 && isUtf8) {
         tell("likely-misread",

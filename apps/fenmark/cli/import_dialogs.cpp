@@ -23,7 +23,6 @@ bool ImportDialogs::showImport(command::ImportDialogState& state) {
     context.progress = progress();
     context.encoding = encoding_;
     context.longestLine = kLongestLine;
-    state.reader = sima::SimaReader();
     bool whole = true;
     try {
         previewFile(state.reader, file_, context, streams_.language);

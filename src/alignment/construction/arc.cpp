@@ -18,7 +18,7 @@ int ali_makR(Calelm* rec) {
     const double qCalc[2] = {rec->ex - rec->sx, -rec->ey + rec->sy};
     const double chord = std::sqrt(qCalc[0] * qCalc[0] + qCalc[1] * qCalc[1]);
     const double R = rec->par;
-    if (samePoint(qCalc[0], qCalc[1]) || R == 0.0 || !(2.0 * R >= chord) || !std::isfinite(R) ||
+    if (samePoint(qCalc[0], qCalc[1]) || !(2.0 * R >= chord) || !std::isfinite(R) ||
         (rec->dir != 1.0 && rec->dir != -1.0)) {
         return -1;
     }

@@ -43,7 +43,7 @@ class SectionPage {
     std::string body_;
 };
 
-// The smallest of the round scales 1:10, 1:20, 1:50, 1:100, ... that is not below the one wanted.
+// The smallest of the round scales 1:10, 1:20, 1:30, 1:50, 1:100, 1:200, 1:250, 1:300, ... that is not below the one wanted.
 [[nodiscard]] int roundSectionScale(double wanted);
 
 // Metres. No height of a survey is larger, and the scales of sections reach no farther; what is, is left out and counted.

@@ -1,8 +1,15 @@
 // What fenmark import promises whatever it is given: log and drawing together, encodings, names, files imported again.
 #include "command_line.h"
+#include "drawing/drawing.h"
+#include "drawing/file_digest.h"
+#include "drawing/geopackage/drawing_store.h"
 #include "sima/text/cp932.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -304,6 +311,75 @@ TEST_F(ImportSafety, FileThatWasImportedBeforeIsToldAndReplacedWhereAsked) {
     EXPECT_EQ(left["entities"][0]["data"]["FileName"], "b.sim") << "what came of other files stays";
     EXPECT_EQ(left["entities"][2]["data"]["FileName"], "a.sim");
     EXPECT_EQ(left["sites"][0]["alignments"].size(), 1U);
+}
+
+TEST_F(ImportSafety, DrawingKnowsWhatCameOfEachImport) {
+    const std::string drawing = folder.at("d.gpkg");
+    const std::string lot = "D00,1,12-3,1,\r\nB01,1,BP,\r\nB01,2,EP,\r\nD99,\r\n";
+    const std::string ipLine = "F00,2,1,IP,1,\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
+    const std::string section = "I00,1,CL,\r\nI01,No.1,20.0,5.5,6.0,\r\nI02,L,-3.0,5.0,\r\nI02,R,3.0,5.0,\r\nI99,\r\n";
+    const std::string paths[] = {
+        file(std::string(kPoints) + lot + kRoute + ipLine + kLongitudinal + section),
+        file("A00,\r\nA01,1,BP,x,0.000,,\r\nA01,2,EP,0.000,y,,\r\nA99,\r\n", "b.sim"),
+        file(kPoints, "c.sim"),
+    };
+    const std::size_t entities[] = {8, 0, 2}; // a cross-section gets a point on the line
+    for (const std::string& path : paths) {
+        ASSERT_EQ(fenmark({"import", path, "--drawing", drawing}).code, kDone);
+    }
+    drawing::Drawing read;
+    ASSERT_TRUE(drawing::DrawingStore().open(drawing, read));
+    const std::vector<drawing::Import>& imports = read.imports();
+    ASSERT_EQ(imports.size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const std::filesystem::path path(paths[i]);
+        EXPECT_EQ(imports[i].fileName, path.filename().string());
+        EXPECT_EQ(imports[i].path, std::filesystem::absolute(path).string());
+        EXPECT_EQ(imports[i].fileSize, std::filesystem::file_size(path));
+        EXPECT_EQ(imports[i].digest, drawing::digestFile(paths[i])->digest);
+        EXPECT_TRUE(imports[i].time.starts_with("20")) << imports[i].time;
+        std::size_t own = 0;
+        for (std::size_t entity = 0; entity < read.entityCount(); ++entity) {
+            const std::uint64_t id = read.entity(entity).id.asUint64();
+            const bool within = imports[i].firstId <= id && id <= imports[i].lastId;
+            EXPECT_EQ(within, read.entity(entity).row->fileName == imports[i].fileName) << i << ' ' << id;
+            own += within ? 1 : 0;
+        }
+        EXPECT_EQ(own, entities[i]);
+        const std::uint64_t road = read.alignment(0).id.asUint64();
+        EXPECT_EQ(imports[i].firstId <= road && road <= imports[i].lastId, i == 0);
+    }
+    const auto countsOf = [&](std::size_t i) {
+        const drawing::ImportCounts& counts = imports[i].counts;
+        return std::vector<std::int64_t>{counts.points,       counts.lots,          counts.routes, counts.alignments,
+                                         counts.longitudinal, counts.crossSections, counts.errors};
+    };
+    EXPECT_EQ(countsOf(0), (std::vector<std::int64_t>{2, 1, 1, 1, 1, 3, 0}));
+    EXPECT_EQ(countsOf(1), (std::vector<std::int64_t>{0, 0, 0, 0, 0, 0, 2}));
+    EXPECT_EQ(countsOf(2), (std::vector<std::int64_t>{2, 0, 0, 0, 0, 0, 0}));
+}
+
+TEST_F(ImportSafety, ReplacingAnImportLeavesThoseBeforeAndBehindIt) {
+    const std::string drawing = folder.at("d.gpkg");
+    const auto import = [&](const char* name, bool replace) {
+        std::vector<std::string> line = {"import", file(kPoints, name), "--drawing", drawing};
+        if (replace) {
+            line.emplace_back("--replace");
+        }
+        ASSERT_EQ(fenmark(line).code, kDone);
+    };
+    for (const char* name : {"a.sim", "b.sim", "c.sim"}) {
+        import(name, false);
+    }
+    for (const char* name : {"b.sim", "a.sim", "c.sim"}) {
+        import(name, true);
+        const nlohmann::json left = info(drawing);
+        std::map<std::string, int> points;
+        for (const nlohmann::json& entity : left["entities"]) {
+            ++points[entity["data"]["FileName"].get<std::string>()];
+        }
+        EXPECT_EQ(points, (std::map<std::string, int>{{"a.sim", 2}, {"b.sim", 2}, {"c.sim", 2}})) << name;
+    }
 }
 
 TEST_F(ImportSafety, ImportThatBreaksOffReplacesNothing) {

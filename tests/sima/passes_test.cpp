@@ -6,7 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace fenmark::sima {
 
@@ -201,6 +205,27 @@ TEST(Passes, IgnoreUnknownCodesAtTopLevelAndCountThem) {
     EXPECT_EQ(pass.reader.passedOver, expected);
 }
 
+TEST(Passes, NameCodesOfUpToTwelvePrintableBytesAmongThosePassedOver) {
+    const std::pair<std::string, bool> codes[] = {{"q", true},        {"q12345678901", true}, {"q123456789012", false},
+                                                  {"測点測点", true}, {"測点測点q", false},   {"q\x1Fq", false},
+                                                  {"q q", true},      {"q~", true},           {"q\x7Fq", false}};
+    for (const auto& [code, named] : codes) {
+        const Pass pass = fullRead(code + ",1,\r\n");
+        const std::string key = "unknown code at top level";
+        EXPECT_EQ(pass.reader.passedOver, (PassedOver{{named ? key + ": " + code : key, 1}})) << code;
+    }
+    // So many kinds are kept apart.
+    for (const std::size_t kinds : {64U, 65U}) {
+        std::string text;
+        for (std::size_t i = 0; i < kinds; ++i) {
+            text += "q" + std::to_string(i) + ",\n";
+        }
+        const Pass pass = fullRead(text);
+        EXPECT_EQ(pass.reader.passedOver.contains("unknown code at top level"), kinds > 64);
+        EXPECT_TRUE(pass.reader.passedOver.contains("unknown code at top level: q63"));
+    }
+}
+
 TEST(PassedOverKinds, ReadBackFromTheKeysOfTheCounts) {
     for (std::size_t i = 0; i <= static_cast<std::size_t>(kLastPassedKind); ++i) {
         const auto kind = static_cast<PassedKind>(i);
@@ -306,6 +331,26 @@ TEST(Passes, CountsOfRoutesAreZeroOutsideTheTypes) {
         const bool isType = type >= 1 && type <= 7;
         EXPECT_EQ(reader.routesRead(type), isType ? 11 + type : 0) << type;
         EXPECT_EQ(reader.routesCreated(type), isType ? 10 + type : 0) << type;
+    }
+}
+
+TEST(Passes, PreviewsAskForTheNumberOfARouteOnlyWhereTheyUseIt) {
+    const auto raises = [](std::string_view text) {
+        const TemporaryFolder folder;
+        SimaReader reader;
+        try {
+            EXPECT_EQ(reader.previewScan(folder.write("a.sim", text), {}), 0) << text;
+        } catch (const std::invalid_argument&) {
+            return true;
+        }
+        return false;
+    };
+    for (const char* text : {"I00\n", "I00\nI01,a,0,0,0,\n", "I00,1\nI99,\n", "I00,\nI01\nI99\n", "H00\n",
+                             "H00\nH99,\n", "H00,1\nH01,a,0,0,0,1,\nH99,\n", "H00,\nH01\nH99\n"}) {
+        EXPECT_FALSE(raises(text)) << text;
+    }
+    for (const char* text : {"I00\nI99,\n", "I00\nI01,a,0,0,0,\nI99,\n", "H00\nH01\n", "H00\nH01,a,0,0,0,1,\nH99,\n"}) {
+        EXPECT_TRUE(raises(text)) << text;
     }
 }
 

@@ -26,7 +26,6 @@ Calelm templateOf(double A, double Rs, double Re) {
     Z.sy = start.y;
     Z.ex = finish.x;
     Z.ey = finish.y;
-    Z.dir = 1.0;
     Z.par = A;
     Z.r1 = Rs;
     Z.r2 = Re;

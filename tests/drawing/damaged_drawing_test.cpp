@@ -116,6 +116,53 @@ TEST_F(DamagedDrawing, OneWithoutIdentifiersThatAreLeftCanBeReadAndNotAddedTo) {
     }
 }
 
+// A save would take rows under them for new ones, or for all that was undone.
+TEST_F(DamagedDrawing, IdentifiersBelowOneAreToldAndNothingIsWrittenOverThem) {
+    struct Change {
+        const char* sql;
+        const char* refusal;
+    };
+    const Change changes[] = {
+        {"UPDATE layers SET id = -5 WHERE id = (SELECT max(id) FROM layers)", "a layer has the identifier -5"},
+        {"UPDATE layers SET id = 0 WHERE id = (SELECT max(id) FROM layers)", "a layer has the identifier 0"},
+        {"UPDATE sites SET id = -9223372036854775808 WHERE id = (SELECT max(id) FROM sites)",
+         "a site has the identifier -9223372036854775808"},
+        {"UPDATE object_data_tables SET id = 0 WHERE id = (SELECT max(id) FROM object_data_tables)",
+         "a table of object data has the identifier 0"},
+        {"INSERT INTO fenmark_imports (id, FileName) VALUES (-2, 'a.sim')", "an import has the identifier -2"},
+        {"INSERT INTO alignments (fid, name) VALUES (-7, 'a')", "an alignment has the identifier -7"},
+    };
+    const std::string whole = folder_.at("whole.gpkg");
+    std::filesystem::copy_file(path_, whole);
+    for (const auto& [sql, refusal] : changes) {
+        std::filesystem::copy_file(whole, path_, std::filesystem::copy_options::overwrite_existing);
+        change(sql);
+        const std::string before = test::readFile(path_);
+        for (const Load load : {Load::Everything, Load::WithoutEntities}) {
+            Drawing drawing;
+            DrawingStore store;
+            ASSERT_TRUE(store.open(path_, drawing, load)) << sql;
+            for (int i = 0; i < 9; ++i) {
+                drawing.addPoint({1, 2, 3}, 0);
+            }
+            const Outcome saved = store.save(path_, drawing);
+            EXPECT_EQ(saved.failure, Failure::Damaged) << sql;
+            EXPECT_NE(saved.message.english.find(refusal), std::string::npos) << saved.message.english;
+            EXPECT_NE(saved.message.japanese.find("の識別子が "), std::string::npos) << saved.message.japanese;
+        }
+        EXPECT_EQ(test::readFile(path_), before) << sql;
+    }
+    for (const char* table : {"points", "polylines"}) {
+        std::filesystem::copy_file(whole, path_, std::filesystem::copy_options::overwrite_existing);
+        change("UPDATE " + std::string(table) + " SET fid = 0 WHERE fid = (SELECT max(fid) FROM " + table + ")");
+        for (const Load load : {Load::Everything, Load::WithoutEntities}) {
+            Drawing drawing;
+            EXPECT_EQ(DrawingStore().open(path_, drawing, load).failure, Failure::Damaged)
+                << table << ": nothing is added to what cannot be read afterwards";
+        }
+    }
+}
+
 TEST_F(DamagedDrawing, AnElementWithoutALengthHasNoEnd) {
     change("UPDATE alignment_elements SET length = NULL WHERE rowid = 1");
     Drawing drawing;

@@ -417,12 +417,6 @@ std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& f
     return std::async(std::launch::deferred, drawing::digestFile, file);
 }
 
-// True for two paths to one file.
-bool isSameFile(const std::string& a, const std::string& b) {
-    std::error_code error;
-    return std::filesystem::equivalent(sima::pathOf(a), sima::pathOf(b), error);
-}
-
 // Those among the imports that a new one of the file replaces: not what this call has just made of another file of the
 // same name.
 std::vector<std::size_t> replacedAmong(const std::vector<std::size_t>& earlier, const Drawing& drawing,

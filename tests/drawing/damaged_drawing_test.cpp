@@ -5,6 +5,9 @@
 #include "support/drawing_support.h"
 
 #include <filesystem>
+#include <string>
+
+#include <sys/stat.h>
 
 namespace fenmark::drawing {
 namespace {
@@ -88,6 +91,27 @@ TEST_F(DamagedDrawing, AFeatureWhoseGeometryIsBrokenIsLeftOutAndToldOf) {
     EXPECT_EQ(OtherProgram(path_).ask("SELECT count(*) FROM points WHERE geom = x'00112233'"),
               std::vector<std::string>{"1"})
         << "the row stays as it is";
+}
+
+// SQLite would wait at a pipe for ever.
+TEST_F(DamagedDrawing, WhatIsNoFileBesideItIsToldAndNotOpened) {
+    for (const char* ending : {"-journal", "-wal", "-shm"}) {
+        const std::string beside = path_ + ending;
+        for (const bool isPipe : {true, false}) {
+            if (isPipe) {
+                ASSERT_EQ(::mkfifo(beside.c_str(), 0600), 0);
+            } else {
+                std::filesystem::create_symlink("nothing", beside);
+            }
+            EXPECT_NE(refusal().find("cannot be read ('" + beside + "' is not a file)"), std::string::npos)
+                << refusal();
+            EXPECT_TRUE(store_.save(folder_.at("other.gpkg"), drawing_));
+            const Outcome saved = store_.save(path_, drawing_);
+            EXPECT_EQ(saved.failure, Failure::NotReadable) << ending;
+            std::filesystem::remove(beside);
+            EXPECT_TRUE(store_.save(path_, drawing_));
+        }
+    }
 }
 
 // SQLite's identifiers end at 2^63, and ours are counted on from the highest one.

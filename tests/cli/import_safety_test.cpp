@@ -382,6 +382,31 @@ TEST_F(ImportSafety, ReplacingAnImportLeavesThoseBeforeAndBehindIt) {
     }
 }
 
+TEST_F(ImportSafety, FilesOfOneNameInOneCallDoNotReplaceEachOther) {
+    const std::string drawing = folder.at("d.gpkg");
+    std::vector<std::string> paths;
+    for (const char* place : {"east", "west"}) {
+        std::filesystem::create_directory(folder.at(place));
+        paths.push_back(folder.write(std::string(place) + "/a.sim", kPoints));
+    }
+    for (const std::size_t earlier : {0U, 2U}) {
+        const Ran both = fenmark({"import", paths[0], paths[1], "--drawing", drawing, "--replace"});
+        ASSERT_EQ(both.code, kDone);
+        EXPECT_TRUE(contains(both.err, paths[1] + ": note: --replace: another file of this name was imported just now"))
+            << both.err;
+        EXPECT_EQ(contains(both.err, paths[0] +
+                                         ": note: replaces what the drawing had of a file of this name, imported " +
+                                         std::to_string(earlier) + " times"),
+                  earlier > 0)
+            << both.err;
+        EXPECT_EQ(info(drawing)["entities"].size(), 4U) << "two points of each";
+    }
+    // The same file a second time.
+    ASSERT_EQ(fenmark({"import", paths[0], folder.at("east/../east/a.sim"), "--drawing", drawing, "--replace"}).code,
+              kDone);
+    EXPECT_EQ(info(drawing)["entities"].size(), 2U);
+}
+
 TEST_F(ImportSafety, ImportThatBreaksOffReplacesNothing) {
     const std::string drawing = folder.at("d.gpkg");
     ASSERT_EQ(fenmark({"import", file(kPoints), "--drawing", drawing}).code, kDone);

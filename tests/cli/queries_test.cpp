@@ -2,6 +2,8 @@
 #include "command_line.h"
 
 #include <regex>
+#include <string>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -95,6 +97,7 @@ TEST_F(QueryLine, StationBeyondTheEndsIsRefusedWithTheReach) {
     EXPECT_EQ(ran.code, kNotDone);
     EXPECT_TRUE(contains(ran.err, "it runs from 0 to 100")) << ran.err;
     EXPECT_EQ(fenmark({"station", drawing, "CL", "-1"}).code, kNotDone);
+    EXPECT_EQ(fenmark({"station", drawing, "CL", "50", ""}).code, kWrongUsage) << "an empty offset is not 0";
 }
 
 TEST_F(QueryLine, UnknownAlignmentIsRefusedWithTheNames) {
@@ -221,6 +224,24 @@ TEST_F(QueryLine, ExportReplacesItsTargetAndLeavesNothingBeside) {
         ++files;
     }
     EXPECT_EQ(files, 4U) << "the SIMA file, its log, the drawing, the export";
+}
+
+TEST_F(QueryLine, NothingIsWrittenOverTheFileThatWasImported) {
+    const std::string source = file(std::string(kPoints) + kRoute + "X01,kept here alone,\r\n");
+    ASSERT_EQ(fenmark({"import", source}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    const std::string before = test::readFile(source);
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"export", drawing, source}, {"stakes", drawing, "CL", "--out", source}}) {
+        const Ran ran = fenmark(arguments);
+        EXPECT_EQ(ran.code, kNotDone) << arguments.front();
+        EXPECT_TRUE(contains(ran.err, source + ": was imported into the drawing and is not written over")) << ran.err;
+        EXPECT_EQ(test::readFile(source), before);
+    }
+    // What has taken its place since is a file as any other.
+    file("other");
+    EXPECT_EQ(fenmark({"export", drawing, source}).code, kDone);
+    EXPECT_EQ(fenmark({"export", drawing, source}).code, kDone);
 }
 
 TEST_F(QueryLine, ExportThatCannotBeWrittenSaysSo) {

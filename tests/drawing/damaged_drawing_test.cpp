@@ -5,6 +5,9 @@
 #include "support/drawing_support.h"
 
 #include <filesystem>
+#include <string>
+
+#include <sys/stat.h>
 
 namespace fenmark::drawing {
 namespace {
@@ -90,6 +93,27 @@ TEST_F(DamagedDrawing, AFeatureWhoseGeometryIsBrokenIsLeftOutAndToldOf) {
         << "the row stays as it is";
 }
 
+// SQLite would wait at a pipe for ever.
+TEST_F(DamagedDrawing, WhatIsNoFileBesideItIsToldAndNotOpened) {
+    for (const char* ending : {"-journal", "-wal", "-shm"}) {
+        const std::string beside = path_ + ending;
+        for (const bool isPipe : {true, false}) {
+            if (isPipe) {
+                ASSERT_EQ(::mkfifo(beside.c_str(), 0600), 0);
+            } else {
+                std::filesystem::create_symlink("nothing", beside);
+            }
+            EXPECT_NE(refusal().find("cannot be read ('" + beside + "' is not a file)"), std::string::npos)
+                << refusal();
+            EXPECT_TRUE(store_.save(folder_.at("other.gpkg"), drawing_));
+            const Outcome saved = store_.save(path_, drawing_);
+            EXPECT_EQ(saved.failure, Failure::NotReadable) << ending;
+            std::filesystem::remove(beside);
+            EXPECT_TRUE(store_.save(path_, drawing_));
+        }
+    }
+}
+
 // SQLite's identifiers end at 2^63, and ours are counted on from the highest one.
 TEST_F(DamagedDrawing, OneWithoutIdentifiersThatAreLeftCanBeReadAndNotAddedTo) {
     for (const char* sql : {"UPDATE points SET fid = 9223372036854775807 WHERE fid = (SELECT max(fid) FROM points)",
@@ -113,6 +137,53 @@ TEST_F(DamagedDrawing, OneWithoutIdentifiersThatAreLeftCanBeReadAndNotAddedTo) {
         }
         EXPECT_EQ(test::readFile(path_), before) << sql;
         EXPECT_EQ(folder_.names().size(), 1U) << sql;
+    }
+}
+
+// A save would take rows under them for new ones, or for all that was undone.
+TEST_F(DamagedDrawing, IdentifiersBelowOneAreToldAndNothingIsWrittenOverThem) {
+    struct Change {
+        const char* sql;
+        const char* refusal;
+    };
+    const Change changes[] = {
+        {"UPDATE layers SET id = -5 WHERE id = (SELECT max(id) FROM layers)", "a layer has the identifier -5"},
+        {"UPDATE layers SET id = 0 WHERE id = (SELECT max(id) FROM layers)", "a layer has the identifier 0"},
+        {"UPDATE sites SET id = -9223372036854775808 WHERE id = (SELECT max(id) FROM sites)",
+         "a site has the identifier -9223372036854775808"},
+        {"UPDATE object_data_tables SET id = 0 WHERE id = (SELECT max(id) FROM object_data_tables)",
+         "a table of object data has the identifier 0"},
+        {"INSERT INTO fenmark_imports (id, FileName) VALUES (-2, 'a.sim')", "an import has the identifier -2"},
+        {"INSERT INTO alignments (fid, name) VALUES (-7, 'a')", "an alignment has the identifier -7"},
+    };
+    const std::string whole = folder_.at("whole.gpkg");
+    std::filesystem::copy_file(path_, whole);
+    for (const auto& [sql, refusal] : changes) {
+        std::filesystem::copy_file(whole, path_, std::filesystem::copy_options::overwrite_existing);
+        change(sql);
+        const std::string before = test::readFile(path_);
+        for (const Load load : {Load::Everything, Load::WithoutEntities}) {
+            Drawing drawing;
+            DrawingStore store;
+            ASSERT_TRUE(store.open(path_, drawing, load)) << sql;
+            for (int i = 0; i < 9; ++i) {
+                drawing.addPoint({1, 2, 3}, 0);
+            }
+            const Outcome saved = store.save(path_, drawing);
+            EXPECT_EQ(saved.failure, Failure::Damaged) << sql;
+            EXPECT_NE(saved.message.english.find(refusal), std::string::npos) << saved.message.english;
+            EXPECT_NE(saved.message.japanese.find("の識別子が "), std::string::npos) << saved.message.japanese;
+        }
+        EXPECT_EQ(test::readFile(path_), before) << sql;
+    }
+    for (const char* table : {"points", "polylines"}) {
+        std::filesystem::copy_file(whole, path_, std::filesystem::copy_options::overwrite_existing);
+        change("UPDATE " + std::string(table) + " SET fid = 0 WHERE fid = (SELECT max(fid) FROM " + table + ")");
+        for (const Load load : {Load::Everything, Load::WithoutEntities}) {
+            Drawing drawing;
+            EXPECT_EQ(DrawingStore().open(path_, drawing, load).failure, Failure::Damaged)
+                << table << ": nothing is added to what cannot be read afterwards";
+        }
     }
 }
 

@@ -188,6 +188,27 @@ TEST_F(ForeignDrawing, AnAreaGoesWithItsPolylineAndElementsWithTheirAlignment) {
     EXPECT_EQ(one("SELECT count(*) FROM alignment_elements"), "0");
 }
 
+TEST_F(ForeignDrawing, AnAreaDrawnAmongTheLotsIsToldAndOutlivesAnImport) {
+    gis("DROP TRIGGER rtree_lots_geom_insert; INSERT INTO lots (geom, \"Name\") SELECT geom, 'drawn' FROM lots LIMIT "
+        "1");
+    EXPECT_EQ(one("SELECT max(fid) FROM lots"), std::to_string(drawing_.lastId() + 1));
+    Drawing open;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, open));
+    EXPECT_EQ(describe(open), describe(drawing_));
+    ASSERT_EQ(store.notes().size(), 1U);
+    EXPECT_EQ(noteText(store.notes().front()), "1 feature of the layer 'lots' (first fid " +
+                                                   std::to_string(drawing_.lastId() + 1) +
+                                                   ") left out: a POLYGON is no object of a drawing");
+    // One who opened the drawing before learns of it.
+    addSmallImport(drawing_, 1);
+    EXPECT_EQ(store_.save(path_, drawing_).failure, Failure::ChangedOutside);
+    std::size_t count = 0;
+    const Outcome saved = importInto(count);
+    ASSERT_TRUE(saved) << saved.message.english;
+    EXPECT_EQ(one("SELECT count(*) FROM lots WHERE \"Name\" = 'drawn'"), "1");
+}
+
 TEST_F(ForeignDrawing, ALineDrawnAmongTheAlignmentsIsLeftOutAndTold) {
     gis("DROP TRIGGER rtree_alignments_geom_insert;"
         "INSERT INTO alignments (geom, name) SELECT geom, 'drawn' FROM alignments WHERE geom NOT NULL LIMIT 1");

@@ -78,6 +78,27 @@ TEST_F(ReshapedDrawing, WhatWouldBeComputedForARowKeepsEverySaveOut) {
     }
 }
 
+// Rows whose identifiers are texts, or occur twice, would be taken for new ones and go.
+TEST_F(ReshapedDrawing, IdentifiersThatAreNoKeyKeepEverySaveOut) {
+    for (const std::string table :
+         {"points", "polylines", "lots", "alignments", "layers", "sites", "object_data_tables", "fenmark_imports"}) {
+        const std::string path = changed("PRAGMA legacy_alter_table = ON; CREATE TABLE copy AS SELECT * FROM " + table +
+                                         "; DROP TABLE " + table + "; ALTER TABLE copy RENAME TO " + table);
+        const std::string before = test::readFile(path);
+        Drawing drawing;
+        DrawingStore store;
+        ASSERT_TRUE(store.open(path, drawing)) << table;
+        EXPECT_EQ(describe(drawing), describe(drawing_)) << table;
+        addSmallImport(drawing, 1);
+        const Outcome saved = store.save(path, drawing);
+        EXPECT_EQ(saved.failure, Failure::Reshaped) << table;
+        EXPECT_NE(saved.message.english.find("id' is no primary key of integers"), std::string::npos)
+            << saved.message.english;
+        EXPECT_NE(saved.message.japanese.find("整数の主キーではありません"), std::string::npos);
+        EXPECT_TRUE(test::readFile(path) == before) << table;
+    }
+}
+
 TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
     const Change changes[] = {
         {"ALTER TABLE sites RENAME COLUMN name TO n", "its table 'sites' has no column 'name'; was it renamed?"},

@@ -102,7 +102,7 @@ TEST_F(ModuleSurface, FunctionsAreKnownByTheirNames) {
 }
 
 TEST_F(ModuleSurface, OnlyTheMapModulesAreLoadedByName) {
-    EXPECT_NE(mirdane::mdedMdmLoad("other.mdm"), 0);
+    EXPECT_EQ(mirdane::mdedMdmLoad("other.mdm"), 1);
     EXPECT_EQ(mirdane::mdedMdmLoad("MDMAP.mdm"), 0);
     EXPECT_EQ(mirdane::mdedMdmLoad("mdmap.mdm"), 0);
     EXPECT_EQ(mirdane::mdedMdmLoad("mdmapade.mdm"), 0);

@@ -134,7 +134,8 @@ TEST_F(PlotOf, NamesOfATurnedGridAreNeverUpsideDown) {
         const double upright = std::abs(degrees) > 90.0 ? degrees - std::copysign(180.0, degrees) : degrees;
         for (const pugi::xpath_node name : names) {
             const std::string turned = name.node().attribute("transform").value();
-            EXPECT_NEAR(std::stod(turned.substr(turned.find("rotate(") + 7)), upright, 0.0051) << degrees << ' ' << turned;
+            EXPECT_NEAR(std::stod(turned.substr(turned.find("rotate(") + 7)), upright, 0.0051)
+                << degrees << ' ' << turned;
         }
     }
 }

@@ -95,6 +95,7 @@ TEST(EncodingChoice, EucJpAndIso2022JpAreRecognised) {
     EXPECT_EQ(kindOf("A01,1,\x1B$B6-3&E@\x1B(B,0,0,,\r\n"), TextKind::Iso2022Jp);
     EXPECT_EQ(kindOf("A01,1,\x1B$@6-3&\x1B(J,0,0,,\r\n"), TextKind::Iso2022Jp);
     EXPECT_EQ(kindOf("A01,1,\x1B[31m,0,0,,\r\n"), TextKind::Cp932) << "another escape sequence";
+    EXPECT_EQ(kindOf("A01,1,\x1B$B6-\x1B(B\x95\x5C,0,0,,\r\n"), TextKind::Cp932) << "all of ISO-2022-JP is ASCII";
 }
 
 TEST(EncodingChoice, EveryByteOfAPairCountsInEucJp) {

@@ -135,6 +135,15 @@ TEST(LotSection, DoesNotFindAPointOfALaterSection) {
     EXPECT_TRUE(pass.reader.lots.empty());
 }
 
+TEST(LotSection, GoesByTheNumberOfAPointWhereNamesAreNumbersToo) {
+    const Pass pass = readAfterPoints({"D00,1,L,1,", "B01,1,3,", "B01,2,1,", "B01,3,2,", "D99,"});
+    ASSERT_EQ(pass.reader.lots.size(), 1U);
+    ASSERT_EQ(pass.reader.lots[0].points.size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(pass.reader.lots[0].points[i].name, "P" + std::to_string(i + 1));
+    }
+}
+
 TEST(LotSection, RaisesForAnOpeningRecordOfFewerThanFourFields) {
     SimaReader reader;
     const test::TemporaryFolder folder;

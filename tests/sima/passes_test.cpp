@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -126,6 +128,10 @@ TEST(Passes, CannotOpenWhatIsNoFile) {
     std::filesystem::create_directory(folder.at("folder.sim"));
     EXPECT_EQ(fullReadOf(folder.at("folder.sim")), -1);
     EXPECT_EQ(fullReadOf(""), -1);
+    EXPECT_EQ(reader.openError, std::errc::no_such_file_or_directory);
+    std::ofstream(folder.at("good.sim")) << "A00,\n";
+    EXPECT_EQ(reader.fullRead(folder.at("good.sim"), context), 0);
+    EXPECT_FALSE(reader.openError) << "of the last pass";
     if (std::filesystem::exists("/proc/self/mem")) { // opens, and has nothing at its beginning
         EXPECT_EQ(fullReadOf("/proc/self/mem"), -1);
     }

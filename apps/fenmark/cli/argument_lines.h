@@ -4,6 +4,7 @@
 #include "cli/options.h"
 #include "values/language.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,7 @@ struct InfoLine {
 struct StationLine {
     StationArguments arguments;
     std::string station;
-    std::string offset;
+    std::optional<std::string> offset;
 };
 
 struct LocateLine {

@@ -3,13 +3,16 @@
 
 #include "cli/messages.h"
 #include "cli/suggestion.h"
+#include "drawing/file_digest.h"
 #include "drawing/geopackage/foreign_package.h"
 #include "sima/text/number.h"
+#include "sima/text/path.h"
 #include "sima/text/utf8.h"
 #include "values/ascii_case.h"
 
 #include <charconv>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <system_error>
 #include <unordered_set>
@@ -118,6 +121,23 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
                                   {{"path", path}, {"name", name}, {"names", joined(ids, language)}}));
     }
     return found.front();
+}
+
+bool isSameFile(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return std::filesystem::equivalent(sima::pathOf(a), sima::pathOf(b), error);
+}
+
+void requireNoSource(const Drawing& drawing, const std::string& target, Language language) {
+    for (const drawing::Import& import : drawing.imports()) {
+        if (!isSameFile(import.path, target)) {
+            continue;
+        }
+        const std::optional<drawing::FileDigest> known = drawing::digestFile(target);
+        if (known && known->digest == import.digest) {
+            throw Stop(kNotDone, said(language, Text::TargetIsSource, {{"path", target}}));
+        }
+    }
 }
 
 bool endsIn(std::string_view path, std::string_view extension) {

@@ -25,6 +25,7 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
                                                exchange::extensions(false, said(streams.language, Text::Or))));
     }
     const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
+    requireNoSource(*drawing, arguments.target, streams.language);
     exchange::ExportOptions options = arguments.options;
     options.title = platform::utf8Of(platform::pathOf(arguments.target).stem());
     if (const Outcome can = exchange::canWrite(*format, *drawing, options); !can) {

@@ -23,6 +23,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <future>
+#include <map>
 #include <memory>
 #include <new>
 #include <optional>
@@ -416,9 +417,23 @@ std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& f
     return std::async(std::launch::deferred, drawing::digestFile, file);
 }
 
-// What the drawing has of a file of that name, in words; empty if it has nothing.
-std::string earlierImports(const Drawing& drawing, const std::string& name, const Streams& streams) {
-    const std::vector<std::size_t> earlier = drawing.importsOf(name);
+// Those among the imports that a new one of the file replaces: not what this call has just made of another file of the
+// same name.
+std::vector<std::size_t> replacedAmong(const std::vector<std::size_t>& earlier, const Drawing& drawing,
+                                       const std::string& file, const std::vector<host::MdDbObjectId>& madeNow) {
+    std::vector<std::size_t> replaced;
+    for (const std::size_t place : earlier) {
+        const drawing::Import& import = drawing.imports()[place];
+        const bool isNew = std::find(madeNow.begin(), madeNow.end(), import.id) != madeNow.end();
+        if (!isNew || isSameFile(import.path, file)) {
+            replaced.push_back(place);
+        }
+    }
+    return replaced;
+}
+
+// When these were imported, in words; empty if there are none.
+std::string timesOf(const Drawing& drawing, const std::vector<std::size_t>& earlier, const Streams& streams) {
     if (earlier.empty()) {
         return {};
     }
@@ -428,15 +443,14 @@ std::string earlierImports(const Drawing& drawing, const std::string& name, cons
                       (earlier.size() == 1 ? "once" : times + " times") + ", last at " + time);
 }
 
-std::size_t removeEarlierImports(Drawing& drawing, const std::string& name) {
+void removeImports(Drawing& drawing, const std::vector<std::size_t>& places) {
     std::vector<host::MdDbObjectId> ids;
-    for (const std::size_t place : drawing.importsOf(name)) {
+    for (const std::size_t place : places) {
         ids.push_back(drawing.imports()[place].id);
     }
     for (const host::MdDbObjectId id : ids) {
         drawing.removeImport(id);
     }
-    return ids.size();
 }
 
 drawing::ImportCounts countsOf(const sima::SimaReader& reader) {
@@ -467,7 +481,8 @@ struct Telling {
 // Runs the command for one file and keeps the drawing and the log on disk, the log last. Raises Stop, with both on disk
 // as they were unless a part was to be kept; Overtaken if it should be tried once more.
 FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const std::string& file,
-                      const std::string& drawingPath, const Streams& streams) {
+                      const std::string& drawingPath, std::vector<host::MdDbObjectId>& madeNow,
+                      const Streams& streams) {
     Drawing& drawing = host.drawing();
     const Language language = streams.language;
     const ImportArguments arguments = prepareDrawing(drawing, given, drawingPath, language);
@@ -485,10 +500,12 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     const Telling telling{arguments, file, streams, encodingOf(file, arguments.encoding)};
     std::future<std::optional<drawing::FileDigest>> digest = startDigest(file);
     const std::string name = nameInRows(file);
-    const std::string earlier = earlierImports(drawing, name, streams);
-    if (arguments.replace) {
-        removeEarlierImports(drawing, name);
-    }
+    const std::vector<std::size_t> ofName = drawing.importsOf(name);
+    const std::vector<std::size_t> replaced =
+        arguments.replace ? replacedAmong(ofName, drawing, file, madeNow) : std::vector<std::size_t>();
+    const bool keepsNamesake = arguments.replace && replaced.size() < ofName.size();
+    const std::string earlier = timesOf(drawing, arguments.replace ? replaced : ofName, streams);
+    removeImports(drawing, replaced);
     const std::size_t firstEntity = drawing.entityCount();
     const std::size_t firstAlignment = drawing.alignmentCount();
     drawing::Import import;
@@ -525,7 +542,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     import.digest = known ? known->digest : std::string();
     import.time = platform::utcNow();
     import.counts = countsOf(run.reader);
-    drawing.addImport(std::move(import));
+    const host::MdDbObjectId made = drawing.addImport(std::move(import));
     const bool nothingFound = run.reader.nothingFound();
     run.reader.points.clear(); // the file's records need no memory while the drawing is written
     run.reader.lots = {};
@@ -539,6 +556,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
         telling.errors(run.reader);
         throw Stop(kNotDone, saved.in(language));
     }
+    madeNow.push_back(made);
     if (run.outcome) {
         if (const Outcome placed = log.putInPlace(); !placed) {
             const bool removed = isNew && !platform::removeFile(drawingPath);
@@ -567,10 +585,16 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
                                     "the drawing has objects of a file of this name already, imported " + earlier +
                                         "; --replace puts the new ones in their place"));
         }
-    } else if (arguments.replace) {
+    } else if (arguments.replace && !keepsNamesake) {
         tellFileNote(streams, arguments.quiet, file, "nothing-replaced",
                      inLanguage(streams, "--replace: 図面には同じ名前のファイルの図形がありませんでした",
                                 "--replace: the drawing had nothing of a file of this name"));
+    }
+    if (keepsNamesake) {
+        tellFileNote(streams, arguments.quiet, file, "namesake-kept",
+                     inLanguage(streams,
+                                "--replace: 同じ名前の別のファイルを今回読み込みました。その図形は置き換えません",
+                                "--replace: another file of this name was imported just now; its objects are kept"));
     }
     if (!run.outcome) {
         throw Stop(kNotDone,
@@ -597,10 +621,13 @@ class OpenDrawing {
     }
     // What is in memory may no longer be what is on disk.
     void forget() { host_.reset(); }
+    // The imports of this call into the drawing.
+    std::vector<host::MdDbObjectId>& madeNow(const std::string& path) { return madeNow_[path]; }
 
   private:
     std::unique_ptr<EmbeddedHost> host_;
     std::string path_;
+    std::map<std::string, std::vector<host::MdDbObjectId>> madeNow_; // by drawing
 };
 
 // The import that comes second to a drawing is done again on what the first one left.
@@ -609,7 +636,8 @@ FileResult importInTurn(OpenDrawing& open, const ImportArguments& arguments, con
     constexpr int kAttempts = 5;
     for (int attempt = 1;; ++attempt) {
         try {
-            return importFile(open.at(drawingPath, arguments, streams), arguments, file, drawingPath, streams);
+            return importFile(open.at(drawingPath, arguments, streams), arguments, file, drawingPath,
+                              open.madeNow(drawingPath), streams);
         } catch (const Overtaken&) {
             open.forget();
             if (streams.report != nullptr) {

@@ -49,8 +49,8 @@ void declare(CLI::App& app, StationLine& line, Language language) {
 StationArguments checked(StationLine line, Language language) {
     takeTyped(line.arguments.drawing);
     line.arguments.station = stationIn(line.station, language);
-    if (!line.offset.empty()) {
-        line.arguments.offset = metresIn(line.offset, "OFFSET", language);
+    if (line.offset) {
+        line.arguments.offset = metresIn(*line.offset, "OFFSET", language);
     }
     return std::move(line.arguments);
 }

@@ -24,6 +24,7 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
         exchange::writeStakes(stakes, arguments.format, streams.out);
         return kDone;
     }
+    requireNoSource(*drawing, *arguments.target, streams.language);
     require(streams, exchange::writeFile(*arguments.target, [&](std::ostream& out) {
                 exchange::writeStakes(stakes, arguments.format, out);
             }));

@@ -76,6 +76,7 @@ enum class Text : std::uint8_t {
     ImportIsIn,
     KeptIn,
     SitesNotListed,
+    TargetIsSource,
     OutputNotWritable,
     MoreInLog,
     Writing,

@@ -58,6 +58,12 @@ Element readElement(const Statement& row, std::int64_t alignment) {
     return element;
 }
 
+void requireSoundIdentifier(bool isPolyline, std::int64_t fid) {
+    if (fid <= 0) {
+        damaged(isPolyline ? Worded("polyline", "線") : Worded("point", "点"), fid);
+    }
+}
+
 } // namespace
 
 DrawingHead DrawingReader::readHead(Connection& connection) {
@@ -90,7 +96,14 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
 
 std::uint64_t DrawingReader::readHighestId(Connection& connection) {
     Statement row(connection, sql::kReadHighestId);
-    return row.step() ? static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(0), 0)) : 0;
+    std::int64_t highest = row.step() ? std::max<std::int64_t>(row.integer(0), 0) : 0;
+    // An area that another program drew is no object, but it must not be taken for one of ours that was undone.
+    Statement hasLots(connection, sql::kHasSchemaItem);
+    if (hasLots.bind(1, std::string_view("lots")).step() && hasLots.integer(0) > 0) {
+        Statement lot(connection, sql::kReadHighestLot);
+        highest = lot.step() ? std::max(highest, lot.integer(0)) : highest;
+    }
+    return static_cast<std::uint64_t>(highest);
 }
 
 Drawing DrawingReader::read(Load load) {
@@ -102,12 +115,14 @@ Drawing DrawingReader::read(Load load) {
     readAlignments();
     if (load == Load::Everything) {
         readEntities();
+        noteDrawnLots();
     } else {
         drawing_.entitiesLoaded_ = false;
         Statement extent(connection_, sql::kReadExtent);
         if (extent.step() && !extent.isNull(0)) {
             drawing_.extent_.add({extent.real(0), extent.real(1), extent.real(2), extent.real(3)});
         }
+        requireSoundIdentifiers();
         readTakenIdentifiers();
     }
     finish();
@@ -121,6 +136,8 @@ void DrawingReader::readNamed() {
     if (drawing_.layers_.empty()) {
         throw StoreFailure{Failure::Damaged, {"it has no layer", "レイヤがありません"}};
     }
+    layersInFile_ = drawing_.layers_.size();
+    tablesInFile_ = drawing_.tables_.size();
     drawing_.zone_ = head_.zone;
     drawing_.currentLayer_ = drawing_.findLayer(MdDbObjectId(head_.currentLayer)).value_or(0);
 }
@@ -223,9 +240,7 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
 
 void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid, std::uint64_t id) {
     const char* const table = isPolyline ? "polylines" : "points";
-    if (fid <= 0) {
-        damaged(isPolyline ? Worded("polyline", "線") : Worded("point", "点"), fid);
-    }
+    requireSoundIdentifier(isPolyline, fid);
     if (row.isNull(1)) {
         if (!isPolyline) {
             return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);
@@ -334,6 +349,28 @@ void DrawingReader::readEntities() {
     }
 }
 
+// Without reading them all: an import into a drawing that cannot be read afterwards is refused.
+void DrawingReader::requireSoundIdentifiers() {
+    for (const bool isPolyline : {false, true}) {
+        Statement lowest(connection_, isPolyline ? sql::kReadLowestPolyline : sql::kReadLowestPoint);
+        if (lowest.step() && !lowest.isNull(0)) {
+            requireSoundIdentifier(isPolyline, lowest.integer(0));
+        }
+    }
+}
+
+// Areas are made of closed polylines. One that another program drew by itself stays in the file.
+void DrawingReader::noteDrawnLots() {
+    if (!shape_->hasColumn("lots", "area")) {
+        return; // of the first format, in which areas outlived their polylines
+    }
+    constexpr std::uint32_t kPolygon = 3;
+    Statement rows(connection_, sql::kReadLotsWithoutLine);
+    while (rows.step()) {
+        leaveOut(StoreNoteCode::OtherGeometry, "lots", nameOfGeometry(kPolygon), rows.integer(0));
+    }
+}
+
 // Without reading them all: those that were added since the last save. In the first format nothing was known of that.
 void DrawingReader::readTakenIdentifiers() {
     const auto from = static_cast<std::int64_t>(head_.format < sql::kFormat ? 0 : head_.lastId);
@@ -370,19 +407,17 @@ void DrawingReader::addDeferred() {
 void DrawingReader::finish() {
     drawing_.lastId_ = std::max(head_.lastId, readHighestId(connection_));
     for (const Import& import : drawing_.imports_) {
-        drawing_.lastId_ = std::max(drawing_.lastId_, import.id.asUint64());
+        if (static_cast<std::int64_t>(import.id.asUint64()) > 0) { // else no save gets that far
+            drawing_.lastId_ = std::max(drawing_.lastId_, import.id.asUint64());
+        }
     }
     addDeferred();
     drawing_.unsaved_ = {drawing_.lastId_, drawing_.lastId_, false};
-    for (Layer& layer : drawing_.layers_) {
-        if (layer.id.isNull()) {
-            layer.id = drawing_.nextId();
-        }
+    for (std::size_t i = layersInFile_; i < drawing_.layers_.size(); ++i) {
+        drawing_.layers_[i].id = drawing_.nextId();
     }
-    for (ObjectDataTable& table : drawing_.tables_) {
-        if (table.id.isNull()) {
-            table.id = drawing_.nextId();
-        }
+    for (std::size_t i = tablesInFile_; i < drawing_.tables_.size(); ++i) {
+        drawing_.tables_[i].id = drawing_.nextId();
     }
 }
 

@@ -5,6 +5,7 @@
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -49,6 +50,8 @@ class DrawingReader {
     void readAlignments();
     std::string entityQuery(bool isPolyline, bool one) const;
     void readEntities();
+    void requireSoundIdentifiers();
+    void noteDrawnLots();
     void readTakenIdentifiers();
     bool isTaken(std::uint64_t id);
     void deferEntity(bool isPolyline, std::int64_t fid);
@@ -62,6 +65,8 @@ class DrawingReader {
     DrawingHead head_;
     std::optional<DrawingShape> shape_;
     Drawing drawing_;
+    std::size_t layersInFile_ = 0; // the others are those that features name
+    std::size_t tablesInFile_ = 0;
     std::vector<std::uint64_t> otherIds_; // of all but points and polylines, in rising order
     std::vector<StoreNote> notes_;
     std::vector<NewIdentifier> newIdentifiers_;

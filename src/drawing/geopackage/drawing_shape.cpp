@@ -72,6 +72,15 @@ bool isComputed(std::string_view value) {
     throw StoreFailure{Failure::Reshaped, what};
 }
 
+// The column of a table of objects by which they are known: a primary key of integers.
+std::string_view keyOf(std::string_view table) {
+    if (table == "points" || table == "polylines" || table == "alignments" || table == "lots") {
+        return "fid";
+    }
+    const bool isNamed = table == "layers" || table == "sites" || table == "object_data_tables";
+    return isNamed || table == "fenmark_imports" ? "id" : "";
+}
+
 Worded lacksColumn(const std::string& table, const std::string& column) {
     return {"its table '" + table + "' has no column '" + column + "'; was it renamed?",
             "表「" + table + "」に列「" + column + "」がありません。名前が変えられていませんか"};
@@ -162,6 +171,11 @@ bool DrawingShape::read(Connection& connection, const char* table) {
         const std::int64_t hidden = rows.integer(1);
         if (hidden != kVirtual && hidden != kStored) {
             columns.insert(column);
+            if (sameName(column, keyOf(table)) && !(sameName(rows.text(4), "INTEGER") && rows.integer(5) == 1)) {
+                keyless_.push_back(
+                    {"its column '" + std::string(table) + "." + column + "' is no primary key of integers",
+                     "列「" + std::string(table) + "." + column + "」が整数の主キーではありません"});
+            }
             if (!isOurs(table, column) && isComputed(rows.text(3))) {
                 computed_.push_back({"the default of the column '" + std::string(table) + "." + column + "'",
                                      "列「" + std::string(table) + "." + column + "」の既定値"});
@@ -242,6 +256,9 @@ void DrawingShape::requireWritable() const {
         if (note.code == StoreNoteCode::MissingColumn) {
             reshaped(lacksColumn(note.table, note.name));
         }
+    }
+    if (!keyless_.empty()) {
+        reshaped(keyless_.front());
     }
     if (!computed_.empty()) {
         reshaped({computed_.front().english + " would have to be computed by the file whenever a row is written",

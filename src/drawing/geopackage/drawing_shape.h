@@ -40,6 +40,7 @@ class DrawingShape {
     std::string renamedTo(Connection& connection, const std::vector<const char*>& columns) const;
 
     std::map<std::string, Columns, NoCase> columns_;
+    std::vector<Worded> keyless_;  // columns of identifiers that are no keys, for people
     std::vector<Worded> computed_; // what has to be computed to write a row, for people
     std::vector<StoreNote> notes_;
 };

@@ -197,9 +197,29 @@ Outcome DrawingStore::save(const std::string& path, Drawing& drawing, const Writ
 
 namespace {
 
-// SQLite's identifiers end at 2^63. A row that another program gave one near it leaves none for what comes.
+// SQLite's identifiers end at 2^63. A row that another program gave one near it leaves none for what comes, and one
+// below 1 is none of ours: its rows would be taken for new ones.
 void requireIdentifiers(const Drawing& drawing) {
     constexpr std::uint64_t kLargestIdentifier = std::uint64_t{1} << 62;
+    const auto require = [](MdDbObjectId id, const Worded& what) {
+        if (const auto number = static_cast<std::int64_t>(id.asUint64()); number < 1) {
+            throw StoreFailure{Failure::Damaged,
+                               {what.english + " has the identifier " + std::to_string(number),
+                                what.japanese + "の識別子が " + std::to_string(number) + " です"}};
+        }
+    };
+    const auto requireAll = [&](const auto& items, const Worded& what) {
+        for (const auto& item : items) {
+            require(item.id, what);
+        }
+    };
+    requireAll(drawing.layers(), {"a layer", "レイヤ"});
+    requireAll(drawing.sites(), {"a site", "サイト"});
+    requireAll(drawing.tables(), {"a table of object data", "オブジェクトデータの表"});
+    requireAll(drawing.imports(), {"an import", "読み込み"});
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        require(drawing.alignment(i).id, {"an alignment", "線形"});
+    }
     if (drawing.lastId() > kLargestIdentifier) {
         throw StoreFailure{Failure::Damaged,
                            {"an object has so large an identifier that no more can be given",

@@ -5,7 +5,10 @@
 #include "platform/paths.h"
 
 #include <array>
+#include <filesystem>
 #include <fstream>
+#include <string>
+#include <system_error>
 
 namespace fenmark::drawing {
 
@@ -16,6 +19,7 @@ namespace {
 
 constexpr std::size_t kWriteVersionOffset = 18; // of a database's header: 2 where a write-ahead log is used
 constexpr char kWriteAheadLog = 2;
+constexpr std::array<const char*, 3> kBeside = {"-journal", "-wal", "-shm"}; // SQLite's own files
 
 StoreFailure denied(Failure failure, const std::error_code& why) {
     return {failure, platform::wordedReason(why)};
@@ -44,6 +48,20 @@ void requireFile(const PathState& state) {
     throw StoreFailure{Failure::NotAFile, {}};
 }
 
+// SQLite would wait at a pipe for somebody to write, and takes a link or a folder for a fault of the disk.
+void requireFilesBeside(const std::string& path) {
+    for (const char* ending : kBeside) {
+        const std::string beside = platform::behindLinks(path) + ending;
+        std::error_code error;
+        const bool isLink = std::filesystem::is_symlink(platform::pathOf(beside), error);
+        const PathKind kind = platform::lookUp(beside).kind;
+        if (isLink || kind == PathKind::Folder || kind == PathKind::Other) {
+            throw StoreFailure{Failure::NotReadable,
+                               {"'" + beside + "' is not a file", "「" + beside + "」がファイルではありません"}};
+        }
+    }
+}
+
 void requireFolder(const std::string& file) {
     if (const std::error_code error = platform::mayWrite(platform::folderOf(file))) {
         throw folderDenied(Failure::NotWritable, error);
@@ -61,6 +79,7 @@ void requireReadable(const std::string& path) {
     if (state.size == 0) {
         throw StoreFailure{Failure::NotADrawing, {}};
     }
+    requireFilesBeside(path);
 }
 
 void requireWritable(const std::string& path) {
@@ -74,6 +93,7 @@ void requireWritable(const std::string& path) {
 void requireReplaceable(const std::string& path) {
     const PathState state = platform::lookUp(path);
     if (state.kind == PathKind::File) {
+        requireFilesBeside(path);
         return requireWritable(path);
     }
     if (state.kind == PathKind::Unknown && state.error == std::errc::not_a_directory) {
@@ -135,8 +155,8 @@ HeldDrawing::HeldDrawing(const std::string& path) {
         return;
     }
     // Beside no database these belong to nobody, and would be played into the file that comes.
-    for (const char* beside : {"-journal", "-wal", "-shm"}) {
-        (void)platform::removeFile(path + beside);
+    for (const char* ending : kBeside) {
+        (void)platform::removeFile(path + ending);
     }
 }
 

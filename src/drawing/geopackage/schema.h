@@ -260,7 +260,8 @@ inline constexpr const char* kReadSchemaItem =
 inline constexpr const char* kReadTableNames =
 
     "SELECT name FROM sqlite_master WHERE type = 'table' AND substr(sql, 1, 13) = 'CREATE TABLE ' ORDER BY name";
-inline constexpr const char* kReadColumns = "SELECT name, hidden, \"notnull\", dflt_value FROM pragma_table_xinfo(?1)";
+inline constexpr const char* kReadColumns =
+    "SELECT name, hidden, \"notnull\", dflt_value, type, pk FROM pragma_table_xinfo(?1)";
 inline constexpr const char* kReadIndexes = "SELECT name, partial FROM pragma_index_list(?1)";
 inline constexpr const char* kReadIndexColumns = "SELECT cid, name FROM pragma_index_xinfo(?1)";
 
@@ -291,6 +292,9 @@ inline constexpr const char* kReadHighestId =
     "SELECT max(ifnull((SELECT max(fid) FROM points), 0), ifnull((SELECT max(fid) FROM polylines), 0),"
     " ifnull((SELECT max(fid) FROM alignments), 0), ifnull((SELECT max(id) FROM layers), 0),"
     " ifnull((SELECT max(id) FROM sites), 0), ifnull((SELECT max(id) FROM object_data_tables), 0))";
+inline constexpr const char* kReadHighestLot = "SELECT max(fid) FROM lots";
+inline constexpr const char* kReadLowestPoint = "SELECT min(fid) FROM points";
+inline constexpr const char* kReadLowestPolyline = "SELECT min(fid) FROM polylines";
 inline constexpr const char* kReadExtent = "SELECT min(min_x), min(min_y), max(max_x), max(max_y) FROM gpkg_contents"
                                            " WHERE table_name IN ('points', 'polylines', 'lots', 'alignments')";
 

@@ -29,7 +29,6 @@ struct ModuleHost::Module {
     platform::Library library;
     EntryPoint* entry = nullptr;
     bool mayUnload = false;
-    bool multiDocument = false;
 };
 
 class ModuleHost::Registry : public mirdane::MdRxSysRegistry,
@@ -62,11 +61,8 @@ class ModuleHost::Registry : public mirdane::MdRxSysRegistry,
             static_cast<Module*>(package)->mayUnload = true;
         }
     }
-    void registerAppMultiDocument(void* package) override {
-        if (package != nullptr) {
-            static_cast<Module*>(package)->multiDocument = true;
-        }
-    }
+    // Commands run in the current document: nothing hangs on whether a module copes with several.
+    void registerAppMultiDocument(void*) override {}
 
   private:
     ModuleHost& host_;

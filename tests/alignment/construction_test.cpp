@@ -327,6 +327,40 @@ TEST(StraightFromAnEnd, CoefficientsComeFromTheRoundedPoint) {
     EXPECT_EQ(rec.len, 33.333333); // stays as given
 }
 
+TEST(FromAnEnd, ElementsOfMillimetresAreMade) {
+    for (const double size : {0.001, 0.05, 0.1, 0.5, 1.0}) {
+        for (const int end : {1, 2}) {
+            Calelm straight{};
+            straight.type = ALI_STRAIGHT;
+            straight.len = size;
+            ASSERT_EQ(ali_makangS(&straight, end), 0) << size;
+            EXPECT_NEAR(end == 1 ? straight.ex : straight.sx, end == 1 ? size : -size, kLengthRounding);
+            for (const double radius : {size, 100.0}) {
+                Calelm arc{};
+                arc.type = ALI_ARC;
+                arc.dir = 1.0;
+                arc.par = radius;
+                arc.len = size;
+                ASSERT_EQ(ali_makangR(&arc, end), 0) << size << ' ' << radius;
+                EXPECT_EQ(arc.k3, size / radius);
+                // The chord of the arc.
+                EXPECT_NEAR(std::hypot(arc.ex - arc.sx, arc.ey - arc.sy), 2.0 * radius * std::sin(0.5 * size / radius),
+                            2.0 * kLengthRounding);
+            }
+            Calelm clothoid = clothoidSizes(1.0, size, 0.0, 2.0 * size);
+            ASSERT_EQ(ali_makangA(&clothoid, end), 0) << size;
+            EXPECT_NEAR(clothoid.len, 0.5 * size, kLengthRounding);
+        }
+        Calelm between{};
+        between.type = ALI_ARC;
+        between.dir = 1.0;
+        between.par = size;
+        between.ex = size;
+        ASSERT_EQ(ali_makR(&between), 0) << size;
+        EXPECT_NEAR(between.k3, kPi / 3.0, 1e-9);
+    }
+}
+
 TEST(FromAnEnd, ValuesThatAreNotFiniteAreRefused) {
     for (const double wrong : {kNotANumber, std::numeric_limits<double>::infinity()}) {
         for (const int end : {1, 2}) {

@@ -70,6 +70,35 @@ TEST(MakeStraight, RefusesEqualEndsAndLeavesTheRecord) {
     EXPECT_EQ(ali_makS(&rec), 0);
 }
 
+TEST(MakeStraight, AndMakeArcLeaveNothingOfWhatStoodInTheRecord) {
+    for (const bool isArc : {false, true}) {
+        Calelm clean{};
+        clean.type = ALI_ARC; // which a straight does not keep
+        clean.sx = 10.0;
+        clean.sy = 20.0;
+        clean.ex = 110.0;
+        clean.ey = 95.0;
+        if (isArc) {
+            clean.dir = -1.0;
+            clean.par = 80.0;
+        }
+        Calelm used = clean;
+        for (double Calelm::*const field : {&Calelm::len, &Calelm::sang, &Calelm::eang, &Calelm::k1, &Calelm::k2,
+                                            &Calelm::k3, &Calelm::r1, &Calelm::r2}) {
+            used.*field = 7.0;
+        }
+        if (!isArc) {
+            used.dir = used.par = 7.0;
+        }
+        ASSERT_EQ((isArc ? ali_makR : ali_makS)(&clean), 0);
+        ASSERT_EQ((isArc ? ali_makR : ali_makS)(&used), 0);
+        EXPECT_TRUE(sameBits(clean, used)) << isArc;
+        EXPECT_EQ(clean.type, isArc ? ALI_ARC : ALI_STRAIGHT);
+        EXPECT_EQ(clean.r1, 0.0);
+        EXPECT_EQ(clean.r2, 0.0);
+    }
+}
+
 TEST(MakeStraight, CoefficientsHoldInTheSurveyPlane) {
     const Calelm rec = straightRecord(10.0, 20.0, 110.0, 95.0);
     EXPECT_NEAR(rec.k1 * rec.sx + rec.k2 * rec.sy, rec.k3, 1e-5);

@@ -70,6 +70,35 @@ TEST(MakeStraight, RefusesEqualEndsAndLeavesTheRecord) {
     EXPECT_EQ(ali_makS(&rec), 0);
 }
 
+TEST(MakeStraight, AndMakeArcLeaveNothingOfWhatStoodInTheRecord) {
+    for (const bool isArc : {false, true}) {
+        Calelm clean{};
+        clean.type = ALI_ARC; // which a straight does not keep
+        clean.sx = 10.0;
+        clean.sy = 20.0;
+        clean.ex = 110.0;
+        clean.ey = 95.0;
+        if (isArc) {
+            clean.dir = -1.0;
+            clean.par = 80.0;
+        }
+        Calelm used = clean;
+        for (double Calelm::*const field : {&Calelm::len, &Calelm::sang, &Calelm::eang, &Calelm::k1, &Calelm::k2,
+                                            &Calelm::k3, &Calelm::r1, &Calelm::r2}) {
+            used.*field = 7.0;
+        }
+        if (!isArc) {
+            used.dir = used.par = 7.0;
+        }
+        ASSERT_EQ((isArc ? ali_makR : ali_makS)(&clean), 0);
+        ASSERT_EQ((isArc ? ali_makR : ali_makS)(&used), 0);
+        EXPECT_TRUE(sameBits(clean, used)) << isArc;
+        EXPECT_EQ(clean.type, isArc ? ALI_ARC : ALI_STRAIGHT);
+        EXPECT_EQ(clean.r1, 0.0);
+        EXPECT_EQ(clean.r2, 0.0);
+    }
+}
+
 TEST(MakeStraight, CoefficientsHoldInTheSurveyPlane) {
     const Calelm rec = straightRecord(10.0, 20.0, 110.0, 95.0);
     EXPECT_NEAR(rec.k1 * rec.sx + rec.k2 * rec.sy, rec.k3, 1e-5);
@@ -325,6 +354,40 @@ TEST(StraightFromAnEnd, CoefficientsComeFromTheRoundedPoint) {
     EXPECT_EQ(rec.k2, both.k2);
     EXPECT_EQ(rec.k3, both.k3);
     EXPECT_EQ(rec.len, 33.333333); // stays as given
+}
+
+TEST(FromAnEnd, ElementsOfMillimetresAreMade) {
+    for (const double size : {0.001, 0.05, 0.1, 0.5, 1.0}) {
+        for (const int end : {1, 2}) {
+            Calelm straight{};
+            straight.type = ALI_STRAIGHT;
+            straight.len = size;
+            ASSERT_EQ(ali_makangS(&straight, end), 0) << size;
+            EXPECT_NEAR(end == 1 ? straight.ex : straight.sx, end == 1 ? size : -size, kLengthRounding);
+            for (const double radius : {size, 100.0}) {
+                Calelm arc{};
+                arc.type = ALI_ARC;
+                arc.dir = 1.0;
+                arc.par = radius;
+                arc.len = size;
+                ASSERT_EQ(ali_makangR(&arc, end), 0) << size << ' ' << radius;
+                EXPECT_EQ(arc.k3, size / radius);
+                // The chord of the arc.
+                EXPECT_NEAR(std::hypot(arc.ex - arc.sx, arc.ey - arc.sy), 2.0 * radius * std::sin(0.5 * size / radius),
+                            2.0 * kLengthRounding);
+            }
+            Calelm clothoid = clothoidSizes(1.0, size, 0.0, 2.0 * size);
+            ASSERT_EQ(ali_makangA(&clothoid, end), 0) << size;
+            EXPECT_NEAR(clothoid.len, 0.5 * size, kLengthRounding);
+        }
+        Calelm between{};
+        between.type = ALI_ARC;
+        between.dir = 1.0;
+        between.par = size;
+        between.ex = size;
+        ASSERT_EQ(ali_makR(&between), 0) << size;
+        EXPECT_NEAR(between.k3, kPi / 3.0, 1e-9);
+    }
 }
 
 TEST(FromAnEnd, ValuesThatAreNotFiniteAreRefused) {

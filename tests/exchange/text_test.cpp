@@ -48,6 +48,8 @@ TEST(Reals, WithFixedDecimalsHaveNoMinusZero) {
 
 TEST(Texts, AreEscapedForTheirFormat) {
     EXPECT_EQ(printed(JsonText{"a\"b\\c\n点\x01"}), "\"a\\\"b\\\\c\\u000a点\\u0001\"");
+    EXPECT_EQ(printed(JsonText{"\"q\""}), "\"\\\"q\\\"\"") << "at both ends";
+    EXPECT_EQ(printed(JsonText{""}), "\"\"");
     EXPECT_EQ(xmlText("a\tb\nc\rd"), "a&#9;b&#10;c&#13;d");
     EXPECT_EQ(xmlText("<a & \"b\">\x02点"), "&lt;a &amp; &quot;b&quot;&gt;\uFFFD点");
     EXPECT_EQ(xmlText("\x1F|\x20|~|\x7F|"), "\uFFFD|\x20|~|\uFFFD|");

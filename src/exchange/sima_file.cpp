@@ -240,7 +240,8 @@ class SimaWriter {
             writePoint(point);
         }
         closePoints();
-        const std::int32_t number = entity.row ? entity.row->no : points_.freeNumber();
+        const bool hasNumber = entity.row && entity.row->no >= 0; // no reader takes another
+        const std::int32_t number = hasNumber ? entity.row->no : points_.freeNumber();
         const std::string_view name = entity.row ? entity.row->name : std::string_view();
         linesWithoutRow_ += kindOf(entity) == Kind::Others ? 1 : 0;
         if (type == 0) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <unordered_set>
 
 namespace fenmark::exchange {
@@ -70,6 +71,24 @@ SimaPointTable::SimaPointTable(const drawing::Drawing& drawing) : drawing_(drawi
     if (repeated_) {
         renumberWhatLinesNeed(drawing);
     }
+}
+
+std::int32_t SimaPointTable::freeNumber() {
+    if (lastNumber_ < std::numeric_limits<std::int32_t>::max()) {
+        return ++lastNumber_;
+    }
+    if (taken_.empty()) {
+        for (std::size_t i = 0; i < drawing_.entityCount(); ++i) {
+            if (const EntityView entity = drawing_.entity(i); entity.row) {
+                taken_.push_back(entity.row->no);
+            }
+        }
+        std::sort(taken_.begin(), taken_.end());
+    }
+    while (std::binary_search(taken_.begin(), taken_.end(), lowestFree_)) {
+        ++lowestFree_;
+    }
+    return lowestFree_++;
 }
 
 void SimaPointTable::sortPlaces() {

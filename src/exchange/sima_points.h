@@ -47,7 +47,8 @@ class SimaPointTable {
     std::vector<Index> within(double x, double y, double distance) const;
     // A new point of that name with a number of its own.
     Index add(double x, double y, double z, bool hasHeight, std::string name);
-    std::int32_t freeNumber() { return ++lastNumber_; }
+    // One that no object has, at least 1.
+    std::int32_t freeNumber();
 
     bool hasRepeatedNumbers() const { return repeated_; }
     std::size_t renumbered() const { return renumbered_; }
@@ -70,6 +71,8 @@ class SimaPointTable {
     std::vector<std::string> addedNames_;
     Index firstAdded_ = 0;
     std::int32_t lastNumber_ = 0;
+    std::int32_t lowestFree_ = 1;     // may be taken still
+    std::vector<std::int32_t> taken_; // rising; gathered when no number is left above the highest
     bool repeated_ = false;
     std::size_t renumbered_ = 0;
     std::size_t withoutRow_ = 0;

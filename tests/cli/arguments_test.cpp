@@ -213,6 +213,21 @@ TEST_F(ArgumentLine, EmptyNameOfAFileIsWrongUsage) {
     }
 }
 
+TEST_F(ArgumentLine, AnEmptyValueIsNotTakenForNone) {
+    const std::vector<std::vector<std::string>> lines = {
+        {"stakes", "d.gpkg", "CL", "--every", ""},     {"stakes", "d.gpkg", "CL", "--at", ""},
+        {"stakes", "d.gpkg", "CL", "--offset", ""},    {"stakes", "d.gpkg", "CL", "--pitch", ""},
+        {"export", "d.gpkg", "o.dxf", "--scale", ""},  {"export", "d.gpkg", "o.dxf", "--rectangle", ""},
+        {"report", "d.gpkg", "o.csv", "--tables", ""}, {"import", "a.sim", "--shift", ""}};
+    for (const std::vector<std::string>& line : lines) {
+        const std::string& option = line[line.size() - 2];
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kWrongUsage) << option;
+        EXPECT_TRUE(contains(ran.err, option + ": cannot be ''; it takes ")) << ran.err;
+        EXPECT_TRUE(contains(inJapanese(line).err, option)) << option;
+    }
+}
+
 TEST_F(ArgumentLine, ExtensionOfAnExportSaysItsFormatOrIsWrongUsage) {
     for (const char* name : {"out.dwg", "out", "dxf", "out.svg"}) {
         const Ran ran = fenmark({"export", folder.at("d.gpkg"), folder.at(name)});

@@ -1,9 +1,11 @@
 // fenmark stakes, report and plot, and the profiles of export.
 #include "command_line.h"
+#include "sima/text/cp932.h"
 
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <string>
 
 namespace fenmark::cli {
 namespace {
@@ -121,6 +123,17 @@ TEST_F(Documents, ReportReadsOrdinaryLogsAlone) {
         EXPECT_EQ(ran.code, kNotDone) << log;
         EXPECT_TRUE(contains(ran.err, log + ": ")) << ran.err;
         EXPECT_FALSE(test::fileExists(folder.at("o.html"))) << log;
+    }
+}
+
+TEST_F(Documents, ReportTakesNoOtherFileForALogWithoutErrors) {
+    std::string cut;
+    sima::encodeCp932(cut, "-----\r\nErrX001 x\r\n00002行目 A01,1\r\n");
+    for (const std::string& path : {drawing, file(kPoints, "b.sim"), file("", "empty.log"), file(cut, "cut.log")}) {
+        const Ran ran = fenmark({"report", drawing, folder.at("o.html"), "--log", path});
+        EXPECT_EQ(ran.code, kNotDone) << path;
+        EXPECT_TRUE(contains(ran.err, path + ": is not the log of an import")) << ran.err;
+        EXPECT_FALSE(test::fileExists(folder.at("o.html"))) << path;
     }
 }
 

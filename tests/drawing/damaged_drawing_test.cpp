@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -118,6 +119,7 @@ TEST_F(DamagedDrawing, WhatIsNoFileBesideItIsToldAndNotOpened) {
 TEST_F(DamagedDrawing, OneWithoutIdentifiersThatAreLeftCanBeReadAndNotAddedTo) {
     for (const char* sql : {"UPDATE points SET fid = 9223372036854775807 WHERE fid = (SELECT max(fid) FROM points)",
                             "UPDATE points SET fid = 4611686018427387904 WHERE fid = (SELECT max(fid) FROM points)",
+                            "UPDATE layers SET id = 9223372036854775807 WHERE id = (SELECT max(id) FROM layers)",
                             "UPDATE fenmark_drawing SET last_id = 9223372036854775807"}) {
         change(sql);
         const std::string before = test::readFile(path_);
@@ -168,6 +170,9 @@ TEST_F(DamagedDrawing, IdentifiersBelowOneAreToldAndNothingIsWrittenOverThem) {
             ASSERT_TRUE(store.open(path_, drawing, load)) << sql;
             for (int i = 0; i < 9; ++i) {
                 drawing.addPoint({1, 2, 3}, 0);
+            }
+            for (const Import& import : std::vector<Import>(drawing.imports())) {
+                drawing.removeImport(import.id); // as --replace does
             }
             const Outcome saved = store.save(path_, drawing);
             EXPECT_EQ(saved.failure, Failure::Damaged) << sql;

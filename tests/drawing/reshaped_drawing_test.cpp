@@ -102,6 +102,8 @@ TEST_F(ReshapedDrawing, IdentifiersThatAreNoKeyKeepEverySaveOut) {
 TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
     const Change changes[] = {
         {"ALTER TABLE sites RENAME COLUMN name TO n", "its table 'sites' has no column 'name'; was it renamed?"},
+        {"ALTER TABLE fenmark_drawing RENAME COLUMN format TO f",
+         "its table 'fenmark_drawing' has no column 'format'; was it renamed?"},
         {"ALTER TABLE sites RENAME TO a", "its table 'sites' is missing; it seems to be named 'a' now"},
         {"ALTER TABLE sites RENAME TO a; CREATE TABLE b AS SELECT * FROM a", "its table 'sites' is missing)"},
         {"DROP TABLE object_data_tables; CREATE VIRTUAL TABLE object_data_tables USING rtree(id, a, b)",
@@ -119,6 +121,18 @@ TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
         EXPECT_EQ(describe(drawing), own) << "a drawing that is not read leaves the one before";
         EXPECT_EQ(test::readFile(path), before);
     }
+}
+
+TEST_F(ReshapedDrawing, WithoutItsStampItGetsOneWithTheNextSave) {
+    const std::string path = changed("ALTER TABLE fenmark_drawing DROP COLUMN stamp");
+    Drawing drawing;
+    DrawingStore store;
+    const Outcome opened = store.open(path, drawing);
+    ASSERT_TRUE(opened) << opened.message.english;
+    addSmallImport(drawing, 1);
+    const Outcome saved = store.save(path, drawing);
+    ASSERT_TRUE(saved) << saved.message.english;
+    EXPECT_NE(OtherProgram(path).one("SELECT stamp FROM fenmark_drawing"), "");
 }
 
 TEST_F(ReshapedDrawing, WithoutItsAreasItSaysSoAndIsSaved) {

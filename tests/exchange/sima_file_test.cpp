@@ -123,6 +123,19 @@ TEST(SimaFile, VerticesWithoutAPointGetOne) {
     EXPECT_EQ(written.notes, (Lines{"2 points added where lots or routes have none"}));
 }
 
+TEST(SimaFile, NumbersBehindTheLargestOneComeFromTheGaps) {
+    Drawing drawing;
+    addNumbered(drawing, {0, 0, 0}, 2147483646, "A");
+    addNumbered(drawing, {5, 5, 0}, 2, "B");
+    addPolyline(drawing, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 10, 0}}, true, "12-3"); // of number 1
+    addPolyline(drawing, {{0, 0, 0}, {5, 5, 0}}, false, "12-4");
+    drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Pline"), -7, "12-4", "画地", "a.sim");
+    const Written written = simaOf(drawing);
+    EXPECT_EQ(written.of("B01"), (Lines{"B01,2147483646,A,", "B01,2147483647,,", "B01,    3,,", "B01,    4,,",
+                                        "B01,2147483646,A,", "B01,    2,B,"}));
+    EXPECT_EQ(written.of("D00"), (Lines{"D00,    1,12-3,1,", "D00,    5,12-4,2,"}));
+}
+
 TEST(SimaFile, RepeatedNumbersHaveSectionsOfTheirOwnUnlessALineNeedsThem) {
     Drawing drawing;
     addNumbered(drawing, {0, 0, 0}, 1, "A");

@@ -55,6 +55,10 @@ void requireName(const std::string& name, const char* what, Language language) {
     }
 }
 
+std::string refusalOfEmpty(const std::string& value) {
+    return value.empty() ? "empty" : "";
+}
+
 void takeTyped(std::string& path) {
     path = platform::typedPath(std::move(path));
 }

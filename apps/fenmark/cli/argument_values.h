@@ -40,6 +40,8 @@ template <typename Table>
 [[nodiscard]] std::optional<sima::Encoding> encodingNamed(const std::string& name, Language language);
 // Whoever starts the program from a script with an unset variable should read what is missing.
 void requireName(const std::string& name, const char* what, Language language);
+// The same for options whose absence has a meaning of its own: a check of the parser, which words the refusal itself.
+[[nodiscard]] std::string refusalOfEmpty(const std::string& value);
 // Each path as it was typed, with the system's own separators, so that a file has one name in messages and rows.
 void takeTyped(std::string& path);
 void takeTyped(std::optional<std::string>& path);

@@ -16,7 +16,7 @@ namespace fenmark::cli {
 namespace {
 
 void declareNames(CLI::App& command, NamesLine& line, Language language) {
-    command.add_option("--pitch", line.pitch, said(language, Help::Pitch))->type_name("METRES");
+    command.add_option("--pitch", line.pitch, said(language, Help::Pitch))->type_name("METRES")->check(refusalOfEmpty);
     command.add_option("--point-names", line.pointNames, said(language, Help::PointNames))
         ->check(CLI::IsMember({"ka", "btc"}).description(""))
         ->type_name("ka|btc");
@@ -70,9 +70,9 @@ void declare(CLI::App& app, StakesLine& line, Language language) {
     CLI::App& command = *app.add_subcommand("stakes", say(Help::Stakes));
     command.add_option("DRAWING", line.arguments.drawing, say(Help::Drawing))->required()->type_name("");
     command.add_option("ALIGNMENT", line.arguments.alignment, say(Help::AlignmentName))->required()->type_name("");
-    command.add_option("--every", line.every, say(Help::Every))->type_name("METRES");
-    command.add_option("--at", line.at, say(Help::At))->type_name("STATION,...");
-    command.add_option("--offset", line.offset, say(Help::Offsets))->type_name("METRES,...");
+    command.add_option("--every", line.every, say(Help::Every))->type_name("METRES")->check(refusalOfEmpty);
+    command.add_option("--at", line.at, say(Help::At))->type_name("STATION,...")->check(refusalOfEmpty);
+    command.add_option("--offset", line.offset, say(Help::Offsets))->type_name("METRES,...")->check(refusalOfEmpty);
     command.add_flag("--main-points", line.arguments.options.mainPoints, say(Help::MainPoints));
     declareNames(command, line.names, language);
     command.add_option("--format", line.format, say(Help::StakeFormat))
@@ -126,7 +126,8 @@ void declare(CLI::App& app, ReportLine& line, Language language) {
     command.add_option("DRAWING", line.arguments.drawing, say(Help::Drawing))->required()->type_name("");
     command.add_option("OUT", line.arguments.target, say(Help::ReportOut))->required()->type_name("");
     command.add_option("--tables", line.tables, say(Help::Tables, {{"tables", withBlanks(reportTables())}}))
-        ->type_name("TABLE,...");
+        ->type_name("TABLE,...")
+        ->check(refusalOfEmpty);
     command.add_option("--scale", line.figureScale, say(Help::FigureScale))
         ->check(CLI::Range(1, 100000000).description(""))
         ->type_name("N");

@@ -55,7 +55,9 @@ void declare(CLI::App& app, ExportLine& line, Language language) {
         ->allow_extra_args(false)
         ->take_all()
         ->type_name("LAYER");
-    command.add_option("--rectangle", line.rectangle, say(Help::Rectangle))->type_name("X,Y,X,Y");
+    command.add_option("--rectangle", line.rectangle, say(Help::Rectangle))
+        ->type_name("X,Y,X,Y")
+        ->check(refusalOfEmpty);
     command.add_option("--zone", options.zone, say(Help::ExportZone))
         ->check(CLI::Range(1, 19).description(""))
         ->type_name("1..19");
@@ -69,7 +71,7 @@ void declare(CLI::App& app, ExportLine& line, Language language) {
         ->check(CLI::IsMember({"kinds", "drawing"}).description(""))
         ->type_name("kinds|drawing");
     command.add_flag("--elements", options.elements, say(Help::Elements));
-    command.add_option("--scale", line.scale, say(Help::DxfScale))->type_name("NUMBER");
+    command.add_option("--scale", line.scale, say(Help::DxfScale))->type_name("NUMBER")->check(refusalOfEmpty);
     command.add_flag("--columns", options.columns, say(Help::Columns));
     command.add_option("--profile", line.profile, say(Help::LandXmlProfile))
         ->check(CLI::IsMember({"landxml", "j-landxml"}).description(""))

@@ -90,7 +90,7 @@ void declare(CLI::App& app, ImportLine& line, Language language) {
     command.add_option("--stake-layer", a.stakeLayer, say(Help::StakeLayer))->type_name("LAYER");
     command.add_option("--continuous-layer", a.continuousLayer, say(Help::ContinuousLayer))->type_name("LAYER");
     command.add_flag("--create-layers", a.createLayers, say(Help::CreateLayers));
-    command.add_option("--shift", line.shift, say(Help::Shift))->type_name("METRES");
+    command.add_option("--shift", line.shift, say(Help::Shift))->type_name("METRES")->check(refusalOfEmpty);
     command.add_option("--alignment", a.alignment, say(Help::Alignment))->type_name("NAME");
     command.add_flag("--force-alignment", a.forceAlignment, say(Help::ForceAlignment));
     command.add_option("--zone", line.zone, say(Help::ImportZone))

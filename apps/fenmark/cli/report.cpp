@@ -14,6 +14,8 @@
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <string>
+#include <string_view>
 #include <system_error>
 
 namespace fenmark::cli {
@@ -22,6 +24,10 @@ namespace {
 
 // A log of a million error blocks has some 300 MB.
 constexpr std::uint64_t kLargestLog = std::uint64_t{1} << 30;
+
+// One of these stands in each log, behind its error blocks.
+constexpr std::string_view kNoErrors = "エラー無し";
+constexpr std::string_view kErrorsCounted = "個のエラー";
 
 std::string_view withoutLineEnd(std::string_view line) {
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
@@ -50,6 +56,7 @@ std::vector<exchange::LogError> errorsIn(const std::string& path, const std::str
     sima::decodeCp932(text, bytes);
     std::vector<exchange::LogError> errors;
     bool behind = false; // the line before was an error's text
+    bool counted = false;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at), text.size());
         const std::string_view line = withoutLineEnd(std::string_view(text).substr(at, end - at));
@@ -60,7 +67,12 @@ std::vector<exchange::LogError> errorsIn(const std::string& path, const std::str
         } else if (behind) {
             errors.back().record = line;
             behind = false;
+        } else {
+            counted = counted || line == kNoErrors || line.ends_with(kErrorsCounted);
         }
+    }
+    if (!counted) { // else a file that was named by mistake would tell of no error
+        throw Stop(kNotDone, said(language, Text::IsNoLog, {{"path", path}}));
     }
     return errors;
 }

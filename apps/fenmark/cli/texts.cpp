@@ -90,6 +90,7 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTe
     {Text::CannotReadToEnd, "{path}: 最後まで読めません", "{path}: cannot be read to its end"},
     {Text::IsFolder, "{path}: SIMAファイルではなくフォルダです", "{path}: is a folder, not a SIMA file"},
     {Text::IsNoOrdinaryFile, "{path}: 通常のファイルではありません", "{path}: is not an ordinary file"},
+    {Text::IsNoLog, "{path}: 読み込みのログではありません", "{path}: is not the log of an import"},
     {Text::IsNoSimFile, "{path}: SIMAファイルとして扱えません。名前の末尾は .sim です",
      "{path}: not taken for a SIMA file: its name must end in .sim"},
     {Text::ReadingBrokenOff, "{path}:{line}: 読み取りを中断しました: {reason}",

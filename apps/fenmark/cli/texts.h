@@ -64,6 +64,7 @@ enum class Text : std::uint8_t {
     CannotReadToEnd,
     IsFolder,
     IsNoOrdinaryFile,
+    IsNoLog,
     IsNoSimFile,
     ReadingBrokenOff,
     ImportBrokenOff,

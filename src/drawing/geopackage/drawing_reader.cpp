@@ -75,6 +75,7 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
     if (!ours.step() || ours.integer(0) != 1) {
         throw StoreFailure{Failure::NotOurs, {}};
     }
+    const bool hasStamp = DrawingShape::requireSettings(connection);
     Statement row(connection, sql::kReadDrawing);
     if (!row.step()) {
         throw StoreFailure{Failure::Damaged, {"its settings are missing", "設定がありません"}};
@@ -87,7 +88,7 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
     head.currentLayer = static_cast<std::uint64_t>(row.integer(2));
     head.zone = static_cast<int>(std::clamp<std::int64_t>(row.integer(3), 0, kZoneCount));
     head.format = static_cast<int>(row.integer(0));
-    if (head.format >= sql::kFormat) {
+    if (hasStamp) {
         Statement stamp(connection, sql::kReadStamp);
         head.stamp = stamp.step() ? stamp.text(0) : std::string_view();
     }

@@ -146,6 +146,24 @@ DrawingShape::DrawingShape(Connection& connection) {
     }
 }
 
+bool DrawingShape::requireSettings(Connection& connection) {
+    constexpr const char* kTable = "fenmark_drawing";
+    Columns there;
+    Statement rows(connection, sql::kReadColumns);
+    rows.bind(1, std::string_view(kTable));
+    while (rows.step()) {
+        there.insert(std::string(rows.text(0)));
+    }
+    for (const Expected& expected : kExpectedTables) {
+        for (const char* column : expected.columns) {
+            if (std::string_view(expected.table) == kTable && there.find(column) == there.end()) {
+                reshaped(lacksColumn(kTable, column));
+            }
+        }
+    }
+    return there.find("stamp") != there.end();
+}
+
 // True for an ordinary table. One that was replaced by something that would have to be run is refused by name.
 bool DrawingShape::read(Connection& connection, const char* table) {
     Statement item(connection, sql::kReadSchemaItem);

@@ -19,6 +19,9 @@ class DrawingShape {
     // carries texts and numbers of objects may be missing: then there is a note, and nothing can be saved.
     explicit DrawingShape(Connection& connection);
 
+    // The same for the table of settings alone, which tells the format. Whether it has the column of stamps.
+    static bool requireSettings(Connection& connection);
+
     bool hasTable(std::string_view table) const { return columns_.find(table) != columns_.end(); }
     bool hasColumn(std::string_view table, std::string_view column) const;
     const std::vector<StoreNote>& notes() const { return notes_; }

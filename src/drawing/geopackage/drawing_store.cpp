@@ -107,6 +107,42 @@ Outcome guarded(const std::string& path, Action action) {
     }
 }
 
+// SQLite's identifiers end at 2^63. A row that another program gave one near it leaves none for what comes, and one
+// below 1 is none of ours: its rows would be taken for new ones. Empty where nothing is wrong.
+Worded identifierFault(const Drawing& drawing) {
+    constexpr std::uint64_t kLargestIdentifier = std::uint64_t{1} << 62;
+    if (drawing.lastId() > kLargestIdentifier) {
+        return {"an object has so large an identifier that no more can be given",
+                "識別子が大きすぎる図形があり、これ以上付けられません"};
+    }
+    Worded fault;
+    const auto look = [&](MdDbObjectId id, const Worded& what) {
+        if (const auto number = static_cast<std::int64_t>(id.asUint64()); number < 1) {
+            fault = {what.english + " has the identifier " + std::to_string(number),
+                     what.japanese + "の識別子が " + std::to_string(number) + " です"};
+        }
+    };
+    const auto lookAtAll = [&](const auto& items, const Worded& what) {
+        for (const auto& item : items) {
+            look(item.id, what);
+        }
+    };
+    lookAtAll(drawing.layers(), {"a layer", "レイヤ"});
+    lookAtAll(drawing.sites(), {"a site", "サイト"});
+    lookAtAll(drawing.tables(), {"a table of object data", "オブジェクトデータの表"});
+    lookAtAll(drawing.imports(), {"an import", "読み込み"});
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        look(drawing.alignment(i).id, {"an alignment", "線形"});
+    }
+    return fault;
+}
+
+void requireNone(const Worded& fault) {
+    if (!fault.empty()) {
+        throw StoreFailure{Failure::Damaged, fault};
+    }
+}
+
 // A program that crashed while it wrote leaves a journal; the first to lock the file for writing restores the file from
 // it. A journal that still lies there then belongs to nobody. Where this cannot be done, reading tells whether it
 // had to be.
@@ -161,6 +197,7 @@ Outcome DrawingStore::open(const std::string& path, Drawing& drawing, Load load)
             notes_ = reader.notes();
             newIdentifiers_ = reader.newIdentifiers();
             highestId_ = drawing.lastId();
+            identifierFault_ = identifierFault(drawing);
         } catch (StoreFailure& failure) {
             if (failure.failure == Failure::NotWritable) {
                 failure.failure = Failure::NotReadable;
@@ -197,40 +234,10 @@ Outcome DrawingStore::save(const std::string& path, Drawing& drawing, const Writ
 
 namespace {
 
-// SQLite's identifiers end at 2^63. A row that another program gave one near it leaves none for what comes, and one
-// below 1 is none of ours: its rows would be taken for new ones.
-void requireIdentifiers(const Drawing& drawing) {
-    constexpr std::uint64_t kLargestIdentifier = std::uint64_t{1} << 62;
-    const auto require = [](MdDbObjectId id, const Worded& what) {
-        if (const auto number = static_cast<std::int64_t>(id.asUint64()); number < 1) {
-            throw StoreFailure{Failure::Damaged,
-                               {what.english + " has the identifier " + std::to_string(number),
-                                what.japanese + "の識別子が " + std::to_string(number) + " です"}};
-        }
-    };
-    const auto requireAll = [&](const auto& items, const Worded& what) {
-        for (const auto& item : items) {
-            require(item.id, what);
-        }
-    };
-    requireAll(drawing.layers(), {"a layer", "レイヤ"});
-    requireAll(drawing.sites(), {"a site", "サイト"});
-    requireAll(drawing.tables(), {"a table of object data", "オブジェクトデータの表"});
-    requireAll(drawing.imports(), {"an import", "読み込み"});
-    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
-        require(drawing.alignment(i).id, {"an alignment", "線形"});
-    }
-    if (drawing.lastId() > kLargestIdentifier) {
-        throw StoreFailure{Failure::Damaged,
-                           {"an object has so large an identifier that no more can be given",
-                            "識別子が大きすぎる図形があり、これ以上付けられません"}};
-    }
-}
-
 // Everything in a file that takes its name when every byte is on the disk.
 void writeWhole(platform::TemporaryFile& file, const std::string& path, const Drawing& drawing,
                 const WriteProgress& progress, const std::string& stamp) {
-    requireIdentifiers(drawing);
+    requireNone(identifierFault(drawing));
     throwIf(file.make(path));
     {
         Connection connection(file.path(), Connection::Mode::Create);
@@ -288,6 +295,7 @@ Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const Wr
     if (result) {
         path_ = path;
         begun_ = false;
+        identifierFault_ = {};
         stamp_ = stamp;
         sound_ = true;
         notes_.clear();
@@ -310,7 +318,8 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
     }
     const std::string stamp = newStamp();
     const Outcome result = guarded(path, [&] {
-        requireIdentifiers(drawing);
+        requireNone(identifierFault_);
+        requireNone(identifierFault(drawing));
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");

@@ -59,6 +59,7 @@ class DrawingStore {
     std::vector<StoreNote> notes_;
     std::vector<NewIdentifier> newIdentifiers_; // to be written by the next save
     std::string stamp_;                         // of the file's last save
+    Worded identifierFault_;                    // what keeps rows out of the file, also when it was removed from memory
     std::uint64_t savedId_ = 0;                 // last identifier in the file
     std::uint64_t highestId_ = 0;               // of what the file held when it was last read or written
 };

@@ -43,6 +43,7 @@ class DrawingShape {
     std::string renamedTo(Connection& connection, const std::vector<const char*>& columns) const;
 
     std::map<std::string, Columns, NoCase> columns_;
+    bool takesNameOfRows_ = false; // something in the file is named as the rows that come
     std::vector<Worded> keyless_;  // columns of identifiers that are no keys, for people
     std::vector<Worded> computed_; // what has to be computed to write a row, for people
     std::vector<StoreNote> notes_;

@@ -153,6 +153,14 @@ DrawingShape::DrawingShape(Connection& connection) {
     takesNameOfRows_ = incoming.bind(1, std::string_view("fenmark_incoming")).step() && incoming.integer(0) > 0;
 }
 
+void requirePragmas(Connection& connection) {
+    Statement pragmas(connection, sql::kHasPragma);
+    if (pragmas.step() && pragmas.integer(0) > 0) {
+        reshaped({"it has a table named 'pragma_...', as SQLite's own are",
+                  "SQLite自身の表と同じ「pragma_...」という名前の表があります"});
+    }
+}
+
 bool DrawingShape::requireSettings(Connection& connection) {
     constexpr const char* kTable = "fenmark_drawing";
     Columns there;

@@ -13,6 +13,10 @@
 
 namespace fenmark::drawing {
 
+// SQLite tells the shape of a file by tables of its own, for which a table of that name in the file would stand in.
+// Throws a StoreFailure, Reshaped, where there is one.
+void requirePragmas(Connection& connection);
+
 class DrawingShape {
   public:
     // Throws a StoreFailure, Reshaped, that names what is missing or replaced and cannot be done without. What only

@@ -255,6 +255,8 @@ inline constexpr FollowTrigger kFollowTriggers[] = {
 inline constexpr const char* kHasSchemaItem = "SELECT count(*) FROM sqlite_master WHERE name = ?1 COLLATE NOCASE";
 
 // --- what the file really has ---
+inline constexpr const char* kHasPragma =
+    "SELECT count(*) FROM sqlite_master WHERE substr(name, 1, 7) = 'pragma_' COLLATE NOCASE";
 inline constexpr const char* kReadSchemaItem =
     "SELECT type, sql FROM sqlite_master WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')";
 inline constexpr const char* kReadTableNames =

@@ -222,5 +222,13 @@ TEST_F(PackageOfAnother, ATableWithoutAKeyAndOneOfTheLayersNamesAreTaken) {
     EXPECT_EQ(package_.drawing.entity(0).row->no, 1);
 }
 
+TEST_F(PackageOfAnother, ATableThatStandsInForThoseOfSqliteIsRefused) {
+    run("CREATE TABLE pragma_table_xinfo (name, hidden, cid, pk)");
+    const Outcome outcome = read();
+    EXPECT_EQ(outcome.failure, Failure::Reshaped);
+    EXPECT_NE(outcome.message.english.find("it has a table named 'pragma_...'"), std::string::npos)
+        << outcome.message.english;
+}
+
 } // namespace
 } // namespace fenmark::drawing

@@ -4,6 +4,9 @@
 #include "support/drawing_support.h"
 
 #include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {
@@ -99,8 +102,38 @@ TEST_F(ReshapedDrawing, IdentifiersThatAreNoKeyKeepEverySaveOut) {
     }
 }
 
+TEST_F(ReshapedDrawing, WhatTheRowsOfAnImportWouldNotReachKeepsItOut) {
+    const std::string columns =
+        "fid, geom, layer, closed, vertices, lightweight, data_table, no, name, type, file_name, "
+        "area, import_id, id, node";
+    const std::vector<std::pair<std::string, std::string>> changes = {
+        {"CREATE TABLE fenmark_incoming (" + columns + ")", "a table named 'fenmark_incoming'"},
+        {"ALTER TABLE fenmark_imports DROP COLUMN digest", "its table 'fenmark_imports' has no column 'digest'"},
+        {"ALTER TABLE fenmark_imports DROP COLUMN last_id", "its table 'fenmark_imports' has no column 'last_id'"},
+        {"CREATE TABLE incoming (" + columns + ")", ""}};
+    for (const auto& [sql, refusal] : changes) {
+        const std::string path = changed(sql);
+        Drawing drawing;
+        DrawingStore store;
+        ASSERT_TRUE(store.open(path, drawing)) << sql;
+        addSmallImport(drawing, 1);
+        const Outcome saved = store.save(path, drawing);
+        if (refusal.empty()) {
+            ASSERT_TRUE(saved) << saved.message.english;
+            Drawing again;
+            ASSERT_TRUE(DrawingStore().open(path, again));
+            EXPECT_EQ(describe(again), describe(drawing));
+            continue;
+        }
+        EXPECT_EQ(saved.failure, Failure::Reshaped) << sql;
+        EXPECT_NE(saved.message.english.find(refusal), std::string::npos) << saved.message.english;
+    }
+}
+
 TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
     const Change changes[] = {
+        {"CREATE TABLE Pragma_table_xinfo (name)", "it has a table named 'pragma_...', as SQLite's own are"},
+        {"CREATE VIEW pragma_index_list AS SELECT 1 AS name", "it has a table named 'pragma_...', as SQLite's own are"},
         {"ALTER TABLE sites RENAME COLUMN name TO n", "its table 'sites' has no column 'name'; was it renamed?"},
         {"ALTER TABLE fenmark_drawing RENAME COLUMN format TO f",
          "its table 'fenmark_drawing' has no column 'format'; was it renamed?"},

@@ -75,6 +75,7 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
     if (!ours.step() || ours.integer(0) != 1) {
         throw StoreFailure{Failure::NotOurs, {}};
     }
+    requirePragmas(connection);
     const bool hasStamp = DrawingShape::requireSettings(connection);
     Statement row(connection, sql::kReadDrawing);
     if (!row.step()) {

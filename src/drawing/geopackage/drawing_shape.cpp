@@ -47,6 +47,11 @@ constexpr Expected kExpectedTables[] = {
 constexpr const char* kFurtherTables[] = {"fenmark_imports", "layer_styles", "gpkg_spatial_ref_sys",
                                           "gpkg_geometry_columns"};
 
+constexpr const char* kImports = "fenmark_imports";
+constexpr const char* kImportColumns[] = {"id",           "FileName",       "path",   "size",     "digest",
+                                          "time",         "points",         "lots",   "routes",   "alignments",
+                                          "longitudinal", "cross_sections", "errors", "first_id", "last_id"};
+
 // True if the statement that made a table holds a CHECK constraint, or a column that looks like one.
 bool hasCheck(std::string_view sql) {
     constexpr std::string_view kWord = "check";
@@ -143,6 +148,16 @@ DrawingShape::DrawingShape(Connection& connection) {
     }
     for (const char* table : kFurtherTables) {
         read(connection, table);
+    }
+    Statement incoming(connection, sql::kHasSchemaItem);
+    takesNameOfRows_ = incoming.bind(1, std::string_view("fenmark_incoming")).step() && incoming.integer(0) > 0;
+}
+
+void requirePragmas(Connection& connection) {
+    Statement pragmas(connection, sql::kHasPragma);
+    if (pragmas.step() && pragmas.integer(0) > 0) {
+        reshaped({"it has a table named 'pragma_...', as SQLite's own are",
+                  "SQLite自身の表と同じ「pragma_...」という名前の表があります"});
     }
 }
 
@@ -275,12 +290,22 @@ void DrawingShape::requireWritable() const {
             reshaped(lacksColumn(note.table, note.name));
         }
     }
+    if (takesNameOfRows_) { // its rows would be written in the place of ours
+        reshaped({"it has a table named 'fenmark_incoming', as new rows are",
+                  "新しい行の表「fenmark_incoming」と同じ名前の表があります"});
+    }
     if (!keyless_.empty()) {
         reshaped(keyless_.front());
     }
     if (!computed_.empty()) {
         reshaped({computed_.front().english + " would have to be computed by the file whenever a row is written",
                   "行を書くたびに" + computed_.front().japanese + "をファイルに計算させることになります"});
+    }
+    // Without the table a drawing is of the first format, and gets one.
+    for (const char* column : kImportColumns) {
+        if (hasTable(kImports) && !hasColumn(kImports, column)) {
+            reshaped(lacksColumn(kImports, column));
+        }
     }
 }
 

@@ -13,6 +13,10 @@
 
 namespace fenmark::drawing {
 
+// SQLite tells the shape of a file by tables of its own, for which a table of that name in the file would stand in.
+// Throws a StoreFailure, Reshaped, where there is one.
+void requirePragmas(Connection& connection);
+
 class DrawingShape {
   public:
     // Throws a StoreFailure, Reshaped, that names what is missing or replaced and cannot be done without. What only
@@ -43,6 +47,7 @@ class DrawingShape {
     std::string renamedTo(Connection& connection, const std::vector<const char*>& columns) const;
 
     std::map<std::string, Columns, NoCase> columns_;
+    bool takesNameOfRows_ = false; // something in the file is named as the rows that come
     std::vector<Worded> keyless_;  // columns of identifiers that are no keys, for people
     std::vector<Worded> computed_; // what has to be computed to write a row, for people
     std::vector<StoreNote> notes_;

@@ -1,6 +1,7 @@
 // A GeoPackage that another program made, as a drawing.
 #include "drawing/geopackage/foreign_package.h"
 
+#include "drawing/geopackage/drawing_shape.h"
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/sqlite_handles.h"
@@ -287,6 +288,7 @@ Outcome readForeignPackage(const std::string& path, int zone, ForeignPackage& pa
     try {
         Connection connection(path, Connection::Mode::Read);
         ForeignPackage read;
+        requirePragmas(connection);
         PackageReader(connection, zone, read).read();
         package = std::move(read);
         return {};

@@ -137,8 +137,8 @@ sqlite3_module makeModule() {
 
 void insertRows(Connection& connection, const char* sql, const char* columns, RowSource& source) {
     static const sqlite3_module kModule = makeModule();
-    constexpr const char* kName = "incoming";
-    const Offer offer{std::string("CREATE TABLE incoming (") + columns + ")", source};
+    constexpr const char* kName = "fenmark_incoming";
+    const Offer offer{std::string("CREATE TABLE fenmark_incoming (") + columns + ")", source};
     const auto withdraw = [&](void*) { sqlite3_create_module_v2(connection.get(), kName, nullptr, nullptr, nullptr); };
     const std::unique_ptr<void, decltype(withdraw)> offered(const_cast<Offer*>(&offer), withdraw);
     const int code = sqlite3_create_module_v2(connection.get(), kName, &kModule, offered.get(), nullptr);

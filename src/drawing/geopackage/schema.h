@@ -255,6 +255,8 @@ inline constexpr FollowTrigger kFollowTriggers[] = {
 inline constexpr const char* kHasSchemaItem = "SELECT count(*) FROM sqlite_master WHERE name = ?1 COLLATE NOCASE";
 
 // --- what the file really has ---
+inline constexpr const char* kHasPragma =
+    "SELECT count(*) FROM sqlite_master WHERE substr(name, 1, 7) = 'pragma_' COLLATE NOCASE";
 inline constexpr const char* kReadSchemaItem =
     "SELECT type, sql FROM sqlite_master WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')";
 inline constexpr const char* kReadTableNames =
@@ -356,15 +358,15 @@ inline constexpr const char* kEntityColumns =
     "fid, geom, layer, closed, vertices, lightweight, data_table, no, name, type, file_name, area, import_id";
 inline constexpr const char* kInsertPoints =
     "INSERT INTO points (fid, geom, layer, data_table, \"No\", \"Name\", \"Type\", \"FileName\", import_id)"
-    " SELECT fid, geom, layer, data_table, no, name, type, file_name, import_id FROM incoming";
+    " SELECT fid, geom, layer, data_table, no, name, type, file_name, import_id FROM fenmark_incoming";
 inline constexpr const char* kInsertPolylines =
     "INSERT INTO polylines (fid, geom, layer, closed, vertices, lightweight, data_table, \"No\", \"Name\", \"Type\","
     " \"FileName\", import_id)"
     " SELECT fid, geom, layer, closed, vertices, lightweight, data_table, no, name, type, file_name, import_id"
-    " FROM incoming";
+    " FROM fenmark_incoming";
 inline constexpr const char* kInsertLots =
     "INSERT INTO lots (fid, geom, layer, \"No\", \"Name\", \"Type\", \"FileName\", closed, area, import_id)"
-    " SELECT fid, geom, layer, no, name, type, file_name, closed, area, import_id FROM incoming";
+    " SELECT fid, geom, layer, no, name, type, file_name, closed, area, import_id FROM fenmark_incoming";
 inline constexpr const char* kInsertAlignment =
     "INSERT INTO alignments (fid, geom, name, description, site_id, site, layer, start_station, length, first_style,"
     " second_style, import_id) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";

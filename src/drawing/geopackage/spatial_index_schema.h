@@ -73,6 +73,6 @@ inline constexpr const char* kNodeSize = "SELECT length(data) FROM rtree_@_geom_
 inline constexpr const char* kInsertNode = "INSERT OR REPLACE INTO rtree_@_geom_node VALUES (?1, ?2)";
 inline constexpr const char* kInsertParent = "INSERT INTO rtree_@_geom_parent VALUES (?1, ?2)";
 inline constexpr const char* kLeafColumns = "id, node";
-inline constexpr const char* kInsertLeaves = "INSERT INTO rtree_@_geom_rowid SELECT id, node FROM incoming";
+inline constexpr const char* kInsertLeaves = "INSERT INTO rtree_@_geom_rowid SELECT id, node FROM fenmark_incoming";
 
 } // namespace fenmark::drawing::sql

@@ -70,13 +70,13 @@ def mutants_of(path):
         for pattern, by in SWAPS:
             for match in re.finditer(pattern, code):
                 new = by(match) if callable(by) else by
-                found.append((path, number, line[:match.start()] + new + line[match.end():]))
+                found.append((path, number, line.strip(), line[:match.start()] + new + line[match.end():]))
         if STATEMENT.match(code) and not DECLARATION.match(code) and not ROOM.search(code):
-            found.append((path, number, ";"))
+            found.append((path, number, line.strip(), ";"))
         if path.startswith("src/exchange"):
             for match in TEXT.finditer(line):
                 if "include" not in line:
-                    found.append((path, number, line[:match.start()] + '"~' + line[match.start() + 1:]))
+                    found.append((path, number, line.strip(), line[:match.start()] + '"~' + line[match.start() + 1:]))
     return found
 
 
@@ -96,11 +96,11 @@ def sample(folders, count, seed):
     for folder in folders:
         seen = collections.Counter()
         keyed = []
-        for path, number, new in by_folder[folder]:
-            what = f"{path}|{(ROOT / path).read_text().split(chr(10))[number].strip()}|{new.strip()}"
+        for path, number, old, new in by_folder[folder]:
+            what = f"{path}|{old}|{new.strip()}"
             seen[what] += 1
             key = hashlib.sha256(f"{seed}|{what}|{seen[what]}".encode()).hexdigest()
-            keyed.append((key, folder, path, number, new))
+            keyed.append((key, folder, path, number, old, new))
         drawn += sorted(keyed)[:share]
     return [mutant for _, *mutant in sorted(drawn)][:count]
 
@@ -168,12 +168,6 @@ def try_mutant(folder, path, number, new, limits):
         file.write_text(before)
 
 
-def line_of(mutant):
-    """The line as it stands."""
-    _, path, number, _ = mutant
-    return (ROOT / path).read_text().split("\n")[number].strip()
-
-
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--mutants", type=int, default=300)
@@ -186,12 +180,10 @@ def main():
     chosen = sample(folders, arguments.mutants, arguments.seed)
     if arguments.again:
         earlier = set(SURVIVED.findall(arguments.again.read_text()))
-        chosen = [m for m in chosen if (m[1], line_of(m), m[3].strip()) in earlier]
+        chosen = [m for m in chosen if (m[1], m[3], m[4].strip()) in earlier]
     limits = {} if arguments.list else prepare(folders)
     results = collections.defaultdict(collections.Counter)
-    for mutant in chosen:
-        folder, path, number, new = mutant
-        old = line_of(mutant)
+    for folder, path, number, old, new in chosen:
         how, by = ("listed", "") if arguments.list else try_mutant(folder, path, number, new, limits)
         results[folder][how] += 1
         print(f"{how} {by}: {path}:{number + 1}: {old}  ->  {new.strip()}", flush=True)

@@ -35,6 +35,9 @@ struct ImportResult {
 
 // The lines of the result dialog, in order, each under its condition. Shared by the dialog and the command line.
 std::vector<std::string> resultLines(const ImportResult& result);
+// One of its lines, or the end of one: by it a log is known.
+inline constexpr const char* kNoErrors = "エラー無し";
+inline constexpr const char* kErrorsCounted = "個のエラー";
 
 class Dialogs {
   public:

@@ -70,9 +70,9 @@ std::vector<std::string> resultLines(const ImportResult& result) {
         }
     };
     if (result.errorCount == 0) {
-        lines.emplace_back("エラー無し");
+        lines.emplace_back(kNoErrors);
     }
-    add(result.errorCount, "", "個のエラー");
+    add(result.errorCount, "", kErrorsCounted);
     for (const KindLine& line : kKindLines) {
         add(countOf(result, line.kind), line.before, line.after);
         if (line.kind == ImportKind::Lots && result.alignments > 0) {

@@ -32,7 +32,6 @@ struct HighwayKind {
 class Highway {
   public:
     Highway(std::mt19937& random, const HighwayKind& kind) : random_(random), kind_(kind) {
-        constexpr double kPi = 3.141592653589793;
         pose_ = {{uniform(-50000, 50000), uniform(-50000, 50000)}, uniform(-kPi, kPi)};
         if (kind.arcFirst) {
             add(arc(side() * radius(), uniform(40, 250)));

@@ -13,6 +13,9 @@
 
 namespace fenmark::host::embedded {
 
+inline constexpr double kPi = 3.141592653589793;
+inline constexpr double kDegree = kPi / 180.0;
+
 // What an element is, without where it lies. Positive radii turn left; 0 is infinite.
 struct Shape {
     ElementType type = ElementType::Straight;

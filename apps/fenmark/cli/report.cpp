@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/drawings.h"
 #include "cli/messages.h"
+#include "command/dialogs.h"
 #include "exchange/output_file.h"
 #include "platform/files.h"
 #include "sima/text/cp932.h"
@@ -24,10 +25,6 @@ namespace {
 
 // A log of a million error blocks has some 300 MB.
 constexpr std::uint64_t kLargestLog = std::uint64_t{1} << 30;
-
-// One of these stands in each log, behind its error blocks.
-constexpr std::string_view kNoErrors = "エラー無し";
-constexpr std::string_view kErrorsCounted = "個のエラー";
 
 std::string_view withoutLineEnd(std::string_view line) {
     return line.ends_with('\r') ? line.substr(0, line.size() - 1) : line;
@@ -68,7 +65,7 @@ std::vector<exchange::LogError> errorsIn(const std::string& path, const std::str
             errors.back().record = line;
             behind = false;
         } else {
-            counted = counted || line == kNoErrors || line.ends_with(kErrorsCounted);
+            counted = counted || line == command::kNoErrors || line.ends_with(command::kErrorsCounted);
         }
     }
     if (!counted) { // else a file that was named by mistake would tell of no error

@@ -1,12 +1,14 @@
 // The tables and columns of a drawing as they are in a file that other programs may have changed.
 #include "drawing/geopackage/drawing_shape.h"
 
+#include "drawing/geopackage/row_source.h"
 #include "drawing/geopackage/schema.h"
 #include "values/ascii_case.h"
 
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
+#include <string>
 #include <string_view>
 
 namespace fenmark::drawing {
@@ -150,7 +152,7 @@ DrawingShape::DrawingShape(Connection& connection) {
         read(connection, table);
     }
     Statement incoming(connection, sql::kHasSchemaItem);
-    takesNameOfRows_ = incoming.bind(1, std::string_view("fenmark_incoming")).step() && incoming.integer(0) > 0;
+    takesNameOfRows_ = incoming.bind(1, std::string_view(kRowTable)).step() && incoming.integer(0) > 0;
 }
 
 void requirePragmas(Connection& connection) {
@@ -169,11 +171,12 @@ bool DrawingShape::requireSettings(Connection& connection) {
     while (rows.step()) {
         there.insert(std::string(rows.text(0)));
     }
-    for (const Expected& expected : kExpectedTables) {
-        for (const char* column : expected.columns) {
-            if (std::string_view(expected.table) == kTable && there.find(column) == there.end()) {
-                reshaped(lacksColumn(kTable, column));
-            }
+    const auto* const expected =
+        std::find_if(std::begin(kExpectedTables), std::end(kExpectedTables),
+                     [](const Expected& table) { return table.table == std::string_view(kTable); });
+    for (const char* column : expected->columns) {
+        if (there.find(column) == there.end()) {
+            reshaped(lacksColumn(kTable, column));
         }
     }
     return there.find("stamp") != there.end();
@@ -291,8 +294,8 @@ void DrawingShape::requireWritable() const {
         }
     }
     if (takesNameOfRows_) { // its rows would be written in the place of ours
-        reshaped({"it has a table named 'fenmark_incoming', as new rows are",
-                  "新しい行の表「fenmark_incoming」と同じ名前の表があります"});
+        reshaped({std::string("it has a table named '") + kRowTable + "', as new rows are",
+                  std::string("新しい行の表「") + kRowTable + "」と同じ名前の表があります"});
     }
     if (!keyless_.empty()) {
         reshaped(keyless_.front());

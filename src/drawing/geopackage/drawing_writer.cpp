@@ -464,7 +464,7 @@ void DrawingWriter::writeEntities(EntityLayer layer, const char* table, const ch
     const auto place = static_cast<std::size_t>(layer);
     SpatialIndex& index = entityIndexes_[place];
     if (entitiesComing_[place] > 0) {
-        index.gather(boxesOf(drawing_, firstEntity(), layer));
+        index.gather(boxesOf(drawing_, firstEntity(), layer), entitiesComing_[place]);
         EntityRows rows(drawing_, firstEntity(), layer, srsId_, counter_);
         insertRows(connection_, insert, sql::kEntityColumns, rows);
         growContents(table, rows.extent());

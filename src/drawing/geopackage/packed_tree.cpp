@@ -52,7 +52,7 @@ std::vector<std::uint64_t> leafOrder(std::span<const TreeEntry> entries, std::si
     return tiled(entries.size(), cells, [&](std::size_t i) -> const TreeBox& { return entries[i].box; });
 }
 
-std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::span<const std::uint64_t> leafOrder,
+std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::vector<std::uint64_t> order,
                                  std::size_t nodeSize, const TreeSink& sink) {
     const std::size_t cells = cellsOf(nodeSize);
     std::vector<NodeNumber> leaves(entries.size(), kRootNode);
@@ -60,20 +60,15 @@ std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::span<c
     NodeNumber number = kRootNode;
     std::size_t depth = 0;
     std::vector<TreeEntry> below;
-    std::vector<std::uint64_t> orderAbove;
     std::span<const TreeEntry> level = entries;
     for (; level.size() > cells; ++depth) {
-        if (depth > 0) {
-            orderAbove = fenmark::drawing::leafOrder(level, cells);
-        }
-        const std::span<const std::uint64_t> order = depth > 0 ? orderAbove : leafOrder;
         std::vector<TreeEntry> above;
         above.reserve(level.size() / cells + 1);
         for (std::size_t first = 0; first < order.size(); first += cells) {
             ++number;
             const std::size_t count = std::min(cells, order.size() - first);
             node.begin(0, count);
-            for (const std::uint64_t key : order.subspan(first, count)) {
+            for (const std::uint64_t key : std::span(order).subspan(first, count)) {
                 const TreeEntry& entry = level[indexOf(key)];
                 node.add(entry);
                 if (depth == 0) {
@@ -87,6 +82,7 @@ std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::span<c
         }
         below = std::move(above);
         level = below;
+        order = leafOrder(level, cells);
     }
     node.begin(depth, level.size());
     for (const TreeEntry& entry : level) {

@@ -41,7 +41,7 @@ std::vector<std::uint64_t> leafOrder(std::span<const TreeEntry> entries, std::si
 
 // Packs the entries into nodes of a size in bytes, with the leaf order for as many cells. The leaf that each entry lies
 // in, in the order of the entries.
-std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::span<const std::uint64_t> leafOrder,
+std::vector<NodeNumber> packTree(std::span<const TreeEntry> entries, std::vector<std::uint64_t> order,
                                  std::size_t nodeSize, const TreeSink& sink);
 
 } // namespace fenmark::drawing

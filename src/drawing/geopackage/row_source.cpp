@@ -137,11 +137,12 @@ sqlite3_module makeModule() {
 
 void insertRows(Connection& connection, const char* sql, const char* columns, RowSource& source) {
     static const sqlite3_module kModule = makeModule();
-    constexpr const char* kName = "fenmark_incoming";
-    const Offer offer{std::string("CREATE TABLE fenmark_incoming (") + columns + ")", source};
-    const auto withdraw = [&](void*) { sqlite3_create_module_v2(connection.get(), kName, nullptr, nullptr, nullptr); };
+    const Offer offer{std::string("CREATE TABLE ") + kRowTable + " (" + columns + ")", source};
+    const auto withdraw = [&](void*) {
+        sqlite3_create_module_v2(connection.get(), kRowTable, nullptr, nullptr, nullptr);
+    };
     const std::unique_ptr<void, decltype(withdraw)> offered(const_cast<Offer*>(&offer), withdraw);
-    const int code = sqlite3_create_module_v2(connection.get(), kName, &kModule, offered.get(), nullptr);
+    const int code = sqlite3_create_module_v2(connection.get(), kRowTable, &kModule, offered.get(), nullptr);
     if (code != SQLITE_OK) {
         connection.fail(code);
     }

@@ -1,6 +1,6 @@
 // Rows out of the program's memory as a table that SQL can select from.
 //
-// "INSERT INTO points SELECT ... FROM incoming" takes half the time of binding and running a prepared insert for each row.
+// "INSERT INTO points SELECT ... FROM fenmark_incoming" takes half the time of binding and running a prepared insert for each row.
 #pragma once
 
 #include "drawing/geopackage/sqlite_handles.h"
@@ -32,7 +32,10 @@ class RowSource {
     virtual void column(int index, const ColumnSink& sink) = 0;
 };
 
-// Runs a statement that selects from a table "incoming" with the given columns, "a, b, c". It may read each row once.
+// The table from which such a statement selects. One of the file of that name would stand in for it.
+inline constexpr const char* kRowTable = "fenmark_incoming";
+
+// Runs a statement that selects from that table with the given columns, "a, b, c". It may read each row once.
 void insertRows(Connection& connection, const char* sql, const char* columns, RowSource& source);
 
 } // namespace fenmark::drawing

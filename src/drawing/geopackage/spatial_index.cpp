@@ -150,7 +150,6 @@ void SpatialIndex::readRemoved(std::span<const IdRange> removed) {
 void SpatialIndex::expect(std::uint64_t coming) {
     entries_.reserve(entries_.size() + static_cast<std::size_t>(coming));
     counter_.expect(entries_.size() + coming);
-    coming_ = coming;
 }
 
 std::int64_t SpatialIndex::countStale() const {
@@ -177,15 +176,18 @@ void SpatialIndex::add(std::int64_t id, const Extent& extent) {
     }
 }
 
-void SpatialIndex::gather(const Gather& gather) {
+void SpatialIndex::gather(const Gather& gather, std::uint64_t features) {
     if (way_ == Way::None) {
         return;
     }
-    const auto work = [this, gather] {
-        gather([this](std::int64_t id, const Extent& extent) { add(id, extent); });
-        return way_ == Way::Pack ? leafOrder(entries_, kUsualCells) : std::vector<std::uint64_t>();
-    };
-    gathered_ = coming_ > kFewFeatures ? platform::startBeside(work) : std::async(std::launch::deferred, work);
+    const auto addAll = [this, gather] { gather([this](std::int64_t id, const Extent& extent) { add(id, extent); }); };
+    if (way_ == Way::Insert || features <= kFewFeatures) {
+        return addAll();
+    }
+    gathered_ = platform::startBeside([this, addAll] {
+        addAll();
+        return leafOrder(entries_, kUsualCells);
+    });
 }
 
 void SpatialIndex::finish() {
@@ -195,8 +197,6 @@ void SpatialIndex::finish() {
     std::vector<std::uint64_t> order;
     if (gathered_.valid()) {
         order = gathered_.get();
-    } else if (way_ == Way::Pack) {
-        order = leafOrder(entries_, kUsualCells);
     }
     if (way_ == Way::Insert) {
         Statement insert(connection_, named(sql::kInsertIntoIndex).c_str());
@@ -231,7 +231,7 @@ void SpatialIndex::pack(std::vector<std::uint64_t> order) {
     Statement insertNode(connection_, named(sql::kInsertNode).c_str());
     Statement insertParent(connection_, named(sql::kInsertParent).c_str());
     const auto nodeSize = static_cast<std::size_t>(ask(sql::kNodeSize));
-    if (cellsOf(nodeSize) != kUsualCells) {
+    if (order.empty() || cellsOf(nodeSize) != kUsualCells) {
         order = leafOrder(entries_, cellsOf(nodeSize));
     }
     TreeSink sink;
@@ -241,7 +241,7 @@ void SpatialIndex::pack(std::vector<std::uint64_t> order) {
     sink.parent = [&](NodeNumber node, NodeNumber parent) {
         insertParent.bind(1, std::int64_t{node}).bind(2, std::int64_t{parent}).run();
     };
-    const std::vector<NodeNumber> leaves = packTree(entries_, order, nodeSize, sink);
+    const std::vector<NodeNumber> leaves = packTree(entries_, std::move(order), nodeSize, sink);
     LeafRows rows(entries_, leaves, counter_);
     insertRows(connection_, named(sql::kInsertLeaves).c_str(), sql::kLeafColumns, rows);
 }

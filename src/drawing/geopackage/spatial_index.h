@@ -29,10 +29,10 @@ class SpatialIndex {
     void removeAll(const char* query);
     // A feature that is being written; nothing is kept if the layer has no index.
     void add(std::int64_t id, const Extent& extent);
-    // All features that are being written, in place of adding each: their boxes come from `gather`, which may run beside
-    // the caller until `finish`, so that a large layer's are sorted while its rows are written.
+    // All features that are being written, in place of adding each: their boxes come from `gather`, which for many features
+    // may run beside the caller until `finish`, so that a large layer's are sorted while its rows are written.
     using Gather = std::function<void(const std::function<void(std::int64_t id, const Extent& extent)>& add)>;
-    void gather(const Gather& gather);
+    void gather(const Gather& gather, std::uint64_t features);
     // Brings the index up to date.
     void finish();
 
@@ -54,7 +54,6 @@ class SpatialIndex {
     Way way_ = Way::None;
     bool isNew_ = false;
     std::int64_t keptTo_ = 0;
-    std::uint64_t coming_ = 0;
     std::vector<TreeEntry> entries_;
     std::vector<std::int64_t> removed_;                // identifiers in rising order
     std::future<std::vector<std::uint64_t>> gathered_; // entries_ are its own until it is asked for the leaf order

@@ -64,8 +64,9 @@ std::optional<ElementBox> boxOfElement(const Element& element) {
                       std::max(box.maxY, end.y)};
 }
 
-double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t before) {
-    const std::size_t left = kMostAlignmentPoints - std::min(kMostAlignmentPoints, before + line.size());
+double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t before,
+                         std::size_t most) {
+    const std::size_t left = most - std::min(most, before + line.size());
     line.push_back(element.start);
     double error = tolerance;
     if (element.type != ElementType::Straight && element.length > 0.0 && isUsable(element)) {

@@ -90,9 +90,9 @@ std::optional<ElementBox> boxOfElement(const Element& element);
 
 // The element as a line whose points lie on the curve and whose chords lie within the tolerance (metres) of it, with
 // kMostElementPoints at most, and with fewer where the points before it, those of the line and `before` more of the same
-// alignment, near kMostAlignmentPoints. First and last point are the element's ends. Returns how far the element's part
+// alignment or sheet, near `most`. First and last point are the element's ends. Returns how far the element's part
 // may lie from the curve: the tolerance, or more where the points did not suffice.
-double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line,
-                         std::size_t before = 0);
+double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t before = 0,
+                         std::size_t most = kMostAlignmentPoints);
 
 } // namespace fenmark::drawing

@@ -394,6 +394,31 @@ TEST_F(PlanOf, LongAlignmentHasStationsFurtherApartAndTheLegendSaysSo) {
     EXPECT_FALSE(hasText("No.1"));
 }
 
+TEST_F(PlanOf, ClothoidsThatWindUpAreBoundedForTheWholeSheetAndDrawnInShortPaths) {
+    // A of 90,000 m, as of a file in millimetres: each winds up tens of thousands of times.
+    for (int i = 0; i < 40; ++i) {
+        addChain(drawing, {{ElementType::Clothoid, 54e6, kStraight, 150.0, i % 2 == 0}});
+    }
+    draw();
+    std::size_t points = 0;
+    std::size_t begun = 0; // elsewhere than where the path before ends
+    std::string before;
+    for (const pugi::xpath_node node : document.select_nodes("//path[starts-with(@class, 'l clothoid')]")) {
+        const std::string d = node.node().attribute("d").value();
+        if (d.find('h') != std::string::npos) {
+            continue; // of the legend
+        }
+        const auto sides = static_cast<std::size_t>(std::count(d.begin(), d.end(), 'L'));
+        EXPECT_LT(sides, 100U);
+        points += sides + 1;
+        begun += d.substr(1, d.find('L') - 1) == before ? 0U : 1U;
+        before = d.substr(d.rfind('L') + 1);
+    }
+    EXPECT_EQ(begun, 40U);
+    EXPECT_GT(points, 150000U);
+    EXPECT_LT(points, 206000U);
+}
+
 TEST_F(PlanOf, JointsOfEveryTwoElementsHaveTheirUsualNames) {
     addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
                        {ElementType::Arc, 60.0, 100.0, 100.0, true},

@@ -1,5 +1,6 @@
 // Alignments on a plan: elements by kind, element ends, stations, curve data.
 #include "exchange/element_shape.h"
+#include "exchange/plan/path_writer.h"
 #include "exchange/plan/plan.h"
 #include "exchange/round_stations.h"
 #include "exchange/text.h"
@@ -9,8 +10,10 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace fenmark::exchange {
 
@@ -31,6 +34,8 @@ constexpr double kLeastStakeSpace = 5.0; // millimetres between two stations; a 
 constexpr double kKeySize = 2.0;         // millimetres of type
 constexpr double kStakeSize = 1.8;
 constexpr double kCurveSize = 1.8;
+// Of all alignments' lines on a sheet; beyond, curves that wind up are drawn with kFewestElementPoints each.
+constexpr std::size_t kMostCurvePoints = 200'000;
 constexpr double kLargestPaperRadius = 1e9;  // millimetres; beyond, an arc is drawn as its chords
 constexpr std::size_t kMostStations = 20000; // ticks on one sheet
 
@@ -159,11 +164,12 @@ Label along(const PaperPoint& at, double direction, bool left, double distance, 
 }
 
 // The direction is that on the paper.
-void tick(Plan& plan, std::ostream& out, const PlanPoint& point, double direction, double half) {
+void tick(const Plan& plan, PathWriter& path, const PlanPoint& point, double direction, double half) {
     const PaperPoint at = plan.at(point.x, point.y);
     const double dx = half * std::sin(direction);
     const double dy = half * std::cos(direction);
-    out << 'M' << mm(at.x - dx) << ' ' << mm(at.y - dy) << 'L' << mm(at.x + dx) << ' ' << mm(at.y + dy);
+    path.moveTo({at.x - dx, at.y - dy});
+    path.lineTo({at.x + dx, at.y + dy});
 }
 
 bool isBeside(const Plan& plan, const PlanPoint& point) {
@@ -178,14 +184,14 @@ bool isBeside(const Plan& plan, const Element& element) {
     return box && plan.isBeside({box->minX, box->minY, box->maxX, box->maxY});
 }
 
-// Counts the points drawn of the alignment.
+// Counts the points drawn on the sheet.
 void drawElement(Plan& plan, std::ostream& out, const Element& element, std::string_view colour, std::size_t& drawn) {
     if (isBeside(plan, element)) {
         return;
     }
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
-    drawing::appendElementLine(element, tolerance, line, drawn);
+    drawing::appendElementLine(element, tolerance, line, drawn, kMostCurvePoints);
     drawn += line.size();
     drawing::Extent extent;
     for (const PlanPoint& point : line) {
@@ -197,24 +203,25 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element, std::str
     const ElementType shape = shapeOf(element);
     plan.items.insert(itemOf(shape));
     PaperPoint from = plan.at(line.front().x, line.front().y);
-    out << "<path class=\"l " << styleOf(shape);
+    std::string attributes = "class=\"l " + std::string(styleOf(shape));
     if (!colour.empty()) {
-        out << "\" style=\"stroke:" << colour;
+        attributes += "\" style=\"stroke:" + std::string(colour);
     }
-    out << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y);
     if (shape == ElementType::Arc && plan.sheet.paperLength(element.startRadius) <= kLargestPaperRadius) {
         const PaperPoint to = plan.at(element.end.x, element.end.y);
         const std::string radius = mm(plan.sheet.paperLength(element.startRadius));
         const bool large = std::abs(element.turn()) > std::numbers::pi;
-        out << 'A' << radius << ' ' << radius << " 0 " << (large ? 1 : 0) << ' ' << (element.clockwise ? 1 : 0) << ' '
-            << mm(to.x) << ' ' << mm(to.y);
+        out << "<path " << attributes << "\" d=\"M" << mm(from.x) << ' ' << mm(from.y) << 'A' << radius << ' ' << radius
+            << " 0 " << (large ? 1 : 0) << ' ' << (element.clockwise ? 1 : 0) << ' ' << mm(to.x) << ' ' << mm(to.y)
+            << "\"/>\n";
     } else {
+        PathWriter path(out, std::move(attributes));
+        path.moveTo(from);
         for (std::size_t i = 1; i < line.size(); ++i) {
-            const PaperPoint to = plan.at(line[i].x, line[i].y);
-            out << 'L' << mm(to.x) << ' ' << mm(to.y);
+            path.lineTo(plan.at(line[i].x, line[i].y));
         }
+        path.finish();
     }
-    out << "\"/>\n";
     for (std::size_t i = 1; i < line.size(); ++i) {
         const PaperPoint to = plan.at(line[i].x, line[i].y);
         plan.space.takeLine(from, to);
@@ -225,13 +232,13 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element, std::str
 void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const NamedPlaces& names) {
     const auto& elements = alignment.elements;
     double station = alignment.startStation;
-    out << "<path class=\"tick\" d=\"";
+    PathWriter ticks(out, "class=\"tick");
     for (std::size_t i = 0; i <= elements.size(); ++i) {
         const Element& element = elements[std::min(i, elements.size() - 1)];
         const bool last = i == elements.size();
         const PlanPoint point = last ? element.end : element.start;
         const double direction = plan.turned(last ? element.endDirection() : element.direction);
-        tick(plan, out, point, direction, kEndTick);
+        tick(plan, ticks, point, direction, kEndTick);
         const PaperPoint at = plan.at(point.x, point.y);
         const std::optional<std::size_t> named = names.at(point);
         std::string text = named    ? std::string(plan.drawing.entity(*named).row->name)
@@ -252,13 +259,13 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
             station += element.length;
         }
     }
-    out << "\"/>\n";
+    ticks.finish();
     plan.items.insert(PlanItem::ElementEnd);
 }
 
 void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geometry, std::size_t& drawn) {
     const double step = plan.stationStep;
-    out << "<path class=\"tick\" d=\"";
+    PathWriter ticks(out, "class=\"tick");
     // Beyond that, stations next to each other are one real.
     const bool tellable =
         std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < kLargestStation;
@@ -273,10 +280,10 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
         }
         ++drawn;
         const drawing::Pose onPaper{pose->point, plan.turned(pose->direction)};
-        tick(plan, out, onPaper.point, onPaper.direction, k % 5 == 0 ? kMajorTick : kStakeTick);
+        tick(plan, ticks, onPaper.point, onPaper.direction, k % 5 == 0 ? kMajorTick : kStakeTick);
         poses.emplace_back(station, onPaper);
     }
-    out << "\"/>\n";
+    ticks.finish();
     if (!poses.empty()) {
         plan.items.insert(PlanItem::Station);
     }
@@ -365,12 +372,12 @@ void drawAlignments(Plan& plan, std::ostream& out) {
         note.metres = plan.stationStep;
     }
     const NamedPlaces names(plan);
+    std::size_t drawn = 0;
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
         if (plan.isLeftOut(plan.drawing.alignment(i))) {
             continue;
         }
         const std::string_view colour = plan.colourOn(plan.drawing.alignment(i).layer);
-        std::size_t drawn = 0;
         for (const Element& element : plan.drawing.alignment(i).elements) {
             drawElement(plan, out, element, colour, drawn);
         }

@@ -1,4 +1,5 @@
 // Points and polylines on a plan.
+#include "exchange/plan/path_writer.h"
 #include "exchange/plan/plan.h"
 
 #include "exchange/kinds.h"
@@ -262,6 +263,23 @@ void nameLot(Plan& plan, const EntityView& lot) {
                false);
 }
 
+void drawPolyline(Plan& plan, std::ostream& out, const EntityView& entity, std::string attributes) {
+    const auto place = [&](std::size_t v) { return plan.at(entity.vertices[v].x, entity.vertices[v].y); };
+    PathWriter path(out, std::move(attributes), entity.closed);
+    PaperPoint before = place(0);
+    path.moveTo(before);
+    for (std::size_t v = 1; v < entity.vertices.size(); ++v) {
+        const PaperPoint at = place(v);
+        path.lineTo(at);
+        plan.space.takeLine(before, at);
+        before = at;
+    }
+    if (entity.closed) {
+        plan.space.takeLine(before, place(0));
+    }
+    path.finish();
+}
+
 } // namespace
 
 void PlanKinds::add(const EntityView& entity) {
@@ -290,24 +308,11 @@ void drawPolylines(Plan& plan, std::ostream& out) {
             if (!crowd.draws(i)) {
                 continue;
             }
-            out << "<path class=\"" << (lots && entity.closed ? "" : "l ") << lineStyle(item);
+            std::string attributes = (lots && entity.closed ? "class=\"" : "class=\"l ") + std::string(lineStyle(item));
             if (const std::string_view colour = plan.colourOn(entity.layer); !colour.empty()) {
-                out << "\" style=\"stroke:" << colour;
+                attributes += "\" style=\"stroke:" + std::string(colour);
             }
-            out << "\" d=\"";
-            PaperPoint before{};
-            for (std::size_t v = 0; v < entity.vertices.size(); ++v) {
-                const PaperPoint at = plan.at(entity.vertices[v].x, entity.vertices[v].y);
-                out << (v == 0 ? 'M' : 'L') << mm(at.x) << ' ' << mm(at.y);
-                if (v > 0) {
-                    plan.space.takeLine(before, at);
-                }
-                before = at;
-            }
-            if (entity.closed) {
-                plan.space.takeLine(before, plan.at(entity.vertices.front().x, entity.vertices.front().y));
-            }
-            out << (entity.closed ? "Z" : "") << "\"/>\n";
+            drawPolyline(plan, out, entity, std::move(attributes));
         }
     }
     if (crowd.passed() > 0) {

@@ -5,6 +5,7 @@
 
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
+#include "platform/files.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -124,7 +125,7 @@ bool MainWindow::openFile(const QString& path) {
     if (endsIn(path, ".gpkg")) {
         return openDrawing(path);
     }
-    if (endsIn(path, ".sim")) {
+    if (endsIn(path, ".sim") && platform::lookUp(path.toStdString()).kind != platform::PathKind::Other) {
         startImport(QFileInfo(path).absoluteFilePath());
         return true;
     }

@@ -57,7 +57,7 @@ void MainWindow::showLogOf(const Import* import) {
 }
 
 bool MainWindow::hasChangedSince(const Import& import, const std::string& file) {
-    if (import.digest.empty()) {
+    if (import.digest.empty() || !isOrdinaryFile(file)) {
         return false;
     }
     if (static_cast<std::uint64_t>(QFileInfo(fromUtf8(file)).size()) != import.fileSize) {

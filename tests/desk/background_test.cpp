@@ -2,6 +2,7 @@
 #include "desk_test_support.h"
 
 #include "desk/background/background.h"
+#include "desk/background/tiles.h"
 #include "desk/window/workbench.h"
 #include "exchange/formats.h"
 #include "exchange/geographic.h"
@@ -272,7 +273,6 @@ TEST_F(Backgrounds, TilesOfAFileAreDrawnInTheirPlaceWhicheverTablesItHas) {
     EXPECT_FALSE(bench.addBackground(folder.write(QStringLiteral("text.mbtiles"), "text")));
 }
 
-} // namespace
 // At a pipe reading waits for ever, and a device may never end; a drawing may name either.
 TEST_F(Backgrounds, WhatIsNoFileIsNotRead) {
     Background background;
@@ -313,4 +313,5 @@ TEST_F(Backgrounds, ALayerOfAPackageIsReadOnceHoweverOftenItIsNamed) {
     EXPECT_EQ(read.shapes.points.size(), 1U);
 }
 
+} // namespace
 } // namespace fenmark::desk::test

@@ -178,10 +178,12 @@ void PaperDialog::makePreview(QWidget& pane) {
     previewArea_->setBackgroundRole(QPalette::Dark);
     preview_ = new QLabel(this);
     preview_->setObjectName(QStringLiteral("preview"));
+    preview_->setTextFormat(Qt::PlainText);
     previewArea_->setWidget(preview_);
     previewArea_->installEventFilter(new OnResize(this, [this] { drawPreview(); }));
     layout->addWidget(previewArea_, 1);
     message_ = new QLabel(this);
+    message_->setTextFormat(Qt::PlainText);
     message_->setWordWrap(true);
     message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(message_);

@@ -99,6 +99,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     session_.host().onMessageBox([this](const host::embedded::MessageBox& message) {
         QMessageBox box(QMessageBox::Warning, QString::fromStdString(message.caption),
                         QString::fromStdString(message.text), QMessageBox::NoButton, this);
+        box.setTextFormat(Qt::PlainText);
         box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
         box.exec();
     });
@@ -400,6 +401,7 @@ void MainWindow::makeStatusBar() {
     station_ = new QLabel(this);
     counts_ = new QLabel(this);
     position_->setObjectName(QStringLiteral("position"));
+    station_->setTextFormat(Qt::PlainText);
     station_->setObjectName(QStringLiteral("station"));
     position_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("X -123456.789   Y -123456.789")) + 12);
     statusBar()->addWidget(position_);

@@ -227,8 +227,9 @@ void MainWindow::showNewObjects(const drawing::Extent& added, bool sawEverything
 void MainWindow::tellBrokenOff(const std::string& reason, std::size_t added) {
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Fenmark Desk"), texts_(Text::BrokenOff),
                     QMessageBox::NoButton, this);
-    box.setInformativeText(QString::fromStdString(reason) + QLatin1Char('\n') +
-                           (added > 0 ? texts_(Text::BrokenOffKept).arg(added) : texts_(Text::BrokenOffNothing)));
+    box.setInformativeText(
+        asWritten(QString::fromStdString(reason) + QLatin1Char('\n') +
+                  (added > 0 ? texts_(Text::BrokenOffKept).arg(added) : texts_(Text::BrokenOffNothing))));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     QPushButton* keep = box.addButton(texts_(added > 0 ? Text::KeepButton : Text::OkButton), QMessageBox::AcceptRole);
     keep->setObjectName(QStringLiteral("keep"));

@@ -50,6 +50,7 @@ void MainWindow::tell(const QString& message) {
     box.exec();
 }
 
+    box.setTextFormat(Qt::PlainText); // names in it are no mark-up
 bool MainWindow::hasChanges() const {
     return session_.hasChanges() || workbench_->hasChanges();
 }
@@ -65,6 +66,7 @@ bool MainWindow::mayLoseDrawing() {
     QPushButton* cancel = box.addButton(texts_(Text::CancelButton), QMessageBox::RejectRole);
     save->setObjectName(QStringLiteral("save"));
     discard->setObjectName(QStringLiteral("discard"));
+    box.setTextFormat(Qt::PlainText);
     cancel->setObjectName(QStringLiteral("cancel"));
     box.setDefaultButton(save);
     box.setEscapeButton(cancel);
@@ -245,6 +247,7 @@ void MainWindow::offerRecovery() {
         const Outcome result = session_.openCopy(left.path.toStdString());
         drawingReplaced();
         if (!result) {
+        box.setTextFormat(Qt::PlainText);
             tell(QString::fromStdString(result.in(texts_.language())));
             continue;
         }

@@ -313,10 +313,18 @@ void PaperDialog::drawPreview() {
 }
 
 bool PaperDialog::savePdf() {
-    const QString path = askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)),
-                                 proposal_ + QStringLiteral(".pdf"), QStringLiteral("PDF (*.pdf)"));
-    if (path.isEmpty()) {
-        return false;
+    QString file = proposal_ + QStringLiteral(".pdf");
+    // Asked again where the extension that is added leads to a file: nobody was asked yet whether that one may go.
+    for (bool complete = false; !complete;) {
+        file = askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)), file, QStringLiteral("PDF (*.pdf)"));
+        if (file.isEmpty()) {
+            return false;
+        }
+        complete = !QFileInfo(file).suffix().isEmpty();
+        if (!complete) {
+            file += QStringLiteral(".pdf");
+            complete = !QFileInfo::exists(file);
+        }
     }
     const QString file = QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".pdf") : path;
     std::ostringstream pdf; // whole before the file is touched

@@ -160,6 +160,8 @@ class MainWindow : public QMainWindow {
 
     // Files (main_window_files.cpp).
     bool openDrawing(const QString& path);
+    QString askTarget(const QString& title, const QString& proposal, const QString& filter,
+                      const std::function<QString(const QString& path)>& completed);
     bool saveTo(const QString& path);
     bool mayLoseDrawing(); // asks if there is something to lose
     void rememberFile(const QString& path);

@@ -28,8 +28,13 @@ bool endsIn(const QString& path, const char* extension) {
     return path.endsWith(QLatin1String(extension), Qt::CaseInsensitive);
 }
 
-QString withExtension(const QString& path, const char* extension) {
-    return QFileInfo(path).suffix().isEmpty() ? path + QLatin1String(extension) : path;
+// By its name a drawing is known when it is opened again.
+QString asDrawing(const QString& path) {
+    return endsIn(path, ".gpkg") ? path : path + QStringLiteral(".gpkg");
+}
+
+QString asExport(const QString& path) {
+    return QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".svg") : path;
 }
 
 bool isOurs(const QString& path) {
@@ -153,6 +158,21 @@ bool MainWindow::saveTo(const QString& path) {
 }
 
 bool MainWindow::saveDrawing() {
+// Where an extension is added to what was typed and leads to a file, the question comes again with that name: nobody
+// was asked yet whether that file may go. Empty if cancelled.
+QString MainWindow::askTarget(const QString& title, const QString& proposal, const QString& filter,
+                              const std::function<QString(const QString& path)>& completed) {
+    QString path = questions_.save(this, title, proposal, filter);
+    while (!path.isEmpty() && completed(path) != path) {
+        path = completed(path);
+        if (!QFileInfo::exists(path)) {
+            break;
+        }
+        path = questions_.save(this, title, path, filter);
+    }
+    return path;
+}
+
     if (session_.isRunning()) {
         return false;
     }
@@ -167,8 +187,8 @@ bool MainWindow::saveDrawingAs() {
     if (proposal.isEmpty()) {
         proposal = QDir(lastFolder_).filePath(texts_(Text::Untitled) + QStringLiteral(".gpkg"));
     }
-    const QString path = questions_.save(this, texts_(Text::SaveTitle), proposal, texts_(Text::DrawingFilter));
-    return !path.isEmpty() && saveTo(withExtension(path, ".gpkg"));
+    const QString path = askTarget(texts_(Text::SaveTitle), proposal, texts_(Text::DrawingFilter), asDrawing);
+    return !path.isEmpty() && saveTo(path);
 }
 
 void MainWindow::exportDrawing() {
@@ -188,12 +208,11 @@ void MainWindow::exportDrawing() {
                              ? QDir(lastFolder_).filePath(texts_(Text::Untitled))
                              : QDir(QFileInfo(QString::fromStdString(session_.path())).absolutePath())
                                    .filePath(QFileInfo(fileName()).completeBaseName());
-    QString path = questions_.save(this, texts_(Text::ExportTitle), stem + QStringLiteral(".svg"),
-                                   filters.join(QStringLiteral(";;")));
+    const QString path = askTarget(texts_(Text::ExportTitle), stem + QStringLiteral(".svg"),
+                                   filters.join(QStringLiteral(";;")), asExport);
     if (path.isEmpty()) {
         return;
     }
-    path = withExtension(path, ".svg");
     const exchange::Format* const format = exchange::formatOf(path.toStdString());
     if (format == nullptr) {
         tell(texts_(Text::UnknownExport).arg(path, extensions.join(QLatin1Char(' '))));

@@ -239,6 +239,28 @@ PaperJob PaperDialog::job() const {
     return job;
 }
 
+// Pages of other numbers than the fields show would be taken for those that were asked for.
+QString PaperDialog::wrongField() const {
+    const auto wrong = [this](WorkText name, const QString& typed) {
+        return text(WorkText::PaperNoNumber).arg(withoutMnemonic(text(name)), typed);
+    };
+    const QString scale = scale_->currentText().trimmed();
+    if (hasScale(kind()) && !scale.isEmpty() && scale != text(WorkText::ScaleAuto) && !scaleOf(scale.toStdString())) {
+        return wrong(WorkText::PaperScale, scale);
+    }
+    if (kind() != PaperKind::Stakes) {
+        return {};
+    }
+    bool number = true;
+    const QString pitch = pitch_->text().trimmed();
+    const double every = pitch.isEmpty() ? 0.0 : pitch.toDouble(&number);
+    if (!number || !std::isfinite(every) || every < 0.0) {
+        return wrong(WorkText::StakePitch, pitch);
+    }
+    const QString offsets = offsets_->text().trimmed();
+    return offsets.isEmpty() || offsetsOf(offsets.toStdString()) ? QString() : wrong(WorkText::StakeOffsets, offsets);
+}
+
 // Keeps the title block, makes the pages, and shows the first.
 void PaperDialog::refresh() {
     for (std::size_t i = 0; i < titles_.size(); ++i) {
@@ -255,9 +277,9 @@ void PaperDialog::refresh() {
     form_->setRowVisible(pitch_, kind() == PaperKind::Stakes);
     form_->setRowVisible(offsets_, kind() == PaperKind::Stakes);
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    brokenOff_.clear();
+    brokenOff_ = wrongField();
     try {
-        plot_ = pagesOf(drawing_, job());
+        plot_ = brokenOff_.isEmpty() ? pagesOf(drawing_, job()) : exchange::Plot{};
     } catch (const std::exception& error) {
         plot_ = exchange::Plot{};
         brokenOff_ = QString::fromStdString(error.what());
@@ -326,7 +348,6 @@ bool PaperDialog::savePdf() {
             complete = !QFileInfo::exists(file);
         }
     }
-    const QString file = QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".pdf") : path;
     std::ostringstream pdf; // whole before the file is touched
     Outcome saved = exchange::writePdf(plot_, pdf);
     if (saved) {

@@ -118,6 +118,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     });
     plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
+    recovery_.onKeep([this](const std::string& copy) { workbench_->keepTexts(copy); });
     recovery_.start(session_, options_.keepSettings);
     plan_->setFocus();
 }
@@ -400,8 +401,8 @@ void MainWindow::makeStatusBar() {
     position_ = new QLabel(this);
     station_ = new QLabel(this);
     counts_ = new QLabel(this);
-    position_->setObjectName(QStringLiteral("position"));
     station_->setTextFormat(Qt::PlainText);
+    position_->setObjectName(QStringLiteral("position"));
     station_->setObjectName(QStringLiteral("station"));
     position_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("X -123456.789   Y -123456.789")) + 12);
     statusBar()->addWidget(position_);

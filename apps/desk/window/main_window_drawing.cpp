@@ -175,6 +175,10 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     const bool sawEverything = holds(plan_->view().visible(), session_.drawing().extent());
     const CommandRun run = session_.run(command.toStdString(), pendingFile.toStdString());
     plan_->setFrozen(false);
+    if (closingAtOnce_) {
+        closeAtOnce(); // while the command ran no copy could be kept
+        return;
+    }
     if (run.changed) {
         drawingChanged();
         showNewObjects(extentSince(session_.drawing(), entities, alignments), sawEverything);

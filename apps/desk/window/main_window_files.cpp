@@ -50,12 +50,12 @@ QString MainWindow::fileName() const {
 
 void MainWindow::tell(const QString& message) {
     QMessageBox box(QMessageBox::Information, QStringLiteral("Fenmark Desk"), message, QMessageBox::NoButton, this);
+    box.setTextFormat(Qt::PlainText); // names in it are no mark-up
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
     box.exec();
 }
 
-    box.setTextFormat(Qt::PlainText); // names in it are no mark-up
 bool MainWindow::hasChanges() const {
     return session_.hasChanges() || workbench_->hasChanges();
 }
@@ -66,12 +66,12 @@ bool MainWindow::mayLoseDrawing() {
     }
     QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"), texts_(Text::SaveChanges).arg(fileName()),
                     QMessageBox::NoButton, this);
+    box.setTextFormat(Qt::PlainText);
     QPushButton* save = box.addButton(texts_(Text::SaveButton), QMessageBox::AcceptRole);
     QPushButton* discard = box.addButton(texts_(Text::DiscardButton), QMessageBox::DestructiveRole);
     QPushButton* cancel = box.addButton(texts_(Text::CancelButton), QMessageBox::RejectRole);
     save->setObjectName(QStringLiteral("save"));
     discard->setObjectName(QStringLiteral("discard"));
-    box.setTextFormat(Qt::PlainText);
     cancel->setObjectName(QStringLiteral("cancel"));
     box.setDefaultButton(save);
     box.setEscapeButton(cancel);
@@ -141,9 +141,10 @@ bool MainWindow::openFile(const QString& path) {
 }
 
 bool MainWindow::saveTo(const QString& path) {
+    const bool toNewFile = path.toStdString() != session_.path() || !QFileInfo::exists(path);
     Outcome result = session_.save(path.toStdString());
     if (result) {
-        result = workbench_->saveTexts(path.toStdString());
+        result = workbench_->saveTexts(path.toStdString(), toNewFile);
     }
     if (!result) {
         command_->say(QString::fromStdString(result.in(texts_.language())));
@@ -157,7 +158,6 @@ bool MainWindow::saveTo(const QString& path) {
     return true;
 }
 
-bool MainWindow::saveDrawing() {
 // Where an extension is added to what was typed and leads to a file, the question comes again with that name: nobody
 // was asked yet whether that file may go. Empty if cancelled.
 QString MainWindow::askTarget(const QString& title, const QString& proposal, const QString& filter,
@@ -173,6 +173,7 @@ QString MainWindow::askTarget(const QString& title, const QString& proposal, con
     return path;
 }
 
+bool MainWindow::saveDrawing() {
     if (session_.isRunning()) {
         return false;
     }
@@ -246,6 +247,7 @@ void MainWindow::offerRecovery() {
         QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"),
                         texts_(Text::RecoverQuestion).arg(name, left.time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
                         QMessageBox::NoButton, this);
+        box.setTextFormat(Qt::PlainText);
         box.setInformativeText(texts_(Text::RecoverInfo));
         QPushButton* recover = box.addButton(texts_(Text::RecoverButton), QMessageBox::AcceptRole);
         QPushButton* later = box.addButton(texts_(Text::RecoverLater), QMessageBox::RejectRole);
@@ -262,14 +264,17 @@ void MainWindow::offerRecovery() {
         if (box.clickedButton() != static_cast<QAbstractButton*>(recover)) {
             continue;
         }
+        if (session_.isRunning() || !mayLoseDrawing()) {
+            return; // the copy stays for the next time
+        }
         releaseDrawing();
         const Outcome result = session_.openCopy(left.path.toStdString());
         drawingReplaced();
         if (!result) {
-        box.setTextFormat(Qt::PlainText);
             tell(QString::fromStdString(result.in(texts_.language())));
             continue;
         }
+        workbench_->recoverTexts(left.path.toStdString());
         // The copy goes when this run has one of its own.
         if (recovery_.keepNow()) {
             recovery_.remove(left);
@@ -277,6 +282,17 @@ void MainWindow::offerRecovery() {
         command_->say(texts_(Text::Recovered).arg(name));
         return; // one drawing at a time; the others are asked about next time
     }
+}
+
+void MainWindow::begin(const QString& file) {
+    QTimer::singleShot(0, this, [this, file] {
+        guarded([this, &file] {
+            offerRecovery();
+            if (!file.isEmpty() && !closingAtOnce_) {
+                openFile(file);
+            }
+        });
+    });
 }
 
 void MainWindow::closeAtOnce() {

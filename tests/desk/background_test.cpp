@@ -2,6 +2,7 @@
 #include "desk_test_support.h"
 
 #include "desk/background/background.h"
+#include "desk/background/tiles.h"
 #include "desk/window/workbench.h"
 #include "exchange/formats.h"
 #include "exchange/geographic.h"
@@ -270,6 +271,46 @@ TEST_F(Backgrounds, TilesOfAFileAreDrawnInTheirPlaceWhicheverTablesItHas) {
     Answers answers;
     answers.ok();
     EXPECT_FALSE(bench.addBackground(folder.write(QStringLiteral("text.mbtiles"), "text")));
+}
+
+// At a pipe reading waits for ever, and a device may never end; a drawing may name either.
+TEST_F(Backgrounds, WhatIsNoFileIsNotRead) {
+    Background background;
+    for (const char* extension : {".geojson", ".dxf", ".gpkg", ".mbtiles"}) {
+        const QString path = folder.path(QStringLiteral("device") + QLatin1String(extension));
+        ASSERT_TRUE(QFile::link(QStringLiteral("/dev/null"), path));
+        EXPECT_EQ(background.add(path, 9).error, BackgroundError::NotReadable) << extension;
+    }
+}
+
+TEST_F(Backgrounds, ATileThatIsNoTileOfAMapIsLeftOut) {
+    constexpr int kZoom = 15;
+    QImage vast(20'000, 300, QImage::Format_Mono);
+    vast.fill(0);
+    QByteArray png;
+    QBuffer buffer(&png);
+    ASSERT_TRUE(vast.save(&buffer, "PNG"));
+    const QString path = folder.path(QStringLiteral("vast.mbtiles"));
+    writeMbTiles(path, kZoom, 1, 2, png, false);
+    const auto tiles = TileSource::open(path);
+    ASSERT_NE(tiles, nullptr);
+    EXPECT_TRUE(tiles->tile(kZoom, 1, 2).isNull());
+}
+
+// A hostile package may name one layer as often as it likes, and each naming would cost a reading of it.
+TEST_F(Backgrounds, ALayerOfAPackageIsReadOnceHoweverOftenItIsNamed) {
+    const QString path = folder.path(QStringLiteral("named.gpkg"));
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
+    const char* const sql = "CREATE TABLE gpkg_geometry_columns (table_name TEXT, column_name TEXT, srs_id INTEGER);"
+                            "INSERT INTO gpkg_geometry_columns VALUES ('t', 'g', 0), ('T', 'g', 0), ('t', 'G', 0);"
+                            "CREATE TABLE t (g BLOB);"
+                            "INSERT INTO t VALUES (x'47500001000000000101000000000000000000F03F0000000000000040')";
+    ASSERT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(database);
+    const BackgroundRead read = readGeoPackage(path.toStdString(), 9);
+    EXPECT_EQ(read.error, BackgroundError::None) << read.detail;
+    EXPECT_EQ(read.shapes.points.size(), 1U);
 }
 
 } // namespace

@@ -541,5 +541,35 @@ TEST_F(DeskWindow, WithoutItsModuleTheWindowSaysSoAndWorks) {
     EXPECT_TRUE(said(QStringLiteral("Fenmark: no such command")));
 }
 
+// Nobody was asked whether the file may go that the added extension leads to.
+TEST_F(DeskWindow, AnExtensionThatIsAddedAsksAgainWhereItMeetsAFile) {
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    const QByteArray before = "somebody's";
+    for (const char* extension : {".gpkg", ".svg"}) {
+        const QString there = folder.write(QStringLiteral("there") + QLatin1String(extension), before);
+        QStringList proposals;
+        window->questions().save = [&](QWidget*, const QString&, const QString& proposal, const QString&) {
+            proposals.append(proposal);
+            return proposals.size() == 1 ? folder.path(QStringLiteral("there")) : QString();
+        };
+        if (QLatin1String(extension) == QLatin1String(".svg")) {
+            window->exportDrawing();
+        } else {
+            EXPECT_FALSE(window->saveDrawingAs());
+        }
+        EXPECT_EQ(proposals.size(), 2) << extension;
+        EXPECT_EQ(proposals.last(), there);
+        QFile file(there);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), before) << extension;
+    }
+    // A drawing bears its own extension, whatever else the name ends in.
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) {
+        return folder.path(QStringLiteral("第2.1工区"));
+    };
+    ASSERT_TRUE(window->saveDrawingAs());
+    EXPECT_TRUE(window->openFile(folder.path(QStringLiteral("第2.1工区.gpkg"))));
+}
+
 } // namespace
 } // namespace fenmark::desk::test

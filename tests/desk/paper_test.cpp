@@ -4,7 +4,9 @@
 #include "desk/paper/page_painter.h"
 #include "desk/paper/paper_dialog.h"
 #include "desk/window/workbench.h"
+#include "drawing/geopackage/drawing_texts.h"
 
+#include <QFile>
 #include <QPrinter>
 
 namespace fenmark::desk::test {
@@ -215,6 +217,76 @@ TEST_F(Paper, AnEmptyDrawingSaysThatThereIsNothingToPrint) {
         choose(dialog, "kind", static_cast<int>(PaperKind::Profile));
         EXPECT_TRUE(dialog.plot().pages.empty());
     });
+}
+
+TEST_F(Paper, AFieldThatHoldsNoNumberIsToldAndMakesNoPages) {
+    import(folder.example(QStringLiteral("road.sim")));
+    struct Wrong {
+        const char* field;
+        const char* typed;
+    };
+    for (const auto& [field, typed] : {Wrong{"offsets", "-5,0,5m"},
+                                       {"offsets", "1e999"},
+                                       {"offsets", "５"},
+                                       {"pitch", "20m"},
+                                       {"pitch", "-1"},
+                                       {"pitch", "nan"},
+                                       {"pitch", "２０"}}) {
+        withDialog(PaperKind::Stakes, [&, field = field, typed = typed](PaperDialog& dialog) {
+            EXPECT_FALSE(dialog.plot().pages.empty());
+            auto* edit = dialog.findChild<QLineEdit*>(QLatin1String(field));
+            edit->setText(QString::fromUtf8(typed));
+            emit edit->editingFinished();
+            EXPECT_TRUE(dialog.plot().pages.empty()) << typed;
+            EXPECT_TRUE(dialog.message().contains(QString::fromUtf8(typed)));
+            EXPECT_FALSE(dialog.findChild<QPushButton*>(QStringLiteral("pdf"))->isEnabled());
+            edit->setText(QStringLiteral(" 5 "));
+            emit edit->editingFinished();
+            EXPECT_FALSE(dialog.plot().pages.empty());
+        });
+    }
+    withDialog(PaperKind::Plan, [&](PaperDialog& dialog) {
+        auto* scale = dialog.findChild<QComboBox*>(QStringLiteral("scale"));
+        scale->setEditText(QStringLiteral("1:2500.5"));
+        emit scale->lineEdit()->editingFinished();
+        EXPECT_TRUE(dialog.plot().pages.empty());
+        EXPECT_TRUE(dialog.message().contains(QStringLiteral("1:2500.5")));
+    });
+}
+
+TEST_F(Paper, APdfWhoseExtensionIsAddedReplacesNoFileUnasked) {
+    import(folder.example(QStringLiteral("road.sim")));
+    const QString there = folder.write(QStringLiteral("there.pdf"), "somebody's");
+    withDialog(PaperKind::Profile, [&](PaperDialog& dialog) {
+        int asked = 0;
+        dialog.askPath = [&](QWidget*, const QString&, const QString&, const QString&) {
+            return ++asked == 1 ? folder.path(QStringLiteral("there")) : QString();
+        };
+        EXPECT_FALSE(dialog.savePdf());
+        EXPECT_EQ(asked, 2);
+    });
+    QFile file(there);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "somebody's");
+}
+
+TEST_F(Paper, TextsThatAnotherProgramWroteMeanwhileStay) {
+    import(folder.example(QStringLiteral("road.sim")));
+    const QString path = folder.path(QStringLiteral("road.gpkg"));
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), {{"title/author", "another"}}));
+    window->session().addLayer("L");
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_EQ(drawing::readTexts(path.toStdString()).at("title/author"), "another");
+    withDialog(PaperKind::Plan, [&](PaperDialog& dialog) {
+        auto* project = dialog.findChild<QLineEdit*>(QStringLiteral("title/project"));
+        project->setText(QStringLiteral("ours"));
+        emit project->editingFinished();
+    });
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_EQ(drawing::readTexts(path.toStdString()),
+              (drawing::DrawingTexts{{"title/author", "another"}, {"title/project", "ours"}}));
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // Copies of what was not saved: made in time, offered by the next run, gone when they are not needed.
 #include "desk/window/end_watch.h"
+#include "desk/window/workbench.h"
 #include "desk_test_support.h"
+#include "drawing/geopackage/drawing_texts.h"
 
 #include <QDir>
 
@@ -95,6 +97,85 @@ TEST_F(Recovering, ATerminationKeepsACopy) {
     EXPECT_EQ(copies().size(), 1);
     EXPECT_TRUE(window->close()) << "without a question";
     EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(Recovering, TheFileThatARunIsToBeginWithComesBehindTheQuestion) {
+    const QString path = folder.path(QStringLiteral("empty.gpkg"));
+    ASSERT_TRUE(window->session().save(path.toStdString()));
+    window->newDrawing();
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    const std::size_t entities = drawing().entityCount();
+    ASSERT_TRUE(window->recovery().keepNow());
+    make(Language::Japanese);
+    startKeeping();
+    bool asked = false;
+    Answers answers;
+    answers
+        .then([&](QWidget& dialog) {
+            EXPECT_TRUE(window->session().path().empty()) << "opened beneath the question";
+            dialog.findChild<QPushButton*>(QStringLiteral("recover"))->click();
+        })
+        .then([&](QWidget& dialog) {
+            EXPECT_EQ(drawing().entityCount(), entities);
+            asked = true;
+            dialog.findChild<QPushButton*>(QStringLiteral("cancel"))->click();
+        });
+    window->begin(path);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return asked; }, kPatience));
+    QApplication::processEvents();
+    EXPECT_EQ(drawing().entityCount(), entities);
+    window->recovery().forget();
+}
+
+TEST_F(Recovering, WhatIsUnsavedIsAskedForBeforeACopyTakesItsPlace) {
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    ASSERT_TRUE(window->recovery().keepNow());
+    make(Language::Japanese);
+    startKeeping();
+    window->session().addLayer("unsaved");
+    Answers answers;
+    answers.click(QStringLiteral("recover")).click(QStringLiteral("cancel"));
+    window->offerRecovery();
+    EXPECT_TRUE(drawing().findLayer("unsaved"));
+    EXPECT_EQ(window->recovery().left().size(), 1U);
+}
+
+TEST_F(Recovering, ATerminationInsideADialogKeepsACopyToo) {
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    Answers answers;
+    answers.then([&](QWidget& dialog) {
+        window->closeAtOnce();
+        dialog.close();
+    });
+    window->openFile(folder.example(QStringLiteral("road.sim")));
+    EXPECT_EQ(copies().size(), 1);
+}
+
+TEST_F(Recovering, ACopyHoldsTheTitleBlock) {
+    startKeeping();
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), {{"title/author", "測量士"}}));
+    ASSERT_TRUE(window->openFile(path));
+    window->session().addLayer("unsaved");
+    ASSERT_TRUE(window->recovery().keepNow());
+    make(Language::Japanese);
+    startKeeping();
+    {
+        Answers answers;
+        answers.click(QStringLiteral("recover"));
+        window->offerRecovery();
+    }
+    EXPECT_EQ(window->workbench().texts().at("title/author"), "測量士");
+    // Saved over the file of old, it leaves the title block there.
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_EQ(drawing::readTexts(path.toStdString()).at("title/author"), "測量士");
 }
 
 } // namespace

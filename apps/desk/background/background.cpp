@@ -6,6 +6,7 @@
 
 #include "desk/plan/plan_style.h"
 #include "exchange/geographic.h"
+#include "platform/files.h"
 
 #include <QFileInfo>
 #include <QPen>
@@ -167,11 +168,13 @@ BackgroundRead Background::add(const QString& path, int zone) {
     layer.path = path;
     BackgroundRead read;
     const QFileInfo info(path);
+    // A drawing names its backgrounds: a pipe or a device among them would be waited for, or read without end.
+    if (const platform::PathKind kind = platform::lookUp(path.toStdString()).kind;
+        kind != platform::PathKind::File && kind != platform::PathKind::Folder) {
+        read.error = BackgroundError::NotReadable;
+        return read;
+    }
     if (info.isDir() || info.suffix().compare(QLatin1String("mbtiles"), Qt::CaseInsensitive) == 0) {
-        if (!info.exists()) {
-            read.error = BackgroundError::NotReadable;
-            return read;
-        }
         layer.tiles = TileSource::open(path);
         read.error = !layer.tiles ? BackgroundError::NotThisFormat
                      : zone == 0  ? BackgroundError::NeedsZone

@@ -170,8 +170,9 @@ BackgroundRead readGeoPackage(const std::string& path, int zone) {
         Connection connection(path, Connection::Mode::Read);
         std::vector<Layer> layers;
         {
-            Statement statement(
-                connection, "SELECT table_name, column_name, srs_id FROM gpkg_geometry_columns ORDER BY table_name");
+            Statement statement(connection,
+                                "SELECT table_name, column_name, min(srs_id) FROM gpkg_geometry_columns"
+                                " GROUP BY table_name COLLATE NOCASE, column_name COLLATE NOCASE ORDER BY table_name");
             while (statement.step()) {
                 layers.push_back(
                     {std::string(statement.text(0)), std::string(statement.text(1)), statement.integer(2)});

@@ -3,8 +3,10 @@
 
 #include "drawing/geopackage/sqlite_handles.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
+#include <QImageReader>
 
 #include <algorithm>
 
@@ -17,6 +19,7 @@ namespace {
 
 constexpr int kCachedTiles = 300;
 constexpr int kDeepestZoom = 24;
+constexpr int kLargestTile = 2048; // pixels of a side: a small file may hold a picture that fills the memory
 constexpr const char* kSuffixes[] = {"png", "jpg", "jpeg"};
 
 // Files of the format keep their tiles in one table, or, where many are alike, in two.
@@ -31,6 +34,11 @@ constexpr Queries kQueries[] = {
      "SELECT images.tile_data FROM map JOIN images ON images.tile_id = map.tile_id"
      " WHERE map.zoom_level = ?1 AND map.tile_column = ?2 AND map.tile_row = ?3"},
 };
+
+QImage readPicture(QImageReader& reader) {
+    const QSize size = reader.size();
+    return size.isValid() && size.width() <= kLargestTile && size.height() <= kLargestTile ? reader.read() : QImage();
+}
 
 } // namespace
 
@@ -95,8 +103,9 @@ QImage TileSource::readTile(int zoom, int column, int row) {
         for (const char* suffix : kSuffixes) {
             const QString file =
                 QStringLiteral("%1/%2/%3/%4.%5").arg(folder_).arg(zoom).arg(column).arg(row).arg(QLatin1String(suffix));
-            if (QFileInfo::exists(file)) {
-                return QImage(file);
+            if (QFileInfo(file).isFile()) {
+                QImageReader reader(file);
+                return readPicture(reader);
             }
         }
         return {};
@@ -108,7 +117,10 @@ QImage TileSource::readTile(int zoom, int column, int row) {
         statement.bind(1, std::int64_t{zoom}).bind(2, std::int64_t{column}).bind(3, fromSouth);
         if (statement.step()) {
             const auto blob = statement.blob(0);
-            return QImage::fromData(reinterpret_cast<const uchar*>(blob.data()), static_cast<int>(blob.size()));
+            QByteArray bytes(reinterpret_cast<const char*>(blob.data()), static_cast<qsizetype>(blob.size()));
+            QBuffer buffer(&bytes);
+            QImageReader reader(&buffer);
+            return readPicture(reader);
         }
     } catch (const drawing::StoreFailure&) {
         return {}; // a damaged tile is a gap in the background

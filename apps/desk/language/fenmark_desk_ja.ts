@@ -1736,6 +1736,11 @@ a drawing (.gpkg) here</source>
         <translation>%1 に保存しました</translation>
     </message>
     <message>
+        <source>%1: “%2” is no such number</source>
+        <comment>PaperNoNumber</comment>
+        <translation>%1: 「%2」は正しい数値ではありません</translation>
+    </message>
+    <message>
         <source>The printer's paper is %1, the sheet is %2. Print it smaller?</source>
         <comment>PaperTooLarge</comment>
         <translation>プリンターの用紙は %1 ですが、図面は %2 です。縮小して印刷しますか?</translation>

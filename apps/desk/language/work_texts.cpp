@@ -75,6 +75,7 @@ constexpr std::array kEntries{
     Entry{WorkText::PaperPrint, QT_TRANSLATE_NOOP3("desk", "&Print...", "PaperPrint")},
     Entry{WorkText::PaperClose, QT_TRANSLATE_NOOP3("desk", "Close", "PaperClose")},
     Entry{WorkText::PaperSaved, QT_TRANSLATE_NOOP3("desk", "Saved %1", "PaperSaved")},
+    Entry{WorkText::PaperNoNumber, QT_TRANSLATE_NOOP3("desk", "%1: “%2” is no such number", "PaperNoNumber")},
     Entry{WorkText::PaperTooLarge,
           QT_TRANSLATE_NOOP3("desk", "The printer's paper is %1, the sheet is %2. Print it smaller?", "PaperTooLarge")},
     Entry{WorkText::StakePitch, QT_TRANSLATE_NOOP3("desk", "Stakes every (m)", "StakePitch")},

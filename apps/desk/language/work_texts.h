@@ -69,6 +69,7 @@ enum class WorkText : std::uint16_t {
     PaperPrint,
     PaperClose,
     PaperSaved,
+    PaperNoNumber,
     PaperTooLarge,
     StakePitch,
     StakeOffsets,

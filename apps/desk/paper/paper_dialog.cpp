@@ -178,10 +178,12 @@ void PaperDialog::makePreview(QWidget& pane) {
     previewArea_->setBackgroundRole(QPalette::Dark);
     preview_ = new QLabel(this);
     preview_->setObjectName(QStringLiteral("preview"));
+    preview_->setTextFormat(Qt::PlainText);
     previewArea_->setWidget(preview_);
     previewArea_->installEventFilter(new OnResize(this, [this] { drawPreview(); }));
     layout->addWidget(previewArea_, 1);
     message_ = new QLabel(this);
+    message_->setTextFormat(Qt::PlainText);
     message_->setWordWrap(true);
     message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(message_);
@@ -237,6 +239,28 @@ PaperJob PaperDialog::job() const {
     return job;
 }
 
+// Pages of other numbers than the fields show would be taken for those that were asked for.
+QString PaperDialog::wrongField() const {
+    const auto wrong = [this](WorkText name, const QString& typed) {
+        return text(WorkText::PaperNoNumber).arg(withoutMnemonic(text(name)), typed);
+    };
+    const QString scale = scale_->currentText().trimmed();
+    if (hasScale(kind()) && !scale.isEmpty() && scale != text(WorkText::ScaleAuto) && !scaleOf(scale.toStdString())) {
+        return wrong(WorkText::PaperScale, scale);
+    }
+    if (kind() != PaperKind::Stakes) {
+        return {};
+    }
+    bool number = true;
+    const QString pitch = pitch_->text().trimmed();
+    const double every = pitch.isEmpty() ? 0.0 : pitch.toDouble(&number);
+    if (!number || !std::isfinite(every) || every < 0.0) {
+        return wrong(WorkText::StakePitch, pitch);
+    }
+    const QString offsets = offsets_->text().trimmed();
+    return offsets.isEmpty() || offsetsOf(offsets.toStdString()) ? QString() : wrong(WorkText::StakeOffsets, offsets);
+}
+
 // Keeps the title block, makes the pages, and shows the first.
 void PaperDialog::refresh() {
     for (std::size_t i = 0; i < titles_.size(); ++i) {
@@ -253,9 +277,9 @@ void PaperDialog::refresh() {
     form_->setRowVisible(pitch_, kind() == PaperKind::Stakes);
     form_->setRowVisible(offsets_, kind() == PaperKind::Stakes);
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    brokenOff_.clear();
+    brokenOff_ = wrongField();
     try {
-        plot_ = pagesOf(drawing_, job());
+        plot_ = brokenOff_.isEmpty() ? pagesOf(drawing_, job()) : exchange::Plot{};
     } catch (const std::exception& error) {
         plot_ = exchange::Plot{};
         brokenOff_ = QString::fromStdString(error.what());
@@ -311,12 +335,19 @@ void PaperDialog::drawPreview() {
 }
 
 bool PaperDialog::savePdf() {
-    const QString path = askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)),
-                                 proposal_ + QStringLiteral(".pdf"), QStringLiteral("PDF (*.pdf)"));
-    if (path.isEmpty()) {
-        return false;
+    QString file = proposal_ + QStringLiteral(".pdf");
+    // Asked again where the extension that is added leads to a file: nobody was asked yet whether that one may go.
+    for (bool complete = false; !complete;) {
+        file = askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)), file, QStringLiteral("PDF (*.pdf)"));
+        if (file.isEmpty()) {
+            return false;
+        }
+        complete = !QFileInfo(file).suffix().isEmpty();
+        if (!complete) {
+            file += QStringLiteral(".pdf");
+            complete = !QFileInfo::exists(file);
+        }
     }
-    const QString file = QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".pdf") : path;
     std::ostringstream pdf; // whole before the file is touched
     Outcome saved = exchange::writePdf(plot_, pdf);
     if (saved) {

@@ -59,6 +59,7 @@ class PaperDialog : public QDialog {
     void showState();
     void drawPreview();
     [[nodiscard]] PaperJob job() const;
+    [[nodiscard]] QString wrongField() const; // what is no number where one is wanted; empty if nothing
     [[nodiscard]] PaperKind kind() const { return static_cast<PaperKind>(kind_->currentIndex()); }
     [[nodiscard]] QString text(WorkText which) const { return workText(texts_, which); }
 

@@ -4,6 +4,8 @@
 #include "desk/plan/plan_style.h"
 #include "exchange/survey_text.h"
 
+#include <QTextDocument>
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,6 +13,10 @@ namespace fenmark::desk {
 
 QString fromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QString asWritten(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 void drawText(QPainter& painter, const QPointF& at, const QString& text, const QColor& colour) {

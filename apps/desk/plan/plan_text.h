@@ -19,6 +19,9 @@ inline constexpr double kLabelMarginPixels = 60.0;
 
 QString fromUtf8(std::string_view text);
 
+// For a tip, which would take a name such as "<img src=...>" for marked-up text, and read the file that it names.
+QString asWritten(const QString& text);
+
 // Text with a halo of paper around it; `at` is the left end of its base line.
 void drawText(QPainter& painter, const QPointF& at, const QString& text, const QColor& colour);
 

@@ -1,6 +1,8 @@
 // Mouse and keys of the plan.
 #include "desk/plan/plan_view.h"
 
+#include "desk/plan/plan_text.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QHelpEvent>
@@ -291,7 +293,7 @@ bool PlanView::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
         if (ready() && hovered_ && describe_) {
-            QToolTip::showText(help->globalPos(), describe_(*hovered_), this, pixelsAround(*hovered_));
+            QToolTip::showText(help->globalPos(), asWritten(describe_(*hovered_)), this, pixelsAround(*hovered_));
         } else {
             QToolTip::hideText();
         }

@@ -1,6 +1,7 @@
 // The lines of a SIMA file that a log speaks of.
 #include "desk/session/source_record.h"
 
+#include "platform/files.h"
 #include "sima/records/sections.h"
 #include "sima/text/cp932.h"
 #include "sima/text/encoding_choice.h"
@@ -94,9 +95,16 @@ std::string sourceOfLog(const std::string& logPath) {
     return {};
 }
 
+bool isOrdinaryFile(const std::string& path) {
+    return platform::lookUp(path).kind == platform::PathKind::File;
+}
+
 sima::Encoding encodingOfFile(const std::string& path, std::string_view setting) {
     if (const auto named = sima::encodingNamed(setting)) {
         return *named;
+    }
+    if (!isOrdinaryFile(path)) {
+        return sima::Encoding::Cp932;
     }
     return sima::chooseEncoding(path).encoding;
 }
@@ -125,6 +133,9 @@ std::string decodedText(std::string_view bytes, sima::Encoding encoding) {
 
 std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around,
                                         std::string_view setting) {
+    if (!isOrdinaryFile(path)) {
+        return std::nullopt;
+    }
     const sima::Encoding encoding = encodingOfFile(path, setting);
     const auto decoded = [&](std::string_view bytes) { return decodedText(bytes.substr(0, kLongestLine), encoding); };
     std::ifstream file(sima::pathOf(path), std::ios::binary);

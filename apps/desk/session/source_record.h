@@ -33,6 +33,9 @@ std::optional<std::int64_t> recordNumberIn(std::string_view logLine);
 // is none.
 std::string sourceOfLog(const std::string& logPath);
 
+// False also for pipes and devices, at which reading would wait or never end. A drawing may name any path.
+bool isOrdinaryFile(const std::string& path);
+
 // Reads the line and some lines around it in the named encoding, "auto" for the one that the bytes of the file show.
 // Nothing if the file has no such line or cannot be read.
 std::optional<SourceExcerpt> readSource(const std::string& path, std::int64_t number, std::int64_t around,

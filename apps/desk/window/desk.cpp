@@ -9,7 +9,6 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QSettings>
-#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -201,12 +200,8 @@ int runWindow(const Options& options) {
         window.closeAtOnce();
         QCoreApplication::exit(0); // also out of the loop of a dialog
     });
-    QTimer::singleShot(0, &window, [&] { window.offerRecovery(); });
-    if (!options.file.empty()) {
-        QTimer::singleShot(0, &window, [&] {
-            window.openFileSafely(QFileInfo(QString::fromLocal8Bit(options.file.c_str())).absoluteFilePath());
-        });
-    }
+    window.begin(options.file.empty() ? QString()
+                                      : QFileInfo(QString::fromLocal8Bit(options.file.c_str())).absoluteFilePath());
     return QApplication::exec();
 }
 

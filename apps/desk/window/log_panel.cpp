@@ -169,7 +169,7 @@ void LogPanel::showLog(const std::string& path, const Texts& texts) {
     path_ = path;
     setPlaceholderText(texts(Text::NoLog));
     QFile file(QString::fromStdString(path));
-    if (path.empty() || !file.open(QIODevice::ReadOnly)) {
+    if (!isOrdinaryFile(path) || !file.open(QIODevice::ReadOnly)) {
         path_.clear();
         clear();
         return;

@@ -99,6 +99,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     session_.host().onMessageBox([this](const host::embedded::MessageBox& message) {
         QMessageBox box(QMessageBox::Warning, QString::fromStdString(message.caption),
                         QString::fromStdString(message.text), QMessageBox::NoButton, this);
+        box.setTextFormat(Qt::PlainText);
         box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
         box.exec();
     });
@@ -117,6 +118,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     });
     plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
+    recovery_.onKeep([this](const std::string& copy) { workbench_->keepTexts(copy); });
     recovery_.start(session_, options_.keepSettings);
     plan_->setFocus();
 }
@@ -399,6 +401,7 @@ void MainWindow::makeStatusBar() {
     position_ = new QLabel(this);
     station_ = new QLabel(this);
     counts_ = new QLabel(this);
+    station_->setTextFormat(Qt::PlainText);
     position_->setObjectName(QStringLiteral("position"));
     station_->setObjectName(QStringLiteral("station"));
     position_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("X -123456.789   Y -123456.789")) + 12);

@@ -78,6 +78,9 @@ class MainWindow : public QMainWindow {
     Recovery& recovery() { return recovery_; }
     // Asks about drawings that a run before this one left unsaved.
     void offerRecovery();
+    // What a run begins with once its window is there: that question, and only behind its answer the file, if one is
+    // named. The answer would otherwise replace what the file brought.
+    void begin(const QString& file);
     // Keeps a copy of what is not saved, and closes without a question, as when the system ends the program.
     void closeAtOnce();
     FindPanel& find() { return *find_; }
@@ -94,10 +97,6 @@ class MainWindow : public QMainWindow {
     // Opens a drawing, or starts the command with a SIMA file. False if the file is neither or cannot be opened, which
     // the user was told.
     bool openFile(const QString& path);
-    // The same for callers that cannot take an exception: a message box shows it.
-    void openFileSafely(const QString& path) {
-        guarded([&] { openFile(path); });
-    }
     // Shows a drawing without asking or telling anybody.
     Outcome showDrawing(const std::string& path);
 
@@ -161,6 +160,8 @@ class MainWindow : public QMainWindow {
     // Files (main_window_files.cpp).
     bool openDrawing(const QString& path);
     bool saveTo(const QString& path);
+    QString askTarget(const QString& title, const QString& proposal, const QString& filter,
+                      const std::function<QString(const QString& path)>& completed);
     bool mayLoseDrawing(); // asks if there is something to lose
     void rememberFile(const QString& path);
     void fillRecentMenu();

@@ -175,6 +175,10 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
     const bool sawEverything = holds(plan_->view().visible(), session_.drawing().extent());
     const CommandRun run = session_.run(command.toStdString(), pendingFile.toStdString());
     plan_->setFrozen(false);
+    if (closingAtOnce_) {
+        closeAtOnce(); // while the command ran no copy could be kept
+        return;
+    }
     if (run.changed) {
         drawingChanged();
         showNewObjects(extentSince(session_.drawing(), entities, alignments), sawEverything);
@@ -227,8 +231,9 @@ void MainWindow::showNewObjects(const drawing::Extent& added, bool sawEverything
 void MainWindow::tellBrokenOff(const std::string& reason, std::size_t added) {
     QMessageBox box(QMessageBox::Warning, QStringLiteral("Fenmark Desk"), texts_(Text::BrokenOff),
                     QMessageBox::NoButton, this);
-    box.setInformativeText(QString::fromStdString(reason) + QLatin1Char('\n') +
-                           (added > 0 ? texts_(Text::BrokenOffKept).arg(added) : texts_(Text::BrokenOffNothing)));
+    box.setInformativeText(
+        asWritten(QString::fromStdString(reason) + QLatin1Char('\n') +
+                  (added > 0 ? texts_(Text::BrokenOffKept).arg(added) : texts_(Text::BrokenOffNothing))));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     QPushButton* keep = box.addButton(texts_(added > 0 ? Text::KeepButton : Text::OkButton), QMessageBox::AcceptRole);
     keep->setObjectName(QStringLiteral("keep"));

@@ -5,6 +5,7 @@
 
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
+#include "platform/files.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -27,8 +28,13 @@ bool endsIn(const QString& path, const char* extension) {
     return path.endsWith(QLatin1String(extension), Qt::CaseInsensitive);
 }
 
-QString withExtension(const QString& path, const char* extension) {
-    return QFileInfo(path).suffix().isEmpty() ? path + QLatin1String(extension) : path;
+// By its name a drawing is known when it is opened again.
+QString asDrawing(const QString& path) {
+    return endsIn(path, ".gpkg") ? path : path + QStringLiteral(".gpkg");
+}
+
+QString asExport(const QString& path) {
+    return QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".svg") : path;
 }
 
 bool isOurs(const QString& path) {
@@ -44,6 +50,7 @@ QString MainWindow::fileName() const {
 
 void MainWindow::tell(const QString& message) {
     QMessageBox box(QMessageBox::Information, QStringLiteral("Fenmark Desk"), message, QMessageBox::NoButton, this);
+    box.setTextFormat(Qt::PlainText); // names in it are no mark-up
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.addButton(texts_(Text::OkButton), QMessageBox::AcceptRole);
     box.exec();
@@ -59,6 +66,7 @@ bool MainWindow::mayLoseDrawing() {
     }
     QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"), texts_(Text::SaveChanges).arg(fileName()),
                     QMessageBox::NoButton, this);
+    box.setTextFormat(Qt::PlainText);
     QPushButton* save = box.addButton(texts_(Text::SaveButton), QMessageBox::AcceptRole);
     QPushButton* discard = box.addButton(texts_(Text::DiscardButton), QMessageBox::DestructiveRole);
     QPushButton* cancel = box.addButton(texts_(Text::CancelButton), QMessageBox::RejectRole);
@@ -124,7 +132,7 @@ bool MainWindow::openFile(const QString& path) {
     if (endsIn(path, ".gpkg")) {
         return openDrawing(path);
     }
-    if (endsIn(path, ".sim")) {
+    if (endsIn(path, ".sim") && platform::lookUp(path.toStdString()).kind != platform::PathKind::Other) {
         startImport(QFileInfo(path).absoluteFilePath());
         return true;
     }
@@ -133,9 +141,10 @@ bool MainWindow::openFile(const QString& path) {
 }
 
 bool MainWindow::saveTo(const QString& path) {
+    const bool toNewFile = path.toStdString() != session_.path() || !QFileInfo::exists(path);
     Outcome result = session_.save(path.toStdString());
     if (result) {
-        result = workbench_->saveTexts(path.toStdString());
+        result = workbench_->saveTexts(path.toStdString(), toNewFile);
     }
     if (!result) {
         command_->say(QString::fromStdString(result.in(texts_.language())));
@@ -147,6 +156,21 @@ bool MainWindow::saveTo(const QString& path) {
     recovery_.forget();
     updateTitle();
     return true;
+}
+
+// Where an extension is added to what was typed and leads to a file, the question comes again with that name: nobody
+// was asked yet whether that file may go. Empty if cancelled.
+QString MainWindow::askTarget(const QString& title, const QString& proposal, const QString& filter,
+                              const std::function<QString(const QString& path)>& completed) {
+    QString path = questions_.save(this, title, proposal, filter);
+    while (!path.isEmpty() && completed(path) != path) {
+        path = completed(path);
+        if (!QFileInfo::exists(path)) {
+            break;
+        }
+        path = questions_.save(this, title, path, filter);
+    }
+    return path;
 }
 
 bool MainWindow::saveDrawing() {
@@ -164,8 +188,8 @@ bool MainWindow::saveDrawingAs() {
     if (proposal.isEmpty()) {
         proposal = QDir(lastFolder_).filePath(texts_(Text::Untitled) + QStringLiteral(".gpkg"));
     }
-    const QString path = questions_.save(this, texts_(Text::SaveTitle), proposal, texts_(Text::DrawingFilter));
-    return !path.isEmpty() && saveTo(withExtension(path, ".gpkg"));
+    const QString path = askTarget(texts_(Text::SaveTitle), proposal, texts_(Text::DrawingFilter), asDrawing);
+    return !path.isEmpty() && saveTo(path);
 }
 
 void MainWindow::exportDrawing() {
@@ -185,12 +209,11 @@ void MainWindow::exportDrawing() {
                              ? QDir(lastFolder_).filePath(texts_(Text::Untitled))
                              : QDir(QFileInfo(QString::fromStdString(session_.path())).absolutePath())
                                    .filePath(QFileInfo(fileName()).completeBaseName());
-    QString path = questions_.save(this, texts_(Text::ExportTitle), stem + QStringLiteral(".svg"),
-                                   filters.join(QStringLiteral(";;")));
+    const QString path = askTarget(texts_(Text::ExportTitle), stem + QStringLiteral(".svg"),
+                                   filters.join(QStringLiteral(";;")), asExport);
     if (path.isEmpty()) {
         return;
     }
-    path = withExtension(path, ".svg");
     const exchange::Format* const format = exchange::formatOf(path.toStdString());
     if (format == nullptr) {
         tell(texts_(Text::UnknownExport).arg(path, extensions.join(QLatin1Char(' '))));
@@ -224,6 +247,7 @@ void MainWindow::offerRecovery() {
         QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"),
                         texts_(Text::RecoverQuestion).arg(name, left.time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
                         QMessageBox::NoButton, this);
+        box.setTextFormat(Qt::PlainText);
         box.setInformativeText(texts_(Text::RecoverInfo));
         QPushButton* recover = box.addButton(texts_(Text::RecoverButton), QMessageBox::AcceptRole);
         QPushButton* later = box.addButton(texts_(Text::RecoverLater), QMessageBox::RejectRole);
@@ -240,6 +264,9 @@ void MainWindow::offerRecovery() {
         if (box.clickedButton() != static_cast<QAbstractButton*>(recover)) {
             continue;
         }
+        if (session_.isRunning() || !mayLoseDrawing()) {
+            return; // the copy stays for the next time
+        }
         releaseDrawing();
         const Outcome result = session_.openCopy(left.path.toStdString());
         drawingReplaced();
@@ -247,6 +274,7 @@ void MainWindow::offerRecovery() {
             tell(QString::fromStdString(result.in(texts_.language())));
             continue;
         }
+        workbench_->recoverTexts(left.path.toStdString());
         // The copy goes when this run has one of its own.
         if (recovery_.keepNow()) {
             recovery_.remove(left);
@@ -254,6 +282,17 @@ void MainWindow::offerRecovery() {
         command_->say(texts_(Text::Recovered).arg(name));
         return; // one drawing at a time; the others are asked about next time
     }
+}
+
+void MainWindow::begin(const QString& file) {
+    QTimer::singleShot(0, this, [this, file] {
+        guarded([this, &file] {
+            offerRecovery();
+            if (!file.isEmpty() && !closingAtOnce_) {
+                openFile(file);
+            }
+        });
+    });
 }
 
 void MainWindow::closeAtOnce() {

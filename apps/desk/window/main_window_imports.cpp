@@ -57,7 +57,7 @@ void MainWindow::showLogOf(const Import* import) {
 }
 
 bool MainWindow::hasChangedSince(const Import& import, const std::string& file) {
-    if (import.digest.empty()) {
+    if (import.digest.empty() || !isOrdinaryFile(file)) {
         return false;
     }
     if (static_cast<std::uint64_t>(QFileInfo(fromUtf8(file)).size()) != import.fileSize) {
@@ -96,6 +96,7 @@ Again MainWindow::askAgain(const Import& earlier) {
         QMessageBox::Question, QStringLiteral("Fenmark Desk"),
         texts_(Text::AgainQuestion).arg(fromUtf8(earlier.fileName), time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
         QMessageBox::NoButton, this);
+    box.setTextFormat(Qt::PlainText);
     box.setInformativeText(texts_(Text::AgainInfo));
     QPushButton* replace = box.addButton(texts_(Text::ReplaceButton), QMessageBox::DestructiveRole);
     QPushButton* add = box.addButton(texts_(Text::AddButton), QMessageBox::AcceptRole);

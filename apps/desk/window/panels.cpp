@@ -283,7 +283,7 @@ void PropertiesPanel::showLines(const std::vector<Property>& lines) {
     QList<QTreeWidgetItem*> items;
     for (const Property& property : lines) {
         auto* item = new QTreeWidgetItem({property.name, property.value});
-        item->setToolTip(1, property.value);
+        item->setToolTip(1, asWritten(property.value));
         if (property.heading) {
             item->setFont(0, bold);
             item->setBackground(0, palette().button());

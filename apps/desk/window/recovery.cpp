@@ -64,7 +64,9 @@ bool Recovery::keepNow() {
     if (!lock_ || session_ == nullptr || session_->isRunning() || !session_->hasChanges()) {
         return false;
     }
+    const std::string copy = (stem() + QStringLiteral(".gpkg")).toStdString();
     if (kept_ && keptState_ == session_->state()) {
+        noteKept(copy);
         return true;
     }
     QFile name(stem() + QStringLiteral(".name"));
@@ -73,12 +75,19 @@ bool Recovery::keepNow() {
     }
     name.write(QByteArray::fromStdString(session_->path()));
     name.close();
-    if (!session_->writeCopy((stem() + QStringLiteral(".gpkg")).toStdString())) {
+    if (!session_->writeCopy(copy)) {
         return false;
     }
+    noteKept(copy);
     kept_ = true;
     keptState_ = session_->state();
     return true;
+}
+
+void Recovery::noteKept(const std::string& copy) const {
+    if (keepHandler_) {
+        keepHandler_(copy);
+    }
 }
 
 void Recovery::forget() {

@@ -10,7 +10,10 @@
 #include <QTimer>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::desk {
@@ -36,6 +39,9 @@ class Recovery : public QObject {
     // In another folder than the user's own; before start.
     void setFolder(const QString& folder) { folder_ = folder; }
 
+    // Called with each copy, for what belongs to it and is none of the session's.
+    void onKeep(std::function<void(const std::string& copy)> handler) { keepHandler_ = std::move(handler); }
+
     // Writes the copy now, if there is something to lose; false if it cannot be written.
     bool keepNow();
     // The drawing is saved or given up: the copy goes.
@@ -47,6 +53,7 @@ class Recovery : public QObject {
 
   private:
     QString stem() const; // of the run's own files
+    void noteKept(const std::string& copy) const;
 
     DeskSession* session_ = nullptr;
     QString folder_;
@@ -54,6 +61,7 @@ class Recovery : public QObject {
     std::unique_ptr<QLockFile> lock_;
     std::uint64_t keptState_ = 0;
     bool kept_ = false;
+    std::function<void(const std::string&)> keepHandler_;
 };
 
 } // namespace fenmark::desk

@@ -24,6 +24,7 @@ SheetPanel::SheetPanel(const Texts& texts, QWidget* parent)
     table_->verticalHeader()->hide();
     table_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     table_->setWordWrap(false);
+    totals_->setTextFormat(Qt::PlainText);
     totals_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     totals_->setWordWrap(true);
     setFocusProxy(table_);

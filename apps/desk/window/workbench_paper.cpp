@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <map>
+
 namespace fenmark::desk {
 
 void Workbench::makePaperMenu() {
@@ -56,15 +58,40 @@ void Workbench::drawingReplaced() {
     readBackgrounds();
 }
 
-Outcome Workbench::saveTexts(const std::string& path) {
+// What another program wrote meanwhile stays, and so do texts that could not be read.
+Outcome Workbench::saveTexts(const std::string& path, bool toNewFile) {
     Outcome result;
-    if (keptTexts_ != drawing::readTexts(path)) {
+    if (toNewFile) {
         result = drawing::writeTexts(path, keptTexts_);
+    } else if (hasChanges()) {
+        drawing::DrawingTexts texts = drawing::readTexts(path);
+        std::erase_if(texts, [&](const auto& text) {
+            return savedTexts_.contains(text.first) && !keptTexts_.contains(text.first);
+        });
+        for (const auto& [name, value] : keptTexts_) {
+            const auto saved = savedTexts_.find(name);
+            if (saved == savedTexts_.end() || saved->second != value) {
+                texts[name] = value;
+            }
+        }
+        result = drawing::writeTexts(path, texts);
     }
     if (result) {
         savedTexts_ = keptTexts_;
     }
     return result;
+}
+
+void Workbench::keepTexts(const std::string& copy) const {
+    if (drawing::readTexts(copy) != keptTexts_) {
+        (void)drawing::writeTexts(copy, keptTexts_); // without them the copy is worth as much
+    }
+}
+
+void Workbench::recoverTexts(const std::string& copy) {
+    keptTexts_ = drawing::readTexts(copy);
+    savedTexts_.clear();
+    readBackgrounds();
 }
 
 } // namespace fenmark::desk

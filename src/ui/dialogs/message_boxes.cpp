@@ -20,12 +20,15 @@ QString captionOfHost(const QWidget* widget) {
 } // namespace
 
 void showWarning(QWidget* parent, const QString& caption, const QString& text) {
-    QMessageBox::warning(parent, caption, text);
+    QMessageBox box(QMessageBox::Warning, caption, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText); // a name of a file in it is no mark-up
+    box.exec();
 }
 
 void showPlain(QWidget* parent, const QString& caption, const QString& text) {
     QMessageBox box(parent);
     box.setWindowTitle(caption.isEmpty() ? captionOfHost(parent) : caption);
+    box.setTextFormat(Qt::PlainText);
     box.setText(text);
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();

@@ -106,6 +106,16 @@ TEST(DxfColour, IsTheNearestOfTheIndex) {
     EXPECT_EQ(dxfColourOf({165, 0, 0}).index, 12);
     EXPECT_EQ(dxfColourOf({0, 38, 0}).index, 98);
     EXPECT_EQ(dxfColourOf({50, 51, 52}).index, 250);
+    // Between two greys: the nearer one, the first of two that are equally near.
+    EXPECT_EQ(dxfColourOf({128, 128, 128}).index, 8);
+    EXPECT_EQ(dxfColourOf({131, 128, 131}).index, 8);
+    EXPECT_EQ(dxfColourOf({128, 131, 131}).index, 8);
+    EXPECT_EQ(dxfColourOf({131, 131, 128}).index, 8);
+    EXPECT_EQ(dxfColourOf({131, 131, 131}).index, 252);
+    EXPECT_EQ(dxfColourOf({182, 182, 182}).index, 253);
+    EXPECT_EQ(dxfColourOf({183, 183, 183}).index, 9);
+    EXPECT_EQ(dxfColourOf({203, 203, 203}).index, 9);
+    EXPECT_EQ(dxfColourOf({204, 204, 204}).index, 254);
     EXPECT_EQ(dxfColourOf({1, 2, 3}).exact, (drawing::Colour{1, 2, 3}));
 }
 

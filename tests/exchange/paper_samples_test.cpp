@@ -114,6 +114,9 @@ TEST(CrowdedPaper, EachNameTakesTheFirstPlaceThatIsLeft) {
                      {ElementType::Arc, 30.0, 50.0, 50.0, false},
                      {ElementType::Straight, 20.0, kStraight, kStraight, false}});
     addPolyline(crowd, {{90, 90, 0}, {90, 110, 0}, {110, 110, 0}, {110, 90, 0}}, true, "12-3");
+    for (int i = 0; i < 70; ++i) { // no place off lines beside the curve
+        addPolyline(crowd, {{35.0, i - 30.0, 0}, {80.0, i - 30.0, 0}}, false, "", "連続線");
+    }
     const Plot plot = plotPlan(crowd, {});
     ASSERT_EQ(plot.pages.size(), 1U);
     expectSample("plan_crowded.svg", plot.pages[0]);

@@ -137,6 +137,17 @@ TEST_F(Documents, ReportTakesNoOtherFileForALogWithoutErrors) {
     }
 }
 
+TEST_F(Documents, ReportTakesALogThatBeginsWithItsErrorsOrItsCount) {
+    std::string log;
+    sima::encodeCp932(log, "エラー無し\r\n");
+    const std::string target = folder.at("o.csv");
+    ASSERT_EQ(fenmark({"report", drawing, target, "--log", file(log, "none.log")}).code, kDone);
+    log.clear();
+    sima::encodeCp932(log, "ErrX001 x\r\n00002行目 A01,1\r\nエラー無し");
+    ASSERT_EQ(fenmark({"report", drawing, target, "--log", file(log, "one.log")}).code, kDone);
+    EXPECT_NE(contentOf(target).find("\r\nErrX001 x,"), std::string::npos);
+}
+
 TEST_F(Documents, PlotsBecomePagesOfAPdf) {
     const std::string target = folder.at("p.pdf");
     const Ran ran = fenmark({"plot", drawing, target, "--along", "中心線", "--scale", "1000", "--paper", "A4"});

@@ -275,7 +275,11 @@ TEST_F(ImportSafety, OneOfTwoAlignmentsOfAnEqualNameIsNamedByItsIdentifier) {
     EXPECT_TRUE(contains(ran.err, first + ", " + other)) << ran.err;
     EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), first, "20"}).out, "20 0\n");
     EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), other, "20"}).out, "20 50\n");
-    EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), "#99999", "20"}).code, kNotDone);
+    for (const std::string& none :
+         {std::string("#99999"), first + "x", "#" + first, std::string("#"), first.substr(1),
+          first.substr(0, 1) + "-" + first.substr(1), "#18446744073709551616" + first.substr(1)}) {
+        EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), none, "20"}).code, kNotDone) << none;
+    }
 }
 
 TEST_F(ImportSafety, ExchangedCoordinatesAreHintedAt) {

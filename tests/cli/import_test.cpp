@@ -137,6 +137,21 @@ TEST_F(ImportLine, ResultsWithoutAnAlignmentFailWithANote) {
         << ran.err;
 }
 
+// Nobody is asked for the results of the route that is skipped, which must not take those of the other one along.
+TEST_F(ImportLine, ResultsOfASkippedRouteLeaveThoseOfTheOthersAlone) {
+    const std::string main = "F00,2,2,ML,2,\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
+    const std::string ofMain = "H00,2,ML,\r\nH01,No.2,40.0,5.5,6.0,1,\r\nH99,\r\n";
+    const std::string path = file(std::string(kPoints) + kRoute + main + kLongitudinal + ofMain);
+    const auto made = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> line = {"import", path, "--json", "--drawing", folder.at("d.gpkg"), "--replace"};
+        line.insert(line.end(), options.begin(), options.end());
+        return fenmark(line).json()[0]["longitudinal"];
+    };
+    EXPECT_EQ(made({}), 2);
+    EXPECT_EQ(made({"--skip", "main"}), 1);
+    EXPECT_EQ(made({"--skip", "centre"}), 1);
+}
+
 TEST_F(ImportLine, UnknownAlignmentIsRefusedWithTheNamesAndNothingIsKept) {
     const std::string drawing = folder.at("d.gpkg");
     fenmark({"import", file(std::string(kPoints) + kRoute), "--drawing", drawing});

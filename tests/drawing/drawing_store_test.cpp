@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -247,6 +248,20 @@ TEST_F(DrawingStoreTest, AZoneReachesEveryGeometryThatIsThere) {
         sqlite3_finalize(rows);
     }
     sqlite3_close(database);
+}
+
+TEST_F(DrawingStoreTest, TheContentsTellTheBoxOfEachLayer) {
+    Element line;
+    line.start = {10, -20};
+    line.end = {40, 20};
+    line.direction = std::atan2(40.0, 30.0);
+    line.length = 50;
+    const std::size_t road = drawing_.addAlignment(drawing_.addSite("s"), "a", "0", kStandardStyle, kStandardStyle);
+    drawing_.addElement(road, line);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    EXPECT_EQ(
+        OtherProgram(path_).one("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = 'alignments'"),
+        "10.0|-20.0|40.0|20.0");
 }
 
 TEST_F(DrawingStoreTest, EndlessCoordinatesComeBackAndLeaveEveryBoxFinite) {

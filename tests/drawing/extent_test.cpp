@@ -1,6 +1,10 @@
 // The box around everything in a drawing, after objects are removed or replaced.
 #include "support/drawing_support.h"
 
+#include <limits>
+#include <numbers>
+#include <utility>
+
 namespace fenmark::drawing {
 namespace {
 
@@ -28,6 +32,27 @@ TEST(DrawingExtent, IsLessWhenAnImportGoes) {
     EXPECT_EQ(drawing.extent(), boxOf(-500, 5, 30, 700));
     ASSERT_TRUE(drawing.removeImport(id));
     EXPECT_EQ(drawing.extent(), boxOf(10, 5, 30, 20));
+}
+
+// Of its curve where there is one; of its two ends where it has no length that can be laid.
+TEST(DrawingExtent, OfAnElementHoldsBothEnds) {
+    Element element = straight(10, 70, 5);
+    element.end.y = 9; // the end that is kept need not be the curve's
+    EXPECT_EQ(extentOf(element), boxOf(10, 5, 70, 9));
+    element.length = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(extentOf(element), boxOf(10, 5, 70, 9));
+    std::swap(element.start, element.end);
+    EXPECT_EQ(extentOf(element), boxOf(10, 5, 70, 9));
+    Element half;
+    half.type = ElementType::Arc;
+    half.length = 10.0 * std::numbers::pi;
+    half.startRadius = half.endRadius = 10.0;
+    half.end = {0, 20};
+    const Extent bulge = extentOf(half);
+    EXPECT_EQ(bulge.minX, 0);
+    EXPECT_NEAR(bulge.maxX, 10, 1e-12);
+    EXPECT_EQ(bulge.minY, 0);
+    EXPECT_NEAR(bulge.maxY, 20, 1e-12);
 }
 
 TEST(DrawingExtent, FollowsElementsThatAreLaidAnewOrGo) {

@@ -58,6 +58,23 @@ TEST_F(ForeignDrawing, AnAddedColumnDoesNotKeepAnImportOut) {
     EXPECT_EQ(one("SELECT memo FROM layers"), "kept");
 }
 
+TEST_F(ForeignDrawing, AFeatureMayHaveEveryIdentifierFromOneOn) {
+    for (const std::string layer : {"points", "polylines"}) {
+        ASSERT_EQ(one("SELECT count(*) FROM " + layer + " WHERE fid = 1"), "0");
+        for (const char* trigger :
+             {"update1", "update2", "update3", "update4", "update5", "update6", "update7", "delete"}) {
+            gis("DROP TRIGGER IF EXISTS rtree_" + layer + "_geom_" + trigger);
+        }
+        gis("UPDATE " + layer + " SET fid = 1 WHERE fid = (SELECT min(fid) FROM " + layer + ")");
+        Drawing again;
+        EXPECT_TRUE(DrawingStore().open(path_, again)) << layer;
+        EXPECT_EQ(again.entityCount(), drawing_.entityCount()) << layer;
+        gis("UPDATE " + layer + " SET fid = 0 WHERE fid = 1");
+        EXPECT_EQ(DrawingStore().open(path_, again).failure, Failure::Damaged) << layer;
+        gis("UPDATE " + layer + " SET fid = 100000 WHERE fid = 0");
+    }
+}
+
 TEST_F(ForeignDrawing, ARenamedColumnIsToldByNameAndNeverReadAsItsOwnName) {
     gis("ALTER TABLE points RENAME COLUMN \"Name\" TO 点名");
     Drawing again;

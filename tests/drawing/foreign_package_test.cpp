@@ -177,6 +177,24 @@ TEST_F(PackageOfAnother, OlderDatumsAreTakenAsTheyStandAndTold) {
     }
 }
 
+TEST_F(PackageOfAnother, EveryZoneOfEveryDatumIsKnownByItsCodeAndNoOther) {
+    addTable("p", 6677);
+    run("INSERT INTO p VALUES (1, " + pointBlob(1, 2) + ")");
+    for (const int first : {6669, 2443, 30161}) {
+        for (const int zone : {0, 1, 2, 9, 18, 19, 20}) {
+            run("UPDATE gpkg_spatial_ref_sys SET organization_coordsys_id = " + std::to_string(first + zone - 1) +
+                " WHERE srs_id = 6677");
+            const Outcome outcome = read();
+            ASSERT_EQ(static_cast<bool>(outcome), zone >= 1 && zone <= 19) << first << ' ' << zone;
+            if (outcome) {
+                EXPECT_EQ(package_.drawing.zone(), first == 6669 ? zone : 0);
+                const std::string told = "coordinates of zone " + std::to_string(zone) + " of ";
+                EXPECT_EQ(notes().back().starts_with(told), first != 6669) << notes().back();
+            }
+        }
+    }
+}
+
 TEST_F(PackageOfAnother, ATableThatDoesNotTellItsPlaneNeedsAZone) {
     addTable("p", 0);
     run("INSERT INTO p VALUES (1, " + pointBlob(1, 2) + ")");

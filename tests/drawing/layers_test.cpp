@@ -188,5 +188,21 @@ TEST_F(Layers, OneThatMayHoldWhatWasNotReadStays) {
     EXPECT_EQ(rowsOn("polylines", "筆界"), 1U);
 }
 
+TEST_F(Layers, EveryObjectStaysOnItsLayerWhenOneBeforeItGoes) {
+    Drawing objects;
+    for (const char* name : {"空", "境界", "道路"}) {
+        objects.addLayer(name);
+    }
+    const std::vector<std::size_t> placed = {2, 3, 0, 2, 3};
+    for (const std::size_t layer : placed) {
+        objects.addPoint({1, 2, 0}, layer);
+    }
+    const std::vector<Layer> before = objects.layers();
+    ASSERT_TRUE(objects.setLayers({before[0], before[2], before[3]}));
+    for (std::size_t i = 0; i < placed.size(); ++i) {
+        EXPECT_EQ(objects.entity(i).layer, before[placed[i]].name) << i;
+    }
+}
+
 } // namespace
 } // namespace fenmark::drawing

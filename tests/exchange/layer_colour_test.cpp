@@ -4,9 +4,12 @@
 #include "exchange/info.h"
 #include "exchange/plan/plot.h"
 #include "sample_drawing.h"
+#include "support/sample_file.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdint>
 #include <sstream>
 #include <string>
 
@@ -106,7 +109,37 @@ TEST(DxfColour, IsTheNearestOfTheIndex) {
     EXPECT_EQ(dxfColourOf({165, 0, 0}).index, 12);
     EXPECT_EQ(dxfColourOf({0, 38, 0}).index, 98);
     EXPECT_EQ(dxfColourOf({50, 51, 52}).index, 250);
+    // Between two greys: the nearer one, the first of two that are equally near.
+    EXPECT_EQ(dxfColourOf({128, 128, 128}).index, 8);
+    EXPECT_EQ(dxfColourOf({131, 128, 131}).index, 8);
+    EXPECT_EQ(dxfColourOf({128, 131, 131}).index, 8);
+    EXPECT_EQ(dxfColourOf({131, 131, 128}).index, 8);
+    EXPECT_EQ(dxfColourOf({131, 131, 131}).index, 252);
+    EXPECT_EQ(dxfColourOf({182, 182, 182}).index, 253);
+    EXPECT_EQ(dxfColourOf({183, 183, 183}).index, 9);
+    EXPECT_EQ(dxfColourOf({203, 203, 203}).index, 9);
+    EXPECT_EQ(dxfColourOf({204, 204, 204}).index, 254);
     EXPECT_EQ(dxfColourOf({1, 2, 3}).exact, (drawing::Colour{1, 2, 3}));
+}
+
+// How many colours of a grid come to each index: every colour of the index has its borders with others in there.
+TEST(DxfColour, PartsAllColoursAsItDid) {
+    constexpr int kStep = 9;
+    std::array<int, 256> counts{};
+    for (int red = 0; red < 256; red += kStep) {
+        for (int green = 0; green < 256; green += kStep) {
+            for (int blue = 0; blue < 256; blue += kStep) {
+                const drawing::Colour colour{static_cast<std::uint8_t>(red), static_cast<std::uint8_t>(green),
+                                             static_cast<std::uint8_t>(blue)};
+                ++counts[static_cast<std::size_t>(dxfColourOf(colour).index)];
+            }
+        }
+    }
+    std::string text;
+    for (std::size_t index = 0; index < counts.size(); ++index) {
+        text += std::to_string(index) + " " + std::to_string(counts[index]) + "\n";
+    }
+    expectSample("dxf_colours.txt", text);
 }
 
 TEST_F(LayerColour, IsInTheSummary) {

@@ -100,6 +100,28 @@ TEST_F(Papers, PlanOfAPartWithTitles) {
     expectPages("plan_part", plotPlan(drawing, options));
 }
 
+// More names at a place than have room, on lines and off them.
+TEST(CrowdedPaper, EachNameTakesTheFirstPlaceThatIsLeft) {
+    Drawing crowd;
+    for (int i = 1; i <= 10; ++i) {
+        addPoint(crowd, {20.0, 60.0, 0.0}, std::to_string(i).c_str());
+    }
+    for (int i = 0; i < 12; ++i) {
+        addPoint(crowd, {100.0 + 4.0 * (i % 4), 60.0 + 3.0 * (i / 4), 0.0}, ("K" + std::to_string(i)).c_str());
+    }
+    addChain(crowd, {{ElementType::Straight, 100.0, kStraight, kStraight, false}});
+    addChain(crowd, {{ElementType::Straight, 40.0, kStraight, kStraight, false},
+                     {ElementType::Arc, 30.0, 50.0, 50.0, false},
+                     {ElementType::Straight, 20.0, kStraight, kStraight, false}});
+    addPolyline(crowd, {{90, 90, 0}, {90, 110, 0}, {110, 110, 0}, {110, 90, 0}}, true, "12-3");
+    for (int i = 0; i < 70; ++i) { // no place off lines beside the curve
+        addPolyline(crowd, {{35.0, i - 30.0, 0}, {80.0, i - 30.0, 0}}, false, "", "連続線");
+    }
+    const Plot plot = plotPlan(crowd, {});
+    ASSERT_EQ(plot.pages.size(), 1U);
+    expectSample("plan_crowded.svg", plot.pages[0]);
+}
+
 TEST_F(Papers, SheetsAlongTheRoad) {
     PlotOptions options;
     options.scale = 500;

@@ -2,6 +2,7 @@
 #include "exchange/plan/plan.h"
 #include "exchange/plan/plan_geometry.h"
 #include "exchange/plan/plan_svg.h"
+#include "exchange/plan/plot.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
 
@@ -12,6 +13,7 @@
 #include <limits>
 #include <set>
 #include <sstream>
+#include <string>
 
 namespace fenmark::exchange {
 namespace {
@@ -221,6 +223,20 @@ TEST_F(PlanOf, SheetHasNorthScaleBarLegendGridAndTitle) {
     EXPECT_TRUE(hasTextBeginning("Y=12"));
     EXPECT_TRUE(hasTextBeginning("X=-36"));
     EXPECT_FALSE(hasText("横断成果の点")) << "the legend tells what is there";
+}
+
+TEST(Plan, NamesEveryZoneByItsNumeral) {
+    const char* const numerals[] = {"I",  "II",  "III",  "IV",  "V",  "VI",  "VII",  "VIII",  "IX", "X",
+                                    "XI", "XII", "XIII", "XIV", "XV", "XVI", "XVII", "XVIII", "XIX"};
+    for (int zone = 1; zone <= 19; ++zone) {
+        Drawing drawing;
+        drawing.setZone(zone);
+        addPoint(drawing, {1.0, 2.0, 0.0}, "P");
+        const Plot plot = plotPlan(drawing, {});
+        ASSERT_EQ(plot.pages.size(), 1U);
+        const std::string wanted = std::string("平面直角座標 第") + numerals[zone - 1] + "系";
+        EXPECT_NE(plot.pages[0].find(wanted), std::string::npos) << wanted;
+    }
 }
 
 TEST_F(PlanOf, LotsShowNameAndArea) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace fenmark::exchange {
 namespace {
 
@@ -40,6 +42,17 @@ INSTANTIATE_TEST_SUITE_P(Texts, NoStationText,
                          ::testing::Values("", "+", "+-1", "20m", "nan", "inf", "0x10", " 1", "1 ", "N", "No", "No.",
                                            "No.x", "No.6+", "No.6+-1", "No.6.5", "No.6 1", "k", "k5", "1.5k", "-1k5",
                                            "1k+", "1k++5", "1k5m", "1k2k3", "0+120"));
+
+TEST(StationTexts, OnlyTheSignsOfStationsStandBetweenDigits) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const char sign = static_cast<char>(byte);
+        const bool isDigit = sign >= '0' && sign <= '9';
+        const bool isKnown = isDigit || sign == '.' || sign == 'e' || sign == 'E' || sign == 'k' || sign == 'K';
+        EXPECT_EQ(parseStation(std::string("1") + sign + "2").has_value(), isKnown) << byte;
+        EXPECT_EQ(parseStation(std::string("No") + sign + "2").has_value(), isDigit || sign == '.' || sign == '-')
+            << byte;
+    }
+}
 
 } // namespace
 } // namespace fenmark::exchange

@@ -28,13 +28,13 @@ std::vector<std::string> optionNames(const CLI::App& command) {
 }
 
 // The name of an option in an argument: "--zone" of "--zone=9", "-v" of "-v9"; empty for all that is none, such as a
-// negative number.
+// negative number. "--", which ends the options, is its own name; no command looks it up.
 std::string optionName(const std::string& argument) {
-    if (argument.size() > 2 && argument.starts_with("--")) {
+    if (argument.starts_with("--")) {
         return argument.substr(0, argument.find('='));
     }
-    const bool isShort = argument.size() > 1 && argument[0] == '-' && argument[1] != '-' && argument[1] != '.' &&
-                         !(argument[1] >= '0' && argument[1] <= '9');
+    const bool isShort =
+        argument.size() > 1 && argument[0] == '-' && argument[1] != '.' && !(argument[1] >= '0' && argument[1] <= '9');
     return isShort ? argument.substr(0, 2) : std::string();
 }
 

@@ -1,0 +1,69 @@
+// The line that a bar draws: percent, filled part and width to the character.
+#include "cli/progress_bar.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <sstream>
+#include <string>
+
+namespace fenmark::cli {
+namespace {
+
+std::string drawnAt(std::int64_t lower, std::int64_t upper, std::int64_t position, int columns = 0) {
+    std::ostringstream terminal;
+    ProgressBars bars(terminal, std::chrono::milliseconds(0), columns);
+    const std::unique_ptr<sima::Progress> bar = bars.create("読込", false);
+    bar->setRange(lower, upper, 1);
+    bar->setPosition(position);
+    return terminal.str();
+}
+
+std::string line(int filled, int width, int percent) {
+    return "\r読込 [" + std::string(static_cast<std::size_t>(filled), '=') +
+           std::string(static_cast<std::size_t>(width - filled), ' ') + "] " + std::to_string(percent) + " %";
+}
+
+TEST(ProgressBar, ShowsWholePercentsThatAreReached) {
+    EXPECT_EQ(drawnAt(0, 10000, 0), line(0, 40, 0));
+    EXPECT_EQ(drawnAt(0, 10000, 99), line(0, 40, 0));
+    EXPECT_EQ(drawnAt(0, 10000, 101), line(0, 40, 1));
+    EXPECT_EQ(drawnAt(0, 10000, 249), line(0, 40, 2));
+    EXPECT_EQ(drawnAt(0, 10000, 250), line(1, 40, 2));
+    EXPECT_EQ(drawnAt(0, 10000, 5000), line(20, 40, 50));
+    EXPECT_EQ(drawnAt(0, 10000, 9999), line(39, 40, 99));
+    EXPECT_EQ(drawnAt(0, 10000, 10000), line(40, 40, 100));
+    EXPECT_EQ(drawnAt(0, 10000, 10001), line(40, 40, 100)) << "beyond the end";
+    EXPECT_EQ(drawnAt(200, 300, 225), line(10, 40, 25));
+    EXPECT_EQ(drawnAt(200, 300, 100), line(0, 40, 0)) << "before the beginning";
+    EXPECT_EQ(drawnAt(5, 5, 5), line(0, 40, 0)) << "a range of nothing";
+    EXPECT_EQ(drawnAt(5, 5, 6), line(40, 40, 100));
+}
+
+// The title takes four columns, and what stands round a bar ten.
+TEST(ProgressBar, IsNeverWiderThanTheTerminal) {
+    EXPECT_EQ(drawnAt(0, 100, 50, 200), line(20, 40, 50));
+    EXPECT_EQ(drawnAt(0, 100, 50, 54), line(20, 40, 50));
+    EXPECT_EQ(drawnAt(0, 100, 50, 53), line(19, 39, 50));
+    EXPECT_EQ(drawnAt(0, 100, 50, 16), line(1, 2, 50));
+    EXPECT_EQ(drawnAt(0, 100, 50, 14), line(0, 0, 50));
+    EXPECT_EQ(drawnAt(0, 100, 50, 1), line(0, 0, 50));
+}
+
+TEST(ProgressBar, DrawsAThousandStepsAndGoesInTheEnd) {
+    std::ostringstream terminal;
+    {
+        ProgressBars bars(terminal, std::chrono::milliseconds(0), 0);
+        const std::unique_ptr<sima::Progress> bar = bars.create("読込", false);
+        bar->setRange(0, 10000, 1);
+        for (std::int64_t position = 0; position < 33; ++position) {
+            bar->setPosition(position);
+        }
+    }
+    const std::string first = line(0, 40, 0);
+    EXPECT_EQ(terminal.str(), first + first + first + "\r\033[K") << "at 0, 11 and 22";
+}
+
+} // namespace
+} // namespace fenmark::cli

@@ -80,12 +80,72 @@ TEST_F(AbsurdDrawing, ElementsAreDrawnWithFewPoints) {
     for (std::size_t a = 0; a < drawing.alignmentCount(); ++a) {
         for (const drawing::Element& element : drawing.alignment(a).elements) {
             qsizetype points = 0;
-            for (const QPolygonF& part : elementPixels(element, survey, QRectF(0.0, 0.0, 800.0, 600.0))) {
+            CurveBudget budget;
+            for (const QPolygonF& part : elementPixels(element, survey, QRectF(0.0, 0.0, 800.0, 600.0), budget)) {
                 points += part.size();
             }
             EXPECT_LE(points, kMostPoints) << element.length << ' ' << element.startRadius << ' ' << element.endRadius;
         }
     }
+}
+
+// Each clothoid winds up tens of thousands of times, as one whose A was given in millimetres.
+drawing::Element windingClothoid(double direction) {
+    drawing::Element element;
+    element.type = drawing::ElementType::Clothoid;
+    element.direction = direction;
+    element.length = 54e6;
+    element.endRadius = 150.0;
+    element.end = drawing::poseOnElement(element, element.length).point;
+    return element;
+}
+
+TEST(ManyWindingClothoids, ShareThePointsOfAPicture) {
+    constexpr int kClothoids = 400;
+    ViewTransform survey;
+    survey.setSize(QSizeF(800.0, 600.0));
+    drawing::Extent box;
+    for (int i = 0; i < kClothoids; ++i) {
+        const auto around = drawing::boxOfElement(windingClothoid(0.01 * i));
+        box.add(around->minX, around->minY);
+        box.add(around->maxX, around->maxY);
+    }
+    survey.fit(box);
+    CurveBudget budget;
+    qsizetype points = 0;
+    for (int i = 0; i < kClothoids; ++i) {
+        for (const QPolygonF& part :
+             elementPixels(windingClothoid(0.01 * i), survey, QRectF(0.0, 0.0, 800.0, 600.0), budget)) {
+            points += part.size();
+        }
+    }
+    EXPECT_GT(points, 100 * kClothoids);
+    EXPECT_LT(points, 400'000);
+    EXPECT_EQ(budget.left, 0U);
+    // What is drawn behind them is as near to its curve as ever.
+    drawing::Element arc;
+    arc.type = drawing::ElementType::Arc;
+    arc.length = 0.5 * (box.maxX - box.minX);
+    arc.startRadius = arc.endRadius = arc.length;
+    arc.end = drawing::poseOnElement(arc, arc.length).point;
+    CurveBudget whole;
+    EXPECT_EQ(elementPixels(arc, survey, QRectF(0.0, 0.0, 800.0, 600.0), budget),
+              elementPixels(arc, survey, QRectF(0.0, 0.0, 800.0, 600.0), whole));
+}
+
+TEST(ManyWindingClothoids, ArePaintedNamedAndFound) {
+    drawing::Drawing drawing;
+    const auto site = drawing.addSite("S");
+    for (int i = 0; i < 1000; ++i) {
+        drawing.addElement(drawing.addAlignment(site, std::to_string(i), "0", "", ""), windingClothoid(0.01 * i));
+    }
+    PlanView view;
+    view.resize(800, 600);
+    view.setDrawing(&drawing);
+    view.fitAll();
+    EXPECT_GT(view.render(), 0U);
+    view.selectAllShown();
+    EXPECT_EQ(view.selection().size(), 1000U);
 }
 
 TEST_F(AbsurdDrawing, IsSelectedWalkedAndLit) {

@@ -190,7 +190,8 @@ TEST(PlanShapes, ACurveSeenFromVeryNearIsDrawnWithFewPointsAndLiesOnTheTrueOne) 
     spot.add(x - 0.01, y - 0.01);
     spot.add(x + 0.01, y + 0.01);
     view.fit(spot); // some 40 pixels for each millimetre
-    const std::vector<QPolygonF> parts = elementPixels(arc, view, QRectF(0, 0, 1000, 800));
+    CurveBudget budget;
+    const std::vector<QPolygonF> parts = elementPixels(arc, view, QRectF(0, 0, 1000, 800), budget);
     ASSERT_EQ(parts.size(), 1U);
     EXPECT_LT(parts[0].size(), 100);
     for (const QPointF& pixel : parts[0]) {
@@ -207,7 +208,8 @@ TEST(PlanShapes, AWholeElementIsOneLineFromEndToEnd) {
     all.add(-10, -10);
     all.add(110, 110);
     view.fit(all);
-    const std::vector<QPolygonF> parts = elementPixels(arc, view, QRectF(0, 0, 500, 500));
+    CurveBudget budget;
+    const std::vector<QPolygonF> parts = elementPixels(arc, view, QRectF(0, 0, 500, 500), budget);
     ASSERT_EQ(parts.size(), 1U);
     EXPECT_NEAR(parts[0].first().x(), view.toPixel(0, 0).x(), kPixelTolerance);
     EXPECT_NEAR(parts[0].last().y(), view.toPixel(100, 100).y(), kPixelTolerance);

@@ -112,7 +112,7 @@ void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment
 }
 
 void paintStations(QPainter& painter, const ViewTransform& view, const drawing::AlignmentGeometry& geometry,
-                   LabelRoom& room, bool names) {
+                   LabelRoom& room, bool names, int& left) {
     if (kStationStep * view.pixelsPerMetre() < kStationPixels) {
         return;
     }
@@ -130,7 +130,7 @@ void paintStations(QPainter& painter, const ViewTransform& view, const drawing::
     auto number = static_cast<std::int64_t>(std::ceil(geometry.startStation() / kStationStep));
     const auto last =
         static_cast<std::int64_t>(std::floor((geometry.endStation() + drawing::kStationTolerance) / kStationStep));
-    for (int asked = 0; number <= last && asked < kMostStations; ++asked) {
+    for (int asked = 0; number <= last && asked < kMostStations && left > 0; ++asked, --left) {
         const double station = static_cast<double>(number) * kStationStep;
         ++number;
         const std::optional<Pose> pose = geometry.poseAt(station);

@@ -12,6 +12,8 @@
 
 namespace fenmark::desk {
 
+inline constexpr int kMostStationsOfAPicture = 100'000;
+
 // Circles where elements meet.
 void drawElementEnds(QPainter& painter, const ViewTransform& view, const drawing::Alignment& alignment);
 // Length, radius and parameter along each element that is long enough, as far as there is room.
@@ -19,8 +21,9 @@ void labelElements(QPainter& painter, const ViewTransform& view, const drawing::
                    const std::function<QColor(drawing::ElementType)>& inkOfType);
 // The name beside the start.
 void nameAlignment(QPainter& painter, const ViewTransform& view, const drawing::Alignment& alignment, LabelRoom& room);
-// Marks every 20 m, square to the alignment, and their names as far as there is room.
+// Marks every 20 m, square to the alignment, and their names as far as there is room. Asks for `left` stations
+// at most, and takes them off.
 void paintStations(QPainter& painter, const ViewTransform& view, const drawing::AlignmentGeometry& geometry,
-                   LabelRoom& room, bool names);
+                   LabelRoom& room, bool names, int& left);
 
 } // namespace fenmark::desk

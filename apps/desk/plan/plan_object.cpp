@@ -71,6 +71,7 @@ std::vector<PlanObject> objectsAt(const Drawing& drawing, const PlanIndex& index
 
     std::vector<Found> near;
     std::vector<Found> enclosing;
+    CurveBudget budget;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         const Alignment& alignment = drawing.alignment(a);
         if (!meet(index.alignmentExtent(a), box) || isHidden(look, drawing, alignment.layer)) {
@@ -81,7 +82,7 @@ std::vector<PlanObject> objectsAt(const Drawing& drawing, const PlanIndex& index
                 continue;
             }
             double distance = INFINITY;
-            for (const QPolygonF& part : elementPixels(alignment.elements[e], view, around)) {
+            for (const QPolygonF& part : elementPixels(alignment.elements[e], view, around, budget)) {
                 distance = std::min(distance, distanceToLine(part, pixel, false));
             }
             if (distance <= reach) {
@@ -140,6 +141,7 @@ std::vector<PlanObject> objectsInView(const Drawing& drawing, const PlanIndex& i
                                       const PlanLook& look) {
     const Extent visible = view.visible();
     std::vector<PlanObject> objects;
+    CurveBudget budget;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         if (!meet(index.alignmentExtent(a), visible) || isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;
@@ -172,6 +174,7 @@ std::vector<PlanObject> objectsInBox(const Drawing& drawing, const PlanIndex& in
     view.fit(box);
     const QRectF pixels(view.toPixel(box.minX, box.maxY), view.toPixel(box.maxX, box.minY));
     std::vector<PlanObject> objects;
+    CurveBudget budget;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         const Alignment& alignment = drawing.alignment(a);
         if (!meet(index.alignmentExtent(a), box) || isHidden(look, drawing, alignment.layer)) {
@@ -181,7 +184,7 @@ std::vector<PlanObject> objectsInBox(const Drawing& drawing, const PlanIndex& in
         for (std::size_t e = 0; !found && !wholly && e < std::min(index.elementCount(a), alignment.elements.size());
              ++e) {
             found = meet(index.elementExtent(a, e), box) && !look.hides(alignment.elements[e].type) &&
-                    !elementPixels(alignment.elements[e], view, pixels).empty();
+                    !elementPixels(alignment.elements[e], view, pixels, budget).empty();
         }
         if (found) {
             objects.push_back({PlanObject::Kind::Alignment, a, {}});

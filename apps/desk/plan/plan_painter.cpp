@@ -321,6 +321,7 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
     const Extent visible = view.visible(kLabelMarginPixels);
     const QRectF clip = clipOf(view);
     std::vector<std::size_t> seen;
+    CurveBudget budget;
     painter.setRenderHint(QPainter::Antialiasing);
     for (std::size_t a = 0; a < std::min(index_.alignmentCount(), drawing_.alignmentCount()); ++a) {
         const Alignment& alignment = drawing_.alignment(a);
@@ -335,7 +336,7 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
             }
             ++drawn_;
             painter.setPen(QPen(inkOf(alignment, element.type), 2.0, Qt::SolidLine, Qt::FlatCap));
-            for (const QPolygonF& part : elementPixels(element, view, clip)) {
+            for (const QPolygonF& part : elementPixels(element, view, clip, budget)) {
                 painter.drawPolyline(part);
             }
         }
@@ -349,8 +350,9 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
         }
     }
     if (look.stations) {
+        int stations = kMostStationsOfAPicture;
         for (const std::size_t a : alignmentsToName(seen, look)) {
-            paintStations(painter, view, drawing_.geometry(a), room, look.labels);
+            paintStations(painter, view, drawing_.geometry(a), room, look.labels, stations);
         }
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -377,6 +379,7 @@ void PlanPainter::keepFree(const ViewTransform& view, const PlanLook& look, Labe
         }
     }
     const Extent visible = view.visible(kLabelMarginPixels);
+    CurveBudget budget; // as where they are painted, so that the lines are the same
     for (std::size_t a = 0; a < std::min(index_.alignmentCount(), drawing_.alignmentCount()); ++a) {
         const Alignment& alignment = drawing_.alignment(a);
         if (!meet(index_.alignmentExtent(a), visible) || isHidden(look, drawing_, alignment.layer)) {
@@ -384,7 +387,7 @@ void PlanPainter::keepFree(const ViewTransform& view, const PlanLook& look, Labe
         }
         for (std::size_t e = 0; e < std::min(index_.elementCount(a), alignment.elements.size()); ++e) {
             if (meet(index_.elementExtent(a, e), visible) && !look.hides(alignment.elements[e].type)) {
-                for (const QPolygonF& part : elementPixels(alignment.elements[e], view, clip)) {
+                for (const QPolygonF& part : elementPixels(alignment.elements[e], view, clip, budget)) {
                     block(part);
                 }
             }
@@ -546,12 +549,13 @@ void PlanPainter::paintMarked(QPainter& painter, const ViewTransform& view, cons
         return;
     }
     const Alignment& alignment = drawing_.alignment(object.index);
+    CurveBudget budget;
     for (std::size_t i = 0; i < alignment.elements.size(); ++i) {
         const bool chosen = !object.element || *object.element == i;
         QColor colour = mark;
         colour.setAlphaF(chosen ? 0.9F : 0.35F);
         painter.setPen(QPen(colour, chosen ? width + 2.0 : width, Qt::SolidLine, Qt::FlatCap));
-        for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip)) {
+        for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip, budget)) {
             painter.drawPolyline(part);
         }
     }

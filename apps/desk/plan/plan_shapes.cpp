@@ -17,7 +17,8 @@ constexpr double kClipMargin = 32.0; // pixels outside the view that lines still
 constexpr int kMaximumDepth = 40; // halvings of an element; a piece is then shorter than any number can resolve
 // The most pieces that are looked at. A curve that needs more winds up in the picture, and its line of
 // kMostElementPoints is drawn instead.
-constexpr int kMostPieces = 20'000;
+constexpr std::size_t kMostPieces = 20'000;
+constexpr std::size_t kFewestPieces = 1'000; // also where the budget of the picture is spent
 
 // Cuts a segment to the rectangle (Liang and Barsky 1984); false if nothing is left.
 bool clipSegment(QPointF& a, QPointF& b, const QRectF& to) {
@@ -82,8 +83,9 @@ struct Curve {
     const ViewTransform& view;
     const QRectF& within;
     double largestCurvature; // 1/m
+    std::size_t mostPieces;
     std::vector<QPolygonF> parts;
-    int looked = 0;
+    std::size_t looked = 0;
 
     QPointF at(double along) const {
         const Pose pose = drawing::poseOnElement(element, along);
@@ -91,7 +93,7 @@ struct Curve {
     }
 
     void add(double from, double until, const QPointF& start, const QPointF& end, int depth) {
-        if (++looked > kMostPieces) {
+        if (++looked > mostPieces) {
             return;
         }
         const double length = until - from;
@@ -163,20 +165,25 @@ QPolygonF clippedArea(const QPolygonF& area, const QRectF& to) {
         kept, [&](const QPointF& p) { return p.y() <= to.bottom(); }, atY(to.bottom()));
 }
 
-std::vector<QPolygonF> elementPixels(const Element& element, const ViewTransform& view, const QRectF& within) {
+std::vector<QPolygonF> elementPixels(const Element& element, const ViewTransform& view, const QRectF& within,
+                                     CurveBudget& budget) {
     const double curvature = element.type == ElementType::Straight
                                  ? 0.0
                                  : std::max(std::abs(element.startCurvature()), std::abs(element.endCurvature()));
-    Curve curve{element, view, within, curvature, {}};
+    const std::size_t mostPieces = std::clamp(budget.left, kFewestPieces, kMostPieces);
+    const auto spend = [&budget](std::size_t places) { budget.left -= std::min(budget.left, places); };
+    Curve curve{element, view, within, curvature, mostPieces, {}};
     if (drawing::isUsable(element)) {
         curve.add(0.0, element.length, view.toPixel(element.start.x, element.start.y),
                   view.toPixel(element.end.x, element.end.y), 0);
-        if (curve.looked <= kMostPieces) {
+        spend(std::min(curve.looked, mostPieces));
+        if (curve.looked <= mostPieces) {
             return std::move(curve.parts);
         }
     }
     std::vector<host::PlanPoint> points;
-    drawing::appendElementLine(element, kChordPixels / view.pixelsPerMetre(), points);
+    drawing::appendElementLine(element, kChordPixels / view.pixelsPerMetre(), points, 0, budget.left);
+    spend(points.size());
     QPolygonF line;
     for (const host::PlanPoint& point : points) {
         line.append(view.toPixel(point.x, point.y));

@@ -9,6 +9,7 @@
 
 #include <QPolygonF>
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -27,8 +28,15 @@ std::vector<QPolygonF> clippedLine(const QPolygonF& line, bool closed, const QRe
 // The part of an area within the rectangle, which may run along its edges; empty if there is none.
 QPolygonF clippedArea(const QPolygonF& area, const QRectF& to);
 
+// How many places of curves may still be looked at for one picture, or for one search in it. Only curves that wind up
+// take so many; those that come behind them are lines of drawing::kFewestElementPoints at most.
+struct CurveBudget {
+    std::size_t left = 400'000;
+};
+
 // The parts of an element within the rectangle (pixels), as lines within kChordPixels of the true curve.
-std::vector<QPolygonF> elementPixels(const drawing::Element& element, const ViewTransform& view, const QRectF& within);
+std::vector<QPolygonF> elementPixels(const drawing::Element& element, const ViewTransform& view, const QRectF& within,
+                                     CurveBudget& budget);
 
 // Distance of a pixel from a line, in pixels; infinite for a line without points.
 double distanceToLine(const QPolygonF& line, const QPointF& pixel, bool closed);

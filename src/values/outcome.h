@@ -15,7 +15,8 @@ enum class Failure {
     NoFolder,    // no folder to make it in
     NotAFile,    // a folder, a device
     NotADrawing, // no SQLite file
-    NotOurs,     // a SQLite file that this program did not make, or a later format
+    NotOurs,     // a SQLite file that this program did not make
+    LaterFormat, // a drawing that a later version made
     NotReadable, // no permission
     NotWritable, // file or folder cannot be written
     DiskFull,

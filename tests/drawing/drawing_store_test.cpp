@@ -397,8 +397,8 @@ TEST_F(DrawingStoreTest, ALaterFormatIsTold) {
     sqlite3_close(database);
     Drawing drawing;
     const Outcome result = DrawingStore().open(path_, drawing);
-    EXPECT_EQ(result.failure, Failure::NotOurs);
-    EXPECT_NE(result.message.english.find("later version"), std::string::npos);
+    EXPECT_EQ(result.failure, Failure::LaterFormat);
+    EXPECT_EQ(result.message.english, path_ + ": was made by a later version of this program");
 }
 
 TEST_F(DrawingStoreTest, ADamagedDrawingIsToldAndNeverCrashes) {

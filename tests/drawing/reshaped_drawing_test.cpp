@@ -130,6 +130,57 @@ TEST_F(ReshapedDrawing, WhatTheRowsOfAnImportWouldNotReachKeepsItOut) {
     }
 }
 
+TEST_F(ReshapedDrawing, AnIndexThatLetsNoValueStandTwiceKeepsItOut) {
+    const std::string path = changed("CREATE UNIQUE INDEX once ON layers (name)");
+    Drawing drawing;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path, drawing));
+    addSmallImport(drawing, 1);
+    const Outcome saved = store.save(path, drawing);
+    EXPECT_EQ(saved.failure, Failure::Reshaped);
+    EXPECT_NE(saved.message.english.find("the index 'once' of the table 'layers' lets no value stand twice"),
+              std::string::npos)
+        << saved.message.english;
+}
+
+// The drawing has no zone: its coordinates may be said to be in any, but may be no degrees.
+TEST_F(ReshapedDrawing, ATableInAnotherReferenceSystemIsRefused) {
+    const std::string srs = "INSERT OR IGNORE INTO gpkg_spatial_ref_sys VALUES ('a', %, 'EPSG', %, 'b', 'c');"
+                            "UPDATE gpkg_geometry_columns SET srs_id = % WHERE table_name = 'points'";
+    const std::pair<const char*, bool> systems[] = {
+        {"6669", true},  {"6687", true},   {"2443", true},   {"30179", true}, {"0", true},
+        {"-1", true},    {"4326", false},  {"6668", false},  {"6688", false}, {"2442", false},
+        {"2462", false}, {"30160", false}, {"30180", false}, {"3857", false}};
+    for (const auto& [system, sound] : systems) {
+        std::string sql = srs;
+        for (std::size_t at = sql.find('%'); at != std::string::npos; at = sql.find('%')) {
+            sql.replace(at, 1, system);
+        }
+        Drawing drawing;
+        const Outcome opened = DrawingStore().open(changed(sql), drawing);
+        EXPECT_EQ(opened.failure, sound ? Failure::None : Failure::Reshaped) << system << opened.message.english;
+        if (!sound) {
+            EXPECT_NE(opened.message.english.find("its table 'points' was brought into the reference system " +
+                                                  std::string(system)),
+                      std::string::npos)
+                << opened.message.english;
+        }
+    }
+}
+
+// A zone has one system; a drawing of zone 9 is not read as one of zone 8, nor in another datum.
+TEST_F(ReshapedDrawing, ATableOfAnotherZoneIsRefused) {
+    for (const auto& [srs, failure] :
+         {std::pair{"6677", Failure::None}, {"6676", Failure::Reshaped}, {"2451", Failure::Reshaped}}) {
+        Drawing drawing;
+        const std::string path =
+            changed("UPDATE fenmark_drawing SET zone = 9; UPDATE gpkg_geometry_columns SET srs_id = 6677; "
+                    "UPDATE gpkg_geometry_columns SET srs_id = " +
+                    std::string(srs) + " WHERE table_name = 'alignments'");
+        EXPECT_EQ(DrawingStore().open(path, drawing).failure, failure) << srs;
+    }
+}
+
 TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
     const Change changes[] = {
         {"CREATE TABLE Pragma_table_xinfo (name)", "it has a table named 'pragma_...', as SQLite's own are"},

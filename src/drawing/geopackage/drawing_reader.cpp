@@ -82,7 +82,7 @@ DrawingHead DrawingReader::readHead(Connection& connection) {
         throw StoreFailure{Failure::Damaged, {"its settings are missing", "設定がありません"}};
     }
     if (row.integer(0) > sql::kFormat) {
-        throw StoreFailure{Failure::NotOurs, {"a later version made it", "新しい版のプログラムが作ったものです"}};
+        throw StoreFailure{Failure::LaterFormat, {}};
     }
     DrawingHead head;
     head.lastId = static_cast<std::uint64_t>(std::max<std::int64_t>(row.integer(1), 0));
@@ -111,6 +111,7 @@ std::uint64_t DrawingReader::readHighestId(Connection& connection) {
 Drawing DrawingReader::read(Load load) {
     head_ = readHead(connection_);
     shape_.emplace(connection_);
+    shape_->requirePlane(connection_, head_.zone);
     notes_ = shape_->notes();
     readNamed();
     readImports();

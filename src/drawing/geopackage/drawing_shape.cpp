@@ -1,6 +1,7 @@
 // The tables and columns of a drawing as they are in a file that other programs may have changed.
 #include "drawing/geopackage/drawing_shape.h"
 
+#include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/row_source.h"
 #include "drawing/geopackage/schema.h"
 #include "values/ascii_case.h"
@@ -241,6 +242,10 @@ void DrawingShape::readIndexes(Connection& connection, const std::string& table,
     while (indexes.step()) {
         const std::string name(indexes.text(0));
         bool computes = indexes.integer(1) != 0;
+        if (indexes.integer(2) != 0) {
+            unique_.push_back({"the index '" + name + "' of the table '" + table + "' lets no value stand twice",
+                               "表「" + table + "」のインデックス「" + name + "」が同じ値を許しません"});
+        }
         Statement columns(connection, sql::kReadIndexColumns);
         columns.bind(1, std::string_view(name));
         while (columns.step()) {
@@ -300,6 +305,9 @@ void DrawingShape::requireWritable() const {
     if (!keyless_.empty()) {
         reshaped(keyless_.front());
     }
+    if (!unique_.empty()) { // a row that a file may well bring would be refused
+        reshaped(unique_.front());
+    }
     if (!computed_.empty()) {
         reshaped({computed_.front().english + " would have to be computed by the file whenever a row is written",
                   "行を書くたびに" + computed_.front().japanese + "をファイルに計算させることになります"});
@@ -308,6 +316,23 @@ void DrawingShape::requireWritable() const {
     for (const char* column : kImportColumns) {
         if (hasTable(kImports) && !hasColumn(kImports, column)) {
             reshaped(lacksColumn(kImports, column));
+        }
+    }
+}
+
+void DrawingShape::requirePlane(Connection& connection, int zone) const {
+    if (!hasColumn("gpkg_geometry_columns", "table_name") || !hasColumn("gpkg_geometry_columns", "srs_id")) {
+        return;
+    }
+    Statement rows(connection, sql::kReadColumnsSrs);
+    while (rows.step()) {
+        const std::int64_t srs = rows.integer(1);
+        const bool undefined = srs <= 0;
+        if (!undefined && (zone == 0 ? !isPlaneRectangular(srs) : srs != srsOfZone(zone))) {
+            const std::string table(rows.text(0));
+            reshaped({"its table '" + table + "' was brought into the reference system " + std::to_string(srs) +
+                          ", which is not the drawing's",
+                      "表「" + table + "」が図面と異なる座標系(" + std::to_string(srs) + ")に変換されています"});
         }
     }
 }

@@ -32,6 +32,10 @@ class DrawingShape {
     // Throws a StoreFailure if rows cannot be written into these tables.
     void requireWritable() const;
 
+    // Throws a StoreFailure, Reshaped, if another program brought objects into another reference system than that of the
+    // zone; 0 for a drawing of no zone, whose tables may be in any plane rectangular one.
+    void requirePlane(Connection& connection, int zone) const;
+
     // "a, NULL, b": the columns that are there, in SQL.
     std::string list(std::string_view table, const std::vector<std::string_view>& columns) const;
 
@@ -49,6 +53,7 @@ class DrawingShape {
     std::map<std::string, Columns, NoCase> columns_;
     bool takesNameOfRows_ = false; // something in the file is named as the rows that come
     std::vector<Worded> keyless_;  // columns of identifiers that are no keys, for people
+    std::vector<Worded> unique_;   // indexes that let no value stand twice, for people
     std::vector<Worded> computed_; // what has to be computed to write a row, for people
     std::vector<StoreNote> notes_;
 };

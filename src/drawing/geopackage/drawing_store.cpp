@@ -35,6 +35,8 @@ constexpr std::array<FailureText, static_cast<std::size_t>(kLastFailure) + 1> kF
     {Failure::NotADrawing, false, "is not a drawing", "図面ではありません"},
     {Failure::NotOurs, true, "is a database, but not a drawing of this program",
      "データベースですが、このプログラムの図面ではありません"},
+    {Failure::LaterFormat, false, "was made by a later version of this program",
+     "このプログラムの新しい版で作られた図面です"},
     {Failure::NotReadable, true, "cannot be read", "読めません"},
     {Failure::NotWritable, true, "cannot be written", "書き込めません"},
     {Failure::DiskFull, false, "the disk is full; the drawing on disk is as it was",

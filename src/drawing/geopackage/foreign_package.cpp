@@ -36,12 +36,12 @@ constexpr const char* kKey = "SELECT name FROM pragma_table_xinfo(?1) WHERE pk =
 constexpr std::string_view kNameColumns[] = {"name", "点名", "名称", "地番", "画地名", "point_name", "label", "title"};
 constexpr std::string_view kNumberColumns[] = {"no", "点番号", "点番", "番号", "画地番号", "number", "point_no"};
 
-// EPSG codes of zone 1 in each datum; the other zones follow.
 struct Datum {
-    int firstCode;
+    std::int32_t firstCode; // of zone 1
     const char* name;
 };
-constexpr Datum kDatums[] = {{6669, "JGD2011"}, {2443, "JGD2000"}, {30161, "the Tokyo datum"}};
+constexpr Datum kDatums[] = {
+    {kFirstOfDatum[0], "JGD2011"}, {kFirstOfDatum[1], "JGD2000"}, {kFirstOfDatum[2], "the Tokyo datum"}};
 
 struct Table {
     std::string name;

@@ -1,14 +1,16 @@
 // The nineteen plane rectangular zones of JGD2011.
 #include "drawing/geopackage/reference_systems.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 
 namespace fenmark::drawing {
 
 namespace {
 
-constexpr std::int32_t kFirstEpsg = 6669;
+constexpr std::int32_t kFirstEpsg = kFirstOfDatum[0];
 
 // Origin of a zone: latitude and longitude in degrees, as text so that every digit stands.
 struct Zone {
@@ -40,6 +42,11 @@ constexpr std::array<Zone, kZoneCount> kZones = {{
 }};
 
 } // namespace
+
+bool isPlaneRectangular(std::int64_t srs) {
+    return std::any_of(std::begin(kFirstOfDatum), std::end(kFirstOfDatum),
+                       [srs](std::int64_t first) { return srs >= first && srs < first + kZoneCount; });
+}
 
 std::int32_t srsOfZone(int zone) {
     return zone >= 1 && zone <= kZoneCount ? kFirstEpsg + zone - 1 : kUndefinedSrs;

@@ -264,7 +264,10 @@ inline constexpr const char* kReadTableNames =
     "SELECT name FROM sqlite_master WHERE type = 'table' AND substr(sql, 1, 13) = 'CREATE TABLE ' ORDER BY name";
 inline constexpr const char* kReadColumns =
     "SELECT name, hidden, \"notnull\", dflt_value, type, pk FROM pragma_table_xinfo(?1)";
-inline constexpr const char* kReadIndexes = "SELECT name, partial FROM pragma_index_list(?1)";
+inline constexpr const char* kReadIndexes =
+    "SELECT name, partial, \"unique\" AND origin = 'c' FROM pragma_index_list(?1)";
+inline constexpr const char* kReadColumnsSrs = "SELECT table_name, srs_id FROM gpkg_geometry_columns"
+                                               " WHERE table_name IN ('points', 'polylines', 'lots', 'alignments')";
 inline constexpr const char* kReadIndexColumns = "SELECT cid, name FROM pragma_index_xinfo(?1)";
 
 // --- whose file it is ---

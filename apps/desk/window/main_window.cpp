@@ -498,7 +498,7 @@ void MainWindow::readSettings() {
         return;
     }
     const QSettings settings;
-    recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList();
+    recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList().mid(0, kRecentFiles);
     lastFolder_ = settings.value(QStringLiteral("folder")).toString();
     for (const Text text : {Text::EncodingAuto, Text::EncodingCp932, Text::EncodingUtf8}) {
         if (action(text)->data() == settings.value(QStringLiteral("encoding"))) {

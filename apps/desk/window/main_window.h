@@ -29,6 +29,8 @@
 
 namespace fenmark::desk {
 
+inline constexpr qsizetype kRecentFiles = 10; // in the menu
+
 // What a first window takes of a screen that offers so many pixels: comfortable, and never more than there is.
 QSize firstWindowSize(const QSize& screen);
 

@@ -22,8 +22,6 @@ namespace fenmark::desk {
 
 namespace {
 
-constexpr qsizetype kRecentFiles = 10;
-
 bool endsIn(const QString& path, const char* extension) {
     return path.endsWith(QLatin1String(extension), Qt::CaseInsensitive);
 }

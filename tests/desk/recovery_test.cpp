@@ -6,7 +6,13 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <csignal>
+#include <string>
+#include <tuple>
+#include <vector>
 
 namespace fenmark::desk::test {
 namespace {
@@ -176,6 +182,65 @@ TEST_F(Recovering, ACopyHoldsTheTitleBlock) {
     window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
     ASSERT_TRUE(window->saveDrawing());
     EXPECT_EQ(drawing::readTexts(path.toStdString()).at("title/author"), "測量士");
+}
+
+TEST_F(Recovering, ATerminationKeepsWhatChangedBesideTheDrawing) {
+    startKeeping();
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    window->session().addLayer("saved");
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    ASSERT_TRUE(window->openFile(path));
+    ASSERT_TRUE(window->workbench().addBackground(
+        folder.write(QStringLiteral("a.dxf"), "0\nSECTION\n2\nENTITIES\n0\nPOINT\n10\n1\n20\n2\n0\nENDSEC\n0\nEOF\n")));
+    const drawing::DrawingTexts texts = window->workbench().texts();
+    ASSERT_EQ(texts.size(), 1U);
+    window->closeAtOnce();
+    EXPECT_EQ(copies().size(), 1);
+    make(Language::Japanese);
+    startKeeping();
+    Answers answers;
+    answers.click(QStringLiteral("recover"));
+    window->offerRecovery();
+    EXPECT_TRUE(drawing().findLayer("saved"));
+    EXPECT_EQ(window->workbench().texts(), texts);
+    window->recovery().forget();
+}
+
+// Reading a pipe would wait for ever, and a device may never end.
+TEST_F(Recovering, WhatIsNoFileInTheFolderIsNotRead) {
+    startKeeping();
+    const QDir kept(place());
+    for (const auto& [name, ending] :
+         {std::tuple("1", ".gpkg"), std::tuple("2", ".name"), std::tuple("3", ".lock"), std::tuple("4", ".none")}) {
+        folder.write(QStringLiteral("recovery/") + QLatin1String(name) + QStringLiteral(".gpkg"), "no drawing");
+        const QString pipe = kept.filePath(QLatin1String(name) + QLatin1String(ending));
+        QFile::remove(pipe);
+        ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    }
+    folder.write(QStringLiteral("recovery/4.name"), QByteArray(1'000'000, 'x'));
+    std::vector<std::string> left;
+    for (const LeftDrawing& found : window->recovery().left()) {
+        left.push_back(QFileInfo(found.path).fileName().toStdString());
+        EXPECT_LE(found.name.size(), 10'000) << left.back();
+    }
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (std::vector<std::string>{"2.gpkg", "4.gpkg"}));
+}
+
+TEST_F(Recovering, ADamagedCopyIsToldAndKeepsNothingFromWorking) {
+    startKeeping();
+    folder.write(QStringLiteral("recovery/1.gpkg"), "no drawing");
+    {
+        Answers answers;
+        answers.click(QStringLiteral("recover")).ok();
+        window->offerRecovery();
+        EXPECT_TRUE(answers.said.contains(QStringLiteral("1.gpkg"))) << answers.said.toStdString();
+    }
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    EXPECT_TRUE(window->recovery().keepNow());
+    EXPECT_EQ(copies().size(), 2);
+    window->recovery().forget();
 }
 
 } // namespace

@@ -118,7 +118,8 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     });
     plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
-    recovery_.onKeep([this](const std::string& copy) { workbench_->keepTexts(copy); });
+    recovery_.onKeep([this] { return workbench_->hasChanges(); },
+                     [this](const std::string& copy) { workbench_->keepTexts(copy); });
     recovery_.start(session_, options_.keepSettings);
     plan_->setFocus();
 }

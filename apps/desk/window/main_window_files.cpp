@@ -295,9 +295,7 @@ void MainWindow::begin(const QString& file) {
 
 void MainWindow::closeAtOnce() {
     closingAtOnce_ = true;
-    if (session_.hasChanges()) {
-        recovery_.keepNow();
-    }
+    recovery_.keepNow();
     close();
 }
 

@@ -152,12 +152,12 @@ bool MainWindow::saveTo(const QString& path) {
     rememberFile(path);
     command_->say(texts_(Text::Saved).arg(QDir::toNativeSeparators(path)));
     recovery_.forget();
-    updateTitle();
     return true;
 }
 
 // Where an extension is added to what was typed and leads to a file, the question comes again with that name: nobody
 // was asked yet whether that file may go. Empty if cancelled.
+    updateTitle();
 QString MainWindow::askTarget(const QString& title, const QString& proposal, const QString& filter,
                               const std::function<QString(const QString& path)>& completed) {
     QString path = questions_.save(this, title, proposal, filter);

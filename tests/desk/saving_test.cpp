@@ -1,6 +1,8 @@
 // Saving and exporting where something stands in the way: every failure is told, and no file is lost by it.
 #include "desk_test_support.h"
 
+#include "desk/paper/paper_dialog.h"
+#include "desk/window/workbench.h"
 #include "drawing/geopackage/drawing_store.h"
 #include "drawing/geopackage/drawing_texts.h"
 
@@ -67,6 +69,41 @@ class FullDisk {
     rlimit usual_{};
     void (*handler_)(int);
 };
+
+TEST_F(Saving, NothingReplacesTheFileThatWasImported) {
+    const QString source = folder.example(QStringLiteral("road.sim"));
+    const QByteArray before = content(source);
+    import(source);
+    for (const char* name : {"a.svg", "a.csv", "a.dxf", "a.pdf", "a.gpkg"}) {
+        const QString link = folder.path(QLatin1String(name));
+        ASSERT_TRUE(QFile::link(source, link));
+        answer(link);
+        QString said;
+        if (link.endsWith(QStringLiteral(".gpkg"))) {
+            said = refusal(&MainWindow::saveDrawing);
+        } else if (link.endsWith(QStringLiteral(".pdf"))) {
+            window->workbench().beforePaper = [&](PaperDialog& dialog) {
+                dialog.askPath = [&](QWidget*, const QString&, const QString&, const QString&) { return link; };
+                EXPECT_FALSE(dialog.savePdf());
+                said = dialog.message();
+                return false;
+            };
+            window->workbench().showPaper(PaperKind::Plan);
+        } else {
+            Answers answers;
+            answers.ok();
+            window->exportDrawing();
+            said = answers.said;
+        }
+        EXPECT_TRUE(said.contains(link)) << name << ": " << said.toStdString();
+        EXPECT_EQ(content(source), before) << name;
+    }
+    // Changed since, it is no longer what was imported.
+    folder.write(QStringLiteral("road.sim"), "somebody's");
+    answer(folder.path(QStringLiteral("a.csv")));
+    window->exportDrawing();
+    EXPECT_NE(content(source), "somebody's");
+}
 
 TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewhere) {
     const QString path = saved("a.gpkg");

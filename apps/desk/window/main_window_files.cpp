@@ -3,6 +3,7 @@
 
 #include "desk/window/workbench.h"
 
+#include "drawing/imported_file.h"
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
 #include "platform/files.h"
@@ -138,12 +139,26 @@ bool MainWindow::openFile(const QString& path) {
     return false;
 }
 
+bool MainWindow::mayReplace(const QString& path) {
+    if (!drawing::isImportedFile(session_.drawing(), path.toStdString())) {
+        return true;
+    }
+    const QString message = texts_(Text::TargetIsSource).arg(QDir::toNativeSeparators(path));
+    command_->say(message);
+    tell(message);
+    return false;
+}
+
 bool MainWindow::saveTo(const QString& path) {
+    if (!mayReplace(path)) {
+        return false;
+    }
     const bool toNewFile = path.toStdString() != session_.path() || !QFileInfo::exists(path);
     Outcome result = session_.save(path.toStdString());
     if (result) {
         result = workbench_->saveTexts(path.toStdString(), toNewFile);
     }
+    updateTitle();
     if (!result) {
         command_->say(QString::fromStdString(result.in(texts_.language())));
         tell(QString::fromStdString(result.in(texts_.language())));
@@ -157,7 +172,6 @@ bool MainWindow::saveTo(const QString& path) {
 
 // Where an extension is added to what was typed and leads to a file, the question comes again with that name: nobody
 // was asked yet whether that file may go. Empty if cancelled.
-    updateTitle();
 QString MainWindow::askTarget(const QString& title, const QString& proposal, const QString& filter,
                               const std::function<QString(const QString& path)>& completed) {
     QString path = questions_.save(this, title, proposal, filter);
@@ -223,6 +237,9 @@ void MainWindow::exportDrawing() {
         const QString message = texts_(Text::ExportNeedsZone).arg(path);
         command_->say(message);
         tell(message);
+        return;
+    }
+    if (!mayReplace(path)) {
         return;
     }
     exchange::Notes notes;

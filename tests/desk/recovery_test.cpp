@@ -5,10 +5,14 @@
 #include "drawing/geopackage/drawing_texts.h"
 
 #include <QDir>
+#include <QLockFile>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <string>
 #include <tuple>
@@ -226,6 +230,36 @@ TEST_F(Recovering, WhatIsNoFileInTheFolderIsNotRead) {
     }
     std::sort(left.begin(), left.end());
     EXPECT_EQ(left, (std::vector<std::string>{"2.gpkg", "4.gpkg"}));
+}
+
+TEST_F(Recovering, TheCopyOfARunThatWasKilledIsOfferedAndThatOfOneAtWorkIsNot) {
+    startKeeping();
+    const QString stem = folder.path(QStringLiteral("recovery/1"));
+    ASSERT_TRUE(window->session().writeCopy((stem + QStringLiteral(".gpkg")).toStdString()));
+    std::array<int, 2> hold{};
+    std::array<int, 2> held{};
+    ASSERT_EQ(pipe(hold.data()), 0);
+    ASSERT_EQ(pipe(held.data()), 0);
+    const pid_t run = fork();
+    ASSERT_GE(run, 0);
+    char byte = 0;
+    if (run == 0) {
+        close(hold[1]);
+        QLockFile lock(stem + QStringLiteral(".lock"));
+        byte = lock.tryLock() ? 'y' : 'n';
+        (void)!write(held[1], &byte, 1);
+        (void)!read(hold[0], &byte, 1); // until it is killed
+        _exit(0);
+    }
+    EXPECT_EQ(read(held[0], &byte, 1), 1);
+    EXPECT_EQ(byte, 'y');
+    EXPECT_TRUE(window->recovery().left().empty());
+    kill(run, SIGKILL);
+    waitpid(run, nullptr, 0);
+    EXPECT_EQ(window->recovery().left().size(), 1U);
+    for (const int end : {hold[0], hold[1], held[0], held[1]}) {
+        close(end);
+    }
 }
 
 TEST_F(Recovering, ADamagedCopyIsToldAndKeepsNothingFromWorking) {

@@ -4,6 +4,7 @@
 #include "desk/background/background.h"
 #include "desk/background/tiles.h"
 #include "desk/window/workbench.h"
+#include "drawing/geopackage/drawing_texts.h"
 #include "exchange/formats.h"
 #include "exchange/geographic.h"
 
@@ -311,6 +312,37 @@ TEST_F(Backgrounds, ALayerOfAPackageIsReadOnceHoweverOftenItIsNamed) {
     const BackgroundRead read = readGeoPackage(path.toStdString(), 9);
     EXPECT_EQ(read.error, BackgroundError::None) << read.detail;
     EXPECT_EQ(read.shapes.points.size(), 1U);
+}
+
+// So may a hostile drawing name one file, or more files than anybody lays under a plan.
+TEST_F(Backgrounds, ADrawingNamesAFileOnceAndNotEndlesslyMany) {
+    const QByteArray nothing = R"({"type":"FeatureCollection","features":[]})";
+    const QString file = folder.write(QStringLiteral("a.geojson"), nothing);
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    window->session().setZone(9);
+    ASSERT_TRUE(window->session().save(path.toStdString()));
+    drawing::DrawingTexts texts;
+    for (int i = 0; i < 100; ++i) {
+        texts["background/" + std::to_string(i)] =
+            (QFileInfo(file).path() + QStringLiteral("/.").repeated(i) + QStringLiteral("/a.geojson")).toStdString();
+    }
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), texts));
+    ASSERT_TRUE(window->showDrawing(path.toStdString()));
+    Workbench& bench = window->workbench();
+    EXPECT_EQ(bench.background().layers().size(), 1U);
+    EXPECT_EQ(bench.texts(), texts);
+    for (int i = 0; i < 100; ++i) {
+        texts["background/" + std::to_string(i)] =
+            folder.write(QStringLiteral("%1.geojson").arg(i), nothing).toStdString();
+    }
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), texts));
+    ASSERT_TRUE(window->showDrawing(path.toStdString()));
+    EXPECT_EQ(bench.background().layers().size(), Background::kMostLayers);
+    EXPECT_EQ(bench.texts(), texts) << "those that are not shown stay kept";
+    Answers answers;
+    answers.ok();
+    EXPECT_FALSE(bench.addBackground(file));
+    EXPECT_TRUE(answers.said.contains(QStringLiteral("a.geojson")));
 }
 
 } // namespace

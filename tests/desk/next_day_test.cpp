@@ -69,6 +69,24 @@ TEST_F(NextDay, DialogsForFilesStartWhereTheLastFileWas) {
     EXPECT_EQ(window->recentFiles(), QStringList{QFileInfo(drawing).absoluteFilePath()});
 }
 
+TEST_F(NextDay, DamagedSettingsLeaveAWindowThatWorks) {
+    QStringList many;
+    for (int i = 0; i < 3000; ++i) {
+        many.append(QStringLiteral("/no/such/%1.gpkg").arg(i));
+    }
+    const QByteArray garbage(300, '\xff');
+    QSettings settings;
+    settings.setValue(QStringLiteral("recentFiles"), many);
+    for (const char* name : {"geometry", "panels", "encoding", "language", "folder"}) {
+        settings.setValue(QLatin1String(name), garbage);
+    }
+    open();
+    EXPECT_EQ(window->recentFiles(), many.mid(0, 10));
+    EXPECT_EQ(window->session().encoding(), "auto");
+    EXPECT_TRUE(window->plan().isVisible());
+    EXPECT_TRUE(window->screen()->geometry().contains(window->geometry().center()));
+}
+
 TEST_F(DeskWindow, ADrawingAndSeveralFilesThatAreDroppedComeInOneAfterAnother) {
     import(folder.example(QStringLiteral("cadastral.sim")));
     const QString drawn = folder.path(QStringLiteral("first.gpkg"));

@@ -5,8 +5,18 @@
 #include "drawing/geopackage/drawing_texts.h"
 
 #include <QDir>
+#include <QLockFile>
 
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
 #include <csignal>
+#include <string>
+#include <tuple>
+#include <vector>
 
 namespace fenmark::desk::test {
 namespace {
@@ -176,6 +186,95 @@ TEST_F(Recovering, ACopyHoldsTheTitleBlock) {
     window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
     ASSERT_TRUE(window->saveDrawing());
     EXPECT_EQ(drawing::readTexts(path.toStdString()).at("title/author"), "測量士");
+}
+
+TEST_F(Recovering, ATerminationKeepsWhatChangedBesideTheDrawing) {
+    startKeeping();
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    window->session().addLayer("saved");
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    ASSERT_TRUE(window->openFile(path));
+    ASSERT_TRUE(window->workbench().addBackground(
+        folder.write(QStringLiteral("a.dxf"), "0\nSECTION\n2\nENTITIES\n0\nPOINT\n10\n1\n20\n2\n0\nENDSEC\n0\nEOF\n")));
+    const drawing::DrawingTexts texts = window->workbench().texts();
+    ASSERT_EQ(texts.size(), 1U);
+    window->closeAtOnce();
+    EXPECT_EQ(copies().size(), 1);
+    make(Language::Japanese);
+    startKeeping();
+    Answers answers;
+    answers.click(QStringLiteral("recover"));
+    window->offerRecovery();
+    EXPECT_TRUE(drawing().findLayer("saved"));
+    EXPECT_EQ(window->workbench().texts(), texts);
+    window->recovery().forget();
+}
+
+// Reading a pipe would wait for ever, and a device may never end.
+TEST_F(Recovering, WhatIsNoFileInTheFolderIsNotRead) {
+    startKeeping();
+    const QDir kept(place());
+    for (const auto& [name, ending] :
+         {std::tuple("1", ".gpkg"), std::tuple("2", ".name"), std::tuple("3", ".lock"), std::tuple("4", ".none")}) {
+        folder.write(QStringLiteral("recovery/") + QLatin1String(name) + QStringLiteral(".gpkg"), "no drawing");
+        const QString pipe = kept.filePath(QLatin1String(name) + QLatin1String(ending));
+        QFile::remove(pipe);
+        ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
+    }
+    folder.write(QStringLiteral("recovery/4.name"), QByteArray(1'000'000, 'x'));
+    std::vector<std::string> left;
+    for (const LeftDrawing& found : window->recovery().left()) {
+        left.push_back(QFileInfo(found.path).fileName().toStdString());
+        EXPECT_LE(found.name.size(), 10'000) << left.back();
+    }
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (std::vector<std::string>{"2.gpkg", "4.gpkg"}));
+}
+
+TEST_F(Recovering, TheCopyOfARunThatWasKilledIsOfferedAndThatOfOneAtWorkIsNot) {
+    startKeeping();
+    const QString stem = folder.path(QStringLiteral("recovery/1"));
+    ASSERT_TRUE(window->session().writeCopy((stem + QStringLiteral(".gpkg")).toStdString()));
+    std::array<int, 2> hold{};
+    std::array<int, 2> held{};
+    ASSERT_EQ(pipe(hold.data()), 0);
+    ASSERT_EQ(pipe(held.data()), 0);
+    const pid_t run = fork();
+    ASSERT_GE(run, 0);
+    char byte = 0;
+    if (run == 0) {
+        close(hold[1]);
+        QLockFile lock(stem + QStringLiteral(".lock"));
+        byte = lock.tryLock() ? 'y' : 'n';
+        (void)!write(held[1], &byte, 1);
+        (void)!read(hold[0], &byte, 1); // until it is killed
+        _exit(0);
+    }
+    EXPECT_EQ(read(held[0], &byte, 1), 1);
+    EXPECT_EQ(byte, 'y');
+    EXPECT_TRUE(window->recovery().left().empty());
+    kill(run, SIGKILL);
+    waitpid(run, nullptr, 0);
+    EXPECT_EQ(window->recovery().left().size(), 1U);
+    for (const int end : {hold[0], hold[1], held[0], held[1]}) {
+        close(end);
+    }
+}
+
+TEST_F(Recovering, ADamagedCopyIsToldAndKeepsNothingFromWorking) {
+    startKeeping();
+    folder.write(QStringLiteral("recovery/1.gpkg"), "no drawing");
+    {
+        Answers answers;
+        answers.click(QStringLiteral("recover")).ok();
+        window->offerRecovery();
+        EXPECT_TRUE(answers.said.contains(QStringLiteral("1.gpkg"))) << answers.said.toStdString();
+    }
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    EXPECT_TRUE(window->recovery().keepNow());
+    EXPECT_EQ(copies().size(), 2);
+    window->recovery().forget();
 }
 
 } // namespace

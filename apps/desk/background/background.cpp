@@ -167,6 +167,10 @@ BackgroundRead Background::add(const QString& path, int zone) {
     BackgroundLayer layer;
     layer.path = path;
     BackgroundRead read;
+    if (layers_.size() >= kMostLayers) {
+        read.error = BackgroundError::TooMany;
+        return read;
+    }
     const QFileInfo info(path);
     // A drawing names its backgrounds: a pipe or a device among them would be waited for, or read without end.
     if (const platform::PathKind kind = platform::lookUp(path.toStdString()).kind;

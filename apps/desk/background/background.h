@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QString>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -21,6 +22,9 @@ struct BackgroundLayer {
 
 class Background {
   public:
+    // No more are read: a drawing may name as many as it likes.
+    static constexpr std::size_t kMostLayers = 64;
+
     // Reads the file or folder for a drawing of that zone; on failure nothing is added.
     BackgroundRead add(const QString& path, int zone);
     void clear() { layers_.clear(); }

@@ -35,6 +35,7 @@ enum class BackgroundError {
     NeedsZone,        // longitude and latitude, and the drawing has no zone
     UnknownReference, // a reference system that is neither geographic nor plane rectangular
     TooLarge,
+    TooMany, // backgrounds of one drawing
 };
 
 struct BackgroundRead {

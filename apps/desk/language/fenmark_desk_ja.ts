@@ -646,6 +646,11 @@ a drawing (.gpkg) here</source>
         <translation>%1: 経緯度で書き出すには平面直角座標系の系番号が必要です。［設定］メニューで系を選んでください</translation>
     </message>
     <message>
+        <source>%1 was imported into this drawing and is not overwritten; choose another name</source>
+        <comment>TargetIsSource</comment>
+        <translation>%1: 図面に読み込んだファイルです。上書きしません。別の名前を指定してください</translation>
+    </message>
+    <message>
         <source>Exported to %1</source>
         <comment>Exported</comment>
         <translation>%1 に書き出しました</translation>

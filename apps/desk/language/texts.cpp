@@ -176,6 +176,9 @@ constexpr std::array kEntries{
           QT_TRANSLATE_NOOP3(
               "desk", "%1: longitude and latitude need the plane rectangular zone; choose it in the menu Settings",
               "ExportNeedsZone")},
+    Entry{Text::TargetIsSource,
+          QT_TRANSLATE_NOOP3("desk", "%1 was imported into this drawing and is not overwritten; choose another name",
+                             "TargetIsSource")},
     Entry{Text::Exported, QT_TRANSLATE_NOOP3("desk", "Exported to %1", "Exported")},
     Entry{Text::Opened, QT_TRANSLATE_NOOP3("desk", "Opened %1", "Opened")},
     Entry{Text::Saved, QT_TRANSLATE_NOOP3("desk", "Saved %1", "Saved")},

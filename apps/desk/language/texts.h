@@ -128,6 +128,7 @@ enum class Text : std::uint16_t {
     DrawingFilter,
     UnknownExport,
     ExportNeedsZone,
+    TargetIsSource,
     Exported,
     Opened,
     Saved,

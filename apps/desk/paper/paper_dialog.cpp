@@ -3,6 +3,7 @@
 
 #include "desk/paper/page_painter.h"
 #include "desk/plan/plan_text.h"
+#include "drawing/imported_file.h"
 #include "exchange/output_file.h"
 #include "exchange/survey_text.h"
 
@@ -347,6 +348,12 @@ bool PaperDialog::savePdf() {
             file += QStringLiteral(".pdf");
             complete = !QFileInfo::exists(file);
         }
+    }
+    if (drawing::isImportedFile(drawing_, file.toStdString())) {
+        message_->setVisible(true);
+        message_->setText(texts_(Text::TargetIsSource).arg(QDir::toNativeSeparators(file)));
+        lastSaved_.clear();
+        return false;
     }
     std::ostringstream pdf; // whole before the file is touched
     Outcome saved = exchange::writePdf(plot_, pdf);

@@ -118,7 +118,8 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     });
     plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
-    recovery_.onKeep([this](const std::string& copy) { workbench_->keepTexts(copy); });
+    recovery_.onKeep([this] { return workbench_->hasChanges(); },
+                     [this](const std::string& copy) { workbench_->keepTexts(copy); });
     recovery_.start(session_, options_.keepSettings);
     plan_->setFocus();
 }
@@ -498,7 +499,7 @@ void MainWindow::readSettings() {
         return;
     }
     const QSettings settings;
-    recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList();
+    recentFiles_ = settings.value(QStringLiteral("recentFiles")).toStringList().mid(0, kRecentFiles);
     lastFolder_ = settings.value(QStringLiteral("folder")).toString();
     for (const Text text : {Text::EncodingAuto, Text::EncodingCp932, Text::EncodingUtf8}) {
         if (action(text)->data() == settings.value(QStringLiteral("encoding"))) {

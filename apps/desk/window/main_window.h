@@ -29,6 +29,8 @@
 
 namespace fenmark::desk {
 
+inline constexpr qsizetype kRecentFiles = 10; // in the menu
+
 // What a first window takes of a screen that offers so many pixels: comfortable, and never more than there is.
 QSize firstWindowSize(const QSize& screen);
 
@@ -163,6 +165,8 @@ class MainWindow : public QMainWindow {
     QString askTarget(const QString& title, const QString& proposal, const QString& filter,
                       const std::function<QString(const QString& path)>& completed);
     bool mayLoseDrawing(); // asks if there is something to lose
+    // False, which the user was told, for a file that was imported.
+    bool mayReplace(const QString& path);
     void rememberFile(const QString& path);
     void fillRecentMenu();
     void openDropped(const QStringList& paths);

@@ -3,6 +3,7 @@
 
 #include "desk/window/workbench.h"
 
+#include "drawing/imported_file.h"
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
 #include "platform/files.h"
@@ -21,8 +22,6 @@
 namespace fenmark::desk {
 
 namespace {
-
-constexpr qsizetype kRecentFiles = 10;
 
 bool endsIn(const QString& path, const char* extension) {
     return path.endsWith(QLatin1String(extension), Qt::CaseInsensitive);
@@ -140,12 +139,26 @@ bool MainWindow::openFile(const QString& path) {
     return false;
 }
 
+bool MainWindow::mayReplace(const QString& path) {
+    if (!drawing::isImportedFile(session_.drawing(), path.toStdString())) {
+        return true;
+    }
+    const QString message = texts_(Text::TargetIsSource).arg(QDir::toNativeSeparators(path));
+    command_->say(message);
+    tell(message);
+    return false;
+}
+
 bool MainWindow::saveTo(const QString& path) {
+    if (!mayReplace(path)) {
+        return false;
+    }
     const bool toNewFile = path.toStdString() != session_.path() || !QFileInfo::exists(path);
     Outcome result = session_.save(path.toStdString());
     if (result) {
         result = workbench_->saveTexts(path.toStdString(), toNewFile);
     }
+    updateTitle();
     if (!result) {
         command_->say(QString::fromStdString(result.in(texts_.language())));
         tell(QString::fromStdString(result.in(texts_.language())));
@@ -154,7 +167,6 @@ bool MainWindow::saveTo(const QString& path) {
     rememberFile(path);
     command_->say(texts_(Text::Saved).arg(QDir::toNativeSeparators(path)));
     recovery_.forget();
-    updateTitle();
     return true;
 }
 
@@ -227,6 +239,9 @@ void MainWindow::exportDrawing() {
         tell(message);
         return;
     }
+    if (!mayReplace(path)) {
+        return;
+    }
     exchange::Notes notes;
     const Outcome written = exchange::writeFile(
         path.toStdString(), [&](std::ostream& out) { notes = format->write(session_.drawing(), options, out); });
@@ -297,9 +312,7 @@ void MainWindow::begin(const QString& file) {
 
 void MainWindow::closeAtOnce() {
     closingAtOnce_ = true;
-    if (session_.hasChanges()) {
-        recovery_.keepNow();
-    }
+    recovery_.keepNow();
     close();
 }
 

@@ -1,6 +1,8 @@
 // Copies of what was not saved, for the next run after a crash.
 #include "desk/window/recovery.h"
 
+#include "platform/files.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -14,6 +16,7 @@ namespace fenmark::desk {
 namespace {
 
 constexpr std::chrono::minutes kEvery{2};
+constexpr qint64 kLongestName = 4096; // bytes
 
 // The run's process and one window of it.
 QString ownName() {
@@ -22,6 +25,18 @@ QString ownName() {
         .arg(QCoreApplication::applicationPid())
         .arg(QDateTime::currentSecsSinceEpoch())
         .arg(++number);
+}
+
+// Something that is there and no file: reading a pipe would wait for ever, and a device may never end.
+bool isOther(const QString& path) {
+    const platform::PathKind kind = platform::lookUp(path.toStdString()).kind;
+    return kind != platform::PathKind::File && kind != platform::PathKind::Missing;
+}
+
+// The path that such a file holds; empty where there is none.
+QString whoseIn(const QString& path) {
+    QFile file(path);
+    return !isOther(path) && file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.read(kLongestName)) : QString();
 }
 
 } // namespace
@@ -60,8 +75,12 @@ QString Recovery::stem() const {
     return name;
 }
 
+bool Recovery::hasSomethingToLose() const {
+    return session_->hasChanges() || (hasMore_ && hasMore_());
+}
+
 bool Recovery::keepNow() {
-    if (!lock_ || session_ == nullptr || session_->isRunning() || !session_->hasChanges()) {
+    if (!lock_ || session_ == nullptr || session_->isRunning() || !hasSomethingToLose()) {
         return false;
     }
     const std::string copy = (stem() + QStringLiteral(".gpkg")).toStdString();
@@ -108,15 +127,17 @@ std::vector<LeftDrawing> Recovery::left() const {
         if (others == stem()) {
             continue;
         }
-        QLockFile lock(others + QStringLiteral(".lock"));
+        const QString lockName = others + QStringLiteral(".lock");
+        if (isOther(lockName)) {
+            continue;
+        }
+        QLockFile lock(lockName);
         lock.setStaleLockTime(0);
         if (!lock.tryLock()) {
             continue; // its run is at work
         }
         lock.unlock();
-        QFile name(others + QStringLiteral(".name"));
-        const QByteArray whose = name.open(QIODevice::ReadOnly) ? name.readAll() : QByteArray();
-        found.push_back({file.filePath(), QString::fromUtf8(whose), file.lastModified()});
+        found.push_back({file.filePath(), whoseIn(others + QStringLiteral(".name")), file.lastModified()});
     }
     return found;
 }

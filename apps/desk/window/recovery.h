@@ -39,8 +39,12 @@ class Recovery : public QObject {
     // In another folder than the user's own; before start.
     void setFolder(const QString& folder) { folder_ = folder; }
 
-    // Called with each copy, for what belongs to it and is none of the session's.
-    void onKeep(std::function<void(const std::string& copy)> handler) { keepHandler_ = std::move(handler); }
+    // For what belongs to the drawing and is none of the session's: whether some of it is unsaved, and its part of each
+    // copy.
+    void onKeep(std::function<bool()> hasMore, std::function<void(const std::string& copy)> handler) {
+        hasMore_ = std::move(hasMore);
+        keepHandler_ = std::move(handler);
+    }
 
     // Writes the copy now, if there is something to lose; false if it cannot be written.
     bool keepNow();
@@ -53,6 +57,7 @@ class Recovery : public QObject {
 
   private:
     QString stem() const; // of the run's own files
+    bool hasSomethingToLose() const;
     void noteKept(const std::string& copy) const;
 
     DeskSession* session_ = nullptr;
@@ -61,6 +66,7 @@ class Recovery : public QObject {
     std::unique_ptr<QLockFile> lock_;
     std::uint64_t keptState_ = 0;
     bool kept_ = false;
+    std::function<bool()> hasMore_;
     std::function<void(const std::string&)> keepHandler_;
 };
 

@@ -7,6 +7,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <set>
+
 namespace fenmark::desk {
 
 namespace {
@@ -74,6 +76,10 @@ QString Workbench::reasonOf(const BackgroundRead& read) const {
                QString::fromStdString(read.detail);
     case BackgroundError::TooLarge:
         return japanese ? QStringLiteral("ファイルが大きすぎます") : QStringLiteral("the file is too large");
+    case BackgroundError::TooMany:
+        return (japanese ? QStringLiteral("背景は %1 個までです")
+                         : QStringLiteral("no more than %1 backgrounds are shown"))
+            .arg(Background::kMostLayers);
     case BackgroundError::NotReadable:
         return japanese ? QStringLiteral("ファイルを読めません") : QStringLiteral("the file cannot be read");
     case BackgroundError::NotThisFormat:
@@ -119,13 +125,24 @@ void Workbench::removeBackgrounds() {
     showBackground();
 }
 
-// Those that the drawing keeps, for its zone. A file that is gone is reported, and stays kept.
+// Those that the drawing keeps, for its zone: each file once, however often and by whatever names it is kept, and not
+// endlessly many. A file that is gone is reported, and stays kept.
 void Workbench::readBackgrounds() {
     zone_ = window_.session().drawing().zone();
     background_.clear();
+    std::set<QString> tried;
     for (const auto& [name, path] : keptTexts_) {
         if (name.starts_with(kKeptPaths)) {
             const QString file = QString::fromStdString(path);
+            const QString behindLinks = QFileInfo(file).canonicalFilePath(); // empty if nothing is there
+            if (!tried.insert(behindLinks.isEmpty() ? file : behindLinks).second) {
+                continue; // it lies there already
+            }
+            if (tried.size() > Background::kMostLayers) {
+                window_.command_->say(workText(window_.texts(), WorkText::BackgroundFailed)
+                                          .arg(file, reasonOf({{}, BackgroundError::TooMany, {}})));
+                break;
+            }
             if (background_.add(file, zone_).error != BackgroundError::None) {
                 window_.command_->say(workText(window_.texts(), WorkText::BackgroundMissing).arg(file));
             }

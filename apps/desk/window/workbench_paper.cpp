@@ -62,6 +62,7 @@ void Workbench::drawingReplaced() {
 Outcome Workbench::saveTexts(const std::string& path, bool toNewFile) {
     Outcome result;
     if (toNewFile) {
+        savedTexts_.clear(); // if this fails, the next save writes them all
         result = drawing::writeTexts(path, keptTexts_);
     } else if (hasChanges()) {
         drawing::DrawingTexts texts = drawing::readTexts(path);

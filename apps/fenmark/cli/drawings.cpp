@@ -3,8 +3,8 @@
 
 #include "cli/messages.h"
 #include "cli/suggestion.h"
-#include "drawing/file_digest.h"
 #include "drawing/geopackage/foreign_package.h"
+#include "drawing/imported_file.h"
 #include "sima/text/number.h"
 #include "sima/text/path.h"
 #include "sima/text/utf8.h"
@@ -129,14 +129,8 @@ bool isSameFile(const std::string& a, const std::string& b) {
 }
 
 void requireNoSource(const Drawing& drawing, const std::string& target, Language language) {
-    for (const drawing::Import& import : drawing.imports()) {
-        if (!isSameFile(import.path, target)) {
-            continue;
-        }
-        const std::optional<drawing::FileDigest> known = drawing::digestFile(target);
-        if (known && known->digest == import.digest) {
-            throw Stop(kNotDone, said(language, Text::TargetIsSource, {{"path", target}}));
-        }
+    if (drawing::isImportedFile(drawing, target)) {
+        throw Stop(kNotDone, said(language, Text::TargetIsSource, {{"path", target}}));
     }
 }
 

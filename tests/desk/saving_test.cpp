@@ -1,0 +1,193 @@
+// Saving and exporting where something stands in the way: every failure is told, and no file is lost by it.
+#include "desk_test_support.h"
+
+#include "desk/paper/paper_dialog.h"
+#include "desk/window/workbench.h"
+#include "drawing/geopackage/drawing_store.h"
+#include "drawing/geopackage/drawing_texts.h"
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+
+namespace fenmark::desk::test {
+namespace {
+
+struct Saving : DeskWindow {
+    QString saved(const char* name) {
+        import(folder.example(QStringLiteral("cadastral.sim")));
+        const QString path = folder.path(QLatin1String(name));
+        answer(path);
+        EXPECT_TRUE(window->saveDrawing());
+        return path;
+    }
+    void answer(const QString& path) {
+        window->questions().save = [path](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    }
+    void addLayer(const char* name) {
+        window->questions().name = [name](QWidget*, const QString&, const QString&) { return QLatin1String(name); };
+        window->addLayer();
+    }
+    static bool holdsLayer(const QString& path, const char* layer) {
+        drawing::Drawing drawing;
+        EXPECT_TRUE(drawing::DrawingStore().open(path.toStdString(), drawing));
+        return drawing.findLayer(layer).has_value();
+    }
+    static QByteArray content(const QString& path) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+    // A save that must fail and be told; what it tells.
+    QString refusal(bool (MainWindow::*save)()) {
+        Answers answers;
+        answers.ok();
+        EXPECT_FALSE((window.get()->*save)());
+        EXPECT_TRUE(window->isWindowModified());
+        return answers.said;
+    }
+};
+
+// A limit on the size of files stands for the disk.
+class FullDisk {
+  public:
+    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &usual_), 0);
+        const rlimit limit{bytes, usual_.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &usual_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+  private:
+    rlimit usual_{};
+    void (*handler_)(int);
+};
+
+TEST_F(Saving, NothingReplacesTheFileThatWasImported) {
+    const QString source = folder.example(QStringLiteral("road.sim"));
+    const QByteArray before = content(source);
+    import(source);
+    for (const char* name : {"a.svg", "a.csv", "a.dxf", "a.pdf", "a.gpkg"}) {
+        const QString link = folder.path(QLatin1String(name));
+        ASSERT_TRUE(QFile::link(source, link));
+        answer(link);
+        QString said;
+        if (link.endsWith(QStringLiteral(".gpkg"))) {
+            said = refusal(&MainWindow::saveDrawing);
+        } else if (link.endsWith(QStringLiteral(".pdf"))) {
+            window->workbench().beforePaper = [&](PaperDialog& dialog) {
+                dialog.askPath = [&](QWidget*, const QString&, const QString&, const QString&) { return link; };
+                EXPECT_FALSE(dialog.savePdf());
+                said = dialog.message();
+                return false;
+            };
+            window->workbench().showPaper(PaperKind::Plan);
+        } else {
+            Answers answers;
+            answers.ok();
+            window->exportDrawing();
+            said = answers.said;
+        }
+        EXPECT_TRUE(said.contains(link)) << name << ": " << said.toStdString();
+        EXPECT_EQ(content(source), before) << name;
+    }
+    // Changed since, it is no longer what was imported.
+    folder.write(QStringLiteral("road.sim"), "somebody's");
+    answer(folder.path(QStringLiteral("a.csv")));
+    window->exportDrawing();
+    EXPECT_NE(content(source), "somebody's");
+}
+
+TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewhere) {
+    const QString path = saved("a.gpkg");
+    {
+        drawing::Drawing other;
+        drawing::DrawingStore store;
+        ASSERT_TRUE(store.open(path.toStdString(), other));
+        other.addLayer("theirs");
+        ASSERT_TRUE(store.save(path.toStdString(), other));
+    }
+    addLayer("ours");
+    EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
+    EXPECT_TRUE(refusal(&MainWindow::saveDrawingAs).contains(path)) << "under its own name";
+    EXPECT_TRUE(holdsLayer(path, "theirs"));
+    const QString elsewhere = folder.path(QStringLiteral("b.gpkg"));
+    answer(elsewhere);
+    EXPECT_TRUE(window->saveDrawingAs());
+    EXPECT_TRUE(holdsLayer(elsewhere, "ours"));
+    EXPECT_TRUE(holdsLayer(path, "theirs"));
+    EXPECT_FALSE(window->isWindowModified());
+}
+
+TEST_F(Saving, AFullDiskIsToldAndTheNextSaveIsWhole) {
+    const QString path = saved("a.gpkg");
+    const QByteArray before = content(path);
+    import(folder.example(QStringLiteral("road.sim")));
+    const std::size_t entities = drawing().entityCount();
+    {
+        const FullDisk full(static_cast<rlim_t>(before.size()));
+        EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
+    }
+    EXPECT_EQ(content(path), before);
+    ASSERT_TRUE(window->saveDrawing());
+    ASSERT_TRUE(window->openFile(path));
+    EXPECT_EQ(drawing().entityCount(), entities);
+}
+
+TEST_F(Saving, TheTitleBlockIsWrittenByTheNextSaveWhereTheDiskHadNoRoomForIt) {
+    const QString path = saved("a.gpkg");
+    const drawing::DrawingTexts texts{{"title/author", std::string(200'000, 'x')}};
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), texts));
+    ASSERT_TRUE(window->openFile(path));
+    const QString elsewhere = folder.path(QStringLiteral("b.gpkg"));
+    answer(elsewhere);
+    {
+        const FullDisk full(static_cast<rlim_t>(content(path).size()) - 100'000);
+        EXPECT_TRUE(refusal(&MainWindow::saveDrawingAs).contains(elsewhere));
+    }
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_EQ(drawing::readTexts(elsewhere.toStdString()), texts);
+}
+
+TEST_F(Saving, ALinkStaysALink) {
+    const QString path = saved("a.gpkg");
+    const QString link = folder.path(QStringLiteral("link.gpkg"));
+    const QString hard = folder.path(QStringLiteral("hard.gpkg"));
+    ASSERT_TRUE(QFile::link(path, link));
+    std::filesystem::create_hard_link(path.toStdString(), hard.toStdString());
+    for (const auto& [name, layer] : {std::pair(link, "by link"), std::pair(hard, "by hard link")}) {
+        ASSERT_TRUE(window->openFile(name));
+        window->session().addLayer(layer);
+        ASSERT_TRUE(window->saveDrawing());
+        EXPECT_TRUE(holdsLayer(path, layer));
+    }
+    EXPECT_EQ(QFile::symLinkTarget(link), path);
+    EXPECT_TRUE(std::filesystem::equivalent(path.toStdString(), hard.toStdString()));
+}
+
+TEST_F(Saving, AFileOrFolderThatMayNotBeWrittenIsTold) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "root may write everything";
+    }
+    const QString path = saved("a.gpkg");
+    addLayer("unsaved");
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner));
+    EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+    const QString place = folder.path(QString());
+    ASSERT_TRUE(QFile::setPermissions(place, QFile::ReadOwner | QFile::ExeOwner));
+    refusal(&MainWindow::saveDrawing);
+    ASSERT_TRUE(QFile::setPermissions(place, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    EXPECT_TRUE(window->saveDrawing());
+    EXPECT_TRUE(holdsLayer(path, "unsaved"));
+}
+
+} // namespace
+} // namespace fenmark::desk::test

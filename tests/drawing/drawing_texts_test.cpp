@@ -83,6 +83,18 @@ TEST_F(DrawingTextsTest, AFailureLeavesTheTextsBefore) {
     EXPECT_EQ(readTexts(path), first);
 }
 
+TEST_F(DrawingTextsTest, AChangeLeavesWhatAnotherProgramWroteMeanwhile) {
+    const DrawingTexts before = {{"changed", "a"}, {"gone", "b"}, {"kept", "c"}};
+    ASSERT_TRUE(changeTexts(path, {}, before));
+    EXPECT_EQ(readTexts(path), before);
+    ASSERT_TRUE(writeTexts(path, {{"changed", "a"}, {"gone", "b"}, {"kept", "theirs"}, {"new of theirs", "d"}}));
+    const DrawingTexts wanted = {{"changed", "ours"}, {"kept", "c"}, {"new", "e"}};
+    ASSERT_TRUE(changeTexts(path, before, wanted));
+    EXPECT_EQ(readTexts(path),
+              (DrawingTexts{{"changed", "ours"}, {"kept", "theirs"}, {"new", "e"}, {"new of theirs", "d"}}));
+    EXPECT_FALSE(changeTexts(folder.at("none.gpkg"), before, wanted));
+}
+
 // A view of that name, of which reading could run anything.
 TEST_F(DrawingTextsTest, AViewIsNoTableOfTexts) {
     run("CREATE VIEW fenmark_texts AS SELECT 'title' AS name, 'x' AS value");

@@ -5,8 +5,6 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <map>
-
 namespace fenmark::desk {
 
 void Workbench::makePaperMenu() {
@@ -65,17 +63,7 @@ Outcome Workbench::saveTexts(const std::string& path, bool toNewFile) {
         savedTexts_.clear(); // if this fails, the next save writes them all
         result = drawing::writeTexts(path, keptTexts_);
     } else if (hasChanges()) {
-        drawing::DrawingTexts texts = drawing::readTexts(path);
-        std::erase_if(texts, [&](const auto& text) {
-            return savedTexts_.contains(text.first) && !keptTexts_.contains(text.first);
-        });
-        for (const auto& [name, value] : keptTexts_) {
-            const auto saved = savedTexts_.find(name);
-            if (saved == savedTexts_.end() || saved->second != value) {
-                texts[name] = value;
-            }
-        }
-        result = drawing::writeTexts(path, texts);
+        result = drawing::changeTexts(path, savedTexts_, keptTexts_);
     }
     if (result) {
         savedTexts_ = keptTexts_;

@@ -19,6 +19,7 @@ INSERT OR IGNORE INTO gpkg_contents (table_name, data_type, identifier, descript
 )sql";
 constexpr const char* kReadTexts = "SELECT name, value FROM fenmark_texts ORDER BY name";
 constexpr const char* kDeleteTexts = "DELETE FROM fenmark_texts";
+constexpr const char* kDeleteText = "DELETE FROM fenmark_texts WHERE name = ?1";
 constexpr const char* kInsertText = "INSERT INTO fenmark_texts (name, value) VALUES (?1, ?2)";
 
 bool hasTexts(Connection& connection) {
@@ -44,27 +45,57 @@ DrawingTexts readTexts(const std::string& path) {
     return texts;
 }
 
-Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
+namespace {
+
+// One transaction in a file that has the table, or gets it where there is something to write.
+template <typename Change>
+Outcome inTexts(const std::string& path, bool needed, const Change& change) {
     try {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute("BEGIN IMMEDIATE");
         if (!hasTexts(connection)) {
-            if (texts.empty()) {
+            if (!needed) {
                 connection.execute("ROLLBACK");
                 return {};
             }
             connection.execute(kCreateTexts);
         }
-        connection.execute(kDeleteTexts);
-        Statement insert(connection, kInsertText);
-        for (const auto& [name, value] : texts) {
-            insert.bind(1, std::string_view(name)).bind(2, std::string_view(value)).run();
-        }
+        change(connection);
         connection.execute("COMMIT");
         return {};
     } catch (const StoreFailure& failure) {
         return failed(storeMessage(failure.failure, path, failure.detail), failure.failure);
     }
+}
+
+} // namespace
+
+Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
+    return inTexts(path, !texts.empty(), [&](Connection& connection) {
+        connection.execute(kDeleteTexts);
+        Statement insert(connection, kInsertText);
+        for (const auto& [name, value] : texts) {
+            insert.bind(1, std::string_view(name)).bind(2, std::string_view(value)).run();
+        }
+    });
+}
+
+Outcome changeTexts(const std::string& path, const DrawingTexts& before, const DrawingTexts& wanted) {
+    return inTexts(path, !wanted.empty(), [&](Connection& connection) {
+        Statement remove(connection, kDeleteText);
+        for (const auto& [name, value] : before) {
+            if (!wanted.contains(name)) {
+                remove.bind(1, std::string_view(name)).run();
+            }
+        }
+        Statement insert(connection, kInsertText);
+        for (const auto& [name, value] : wanted) {
+            if (const auto old = before.find(name); old == before.end() || old->second != value) {
+                remove.bind(1, std::string_view(name)).run();
+                insert.bind(1, std::string_view(name)).bind(2, std::string_view(value)).run();
+            }
+        }
+    });
 }
 
 } // namespace fenmark::drawing

@@ -18,4 +18,8 @@ using DrawingTexts = std::map<std::string, std::string>;
 // the first text.
 [[nodiscard]] Outcome writeTexts(const std::string& path, const DrawingTexts& texts);
 
+// Brings the file from what was read to what is wanted, in one transaction: texts that are the same in both stay as
+// the file has them, whatever another program wrote there meanwhile.
+[[nodiscard]] Outcome changeTexts(const std::string& path, const DrawingTexts& before, const DrawingTexts& wanted);
+
 } // namespace fenmark::drawing

@@ -435,6 +435,21 @@ TEST_F(PlanOf, ClothoidsThatWindUpAreBoundedForTheWholeSheetAndDrawnInShortPaths
     EXPECT_LT(points, 206000U);
 }
 
+TEST_F(PlanOf, DashesGoOnWhereALongLineIsMoreThanOnePath) {
+    std::vector<MdGePoint3d> line;
+    for (int i = 0; i < 250; ++i) {
+        line.push_back({i % 2 == 0 ? 0.0 : 3.0, 4.0 * i, 0.0}); // each side is 5 m long
+    }
+    addPolyline(drawing, line, false, "", "連続線");
+    draw();
+    const auto paths = document.select_nodes("//path[@class='l continuous' and contains(@d, 'L')]");
+    ASSERT_EQ(paths.size(), 3U);
+    EXPECT_FALSE(paths[0].node().attribute("stroke-dashoffset"));
+    const double first = paths[1].node().attribute("stroke-dashoffset").as_double();
+    EXPECT_GT(first, 10.0);
+    EXPECT_NEAR(paths[2].node().attribute("stroke-dashoffset").as_double(), 2.0 * first, 0.05);
+}
+
 TEST_F(PlanOf, JointsOfEveryTwoElementsHaveTheirUsualNames) {
     addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
                        {ElementType::Arc, 60.0, 100.0, 100.0, true},

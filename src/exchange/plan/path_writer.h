@@ -3,6 +3,7 @@
 
 #include "exchange/plan/plan.h"
 
+#include <cmath>
 #include <cstddef>
 #include <ostream>
 #include <string>
@@ -30,15 +31,16 @@ class PathWriter {
             finish();
             open();
         }
+        drawn_ = 0.0;
         append('M', to);
     }
     void lineTo(const PaperPoint& to) {
         if (isFull()) {
-            const PaperPoint from = last_;
             finish();
-            open();
-            append('M', from);
+            open(" stroke-dashoffset=\"" + mm(drawn_) + '"'); // dashes go on as if it were one path
+            append('M', last_);
         }
+        drawn_ += std::hypot(to.x - last_.x, to.y - last_.y);
         append('L', to);
     }
     // No points come behind this.
@@ -46,8 +48,8 @@ class PathWriter {
 
   private:
     bool isFull() const { return !closed_ && points_ >= kMostPathPoints; }
-    void open() {
-        out_ << "<path " << attributes_ << "\" d=\"";
+    void open(const std::string& further = {}) {
+        out_ << "<path " << attributes_ << '"' << further << " d=\"";
         points_ = 0;
     }
     void append(char command, const PaperPoint& to) {
@@ -60,6 +62,7 @@ class PathWriter {
     std::string attributes_;
     bool closed_;
     PaperPoint last_{};
+    double drawn_ = 0.0; // millimetres since the line began
     std::size_t points_ = 0;
 };
 

@@ -183,17 +183,22 @@ std::error_code renameToNew(const std::string& from, const std::string& to) {
     return ::rename(from.c_str(), to.c_str()) == 0 ? std::error_code() : lastError();
 }
 
+PathState stateOf(const struct ::stat& status) {
+    PathState state;
+    state.kind = S_ISREG(status.st_mode)   ? PathKind::File
+                 : S_ISDIR(status.st_mode) ? PathKind::Folder
+                                           : PathKind::Other;
+    state.size = S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
+    return state;
+}
+
 } // namespace
 
 PathState lookUp(const std::string& path) {
     PathState state;
     struct ::stat status {};
     if (::stat(path.c_str(), &status) == 0) {
-        state.kind = S_ISREG(status.st_mode)   ? PathKind::File
-                     : S_ISDIR(status.st_mode) ? PathKind::Folder
-                                               : PathKind::Other;
-        state.size = S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
-        return state;
+        return stateOf(status);
     }
     if (errno != ENOENT) {
         state.error = lastError();
@@ -206,6 +211,9 @@ PathState lookUp(const std::string& path) {
         }
         state.kind = PathKind::Missing;
         return state;
+    }
+    if (!S_ISLNK(status.st_mode)) {
+        return stateOf(status); // made since it was missing above
     }
     state.kind = PathKind::DanglingLink;
     std::error_code ignored;
@@ -286,7 +294,7 @@ std::error_code TemporaryFile::make(const std::string& target, AtLink atLink) {
             return denied;
         }
     }
-    if (!isThere && atLink == AtLink::Follow && ::lstat(target_.c_str(), &status) == 0) {
+    if (!isThere && atLink == AtLink::Follow && ::lstat(target_.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
         return systemError(ENOENT); // a link that leads to nothing
     }
     rights_ = isThere && !isLink ? static_cast<unsigned>(status.st_mode) & kRightsMask : newFileRights();
@@ -300,8 +308,12 @@ std::error_code TemporaryFile::make(const std::string& target, AtLink atLink) {
         if (file.get() < 0) {
             return lastError();
         }
-        // Another program may take the file for a leftover until it is locked.
-        (void)::flock(file.get(), LOCK_EX | LOCK_NB); // where there are no locks, nobody clears it away either
+        // Another program may take the file for a leftover until it is locked; one that has the lock is about to clear it
+        // away. Where there are no locks, nobody does.
+        if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+            (void)insisted([&] { return ::unlink(path.c_str()); });
+            continue;
+        }
         if (isSameFile(file.get(), path)) {
             path_ = std::move(path);
             descriptor_ = file.release();

@@ -29,7 +29,7 @@ std::vector<QPolygonF> clippedLine(const QPolygonF& line, bool closed, const QRe
 QPolygonF clippedArea(const QPolygonF& area, const QRectF& to);
 
 // How many places of curves may still be looked at for one picture, or for one search in it. Only curves that wind up
-// take so many; those that come behind them are lines of drawing::kFewestElementPoints at most.
+// take so many; such a curve is a line of drawing::kFewestElementPoints where they are spent.
 struct CurveBudget {
     std::size_t left = 400'000;
 };

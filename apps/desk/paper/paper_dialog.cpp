@@ -1,6 +1,7 @@
 // Print and PDF.
 #include "desk/paper/paper_dialog.h"
 
+#include "desk/paper/ask_target.h"
 #include "desk/paper/page_painter.h"
 #include "desk/plan/plan_text.h"
 #include "drawing/imported_file.h"
@@ -336,18 +337,14 @@ void PaperDialog::drawPreview() {
 }
 
 bool PaperDialog::savePdf() {
-    QString file = proposal_ + QStringLiteral(".pdf");
-    // Asked again where the extension that is added leads to a file: nobody was asked yet whether that one may go.
-    for (bool complete = false; !complete;) {
-        file = askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)), file, QStringLiteral("PDF (*.pdf)"));
-        if (file.isEmpty()) {
-            return false;
-        }
-        complete = !QFileInfo(file).suffix().isEmpty();
-        if (!complete) {
-            file += QStringLiteral(".pdf");
-            complete = !QFileInfo::exists(file);
-        }
+    const QString file = askTarget(
+        [this](const QString& proposal) {
+            return askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)), proposal,
+                           QStringLiteral("PDF (*.pdf)"));
+        },
+        proposal_ + QStringLiteral(".pdf"), [](const QString& path) { return withExtension(path, ".pdf"); });
+    if (file.isEmpty()) {
+        return false;
     }
     if (drawing::isImportedFile(drawing_, file.toStdString())) {
         message_->setVisible(true);

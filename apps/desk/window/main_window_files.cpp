@@ -1,6 +1,7 @@
 // Opening, saving and exporting from the main window.
 #include "desk/window/main_window.h"
 
+#include "desk/paper/ask_target.h"
 #include "desk/window/workbench.h"
 
 #include "drawing/imported_file.h"
@@ -33,7 +34,7 @@ QString asDrawing(const QString& path) {
 }
 
 QString asExport(const QString& path) {
-    return QFileInfo(path).suffix().isEmpty() ? path + QStringLiteral(".svg") : path;
+    return withExtension(path, ".svg");
 }
 
 bool isOurs(const QString& path) {
@@ -170,19 +171,10 @@ bool MainWindow::saveTo(const QString& path) {
     return true;
 }
 
-// Where an extension is added to what was typed and leads to a file, the question comes again with that name: nobody
-// was asked yet whether that file may go. Empty if cancelled.
 QString MainWindow::askTarget(const QString& title, const QString& proposal, const QString& filter,
                               const std::function<QString(const QString& path)>& completed) {
-    QString path = questions_.save(this, title, proposal, filter);
-    while (!path.isEmpty() && completed(path) != path) {
-        path = completed(path);
-        if (!QFileInfo::exists(path)) {
-            break;
-        }
-        path = questions_.save(this, title, path, filter);
-    }
-    return path;
+    return desk::askTarget([&](const QString& path) { return questions_.save(this, title, path, filter); }, proposal,
+                           completed);
 }
 
 bool MainWindow::saveDrawing() {

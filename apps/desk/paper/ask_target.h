@@ -1,0 +1,31 @@
+// The question for a file to write, of which the extension may be left out.
+#pragma once
+
+#include <QFileInfo>
+#include <QString>
+
+#include <functional>
+
+namespace fenmark::desk {
+
+// The path with the extension (".pdf") where it has none.
+inline QString withExtension(const QString& path, const char* extension) {
+    return QFileInfo(path).suffix().isEmpty() ? path + QLatin1String(extension) : path;
+}
+
+// Asks with a proposal, and completes the answer. Where what is added leads to a file, the question comes again with
+// that name: nobody was asked yet whether that file may go. Empty if cancelled.
+inline QString askTarget(const std::function<QString(const QString& proposal)>& ask, const QString& proposal,
+                         const std::function<QString(const QString& path)>& completed) {
+    QString path = ask(proposal);
+    while (!path.isEmpty() && completed(path) != path) {
+        path = completed(path);
+        if (!QFileInfo::exists(path)) {
+            break;
+        }
+        path = ask(path);
+    }
+    return path;
+}
+
+} // namespace fenmark::desk

@@ -77,7 +77,9 @@ extern const bool kOpenFilesCanBeReplaced;
 // What may stand at the target when the file takes its name.
 enum class AtTarget {
     Replace,
-    Refuse // the error is std::errc::file_exists, also where something appeared at the last moment
+    // The error is std::errc::file_exists, also where something appeared at the last moment. Some file systems cannot do
+    // this in one step: the caller holds the folder's turn.
+    Refuse
 };
 
 // A new file beside its target, of a name that cannot be guessed and that nothing bore before; only its owner may read

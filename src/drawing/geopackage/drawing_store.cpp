@@ -8,11 +8,13 @@
 #include "drawing/geopackage/soundness.h"
 #include "drawing/geopackage/sqlite_handles.h"
 #include "platform/files.h"
+#include "platform/folder_turn.h"
 #include "values/code_table.h"
 
 #include <array>
 #include <cstddef>
 #include <new>
+#include <optional>
 #include <random>
 #include <string_view>
 
@@ -145,11 +147,17 @@ void requireNone(const Worded& fault) {
     }
 }
 
+std::string folderBehindLinks(const std::string& path) {
+    return platform::folderOf(platform::behindLinks(path));
+}
+
 // A program that crashed while it wrote leaves a journal; the first to lock the file for writing restores the file from
 // it. A journal that still lies there then belongs to nobody. Where this cannot be done, reading tells whether it
 // had to be.
 void restoreAfterCrash(const std::string& path) {
     try {
+        const platform::FolderTurn turn(
+            folderBehindLinks(path)); // else the drawing could be replaced before it is locked
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute("BEGIN EXCLUSIVE");
         removeJournal(path);
@@ -277,6 +285,7 @@ Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const Wr
     const Outcome result = guarded(path, [&] {
         platform::TemporaryFile file;
         writeWhole(file, path, drawing, progress, stamp);
+        const platform::FolderTurn turn(platform::folderOf(file.target()));
         if (!mustBeNew) {
             HeldDrawing held(file.target()); // nobody appends to the file that goes
             if (!platform::kOpenFilesCanBeReplaced) {
@@ -286,7 +295,7 @@ Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const Wr
             return;
         }
         if (platform::lookUp(file.target()).kind == platform::PathKind::Missing) {
-            const HeldDrawing none(file.target()); // removes a journal that was left alone
+            removeFilesBeside(file.target());
         }
         const std::error_code error = file.putInPlace(platform::AtTarget::Refuse);
         if (error == std::errc::file_exists) {
@@ -322,9 +331,12 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
     const Outcome result = guarded(path, [&] {
         requireNone(identifierFault_);
         requireNone(identifierFault(drawing));
+        std::optional<platform::FolderTurn> turn(
+            folderBehindLinks(path)); // until nobody can replace the drawing any more
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");
+        turn.reset();
         try {
             // Our rows would take the identifiers of features that a GIS added meanwhile.
             const DrawingHead head = DrawingReader::readHead(connection);

@@ -137,6 +137,12 @@ bool usesWriteAheadLog(const std::string& path) {
     return file && header[kWriteVersionOffset] == kWriteAheadLog;
 }
 
+void removeFilesBeside(const std::string& path) {
+    for (const char* ending : kBeside) {
+        (void)platform::removeFile(path + ending);
+    }
+}
+
 HeldDrawing::HeldDrawing(const std::string& path) {
     try {
         const PathState state = platform::lookUp(path);
@@ -144,20 +150,15 @@ HeldDrawing::HeldDrawing(const std::string& path) {
             connection_.emplace(path, Connection::Mode::ReadWrite);
             connection_->execute("PRAGMA journal_mode = DELETE"); // ends a write-ahead log
             connection_->execute("BEGIN EXCLUSIVE");              // after a crash this restores the file first
+            return;
         }
     } catch (const StoreFailure& failure) {
-        if (failure.failure == Failure::Locked) {
-            throw;
-        }
         connection_.reset();
+        if (failure.failure != Failure::NotADrawing && failure.failure != Failure::Damaged) {
+            throw; // what lies beside it may be needed yet to restore it
+        }
     }
-    if (connection_) {
-        return;
-    }
-    // Beside no database these belong to nobody, and would be played into the file that comes.
-    for (const char* ending : kBeside) {
-        (void)platform::removeFile(path + ending);
-    }
+    removeFilesBeside(path);
 }
 
 } // namespace fenmark::drawing

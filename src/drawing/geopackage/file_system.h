@@ -22,9 +22,13 @@ void removeJournal(const std::string& path);
 bool usesWriteAheadLog(const std::string& path);
 bool hasWriteAheadLog(const std::string& path);
 
+// Removes the files of SQLite beside a path that bears no database: they belong to nobody, and would be played into the
+// file that comes. In the folder's turn, or they may be those of a drawing that another program puts there just now.
+void removeFilesBeside(const std::string& path);
+
 // Holds a database that is about to be replaced, so that nobody can append to a file that goes, and leaves no journal
-// that would be taken for one of the file that comes. Throws a StoreFailure if another program holds it. A file that is
-// no database is let alone.
+// that would be taken for one of the file that comes. Throws a StoreFailure if another program holds it or it cannot be
+// read. A file that is no database, or a damaged one, is let alone.
 class HeldDrawing {
   public:
     explicit HeldDrawing(const std::string& path);

@@ -156,8 +156,8 @@ std::string folderBehindLinks(const std::string& path) {
 // had to be.
 void restoreAfterCrash(const std::string& path) {
     try {
-        const platform::FolderTurn turn(
-            folderBehindLinks(path)); // else the drawing could be replaced before it is locked
+        // Else the drawing could be replaced before it is locked.
+        const platform::FolderTurn turn(folderBehindLinks(path));
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute("BEGIN EXCLUSIVE");
         removeJournal(path);
@@ -331,8 +331,8 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
     const Outcome result = guarded(path, [&] {
         requireNone(identifierFault_);
         requireNone(identifierFault(drawing));
-        std::optional<platform::FolderTurn> turn(
-            folderBehindLinks(path)); // until nobody can replace the drawing any more
+        // Held until the drawing is locked, so that nobody replaces it in between.
+        std::optional<platform::FolderTurn> turn(folderBehindLinks(path));
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute(sql::kPrepareOldFile);
         connection.execute("BEGIN IMMEDIATE");

@@ -2,6 +2,7 @@
 #include "host/recording/recording_drawing_writer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace fenmark::host {
 
@@ -26,7 +27,8 @@ MdDbObjectId RecordingDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& ve
     MdDbObjectId id;
     if (!failPolylines) {
         id = ids_.next();
-        polylines_.push_back({id, vertices, kept(currentLayer), false, false});
+        std::pmr::vector<MdGePoint3d> copy(vertices.begin(), vertices.end(), memory_.resource());
+        polylines_.push_back({id, std::move(copy), kept(currentLayer), false, false});
     }
     vertices.clear();
     return id;

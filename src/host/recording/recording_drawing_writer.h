@@ -3,6 +3,7 @@
 
 #include "host/boundary/drawing_writer.h"
 #include "host/recording/call_log.h"
+#include "host/recording/record_memory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,7 +24,7 @@ struct RecordedPoint {
 
 struct RecordedPolyline {
     MdDbObjectId id;
-    std::vector<MdGePoint3d> vertices;
+    std::pmr::vector<MdGePoint3d> vertices;
     std::string_view layer; // "0" until a layer is set
     bool lightweight = false;
     bool closed = false;
@@ -76,8 +77,9 @@ class RecordingDrawingWriter : public DrawingWriter {
     IdSource& ids_;
     std::set<std::string, std::less<>> layerNames_;
     std::string_view lastLayer_;
-    std::deque<RecordedPoint> points_;
-    std::deque<RecordedPolyline> polylines_; // identifiers rise, so that a look-up can halve
+    RecordMemory memory_;
+    std::pmr::deque<RecordedPoint> points_{memory_.resource()};
+    std::pmr::deque<RecordedPolyline> polylines_{memory_.resource()}; // identifiers rise, so that a look-up can halve
 };
 
 } // namespace fenmark::host

@@ -3,6 +3,7 @@
 
 #include "host/boundary/object_data_writer.h"
 #include "host/recording/call_log.h"
+#include "host/recording/record_memory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -66,7 +67,8 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
     std::uint32_t sourceOf(std::string_view table, std::string_view type, std::string_view fileName);
 
     std::vector<Source> sources_;
-    std::deque<Row> rows_;
+    RecordMemory memory_;
+    std::pmr::deque<Row> rows_{memory_.resource()};
     std::string names_; // one behind the other
 };
 

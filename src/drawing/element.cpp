@@ -64,9 +64,7 @@ std::optional<ElementBox> boxOfElement(const Element& element) {
                       std::max(box.maxY, end.y)};
 }
 
-double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t before,
-                         std::size_t most) {
-    const std::size_t left = most - std::min(most, before + line.size());
+double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t left) {
     line.push_back(element.start);
     double error = tolerance;
     if (element.type != ElementType::Straight && element.length > 0.0 && isUsable(element)) {
@@ -82,6 +80,17 @@ double appendElementLine(const Element& element, double tolerance, std::vector<P
         }
     }
     line.push_back(element.end);
+    return error;
+}
+
+double LinePoints::append(const Element& element, double tolerance, std::vector<PlanPoint>& line) {
+    const std::size_t before = line.size();
+    const double error = appendElementLine(element, tolerance, line, left());
+    const std::size_t points = line.size() - before;
+    alignment_ -= std::min(alignment_, points);
+    if (points > kUsualElementPoints) {
+        drawing_ -= std::min(drawing_, points);
+    }
     return error;
 }
 

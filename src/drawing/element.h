@@ -7,6 +7,7 @@
 #include "curve/curve.h"
 #include "drawing/values.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -23,6 +24,10 @@ inline constexpr std::size_t kMostElementPoints = curve::kMostLinePoints;
 // kFewestElementPoints at most.
 inline constexpr std::size_t kMostAlignmentPoints = 1'000'000;
 inline constexpr std::size_t kFewestElementPoints = 64;
+// The points of all elements of a drawing that have more than the usual number: a file of 100 kB names thousands of them, and
+// would be drawn with gigabytes. Behind them each has the usual number at most.
+inline constexpr std::size_t kMostDrawingPoints = 2'000'000;
+inline constexpr std::size_t kUsualElementPoints = 1'000;
 inline constexpr double kInfiniteRadius = std::numeric_limits<double>::infinity();
 
 enum class ElementType : char { Straight = 'S', Arc = 'R', Clothoid = 'A' };
@@ -89,10 +94,24 @@ Pose poseOnElement(const Element& element, double along);
 std::optional<ElementBox> boxOfElement(const Element& element);
 
 // The element as a line whose points lie on the curve and whose chords lie within the tolerance (metres) of it, with
-// kMostElementPoints at most, and with fewer where the points before it, those of the line and `before` more of the same
-// alignment or sheet, near `most`. First and last point are the element's ends. Returns how far the element's part
-// may lie from the curve: the tolerance, or more where the points did not suffice.
-double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line, std::size_t before = 0,
-                         std::size_t most = kMostAlignmentPoints);
+// kMostElementPoints at most, or with `left` where fewer are left, but not with less than kFewestElementPoints. First and
+// last point are the element's ends. Returns how far the element's part may lie from the curve: the tolerance, or more
+// where the points did not suffice.
+double appendElementLine(const Element& element, double tolerance, std::vector<PlanPoint>& line,
+                         std::size_t left = kMostElementPoints);
+
+// The points that are left for the lines of a drawing's alignments, one behind the other.
+class LinePoints {
+  public:
+    void beginAlignment() { alignment_ = kMostAlignmentPoints; }
+    // For the next element.
+    std::size_t left() const { return std::min(alignment_, std::max(drawing_, kUsualElementPoints)); }
+    // The element's line, as appendElementLine with what is left.
+    double append(const Element& element, double tolerance, std::vector<PlanPoint>& line);
+
+  private:
+    std::size_t alignment_ = kMostAlignmentPoints;
+    std::size_t drawing_ = kMostDrawingPoints;
+};
 
 } // namespace fenmark::drawing

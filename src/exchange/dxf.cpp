@@ -78,10 +78,10 @@ class Layers {
 };
 
 // The alignment as polylines, one unless there are gaps.
-std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment) {
+std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment, drawing::LinePoints& points) {
     std::vector<std::vector<Vertex>> lines;
     std::vector<PlanPoint> chords;
-    std::size_t drawn = 0;
+    points.beginAlignment();
     for (const Element& element : alignment.elements) {
         const bool joined = !lines.empty() && std::hypot(lines.back().back().x - element.start.x,
                                                          lines.back().back().y - element.start.y) <= kGap;
@@ -100,8 +100,7 @@ std::vector<std::vector<Vertex>> polylinesOf(const drawing::Alignment& alignment
             }
         } else {
             chords.clear();
-            drawing::appendElementLine(element, drawing::kLineTolerance, chords, drawn);
-            drawn += chords.size();
+            points.append(element, drawing::kLineTolerance, chords);
             for (std::size_t i = 1; i < chords.size(); ++i) {
                 line.push_back({chords[i].x, chords[i].y, 0.0});
             }
@@ -120,13 +119,13 @@ class DrawingOfEntities {
         const std::string layer = layers_.of(Kind::Alignments, alignment.layer);
         if (options_.elements) {
             double station = alignment.startStation;
-            std::size_t drawn = 0;
+            points_.beginAlignment();
             for (const Element& element : alignment.elements) {
-                writeElement(alignment, element, station, layer, drawn);
+                writeElement(alignment, element, station, layer);
                 station += element.length;
             }
         } else {
-            for (const std::vector<Vertex>& line : polylinesOf(alignment)) {
+            for (const std::vector<Vertex>& line : polylinesOf(alignment, points_)) {
                 polyline(layer, line, false, 0, [&] { alignmentData(alignment); });
             }
         }
@@ -238,7 +237,7 @@ class DrawingOfEntities {
     }
 
     void writeElement(const drawing::Alignment& alignment, const Element& element, double station,
-                      const std::string& layer, std::size_t& drawn) {
+                      const std::string& layer) {
         const auto data = [&] {
             alignmentData(alignment);
             writer_.integer(1071, element.id);
@@ -272,8 +271,7 @@ class DrawingOfEntities {
             data();
         } else {
             std::vector<PlanPoint> line;
-            drawing::appendElementLine(element, drawing::kLineTolerance, line, drawn);
-            drawn += line.size();
+            points_.append(element, drawing::kLineTolerance, line);
             polyline(layer, line, false, kGreen, data);
         }
     }
@@ -338,6 +336,7 @@ class DrawingOfEntities {
     const ExportOptions& options_;
     Layers layers_;
     double textHeight_;
+    drawing::LinePoints points_;
     std::array<Encoded, 3> recent_;
     std::size_t nextRecent_ = 0;
 };
@@ -377,9 +376,7 @@ DxfContents contentsOf(const Drawing& drawing, const ExportOptions& options) {
         }
         note(Kind::Alignments, alignment.layer);
         contents.handles += alignment.elements.size() + 2;
-        for (const PlanPoint& point : lineOfAlignment(alignment)) {
-            contents.extent.add(point.x, point.y);
-        }
+        contents.extent.add(boxOf(alignment));
     }
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);

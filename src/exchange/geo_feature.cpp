@@ -73,7 +73,7 @@ const Shape& ShapeMaker::of(const drawing::Alignment& alignment) {
     if (!hasPlace(alignment)) {
         return shape_;
     }
-    const std::vector<host::PlanPoint> line = lineOfAlignment(alignment);
+    const std::vector<host::PlanPoint> line = lineOfAlignment(alignment, points_);
     if (line.size() < 2) {
         return shape_;
     }

@@ -40,6 +40,7 @@ class ShapeMaker {
     const Shape& finished();
 
     std::optional<PlaneZone> zone_; // none: metres
+    drawing::LinePoints points_;
     Shape shape_;
     bool far_ = false;
     std::size_t tooFar_ = 0;

@@ -48,11 +48,7 @@ bool Selection::takes(const drawing::Alignment& alignment) const {
     if (!rectangle) {
         return true;
     }
-    Extent box;
-    for (const host::PlanPoint& point : lineOfAlignment(alignment)) {
-        box.add(point.x, point.y);
-    }
-    return meet(box, *rectangle);
+    return meet(boxOf(alignment), *rectangle);
 }
 
 std::unique_ptr<Drawing> selectedPart(const Drawing& drawing, const Selection& selection) {

@@ -211,14 +211,18 @@ TEST(Element, TheDrawnLineStaysWithinAMillimetre) {
     }
 }
 
+// Turns 28,648 times, which 10,000 points do not draw.
+Element windingClothoid() {
+    return laid(ElementType::Clothoid, {0, 0}, 0.0, 5.4e7, kInfiniteRadius, 150, false);
+}
+
 TEST(Element, TheLineOfAnAlignmentIsBoundedAlsoForManyElements) {
-    // Turns 28,648 times, which 10,000 points do not draw.
-    const Element vast = laid(ElementType::Clothoid, {0, 0}, 0.0, 5.4e7, kInfiniteRadius, 150, false);
     std::vector<PlanPoint> line;
+    LinePoints points;
     double error = 0.0;
     constexpr std::size_t kElements = 110;
     for (std::size_t i = 0; i < kElements; ++i) {
-        error = appendElementLine(vast, kLineTolerance, line);
+        error = points.append(windingClothoid(), kLineTolerance, line);
     }
     EXPECT_LE(line.size(), kMostAlignmentPoints + kElements * kFewestElementPoints);
     EXPECT_GT(line.size(), kMostAlignmentPoints * 9 / 10);
@@ -228,8 +232,29 @@ TEST(Element, TheLineOfAnAlignmentIsBoundedAlsoForManyElements) {
     std::vector<PlanPoint> alone;
     std::vector<PlanPoint> last;
     EXPECT_EQ(appendElementLine(arc, kLineTolerance, alone), kLineTolerance);
-    EXPECT_EQ(appendElementLine(arc, kLineTolerance, last, kMostAlignmentPoints), kLineTolerance);
+    EXPECT_EQ(points.append(arc, kLineTolerance, last), kLineTolerance);
     EXPECT_EQ(alone, last);
+}
+
+TEST(Element, TheLinesOfADrawingAreBoundedAlsoForManyAlignments) {
+    std::vector<PlanPoint> lines;
+    LinePoints points;
+    constexpr std::size_t kAlignments = 500;
+    for (std::size_t i = 0; i < kAlignments; ++i) {
+        points.beginAlignment();
+        points.append(windingClothoid(), kLineTolerance, lines);
+    }
+    EXPECT_LE(lines.size(), kMostDrawingPoints + kAlignments * kUsualElementPoints);
+    EXPECT_GT(lines.size(), kMostDrawingPoints);
+    // A curve of a survey is drawn as before, and takes nothing from the others.
+    const Element arc = laid(ElementType::Arc, {0, 0}, 0.0, 800, 500, 500, true);
+    std::vector<PlanPoint> alone;
+    std::vector<PlanPoint> last;
+    appendElementLine(arc, kLineTolerance, alone);
+    points.beginAlignment();
+    EXPECT_EQ(points.append(arc, kLineTolerance, last), kLineTolerance);
+    EXPECT_EQ(alone, last);
+    EXPECT_EQ(points.left(), kUsualElementPoints);
 }
 
 // --- stations ---

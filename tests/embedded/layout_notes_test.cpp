@@ -150,6 +150,11 @@ TEST(LayoutNoteLines, ABrokenJointNamesItsOptionInJapaneseToo) {
     }
 }
 
+std::vector<UnusualElement> unusualOf(const Alignment& alignment) {
+    LinePoints points;
+    return unusualElements(alignment, points);
+}
+
 TEST(UnusualElements, AreThoseThatWindOrAreDrawnCoarsely) {
     Alignment alignment;
     alignment.name = "線";
@@ -166,7 +171,7 @@ TEST(UnusualElements, AreThoseThatWindOrAreDrawnCoarsely) {
     coarse.length = 1e8;
     coarse.startRadius = coarse.endRadius = 1e8; // nearly straight, and longer than 10,000 points can follow
     alignment.elements = {ordinary, wound, straight, coarse};
-    const std::vector<UnusualElement> unusual = unusualElements(alignment);
+    const std::vector<UnusualElement> unusual = unusualOf(alignment);
     ASSERT_EQ(unusual.size(), 2U);
     EXPECT_EQ(unusual[0].station, 150);
     EXPECT_NEAR(unusual[0].turns, 50 / (2 * 3.141592653589793 * 0.5), 1e-9);
@@ -189,7 +194,7 @@ TEST(UnusualElements, AreToldAlsoWhereTheAlignmentHasNoPointsLeft) {
     for (const std::size_t before : {99U, 101U}) {
         alignment.elements.assign(before, vast);
         alignment.elements.push_back(fine);
-        EXPECT_EQ(unusualElements(alignment).size(), before + (before > 100 ? 1 : 0)) << before;
+        EXPECT_EQ(unusualOf(alignment).size(), before + (before > 100 ? 1 : 0)) << before;
     }
 }
 
@@ -204,7 +209,7 @@ Element arcOf300m(double length) {
 // The points that an arc gets of so many that are left.
 std::size_t pointsOf(const Element& arc, std::size_t left, double& tolerance) {
     std::vector<PlanPoint> line;
-    tolerance = appendElementLine(arc, kLineTolerance, line, drawing::kMostAlignmentPoints - left);
+    tolerance = drawing::appendElementLine(arc, kLineTolerance, line, left);
     return line.size();
 }
 
@@ -239,7 +244,27 @@ TEST(UnusualElements, ShareTheirPointsToTheLast) {
         alignment.elements.assign(kVast, vast);
         alignment.elements.push_back(arcOfPoints(kMostElementPoints - enough + tooMany));
         alignment.elements.push_back(last);
-        EXPECT_EQ(unusualElements(alignment).size(), kVast + tooMany);
+        EXPECT_EQ(unusualOf(alignment).size(), kVast + tooMany);
+    }
+}
+
+// Those of a drawing are bounded, too: a long curve behind too many others is told, an ordinary one keeps its points.
+TEST(UnusualElements, AreToldAlsoWhereTheDrawingHasNoPointsLeft) {
+    Alignment vast;
+    vast.elements.resize(90);
+    for (Element& element : vast.elements) {
+        element.type = ElementType::Arc;
+        element.length = 1e8;
+        element.startRadius = element.endRadius = 1e8;
+    }
+    Alignment rest;
+    rest.elements = {arcOf300m(6000), arcOf300m(1200)}; // some 3,900 and 780 points
+    LinePoints points;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(unusualElements(vast, points).size(), 90U);
+        const std::vector<UnusualElement> unusual = unusualElements(rest, points);
+        ASSERT_EQ(unusual.size(), i < 2 ? 0U : 1U);
+        EXPECT_TRUE(unusual.empty() || unusual[0].length == 6000);
     }
 }
 

@@ -20,6 +20,8 @@
 #include <limits>
 #include <regex>
 #include <sstream>
+#include <streambuf>
+#include <utility>
 
 namespace fenmark::exchange {
 namespace {
@@ -175,6 +177,57 @@ TEST(Placed, AnArcThatWindsOnAndOnIsLeftOut) {
             EXPECT_EQ(out.str().find("COIL"), std::string::npos) << name;
             EXPECT_LT(out.str().size(), 100'000U) << name;
         }
+    }
+}
+
+// Takes what is written, and keeps nothing but its size.
+class CountedBytes : public std::streambuf {
+  public:
+    std::streamsize count = 0;
+
+  protected:
+    std::streamsize xsputn(const char*, std::streamsize bytes) override {
+        count += bytes;
+        return bytes;
+    }
+    int_type overflow(int_type byte) override {
+        ++count;
+        return traits_type::not_eof(byte);
+    }
+};
+
+std::streamsize sizeOfWindingRoads(const Format& format, std::size_t roads, bool elements) {
+    Drawing drawing;
+    drawing.setZone(9);
+    const auto site = drawing.addSite("サイト");
+    for (std::size_t i = 0; i < roads; ++i) {
+        Element clothoid;
+        clothoid.type = ElementType::Clothoid;
+        clothoid.length = 5.4e4;
+        clothoid.endRadius = 0.15;
+        clothoid.end = drawing::poseOnElement(clothoid, clothoid.length).point;
+        drawing.addElement(drawing.addAlignment(site, "R", "0", "Standard", "Standard"), clothoid);
+    }
+    ExportOptions options;
+    options.elements = elements;
+    CountedBytes bytes;
+    std::ostream out(&bytes);
+    format.write(drawing, options, out);
+    return bytes.count;
+}
+
+// Each of them alone is drawn with 10,000 points, and a file of 100 kB names thousands.
+TEST(Placed, CurvesThatWindOnAndOnShareTheirPoints) {
+    constexpr std::size_t kRoads = 240;
+    const auto bound =
+        static_cast<std::streamsize>(drawing::kMostDrawingPoints / drawing::kMostElementPoints +
+                                     kRoads * drawing::kUsualElementPoints / drawing::kMostElementPoints);
+    for (const auto& [name, elements] : {std::pair("a.dxf", false), std::pair("a.dxf", true),
+                                         std::pair("a.geojson", false), std::pair("a.kml", false)}) {
+        const Format& format = *formatOf(name);
+        const std::streamsize one = sizeOfWindingRoads(format, 1, elements);
+        EXPECT_GT(one, 100'000) << name;
+        EXPECT_LT(sizeOfWindingRoads(format, kRoads, elements), one * bound) << name << elements;
     }
 }
 

@@ -182,7 +182,7 @@ std::vector<QPolygonF> elementPixels(const Element& element, const ViewTransform
         }
     }
     std::vector<host::PlanPoint> points;
-    drawing::appendElementLine(element, kChordPixels / view.pixelsPerMetre(), points, 0, budget.left);
+    drawing::appendElementLine(element, kChordPixels / view.pixelsPerMetre(), points, budget.left);
     spend(points.size());
     QPolygonF line;
     for (const host::PlanPoint& point : points) {

@@ -398,17 +398,19 @@ void DrawingWriter::writeAlignments() {
     BlobWriter blob(srsId_);
     Extent all;
     std::vector<PlanPoint> line;
+    LinePoints points;
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         const Alignment& alignment = drawing_.alignment(i);
         if (alignment.id.asUint64() <= othersFrom_) {
             continue;
         }
         line.clear();
+        points.beginAlignment();
         for (const Element& element : alignment.elements) {
             if (!line.empty() && line.back() == element.start) {
                 line.pop_back();
             }
-            appendElementLine(element, kLineTolerance, line);
+            points.append(element, kLineTolerance, line);
         }
         Extent extent;
         for (const PlanPoint& point : line) {

@@ -191,7 +191,7 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element, std::str
     }
     std::vector<PlanPoint> line;
     const double tolerance = std::max(drawing::kLineTolerance, plan.sheet.groundLength(kLineTolerance));
-    drawing::appendElementLine(element, tolerance, line, drawn, kMostCurvePoints);
+    drawing::appendElementLine(element, tolerance, line, kMostCurvePoints - std::min(kMostCurvePoints, drawn));
     drawn += line.size();
     drawing::Extent extent;
     for (const PlanPoint& point : line) {

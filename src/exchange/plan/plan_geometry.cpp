@@ -87,10 +87,24 @@ PlanPoint labelPoint(std::span<const MdGePoint3d> ring) {
     return best;
 }
 
-std::vector<PlanPoint> lineOfAlignment(const drawing::Alignment& alignment) {
-    std::vector<PlanPoint> line;
+drawing::Extent boxOf(const drawing::Alignment& alignment) {
+    drawing::Extent extent;
     for (const drawing::Element& element : alignment.elements) {
-        drawing::appendElementLine(element, drawing::kLineTolerance, line);
+        extent.add(element.start.x, element.start.y);
+        extent.add(element.end.x, element.end.y);
+        if (const auto box = drawing::boxOfElement(element)) {
+            extent.add(box->minX, box->minY);
+            extent.add(box->maxX, box->maxY);
+        }
+    }
+    return extent;
+}
+
+std::vector<PlanPoint> lineOfAlignment(const drawing::Alignment& alignment, drawing::LinePoints& points) {
+    std::vector<PlanPoint> line;
+    points.beginAlignment();
+    for (const drawing::Element& element : alignment.elements) {
+        points.append(element, drawing::kLineTolerance, line);
     }
     const auto same = [](const PlanPoint& a, const PlanPoint& b) { return a == b; };
     line.erase(std::unique(line.begin(), line.end(), same), line.end());

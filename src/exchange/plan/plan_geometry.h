@@ -19,7 +19,10 @@ host::PlanPoint labelPoint(std::span<const host::MdGePoint3d> ring);
 // 1, 2 or 5 times a power of ten, at least as large as wanted: a step of a grid or a scale.
 [[nodiscard]] double roundStep(double wanted);
 
-// The alignment as one line within 1 mm of the true curve.
-std::vector<host::PlanPoint> lineOfAlignment(const drawing::Alignment& alignment);
+// The smallest box around the alignment.
+[[nodiscard]] drawing::Extent boxOf(const drawing::Alignment& alignment);
+
+// The alignment as one line within 1 mm of the true curve, as far as the points that are left allow.
+std::vector<host::PlanPoint> lineOfAlignment(const drawing::Alignment& alignment, drawing::LinePoints& points);
 
 } // namespace fenmark::exchange

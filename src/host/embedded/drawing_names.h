@@ -8,7 +8,6 @@ namespace fenmark::host::embedded {
 
 using drawing::Alignment;
 using drawing::AlignmentGeometry;
-using drawing::appendElementLine;
 using drawing::Drawing;
 using drawing::DrawingStore;
 using drawing::Element;
@@ -20,6 +19,7 @@ using drawing::kLineTolerance;
 using drawing::kMostElementPoints;
 using drawing::kStandardStyle;
 using drawing::Layer;
+using drawing::LinePoints;
 using drawing::Load;
 using drawing::ObjectDataTable;
 using drawing::Pose;

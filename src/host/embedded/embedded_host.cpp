@@ -120,6 +120,7 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
             notes.refused.back().length = drawing.alignment(*alignment).length();
         }
     }
+    LinePoints points;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         if (drawing.alignment(i).id.asUint64() <= notesFrom_) {
             continue;
@@ -129,7 +130,7 @@ LayoutNotes EmbeddedHost::layoutNotes() const {
         }
         const std::vector<BrokenJoint> joints = brokenJoints(drawing.alignment(i), {positiveRadius_, planTangents_});
         notes.brokenJoints.insert(notes.brokenJoints.end(), joints.begin(), joints.end());
-        const std::vector<UnusualElement> unusual = unusualElements(drawing.alignment(i));
+        const std::vector<UnusualElement> unusual = unusualElements(drawing.alignment(i), points);
         notes.unusual.insert(notes.unusual.end(), unusual.begin(), unusual.end());
     }
     for (const auto& [id, misfit] : misfits_) {

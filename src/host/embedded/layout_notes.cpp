@@ -93,11 +93,11 @@ std::string unusualLine(const UnusualElement& element, const Words& words) {
     return line + words("しています", "");
 }
 
-// Whether the line of an element may need more points than it gets; false for every element of a survey.
-bool mayBeCoarse(const Element& element) {
-    constexpr double kNearlyMost = 0.8 * static_cast<double>(kMostElementPoints);
+// Whether the line of an element may have more points than usual; an element of a survey hardly ever has.
+bool mayHaveMany(const Element& element) {
+    constexpr double kNearlyMany = 0.8 * static_cast<double>(drawing::kUsualElementPoints);
     const double sharpest = std::max(std::abs(element.startCurvature()), std::abs(element.endCurvature()));
-    return !(element.length * std::sqrt(sharpest / (8.0 * kLineTolerance)) < kNearlyMost);
+    return !(element.length * std::sqrt(sharpest / (8.0 * kLineTolerance)) < kNearlyMany);
 }
 
 std::string remedyOf(Remedy remedy, const Words& words) {
@@ -121,21 +121,20 @@ std::string remedyOf(Remedy remedy, const Words& words) {
 
 } // namespace
 
-std::vector<UnusualElement> unusualElements(const Alignment& alignment) {
+std::vector<UnusualElement> unusualElements(const Alignment& alignment, LinePoints& points) {
     std::vector<UnusualElement> unusual;
     double station = alignment.startStation;
     std::vector<PlanPoint> line;
     // Behind so many points of one alignment its elements have fewer each.
     const bool shared = alignment.elements.size() > drawing::kMostAlignmentPoints / kMostElementPoints;
-    std::size_t drawn = 0;
+    points.beginAlignment();
     for (const Element& element : alignment.elements) {
         if (element.type != ElementType::Straight) {
             const double turns = std::abs(element.turn()) / (2.0 * 3.141592653589793);
             double tolerance = kLineTolerance;
-            if (shared || mayBeCoarse(element)) {
+            if (shared || points.left() < kMostElementPoints || mayHaveMany(element)) {
                 line.clear();
-                tolerance = appendElementLine(element, kLineTolerance, line, drawn);
-                drawn += line.size();
+                tolerance = points.append(element, kLineTolerance, line);
             }
             if (!(turns <= kMostTurns) || tolerance > kLineTolerance) {
                 unusual.push_back({alignment.name, station, element.type, element.length, element.startRadius,

@@ -35,7 +35,8 @@ struct UnusualElement {
 
 inline constexpr double kMostTurns = 10.0;
 
-std::vector<UnusualElement> unusualElements(const Alignment& alignment);
+// The points are those left for the alignment's line; its own are taken from them.
+std::vector<UnusualElement> unusualElements(const Alignment& alignment, LinePoints& points);
 
 // An alignment that does not run through the points of the route that it was made of.
 struct Misfit {

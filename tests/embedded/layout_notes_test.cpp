@@ -104,6 +104,39 @@ TEST(LayoutNoteLines, SayWhatWasLaidInBothLanguages) {
     }
 }
 
+TEST(LayoutNoteLines, CountWhatIsBeyondTwentyOfOneAlignment) {
+    const auto notesOf = [](std::size_t count) {
+        LayoutNotes notes;
+        for (const char* alignment : {"A", "B"}) {
+            for (std::size_t i = 0; i < count; ++i) {
+                const auto at = static_cast<double>(i);
+                notes.brokenJoints.push_back({alignment, at, i == 21 ? -0.5 : 0.1, Remedy::None});
+                notes.unusual.push_back({alignment, at, ElementType::Arc, 5, 7, 7, 50, drawing::kLineTolerance});
+            }
+        }
+        return notes;
+    };
+    ASSERT_EQ(noteLines(notesOf(20)).size(), 80U);
+    for (const std::size_t count : {21U, 23U}) {
+        const std::vector<NoteLine> lines = noteLines(notesOf(count));
+        ASSERT_EQ(lines.size(), 84U);
+        const std::vector<NoteLine> japanese = noteLines(notesOf(count), Language::Japanese);
+        const bool one = count == 21;
+        EXPECT_EQ(lines[19].text, "alignment A: the joint at station 19.000 is broken by 5.73 degrees");
+        EXPECT_EQ(lines[20].code, "broken-joint");
+        EXPECT_EQ(lines[20].text, one ? "alignment A: 1 more joint is broken, by up to 5.73 degrees"
+                                      : "alignment A: 3 more joints are broken, by up to 28.65 degrees");
+        EXPECT_EQ(japanese[20].text, one ? "線形「A」: ほかに1か所の接続が最大 5.73° 折れています"
+                                         : "線形「A」: ほかに3か所の接続が最大 28.65° 折れています");
+        EXPECT_EQ(lines[21].text, "alignment B: the joint at station 0.000 is broken by 5.73 degrees");
+        EXPECT_EQ(lines[83].code, "unusual-element");
+        EXPECT_EQ(lines[83].text, one ? "alignment B: 1 more element winds or is drawn coarsely"
+                                      : "alignment B: 3 more elements wind or are drawn coarsely");
+        EXPECT_EQ(japanese[83].text, one ? "線形「B」: ほかに1個の要素が何度も回転するか、粗く図示されています"
+                                         : "線形「B」: ほかに3個の要素が何度も回転するか、粗く図示されています");
+    }
+}
+
 TEST(LayoutNoteLines, SayLengthsInPowersOfTenWhereThreeDecimalsDoNotShowThem) {
     const std::pair<double, std::string> lengths[] = {
         {0, "0.000"},

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace fenmark::host::embedded {
 
@@ -119,6 +120,60 @@ std::string remedyOf(Remedy remedy, const Words& words) {
     return "";
 }
 
+std::string moreUnusualLine(std::span<const UnusualElement> more, const Words& words) {
+    const std::string count = std::to_string(more.size());
+    return words(
+        "線形「" + more[0].alignment + "」: ほかに" + count + "個の要素が何度も回転するか、粗く図示されています",
+        "alignment " + more[0].alignment + ": " + count +
+            (more.size() == 1 ? " more element winds or is" : " more elements wind or are") + " drawn coarsely");
+}
+
+std::string degrees(double angle) {
+    return fixedReal(radiansToDegrees(std::abs(angle)), 2);
+}
+
+std::string jointLine(const BrokenJoint& joint, const Words& words) {
+    const std::string station = metres(joint.station);
+    const std::string angle = degrees(joint.angle);
+    return words("線形「" + joint.alignment + "」: 追加距離 " + station + " の接続が " + angle + "° 折れています",
+                 "alignment " + joint.alignment + ": the joint at station " + station + " is broken by " + angle +
+                     " degrees") +
+           remedyOf(joint.remedy, words);
+}
+
+std::string moreJointsLine(std::span<const BrokenJoint> more, const Words& words) {
+    const std::string count = std::to_string(more.size());
+    const auto worst = std::max_element(more.begin(), more.end(), [](const BrokenJoint& a, const BrokenJoint& b) {
+        return std::abs(a.angle) < std::abs(b.angle);
+    });
+    const std::string angle = degrees(worst->angle);
+    return words("線形「" + more[0].alignment + "」: ほかに" + count + "か所の接続が最大 " + angle + "° 折れています",
+                 "alignment " + more[0].alignment + ": " + count +
+                     (more.size() == 1 ? " more joint is" : " more joints are") + " broken, by up to " + angle +
+                     " degrees");
+}
+
+// A line for each, but not for more than so many of one alignment: a traverse of straights breaks at every point. The
+// others are counted in one more line.
+template <typename Told>
+void addLines(std::vector<NoteLine>& lines, std::string_view code, std::span<const Told> all, const Words& words,
+              std::string (*lineOf)(const Told&, const Words&),
+              std::string (*lineOfMore)(std::span<const Told>, const Words&)) {
+    while (!all.empty()) {
+        const auto end = std::find_if(all.begin(), all.end(),
+                                      [&](const Told& told) { return told.alignment != all.front().alignment; });
+        const auto count = static_cast<std::size_t>(end - all.begin());
+        const std::size_t shown = std::min(count, kMostLinesOfAKind);
+        for (const Told& told : all.first(shown)) {
+            lines.push_back({code, lineOf(told, words)});
+        }
+        if (shown < count) {
+            lines.push_back({code, lineOfMore(all.subspan(shown, count - shown), words)});
+        }
+        all = all.subspan(count);
+    }
+}
+
 } // namespace
 
 std::vector<UnusualElement> unusualElements(const Alignment& alignment, LinePoints& points) {
@@ -162,15 +217,7 @@ std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language) {
             {"breaks-off", words("線形「" + element.alignment + "」は " + length + " m で途切れています: " + reason,
                                  "alignment " + element.alignment + " breaks off after " + length + " m: " + reason)});
     }
-    for (const BrokenJoint& joint : notes.brokenJoints) {
-        const std::string station = metres(joint.station);
-        const std::string angle = fixedReal(radiansToDegrees(std::abs(joint.angle)), 2);
-        lines.push_back({"broken-joint", words("線形「" + joint.alignment + "」: 追加距離 " + station + " の接続が " +
-                                                   angle + "° 折れています",
-                                               "alignment " + joint.alignment + ": the joint at station " + station +
-                                                   " is broken by " + angle + " degrees") +
-                                             remedyOf(joint.remedy, words)});
-    }
+    addLines(lines, "broken-joint", std::span<const BrokenJoint>(notes.brokenJoints), words, jointLine, moreJointsLine);
     for (const Misfit& misfit : notes.misfits) {
         const std::string distance = metres(misfit.distance);
         std::string text =
@@ -182,9 +229,8 @@ std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language) {
         }
         lines.push_back({"misfit", std::move(text)});
     }
-    for (const UnusualElement& element : notes.unusual) {
-        lines.push_back({"unusual-element", unusualLine(element, words)});
-    }
+    addLines(lines, "unusual-element", std::span<const UnusualElement>(notes.unusual), words, unusualLine,
+             moreUnusualLine);
     return lines;
 }
 

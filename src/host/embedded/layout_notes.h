@@ -60,7 +60,10 @@ struct NoteLine {
     std::string text;
 };
 
-// One line for each thing that a user should know; empty if there is none.
+// Of broken joints and unusual elements, of one alignment.
+inline constexpr std::size_t kMostLinesOfAKind = 20;
+
+// One line for each thing that a user should know, and one for what is beyond the limit; empty if there is none.
 [[nodiscard]] std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language = Language::English);
 
 } // namespace fenmark::host::embedded

@@ -736,56 +736,6 @@ a drawing (.gpkg) here</source>
         <translation>モジュールを読み込めません: %1</translation>
     </message>
     <message>
-        <source>%1 elements were taken with the other turning sense</source>
-        <comment>OtherSense</comment>
-        <translation>%1個の要素を逆の曲がりとして配置しました</translation>
-    </message>
-    <message>
-        <source>alignment %1 breaks off after %2 m: %3</source>
-        <comment>BreaksOff</comment>
-        <translation>線形「%1」は %2 m で途切れています: %3</translation>
-    </message>
-    <message>
-        <source>an arc has no radius</source>
-        <comment>ArcWithoutRadius</comment>
-        <translation>円弧の半径がありません</translation>
-    </message>
-    <message>
-        <source>an arc of radius %1 m does not reach over its chord of %2 m</source>
-        <comment>ChordBeyondDiameter</comment>
-        <translation>半径 %1 m の円弧は弦長 %2 m に届きません</translation>
-    </message>
-    <message>
-        <source>a clothoid has no radius</source>
-        <comment>ClothoidWithoutRadius</comment>
-        <translation>クロソイドの半径がありません</translation>
-    </message>
-    <message>
-        <source>a clothoid has no length</source>
-        <comment>ClothoidWithoutLength</comment>
-        <translation>クロソイドの長さがありません</translation>
-    </message>
-    <message>
-        <source>a clothoid has no element before it</source>
-        <comment>ClothoidWithoutElementBefore</comment>
-        <translation>クロソイドの前に要素がありません</translation>
-    </message>
-    <message>
-        <source>alignment %1: the joint at station %2 is broken by %3°</source>
-        <comment>BrokenJoint</comment>
-        <translation>線形「%1」: 追加距離 %2 の接続が %3° 折れています</translation>
-    </message>
-    <message>
-        <source>alignment %1: the curve at station %2 (%3 m long, radii %4 and %5 m) turns %6 times</source>
-        <comment>WoundElement</comment>
-        <translation>線形「%1」: 追加距離 %2 の曲線（長さ %3 m、半径 %4 ～ %5 m）は %6 回転しています</translation>
-    </message>
-    <message>
-        <source>alignment %1: the curve at station %2 (%3 m long, radii %4 and %5 m) is drawn within %6 m</source>
-        <comment>CoarseElement</comment>
-        <translation>線形「%1」: 追加距離 %2 の曲線（長さ %3 m、半径 %4 ～ %5 m）は誤差 %6 m で図示しています</translation>
-    </message>
-    <message>
         <source>%1: neither a .sim nor a .gpkg file</source>
         <comment>UnknownFile</comment>
         <translation>%1: .sim または .gpkg のファイルではありません</translation>
@@ -1134,11 +1084,6 @@ a drawing (.gpkg) here</source>
         <source>Lines passed over: %1 (%2)</source>
         <comment>PassedOver</comment>
         <translation>%1行を読み飛ばしました: %2</translation>
-    </message>
-    <message>
-        <source>alignment %1 lies up to %2 m off the route’s points</source>
-        <comment>MisfitNote</comment>
-        <translation>線形「%1」は路線の点から最大 %2 m 離れています</translation>
     </message>
     <message>
         <source>%1   %2   %3 errors</source>

@@ -28,23 +28,6 @@ constexpr double kStationReach = 500.0; // metres: an alignment this near has a 
 constexpr const char* kOwnCommands[] = {"New",  "Open", "Save", "SaveAs", "Export", "Undo",
                                         "Redo", "Find", "Fit",  "Layer",  "Help"};
 
-QString refusalText(const host::embedded::RefusedElement& element, const Texts& texts) {
-    using host::embedded::Refusal;
-    switch (element.why) {
-    case Refusal::ArcWithoutRadius:
-        return texts(Text::ArcWithoutRadius);
-    case Refusal::ChordBeyondDiameter:
-        return texts(Text::ChordBeyondDiameter).arg(metres(element.radius), metres(element.chord));
-    case Refusal::ClothoidWithoutRadius:
-        return texts(Text::ClothoidWithoutRadius);
-    case Refusal::ClothoidWithoutLength:
-        return texts(Text::ClothoidWithoutLength);
-    case Refusal::NothingBefore:
-        break;
-    }
-    return texts(Text::ClothoidWithoutElementBefore);
-}
-
 // What may mend a broken joint, behind the note of it; empty where nothing is known to.
 QString remedyText(host::embedded::Remedy remedy, const Texts& texts) {
     using host::embedded::Remedy;
@@ -250,36 +233,11 @@ void MainWindow::tellBrokenOff(const std::string& reason, std::size_t added) {
 }
 
 void MainWindow::sayNotes(const host::embedded::LayoutNotes& notes) {
-    if (notes.otherSense > 0) {
-        command_->say(texts_(Text::OtherSense).arg(notes.otherSense));
-    }
-    for (const host::embedded::RefusedElement& element : notes.refused) {
-        command_->say(
-            texts_(Text::BreaksOff)
-                .arg(QString::fromStdString(element.alignment), metres(element.length), refusalText(element, texts_)));
-    }
-    for (const host::embedded::BrokenJoint& joint : notes.brokenJoints) {
-        command_->say(texts_(Text::BrokenJoint)
-                          .arg(QString::fromStdString(joint.alignment), metres(joint.station))
-                          .arg(host::radiansToDegrees(std::abs(joint.angle)), 0, 'f', 2) +
-                      remedyText(joint.remedy, texts_));
-    }
-    for (const host::embedded::Misfit& misfit : notes.misfits) {
-        command_->say(
-            texts_(Text::MisfitNote).arg(QString::fromStdString(misfit.alignment), metres(misfit.distance)) +
-            remedyText(misfit.heightsDiffer ? host::embedded::Remedy::PlanTangents : host::embedded::Remedy::None,
-                       texts_));
-    }
-    for (const host::embedded::UnusualElement& element : notes.unusual) {
-        const bool wound = element.turns > host::embedded::kMostTurns;
-        const auto radius = [](double value) {
-            return std::isinf(value) ? QStringLiteral("∞") : QString::number(value, 'g', 6);
-        };
-        command_->say(texts_(wound ? Text::WoundElement : Text::CoarseElement)
-                          .arg(QString::fromStdString(element.alignment), metres(element.station),
-                               QString::number(element.length, 'g', 9), radius(element.startRadius),
-                               radius(element.endRadius),
-                               QString::number(wound ? element.turns : element.lineTolerance, 'g', 6)));
+    const auto remedy = [this](host::embedded::Remedy remedy, Language) {
+        return remedyText(remedy, texts_).toStdString();
+    };
+    for (const auto& [code, text] : host::embedded::noteLines(notes, texts_.language(), remedy)) {
+        command_->say(QString::fromStdString(text));
     }
 }
 

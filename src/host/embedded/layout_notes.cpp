@@ -22,13 +22,15 @@ std::string metres(double value) {
 // The texts of one language.
 class Words {
   public:
-    explicit Words(Language language) : japanese_(language == Language::Japanese) {}
+    Words(Language language, const RemedyText& remedyText) : language_(language), remedyText_(remedyText) {}
     std::string operator()(std::string_view japanese, std::string_view english) const {
-        return std::string(japanese_ ? japanese : english);
+        return std::string(language_ == Language::Japanese ? japanese : english);
     }
+    std::string remedy(Remedy remedy) const { return remedy == Remedy::None ? "" : remedyText_(remedy, language_); }
 
   private:
-    bool japanese_;
+    Language language_;
+    const RemedyText& remedyText_;
 };
 
 std::string reasonOf(const RefusedElement& element, const Words& words) {
@@ -101,25 +103,6 @@ bool mayHaveMany(const Element& element) {
     return !(element.length * std::sqrt(sharpest / (8.0 * kLineTolerance)) < kNearlyMany);
 }
 
-std::string remedyOf(Remedy remedy, const Words& words) {
-    const auto option = [&](const std::string& name) {
-        return words("。" + name + " で直ることがあります", "; " + name + " may mend it");
-    };
-    switch (remedy) {
-    case Remedy::PositiveRadiusAuto:
-        return option("--positive-radius auto");
-    case Remedy::PositiveRadiusLeft:
-        return option("--positive-radius left");
-    case Remedy::PositiveRadiusRight:
-        return option("--positive-radius right");
-    case Remedy::PlanTangents:
-        return option("--plan-tangents");
-    case Remedy::None:
-        break;
-    }
-    return "";
-}
-
 std::string moreUnusualLine(std::span<const UnusualElement> more, const Words& words) {
     const std::string count = std::to_string(more.size());
     return words(
@@ -138,7 +121,7 @@ std::string jointLine(const BrokenJoint& joint, const Words& words) {
     return words("線形「" + joint.alignment + "」: 追加距離 " + station + " の接続が " + angle + "° 折れています",
                  "alignment " + joint.alignment + ": the joint at station " + station + " is broken by " + angle +
                      " degrees") +
-           remedyOf(joint.remedy, words);
+           words.remedy(joint.remedy);
 }
 
 std::string moreJointsLine(std::span<const BrokenJoint> more, const Words& words) {
@@ -201,8 +184,27 @@ std::vector<UnusualElement> unusualElements(const Alignment& alignment, LinePoin
     return unusual;
 }
 
-std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language) {
-    const Words words(language);
+std::string remedyAsOption(Remedy remedy, Language language) {
+    const auto option = [&](const std::string& name) {
+        return language == Language::Japanese ? "。" + name + " で直ることがあります" : "; " + name + " may mend it";
+    };
+    switch (remedy) {
+    case Remedy::PositiveRadiusAuto:
+        return option("--positive-radius auto");
+    case Remedy::PositiveRadiusLeft:
+        return option("--positive-radius left");
+    case Remedy::PositiveRadiusRight:
+        return option("--positive-radius right");
+    case Remedy::PlanTangents:
+        return option("--plan-tangents");
+    case Remedy::None:
+        break;
+    }
+    return "";
+}
+
+std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language, const RemedyText& remedyText) {
+    const Words words(language, remedyText);
     std::vector<NoteLine> lines;
     if (notes.otherSense > 0) {
         const std::string count = std::to_string(notes.otherSense);
@@ -224,8 +226,8 @@ std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language) {
             words("線形「" + misfit.alignment + "」は路線の点から最大 " + distance + " m 離れています",
                   "alignment " + misfit.alignment + " lies up to " + distance + " m off the route's points");
         if (misfit.heightsDiffer) {
-            text += words("。路線の点の標高が異なります", ", which differ in height") +
-                    remedyOf(Remedy::PlanTangents, words);
+            text +=
+                words("。路線の点の標高が異なります", ", which differ in height") + words.remedy(Remedy::PlanTangents);
         }
         lines.push_back({"misfit", std::move(text)});
     }

@@ -4,7 +4,9 @@
 #include "host/embedded/alignment_layout.h"
 #include "values/language.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -63,7 +65,12 @@ struct NoteLine {
 // Of broken joints and unusual elements, of one alignment.
 inline constexpr std::size_t kMostLinesOfAKind = 20;
 
+// What stands behind a note that something may mend; the command line names an option, a window its setting.
+using RemedyText = std::function<std::string(Remedy remedy, Language language)>;
+std::string remedyAsOption(Remedy remedy, Language language);
+
 // One line for each thing that a user should know, and one for what is beyond the limit; empty if there is none.
-[[nodiscard]] std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language = Language::English);
+[[nodiscard]] std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language = Language::English,
+                                              const RemedyText& remedyText = remedyAsOption);
 
 } // namespace fenmark::host::embedded

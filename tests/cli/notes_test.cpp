@@ -146,11 +146,12 @@ TEST_F(NotesLine, ImportTellsTheSameNotesInBothLanguagesUnderTheSameCodes) {
 TEST_F(NotesLine, QuietKeepsNotesFromTheTerminalAndNotFromJson) {
     const std::string bad = "A00\r\nA01,2,P,0,0,0,,\r\nA01,K1,P,0,0,0,\r\nD00,1,L,1,\r\nA99,\r\nX01,\r\n";
     const std::string named = "A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n";
-    const struct {
+    struct Case {
         std::string content;
         std::vector<std::string> options;
         std::set<std::string> codes;
-    } kCases[] = {
+    };
+    const Case cases[] = {
         {bad,
          {},
          {"comma-too-many", "lacking-comma", "nothing-found", "passed-over", "point-number", "unclosed-section"}},
@@ -164,24 +165,24 @@ TEST_F(NotesLine, QuietKeepsNotesFromTheTerminalAndNotFromJson) {
         {std::string(kPoints) + kLongitudinal, {}, {"no-alignment"}},
         {kPoints, {}, {}},
     };
-    for (const auto& [content, options, codes] : kCases) {
+    for (const Case& c : cases) {
         const auto ran = [&](const char* quiet) {
-            std::vector<std::string> line = {"import", file(content), "--json", quiet};
-            line.insert(line.end(), options.begin(), options.end());
+            std::vector<std::string> line = {"import", file(c.content), "--json", quiet};
+            line.insert(line.end(), c.options.begin(), c.options.end());
             std::filesystem::remove(folder.at("a.gpkg"));
             return fenmark(line);
         };
         const Ran loud = ran("--json");
         const Ran quiet = ran("--quiet");
         EXPECT_FALSE(contains(quiet.err, ": note: ")) << quiet.err;
-        EXPECT_EQ(quiet.out, loud.out) << content;
+        EXPECT_EQ(quiet.out, loud.out) << c.content;
         std::set<std::string> told;
         const nlohmann::json all = quiet.json();
         for (const nlohmann::json& note : all[0]["notes"]) {
             told.insert(note["code"]);
             EXPECT_TRUE(contains(loud.err, ": note: " + note["text"].get<std::string>())) << loud.err;
         }
-        EXPECT_EQ(told, codes) << content;
+        EXPECT_EQ(told, c.codes) << c.content;
     }
 }
 

@@ -8,6 +8,8 @@
 
 #include <set>
 #include <sstream>
+#include <string>
+#include <string_view>
 
 namespace fenmark::exchange {
 namespace {
@@ -137,6 +139,20 @@ TEST(ReportOfAlignments, SetsLeftAndRightStakesOfAStationSideBySide) {
                        "No.7+5.000,145.000,-36000.000,12045.000,90°00′00″,右,7.500,,-36007.500,12045.000\r\n"),
               std::string::npos)
         << csv;
+}
+
+TEST(ReportOfAlignments, KeepsStakesOfOneStationAndSideInTheOrderOfTheirLines) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double width : {6.0, 9.0, 7.0, 8.0}) {
+        addPolyline(drawing, {{12020.0, -36000.0 + width, 0}, {12030.0, -36000.0 + width, 0}}, false, "左", "幅杭線左");
+    }
+    const std::string csv = csvOf(drawing, {}, {ReportPart::Widths});
+    std::string widths;
+    for (std::size_t at = csv.find(",左,"); at != std::string::npos; at = csv.find(",左,", at + 1)) {
+        widths += csv.substr(at + std::string_view(",左,").size(), 6);
+    }
+    EXPECT_EQ(widths, "6.000,9.000,7.000,8.000,6.000,9.000,7.000,8.000,") << csv;
 }
 
 TEST(ReportOfPoints, ListsThemWithTheirRows) {

@@ -10,6 +10,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -139,6 +140,39 @@ TEST(ReportOfAlignments, SetsLeftAndRightStakesOfAStationSideBySide) {
                        "No.7+5.000,145.000,-36000.000,12045.000,90°00′00″,右,7.500,,-36007.500,12045.000\r\n"),
               std::string::npos)
         << csv;
+}
+
+// The road runs eastwards from 100 m at x = 12000; its first straight is 50 m long.
+TEST(ReportOfAlignments, TakesStakesForThoseOfOneStationWithinItsLimits) {
+    const auto widthsOf = [](const std::vector<host::PlanPoint>& left, const std::vector<host::PlanPoint>& right) {
+        Drawing drawing;
+        addRoad(drawing, {12000.0, -36000.0}, true);
+        const auto add = [&](const std::vector<host::PlanPoint>& places, const char* type) {
+            for (const host::PlanPoint& place : places) {
+                const MdGePoint3d at{12000.0 + place.x, -36000.0 + place.y, 0.0};
+                addPolyline(drawing, {at, at}, false, "", type);
+            }
+        };
+        add(left, "幅杭線左");
+        add(right, "幅杭線右");
+        return csvOf(drawing, {}, {ReportPart::Widths});
+    };
+    const auto has = [](const std::string& csv, std::string_view part) { return csv.find(part) != std::string::npos; };
+    // Left and right of one station where the stations differ by 5 mm at most.
+    EXPECT_TRUE(has(widthsOf({{10.0, 6.0}}, {{10.0049, -7.0}}), "\r\n,,,,,右,7.000,"));
+    EXPECT_FALSE(has(widthsOf({{10.0, 6.0}}, {{10.0051, -7.0}}), "\r\n,,,,,右,7.000,"));
+    // A whole station, or a main point, within 2 mm.
+    EXPECT_TRUE(has(widthsOf({{20.0019, 6.0}}, {}), "\r\nNo.6,120.000,"));
+    EXPECT_TRUE(has(widthsOf({{19.9981, 6.0}}, {}), "\r\nNo.6,120.000,"));
+    EXPECT_TRUE(has(widthsOf({{20.0021, 6.0}}, {}), "\r\nNo.6+0.002,120.002,"));
+    EXPECT_TRUE(has(widthsOf({{19.9979, 6.0}}, {}), "\r\nNo.5+19.998,119.998,"));
+    EXPECT_TRUE(has(widthsOf({{49.9981, 6.0}}, {}), "\r\nKA1-1,150.000,"));
+    EXPECT_TRUE(has(widthsOf({{49.9979, 6.0}}, {}), "\r\nNo.7+9.998,149.998,"));
+    // No stake stands farther off than 200 m.
+    EXPECT_TRUE(has(widthsOf({{10.0, 199.99}}, {}), ",左,199.990,"));
+    EXPECT_FALSE(has(widthsOf({{10.0, 200.01}}, {}), ",左,"));
+    EXPECT_TRUE(has(widthsOf({}, {{10.0, -199.99}}), ",右,199.990,"));
+    EXPECT_FALSE(has(widthsOf({}, {{10.0, -200.01}}), ",右,"));
 }
 
 TEST(ReportOfAlignments, KeepsStakesOfOneStationAndSideInTheOrderOfTheirLines) {

@@ -220,6 +220,24 @@ TEST(SimaResults, GoToTheAlignmentThatTheFileNames) {
 }
 
 // Only so many points show to which alignment a section belongs; those that lie elsewhere are kept as points.
+// A section belongs to an alignment that none of its points misses by more than a micrometre; a point that misses it by
+// half of that is no result any more.
+TEST(SimaResults, BelongToAnAlignmentWithinAMicrometre) {
+    for (const double side : {-1.0, 1.0}) {
+        for (const double beside : {0.0, 4.9e-7, 5.1e-7, 0.9e-6, 1.1e-6}) {
+            Drawing drawing;
+            addStraightRoad(drawing, 0, "線");
+            addResultAt(drawing, {10, 0, 5}, "a", kLongitudinal);
+            addResultAt(drawing, {20, side * beside, 6}, "b", kLongitudinal);
+            std::ostringstream out;
+            writeSima(drawing, {}, out);
+            const std::size_t wanted = beside > 1e-6 ? 0 : beside > 5e-7 ? 1 : 2;
+            EXPECT_EQ(linesOf(out.str(), "H01").size(), wanted) << side * beside;
+            EXPECT_EQ(linesOf(out.str(), "A01").size(), 2 + 2 - wanted) << side * beside;
+        }
+    }
+}
+
 TEST(SimaResults, BesideTheirAlignmentAreWrittenAsPoints) {
     Drawing drawing;
     addStraightRoad(drawing, 0, "線");

@@ -47,8 +47,8 @@ TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
     EXPECT_TRUE(refused(-60.0));
     EXPECT_TRUE(refused(std::nan("")));
     EXPECT_TRUE(refused(kInfiniteRadius));
-    EXPECT_TRUE(refused(49.99895)) << "a chord 2.1 mm too long";
-    EXPECT_FALSE(refused(49.99905)) << "1.9 mm too long";
+    EXPECT_TRUE(refused(49.998995)) << "a chord 2.01 mm too long";
+    EXPECT_FALSE(refused(49.999005)) << "1.99 mm too long";
     EXPECT_FALSE(refused(50.0)) << "a half circle";
 }
 

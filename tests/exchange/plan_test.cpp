@@ -100,8 +100,8 @@ TEST(Sheet, EveryPaperIsFilledToTheMillimetre) {
         {"A1", false, 759.0, 574.0}, {"A1", true, 512.0, 821.0},  {"A0", false, 1107.0, 821.0},
         {"A0", true, 759.0, 1169.0},
     };
-    constexpr double kNames = 28.0;  // beside the ground on both sides together
-    constexpr double kMore = 1.0001; // what has no room any more
+    constexpr double kNames = 28.0;   // beside the ground on both sides together
+    constexpr double kMore = 1.00001; // what has no room any more
     const auto ground = [](double millimetres, double others, bool wide) {
         drawing::Extent extent;
         extent.add(-100.0, 3000.0);
@@ -123,7 +123,7 @@ TEST(Sheet, EveryPaperIsFilledToTheMillimetre) {
 }
 
 TEST(Sheet, TheSmallestPaperFromA3OnIsTaken) {
-    constexpr double kMore = 1.0001;
+    constexpr double kMore = 1.00001;
     const auto sheetOf = [](double width, double height, const SheetChoice& choice = {}) {
         drawing::Extent extent;
         extent.add(0.0, 0.0);

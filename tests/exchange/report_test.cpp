@@ -159,20 +159,20 @@ TEST(ReportOfAlignments, TakesStakesForThoseOfOneStationWithinItsLimits) {
     };
     const auto has = [](const std::string& csv, std::string_view part) { return csv.find(part) != std::string::npos; };
     // Left and right of one station where the stations differ by 5 mm at most.
-    EXPECT_TRUE(has(widthsOf({{10.0, 6.0}}, {{10.0049, -7.0}}), "\r\n,,,,,右,7.000,"));
-    EXPECT_FALSE(has(widthsOf({{10.0, 6.0}}, {{10.0051, -7.0}}), "\r\n,,,,,右,7.000,"));
+    EXPECT_TRUE(has(widthsOf({{10.0, 6.0}}, {{10.00499, -7.0}}), "\r\n,,,,,右,7.000,"));
+    EXPECT_FALSE(has(widthsOf({{10.0, 6.0}}, {{10.00501, -7.0}}), "\r\n,,,,,右,7.000,"));
     // A whole station, or a main point, within 2 mm.
-    EXPECT_TRUE(has(widthsOf({{20.0019, 6.0}}, {}), "\r\nNo.6,120.000,"));
-    EXPECT_TRUE(has(widthsOf({{19.9981, 6.0}}, {}), "\r\nNo.6,120.000,"));
-    EXPECT_TRUE(has(widthsOf({{20.0021, 6.0}}, {}), "\r\nNo.6+0.002,120.002,"));
-    EXPECT_TRUE(has(widthsOf({{19.9979, 6.0}}, {}), "\r\nNo.5+19.998,119.998,"));
-    EXPECT_TRUE(has(widthsOf({{49.9981, 6.0}}, {}), "\r\nKA1-1,150.000,"));
-    EXPECT_TRUE(has(widthsOf({{49.9979, 6.0}}, {}), "\r\nNo.7+9.998,149.998,"));
+    EXPECT_TRUE(has(widthsOf({{20.00199, 6.0}}, {}), "\r\nNo.6,120.000,"));
+    EXPECT_TRUE(has(widthsOf({{19.99801, 6.0}}, {}), "\r\nNo.6,120.000,"));
+    EXPECT_TRUE(has(widthsOf({{20.00201, 6.0}}, {}), "\r\nNo.6+0.002,120.002,"));
+    EXPECT_TRUE(has(widthsOf({{19.99799, 6.0}}, {}), "\r\nNo.5+19.998,119.998,"));
+    EXPECT_TRUE(has(widthsOf({{49.99801, 6.0}}, {}), "\r\nKA1-1,150.000,"));
+    EXPECT_TRUE(has(widthsOf({{49.99799, 6.0}}, {}), "\r\nNo.7+9.998,149.998,"));
     // No stake stands farther off than 200 m.
-    EXPECT_TRUE(has(widthsOf({{10.0, 199.99}}, {}), ",左,199.990,"));
-    EXPECT_FALSE(has(widthsOf({{10.0, 200.01}}, {}), ",左,"));
-    EXPECT_TRUE(has(widthsOf({}, {{10.0, -199.99}}), ",右,199.990,"));
-    EXPECT_FALSE(has(widthsOf({}, {{10.0, -200.01}}), ",右,"));
+    EXPECT_TRUE(has(widthsOf({{10.0, 199.999}}, {}), ",左,199.999,"));
+    EXPECT_FALSE(has(widthsOf({{10.0, 200.001}}, {}), ",左,"));
+    EXPECT_TRUE(has(widthsOf({}, {{10.0, -199.999}}), ",右,199.999,"));
+    EXPECT_FALSE(has(widthsOf({}, {{10.0, -200.001}}), ",右,"));
 }
 
 TEST(ReportOfAlignments, KeepsStakesOfOneStationAndSideInTheOrderOfTheirLines) {

@@ -71,10 +71,10 @@ TEST_F(Road, PlannedHeightsAreThoseOfCoordinatePointsOnTheLine) {
 }
 
 TEST_F(Road, PlannedHeightsLieWithinFiveMillimetresOfTheLineAndAMillimetreApart) {
-    addPoint({0.0049, 10.0, 31.0}, "right", "座標", 1);
-    addPoint({-0.0049, 30.0, 32.0}, "left", "座標", 2);
-    addPoint({0.0051, 50.0, 33.0}, "too far right", "座標", 3);
-    addPoint({-0.0051, 70.0, 34.0}, "too far left", "座標", 4);
+    addPoint({0.00499, 10.0, 31.0}, "right", "座標", 1);
+    addPoint({-0.00499, 30.0, 32.0}, "left", "座標", 2);
+    addPoint({0.00501, 50.0, 33.0}, "too far right", "座標", 3);
+    addPoint({-0.00501, 70.0, 34.0}, "too far left", "座標", 4);
     addPoint({0.0, 90.0, 35.0}, "first", "座標", 5);
     addPoint({0.0, 90.00099, 36.0}, "the same place", "座標", 6);
     addPoint({0.0, 95.0, 37.0}, "one", "座標", 7);

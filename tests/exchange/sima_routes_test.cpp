@@ -96,8 +96,8 @@ TEST(SimaRoutes, StraightsThatAReaderMergesAreKnown) {
     };
     for (const double direction : {0.5, 2.0, 4.0, 6.0, -0.5, -3.0}) {
         for (const double side : {-1.0, 1.0}) {
-            EXPECT_TRUE(merged(direction, direction + side * 0.99 * degree)) << direction;
-            EXPECT_FALSE(merged(direction, direction + side * 1.01 * degree)) << direction;
+            EXPECT_TRUE(merged(direction, direction + side * 0.99999 * degree)) << direction;
+            EXPECT_FALSE(merged(direction, direction + side * 1.00001 * degree)) << direction;
             EXPECT_TRUE(merged(direction, direction + side * 2.0 * std::numbers::pi)) << direction;
         }
     }

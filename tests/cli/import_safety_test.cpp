@@ -290,6 +290,26 @@ TEST_F(ImportSafety, ExchangedCoordinatesAreHintedAt) {
     EXPECT_FALSE(contains(fenmark({"locate", folder.at("a.gpkg"), "CL", "0", "0"}).err, "exchanged"));
 }
 
+// Only where the point as given is more than 100 m off, and ten times as far as with X and Y exchanged, which is 100 m at
+// most and beside the line.
+TEST_F(ImportSafety, ExchangedCoordinatesAreHintedAtWhereTheyAreMuchNearer) {
+    const std::string road = "A00,\r\nA01,1,a,0,0,,\r\nA01,2,b,0,3000,,\r\nA99,\r\n"; // eastwards from the origin
+    ASSERT_EQ(fenmark({"import", file(road + kRoute)}).code, kDone);
+    const struct {
+        const char* x;
+        const char* y;
+        bool told;
+    } kPlaces[] = {
+        {"99.9", "1500", true}, {"100.1", "1500", false}, {"50", "500.1", true},
+        {"50", "499.9", false}, {"5", "100.1", true},     {"5", "99.9", false},
+        {"5", "2999", true},    {"5", "3001", false},     {"50", "-501", false},
+    };
+    for (const auto& [x, y, told] : kPlaces) {
+        const Ran ran = fenmark({"locate", folder.at("a.gpkg"), "CL", x, y});
+        EXPECT_EQ(contains(ran.err, "X and Y exchanged"), told) << x << ' ' << y;
+    }
+}
+
 // --- a file imported again ---
 
 TEST_F(ImportSafety, FileThatWasImportedBeforeIsToldAndReplacedWhereAsked) {

@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -139,6 +141,49 @@ TEST_F(NotesLine, ImportTellsTheSameNotesInBothLanguagesUnderTheSameCodes) {
     EXPECT_EQ(codes, (std::set<std::string>{"unclosed-section", "lacking-comma", "comma-too-many", "point-number",
                                             "no-place", "passed-over", "replaced"}));
     EXPECT_EQ(first.back()["code"], "nothing-replaced");
+}
+
+TEST_F(NotesLine, QuietKeepsNotesFromTheTerminalAndNotFromJson) {
+    const std::string bad = "A00\r\nA01,2,P,0,0,0,,\r\nA01,K1,P,0,0,0,\r\nD00,1,L,1,\r\nA99,\r\nX01,\r\n";
+    const std::string named = "A00,\r\nA01,1,境界点,0,0,,\r\nA99,\r\n";
+    struct Case {
+        std::string content;
+        std::vector<std::string> options;
+        std::set<std::string> codes;
+    };
+    const Case cases[] = {
+        {bad,
+         {},
+         {"comma-too-many", "lacking-comma", "nothing-found", "passed-over", "point-number", "unclosed-section"}},
+        {named, {}, {"read-in"}},
+        {"\xEF\xBB\xBF" + named, {}, {"read-in"}},
+        {named, {"--encoding", "cp932"}, {"likely-misread"}},
+        {"A00,\r\nA01,1,\x95\x5C,0,0,,\r\nA99,\r\n", {"--encoding", "utf-8"}, {"likely-misread"}},
+        {"A00,\r\nA01,1,\xA4\xB3\xA4\xEC,0,0,,\r\nA99,\r\n", {}, {"unread-encoding"}},
+        {"A00,\rA01,1,P,0,0,,\rA99,\r", {}, {"carriage-returns", "nothing-found"}},
+        {"A00,\r\nA99,\r\n", {}, {"nothing-found"}},
+        {std::string(kPoints) + kLongitudinal, {}, {"no-alignment"}},
+        {kPoints, {}, {}},
+    };
+    for (const Case& c : cases) {
+        const auto ran = [&](const char* quiet) {
+            std::vector<std::string> line = {"import", file(c.content), "--json", quiet};
+            line.insert(line.end(), c.options.begin(), c.options.end());
+            std::filesystem::remove(folder.at("a.gpkg"));
+            return fenmark(line);
+        };
+        const Ran loud = ran("--json");
+        const Ran quiet = ran("--quiet");
+        EXPECT_FALSE(contains(quiet.err, ": note: ")) << quiet.err;
+        EXPECT_EQ(quiet.out, loud.out) << c.content;
+        std::set<std::string> told;
+        const nlohmann::json all = quiet.json();
+        for (const nlohmann::json& note : all[0]["notes"]) {
+            told.insert(note["code"]);
+            EXPECT_TRUE(contains(loud.err, ": note: " + note["text"].get<std::string>())) << loud.err;
+        }
+        EXPECT_EQ(told, c.codes) << c.content;
+    }
 }
 
 TEST_F(NotesLine, ResultLinesAndErrorBlocksAreJapaneseAlways) {

@@ -1,9 +1,14 @@
 // The line that a bar draws: percent, filled part and width to the character.
+#include "cli/cli.h"
+#include "cli/import_dialogs.h"
+#include "cli/options.h"
 #include "cli/progress_bar.h"
+#include "drawing/drawing.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -49,6 +54,22 @@ TEST(ProgressBar, IsNeverWiderThanTheTerminal) {
     EXPECT_EQ(drawnAt(0, 100, 50, 16), line(1, 2, 50));
     EXPECT_EQ(drawnAt(0, 100, 50, 14), line(0, 0, 50));
     EXPECT_EQ(drawnAt(0, 100, 50, 1), line(0, 0, 50));
+}
+
+TEST(ProgressBar, ComesOnATerminalAloneAndNotForTheQuiet) {
+    std::ostringstream out;
+    std::ostringstream err;
+    const drawing::Drawing drawing;
+    const std::string file = "a.sim";
+    for (const bool isTerminal : {false, true}) {
+        for (const bool quiet : {false, true}) {
+            ImportArguments arguments;
+            arguments.quiet = quiet;
+            const Streams streams{out, err, isTerminal};
+            ImportDialogs dialogs(arguments, file, sima::Encoding::Cp932, "", drawing, streams);
+            EXPECT_EQ(dialogs.progress() != nullptr, isTerminal && !quiet) << isTerminal << ' ' << quiet;
+        }
+    }
 }
 
 TEST(ProgressBar, DrawsAThousandStepsAndGoesInTheEnd) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 #include <random>
 #include <vector>
 
@@ -180,6 +181,24 @@ TEST(Element, ThePiLiesOnBothTangents) {
         };
         EXPECT_NEAR(beside(element.start, element.direction, *pi), 0.0, kOnTangent);
         EXPECT_NEAR(beside(element.end, element.endDirection(), *pi), 0.0, kOnTangent);
+    }
+}
+
+// Tangents that differ by a whole number of half turns, or nearly so, meet nowhere.
+TEST(Element, WhereTheTangentsAreParallelThereIsNoPi) {
+    constexpr double kHalfTurn = std::numbers::pi;
+    for (const bool clockwise : {false, true}) {
+        const auto hasPi = [&](double turn) {
+            return laid(ElementType::Arc, {0, 0}, 0.0, turn * 100.0, 100, 100, clockwise).pi().has_value();
+        };
+        EXPECT_FALSE(hasPi(0.0));
+        EXPECT_FALSE(hasPi(0.99e-12));
+        EXPECT_TRUE(hasPi(1.01e-12));
+        EXPECT_TRUE(hasPi(kHalfTurn - 1.1e-12));
+        EXPECT_FALSE(hasPi(kHalfTurn - 0.9e-12));
+        EXPECT_FALSE(hasPi(kHalfTurn + 0.9e-12));
+        EXPECT_TRUE(hasPi(kHalfTurn + 1.1e-12));
+        EXPECT_FALSE(hasPi(2.0 * kHalfTurn));
     }
 }
 

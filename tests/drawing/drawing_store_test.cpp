@@ -209,6 +209,36 @@ TEST_F(DrawingStoreTest, WhatWasTakenBackAndPutBackIsOnTheDiskAgain) {
     EXPECT_EQ(describe(opened(path_)), full);
 }
 
+// Where nothing but a setting was changed, it alone must bring about the save.
+TEST_F(DrawingStoreTest, SettingsThatWereTakenBackAndPutBackAloneAreOnTheDiskAgain) {
+    drawing_.addLayer("別");
+    saveSmall();
+    const std::string before = describe(drawing_);
+    const std::function<void(Drawing&)> changes[] = {
+        [](Drawing& drawing) { drawing.setZone(7); },
+        [](Drawing& drawing) { drawing.setCurrentLayer(1); },
+    };
+    for (const auto& change : changes) {
+        const Drawing::Mark mark = drawing_.mark();
+        change(drawing_);
+        EXPECT_TRUE(store_.hasChanges(drawing_));
+        ASSERT_TRUE(store_.save(path_, drawing_));
+        const std::string changed = describe(drawing_);
+        EXPECT_NE(changed, before);
+        EXPECT_EQ(describe(opened(path_)), changed);
+        Drawing::Removed removed = drawing_.takeBack(mark);
+        EXPECT_TRUE(store_.hasChanges(drawing_));
+        ASSERT_TRUE(store_.save(path_, drawing_));
+        EXPECT_EQ(describe(opened(path_)), before);
+        ASSERT_TRUE(drawing_.putBack(std::move(removed)));
+        EXPECT_TRUE(store_.hasChanges(drawing_));
+        ASSERT_TRUE(store_.save(path_, drawing_));
+        EXPECT_EQ(describe(opened(path_)), changed);
+        (void)drawing_.takeBack(mark);
+        ASSERT_TRUE(store_.save(path_, drawing_));
+    }
+}
+
 TEST_F(DrawingStoreTest, IdentifiersAreNotGivenAgainAfterReopening) {
     saveSmall();
     const Drawing::Mark mark = drawing_.mark();

@@ -207,6 +207,65 @@ TEST_F(ReshapedDrawing, WhatIsMissingIsToldByName) {
     }
 }
 
+// Of each table: the columns without which it cannot be read, and those that are empty where they are missing.
+TEST_F(ReshapedDrawing, EveryTableAndColumnThatIsReadIsToldOfWhereItIsMissing) {
+    const struct {
+        std::string table;
+        std::vector<std::string> needed;
+        std::vector<std::string> attributes;
+    } kTables[] = {
+        {"points", {"fid", "geom"}, {"layer", "data_table", "No", "Name", "Type", "FileName"}},
+        {"polylines",
+         {"fid", "geom"},
+         {"layer", "closed", "vertices", "lightweight", "data_table", "No", "Name", "Type", "FileName"}},
+        {"alignments",
+         {"fid", "geom", "site_id"},
+         {"name", "description", "site", "layer", "start_station", "length", "first_style", "second_style"}},
+        {"alignment_elements",
+         {"alignment_id", "place", "element_id", "type", "start_x", "start_y", "end_x", "end_y", "direction", "length",
+          "start_radius", "end_radius", "clockwise"},
+         {"centre_x", "centre_y", "pi_x", "pi_y"}},
+        {"layers", {"id", "name"}, {}},
+        {"sites", {"id", "name"}, {}},
+        {"object_data_tables", {"id", "name"}, {}},
+        {"lots", {"fid", "geom"}, {"layer", "No", "Name", "Type", "FileName"}},
+        {"fenmark_drawing", {"id", "format", "last_id", "current_layer", "zone"}, {}},
+        {"gpkg_contents", {"table_name", "data_type", "last_change", "min_x", "min_y", "max_x", "max_y"}, {}},
+    };
+    for (const auto& c : kTables) {
+        for (const Load load : {Load::Everything, Load::WithoutEntities}) {
+            if (c.table != "lots") {
+                Drawing drawing;
+                const Outcome opened = DrawingStore().open(changed("DROP TABLE " + c.table), drawing, load);
+                EXPECT_EQ(opened.failure, c.table == "fenmark_drawing" ? Failure::NotOurs : Failure::Reshaped)
+                    << c.table;
+                EXPECT_EQ(opened.message.english.find("its table '" + c.table + "' is missing") != std::string::npos,
+                          c.table != "fenmark_drawing")
+                    << opened.message.english;
+            }
+            const auto without = [&](const std::string& column) {
+                return changed("ALTER TABLE " + c.table + " RENAME COLUMN \"" + column + "\" TO another");
+            };
+            for (const std::string& column : c.needed) {
+                Drawing drawing;
+                const Outcome opened = DrawingStore().open(without(column), drawing, load);
+                EXPECT_EQ(opened.failure, Failure::Reshaped) << c.table << '.' << column;
+                const std::string told = "its table '" + c.table + "' has no column '" + column + "'; was it renamed?";
+                EXPECT_NE(opened.message.english.find(told), std::string::npos) << opened.message.english;
+            }
+            for (const std::string& column : c.attributes) {
+                Drawing drawing;
+                DrawingStore store;
+                ASSERT_TRUE(store.open(without(column), drawing, load)) << c.table << '.' << column;
+                ASSERT_EQ(store.notes().size(), 1U) << c.table << '.' << column;
+                EXPECT_EQ(store.notes()[0].code, StoreNoteCode::MissingColumn);
+                EXPECT_EQ(store.notes()[0].table, c.table);
+                EXPECT_EQ(store.notes()[0].name, column);
+            }
+        }
+    }
+}
+
 TEST_F(ReshapedDrawing, WithoutItsStampItGetsOneWithTheNextSave) {
     const std::string path = changed("ALTER TABLE fenmark_drawing DROP COLUMN stamp");
     Drawing drawing;

@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {
@@ -37,6 +42,60 @@ TEST_F(Schema, IsAsWrittenDown) {
         rows("SELECT table_name, data_type, identifier, description, srs_id FROM gpkg_contents ORDER BY table_name");
     text += "-- pragmas\n" + rows("PRAGMA application_id; PRAGMA user_version; PRAGMA encoding");
     test::expectSampleOf("drawing", "schema.sql", text);
+}
+
+// What other programs read of the objects, column by column; geometries have tests of their own.
+TEST_F(Schema, RowsAreAsWrittenDown) {
+    drawing_.addLayer("境界");
+    std::vector<Layer> layers = drawing_.layers();
+    layers[1].colour = Colour{255, 128, 0};
+    ASSERT_TRUE(drawing_.setLayers(std::move(layers)));
+    drawing_.setCurrentLayer(1);
+    drawing_.setZone(9);
+    const std::uint64_t before = drawing_.lastId();
+    const MdDbObjectId site = drawing_.addSite("第二現場");
+    addSmallImport(drawing_, 1);
+    const std::size_t road = drawing_.addAlignment(site, "支線", "境界", "First", "Second");
+    Element straight;
+    straight.start = {1.5, 2.5};
+    straight.end = {4.5, 6.5};
+    straight.direction = std::atan2(4.0, 3.0);
+    straight.length = 5.0;
+    drawing_.addElement(road, straight);
+    Import import;
+    import.fileName = "測量1.sim";
+    import.path = "/測量/測量1.sim";
+    import.fileSize = 1234;
+    import.digest = "sha256:00";
+    import.time = "2026-01-31T09:15:00Z";
+    import.counts = {11, 12, 13, 14, 15, 16, 17};
+    import.firstId = before + 1;
+    import.lastId = drawing_.lastId();
+    drawing_.addImport(import);
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    std::string text;
+    for (const std::string table : {"layers", "sites", "object_data_tables", "fenmark_imports"}) {
+        text += "-- " + table + "\n" + rows("SELECT * FROM " + table + " ORDER BY 1");
+    }
+    text += "-- fenmark_drawing\n" + rows("SELECT id, format, last_id, current_layer, zone FROM fenmark_drawing");
+    const std::string object = "\"No\", \"Name\", \"Type\", \"FileName\", ";
+    text += "-- points\n" + rows("SELECT fid, layer, data_table, " + object + "import_id FROM points ORDER BY fid");
+    text += "-- polylines\n" + rows("SELECT fid, layer, closed, vertices, lightweight, data_table, " + object +
+                                    "import_id FROM polylines ORDER BY fid");
+    text +=
+        "-- lots\n" + rows("SELECT fid, layer, " + object + "closed, round(area, 6), import_id FROM lots ORDER BY fid");
+    text += "-- alignments\n" +
+            rows("SELECT fid, name, description, site_id, site, layer, start_station, round(length, 6), first_style,"
+                 " second_style, import_id FROM alignments ORDER BY fid");
+    // Digits behind the sixth are those of a compiler.
+    const auto rounded = [](const char* column) { return ", round(" + std::string(column) + ", 6) + 0.0"; };
+    std::string elements = "SELECT id, alignment_id, place, element_id, type, clockwise";
+    for (const char* column : {"start_x", "start_y", "end_x", "end_y", "direction", "length", "start_radius",
+                               "end_radius", "centre_x", "centre_y", "pi_x", "pi_y"}) {
+        elements += rounded(column);
+    }
+    text += "-- alignment_elements\n" + rows(elements + " FROM alignment_elements ORDER BY alignment_id, place");
+    test::expectSampleOf("drawing", "rows.txt", text);
 }
 
 TEST_F(Schema, StylesAreAsWrittenDown) {

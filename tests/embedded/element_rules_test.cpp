@@ -47,8 +47,8 @@ TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
     EXPECT_TRUE(refused(-60.0));
     EXPECT_TRUE(refused(std::nan("")));
     EXPECT_TRUE(refused(kInfiniteRadius));
-    EXPECT_TRUE(refused(49.99895)) << "a chord 2.1 mm too long";
-    EXPECT_FALSE(refused(49.99905)) << "1.9 mm too long";
+    EXPECT_TRUE(refused(49.998995)) << "a chord 2.01 mm too long";
+    EXPECT_FALSE(refused(49.999005)) << "1.99 mm too long";
     EXPECT_FALSE(refused(50.0)) << "a half circle";
 }
 
@@ -333,11 +333,15 @@ TEST(LaySpiral, RefusesWhatIsNoSpiral) {
     EXPECT_TRUE(refused(2, kInfiniteRadius, 200, 60)) << "an unknown element before";
     EXPECT_TRUE(refused(0, kInfiniteRadius, 200, 60));
     EXPECT_TRUE(refused(1, kInfiniteRadius, kInfiniteRadius, 60));
-    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, 0));
-    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, -60));
-    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, std::nan("")));
-    EXPECT_TRUE(refused(1, kInfiniteRadius, 0, 60));
-    EXPECT_TRUE(refused(1, std::nan(""), 200, 60));
+    EXPECT_TRUE(refused(1, kInfiniteRadius, 200, kInfiniteRadius)) << "a length without end";
+    for (const double none : {0.0, -0.0, -60.0, -1e-300, -kInfiniteRadius, std::nan("")}) {
+        for (const double other : {200.0, kInfiniteRadius}) {
+            EXPECT_TRUE(refused(1, none, other, 60)) << none << ' ' << other;
+            EXPECT_TRUE(refused(1, other, none, 60)) << other << ' ' << none;
+        }
+        EXPECT_TRUE(refused(1, none, none, 60)) << none;
+        EXPECT_TRUE(refused(1, kInfiniteRadius, 200, none)) << none;
+    }
 }
 
 TEST(LaySpiral, StartsTowardsThePiIfItsDistanceIsRight) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -517,6 +519,25 @@ TEST_F(AutomationRefusals, AnIndexIsAWholeNumberWithinTheCollection) {
         EXPECT_EQ(elements->removeAt(index()), kBadArgument);
     }
     EXPECT_EQ(drawing::describe(drawing()), before);
+
+    // The last one of each is there, and none behind it.
+    const auto index = [](std::size_t at) { return Variant::int32(static_cast<std::int32_t>(at)); };
+    const auto expectLast = [&](auto& collection, auto* object, std::size_t size) {
+        expectRefused(collection->item(index(size), object), object, kBadArgument);
+        EXPECT_EQ(collection->item(index(size - 1), object), kDone);
+        ASSERT_NE(object, nullptr);
+        object->release();
+    };
+    Held<mirdane::StyleCollection> otherStyles;
+    ASSERT_EQ(civil_->getStyleCollectionA(otherStyles.out()), kDone);
+    expectLast(styles, static_cast<mirdane::StyleObject*>(nullptr), 1);
+    expectLast(otherStyles, static_cast<mirdane::StyleObject*>(nullptr), 1);
+    expectLast(sites, static_cast<mirdane::CivilSite*>(nullptr), drawing().sites().size());
+    expectLast(alignments, static_cast<mirdane::CivilAlignment*>(nullptr), 2);
+    const std::size_t size = drawing().alignment(0).elements.size();
+    EXPECT_EQ(elements->removeAt(index(size)), kBadArgument);
+    EXPECT_EQ(elements->removeAt(index(size - 1)), kDone);
+    EXPECT_EQ(drawing().alignment(0).elements.size(), size - 1);
 }
 
 TEST_F(AutomationRefusals, APointIsAnArrayOfThreeRealsFromZero) {

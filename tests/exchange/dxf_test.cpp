@@ -119,6 +119,21 @@ TEST(Dxf, HasStraightsAsLinesArcsAsArcsAndClothoidsAsFinePolylines) {
     EXPECT_EQ(numberOf(written, 40), 100.0);
 }
 
+TEST(Dxf, ArcsAreRedAndClothoidsGreen) {
+    for (const bool clockwise : {false, true}) {
+        Drawing drawing;
+        addRoad(drawing, {0.0, 0.0}, clockwise);
+        const std::vector<Group> groups = dxfOf(drawing);
+        ASSERT_EQ(dxfEntities(groups, "ARC").size(), 1U);
+        EXPECT_EQ(numberOf(dxfEntities(groups, "ARC")[0], 62), 1.0);
+        const auto clothoids = dxfEntities(groups, "POLYLINE");
+        ASSERT_EQ(clothoids.size(), 2U);
+        for (const std::vector<Group>& clothoid : clothoids) {
+            EXPECT_EQ(numberOf(clothoid, 62), 3.0);
+        }
+    }
+}
+
 TEST(Dxf, ArcsRunAnticlockwiseWhicheverWayTheAlignmentTurns) {
     for (const bool clockwise : {false, true}) {
         Drawing drawing;

@@ -202,6 +202,7 @@ TEST(Formats, HaveOneExtensionEachThatFindsThem) {
     for (const Format& format : formats()) {
         EXPECT_TRUE(seen.insert(format.extension).second) << format.extension;
         EXPECT_EQ(formatOf("a" + std::string(format.extension)), &format);
+        EXPECT_EQ(formatOf(format.extension), &format) << "a name without anything in front";
         EXPECT_FALSE(format.name.empty() || format.japanese.empty());
     }
     EXPECT_EQ(formatOf("A.GeoJSON"), formatOf("a.geojson"));

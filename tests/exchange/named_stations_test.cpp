@@ -59,6 +59,21 @@ TEST(NamedStations, AreReadInFullWidthToo) {
     EXPECT_EQ(equations[0].ahead, 40.0);
 }
 
+TEST(NamedStations, MayDifferFromTheDistanceByACentimetre) {
+    for (const double side : {-1.0, 1.0}) {
+        const auto countOf = [side](double off) {
+            return equationsOf({{0.0, "No.0"},
+                                {20.0, "No.1"},
+                                {40.0 + side * off, "No.2"},
+                                {60.0 + side * off, "No.3"},
+                                {80.0 + side * off, "No.4"}})
+                .size();
+        };
+        EXPECT_EQ(countOf(0.0099), 0U) << side;
+        EXPECT_EQ(countOf(0.0101), 1U) << side;
+    }
+}
+
 TEST(NamedStations, LeaveOutWhatIsNoStation) {
     // Points by number, main points, and one slip of the pen.
     EXPECT_TRUE(equationsOf({{0.0, "1"}, {20.0, "2"}, {40.0, "3"}}).empty());

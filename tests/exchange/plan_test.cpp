@@ -88,6 +88,73 @@ TEST(Sheet, EveryScaleIsARoundOne) {
     EXPECT_EQ(scales.size(), 38U) << "9 up to 1:600, 7 in each decade behind, and 1:10,000,000";
 }
 
+// On each paper the map and the room for names round it leave so many millimetres to the ground.
+TEST(Sheet, EveryPaperIsFilledToTheMillimetre) {
+    const struct {
+        const char* paper;
+        bool upright;
+        double wide, high; // of the map
+    } kPapers[] = {
+        {"A4", false, 215.0, 190.0}, {"A4", true, 128.0, 277.0},  {"A3", false, 338.0, 277.0},
+        {"A3", true, 215.0, 400.0},  {"A2", false, 512.0, 400.0}, {"A2", true, 338.0, 574.0},
+        {"A1", false, 759.0, 574.0}, {"A1", true, 512.0, 821.0},  {"A0", false, 1107.0, 821.0},
+        {"A0", true, 759.0, 1169.0},
+    };
+    constexpr double kNames = 28.0;   // beside the ground on both sides together
+    constexpr double kMore = 1.00001; // what has no room any more
+    const auto ground = [](double millimetres, double others, bool wide) {
+        drawing::Extent extent;
+        extent.add(-100.0, 3000.0);
+        extent.add(-100.0 + 0.5 * (wide ? millimetres : others), 3000.0 + 0.5 * (wide ? others : millimetres));
+        return extent;
+    };
+    for (const auto& [paper, upright, wide, high] : kPapers) {
+        for (const bool alongWidth : {true, false}) {
+            const double map = alongWidth ? wide : high;
+            SheetChoice choice{std::nullopt, paper, upright};
+            EXPECT_EQ(PlanSheet(ground((map - kNames) / kMore, 50.0, alongWidth), choice).scale(), 500) << paper;
+            EXPECT_EQ(PlanSheet(ground((map - kNames) * kMore, 50.0, alongWidth), choice).scale(), 600) << paper;
+            EXPECT_STREQ(PlanSheet(ground(map * kMore, 50.0, alongWidth), choice).format(), paper);
+            choice.scale = 500; // which may use the room for names too
+            EXPECT_TRUE(PlanSheet(ground(map / kMore, 50.0, alongWidth), choice).fits()) << paper;
+            EXPECT_FALSE(PlanSheet(ground(map * kMore, 50.0, alongWidth), choice).fits()) << paper;
+        }
+    }
+}
+
+TEST(Sheet, TheSmallestPaperFromA3OnIsTaken) {
+    constexpr double kMore = 1.00001;
+    const auto sheetOf = [](double width, double height, const SheetChoice& choice = {}) {
+        drawing::Extent extent;
+        extent.add(0.0, 0.0);
+        extent.add(width, height);
+        const PlanSheet sheet(extent, choice);
+        return std::string(sheet.format()) + " 1:" + std::to_string(sheet.scale()) + (sheet.fits() ? "" : " too small");
+    };
+    // Up to 1:2500; on A1, the largest that is taken unasked, any scale.
+    EXPECT_EQ(sheetOf(310.0 * 2.5 / kMore, 100.0), "A3 1:2500");
+    EXPECT_EQ(sheetOf(310.0 * 2.5 * kMore, 100.0), "A2 1:2000");
+    EXPECT_EQ(sheetOf(484.0 * 2.5 / kMore, 100.0), "A2 1:2500");
+    EXPECT_EQ(sheetOf(484.0 * 2.5 * kMore, 100.0), "A1 1:2000");
+    EXPECT_EQ(sheetOf(731.0 * 2.5 * kMore, 100.0), "A1 1:3000");
+    EXPECT_EQ(sheetOf(731.0 * 10.0 * kMore, 100.0), "A1 1:12000");
+    // At a scale that was chosen, up to A0.
+    const SheetChoice at500{500, std::nullopt};
+    EXPECT_EQ(sheetOf(338.0 * 0.5 / kMore, 10.0, at500), "A3 1:500");
+    EXPECT_EQ(sheetOf(338.0 * 0.5 * kMore, 10.0, at500), "A2 1:500");
+    EXPECT_EQ(sheetOf(512.0 * 0.5 * kMore, 10.0, at500), "A1 1:500");
+    EXPECT_EQ(sheetOf(759.0 * 0.5 * kMore, 10.0, at500), "A0 1:500");
+    EXPECT_EQ(sheetOf(1107.0 * 0.5 * kMore, 10.0, at500), "A0 1:500 too small");
+    // Upright where that is asked for, or where the ground is much higher than wide.
+    EXPECT_EQ(sheetOf(100.0, 277.0 * 0.5 * kMore, {500, std::nullopt, false}), "A2 1:500");
+    drawing::Extent extent;
+    extent.add(0.0, 0.0);
+    extent.add(100.0, 134.99);
+    EXPECT_LT(PlanSheet(extent).height(), PlanSheet(extent).width());
+    extent.add(100.0, 135.01);
+    EXPECT_GT(PlanSheet(extent).height(), PlanSheet(extent).width());
+}
+
 TEST(Sheet, ShowsADetailLargeAndASinglePointAtAnOrdinaryScale) {
     drawing::Extent extent;
     EXPECT_EQ(PlanSheet(extent).scale(), 100) << "nothing at all";

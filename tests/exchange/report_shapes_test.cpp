@@ -10,6 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -27,14 +30,19 @@ std::string tableOf(const Drawing& drawing, ReportPart part) {
     return out.str();
 }
 
-// The kind that the table of IPs gives the curve between two straights.
-std::string kindOfCurve(const std::vector<Piece>& curve) {
+// The table of IPs of a curve between two straights.
+std::string tableOfCurve(const std::vector<Piece>& curve) {
     std::vector<Piece> pieces = {{kLine, 100.0, kStraight, kStraight, false}};
     pieces.insert(pieces.end(), curve.begin(), curve.end());
     pieces.push_back({kLine, 100.0, kStraight, kStraight, false});
     Drawing drawing;
     addChain(drawing, pieces);
-    const std::string table = tableOf(drawing, ReportPart::Ips);
+    return tableOf(drawing, ReportPart::Ips);
+}
+
+// The kind that it gives the curve.
+std::string kindOfCurve(const std::vector<Piece>& curve) {
+    const std::string table = tableOfCurve(curve);
     for (const char* kind :
          {"非対称基本形", "対称基本形", "片クロソイド", "クロソイド", "卵形", "凸形", "複合円", "単円", "折れ"}) {
         if (table.find(kind) != std::string::npos) {
@@ -66,6 +74,33 @@ TEST(ReportOfIps, NamesEveryKindOfCurve) {
                            {kArc, 20.0, 60.0, 60.0, true},
                            {kClothoid, 36.0, 60.0, kStraight, true}}),
               "卵形");
+}
+
+// Of a clothoid that begins or ends at a radius there is no parameter to set out.
+TEST(ReportOfIps, GivesAParameterWhereAClothoidComesFromOrGoesToAStraight) {
+    const Piece arc = {kArc, 40.0, 100.0, 100.0, true};
+    const Piece in = {kClothoid, 36.0, kStraight, 100.0, true};
+    const Piece out = {kClothoid, 49.0, 100.0, kStraight, true};
+    const Piece sharper = {kClothoid, 20.0, 100.0, 60.0, true};
+    const Piece flatter = {kClothoid, 20.0, 60.0, 100.0, true};
+    const std::pair<std::vector<Piece>, const char*> cases[] = {
+        {{arc}, ",単円,100.000,,,"},
+        {{arc, {kArc, 40.0, 60.0, 60.0, true}}, ",複合円,60.000,,,"},
+        {{in, arc, out}, ",非対称基本形,100.000,60.000,70.000,"},
+        {{in, arc}, ",片クロソイド,100.000,60.000,,"},
+        {{arc, out}, ",片クロソイド,100.000,,70.000,"},
+        {{in, out}, ",凸形,100.000,60.000,70.000,"},
+        {{in}, ",クロソイド,100.000,60.000,,"},
+        {{out}, ",クロソイド,100.000,,70.000,"},
+        {{arc, sharper}, ",卵形,60.000,,,"},
+        {{flatter, arc}, ",卵形,60.000,,,"},
+        {{in, arc, sharper}, ",卵形,60.000,60.000,,"},
+        {{flatter, arc, out}, ",卵形,60.000,,70.000,"},
+    };
+    for (const auto& [curve, wanted] : cases) {
+        const std::string table = tableOfCurve(curve);
+        EXPECT_NE(table.find(wanted), std::string::npos) << wanted << " in " << table;
+    }
 }
 
 TEST(ReportOfIps, SaysWhichElementsHaveNone) {

@@ -8,6 +8,9 @@
 
 #include <set>
 #include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -137,6 +140,53 @@ TEST(ReportOfAlignments, SetsLeftAndRightStakesOfAStationSideBySide) {
                        "No.7+5.000,145.000,-36000.000,12045.000,90°00′00″,右,7.500,,-36007.500,12045.000\r\n"),
               std::string::npos)
         << csv;
+}
+
+// The road runs eastwards from 100 m at x = 12000; its first straight is 50 m long.
+TEST(ReportOfAlignments, TakesStakesForThoseOfOneStationWithinItsLimits) {
+    const auto widthsOf = [](const std::vector<host::PlanPoint>& left, const std::vector<host::PlanPoint>& right) {
+        Drawing drawing;
+        addRoad(drawing, {12000.0, -36000.0}, true);
+        const auto add = [&](const std::vector<host::PlanPoint>& places, const char* type) {
+            for (const host::PlanPoint& place : places) {
+                const MdGePoint3d at{12000.0 + place.x, -36000.0 + place.y, 0.0};
+                addPolyline(drawing, {at, at}, false, "", type);
+            }
+        };
+        add(left, "幅杭線左");
+        add(right, "幅杭線右");
+        return csvOf(drawing, {}, {ReportPart::Widths});
+    };
+    const auto has = [](const std::string& csv, std::string_view part) { return csv.find(part) != std::string::npos; };
+    // Left and right of one station where the stations differ by 5 mm at most.
+    EXPECT_TRUE(has(widthsOf({{10.0, 6.0}}, {{10.00499, -7.0}}), "\r\n,,,,,右,7.000,"));
+    EXPECT_FALSE(has(widthsOf({{10.0, 6.0}}, {{10.00501, -7.0}}), "\r\n,,,,,右,7.000,"));
+    // A whole station, or a main point, within 2 mm.
+    EXPECT_TRUE(has(widthsOf({{20.00199, 6.0}}, {}), "\r\nNo.6,120.000,"));
+    EXPECT_TRUE(has(widthsOf({{19.99801, 6.0}}, {}), "\r\nNo.6,120.000,"));
+    EXPECT_TRUE(has(widthsOf({{20.00201, 6.0}}, {}), "\r\nNo.6+0.002,120.002,"));
+    EXPECT_TRUE(has(widthsOf({{19.99799, 6.0}}, {}), "\r\nNo.5+19.998,119.998,"));
+    EXPECT_TRUE(has(widthsOf({{49.99801, 6.0}}, {}), "\r\nKA1-1,150.000,"));
+    EXPECT_TRUE(has(widthsOf({{49.99799, 6.0}}, {}), "\r\nNo.7+9.998,149.998,"));
+    // No stake stands farther off than 200 m.
+    EXPECT_TRUE(has(widthsOf({{10.0, 199.999}}, {}), ",左,199.999,"));
+    EXPECT_FALSE(has(widthsOf({{10.0, 200.001}}, {}), ",左,"));
+    EXPECT_TRUE(has(widthsOf({}, {{10.0, -199.999}}), ",右,199.999,"));
+    EXPECT_FALSE(has(widthsOf({}, {{10.0, -200.001}}), ",右,"));
+}
+
+TEST(ReportOfAlignments, KeepsStakesOfOneStationAndSideInTheOrderOfTheirLines) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double width : {6.0, 9.0, 7.0, 8.0}) {
+        addPolyline(drawing, {{12020.0, -36000.0 + width, 0}, {12030.0, -36000.0 + width, 0}}, false, "左", "幅杭線左");
+    }
+    const std::string csv = csvOf(drawing, {}, {ReportPart::Widths});
+    std::string widths;
+    for (std::size_t at = csv.find(",左,"); at != std::string::npos; at = csv.find(",左,", at + 1)) {
+        widths += csv.substr(at + std::string_view(",左,").size(), 6);
+    }
+    EXPECT_EQ(widths, "6.000,9.000,7.000,8.000,6.000,9.000,7.000,8.000,") << csv;
 }
 
 TEST(ReportOfPoints, ListsThemWithTheirRows) {

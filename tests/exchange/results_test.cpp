@@ -10,8 +10,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <limits>
 #include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -105,6 +110,54 @@ TEST(Results, ImportedTwiceStandOnce) {
     EXPECT_EQ(pointsOf(results.sections[0]), "left@-3/6 No.2@0/7 right@3/8 another height@3/8.5 ");
 }
 
+// Of a line and of a section, a tenth of a millimetre to either side.
+TEST(Results, LieOnALineAndInASectionWithinATenthOfAMillimetre) {
+    for (const double side : {-1.0, 1.0}) {
+        for (const double away : {0.9e-4, 1.1e-4}) {
+            const std::size_t outside = away > 1e-4 ? 1 : 0;
+            Drawing drawing;
+            addStraightRoad(drawing, 0, "線");
+            addResultAt(drawing, {10, 0, 5}, "on the line", kLongitudinal);
+            addResultAt(drawing, {20, side * away, 5}, "beside", kLongitudinal);
+            EXPECT_EQ(resultsOf(drawing).unplaced, outside) << side * away;
+            addResultAt(drawing, {40, 0, 7}, "No.2", kCross);
+            addResultAt(drawing, {40 + side * away, -3, 8}, "right", kCross);
+            const Results results = resultsOf(drawing);
+            EXPECT_EQ(results.unplaced, 2 * outside) << side * away;
+            EXPECT_EQ(results.alignments[0].longitudinal.size(), 2 - outside);
+            ASSERT_EQ(results.alignments[0].sections.size(), 1U);
+            EXPECT_EQ(results.alignments[0].sections[0].points.size(), 2 - outside);
+        }
+    }
+}
+
+TEST(Results, AreTheSameWhereTheyDifferByAMicrometreAtMost) {
+    for (const double side : {-1.0, 1.0}) {
+        for (const double apart : {0.9e-6, 1.1e-6}) {
+            Drawing drawing;
+            addStraightRoad(drawing, 0, "線");
+            for (const double height : {5.0, 5.0 + side * apart}) {
+                addResultAt(drawing, {10, 0, height}, "a", kLongitudinal);
+                addResultAt(drawing, {40, 0, 7}, "No.2", kCross);
+                addResultAt(drawing, {40, -3, height}, "right", kCross);
+            }
+            const AlignmentResults results = resultsOf(drawing).alignments.at(0);
+            const std::size_t more = apart > 1e-6 ? 1 : 0;
+            EXPECT_EQ(results.longitudinal.size(), 1 + more) << side * apart;
+            ASSERT_EQ(results.sections.size(), 1U);
+            EXPECT_EQ(results.sections[0].points.size(), 2 + more) << side * apart;
+        }
+    }
+}
+
+TEST(Results, NoiseIsWhatLiesBehindTheSixthDecimal) {
+    EXPECT_EQ(withoutNoise(12.3456784), 12.345678);
+    EXPECT_EQ(withoutNoise(12.3456786), 12.345679);
+    EXPECT_EQ(withoutNoise(-12.3456786), -12.345679);
+    EXPECT_EQ(withoutNoise(0.0000014), 0.000001);
+    EXPECT_FALSE(std::signbit(withoutNoise(-0.0000004))) << "0, and not -0";
+}
+
 TEST(Results, APointBesideEverySectionIsUnplaced) {
     Drawing drawing;
     addStraightRoad(drawing, 0, "線");
@@ -167,6 +220,24 @@ TEST(SimaResults, GoToTheAlignmentThatTheFileNames) {
 }
 
 // Only so many points show to which alignment a section belongs; those that lie elsewhere are kept as points.
+// A section belongs to an alignment that none of its points misses by more than a micrometre; a point that misses it by
+// half of that is no result any more.
+TEST(SimaResults, BelongToAnAlignmentWithinAMicrometre) {
+    for (const double side : {-1.0, 1.0}) {
+        for (const double beside : {0.0, 4.9e-7, 5.1e-7, 0.9e-6, 1.1e-6}) {
+            Drawing drawing;
+            addStraightRoad(drawing, 0, "線");
+            addResultAt(drawing, {10, 0, 5}, "a", kLongitudinal);
+            addResultAt(drawing, {20, side * beside, 6}, "b", kLongitudinal);
+            std::ostringstream out;
+            writeSima(drawing, {}, out);
+            const std::size_t wanted = beside > 1e-6 ? 0 : beside > 5e-7 ? 1 : 2;
+            EXPECT_EQ(linesOf(out.str(), "H01").size(), wanted) << side * beside;
+            EXPECT_EQ(linesOf(out.str(), "A01").size(), 2 + 2 - wanted) << side * beside;
+        }
+    }
+}
+
 TEST(SimaResults, BesideTheirAlignmentAreWrittenAsPoints) {
     Drawing drawing;
     addStraightRoad(drawing, 0, "線");

@@ -10,6 +10,7 @@
 
 #include <numbers>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -69,6 +70,22 @@ TEST_F(Road, PlannedHeightsAreThoseOfCoordinatePointsOnTheLine) {
     EXPECT_DOUBLE_EQ(heights[1].height, 35.5);
 }
 
+TEST_F(Road, PlannedHeightsLieWithinFiveMillimetresOfTheLineAndAMillimetreApart) {
+    addPoint({0.00499, 10.0, 31.0}, "right", "座標", 1);
+    addPoint({-0.00499, 30.0, 32.0}, "left", "座標", 2);
+    addPoint({0.00501, 50.0, 33.0}, "too far right", "座標", 3);
+    addPoint({-0.00501, 70.0, 34.0}, "too far left", "座標", 4);
+    addPoint({0.0, 90.0, 35.0}, "first", "座標", 5);
+    addPoint({0.0, 90.00099, 36.0}, "the same place", "座標", 6);
+    addPoint({0.0, 95.0, 37.0}, "one", "座標", 7);
+    addPoint({0.0, 95.00101, 38.0}, "another", "座標", 8);
+    std::string names;
+    for (const LongitudinalPoint& height : plannedHeights(drawing, 0)) {
+        names += height.name + ",";
+    }
+    EXPECT_EQ(names, "right,left,first,one,another,");
+}
+
 TEST_F(Road, TheSectionHasARowOfPlannedHeightsWhereThereAreSome) {
     Plot plot = plotProfile(drawing, 0, {});
     ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
@@ -93,6 +110,71 @@ TEST_F(Road, TheSectionHasARowOfPlannedHeightsWhereThereAreSome) {
     EXPECT_EQ(size->height, 420.0);
     EXPECT_FALSE(sizeOfPage("<svg width=\"3\" height=\"4\"/>"));
     EXPECT_FALSE(sizeOfPage(""));
+}
+
+// Beside a section 12 mm are kept free, above and below it 42 mm and a metre of its scale.
+TEST_F(Road, CrossSectionsTakeTheLargestScaleAndTheFewestSheetsThatHaveRoomForThem) {
+    struct Case {
+        double left, right, rise; // metres
+        const char* paper;
+        bool upright;
+        int given; // scale; 0 for none
+        int scale;
+        std::size_t pages; // of four sections; 0 where they do not fit
+    };
+    const Case cases[] = {
+        // The widest may be 166 mm, two beside each other on A3 and one on A4.
+        {-8.3, 8.299, 7.9, "A3", false, 0, 100, 1},
+        {-8.3, 8.301, 7.9, "A3", false, 0, 200, 1},
+        {-16.6, 16.599, 5.0, "A3", false, 0, 200, 1},
+        {-16.6, 16.601, 5.0, "A3", false, 0, 250, 1},
+        {-0.001, 16.598, 7.9, "A4", true, 0, 100, 2},
+        {-0.001, 16.6, 7.9, "A4", true, 0, 200, 2},
+        // The highest 221 mm on A3 and upright A4, 134 mm on A4, 344 mm on upright A3.
+        {-5.0, 5.0, 21.099, "A3", false, 0, 100, 2},
+        {-5.0, 5.0, 21.101, "A3", false, 0, 200, 1},
+        {-5.0, 5.0, 21.099, "A4", true, 0, 100, 4},
+        {-5.0, 5.0, 21.101, "A4", true, 0, 200, 2},
+        {-5.0, 5.0, 12.399, "A4", false, 0, 100, 2},
+        {-5.0, 5.0, 12.401, "A4", false, 0, 200, 2},
+        {-5.0, 5.0, 33.399, "A3", true, 0, 100, 2},
+        {-5.0, 5.0, 33.401, "A3", true, 0, 200, 2},
+        // As many beside and below each other as a sheet of 400 by 263 mm has room for.
+        {-8.8, 8.799, 7.949, "A3", false, 100, 100, 1},
+        {-8.8, 8.801, 7.949, "A3", false, 100, 100, 2},
+        {-8.8, 8.799, 7.951, "A3", false, 100, 100, 2},
+        {-8.8, 8.801, 7.951, "A3", false, 100, 100, 4},
+        {-18.8, 18.799, 7.949, "A3", false, 100, 100, 2},
+        {-18.8, 18.801, 7.949, "A3", false, 100, 100, 0},
+        {-8.8, 8.799, 21.099, "A3", false, 100, 100, 2},
+        {-8.8, 8.799, 21.101, "A3", false, 100, 100, 0},
+        // At scales above 1:100 a base line may lie lower, at round heights.
+        {-8.8, 8.799, 42.199, "A3", false, 200, 200, 2},
+        {-8.8, 8.799, 42.201, "A3", false, 200, 200, 0},
+    };
+    for (const Case& c : cases) {
+        drawing = drawing::Drawing();
+        SetUp();
+        for (int i = 1; i <= 4; ++i) {
+            for (const auto& [offset, height] : {std::pair(c.left, 10.0), {0.0, 10.0}, {c.right, 10.0 + c.rise}}) {
+                addPoint({offset, 20.0 * i, height}, "", "横断成果", i);
+            }
+        }
+        PlotOptions options;
+        options.paper = c.paper;
+        options.upright = c.upright;
+        if (c.given != 0) {
+            options.scale = c.given;
+        }
+        const Plot plot = plotCrossSections(drawing, 0, options);
+        const std::string which = std::to_string(c.left) + " " + std::to_string(c.right) + " " +
+                                  std::to_string(c.rise) + " " + c.paper + (c.upright ? " upright" : "");
+        ASSERT_EQ(plot.pages.size(), c.pages) << which << whyNot(plot);
+        for (const std::string& page : plot.pages) {
+            EXPECT_NE(page.find("1:" + std::to_string(c.scale) + "（" + c.paper + "）"), std::string::npos) << which;
+        }
+        EXPECT_EQ(plot.failure.has_value(), c.pages == 0) << which;
+    }
 }
 
 TEST_F(Road, StakesFillPagesWithTheirHeadsRepeated) {

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <numbers>
 #include <sstream>
 
 namespace fenmark::exchange {
@@ -215,6 +216,29 @@ TEST(SimaFile, AGapInAnAlignmentIsFilledByAStraight) {
     ASSERT_EQ(written.of("A01").size(), 4U);
     EXPECT_EQ(written.of("B01").size(), 4U);
     EXPECT_TRUE(written.of("C0").empty());
+}
+
+// A direction that differs by whole turns is the same direction.
+TEST(SimaFile, AClothoidEndsAtThePointThatItLeadsToHoweverItsDirectionIsWritten) {
+    for (const int turns : {-2, -1, 0, 1, 2}) {
+        for (const double azimuth : {0.0, 3.0, -3.0}) {
+            Element straight;
+            straight.direction = azimuth;
+            straight.length = 50.0;
+            straight.end = drawing::poseOnElement(straight, 50.0).point;
+            Element clothoid = following(straight, ElementType::Clothoid, 36.0, kStraight, 100.0, turns > 0);
+            clothoid.direction += 2.0 * std::numbers::pi * turns;
+            Drawing drawing;
+            const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "C", "0", "", "");
+            drawing.addElement(road, straight);
+            drawing.addElement(road, clothoid);
+            addNumbered(drawing, {straight.start.x, straight.start.y, 5.0}, 1, "BP");
+            addNumbered(drawing, {straight.end.x, straight.end.y, 5.0}, 2, "KA");
+            addNumbered(drawing, {clothoid.end.x, clothoid.end.y, 5.0}, 3, "KE");
+            EXPECT_EQ(simaOf(drawing).of("B01"), (Lines{"B01,    1,BP,", "B01,    2,KA,", "B01,    3,KE,"}))
+                << azimuth << " and " << turns << " turns";
+        }
+    }
 }
 
 // A clothoid of one radius is an arc, and of none a straight.

@@ -12,6 +12,9 @@
 
 #include <algorithm>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -87,6 +90,28 @@ TEST(Stakes, AStartStationBeyondAllCountsGivesNoRoundStations) {
     addRoad(drawing, {0.0, 0.0}, true);
     drawing.setStartStation(0, 1e9);
     EXPECT_FALSE(stakesOf(drawing, 0, StakeOptions()).stakes.empty()) << "far, but counted";
+}
+
+// An end that is a round station but for rounding, by a billionth of a count, has its stake.
+TEST(Stakes, RoundStationsBeginAndEndWithTheAlignmentButForRounding) {
+    for (const double beyond : {0.9e-9, 1.1e-9}) {
+        const bool has = beyond < 1e-9;
+        Drawing drawing;
+        const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "L", "0", "", "");
+        Element straight;
+        straight.length = 100.0 - 2.0 * 20.0 * beyond;
+        straight.end = {straight.length, 0.0};
+        drawing.addElement(road, straight);
+        drawing.setStartStation(road, 20.0 * (5.0 + beyond)); // and the end as much before 200 m
+        drawing.setZone(9);
+        EXPECT_EQ(stakesOf(drawing, road, StakeOptions()).stakes.size(), has ? 6U : 4U) << beyond;
+        std::ostringstream out;
+        ExportOptions options;
+        options.landXmlProfile = LandXmlProfile::JLandXml;
+        formatOf("a.xml")->write(drawing, options, out);
+        const std::string xml = std::move(out).str();
+        EXPECT_EQ(xml.find("name=\"No.5\"") != std::string::npos, has) << xml;
+    }
 }
 
 TEST(Stakes, NoMoreThanTheLimitWhateverAsksForThem) {

@@ -322,6 +322,56 @@ TEST(Passes, StandBehindWhatAnEarlierPassLeft) {
     EXPECT_TRUE(reader.usedRouteType7);
 }
 
+// Whatever stands in the file before, a reader makes of the next one what a new reader makes of it.
+TEST(Passes, LeaveNothingOfTheFileBefore) {
+    const TemporaryFolder folder;
+    const std::string full = folder.write(
+        "full.sim", test::cp932(joined({"ZZZ,",     "A00,",         "A01,1,P,1,1,,",     "A01,2,Q,1,2,,",
+                                        "X01,",     "A99,",         "D00,1,L,1,",        "B01,1,P,",
+                                        "D99,",     "F00,1,1,R,3,", "F03,20,",           "B01,1,P,",
+                                        "B01,2,Q,", "F99,",         "H00,1,R,",          "H01,No.1,1.0,5.5,6.0,1,",
+                                        "H99,",     "I00,1,R,",     "I01,No.1,1.0,5.5,", "I02,1,1.0,5.5,0,",
+                                        "I99,",     "G00,x,1,"})));
+    const std::string small = folder.write("small.sim", test::cp932(joined({"YYY,", "A00,", "A01,7,P,1,1,,", "A99,"})));
+    const auto pass = [](SimaReader& reader, const std::string& path, bool isFull) {
+        ReadContext context;
+        test::KeepingSink sink;
+        context.sink = &sink;
+        EXPECT_EQ(isFull ? reader.fullRead(path, context) : reader.previewScan(path, context), 0);
+    };
+    for (const bool fullBefore : {false, true}) {
+        for (const bool fullBehind : {false, true}) {
+            SimaReader used;
+            test::tickAll(used);
+            pass(used, full, fullBefore);
+            EXPECT_FALSE(used.points.empty() || used.lots.empty() || used.alignments.empty() || used.verticals.empty());
+            EXPECT_FALSE(used.hSeries.empty() || used.intersections.empty());
+            EXPECT_EQ(used.passedOver.size(), fullBefore ? 1U : 0U);
+            const std::int32_t errors = used.log.errorCount();
+            EXPECT_EQ(errors > 0, fullBefore);
+            pass(used, small, fullBehind);
+            SimaReader fresh;
+            test::tickAll(fresh);
+            pass(fresh, small, fullBehind);
+            EXPECT_EQ(used.points.size(), fresh.points.size());
+            EXPECT_TRUE(used.lots.empty() && used.alignments.empty() && used.verticals.empty());
+            EXPECT_TRUE(used.hSeries.empty() && used.intersections.empty() && used.entities.empty());
+            EXPECT_EQ(used.passedOver, fresh.passedOver);
+            EXPECT_EQ(used.lineNumber, fresh.lineNumber);
+            EXPECT_EQ(used.log.errorCount(), errors) << "the log's counter goes on";
+            EXPECT_EQ(used.errorCount, fullBehind ? errors : 0);
+            EXPECT_EQ(test::texts(used.log.lines()), test::texts(fresh.log.lines()));
+            EXPECT_EQ(used.log.errors().size(), 0U);
+            EXPECT_EQ(used.baseName, "small");
+            for (std::int32_t type = 1; type <= 7; ++type) {
+                EXPECT_EQ(used.routesRead(type), 0) << type;
+                EXPECT_EQ(used.routesCreated(type), 0) << type;
+            }
+            EXPECT_FALSE(used.bindRoute(1)) << "the route went with its file";
+        }
+    }
+}
+
 TEST(Passes, CountsOfRoutesAreZeroOutsideTheTypes) {
     SimaReader reader;
     for (std::int32_t type = -1; type <= 9; ++type) {

@@ -57,10 +57,8 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
     const exchange::Plot plot = plotOf(*drawing, arguments, streams.language);
-    if (plot.failure || plot.pages.empty()) {
-        const exchange::Obstacle why =
-            plot.failure.value_or(exchange::Obstacle{exchange::ObstacleCode::NoElementsToDraw});
-        throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(why, streams.language));
+    if (plot.failure) {
+        throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(*plot.failure, streams.language));
     }
     if (pdf) {
         write(streams, arguments.target, [&](std::ostream& out) {

@@ -245,8 +245,8 @@ std::optional<NearestStation> nearestStation(const Drawing& drawing, const PlanI
             isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;
         }
-        const std::optional<drawing::StationOffset> at = drawing.geometry(a).locate({x, y});
-        if (!at || !at->perpendicular || std::abs(at->offset) > nearest) {
+        const std::optional<drawing::StationOffset> at = drawing.geometry(a).locateWithin({x, y}, nearest);
+        if (!at || !at->perpendicular) {
             continue;
         }
         nearest = std::abs(at->offset);

@@ -112,6 +112,8 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTe
     {Text::SitesNotListed, "{path}: 図面のサイトを取得できません", "{path}: the sites of the drawing cannot be listed"},
     {Text::TargetIsSource, "{path}: 図面に読み込んだファイルです。上書きしません。別の名前を指定してください",
      "{path}: was imported into the drawing and is not written over; give another name"},
+    {Text::TargetIsLog, "{path}: 読み込みのログです。上書きしません。別の名前を指定してください",
+     "{path}: is the log of an import and is not written over; give another name"},
     {Text::OutputNotWritable, "標準出力に書き込めません", "standard output cannot be written"},
     {Text::MoreInLog, "{path}: ほか{count}件はログにあります", "{path}: {count} more in the log"},
     {Text::Writing, "書き込み中", "writing"},

@@ -78,6 +78,7 @@ enum class Text : std::uint8_t {
     KeptIn,
     SitesNotListed,
     TargetIsSource,
+    TargetIsLog,
     OutputNotWritable,
     MoreInLog,
     Writing,

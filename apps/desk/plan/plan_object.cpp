@@ -141,7 +141,6 @@ std::vector<PlanObject> objectsInView(const Drawing& drawing, const PlanIndex& i
                                       const PlanLook& look) {
     const Extent visible = view.visible();
     std::vector<PlanObject> objects;
-    CurveBudget budget;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         if (!meet(index.alignmentExtent(a), visible) || isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;

@@ -22,6 +22,8 @@ using namespace fenmark::curve;
 constexpr int kCurves = 10'000;
 constexpr std::size_t kQuestions = 1 << 16;
 constexpr std::size_t kSorted = 1 << 18;
+constexpr int kWindings = 2'300;
+constexpr std::size_t kOnWinding = 64;
 constexpr unsigned kSeed = 4242;
 
 // Nanoseconds of the processor a question, of the best of some rounds; one round, where words are given, of what they name.
@@ -77,9 +79,22 @@ std::vector<Curve> road(std::mt19937& random) {
     return curves;
 }
 
+// Clothoids of one and a quarter turns, each along the end of the one before, so that all lie in one place.
+std::vector<Curve> windings() {
+    std::vector<Curve> curves;
+    Pose pose;
+    for (int i = 0; i < kWindings; ++i) {
+        curves.push_back({pose, 80.0, 0.0, 1.0 / 5.0});
+        pose = endPose(curves.back());
+    }
+    return curves;
+}
+
 struct Questions {
     Chain chain;
     Chain one;
+    Chain winding;
+    std::vector<Point> onWinding;
     std::vector<double> distances;
     std::vector<double> sorted;
     std::vector<double> lengths;
@@ -97,6 +112,10 @@ struct Questions {
             lengths.push_back(uniform(1.0, 100.0));
             beside.push_back(chain.pointAt(uniform(0.0, chain.length()), uniform(-50.0, 50.0)).value_or(Point{}));
             besideOne.push_back(one.pointAt(uniform(0.0, 100.0), uniform(-100.0, 100.0)).value_or(Point{}));
+        }
+        (void)winding.set(windings());
+        for (std::size_t i = 0; i < kOnWinding; ++i) {
+            onWinding.push_back(winding.pointAt(uniform(0.0, winding.length())).value_or(Point{}));
         }
         for (std::size_t i = 0; i < kSorted; ++i) {
             sorted.push_back(uniform(0.0, chain.length()));
@@ -148,6 +167,18 @@ void compareChains(const Words& words) {
             benchmark::DoNotOptimize(q.chain.locate(at));
         }
     });
+    const double wound = nanoseconds(words, "chain winding nearest", kOnWinding, [&] {
+        for (const Point& at : q.onWinding) {
+            benchmark::DoNotOptimize(q.winding.locate(at));
+        }
+    });
+    const double each = nanoseconds(words, "chain winding each", kOnWinding, [&] {
+        for (const Point& at : q.onWinding) {
+            for (const Curve& curve : q.winding.curves()) {
+                benchmark::DoNotOptimize(nearestFoot(curve, at));
+            }
+        }
+    });
     if (!words.empty()) {
         return;
     }
@@ -160,6 +191,8 @@ void compareChains(const Words& words) {
     std::printf("  nearest point of one clothoid           %8.1f   %5.2f of it (at most 1.5)\n", nearest,
                 nearest / newton);
     std::printf("  nearest point of the chain              %8.1f\n", located);
+    std::printf("  nearest of %d that wind up in one place %8.1f   %5.3f of looking at each\n", kWindings, wound,
+                wound / each);
 }
 
 } // namespace fenmark::bench

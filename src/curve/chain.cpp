@@ -50,6 +50,7 @@ ChainStatus Chain::take(std::vector<Curve> curves, double startStation, std::spa
     }
     made.buildBuckets();
     made.buildBoxes();
+    made.buildWindings();
     *this = std::move(made);
     return ChainStatus::Ok;
 }

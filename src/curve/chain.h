@@ -14,6 +14,7 @@
 #include "curve/chain_status.h"
 #include "curve/curve.h"
 #include "curve/station_equations.h"
+#include "curve/winding.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -108,6 +109,8 @@ class Chain {
     // The nearest place of the whole chain; nothing if the chain is empty or the point is not finite. Of places equally
     // near, the one found first.
     [[nodiscard]] std::optional<ChainFoot> locate(const Point& point) const;
+    // The same, at less cost, where the point lies within a distance of the chain (metres); nothing where it lies farther.
+    [[nodiscard]] std::optional<ChainFoot> locateWithin(const Point& point, double away) const;
     // Many points; fastest where neighbours follow one another. What has no foot becomes NaN.
     std::size_t locate(std::span<const Point> points, std::span<ChainFoot> feet) const;
     // Every place from which the point is locally nearest, by distance along the chain: perpendicular feet, ends and
@@ -156,6 +159,8 @@ class Chain {
     void addPiece(std::uint32_t index);
     void buildBuckets();
     void buildBoxes();
+    void buildWindings();
+    [[nodiscard]] const WindingBound* windingOf(std::size_t piece) const;
     [[nodiscard]] std::size_t pieceAt(double distance) const;
     [[nodiscard]] std::size_t pieceAt(double distance, Side side) const;
     [[nodiscard]] double lengthOf(std::size_t piece) const { return curves_[starts_[piece].curve].length; }
@@ -169,7 +174,7 @@ class Chain {
     template <typename Take>
     void searchPiece(std::size_t piece, const Point& point, Which which, const Take& take) const;
     void lookAtPiece(std::size_t piece, const Point& point, Nearest& best) const;
-    [[nodiscard]] std::optional<ChainFoot> locateFrom(const Point& point, std::size_t& piece) const;
+    [[nodiscard]] std::optional<ChainFoot> locateFrom(const Point& point, std::size_t& piece, double away) const;
     [[nodiscard]] ChainFoot footOf(const Nearest& nearest) const;
     [[nodiscard]] double turnBehind(std::size_t piece) const;
 
@@ -183,6 +188,9 @@ class Chain {
     std::vector<Start> starts_;           // of the pieces; closer together than in them
     std::vector<std::uint32_t> buckets_;  // the last piece that begins at or before the bucket's start
     std::vector<std::vector<Box>> boxes_; // round the pieces, round eight of these, and so on up to one
+    std::vector<WindingBound> windings_;  // of the pieces that wind up
+    std::vector<std::uint32_t>
+        windingOf_; // of each piece, its place among them and one more, or 0; empty if there are none
 };
 
 } // namespace fenmark::curve

@@ -3,7 +3,8 @@
 // Boxes around the pieces, eight by eight, leave a few pieces to look at. On a piece without an inflection that turns
 // by less than half a circle the derivative of the squared distance has at most two zeros, since these are the tangents
 // from the point to the evolute, a convex curve of the same turn. So there is at most one nearest point inside, it can
-// be enclosed, and Newton's method cannot leave the enclosure. Pieces that turn further are left to nearestFoot.
+// be enclosed, and Newton's method cannot leave the enclosure. Pieces that turn further, the winding ones, are left to
+// nearestFoot, and first to their bound (winding.h), since many of them may share one box.
 //
 // Symbols: g component along the tangent of the way from the curve to the point, e component to its right, k curvature;
 // g' = k e - 1. A nearest point has g = 0, coming from above.
@@ -36,6 +37,11 @@ constexpr int kMostSteps = 60; // Seen: 8
 constexpr double kPerpendicular = 1e-6;
 // The most that a piece may turn on one side of its inflection to be searched here, radians.
 constexpr double kMostTurn = 3.0;
+// In how many parts a curve that winds up is seen before it is followed: the more, the more of them there are, up to where
+// the parts of all take a few megabytes.
+constexpr std::size_t kFewestParts = 4;
+constexpr std::size_t kMostParts = 32;
+constexpr std::size_t kPartsOfAll = 131'072;
 // Of a curve that winds up; those around the nearest.
 constexpr std::size_t kMostFeetOfACurve = 64;
 // Pieces that turn by this at most, a quarter of a circle, have a reach.
@@ -116,6 +122,41 @@ void Chain::buildBoxes() {
     }
 }
 
+void Chain::buildWindings() {
+    std::vector<std::size_t> winding;
+    for (std::size_t i = 0; i < pieces_.size(); ++i) {
+        if (starts_[i].form != Form::Any) {
+            continue;
+        }
+        const Curve& curve = curves_[starts_[i].curve];
+        const double growth = pieces_[i].growth;
+        const double inflection = -curve.startCurvature / growth;
+        const double turn = inflection > 0.0 && inflection < curve.length
+                                ? 0.5 * std::max(std::abs(curve.startCurvature) * inflection,
+                                                 std::abs(curve.endCurvature) * (curve.length - inflection))
+                                : std::abs(turnAt(curve, curve.length));
+        if (!(turn < kMostTurn) || !std::isfinite(growth)) {
+            winding.push_back(i);
+        }
+    }
+    if (winding.empty()) {
+        return;
+    }
+    const std::size_t most = std::min(kMostParts, kPartsOfAll / winding.size());
+    const std::size_t parts = std::max(kFewestParts, std::min(most, winding.size()));
+    windingOf_.resize(pieces_.size());
+    windings_.reserve(winding.size());
+    for (const std::size_t i : winding) {
+        windings_.emplace_back(curves_[starts_[i].curve], parts);
+        windingOf_[i] = static_cast<std::uint32_t>(windings_.size());
+    }
+}
+
+// Nothing for a piece that turns little.
+const WindingBound* Chain::windingOf(std::size_t piece) const {
+    return windingOf_.empty() || windingOf_[piece] == 0 ? nullptr : &windings_[windingOf_[piece] - 1];
+}
+
 // Calls take(along, way, inside) for every local minimum inside the piece and for its two ends. A nearest point that
 // falls on an end may come as either.
 template <typename Take>
@@ -186,25 +227,20 @@ void Chain::searchPiece(std::size_t index, const Point& point, Which which, cons
     }
     const double inflection = form == Form::Series ? -piece.a : -piece.a / growth;
     const bool inflected = inflection > 0.0 && inflection < length;
-    if (form == Form::Any) {
+    if (windingOf(index) != nullptr) {
         const Curve& curve = curves_[starts_[index].curve];
-        const double turn = inflected ? 0.5 * std::max(std::abs(curve.startCurvature) * inflection,
-                                                       std::abs(curve.endCurvature) * (length - inflection))
-                                      : std::abs(turnAt(curve, length));
-        if (!(turn < kMostTurn) || !std::isfinite(growth)) {
-            take(0.0, at(0.0), false);
-            take(length, at(length), false);
-            const std::vector<fenmark::curve::Foot> feet =
-                which == Which::All ? feetOf(curve, point, kMostFeetOfACurve)
-                                    : std::vector<fenmark::curve::Foot>{nearestFoot(curve, point)};
-            for (const fenmark::curve::Foot& foot : feet) {
-                const double k = fenmark::curve::curvatureAt(curve, foot.along);
-                if (foot.perpendicular && k * foot.offset < 1.0) {
-                    take(foot.along, Way{0.0, foot.offset, k}, true);
-                }
+        take(0.0, at(0.0), false);
+        take(length, at(length), false);
+        const std::vector<fenmark::curve::Foot> feet =
+            which == Which::All ? feetOf(curve, point, kMostFeetOfACurve)
+                                : std::vector<fenmark::curve::Foot>{nearestFoot(curve, point)};
+        for (const fenmark::curve::Foot& foot : feet) {
+            const double k = fenmark::curve::curvatureAt(curve, foot.along);
+            if (foot.perpendicular && k * foot.offset < 1.0) {
+                take(foot.along, Way{0.0, foot.offset, k}, true);
             }
-            return;
         }
+        return;
     }
 
     // Between low and high without an inflection.
@@ -288,6 +324,11 @@ void Chain::searchPiece(std::size_t index, const Point& point, Which which, cons
 }
 
 void Chain::lookAtPiece(std::size_t piece, const Point& point, Nearest& best) const {
+    if (const WindingBound* winding = windingOf(piece); winding != nullptr) {
+        if (!winding->mayComeNearer(point, best.squared)) {
+            return;
+        }
+    }
     searchPiece(piece, point, Which::Nearest, [&](double along, const Way& way, bool) {
         const double squared = way.squared();
         if (squared < best.squared) {
@@ -348,16 +389,21 @@ ChainFoot Chain::footOf(const Nearest& nearest) const {
     return foot;
 }
 
-std::optional<ChainFoot> Chain::locateFrom(const Point& point, std::size_t& piece) const {
+std::optional<ChainFoot> Chain::locateFrom(const Point& point, std::size_t& piece, double away) const {
     if (pieces_.empty() || !isFinite(point)) {
         return std::nullopt;
     }
     Nearest best;
+    best.squared = away * away;
+    best.piece = pieces_.size();
     if (!vast_ && std::abs(point.x) <= kVast && std::abs(point.y) <= kVast) {
         if (pieces_.size() > 1 && piece < pieces_.size()) {
             lookAtPiece(piece, point, best);
         }
         searchBoxes(boxes_.size() - 1, 0, point, best);
+        if (best.piece == pieces_.size()) {
+            return std::nullopt;
+        }
         piece = best.piece;
         return footOf(best);
     }
@@ -376,7 +422,13 @@ std::optional<ChainFoot> Chain::locateFrom(const Point& point, std::size_t& piec
 
 std::optional<ChainFoot> Chain::locate(const Point& point) const {
     std::size_t none = pieces_.size();
-    return locateFrom(point, none);
+    return locateFrom(point, none, std::numeric_limits<double>::infinity());
+}
+
+std::optional<ChainFoot> Chain::locateWithin(const Point& point, double away) const {
+    std::size_t none = pieces_.size();
+    const std::optional<ChainFoot> foot = locateFrom(point, none, away + kOneFoot); // one just that far away is found
+    return foot && std::abs(foot->offset) <= away ? foot : std::nullopt;
 }
 
 std::size_t Chain::locate(std::span<const Point> points, std::span<ChainFoot> feet) const {
@@ -384,7 +436,7 @@ std::size_t Chain::locate(std::span<const Point> points, std::span<ChainFoot> fe
     std::size_t found = 0;
     std::size_t piece = pieces_.size();
     for (std::size_t i = 0; i < std::min(points.size(), feet.size()); ++i) {
-        const std::optional<ChainFoot> foot = locateFrom(points[i], piece);
+        const std::optional<ChainFoot> foot = locateFrom(points[i], piece, std::numeric_limits<double>::infinity());
         feet[i] = foot.value_or(ChainFoot{kNone, kNone, 0, false, false});
         found += foot ? 1 : 0;
     }

@@ -52,4 +52,12 @@ std::optional<StationOffset> AlignmentGeometry::locate(const PlanPoint& point) c
     return StationOffset{startStation_ + foot->distance, curveOffset(foot->offset), foot->perpendicular};
 }
 
+std::optional<StationOffset> AlignmentGeometry::locateWithin(const PlanPoint& point, double away) const {
+    const std::optional<curve::ChainFoot> foot = chain_.locateWithin(curvePoint(point), away);
+    if (!foot) {
+        return std::nullopt;
+    }
+    return StationOffset{startStation_ + foot->distance, curveOffset(foot->offset), foot->perpendicular};
+}
+
 } // namespace fenmark::drawing

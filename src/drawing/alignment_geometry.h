@@ -43,6 +43,8 @@ class AlignmentGeometry {
     std::optional<std::size_t> elementAt(double station) const;
     // The nearest point of the whole chain; nothing if the chain is empty or the point is not finite.
     std::optional<StationOffset> locate(const PlanPoint& point) const;
+    // The same, at less cost, where the point lies within a distance of the chain (metres); nothing where it lies farther.
+    std::optional<StationOffset> locateWithin(const PlanPoint& point, double away) const;
 
   private:
     double startStation_ = 0.0;

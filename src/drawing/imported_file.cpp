@@ -1,23 +1,34 @@
-// Whether a file is one from which a drawing was imported.
+// Whether a file is one from which a drawing was imported, or the log of that.
 #include "drawing/imported_file.h"
 
 #include "drawing/file_digest.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 
 namespace fenmark::drawing {
 
+namespace {
+
+// Through whatever links.
+bool isSame(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return std::filesystem::equivalent(platform::pathOf(a), platform::pathOf(b), error);
+}
+
+} // namespace
+
 bool isImportedFile(const Drawing& drawing, const std::string& path) {
     if (platform::lookUp(path).kind != platform::PathKind::File) {
         return false; // reading a pipe would wait
     }
     for (const Import& import : drawing.imports()) {
-        std::error_code error;
-        if (!std::filesystem::equivalent(platform::pathOf(import.path), platform::pathOf(path), error)) {
+        if (!isSame(import.path, path)) {
             continue;
         }
         const std::optional<FileDigest> known = digestFile(path);
@@ -26,6 +37,16 @@ bool isImportedFile(const Drawing& drawing, const std::string& path) {
         }
     }
     return false;
+}
+
+std::string logOf(const std::string& file) {
+    constexpr std::size_t kExtension = 4; // ".sim"
+    return file.size() < kExtension ? std::string() : file.substr(0, file.size() - kExtension) + "_Input.log";
+}
+
+bool isImportLog(const Drawing& drawing, const std::string& path) {
+    return std::any_of(drawing.imports().begin(), drawing.imports().end(),
+                       [&](const Import& import) { return isSame(logOf(import.path), path); });
 }
 
 } // namespace fenmark::drawing

@@ -40,8 +40,7 @@ std::vector<LongitudinalPoint> plannedHeights(const Drawing& drawing, std::size_
             at.y < box.minY - kOnLine || at.y > box.maxY + kOnLine || !knownHeight(entity)) {
             continue;
         }
-        const auto located = geometry.locate({at.x, at.y});
-        if (located && std::abs(located->offset) <= kOnLine) {
+        if (const auto located = geometry.locateWithin({at.x, at.y}, kOnLine)) {
             heights.push_back({located->station, at.z, std::string(trimmedName(entity.row->name))});
         }
     }

@@ -60,11 +60,8 @@ Groups groupsOf(const Drawing& drawing, std::size_t& unplaced) {
 }
 
 std::optional<double> stationOnLine(const AlignmentGeometry& geometry, const EntityView& point) {
-    const auto located = geometry.locate({point.position().x, point.position().y});
-    if (!located || std::abs(located->offset) > kResultOnLine) {
-        return std::nullopt;
-    }
-    return located->station;
+    const auto located = geometry.locateWithin({point.position().x, point.position().y}, kResultOnLine);
+    return located ? std::optional(located->station) : std::nullopt;
 }
 
 // The alignment that most of the judged points lie on; the first of those with as many.
@@ -89,6 +86,9 @@ std::optional<std::size_t> alignmentOf(const Drawing& drawing, const Group& grou
         if (count > most) {
             most = count;
             best = a;
+        }
+        if (count == judged) {
+            break; // none has more
         }
     }
     return best;

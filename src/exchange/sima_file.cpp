@@ -131,8 +131,7 @@ class SimaWriter {
     }
 
     bool liesOn(const drawing::AlignmentGeometry& geometry, const host::MdGePoint3d& point) const {
-        const auto foot = geometry.locate({point.x, point.y});
-        return foot && std::abs(foot->offset) <= kOnAlignment;
+        return geometry.locateWithin({point.x, point.y}, kOnAlignment).has_value();
     }
 
     // All points of a longitudinal section lie on its alignment, of cross-sections at least one for each.

@@ -55,8 +55,8 @@ Beside beside(const Pose& pose, const MdGePoint3d& point) {
 } // namespace
 
 std::optional<std::string> stationOnAlignment(const AlignmentGeometry& geometry, const MdGePoint3d& point) {
-    const auto foot = geometry.locate({point.x, point.y});
-    if (!foot || std::abs(foot->offset) > kOnSection) {
+    const auto foot = geometry.locateWithin({point.x, point.y}, kOnSection);
+    if (!foot) {
         return std::nullopt;
     }
     std::string text = roundedMetres(foot->station);
@@ -76,11 +76,8 @@ std::vector<SimaCrossSection> crossSectionsOf(const AlignmentGeometry& geometry,
     for (std::size_t first = 0; first < points.size();) {
         while (centre < points.size() && (centre < first || !centreFoot)) {
             centre = std::max(centre, first);
-            centreFoot = geometry.locate({points[centre].x, points[centre].y});
-            if (!centreFoot || std::abs(centreFoot->offset) > kOnSection) {
-                centreFoot.reset();
-                ++centre;
-            }
+            centreFoot = geometry.locateWithin({points[centre].x, points[centre].y}, kOnSection);
+            centre += centreFoot ? 0 : 1;
         }
         SimaCrossSection section;
         section.first = first;

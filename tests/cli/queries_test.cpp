@@ -238,6 +238,27 @@ TEST_F(QueryLine, NothingIsWrittenOverTheFileThatWasImported) {
         EXPECT_TRUE(contains(ran.err, source + ": was imported into the drawing and is not written over")) << ran.err;
         EXPECT_EQ(test::readFile(source), before);
     }
+    // Nor by a link, nor over the log, which tells what else was not taken.
+    const std::string log = folder.at("a_Input.log");
+    const std::string logged = test::readFile(log);
+    std::vector<std::vector<std::string>> lines{{"stakes", drawing, "CL", "--out", log}};
+    for (const auto& [to, stem] : {std::pair(source, "s"), std::pair(log, "l")}) {
+        for (const auto& [command, end] : {std::pair("export", ".csv"), std::pair("plot", ".svg"),
+                                           std::pair("plot", ".pdf"), std::pair("report", ".html")}) {
+            const std::string link = folder.at(std::string(stem) + end);
+            std::filesystem::create_symlink(to, link);
+            lines.push_back({command, drawing, link});
+        }
+    }
+    for (const std::vector<std::string>& line : lines) {
+        const Ran ran = fenmark(line);
+        EXPECT_EQ(ran.code, kNotDone) << line[0] << ' ' << line.back();
+        EXPECT_TRUE(contains(ran.err, line.back() + ": ")) << ran.err;
+        EXPECT_TRUE(contains(ran.err, " and is not written over; give another name\n")) << ran.err;
+        EXPECT_EQ(test::readFile(source), before) << line[0] << ' ' << line.back();
+        EXPECT_EQ(test::readFile(log), logged) << line[0] << ' ' << line.back();
+    }
+    EXPECT_TRUE(contains(inJapanese(lines[0]).err, log + ": 読み込みのログです。上書きしません"));
     // What has taken its place since is a file as any other.
     file("other");
     EXPECT_EQ(fenmark({"export", drawing, source}).code, kDone);

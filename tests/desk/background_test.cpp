@@ -345,5 +345,38 @@ TEST_F(Backgrounds, ADrawingNamesAFileOnceAndNotEndlesslyMany) {
     EXPECT_TRUE(answers.said.contains(QStringLiteral("a.geojson")));
 }
 
+// The window waits for them: what would take long is left to whoever wants it.
+TEST_F(Backgrounds, ADrawingOpensFilesOfSoManyBytesAndTheRestIsAddedByHand) {
+    import(folder.example(QStringLiteral("road.sim")));
+    window->session().setZone(9);
+    const QString small = exported("small.geojson");
+    const QString large = folder.path(QStringLiteral("large.gpkg"));
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    ASSERT_TRUE(window->session().writeCopy(large.toStdString()));
+    ASSERT_TRUE(window->session().save(path.toStdString()));
+    ASSERT_TRUE(QFile::resize(large, Background::kMostBytesUnasked)); // nothing on the disk behind the drawing
+    const drawing::DrawingTexts texts{{"background/1", small.toStdString()}, {"background/2", large.toStdString()}};
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), texts));
+
+    ASSERT_TRUE(window->showDrawing(path.toStdString()));
+    Workbench& bench = window->workbench();
+    ASSERT_EQ(bench.background().layers().size(), 1U);
+    EXPECT_EQ(bench.background().layers()[0].path, small);
+    EXPECT_TRUE(said(large));
+    EXPECT_TRUE(said(QStringLiteral("512 MB")));
+    EXPECT_TRUE(bench.addBackground(large));
+    EXPECT_EQ(bench.background().layers().size(), 2U);
+    EXPECT_EQ(bench.texts(), texts) << "it is kept already";
+    window->session().setZone(8);
+    window->questions().name = [](QWidget*, const QString&, const QString&) { return QStringLiteral("new"); };
+    window->addLayer(); // the window learns of the zone too
+    EXPECT_EQ(bench.background().layers().size(), 2U) << "who chose it once is not asked again";
+
+    // By itself that many bytes are not too much.
+    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), {{"background/1", large.toStdString()}}));
+    ASSERT_TRUE(window->showDrawing(path.toStdString()));
+    EXPECT_EQ(bench.background().layers().size(), 1U);
+}
+
 } // namespace
 } // namespace fenmark::desk::test

@@ -70,13 +70,18 @@ class FullDisk {
     void (*handler_)(int);
 };
 
-TEST_F(Saving, NothingReplacesTheFileThatWasImported) {
+TEST_F(Saving, NothingReplacesTheFileThatWasImportedOrItsLog) {
     const QString source = folder.example(QStringLiteral("road.sim"));
+    const QString log = folder.path(QStringLiteral("road_Input.log"));
     const QByteArray before = content(source);
     import(source);
-    for (const char* name : {"a.svg", "a.csv", "a.dxf", "a.pdf", "a.gpkg"}) {
+    const QByteArray logged = content(log);
+    ASSERT_FALSE(logged.isEmpty());
+    for (const auto& [name, to] : {std::pair("a.svg", source), std::pair("a.csv", source), std::pair("a.dxf", source),
+                                   std::pair("a.pdf", source), std::pair("a.gpkg", source), std::pair("l.svg", log),
+                                   std::pair("l.pdf", log), std::pair("l.gpkg", log)}) {
         const QString link = folder.path(QLatin1String(name));
-        ASSERT_TRUE(QFile::link(source, link));
+        ASSERT_TRUE(QFile::link(to, link));
         answer(link);
         QString said;
         if (link.endsWith(QStringLiteral(".gpkg"))) {
@@ -96,7 +101,9 @@ TEST_F(Saving, NothingReplacesTheFileThatWasImported) {
             said = answers.said;
         }
         EXPECT_TRUE(said.contains(link)) << name << ": " << said.toStdString();
+        EXPECT_EQ(said.contains(QStringLiteral("ログ")), to == log) << said.toStdString();
         EXPECT_EQ(content(source), before) << name;
+        EXPECT_EQ(content(log), logged) << name;
     }
     // Changed since, it is no longer what was imported.
     folder.write(QStringLiteral("road.sim"), "somebody's");
@@ -124,6 +131,36 @@ TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewher
     EXPECT_TRUE(holdsLayer(elsewhere, "ours"));
     EXPECT_TRUE(holdsLayer(path, "theirs"));
     EXPECT_FALSE(window->isWindowModified());
+}
+
+// By any name that leads to it the open drawing is the same file, and "save as" is no way to lose what it holds.
+TEST_F(Saving, SavingAsALinkToTheOpenDrawingIsSavingIt) {
+    const QString path = saved("a.gpkg");
+    const QString link = folder.path(QStringLiteral("link.gpkg"));
+    const QString hard = folder.path(QStringLiteral("hard.gpkg"));
+    ASSERT_TRUE(QFile::link(path, link));
+    std::filesystem::create_hard_link(path.toStdString(), hard.toStdString());
+    for (const auto& [name, layer] : {std::pair(link, "by link"), std::pair(hard, "by hard link")}) {
+        addLayer(layer);
+        answer(name);
+        EXPECT_TRUE(window->saveDrawingAs());
+        EXPECT_TRUE(holdsLayer(path, layer));
+        EXPECT_EQ(window->session().path(), path.toStdString());
+    }
+    EXPECT_EQ(QFile::symLinkTarget(link), path);
+    EXPECT_TRUE(std::filesystem::equivalent(path.toStdString(), hard.toStdString()));
+
+    drawing::Drawing other;
+    drawing::DrawingStore store;
+    ASSERT_TRUE(store.open(path.toStdString(), other));
+    other.addLayer("theirs");
+    ASSERT_TRUE(store.save(path.toStdString(), other));
+    addLayer("ours");
+    for (const QString& name : {link, hard}) {
+        answer(name);
+        EXPECT_TRUE(refusal(&MainWindow::saveDrawingAs).contains(path)) << name.toStdString();
+        EXPECT_TRUE(holdsLayer(path, "theirs")) << name.toStdString();
+    }
 }
 
 TEST_F(Saving, AFullDiskIsToldAndTheNextSaveIsWhole) {

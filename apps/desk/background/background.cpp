@@ -149,6 +149,10 @@ void paintTiles(QPainter& painter, const ViewTransform& view, TileSource& tiles,
     }
 }
 
+bool isTiles(const QFileInfo& file) {
+    return file.isDir() || file.suffix().compare(QLatin1String("mbtiles"), Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
 
 TilePlace tileAt(double longitude, double latitude, int zoom) {
@@ -161,6 +165,11 @@ TileGround groundOfTile(double column, double row, int zoom) {
     const double tiles = std::exp2(zoom);
     return {column / tiles * 360.0 - 180.0,
             std::atan(std::sinh(std::numbers::pi * (1.0 - 2.0 * row / tiles))) / kDegree};
+}
+
+std::int64_t Background::bytesToRead(const QString& path) {
+    const QFileInfo file(path);
+    return isTiles(file) ? 0 : file.size();
 }
 
 BackgroundRead Background::add(const QString& path, int zone) {
@@ -178,7 +187,7 @@ BackgroundRead Background::add(const QString& path, int zone) {
         read.error = BackgroundError::NotReadable;
         return read;
     }
-    if (info.isDir() || info.suffix().compare(QLatin1String("mbtiles"), Qt::CaseInsensitive) == 0) {
+    if (isTiles(info)) {
         layer.tiles = TileSource::open(path);
         read.error = !layer.tiles ? BackgroundError::NotThisFormat
                      : zone == 0  ? BackgroundError::NeedsZone

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -25,8 +26,13 @@ class Background {
     // No more are read: a drawing may name as many as it likes.
     static constexpr std::size_t kMostLayers = 64;
 
+    // Bytes of files that are read for a drawing unasked, all together, since the window waits for them.
+    static constexpr std::int64_t kMostBytesUnasked = std::int64_t{512} << 20;
+
     // Reads the file or folder for a drawing of that zone; on failure nothing is added.
     BackgroundRead add(const QString& path, int zone);
+    // How many bytes of a file that takes; of tiles none, as each is read when it comes into view.
+    [[nodiscard]] static std::int64_t bytesToRead(const QString& path);
     void clear() { layers_.clear(); }
     [[nodiscard]] const std::vector<BackgroundLayer>& layers() const { return layers_; }
 

@@ -36,6 +36,7 @@ enum class BackgroundError {
     UnknownReference, // a reference system that is neither geographic nor plane rectangular
     TooLarge,
     TooMany, // backgrounds of one drawing
+    TooMuch, // to be read unasked
 };
 
 struct BackgroundRead {

@@ -651,6 +651,11 @@ a drawing (.gpkg) here</source>
         <translation>%1: 図面に読み込んだファイルです。上書きしません。別の名前を指定してください</translation>
     </message>
     <message>
+        <source>%1 is the log of an import and is not overwritten; choose another name</source>
+        <comment>TargetIsLog</comment>
+        <translation>%1: 読み込みのログです。上書きしません。別の名前を指定してください</translation>
+    </message>
+    <message>
         <source>Exported to %1</source>
         <comment>Exported</comment>
         <translation>%1 に書き出しました</translation>
@@ -1024,6 +1029,11 @@ a drawing (.gpkg) here</source>
         <source>Recovered the unsaved contents of %1</source>
         <comment>Recovered</comment>
         <translation>%1 の未保存の内容を復元しました</translation>
+    </message>
+    <message>
+        <source>A drawing was left unsaved in %1. Whether its program is still running is not known, as %2 is no lock file; once that is removed, the drawing is offered.</source>
+        <comment>RecoverLockOdd</comment>
+        <translation>保存されずに終わった図面が %1 にあります。%2 がロックファイルではないため、使用中かどうか分かりません。それを削除すると、復元できるようになります。</translation>
     </message>
     <message>
         <source>Tab goes to the next object, Enter to its properties, F6 to the next pane</source>

@@ -1,10 +1,14 @@
-// The question for a file to write, of which the extension may be left out.
+// The question for a file to write, of which the extension may be left out, and which files are not written over.
 #pragma once
+
+#include "desk/language/texts.h"
+#include "drawing/imported_file.h"
 
 #include <QFileInfo>
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace fenmark::desk {
 
@@ -26,6 +30,14 @@ inline QString askTarget(const std::function<QString(const QString& proposal)>& 
         path = ask(path);
     }
     return path;
+}
+
+// Why nothing that is made of a drawing may replace that file; nothing where it may.
+inline std::optional<Text> targetRefusal(const drawing::Drawing& drawing, const QString& path) {
+    if (drawing::isImportedFile(drawing, path.toStdString())) {
+        return Text::TargetIsSource;
+    }
+    return drawing::isImportLog(drawing, path.toStdString()) ? std::optional(Text::TargetIsLog) : std::nullopt;
 }
 
 } // namespace fenmark::desk

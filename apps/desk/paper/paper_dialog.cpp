@@ -4,7 +4,6 @@
 #include "desk/paper/ask_target.h"
 #include "desk/paper/page_painter.h"
 #include "desk/plan/plan_text.h"
-#include "drawing/imported_file.h"
 #include "exchange/output_file.h"
 #include "exchange/survey_text.h"
 
@@ -23,6 +22,7 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <optional>
 #include <sstream>
 #include <utility>
 
@@ -346,9 +346,9 @@ bool PaperDialog::savePdf() {
     if (file.isEmpty()) {
         return false;
     }
-    if (drawing::isImportedFile(drawing_, file.toStdString())) {
+    if (const std::optional<Text> refused = targetRefusal(drawing_, file)) {
         message_->setVisible(true);
-        message_->setText(texts_(Text::TargetIsSource).arg(QDir::toNativeSeparators(file)));
+        message_->setText(texts_(*refused).arg(QDir::toNativeSeparators(file)));
         lastSaved_.clear();
         return false;
     }

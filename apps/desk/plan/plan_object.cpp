@@ -141,7 +141,6 @@ std::vector<PlanObject> objectsInView(const Drawing& drawing, const PlanIndex& i
                                       const PlanLook& look) {
     const Extent visible = view.visible();
     std::vector<PlanObject> objects;
-    CurveBudget budget;
     for (std::size_t a = 0; a < std::min(index.alignmentCount(), drawing.alignmentCount()); ++a) {
         if (!meet(index.alignmentExtent(a), visible) || isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;
@@ -245,8 +244,8 @@ std::optional<NearestStation> nearestStation(const Drawing& drawing, const PlanI
             isHidden(look, drawing, drawing.alignment(a).layer)) {
             continue;
         }
-        const std::optional<drawing::StationOffset> at = drawing.geometry(a).locate({x, y});
-        if (!at || !at->perpendicular || std::abs(at->offset) > nearest) {
+        const std::optional<drawing::StationOffset> at = drawing.geometry(a).locateWithin({x, y}, nearest);
+        if (!at || !at->perpendicular) {
             continue;
         }
         nearest = std::abs(at->offset);

@@ -405,8 +405,7 @@ std::vector<std::size_t> PlanPainter::alignmentsToName(const std::vector<std::si
         const double length = geometry.endStation() - geometry.startStation();
         for (const double part : {0.25, 0.5, 0.75}) {
             const auto pose = geometry.poseAt(geometry.startStation() + part * length);
-            const auto at = pose ? drawing_.geometry(other).locate(pose->point) : std::nullopt;
-            if (!at || std::abs(at->offset) > kOneLine) {
+            if (!pose || !drawing_.geometry(other).locateWithin(pose->point, kOneLine)) {
                 return false;
             }
         }

@@ -161,7 +161,7 @@ class MainWindow : public QMainWindow {
 
     // Files (main_window_files.cpp).
     bool openDrawing(const QString& path);
-    bool saveTo(const QString& path);
+    bool saveTo(const QString& chosen);
     QString askTarget(const QString& title, const QString& proposal, const QString& filter,
                       const std::function<QString(const QString& path)>& completed);
     bool mayLoseDrawing(); // asks if there is something to lose

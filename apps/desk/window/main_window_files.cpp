@@ -4,10 +4,10 @@
 #include "desk/paper/ask_target.h"
 #include "desk/window/workbench.h"
 
-#include "drawing/imported_file.h"
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -19,6 +19,11 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QTimer>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
 
 namespace fenmark::desk {
 
@@ -35,6 +40,12 @@ QString asDrawing(const QString& path) {
 
 QString asExport(const QString& path) {
     return withExtension(path, ".svg");
+}
+
+// Through whatever links; false where either is not there.
+bool isSameFile(const QString& path, const std::string& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(platform::pathOf(path.toStdString()), platform::pathOf(other), error);
 }
 
 bool isOurs(const QString& path) {
@@ -141,16 +152,19 @@ bool MainWindow::openFile(const QString& path) {
 }
 
 bool MainWindow::mayReplace(const QString& path) {
-    if (!drawing::isImportedFile(session_.drawing(), path.toStdString())) {
+    const std::optional<Text> refused = targetRefusal(session_.drawing(), path);
+    if (!refused) {
         return true;
     }
-    const QString message = texts_(Text::TargetIsSource).arg(QDir::toNativeSeparators(path));
+    const QString message = texts_(*refused).arg(QDir::toNativeSeparators(path));
     command_->say(message);
     tell(message);
     return false;
 }
 
-bool MainWindow::saveTo(const QString& path) {
+bool MainWindow::saveTo(const QString& chosen) {
+    // By another name the open drawing is the same file: it is added to, not replaced.
+    const QString path = isSameFile(chosen, session_.path()) ? QString::fromStdString(session_.path()) : chosen;
     if (!mayReplace(path)) {
         return false;
     }
@@ -250,6 +264,11 @@ void MainWindow::exportDrawing() {
 
 void MainWindow::offerRecovery() {
     for (const LeftDrawing& left : recovery_.left()) {
+        if (!left.oddLock.isEmpty()) {
+            command_->say(texts_(Text::RecoverLockOdd)
+                              .arg(QDir::toNativeSeparators(left.path), QDir::toNativeSeparators(left.oddLock)));
+            continue;
+        }
         const QString name = left.name.isEmpty() ? texts_(Text::Untitled) : QFileInfo(left.name).fileName();
         QMessageBox box(QMessageBox::Question, QStringLiteral("Fenmark Desk"),
                         texts_(Text::RecoverQuestion).arg(name, left.time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),

@@ -4,6 +4,7 @@
 #include "desk/plan/plan_text.h"
 #include "desk/plan/record_object.h"
 #include "drawing/file_digest.h"
+#include "drawing/imported_file.h"
 #include "sima/records/passed_over.h"
 
 #include <QDateTime>
@@ -22,11 +23,6 @@ using drawing::Import;
 namespace {
 
 constexpr std::int64_t kSourceLines = 200; // of the SIMA file shown before and behind a record
-
-std::string logOf(const std::string& file) {
-    constexpr std::size_t kExtension = 4; // ".sim"
-    return file.size() < kExtension ? std::string() : file.substr(0, file.size() - kExtension) + "_Input.log";
-}
 
 // The file where it was imported from, or one of its name beside the drawing, for drawings that came from elsewhere.
 std::string fileOf(const Import& import, const std::string& drawingPath) {
@@ -52,7 +48,7 @@ void MainWindow::showLastLog() {
 }
 
 void MainWindow::showLogOf(const Import* import) {
-    log_->showLog(import != nullptr ? logOf(fileOf(*import, session_.path())) : std::string(), texts_);
+    log_->showLog(import != nullptr ? drawing::logOf(fileOf(*import, session_.path())) : std::string(), texts_);
     source_->hide();
 }
 

@@ -10,6 +10,7 @@
 #include <QStandardPaths>
 
 #include <chrono>
+#include <utility>
 
 namespace fenmark::desk {
 
@@ -37,6 +38,13 @@ bool isOther(const QString& path) {
 QString whoseIn(const QString& path) {
     QFile file(path);
     return !isOther(path) && file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.read(kLongestName)) : QString();
+}
+
+bool tellsItsRun(const QLockFile& lock) {
+    qint64 process = 0;
+    QString host;
+    QString program;
+    return lock.getLockInfo(&process, &host, &program);
 }
 
 } // namespace
@@ -128,16 +136,21 @@ std::vector<LeftDrawing> Recovery::left() const {
             continue;
         }
         const QString lockName = others + QStringLiteral(".lock");
+        LeftDrawing drawing{file.filePath(), whoseIn(others + QStringLiteral(".name")), file.lastModified(), {}};
         if (isOther(lockName)) {
-            continue;
+            drawing.oddLock = lockName;
+        } else {
+            QLockFile lock(lockName);
+            lock.setStaleLockTime(0);
+            if (lock.tryLock()) {
+                lock.unlock();
+            } else if (tellsItsRun(lock)) {
+                continue; // which is at work
+            } else {
+                drawing.oddLock = lockName;
+            }
         }
-        QLockFile lock(lockName);
-        lock.setStaleLockTime(0);
-        if (!lock.tryLock()) {
-            continue; // its run is at work
-        }
-        lock.unlock();
-        found.push_back({file.filePath(), whoseIn(others + QStringLiteral(".name")), file.lastModified()});
+        found.push_back(std::move(drawing));
     }
     return found;
 }

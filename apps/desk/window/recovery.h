@@ -23,6 +23,9 @@ struct LeftDrawing {
     QString path; // of the copy
     QString name; // the drawing's own file; empty for one that had none
     QDateTime time;
+    // Something that is no lock stands in its lock's place: whether its run is at work is not known, and it is not to be
+    // touched. Empty for all others.
+    QString oddLock;
 };
 
 // Each run keeps its copy under a name of its own, with a lock beside it that goes with the run. A copy whose lock is

@@ -17,6 +17,7 @@
 #include <QObject>
 
 #include <functional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -105,6 +106,7 @@ class Workbench : public QObject {
     bool backgroundShown_ = true;
     int backgroundStrength_ = 50; // percent
     int zone_ = -1;               // that the backgrounds were read for
+    std::set<QString> chosen_;    // backgrounds that were added by hand to this drawing
     ProfileView* profile_ = nullptr;
     CrossSectionView* crossSections_ = nullptr;
     SectionPanel* profilePanel_ = nullptr;

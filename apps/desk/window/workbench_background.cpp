@@ -7,7 +7,11 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <set>
+#include <string>
 
 namespace fenmark::desk {
 
@@ -80,6 +84,12 @@ QString Workbench::reasonOf(const BackgroundRead& read) const {
         return (japanese ? QStringLiteral("背景は %1 個までです")
                          : QStringLiteral("no more than %1 backgrounds are shown"))
             .arg(Background::kMostLayers);
+    case BackgroundError::TooMuch:
+        return (japanese ? QStringLiteral(
+                               "図面と一緒に開く背景は合計 %1 MBまでです。［背景］＞［ファイルを追加］で表示できます")
+                         : QStringLiteral("with a drawing, backgrounds of %1 MB in all are opened; "
+                                          "Background > Add File shows this one"))
+            .arg(Background::kMostBytesUnasked >> 20);
     case BackgroundError::NotReadable:
         return japanese ? QStringLiteral("ファイルを読めません") : QStringLiteral("the file cannot be read");
     case BackgroundError::NotThisFormat:
@@ -108,11 +118,17 @@ bool Workbench::addBackground(const QString& path) {
                               .arg(QFileInfo(path).fileName())
                               .arg(read.shapes.points.size())
                               .arg(read.shapes.lines.size()));
-    std::size_t number = 1;
-    while (keptTexts_.contains(kKeptPaths + std::to_string(number))) {
-        ++number;
+    chosen_.insert(whole);
+    const auto keeps = [&](const auto& text) {
+        return text.first.starts_with(kKeptPaths) && text.second == whole.toStdString();
+    };
+    if (std::none_of(keptTexts_.begin(), keptTexts_.end(), keeps)) { // so that the next morning shows the same
+        std::size_t number = 1;
+        while (keptTexts_.contains(kKeptPaths + std::to_string(number))) {
+            ++number;
+        }
+        keptTexts_[kKeptPaths + std::to_string(number)] = whole.toStdString();
     }
-    keptTexts_[kKeptPaths + std::to_string(number)] = whole.toStdString(); // so that the next morning shows the same
     window_.updateTitle();
     showBackground();
     return true;
@@ -125,12 +141,13 @@ void Workbench::removeBackgrounds() {
     showBackground();
 }
 
-// Those that the drawing keeps, for its zone: each file once, however often and by whatever names it is kept, and not
-// endlessly many. A file that is gone is reported, and stays kept.
+// Those that the drawing keeps, for its zone: each file once, however often and by whatever names it is kept, not
+// endlessly many, and not endless bytes but of those that were chosen here. What is left out is reported, and stays kept.
 void Workbench::readBackgrounds() {
     zone_ = window_.session().drawing().zone();
     background_.clear();
     std::set<QString> tried;
+    std::int64_t bytes = 0;
     for (const auto& [name, path] : keptTexts_) {
         if (name.starts_with(kKeptPaths)) {
             const QString file = QString::fromStdString(path);
@@ -143,6 +160,13 @@ void Workbench::readBackgrounds() {
                                           .arg(file, reasonOf({{}, BackgroundError::TooMany, {}})));
                 break;
             }
+            const std::int64_t more = chosen_.contains(file) ? 0 : Background::bytesToRead(file);
+            if (more > Background::kMostBytesUnasked - bytes) {
+                window_.command_->say(workText(window_.texts(), WorkText::BackgroundFailed)
+                                          .arg(file, reasonOf({{}, BackgroundError::TooMuch, {}})));
+                continue;
+            }
+            bytes += more;
             if (background_.add(file, zone_).error != BackgroundError::None) {
                 window_.command_->say(workText(window_.texts(), WorkText::BackgroundMissing).arg(file));
             }

@@ -53,6 +53,7 @@ void Workbench::drawingReplaced() {
         keptTexts_ = drawing::readTexts(path);
     }
     savedTexts_ = keptTexts_;
+    chosen_.clear();
     readBackgrounds();
 }
 

@@ -72,6 +72,11 @@ ParsedCommand parseArguments(const std::vector<std::string>& given, Language lan
         return UsageError{withoutCommand(app, arguments, language)};
     }
 
+    // The parser passes over numbers in front of a command, and takes "--strict=no".
+    if (std::string error = misuse(app, arguments, language); !error.empty()) {
+        return UsageError{std::move(error)};
+    }
+
     // The parser takes its arguments last first. It knows "-4" for a number, but not "-.5".
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     for (std::string& argument : reversed) {

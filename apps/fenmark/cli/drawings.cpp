@@ -132,6 +132,9 @@ void requireNoSource(const Drawing& drawing, const std::string& target, Language
     if (drawing::isImportedFile(drawing, target)) {
         throw Stop(kNotDone, said(language, Text::TargetIsSource, {{"path", target}}));
     }
+    if (drawing::isImportLog(drawing, target)) {
+        throw Stop(kNotDone, said(language, Text::TargetIsLog, {{"path", target}}));
+    }
 }
 
 bool endsIn(std::string_view path, std::string_view extension) {

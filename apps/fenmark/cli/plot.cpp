@@ -60,6 +60,10 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
     if (plot.failure) {
         throw Stop(kNotDone, arguments.drawing + ": " + exchange::wording(*plot.failure, streams.language));
     }
+    const std::size_t files = pdf ? 1 : plot.pages.size();
+    for (std::size_t i = 0; i < files; ++i) {
+        requireNoSource(*drawing, pageName(arguments.target, i + 1, files), streams.language);
+    }
     if (pdf) {
         write(streams, arguments.target, [&](std::ostream& out) {
             const Outcome made = exchange::writePdf(plot, out);
@@ -68,15 +72,13 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
             }
         });
     } else {
-        for (std::size_t i = 0; i < plot.pages.size(); ++i) {
-            write(streams, pageName(arguments.target, i + 1, plot.pages.size()),
-                  [&](std::ostream& out) { out << plot.pages[i]; });
+        for (std::size_t i = 0; i < files; ++i) {
+            write(streams, pageName(arguments.target, i + 1, files), [&](std::ostream& out) { out << plot.pages[i]; });
         }
-        if (plot.pages.size() > 1) {
-            const std::size_t sheets = plot.pages.size();
-            const std::string count = std::to_string(sheets);
-            const std::string first = pageName(arguments.target, 1, sheets);
-            const std::string last = pageName(arguments.target, sheets, sheets);
+        if (files > 1) {
+            const std::string count = std::to_string(files);
+            const std::string first = pageName(arguments.target, 1, files);
+            const std::string last = pageName(arguments.target, files, files);
             tellNote(streams, arguments.quiet,
                      inLanguage(streams, count + "枚: " + first + " から " + last + " まで",
                                 count + " sheets: " + first + " to " + last));

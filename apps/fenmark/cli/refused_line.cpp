@@ -168,12 +168,42 @@ std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& 
     if (const std::string option = optionInFront(app, arguments, language); !option.empty()) {
         return option + commands;
     }
+    if (arguments.size() > 1 && arguments.front() == "--") {
+        return said(language, Text::DashesBehindCommand) + commands;
+    }
     const auto word = std::find_if(arguments.begin(), arguments.end(),
-                                   [](const std::string& argument) { return !argument.starts_with('-'); });
+                                   [](const std::string& argument) { return optionName(argument).empty(); });
     if (word == arguments.end()) {
         return said(language, Text::NoCommand) + commands;
     }
     return said(language, Text::UnknownCommand, {{"word", *word}}) + commands + suggestion(*word, names, language);
+}
+
+std::string misuse(const CLI::App& app, const std::vector<std::string>& arguments, Language language) {
+    if (arguments.empty()) {
+        return {};
+    }
+    const std::vector<const CLI::App*> named =
+        app.get_subcommands([&](const CLI::App* command) { return command->get_name() == arguments.front(); });
+    if (named.empty() && optionName(arguments.front()).empty()) {
+        return withoutCommand(app, arguments, language);
+    }
+    const CLI::App& command = named.empty() ? app : *named.front();
+    for (const std::string& argument : arguments) {
+        if (argument == "--") {
+            break;
+        }
+        const std::string name = optionName(argument);
+        if (name.empty()) {
+            continue;
+        }
+        const CLI::Option* const option = command.get_option_no_throw(name);
+        if (option != nullptr && option->get_items_expected_max() == 0 &&
+            argument.substr(name.size()).starts_with('=')) {
+            return said(language, Text::TakesNoValue, {{"option", name}});
+        }
+    }
+    return {};
 }
 
 std::string refusal(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments,

@@ -19,6 +19,10 @@ namespace fenmark::cli {
 [[nodiscard]] std::string withoutCommand(const CLI::App& app, const std::vector<std::string>& arguments,
                                          Language language);
 
+// Of a line that the parser would take although it holds something that means nothing: a number in front of the command, a
+// value of an option that takes none. Empty for all others.
+[[nodiscard]] std::string misuse(const CLI::App& app, const std::vector<std::string>& arguments, Language language);
+
 // Of any other.
 [[nodiscard]] std::string refusal(const CLI::App& app, const CLI::ParseError& error,
                                   const std::vector<std::string>& arguments, Language language);

@@ -91,6 +91,7 @@ int runReport(const ReportArguments& arguments, const Streams& streams) {
                               std::make_move_iterator(errors.end()));
     }
     const auto drawing = readDrawing(arguments.drawing, drawing::Load::Everything, streams, arguments.quiet);
+    requireNoSource(*drawing, arguments.target, streams.language);
     exchange::Notes notes;
     require(streams, exchange::writeFile(arguments.target, [&](std::ostream& out) {
                 notes = exchange::writeReport(*drawing, options,

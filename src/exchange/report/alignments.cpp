@@ -219,8 +219,8 @@ std::optional<std::size_t> alignmentOfStakes(const Drawing& drawing, const Entit
         std::size_t count = 0;
         double away = 0.0;
         for (std::size_t i = 0; i < line.vertices.size(); i += step) {
-            const auto at = drawing.geometry(a).locate({line.vertices[i].x, line.vertices[i].y});
-            if (at && std::abs(at->offset) <= kFarthestStake) {
+            const auto at = drawing.geometry(a).locateWithin({line.vertices[i].x, line.vertices[i].y}, kFarthestStake);
+            if (at) {
                 ++count;
                 away += std::abs(at->offset);
             }
@@ -251,8 +251,7 @@ StakesByAlignment widthStakesOf(const Drawing& drawing, const PointNames& names)
             continue;
         }
         for (const host::MdGePoint3d& vertex : line.vertices) {
-            const auto at = drawing.geometry(*alignment).locate({vertex.x, vertex.y});
-            if (at && std::abs(at->offset) <= kFarthestStake) {
+            if (const auto at = drawing.geometry(*alignment).locateWithin({vertex.x, vertex.y}, kFarthestStake)) {
                 stakes[*alignment].push_back(
                     {at->station, at->offset, {vertex.x, vertex.y}, names.at(vertex.x, vertex.y)});
             }

@@ -189,8 +189,8 @@ class Chain {
     std::vector<std::uint32_t> buckets_;  // the last piece that begins at or before the bucket's start
     std::vector<std::vector<Box>> boxes_; // round the pieces, round eight of these, and so on up to one
     std::vector<WindingBound> windings_;  // of the pieces that wind up
-    std::vector<std::uint32_t>
-        windingOf_; // of each piece, its place among them and one more, or 0; empty if there are none
+    // Of each piece its place among them and one more, or 0; empty if there are none.
+    std::vector<std::uint32_t> windingOf_;
 };
 
 } // namespace fenmark::curve

@@ -5,6 +5,7 @@
 #include "support/drawing_support.h"
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -92,6 +93,78 @@ TEST_F(DamagedDrawing, AFeatureWhoseGeometryIsBrokenIsLeftOutAndToldOf) {
     EXPECT_EQ(OtherProgram(path_).ask("SELECT count(*) FROM points WHERE geom = x'00112233'"),
               std::vector<std::string>{"1"})
         << "the row stays as it is";
+}
+
+// A page of one b-tree that names its children by their number.
+std::string innerPage(std::size_t pageSize, std::size_t child, std::size_t count) {
+    const auto number = [](std::size_t value, std::size_t bytes) {
+        std::string text;
+        for (std::size_t i = bytes; i > 0; --i) {
+            text += static_cast<char>((value >> (8 * (i - 1))) & 0xFFU);
+        }
+        return text;
+    };
+    const std::string cell = number(child, 4) + '\x7F'; // the child, and the highest row in it
+    std::string pointers;
+    for (std::size_t i = 1; i <= count; ++i) {
+        pointers += number(pageSize - i * cell.size(), 2);
+    }
+    std::string page = '\x05' + number(0, 2) + number(count, 2) + number(pageSize - count * cell.size(), 2) + '\0' +
+                       number(child, 4) + pointers;
+    page.resize(pageSize - count * cell.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        page += cell;
+    }
+    return page;
+}
+
+// Of a table with one page the page stays as it is, and is named so often by each of so many others.
+void nameOnePageOften(const std::string& path, const std::string& table, std::size_t times) {
+    const OtherProgram other(path);
+    const std::size_t pageSize = std::stoul(other.one("PRAGMA page_size"));
+    const std::size_t root =
+        (std::stoul(other.one("SELECT rootpage FROM sqlite_master WHERE name = '" + table + "'")) - 1) * pageSize;
+    std::string bytes = test::readFile(path);
+    ASSERT_EQ(bytes[root], '\x0D') << "a leaf";
+    const std::size_t pages = bytes.size() / pageSize;
+    bytes += bytes.substr(root, pageSize) + innerPage(pageSize, pages + 1, times);
+    bytes.replace(root, pageSize, innerPage(pageSize, pages + 2, times));
+    for (std::size_t i = 0; i < 4; ++i) { // the count of pages in the head of the file
+        bytes[28 + i] = static_cast<char>(((pages + 2) >> (8 * (3 - i))) & 0xFFU);
+    }
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+// A few pages can stand for more rows than fit into any memory.
+TEST_F(DamagedDrawing, WithPagesThatStandForMoreRowsThanTheFileHasBytes) {
+    for (const char* table : {"points", "alignments", "layers", "sites", "object_data_tables", "fenmark_imports"}) {
+        const std::string path = folder_.at(std::string(table) + ".gpkg");
+        std::filesystem::copy_file(path_, path);
+        changeFile(path, "INSERT OR IGNORE INTO fenmark_imports (id, FileName) VALUES (900, 'a.sim')");
+        nameOnePageOften(path, table, 600);
+        Drawing drawing;
+        const Outcome opened = DrawingStore().open(path, drawing);
+        EXPECT_NE(opened.message.english.find("it gives more than it can hold"), std::string::npos)
+            << table << ": " << opened.message.english;
+    }
+}
+
+TEST_F(DamagedDrawing, WithATextThatStandsForMoreBytesThanTheFileHas) {
+    change("UPDATE layers SET name = name || printf('%.*c', 100000, 'x') WHERE id = (SELECT min(id) FROM layers)");
+    nameOnePageOften(path_, "layers", 20);
+    EXPECT_NE(refusal().find("it gives more than it can hold"), std::string::npos);
+}
+
+// A program that has the drawing open may keep what it wrote last in its log.
+TEST_F(DamagedDrawing, AValueLongerThanTheFileIsReadFromTheLogOfAnotherProgram) {
+    const OtherProgram other(path_);
+    const std::vector<std::string> rows = other.ask(
+        "PRAGMA journal_mode = WAL; INSERT INTO layers (id, name) VALUES (9000, printf('%.*c', 2000000, 'x'))");
+    ASSERT_EQ(rows, std::vector<std::string>{"wal"});
+    Drawing drawing;
+    const Outcome opened = DrawingStore().open(path_, drawing);
+    ASSERT_TRUE(opened) << opened.message.english;
+    EXPECT_EQ(drawing.layers().back().name.size(), 2'000'000U);
 }
 
 // SQLite would wait at a pipe for ever.

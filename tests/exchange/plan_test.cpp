@@ -200,6 +200,16 @@ TEST(LabelWidth, IsHalfForKanaOfHalfWidth) {
     EXPECT_DOUBLE_EQ(widthInEms("No"), 1.1);
 }
 
+TEST(LabelWidth, IsKeptByATextThatIsCut) {
+    EXPECT_EQ(cutToEms("中心線", 3.0), "中心線");
+    EXPECT_EQ(cutToEms("中心線路", 3.0), "中心…");
+    EXPECT_EQ(cutToEms("abcdef", 3.3), "abcdef");
+    EXPECT_EQ(cutToEms("abcdefg", 3.3), "abcd…");
+    EXPECT_EQ(cutToEms("ｶﾅｶﾅｶ", 2.4), "ｶﾅ…");
+    EXPECT_EQ(cutToEms("中", 0.5), "…");
+    EXPECT_EQ(cutToEms("", 0.0), "");
+}
+
 TEST(LabelSpace, NeverPutsOneNameOnAnother) {
     LabelSpace space({0.0, 0.0, 100.0, 100.0});
     const Label first{{10.0, 10.0}, 2.0, 0.0, Label::Anchor::Start, "中心線", ""};

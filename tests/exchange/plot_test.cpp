@@ -273,6 +273,27 @@ TEST_F(PlotOf, SectionsLeaveOutHeightsThatNoSheetShows) {
               (std::vector<std::string>{"3 objects with coordinates that no survey has are not drawn"}));
 }
 
+// The renderer of a PDF takes seconds for a text of 50,000 letters, and each sheet has the name in its title.
+TEST_F(PlotOf, NamesThatRunOffThePaperAreCut) {
+    const std::string name(50'000, 'r');
+    addRoad(drawing, {12000.0, -36000.0}, false, name.c_str());
+    for (const double station : {100.0, 160.0, 220.0}) {
+        addResult(station, 0.0, 5.0, name.c_str(), "縦断成果");
+        addResult(station, 0.0, 5.0, name.c_str(), "横断成果");
+        addResult(station, 4.0, 6.0, "q", "横断成果");
+    }
+    for (const Plot& plot :
+         {plotAlong(drawing, 0, {}), plotProfile(drawing, 0, {}), plotCrossSections(drawing, 0, {})}) {
+        ASSERT_FALSE(plot.pages.empty()) << whyNot(plot);
+        std::size_t cut = 0;
+        for (const std::string& text : textsOf(plot.pages[0])) {
+            EXPECT_LT(text.size(), 1000U);
+            cut += text.ends_with("rrr…") ? 1 : 0;
+        }
+        EXPECT_GT(cut, 0U);
+    }
+}
+
 TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     EXPECT_NE(whyNot(plotProfile(drawing, 0, {})), "");

@@ -23,6 +23,11 @@ constexpr std::uint64_t kStepsAlways = 200'000'000; // about two seconds
 constexpr std::uint64_t kStepsForByte = 100;
 constexpr int kStepsBetween = 100'000;
 
+// No row is shorter than ten bytes, none is read more than a few times, and a text of UTF-16 may get longer by half.
+constexpr std::uint64_t kRowsAlways = 10'000;
+constexpr std::uint64_t kBytesAlways = 1'000'000;
+constexpr std::uint64_t kBytesForByte = 8;
+
 constexpr std::uint64_t kLongestValue = 1'000'000'000; // bytes, SQLite's own limit
 constexpr std::uint64_t kShortestLimit = 1'000'000;    // bytes: a statement and the schema must fit too
 
@@ -142,7 +147,10 @@ Connection::Connection(const std::string& path, Mode mode) {
     }
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, kPatience);
-    protect(mode == Mode::Create ? 0 : platform::lookUp(path).size, mode == Mode::Read || mode == Mode::ReadAlone);
+    // What another program wrote last may stand in its log alone.
+    const std::uint64_t logSize = platform::lookUp(platform::behindLinks(path) + "-wal").size;
+    protect(mode == Mode::Create ? 0 : platform::lookUp(path).size + logSize,
+            mode == Mode::Read || mode == Mode::ReadAlone);
 }
 
 // After "Defense Against The Dark Arts" in SQLite's documentation.
@@ -168,6 +176,8 @@ void Connection::protect(std::uint64_t fileSize, bool onlyRead) {
         sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, static_cast<int>(std::max(fileSize, kShortestLimit)));
     }
     stepsLeft_ = kStepsAlways + fileSize * kStepsForByte;
+    rowsLeft_ = kRowsAlways + fileSize;
+    bytesLeft_ = kBytesAlways + fileSize * kBytesForByte;
     sqlite3_progress_handler(handle, kStepsBetween, countSteps, this);
     sqlite3_set_authorizer(handle, authorize, &shadowsOpen_);
     sqlite3_exec(handle, "PRAGMA cell_size_check = ON", nullptr, nullptr, nullptr);
@@ -180,6 +190,14 @@ int Connection::countSteps(void* connection) {
     }
     steps -= static_cast<std::uint64_t>(kStepsBetween);
     return 0;
+}
+
+void Connection::take(std::uint64_t& left, std::uint64_t count) {
+    if (left < count) {
+        throw StoreFailure{Failure::Damaged,
+                           {"it gives more than it can hold", "ファイルの大きさを超えるデータが読み出されます"}};
+    }
+    left -= count;
 }
 
 ShadowTablesOpen::ShadowTablesOpen(Connection& connection) : connection_(connection) {
@@ -281,7 +299,11 @@ Statement& Statement::bind(int index, std::span<const std::byte> blob) {
 bool Statement::step() {
     const int code = sqlite3_step(handle_.get());
     check(code);
-    return code == SQLITE_ROW;
+    if (code != SQLITE_ROW) {
+        return false;
+    }
+    connection_.countRow();
+    return true;
 }
 
 void Statement::run() {
@@ -303,6 +325,7 @@ std::string_view Statement::text(int column) const {
         return {};
     }
     const std::string_view bytes(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+    connection_.countBytes(bytes.size());
     if (sima::isValidUtf8(bytes)) {
         return bytes;
     }
@@ -318,7 +341,9 @@ std::span<const std::byte> Statement::blob(int column) const {
     if (bytes == nullptr) {
         return {};
     }
-    return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    connection_.countBytes(size);
+    return {bytes, size};
 }
 
 } // namespace fenmark::drawing

@@ -21,7 +21,8 @@ struct StoreFailure {
 };
 
 // A connection runs this program's statements and nothing else: no trigger, no view and no function that a file names,
-// no other database beside it. Statements that take far more steps than the file's size explains are broken off.
+// no other database beside it. Statements that take far more steps, or give far more, than the file's size explains are
+// broken off.
 class Connection {
   public:
     // ReadAlone takes no locks: for a file that no other program has open.
@@ -34,6 +35,9 @@ class Connection {
     void execute(const char* sql);
     // So many rows come out of memory: more steps than the file's size explains.
     void expectRows(std::uint64_t rows) { stepsLeft_ += rows * kStepsForRow; }
+    // A row, and the bytes of its values, that a statement has given. A damaged file may name one page many times.
+    void countRow() { take(rowsLeft_, 1); }
+    void countBytes(std::uint64_t bytes) { take(bytesLeft_, bytes); }
     // True if the file no longer bears the name under which it was opened.
     bool hasMoved() const;
     // A failure of the last call, as the store words it.
@@ -47,12 +51,15 @@ class Connection {
 
     void protect(std::uint64_t fileSize, bool onlyRead);
     static int countSteps(void* connection);
+    static void take(std::uint64_t& left, std::uint64_t count);
 
     struct Close {
         void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
     };
     std::unique_ptr<sqlite3, Close> handle_;
     std::uint64_t stepsLeft_ = 0;
+    std::uint64_t rowsLeft_ = 0;
+    std::uint64_t bytesLeft_ = 0;
     bool shadowsOpen_ = false;
     friend class ShadowTablesOpen;
 };

@@ -1,6 +1,8 @@
 // Where names stand on a plan.
 #include "exchange/plan/plan_labels.h"
 
+#include "sima/text/utf8.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -9,6 +11,7 @@ namespace fenmark::exchange {
 
 namespace {
 
+constexpr const char* kEllipsis = "…";
 constexpr double kCell = 0.5;       // millimetres
 constexpr double kNarrow = 0.55;    // ems that a Latin letter takes
 constexpr double kHalfWidth = 0.5;  // ems that half-width kana take
@@ -31,6 +34,21 @@ double widthInEms(std::string_view text) {
         }
     }
     return ems;
+}
+
+std::string cutToEms(std::string_view text, double ems) {
+    if (widthInEms(text) <= ems) {
+        return std::string(text);
+    }
+    double room = ems - widthInEms(kEllipsis);
+    std::string_view rest = text;
+    std::size_t taken = 0;
+    while (room >= 0.0 && !rest.empty()) {
+        taken = text.size() - rest.size();
+        sima::takeCharacter(rest);
+        room -= widthInEms(text.substr(taken, text.size() - rest.size() - taken));
+    }
+    return std::string(text.substr(0, taken)) + kEllipsis;
 }
 
 LabelSpace::LabelSpace(const Rect& map)

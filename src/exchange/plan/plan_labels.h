@@ -26,6 +26,9 @@ struct Label {
 // Width in ems: a CJK character takes one, others about half.
 double widthInEms(std::string_view text);
 
+// The text, or as much of it as has room, with an ellipsis behind it.
+std::string cutToEms(std::string_view text, double ems);
+
 // Which cells of the map are taken.
 class LabelSpace {
   public:

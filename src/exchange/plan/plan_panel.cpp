@@ -16,6 +16,7 @@ namespace {
 constexpr double kGridCross = 1.5;       // half a cross of the grid, millimetres
 constexpr double kLeastGridSpace = 45.0; // millimetres between two grid lines
 constexpr double kPanelTextSize = 2.6;
+constexpr double kMostSqueeze = 8.0; // of a title's line; beyond that it is cut
 
 void text(std::ostream& out, double x, double y, double size, std::string_view content, const char* anchor = "start",
           const char* more = "") {
@@ -215,13 +216,14 @@ void drawTitle(const Plan& plan, std::ostream& out) {
     text(out, panel.x + panel.width / 2.0, top + 6.5, headingSize, plan.heading, "middle", " font-weight=\"bold\"");
     double y = top + 14.0;
     for (const Line& line : lines) {
-        text(out, panel.x + 5.0, y, 2.4, line.name);
-        // Long file names are squeezed into the panel.
         const double room = panel.width - 22.0;
-        const double width = widthInEms(line.value) * 2.4;
+        text(out, panel.x + 5.0, y, 2.4, cutToEms(line.name, kMostSqueeze * room / 2.4));
+        // Long file names are squeezed into the panel.
+        const std::string value = cutToEms(line.value, kMostSqueeze * room / 2.4);
+        const double width = widthInEms(value) * 2.4;
         const std::string squeeze =
             width > room ? " textLength=\"" + mm(room) + "\" lengthAdjust=\"spacingAndGlyphs\"" : std::string();
-        text(out, panel.x + 18.0, y, 2.4, line.value, "start", squeeze.c_str());
+        text(out, panel.x + 18.0, y, 2.4, value, "start", squeeze.c_str());
         y += 5.2;
     }
 }

@@ -72,7 +72,8 @@ void SectionPage::text(const PaperPoint& at, double size, const char* anchor, st
         body_ += " transform=\"translate(" + mm(at.x) + ' ' + mm(at.y) + ") rotate(" + mm(degrees) + ")\" y=\"" +
                  mm(baseLineBelow(size)) + '"';
     }
-    body_ += '>' + xmlText(content) + "</text>\n";
+    // What runs off the paper would only cost time in a PDF.
+    body_ += '>' + xmlText(cutToEms(content, (width_ + height_) / size)) + "</text>\n";
 }
 
 void SectionPage::figure(const PaperPoint& at, double width, double height, std::string_view svg) {

@@ -300,9 +300,9 @@ TEST_F(ImportSafety, ExchangedCoordinatesAreHintedAtWhereTheyAreMuchNearer) {
         const char* y;
         bool told;
     } kPlaces[] = {
-        {"99.9", "1500", true}, {"100.1", "1500", false}, {"50", "500.1", true},
-        {"50", "499.9", false}, {"5", "100.1", true},     {"5", "99.9", false},
-        {"5", "2999", true},    {"5", "3001", false},     {"50", "-501", false},
+        {"100", "1500", true}, {"100.001", "1500", false}, {"50", "500.001", true},
+        {"50", "500", false},  {"5", "100.001", true},     {"5", "100", false},
+        {"5", "2999.9", true}, {"5", "3000.1", false},     {"50", "-501", false},
     };
     for (const auto& [x, y, told] : kPlaces) {
         const Ran ran = fenmark({"locate", folder.at("a.gpkg"), "CL", x, y});

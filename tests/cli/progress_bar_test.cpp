@@ -46,6 +46,17 @@ TEST(ProgressBar, ShowsWholePercentsThatAreReached) {
     EXPECT_EQ(drawnAt(5, 5, 6), line(40, 40, 100));
 }
 
+TEST(ProgressBar, CountsEveryPercentFromWhereItIsReached) {
+    for (const std::int64_t range : {std::int64_t{100}, std::int64_t{700}, std::int64_t{100000000}}) {
+        for (int percent = 1; percent <= 100; ++percent) {
+            const std::int64_t reached = range / 100 * percent;
+            EXPECT_EQ(drawnAt(0, range, reached), line(40 * percent / 100, 40, percent)) << range;
+            const auto filled = static_cast<int>(40 * (reached - 1) / range);
+            EXPECT_EQ(drawnAt(7, 7 + range, 7 + reached - 1), line(filled, 40, percent - 1)) << range;
+        }
+    }
+}
+
 // The title takes four columns, and what stands round a bar ten.
 TEST(ProgressBar, IsNeverWiderThanTheTerminal) {
     EXPECT_EQ(drawnAt(0, 100, 50, 200), line(20, 40, 50));

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -50,6 +52,57 @@ TEST(LayCurve, RefusesNoRadiusAndAChordLongerThanTheDiameter) {
     EXPECT_TRUE(refused(49.998995)) << "a chord 2.01 mm too long";
     EXPECT_FALSE(refused(49.999005)) << "1.99 mm too long";
     EXPECT_FALSE(refused(50.0)) << "a half circle";
+}
+
+// Spirals without a PI may be turned over yet; each number of them that is turned over ends elsewhere.
+TEST(LayCurve, ReachesFromTheEndOfUpToFourSpiralsThatAreTurnedOver) {
+    constexpr double kShort = 1.0; // radius, far less than what lies between those ends
+    const std::vector<Shape> spirals(5, clothoid(200, 100, 60));
+    const std::vector<Shape> others(5, clothoid(-200, -100, 60));
+    const std::vector<Element> given = layChain({{0, 0}, 0.5}, spirals);
+    for (std::size_t count = 1; count <= spirals.size(); ++count) {
+        std::vector<Shape> shapes = spirals;
+        std::copy(others.begin(), others.begin() + static_cast<std::ptrdiff_t>(count),
+                  shapes.end() - static_cast<std::ptrdiff_t>(count));
+        const PlanPoint from = layChain({{0, 0}, 0.5}, shapes).back().end;
+        for (std::size_t continuing = 0; continuing <= spirals.size(); ++continuing) {
+            std::vector<Element> before = given;
+            std::for_each(before.end() - static_cast<std::ptrdiff_t>(continuing), before.end(),
+                          [](Element& spiral) { spiral.continuing = true; });
+            for (const PositiveRadius sense : {PositiveRadius::Auto, PositiveRadius::Left}) {
+                const std::optional<Element> laid =
+                    layCurve(before, given.back().end, {from.x + kShort, from.y}, kShort, 0, sense);
+                ASSERT_EQ(laid.has_value(),
+                          sense == PositiveRadius::Auto && count <= std::min<std::size_t>(continuing, 4))
+                    << count << " of " << continuing;
+                if (laid) {
+                    EXPECT_NEAR(laid->start.x, from.x, 1e-9);
+                    EXPECT_NEAR(laid->start.y, from.y, 1e-9);
+                    EXPECT_NEAR(laid->length, kPi / 3 * kShort, 1e-9) << "a chord of one radius";
+                }
+            }
+        }
+    }
+}
+
+// Of radii and lengths nothing above zero is too small.
+TEST(LaidElements, MayBeAsSmallAsAnyNumber) {
+    const std::vector<Element> before = lineBefore();
+    for (const double small : {1e-9, 1e-3, 0.05, 0.5}) {
+        const auto spiral = [&](double startRadius, double endRadius, double length) {
+            return laySpiral(before, 1, {0, 0}, {0, 0}, startRadius, endRadius, length, 0, PositiveRadius::Left);
+        };
+        const std::optional<Element> curve = layCurve({}, {0, 0}, {small, 0}, small, 0, PositiveRadius::Left);
+        ASSERT_TRUE(curve) << small;
+        EXPECT_NEAR(curve->length, kPi / 3 * small, 1e-12);
+        for (const std::optional<Element>& laid :
+             {spiral(small, 200, 60), spiral(200, small, 60), spiral(200, 100, small)}) {
+            ASSERT_TRUE(laid) << small;
+            EXPECT_EQ(std::min({laid->startRadius, laid->endRadius, laid->length}), small);
+        }
+        EXPECT_EQ(whyCurveRefused(small), Refusal::ChordBeyondDiameter);
+        EXPECT_EQ(whySpiralRefused(small, small, small), Refusal::NothingBefore);
+    }
 }
 
 TEST(LayCurve, TakesAHalfCircleWhoseChordRoundingMadeTooLong) {
@@ -158,7 +211,7 @@ TEST(SettledElements, TurnsAnArcOverForOneJointOnlyIfThatMeetsAsTheOthersDo) {
         {1e-2, 0.25 * kDegree},                 // at most
     };
     for (const auto& [others, limit] : limits) {
-        for (const double share : {-1.001, -0.999, 0.999, 1.001}) {
+        for (const double share : {-1.0001, -0.9999, 0.9999, 1.0001}) {
             const Doubt doubt{.turn = 12 * kDegree, .behind = 60 * kDegree, .gap = share * limit, .others = others};
             EXPECT_EQ(turnsOver(doubt), std::abs(share) < 1) << others << " " << share;
         }

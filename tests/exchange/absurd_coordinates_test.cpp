@@ -17,11 +17,14 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <limits>
 #include <regex>
 #include <sstream>
 #include <streambuf>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -109,6 +112,26 @@ TEST_F(AbsurdCoordinates, AreLeftOutOfDxfWithANote) {
     EXPECT_EQ(text.find("$EXTMAX"), std::string::npos) << "readers find the extent by themselves";
     ASSERT_EQ(notes_.size(), 2U);
     EXPECT_EQ(english(notes_[0]), "coordinates beyond all bounds; left out: 3 points, 3 polylines, 1 alignments");
+}
+
+TEST_F(AbsurdCoordinates, AreCountedWhereverTheObjectStands) {
+    constexpr std::size_t kObjects = 3;
+    for (std::size_t absurd = 0; absurd < kObjects; ++absurd) {
+        drawing_ = Drawing();
+        for (std::size_t i = 0; i < kObjects; ++i) {
+            addPoint(drawing_, {i == absurd ? kEndless : 12000.0, -36000.0, 0.0}, i == absurd ? "ABSURD" : "P");
+        }
+        const std::vector<std::string> leftOut = {
+            "coordinates beyond all bounds; left out: 1 points, 0 polylines, 0 alignments"};
+        EXPECT_EQ(dxf().find("ABSURD"), std::string::npos) << absurd;
+        EXPECT_EQ(english(notes_), leftOut) << absurd;
+        EXPECT_EQ(written(writeLandXml).find("ABSURD"), std::string::npos) << absurd;
+        EXPECT_EQ(english(notes_), leftOut) << absurd;
+        EXPECT_NE(written(planeGeoJson).find("ABSURD"), std::string::npos) << absurd;
+        const std::vector<std::string> withoutGeometry = {
+            "coordinates beyond all bounds; written without geometry: 1 points, 0 polylines, 0 alignments"};
+        EXPECT_EQ(english(notes_), withoutGeometry) << absurd;
+    }
 }
 
 TEST_F(AbsurdCoordinates, AreLeftOutOfLandXmlWithANote) {

@@ -486,6 +486,40 @@ TEST_P(NewDxf, TheFirstViewHoldsTheDrawing) {
     }
 }
 
+TEST(Dxf, TheFirstViewHasATwentiethFreeOnEachSideAndIsTenMetresHighAtLeast) {
+    const struct {
+        std::vector<MdGePoint3d> points;
+        double x, y, height;
+    } kCases[] = {
+        {{}, 0.0, 0.0, 10.0},
+        {{{5, -7, 0}}, 5.0, -7.0, 10.0},
+        {{{0, 0, 0}, {160, 20, 0}}, 80.0, 10.0, 110.0}, // as wide as 1.6 of its height
+        {{{-30, 40, 0}, {20, 140, 0}}, -5.0, 90.0, 110.0},
+        {{{0, 0, 0}, {0, 9, 0}}, 0.0, 4.5, 10.0},
+    };
+    for (const DxfVersion version : {DxfVersion::R12, DxfVersion::R2000, DxfVersion::R2018}) {
+        ExportOptions options;
+        options.dxfVersion = version;
+        for (const auto& [points, x, y, height] : kCases) {
+            Drawing drawing;
+            for (const MdGePoint3d& point : points) {
+                addPoint(drawing, point, "P");
+            }
+            int views = 0;
+            for (const DxfItem& item : itemsOf(dxfOf(drawing, options))) {
+                if (item.type == "VPORT" && item.section == "TABLES") {
+                    ++views;
+                    EXPECT_NEAR(std::stod(allOf(item, 12).at(0)), x, kMetres);
+                    EXPECT_NEAR(std::stod(allOf(item, 22).at(0)), y, kMetres);
+                    EXPECT_NEAR(std::stod(allOf(item, 40).at(0)), height, kMetres);
+                    EXPECT_EQ(std::stod(allOf(item, 41).at(0)), 1.6);
+                }
+            }
+            EXPECT_EQ(views, 1);
+        }
+    }
+}
+
 TEST_P(NewDxf, AnAlignmentIsOnePolylineWithBulgesWithinAMillimetre) {
     for (std::size_t road = 0; road < 2; ++road) {
         std::vector<std::vector<Group>> lines;

@@ -10,6 +10,7 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <set>
 #include <sstream>
@@ -385,6 +386,43 @@ TEST_F(PlanOf, ObjectsWithCoordinatesThatNoSurveyHasAreLeftOutAndTold) {
     EXPECT_EQ(english(notes[0]), "4 objects with coordinates that no survey has are not drawn");
 }
 
+TEST_F(PlanOf, ObjectsUpToAHundredThousandKilometresFromTheOriginAreDrawn) {
+    constexpr double kFurthest = 1e8;
+    for (const double far : {kFurthest, kFurthest + 1.0}) {
+        const auto expectDrawn = [&](const char* what) {
+            draw();
+            const bool leftOut = std::any_of(notes.begin(), notes.end(),
+                                             [](const Note& note) { return note.code == NoteCode::OutOfReach; });
+            EXPECT_EQ(leftOut, far > kFurthest) << what << " at " << far;
+            EXPECT_NE(hasText("図形がありません"), far == kFurthest) << what << " at " << far;
+        };
+        for (const PlanPoint& at : {PlanPoint{far, 0}, PlanPoint{-far, 0}, PlanPoint{0, far}, PlanPoint{0, -far}}) {
+            drawing = Drawing();
+            addPoint(drawing, {at.x, at.y, 0.0}, "P");
+            expectDrawn("a point");
+            drawing = Drawing();
+            addPolyline(drawing, {{at.x * 0.9, at.y * 0.9, 0}, {at.x, at.y, 0}}, false, "L");
+            expectDrawn("a line");
+            for (const bool ends : {false, true}) {
+                drawing = Drawing();
+                const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "A", "0", "", "");
+                Element straight;
+                straight.start = ends ? PlanPoint{at.x * 0.9, at.y * 0.9} : at;
+                straight.end = ends ? at : PlanPoint{at.x * 0.9, at.y * 0.9};
+                straight.length = std::hypot(at.x, at.y) * 0.1;
+                straight.direction = std::atan2(straight.end.y - straight.start.y, straight.end.x - straight.start.x);
+                drawing.addElement(road, straight);
+                expectDrawn("an alignment");
+            }
+        }
+        for (const double start : {far, -far}) {
+            drawing = Drawing();
+            drawing.setStartStation(addRoad(drawing, {0.0, 0.0}, true), start);
+            expectDrawn("a station");
+        }
+    }
+}
+
 TEST_F(PlanOf, EveryPointHasTheSymbolOfItsKindAtItsPlace) {
     addPoint(drawing, {100.0, 100.0, 0.0}, "a");
     addPoint(drawing, {140.0, 100.0, 0.0}, "b");
@@ -601,6 +639,15 @@ TEST(LotNames, StandWithinTheRing) {
     const std::vector<MdGePoint3d> line = {{0, 0, 0}, {10, 0, 0}, {20, 0, 0}};
     EXPECT_EQ(labelPoint(line), (PlanPoint{10, 0})) << "no area";
     EXPECT_EQ(labelPoint({}), (PlanPoint{0, 0}));
+    // Elsewhere than in the middle of its width at half its height.
+    const std::vector<MdGePoint3d> triangle = {{0, 0, 0}, {30, 0, 0}, {0, 30, 0}};
+    EXPECT_EQ(labelPoint(triangle), (PlanPoint{10, 10}));
+    // A W whose centroid lies in the arm in the middle, between two gaps.
+    const std::vector<MdGePoint3d> arms = {{0, 0, 0},   {50, 0, 0},  {50, 20, 0}, {40, 20, 0}, {40, 2, 0},  {30, 2, 0},
+                                           {30, 30, 0}, {20, 30, 0}, {20, 2, 0},  {10, 2, 0},  {10, 20, 0}, {0, 20, 0}};
+    const double area = 50 * 2 + 2 * 10 * 18 + 10 * 28;
+    EXPECT_NEAR(labelPoint(arms).x, 25, 1e-12);
+    EXPECT_NEAR(labelPoint(arms).y, (50 * 2 * 1 + 2 * 10 * 18 * 11 + 10 * 28 * 16) / area, 1e-12);
     // A U whose centroid lies between its arms: the name goes into the wider one.
     const std::vector<MdGePoint3d> shape = {{0, 0, 0},  {30, 0, 0}, {30, 20, 0}, {20, 20, 0},
                                             {20, 2, 0}, {4, 2, 0},  {4, 20, 0},  {0, 20, 0}};

@@ -177,6 +177,80 @@ TEST_F(Road, CrossSectionsTakeTheLargestScaleAndTheFewestSheetsThatHaveRoomForTh
     }
 }
 
+TEST_F(Road, BaseLinesStandAtRoundHeightsFourMillimetresBelowTheLowestPoint) {
+    struct Case {
+        int scale;
+        double low; // metres
+        const char* base;
+    };
+    const Case cases[] = {
+        {50, 1000.2005, "1000.0"},  {50, 1000.1995, "999.0"}, // whole metres
+        {100, 1000.4005, "1000.0"}, {100, 1000.3995, "999.0"}, {200, 1000.8005, "1000.0"},
+        {200, 1000.7995, "998.0"}, // a centimetre of the scale
+        {250, 1001.0005, "1000.0"}, {250, 1000.9995, "997.5"}, {500, 1002.0005, "1000.0"},
+        {500, 1001.9995, "995.0"},  {100, 0.3995, "-1.0"},
+    };
+    for (const Case& c : cases) {
+        drawing = drawing::Drawing();
+        SetUp();
+        for (const double offset : {-2.0, 0.0, 2.0}) {
+            addPoint({offset, 40.0, offset > 0.0 ? c.low : c.low + 1.0}, "", "横断成果", 1);
+        }
+        PlotOptions options;
+        options.scale = c.scale;
+        const Plot plot = plotCrossSections(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        EXPECT_NE(plot.pages[0].find(std::string(">DL=") + c.base + "<"), std::string::npos) << c.scale << ' ' << c.low;
+    }
+}
+
+// The results decide from where to where; what has no length there has no place in the row.
+TEST_F(Road, TheRowOfCurvesHasEveryElementThatTheSectionReaches) {
+    const auto addRoadOf = [this](const std::vector<double>& lengths) {
+        const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
+        double at = 0.0;
+        for (const double length : lengths) {
+            drawing::Element straight;
+            straight.start = {0.0, at};
+            at += length;
+            straight.end = {0.0, at};
+            straight.direction = std::numbers::pi / 2.0;
+            straight.length = length;
+            drawing.addElement(road, straight);
+        }
+    };
+    const struct {
+        std::vector<double> lengths;
+        double from, to; // of the results
+        std::size_t elements;
+    } kCases[] = {
+        {{100.0}, 0.0, 100.0, 1},
+        {{40.0, 60.0}, 0.0, 100.0, 2},
+        {{40.0, 0.0, 60.0}, 0.0, 100.0, 2},
+        {{0.0, 40.0, 60.0, 0.0}, 0.0, 100.0, 2},
+        {{40.0, 60.0}, 40.0, 100.0, 1}, // which ends where the section begins
+        {{40.0, 60.0}, 0.0, 40.0, 1},
+        {{40.0, 60.0}, 39.0, 41.0, 2},
+        {{20.0, 20.0, 20.0, 20.0, 20.0}, 20.0, 80.0, 3},
+    };
+    for (const auto& [lengths, from, to, elements] : kCases) {
+        drawing = drawing::Drawing();
+        drawing.addTable("points");
+        addRoadOf(lengths);
+        for (const double station : {from, (from + to) / 2.0, to}) {
+            addPoint({0.0, station, 30.0}, "No." + std::to_string(station), "縦断成果", 1);
+        }
+        const Plot plot = plotProfile(drawing, 0, {});
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        std::size_t found = 0;
+        for (std::size_t at = plot.pages[0].find("class=\"curve\""); at != std::string::npos;
+             at = plot.pages[0].find("class=\"curve\"", at + 1)) {
+            ++found;
+        }
+        EXPECT_EQ(found, elements) << lengths.size() << " from " << from << " to " << to;
+    }
+}
+
 TEST_F(Road, StakesFillPagesWithTheirHeadsRepeated) {
     StakeOptions stakes;
     stakes.every = 1.0;

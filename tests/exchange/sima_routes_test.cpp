@@ -35,7 +35,8 @@ std::ostream& operator<<(std::ostream& out, const Route& route) {
 }
 
 // The elements as an alignment of a drawing that has coordinate points at some places.
-Route routeOf(const std::vector<Element>& elements, const std::vector<PlanPoint>& places) {
+Route routeOf(const std::vector<Element>& elements, const std::vector<PlanPoint>& places,
+              const std::vector<double>& heights = {}) {
     Drawing drawing;
     drawing.addTable("JSIMA_V3_Point");
     const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "C", "0", "", "");
@@ -44,7 +45,8 @@ Route routeOf(const std::vector<Element>& elements, const std::vector<PlanPoint>
     }
     int number = 0;
     for (const PlanPoint& place : places) {
-        drawing.addPoint({place.x, place.y, 0.0}, 0);
+        const double height = heights.empty() ? 0.0 : heights[drawing.entityCount()];
+        drawing.addPoint({place.x, place.y, height}, 0);
         drawing.setRow(drawing.entityCount() - 1, 0, ++number, "P", "座標", "a.sim");
     }
     SimaPointTable points(drawing);
@@ -140,6 +142,23 @@ TEST(SimaRoutes, AClothoidEndsAtAPointThatLaysItInTheSamePlace) {
         const PlanPoint place{clothoid.end.x + along * c - across * s, clothoid.end.y + along * s + across * c};
         const Route wanted{3, taken ? 0U : 1U, false, {"C02,60.000,0,-100.000,"}};
         EXPECT_EQ(routeOf({first, clothoid}, {first.start, first.end, place}), wanted) << along << ' ' << across;
+    }
+}
+
+// A reader finds no PI between points of different heights, and then continues the element before.
+TEST(SimaRoutes, AClothoidEndsAtAPointOfAnotherHeightOnlyIfItContinuesTheElementBefore) {
+    const Element first = straightFrom({30.0, 20.0}, 0.3, 10.0);
+    for (const double kink : {-0.1, -1e-4, 0.0, 1e-4, 0.1}) {
+        Element before = first;
+        before.direction += kink; // which the clothoid begins with
+        const Element clothoid = following(before, ElementType::Clothoid, 36.0, kNoRadius, 100.0, true);
+        for (const double rise : {-2.0, 0.0, 2.0}) {
+            const bool taken = rise == 0.0 || kink == 0.0;
+            const Route wanted{3, taken ? 0U : 1U, false, {"C02,60.000,0,-100.000,"}};
+            EXPECT_EQ(routeOf({first, clothoid}, {first.start, first.end, clothoid.end}, {5.0, 5.0, 5.0 + rise}),
+                      wanted)
+                << kink << ' ' << rise;
+        }
     }
 }
 

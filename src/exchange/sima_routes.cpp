@@ -94,12 +94,9 @@ class RouteMaker {
                 }
                 go(exactly(element.start));
             } else if (std::hypot(end_.x - element.start.x, end_.y - element.start.y) > kEndGap) {
-                go(exactly(element.start)); // a straight fills the gap
-                tangent_.reset();
+                append(straightTo(element.start)); // as a reader fills the gap
             }
-            add(element);
-            end_ = element.end;
-            tangent_ = element.endDirection();
+            append(element);
         }
         return std::move(route_);
     }
@@ -120,6 +117,21 @@ class RouteMaker {
         const double height = first ? 0.0 : points_[last()].z;
         const bool known = !first && points_[last()].hasHeight;
         return points_.add(at.x, at.y, height, known, alignment_.name + "-" + std::to_string(route_.steps.size() + 1));
+    }
+
+    Element straightTo(const PlanPoint& end) const {
+        Element straight;
+        straight.start = end_;
+        straight.end = end;
+        straight.direction = std::atan2(end.y - end_.y, end.x - end_.x);
+        straight.length = std::hypot(end.x - end_.x, end.y - end_.y);
+        return straight;
+    }
+
+    void append(const Element& element) {
+        add(element);
+        end_ = element.end;
+        tangent_ = element.endDirection();
     }
 
     void add(const Element& element) {

@@ -83,8 +83,9 @@ TEST(SimaRoutes, AGapOfMoreThanAMicrometreIsFilled) {
     const Element first = straightFrom({0.0, 0.0}, 0.0, 10.0);
     for (const double gap : {0.9e-6, 1.1e-6}) {
         const bool filled = gap > 1e-6;
-        const Route wanted{filled ? 4U : 3U, filled ? 4U : 3U, !filled, {}};
+        Route wanted{filled ? 4U : 3U, filled ? 4U : 3U, !filled, {}};
         EXPECT_EQ(routeOf({first, straightFrom({10.0, gap}, 0.0, 10.0)}, {}), wanted) << gap;
+        wanted.merged = true; // all in one line
         EXPECT_EQ(routeOf({first, straightFrom({10.0 + gap, 0.0}, 0.0, 10.0)}, {}), wanted) << gap;
     }
 }
@@ -159,6 +160,28 @@ TEST(SimaRoutes, AClothoidEndsAtAPointOfAnotherHeightOnlyIfItContinuesTheElement
                       wanted)
                 << kink << ' ' << rise;
         }
+    }
+}
+
+// Where elements leave a gap a reader lays a straight: the clothoid behind it continues that, and straights that it meets in
+// one line become one.
+TEST(SimaRoutes, AGapIsAStraightToWhatFollows) {
+    const Element first = straightFrom({30.0, 20.0}, 0.3, 10.0);
+    Element before = straightFrom(first.end, 0.8, 25.0); // fills the gap
+    for (const double kink : {0.0, 0.1}) {
+        before.direction = 0.8 + kink;
+        const Element clothoid = following(before, ElementType::Clothoid, 36.0, kNoRadius, 100.0, true);
+        const Route wanted{4, kink == 0.0 ? 0U : 1U, false, {"C02,60.000,0,-100.000,"}};
+        EXPECT_EQ(routeOf({first, clothoid}, {first.start, first.end, before.end, clothoid.end}, {5.0, 5.0, 5.0, 7.0}),
+                  wanted)
+            << kink;
+    }
+    for (const double turn : {0.0, 0.5}) {
+        const Element gap = straightFrom(first.end, 0.3 + turn, 25.0);
+        const Element last = straightFrom(gap.end, 0.3 + 2.0 * turn, 10.0);
+        EXPECT_EQ(routeOf({first, last}, {}), (Route{4, 4, turn == 0.0, {}})) << turn;
+        const Element inLine = straightFrom(gap.end, 0.3 + turn, 10.0);
+        EXPECT_EQ(routeOf({first, inLine}, {}), (Route{4, 4, true, {}})) << turn;
     }
 }
 

@@ -11,6 +11,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <utility>
 
 namespace fenmark::desk::test {
 namespace {
@@ -25,6 +26,14 @@ struct Saving : DeskWindow {
     }
     void answer(const QString& path) {
         window->questions().save = [path](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    }
+    // A symbolic and a hard one.
+    std::pair<QString, QString> linksTo(const QString& path) {
+        const QString link = folder.path(QStringLiteral("link.gpkg"));
+        const QString hard = folder.path(QStringLiteral("hard.gpkg"));
+        EXPECT_TRUE(QFile::link(path, link));
+        std::filesystem::create_hard_link(path.toStdString(), hard.toStdString());
+        return {link, hard};
     }
     void addLayer(const char* name) {
         window->questions().name = [name](QWidget*, const QString&, const QString&) { return QLatin1String(name); };
@@ -136,10 +145,7 @@ TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewher
 // By any name that leads to it the open drawing is the same file, and "save as" is no way to lose what it holds.
 TEST_F(Saving, SavingAsALinkToTheOpenDrawingIsSavingIt) {
     const QString path = saved("a.gpkg");
-    const QString link = folder.path(QStringLiteral("link.gpkg"));
-    const QString hard = folder.path(QStringLiteral("hard.gpkg"));
-    ASSERT_TRUE(QFile::link(path, link));
-    std::filesystem::create_hard_link(path.toStdString(), hard.toStdString());
+    const auto [link, hard] = linksTo(path);
     for (const auto& [name, layer] : {std::pair(link, "by link"), std::pair(hard, "by hard link")}) {
         addLayer(layer);
         answer(name);
@@ -195,10 +201,7 @@ TEST_F(Saving, TheTitleBlockIsWrittenByTheNextSaveWhereTheDiskHadNoRoomForIt) {
 
 TEST_F(Saving, ALinkStaysALink) {
     const QString path = saved("a.gpkg");
-    const QString link = folder.path(QStringLiteral("link.gpkg"));
-    const QString hard = folder.path(QStringLiteral("hard.gpkg"));
-    ASSERT_TRUE(QFile::link(path, link));
-    std::filesystem::create_hard_link(path.toStdString(), hard.toStdString());
+    const auto [link, hard] = linksTo(path);
     for (const auto& [name, layer] : {std::pair(link, "by link"), std::pair(hard, "by hard link")}) {
         ASSERT_TRUE(window->openFile(name));
         window->session().addLayer(layer);

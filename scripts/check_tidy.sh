@@ -10,8 +10,8 @@ CXX=clang++ CC=clang cmake --preset asan >/dev/null
 
 core=('src/alignment/*.cpp' 'src/sima/*.cpp' 'src/output/*.cpp' 'src/command/*.cpp' 'src/host/boundary/*.cpp'
       'src/host/adapter/*.cpp')
-rest=('src/curve/*.cpp' 'src/drawing/*.cpp' 'src/exchange/*.cpp' 'src/values/*.cpp' 'src/platform/files_posix.cpp' 'src/platform/folder_turn_posix.cpp'
-      'src/host/embedded/*.cpp' 'src/host/recording/*.cpp')
+rest=('src/curve/*.cpp' 'src/drawing/*.cpp' 'src/exchange/*.cpp' 'src/values/*.cpp' 'src/platform/files_posix.cpp'
+      'src/platform/folder_turn_posix.cpp' 'src/host/embedded/*.cpp' 'src/host/recording/*.cpp')
 
 tidy() { xargs -0 -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build/asan "$@" 2>/dev/null; }
 

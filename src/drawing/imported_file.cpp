@@ -3,32 +3,19 @@
 
 #include "drawing/file_digest.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 
 namespace fenmark::drawing {
-
-namespace {
-
-// Through whatever links.
-bool isSame(const std::string& a, const std::string& b) {
-    std::error_code error;
-    return std::filesystem::equivalent(platform::pathOf(a), platform::pathOf(b), error);
-}
-
-} // namespace
 
 bool isImportedFile(const Drawing& drawing, const std::string& path) {
     if (platform::lookUp(path).kind != platform::PathKind::File) {
         return false; // reading a pipe would wait
     }
     for (const Import& import : drawing.imports()) {
-        if (!isSame(import.path, path)) {
+        if (!platform::leadToOneFile(import.path, path)) {
             continue;
         }
         const std::optional<FileDigest> known = digestFile(path);
@@ -46,7 +33,7 @@ std::string logOf(const std::string& file) {
 
 bool isImportLog(const Drawing& drawing, const std::string& path) {
     return std::any_of(drawing.imports().begin(), drawing.imports().end(),
-                       [&](const Import& import) { return isSame(logOf(import.path), path); });
+                       [&](const Import& import) { return platform::leadToOneFile(logOf(import.path), path); });
 }
 
 } // namespace fenmark::drawing

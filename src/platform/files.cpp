@@ -1,8 +1,10 @@
 // What is the same for files on every system.
 #include "platform/files.h"
 
+#include "platform/paths.h"
 #include "platform/write_through.h"
 
+#include <filesystem>
 #include <ostream>
 #include <streambuf>
 #include <utility>
@@ -71,6 +73,11 @@ class Buffer : public std::streambuf {
 };
 
 } // namespace
+
+bool leadToOneFile(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return std::filesystem::equivalent(pathOf(a), pathOf(b), error);
+}
 
 Worded wordedReason(const std::error_code& error) {
     const std::string english = reasonOf(error);

@@ -47,6 +47,9 @@ struct PathState {
 // The path without links in it, as far as it exists, so that a link stays a link when its file is replaced.
 [[nodiscard]] std::string behindLinks(const std::string& path);
 
+// True if both paths lead to one file, by whatever links; false where either is not there.
+[[nodiscard]] bool leadToOneFile(const std::string& a, const std::string& b);
+
 // No error if the file is gone afterwards.
 std::error_code removeFile(const std::string& path);
 

@@ -39,6 +39,13 @@ struct Saving : DeskWindow {
         window->questions().name = [name](QWidget*, const QString&, const QString&) { return QLatin1String(name); };
         window->addLayer();
     }
+    static void addLayerByAnotherProgram(const QString& path, const char* name) {
+        drawing::Drawing other;
+        drawing::DrawingStore store;
+        ASSERT_TRUE(store.open(path.toStdString(), other));
+        other.addLayer(name);
+        ASSERT_TRUE(store.save(path.toStdString(), other));
+    }
     static bool holdsLayer(const QString& path, const char* layer) {
         drawing::Drawing drawing;
         EXPECT_TRUE(drawing::DrawingStore().open(path.toStdString(), drawing));
@@ -123,13 +130,7 @@ TEST_F(Saving, NothingReplacesTheFileThatWasImportedOrItsLog) {
 
 TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewhere) {
     const QString path = saved("a.gpkg");
-    {
-        drawing::Drawing other;
-        drawing::DrawingStore store;
-        ASSERT_TRUE(store.open(path.toStdString(), other));
-        other.addLayer("theirs");
-        ASSERT_TRUE(store.save(path.toStdString(), other));
-    }
+    addLayerByAnotherProgram(path, "theirs");
     addLayer("ours");
     EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
     EXPECT_TRUE(refusal(&MainWindow::saveDrawingAs).contains(path)) << "under its own name";
@@ -156,11 +157,7 @@ TEST_F(Saving, SavingAsALinkToTheOpenDrawingIsSavingIt) {
     EXPECT_EQ(QFile::symLinkTarget(link), path);
     EXPECT_TRUE(std::filesystem::equivalent(path.toStdString(), hard.toStdString()));
 
-    drawing::Drawing other;
-    drawing::DrawingStore store;
-    ASSERT_TRUE(store.open(path.toStdString(), other));
-    other.addLayer("theirs");
-    ASSERT_TRUE(store.save(path.toStdString(), other));
+    addLayerByAnotherProgram(path, "theirs");
     addLayer("ours");
     for (const QString& name : {link, hard}) {
         answer(name);

@@ -40,6 +40,21 @@ class Files : public ::testing::Test {
     test::TemporaryFolder folder_;
 };
 
+TEST_F(Files, PathsLeadToOneFileByWhateverLinks) {
+    put(file("a"), "abc");
+    put(file("b"), "abc");
+    fs::create_symlink("a", file("link"));
+    fs::create_hard_link(file("a"), file("hard"));
+    fs::create_symlink("none", file("dangling"));
+    for (const char* same : {"a", "link", "hard", "./a"}) {
+        EXPECT_TRUE(leadToOneFile(file(same), file("a"))) << same;
+    }
+    for (const char* other : {"b", "none", "dangling"}) {
+        EXPECT_FALSE(leadToOneFile(file(other), file("a"))) << other;
+    }
+    EXPECT_FALSE(leadToOneFile("", ""));
+}
+
 TEST_F(Files, OnlyNothingIsMissing) {
     put(file("a"), "abc");
     fs::create_symlink("a", file("link"));

@@ -7,7 +7,6 @@
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -20,10 +19,8 @@
 #include <QSettings>
 #include <QTimer>
 
-#include <filesystem>
 #include <optional>
 #include <string>
-#include <system_error>
 
 namespace fenmark::desk {
 
@@ -40,12 +37,6 @@ QString asDrawing(const QString& path) {
 
 QString asExport(const QString& path) {
     return withExtension(path, ".svg");
-}
-
-// Through whatever links; false where either is not there.
-bool isSameFile(const QString& path, const std::string& other) {
-    std::error_code error;
-    return std::filesystem::equivalent(platform::pathOf(path.toStdString()), platform::pathOf(other), error);
 }
 
 bool isOurs(const QString& path) {
@@ -164,7 +155,9 @@ bool MainWindow::mayReplace(const QString& path) {
 
 bool MainWindow::saveTo(const QString& chosen) {
     // By another name the open drawing is the same file: it is added to, not replaced.
-    const QString path = isSameFile(chosen, session_.path()) ? QString::fromStdString(session_.path()) : chosen;
+    const QString path = platform::leadToOneFile(chosen.toStdString(), session_.path())
+                             ? QString::fromStdString(session_.path())
+                             : chosen;
     if (!mayReplace(path)) {
         return false;
     }

@@ -6,15 +6,12 @@
 #include "drawing/geopackage/foreign_package.h"
 #include "drawing/imported_file.h"
 #include "sima/text/number.h"
-#include "sima/text/path.h"
 #include "sima/text/utf8.h"
 #include "values/ascii_case.h"
 
 #include <charconv>
 #include <cstdint>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -121,11 +118,6 @@ std::size_t alignmentNamed(const Drawing& drawing, const std::string& path, cons
                                   {{"path", path}, {"name", name}, {"names", joined(ids, language)}}));
     }
     return found.front();
-}
-
-bool isSameFile(const std::string& a, const std::string& b) {
-    std::error_code error;
-    return std::filesystem::equivalent(sima::pathOf(a), sima::pathOf(b), error);
 }
 
 void requireNoSource(const Drawing& drawing, const std::string& target, Language language) {

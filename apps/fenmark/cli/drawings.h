@@ -32,11 +32,8 @@ std::vector<std::string> alignmentNames(const drawing::Drawing& drawing);
 std::size_t alignmentNamed(const drawing::Drawing& drawing, const std::string& path, const std::string& name,
                            Language language);
 
-// True for two paths to one file that is there.
-bool isSameFile(const std::string& a, const std::string& b);
-
-// Raises Stop if the target is a file from which the drawing was imported, as it was then: nothing else may hold what the
-// import passed over or refused.
+// Raises Stop if the target is a file from which the drawing was imported, as it was then, or the log of that: nothing else
+// may hold what the import passed over or refused.
 void requireNoSource(const drawing::Drawing& drawing, const std::string& target, Language language);
 
 // Whether the path ends in the extension, which is given in small letters, in any case.

@@ -425,7 +425,7 @@ std::vector<std::size_t> replacedAmong(const std::vector<std::size_t>& earlier, 
     for (const std::size_t place : earlier) {
         const drawing::Import& import = drawing.imports()[place];
         const bool isNew = std::find(madeNow.begin(), madeNow.end(), import.id) != madeNow.end();
-        if (!isNew || isSameFile(import.path, file)) {
+        if (!isNew || platform::leadToOneFile(import.path, file)) {
             replaced.push_back(place);
         }
     }

@@ -10,6 +10,10 @@
 #include <limits>
 #include <map>
 #include <numbers>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace fenmark {
 namespace {
@@ -139,6 +143,41 @@ TEST(RecordingHost, AnAddThatFailsLeavesTheAlignmentHalfMade) {
         EXPECT_EQ(host.civil.alignments[0].startStation, 0.0);
         EXPECT_EQ(host.civil.alignments[0].chain.elements().size(), static_cast<std::size_t>(failing));
     }
+}
+
+TEST(RecordingHost, KeepsManyRecordsWhereTheyAre) {
+    constexpr std::size_t kMany = 1000; // several pieces of the lists
+    RecordingHost host;
+    std::vector<std::span<const MdGePoint3d>> kept;
+    for (std::size_t i = 0; i < kMany; ++i) {
+        const auto x = static_cast<double>(i);
+        std::vector<MdGePoint3d> vertices(i % 5, MdGePoint3d{x, 0.0, 0.0});
+        const MdDbObjectId polyline = host.drawing.appendPolyline(vertices);
+        const MdDbObjectId point = host.drawing.appendPointXyz(x, -x, 0.0, i % 2 == 0 ? "even" : "odd");
+        host.rows.writeResultRow(point, "a.sim", static_cast<std::int32_t>(i), std::string(i % 7, 'n'), true);
+        kept.push_back(host.drawing.polyline(i).vertices);
+        EXPECT_EQ(host.drawing.polyline(i).id, polyline);
+    }
+    for (std::size_t i = 0; i < kMany; ++i) {
+        const host::RecordedPolyline& polyline = host.drawing.polyline(i);
+        EXPECT_EQ(polyline.vertices.data(), kept[i].data());
+        ASSERT_EQ(polyline.vertices.size(), i % 5);
+        for (const MdGePoint3d& vertex : polyline.vertices) {
+            EXPECT_EQ(vertex.x, static_cast<double>(i));
+        }
+        const host::RecordedPoint& point = host.drawing.point(i);
+        EXPECT_EQ(point.position.y, -static_cast<double>(i));
+        EXPECT_EQ(point.layer, i % 2 == 0 ? "even" : "odd");
+        const host::RecordedRow row = host.rows.row(i);
+        EXPECT_EQ(row.id, point.id);
+        EXPECT_EQ(row.no, static_cast<std::int32_t>(i));
+        EXPECT_EQ(row.name, std::string(i % 7, 'n'));
+        host.drawing.convertToLightweight(polyline.id);
+        EXPECT_TRUE(polyline.lightweight);
+    }
+    EXPECT_THROW((void)host.drawing.point(kMany), std::out_of_range);
+    EXPECT_THROW((void)host.drawing.polyline(kMany), std::out_of_range);
+    EXPECT_THROW((void)host.rows.row(kMany), std::out_of_range);
 }
 
 TEST(RecordingHost, PolylinesAreFoundByTheirIdentifiers) {

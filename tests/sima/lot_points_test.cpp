@@ -98,7 +98,9 @@ TEST(LargeAllocator, GivesMemoryOfAnySize) {
         EXPECT_EQ(values.front(), count > 0 ? 1.5 : 2.5);
         EXPECT_EQ(values.back(), 2.5);
     }
-    EXPECT_THROW((void)LargeAllocator<double>().allocate(SIZE_MAX / 4), std::bad_alloc);
+    for (const std::size_t tooMany : {SIZE_MAX / 4, SIZE_MAX / sizeof(double)}) {
+        EXPECT_THROW((void)LargeAllocator<double>().allocate(tooMany), std::bad_alloc);
+    }
 }
 
 } // namespace fenmark::sima

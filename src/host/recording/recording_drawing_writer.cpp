@@ -1,8 +1,8 @@
 // Points and polylines of a recorded drawing.
 #include "host/recording/recording_drawing_writer.h"
 
-#include <algorithm>
-#include <utility>
+#include <memory>
+#include <memory_resource>
 
 namespace fenmark::host {
 
@@ -27,8 +27,7 @@ MdDbObjectId RecordingDrawingWriter::appendPolyline(std::vector<MdGePoint3d>& ve
     MdDbObjectId id;
     if (!failPolylines) {
         id = ids_.next();
-        std::pmr::vector<MdGePoint3d> copy(vertices.begin(), vertices.end(), memory_.resource());
-        polylines_.push_back({id, std::move(copy), kept(currentLayer), false, false});
+        polylines_.push_back({id, kept(vertices), kept(currentLayer), false, false});
     }
     vertices.clear();
     return id;
@@ -73,11 +72,17 @@ RecordedPolyline* RecordingDrawingWriter::find(MdDbObjectId id) {
     if (!polylines_.empty() && polylines_.back().id == id) {
         return &polylines_.back(); // mostly asked for
     }
-    const auto found = std::lower_bound(polylines_.begin(), polylines_.end(), id,
-                                        [](const RecordedPolyline& polyline, MdDbObjectId wanted) {
-                                            return polyline.id.asUint64() < wanted.asUint64();
-                                        });
-    return found != polylines_.end() && found->id == id ? &*found : nullptr;
+    std::size_t first = 0;
+    for (std::size_t count = polylines_.size(); count > 0;) {
+        const std::size_t half = count / 2;
+        if (polylines_.at(first + half).id.asUint64() < id.asUint64()) {
+            first += half + 1;
+            count -= half + 1;
+        } else {
+            count = half;
+        }
+    }
+    return first < polylines_.size() && polylines_.at(first).id == id ? &polylines_.at(first) : nullptr;
 }
 
 std::string_view RecordingDrawingWriter::kept(std::string_view layerName) {
@@ -85,6 +90,13 @@ std::string_view RecordingDrawingWriter::kept(std::string_view layerName) {
         lastLayer_ = *layerNames_.emplace(layerName).first;
     }
     return lastLayer_;
+}
+
+std::span<const MdGePoint3d> RecordingDrawingWriter::kept(std::span<const MdGePoint3d> vertices) {
+    MdGePoint3d* const copy =
+        std::pmr::polymorphic_allocator<MdGePoint3d>(vertices_.resource()).allocate(vertices.size());
+    std::uninitialized_copy(vertices.begin(), vertices.end(), copy);
+    return {copy, vertices.size()};
 }
 
 } // namespace fenmark::host

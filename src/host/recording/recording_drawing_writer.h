@@ -3,13 +3,14 @@
 
 #include "host/boundary/drawing_writer.h"
 #include "host/recording/call_log.h"
+#include "host/recording/record_list.h"
 #include "host/recording/record_memory.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,8 +25,8 @@ struct RecordedPoint {
 
 struct RecordedPolyline {
     MdDbObjectId id;
-    std::pmr::vector<MdGePoint3d> vertices;
-    std::string_view layer; // "0" until a layer is set
+    std::span<const MdGePoint3d> vertices; // hold as long as the drawing
+    std::string_view layer;                // "0" until a layer is set
     bool lightweight = false;
     bool closed = false;
 };
@@ -72,14 +73,15 @@ class RecordingDrawingWriter : public DrawingWriter {
     RecordedPolyline* find(MdDbObjectId id);
     // The name, kept once.
     std::string_view kept(std::string_view layerName);
+    std::span<const MdGePoint3d> kept(std::span<const MdGePoint3d> vertices);
 
     CallLog& calls_;
     IdSource& ids_;
     std::set<std::string, std::less<>> layerNames_;
     std::string_view lastLayer_;
-    RecordMemory memory_;
-    std::pmr::deque<RecordedPoint> points_{memory_.resource()};
-    std::pmr::deque<RecordedPolyline> polylines_{memory_.resource()}; // identifiers rise, so that a look-up can halve
+    RecordMemory vertices_;
+    RecordList<RecordedPoint> points_;
+    RecordList<RecordedPolyline> polylines_; // identifiers rise, so that a look-up can halve
 };
 
 } // namespace fenmark::host

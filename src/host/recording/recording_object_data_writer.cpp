@@ -63,7 +63,7 @@ void RecordingObjectDataWriter::add(std::string_view table, MdDbObjectId id, con
 std::uint32_t RecordingObjectDataWriter::sourceOf(std::string_view table, std::string_view type,
                                                   std::string_view fileName) {
     const auto same = [&](const Source& source) {
-        return source.table == table && source.type == type && source.fileName == fileName;
+        return source.table.data() == table.data() && source.type.data() == type.data() && source.fileName == fileName;
     };
     const std::size_t last = rows_.empty() ? 0 : rows_.back().source;
     if (!rows_.empty() && same(sources_[last])) {
@@ -80,7 +80,7 @@ std::uint32_t RecordingObjectDataWriter::sourceOf(std::string_view table, std::s
 RecordedRow RecordingObjectDataWriter::row(std::size_t index) const {
     const Row& row = rows_.at(index);
     const Source& source = sources_[row.source];
-    const std::size_t start = index == 0 ? 0 : rows_[index - 1].nameEnd;
+    const std::size_t start = index == 0 ? 0 : rows_.at(index - 1).nameEnd;
     const std::string_view name = std::string_view(names_).substr(start, row.nameEnd - start);
     return {source.table, row.id, row.no, name, source.type, source.fileName};
 }

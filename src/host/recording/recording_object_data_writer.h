@@ -3,11 +3,11 @@
 
 #include "host/boundary/object_data_writer.h"
 #include "host/recording/call_log.h"
-#include "host/recording/record_memory.h"
+#include "host/recording/record_list.h"
+#include "sima/records/large_allocator.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,7 +52,7 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
 
     CallLog& calls_;
     std::vector<std::string> tables_;
-    // What many rows share. Tables and types are texts of the program, which stay where they are.
+    // What many rows share. Tables and types are texts of the program, so that the same text has the same address.
     struct Source {
         std::string_view table;
         std::string_view type;
@@ -67,9 +67,8 @@ class RecordingObjectDataWriter : public ObjectDataWriter {
     std::uint32_t sourceOf(std::string_view table, std::string_view type, std::string_view fileName);
 
     std::vector<Source> sources_;
-    RecordMemory memory_;
-    std::pmr::deque<Row> rows_{memory_.resource()};
-    std::string names_; // one behind the other
+    RecordList<Row> rows_;
+    std::basic_string<char, std::char_traits<char>, sima::LargeAllocator<char>> names_; // one behind the other
 };
 
 } // namespace fenmark::host

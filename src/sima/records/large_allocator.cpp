@@ -3,15 +3,22 @@
 
 #include "platform/memory.h"
 
+#include <limits>
+#include <new>
+
 namespace fenmark::sima {
 
 void* allocateLarge(std::size_t bytes) {
     if (bytes < kLargePage) {
         return ::operator new(bytes);
     }
-    void* const memory = ::operator new (bytes, std::align_val_t{kLargePage});
-    // Only whole pages, so that nothing behind the piece changes.
-    platform::wishLargePages(memory, bytes / kLargePage * kLargePage);
+    // Whole pages, so that nothing behind the piece changes, and its end does not come in small ones.
+    const std::size_t pages = bytes / kLargePage + (bytes % kLargePage != 0 ? 1 : 0);
+    if (pages > std::numeric_limits<std::size_t>::max() / kLargePage) {
+        throw std::bad_alloc();
+    }
+    void* const memory = ::operator new (pages* kLargePage, std::align_val_t{kLargePage});
+    platform::wishLargePages(memory, pages * kLargePage);
     return memory;
 }
 

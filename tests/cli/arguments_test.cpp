@@ -4,6 +4,7 @@
 #include "exchange/formats.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace fenmark::cli {
 namespace {
@@ -156,6 +157,21 @@ TEST_F(ArgumentLine, DrawingThatIsNamedAsAnotherFormatIsRefusedWithTheCommandsTh
     EXPECT_NE(fenmark({"report", "a.gpkg", "a.pdf"}).err.find("'fenmark plot' writes this one"), std::string::npos);
     EXPECT_NE(fenmark({"report", "a.gpkg", "a.xml"}).err.find("'fenmark export' writes this one"), std::string::npos);
     EXPECT_EQ(fenmark({"report", "a.gpkg", "a.doc"}).err.find("writes this one"), std::string::npos);
+}
+
+TEST_F(ArgumentLine, DrawingThatIsNamedAmongTheFilesIsRefusedWithItsOption) {
+    const std::string path = file(kPoints, "a.sim");
+    for (const char* name : {"a.gpkg", "new.GPKG"}) {
+        const std::string drawing = folder.at(name);
+        for (const auto& line : {std::vector<std::string>{"import", path, drawing}, {"import", drawing, path}}) {
+            const Ran ran = fenmark(line);
+            EXPECT_EQ(ran.code, kWrongUsage);
+            EXPECT_NE(ran.err.find("--drawing " + drawing + " imports into it"), std::string::npos) << ran.err;
+            EXPECT_FALSE(test::fileExists(folder.at("a.gpkg"))) << "nothing is imported before that";
+        }
+        EXPECT_EQ(fenmark({"import", path, "--drawing", drawing}).code, kDone);
+        std::filesystem::remove(drawing);
+    }
 }
 
 TEST_F(ArgumentLine, ListsOfKindsTakeOneArgumentAndLeaveTheFilesBehindThem) {

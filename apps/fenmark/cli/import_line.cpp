@@ -115,6 +115,9 @@ ImportArguments checked(ImportLine line, Language language) {
     takeTyped(a.drawing);
     for (const std::string& file : a.files) {
         requireName(file, "FILE", language);
+        if (endsIn(file, ".gpkg")) { // what a copy names last, an import names by its option
+            refuse(language, Text::FileIsDrawing, {{"file", file}});
+        }
     }
     requireName(a.drawing.value_or("-"), "--drawing", language);
     if (a.drawing) {

@@ -47,6 +47,8 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTe
      "'fenmark {command} {made} {drawing}' を実行すると、このファイルを出力できます",
      "--drawing {drawing}: a drawing is a GeoPackage, *.gpkg; 'fenmark import {file} --drawing {made}' and then "
      "'fenmark {command} {made} {drawing}' write that file"},
+    {Text::FileIsDrawing, "{file}: SIMAファイルではなく図面の名前です。読み込み先は --drawing {file} で指定します",
+     "{file}: the name of a drawing, not of a SIMA file; --drawing {file} imports into it"},
     {Text::ShiftAboveZero, "--shift は0より大きい小数で指定してください: 「{text}」",
      "--shift must be above 0, in plain decimals: '{text}'"},
     {Text::ForceNeedsAlignment, "--force-alignment には --alignment NAME が必要です",

@@ -37,6 +37,7 @@ enum class Text : std::uint8_t {
     NotMetres,
     NotAStation,
     DrawingIsAnotherFormat,
+    FileIsDrawing,
     ShiftAboveZero,
     ForceNeedsAlignment,
     RectangleIsFourNumbers,

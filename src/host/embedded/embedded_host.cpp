@@ -5,6 +5,7 @@
 #include "host/embedded/database_objects.h"
 #include "host/embedded/host_heap.h"
 #include "host/embedded/map_objects.h"
+#include "host/embedded/route_fit.h"
 
 #include <algorithm>
 #include <cmath>
@@ -157,6 +158,9 @@ void EmbeddedHost::noteRoute(MdDbObjectId id, std::span<const MdGePoint3d> point
                                        [](const Element& element) { return element.type == ElementType::Clothoid; });
     // Straights and arcs run through the ends that they were given.
     if (elements.empty() || (!clothoids && elements.size() + 1 == points.size())) {
+        return;
+    }
+    if (fitsInOrder(elements, points, kMisfit)) {
         return;
     }
     const AlignmentGeometry& geometry = drawing.geometry(*index);

@@ -3,6 +3,7 @@
 #include "command_line.h"
 #include "drawing/drawing.h"
 #include "drawing/geopackage/drawing_store.h"
+#include "platform/files.h"
 
 namespace fenmark::cli {
 namespace {
@@ -418,6 +419,25 @@ TEST_F(ImportLine, SeveralFilesHaveADrawingEachOrShareTheOneNamed) {
     ASSERT_EQ(drawing["entities"].size(), 4U);
     EXPECT_EQ(drawing["entities"][0]["data"]["FileName"], "b.sim") << "in the order of the line";
     EXPECT_EQ(drawing["entities"][2]["data"]["FileName"], "a.sim");
+}
+
+TEST_F(ImportLine, TheLogOfOneFileDoesNotTakeThePlaceOfAnothersInOneCall) {
+    const std::string first = file(kPoints, "a.sim");
+    const std::string second = file("A00,\r\nA01,x,,1,2,,\r\nA99,\r\n", "a.SIM");
+    if (platform::leadToOneFile(first, second)) {
+        GTEST_SKIP() << "capitals make no difference here";
+    }
+    const std::string drawing = folder.at("d.gpkg");
+    const std::string otherwise = folder.at("./a.SIM");
+    const Ran ran = fenmark({"import", first, otherwise, "--drawing", drawing});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "would take the place of that of " + first)) << ran.err;
+    EXPECT_FALSE(contains(test::readFile(folder.at("a_Input.log")), "ERROR"));
+    EXPECT_EQ(info(drawing)["entities"].size(), 2U);
+    // A file that is named twice has one log, as in two calls.
+    EXPECT_EQ(fenmark({"import", first, folder.at("./a.sim"), "--drawing", drawing}).code, kDone);
+    EXPECT_EQ(fenmark({"import", second, "--drawing", drawing}).code, kDone);
+    EXPECT_TRUE(contains(test::readFile(folder.at("a_Input.log")), "ERROR"));
 }
 
 TEST_F(ImportLine, FileThatFailsDoesNotStopTheOthersAndTheHighestCodeIsGiven) {

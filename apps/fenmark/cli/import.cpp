@@ -8,6 +8,7 @@
 #include "command/import_command.h"
 #include "drawing/file_digest.h"
 #include "drawing/geopackage/package_file.h"
+#include "drawing/imported_file.h"
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "host/embedded/embedded_host.h"
@@ -623,11 +624,14 @@ class OpenDrawing {
     void forget() { host_.reset(); }
     // The imports of this call into the drawing.
     std::vector<host::MdDbObjectId>& madeNow(const std::string& path) { return madeNow_[path]; }
+    // The files of this call by their logs: a.sim and a.SIM have one log.
+    std::map<std::filesystem::path, std::string>& logsNow() { return logsNow_; }
 
   private:
     std::unique_ptr<EmbeddedHost> host_;
     std::string path_;
     std::map<std::string, std::vector<host::MdDbObjectId>> madeNow_; // by drawing
+    std::map<std::filesystem::path, std::string> logsNow_;
 };
 
 // The import that comes second to a drawing is done again on what the first one left.
@@ -664,10 +668,17 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
         std::string failure;
         try {
             requireReadableSimFile(file, streams.language);
+            const std::string logPath = drawing::logOf(file);
+            if (const auto other = open.logsNow().find(platform::pathOf(logPath).lexically_normal());
+                other != open.logsNow().end() && !platform::leadToOneFile(other->second, file)) {
+                throw Stop(kNotDone, said(streams.language, Text::LogOverLog,
+                                          {{"path", file}, {"log", logPath}, {"other", other->second}}));
+            }
             const std::string drawingPath = arguments.drawing.value_or(drawingBeside(file));
             json = jsonOf(file, drawingPath);
             const FileResult made = importInTurn(open, arguments, file, drawingPath, streams);
             code = std::max(code, made.code);
+            open.logsNow()[platform::pathOf(logPath).lexically_normal()] = file;
             if (arguments.json) {
                 addResult(json, made.result, made.logPath);
             } else {

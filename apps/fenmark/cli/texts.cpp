@@ -107,6 +107,8 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTe
      "{path}: the log beside it cannot be written: {reason}"},
     {Text::LogOverDrawing, "{path}: ログ {log} が図面と同じファイルになります",
      "{path}: its log {log} would take the place of a drawing"},
+    {Text::LogOverLog, "{path}: ログ {log} が、いま読み込んだ {other} のログを置き換えるため、読み込みません",
+     "{path}: not imported, since its log {log} would take the place of that of {other}, imported just now"},
     {Text::ItsFolder, "フォルダ: {reason}", "its folder: {reason}"},
     {Text::DrawingAsItWas, "{message}。図面は元のままです", "{message}; the drawing is left as it was"},
     {Text::NoDrawingMade, "{message}。図面は作成していません", "{message}; no drawing is made"},

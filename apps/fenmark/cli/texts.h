@@ -74,6 +74,7 @@ enum class Text : std::uint8_t {
     CannotReadFurther,
     LogNotWritable,
     LogOverDrawing,
+    LogOverLog,
     ItsFolder,
     DrawingAsItWas,
     NoDrawingMade,

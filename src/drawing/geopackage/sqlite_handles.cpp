@@ -316,6 +316,11 @@ void Statement::run() {
     sqlite3_reset(handle_.get());
 }
 
+bool Statement::isNumber(int column) const {
+    const int type = sqlite3_value_numeric_type(sqlite3_column_value(handle_.get(), column));
+    return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
+}
+
 // Text and bytes are asked of the column's value: each call on a column looks after the connection's mutex and errors
 // once more. One thread at a time has the connection, so the value needs no protection.
 std::string_view Statement::text(int column) const {

@@ -242,6 +242,11 @@ void Connection::fail(int code) const {
     if (std::string_view(text).starts_with("not authorized")) {
         throw StoreFailure{Failure::Reshaped, text}; // something in the file would have to be run
     }
+    if ((code & 0xFF) == SQLITE_CONSTRAINT) { // ours let every row in
+        throw StoreFailure{Failure::Reshaped,
+                           {"a rule that was added keeps a row out: " + std::string(text),
+                            "追加された規則により行を書けません: " + std::string(text)}};
+    }
     const int systemError = handle == nullptr ? 0 : systemErrorOf(handle);
     if ((code & 0xFF) == SQLITE_CORRUPT && isReadFailure(systemError)) {
         throw StoreFailure{meaningOf(code, systemError), platform::wordedReason(platform::errorOfNumber(systemError))};

@@ -23,6 +23,7 @@ AlignmentGeometry::AlignmentGeometry(std::span<const Element> elements, double s
         }
         curves.push_back(curveOf(elements[i]));
     }
+    whole_ = curves.size() == elements.size();
     // A start station that is no number leaves no station to ask for.
     if (std::isfinite(startStation + length) && chain_.take(std::move(curves)) == curve::ChainStatus::Ok) {
         leftOut_ = std::move(leftOut);

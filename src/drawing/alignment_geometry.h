@@ -31,6 +31,8 @@ class AlignmentGeometry {
     AlignmentGeometry(std::span<const Element> elements, double startStation);
 
     bool empty() const { return chain_.empty(); }
+    // False where elements are left out: the stations behind them are not those of the alignment.
+    bool isWhole() const { return whole_; }
     double startStation() const { return startStation_; }
     double endStation() const { return startStation_ + chain_.length(); }
     double length() const { return chain_.length(); }
@@ -48,6 +50,7 @@ class AlignmentGeometry {
 
   private:
     double startStation_ = 0.0;
+    bool whole_ = true;
     curve::Chain chain_;
     std::vector<std::uint32_t> leftOut_; // for each curve, how many elements before it are left out; empty if none
 };

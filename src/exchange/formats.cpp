@@ -8,6 +8,7 @@
 #include "exchange/kml.h"
 #include "exchange/landxml.h"
 #include "exchange/plan/plan_svg.h"
+#include "exchange/selection.h"
 #include "exchange/sima_file.h"
 
 #include <algorithm>
@@ -56,6 +57,14 @@ bool endsIn(std::string_view path, std::string_view extension) {
 }
 
 } // namespace
+
+Notes writeAs(const Format& format, const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    Notes notes = format.write(drawing, options, out);
+    if (!options.selection.takesAll() && !takesAny(drawing, options.selection)) {
+        notes.push_back({NoteCode::NothingSelected});
+    }
+    return notes;
+}
 
 std::span<const Format> formats() {
     return kFormats;

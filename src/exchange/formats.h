@@ -25,6 +25,10 @@ struct Format {
     Notes (*write)(const drawing::Drawing& drawing, const ExportOptions& options, std::ostream& out);
 };
 
+// Writes what the options select, and tells where that is nothing.
+[[nodiscard]] Notes writeAs(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options,
+                            std::ostream& out);
+
 std::span<const Format> formats();
 
 // The format of a file's extension, in any case; null if there is none.

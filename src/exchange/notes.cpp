@@ -19,6 +19,8 @@ struct NoteText {
 };
 
 constexpr std::array<NoteText, kNoteCodes> kNoteTexts = {{
+    {NoteCode::NothingSelected, "nothing-selected", "指定に当てはまる図形が図面にないため、ファイルに図形はありません",
+     "the file holds no object: none of the drawing is what was asked for"},
     {NoteCode::NoPlace, "no-place", "座標が大きすぎる点{count}点、線{polylines}本、線形{alignments}本: {became}",
      "coordinates beyond all bounds; {became}: {count} points, {polylines} polylines, {alignments} alignments"},
     {NoteCode::NoHeight, "no-height", "標高が大きすぎる点{count}点: 他の形式のファイルでは標高を0または空欄とします",

@@ -14,6 +14,7 @@ namespace fenmark::exchange {
 
 enum class NoteCode : std::uint8_t {
     // Any format
+    NothingSelected,   // a file without objects, as none is what was asked for
     NoPlace,           // count points, polylines and alignments with coordinates beyond all bounds; became
     NoHeight,          // count points whose height is beyond all bounds
     BeyondProjection,  // count objects too far from the zone's origin for a longitude; became

@@ -51,6 +51,20 @@ bool Selection::takes(const drawing::Alignment& alignment) const {
     return meet(boxOf(alignment), *rectangle);
 }
 
+bool takesAny(const Drawing& drawing, const Selection& selection) {
+    for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
+        if (selection.takes(drawing.alignment(i))) {
+            return true;
+        }
+    }
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        if (selection.takes(drawing.entity(i))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::unique_ptr<Drawing> selectedPart(const Drawing& drawing, const Selection& selection) {
     auto part = std::make_unique<Drawing>();
     part->setZone(drawing.zone());

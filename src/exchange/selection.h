@@ -24,6 +24,9 @@ struct Selection {
     bool takesLayer(std::string_view layer) const;
 };
 
+// Whether the drawing has an object that the selection takes.
+bool takesAny(const drawing::Drawing& drawing, const Selection& selection);
+
 // The selected part as a drawing of its own, for writers that take whole drawings. Identifiers are new.
 std::unique_ptr<drawing::Drawing> selectedPart(const drawing::Drawing& drawing, const Selection& selection);
 

@@ -214,6 +214,24 @@ TEST_F(QueryLine, ExportSaysWhatIsMissingOrWrong) {
     EXPECT_NE(csv.find(",EP,"), std::string::npos);
 }
 
+TEST_F(QueryLine, AFileOfWhichNothingWasSelectedIsTold) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute), "--zone", "9"}).code, kDone);
+    const auto told = [&](const std::string& target, const std::vector<std::string>& selection) {
+        std::vector<std::string> arguments = {"export", folder.at("a.gpkg"), folder.at(target)};
+        arguments.insert(arguments.end(), selection.begin(), selection.end());
+        const Ran ran = fenmark(arguments);
+        EXPECT_EQ(ran.code, kDone) << target << ran.err;
+        return contains(ran.err, "the file holds no object: none of the drawing is what was asked for");
+    };
+    for (const std::string target : {"out.dxf", "out.xml", "out.sim", "out.geojson", "out.kml", "out.csv"}) {
+        EXPECT_TRUE(told(target, {"--rectangle", "-1,90,1,110"})) << target << ": east and north exchanged";
+        EXPECT_TRUE(told(target, {"--only", "lots"})) << target;
+        EXPECT_FALSE(told(target, {"--rectangle", "90,-1,110,1"})) << target;
+        EXPECT_FALSE(told(target, {"--only", "alignments"})) << target;
+        EXPECT_FALSE(told(target, {})) << target;
+    }
+}
+
 TEST_F(QueryLine, ExportReplacesItsTargetAndLeavesNothingBeside) {
     ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
     file("old", "out.csv");

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -126,6 +128,30 @@ TEST_F(UnboundedCurves, NoSheetAlongAnAlignmentIsToldAndWritesNothing) {
         EXPECT_TRUE(contains(ran.err, "stations that no survey has")) << ran.err;
         EXPECT_TRUE(contains(inJapanese(plot).err, "追加距離が大きすぎる")) << name;
         EXPECT_FALSE(test::fileExists(folder.at(name))) << name;
+    }
+}
+
+TEST_F(UnboundedCurves, NoStationIsCountedPastAnElementWithoutEnd) {
+    ASSERT_EQ(fenmark({"import", file(route("C02,100,0,50,"))}).code, kDone);
+    const std::string drawing = folder.at("a.gpkg");
+    const std::vector<std::string> questions[] = {{"station", drawing, "CL", "100"},
+                                                  {"locate", drawing, "CL", "50", "3"}};
+    for (const auto& question : questions) {
+        EXPECT_EQ(fenmark(question).code, kDone) << question[0];
+    }
+    sqlite3* raw = nullptr;
+    ASSERT_EQ(sqlite3_open(drawing.c_str(), &raw), SQLITE_OK);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3*)> base(raw, sqlite3_close);
+    for (const char* change : {"length = NULL", "length = 0, start_x = 9e999", "start_x = 0, direction = NULL"}) {
+        const std::string sql = std::string("UPDATE alignment_elements SET ") + change + " WHERE place = 0";
+        ASSERT_EQ(sqlite3_exec(raw, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(raw);
+        for (const auto& question : questions) {
+            const Ran ran = fenmark(question);
+            EXPECT_EQ(ran.code, kNotDone) << question[0] << " " << change;
+            EXPECT_EQ(ran.out, "") << question[0] << " " << change;
+            EXPECT_TRUE(contains(ran.err, "the alignment 'CL' has elements beyond all bounds")) << ran.err;
+            EXPECT_TRUE(contains(inJapanese(question).err, "測点を求められません")) << question[0];
+        }
     }
 }
 

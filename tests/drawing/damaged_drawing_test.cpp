@@ -63,12 +63,17 @@ TEST_F(DamagedDrawing, WithoutALayer) {
 
 TEST_F(DamagedDrawing, WithAnElementThatIsNone) {
     ASSERT_GT(drawing_.alignmentCount(), 0U);
-    for (const char* set : {"type = 'X'", "length = -1.0", "start_radius = -5.0", "end_radius = 0.0"}) {
+    for (const char* set : {"type = 'X'", "length = -1.0", "start_radius = -5.0", "end_radius = 0.0",
+                            "element_id = 'first'", "element_id = 4294967297", "start_x = ''", "start_y = '12 m'",
+                            "end_x = x'00'", "end_y = '1,5'", "direction = 'north'", "length = 'long'",
+                            "start_radius = ' 12xyz'", "end_radius = x''", "clockwise = NULL", "clockwise = 'true'"}) {
+        change("CREATE TABLE kept AS SELECT * FROM alignment_elements");
         change(std::string("UPDATE alignment_elements SET ") + set + " WHERE rowid = 1");
         EXPECT_NE(refusal().find("an element of alignment"), std::string::npos) << set;
-        change("UPDATE alignment_elements SET type = 'S', length = 1.0, start_radius = NULL, end_radius = NULL"
-               " WHERE rowid = 1");
+        change("DELETE FROM alignment_elements; INSERT INTO alignment_elements SELECT * FROM kept; DROP TABLE kept");
     }
+    Drawing drawing;
+    EXPECT_TRUE(DrawingStore().open(path_, drawing)) << "put right again";
 }
 
 // NULL is how a length without end is kept.

@@ -4,6 +4,9 @@
 
 #include <sqlite3.h>
 
+#include <string>
+#include <vector>
+
 namespace fenmark::drawing {
 namespace {
 
@@ -64,6 +67,14 @@ TEST_F(DrawingTextsTest, ComeBackAndReplaceThoseBefore) {
 TEST_F(DrawingTextsTest, NoTextsNeedNoTable) {
     ASSERT_TRUE(writeTexts(path, {}));
     EXPECT_EQ(value("SELECT count(*) FROM sqlite_master WHERE name = 'fenmark_texts'"), "0");
+}
+
+TEST_F(DrawingTextsTest, AreReadWithoutAFileBesideTheDrawing) {
+    ASSERT_TRUE(writeTexts(path, {{"title", "図"}}));
+    run("PRAGMA journal_mode = WAL");
+    const std::vector<std::string> before = folder.names();
+    EXPECT_EQ(readTexts(path), (DrawingTexts{{"title", "図"}}));
+    EXPECT_EQ(folder.names(), before);
 }
 
 TEST_F(DrawingTextsTest, AFileThatCannotBeReadHasNone) {

@@ -2,8 +2,12 @@
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {
@@ -224,6 +228,73 @@ TEST_F(ForeignDrawing, AnAreaDrawnAmongTheLotsIsToldAndOutlivesAnImport) {
     const Outcome saved = importInto(count);
     ASSERT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(one("SELECT count(*) FROM lots WHERE \"Name\" = 'drawn'"), "1");
+}
+
+// SQLite keeps a text in a column of numbers, and the field of a GIS takes more digits than a number of a record.
+TEST_F(ForeignDrawing, AValueThatIsNoNumberIsToldAndTakenAsNone) {
+    struct Value {
+        const char* table;
+        const char* value;
+        std::optional<double> read; // 0 with a note where there is none
+    };
+    const Value values[] = {
+        {"points", "'seven'", {}},        {"points", "x'37'", {}},
+        {"points", "5000000000", {}},     {"points", "7.5", {}},
+        {"points", "-2147483649", {}},    {"points", "2147483647", 2147483647.0},
+        {"points", "NULL", 0.0},          {"points", "-2147483648", -2147483648.0},
+        {"polylines", "4294967303", {}},  {"polylines", "8", 8.0},
+        {"alignments", "'100 m'", {}},    {"alignments", "NULL", {}},
+        {"alignments", "'100.5'", 100.5}, {"alignments", "-3", -3.0},
+    };
+    for (const auto& [table, value, read] : values) {
+        const std::string name = table;
+        const std::string column = name == "alignments" ? "start_station" : "No";
+        gis("DROP TRIGGER IF EXISTS rtree_" + name + "_geom_update3; DROP TRIGGER IF EXISTS rtree_" + name +
+            "_geom_update4; UPDATE " + name + " SET \"" + column + "\" = " + value +
+            " WHERE fid IN (SELECT min(fid) FROM " + name + ")");
+        Drawing again;
+        DrawingStore store;
+        ASSERT_TRUE(store.open(path_, again)) << name << " " << value;
+        const StoreNote* const note = find(store, StoreNoteCode::NoNumber);
+        ASSERT_EQ(note != nullptr, !read) << name << " " << value;
+        if (note != nullptr) {
+            EXPECT_EQ(*note, (StoreNote{StoreNoteCode::NoNumber, name, column, 1, note->firstId})) << value;
+        }
+        const std::size_t firstLine = 5; // behind the points
+        EXPECT_EQ(name == "alignments" ? again.alignment(0).startStation
+                                       : again.entity(name == "points" ? 0 : firstLine).row->no,
+                  read.value_or(0.0))
+            << name << " " << value;
+    }
+}
+
+TEST_F(ForeignDrawing, ElementsThatAreNotNumberedOneByOneAreTold) {
+    const char* const changes[] = {
+        "DELETE FROM alignment_elements WHERE place = 1",
+        "DELETE FROM alignment_elements WHERE place = 0",
+        "UPDATE alignment_elements SET place = 7 WHERE place = 0",
+        "UPDATE alignment_elements SET place = 1 WHERE place = 2",
+        "UPDATE alignment_elements SET place = NULL WHERE place = 0",
+        "UPDATE alignment_elements SET place = 'last' WHERE place = 2",
+        "UPDATE alignment_elements SET alignment_id = 'none' WHERE place = 1",
+    };
+    const std::string whole = folder_.at("whole.gpkg");
+    std::filesystem::copy_file(path_, whole);
+    for (const char* change : changes) {
+        std::filesystem::copy_file(whole, path_, std::filesystem::copy_options::overwrite_existing);
+        gis(change);
+        const std::string rows = one("SELECT count(*) FROM alignment_elements");
+        Drawing again;
+        DrawingStore store;
+        ASSERT_TRUE(store.open(path_, again)) << change;
+        const StoreNote* const note = find(store, StoreNoteCode::ElementsOutOfOrder);
+        ASSERT_NE(note, nullptr) << change;
+        EXPECT_EQ(note->count, 1U) << change;
+        EXPECT_EQ(static_cast<std::uint64_t>(note->firstId), again.alignment(0).id.asUint64()) << change;
+        addSmallImport(again, 3);
+        ASSERT_TRUE(store.save(path_, again)) << change;
+        EXPECT_EQ(one("SELECT count(*) - 3 FROM alignment_elements"), rows) << change << ": none is lost";
+    }
 }
 
 TEST_F(ForeignDrawing, ALineDrawnAmongTheAlignmentsIsLeftOutAndTold) {

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <string>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {
@@ -238,6 +240,24 @@ TEST_F(PackageOfAnother, ATableWithoutAKeyAndOneOfTheLayersNamesAreTaken) {
     EXPECT_EQ(package_.drawing.layers().size(), 1U);
     EXPECT_EQ(package_.drawing.entity(0).layer, "0");
     EXPECT_EQ(package_.drawing.entity(0).row->no, 1);
+}
+
+// As a GIS leaves it that did not come to its end.
+TEST_F(PackageOfAnother, OneThatAsksForALogGetsNoFilesBesideItWhenItIsRead) {
+    addTable("p", 6677);
+    run("INSERT INTO p (geom) VALUES (" + pointBlob(1, 2) + ")");
+    {
+        const OtherProgram gis(path_);
+        ASSERT_EQ(gis.one("PRAGMA journal_mode = WAL"), "wal");
+        run("INSERT INTO p (geom) VALUES (" + pointBlob(3, 4) + ")");
+        ASSERT_TRUE(read());
+        EXPECT_EQ(package_.drawing.entityCount(), 2U) << "the log is read where it is there";
+    }
+    const std::vector<std::string> before = folder_.names();
+    ASSERT_EQ(before.size(), 1U);
+    ASSERT_TRUE(read());
+    EXPECT_EQ(package_.drawing.entityCount(), 2U);
+    EXPECT_EQ(folder_.names(), before);
 }
 
 TEST_F(PackageOfAnother, ATableThatStandsInForThoseOfSqliteIsRefused) {

@@ -143,6 +143,43 @@ TEST_F(ReshapedDrawing, AnIndexThatLetsNoValueStandTwiceKeepsItOut) {
         << saved.message.english;
 }
 
+// Whatever else a table may have been given, its words alone would not say whose they are.
+TEST_F(ReshapedDrawing, ARuleThatKeepsARowOutIsToldAsOneThatWasAdded) {
+    const std::string renewed = "PRAGMA legacy_alter_table = ON; ALTER TABLE % RENAME TO former; CREATE TABLE % (";
+    const std::pair<std::string, std::string> tables[] = {
+        {"sites", "id INTEGER PRIMARY KEY NOT NULL, name TEXT UNIQUE ON CONFLICT ABORT, memo TEXT NOT NULL"},
+        {"layers", "id INTEGER PRIMARY KEY NOT NULL, name TEXT, colour TEXT, memo INTEGER NOT NULL"},
+        {"alignment_elements",
+         "id INTEGER NOT NULL, alignment_id, place, element_id, type, start_x, start_y, end_x, "
+         "end_y, direction, length, start_radius, end_radius, clockwise, centre_x, centre_y, pi_x, "
+         "pi_y"}};
+    for (const auto& [table, columns] : tables) {
+        std::string sql = renewed + columns + ")";
+        for (std::size_t at = sql.find('%'); at != std::string::npos; at = sql.find('%')) {
+            sql.replace(at, 1, table);
+        }
+        const bool hasMemo = columns.find("memo") != std::string::npos;
+        const std::string path = changed(sql + "; INSERT INTO " + table + " SELECT *" + (hasMemo ? ", 7" : "") +
+                                         " FROM former; DROP TABLE former");
+        const std::string before = test::readFile(path);
+        Drawing drawing;
+        DrawingStore store;
+        const Outcome opened = store.open(path, drawing);
+        ASSERT_TRUE(opened) << table << ": " << opened.message.english;
+        drawing.addLayer("新");
+        drawing.addSite("新");
+        addSmallImport(drawing, 1);
+        const Outcome saved = store.save(path, drawing);
+        EXPECT_EQ(saved.failure, Failure::Reshaped) << table;
+        EXPECT_NE(
+            saved.message.english.find("a rule that was added keeps a row out: NOT NULL constraint failed: " + table),
+            std::string::npos)
+            << saved.message.english;
+        EXPECT_NE(saved.message.japanese.find("追加された規則により行を書けません"), std::string::npos);
+        EXPECT_TRUE(test::readFile(path) == before) << table;
+    }
+}
+
 // The drawing has no zone: its coordinates may be said to be in any, but may be no degrees.
 TEST_F(ReshapedDrawing, ATableInAnotherReferenceSystemIsRefused) {
     const std::string srs = "INSERT OR IGNORE INTO gpkg_spatial_ref_sys VALUES ('a', %, 'EPSG', %, 'b', 'c');"

@@ -149,6 +149,7 @@ TEST(Notes, EveryFigureOfANoteStandsInItsText) {
         case NoteCode::NoStakeInRange:
             figures = "metres from to ";
             break;
+        case NoteCode::NothingSelected:
         case NoteCode::NoZone:
         case NoteCode::RenumberedResults:
         case NoteCode::NoStakeWanted:

@@ -1,6 +1,7 @@
 // Points and lines of any GeoPackage.
 #include "desk/background/shapes.h"
 
+#include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
 #include <QFileInfo>
@@ -167,7 +168,7 @@ BackgroundRead readGeoPackage(const std::string& path, int zone) {
         return read;
     }
     try {
-        Connection connection(path, Connection::Mode::Read);
+        Connection connection(path, drawing::modeToRead(path));
         std::vector<Layer> layers;
         {
             Statement statement(connection,

@@ -242,8 +242,9 @@ void MainWindow::exportDrawing() {
         return;
     }
     exchange::Notes notes;
-    const Outcome written = exchange::writeFile(
-        path.toStdString(), [&](std::ostream& out) { notes = format->write(session_.drawing(), options, out); });
+    const Outcome written = exchange::writeFile(path.toStdString(), [&](std::ostream& out) {
+        notes = exchange::writeAs(*format, session_.drawing(), options, out);
+    });
     if (!written) {
         command_->say(QString::fromStdString(written.in(texts_.language())));
         tell(QString::fromStdString(written.in(texts_.language())));

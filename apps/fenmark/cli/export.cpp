@@ -45,8 +45,9 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
         }
     }
     exchange::Notes notes;
-    require(streams, exchange::writeFile(arguments.target,
-                                         [&](std::ostream& out) { notes = format->write(*drawing, options, out); }));
+    require(streams, exchange::writeFile(arguments.target, [&](std::ostream& out) {
+                notes = exchange::writeAs(*format, *drawing, options, out);
+            }));
     tellNotes(streams, arguments.quiet, notes);
     return kDone;
 }

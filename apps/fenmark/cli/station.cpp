@@ -5,12 +5,20 @@
 
 #include <cmath>
 #include <ostream>
+#include <string>
 
 namespace fenmark::cli {
 
 using drawing::Load;
 
 namespace {
+
+// Where elements had to be left out, every station behind them would be another one.
+void requireWhole(const drawing::AlignmentGeometry& geometry, const std::string& name, const Streams& streams) {
+    if (!geometry.isWhole()) {
+        throw Stop(kNotDone, said(streams.language, Text::EndlessElements, {{"name", name}}));
+    }
+}
 
 // Whether the point is far from the alignment, and near it, at a foot of a perpendicular, with X and Y exchanged.
 bool looksExchanged(const drawing::AlignmentGeometry& geometry, const LocateArguments& arguments,
@@ -29,6 +37,7 @@ int runStation(const StationArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment, streams.language);
     const auto& geometry = drawing->geometry(index);
+    requireWhole(geometry, arguments.alignment, streams);
     const auto point = geometry.pointAt(arguments.station, arguments.offset);
     if (!point) {
         const Text why = geometry.empty() ? Text::StationOfNothing : Text::StationOutside;
@@ -49,7 +58,9 @@ int runStation(const StationArguments& arguments, const Streams& streams) {
 int runLocate(const LocateArguments& arguments, const Streams& streams) {
     const auto drawing = readDrawing(arguments.drawing, Load::WithoutEntities, streams);
     const std::size_t index = alignmentNamed(*drawing, arguments.drawing, arguments.alignment, streams.language);
-    const auto located = drawing->geometry(index).locate({arguments.x, arguments.y});
+    const auto& geometry = drawing->geometry(index);
+    requireWhole(geometry, arguments.alignment, streams);
+    const auto located = geometry.locate({arguments.x, arguments.y});
     if (!located) {
         throw Stop(kNotDone, said(streams.language, Text::NoElements, {{"name", arguments.alignment}}));
     }
@@ -59,7 +70,7 @@ int runLocate(const LocateArguments& arguments, const Streams& streams) {
     } else {
         streams.out << plainReal(located->station) << ' ' << plainReal(located->offset) << '\n';
     }
-    if (looksExchanged(drawing->geometry(index), arguments, *located)) {
+    if (looksExchanged(geometry, arguments, *located)) {
         tellNote(streams, false,
                  inLanguage(
                      streams,

@@ -136,6 +136,8 @@ constexpr std::array<Wording<Text>, static_cast<std::size_t>(kLastText) + 1> kTe
     {Text::StationOfNothing, "測点 {station} は線形「{name}」の範囲外です: 線形に要素がありません",
      "station {station} lies outside the alignment '{name}': it has no elements"},
     {Text::NoElements, "線形「{name}」に要素がありません", "the alignment '{name}' has no elements"},
+    {Text::EndlessElements, "線形「{name}」に座標や長さが大きすぎる要素があるため、測点を求められません",
+     "the alignment '{name}' has elements beyond all bounds, so stations cannot be counted along it"},
 }};
 
 static_assert(inOrder(kTextWordings),

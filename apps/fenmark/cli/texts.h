@@ -95,8 +95,9 @@ enum class Text : std::uint8_t {
     StationOutside,
     StationOfNothing,
     NoElements,
+    EndlessElements,
 };
-inline constexpr Text kLastText = Text::NoElements;
+inline constexpr Text kLastText = Text::EndlessElements;
 
 // What stands for "{name}" in a text.
 struct Figure {

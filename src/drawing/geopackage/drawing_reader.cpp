@@ -18,13 +18,18 @@ namespace {
                        {what.english + " " + std::to_string(id), what.japanese + " " + std::to_string(id)}};
 }
 
-// A radius of NULL is infinite, and so is a length: a chord between absurd coordinates has no other.
-double radius(const Statement& row, int column) {
-    return row.isNull(column) ? kInfiniteRadius : row.real(column);
+// A number without end is kept as NULL: the radius of a straight, or a length, as a chord between absurd coordinates has
+// no other.
+double endless(const Statement& row, int column) {
+    return row.isNull(column) ? std::numeric_limits<double>::infinity() : row.real(column);
 }
 
-double length(const Statement& row, int column) {
-    return row.isNull(column) ? std::numeric_limits<double>::infinity() : row.real(column);
+// Nothing where a feature has a text, a fraction or a number beyond those of a record.
+std::optional<std::int32_t> recordNumber(const Statement& row, int column) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const double value = row.isNumber(column) ? row.real(column) : std::numeric_limits<double>::quiet_NaN();
+    const bool fits = value >= Limits::min() && value <= Limits::max() && value == std::trunc(value);
+    return fits ? std::optional(static_cast<std::int32_t>(value)) : std::nullopt;
 }
 
 template <typename Item>
@@ -38,21 +43,28 @@ std::vector<Item> readNames(Connection& connection, const char* text) {
 }
 
 Element readElement(const Statement& row, std::int64_t alignment) {
+    constexpr int kFirstReal = 2;
+    constexpr int kClockwise = 10;
     Element element;
-    element.id = static_cast<std::int32_t>(row.integer(0));
+    const std::optional<std::int32_t> id = recordNumber(row, 0);
     const std::string_view type = row.text(1);
-    if (type != "S" && type != "R" && type != "A") {
-        damaged({"an element of alignment", "線形の要素、線形"}, alignment);
+    bool sound = id && row.isNumber(kClockwise) && (type == "S" || type == "R" || type == "A");
+    for (int column = kFirstReal; column < kClockwise; ++column) {
+        sound = sound && (row.isNull(column) || row.isNumber(column));
     }
-    element.type = static_cast<ElementType>(type.front());
-    element.start = {row.real(2), row.real(3)};
-    element.end = {row.real(4), row.real(5)};
-    element.direction = row.real(6);
-    element.length = length(row, 7);
-    element.startRadius = radius(row, 8);
-    element.endRadius = radius(row, 9);
-    element.clockwise = row.integer(10) != 0;
-    if (!(element.length >= 0.0) || !(element.startRadius > 0.0) || !(element.endRadius > 0.0)) {
+    if (sound) {
+        element.id = *id;
+        element.type = static_cast<ElementType>(type.front());
+        element.start = {endless(row, kFirstReal), endless(row, 3)};
+        element.end = {endless(row, 4), endless(row, 5)};
+        element.direction = endless(row, 6);
+        element.length = endless(row, 7);
+        element.startRadius = endless(row, 8);
+        element.endRadius = endless(row, 9);
+        element.clockwise = row.integer(kClockwise) != 0;
+        sound = element.length >= 0.0 && element.startRadius > 0.0 && element.endRadius > 0.0;
+    }
+    if (!sound) {
         damaged({"an element of alignment", "線形の要素、線形"}, alignment);
     }
     return element;
@@ -185,11 +197,11 @@ void DrawingReader::readImports() {
     }
 }
 
-// Counts what is left out, by reason.
-void DrawingReader::leaveOut(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid) {
-    for (StoreNote& note : notes_) {
-        if (note.code == code && note.table == table && note.name == name) {
-            ++note.count;
+// Counts what is left out or read otherwise than it stands, by reason.
+void DrawingReader::note(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid) {
+    for (StoreNote& known : notes_) {
+        if (known.code == code && known.table == table && known.name == name) {
+            ++known.count;
             return;
         }
     }
@@ -211,19 +223,30 @@ void DrawingReader::readAlignments() {
         alignment.name = rows.text(2);
         alignment.description = rows.text(3);
         alignment.layer = rows.text(4);
-        alignment.startStation = rows.real(5);
+        if (rows.isNumber(5)) {
+            alignment.startStation = rows.real(5);
+        } else if (shape_->hasColumn("alignments", "start_station")) {
+            note(StoreNoteCode::NoNumber, "alignments", "start_station", id);
+        }
         alignment.firstStyle = rows.text(6);
         alignment.secondStyle = rows.text(7);
         Statement elements(connection_, sql::kReadElements);
         elements.bind(1, id);
+        bool inOrder = true;
         while (elements.step()) {
+            constexpr int kPlace = 11;
+            inOrder = inOrder && elements.isNumber(kPlace) &&
+                      elements.real(kPlace) == static_cast<double>(alignment.elements.size());
             alignment.elements.push_back(readElement(elements, id));
             stored.lastElementId = std::max(stored.lastElementId, alignment.elements.back().id);
             drawing_.addToExtent(alignment.elements.back());
         }
         if (alignment.elements.empty() && rows.integer(8) != 0) {
-            leaveOut(StoreNoteCode::AlignmentElementless, "alignments", {}, id);
+            note(StoreNoteCode::AlignmentElementless, "alignments", {}, id);
             continue;
+        }
+        if (!inOrder) {
+            note(StoreNoteCode::ElementsOutOfOrder, "alignments", {}, id);
         }
         drawing_.alignments_.push_back(std::move(stored));
     }
@@ -246,19 +269,19 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid,
     requireSoundIdentifier(isPolyline, fid);
     if (row.isNull(1)) {
         if (!isPolyline) {
-            return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);
+            return note(StoreNoteCode::NoPlace, table, {}, fid);
         }
         vertices_.clear(); // a polyline without vertices
     } else {
         const BlobRead read = readBlob(row.blob(1), vertices_);
         if (read.kind == BlobKind::Malformed) {
-            return leaveOut(StoreNoteCode::FeatureDamaged, table, {}, fid);
+            return note(StoreNoteCode::FeatureDamaged, table, {}, fid);
         }
         if (read.kind == BlobKind::Empty) {
-            return leaveOut(StoreNoteCode::NoPlace, table, {}, fid);
+            return note(StoreNoteCode::NoPlace, table, {}, fid);
         }
         if (read.kind != (isPolyline ? BlobKind::Line : BlobKind::Point)) {
-            return leaveOut(StoreNoteCode::OtherGeometry, table, nameOfGeometry(read.type), fid);
+            return note(StoreNoteCode::OtherGeometry, table, nameOfGeometry(read.type), fid);
         }
     }
     EntityKind kind = EntityKind::Point;
@@ -280,8 +303,11 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid,
             drawing_.tables_.push_back({MdDbObjectId(), std::string(name)});
             found = drawing_.tables_.size() - 1;
         }
-        drawing_.setRow(drawing_.entities_ - 1, *found, static_cast<std::int32_t>(row.integer(4)), row.text(5),
-                        row.text(6), row.text(7));
+        const std::optional<std::int32_t> number = recordNumber(row, 4);
+        if (!number && !row.isNull(4)) {
+            note(StoreNoteCode::NoNumber, table, "No", fid);
+        }
+        drawing_.setRow(drawing_.entities_ - 1, *found, number.value_or(0), row.text(5), row.text(6), row.text(7));
     }
 }
 
@@ -370,7 +396,7 @@ void DrawingReader::noteDrawnLots() {
     constexpr std::uint32_t kPolygon = 3;
     Statement rows(connection_, sql::kReadLotsWithoutLine);
     while (rows.step()) {
-        leaveOut(StoreNoteCode::OtherGeometry, "lots", nameOfGeometry(kPolygon), rows.integer(0));
+        note(StoreNoteCode::OtherGeometry, "lots", nameOfGeometry(kPolygon), rows.integer(0));
     }
 }
 
@@ -388,7 +414,7 @@ void DrawingReader::readTakenIdentifiers() {
 
 void DrawingReader::deferEntity(bool isPolyline, std::int64_t fid) {
     const char* const table = isPolyline ? "polylines" : "points";
-    leaveOut(StoreNoteCode::TakenIdentifier, table, {}, fid);
+    note(StoreNoteCode::TakenIdentifier, table, {}, fid);
     newIdentifiers_.push_back({table, fid, 0});
 }
 

@@ -57,7 +57,7 @@ class DrawingReader {
     void deferEntity(bool isPolyline, std::int64_t fid);
     void addDeferred();
     void addEntity(Statement& row, bool isPolyline, std::int64_t fid, std::uint64_t id);
-    void leaveOut(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid);
+    void note(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid);
     std::size_t layerNamed(std::string_view name);
     void finish();
 

@@ -197,9 +197,7 @@ Outcome DrawingStore::open(const std::string& path, Drawing& drawing, Load load)
             if (hasJournal(path)) {
                 restoreAfterCrash(path);
             }
-            // Nobody writes a log that is not there: then the file itself is all, and needs no lock file beside it.
-            const bool alone = usesWriteAheadLog(path) && !hasWriteAheadLog(path);
-            Connection connection(path, alone ? Connection::Mode::ReadAlone : Connection::Mode::Read);
+            Connection connection(path, modeToRead(path));
             DrawingReader reader(connection);
             drawing = reader.read(load);
             savedId_ = reader.head().lastId;

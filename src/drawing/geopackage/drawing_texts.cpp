@@ -1,6 +1,7 @@
 // Texts that people keep with a drawing.
 #include "drawing/geopackage/drawing_texts.h"
 
+#include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
 namespace fenmark::drawing {
@@ -32,7 +33,7 @@ bool hasTexts(Connection& connection) {
 DrawingTexts readTexts(const std::string& path) {
     DrawingTexts texts;
     try {
-        Connection connection(path, Connection::Mode::Read);
+        Connection connection(path, modeToRead(path));
         if (hasTexts(connection)) {
             Statement statement(connection, kReadTexts);
             while (statement.step()) {

@@ -30,6 +30,21 @@ StoreFailure folderDenied(Failure failure, const std::error_code& why) {
     return {failure, {"its folder: " + reason.english, "フォルダ: " + reason.japanese}};
 }
 
+bool hasWriteAheadLog(const std::string& path) {
+    const PathState state = platform::lookUp(platform::behindLinks(path) + "-wal");
+    return state.kind == PathKind::Unknown || (state.kind == PathKind::File && state.size > 0);
+}
+
+bool usesWriteAheadLog(const std::string& path) {
+    if (platform::lookUp(path).kind != PathKind::File) {
+        return false; // a pipe would be waited for
+    }
+    std::ifstream file(platform::pathOf(path), std::ios::binary);
+    std::array<char, kWriteVersionOffset + 1> header{};
+    file.read(header.data(), header.size());
+    return file && header[kWriteVersionOffset] == kWriteAheadLog;
+}
+
 // What is there, if it is no ordinary file that can be judged further.
 void requireFile(const PathState& state) {
     switch (state.kind) {
@@ -125,16 +140,8 @@ void removeJournal(const std::string& path) {
     (void)platform::removeFile(platform::behindLinks(path) + "-journal");
 }
 
-bool hasWriteAheadLog(const std::string& path) {
-    const PathState state = platform::lookUp(platform::behindLinks(path) + "-wal");
-    return state.kind == PathKind::Unknown || (state.kind == PathKind::File && state.size > 0);
-}
-
-bool usesWriteAheadLog(const std::string& path) {
-    std::ifstream file(platform::pathOf(path), std::ios::binary);
-    std::array<char, kWriteVersionOffset + 1> header{};
-    file.read(header.data(), header.size());
-    return file && header[kWriteVersionOffset] == kWriteAheadLog;
+Connection::Mode modeToRead(const std::string& path) {
+    return usesWriteAheadLog(path) && !hasWriteAheadLog(path) ? Connection::Mode::ReadAlone : Connection::Mode::Read;
 }
 
 void removeFilesBeside(const std::string& path) {

@@ -18,9 +18,9 @@ void requireReplaceable(const std::string& path);
 // True if a journal lies beside the file, or if nobody can say.
 bool hasJournal(const std::string& path);
 void removeJournal(const std::string& path);
-// True if the file's header asks for a write-ahead log.
-bool usesWriteAheadLog(const std::string& path);
-bool hasWriteAheadLog(const std::string& path);
+// How to open a file to read it in one go. Nobody writes a write-ahead log that the file's header asks for and that is not
+// there: then the file itself is all, and needs no lock file beside it.
+Connection::Mode modeToRead(const std::string& path);
 
 // Removes the files of SQLite beside a path that bears no database: they belong to nobody, and would be played into the
 // file that comes. In the folder's turn, or they may be those of a drawing that another program puts there just now.

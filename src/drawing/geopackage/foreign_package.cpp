@@ -2,6 +2,7 @@
 #include "drawing/geopackage/foreign_package.h"
 
 #include "drawing/geopackage/drawing_shape.h"
+#include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/sqlite_handles.h"
@@ -286,7 +287,7 @@ class PackageReader {
 
 Outcome readForeignPackage(const std::string& path, int zone, ForeignPackage& package) {
     try {
-        Connection connection(path, Connection::Mode::Read);
+        Connection connection(path, modeToRead(path));
         ForeignPackage read;
         requirePragmas(connection);
         PackageReader(connection, zone, read).read();

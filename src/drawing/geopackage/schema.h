@@ -283,7 +283,8 @@ inline constexpr const char* kReadStamp = "SELECT stamp FROM fenmark_drawing WHE
 inline constexpr const char* kReadSites = "SELECT id, name FROM sites ORDER BY id";
 inline constexpr const char* kReadTables = "SELECT id, name FROM object_data_tables ORDER BY id";
 inline constexpr const char* kReadElements =
-    "SELECT element_id, type, start_x, start_y, end_x, end_y, direction, length, start_radius, end_radius, clockwise"
+    "SELECT element_id, type, start_x, start_y, end_x, end_y, direction, length, start_radius, end_radius, clockwise,"
+    " place"
     " FROM alignment_elements WHERE alignment_id = ?1 ORDER BY place";
 // Features that another program added since, whose identifiers another object has.
 inline constexpr const char* kReadTakenPoints =
@@ -308,7 +309,9 @@ inline constexpr const char* kDeletePoints = "DELETE FROM points WHERE fid > ?1"
 inline constexpr const char* kDeletePolylines = "DELETE FROM polylines WHERE fid > ?1";
 inline constexpr const char* kDeleteLots = "DELETE FROM lots WHERE fid > ?1";
 inline constexpr const char* kDeleteAlignments = "DELETE FROM alignments WHERE fid > ?1";
-inline constexpr const char* kDeleteElements = "DELETE FROM alignment_elements WHERE alignment_id > ?1";
+// A text, which another program put there, is greater than any number.
+inline constexpr const char* kDeleteElements =
+    "DELETE FROM alignment_elements WHERE alignment_id BETWEEN ?1 + 1 AND 9223372036854775807";
 inline constexpr const char* kDeleteLayers = "DELETE FROM layers WHERE id > ?1";
 inline constexpr const char* kDeleteSites = "DELETE FROM sites WHERE id > ?1";
 inline constexpr const char* kDeleteTables = "DELETE FROM object_data_tables WHERE id > ?1";

@@ -242,6 +242,11 @@ void Connection::fail(int code) const {
     if (std::string_view(text).starts_with("not authorized")) {
         throw StoreFailure{Failure::Reshaped, text}; // something in the file would have to be run
     }
+    if ((code & 0xFF) == SQLITE_CONSTRAINT) { // ours let every row in
+        throw StoreFailure{Failure::Reshaped,
+                           {"a rule that was added keeps a row out: " + std::string(text),
+                            "追加された規則により行を書けません: " + std::string(text)}};
+    }
     const int systemError = handle == nullptr ? 0 : systemErrorOf(handle);
     if ((code & 0xFF) == SQLITE_CORRUPT && isReadFailure(systemError)) {
         throw StoreFailure{meaningOf(code, systemError), platform::wordedReason(platform::errorOfNumber(systemError))};
@@ -314,6 +319,11 @@ void Statement::run() {
         connection_.fail(extended);
     }
     sqlite3_reset(handle_.get());
+}
+
+bool Statement::isNumber(int column) const {
+    const int type = sqlite3_value_numeric_type(sqlite3_column_value(handle_.get(), column));
+    return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
 }
 
 // Text and bytes are asked of the column's value: each call on a column looks after the connection's mutex and errors

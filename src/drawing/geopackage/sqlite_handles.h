@@ -99,6 +99,8 @@ class Statement {
     std::int64_t integer(int column) const { return sqlite3_column_int64(handle_.get(), column); }
     double real(int column) const { return sqlite3_column_double(handle_.get(), column); }
     bool isNull(int column) const { return sqlite3_column_type(handle_.get(), column) == SQLITE_NULL; }
+    // A number, or a text that is one from end to end. Of anything else integer() and real() make a number, mostly 0.
+    bool isNumber(int column) const;
     // Valid until the next step. SQLite keeps any bytes as a text: those that are no UTF-8 become U+FFFD, so that every
     // writer behind this may rely on it.
     std::string_view text(int column) const;

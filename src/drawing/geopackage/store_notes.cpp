@@ -27,6 +27,14 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
     {StoreNoteCode::AlignmentElementless, "alignment-without-elements",
      "レイヤ「{table}」の線形要素のない線{count}本(最初のfid {first})は読み込んでいません",
      "{count} line{s} of the layer '{table}' (first fid {first}) left out: without alignment elements"},
+    {StoreNoteCode::ElementsOutOfOrder, "elements-out-of-order",
+     "線形{count}本(最初のfid {first})の要素が順に並んでいません。削除または変更された要素があります",
+     "{count} alignment{s} (first fid {first}) whose elements are not numbered one by one: some were removed or "
+     "changed"},
+    {StoreNoteCode::NoNumber, "no-number",
+     "レイヤ「{table}」の地物{count}個(最初のfid {first})の列「{name}」の値は使える数値ではないため、0としました",
+     "{count} feature{s} of the layer '{table}' (first fid {first}) whose '{name}' is no number that can be used, "
+     "taken as 0"},
     {StoreNoteCode::TakenIdentifier, "taken-identifier",
      "レイヤ「{table}」の地物{count}個(最初のfid {first})の識別子は他の図形と同じです。"
      "次の保存で新しい識別子が付きます",

@@ -14,6 +14,8 @@ enum class StoreNoteCode : std::uint8_t {
     OtherGeometry,        // features of `table` whose geometry is a `name`, not of the layer's kind: left out
     NoPlace,              // features of `table` with an empty geometry, or none: left out
     AlignmentElementless, // lines in `alignments` without elements, drawn by another program: left out
+    ElementsOutOfOrder,   // alignments whose elements are not numbered one by one: another program took or moved some
+    NoNumber,             // features of `table` with another value than a number in the column `name`: taken as 0
     TakenIdentifier,      // features of `table` with the identifier of another object: they get one of their own
     MissingColumn, // `table` has no column `name`, renamed or removed: it is read as empty, and nothing can be saved
     MissingTable,  // the derived table `table` is not there: it is not written either

@@ -34,9 +34,9 @@ constexpr std::size_t kLabelsInView = 2000;          // beyond so many objects n
 constexpr std::size_t kNamesAtRest = kMarkersInView; // and beyond so many they are left out
 constexpr double kMostPainted = 40.0;                // times the view that lines and areas are painted over one another
 constexpr double kPenCost = 8.0;                     // pixels of an area that take as long as one of a line
-constexpr double kMostFinePixels = 1e6;              // of the lines of alignments in a picture; beyond, they are thin
-constexpr double kLineDistance = 1.2;                // of two lines of text, in heights of letters
-constexpr double kSelectedWidth = 3.0;               // pixels
+constexpr double kMostFinePixels = 2e6; // under the lines of alignments in a picture; beyond, they are thin
+constexpr double kLineDistance = 1.2;   // of two lines of text, in heights of letters
+constexpr double kSelectedWidth = 3.0;  // pixels
 constexpr double kHoveredWidth = 2.0;
 
 bool meet(const Extent& a, const Extent& b) {
@@ -50,7 +50,7 @@ class AlignmentPen {
 
     void draw(const QPolygonF& line, const QPen& pen) {
         for (qsizetype i = 0; i + 1 < line.size(); ++i) {
-            left_ -= QLineF(line[i], line[i + 1]).length();
+            left_ -= QLineF(line[i], line[i + 1]).length() * pen.widthF();
         }
         const bool fine = left_ >= 0.0;
         thin_ += fine ? 0 : 1;

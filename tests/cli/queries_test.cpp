@@ -111,6 +111,30 @@ TEST_F(QueryLine, UnknownAlignmentIsRefusedWithTheNames) {
     }
 }
 
+// A drawing may have thousands of alignments, and names of any length.
+TEST_F(QueryLine, NamesOfVeryManyAlignmentsAndVeryLongNamesAreCut) {
+    const std::string long60 = "長い" + std::string(58, 'n');
+    std::string text(kPoints);
+    for (int i = 0; i < 53; ++i) {
+        std::string route(kRoute);
+        const std::string name = i == 0   ? long60
+                                 : i == 1 ? long60 + "n"
+                                 : i == 2 ? std::string(20'000, 'x')
+                                          : "R" + std::to_string(i);
+        route.replace(route.find("CL"), 2, name);
+        text += route;
+    }
+    ASSERT_EQ(fenmark({"import", file(text)}).code, kDone);
+    const Ran ran = fenmark({"station", folder.at("a.gpkg"), "none", "0"});
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, "alignments: " + long60 + ", " + long60 + "…, " + std::string(60, 'x') + "…, R3, "))
+        << ran.err;
+    EXPECT_TRUE(contains(ran.err, "R48, R49 and 3 more")) << ran.err;
+    EXPECT_FALSE(contains(ran.err, "R50"));
+    const Ran japanese = fenmark({"station", folder.at("a.gpkg"), "none", "0"}, false, Language::Japanese);
+    EXPECT_TRUE(contains(japanese.err, "R48, R49、ほか3件")) << japanese.err;
+}
+
 TEST_F(QueryLine, StationAndLocateAsJson) {
     ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
     EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), "CL", "20", "4", "--json"}).json(),

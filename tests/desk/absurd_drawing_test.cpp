@@ -161,6 +161,43 @@ TEST_F(AbsurdDrawing, IsSelectedWalkedAndLit) {
     EXPECT_TRUE(std::isfinite(view.view().pixelsPerMetre()));
 }
 
+// An alignment that runs to and fro thousands of times: so much is drawn with smooth edges, and all of it somehow.
+TEST(HeapOfStraights, IsDrawnThinBehindTheFirst) {
+    constexpr int kStraights = 9000;
+    drawing::Drawing drawing;
+    const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "C", "0", "", "");
+    PlanView view;
+    view.resize(800, 600);
+    view.show();
+    const auto rendered = [&] {
+        view.setDrawing(&drawing);
+        QApplication::processEvents();
+        return view.render();
+    };
+    for (int i = 0; i < kStraights; ++i) {
+        drawing::Element there;
+        there.start = {0.01 * i, 0.0};
+        there.length = 100.0;
+        there.end = {there.start.x + there.length, 0.0};
+        drawing.addElement(road, there);
+        if (i == 500) {
+            EXPECT_EQ(rendered(), 501U);
+            EXPECT_EQ(view.linesDrawnThin(), 0U) << "as many as a survey has on a picture";
+        }
+    }
+    EXPECT_EQ(rendered(), static_cast<std::size_t>(kStraights));
+    EXPECT_GT(view.linesDrawnThin(), static_cast<std::size_t>(kStraights) / 2);
+    const QImage picture = view.grab().toImage();
+    const QPoint last = view.view().toPixel(100.0 + 0.01 * (kStraights - 1) - 2.0, 0.0).toPoint();
+    int inked = 0;
+    for (int y = -2; y <= 2; ++y) {
+        inked += picture.pixelColor(last + QPoint(0, y)) == kPaper ? 0 : 1;
+    }
+    EXPECT_GT(inked, 0) << "the last one too";
+    view.select(PlanObject{PlanObject::Kind::Alignment, road, {}});
+    EXPECT_EQ(rendered(), static_cast<std::size_t>(kStraights));
+}
+
 // Lots that all lie over one another, none like the other.
 TEST(HeapOfLots, TheNewestAreDrawnAndTheOthersCounted) {
     constexpr int kLots = 400;

@@ -233,6 +233,49 @@ TEST(LabelSpace, PrefersAPlaceOffTheLines) {
     EXPECT_EQ(space.takeFirst(candidates, false), nullptr);
 }
 
+// A line far longer than the sheet keeps all of its way over the sheet free, also where it only cuts a corner.
+TEST(LabelSpace, ALineKeepsItsPlaceHoweverLongItIs) {
+    const struct {
+        PaperPoint from, to;
+        PaperPoint on; // the line, within the map
+    } kLines[] = {
+        {{-100.0, 10.0}, {200.0, 10.0}, {50.0, 10.0}},
+        {{-40'000.0, 10.0}, {60'000.0, 10.0}, {50.0, 10.0}},
+        {{60.0, 9e7}, {60.0, -8e7}, {60.0, 30.0}},
+        {{-30'000.0, -30'010.0}, {70'000.0, 69'990.0}, {60.0, 50.0}},
+        {{-40'000.0, 40'010.0}, {30'000.0, -29'990.0}, {5.0, 5.0}},
+        {{50.0, 50.0}, {50.0 + 3e9, 50.0 - 4e9}, {65.0, 30.0}},
+        {{40.0, 40.0}, {40.0, 40.0}, {40.0, 40.0}},
+    };
+    for (const auto& [from, to, on] : kLines) {
+        LabelSpace space({0.0, 0.0, 100.0, 100.0});
+        const Label over{on, 2.0, 0.0, Label::Anchor::Middle, "点", ""};
+        ASSERT_TRUE(space.isFree(over, true));
+        space.takeLine(from, to);
+        EXPECT_FALSE(space.isFree(over, true)) << to.x << ' ' << to.y;
+        EXPECT_TRUE(space.isFree(over, false)) << "but for labels, it is free";
+        EXPECT_TRUE(space.isFree({{90.0, 90.0}, 2.0, 0.0, Label::Anchor::Start, "点", ""}, true))
+            << to.x << ' ' << to.y;
+    }
+    LabelSpace space({0.0, 0.0, 100.0, 100.0});
+    space.takeLine({-1e6, -5.0}, {1e6, -5.0});
+    space.takeLine({105.0, 1e6}, {105.0, -1e6});
+    EXPECT_TRUE(space.isFree({{0.0, 1.0}, 2.0, 0.0, Label::Anchor::Start, "点", ""}, true))
+        << "they run beside the map";
+    EXPECT_TRUE(space.isFree({{100.0, 50.0}, 2.0, 0.0, Label::Anchor::End, "点", ""}, true));
+}
+
+TEST(LabelSpace, HoldsALabelOnlyNearTheMap) {
+    const LabelSpace space({10.0, 10.0, 100.0, 50.0});
+    for (const double beside : {0.0, 13.9, 15.0}) {
+        const bool near = beside < 14.0;
+        EXPECT_EQ(space.mayHold({10.0 - beside, 30.0}, 14.0), near) << beside;
+        EXPECT_EQ(space.mayHold({110.0 + beside, 30.0}, 14.0), near) << beside;
+        EXPECT_EQ(space.mayHold({50.0, 10.0 - beside}, 14.0), near) << beside;
+        EXPECT_EQ(space.mayHold({50.0, 60.0 + beside}, 14.0), near) << beside;
+    }
+}
+
 TEST_F(PlanOf, AlignmentTellsItsElementsApart) {
     addRoad(drawing, {12000.0, -36000.0}, false);
     draw();

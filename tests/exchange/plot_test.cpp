@@ -140,6 +140,33 @@ TEST_F(PlotOf, NamesOfATurnedGridAreNeverUpsideDown) {
     }
 }
 
+// Curves may wind round a sheet hundreds of thousands of times. The sheet says where it did not look at all of them.
+TEST_F(PlotOf, StationsOfClothoidsThatWindRoundASheetAreSoughtSoLong) {
+    const Piece winding{ElementType::Clothoid, 54e6, kStraight, 300.0, false};
+    addChain(drawing, {winding});
+    const host::PlanPoint middle = drawing.alignment(0).elements[0].end;
+    const double radius = 300.0;
+    const double toCentre = drawing.alignment(0).elements[0].endDirection() + std::numbers::pi / 2.0;
+    const host::PlanPoint centre{middle.x + radius * std::cos(toCentre), middle.y + radius * std::sin(toCentre)};
+    Element straight;
+    straight.start = {centre.x - 50.0, centre.y};
+    straight.length = 100.0;
+    straight.end = {centre.x + 50.0, centre.y};
+    const std::size_t road = drawing.addAlignment(drawing.addSite("サイト"), "中", "0", "", "");
+    drawing.addElement(road, straight);
+    EXPECT_TRUE(textsOf(plotAlong(drawing, road, {}).pages.at(0)).contains("No.4"));
+    EXPECT_EQ(plotAlong(drawing, road, {}).notes, Notes{});
+    for (int i = 0; i < 3; ++i) {
+        addChain(drawing, {winding});
+    }
+    const std::size_t last = drawing.addAlignment(drawing.addSite("サイト"), "後", "0", "", "");
+    drawing.addElement(last, straight);
+    const Plot plot = plotAlong(drawing, road, {});
+    ASSERT_EQ(plot.notes.size(), 1U);
+    EXPECT_EQ(plot.notes[0].code, NoteCode::StationsCut);
+    EXPECT_EQ(plot.notes[0].count, 6U) << "those of the straight in front";
+}
+
 TEST_F(PlotOf, SheetsAlongAnAlignmentAreBoundedTogether) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     PlotOptions options;

@@ -42,7 +42,7 @@ QString elementLabel(const Element& element) {
 
 } // namespace
 
-void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment) {
+void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignment& alignment, int& left) {
     painter.setPen(QPen(kInk, 1.0));
     painter.setBrush(kPaper);
     const QRectF seen = clipOf(view);
@@ -51,7 +51,8 @@ void drawElementEnds(QPainter& painter, const ViewTransform& view, const Alignme
             continue;
         }
         for (const PlanPoint& end : {element.start, element.end}) {
-            if (seen.contains(view.toPixel(end.x, end.y))) {
+            if (left > 0 && seen.contains(view.toPixel(end.x, end.y))) {
+                --left;
                 painter.drawEllipse(view.toPixel(end.x, end.y), 2.5, 2.5);
             }
         }
@@ -62,14 +63,19 @@ void labelElements(QPainter& painter, const ViewTransform& view, const Alignment
                    const std::function<QColor(ElementType)>& inkOfType) {
     const QRectF seen = clipOf(view);
     for (const Element& element : alignment.elements) {
-        const QString label = elementLabel(element);
-        const double width = painter.fontMetrics().horizontalAdvance(label);
-        if (element.length * view.pixelsPerMetre() < width + 12.0) {
+        constexpr double kBesideLabel = 12.0; // pixels
+        const double length = element.length * view.pixelsPerMetre();
+        if (length < kBesideLabel) {
             continue;
         }
         const Pose middle = drawing::poseOnElement(element, 0.5 * element.length);
         const QPointF at = view.toPixel(middle.point.x, middle.point.y);
         if (!seen.contains(at)) {
+            continue;
+        }
+        const QString label = elementLabel(element);
+        const double width = painter.fontMetrics().horizontalAdvance(label);
+        if (length < width + kBesideLabel) {
             continue;
         }
         double degrees = std::remainder(-middle.direction * kDegrees, 360.0);

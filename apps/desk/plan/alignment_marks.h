@@ -14,8 +14,10 @@ namespace fenmark::desk {
 
 inline constexpr int kMostStationsOfAPicture = 100'000;
 
-// Circles where elements meet.
-void drawElementEnds(QPainter& painter, const ViewTransform& view, const drawing::Alignment& alignment);
+inline constexpr int kMostEndsOfAPicture = 5'000;
+
+// Circles where elements meet: `left` at most, which are taken off.
+void drawElementEnds(QPainter& painter, const ViewTransform& view, const drawing::Alignment& alignment, int& left);
 // Length, radius and parameter along each element that is long enough, as far as there is room.
 void labelElements(QPainter& painter, const ViewTransform& view, const drawing::Alignment& alignment, LabelRoom& room,
                    const std::function<QColor(drawing::ElementType)>& inkOfType);

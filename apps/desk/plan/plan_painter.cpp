@@ -8,6 +8,9 @@
 #include "desk/plan/plan_style.h"
 #include "desk/plan/plan_text.h"
 
+#include <QLineF>
+#include <QPen>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -31,13 +34,41 @@ constexpr std::size_t kLabelsInView = 2000;          // beyond so many objects n
 constexpr std::size_t kNamesAtRest = kMarkersInView; // and beyond so many they are left out
 constexpr double kMostPainted = 40.0;                // times the view that lines and areas are painted over one another
 constexpr double kPenCost = 8.0;                     // pixels of an area that take as long as one of a line
-constexpr double kLineDistance = 1.2;                // of two lines of text, in heights of letters
-constexpr double kSelectedWidth = 3.0;               // pixels
+constexpr double kMostFinePixels = 2e6; // under the lines of alignments in a picture; beyond, they are thin
+constexpr double kLineDistance = 1.2;   // of two lines of text, in heights of letters
+constexpr double kSelectedWidth = 3.0;  // pixels
 constexpr double kHoveredWidth = 2.0;
 
 bool meet(const Extent& a, const Extent& b) {
     return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
 }
+
+// Draws lines with smooth edges while a picture has time for that, and thousands that lie over each other thin.
+class AlignmentPen {
+  public:
+    explicit AlignmentPen(QPainter& painter) : painter_(painter) { painter_.setRenderHint(QPainter::Antialiasing); }
+
+    void draw(const QPolygonF& line, const QPen& pen) {
+        for (qsizetype i = 0; i + 1 < line.size(); ++i) {
+            left_ -= QLineF(line[i], line[i + 1]).length() * pen.widthF();
+        }
+        const bool fine = left_ >= 0.0;
+        thin_ += fine ? 0 : 1;
+        painter_.setRenderHint(QPainter::Antialiasing, fine);
+        painter_.setPen(fine ? pen : QPen(pen.color(), 0.0));
+        painter_.drawPolyline(line);
+    }
+    // For what is drawn behind the lines.
+    std::size_t finish() {
+        painter_.setRenderHint(QPainter::Antialiasing);
+        return thin_;
+    }
+
+  private:
+    QPainter& painter_;
+    double left_ = kMostFinePixels;
+    std::size_t thin_ = 0;
+};
 
 // Sets device pixels where they lie in the picture.
 class Dots {
@@ -322,7 +353,7 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
     const QRectF clip = clipOf(view);
     std::vector<std::size_t> seen;
     CurveBudget budget;
-    painter.setRenderHint(QPainter::Antialiasing);
+    AlignmentPen alignmentPen(painter);
     for (std::size_t a = 0; a < std::min(index_.alignmentCount(), drawing_.alignmentCount()); ++a) {
         const Alignment& alignment = drawing_.alignment(a);
         if (!meet(index_.alignmentExtent(a), visible) || isHidden(look, drawing_, alignment.layer)) {
@@ -335,14 +366,16 @@ void PlanPainter::paintAlignments(QPainter& painter, const ViewTransform& view, 
                 continue;
             }
             ++drawn_;
-            painter.setPen(QPen(inkOf(alignment, element.type), 2.0, Qt::SolidLine, Qt::FlatCap));
+            const QPen pen(inkOf(alignment, element.type), 2.0, Qt::SolidLine, Qt::FlatCap);
             for (const QPolygonF& part : elementPixels(element, view, clip, budget)) {
-                painter.drawPolyline(part);
+                alignmentPen.draw(part, pen);
             }
         }
     }
+    linesDrawnThin_ = alignmentPen.finish();
+    int ends = kMostEndsOfAPicture;
     for (const std::size_t a : seen) {
-        drawElementEnds(painter, view, drawing_.alignment(a));
+        drawElementEnds(painter, view, drawing_.alignment(a), ends);
         if (look.labels) {
             nameAlignment(painter, view, drawing_.alignment(a), room);
             labelElements(painter, view, drawing_.alignment(a), room,
@@ -549,15 +582,17 @@ void PlanPainter::paintMarked(QPainter& painter, const ViewTransform& view, cons
     }
     const Alignment& alignment = drawing_.alignment(object.index);
     CurveBudget budget;
+    AlignmentPen alignmentPen(painter);
     for (std::size_t i = 0; i < alignment.elements.size(); ++i) {
         const bool chosen = !object.element || *object.element == i;
         QColor colour = mark;
         colour.setAlphaF(chosen ? 0.9F : 0.35F);
-        painter.setPen(QPen(colour, chosen ? width + 2.0 : width, Qt::SolidLine, Qt::FlatCap));
+        const QPen pen(colour, chosen ? width + 2.0 : width, Qt::SolidLine, Qt::FlatCap);
         for (const QPolygonF& part : elementPixels(alignment.elements[i], view, clip, budget)) {
-            painter.drawPolyline(part);
+            alignmentPen.draw(part, pen);
         }
     }
+    alignmentPen.finish();
 }
 
 } // namespace fenmark::desk

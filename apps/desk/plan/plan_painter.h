@@ -44,6 +44,8 @@ class PlanPainter {
     std::size_t namesLeftOut() const { return namesLeftOut_; }
     // Lines and areas under so many others that it did not draw them.
     std::size_t linesLeftOut() const { return linesLeftOut_; }
+    // Lines of alignments that it drew thin, since there are so many.
+    std::size_t linesDrawnThin() const { return linesDrawnThin_; }
 
   private:
     void collect(const ViewTransform& view, const PlanLook& look, QImage& image);
@@ -71,6 +73,7 @@ class PlanPainter {
     std::size_t drawn_ = 0;
     std::size_t namesLeftOut_ = 0;
     std::size_t linesLeftOut_ = 0;
+    std::size_t linesDrawnThin_ = 0;
     bool leftManyNames_ = false;
     std::optional<LabelRoom> room_;   // what the last paint left free
     PlanLook look_;                   // of the last paint

@@ -57,6 +57,8 @@ class PlanView : public QWidget {
     // Names that the picture has no room for.
     std::size_t namesLeftOut() const { return painter_ ? painter_->namesLeftOut() : 0; }
     std::size_t linesLeftOut() const { return painter_ ? painter_->linesLeftOut() : 0; }
+    // Lines of alignments that the last paint drew thin.
+    std::size_t linesDrawnThin() const { return painter_ ? painter_->linesDrawnThin() : 0; }
     // Say in the user's language how many names, and lines and areas, were left out; %1 is their number.
     void setLeftOutTexts(const QString& names, const QString& lines) {
         namesLeftOutText_ = names;

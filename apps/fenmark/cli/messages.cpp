@@ -13,6 +13,7 @@
 #include "sima/records/passed_over.h"
 #include "sima/text/short_record.h"
 #include "sima/text/string_table.h"
+#include "sima/text/utf8.h"
 #include "values/real_text.h"
 
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include <new>
 #include <optional>
 #include <ostream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -29,8 +31,19 @@ namespace fenmark::cli {
 namespace {
 
 constexpr std::size_t kNamesTold = 50;
+constexpr std::size_t kCharactersTold = 60;           // of each of them
 constexpr std::size_t kBlocksOnTerminal = 100;        // more would push everything else off the screen
 constexpr std::size_t kPiece = std::size_t{64} << 10; // bytes: standard error writes each piece at once
+
+// The name, or its beginning and an ellipsis.
+std::string cut(std::string_view name) {
+    std::string_view rest = name;
+    for (std::size_t i = 0; i < kCharactersTold && !rest.empty(); ++i) {
+        sima::takeCharacter(rest);
+    }
+    std::string text(name.substr(0, name.size() - rest.size()));
+    return rest.empty() ? text : text + "…";
+}
 
 // A longitudinal result that lies outside its alignment is reported at the line that ends its section, so the record
 // itself is printed too.
@@ -149,7 +162,7 @@ void require(const Streams& streams, const Outcome& outcome, const std::string& 
 std::string joined(const std::vector<std::string>& names, Language language) {
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), kNamesTold); ++i) {
-        text.append(i == 0 ? "" : ", ").append(names[i]);
+        text.append(i == 0 ? "" : ", ").append(cut(names[i]));
     }
     if (names.size() > kNamesTold) {
         text += said(language, Text::AndMore, {{"count", std::to_string(names.size() - kNamesTold)}});

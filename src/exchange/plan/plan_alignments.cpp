@@ -1,5 +1,6 @@
 // Alignments on a plan: elements by kind, element ends, stations, curve data.
 #include "exchange/element_shape.h"
+#include "exchange/plan/near_stretches.h"
 #include "exchange/plan/path_writer.h"
 #include "exchange/plan/plan.h"
 #include "exchange/round_stations.h"
@@ -34,10 +35,17 @@ constexpr double kLeastStakeSpace = 5.0; // millimetres between two stations; a 
 constexpr double kKeySize = 2.0;         // millimetres of type
 constexpr double kStakeSize = 1.8;
 constexpr double kCurveSize = 1.8;
+constexpr double kFarthestName = 14.0; // millimetres from the end of an element
+constexpr double kFarthestCurveName = 13.5;
+constexpr double kFarthestAlignmentName = 16.0;
 // Of all alignments' lines on a sheet; beyond, curves that wind up are drawn with kFewestElementPoints each.
 constexpr std::size_t kMostCurvePoints = 200'000;
 constexpr double kLargestPaperRadius = 1e9;  // millimetres; beyond, an arc is drawn as its chords
 constexpr std::size_t kMostStations = 20000; // ticks on one sheet
+// Stations and parts of elements that are looked at for them; a clothoid may wind round a sheet millions of times.
+constexpr std::size_t kMostStationLooks = 500'000;
+constexpr double kStretchInSteps = 4.0;   // of stations that are walked through one by one
+constexpr double kStationRounding = 1e-6; // metres by which a station may be said to lie beside its stretch
 
 const char* styleOf(ElementType type) {
     return type == ElementType::Straight ? "straight" : type == ElementType::Arc ? "arc" : "clothoid";
@@ -240,14 +248,19 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
         const double direction = plan.turned(last ? element.endDirection() : element.direction);
         tick(plan, ticks, point, direction, kEndTick);
         const PaperPoint at = plan.at(point.x, point.y);
+        const double here = station;
+        station += last ? 0.0 : element.length;
+        if (!plan.space.mayHold(at, kFarthestName)) {
+            continue;
+        }
         const std::optional<std::size_t> named = names.at(point);
         std::string text = named    ? std::string(plan.drawing.entity(*named).row->name)
                            : i == 0 ? "BP"
                            : last   ? "EP"
                                     : jointName(shapeOf(elements[i - 1]), shapeOf(element));
-        text += " " + stakeName(station);
+        text += " " + stakeName(here);
         std::vector<Label> candidates;
-        for (const double distance : {3.0, 8.0, 14.0}) {
+        for (const double distance : {3.0, 8.0, kFarthestName}) {
             for (const bool left : {true, false}) {
                 candidates.push_back(across(at, direction, left, distance, kKeySize, text, "key"));
             }
@@ -255,40 +268,65 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
         if (plan.place(candidates, false) && named) {
             plan.namedAtEnds.insert(*named);
         }
-        if (!last) {
-            station += element.length;
-        }
     }
     ticks.finish();
     plan.items.insert(PlanItem::ElementEnd);
 }
 
-void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geometry, std::size_t& drawn) {
+// How many stations a sheet still takes, and how much is still looked at to find them.
+struct StationsLeft {
+    std::size_t drawn = kMostStations;
+    std::size_t looks = kMostStationLooks;
+};
+
+// The stations that the sheet shows, by their numbers, with directions as on the paper. False if some may be missing.
+bool findStations(const Plan& plan, const AlignmentGeometry& geometry, StationsLeft& rest,
+                  std::vector<std::pair<long long, drawing::Pose>>& stations) {
     const double step = plan.stationStep;
-    PathWriter ticks(out, "class=\"tick");
     // Beyond that, stations next to each other are one real.
-    const bool tellable =
-        std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) < kLargestStation;
-    const auto first = tellable ? static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9)) : 0;
-    std::vector<std::pair<double, drawing::Pose>> poses;
-    for (long long k = first;
-         tellable && static_cast<double>(k) * step <= geometry.endStation() && drawn < kMostStations; ++k) {
-        const double station = static_cast<double>(k) * step;
-        const auto pose = geometry.poseAt(station);
-        if (!pose || isBeside(plan, pose->point)) {
-            continue;
+    if (std::max(std::abs(geometry.startStation()), std::abs(geometry.endStation())) >= kLargestStation) {
+        return true;
+    }
+    auto next = static_cast<long long>(std::ceil(geometry.startStation() / step - 1e-9));
+    const auto walk = [&](double from, double to) {
+        next = std::max(next, static_cast<long long>(std::ceil((from - kStationRounding) / step - 1e-9)));
+        const double last = std::min(to + kStationRounding, geometry.endStation());
+        for (; static_cast<double>(next) * step <= last; ++next) {
+            if (rest.drawn == 0 || rest.looks == 0) {
+                return false;
+            }
+            --rest.looks;
+            const auto pose = geometry.poseAt(static_cast<double>(next) * step);
+            if (pose && !isBeside(plan, pose->point)) {
+                --rest.drawn;
+                stations.emplace_back(next, drawing::Pose{pose->point, plan.turned(pose->direction)});
+            }
         }
-        ++drawn;
-        const drawing::Pose onPaper{pose->point, plan.turned(pose->direction)};
-        tick(plan, ticks, onPaper.point, onPaper.direction, k % 5 == 0 ? kMajorTick : kStakeTick);
-        poses.emplace_back(station, onPaper);
+        return true;
+    };
+    if (!plan.partial) {
+        return walk(geometry.startStation(), geometry.endStation());
+    }
+    const NearStretches near{[&](const drawing::Extent& extent) { return plan.sheet.shows(extent); }, walk,
+                             kStretchInSteps * step, &rest.looks};
+    return near.find(geometry);
+}
+
+// False if some stations may be missing.
+bool drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geometry, StationsLeft& rest) {
+    std::vector<std::pair<long long, drawing::Pose>> stations;
+    const bool complete = findStations(plan, geometry, rest, stations);
+    const auto isMajor = [](long long number) { return number % 5 == 0; };
+    PathWriter ticks(out, "class=\"tick");
+    for (const auto& [number, pose] : stations) {
+        tick(plan, ticks, pose.point, pose.direction, isMajor(number) ? kMajorTick : kStakeTick);
     }
     ticks.finish();
-    if (!poses.empty()) {
+    if (!stations.empty()) {
         plan.items.insert(PlanItem::Station);
     }
     // Every fifth station shows its distance too, and takes its place before the others.
-    auto place = [&](double station, const drawing::Pose& pose, bool major) {
+    const auto place = [&](double station, const drawing::Pose& pose, bool major) {
         const PaperPoint at = plan.at(pose.point.x, pose.point.y);
         const std::string text = stakeName(station) + (major ? "  " + fixedReal(station, 1) : "");
         std::vector<Label> candidates;
@@ -299,20 +337,25 @@ void drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
         }
         plan.place(candidates, false);
     };
-    auto isMajor = [&](double station) { return std::abs(std::remainder(station, 5.0 * step)) < 1e-6; };
     for (const bool major : {true, false}) {
-        for (const auto& [station, pose] : poses) {
-            if (isMajor(station) == major) {
-                place(station, pose, major);
+        for (const auto& [number, pose] : stations) {
+            if (isMajor(number) == major) {
+                place(static_cast<double>(number) * plan.stationStep, pose, major);
             }
         }
     }
+    return complete;
 }
 
 void nameCurves(Plan& plan, const Alignment& alignment) {
     for (const Element& element : alignment.elements) {
         const ElementType shape = shapeOf(element);
         if (shape == ElementType::Straight) {
+            continue;
+        }
+        const drawing::Pose middle = drawing::poseOnElement(element, element.length / 2.0);
+        const PaperPoint at = plan.at(middle.point.x, middle.point.y);
+        if (!plan.space.mayHold(at, kFarthestCurveName)) {
             continue;
         }
         std::string text;
@@ -323,11 +366,9 @@ void nameCurves(Plan& plan, const Alignment& alignment) {
             text = "A=" + fixedReal(std::sqrt(element.length / growth), 3);
         }
         text += " L=" + fixedReal(element.length, 3);
-        const drawing::Pose middle = drawing::poseOnElement(element, element.length / 2.0);
-        const PaperPoint at = plan.at(middle.point.x, middle.point.y);
         const char* style = shape == ElementType::Arc ? "curve" : "spiral";
         std::vector<Label> candidates;
-        for (const double distance : {3.5, 6.5, 10.0, 13.5}) {
+        for (const double distance : {3.5, 6.5, 10.0, kFarthestCurveName}) {
             for (const bool left : {!element.clockwise, element.clockwise}) {
                 candidates.push_back(along(at, plan.turned(middle.direction), left, distance, kCurveSize, text, style));
             }
@@ -347,7 +388,10 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
             continue;
         }
         const PaperPoint at = plan.at(pose->point.x, pose->point.y);
-        for (const double distance : {5.0, 10.0, 16.0}) {
+        if (!plan.space.mayHold(at, kFarthestAlignmentName)) {
+            continue;
+        }
+        for (const double distance : {5.0, 10.0, kFarthestAlignmentName}) {
             for (const bool left : {true, false}) {
                 candidates.push_back(
                     along(at, plan.turned(pose->direction), left, distance, 2.6, alignment.name, "key"));
@@ -382,7 +426,8 @@ void drawAlignments(Plan& plan, std::ostream& out) {
             drawElement(plan, out, element, colour, drawn);
         }
     }
-    std::size_t stations = 0;
+    StationsLeft rest;
+    bool complete = true;
     for (std::size_t i = 0; i < plan.drawing.alignmentCount(); ++i) {
         const Alignment& alignment = plan.drawing.alignment(i);
         if (alignment.elements.empty() || plan.isLeftOut(alignment)) {
@@ -391,11 +436,11 @@ void drawAlignments(Plan& plan, std::ostream& out) {
         const AlignmentGeometry& geometry = plan.drawing.geometry(i);
         drawEnds(plan, out, alignment, names);
         nameAlignment(plan, alignment, geometry);
-        drawStations(plan, out, geometry, stations);
+        complete = drawStations(plan, out, geometry, rest) && complete;
         nameCurves(plan, alignment);
     }
-    if (stations >= kMostStations) {
-        plan.notes.push_back({NoteCode::StationsCut, kMostStations});
+    if (!complete) {
+        plan.notes.push_back({NoteCode::StationsCut, kMostStations - rest.drawn});
     }
 }
 

@@ -90,6 +90,12 @@ bool LabelSpace::isFree(const Label& label, bool offLines) const {
     return eachCell(label, [&](std::size_t cell) { return cell < cells_.size() && (cells_[cell] & blocking) == 0; });
 }
 
+bool LabelSpace::mayHold(const PaperPoint& at, double away) const {
+    const double slack = away + kCell;
+    return at.x >= map_.x - slack && at.x <= map_.right() + slack && at.y >= map_.y - slack &&
+           at.y <= map_.bottom() + slack;
+}
+
 void LabelSpace::take(const Label& label) {
     eachCell(label, [&](std::size_t cell) {
         if (cell < cells_.size()) {
@@ -127,12 +133,28 @@ void LabelSpace::takeDot(const PaperPoint& at, double radius) {
 }
 
 void LabelSpace::takeLine(const PaperPoint& from, const PaperPoint& to) {
-    const double length = std::hypot(to.x - from.x, to.y - from.y);
+    const double dx = to.x - from.x;
+    const double dy = to.y - from.y;
     const double step = kCell / 2.0;
-    const auto count = static_cast<long>(std::min(length, map_.width + map_.height) / step) + 1;
-    for (long i = 0; i <= count; ++i) {
-        const double part = static_cast<double>(i) / static_cast<double>(count);
-        const std::size_t cell = cellAt(from.x + part * (to.x - from.x), from.y + part * (to.y - from.y));
+    const double count = std::floor(std::hypot(dx, dy) / step) + 1.0;
+    // Of the steps from one end to the other only those near the map.
+    double first = 0.0;
+    double last = count;
+    const auto clip = [&](double start, double length, double low, double high) {
+        if (length == 0.0) {
+            last = start >= low - step && start <= high + step ? last : -1.0;
+            return;
+        }
+        const double enters = ((length > 0.0 ? low - step : high + step) - start) / length;
+        const double leaves = ((length > 0.0 ? high + step : low - step) - start) / length;
+        first = std::max(first, std::floor(enters * count));
+        last = std::min(last, std::ceil(leaves * count));
+    };
+    clip(from.x, dx, map_.x, map_.right());
+    clip(from.y, dy, map_.y, map_.bottom());
+    for (double i = first; i <= last; ++i) {
+        const double part = i / count;
+        const std::size_t cell = cellAt(from.x + part * dx, from.y + part * dy);
         if (cell < cells_.size()) {
             cells_[cell] |= kLine;
         }

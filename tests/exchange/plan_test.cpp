@@ -265,6 +265,18 @@ TEST(LabelSpace, ALineKeepsItsPlaceHoweverLongItIs) {
     EXPECT_TRUE(space.isFree({{100.0, 50.0}, 2.0, 0.0, Label::Anchor::End, "点", ""}, true));
 }
 
+// Reals so large do not tell steps of a line apart, nor does a line without end have any.
+TEST(LabelSpace, ALineBeyondAllBoundsComesToAnEnd) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    LabelSpace space({0.0, 0.0, 100.0, 100.0});
+    for (const double far : {1e15, 1e17, 1e19, 1e100, 1e300, kInfinity, -kInfinity, std::nan("")}) {
+        space.takeLine({-far, 10.0}, {far, 10.0});
+        space.takeLine({50.0, 50.0}, {far, -far});
+        space.takeLine({far, far}, {far, -far});
+        EXPECT_TRUE(space.isFree({{5.0, 90.0}, 2.0, 0.0, Label::Anchor::Start, "点", ""}, true)) << far;
+    }
+}
+
 TEST(LabelSpace, HoldsALabelOnlyNearTheMap) {
     const LabelSpace space({10.0, 10.0, 100.0, 50.0});
     for (const double beside : {0.0, 13.9, 15.0}) {

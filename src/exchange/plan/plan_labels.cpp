@@ -12,7 +12,8 @@ namespace fenmark::exchange {
 namespace {
 
 constexpr const char* kEllipsis = "…";
-constexpr double kCell = 0.5;       // millimetres
+constexpr double kCell = 0.5; // millimetres
+constexpr double kStepsBeside = 16.0;
 constexpr double kNarrow = 0.55;    // ems that a Latin letter takes
 constexpr double kHalfWidth = 0.5;  // ems that half-width kana take
 constexpr double kTextHeight = 0.9; // of the em that the letters fill
@@ -152,8 +153,11 @@ void LabelSpace::takeLine(const PaperPoint& from, const PaperPoint& to) {
     };
     clip(from.x, dx, map_.x, map_.right());
     clip(from.y, dy, map_.y, map_.bottom());
-    for (double i = first; i <= last; ++i) {
-        const double part = i / count;
+    // No more than cross the map: beyond 2^53 reals do not count up, and a line without end has no steps.
+    const double most = (map_.width + map_.height) / step + kStepsBeside;
+    const long steps = last >= first ? static_cast<long>(std::min(last - first, most)) : -1;
+    for (long i = 0; i <= steps; ++i) {
+        const double part = (first + static_cast<double>(i)) / count;
         const std::size_t cell = cellAt(from.x + part * dx, from.y + part * dy);
         if (cell < cells_.size()) {
             cells_[cell] |= kLine;

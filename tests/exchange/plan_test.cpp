@@ -369,6 +369,20 @@ TEST_F(PlanOf, ObjectsAtTheOriginNearTheOthersAreShown) {
     EXPECT_TRUE(hasText("原点"));
 }
 
+TEST_F(PlanOf, ObjectsAtTheOriginAreShownWithinFiveKilometresOfAllElse) {
+    for (const double away : {4999.999, 5000.0, 5000.005}) {
+        for (const PlanPoint& at : {PlanPoint{away, 1}, PlanPoint{-away, 1}, PlanPoint{1, away}, PlanPoint{1, -away}}) {
+            drawing = Drawing();
+            addPoint(drawing, {0, 0, 0}, "原点");
+            addPoint(drawing, {at.x, at.y, 0}, "隣");
+            draw();
+            EXPECT_EQ(hasText("原点"), away < 5000.0) << at.x << ' ' << at.y;
+            EXPECT_EQ(notes.empty(), away < 5000.0) << at.x << ' ' << at.y;
+            EXPECT_TRUE(hasText("隣")) << at.x << ' ' << at.y;
+        }
+    }
+}
+
 TEST_F(PlanOf, ObjectsWithCoordinatesThatNoSurveyHasAreLeftOutAndTold) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     fillSample(drawing);

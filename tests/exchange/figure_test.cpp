@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 #include <numbers>
 #include <string>
 #include <vector>
@@ -52,6 +55,59 @@ TEST(Figure, NamesStandOutsideSquareToTheLotInEveryDirection) {
         }
         EXPECT_FALSE(dot);
         EXPECT_STREQ(name.text().get(), "12-3");
+    }
+}
+
+std::string scaleOf(double width, double height) {
+    report::LotFigure figure;
+    figure.ring = {{0, 0, 0}, {width, 0, 0}, {width, height, 0}, {0, height, 0}};
+    figure.names.resize(4);
+    const std::string svg = report::figureSvg(figure);
+    const std::size_t at = svg.find(">1:");
+    return svg.substr(at + 1, svg.find('<', at) - at - 1);
+}
+
+// The lot has 64 mm of the paper across and 48 mm up.
+TEST(Figure, TakesTheFirstRoundScaleAtWhichTheLotFits) {
+    const int scales[] = {10,    20,    50,    100,    150,    200,    250,     300,      400,      500,
+                          600,   800,   1000,  1200,   1500,   2000,   2500,    3000,     5000,     10000,
+                          20000, 25000, 50000, 100000, 200000, 500000, 1000000, 10000000, 100000000};
+    constexpr double kLess = 1.0 - 1e-9;
+    constexpr double kMore = 1.0 + 1e-9;
+    for (std::size_t i = 0; i < std::size(scales); ++i) {
+        const double width = 0.064 * scales[i];
+        const double height = 0.048 * scales[i];
+        const std::string fits = "1:" + std::to_string(scales[i]);
+        const std::string next = "1:" + std::to_string(scales[std::min(i + 1, std::size(scales) - 1)]);
+        EXPECT_EQ(scaleOf(width * kLess, 0.1 * height), fits);
+        EXPECT_EQ(scaleOf(0.1 * width, height * kLess), fits);
+        EXPECT_EQ(scaleOf(width * kMore, 0.1 * height), next);
+        EXPECT_EQ(scaleOf(0.1 * width, height * kMore), next);
+    }
+    for (const int thousands : {1, 2, 5, 10, 1000}) {
+        EXPECT_EQ(scaleOf(64.0 * thousands, 48.0 * thousands), "1:" + std::to_string(1000 * thousands)) << "exactly";
+    }
+}
+
+// A name whose neighbours are one point stands at the right.
+TEST(Figure, OfTwoCornersHasItsNamesAtTheRight) {
+    report::LotFigure figure;
+    figure.ring = {{0, 0, 0}, {10, 20, 0}};
+    figure.names = {"A", "B"};
+    pugi::xml_document page;
+    ASSERT_TRUE(page.load_string(report::figureSvg(figure).c_str()));
+    pugi::xml_node dot = page.child("svg").child("circle");
+    pugi::xml_node name = page.child("svg").child("text");
+    double below = 0.0; // of the base line under the middle of a name
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_STREQ(name.attribute("text-anchor").value(), "start");
+        EXPECT_NEAR(name.attribute("x").as_double() - dot.attribute("cx").as_double(), 1.44, kWritten);
+        const double dy = name.attribute("y").as_double() - dot.attribute("cy").as_double();
+        EXPECT_TRUE(dy > 0.0 && dy < 1.2) << dy;
+        below = i == 0 ? dy : below;
+        EXPECT_NEAR(dy, below, 2.0 * kWritten);
+        dot = dot.next_sibling("circle");
+        name = name.next_sibling("text");
     }
 }
 

@@ -652,6 +652,9 @@ TEST(LotNames, StandWithinTheRing) {
     EXPECT_EQ(labelPoint(square), (PlanPoint{5, 5}));
     const std::vector<MdGePoint3d> line = {{0, 0, 0}, {10, 0, 0}, {20, 0, 0}};
     EXPECT_EQ(labelPoint(line), (PlanPoint{10, 0})) << "no area";
+    const std::vector<MdGePoint3d> slanting = {{100, 50, 0}, {110, 60, 0}, {135, 85, 0}};
+    EXPECT_NEAR(labelPoint(slanting).x, 115, 1e-12) << "the mean of its corners";
+    EXPECT_NEAR(labelPoint(slanting).y, 65, 1e-12);
     EXPECT_EQ(labelPoint({}), (PlanPoint{0, 0}));
     // Elsewhere than in the middle of its width at half its height.
     const std::vector<MdGePoint3d> triangle = {{0, 0, 0}, {30, 0, 0}, {0, 30, 0}};
@@ -668,6 +671,10 @@ TEST(LotNames, StandWithinTheRing) {
     const PlanPoint inside = labelPoint(shape);
     EXPECT_TRUE(inside.x > 20.0 && inside.x < 30.0) << inside.x;
     EXPECT_TRUE(inside.y > 0.0 && inside.y < 20.0) << inside.y;
+    // The first of two that are as wide, also where corners lie at half the height.
+    const std::vector<MdGePoint3d> even = {{0, 0, 0},  {30, 0, 0}, {30, 10, 0}, {30, 20, 0}, {20, 20, 0},
+                                           {20, 2, 0}, {10, 2, 0}, {10, 20, 0}, {0, 20, 0},  {0, 10, 0}};
+    EXPECT_EQ(labelPoint(even), (PlanPoint{5, 10}));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Plans and sections on paper: sheets, scales, what stands where.
 #include "exchange/plan/plan.h"
+#include "exchange/plan/plan_labels.h"
 #include "exchange/plan/plot.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
@@ -207,6 +208,87 @@ TEST_F(PlotOf, LongProfileTakesSeveralSheets) {
     options.scale = 1;
     EXPECT_NE(whyNot(plotProfile(drawing, 0, options)).find("more than 500 sheets"), std::string::npos);
     EXPECT_TRUE(isWantOfRoom(*plotProfile(drawing, 0, options).failure));
+}
+
+// 1:200 across and 1:20 up: the sheets show the whole ground once, at its grade.
+TEST_F(PlotOf, ProfileSheetsGoOnWhereTheOneBeforeEnds) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(100.0, 0.0, 10.0, "a", "縦断成果");
+    addResult(190.0, 0.0, 10.9, "b", "縦断成果");
+    addResult(290.0, 0.0, 10.4, "c", "縦断成果");
+    PlotOptions options;
+    options.scale = 200;
+    const Plot plot = plotProfile(drawing, 0, options);
+    ASSERT_EQ(plot.pages.size(), 3U);
+    double rising = 0.0; // millimetres of paper
+    double falling = 0.0;
+    for (const std::string& page : plot.pages) {
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(page.c_str()));
+        std::istringstream in(document.select_node("//path[@class='ground']").node().attribute("d").value());
+        char letter = 0;
+        double x[2], y[2];
+        in >> letter >> x[0] >> y[0];
+        while (in >> letter >> x[1] >> y[1]) {
+            const double across = x[1] - x[0];
+            const double up = y[0] - y[1];
+            (up > 0.0 ? rising : falling) += across;
+            EXPECT_NEAR(up, across * (up > 0.0 ? 0.1 : -0.05), 2.0 * kMillimetre);
+            x[0] = x[1];
+            y[0] = y[1];
+        }
+    }
+    EXPECT_NEAR(rising, 450.0, 5.0 * kMillimetre);
+    EXPECT_NEAR(falling, 500.0, 5.0 * kMillimetre);
+}
+
+// The diagram of curvature: a clothoid leads from the middle to the arc, however short it is.
+TEST_F(PlotOf, ProfileShowsShortClothoidsWhole) {
+    for (const double length : {0.2, 2.0}) {
+        drawing = Drawing();
+        addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                           {ElementType::Clothoid, length, kStraight, 100.0, true},
+                           {ElementType::Arc, 10.0, 100.0, 100.0, true}});
+        addResult(0.0, 0.0, 10.0, "a", "縦断成果");
+        addResult(20.0, 0.0, 10.5, "b", "縦断成果");
+        PlotOptions options;
+        options.scale = 100;
+        const Plot plot = plotProfile(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+        const pugi::xpath_node_set curves = document.select_nodes("//path[@class='curve']");
+        ASSERT_EQ(curves.size(), 3U);
+        double x[2], y[2];
+        char letter = 0;
+        std::istringstream(curves[1].node().attribute("d").value()) >> letter >> x[0] >> y[0] >> letter >> x[1] >> y[1];
+        EXPECT_NEAR(x[1] - x[0], 10.0 * length, kMillimetre);
+        EXPECT_NEAR(y[1] - y[0], 5.0, kMillimetre);
+    }
+}
+
+// Of 2 mm, where it is narrower than its element.
+TEST_F(PlotOf, ProfileNamesTheElementsThatHaveRoom) {
+    const std::string label = "L=5.000";
+    const double room = 2.0 * widthInEms(label); // millimetres
+    for (const int scale : {100, 200, 500, 1000}) {
+        for (const double share : {0.99, 1.01}) {
+            drawing = Drawing();
+            addChain(drawing, {{ElementType::Straight, 0.001 * room * scale * share, kStraight, kStraight, false},
+                               {ElementType::Arc, 50.0, 100.0, 100.0, true}});
+            addResult(0.0, 0.0, 10.0, "a", "縦断成果");
+            addResult(40.0, 0.0, 10.5, "b", "縦断成果");
+            PlotOptions options;
+            options.scale = scale;
+            const Plot plot = plotProfile(drawing, 0, options);
+            ASSERT_FALSE(plot.pages.empty()) << whyNot(plot);
+            bool named = false;
+            for (const std::string& text : textsOf(plot.pages[0])) {
+                named = named || (text.starts_with("L=") && text.size() == label.size());
+            }
+            EXPECT_EQ(named, share > 1.0) << scale;
+        }
+    }
 }
 
 TEST_F(PlotOf, AVeryLongProfileTakesSheetsAtOneToAThousand) {

@@ -231,14 +231,16 @@ TEST(LineSourceUtf16, LongFilesComeWhole) {
 TEST(LineSourceLimit, ALineUpToTheLimitIsALineAndOneBeyondIsTold) {
     constexpr std::size_t kLimit = std::size_t{1} << 20;
     const test::TemporaryFolder folder;
-    for (const std::string_view end : {"\n", "\r\n", ""}) {
-        LineSource source(Encoding::Cp932, kLimit);
-        ASSERT_TRUE(source.open(folder.write("a.sim", "A00,\n" + std::string(kLimit, 'x') + std::string(end))));
-        std::string_view line;
-        ASSERT_TRUE(source.next(line));
-        ASSERT_TRUE(source.next(line));
-        EXPECT_EQ(line.size(), kLimit);
-        EXPECT_FALSE(source.next(line));
+    for (const std::string before : {"A00,\n", "\n", "\r\n"}) {
+        for (const std::string end : {"\n", "\r\n", ""}) {
+            LineSource source(Encoding::Cp932, kLimit);
+            ASSERT_TRUE(source.open(folder.write("a.sim", before + std::string(kLimit, 'x') + end)));
+            std::string_view line;
+            ASSERT_TRUE(source.next(line));
+            ASSERT_TRUE(source.next(line));
+            EXPECT_EQ(line.size(), kLimit);
+            EXPECT_FALSE(source.next(line));
+        }
     }
     LineSource source(Encoding::Cp932, kLimit);
     ASSERT_TRUE(source.open(folder.write("a.sim", "A00,\n" + std::string(kLimit + 3, 'x') + "\n")));

@@ -9,7 +9,9 @@
 #include <cstddef>
 #include <iterator>
 #include <numbers>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -21,11 +23,12 @@ constexpr double kHalfTenth = std::numbers::pi / 3600.0;
 // A circle of corners, so that every direction is met; a name whose direction has less than 0.3 across stands over or under.
 TEST(Figure, NamesStandOutsideSquareToTheLotInEveryDirection) {
     constexpr int kCorners = 3600;
-    for (const double turn : {1.0, -1.0}) {
+    const std::pair<double, double> lots[] = {{1.0, 40.0}, {-1.0, 40.0}, {1.0, 0.05}, {-1.0, 0.05}}; // turn, radius
+    for (const auto& [turn, radius] : lots) {
         report::LotFigure figure;
         for (int i = 0; i < kCorners; ++i) {
             const double angle = turn * (2.0 * i + 1.0) * kHalfTenth;
-            figure.ring.push_back({500.0 + 40.0 * std::cos(angle), 700.0 + 40.0 * std::sin(angle), 0.0});
+            figure.ring.push_back({500.0 + radius * std::cos(angle), 700.0 + radius * std::sin(angle), 0.0});
             figure.names.push_back("P" + std::to_string(i));
         }
         figure.lot = "12-3";
@@ -58,11 +61,16 @@ TEST(Figure, NamesStandOutsideSquareToTheLotInEveryDirection) {
     }
 }
 
-std::string scaleOf(double width, double height) {
+std::string figureOf(double width, double height, std::optional<int> scale = std::nullopt) {
     report::LotFigure figure;
     figure.ring = {{0, 0, 0}, {width, 0, 0}, {width, height, 0}, {0, height, 0}};
     figure.names.resize(4);
-    const std::string svg = report::figureSvg(figure);
+    figure.scale = scale;
+    return report::figureSvg(figure);
+}
+
+std::string scaleOf(double width, double height) {
+    const std::string svg = figureOf(width, height);
     const std::size_t at = svg.find(">1:");
     return svg.substr(at + 1, svg.find('<', at) - at - 1);
 }
@@ -86,6 +94,27 @@ TEST(Figure, TakesTheFirstRoundScaleAtWhichTheLotFits) {
     }
     for (const int thousands : {1, 2, 5, 10, 1000}) {
         EXPECT_EQ(scaleOf(64.0 * thousands, 48.0 * thousands), "1:" + std::to_string(1000 * thousands)) << "exactly";
+    }
+}
+
+// A figure of a scale that was asked for is as large as its lot and 22 mm, but not larger than 250 mm.
+TEST(Figure, OfAScaleThatWasAskedForIsAsLargeAsItsLot) {
+    const struct {
+        double width; // of the lot at 1:1000, millimetres
+        double height;
+        std::string svgWidth;
+        std::string svgHeight;
+    } cases[] = {
+        {1, 1, "86mm", "70mm"},       {64, 48, "86mm", "70mm"},   {65, 48, "87mm", "70mm"},
+        {64, 49, "86mm", "71mm"},     {228, 1, "250mm", "70mm"},  {1, 228, "86mm", "250mm"},
+        {228, 228, "250mm", "250mm"}, {228.1, 1, "86mm", "70mm"}, {1, 228.1, "86mm", "70mm"},
+    };
+    for (const auto& [width, height, svgWidth, svgHeight] : cases) {
+        const std::string svg = figureOf(width, height, 1000);
+        EXPECT_NE(svg.find("width=\"" + svgWidth + "\" height=\"" + svgHeight + "\""), std::string::npos)
+            << width << ' ' << height << ' ' << svg.substr(0, 100);
+        const bool asAsked = width <= 228 && height <= 228;
+        EXPECT_EQ(svg.find(">1:1000<") != std::string::npos, asAsked) << width << ' ' << height;
     }
 }
 

@@ -675,6 +675,15 @@ TEST(LotNames, StandWithinTheRing) {
     const std::vector<MdGePoint3d> even = {{0, 0, 0},  {30, 0, 0}, {30, 10, 0}, {30, 20, 0}, {20, 20, 0},
                                            {20, 2, 0}, {10, 2, 0}, {10, 20, 0}, {0, 20, 0},  {0, 10, 0}};
     EXPECT_EQ(labelPoint(even), (PlanPoint{5, 10}));
+    // Wherever a ring begins.
+    for (std::vector<MdGePoint3d> ring : {triangle, arms, shape, even}) {
+        const PlanPoint first = labelPoint(ring);
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            std::rotate(ring.begin(), ring.begin() + 1, ring.end());
+            EXPECT_NEAR(labelPoint(ring).x, first.x, 1e-12) << i;
+            EXPECT_NEAR(labelPoint(ring).y, first.y, 1e-12) << i;
+        }
+    }
 }
 
 } // namespace

@@ -9,10 +9,12 @@
 #include <pugixml.hpp>
 
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 #include <set>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -324,6 +326,74 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     PlotOptions options;
     options.scale = 10;
     EXPECT_NE(whyNot(plotCrossSections(drawing, 0, options)).find("do not fit"), std::string::npos);
+}
+
+// Columns of figures are 2.4 mm wide: 24 cm at 1:100.
+TEST_F(PlotOf, SectionsTellHowManyFiguresHaveNoRoom) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    std::size_t without = 0;
+    for (const double station : {120.0, 140.0}) {
+        for (const double offset : {-1.0, -0.765, 0.0, 0.235, 0.245, 1.0}) {
+            addResult(station, offset, 11.0, "No.", "横断成果");
+        }
+        without += 2;
+        const Plot plot = plotCrossSections(drawing, 0, {});
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        ASSERT_EQ(plot.notes.size(), 1U);
+        EXPECT_EQ(plot.notes[0].code, NoteCode::NoRoomForFigures);
+        EXPECT_EQ(plot.notes[0].count, without);
+        const auto texts = textsOf(plot.pages[0]);
+        EXPECT_TRUE(texts.contains("0.245"));
+        EXPECT_FALSE(texts.contains("0.235") || texts.contains("-0.765"));
+    }
+    Drawing other;
+    std::swap(drawing, other);
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double offset : {-1.0, 0.0, 0.1}) {
+        addResult(120.0, offset, 11.0, "No.6", "横断成果");
+    }
+    const Plot plot = plotCrossSections(drawing, 0, {});
+    ASSERT_EQ(plot.notes.size(), 1U);
+    EXPECT_EQ(plot.notes[0].count, 1U);
+}
+
+TEST_F(PlotOf, ManySectionsStandOnceEachOnTheirSheets) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    std::multiset<std::string> wanted;
+    for (int i = 0; i < 24; ++i) {
+        const std::string name = "断面" + std::to_string(i);
+        for (const double offset : {-6.0, 0.0, 6.0}) {
+            addResult(102.0 + 8.0 * i, offset, 11.0, name.c_str(), "横断成果");
+        }
+        wanted.insert(name);
+    }
+    const Plot plot = plotCrossSections(drawing, 0, {});
+    EXPECT_GT(plot.pages.size(), 1U) << whyNot(plot);
+    std::multiset<std::string> names;
+    for (const std::string& page : plot.pages) {
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(page.c_str()));
+        for (const pugi::xpath_node node : document.select_nodes("//text[starts-with(., '断面')]")) {
+            names.emplace(node.node().child_value());
+        }
+    }
+    EXPECT_EQ(names, wanted);
+}
+
+TEST_F(PlotOf, SectionsTellOfOneHeightThatTheyLeaveOut) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const char* type : {"縦断成果", "横断成果"}) {
+        addResult(140.0, 0.0, 10.0, "a", type);
+        addResult(140.0, 5.0, 1e30, "", type);
+        addResult(160.0, 0.0, 11.0, "b", type);
+    }
+    addResult(180.0, 0.0, 1e30, "c", "縦断成果");
+    for (const Plot& plot : {plotProfile(drawing, 0, {}), plotCrossSections(drawing, 0, {})}) {
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        ASSERT_EQ(plot.notes.size(), 1U);
+        EXPECT_EQ(plot.notes[0].code, NoteCode::OutOfReach);
+        EXPECT_EQ(plot.notes[0].count, 1U);
+    }
 }
 
 // Where a step of the grid is lost in a height, its lines had no end.

@@ -225,6 +225,16 @@ TEST(SimaResults, KeepTheirNumberFromZeroOn) {
     }
 }
 
+TEST(SimaResults, TakeNoNumberOfOthersThatLieOnNoAlignment) {
+    Drawing drawing;
+    addStraightRoad(drawing, 0, "road");
+    addResultAt(drawing, {10, 0, 5}, "a", kLongitudinal, -1, "a.sim");
+    addResultAt(drawing, {10, 50, 5}, "beside", kLongitudinal, 1, "b.sim");
+    std::ostringstream out;
+    writeSima(drawing, {}, out);
+    EXPECT_EQ(linesOf(out.str(), "H00"), (std::vector<std::string>{"H00,    2,road,"}));
+}
+
 TEST(SimaResults, GoToTheAlignmentThatTheFileNames) {
     Drawing drawing;
     addStraightRoad(drawing, 0, "one");

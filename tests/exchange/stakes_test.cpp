@@ -252,6 +252,25 @@ TEST(Ips, OfACurveOfHalfACircleAreThoseOfItsElements) {
     EXPECT_NEAR(ips[2].tangentBefore.value_or(0.0), 45.0 * std::tan(1.0), 1e-6);
 }
 
+TEST(Clothoids, HaveAParameterUnlessTheirCurvatureStaysTheSame) {
+    Element clothoid;
+    clothoid.type = ElementType::Clothoid;
+    clothoid.length = 20.0;
+    const std::pair<std::pair<double, double>, double> radii[] = {{{kStraight, 100.0}, std::sqrt(2000.0)},
+                                                                  {{100.0, kStraight}, std::sqrt(2000.0)},
+                                                                  {{100.0, 50.0}, std::sqrt(2000.0)},
+                                                                  {{100.0, 100.0}, 0.0},
+                                                                  {{kStraight, kStraight}, 0.0}};
+    for (const auto& [radius, parameter] : radii) {
+        for (const bool clockwise : {false, true}) {
+            clothoid.clockwise = clockwise;
+            clothoid.startRadius = radius.first;
+            clothoid.endRadius = radius.second;
+            EXPECT_NEAR(parameterOf(clothoid), parameter, kMetres);
+        }
+    }
+}
+
 // However the alignment lies and however small it is.
 TEST(Ips, LieWhereTheTangentsMeetInEveryDirection) {
     for (const double size : {1000.0, 1.0, 0.01}) {

@@ -446,6 +446,24 @@ TEST_F(PlotOf, NamesThatRunOffThePaperAreCut) {
     }
 }
 
+// Both halves of a title's line are cut where they are eight times too long, and the second is squeezed into its room.
+TEST_F(PlotOf, LongTitlesAreSqueezedAndThenCut) {
+    addRoad(drawing, {12000.0, -36000.0}, false);
+    PlotOptions options;
+    options.titles = {{std::string(1000, 'n'), std::string(1000, 'v')}, {"short", "value"}};
+    const Plot plot = plotPlan(drawing, options);
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+    const pugi::xml_node value = document.select_node("//text[starts-with(., 'vvv')]").node();
+    const double room = value.attribute("textLength").as_double();
+    EXPECT_GT(room, 20.0);
+    EXPECT_STREQ(value.child_value(), cutToEms(options.titles[0].second, 8.0 * room / 2.4).c_str());
+    EXPECT_STREQ(document.select_node("//text[starts-with(., 'nnn')]").node().child_value(),
+                 cutToEms(options.titles[0].first, 8.0 * room / 2.4).c_str());
+    EXPECT_FALSE(document.select_node("//text[. = 'value']").node().attribute("textLength"));
+}
+
 TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {
     addRoad(drawing, {12000.0, -36000.0}, true);
     EXPECT_NE(whyNot(plotProfile(drawing, 0, {})), "");

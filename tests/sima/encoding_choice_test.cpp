@@ -79,6 +79,13 @@ TEST(EncodingChoice, TwoCharactersOfThreeBytesInValidUtf8SayUtf8) {
     EXPECT_EQ(kindOf("A01,1,éàü,1,2,,\n"), TextKind::Cp932) << "two bytes each may be half-width katakana";
     EXPECT_EQ(kindOf("A01,1,基準,1,2,,\nA01,2,\x95\x5C,0,0,,\n"), TextKind::Cp932);
     EXPECT_EQ(kindOf("A01,1,基準\xE5\x9F"), TextKind::Cp932) << "cut within a character";
+    EXPECT_EQ(kindOf("A01,1,基準\xE5"
+                     "A\x9F\xBA,1,2,,\n"),
+              TextKind::Cp932)
+        << "a letter within a character";
+    EXPECT_EQ(kindOf("A01,1,基準\xE5\x9F"
+                     "A\xBA,1,2,,\n"),
+              TextKind::Cp932);
     EXPECT_EQ(kindOf("\xED\xA0\x80\xED\xA0\x80 a surrogate is no character"), TextKind::Cp932);
     EXPECT_EQ(kindOf("\xE0\x80\x80\xE0\x80\x80 nor is a form that is too long"), TextKind::Cp932);
 }

@@ -50,6 +50,8 @@ STATEMENT = re.compile(r"^\s+(?!return\b|throw\b|using\b|case\b|break\b|continue
                        r"(?:\+\+|--)?[\w.\->\[\]:*]+(?:\(.*\)| [-+|&*/]?= .*|\+\+|--)?;$")
 ROOM = re.compile(r"\.(?:reserve|shrink_to_fit)\(")  # what only saves time or memory
 ARRAY_ROOM = re.compile(r"\b(?:double|float|int|char) \w+(?:\[\d+\])+(?=[,)])")  # which the language does not look at
+# What a buffer that is written before it is read has to spare.
+BUFFER_ROOM = re.compile(r"^\s+(?:std::array<char, \d+> \w+|(?:double|float|int|char) \w+(?:\[\d+\])+)(?:\{\})?;")
 DECLARATION = re.compile(r"^\s+[\w:<>,&* ]+ [\w]+(?:\(.*\)| = .*|\{.*\})?;$")
 SURVIVED = re.compile(r"^survived : ([^:]+):\d+: (.*?)  ->  (.*)$", re.MULTILINE)
 TEXT = re.compile(r'"(?:[^"\\]|\\.)+"')
@@ -58,7 +60,9 @@ TEXT = re.compile(r'"(?:[^"\\]|\\.)+"')
 def without_texts(line):
     """The line with texts and comments blanked out, as long as before."""
     line = re.sub(r"'(?:[^'\\]|\\.)'", lambda m: " " * len(m.group(0)), TEXT.sub(lambda m: " " * len(m.group(0)), line))
-    return ARRAY_ROOM.sub(lambda m: " " * len(m.group(0)), line.split("//")[0])
+    for room in (ARRAY_ROOM, BUFFER_ROOM):
+        line = room.sub(lambda m: " " * len(m.group(0)), line)
+    return line.split("//")[0]
 
 
 def mutants_of(path):

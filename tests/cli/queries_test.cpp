@@ -38,6 +38,23 @@ TEST_F(QueryLine, PreviewAsJsonHasTheShapeToldAndItsCounts) {
               "\"refers_to_route_types\":[]}\n");
 }
 
+TEST_F(QueryLine, PreviewAsJsonTellsTheRoutesThatResultsReferTo) {
+    std::string all = kPoints;
+    std::string results;
+    for (int type = 1; type <= 7; ++type) {
+        const std::string number = std::to_string(type);
+        const std::string route =
+            "F00," + number + ",1,R" + number + "," + number + ",\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
+        const std::string result = "H00," + number + ",R" + number + ",\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n";
+        const std::string wanted = type == 2 || type == 3 || type == 7 ? "[" + number + "]" : "[]";
+        const Ran ran = fenmark({"preview", file(kPoints + route + result), "--json"});
+        EXPECT_EQ(ran.json()["refers_to_route_types"].dump(), wanted) << type;
+        all += route;
+        results += result;
+    }
+    EXPECT_EQ(fenmark({"preview", file(all + results), "--json"}).json()["refers_to_route_types"].dump(), "[2,3,7]");
+}
+
 TEST_F(QueryLine, PreviewCountsDuplicatesThatTheImportRefuses) {
     const std::string path = file("A00,\r\nA01,1,a,1,2,,\r\nA01,1,b,3,4,,\r\nA99,\r\n");
     EXPECT_EQ(fenmark({"preview", path, "--json"}).json()["coordinates"], 2);

@@ -30,6 +30,8 @@ TEST(LayCurve, IsTheShorterArc) {
     EXPECT_NEAR(laid->length, 120 * std::asin(100.0 / 120.0), 1e-9);
     EXPECT_FALSE(laid->clockwise);
     EXPECT_LT(laid->direction, 0.0) << "a left turn starts to the right of its chord";
+    EXPECT_EQ(laid->startRadius, 60);
+    EXPECT_EQ(laid->endRadius, 60);
     const PlanPoint end = poseOnElement(*laid, laid->length).point;
     EXPECT_NEAR(end.x, 100, 1e-9);
     EXPECT_NEAR(end.y, 0, 1e-9);
@@ -164,29 +166,43 @@ struct Doubt {
     double gap = 0.0;      // how much the joint before it breaks if it is turned over
     double others = 0.0;   // how much all other joints break
     bool afterArc = false; // whether it follows an arc and not a straight
+    double length = 200.0; // of the arc
+    double curves = 100.0; // length of each other curve
+    double aside = 0.0;    // how far the straight before it begins beside the end before that
+    bool points = false;   // whether an element of no length stands at each end
 };
 
 bool turnsOver(const Doubt& doubt) {
     std::vector<Element> elements;
     Pose pose{{1000, -2000}, 0.3};
-    const auto lay = [&](const Shape& shape, double bend) {
+    const auto lay = [&](const Shape& shape, double bend, bool wrong = false) {
         pose.direction += bend;
-        elements.push_back(layChain(pose, {shape})[0]);
-        pose = poseOnElement(elements.back(), shape.length);
+        Element element = layChain(pose, {shape})[0];
+        pose = poseOnElement(element, shape.length);
+        if (wrong) {
+            element = mirrored(element);
+            element.otherSense = false;
+        }
+        elements.push_back(element);
+        if (doubt.points) {
+            elements.push_back(layLine(elements, element.end, element.end));
+        }
     };
-    for (const Shape& shape :
-         {straight(100), arc(200, 100), straight(100), arc(-200, 100), straight(100), arc(150, 100), straight(50)}) {
+    const double length = doubt.curves;
+    for (const Shape& shape : {straight(100), arc(2 * length, length), straight(100), arc(-2 * length, length),
+                               straight(100), arc(1.5 * length, length)}) {
         lay(shape, doubt.others);
     }
+    pose.point.x -= doubt.aside * std::sin(pose.direction);
+    pose.point.y += doubt.aside * std::cos(pose.direction);
+    lay(straight(50), doubt.others);
     if (doubt.afterArc) {
         lay(arc(100, 50), doubt.others);
     }
-    lay(arc(200 / doubt.turn, 200), doubt.gap);
-    elements.back() = mirrored(elements.back());
-    elements.back().otherSense = false;
+    lay(arc(doubt.length / doubt.turn, doubt.length), doubt.gap, true);
     lay(straight(100), doubt.behind);
     const std::vector<Element> settled = settledElements(elements);
-    EXPECT_TRUE(settled.empty() || settled.size() == 2) << "the others stay";
+    EXPECT_TRUE(settled.empty() || settled.size() == (doubt.points ? 4U : 2U)) << "the others stay";
     EXPECT_TRUE(settled.empty() || settled[0].otherSense);
     return !settled.empty();
 }
@@ -204,6 +220,19 @@ TEST(SettledElements, TurnsAnArcOverForOneJointThatBreaksByMoreThanAKink) {
     }
 }
 
+// Both joints of an arc break by little more than a kink; each alone would not be worth it.
+TEST(SettledElements, TurnsAnArcOverForTwoJointsHoweverShortItIs) {
+    for (const double length : {200.0, 0.5, 0.05, 0.005}) {
+        for (const double aside : {0.0, 5.0}) {
+            for (const bool points : {false, true}) {
+                const Doubt doubt{
+                    .turn = 6 * kDegree, .behind = 0.0, .length = length, .aside = aside, .points = points};
+                EXPECT_TRUE(turnsOver(doubt)) << length << ' ' << aside << ' ' << points;
+            }
+        }
+    }
+}
+
 TEST(SettledElements, TurnsAnArcOverForOneJointOnlyIfThatMeetsAsTheOthersDo) {
     const double limits[][2] = {
         {0.0, 2e-5 + 0.002 / 50 + 0.002 / 200}, // what rounding leaves
@@ -212,8 +241,22 @@ TEST(SettledElements, TurnsAnArcOverForOneJointOnlyIfThatMeetsAsTheOthersDo) {
     };
     for (const auto& [others, limit] : limits) {
         for (const double share : {-1.0001, -0.9999, 0.9999, 1.0001}) {
-            const Doubt doubt{.turn = 12 * kDegree, .behind = 60 * kDegree, .gap = share * limit, .others = others};
-            EXPECT_EQ(turnsOver(doubt), std::abs(share) < 1) << others << " " << share;
+            for (const bool points : {false, true}) {
+                const Doubt doubt{.turn = 12 * kDegree,
+                                  .behind = 60 * kDegree,
+                                  .gap = share * limit,
+                                  .others = others,
+                                  .points = points};
+                EXPECT_EQ(turnsOver(doubt), std::abs(share) < 1) << others << " " << share;
+            }
+        }
+    }
+    // However short the others are.
+    for (const double curves : {100.0, 0.5, 0.05, 0.005}) {
+        for (const double gap : {0.00399, 0.00401}) {
+            const Doubt doubt{
+                .turn = 12 * kDegree, .behind = 60 * kDegree, .gap = gap, .others = 1e-3, .curves = curves};
+            EXPECT_EQ(turnsOver(doubt), gap < 0.004) << curves;
         }
     }
 }
@@ -244,6 +287,69 @@ TEST(SettledElements, OneOfNoLengthChangesNothing) {
     std::vector<Element> first = {layLine({}, {0, 0}, {0, 0})};
     first.push_back(*layCurve(first, {0, 0}, end, 100, 0, PositiveRadius::Auto));
     EXPECT_TRUE(settledElements(first).empty());
+    first[1] = *layCurve({}, {0, 0}, end, 100, -1, PositiveRadius::Auto); // whose image begins in the direction of x
+    EXPECT_TRUE(settledElements(first).empty());
+}
+
+// A first arc behind an element of no length turns over for the joint behind it as any first arc does.
+TEST(SettledElements, AFirstArcTurnsOverForTheJointBehindIt) {
+    for (const bool point : {false, true}) {
+        std::vector<Element> elements = layChain(
+            {{0, 0}, 0}, {arc(1000, 100), straight(50), arc(200, 100), straight(50), arc(-200, 100), straight(50)});
+        elements[0] = mirrored(elements[0]);
+        elements[0].otherSense = false;
+        if (point) {
+            elements.insert(elements.begin(), layLine({}, {0, 0}, {0, 0}));
+        }
+        const std::vector<Element> settled = settledElements(elements);
+        ASSERT_EQ(settled.size(), 6U) << point;
+        EXPECT_TRUE(settled[0].otherSense);
+        EXPECT_FALSE(settled[2].otherSense);
+    }
+}
+
+// A spiral without a PI that turns over ends elsewhere. What follows begins there; a straight or an arc ends where it did,
+// a clothoid turns with its ends.
+TEST(SettledElements, WhatFollowsASpiralThatTurnsOverBeginsAtItsEnd) {
+    for (const Shape& shape : {straight(80), arc(200, 80), clothoid(200, 300, 80)}) {
+        const std::vector<Element> chain =
+            layChain({{0, 0}, 0}, {straight(100), clothoid(0, 200, 60), shape, straight(90)});
+        std::vector<Element> given = chain;
+        given[1] = turnedOver(chain[1]);
+        given[1].otherSense = false;
+        given[1].continuing = true;
+        given[1].end = poseOnElement(given[1], 60).point;
+        ASSERT_EQ(given[1].end.x, chain[1].end.x) << "both ways, as it begins along x";
+        given[2].start = given[1].end;
+        if (shape.type == ElementType::Straight) {
+            spanLine(given[2], 0.0);
+        } else if (shape.type == ElementType::Arc) {
+            ASSERT_TRUE(spanArc(given[2], 0.0));
+        } else {
+            given[2].direction += directionTo(given[2].start, chain[2].end) - directionTo(chain[2].start, chain[2].end);
+            given[2].end = poseOnElement(given[2], given[2].length).point;
+            given[3].start = given[2].end;
+            spanLine(given[3], 0.0);
+        }
+        const std::vector<Element> settled = settledElements(given);
+        ASSERT_EQ(settled.size(), 3U);
+        EXPECT_TRUE(settled[0].otherSense);
+        EXPECT_FALSE(settled[1].otherSense);
+        const double near = shape.type == ElementType::Clothoid ? 0.2 : 1e-9; // it aims at where it was laid first
+        for (std::size_t i = 0; i < settled.size(); ++i) {
+            const Element& element = settled[i];
+            const Element& wanted = chain[i + 1];
+            EXPECT_EQ(element.start.x, i == 0 ? wanted.start.x : settled[i - 1].end.x) << i;
+            EXPECT_EQ(element.start.y, i == 0 ? wanted.start.y : settled[i - 1].end.y) << i;
+            const PlanPoint end = poseOnElement(element, element.length).point;
+            EXPECT_NEAR(element.end.x, end.x, 1e-9) << i;
+            EXPECT_NEAR(element.end.y, end.y, 1e-9) << i;
+            EXPECT_NEAR(element.end.x, wanted.end.x, near) << i;
+            EXPECT_NEAR(element.end.y, wanted.end.y, near) << i;
+            EXPECT_NEAR(element.direction, wanted.direction, near) << i;
+            EXPECT_NEAR(element.length, wanted.length, near) << i;
+        }
+    }
 }
 
 // Where Auto was given its way and a joint stays broken, the setting that would join it is named.
@@ -413,6 +519,19 @@ TEST(LaySpiral, StartsTowardsThePiIfItsDistanceIsRight) {
     EXPECT_NEAR(directionFor(0.9899), 0.5, kDirection);
 }
 
+// Where the turn is less than a half circle the PI lies ahead, however near it is.
+TEST(LaySpiral, StartsTowardsAPiThatIsNear) {
+    const std::vector<Element> before = lineBefore();
+    for (const double length : {0.01, 0.1, 1.0}) {
+        const Element exact = layChain({{3, 4}, 2.0}, {clothoid(0, 10, length)})[0];
+        const std::optional<Element> laid =
+            laySpiral(before, 1, {3, 4}, *exact.pi(), kInfiniteRadius, 10, length, 0, PositiveRadius::Auto);
+        ASSERT_TRUE(laid);
+        EXPECT_FALSE(laid->continuing) << length;
+        EXPECT_NEAR(laid->direction, 2.0, 1e-6) << length;
+    }
+}
+
 TEST(LaySpiral, ATinySpiralGetsTenMillimetres) {
     const std::vector<Element> before = lineBefore();
     const Element exact = layChain({{0, 0}, 0.001}, {clothoid(0, 10, 0.3)})[0];
@@ -435,6 +554,9 @@ TEST(LaySpiral, APiThatWasNotFoundIsIgnoredThoughItLieInTheRightDistance) {
             laySpiral(before, 1, before[0].end, {0, 0}, kInfiniteRadius, 200, 60, 0, sense);
         EXPECT_NEAR(laid->direction, kPi / 2, 1e-12);
         EXPECT_EQ(laid->clockwise, sense == PositiveRadius::Right);
+        const PlanPoint end = poseOnElement(*laid, 60).point;
+        EXPECT_EQ(laid->end.x, end.x);
+        EXPECT_EQ(laid->end.y, end.y);
     }
 }
 

@@ -150,8 +150,8 @@ TEST_F(HostSurface, ATableOfOtherColumnsIsRefused) {
     mirdane::MdMapODTables* tables = nullptr;
     ASSERT_EQ(project->getTables(tables), 0);
     mirdane::MdMapODTableDefinition definition;
-    EXPECT_NE(tables->addTable("T", &definition, nullptr, false), 0);
-    EXPECT_NE(tables->addTable("T", nullptr, nullptr, false), 0);
+    EXPECT_EQ(tables->addTable("T", &definition, nullptr, false), 1);
+    EXPECT_EQ(tables->addTable("T", nullptr, nullptr, false), 1);
     EXPECT_TRUE(drawing().tables().empty());
 }
 
@@ -177,6 +177,9 @@ TEST_F(HostSurface, SitesAndAlignmentsAreListed) {
 
     sima::Array<sima::EntityData> none;
     const MdDbObjectId first = utility->createAlignment("路線", "サイト", "d", 1.0, none);
+    std::map<std::string, MdDbObjectId> only;
+    EXPECT_EQ(utility->collectAlignments(only), 0);
+    EXPECT_EQ(only, (std::map<std::string, MdDbObjectId>{{"路線", first}}));
     const MdDbObjectId second = utility->createAlignment("路線", "B", "d", 2.0, none);
     const MdDbObjectId third = utility->createAlignment("", "B", "d", 2.0, none);
     EXPECT_TRUE(first.isValid());
@@ -276,7 +279,7 @@ TEST(HostSurfaceWithoutAHost, NothingIsThere) {
     EXPECT_EQ(mirdane::MirdanGetIDispatch(true), nullptr);
     EXPECT_EQ(mirdane::mdsw_mirdanMainWnd(), nullptr);
     mirdane::MdDbPolyline* polyline = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(polyline, MdDbObjectId(1), mirdane::OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(polyline, MdDbObjectId(1), mirdane::OpenMode::Read, false), 1);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // What the embedded host refuses of a module that calls its surface: the status, and that nothing changed.
+#include "embedded/route_chains.h"
 #include "host/embedded/embedded_host.h"
 #include "support/drawing_support.h"
 
@@ -19,6 +20,11 @@ namespace {
 
 using mirdane::OpenMode;
 using mirdane::Variant;
+
+// Of the database; the map's services know one refusal.
+constexpr mirdane::Status kNotFound = 1;
+constexpr mirdane::Status kNotAllowed = 2;
+constexpr mirdane::Status kRefused = 1;
 
 constexpr mirdane::AutomationStatus kDone = 0;
 constexpr auto kNotImplemented = static_cast<mirdane::AutomationStatus>(0x80004001U);
@@ -96,9 +102,9 @@ TEST_F(Refusals, AnEntityIsAppendedOnceAndOnlyOfAKindThatADrawingKeeps) {
     EXPECT_EQ(point.layer(), "0");
     MdDbObjectId other;
     Circle circle;
-    EXPECT_NE(space.appendMdDbEntity(other, &point), 0) << "it has its place";
-    EXPECT_NE(space.appendMdDbEntity(other, &circle), 0) << "no such kind";
-    EXPECT_NE(space.appendMdDbEntity(other, nullptr), 0);
+    EXPECT_EQ(space.appendMdDbEntity(other, &point), kNotAllowed) << "it has its place";
+    EXPECT_EQ(space.appendMdDbEntity(other, &circle), kNotAllowed) << "no such kind";
+    EXPECT_EQ(space.appendMdDbEntity(other, nullptr), kNotAllowed);
     EXPECT_TRUE(other.isNull());
     EXPECT_TRUE(circle.objectId().isNull());
     EXPECT_EQ(drawing().entityCount(), 1U);
@@ -130,7 +136,7 @@ TEST_F(Refusals, ALayerThatIsNotThereLeavesTheEntityOnItsOwn) {
     addPoint();
     mirdane::MdDbEntity* entity = nullptr;
     ASSERT_EQ(mirdane::mddbOpenObject(entity, drawing().entity(0).id, OpenMode::Write, false), 0);
-    EXPECT_NE(entity->setLayerOfEntity("none", false, false), 0);
+    EXPECT_EQ(entity->setLayerOfEntity("none", false, false), kNotFound);
     EXPECT_EQ(entity->layer(), "0");
     EXPECT_EQ(drawing().entity(0).layer, "0");
     EXPECT_EQ(entity->setLayerOfEntity("線", false, false), 0);
@@ -138,7 +144,7 @@ TEST_F(Refusals, ALayerThatIsNotThereLeavesTheEntityOnItsOwn) {
     entity->close();
     mirdane::MdDbPoint lost({1, 2, 3});
     lost.setObjectId(gone());
-    EXPECT_NE(lost.setLayerOfEntity("0", false, false), 0) << "an entity that went";
+    EXPECT_EQ(lost.setLayerOfEntity("0", false, false), kNotFound) << "an entity that went";
 }
 
 TEST_F(Refusals, OnlyA2dPolylineOfTheDrawingIsConverted) {
@@ -149,25 +155,25 @@ TEST_F(Refusals, OnlyA2dPolylineOfTheDrawingIsConverted) {
     const std::string before = drawing::describe(drawing());
     mirdane::MdDbPolyline fresh;
     mirdane::MdDbEntity* none = nullptr;
-    EXPECT_NE(fresh.convertFromEntity(none, true), 0);
+    EXPECT_EQ(fresh.convertFromEntity(none, true), kNotAllowed);
     mirdane::MdDbEntity* old = nullptr;
     ASSERT_EQ(mirdane::mddbOpenObject(old, drawing().entity(0).id, OpenMode::Write, false), 0);
-    EXPECT_NE(fresh.convertFromEntity(old, false), 0) << "its identifier is to go over";
+    EXPECT_EQ(fresh.convertFromEntity(old, false), kNotAllowed) << "its identifier is to go over";
     mirdane::MdDbPolyline placed;
     placed.setObjectId(drawing().entity(1).id);
-    EXPECT_NE(placed.convertFromEntity(old, true), 0) << "one that has a place";
+    EXPECT_EQ(placed.convertFromEntity(old, true), kNotAllowed) << "one that has a place";
     ASSERT_NE(old, nullptr);
     old->close();
     for (const std::size_t other : {1U, 2U}) {
         mirdane::MdDbEntity* entity = nullptr;
         ASSERT_EQ(mirdane::mddbOpenObject(entity, drawing().entity(other).id, OpenMode::Write, false), 0);
-        EXPECT_NE(fresh.convertFromEntity(entity, true), 0) << other;
+        EXPECT_EQ(fresh.convertFromEntity(entity, true), kNotAllowed) << other;
         ASSERT_NE(entity, nullptr);
         entity->close();
     }
     mirdane::MdDbPoint lost({1, 2, 3});
     mirdane::MdDbEntity* notAdded = &lost;
-    EXPECT_NE(fresh.convertFromEntity(notAdded, true), 0);
+    EXPECT_EQ(fresh.convertFromEntity(notAdded, true), kNotAllowed);
     EXPECT_EQ(notAdded, &lost);
     EXPECT_TRUE(fresh.objectId().isNull());
     EXPECT_EQ(drawing::describe(drawing()), before);
@@ -176,7 +182,7 @@ TEST_F(Refusals, OnlyA2dPolylineOfTheDrawingIsConverted) {
 TEST_F(Refusals, APolylineThatWentCannotBeClosed) {
     mirdane::MdDbPolyline polyline;
     polyline.setObjectId(gone());
-    EXPECT_NE(polyline.setClosedFlag(true), 0);
+    EXPECT_EQ(polyline.setClosedFlag(true), kNotFound);
 }
 
 TEST_F(Refusals, AnObjectIsOpenedAsWhatItIs) {
@@ -186,11 +192,11 @@ TEST_F(Refusals, AnObjectIsOpenedAsWhatItIs) {
     const MdDbObjectId light = drawing().addPolyline(line, 0, EntityKind::Polyline, true);
     for (const MdDbObjectId id : {point, old, gone()}) {
         mirdane::MdDbPolyline* polyline = nullptr;
-        EXPECT_NE(mirdane::mddbOpenObject(polyline, id, OpenMode::Read, false), 0);
+        EXPECT_EQ(mirdane::mddbOpenObject(polyline, id, OpenMode::Read, false), kNotFound);
         EXPECT_EQ(polyline, nullptr);
     }
     mirdane::MdDbEntity* entity = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(entity, gone(), OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(entity, gone(), OpenMode::Read, false), kNotFound);
     EXPECT_EQ(entity, nullptr);
     ASSERT_EQ(mirdane::mddbOpenObject(entity, light, OpenMode::Read, false), 0);
     const auto* polyline = dynamic_cast<const mirdane::MdDbPolyline*>(entity);
@@ -214,10 +220,10 @@ TEST_F(Refusals, AnObjectIsOpenedAsWhatItIs) {
     EXPECT_EQ(opened->objectId(), point);
     entity->close();
     mirdane::MdDbBlockTableRecord* record = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(record, point, OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(record, point, OpenMode::Read, false), kNotFound);
     EXPECT_EQ(record, nullptr);
     mirdane::MdDbLayerTableRecord* layer = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(layer, point, OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(layer, point, OpenMode::Read, false), kNotFound);
     EXPECT_EQ(layer, nullptr);
 }
 
@@ -226,11 +232,11 @@ TEST_F(Refusals, TablesKnowTheirOwnNamesAlone) {
     mirdane::MdDbBlockTable* blocks = nullptr;
     ASSERT_EQ(database().getSymbolTable(blocks, OpenMode::Read), 0);
     MdDbObjectId id;
-    EXPECT_NE(blocks->getIdAt("*Paper_Space", id, false), 0);
+    EXPECT_EQ(blocks->getIdAt("*Paper_Space", id, false), kNotFound);
     blocks->close();
     mirdane::MdDbLayerTable* layers = nullptr;
     ASSERT_EQ(database().getSymbolTable(layers, OpenMode::Read), 0);
-    EXPECT_NE(layers->getIdAt("none", id, false), 0);
+    EXPECT_EQ(layers->getIdAt("none", id, false), kNotFound);
     EXPECT_TRUE(id.isNull());
     EXPECT_EQ(layers->getIdAt("線", id, false), 0);
     EXPECT_EQ(id, line);
@@ -253,7 +259,7 @@ TEST_F(Refusals, LayersAreWalkedFromEitherEndAndNoFurther) {
             seen.push_back(id);
         }
         EXPECT_EQ(seen, forward ? (std::vector{zero, line}) : (std::vector{line, zero}));
-        EXPECT_NE(iterator->getRecordId(id), 0);
+        EXPECT_EQ(iterator->getRecordId(id), kNotFound);
         EXPECT_EQ(id, seen.back());
     }
     layers->close();
@@ -266,28 +272,28 @@ TEST_F(Refusals, AStringIsCopiedToTheHostsHeap) {
     EXPECT_EQ(EmbeddedHost::liveDatabaseObjects(), 1);
     mirdane::mdHeapFree(nullptr, copy);
     mirdane::mdHeapFree(nullptr, nullptr);
-    EXPECT_NE(mirdane::mdutNewString(nullptr, copy), 0);
+    EXPECT_EQ(mirdane::mdutNewString(nullptr, copy), kNotAllowed);
     EXPECT_EQ(copy, nullptr);
 }
 
 // A module may still hold its own objects when there is no drawing, or no host at all.
 void expectNothingToWorkOn() {
     mirdane::MdDbPolyline polyline;
-    EXPECT_NE(polyline.setLayerOfEntity("0", false, false), 0);
+    EXPECT_EQ(polyline.setLayerOfEntity("0", false, false), kNotAllowed);
     mirdane::MdDbPoint point({1, 2, 3});
     mirdane::MdDbEntity* entity = &point;
-    EXPECT_NE(polyline.convertFromEntity(entity, true), 0);
+    EXPECT_EQ(polyline.convertFromEntity(entity, true), kNotAllowed);
     EXPECT_EQ(entity, &point);
     polyline.setObjectId(MdDbObjectId(7));
-    EXPECT_NE(polyline.setClosedFlag(true), 0);
-    EXPECT_NE(mirdane::mddbOpenObject(entity, MdDbObjectId(7), OpenMode::Read, false), 0);
+    EXPECT_EQ(polyline.setClosedFlag(true), kNotFound);
+    EXPECT_EQ(mirdane::mddbOpenObject(entity, MdDbObjectId(7), OpenMode::Read, false), kNotFound);
     EXPECT_EQ(entity, nullptr);
     mirdane::MdDbPolyline* opened = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(opened, MdDbObjectId(7), OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(opened, MdDbObjectId(7), OpenMode::Read, false), kNotFound);
     mirdane::MdDbBlockTableRecord* space = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(space, MdDbObjectId(7), OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(space, MdDbObjectId(7), OpenMode::Read, false), kNotFound);
     mirdane::MdDbLayerTableRecord* layer = nullptr;
-    EXPECT_NE(mirdane::mddbOpenObject(layer, MdDbObjectId(7), OpenMode::Read, false), 0);
+    EXPECT_EQ(mirdane::mddbOpenObject(layer, MdDbObjectId(7), OpenMode::Read, false), kNotFound);
 }
 
 TEST_F(Refusals, AHostWithoutADrawingRefusesEverything) {
@@ -316,7 +322,7 @@ TEST(RefusalsWithoutAHost, ServicesThatAModuleKeptHaveNoDrawing) {
     }
     EXPECT_EQ(services->workingDatabase(), nullptr);
     mirdane::MdMapProject* project = nullptr;
-    EXPECT_NE(session->getProjectOfDocument(project, nullptr), 0);
+    EXPECT_EQ(session->getProjectOfDocument(project, nullptr), kRefused);
     EXPECT_EQ(project, nullptr);
 }
 
@@ -359,36 +365,36 @@ TEST_F(ObjectDataRefusals, ATableHasTheFourColumnsOfARowAndNoOthers) {
     };
     for (const std::vector<Column>& columns : refused) {
         const mirdane::MdMapODTableDefinition definition = defined(columns);
-        EXPECT_NE(tables().addTable("T", &definition, nullptr, false), 0) << columns.back().name;
+        EXPECT_EQ(tables().addTable("T", &definition, nullptr, false), kRefused) << columns.back().name;
     }
     EXPECT_TRUE(drawing().tables().empty());
     const mirdane::MdMapODTableDefinition right =
         defined({{"No", kInteger}, {"Name", kText}, {"Type", kText}, {"FileName", kText}});
     EXPECT_EQ(tables().addTable("T", &right, nullptr, false), 0);
-    EXPECT_NE(tables().addTable("T", &right, nullptr, false), 0) << "it is there";
+    EXPECT_EQ(tables().addTable("T", &right, nullptr, false), kRefused) << "it is there";
     ASSERT_EQ(drawing().tables().size(), 1U);
     mirdane::MdMapODTableDefinition inserted;
-    EXPECT_NE(inserted.addColumn(mirdane::MdMapODColumnDefinition(), 0), 0) << "columns are appended";
+    EXPECT_EQ(inserted.addColumn(mirdane::MdMapODColumnDefinition(), 0), kRefused) << "columns are appended";
     EXPECT_TRUE(inserted.columns().empty());
 }
 
 TEST_F(ObjectDataRefusals, ARecordNeedsItsTableItsEntityAndItsColumns) {
     const MdDbObjectId point = addPoint();
     mirdane::MdMapODTable* table = nullptr;
-    EXPECT_NE(tables().getTable(table, "T"), 0);
+    EXPECT_EQ(tables().getTable(table, "T"), kRefused);
     EXPECT_EQ(table, nullptr);
     const Drawing::Mark withoutTable = drawing().mark();
     drawing().addTable("T");
     ASSERT_EQ(tables().getTable(table, "T"), 0);
     mirdane::MdMapODTableRecord empty;
-    EXPECT_NE(table->addRecord(empty, point), 0);
+    EXPECT_EQ(table->addRecord(empty, point), kRefused);
     mirdane::MdMapODTableRecord record;
     ASSERT_EQ(table->initRecord(record), 0);
     record.Value(0) = mirdane::MdMapValue(7);
     record.Value(1) = mirdane::MdMapValue(std::string("K1"));
     EXPECT_THROW(record.Value(4), std::invalid_argument);
     EXPECT_THROW(record.Value(-1), std::invalid_argument);
-    EXPECT_NE(table->addRecord(record, MdDbObjectId(4711)), 0);
+    EXPECT_EQ(table->addRecord(record, MdDbObjectId(4711)), kRefused);
     EXPECT_FALSE(drawing().entity(0).row);
     EXPECT_EQ(table->addRecord(record, point), 0);
     ASSERT_TRUE(drawing().entity(0).row);
@@ -402,14 +408,14 @@ TEST_F(ObjectDataRefusals, ARecordNeedsItsTableItsEntityAndItsColumns) {
     EXPECT_EQ(drawing().entity(0).row->no, 0) << "a text is no number";
     EXPECT_EQ(drawing().entity(0).row->name, "");
     drawing().takeBack(withoutTable);
-    EXPECT_NE(table->addRecord(record, point), 0) << "the table went with the step that made it";
+    EXPECT_EQ(table->addRecord(record, point), kRefused) << "the table went with the step that made it";
 }
 
 TEST_F(ObjectDataRefusals, OnlyADocumentOfTheHostHasAProject) {
     Document other;
     mirdane::MdMapProject* project = nullptr;
-    EXPECT_NE(mirdane::MdMapGetSession()->getProjectOfDocument(project, &other), 0);
-    EXPECT_NE(mirdane::MdMapGetSession()->getProjectOfDocument(project, nullptr), 0);
+    EXPECT_EQ(mirdane::MdMapGetSession()->getProjectOfDocument(project, &other), kRefused);
+    EXPECT_EQ(mirdane::MdMapGetSession()->getProjectOfDocument(project, nullptr), kRefused);
     EXPECT_EQ(project, nullptr);
 }
 
@@ -590,6 +596,24 @@ TEST_F(AutomationRefusals, AnElementIsRemovedByItsIndex) {
     EXPECT_EQ(elements->removeAt(Variant::int32(2)), kBadArgument);
 }
 
+// The senses of what was laid are decided before anything is taken away that may have proved them.
+TEST_F(AutomationRefusals, AnElementIsRemovedWhenTheOthersAreSettled) {
+    Held<mirdane::CivilAlignment> road;
+    alignment(road, 1);
+    Held<mirdane::ElementCollection> elements;
+    ASSERT_EQ(road->getElements(elements.out()), kDone);
+    const PlanPoint end = layChain({{0, 0}, 0}, {arc(200, 100)})[0].end; // behind a left turn
+    Held<mirdane::AlignmentElementObject> laid[3];
+    ASSERT_EQ(elements->addFixedLine(place(-100, 0), place(0, 0), laid[0].out()), kDone);
+    ASSERT_EQ(elements->addFixedCurve(place(0, 0), place(end.x, end.y), 200, -1, laid[1].out()), kDone);
+    ASSERT_EQ(elements->addFixedLine(place(end.x, end.y), place(end.x - 50, end.y), laid[2].out()), kDone);
+    ASSERT_EQ(elements->removeAt(Variant::int32(0)), kDone);
+    const std::vector<Element>& left = drawing().alignment(1).elements;
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_TRUE(left[0].otherSense);
+    EXPECT_FALSE(left[0].clockwise) << "which the line proved";
+}
+
 TEST_F(AutomationRefusals, AStraightHasNoMiddle) {
     Held<mirdane::CivilAlignment> road;
     alignment(road, 1);
@@ -698,6 +722,37 @@ TEST_F(AutomationRefusals, WhatWentAnswersWithAFailure) {
     mirdane::AutomationObject* object = nullptr;
     expectRefused(civil_->objectFromId(roadId, object), object, kBadArgument);
     expectRefused(land_->getActiveDocument(object), object, kFailure);
+}
+
+TEST_F(AutomationRefusals, ACollectionOfAlignmentsFollowsItsSite) {
+    Held<mirdane::SiteCollection> sites;
+    ASSERT_EQ(civil_->getSites(sites.out()), kDone);
+    Held<mirdane::CivilSite> site;
+    ASSERT_EQ(sites->add("新", site.out()), kDone);
+    const MdDbObjectId id = drawing().sites().back().id;
+    Held<mirdane::AlignmentCollection> alignments;
+    ASSERT_EQ(site->getAlignments(alignments.out()), kDone);
+    const auto expectNames = [&](const std::vector<std::string>& wanted) {
+        std::int32_t count = -1;
+        EXPECT_EQ(alignments->count(count), kDone);
+        EXPECT_EQ(count, static_cast<std::int32_t>(wanted.size()));
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            Held<mirdane::CivilAlignment> road;
+            ASSERT_EQ(alignments->item(Variant::int32(static_cast<std::int32_t>(i)), road.out()), kDone);
+            std::string name;
+            EXPECT_EQ(road->getName(name), kDone);
+            EXPECT_EQ(name, wanted[i]);
+        }
+    };
+    expectNames({});
+    drawing().addAlignment(id, "一", "0", "Standard", "Standard");
+    expectNames({"一"});
+    const Drawing::Mark mark = drawing().mark();
+    drawing().addAlignment(drawing().sites().front().id, "他", "0", "Standard", "Standard");
+    drawing().addAlignment(id, "二", "0", "Standard", "Standard");
+    expectNames({"一", "二"});
+    drawing().takeBack(mark);
+    expectNames({"一"});
 }
 
 TEST_F(AutomationRefusals, ASiteThatWasTakenBackTakesNoAlignment) {

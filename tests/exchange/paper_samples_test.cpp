@@ -127,6 +127,7 @@ TEST_F(Papers, SheetsAlongTheRoad) {
     options.scale = 500;
     options.paper = "A4";
     expectPages("plan_along", plotAlong(drawing, 0, options));
+    expectPages("plan_along_right", plotAlong(drawing, 1, options));
 }
 
 TEST_F(Papers, LongitudinalSection) {

@@ -424,6 +424,20 @@ TEST_F(PlanOf, ObjectsAtTheOriginNearTheOthersAreShown) {
     EXPECT_TRUE(hasText("原点"));
 }
 
+TEST_F(PlanOf, ObjectsAtTheOriginAreShownWithinFiveKilometresOfAllElse) {
+    for (const double away : {4999.999, 5000.0, 5000.005}) {
+        for (const PlanPoint& at : {PlanPoint{away, 1}, PlanPoint{-away, 1}, PlanPoint{1, away}, PlanPoint{1, -away}}) {
+            drawing = Drawing();
+            addPoint(drawing, {0, 0, 0}, "原点");
+            addPoint(drawing, {at.x, at.y, 0}, "隣");
+            draw();
+            EXPECT_EQ(hasText("原点"), away < 5000.0) << at.x << ' ' << at.y;
+            EXPECT_EQ(notes.empty(), away < 5000.0) << at.x << ' ' << at.y;
+            EXPECT_TRUE(hasText("隣")) << at.x << ' ' << at.y;
+        }
+    }
+}
+
 TEST_F(PlanOf, ObjectsWithCoordinatesThatNoSurveyHasAreLeftOutAndTold) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
     fillSample(drawing);
@@ -693,6 +707,9 @@ TEST(LotNames, StandWithinTheRing) {
     EXPECT_EQ(labelPoint(square), (PlanPoint{5, 5}));
     const std::vector<MdGePoint3d> line = {{0, 0, 0}, {10, 0, 0}, {20, 0, 0}};
     EXPECT_EQ(labelPoint(line), (PlanPoint{10, 0})) << "no area";
+    const std::vector<MdGePoint3d> slanting = {{100, 50, 0}, {110, 60, 0}, {135, 85, 0}};
+    EXPECT_NEAR(labelPoint(slanting).x, 115, 1e-12) << "the mean of its corners";
+    EXPECT_NEAR(labelPoint(slanting).y, 65, 1e-12);
     EXPECT_EQ(labelPoint({}), (PlanPoint{0, 0}));
     // Elsewhere than in the middle of its width at half its height.
     const std::vector<MdGePoint3d> triangle = {{0, 0, 0}, {30, 0, 0}, {0, 30, 0}};
@@ -709,6 +726,19 @@ TEST(LotNames, StandWithinTheRing) {
     const PlanPoint inside = labelPoint(shape);
     EXPECT_TRUE(inside.x > 20.0 && inside.x < 30.0) << inside.x;
     EXPECT_TRUE(inside.y > 0.0 && inside.y < 20.0) << inside.y;
+    // The first of two that are as wide, also where corners lie at half the height.
+    const std::vector<MdGePoint3d> even = {{0, 0, 0},  {30, 0, 0}, {30, 10, 0}, {30, 20, 0}, {20, 20, 0},
+                                           {20, 2, 0}, {10, 2, 0}, {10, 20, 0}, {0, 20, 0},  {0, 10, 0}};
+    EXPECT_EQ(labelPoint(even), (PlanPoint{5, 10}));
+    // Wherever a ring begins.
+    for (std::vector<MdGePoint3d> ring : {triangle, arms, shape, even}) {
+        const PlanPoint first = labelPoint(ring);
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            std::rotate(ring.begin(), ring.begin() + 1, ring.end());
+            EXPECT_NEAR(labelPoint(ring).x, first.x, 1e-12) << i;
+            EXPECT_NEAR(labelPoint(ring).y, first.y, 1e-12) << i;
+        }
+    }
 }
 
 } // namespace

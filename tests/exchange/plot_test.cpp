@@ -1,5 +1,6 @@
 // Plans and sections on paper: sheets, scales, what stands where.
 #include "exchange/plan/plan.h"
+#include "exchange/plan/plan_labels.h"
 #include "exchange/plan/plot.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
@@ -8,10 +9,12 @@
 #include <pugixml.hpp>
 
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 #include <set>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -236,6 +239,87 @@ TEST_F(PlotOf, LongProfileTakesSeveralSheets) {
     EXPECT_TRUE(isWantOfRoom(*plotProfile(drawing, 0, options).failure));
 }
 
+// 1:200 across and 1:20 up: the sheets show the whole ground once, at its grade.
+TEST_F(PlotOf, ProfileSheetsGoOnWhereTheOneBeforeEnds) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addResult(100.0, 0.0, 10.0, "a", "縦断成果");
+    addResult(190.0, 0.0, 10.9, "b", "縦断成果");
+    addResult(290.0, 0.0, 10.4, "c", "縦断成果");
+    PlotOptions options;
+    options.scale = 200;
+    const Plot plot = plotProfile(drawing, 0, options);
+    ASSERT_EQ(plot.pages.size(), 3U);
+    double rising = 0.0; // millimetres of paper
+    double falling = 0.0;
+    for (const std::string& page : plot.pages) {
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(page.c_str()));
+        std::istringstream in(document.select_node("//path[@class='ground']").node().attribute("d").value());
+        char letter = 0;
+        double x[2], y[2];
+        in >> letter >> x[0] >> y[0];
+        while (in >> letter >> x[1] >> y[1]) {
+            const double across = x[1] - x[0];
+            const double up = y[0] - y[1];
+            (up > 0.0 ? rising : falling) += across;
+            EXPECT_NEAR(up, across * (up > 0.0 ? 0.1 : -0.05), 2.0 * kMillimetre);
+            x[0] = x[1];
+            y[0] = y[1];
+        }
+    }
+    EXPECT_NEAR(rising, 450.0, 5.0 * kMillimetre);
+    EXPECT_NEAR(falling, 500.0, 5.0 * kMillimetre);
+}
+
+// The diagram of curvature: a clothoid leads from the middle to the arc, however short it is.
+TEST_F(PlotOf, ProfileShowsShortClothoidsWhole) {
+    for (const double length : {0.2, 2.0}) {
+        drawing = Drawing();
+        addChain(drawing, {{ElementType::Straight, 10.0, kStraight, kStraight, false},
+                           {ElementType::Clothoid, length, kStraight, 100.0, true},
+                           {ElementType::Arc, 10.0, 100.0, 100.0, true}});
+        addResult(0.0, 0.0, 10.0, "a", "縦断成果");
+        addResult(20.0, 0.0, 10.5, "b", "縦断成果");
+        PlotOptions options;
+        options.scale = 100;
+        const Plot plot = plotProfile(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+        const pugi::xpath_node_set curves = document.select_nodes("//path[@class='curve']");
+        ASSERT_EQ(curves.size(), 3U);
+        double x[2], y[2];
+        char letter = 0;
+        std::istringstream(curves[1].node().attribute("d").value()) >> letter >> x[0] >> y[0] >> letter >> x[1] >> y[1];
+        EXPECT_NEAR(x[1] - x[0], 10.0 * length, kMillimetre);
+        EXPECT_NEAR(y[1] - y[0], 5.0, kMillimetre);
+    }
+}
+
+// Of 2 mm, where it is narrower than its element.
+TEST_F(PlotOf, ProfileNamesTheElementsThatHaveRoom) {
+    const std::string label = "L=5.000";
+    const double room = 2.0 * widthInEms(label); // millimetres
+    for (const int scale : {100, 200, 500, 1000}) {
+        for (const double share : {0.99, 1.01}) {
+            drawing = Drawing();
+            addChain(drawing, {{ElementType::Straight, 0.001 * room * scale * share, kStraight, kStraight, false},
+                               {ElementType::Arc, 50.0, 100.0, 100.0, true}});
+            addResult(0.0, 0.0, 10.0, "a", "縦断成果");
+            addResult(40.0, 0.0, 10.5, "b", "縦断成果");
+            PlotOptions options;
+            options.scale = scale;
+            const Plot plot = plotProfile(drawing, 0, options);
+            ASSERT_FALSE(plot.pages.empty()) << whyNot(plot);
+            bool named = false;
+            for (const std::string& text : textsOf(plot.pages[0])) {
+                named = named || (text.starts_with("L=") && text.size() == label.size());
+            }
+            EXPECT_EQ(named, share > 1.0) << scale;
+        }
+    }
+}
+
 TEST_F(PlotOf, AVeryLongProfileTakesSheetsAtOneToAThousand) {
     const std::size_t road = drawing.addAlignment(drawing.addSite("S"), "long", "0", "", "");
     Element straight;
@@ -269,6 +353,74 @@ TEST_F(PlotOf, CrossSectionsAreToScale) {
     PlotOptions options;
     options.scale = 10;
     EXPECT_NE(whyNot(plotCrossSections(drawing, 0, options)).find("do not fit"), std::string::npos);
+}
+
+// Columns of figures are 2.4 mm wide: 24 cm at 1:100.
+TEST_F(PlotOf, SectionsTellHowManyFiguresHaveNoRoom) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    std::size_t without = 0;
+    for (const double station : {120.0, 140.0}) {
+        for (const double offset : {-1.0, -0.765, 0.0, 0.235, 0.245, 1.0}) {
+            addResult(station, offset, 11.0, "No.", "横断成果");
+        }
+        without += 2;
+        const Plot plot = plotCrossSections(drawing, 0, {});
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        ASSERT_EQ(plot.notes.size(), 1U);
+        EXPECT_EQ(plot.notes[0].code, NoteCode::NoRoomForFigures);
+        EXPECT_EQ(plot.notes[0].count, without);
+        const auto texts = textsOf(plot.pages[0]);
+        EXPECT_TRUE(texts.contains("0.245"));
+        EXPECT_FALSE(texts.contains("0.235") || texts.contains("-0.765"));
+    }
+    Drawing other;
+    std::swap(drawing, other);
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double offset : {-1.0, 0.0, 0.1}) {
+        addResult(120.0, offset, 11.0, "No.6", "横断成果");
+    }
+    const Plot plot = plotCrossSections(drawing, 0, {});
+    ASSERT_EQ(plot.notes.size(), 1U);
+    EXPECT_EQ(plot.notes[0].count, 1U);
+}
+
+TEST_F(PlotOf, ManySectionsStandOnceEachOnTheirSheets) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    std::multiset<std::string> wanted;
+    for (int i = 0; i < 24; ++i) {
+        const std::string name = "断面" + std::to_string(i);
+        for (const double offset : {-6.0, 0.0, 6.0}) {
+            addResult(102.0 + 8.0 * i, offset, 11.0, name.c_str(), "横断成果");
+        }
+        wanted.insert(name);
+    }
+    const Plot plot = plotCrossSections(drawing, 0, {});
+    EXPECT_GT(plot.pages.size(), 1U) << whyNot(plot);
+    std::multiset<std::string> names;
+    for (const std::string& page : plot.pages) {
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(page.c_str()));
+        for (const pugi::xpath_node node : document.select_nodes("//text[starts-with(., '断面')]")) {
+            names.emplace(node.node().child_value());
+        }
+    }
+    EXPECT_EQ(names, wanted);
+}
+
+TEST_F(PlotOf, SectionsTellOfOneHeightThatTheyLeaveOut) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const char* type : {"縦断成果", "横断成果"}) {
+        addResult(140.0, 0.0, 10.0, "a", type);
+        addResult(140.0, 5.0, 1e30, "", type);
+        addResult(160.0, 0.0, 11.0, "b", type);
+    }
+    addResult(180.0, 0.0, 1e30, "c", "縦断成果");
+    for (const Plot& plot : {plotProfile(drawing, 0, {}), plotCrossSections(drawing, 0, {})}) {
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        ASSERT_EQ(plot.notes.size(), 1U);
+        EXPECT_EQ(plot.notes[0].code, NoteCode::OutOfReach);
+        EXPECT_EQ(plot.notes[0].count, 1U);
+    }
 }
 
 // Where a step of the grid is lost in a height, its lines had no end.
@@ -319,6 +471,24 @@ TEST_F(PlotOf, NamesThatRunOffThePaperAreCut) {
         }
         EXPECT_GT(cut, 0U);
     }
+}
+
+// Both halves of a title's line are cut where they are eight times too long, and the second is squeezed into its room.
+TEST_F(PlotOf, LongTitlesAreSqueezedAndThenCut) {
+    addRoad(drawing, {12000.0, -36000.0}, false);
+    PlotOptions options;
+    options.titles = {{std::string(1000, 'n'), std::string(1000, 'v')}, {"short", "value"}};
+    const Plot plot = plotPlan(drawing, options);
+    ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(plot.pages[0].c_str()));
+    const pugi::xml_node value = document.select_node("//text[starts-with(., 'vvv')]").node();
+    const double room = value.attribute("textLength").as_double();
+    EXPECT_GT(room, 20.0);
+    EXPECT_STREQ(value.child_value(), cutToEms(options.titles[0].second, 8.0 * room / 2.4).c_str());
+    EXPECT_STREQ(document.select_node("//text[starts-with(., 'nnn')]").node().child_value(),
+                 cutToEms(options.titles[0].first, 8.0 * room / 2.4).c_str());
+    EXPECT_FALSE(document.select_node("//text[. = 'value']").node().attribute("textLength"));
 }
 
 TEST_F(PlotOf, SectionsWithoutResultsSayWhatIsMissing) {

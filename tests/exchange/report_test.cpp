@@ -175,6 +175,33 @@ TEST(ReportOfAlignments, TakesStakesForThoseOfOneStationWithinItsLimits) {
     EXPECT_FALSE(has(widthsOf({}, {{10.0, -200.001}}), ",右,"));
 }
 
+TEST(ReportOfAlignments, StakesStandOnTheSideOfTheirOffsetHoweverSmall) {
+    for (const double width : {0.005, 0.05, 0.5, 5.0}) {
+        for (const double side : {-1.0, 1.0}) {
+            Drawing drawing;
+            addRoad(drawing, {12000.0, -36000.0}, true);
+            const double y = -36000.0 + side * width;
+            addPolyline(drawing, {{12020.0, y, 0}, {12030.0, y, 0}}, false, "", "幅杭線左");
+            const std::string csv = csvOf(drawing, {}, {ReportPart::Widths});
+            EXPECT_EQ(csv.find(",左,") != std::string::npos, side > 0) << width;
+            EXPECT_EQ(csv.find(",右,") != std::string::npos, side < 0) << width;
+        }
+    }
+}
+
+// Also a stake that stands alone goes to the nearest of two alignments, whichever was made first.
+TEST(ReportOfAlignments, AStakeBelongsToTheNearestAlignment) {
+    for (const bool nearIsFirst : {true, false}) {
+        Drawing drawing;
+        addRoad(drawing, {12000.0, nearIsFirst ? -36000.0 : -36050.0}, true, "甲");
+        addRoad(drawing, {12000.0, nearIsFirst ? -36050.0 : -36000.0}, true, "乙");
+        addPolyline(drawing, {{12020.0, -35990.0, 0}}, false, "", "幅杭線左");
+        const std::string csv = csvOf(drawing, {}, {ReportPart::Widths});
+        EXPECT_NE(csv.find(",左,10.000,"), std::string::npos) << csv;
+        EXPECT_EQ(csv.find(",左,60.000,"), std::string::npos) << csv;
+    }
+}
+
 TEST(ReportOfAlignments, KeepsStakesOfOneStationAndSideInTheOrderOfTheirLines) {
     Drawing drawing;
     addRoad(drawing, {12000.0, -36000.0}, true);

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -205,6 +206,33 @@ TEST(SimaResults, OfOneAlignmentAreWrittenUnderOneNumber) {
     const bool told = std::any_of(notes.begin(), notes.end(),
                                   [](const Note& note) { return note.code == NoteCode::RenumberedResults; });
     EXPECT_TRUE(told);
+}
+
+// Numbers that a file may have are kept, and that is no renumbering.
+TEST(SimaResults, KeepTheirNumberFromZeroOn) {
+    for (const int number : {-1, 0, 1, 7}) {
+        Drawing drawing;
+        addStraightRoad(drawing, 0, "線");
+        addResultAt(drawing, {10, 0, 5}, "a", kLongitudinal, number);
+        std::ostringstream out;
+        const Notes notes = writeSima(drawing, {}, out);
+        const std::vector<std::string> heads = linesOf(out.str(), "H00");
+        ASSERT_EQ(heads.size(), 1U);
+        EXPECT_TRUE(heads[0].starts_with("H00,    " + std::to_string(std::abs(number)) + ",")) << heads[0];
+        const bool told = std::any_of(notes.begin(), notes.end(),
+                                      [](const Note& note) { return note.code == NoteCode::RenumberedResults; });
+        EXPECT_EQ(told, number < 0);
+    }
+}
+
+TEST(SimaResults, TakeNoNumberOfOthersThatLieOnNoAlignment) {
+    Drawing drawing;
+    addStraightRoad(drawing, 0, "road");
+    addResultAt(drawing, {10, 0, 5}, "a", kLongitudinal, -1, "a.sim");
+    addResultAt(drawing, {10, 50, 5}, "beside", kLongitudinal, 1, "b.sim");
+    std::ostringstream out;
+    writeSima(drawing, {}, out);
+    EXPECT_EQ(linesOf(out.str(), "H00"), (std::vector<std::string>{"H00,    2,road,"}));
 }
 
 TEST(SimaResults, GoToTheAlignmentThatTheFileNames) {

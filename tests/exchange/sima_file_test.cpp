@@ -8,8 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numbers>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -119,9 +122,36 @@ TEST(SimaFile, VerticesWithoutAPointGetOne) {
     addPolyline(drawing, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}}, true, "12-3");
     addPolyline(drawing, {{10, 0, 0}, {10, 10, 0}}, true, "12-4");
     const Written written = simaOf(drawing);
-    EXPECT_EQ(written.of("A01").size(), 3U) << "one for each place";
+    const Lines points = written.of("A01");
+    ASSERT_EQ(points.size(), 3U) << "one for each place";
+    EXPECT_TRUE(points[1].starts_with("A01,    8,,") && points[1].ends_with(",,")) << "without a height " << points[1];
     EXPECT_EQ(written.of("B01"), (Lines{"B01,    7,A,", "B01,    8,,", "B01,    9,,", "B01,    8,,", "B01,    9,,"}));
     EXPECT_EQ(written.notes, (Lines{"2 points added where lots or routes have none"}));
+}
+
+// No reader takes a number below zero; what has no row never had one.
+TEST(SimaFile, PointsKeepTheirNumbersFromZeroOn) {
+    Drawing drawing;
+    addNumbered(drawing, {0, 0, 0}, 0, "A");
+    addNumbered(drawing, {10, 0, 0}, 3, "B");
+    drawing.addPoint({20, 0, 0}, 0);
+    const auto numbersOf = [](const Written& written) {
+        Lines numbers;
+        for (const std::string& line : written.of("A01")) {
+            numbers.push_back(line.substr(4, 5));
+        }
+        return numbers;
+    };
+    const Written kept = simaOf(drawing);
+    EXPECT_EQ(numbersOf(kept), (Lines{"    0", "    3", "    4"}));
+    EXPECT_FALSE(std::any_of(kept.notes.begin(), kept.notes.end(),
+                             [](const std::string& note) { return note.find("new number") != std::string::npos; }));
+    addNumbered(drawing, {30, 0, 0}, -3, "C");
+    const Written renumbered = simaOf(drawing);
+    EXPECT_EQ(numbersOf(renumbered), (Lines{"    0", "    3", "    4", "    5"}));
+    EXPECT_EQ(std::count_if(renumbered.notes.begin(), renumbered.notes.end(),
+                            [](const std::string& note) { return note.starts_with("1 points with a new number"); }),
+              1);
 }
 
 TEST(SimaFile, NumbersBehindTheLargestOneComeFromTheGaps) {

@@ -11,6 +11,8 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -248,6 +250,53 @@ TEST(Ips, OfACurveOfHalfACircleAreThoseOfItsElements) {
     EXPECT_NEAR(ips[1].turn.value_or(0.0), 2.0, kMetres);
     EXPECT_NEAR(ips[1].tangentBefore.value_or(0.0), 50.0 * std::tan(1.0), 1e-6);
     EXPECT_NEAR(ips[2].tangentBefore.value_or(0.0), 45.0 * std::tan(1.0), 1e-6);
+}
+
+TEST(Clothoids, HaveAParameterUnlessTheirCurvatureStaysTheSame) {
+    Element clothoid;
+    clothoid.type = ElementType::Clothoid;
+    clothoid.length = 20.0;
+    const std::pair<std::pair<double, double>, double> radii[] = {{{kStraight, 100.0}, std::sqrt(2000.0)},
+                                                                  {{100.0, kStraight}, std::sqrt(2000.0)},
+                                                                  {{100.0, 50.0}, std::sqrt(2000.0)},
+                                                                  {{100.0, 100.0}, 0.0},
+                                                                  {{kStraight, kStraight}, 0.0}};
+    for (const auto& [radius, parameter] : radii) {
+        for (const bool clockwise : {false, true}) {
+            clothoid.clockwise = clockwise;
+            clothoid.startRadius = radius.first;
+            clothoid.endRadius = radius.second;
+            EXPECT_NEAR(parameterOf(clothoid), parameter, kMetres);
+        }
+    }
+}
+
+// However the alignment lies and however small it is.
+TEST(Ips, LieWhereTheTangentsMeetInEveryDirection) {
+    for (const double size : {1000.0, 1.0, 0.01}) {
+        for (int i = 0; i < 16; ++i) {
+            for (const bool clockwise : {false, true}) {
+                Element begin;
+                begin.direction = 0.1 + i * 0.3926990816987242;
+                begin.end = {3.0 * size, 4.0 * size};
+                const Element first = following(begin, ElementType::Straight, size, kStraight, kStraight, false);
+                const Element arc = following(first, ElementType::Arc, 2.0 * size, size, size, clockwise);
+                const Element last = following(arc, ElementType::Straight, size, kStraight, kStraight, false);
+                Drawing drawing;
+                const std::size_t road = drawing.addAlignment(drawing.addSite("サイト"), "線", "0", "", "");
+                for (const Element& element : {first, arc, last}) {
+                    drawing.addElement(road, element);
+                }
+                std::size_t withoutIp = 0;
+                const auto ips = ipsOf(drawing.alignment(road), MainPointNames::Ka, withoutIp);
+                EXPECT_EQ(withoutIp, 0U) << size << ' ' << i;
+                ASSERT_EQ(ips.size(), 3U) << size << ' ' << i;
+                const double ahead = size * (1.0 + std::tan(1.0)); // from the beginning
+                EXPECT_NEAR(ips[1].point.x, 3.0 * size + ahead * std::cos(begin.direction), 1e-9 * size);
+                EXPECT_NEAR(ips[1].point.y, 4.0 * size + ahead * std::sin(begin.direction), 1e-9 * size);
+            }
+        }
+    }
 }
 
 TEST(MainPoints, OfAnEggCountOnAndOfAnSAreNamedByTheFirstCurve) {

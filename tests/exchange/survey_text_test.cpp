@@ -109,6 +109,10 @@ TEST(Sides, AreCutOrRoundedFromTheExactRoot) {
     EXPECT_EQ(sideText(decimal(1.2345), decimal(0), SideRule::Cut), "1.234");
     EXPECT_EQ(sideText(decimal(1.2345), decimal(0), SideRule::Round), "1.235");
     EXPECT_EQ(sideText(decimal(-1.2344), decimal(0), SideRule::Round), "1.234");
+    // To the micrometre.
+    EXPECT_EQ(sideText(decimal(1.234499), decimal(0), SideRule::Round), "1.234");
+    EXPECT_EQ(sideText(decimal(1.233999), decimal(0), SideRule::Cut), "1.233");
+    EXPECT_EQ(sideText(decimal(1.234), decimal(0), SideRule::Cut), "1.234");
 }
 
 } // namespace

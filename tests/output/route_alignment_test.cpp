@@ -188,26 +188,34 @@ TEST_F(ChainCleaning, ExactlyOneDegreeStillMerges) {
         }
     }
     ASSERT_EQ(std::atan2(y, x), oneDegree);
-    const auto pair = [](double dx, double dy) {
-        sima::EntityData second = test::straight(0.0, 0.0, 0.0, 0.0);
-        char text[64];
-        std::snprintf(text, sizeof text, "%.17g", dx);
-        second.endX = text;
-        std::snprintf(text, sizeof text, "%.17g", dy);
-        second.endY = text;
-        return Elements{test::straight(-10.0, 0.0, 0.0, 0.0), second};
+    // One straight is along x, before or behind the other; they meet at the origin.
+    const auto pair = [](double dx, double dy, bool turnsLeft) {
+        const auto text = [](double value) {
+            char digits[64];
+            std::snprintf(digits, sizeof digits, "%.17g", value);
+            return sima::SharedText(digits);
+        };
+        sima::EntityData other = test::straight(0.0, 0.0, 0.0, 0.0);
+        (turnsLeft ? other.endX : other.startX) = text(turnsLeft ? dx : -dx);
+        (turnsLeft ? other.endY : other.startY) = text(turnsLeft ? dy : -dy);
+        return turnsLeft ? Elements{test::straight(-10.0, 0.0, 0.0, 0.0), other}
+                         : Elements{other, test::straight(0.0, 0.0, 10.0, 0.0)};
     };
-    elements = pair(x, y);
-    ASSERT_EQ(host::mdutAngle(elements[1].startPoint(), elements[1].endPoint()), oneDegree);
-    output::mergeStraights(elements);
-    EXPECT_EQ(elements.size(), 1U);
-
-    while (std::atan2(y, x) == oneDegree) {
-        y = std::nextafter(y, 1e9);
+    double above = y;
+    while (std::atan2(above, x) == oneDegree) {
+        above = std::nextafter(above, 1e9);
     }
-    elements = pair(x, y);
-    output::mergeStraights(elements);
-    EXPECT_EQ(elements.size(), 2U) << "the next direction above one degree";
+    for (const bool turnsLeft : {true, false}) {
+        elements = pair(x, y, turnsLeft);
+        const sima::EntityData& other = elements[turnsLeft ? 1 : 0];
+        ASSERT_EQ(host::mdutAngle(other.startPoint(), other.endPoint()), oneDegree);
+        output::mergeStraights(elements);
+        EXPECT_EQ(elements.size(), 1U) << turnsLeft;
+
+        elements = pair(x, above, turnsLeft);
+        output::mergeStraights(elements);
+        EXPECT_EQ(elements.size(), 2U) << "the next direction above one degree " << turnsLeft;
+    }
 }
 
 TEST_F(ChainCleaning, MoreThanOneDegreeEitherWayStays) {

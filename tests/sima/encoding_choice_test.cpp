@@ -79,6 +79,13 @@ TEST(EncodingChoice, TwoCharactersOfThreeBytesInValidUtf8SayUtf8) {
     EXPECT_EQ(kindOf("A01,1,éàü,1,2,,\n"), TextKind::Cp932) << "two bytes each may be half-width katakana";
     EXPECT_EQ(kindOf("A01,1,基準,1,2,,\nA01,2,\x95\x5C,0,0,,\n"), TextKind::Cp932);
     EXPECT_EQ(kindOf("A01,1,基準\xE5\x9F"), TextKind::Cp932) << "cut within a character";
+    EXPECT_EQ(kindOf("A01,1,基準\xE5"
+                     "A\x9F\xBA,1,2,,\n"),
+              TextKind::Cp932)
+        << "a letter within a character";
+    EXPECT_EQ(kindOf("A01,1,基準\xE5\x9F"
+                     "A\xBA,1,2,,\n"),
+              TextKind::Cp932);
     EXPECT_EQ(kindOf("\xED\xA0\x80\xED\xA0\x80 a surrogate is no character"), TextKind::Cp932);
     EXPECT_EQ(kindOf("\xE0\x80\x80\xE0\x80\x80 nor is a form that is too long"), TextKind::Cp932);
 }
@@ -231,14 +238,16 @@ TEST(LineSourceUtf16, LongFilesComeWhole) {
 TEST(LineSourceLimit, ALineUpToTheLimitIsALineAndOneBeyondIsTold) {
     constexpr std::size_t kLimit = std::size_t{1} << 20;
     const test::TemporaryFolder folder;
-    for (const std::string_view end : {"\n", "\r\n", ""}) {
-        LineSource source(Encoding::Cp932, kLimit);
-        ASSERT_TRUE(source.open(folder.write("a.sim", "A00,\n" + std::string(kLimit, 'x') + std::string(end))));
-        std::string_view line;
-        ASSERT_TRUE(source.next(line));
-        ASSERT_TRUE(source.next(line));
-        EXPECT_EQ(line.size(), kLimit);
-        EXPECT_FALSE(source.next(line));
+    for (const std::string before : {"A00,\n", "\n", "\r\n"}) {
+        for (const std::string end : {"\n", "\r\n", ""}) {
+            LineSource source(Encoding::Cp932, kLimit);
+            ASSERT_TRUE(source.open(folder.write("a.sim", before + std::string(kLimit, 'x') + end)));
+            std::string_view line;
+            ASSERT_TRUE(source.next(line));
+            ASSERT_TRUE(source.next(line));
+            EXPECT_EQ(line.size(), kLimit);
+            EXPECT_FALSE(source.next(line));
+        }
     }
     LineSource source(Encoding::Cp932, kLimit);
     ASSERT_TRUE(source.open(folder.write("a.sim", "A00,\n" + std::string(kLimit + 3, 'x') + "\n")));

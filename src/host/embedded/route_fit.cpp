@@ -1,8 +1,6 @@
 // Whether the points of a route lie on the alignment that was made of it.
 #include "host/embedded/route_fit.h"
 
-#include "curve/curve.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -19,7 +17,7 @@ double distance(const MdGePoint3d& point, const PlanPoint& other) {
 }
 
 bool isNear(const Element& element, const MdGePoint3d& point, double tolerance) {
-    if (!curve::isUsable(drawing::curveOf(element))) { // no part of the alignment
+    if (!drawing::isUsable(element)) { // no part of the alignment
         return false;
     }
     if (distance(point, element.start) <= tolerance || distance(point, element.end) <= tolerance) {

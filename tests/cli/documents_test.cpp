@@ -3,9 +3,13 @@
 #include "sima/text/cp932.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -99,7 +103,7 @@ TEST_F(Documents, ReportListsTheErrorsOfALog) {
         << csv;
     const Ran missing = fenmark({"report", drawing, target, "--log", folder.at("none.log")});
     EXPECT_EQ(missing.code, kNotDone);
-    EXPECT_NE(missing.err.find("none.log"), std::string::npos);
+    EXPECT_TRUE(contains(missing.err, "none.log: ") && contains(missing.err, "No such file")) << missing.err;
 }
 
 TEST_F(Documents, APlotIsOfOneKind) {
@@ -118,10 +122,12 @@ TEST_F(Documents, APlotIsOfOneKind) {
 TEST_F(Documents, ReportReadsOrdinaryLogsAlone) {
     const std::string huge = file("", "huge.log");
     std::filesystem::resize_file(huge, (std::uintmax_t{1} << 30) + 1); // with a hole in it
-    for (const std::string& log : {folder.path(), std::string("/dev/zero"), huge}) {
+    const std::pair<std::string, std::string> logs[] = {
+        {folder.path(), "ordinary file"}, {"/dev/zero", "ordinary file"}, {huge, "File too large"}};
+    for (const auto& [log, reason] : logs) {
         const Ran ran = fenmark({"report", drawing, folder.at("o.html"), "--log", log});
         EXPECT_EQ(ran.code, kNotDone) << log;
-        EXPECT_TRUE(contains(ran.err, log + ": ")) << ran.err;
+        EXPECT_TRUE(contains(ran.err, log + ": ") && contains(ran.err, reason)) << ran.err;
         EXPECT_FALSE(test::fileExists(folder.at("o.html"))) << log;
     }
 }

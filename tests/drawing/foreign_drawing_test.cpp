@@ -221,6 +221,9 @@ TEST_F(ForeignDrawing, AnAreaDrawnAmongTheLotsIsToldAndOutlivesAnImport) {
     EXPECT_EQ(noteText(store.notes().front()), "1 feature of the layer 'lots' (first fid " +
                                                    std::to_string(drawing_.lastId() + 1) +
                                                    ") left out: a POLYGON is no object of a drawing");
+    // A copy has nothing that was left out.
+    ASSERT_TRUE(store.save(folder_.at("copy.gpkg"), open));
+    EXPECT_TRUE(store.notes().empty());
     // One who opened the drawing before learns of it.
     addSmallImport(drawing_, 1);
     EXPECT_EQ(store_.save(path_, drawing_).failure, Failure::ChangedOutside);

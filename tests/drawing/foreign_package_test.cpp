@@ -138,6 +138,20 @@ TEST_F(PackageOfAnother, PointsAndPolygonsBecomeCoordinatesAndLots) {
                                                  "'筆': names from '地番', numbers from the features"}));
 }
 
+TEST_F(PackageOfAnother, QuotesInNamesOfTablesAndColumnsAreTheirs) {
+    run(R"(CREATE TABLE "a""b" ("f""id" INTEGER PRIMARY KEY, "ge""om" GEOMETRY, name TEXT))");
+    run(R"(INSERT INTO "a""b" VALUES (7, )" + pointBlob(1, 2) + ", 'K1')");
+    run(R"(INSERT INTO gpkg_contents VALUES ('a"b', 'features', 6677);)"
+        R"(INSERT INTO gpkg_geometry_columns VALUES ('a"b', 'ge"om', 'GEOMETRY', 6677, 0, 0))");
+    const Outcome outcome = read();
+    ASSERT_TRUE(outcome) << outcome.message.english;
+    ASSERT_EQ(package_.drawing.entityCount(), 1U);
+    const EntityView point = package_.drawing.entity(0);
+    EXPECT_EQ(point.position(), (MdGePoint3d{1, 2, 0}));
+    EXPECT_EQ(point.row->name, "K1");
+    EXPECT_EQ(point.row->no, 7) << "the number of the feature";
+}
+
 TEST_F(PackageOfAnother, WhatIsNoPointAndNoPlainPolygonIsLeftOutAndCounted) {
     addTable("p", 6677);
     run("INSERT INTO p VALUES (1, " + pointBlob(1, 2) + "), (2, " + lineBlob() + "), (3, " + lineBlob() + "), (4, " +

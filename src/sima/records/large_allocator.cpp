@@ -17,8 +17,9 @@ void* allocateLarge(std::size_t bytes) {
     if (pages > std::numeric_limits<std::size_t>::max() / kLargePage) {
         throw std::bad_alloc();
     }
-    void* const memory = ::operator new (pages* kLargePage, std::align_val_t{kLargePage});
-    platform::wishLargePages(memory, pages * kLargePage);
+    const std::size_t size = pages * kLargePage;
+    void* const memory = ::operator new (size, std::align_val_t{kLargePage});
+    platform::wishLargePages(memory, size);
     return memory;
 }
 

@@ -46,7 +46,7 @@ Found stretchesIn(const drawing::Extent& place, const drawing::AlignmentGeometry
     return found;
 }
 
-// A straight of 24 km, as wide as a plan of it is high, and a clothoid that winds up behind it.
+// A straight of 24 km, and a clothoid that winds up behind it.
 class StretchesOf : public ::testing::Test {
   protected:
     StretchesOf() {

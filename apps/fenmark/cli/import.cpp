@@ -624,14 +624,11 @@ class OpenDrawing {
     void forget() { host_.reset(); }
     // The imports of this call into the drawing.
     std::vector<host::MdDbObjectId>& madeNow(const std::string& path) { return madeNow_[path]; }
-    // The files of this call by their logs: a.sim and a.SIM have one log.
-    std::map<std::filesystem::path, std::string>& logsNow() { return logsNow_; }
 
   private:
     std::unique_ptr<EmbeddedHost> host_;
     std::string path_;
     std::map<std::string, std::vector<host::MdDbObjectId>> madeNow_; // by drawing
-    std::map<std::filesystem::path, std::string> logsNow_;
 };
 
 // The import that comes second to a drawing is done again on what the first one left.
@@ -658,6 +655,7 @@ FileResult importInTurn(OpenDrawing& open, const ImportArguments& arguments, con
 
 int runImport(const ImportArguments& arguments, const Streams& given) {
     OpenDrawing open;
+    std::map<std::filesystem::path, std::string> files; // of this call, by their logs: a.sim and a.SIM have one
     nlohmann::ordered_json results = nlohmann::ordered_json::array();
     int code = kDone;
     for (const std::string& file : arguments.files) {
@@ -669,8 +667,8 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
         try {
             requireReadableSimFile(file, streams.language);
             const std::string logPath = drawing::logOf(file);
-            if (const auto other = open.logsNow().find(platform::pathOf(logPath).lexically_normal());
-                other != open.logsNow().end() && !platform::leadToOneFile(other->second, file)) {
+            const auto [other, isFirst] = files.try_emplace(platform::pathOf(logPath).lexically_normal(), file);
+            if (!isFirst && !platform::leadToOneFile(other->second, file)) {
                 throw Stop(kNotDone, said(streams.language, Text::LogOverLog,
                                           {{"path", file}, {"log", logPath}, {"other", other->second}}));
             }
@@ -678,7 +676,6 @@ int runImport(const ImportArguments& arguments, const Streams& given) {
             json = jsonOf(file, drawingPath);
             const FileResult made = importInTurn(open, arguments, file, drawingPath, streams);
             code = std::max(code, made.code);
-            open.logsNow()[platform::pathOf(logPath).lexically_normal()] = file;
             if (arguments.json) {
                 addResult(json, made.result, made.logPath);
             } else {

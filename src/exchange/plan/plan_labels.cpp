@@ -12,11 +12,11 @@ namespace fenmark::exchange {
 namespace {
 
 constexpr const char* kEllipsis = "…";
-constexpr double kCell = 0.5; // millimetres
-constexpr double kStepsBeside = 16.0;
-constexpr double kNarrow = 0.55;    // ems that a Latin letter takes
-constexpr double kHalfWidth = 0.5;  // ems that half-width kana take
-constexpr double kTextHeight = 0.9; // of the em that the letters fill
+constexpr double kCell = 0.5;         // millimetres
+constexpr double kStepsBeside = 16.0; // of a line, more than cross the map
+constexpr double kNarrow = 0.55;      // ems that a Latin letter takes
+constexpr double kHalfWidth = 0.5;    // ems that half-width kana take
+constexpr double kTextHeight = 0.9;   // of the em that the letters fill
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// Memory for what a recorded drawing holds.
+// Memory for the vertices that a recorded drawing holds.
 #pragma once
 
 #include "sima/records/large_allocator.h"
@@ -9,7 +9,7 @@
 namespace fenmark::host {
 
 // Hands out one piece behind the other, from blocks that grow with the drawing and lie in large pages, and gives all of
-// them back at once: a million records are as many small pieces, and none of them goes before the drawing does.
+// them back at once: a million outlines are as many small pieces, and none of them goes before the drawing does.
 class RecordMemory {
   public:
     std::pmr::memory_resource* resource() { return &pieces_; }

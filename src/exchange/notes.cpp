@@ -91,6 +91,9 @@ constexpr std::array<NoteText, kNoteCodes> kNoteTexts = {{
      "stations are drawn every {metres} m"},
     {NoteCode::StationsCut, "stations-cut", "測点が多いため、{count}点までを図示しています",
      "many stations: the first {count} are drawn"},
+    {NoteCode::LettersWithoutFont, "letters-without-font",
+     "フォントにない文字が{count}種あり({letters})、四角形で図示しています。日本語フォントをインストールしてください",
+     "no font has {count} of the letters ({letters}), boxes are drawn for them; install a Japanese font"},
     {NoteCode::NoStakeWanted, "no-stake-wanted", "測設点がありません: 間隔も測点も指定されていません",
      "no stake: none was asked for"},
     {NoteCode::NoStakeInRange, "no-stake-in-range",
@@ -137,6 +140,9 @@ std::string figure(std::string_view name, const Note& note, Language language) {
     }
     if (name == "to") {
         return fixedReal(note.to, 3);
+    }
+    if (name == "letters") {
+        return note.letters;
     }
     return std::to_string(note.count);
 }

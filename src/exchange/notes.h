@@ -47,8 +47,9 @@ enum class NoteCode : std::uint8_t {
     NamesOfMany, // of count points, left out
     NoRoomForNames,
     NoRoomForFigures,
-    StationsEvery, // metres
-    StationsCut,   // after count of them
+    StationsEvery,      // metres
+    StationsCut,        // after count of them
+    LettersWithoutFont, // count letters that no font has, the first of them letters
     // Stakes
     NoStakeWanted,
     NoStakeInRange, // no multiple of metres lies between the stations from and to
@@ -69,6 +70,7 @@ struct Note {
     double metres = 0.0;
     double from = 0.0; // stations, metres
     double to = 0.0;
+    std::string letters = {}; // UTF-8
 
     friend bool operator==(const Note&, const Note&) = default;
 };

@@ -47,6 +47,7 @@ std::string membersIn(NoteCode code, Language language) {
     members += shows([](Note& note) { note.metres = 20.5; }) ? "metres " : "";
     members += shows([](Note& note) { note.from = 21.5; }) ? "from " : "";
     members += shows([](Note& note) { note.to = 22.5; }) ? "to " : "";
+    members += shows([](Note& note) { note.letters = "\u9F98"; }) ? "letters " : "";
     return members;
 }
 
@@ -77,7 +78,7 @@ TEST(Obstacles, EveryCodeHasItsTextInBothLanguages) {
 TEST(Notes, TextsAreThoseOfTheSample) {
     std::string all;
     for (const NoteCode code : codes()) {
-        const Note note{code, 123456, 234567, 345678, Fate::LeftOut, 12.5, 1000.125, 2000.25};
+        const Note note{code, 123456, 234567, 345678, Fate::LeftOut, 12.5, 1000.125, 2000.25, "\u9F98"};
         all += std::string(noteName(code)) + '\n' + english(note) + '\n' + japanese(note) + '\n';
     }
     for (std::size_t i = 0; i <= static_cast<std::size_t>(kLastObstacleCode); ++i) {
@@ -107,7 +108,7 @@ TEST(Notes, EveryCodeHasItsTextInBothLanguages) {
 TEST(Notes, BothLanguagesShowTheSameFiguresToTheDigit) {
     for (const NoteCode code : codes()) {
         EXPECT_EQ(membersIn(code, Language::Japanese), membersIn(code, Language::English)) << noteName(code);
-        const Note note{code, 123456, 234567, 345678, Fate::LeftOut, 12.5, 1000.125, 2000.25};
+        const Note note{code, 123456, 234567, 345678, Fate::LeftOut, 12.5, 1000.125, 2000.25, "\u9F98"};
         for (const Language language : kLanguages) {
             const std::string text = wording(note, language);
             EXPECT_EQ(text.find_first_of("{}"), std::string::npos) << text;
@@ -121,6 +122,7 @@ TEST(Notes, BothLanguagesShowTheSameFiguresToTheDigit) {
             EXPECT_TRUE(has("metres", "12.5 m")) << text;
             EXPECT_TRUE(has("from", "1000.125")) << text;
             EXPECT_TRUE(has("to ", "2000.250")) << text;
+            EXPECT_TRUE(has("letters", "\u9F98")) << text;
         }
     }
 }
@@ -148,6 +150,9 @@ TEST(Notes, EveryFigureOfANoteStandsInItsText) {
             break;
         case NoteCode::NoStakeInRange:
             figures = "metres from to ";
+            break;
+        case NoteCode::LettersWithoutFont:
+            figures = "count letters ";
             break;
         case NoteCode::NothingSelected:
         case NoteCode::NoZone:

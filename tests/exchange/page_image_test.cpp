@@ -1,5 +1,6 @@
 // Pages as pixels, and what a page that cannot be drawn says.
 #include "exchange/plan/page_image.h"
+#include "exchange/plan/page_fonts.h"
 #include "exchange/plan/plot.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <sstream>
 #include <streambuf>
+#include <string>
 #include <vector>
 
 namespace fenmark::exchange {
@@ -91,6 +93,28 @@ TEST(Pdf, ThatCannotBeMadeOrWrittenSaysSo) {
     const Outcome page = writePdf(plot, broken);
     EXPECT_FALSE(page);
     EXPECT_NE(page.message.english.find("the page cannot be drawn"), std::string::npos) << page.message.english;
+}
+
+// Of letters for private use no font of a machine has a shape.
+TEST(Pdf, LettersThatNoFontHasAreToldOnceEach) {
+    const auto noted = [](const std::string& content) {
+        const std::string head = "<svg width=\"10mm\" height=\"5mm\"><title>\U0010FFF0</title>";
+        return notesOfFonts({head + content + "</svg>", head + "<path d=\"M0 0\"/></svg>"});
+    };
+    if (noted("<text>\U0010FFF1</text>").empty()) {
+        GTEST_SKIP() << "built without librsvg";
+    }
+    EXPECT_EQ(noted("<text x=\"1\"> \u3000&amp;\u200D</text>"), Notes{}) << "no font at all is installed";
+    const auto expectTold = [&](const std::string& content, std::size_t count, const std::string& letters) {
+        Note note{NoteCode::LettersWithoutFont, count};
+        note.letters = letters;
+        EXPECT_EQ(noted(content), Notes{note});
+    };
+    expectTold("<text>\U0010FFF2 <tspan x=\"1\">A\U0010FFF1</tspan>\U0010FFF2</text><desc>\U0010FFF3</desc>", 2,
+               "\U0010FFF1\U0010FFF2");
+    expectTold("<g><text>\U00100009\U00100008\U00100007\U00100006\U00100005</text><text>\U00100004\U00100003\U00100002"
+               "\U00100001</text></g>",
+               9, "\U00100001\U00100002\U00100003\U00100004\U00100005\U00100006\U00100007\U00100008");
 }
 
 TEST(PageImage, DecimalsAreTakenOffOneByOne) {

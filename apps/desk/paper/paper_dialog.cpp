@@ -5,6 +5,7 @@
 #include "desk/paper/page_painter.h"
 #include "desk/plan/plan_text.h"
 #include "exchange/output_file.h"
+#include "exchange/plan/page_fonts.h"
 #include "exchange/survey_text.h"
 
 #include <QApplication>
@@ -282,6 +283,8 @@ void PaperDialog::refresh() {
     brokenOff_ = wrongField();
     try {
         plot_ = brokenOff_.isEmpty() ? pagesOf(drawing_, job()) : exchange::Plot{};
+        const exchange::Notes fonts = exchange::notesOfFonts(plot_.pages);
+        plot_.notes.insert(plot_.notes.end(), fonts.begin(), fonts.end());
     } catch (const std::exception& error) {
         plot_ = exchange::Plot{};
         brokenOff_ = QString::fromStdString(error.what());

@@ -6,6 +6,7 @@
 #include "cli/messages.h"
 #include "exchange/formats.h"
 #include "exchange/output_file.h"
+#include "exchange/plan/page_fonts.h"
 
 #include <algorithm>
 #include <functional>
@@ -85,6 +86,9 @@ int runPlot(const PlotArguments& arguments, const Streams& streams) {
         }
     }
     tellNotes(streams, arguments.quiet, plot.notes);
+    if (pdf) {
+        tellNotes(streams, arguments.quiet, exchange::notesOfFonts(plot.pages));
+    }
     return kDone;
 }
 

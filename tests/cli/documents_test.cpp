@@ -175,6 +175,21 @@ TEST_F(Documents, PlotsBecomePagesOfAPdf) {
     EXPECT_EQ(files, pages);
 }
 
+TEST_F(Documents, NothingIsWrittenOverALinkThatLeadsNowhere) {
+    for (const char* name : {"l.dxf", "l.xml", "l.csv", "l.sim", "p.svg", "p.pdf", "r.html", "r.csv", "s.csv"}) {
+        const std::string target = folder.at(name);
+        std::filesystem::create_symlink(folder.at("nowhere"), target);
+        const Ran ran = name[0] == 'l'   ? fenmark({"export", drawing, target})
+                        : name[0] == 'p' ? fenmark({"plot", drawing, target})
+                        : name[0] == 'r' ? fenmark({"report", drawing, target})
+                                         : fenmark({"stakes", drawing, "中心線", "--every", "100", "--out", target});
+        EXPECT_EQ(ran.code, kNotDone) << name;
+        EXPECT_NE(ran.err.find("is a link to"), std::string::npos) << name << ran.err;
+        EXPECT_TRUE(std::filesystem::is_symlink(target)) << name;
+        EXPECT_FALSE(std::filesystem::exists(folder.at("nowhere"))) << name;
+    }
+}
+
 TEST_F(Documents, ADrawingThatDoesNotFitAtTheScaleIsTold) {
     const Ran ran = fenmark({"plot", drawing, folder.at("p.svg"), "--scale", "100", "--paper", "A4"});
     EXPECT_EQ(ran.code, kNotDone);

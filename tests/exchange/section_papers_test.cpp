@@ -177,6 +177,25 @@ TEST_F(Road, CrossSectionsTakeTheLargestScaleAndTheFewestSheetsThatHaveRoomForTh
     }
 }
 
+TEST_F(Road, CrossSectionsFillTwoThousandSheetsAndNoMore) {
+    const auto addSection = [this](int number) {
+        for (const auto& [offset, height] : {std::pair(-8.8, 10.0), {0.0, 10.0}, {8.801, 18.0}}) { // one on a sheet
+            addPoint({offset, 0.04 * number, height}, "", "横断成果", number);
+        }
+    };
+    for (int i = 1; i <= 2000; ++i) {
+        addSection(i);
+    }
+    PlotOptions options;
+    options.scale = 100;
+    EXPECT_EQ(plotCrossSections(drawing, 0, options).pages.size(), 2000U);
+    addSection(2001);
+    const Plot plot = plotCrossSections(drawing, 0, options);
+    EXPECT_TRUE(plot.pages.empty());
+    ASSERT_TRUE(plot.failure);
+    EXPECT_EQ(wording(*plot.failure, Language::English), "more than 2000 sheets; choose a smaller scale");
+}
+
 TEST_F(Road, BaseLinesStandAtRoundHeightsFourMillimetresBelowTheLowestPoint) {
     struct Case {
         int scale;

@@ -393,20 +393,20 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
 }
 
 // The datum and zone, or nothing where the zone is unknown.
-void writeCoordinateSystem(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
+void writeCoordinateSystem(std::ostream& out, int zone, LandXmlProfile profile) {
     if (profile == LandXmlProfile::JLandXml) {
         out << "  <CoordinateSystem name=\"CRS1\" horizontalDatum=\"JGD2011\" verticalDatum=\"T.P\"";
-        if (drawing.zone() != 0) {
-            out << " horizontalCoordinateSystemName=\"" << drawing.zone() << "(X,Y)\"";
+        if (zone != 0) {
+            out << " horizontalCoordinateSystemName=\"" << zone << "(X,Y)\"";
         }
         out << "/>\n";
-    } else if (drawing.zone() != 0) {
-        out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << drawing.zone()
-            << "\" epsgCode=\"" << 6668 + drawing.zone() << "\" horizontalDatum=\"JGD2011\"/>\n";
+    } else if (zone != 0) {
+        out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << zone << "\" epsgCode=\""
+            << 6668 + zone << "\" horizontalDatum=\"JGD2011\"/>\n";
     }
 }
 
-void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
+void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile, int zone) {
     const std::string now = platform::utcNow();
     const std::size_t between = now.find('T');
     const std::string date = now.substr(0, between);
@@ -422,13 +422,13 @@ void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile
                "  <Application name=\"fenmark\"/>\n";
     }
     if (japanese) {
-        writeCoordinateSystem(out, drawing, profile);
+        writeCoordinateSystem(out, zone, profile);
     }
     out << "  <Units><Metric areaUnit=\"squareMeter\" linearUnit=\"meter\" volumeUnit=\"cubicMeter\" "
            "temperatureUnit=\"celsius\" pressureUnit=\"HPA\""
         << (japanese ? " angularUnit=\"decimal dd.mm.ss\" directionUnit=\"decimal dd.mm.ss\"" : "") << "/></Units>\n";
     if (!japanese) {
-        writeCoordinateSystem(out, drawing, profile);
+        writeCoordinateSystem(out, zone, profile);
         out << "  <Application name=\"fenmark\"/>\n";
     }
 }
@@ -473,7 +473,7 @@ void writePlanFeatures(std::ostream& out, const Drawing& drawing) {
 }
 
 // What the Japanese profile has no place for.
-Notes leftOutOfProfile(const Drawing& drawing) {
+Notes leftOutOfProfile(const Drawing& drawing, int zone) {
     std::size_t points = 0;
     std::size_t lines = 0;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
@@ -488,7 +488,7 @@ Notes leftOutOfProfile(const Drawing& drawing) {
     if (points + lines > 0) {
         notes.push_back({NoteCode::AlignmentsAlone, points, lines});
     }
-    if (drawing.zone() == 0) {
+    if (zone == 0) {
         notes.push_back({NoteCode::NoZone});
     }
     return notes;
@@ -500,9 +500,10 @@ Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
     return writeLandXmlProfile(drawing, LandXmlProfile::LandXml, out);
 }
 
-Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::ostream& out) {
+Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::ostream& out, int zone) {
     const bool japanese = profile == LandXmlProfile::JLandXml;
-    writeHead(out, drawing, profile);
+    const int toldZone = zone != 0 ? zone : drawing.zone();
+    writeHead(out, drawing, profile, toldZone);
     Unplaced unplaced;
     const Results results = resultsOf(drawing);
     AlignmentWriter alignments(out, drawing, profile, results);
@@ -510,7 +511,7 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
     Notes notes;
     if (japanese) {
         alignments.writeIntermediatePoints();
-        notes = leftOutOfProfile(drawing);
+        notes = leftOutOfProfile(drawing, toldZone);
     } else {
         for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
             unplaced.look(drawing.entity(i));

@@ -400,9 +400,11 @@ Notes writeDxf(const Drawing& drawing, const ExportOptions& options, std::ostrea
     beginDxf(writer, contents);
     DrawingOfEntities entities(writer, drawing, options, contents.textHeight);
     Unplaced unplaced;
+    std::size_t withoutElements = 0;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         const drawing::Alignment& alignment = drawing.alignment(i);
         if (options.selection.takes(alignment) && unplaced.look(alignment)) {
+            withoutElements += alignment.elements.empty() ? 1 : 0;
             entities.alignment(alignment);
         }
     }
@@ -413,7 +415,11 @@ Notes writeDxf(const Drawing& drawing, const ExportOptions& options, std::ostrea
         }
     }
     endDxf(writer);
-    return unplaced.notes(Fate::LeftOut);
+    Notes notes = unplaced.notes(Fate::LeftOut);
+    if (withoutElements > 0) {
+        notes.push_back({NoteCode::WithoutLine, 0, 0, withoutElements});
+    }
+    return notes;
 }
 
 } // namespace fenmark::exchange

@@ -53,6 +53,7 @@ class AlignmentWriter {
     void writeAlignments(Unplaced& unplaced);
     // Behind the alignments, whose names they refer to.
     void writeIntermediatePoints();
+    [[nodiscard]] std::size_t withoutElements() const { return withoutElements_; }
     [[nodiscard]] std::size_t curvesWithoutIp() const { return withoutIp_; }
     [[nodiscard]] std::size_t turningFar() const { return turningFar_; }
     [[nodiscard]] std::size_t withoutPoints() const { return withoutPoints_; }
@@ -82,6 +83,7 @@ class AlignmentWriter {
     LandXmlProfile profile_;
     const Results& results_;
     std::vector<Written> written_;
+    std::size_t withoutElements_ = 0;
     std::size_t withoutIp_ = 0;
     std::size_t turningFar_ = 0;
     std::size_t equations_ = 0;
@@ -233,7 +235,11 @@ void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
     UniqueNames names;
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         const drawing::Alignment& alignment = drawing_.alignment(i);
-        if (alignment.elements.empty() || !unplaced.look(alignment)) {
+        if (alignment.elements.empty()) {
+            ++withoutElements_;
+            continue;
+        }
+        if (!unplaced.look(alignment)) {
             continue;
         }
         if (written_.empty()) {
@@ -509,12 +515,14 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
     AlignmentWriter alignments(out, drawing, profile, results);
     alignments.writeAlignments(unplaced);
     Notes notes;
+    std::size_t withoutLine = 0;
     if (japanese) {
         alignments.writeIntermediatePoints();
         notes = leftOutOfProfile(drawing, toldZone);
     } else {
         for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-            unplaced.look(drawing.entity(i));
+            const EntityView entity = drawing.entity(i);
+            withoutLine += unplaced.look(entity) && !entity.isPoint() && entity.vertices.size() < 2 ? 1 : 0;
         }
         writeCgPoints(out, drawing);
         writeParcels(out, drawing);
@@ -523,6 +531,9 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
     out << "</LandXML>\n";
     const Notes leftOut = unplaced.notes(Fate::LeftOut);
     notes.insert(notes.end(), leftOut.begin(), leftOut.end());
+    if (withoutLine > 0 || alignments.withoutElements() > 0) {
+        notes.push_back({NoteCode::WithoutLine, 0, withoutLine, alignments.withoutElements()});
+    }
     if (results.unplaced > 0) {
         notes.push_back(
             {NoteCode::UnplacedResults, results.unplaced, 0, 0, japanese ? Fate::LeftOut : Fate::PointsOnly});

@@ -1,5 +1,6 @@
 // LandXML and CSV of a drawing.
 #include "exchange/csv.h"
+#include "exchange/dxf.h"
 #include "exchange/landxml.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
@@ -9,6 +10,8 @@
 
 #include <cmath>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -25,6 +28,25 @@ class LandXml : public ::testing::Test {
     }
     pugi::xml_document document;
 };
+
+TEST_F(LandXml, TellsOfLinesWithoutALine) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addChain(drawing, {});
+    addPolyline(drawing, {{0, 0, 0}}, true, "1");
+    addPolyline(drawing, {{0, 0, 0}}, false, "左", "幅杭線左");
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, true, "2");
+    std::ostringstream out;
+    EXPECT_EQ(
+        english(writeLandXml(drawing, out)),
+        (std::vector<std::string>{"left out for want of a line: 2 polylines of fewer than two points, 1 alignments "
+                                  "without elements"}));
+    EXPECT_EQ(
+        english(writeDxf(drawing, {}, out)),
+        (std::vector<std::string>{"left out for want of a line: 0 polylines of fewer than two points, 1 alignments "
+                                  "without elements"}))
+        << "a line of one point is a point there";
+}
 
 TEST_F(LandXml, HasTheExactElements) {
     Drawing drawing;

@@ -138,6 +138,7 @@ TEST(Notes, EveryFigureOfANoteStandsInItsText) {
             figures = "count became ";
             break;
         case NoteCode::PointsAlone:
+        case NoteCode::WithoutLine:
             figures = "polylines alignments ";
             break;
         case NoteCode::AlignmentsAlone:

@@ -210,17 +210,20 @@ Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, con
     if (options.has(ReportPart::Summary)) {
         summaryTables(drawing, options, sink);
     }
-    std::size_t withoutArea = 0;
+    LotsLeftOut lots;
     if (options.has(ReportPart::Lots)) {
-        withoutArea = lotTables(drawing, names, options, sink);
+        lots = lotTables(drawing, names, options, sink);
     }
     if (options.has(ReportPart::Points)) {
         pointTable(drawing, sink);
     }
     alignmentTables(drawing, names, options, sink);
     Notes notes;
-    if (withoutArea > 0) {
-        notes.push_back({NoteCode::LotWithoutArea, withoutArea});
+    if (lots.tooFar > 0) {
+        notes.push_back({NoteCode::LotWithoutArea, lots.tooFar});
+    }
+    if (lots.noRing > 0) {
+        notes.push_back({NoteCode::LotWithoutRing, lots.noRing});
     }
     return notes;
 }

@@ -53,6 +53,7 @@ class AlignmentWriter {
     void writeAlignments(Unplaced& unplaced);
     // Behind the alignments, whose names they refer to.
     void writeIntermediatePoints();
+    [[nodiscard]] std::size_t renamed() const { return names_.renamed(); }
     [[nodiscard]] std::size_t withoutElements() const { return withoutElements_; }
     [[nodiscard]] std::size_t curvesWithoutIp() const { return withoutIp_; }
     [[nodiscard]] std::size_t turningFar() const { return turningFar_; }
@@ -83,6 +84,7 @@ class AlignmentWriter {
     LandXmlProfile profile_;
     const Results& results_;
     std::vector<Written> written_;
+    UniqueNames names_;
     std::size_t withoutElements_ = 0;
     std::size_t withoutIp_ = 0;
     std::size_t turningFar_ = 0;
@@ -232,7 +234,6 @@ void AlignmentWriter::writeCrossSections(const AlignmentResults& results) {
 }
 
 void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
-    UniqueNames names;
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         const drawing::Alignment& alignment = drawing_.alignment(i);
         if (alignment.elements.empty()) {
@@ -249,7 +250,7 @@ void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
         // Refused for a start that is not finite; the stations then count from 0.
         static_cast<void>(
             stations.set(alignment.startStation, stationEquationsOf(results_.alignments[i], alignment.startStation)));
-        written_.push_back({i, names.take(trimmedName(alignment.name)), std::move(stations)});
+        written_.push_back({i, names_.take(trimmedName(alignment.name)), std::move(stations)});
         out_ << "    <Alignment name=\"" << xmlText(written_.back().name) << "\" desc=\""
              << xmlText(trimmedName(alignment.description)) << "\" length=\"" << PlainReal{alignment.length()}
              << "\" staStart=\"" << PlainReal{alignment.startStation} << "\">\n";
@@ -378,8 +379,9 @@ bool isPlanFeature(const EntityView& entity) {
 }
 
 // One group of the format: an opening tag before the first of the entities that are wanted, a closing one at the end.
+// Returns how many were renamed.
 template <typename Wanted, typename Write>
-void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wanted wanted, Write write) {
+std::size_t writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wanted wanted, Write write) {
     bool open = false;
     UniqueNames names;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
@@ -396,6 +398,7 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
     if (open) {
         out << "  </" << group << ">\n";
     }
+    return names.renamed();
 }
 
 // The datum and zone, or nothing where the zone is unknown.
@@ -440,8 +443,8 @@ void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile
 }
 
 // A height that nobody gave stays out, and one that is no number, which is counted and reported.
-void writeCgPoints(std::ostream& out, const Drawing& drawing) {
-    writeGroup(
+std::size_t writeCgPoints(std::ostream& out, const Drawing& drawing) {
+    return writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },
         [&out](const EntityView& entity, UniqueNames& names) {
             const host::MdGePoint3d& at = entity.position();
@@ -455,8 +458,8 @@ void writeCgPoints(std::ostream& out, const Drawing& drawing) {
         });
 }
 
-void writeParcels(std::ostream& out, const Drawing& drawing) {
-    writeGroup(out, drawing, "Parcels", isParcel, [&out](const EntityView& entity, UniqueNames& names) {
+std::size_t writeParcels(std::ostream& out, const Drawing& drawing) {
+    return writeGroup(out, drawing, "Parcels", isParcel, [&out](const EntityView& entity, UniqueNames& names) {
         const PlanPoint centre = labelPoint(entity.vertices);
         out << "    <Parcel";
         writeAttributes(out, names, entity);
@@ -468,14 +471,15 @@ void writeParcels(std::ostream& out, const Drawing& drawing) {
     });
 }
 
-void writePlanFeatures(std::ostream& out, const Drawing& drawing) {
-    writeGroup(out, drawing, "PlanFeatures", isPlanFeature, [&out](const EntityView& entity, UniqueNames& names) {
-        out << "    <PlanFeature";
-        writeAttributes(out, names, entity);
-        out << ">\n";
-        writeRing(out, entity);
-        out << "    </PlanFeature>\n";
-    });
+std::size_t writePlanFeatures(std::ostream& out, const Drawing& drawing) {
+    return writeGroup(out, drawing, "PlanFeatures", isPlanFeature,
+                      [&out](const EntityView& entity, UniqueNames& names) {
+                          out << "    <PlanFeature";
+                          writeAttributes(out, names, entity);
+                          out << ">\n";
+                          writeRing(out, entity);
+                          out << "    </PlanFeature>\n";
+                      });
 }
 
 // What the Japanese profile has no place for.
@@ -516,6 +520,7 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
     alignments.writeAlignments(unplaced);
     Notes notes;
     std::size_t withoutLine = 0;
+    std::size_t renamed = alignments.renamed();
     if (japanese) {
         alignments.writeIntermediatePoints();
         notes = leftOutOfProfile(drawing, toldZone);
@@ -524,15 +529,18 @@ Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::o
             const EntityView entity = drawing.entity(i);
             withoutLine += unplaced.look(entity) && !entity.isPoint() && entity.vertices.size() < 2 ? 1 : 0;
         }
-        writeCgPoints(out, drawing);
-        writeParcels(out, drawing);
-        writePlanFeatures(out, drawing);
+        renamed += writeCgPoints(out, drawing);
+        renamed += writeParcels(out, drawing);
+        renamed += writePlanFeatures(out, drawing);
     }
     out << "</LandXML>\n";
     const Notes leftOut = unplaced.notes(Fate::LeftOut);
     notes.insert(notes.end(), leftOut.begin(), leftOut.end());
     if (withoutLine > 0 || alignments.withoutElements() > 0) {
         notes.push_back({NoteCode::WithoutLine, 0, withoutLine, alignments.withoutElements()});
+    }
+    if (renamed > 0) {
+        notes.push_back({NoteCode::RenamedObjects, renamed});
     }
     if (results.unplaced > 0) {
         notes.push_back(

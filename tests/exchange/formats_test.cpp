@@ -2,6 +2,7 @@
 #include "exchange/csv.h"
 #include "exchange/dxf.h"
 #include "exchange/landxml.h"
+#include "exchange/notes.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
 
@@ -28,6 +29,23 @@ class LandXml : public ::testing::Test {
     }
     pugi::xml_document document;
 };
+
+TEST_F(LandXml, TellsHowManyNamesGotANumber) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true, "1");
+    addRoad(drawing, {22000.0, -36000.0}, true, "1");
+    for (const char* name : {"1", "1", "2", "1"}) {
+        addPoint(drawing, {1.0, 2.0, 3.0}, name);
+        addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}}, true, name);
+    }
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, false, "1");
+    std::ostringstream out;
+    EXPECT_EQ(writeLandXml(drawing, out), (Notes{{NoteCode::RenamedObjects, 5}}));
+    EXPECT_NE(out.str().find("<CgPoint name=\"1 (3)\""), std::string::npos);
+    drawing.setZone(9);
+    EXPECT_EQ(writeLandXmlProfile(drawing, LandXmlProfile::JLandXml, out),
+              (Notes{{NoteCode::AlignmentsAlone, 4, 5}, {NoteCode::RenamedObjects, 1}}));
+}
 
 TEST_F(LandXml, TellsOfLinesWithoutALine) {
     Drawing drawing;

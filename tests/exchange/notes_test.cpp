@@ -151,6 +151,7 @@ TEST(Notes, EveryFigureOfANoteStandsInItsText) {
             figures = "metres from to ";
             break;
         case NoteCode::NothingSelected:
+        case NoteCode::NothingReported:
         case NoteCode::NoZone:
         case NoteCode::RenumberedResults:
         case NoteCode::NoStakeWanted:

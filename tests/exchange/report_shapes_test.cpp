@@ -139,7 +139,8 @@ TEST(LandXmlOfStations, TooManyOfAllAlignmentsAreLeftOutAndTold) {
     drawing.setZone(9);
     std::ostringstream out;
     EXPECT_EQ(english(writeLandXmlProfile(drawing, LandXmlProfile::JLandXml, out)),
-              (std::vector<std::string>{"too many intermediate points: those of 1 alignments left out"}));
+              (std::vector<std::string>{"names of the file must differ: 2 got a number behind them, as ' (2)'",
+                                        "too many intermediate points: those of 1 alignments left out"}));
     const std::string text = std::move(out).str();
     EXPECT_NE(text.find("IntermediatePnt2-90001"), std::string::npos);
     EXPECT_EQ(text.find("IntermediatePnt3-1\""), std::string::npos);

@@ -23,7 +23,12 @@ std::string csvOf(const Drawing& drawing, ReportOptions options, std::initialize
         options.parts[static_cast<std::size_t>(part)] = true;
     }
     std::ostringstream out;
-    EXPECT_EQ(writeReport(drawing, options, ReportFormat::Csv, out), notes);
+    const Notes told = writeReport(drawing, options, ReportFormat::Csv, out);
+    Notes wanted = notes;
+    if (out.str() == "\xEF\xBB\xBF") {
+        wanted.insert(wanted.begin(), {NoteCode::NothingReported});
+    }
+    EXPECT_EQ(told, wanted);
     return out.str();
 }
 

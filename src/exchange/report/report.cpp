@@ -205,7 +205,12 @@ Notes writeReport(const Drawing& drawing, const ReportOptions& options, ReportFo
     return notes;
 }
 
-Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, const TableSink& sink) {
+Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, const TableSink& given) {
+    std::size_t tables = 0;
+    const TableSink sink = [&](const Table& table) {
+        ++tables;
+        given(table);
+    };
     const PointNames names(drawing);
     if (options.has(ReportPart::Summary)) {
         summaryTables(drawing, options, sink);
@@ -219,6 +224,9 @@ Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, con
     }
     alignmentTables(drawing, names, options, sink);
     Notes notes;
+    if (tables == 0) {
+        notes.push_back({NoteCode::NothingReported});
+    }
     if (lots.tooFar > 0) {
         notes.push_back({NoteCode::LotWithoutArea, lots.tooFar});
     }

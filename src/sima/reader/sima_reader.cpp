@@ -2,6 +2,7 @@
 #include "sima/reader/sima_reader.h"
 
 #include "host/boundary/mirdan_exception.h"
+#include "sima/text/number.h"
 #include "sima/text/string_table.h"
 
 #include <algorithm>

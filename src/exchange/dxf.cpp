@@ -13,6 +13,7 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace fenmark::exchange {
@@ -394,26 +395,49 @@ DxfContents contentsOf(const Drawing& drawing, const ExportOptions& options) {
 
 } // namespace
 
+namespace {
+
+// Characters beyond U+FFFF, which take four bytes; the earlier releases have code points of four digits.
+std::size_t charactersBeyond(std::string_view name) {
+    constexpr unsigned char kFirstOfFour = 0xF0;
+    return static_cast<std::size_t>(
+        std::count_if(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) >= kFirstOfFour; }));
+}
+
+} // namespace
+
 Notes writeDxf(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
     DxfWriter writer(out, options.dxfVersion);
     const DxfContents contents = contentsOf(drawing, options);
     beginDxf(writer, contents);
     DrawingOfEntities entities(writer, drawing, options, contents.textHeight);
     Unplaced unplaced;
+    std::size_t withoutElements = 0;
+    std::size_t beyond = 0;
     for (std::size_t i = 0; i < drawing.alignmentCount(); ++i) {
         const drawing::Alignment& alignment = drawing.alignment(i);
         if (options.selection.takes(alignment) && unplaced.look(alignment)) {
+            withoutElements += alignment.elements.empty() ? 1 : 0;
+            beyond += charactersBeyond(alignment.name);
             entities.alignment(alignment);
         }
     }
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
         if (options.selection.takes(entity) && unplaced.look(entity)) {
+            beyond += entity.row ? charactersBeyond(entity.row->name) : 0;
             entities.entity(entity);
         }
     }
     endDxf(writer);
-    return unplaced.notes(Fate::LeftOut);
+    Notes notes = unplaced.notes(Fate::LeftOut);
+    if (withoutElements > 0) {
+        notes.push_back({NoteCode::WithoutLine, 0, 0, withoutElements});
+    }
+    if (beyond > 0 && options.dxfVersion != DxfVersion::R2018) {
+        notes.push_back({NoteCode::BeyondRelease, beyond});
+    }
+    return notes;
 }
 
 } // namespace fenmark::exchange

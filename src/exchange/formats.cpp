@@ -31,19 +31,20 @@ Notes whole(const Drawing& drawing, const ExportOptions& options, std::ostream& 
 }
 
 Notes landXml(const Drawing& drawing, const ExportOptions& options, std::ostream& out) {
+    const LandXmlProfile profile = options.landXmlProfile;
     return options.selection.takesAll()
-               ? writeLandXmlProfile(drawing, options.landXmlProfile, out)
-               : writeLandXmlProfile(*selectedPart(drawing, options.selection), options.landXmlProfile, out);
+               ? writeLandXmlProfile(drawing, profile, out, options.zone)
+               : writeLandXmlProfile(*selectedPart(drawing, options.selection), profile, out, options.zone);
 }
 
 constexpr std::array<Format, 7> kFormats = {{
-    {".svg", "Plan as SVG", "平面図 SVG", true, false, false, whole<writePlanSvg>},
-    {".dxf", "DXF", "DXF", false, false, false, writeDxf},
-    {".xml", "LandXML", "LandXML", false, false, false, landXml},
-    {".sim", "SIMA", "SIMA", false, false, false, writeSima},
-    {".geojson", "GeoJSON", "GeoJSON", false, true, true, writeGeoJson},
-    {".kml", "KML", "KML", false, true, false, writeKml},
-    {".csv", "Points as CSV", "点の一覧 CSV", false, false, false, csv},
+    {".svg", "Plan as SVG", "平面図 SVG", true, false, false, false, whole<writePlanSvg>},
+    {".dxf", "DXF", "DXF", false, false, false, false, writeDxf},
+    {".xml", "LandXML", "LandXML", false, false, false, true, landXml},
+    {".sim", "SIMA", "SIMA", false, false, false, false, writeSima},
+    {".geojson", "GeoJSON", "GeoJSON", false, true, true, true, writeGeoJson},
+    {".kml", "KML", "KML", false, true, false, true, writeKml},
+    {".csv", "Points as CSV", "点の一覧 CSV", false, false, false, false, csv},
 }};
 
 bool endsIn(std::string_view path, std::string_view extension) {
@@ -90,9 +91,12 @@ std::string extensions(bool plans, std::string_view beforeLast) {
     return list;
 }
 
+bool tellsZone(const Format& format, const ExportOptions& options) {
+    return format.zone && !(format.planeToo && options.plane);
+}
+
 Outcome canWrite(const Format& format, const Drawing& drawing, const ExportOptions& options) {
-    const bool inMetres = format.planeToo && options.plane;
-    if (format.degrees && !inMetres && zoneOf(drawing, options) == 0) {
+    if (format.degrees && tellsZone(format, options) && zoneOf(drawing, options) == 0) {
         const std::string name(format.name);
         return failed({name +
                            " has longitude and latitude, and the drawing does not say in which plane rectangular zone "

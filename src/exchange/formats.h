@@ -22,6 +22,7 @@ struct Format {
     bool isPlan;                // drawn by `fenmark plot`; all others are written by `fenmark export`
     bool degrees;               // has longitude and latitude, and so needs a zone
     bool planeToo;              // can have metres in their place
+    bool zone;                  // tells the plane rectangular zone, or has degrees by it
     Notes (*write)(const drawing::Drawing& drawing, const ExportOptions& options, std::ostream& out);
 };
 
@@ -36,6 +37,9 @@ const Format* formatOf(std::string_view path);
 
 // The extensions of the plans, or of all other formats, as ".dxf, .xml or .csv" with " or " before the last.
 [[nodiscard]] std::string extensions(bool plans, std::string_view beforeLast = " or ");
+
+// Whether the zone of the drawing, or the one in its place, says anything in a file of the format.
+[[nodiscard]] bool tellsZone(const Format& format, const ExportOptions& options);
 
 // Fails where the format needs what the drawing and the options do not have; the message says what, and the remedy.
 Outcome canWrite(const Format& format, const drawing::Drawing& drawing, const ExportOptions& options);

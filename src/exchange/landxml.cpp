@@ -53,6 +53,8 @@ class AlignmentWriter {
     void writeAlignments(Unplaced& unplaced);
     // Behind the alignments, whose names they refer to.
     void writeIntermediatePoints();
+    [[nodiscard]] std::size_t renamed() const { return names_.renamed(); }
+    [[nodiscard]] std::size_t withoutElements() const { return withoutElements_; }
     [[nodiscard]] std::size_t curvesWithoutIp() const { return withoutIp_; }
     [[nodiscard]] std::size_t turningFar() const { return turningFar_; }
     [[nodiscard]] std::size_t withoutPoints() const { return withoutPoints_; }
@@ -82,6 +84,8 @@ class AlignmentWriter {
     LandXmlProfile profile_;
     const Results& results_;
     std::vector<Written> written_;
+    UniqueNames names_;
+    std::size_t withoutElements_ = 0;
     std::size_t withoutIp_ = 0;
     std::size_t turningFar_ = 0;
     std::size_t equations_ = 0;
@@ -230,10 +234,13 @@ void AlignmentWriter::writeCrossSections(const AlignmentResults& results) {
 }
 
 void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
-    UniqueNames names;
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
         const drawing::Alignment& alignment = drawing_.alignment(i);
-        if (alignment.elements.empty() || !unplaced.look(alignment)) {
+        if (alignment.elements.empty()) {
+            ++withoutElements_;
+            continue;
+        }
+        if (!unplaced.look(alignment)) {
             continue;
         }
         if (written_.empty()) {
@@ -243,7 +250,7 @@ void AlignmentWriter::writeAlignments(Unplaced& unplaced) {
         // Refused for a start that is not finite; the stations then count from 0.
         static_cast<void>(
             stations.set(alignment.startStation, stationEquationsOf(results_.alignments[i], alignment.startStation)));
-        written_.push_back({i, names.take(trimmedName(alignment.name)), std::move(stations)});
+        written_.push_back({i, names_.take(trimmedName(alignment.name)), std::move(stations)});
         out_ << "    <Alignment name=\"" << xmlText(written_.back().name) << "\" desc=\""
              << xmlText(trimmedName(alignment.description)) << "\" length=\"" << PlainReal{alignment.length()}
              << "\" staStart=\"" << PlainReal{alignment.startStation} << "\">\n";
@@ -372,8 +379,9 @@ bool isPlanFeature(const EntityView& entity) {
 }
 
 // One group of the format: an opening tag before the first of the entities that are wanted, a closing one at the end.
+// Returns how many were renamed.
 template <typename Wanted, typename Write>
-void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wanted wanted, Write write) {
+std::size_t writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wanted wanted, Write write) {
     bool open = false;
     UniqueNames names;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
@@ -390,23 +398,24 @@ void writeGroup(std::ostream& out, const Drawing& drawing, const char* group, Wa
     if (open) {
         out << "  </" << group << ">\n";
     }
+    return names.renamed();
 }
 
 // The datum and zone, or nothing where the zone is unknown.
-void writeCoordinateSystem(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
+void writeCoordinateSystem(std::ostream& out, int zone, LandXmlProfile profile) {
     if (profile == LandXmlProfile::JLandXml) {
         out << "  <CoordinateSystem name=\"CRS1\" horizontalDatum=\"JGD2011\" verticalDatum=\"T.P\"";
-        if (drawing.zone() != 0) {
-            out << " horizontalCoordinateSystemName=\"" << drawing.zone() << "(X,Y)\"";
+        if (zone != 0) {
+            out << " horizontalCoordinateSystemName=\"" << zone << "(X,Y)\"";
         }
         out << "/>\n";
-    } else if (drawing.zone() != 0) {
-        out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << drawing.zone()
-            << "\" epsgCode=\"" << 6668 + drawing.zone() << "\" horizontalDatum=\"JGD2011\"/>\n";
+    } else if (zone != 0) {
+        out << "  <CoordinateSystem name=\"JGD2011 / Japan Plane Rectangular CS zone " << zone << "\" epsgCode=\""
+            << 6668 + zone << "\" horizontalDatum=\"JGD2011\"/>\n";
     }
 }
 
-void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile) {
+void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile, int zone) {
     const std::string now = platform::utcNow();
     const std::size_t between = now.find('T');
     const std::string date = now.substr(0, between);
@@ -422,20 +431,20 @@ void writeHead(std::ostream& out, const Drawing& drawing, LandXmlProfile profile
                "  <Application name=\"fenmark\"/>\n";
     }
     if (japanese) {
-        writeCoordinateSystem(out, drawing, profile);
+        writeCoordinateSystem(out, zone, profile);
     }
     out << "  <Units><Metric areaUnit=\"squareMeter\" linearUnit=\"meter\" volumeUnit=\"cubicMeter\" "
            "temperatureUnit=\"celsius\" pressureUnit=\"HPA\""
         << (japanese ? " angularUnit=\"decimal dd.mm.ss\" directionUnit=\"decimal dd.mm.ss\"" : "") << "/></Units>\n";
     if (!japanese) {
-        writeCoordinateSystem(out, drawing, profile);
+        writeCoordinateSystem(out, zone, profile);
         out << "  <Application name=\"fenmark\"/>\n";
     }
 }
 
 // A height that nobody gave stays out, and one that is no number, which is counted and reported.
-void writeCgPoints(std::ostream& out, const Drawing& drawing) {
-    writeGroup(
+std::size_t writeCgPoints(std::ostream& out, const Drawing& drawing) {
+    return writeGroup(
         out, drawing, "CgPoints", [](const EntityView& entity) { return entity.isPoint(); },
         [&out](const EntityView& entity, UniqueNames& names) {
             const host::MdGePoint3d& at = entity.position();
@@ -449,8 +458,8 @@ void writeCgPoints(std::ostream& out, const Drawing& drawing) {
         });
 }
 
-void writeParcels(std::ostream& out, const Drawing& drawing) {
-    writeGroup(out, drawing, "Parcels", isParcel, [&out](const EntityView& entity, UniqueNames& names) {
+std::size_t writeParcels(std::ostream& out, const Drawing& drawing) {
+    return writeGroup(out, drawing, "Parcels", isParcel, [&out](const EntityView& entity, UniqueNames& names) {
         const PlanPoint centre = labelPoint(entity.vertices);
         out << "    <Parcel";
         writeAttributes(out, names, entity);
@@ -462,18 +471,19 @@ void writeParcels(std::ostream& out, const Drawing& drawing) {
     });
 }
 
-void writePlanFeatures(std::ostream& out, const Drawing& drawing) {
-    writeGroup(out, drawing, "PlanFeatures", isPlanFeature, [&out](const EntityView& entity, UniqueNames& names) {
-        out << "    <PlanFeature";
-        writeAttributes(out, names, entity);
-        out << ">\n";
-        writeRing(out, entity);
-        out << "    </PlanFeature>\n";
-    });
+std::size_t writePlanFeatures(std::ostream& out, const Drawing& drawing) {
+    return writeGroup(out, drawing, "PlanFeatures", isPlanFeature,
+                      [&out](const EntityView& entity, UniqueNames& names) {
+                          out << "    <PlanFeature";
+                          writeAttributes(out, names, entity);
+                          out << ">\n";
+                          writeRing(out, entity);
+                          out << "    </PlanFeature>\n";
+                      });
 }
 
 // What the Japanese profile has no place for.
-Notes leftOutOfProfile(const Drawing& drawing) {
+Notes leftOutOfProfile(const Drawing& drawing, int zone) {
     std::size_t points = 0;
     std::size_t lines = 0;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
@@ -488,7 +498,7 @@ Notes leftOutOfProfile(const Drawing& drawing) {
     if (points + lines > 0) {
         notes.push_back({NoteCode::AlignmentsAlone, points, lines});
     }
-    if (drawing.zone() == 0) {
+    if (zone == 0) {
         notes.push_back({NoteCode::NoZone});
     }
     return notes;
@@ -500,28 +510,38 @@ Notes writeLandXml(const Drawing& drawing, std::ostream& out) {
     return writeLandXmlProfile(drawing, LandXmlProfile::LandXml, out);
 }
 
-Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::ostream& out) {
+Notes writeLandXmlProfile(const Drawing& drawing, LandXmlProfile profile, std::ostream& out, int zone) {
     const bool japanese = profile == LandXmlProfile::JLandXml;
-    writeHead(out, drawing, profile);
+    const int toldZone = zone != 0 ? zone : drawing.zone();
+    writeHead(out, drawing, profile, toldZone);
     Unplaced unplaced;
     const Results results = resultsOf(drawing);
     AlignmentWriter alignments(out, drawing, profile, results);
     alignments.writeAlignments(unplaced);
     Notes notes;
+    std::size_t withoutLine = 0;
+    std::size_t renamed = alignments.renamed();
     if (japanese) {
         alignments.writeIntermediatePoints();
-        notes = leftOutOfProfile(drawing);
+        notes = leftOutOfProfile(drawing, toldZone);
     } else {
         for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
-            unplaced.look(drawing.entity(i));
+            const EntityView entity = drawing.entity(i);
+            withoutLine += unplaced.look(entity) && !entity.isPoint() && entity.vertices.size() < 2 ? 1 : 0;
         }
-        writeCgPoints(out, drawing);
-        writeParcels(out, drawing);
-        writePlanFeatures(out, drawing);
+        renamed += writeCgPoints(out, drawing);
+        renamed += writeParcels(out, drawing);
+        renamed += writePlanFeatures(out, drawing);
     }
     out << "</LandXML>\n";
     const Notes leftOut = unplaced.notes(Fate::LeftOut);
     notes.insert(notes.end(), leftOut.begin(), leftOut.end());
+    if (withoutLine > 0 || alignments.withoutElements() > 0) {
+        notes.push_back({NoteCode::WithoutLine, 0, withoutLine, alignments.withoutElements()});
+    }
+    if (renamed > 0) {
+        notes.push_back({NoteCode::RenamedObjects, renamed});
+    }
     if (results.unplaced > 0) {
         notes.push_back(
             {NoteCode::UnplacedResults, results.unplaced, 0, 0, japanese ? Fate::LeftOut : Fate::PointsOnly});

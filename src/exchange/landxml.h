@@ -17,6 +17,7 @@ enum class LandXmlProfile {
 // Coordinates are north, east and height, and heights that nobody knows are left out. Alignments are written as their exact
 // elements, straights, arcs and clothoids, with IPs and with the longitudinal and cross-section results on them.
 Notes writeLandXml(const drawing::Drawing& drawing, std::ostream& out);
-Notes writeLandXmlProfile(const drawing::Drawing& drawing, LandXmlProfile profile, std::ostream& out);
+// In the zone in place of the drawing's, unless it is 0.
+Notes writeLandXmlProfile(const drawing::Drawing& drawing, LandXmlProfile profile, std::ostream& out, int zone = 0);
 
 } // namespace fenmark::exchange

@@ -17,6 +17,8 @@ enum class NoteCode : std::uint8_t {
     NothingSelected,   // a file without objects, as none is what was asked for
     NoPlace,           // count points, polylines and alignments with coordinates beyond all bounds; became
     NoHeight,          // count points whose height is beyond all bounds
+    WithoutLine,       // polylines of fewer than two points and alignments without elements, left out
+    RenamedObjects,    // count objects whose name another one of the file has
     BeyondProjection,  // count objects too far from the zone's origin for a longitude; became
     UnplacedResults,   // count longitudinal and cross-section results that lie on no alignment; became
     PointsAlone,       // polylines and alignments that a CSV file does not hold
@@ -37,8 +39,12 @@ enum class NoteCode : std::uint8_t {
     ReplacedCharacters,
     ControlCharacters,
     RenumberedResults,
+    // DXF
+    BeyondRelease, // count characters
     // Reports
     LotWithoutArea,
+    LotWithoutRing,
+    NothingReported, // a file without a table, as the drawing has nothing for those that are asked for
     // Plans and sections
     AtOrigin,    // count objects at the origin, far from all others
     OutOfReach,  // count objects with coordinates that no survey has

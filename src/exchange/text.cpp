@@ -131,6 +131,7 @@ std::string UniqueNames::take(std::string_view wanted) {
         int& times = taken_[name];
         ++times;
         if (times == 1) {
+            renamed_ += name == wanted ? 0 : 1;
             return name;
         }
         name = std::string(wanted) + " (" + std::to_string(times) + ")";

@@ -46,9 +46,12 @@ std::string_view withoutOuterBlanks(std::string_view name);
 class UniqueNames {
   public:
     std::string take(std::string_view wanted);
+    // How many came back with a number behind them.
+    [[nodiscard]] std::size_t renamed() const { return renamed_; }
 
   private:
     std::unordered_map<std::string, int> taken_;
+    std::size_t renamed_ = 0;
 };
 
 } // namespace fenmark::exchange

@@ -388,6 +388,13 @@ TEST(CommandLines, EveryOptionOfAnExportReachesItsPlace) {
                   {"--quiet"},
                   {"-q"},
                   {"more"}});
+    meanings.add({"export", "d.gpkg", "o.GeoJSON"}, {{"--crs", "lonlat"}, {"--crs", "plane"}, {"--scale", "500"}});
+    meanings.add({"export", "d.gpkg", "o.kml"}, {{"--zone", "9"}, {"--crs", "lonlat"}, {"--elements"}});
+    meanings.add({"export", "d.gpkg", "o.sim"}, {{"--columns"}, {"--layers", "kinds"}});
+    meanings.add({"export", "d.gpkg", "o.csv"}, {{"--zone", "9"}, {"--dxf-version", "2000"}});
+    meanings.add({"export", "d.gpkg", "o.xml"},
+                 {{"--profile", "landxml"}, {"--profile", "j-landxml"}, {"--profile", "xml"}, {"--columns"}});
+    meanings.add({"export", "d.gpkg", "o.txt"}, {{"--columns"}});
     meanings.add({"plot", "d.gpkg", "o.svg"}, {{},
                                                {"--scale", "1"},
                                                {"--scale", "100000000"},
@@ -453,11 +460,16 @@ TEST(CommandLines, EveryOptionOfADocumentReachesItsPlace) {
                                               {"--out", "o.csv"},
                                               {"--out", "o.sim"},
                                               {"--out", "o.json"},
+                                              {"--out", "o.CSV"},
+                                              {"--out", "o.Sim"},
+                                              {"--out", "o.dxf"},
+                                              {"--out", "o.pdf", "--format", "table"},
                                               {"--out", "o.txt"},
                                               {"--out", "csv"},
                                               {"--out", "a.json/o"},
                                               {"--out", "o.csv", "--format", "json"}});
     meanings.add({"stakes", "d.gpkg", "CL"}, names);
+    meanings.add({"report", "d.gpkg", "o.html"}, {{"--scale", "1"}, {"--scale", "100000000"}});
     meanings.add({"report", "d.gpkg", "o.csv"}, {{},
                                                  {"--tables", "summary"},
                                                  {"--tables", "points,lots"},

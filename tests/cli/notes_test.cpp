@@ -47,6 +47,23 @@ TEST_F(NotesLine, ExportAndPlotSpeakTheSameLanguage) {
                          "fenmark: note: 座標が大きすぎる1個の図形は図示していません\n"));
 }
 
+TEST_F(NotesLine, RecordsTakenOtherwiseThanExpectedAreToldWithTheirFirstLine) {
+    const std::string path = file("A00,\r\nA01,1,\x85\x40x,,0,,\r\nA01,2,b,1,\x81\x40"
+                                  "5,,\r\nA01,3,c,5,,,\r\nA99,\r\n");
+    const std::string english = fenmark({"import", path}).err;
+    EXPECT_TRUE(contains(english, path + ":2: note: a character that the encoding does not have, read as U+FFFD\n"))
+        << english;
+    EXPECT_TRUE(contains(english, path + ":2: note: an empty X or Y, read as 0; 1 more\n")) << english;
+    EXPECT_TRUE(contains(english, path + ":3: note: a number read up to a character")) << english;
+    EXPECT_TRUE(contains(inJapanese({"import", path}).err,
+                         path + ":2: note: XまたはYが空欄のため、0で読みました。ほかに1件\n"));
+    const Ran json = fenmark({"import", path, "--json", "-q"});
+    EXPECT_TRUE(
+        contains(json.out, R"({"code":"empty-coordinate","text":"an empty X or Y, read as 0; 1 more","line":2})"))
+        << json.out;
+    EXPECT_EQ(json.err, "");
+}
+
 // Every kind of file, read in every encoding that can be asked for.
 TEST_F(NotesLine, FilesThatWereLikelyNotWrittenAsTheyAreReadAreToldOf) {
     const auto named = [](std::string_view name) {
@@ -157,9 +174,11 @@ TEST_F(NotesLine, QuietKeepsNotesFromTheTerminalAndNotFromJson) {
          {"comma-too-many", "lacking-comma", "nothing-found", "passed-over", "point-number", "unclosed-section"}},
         {named, {}, {"read-in"}},
         {"\xEF\xBB\xBF" + named, {}, {"read-in"}},
-        {named, {"--encoding", "cp932"}, {"likely-misread"}},
-        {"A00,\r\nA01,1,\x95\x5C,0,0,,\r\nA99,\r\n", {"--encoding", "utf-8"}, {"likely-misread"}},
-        {"A00,\r\nA01,1,\xA4\xB3\xA4\xEC,0,0,,\r\nA99,\r\n", {}, {"unread-encoding"}},
+        {named, {"--encoding", "cp932"}, {"likely-misread", "unreadable-character"}},
+        {"A00,\r\nA01,1,\x95\x5C,0,0,,\r\nA99,\r\n",
+         {"--encoding", "utf-8"},
+         {"likely-misread", "unreadable-character"}},
+        {"A00,\r\nA01,1,\xA4\xB3\xA4\xEC,0,0,,\r\nA99,\r\n", {}, {"unread-encoding", "unreadable-character"}},
         {"A00,\rA01,1,P,0,0,,\rA99,\r", {}, {"carriage-returns", "nothing-found"}},
         {"A00,\r\nA99,\r\n", {}, {"nothing-found"}},
         {std::string(kPoints) + kLongitudinal, {}, {"no-alignment"}},

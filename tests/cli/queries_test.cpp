@@ -218,6 +218,28 @@ INSTANTIATE_TEST_SUITE_P(Commands, ReadsADrawing,
                                            std::vector<std::string>{"export", "DRAWING", "OUT.csv"},
                                            std::vector<std::string>{"plot", "DRAWING", "OUT.svg"}));
 
+TEST_F(QueryLine, AZoneInPlaceOfTheDrawingsIsInTheFileOrToldAsNotNeeded) {
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute), "--zone", "9"}).code, kDone);
+    const auto exported = [&](const char* target, std::vector<std::string> more) {
+        more.insert(more.begin(), {"export", folder.at("a.gpkg"), folder.at(target), "--zone"});
+        const Ran ran = fenmark(more);
+        EXPECT_EQ(ran.code, kDone) << ran.err;
+        return ran.err.find("--zone was not needed") == std::string::npos;
+    };
+    EXPECT_TRUE(exported("a.xml", {"5"}));
+    EXPECT_NE(test::readFile(folder.at("a.xml")).find("zone 5\" epsgCode=\"6673\""), std::string::npos);
+    EXPECT_TRUE(exported("b.xml", {"5", "--profile", "j-landxml", "--only", "alignments"}));
+    EXPECT_NE(test::readFile(folder.at("b.xml")).find("horizontalCoordinateSystemName=\"5(X,Y)\""), std::string::npos);
+    EXPECT_TRUE(exported("a.geojson", {"5"}));
+    EXPECT_TRUE(exported("a.kml", {"5"}));
+    EXPECT_TRUE(exported("a.dxf", {"9"})) << "which the drawing has";
+    for (const char* target : {"a.dxf", "a.csv", "b.sim"}) {
+        EXPECT_FALSE(exported(target, {"5"})) << target;
+    }
+    EXPECT_FALSE(exported("b.geojson", {"5", "--crs", "plane"}));
+    EXPECT_TRUE(exported("b.csv", {"5", "--quiet"}));
+}
+
 TEST_F(QueryLine, ExportSaysWhatIsMissingOrWrong) {
     ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
     const auto exported = [&](std::vector<std::string> more, const char* target = "out.dxf") {
@@ -228,10 +250,11 @@ TEST_F(QueryLine, ExportSaysWhatIsMissingOrWrong) {
     EXPECT_EQ(zone.code, kNotDone);
     EXPECT_NE(zone.err.find("--zone 1..19, or --crs plane"), std::string::npos) << zone.err;
     EXPECT_FALSE(test::fileExists(folder.at("out.geojson")));
-    const Ran kml = exported({"--crs", "plane"}, "out.kml");
+    const Ran kml = exported({}, "out.kml");
     EXPECT_EQ(kml.code, kNotDone);
     EXPECT_EQ(kml.err.find("--crs"), std::string::npos) << "KML has no metres";
     EXPECT_EQ(exported({"--zone", "9"}, "out.kml").code, kDone);
+    EXPECT_EQ(exported({"--crs", "plane"}, "out.kml").code, kWrongUsage);
     EXPECT_EQ(exported({"--layer", "0"}).code, kDone);
     const Ran layer = exported({"--layer", "無い"});
     EXPECT_EQ(layer.code, kNotDone);

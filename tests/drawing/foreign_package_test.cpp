@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::drawing {
@@ -135,7 +136,31 @@ TEST_F(PackageOfAnother, PointsAndPolygonsBecomeCoordinatesAndLots) {
     EXPECT_EQ(drawing.entity(2).vertices.size(), 3U);
     EXPECT_EQ(drawing.entity(4).row->name, "12-4") << "both parts have the name";
     EXPECT_EQ(notes(), (std::vector<std::string>{"'杭': names from '点名', numbers from 'NO'",
+                                                 "1 features without a whole number in the column 'NO' of '杭' (first "
+                                                 "fid 4): the fid is taken",
                                                  "'筆': names from '地番', numbers from the features"}));
+}
+
+TEST_F(PackageOfAnother, NumbersThatNoRowHoldsAreToldOnceForATable) {
+    addTable("p", 6677, ", no");
+    const std::string point = pointBlob(1, 2);
+    const std::vector<std::pair<std::string, int>> cases = {
+        {"31", 31},   {"'32'", 32}, {"33.0", 33}, {"0", 0},           {"2147483647", 2147483647},
+        {"-5", 6},    {"7.5", 7},   {"'K1'", 8},  {"99999999999", 9}, {"2147483648", 10},
+        {"NULL", 11}, {"''", 12},
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        run("INSERT INTO p VALUES (" + std::to_string(i + 1) + ", " + point + ", " + cases[i].first + ")");
+    }
+    ASSERT_TRUE(read());
+    ASSERT_EQ(package_.drawing.entityCount(), cases.size());
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        EXPECT_EQ(package_.drawing.entity(i).row->no, cases[i].second) << cases[i].first;
+    }
+    EXPECT_EQ(notes(),
+              (std::vector<std::string>{
+                  "'p': names from the numbers, numbers from 'no'",
+                  "7 features without a whole number in the column 'no' of 'p' (first fid 6): the fid is taken"}));
 }
 
 TEST_F(PackageOfAnother, QuotesInNamesOfTablesAndColumnsAreTheirs) {

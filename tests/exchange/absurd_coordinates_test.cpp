@@ -17,6 +17,7 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <limits>
 #include <regex>
@@ -116,10 +117,11 @@ TEST_F(AbsurdCoordinates, AreLeftOutOfDxfWithANote) {
 
 TEST_F(AbsurdCoordinates, AreCountedWhereverTheObjectStands) {
     constexpr std::size_t kObjects = 3;
+    constexpr std::array<const char*, kObjects> kNames = {"P", "Q", "R"};
     for (std::size_t absurd = 0; absurd < kObjects; ++absurd) {
         drawing_ = Drawing();
         for (std::size_t i = 0; i < kObjects; ++i) {
-            addPoint(drawing_, {i == absurd ? kEndless : 12000.0, -36000.0, 0.0}, i == absurd ? "ABSURD" : "P");
+            addPoint(drawing_, {i == absurd ? kEndless : 12000.0, -36000.0, 0.0}, i == absurd ? "ABSURD" : kNames[i]);
         }
         const std::vector<std::string> leftOut = {
             "coordinates beyond all bounds; left out: 1 points, 0 polylines, 0 alignments"};

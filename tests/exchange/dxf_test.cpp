@@ -1,6 +1,8 @@
 // DXF of a drawing: its groups, tables and handles, and what the entities say.
 #include "exchange/dxf.h"
 #include "exchange/dxf_writer.h"
+#include "exchange/export_options.h"
+#include "exchange/notes.h"
 #include "sample_drawing.h"
 #include "sima/text/cp932.h"
 
@@ -241,6 +243,26 @@ TEST(Dxf, WhatTheCodePageCannotHoldIsEscaped) {
     Drawing drawing;
     addPoint(drawing, {0, 0, 0}, "é\r한?");
     EXPECT_EQ(textOf(dxfEntities(dxfOf(drawing), "TEXT").at(0), 1), "\\U+00E9 \\U+D55C?");
+}
+
+TEST(Dxf, CharactersThatTheReleaseCannotHoldAreTold) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, true, "\U00020BB7線");
+    addPoint(drawing, {1.0, 2.0, 3.0}, "\U00020BB7野\U0001F642");
+    addPoint(drawing, {1.0, 2.0, 3.0}, "é髙");
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}}, true, "\U00020BB7");
+    ExportOptions options;
+    const auto notesOf = [&] {
+        std::ostringstream out;
+        return writeDxf(drawing, options, out);
+    };
+    EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 4}}));
+    options.selection.left[static_cast<std::size_t>(Kind::Points)] = true;
+    EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 2}}));
+    options.dxfVersion = DxfVersion::R12;
+    EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 2}}));
+    options.dxfVersion = DxfVersion::R2018;
+    EXPECT_EQ(notesOf(), Notes());
 }
 
 TEST(Dxf, LayerNamesLoseWhatDxfForbids) {

@@ -1,6 +1,8 @@
 // LandXML and CSV of a drawing.
 #include "exchange/csv.h"
+#include "exchange/dxf.h"
 #include "exchange/landxml.h"
+#include "exchange/notes.h"
 #include "sample_drawing.h"
 #include "worded_notes.h"
 
@@ -9,6 +11,8 @@
 
 #include <cmath>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace fenmark::exchange {
 namespace {
@@ -25,6 +29,42 @@ class LandXml : public ::testing::Test {
     }
     pugi::xml_document document;
 };
+
+TEST_F(LandXml, TellsHowManyNamesGotANumber) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true, "1");
+    addRoad(drawing, {22000.0, -36000.0}, true, "1");
+    for (const char* name : {"1", "1", "2", "1"}) {
+        addPoint(drawing, {1.0, 2.0, 3.0}, name);
+        addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}}, true, name);
+    }
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, false, "1");
+    std::ostringstream out;
+    EXPECT_EQ(writeLandXml(drawing, out), (Notes{{NoteCode::RenamedObjects, 5}}));
+    EXPECT_NE(out.str().find("<CgPoint name=\"1 (3)\""), std::string::npos);
+    drawing.setZone(9);
+    EXPECT_EQ(writeLandXmlProfile(drawing, LandXmlProfile::JLandXml, out),
+              (Notes{{NoteCode::AlignmentsAlone, 4, 5}, {NoteCode::RenamedObjects, 1}}));
+}
+
+TEST_F(LandXml, TellsOfLinesWithoutALine) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addChain(drawing, {});
+    addPolyline(drawing, {{0, 0, 0}}, true, "1");
+    addPolyline(drawing, {{0, 0, 0}}, false, "左", "幅杭線左");
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, true, "2");
+    std::ostringstream out;
+    EXPECT_EQ(
+        english(writeLandXml(drawing, out)),
+        (std::vector<std::string>{"left out for want of a line: 2 polylines of fewer than two points, 1 alignments "
+                                  "without elements"}));
+    EXPECT_EQ(
+        english(writeDxf(drawing, {}, out)),
+        (std::vector<std::string>{"left out for want of a line: 0 polylines of fewer than two points, 1 alignments "
+                                  "without elements"}))
+        << "a line of one point is a point there";
+}
 
 TEST_F(LandXml, HasTheExactElements) {
     Drawing drawing;

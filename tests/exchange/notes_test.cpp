@@ -140,6 +140,7 @@ TEST(Notes, EveryFigureOfANoteStandsInItsText) {
             figures = "count became ";
             break;
         case NoteCode::PointsAlone:
+        case NoteCode::WithoutLine:
             figures = "polylines alignments ";
             break;
         case NoteCode::AlignmentsAlone:
@@ -155,6 +156,7 @@ TEST(Notes, EveryFigureOfANoteStandsInItsText) {
             figures = "count letters ";
             break;
         case NoteCode::NothingSelected:
+        case NoteCode::NothingReported:
         case NoteCode::NoZone:
         case NoteCode::RenumberedResults:
         case NoteCode::NoStakeWanted:

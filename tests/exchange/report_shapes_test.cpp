@@ -139,7 +139,8 @@ TEST(LandXmlOfStations, TooManyOfAllAlignmentsAreLeftOutAndTold) {
     drawing.setZone(9);
     std::ostringstream out;
     EXPECT_EQ(english(writeLandXmlProfile(drawing, LandXmlProfile::JLandXml, out)),
-              (std::vector<std::string>{"too many intermediate points: those of 1 alignments left out"}));
+              (std::vector<std::string>{"names of the file must differ: 2 got a number behind them, as ' (2)'",
+                                        "too many intermediate points: those of 1 alignments left out"}));
     const std::string text = std::move(out).str();
     EXPECT_NE(text.find("IntermediatePnt2-90001"), std::string::npos);
     EXPECT_EQ(text.find("IntermediatePnt3-1\""), std::string::npos);
@@ -172,6 +173,22 @@ TEST(ReportOfLots, WhereNoDecimalReachesIsLeftOutAndCounted) {
     EXPECT_EQ(table->subject, "2");
     addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}}, false, "3");
     EXPECT_FALSE(report::areaTable(drawing.entity(2), noNames, options)) << "an open line is no lot";
+}
+
+TEST(ReportOfLots, WhatHasNoRingIsToldToHaveNoTable) {
+    Drawing drawing;
+    const std::vector<MdGePoint3d> corners = {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}};
+    addPolyline(drawing, corners, true, "1");
+    addPolyline(drawing, corners, false, "2");
+    addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, true, "3");
+    addPolyline(drawing, corners, false, "左", "幅杭線左");
+    std::ostringstream out;
+    ReportOptions options;
+    EXPECT_EQ(english(writeReport(drawing, options, ReportFormat::Csv, out)),
+              (std::vector<std::string>{
+                  "lots that are not closed or have fewer than three points; without an area table: 2"}));
+    options.parts[static_cast<std::size_t>(ReportPart::Lots)] = false;
+    EXPECT_TRUE(writeReport(drawing, options, ReportFormat::Csv, out).empty());
 }
 
 TEST(Report, OfNothingSaysSo) {

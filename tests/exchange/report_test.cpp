@@ -1,5 +1,6 @@
 // Survey documents: their tables, what they look like as HTML and as comma-separated text.
 #include "exchange/csv_field.h"
+#include "exchange/notes.h"
 #include "exchange/report/report.h"
 #include "sample_drawing.h"
 
@@ -15,13 +16,19 @@
 namespace fenmark::exchange {
 namespace {
 
-std::string csvOf(const Drawing& drawing, ReportOptions options, std::initializer_list<ReportPart> parts) {
+std::string csvOf(const Drawing& drawing, ReportOptions options, std::initializer_list<ReportPart> parts,
+                  const Notes& notes = {}) {
     options.parts.fill(false);
     for (const ReportPart part : parts) {
         options.parts[static_cast<std::size_t>(part)] = true;
     }
     std::ostringstream out;
-    EXPECT_TRUE(writeReport(drawing, options, ReportFormat::Csv, out).empty());
+    const Notes told = writeReport(drawing, options, ReportFormat::Csv, out);
+    Notes wanted = notes;
+    if (out.str() == "\xEF\xBB\xBF") {
+        wanted.insert(wanted.begin(), {NoteCode::NothingReported});
+    }
+    EXPECT_EQ(told, wanted);
     return out.str();
 }
 
@@ -91,7 +98,7 @@ TEST(ReportOfLots, OpenLinesAndOtherKindsHaveNone) {
     Drawing drawing;
     addPolyline(drawing, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}}, false, "開", "画地");
     addPolyline(drawing, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}}, true, "連", "連続線");
-    EXPECT_EQ(csvOf(drawing, {}, {ReportPart::Lots}), "\xEF\xBB\xBF");
+    EXPECT_EQ(csvOf(drawing, {}, {ReportPart::Lots}, {{NoteCode::LotWithoutRing, 1}}), "\xEF\xBB\xBF");
 }
 
 TEST(ReportOfAlignments, ListsMainPoints) {

@@ -49,11 +49,12 @@ struct ExportLine {
     ExportArguments arguments;
     std::vector<std::string> only; // each a list of kinds with commas
     std::string rectangle;
-    std::string dxfVersion = "2000";
-    std::string dxfLayers = "kinds";
+    // Empty where they are not given.
+    std::string dxfVersion;
+    std::string dxfLayers;
     std::string scale;
-    std::string crs = "lonlat";
-    std::string profile = "landxml";
+    std::string crs;
+    std::string profile;
 };
 
 struct PlotLine {

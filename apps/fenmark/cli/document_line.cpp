@@ -1,9 +1,12 @@
 // The lines of fenmark stakes and fenmark report.
 #include "cli/argument_lines.h"
 #include "cli/argument_values.h"
+#include "cli/drawings.h"
 #include "cli/help_texts.h"
+#include "cli/messages.h"
 #include "cli/suggestion.h"
 #include "exchange/station_text.h"
+#include "values/ascii_case.h"
 
 #include <CLI/CLI.hpp>
 
@@ -51,7 +54,7 @@ exchange::StakeFormat stakeFormatOf(const StakesLine& line) {
     std::string format = line.format;
     if (format.empty() && line.arguments.target) {
         const std::size_t point = line.arguments.target->rfind('.');
-        format = point == std::string::npos ? "" : line.arguments.target->substr(point + 1);
+        format = point == std::string::npos ? "" : asciiLower(line.arguments.target->substr(point + 1));
     }
     return format == "csv"    ? exchange::StakeFormat::Csv
            : format == "sim"  ? exchange::StakeFormat::Sima
@@ -85,6 +88,13 @@ void declare(CLI::App& app, StakesLine& line, Language language) {
 StakesArguments checked(StakesLine line, Language language) {
     takeTyped(line.arguments.drawing);
     takeTyped(line.arguments.target);
+    line.arguments.format = stakeFormatOf(line);
+    // A table in a file that other programs take for a drawing or a document is of no use.
+    if (line.format.empty() && line.arguments.format == exchange::StakeFormat::Table && line.arguments.target &&
+        !commandThatWrites(*line.arguments.target).empty()) {
+        throw WrongUsage(
+            otherExtension(language, *line.arguments.target, ".csv, .sim, .json" + said(language, Text::Or) + ".txt"));
+    }
     exchange::StakeOptions& options = line.arguments.options;
     options.stationNames = stationNamesOf(line.names, language);
     options.mainPointNames = pointNamesOf(line.names);
@@ -114,7 +124,6 @@ StakesArguments checked(StakesLine line, Language language) {
             options.offsets.push_back(offset);
         }
     }
-    line.arguments.format = stakeFormatOf(line);
     return std::move(line.arguments);
 }
 
@@ -151,6 +160,10 @@ ReportArguments checked(ReportLine line, Language language) {
     takeTyped(line.arguments.drawing);
     takeTyped(line.arguments.target);
     takeTyped(line.arguments.logs);
+    if (line.figureScale != 0 && endsIn(line.arguments.target, ".csv")) {
+        refuse(language, Text::OptionOfFormat,
+               {{"path", line.arguments.target}, {"option", "--scale"}, {"extension", ".html"}});
+    }
     exchange::ReportOptions& options = line.arguments.options;
     options.stationNames = stationNamesOf(line.names, language);
     options.mainPointNames = pointNamesOf(line.names);

@@ -26,6 +26,13 @@ int writeDrawing(const ExportArguments& arguments, const Streams& streams) {
     }
     const auto drawing = readDrawingOrPackage(arguments.drawing, arguments.options.zone, streams, arguments.quiet);
     requireNoSource(*drawing, arguments.target, streams.language);
+    // A package of another program may have been read by the zone.
+    const int zone = arguments.options.zone;
+    if (zone != 0 && zone != drawing->zone() && !exchange::tellsZone(*format, arguments.options)) {
+        tellNote(streams, arguments.quiet,
+                 inLanguage(streams, "このファイルに座標系は入らないため、--zone は使いませんでした",
+                            "--zone was not needed: the file does not tell its zone"));
+    }
     exchange::ExportOptions options = arguments.options;
     options.title = platform::utf8Of(platform::pathOf(arguments.target).stem());
     if (const Outcome can = exchange::canWrite(*format, *drawing, options); !can) {
@@ -72,9 +79,6 @@ int runInfo(const InfoArguments& arguments, const Streams& streams) {
 }
 
 int runExport(const ExportArguments& arguments, const Streams& streams) {
-    if (arguments.options.landXmlProfile == exchange::LandXmlProfile::JLandXml && !endsIn(arguments.target, ".xml")) {
-        throw Stop(kWrongUsage, said(streams.language, Text::JLandXmlIsXml, {{"path", arguments.target}}));
-    }
     return writeDrawing(arguments, streams);
 }
 

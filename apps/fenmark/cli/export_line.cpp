@@ -10,7 +10,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <array>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace fenmark::cli {
 
@@ -29,6 +33,40 @@ drawing::Extent rectangleIn(const std::string& text, Language language) {
     rectangle.add(numbers[0], numbers[1]);
     rectangle.add(numbers[2], numbers[3]);
     return rectangle;
+}
+
+// Options that say something of files of one extension alone. For another file they are refused: whoever gives one wants
+// what that file cannot have.
+struct FormatOption {
+    const char* option;
+    std::string_view extension;
+    bool (*isGiven)(const ExportLine&);
+};
+
+constexpr std::array<FormatOption, 7> kFormatOptions = {{
+    {"--crs", ".geojson", [](const ExportLine& line) { return !line.crs.empty(); }},
+    {"--dxf-version", ".dxf", [](const ExportLine& line) { return !line.dxfVersion.empty(); }},
+    {"--layers", ".dxf", [](const ExportLine& line) { return !line.dxfLayers.empty(); }},
+    {"--elements", ".dxf", [](const ExportLine& line) { return line.arguments.options.elements; }},
+    {"--scale", ".dxf", [](const ExportLine& line) { return !line.scale.empty(); }},
+    {"--columns", ".sim", [](const ExportLine& line) { return line.arguments.options.columns; }},
+    {"--profile", ".xml", [](const ExportLine& line) { return !line.profile.empty(); }},
+}};
+
+// An extension that no file of this command has is refused when the file is to be written.
+void requireOptionsOfFormat(const ExportLine& line, Language language) {
+    const exchange::Format* const format = exchange::formatOf(line.arguments.target);
+    if (format == nullptr || format->isPlan) {
+        return;
+    }
+    for (const FormatOption& known : kFormatOptions) {
+        if (known.extension != format->extension && known.isGiven(line)) {
+            refuse(language, Text::OptionOfFormat,
+                   {{"path", line.arguments.target},
+                    {"option", known.option},
+                    {"extension", std::string(known.extension)}});
+        }
+    }
 }
 
 } // namespace
@@ -83,6 +121,7 @@ void declare(CLI::App& app, ExportLine& line, Language language) {
 ExportArguments checked(ExportLine line, Language language) {
     takeTyped(line.arguments.drawing);
     takeTyped(line.arguments.target);
+    requireOptionsOfFormat(line, language);
     exchange::ExportOptions& options = line.arguments.options;
     if (!line.only.empty()) {
         options.selection.left.fill(true);
@@ -110,9 +149,11 @@ ExportArguments checked(ExportLine line, Language language) {
         options.scale = *scale;
     }
     options.plane = line.crs == "plane";
-    options.dxfVersion = line.dxfVersion == "2018"   ? exchange::DxfVersion::R2018
-                         : line.dxfVersion == "2000" ? exchange::DxfVersion::R2000
-                                                     : exchange::DxfVersion::R12;
+    if (!line.dxfVersion.empty()) {
+        options.dxfVersion = line.dxfVersion == "2018"   ? exchange::DxfVersion::R2018
+                             : line.dxfVersion == "2000" ? exchange::DxfVersion::R2000
+                                                         : exchange::DxfVersion::R12;
+    }
     options.dxfLayers = line.dxfLayers == "drawing" ? exchange::DxfLayers::Drawing : exchange::DxfLayers::Kinds;
     options.landXmlProfile =
         line.profile == "j-landxml" ? exchange::LandXmlProfile::JLandXml : exchange::LandXmlProfile::LandXml;

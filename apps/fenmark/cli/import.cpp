@@ -304,6 +304,7 @@ void tellHints(const ImportArguments& arguments, const std::string& file, const 
 void tellNotes(const EmbeddedHost& host, const ImportArguments& arguments, const ImportDialogs& dialogs,
                const std::string& file, const sima::SimaReader& reader, const Streams& streams) {
     tellPassedOver(streams, arguments.quiet, file, reader.passedOver);
+    tellDoubts(streams, arguments.quiet, file, reader.doubts);
     for (const auto& [code, text] : host::embedded::noteLines(host.layoutNotes(), streams.language)) {
         tellFileNote(streams, arguments.quiet, file, code, text);
     }

@@ -153,6 +153,22 @@ void tellPassedOver(const Streams& streams, bool quiet, const std::string& file,
     }
 }
 
+void tellDoubts(const Streams& streams, bool quiet, const std::string& file, const sima::Doubts& doubts) {
+    for (std::size_t i = 0; i < sima::kDoubts; ++i) {
+        const auto doubt = static_cast<sima::Doubt>(i);
+        const sima::DoubtfulRecords& records = doubts.of(doubt);
+        if (records.count == 0) {
+            continue;
+        }
+        std::string text(sima::doubtText(doubt, streams.language));
+        if (records.count > 1) {
+            const std::string more = std::to_string(records.count - 1);
+            text += inLanguage(streams, "。ほかに" + more + "件", "; " + more + " more");
+        }
+        tellLineNote(streams, quiet, file, std::to_string(records.firstLine), sima::doubtName(doubt), text);
+    }
+}
+
 void require(const Streams& streams, const Outcome& outcome, const std::string& before) {
     if (!outcome) {
         throw Stop(kNotDone, before + outcome.in(streams.language));

@@ -77,6 +77,8 @@ std::string inLanguage(const Streams& streams, std::string japanese, std::string
 void tellErrorBlocks(const Streams& streams, const std::string& file, const sima::SimaLog& log);
 // The lines that were passed over in silence, by kind with their number.
 void tellPassedOver(const Streams& streams, bool quiet, const std::string& file, const sima::PassedOver& lines);
+// The records that were taken otherwise than expected, each kind with its first line.
+void tellDoubts(const Streams& streams, bool quiet, const std::string& file, const sima::Doubts& doubts);
 
 // "a, b, c", or "none". Of many the first ones and how many more there are.
 [[nodiscard]] std::string joined(const std::vector<std::string>& names, Language language);

@@ -51,7 +51,7 @@ enum class Text : std::uint8_t {
     ExtensionMustBe,
     Or,
     OtherCommandWrites,
-    JLandXmlIsXml,
+    OptionOfFormat,
     WithZone,
     WithZoneOrPlane,
     NoLayer,

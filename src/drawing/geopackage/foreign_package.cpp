@@ -204,12 +204,16 @@ class PackageReader {
         }
         layer_ = *drawing.findLayer(table.name);
         const std::size_t before = drawing.entityCount();
+        ofFeature_ = {StoreNoteCode::NumberOfFeature, table.name, table.numberColumn, 0, 0, {}};
         Statement rows(connection_, query.c_str());
         while (rows.step()) {
             readFeature(rows, table.name);
         }
         if (drawing.entityCount() > before) {
             note({StoreNoteCode::NamesFrom, table.name, table.nameColumn, 0, 0, table.numberColumn});
+            if (ofFeature_.count > 0 && !table.numberColumn.empty()) {
+                note(ofFeature_);
+            }
         }
     }
 
@@ -247,12 +251,18 @@ class PackageReader {
     }
 
     // A number that is none, or none that a row holds, is the feature's.
-    static std::int32_t numberOf(const Statement& row, std::int64_t fid) {
-        const std::string_view text = row.text(3);
+    std::int32_t numberOf(const Statement& row, std::int64_t fid) {
+        std::string_view text = row.text(3);
+        if (constexpr std::string_view kWholeReal = ".0"; text.ends_with(kWholeReal)) {
+            text.remove_suffix(kWholeReal.size());
+        }
         std::int32_t number = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
         if (!text.empty() && error == std::errc() && end == text.data() + text.size() && number >= 0) {
             return number;
+        }
+        if (ofFeature_.count++ == 0) {
+            ofFeature_.firstId = fid;
         }
         return static_cast<std::int32_t>(std::clamp<std::int64_t>(fid, 0, std::numeric_limits<std::int32_t>::max()));
     }
@@ -278,6 +288,7 @@ class PackageReader {
     ForeignPackage& package_;
     std::optional<Plane> plane_;
     std::map<std::string, StoreNote> leftOut_; // by what and where, in English
+    StoreNote ofFeature_;                      // of the table that is read
     std::size_t pointTable_ = 0;
     std::size_t polylineTable_ = 0;
     std::size_t layer_ = 0;

@@ -65,6 +65,10 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
     {StoreNoteCode::FeatureWithHoles, "polygon-with-holes",
      "「{table}」の穴のある面{count}個(最初のfid {first})は読み込んでいません",
      "{count} features left out: polygons with holes in '{table}' (first fid {first})"},
+    {StoreNoteCode::NumberOfFeature, "number-of-feature",
+     "「{table}」の列「{name}」が0以上の整数でない地物{count}個(最初のfid {first})は、fidを番号としました",
+     "{count} features without a whole number in the column '{name}' of '{table}' (first fid {first}): the fid is "
+     "taken"},
     {StoreNoteCode::NamesFrom, "names-from", "「{table}」: 名称は{names}、番号は{numbers}から取りました",
      "'{table}': names from {names}, numbers from {numbers}"},
 }};

@@ -27,7 +27,8 @@ enum class StoreNoteCode : std::uint8_t {
     FeatureDamaged,   // of our own packages, too
     FeatureGeometry,  // a `name`
     FeatureWithHoles,
-    NamesFrom, // names of `table` come from the column `name`, numbers from `numbers`; empty where there is none
+    NumberOfFeature, // features of `table` without a number that a row holds in the column `name`: they get their own
+    NamesFrom,       // names of `table` come from the column `name`, numbers from `numbers`; empty where there is none
 };
 inline constexpr StoreNoteCode kLastStoreNoteCode = StoreNoteCode::NamesFrom;
 

@@ -107,13 +107,13 @@ std::optional<Table> areaTable(const EntityView& lot, const NameAt& names, const
     return corners.empty() ? std::nullopt : std::optional(lotTable(lot, corners, options));
 }
 
-std::size_t lotTables(const Drawing& drawing, const PointNames& pointNames, const ReportOptions& options,
+LotsLeftOut lotTables(const Drawing& drawing, const PointNames& pointNames, const ReportOptions& options,
                       const TableSink& sink) {
     const NameAt names = [&](double x, double y) { return pointNames.at(x, y); };
     Table list;
     list.kind = "地積一覧";
     list.columns = {{"画地", Align::Left}, {"点数"}, {"面積 (m²)"}, {"地積 (m²)"}, {"ファイル", Align::Left}};
-    std::size_t without = 0;
+    LotsLeftOut leftOut;
     DecimalArea total;
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         if (drawing.isPoint(i)) {
@@ -121,11 +121,12 @@ std::size_t lotTables(const Drawing& drawing, const PointNames& pointNames, cons
         }
         const EntityView entity = drawing.entity(i);
         if (!isLot(entity)) {
+            leftOut.noRing += drawnKindOf(entity) == Kind::Lots ? 1 : 0;
             continue;
         }
         const std::vector<Corner> corners = cornersOf(entity, names);
         if (corners.empty()) {
-            ++without;
+            ++leftOut.tooFar;
             continue;
         }
         const DecimalArea twice = twiceArea(corners).absolute();
@@ -134,7 +135,7 @@ std::size_t lotTables(const Drawing& drawing, const PointNames& pointNames, cons
                  registeredText(halfText(twice), options.land), entity.row->fileName);
     }
     if (list.groups.empty()) {
-        return without;
+        return leftOut;
     }
     list.addTotal("面積の合計", halfText(total), "m²");
     sink(list);
@@ -151,7 +152,7 @@ std::size_t lotTables(const Drawing& drawing, const PointNames& pointNames, cons
             sink(lotTable(entity, corners, options));
         }
     }
-    return without;
+    return leftOut;
 }
 
 } // namespace fenmark::exchange::report

@@ -205,22 +205,33 @@ Notes writeReport(const Drawing& drawing, const ReportOptions& options, ReportFo
     return notes;
 }
 
-Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, const TableSink& sink) {
+Notes report::tablesOf(const Drawing& drawing, const ReportOptions& options, const TableSink& given) {
+    std::size_t tables = 0;
+    const TableSink sink = [&](const Table& table) {
+        ++tables;
+        given(table);
+    };
     const PointNames names(drawing);
     if (options.has(ReportPart::Summary)) {
         summaryTables(drawing, options, sink);
     }
-    std::size_t withoutArea = 0;
+    LotsLeftOut lots;
     if (options.has(ReportPart::Lots)) {
-        withoutArea = lotTables(drawing, names, options, sink);
+        lots = lotTables(drawing, names, options, sink);
     }
     if (options.has(ReportPart::Points)) {
         pointTable(drawing, sink);
     }
     alignmentTables(drawing, names, options, sink);
     Notes notes;
-    if (withoutArea > 0) {
-        notes.push_back({NoteCode::LotWithoutArea, withoutArea});
+    if (tables == 0) {
+        notes.push_back({NoteCode::NothingReported});
+    }
+    if (lots.tooFar > 0) {
+        notes.push_back({NoteCode::LotWithoutArea, lots.tooFar});
+    }
+    if (lots.noRing > 0) {
+        notes.push_back({NoteCode::LotWithoutRing, lots.noRing});
     }
     return notes;
 }

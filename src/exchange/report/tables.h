@@ -36,8 +36,12 @@ Notes tablesOf(const drawing::Drawing& drawing, const ReportOptions& options, co
 
 void summaryTables(const drawing::Drawing& drawing, const ReportOptions& options, const TableSink& sink);
 void pointTable(const drawing::Drawing& drawing, const TableSink& sink);
-// Counts the lots without a place that a table can show.
-std::size_t lotTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,
+// Lots that no table shows.
+struct LotsLeftOut {
+    std::size_t tooFar = 0; // with coordinates beyond the reach of exact decimals
+    std::size_t noRing = 0; // not closed, or of fewer than three points
+};
+LotsLeftOut lotTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,
                       const TableSink& sink);
 void alignmentTables(const drawing::Drawing& drawing, const PointNames& names, const ReportOptions& options,
                      const TableSink& sink);

@@ -1,6 +1,7 @@
 // The coordinate section, A00 to A99: the numbered points that all other sections refer to.
 #include "sima/reader/section_readers.h"
 
+#include "sima/reader/result_number.h"
 #include "sima/text/number.h"
 #include "sima/validators/field_tests.h"
 #include "sima/validators/validators.h"
@@ -37,12 +38,40 @@ bool readPlainPoint(const Fields& fields, SimaPoint& point) {
     return true;
 }
 
+// What is doubtful about a point that was stored behind those of earlier sections. One in plain form has its numbers whole,
+// unless a sign or a point alone gave 0.
+void doubtPoint(FilePass& file, std::size_t firstOfSection, const SimaPoint& point, bool isPlain) {
+    const PointTable& points = file.reader().points;
+    if (firstOfSection > 0) {
+        const SimaPoint* const first = points.find(point.number);
+        if (first != nullptr && (first->x != point.x || first->y != point.y)) {
+            file.doubt(Doubt::PointNumberAgain);
+        }
+    }
+    const Fields& fields = file.fields();
+    const auto doubtNumber = [&](std::string_view field, double value) {
+        if (!isPlain || (value == 0.0 && !field.empty())) {
+            file.doubtNumber(field, value);
+        }
+    };
+    doubtNumber(fields[3], point.y);
+    doubtNumber(fields[4], point.x);
+    doubtNumber(fields[5], point.z);
+    if (!isPlain) {
+        file.doubtNumber(fields[1], point.number);
+    }
+    if (isEmptyNumber(fields[3]) || isEmptyNumber(fields[4])) {
+        file.doubt(Doubt::EmptyCoordinate);
+    }
+}
+
 // One A01 with its tests.
 void readPoint(FilePass& file, std::size_t firstOfSection) {
     PointTable& points = file.reader().points;
     const Record record = file.record();
     SimaPoint point;
     if (readPlainPoint(record.fields, point) && !points.hasFrom(firstOfSection, point.number)) {
+        doubtPoint(file, firstOfSection, point, true);
         points.append(std::move(point));
         return;
     }
@@ -51,6 +80,8 @@ void readPoint(FilePass& file, std::size_t firstOfSection) {
         file.updateErrorCount();
     } else if (!storePoint(points, record.fields)) {
         file.passOver(PassedKind::PointWithoutNumber);
+    } else {
+        doubtPoint(file, firstOfSection, points[points.size() - 1], false);
     }
 }
 

@@ -33,13 +33,51 @@ void addOffsetPoint(IntersectionData::SubEntity& subEntity, const Record& record
     subEntity.heights.push_back(height);
 }
 
+// Where more than three points have one negative offset and others follow, moving them apart mixes their heights.
+bool mixesHeights(const IntersectionData::SubEntity& subEntity) {
+    constexpr std::size_t kMostTurned = 3; // of which the order of the heights is turned round
+    const auto& distances = subEntity.distances;
+    std::size_t run = 1;
+    for (std::size_t i = 1; i < distances.size(); ++i) {
+        if (distances[i] == distances[i - 1]) {
+            ++run;
+            continue;
+        }
+        if (run > kMostTurned && distances[i - 1] < 0.0) {
+            return true;
+        }
+        run = 1;
+    }
+    return false;
+}
+
+void doubtSubEntity(FilePass& file, const IntersectionData::SubEntity& subEntity, bool isHeightEmpty) {
+    if (isHeightEmpty && !subEntity.hasCentrePoint()) {
+        file.doubt(Doubt::EmptyHeight, subEntity.sourceLine);
+    }
+    if (mixesHeights(subEntity)) {
+        file.doubt(Doubt::HeightsMixed, subEntity.sourceLine);
+    }
+}
+
+// Notes what is doubtful about a result of a station or an offset that its validator has passed.
+void doubtPlace(FilePass& file, double place, double height) {
+    const Fields& fields = file.fields();
+    file.doubtNumber(fields[2], place);
+    file.doubtNumber(fields[3], height);
+    if (isEmptyNumber(fields[2])) {
+        file.doubt(Doubt::EmptyPlace);
+    }
+}
+
 // Logs the points of the last cross section and returns their number.
-std::int32_t closeSubEntity(SimaLog& log, const IntersectionData& section) {
+std::int32_t closeSubEntity(FilePass& file, const IntersectionData& section, bool isHeightEmpty) {
     if (section.subEntities.empty()) {
         return 0;
     }
+    doubtSubEntity(file, section.subEntities.back(), isHeightEmpty);
     const std::int32_t count = pointsOfCrossSection(section.subEntities.back());
-    log.crossSectionPoints(count);
+    file.log().crossSectionPoints(count);
     return count;
 }
 
@@ -53,37 +91,52 @@ void readCrossSection(FilePass& file) {
     // The route is bound at the end only, so the name is that of the section before.
     log.crossSectionBegin(reader.lineNumber, reader.alignmentName);
 
+    const std::int32_t firstLine = reader.lineNumber;
     IntersectionData section;
     section.routeName = trim(file.fields()[2]);
     section.routeNumber = toInteger(file.fields()[1]);
     std::int32_t total = 0;
     bool closed = false;
+    bool isHeightEmpty = false; // in the last I01
 
     while (!closed && file.next()) {
         const Record record = file.record();
+        bool isGood = true;
         if (filterCrossSection(log, record) != 0) {
             file.updateErrorCount();
             continue;
         }
         switch (file.code()) {
         case recordCode("I01"): // used whatever the verdict is
-            total += closeSubEntity(log, section);
-            validateI01(log, record);
+            total += closeSubEntity(file, section, isHeightEmpty);
+            isGood = validateI01(log, record) == 0;
             file.updateErrorCount();
             section.subEntities.push_back(makeSubEntity(record));
+            isHeightEmpty = isGood && isEmptyNumber(record.fields[3]);
+            if (isGood) {
+                const IntersectionData::SubEntity& last = section.subEntities.back();
+                doubtPlace(file, last.station, last.groundHeight);
+            }
             log.crossSectionItem(reader.lineNumber, section.subEntities.back().sectionName);
             break;
         case recordCode("I02"): // used whatever the verdict is
-            validateI02(log, record);
+            isGood = validateI02(log, record) == 0;
             file.updateErrorCount();
             if (section.subEntities.empty()) {
                 file.passOver(PassedKind::BeforeFirstCrossSection);
-            } else {
-                addOffsetPoint(section.subEntities.back(), record);
+                break;
+            }
+            addOffsetPoint(section.subEntities.back(), record);
+            if (isGood) {
+                const IntersectionData::SubEntity& last = section.subEntities.back();
+                doubtPlace(file, last.distances.back(), last.heights.back());
+                if (isEmptyNumber(record.fields[3])) {
+                    file.doubt(Doubt::EmptyHeight);
+                }
             }
             break;
         case recordCode("I99"):
-            total += closeSubEntity(log, section);
+            total += closeSubEntity(file, section, isHeightEmpty);
             validateEndRecord(log, record);
             file.updateErrorCount();
             closed = true;
@@ -94,6 +147,9 @@ void readCrossSection(FilePass& file) {
     }
     if (closed) {
         section.routeFound = reader.bindRoute(section.routeNumber);
+        if (reader.bindsOtherName(section.routeNumber, section.routeName)) {
+            file.doubt(Doubt::RouteNumberAgain, firstLine);
+        }
         if (file.sink() != nullptr) {
             file.sink()->createCrossSectionPoints(reader, section);
         }

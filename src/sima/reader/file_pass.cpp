@@ -2,8 +2,11 @@
 #include "sima/reader/file_pass.h"
 
 #include "sima/text/cp932.h"
+#include "sima/text/field_counts.h"
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
+
+#include <algorithm>
 
 namespace fenmark::sima {
 
@@ -15,6 +18,21 @@ constexpr std::string_view kWindowText = "SIMAファイル読み込み中...\n\n
 // A file of garbage must not fill the list of kinds: beyond so many, codes are reported together.
 constexpr std::size_t kMostKinds = 64;
 constexpr std::size_t kLongestCode = 12; // bytes
+
+// How many characters there are but quotes, blanks and commas, which splitting takes away in the ordinary course.
+std::size_t countOrdinary(std::string_view text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return c != '"' && c != ',' && !isBlank(c); }));
+}
+
+// Whether a line with a quote was split into fields that hold fewer or more characters.
+bool losesCharacters(std::string_view text, const Fields& fields) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        kept += countOrdinary(fields[i]);
+    }
+    return kept != countOrdinary(text);
+}
 
 bool isPrintable(std::string_view code) {
     for (const char c : code) {
@@ -77,8 +95,25 @@ bool FilePass::nextOutOfTheOrdinary() {
         throw;
     }
     // Blanks are single bytes in both encodings and never the second byte of a pair, so trimming comes first.
-    decodeAndSplit(trim(raw));
+    const std::string_view bytes = trim(raw);
+    decodeAndSplit(bytes);
+    doubtText(bytes);
     return true;
+}
+
+void FilePass::doubtText(std::string_view bytes) {
+    constexpr std::string_view kReplacement = "\uFFFD";
+    if (!fieldCountOf(fields_[0])) { // a comment, for instance
+        return;
+    }
+    const std::int32_t line = reader_.lineNumber + 1; // which is counted only then
+    const bool isReplaced = text_.find(kReplacement) != std::string_view::npos;
+    if (isReplaced && (context_.encoding == Encoding::Cp932 || bytes.find(kReplacement) == std::string_view::npos)) {
+        doubt(Doubt::UnreadableCharacter, line);
+    }
+    if (text_.find('"') != std::string_view::npos && losesCharacters(text_, fields_)) {
+        doubt(Doubt::LostCharacters, line);
+    }
 }
 
 void FilePass::decodeAndSplit(std::string_view bytes) {

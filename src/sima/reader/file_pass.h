@@ -4,13 +4,17 @@
 #include "sima/reader/line_source.h"
 #include "sima/reader/read_context.h"
 #include "sima/reader/sima_reader.h"
+#include "sima/records/doubts.h"
 #include "sima/records/lot_points.h"
 #include "sima/records/passed_over.h"
+#include "sima/text/number.h"
 #include "sima/text/record_code.h"
 #include "sima/text/splitter.h"
+#include "sima/validators/field_tests.h"
 #include "sima/validators/record.h"
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -56,10 +60,25 @@ class FilePass {
     void passOver(PassedKind kind);
     // The same for several lines of a kind.
     void countPassedOver(const PassedLines& kind, std::size_t lines);
+    // Notes a doubt about the line, or about an earlier one.
+    void doubt(Doubt doubt) { reader_.doubts.add(doubt, reader_.lineNumber); }
+    void doubt(Doubt doubt, std::int32_t line) { reader_.doubts.add(doubt, line); }
+    // Notes what is doubtful about a number's field, which was read as the value.
+    void doubtNumber(std::string_view field, double value) {
+        if (isReadInPart(field, value)) {
+            doubt(Doubt::NumberInPart);
+        }
+    }
+    void doubtNumber(std::string_view field, std::int32_t value) {
+        if (value == std::numeric_limits<std::int32_t>::max() && toReal(field) > value) {
+            doubt(Doubt::NumberTooLarge);
+        }
+    }
 
   private:
     bool nextOutOfTheOrdinary();
     void decodeAndSplit(std::string_view bytes);
+    void doubtText(std::string_view bytes);
 
     SimaReader& reader_;
     ReadContext context_;

@@ -22,6 +22,18 @@ VerticalData makeVertical(const Record& record) {
     return vertical;
 }
 
+void doubtVertical(FilePass& file, const VerticalData& vertical) {
+    const Fields& fields = file.fields();
+    file.doubtNumber(fields[2], vertical.station);
+    file.doubtNumber(fields[3], vertical.groundHeight);
+    if (isEmptyNumber(fields[2])) {
+        file.doubt(Doubt::EmptyPlace);
+    }
+    if (isEmptyNumber(fields[3])) {
+        file.doubt(Doubt::EmptyHeight);
+    }
+}
+
 } // namespace
 
 void readLongitudinalSection(FilePass& file) {
@@ -36,6 +48,9 @@ void readLongitudinalSection(FilePass& file) {
     section.firstLine = reader.lineNumber;
     section.opened = true;
     section.routeFound = reader.bindRoute(section.routeNumber);
+    if (reader.bindsOtherName(section.routeNumber, section.routeName)) {
+        file.doubt(Doubt::RouteNumberAgain);
+    }
     log.longitudinalBegin(reader.lineNumber, reader.alignmentName);
 
     while (!section.closed && file.next()) {
@@ -47,6 +62,7 @@ void readLongitudinalSection(FilePass& file) {
         if (file.code() == recordCode("H01")) {
             if (validateH01(log, record) == 0) {
                 section.verticals.push_back(makeVertical(record));
+                doubtVertical(file, section.verticals.back());
                 reader.verticals.push_back(section.verticals.back());
             }
             file.updateErrorCount();

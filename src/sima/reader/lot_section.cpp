@@ -50,6 +50,9 @@ void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
     SimaReader& reader = file.reader();
     lot.points = LotOutlines::close(file.lotOutlines());
     const auto pointCount = static_cast<std::int32_t>(lot.points.size());
+    if (pointCount == 0 && reader.options.flag(ImportKind::Lots)) {
+        file.doubt(Doubt::LotWithoutPoint);
+    }
     if (reader.lots.empty()) {
         const std::int64_t lots = std::clamp<std::int64_t>(file.remainingBytes() / kShortLot, 0, kMostLotsExpected);
         reader.lots.edits().reserve(static_cast<std::size_t>(lots) + 1);
@@ -81,6 +84,7 @@ void readLotSection(FilePass& file) {
     lot.isType1 = trim(opening[3]) == "1";
     lot.number = toInteger(opening[1]);
     lot.name = opening[2];
+    file.doubtNumber(opening[1], lot.number);
 
     while (file.next()) {
         const Record record = file.record();

@@ -1,4 +1,4 @@
-// Numbers of the result sections.
+// Numbers of the result sections, and fields without a number.
 #pragma once
 
 #include "sima/text/number.h"
@@ -15,6 +15,12 @@ inline double resultNumber(std::string_view field) {
         return toReal(field);
     }
     return toReal(replaceIdeographicSpaces(field));
+}
+
+// Whether the field holds nothing but blanks.
+inline bool isEmptyNumber(std::string_view field) {
+    const std::string_view text = trim(field);
+    return text.empty() || (text.starts_with(kIdeographicSpace) && trim(replaceIdeographicSpaces(text)).empty());
 }
 
 } // namespace fenmark::sima

@@ -83,6 +83,13 @@ bool addRoutePoint(SimaReader& reader, const Fields& fields) {
     return true;
 }
 
+// An element becomes a curve once.
+void doubtSecondCurve(FilePass& file, const EntityData& element) {
+    if (element.type != "S") {
+        file.doubt(Doubt::CurveUnused);
+    }
+}
+
 // Makes the last element an arc. std::invalid_argument for a record of fewer than three fields.
 void setArc(FilePass& file) {
     Array<EntityData>& entities = file.reader().entities;
@@ -92,6 +99,7 @@ void setArc(FilePass& file) {
     }
     const std::string_view radius = file.fields()[2];
     EntityData& last = entities.back();
+    doubtSecondCurve(file, last);
     last.type = "R";
     last.editCurve().radius = radius;
     last.direction = toReal(radius) >= 0.0 ? "R" : "L";
@@ -109,6 +117,7 @@ void setClothoid(FilePass& file) {
         return std::string(trim(text));
     };
     EntityData& last = entities.back();
+    doubtSecondCurve(file, last);
     last.type = "A";
     CurveData& curve = last.editCurve();
     curve.parameterA = cleaned(1);
@@ -166,6 +175,7 @@ std::int32_t readRouteSection(FilePass& file) {
         switch (code) {
         case recordCode("F03"): // has no validator
             reader.startStation = toReal(record.fields[1]);
+            file.doubtNumber(record.fields[1], reader.startStation);
             break;
         case recordCode("B01"): // used whatever the verdict is
             validateB01(log, record);
@@ -226,6 +236,12 @@ host::MdDbObjectId createRoute(FilePass& file, const SimaAlignment& route) {
     if (!reader.options.flag(static_cast<ImportKind>(3 + route.routeType))) {
         return {};
     }
+    if (route.entities.size() < 2) {
+        file.doubt(Doubt::RouteWithoutLine);
+    }
+    if (!route.entities.empty()) {
+        doubtSecondCurve(file, route.entities.back()); // no point follows it
+    }
     if (!isPolylineType(route.routeType)) {
         return file.sink()->createRouteAlignment(reader, route);
     }
@@ -248,6 +264,7 @@ void readRoute(FilePass& file) {
     route.routeType = reader.routeType;
     route.routeName = reader.routeNameText;
     route.routeNumber = toInteger(reader.routeNumberText);
+    file.doubtNumber(reader.routeNumberText, route.routeNumber);
 
     if (readRouteSection(file) != 0) {
         log.routeEnd(reader.lineNumber, false, route.routeType, 0, route.routeName);

@@ -2,6 +2,7 @@
 #include "sima/reader/sima_reader.h"
 
 #include "host/boundary/mirdan_exception.h"
+#include "sima/text/number.h"
 #include "sima/text/string_table.h"
 
 #include <algorithm>
@@ -72,13 +73,7 @@ bool SimaReader::allCrossSectionRoutesFound() const {
                        [](const IntersectionData& section) { return section.routeFound; });
 }
 
-const SimaAlignment* SimaReader::findRoute(std::int32_t number) const {
-    constexpr std::size_t kFewRoutes = 32;
-    if (alignments.size() <= kFewRoutes) {
-        const auto found = std::find_if(alignments.begin(), alignments.end(),
-                                        [number](const SimaAlignment& route) { return route.routeNumber == number; });
-        return found != alignments.end() ? &*found : nullptr;
-    }
+std::optional<NumberIndex::Places> SimaReader::placesOfRoute(std::int32_t number) const {
     if (alignments.size() < routeIndex_.indexed) {
         routeIndex_ = {};
     }
@@ -86,8 +81,24 @@ const SimaAlignment* SimaReader::findRoute(std::int32_t number) const {
         routeIndex_.places.add(alignments[routeIndex_.indexed].routeNumber,
                                static_cast<std::uint32_t>(routeIndex_.indexed));
     }
-    const auto places = routeIndex_.places.find(number);
+    return routeIndex_.places.find(number);
+}
+
+const SimaAlignment* SimaReader::findRoute(std::int32_t number) const {
+    constexpr std::size_t kFewRoutes = 32;
+    if (alignments.size() <= kFewRoutes) {
+        const auto found = std::find_if(alignments.begin(), alignments.end(),
+                                        [number](const SimaAlignment& route) { return route.routeNumber == number; });
+        return found != alignments.end() ? &*found : nullptr;
+    }
+    const auto places = placesOfRoute(number);
     return places ? &alignments[places->first] : nullptr;
+}
+
+bool SimaReader::bindsOtherName(std::int32_t number, std::string_view routeName) const {
+    const auto places = placesOfRoute(number);
+    return !forceChosenAlignment && places && places->first != places->last &&
+           trim(alignments[places->first].routeName) != routeName;
 }
 
 host::MdDbObjectId SimaReader::alignmentIdOfRoute(std::int32_t number) const {
@@ -136,6 +147,7 @@ void SimaReader::reset() {
     routesCreated_ = {};
     static_cast<CreatedObjects&>(*this) = {};
     passedOver.clear();
+    doubts = {};
     routeIndex_ = {};
 }
 

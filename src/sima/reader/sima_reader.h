@@ -4,6 +4,7 @@
 #include "sima/log/sima_log.h"
 #include "sima/reader/read_context.h"
 #include "sima/records/cross_section.h"
+#include "sima/records/doubts.h"
 #include "sima/records/entity_data.h"
 #include "sima/records/import_options.h"
 #include "sima/records/large_allocator.h"
@@ -19,6 +20,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -72,6 +74,7 @@ struct PassState {
     std::error_code openError; // of the last pass
     SimaLog log;
     PassedOver passedOver;
+    Doubts doubts;
     // What the H and I sections refer to.
     std::string alignmentName;
     bool usedRouteType2 = false;
@@ -119,10 +122,14 @@ class SimaReader : public ImportSettings, public FileModel, public OpenRoute, pu
     // Whether a route of that number was read. If so, notes its type, and during a pass with a host takes over the name
     // of its alignment, unless forceChosenAlignment is set. The first route of a number is the one.
     bool bindRoute(std::int32_t number);
+    // Whether results of that number and route name go on a route of another name though several routes have the number.
+    bool bindsOtherName(std::int32_t number, std::string_view routeName) const;
     // Empties the model, the log's lists and the counters; what the command has set survives.
     void reset();
 
   private:
+    // The places of the first and last routes of that number.
+    std::optional<NumberIndex::Places> placesOfRoute(std::int32_t number) const;
     const SimaAlignment* findRoute(std::int32_t number) const;
     std::int32_t runPass(std::string_view path, const ReadContext& context, bool full);
 

@@ -54,4 +54,13 @@ bool isNumber(std::string_view text) {
     return isDigits(digits) && std::count(cleaned.begin(), cleaned.end(), '.') <= 1;
 }
 
+bool isReadInPart(std::string_view text, double value) {
+    const std::string cleaned = replaceIdeographicSpaces(text);
+    const std::string_view whole = trim(cleaned);
+    if (whole.empty()) {
+        return false;
+    }
+    return !isPlainNumber(whole) || std::none_of(whole.begin(), whole.end(), isDigit) || toReal(whole) != value;
+}
+
 } // namespace fenmark::sima

@@ -21,4 +21,8 @@ inline bool isDigits(std::string_view text) {
 // "1-2" and "1.5.2" do not. The ideographic space U+3000 is accepted around the digits.
 bool isNumber(std::string_view text);
 
+// Whether the value, as which the text was converted, is not all of a text that is not empty: U+3000 or a minus sign in
+// front of the digits stops the plain conversion, though both pass.
+bool isReadInPart(std::string_view text, double value);
+
 } // namespace fenmark::sima

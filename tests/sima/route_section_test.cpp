@@ -178,6 +178,7 @@ TEST(RouteSection, LosesACurveBeforeItsFirstPoint) {
     EXPECT_EQ(pass.errorCodes(), (Lines{"ErrX001", "ErrX001"})) << "and a short one raises nothing";
     EXPECT_EQ(pass.reader.alignments[0].entities[0].type, "S");
     EXPECT_EQ(pass.reader.passedOver.at("before the first point of a route: C01"), 2);
+    EXPECT_EQ(pass.reader.passedOver.at("before the first point of a route: C02"), 2);
 }
 
 TEST(RouteSection, RaisesForCurvesAndStationsThatAreTooShort) {
@@ -295,6 +296,14 @@ TEST(RouteSection, ReadsTheBlockThatDoesNotStandRightBehindAnElement) {
         const Pass pass = readAfterPoints({kF00, "B01,1,,", "C01,0,100,", between, "C00,", "ZZZ,", "C99,", "F99,"});
         EXPECT_EQ(pass.errorCodes(), Lines{"ErrF001"}) << between;
     }
+}
+
+TEST(RouteSection, ReadsOnBehindTheHeadOfABlockWithoutAnElement) {
+    const Pass pass = readAfterPoints({kF00, "C00,", "B01,1,,", "C00,", "B01,2,,", "C99,", "B01,3,,", "F99,"});
+    EXPECT_EQ(pass.errors(), Lines{});
+    EXPECT_EQ(pass.reader.alignments[0].entities.size(), 3U);
+    EXPECT_EQ(pass.reader.passedOver.at("not used in a route: C00"), 2);
+    EXPECT_EQ(pass.reader.passedOver.at("not used in a route: C99"), 1);
 }
 
 TEST(RouteSection, SkipsTheBlockBehindALineThatTheFilterRefused) {

@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace fenmark::drawing {

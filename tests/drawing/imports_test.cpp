@@ -3,8 +3,11 @@
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
 
+#include <cstdint>
 #include <fstream>
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {

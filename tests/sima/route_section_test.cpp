@@ -298,6 +298,17 @@ TEST(RouteSection, ReadsTheBlockThatDoesNotStandRightBehindAnElement) {
     }
 }
 
+TEST(RouteSection, TakesTheFieldsOfAHeadOfFiveAndOfNoShorterOne) {
+    const Pass pass = readAfterPoints({"F00,7,8,R7,3", "B01,1,,", "F99,", "F00,9,8,R9", "B01,2,,", "F99,"});
+    ASSERT_EQ(pass.reader.alignments.size(), 2U);
+    for (const SimaAlignment& route : pass.reader.alignments) {
+        EXPECT_EQ(route.routeNumber, 7) << "the second has what the first left";
+        EXPECT_EQ(route.routeName, "R7");
+        EXPECT_EQ(route.routeType, 3);
+    }
+    EXPECT_EQ(pass.reader.routesRead(3), 2);
+}
+
 TEST(RouteSection, ReadsOnBehindTheHeadOfABlockWithoutAnElement) {
     const Pass pass = readAfterPoints({kF00, "C00,", "B01,1,,", "C00,", "B01,2,,", "C99,", "B01,3,,", "F99,"});
     EXPECT_EQ(pass.errors(), Lines{});

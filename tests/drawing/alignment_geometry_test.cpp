@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace fenmark::drawing {
@@ -227,6 +229,34 @@ TEST(Element, TheDrawnLineStaysWithinAMillimetre) {
         EXPECT_LT(static_cast<double>(line.size()),
                   3.0 + 1.5 * element.length *
                             std::sqrt(1.0 / (8.0 * kLineTolerance * std::min(element.startRadius, element.endRadius))));
+    }
+}
+
+TEST(Element, ACurveOfMillimetresIsDrawnRoundAndAStraightHasItsEnds) {
+    for (const double radius : {0.005, 0.3, 0.9, 2.0}) {
+        for (const ElementType type : {ElementType::Arc, ElementType::Clothoid}) {
+            const Element element = laid(type, {10, 20}, 0.5, 1.5 * radius, radius, radius, true);
+            std::vector<PlanPoint> line;
+            EXPECT_EQ(appendElementLine(element, 0.01 * radius, line), 0.01 * radius);
+            EXPECT_GT(line.size(), 2U) << radius;
+        }
+    }
+    std::vector<PlanPoint> line;
+    appendElementLine(laid(ElementType::Straight, {10, 20}, 0.5, 0.3, kInfiniteRadius, kInfiniteRadius, false),
+                      kLineTolerance, line);
+    EXPECT_EQ(line.size(), 2U);
+}
+
+TEST(Element, APlaceThatIsNoneIsItsStart) {
+    const Element arc = laid(ElementType::Arc, {10, 20}, 0.5, 80, 100, 100, true);
+    Element none = arc;
+    none.length = std::numeric_limits<double>::quiet_NaN();
+    for (const auto& [element, along] :
+         {std::pair(arc, std::numeric_limits<double>::infinity()),
+          std::pair(arc, std::numeric_limits<double>::quiet_NaN()), std::pair(none, 1.0)}) {
+        const Pose pose = poseOnElement(element, along);
+        EXPECT_EQ(pose.point, arc.start);
+        EXPECT_EQ(pose.direction, arc.direction);
     }
 }
 

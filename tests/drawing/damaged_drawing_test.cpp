@@ -63,10 +63,11 @@ TEST_F(DamagedDrawing, WithoutALayer) {
 
 TEST_F(DamagedDrawing, WithAnElementThatIsNone) {
     ASSERT_GT(drawing_.alignmentCount(), 0U);
-    for (const char* set : {"type = 'X'", "length = -1.0", "start_radius = -5.0", "end_radius = 0.0",
-                            "element_id = 'first'", "element_id = 4294967297", "start_x = ''", "start_y = '12 m'",
-                            "end_x = x'00'", "end_y = '1,5'", "direction = 'north'", "length = 'long'",
-                            "start_radius = ' 12xyz'", "end_radius = x''", "clockwise = NULL", "clockwise = 'true'"}) {
+    for (const char* set :
+         {"type = 'X'", "length = -1.0", "start_radius = -5.0", "start_radius = 0.0", "end_radius = 0.0",
+          "element_id = NULL", "element_id = 'first'", "element_id = 4294967297", "start_x = ''", "start_y = '12 m'",
+          "end_x = x'00'", "end_y = '1,5'", "direction = 'north'", "length = 'long'", "start_radius = ' 12xyz'",
+          "end_radius = x''", "clockwise = NULL", "clockwise = 'true'"}) {
         change("CREATE TABLE kept AS SELECT * FROM alignment_elements");
         change(std::string("UPDATE alignment_elements SET ") + set + " WHERE rowid = 1");
         EXPECT_NE(refusal().find("an element of alignment"), std::string::npos) << set;

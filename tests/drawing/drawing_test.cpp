@@ -91,6 +91,10 @@ TEST(Drawing, TakesBackWhatARollbackRemoved) {
         }
         EXPECT_EQ(drawing.geometry(0).endStation(), drawing.alignment(0).length() + drawing.alignment(0).startStation);
         EXPECT_EQ(drawing.addPoint({}, 0).asUint64(), full.lastId + 1);
+        drawing.setRow(drawing.entityCount() - 1, 0, 99, "別の点", "座標", "別.sim");
+        EXPECT_EQ(drawing.entity(drawing.entityCount() - 1).row->name, "別の点");
+        drawing.takeBack(full);
+        EXPECT_EQ(describe(drawing), after) << "what comes later takes no place of what came back";
     }
 }
 
@@ -185,6 +189,34 @@ TEST(Drawing, ALightweightPolylineLiesInThePlane) {
     EXPECT_EQ(drawing.entity(0).id, id);
     EXPECT_EQ(drawing.entity(0).kind, EntityKind::Polyline);
     EXPECT_EQ(drawing.entity(0).vertices[1], (MdGePoint3d{4, 5, 0}));
+}
+
+TEST(Drawing, APolylineIsClosedAndOpenedAndMovedToAnotherLayer) {
+    Drawing drawing;
+    drawing.addLayer("境界");
+    const std::vector<MdGePoint3d> vertices = {{1, 2, 3}, {4, 5, 6}, {7, 9, 6}};
+    drawing.addPolyline(vertices, 0, EntityKind::Polyline2d, false);
+    for (const bool closed : {true, false, true}) {
+        drawing.setEntityClosed(0, closed);
+        EXPECT_EQ(drawing.entity(0).closed, closed);
+        drawing.setEntityLayer(0, closed ? 1 : 0);
+        EXPECT_EQ(drawing.entity(0).layer, closed ? "境界" : "0");
+        EXPECT_EQ(drawing.entity(0).kind, EntityKind::Polyline2d);
+    }
+}
+
+TEST(Drawing, TheGeometryOfAnAlignmentFollowsItsElements) {
+    Drawing drawing;
+    addSmallImport(drawing);
+    const double before = drawing.geometry(0).endStation();
+    drawing.setStartStation(0, drawing.alignment(0).startStation + 1000.0);
+    EXPECT_DOUBLE_EQ(drawing.geometry(0).endStation(), before + 1000.0);
+    Element further = drawing.alignment(0).elements.front();
+    further.length = 25.0;
+    drawing.addElement(0, further);
+    EXPECT_DOUBLE_EQ(drawing.geometry(0).endStation(), before + 1025.0);
+    drawing.removeElement(0, 3);
+    EXPECT_DOUBLE_EQ(drawing.geometry(0).endStation(), before + 1000.0);
 }
 
 TEST(Drawing, ASecondRowReplacesTheFirst) {

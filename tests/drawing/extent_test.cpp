@@ -53,6 +53,9 @@ TEST(DrawingExtent, OfAnElementHoldsBothEnds) {
     EXPECT_NEAR(bulge.maxX, 10, 1e-12);
     EXPECT_EQ(bulge.minY, 0);
     EXPECT_NEAR(bulge.maxY, 20, 1e-12);
+    half.clockwise = true;
+    half.direction = std::numbers::pi;
+    EXPECT_NEAR(extentOf(half).minX, -10, 1e-12) << "to the other side";
 }
 
 TEST(DrawingExtent, FollowsElementsThatAreLaidAnewOrGo) {

@@ -2,6 +2,8 @@
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -189,7 +191,9 @@ TEST_F(ForeignDrawing, AnAddedFeatureNeverGetsTheIdentifierOfAnotherObject) {
 TEST_F(ForeignDrawing, APolylineUnderTheIdentifierOfAnAlignmentGetsItsOwn) {
     const std::uint64_t id = drawing_.alignment(0).id.asUint64();
     gis("DROP TRIGGER rtree_polylines_geom_insert; INSERT INTO polylines (fid, geom, layer) SELECT " +
-        std::to_string(id) + ", geom, '0' FROM polylines LIMIT 1");
+        std::to_string(id) +
+        ", geom, '0' FROM polylines ORDER BY fid LIMIT 1; INSERT INTO rtree_polylines_geom SELECT " +
+        std::to_string(id) + ", minx, maxx, miny, maxy FROM rtree_polylines_geom ORDER BY id LIMIT 1");
     Drawing again;
     DrawingStore store;
     ASSERT_TRUE(store.open(path_, again));
@@ -199,6 +203,55 @@ TEST_F(ForeignDrawing, APolylineUnderTheIdentifierOfAnAlignmentGetsItsOwn) {
     again.setZone(9);
     ASSERT_TRUE(store.save(path_, again));
     EXPECT_EQ(one("SELECT count(*) FROM polylines WHERE fid = " + std::to_string(id)), "0");
+    EXPECT_EQ(indexFault(path_, "polylines"), "") << "its box goes with it";
+}
+
+// A line has neither the vertices' count nor the rest of ours.
+TEST_F(ForeignDrawing, ALineWithoutAnyOfOurValuesIsAPolylineOnItsLayer) {
+    gis("DROP TRIGGER rtree_polylines_geom_insert");
+    const std::string fid = std::to_string(drawing_.lastId());
+    for (const char* values : {"'畑', NULL, NULL, NULL", "'田', 0, NULL, NULL", "'畑', 0, 2, 0", "'道', 1, 2, 1"}) {
+        gis("INSERT INTO polylines (geom, layer, closed, vertices, lightweight) SELECT geom, " + std::string(values) +
+            " FROM polylines WHERE vertices = 3 LIMIT 1");
+    }
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    ASSERT_EQ(again.entityCount(), drawing_.entityCount() + 4);
+    const std::size_t first = drawing_.entityCount();
+    const char* const layers[] = {"畑", "田", "畑", "道"};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const EntityView line = again.entity(first + i);
+        EXPECT_EQ(line.layer, layers[i]);
+        EXPECT_EQ(line.kind, i == 2 ? EntityKind::Polyline2d : EntityKind::Polyline) << i;
+        EXPECT_EQ(line.closed, i == 3);
+        EXPECT_EQ(line.vertices.size(), i == 3 ? 2U : 3U) << i;
+    }
+    for (const Layer& layer : again.layers()) {
+        EXPECT_EQ(again.findLayer(layer.name).value(), static_cast<std::size_t>(&layer - again.layers().data()));
+        EXPECT_FALSE(layer.id.isNull()) << layer.name;
+    }
+}
+
+TEST_F(ForeignDrawing, EveryKindOfNoteIsCountedForItsOwnTable) {
+    for (const std::string table : {"points", "polylines", "alignments"}) {
+        for (const std::string trigger : {"update3", "update4"}) {
+            gis("DROP TRIGGER IF EXISTS rtree_" + table + "_geom_" + trigger);
+        }
+    }
+    gis("UPDATE points SET \"No\" = 'seven' WHERE fid IN (SELECT fid FROM points ORDER BY fid LIMIT 2);"
+        "UPDATE polylines SET \"No\" = 'eight' WHERE \"No\" = 7;"
+        "UPDATE alignments SET start_station = 'ten'");
+    Drawing again;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, again));
+    std::vector<std::string> counts;
+    for (const StoreNote& note : store.notes()) {
+        EXPECT_EQ(note.code, StoreNoteCode::NoNumber);
+        counts.push_back(note.table + " " + std::to_string(note.count));
+    }
+    std::sort(counts.begin(), counts.end());
+    EXPECT_EQ(counts, (std::vector<std::string>{"alignments 2", "points 2", "polylines 1"}));
 }
 
 TEST_F(ForeignDrawing, AnAreaGoesWithItsPolylineAndElementsWithTheirAlignment) {

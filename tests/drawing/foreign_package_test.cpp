@@ -113,14 +113,15 @@ class PackageOfAnother : public ::testing::Test {
 
 TEST_F(PackageOfAnother, PointsAndPolygonsBecomeCoordinatesAndLots) {
     addTable("杭", 6677, ", 点名 TEXT, NO INTEGER");
-    run("INSERT INTO 杭 VALUES (3, " + pointBlob(1, 2) + ", 'K1', 31), (4, " + pointBlob(3, 4) + ", NULL, -5)");
+    run("INSERT INTO 杭 VALUES (3, " + pointBlob(1, 2) + ", 'K1', 31), (4, " + pointBlob(3, 4) + ", NULL, -5), (5, " +
+        pointBlob(5, 6) + ", 'K0', 0)");
     addTable("筆", 6677, ", 地番 TEXT");
     run("INSERT INTO 筆 VALUES (1, " + polygonBlob(1) + ", '12-3'), (2, " + twoPolygonsBlob() + ", '12-4')");
     const Outcome outcome = read();
     ASSERT_TRUE(outcome) << outcome.message.english;
     const Drawing& drawing = package_.drawing;
     EXPECT_EQ(drawing.zone(), 9);
-    ASSERT_EQ(drawing.entityCount(), 5U);
+    ASSERT_EQ(drawing.entityCount(), 6U);
     const EntityView first = drawing.entity(0);
     EXPECT_EQ(first.layer, "杭");
     EXPECT_EQ(first.position(), (MdGePoint3d{1, 2, 0}));
@@ -130,11 +131,14 @@ TEST_F(PackageOfAnother, PointsAndPolygonsBecomeCoordinatesAndLots) {
     EXPECT_EQ(first.row->fileName, "杭");
     EXPECT_EQ(drawing.entity(1).row->no, 4) << "a number that a row cannot hold is the feature's";
     EXPECT_EQ(drawing.entity(1).row->name, "4") << "and stands for the name";
-    EXPECT_EQ(drawing.entity(2).row->name, "12-3");
-    EXPECT_EQ(drawing.entity(2).row->type, "画地");
-    EXPECT_TRUE(drawing.entity(2).closed);
-    EXPECT_EQ(drawing.entity(2).vertices.size(), 3U);
-    EXPECT_EQ(drawing.entity(4).row->name, "12-4") << "both parts have the name";
+    EXPECT_EQ(drawing.entity(2).row->no, 0) << "which a row can hold";
+    EXPECT_EQ(drawing.entity(3).row->name, "12-3");
+    EXPECT_EQ(drawing.entity(3).row->type, "画地");
+    EXPECT_TRUE(drawing.entity(3).closed);
+    EXPECT_EQ(drawing.entity(3).vertices.size(), 3U);
+    EXPECT_EQ(drawing.entity(5).row->name, "12-4") << "both parts have the name";
+    EXPECT_EQ(drawing.tables()[0].name, drawing.entity(0).row->table);
+    EXPECT_EQ(drawing.tables()[1].name, drawing.entity(5).row->table);
     EXPECT_EQ(notes(), (std::vector<std::string>{"'杭': names from '点名', numbers from 'NO'",
                                                  "1 features without a whole number in the column 'NO' of '杭' (first "
                                                  "fid 4): the fid is taken",

@@ -82,6 +82,9 @@ TEST(GeometryBlob, LinesOfEitherOrder) {
         const Blob line = Blob(big).type(3000 + kLine).whole(2).reals({0, 1, 2, 3, 4, 5, 6, 7});
         ASSERT_EQ(readBlob(line.bytes, vertices).kind, BlobKind::Line);
         EXPECT_EQ(vertices, (std::vector<MdGePoint3d>{{0, 1, 2}, {4, 5, 6}}));
+        ASSERT_EQ(readBlob(Blob(big).type(2000 + kLine).whole(2).reals({0, 1, 2, 3, 4, 5}).bytes, vertices).kind,
+                  BlobKind::Line);
+        EXPECT_EQ(vertices, (std::vector<MdGePoint3d>{{0, 1, 0}, {3, 4, 0}})) << "a measure stands between them";
     }
 }
 
@@ -94,6 +97,12 @@ TEST(GeometryBlob, WithoutAPlaceOrOfAnotherType) {
     EXPECT_EQ(polygon.kind, BlobKind::Other);
     EXPECT_EQ(nameOfGeometry(polygon.type), "POLYGON");
     EXPECT_EQ(readBlob(Blob(false).type(4000 + kPoint).reals({1, 2}).bytes, vertices).kind, BlobKind::Other);
+    for (const std::uint32_t beyond : {4000 + kPoint, 4999U, 5000 + kPoint, 1000000 + kPoint}) {
+        EXPECT_EQ(readParts(Blob(false).type(beyond).reals({1, 2, 3, 4}).bytes).kind, BlobKind::Other) << beyond;
+    }
+    for (const std::uint32_t known : {kPoint, 1000 + kPoint, 2000 + kPoint, 3000 + kPoint}) {
+        EXPECT_EQ(readParts(Blob(false).type(known).reals({1, 2, 3, 4}).bytes).kind, BlobKind::Point) << known;
+    }
     EXPECT_EQ(readBlob(Blob(false, 5).type(kPoint).reals({1, 2}).bytes, vertices).kind, BlobKind::Malformed)
         << "no envelope has the kind 5";
     Bytes stranger = Blob(false).type(kPoint).reals({1, 2}).bytes;
@@ -109,6 +118,20 @@ TEST(GeometryBlob, CutOffAnywhereIsMalformed) {
     for (const Bytes& whole : {point, line}) {
         for (std::size_t size = 0; size < whole.size(); ++size) {
             EXPECT_EQ(readBlob(std::span(whole).first(size), vertices).kind, BlobKind::Malformed) << size;
+        }
+    }
+    // With a height, a measure, or both a vertex has more bytes.
+    for (const std::uint32_t dimensions : {1000U, 2000U, 3000U}) {
+        const auto reals = {1.0, 2.0, 3.0, 4.0};
+        Blob single = Blob(true).type(dimensions + kPoint);
+        Blob row = Blob(true).type(dimensions + kLine).whole(1);
+        for (const double value : std::span(reals).first(dimensions == 3000 ? 4 : 3)) {
+            single.reals({value});
+            row.reals({value});
+        }
+        for (const Bytes& whole : {single.bytes, row.bytes}) {
+            ASSERT_NE(readBlob(whole, vertices).kind, BlobKind::Malformed);
+            EXPECT_EQ(readBlob(std::span(whole).first(whole.size() - 1), vertices).kind, BlobKind::Malformed);
         }
     }
     const Bytes areas =
@@ -158,6 +181,16 @@ TEST(GeometryBlob, PartsOfSeveral) {
         EXPECT_EQ(areas.rings[0].size(), 3U) << "the first vertex is not there again";
         EXPECT_EQ(areas.rings[1].size(), 3U);
         EXPECT_EQ(areas.holes, 1U);
+    }
+    for (const std::uint32_t vertices :
+         {1U, 2U, 3U}) { // that are all one place, as the last one may stand for the first
+        Blob ring = Blob(false).type(kPolygon).whole(1).whole(vertices);
+        for (std::uint32_t i = 0; i < vertices; ++i) {
+            ring.reals({7, 8});
+        }
+        const BlobParts flat = readParts(ring.bytes);
+        ASSERT_EQ(flat.rings.size(), 1U) << vertices;
+        EXPECT_EQ(flat.rings[0].size(), std::max(vertices - 1, 1U));
     }
     EXPECT_EQ(readParts(Blob(false).type(kMultiPolygon).whole(0).bytes).kind, BlobKind::Empty);
     EXPECT_EQ(readParts(Blob(false).type(kPolygon).whole(1).whole(0).bytes).kind, BlobKind::Empty);
@@ -228,7 +261,18 @@ TEST(GeometryBlob, WhatIsWrittenIsRead) {
     ASSERT_EQ(area.rings.size(), 1U);
     EXPECT_EQ(area.rings[0].size(), 3U);
     EXPECT_EQ(ringArea(area.rings[0]), 6.0);
+}
+
+TEST(GeometryBlob, AreasAreThoseOfTheSurveyorsFormula) {
     EXPECT_EQ(ringArea({}), 0.0);
+    std::vector<MdGePoint3d> ring = {{100, 50, 1}, {104, 51, 2}, {105, 57, 3}, {101, 55, 4}, {98, 53, 5}};
+    for (std::size_t turn = 0; turn < ring.size(); ++turn) {
+        EXPECT_EQ(ringArea(ring), 27.0);
+        std::rotate(ring.begin(), ring.begin() + 1, ring.end());
+    }
+    std::reverse(ring.begin(), ring.end());
+    EXPECT_EQ(ringArea(ring), 27.0);
+    EXPECT_EQ(ringArea(std::span(ring).first(2)), 0.0);
 }
 
 } // namespace

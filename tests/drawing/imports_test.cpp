@@ -3,8 +3,11 @@
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
 
+#include <cstdint>
 #include <fstream>
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace fenmark::drawing {
 namespace {
@@ -125,6 +128,30 @@ TEST_F(Imports, AreTakenBackWithTheirObjects) {
 }
 
 // --- areas and styles ---
+
+TEST_F(Imports, EveryObjectNamesTheOneThatMadeIt) {
+    for (const char* name : {"a.sim", "b.sim"}) {
+        const std::uint64_t before = drawing_.lastId();
+        drawing_.addPoint({1, 2, 0}, 0);
+        drawing_.addPolyline({}, 0, EntityKind::Polyline, false);
+        drawing_.addPoint({3, 4, 0}, 0); // the last one, whose identifier stands before the import's
+        const std::uint64_t last = drawing_.lastId();
+        const MdDbObjectId import = drawing_.addImport(importRecord(name, before + 1, last));
+        for (std::uint64_t id = before + 1; id <= last; ++id) {
+            EXPECT_EQ(drawing_.importOf(MdDbObjectId(id)), import) << id;
+        }
+        EXPECT_TRUE(drawing_.importOf(MdDbObjectId(last + 2)).isNull());
+        drawing_.addPoint({5, 6, 0}, 0);
+        EXPECT_TRUE(drawing_.importOf(MdDbObjectId(drawing_.lastId())).isNull());
+    }
+    save();
+    const std::string a = std::to_string(drawing_.imports()[0].id.asUint64());
+    const std::string b = std::to_string(drawing_.imports()[1].id.asUint64());
+    EXPECT_EQ(OtherProgram(path_).ask("SELECT import_id FROM points ORDER BY fid"),
+              (std::vector<std::string>{a, a, "NULL", b, b, "NULL"}));
+    EXPECT_EQ(OtherProgram(path_).ask("SELECT import_id FROM polylines ORDER BY fid"),
+              (std::vector<std::string>{a, b}));
+}
 
 TEST_F(Imports, LotsHaveTheirAreasAlsoWhereTheyAreNotClosed) {
     drawing_.addTable("JSIMA_V3_Pline");

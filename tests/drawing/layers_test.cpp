@@ -165,12 +165,16 @@ TEST_F(Layers, WhatCannotBeLeavesAllAsItWas) {
     std::reverse(backwards.begin(), backwards.end());
     std::vector<Layer> unknown = all;
     unknown.push_back({MdDbObjectId(drawing.lastId() + 1), "未来"});
+    std::vector<Layer> twice = all;
+    twice.push_back({all.back().id, "二度"});
+    const std::vector<Layer> withoutFirst(all.begin() + 1, all.end());
     for (const std::vector<Layer>& layers :
-         {changed(1, ""), changed(1, "0"), used, backwards, unknown, std::vector<Layer>()}) {
+         {changed(1, ""), changed(1, "0"), used, backwards, unknown, twice, std::vector<Layer>()}) {
         EXPECT_FALSE(drawing.setLayers(layers));
     }
     drawing.setCurrentLayer(2);
     EXPECT_FALSE(drawing.setLayers({all[0], all[1]})) << "the current one";
+    EXPECT_FALSE(drawing.setLayers(withoutFirst)) << "one with objects";
     drawing.setCurrentLayer(0);
     EXPECT_EQ(describe(drawing), before);
 }

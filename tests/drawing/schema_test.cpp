@@ -98,6 +98,28 @@ TEST_F(Schema, RowsAreAsWrittenDown) {
     test::expectSampleOf("drawing", "rows.txt", text);
 }
 
+// The line of an alignment has each joint once, also where one goes before it.
+TEST_F(Schema, AlignmentsHaveALineForEachOfTheirCourses) {
+    const std::size_t first = drawing_.addAlignment(drawing_.sites().front().id, "折線", "0", "", "");
+    const std::size_t second = drawing_.addAlignment(drawing_.sites().front().id, "間", "0", "", "");
+    PlanPoint from{1000.0, 2000.0};
+    for (const PlanPoint& to : {PlanPoint{1003.0, 2004.0}, PlanPoint{1003.0, 2014.0}, PlanPoint{1003.5, 2014.0}}) {
+        Element straight;
+        straight.start = from;
+        straight.end = to;
+        straight.direction = std::atan2(to.y - from.y, to.x - from.x);
+        straight.length = std::hypot(to.x - from.x, to.y - from.y);
+        drawing_.addElement(first, straight);
+        straight.start.x -= 0.25; // which joins nothing
+        drawing_.addElement(second, straight);
+        from = to;
+    }
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    // The count of vertices stands behind the header with its box, the order and the type.
+    EXPECT_EQ(rows("SELECT name, hex(substr(geom, 46, 4)) FROM alignments WHERE name IN ('折線', '間') ORDER BY fid"),
+              "折線|04000000\n間|06000000\n");
+}
+
 TEST_F(Schema, StylesAreAsWrittenDown) {
     test::expectSampleOf("drawing", "layer_styles.txt",
                          rows("SELECT f_table_catalog, f_table_schema, f_table_name, f_geometry_column, styleName,"

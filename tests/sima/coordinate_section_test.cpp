@@ -60,6 +60,32 @@ TEST(CoordinateSection, TakesTheFifthFieldOfARecordWithoutTrailingCommaForItsHei
     EXPECT_FALSE(ordinary.hasZ);
 }
 
+// More digits than a number holds exactly, no last comma: what takes the long way is the same point.
+TEST(CoordinateSection, ReadsARecordThatIsNotPlainLikeOneThatIs) {
+    for (const std::string_view line : {
+             "A01,7,P,100.5,200.25,12.5,",
+             "A01,7,P,100.5,200.25,12.5",
+             "A01,7,P,100.5,200.25,12.5000000000000000000,",
+             "A01,7,P,100.5000000000000000000,200.25,12.5,",
+             "A01,7,P,100.5,200.2500000000000000000,12.5",
+         }) {
+        const Pass full = fullRead({"A00,", line, "A99,"});
+        const Pass first = preview({"A00,", line, "A99,"});
+        for (const Pass* pass : {&full, &first}) {
+            ASSERT_EQ(pass->reader.points.size(), 1U) << line;
+            const SimaPoint& point = pass->reader.points[0];
+            EXPECT_EQ(point.number, 7) << line;
+            EXPECT_EQ(point.name, "P") << line;
+            EXPECT_EQ(point.x, 200.25) << line;
+            EXPECT_EQ(point.y, 100.5) << line;
+            EXPECT_EQ(point.z, 12.5) << line;
+            EXPECT_TRUE(point.hasZ) << line;
+            EXPECT_TRUE(pass->reader.passedOver.empty()) << line;
+        }
+        EXPECT_EQ(full.errors(), Lines{}) << line;
+    }
+}
+
 TEST(CoordinateSection, TakesEmptyCoordinatesForZero) {
     const SimaPoint point = onePoint("A01,1,,,,,");
     EXPECT_EQ(point.x, 0.0);

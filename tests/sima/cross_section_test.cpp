@@ -94,6 +94,14 @@ TEST(CrossSection, DropsOffsetPointsBeforeTheFirstCrossSection) {
     EXPECT_EQ(pass.reader.passedOver.at("before the first cross section: I02"), 2);
 }
 
+TEST(CrossSection, CutOffIsLostAndItsSectionsAreCounted) {
+    const Pass pass = readWithAlignment({"I00,3,R,", "I01,a,0,1,2,", "I02,p,1,2,", "I01,b,5,1,2,"});
+    EXPECT_TRUE(pass.reader.intersections.empty());
+    EXPECT_TRUE(pass.sink.crossSections.empty());
+    EXPECT_EQ(pass.reader.passedOver.at("result of a section without its end record: I01"), 2);
+    EXPECT_EQ(pass.reader.passedOver.size(), 1U);
+}
+
 TEST(CrossSection, RaisesForRecordsThatAreTooShort) {
     const test::TemporaryFolder folder;
     const auto lineOfException = [&folder](std::initializer_list<std::string_view> lines) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -233,6 +234,19 @@ TEST(LineSourceUtf16, LongFilesComeWhole) {
         joined += line + "\n";
     }
     EXPECT_EQ(joined, utf8);
+}
+
+// A mark is one at the very beginning alone, also where a block begins with one.
+TEST(LineSourceUtf16, MarksBehindTheFirstAreText) {
+    for (const std::size_t place : {0U, 1U, 65534U, 65535U, 65536U, 131071U}) { // of units behind the first mark
+        std::string bytes = "\xFF\xFE";
+        std::string utf8;
+        for (std::size_t i = 0; i < 140000; ++i) {
+            bytes += i == place ? "\xFF\xFE"sv : "x\0"sv;
+            utf8 += i == place ? "\xEF\xBB\xBF" : "x";
+        }
+        EXPECT_TRUE(linesOf(bytes, Encoding::Utf16Le) == std::vector<std::string>{utf8}) << place;
+    }
 }
 
 TEST(LineSourceLimit, ALineUpToTheLimitIsALineAndOneBeyondIsTold) {

@@ -63,6 +63,16 @@ TEST(LotSection, PassesOverItsTriangleDataAndSaysSo) {
                                      "          三斜データは読み込みません\n"}));
 }
 
+// Blanks, zeros, quotes: what takes the long way names the same point.
+TEST(LotSection, TakesAPointWhoseRecordIsNotPlain) {
+    for (const std::string_view line : {"B01,2,,", "B01,00000000002,P,", "B01,  2  ,P,", "B01,\"2\",\"3\","}) {
+        const Pass pass = readAfterPoints({"D00,1,L,1,", line, "D99,"});
+        EXPECT_EQ(pass.errors(), Lines{}) << line;
+        ASSERT_EQ(pass.reader.lots[0].points.size(), 1U) << line;
+        EXPECT_EQ(pass.reader.lots[0].points[0].name, "P2") << line;
+    }
+}
+
 TEST(LotSection, LeavesOutAPointWhoseRecordIsRefused) {
     const Pass pass = readAfterPoints({"D00,1,L,1,", "B01,1,,", "B01,2", "B01,x,,", "B01,3,,", "D99,"});
     EXPECT_EQ(pass.errorCodes(), (Lines{"ErrX001", "ErrB01-1"}));

@@ -44,8 +44,8 @@ class WindowNotes : public ProgressFactory {
       public:
         explicit Window(WindowNotes& notes) : notes_(notes) {}
         ~Window() override { notes_.notes.emplace_back("destroy"); }
-        std::int32_t goModal(std::string_view title, bool) override {
-            notes_.notes.push_back("modal " + std::string(title));
+        std::int32_t goModal(std::string_view title, bool smooth) override {
+            notes_.notes.push_back("modal " + std::string(title) + (smooth ? " smooth" : ""));
             return 0;
         }
         void setRange(std::int64_t lower, std::int64_t upper, std::int32_t step) override {
@@ -496,6 +496,27 @@ TEST(Passes, LeaveNoElementOfARouteThatAnExceptionEnded) {
     EXPECT_EQ(reader.fullRead(folder.write("b.sim", points + "F00,1,1,R,3,\r\nB01,2,,\r\nF99,\r\n"), {}), 0);
     ASSERT_EQ(reader.alignments.size(), 1U);
     EXPECT_EQ(reader.alignments[0].entities.size(), 1U);
+}
+
+TEST(Passes, FindSomethingWhereAnyOneSectionHoldsSomething) {
+    EXPECT_TRUE(fullRead("").reader.nothingFound());
+    EXPECT_TRUE(fullRead("A00,\nA99,\nZ00,x\n").reader.nothingFound());
+    for (const char* text : {"A00,\nA01,1,P,1,2,,\nA99,\n", "D00,1,L,1,\nD99,\n", "F00,1,1,R,3,\nF99,\n",
+                             "H00,1,R,\nH99,\n", "I00,1,R,\nI99,\n"}) {
+        EXPECT_FALSE(fullRead(text).reader.nothingFound()) << text;
+    }
+}
+
+// A record stands in the log as it is in its file, without what ends its line.
+TEST(Passes, KeepTheWholeTextOfALineOfEitherEnd) {
+    for (const std::string end : {"\n", "\r\n"}) {
+        const std::string wrong = "A01,x,P,1,2,,tail";
+        for (const std::string& line : {wrong, wrong + "!", std::string("I00,x,R")}) {
+            const Pass pass = fullRead("A00," + end + line + end + "A99," + end);
+            ASSERT_EQ(pass.errors().size(), 1U) << line;
+            EXPECT_TRUE(pass.errors()[0].ends_with(line)) << pass.errors()[0];
+        }
+    }
 }
 
 TEST(ProgressWindow, MayFailToBeMade) {

@@ -178,6 +178,7 @@ TEST(RouteSection, LosesACurveBeforeItsFirstPoint) {
     EXPECT_EQ(pass.errorCodes(), (Lines{"ErrX001", "ErrX001"})) << "and a short one raises nothing";
     EXPECT_EQ(pass.reader.alignments[0].entities[0].type, "S");
     EXPECT_EQ(pass.reader.passedOver.at("before the first point of a route: C01"), 2);
+    EXPECT_EQ(pass.reader.passedOver.at("before the first point of a route: C02"), 2);
 }
 
 TEST(RouteSection, RaisesForCurvesAndStationsThatAreTooShort) {
@@ -295,6 +296,25 @@ TEST(RouteSection, ReadsTheBlockThatDoesNotStandRightBehindAnElement) {
         const Pass pass = readAfterPoints({kF00, "B01,1,,", "C01,0,100,", between, "C00,", "ZZZ,", "C99,", "F99,"});
         EXPECT_EQ(pass.errorCodes(), Lines{"ErrF001"}) << between;
     }
+}
+
+TEST(RouteSection, TakesTheFieldsOfAHeadOfFiveAndOfNoShorterOne) {
+    const Pass pass = readAfterPoints({"F00,7,8,R7,3", "B01,1,,", "F99,", "F00,9,8,R9", "B01,2,,", "F99,"});
+    ASSERT_EQ(pass.reader.alignments.size(), 2U);
+    for (const SimaAlignment& route : pass.reader.alignments) {
+        EXPECT_EQ(route.routeNumber, 7) << "the second has what the first left";
+        EXPECT_EQ(route.routeName, "R7");
+        EXPECT_EQ(route.routeType, 3);
+    }
+    EXPECT_EQ(pass.reader.routesRead(3), 2);
+}
+
+TEST(RouteSection, ReadsOnBehindTheHeadOfABlockWithoutAnElement) {
+    const Pass pass = readAfterPoints({kF00, "C00,", "B01,1,,", "C00,", "B01,2,,", "C99,", "B01,3,,", "F99,"});
+    EXPECT_EQ(pass.errors(), Lines{});
+    EXPECT_EQ(pass.reader.alignments[0].entities.size(), 3U);
+    EXPECT_EQ(pass.reader.passedOver.at("not used in a route: C00"), 2);
+    EXPECT_EQ(pass.reader.passedOver.at("not used in a route: C99"), 1);
 }
 
 TEST(RouteSection, SkipsTheBlockBehindALineThatTheFilterRefused) {

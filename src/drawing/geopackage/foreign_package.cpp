@@ -241,10 +241,7 @@ class PackageReader {
             drawing.addPoint(point, layer_);
             drawing.setRow(drawing.entityCount() - 1, pointTable_, number, name, typeOf(Kind::Points), table);
         }
-        for (std::vector<MdGePoint3d> ring : parts.rings) {
-            for (MdGePoint3d& vertex : ring) {
-                vertex.z = 0.0; // a lot is flat
-            }
+        for (const std::vector<MdGePoint3d>& ring : parts.rings) {
             drawing.addPolyline(ring, layer_, EntityKind::Polyline, true);
             drawing.setRow(drawing.entityCount() - 1, polylineTable_, number, name, typeOf(Kind::Lots), table);
         }

@@ -9,8 +9,10 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace fenmark::sima {
@@ -233,6 +235,16 @@ TEST(LineSourceUtf16, LongFilesComeWhole) {
         joined += line + "\n";
     }
     EXPECT_EQ(joined, utf8);
+}
+
+TEST(LineSource, WaitsForNoDeviceOrPipe) {
+    if (!std::filesystem::exists("/dev/zero")) {
+        GTEST_SKIP() << "no such device here";
+    }
+    LineSource source(Encoding::Cp932);
+    EXPECT_FALSE(source.open("/dev/zero"));
+    EXPECT_EQ(source.openError(), std::errc::invalid_argument);
+    EXPECT_EQ(chooseEncoding("/dev/zero").encoding, Encoding::Cp932);
 }
 
 TEST(LineSourceLimit, ALineUpToTheLimitIsALineAndOneBeyondIsTold) {

@@ -75,6 +75,24 @@ TEST(DeskProcess, SaysWhyThereIsNoPicture) {
     EXPECT_TRUE(ended.err.contains(QStringLiteral("/no/such/folder/a.png")));
 }
 
+TEST(DeskProcess, APictureReplacesNoDrawingAndTellsAFullDisk) {
+    const Folder folder;
+    const QString drawing = folder.path(QStringLiteral("a.gpkg"));
+    savedDrawing(drawing);
+    const auto content = [&] {
+        QFile file(drawing);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    const QByteArray before = content();
+    for (const QString& target : {drawing, QStringLiteral("/dev/full")}) {
+        const Ended ended = runDesk({QStringLiteral("--screenshot"), target, drawing});
+        EXPECT_EQ(ended.code, 1) << target.toStdString();
+        EXPECT_TRUE(ended.err.contains(target)) << ended.err.toStdString();
+        EXPECT_EQ(content(), before) << target.toStdString();
+    }
+}
+
 TEST(DeskProcess, TellsItsUsageAndVersionWithoutADisplay) {
     Ended ended = runDesk({QStringLiteral("--help")});
     EXPECT_EQ(ended.code, 0);

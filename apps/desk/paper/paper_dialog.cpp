@@ -346,6 +346,10 @@ bool PaperDialog::savePdf() {
     if (file.isEmpty()) {
         return false;
     }
+    return savePdfAs(file);
+}
+
+bool PaperDialog::savePdfAs(const QString& file) {
     if (const std::optional<Text> refused = targetRefusal(drawing_, file)) {
         message_->setVisible(true);
         message_->setText(texts_(*refused).arg(QDir::toNativeSeparators(file)));
@@ -374,6 +378,9 @@ bool PaperDialog::print() {
     printer.setDocName(proposal_);
     if (!askPrinter(printer, this)) {
         return false;
+    }
+    if (!printer.outputFileName().isEmpty()) {
+        return savePdfAs(printer.outputFileName()); // the toolkit would write over any file, and tells no full disk
     }
     const Outcome printed = printPages(plot_, printer);
     message_->setVisible(!printed);

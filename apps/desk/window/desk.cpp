@@ -1,10 +1,14 @@
 // fenmark-desk as a function.
 #include "desk/window/desk.h"
 
+#include "desk/paper/ask_target.h"
 #include "desk/window/end_watch.h"
 #include "desk/window/main_window.h"
+#include "exchange/output_file.h"
 
 #include <QApplication>
+#include <QBuffer>
+#include <QByteArray>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -15,6 +19,7 @@
 #include <cstdio>
 #include <exception>
 #include <optional>
+#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -183,10 +188,19 @@ int takePicture(const Options& options) {
     window.plan().clearFocus();
     QApplication::processEvents();
     window.plan().placeNames();
-    if (!window.grab().toImage().save(QString::fromStdString(options.screenshot), "PNG")) {
+    if (const auto refused = targetRefusal(window.session().drawing(), QString::fromStdString(options.screenshot))) {
+        return fail(kNotDone, window.texts()(*refused).arg(QString::fromStdString(options.screenshot)).toStdString());
+    }
+    QByteArray bytes; // whole before the file is touched
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!window.grab().toImage().save(&buffer, "PNG")) {
         return fail(kNotDone, options.screenshot + ": cannot be written");
     }
-    return 0;
+    const Outcome written = exchange::writeFile(options.screenshot, [&](std::ostream& out) {
+        out.write(bytes.constData(), static_cast<std::streamsize>(bytes.size()));
+    });
+    return written ? 0 : fail(kNotDone, written.in(languageFor(options)));
 }
 
 int runWindow(const Options& options) {

@@ -122,7 +122,7 @@ void PaperDialog::makeForm(QFormLayout& form, const PaperStart& start) {
     kind_->setCurrentIndex(static_cast<int>(start.kind));
     alignment_ = combo(WorkText::PaperOf, "alignment");
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
-        alignment_->addItem(fromUtf8(exchange::trimmedName(drawing_.alignment(i).name)));
+        alignment_->addItem(shownName(exchange::trimmedName(drawing_.alignment(i).name)));
     }
     alignment_->setCurrentIndex(start.alignment < drawing_.alignmentCount() ? static_cast<int>(start.alignment) : 0);
     paper_ = combo(WorkText::PaperSize, "size");

@@ -200,6 +200,29 @@ TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewher
 }
 
 // By any name that leads to it the open drawing is the same file, and "save as" is no way to lose what it holds.
+// Nothing is left to be written, and yet the drawing is in no file.
+TEST_F(Saving, AFileThatNoLongerHoldsTheUnchangedDrawingIsTold) {
+    const QString path = saved("a.gpkg");
+    const QByteArray whole = content(path);
+    const QString other = folder.path(QStringLiteral("b.gpkg"));
+    drawing::Drawing another;
+    another.addPoint({1.0, 2.0, 3.0}, 0);
+    ASSERT_TRUE(drawing::DrawingStore().save(other.toStdString(), another));
+    for (const QByteArray& now : {QByteArray("somebody's"), whole.left(5000), content(other)}) {
+        folder.write(QStringLiteral("a.gpkg"), now);
+        Answers answers;
+        answers.ok();
+        EXPECT_FALSE(window->saveDrawing()) << now.left(20).toStdString();
+        EXPECT_TRUE(answers.said.contains(path)) << answers.said.toStdString();
+        EXPECT_EQ(content(path), now);
+    }
+    folder.write(QStringLiteral("a.gpkg"), whole);
+    EXPECT_TRUE(window->saveDrawing());
+    QFile::remove(path);
+    EXPECT_TRUE(window->saveDrawing());
+    EXPECT_TRUE(holdsLayer(path, "0")) << "made anew";
+}
+
 TEST_F(Saving, SavingAsALinkToTheOpenDrawingIsSavingIt) {
     const QString path = saved("a.gpkg");
     const auto [link, hard] = linksTo(path);

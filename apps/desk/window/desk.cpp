@@ -114,12 +114,12 @@ Options parse(const std::vector<std::string>& arguments) {
             name.resize(name.find('='));
         }
         const bool takesValue = name == "--screenshot" || name == "--size" || name == "--lang";
-        if (takesValue && !value) {
-            if (i + 1 >= arguments.size()) {
-                options.wrong = name + " needs a value";
-                return options;
-            }
+        if (takesValue && !value && i + 1 < arguments.size()) {
             value = arguments[++i];
+        }
+        if (takesValue && value.value_or("").empty()) {
+            options.wrong = name + " needs a value";
+            return options;
         }
         if (name == "--help" || name == "-h") {
             options.help = true;
@@ -157,6 +157,11 @@ Options parse(const std::vector<std::string>& arguments) {
 int fail(int code, const std::string& message) {
     std::fprintf(stderr, "fenmark-desk: %s\n", message.c_str());
     return code;
+}
+
+int print(const char* text) {
+    const bool printed = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+    return printed ? 0 : fail(kNotDone, "the output cannot be written");
 }
 
 Language languageFor(const Options& options) {
@@ -237,12 +242,10 @@ void useJapaneseFonts() {
 int runDesk(int argc, char** argv) {
     const Options options = parse(std::vector<std::string>(argv + 1, argv + argc));
     if (options.help) {
-        std::fputs(kHelp, stdout);
-        return 0;
+        return print(kHelp);
     }
     if (options.version) {
-        std::puts("fenmark-desk " FENMARK_VERSION);
-        return 0;
+        return print("fenmark-desk " FENMARK_VERSION "\n");
     }
     if (!options.wrong.empty()) {
         return fail(kWrongUsage, options.wrong + " (--help tells the usage)");

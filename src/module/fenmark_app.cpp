@@ -20,6 +20,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace fenmark::module {
@@ -167,6 +168,9 @@ void runFenmark() {
         }
         leaveResult(reader);
         throw std::invalid_argument(command::brokenOffText(reader, error));
+    } catch (const std::system_error&) { // of the log, or of a disk that cannot be read
+        leaveResult(reader);             // what the import made stays in the drawing
+        throw;
     }
 }
 

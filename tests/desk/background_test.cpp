@@ -10,8 +10,10 @@
 
 #include <QBuffer>
 #include <QDir>
+#include <QPainter>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <numbers>
@@ -296,6 +298,53 @@ TEST_F(Backgrounds, ATileThatIsNoTileOfAMapIsLeftOut) {
     const auto tiles = TileSource::open(path);
     ASSERT_NE(tiles, nullptr);
     EXPECT_TRUE(tiles->tile(kZoom, 1, 2).isNull());
+}
+
+// A file of 50 kB may name one picture in thousands of places, and a drawing dozens of such files.
+TEST_F(Backgrounds, VastTilesAreKeptSmallAndManyBackgroundsShareThoseOfAPicture) {
+    QImage large(1024, 512, QImage::Format_RGB32);
+    large.fill(Qt::red);
+    const QString tiles = folder.path(QStringLiteral("tiles"));
+    ASSERT_TRUE(QDir().mkpath(tiles + QStringLiteral("/4/14")));
+    ASSERT_TRUE(large.save(tiles + QStringLiteral("/4/14/6.png")));
+    EXPECT_EQ(TileSource::open(tiles)->tile(4, 14, 6).size(), QSize(512, 256));
+
+    import(folder.example(QStringLiteral("road.sim")));
+    window->session().setZone(9);
+    plan().fitAll();
+    const drawing::Extent seen = plan().view().visible();
+    const auto middle = exchange::PlaneZone(9).geographic((seen.minX + seen.maxX) / 2.0, (seen.minY + seen.maxY) / 2.0);
+    ASSERT_TRUE(middle);
+    constexpr int kZoom = 17; // a few dozen tiles
+    const TilePlace place = tileAt(middle->longitude, middle->latitude, kZoom);
+    const QString fine = folder.path(QStringLiteral("fine/%1/%2")).arg(kZoom).arg(static_cast<int>(place.column));
+    ASSERT_TRUE(QDir().mkpath(fine));
+    ASSERT_TRUE(large.save(fine + QStringLiteral("/%1.png").arg(static_cast<int>(place.row))));
+    const auto isRed = [&](std::size_t backgrounds) {
+        Background background;
+        while (background.layers().size() < backgrounds) {
+            EXPECT_EQ(background.add(folder.path(QStringLiteral("fine")), 9).error, BackgroundError::None);
+        }
+        QImage picture(plan().size(), QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        background.paint(painter, plan().view(), 9, 1.0);
+        painter.end();
+        return picture.pixelColor(picture.rect().center()) == QColor(Qt::red);
+    };
+    EXPECT_TRUE(isRed(2));
+    EXPECT_FALSE(isRed(Background::kMostLayers)) << "each has a few tiles";
+}
+
+TEST_F(Backgrounds, APipeBesideAFileIsNotWaitedFor) {
+    for (const char* name : {"a.mbtiles", "a.gpkg"}) {
+        const QString path = folder.path(QLatin1String(name));
+        writeMbTiles(path, 15, 1, 2, "no picture", false);
+        Background background;
+        EXPECT_EQ(background.add(path, 9).error == BackgroundError::None, path.endsWith(QStringLiteral(".mbtiles")));
+        ASSERT_EQ(mkfifo((path + QStringLiteral("-journal")).toUtf8().constData(), 0600), 0);
+        EXPECT_NE(Background().add(path, 9).error, BackgroundError::None) << name;
+    }
 }
 
 // A hostile package may name one layer as often as it likes, and each naming would cost a reading of it.

@@ -17,8 +17,9 @@ struct Ended {
 
 constexpr int kPatience = 60000; // milliseconds
 
-Ended runDesk(const QStringList& arguments) {
+Ended runDesk(const QStringList& arguments, const QString& output = {}) {
     QProcess process;
+    process.setStandardOutputFile(output);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
     environment.remove(QStringLiteral("DISPLAY"));
@@ -75,6 +76,24 @@ TEST(DeskProcess, SaysWhyThereIsNoPicture) {
     EXPECT_TRUE(ended.err.contains(QStringLiteral("/no/such/folder/a.png")));
 }
 
+TEST(DeskProcess, APictureReplacesNoDrawingAndTellsAFullDisk) {
+    const Folder folder;
+    const QString drawing = folder.path(QStringLiteral("a.gpkg"));
+    savedDrawing(drawing);
+    const auto content = [&] {
+        QFile file(drawing);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+    const QByteArray before = content();
+    for (const QString& target : {drawing, QStringLiteral("/dev/full")}) {
+        const Ended ended = runDesk({QStringLiteral("--screenshot"), target, drawing});
+        EXPECT_EQ(ended.code, 1) << target.toStdString();
+        EXPECT_TRUE(ended.err.contains(target)) << ended.err.toStdString();
+        EXPECT_EQ(content(), before) << target.toStdString();
+    }
+}
+
 TEST(DeskProcess, TellsItsUsageAndVersionWithoutADisplay) {
     Ended ended = runDesk({QStringLiteral("--help")});
     EXPECT_EQ(ended.code, 0);
@@ -82,6 +101,11 @@ TEST(DeskProcess, TellsItsUsageAndVersionWithoutADisplay) {
     ended = runDesk({QStringLiteral("--version")});
     EXPECT_EQ(ended.code, 0);
     EXPECT_TRUE(ended.out.startsWith(QStringLiteral("fenmark-desk 1.")));
+    for (const char* option : {"--help", "--version"}) {
+        ended = runDesk({QLatin1String(option)}, QStringLiteral("/dev/full"));
+        EXPECT_EQ(ended.code, 1) << option;
+        EXPECT_FALSE(ended.err.isEmpty()) << option;
+    }
 }
 
 TEST(DeskProcess, TheManualPageHasTheOptionsOfHelpAndNoOthers) {
@@ -111,6 +135,7 @@ TEST(DeskProcess, WrongUsageEndsWithTwo) {
     for (const QStringList& arguments :
          {QStringList{QStringLiteral("--nothing")}, QStringList{QStringLiteral("--screenshot")},
           QStringList{QStringLiteral("--screenshot"), QStringLiteral("a.png")},
+          QStringList{QStringLiteral("--screenshot="), QStringLiteral("a.gpkg")},
           QStringList{QStringLiteral("--size"), QStringLiteral("big"), QStringLiteral("a.gpkg")},
           QStringList{QStringLiteral("--lang"), QStringLiteral("fr")},
           QStringList{QStringLiteral("a.gpkg"), QStringLiteral("b.gpkg")}}) {

@@ -2,8 +2,10 @@
 #include "desk_test_support.h"
 
 #include "desk/plan/name_search.h"
+#include "desk/plan/plan_text.h"
 
 #include <QLineEdit>
+#include <QTableView>
 
 namespace fenmark::desk::test {
 namespace {
@@ -135,6 +137,36 @@ TEST_F(DeskWindow, FindingFollowsTheDrawing) {
     window->undo();
     window->newDrawing();
     EXPECT_EQ(window->find().list()->count(), 0);
+}
+
+// Setting them takes a time that grows with the square of the accents in a row: 45,000 would hold the window for minutes.
+TEST_F(DeskWindow, AnEndlessNameIsShownInPartFoundInAllOfItAndCopiedWhole) {
+    constexpr int kLongest = 501; // with the dots
+    QString name = QStringLiteral("杭");
+    for (int i = 0; i < 45000; ++i) {
+        name += QChar(i % 2 == 0 ? 0x0301 : 0x0316);
+    }
+    name += QStringLiteral("ＩＰ");
+    import(folder.write(QStringLiteral("a.sim"), "\xEF\xBB\xBF"
+                                                 "A00,\r\nA01,1," +
+                                                     name.toUtf8() + ",100.0,200.0,3.0,\r\nA99,\r\n"));
+    ASSERT_EQ(drawing().entityCount(), 1U);
+    EXPECT_EQ(NameSearch(drawing()).find(QStringLiteral("ip"), kMany).total, 1U);
+    plan().fitAll();
+    plan().placeNames();
+    plan().select(PlanObject{PlanObject::Kind::Entity, 0, {}});
+    QApplication::processEvents();
+    for (int i = 0; i < window->properties().topLevelItemCount(); ++i) {
+        EXPECT_LE(window->properties().topLevelItem(i)->text(1).size(), kLongest);
+    }
+    const auto* view = window->table().findChild<QTableView*>();
+    ASSERT_NE(view, nullptr);
+    for (int column = 0; column < view->model()->columnCount(); ++column) {
+        EXPECT_LE(view->model()->index(0, column).data().toString().size(), kLongest) << column;
+    }
+    EXPECT_TRUE(window->table().copied().contains(name));
+    EXPECT_TRUE(shownName(name.toStdString()).endsWith(QChar(0x2026)));
+    EXPECT_EQ(shownName("KP1"), QStringLiteral("KP1"));
 }
 
 } // namespace

@@ -128,6 +128,62 @@ TEST_F(Saving, NothingReplacesTheFileThatWasImportedOrItsLog) {
     EXPECT_NE(content(source), "somebody's");
 }
 
+TEST_F(Saving, APrintIntoAFileReplacesNoMoreThanAPdfDoesAndTellsAFullDisk) {
+    const QString drawing = saved("a.gpkg");
+    const QString source = folder.path(QStringLiteral("cadastral.sim"));
+    const QString log = folder.path(QStringLiteral("cadastral_Input.log"));
+    const QString free = folder.path(QStringLiteral("printed.pdf"));
+    for (const QString& target : {drawing, source, log, QStringLiteral("/dev/full"), free}) {
+        const QByteArray before = target == drawing || target == source || target == log ? content(target) : "";
+        window->workbench().beforePaper = [&](PaperDialog& dialog) {
+            dialog.askPrinter = [&](QPrinter& printer, QWidget*) {
+                printer.setOutputFormat(QPrinter::PdfFormat);
+                printer.setOutputFileName(target);
+                return true;
+            };
+            EXPECT_EQ(dialog.print(), target == free) << target.toStdString();
+            EXPECT_TRUE(dialog.message().contains(target)) << dialog.message().toStdString();
+            return false;
+        };
+        window->workbench().showPaper(PaperKind::Plan);
+        if (!before.isEmpty()) {
+            EXPECT_EQ(content(target), before) << target.toStdString();
+        }
+    }
+    EXPECT_TRUE(content(free).startsWith("%PDF-"));
+}
+
+TEST_F(Saving, ALinkAtTheNameOfALogLeavesTheDrawingBehindItAsItIs) {
+    const QString drawing = saved("a.gpkg");
+    const QByteArray before = content(drawing);
+    const auto [soft, hard] = linksTo(drawing);
+    const QString road = folder.example(QStringLiteral("road.sim"));
+    const QString log = folder.path(QStringLiteral("road_Input.log"));
+    for (const QString& link : {soft, hard}) {
+        QFile::remove(log);
+        ASSERT_TRUE(QFile::rename(link, log));
+        import(road);
+        EXPECT_EQ(content(drawing), before) << link.toStdString();
+        EXPECT_TRUE(content(log).startsWith("-----")) << link.toStdString();
+    }
+    EXPECT_TRUE(window->saveDrawing());
+}
+
+TEST_F(Saving, WhereALogHasNoRoomTheOldOneStaysAndTheImportIsNoted) {
+    const QString source = folder.example(QStringLiteral("cadastral.sim"));
+    import(source);
+    const QString log = folder.path(QStringLiteral("cadastral_Input.log"));
+    const QByteArray before = content(log);
+    {
+        const FullDisk full(100);
+        Answers answers;
+        answers.accept().click(QStringLiteral("keep"));
+        window->openFile(source);
+    }
+    EXPECT_EQ(content(log), before);
+    EXPECT_EQ(window->session().drawing().imports().size(), 2U);
+}
+
 TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewhere) {
     const QString path = saved("a.gpkg");
     addLayerByAnotherProgram(path, "theirs");
@@ -144,6 +200,29 @@ TEST_F(Saving, WhatAnotherProgramImportedMeanwhileStaysAndTheOwnWorkGoesElsewher
 }
 
 // By any name that leads to it the open drawing is the same file, and "save as" is no way to lose what it holds.
+// Nothing is left to be written, and yet the drawing is in no file.
+TEST_F(Saving, AFileThatNoLongerHoldsTheUnchangedDrawingIsTold) {
+    const QString path = saved("a.gpkg");
+    const QByteArray whole = content(path);
+    const QString other = folder.path(QStringLiteral("b.gpkg"));
+    drawing::Drawing another;
+    another.addPoint({1.0, 2.0, 3.0}, 0);
+    ASSERT_TRUE(drawing::DrawingStore().save(other.toStdString(), another));
+    for (const QByteArray& now : {QByteArray("somebody's"), whole.left(5000), content(other)}) {
+        folder.write(QStringLiteral("a.gpkg"), now);
+        Answers answers;
+        answers.ok();
+        EXPECT_FALSE(window->saveDrawing()) << now.left(20).toStdString();
+        EXPECT_TRUE(answers.said.contains(path)) << answers.said.toStdString();
+        EXPECT_EQ(content(path), now);
+    }
+    folder.write(QStringLiteral("a.gpkg"), whole);
+    EXPECT_TRUE(window->saveDrawing());
+    QFile::remove(path);
+    EXPECT_TRUE(window->saveDrawing());
+    EXPECT_TRUE(holdsLayer(path, "0")) << "made anew";
+}
+
 TEST_F(Saving, SavingAsALinkToTheOpenDrawingIsSavingIt) {
     const QString path = saved("a.gpkg");
     const auto [link, hard] = linksTo(path);

@@ -10,8 +10,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace fenmark::sima {
@@ -247,6 +249,16 @@ TEST(LineSourceUtf16, MarksBehindTheFirstAreText) {
         }
         EXPECT_TRUE(linesOf(bytes, Encoding::Utf16Le) == std::vector<std::string>{utf8}) << place;
     }
+}
+
+TEST(LineSource, WaitsForNoDeviceOrPipe) {
+    if (!std::filesystem::exists("/dev/zero")) {
+        GTEST_SKIP() << "no such device here";
+    }
+    LineSource source(Encoding::Cp932);
+    EXPECT_FALSE(source.open("/dev/zero"));
+    EXPECT_EQ(source.openError(), std::errc::invalid_argument);
+    EXPECT_EQ(chooseEncoding("/dev/zero").encoding, Encoding::Cp932);
 }
 
 TEST(LineSourceLimit, ALineUpToTheLimitIsALineAndOneBeyondIsTold) {

@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <string>
 #include <system_error>
+#include <utility>
 
 namespace fenmark::sima {
 
@@ -148,9 +151,28 @@ TEST(SimaLog, RaisesWhenItsFileCannotBeWritten) {
     if (std::filesystem::exists("/dev/full")) {
         SimaLog full;
         full.finished(1);
-        std::filesystem::create_symlink("/dev/full", folder.at("full_Input.log"));
-        full.setFileName(folder.at("full.sim"));
+        full.setFile("/dev/full");
         EXPECT_THROW(full.writeAll(), std::system_error);
+    }
+}
+
+TEST(SimaLog, TakesTheNameBesideItsInputAndLeavesWhatALinkThereLedTo) {
+    const TemporaryFolder folder;
+    const std::string other = folder.write("other.txt", "somebody's");
+    SimaLog log;
+    log.finished(1);
+    for (const auto& [file, isHard] : {std::pair("soft", false), std::pair("hard", true)}) {
+        log.setFileName(folder.at(std::string(file) + ".sim"));
+        if (isHard) {
+            std::filesystem::create_hard_link(other, log.fileName());
+        } else {
+            std::filesystem::create_symlink(other, log.fileName());
+        }
+        log.writeAll();
+        log.appendLines({"behind"});
+        EXPECT_EQ(readFile(other), "somebody's") << file;
+        EXPECT_FALSE(std::filesystem::is_symlink(log.fileName()));
+        EXPECT_NE(readFile(log.fileName()).find("behind"), std::string::npos);
     }
 }
 

@@ -26,7 +26,8 @@ namespace {
 
 constexpr double kEquator = 40075016.686; // metres, of the sphere of web maps
 constexpr int kTilePixels = 256;
-constexpr int kMostTiles = 400; // in one picture; more, and a coarser zoom is taken
+constexpr double kMostTiles = 400.0;                  // in one picture; more, and a coarser zoom is taken
+constexpr qsizetype kTileRoom = qsizetype{512} << 20; // bytes of tiles that are kept, which is room for one picture
 constexpr double kDegree = std::numbers::pi / 180.0;
 
 QColor shapeInk() {
@@ -101,7 +102,7 @@ TileRange tilesInView(const exchange::PlaneZone& zone, const drawing::Extent& vi
     return {whole(west), whole(east), whole(north), whole(south)};
 }
 
-void paintTiles(QPainter& painter, const ViewTransform& view, TileSource& tiles, int zoneNumber) {
+void paintTiles(QPainter& painter, const ViewTransform& view, TileSource& tiles, int zoneNumber, double mostTiles) {
     const exchange::PlaneZone zone(zoneNumber);
     const drawing::Extent visible = view.visible();
     const auto middle = zone.geographic((visible.minX + visible.maxX) / 2.0, (visible.minY + visible.maxY) / 2.0);
@@ -114,10 +115,10 @@ void paintTiles(QPainter& painter, const ViewTransform& view, TileSource& tiles,
     int zoom = static_cast<int>(
         std::clamp(wanted, static_cast<double>(tiles.minZoom()), static_cast<double>(tiles.maxZoom())));
     TileRange range = tilesInView(zone, visible, zoom);
-    while (range.count() > kMostTiles && zoom > tiles.minZoom()) {
+    while (range.count() > mostTiles && zoom > tiles.minZoom()) {
         range = tilesInView(zone, visible, --zoom);
     }
-    if (range.count() > kMostTiles) {
+    if (range.count() > mostTiles) {
         return; // all tiles together would be a dot
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -198,8 +199,18 @@ BackgroundRead Background::add(const QString& path, int zone) {
     if (read.error == BackgroundError::None) {
         layer.shapes = read.shapes;
         layers_.push_back(std::move(layer));
+        for (const BackgroundLayer& each : layers_) {
+            if (each.tiles) {
+                each.tiles->keepWithin(kTileRoom / tileLayers());
+            }
+        }
     }
     return read;
+}
+
+qsizetype Background::tileLayers() const {
+    return std::count_if(layers_.begin(), layers_.end(),
+                         [](const BackgroundLayer& layer) { return layer.tiles != nullptr; });
 }
 
 void Background::paint(QPainter& painter, const ViewTransform& view, int zone, double strength) const {
@@ -207,7 +218,7 @@ void Background::paint(QPainter& painter, const ViewTransform& view, int zone, d
     for (const bool pictures : {true, false}) { // shapes lie on the pictures
         for (const BackgroundLayer& layer : layers_) {
             if (pictures && layer.tiles && zone > 0) {
-                paintTiles(painter, view, *layer.tiles, zone);
+                paintTiles(painter, view, *layer.tiles, zone, kMostTiles / static_cast<double>(tileLayers()));
             } else if (!pictures && !layer.tiles) {
                 paintShapes(painter, view, layer.shapes);
             }

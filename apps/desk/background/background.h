@@ -40,6 +40,9 @@ class Background {
     void paint(QPainter& painter, const ViewTransform& view, int zone, double strength) const;
 
   private:
+    // They share the tiles of a picture and the room for them.
+    [[nodiscard]] qsizetype tileLayers() const;
+
     std::vector<BackgroundLayer> layers_;
 };
 

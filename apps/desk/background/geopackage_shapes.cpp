@@ -168,6 +168,7 @@ BackgroundRead readGeoPackage(const std::string& path, int zone) {
         return read;
     }
     try {
+        drawing::requireReadable(path);
         Connection connection(path, drawing::modeToRead(path));
         std::vector<Layer> layers;
         {
@@ -199,8 +200,8 @@ BackgroundRead readGeoPackage(const std::string& path, int zone) {
         }
     } catch (const drawing::StoreFailure& failure) {
         read.shapes = {};
-        read.error =
-            failure.failure == Failure::NotFound ? BackgroundError::NotReadable : BackgroundError::NotThisFormat;
+        const bool isThere = failure.failure != Failure::NotFound && failure.failure != Failure::NotReadable;
+        read.error = isThere ? BackgroundError::NotThisFormat : BackgroundError::NotReadable;
         read.detail = failure.detail.english;
     }
     return read;

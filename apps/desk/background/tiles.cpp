@@ -1,6 +1,7 @@
 // Image tiles of a web map from this machine.
 #include "desk/background/tiles.h"
 
+#include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
 #include <QBuffer>
@@ -17,9 +18,10 @@ using drawing::Statement;
 
 namespace {
 
-constexpr int kCachedTiles = 300;
 constexpr int kDeepestZoom = 24;
-constexpr int kLargestTile = 2048; // pixels of a side: a small file may hold a picture that fills the memory
+constexpr int kLargestTile = 1024; // pixels of a side: a small file may hold a picture that fills the memory
+constexpr int kFinestTile = 512;   // pixels of a side: more than that is not seen
+constexpr qsizetype kUnit = 1024;  // bytes that the cache counts as one
 constexpr const char* kSuffixes[] = {"png", "jpg", "jpeg"};
 
 // Files of the format keep their tiles in one table, or, where many are alike, in two.
@@ -37,12 +39,18 @@ constexpr Queries kQueries[] = {
 
 QImage readPicture(QImageReader& reader) {
     const QSize size = reader.size();
-    return size.isValid() && size.width() <= kLargestTile && size.height() <= kLargestTile ? reader.read() : QImage();
+    if (!size.isValid() || size.width() > kLargestTile || size.height() > kLargestTile) {
+        return {};
+    }
+    if (size.width() > kFinestTile || size.height() > kFinestTile) {
+        reader.setScaledSize(size.scaled(kFinestTile, kFinestTile, Qt::KeepAspectRatio));
+    }
+    return reader.read();
 }
 
 } // namespace
 
-TileSource::TileSource() : cache_(kCachedTiles) {}
+TileSource::TileSource() = default;
 TileSource::~TileSource() = default;
 
 std::unique_ptr<TileSource> TileSource::open(const QString& path) {
@@ -68,6 +76,7 @@ bool TileSource::openFolder(const QString& path) {
 
 bool TileSource::openFile(const QString& path) {
     try {
+        drawing::requireReadable(path.toStdString());
         connection_ = std::make_unique<Connection>(path.toStdString(), Connection::Mode::Read);
     } catch (const drawing::StoreFailure&) {
         return false;
@@ -94,8 +103,12 @@ QImage TileSource::tile(int zoom, int column, int row) {
         return *kept;
     }
     const QImage read = readTile(zoom, column, row);
-    cache_.insert(key, new QImage(read)); // also that there is none
+    cache_.insert(key, new QImage(read), 1 + read.sizeInBytes() / kUnit); // also that there is none
     return read;
+}
+
+void TileSource::keepWithin(qsizetype bytes) {
+    cache_.setMaxCost(bytes / kUnit);
 }
 
 QImage TileSource::readTile(int zoom, int column, int row) {

@@ -27,6 +27,8 @@ class TileSource {
     [[nodiscard]] int maxZoom() const { return maxZoom_; }
     // Rows count from the north, as web maps number them. Null where there is no tile.
     [[nodiscard]] QImage tile(int zoom, int column, int row);
+    // Keeps no more pictures that were read than have room in so many bytes.
+    void keepWithin(qsizetype bytes);
 
   private:
     TileSource();

@@ -14,7 +14,7 @@ std::optional<Sheet> lotSheet(const drawing::Drawing& drawing, const PlanIndex& 
         return std::nullopt;
     }
     Sheet sheet;
-    sheet.title = fromUtf8(table->subject);
+    sheet.title = shownName(table->subject);
     for (const exchange::report::Column& column : table->columns) {
         sheet.columns << fromUtf8(column.title);
     }
@@ -22,7 +22,7 @@ std::optional<Sheet> lotSheet(const drawing::Drawing& drawing, const PlanIndex& 
         for (const std::vector<std::string>& row : group) {
             QStringList cells;
             for (const std::string& cell : row) {
-                cells << fromUtf8(cell);
+                cells << shownName(cell);
             }
             sheet.rows.push_back(cells);
         }

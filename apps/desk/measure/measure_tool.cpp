@@ -287,7 +287,7 @@ void MeasureTool::paint(QPainter& painter, const ViewTransform& view, const QFon
     paintMark(painter, meant_->kind, at);
     QString text = texts_(nameOf(meant_->kind));
     if (!meant_->name.empty()) {
-        text += QLatin1Char(' ') + fromUtf8(meant_->name);
+        text += QLatin1Char(' ') + shownName(meant_->name);
     }
     const QSizeF size = sizeOf(painter, text);
     const QSizeF away(12.0, 10.0); // of the text's near corner from the middle of the mark

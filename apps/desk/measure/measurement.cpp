@@ -37,7 +37,7 @@ QString angleText(double azimuth) {
 
 QString nameOf(std::span<const Snap> places, std::size_t index) {
     const std::string& name = places[index].name;
-    return name.empty() ? QString::number(index + 1) : fromUtf8(name);
+    return name.empty() ? QString::number(index + 1) : shownName(name);
 }
 
 } // namespace
@@ -196,7 +196,7 @@ Sheet placeSheet(const Drawing& drawing, std::span<const PickedPlace> places, co
             std::isinf(on->radius)
                 ? texts(Text::Infinite)
                 : QStringLiteral("%1 (%2)").arg(metres(on->radius), texts(on->turnsRight ? Text::Right : Text::Left));
-        row << fromUtf8(exchange::trimmedName(line.name)) << stakeName(on->station) << metres(on->station)
+        row << shownName(exchange::trimmedName(line.name)) << stakeName(on->station) << metres(on->station)
             << (metres(on->offset) == QStringLiteral("0.000") ? metres(0.0) : side.arg(metres(std::abs(on->offset))))
             << elementName(line.elements[on->element], texts) << radius << angleText(on->azimuth);
         sheet.rows.push_back(row);

@@ -123,7 +123,7 @@ void PaperDialog::makeForm(QFormLayout& form, const PaperStart& start) {
     kind_->setCurrentIndex(static_cast<int>(start.kind));
     alignment_ = combo(WorkText::PaperOf, "alignment");
     for (std::size_t i = 0; i < drawing_.alignmentCount(); ++i) {
-        alignment_->addItem(fromUtf8(exchange::trimmedName(drawing_.alignment(i).name)));
+        alignment_->addItem(shownName(exchange::trimmedName(drawing_.alignment(i).name)));
     }
     alignment_->setCurrentIndex(start.alignment < drawing_.alignmentCount() ? static_cast<int>(start.alignment) : 0);
     paper_ = combo(WorkText::PaperSize, "size");
@@ -349,6 +349,10 @@ bool PaperDialog::savePdf() {
     if (file.isEmpty()) {
         return false;
     }
+    return savePdfAs(file);
+}
+
+bool PaperDialog::savePdfAs(const QString& file) {
     if (const std::optional<Text> refused = targetRefusal(drawing_, file)) {
         message_->setVisible(true);
         message_->setText(texts_(*refused).arg(QDir::toNativeSeparators(file)));
@@ -377,6 +381,9 @@ bool PaperDialog::print() {
     printer.setDocName(proposal_);
     if (!askPrinter(printer, this)) {
         return false;
+    }
+    if (!printer.outputFileName().isEmpty()) {
+        return savePdfAs(printer.outputFileName()); // the toolkit would write over any file, and tells no full disk
     }
     const Outcome printed = printPages(plot_, printer);
     message_->setVisible(!printed);

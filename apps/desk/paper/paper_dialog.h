@@ -58,6 +58,7 @@ class PaperDialog : public QDialog {
     void refresh();
     void showState();
     void drawPreview();
+    bool savePdfAs(const QString& file);
     [[nodiscard]] PaperJob job() const;
     [[nodiscard]] QString wrongField() const; // what is no number where one is wanted; empty if nothing
     [[nodiscard]] PaperKind kind() const { return static_cast<PaperKind>(kind_->currentIndex()); }

@@ -103,7 +103,7 @@ void nameAlignment(QPainter& painter, const ViewTransform& view, const Alignment
     bold.setBold(true);
     bold.setPointSizeF(bold.pointSizeF() + 1.0);
     painter.setFont(bold);
-    const QString name = fromUtf8(alignment.name).trimmed();
+    const QString name = shownName(alignment.name).trimmed();
     const PlanPoint& start = alignment.elements.front().start;
     const double width = painter.fontMetrics().horizontalAdvance(name);
     for (const QPointF& shift : {QPointF(8.0, 18.0), QPointF(8.0, -8.0), QPointF(-8.0 - width, 18.0)}) {

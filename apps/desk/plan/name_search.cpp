@@ -18,10 +18,20 @@ using drawing::EntityView;
 
 namespace {
 
+// The time that takes grows with the square of the accents in a row, so that endless names are taken in pieces.
+QString normalized(const QString& text) {
+    constexpr qsizetype kPiece = 500; // characters
+    QString all;
+    for (qsizetype at = 0; at < text.size(); at += kPiece) {
+        all += text.mid(at, kPiece).normalized(QString::NormalizationForm_KC);
+    }
+    return all;
+}
+
 void appendFolded(std::string& out, std::string_view name) {
     name = sima::trim(name);
     if (!sima::isAscii(name)) {
-        out += fromUtf8(name).normalized(QString::NormalizationForm_KC).toCaseFolded().trimmed().toStdString();
+        out += normalized(fromUtf8(name)).toCaseFolded().trimmed().toStdString();
         return;
     }
     out += asciiLower(name);

@@ -126,7 +126,7 @@ std::vector<std::array<QRgb, kFigureStyles>> inksByLayer(const std::vector<drawi
 }
 
 QString nameOf(const EntityView& entity) {
-    return entity.row ? fromUtf8(entity.row->name).trimmed() : QString();
+    return entity.row ? shownName(entity.row->name).trimmed() : QString();
 }
 
 } // namespace

@@ -15,6 +15,16 @@ QString fromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString shownName(std::string_view name) {
+    constexpr qsizetype kMost = 500; // characters
+    QString text = fromUtf8(name);
+    if (text.size() > kMost) {
+        text.truncate(text.at(kMost - 1).isHighSurrogate() ? kMost - 1 : kMost);
+        text += QChar(0x2026);
+    }
+    return text;
+}
+
 QString asWritten(const QString& text) {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }

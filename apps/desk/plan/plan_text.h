@@ -19,6 +19,10 @@ inline constexpr double kLabelMarginPixels = 60.0;
 
 QString fromUtf8(std::string_view text);
 
+// A name as it is shown: the end of one that no view has room for is left out. The time that letters take to be set
+// grows with the square of the accents in a row.
+QString shownName(std::string_view name);
+
 // For a tip, which would take a name such as "<img src=...>" for marked-up text, and read the file that it names.
 QString asWritten(const QString& text);
 

@@ -33,7 +33,7 @@ QStringList CrossSectionView::names() const {
     QStringList names;
     for (std::size_t i = 0; i < count(); ++i) {
         const CrossSection& other = model_.resultsOf(*alignment_).sections[i];
-        names << (other.name.empty() ? stakeName(other.station) : fromUtf8(other.name));
+        names << (other.name.empty() ? stakeName(other.station) : shownName(other.name));
     }
     return names;
 }
@@ -43,7 +43,7 @@ QString CrossSectionView::title() const {
     if (shown == nullptr) {
         return {};
     }
-    return shown->name.empty() ? stakeName(shown->station) : fromUtf8(shown->name);
+    return shown->name.empty() ? stakeName(shown->station) : shownName(shown->name);
 }
 
 void CrossSectionView::show(std::optional<std::size_t> alignment, const std::optional<PlanObject>& selected) {
@@ -165,7 +165,7 @@ std::optional<std::size_t> CrossSectionView::nearest(const QPointF& pixel) const
 QString CrossSectionView::describe(std::size_t result) const {
     const SectionPoint& point = section()->points[result];
     const QString text = workText(texts_, WorkText::PointedSection).arg(metres(point.offset), metres(point.height));
-    return point.name.empty() ? text : fromUtf8(point.name) + QStringLiteral("  ") + text;
+    return point.name.empty() ? text : shownName(point.name) + QStringLiteral("  ") + text;
 }
 
 void CrossSectionView::choose(std::size_t result) {

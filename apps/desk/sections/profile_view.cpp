@@ -134,7 +134,7 @@ void ProfileView::paintBand(QPainter& painter, const Inks& colours) {
         };
         upright(shift, metres(point.height));
         upright(shift + 1, metres(point.station));
-        upright(shift + 2, point.name.empty() ? stakeName(point.station) : fromUtf8(point.name));
+        upright(shift + 2, point.name.empty() ? stakeName(point.station) : shownName(point.name));
         const auto planned =
             std::lower_bound(planned_.begin(), planned_.end(), point.station - kSameStation,
                              [](const LongitudinalPoint& other, double station) { return other.station < station; });
@@ -209,7 +209,7 @@ std::optional<std::size_t> ProfileView::nearest(const QPointF& pixel) const {
 QString ProfileView::describe(std::size_t result) const {
     const LongitudinalPoint& point = ground_[result];
     return workText(texts_, WorkText::PointedProfile)
-        .arg(point.name.empty() ? stakeName(point.station) : fromUtf8(point.name), metres(point.station),
+        .arg(point.name.empty() ? stakeName(point.station) : shownName(point.name), metres(point.station),
              metres(point.height));
 }
 

@@ -1,10 +1,14 @@
 // fenmark-desk as a function.
 #include "desk/window/desk.h"
 
+#include "desk/paper/ask_target.h"
 #include "desk/window/end_watch.h"
 #include "desk/window/main_window.h"
+#include "exchange/output_file.h"
 
 #include <QApplication>
+#include <QBuffer>
+#include <QByteArray>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -15,6 +19,7 @@
 #include <cstdio>
 #include <exception>
 #include <optional>
+#include <ostream>
 #include <span>
 #include <string>
 #include <string_view>
@@ -109,12 +114,12 @@ Options parse(const std::vector<std::string>& arguments) {
             name.resize(name.find('='));
         }
         const bool takesValue = name == "--screenshot" || name == "--size" || name == "--lang";
-        if (takesValue && !value) {
-            if (i + 1 >= arguments.size()) {
-                options.wrong = name + " needs a value";
-                return options;
-            }
+        if (takesValue && !value && i + 1 < arguments.size()) {
             value = arguments[++i];
+        }
+        if (takesValue && value.value_or("").empty()) {
+            options.wrong = name + " needs a value";
+            return options;
         }
         if (name == "--help" || name == "-h") {
             options.help = true;
@@ -154,6 +159,11 @@ int fail(int code, const std::string& message) {
     return code;
 }
 
+int print(const char* text) {
+    const bool printed = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+    return printed ? 0 : fail(kNotDone, "the output cannot be written");
+}
+
 Language languageFor(const Options& options) {
     if (options.language) {
         return *options.language;
@@ -183,10 +193,19 @@ int takePicture(const Options& options) {
     window.plan().clearFocus();
     QApplication::processEvents();
     window.plan().placeNames();
-    if (!window.grab().toImage().save(QString::fromStdString(options.screenshot), "PNG")) {
+    if (const auto refused = targetRefusal(window.session().drawing(), QString::fromStdString(options.screenshot))) {
+        return fail(kNotDone, window.texts()(*refused).arg(QString::fromStdString(options.screenshot)).toStdString());
+    }
+    QByteArray bytes; // whole before the file is touched
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!window.grab().toImage().save(&buffer, "PNG")) {
         return fail(kNotDone, options.screenshot + ": cannot be written");
     }
-    return 0;
+    const Outcome written = exchange::writeFile(options.screenshot, [&](std::ostream& out) {
+        out.write(bytes.constData(), static_cast<std::streamsize>(bytes.size()));
+    });
+    return written ? 0 : fail(kNotDone, written.in(languageFor(options)));
 }
 
 int runWindow(const Options& options) {
@@ -223,12 +242,10 @@ void useJapaneseFonts() {
 int runDesk(int argc, char** argv) {
     const Options options = parse(std::vector<std::string>(argv + 1, argv + argc));
     if (options.help) {
-        std::fputs(kHelp, stdout);
-        return 0;
+        return print(kHelp);
     }
     if (options.version) {
-        std::puts("fenmark-desk " FENMARK_VERSION);
-        return 0;
+        return print("fenmark-desk " FENMARK_VERSION "\n");
     }
     if (!options.wrong.empty()) {
         return fail(kWrongUsage, options.wrong + " (--help tells the usage)");

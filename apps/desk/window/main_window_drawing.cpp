@@ -361,7 +361,7 @@ void MainWindow::removeLayer(std::size_t layer) {
     if (session_.isRunning() || layer >= drawing.layers().size()) {
         return;
     }
-    const QString name = fromUtf8(drawing.layers()[layer].name);
+    const QString name = shownName(drawing.layers()[layer].name);
     if (session_.removeLayer(layer)) {
         drawingChanged();
         return;
@@ -493,7 +493,7 @@ void MainWindow::pointerMoved(double x, double y) {
     const double offset = nearest->at.offset;
     station_->setText(
         texts_(Text::StatusStation)
-            .arg(fromUtf8(session_.drawing().alignment(nearest->alignment).name), stakeName(nearest->at.station),
+            .arg(shownName(session_.drawing().alignment(nearest->alignment).name), stakeName(nearest->at.station),
                  metres(nearest->at.station),
                  texts_(offset < 0.0 ? Text::OffsetLeft : Text::OffsetRight).arg(metres(std::abs(offset)))));
 }

@@ -76,7 +76,7 @@ void MainWindow::showRecord(qint64 number) {
         return;
     }
     if (hasChangedSince(*import, source)) {
-        command_->say(texts_(Text::FileChanged).arg(fromUtf8(import->fileName)));
+        command_->say(texts_(Text::FileChanged).arg(shownName(import->fileName)));
     }
     if (const auto object = objectOfRecord(session_.drawing(), madeBy(session_.drawing(), *import), excerpt->record)) {
         showObject(*object);
@@ -90,7 +90,7 @@ Again MainWindow::askAgain(const Import& earlier) {
     const QDateTime time = QDateTime::fromString(QString::fromStdString(earlier.time), Qt::ISODate).toLocalTime();
     QMessageBox box(
         QMessageBox::Question, QStringLiteral("Fenmark Desk"),
-        texts_(Text::AgainQuestion).arg(fromUtf8(earlier.fileName), time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
+        texts_(Text::AgainQuestion).arg(shownName(earlier.fileName), time.toString(QStringLiteral("yyyy-MM-dd HH:mm"))),
         QMessageBox::NoButton, this);
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(texts_(Text::AgainInfo));
@@ -120,7 +120,7 @@ void MainWindow::settleAgain(const CommandRun& run) {
     if (earlier == imports.end()) {
         return;
     }
-    const QString name = fromUtf8(earlier->fileName);
+    const QString name = shownName(earlier->fileName);
     switch (askAgain(*earlier)) {
     case Again::Add:
         return;

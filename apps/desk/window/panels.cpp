@@ -55,7 +55,7 @@ void alignNumbers(QTreeWidgetItem* item) {
 
 QTreeWidgetItem* alignmentItem(const Alignment& alignment, std::size_t index, const Texts& texts) {
     auto* item = new QTreeWidgetItem(
-        {fromUtf8(alignment.name), metres(alignment.length()), QString(), metres(alignment.startStation)});
+        {shownName(alignment.name), metres(alignment.length()), QString(), metres(alignment.startStation)});
     item->setData(0, kAlignmentRole, static_cast<qulonglong>(index));
     alignNumbers(item);
     QList<QTreeWidgetItem*> elements;
@@ -124,7 +124,7 @@ void SitesPanel::fill(const Drawing& drawing) {
         (site ? below[*site] : rootless).append(alignments_[a]);
     }
     for (std::size_t s = 0; s < below.size(); ++s) {
-        auto* item = new QTreeWidgetItem({fromUtf8(drawing.sites()[s].name)});
+        auto* item = new QTreeWidgetItem({shownName(drawing.sites()[s].name)});
         QFont bold = font();
         bold.setBold(true);
         item->setFont(0, bold);
@@ -194,7 +194,7 @@ void LayersPanel::fill(const Drawing& drawing, bool showAll) {
     for (std::size_t i = 0; i < drawing.layers().size(); ++i) {
         const drawing::Layer& layer = drawing.layers()[i];
         ids_.push_back(layer.id.asUint64());
-        auto* item = new QListWidgetItem(fromUtf8(layer.name), this);
+        auto* item = new QListWidgetItem(shownName(layer.name), this);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
         item->setCheckState(before.contains(ids_.back()) ? Qt::Unchecked : Qt::Checked);
         item->setToolTip(texts_(Text::LayerObjects).arg(counts[i]));

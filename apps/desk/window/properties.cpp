@@ -55,7 +55,7 @@ void addEntity(Sheet& sheet, const Drawing& drawing, std::size_t index) {
     const EntityView entity = drawing.entity(index);
     sheet.heading(sheet.text(entity.isPoint() ? Text::Point : entity.closed ? Text::ClosedPolyline : Text::Polyline));
     sheet.add(Text::Identifier, QString::number(entity.id.asUint64()));
-    sheet.add(Text::Layer, fromUtf8(entity.layer));
+    sheet.add(Text::Layer, shownName(entity.layer));
     if (entity.isPoint()) {
         sheet.add(Text::CoordinateX, metres(entity.position().y));
         sheet.add(Text::CoordinateY, metres(entity.position().x));
@@ -71,23 +71,23 @@ void addEntity(Sheet& sheet, const Drawing& drawing, std::size_t index) {
         sheet.heading(sheet.text(Text::Table) + QLatin1Char(' ') + sheet.text(Text::NoRow));
         return;
     }
-    sheet.heading(sheet.text(Text::Table) + QStringLiteral(": ") + fromUtf8(entity.row->table));
+    sheet.heading(sheet.text(Text::Table) + QStringLiteral(": ") + shownName(entity.row->table));
     sheet.add(Text::RowNo, QString::number(entity.row->no));
-    sheet.add(Text::RowName, fromUtf8(entity.row->name));
-    sheet.add(Text::RowType, fromUtf8(entity.row->type));
-    sheet.add(Text::RowFile, fromUtf8(entity.row->fileName));
+    sheet.add(Text::RowName, shownName(entity.row->name));
+    sheet.add(Text::RowType, shownName(entity.row->type));
+    sheet.add(Text::RowFile, shownName(entity.row->fileName));
 }
 
 void addAlignment(Sheet& sheet, const Drawing& drawing, const Alignment& alignment) {
     sheet.heading(sheet.text(Text::Alignment));
-    sheet.add(Text::ColumnName, fromUtf8(alignment.name));
+    sheet.add(Text::ColumnName, shownName(alignment.name));
     sheet.add(Text::Identifier, QString::number(alignment.id.asUint64()));
     if (const auto site = drawing.findSite(alignment.site)) {
-        sheet.add(Text::Site, fromUtf8(drawing.sites()[*site].name));
+        sheet.add(Text::Site, shownName(drawing.sites()[*site].name));
     }
-    sheet.add(Text::Layer, fromUtf8(alignment.layer));
+    sheet.add(Text::Layer, shownName(alignment.layer));
     if (!alignment.description.empty()) {
-        sheet.add(Text::Description, fromUtf8(alignment.description));
+        sheet.add(Text::Description, shownName(alignment.description));
     }
     sheet.add(Text::Length, metres(alignment.length()) + QStringLiteral(" m"));
     sheet.add(Text::StartStation, metres(alignment.startStation));
@@ -200,13 +200,13 @@ QString objectTitle(const Drawing& drawing, const PlanObject& object, const Text
         const QString kind = object.element ? elementName(alignment.elements[*object.element], texts) +
                                                   QStringLiteral(" %1").arg(*object.element + 1)
                                             : texts(Text::Alignment);
-        return QStringLiteral("%1 (%2)").arg(fromUtf8(alignment.name).trimmed(), kind);
+        return QStringLiteral("%1 (%2)").arg(shownName(alignment.name).trimmed(), kind);
     }
     const EntityView entity = drawing.entity(object.index);
     if (!entity.row) {
         return texts(entity.isPoint() ? Text::Point : entity.closed ? Text::ClosedPolyline : Text::Polyline);
     }
-    return QStringLiteral("%1 (%2)").arg(fromUtf8(entity.row->name).trimmed(), fromUtf8(entity.row->type));
+    return QStringLiteral("%1 (%2)").arg(shownName(entity.row->name).trimmed(), shownName(entity.row->type));
 }
 
 QString kindName(const Drawing& drawing, const PlanObject& object, const Texts& texts) {

@@ -123,8 +123,13 @@ QVariant SelectionModel::data(const QModelIndex& index, int role) const {
     const QVariant value = wanted.kind == PlanObject::Kind::Entity
                                ? entityCell(drawing_->entity(wanted.index), index.column())
                                : alignmentCell(wanted, index.column());
-    const bool metre = index.column() >= X && index.column() <= Size;
-    return role == Qt::DisplayRole && metre && value.isValid() ? QVariant(metres(value.toDouble())) : value;
+    if (role != Qt::DisplayRole || !value.isValid()) {
+        return value;
+    }
+    if (index.column() >= X && index.column() <= Size) {
+        return metres(value.toDouble());
+    }
+    return isNumber(index.column()) ? value : QVariant(shownName(value.toString().toStdString()));
 }
 
 QVariant SelectionModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -211,7 +216,8 @@ QString SelectionTable::copied() const {
         cells.clear();
         for (int column = 0; column < SelectionModel::Columns; ++column) {
             // A tab or an end of line in a name would begin another cell.
-            cells.append(sorted_->index(row, column).data().toString().simplified());
+            const int role = isNumber(column) ? Qt::DisplayRole : Qt::UserRole; // names whole
+            cells.append(sorted_->index(row, column).data(role).toString().simplified());
         }
         lines.append(cells.join(QLatin1Char('\t')));
     }

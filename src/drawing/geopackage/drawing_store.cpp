@@ -320,7 +320,13 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
         return usable;
     }
     if (!hasChanges(drawing)) {
-        return {};
+        // There is nothing to write if the file still is what was opened or saved.
+        return guarded(path, [&] {
+            Connection connection(path, modeToRead(path));
+            if (DrawingReader::readHead(connection).stamp != stamp_) {
+                throw StoreFailure{Failure::ChangedOutside, {}};
+            }
+        });
     }
     if (Outcome usable = guarded(path, [&] { requireWritable(path); }); !usable) {
         return usable;

@@ -1,6 +1,7 @@
 // The import log.
 #include "sima/log/sima_log.h"
 
+#include "platform/files.h"
 #include "sima/records/import_options.h"
 #include "sima/text/cp932.h"
 #include "sima/text/path.h"
@@ -8,6 +9,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <utility>
 
 namespace fenmark::sima {
 
@@ -17,12 +19,15 @@ constexpr std::string_view kBanner = "----- Brindlow　Version1.0 -----\n";
 constexpr std::string_view kErrorRule = "ERROR --------------------------------------------------------";
 constexpr std::string_view kClosingRule = "--------------------------------------------------------------";
 
+} // namespace
+
 // Gathers encoded lines and writes them in large pieces.
 class LogFile {
   public:
-    LogFile(const std::string& name, std::ios::openmode mode) : name_(name) {
+    // A failure names the log by the name that it is to bear.
+    LogFile(const std::string& path, std::ios::openmode mode, std::string name) : name_(std::move(name)) {
         errno = 0;
-        file_.open(pathOf(name), mode | std::ios::out | std::ios::binary);
+        file_.open(pathOf(path), mode | std::ios::out | std::ios::binary);
         check();
     }
 
@@ -62,8 +67,6 @@ class LogFile {
     std::ofstream file_;
     std::string buffer_;
 };
-
-} // namespace
 
 void SimaLog::coordinateBegin(std::int32_t line) {
     lines_.append(LineKind::CoordinateBegin, line);
@@ -164,28 +167,54 @@ void SimaLog::errorBlock(std::string_view firstText, std::string_view secondText
 void SimaLog::setFileName(std::string_view path) {
     fileName_ = withoutLastCharacters(path, 4);
     fileName_ += "_Input.log";
+    isBesideInput_ = true;
+}
+
+void SimaLog::setFile(std::string_view path) {
+    fileName_ = path;
+    isBesideInput_ = false;
+}
+
+void SimaLog::appendErrors(LogFile& file) const {
+    for (std::size_t i = 0; i < errors_.size(); ++i) {
+        file.writeLine(errors_[i]);
+    }
+}
+
+void SimaLog::writeAnew(const std::function<void(LogFile& file)>& write) const {
+    if (!isBesideInput_) {
+        LogFile file(fileName_, std::ios::trunc, fileName_);
+        write(file);
+        file.close();
+        return;
+    }
+    const auto check = [this](const std::error_code& error) {
+        if (error) {
+            throw LogFailure(error, fileName_);
+        }
+    };
+    platform::TemporaryFile temporary;
+    check(temporary.make(fileName_, platform::AtLink::Replace));
+    LogFile file(temporary.path(), std::ios::trunc, fileName_);
+    write(file);
+    file.close();
+    check(temporary.putInPlace());
 }
 
 void SimaLog::writeAll() const {
-    LogFile file(fileName_, std::ios::trunc);
-    file.writeLine(kBanner);
-    file.writeLines(lines_);
-    for (std::size_t i = 0; i < errors_.size(); ++i) {
-        file.writeLine(errors_[i]);
-    }
-    file.close();
+    writeAnew([this](LogFile& file) {
+        file.writeLine(kBanner);
+        file.writeLines(lines_);
+        appendErrors(file);
+    });
 }
 
 void SimaLog::writeErrorsOnly() const {
-    LogFile file(fileName_, std::ios::trunc);
-    for (std::size_t i = 0; i < errors_.size(); ++i) {
-        file.writeLine(errors_[i]);
-    }
-    file.close();
+    writeAnew([this](LogFile& file) { appendErrors(file); });
 }
 
 void SimaLog::appendLines(const std::vector<std::string>& lines) const {
-    LogFile file(fileName_, std::ios::app);
+    LogFile file(fileName_, std::ios::app, fileName_);
     for (const std::string& line : lines) {
         file.writeLine(line);
     }

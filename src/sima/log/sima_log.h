@@ -5,6 +5,7 @@
 #include "sima/log/text_list.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -17,6 +18,8 @@ class LogFailure : public std::system_error {
   public:
     using std::system_error::system_error;
 };
+
+class LogFile;
 
 class SimaLog {
   public:
@@ -45,9 +48,10 @@ class SimaLog {
     // The path less its last four characters, with "_Input.log" behind it.
     void setFileName(std::string_view path);
     // Another file in its place, of any name: for a program that moves the log beside its input later.
-    void setFile(std::string_view path) { fileName_ = path; }
+    void setFile(std::string_view path);
 
-    // These three raise LogFailure if the file cannot be created or written.
+    // These three raise LogFailure if the file cannot be created or written. Beside its input the log takes the place of
+    // what bore its name, a link too, and on a failure leaves it as it was.
     void writeAll() const;
     void writeErrorsOnly() const;
     void appendLines(const std::vector<std::string>& lines) const;
@@ -58,10 +62,13 @@ class SimaLog {
   private:
     void appendAlignment(LineKind kind, std::string_view alignmentName);
     void appendResult(bool ok, std::int32_t pointCount, LineKind failed);
+    void appendErrors(LogFile& file) const;
+    void writeAnew(const std::function<void(LogFile& file)>& write) const;
 
     ProcessLines lines_;
     TextList errors_;
     std::string fileName_;
+    bool isBesideInput_ = true;
     std::int32_t errorCount_ = 0;
 };
 

@@ -27,8 +27,13 @@ bool LineSource::open(std::string_view path) {
     path_ = path;
     const std::filesystem::path file = pathOf(path);
     std::error_code error;
-    if (std::filesystem::is_directory(file, error)) {
+    const std::filesystem::file_status status = std::filesystem::status(file, error);
+    if (std::filesystem::is_directory(status)) {
         openError_ = std::make_error_code(std::errc::is_a_directory);
+        return false;
+    }
+    if (std::filesystem::is_other(status)) { // a pipe would be waited for, and a device may never end
+        openError_ = std::make_error_code(std::errc::invalid_argument);
         return false;
     }
     errno = 0;

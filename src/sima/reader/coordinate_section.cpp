@@ -71,7 +71,11 @@ void readPoint(FilePass& file, std::size_t firstOfSection) {
     const Record record = file.record();
     SimaPoint point;
     if (readPlainPoint(record.fields, point) && !points.hasFrom(firstOfSection, point.number)) {
-        doubtPoint(file, firstOfSection, point, true);
+        // No others in plain form can be doubtful.
+        const bool hasZero = point.x == 0.0 || point.y == 0.0 || (point.z == 0.0 && !record.fields[5].empty());
+        if (hasZero || firstOfSection > 0) {
+            doubtPoint(file, firstOfSection, point, true);
+        }
         points.append(std::move(point));
         return;
     }

@@ -6,12 +6,14 @@
 #include "host/adapter/host_adapter.h"
 #include "module/map_modules.h"
 #include "module/thread_locale.h"
+#include "sima/records/doubts.h"
 #include "sima/records/station_equation.h"
 #include "sima/text/encoding_choice.h"
 #include "ui/dialogs/ui_dialogs.h"
 
 #include <QWidget>
 
+#include <cstddef>
 #include <cstdint>
 #include <iomanip>
 #include <limits>
@@ -136,6 +138,16 @@ void leaveResult(const sima::SimaReader& reader) {
     mirdane::mdedSetSystemText(mirdane::kImportedFileVariable, reader.openError ? std::string() : reader.filePath);
     mirdane::mdedSetSystemText(mirdane::kCountsVariable, counts);
     mirdane::mdedSetSystemText(mirdane::kPassedOverVariable, passedOver);
+    std::string doubts;
+    for (std::size_t i = 0; i < sima::kDoubts; ++i) {
+        const auto doubt = static_cast<sima::Doubt>(i);
+        if (const sima::DoubtfulRecords& records = reader.doubts.of(doubt); records.count > 0) {
+            doubts += std::to_string(records.count) + ' ' + std::to_string(records.firstLine) + ' ';
+            doubts += sima::doubtName(doubt);
+            doubts += '\n';
+        }
+    }
+    mirdane::mdedSetSystemText(mirdane::kDoubtsVariable, doubts);
 }
 
 } // namespace
@@ -143,7 +155,7 @@ void leaveResult(const sima::SimaReader& reader) {
 void runFenmark() {
     for (const std::string_view name :
          {mirdane::kLogFileVariable, mirdane::kReadInVariable, mirdane::kImportedFileVariable, mirdane::kCountsVariable,
-          mirdane::kPassedOverVariable}) {
+          mirdane::kPassedOverVariable, mirdane::kDoubtsVariable}) {
         mirdane::mdedSetSystemText(name, {});
     }
     const std::string encoding = encodingSetting();

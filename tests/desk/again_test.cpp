@@ -137,6 +137,17 @@ TEST_F(DeskWindow, LinesThatWerePassedOverAreTold) {
         << window->command().said().toStdString();
 }
 
+TEST_F(DeskWindow, RecordsThatAreReadOtherwiseThanTheyLookAreTold) {
+    import(folder.write(QStringLiteral("a.sim"), "A00,\r\nA01,1,P,,2.0,,\r\nA01,2,Q,1.0,,,\r\nA01,3,R,--5,1.0,,\r\n"
+                                                 "A99,\r\n"));
+    const QString said = window->command().said();
+    EXPECT_TRUE(said.contains(QStringLiteral("2行目: XまたはYが空欄のため、0で読みました。ほかに1件")))
+        << said.toStdString();
+    EXPECT_TRUE(said.contains(QStringLiteral("4行目: 数値を、数値でない文字の前までで読みました")))
+        << said.toStdString();
+    EXPECT_FALSE(said.contains(QStringLiteral("しました。ほかに0件")));
+}
+
 TEST_F(DeskWindow, AnAlignmentOffItsPointsIsToldWithWhatMayMendIt) {
     // A short arc between clothoids of A = 120, whose chord in millimetres gives its tangents only roughly, on a slope.
     const char* const points[] = {"2000.000,1000.000", "2009.933,1049.003", "2028.415,1118.484",

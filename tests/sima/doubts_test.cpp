@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -144,6 +146,15 @@ TEST(Doubts, BelongToOnePass) {
     EXPECT_EQ(reader.doubts.of(Doubt::EmptyCoordinate).count, 1);
     ASSERT_EQ(reader.fullRead(plain, {}), 0);
     EXPECT_EQ(reader.doubts.of(Doubt::EmptyCoordinate).count, 0);
+}
+
+TEST(Doubts, AreFoundByTheirNames) {
+    for (std::size_t i = 0; i < kDoubts; ++i) {
+        const auto doubt = static_cast<Doubt>(i);
+        EXPECT_EQ(doubtNamed(doubtName(doubt)), doubt);
+    }
+    EXPECT_EQ(doubtNamed("empty"), std::nullopt);
+    EXPECT_EQ(doubtNamed(""), std::nullopt);
 }
 
 } // namespace fenmark::sima

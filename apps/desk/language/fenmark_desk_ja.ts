@@ -1096,6 +1096,16 @@ a drawing (.gpkg) here</source>
         <translation>%1行を読み飛ばしました: %2</translation>
     </message>
     <message>
+        <source>Line %1: %2</source>
+        <comment>DoubtfulRecord</comment>
+        <translation>%1行目: %2</translation>
+    </message>
+    <message>
+        <source>Line %1: %2; %3 more</source>
+        <comment>DoubtfulRecords</comment>
+        <translation>%1行目: %2。ほかに%3件</translation>
+    </message>
+    <message>
         <source>%1   %2   %3 errors</source>
         <comment>ImportRow</comment>
         <translation>%1　%2　エラー%3個</translation>

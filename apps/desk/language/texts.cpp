@@ -322,6 +322,8 @@ constexpr std::array kEntries{
     Entry{Text::AddButton, QT_TRANSLATE_NOOP3("desk", "&Add", "AddButton")},
     Entry{Text::Replaced, QT_TRANSLATE_NOOP3("desk", "Removed the objects of the earlier import of %1", "Replaced")},
     Entry{Text::PassedOver, QT_TRANSLATE_NOOP3("desk", "Lines passed over: %1 (%2)", "PassedOver")},
+    Entry{Text::DoubtfulRecord, QT_TRANSLATE_NOOP3("desk", "Line %1: %2", "DoubtfulRecord")},
+    Entry{Text::DoubtfulRecords, QT_TRANSLATE_NOOP3("desk", "Line %1: %2; %3 more", "DoubtfulRecords")},
     Entry{Text::ImportRow, QT_TRANSLATE_NOOP3("desk", "%1   %2   %3 errors", "ImportRow")},
     Entry{Text::ImportsBox, QT_TRANSLATE_NOOP3("desk", "Imports", "ImportsBox")},
     Entry{Text::FileChanged,

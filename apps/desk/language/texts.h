@@ -251,6 +251,8 @@ enum class Text : std::uint16_t {
     AddButton,
     Replaced,
     PassedOver,
+    DoubtfulRecord,
+    DoubtfulRecords,
     ImportRow,
     ImportsBox,
     FileChanged,

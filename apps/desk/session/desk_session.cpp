@@ -164,6 +164,7 @@ bool DeskSession::keepStep(StepKind kind, const Drawing::Mark& before) {
 void DeskSession::noteImport(CommandRun& run, std::uint64_t firstId) {
     run.file = modules_.systemText(mirdane::kImportedFileVariable);
     run.passedOver = modules_.systemText(mirdane::kPassedOverVariable);
+    run.doubts = modules_.systemText(mirdane::kDoubtsVariable);
     if (run.file.empty()) {
         return;
     }

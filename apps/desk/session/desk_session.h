@@ -38,6 +38,7 @@ struct CommandRun {
     std::string readIn;     // the encoding that the command read its file in, "UTF-8"; empty if it read none
     std::string file;       // that it read, whole path; empty if it read none
     std::string passedOver; // lines passed over: a line a kind, with number, tab and kind
+    std::string doubts;     // records taken otherwise than they look: a line a kind, with number, first line and name
     std::vector<drawing::MdDbObjectId> earlier; // imports of a file of that name, the last one last
     host::embedded::LayoutNotes notes;
 };

@@ -187,6 +187,7 @@ class MainWindow : public QMainWindow {
     Again askAgain(const drawing::Import& earlier);
     void settleAgain(const CommandRun& run);
     void sayPassedOver(const std::string& passedOver);
+    void sayDoubts(const std::string& doubts);
     bool hasChangedSince(const drawing::Import& import, const std::string& file);
     void showError(int step);
     // Shows what came since: at once where everything was in view, by a hint where something was being looked at.

@@ -174,6 +174,7 @@ void MainWindow::runModuleCommand(const QString& command, const QString& pending
         command_->say(texts_(Text::ReadIn).arg(QString::fromStdString(run.readIn)));
     }
     sayPassedOver(run.passedOver);
+    sayDoubts(run.doubts);
     sayNotes(run.notes);
     if (session_.drawing().entityCount() > entities || session_.drawing().alignmentCount() > alignments) {
         command_->say(texts_(Text::Added)

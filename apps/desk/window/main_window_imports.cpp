@@ -5,6 +5,7 @@
 #include "desk/plan/record_object.h"
 #include "drawing/file_digest.h"
 #include "drawing/imported_file.h"
+#include "sima/records/doubts.h"
 #include "sima/records/passed_over.h"
 
 #include <QDateTime>
@@ -13,7 +14,9 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <sstream>
 
 namespace fenmark::desk {
@@ -157,6 +160,19 @@ void MainWindow::sayPassedOver(const std::string& passedOver) {
                           .arg(detail.isEmpty() || kind == sima::PassedKind::Comment
                                    ? text
                                    : QStringLiteral("%1 (%2)").arg(text, detail)));
+    }
+}
+
+void MainWindow::sayDoubts(const std::string& doubts) {
+    std::istringstream lines(doubts);
+    std::int64_t count = 0;
+    std::int64_t line = 0;
+    for (std::string name; lines >> count >> line >> name;) {
+        if (const std::optional<sima::Doubt> doubt = sima::doubtNamed(name)) {
+            const QString text = fromUtf8(sima::doubtText(*doubt, texts_.language()));
+            command_->say(count > 1 ? texts_(Text::DoubtfulRecords).arg(line).arg(text).arg(count - 1)
+                                    : texts_(Text::DoubtfulRecord).arg(line).arg(text));
+        }
     }
 }
 

@@ -112,6 +112,9 @@ inline constexpr std::string_view kImportedFileVariable = "FENMARKIMPORTED";
 inline constexpr std::string_view kCountsVariable = "FENMARKCOUNTS";
 // The lines that the rules pass over in silence: for each kind a line with their number, a tab, and the kind.
 inline constexpr std::string_view kPassedOverVariable = "FENMARKPASSEDOVER";
+// The records that were taken otherwise than they look: for each kind a line with their number, the line of the first
+// one, and the name of the kind, with blanks between.
+inline constexpr std::string_view kDoubtsVariable = "FENMARKDOUBTS";
 // The file that the user looks at in the dialog, set by the module as soon as it was chosen.
 inline constexpr std::string_view kPreviewedFileVariable = "FENMARKPREVIEWED";
 // The route that an alignment was just made of, set by the module: the alignment's identifier, and x, y, z of each

@@ -3,6 +3,8 @@
 
 #include "values/code_table.h"
 
+#include <algorithm>
+
 namespace fenmark::sima {
 
 namespace {
@@ -57,6 +59,12 @@ const DoubtText& entryOf(Doubt doubt) {
 
 std::string_view doubtName(Doubt doubt) {
     return entryOf(doubt).name;
+}
+
+std::optional<Doubt> doubtNamed(std::string_view name) {
+    const auto found =
+        std::find_if(kDoubtTexts.begin(), kDoubtTexts.end(), [&](const DoubtText& text) { return text.name == name; });
+    return found != kDoubtTexts.end() ? std::optional(found->doubt) : std::nullopt;
 }
 
 std::string_view doubtText(Doubt doubt, Language language) {

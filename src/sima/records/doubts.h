@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace fenmark::sima {
@@ -30,6 +31,8 @@ inline constexpr std::size_t kDoubts = static_cast<std::size_t>(kLastDoubt) + 1;
 
 // The doubt as programs read it: "empty-coordinate".
 [[nodiscard]] std::string_view doubtName(Doubt doubt);
+// The doubt of that name; nothing if there is none.
+[[nodiscard]] std::optional<Doubt> doubtNamed(std::string_view name);
 // What became of such a record.
 [[nodiscard]] std::string_view doubtText(Doubt doubt, Language language);
 

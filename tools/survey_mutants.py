@@ -5,8 +5,8 @@ tools/survey_mutants.py FOLDER [--file TEXT]... [--test NAME]... [--mutants N] [
                         [--again FILE]
 
 Each place asks a number that is chosen when a test program starts, so that a mutant costs a run and no build. Places
-that must be known to the compiler have no mutant here. One run of each test records which places it comes by; a mutant is
-given to these tests alone, the quick ones first, and tests that take longer than --slowest seconds are not asked.
+that must be known to the compiler have no mutant here. One run of each test records which places it comes by; a mutant
+is given to these tests alone, the quick ones first, and tests that take longer than --slowest seconds are not asked.
 """
 import argparse
 import collections

@@ -65,23 +65,25 @@ def without_texts(line):
     return line.split("//")[0]
 
 
-def mutants_of(path):
-    found = []
+def changes_of(path):
+    """(line, its text, start, end, what stands there then) of each change; a statement becomes ";"."""
     for number, line in enumerate((ROOT / path).read_text().split("\n")):
         code = without_texts(line)
         if code.lstrip().startswith(("#", "*", "/*", "template", "static_assert")):
             continue
         for pattern, by in SWAPS:
             for match in re.finditer(pattern, code):
-                new = by(match) if callable(by) else by
-                found.append((path, number, line.strip(), line[:match.start()] + new + line[match.end():]))
+                yield number, line, match.start(), match.end(), by(match) if callable(by) else by
         if STATEMENT.match(code) and not DECLARATION.match(code) and not ROOM.search(code):
-            found.append((path, number, line.strip(), ";"))
-        if path.startswith("src/exchange"):
+            yield number, line, 0, len(line), ";"
+        if path.startswith("src/exchange") and "include" not in line:
             for match in TEXT.finditer(line):
-                if "include" not in line:
-                    found.append((path, number, line.strip(), line[:match.start()] + '"~' + line[match.start() + 1:]))
-    return found
+                yield number, line, match.start(), match.end(), '"~' + match.group(0)[1:]
+
+
+def mutants_of(path):
+    return [(path, number, line.strip(), line[:start] + new + line[end:])
+            for number, line, start, end, new in changes_of(path)]
 
 
 def candidates(folders):
@@ -109,11 +111,14 @@ def sample(folders, count, seed):
     return [mutant for _, *mutant in sorted(drawn)][:count]
 
 
+def environment():
+    return dict(os.environ, QT_QPA_PLATFORM="offscreen", CCACHE_NOHASHDIR="1", CCACHE_BASEDIR=str(TREE),
+                CCACHE_SLOPPINESS="pch_defines,time_macros", CXX="g++", CC="gcc")
+
+
 def run(*command, seconds=None):
-    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", CCACHE_NOHASHDIR="1", CCACHE_BASEDIR=str(TREE),
-                       CCACHE_SLOPPINESS="pch_defines,time_macros", CXX="g++", CC="gcc")
     try:
-        return subprocess.run(command, cwd=TREE, env=environment, capture_output=True, timeout=seconds,
+        return subprocess.run(command, cwd=TREE, env=environment(), capture_output=True, timeout=seconds,
                               check=False).returncode
     except subprocess.TimeoutExpired:
         return -1
@@ -128,8 +133,7 @@ def notices(test, seconds=None):
                seconds=seconds) != 0
 
 
-def prepare(folders):
-    """Builds the copy as it stands; returns the seconds that a test program may take."""
+def copy_sources():
     files = subprocess.run(["git", "ls-files", "-z"], cwd=ROOT, capture_output=True, check=True).stdout.decode()
     names = {name for name in files.split("\0") if name and (ROOT / name).is_file()}
     for old in [p for p in TREE.rglob("*") if p.is_file() and p.relative_to(TREE).as_posix() not in names]:
@@ -140,10 +144,18 @@ def prepare(folders):
             (TREE / name).parent.mkdir(parents=True, exist_ok=True)
             shutil.copyfile(ROOT / name, TREE / name)
             shutil.copymode(ROOT / name, TREE / name)
+
+
+def linker():
+    return ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold"] if shutil.which("mold") else []  # halves the time of a mutant
+
+
+def prepare(folders):
+    """Builds the copy as it stands; returns the seconds that a test program may take."""
+    copy_sources()
     tests = sorted({test for folder in folders for test in FOLDERS[folder]})
-    linker = ["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold"] if shutil.which("mold") else []  # halves the time of a mutant
     if run("cmake", "-S", str(TREE), "-B", str(BUILD), "-G", "Ninja", "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1",
-           "-DFENMARK_WINDOWS=OFF", *linker) != 0 or build(tests) != 0:
+           "-DFENMARK_WINDOWS=OFF", *linker()) != 0 or build(tests) != 0:
         sys.exit("mutate: the copy does not build")
     limits = {}
     for test in tests:

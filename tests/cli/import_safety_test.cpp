@@ -244,7 +244,7 @@ TEST_F(ImportSafety, NoCellOfACsvFileRunsInASpreadsheet) {
 TEST_F(ImportSafety, NamesMeetWithoutTheBlanksAtTheirEnds) {
     const std::string content = std::string(kPoints) + "F00,1,1,  中心線　 ,3,\r\nB01,1,BP,\r\nB01,2,EP,\r\nF99,\r\n";
     ASSERT_EQ(fenmark({"import", file(content)}).code, kDone);
-    for (const char* name : {"中心線", "中心線　", " 中心線", "  中心線　 "}) {
+    for (const char* name : {"中心線", "中心線　", " 中心線", "  中心線　 ", "　中心線", " 　　 中心線　　"}) {
         EXPECT_EQ(fenmark({"station", folder.at("a.gpkg"), name, "20"}).out, "20 0\n") << name;
     }
     const std::string results = file("H00,9,?,\r\nH01,No.1,20.0,5.5,6.0,1,\r\nH99,\r\n", "h.sim");

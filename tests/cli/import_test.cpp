@@ -385,6 +385,25 @@ TEST_F(ImportLine, JsonHasEveryFileWithItsErrorsByRecordItsNotesAndWhatFailed) {
     }
 }
 
+TEST_F(ImportLine, JsonHasLinesOfAnyCountOfDigitsAsNumbers) {
+    for (const std::size_t line : {2U, 9U, 10U, 11U, 98U, 100U, 201U, 1234U}) {
+        std::string text = "A00,\n";
+        for (std::size_t i = 2; i < line; ++i) {
+            text += "A01," + std::to_string(i) + ",P,1,2,,\n";
+        }
+        const std::string name = file(text + "A01,x,P,1,2,,\nD00,1,L,1,\nA99,\n");
+        const nlohmann::json json = fenmark({"import", name, "--replace", "--json"}).json()[0];
+        ASSERT_FALSE(json["error_records"].empty()) << json.dump();
+        EXPECT_EQ(json["error_records"][0]["line"], line);
+        bool told = false;
+        for (const nlohmann::json& note : json["notes"]) {
+            told = told || note["code"] == "unclosed-section";
+            EXPECT_TRUE(note["code"] != "unclosed-section" || note["line"] == line + 1) << note.dump();
+        }
+        EXPECT_TRUE(told) << json.dump();
+    }
+}
+
 TEST_F(ImportLine, NamesThatTheDrawingDoesNotHaveAreAnsweredWithTheNearestOnes) {
     const std::string path = file(std::string(kPoints) + kRoute);
     ASSERT_EQ(fenmark({"import", path, "--point-layer", "測点測量", "--create-layers"}).code, kDone);

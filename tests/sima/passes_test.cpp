@@ -511,7 +511,7 @@ TEST(Passes, FindSomethingWhereAnyOneSectionHoldsSomething) {
 TEST(Passes, KeepTheWholeTextOfALineOfEitherEnd) {
     for (const std::string end : {"\n", "\r\n"}) {
         const std::string wrong = "A01,x,P,1,2,,tail";
-        for (const std::string& line : {wrong, wrong + "!", std::string("I00,x,R")}) {
+        for (const std::string& line : {wrong, wrong + "!", std::string("A01,x,P,1,2,,")}) {
             const Pass pass = fullRead("A00," + end + line + end + "A99," + end);
             ASSERT_EQ(pass.errors().size(), 1U) << line;
             EXPECT_TRUE(pass.errors()[0].ends_with(line)) << pass.errors()[0];

@@ -164,7 +164,8 @@ TEST_F(DeskWindow, TheSettingOverridesWhatTheBytesShow) {
     ASSERT_EQ(drawing().entityCount(), 2U);
     ASSERT_TRUE(drawing().entity(0).row);
     EXPECT_FALSE(drawing().entity(0).row->name.starts_with("境界点一"));
-    EXPECT_FALSE(said(QStringLiteral("文字コード")));
+    EXPECT_FALSE(said(QStringLiteral("文字コードを")));
+    EXPECT_TRUE(said(QStringLiteral("文字コードにない文字をU+FFFDで読みました")));
     window->action(Text::EncodingUtf8)->trigger();
     import(file);
     ASSERT_EQ(drawing().entityCount(), 4U);

@@ -1,6 +1,6 @@
 // Pages as pixels, and what a page that cannot be drawn says.
-#include "exchange/plan/page_image.h"
 #include "exchange/plan/page_fonts.h"
+#include "exchange/plan/page_image.h"
 #include "exchange/plan/plot.h"
 
 #include <gtest/gtest.h>

@@ -169,6 +169,25 @@ TEST_F(Saving, ALinkAtTheNameOfALogLeavesTheDrawingBehindItAsItIs) {
     EXPECT_TRUE(window->saveDrawing());
 }
 
+TEST_F(Saving, NoDrawingBearsTheNameOfALog) {
+    import(folder.example(QStringLiteral("road.sim")));
+    const QString drawing = folder.path(QStringLiteral("a.gpkg"));
+    answer(drawing);
+    ASSERT_TRUE(window->saveDrawing());
+    const QString log = folder.path(QStringLiteral("other_Input.log"));
+    const QString link = folder.path(QStringLiteral("b.gpkg"));
+    ASSERT_TRUE(QFile::copy(drawing, log) && QFile::link(log, link));
+    for (const QString& name : {log, link}) {
+        for (const Outcome& outcome :
+             {window->session().open(name.toStdString()), window->session().save(name.toStdString())}) {
+            EXPECT_FALSE(outcome) << name.toStdString();
+            EXPECT_NE(outcome.message.english.find("the name of an import's log"), std::string::npos);
+        }
+        EXPECT_EQ(window->session().path(), drawing.toStdString());
+        EXPECT_EQ(content(log), content(drawing));
+    }
+}
+
 TEST_F(Saving, WhereALogHasNoRoomTheOldOneStaysAndTheImportIsNoted) {
     const QString source = folder.example(QStringLiteral("cadastral.sim"));
     import(source);

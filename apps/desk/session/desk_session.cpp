@@ -2,6 +2,7 @@
 #include "desk/session/desk_session.h"
 
 #include "drawing/file_digest.h"
+#include "platform/files.h"
 #include "sima/text/path.h"
 
 #include <QDateTime>
@@ -33,6 +34,14 @@ std::string wholePath(const std::string& file) {
     std::error_code error;
     const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
     return error ? file : sima::textOfPath(whole.string());
+}
+
+// The import of a file beside such a drawing would write its log over it.
+Outcome refusedAsLog(const std::string& path) {
+    return platform::behindLinks(path).ends_with("_Input.log")
+               ? failed({path + ": a drawing must not bear the name of an import's log; rename it",
+                         path + ": 図面の名前が読み込みログの名前と同じです。名前を変えてください"})
+               : Outcome();
 }
 
 // Sets a flag for a while, whatever ends it.
@@ -117,6 +126,9 @@ Outcome DeskSession::openBy(const std::function<Outcome(Document&)>& read) {
 }
 
 Outcome DeskSession::open(const std::string& path) {
+    if (Outcome refused = refusedAsLog(path); !refused) {
+        return refused;
+    }
     return openBy([&](Document& opened) { return opened.store().open(path, opened.drawing()); });
 }
 
@@ -129,6 +141,9 @@ Outcome DeskSession::writeCopy(const std::string& path) const {
 }
 
 Outcome DeskSession::save(const std::string& path) {
+    if (Outcome refused = refusedAsLog(path); !refused) {
+        return refused;
+    }
     Outcome result = host_.currentDocument()->store().save(path, drawing());
     if (result) {
         savedSerial_ = serialNow();

@@ -20,8 +20,8 @@ void ImportsBox::fill(const drawing::Drawing& drawing) {
         const drawing::Import& import = drawing.imports()[i];
         const QDateTime time = QDateTime::fromString(QString::fromStdString(import.time), Qt::ISODate).toLocalTime();
         addItem(texts_(Text::ImportRow)
-                    .arg(shownName(import.fileName), time.toString(QStringLiteral("yyyy-MM-dd HH:mm")))
-                    .arg(import.counts.errors));
+                    .arg(shownName(import.fileName), time.toString(QStringLiteral("yyyy-MM-dd HH:mm")),
+                         QString::number(import.counts.errors)));
         setItemData(count() - 1, fromUtf8(import.path), Qt::ToolTipRole);
     }
     setCurrentIndex(count() > 0 ? 0 : -1);

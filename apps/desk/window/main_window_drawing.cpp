@@ -368,7 +368,7 @@ void MainWindow::removeLayer(std::size_t layer) {
         return;
     }
     const std::size_t count = drawing.layerCounts()[layer];
-    tell(count > 0 ? texts_(Text::LayerHolds).arg(name).arg(count) : texts_(Text::LayerStays).arg(name));
+    tell(count > 0 ? texts_(Text::LayerHolds).arg(name, QString::number(count)) : texts_(Text::LayerStays).arg(name));
 }
 
 void MainWindow::setZone(int zone) {

@@ -115,9 +115,8 @@ bool Workbench::addBackground(const QString& path) {
         return false;
     }
     window_.command_->say(workText(window_.texts(), WorkText::BackgroundAdded)
-                              .arg(QFileInfo(path).fileName())
-                              .arg(read.shapes.points.size())
-                              .arg(read.shapes.lines.size()));
+                              .arg(QFileInfo(path).fileName(), QString::number(read.shapes.points.size()),
+                                   QString::number(read.shapes.lines.size())));
     chosen_.insert(whole);
     const auto keeps = [&](const auto& text) {
         return text.first.starts_with(kKeptPaths) && text.second == whole.toStdString();

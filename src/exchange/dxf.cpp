@@ -393,10 +393,6 @@ DxfContents contentsOf(const Drawing& drawing, const ExportOptions& options) {
     return contents;
 }
 
-} // namespace
-
-namespace {
-
 // Characters beyond U+FFFF, which take four bytes; the earlier releases have code points of four digits.
 std::size_t charactersBeyond(std::string_view name) {
     constexpr unsigned char kFirstOfFour = 0xF0;

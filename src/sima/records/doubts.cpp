@@ -33,8 +33,9 @@ constexpr std::array<DoubtText, kDoubts> kDoubtTexts = {{
     {Doubt::LotWithoutPoint, "lot-without-point", "点のない画地は、件数に数えますが作成しません",
      "a lot without a point, which is counted and not made"},
     {Doubt::RouteWithoutLine, "route-without-line",
-     "点が2点に満たない路線は線になりません。要素のない線形、または原点の1点となります",
-     "a route of fewer than two points, which gives an alignment without elements, or one vertex at 0, 0"},
+     "点が2点に満たない路線は線になりません。要素のない線形、原点の1点となるか、何も作成しません",
+     "a route of fewer than two points, which gives no line: an alignment without elements, a vertex at 0, 0, or "
+     "nothing"},
     {Doubt::CurveUnused, "curve-unused", "次の点の前に別の曲線がある、または次の点がない曲線は使いません",
      "a curve that another one replaces, or that no point follows; it is not used"},
     {Doubt::RouteNumberAgain, "route-number-again",

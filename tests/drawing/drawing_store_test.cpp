@@ -1,11 +1,11 @@
 // A drawing on disk: what goes in comes out, and every way in which it can fail ends in a clear result.
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
+#include "support/ordinary_user.h"
 
 #include <sqlite3.h>
 
 #include <fcntl.h>
-#include <grp.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -21,6 +21,9 @@
 #include <sstream>
 
 namespace fenmark::drawing {
+
+using test::asOrdinaryUser;
+
 namespace {
 
 std::string contents(const std::string& path) {
@@ -40,27 +43,6 @@ Drawing opened(const std::string& path) {
     const Outcome result = store.open(path, drawing);
     EXPECT_TRUE(result) << result.message.english;
     return drawing;
-}
-
-// Runs something as a user without rights over other people's files; 0 if it held. In this process, so that what fails in
-// it is shown.
-int asOrdinaryUser(const std::function<bool()>& holds) {
-    constexpr uid_t kNobody = 65534;
-    if (geteuid() != 0) {
-        return holds() ? 0 : 1;
-    }
-    std::vector<gid_t> groups(static_cast<std::size_t>(getgroups(0, nullptr)));
-    const int count = getgroups(static_cast<int>(groups.size()), groups.data());
-    if (count < 0 || setgroups(0, nullptr) != 0 || setresgid(kNobody, kNobody, 0) != 0 ||
-        setresuid(kNobody, kNobody, 0) != 0) {
-        return 2;
-    }
-    const bool held = holds();
-    if (setresuid(0, 0, 0) != 0 || setresgid(0, 0, 0) != 0 ||
-        setgroups(static_cast<std::size_t>(count), groups.data()) != 0) {
-        return 3;
-    }
-    return held ? 0 : 1;
 }
 
 class DrawingStoreTest : public ::testing::Test {

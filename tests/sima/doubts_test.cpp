@@ -68,6 +68,7 @@ TEST(Doubts, PointsThatAreNotWhereTheFileSeemsToSay) {
         {"A01,1,ab\"cd,1,2,,\nA01,2,5\" pipe,1,2,,\n", "lost-characters 2 x2\n"},
         {"A01,1,\"a,b\",1,2,,\nA01,2,\"a\"\"b\",1,2,,\nA01,3, \"q\" ,1,2,,\nZ00,5\" pipe,\n", ""},
         // What is refused has its error, and no doubt beside it.
+        {"A01,1,5\" pipe,1,2\nA01,2,\"a,1,2,,\n", ""},
         {"A01,1,a,12a,　2,,\nA01,x,b,,,,\nA01,,c,,,,\n", ""},
         {"A01,1,a,1,2,,\nA99,\nA00,\nA01,1,again,1,2,7,\n", ""},
         {"A01,1,a,1,2,,\nA99,\nA00,\nA01,2,b,1,3,,\nA01,1,c,1,3,,\n", "point-number-again 6 x1\n"},
@@ -131,6 +132,14 @@ TEST(Doubts, ResultsAtOtherPlacesOrHeightsThanTheirs) {
     for (const Case& c : cases) {
         EXPECT_EQ(behindRoute(c.lines), c.doubts) << c.lines;
     }
+}
+
+TEST(Doubts, AreNoneAboutALineOfManyFieldsWithAQuote) {
+    const Pass pass = fullRead("A00,\nA01,1,5\" pipe" + std::string(300, ',') + "\nA01,2,b,1,2,,\nA99,\n");
+    EXPECT_EQ(pass.result, 0);
+    EXPECT_EQ(pass.errorCodes(), test::Lines{"ErrX001"});
+    EXPECT_EQ(pass.reader.points.size(), 1U);
+    EXPECT_EQ(textOf(pass.reader.doubts), "");
 }
 
 // Many routes are looked up another way than few.

@@ -87,6 +87,7 @@ TEST(Doubts, LotsAndRoutesWithoutALineOrWithCurvesThatCountForNothing) {
     const std::vector<Case> cases = {
         {"D00,1,a,1,\nB01,1,,\nD99,\nF00,1,1,b,1,\nB01,1,,\nB01,2,,\nF99,\n", ""},
         {"D00,1,a,1,\nD99,\nD00,2147483648,b,2,\nB01,1,,\nD99,\n", "number-too-large 8 x1\nlot-without-point 7 x1\n"},
+        {"D00,2147483648a,a,1,\nB01,1,,\nD99,\nF00,2147483648a,1,a,1,\nB01,1,,\nB01,2,,\nF99,\n", ""},
         {"F00,2147483649,1,a,1,\nB01,1,,\nF99,\nF00,2,1,b,3,\nF99,\n",
          "number-too-large 6 x1\nroute-without-line 8 x2\n"},
         {"F00,1,1,a,3,\nB01,1,,\nC01,0,300,\nB01,2,,\nC02,50,0,300,\nB01,3,,\nF99,\n", ""},

@@ -73,7 +73,7 @@ class FilePass {
         }
     }
     void doubtNumber(std::string_view field, std::int32_t value) {
-        if (value == std::numeric_limits<std::int32_t>::max() && toReal(field) > value) {
+        if (value == std::numeric_limits<std::int32_t>::max() && isDigits(field) && toReal(field) > value) {
             doubt(Doubt::NumberTooLarge);
         }
     }

@@ -44,7 +44,7 @@ constexpr std::array<DoubtText, kDoubts> kDoubtTexts = {{
     {Doubt::EmptyPlace, "empty-place", "追加距離または離れが空欄のため、0で読みました",
      "an empty station or offset, read as 0"},
     {Doubt::EmptyHeight, "empty-height", "地盤高が空欄の成果を標高0としました",
-     "a result without a height, made at height 0"},
+     "a result without a height, taken at height 0"},
     {Doubt::HeightsMixed, "heights-mixed", "左側の同じ離れに4点以上あるため、一部の点が他の点の標高になりました",
      "more than three results at one offset on the left, of which some get the height of another"},
 }};

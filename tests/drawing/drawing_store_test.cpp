@@ -562,6 +562,30 @@ TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
 
 // --- killed at any moment ---
 
+TEST_F(DrawingStoreTest, AnUnchangedDrawingIsSavedBehindAnotherProgramThatWasKilledAsItWrote) {
+    saveSmall();
+    const pid_t child = fork();
+    if (child == 0) {
+        sqlite3* database = nullptr;
+        sqlite3_open(path_.c_str(), &database);
+        const int written = sqlite3_exec(database,
+                                         "PRAGMA cache_size = 5; BEGIN; CREATE TABLE other (a); INSERT INTO other WITH "
+                                         "RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+                                         "SELECT hex(randomblob(100)) FROM n",
+                                         nullptr, nullptr, nullptr);
+        _exit(written);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0);
+    ASSERT_EQ(folder_.names(), (std::vector<std::string>{"図面.gpkg", "図面.gpkg-journal"}));
+    ASSERT_FALSE(store_.hasChanges(drawing_));
+    const Outcome saved = store_.save(path_, drawing_);
+    EXPECT_TRUE(saved) << saved.message.english;
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
+
 // Kills a child that saves after a random time; what is on disk is the drawing before or after.
 void killWhileSaving(const std::string& path, const std::string& before, const std::string& after,
                      const std::function<void()>& save, std::mt19937& random, std::chrono::microseconds longest,

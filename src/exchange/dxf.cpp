@@ -425,6 +425,11 @@ Notes writeDxf(const Drawing& drawing, const ExportOptions& options, std::ostrea
             entities.entity(entity);
         }
     }
+    if (options.dxfLayers == DxfLayers::Drawing) {
+        for (const drawing::Layer& layer : drawing.layers()) {
+            beyond += charactersBeyond(layer.name);
+        }
+    }
     endDxf(writer);
     Notes notes = unplaced.notes(Fate::LeftOut);
     if (withoutElements > 0) {

@@ -463,6 +463,7 @@ TEST(CommandLines, EveryOptionOfADocumentReachesItsPlace) {
                                               {"--out", "o.CSV"},
                                               {"--out", "o.Sim"},
                                               {"--out", "o.dxf"},
+                                              {"--out", "o.GPKG"},
                                               {"--out", "o.pdf", "--format", "table"},
                                               {"--out", "o.txt"},
                                               {"--out", "csv"},

@@ -1,11 +1,11 @@
 // A drawing on disk: what goes in comes out, and every way in which it can fail ends in a clear result.
 #include "drawing/index_check.h"
 #include "support/drawing_support.h"
+#include "support/ordinary_user.h"
 
 #include <sqlite3.h>
 
 #include <fcntl.h>
-#include <grp.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -21,6 +21,9 @@
 #include <sstream>
 
 namespace fenmark::drawing {
+
+using test::asOrdinaryUser;
+
 namespace {
 
 std::string contents(const std::string& path) {
@@ -40,27 +43,6 @@ Drawing opened(const std::string& path) {
     const Outcome result = store.open(path, drawing);
     EXPECT_TRUE(result) << result.message.english;
     return drawing;
-}
-
-// Runs something as a user without rights over other people's files; 0 if it held. In this process, so that what fails in
-// it is shown.
-int asOrdinaryUser(const std::function<bool()>& holds) {
-    constexpr uid_t kNobody = 65534;
-    if (geteuid() != 0) {
-        return holds() ? 0 : 1;
-    }
-    std::vector<gid_t> groups(static_cast<std::size_t>(getgroups(0, nullptr)));
-    const int count = getgroups(static_cast<int>(groups.size()), groups.data());
-    if (count < 0 || setgroups(0, nullptr) != 0 || setresgid(kNobody, kNobody, 0) != 0 ||
-        setresuid(kNobody, kNobody, 0) != 0) {
-        return 2;
-    }
-    const bool held = holds();
-    if (setresuid(0, 0, 0) != 0 || setresgid(0, 0, 0) != 0 ||
-        setgroups(static_cast<std::size_t>(count), groups.data()) != 0) {
-        return 3;
-    }
-    return held ? 0 : 1;
 }
 
 class DrawingStoreTest : public ::testing::Test {
@@ -579,6 +561,30 @@ TEST_F(DrawingStoreTest, ProgressRisesToTheWholeOfALargeDrawing) {
 }
 
 // --- killed at any moment ---
+
+TEST_F(DrawingStoreTest, AnUnchangedDrawingIsSavedBehindAnotherProgramThatWasKilledAsItWrote) {
+    saveSmall();
+    const pid_t child = fork();
+    if (child == 0) {
+        sqlite3* database = nullptr;
+        sqlite3_open(path_.c_str(), &database);
+        const int written = sqlite3_exec(database,
+                                         "PRAGMA cache_size = 5; BEGIN; CREATE TABLE other (a); INSERT INTO other WITH "
+                                         "RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+                                         "SELECT hex(randomblob(100)) FROM n",
+                                         nullptr, nullptr, nullptr);
+        _exit(written);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0);
+    ASSERT_EQ(folder_.names(), (std::vector<std::string>{"図面.gpkg", "図面.gpkg-journal"}));
+    ASSERT_FALSE(store_.hasChanges(drawing_));
+    const Outcome saved = store_.save(path_, drawing_);
+    EXPECT_TRUE(saved) << saved.message.english;
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+    EXPECT_EQ(describe(opened(path_)), describe(drawing_));
+}
 
 // Kills a child that saves after a random time; what is on disk is the drawing before or after.
 void killWhileSaving(const std::string& path, const std::string& before, const std::string& after,

@@ -257,6 +257,11 @@ TEST(Dxf, CharactersThatTheReleaseCannotHoldAreTold) {
         return writeDxf(drawing, options, out);
     };
     EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 4}}));
+    drawing.addLayer("\U00020BB7\U00020BB7");
+    EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 4}})) << "the layers are those of the kinds";
+    options.dxfLayers = DxfLayers::Drawing;
+    EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 6}}));
+    options.dxfLayers = DxfLayers::Kinds;
     options.selection.left[static_cast<std::size_t>(Kind::Points)] = true;
     EXPECT_EQ(notesOf(), (Notes{{NoteCode::BeyondRelease, 2}}));
     options.dxfVersion = DxfVersion::R12;

@@ -2,10 +2,14 @@
 #include "support.h"
 
 #include "sima/log/sima_log.h"
+#include "support/ordinary_user.h"
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -174,6 +178,51 @@ TEST(SimaLog, TakesTheNameBesideItsInputAndLeavesWhatALinkThereLedTo) {
         EXPECT_FALSE(std::filesystem::is_symlink(log.fileName()));
         EXPECT_NE(readFile(log.fileName()).find("behind"), std::string::npos);
     }
+}
+
+// The folder may take no new file, or let nobody rename the files of others.
+TEST(SimaLog, IsWrittenOverWhereItsFolderRefusesANewOne) {
+    const TemporaryFolder folder;
+    SimaLog log;
+    log.finished(1);
+    log.setFileName(folder.at("a.sim"));
+    log.writeAll();
+    const std::string whole = readFile(log.fileName());
+    const std::string other = folder.write("other.txt", "somebody's");
+    chmod(other.c_str(), 0666);
+    const auto written = [&] {
+        return fenmark::test::asOrdinaryUser([&] {
+            try {
+                log.writeAll();
+            } catch (const LogFailure&) {
+                return false;
+            }
+            return true;
+        });
+    };
+    for (const mode_t rights : {mode_t{0555}, mode_t{01777}}) {
+        chmod(folder.path().c_str(), 0777);
+        std::ofstream(log.fileName(), std::ios::trunc) << "of the last import, and longer than the one that is written";
+        chmod(log.fileName().c_str(), 0666);
+        chmod(folder.path().c_str(), rights);
+        EXPECT_EQ(written(), 0);
+        EXPECT_EQ(readFile(log.fileName()), whole);
+        chmod(log.fileName().c_str(), 0444);
+        EXPECT_EQ(written(), 1) << "it is not to be written";
+    }
+    for (const bool isHard : {true, false}) {
+        chmod(folder.path().c_str(), 0777);
+        std::filesystem::remove(log.fileName());
+        if (isHard) {
+            std::filesystem::create_hard_link(other, log.fileName());
+        } else {
+            std::filesystem::create_symlink(other, log.fileName());
+        }
+        chmod(folder.path().c_str(), 0555);
+        EXPECT_EQ(written(), 1);
+        EXPECT_EQ(readFile(other), "somebody's") << isHard;
+    }
+    chmod(folder.path().c_str(), 0755);
 }
 
 TEST(SimaLog, IsAValue) {

@@ -91,7 +91,7 @@ StakesArguments checked(StakesLine line, Language language) {
     line.arguments.format = stakeFormatOf(line);
     // A table in a file that other programs take for a drawing or a document is of no use.
     if (line.format.empty() && line.arguments.format == exchange::StakeFormat::Table && line.arguments.target &&
-        !commandThatWrites(*line.arguments.target).empty()) {
+        (!commandThatWrites(*line.arguments.target).empty() || endsIn(*line.arguments.target, ".gpkg"))) {
         throw WrongUsage(
             otherExtension(language, *line.arguments.target, ".csv, .sim, .json" + said(language, Text::Or) + ".txt"));
     }

@@ -322,6 +322,9 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
     if (!hasChanges(drawing)) {
         // There is nothing to write if the file still is what was opened or saved.
         return guarded(path, [&] {
+            if (hasJournal(path)) {
+                restoreAfterCrash(path);
+            }
             Connection connection(path, modeToRead(path));
             if (DrawingReader::readHead(connection).stamp != stamp_) {
                 throw StoreFailure{Failure::ChangedOutside, {}};

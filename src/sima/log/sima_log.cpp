@@ -8,6 +8,7 @@
 #include "sima/text/utf8.h"
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
@@ -18,6 +19,14 @@ namespace {
 constexpr std::string_view kBanner = "----- Brindlow　Version1.0 -----\n";
 constexpr std::string_view kErrorRule = "ERROR --------------------------------------------------------";
 constexpr std::string_view kClosingRule = "--------------------------------------------------------------";
+
+// Whether it is a file that no link leads to.
+bool isFileOfOneName(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path file = pathOf(path);
+    return std::filesystem::is_regular_file(std::filesystem::symlink_status(file, error)) &&
+           std::filesystem::hard_link_count(file, error) == 1;
+}
 
 } // namespace
 
@@ -181,24 +190,31 @@ void SimaLog::appendErrors(LogFile& file) const {
     }
 }
 
-void SimaLog::writeAnew(const std::function<void(LogFile& file)>& write) const {
-    if (!isBesideInput_) {
-        LogFile file(fileName_, std::ios::trunc, fileName_);
-        write(file);
-        file.close();
-        return;
-    }
-    const auto check = [this](const std::error_code& error) {
-        if (error) {
-            throw LogFailure(error, fileName_);
-        }
-    };
+std::error_code SimaLog::replace(const std::function<void(LogFile& file)>& write) const {
     platform::TemporaryFile temporary;
-    check(temporary.make(fileName_, platform::AtLink::Replace));
+    if (const std::error_code error = temporary.make(fileName_, platform::AtLink::Replace)) {
+        return error;
+    }
     LogFile file(temporary.path(), std::ios::trunc, fileName_);
     write(file);
     file.close();
-    check(temporary.putInPlace());
+    return temporary.putInPlace();
+}
+
+void SimaLog::writeAnew(const std::function<void(LogFile& file)>& write) const {
+    if (isBesideInput_) {
+        const std::error_code error = replace(write);
+        if (!error) {
+            return;
+        }
+        // A folder may refuse new files and names, and the log in it may be written all the same.
+        if (!platform::isDenied(error) || !isFileOfOneName(fileName_)) {
+            throw LogFailure(error, fileName_);
+        }
+    }
+    LogFile file(fileName_, std::ios::trunc, fileName_);
+    write(file);
+    file.close();
 }
 
 void SimaLog::writeAll() const {

@@ -5,6 +5,9 @@
 #include "sima/text/short_record.h"
 #include "sima/validators/validators.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -33,25 +36,30 @@ void addOffsetPoint(IntersectionData::SubEntity& subEntity, const Record& record
     subEntity.heights.push_back(height);
 }
 
-// Where more than three points have one negative offset and others follow, moving them apart mixes their heights.
+// Where points have one negative offset and others follow, moving them apart turns the order of their heights round. Of
+// those between the first and the last one, the second half gets the heights of the first.
 bool mixesHeights(const IntersectionData::SubEntity& subEntity) {
-    constexpr std::size_t kMostTurned = 3; // of which the order of the heights is turned round
     const auto& distances = subEntity.distances;
-    std::size_t run = 1;
+    std::size_t first = 0; // of one offset
     for (std::size_t i = 1; i < distances.size(); ++i) {
-        if (distances[i] == distances[i - 1]) {
-            ++run;
+        if (distances[i] == distances[first]) {
             continue;
         }
-        if (run > kMostTurned && distances[i - 1] < 0.0) {
-            return true;
+        if (distances[first] < 0.0 && i - first > 2) {
+            const std::span<const double> between(&subEntity.heights[first + 1], i - first - 2);
+            if (!std::equal(between.begin(), between.end(), between.rbegin())) {
+                return true;
+            }
         }
-        run = 1;
+        first = i;
     }
     return false;
 }
 
 void doubtSubEntity(FilePass& file, const IntersectionData::SubEntity& subEntity, bool isHeightEmpty) {
+    if (!file.imports(ImportKind::CrossSections)) {
+        return;
+    }
     if (isHeightEmpty && !subEntity.hasCentrePoint()) {
         file.doubt(Doubt::EmptyHeight, subEntity.sourceLine);
     }
@@ -96,6 +104,7 @@ void readCrossSection(FilePass& file) {
     section.routeName = trim(file.fields()[2]);
     section.routeNumber = toInteger(file.fields()[1]);
     std::int32_t total = 0;
+    const bool isImported = file.imports(ImportKind::CrossSections);
     bool closed = false;
     bool isHeightEmpty = false; // in the last I01
 
@@ -113,7 +122,7 @@ void readCrossSection(FilePass& file) {
             file.updateErrorCount();
             section.subEntities.push_back(makeSubEntity(record));
             isHeightEmpty = isGood && isEmptyNumber(record.fields[3]);
-            if (isGood) {
+            if (isGood && isImported) {
                 const IntersectionData::SubEntity& last = section.subEntities.back();
                 doubtPlace(file, last.station, last.groundHeight);
             }
@@ -127,7 +136,7 @@ void readCrossSection(FilePass& file) {
                 break;
             }
             addOffsetPoint(section.subEntities.back(), record);
-            if (isGood) {
+            if (isGood && isImported) {
                 const IntersectionData::SubEntity& last = section.subEntities.back();
                 doubtPlace(file, last.distances.back(), last.heights.back());
                 if (isEmptyNumber(record.fields[3])) {
@@ -147,7 +156,7 @@ void readCrossSection(FilePass& file) {
     }
     if (closed) {
         section.routeFound = reader.bindRoute(section.routeNumber);
-        if (reader.bindsOtherName(section.routeNumber, section.routeName)) {
+        if (isImported && reader.bindsOtherName(section.routeNumber, section.routeName)) {
             file.doubt(Doubt::RouteNumberAgain, firstLine);
         }
         if (file.sink() != nullptr) {

@@ -7,6 +7,8 @@
 #include "sima/text/utf8.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 
 namespace fenmark::sima {
 
@@ -103,7 +105,8 @@ bool FilePass::nextOutOfTheOrdinary() {
 
 void FilePass::doubtText(std::string_view bytes) {
     constexpr std::string_view kReplacement = "\uFFFD";
-    if (!fieldCountOf(fields_[0])) { // a comment, for instance
+    const std::optional<std::size_t> known = fieldCountOf(fields_[0]);
+    if (!known) { // a comment, for instance
         return;
     }
     const std::int32_t line = reader_.lineNumber + 1; // which is counted only then
@@ -111,7 +114,9 @@ void FilePass::doubtText(std::string_view bytes) {
     if (isReplaced && (context_.encoding == Encoding::Cp932 || bytes.find(kReplacement) == std::string_view::npos)) {
         doubt(Doubt::UnreadableCharacter, line);
     }
-    if (text_.find('"') != std::string_view::npos && losesCharacters(text_, fields_)) {
+    // One of another number of fields has its error, and not all fields of a long line are kept.
+    const bool hasItsFields = fields_.size() == *known || fields_.size() + 1 == *known;
+    if (hasItsFields && text_.find('"') != std::string_view::npos && losesCharacters(text_, fields_)) {
         doubt(Doubt::LostCharacters, line);
     }
 }

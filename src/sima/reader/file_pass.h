@@ -5,6 +5,7 @@
 #include "sima/reader/read_context.h"
 #include "sima/reader/sima_reader.h"
 #include "sima/records/doubts.h"
+#include "sima/records/import_options.h"
 #include "sima/records/lot_points.h"
 #include "sima/records/passed_over.h"
 #include "sima/text/number.h"
@@ -60,6 +61,8 @@ class FilePass {
     void passOver(PassedKind kind);
     // The same for several lines of a kind.
     void countPassedOver(const PassedLines& kind, std::size_t lines);
+    // Whether objects are made of the kind. What is not made is not doubtful.
+    [[nodiscard]] bool imports(ImportKind kind) const { return reader_.options.flag(kind); }
     // Notes a doubt about the line, or about an earlier one.
     void doubt(Doubt doubt) { reader_.doubts.add(doubt, reader_.lineNumber); }
     void doubt(Doubt doubt, std::int32_t line) { reader_.doubts.add(doubt, line); }
@@ -70,7 +73,7 @@ class FilePass {
         }
     }
     void doubtNumber(std::string_view field, std::int32_t value) {
-        if (value == std::numeric_limits<std::int32_t>::max() && toReal(field) > value) {
+        if (value == std::numeric_limits<std::int32_t>::max() && isDigits(field) && toReal(field) > value) {
             doubt(Doubt::NumberTooLarge);
         }
     }

@@ -42,13 +42,14 @@ void readLongitudinalSection(FilePass& file) {
     validateH00(log, file.record());
     file.updateErrorCount();
 
+    const bool isImported = file.imports(ImportKind::Longitudinal);
     HSeriesData section;
     section.routeName = trim(file.fields()[2]);
     section.routeNumber = toInteger(file.fields()[1]);
     section.firstLine = reader.lineNumber;
     section.opened = true;
     section.routeFound = reader.bindRoute(section.routeNumber);
-    if (reader.bindsOtherName(section.routeNumber, section.routeName)) {
+    if (isImported && reader.bindsOtherName(section.routeNumber, section.routeName)) {
         file.doubt(Doubt::RouteNumberAgain);
     }
     log.longitudinalBegin(reader.lineNumber, reader.alignmentName);
@@ -62,7 +63,9 @@ void readLongitudinalSection(FilePass& file) {
         if (file.code() == recordCode("H01")) {
             if (validateH01(log, record) == 0) {
                 section.verticals.push_back(makeVertical(record));
-                doubtVertical(file, section.verticals.back());
+                if (isImported) {
+                    doubtVertical(file, section.verticals.back());
+                }
                 reader.verticals.push_back(section.verticals.back());
             }
             file.updateErrorCount();

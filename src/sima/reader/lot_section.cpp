@@ -50,7 +50,7 @@ void closeLot(FilePass& file, LotData&& lot, bool hasTriangleData) {
     SimaReader& reader = file.reader();
     lot.points = LotOutlines::close(file.lotOutlines());
     const auto pointCount = static_cast<std::int32_t>(lot.points.size());
-    if (pointCount == 0 && reader.options.flag(ImportKind::Lots)) {
+    if (pointCount == 0 && file.imports(ImportKind::Lots)) {
         file.doubt(Doubt::LotWithoutPoint);
     }
     if (reader.lots.empty()) {

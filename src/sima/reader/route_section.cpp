@@ -83,9 +83,14 @@ bool addRoutePoint(SimaReader& reader, const Fields& fields) {
     return true;
 }
 
+// Whether something is made of routes of the type.
+bool importsRoutes(const FilePass& file, std::int32_t routeType) {
+    return routeType >= 1 && routeType <= 7 && file.imports(static_cast<ImportKind>(3 + routeType));
+}
+
 // An element becomes a curve once.
 void doubtSecondCurve(FilePass& file, const EntityData& element) {
-    if (element.type != "S") {
+    if (element.type != "S" && importsRoutes(file, file.reader().routeType)) {
         file.doubt(Doubt::CurveUnused);
     }
 }
@@ -230,10 +235,7 @@ std::int32_t readRouteSection(FilePass& file) {
 // Passes the route to the output if its type is ticked. Null if nothing was made or no alignment came of it.
 host::MdDbObjectId createRoute(FilePass& file, const SimaAlignment& route) {
     SimaReader& reader = file.reader();
-    if (file.sink() == nullptr || route.routeType < 1 || route.routeType > 7) {
-        return {};
-    }
-    if (!reader.options.flag(static_cast<ImportKind>(3 + route.routeType))) {
+    if (file.sink() == nullptr || !importsRoutes(file, route.routeType)) {
         return {};
     }
     if (route.entities.size() < 2) {

@@ -3,6 +3,7 @@
 
 #include "sima/text/number.h"
 #include "sima/text/utf8.h"
+#include "values/real_text.h"
 
 #include <algorithm>
 #include <string>
@@ -60,7 +61,17 @@ bool isReadInPart(std::string_view text, double value) {
     if (whole.empty()) {
         return false;
     }
-    return !isPlainNumber(whole) || std::none_of(whole.begin(), whole.end(), isDigit) || toReal(whole) != value;
+    std::string_view digits = whole;
+    if (digits.front() == '-' || digits.front() == '+') {
+        digits.remove_prefix(1);
+    }
+    // The conversion of the library knows infinities too.
+    if (digits.empty() || (digits.front() != '.' && !isDigit(digits.front()))) {
+        return true;
+    }
+    double magnitude = 0.0;
+    return readReal(digits.data(), digits.data() + digits.size(), magnitude).ptr != digits.data() + digits.size() ||
+           toReal(whole) != value;
 }
 
 } // namespace fenmark::sima

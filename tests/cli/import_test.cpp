@@ -1,9 +1,19 @@
 // fenmark import: options, answers to the dialogs, exit codes.
+#include "cli/import_dialogs.h"
+#include "cli/options.h"
 #include "cli/progress_bar.h"
 #include "command_line.h"
 #include "drawing/drawing.h"
 #include "drawing/geopackage/drawing_store.h"
 #include "platform/files.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -136,6 +146,34 @@ TEST_F(ImportLine, ResultsWithoutAnAlignmentFailWithANote) {
     EXPECT_TRUE(contains(ran.err, "has: CL")) << ran.err;
     EXPECT_TRUE(contains(ran.err, "h.sim:3: ErrX001: 次の縦断成果を作成できませんでした。（線形範囲外の測点です）"))
         << ran.err;
+}
+
+TEST(ImportDialogs, ChooseTheAlignmentNamedAndElseNone) {
+    drawing::Drawing drawing;
+    const host::MdDbObjectId made =
+        drawing.alignment(drawing.addAlignment(drawing.addSite("工区"), "CL", "0", "", "")).id;
+    const std::string file = "h.sim";
+    for (const bool isNamed : {false, true}) {
+        std::ostringstream out;
+        std::ostringstream err;
+        const Streams streams{out, err};
+        ImportArguments arguments;
+        if (isNamed) {
+            arguments.alignment = " CL";
+        }
+        ImportDialogs dialogs(arguments, file, sima::Encoding::Cp932, "", drawing, streams);
+        EXPECT_FALSE(dialogs.askedForAlignment());
+        for (int round = 0; round < 2; ++round) { // it is asked twice at most, and told once
+            host::MdDbObjectId id;
+            std::string name = "before";
+            EXPECT_EQ(dialogs.selectAlignment({{"CL", made}}, id, name), isNamed);
+            EXPECT_EQ(id, isNamed ? made : host::MdDbObjectId());
+            EXPECT_EQ(name, isNamed ? "CL" : "before");
+            EXPECT_TRUE(dialogs.askedForAlignment());
+        }
+        const std::string told = err.str();
+        EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), isNamed ? 0 : 1) << told;
+    }
 }
 
 // Nobody is asked for the results of the route that is skipped, which must not take those of the other one along.

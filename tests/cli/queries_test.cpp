@@ -1,6 +1,10 @@
 // fenmark preview, info, station, locate, export and plot.
 #include "command_line.h"
 
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <filesystem>
 #include <regex>
 #include <string>
 #include <vector>
@@ -238,6 +242,31 @@ TEST_F(QueryLine, AZoneInPlaceOfTheDrawingsIsInTheFileOrToldAsNotNeeded) {
     }
     EXPECT_FALSE(exported("b.geojson", {"5", "--crs", "plane"}));
     EXPECT_TRUE(exported("b.csv", {"5", "--quiet"}));
+}
+
+TEST_F(QueryLine, ExportTakesADatabaseOfOthersForAPackageAndNoDrawingThatIsWrong) {
+    const struct {
+        const char* change;
+        const char* refusal; // empty where it is exported
+    } kChanges[] = {{"UPDATE fenmark_drawing SET format = 9", "was made by a later version of this program"},
+                    {"ALTER TABLE sites RENAME TO theirs", "its table 'sites' is missing"},
+                    {"DELETE FROM layers", "it has no layer"},
+                    {"DROP TABLE fenmark_drawing", ""}};
+    const std::string path = file(kPoints);
+    for (const auto& [change, refusal] : kChanges) {
+        ASSERT_EQ(fenmark({"import", path}).code, kDone);
+        sqlite3* base = nullptr;
+        ASSERT_EQ(sqlite3_open(folder.at("a.gpkg").c_str(), &base), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(base, change, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(base);
+        sqlite3_close(base);
+        const Ran ran = fenmark({"export", folder.at("a.gpkg"), folder.at("b.sim")});
+        const bool isPackage = *refusal == '\0';
+        EXPECT_EQ(ran.code, isPackage ? kDone : kNotDone) << change << ": " << ran.err;
+        EXPECT_TRUE(contains(ran.err, refusal)) << ran.err;
+        EXPECT_EQ(test::fileExists(folder.at("b.sim")), isPackage) << change;
+        std::filesystem::remove(folder.at("a.gpkg"));
+    }
+    EXPECT_TRUE(contains(test::readFile(folder.at("b.sim")), "A01,    1,BP,")) << "with its points";
 }
 
 TEST_F(QueryLine, ExportSaysWhatIsMissingOrWrong) {

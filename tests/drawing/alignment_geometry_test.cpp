@@ -247,6 +247,15 @@ TEST(Element, ACurveOfMillimetresIsDrawnRoundAndAStraightHasItsEnds) {
     EXPECT_EQ(line.size(), 2U);
 }
 
+TEST(Element, ALineIsNeverFartherFromItsCurveThanTheCurveIsWide) {
+    for (const PlanPoint& start : {PlanPoint{0, 0}, PlanPoint{5000, 7000}, PlanPoint{-5000, 7000},
+                                   PlanPoint{5000, -7000}, PlanPoint{-5000, -7000}}) {
+        std::vector<PlanPoint> line;
+        const Element coil = laid(ElementType::Arc, start, 0.5, 1e9, 2.0, 2.0, true);
+        EXPECT_NEAR(appendElementLine(coil, kLineTolerance, line), std::hypot(4.0, 4.0), 1e-6);
+    }
+}
+
 TEST(Element, APlaceThatIsNoneIsItsStart) {
     const Element arc = laid(ElementType::Arc, {10, 20}, 0.5, 80, 100, 100, true);
     Element none = arc;

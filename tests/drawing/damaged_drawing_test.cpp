@@ -278,6 +278,23 @@ TEST_F(DamagedDrawing, AnElementWithoutALengthHasNoEnd) {
     EXPECT_TRUE(std::isinf(drawing.alignment(0).elements.at(0).length));
 }
 
+TEST_F(DamagedDrawing, AnElementMayHaveEveryLengthFromZeroOnAndEveryRadiusAboveIt) {
+    for (const std::string column : {"length", "start_radius", "end_radius"}) {
+        for (const auto& [value, isSound] : {std::pair("-0.001", false),
+                                             {"0", column == "length"},
+                                             {"1e-300", true},
+                                             {"0.001", true},
+                                             {"0.999", true},
+                                             {"1e300", true}}) {
+            change("UPDATE alignment_elements SET " + column + " = " + value + " WHERE place = 1");
+            Drawing drawing;
+            const Outcome opened = DrawingStore().open(path_, drawing);
+            EXPECT_EQ(opened.failure, isSound ? Failure::None : Failure::Damaged) << column << ' ' << value;
+        }
+        change("UPDATE alignment_elements SET " + column + " = 60 WHERE place = 1");
+    }
+}
+
 TEST_F(DamagedDrawing, ADrawingOpenedWithoutItsPointsIsNoWholeOne) {
     Drawing head;
     DrawingStore store;

@@ -103,6 +103,8 @@ TEST(DrawingExtent, IsThatOfTheFileWhereItsEntitiesStayThere) {
     ASSERT_TRUE(DrawingStore().open(path, lean, Load::WithoutEntities));
     EXPECT_EQ(lean.extent(), boxOf(-10, -30, 100, 40));
     EXPECT_EQ(lean.extent(), drawing.extent());
+    lean.removeElement(line, 0);
+    EXPECT_EQ(lean.extent(), boxOf(-10, -30, 100, 40)) << "of what was not read, nobody knows how much less it is";
 }
 
 } // namespace

@@ -114,6 +114,8 @@ TEST_F(ForeignDrawing, ARowOfATableThatIsNotListedKeepsItsTable) {
     ASSERT_EQ(again.tables().size(), 4U);
     EXPECT_EQ(again.tables()[2].name, "Theirs");
     EXPECT_EQ(again.tables()[3].name, "Theirs too");
+    EXPECT_EQ(again.tables()[2].id.asUint64(), drawing_.lastId() + 1) << "the first that nothing has";
+    EXPECT_EQ(again.tables()[3].id.asUint64(), drawing_.lastId() + 2);
 }
 
 TEST_F(ForeignDrawing, ARenamedLayerIsToldByName) {
@@ -233,6 +235,41 @@ TEST_F(ForeignDrawing, ALineWithoutAnyOfOurValuesIsAPolylineOnItsLayer) {
     }
 }
 
+// A line of one vertex has it twice, and that of a closed polyline ends with its first: which of both it is, is told by
+// columns that may be empty.
+TEST_F(ForeignDrawing, ALineHasAsManyVerticesAsItsColumnsTell) {
+    gis("DROP TRIGGER rtree_polylines_geom_insert");
+    const struct {
+        const char* of; // the polyline whose line is taken
+        const char* values;
+        std::size_t vertices;
+    } kLines[] = {
+        {"vertices = 1", "0, 1, 1", 1U},
+        {"vertices = 1", "0, 1, NULL", 1U},
+        {"vertices = 1", "NULL, 1, NULL", 1U},
+        {"vertices = 1", "0, 0, 1", 2U},
+        {"vertices = 1", "0, NULL, 1", 2U},
+        {"vertices = 1", "0, 2, 1", 2U},
+        {"vertices = 1", "1, 1, 1", 1U},
+        {"vertices = 1", "1, 2, 1", 1U},
+        {"vertices = 1", "1, NULL, NULL", 1U},
+        {"vertices = 2 AND closed", "1, NULL, NULL", 2U},
+        {"vertices = 2 AND closed", "0, 1, 1", 3U},
+        {"vertices = 2 AND closed", "0, NULL, 1", 3U},
+    };
+    for (const auto& line : kLines) {
+        gis("INSERT INTO polylines (geom, closed, vertices, lightweight) SELECT geom, " + std::string(line.values) +
+            " FROM polylines WHERE " + line.of + " ORDER BY fid LIMIT 1");
+    }
+    Drawing again;
+    ASSERT_TRUE(DrawingStore().open(path_, again));
+    ASSERT_EQ(again.entityCount(), drawing_.entityCount() + std::size(kLines));
+    for (std::size_t i = 0; i < std::size(kLines); ++i) {
+        EXPECT_EQ(again.entity(drawing_.entityCount() + i).vertices.size(), kLines[i].vertices)
+            << kLines[i].of << ": " << kLines[i].values;
+    }
+}
+
 TEST_F(ForeignDrawing, EveryKindOfNoteIsCountedForItsOwnTable) {
     for (const std::string table : {"points", "polylines", "alignments"}) {
         for (const std::string trigger : {"update3", "update4"}) {
@@ -260,6 +297,18 @@ TEST_F(ForeignDrawing, AnAreaGoesWithItsPolylineAndElementsWithTheirAlignment) {
     EXPECT_EQ(one("SELECT count(*) FROM lots"), "0");
     EXPECT_EQ(one("SELECT count(*) FROM rtree_lots_geom"), "0");
     EXPECT_EQ(one("SELECT count(*) FROM alignment_elements"), "0");
+}
+
+TEST_F(ForeignDrawing, WhatLetsThemGoComesBackWithTheNextSaveUnlessItsNameIsTaken) {
+    const std::string lots = one("SELECT sql FROM sqlite_master WHERE name = 'fenmark_lots_follow'");
+    const std::string theirs = "CREATE TRIGGER Fenmark_Elements_Follow AFTER DELETE ON sites BEGIN SELECT 1; END";
+    gis("DROP TRIGGER fenmark_lots_follow; DROP TRIGGER fenmark_elements_follow; " + theirs);
+    std::size_t count = 0;
+    const Outcome saved = importInto(count);
+    ASSERT_TRUE(saved) << saved.message.english;
+    EXPECT_EQ(OtherProgram(path_).ask("SELECT sql FROM sqlite_master WHERE name LIKE 'fenmark_%_follow' ORDER BY "
+                                      "name COLLATE NOCASE"),
+              (std::vector<std::string>{theirs, lots}));
 }
 
 TEST_F(ForeignDrawing, AnAreaDrawnAmongTheLotsIsToldAndOutlivesAnImport) {

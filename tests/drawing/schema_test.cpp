@@ -120,6 +120,24 @@ TEST_F(Schema, AlignmentsHaveALineForEachOfTheirCourses) {
               "折線|04000000\n間|06000000\n");
 }
 
+// What the lines before it took of the points for one alignment is not missing in the next.
+TEST_F(Schema, EveryAlignmentHasTheSameRoomForItsLine) {
+    Element winding; // turns 28,648 times, which no line has the points for
+    winding.type = ElementType::Clothoid;
+    winding.length = 5.4e7;
+    winding.endRadius = 150.0;
+    for (const std::size_t elements : {kMostAlignmentPoints / kMostElementPoints + 1, std::size_t{1}, std::size_t{1}}) {
+        const std::size_t road = drawing_.addAlignment(drawing_.sites().front().id, "渦", "0", "", "");
+        for (std::size_t i = 0; i < elements; ++i) {
+            winding.start.x = -1e6 * static_cast<double>(i);
+            drawing_.addElement(road, winding);
+        }
+    }
+    ASSERT_TRUE(store_.save(path_, drawing_));
+    // Of 16 bytes each.
+    EXPECT_EQ(rows("SELECT length(geom) / 160000 FROM alignments WHERE name = '渦' ORDER BY fid"), "100\n1\n1\n");
+}
+
 TEST_F(Schema, StylesAreAsWrittenDown) {
     test::expectSampleOf("drawing", "layer_styles.txt",
                          rows("SELECT f_table_catalog, f_table_schema, f_table_name, f_geometry_column, styleName,"

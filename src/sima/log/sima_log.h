@@ -51,8 +51,8 @@ class SimaLog {
     void setFile(std::string_view path);
 
     // These three raise LogFailure if the file cannot be created or written. Beside its input the log takes the place of
-    // what bore its name, a link too, and on a failure leaves it as it was. Where the folder does not allow that, a log that
-    // is there is written over.
+    // what bore its name, a link too, and on a failure leaves it as it was. Where the folder does not allow that, a log
+    // that is there is written over.
     void writeAll() const;
     void writeErrorsOnly() const;
     void appendLines(const std::vector<std::string>& lines) const;

@@ -11,8 +11,8 @@
 
 namespace fenmark::test {
 
-// Runs something as a user without rights over other people's files; 0 if it held. In this process, so that what fails in
-// it is shown.
+// Runs something as a user without rights over other people's files; 0 if it held. In this process, so that what fails
+// in it is shown.
 inline int asOrdinaryUser(const std::function<bool()>& holds) {
     constexpr uid_t kNobody = 65534;
     if (geteuid() != 0) {

@@ -50,9 +50,9 @@ class SimaLog {
     // Another file in its place, of any name: for a program that moves the log beside its input later.
     void setFile(std::string_view path);
 
-    // These three raise LogFailure if the file cannot be created or written. Beside its input the log takes the place of
-    // what bore its name, a link too, and on a failure leaves it as it was. Where the folder does not allow that, a log that
-    // is there is written over.
+    // These three raise LogFailure if the file cannot be created or written. Beside its input the log takes the place
+    // of what bore its name, a link too, and on a failure leaves it as it was. Where the folder does not allow that, a
+    // log that is there is written over.
     void writeAll() const;
     void writeErrorsOnly() const;
     void appendLines(const std::vector<std::string>& lines) const;

@@ -83,28 +83,6 @@ TEST(ProgressBar, ComesOnATerminalAloneAndNotForTheQuiet) {
     }
 }
 
-TEST(ProgressBar, OfAnImportIsDrawnOnTheTerminalAndElseAmongTheErrors) {
-    const drawing::Drawing drawing;
-    const std::string file = "a.sim";
-    const ImportArguments arguments;
-    for (const bool hasTerminal : {true, false}) {
-        std::ostringstream out;
-        std::ostringstream err;
-        std::ostringstream terminal;
-        const Streams streams{out, err, true, hasTerminal ? &terminal : nullptr, 54};
-        ImportDialogs dialogs(arguments, file, sima::Encoding::Cp932, "", drawing, streams);
-        const std::unique_ptr<sima::Progress> bar = dialogs.progress()->create("読込", false);
-        bar->setRange(0, 1, 1);
-        const std::ostringstream& drawn = hasTerminal ? terminal : err;
-        for (std::int64_t position = 1; out.str().empty() && err.str().empty() && terminal.str().empty(); ++position) {
-            bar->setPosition(position); // until the bar's patience is over
-        }
-        EXPECT_EQ(drawn.str(), line(40, 40, 100));
-        EXPECT_TRUE(hasTerminal ? err.str().empty() : terminal.str().empty());
-        EXPECT_EQ(out.str(), "");
-    }
-}
-
 TEST(ProgressBar, DrawsAThousandStepsAndGoesInTheEnd) {
     std::ostringstream terminal;
     {

@@ -30,7 +30,7 @@ COLUMNS = {
     "alignments": "fid, geom, name, layer, start_station, length",
     "alignment_elements": "alignment_id, place, type, start_x, start_y, direction, length, start_radius, end_radius,"
                           " clockwise"}
-BLOCK = re.compile(r"^(?!fenmark: )[^\n]*?\.sim:(\d+): (?:(Err[A-Z]\d+(?:-\d+)?|error): )?(.*)$")
+BLOCK = re.compile(r"^(?!fenmark: )[^\n]*?\.sim:(\d+): (?!note: )(?:(Err[A-Z]\d+(?:-\d+)?|error): )?(.*)$")
 TEXT = str.maketrans({"\\": "\\\\", "\t": "\\t", "\n": "\\n", "\r": "\\r", "\0": "\ufffd"})
 BATCH = 5000  # rows sent at once
 

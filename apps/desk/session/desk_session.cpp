@@ -1,6 +1,7 @@
 // The embedded host at work on one drawing.
 #include "desk/session/desk_session.h"
 
+#include "desk/session/source_record.h"
 #include "drawing/file_digest.h"
 #include "platform/files.h"
 #include "sima/text/path.h"
@@ -38,7 +39,7 @@ std::string wholePath(const std::string& file) {
 
 // The import of a file beside such a drawing would write its log over it.
 Outcome refusedAsLog(const std::string& path) {
-    return platform::behindLinks(path).ends_with("_Input.log")
+    return isNamedAsLog(platform::behindLinks(path))
                ? failed({path + ": a drawing must not bear the name of an import's log; rename it",
                          path + ": 図面の名前が読み込みログの名前と同じです。名前を変えてください"})
                : Outcome();

@@ -81,7 +81,7 @@ std::optional<std::int64_t> recordNumberIn(std::string_view line) {
 std::string sourceOfLog(const std::string& logPath) {
     const std::filesystem::path log = sima::pathOf(logPath);
     std::string name = log.filename().string();
-    if (!name.ends_with(kLogEnd)) {
+    if (!isNamedAsLog(name)) {
         return {};
     }
     name.resize(name.size() - kLogEnd.size());
@@ -93,6 +93,10 @@ std::string sourceOfLog(const std::string& logPath) {
         }
     }
     return {};
+}
+
+bool isNamedAsLog(const std::string& path) {
+    return path.ends_with(kLogEnd);
 }
 
 bool isOrdinaryFile(const std::string& path) {

@@ -33,6 +33,9 @@ std::optional<std::int64_t> recordNumberIn(std::string_view logLine);
 // is none.
 std::string sourceOfLog(const std::string& logPath);
 
+// Whether an import could write its log under that name.
+bool isNamedAsLog(const std::string& path);
+
 // False also for pipes and devices, at which reading would wait or never end. A drawing may name any path.
 bool isOrdinaryFile(const std::string& path);
 

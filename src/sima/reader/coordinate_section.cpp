@@ -38,30 +38,26 @@ bool readPlainPoint(const Fields& fields, SimaPoint& point) {
     return true;
 }
 
-// What is doubtful about a point that was stored behind those of earlier sections. One in plain form has its numbers whole,
-// unless a sign or a point alone gave 0.
-void doubtPoint(FilePass& file, std::size_t firstOfSection, const SimaPoint& point, bool isPlain) {
-    const PointTable& points = file.reader().points;
-    if (firstOfSection > 0) {
-        const SimaPoint* const first = points.find(point.number);
-        if (first != nullptr && (first->x != point.x || first->y != point.y)) {
-            file.doubt(Doubt::PointNumberAgain);
-        }
-    }
+// Notes what is doubtful about the numbers of the point's record.
+void doubtNumbers(FilePass& file, const SimaPoint& point) {
     const Fields& fields = file.fields();
-    const auto doubtNumber = [&](std::string_view field, double value) {
-        if (!isPlain || (value == 0.0 && !field.empty())) {
-            file.doubtNumber(field, value);
-        }
-    };
-    doubtNumber(fields[3], point.y);
-    doubtNumber(fields[4], point.x);
-    doubtNumber(fields[5], point.z);
-    if (!isPlain) {
-        file.doubtNumber(fields[1], point.number);
-    }
+    file.doubtNumber(fields[3], point.y);
+    file.doubtNumber(fields[4], point.x);
+    file.doubtNumber(fields[5], point.z);
+    file.doubtNumber(fields[1], point.number);
     if (isEmptyNumber(fields[3]) || isEmptyNumber(fields[4])) {
         file.doubt(Doubt::EmptyCoordinate);
+    }
+}
+
+// The first point of a number, which lots and routes take, may stand in an earlier section.
+void doubtNumberAgain(FilePass& file, std::size_t firstOfSection, const SimaPoint& point) {
+    if (firstOfSection == 0) {
+        return;
+    }
+    const SimaPoint* const first = file.reader().points.find(point.number);
+    if (first != nullptr && (first->x != point.x || first->y != point.y)) {
+        file.doubt(Doubt::PointNumberAgain);
     }
 }
 
@@ -71,11 +67,11 @@ void readPoint(FilePass& file, std::size_t firstOfSection) {
     const Record record = file.record();
     SimaPoint point;
     if (readPlainPoint(record.fields, point) && !points.hasFrom(firstOfSection, point.number)) {
-        // No others in plain form can be doubtful.
-        const bool hasZero = point.x == 0.0 || point.y == 0.0 || (point.z == 0.0 && !record.fields[5].empty());
-        if (hasZero || firstOfSection > 0) {
-            doubtPoint(file, firstOfSection, point, true);
+        // Numbers in plain form are read whole, unless a sign or a point alone gave 0.
+        if (point.x == 0.0 || point.y == 0.0 || (point.z == 0.0 && !record.fields[5].empty())) {
+            doubtNumbers(file, point);
         }
+        doubtNumberAgain(file, firstOfSection, point);
         points.append(std::move(point));
         return;
     }
@@ -85,7 +81,9 @@ void readPoint(FilePass& file, std::size_t firstOfSection) {
     } else if (!storePoint(points, record.fields)) {
         file.passOver(PassedKind::PointWithoutNumber);
     } else {
-        doubtPoint(file, firstOfSection, points[points.size() - 1], false);
+        const SimaPoint& stored = points[points.size() - 1];
+        doubtNumbers(file, stored);
+        doubtNumberAgain(file, firstOfSection, stored);
     }
 }
 

@@ -27,12 +27,11 @@ bool LineSource::open(std::string_view path) {
     path_ = path;
     const std::filesystem::path file = pathOf(path);
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(file, error);
-    if (std::filesystem::is_directory(status)) {
+    if (std::filesystem::is_directory(file, error)) {
         openError_ = std::make_error_code(std::errc::is_a_directory);
         return false;
     }
-    if (std::filesystem::is_other(status)) { // a pipe would be waited for, and a device may never end
+    if (isPipeOrDevice(file)) {
         openError_ = std::make_error_code(std::errc::invalid_argument);
         return false;
     }

@@ -4,10 +4,8 @@
 #include "sima/text/path.h"
 #include "sima/text/utf8.h"
 
-#include <filesystem>
 #include <fstream>
 #include <ios>
-#include <system_error>
 #include <vector>
 
 namespace fenmark::sima {
@@ -167,9 +165,8 @@ EncodingChoice EncodingGuess::choice() const {
 
 EncodingChoice chooseEncoding(std::string_view path) {
     EncodingGuess guess;
-    std::error_code error;
-    if (std::filesystem::is_other(pathOf(path), error)) {
-        return {}; // a pipe would be waited for, and a device may never end
+    if (isPipeOrDevice(pathOf(path))) {
+        return {};
     }
     try {
         std::ifstream file(pathOf(path), std::ios::binary);

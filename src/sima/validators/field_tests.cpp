@@ -1,4 +1,4 @@
-// The two tests that the validators put fields to.
+// Whether a field holds digits or a number, as the validators ask, and whether a number was read whole.
 #include "sima/validators/field_tests.h"
 
 #include "sima/text/number.h"

@@ -1,4 +1,4 @@
-// The two tests that the validators put fields to.
+// Whether a field holds digits or a number, as the validators ask, and whether a number was read whole.
 #pragma once
 
 #include "sima/text/number.h"

@@ -22,6 +22,7 @@ enum class StoreNoteCode : std::uint8_t {
     // Of a package that another program made
     OtherDatum,       // coordinates of zone `count` of the datum `name`, taken as they stand
     NoPlainTable,     // `table` is a view or the like: left out
+    NotListed,        // `table` has geometry, but no entry among the features: left out
     NoGeometryColumn, // `table` has no column of geometry that is stored: left out
     FeatureNoPlace,   // features of `table`: left out
     FeatureDamaged,   // of our own packages, too

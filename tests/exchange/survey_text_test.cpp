@@ -88,8 +88,8 @@ TEST(DecimalAreaOf, KeepsEveryDigitOfASum) {
     EXPECT_EQ(sum.text(), "99999999980000.000001");
     sum.units -= product(decimal(9999999.999), decimal(9999999.998)).units;
     EXPECT_EQ(sum.text(), "9999.999999");
-    EXPECT_EQ(halfText(DecimalArea{1'000'000}), "0.000001") << "half a millionth is rounded up once";
-    EXPECT_EQ(halfText(DecimalArea{999'999}), "0.000000");
+    EXPECT_EQ(halfOf(DecimalArea{1'000'000}).text(), "0.000001") << "half a millionth is rounded up once";
+    EXPECT_EQ(halfOf(DecimalArea{999'999}).text(), "0.000000");
     EXPECT_EQ((DecimalArea{-499'999}.text()), "0.000000");
 }
 

@@ -61,6 +61,8 @@ TEST(StationNamesOf, CountStakesOnAPitch) {
     EXPECT_EQ((StationNames{StationNames::Style::Stake, 100.0}(345.0)), "No.3+45.000");
     EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(1234.5)), "1k234.500");
     EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(7.0)), "0k007.000");
+    EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(-946.947)), "-0k946.947");
+    EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(-1000.25)), "-1k000.250");
     EXPECT_EQ(names(1e300).substr(0, 4), "1000") << "no stake has such a number";
 }
 

@@ -43,6 +43,12 @@ TEST(StoreNotes, SayWhatWasFoundInBothLanguages) {
          "3 features of the layer 'points' (first fid 7) had the identifier of another object; "
          "the next save gives a new one",
          "レイヤ「points」の地物3個(最初のfid 7)の識別子は他の図形と同じです。次の保存で新しい識別子が付きます"},
+        {{StoreNoteCode::LotsDiffer, "lots", {}, 2, 7},
+         "lots-differ",
+         "2 features differ between the layers 'lots' and 'polylines' (first fid 7): the polylines are taken, so lots "
+         "are to be changed there",
+         "レイヤ「lots」と「polylines」で異なる地物が2個あります(最初のfid 7)。「polylines」の内容を使います。"
+         "画地の変更は「polylines」で行ってください"},
         {{StoreNoteCode::MissingColumn, "points", "Name"},
          "missing-column",
          "the table 'points' has no column 'Name': it is taken as empty, and the drawing cannot be saved "

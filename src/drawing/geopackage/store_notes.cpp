@@ -36,6 +36,13 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
      "レイヤ「{table}」の地物{count}個(最初のfid {first})の列「{name}」の値は使える数値ではないため、0としました",
      "{count} {count:feature|features} of the layer '{table}' (first fid {first}) whose '{name}' is no number that can "
      "be used, taken as 0"},
+    {StoreNoteCode::LotsDiffer, "lots-differ",
+     "レイヤ「{table}」と「polylines」で異なる地物が{count}個あります(最初のfid "
+     "{first})。「polylines」の内容を使います。"
+     "画地の変更は「polylines」で行ってください",
+     "{count} {count:feature differs|features differ} between the layers '{table}' and 'polylines' (first fid "
+     "{first}): "
+     "the polylines are taken, so lots are to be changed there"},
     {StoreNoteCode::TakenIdentifier, "taken-identifier",
      "レイヤ「{table}」の地物{count}個(最初のfid {first})の識別子は他の図形と同じです。"
      "次の保存で新しい識別子が付きます",

@@ -580,7 +580,7 @@ TEST_F(PlanOf, CrowdedNamesAreLeftOutAndCounted) {
     EXPECT_TRUE(hasText("離れた点"));
 }
 
-// A lot of a metre on a plan of kilometres is too small for its name, and a name as long as the map fits nowhere.
+// A lot of a metre on a plan of kilometres is too small for its name, and one of two points has no area.
 TEST_F(PlanOf, NamesOfLotsWithoutRoomAreCounted) {
     const auto lot = [&](double x, double side, const char* name) {
         addPolyline(drawing, {{x, 0, 0}, {x + side, 0, 0}, {x + side, side, 0}, {x, side, 0}}, true, name);

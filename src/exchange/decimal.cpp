@@ -119,9 +119,9 @@ DecimalArea product(const Decimal& a, const Decimal& b) {
     return {static_cast<Wide>(a.micrometres()) * b.micrometres()};
 }
 
-std::string halfText(const DecimalArea& area) {
+DecimalArea halfOf(const DecimalArea& area) {
     // Half of it in units of 1e-13 m2 is a whole number again.
-    return decimalText(roundedQuotient(area.units * 5, kMicroDigits + 1), kMicroDigits);
+    return {roundedQuotient(area.units * 5, kMicroDigits + 1) * power(kMicroDigits)};
 }
 
 std::string registeredArea(const std::string& area, bool residential) {

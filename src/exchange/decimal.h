@@ -46,8 +46,8 @@ struct DecimalArea {
     [[nodiscard]] DecimalArea absolute() const { return {units < 0 ? -units : units}; }
 };
 DecimalArea product(const Decimal& a, const Decimal& b);
-// Half of the area with six decimals, rounded once.
-[[nodiscard]] std::string halfText(const DecimalArea& area);
+// Half of the area, rounded once to six decimals.
+[[nodiscard]] DecimalArea halfOf(const DecimalArea& area);
 
 // The registered area of a lot from its area with six decimals: cut, never rounded. Residential land and mineral springs
 // keep two decimals, and so does everything up to 10 m2; other land keeps none.

@@ -17,7 +17,7 @@ enum class NoteCode : std::uint8_t {
     NothingSelected,   // a file without objects, as none is what was asked for
     NoPlace,           // count points, polylines and alignments with coordinates beyond all bounds; became
     NoHeight,          // count points whose height is beyond all bounds
-    WithoutLine,       // polylines of fewer than two points and alignments without elements, left out
+    WithoutLine,       // polylines of fewer than two points and alignments without elements, left out; plans too
     RenamedObjects,    // count objects whose name another one of the file has
     BeyondProjection,  // count objects too far from the zone's origin for a longitude; became
     UnplacedResults,   // count longitudinal and cross-section results that lie on no alignment; became
@@ -46,12 +46,14 @@ enum class NoteCode : std::uint8_t {
     LotWithoutRing,
     NothingReported, // a file without a table, as the drawing has nothing for those that are asked for
     // Plans and sections
-    AtOrigin,    // count objects at the origin, far from all others
-    OutOfReach,  // count objects with coordinates that no survey has
-    SmallLines,  // count lines that others cover on the paper
-    DotsForMany, // of count points
-    NamesOfMany, // of count points, left out
-    NoRoomForNames,
+    AtOrigin,              // count objects at the origin, far from all others
+    OutOfReach,            // count objects with coordinates that no survey has
+    SmallLines,            // count lines that others cover on the paper
+    DotsForMany,           // of count points
+    NamesOfMany,           // of count points, left out
+    NoRoomForNames,        // of count points
+    NoRoomForLotNames,     // of count lots
+    NoRoomAlongAlignments, // for count texts
     NoRoomForFigures,
     StationsEvery,      // metres
     StationsCut,        // after count of them

@@ -5,6 +5,7 @@
 #include "exchange/text.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <numbers>
 
 namespace fenmark::exchange {
@@ -42,9 +43,11 @@ std::string StationNames::operator()(double station) const {
     }
     const long long millimetres = std::llround(station * kMillimetres);
     if (style == Style::Kilometre) {
-        const long long kilometre = floorDivided(millimetres, 1000000);
-        const std::string rest = metresOf(millimetres - kilometre * 1000000);
-        return std::to_string(kilometre) + "k" + std::string(7 - rest.size(), '0') + rest;
+        // Before 0 the whole of it is negative: "-1k053" would be read as 1053 m before 0, not as 947.
+        const long long size = std::abs(millimetres);
+        const std::string rest = metresOf(size % 1000000);
+        return (millimetres < 0 ? "-" : "") + std::to_string(size / 1000000) + "k" + std::string(7 - rest.size(), '0') +
+               rest;
     }
     const long long step = std::max(1LL, std::llround(pitch * kMillimetres));
     const long long stake = floorDivided(millimetres, step);

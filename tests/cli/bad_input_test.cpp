@@ -267,7 +267,7 @@ TEST_F(BadInput, CoordinatesBeyondAllNumbersAreKeptAndTold) {
     EXPECT_EQ(ran.code, kDone);
     EXPECT_TRUE(contains(ran.err,
                          "a.sim: note: coordinates beyond all bounds; kept in the drawing, but no other program "
-                         "can show them: 1 points"))
+                         "can show them: 1 point"))
         << ran.err;
     EXPECT_TRUE(contains(ran.err, "heights beyond all bounds")) << ran.err;
     const nlohmann::json entities = info(folder.at("a.gpkg"))["entities"];

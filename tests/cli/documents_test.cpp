@@ -43,6 +43,8 @@ TEST_F(Documents, StakesGoToStandardOutputOrToAFileOfTheFormatOfItsName) {
     EXPECT_EQ(std::count(table.out.begin(), table.out.end(), '\n'), 5);
     EXPECT_NE(table.out.find("No.6+0.500左4 "), std::string::npos) << table.out;
     EXPECT_NE(table.out.find("No.15 "), std::string::npos) << table.out;
+    EXPECT_EQ(fenmark({"stakes", drawing, "中心線", "--at", "No.6+0.5,1k-700", "--offset=-4,0", "--out", "-"}).out,
+              table.out);
     const std::string target = folder.at("s.csv");
     EXPECT_EQ(fenmark({"stakes", drawing, "中心線", "--every", "100", "--out", target}).code, kDone);
     EXPECT_EQ(countOf(contentOf(target), "\r\n"), 10U) << "a head, and No.5 to No.45";

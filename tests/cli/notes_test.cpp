@@ -38,11 +38,11 @@ TEST_F(NotesLine, ExportAndPlotSpeakTheSameLanguage) {
     const std::string csv = folder.at("a.csv");
     const std::string svg = folder.at("a.svg");
     EXPECT_TRUE(contains(fenmark({"export", drawing, csv}).err,
-                         "fenmark: note: a CSV file holds points alone; left out: 0 polylines, 1 alignments\n"));
+                         "fenmark: note: a CSV file holds points alone; left out: 0 polylines, 1 alignment\n"));
     EXPECT_TRUE(contains(inJapanese({"export", drawing, csv}).err,
                          "fenmark: note: CSVファイルは点だけを持ちます。線0本と線形1本は出力していません\n"));
     EXPECT_TRUE(contains(fenmark({"plot", drawing, svg}).err,
-                         "fenmark: note: 1 objects with coordinates that no survey has are not drawn\n"));
+                         "fenmark: note: 1 object with coordinates that no survey has is not drawn\n"));
     EXPECT_TRUE(contains(inJapanese({"plot", drawing, svg}).err,
                          "fenmark: note: 座標が大きすぎる1個の図形は図示していません\n"));
 }

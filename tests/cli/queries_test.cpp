@@ -390,7 +390,7 @@ TEST_F(QueryLine, ExportThatCannotBeWrittenSaysSo) {
 TEST_F(QueryLine, CsvTellsWhatItLeavesOut) {
     ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
     const std::vector<std::string> line{"export", folder.at("a.gpkg"), folder.at("out.csv")};
-    EXPECT_TRUE(contains(fenmark(line).err, "0 polylines, 1 alignments"));
+    EXPECT_TRUE(contains(fenmark(line).err, "0 polylines, 1 alignment\n"));
     std::vector<std::string> quiet = line;
     quiet.push_back("--quiet");
     EXPECT_EQ(fenmark(quiet).err, "");

@@ -271,13 +271,13 @@ TEST_F(ForeignDrawing, ALineHasAsManyVerticesAsItsColumnsTell) {
 }
 
 TEST_F(ForeignDrawing, EveryKindOfNoteIsCountedForItsOwnTable) {
-    for (const std::string table : {"points", "polylines", "alignments"}) {
+    for (const std::string table : {"points", "polylines", "lots", "alignments"}) {
         for (const std::string trigger : {"update3", "update4"}) {
             gis("DROP TRIGGER IF EXISTS rtree_" + table + "_geom_" + trigger);
         }
     }
     gis("UPDATE points SET \"No\" = 'seven' WHERE fid IN (SELECT fid FROM points ORDER BY fid LIMIT 2);"
-        "UPDATE polylines SET \"No\" = 'eight' WHERE \"No\" = 7;"
+        "UPDATE polylines SET \"No\" = 'eight' WHERE \"No\" = 7; UPDATE lots SET \"No\" = 'eight';"
         "UPDATE alignments SET start_station = 'ten'");
     Drawing again;
     DrawingStore store;
@@ -333,6 +333,44 @@ TEST_F(ForeignDrawing, AnAreaDrawnAmongTheLotsIsToldAndOutlivesAnImport) {
     const Outcome saved = importInto(count);
     ASSERT_TRUE(saved) << saved.message.english;
     EXPECT_EQ(one("SELECT count(*) FROM lots WHERE \"Name\" = 'drawn'"), "1");
+}
+
+// The layer that a GIS shows as areas is made of the polylines: what is changed there alone is not in the drawing.
+TEST_F(ForeignDrawing, LotsThatDifferFromTheirPolylinesAreTold) {
+    const std::string lot = one("SELECT fid FROM lots");
+    for (const std::string& trigger :
+         OtherProgram(path_).ask("SELECT name FROM sqlite_master WHERE type = 'trigger' AND name LIKE 'rtree%'")) {
+        gis("DROP TRIGGER " + trigger);
+    }
+    gis("UPDATE polylines SET import_id = 1");
+    const auto told = [&] {
+        Drawing read;
+        DrawingStore store;
+        EXPECT_TRUE(store.open(path_, read));
+        const StoreNote* const note = find(store, StoreNoteCode::LotsDiffer);
+        return note == nullptr ? std::string() : noteText(*note);
+    };
+    EXPECT_EQ(told(), "");
+    const std::string wanted = "1 feature differs between the layers 'lots' and 'polylines' (first fid " + lot +
+                               "): the polylines are taken, so lots are to be changed there";
+    for (const char* change : {"\"Name\" = 'other'", "\"Name\" = '', \"No\" = NULL"}) {
+        gis(std::string("UPDATE lots SET ") + change);
+        EXPECT_EQ(told(), wanted) << change;
+    }
+    gis("UPDATE lots SET \"No\" = 7");
+    EXPECT_EQ(told(), "");
+    gis("CREATE TABLE kept AS SELECT fid, geom FROM polylines;"
+        "UPDATE polylines SET geom = (SELECT geom FROM kept WHERE fid = " +
+        lot + " + 1) WHERE fid = " + lot);
+    EXPECT_EQ(told(), wanted) << "another outline";
+    gis("UPDATE polylines SET geom = (SELECT geom FROM kept WHERE kept.fid = polylines.fid)");
+    EXPECT_EQ(told(), "");
+    gis("UPDATE lots SET geom = NULL");
+    EXPECT_EQ(told(), wanted) << "none";
+    gis("DELETE FROM lots");
+    EXPECT_EQ(told(), wanted) << "no lot";
+    gis("UPDATE polylines SET import_id = NULL");
+    EXPECT_EQ(told(), "") << "a polyline that a GIS drew has no area yet";
 }
 
 // SQLite keeps a text in a column of numbers, and the field of a GIS takes more digits than a number of a record.

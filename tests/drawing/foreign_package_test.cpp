@@ -140,7 +140,7 @@ TEST_F(PackageOfAnother, PointsAndPolygonsBecomeCoordinatesAndLots) {
     EXPECT_EQ(drawing.tables()[0].name, drawing.entity(0).row->table);
     EXPECT_EQ(drawing.tables()[1].name, drawing.entity(5).row->table);
     EXPECT_EQ(notes(), (std::vector<std::string>{"'杭': names from '点名', numbers from 'NO'",
-                                                 "1 features without a whole number in the column 'NO' of '杭' (first "
+                                                 "1 feature without a whole number in the column 'NO' of '杭' (first "
                                                  "fid 4): the fid is taken",
                                                  "'筆': names from '地番', numbers from the features"}));
 }
@@ -193,12 +193,31 @@ TEST_F(PackageOfAnother, WhatIsNoPointAndNoPlainPolygonIsLeftOutAndCounted) {
     const std::vector<std::string> said = notes();
     for (const char* wanted :
          {"'v' is no table of its own: left out", "2 features left out: LINESTRING in 'p' (first fid 2)",
-          "1 features left out: polygons with holes in 'p' (first fid 4)",
-          "1 features left out: without a place in 'p' (first fid 5)",
-          "1 features left out: damaged geometry in 'p' (first fid 6)"}) {
+          "1 feature left out: polygons with holes in 'p' (first fid 4)",
+          "1 feature left out: without a place in 'p' (first fid 5)",
+          "1 feature left out: damaged geometry in 'p' (first fid 6)"}) {
         EXPECT_NE(std::find(said.begin(), said.end(), wanted), said.end()) << wanted;
     }
     EXPECT_EQ(said.size(), 6U);
+}
+
+TEST_F(PackageOfAnother, ATableThatIsRegisteredByHalfIsLeftOutAndTold) {
+    for (const char* name : {"p", "unlisted", "attributes", "without"}) {
+        addTable(name, 6677);
+        run(std::string("INSERT INTO \"") + name + "\" VALUES (1, " + pointBlob(1, 2) + ")");
+    }
+    run("DELETE FROM gpkg_contents WHERE table_name = 'unlisted';"
+        "UPDATE gpkg_contents SET data_type = 'attributes' WHERE table_name = 'attributes';"
+        "DELETE FROM gpkg_geometry_columns WHERE table_name = 'without';"
+        "INSERT INTO gpkg_geometry_columns VALUES (NULL, 'geom', 'POINT', 6677, 0, 0)");
+    ASSERT_TRUE(read());
+    EXPECT_EQ(package_.drawing.entityCount(), 1U);
+    const std::vector<std::string> said = notes();
+    for (const char* wanted : {"the table 'attributes' is not listed as features in gpkg_contents: left out",
+                               "the table 'unlisted' is not listed as features in gpkg_contents: left out",
+                               "the table 'without' has no column of geometry that is stored: left out"}) {
+        EXPECT_NE(std::find(said.begin(), said.end(), wanted), said.end()) << wanted;
+    }
 }
 
 TEST_F(PackageOfAnother, OlderDatumsAreTakenAsTheyStandAndTold) {

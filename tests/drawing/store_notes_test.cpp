@@ -43,6 +43,12 @@ TEST(StoreNotes, SayWhatWasFoundInBothLanguages) {
          "3 features of the layer 'points' (first fid 7) had the identifier of another object; "
          "the next save gives a new one",
          "レイヤ「points」の地物3個(最初のfid 7)の識別子は他の図形と同じです。次の保存で新しい識別子が付きます"},
+        {{StoreNoteCode::LotsDiffer, "lots", {}, 2, 7},
+         "lots-differ",
+         "2 features differ between the layers 'lots' and 'polylines' (first fid 7): the polylines are taken, so lots "
+         "are to be changed there",
+         "レイヤ「lots」と「polylines」で異なる地物が2個あります(最初のfid 7)。「polylines」の内容を使います。"
+         "画地の変更は「polylines」で行ってください"},
         {{StoreNoteCode::MissingColumn, "points", "Name"},
          "missing-column",
          "the table 'points' has no column 'Name': it is taken as empty, and the drawing cannot be saved "
@@ -56,6 +62,14 @@ TEST(StoreNotes, SayWhatWasFoundInBothLanguages) {
          "no-plain-table",
          "'v' is no table of its own: left out",
          "「v」は実体のある表ではないため、読み込んでいません"},
+        {{StoreNoteCode::NotListed, "p", {}},
+         "not-listed",
+         "the table 'p' is not listed as features in gpkg_contents: left out",
+         "表「p」は地物の表としてgpkg_contentsに登録されていないため、読み込んでいません"},
+        {{StoreNoteCode::FeatureDamaged, "p", {}, 1, 7},
+         "damaged-geometry",
+         "1 feature left out: damaged geometry in 'p' (first fid 7)",
+         "「p」の図形が壊れている地物1個(最初のfid 7)は読み込んでいません"},
         {{StoreNoteCode::FeatureWithHoles, "p", {}, 2, 7},
          "polygon-with-holes",
          "2 features left out: polygons with holes in 'p' (first fid 7)",

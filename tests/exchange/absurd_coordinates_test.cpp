@@ -101,8 +101,8 @@ TEST_F(AbsurdCoordinates, GiveGeoJsonFeaturesWithoutGeometry) {
     EXPECT_EQ(without, (std::vector<std::string>{"FARAWAY", "NORTH", "SOUTH", "NOWHERE", "WIDE", "HUGE", "LONG"}));
     EXPECT_EQ(english(notes_), (std::vector<std::string>{
                                    "coordinates beyond all bounds; written without geometry: 3 points, 3 polylines, 1 "
-                                   "alignments",
-                                   "heights beyond all bounds; in other files 0 or empty: 1 points"}));
+                                   "alignment",
+                                   "heights beyond all bounds; in other files 0 or empty: 1 point"}));
 }
 
 TEST_F(AbsurdCoordinates, AreLeftOutOfDxfWithANote) {
@@ -112,7 +112,7 @@ TEST_F(AbsurdCoordinates, AreLeftOutOfDxfWithANote) {
     EXPECT_NE(text.find("HIGH"), std::string::npos);
     EXPECT_EQ(text.find("$EXTMAX"), std::string::npos) << "readers find the extent by themselves";
     ASSERT_EQ(notes_.size(), 2U);
-    EXPECT_EQ(english(notes_[0]), "coordinates beyond all bounds; left out: 3 points, 3 polylines, 1 alignments");
+    EXPECT_EQ(english(notes_[0]), "coordinates beyond all bounds; left out: 3 points, 3 polylines, 1 alignment");
 }
 
 TEST_F(AbsurdCoordinates, AreCountedWhereverTheObjectStands) {
@@ -124,14 +124,14 @@ TEST_F(AbsurdCoordinates, AreCountedWhereverTheObjectStands) {
             addPoint(drawing_, {i == absurd ? kEndless : 12000.0, -36000.0, 0.0}, i == absurd ? "ABSURD" : kNames[i]);
         }
         const std::vector<std::string> leftOut = {
-            "coordinates beyond all bounds; left out: 1 points, 0 polylines, 0 alignments"};
+            "coordinates beyond all bounds; left out: 1 point, 0 polylines, 0 alignments"};
         EXPECT_EQ(dxf().find("ABSURD"), std::string::npos) << absurd;
         EXPECT_EQ(english(notes_), leftOut) << absurd;
         EXPECT_EQ(written(writeLandXml).find("ABSURD"), std::string::npos) << absurd;
         EXPECT_EQ(english(notes_), leftOut) << absurd;
         EXPECT_NE(written(planeGeoJson).find("ABSURD"), std::string::npos) << absurd;
         const std::vector<std::string> withoutGeometry = {
-            "coordinates beyond all bounds; written without geometry: 1 points, 0 polylines, 0 alignments"};
+            "coordinates beyond all bounds; written without geometry: 1 point, 0 polylines, 0 alignments"};
         EXPECT_EQ(english(notes_), withoutGeometry) << absurd;
     }
 }
@@ -197,7 +197,7 @@ TEST(Placed, AnArcThatWindsOnAndOnIsLeftOut) {
             std::ostringstream out;
             const Notes notes = formatOf(name)->write(drawing, {}, out);
             ASSERT_FALSE(notes.empty()) << name;
-            EXPECT_EQ(english(notes[0]), "coordinates beyond all bounds; left out: 0 points, 0 polylines, 1 alignments")
+            EXPECT_EQ(english(notes[0]), "coordinates beyond all bounds; left out: 0 points, 0 polylines, 1 alignment")
                 << name;
             EXPECT_EQ(out.str().find("COIL"), std::string::npos) << name;
             EXPECT_LT(out.str().size(), 100'000U) << name;
@@ -332,7 +332,7 @@ TEST(Placed, AnElementWithoutAnEndDirectionIsLeftOut) {
     std::ostringstream dxf;
     ASSERT_EQ(
         english(writeDxf(drawing, {}, dxf)),
-        (std::vector<std::string>{"coordinates beyond all bounds; left out: 0 points, 0 polylines, 1 alignments"}));
+        (std::vector<std::string>{"coordinates beyond all bounds; left out: 0 points, 0 polylines, 1 alignment"}));
     std::ostringstream plan;
     EXPECT_EQ(writePlanSvg(drawing, plan).front(), (Note{NoteCode::OutOfReach, 1}));
     EXPECT_FALSE(std::regex_search(dxf.str() + plan.str(), kNotWritable));

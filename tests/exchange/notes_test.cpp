@@ -95,6 +95,16 @@ TEST(Notes, TextsAreThoseOfTheSample) {
     expectSample("notes.txt", all);
 }
 
+// Words that go with a number of things are those of one thing.
+TEST(Notes, OfOneThingAreThoseOfTheSample) {
+    std::string all;
+    for (const NoteCode code : codes()) {
+        const Note note{code, 1, 1, 1, Fate::LeftOut, 12.5, 1000.125, 2000.25, "\u9F98"};
+        all += english(note) + '\n';
+    }
+    expectSample("notes_of_one.txt", all);
+}
+
 TEST(Notes, EveryCodeHasItsTextInBothLanguages) {
     std::set<std::string_view> names;
     for (const NoteCode code : codes()) {
@@ -182,7 +192,7 @@ TEST(Notes, EveryFateHasItsWordsInBothLanguages) {
 TEST(Notes, ReadAsTheyAreTold) {
     const Note note{NoteCode::NoPlace, 3, 2, 1, Fate::WithoutGeometry};
     EXPECT_EQ(english(note),
-              "coordinates beyond all bounds; written without geometry: 3 points, 2 polylines, 1 alignments");
+              "coordinates beyond all bounds; written without geometry: 3 points, 2 polylines, 1 alignment");
     EXPECT_EQ(japanese(note), "座標が大きすぎる点3点、線2本、線形1本: 図形なしで出力しました");
 }
 

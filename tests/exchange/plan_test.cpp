@@ -580,6 +580,42 @@ TEST_F(PlanOf, CrowdedNamesAreLeftOutAndCounted) {
     EXPECT_TRUE(hasText("離れた点"));
 }
 
+// A lot of a metre on a plan of kilometres is too small for its name, and one of two points has no area.
+TEST_F(PlanOf, NamesOfLotsWithoutRoomAreCounted) {
+    const auto lot = [&](double x, double side, const char* name) {
+        addPolyline(drawing, {{x, 0, 0}, {x + side, 0, 0}, {x + side, side, 0}, {x, side, 0}}, true, name);
+    };
+    lot(0.0, 900.0, "広い");
+    lot(2000.0, 1.0, "狭い");
+    lot(2100.0, 1.0, " ");
+    addPolyline(drawing, {{2200, 0, 0}, {2300, 0, 0}}, true, "二点");
+    draw();
+    EXPECT_TRUE(hasText("広い"));
+    EXPECT_FALSE(hasText("狭い"));
+    EXPECT_EQ(english(notes), (std::vector<std::string>{"no room for the names of 2 lots"}));
+}
+
+TEST_F(PlanOf, TextsOfAlignmentsWithoutRoomAreCounted) {
+    const std::string name(400, 'M');
+    addRoad(drawing, {12000.0, -36000.0}, false, name.c_str());
+    draw();
+    EXPECT_FALSE(hasText(name));
+    EXPECT_EQ(english(notes),
+              (std::vector<std::string>{
+                  "no room for 1 text of alignments: names, element ends, stations, values of curves"}));
+}
+
+TEST_F(PlanOf, WhatHasNoLineIsTold) {
+    addRoad(drawing, {100.0, 100.0}, false);
+    drawing.addAlignment(drawing.sites()[0].id, "空", "0", "", "");
+    addPolyline(drawing, {{0, 0, 0}}, false, "", "IP線");
+    addPolyline(drawing, {{150, 150, 0}}, false, "", "IP線");
+    draw();
+    const std::vector<std::string> told = english(notes);
+    EXPECT_EQ(told, (std::vector<std::string>{"left out for want of a line: 2 polylines of fewer than two points, 1 "
+                                              "alignment without elements"}));
+}
+
 TEST_F(PlanOf, LongAlignmentHasStationsFurtherApartAndTheLegendSaysSo) {
     const auto site = drawing.addSite("サイト");
     const std::size_t line = drawing.addAlignment(site, "長い", "0", "", "");

@@ -140,7 +140,7 @@ TEST(LandXmlOfStations, TooManyOfAllAlignmentsAreLeftOutAndTold) {
     std::ostringstream out;
     EXPECT_EQ(english(writeLandXmlProfile(drawing, LandXmlProfile::JLandXml, out)),
               (std::vector<std::string>{"names of the file must differ: 2 got a number behind them, as ' (2)'",
-                                        "too many intermediate points: those of 1 alignments left out"}));
+                                        "too many intermediate points: those of 1 alignment left out"}));
     const std::string text = std::move(out).str();
     EXPECT_NE(text.find("IntermediatePnt2-90001"), std::string::npos);
     EXPECT_EQ(text.find("IntermediatePnt3-1\""), std::string::npos);
@@ -303,7 +303,7 @@ TEST(KmlNotes, PlacesThatNoZoneHoldsAreCounted) {
     std::ostringstream out;
     const Notes notes = writeKml(drawing, {}, out);
     ASSERT_EQ(notes.size(), 1U);
-    EXPECT_EQ(english(notes[0]), "too far from the zone's origin for a longitude; left out: 1 objects");
+    EXPECT_EQ(english(notes[0]), "too far from the zone's origin for a longitude; left out: 1 object");
     const std::string text = out.str();
     const std::size_t first = text.find("<coordinates>");
     ASSERT_NE(first, std::string::npos);

@@ -84,6 +84,18 @@ TEST(ReportOfLots, FiguresTakeTheSmallestRoundScaleThatFits) {
     EXPECT_EQ(scales.size(), 29U) << "each of the round scales, down to 1:100,000,000";
 }
 
+// Each of two triangles has half a millionth of a square metre beyond what six decimals show.
+TEST(ReportOfLots, TheTotalIsThatOfTheAreasShown) {
+    Drawing drawing;
+    for (const double x : {0.0, 10.0}) {
+        addPolyline(drawing, {{x, 0, 0}, {x + 1.001, 0, 0}, {x, 1.001, 0}}, true, "三角");
+    }
+    const std::string text = csvOf(drawing, {}, {ReportPart::Lots});
+    EXPECT_NE(text.find("三角,3,0.501001,0.50,a.sim\r\n三角,3,0.501001,0.50,a.sim\r\n面積の合計,1.002002,m²"),
+              std::string::npos)
+        << text;
+}
+
 TEST(ReportOfLots, CategoryOfTheLandDecidesTheRegisteredArea) {
     Drawing drawing;
     addLot(drawing);

@@ -93,8 +93,8 @@ TEST(SimaFile, NamesWithSeparatorsAndQuotesAreQuoted) {
     EXPECT_TRUE(points.at(0).starts_with("A01,    1,\"a,\"\"b\"\"\","));
     EXPECT_TRUE(points.at(1).starts_with("A01,    2,\"  \","));
     EXPECT_TRUE(points.at(2).starts_with("A01,    3,?髙 ,"));
-    EXPECT_EQ(written.notes, (Lines{"1 characters that code page 932 does not have written as \"?\"",
-                                    "1 control characters in names written as blanks"}));
+    EXPECT_EQ(written.notes, (Lines{"1 character that code page 932 does not have written as \"?\"",
+                                    "1 control character in names written as a blank"}));
 }
 
 TEST(SimaFile, LotsAndLinesReferToPointsByNumberAndName) {
@@ -150,7 +150,7 @@ TEST(SimaFile, PointsKeepTheirNumbersFromZeroOn) {
     const Written renumbered = simaOf(drawing);
     EXPECT_EQ(numbersOf(renumbered), (Lines{"    0", "    3", "    4", "    5"}));
     EXPECT_EQ(std::count_if(renumbered.notes.begin(), renumbered.notes.end(),
-                            [](const std::string& note) { return note.starts_with("1 points with a new number"); }),
+                            [](const std::string& note) { return note.starts_with("1 point with a new number"); }),
               1);
 }
 
@@ -176,7 +176,7 @@ TEST(SimaFile, RepeatedNumbersHaveSectionsOfTheirOwnUnlessALineNeedsThem) {
     const Written written = simaOf(drawing);
     EXPECT_EQ(written.codes(), "G00 A00 A01 A99 A00 A01 A01 A99 F00 B01 B01 F99 ");
     EXPECT_EQ(written.of("B01"), (Lines{"B01,    1,A,", "B01,    2,C,"}));
-    EXPECT_EQ(written.notes, (Lines{"1 points with a new number, since another has theirs"}));
+    EXPECT_EQ(written.notes, (Lines{"1 point with a new number, since another has its old one"}));
 }
 
 TEST(SimaFile, PointsOfSelectedLotsAreWrittenToo) {
@@ -228,7 +228,7 @@ TEST(SimaFile, AnAlignmentThatBeginsWithAClothoidIsLeftOut) {
     drawing.addElement(road, clothoid);
     const Written written = simaOf(drawing);
     EXPECT_TRUE(written.of("F00").empty());
-    EXPECT_EQ(written.notes, (Lines{"1 alignments that begin with a clothoid left out: no import takes them"}));
+    EXPECT_EQ(written.notes, (Lines{"1 alignment that begins with a clothoid left out: no import takes it"}));
 }
 
 TEST(SimaFile, AGapInAnAlignmentIsFilledByAStraight) {
@@ -290,8 +290,8 @@ TEST(SimaFile, ResultsOfAnAlignmentThatIsLeftOutAreWrittenAsPoints) {
     const Written written = simaOf(drawing);
     EXPECT_TRUE(written.of("H00").empty());
     EXPECT_EQ(written.of("A01").size(), 1U);
-    EXPECT_EQ(written.notes, (Lines{"1 alignments that begin with a clothoid left out: no import takes them",
-                                    "1 results that lie on no alignment written as coordinate points"}));
+    EXPECT_EQ(written.notes, (Lines{"1 alignment that begins with a clothoid left out: no import takes it",
+                                    "1 result that lies on no alignment written as a coordinate point"}));
 }
 
 // The point at a station and an offset of the first alignment, as a result of a section.
@@ -333,7 +333,7 @@ TEST(SimaFile, ResultsThatLieOnNoAlignmentAreWrittenAsPoints) {
     addPoint(drawing, {1.0, 2.0, 3.0}, "No.6", "縦断成果");
     const Written written = simaOf(drawing);
     EXPECT_EQ(written.codes(), "G00 A00 A01 A99 ");
-    EXPECT_EQ(written.notes, (Lines{"1 results that lie on no alignment written as coordinate points"}));
+    EXPECT_EQ(written.notes, (Lines{"1 result that lies on no alignment written as a coordinate point"}));
 }
 
 TEST(SimaFile, EqualStationsDoNotFollowEachOther) {

@@ -61,6 +61,8 @@ TEST(StationNamesOf, CountStakesOnAPitch) {
     EXPECT_EQ((StationNames{StationNames::Style::Stake, 100.0}(345.0)), "No.3+45.000");
     EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(1234.5)), "1k234.500");
     EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(7.0)), "0k007.000");
+    EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(-946.947)), "-0k946.947");
+    EXPECT_EQ((StationNames{StationNames::Style::Kilometre, 20.0}(-1000.25)), "-1k000.250");
     EXPECT_EQ(names(1e300).substr(0, 4), "1000") << "no stake has such a number";
 }
 
@@ -88,8 +90,8 @@ TEST(DecimalAreaOf, KeepsEveryDigitOfASum) {
     EXPECT_EQ(sum.text(), "99999999980000.000001");
     sum.units -= product(decimal(9999999.999), decimal(9999999.998)).units;
     EXPECT_EQ(sum.text(), "9999.999999");
-    EXPECT_EQ(halfText(DecimalArea{1'000'000}), "0.000001") << "half a millionth is rounded up once";
-    EXPECT_EQ(halfText(DecimalArea{999'999}), "0.000000");
+    EXPECT_EQ(halfOf(DecimalArea{1'000'000}).text(), "0.000001") << "half a millionth is rounded up once";
+    EXPECT_EQ(halfOf(DecimalArea{999'999}).text(), "0.000000");
     EXPECT_EQ((DecimalArea{-499'999}.text()), "0.000000");
 }
 

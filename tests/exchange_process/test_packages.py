@@ -76,8 +76,8 @@ class Packages(unittest.TestCase):
                       ({"name": "c"}, "Polygon", [RING, HOLE]), ({"name": "d"}, "MultiPoint", [[3, 4, 5], [6, 7, 8]]))
         code, reported = self.export("a.gpkg")
         self.assertEqual(code, 0, reported)
-        self.assertIn("1 features left out: LINESTRING in 'mixed' (first fid 2)", reported)
-        self.assertIn("1 features left out: polygons with holes in 'mixed' (first fid 3)", reported)
+        self.assertIn("1 feature left out: LINESTRING in 'mixed' (first fid 2)", reported)
+        self.assertIn("1 feature left out: polygons with holes in 'mixed' (first fid 3)", reported)
         self.assertEqual([e["position"] for e in self.imported()], [[1, 2, 0], [3, 4, 5], [6, 7, 8]])
 
     def test_a_package_without_names_takes_its_numbers(self):
@@ -141,7 +141,7 @@ class Packages(unittest.TestCase):
         code, reported = self.export("a.gpkg")
         self.assertEqual(code, 0, reported)
         self.assertIn("'v' is no table of its own: left out", reported)
-        self.assertIn("1 features left out: damaged geometry in 'p' (first fid 2)", reported)
+        self.assertIn("1 feature left out: damaged geometry in 'p' (first fid 2)", reported)
         self.assertEqual([e["position"] for e in self.imported()], [[1, 2, 0]])
 
 

@@ -20,7 +20,7 @@ int runStakes(const StakesArguments& arguments, const Streams& streams) {
     if (stakes.note) {
         tellNote(streams, false, arguments.alignment + ": " + exchange::wording(*stakes.note, streams.language));
     }
-    if (!arguments.target) {
+    if (!arguments.target || *arguments.target == "-") { // as other commands know standard output
         exchange::writeStakes(stakes, arguments.format, streams.out);
         return kDone;
     }

@@ -1,9 +1,11 @@
 // Reads a drawing out of an open GeoPackage.
 #include "drawing/geopackage/drawing_reader.h"
 
+#include "drawing/geopackage/entity_rows.h"
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/schema.h"
+#include "values/kinds.h"
 
 #include <algorithm>
 #include <cmath>
@@ -130,7 +132,7 @@ Drawing DrawingReader::read(Load load) {
     readAlignments();
     if (load == Load::Everything) {
         readEntities();
-        noteDrawnLots();
+        noteLots();
     } else {
         drawing_.entitiesLoaded_ = false;
         Statement extent(connection_, sql::kReadExtent);
@@ -388,8 +390,23 @@ void DrawingReader::requireSoundIdentifiers() {
     }
 }
 
-// Areas are made of closed polylines. One that another program drew by itself stays in the file.
-void DrawingReader::noteDrawnLots() {
+// Whether the area has the outline of the polyline that stands in the row with its mark for closed ones.
+bool DrawingReader::hasOutline(const Statement& row, std::span<const std::byte> area) {
+    if (readBlob(row.blob(1), vertices_).kind != BlobKind::Line) {
+        return false;
+    }
+    if (row.integer(2) != 0) {
+        vertices_.pop_back();
+    }
+    const BlobParts parts = readParts(area);
+    return parts.rings.size() == 1 && parts.holes == 0 &&
+           std::equal(vertices_.begin(), vertices_.end(), parts.rings[0].begin(), parts.rings[0].end(),
+                      [](const MdGePoint3d& a, const MdGePoint3d& b) { return a.x == b.x && a.y == b.y; });
+}
+
+// Areas are made of closed polylines and lots. One that another program drew by itself stays in the file; one that it
+// changed or took away is in the drawing as its polyline is.
+void DrawingReader::noteLots() {
     if (!shape_->hasColumn("lots", "area")) {
         return; // of the first format, in which areas outlived their polylines
     }
@@ -397,6 +414,31 @@ void DrawingReader::noteDrawnLots() {
     Statement rows(connection_, sql::kReadLotsWithoutLine);
     while (rows.step()) {
         note(StoreNoteCode::OtherGeometry, "lots", nameOfGeometry(kPolygon), rows.integer(0));
+    }
+    for (const char* column : {"closed", "Type", "import_id"}) {
+        if (!shape_->hasColumn("polylines", column)) {
+            return;
+        }
+    }
+    std::string same = "1";
+    for (const char* column : {"No", "Name"}) {
+        if (shape_->hasColumn("lots", column) && shape_->hasColumn("polylines", column)) {
+            same += " AND a.\"" + std::string(column) + "\" IS p.\"" + column + '"';
+        }
+    }
+    Statement lots(connection_, ("SELECT p.fid, p.geom, p.closed, a.fid, a.geom, " + same +
+                                 " FROM polylines AS p LEFT JOIN lots AS a ON a.fid = p.fid"
+                                 " WHERE a.fid IS NOT NULL OR (p.import_id IS NOT NULL AND (p.closed != 0 OR"
+                                 " p.\"Type\" = ?1)) ORDER BY p.fid")
+                                    .c_str());
+    lots.bind(1, std::string_view(typeOf(Kind::Lots)));
+    while (lots.step()) {
+        const bool taken = lots.isNull(3);
+        const bool isArea = !taken || (readBlob(lots.blob(1), vertices_).kind == BlobKind::Line &&
+                                       vertices_.size() >= kLeastRing + (lots.integer(2) != 0 ? 1 : 0));
+        if (isArea && (taken || lots.integer(5) == 0 || !hasOutline(lots, lots.blob(4)))) {
+            note(StoreNoteCode::LotsDiffer, "lots", {}, lots.integer(0));
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -51,7 +52,8 @@ class DrawingReader {
     std::string entityQuery(bool isPolyline, bool one) const;
     void readEntities();
     void requireSoundIdentifiers();
-    void noteDrawnLots();
+    void noteLots();
+    bool hasOutline(const Statement& row, std::span<const std::byte> area);
     void readTakenIdentifiers();
     bool isTaken(std::uint64_t id);
     void deferEntity(bool isPolyline, std::int64_t fid);

@@ -7,8 +7,6 @@ namespace fenmark::drawing {
 
 namespace {
 
-constexpr std::size_t kLeastRing = 3; // vertices of an area
-
 // In the order of sql::kEntityColumns.
 enum Column {
     kFid,

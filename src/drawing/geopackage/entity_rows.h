@@ -11,6 +11,8 @@ namespace fenmark::drawing {
 
 enum class EntityLayer { Points, Polylines, Lots };
 
+inline constexpr std::size_t kLeastRing = 3; // vertices of an area
+
 // True for an entity that has a row in the layer. Lots are the closed polylines that have an area,
 // and those of the file's lots that are not closed.
 bool belongsTo(const Drawing& drawing, std::size_t entity, EntityLayer layer);

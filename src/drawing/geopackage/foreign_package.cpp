@@ -26,9 +26,14 @@ constexpr const char* kHasTables = "SELECT count(*) FROM sqlite_master WHERE typ
                                    " 'CREATE TABLE ' AND name IN ('gpkg_contents', 'gpkg_geometry_columns',"
                                    " 'gpkg_spatial_ref_sys')";
 constexpr const char* kFeatureTables =
-    "SELECT g.table_name, g.column_name, g.srs_id, s.organization, s.organization_coordsys_id, s.srs_name"
-    " FROM gpkg_geometry_columns AS g JOIN gpkg_contents AS c ON c.table_name = g.table_name"
-    " LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id WHERE c.data_type = 'features' ORDER BY g.table_name";
+    "SELECT g.table_name, g.column_name, g.srs_id, s.organization, s.organization_coordsys_id, s.srs_name,"
+    " c.data_type = 'features'"
+    " FROM gpkg_geometry_columns AS g LEFT JOIN gpkg_contents AS c ON c.table_name = g.table_name"
+    " LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id ORDER BY g.table_name";
+constexpr const char* kWithoutGeometry =
+    "SELECT table_name FROM gpkg_contents WHERE data_type = 'features'"
+    " AND table_name NOT IN (SELECT table_name FROM gpkg_geometry_columns WHERE table_name IS NOT NULL)"
+    " ORDER BY table_name";
 constexpr const char* kIsTable = "SELECT count(*) FROM sqlite_master WHERE name = ?1 AND type = 'table'"
                                  " AND substr(sql, 1, 13) = 'CREATE TABLE '";
 constexpr const char* kColumnsOf = "SELECT name FROM pragma_table_xinfo(?1) WHERE hidden = 0 ORDER BY cid";
@@ -149,6 +154,10 @@ class PackageReader {
             Table table;
             table.name = rows.text(0);
             table.geometry = rows.text(1);
+            if (rows.integer(6) != 1) {
+                note({StoreNoteCode::NotListed, table.name, {}, 0, 0, {}});
+                continue;
+            }
             if (!isPlainTable(connection_, table.name)) {
                 note({StoreNoteCode::NoPlainTable, table.name, {}, 0, 0, {}});
                 continue;
@@ -164,6 +173,10 @@ class PackageReader {
             }
             plane_ = plane;
             tables.push_back(std::move(table));
+        }
+        Statement without(connection_, kWithoutGeometry);
+        while (without.step()) {
+            note({StoreNoteCode::NoGeometryColumn, std::string(without.text(0)), {}, 0, 0, {}});
         }
         if (tables.empty()) {
             refuse({"it has no table of features", "地物の表がありません"});

@@ -20,26 +20,34 @@ struct StoreNoteText {
 constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode) + 1> kTexts = {{
     {StoreNoteCode::OtherGeometry, "other-geometry",
      "レイヤ「{table}」の{name} {count}個(最初のfid {first})は図面の図形ではないため、読み込んでいません",
-     "{count} feature{s} of the layer '{table}' (first fid {first}) left out: a {name} is no object of a drawing"},
+     "{count} {count:feature|features} of the layer '{table}' (first fid {first}) left out: a {name} is no object of a "
+     "drawing"},
     {StoreNoteCode::NoPlace, "feature-without-place",
      "レイヤ「{table}」の位置のない地物{count}個(最初のfid {first})は読み込んでいません",
-     "{count} feature{s} of the layer '{table}' (first fid {first}) left out: without a place"},
+     "{count} {count:feature|features} of the layer '{table}' (first fid {first}) left out: without a place"},
     {StoreNoteCode::AlignmentElementless, "alignment-without-elements",
      "レイヤ「{table}」の線形要素のない線{count}本(最初のfid {first})は読み込んでいません",
-     "{count} line{s} of the layer '{table}' (first fid {first}) left out: without alignment elements"},
+     "{count} {count:line|lines} of the layer '{table}' (first fid {first}) left out: without alignment elements"},
     {StoreNoteCode::ElementsOutOfOrder, "elements-out-of-order",
      "線形{count}本(最初のfid {first})の要素が順に並んでいません。削除または変更された要素があります",
-     "{count} alignment{s} (first fid {first}) whose elements are not numbered one by one: some were removed or "
-     "changed"},
+     "{count} {count:alignment|alignments} (first fid {first}) whose elements are not numbered one by one: some were "
+     "removed or changed"},
     {StoreNoteCode::NoNumber, "no-number",
      "レイヤ「{table}」の地物{count}個(最初のfid {first})の列「{name}」の値は使える数値ではないため、0としました",
-     "{count} feature{s} of the layer '{table}' (first fid {first}) whose '{name}' is no number that can be used, "
-     "taken as 0"},
+     "{count} {count:feature|features} of the layer '{table}' (first fid {first}) whose '{name}' is no number that can "
+     "be used, taken as 0"},
+    {StoreNoteCode::LotsDiffer, "lots-differ",
+     "レイヤ「{table}」と「polylines」で異なる地物が{count}個あります(最初のfid "
+     "{first})。「polylines」の内容を使います。"
+     "画地の変更は「polylines」で行ってください",
+     "{count} {count:feature differs|features differ} between the layers '{table}' and 'polylines' (first fid "
+     "{first}): "
+     "the polylines are taken, so lots are to be changed there"},
     {StoreNoteCode::TakenIdentifier, "taken-identifier",
      "レイヤ「{table}」の地物{count}個(最初のfid {first})の識別子は他の図形と同じです。"
      "次の保存で新しい識別子が付きます",
-     "{count} feature{s} of the layer '{table}' (first fid {first}) had the identifier of another object; "
-     "the next save gives a new one"},
+     "{count} {count:feature|features} of the layer '{table}' (first fid {first}) had the identifier of another "
+     "object; the next save gives a new one"},
     {StoreNoteCode::MissingColumn, "missing-column",
      "表「{table}」に列「{name}」がないため、空として読みました。その列が戻るまで図面を保存できません",
      "the table '{table}' has no column '{name}': it is taken as empty, and the drawing cannot be saved "
@@ -50,25 +58,28 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
      "coordinates of zone {count} of {name}, taken as they stand"},
     {StoreNoteCode::NoPlainTable, "no-plain-table", "「{table}」は実体のある表ではないため、読み込んでいません",
      "'{table}' is no table of its own: left out"},
+    {StoreNoteCode::NotListed, "not-listed",
+     "表「{table}」は地物の表としてgpkg_contentsに登録されていないため、読み込んでいません",
+     "the table '{table}' is not listed as features in gpkg_contents: left out"},
     {StoreNoteCode::NoGeometryColumn, "no-geometry-column",
      "表「{table}」には保存された図形の列がないため、読み込んでいません",
      "the table '{table}' has no column of geometry that is stored: left out"},
     {StoreNoteCode::FeatureNoPlace, "feature-without-place",
      "「{table}」の位置のない地物{count}個(最初のfid {first})は読み込んでいません",
-     "{count} features left out: without a place in '{table}' (first fid {first})"},
+     "{count} {count:feature|features} left out: without a place in '{table}' (first fid {first})"},
     {StoreNoteCode::FeatureDamaged, "damaged-geometry",
      "「{table}」の図形が壊れている地物{count}個(最初のfid {first})は読み込んでいません",
-     "{count} features left out: damaged geometry in '{table}' (first fid {first})"},
+     "{count} {count:feature|features} left out: damaged geometry in '{table}' (first fid {first})"},
     {StoreNoteCode::FeatureGeometry, "other-geometry",
      "「{table}」の{name} {count}個(最初のfid {first})は読み込んでいません",
-     "{count} features left out: {name} in '{table}' (first fid {first})"},
+     "{count} {count:feature|features} left out: {name} in '{table}' (first fid {first})"},
     {StoreNoteCode::FeatureWithHoles, "polygon-with-holes",
      "「{table}」の穴のある面{count}個(最初のfid {first})は読み込んでいません",
-     "{count} features left out: polygons with holes in '{table}' (first fid {first})"},
+     "{count} {count:feature|features} left out: polygons with holes in '{table}' (first fid {first})"},
     {StoreNoteCode::NumberOfFeature, "number-of-feature",
      "「{table}」の列「{name}」が0以上の整数でない地物{count}個(最初のfid {first})は、fidを番号としました",
-     "{count} features without a whole number in the column '{name}' of '{table}' (first fid {first}): the fid is "
-     "taken"},
+     "{count} {count:feature|features} without a whole number in the column '{name}' of '{table}' (first fid {first}): "
+     "the fid is taken"},
     {StoreNoteCode::NamesFrom, "names-from", "「{table}」: 名称は{names}、番号は{numbers}から取りました",
      "'{table}': names from {names}, numbers from {numbers}"},
 }};
@@ -102,9 +113,6 @@ std::string noteText(const StoreNote& note, Language language) {
                           }
                           if (name == "first") {
                               return std::to_string(note.firstId);
-                          }
-                          if (name == "s") {
-                              return note.count == 1 ? "" : "s";
                           }
                           if (name == "names") {
                               return column(note.name, language, "番号", "the numbers");

@@ -16,12 +16,14 @@ enum class StoreNoteCode : std::uint8_t {
     AlignmentElementless, // lines in `alignments` without elements, drawn by another program: left out
     ElementsOutOfOrder,   // alignments whose elements are not numbered one by one: another program took or moved some
     NoNumber,             // features of `table` with another value than a number in the column `name`: taken as 0
-    TakenIdentifier,      // features of `table` with the identifier of another object: they get one of their own
-    MissingColumn, // `table` has no column `name`, renamed or removed: it is read as empty, and nothing can be saved
-    MissingTable,  // the derived table `table` is not there: it is not written either
+    LotsDiffer,      // features of the layer `lots` that another program took, moved or renamed, or their polylines
+    TakenIdentifier, // features of `table` with the identifier of another object: they get one of their own
+    MissingColumn,   // `table` has no column `name`, renamed or removed: it is read as empty, and nothing can be saved
+    MissingTable,    // the derived table `table` is not there: it is not written either
     // Of a package that another program made
     OtherDatum,       // coordinates of zone `count` of the datum `name`, taken as they stand
     NoPlainTable,     // `table` is a view or the like: left out
+    NotListed,        // `table` has geometry, but no entry among the features: left out
     NoGeometryColumn, // `table` has no column of geometry that is stored: left out
     FeatureNoPlace,   // features of `table`: left out
     FeatureDamaged,   // of our own packages, too

@@ -70,8 +70,10 @@ struct Shown {
     explicit Shown(const drawing::Drawing& drawing);
 
     drawing::Extent extent;
-    std::size_t leftOut = 0;     // entities at the origin, far from all others
-    std::size_t beyondReach = 0; // entities and alignments with coordinates that no survey has
+    std::size_t leftOut = 0;         // entities at the origin, far from all others
+    std::size_t beyondReach = 0;     // entities and alignments with coordinates that no survey has
+    std::size_t singleVertices = 0;  // polylines of one vertex that are neither
+    std::size_t withoutElements = 0; // alignments
     PlanKinds kinds;
     std::vector<std::string> files; // the first of those that the rows name, each once
 };
@@ -98,6 +100,7 @@ struct Plan {
     std::vector<std::string> layerColours;       // by layer; empty if none has one
     std::set<std::size_t> colouredLayers;        // that the sheet shows
     std::unordered_set<std::size_t> namedAtEnds; // points whose names stand at the ends of elements
+    std::size_t withoutRoom = 0;                 // texts of alignments
     Notes notes;                                 // for the user and for the sheet
     double stationStep = 20.0;                   // metres
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
@@ -131,7 +134,7 @@ std::string stakeName(double station);
 // Each draws its things and asks for its names. Alignments come before entities: their names matter more.
 void drawPolylines(Plan& plan, std::ostream& out);
 void drawAlignments(Plan& plan, std::ostream& out);
-void namePolylines(Plan& plan);
+void nameLots(Plan& plan);
 void drawPoints(Plan& plan, std::ostream& out);
 
 // The whole sheet as an SVG document.

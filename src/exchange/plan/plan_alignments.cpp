@@ -237,6 +237,13 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element, std::str
     }
 }
 
+// The text of what lies at the place; counts it where the map shows the place but has no room for the text.
+bool placeText(Plan& plan, const PaperPoint& at, const std::vector<Label>& candidates) {
+    const bool placed = plan.place(candidates, false);
+    plan.withoutRoom += placed || !plan.space.mayHold(at, 0.0) ? 0 : 1;
+    return placed;
+}
+
 void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const NamedPlaces& names) {
     const auto& elements = alignment.elements;
     double station = alignment.startStation;
@@ -265,7 +272,7 @@ void drawEnds(Plan& plan, std::ostream& out, const Alignment& alignment, const N
                 candidates.push_back(across(at, direction, left, distance, kKeySize, text, "key"));
             }
         }
-        if (plan.place(candidates, false) && named) {
+        if (placeText(plan, at, candidates) && named) {
             plan.namedAtEnds.insert(*named);
         }
     }
@@ -335,7 +342,7 @@ bool drawStations(Plan& plan, std::ostream& out, const AlignmentGeometry& geomet
                 candidates.push_back(across(at, pose.direction, left, distance, kStakeSize, text, "stake"));
             }
         }
-        plan.place(candidates, false);
+        placeText(plan, at, candidates);
     };
     for (const bool major : {true, false}) {
         for (const auto& [number, pose] : stations) {
@@ -373,7 +380,7 @@ void nameCurves(Plan& plan, const Alignment& alignment) {
                 candidates.push_back(along(at, plan.turned(middle.direction), left, distance, kCurveSize, text, style));
             }
         }
-        plan.place(candidates, false);
+        placeText(plan, at, candidates);
     }
 }
 
@@ -382,6 +389,7 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
         return;
     }
     std::vector<Label> candidates;
+    std::optional<PaperPoint> onMap;
     for (const double part : {0.08, 0.25, 0.5, 0.75, 0.92}) {
         const auto pose = geometry.poseAt(geometry.startStation() + part * geometry.length());
         if (!pose) {
@@ -391,6 +399,9 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
         if (!plan.space.mayHold(at, kFarthestAlignmentName)) {
             continue;
         }
+        if (!onMap || plan.space.mayHold(at, 0.0)) {
+            onMap = at;
+        }
         for (const double distance : {5.0, 10.0, kFarthestAlignmentName}) {
             for (const bool left : {true, false}) {
                 candidates.push_back(
@@ -398,7 +409,9 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
             }
         }
     }
-    plan.place(candidates, false);
+    if (onMap) {
+        placeText(plan, *onMap, candidates);
+    }
 }
 
 } // namespace
@@ -441,6 +454,9 @@ void drawAlignments(Plan& plan, std::ostream& out) {
     }
     if (!complete) {
         plan.notes.push_back({NoteCode::StationsCut, kMostStations - rest.drawn});
+    }
+    if (plan.withoutRoom > 0) {
+        plan.notes.push_back({NoteCode::NoRoomAlongAlignments, plan.withoutRoom});
     }
 }
 

@@ -233,21 +233,20 @@ bool isBeside(const Plan& plan, const EntityView& point) {
     return plan.isBeside(extent);
 }
 
-// The largest type that the name fits into the lot with, or nothing.
-void nameLot(Plan& plan, const EntityView& lot) {
-    const std::string name(trimmed(lot.row->name));
-    if (name.empty()) {
-        return;
-    }
+// In the largest type that the name fits into the lot with. False if it has no room, though the lot's middle is on the map.
+bool nameLot(Plan& plan, const EntityView& lot, const std::string& name) {
     const PlanPoint ground = labelPoint(lot.vertices);
     const PaperPoint at = plan.at(ground.x, ground.y);
+    if (!plan.space.mayHold(at, 0.0)) {
+        return true;
+    }
     const double area = std::abs(signedArea(lot.vertices));
     const std::string areaText = fixedReal(area, 2) + " m²";
     // A square of the lot's area shows how much room there is.
     const double room = plan.sheet.paperLength(std::sqrt(area));
     const double size = std::min(kLotSize, room / std::max(1.0, 1.15 * widthInEms(name)));
     if (size < kSmallestLotSize) {
-        return;
+        return false;
     }
     const bool withArea = lot.closed && room > 5.0 * size;
     const double up = withArea ? 0.65 * size : 0.0;
@@ -255,12 +254,16 @@ void nameLot(Plan& plan, const EntityView& lot) {
     for (const double shift : {0.0, 1.5, -1.5, 3.0, -3.0}) {
         candidates.push_back({{at.x, at.y - up + shift}, size, 0.0, Label::Anchor::Middle, name, "lotname"});
     }
-    if (!plan.place(candidates, false) || !withArea) {
-        return;
+    if (!plan.place(candidates, false)) {
+        return false;
+    }
+    if (!withArea) {
+        return true;
     }
     const PaperPoint placed = plan.labels.back().at;
     plan.place({{{placed.x, placed.y + 1.25 * size}, 0.8 * size, 0.0, Label::Anchor::Middle, areaText, "lotname"}},
                false);
+    return true;
 }
 
 void drawPolyline(Plan& plan, std::ostream& out, const EntityView& entity, std::string attributes) {
@@ -320,16 +323,22 @@ void drawPolylines(Plan& plan, std::ostream& out) {
     }
 }
 
-void namePolylines(Plan& plan) {
+void nameLots(Plan& plan) {
+    std::size_t without = 0;
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         if (plan.kinds.of(i) != PlanItem::Lot) {
             continue;
         }
         const EntityView entity = plan.drawing.entity(i);
-        if (entity.vertices.size() >= 3 && !plan.isLeftOut(entity) &&
-            !(plan.partial && plan.isBeside(plan.drawing.entityExtent(i)))) {
-            nameLot(plan, entity);
+        if (entity.vertices.size() < 2 || plan.isLeftOut(entity) ||
+            (plan.partial && plan.isBeside(plan.drawing.entityExtent(i)))) {
+            continue;
         }
+        const std::string name(trimmed(entity.row->name));
+        without += name.empty() || nameLot(plan, entity, name) ? 0 : 1;
+    }
+    if (without > 0) {
+        plan.notes.push_back({NoteCode::NoRoomForLotNames, without});
     }
 }
 

@@ -111,6 +111,7 @@ std::string stakeName(double station) {
 Shown::Shown(const Drawing& drawing) {
     Extent rest;
     std::size_t origins = 0;
+    std::size_t singlesThere = 0; // polylines of one vertex
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         const EntityView entity = drawing.entity(i);
         kinds.add(entity);
@@ -118,11 +119,14 @@ Shown::Shown(const Drawing& drawing) {
             std::find(files.begin(), files.end(), entity.row->fileName) == files.end()) {
             files.emplace_back(entity.row->fileName);
         }
+        const std::size_t single = !entity.isPoint() && entity.vertices.size() < 2 ? 1 : 0;
         if (atOrigin(entity)) {
             ++origins;
+            singlesThere += single;
         } else if (!inReach(entity)) {
             ++beyondReach;
         } else {
+            singleVertices += single;
             for (const host::MdGePoint3d& vertex : entity.vertices) {
                 rest.add(vertex.x, vertex.y);
             }
@@ -133,6 +137,7 @@ Shown::Shown(const Drawing& drawing) {
             ++beyondReach;
             continue;
         }
+        withoutElements += drawing.alignment(i).elements.empty() ? 1 : 0;
         for (const auto& element : drawing.alignment(i).elements) {
             std::vector<host::PlanPoint> line;
             drawing::appendElementLine(element, 1.0, line);
@@ -143,6 +148,7 @@ Shown::Shown(const Drawing& drawing) {
     }
     const double away = rest.empty() ? 0.0 : std::max({rest.minX, -rest.maxX, rest.minY, -rest.maxY});
     leftOut = away < kFarFromOrigin ? 0 : origins;
+    singleVertices += leftOut > 0 ? 0 : singlesThere;
     if (leftOut == 0 && beyondReach == 0) {
         extent = drawing.extent();
         return;
@@ -167,6 +173,9 @@ Plan::Plan(const Drawing& shownDrawing, const Shown& shown, const PlanSheet& onS
     }
     if (beyondReach > 0) {
         notes.push_back({NoteCode::OutOfReach, beyondReach});
+    }
+    if (shown.singleVertices > 0 || shown.withoutElements > 0) {
+        notes.push_back({NoteCode::WithoutLine, 0, shown.singleVertices, shown.withoutElements});
     }
 }
 
@@ -209,7 +218,7 @@ void writePlan(Plan& plan, std::ostream& out) {
     drawPolylines(plan, out);
     drawAlignments(plan, out);
     drawMatchLines(plan, out);
-    namePolylines(plan);
+    nameLots(plan);
     drawPoints(plan, out);
     nameGrid(plan);
     writeLabels(plan, out);

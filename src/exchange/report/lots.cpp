@@ -92,7 +92,7 @@ Table lotTable(const EntityView& lot, const std::vector<Corner>& corners, const 
         figure.names.push_back(corner.name);
     }
     const DecimalArea twice = twiceArea(corners);
-    const std::string area = halfText(twice.absolute());
+    const std::string area = halfOf(twice.absolute()).text();
     table.addTotal("倍面積", twice.text(), "m²");
     table.addTotal("面積", area, "m²");
     table.addTotal("地積", registeredText(area, options.land), "m²");
@@ -129,15 +129,15 @@ LotsLeftOut lotTables(const Drawing& drawing, const PointNames& pointNames, cons
             ++leftOut.tooFar;
             continue;
         }
-        const DecimalArea twice = twiceArea(corners).absolute();
-        total.units += twice.units;
-        list.add(nameOf(entity), std::to_string(corners.size()), halfText(twice),
-                 registeredText(halfText(twice), options.land), entity.row->fileName);
+        const DecimalArea area = halfOf(twiceArea(corners).absolute());
+        total.units += area.units; // as it is shown, so that who adds the rows finds the same
+        list.add(nameOf(entity), std::to_string(corners.size()), area.text(), registeredText(area.text(), options.land),
+                 entity.row->fileName);
     }
     if (list.groups.empty()) {
         return leftOut;
     }
-    list.addTotal("面積の合計", halfText(total), "m²");
+    list.addTotal("面積の合計", total.text(), "m²");
     sink(list);
     for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
         if (drawing.isPoint(i)) {

@@ -84,6 +84,7 @@ TEST_F(Selecting, TheTableSortsFiltersAndCopies) {
     QTest::keyClick(&plan(), Qt::Key_A, Qt::ControlModifier);
     ASSERT_EQ(plan().selection().size(), drawing().entityCount());
     QAbstractItemModel* rows = window->table().view().model();
+    EXPECT_FALSE(rows->data({}).isValid()) << "no row is current";
     EXPECT_EQ(static_cast<std::size_t>(rows->rowCount()), drawing().entityCount());
     window->table().filter().setText(QStringLiteral("画地"));
     EXPECT_EQ(static_cast<std::size_t>(rows->rowCount()), countOf(FigureStyle::Lot));

@@ -110,6 +110,9 @@ QVariant SelectionModel::alignmentCell(const PlanObject& object, int column) con
 }
 
 QVariant SelectionModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {}; // as of a table without a current row
+    }
     if (role == Qt::TextAlignmentRole) {
         return QVariant(Qt::AlignVCenter | (isNumber(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
     }

@@ -100,6 +100,26 @@ TEST_F(Selecting, TheTableSortsFiltersAndCopies) {
     EXPECT_TRUE(lines[1].startsWith(QStringLiteral("画地\t")));
 }
 
+TEST_F(Selecting, ManyRowsAreFilteredAtOnce) {
+    QByteArray points = "A00,\n";
+    for (int i = 0; i < 3000; ++i) {
+        points += "A01," + QByteArray::number(i) + (i % 2 == 0 ? ",even," : ",odd,") + QByteArray::number(i) + ",0,,\n";
+    }
+    import(folder.write(QStringLiteral("many.sim"), points + "A99,\n"));
+    plan().setFocus();
+    QTest::keyClick(&plan(), Qt::Key_A, Qt::ControlModifier);
+    const QAbstractItemModel* rows = window->table().view().model();
+    ASSERT_GE(rows->rowCount(), 3000);
+    int pieces = 0;
+    QObject::connect(rows, &QAbstractItemModel::rowsRemoved, window.get(), [&] { ++pieces; });
+    QObject::connect(rows, &QAbstractItemModel::rowsInserted, window.get(), [&] { ++pieces; });
+    window->table().filter().setText(QStringLiteral("even"));
+    EXPECT_EQ(rows->rowCount(), 1500);
+    window->table().filter().clear();
+    EXPECT_GE(rows->rowCount(), 3000);
+    EXPECT_EQ(pieces, 0);
+}
+
 TEST_F(Selecting, AKindWithoutItsTickIsNeitherDrawnNorTaken) {
     const std::size_t point = entityNamed("金属標1");
     const QPoint pixel = pixelOf(point);

@@ -57,15 +57,21 @@ std::optional<double> parseStake(std::string_view text, double pitch) {
     return sum(stake, metresBeyond(text));
 }
 
-// What stands before and behind the "k".
+// What stands before and behind the "k". A sign at the front is that of the whole: "-0k946.9" is 946.9 m before 0.
 std::optional<double> parseKilometres(std::string_view kilometres, std::string_view metres) {
+    const bool before = kilometres.starts_with('-');
+    if (before) {
+        kilometres.remove_prefix(1);
+    }
     std::optional<double> from = takeDigits(kilometres);
-    if (!from || !kilometres.empty()) {
+    const bool hasSign = !metres.empty() && (metres.front() == '+' || metres.front() == '-');
+    if (!from || !kilometres.empty() || (before && hasSign)) {
         return std::nullopt;
     }
     *from *= kKilometre;
     const bool plusLeftOut = !metres.empty() && isDigit(metres.front());
-    return sum(from, plusLeftOut ? parseReal(metres) : metresBeyond(metres));
+    const std::optional<double> station = sum(from, plusLeftOut ? parseReal(metres) : metresBeyond(metres));
+    return station && before ? -*station : station;
 }
 
 } // namespace

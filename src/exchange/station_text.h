@@ -13,8 +13,8 @@ namespace fenmark::exchange {
 std::optional<double> parseReal(std::string_view text);
 
 // The station in metres: a number of metres ("120.5"), the name of a stake, which stand `pitch` metres apart, and the
-// metres beyond it ("No.6", "No.6+0.5"), or kilometres and the metres beyond them ("1k", "1k234.5", "1k+234.5"). Nothing if
-// the text is none of these.
+// metres beyond it ("No.6", "No.6+0.5"), or kilometres and the metres beyond them ("1k", "1k234.5", "1k+234.5"; "-0k946.9"
+// before 0, as the names of stations have it). Nothing if the text is none of these.
 std::optional<double> parseStation(std::string_view text, double pitch = kStakePitch);
 
 } // namespace fenmark::exchange

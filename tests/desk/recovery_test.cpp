@@ -3,6 +3,7 @@
 #include "desk/window/workbench.h"
 #include "desk_test_support.h"
 #include "drawing/geopackage/drawing_texts.h"
+#include "platform/files.h"
 
 #include <QDir>
 #include <QLockFile>
@@ -282,12 +283,56 @@ TEST_F(Recovering, TheCopyOfARunThatWasKilledIsOfferedAndThatOfOneAtWorkIsNot) {
     EXPECT_EQ(read(held[0], &byte, 1), 1);
     EXPECT_EQ(byte, 'y');
     EXPECT_TRUE(window->recovery().left().empty());
+    EXPECT_TRUE(QFile::exists(stem + QStringLiteral(".lock")));
     kill(run, SIGKILL);
     waitpid(run, nullptr, 0);
     EXPECT_EQ(window->recovery().left().size(), 1U);
     for (const int end : {hold[0], hold[1], held[0], held[1]}) {
         close(end);
     }
+}
+
+// The process that a lock names may be another one by now, even this one, and the computer may have another name.
+TEST_F(Recovering, ACopyIsOfferedWhatsoeverItsLockNames) {
+    startKeeping();
+    QFile own(QDir(place()).filePath(QDir(place()).entryList({QStringLiteral("*.lock")}).value(0)));
+    ASSERT_TRUE(own.open(QIODevice::ReadOnly));
+    const QByteArray lock = own.readAll();
+    QByteArrayList lines = lock.split('\n');
+    ASSERT_GE(lines.size(), 4) << lock.toStdString();
+    lines[2] = "elsewhere";
+    lines[3] = "another";
+    folder.write(QStringLiteral("recovery/1.lock"), lock);
+    folder.write(QStringLiteral("recovery/2.lock"), lines.join('\n'));
+    for (const char* name : {"/1.gpkg", "/2.gpkg"}) {
+        ASSERT_TRUE(window->session().writeCopy((place() + QLatin1String(name)).toStdString()));
+    }
+    EXPECT_EQ(window->recovery().left().size(), 2U);
+}
+
+TEST_F(Recovering, WhatARunLeftThatWasKilledBeforeItHadACopyIsClearedAway) {
+    ASSERT_TRUE(QDir().mkpath(place()));
+    const auto inPlace = [&] { return QDir(place()).entryList(QDir::Files | QDir::Hidden); };
+    const QString stem = folder.path(QStringLiteral("recovery/1"));
+    const pid_t run = fork();
+    ASSERT_GE(run, 0);
+    if (run == 0) {
+        QLockFile lock(stem + QStringLiteral(".lock"));
+        platform::TemporaryFile copy;
+        if (lock.tryLock() && !copy.make(stem.toStdString() + ".gpkg")) {
+            folder.write(QStringLiteral("recovery/1.name"), "a.gpkg");
+            kill(getpid(), SIGKILL);
+        }
+        _exit(1);
+    }
+    int end = 0;
+    ASSERT_EQ(waitpid(run, &end, 0), run);
+    ASSERT_TRUE(WIFSIGNALED(end));
+    ASSERT_EQ(inPlace().size(), 3) << inPlace().join(QLatin1Char(' ')).toStdString();
+    folder.write(QStringLiteral("recovery/2.lock"), "somebody's");
+    startKeeping();
+    ASSERT_EQ(inPlace().size(), 2) << inPlace().join(QLatin1Char(' ')).toStdString();
+    EXPECT_TRUE(inPlace().contains(QStringLiteral("2.lock"))) << "nobody knows whose";
 }
 
 TEST_F(Recovering, ADamagedCopyIsToldAndKeepsNothingFromWorking) {

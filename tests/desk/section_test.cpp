@@ -51,6 +51,28 @@ struct Sections : DeskWindow {
     }
 };
 
+// Whatever is told on the way is told of the drawing that came, as the one that went is no more.
+TEST_F(Sections, FollowADrawingThatTakesThePlaceOfAnother) {
+    import(folder.example(QStringLiteral("road.sim")));
+    showDock("profileDock");
+    plan().select(PlanObject{PlanObject::Kind::Alignment, 0, 1});
+    const QString path = folder.path(QStringLiteral("road.gpkg"));
+    window->questions().save = [&](QWidget*, const QString&, const QString&, const QString&) { return path; };
+    ASSERT_TRUE(window->saveDrawing());
+    bool asked = false;
+    QObject::connect(&window->log(), &QPlainTextEdit::textChanged, window.get(), [&] {
+        asked = true;
+        window->workbench().selectionChanged();
+        EXPECT_TRUE(drawing().alignmentCount() > 0 || window->workbench().profile().ground().empty());
+    });
+    window->newDrawing();
+    EXPECT_TRUE(asked);
+    EXPECT_TRUE(window->workbench().profile().ground().empty());
+    ASSERT_TRUE(window->openFile(path));
+    plan().select(PlanObject{PlanObject::Kind::Alignment, 0, 1});
+    EXPECT_GT(window->workbench().profile().ground().size(), 2U);
+}
+
 TEST_F(Sections, TheLongitudinalSectionFollowsTheSelectionAndLeadsIt) {
     import(folder.example(QStringLiteral("road.sim")));
     showDock("profileDock");

@@ -84,6 +84,7 @@ TEST_F(Selecting, TheTableSortsFiltersAndCopies) {
     QTest::keyClick(&plan(), Qt::Key_A, Qt::ControlModifier);
     ASSERT_EQ(plan().selection().size(), drawing().entityCount());
     QAbstractItemModel* rows = window->table().view().model();
+    EXPECT_FALSE(rows->data({}).isValid()) << "no row is current";
     EXPECT_EQ(static_cast<std::size_t>(rows->rowCount()), drawing().entityCount());
     window->table().filter().setText(QStringLiteral("画地"));
     EXPECT_EQ(static_cast<std::size_t>(rows->rowCount()), countOf(FigureStyle::Lot));
@@ -97,6 +98,26 @@ TEST_F(Selecting, TheTableSortsFiltersAndCopies) {
     ASSERT_EQ(static_cast<std::size_t>(lines.size()), countOf(FigureStyle::Lot) + 1);
     EXPECT_EQ(lines[0].count(QLatin1Char('\t')), 8);
     EXPECT_TRUE(lines[1].startsWith(QStringLiteral("画地\t")));
+}
+
+TEST_F(Selecting, ManyRowsAreFilteredAtOnce) {
+    QByteArray points = "A00,\n";
+    for (int i = 0; i < 3000; ++i) {
+        points += "A01," + QByteArray::number(i) + (i % 2 == 0 ? ",even," : ",odd,") + QByteArray::number(i) + ",0,,\n";
+    }
+    import(folder.write(QStringLiteral("many.sim"), points + "A99,\n"));
+    plan().setFocus();
+    QTest::keyClick(&plan(), Qt::Key_A, Qt::ControlModifier);
+    const QAbstractItemModel* rows = window->table().view().model();
+    ASSERT_GE(rows->rowCount(), 3000);
+    int pieces = 0;
+    QObject::connect(rows, &QAbstractItemModel::rowsRemoved, window.get(), [&] { ++pieces; });
+    QObject::connect(rows, &QAbstractItemModel::rowsInserted, window.get(), [&] { ++pieces; });
+    window->table().filter().setText(QStringLiteral("even"));
+    EXPECT_EQ(rows->rowCount(), 1500);
+    window->table().filter().clear();
+    EXPECT_GE(rows->rowCount(), 3000);
+    EXPECT_EQ(pieces, 0);
 }
 
 TEST_F(Selecting, AKindWithoutItsTickIsNeitherDrawnNorTaken) {

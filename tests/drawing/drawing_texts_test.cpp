@@ -106,6 +106,29 @@ TEST_F(DrawingTextsTest, AChangeLeavesWhatAnotherProgramWroteMeanwhile) {
     EXPECT_FALSE(changeTexts(folder.at("none.gpkg"), before, wanted));
 }
 
+TEST_F(DrawingTextsTest, ATextThatBothChangedIsLeftToTheOther) {
+    const DrawingTexts before = {{"a", "1"}, {"b", "2"}};
+    const DrawingTexts changedByBoth = {{"a", "theirs"}, {"b", "2"}};
+    const DrawingTexts goneThere = {{"b", "2"}};
+    const DrawingTexts madeByBoth = {{"a", "1"}, {"b", "2"}, {"c", "theirs"}};
+    const struct {
+        DrawingTexts theirs;
+        DrawingTexts wanted;
+    } cases[] = {{changedByBoth, {{"a", "ours"}, {"b", "3"}}},
+                 {changedByBoth, {{"b", "3"}}},
+                 {goneThere, {{"a", "ours"}, {"b", "3"}}},
+                 {madeByBoth, {{"a", "1"}, {"b", "3"}, {"c", "ours"}}}};
+    for (const auto& [theirs, wanted] : cases) {
+        ASSERT_TRUE(writeTexts(path, theirs));
+        const Outcome result = changeTexts(path, before, wanted);
+        EXPECT_EQ(result.failure, Failure::ChangedOutside) << result.message.english;
+        EXPECT_EQ(readTexts(path), theirs);
+    }
+    ASSERT_TRUE(writeTexts(path, goneThere));
+    EXPECT_TRUE(changeTexts(path, before, {{"b", "3"}})) << "both took it away";
+    EXPECT_EQ(readTexts(path), (DrawingTexts{{"b", "3"}}));
+}
+
 // A view of that name, of which reading could run anything.
 TEST_F(DrawingTextsTest, AViewIsNoTableOfTexts) {
     run("CREATE VIEW fenmark_texts AS SELECT 'title' AS name, 'x' AS value");

@@ -30,7 +30,8 @@ INSTANTIATE_TEST_SUITE_P(Stakes, StationText,
 INSTANTIATE_TEST_SUITE_P(Kilometres, StationText,
                          ::testing::Values(StationCase{"1k", 1000.0}, StationCase{"1k234.5", 1234.5},
                                            StationCase{"1K+234.5", 1234.5}, StationCase{"0k040", 40.0},
-                                           StationCase{"12k-0.5", 11999.5}));
+                                           StationCase{"12k-0.5", 11999.5}, StationCase{"-0k946.947", -946.947},
+                                           StationCase{"-1k", -1000.0}, StationCase{"-1k000.25", -1000.25}));
 
 class NoStationText : public ::testing::TestWithParam<const char*> {};
 
@@ -40,8 +41,8 @@ TEST_P(NoStationText, IsNotGuessedAt) {
 
 INSTANTIATE_TEST_SUITE_P(Texts, NoStationText,
                          ::testing::Values("", "+", "+-1", "20m", "nan", "inf", "0x10", " 1", "1 ", "N", "No", "No.",
-                                           "No.x", "No.6+", "No.6+-1", "No.6.5", "No.6 1", "k", "k5", "1.5k", "-1k5",
-                                           "1k+", "1k++5", "1k5m", "1k2k3", "0+120"));
+                                           "No.x", "No.6+", "No.6+-1", "No.6.5", "No.6 1", "k", "k5", "1.5k", "-1k-5",
+                                           "-1k+5", "--1k5", "-k5", "1k+", "1k++5", "1k5m", "1k2k3", "0+120"));
 
 TEST(StationTexts, OnlyTheSignsOfStationsStandBetweenDigits) {
     for (int byte = 0; byte < 256; ++byte) {

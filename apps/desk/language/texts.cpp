@@ -21,7 +21,7 @@ namespace {
 
 using Entry = TextEntry<Text>;
 
-constexpr std::array kEntries{
+constexpr std::array<Entry, static_cast<std::size_t>(kLastText) + 1> kEntries{{
     Entry{Text::FileMenu, QT_TRANSLATE_NOOP3("desk", "&File", "FileMenu")},
     Entry{Text::EditMenu, QT_TRANSLATE_NOOP3("desk", "&Edit", "EditMenu")},
     Entry{Text::ViewMenu, QT_TRANSLATE_NOOP3("desk", "&View", "ViewMenu")},
@@ -381,7 +381,7 @@ constexpr std::array kEntries{
     Entry{Text::ColumnAct, QT_TRANSLATE_NOOP3("desk", "What It Does", "ColumnAct")},
     Entry{Text::LinesLeftOut,
           QT_TRANSLATE_NOOP3("desk", "%1 lines and areas under others are not drawn", "LinesLeftOut")},
-};
+}};
 
 static_assert(inOrder(kEntries, kLastText));
 

@@ -14,7 +14,7 @@ namespace {
 
 using Entry = TextEntry<WorkText>;
 
-constexpr std::array kEntries{
+constexpr std::array<Entry, static_cast<std::size_t>(kLastWorkText) + 1> kEntries{{
     Entry{WorkText::SectionMenu, QT_TRANSLATE_NOOP3("desk", "Se&ctions", "SectionMenu")},
     Entry{WorkText::ProfilePanel, QT_TRANSLATE_NOOP3("desk", "Longitudinal Section", "ProfilePanel")},
     Entry{WorkText::CrossPanel, QT_TRANSLATE_NOOP3("desk", "Cross-Sections", "CrossPanel")},
@@ -96,7 +96,7 @@ constexpr std::array kEntries{
                              "BackgroundNeedsZone")},
     Entry{WorkText::BackgroundMissing,
           QT_TRANSLATE_NOOP3("desk", "A file of the background is missing: %1", "BackgroundMissing")},
-};
+}};
 
 static_assert(inOrder(kEntries, kLastWorkText));
 

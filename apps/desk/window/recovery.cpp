@@ -47,6 +47,25 @@ bool tellsItsRun(const QLockFile& lock) {
     return lock.getLockInfo(&process, &host, &program);
 }
 
+enum class Holder { Gone, AtWork, Odd };
+
+// Whose the lock of a run is now. The process and the computer that it names prove nothing: a number is given out again,
+// soon where the program runs in a box of its own, and a computer gets another name. What the run holds goes with it.
+Holder holderOf(const QString& lockName) {
+    if (isOther(lockName)) {
+        return Holder::Odd;
+    }
+    QLockFile lock(lockName);
+    lock.setStaleLockTime(0);
+    if (lock.tryLock()) {
+        return Holder::Gone;
+    }
+    if (!tellsItsRun(lock)) {
+        return Holder::Odd;
+    }
+    return lock.removeStaleLockFile() ? Holder::Gone : Holder::AtWork;
+}
+
 } // namespace
 
 Recovery::~Recovery() {
@@ -73,8 +92,23 @@ void Recovery::start(DeskSession& session, bool keep) {
         lock_.reset();
         return;
     }
+    clearAway();
     connect(&timer_, &QTimer::timeout, this, [this] { keepNow(); });
     timer_.start(kEvery);
+}
+
+void Recovery::clearAway() const {
+    for (const QFileInfo& file : QDir(folder_).entryInfoList({QStringLiteral("*.lock")}, QDir::Files)) {
+        QString copy = file.filePath();
+        copy.chop(5); // ".lock"
+        copy += QStringLiteral(".gpkg");
+        if (file.filePath() == lock_->fileName() ||
+            platform::lookUp(copy.toStdString()).kind != platform::PathKind::Missing ||
+            holderOf(file.filePath()) != Holder::Gone) {
+            continue;
+        }
+        remove({copy, {}, {}, {}});
+    }
 }
 
 QString Recovery::stem() const {
@@ -136,21 +170,11 @@ std::vector<LeftDrawing> Recovery::left() const {
             continue;
         }
         const QString lockName = others + QStringLiteral(".lock");
-        LeftDrawing drawing{file.filePath(), whoseIn(others + QStringLiteral(".name")), file.lastModified(), {}};
-        if (isOther(lockName)) {
-            drawing.oddLock = lockName;
-        } else {
-            QLockFile lock(lockName);
-            lock.setStaleLockTime(0);
-            if (lock.tryLock()) {
-                lock.unlock();
-            } else if (tellsItsRun(lock)) {
-                continue; // which is at work
-            } else {
-                drawing.oddLock = lockName;
-            }
+        const Holder holder = holderOf(lockName);
+        if (holder != Holder::AtWork) {
+            found.push_back({file.filePath(), whoseIn(others + QStringLiteral(".name")), file.lastModified(),
+                             holder == Holder::Odd ? lockName : QString()});
         }
-        found.push_back(std::move(drawing));
     }
     return found;
 }
@@ -161,6 +185,8 @@ void Recovery::remove(const LeftDrawing& left) const {
     for (const char* end : {".gpkg", ".name", ".lock"}) {
         QFile::remove(stem + QLatin1String(end));
     }
+    platform::TemporaryFile next; // with it goes what a killed run was writing
+    (void)next.make(left.path.toStdString());
 }
 
 } // namespace fenmark::desk

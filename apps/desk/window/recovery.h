@@ -59,7 +59,8 @@ class Recovery : public QObject {
     void remove(const LeftDrawing& left) const;
 
   private:
-    QString stem() const; // of the run's own files
+    QString stem() const;   // of the run's own files
+    void clearAway() const; // what runs that were killed before they had kept a copy left
     bool hasSomethingToLose() const;
     void noteKept(const std::string& copy) const;
 

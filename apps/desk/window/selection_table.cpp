@@ -25,6 +25,7 @@ using drawing::EntityView;
 
 namespace {
 
+constexpr std::size_t kRowsThatComeAndGo = 2000;
 constexpr std::array kTitles{Text::ColumnKind,   Text::ColumnNo,   Text::ColumnName,  Text::ColumnX,   Text::ColumnY,
                              Text::ColumnHeight, Text::ColumnSize, Text::ColumnLayer, Text::ColumnFile};
 static_assert(kTitles.size() == SelectionModel::Columns);
@@ -60,6 +61,18 @@ void SelectionModel::show(const Drawing& drawing, std::vector<PlanObject> object
 void SelectionModel::retranslate() {
     beginResetModel();
     endResetModel();
+}
+
+void SelectionModel::emptyWhile(const std::function<void()>& act) {
+    std::vector<PlanObject> objects;
+    const auto exchange = [&] {
+        beginResetModel();
+        objects_.swap(objects);
+        endResetModel();
+    };
+    exchange();
+    act();
+    exchange();
 }
 
 int SelectionModel::rowCount(const QModelIndex& parent) const {
@@ -110,6 +123,9 @@ QVariant SelectionModel::alignmentCell(const PlanObject& object, int column) con
 }
 
 QVariant SelectionModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {}; // as of a table without a current row
+    }
     if (role == Qt::TextAlignmentRole) {
         return QVariant(Qt::AlignVCenter | (isNumber(index.column()) ? Qt::AlignRight : Qt::AlignLeft));
     }
@@ -168,7 +184,13 @@ SelectionTable::SelectionTable(const Texts& texts, QWidget* parent)
     all->addWidget(view_, 1);
     setFocusProxy(view_);
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
-        sorted_->setFilterFixedString(text);
+        // Many rows that come and go here and there cost the square of their number. A few keep what is chosen.
+        const auto filter = [&] { sorted_->setFilterFixedString(text); };
+        if (size_ > kRowsThatComeAndGo) {
+            model_->emptyWhile(filter);
+        } else {
+            filter();
+        }
         showCount();
     });
     connect(view_, &QTableView::clicked, this,

@@ -11,6 +11,8 @@
 #include <QSortFilterProxyModel>
 #include <QTableView>
 
+#include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace fenmark::desk {
@@ -27,6 +29,8 @@ class SelectionModel : public QAbstractTableModel {
     void show(const drawing::Drawing& drawing, std::vector<PlanObject> objects);
     const PlanObject& object(int row) const { return objects_[static_cast<std::size_t>(row)]; }
     void retranslate();
+    // Rows go before the act and come back behind it, each time all at once.
+    void emptyWhile(const std::function<void()>& act);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

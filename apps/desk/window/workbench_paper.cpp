@@ -48,6 +48,7 @@ void Workbench::showPaper(PaperKind kind) {
 }
 
 void Workbench::drawingReplaced() {
+    sections_.setDrawing(&window_.session().drawing()); // before anything asks: the one that they knew is gone
     keptTexts_.clear();
     if (const std::string& path = window_.session().path(); !path.empty()) {
         keptTexts_ = drawing::readTexts(path);

@@ -28,6 +28,25 @@ bool hasTexts(Connection& connection) {
     return statement.step() && statement.integer(0) > 0;
 }
 
+DrawingTexts textsIn(Connection& connection) {
+    DrawingTexts texts;
+    Statement statement(connection, kReadTexts);
+    while (statement.step()) {
+        texts.emplace(statement.text(0), statement.text(1));
+    }
+    return texts;
+}
+
+// The value of that name; null if it has none.
+const std::string* valueOf(const DrawingTexts& texts, const std::string& name) {
+    const auto found = texts.find(name);
+    return found == texts.end() ? nullptr : &found->second;
+}
+
+bool areEqual(const std::string* one, const std::string* other) {
+    return one == nullptr || other == nullptr ? one == other : *one == *other;
+}
+
 } // namespace
 
 DrawingTexts readTexts(const std::string& path) {
@@ -35,10 +54,7 @@ DrawingTexts readTexts(const std::string& path) {
     try {
         Connection connection(path, modeToRead(path));
         if (hasTexts(connection)) {
-            Statement statement(connection, kReadTexts);
-            while (statement.step()) {
-                texts.emplace(statement.text(0), statement.text(1));
-            }
+            texts = textsIn(connection);
         }
     } catch (const StoreFailure&) {
         texts.clear(); // the drawing is shown without them
@@ -83,17 +99,25 @@ Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
 
 Outcome changeTexts(const std::string& path, const DrawingTexts& before, const DrawingTexts& wanted) {
     return inTexts(path, !wanted.empty(), [&](Connection& connection) {
+        const DrawingTexts now = textsIn(connection);
+        DrawingTexts all = before;
+        all.insert(wanted.begin(), wanted.end());
         Statement remove(connection, kDeleteText);
-        for (const auto& [name, value] : before) {
-            if (!wanted.contains(name)) {
-                remove.bind(1, std::string_view(name)).run();
-            }
-        }
         Statement insert(connection, kInsertText);
-        for (const auto& [name, value] : wanted) {
-            if (const auto old = before.find(name); old == before.end() || old->second != value) {
-                remove.bind(1, std::string_view(name)).run();
-                insert.bind(1, std::string_view(name)).bind(2, std::string_view(value)).run();
+        for (const auto& text : all) {
+            const std::string& name = text.first;
+            const std::string* const old = valueOf(before, name);
+            const std::string* const ours = valueOf(wanted, name);
+            const std::string* const theirs = valueOf(now, name);
+            if (areEqual(old, ours) || areEqual(theirs, ours)) {
+                continue;
+            }
+            if (!areEqual(old, theirs)) {
+                throw StoreFailure{Failure::ChangedOutside, {}};
+            }
+            remove.bind(1, std::string_view(name)).run();
+            if (ours != nullptr) {
+                insert.bind(1, std::string_view(name)).bind(2, std::string_view(*ours)).run();
             }
         }
     });

@@ -19,7 +19,8 @@ using DrawingTexts = std::map<std::string, std::string>;
 [[nodiscard]] Outcome writeTexts(const std::string& path, const DrawingTexts& texts);
 
 // Brings the file from what was read to what is wanted, in one transaction: texts that are the same in both stay as
-// the file has them, whatever another program wrote there meanwhile.
+// the file has them, whatever another program wrote there meanwhile. What was changed here and by another program too
+// is ChangedOutside, with nothing changed.
 [[nodiscard]] Outcome changeTexts(const std::string& path, const DrawingTexts& before, const DrawingTexts& wanted);
 
 } // namespace fenmark::drawing

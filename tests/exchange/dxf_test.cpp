@@ -146,6 +146,25 @@ TEST(Dxf, ArcsRunAnticlockwiseWhicheverWayTheAlignmentTurns) {
     }
 }
 
+TEST(Dxf, ClothoidsAreOpenAndTheirSidesStraight) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, false);
+    for (const DxfVersion version : {DxfVersion::R12, DxfVersion::R2000}) {
+        ExportOptions options = oldOptions();
+        options.dxfVersion = version;
+        const auto groups = dxfOf(drawing, options);
+        const auto lines = dxfEntities(groups, version == DxfVersion::R12 ? "POLYLINE" : "LWPOLYLINE");
+        ASSERT_EQ(lines.size(), 2U);
+        for (const auto& line : lines) {
+            EXPECT_EQ(textOf(line, 70), "0");
+            EXPECT_EQ(textOf(line, 42), "");
+        }
+        for (const auto& vertex : dxfEntities(groups, "VERTEX")) {
+            EXPECT_EQ(textOf(vertex, 42), "");
+        }
+    }
+}
+
 TEST(Dxf, ClothoidVerticesLieOnTheCurveAndCloseEnough) {
     Drawing drawing;
     addRoad(drawing, {0.0, 0.0}, false);
@@ -688,6 +707,9 @@ TEST(DxfText, EscapesWhatReadersTakeForControlSequences) {
     EXPECT_EQ(dxfText("\uFFFE😀", R2000), "\\U+FFFE\\U+FFFD");
     EXPECT_EQ(dxfText("\uFFFE😀", R2018), "\uFFFD😀");
     EXPECT_EQ(dxfText("点点", R2018, 5), "点");
+    // The first and the last characters of each length.
+    EXPECT_EQ(dxfText("\u0080|\u07FF|\u0800|\u0E01|\uFFFD|\U00010000|\U0010FFFD|", R2000),
+              "\\U+0080|\\U+07FF|\\U+0800|\\U+0E01|\\U+FFFD|\\U+FFFD|\\U+FFFD|");
     EXPECT_EQ(dxfLayer("a^b\x01", R2000), "a_b_");
     EXPECT_EQ(dxfLayer("", R2000), "0");
 }

@@ -426,7 +426,7 @@ TEST_F(PlanOf, ASingleObjectIsLeftOutToo) {
     addPoint(drawing, {0, 0, 0}, "原点");
     addPoint(drawing, {400, 300, 0}, "隣");
     addPoint(drawing, {1e30, 0, 0}, "遠方");
-    addRoad(drawing, {0.0, 100.0}, false);
+    addRoad(drawing, {300.0, 280.0}, false);
     draw();
     EXPECT_EQ(notes, (Notes{{NoteCode::OutOfReach, 1}}));
     EXPECT_TRUE(hasText("原点") && hasText("隣")) << "the sheet holds both";
@@ -598,14 +598,24 @@ TEST_F(PlanOf, EverySmallLineOfACrowdThatIsLeftOutIsTold) {
     options.extent.emplace();
     options.extent->add(0.0, 0.0);
     options.extent->add(100.0, 70.0); // in the middle of 107.5 m by 95 m
+    const auto linesOn = [](const Plot& plot) {
+        std::size_t lines = 0;
+        for (std::size_t at = plot.pages.at(0).find("class=\"l continuous\""); at != std::string::npos;
+             at = plot.pages[0].find("class=\"l continuous\"", at + 1)) {
+            ++lines;
+        }
+        return lines;
+    };
     EXPECT_EQ(plotPlan(drawing, options).notes, Notes{});
     addPolyline(drawing, {{50.0, 35.0, 0}, {50.5, 35.0, 0}}, false, "", "連続線");
     addPolyline(drawing, {{-4.0, 35.0, 0}, {-2.9, 35.0, 0}}, false, "", "連続線"); // of more than two millimetres
     EXPECT_EQ(plotPlan(drawing, options).notes, Notes{});
     addPolyline(drawing, {{50.0, 35.0, 0}, {50.25, 35.0, 0}}, false, "", "連続線");
     EXPECT_EQ(plotPlan(drawing, options).notes, (Notes{{NoteCode::SmallLines, 1}}));
+    EXPECT_EQ(linesOn(plotPlan(drawing, options)), 3U);
     addPolyline(drawing, {{-4.0, 35.0, 0}, {-3.5, 35.0, 0}}, false, "", "連続線");
     EXPECT_EQ(plotPlan(drawing, options).notes, (Notes{{NoteCode::SmallLines, 2}}));
+    EXPECT_EQ(linesOn(plotPlan(drawing, options)), 3U) << "and the sample of the legend";
 }
 
 TEST_F(PlanOf, FiftyThousandPointsAreTheLastThatAreSymbols) {

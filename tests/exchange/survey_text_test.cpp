@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace fenmark::exchange {

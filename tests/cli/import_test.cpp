@@ -358,6 +358,8 @@ TEST_F(ImportLine, StrictTellsOfErrorBlocksByItsExitCode) {
     EXPECT_EQ(fenmark({"import", example("dirty.sim"), "--strict"}).code, kLogHasErrors);
     EXPECT_EQ(fenmark({"import", example("road.sim"), "--strict"}).code, kDone);
     EXPECT_TRUE(test::fileExists(folder.at("dirty.gpkg"))) << "it is done all the same";
+    EXPECT_EQ(fenmark({"import", file("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n"), "--strict"}).code, kLogHasErrors)
+        << "of one error";
 }
 
 TEST_F(ImportLine, ErrorBlocksAreToldAsFileLineCodeText) {

@@ -238,7 +238,9 @@ TEST_F(QueryLine, AZoneInPlaceOfTheDrawingsIsInTheFileOrToldAsNotNeeded) {
     EXPECT_TRUE(exported("a.kml", {"5"}));
     EXPECT_TRUE(exported("a.dxf", {"9"})) << "which the drawing has";
     for (const char* target : {"a.dxf", "a.csv", "b.sim"}) {
-        EXPECT_FALSE(exported(target, {"5"})) << target;
+        for (const char* zone : {"1", "5", "19"}) {
+            EXPECT_FALSE(exported(target, {zone})) << target << ' ' << zone;
+        }
     }
     EXPECT_FALSE(exported("b.geojson", {"5", "--crs", "plane"}));
     EXPECT_TRUE(exported("b.csv", {"5", "--quiet"}));

@@ -146,6 +146,35 @@ TEST(Dxf, ArcsRunAnticlockwiseWhicheverWayTheAlignmentTurns) {
     }
 }
 
+// Where they are cut they lie on the arc, at equal parts.
+TEST(Dxf, WideArcsOfAPolylineAreCutOnThemselves) {
+    for (const double turn : {1.0, 4.0, 6.0}) {
+        Drawing drawing;
+        addChain(drawing, {{ElementType::Straight, 20.0, kStraight, kStraight, false},
+                           {ElementType::Arc, turn * 50.0, 50.0, 50.0, false}});
+        ExportOptions options;
+        options.dxfVersion = DxfVersion::R2000;
+        const auto lines = dxfEntities(dxfOf(drawing, options), "LWPOLYLINE");
+        ASSERT_EQ(lines.size(), 1U);
+        std::vector<double> x, y;
+        for (const Group& group : lines[0]) {
+            if (group.code == 10) {
+                x.push_back(std::stod(group.value));
+            } else if (group.code == 20) {
+                y.push_back(std::stod(group.value));
+            }
+        }
+        ASSERT_EQ(x.size(), y.size());
+        const std::size_t parts = x.size() - 2;
+        EXPECT_EQ(parts > 1, turn > 3.0);
+        for (std::size_t i = 0; i <= parts; ++i) {
+            const double angle = turn * static_cast<double>(i) / static_cast<double>(parts);
+            EXPECT_NEAR(x.at(1 + i), 20.0 + 50.0 * std::sin(angle), 1e-6) << turn;
+            EXPECT_NEAR(y.at(1 + i), 50.0 - 50.0 * std::cos(angle), 1e-6) << turn;
+        }
+    }
+}
+
 TEST(Dxf, ClothoidsAreOpenAndTheirSidesStraight) {
     Drawing drawing;
     addRoad(drawing, {0.0, 0.0}, false);

@@ -196,6 +196,31 @@ TEST(PlanNames, OfTheGridHaveADecimalBelowAMetre) {
     }
 }
 
+TEST(PlanNames, OfTheScaleBarTellItsMiddleAndItsEnd) {
+    const struct {
+        int scale;
+        const char *middle, *end;
+    } kCases[] = {{10, "0.2", "0.4 m"}, {20, "0.4", "0.8 m"}, {50, "1.0", "2.0 m"},  {100, "2", "4 m"},
+                  {200, "4", "8 m"},    {250, "4", "8 m"},    {500, "10", "20 m"},   {1000, "20", "40 m"},
+                  {2500, "40", "80 m"}, {3000, "40", "80 m"}, {5000, "100", "200 m"}};
+    for (const auto& [scale, middle, end] : kCases) {
+        Drawing drawing;
+        addPoint(drawing, {1.0, 2.0, 0.0}, "P");
+        PlotOptions options;
+        options.scale = scale;
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(plotPlan(drawing, options).pages.at(0).c_str()));
+        std::vector<std::string> texts;
+        for (const pugi::xpath_node node : document.select_nodes("//text[@font-size='2.2']")) {
+            texts.emplace_back(node.node().child_value());
+        }
+        ASSERT_EQ(texts.size(), 3U);
+        EXPECT_TRUE(texts[0] == "0" || texts[0] == "0.0");
+        EXPECT_EQ(texts[1], middle) << scale;
+        EXPECT_EQ(texts[2], end) << scale;
+    }
+}
+
 TEST(PlanNames, LoseTheBlanksAtTheirEnds) {
     Drawing drawing;
     addPoint(drawing, {100.0, 100.0, 0.0}, "  K 1  ");

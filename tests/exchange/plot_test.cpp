@@ -233,6 +233,10 @@ TEST_F(PlotOf, NoSheetAlongAnAlignmentIsAFailure) {
         EXPECT_TRUE(plot.pages.empty()) << start;
         EXPECT_EQ(whyNot(plot), "the alignment has coordinates or stations that no survey has, so it cannot be drawn");
     }
+    drawing.setStartStation(road, 0.0);
+    PlotOptions large;
+    large.scale = 1;
+    EXPECT_EQ(plotAlong(drawing, road, large).failure, (Obstacle{ObstacleCode::TooManySheets, 500}));
     const std::size_t far = addRoad(drawing, {1e30, -36000.0}, true, "FAR");
     EXPECT_EQ(plotAlong(drawing, far, {}).failure, Obstacle{ObstacleCode::BeyondReach});
     const std::size_t point = drawing.addAlignment(drawing.addSite("T"), "POINT", "0", "", "");

@@ -214,6 +214,13 @@ TEST(ReportOfAlignments, StakesStandOnTheSideOfTheirOffsetHoweverSmall) {
     }
 }
 
+TEST(ReportOfAlignments, AStakeOnTheAlignmentIsOneOfTheRight) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addPolyline(drawing, {{12020.0, -36000.0, 0}}, false, "", "幅杭線左");
+    EXPECT_NE(csvOf(drawing, {}, {ReportPart::Widths}).find(",右,0.000,"), std::string::npos);
+}
+
 // Also a stake that stands alone goes to the nearest of two alignments, whichever was made first.
 TEST(ReportOfAlignments, AStakeBelongsToTheNearestAlignment) {
     for (const bool nearIsFirst : {true, false}) {

@@ -210,6 +210,38 @@ TEST(Results, OfManySectionsBelongToTheAlignmentOfTheirCentres) {
     }
 }
 
+// The first of them lie on both roads, and many behind them on one alone.
+TEST(Results, BelongToTheAlignmentThatMostOfThemLieOnFarBehindTheFirst) {
+    Drawing drawing;
+    const std::size_t shorter = drawing.addAlignment(drawing.addSite("現場"), "短", "0", "", "");
+    Element straight;
+    straight.end = {40.0, 0.0};
+    straight.length = 40.0;
+    drawing.addElement(shorter, straight);
+    addStraightRoad(drawing, 0, "長");
+    for (int i = 0; i < 360; ++i) {
+        addResultAt(drawing, {0.25 * i, 0, 5}, "a", kLongitudinal);
+    }
+    const Results results = resultsOf(drawing);
+    EXPECT_EQ(results.alignments.at(0).longitudinal.size(), 0U);
+    EXPECT_EQ(results.alignments.at(1).longitudinal.size(), 360U);
+    EXPECT_EQ(results.unplaced, 0U);
+}
+
+// Wherever it stands among the others.
+TEST(SimaResults, WithoutAPlaceAreLeftOutAndToldOnce) {
+    for (std::size_t absurd = 0; absurd < 3; ++absurd) {
+        Drawing drawing;
+        addStraightRoad(drawing, 0, "線");
+        for (std::size_t i = 0; i < 3; ++i) {
+            addResultAt(drawing, {i == absurd ? kInfinite : 10.0 + static_cast<double>(i), 0, 5}, "a", kLongitudinal);
+        }
+        std::ostringstream out;
+        EXPECT_EQ(writeSima(drawing, {}, out), (Notes{{NoteCode::NoPlace, 1}, {NoteCode::AddedPoints, 2}})) << absurd;
+        EXPECT_EQ(linesOf(out.str(), "H01").size(), 2U) << absurd;
+    }
+}
+
 // The height of its first point stands for that of the middle.
 TEST(SimaResults, ASectionWithoutItsCentreHasTheHeightOfItsFirstPoint) {
     Drawing drawing;

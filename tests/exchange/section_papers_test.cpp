@@ -258,6 +258,56 @@ TEST_F(Road, ProfilesTakeTheLargestScaleAtWhichOneSheetHoldsThem) {
     EXPECT_EQ(scaleOf(0.348 * 2500 + 0.001, "A3", false), "3 of 1:1000");
 }
 
+// A tenth of the scale along the road, unless the ground takes more than seven tenths of the paper's height above the band.
+TEST_F(Road, HeightsOfAProfileTakeTheLargestScaleThatTheyHaveRoomAt) {
+    const struct {
+        int along;
+        bool planned;
+        double rise; // metres
+        int heights;
+    } kCases[] = {{100, false, 1.140, 10},   {100, false, 1.142, 20}, {100, false, 2.281, 20},
+                  {100, false, 2.283, 30},   {200, false, 2.281, 20}, {200, false, 2.283, 30},
+                  {500, false, 5.70, 50},    {500, false, 5.71, 100}, {1000, false, 11.40, 100},
+                  {1000, false, 11.42, 200}, {100, true, 1.028, 10},  {100, true, 1.030, 20},
+                  {1000, true, 10.28, 100},  {1000, true, 10.30, 200}};
+    for (const auto& [along, planned, rise, heights] : kCases) {
+        drawing = drawing::Drawing();
+        drawing.addTable("points");
+        const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
+        drawing::Element straight;
+        straight.end = {0.0, 100.0};
+        straight.direction = std::numbers::pi / 2.0;
+        straight.length = 100.0;
+        drawing.addElement(road, straight);
+        addPoint({0.0, 0.0, 30.0}, "a", "縦断成果", 1);
+        addPoint({0.0, 20.0, 30.0 + rise}, "b", "縦断成果", 1);
+        if (planned) {
+            addPoint({0.0, 10.0, 30.0 + rise}, "P", "座標", 1);
+        }
+        PlotOptions options;
+        options.scale = along;
+        const Plot plot = plotProfile(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        EXPECT_NE(plot.pages[0].find("縦 1:" + std::to_string(heights) + "（"), std::string::npos)
+            << along << ' ' << rise << (planned ? " planned" : "");
+    }
+}
+
+// Of 3 mm.
+TEST_F(Road, FiguresOfAProfileStandWhereTheyHaveRoom) {
+    for (const double between : {2.995, 3.005}) {
+        drawing = drawing::Drawing();
+        SetUp();
+        addPoint({0.0, 40.0 + between, 32.0}, "near", "縦断成果", 1);
+        PlotOptions options;
+        options.scale = 1000;
+        const Plot plot = plotProfile(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        EXPECT_EQ(plot.pages[0].find(">near<") != std::string::npos, between > 3.0);
+        EXPECT_EQ(plot.notes, between > 3.0 ? Notes{} : (Notes{{NoteCode::NoRoomForFigures, 1}}));
+    }
+}
+
 // At a tenth of the scale along the road: base lines at whole centimetres of paper, 8 mm below the lowest ground.
 TEST_F(Road, BaseLinesOfAProfileStandAtRoundHeights) {
     struct Case {

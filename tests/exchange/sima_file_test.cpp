@@ -240,6 +240,24 @@ TEST(SimaFile, LinesKeepTheirNumbersFromZeroOnAndAlignmentsTakeOthers) {
     EXPECT_EQ(written.of("D00"), (Lines{"D00,    0,12-3,1,"}));
 }
 
+// What an import makes of a route of one point refers to the first point of the file, wherever that stands.
+TEST(SimaFile, ARouteOfOnePointAtTheOriginRefersToTheFirstPoint) {
+    const struct {
+        std::vector<MdGePoint3d> line;
+        std::size_t points; // of the file
+    } kCases[] = {
+        {{{0, 0, 0}}, 1}, {{{0, 5, 0}}, 2}, {{{5, 0, 0}}, 2}, {{{0, 0, 0}, {0, 0, 0}}, 2}, {{{0, 0, 0}, {5, 0, 0}}, 3},
+    };
+    for (const auto& [line, points] : kCases) {
+        Drawing drawing;
+        addNumbered(drawing, {100.0, 200.0, 5.0}, 7, "A");
+        addPolyline(drawing, line, false, "左", "幅杭線左");
+        const Written written = simaOf(drawing);
+        EXPECT_EQ(written.of("A01").size(), points) << line.size();
+        EXPECT_EQ(written.of("B01").at(0) == "B01,    7,A,", points == 1) << line.size();
+    }
+}
+
 TEST(SimaFile, StraightsThatAReaderMakesOneOfAreTold) {
     Drawing drawing;
     addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},

@@ -152,6 +152,16 @@ TEST_F(QueryLine, NamesOfVeryManyAlignmentsAndVeryLongNamesAreCut) {
         << ran.err;
     EXPECT_TRUE(contains(ran.err, "R48, R49 and 3 more")) << ran.err;
     EXPECT_FALSE(contains(ran.err, "R50"));
+    for (const int count : {49, 50, 51}) {
+        std::string names(kPoints);
+        for (int i = 0; i < count; ++i) {
+            std::string route(kRoute);
+            names += route.replace(route.find("CL"), 2, "R" + std::to_string(i));
+        }
+        const std::string path = file(names, "b" + std::to_string(count) + ".sim");
+        ASSERT_EQ(fenmark({"import", path, "--drawing", path + ".gpkg"}).code, kDone);
+        EXPECT_EQ(contains(fenmark({"station", path + ".gpkg", "none", "0"}).err, " more"), count > 50) << count;
+    }
     const Ran japanese = fenmark({"station", folder.at("a.gpkg"), "none", "0"}, false, Language::Japanese);
     EXPECT_TRUE(contains(japanese.err, "R48, R49、ほか3件")) << japanese.err;
 }

@@ -93,6 +93,7 @@ TEST_F(ArgumentLine, UnknownCommandIsNamedAndTheCommandsAreListed) {
 TEST_F(ArgumentLine, HelpIsACommandToo) {
     EXPECT_EQ(fenmark({"help"}).out, fenmark({"--help"}).out);
     EXPECT_EQ(fenmark({"help", "import"}).out, fenmark({"import", "--help"}).out);
+    EXPECT_EQ(fenmark({"help", "import", "--strict=no", "a.sim"}).out, fenmark({"import", "--help"}).out);
     EXPECT_EQ(fenmark({"help", "draw"}).code, kWrongUsage);
 }
 
@@ -257,7 +258,10 @@ TEST_F(ArgumentLine, NegativeNumbersAreNoOptions) {
     ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute)}).code, kDone);
     const std::string drawing = folder.at("a.gpkg");
     EXPECT_EQ(fenmark({"station", drawing, "CL", "20", "-5"}).out, "20 5\n");
-    EXPECT_EQ(fenmark({"station", drawing, "CL", "20", "-.5"}).out, "20 0.5\n");
+    for (const char* digit : {"1", "2", "3", "4", "5", "6", "7", "8", "9", "05", "95"}) {
+        EXPECT_EQ(fenmark({"station", drawing, "CL", "20", std::string("-.") + digit}).out,
+                  std::string("20 0.") + digit + "\n");
+    }
     EXPECT_EQ(fenmark({"locate", drawing, "CL", "20", "-3.25"}).out, "20 3.25\n");
     EXPECT_EQ(fenmark({"locate", drawing, "CL", "+20", "3.25"}).out, "20 -3.25\n");
 }

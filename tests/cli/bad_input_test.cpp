@@ -5,8 +5,12 @@
 
 #include <sqlite3.h>
 
+#include <csignal>
 #include <memory>
+#include <string>
+#include <utility>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,6 +38,21 @@ TEST(ErrorBlocks, OnlyATextThatBeginsWithACodeHasOne) {
     EXPECT_EQ(errorBlock(log, 1).text, "a text of words");
     EXPECT_EQ(errorBlock(log, 2).code, "");
     EXPECT_EQ(errorBlock(log, 2).text, "Err");
+}
+
+TEST(ErrorBlocks, HaveTheNumberOfTheirLineWithoutZerosInFront) {
+    for (const auto& [written, number] : {std::pair("00000行目", "0"),
+                                          {"00001行目", "1"},
+                                          {"00010行目", "10"},
+                                          {"00100", "100"},
+                                          {"12345行目", "12345"},
+                                          {"123456行目", "123456"},
+                                          {"行目", ""}}) {
+        sima::SimaLog log;
+        log.errorBlock("ErrA01-1 the text", std::string(written) + " A01,x,");
+        EXPECT_EQ(errorBlock(log, 0).line, number);
+        EXPECT_EQ(errorBlock(log, 0).record, "A01,x,");
+    }
 }
 
 using BadInput = CommandLine;
@@ -247,6 +266,25 @@ TEST_F(BadInput, LogThatCannotBeWrittenLeavesTheDrawingAsItWas) {
     EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
     EXPECT_EQ(fenmark({"import", folder.at("a.sim"), "--keep-partial"}).code, kNotDone);
     EXPECT_EQ(info(folder.at("a.gpkg"))["entities"].size(), 2U);
+}
+
+// A limit to the size of files stands for a disk that has room for the log alone.
+TEST_F(BadInput, ErrorsOfAFileAreToldWhereItsDrawingCannotBeWritten) {
+    const std::string path = file("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n");
+    struct ::rlimit before {};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    struct ::rlimit small = before;
+    small.rlim_cur = 3000;
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const Ran ran = fenmark({"import", path});
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(ran.code, kNotDone);
+    EXPECT_TRUE(contains(ran.err, path + ":2: ErrA01-1: ")) << ran.err;
+    EXPECT_TRUE(contains(ran.err, "error: " + folder.at("a.gpkg"))) << ran.err;
+    EXPECT_FALSE(test::fileExists(folder.at("a.gpkg")));
+    EXPECT_FALSE(test::fileExists(folder.at("a_Input.log")));
 }
 
 TEST_F(BadInput, FullDeviceIsToldByExportAndPlot) {

@@ -351,6 +351,8 @@ TEST(CommandLines, EveryOptionOfAnExportReachesItsPlace) {
                   {"--only", "lot"},
                   {"--layer", "0"},
                   {"--layer", "0", "--layer", "1"},
+                  {"--layer", "0", "1"},
+                  {"--only", "points", "lots"},
                   {"--rectangle", "1,2,3,4"},
                   {"--rectangle", "3,4,-1,2.5"},
                   {"--rectangle=-3,4,-1,2.5"},

@@ -177,6 +177,37 @@ TEST_F(Documents, PlotsBecomePagesOfAPdf) {
     EXPECT_EQ(files, pages);
 }
 
+// Of as many digits as the last one has; none takes the place of the file that was imported.
+TEST_F(Documents, PagesOfAPlotAreFilesWithTheirNumbers) {
+    const auto plotted = [&] {
+        return fenmark(
+            {"plot", "-q", drawing, folder.at("p.svg"), "--along", "中心線", "--scale", "250", "--paper", "A4"});
+    };
+    ASSERT_EQ(plotted().code, kDone);
+    std::vector<std::string> pages;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+        if (entry.path().extension() == ".svg") {
+            pages.push_back(entry.path().filename().string());
+        }
+    }
+    std::sort(pages.begin(), pages.end());
+    const std::size_t count = pages.size();
+    ASSERT_TRUE(count >= 10 && count < 99) << count;
+    const auto nameOf = [](std::size_t page) { return (page < 10 ? "p-0" : "p-") + std::to_string(page) + ".svg"; };
+    for (std::size_t i = 1; i <= count; ++i) {
+        EXPECT_EQ(pages[i - 1], nameOf(i));
+    }
+    for (const std::size_t page : {std::size_t{1}, std::size_t{2}, count, count + 1}) {
+        const std::string link = folder.at(nameOf(page));
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink(folder.at("road.sim"), link);
+        const Ran ran = plotted();
+        EXPECT_EQ(ran.code == kDone, page > count) << page << ran.err;
+        EXPECT_EQ(contains(ran.err, "was imported into the drawing"), page <= count) << page << ran.err;
+        std::filesystem::remove(link);
+    }
+}
+
 TEST_F(Documents, NothingIsWrittenOverALinkThatLeadsNowhere) {
     for (const char* name : {"l.dxf", "l.xml", "l.csv", "l.sim", "p.svg", "p.pdf", "r.html", "r.csv", "s.csv"}) {
         const std::string target = folder.at(name);

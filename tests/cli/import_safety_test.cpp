@@ -449,6 +449,11 @@ TEST_F(ImportSafety, RecordsWithOneCommaTooManyAreCounted) {
     EXPECT_TRUE(contains(notes("A00,\r\nA01,1,P,0,0,0,\r\nA99,\r\nD00,1,L,1,,\r\nD99,\r\n"), "end of 1 record,"));
     EXPECT_FALSE(contains(notes("A00,\r\nA01,1,P,0,0,0,1,\r\nA99,\r\n"), "one comma too many")) << "a value too many";
     EXPECT_FALSE(contains(notes("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n"), "one comma too many"));
+    for (const char* record : {"A01,1,,", "A01,1,P,,", "A01,1,P,0,0,,,,", "X01,1,,"}) {
+        const std::string told = notes("A00,\r\n" + std::string(record) + "\r\nA99,\r\n");
+        EXPECT_TRUE(contains(told, ":2: Err")) << told;
+        EXPECT_FALSE(contains(told, "one comma too many")) << told;
+    }
 }
 
 TEST_F(ImportSafety, PointNumbersThatAreNamesAreToldWithWhatIsWanted) {

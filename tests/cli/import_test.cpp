@@ -352,12 +352,17 @@ TEST_F(ImportLine, SectionThatIsNotClosedIsToldAtTheFirstRecordThatOpensAnother)
     EXPECT_EQ(ran.err.find("inside section", note + 20), std::string::npos) << "once is enough";
     EXPECT_FALSE(contains(fenmark({"import", path, "--quiet"}).err, "note"));
     EXPECT_FALSE(contains(fenmark({"import", example("dirty.sim")}).err, "inside section"));
+    const std::string first = file("A00,\r\nA01,1,P,0,0,,\r\nD00,1,L,1,\r\nD99,\r\n", "b.sim");
+    EXPECT_TRUE(contains(fenmark({"import", first}).err, first + ":3: note: D00 inside section A"))
+        << "the first error";
 }
 
 TEST_F(ImportLine, StrictTellsOfErrorBlocksByItsExitCode) {
     EXPECT_EQ(fenmark({"import", example("dirty.sim"), "--strict"}).code, kLogHasErrors);
     EXPECT_EQ(fenmark({"import", example("road.sim"), "--strict"}).code, kDone);
     EXPECT_TRUE(test::fileExists(folder.at("dirty.gpkg"))) << "it is done all the same";
+    EXPECT_EQ(fenmark({"import", file("A00,\r\nA01,x,P,0,0,,\r\nA99,\r\n"), "--strict"}).code, kLogHasErrors)
+        << "of one error";
 }
 
 TEST_F(ImportLine, ErrorBlocksAreToldAsFileLineCodeText) {

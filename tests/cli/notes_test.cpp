@@ -123,6 +123,9 @@ TEST_F(NotesLine, TheFirst64KilobytesShowWhetherAFileIsUtf8) {
         EXPECT_EQ(told(start + lines + end), beyond == 0) << "only whole lines are looked at";
         EXPECT_TRUE(told(start + end + lines));
     }
+    // A character of the line behind them that begins within.
+    const std::string whole = start + std::string(kLookedAt - start.size() - 2, 'x') + "\n";
+    EXPECT_FALSE(told(whole + "境界,\r\n"));
     const std::string noLine(kLookedAt - 1, 'x');
     EXPECT_TRUE(told(noLine + "\x95"));
     EXPECT_FALSE(told(noLine + "x\x95"));

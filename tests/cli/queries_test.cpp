@@ -152,6 +152,16 @@ TEST_F(QueryLine, NamesOfVeryManyAlignmentsAndVeryLongNamesAreCut) {
         << ran.err;
     EXPECT_TRUE(contains(ran.err, "R48, R49 and 3 more")) << ran.err;
     EXPECT_FALSE(contains(ran.err, "R50"));
+    for (const int count : {49, 50, 51}) {
+        std::string names(kPoints);
+        for (int i = 0; i < count; ++i) {
+            std::string route(kRoute);
+            names += route.replace(route.find("CL"), 2, "R" + std::to_string(i));
+        }
+        const std::string path = file(names, "b" + std::to_string(count) + ".sim");
+        ASSERT_EQ(fenmark({"import", path, "--drawing", path + ".gpkg"}).code, kDone);
+        EXPECT_EQ(contains(fenmark({"station", path + ".gpkg", "none", "0"}).err, " more"), count > 50) << count;
+    }
     const Ran japanese = fenmark({"station", folder.at("a.gpkg"), "none", "0"}, false, Language::Japanese);
     EXPECT_TRUE(contains(japanese.err, "R48, R49、ほか3件")) << japanese.err;
 }
@@ -238,7 +248,9 @@ TEST_F(QueryLine, AZoneInPlaceOfTheDrawingsIsInTheFileOrToldAsNotNeeded) {
     EXPECT_TRUE(exported("a.kml", {"5"}));
     EXPECT_TRUE(exported("a.dxf", {"9"})) << "which the drawing has";
     for (const char* target : {"a.dxf", "a.csv", "b.sim"}) {
-        EXPECT_FALSE(exported(target, {"5"})) << target;
+        for (const char* zone : {"1", "5", "19"}) {
+            EXPECT_FALSE(exported(target, {zone})) << target << ' ' << zone;
+        }
     }
     EXPECT_FALSE(exported("b.geojson", {"5", "--crs", "plane"}));
     EXPECT_TRUE(exported("b.csv", {"5", "--quiet"}));

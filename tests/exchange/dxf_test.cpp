@@ -146,6 +146,54 @@ TEST(Dxf, ArcsRunAnticlockwiseWhicheverWayTheAlignmentTurns) {
     }
 }
 
+// Where they are cut they lie on the arc, at equal parts.
+TEST(Dxf, WideArcsOfAPolylineAreCutOnThemselves) {
+    for (const double turn : {1.0, 4.0, 6.0}) {
+        Drawing drawing;
+        addChain(drawing, {{ElementType::Straight, 20.0, kStraight, kStraight, false},
+                           {ElementType::Arc, turn * 50.0, 50.0, 50.0, false}});
+        ExportOptions options;
+        options.dxfVersion = DxfVersion::R2000;
+        const auto lines = dxfEntities(dxfOf(drawing, options), "LWPOLYLINE");
+        ASSERT_EQ(lines.size(), 1U);
+        std::vector<double> x, y;
+        for (const Group& group : lines[0]) {
+            if (group.code == 10) {
+                x.push_back(std::stod(group.value));
+            } else if (group.code == 20) {
+                y.push_back(std::stod(group.value));
+            }
+        }
+        ASSERT_EQ(x.size(), y.size());
+        const std::size_t parts = x.size() - 2;
+        EXPECT_EQ(parts > 1, turn > 3.0);
+        for (std::size_t i = 0; i <= parts; ++i) {
+            const double angle = turn * static_cast<double>(i) / static_cast<double>(parts);
+            EXPECT_NEAR(x.at(1 + i), 20.0 + 50.0 * std::sin(angle), 1e-6) << turn;
+            EXPECT_NEAR(y.at(1 + i), 50.0 - 50.0 * std::cos(angle), 1e-6) << turn;
+        }
+    }
+}
+
+TEST(Dxf, ClothoidsAreOpenAndTheirSidesStraight) {
+    Drawing drawing;
+    addRoad(drawing, {0.0, 0.0}, false);
+    for (const DxfVersion version : {DxfVersion::R12, DxfVersion::R2000}) {
+        ExportOptions options = oldOptions();
+        options.dxfVersion = version;
+        const auto groups = dxfOf(drawing, options);
+        const auto lines = dxfEntities(groups, version == DxfVersion::R12 ? "POLYLINE" : "LWPOLYLINE");
+        ASSERT_EQ(lines.size(), 2U);
+        for (const auto& line : lines) {
+            EXPECT_EQ(textOf(line, 70), "0");
+            EXPECT_EQ(textOf(line, 42), "");
+        }
+        for (const auto& vertex : dxfEntities(groups, "VERTEX")) {
+            EXPECT_EQ(textOf(vertex, 42), "");
+        }
+    }
+}
+
 TEST(Dxf, ClothoidVerticesLieOnTheCurveAndCloseEnough) {
     Drawing drawing;
     addRoad(drawing, {0.0, 0.0}, false);
@@ -688,6 +736,9 @@ TEST(DxfText, EscapesWhatReadersTakeForControlSequences) {
     EXPECT_EQ(dxfText("\uFFFE😀", R2000), "\\U+FFFE\\U+FFFD");
     EXPECT_EQ(dxfText("\uFFFE😀", R2018), "\uFFFD😀");
     EXPECT_EQ(dxfText("点点", R2018, 5), "点");
+    // The first and the last characters of each length.
+    EXPECT_EQ(dxfText("\u0080|\u07FF|\u0800|\u0E01|\uFFFD|\U00010000|\U0010FFFD|", R2000),
+              "\\U+0080|\\U+07FF|\\U+0800|\\U+0E01|\\U+FFFD|\\U+FFFD|\\U+FFFD|");
     EXPECT_EQ(dxfLayer("a^b\x01", R2000), "a_b_");
     EXPECT_EQ(dxfLayer("", R2000), "0");
 }

@@ -2,6 +2,7 @@
 // a rule of another test, does not look at, a slip of one group, bracket or place, is seen here.
 //
 // All numbers of the drawing are plain, so that the files do not hang on the last digit of a computed curve.
+#include "exchange/dxf.h"
 #include "exchange/formats.h"
 #include "exchange/info.h"
 #include "sample_drawing.h"
@@ -165,6 +166,9 @@ TEST(InfoSamples, TellAllThatADrawingHolds) {
     std::ostringstream summary;
     writeSummary(drawing, summary);
     expectSample("info.txt", summary.str());
+    std::ostringstream sites;
+    writeInfoJson(drawing, sites);
+    expectSample("info_of_sites.json", sites.str());
     std::ostringstream nothing;
     writeSummary(Drawing(), nothing);
     writeInfoJson(Drawing(), nothing);
@@ -212,6 +216,15 @@ TEST(Formats, HaveOneExtensionEachThatFindsThem) {
     EXPECT_EQ(extensions(true), ".svg");
     EXPECT_TRUE(extensions(false).starts_with(".dxf, .xml, ")) << extensions(false);
     EXPECT_TRUE(extensions(false).ends_with(" or " + std::string(formats().back().extension))) << extensions(false);
+}
+
+TEST(Formats, AreNamedInBothLanguages) {
+    std::string names;
+    for (const Format& format : formats()) {
+        names +=
+            std::string(format.extension) + "|" + std::string(format.name) + "|" + std::string(format.japanese) + "\n";
+    }
+    expectSample("format_names.txt", names);
 }
 
 TEST(Formats, DegreesNeedAZone) {
@@ -263,6 +276,48 @@ TEST(Selections, TakeByKindLayerAndRectangle) {
     selection.rectangle->add(1025.0, 2030.0);
     selection.rectangle->add(1030.0, 2040.0);
     EXPECT_EQ(taken(selection), "? road") << "the road's box holds it";
+}
+
+TEST(Selections, TakeWhatTouchesAnEdgeOfTheRectangle) {
+    Drawing drawing;
+    addPolyline(drawing, {{10, 20, 0}, {14, 26, 0}}, false, "1");
+    const struct {
+        double minX, minY, maxX, maxY;
+        bool takes;
+    } kCases[] = {
+        {0, 0, 10, 99, true},   {0, 0, 9.999, 99, false},   {14, 0, 99, 99, true}, {14.001, 0, 99, 99, false},
+        {0, 0, 99, 20, true},   {0, 0, 99, 19.999, false},  {0, 26, 99, 99, true}, {0, 26.001, 99, 99, false},
+        {11, 22, 12, 23, true}, {-99, -99, 199, 199, true},
+    };
+    for (const auto& [minX, minY, maxX, maxY, takes] : kCases) {
+        Selection selection;
+        selection.rectangle = {minX, minY, maxX, maxY};
+        EXPECT_EQ(selection.takes(drawing.entity(0)), takes) << minX << ' ' << minY << ' ' << maxX << ' ' << maxY;
+        EXPECT_EQ(takesAny(drawing, selection), takes) << minX << ' ' << minY << ' ' << maxX << ' ' << maxY;
+    }
+    Drawing road;
+    addRoad(road, {0.0, 0.0}, true);
+    Selection selection;
+    EXPECT_TRUE(takesAny(road, selection));
+    selection.left[static_cast<std::size_t>(Kind::Alignments)] = true;
+    EXPECT_FALSE(takesAny(road, selection));
+    EXPECT_FALSE(takesAny(Drawing(), {}));
+}
+
+// Neither in what stands in front of the entities, as layers and extent, nor in their numbers.
+TEST(Selections, OfADxfAreWrittenAsIfTheRestWereNotThere) {
+    Drawing plain;
+    fillPlain(plain, true);
+    const auto drawing = selectedPart(plain, {}); // alignments first, so that those of its parts have the same numbers
+    for (std::size_t kind = 0; kind < kKinds; ++kind) {
+        ExportOptions options;
+        options.selection.left[kind] = true;
+        std::ostringstream selected;
+        writeDxf(*drawing, options, selected);
+        std::ostringstream whole;
+        writeDxf(*selectedPart(*drawing, options.selection), {}, whole);
+        EXPECT_EQ(selected.str(), whole.str()) << kind;
+    }
 }
 
 TEST(Selections, ReachEveryFormat) {

@@ -55,6 +55,7 @@ TEST_F(LandXml, TellsOfLinesWithoutALine) {
     addPolyline(drawing, {{0, 0, 0}}, false, "左", "幅杭線左");
     addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, true, "2");
     std::ostringstream out;
+    EXPECT_EQ(writeLandXml(drawing, out), (Notes{{NoteCode::WithoutLine, 0, 2, 1}}));
     EXPECT_EQ(
         english(writeLandXml(drawing, out)),
         (std::vector<std::string>{"left out for want of a line: 2 polylines of fewer than two points, 1 alignment "
@@ -179,6 +180,23 @@ TEST(Csv, KeepsBlanksAtTheEndsInQuotes) {
     std::ostringstream out;
     EXPECT_TRUE(writeCsv(drawing, out).empty());
     EXPECT_NE(out.str().find(",\"FK1  \","), std::string::npos);
+}
+
+TEST(Csv, TellsOfEveryObjectThatIsNoPoint) {
+    for (const std::size_t lines : {0U, 1U, 2U}) {
+        for (const std::size_t roads : {0U, 1U, 2U}) {
+            Drawing drawing;
+            for (std::size_t i = 0; i < lines; ++i) {
+                addPolyline(drawing, {{0, 0, 0}, {0, 8, 0}}, false, "1");
+            }
+            for (std::size_t i = 0; i < roads; ++i) {
+                addRoad(drawing, {12000.0, -36000.0}, true);
+            }
+            std::ostringstream out;
+            const Notes wanted = lines + roads == 0 ? Notes{} : Notes{{NoteCode::PointsAlone, 0, lines, roads}};
+            EXPECT_EQ(writeCsv(drawing, out), wanted) << lines << " and " << roads;
+        }
+    }
 }
 
 } // namespace

@@ -152,8 +152,8 @@ TEST(GeoJsonInDegrees, WhatNoZoneReachesHasNoGeometry) {
     EXPECT_TRUE(features[0]["geometry"].is_null());
     EXPECT_TRUE(features[1]["geometry"].is_null());
     EXPECT_FALSE(features[2]["geometry"].is_null());
-    ASSERT_EQ(notes.size(), 1U);
-    EXPECT_NE(english(notes[0]).find("2 objects"), std::string::npos);
+    EXPECT_EQ(notes, (Notes{{NoteCode::BeyondProjection, 2, 0, 0, Fate::WithoutGeometry}}));
+    EXPECT_NE(english(notes.at(0)).find("2 objects"), std::string::npos);
 }
 
 TEST(GeoJsonInDegrees, TheZoneOfTheOptionsGoesBeforeTheDrawings) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -159,6 +160,25 @@ TEST_P(LandXmlAlignments, OfManyShapesAreRebuiltByIntegration) {
         expectRebuilt(alignment, index++);
     }
     EXPECT_EQ(index, 40U);
+}
+
+// Its tangents meet nowhere ahead: as far from its start as it is long a point stands for the PI.
+TEST_P(LandXmlAlignments, AClothoidOfHalfATurnHasAPointAheadInPlaceOfThePi) {
+    for (const double turn : {3.0, std::numbers::pi, 4.0}) {
+        drawing = Drawing();
+        addChain(drawing, {{ElementType::Arc, 20.0, 50.0, 50.0, false},
+                           {ElementType::Clothoid, turn * 100.0, kStraight, 50.0, false}});
+        const pugi::xml_node spiral = parse().child("Alignments").child("Alignment").child("CoordGeom").child("Spiral");
+        const Element& clothoid = drawing.alignment(0).elements[1];
+        const Place start = placeIn(spiral, "Start");
+        const Place pi = placeIn(spiral, "PI");
+        const double ahead = std::hypot(pi.north - start.north, pi.east - start.east);
+        EXPECT_NEAR(pi.east, clothoid.start.x + ahead * std::cos(0.4), kRebuilt) << turn;
+        EXPECT_NEAR(pi.north, clothoid.start.y + ahead * std::sin(0.4), kRebuilt) << turn;
+        const auto told = std::find(notes.begin(), notes.end(), Note{NoteCode::ClothoidWithoutPi, 1});
+        EXPECT_EQ(told != notes.end(), turn > 3.1) << turn;
+        EXPECT_EQ(std::abs(ahead - clothoid.length) < kRebuilt, turn > 3.1) << turn;
+    }
 }
 
 TEST_P(LandXmlAlignments, TellTheirIps) {

@@ -48,6 +48,12 @@ TEST(NamedStations, FindThePitchOfThePegs) {
     EXPECT_TRUE(equationsOf({{0.0, "No.0"}, {50.0, "No.1"}, {100.0, "No.2"}}).empty());
 }
 
+// Here 20 m are borne out by the first two, 100 m by the last two.
+TEST(NamedStations, AreCountedInTheUsualPitchWhereAnotherExplainsAsMany) {
+    EXPECT_TRUE(equationsOf({{0.0, "No.0"}, {20.0, "No.1"}, {500.0, "No.10"}, {600.0, "No.11"}}).empty());
+    EXPECT_EQ(equationsOf({{0.0, "No.0"}, {100.0, "No.10"}, {200.0, "No.11"}}).size(), 1U);
+}
+
 TEST(NamedStations, AreReadInFullWidthToo) {
     const auto equations = equationsOf({{0.0, "Ｎｏ．０"},
                                         {20.0, "ＮＯ．１"},

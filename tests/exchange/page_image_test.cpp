@@ -95,6 +95,23 @@ TEST(Pdf, ThatCannotBeMadeOrWrittenSaysSo) {
     EXPECT_NE(page.message.english.find("the page cannot be drawn"), std::string::npos) << page.message.english;
 }
 
+TEST(Pdf, PagesAreAsLargeAsTheirPaper) {
+    Plot plot;
+    for (const char* size : {"254 127", "127 381"}) { // millimetres: 72 points are 25.4 of them
+        plot.pages.push_back("<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + std::string(size) + "\"/>");
+    }
+    std::ostringstream out;
+    const Outcome written = writePdf(plot, out);
+    if (!written && out.str().empty()) {
+        GTEST_SKIP() << written.message.english;
+    }
+    ASSERT_TRUE(written) << written.message.english;
+    const std::size_t first = out.str().find("/MediaBox [ 0 0 720 360 ]");
+    const std::size_t second = out.str().find("/MediaBox [ 0 0 360 1080 ]");
+    EXPECT_LT(first, second);
+    EXPECT_NE(second, std::string::npos);
+}
+
 // Of letters for private use no font of a machine has a shape.
 TEST(Pdf, LettersThatNoFontHasAreToldOnceEach) {
     const auto noted = [](const std::string& content) {

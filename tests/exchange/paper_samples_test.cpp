@@ -135,7 +135,10 @@ TEST_F(Papers, LongitudinalSection) {
 }
 
 TEST_F(Papers, CrossSections) {
-    expectPages("cross_sections", plotCrossSections(drawing, 0, {}));
+    PlotOptions options;
+    options.heading = "横断面図";
+    options.titles = {{"業務名", "試験"}, {"測量者", "山田"}};
+    expectPages("cross_sections", plotCrossSections(drawing, 0, options));
 }
 
 TEST_F(Papers, ReportsOnPaper) {

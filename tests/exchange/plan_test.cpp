@@ -246,6 +246,10 @@ TEST(LabelSpace, ALineKeepsItsPlaceHoweverLongItIs) {
         {{-40'000.0, 40'010.0}, {30'000.0, -29'990.0}, {5.0, 5.0}},
         {{50.0, 50.0}, {50.0 + 3e9, 50.0 - 4e9}, {65.0, 30.0}},
         {{40.0, 40.0}, {40.0, 40.0}, {40.0, 40.0}},
+        {{40.0, 10.0}, {40.05, 70.0}, {40.0, 40.0}}, // nearly upright, and nearly level
+        {{40.05, 10.0}, {40.0, 70.0}, {40.0, 40.0}},
+        {{10.0, 40.0}, {70.0, 40.05}, {40.0, 40.0}},
+        {{10.0, 40.05}, {70.0, 40.0}, {40.0, 40.0}},
     };
     for (const auto& [from, to, on] : kLines) {
         LabelSpace space({0.0, 0.0, 100.0, 100.0});
@@ -416,6 +420,24 @@ TEST_F(PlanOf, ObjectsAtTheOriginFarFromAllElseAreLeftOutAndTold) {
     EXPECT_FALSE(hasText("座標なし"));
 }
 
+TEST_F(PlanOf, ASingleObjectIsLeftOutToo) {
+    fillSample(drawing);
+    addPoint(drawing, {0, 0, 0}, "座標なし");
+    draw();
+    EXPECT_EQ(notes, (Notes{{NoteCode::AtOrigin, 1}}));
+    EXPECT_FALSE(hasText("座標なし"));
+    drawing = Drawing();
+    addPoint(drawing, {0, 0, 0}, "原点");
+    addPoint(drawing, {400, 300, 0}, "隣");
+    addPoint(drawing, {1e30, 0, 0}, "遠方");
+    addRoad(drawing, {300.0, 280.0}, false);
+    draw();
+    EXPECT_EQ(notes, (Notes{{NoteCode::OutOfReach, 1}}));
+    EXPECT_TRUE(hasText("原点") && hasText("隣")) << "the sheet holds both";
+    EXPECT_TRUE(hasTextBeginning("EP")) << "the road is in reach";
+    EXPECT_FALSE(hasText("遠方"));
+}
+
 TEST_F(PlanOf, ObjectsAtTheOriginNearTheOthersAreShown) {
     addPoint(drawing, {0, 0, 0}, "原点");
     addPoint(drawing, {50, 30, 0}, "隣");
@@ -567,6 +589,48 @@ TEST_F(PlanOf, TwentyThousandPolylinesAreTheLastThatAreAllDrawn) {
     ASSERT_EQ(notes.size(), 1U);
     EXPECT_EQ(notes[0].code, NoteCode::SmallLines);
     EXPECT_GT(notes[0].count, 15000U);
+}
+
+// Of a crowd a line is left out that begins where another one did, or off the sheet.
+TEST_F(PlanOf, EverySmallLineOfACrowdThatIsLeftOutIsTold) {
+    for (int i = 0; i < 20001; ++i) {
+        addPolyline(drawing, {{1e5 + i, 0, 0}, {1e5 + i, 20, 0}}, false, "", "連続線");
+    }
+    PlotOptions options;
+    options.scale = 500;
+    options.paper = "A4";
+    options.extent.emplace();
+    options.extent->add(0.0, 0.0);
+    options.extent->add(100.0, 70.0); // in the middle of 107.5 m by 95 m
+    const auto linesOn = [](const Plot& plot) {
+        std::size_t lines = 0;
+        for (std::size_t at = plot.pages.at(0).find("class=\"l continuous\""); at != std::string::npos;
+             at = plot.pages[0].find("class=\"l continuous\"", at + 1)) {
+            ++lines;
+        }
+        return lines;
+    };
+    EXPECT_EQ(plotPlan(drawing, options).notes, Notes{});
+    addPolyline(drawing, {{50.0, 35.0, 0}, {50.5, 35.0, 0}}, false, "", "連続線");
+    addPolyline(drawing, {{-4.0, 35.0, 0}, {-2.9, 35.0, 0}}, false, "", "連続線"); // of more than two millimetres
+    EXPECT_EQ(plotPlan(drawing, options).notes, Notes{});
+    addPolyline(drawing, {{50.0, 35.0, 0}, {50.25, 35.0, 0}}, false, "", "連続線");
+    EXPECT_EQ(plotPlan(drawing, options).notes, (Notes{{NoteCode::SmallLines, 1}}));
+    EXPECT_EQ(linesOn(plotPlan(drawing, options)), 3U);
+    addPolyline(drawing, {{-4.0, 35.0, 0}, {-3.5, 35.0, 0}}, false, "", "連続線");
+    EXPECT_EQ(plotPlan(drawing, options).notes, (Notes{{NoteCode::SmallLines, 2}}));
+    EXPECT_EQ(linesOn(plotPlan(drawing, options)), 3U) << "and the sample of the legend";
+}
+
+TEST_F(PlanOf, FiftyThousandPointsAreTheLastThatAreSymbols) {
+    for (int i = 0; i < 50000; ++i) {
+        addPoint(drawing, {20.0 * (i % 250), 20.0 * (i / 250), 0.0}, "", "横断成果");
+    }
+    draw();
+    EXPECT_EQ(notes, Notes{});
+    addPoint(drawing, {0.0, 4000.0, 0.0}, "", "横断成果");
+    draw();
+    EXPECT_EQ(notes, (Notes{{NoteCode::DotsForMany, 50001}}));
 }
 
 TEST_F(PlanOf, CrowdedNamesAreLeftOutAndCounted) {

@@ -189,6 +189,42 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentAreBoundedTogether) {
               "too many sheets with too much on them, together more than 100 MB; choose a smaller scale");
 }
 
+// 12 mm of the map's edge stay free of the road itself, wherever it leads between its ends.
+TEST_F(PlotOf, ASheetHoldsTheWholeOfItsRoad) {
+    const struct {
+        bool upright;
+        double widest; // metres
+    } kCases[] = {{false, 95.5}, {true, 52.0}};
+    for (const auto& [upright, widest] : kCases) {
+        for (const bool clockwise : {false, true}) {
+            for (const double more : {-0.01, 0.01}) {
+                const double radius = (widest + more) / 2.0;
+                drawing = Drawing();
+                addChain(drawing, {{ElementType::Arc, radius * 1.5 * std::numbers::pi, radius, radius,
+                                    clockwise}}); // 270 degrees
+                PlotOptions options;
+                options.scale = 500;
+                options.paper = "A4";
+                options.upright = upright;
+                EXPECT_EQ(plotAlong(drawing, 0, options).pages.size() == 1, more < 0.0) << widest + more;
+            }
+        }
+    }
+}
+
+TEST_F(PlotOf, WhatEverySheetAlongAnAlignmentSaysIsToldOnce) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addPoint(drawing, {0.0, 0.0, 0.0}, "座標なし");
+    PlotOptions options;
+    options.paper = "A4";
+    const Plot plot = plotAlong(drawing, 0, options);
+    EXPECT_EQ(plot.pages.size(), 3U);
+    EXPECT_EQ(plot.notes, (Notes{{NoteCode::AtOrigin, 1}}));
+    options.titles.assign(20000, {"業務名", "道路"}); // which each sheet shows: some 3 MB
+    options.mostSheetBytes = 2'999'999;
+    EXPECT_EQ(plotAlong(drawing, 0, options).failure, (Obstacle{ObstacleCode::SheetsTooLarge, 2}));
+}
+
 TEST_F(PlotOf, NoSheetAlongAnAlignmentIsAFailure) {
     const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, true);
     for (const double start : {1e19, -1e19, 1e9}) {
@@ -197,6 +233,10 @@ TEST_F(PlotOf, NoSheetAlongAnAlignmentIsAFailure) {
         EXPECT_TRUE(plot.pages.empty()) << start;
         EXPECT_EQ(whyNot(plot), "the alignment has coordinates or stations that no survey has, so it cannot be drawn");
     }
+    drawing.setStartStation(road, 0.0);
+    PlotOptions large;
+    large.scale = 1;
+    EXPECT_EQ(plotAlong(drawing, road, large).failure, (Obstacle{ObstacleCode::TooManySheets, 500}));
     const std::size_t far = addRoad(drawing, {1e30, -36000.0}, true, "FAR");
     EXPECT_EQ(plotAlong(drawing, far, {}).failure, Obstacle{ObstacleCode::BeyondReach});
     const std::size_t point = drawing.addAlignment(drawing.addSite("T"), "POINT", "0", "", "");

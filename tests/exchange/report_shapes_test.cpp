@@ -68,6 +68,11 @@ TEST(ReportOfIps, NamesEveryKindOfCurve) {
     EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true}, {kClothoid, 36.0, 100.0, kStraight, true}}),
               "凸形");
     EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true}}), "クロソイド");
+    EXPECT_EQ(kindOfCurve({{kClothoid, 0.5, kStraight, 1.0, true},
+                           {kArc, 0.3, 1.0, 1.0, true},
+                           {kClothoid, 0.5, 1.0, kStraight, true}}),
+              "対称基本形")
+        << "of a parameter below a metre";
     EXPECT_EQ(kindOfCurve({{kClothoid, 36.0, kStraight, 100.0, true},
                            {kArc, 20.0, 100.0, 100.0, true},
                            {kClothoid, 20.0, 100.0, 60.0, true},
@@ -109,6 +114,29 @@ TEST(ReportOfIps, SaysWhichElementsHaveNone) {
                        {kArc, 200.0, 50.0, 50.0, false},
                        {kLine, 100.0, kStraight, kStraight, false}});
     EXPECT_NE(tableOf(drawing, ReportPart::Ips).find("半円以上に回る1個の要素にはIPがない。"), std::string::npos);
+}
+
+// With its total: what does not fit below the table before begins on a page of its own.
+TEST(ReportPages, ATableThatFitsOnAPageStandsOnOne) {
+    for (std::size_t before = 1; before <= 20; before += 3) {
+        for (std::size_t behind = 1; behind <= 20; ++behind) {
+            Drawing drawing;
+            addChain(drawing, std::vector<Piece>(before, {kLine, 10.0, kStraight, kStraight, false}));
+            addChain(drawing, std::vector<Piece>(behind, {kLine, 10.0, kStraight, kStraight, false}));
+            ReportOptions options;
+            options.parts.fill(false);
+            options.parts[static_cast<std::size_t>(ReportPart::MainPoints)] = true;
+            const Plot plot = reportPages(drawing, options, {});
+            std::size_t heads = 0;
+            for (const std::string& page : plot.pages) {
+                for (std::size_t at = page.find("主要点計算書"); at != std::string::npos;
+                     at = page.find("主要点計算書", at + 1)) {
+                    ++heads;
+                }
+            }
+            EXPECT_EQ(heads, 2U) << before << " and " << behind;
+        }
+    }
 }
 
 TEST(ReportOfStations, TooManyAreLeftOutAndSaidSo) {

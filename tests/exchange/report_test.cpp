@@ -60,6 +60,24 @@ TEST(ReportOfLots, IsTheAreaTableFromCoordinates) {
               "倍面積,200.000000,m²\r\n面積,100.000000,m²\r\n地積,100（宅地・鉱泉地 100.00）,m²\r\n");
 }
 
+// Some programs write the first corner of a ring once more behind the last.
+TEST(ReportOfLots, CountsTheCornersOfARingOnce) {
+    for (const bool again : {false, true}) {
+        std::vector<MdGePoint3d> ring = {{0, 0, 0}, {0, 8, 0}, {12, 8, 0}, {12, 0, 0}};
+        for (const char* wanted : {"\r\n1,4,96.000000,", "\r\n1,3,48.000000,"}) {
+            Drawing drawing;
+            std::vector<MdGePoint3d> written = ring;
+            if (again) {
+                written.push_back(ring.front());
+            }
+            addPolyline(drawing, written, true, "1");
+            const std::string csv = csvOf(drawing, {}, {ReportPart::Lots});
+            EXPECT_NE(csv.find(wanted), std::string::npos) << csv;
+            ring.pop_back();
+        }
+    }
+}
+
 // Scales of maps: two digits that are round, then zeros.
 TEST(ReportOfLots, FiguresTakeTheSmallestRoundScaleThatFits) {
     const std::set<std::string> leading = {"10", "12", "15", "20", "25", "30", "40", "50", "60", "80"};
@@ -206,6 +224,13 @@ TEST(ReportOfAlignments, StakesStandOnTheSideOfTheirOffsetHoweverSmall) {
             EXPECT_EQ(csv.find(",右,") != std::string::npos, side < 0) << width;
         }
     }
+}
+
+TEST(ReportOfAlignments, AStakeOnTheAlignmentIsOneOfTheRight) {
+    Drawing drawing;
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    addPolyline(drawing, {{12020.0, -36000.0, 0}}, false, "", "幅杭線左");
+    EXPECT_NE(csvOf(drawing, {}, {ReportPart::Widths}).find(",右,0.000,"), std::string::npos);
 }
 
 // Also a stake that stands alone goes to the nearest of two alignments, whichever was made first.

@@ -192,6 +192,71 @@ TEST(Results, ALongitudinalSectionTakesTheMiddlesOfCrossSections) {
     EXPECT_NE(plot.pages[0].find(">No.2+10.000<"), std::string::npos) << "a section without a name has its station's";
 }
 
+// Not every point is looked at to find the alignment; the third of each section lies on it, after hundreds that do not.
+TEST(Results, OfManySectionsBelongToTheAlignmentOfTheirCentres) {
+    for (const std::size_t sections : {1U, 25U, 26U, 65U, 200U}) {
+        Drawing drawing;
+        addStraightRoad(drawing, 50, "beside");
+        addStraightRoad(drawing, 0, "線");
+        for (std::size_t i = 0; i < sections; ++i) {
+            for (const double offset : {-6.0, -3.0, 0.0, 3.0, 6.0}) {
+                addResultAt(drawing, {0.25 * static_cast<double>(i), -offset, 5.0}, "S", kCross);
+            }
+        }
+        const Results results = resultsOf(drawing);
+        EXPECT_EQ(results.unplaced, 0U) << sections;
+        ASSERT_EQ(results.alignments.at(1).sections.size(), sections);
+        EXPECT_EQ(results.alignments[1].sections.back().points.size(), 5U) << sections;
+    }
+}
+
+// The first of them lie on both roads, and many behind them on one alone.
+TEST(Results, BelongToTheAlignmentThatMostOfThemLieOnFarBehindTheFirst) {
+    Drawing drawing;
+    const std::size_t shorter = drawing.addAlignment(drawing.addSite("現場"), "短", "0", "", "");
+    Element straight;
+    straight.end = {40.0, 0.0};
+    straight.length = 40.0;
+    drawing.addElement(shorter, straight);
+    addStraightRoad(drawing, 0, "長");
+    for (int i = 0; i < 360; ++i) {
+        addResultAt(drawing, {0.25 * i, 0, 5}, "a", kLongitudinal);
+    }
+    const Results results = resultsOf(drawing);
+    EXPECT_EQ(results.alignments.at(0).longitudinal.size(), 0U);
+    EXPECT_EQ(results.alignments.at(1).longitudinal.size(), 360U);
+    EXPECT_EQ(results.unplaced, 0U);
+}
+
+// Wherever it stands among the others.
+TEST(SimaResults, WithoutAPlaceAreLeftOutAndToldOnce) {
+    for (std::size_t absurd = 0; absurd < 3; ++absurd) {
+        Drawing drawing;
+        addStraightRoad(drawing, 0, "線");
+        for (std::size_t i = 0; i < 3; ++i) {
+            addResultAt(drawing, {i == absurd ? kInfinite : 10.0 + static_cast<double>(i), 0, 5}, "a", kLongitudinal);
+        }
+        std::ostringstream out;
+        EXPECT_EQ(writeSima(drawing, {}, out), (Notes{{NoteCode::NoPlace, 1}, {NoteCode::AddedPoints, 2}})) << absurd;
+        EXPECT_EQ(linesOf(out.str(), "H01").size(), 2U) << absurd;
+    }
+}
+
+// The height of its first point stands for that of the middle.
+TEST(SimaResults, ASectionWithoutItsCentreHasTheHeightOfItsFirstPoint) {
+    Drawing drawing;
+    addStraightRoad(drawing, 0, "線");
+    addResultAt(drawing, {10, 0, 4}, "a", kCross);
+    addResultAt(drawing, {10, -3, 5}, "a", kCross);
+    addResultAt(drawing, {20, 3, 6}, "b", kCross);
+    addResultAt(drawing, {20, -3, 7}, "b", kCross);
+    std::ostringstream out;
+    const Notes notes = writeSima(drawing, {}, out);
+    EXPECT_EQ(linesOf(out.str(), "I01"), (std::vector<std::string>{"I01,a,        10.000,         4.000,,",
+                                                                   "I01,b,        20.000,         6.000,,"}));
+    EXPECT_NE(std::find(notes.begin(), notes.end(), Note{NoteCode::AddedCentres, 1}), notes.end());
+}
+
 TEST(SimaResults, OfOneAlignmentAreWrittenUnderOneNumber) {
     Drawing drawing;
     addStraightRoad(drawing, 0, "線");

@@ -10,6 +10,7 @@
 
 #include <numbers>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -220,6 +221,126 @@ TEST_F(Road, BaseLinesStandAtRoundHeightsFourMillimetresBelowTheLowestPoint) {
         const Plot plot = plotCrossSections(drawing, 0, options);
         ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
         EXPECT_NE(plot.pages[0].find(std::string(">DL=") + c.base + "<"), std::string::npos) << c.scale << ' ' << c.low;
+    }
+}
+
+// Beside and between the heights 72 mm of the paper are no ground.
+TEST_F(Road, ProfilesTakeTheLargestScaleAtWhichOneSheetHoldsThem) {
+    const auto scaleOf = [this](double length, const char* paper, bool upright) {
+        drawing = drawing::Drawing();
+        drawing.addTable("points");
+        const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
+        drawing::Element straight;
+        straight.end = {0.0, 3000.0};
+        straight.direction = std::numbers::pi / 2.0;
+        straight.length = 3000.0;
+        drawing.addElement(road, straight);
+        addPoint({0.0, 10.0, 30.0}, "a", "縦断成果", 1);
+        addPoint({0.0, 10.0 + length, 30.0}, "b", "縦断成果", 1);
+        PlotOptions options;
+        options.paper = paper;
+        options.upright = upright;
+        const Plot plot = plotProfile(drawing, 0, options);
+        EXPECT_FALSE(plot.pages.empty()) << whyNot(plot);
+        const std::size_t at = plot.pages.at(0).find("横 1:");
+        return std::to_string(plot.pages.size()) + " of 1:" + std::to_string(std::stoi(plot.pages[0].substr(at + 6)));
+    };
+    const std::pair<int, int> kScales[] = {{100, 200}, {200, 250}, {250, 300}, {500, 1000}, {1000, 2000}, {2000, 2500}};
+    for (const auto& [paper, upright, millimetres] :
+         {std::tuple("A3", false, 348.0), {"A3", true, 225.0}, {"A4", false, 225.0}, {"A2", false, 522.0}}) {
+        for (const auto& [scale, next] : kScales) {
+            const double length = 0.001 * millimetres * scale;
+            EXPECT_EQ(scaleOf(length - 0.001, paper, upright), "1 of 1:" + std::to_string(scale)) << paper;
+            EXPECT_EQ(scaleOf(length + 0.001, paper, upright), "1 of 1:" + std::to_string(next)) << paper;
+        }
+    }
+    EXPECT_EQ(scaleOf(0.348 * 2500 - 0.001, "A3", false), "1 of 1:2500");
+    EXPECT_EQ(scaleOf(0.348 * 2500 + 0.001, "A3", false), "3 of 1:1000");
+}
+
+// A tenth of the scale along the road, unless the ground takes more than seven tenths of the paper's height above the band.
+TEST_F(Road, HeightsOfAProfileTakeTheLargestScaleThatTheyHaveRoomAt) {
+    const struct {
+        int along;
+        bool planned;
+        double rise; // metres
+        int heights;
+    } kCases[] = {{100, false, 1.140, 10},   {100, false, 1.142, 20}, {100, false, 2.281, 20},
+                  {100, false, 2.283, 30},   {200, false, 2.281, 20}, {200, false, 2.283, 30},
+                  {500, false, 5.70, 50},    {500, false, 5.71, 100}, {1000, false, 11.40, 100},
+                  {1000, false, 11.42, 200}, {100, true, 1.028, 10},  {100, true, 1.030, 20},
+                  {1000, true, 10.28, 100},  {1000, true, 10.30, 200}};
+    for (const auto& [along, planned, rise, heights] : kCases) {
+        drawing = drawing::Drawing();
+        drawing.addTable("points");
+        const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
+        drawing::Element straight;
+        straight.end = {0.0, 100.0};
+        straight.direction = std::numbers::pi / 2.0;
+        straight.length = 100.0;
+        drawing.addElement(road, straight);
+        addPoint({0.0, 0.0, 30.0}, "a", "縦断成果", 1);
+        addPoint({0.0, 20.0, 30.0 + rise}, "b", "縦断成果", 1);
+        if (planned) {
+            addPoint({0.0, 10.0, 30.0 + rise}, "P", "座標", 1);
+        }
+        PlotOptions options;
+        options.scale = along;
+        const Plot plot = plotProfile(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        EXPECT_NE(plot.pages[0].find("縦 1:" + std::to_string(heights) + "（"), std::string::npos)
+            << along << ' ' << rise << (planned ? " planned" : "");
+    }
+}
+
+// Of 3 mm.
+TEST_F(Road, FiguresOfAProfileStandWhereTheyHaveRoom) {
+    for (const double between : {2.995, 3.005}) {
+        drawing = drawing::Drawing();
+        SetUp();
+        addPoint({0.0, 40.0 + between, 32.0}, "near", "縦断成果", 1);
+        PlotOptions options;
+        options.scale = 1000;
+        const Plot plot = plotProfile(drawing, 0, options);
+        ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+        EXPECT_EQ(plot.pages[0].find(">near<") != std::string::npos, between > 3.0);
+        EXPECT_EQ(plot.notes, between > 3.0 ? Notes{} : (Notes{{NoteCode::NoRoomForFigures, 1}}));
+    }
+}
+
+// At a tenth of the scale along the road: base lines at whole centimetres of paper, 8 mm below the lowest ground.
+TEST_F(Road, BaseLinesOfAProfileStandAtRoundHeights) {
+    struct Case {
+        int scale;
+        double low;
+        const char* base;
+    };
+    const Case cases[] = {{100, 10.0805, "10.0"},  {100, 10.0795, "9.9"},  {200, 10.1605, "10.0"},
+                          {200, 10.1595, "9.8"},   {500, 10.4005, "10.0"}, {500, 10.3995, "9.5"},
+                          {1000, 10.8005, "10.0"}, {1000, 10.7995, "9.0"}, {2000, 11.6005, "10.0"},
+                          {2000, 11.5995, "8.0"}};
+    for (const bool planned : {false, true}) { // which count as the ground does
+        for (const Case& c : cases) {
+            drawing = drawing::Drawing();
+            drawing.addTable("points");
+            const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
+            drawing::Element straight;
+            straight.end = {0.0, 100.0};
+            straight.direction = std::numbers::pi / 2.0;
+            straight.length = 100.0;
+            drawing.addElement(road, straight);
+            addPoint({0.0, 0.0, c.low + 0.1}, "a", "縦断成果", 1);
+            addPoint({0.0, 20.0, planned ? c.low + 0.2 : c.low}, "b", "縦断成果", 1);
+            if (planned) {
+                addPoint({0.0, 10.0, c.low}, "P", "座標", 1);
+            }
+            PlotOptions options;
+            options.scale = c.scale;
+            const Plot plot = plotProfile(drawing, 0, options);
+            ASSERT_EQ(plot.pages.size(), 1U) << whyNot(plot);
+            EXPECT_NE(plot.pages[0].find(std::string(">DL=") + c.base + "<"), std::string::npos)
+                << c.scale << ' ' << c.low << (planned ? " planned" : "");
+        }
     }
 }
 

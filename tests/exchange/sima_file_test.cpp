@@ -214,7 +214,56 @@ TEST(SimaFile, WideArcsAreCutSinceAReaderTakesTheShorterArc) {
     arc.startRadius = arc.endRadius = 30.0;
     arc.end = drawing::poseOnElement(arc, arc.length).point;
     drawing.addElement(road, arc);
-    EXPECT_EQ(simaOf(drawing).of("C01").size(), 2U);
+    const Written written = simaOf(drawing);
+    EXPECT_EQ(written.of("C01").size(), 2U);
+    const PlanPoint middle = drawing::poseOnElement(arc, 75.0).point;
+    ASSERT_EQ(written.of("A01").size(), 3U);
+    EXPECT_NE(written.of("A01")[1].find("," + exactMetres(middle.y) + "," + exactMetres(middle.x) + ","),
+              std::string::npos)
+        << written.of("A01")[1];
+}
+
+TEST(SimaFile, LinesKeepTheirNumbersFromZeroOnAndAlignmentsTakeOthers) {
+    Drawing drawing;
+    const std::size_t road = addRoad(drawing, {12000.0, -36000.0}, true);
+    ASSERT_EQ(road, 0U);
+    for (const int number : {0, 1, 2}) {
+        addPolyline(drawing, {{0, 0, 0}, {10, 0, 0}}, false, "L", "連続線");
+        drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Pline"), number, "L", "連続線",
+                       "a.sim");
+    }
+    addPolyline(drawing, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}}, true, "12-3");
+    drawing.setRow(drawing.entityCount() - 1, tableNamed(drawing, "JSIMA_V3_Pline"), 0, "12-3", "画地", "a.sim");
+    const Written written = simaOf(drawing);
+    EXPECT_EQ(written.of("F00"), (Lines{"F00,    3,    1,中心線,    3,", "F00,    0,    1,L,    6,",
+                                        "F00,    1,    1,L,    6,", "F00,    2,    1,L,    6,"}));
+    EXPECT_EQ(written.of("D00"), (Lines{"D00,    0,12-3,1,"}));
+}
+
+// What an import makes of a route of one point refers to the first point of the file, wherever that stands.
+TEST(SimaFile, ARouteOfOnePointAtTheOriginRefersToTheFirstPoint) {
+    const struct {
+        std::vector<MdGePoint3d> line;
+        std::size_t points; // of the file
+    } kCases[] = {
+        {{{0, 0, 0}}, 1}, {{{0, 5, 0}}, 2}, {{{5, 0, 0}}, 2}, {{{0, 0, 0}, {0, 0, 0}}, 2}, {{{0, 0, 0}, {5, 0, 0}}, 3},
+    };
+    for (const auto& [line, points] : kCases) {
+        Drawing drawing;
+        addNumbered(drawing, {100.0, 200.0, 5.0}, 7, "A");
+        addPolyline(drawing, line, false, "左", "幅杭線左");
+        const Written written = simaOf(drawing);
+        EXPECT_EQ(written.of("A01").size(), points) << line.size();
+        EXPECT_EQ(written.of("B01").at(0) == "B01,    7,A,", points == 1) << line.size();
+    }
+}
+
+TEST(SimaFile, StraightsThatAReaderMakesOneOfAreTold) {
+    Drawing drawing;
+    addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
+                       {ElementType::Straight, 40.0, kStraight, kStraight, false}});
+    EXPECT_EQ(simaOf(drawing).notes.at(0),
+              "1 alignments with straights that an import joins, since they differ by 1 degree at most");
 }
 
 TEST(SimaFile, AnAlignmentThatBeginsWithAClothoidIsLeftOut) {

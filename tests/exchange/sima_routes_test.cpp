@@ -105,6 +105,8 @@ TEST(SimaRoutes, StraightsThatAReaderMergesAreKnown) {
         }
     }
     EXPECT_FALSE(merged(0.2 * degree, -0.2 * degree)) << "across the seam";
+    EXPECT_TRUE(merged(0.0, 0.2 * degree)) << "the seam itself is the begin of a turn";
+    EXPECT_FALSE(merged(0.0, -0.2 * degree));
     const Element first = straightFrom({0.0, 0.0}, 0.0, 10.0);
     const Element arc = following(first, ElementType::Arc, 1.0, 1000.0, 1000.0, false);
     EXPECT_FALSE(routeOf({first, arc, straightFrom(arc.end, arc.endDirection(), 10.0)}, {}).merged);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <numbers>
 
@@ -48,7 +49,7 @@ TEST(Angles, AzimuthsRunClockwiseFromNorth) {
     EXPECT_NEAR(azimuthOf(0.0), std::numbers::pi / 2.0, kAngle);
     EXPECT_NEAR(azimuthOf(std::numbers::pi / 2.0), 0.0, kAngle);
     EXPECT_NEAR(azimuthOf(std::numbers::pi), 1.5 * std::numbers::pi, kAngle);
-    EXPECT_LT(azimuthOf(std::numbers::pi / 2.0 + 1e-20), 2.0 * std::numbers::pi);
+    EXPECT_EQ(azimuthOf(std::nextafter(std::numbers::pi / 2.0, 2.0)), 0.0) << "a whole turn but for the last bit";
 }
 
 TEST(StationNamesOf, CountStakesOnAPitch) {
@@ -69,6 +70,12 @@ TEST(StationNamesOf, CountStakesOnAPitch) {
 TEST(Names, LoseTheBlanksAtTheirEnds) {
     EXPECT_EQ(trimmedName(" \u3000中心 線\t "), "中心 線");
     EXPECT_EQ(trimmedName("\u3000 "), "");
+    for (const std::string blank : {" ", "\t", "\n", "\v", "\f", "\r", "\u3000"}) {
+        EXPECT_EQ(trimmedName(blank + "点" + blank), "点") << static_cast<int>(blank[0]);
+    }
+    for (const std::string sign : {"\b", "\x0E", "\x1F", "!", "\u3001"}) {
+        EXPECT_EQ(trimmedName(sign + "点" + sign), sign + "点" + sign) << static_cast<int>(sign[0]);
+    }
 }
 
 TEST(DecimalOf, IsTheShortestDecimalOfTheReal) {

@@ -29,10 +29,9 @@ constexpr double kWidestCell = 190.0; // two side by side on A3
 constexpr std::size_t kMostPages = 2000;
 
 struct Size {
-    double width = 0.0; // metres, the centre included
-    double height = 0.0;
-    double left = 0.0;  // the farthest offset to the left, at most 0
-    double right = 0.0; // and to the right, at least 0
+    double height = 0.0; // metres
+    double left = 0.0;   // the farthest offset to the left, at most 0
+    double right = 0.0;  // and to the right, at least 0
     double low = 0.0;
     double high = 0.0;
 };
@@ -47,7 +46,6 @@ Size sizeOf(const CrossSection& section) {
         size.low = std::min(size.low, point.height);
         size.high = std::max(size.high, point.height);
     }
-    size.width = size.right - size.left;
     size.height = size.high - size.low;
     return size;
 }

@@ -32,6 +32,14 @@ SYNTAX = ("g++", "-std=c++20", "-fsyntax-only", "-w", "-Wno-narrowing", "-Isrc",
           "-DFENMARK_VERSION=\"\"")
 UNREACHED = "  (no test comes by)"
 QUICK = 0.05  # seconds; tests of up to that come first
+# Those of scripts/mutate.py, and larger ones that are only looked through here.
+FOLDERS = mutate.FOLDERS | {
+    "src/sima": ["sima", "output"],
+    "src/command": ["command"],
+    "src/host": ["embedded", "adapter", "output"],
+    "src/alignment": ["alignment", "alignment_builders", "alignment_solvers", "alignment_absurd"],
+    "src/curve": ["curve", "alignment", "alignment_solvers", "alignment_builders"],
+}
 OPERATORS = {"<": ("Less", "<="), "<=": ("LessEqual", "<"), ">": ("Greater", ">="), ">=": ("GreaterEqual", ">"),
              "==": ("Equal", "!="), "!=": ("NotEqual", "=="), "+": ("Plus", "-"), "-": ("Minus", "+"),
              "*": ("Times", "/"), "/": ("Over", "*")}
@@ -208,7 +216,7 @@ def passed_by(test, slowest):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("folder", choices=sorted(mutate.FOLDERS))
+    parser.add_argument("folder", choices=sorted(FOLDERS))
     parser.add_argument("--file", action="append", default=[], help="only files that have this in their path")
     parser.add_argument("--test", action="append", help="only these test programs")
     parser.add_argument("--mutants", type=int, help="so many of all, drawn at random")
@@ -216,7 +224,7 @@ def main():
     parser.add_argument("--slowest", type=float, default=2)
     parser.add_argument("--again", type=pathlib.Path, help="only what survived in what an earlier run printed")
     arguments = parser.parse_args()
-    tests = arguments.test or mutate.FOLDERS[arguments.folder]
+    tests = arguments.test or FOLDERS[arguments.folder]
     paths = sorted(p.relative_to(ROOT).as_posix() for p in (ROOT / arguments.folder).rglob("*.cpp"))
     paths = [path for path in paths if not arguments.file or any(part in path for part in arguments.file)]
     mutate.copy_sources()

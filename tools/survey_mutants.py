@@ -142,7 +142,8 @@ def rewritten(text, mutants, variable):
         done = at + length
     result += text[done:]
     if variable:
-        result = re.sub(r"^( *)(static |inline )?constexpr (?=[^(=]*\w+(?: =|\{|\())", r"\1static const ", result,
+        # Not those of a class, which would have no place of their own.
+        result = re.sub(r"^( *)(inline )?constexpr (?=[^(=]*\w+(?: =|\{|\())", r"\1static const ", result,
                         flags=re.MULTILINE)
     return f'#include "{BUILD}/survey.h"\n#line 1\n{result}'
 

@@ -221,7 +221,10 @@ TEST(SettledElements, TurnsAnArcOverForOneJointThatBreaksByMoreThanAKink) {
     // beyond 5, up to a half.
     for (const double less : {-kLittle, kLittle}) {
         EXPECT_EQ(turnsOver({.turn = 8.02 * kDegree + less, .behind = kAside}), less > 0);
-        EXPECT_EQ(turnsOver({.turn = 6.02 * kDegree + less, .behind = kAside, .afterArc = true}), less > 0);
+        for (const bool points : {false, true}) {
+            EXPECT_EQ(turnsOver({.turn = 6.02 * kDegree + less, .behind = kAside, .afterArc = true, .points = points}),
+                      less > 0);
+        }
         const double turn = 15.98 * kDegree + less;
         EXPECT_EQ(turnsOver({.turn = turn, .behind = 4 * kDegree - turn}), less < 0) << "which breaks the joint behind";
     }
@@ -298,11 +301,12 @@ TEST(SettledElements, OneOfNoLengthChangesNothing) {
     EXPECT_TRUE(settledElements(first).empty());
 }
 
-// A first arc behind an element of no length turns over for the joint behind it as any first arc does.
+// A first arc behind an element of no length turns over for the joint behind it as any first arc does, however short it is.
 TEST(SettledElements, AFirstArcTurnsOverForTheJointBehindIt) {
-    for (const bool point : {false, true}) {
-        std::vector<Element> elements = layChain(
-            {{0, 0}, 0}, {arc(1000, 100), straight(50), arc(200, 100), straight(50), arc(-200, 100), straight(50)});
+    for (const auto& [point, length] :
+         {std::pair(false, 100.0), std::pair(true, 100.0), std::pair(false, 0.008), std::pair(false, 0.1)}) {
+        std::vector<Element> elements = layChain({{0, 0}, 0}, {arc(10 * length, length), straight(50), arc(200, 100),
+                                                               straight(50), arc(-200, 100), straight(50)});
         elements[0] = mirrored(elements[0]);
         elements[0].otherSense = false;
         if (point) {
@@ -312,6 +316,26 @@ TEST(SettledElements, AFirstArcTurnsOverForTheJointBehindIt) {
         ASSERT_EQ(settled.size(), 6U) << point;
         EXPECT_TRUE(settled[0].otherSense);
         EXPECT_FALSE(settled[2].otherSense);
+    }
+}
+
+// Where one arc has proved to be of the other sense, every joint that meets is worth it to turn another one over.
+TEST(SettledElements, AFirstArcThatTurnsOverProvesThatTheSensesAreMixed) {
+    for (const bool mixed : {false, true}) {
+        std::vector<Element> elements = layChain(
+            {{0, 0}, 0}, {arc(1000, 100), straight(50), arc(200, 100), straight(50), arc(-200, 100), straight(50)});
+        elements.push_back(
+            layChain({elements.back().end, elements.back().endDirection()}, {arc(100 / (7 * kDegree), 100)})[0]);
+        elements.push_back(
+            layChain({elements.back().end, elements.back().endDirection() + 60 * kDegree}, {straight(100)})[0]);
+        for (const std::size_t wrong : {std::size_t{0}, std::size_t{6}}) {
+            if (wrong != 0 || mixed) {
+                elements[wrong] = mirrored(elements[wrong]);
+                elements[wrong].otherSense = false;
+            }
+        }
+        const std::vector<Element> settled = settledElements(elements);
+        EXPECT_EQ(!settled.empty() && settled[settled.size() - 2].otherSense, mixed);
     }
 }
 

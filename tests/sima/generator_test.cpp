@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <sstream>
+#include <string>
 
 namespace fenmark::sima {
 
@@ -98,7 +102,10 @@ TEST(Generator, LeavesOutWhatHasNoPoints) {
     EXPECT_EQ(reader.lotCount(), 0);
     for (std::int32_t points = 1; points < 30; ++points) {
         sizes.points = points;
-        EXPECT_EQ(readBytes(generated(sizes)).log.errorCount(), 0) << points;
+        const SimaReader some = readBytes(generated(sizes));
+        EXPECT_EQ(some.log.errorCount(), 0) << points;
+        const std::int32_t columns = std::max(2, static_cast<std::int32_t>(std::ceil(std::sqrt(points))));
+        EXPECT_EQ(some.lotCount(), points / columns < 2 ? 0 : sizes.lots) << points;
     }
 }
 

@@ -5,8 +5,10 @@
 #include "fenmark/curve.h"
 
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace fenmark::curve_test {
 
@@ -200,6 +202,43 @@ TEST(CInterface, RecordsHaveTheSameLayoutInC) {
     EXPECT_EQ(c_size_of_ip_curve(), sizeof(FmkIpCurve));
     EXPECT_EQ(c_size_of_crossing(), sizeof(FmkCrossing));
     EXPECT_NEAR(c_end_of_quarter_circle(), 100.0, 1e-12);
+}
+
+TEST(CInterface, FlagsAreOneOrZero) {
+    const FmkCurve straight{{{0.0, 0.0}, 0.0}, 100.0, 0.0, 0.0};
+    const std::pair<FmkPoint, int> places[] = {{{50.0, 7.0}, 1}, {{-1.0, 7.0}, 0}, {{101.0, 7.0}, 0}};
+    for (const auto& [point, perpendicular] : places) {
+        FmkFoot foot{};
+        foot.perpendicular = 7;
+        ASSERT_EQ(fmk_curveNearest(&straight, &point, &foot), FMK_OK);
+        EXPECT_EQ(foot.perpendicular, perpendicular) << point.x;
+    }
+    const std::pair<FmkCurve, int> others[] = {
+        {{{{50.0, -20.0}, kTwoPi / 4}, 40.0, 0.0, 0.0}, 0},   // across
+        {{{{40.0, 10.0}, -kTwoPi / 4}, 31.0, 0.1, 0.1}, 1},   // touches from the right
+        {{{{40.0, -10.0}, kTwoPi / 4}, 31.0, -0.1, -0.1}, 1}, // from the left
+    };
+    for (const auto& [other, tangent] : others) {
+        FmkCrossing found[4] = {};
+        found[0].tangent = 7;
+        std::size_t count = 0;
+        int overlap = 7;
+        ASSERT_EQ(fmk_curveCrossings(&straight, &other, 1e-9, found, 4, &count, &overlap), FMK_OK);
+        ASSERT_EQ(count, 1U) << other.start.point.x;
+        EXPECT_EQ(found[0].tangent, tangent) << other.start.point.x;
+        EXPECT_EQ(overlap, 0);
+    }
+}
+
+TEST(CInterface, ACurveIsSplitAnywhere) {
+    const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
+    for (const double along : {0.0, 0.001, 0.05, 0.5, 40.0, 79.999, 80.0}) {
+        FmkCurve first{};
+        FmkCurve second{};
+        ASSERT_EQ(fmk_curveSplit(&curve, along, &first, &second), FMK_OK) << along;
+        EXPECT_NEAR(first.length, along, 1e-12);
+        EXPECT_NEAR(second.length, 80.0 - along, 1e-12);
+    }
 }
 
 TEST(CInterface, EqualResultsAreEqualByteByByte) {

@@ -208,6 +208,14 @@ TEST(CurveThrough, GoesThroughThePoint) {
     }
     EXPECT_GT(laid, 300);
     EXPECT_EQ(curveThrough({-100.0, 0.0}, {0.0, 0.0}, {0.0, 100.0}, {50.0, -50.0}).status, FitStatus::NoSolution);
+    for (const Point& after : {Point{100.0, 0.0}, Point{-50.0, 0.0}}) { // straight on, and back
+        EXPECT_EQ(curveThrough({-100.0, 0.0}, {0.0, 0.0}, after, {0.0, 1.0}).status, FitStatus::NoTurn) << after.x;
+    }
+    for (const double side : {100.0, 0.5, 0.05}) {
+        const IpCurve small = curveAtIp({-side, 0.0}, {{0.0, 0.0}, 0.5 * side, 0.0, 0.0}, {0.0, side});
+        ASSERT_EQ(small.status, FitStatus::Done) << side;
+        EXPECT_NEAR(small.enterTangent, 0.5 * side, 1e-12);
+    }
 }
 
 } // namespace fenmark::curve_test

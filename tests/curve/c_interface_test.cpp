@@ -230,6 +230,35 @@ TEST(CInterface, FlagsAreOneOrZero) {
     }
 }
 
+TEST(CInterface, ManyPosesAreThoseOfEach) {
+    const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
+    const double along[] = {0.0, 13.0, 79.0, 90.0};
+    FmkPose poses[4] = {};
+    ASSERT_EQ(fmk_curvePoses(&curve, along, 4, poses), FMK_OK);
+    for (std::size_t i = 0; i < 4; ++i) {
+        FmkPose one{};
+        ASSERT_EQ(fmk_curvePose(&curve, along[i], &one), FMK_OK);
+        EXPECT_NEAR(poses[i].point.x, one.point.x, 1e-9) << i;
+        EXPECT_NEAR(poses[i].point.y, one.point.y, 1e-9) << i;
+        EXPECT_NEAR(poses[i].azimuth, one.azimuth, 1e-12) << i;
+    }
+}
+
+TEST(CInterface, CrossingsComeInTheOrderOfTheFirstCurve) {
+    const FmkCurve straight{{{-20.0, 3.0}, 0.0}, 40.0, 0.0, 0.0};
+    for (const double turn : {1.0, -1.0}) { // a circle round the origin, run through either way
+        const FmkCurve circle{{{0.0, -10.0 * turn}, 0.0}, 62.0, 0.1 * turn, 0.1 * turn};
+        FmkCrossing found[4] = {};
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_curveCrossings(&straight, &circle, 1e-9, found, 4, &count, nullptr), FMK_OK);
+        ASSERT_EQ(count, 2U);
+        EXPECT_LT(found[0].alongFirst, found[1].alongFirst) << turn;
+        ASSERT_EQ(fmk_curveCrossings(&circle, &straight, 1e-9, found, 4, &count, nullptr), FMK_OK);
+        ASSERT_EQ(count, 2U);
+        EXPECT_LT(found[0].alongFirst, found[1].alongFirst) << turn;
+    }
+}
+
 TEST(CInterface, ACurveIsSplitAnywhere) {
     const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
     for (const double along : {0.0, 0.001, 0.05, 0.5, 40.0, 79.999, 80.0}) {

@@ -495,6 +495,22 @@ TEST(Chains, OfShortCurvesRunAsTheirCurves) {
     }
 }
 
+TEST(CChain, APointBeyondAShortLastCurveHasItsFootAtItsEnd) {
+    for (const double last : {0.001, 0.05, 0.5}) {
+        const FmkCurve curves[] = {{{{0.0, 0.0}, 0.0}, 10.0, 0.0, 0.0}, {{{10.0, 0.0}, 0.0}, last, 0.0, 0.0}};
+        FmkChain* made = nullptr;
+        ASSERT_EQ(fmk_chainFromCurves(curves, 2, 0.0, nullptr, 0, &made), FMK_OK);
+        const OwnedChain chain(made);
+        const FmkPoint point{12.0, 1.0};
+        std::array<FmkChainFoot, 4> feet{};
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_chainFeet(chain.get(), &point, feet.data(), feet.size(), &count), FMK_OK);
+        ASSERT_EQ(count, 1U) << last;
+        EXPECT_EQ(feet[0].distance, 10.0 + last);
+        EXPECT_EQ(feet[0].perpendicular, 0);
+    }
+}
+
 TEST(CChain, FillsTheCallersRoomAndTellsWhatThereIs) {
     const OwnedChain chain = madeOfCurves();
     std::size_t count = 0;

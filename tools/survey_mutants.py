@@ -28,10 +28,19 @@ import mutate  # noqa: E402
 
 BUILD = mutate.COPY / "survey"
 RAW_TEXT = re.compile(r'R"(\w*)\(.*?\)\1"', re.DOTALL)
+ARRAY_SIZE = re.compile(r"\s*(?:const |static |constexpr )*[\w:<>]+ \w+((?:\[\w+\])+)(?= ?[;={])")
 SYNTAX = ("g++", "-std=c++20", "-fsyntax-only", "-w", "-Wno-narrowing", "-Isrc", "-Iinclude", "-Iapps/fenmark",
           "-DFENMARK_VERSION=\"\"")
 UNREACHED = "  (no test comes by)"
 QUICK = 0.05  # seconds; tests of up to that come first
+# Those of scripts/mutate.py, and larger ones that are only looked through here.
+FOLDERS = mutate.FOLDERS | {
+    "src/sima": ["sima", "output"],
+    "src/command": ["command"],
+    "src/host": ["embedded", "adapter", "output"],
+    "src/alignment": ["alignment", "alignment_builders", "alignment_solvers", "alignment_absurd"],
+    "src/curve": ["curve", "alignment", "alignment_solvers", "alignment_builders"],
+}
 OPERATORS = {"<": ("Less", "<="), "<=": ("LessEqual", "<"), ">": ("Greater", ">="), ">=": ("GreaterEqual", ">"),
              "==": ("Equal", "!="), "!=": ("NotEqual", "=="), "+": ("Plus", "-"), "-": ("Minus", "+"),
              "*": ("Times", "/"), "/": ("Over", "*")}
@@ -73,11 +82,17 @@ def code_of(text):
 
 
 def changes_of(path):
-    """Those of scripts/mutate.py that are not in a text of several lines."""
+    """Those of scripts/mutate.py that are not in a text of several lines, nor the size of an array."""
     text = (ROOT / path).read_text()
     raw = {text.count("\n", 0, match.start()) + line for match in RAW_TEXT.finditer(text)
            for line in range(match[0].count("\n") + 1)}
-    return [change for change in mutate.changes_of(path) if change[0] not in raw]
+    found = []
+    for change in mutate.changes_of(path):
+        number, line, start, *_ = change
+        size = ARRAY_SIZE.match(line)
+        if number not in raw and not (size and size.start(1) <= start < size.end(1)):
+            found.append(change)
+    return found
 
 
 def operand(code, place, step, stops):
@@ -134,7 +149,8 @@ def rewritten(text, mutants, variable):
         done = at + length
     result += text[done:]
     if variable:
-        result = re.sub(r"^( *)(static |inline )?constexpr (?=[^(=]*\w+(?: =|\{|\())", r"\1static const ", result,
+        # Not those of a class, which would have no place of their own.
+        result = re.sub(r"^( *)(inline )?constexpr (?=[^(=]*\w+(?: =|\{|\())", r"\1static const ", result,
                         flags=re.MULTILINE)
     return f'#include "{BUILD}/survey.h"\n#line 1\n{result}'
 
@@ -156,18 +172,30 @@ def compilable(path, mutants):
     sys.exit(f"survey: {path} does not compile")
 
 
-def compile_all(paths, tests, earlier):
-    """Builds with as many mutants as compile, of those that survived earlier if there are any; returns these."""
-    mutants, k = {path: {} for path in paths}, 0
+def chosen(paths, earlier, count, seed):
+    """By path and number: so many of all, or of those that survived earlier if there are any."""
+    all_of = []
     for path in paths:
         for change in changes_of(path):
             _, line, start, end, new = change
             if earlier is None or (path, line.strip(), (line[:start] + new + line[end:]).strip()) in earlier:
-                k += 1
-                mutants[path][k] = change
+                all_of.append((path, change))
+    drawn = range(len(all_of))
+    if count and count < len(all_of):
+        drawn = sorted(random.Random(seed).sample(drawn, count))
+    mutants = {path: {} for path in paths}
+    for k in drawn:
+        path, change = all_of[k]
+        mutants[path][k + 1] = change
+    return mutants
+
+
+def compile_all(mutants, tests):
+    """Builds with as many of the mutants as compile, and returns these."""
+    paths = list(mutants)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         left = dict(zip(paths, pool.map(lambda path: compilable(path, mutants[path]), paths)))
-    print(f"survey: {sum(map(len, left.values()))} of {k} mutants can be built", flush=True)
+    print(f"survey: {sum(map(len, left.values()))} of {sum(map(len, mutants.values()))} mutants can be built", flush=True)
     if mutate.run("cmake", "--build", str(BUILD), "--target", *[f"test_{test}" for test in tests]) != 0:
         sys.exit("survey: does not build")
     return {k: (path, *change) for path in paths for k, change in left[path].items()}
@@ -208,7 +236,7 @@ def passed_by(test, slowest):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("folder", choices=sorted(mutate.FOLDERS))
+    parser.add_argument("folder", choices=sorted(FOLDERS))
     parser.add_argument("--file", action="append", default=[], help="only files that have this in their path")
     parser.add_argument("--test", action="append", help="only these test programs")
     parser.add_argument("--mutants", type=int, help="so many of all, drawn at random")
@@ -216,7 +244,7 @@ def main():
     parser.add_argument("--slowest", type=float, default=2)
     parser.add_argument("--again", type=pathlib.Path, help="only what survived in what an earlier run printed")
     arguments = parser.parse_args()
-    tests = arguments.test or mutate.FOLDERS[arguments.folder]
+    tests = arguments.test or FOLDERS[arguments.folder]
     paths = sorted(p.relative_to(ROOT).as_posix() for p in (ROOT / arguments.folder).rglob("*.cpp"))
     paths = [path for path in paths if not arguments.file or any(part in path for part in arguments.file)]
     mutate.copy_sources()
@@ -229,11 +257,8 @@ def main():
     if arguments.again:
         earlier = set(mutate.SURVIVED.findall(arguments.again.read_text().replace(UNREACHED, "")))
         paths = [path for path in paths if any(path == survivor[0] for survivor in earlier)]
-    mutants = compile_all(paths, tests, earlier)
+    mutants = compile_all(chosen(paths, earlier, arguments.mutants, arguments.seed), tests)
     by_place = {test: passed_by(test, arguments.slowest) for test in tests}
-    if arguments.mutants and arguments.mutants < len(mutants):
-        drawn = random.Random(arguments.seed).sample(sorted(mutants), arguments.mutants)
-        mutants = {k: mutants[k] for k in sorted(drawn)}
 
     def survives(k):
         for test in tests:

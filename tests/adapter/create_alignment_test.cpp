@@ -3,6 +3,8 @@
 #include "support/route_elements.h"
 
 #include "host/boundary/automation_error.h"
+#include "host/boundary/geometry.h"
+#include "output/alignment_passes.h"
 
 #include <set>
 #include <stdexcept>
@@ -67,6 +69,18 @@ TEST_F(CreateAlignment, PassesArcsAndClothoidsWithTheirArguments) {
     EXPECT_EQ(elements[1].curve().sparePoint1.x, 11.5);
     EXPECT_EQ(elements[1].curve().sparePoint1.y, 22.5);
     EXPECT_EQ(elements[2].startX, "500.000000000000");
+}
+
+TEST_F(CreateAlignment, AClothoidBehindAStraightIsPassedWithItsPi) {
+    Elements elements{test::straight(0.0, 0.0, 100.0, 0.0),
+                      test::clothoid(100.0, 0.0, 149.9, 2.1, "100", "0", "200", "L")};
+    sima::EntityData expected = elements[1];
+    output::computeSpiralPi(expected);
+    ASSERT_NE(expected.curve().sparePoint2, host::MdGePoint3d());
+    ASSERT_TRUE(create(elements).isValid());
+    EXPECT_EQ(elements[1].curve().sparePoint2, expected.curve().sparePoint2);
+    const std::string& made = host.alignments[0].elements[1];
+    EXPECT_EQ(made.find("pi (0 0 0)"), std::string::npos) << made;
 }
 
 TEST_F(CreateAlignment, ReadsOfANewArcStandInTheirOrder) {

@@ -8,6 +8,7 @@
 #include "alignment/primitives/tools.h"
 #include "support/sweep.h"
 
+#include <cstdint>
 #include <limits>
 
 namespace {
@@ -528,23 +529,48 @@ TEST(ARmakRR, RefusesUnlikeTurnsBetweenFiniteRadiiAndAThirdArcInsideTheSecond) {
                                              arc(1.0, 80.0, 60.0), arc(1.0, 150.0, 90.0)});
     const Calelm given1 = in_calculation_plane(chain[0]);
     const Calelm given3 = in_calculation_plane(chain[3]);
-    const auto refused = [&](double dir1, double radius2) {
+    struct Given {
+        double dir1 = 1.0;
+        double dir2 = 1.0;
+        double dir3 = 1.0;
+        double radius1 = 200.0;
+        double radius2 = 80.0;
+    };
+    const auto refused = [&](const Given& given) {
         Calelm arc1 = given1;
-        arc1.dir = dir1;
+        arc1.dir = given.dir1;
+        arc1.par = given.radius1;
         Calelm arc3 = given3;
+        arc3.dir = given.dir3;
+        const Calelm before3 = arc3;
         Calelm arc2 = sizes_only(chain[2]);
-        arc2.par = radius2;
+        arc2.dir = given.dir2;
+        arc2.par = given.radius2;
         Calelm a = sizes_only(chain[1]);
         const Calelm before1 = arc1;
         const Calelm before2 = arc2;
         const Calelm before_a = a;
         const int status = ARmakRR(-1, &arc1, &arc3, &arc2, &a);
-        return status != 0 && identical(arc1, before1) && identical(arc2, before2) && identical(arc3, given3) &&
-               identical(a, before_a);
+        return static_cast<std::int16_t>(status) == -1 && identical(arc1, before1) && identical(arc2, before2) &&
+               identical(arc3, before3) && identical(a, before_a);
     };
-    EXPECT_TRUE(refused(-1.0, 80.0));
-    EXPECT_TRUE(refused(1.0, 300.0));
-    EXPECT_FALSE(refused(1.0, 80.0));
+    const Given bad[] = {{.dir1 = -1.0},
+                         {.dir1 = 0.0},
+                         {.dir2 = -1.0},
+                         {.dir3 = -1.0},
+                         {.dir3 = 0.0},
+                         {.radius1 = 0.0},
+                         {.radius1 = -20.0},
+                         {.radius2 = 0.0},
+                         {.radius2 = -8.0},
+                         {.radius2 = 300.0},
+                         {.dir2 = 0.0, .dir3 = 0.0}};
+    for (const Given& given : bad) {
+        EXPECT_TRUE(refused(given)) << given.dir1 << ' ' << given.dir2 << ' ' << given.dir3 << ' ' << given.radius1
+                                    << ' ' << given.radius2;
+    }
+    EXPECT_FALSE(refused({}));
+    EXPECT_FALSE(refused({.dir2 = 0.0})) << "it follows from arc 3";
 }
 
 } // namespace

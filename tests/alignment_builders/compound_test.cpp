@@ -4,7 +4,10 @@
 
 #include "support/sweep.h"
 
+#include <cmath>
+#include <cstddef>
 #include <limits>
+#include <vector>
 
 namespace {
 
@@ -353,6 +356,26 @@ TEST(Mak3R4A, FindsTheMiddleArcAndTheFourClothoidsOfAnExactChain) {
     sweep(5132, run, kBothPlaces);
 }
 
+TEST(Mak3R4A, TheMiddleArcTurnsAgainstTheOuterOnesUnlessItSaysHow) {
+    for (const double dir : {1.0, -1.0}) {
+        const auto chain = lay_chain({0, 0, 0.5}, {arc(dir, 100.0, 60.0), clothoid(dir, 60.0, 100.0, 0.0),
+                                                   clothoid(-dir, 60.0, 0.0, 120.0), arc(-dir, 120.0, 80.0),
+                                                   clothoid(-dir, 60.0, 120.0, 0.0), clothoid(dir, 60.0, 0.0, 100.0),
+                                                   arc(dir, 100.0, 60.0)});
+        for (const double said : {0.0, -dir}) {
+            auto made = chain;
+            for (const std::size_t i : {1U, 2U, 3U, 4U, 5U}) {
+                made[i] = sizes_only(chain[i]);
+            }
+            made[3].dir = said;
+            double gap = -1.0;
+            ASSERT_EQ(ali_mak3R4A(&gap, &made[0], &made[1], &made[2], &made[3], &made[4], &made[5], &made[6]), 0);
+            EXPECT_EQ(made[3].dir, -dir);
+            EXPECT_TRUE(same_chain(std::vector(made.begin(), made.end()), chain)) << dir << ' ' << said;
+        }
+    }
+}
+
 TEST(Mak3R4A, RefusesOuterArcsOfUnlikeTurnAndAMiddleArcThatTurnsLikeThem) {
     const auto chain = lay_chain({0, 0, 0.5}, {arc(1.0, 100.0, 60.0), clothoid(1.0, 60.0, 100.0, 0.0),
                                                clothoid(-1.0, 60.0, 0.0, 120.0), arc(-1.0, 120.0, 80.0),
@@ -466,6 +489,32 @@ TEST(SetAORP, LaysTheSameChainInTheCalculationPlane) {
     EXPECT_NEAR(distance(r2.k1, -r2.k2, chain[2].k1, chain[2].k2), 0.0, kJointTolerance);
     EXPECT_EQ(a.r1, 0.0);
     EXPECT_EQ(a.r2, 100.0);
+}
+
+TEST(SetAORP, RefusesArcsWithoutATurnOrARadius) {
+    const auto chain =
+        lay_chain({0, 0, 0.7}, {arc(1.0, 200.0, 120.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 60.0)});
+    const double p[2] = {chain[2].ex, -chain[2].ey};
+    for (const bool first : {true, false}) {
+        for (const bool turn : {true, false}) {
+            for (const double none : {0.0, turn ? 0.5 : -100.0, std::nan("")}) {
+                Calelm r1 = chain[0];
+                Calelm a = sizes_only(chain[1]);
+                Calelm r2 = sizes_only(chain[2]);
+                r2.len = chain[2].len;
+                for (Calelm* const e : {&r1, &a, &r2}) {
+                    CDchgSpace(e, e);
+                }
+                Calelm& spoilt = first ? r1 : r2;
+                (turn ? spoilt.dir : spoilt.par) = none;
+                const Calelm before1 = r1;
+                const Calelm before_a = a;
+                const Calelm before2 = r2;
+                EXPECT_EQ(setAOR_P(p, &r1, &a, &r2), -1) << first << turn << none;
+                EXPECT_TRUE(identical(r1, before1) && identical(a, before_a) && identical(r2, before2));
+            }
+        }
+    }
 }
 
 TEST(MakAORP, RefusesAPointOutOfReachWithEverythingUnchanged) {

@@ -4,6 +4,7 @@
 
 #include "support/sweep.h"
 
+#include <cmath>
 #include <cstddef>
 #include <limits>
 
@@ -171,6 +172,22 @@ TEST(IPsetAA, FindsTheTwoClothoidsOfAnExactCurve) {
         const int status = ali_IPsetAA(b.previous, &b.ip, b.next, &made1, &made2);
         return judge_entry(b, judge(status, std::vector{made1, made2}, b.curve, 2.0 * kJointTolerance), turned_by(b));
     });
+}
+
+// Clothoids of 0.8 and 0.6 times the radius turn by half a radian together.
+TEST(IPsetAA, TakesRadiiOfLessThanAMetre) {
+    for (const double radius : {200.0, 2.0, 0.8, 0.4}) {
+        const double previous[2] = {-10.0 * radius, 0.0};
+        const double next[2] = {10.0 * radius * std::cos(0.5), 10.0 * radius * std::sin(0.5)};
+        AliIpCurve ip{};
+        ip.size1 = 0.8 * radius;
+        ip.size2 = 0.6 * radius;
+        Calelm a1{};
+        Calelm a2{};
+        ASSERT_EQ(ali_IPsetAA(previous, &ip, next, &a1, &a2), 0) << radius;
+        EXPECT_NEAR(a1.r2, radius, kSizeTolerance);
+        EXPECT_NEAR(a2.r1, radius, kSizeTolerance);
+    }
 }
 
 TEST(IPsetAA, WritesTheCoefficientsOfBothClothoids) {

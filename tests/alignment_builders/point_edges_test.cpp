@@ -5,6 +5,8 @@
 
 #include "support/sweep.h"
 
+#include <vector>
+
 namespace {
 
 using namespace fenmark::exact;
@@ -123,6 +125,40 @@ TEST(BesideNorth, AnArcIsCutByAClothoidFromInfiniteRadius) {
 }
 
 // ---- points that a curve from a straight reaches beyond a half circle ----
+
+// ---- radii of less than a metre ----
+
+TEST(SmallRadii, AStraightLeavesAnArc) {
+    for (const double radius : {1.8, 0.9, 0.45}) {
+        for (const double dir : {1.0, -1.0}) {
+            const auto chain = lay_chain({0, 0, 0.5}, {arc(dir, radius, 0.5 * radius), straight(3.0 * radius)});
+            Calelm r = extended(chain[0], 0.0, 0.2 * radius);
+            Calelm s{};
+            s.len = 3.0 * radius;
+            const double p[2] = {chain[1].ex, chain[1].ey};
+            ASSERT_EQ(ali_makrS_P(p, 1, &r, &s), 0) << radius << ' ' << dir;
+            EXPECT_TRUE(same_chain(std::vector{r, s}, chain)) << radius << ' ' << dir;
+        }
+    }
+}
+
+TEST(SmallRadii, AnEggShapedCurveLeavesAnArc) {
+    for (const double radius : {1.8, 0.9, 0.45}) {
+        for (const double dir : {1.0, -1.0}) {
+            const auto chain = lay_chain({0, 0, 0.5}, {arc(dir, radius, 0.5 * radius),
+                                                       clothoid(dir, 0.9 * radius, radius, 0.55 * radius),
+                                                       arc(dir, 0.55 * radius, 0.45 * radius)});
+            Calelm r = extended(chain[0], 0.0, 0.2 * radius);
+            Calelm a = sizes_only(chain[1]);
+            Calelm made = sizes_only(chain[2]);
+            const double p[2] = {chain[2].ex, chain[2].ey};
+            double gap = 0.0;
+            double angle = 0.0;
+            ASSERT_EQ(ali_makrAR_P(p, 1, &r, &a, &made, &gap, &angle), 0) << radius << ' ' << dir;
+            EXPECT_TRUE(same_chain(std::vector{r, a, made}, chain)) << radius << ' ' << dir;
+        }
+    }
+}
 
 TEST(MaksRP, AnArcThatIsLongEnoughGoesRoundToAPointBeyondAHalfCircle) {
     for (const bool first : {true, false}) {

@@ -134,11 +134,24 @@ TEST_P(ShiftDistance, IsTakenOrRefused) {
 INSTANTIATE_TEST_SUITE_P(Texts, ShiftDistance,
                          ::testing::Values(ShiftCase{"1.5", true, 1.5}, ShiftCase{" 1.5 ", true, 1.5},
                                            ShiftCase{"5.", true, 5.0}, ShiftCase{".25", true, 0.25},
-                                           ShiftCase{"+1", false, 0}, ShiftCase{"1e3", false, 0},
-                                           ShiftCase{"-1", false, 0}, ShiftCase{"1-2", false, 0},
-                                           ShiftCase{"1.2.3", false, 0}, ShiftCase{".", false, 0},
-                                           ShiftCase{"", false, 0}, ShiftCase{"0", false, 0},
+                                           ShiftCase{"0.009", true, 0.009}, ShiftCase{"+1", false, 0},
+                                           ShiftCase{"1e3", false, 0}, ShiftCase{"-1", false, 0},
+                                           ShiftCase{"1-2", false, 0}, ShiftCase{"1.2.3", false, 0},
+                                           ShiftCase{".", false, 0}, ShiftCase{"", false, 0}, ShiftCase{"0", false, 0},
                                            ShiftCase{"0.0", false, 0}, ShiftCase{"1m", false, 0}));
+
+TEST(RefusedShiftDistance, IsGivenOutWhereItsCharactersPass) {
+    const struct {
+        const char* text;
+        double metres;
+    } cases[] = {{"-1", -1.0}, {"-0.009", -0.009}, {"0-", 0.0},     {"--1", 0.0}, {"-", 0.0},
+                 {"", 0.0},    {"1-2", 7.0},       {"0.009-", 7.0}, {"-1m", 7.0}, {"-1.2.3", 7.0}};
+    for (const auto& expected : cases) {
+        double metres = 7.0;
+        EXPECT_FALSE(parseShiftDistance(expected.text, metres)) << '"' << expected.text << '"';
+        EXPECT_EQ(metres, expected.metres) << '"' << expected.text << '"';
+    }
+}
 
 TEST(BrokenOffReason, IsWhatTheExceptionSaysOfItself) {
     EXPECT_EQ(brokenOffReason(output::LeadingClothoid()),
@@ -186,6 +199,21 @@ TEST(ResultLines, StandInOrder) {
                   "路線成果-幅杭線左から4個のポリラインを作成", "路線成果-幅杭線右から5個のポリラインを作成",
                   "路線成果-連続線（直線のみ）から6個のポリラインを作成", "縦断成果から8個のポイントを作成",
                   "横断成果から9個のポイントを作成"}));
+}
+
+TEST(ResultLines, NameEachCountOfOne) {
+    ImportResult result;
+    result.errorCount = result.coordinatePoints = result.lots = result.alignments = 1;
+    result.alignmentNames = {"甲"};
+    result.routesCreated = {1, 1, 1, 1, 1, 1, 1};
+    result.longitudinalPoints = result.crossSectionPoints = 1;
+    EXPECT_EQ(resultLines(result),
+              (std::vector<std::string>{
+                  "1個のエラー", "座標データから1個のポイントを作成", "画地データから1個のポリラインを作成",
+                  "平面線形【甲】を作成", "路線成果-IP線から1個のポリラインを作成",
+                  "路線成果-幅杭線左から1個のポリラインを作成", "路線成果-幅杭線右から1個のポリラインを作成",
+                  "路線成果-連続線（直線のみ）から1個のポリラインを作成", "縦断成果から1個のポイントを作成",
+                  "横断成果から1個のポイントを作成"}));
 }
 
 TEST(ResultLines, NameNoAlignmentWhenNoneWasCounted) {

@@ -309,6 +309,16 @@ TEST_F(ImportCommand, TwoSelectionsInOneRunAndTheSecondReplacesTheFirst) {
     EXPECT_TRUE(reader.forceChosenAlignment);
 }
 
+TEST_F(ImportCommand, EachSelectionIsFramedByAConnectionOfItsOwn) {
+    acceptNextWith(file(kLongitudinal), [](ImportDialogState& state) {
+        state.mustChooseAlignment = true;
+        state.options.flags[2] = false;
+    });
+    run();
+    EXPECT_EQ(host.calls.text(), "connect listSites createSite listSites disconnect listLayers "
+                                 "connect collectAlignments disconnect");
+}
+
 TEST_F(ImportCommand, CancelOfTheSecondSelectionKeepsTheFirst) {
     addAlignment("第一");
     acceptNextWith(file(std::string(kPoints) + kLongitudinal),
@@ -340,6 +350,18 @@ TEST_F(ImportCommand, LogStandsBesideTheFileWithTheResultBehindIt) {
                                 "エラー無し\r\n"
                                 "座標データから2個のポイントを作成\r\n");
     EXPECT_EQ(test::readFile(folder.at("a_Input.log")), expected);
+}
+
+TEST_F(ImportCommand, LogStandsWhereTheSettingsPutItOrNowhere) {
+    const std::string named = folder.at("elsewhere.txt");
+    for (const std::string& log : {named, std::string()}) {
+        acceptNextWith(file(kPoints));
+        dialogs.appendResult = false;
+        Fenmark(host, dialogs, lastRun, reader, {.logFile = log});
+        EXPECT_FALSE(test::fileExists(folder.at("a_Input.log"))) << log;
+        EXPECT_EQ(test::fileExists(named), !log.empty()) << log;
+        std::filesystem::remove(named);
+    }
 }
 
 TEST_F(ImportCommand, SecondRunReplacesTheLog) {

@@ -5,8 +5,10 @@
 #include "fenmark/curve.h"
 
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace fenmark::curve_test {
 
@@ -200,6 +202,72 @@ TEST(CInterface, RecordsHaveTheSameLayoutInC) {
     EXPECT_EQ(c_size_of_ip_curve(), sizeof(FmkIpCurve));
     EXPECT_EQ(c_size_of_crossing(), sizeof(FmkCrossing));
     EXPECT_NEAR(c_end_of_quarter_circle(), 100.0, 1e-12);
+}
+
+TEST(CInterface, FlagsAreOneOrZero) {
+    const FmkCurve straight{{{0.0, 0.0}, 0.0}, 100.0, 0.0, 0.0};
+    const std::pair<FmkPoint, int> places[] = {{{50.0, 7.0}, 1}, {{-1.0, 7.0}, 0}, {{101.0, 7.0}, 0}};
+    for (const auto& [point, perpendicular] : places) {
+        FmkFoot foot{};
+        foot.perpendicular = 7;
+        ASSERT_EQ(fmk_curveNearest(&straight, &point, &foot), FMK_OK);
+        EXPECT_EQ(foot.perpendicular, perpendicular) << point.x;
+    }
+    const std::pair<FmkCurve, int> others[] = {
+        {{{{50.0, -20.0}, kTwoPi / 4}, 40.0, 0.0, 0.0}, 0},   // across
+        {{{{40.0, 10.0}, -kTwoPi / 4}, 31.0, 0.1, 0.1}, 1},   // touches from the right
+        {{{{40.0, -10.0}, kTwoPi / 4}, 31.0, -0.1, -0.1}, 1}, // from the left
+    };
+    for (const auto& [other, tangent] : others) {
+        FmkCrossing found[4] = {};
+        found[0].tangent = 7;
+        std::size_t count = 0;
+        int overlap = 7;
+        ASSERT_EQ(fmk_curveCrossings(&straight, &other, 1e-9, found, 4, &count, &overlap), FMK_OK);
+        ASSERT_EQ(count, 1U) << other.start.point.x;
+        EXPECT_EQ(found[0].tangent, tangent) << other.start.point.x;
+        EXPECT_EQ(overlap, 0);
+    }
+}
+
+TEST(CInterface, ManyPosesAreThoseOfEach) {
+    const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
+    const double along[] = {0.0, 13.0, 79.0, 90.0};
+    FmkPose poses[4] = {};
+    ASSERT_EQ(fmk_curvePoses(&curve, along, 4, poses), FMK_OK);
+    for (std::size_t i = 0; i < 4; ++i) {
+        FmkPose one{};
+        ASSERT_EQ(fmk_curvePose(&curve, along[i], &one), FMK_OK);
+        EXPECT_NEAR(poses[i].point.x, one.point.x, 1e-9) << i;
+        EXPECT_NEAR(poses[i].point.y, one.point.y, 1e-9) << i;
+        EXPECT_NEAR(poses[i].azimuth, one.azimuth, 1e-12) << i;
+    }
+}
+
+TEST(CInterface, CrossingsComeInTheOrderOfTheFirstCurve) {
+    const FmkCurve straight{{{-20.0, 3.0}, 0.0}, 40.0, 0.0, 0.0};
+    for (const double turn : {1.0, -1.0}) { // a circle round the origin, run through either way
+        const FmkCurve circle{{{0.0, -10.0 * turn}, 0.0}, 62.0, 0.1 * turn, 0.1 * turn};
+        FmkCrossing found[4] = {};
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_curveCrossings(&straight, &circle, 1e-9, found, 4, &count, nullptr), FMK_OK);
+        ASSERT_EQ(count, 2U);
+        EXPECT_LT(found[0].alongFirst, found[1].alongFirst) << turn;
+        ASSERT_EQ(fmk_curveCrossings(&circle, &straight, 1e-9, found, 4, &count, nullptr), FMK_OK);
+        ASSERT_EQ(count, 2U);
+        EXPECT_LT(found[0].alongFirst, found[1].alongFirst) << turn;
+    }
+}
+
+TEST(CInterface, ACurveIsSplitAnywhere) {
+    const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
+    for (const double along : {0.0, 0.001, 0.05, 0.5, 40.0, 79.999, 80.0}) {
+        FmkCurve first{};
+        FmkCurve second{};
+        ASSERT_EQ(fmk_curveSplit(&curve, along, &first, &second), FMK_OK) << along;
+        EXPECT_NEAR(first.length, along, 1e-12);
+        EXPECT_NEAR(second.length, 80.0 - along, 1e-12);
+    }
 }
 
 TEST(CInterface, EqualResultsAreEqualByteByByte) {

@@ -7,12 +7,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fenmark::curve {
@@ -287,6 +291,9 @@ TEST(ChainRecords, RefuseWhatIsNoElement) {
               ChainStatus::NotAnElement)
         << "shorter than the chord";
     EXPECT_EQ(with([](Calelm& r) { r.ex = kNan; }), ChainStatus::NotFinite);
+    exact::Pose tiny{100, 200, 0.3};
+    ASSERT_EQ(curveOfRecord(exact::lay(tiny, exact::arc(1.0, 0.002, 0.008)), curve), ChainStatus::Ok);
+    EXPECT_NEAR(curve.length, 0.008, 1e-9) << "more than a half circle, however small";
     EXPECT_EQ(with([](Calelm& r) { r.sang = kInfinity; }), ChainStatus::NotFinite);
     Calelm spiral = arc;
     spiral.type = ALI_CLOTHOID;
@@ -383,6 +390,125 @@ TEST(CChain, AnswersAsTheLibraryDoes) {
     EXPECT_FALSE(std::isnan(points[8].x));
     const double two[] = {1.0, 2.0};
     EXPECT_EQ(fmk_chainPoints(chain.get(), distances.data(), 3, two, 2, points.data()), FMK_BAD_VALUE);
+}
+
+TEST(CChain, OneOffsetGoesForAllPoints) {
+    const Chain plain = roadChain();
+    const OwnedChain chain = madeOfCurves();
+    const double distances[] = {0.0, 130.0, 350.0};
+    const double offsets[] = {2.0, -90.0, 90.0}; // of which the first is given
+    std::array<FmkPoint, 3> points{};
+    ASSERT_EQ(fmk_chainPoints(chain.get(), distances, 3, offsets, 1, points.data()), FMK_OK);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const Point expected = *plain.pointAt(distances[i], 2.0);
+        EXPECT_NEAR(points[i].x, expected.x, kPointTolerance) << i;
+        EXPECT_NEAR(points[i].y, expected.y, kPointTolerance) << i;
+    }
+}
+
+TEST(CChain, GivesEachFieldOfAStake) {
+    const double offsets[] = {-3.0, 2.5};
+    StakeOptions wanted;
+    wanted.every = 50.0;
+    wanted.offsets = offsets;
+    wanted.mainPoints = true;
+    std::vector<Stake> expected;
+    ASSERT_EQ(stakesOf(roadChain(5.0), wanted, expected), ChainStatus::Ok);
+    FmkStakeOptions options{};
+    options.every = 50.0;
+    options.offsets = offsets;
+    options.offsetCount = 2;
+    options.mainPoints = 1;
+    const OwnedChain chain = madeOfCurves(5.0);
+    std::vector<FmkStake> stakes(expected.size());
+    std::size_t count = 0;
+    ASSERT_EQ(fmk_chainStakes(chain.get(), &options, stakes.data(), stakes.size(), &count), FMK_OK);
+    ASSERT_EQ(count, expected.size());
+    double leftmost = 0.0;
+    for (std::size_t i = 0; i < count; ++i) {
+        EXPECT_EQ(stakes[i].distance, expected[i].distance) << i;
+        EXPECT_EQ(stakes[i].station, expected[i].station) << i;
+        EXPECT_EQ(stakes[i].offset, expected[i].offset) << i;
+        EXPECT_EQ((Point{stakes[i].point.x, stakes[i].point.y}), expected[i].point) << i;
+        EXPECT_EQ(stakes[i].azimuth, expected[i].azimuth) << i;
+        EXPECT_EQ(stakes[i].kind, static_cast<int>(expected[i].kind)) << i;
+        leftmost = std::min(leftmost, stakes[i].offset);
+    }
+    EXPECT_EQ(leftmost, -3.0);
+}
+
+TEST(CChain, TellsOfEachCrossingWhetherItTouches) {
+    const auto made = [](const FmkCurve& curve) {
+        FmkChain* chain = nullptr;
+        EXPECT_EQ(fmk_chainFromCurves(&curve, 1, 0.0, nullptr, 0, &chain), FMK_OK);
+        return OwnedChain(chain);
+    };
+    constexpr double kQuarter = 1.5707963267948966;
+    const OwnedChain straight = made({{{0.0, 0.0}, 0.0}, 100.0, 0.0, 0.0});
+    const std::pair<FmkCurve, int> others[] = {{{{{50.0, -20.0}, kQuarter}, 40.0, 0.0, 0.0}, 0},
+                                               {{{{40.0, 10.0}, -kQuarter}, 31.0, 0.1, 0.1}, 1}};
+    for (const auto& [other, tangent] : others) {
+        std::array<FmkChainCrossing, 4> found{};
+        found[0].tangent = 7;
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_chainCrossings(straight.get(), made(other).get(), found.data(), found.size(), &count), FMK_OK);
+        ASSERT_EQ(count, 1U);
+        EXPECT_EQ(found[0].tangent, tangent);
+        EXPECT_NEAR(found[0].distance, 50.0, 1e-6);
+    }
+}
+
+// Pieces of centimetres and less, each as the curve that it was made of.
+TEST(Chains, OfShortCurvesRunAsTheirCurves) {
+    std::vector<Curve> curves;
+    Pose pose{{12.0, 34.0}, 0.5};
+    for (const auto& [length, first, last] : {std::array{0.05, 0.0, 20.0},
+                                              {0.008, 20.0, 3.0},
+                                              {0.5, -2.0, 1.0},
+                                              {0.09, 5.0, 5.0},
+                                              {0.02, 0.0, 0.0},
+                                              {0.7, 1.0, -1.0}}) {
+        curves.push_back({pose, length, first, last});
+        pose = endPose(curves.back());
+    }
+    Chain chain;
+    ASSERT_EQ(chain.set(curves, 0.0, {}), ChainStatus::Ok);
+    double before = 0.0;
+    for (std::size_t i = 0; i < curves.size(); ++i) {
+        const Curve& curve = curves[i];
+        for (const double share : {0.01, 0.3, 0.5, 0.99}) {
+            const double along = share * curve.length;
+            const std::optional<ChainPlace> place = chain.placeAt(before + along, 0.002);
+            ASSERT_TRUE(place);
+            const Pose expected = parallelPose(curve, along, 0.002);
+            EXPECT_NEAR(place->point.x, expected.point.x, kPointTolerance) << i << ' ' << share;
+            EXPECT_NEAR(place->point.y, expected.point.y, kPointTolerance) << i << ' ' << share;
+            EXPECT_NEAR(place->azimuth, azimuthAt(curve, along), kPointTolerance) << i << ' ' << share;
+            EXPECT_NEAR(place->curvature, curvatureAt(curve, along), 1e-6) << i << ' ' << share;
+            EXPECT_EQ(place->curve, i);
+            const std::optional<ChainFoot> foot = chain.locate(place->point);
+            ASSERT_TRUE(foot);
+            EXPECT_NEAR(foot->distance, before + along, 1e-7) << i << ' ' << share;
+            EXPECT_NEAR(foot->offset, 0.002, 1e-7) << i << ' ' << share;
+        }
+        before += curve.length;
+    }
+}
+
+TEST(CChain, APointBeyondAShortLastCurveHasItsFootAtItsEnd) {
+    for (const double last : {0.001, 0.05, 0.5}) {
+        const FmkCurve curves[] = {{{{0.0, 0.0}, 0.0}, 10.0, 0.0, 0.0}, {{{10.0, 0.0}, 0.0}, last, 0.0, 0.0}};
+        FmkChain* made = nullptr;
+        ASSERT_EQ(fmk_chainFromCurves(curves, 2, 0.0, nullptr, 0, &made), FMK_OK);
+        const OwnedChain chain(made);
+        const FmkPoint point{12.0, 1.0};
+        std::array<FmkChainFoot, 4> feet{};
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_chainFeet(chain.get(), &point, feet.data(), feet.size(), &count), FMK_OK);
+        ASSERT_EQ(count, 1U) << last;
+        EXPECT_EQ(feet[0].distance, 10.0 + last);
+        EXPECT_EQ(feet[0].perpendicular, 0);
+    }
 }
 
 TEST(CChain, FillsTheCallersRoomAndTellsWhatThereIs) {

@@ -97,6 +97,18 @@ TEST(Profile, ACircleHasOneRadiusAndJoinsBothGrades) {
     EXPECT_NEAR(extremes[0].height, centreHeight + radius, kHeight);
 }
 
+TEST(Profile, ASteepCircleHasItsRadiusEverywhere) {
+    Profile profile;
+    ASSERT_EQ(profile.set(
+                  std::vector<VerticalPoint>{{0.0, 0.0}, {100.0, 80.0, VerticalForm::Circle, 0.0, 50.0}, {200.0, 0.0}}),
+              ChainStatus::Ok);
+    const ProfilePart& curve = profile.parts()[1];
+    for (int i = 0; i < 20; ++i) { // from its first station on
+        const HeightGrade there = *profile.at(curve.start + (curve.end - curve.start) * i / 20);
+        EXPECT_NEAR(there.curvature, -std::pow(1.0 + there.grade * there.grade, 1.5) / 50.0, 1e-9) << i;
+    }
+}
+
 TEST(Profile, TheRadiusOfAParabolaGivesItsLength) {
     Profile byLength;
     Profile byRadius;
@@ -236,6 +248,23 @@ TEST(Profile, FindsTheStationsOfAHeight) {
     }
 }
 
+TEST(Profile, FindsAHeightOnBothSidesOfACrestNearTheEndOfACurve) {
+    for (const double grade : {1e-4, 1e-3, 0.099}) { // the crest lies up to a metre behind the curve's beginning
+        Profile profile;
+        ASSERT_EQ(profile.set(std::vector<VerticalPoint>{
+                      {0.0, 100.0 * -grade}, {100.0, 0.0, VerticalForm::Parabola, 100.0}, {200.0, -10.0}}),
+                  ChainStatus::Ok);
+        const double crest = profile.extremes().at(0).station;
+        for (const double aside : {0.01, 0.04}) {
+            const double height = profile.at(crest + aside)->height;
+            const std::vector<double> found = profile.stationsOfHeight(height);
+            ASSERT_EQ(found.size(), 2U) << grade << ' ' << aside;
+            EXPECT_NEAR(found[0], crest - aside, 1e-6) << grade << ' ' << aside;
+            EXPECT_NEAR(found[1], crest + aside, 1e-6) << grade << ' ' << aside;
+        }
+    }
+}
+
 TEST(Profile, RefusesGradesThatNoNumberHolds) {
     Profile profile;
     const std::vector<VerticalPoint> steep{{0.0, 0.0}, {1e-300, 1e300}};
@@ -368,6 +397,35 @@ TEST(StationEquations, OfResultsAtOneDistanceTheLastCounts) {
     EXPECT_TRUE(equations.empty());
 }
 
+// A chain's ends are met within a micrometre, which is half of it here; what an equation leaves out is not.
+TEST(StationEquations, MeetOnlyTheEndsOfTheChainWithinTheTolerance) {
+    constexpr double kHalf = 5e-7;
+    constexpr double kLength = 300.0;
+    const auto at = [](const StationEquations& stations, double station) {
+        return stations.distancesAt(station, kLength);
+    };
+    using Distances = std::vector<double>;
+    StationEquations plain;
+    for (const double station : {0.0, 0.001, 0.05, 299.95, 300.0}) {
+        EXPECT_EQ(at(plain, station), Distances{station});
+        EXPECT_EQ(plain.firstDistanceAt(station, kLength), station);
+    }
+    EXPECT_EQ(plain.firstDistanceAt(-kHalf, kLength), 0.0);
+    EXPECT_EQ(plain.firstDistanceAt(kLength + kHalf, kLength), kLength);
+    StationEquations jumping;
+    ASSERT_EQ(jumping.set(0.0, std::vector<StationEquation>{{100.0, 150.0}, {200.0, 300.0}}), ChainStatus::Ok);
+    EXPECT_EQ(at(jumping, -kHalf), Distances{0.0});
+    EXPECT_EQ(at(jumping, -3.0 * kHalf), Distances{});
+    EXPECT_EQ(at(jumping, 100.0), Distances{100.0});
+    EXPECT_EQ(at(jumping, 100.0 + kHalf), Distances{});
+    EXPECT_EQ(at(jumping, 150.0 - kHalf), Distances{});
+    EXPECT_EQ(at(jumping, 150.0), Distances{100.0});
+    EXPECT_EQ(at(jumping, 250.0 + kHalf), Distances{});
+    EXPECT_EQ(at(jumping, 300.0 - kHalf), Distances{});
+    EXPECT_EQ(at(jumping, 400.0 + kHalf), Distances{kLength});
+    EXPECT_EQ(at(jumping, 400.0 + 3.0 * kHalf), Distances{});
+}
+
 TEST(StationEquations, RefusesWhatDoesNotRise) {
     StationEquations stations;
     const std::vector<StationEquation> falling{{100.0, 0.0}, {50.0, 0.0}};
@@ -390,6 +448,9 @@ TEST(StationEquations, ComeFromBackAndAhead) {
     EXPECT_EQ(equations[0].distance, 100.0);
     EXPECT_EQ(equations[1].distance, 200.0);
     EXPECT_EQ(equations[1].ahead, 1230.0);
+    const std::vector<BackAhead> atOnce{{1000.0, 1080.0}};
+    ASSERT_EQ(equationsFromBackAhead(1000.0, atOnce, equations), ChainStatus::Ok);
+    EXPECT_EQ(equations[0].distance, 0.0);
     const std::vector<BackAhead> backwards{{1100.0, 1080.0}, {1070.0, 1230.0}};
     EXPECT_EQ(equationsFromBackAhead(1000.0, backwards, equations), ChainStatus::OutOfOrder);
     const std::vector<BackAhead> bad{{kNan, 1080.0}};

@@ -164,6 +164,34 @@ TEST(AlignmentByIps, JoinsStraightsAndCurves) {
     EXPECT_LE(distance(endPose(alignment.curves.back()).point, {1000.0, 500.0}), 1e-9);
 }
 
+// Two right angles, whose tangents are as long as their radii, on sides of 100 m.
+TEST(AlignmentByIps, TangentsMayBeAsLongAsTheirSides) {
+    const struct {
+        double first;
+        double second;
+        bool fits;
+    } cases[] = {{100.0, 0.0, true},    {50.0, 50.0, true},        {60.0, 40.0, true},    {100.001, 0.0, false},
+                 {0.0, 100.001, false}, {50.001, 50.0, false},     {50.0, 50.001, false}, {99.999, 0.0, true},
+                 {50.0, 49.999, true},  {50.0 + 1e-8, 50.0, true}, {50.4, 50.0, false}};
+    for (const auto& [first, second, fits] : cases) {
+        std::vector<IpValues> points = {{{0.0, 0.0}}, {{100.0, 0.0}, first}};
+        if (second > 0.0) {
+            points.push_back({{100.0, 100.0}, second});
+            points.push_back({{200.0, 100.0}});
+        } else {
+            points.push_back({{100.0, 100.0}});
+        }
+        if (first == 0.0) {
+            points.erase(points.begin());
+        }
+        const IpAlignment alignment = alignmentByIps(points);
+        EXPECT_EQ(alignment.done, fits) << first << ' ' << second;
+        for (const IpCurve& ip : alignment.ips) {
+            EXPECT_EQ(ip.status, fits ? FitStatus::Done : FitStatus::Overlap) << first << ' ' << second;
+        }
+    }
+}
+
 TEST(AlignmentByIps, SaysWhichTangentsOverlap) {
     std::vector<IpValues> points = {
         {{0.0, 0.0}}, {{300.0, 0.0}, 200.0}, {{400.0, 200.0}, 250.0}, {{900.0, 200.0}, 50.0}, {{900.0, 600.0}}};
@@ -208,6 +236,14 @@ TEST(CurveThrough, GoesThroughThePoint) {
     }
     EXPECT_GT(laid, 300);
     EXPECT_EQ(curveThrough({-100.0, 0.0}, {0.0, 0.0}, {0.0, 100.0}, {50.0, -50.0}).status, FitStatus::NoSolution);
+    for (const Point& after : {Point{100.0, 0.0}, Point{-50.0, 0.0}}) { // straight on, and back
+        EXPECT_EQ(curveThrough({-100.0, 0.0}, {0.0, 0.0}, after, {0.0, 1.0}).status, FitStatus::NoTurn) << after.x;
+    }
+    for (const double side : {100.0, 0.5, 0.05}) {
+        const IpCurve small = curveAtIp({-side, 0.0}, {{0.0, 0.0}, 0.5 * side, 0.0, 0.0}, {0.0, side});
+        ASSERT_EQ(small.status, FitStatus::Done) << side;
+        EXPECT_NEAR(small.enterTangent, 0.5 * side, 1e-12);
+    }
 }
 
 } // namespace fenmark::curve_test

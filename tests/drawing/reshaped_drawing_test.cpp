@@ -185,9 +185,9 @@ TEST_F(ReshapedDrawing, ATableInAnotherReferenceSystemIsRefused) {
     const std::string srs = "INSERT OR IGNORE INTO gpkg_spatial_ref_sys VALUES ('a', %, 'EPSG', %, 'b', 'c');"
                             "UPDATE gpkg_geometry_columns SET srs_id = % WHERE table_name = 'points'";
     const std::pair<const char*, bool> systems[] = {
-        {"6669", true},  {"6687", true},   {"2443", true},   {"30179", true}, {"0", true},
-        {"-1", true},    {"4326", false},  {"6668", false},  {"6688", false}, {"2442", false},
-        {"2462", false}, {"30160", false}, {"30180", false}, {"3857", false}};
+        {"6669", true},  {"6687", true},  {"2443", true},   {"30179", true},  {"0", true},
+        {"-1", true},    {"1", false},    {"4326", false},  {"6668", false},  {"6688", false},
+        {"2442", false}, {"2462", false}, {"30160", false}, {"30180", false}, {"3857", false}};
     for (const auto& [system, sound] : systems) {
         std::string sql = srs;
         for (std::size_t at = sql.find('%'); at != std::string::npos; at = sql.find('%')) {

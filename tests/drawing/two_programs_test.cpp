@@ -151,6 +151,20 @@ TEST_F(TwoPrograms, AJournalOfAnotherDrawingIsNotPlayedIntoANewOne) {
     EXPECT_EQ(pointsOf(1), "200");
 }
 
+TEST_F(TwoPrograms, AJournalIsNotPlayedIntoADrawingThatIsMadeAgainWhereOneWentAway) {
+    ASSERT_EQ(importOnce(1), 0);
+    Drawing drawing;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, drawing));
+    std::filesystem::remove(path_);
+    std::ofstream(path_ + "-journal") << "left by somebody";
+    import(drawing, 2);
+    ASSERT_TRUE(store.save(path_, drawing));
+    EXPECT_EQ(folder_.names(), std::vector<std::string>{"図面.gpkg"});
+    EXPECT_EQ(pointsOf(1), "200");
+    EXPECT_EQ(pointsOf(2), "200");
+}
+
 // --- what stands at the path ---
 
 TEST_F(TwoPrograms, ADanglingLinkIsToldAndNotWrittenThrough) {

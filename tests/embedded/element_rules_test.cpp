@@ -118,6 +118,13 @@ TEST(LayCurve, TakesAHalfCircleWhoseChordRoundingMadeTooLong) {
     EXPECT_NEAR(laid->direction, 0.0, 1e-9) << "a left turn from west to east of the chord";
 }
 
+TEST(LayCurve, TakesAChordOfTheLimitItself) {
+    constexpr double kLongest = 2.0 * 10.0 + 0.002;
+    for (const double chord : {kLongest, std::nextafter(kLongest, 21.0)}) {
+        EXPECT_EQ(layCurve({}, {0, 0}, {chord, 0}, 10, 0, PositiveRadius::Left).has_value(), chord == kLongest);
+    }
+}
+
 TEST(LayCurve, TakesEveryHalfCircleOfMillimetreCoordinates) {
     constexpr int kDirections = 52;
     constexpr double radius = 10.0;
@@ -214,7 +221,10 @@ TEST(SettledElements, TurnsAnArcOverForOneJointThatBreaksByMoreThanAKink) {
     // beyond 5, up to a half.
     for (const double less : {-kLittle, kLittle}) {
         EXPECT_EQ(turnsOver({.turn = 8.02 * kDegree + less, .behind = kAside}), less > 0);
-        EXPECT_EQ(turnsOver({.turn = 6.02 * kDegree + less, .behind = kAside, .afterArc = true}), less > 0);
+        for (const bool points : {false, true}) {
+            EXPECT_EQ(turnsOver({.turn = 6.02 * kDegree + less, .behind = kAside, .afterArc = true, .points = points}),
+                      less > 0);
+        }
         const double turn = 15.98 * kDegree + less;
         EXPECT_EQ(turnsOver({.turn = turn, .behind = 4 * kDegree - turn}), less < 0) << "which breaks the joint behind";
     }
@@ -291,11 +301,12 @@ TEST(SettledElements, OneOfNoLengthChangesNothing) {
     EXPECT_TRUE(settledElements(first).empty());
 }
 
-// A first arc behind an element of no length turns over for the joint behind it as any first arc does.
+// A first arc behind an element of no length turns over for the joint behind it as any first arc does, however short it is.
 TEST(SettledElements, AFirstArcTurnsOverForTheJointBehindIt) {
-    for (const bool point : {false, true}) {
-        std::vector<Element> elements = layChain(
-            {{0, 0}, 0}, {arc(1000, 100), straight(50), arc(200, 100), straight(50), arc(-200, 100), straight(50)});
+    for (const auto& [point, length] :
+         {std::pair(false, 100.0), std::pair(true, 100.0), std::pair(false, 0.008), std::pair(false, 0.1)}) {
+        std::vector<Element> elements = layChain({{0, 0}, 0}, {arc(10 * length, length), straight(50), arc(200, 100),
+                                                               straight(50), arc(-200, 100), straight(50)});
         elements[0] = mirrored(elements[0]);
         elements[0].otherSense = false;
         if (point) {
@@ -305,6 +316,26 @@ TEST(SettledElements, AFirstArcTurnsOverForTheJointBehindIt) {
         ASSERT_EQ(settled.size(), 6U) << point;
         EXPECT_TRUE(settled[0].otherSense);
         EXPECT_FALSE(settled[2].otherSense);
+    }
+}
+
+// Where one arc has proved to be of the other sense, every joint that meets is worth it to turn another one over.
+TEST(SettledElements, AFirstArcThatTurnsOverProvesThatTheSensesAreMixed) {
+    for (const bool mixed : {false, true}) {
+        std::vector<Element> elements = layChain(
+            {{0, 0}, 0}, {arc(1000, 100), straight(50), arc(200, 100), straight(50), arc(-200, 100), straight(50)});
+        elements.push_back(
+            layChain({elements.back().end, elements.back().endDirection()}, {arc(100 / (7 * kDegree), 100)})[0]);
+        elements.push_back(
+            layChain({elements.back().end, elements.back().endDirection() + 60 * kDegree}, {straight(100)})[0]);
+        for (const std::size_t wrong : {std::size_t{0}, std::size_t{6}}) {
+            if (wrong != 0 || mixed) {
+                elements[wrong] = mirrored(elements[wrong]);
+                elements[wrong].otherSense = false;
+            }
+        }
+        const std::vector<Element> settled = settledElements(elements);
+        EXPECT_EQ(!settled.empty() && settled[settled.size() - 2].otherSense, mixed);
     }
 }
 
@@ -451,6 +482,17 @@ TEST(BrokenJoints, AreThoseOfMoreThanADegree) {
     }
 }
 
+TEST(BrokenJoints, AreNoneAtTheLimitItself) {
+    for (const double angle : {kBrokenJoint, std::nextafter(kBrokenJoint, 1.0)}) {
+        for (const double side : {1.0, -1.0}) {
+            Alignment alignment;
+            alignment.elements = layChain({{0, 0}, 0}, {straight(10)});
+            alignment.elements.push_back(layChain({{10, 0}, side * angle}, {straight(10)})[0]);
+            EXPECT_EQ(brokenJoints(alignment, {}).size(), angle > kBrokenJoint ? 1U : 0U) << angle * side;
+        }
+    }
+}
+
 // The tangent is that of the last element before that has one; before the first it is the direction of x.
 TEST(LayLine, TakesTheTangentBeforeOnlyWithoutALength) {
     Element wound = lineBefore()[0]; // turns infinitely often
@@ -474,11 +516,13 @@ TEST(LayLine, TakesTheTangentBeforeOnlyWithoutALength) {
         EXPECT_EQ(point->length, 0.0);
         EXPECT_EQ(point->direction, tangent);
         if (!before.empty()) {
-            const std::optional<Element> spiral =
-                laySpiral(before, before.back().id, {3, 4}, {3, 4}, kInfiniteRadius, 200, 60, 0, PositiveRadius::Left);
-            ASSERT_TRUE(spiral);
-            EXPECT_TRUE(spiral->continuing);
-            EXPECT_EQ(spiral->direction, tangent);
+            for (const double length : {60.0, 0.001}) { // of which the second has its PI within the tolerance
+                const std::optional<Element> spiral = laySpiral(before, before.back().id, {3, 4}, {3, 4},
+                                                                kInfiniteRadius, 200, length, 0, PositiveRadius::Left);
+                ASSERT_TRUE(spiral);
+                EXPECT_TRUE(spiral->continuing) << length;
+                EXPECT_EQ(spiral->direction, tangent) << length;
+            }
         }
     }
 }
@@ -517,6 +561,20 @@ TEST(LaySpiral, StartsTowardsThePiIfItsDistanceIsRight) {
     EXPECT_NEAR(directionFor(0.9901), 0.505, kDirection);
     EXPECT_NEAR(directionFor(1.0101), 0.5, kDirection) << "then it continues the element before";
     EXPECT_NEAR(directionFor(0.9899), 0.5, kDirection);
+}
+
+// Only the origin stands for a PI that was not found, and not what lies on an axis.
+TEST(LaySpiral, StartsTowardsAPiOnAnAxis) {
+    const std::vector<Element> before = lineBefore();
+    const Element exact = layChain({{0, 0}, 2.0}, {clothoid(0, 200, 60)})[0];
+    for (const PlanPoint& pi : {PlanPoint{0, 70}, PlanPoint{70, 0}}) {
+        const PlanPoint start{pi.x - exact.pi()->x, pi.y - exact.pi()->y};
+        const std::optional<Element> laid =
+            laySpiral(before, 1, start, pi, kInfiniteRadius, 200, 60, 0, PositiveRadius::Auto);
+        ASSERT_TRUE(laid);
+        EXPECT_FALSE(laid->continuing) << pi.x;
+        EXPECT_NEAR(laid->direction, 2.0, 1e-9) << pi.x;
+    }
 }
 
 // Where the turn is less than a half circle the PI lies ahead, however near it is.

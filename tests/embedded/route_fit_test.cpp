@@ -36,8 +36,8 @@ Element quarterLeft(double from) {
 
 TEST(RouteFit, PointsOfMergedStraightsAndOfJointsFit) {
     const std::vector<Element> chain{straightEast(0.0, 100.0), straightEast(100.0, 150.0), quarterLeft(150.0)};
-    const std::vector<MdGePoint3d> points{{0, 0, 0},        {40, 0.009, 7}, {60, -0.009, 0}, {100, 0, 0},
-                                          {149.995, 0, -3}, {150, 0, 0},    {250, 100, 0}};
+    const std::vector<MdGePoint3d> points{{0, 0, 0},   {0.005, 0.0099, 0}, {40, 0.009, 7}, {60, -0.009, 0}, {100, 0, 0},
+                                          {125, 0, 0}, {149.995, 0, -3},   {150, 0, 0},    {250, 100, 0}};
     EXPECT_TRUE(fitsInOrder(chain, points, kTolerance));
     EXPECT_TRUE(fitsInOrder(chain, {}, kTolerance));
     EXPECT_FALSE(fitsInOrder({}, points, kTolerance));

@@ -614,6 +614,31 @@ TEST_F(AutomationRefusals, AnElementIsRemovedWhenTheOthersAreSettled) {
     EXPECT_FALSE(left[0].clockwise) << "which the line proved";
 }
 
+// Also in the drawing itself, whether the elements end with a refusal or with their collection.
+TEST_F(AutomationRefusals, WhatWasLaidIsSettledWhenNothingMoreIsAdded) {
+    const PlanPoint end = layChain({{0, 0}, 0}, {arc(200, 100)})[0].end; // behind a left turn
+    for (const bool refused : {true, false}) {
+        Held<mirdane::CivilAlignment> road;
+        addSmallImport(drawing());
+        alignment(road, drawing().alignmentCount() - 1);
+        Held<mirdane::ElementCollection> elements;
+        ASSERT_EQ(road->getElements(elements.out()), kDone);
+        Held<mirdane::AlignmentElementObject> laid[4];
+        ASSERT_EQ(elements->addFixedLine(place(-100, 0), place(0, 0), laid[0].out()), kDone);
+        ASSERT_EQ(elements->addFixedCurve(place(0, 0), place(end.x, end.y), 200, -1, laid[1].out()), kDone);
+        const std::vector<Element>& inDrawing = drawing().alignment(drawing().alignmentCount() - 1).elements;
+        ASSERT_EQ(inDrawing.size(), 2U);
+        EXPECT_TRUE(inDrawing[1].clockwise) << "as given so far";
+        if (refused) {
+            EXPECT_NE(elements->addFixedCurve(place(end.x, end.y), place(end.x + 50, end.y), 0, 0, laid[2].out()),
+                      kDone);
+        } else {
+            elements.giveBack();
+        }
+        EXPECT_FALSE(inDrawing[1].clockwise) << refused;
+    }
+}
+
 TEST_F(AutomationRefusals, AStraightHasNoMiddle) {
     Held<mirdane::CivilAlignment> road;
     alignment(road, 1);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstddef>
 #include <memory>
 #include <random>
 #include <string>
@@ -248,6 +249,14 @@ TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance
               "differ in height; --plan-tangents may mend it");
 }
 
+TEST_F(TurningSense, AStraightOffAPointThatWasMergedAwayIsToldOf) {
+    const MdDbObjectId id = import(routeOf(layChain({{0, 0}, 0}, {straight(100)})));
+    const std::vector<MdGePoint3d> points{{0, 0, 0}, {50, 0.5, 0}, {100, 0, 0}};
+    host_.noteRoute(id, points);
+    ASSERT_EQ(host_.layoutNotes().misfits.size(), 1U);
+    EXPECT_NEAR(host_.layoutNotes().misfits[0].distance, 0.5, 1e-9);
+}
+
 TEST_F(TurningSense, AnElementOfMillimetresHasJointsOfItsOwn) {
     Alignment alignment;
     alignment.elements = layChain({{0, 0}, 0}, {straight(100)});
@@ -389,6 +398,34 @@ TEST_F(TurningSense, ARefusedArcLeavesAHalfMadeAlignment) {
     EXPECT_EQ(laid().elements.size(), 1U);
     EXPECT_EQ(laid().description, "file-路線");
     EXPECT_EQ(laid().startStation, 0.0);
+}
+
+TEST_F(TurningSense, WhatWasLaidBeforeARefusalIsSettled) {
+    const std::vector<Element> chain = sCurve();
+    sima::Array<sima::EntityData> route = routeOf(chain, {.positiveIsLeft = false});
+    route[6].editCurve().radius = "x";
+    EXPECT_FALSE(import(route).isValid());
+    ASSERT_EQ(laid().elements.size(), 6U);
+    for (std::size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(laid().elements[i].clockwise, chain[i].clockwise) << i;
+    }
+}
+
+TEST_F(TurningSense, ASettingCountsForWhatIsLaidAfterIt) {
+    host_.setPositiveRadius(PositiveRadius::Left);
+    const std::vector<Element> chain = sCurve();
+    const MdDbObjectId id = import(routeOf(chain, {.positiveIsLeft = false}));
+    ASSERT_TRUE(id.isValid());
+    host_.setPositiveRadius(PositiveRadius::Auto);
+    const std::unique_ptr<CorridorUtility> utility = adapter_.makeCorridorUtility();
+    utility->connect();
+    PlanPoint point;
+    EXPECT_EQ(utility->pointAtStation(id, 1.0, point), 0);
+    utility->disconnect();
+    for (std::size_t i = 1; i < chain.size(); ++i) {
+        const Element& element = laid().elements[i];
+        EXPECT_EQ(element.clockwise, element.type != ElementType::Straight && !chain[i].clockwise) << i;
+    }
 }
 
 TEST_F(TurningSense, ARefusedElementIsToldOfWithItsReason) {

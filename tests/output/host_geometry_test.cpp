@@ -92,6 +92,58 @@ TEST(HostLines, ThatDoNotMeetLeaveThePointAsItWas) {
     }
 }
 
+TEST(HostLines, OfMillimetresMeetAsLongOnes) {
+    for (const double length : {1e-6, 0.005, 0.05, 500.0}) {
+        const MdGeLine3d first({3.0, 4.0, 0.0}, {3.0, 4.0 + length, 0.0});
+        const MdGeLine3d second({9.0, 7.0, 0.0}, {9.0 + length, 7.0, 0.0});
+        MdGePoint3d point;
+        ASSERT_TRUE(first.intersectWith(second, point, MdGeContext::gTol)) << length;
+        EXPECT_NEAR(point.x, 3.0, kPointTolerance) << length;
+        EXPECT_NEAR(point.y, 7.0, kPointTolerance) << length;
+    }
+}
+
+TEST(HostLines, MeetUpToTheirDistanceWhateverTheirAngle) {
+    for (const double angle : {0.01, 0.5, std::numbers::pi / 2, 3.0}) {
+        for (const double distance : {-1.5e-10, -0.9e-10, 0.9e-10, 1.5e-10}) {
+            const MdGeLine3d first({0.0, 0.0, 0.0}, {1.0, 0.0, 0.0});
+            const MdGeLine3d second({0.0, 0.0, distance}, {std::cos(angle), std::sin(angle), distance});
+            MdGePoint3d point;
+            EXPECT_EQ(first.intersectWith(second, point, MdGeContext::gTol), std::abs(distance) < 1e-10)
+                << angle << ' ' << distance;
+        }
+    }
+}
+
+TEST(HostLines, ThatMeetBeyondTheNumbersDoNotMeet) {
+    constexpr double kFar = 1.7e308;
+    const MdGePoint3d before{1.0, 2.0, 3.0};
+    MdGePoint3d point = before;
+    const MdGeLine3d slant({0.0, 0.0, 0.0}, {1.0, 1.0, 0.0});
+    const MdGeLine3d upright({kFar, 0.0, 0.0}, {kFar, 1.0, 0.0});
+    EXPECT_FALSE(slant.intersectWith(upright, point, MdGeContext::gTol));
+    EXPECT_EQ(point, before);
+}
+
+TEST(HostLines, MeetInSpaceInEveryDirection) {
+    const MdGePoint3d at{3.0, -2.0, 5.0};
+    const MdGePoint3d ways[] = {{1.0, 2.0, 3.0},   {-2.0, 1.0, 0.5}, {0.5, -3.0, 2.0},
+                                {4.0, 0.25, -1.0}, {0.0, 0.0, 1.0},  {-1.0, -1.0, 4.0}};
+    for (const MdGePoint3d& a : ways) {
+        for (const MdGePoint3d& b : ways) {
+            const MdGeLine3d first({at.x - 2.0 * a.x, at.y - 2.0 * a.y, at.z - 2.0 * a.z},
+                                   {at.x - a.x, at.y - a.y, at.z - a.z});
+            const MdGeLine3d second({at.x + 3.0 * b.x, at.y + 3.0 * b.y, at.z + 3.0 * b.z},
+                                    {at.x + b.x, at.y + b.y, at.z + b.z});
+            MdGePoint3d point;
+            ASSERT_EQ(first.intersectWith(second, point, 1e-9), &a != &b);
+            if (&a != &b) {
+                EXPECT_TRUE(point.isEqualTo(at, kPointTolerance)) << point.x << ' ' << point.y << ' ' << point.z;
+            }
+        }
+    }
+}
+
 TEST(HostLines, MeetInSpace) {
     const MdGeLine3d first({0.0, 0.0, 0.0}, {1.0, 1.0, 1.0});
     const MdGeLine3d second({4.0, 0.0, 2.0}, {3.0, 1.0, 2.0});

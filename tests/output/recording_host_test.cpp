@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <map>
 #include <numbers>
@@ -67,6 +70,7 @@ TEST(RecordingHost, IdentifiersAreNeverRepeated) {
     EXPECT_NE(polyline, alignment);
     EXPECT_EQ(corridor->getAlignmentName(alignment), "A");
     EXPECT_EQ(corridor->getAlignmentName(polyline), "");
+    EXPECT_EQ(host.calls.count(Call::GetAlignmentName), 2U);
     std::map<std::string, MdDbObjectId> found;
     EXPECT_EQ(corridor->collectAlignments(found), 0);
     EXPECT_EQ(found, (std::map<std::string, MdDbObjectId>{{"A", alignment}}));
@@ -304,6 +308,84 @@ TEST(RecordedChains, RefuseWhatCannotBeLaid) {
     PlanPoint point{7.0, 8.0};
     EXPECT_FALSE(chain.pointAt(5.0, kInfinity, point));
     EXPECT_EQ(point, (PlanPoint{7.0, 8.0}));
+}
+
+TEST(RecordedChains, KeepWhatTheyWereGiven) {
+    RecordedChain chain;
+    const MdGePoint3d a{0.0, 0.0, 1.0};
+    const MdGePoint3d b{100.0, 0.0, 2.0};
+    const MdGePoint3d c{150.0, 50.0, 3.0};
+    const MdGePoint3d pi{150.0, 70.0, 4.0};
+    ASSERT_EQ(chain.addLine(a, b), 0);
+    ASSERT_EQ(chain.addArc(b, c, 50.0, -1), 0);
+    ASSERT_EQ(chain.addSpiral(2, c, pi, 80.0, 50.0, 40.0, -1, 5), 0);
+    ASSERT_EQ(chain.elements().size(), 3U);
+    const host::RecordedElement& line = chain.elements()[0];
+    EXPECT_EQ(line.type, 'S');
+    EXPECT_EQ(line.id, 1);
+    EXPECT_EQ(line.start, a);
+    EXPECT_EQ(line.end, b);
+    const host::RecordedElement& arc = chain.elements()[1];
+    EXPECT_EQ(arc.type, 'R');
+    EXPECT_EQ(arc.id, 2);
+    EXPECT_EQ(arc.start, b);
+    EXPECT_EQ(arc.end, c);
+    EXPECT_EQ(arc.radius, 50.0);
+    EXPECT_EQ(arc.direction, -1);
+    const host::RecordedElement& spiral = chain.elements()[2];
+    EXPECT_EQ(spiral.type, 'A');
+    EXPECT_EQ(spiral.id, 3);
+    EXPECT_EQ(spiral.start, c);
+    EXPECT_EQ(spiral.end, MdGePoint3d());
+    EXPECT_EQ(spiral.pi, pi);
+    EXPECT_EQ(spiral.startRadius, 80.0);
+    EXPECT_EQ(spiral.endRadius, 50.0);
+    EXPECT_EQ(spiral.length, 40.0);
+    EXPECT_EQ(spiral.direction, -1);
+    EXPECT_EQ(spiral.elementBefore, 2);
+    EXPECT_EQ(spiral.spiralKind, 5);
+}
+
+TEST(RecordedChains, TakeWhatIsSmall) {
+    for (const double small : {1e-3, 0.05, 0.5}) {
+        RecordedChain chain;
+        ASSERT_EQ(chain.addLine({0.0, 0.0, 0.0}, {0.0, small, 0.0}), 0);
+        EXPECT_NEAR(chain.last().startAngle, std::numbers::pi / 2, kPointTolerance) << small;
+        ASSERT_EQ(chain.addArc({0.0, small, 0.0}, {0.0, 2.0 * small, 0.0}, small, 0), 0) << small;
+        EXPECT_NEAR(chain.last().laidLength, small * std::numbers::pi / 3.0, kPointTolerance) << small;
+        EXPECT_EQ(chain.addSpiral(1, {}, {}, small, 200.0, 60.0, 0, 1), 0) << small;
+        EXPECT_EQ(chain.addSpiral(1, {}, {}, 200.0, small, 60.0, 0, 1), 0) << small;
+        EXPECT_EQ(chain.addSpiral(1, {}, {}, 200.0, 100.0, small, 0, 1), 0) << small;
+        PlanPoint point;
+        ASSERT_TRUE(chain.pointAt(0.5 * small, 0.0, point));
+        EXPECT_NEAR(point.y, 0.5 * small, kPointTolerance) << small;
+    }
+}
+
+TEST(RecordedChains, TakeAHalfCircleWhoseChordIsTooLongByRounding) {
+    RecordedChain chain;
+    ASSERT_EQ(chain.addArc({0.0, 0.0, 0.0}, {20.0 * (1.0 + 0.9e-9), 0.0, 0.0}, 10.0, 0), 0);
+    EXPECT_NEAR(chain.length(), 10.0 * std::numbers::pi, kPointTolerance);
+    EXPECT_NE(chain.addArc({0.0, 0.0, 0.0}, {20.0 * (1.0 + 1.1e-9), 0.0, 0.0}, 10.0, 0), 0);
+}
+
+TEST(RecordedChains, RemovalTakesTheElementOfItsPlace) {
+    for (const std::size_t removed : {0U, 1U, 2U}) {
+        RecordedChain chain;
+        std::vector<std::int32_t> left;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const auto x = static_cast<double>(i);
+            chain.addLine({x, 0.0, 0.0}, {x + 1.0, 0.0, 0.0});
+            if (i != removed) {
+                left.push_back(chain.last().id);
+            }
+        }
+        chain.removeAt(removed);
+        ASSERT_EQ(chain.elements().size(), 2U);
+        EXPECT_EQ(chain.elements()[0].id, left[0]) << removed;
+        EXPECT_EQ(chain.elements()[1].id, left[1]) << removed;
+        EXPECT_EQ(chain.length(), 2.0);
+    }
 }
 
 TEST(RecordedChains, RemovalKeepsTheStationsOfTheRest) {

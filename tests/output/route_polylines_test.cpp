@@ -77,7 +77,9 @@ TEST_F(RoutePolylines, NothingIsMergedOrDropped) {
 TEST_F(RoutePolylines, CurvesBecomeChords) {
     sima::Array<sima::EntityData> elements{test::arc(0.0, 0.0, 10.0, 10.0, "10", "R")};
     output.createRoutePolyline(reader, routeOf(6, elements));
-    EXPECT_EQ(host.drawing.polyline(0).vertices.size(), 2U);
+    const host::RecordedPolyline polyline = host.drawing.polyline(0);
+    EXPECT_EQ(std::vector<MdGePoint3d>(polyline.vertices.begin(), polyline.vertices.end()),
+              (std::vector<MdGePoint3d>{{0.0, 0.0, 0.0}, {10.0, 10.0, 0.0}}));
     expectRow(0, "JSIMA_V3_Pline", 7, "県道", "連続線");
 }
 

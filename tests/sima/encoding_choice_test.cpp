@@ -105,7 +105,9 @@ TEST(EncodingChoice, EucJpAndIso2022JpAreRecognised) {
     EXPECT_EQ(kindOf("A01,1,\x1B$B6-3&E@\x1B(B,0,0,,\r\n"), TextKind::Iso2022Jp);
     EXPECT_EQ(kindOf("A01,1,\x1B$@6-3&\x1B(J,0,0,,\r\n"), TextKind::Iso2022Jp);
     EXPECT_EQ(kindOf("A01,1,\x1B[31m,0,0,,\r\n"), TextKind::Cp932) << "another escape sequence";
+    EXPECT_EQ(kindOf("A01,1,\x1B[31m$B6-,0,0,,\r\n"), TextKind::Cp932) << "the escape is over";
     EXPECT_EQ(kindOf("A01,1,\x1B$B6-\x1B(B\x95\x5C,0,0,,\r\n"), TextKind::Cp932) << "all of ISO-2022-JP is ASCII";
+    EXPECT_EQ(kindOf("A01,1,\xA4\xB3\xA4\xEC\xB3,\xB3,\r\n"), TextKind::Cp932) << "a comma within a pair";
 }
 
 TEST(EncodingChoice, EveryByteOfAPairCountsInEucJp) {
@@ -168,6 +170,31 @@ TEST(EncodingChoice, Utf16IsKnownByItsMarkOrItsNuls) {
         EXPECT_FALSE(guess.look(text)) << "no more is needed";
         EXPECT_EQ(guess.choice().kind, TextKind::Utf16);
         EXPECT_EQ(guess.choice().encoding, highByteFirst ? Encoding::Utf16Be : Encoding::Utf16Le);
+    }
+}
+
+TEST(EncodingChoice, Utf16WithoutAMarkTakesEightBytesOfTextAndNuls) {
+    for (const bool highByteFirst : {false, true}) {
+        const std::string text = utf16("A00,\r\nA0", highByteFirst);
+        for (std::size_t size = 0; size <= text.size(); ++size) {
+            EXPECT_EQ(kindOf(text.substr(0, size)), size < 8 ? TextKind::Cp932 : TextKind::Utf16) << size;
+        }
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            std::string changed = text;
+            changed[at] = '\x01';
+            EXPECT_EQ(kindOf(changed), TextKind::Cp932) << at;
+        }
+    }
+}
+
+TEST(EncodingChoice, AFileIsLookedAtToItsLastByte) {
+    constexpr std::size_t kBlock = 65536; // bytes that are read together
+    const test::TemporaryFolder folder;
+    const std::string name = "基準";
+    for (const std::size_t size : {kBlock - 1, kBlock, kBlock + 1, kBlock + 2, 2 * kBlock + 1}) {
+        const std::string text = std::string(size - name.size(), 'x') + name;
+        EXPECT_EQ(chooseEncoding(folder.write("whole.sim", text)).kind, TextKind::Utf8) << size;
+        EXPECT_EQ(chooseEncoding(folder.write("cut.sim", text.substr(0, size - 1))).kind, TextKind::Cp932) << size;
     }
 }
 

@@ -1,15 +1,20 @@
 // The log: texts, file name, and the file to the byte.
 #include "support.h"
 
+#include "sima/log/process_lines.h"
 #include "sima/log/sima_log.h"
+#include "sima/text/cp932.h"
 #include "support/ordinary_user.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -107,6 +112,36 @@ TEST(SimaLog, WritesBannerLinesAndBlocksInCodePage932WithLineEndsOfTextMode) {
                   "one\r\n"
                   "two\r\n"
                   "--------------------------------------------------------------\r\n"));
+}
+
+// Kinds without a number or a name take neither.
+TEST(ProcessLines, OfEveryKindAreInTheFileWhatTheySay) {
+    ProcessLines lines;
+    for (auto kind = LineKind::CoordinateBegin; kind <= LineKind::Finished;
+         kind = static_cast<LineKind>(static_cast<int>(kind) + 1)) {
+        for (const std::int32_t number : {0, 7, 123456, -5, std::numeric_limits<std::int32_t>::min()}) {
+            lines.append(kind, number, "甲\n乙");
+        }
+    }
+    std::string expected;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        encodeCp932Lines(expected, lines[i] + "\n");
+    }
+    std::string bytes;
+    lines.encode(bytes, std::numeric_limits<std::size_t>::max(), [] { FAIL() << "no piece is that large"; });
+    EXPECT_EQ(bytes, expected);
+
+    const auto textOf = [](LineKind kind, std::int32_t number) {
+        ProcessLines one;
+        one.append(kind, number, "甲");
+        return one[0];
+    };
+    EXPECT_EQ(textOf(LineKind::RoutePoints, 0), "          0点の構成点\n");
+    EXPECT_EQ(textOf(LineKind::RoutePoints, -5), "          -5点の構成点\n");
+    EXPECT_EQ(textOf(LineKind::Finished, -5), "-00005     読み込み終了");
+    EXPECT_EQ(textOf(LineKind::CrossSectionItem, 123456), "123456 I01 断面 甲 データを処理");
+    EXPECT_EQ(textOf(LineKind::RouteAlignment, 7), "          平面線形”甲”");
+    EXPECT_EQ(textOf(LineKind::NoAlignment, 7), "ERROR     中心線が指定されませんでした");
 }
 
 TEST(SimaLog, EndsBehindTheProcessLinesIfThereAreNoErrors) {

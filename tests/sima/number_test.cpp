@@ -74,6 +74,8 @@ TEST(ToReal, OverflowsToInfinityAndUnderflowsToZero) {
     EXPECT_EQ(toReal("0e99999999999999999999"), 0.0);
     EXPECT_EQ(toReal(std::string(400, '9')), kInfinity);
     EXPECT_EQ(toReal("0." + std::string(400, '0') + "1"), 0.0);
+    EXPECT_EQ(toReal("0." + std::string(400, '0') + "1e10"), 0.0);
+    EXPECT_EQ(toReal("1." + std::string(400, '0') + "e350"), kInfinity);
     EXPECT_EQ(toReal("4.9e-324"), std::numeric_limits<double>::denorm_min());
 }
 

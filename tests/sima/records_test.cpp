@@ -5,8 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace fenmark::sima {
 
@@ -177,6 +182,43 @@ TEST(PointTable, FindsEveryNumberAmongNumbersOfAnyPattern) {
             ASSERT_NE(table.find(number), nullptr);
             EXPECT_EQ(table.find(number)->number, number);
         }
+    }
+}
+
+// Numbers that first stand apart are found again among those that come to stand beside them.
+TEST(PointTable, KeepsTheFirstPointOfANumberWhileItGrows) {
+    constexpr std::int32_t kApart = 1100; // where the numbers that stand apart begin
+    for (const std::int32_t apart : {1, 31, 32, 33, 200}) {
+        PointTable table;
+        std::vector<std::int32_t> numbers;
+        for (std::int32_t i = 0; i < apart; ++i) {
+            numbers.push_back(kApart + 7 * i);
+            if (apart > 1) { // a single one is alone
+                numbers.push_back(-1 - i);
+                numbers.push_back(1000000000 + i);
+            }
+        }
+        for (std::int32_t i = 0; i < 6000; ++i) {
+            numbers.push_back(i);
+        }
+        for (const std::int32_t number : numbers) {
+            table.append(pointOf(number, "first of " + std::to_string(number)));
+        }
+        for (const std::int32_t number : numbers) {
+            table.append(pointOf(number, "again"));
+        }
+        for (std::int32_t i = 0; i < apart; ++i) {
+            const std::int32_t beside = kApart + 7 * i; // of which the second stands among the rest, too
+            ASSERT_NE(table.find(beside), nullptr) << apart;
+            EXPECT_EQ(table.find(beside), &table[static_cast<std::size_t>(apart > 1 ? 3 * i : i)])
+                << apart << ' ' << beside;
+        }
+        for (const std::int32_t number : numbers) {
+            ASSERT_NE(table.find(number), nullptr) << apart;
+            EXPECT_EQ(table.find(number)->name, "first of " + std::to_string(number)) << apart;
+        }
+        EXPECT_EQ(table.find(6000), nullptr);
+        EXPECT_EQ(table.find(-1 - apart), nullptr);
     }
 }
 

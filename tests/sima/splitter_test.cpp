@@ -56,6 +56,25 @@ TEST(SplitLine, TakesADoubledQuoteForOne) {
     EXPECT_EQ(split("\"\"\"\"\"\",x"), (Texts{"\"\"", "x"}));
 }
 
+TEST(SplitLine, GivesTheFieldsOfItsLineWhateverCameBefore) {
+    Fields fields;
+    for (std::size_t length = 1; length < 200; ++length) {
+        std::string line;
+        Texts expected;
+        for (char c = 'a'; c <= 'h'; ++c) {
+            const std::string half(length, c);
+            line += '"' + half + "\"\"" + half + "\",";
+            expected.push_back(half + '"' + half);
+        }
+        expected.emplace_back();
+        splitLine(line, ",", fields);
+        ASSERT_EQ(fields.size(), expected.size());
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            EXPECT_EQ(fields[i], expected[i]) << length;
+        }
+    }
+}
+
 TEST(SplitLine, DropsTheFirstCharacterOfAFieldThatHoldsAQuoteWithoutBeginningWithOne) {
     EXPECT_EQ(split("ab\"cd,"), (Texts{"b", ""}));
     EXPECT_EQ(split("ab\"cd"), Texts{"b"});

@@ -245,15 +245,18 @@ class Settling {
         Tips next;
         next[0].cost = next[1].cost = kNever;
         std::uint8_t bits = 0;
+        // One of no length has the sense of the one before, so that a change is charged at a joint that can break.
+        const bool follows = i > 0 && !isCurve(asGiven) && !(asGiven.length > 0.0);
         for (const bool sense : {false, true}) {
             // A straight is never against the sense, so that a change next to it is charged at the curve's own joint.
-            if (!(sense ? costs.other : costs.given) || (!isCurve(asGiven) && sense == costs.otherIsAgainst)) {
+            if (!(sense ? costs.other : costs.given) ||
+                (!follows && !isCurve(asGiven) && sense == costs.otherIsAgainst)) {
                 continue;
             }
             std::optional<Element> laid;
             for (const bool senseBefore : {false, true}) {
                 const Tip* before = i == 0 ? nullptr : &tips[senseBefore ? 1 : 0];
-                if (i == 0 ? senseBefore : before->cost == kNever) {
+                if (i == 0 ? senseBefore : before->cost == kNever || (follows && sense != senseBefore)) {
                     continue;
                 }
                 if (!laid || !oneWay) {

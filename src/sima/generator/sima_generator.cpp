@@ -166,21 +166,35 @@ class Generator {
         return std::hypot(b.northing - a.northing, b.easting - a.easting);
     }
 
+    struct Heights {
+        std::string stakeHead;
+        std::string ground;
+    };
+    // Drawn one after the other: the arguments of a call have no order of their own.
+    Heights makeHeights() {
+        Heights heights;
+        heights.stakeHead = metres(31.0 + spread());
+        heights.ground = metres(30.0 + spread());
+        return heights;
+    }
+
     // Stations from the start on, all before the end even where the route is laid a little shorter.
     void writeResults(const std::string& number, double length) {
         if (sizes_.longitudinal > 0) {
             line("H00,", number, ",", "路線", number, ",");
             for (std::int32_t i = 0; i < sizes_.longitudinal; ++i) {
+                const Heights heights = makeHeights();
                 line("H01,No.", std::to_string(i), ",", metres(0.9 * length * i / sizes_.longitudinal), ",",
-                     metres(30.0 + spread()), ",", metres(31.0 + spread()), ",1,");
+                     heights.ground, ",", heights.stakeHead, ",1,");
             }
             line("H99,");
         }
         if (sizes_.crossSections > 0) {
             line("I00,", number, ",", "路線", number, ",");
             for (std::int32_t i = 0; i < sizes_.crossSections; ++i) {
+                const Heights heights = makeHeights();
                 line("I01,No.", std::to_string(i), ",", metres(0.9 * length * i / sizes_.crossSections), ",",
-                     metres(30.0 + spread()), ",", metres(31.0 + spread()), ",");
+                     heights.ground, ",", heights.stakeHead, ",");
                 for (const char* offset : {"-10.000", "-4.000", "0.000", "4.000", "10.000"}) {
                     line("I02,,", offset, ",", metres(30.0 + spread()), ",");
                 }

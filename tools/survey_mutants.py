@@ -31,6 +31,7 @@ RAW_TEXT = re.compile(r'R"(\w*)\(.*?\)\1"', re.DOTALL)
 ARRAY_SIZE = re.compile(r"\s*(?:const |static |constexpr )*[\w:<>]+ \w+((?:\[\w+\])+)(?= ?[;={])")
 SYNTAX = ("g++", "-std=c++20", "-fsyntax-only", "-w", "-Wno-narrowing", "-Isrc", "-Iinclude", "-Iapps/fenmark",
           "-DFENMARK_VERSION=\"\"")
+PDF = ("pkg-config", "--cflags", "librsvg-2.0", "cairo-pdf", "fontconfig")  # where they are the build writes PDF
 UNREACHED = "  (no test comes by)"
 QUICK = 0.05  # seconds; tests of up to that come first
 # Those of scripts/mutate.py, and larger ones that are only looked through here.
@@ -155,12 +156,19 @@ def rewritten(text, mutants, variable):
     return f'#include "{BUILD}/survey.h"\n#line 1\n{result}'
 
 
+def syntax_of_build():
+    """The compiler's call; with what is compiled only where PDF can be written, as the build has it."""
+    found = subprocess.run(PDF, capture_output=True, text=True, check=False) if shutil.which(PDF[0]) else None
+    return [*SYNTAX, *(["-DFENMARK_PDF", *found.stdout.split()] if found and found.returncode == 0 else [])]
+
+
 def compilable(path, mutants):
     """Writes the file with those of its mutants that compile, and returns these."""
     variable = True
+    syntax = syntax_of_build()
     for attempt in range(40):
         (mutate.TREE / path).write_text(rewritten((ROOT / path).read_text(), mutants, variable))
-        tried = subprocess.run([*SYNTAX, path], cwd=mutate.TREE, capture_output=True, text=True, check=False)
+        tried = subprocess.run([*syntax, path], cwd=mutate.TREE, capture_output=True, text=True, check=False)
         if tried.returncode == 0:
             return mutants
         places = re.finditer(rf"^{re.escape(path)}:(\d+):(?:\d+:)? +(?!warning)", tried.stderr, re.MULTILINE)

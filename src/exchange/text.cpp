@@ -34,8 +34,7 @@ std::ostream& operator<<(std::ostream& out, PlainReal real) {
 std::string shortReal(double value) {
     std::ostringstream text;
     text << PlainReal{value};
-    std::string digits = std::move(text).str();
-    return digits.ends_with(".0") ? digits.substr(0, digits.size() - 2) : digits;
+    return std::move(text).str();
 }
 
 std::ostream& operator<<(std::ostream& out, JsonText text) {

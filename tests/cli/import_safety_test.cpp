@@ -258,7 +258,14 @@ TEST_F(ImportSafety, NamesMeetWithoutTheBlanksAtTheirEnds) {
                        "--site", "サイト　"})
                   .code,
               kDone);
-    EXPECT_EQ(info(folder.at("a.gpkg"))["layers"].size(), 2U) << "the layer is the one that is there";
+    ASSERT_EQ(fenmark({"import", file(std::string(kPoints) + kRoute, "r.sim"), "--drawing", folder.at("a.gpkg"),
+                       "--site", "サイト　"})
+                  .code,
+              kDone);
+    const nlohmann::json drawing = info(folder.at("a.gpkg"));
+    EXPECT_EQ(drawing["layers"].size(), 2U) << "the layer is the one that is there";
+    ASSERT_EQ(drawing["sites"].size(), 1U);
+    EXPECT_EQ(drawing["sites"][0]["alignments"].size(), 2U) << "of the site that is there";
 }
 
 TEST_F(ImportSafety, OneOfTwoAlignmentsOfAnEqualNameIsNamedByItsIdentifier) {

@@ -5,7 +5,9 @@
 
 #include <cstdio>
 #include <ios>
+#include <ostream>
 #include <sstream>
+#include <streambuf>
 #include <string>
 #include <string_view>
 
@@ -63,6 +65,24 @@ TEST(PrintableText, OneCharacterIsPrintedLikeAText) {
     EXPECT_EQ(target.str(), "a\\u001b\\u009b\n");
     EXPECT_EQ(oneLine("a\nb\n\tc"), "a\\u000ab\\u000a\tc");
     EXPECT_EQ(oneLine(""), "");
+}
+
+// As a disk that is full.
+class TakesNothing : public std::streambuf {
+  protected:
+    int_type overflow(int_type) override { return traits_type::eof(); }
+    std::streamsize xsputn(const char*, std::streamsize) override { return 0; }
+};
+
+TEST(PrintableText, ATargetThatTakesNothingIsTold) {
+    for (const std::string text : {"a", "ab", "\x1B", "a\xC2\x9B"}) {
+        TakesNothing nothing;
+        std::ostream target(&nothing);
+        PrintableStream whole(target);
+        EXPECT_FALSE(whole << text) << text;
+        PrintableStream first(target);
+        EXPECT_FALSE(first.put(text[0])) << text;
+    }
 }
 
 TEST(PrintableText, AStreamIsLikeTheOneBeneath) {

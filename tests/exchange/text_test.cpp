@@ -40,6 +40,15 @@ TEST(Reals, OfJsonHaveAPointAndInfinityIsNull) {
     EXPECT_EQ(printed(JsonReal{std::numeric_limits<double>::quiet_NaN()}), "null");
 }
 
+TEST(Reals, ThatAreWholeHaveNoPoint) {
+    EXPECT_EQ(shortReal(5.0), "5");
+    EXPECT_EQ(shortReal(-100000.0), "-100000");
+    EXPECT_EQ(shortReal(1e21), "1000000000000000000000");
+    EXPECT_EQ(shortReal(2.5), "2.5");
+    EXPECT_EQ(shortReal(10.05), "10.05");
+    EXPECT_EQ(shortReal(0.0), "0");
+}
+
 TEST(Reals, WithFixedDecimalsHaveNoMinusZero) {
     EXPECT_EQ(fixedReal(-0.0001, 2), "0.00");
     EXPECT_EQ(fixedReal(-0.006, 2), "-0.01");

@@ -203,7 +203,8 @@ def compile_all(mutants, tests):
     paths = list(mutants)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         left = dict(zip(paths, pool.map(lambda path: compilable(path, mutants[path]), paths)))
-    print(f"survey: {sum(map(len, left.values()))} of {sum(map(len, mutants.values()))} mutants can be built", flush=True)
+    built, wanted = (sum(map(len, some.values())) for some in (left, mutants))
+    print(f"survey: {built} of {wanted} mutants can be built", flush=True)
     if mutate.run("cmake", "--build", str(BUILD), "--target", *[f"test_{test}" for test in tests]) != 0:
         sys.exit("survey: does not build")
     return {k: (path, *change) for path in paths for k, change in left[path].items()}

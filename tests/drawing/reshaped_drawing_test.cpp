@@ -205,6 +205,23 @@ TEST_F(ReshapedDrawing, ATableInAnotherReferenceSystemIsRefused) {
     }
 }
 
+TEST_F(ReshapedDrawing, AColumnOfOursThatIsGeneratedIsRefused) {
+    for (const auto& [table, column] : {std::pair("alignments", "description"), std::pair("points", "Name")}) {
+        const std::string name = "\"" + std::string(column) + "\"";
+        const std::string alter = "ALTER TABLE " + std::string(table);
+        Drawing drawing;
+        const Outcome opened =
+            DrawingStore().open(changed(alter + " DROP COLUMN " + name + ";" + alter + " ADD COLUMN " + name +
+                                        " TEXT GENERATED ALWAYS AS (hex(fid)) VIRTUAL"),
+                                drawing);
+        EXPECT_EQ(opened.failure, Failure::Reshaped) << table;
+        EXPECT_NE(opened.message.english.find("its column '" + std::string(table) + "." + column +
+                                              "' was replaced by a generated one"),
+                  std::string::npos)
+            << opened.message.english;
+    }
+}
+
 // A zone has one system; a drawing of zone 9 is not read as one of zone 8, nor in another datum.
 TEST_F(ReshapedDrawing, ATableOfAnotherZoneIsRefused) {
     for (const auto& [srs, failure] :

@@ -432,7 +432,7 @@ TEST_F(PlanOf, ASingleObjectIsLeftOutToo) {
     addPoint(drawing, {1e30, 0, 0}, "遠方");
     addRoad(drawing, {300.0, 280.0}, false);
     draw();
-    EXPECT_EQ(notes, (Notes{{NoteCode::OutOfReach, 1}}));
+    EXPECT_EQ(notes, (Notes{{NoteCode::OutOfReach, 1}, {NoteCode::NoRoomAlongAlignments, 1}}));
     EXPECT_TRUE(hasText("原点") && hasText("隣")) << "the sheet holds both";
     EXPECT_TRUE(hasTextBeginning("EP")) << "the road is in reach";
     EXPECT_FALSE(hasText("遠方"));

@@ -263,7 +263,7 @@ TEST(SimaFile, StraightsThatAReaderMakesOneOfAreTold) {
     addChain(drawing, {{ElementType::Straight, 100.0, kStraight, kStraight, false},
                        {ElementType::Straight, 40.0, kStraight, kStraight, false}});
     EXPECT_EQ(simaOf(drawing).notes.at(0),
-              "1 alignments with straights that an import joins, since they differ by 1 degree at most");
+              "1 alignment with straights that an import joins, since they differ by 1 degree at most");
 }
 
 TEST(SimaFile, AnAlignmentThatBeginsWithAClothoidIsLeftOut) {

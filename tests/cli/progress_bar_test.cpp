@@ -4,6 +4,7 @@
 #include "cli/options.h"
 #include "cli/progress_bar.h"
 #include "drawing/drawing.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace fenmark::cli {
 namespace {
@@ -80,6 +82,46 @@ TEST(ProgressBar, ComesOnATerminalAloneAndNotForTheQuiet) {
             ImportDialogs dialogs(arguments, file, sima::Encoding::Cp932, "", drawing, streams);
             EXPECT_EQ(dialogs.progress() != nullptr, isTerminal && !quiet) << isTerminal << ' ' << quiet;
         }
+    }
+}
+
+// The titles of the bars that a command draws, each with its width and the percent it comes to, in their order.
+std::vector<std::string> barsOf(const std::vector<std::string>& arguments, int columns, bool isTerminal = true) {
+    std::ostringstream out;
+    std::ostringstream err;
+    Streams streams{out, err, isTerminal};
+    streams.columns = columns;
+    streams.patience = std::chrono::milliseconds(0);
+    EXPECT_EQ(run(arguments, streams), kDone) << err.str();
+    std::vector<std::string> bars;
+    std::string text = err.str();
+    for (std::size_t end = text.find("\r\033[K"); end != std::string::npos; end = text.find("\r\033[K")) {
+        const std::string last = text.substr(0, end).substr(text.rfind('\r', end - 1) + 1);
+        bars.push_back(last.substr(0, last.find(" [")) + ' ' + std::to_string(last.find(']') - last.find('[') - 1) +
+                       last.substr(last.find(']') + 1));
+        text.erase(0, end + 4);
+    }
+    EXPECT_EQ(text.find('\r'), std::string::npos) << "a bar that stays";
+    return bars;
+}
+
+TEST(ProgressBar, EachPassAndTheDrawingHaveOneOnATerminal) {
+    const test::TemporaryFolder folder;
+    std::string points;
+    for (int number = 1; number <= 20000; ++number) { // so many that their writing is counted
+        points += "A01," + std::to_string(number) + ",K,1.0,2.0,,\n";
+    }
+    const std::string file = folder.write("点.sim", "A00,\n" + points + "A99,\n");
+    const std::vector<std::string> import{"import", file, "--replace"};
+    const std::string pass = "SIMAファイル読み込み中";
+    EXPECT_EQ(barsOf(import, 80),
+              (std::vector<std::string>{pass + " 40 99 %", pass + " 40 99 %", "writing 40 92 %"}));
+    EXPECT_EQ(barsOf(import, 40), (std::vector<std::string>{pass + " 8 99 %", pass + " 8 99 %", "writing 23 92 %"}));
+    EXPECT_EQ(barsOf({"preview", file}, 80), (std::vector<std::string>{pass + " 40 99 %"}));
+    EXPECT_EQ(barsOf({"preview", file}, 40), (std::vector<std::string>{pass + " 8 99 %"}));
+    for (const char* command : {"import", "preview"}) {
+        EXPECT_TRUE(barsOf({command, file, "--quiet"}, 80).empty()) << command;
+        EXPECT_TRUE(barsOf({command, file}, 80, false).empty()) << command;
     }
 }
 

@@ -59,8 +59,8 @@ int run(const std::vector<std::string>& arguments, const Streams& streams) {
     try {
         PrintableStream out(streams.out);
         PrintableStream err(streams.err);
-        return runGuarded(arguments,
-                          {out, err, streams.errIsTerminal, &streams.err, streams.columns, nullptr, streams.language});
+        return runGuarded(arguments, {out, err, streams.errIsTerminal, &streams.err, streams.columns, nullptr,
+                                      streams.language, streams.patience});
     } catch (...) {
         // The message failed as well: there is no memory even for one, so this one takes none.
         constexpr std::string_view kNoMemory = "fenmark: error: out of memory\n";

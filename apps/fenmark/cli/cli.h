@@ -3,6 +3,7 @@
 
 #include "values/language.h"
 
+#include <chrono>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -29,6 +30,8 @@ struct Streams {
     FileReport* report = nullptr;
     // Of the notes. Result lines, the texts of the log and of the dialogs are Japanese always.
     Language language = Language::English;
+    // A pass that is over before the user's patience ends shows no bar.
+    std::chrono::milliseconds patience{50};
 };
 
 // Runs one command line; the arguments are those behind the program's name. Raises nothing.

@@ -14,8 +14,7 @@ namespace fenmark::cli {
 ImportDialogs::ImportDialogs(const ImportArguments& arguments, const std::string& file, sima::Encoding encoding,
                              std::string logFile, const drawing::Drawing& drawing, const Streams& streams)
     : arguments_(arguments), file_(file), encoding_(encoding), logFile_(std::move(logFile)), drawing_(drawing),
-      streams_(streams),
-      bars_(streams.terminal != nullptr ? *streams.terminal : streams.err, kPatience, streams.columns) {}
+      streams_(streams), bars_(streams) {}
 
 bool ImportDialogs::showImport(command::ImportDialogState& state) {
     state.filePath = file_;

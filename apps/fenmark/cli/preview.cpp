@@ -56,7 +56,7 @@ void printJson(std::ostream& out, const sima::SimaReader& reader) {
 
 int runPreview(const PreviewArguments& arguments, const Streams& streams) {
     requireReadableSimFile(arguments.file, streams.language);
-    ProgressBars bars(streams.terminal != nullptr ? *streams.terminal : streams.err, kPatience, streams.columns);
+    ProgressBars bars(streams);
     sima::ReadContext context;
     if (streams.errIsTerminal && !arguments.quiet) {
         context.progress = &bars;

@@ -1,6 +1,7 @@
 // The progress of a pass as one line on the terminal.
 #pragma once
 
+#include "cli/cli.h"
 #include "sima/reader/progress.h"
 
 #include <chrono>
@@ -8,14 +9,14 @@
 
 namespace fenmark::cli {
 
-// A pass that is over before the user's patience ends shows no bar.
-inline constexpr std::chrono::milliseconds kPatience{50};
-
 class ProgressBars : public sima::ProgressFactory {
   public:
     // A bar stays within the terminal's columns; 0 stands for any number.
-    explicit ProgressBars(std::ostream& terminal, std::chrono::milliseconds patience = kPatience, int columns = 0)
+    ProgressBars(std::ostream& terminal, std::chrono::milliseconds patience, int columns = 0)
         : terminal_(terminal), patience_(patience), columns_(columns) {}
+    explicit ProgressBars(const Streams& streams)
+        : ProgressBars(streams.terminal != nullptr ? *streams.terminal : streams.err, streams.patience,
+                       streams.columns) {}
     std::unique_ptr<sima::Progress> create(std::string_view title, bool smooth) override;
 
   private:

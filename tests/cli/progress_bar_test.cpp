@@ -114,8 +114,7 @@ TEST(ProgressBar, EachPassAndTheDrawingHaveOneOnATerminal) {
     const std::string file = folder.write("点.sim", "A00,\n" + points + "A99,\n");
     const std::vector<std::string> import{"import", file, "--replace"};
     const std::string pass = "SIMAファイル読み込み中";
-    EXPECT_EQ(barsOf(import, 80),
-              (std::vector<std::string>{pass + " 40 99 %", pass + " 40 99 %", "writing 40 92 %"}));
+    EXPECT_EQ(barsOf(import, 80), (std::vector<std::string>{pass + " 40 99 %", pass + " 40 99 %", "writing 40 92 %"}));
     EXPECT_EQ(barsOf(import, 40), (std::vector<std::string>{pass + " 8 99 %", pass + " 8 99 %", "writing 23 92 %"}));
     EXPECT_EQ(barsOf({"preview", file}, 80), (std::vector<std::string>{pass + " 40 99 %"}));
     EXPECT_EQ(barsOf({"preview", file}, 40), (std::vector<std::string>{pass + " 8 99 %"}));

@@ -250,6 +250,21 @@ TEST_F(PackageOfAnother, TablesAndColumnsThatAreRegisteredInOtherLettersAreTaken
                                                  "'Listed': names from the numbers, numbers from the features"}));
 }
 
+// Each row of one register with each of the other would be more than any file holds.
+TEST_F(PackageOfAnother, ManyRegistrationsOfOneNameAreReadOnceEach) {
+    addTable("p", 6677);
+    run("INSERT INTO p VALUES (1, " + pointBlob(1, 2) +
+        "); CREATE TABLE copy AS SELECT * FROM gpkg_contents; DROP TABLE gpkg_contents;"
+        "ALTER TABLE copy RENAME TO gpkg_contents; CREATE TABLE n AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL"
+        " SELECT i + 1 FROM n WHERE i < 1000) SELECT i FROM n;"
+        "INSERT INTO gpkg_contents SELECT 'q', 'other', 6677 FROM n;"
+        "INSERT INTO gpkg_geometry_columns SELECT 'q', 'geom', 'POINT', 6677, 0, 0 FROM n");
+    const Outcome outcome = read();
+    ASSERT_TRUE(outcome) << outcome.message.english;
+    EXPECT_EQ(package_.drawing.entityCount(), 1U);
+    EXPECT_EQ(notes().size(), 1001U);
+}
+
 TEST_F(PackageOfAnother, OlderDatumsAreTakenAsTheyStandAndTold) {
     const struct {
         int srs;

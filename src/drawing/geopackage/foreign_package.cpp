@@ -27,9 +27,8 @@ constexpr const char* kHasTables = "SELECT count(*) FROM sqlite_master WHERE typ
                                    " 'gpkg_spatial_ref_sys')";
 constexpr const char* kFeatureTables =
     "SELECT g.table_name, g.column_name, g.srs_id, s.organization, s.organization_coordsys_id, s.srs_name,"
-    " c.data_type = 'features'"
-    " FROM gpkg_geometry_columns AS g LEFT JOIN gpkg_contents AS c ON c.table_name = g.table_name COLLATE NOCASE"
-    " LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id ORDER BY g.table_name";
+    " g.table_name COLLATE NOCASE IN (SELECT table_name FROM gpkg_contents WHERE data_type = 'features')"
+    " FROM gpkg_geometry_columns AS g LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id ORDER BY g.table_name";
 constexpr const char* kWithoutGeometry =
     "SELECT table_name FROM gpkg_contents WHERE data_type = 'features'"
     " AND table_name COLLATE NOCASE NOT IN (SELECT table_name FROM gpkg_geometry_columns WHERE table_name IS NOT NULL)"

@@ -313,14 +313,16 @@ TEST_F(Recovering, ACopyIsOfferedWhatsoeverItsLockNames) {
 TEST_F(Recovering, WhatARunLeftThatWasKilledBeforeItHadACopyIsClearedAway) {
     ASSERT_TRUE(QDir().mkpath(place()));
     const auto inPlace = [&] { return QDir(place()).entryList(QDir::Files | QDir::Hidden); };
-    const QString stem = folder.path(QStringLiteral("recovery/1"));
+    const QString stem = folder.path(QStringLiteral("recovery/11-12-1"));
     const pid_t run = fork();
     ASSERT_GE(run, 0);
     if (run == 0) {
         QLockFile lock(stem + QStringLiteral(".lock"));
         platform::TemporaryFile copy;
-        if (lock.tryLock() && !copy.make(stem.toStdString() + ".gpkg")) {
-            folder.write(QStringLiteral("recovery/1.name"), "a.gpkg");
+        QLockFile other(folder.path(QStringLiteral("recovery/settings.lock")));
+        if (lock.tryLock() && other.tryLock() && !copy.make(stem.toStdString() + ".gpkg")) {
+            folder.write(QStringLiteral("recovery/11-12-1.name"), "a.gpkg");
+            folder.write(QStringLiteral("recovery/settings.name"), "of something else");
             kill(getpid(), SIGKILL);
         }
         _exit(1);
@@ -328,11 +330,13 @@ TEST_F(Recovering, WhatARunLeftThatWasKilledBeforeItHadACopyIsClearedAway) {
     int end = 0;
     ASSERT_EQ(waitpid(run, &end, 0), run);
     ASSERT_TRUE(WIFSIGNALED(end));
-    ASSERT_EQ(inPlace().size(), 3) << inPlace().join(QLatin1Char(' ')).toStdString();
-    folder.write(QStringLiteral("recovery/2.lock"), "somebody's");
+    ASSERT_EQ(inPlace().size(), 5) << inPlace().join(QLatin1Char(' ')).toStdString();
+    folder.write(QStringLiteral("recovery/11-12-2.lock"), "somebody's");
     startKeeping();
-    ASSERT_EQ(inPlace().size(), 2) << inPlace().join(QLatin1Char(' ')).toStdString();
-    EXPECT_TRUE(inPlace().contains(QStringLiteral("2.lock"))) << "nobody knows whose";
+    ASSERT_EQ(inPlace().size(), 4) << inPlace().join(QLatin1Char(' ')).toStdString();
+    EXPECT_TRUE(inPlace().contains(QStringLiteral("11-12-2.lock"))) << "nobody knows whose";
+    EXPECT_TRUE(inPlace().contains(QStringLiteral("settings.lock"))) << "of no run";
+    EXPECT_TRUE(inPlace().contains(QStringLiteral("settings.name")));
 }
 
 TEST_F(Recovering, ADamagedCopyIsToldAndKeepsNothingFromWorking) {

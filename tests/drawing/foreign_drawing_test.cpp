@@ -369,6 +369,10 @@ TEST_F(ForeignDrawing, LotsThatDifferFromTheirPolylinesAreTold) {
     EXPECT_EQ(told(), wanted) << "none";
     gis("DELETE FROM lots");
     EXPECT_EQ(told(), wanted) << "no lot";
+    gis("UPDATE polylines SET \"Type\" = 'other', closed = 'true'");
+    EXPECT_EQ(told(), "") << "a mark that is no number is read as one of an open line";
+    gis("UPDATE polylines SET closed = 1");
+    EXPECT_EQ(told(), wanted) << "no area";
     gis("UPDATE polylines SET import_id = NULL");
     EXPECT_EQ(told(), "") << "a polyline that a GIS drew has no area yet";
 }

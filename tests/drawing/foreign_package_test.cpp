@@ -167,6 +167,23 @@ TEST_F(PackageOfAnother, NumbersThatNoRowHoldsAreToldOnceForATable) {
                   "7 features without a whole number in the column 'no' of 'p' (first fid 6): the fid is taken"}));
 }
 
+TEST_F(PackageOfAnother, AFeatureWhoseOwnNumberNoRowHoldsGetsNoneAndIsTold) {
+    addTable("p", 6677, ", no");
+    run("INSERT INTO p VALUES (-3, " + pointBlob(1, 2) + ", NULL), (-2, " + pointBlob(1, 2) + ", 8), (7, " +
+        pointBlob(1, 2) + ", 'x'), (2147483648, " + pointBlob(1, 2) + ", -1)");
+    ASSERT_TRUE(read());
+    std::vector<int> numbers;
+    for (std::size_t i = 0; i < package_.drawing.entityCount(); ++i) {
+        numbers.push_back(package_.drawing.entity(i).row->no);
+    }
+    EXPECT_EQ(numbers, (std::vector<int>{0, 8, 7, 0}));
+    EXPECT_EQ(notes(),
+              (std::vector<std::string>{
+                  "'p': names from the numbers, numbers from 'no'",
+                  "1 feature without a whole number in the column 'no' of 'p' (first fid 7): the fid is taken",
+                  "2 features of the layer 'p' (first fid -3) whose 'fid' is no number that can be used, taken as 0"}));
+}
+
 TEST_F(PackageOfAnother, QuotesInNamesOfTablesAndColumnsAreTheirs) {
     run(R"(CREATE TABLE "a""b" ("f""id" INTEGER PRIMARY KEY, "ge""om" GEOMETRY, name TEXT))");
     run(R"(INSERT INTO "a""b" VALUES (7, )" + pointBlob(1, 2) + ", 'K1')");
@@ -218,6 +235,34 @@ TEST_F(PackageOfAnother, ATableThatIsRegisteredByHalfIsLeftOutAndTold) {
                                "the table 'without' has no column of geometry that is stored: left out"}) {
         EXPECT_NE(std::find(said.begin(), said.end(), wanted), said.end()) << wanted;
     }
+}
+
+TEST_F(PackageOfAnother, TablesAndColumnsThatAreRegisteredInOtherLettersAreTaken) {
+    for (const char* name : {"Listed", "Column"}) {
+        addTable(name, 6677);
+        run(std::string("INSERT INTO \"") + name + "\" VALUES (1, " + pointBlob(1, 2) + ")");
+    }
+    run("UPDATE gpkg_contents SET table_name = 'LISTED' WHERE table_name = 'Listed';"
+        "UPDATE gpkg_geometry_columns SET column_name = 'GEOM' WHERE table_name = 'Column'");
+    ASSERT_TRUE(read());
+    EXPECT_EQ(package_.drawing.entityCount(), 2U);
+    EXPECT_EQ(notes(), (std::vector<std::string>{"'Column': names from the numbers, numbers from the features",
+                                                 "'Listed': names from the numbers, numbers from the features"}));
+}
+
+// Each row of one register with each of the other would be more than any file holds.
+TEST_F(PackageOfAnother, ManyRegistrationsOfOneNameAreReadOnceEach) {
+    addTable("p", 6677);
+    run("INSERT INTO p VALUES (1, " + pointBlob(1, 2) +
+        "); CREATE TABLE copy AS SELECT * FROM gpkg_contents; DROP TABLE gpkg_contents;"
+        "ALTER TABLE copy RENAME TO gpkg_contents; CREATE TABLE n AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL"
+        " SELECT i + 1 FROM n WHERE i < 1000) SELECT i FROM n;"
+        "INSERT INTO gpkg_contents SELECT 'q', 'other', 6677 FROM n;"
+        "INSERT INTO gpkg_geometry_columns SELECT 'q', 'geom', 'POINT', 6677, 0, 0 FROM n");
+    const Outcome outcome = read();
+    ASSERT_TRUE(outcome) << outcome.message.english;
+    EXPECT_EQ(package_.drawing.entityCount(), 1U);
+    EXPECT_EQ(notes().size(), 1001U);
 }
 
 TEST_F(PackageOfAnother, OlderDatumsAreTakenAsTheyStandAndTold) {

@@ -102,6 +102,27 @@ TEST_F(ReshapedDrawing, IdentifiersThatAreNoKeyKeepEverySaveOut) {
     }
 }
 
+// Each row of one with each of the other would be more than any file holds.
+TEST_F(ReshapedDrawing, ManyPolylinesAndLotsOfOneIdentifierAreReadOnceEach) {
+    constexpr std::size_t kRows = 1000;
+    std::string sql = "PRAGMA legacy_alter_table = ON;";
+    for (const std::string table : {"polylines", "lots"}) {
+        sql += "CREATE TABLE copy AS SELECT * FROM " + table + " WHERE fid = (SELECT min(fid) FROM lots); DROP TABLE " +
+               table + "; ALTER TABLE copy RENAME TO " + table + "; INSERT INTO " + table +
+               " WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i + 1 FROM n WHERE i < " + std::to_string(kRows) +
+               ") SELECT " + table + ".* FROM " + table + ", n;";
+    }
+    const std::string path = changed(sql);
+    Drawing drawing;
+    const Outcome opened = DrawingStore().open(path, drawing);
+    ASSERT_TRUE(opened) << opened.message.english;
+    std::size_t polylines = 0;
+    for (std::size_t i = 0; i < drawing.entityCount(); ++i) {
+        polylines += drawing.isPoint(i) ? 0 : 1;
+    }
+    EXPECT_EQ(polylines, kRows);
+}
+
 TEST_F(ReshapedDrawing, WhatTheRowsOfAnImportWouldNotReachKeepsItOut) {
     const std::string columns =
         "fid, geom, layer, closed, vertices, lightweight, data_table, no, name, type, file_name, "

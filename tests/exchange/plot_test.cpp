@@ -45,6 +45,16 @@ class PlotOf : public ::testing::Test {
         }
         ASSERT_TRUE(in) << path;
     }
+    // Too small for its name on any sheet.
+    void addSmallLot(const host::PlanPoint& middle) {
+        constexpr double kHalf = 0.5;
+        addPolyline(drawing,
+                    {{middle.x - kHalf, middle.y - kHalf, 0},
+                     {middle.x + kHalf, middle.y - kHalf, 0},
+                     {middle.x + kHalf, middle.y + kHalf, 0},
+                     {middle.x - kHalf, middle.y + kHalf, 0}},
+                    true, "狭い");
+    }
     void addResult(double station, double offset, double height, const char* name, const char* type) {
         const auto at = drawing.geometry(0).pointAt(station, offset).value();
         addPoint(drawing, {at.x, at.y, height}, name, type);
@@ -116,6 +126,35 @@ TEST_F(PlotOf, SheetsAlongAnAlignmentMeetAtMatchLines) {
     for (const char* stake : {"No.6", "No.8", "No.11", "No.13", "No.14"}) {
         EXPECT_TRUE(texts[0].contains(stake) || texts[1].contains(stake) || texts[2].contains(stake)) << stake;
     }
+}
+
+TEST_F(PlotOf, TextsWithoutRoomAreAddedUpOverTheSheets) {
+    addRoad(drawing, {12000.0, -36000.0}, true);
+    for (const double station : {105.0, 107.0, 285.0}) {
+        addSmallLot(drawing.geometry(0).pointAt(station, 5.0).value());
+    }
+    addSmallLot({0.0, 0.0}); // beside all sheets
+    PlotOptions options;
+    options.paper = "A4";
+    const Plot plot = plotAlong(drawing, 0, options);
+    ASSERT_EQ(plot.pages.size(), 3U) << whyNot(plot);
+    EXPECT_EQ(english(plot.notes), (std::vector<std::string>{"no room for the names of 3 lots"}));
+}
+
+// A third of a millimetre beside the frame the names would have to stand outside the map.
+TEST_F(PlotOf, TextsOfWhatLiesJustBesideTheMapAreNotMissed) {
+    PlotOptions options;
+    options.extent = drawing::Extent{0.0, 0.0, 100.0, 100.0};
+    options.scale = 500;
+    options.paper = "A4";
+    const PlanSheet sheet(*options.extent, SheetChoice{options.scale, options.paper, {}});
+    const auto notesAt = [&](double right) {
+        drawing = Drawing();
+        addSmallLot(sheet.groundAt({sheet.map().right() + right, sheet.map().y + 20.0}));
+        return english(plotPlan(drawing, options).notes);
+    };
+    EXPECT_EQ(notesAt(-0.3), (std::vector<std::string>{"no room for the names of 1 lot"}));
+    EXPECT_EQ(notesAt(0.3), std::vector<std::string>());
 }
 
 // The names of the grid run along its eastward arms, or the westward ones where they would stand on their heads.

@@ -98,7 +98,8 @@ void Recovery::start(DeskSession& session, bool keep) {
 }
 
 void Recovery::clearAway() const {
-    for (const QFileInfo& file : QDir(folder_).entryInfoList({QStringLiteral("*.lock")}, QDir::Files)) {
+    const QStringList names{QStringLiteral("[0-9]*-[0-9]*-[0-9]*.lock")}; // as of runs, not of any program
+    for (const QFileInfo& file : QDir(folder_).entryInfoList(names, QDir::Files)) {
         QString copy = file.filePath();
         copy.chop(5); // ".lock"
         copy += QStringLiteral(".gpkg");

@@ -420,17 +420,21 @@ void DrawingReader::noteLots() {
             return;
         }
     }
+    if (!shape_->hasKeys("polylines")) {
+        return; // rows of one fid do not tell whose the area is
+    }
     std::string same = "1";
     for (const char* column : {"No", "Name"}) {
         if (shape_->hasColumn("lots", column) && shape_->hasColumn("polylines", column)) {
             same += " AND a.\"" + std::string(column) + "\" IS p.\"" + column + '"';
         }
     }
-    Statement lots(connection_, ("SELECT p.fid, p.geom, p.closed, a.fid, a.geom, " + same +
-                                 " FROM polylines AS p LEFT JOIN lots AS a ON a.fid = p.fid"
-                                 " WHERE a.fid IS NOT NULL OR (p.import_id IS NOT NULL AND (p.closed != 0 OR"
-                                 " p.\"Type\" = ?1)) ORDER BY p.fid")
-                                    .c_str());
+    Statement lots(connection_,
+                   ("SELECT p.fid, p.geom, p.closed, a.fid, a.geom, " + same +
+                    " FROM polylines AS p LEFT JOIN lots AS a ON a.fid = p.fid"
+                    " WHERE a.fid IS NOT NULL OR (p.import_id IS NOT NULL AND (CAST(p.closed AS INTEGER) != 0 OR"
+                    " p.\"Type\" = ?1)) ORDER BY p.fid")
+                       .c_str());
     lots.bind(1, std::string_view(typeOf(Kind::Lots)));
     while (lots.step()) {
         const bool taken = lots.isNull(3);

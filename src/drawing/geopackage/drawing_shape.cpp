@@ -210,8 +210,9 @@ bool DrawingShape::read(Connection& connection, const char* table) {
             columns.insert(column);
             if (sameName(column, keyOf(table)) && !(sameName(rows.text(4), "INTEGER") && rows.integer(5) == 1)) {
                 keyless_.push_back(
-                    {"its column '" + std::string(table) + "." + column + "' is no primary key of integers",
-                     "列「" + std::string(table) + "." + column + "」が整数の主キーではありません"});
+                    {table,
+                     {"its column '" + std::string(table) + "." + column + "' is no primary key of integers",
+                      "列「" + std::string(table) + "." + column + "」が整数の主キーではありません"}});
             }
             if (!isOurs(table, column) && isComputed(rows.text(3))) {
                 computed_.push_back({"the default of the column '" + std::string(table) + "." + column + "'",
@@ -292,6 +293,11 @@ bool DrawingShape::hasColumn(std::string_view table, std::string_view column) co
     return found != columns_.end() && found->second.find(column) != found->second.end();
 }
 
+bool DrawingShape::hasKeys(std::string_view table) const {
+    return std::none_of(keyless_.begin(), keyless_.end(),
+                        [&](const Keyless& keyless) { return sameName(keyless.table, table); });
+}
+
 void DrawingShape::requireWritable() const {
     for (const StoreNote& note : notes_) {
         if (note.code == StoreNoteCode::MissingColumn) {
@@ -303,7 +309,7 @@ void DrawingShape::requireWritable() const {
                   std::string("新しい行の表「") + kRowTable + "」と同じ名前の表があります"});
     }
     if (!keyless_.empty()) {
-        reshaped(keyless_.front());
+        reshaped(keyless_.front().what);
     }
     if (!unique_.empty()) { // a row that a file may well bring would be refused
         reshaped(unique_.front());

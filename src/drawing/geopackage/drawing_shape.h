@@ -28,6 +28,8 @@ class DrawingShape {
 
     bool hasTable(std::string_view table) const { return columns_.find(table) != columns_.end(); }
     bool hasColumn(std::string_view table, std::string_view column) const;
+    // False for a table in which several rows may have one identifier.
+    bool hasKeys(std::string_view table) const;
     const std::vector<StoreNote>& notes() const { return notes_; }
     // Throws a StoreFailure if rows cannot be written into these tables.
     void requireWritable() const;
@@ -51,8 +53,13 @@ class DrawingShape {
     std::string renamedTo(Connection& connection, const std::vector<const char*>& columns) const;
 
     std::map<std::string, Columns, NoCase> columns_;
+    struct Keyless {
+        std::string table;
+        Worded what; // the column of identifiers that is no key, for people
+    };
+
     bool takesNameOfRows_ = false; // something in the file is named as the rows that come
-    std::vector<Worded> keyless_;  // columns of identifiers that are no keys, for people
+    std::vector<Keyless> keyless_;
     std::vector<Worded> unique_;   // indexes that let no value stand twice, for people
     std::vector<Worded> computed_; // what has to be computed to write a row, for people
     std::vector<StoreNote> notes_;

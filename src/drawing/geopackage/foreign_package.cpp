@@ -27,12 +27,11 @@ constexpr const char* kHasTables = "SELECT count(*) FROM sqlite_master WHERE typ
                                    " 'gpkg_spatial_ref_sys')";
 constexpr const char* kFeatureTables =
     "SELECT g.table_name, g.column_name, g.srs_id, s.organization, s.organization_coordsys_id, s.srs_name,"
-    " c.data_type = 'features'"
-    " FROM gpkg_geometry_columns AS g LEFT JOIN gpkg_contents AS c ON c.table_name = g.table_name"
-    " LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id ORDER BY g.table_name";
+    " g.table_name COLLATE NOCASE IN (SELECT table_name FROM gpkg_contents WHERE data_type = 'features')"
+    " FROM gpkg_geometry_columns AS g LEFT JOIN gpkg_spatial_ref_sys AS s ON s.srs_id = g.srs_id ORDER BY g.table_name";
 constexpr const char* kWithoutGeometry =
     "SELECT table_name FROM gpkg_contents WHERE data_type = 'features'"
-    " AND table_name NOT IN (SELECT table_name FROM gpkg_geometry_columns WHERE table_name IS NOT NULL)"
+    " AND table_name COLLATE NOCASE NOT IN (SELECT table_name FROM gpkg_geometry_columns WHERE table_name IS NOT NULL)"
     " ORDER BY table_name";
 constexpr const char* kIsTable = "SELECT count(*) FROM sqlite_master WHERE name = ?1 AND type = 'table'"
                                  " AND substr(sql, 1, 13) = 'CREATE TABLE '";
@@ -191,11 +190,14 @@ class PackageReader {
         while (rows.step()) {
             columns.emplace_back(rows.text(0));
         }
-        if (std::find(columns.begin(), columns.end(), table.geometry) == columns.end()) {
+        const auto isGeometry = [wanted = asciiLower(table.geometry)](const std::string& column) {
+            return asciiLower(column) == wanted;
+        };
+        if (std::none_of(columns.begin(), columns.end(), isGeometry)) {
             return false;
         }
         Statement key(connection_, kKey);
-        table.key = key.bind(1, std::string_view(table.name)).step() ? quoted(key.text(0)) : "rowid";
+        table.key = key.bind(1, std::string_view(table.name)).step() ? key.text(0) : "rowid";
         table.nameColumn = columnAmong(kNameColumns, columns);
         table.numberColumn = columnAmong(kNumberColumns, columns);
         return true;
@@ -207,7 +209,7 @@ class PackageReader {
     }
 
     void readTable(const Table& table) {
-        const std::string query = "SELECT " + table.key + ", " + quoted(table.geometry) + ", " +
+        const std::string query = "SELECT " + quoted(table.key) + ", " + quoted(table.geometry) + ", " +
                                   (table.nameColumn.empty() ? "NULL" : quoted(table.nameColumn)) + ", " +
                                   (table.numberColumn.empty() ? "NULL" : quoted(table.numberColumn)) + " FROM " +
                                   quoted(table.name) + " ORDER BY 1";
@@ -218,6 +220,7 @@ class PackageReader {
         layer_ = *drawing.findLayer(table.name);
         const std::size_t before = drawing.entityCount();
         ofFeature_ = {StoreNoteCode::NumberOfFeature, table.name, table.numberColumn, 0, 0, {}};
+        withoutNumber_ = {StoreNoteCode::NoNumber, table.name, table.key, 0, 0, {}};
         Statement rows(connection_, query.c_str());
         while (rows.step()) {
             readFeature(rows, table.name);
@@ -226,6 +229,9 @@ class PackageReader {
             note({StoreNoteCode::NamesFrom, table.name, table.nameColumn, 0, 0, table.numberColumn});
             if (ofFeature_.count > 0 && !table.numberColumn.empty()) {
                 note(ofFeature_);
+            }
+            if (withoutNumber_.count > 0) {
+                note(withoutNumber_);
             }
         }
     }
@@ -260,7 +266,7 @@ class PackageReader {
         }
     }
 
-    // A number that is none, or none that a row holds, is the feature's.
+    // A number that is none, or none that a row holds, is the feature's; 0 if a row does not hold that either.
     std::int32_t numberOf(const Statement& row, std::int64_t fid) {
         std::string_view text = row.text(3);
         if (constexpr std::string_view kWholeReal = ".0"; text.ends_with(kWholeReal)) {
@@ -271,10 +277,12 @@ class PackageReader {
         if (!text.empty() && error == std::errc() && end == text.data() + text.size() && number >= 0) {
             return number;
         }
-        if (ofFeature_.count++ == 0) {
-            ofFeature_.firstId = fid;
+        const bool holdsFid = fid >= 0 && fid <= std::numeric_limits<std::int32_t>::max();
+        StoreNote& told = holdsFid ? ofFeature_ : withoutNumber_;
+        if (told.count++ == 0) {
+            told.firstId = fid;
         }
-        return static_cast<std::int32_t>(std::clamp<std::int64_t>(fid, 0, std::numeric_limits<std::int32_t>::max()));
+        return holdsFid ? static_cast<std::int32_t>(fid) : 0;
     }
 
     void leaveOut(StoreNoteCode code, const std::string& what, const std::string& table, std::int64_t fid) {
@@ -299,6 +307,7 @@ class PackageReader {
     std::optional<Plane> plane_;
     std::map<std::string, StoreNote> leftOut_; // by what and where, in English
     StoreNote ofFeature_;                      // of the table that is read
+    StoreNote withoutNumber_;                  // of it too
     std::size_t pointTable_ = 0;
     std::size_t polylineTable_ = 0;
     std::size_t layer_ = 0;

@@ -100,6 +100,7 @@ struct Plan {
     std::vector<std::string> layerColours;       // by layer; empty if none has one
     std::set<std::size_t> colouredLayers;        // that the sheet shows
     std::unordered_set<std::size_t> namedAtEnds; // points whose names stand at the ends of elements
+    std::set<std::size_t> unnamed;               // points and lots whose names have no room
     std::size_t withoutRoom = 0;                 // texts of alignments
     Notes notes;                                 // for the user and for the sheet
     double stationStep = 20.0;                   // metres

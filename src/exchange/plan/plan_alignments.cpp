@@ -240,7 +240,7 @@ void drawElement(Plan& plan, std::ostream& out, const Element& element, std::str
 // The text of what lies at the place; counts it where the map shows the place but has no room for the text.
 bool placeText(Plan& plan, const PaperPoint& at, const std::vector<Label>& candidates) {
     const bool placed = plan.place(candidates, false);
-    plan.withoutRoom += placed || !plan.space.mayHold(at, 0.0) ? 0 : 1;
+    plan.withoutRoom += placed || !plan.space.shows(at) ? 0 : 1;
     return placed;
 }
 
@@ -399,7 +399,7 @@ void nameAlignment(Plan& plan, const Alignment& alignment, const AlignmentGeomet
         if (!plan.space.mayHold(at, kFarthestAlignmentName)) {
             continue;
         }
-        if (!onMap || plan.space.mayHold(at, 0.0)) {
+        if (!onMap || plan.space.shows(at)) {
             onMap = at;
         }
         for (const double distance : {5.0, 10.0, kFarthestAlignmentName}) {

@@ -237,7 +237,7 @@ bool isBeside(const Plan& plan, const EntityView& point) {
 bool nameLot(Plan& plan, const EntityView& lot, const std::string& name) {
     const PlanPoint ground = labelPoint(lot.vertices);
     const PaperPoint at = plan.at(ground.x, ground.y);
-    if (!plan.space.mayHold(at, 0.0)) {
+    if (!plan.space.shows(at)) {
         return true;
     }
     const double area = std::abs(signedArea(lot.vertices));
@@ -335,7 +335,10 @@ void nameLots(Plan& plan) {
             continue;
         }
         const std::string name(trimmed(entity.row->name));
-        without += name.empty() || nameLot(plan, entity, name) ? 0 : 1;
+        if (!name.empty() && !nameLot(plan, entity, name)) {
+            plan.unnamed.insert(i);
+            ++without;
+        }
     }
     if (without > 0) {
         plan.notes.push_back({NoteCode::NoRoomForLotNames, without});
@@ -437,6 +440,7 @@ void drawPoints(Plan& plan, std::ostream& out) {
         }
         const PaperPoint at = plan.at(entity.position().x, entity.position().y);
         if (!plan.place(around(at, name), false)) {
+            plan.unnamed.insert(i);
             ++without;
         }
     }

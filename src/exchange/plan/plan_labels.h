@@ -38,6 +38,8 @@ class LabelSpace {
     void takeDot(const PaperPoint& at, double radius);
     void takeLine(const PaperPoint& from, const PaperPoint& to);
 
+    // Whether the map has that place.
+    bool shows(const PaperPoint& at) const { return cellAt(at.x, at.y) < cells_.size(); }
     // Whether a label may be free that begins, ends or has its middle within so many millimetres of a place.
     bool mayHold(const PaperPoint& at, double away) const;
     // Whether the label lies within the map and covers no label; and no symbol or line, if that is asked for.

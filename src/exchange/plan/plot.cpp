@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <set>
 #include <sstream>
 
 namespace fenmark::exchange {
@@ -104,13 +106,36 @@ void takeTitles(Plan& plan, const PlotOptions& options) {
     plan.titles.insert(plan.titles.begin(), options.titles.begin(), options.titles.end());
 }
 
-void addNotes(Notes& notes, const Notes& more) {
-    for (const Note& note : more) {
-        if (std::find(notes.begin(), notes.end(), note) == notes.end()) {
-            notes.push_back(note);
+// The notes of sheets that overlap: a text is told for each sheet that has no room for it, an object once.
+class SheetNotes {
+  public:
+    void add(const Plan& plan) {
+        unnamed_.insert(plan.unnamed.begin(), plan.unnamed.end());
+        const auto unnamedOf = [&](bool points) {
+            return static_cast<std::size_t>(std::count_if(
+                unnamed_.begin(), unnamed_.end(), [&](std::size_t i) { return plan.kinds.isPoint(i) == points; }));
+        };
+        for (const Note& note : plan.notes) {
+            const bool counts = note.code == NoteCode::NoRoomForNames || note.code == NoteCode::NoRoomForLotNames ||
+                                note.code == NoteCode::NoRoomAlongAlignments;
+            const auto known = std::find_if(notes_.begin(), notes_.end(), [&](const Note& other) {
+                return counts ? other.code == note.code : other == note;
+            });
+            if (known == notes_.end()) {
+                notes_.push_back(note);
+            } else if (counts) {
+                known->count = note.code == NoteCode::NoRoomAlongAlignments
+                                   ? known->count + note.count
+                                   : unnamedOf(note.code == NoteCode::NoRoomForNames);
+            }
         }
     }
-}
+    const Notes& notes() const { return notes_; }
+
+  private:
+    Notes notes_;
+    std::set<std::size_t> unnamed_; // entities
+};
 
 } // namespace
 
@@ -175,6 +200,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
         return plot;
     }
     const StationNames names;
+    SheetNotes notes;
     std::size_t bytes = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         Plan plan(drawing, shown, parts[i].sheet);
@@ -197,7 +223,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
             meet(i, i + 1);
         }
         plot.pages.push_back(page(plan));
-        addNotes(plot.notes, plan.notes);
+        notes.add(plan);
         // Each sheet of an alignment that winds over itself shows all of it.
         bytes += plot.pages.back().size();
         if (bytes > options.mostSheetBytes) {
@@ -207,6 +233,7 @@ Plot plotAlong(const Drawing& drawing, std::size_t alignment, const PlotOptions&
             return refused;
         }
     }
+    plot.notes = notes.notes();
     return plot;
 }
 

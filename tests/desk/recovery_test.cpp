@@ -4,6 +4,7 @@
 #include "desk_test_support.h"
 #include "drawing/geopackage/drawing_texts.h"
 #include "platform/files.h"
+#include "support/temporary_folder.h"
 
 #include <QDir>
 #include <QLockFile>
@@ -233,6 +234,34 @@ TEST_F(Recovering, WhatIsNoFileInTheFolderIsNotRead) {
     }
     std::sort(left.begin(), left.end());
     EXPECT_EQ(left, (std::vector<std::string>{"2.gpkg", "4.gpkg"}));
+}
+
+// On a full disk, say. A folder in the place of the name stands for one here.
+TEST_F(Recovering, ACopyThatCannotBeWrittenIsToldOnceAndTheOneBeforeStays) {
+    startKeeping();
+    window->session().addLayer("first");
+    ASSERT_TRUE(window->recovery().keepNow());
+    ASSERT_EQ(copies().size(), 1);
+    const QString copy = QDir(place()).filePath(copies().value(0));
+    const std::string before = fenmark::test::readFile(copy.toStdString());
+    const QString name = copy.chopped(5) + QStringLiteral(".name");
+    const QString words = window->texts()(Text::RecoverNotKept).section(QLatin1Char('%'), 0, 0);
+    std::string kept = before;
+    for (int round = 1; round <= 2; ++round) {
+        QFile::remove(name);
+        ASSERT_TRUE(QDir().mkpath(name + QStringLiteral("/kept")));
+        window->session().addLayer("more " + std::to_string(round));
+        EXPECT_FALSE(window->recovery().keepNow());
+        EXPECT_FALSE(window->recovery().keepNow());
+        EXPECT_EQ(window->command().said().count(words), round) << "once each time that it begins to fail";
+        EXPECT_EQ(fenmark::test::readFile(copy.toStdString()), kept);
+        ASSERT_TRUE(QDir(name).removeRecursively());
+        EXPECT_TRUE(window->recovery().keepNow());
+        EXPECT_NE(fenmark::test::readFile(copy.toStdString()), kept);
+        kept = fenmark::test::readFile(copy.toStdString());
+    }
+    EXPECT_EQ(QDir(place()).entryList(QDir::Files | QDir::Hidden).size(), 3) << "copy, name and lock";
+    window->recovery().forget();
 }
 
 TEST_F(Recovering, ACopyOfWhichTheLockIsNoneIsToldAndLeftAlone) {

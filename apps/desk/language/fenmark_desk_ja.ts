@@ -1855,5 +1855,10 @@ a drawing (.gpkg) here</source>
         <comment>LinesLeftOut</comment>
         <translation>重なった線・面 %1 個の表示を省略</translation>
     </message>
+    <message>
+        <source>Unsaved work is not kept for a restart: %1</source>
+        <comment>RecoverNotKept</comment>
+        <translation>未保存の内容を再起動に備えて控えることができません: %1</translation>
+    </message>
 </context>
 </TS>

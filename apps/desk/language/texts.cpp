@@ -381,6 +381,8 @@ constexpr std::array<Entry, static_cast<std::size_t>(kLastText) + 1> kEntries{{
     Entry{Text::ColumnAct, QT_TRANSLATE_NOOP3("desk", "What It Does", "ColumnAct")},
     Entry{Text::LinesLeftOut,
           QT_TRANSLATE_NOOP3("desk", "%1 lines and areas under others are not drawn", "LinesLeftOut")},
+    Entry{Text::RecoverNotKept,
+          QT_TRANSLATE_NOOP3("desk", "Unsaved work is not kept for a restart: %1", "RecoverNotKept")},
 }};
 
 static_assert(inOrder(kEntries, kLastText));

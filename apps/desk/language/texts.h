@@ -296,8 +296,9 @@ enum class Text : std::uint16_t {
     ColumnKey,
     ColumnAct,
     LinesLeftOut,
+    RecoverNotKept,
 };
-inline constexpr Text kLastText = Text::LinesLeftOut;
+inline constexpr Text kLastText = Text::RecoverNotKept;
 
 // Gives the texts of one language; the language can change while the program runs.
 class Texts {

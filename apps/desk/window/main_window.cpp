@@ -120,6 +120,9 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     drawingReplaced();
     recovery_.onKeep([this] { return workbench_->hasChanges(); },
                      [this](const std::string& copy) { workbench_->keepTexts(copy); });
+    recovery_.onFailure([this](const Outcome& why) {
+        command_->say(texts_(Text::RecoverNotKept).arg(QString::fromStdString(why.in(texts_.language()))));
+    });
     recovery_.start(session_, options_.keepSettings);
     plan_->setFocus();
 }

@@ -10,6 +10,8 @@
 #include <QStandardPaths>
 
 #include <chrono>
+#include <ostream>
+#include <system_error>
 #include <utility>
 
 namespace fenmark::desk {
@@ -131,19 +133,28 @@ bool Recovery::keepNow() {
         noteKept(copy);
         return true;
     }
-    QFile name(stem() + QStringLiteral(".name"));
-    if (!name.open(QIODevice::WriteOnly)) {
+    if (const Outcome written = writeCopy(copy); !written) {
+        if (!toldOfFailure_ && failureHandler_) {
+            failureHandler_(written);
+        }
+        toldOfFailure_ = true;
         return false;
     }
-    name.write(QByteArray::fromStdString(session_->path()));
-    name.close();
-    if (!session_->writeCopy(copy)) {
-        return false;
-    }
+    toldOfFailure_ = false;
     noteKept(copy);
     kept_ = true;
     keptState_ = session_->state();
     return true;
+}
+
+// The name and the copy; what was kept before stays where one of them cannot be written.
+Outcome Recovery::writeCopy(const std::string& copy) const {
+    const std::string name = (stem() + QStringLiteral(".name")).toStdString();
+    if (const std::error_code error = platform::writeWhole(
+            name, [&](std::ostream& out) { out << session_->path(); }, platform::AtLink::Replace)) {
+        return failed(platform::wordedReason(error));
+    }
+    return session_->writeCopy(copy);
 }
 
 void Recovery::noteKept(const std::string& copy) const {
@@ -186,8 +197,10 @@ void Recovery::remove(const LeftDrawing& left) const {
     for (const char* end : {".gpkg", ".name", ".lock"}) {
         QFile::remove(stem + QLatin1String(end));
     }
-    platform::TemporaryFile next; // with it goes what a killed run was writing
-    (void)next.make(left.path.toStdString());
+    for (const char* end : {".gpkg", ".name"}) {
+        platform::TemporaryFile next; // with it goes what a killed run was writing
+        (void)next.make((stem + QLatin1String(end)).toStdString());
+    }
 }
 
 } // namespace fenmark::desk

@@ -49,6 +49,9 @@ class Recovery : public QObject {
         keepHandler_ = std::move(handler);
     }
 
+    // Told once of copies that cannot be written, and again when one could be written in between.
+    void onFailure(std::function<void(const Outcome& why)> handler) { failureHandler_ = std::move(handler); }
+
     // Writes the copy now, if there is something to lose; false if it cannot be written.
     bool keepNow();
     // The drawing is saved or given up: the copy goes.
@@ -62,6 +65,7 @@ class Recovery : public QObject {
     QString stem() const;   // of the run's own files
     void clearAway() const; // what runs that were killed before they had kept a copy left
     bool hasSomethingToLose() const;
+    Outcome writeCopy(const std::string& copy) const;
     void noteKept(const std::string& copy) const;
 
     DeskSession* session_ = nullptr;
@@ -72,6 +76,8 @@ class Recovery : public QObject {
     bool kept_ = false;
     std::function<bool()> hasMore_;
     std::function<void(const std::string&)> keepHandler_;
+    bool toldOfFailure_ = false;
+    std::function<void(const Outcome&)> failureHandler_;
 };
 
 } // namespace fenmark::desk

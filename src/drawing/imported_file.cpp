@@ -1,14 +1,45 @@
-// Whether a file is one from which a drawing was imported, or the log of that.
+// The files of imports.
 #include "drawing/imported_file.h"
 
-#include "drawing/file_digest.h"
+#include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/paths.h"
+#include "sima/text/path.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <optional>
+#include <filesystem>
+#include <system_error>
 
 namespace fenmark::drawing {
+
+namespace {
+
+// From the root on, as a text.
+std::string wholePath(const std::string& file) {
+    std::error_code error;
+    const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
+    return sima::textOfPath(error ? file : platform::utf8Of(whole));
+}
+
+} // namespace
+
+std::string nameInRows(const std::string& file) {
+    const std::string text = sima::textOfPath(file);
+    return text.substr(sima::fileNameStart(text));
+}
+
+Import importOf(const std::string& file, const std::optional<FileDigest>& known) {
+    Import import;
+    import.fileName = nameInRows(file);
+    import.path = wholePath(file);
+    if (known) {
+        import.fileSize = known->size;
+        import.digest = known->digest;
+    }
+    import.time = platform::utcNow();
+    return import;
+}
 
 bool isImportedFile(const Drawing& drawing, const std::string& path) {
     if (platform::lookUp(path).kind != platform::PathKind::File) {

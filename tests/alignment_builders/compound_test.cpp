@@ -468,16 +468,24 @@ TEST(MakAORP, WithALengthOf0TheNewArcReachesThePoint) {
     sweep(5150, run, kBothPlaces);
 }
 
+// An arc, a clothoid and an arc of a chain in the plane of calculation: the sizes of what is laid behind the first arc.
+struct Compound {
+    explicit Compound(const std::vector<Calelm>& chain)
+        : r1(chain[0]), a(sizes_only(chain[1])), r2(sizes_only(chain[2])) {
+        r2.len = chain[2].len;
+        for (Calelm* const e : {&r1, &a, &r2}) {
+            CDchgSpace(e, e);
+        }
+    }
+    Calelm r1;
+    Calelm a;
+    Calelm r2;
+};
+
 TEST(SetAORP, LaysTheSameChainInTheCalculationPlane) {
     const auto chain =
         lay_chain({0, 0, 0.7}, {arc(1.0, 200.0, 120.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 60.0)});
-    Calelm r1 = chain[0];
-    Calelm a = sizes_only(chain[1]);
-    Calelm r2 = sizes_only(chain[2]);
-    r2.len = chain[2].len;
-    for (Calelm* const e : {&r1, &a, &r2}) {
-        CDchgSpace(e, e);
-    }
+    auto [r1, a, r2] = Compound(chain);
     const Pose on = pose_at(start_of(chain[2]), shape_of(chain[2]), 30.0);
     const double p[2] = {static_cast<double>(on.x), -static_cast<double>(on.y)};
     ASSERT_EQ(setAOR_P(p, &r1, &a, &r2), 0);
@@ -498,13 +506,7 @@ TEST(SetAORP, RefusesArcsWithoutATurnOrARadius) {
     for (const bool first : {true, false}) {
         for (const bool turn : {true, false}) {
             for (const double none : {0.0, turn ? 0.5 : -100.0, std::nan("")}) {
-                Calelm r1 = chain[0];
-                Calelm a = sizes_only(chain[1]);
-                Calelm r2 = sizes_only(chain[2]);
-                r2.len = chain[2].len;
-                for (Calelm* const e : {&r1, &a, &r2}) {
-                    CDchgSpace(e, e);
-                }
+                auto [r1, a, r2] = Compound(chain);
                 Calelm& spoilt = first ? r1 : r2;
                 (turn ? spoilt.dir : spoilt.par) = none;
                 const Calelm before1 = r1;

@@ -22,17 +22,22 @@ struct Road : ::testing::Test {
     drawing::Drawing drawing;
 
     void SetUp() override {
+        beginBare(100.0);
+        for (int i = 0; i <= 5; ++i) {
+            addPoint({0.0, 20.0 * i, 30.0 + i}, "No." + std::to_string(i), "縦断成果", 1);
+        }
+    }
+    // A drawing of its own in which nothing stands on the road yet.
+    void beginBare(double length) {
+        drawing = drawing::Drawing();
         drawing.addTable("points");
         const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", drawing::kStandardStyle,
                                                       drawing::kStandardStyle);
         drawing::Element straight;
-        straight.end = {0.0, 100.0};
+        straight.end = {0.0, length};
         straight.direction = std::numbers::pi / 2.0;
-        straight.length = 100.0;
+        straight.length = length;
         drawing.addElement(road, straight);
-        for (int i = 0; i <= 5; ++i) {
-            addPoint({0.0, 20.0 * i, 30.0 + i}, "No." + std::to_string(i), "縦断成果", 1);
-        }
     }
     void addPoint(const host::MdGePoint3d& at, const std::string& name, const char* type, int number) {
         drawing.addPoint(at, 0);
@@ -154,7 +159,6 @@ TEST_F(Road, CrossSectionsTakeTheLargestScaleAndTheFewestSheetsThatHaveRoomForTh
         {-8.8, 8.799, 42.201, "A3", false, 200, 200, 0},
     };
     for (const Case& c : cases) {
-        drawing = drawing::Drawing();
         SetUp();
         for (int i = 1; i <= 4; ++i) {
             for (const auto& [offset, height] : {std::pair(c.left, 10.0), {0.0, 10.0}, {c.right, 10.0 + c.rise}}) {
@@ -211,7 +215,6 @@ TEST_F(Road, BaseLinesStandAtRoundHeightsFourMillimetresBelowTheLowestPoint) {
         {500, 1001.9995, "995.0"},  {100, 0.3995, "-1.0"},
     };
     for (const Case& c : cases) {
-        drawing = drawing::Drawing();
         SetUp();
         for (const double offset : {-2.0, 0.0, 2.0}) {
             addPoint({offset, 40.0, offset > 0.0 ? c.low : c.low + 1.0}, "", "横断成果", 1);
@@ -227,14 +230,7 @@ TEST_F(Road, BaseLinesStandAtRoundHeightsFourMillimetresBelowTheLowestPoint) {
 // Beside and between the heights 72 mm of the paper are no ground.
 TEST_F(Road, ProfilesTakeTheLargestScaleAtWhichOneSheetHoldsThem) {
     const auto scaleOf = [this](double length, const char* paper, bool upright) {
-        drawing = drawing::Drawing();
-        drawing.addTable("points");
-        const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
-        drawing::Element straight;
-        straight.end = {0.0, 3000.0};
-        straight.direction = std::numbers::pi / 2.0;
-        straight.length = 3000.0;
-        drawing.addElement(road, straight);
+        beginBare(3000.0);
         addPoint({0.0, 10.0, 30.0}, "a", "縦断成果", 1);
         addPoint({0.0, 10.0 + length, 30.0}, "b", "縦断成果", 1);
         PlotOptions options;
@@ -271,14 +267,7 @@ TEST_F(Road, HeightsOfAProfileTakeTheLargestScaleThatTheyHaveRoomAt) {
                   {1000, false, 11.42, 200}, {100, true, 1.028, 10},  {100, true, 1.030, 20},
                   {1000, true, 10.28, 100},  {1000, true, 10.30, 200}};
     for (const auto& [along, planned, rise, heights] : kCases) {
-        drawing = drawing::Drawing();
-        drawing.addTable("points");
-        const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
-        drawing::Element straight;
-        straight.end = {0.0, 100.0};
-        straight.direction = std::numbers::pi / 2.0;
-        straight.length = 100.0;
-        drawing.addElement(road, straight);
+        beginBare(100.0);
         addPoint({0.0, 0.0, 30.0}, "a", "縦断成果", 1);
         addPoint({0.0, 20.0, 30.0 + rise}, "b", "縦断成果", 1);
         if (planned) {
@@ -296,7 +285,6 @@ TEST_F(Road, HeightsOfAProfileTakeTheLargestScaleThatTheyHaveRoomAt) {
 // Of 3 mm.
 TEST_F(Road, FiguresOfAProfileStandWhereTheyHaveRoom) {
     for (const double between : {2.995, 3.005}) {
-        drawing = drawing::Drawing();
         SetUp();
         addPoint({0.0, 40.0 + between, 32.0}, "near", "縦断成果", 1);
         PlotOptions options;
@@ -321,14 +309,7 @@ TEST_F(Road, BaseLinesOfAProfileStandAtRoundHeights) {
                           {2000, 11.5995, "8.0"}};
     for (const bool planned : {false, true}) { // which count as the ground does
         for (const Case& c : cases) {
-            drawing = drawing::Drawing();
-            drawing.addTable("points");
-            const std::size_t road = drawing.addAlignment(drawing.addSite("現場"), "市道", "0", "", "");
-            drawing::Element straight;
-            straight.end = {0.0, 100.0};
-            straight.direction = std::numbers::pi / 2.0;
-            straight.length = 100.0;
-            drawing.addElement(road, straight);
+            beginBare(100.0);
             addPoint({0.0, 0.0, c.low + 0.1}, "a", "縦断成果", 1);
             addPoint({0.0, 20.0, planned ? c.low + 0.2 : c.low}, "b", "縦断成果", 1);
             if (planned) {

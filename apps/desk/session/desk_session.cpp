@@ -3,10 +3,8 @@
 
 #include "desk/session/source_record.h"
 #include "drawing/file_digest.h"
+#include "drawing/imported_file.h"
 #include "platform/files.h"
-#include "sima/text/path.h"
-
-#include <QDateTime>
 
 #include <algorithm>
 #include <cstdlib>
@@ -24,18 +22,6 @@ using host::embedded::Document;
 namespace {
 
 constexpr const char* kModuleName = "Fenmark.mdm";
-
-// UTC, "2026-01-31T09:15:00Z".
-std::string timeNow() {
-    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toStdString();
-}
-
-// From the root on.
-std::string wholePath(const std::string& file) {
-    std::error_code error;
-    const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
-    return error ? file : sima::textOfPath(whole.string());
-}
 
 // The import of a file beside such a drawing would write its log over it.
 Outcome refusedAsLog(const std::string& path) {
@@ -184,8 +170,7 @@ void DeskSession::noteImport(CommandRun& run, std::uint64_t firstId) {
     if (run.file.empty()) {
         return;
     }
-    drawing::Import import;
-    import.fileName = sima::textOfPath(run.file.substr(sima::fileNameStart(run.file)));
+    drawing::Import import = drawing::importOf(run.file, drawing::digestFile(run.file));
     for (const std::size_t place : drawing().importsOf(import.fileName)) {
         run.earlier.push_back(drawing().imports()[place].id);
     }
@@ -195,12 +180,6 @@ void DeskSession::noteImport(CommandRun& run, std::uint64_t firstId) {
         counts.crossSections >> counts.errors;
     import.firstId = firstId;
     import.lastId = drawing().lastId();
-    import.path = wholePath(run.file);
-    if (const auto known = drawing::digestFile(run.file)) {
-        import.fileSize = known->size;
-        import.digest = known->digest;
-    }
-    import.time = timeNow();
     drawing().addImport(std::move(import));
 }
 

@@ -49,6 +49,21 @@ bool tellsItsRun(const QLockFile& lock) {
     return lock.getLockInfo(&process, &host, &program);
 }
 
+// What a run's files begin with, from the lock or the copy: both endings have five characters.
+QString stemOf(const QString& file) {
+    return file.chopped(5);
+}
+
+void removeFilesOf(const QString& stem) {
+    for (const char* end : {".gpkg", ".name", ".lock"}) {
+        QFile::remove(stem + QLatin1String(end));
+    }
+    for (const char* end : {".gpkg", ".name"}) {
+        platform::TemporaryFile next; // with it goes what a killed run was writing
+        (void)next.make((stem + QLatin1String(end)).toStdString());
+    }
+}
+
 enum class Holder { Gone, AtWork, Odd };
 
 // Whose the lock of a run is now. The process and the computer that it names prove nothing: a number is given out again,
@@ -102,22 +117,17 @@ void Recovery::start(DeskSession& session, bool keep) {
 void Recovery::clearAway() const {
     const QStringList names{QStringLiteral("[0-9]*-[0-9]*-[0-9]*.lock")}; // as of runs, not of any program
     for (const QFileInfo& file : QDir(folder_).entryInfoList(names, QDir::Files)) {
-        QString copy = file.filePath();
-        copy.chop(5); // ".lock"
-        copy += QStringLiteral(".gpkg");
-        if (file.filePath() == lock_->fileName() ||
-            platform::lookUp(copy.toStdString()).kind != platform::PathKind::Missing ||
-            holderOf(file.filePath()) != Holder::Gone) {
-            continue;
+        const QString stem = stemOf(file.filePath());
+        const std::string copy = (stem + QStringLiteral(".gpkg")).toStdString();
+        if (file.filePath() != lock_->fileName() && platform::lookUp(copy).kind == platform::PathKind::Missing &&
+            holderOf(file.filePath()) == Holder::Gone) {
+            removeFilesOf(stem);
         }
-        remove({copy, {}, {}, {}});
     }
 }
 
 QString Recovery::stem() const {
-    QString name = lock_->fileName();
-    name.chop(5); // ".lock"
-    return name;
+    return stemOf(lock_->fileName());
 }
 
 bool Recovery::hasSomethingToLose() const {
@@ -192,15 +202,7 @@ std::vector<LeftDrawing> Recovery::left() const {
 }
 
 void Recovery::remove(const LeftDrawing& left) const {
-    QString stem = left.path;
-    stem.chop(5); // ".gpkg"
-    for (const char* end : {".gpkg", ".name", ".lock"}) {
-        QFile::remove(stem + QLatin1String(end));
-    }
-    for (const char* end : {".gpkg", ".name"}) {
-        platform::TemporaryFile next; // with it goes what a killed run was writing
-        (void)next.make((stem + QLatin1String(end)).toStdString());
-    }
+    removeFilesOf(stemOf(left.path));
 }
 
 } // namespace fenmark::desk

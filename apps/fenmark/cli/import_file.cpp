@@ -12,19 +12,14 @@
 #include "exchange/placed.h"
 #include "host/adapter/host_adapter.h"
 #include "platform/beside.h"
-#include "platform/clock.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "sima/log/sima_log.h"
 #include "sima/reader/line_source.h"
 #include "sima/reader/sima_reader.h"
-#include "sima/text/path.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <future>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 namespace fenmark::cli {
@@ -131,19 +126,6 @@ Run runCommand(ImportDialogs& dialogs, const std::string& file, const command::C
     return run;
 }
 
-// The name by which rows and imports know a file.
-std::string nameInRows(const std::string& file) {
-    const std::string text = sima::textOfPath(file);
-    return text.substr(sima::fileNameStart(text));
-}
-
-// From the root on, as a text.
-std::string wholePath(const std::string& file) {
-    std::error_code error;
-    const std::filesystem::path whole = std::filesystem::absolute(sima::pathOf(file), error);
-    return sima::textOfPath(error ? file : platform::utf8Of(whole));
-}
-
 // The digest of the file, made beside the import where the file is large.
 std::future<std::optional<drawing::FileDigest>> startDigest(const std::string& file) {
     constexpr std::uint64_t kSmall = std::uint64_t{1} << 20; // bytes
@@ -163,19 +145,6 @@ drawing::ImportCounts countsOf(const sima::SimaReader& reader) {
     counts.crossSections = reader.crossSectionPointsCreated;
     counts.errors = reader.log.errorCount();
     return counts;
-}
-
-// What the drawing keeps of the import, but for the identifiers of its objects.
-drawing::Import recordOf(const std::string& file, const std::optional<drawing::FileDigest>& known,
-                         const sima::SimaReader& reader) {
-    drawing::Import import;
-    import.fileName = nameInRows(file);
-    import.path = wholePath(file);
-    import.fileSize = known ? known->size : 0;
-    import.digest = known ? known->digest : std::string();
-    import.time = platform::utcNow();
-    import.counts = countsOf(reader);
-    return import;
 }
 
 // What a run reports once the drawing is safe, or once it is known that nothing was kept.
@@ -212,7 +181,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     const bool isNew = platform::lookUp(drawingPath).kind == platform::PathKind::Missing;
     const Telling telling{arguments, file, streams, encodingOf(file, arguments.encoding)};
     std::future<std::optional<drawing::FileDigest>> digest = startDigest(file);
-    const EarlierImports earlier(drawing, file, nameInRows(file), arguments.replace, madeNow, streams);
+    const EarlierImports earlier(drawing, file, drawing::nameInRows(file), arguments.replace, madeNow, streams);
     earlier.removeReplaced(drawing);
     const std::size_t firstEntity = drawing.entityCount();
     const std::size_t firstAlignment = drawing.alignmentCount();
@@ -242,7 +211,8 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
         throw Stop(kNotDone, said(language, Text::DrawingAsItWas, {{"message", run.outcome.in(language)}}));
     }
 
-    drawing::Import import = recordOf(file, known, run.reader);
+    drawing::Import import = drawing::importOf(file, known);
+    import.counts = countsOf(run.reader);
     import.firstId = firstId;
     import.lastId = drawing.lastId();
     const host::MdDbObjectId made = drawing.addImport(std::move(import));

@@ -132,7 +132,7 @@ Drawing DrawingReader::read(Load load) {
     readAlignments();
     if (load == Load::Everything) {
         readEntities();
-        noteLots();
+        noteDrawnLots();
     } else {
         drawing_.entitiesLoaded_ = false;
         Statement extent(connection_, sql::kReadExtent);
@@ -404,9 +404,8 @@ bool DrawingReader::hasOutline(const Statement& row, std::span<const std::byte> 
                       [](const MdGePoint3d& a, const MdGePoint3d& b) { return a.x == b.x && a.y == b.y; });
 }
 
-// Areas are made of closed polylines and lots. One that another program drew by itself stays in the file; one that it
-// changed or took away is in the drawing as its polyline is.
-void DrawingReader::noteLots() {
+// Areas are made of closed polylines and lots. One that another program drew by itself stays in the file.
+void DrawingReader::noteDrawnLots() {
     if (!shape_->hasColumn("lots", "area")) {
         return; // of the first format, in which areas outlived their polylines
     }
@@ -415,6 +414,11 @@ void DrawingReader::noteLots() {
     while (rows.step()) {
         note(StoreNoteCode::OtherGeometry, "lots", nameOfGeometry(kPolygon), rows.integer(0));
     }
+    noteDifferingLots();
+}
+
+// An area that another program changed or took away is in the drawing as its polyline is.
+void DrawingReader::noteDifferingLots() {
     for (const char* column : {"closed", "Type", "import_id"}) {
         if (!shape_->hasColumn("polylines", column)) {
             return;

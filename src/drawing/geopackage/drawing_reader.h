@@ -52,7 +52,8 @@ class DrawingReader {
     std::string entityQuery(bool isPolyline, bool one) const;
     void readEntities();
     void requireSoundIdentifiers();
-    void noteLots();
+    void noteDrawnLots();
+    void noteDifferingLots();
     bool hasOutline(const Statement& row, std::span<const std::byte> area);
     void readTakenIdentifiers();
     bool isTaken(std::uint64_t id);

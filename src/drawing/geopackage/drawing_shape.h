@@ -47,17 +47,16 @@ class DrawingShape {
         bool operator()(std::string_view a, std::string_view b) const;
     };
     using Columns = std::set<std::string, NoCase>;
+    struct Keyless {
+        std::string table;
+        Worded what; // the column of identifiers that is no key, for people
+    };
 
     bool read(Connection& connection, const char* table);
     void readIndexes(Connection& connection, const std::string& table, const Columns& generated);
     std::string renamedTo(Connection& connection, const std::vector<const char*>& columns) const;
 
     std::map<std::string, Columns, NoCase> columns_;
-    struct Keyless {
-        std::string table;
-        Worded what; // the column of identifiers that is no key, for people
-    };
-
     bool takesNameOfRows_ = false; // something in the file is named as the rows that come
     std::vector<Keyless> keyless_;
     std::vector<Worded> unique_;   // indexes that let no value stand twice, for people

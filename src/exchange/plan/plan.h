@@ -100,10 +100,11 @@ struct Plan {
     std::vector<std::string> layerColours;       // by layer; empty if none has one
     std::set<std::size_t> colouredLayers;        // that the sheet shows
     std::unordered_set<std::size_t> namedAtEnds; // points whose names stand at the ends of elements
-    std::set<std::size_t> unnamed;               // points and lots whose names have no room
-    std::size_t withoutRoom = 0;                 // texts of alignments
-    Notes notes;                                 // for the user and for the sheet
-    double stationStep = 20.0;                   // metres
+    std::set<std::size_t> unnamedPoints;         // entities whose names have no room
+    std::set<std::size_t> unnamedLots;
+    std::size_t withoutRoom = 0;   // texts of alignments
+    Notes notes;                   // for the user and for the sheet
+    double stationStep = 20.0;     // metres
     double elementEndSnap = 0.005; // metres: a coordinate point this close to an element's end gives it its name
 
     // The colour of what lies on that layer, "#1a2b3c"; empty where each kind has its own. Notes for the legend that it

@@ -324,7 +324,6 @@ void drawPolylines(Plan& plan, std::ostream& out) {
 }
 
 void nameLots(Plan& plan) {
-    std::size_t without = 0;
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         if (plan.kinds.of(i) != PlanItem::Lot) {
             continue;
@@ -336,12 +335,11 @@ void nameLots(Plan& plan) {
         }
         const std::string name(trimmed(entity.row->name));
         if (!name.empty() && !nameLot(plan, entity, name)) {
-            plan.unnamed.insert(i);
-            ++without;
+            plan.unnamedLots.insert(i);
         }
     }
-    if (without > 0) {
-        plan.notes.push_back({NoteCode::NoRoomForLotNames, without});
+    if (!plan.unnamedLots.empty()) {
+        plan.notes.push_back({NoteCode::NoRoomForLotNames, plan.unnamedLots.size()});
     }
 }
 
@@ -425,7 +423,6 @@ void drawPoints(Plan& plan, std::ostream& out) {
         plan.notes.push_back({NoteCode::NamesOfMany, named});
         return;
     }
-    std::size_t without = 0;
     for (std::size_t i = 0; i < plan.drawing.entityCount(); ++i) {
         if (plan.kinds.of(i) != PlanItem::CoordinatePoint) {
             continue;
@@ -440,12 +437,11 @@ void drawPoints(Plan& plan, std::ostream& out) {
         }
         const PaperPoint at = plan.at(entity.position().x, entity.position().y);
         if (!plan.place(around(at, name), false)) {
-            plan.unnamed.insert(i);
-            ++without;
+            plan.unnamedPoints.insert(i);
         }
     }
-    if (without > 0) {
-        plan.notes.push_back({NoteCode::NoRoomForNames, without});
+    if (!plan.unnamedPoints.empty()) {
+        plan.notes.push_back({NoteCode::NoRoomForNames, plan.unnamedPoints.size()});
     }
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <set>
 #include <sstream>
 
@@ -110,31 +111,45 @@ void takeTitles(Plan& plan, const PlotOptions& options) {
 class SheetNotes {
   public:
     void add(const Plan& plan) {
-        unnamed_.insert(plan.unnamed.begin(), plan.unnamed.end());
-        const auto unnamedOf = [&](bool points) {
-            return static_cast<std::size_t>(std::count_if(
-                unnamed_.begin(), unnamed_.end(), [&](std::size_t i) { return plan.kinds.isPoint(i) == points; }));
-        };
+        points_.insert(plan.unnamedPoints.begin(), plan.unnamedPoints.end());
+        lots_.insert(plan.unnamedLots.begin(), plan.unnamedLots.end());
+        texts_ += plan.withoutRoom;
         for (const Note& note : plan.notes) {
-            const bool counts = note.code == NoteCode::NoRoomForNames || note.code == NoteCode::NoRoomForLotNames ||
-                                note.code == NoteCode::NoRoomAlongAlignments;
-            const auto known = std::find_if(notes_.begin(), notes_.end(), [&](const Note& other) {
-                return counts ? other.code == note.code : other == note;
-            });
-            if (known == notes_.end()) {
+            const bool isCounted = countOf(note.code).has_value();
+            const auto isKnown = [&](const Note& other) { return isCounted ? other.code == note.code : other == note; };
+            if (std::none_of(notes_.begin(), notes_.end(), isKnown)) {
                 notes_.push_back(note);
-            } else if (counts) {
-                known->count = note.code == NoteCode::NoRoomAlongAlignments
-                                   ? known->count + note.count
-                                   : unnamedOf(note.code == NoteCode::NoRoomForNames);
             }
         }
     }
-    const Notes& notes() const { return notes_; }
+    // Of all sheets that were added.
+    Notes notes() const {
+        Notes notes = notes_;
+        for (Note& note : notes) {
+            note.count = countOf(note.code).value_or(note.count);
+        }
+        return notes;
+    }
 
   private:
+    // Over all sheets; nothing for notes that are not counted so.
+    std::optional<std::size_t> countOf(NoteCode code) const {
+        switch (code) {
+        case NoteCode::NoRoomForNames:
+            return points_.size();
+        case NoteCode::NoRoomForLotNames:
+            return lots_.size();
+        case NoteCode::NoRoomAlongAlignments:
+            return texts_;
+        default:
+            return std::nullopt;
+        }
+    }
+
     Notes notes_;
-    std::set<std::size_t> unnamed_; // entities
+    std::set<std::size_t> points_; // entities without their names
+    std::set<std::size_t> lots_;
+    std::size_t texts_ = 0; // of alignments
 };
 
 } // namespace

@@ -286,6 +286,28 @@ TEST_F(PackageOfAnother, OlderDatumsAreTakenAsTheyStandAndTold) {
     }
 }
 
+TEST_F(PackageOfAnother, GeometryThatNamesAnotherReferenceSystemThanItsTableIsTold) {
+    addTable("p", 6677);
+    // The number of the system stands behind four bytes, in the order of bytes that the last of these tells.
+    const auto inSystem = [](std::string blob, const char* srs, bool bigEndian) {
+        blob.replace(std::string("x'475000").size(), 2, bigEndian ? "00" : "01");
+        return blob.replace(std::string("x'47500001").size(), 8, srs);
+    };
+    run("INSERT INTO p VALUES (1, " + inSystem(pointBlob(1, 2), "151a0000", false) + "), (2, " +
+        inSystem(pointBlob(3, 4), "00001a15", true) + "), (3, " + pointBlob(5, 6) + "), (4, " +
+        inSystem(pointBlob(7, 8), "ffffffff", true) + ")");
+    ASSERT_TRUE(read());
+    EXPECT_EQ(notes(), (std::vector<std::string>{"'p': names from the numbers, numbers from the features"}));
+    run("UPDATE p SET geom = " + inSystem(pointBlob(3, 4), "161a0000", false) +
+        " WHERE fid = 2; UPDATE p SET geom = " + inSystem(pointBlob(7, 8), "000010e6", true) + " WHERE fid = 4");
+    ASSERT_TRUE(read());
+    EXPECT_EQ(package_.drawing.entity(1).position(), (MdGePoint3d{3, 4, 0}));
+    EXPECT_EQ(notes(),
+              (std::vector<std::string>{"2 features name another reference system than the table 'p' (first fid 2), "
+                                        "taken as coordinates in the table's",
+                                        "'p': names from the numbers, numbers from the features"}));
+}
+
 TEST_F(PackageOfAnother, EveryZoneOfEveryDatumIsKnownByItsCodeAndNoOther) {
     addTable("p", 6677);
     run("INSERT INTO p VALUES (1, " + pointBlob(1, 2) + ")");

@@ -49,6 +49,16 @@ TEST(StoreNotes, SayWhatWasFoundInBothLanguages) {
          "are to be changed there",
          "レイヤ「lots」と「polylines」で異なる地物が2個あります(最初のfid 7)。「polylines」の内容を使います。"
          "画地の変更は「polylines」で行ってください"},
+        {{StoreNoteCode::OtherSystem, "points", {}, 2, 7},
+         "other-reference-system",
+         "2 features name another reference system than the table 'points' (first fid 7), taken as coordinates in the "
+         "table's",
+         "表「points」の地物2個(最初のfid "
+         "7)の図形は表と異なる座標系を示していますが、表の座標系の座標として読みました"},
+        {{StoreNoteCode::LinesDiffer, "alignments", {}, 2, 7},
+         "lines-differ",
+         "2 alignments have a line (first fid 7) that does not run along the elements: the elements are taken",
+         "線形2本(最初のfid 7)の線が、その線形要素と異なります。線形要素の内容を使います"},
         {{StoreNoteCode::MissingColumn, "points", "Name"},
          "missing-column",
          "the table 'points' has no column 'Name': it is taken as empty, and the drawing cannot be saved "

@@ -1,11 +1,10 @@
 // Reads a drawing out of an open GeoPackage.
 #include "drawing/geopackage/drawing_reader.h"
 
-#include "drawing/geopackage/entity_rows.h"
+#include "drawing/geopackage/derived_layers.h"
 #include "drawing/geopackage/geometry_blob.h"
 #include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/schema.h"
-#include "values/kinds.h"
 
 #include <algorithm>
 #include <cmath>
@@ -131,8 +130,10 @@ Drawing DrawingReader::read(Load load) {
     readImports();
     readAlignments();
     if (load == Load::Everything) {
+        readSystems();
         readEntities();
-        noteDrawnLots();
+        noteLots(connection_, *shape_, notes_);
+        noteLines(connection_, *shape_, drawing_, notes_);
     } else {
         drawing_.entitiesLoaded_ = false;
         Statement extent(connection_, sql::kReadExtent);
@@ -199,17 +200,6 @@ void DrawingReader::readImports() {
     }
 }
 
-// Counts what is left out or read otherwise than it stands, by reason.
-void DrawingReader::note(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid) {
-    for (StoreNote& known : notes_) {
-        if (known.code == code && known.table == table && known.name == name) {
-            ++known.count;
-            return;
-        }
-    }
-    notes_.push_back({code, table, name, 1, fid});
-}
-
 void DrawingReader::readAlignments() {
     const std::string query = "SELECT " +
                               shape_->list("alignments", {"fid", "site_id", "name", "description", "layer",
@@ -228,7 +218,7 @@ void DrawingReader::readAlignments() {
         if (rows.isNumber(5)) {
             alignment.startStation = rows.real(5);
         } else if (shape_->hasColumn("alignments", "start_station")) {
-            note(StoreNoteCode::NoNumber, "alignments", "start_station", id);
+            count(notes_, StoreNoteCode::NoNumber, "alignments", "start_station", id);
         }
         alignment.firstStyle = rows.text(6);
         alignment.secondStyle = rows.text(7);
@@ -244,11 +234,11 @@ void DrawingReader::readAlignments() {
             drawing_.addToExtent(alignment.elements.back());
         }
         if (alignment.elements.empty() && rows.integer(8) != 0) {
-            note(StoreNoteCode::AlignmentElementless, "alignments", {}, id);
+            count(notes_, StoreNoteCode::AlignmentElementless, "alignments", {}, id);
             continue;
         }
         if (!inOrder) {
-            note(StoreNoteCode::ElementsOutOfOrder, "alignments", {}, id);
+            count(notes_, StoreNoteCode::ElementsOutOfOrder, "alignments", {}, id);
         }
         drawing_.alignments_.push_back(std::move(stored));
     }
@@ -266,24 +256,45 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
     return drawing_.layers_.size() - 1;
 }
 
+void DrawingReader::readSystems() {
+    if (!shape_->hasColumn("gpkg_geometry_columns", "table_name") ||
+        !shape_->hasColumn("gpkg_geometry_columns", "srs_id")) {
+        return; // as requirePlane does
+    }
+    Statement rows(connection_, sql::kReadColumnsSrs);
+    while (rows.step()) {
+        if (rows.text(0) == "points" || rows.text(0) == "polylines") {
+            systems_[rows.text(0) == "polylines" ? 1 : 0] = rows.integer(1);
+        }
+    }
+}
+
+// Nothing in a geometry tells whether its numbers are in the system that it names: they are taken in the table's.
+bool DrawingReader::isOtherSystem(std::int32_t srs, bool isPolyline) const {
+    return srs > 0 && srs != systems_[isPolyline ? 1 : 0] && srs != srsOfZone(head_.zone);
+}
+
 void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid, std::uint64_t id) {
     const char* const table = isPolyline ? "polylines" : "points";
     requireSoundIdentifier(isPolyline, fid);
     if (row.isNull(1)) {
         if (!isPolyline) {
-            return note(StoreNoteCode::NoPlace, table, {}, fid);
+            return count(notes_, StoreNoteCode::NoPlace, table, {}, fid);
         }
         vertices_.clear(); // a polyline without vertices
     } else {
         const BlobRead read = readBlob(row.blob(1), vertices_);
         if (read.kind == BlobKind::Malformed) {
-            return note(StoreNoteCode::FeatureDamaged, table, {}, fid);
+            return count(notes_, StoreNoteCode::FeatureDamaged, table, {}, fid);
         }
         if (read.kind == BlobKind::Empty) {
-            return note(StoreNoteCode::NoPlace, table, {}, fid);
+            return count(notes_, StoreNoteCode::NoPlace, table, {}, fid);
         }
         if (read.kind != (isPolyline ? BlobKind::Line : BlobKind::Point)) {
-            return note(StoreNoteCode::OtherGeometry, table, nameOfGeometry(read.type), fid);
+            return count(notes_, StoreNoteCode::OtherGeometry, table, nameOfGeometry(read.type), fid);
+        }
+        if (isOtherSystem(read.srs, isPolyline)) {
+            count(notes_, StoreNoteCode::OtherSystem, table, {}, fid);
         }
     }
     EntityKind kind = EntityKind::Point;
@@ -307,7 +318,7 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid,
         }
         const std::optional<std::int32_t> number = recordNumber(row, 4);
         if (!number && !row.isNull(4)) {
-            note(StoreNoteCode::NoNumber, table, "No", fid);
+            count(notes_, StoreNoteCode::NoNumber, table, "No", fid);
         }
         drawing_.setRow(drawing_.entities_ - 1, *found, number.value_or(0), row.text(5), row.text(6), row.text(7));
     }
@@ -390,66 +401,6 @@ void DrawingReader::requireSoundIdentifiers() {
     }
 }
 
-// Whether the area has the outline of the polyline that stands in the row with its mark for closed ones.
-bool DrawingReader::hasOutline(const Statement& row, std::span<const std::byte> area) {
-    if (readBlob(row.blob(1), vertices_).kind != BlobKind::Line) {
-        return false;
-    }
-    if (row.integer(2) != 0) {
-        vertices_.pop_back();
-    }
-    const BlobParts parts = readParts(area);
-    return parts.rings.size() == 1 && parts.holes == 0 &&
-           std::equal(vertices_.begin(), vertices_.end(), parts.rings[0].begin(), parts.rings[0].end(),
-                      [](const MdGePoint3d& a, const MdGePoint3d& b) { return a.x == b.x && a.y == b.y; });
-}
-
-// Areas are made of closed polylines and lots. One that another program drew by itself stays in the file.
-void DrawingReader::noteDrawnLots() {
-    if (!shape_->hasColumn("lots", "area")) {
-        return; // of the first format, in which areas outlived their polylines
-    }
-    constexpr std::uint32_t kPolygon = 3;
-    Statement rows(connection_, sql::kReadLotsWithoutLine);
-    while (rows.step()) {
-        note(StoreNoteCode::OtherGeometry, "lots", nameOfGeometry(kPolygon), rows.integer(0));
-    }
-    noteDifferingLots();
-}
-
-// An area that another program changed or took away is in the drawing as its polyline is.
-void DrawingReader::noteDifferingLots() {
-    for (const char* column : {"closed", "Type", "import_id"}) {
-        if (!shape_->hasColumn("polylines", column)) {
-            return;
-        }
-    }
-    if (!shape_->hasKeys("polylines")) {
-        return; // rows of one fid do not tell whose the area is
-    }
-    std::string same = "1";
-    for (const char* column : {"No", "Name"}) {
-        if (shape_->hasColumn("lots", column) && shape_->hasColumn("polylines", column)) {
-            same += " AND a.\"" + std::string(column) + "\" IS p.\"" + column + '"';
-        }
-    }
-    Statement lots(connection_,
-                   ("SELECT p.fid, p.geom, p.closed, a.fid, a.geom, " + same +
-                    " FROM polylines AS p LEFT JOIN lots AS a ON a.fid = p.fid"
-                    " WHERE a.fid IS NOT NULL OR (p.import_id IS NOT NULL AND (CAST(p.closed AS INTEGER) != 0 OR"
-                    " p.\"Type\" = ?1)) ORDER BY p.fid")
-                       .c_str());
-    lots.bind(1, std::string_view(typeOf(Kind::Lots)));
-    while (lots.step()) {
-        const bool taken = lots.isNull(3);
-        const bool isArea = !taken || (readBlob(lots.blob(1), vertices_).kind == BlobKind::Line &&
-                                       vertices_.size() >= kLeastRing + (lots.integer(2) != 0 ? 1 : 0));
-        if (isArea && (taken || lots.integer(5) == 0 || !hasOutline(lots, lots.blob(4)))) {
-            note(StoreNoteCode::LotsDiffer, "lots", {}, lots.integer(0));
-        }
-    }
-}
-
 // Without reading them all: those that were added since the last save. In the first format nothing was known of that.
 void DrawingReader::readTakenIdentifiers() {
     const auto from = static_cast<std::int64_t>(head_.format < sql::kFormat ? 0 : head_.lastId);
@@ -464,7 +415,7 @@ void DrawingReader::readTakenIdentifiers() {
 
 void DrawingReader::deferEntity(bool isPolyline, std::int64_t fid) {
     const char* const table = isPolyline ? "polylines" : "points";
-    note(StoreNoteCode::TakenIdentifier, table, {}, fid);
+    count(notes_, StoreNoteCode::TakenIdentifier, table, {}, fid);
     newIdentifiers_.push_back({table, fid, 0});
 }
 

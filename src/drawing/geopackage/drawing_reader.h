@@ -3,8 +3,10 @@
 
 #include "drawing/geopackage/drawing_shape.h"
 #include "drawing/geopackage/geometry_blob.h"
+#include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -50,17 +52,15 @@ class DrawingReader {
     void readImports();
     void readAlignments();
     std::string entityQuery(bool isPolyline, bool one) const;
+    void readSystems();
+    bool isOtherSystem(std::int32_t srs, bool isPolyline) const;
     void readEntities();
     void requireSoundIdentifiers();
-    void noteDrawnLots();
-    void noteDifferingLots();
-    bool hasOutline(const Statement& row, std::span<const std::byte> area);
     void readTakenIdentifiers();
     bool isTaken(std::uint64_t id);
     void deferEntity(bool isPolyline, std::int64_t fid);
     void addDeferred();
     void addEntity(Statement& row, bool isPolyline, std::int64_t fid, std::uint64_t id);
-    void note(StoreNoteCode code, const char* table, const std::string& name, std::int64_t fid);
     std::size_t layerNamed(std::string_view name);
     void finish();
 
@@ -71,6 +71,7 @@ class DrawingReader {
     std::size_t layersInFile_ = 0; // the others are those that features name
     std::size_t tablesInFile_ = 0;
     std::vector<std::uint64_t> otherIds_; // of all but points and polylines, in rising order
+    std::array<std::int64_t, 2> systems_{kUndefinedSrs, kUndefinedSrs}; // of the tables of points and of polylines
     std::vector<StoreNote> notes_;
     std::vector<NewIdentifier> newIdentifiers_;
     std::vector<MdGePoint3d> vertices_;

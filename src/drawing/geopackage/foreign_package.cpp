@@ -54,6 +54,7 @@ struct Table {
     std::string key;
     std::string nameColumn;   // empty: the number is the name
     std::string numberColumn; // empty: the feature's
+    std::int64_t srs = kUndefinedSrs;
 };
 
 // The plane of a package: zone 0 for an undefined one.
@@ -171,6 +172,7 @@ class PackageReader {
                         "表の座標系が1つではありません。先に1つに変換してください(例: ogr2ogr -t_srs)"});
             }
             plane_ = plane;
+            table.srs = rows.integer(2);
             tables.push_back(std::move(table));
         }
         Statement without(connection_, kWithoutGeometry);
@@ -223,7 +225,7 @@ class PackageReader {
         withoutNumber_ = {StoreNoteCode::NoNumber, table.name, table.key, 0, 0, {}};
         Statement rows(connection_, query.c_str());
         while (rows.step()) {
-            readFeature(rows, table.name);
+            readFeature(rows, table);
         }
         if (drawing.entityCount() > before) {
             note({StoreNoteCode::NamesFrom, table.name, table.nameColumn, 0, 0, table.numberColumn});
@@ -236,33 +238,36 @@ class PackageReader {
         }
     }
 
-    void readFeature(Statement& row, const std::string& table) {
+    void readFeature(Statement& row, const Table& table) {
         const std::int64_t fid = row.integer(0);
-        const BlobParts parts = row.isNull(1) ? BlobParts{BlobKind::Empty, 0, {}, {}, 0} : readParts(row.blob(1));
+        const BlobParts parts = row.isNull(1) ? BlobParts{BlobKind::Empty, 0, {}, {}, 0, 0} : readParts(row.blob(1));
         switch (parts.kind) {
         case BlobKind::Empty:
-            return leaveOut(StoreNoteCode::FeatureNoPlace, "without a place", table, fid);
+            return leaveOut(StoreNoteCode::FeatureNoPlace, "without a place", table.name, fid);
         case BlobKind::Malformed:
-            return leaveOut(StoreNoteCode::FeatureDamaged, "damaged geometry", table, fid);
+            return leaveOut(StoreNoteCode::FeatureDamaged, "damaged geometry", table.name, fid);
         case BlobKind::Other:
-            return leaveOut(StoreNoteCode::FeatureGeometry, nameOfGeometry(parts.type), table, fid);
+            return leaveOut(StoreNoteCode::FeatureGeometry, nameOfGeometry(parts.type), table.name, fid);
         case BlobKind::Point:
         case BlobKind::Line:
             break;
         }
         if (parts.holes > 0) {
-            return leaveOut(StoreNoteCode::FeatureWithHoles, "polygons with holes", table, fid);
+            return leaveOut(StoreNoteCode::FeatureWithHoles, "polygons with holes", table.name, fid);
+        }
+        if (parts.srs > 0 && parts.srs != table.srs) {
+            count(package_.notes, StoreNoteCode::OtherSystem, table.name, {}, fid);
         }
         const std::int32_t number = numberOf(row, fid);
         const std::string name = row.text(2).empty() ? std::to_string(number) : std::string(row.text(2));
         Drawing& drawing = package_.drawing;
         for (const MdGePoint3d& point : parts.points) {
             drawing.addPoint(point, layer_);
-            drawing.setRow(drawing.entityCount() - 1, pointTable_, number, name, typeOf(Kind::Points), table);
+            drawing.setRow(drawing.entityCount() - 1, pointTable_, number, name, typeOf(Kind::Points), table.name);
         }
         for (const std::vector<MdGePoint3d>& ring : parts.rings) {
             drawing.addPolyline(ring, layer_, EntityKind::Polyline, true);
-            drawing.setRow(drawing.entityCount() - 1, polylineTable_, number, name, typeOf(Kind::Lots), table);
+            drawing.setRow(drawing.entityCount() - 1, polylineTable_, number, name, typeOf(Kind::Lots), table.name);
         }
     }
 

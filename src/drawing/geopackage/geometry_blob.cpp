@@ -163,7 +163,7 @@ class BlobReader {
 };
 
 // Reads up to the geometry itself. False if the blob does not begin as one.
-bool skipHeader(BlobReader& reader, std::uint8_t& flags) {
+bool readHeader(BlobReader& reader, std::uint8_t& flags, std::int32_t& srs) {
     std::uint8_t magic1 = 0;
     std::uint8_t magic2 = 0;
     std::uint8_t version = 0;
@@ -173,7 +173,8 @@ bool skipHeader(BlobReader& reader, std::uint8_t& flags) {
     }
     constexpr std::size_t kBoxSizes[] = {0, 32, 48, 48, 64};
     const unsigned box = (flags >> 1U) & 7U;
-    return box <= 4 && reader.skip(4 + kBoxSizes[box]);
+    reader.setBigEndian((flags & kLittleEndian) == 0);
+    return box <= 4 && reader.read(srs) && reader.skip(kBoxSizes[box]);
 }
 
 bool readType(BlobReader& reader, std::uint32_t& type) {
@@ -211,14 +212,15 @@ BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& ver
     vertices.clear();
     BlobReader reader(blob);
     std::uint8_t flags = 0;
+    std::int32_t srs = 0;
     std::uint32_t type = 0;
-    if (!skipHeader(reader, flags) || !readType(reader, type)) {
+    if (!readHeader(reader, flags, srs) || !readType(reader, type)) {
         return {};
     }
     const std::uint32_t shape = type % 1000;
     const std::uint32_t dimensions = type / 1000; // 0 xy, 1 z, 2 m, 3 z and m
     if (dimensions > 3 || (shape != kPoint && shape != kLine)) {
-        return {BlobKind::Other, shape};
+        return {BlobKind::Other, shape, srs};
     }
     std::uint32_t count = 1;
     if (shape == kLine && !reader.read(count)) {
@@ -235,9 +237,9 @@ BlobRead readBlob(std::span<const std::byte> blob, std::vector<MdGePoint3d>& ver
         vertices.clear();
     }
     if (vertices.empty()) {
-        return {BlobKind::Empty, shape};
+        return {BlobKind::Empty, shape, srs};
     }
-    return {shape == kPoint ? BlobKind::Point : BlobKind::Line, shape};
+    return {shape == kPoint ? BlobKind::Point : BlobKind::Line, shape, srs};
 }
 
 namespace {
@@ -290,12 +292,14 @@ BlobParts readParts(std::span<const std::byte> blob) {
     constexpr unsigned kExtended = 0x20; // of the header's flags: no well-known binary follows
     BlobReader reader(blob);
     std::uint8_t flags = 0;
+    std::int32_t srs = 0;
     std::uint32_t type = 0;
-    if (!skipHeader(reader, flags)) {
+    if (!readHeader(reader, flags, srs)) {
         return {};
     }
     BlobParts parts;
     parts.kind = BlobKind::Other;
+    parts.srs = srs;
     if ((flags & kExtended) != 0) {
         return parts;
     }

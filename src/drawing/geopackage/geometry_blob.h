@@ -50,6 +50,7 @@ enum class BlobKind {
 struct BlobRead {
     BlobKind kind = BlobKind::Malformed;
     std::uint32_t type = 0; // as well-known binary has it, without the dimensions
+    std::int32_t srs = 0;   // the reference system that the header names
 };
 
 // The vertices of a point or a line string, in two or three dimensions; none of anything else.
@@ -63,6 +64,7 @@ struct BlobParts {
     std::vector<std::vector<MdGePoint3d>>
         rings;             // the outer ring of each polygon, its last vertex is not the first again
     std::size_t holes = 0; // inner rings, which are not among them
+    std::int32_t srs = 0;  // the reference system that the header names
 };
 
 // The parts of a POINT, MULTIPOINT, POLYGON or MULTIPOLYGON; Other for the rest.

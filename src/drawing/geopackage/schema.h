@@ -286,6 +286,7 @@ inline constexpr const char* kReadElements =
     "SELECT element_id, type, start_x, start_y, end_x, end_y, direction, length, start_radius, end_radius, clockwise,"
     " place"
     " FROM alignment_elements WHERE alignment_id = ?1 ORDER BY place";
+inline constexpr const char* kReadAlignmentLines = "SELECT fid, geom FROM alignments ORDER BY fid";
 // Features that another program added since, whose identifiers another object has.
 inline constexpr const char* kReadTakenPoints =
     "SELECT fid FROM points WHERE fid > ?1 AND fid IN (SELECT fid FROM alignments UNION ALL SELECT id FROM layers"

@@ -43,6 +43,17 @@ constexpr std::array<StoreNoteText, static_cast<std::size_t>(kLastStoreNoteCode)
      "{count} {count:feature differs|features differ} between the layers '{table}' and 'polylines' (first fid "
      "{first}): "
      "the polylines are taken, so lots are to be changed there"},
+    {StoreNoteCode::OtherSystem, "other-reference-system",
+     "表「{table}」の地物{count}個(最初のfid "
+     "{first})の図形は表と異なる座標系を示していますが、表の座標系の座標として読みました",
+     "{count} {count:feature names|features name} another reference system than the table '{table}' (first fid "
+     "{first}), "
+     "taken as coordinates in the table's"},
+    {StoreNoteCode::LinesDiffer, "lines-differ",
+     "線形{count}本(最初のfid {first})の線が、その線形要素と異なります。線形要素の内容を使います",
+     "{count} {count:alignment has|alignments have} a line (first fid {first}) that does not run along the elements: "
+     "the "
+     "elements are taken"},
     {StoreNoteCode::TakenIdentifier, "taken-identifier",
      "レイヤ「{table}」の地物{count}個(最初のfid {first})の識別子は他の図形と同じです。"
      "次の保存で新しい識別子が付きます",
@@ -96,6 +107,17 @@ std::string column(const std::string& name, Language language, std::string_view 
 }
 
 } // namespace
+
+void count(std::vector<StoreNote>& notes, StoreNoteCode code, std::string_view table, std::string_view name,
+           std::int64_t fid) {
+    for (StoreNote& known : notes) {
+        if (known.code == code && known.table == table && known.name == name) {
+            ++known.count;
+            return;
+        }
+    }
+    notes.push_back({code, std::string(table), std::string(name), 1, fid});
+}
 
 std::string_view noteName(StoreNoteCode code) {
     return kTexts[static_cast<std::size_t>(code)].name;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace fenmark::drawing {
 
@@ -16,7 +17,9 @@ enum class StoreNoteCode : std::uint8_t {
     AlignmentElementless, // lines in `alignments` without elements, drawn by another program: left out
     ElementsOutOfOrder,   // alignments whose elements are not numbered one by one: another program took or moved some
     NoNumber,             // features of `table` with another value than a number in the column `name`: taken as 0
-    LotsDiffer,      // features of the layer `lots` that another program took, moved or renamed, or their polylines
+    LotsDiffer, // features of the layer `lots` that another program took, moved or renamed, or their polylines
+    OtherSystem, // features of `table` whose geometry names another reference system than the table: taken in the table's
+    LinesDiffer,     // alignments whose line in the layer another program moved, or whose elements
     TakenIdentifier, // features of `table` with the identifier of another object: they get one of their own
     MissingColumn,   // `table` has no column `name`, renamed or removed: it is read as empty, and nothing can be saved
     MissingTable,    // the derived table `table` is not there: it is not written either
@@ -44,6 +47,10 @@ struct StoreNote {
 
     friend bool operator==(const StoreNote&, const StoreNote&) = default;
 };
+
+// Counts a feature that is left out or read otherwise than it stands, by reason.
+void count(std::vector<StoreNote>& notes, StoreNoteCode code, std::string_view table, std::string_view name,
+           std::int64_t fid);
 
 // The code as programs read it: "missing-column".
 [[nodiscard]] std::string_view noteName(StoreNoteCode code);

@@ -309,5 +309,55 @@ TEST(PlanNames, OfTheLegendStandInRows) {
     }
 }
 
+// A sheet of A4 with layers of their own colour, all lines of a title block, and notes.
+TEST(PlanNames, OfTheLegendAndItsNotesEndAboveTheTitle) {
+    for (const std::size_t titles : {0U, 6U, 9U, 12U}) {
+        Drawing drawing;
+        const char* const kinds[] = {"座標", "縦断成果", "横断成果", "他"};
+        for (int i = 0; i < 60; ++i) {
+            addPoint(drawing, {100.0 + 0.01 * i, 100.0, 0.0}, "点の名", kinds[i % 4],
+                     *drawing.findLayer(
+                         drawing.addLayer("とても長い名の層" + std::string(90, 'x') + std::to_string(i % 12))));
+        }
+        std::vector<drawing::Layer> layers = drawing.layers();
+        for (drawing::Layer& layer : layers) {
+            layer.colour = drawing::Colour{0x8e, 0x24, 0xaa};
+        }
+        ASSERT_TRUE(drawing.setLayers(layers));
+        PlotOptions options;
+        options.paper = "A4";
+        options.scale = 1000; // the points lie upon each other
+        for (std::size_t i = 0; i < titles; ++i) {
+            options.titles.emplace_back("業務名", "A");
+        }
+        const Plot plot = plotPlan(drawing, options);
+        ASSERT_FALSE(plot.notes.empty()) << "names without room";
+        pugi::xml_document document;
+        ASSERT_TRUE(document.load_string(plot.pages.at(0).c_str()));
+        const double title = document.select_node("//text[.='平　面　図']").node().attribute("y").as_double();
+        const double line = title - 6.5 - 1.8; // above the heading
+        std::size_t rows = 0;
+        double last = 0.0;
+        std::string text;
+        for (const pugi::xpath_node node : document.select_nodes("//text[@font-size='2.6']")) {
+            const double y = node.node().attribute("y").as_double();
+            EXPECT_LT(y, line) << titles;
+            EXPECT_TRUE(last == 0.0 || y - last > 3.4) << titles;
+            EXPECT_LE(node.node().attribute("x").as_double() + 2.6 * widthInEms(node.node().text().get()), 287.0);
+            last = y;
+            text = node.node().text().get();
+            ++rows;
+        }
+        for (const pugi::xpath_node node : document.select_nodes("//text[@font-size='2']")) {
+            if (node.node().attribute("x").as_double() > 225.0 && node.node().attribute("y").as_double() > last) {
+                EXPECT_LT(node.node().attribute("y").as_double(), line) << titles;
+            }
+        }
+        // Four kinds and eight layers; what has no room is counted.
+        EXPECT_EQ(text.rfind("ほか ", 0) == 0 ? rows - 1 + std::stoul(text.substr(7)) : rows, 12U) << titles;
+        EXPECT_EQ(rows < 12, titles == 12) << rows;
+    }
+}
+
 } // namespace
 } // namespace fenmark::exchange

@@ -7,7 +7,10 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace fenmark::exchange {
 
@@ -128,29 +131,56 @@ double drawNorth(const Plan& plan, std::ostream& out, double y) {
     return y + 24.0;
 }
 
-double drawLegend(const Plan& plan, std::ostream& out, double y) {
+struct LegendRow {
+    std::optional<PlanItem> item; // nothing for the colour of a layer, or without a sample
+    std::string_view colour;
+    std::string text;
+};
+
+std::vector<LegendRow> legendRows(const Plan& plan) {
+    std::vector<LegendRow> rows;
+    for (const PlanItem item : plan.items) {
+        rows.push_back({item, {}, legendText(item)});
+        if (item == PlanItem::Station) {
+            rows.back().text += "（" + fixedReal(plan.stationStep, 0) + " mごと）";
+        }
+    }
+    constexpr std::size_t kMostColours = 8; // of layers, so that the legend leaves room
+    for (const std::size_t layer : plan.colouredLayers) {
+        if (rows.size() == plan.items.size() + kMostColours) {
+            break;
+        }
+        rows.push_back({std::nullopt, plan.layerColours[layer], "画層 " + plan.drawing.layers()[layer].name});
+    }
+    return rows;
+}
+
+// Down to the bottom at most: rows stand closer where they are many, and the last tells how many have no room then.
+double drawLegend(const Plan& plan, std::ostream& out, double y, double bottom) {
+    constexpr double kRow = 5.4; // millimetres
+    constexpr double kLeastRow = 3.5;
     const double x = plan.sheet.panel().x + 5.0;
     text(out, x, y + 1.0, 3.2, "凡例", "start", " font-weight=\"bold\"");
     y += 7.5;
-    for (const PlanItem item : plan.items) {
-        legendSample(out, item, x, y);
-        std::string entry = legendText(item);
-        if (item == PlanItem::Station) {
-            entry += "（" + fixedReal(plan.stationStep, 0) + " mごと）";
-        }
-        text(out, x + 18.0, y, kPanelTextSize, entry);
-        y += 5.4;
+    std::vector<LegendRow> rows = legendRows(plan);
+    const double room = std::max(bottom - y, 0.0);
+    const double step = std::clamp(room / static_cast<double>(std::max<std::size_t>(rows.size(), 1)), kLeastRow, kRow);
+    const auto most = static_cast<std::size_t>(std::max(room / step + 1e-9, 1.0));
+    if (rows.size() > most) {
+        const std::size_t left = rows.size() - most + 1;
+        rows.resize(most - 1);
+        rows.push_back({std::nullopt, {}, "ほか " + std::to_string(left)});
     }
-    constexpr std::size_t kMostColours = 8; // of layers, so that the legend leaves room
-    std::size_t listed = 0;
-    for (const std::size_t layer : plan.colouredLayers) {
-        if (listed++ == kMostColours) {
-            break;
+    for (const LegendRow& row : rows) {
+        if (row.item) {
+            legendSample(out, *row.item, x, y);
+        } else if (!row.colour.empty()) {
+            out << "<path class=\"l straight\" style=\"stroke:" << row.colour << "\" d=\"M" << mm(x) << ' ' << mm(y)
+                << "h14\"/>\n";
         }
-        out << "<path class=\"l straight\" style=\"stroke:" << plan.layerColours[layer] << "\" d=\"M" << mm(x) << ' '
-            << mm(y) << "h14\"/>\n";
-        text(out, x + 18.0, y, kPanelTextSize, "画層 " + plan.drawing.layers()[layer].name);
-        y += 5.4;
+        const double width = plan.sheet.panel().width - 24.0;
+        text(out, x + 18.0, y, kPanelTextSize, cutToEms(row.text, width / kPanelTextSize));
+        y += step;
     }
     return y;
 }
@@ -191,13 +221,13 @@ const char* zoneName(int zone) {
     return zone >= 1 && zone <= 19 ? kNames[zone] : "";
 }
 
-void drawTitle(const Plan& plan, std::ostream& out) {
-    const Rect& panel = plan.sheet.panel();
-    struct Line {
-        std::string name;
-        std::string value;
-    };
-    std::vector<Line> lines;
+struct TitleLine {
+    std::string name;
+    std::string value;
+};
+
+std::vector<TitleLine> titleLines(const Plan& plan) {
+    std::vector<TitleLine> lines;
     for (const std::string& file : sourceFiles(plan)) {
         lines.push_back({lines.empty() ? "資料" : "", file});
     }
@@ -209,13 +239,22 @@ void drawTitle(const Plan& plan, std::ostream& out) {
                                    ? std::string("平面直角座標")
                                    : std::string("平面直角座標 第") + zoneName(plan.drawing.zone()) + "系"});
     lines.push_back({"軸", "X 北、Y 東（m）"});
-    const double top = panel.bottom() - 14.0 - 5.2 * static_cast<double>(lines.size());
+    return lines;
+}
+
+double titleTop(const Plan& plan, const std::vector<TitleLine>& lines) {
+    return plan.sheet.panel().bottom() - 14.0 - 5.2 * static_cast<double>(lines.size());
+}
+
+void drawTitle(const Plan& plan, const std::vector<TitleLine>& lines, std::ostream& out) {
+    const Rect& panel = plan.sheet.panel();
+    const double top = titleTop(plan, lines);
     out << "<path class=\"thin\" d=\"M" << mm(panel.x) << ' ' << mm(top) << 'h' << mm(panel.width) << "\"/>\n";
     // A long heading is set smaller, so that it stays in the panel.
     const double headingSize = std::min(5.0, (panel.width - 6.0) / std::max(1.0, widthInEms(plan.heading)));
     text(out, panel.x + panel.width / 2.0, top + 6.5, headingSize, plan.heading, "middle", " font-weight=\"bold\"");
     double y = top + 14.0;
-    for (const Line& line : lines) {
+    for (const TitleLine& line : lines) {
         const double room = panel.width - 22.0;
         text(out, panel.x + 5.0, y, 2.4, cutToEms(line.name, kMostSqueeze * room / 2.4));
         // Long file names are squeezed into the panel.
@@ -228,30 +267,43 @@ void drawTitle(const Plan& plan, std::ostream& out) {
     }
 }
 
-void drawNotes(const Plan& plan, std::ostream& out, double y) {
-    // Wrapped by characters, as Japanese text is.
+// Wrapped by characters, as Japanese text is.
+void wrapNote(const std::string& note, double ems, std::vector<std::string>& lines) {
+    lines.emplace_back("・");
+    for (std::size_t i = 0; i < note.size();) {
+        std::size_t next = i + 1;
+        while (next < note.size() && (static_cast<unsigned char>(note[next]) & 0xC0) == 0x80) {
+            ++next;
+        }
+        const std::string_view character = std::string_view(note).substr(i, next - i);
+        if (widthInEms(lines.back()) + widthInEms(character) > ems) {
+            lines.emplace_back("　");
+        }
+        lines.back() += character;
+        i = next;
+    }
+}
+
+// Those that have room above the bottom: whoever makes the plan is told all of them.
+void drawNotes(const Plan& plan, std::ostream& out, double y, double bottom) {
     constexpr double kSize = 2.0;
     const double x = plan.sheet.panel().x + 5.0;
-    const double room = (plan.sheet.panel().width - 10.0) / kSize;
-    for (const Note& what : plan.notes) {
-        const std::string note = wording(what, Language::Japanese);
-        std::string line = "・";
-        for (std::size_t i = 0; i < note.size();) {
-            std::size_t next = i + 1;
-            while (next < note.size() && (static_cast<unsigned char>(note[next]) & 0xC0) == 0x80) {
-                ++next;
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < plan.notes.size(); ++i) {
+        const bool isLast = i + 1 == plan.notes.size();
+        lines.clear();
+        wrapNote(wording(plan.notes[i], Language::Japanese), (plan.sheet.panel().width - 10.0) / kSize, lines);
+        if (y + 1.5 * kSize * static_cast<double>(lines.size() + (isLast ? 0 : 1)) > bottom) {
+            if (y + 1.5 * kSize <= bottom) {
+                text(out, x, y, kSize, "・ほか " + std::to_string(plan.notes.size() - i));
             }
-            const std::string_view character = std::string_view(note).substr(i, next - i);
-            if (widthInEms(line) + widthInEms(character) > room) {
-                text(out, x, y, kSize, line);
-                y += 1.5 * kSize;
-                line = "　";
-            }
-            line += character;
-            i = next;
+            return;
         }
-        text(out, x, y, kSize, line);
-        y += 1.8 * kSize;
+        for (const std::string& line : lines) {
+            text(out, x, y, kSize, line);
+            y += 1.5 * kSize;
+        }
+        y += 0.3 * kSize;
     }
 }
 
@@ -401,9 +453,11 @@ void drawPanel(const Plan& plan, std::ostream& out) {
     y = drawScaleBar(plan, out, y + 2.0);
     out << "<path class=\"thin\" d=\"M" << mm(sheet.panel().x) << ' ' << mm(y + 1.5) << 'h' << mm(sheet.panel().width)
         << "\"/>\n";
-    y = drawLegend(plan, out, y + 6.0);
-    drawNotes(plan, out, y + 2.0);
-    drawTitle(plan, out);
+    const std::vector<TitleLine> title = titleLines(plan);
+    const double bottom = titleTop(plan, title);
+    y = drawLegend(plan, out, y + 6.0, bottom);
+    drawNotes(plan, out, y + 2.0, bottom);
+    drawTitle(plan, title, out);
     if (plan.items.empty()) {
         text(out, sheet.map().x + sheet.map().width / 2.0, sheet.map().y + sheet.map().height / 2.0, 5.0,
              "図形がありません", "middle");

@@ -129,6 +129,23 @@ TEST_F(DerivedLayers, ALineThatDoesNotRunAlongItsElementsIsTold) {
     EXPECT_EQ(told(StoreNoteCode::LinesDiffer), wanted) << "a point";
 }
 
+TEST_F(DerivedLayers, ACopyUnderAnotherNameHasThemAnew) {
+    change("UPDATE alignments SET geom = NULL");
+    change("DELETE FROM lots");
+    change("UPDATE polylines SET import_id = 1");
+    EXPECT_NE(told(StoreNoteCode::LinesDiffer), "");
+    EXPECT_NE(told(StoreNoteCode::LotsDiffer), "");
+    Drawing open;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path_, open));
+    const std::string copy = folder_.at("写し.gpkg");
+    ASSERT_TRUE(store.save(copy, open));
+    ASSERT_TRUE(store.open(copy, open));
+    EXPECT_TRUE(store.notes().empty());
+    EXPECT_EQ(OtherProgram(copy).one("SELECT count(*) FROM lots"), "1");
+    EXPECT_EQ(OtherProgram(copy).one("SELECT count(geom) FROM alignments"), "1");
+}
+
 // Curves of a full circle and more, and elements shorter than what is told, do not tell which vertex is whose.
 TEST_F(DerivedLayers, NothingIsSaidOfLinesAsTheyWereDrawn) {
     const std::size_t alignment =

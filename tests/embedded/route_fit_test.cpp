@@ -65,5 +65,22 @@ TEST(RouteFit, ElementsThatAreNoPartOfTheAlignmentHoldNoPoint) {
         fitsInOrder(std::vector{unusable, straightEast(0.0, 10.0)}, std::vector<MdGePoint3d>{{0, 0, 0}}, kTolerance));
 }
 
+TEST(RouteFit, TheEndsLieAsFarOffAsTheFartherOne) {
+    const std::vector<Element> chain{straightEast(0.0, 100.0), quarterLeft(100.0)};
+    const auto off = [&](const MdGePoint3d& first, const MdGePoint3d& last) {
+        return offAtEnds(chain, std::vector<MdGePoint3d>{first, {100, 0, 0}, last});
+    };
+    EXPECT_EQ(off({0, 0, 0}, {200, 100, 9}), 0.0);
+    EXPECT_DOUBLE_EQ(off({3, 4, 0}, {200, 100, 0}), 5.0);
+    EXPECT_DOUBLE_EQ(off({3, 4, 0}, {200, 90, 0}), 10.0) << "past its point, and not off it";
+    EXPECT_EQ(offAtEnds({}, std::vector<MdGePoint3d>{{3, 4, 0}}), 0.0);
+    EXPECT_EQ(offAtEnds(chain, {}), 0.0);
+    Element unusable = straightEast(0.0, 100.0);
+    unusable.length = std::numeric_limits<double>::infinity();
+    const std::vector<MdGePoint3d> ends{{0, 0, 0}, {10, 0, 0}};
+    EXPECT_EQ(offAtEnds(std::vector{unusable, straightEast(0.0, 10.0), unusable}, ends), 0.0);
+    EXPECT_EQ(offAtEnds(std::vector{unusable}, ends), 0.0) << "it has no ends";
+}
+
 } // namespace
 } // namespace fenmark::host::embedded

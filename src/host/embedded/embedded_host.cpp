@@ -160,11 +160,12 @@ void EmbeddedHost::noteRoute(MdDbObjectId id, std::span<const MdGePoint3d> point
     if (elements.empty() || (!clothoids && elements.size() + 1 == points.size())) {
         return;
     }
-    if (fitsInOrder(elements, points, kMisfit)) {
+    Misfit misfit;
+    misfit.distance = offAtEnds(elements, points);
+    if (misfit.distance <= kMisfit && fitsInOrder(elements, points, kMisfit)) {
         return;
     }
     const AlignmentGeometry& geometry = drawing.geometry(*index);
-    Misfit misfit;
     for (const MdGePoint3d& point : points) {
         if (const std::optional<StationOffset> foot = geometry.locate({point.x, point.y})) {
             misfit.distance = std::max(misfit.distance, std::abs(foot->offset));

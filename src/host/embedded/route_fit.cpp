@@ -48,4 +48,13 @@ bool fitsInOrder(std::span<const Element> elements, std::span<const MdGePoint3d>
     return true;
 }
 
+double offAtEnds(std::span<const Element> elements, std::span<const MdGePoint3d> points) {
+    const auto first = std::find_if(elements.begin(), elements.end(), drawing::isUsable);
+    if (first == elements.end() || points.empty()) {
+        return 0.0;
+    }
+    const auto last = std::find_if(elements.rbegin(), elements.rend(), drawing::isUsable);
+    return std::max(distance(points.front(), first->start), distance(points.back(), last->end));
+}
+
 } // namespace fenmark::host::embedded

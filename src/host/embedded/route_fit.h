@@ -13,4 +13,8 @@ namespace fenmark::host::embedded {
 // false, and the alignment itself must be asked.
 bool fitsInOrder(std::span<const drawing::Element> elements, std::span<const MdGePoint3d> points, double tolerance);
 
+// The larger distance (metres, in plan) of the first point from where the alignment begins and of the last from where it
+// ends: a clothoid that is too long leads past its point without lying off it. 0 without elements or points.
+double offAtEnds(std::span<const drawing::Element> elements, std::span<const MdGePoint3d> points);
+
 } // namespace fenmark::host::embedded

@@ -188,6 +188,16 @@ PathState stateOf(const struct ::stat& status) {
     return state;
 }
 
+// In a folder with the sticky bit only the owner of a file, or of the folder, may give its name to another.
+bool mayRename(const struct ::stat& file, const std::string& folder) {
+    struct ::stat status {};
+    if (::stat(folder.c_str(), &status) != 0 || (status.st_mode & S_ISVTX) == 0) {
+        return true;
+    }
+    const uid_t user = ::geteuid();
+    return user == 0 || user == file.st_uid || user == status.st_uid;
+}
+
 } // namespace
 
 PathState lookUp(const std::string& path) {
@@ -289,6 +299,9 @@ std::error_code TemporaryFile::make(const std::string& target, AtLink atLink) {
         if (const std::error_code denied = mayWrite(target_)) {
             return denied;
         }
+    }
+    if (isThere && !mayRename(status, folderOf(target_))) {
+        return systemError(EPERM);
     }
     if (!isThere && atLink == AtLink::Follow && ::lstat(target_.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
         return systemError(ENOENT); // a link that leads to nothing

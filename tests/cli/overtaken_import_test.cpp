@@ -92,5 +92,19 @@ TEST_F(OvertakenImport, IsDoneAnewOnWhatTheOthersLeftUpToFiveTimes) {
     }
 }
 
+TEST_F(OvertakenImport, WhoseLogCannotTakeItsNameStillSaysWhatItRefused) {
+    const std::string drawing = left(0);
+    Watched watched("results have no alignment", [&] { std::filesystem::create_directory(folder.at("a_Input.log")); });
+    std::ostream err(&watched);
+    std::ostringstream out;
+    const int code = run({"import", file(std::string(kPoints) + kLongitudinal + "D00,1,lot,9,\r\nB01,1,,\r\nD99,\r\n"),
+                          "--drawing", drawing},
+                         {out, err, false, nullptr, 0, nullptr, Language::English});
+    EXPECT_EQ(code, kNotDone);
+    EXPECT_TRUE(contains(watched.str(), "a.sim:8: ErrD00-2")) << watched.str();
+    EXPECT_TRUE(contains(watched.str(), "the import is in " + drawing)) << watched.str();
+    EXPECT_EQ(info(drawing)["entities"].size(), 5U) << "two points were there; two and a lot came";
+}
+
 } // namespace
 } // namespace fenmark::cli

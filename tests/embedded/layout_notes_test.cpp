@@ -72,6 +72,8 @@ TEST(LayoutNoteLines, SayWhatWasLaidInBothLanguages) {
          "線形「線」は 0.000 m で途切れています: クロソイドの前に要素がありません"},
         {ofMisfit({"線", 0.025, false}), "misfit", "alignment 線 lies up to 0.025 m off the route's points",
          "線形「線」は路線の点から最大 0.025 m 離れています"},
+        {ofMisfit({"線", 0.025, false, true}), "misfit", "alignment 線 lies 0.025 m or more off the route's points",
+         "線形「線」は路線の点から 0.025 m 以上離れています"},
         {ofMisfit({"線", 0.025, true}), "misfit",
          "alignment 線 lies up to 0.025 m off the route's points, which differ in height; --plan-tangents may mend it",
          "線形「線」は路線の点から最大 0.025 m 離れています。路線の点の標高が異なります。--plan-tangents "

@@ -65,5 +65,62 @@ TEST(RouteFit, ElementsThatAreNoPartOfTheAlignmentHoldNoPoint) {
         fitsInOrder(std::vector{unusable, straightEast(0.0, 10.0)}, std::vector<MdGePoint3d>{{0, 0, 0}}, kTolerance));
 }
 
+TEST(RouteFit, TheEndsLieAsFarOffAsTheFartherOne) {
+    const std::vector<Element> chain{straightEast(0.0, 100.0), quarterLeft(100.0)};
+    const auto off = [&](const MdGePoint3d& first, const MdGePoint3d& last) {
+        return offAtEnds(chain, std::vector<MdGePoint3d>{first, {100, 0, 0}, last});
+    };
+    EXPECT_EQ(off({0, 0, 0}, {200, 100, 9}), 0.0);
+    EXPECT_DOUBLE_EQ(off({3, 4, 0}, {200, 100, 0}), 5.0);
+    EXPECT_DOUBLE_EQ(off({3, 4, 0}, {200, 90, 0}), 10.0) << "past its point, and not off it";
+    EXPECT_EQ(offAtEnds({}, std::vector<MdGePoint3d>{{3, 4, 0}}), 0.0);
+    EXPECT_EQ(offAtEnds(chain, {}), 0.0);
+    Element unusable = straightEast(0.0, 100.0);
+    unusable.length = std::numeric_limits<double>::infinity();
+    const std::vector<MdGePoint3d> ends{{0, 0, 0}, {10, 0, 0}};
+    EXPECT_EQ(offAtEnds(std::vector{unusable, straightEast(0.0, 10.0), unusable}, ends), 0.0);
+    EXPECT_EQ(offAtEnds(std::vector{unusable}, ends), 0.0) << "it has no ends";
+}
+
+TEST(RouteFit, TheFarthestPointIsSoughtAmongThoseFarFromTheirJoints) {
+    // Every joint on a line to the east, every point so far beside its joint, and half as far off the alignment.
+    std::vector<Element> chain;
+    std::vector<MdGePoint3d> points{{0, 0, 0}};
+    for (int i = 1; i <= 3 * static_cast<int>(kMostAsked); ++i) {
+        chain.push_back(straightEast(i - 1, i));
+        points.push_back({static_cast<double>(i), 0, 0});
+    }
+    std::size_t asked = 0;
+    const auto farthest = [&] {
+        asked = 0;
+        return farthestPoint(chain, points, [&](const MdGePoint3d& point) {
+            ++asked;
+            return point.y / 2.0;
+        });
+    };
+    EXPECT_EQ(farthest().distance, 0.0);
+    EXPECT_EQ(asked, 0U);
+    points[700].y = 8.0;
+    points[20].y = 6.0;
+    points[21].y = 3.0;
+    EXPECT_EQ(farthest().distance, 4.0);
+    EXPECT_EQ(asked, 2U) << "the third cannot lie farther off than 3 m";
+    EXPECT_FALSE(farthest().atLeast);
+    points.back().y = 7.0;
+    EXPECT_EQ(farthest().distance, 7.0) << "from the end itself";
+    points.back().y = points[700].y = 0.0;
+
+    for (std::size_t i = 1; i <= kMostAsked + 1; ++i) {
+        points[i].y = 10.0 + 0.001 * static_cast<double>(i);
+    }
+    const double highest = points[kMostAsked + 1].y;
+    EXPECT_EQ(farthest().distance, highest / 2.0);
+    EXPECT_TRUE(farthest().atLeast);
+    EXPECT_EQ(asked, kMostAsked);
+    points[1].y = 0.0;
+    EXPECT_FALSE(farthest().atLeast) << "the last one of them is looked at";
+    EXPECT_EQ(farthestPoint({}, points, {}).distance, 0.0);
+}
+
 } // namespace
 } // namespace fenmark::host::embedded

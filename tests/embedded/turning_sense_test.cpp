@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <memory>
@@ -247,6 +248,23 @@ TEST_F(TurningSense, AnAlignmentOffTheRoutesPointsIsToldOfWithItsLargestDistance
     EXPECT_EQ(noteLines(host_.layoutNotes()).back().text,
               "alignment 路線 lies up to 0.025 m off the route's points, which "
               "differ in height; --plan-tangents may mend it");
+}
+
+TEST_F(TurningSense, AClothoidThatLeadsPastTheLastPointIsToldOf) {
+    const std::vector<Element> chain = layChain({{0, 0}, 0}, {straight(100), clothoid(0, 300, 60)});
+    const MdDbObjectId id = import(routeOf(chain));
+    for (const double past : {0.005, 12.0, -12.0}) { // the last point, along the clothoid; or short of it, straight on
+        PlanPoint last = poseOnElement(chain[1], chain[1].length - std::max(past, 0.0)).point;
+        last.x -= std::min(past, 0.0) * std::cos(chain[1].endDirection());
+        last.y -= std::min(past, 0.0) * std::sin(chain[1].endDirection());
+        host_.clearNotes();
+        host_.noteRoute(id, std::vector<MdGePoint3d>{{0, 0, 0}, {100, 0, 0}, {last.x, last.y, 0}});
+        const std::vector<Misfit> misfits = host_.layoutNotes().misfits;
+        ASSERT_EQ(misfits.size(), std::abs(past) > 1.0 ? 1U : 0U);
+        if (!misfits.empty()) {
+            EXPECT_NEAR(misfits[0].distance, 12.0, 0.01);
+        }
+    }
 }
 
 TEST_F(TurningSense, AStraightOffAPointThatWasMergedAwayIsToldOf) {

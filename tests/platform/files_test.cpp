@@ -1,5 +1,6 @@
 // What stands at a path, and a file that takes its name when it is complete.
 #include "platform/files.h"
+#include "support/ordinary_user.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,8 @@
 #include <ostream>
 #include <set>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 #include <signal.h>
 #include <sys/stat.h>
@@ -95,6 +98,25 @@ TEST_F(Files, RightsOfTheFileBeforeAreKept) {
     ASSERT_FALSE(writeWhole(file("a"), [](std::ostream& out) { out << "new"; }));
     EXPECT_EQ(rights(file("a")), 0640U);
     EXPECT_EQ(test::readFile(file("a")), "new");
+}
+
+TEST_F(Files, TheFileOfSomebodyElseInAStickyFolderIsRefusedBeforehand) {
+    put(file("a"), "theirs");
+    ::chmod(file("a").c_str(), 0666);
+    fs::create_symlink("none", file("link"));
+    const auto made = [&](const char* name, AtLink atLink) {
+        return test::asOrdinaryUser([&] { return !TemporaryFile().make(file(name), atLink); });
+    };
+    for (const mode_t folderRights : {mode_t{0777}, mode_t{01777}}) {
+        const int refused = folderRights == mode_t{01777} && ::geteuid() == 0 ? 1 : 0;
+        ::chmod(folder_.path().c_str(), folderRights);
+        EXPECT_EQ(made("a", AtLink::Follow), refused);
+        EXPECT_EQ(made("a", AtLink::Replace), refused);
+        EXPECT_EQ(made("link", AtLink::Replace), refused) << "the link itself is somebody's";
+        EXPECT_EQ(made("b", AtLink::Replace), 0);
+        EXPECT_FALSE(TemporaryFile().make(file("a"))) << "it is ours";
+    }
+    EXPECT_EQ(names(), (std::set<std::string>{"a", "link"}));
 }
 
 TEST_F(Files, WhatIsThereCanBeRefusedAtTheLastMoment) {

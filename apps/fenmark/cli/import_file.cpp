@@ -233,6 +233,7 @@ FileResult importFile(EmbeddedHost& host, const ImportArguments& given, const st
     if (run.outcome) {
         if (const Outcome placed = log.putInPlace(); !placed) {
             const bool removed = isNew && !platform::removeFile(drawingPath);
+            telling.errors(run.reader);
             throw Stop(kNotDone, said(language, removed ? Text::NoDrawingMade : Text::ImportIsIn,
                                       {{"message", placed.in(language)}, {"drawing", drawingPath}}));
         }

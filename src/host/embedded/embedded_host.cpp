@@ -160,19 +160,20 @@ void EmbeddedHost::noteRoute(MdDbObjectId id, std::span<const MdGePoint3d> point
     if (elements.empty() || (!clothoids && elements.size() + 1 == points.size())) {
         return;
     }
-    if (fitsInOrder(elements, points, kMisfit)) {
+    if (offAtEnds(elements, points) <= kMisfit && fitsInOrder(elements, points, kMisfit)) {
         return;
     }
-    const AlignmentGeometry& geometry = drawing.geometry(*index);
+    const auto distanceFrom = [&](const MdGePoint3d& point) {
+        const std::optional<StationOffset> foot = drawing.geometry(*index).locate({point.x, point.y});
+        return foot ? std::abs(foot->offset) : 0.0;
+    };
+    const FarthestPoint farthest = farthestPoint(elements, points, distanceFrom);
+    if (!(farthest.distance > kMisfit)) {
+        return;
+    }
     Misfit misfit;
-    for (const MdGePoint3d& point : points) {
-        if (const std::optional<StationOffset> foot = geometry.locate({point.x, point.y})) {
-            misfit.distance = std::max(misfit.distance, std::abs(foot->offset));
-        }
-    }
-    if (!(misfit.distance > kMisfit)) {
-        return;
-    }
+    misfit.distance = farthest.distance;
+    misfit.atLeast = farthest.atLeast;
     const bool continuing =
         std::any_of(elements.begin(), elements.end(), [](const Element& element) { return element.continuing; });
     misfit.heightsDiffer = continuing && !planTangents_ &&

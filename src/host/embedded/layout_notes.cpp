@@ -223,8 +223,11 @@ std::vector<NoteLine> noteLines(const LayoutNotes& notes, Language language, con
     for (const Misfit& misfit : notes.misfits) {
         const std::string distance = metres(misfit.distance);
         std::string text =
-            words("線形「" + misfit.alignment + "」は路線の点から最大 " + distance + " m 離れています",
-                  "alignment " + misfit.alignment + " lies up to " + distance + " m off the route's points");
+            misfit.atLeast
+                ? words("線形「" + misfit.alignment + "」は路線の点から " + distance + " m 以上離れています",
+                        "alignment " + misfit.alignment + " lies " + distance + " m or more off the route's points")
+                : words("線形「" + misfit.alignment + "」は路線の点から最大 " + distance + " m 離れています",
+                        "alignment " + misfit.alignment + " lies up to " + distance + " m off the route's points");
         if (misfit.heightsDiffer) {
             text +=
                 words("。路線の点の標高が異なります", ", which differ in height") + words.remedy(Remedy::PlanTangents);

@@ -45,6 +45,7 @@ struct Misfit {
     std::string alignment;
     double distance = 0.0;      // of the farthest point, metres
     bool heightsDiffer = false; // the route's points differ in height, so that clothoids had no PI
+    bool atLeast = false;       // not every point was looked at
 };
 inline constexpr double kMisfit = 0.010; // metres; less is not reported
 

@@ -88,10 +88,22 @@ bool importsRoutes(const FilePass& file, std::int32_t routeType) {
     return routeType >= 1 && routeType <= 7 && file.imports(static_cast<ImportKind>(3 + routeType));
 }
 
-// An element becomes a curve once.
-void doubtSecondCurve(FilePass& file, const EntityData& element) {
+// An element whose curve never comes into the drawing.
+void doubtCurve(FilePass& file, const EntityData& element) {
     if (element.type != "S" && importsRoutes(file, file.reader().routeType)) {
         file.doubt(Doubt::CurveUnused);
+    }
+}
+
+// Of the element that the last point closed: one that ends where it begins is no part of an alignment.
+void doubtCurveWithoutChord(FilePass& file) {
+    const Array<EntityData>& entities = file.reader().entities;
+    if (entities.size() < 2) {
+        return;
+    }
+    const EntityData& closed = entities[entities.size() - 2];
+    if (closed.type != "S" && closed.startPoint() == closed.endPoint()) {
+        doubtCurve(file, closed);
     }
 }
 
@@ -104,7 +116,7 @@ void setArc(FilePass& file) {
     }
     const std::string_view radius = file.fields()[2];
     EntityData& last = entities.back();
-    doubtSecondCurve(file, last);
+    doubtCurve(file, last); // an element becomes a curve once
     last.type = "R";
     last.editCurve().radius = radius;
     last.direction = toReal(radius) >= 0.0 ? "R" : "L";
@@ -122,7 +134,7 @@ void setClothoid(FilePass& file) {
         return std::string(trim(text));
     };
     EntityData& last = entities.back();
-    doubtSecondCurve(file, last);
+    doubtCurve(file, last); // an element becomes a curve once
     last.type = "A";
     CurveData& curve = last.editCurve();
     curve.parameterA = cleaned(1);
@@ -189,6 +201,8 @@ std::int32_t readRouteSection(FilePass& file) {
                 reportMissingPoint(log, record);
                 file.updateErrorCount();
                 failed = true;
+            } else {
+                doubtCurveWithoutChord(file);
             }
             expectElements(reader, bytesAtStart - file.remainingBytes(), file.remainingBytes());
             break;
@@ -242,7 +256,7 @@ host::MdDbObjectId createRoute(FilePass& file, const SimaAlignment& route) {
         file.doubt(Doubt::RouteWithoutLine);
     }
     if (!route.entities.empty()) {
-        doubtSecondCurve(file, route.entities.back()); // no point follows it
+        doubtCurve(file, route.entities.back()); // no point follows it
     }
     if (!isPolylineType(route.routeType)) {
         return file.sink()->createRouteAlignment(reader, route);

@@ -36,8 +36,9 @@ constexpr std::array<DoubtText, kDoubts> kDoubtTexts = {{
      "点が2点に満たない路線は線になりません。要素のない線形、原点の1点となるか、何も作成しません",
      "a route of fewer than two points, which gives no line: an alignment without elements, a vertex at 0, 0, or "
      "nothing"},
-    {Doubt::CurveUnused, "curve-unused", "次の点の前に別の曲線がある、または次の点がない曲線は使いません",
-     "a curve that another one replaces, or that no point follows; it is not used"},
+    {Doubt::CurveUnused, "curve-unused",
+     "次の点の前に別の曲線がある、次の点がない、または始点と終点が同じ曲線は使いません",
+     "a curve that another one replaces, that no point follows, or that ends where it begins; it is not used"},
     {Doubt::RouteNumberAgain, "route-number-again",
      "成果の路線番号を持つ路線が複数あり、成果の路線名と異なる最初の路線の成果としました",
      "results of a number that several routes have, taken for those of the first one, which has another name"},

@@ -161,10 +161,9 @@ bool MainWindow::saveTo(const QString& chosen) {
     if (!mayReplace(path)) {
         return false;
     }
-    const bool toNewFile = path.toStdString() != session_.path() || !QFileInfo::exists(path);
-    Outcome result = session_.save(path.toStdString());
+    const Outcome result = session_.save(path.toStdString(), workbench_->textChanges());
     if (result) {
-        result = workbench_->saveTexts(path.toStdString(), toNewFile);
+        workbench_->noteSaved();
     }
     updateTitle();
     if (!result) {

@@ -313,6 +313,20 @@ TEST_F(Saving, DrawingAndTitleBlockAreWrittenTogetherOrNotAtAll) {
     }
 }
 
+TEST_F(Saving, AFileThatCannotBeOpenedLeavesTheTitleBlockOfTheOpenDrawing) {
+    const QString path = saved("a.gpkg");
+    setAuthor(QStringLiteral("測量士"));
+    ASSERT_TRUE(window->saveDrawing());
+    const drawing::DrawingTexts texts = window->workbench().texts();
+    ASSERT_TRUE(QFile::remove(path));
+    Answers answers;
+    answers.ok();
+    EXPECT_FALSE(window->openFile(folder.write(QStringLiteral("bad.gpkg"), "no drawing")));
+    EXPECT_EQ(window->workbench().texts(), texts);
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_EQ(drawing::readTexts(path.toStdString()), texts);
+}
+
 TEST_F(Saving, ALinkStaysALink) {
     const QString path = saved("a.gpkg");
     const auto [link, hard] = linksTo(path);

@@ -123,7 +123,7 @@ bool MainWindow::openDrawing(const QString& path) {
 Outcome MainWindow::showDrawing(const std::string& path) {
     releaseDrawing();
     Outcome result = session_.open(path);
-    drawingReplaced();
+    result ? drawingReplaced() : drawingStays();
     return result;
 }
 
@@ -288,7 +288,7 @@ void MainWindow::offerRecovery() {
         }
         releaseDrawing();
         const Outcome result = session_.openCopy(left.path.toStdString());
-        drawingReplaced();
+        result ? drawingReplaced() : drawingStays();
         if (!result) {
             tell(QString::fromStdString(result.in(texts_.language())));
             continue;

@@ -327,6 +327,16 @@ TEST_F(Saving, AFileThatCannotBeOpenedLeavesTheTitleBlockOfTheOpenDrawing) {
     EXPECT_EQ(drawing::readTexts(path.toStdString()), texts);
 }
 
+TEST_F(Saving, ADrawingWhoseFileIsFoundToBeAnotherIsUnsaved) {
+    const QString path = saved("a.gpkg");
+    ASSERT_FALSE(window->isWindowModified());
+    folder.write(QStringLiteral("a.gpkg"), "somebody's");
+    EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
+    Answers answers;
+    answers.click(QStringLiteral("cancel"));
+    EXPECT_FALSE(window->close()) << "it is nowhere else";
+}
+
 TEST_F(Saving, ALinkStaysALink) {
     const QString path = saved("a.gpkg");
     const auto [link, hard] = linksTo(path);

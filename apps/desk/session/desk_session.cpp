@@ -134,6 +134,8 @@ Outcome DeskSession::save(const std::string& path, const drawing::TextChanges& t
     Outcome result = host_.currentDocument()->store().save(path, drawing(), {}, texts);
     if (result) {
         savedSerial_ = serialNow();
+    } else if (path == this->path()) {
+        savedSerial_ = kNeverSaved; // whatever the file holds, it may be something else
     }
     return result;
 }

@@ -8,6 +8,7 @@
 #include "exchange/output_file.h"
 #include "platform/files.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -392,8 +393,12 @@ void MainWindow::dropEvent(QDropEvent* event) {
     QTimer::singleShot(0, this, [this, paths] { guarded([this, paths] { openDropped(paths); }); });
 }
 
-// A drawing opens first, and SIMA files go into it one by one.
+// A drawing opens first, and SIMA files go into it one by one. A dialog that came in between counts on the drawing that
+// it was opened for.
 void MainWindow::openDropped(const QStringList& paths) {
+    if (QApplication::activeModalWidget() != nullptr) {
+        return;
+    }
     activateWindow();
     for (const QString& path : paths) {
         if (endsIn(path, ".gpkg") && !openFile(path)) {

@@ -18,6 +18,10 @@ namespace fenmark::platform {
 // of the program.
 void prepareProcess();
 
+// For programs that have work to lose: what is written to a stream that its reader has closed then gives an error, not
+// the end of the program.
+void outliveClosedStreams();
+
 // Whether work can run beside the program. A browser that runs the program in one worker has no threads, and there
 // std::async with a thread of its own never returns: the standard library waits for a thread that did not begin.
 [[nodiscard]] bool hasThreads() noexcept;

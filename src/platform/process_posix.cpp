@@ -33,6 +33,10 @@ void prepareProcess() {
 #endif
 }
 
+void outliveClosedStreams() {
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
 bool hasThreads() noexcept {
 #ifdef __EMSCRIPTEN__
     return false;

@@ -163,6 +163,8 @@ void prepareProcess() {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 }
 
+void outliveClosedStreams() {}
+
 bool hasThreads() noexcept {
     return true;
 }

@@ -70,6 +70,42 @@ TEST_F(AbsurdDrawing, IsDrawnFromAllOfItToASurvey) {
     view.grab();
 }
 
+// Their places would be counted in cells of the view, and there is no number for those.
+TEST(LinesToNowhere, LeaveNoPlaceInThePicture) {
+    ViewTransform survey;
+    survey.setSize(QSizeF(800.0, 600.0));
+    drawing::Extent box;
+    box.add(0.0, 0.0);
+    box.add(100.0, 100.0);
+    survey.fit(box);
+    const QRectF clip = clipOf(survey);
+    for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                               -std::numeric_limits<double>::infinity()}) {
+        drawing::Element curve;
+        curve.start = {0.0, 0.0};
+        curve.end = {value, 50.0};
+        curve.type = drawing::ElementType::Arc;
+        curve.startRadius = curve.endRadius = 80.0;
+        curve.length = 60.0;
+        drawing::Element line = curve;
+        line.type = drawing::ElementType::Straight;
+        CurveBudget budget;
+        std::vector<QPolygonF> parts = elementPixels(curve, survey, clip, budget);
+        EXPECT_FALSE(parts.empty()) << "the rest of the curve";
+        for (const QPolygonF& part : elementPixels(line, survey, clip, budget)) {
+            parts.push_back(part);
+        }
+        for (const QPolygonF& part : clippedLine({{10.0, 10.0}, {20.0, value}, {30.0, 10.0}}, true, clip)) {
+            parts.push_back(part);
+        }
+        for (const QPolygonF& part : parts) {
+            for (const QPointF& place : part) {
+                EXPECT_TRUE(std::isfinite(place.x()) && std::isfinite(place.y())) << value;
+            }
+        }
+    }
+}
+
 TEST_F(AbsurdDrawing, ElementsAreDrawnWithFewPoints) {
     ViewTransform survey;
     survey.setSize(QSizeF(800.0, 600.0));

@@ -6,6 +6,12 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <functional>
+#include <utility>
+
 namespace fenmark::desk::test {
 namespace {
 
@@ -92,6 +98,37 @@ TEST(DeskProcess, APictureReplacesNoDrawingAndTellsAFullDisk) {
         EXPECT_TRUE(ended.err.contains(target)) << ended.err.toStdString();
         EXPECT_EQ(content(), before) << target.toStdString();
     }
+}
+
+// The toolkit warns on standard error, and a limit on the size of files meets each file that is written.
+TEST(DeskProcess, OutlivesAClosedStreamAndALimitOnFiles) {
+    const Folder folder;
+    const QString drawing = folder.path(QStringLiteral("a.gpkg"));
+    savedDrawing(drawing);
+    const QString picture = folder.path(QStringLiteral("a.png"));
+    const auto codeOf = [&](std::function<void()> inTheProcess) {
+        QProcess process;
+        process.setChildProcessModifier(std::move(inTheProcess));
+        process.start(QStringLiteral(FENMARK_DESK_PROGRAM), {QStringLiteral("--screenshot"), picture, drawing});
+        EXPECT_TRUE(process.waitForFinished(kPatience));
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    };
+    EXPECT_EQ(codeOf([] {
+                  int ends[2] = {-1, -1};
+                  if (::pipe(ends) == 0) {
+                      ::dup2(ends[1], STDERR_FILENO);
+                      ::close(ends[0]);
+                      ::close(ends[1]);
+                  }
+              }),
+              0);
+    EXPECT_TRUE(QFile::remove(picture));
+    EXPECT_EQ(codeOf([] {
+                  const rlimit limit{1000, 1000};
+                  ::setrlimit(RLIMIT_FSIZE, &limit);
+              }),
+              1);
+    EXPECT_FALSE(QFile::exists(picture));
 }
 
 TEST(DeskProcess, TellsItsUsageAndVersionWithoutADisplay) {

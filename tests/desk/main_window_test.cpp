@@ -1,4 +1,5 @@
 // The main window in use: import, undo, keeping, selection, panels, by simulated mouse and keys.
+#include "desk/window/workbench.h"
 #include "desk_test_support.h"
 #include "exchange/formats.h"
 #include "support/pointer.h"
@@ -418,6 +419,30 @@ TEST_F(DeskWindow, ADrawingThatIsDroppedOpens) {
     QApplication::sendEvent(window.get(), &drop);
     EXPECT_TRUE(QTest::qWaitFor([&] { return drawing().alignmentCount() == 3; }, kPatience))
         << window->command().said().toStdString();
+}
+
+// Keys that were pressed right behind the drop open their dialog before what was dropped is looked at.
+TEST_F(DeskWindow, ADialogKeepsTheDrawingThatItWasOpenedFor) {
+    import(folder.example(QStringLiteral("road.sim")));
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    ASSERT_TRUE(window->session().save(path.toStdString()));
+    window->newDrawing();
+    QMimeData mime;
+    mime.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({100, 100}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &drop);
+    ASSERT_TRUE(drop.isAccepted());
+    Answers answers;
+    answers.then([&](QWidget& dialog) {
+        QApplication::processEvents();
+        EXPECT_EQ(window->session().path(), "");
+        dialog.close();
+    });
+    window->workbench().showPaper(PaperKind::Plan);
+    QApplication::processEvents();
+    EXPECT_EQ(window->session().path(), "") << "what was dropped is not kept for later";
 }
 
 TEST_F(DeskWindow, ADamagedDrawingIsRefusedAndTheOpenOneStays) {

@@ -254,6 +254,46 @@ TEST_F(Paper, AFieldThatHoldsNoNumberIsToldAndMakesNoPages) {
     });
 }
 
+TEST_F(Paper, AButtonPressedByItsKeyTakesWhatStandsInTheLines) {
+    import(folder.example(QStringLiteral("road.sim")));
+    withDialog(PaperKind::Stakes, [&](PaperDialog& dialog) {
+        bool asked = false;
+        dialog.askPath = [&](QWidget*, const QString&, const QString&, const QString&) {
+            asked = true;
+            EXPECT_TRUE(holds(dialog.plot(), "typed"));
+            return QString();
+        };
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        auto* author = dialog.findChild<QLineEdit*>(QStringLiteral("title/author"));
+        author->setFocus();
+        QTest::keyClicks(author, QStringLiteral("typed"));
+        QTest::keyClick(author, Qt::Key_S, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return asked; }, kPatience));
+        auto* offsets = dialog.findChild<QLineEdit*>(QStringLiteral("offsets"));
+        offsets->setFocus();
+        QTest::keyClicks(offsets, QStringLiteral("m"));
+        asked = false;
+        EXPECT_FALSE(dialog.savePdf());
+        EXPECT_FALSE(dialog.print());
+        EXPECT_FALSE(asked) << "there are no pages for an offset of 0m";
+        dialog.hide();
+    });
+}
+
+TEST_F(Paper, TheDialogGoesWithTheProgramAndTheFocusInALine) {
+    withDialog(PaperKind::Plan, [&](PaperDialog& dialog) {
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        auto* author = dialog.findChild<QLineEdit*>(QStringLiteral("title/author"));
+        author->setFocus();
+        ASSERT_TRUE(author->hasFocus());
+        QTest::keyClicks(author, QStringLiteral("typed"));
+        window->closeAtOnce(); // as a signal does, and the dialog goes as it stands
+    });
+    EXPECT_TRUE(window->workbench().texts().empty()) << "nobody has taken it";
+}
+
 TEST_F(Paper, APdfWhoseExtensionIsAddedReplacesNoFileUnasked) {
     import(folder.example(QStringLiteral("road.sim")));
     const QString there = folder.write(QStringLiteral("there.pdf"), "somebody's");

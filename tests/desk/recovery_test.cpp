@@ -190,6 +190,22 @@ TEST_F(Recovering, ACopyHoldsTheTitleBlock) {
     EXPECT_EQ(drawing::readTexts(path.toStdString()).at("title/author"), "測量士");
 }
 
+TEST_F(Recovering, AFolderThatCannotBeUsedIsToldAndTriedAgain) {
+    const QString inTheWay = folder.write(QStringLiteral("recovery"), "a file");
+    startKeeping();
+    EXPECT_TRUE(said(inTheWay)) << window->command().said().toStdString();
+    window->session().addLayer("unsaved");
+    EXPECT_FALSE(window->recovery().keepNow());
+    EXPECT_EQ(window->command().said().count(inTheWay), 1);
+    ASSERT_TRUE(QFile::remove(inTheWay));
+    EXPECT_TRUE(window->recovery().keepNow());
+    EXPECT_EQ(copies().size(), 1);
+    ASSERT_TRUE(QFile::remove(place() + QLatin1Char('/') + copies().first()));
+    EXPECT_TRUE(window->recovery().keepNow());
+    EXPECT_EQ(copies().size(), 1) << "somebody cleared the folder";
+    window->recovery().forget();
+}
+
 TEST_F(Recovering, ATerminationKeepsWhatChangedBesideTheDrawing) {
     startKeeping();
     const QString path = folder.path(QStringLiteral("a.gpkg"));

@@ -6,6 +6,8 @@
 #include "drawing/geopackage/drawing_store.h"
 #include "drawing/geopackage/drawing_texts.h"
 
+#include <QLineEdit>
+
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -38,6 +40,15 @@ struct Saving : DeskWindow {
     void addLayer(const char* name) {
         window->questions().name = [name](QWidget*, const QString&, const QString&) { return QLatin1String(name); };
         window->addLayer();
+    }
+    void setAuthor(const QString& author) {
+        window->workbench().beforePaper = [&](PaperDialog& dialog) {
+            auto* line = dialog.findChild<QLineEdit*>(QStringLiteral("title/author"));
+            line->setText(author);
+            emit line->editingFinished();
+            return false;
+        };
+        window->workbench().showPaper(PaperKind::Plan);
     }
     static void addLayerByAnotherProgram(const QString& path, const char* name) {
         drawing::Drawing other;
@@ -279,19 +290,51 @@ TEST_F(Saving, AFullDiskIsToldAndTheNextSaveIsWhole) {
     EXPECT_EQ(drawing().entityCount(), entities);
 }
 
-TEST_F(Saving, TheTitleBlockIsWrittenByTheNextSaveWhereTheDiskHadNoRoomForIt) {
+TEST_F(Saving, DrawingAndTitleBlockAreWrittenTogetherOrNotAtAll) {
     const QString path = saved("a.gpkg");
-    const drawing::DrawingTexts texts{{"title/author", std::string(200'000, 'x')}};
-    ASSERT_TRUE(drawing::writeTexts(path.toStdString(), texts));
-    ASSERT_TRUE(window->openFile(path));
+    const QByteArray before = content(path);
+    const drawing::DrawingTexts texts{{"title/author", std::string(30'000, 'x')}};
+    setAuthor(QString::fromStdString(texts.at("title/author")));
+    addLayer("L");
     const QString elsewhere = folder.path(QStringLiteral("b.gpkg"));
-    answer(elsewhere);
     {
-        const FullDisk full(static_cast<rlim_t>(content(path).size()) - 100'000);
+        const FullDisk full(static_cast<rlim_t>(before.size()) + 20'000); // room for the drawing alone
+        EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
+        EXPECT_EQ(content(path), before);
+        answer(elsewhere);
         EXPECT_TRUE(refusal(&MainWindow::saveDrawingAs).contains(elsewhere));
+        EXPECT_FALSE(QFile::exists(elsewhere));
     }
     ASSERT_TRUE(window->saveDrawing());
-    EXPECT_EQ(drawing::readTexts(elsewhere.toStdString()), texts);
+    ASSERT_TRUE(window->saveDrawingAs());
+    for (const QString& file : {path, elsewhere}) {
+        EXPECT_EQ(drawing::readTexts(file.toStdString()), texts);
+        EXPECT_TRUE(holdsLayer(file, "L"));
+    }
+}
+
+TEST_F(Saving, AFileThatCannotBeOpenedLeavesTheTitleBlockOfTheOpenDrawing) {
+    const QString path = saved("a.gpkg");
+    setAuthor(QStringLiteral("測量士"));
+    ASSERT_TRUE(window->saveDrawing());
+    const drawing::DrawingTexts texts = window->workbench().texts();
+    ASSERT_TRUE(QFile::remove(path));
+    Answers answers;
+    answers.ok();
+    EXPECT_FALSE(window->openFile(folder.write(QStringLiteral("bad.gpkg"), "no drawing")));
+    EXPECT_EQ(window->workbench().texts(), texts);
+    ASSERT_TRUE(window->saveDrawing());
+    EXPECT_EQ(drawing::readTexts(path.toStdString()), texts);
+}
+
+TEST_F(Saving, ADrawingWhoseFileIsFoundToBeAnotherIsUnsaved) {
+    const QString path = saved("a.gpkg");
+    ASSERT_FALSE(window->isWindowModified());
+    folder.write(QStringLiteral("a.gpkg"), "somebody's");
+    EXPECT_TRUE(refusal(&MainWindow::saveDrawing).contains(path));
+    Answers answers;
+    answers.click(QStringLiteral("cancel"));
+    EXPECT_FALSE(window->close()) << "it is nowhere else";
 }
 
 TEST_F(Saving, ALinkStaysALink) {

@@ -96,14 +96,14 @@ TEST_F(DrawingTextsTest, AFailureLeavesTheTextsBefore) {
 
 TEST_F(DrawingTextsTest, AChangeLeavesWhatAnotherProgramWroteMeanwhile) {
     const DrawingTexts before = {{"changed", "a"}, {"gone", "b"}, {"kept", "c"}};
-    ASSERT_TRUE(changeTexts(path, {}, before));
+    ASSERT_TRUE(changeTexts(path, {{}, before}));
     EXPECT_EQ(readTexts(path), before);
     ASSERT_TRUE(writeTexts(path, {{"changed", "a"}, {"gone", "b"}, {"kept", "theirs"}, {"new of theirs", "d"}}));
     const DrawingTexts wanted = {{"changed", "ours"}, {"kept", "c"}, {"new", "e"}};
-    ASSERT_TRUE(changeTexts(path, before, wanted));
+    ASSERT_TRUE(changeTexts(path, {before, wanted}));
     EXPECT_EQ(readTexts(path),
               (DrawingTexts{{"changed", "ours"}, {"kept", "theirs"}, {"new", "e"}, {"new of theirs", "d"}}));
-    EXPECT_FALSE(changeTexts(folder.at("none.gpkg"), before, wanted));
+    EXPECT_FALSE(changeTexts(folder.at("none.gpkg"), {before, wanted}));
 }
 
 TEST_F(DrawingTextsTest, ATextThatBothChangedIsLeftToTheOther) {
@@ -120,12 +120,23 @@ TEST_F(DrawingTextsTest, ATextThatBothChangedIsLeftToTheOther) {
                  {madeByBoth, {{"a", "1"}, {"b", "3"}, {"c", "ours"}}}};
     for (const auto& [theirs, wanted] : cases) {
         ASSERT_TRUE(writeTexts(path, theirs));
-        const Outcome result = changeTexts(path, before, wanted);
+        const Outcome result = changeTexts(path, {before, wanted});
         EXPECT_EQ(result.failure, Failure::ChangedOutside) << result.message.english;
         EXPECT_EQ(readTexts(path), theirs);
     }
+    // A save of the drawing brings all or nothing.
+    Drawing drawing;
+    DrawingStore store;
+    ASSERT_TRUE(store.open(path, drawing));
+    drawing.addLayer("L");
+    EXPECT_EQ(store.save(path, drawing, {}, {before, {{"a", "1"}, {"b", "3"}, {"c", "ours"}}}).failure,
+              Failure::ChangedOutside);
+    EXPECT_EQ(readTexts(path), madeByBoth);
+    Drawing asItIs;
+    ASSERT_TRUE(DrawingStore().open(path, asItIs));
+    EXPECT_FALSE(asItIs.findLayer("L"));
     ASSERT_TRUE(writeTexts(path, goneThere));
-    EXPECT_TRUE(changeTexts(path, before, {{"b", "3"}})) << "both took it away";
+    EXPECT_TRUE(changeTexts(path, {before, {{"b", "3"}}})) << "both took it away";
     EXPECT_EQ(readTexts(path), (DrawingTexts{{"b", "3"}}));
 }
 

@@ -98,6 +98,13 @@ PaperDialog::PaperDialog(const drawing::Drawing& drawing, drawing::DrawingTexts&
     refresh();
 }
 
+// Where the program is ended, the dialog goes as it stands, and its lines still lose the focus on the way.
+PaperDialog::~PaperDialog() {
+    for (QLineEdit* line : findChildren<QLineEdit*>()) {
+        line->disconnect(this);
+    }
+}
+
 void PaperDialog::makeForm(QFormLayout& form, const PaperStart& start) {
     const auto combo = [&](WorkText name, const char* objectName) {
         auto* box = new QComboBox(this);
@@ -293,6 +300,13 @@ void PaperDialog::refresh() {
     showPage(std::min(page_, static_cast<int>(plot_.pages.size()) - 1));
 }
 
+// A button that is pressed by its key leaves the focus in the line that is being written.
+void PaperDialog::takeTyped() {
+    if (qobject_cast<QLineEdit*>(focusWidget()) != nullptr) {
+        refresh();
+    }
+}
+
 void PaperDialog::showPage(int page) {
     const int count = static_cast<int>(plot_.pages.size());
     page_ = std::clamp(page, 0, std::max(0, count - 1));
@@ -340,6 +354,10 @@ void PaperDialog::drawPreview() {
 }
 
 bool PaperDialog::savePdf() {
+    takeTyped();
+    if (plot_.pages.empty()) {
+        return false;
+    }
     const QString file = askTarget(
         [this](const QString& proposal) {
             return askPath(this, withoutMnemonic(text(WorkText::PaperSavePdf)), proposal,
@@ -372,6 +390,10 @@ bool PaperDialog::savePdfAs(const QString& file) {
 }
 
 bool PaperDialog::print() {
+    takeTyped();
+    if (plot_.pages.empty()) {
+        return false;
+    }
     QPrinter printer(QPrinter::HighResolution);
     printer.setResolution(kPrinterDots);
     const QSizeF paper = pageSize(plot_.pages.front());

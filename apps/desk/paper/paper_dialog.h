@@ -35,6 +35,7 @@ class PaperDialog : public QDialog {
   public:
     PaperDialog(const drawing::Drawing& drawing, drawing::DrawingTexts& keptTexts, const PaperStart& start,
                 const Texts& texts, QWidget* parent);
+    ~PaperDialog() override;
 
     // The path of the file to write; empty if cancelled. Tests answer by themselves.
     std::function<QString(QWidget* parent, const QString& title, const QString& proposal, const QString& filter)>
@@ -56,6 +57,7 @@ class PaperDialog : public QDialog {
     void makeForm(QFormLayout& form, const PaperStart& start);
     void makePreview(QWidget& pane);
     void refresh();
+    void takeTyped();
     void showState();
     void drawPreview();
     bool savePdfAs(const QString& file);

@@ -20,9 +20,12 @@ constexpr int kMaximumDepth = 40; // halvings of an element; a piece is then sho
 constexpr std::size_t kMostPieces = 20'000;
 constexpr std::size_t kFewestPieces = 1'000; // also where the budget of the picture is spent
 
-// Cuts a segment to the rectangle (Liang and Barsky 1984); false if nothing is left.
+// Cuts a segment to the rectangle (Liang and Barsky 1984); false if nothing is left, or if it leads nowhere.
 bool clipSegment(QPointF& a, QPointF& b, const QRectF& to) {
     const QPointF along = b - a;
+    if (!std::isfinite(along.x()) || !std::isfinite(along.y())) {
+        return false;
+    }
     double from = 0.0;
     double until = 1.0;
     auto edge = [&](double step, double room) {

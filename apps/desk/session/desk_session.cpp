@@ -123,17 +123,19 @@ Outcome DeskSession::openCopy(const std::string& path) {
     return openBy([&](Document& opened) { return drawing::DrawingStore().open(path, opened.drawing()); });
 }
 
-Outcome DeskSession::writeCopy(const std::string& path) const {
-    return drawing::DrawingStore::writeCopy(path, drawing());
+Outcome DeskSession::writeCopy(const std::string& path, const drawing::DrawingTexts& texts) const {
+    return drawing::DrawingStore::writeCopy(path, drawing(), texts);
 }
 
-Outcome DeskSession::save(const std::string& path) {
+Outcome DeskSession::save(const std::string& path, const drawing::TextChanges& texts) {
     if (Outcome refused = refusedAsLog(path); !refused) {
         return refused;
     }
-    Outcome result = host_.currentDocument()->store().save(path, drawing());
+    Outcome result = host_.currentDocument()->store().save(path, drawing(), {}, texts);
     if (result) {
         savedSerial_ = serialNow();
+    } else if (path == this->path()) {
+        savedSerial_ = kNeverSaved; // whatever the file holds, it may be something else
     }
     return result;
 }

@@ -58,11 +58,12 @@ class DeskSession {
     void newDrawing();
     // On failure the drawing at hand stays open.
     Outcome open(const std::string& path);
-    Outcome save(const std::string& path);
+    // With the texts that are kept with the drawing, in one transaction.
+    Outcome save(const std::string& path, const drawing::TextChanges& texts = {});
     // Opens what a copy holds as a drawing without a file.
     Outcome openCopy(const std::string& path);
     // Writes a copy of the drawing as it stands; what the drawing's own file holds does not change.
-    Outcome writeCopy(const std::string& path) const;
+    Outcome writeCopy(const std::string& path, const drawing::DrawingTexts& texts = {}) const;
     // Changes with each step, so that a copy need not be written twice.
     std::uint64_t state() const { return serialNow(); }
     // Where the drawing is kept; empty for a new one.

@@ -5,6 +5,7 @@
 #include "desk/window/end_watch.h"
 #include "desk/window/main_window.h"
 #include "exchange/output_file.h"
+#include "platform/process.h"
 
 #include <QApplication>
 #include <QBuffer>
@@ -250,6 +251,8 @@ int runDesk(int argc, char** argv) {
     if (!options.wrong.empty()) {
         return fail(kWrongUsage, options.wrong + " (--help tells the usage)");
     }
+    platform::prepareProcess();
+    platform::outliveClosedStreams(); // the toolkit writes warnings as it likes
     if (!options.screenshot.empty() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

@@ -118,8 +118,7 @@ MainWindow::MainWindow(const WindowOptions& options, QWidget* parent)
     });
     plan_->setDescriber([this](const PlanObject& object) { return objectTitle(session_.drawing(), object, texts_); });
     drawingReplaced();
-    recovery_.onKeep([this] { return workbench_->hasChanges(); },
-                     [this](const std::string& copy) { workbench_->keepTexts(copy); });
+    recovery_.onKeep([this] { return workbench_->textChanges(); });
     recovery_.onFailure([this](const Outcome& why) {
         command_->say(texts_(Text::RecoverNotKept).arg(QString::fromStdString(why.in(texts_.language()))));
     });

@@ -179,6 +179,7 @@ class MainWindow : public QMainWindow {
     void startImport(const QString& pendingFile);
     void releaseDrawing(); // before it goes
     void drawingReplaced();
+    void drawingStays();                       // it was released for one that could not be opened
     void showObject(const PlanObject& object); // selected, in the middle, and its layer shown
     void showLastLog();
     // Which import the lines of the log belong to (main_window_imports.cpp).

@@ -410,6 +410,12 @@ void MainWindow::drawingReplaced() {
     drawingChanged();
 }
 
+// With the texts that belong to it: its file may be gone, or hold others.
+void MainWindow::drawingStays() {
+    plan_->setDrawing(&session_.drawing());
+    drawingChanged();
+}
+
 void MainWindow::drawingChanged() {
     const Drawing& drawing = session_.drawing();
     plan_->drawingChanged();

@@ -8,6 +8,7 @@
 #include "exchange/output_file.h"
 #include "platform/files.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -123,7 +124,7 @@ bool MainWindow::openDrawing(const QString& path) {
 Outcome MainWindow::showDrawing(const std::string& path) {
     releaseDrawing();
     Outcome result = session_.open(path);
-    drawingReplaced();
+    result ? drawingReplaced() : drawingStays();
     return result;
 }
 
@@ -161,10 +162,9 @@ bool MainWindow::saveTo(const QString& chosen) {
     if (!mayReplace(path)) {
         return false;
     }
-    const bool toNewFile = path.toStdString() != session_.path() || !QFileInfo::exists(path);
-    Outcome result = session_.save(path.toStdString());
+    const Outcome result = session_.save(path.toStdString(), workbench_->textChanges());
     if (result) {
-        result = workbench_->saveTexts(path.toStdString(), toNewFile);
+        workbench_->noteSaved();
     }
     updateTitle();
     if (!result) {
@@ -289,7 +289,7 @@ void MainWindow::offerRecovery() {
         }
         releaseDrawing();
         const Outcome result = session_.openCopy(left.path.toStdString());
-        drawingReplaced();
+        result ? drawingReplaced() : drawingStays();
         if (!result) {
             tell(QString::fromStdString(result.in(texts_.language())));
             continue;
@@ -393,8 +393,12 @@ void MainWindow::dropEvent(QDropEvent* event) {
     QTimer::singleShot(0, this, [this, paths] { guarded([this, paths] { openDropped(paths); }); });
 }
 
-// A drawing opens first, and SIMA files go into it one by one.
+// A drawing opens first, and SIMA files go into it one by one. A dialog that came in between counts on the drawing that
+// it was opened for.
 void MainWindow::openDropped(const QStringList& paths) {
+    if (QApplication::activeModalWidget() != nullptr) {
+        return;
+    }
     activateWindow();
     for (const QString& path : paths) {
         if (endsIn(path, ".gpkg") && !openFile(path)) {

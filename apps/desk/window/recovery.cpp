@@ -100,18 +100,32 @@ void Recovery::start(DeskSession& session, bool keep) {
     if (folder_.isEmpty()) {
         folder_ = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/recovery");
     }
-    if (!QDir().mkpath(folder_)) {
-        return;
+    if (const Outcome locked = takeLock(); !locked) {
+        tellOnce(locked);
     }
-    lock_ = std::make_unique<QLockFile>(folder_ + QLatin1Char('/') + ownName() + QStringLiteral(".lock"));
-    lock_->setStaleLockTime(0); // a lock is old when its process is gone, not after a time
-    if (!lock_->tryLock()) {
-        lock_.reset();
-        return;
-    }
-    clearAway();
     connect(&timer_, &QTimer::timeout, this, [this] { keepNow(); });
     timer_.start(kEvery);
+}
+
+Outcome Recovery::takeLock() {
+    if (lock_) {
+        return {};
+    }
+    auto lock = std::make_unique<QLockFile>(folder_ + QLatin1Char('/') + ownName() + QStringLiteral(".lock"));
+    lock->setStaleLockTime(0); // a lock is old when its process is gone, not after a time
+    if (!QDir().mkpath(folder_) || !lock->tryLock()) {
+        return failed(drawing::storeMessage(Failure::NotWritable, folder_.toStdString()));
+    }
+    lock_ = std::move(lock);
+    clearAway();
+    return {};
+}
+
+void Recovery::tellOnce(const Outcome& failure) {
+    if (!toldOfFailure_ && failureHandler_) {
+        failureHandler_(failure);
+    }
+    toldOfFailure_ = true;
 }
 
 void Recovery::clearAway() const {
@@ -130,47 +144,42 @@ QString Recovery::stem() const {
     return stemOf(lock_->fileName());
 }
 
-bool Recovery::hasSomethingToLose() const {
-    return session_->hasChanges() || (hasMore_ && hasMore_());
-}
-
 bool Recovery::keepNow() {
-    if (!lock_ || session_ == nullptr || session_->isRunning() || !hasSomethingToLose()) {
+    if (folder_.isEmpty() || session_ == nullptr || session_->isRunning()) {
+        return false;
+    }
+    const drawing::TextChanges texts = texts_ ? texts_() : drawing::TextChanges();
+    if (!session_->hasChanges() && texts.before == texts.wanted) {
+        return false;
+    }
+    if (const Outcome locked = takeLock(); !locked) {
+        tellOnce(locked);
         return false;
     }
     const std::string copy = (stem() + QStringLiteral(".gpkg")).toStdString();
-    if (kept_ && keptState_ == session_->state()) {
-        noteKept(copy);
+    if (kept_ && keptState_ == session_->state() && keptTexts_ == texts.wanted &&
+        platform::lookUp(copy).kind == platform::PathKind::File) {
         return true;
     }
-    if (const Outcome written = writeCopy(copy); !written) {
-        if (!toldOfFailure_ && failureHandler_) {
-            failureHandler_(written);
-        }
-        toldOfFailure_ = true;
+    if (const Outcome written = writeCopy(copy, texts.wanted); !written) {
+        tellOnce(written);
         return false;
     }
     toldOfFailure_ = false;
-    noteKept(copy);
     kept_ = true;
     keptState_ = session_->state();
+    keptTexts_ = texts.wanted;
     return true;
 }
 
 // The name and the copy; what was kept before stays where one of them cannot be written.
-Outcome Recovery::writeCopy(const std::string& copy) const {
+Outcome Recovery::writeCopy(const std::string& copy, const drawing::DrawingTexts& texts) const {
     const std::string name = (stem() + QStringLiteral(".name")).toStdString();
     if (const std::error_code error = platform::writeWhole(
             name, [&](std::ostream& out) { out << session_->path(); }, platform::AtLink::Replace)) {
         return failed(platform::wordedReason(error));
     }
-    return session_->writeCopy(copy);
-}
-
-void Recovery::noteKept(const std::string& copy) const {
-    if (keepHandler_) {
-        keepHandler_(copy);
-    }
+    return session_->writeCopy(copy, texts);
 }
 
 void Recovery::forget() {

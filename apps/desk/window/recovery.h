@@ -37,17 +37,14 @@ class Recovery : public QObject {
     explicit Recovery(QObject* parent = nullptr) : QObject(parent) {}
     ~Recovery() override;
 
-    // Keeps a copy every so often while there is something to lose. Nothing is kept if not asked to.
+    // Keeps a copy every so often while there is something to lose. Nothing is kept if not asked to. Where the folder
+    // cannot be used yet, that is told, and tried again with each copy.
     void start(DeskSession& session, bool keep);
     // In another folder than the user's own; before start.
     void setFolder(const QString& folder) { folder_ = folder; }
 
-    // For what belongs to the drawing and is none of the session's: whether some of it is unsaved, and its part of each
-    // copy.
-    void onKeep(std::function<bool()> hasMore, std::function<void(const std::string& copy)> handler) {
-        hasMore_ = std::move(hasMore);
-        keepHandler_ = std::move(handler);
-    }
+    // Asked for the texts that belong to the drawing and are none of the session's.
+    void onKeep(std::function<drawing::TextChanges()> texts) { texts_ = std::move(texts); }
 
     // Told once of copies that cannot be written, and again when one could be written in between.
     void onFailure(std::function<void(const Outcome& why)> handler) { failureHandler_ = std::move(handler); }
@@ -64,9 +61,9 @@ class Recovery : public QObject {
   private:
     QString stem() const;   // of the run's own files
     void clearAway() const; // what runs that were killed before they had kept a copy left
-    bool hasSomethingToLose() const;
-    Outcome writeCopy(const std::string& copy) const;
-    void noteKept(const std::string& copy) const;
+    Outcome takeLock();
+    void tellOnce(const Outcome& failure);
+    Outcome writeCopy(const std::string& copy, const drawing::DrawingTexts& texts) const;
 
     DeskSession* session_ = nullptr;
     QString folder_;
@@ -74,8 +71,8 @@ class Recovery : public QObject {
     std::unique_ptr<QLockFile> lock_;
     std::uint64_t keptState_ = 0;
     bool kept_ = false;
-    std::function<bool()> hasMore_;
-    std::function<void(const std::string&)> keepHandler_;
+    drawing::DrawingTexts keptTexts_;
+    std::function<drawing::TextChanges()> texts_;
     bool toldOfFailure_ = false;
     std::function<void(const Outcome&)> failureHandler_;
 };

@@ -55,10 +55,10 @@ class Workbench : public QObject {
     // The texts that the drawing keeps: title block and backgrounds.
     const drawing::DrawingTexts& texts() const { return keptTexts_; }
     bool hasChanges() const { return keptTexts_ != savedTexts_; }
-    // Writes to the drawing's file what was changed here; to a file that is new, all of them.
-    Outcome saveTexts(const std::string& path, bool toNewFile);
-    // The same texts in a copy of the drawing, and back from it.
-    void keepTexts(const std::string& copy) const;
+    // What was changed here since they were read or saved; to be saved with the drawing.
+    drawing::TextChanges textChanges() const { return {savedTexts_, keptTexts_}; }
+    void noteSaved() { savedTexts_ = keptTexts_; }
+    // Takes them from a copy of the drawing.
     void recoverTexts(const std::string& copy);
 
     // Called with the dialog before it is shown; tests act on it and answer false, and it is not shown.

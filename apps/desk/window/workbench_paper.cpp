@@ -58,27 +58,6 @@ void Workbench::drawingReplaced() {
     readBackgrounds();
 }
 
-// What another program wrote meanwhile stays, and so do texts that could not be read.
-Outcome Workbench::saveTexts(const std::string& path, bool toNewFile) {
-    Outcome result;
-    if (toNewFile) {
-        savedTexts_.clear(); // if this fails, the next save writes them all
-        result = drawing::writeTexts(path, keptTexts_);
-    } else if (hasChanges()) {
-        result = drawing::changeTexts(path, savedTexts_, keptTexts_);
-    }
-    if (result) {
-        savedTexts_ = keptTexts_;
-    }
-    return result;
-}
-
-void Workbench::keepTexts(const std::string& copy) const {
-    if (drawing::readTexts(copy) != keptTexts_) {
-        (void)drawing::writeTexts(copy, keptTexts_); // without them the copy is worth as much
-    }
-}
-
 void Workbench::recoverTexts(const std::string& copy) {
     keptTexts_ = drawing::readTexts(copy);
     savedTexts_.clear();

@@ -2,6 +2,7 @@
 #include "drawing/geopackage/drawing_store.h"
 
 #include "drawing/geopackage/drawing_reader.h"
+#include "drawing/geopackage/drawing_texts.h"
 #include "drawing/geopackage/drawing_writer.h"
 #include "drawing/geopackage/file_system.h"
 #include "drawing/geopackage/schema.h"
@@ -226,25 +227,26 @@ bool DrawingStore::hasChanges(const Drawing& drawing) const {
     return path_.empty() || begun_ || DrawingWriter::hasChanges(drawing);
 }
 
-Outcome DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+Outcome DrawingStore::save(const std::string& path, Drawing& drawing, const WriteProgress& progress,
+                           const TextChanges& texts) {
     if (path != path_) {
-        return create(path, drawing, progress, false);
+        return create(path, drawing, progress, texts.wanted, false);
     }
     if (begun_) {
-        return create(path, drawing, progress, true);
+        return create(path, drawing, progress, texts.wanted, true);
     }
     const platform::PathState state = platform::lookUp(path);
     if (state.kind == platform::PathKind::Missing) {
-        return create(path, drawing, progress, true);
+        return create(path, drawing, progress, texts.wanted, true);
     }
-    return append(path, drawing, progress);
+    return append(path, drawing, progress, texts);
 }
 
 namespace {
 
 // Everything in a file that takes its name when every byte is on the disk.
 void writeWhole(platform::TemporaryFile& file, const std::string& path, const Drawing& drawing,
-                const WriteProgress& progress, const std::string& stamp) {
+                const WriteProgress& progress, const DrawingTexts& texts, const std::string& stamp) {
     requireNone(identifierFault(drawing));
     throwIf(file.make(path));
     {
@@ -256,6 +258,7 @@ void writeWhole(platform::TemporaryFile& file, const std::string& path, const Dr
         connection.execute("BEGIN");
         connection.execute(sql::kSchema);
         DrawingWriter(connection, drawing, DrawingWriter::From::Nothing, progress).write({}, stamp);
+        changeTextsIn(connection, {{}, texts});
         connection.execute("COMMIT");
     }
     throwIf(file.complete());
@@ -263,16 +266,17 @@ void writeWhole(platform::TemporaryFile& file, const std::string& path, const Dr
 
 } // namespace
 
-Outcome DrawingStore::writeCopy(const std::string& path, const Drawing& drawing) {
+Outcome DrawingStore::writeCopy(const std::string& path, const Drawing& drawing, const DrawingTexts& texts) {
     return guarded(path, [&] {
         platform::TemporaryFile file;
-        writeWhole(file, path, drawing, {}, newStamp());
+        writeWhole(file, path, drawing, {}, texts, newStamp());
         throwIf(file.putInPlace());
     });
 }
 
 // Made under another name in the same folder; it takes its name when every byte is on the disk.
-Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress, bool mustBeNew) {
+Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const WriteProgress& progress,
+                             const DrawingTexts& texts, bool mustBeNew) {
     if (!drawing.entitiesLoaded()) {
         return failedAt(path, Failure::Failed, "the drawing was opened without its points and polylines");
     }
@@ -282,7 +286,7 @@ Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const Wr
     const std::string stamp = newStamp();
     const Outcome result = guarded(path, [&] {
         platform::TemporaryFile file;
-        writeWhole(file, path, drawing, progress, stamp);
+        writeWhole(file, path, drawing, progress, texts, stamp);
         const platform::FolderTurn turn(platform::folderOf(file.target()));
         if (!mustBeNew) {
             HeldDrawing held(file.target()); // nobody appends to the file that goes
@@ -315,13 +319,14 @@ Outcome DrawingStore::create(const std::string& path, Drawing& drawing, const Wr
     return result;
 }
 
-Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress) {
+Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const WriteProgress& progress,
+                             const TextChanges& texts) {
     if (Outcome usable = guarded(path, [&] { requireReadable(path); }); !usable) {
         return usable;
     }
     if (!hasChanges(drawing)) {
-        // There is nothing to write if the file still is what was opened or saved.
-        return guarded(path, [&] {
+        // There is nothing but texts to write if the file still is what was opened or saved.
+        const Outcome same = guarded(path, [&] {
             if (hasJournal(path)) {
                 restoreAfterCrash(path);
             }
@@ -330,6 +335,7 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
                 throw StoreFailure{Failure::ChangedOutside, {}};
             }
         });
+        return same && texts.before != texts.wanted ? changeTexts(path, texts) : same;
     }
     if (Outcome usable = guarded(path, [&] { requireWritable(path); }); !usable) {
         return usable;
@@ -355,6 +361,7 @@ Outcome DrawingStore::append(const std::string& path, Drawing& drawing, const Wr
                 requireSoundPages(connection);
             }
             DrawingWriter(connection, drawing, DrawingWriter::From::Saved, progress).write(newIdentifiers_, stamp);
+            changeTextsIn(connection, texts);
             connection.execute("COMMIT");
         } catch (...) {
             sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr); // may have been rolled back already

@@ -11,6 +11,7 @@
 #include "values/outcome.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace fenmark::drawing {
@@ -19,6 +20,13 @@ struct NewIdentifier;
 
 // What to read of a drawing. To append an import, its points and polylines need not be read.
 enum class Load { Everything, WithoutEntities };
+
+// Texts that people keep with a drawing, by their names (drawing_texts.h), and what became of them since they were read.
+using DrawingTexts = std::map<std::string, std::string>;
+struct TextChanges {
+    DrawingTexts before;
+    DrawingTexts wanted;
+};
 
 class DrawingStore {
   public:
@@ -37,10 +45,12 @@ class DrawingStore {
     // Writes what the file does not hold yet; a file that does not exist is made. A path other than the one last opened,
     // begun or saved gets the whole drawing, which must be fully loaded, and replaces a drawing that was there. The first
     // save to a file that was opened looks at every page of it, and fails with Damaged rather than write over a bad one.
-    Outcome save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {});
+    // The texts are written in the same transaction: those that were changed, as by changeTexts, and all to a new file.
+    Outcome save(const std::string& path, Drawing& drawing, const WriteProgress& progress = {},
+                 const TextChanges& texts = {});
 
     // Writes the whole drawing to a file that is none of the store's: the drawing counts as saved no more than before.
-    static Outcome writeCopy(const std::string& path, const Drawing& drawing);
+    static Outcome writeCopy(const std::string& path, const Drawing& drawing, const DrawingTexts& texts = {});
 
     // The file last opened, begun or saved; empty at first.
     const std::string& path() const { return path_; }
@@ -50,8 +60,9 @@ class DrawingStore {
     bool hasChanges(const Drawing& drawing) const;
 
   private:
-    Outcome create(const std::string& path, Drawing& drawing, const WriteProgress& progress, bool mustBeNew);
-    Outcome append(const std::string& path, Drawing& drawing, const WriteProgress& progress);
+    Outcome create(const std::string& path, Drawing& drawing, const WriteProgress& progress, const DrawingTexts& texts,
+                   bool mustBeNew);
+    Outcome append(const std::string& path, Drawing& drawing, const WriteProgress& progress, const TextChanges& texts);
 
     std::string path_;
     bool begun_ = false; // nothing was at the path when it was looked up

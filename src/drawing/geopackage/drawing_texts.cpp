@@ -64,19 +64,12 @@ DrawingTexts readTexts(const std::string& path) {
 
 namespace {
 
-// One transaction in a file that has the table, or gets it where there is something to write.
+// Runs the change in one transaction of the file's own.
 template <typename Change>
-Outcome inTexts(const std::string& path, bool needed, const Change& change) {
+Outcome inTransaction(const std::string& path, const Change& change) {
     try {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute("BEGIN IMMEDIATE");
-        if (!hasTexts(connection)) {
-            if (!needed) {
-                connection.execute("ROLLBACK");
-                return {};
-            }
-            connection.execute(kCreateTexts);
-        }
         change(connection);
         connection.execute("COMMIT");
         return {};
@@ -85,10 +78,24 @@ Outcome inTexts(const std::string& path, bool needed, const Change& change) {
     }
 }
 
+// False if the file has no table of texts and needs none.
+bool hasOrGetsTexts(Connection& connection, bool needed) {
+    if (hasTexts(connection)) {
+        return true;
+    }
+    if (needed) {
+        connection.execute(kCreateTexts);
+    }
+    return needed;
+}
+
 } // namespace
 
 Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
-    return inTexts(path, !texts.empty(), [&](Connection& connection) {
+    return inTransaction(path, [&](Connection& connection) {
+        if (!hasOrGetsTexts(connection, !texts.empty())) {
+            return;
+        }
         connection.execute(kDeleteTexts);
         Statement insert(connection, kInsertText);
         for (const auto& [name, value] : texts) {
@@ -97,30 +104,36 @@ Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
     });
 }
 
-Outcome changeTexts(const std::string& path, const DrawingTexts& before, const DrawingTexts& wanted) {
-    return inTexts(path, !wanted.empty(), [&](Connection& connection) {
-        const DrawingTexts now = textsIn(connection);
-        DrawingTexts all = before;
-        all.insert(wanted.begin(), wanted.end());
-        Statement remove(connection, kDeleteText);
-        Statement insert(connection, kInsertText);
-        for (const auto& text : all) {
-            const std::string& name = text.first;
-            const std::string* const old = valueOf(before, name);
-            const std::string* const ours = valueOf(wanted, name);
-            const std::string* const theirs = valueOf(now, name);
-            if (areEqual(old, ours) || areEqual(theirs, ours)) {
-                continue;
-            }
-            if (!areEqual(old, theirs)) {
-                throw StoreFailure{Failure::ChangedOutside, {}};
-            }
-            remove.bind(1, std::string_view(name)).run();
-            if (ours != nullptr) {
-                insert.bind(1, std::string_view(name)).bind(2, std::string_view(*ours)).run();
-            }
+Outcome changeTexts(const std::string& path, const TextChanges& changes) {
+    return inTransaction(path, [&](Connection& connection) { changeTextsIn(connection, changes); });
+}
+
+void changeTextsIn(Connection& connection, const TextChanges& changes) {
+    const auto& [before, wanted] = changes;
+    if (before == wanted || !hasOrGetsTexts(connection, !wanted.empty())) {
+        return;
+    }
+    const DrawingTexts now = textsIn(connection);
+    DrawingTexts all = before;
+    all.insert(wanted.begin(), wanted.end());
+    Statement remove(connection, kDeleteText);
+    Statement insert(connection, kInsertText);
+    for (const auto& text : all) {
+        const std::string& name = text.first;
+        const std::string* const old = valueOf(before, name);
+        const std::string* const ours = valueOf(wanted, name);
+        const std::string* const theirs = valueOf(now, name);
+        if (areEqual(old, ours) || areEqual(theirs, ours)) {
+            continue;
         }
-    });
+        if (!areEqual(old, theirs)) {
+            throw StoreFailure{Failure::ChangedOutside, {}};
+        }
+        remove.bind(1, std::string_view(name)).run();
+        if (ours != nullptr) {
+            insert.bind(1, std::string_view(name)).bind(2, std::string_view(*ours)).run();
+        }
+    }
 }
 
 } // namespace fenmark::drawing

@@ -4,12 +4,11 @@
 
 #include "drawing/geopackage/drawing_store.h"
 
-#include <map>
 #include <string>
 
 namespace fenmark::drawing {
 
-using DrawingTexts = std::map<std::string, std::string>;
+class Connection;
 
 // The texts of the file; none where it has none, or cannot be read.
 [[nodiscard]] DrawingTexts readTexts(const std::string& path);
@@ -21,6 +20,8 @@ using DrawingTexts = std::map<std::string, std::string>;
 // Brings the file from what was read to what is wanted, in one transaction: texts that are the same in both stay as
 // the file has them, whatever another program wrote there meanwhile. What was changed here and by another program too
 // is ChangedOutside, with nothing changed.
-[[nodiscard]] Outcome changeTexts(const std::string& path, const DrawingTexts& before, const DrawingTexts& wanted);
+[[nodiscard]] Outcome changeTexts(const std::string& path, const TextChanges& changes);
+// The same in the caller's transaction; throws a StoreFailure.
+void changeTextsIn(Connection& connection, const TextChanges& changes);
 
 } // namespace fenmark::drawing

@@ -7,6 +7,7 @@
 #include "drawing/geopackage/drawing_texts.h"
 #include "exchange/formats.h"
 #include "exchange/geographic.h"
+#include "support/drawing_texts_support.h"
 
 #include <QBuffer>
 #include <QDir>

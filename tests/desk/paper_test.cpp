@@ -5,6 +5,7 @@
 #include "desk/paper/paper_dialog.h"
 #include "desk/window/workbench.h"
 #include "drawing/geopackage/drawing_texts.h"
+#include "support/drawing_texts_support.h"
 
 #include <QFile>
 #include <QPrinter>

@@ -4,6 +4,7 @@
 #include "desk_test_support.h"
 #include "drawing/geopackage/drawing_texts.h"
 #include "platform/files.h"
+#include "support/drawing_texts_support.h"
 #include "support/temporary_folder.h"
 
 #include <QDir>

@@ -1,6 +1,7 @@
 // Texts kept with a drawing: its title block, backgrounds.
 #include "drawing/geopackage/drawing_texts.h"
 #include "support/drawing_support.h"
+#include "support/drawing_texts_support.h"
 
 #include <sqlite3.h>
 

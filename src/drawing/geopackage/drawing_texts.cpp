@@ -19,7 +19,6 @@ INSERT OR IGNORE INTO gpkg_contents (table_name, data_type, identifier, descript
     ('fenmark_texts', 'attributes', 'fenmark_texts', 'Texts kept with the drawing: title block, backgrounds');
 )sql";
 constexpr const char* kReadTexts = "SELECT name, value FROM fenmark_texts ORDER BY name";
-constexpr const char* kDeleteTexts = "DELETE FROM fenmark_texts";
 constexpr const char* kDeleteText = "DELETE FROM fenmark_texts WHERE name = ?1";
 constexpr const char* kInsertText = "INSERT INTO fenmark_texts (name, value) VALUES (?1, ?2)";
 
@@ -62,15 +61,11 @@ DrawingTexts readTexts(const std::string& path) {
     return texts;
 }
 
-namespace {
-
-// Runs the change in one transaction of the file's own.
-template <typename Change>
-Outcome inTransaction(const std::string& path, const Change& change) {
+Outcome changeTexts(const std::string& path, const TextChanges& changes) {
     try {
         Connection connection(path, Connection::Mode::ReadWrite);
         connection.execute("BEGIN IMMEDIATE");
-        change(connection);
+        changeTextsIn(connection, changes);
         connection.execute("COMMIT");
         return {};
     } catch (const StoreFailure& failure) {
@@ -78,40 +73,16 @@ Outcome inTransaction(const std::string& path, const Change& change) {
     }
 }
 
-// False if the file has no table of texts and needs none.
-bool hasOrGetsTexts(Connection& connection, bool needed) {
-    if (hasTexts(connection)) {
-        return true;
-    }
-    if (needed) {
-        connection.execute(kCreateTexts);
-    }
-    return needed;
-}
-
-} // namespace
-
-Outcome writeTexts(const std::string& path, const DrawingTexts& texts) {
-    return inTransaction(path, [&](Connection& connection) {
-        if (!hasOrGetsTexts(connection, !texts.empty())) {
-            return;
-        }
-        connection.execute(kDeleteTexts);
-        Statement insert(connection, kInsertText);
-        for (const auto& [name, value] : texts) {
-            insert.bind(1, std::string_view(name)).bind(2, std::string_view(value)).run();
-        }
-    });
-}
-
-Outcome changeTexts(const std::string& path, const TextChanges& changes) {
-    return inTransaction(path, [&](Connection& connection) { changeTextsIn(connection, changes); });
-}
-
 void changeTextsIn(Connection& connection, const TextChanges& changes) {
     const auto& [before, wanted] = changes;
-    if (before == wanted || !hasOrGetsTexts(connection, !wanted.empty())) {
+    if (before == wanted) {
         return;
+    }
+    if (!hasTexts(connection)) {
+        if (wanted.empty()) {
+            return;
+        }
+        connection.execute(kCreateTexts);
     }
     const DrawingTexts now = textsIn(connection);
     DrawingTexts all = before;

@@ -294,6 +294,15 @@ TEST(CInterface, EqualResultsAreEqualByteByByte) {
         ASSERT_EQ(fmk_curveAtIp(&before, &ip, &after, &laid[i]), FMK_OK);
     }
     EXPECT_EQ(std::memcmp(&feet[0], &feet[1], sizeof feet[0]), 0);
+    // A caller's own record, all bytes 0 but for the fields, is equal too.
+    FmkFoot own;
+    std::memset(&own, 0, sizeof own);
+    own.along = feet[0].along;
+    own.point.x = feet[0].point.x;
+    own.point.y = feet[0].point.y;
+    own.offset = feet[0].offset;
+    own.perpendicular = feet[0].perpendicular;
+    EXPECT_EQ(std::memcmp(&feet[0], &own, sizeof own), 0);
     EXPECT_EQ(std::memcmp(&crossings[0], &crossings[1], sizeof crossings[0]), 0);
     EXPECT_EQ(std::memcmp(&laid[0], &laid[1], sizeof laid[0]), 0);
 }

@@ -344,6 +344,14 @@ TEST(CRefusals, WhatIsTooLargeForANumber) {
     EXPECT_EQ(fmk_curveParallelPose(&far, 1.0, 1e308, &pose), FMK_TOO_LARGE);
     EXPECT_EQ(fmk_curveNearest(&kRoad[0], &beyond, &foot), FMK_TOO_LARGE);
     EXPECT_EQ(fmk_fitG1(&here, &there, out), FMK_TOO_LARGE);
+    const FmkPoint west{0.0, -100.0};
+    const FmkPoint back{50.0, -100.0};
+    const FmkIp corner{{0.0, 0.0}, 1e308, 0.0, 0.0};
+    FmkIpCurve laid{};
+    laid.enterTangent = laid.leaveTangent = 7.0;
+    EXPECT_EQ(fmk_curveAtIp(&west, &corner, &back, &laid), FMK_NO_SOLUTION);
+    EXPECT_EQ(laid.enterTangent, 0.0) << "no number holds it";
+    EXPECT_EQ(laid.leaveTangent, 0.0);
     EXPECT_EQ(fmk_curveBox(&far, &box), FMK_OK);
     EXPECT_EQ(box.maxY, 1e308);
 

@@ -175,6 +175,13 @@ TEST(Stakes, NoMoreThanTheMost) {
     options.every = 1.0;
     options.most = 1'000'000;
     EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::TooMany);
+    // The last multiple between which and the next every double is one.
+    const std::vector<Curve> short1{straight({{0, 0}, 0.0}, 8.0)};
+    ASSERT_EQ(far.set(short1, 0x1.0p52 - 8.0, {}), ChainStatus::Ok);
+    EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::Ok);
+    EXPECT_EQ(stakes.back().station, 0x1.0p52);
+    ASSERT_EQ(far.set(short1, 0x1.0p52 - 7.0, {}), ChainStatus::Ok);
+    EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::TooMany);
 }
 
 TEST(Stakes, AnOffsetBeyondAllNumbersIsRefused) {
@@ -298,6 +305,12 @@ TEST(ChainRecords, RefuseWhatIsNoElement) {
     Calelm spiral = arc;
     spiral.type = ALI_CLOTHOID;
     EXPECT_EQ(curveOfRecord(spiral, curve), ChainStatus::NotAnElement) << "no radius";
+    for (const double radius : {1.0, 0.5, 2.0}) {
+        exact::Pose sharp{100, 200, 0.3};
+        const Calelm clothoid = exact::lay(sharp, exact::clothoid(1.0, radius, 0.0, radius));
+        ASSERT_EQ(curveOfRecord(clothoid, curve), ChainStatus::Ok) << radius;
+        EXPECT_NEAR(std::abs(curve.endCurvature), 1.0 / radius, 1e-12);
+    }
     std::size_t failed = 0;
     std::vector<Curve> curves;
     EXPECT_EQ(curvesOfRecords(std::array{arc, spiral}, curves, &failed), ChainStatus::NotAnElement);

@@ -246,4 +246,26 @@ TEST(CurveThrough, GoesThroughThePoint) {
     }
 }
 
+// With clothoids of 100 m the sharpest arc at a right angle has nothing left of it, and lies some metres off the corner.
+TEST(CurveThrough, HasNoSolutionNearerToTheCornerThanItsSharpestCurve) {
+    const double sharpest = 100.0 / std::sqrt(0.5 * kPi);
+    for (const double side : {1.0, -1.0}) {
+        const Point after{0.0, side * 1000.0};
+        for (const double off : {0.01, 1.0, 5.0}) {
+            const IpCurve found = curveThrough({-1000.0, 0.0}, {0.0, 0.0}, after, {-off, side * off}, 100.0, 100.0);
+            EXPECT_EQ(found.status, FitStatus::NoSolution) << side << ' ' << off;
+            EXPECT_TRUE(found.curves.empty());
+        }
+        EXPECT_EQ(curveAtIp({-1000.0, 0.0}, {{0.0, 0.0}, 0.999 * sharpest, 100.0, 100.0}, after).status,
+                  FitStatus::TooShort);
+        const IpCurve last = curveAtIp({-1000.0, 0.0}, {{0.0, 0.0}, 1.001 * sharpest, 100.0, 100.0}, after);
+        ASSERT_EQ(last.status, FitStatus::Done);
+        const Curve& arc = last.curves[1];
+        const IpCurve again =
+            curveThrough({-1000.0, 0.0}, {0.0, 0.0}, after, pointAt(arc, 0.5 * arc.length), 100.0, 100.0);
+        ASSERT_EQ(again.status, FitStatus::Done);
+        EXPECT_NEAR(1.0 / again.curves[1].startCurvature, side * 1.001 * sharpest, 1e-6);
+    }
+}
+
 } // namespace fenmark::curve_test

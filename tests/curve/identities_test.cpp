@@ -1,4 +1,5 @@
 // What holds between a curve and its copies, and between one way to a pose and another.
+#include "support/exact_chain.h"
 #include "support_curve.h"
 
 #include <algorithm>
@@ -32,6 +33,33 @@ TEST(Identities, PlainAndPreparedCurvesAgree) {
         }
         ASSERT_EQ(prepared.pointAt(0.0), curve.start.point) << i << testing::PrintToString(curve);
         ASSERT_EQ(pointAt(curve, 0.0), curve.start.point) << i;
+    }
+}
+
+// Where a prepared curve's way to a point no longer serves so far beyond its ends, the plain way does.
+TEST(Identities, PlainAndPreparedCurvesAgreeFarBeyondTheirEnds) {
+    for (const double first : {0.01, -0.01}) {
+        const Curve egg{{{10.0, 20.0}, 0.4}, 20.0, first, first * (1.0 - 1.0 / 60.0)};
+        const PreparedCurve prepared(egg);
+        for (const double lengths : {-3.0, 2.0, 60.0, 110.0, 118.0, 119.0, 119.9, 130.0}) {
+            const double along = lengths * egg.length;
+            ASSERT_LE(distance(pointAt(egg, along), prepared.pointAt(along)), 1e-9) << lengths;
+            const exact::Pose there =
+                exact::advance({10.0L, 20.0L, 0.4L}, -static_cast<exact::Real>(first),
+                               (first - static_cast<exact::Real>(egg.endCurvature)) / 20.0L, along);
+            ASSERT_LE(distance(pointAt(egg, along), {static_cast<double>(there.x), static_cast<double>(there.y)}), 1e-9)
+                << lengths;
+        }
+    }
+}
+
+TEST(Identities, WithoutALengthThereIsNoTurn) {
+    for (const double length : {0.0, 1e-300, 0.1, 1.0}) {
+        const Curve curve{{{0.0, 0.0}, 0.5}, length, 0.25, 0.75};
+        EXPECT_EQ(turnAt(curve, 0.0), 0.0) << length;
+        EXPECT_NEAR(turnAt(curve, length), 0.5 * length, 1e-16) << length;
+        EXPECT_NEAR(turnAt(curve, 0.5 * length), 0.1875 * length, 1e-16) << length;
+        EXPECT_NEAR(distance(endPose(curve).point, {}), length, 0.02 * length) << length;
     }
 }
 

@@ -126,4 +126,111 @@ TEST(NearestFoot, OfACurveThatWindsAMillionTimes) {
     EXPECT_GE(feetOf(curve, {5.0, 5.0}).size(), 100u);
 }
 
+namespace {
+
+double sharpestOf(const Curve& curve) {
+    return std::max(std::abs(curve.startCurvature), std::abs(curve.endCurvature));
+}
+
+// A point from which feet are hard to tell: near the centre of curvature of some place, or on the normal of an end.
+Point pointNearTheEvolute(RandomCurves& random, const Curve& curve) {
+    const double along =
+        random.pick(3) == 0 ? (random.pick(2) == 0 ? 0.0 : curve.length) : random.uniform(0.0, 1.0) * curve.length;
+    const double k = curvatureAt(curve, along);
+    const double radius = std::abs(k) > 1e-4 ? 1.0 / k : random.uniform(-300.0, 300.0);
+    return parallelPose(curve, along, radius * (1.0 + random.sign() * random.scaled(1e-4, 0.3))).point;
+}
+
+// Without those that another one lies close to: two feet about to become one.
+std::vector<double> clearFeet(const Curve& curve, const Point& point) {
+    const std::vector<Foot> feet = feetOf(curve, point);
+    const double near = 1e-5 * curve.length;
+    std::vector<double> clear;
+    for (std::size_t i = 0; i < feet.size(); ++i) {
+        const bool alone = (i == 0 || feet[i].along - feet[i - 1].along > near) &&
+                           (i + 1 == feet.size() || feet[i + 1].along - feet[i].along > near) && feet[i].along > near &&
+                           feet[i].along < curve.length - near;
+        if (alone) {
+            clear.push_back(feet[i].along);
+        }
+    }
+    return clear;
+}
+
+void expectSameFeet(const std::vector<double>& a, const std::vector<double>& b, double within,
+                    const std::string& what) {
+    ASSERT_EQ(a.size(), b.size()) << what;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        ASSERT_NEAR(a[i], b[i], within) << what;
+    }
+}
+
+} // namespace
+
+TEST(FeetOf, AreThoseOfTheCurveTheOtherWayOfItsPartsAndOfItsCopies) {
+    RandomCurves random(177);
+    for (int i = 0; i < cases(3000); ++i) {
+        const Curve curve = random.clothoid(0.0);
+        if (turnOf(curve) > 60.0 || curve.length * sharpestOf(curve) < 1e-3) {
+            continue;
+        }
+        const Point point = pointNearTheEvolute(random, curve);
+        const std::string what = std::to_string(i) + testing::PrintToString(curve) + testing::PrintToString(point);
+        const std::vector<double> feet = clearFeet(curve, point);
+        const double within = 1e-6 * curve.length;
+
+        std::vector<double> back = clearFeet(reversed(curve), point);
+        std::reverse(back.begin(), back.end());
+        std::transform(back.begin(), back.end(), back.begin(), [&](double along) { return curve.length - along; });
+        expectSameFeet(feet, back, within, what + " reversed");
+
+        const Curve mirrored{{{curve.start.point.x, -curve.start.point.y}, -curve.start.azimuth},
+                             curve.length,
+                             -curve.startCurvature,
+                             -curve.endCurvature};
+        expectSameFeet(feet, clearFeet(mirrored, {point.x, -point.y}), within, what + " mirrored");
+
+        for (const double scale : {0x1.0p-24, 0x1.0p-8, 0x1.0p16}) {
+            const Curve other{{{0.0, 0.0}, curve.start.azimuth},
+                              scale * curve.length,
+                              curve.startCurvature / scale,
+                              curve.endCurvature / scale};
+            const Point from{curve.start.point};
+            std::vector<double> small = clearFeet(other, {scale * (point.x - from.x), scale * (point.y - from.y)});
+            std::transform(small.begin(), small.end(), small.begin(), [&](double along) { return along / scale; });
+            expectSameFeet(feet, small, within, what + " scaled");
+        }
+
+        const double cut = random.uniform(0.2, 0.8) * curve.length;
+        const auto [first, second] = split(curve, cut);
+        for (const double along : feet) {
+            if (std::abs(along - cut) < 1e-4 * curve.length) {
+                continue;
+            }
+            const std::vector<Foot> there = feetOf(along < cut ? first : second, point);
+            ASSERT_TRUE(std::any_of(
+                there.begin(), there.end(),
+                [&](const Foot& foot) { return std::abs(foot.along + (along < cut ? 0.0 : cut) - along) < within; }))
+                << what << " cut " << cut << " at " << along;
+        }
+    }
+}
+
+TEST(FeetOf, OfMoreThanThereIsRoomForThoseAroundTheNearestStand) {
+    for (const double turns : {4.5, 6.0, 9.0}) {
+        const Curve spiral{{{0.0, 0.0}, 0.0}, turns * kTwoPi / 0.025, 0.02, 0.03};
+        for (const double share : {0.1, 0.5, 0.93}) {
+            const Point point = parallelPose(spiral, share * spiral.length, -0.1).point;
+            const Foot nearest = nearestFoot(spiral, point);
+            for (const std::size_t most : {std::size_t{4}, std::size_t{6}, std::size_t{10}}) {
+                const std::vector<Foot> feet = feetOf(spiral, point, most);
+                ASSERT_LE(feet.size(), most);
+                EXPECT_TRUE(std::any_of(feet.begin(), feet.end(),
+                                        [&](const Foot& foot) { return std::abs(foot.along - nearest.along) < 1e-6; }))
+                    << turns << ' ' << share << ' ' << most;
+            }
+        }
+    }
+}
+
 } // namespace fenmark::curve_test

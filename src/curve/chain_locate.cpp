@@ -232,7 +232,7 @@ void Chain::searchPiece(std::size_t index, const Point& point, Which which, cons
         take(0.0, at(0.0), false);
         take(length, at(length), false);
         const std::vector<fenmark::curve::Foot> feet =
-            which == Which::All ? feetOf(curve, point, kMostFeetOfACurve)
+            which == Which::All ? feetOf(curve, point, kMostFeetOfACurve).found
                                 : std::vector<fenmark::curve::Foot>{nearestFoot(curve, point)};
         for (const fenmark::curve::Foot& foot : feet) {
             const double k = fenmark::curve::curvatureAt(curve, foot.along);

@@ -4,6 +4,7 @@
 
 #include "fenmark/curve.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -267,6 +268,32 @@ TEST(CInterface, ACurveIsSplitAnywhere) {
         ASSERT_EQ(fmk_curveSplit(&curve, along, &first, &second), FMK_OK) << along;
         EXPECT_NEAR(first.length, along, 1e-12);
         EXPECT_NEAR(second.length, 80.0 - along, 1e-12);
+    }
+}
+
+TEST(CInterface, OfMoreFeetThanThereIsRoomForThoseAboutTheNearestAreWritten) {
+    const FmkCurve curves[] = {{{{0.0, 0.0}, 0.0}, 600.0, -0.03, 0.03}, {{{0.0, 0.0}, 0.0}, 1600.0, 0.02, 0.03}};
+    for (const FmkCurve& curve : curves) {
+        FmkFoot all[32] = {};
+        std::size_t whole = 0;
+        const FmkPoint point{2.0, 70.0};
+        ASSERT_EQ(fmk_curveFeet(&curve, &point, all, 32, &whole), FMK_OK);
+        ASSERT_GE(whole, 4u);
+        FmkFoot nearest{};
+        ASSERT_EQ(fmk_curveNearest(&curve, &point, &nearest), FMK_OK);
+        for (std::size_t room = 0; room <= whole + 1; ++room) {
+            FmkFoot feet[33] = {};
+            feet[room].along = -7.0;
+            std::size_t count = 77;
+            EXPECT_EQ(fmk_curveFeet(&curve, &point, feet, room, &count), room < whole ? FMK_INCOMPLETE : FMK_OK)
+                << room;
+            ASSERT_EQ(count, std::min(room, whole));
+            EXPECT_EQ(feet[room].along, -7.0) << "nothing is written behind the room";
+            EXPECT_TRUE(count == 0 ||
+                        std::any_of(feet, feet + count,
+                                    [&](const FmkFoot& foot) { return std::abs(foot.along - nearest.along) < 1e-6; }))
+                << room;
+        }
     }
 }
 

@@ -84,7 +84,7 @@ TEST(FeetOf, AreAllPlacesWhereTheSideChanges) {
         if (turnOf(curve) > 300.0) {
             continue;
         }
-        const std::vector<Foot> feet = feetOf(curve, point);
+        const std::vector<Foot> feet = feetOf(curve, point).found;
         const auto ahead = [&](double along) {
             const Pose pose = poseAt(curve, along);
             return (point.x - pose.point.x) * std::cos(pose.azimuth) +
@@ -122,8 +122,8 @@ TEST(NearestFoot, OfACurveThatWindsAMillionTimes) {
         EXPECT_NEAR(foot.along, along, 1e-6);
         EXPECT_NEAR(foot.offset, 0.0, 1e-6);
     }
-    EXPECT_LE(feetOf(curve, {5.0, 5.0}).size(), kMostFeet);
-    EXPECT_GE(feetOf(curve, {5.0, 5.0}).size(), 100u);
+    EXPECT_LE(feetOf(curve, {5.0, 5.0}).found.size(), kMostFeet);
+    EXPECT_GE(feetOf(curve, {5.0, 5.0}).found.size(), 100u);
 }
 
 namespace {
@@ -143,7 +143,7 @@ Point pointNearTheEvolute(RandomCurves& random, const Curve& curve) {
 
 // Without those that another one lies close to: two feet about to become one.
 std::vector<double> clearFeet(const Curve& curve, const Point& point) {
-    const std::vector<Foot> feet = feetOf(curve, point);
+    const std::vector<Foot> feet = feetOf(curve, point).found;
     const double near = 1e-5 * curve.length;
     std::vector<double> clear;
     for (std::size_t i = 0; i < feet.size(); ++i) {
@@ -207,7 +207,7 @@ TEST(FeetOf, AreThoseOfTheCurveTheOtherWayOfItsPartsAndOfItsCopies) {
             if (std::abs(along - cut) < 1e-4 * curve.length) {
                 continue;
             }
-            const std::vector<Foot> there = feetOf(along < cut ? first : second, point);
+            const std::vector<Foot> there = feetOf(along < cut ? first : second, point).found;
             ASSERT_TRUE(std::any_of(
                 there.begin(), there.end(),
                 [&](const Foot& foot) { return std::abs(foot.along + (along < cut ? 0.0 : cut) - along) < within; }))
@@ -217,17 +217,32 @@ TEST(FeetOf, AreThoseOfTheCurveTheOtherWayOfItsPartsAndOfItsCopies) {
 }
 
 TEST(FeetOf, OfMoreThanThereIsRoomForThoseAroundTheNearestStand) {
-    for (const double turns : {4.5, 6.0, 9.0}) {
-        const Curve spiral{{{0.0, 0.0}, 0.0}, turns * kTwoPi / 0.025, 0.02, 0.03};
+    const Curve curves[] = {{{{0.0, 0.0}, 0.0}, 6.3 * kTwoPi / 0.025, 0.02, 0.03},
+                            {{{0.0, 0.0}, 0.0}, 9.0 * kTwoPi / 0.025, 0.03, 0.02},
+                            {{{0.0, 0.0}, 0.0}, 600.0, -0.03, 0.03},
+                            arc({{0.0, 0.0}, 0.3}, 3.4 * kTwoPi * 50.0, 0.02),
+                            straight({{0.0, 0.0}, 0.3}, 100.0)};
+    for (const Curve& curve : curves) {
         for (const double share : {0.1, 0.5, 0.93}) {
-            const Point point = parallelPose(spiral, share * spiral.length, -0.1).point;
-            const Foot nearest = nearestFoot(spiral, point);
-            for (const std::size_t most : {std::size_t{4}, std::size_t{6}, std::size_t{10}}) {
-                const std::vector<Foot> feet = feetOf(spiral, point, most);
-                ASSERT_LE(feet.size(), most);
-                EXPECT_TRUE(std::any_of(feet.begin(), feet.end(),
-                                        [&](const Foot& foot) { return std::abs(foot.along - nearest.along) < 1e-6; }))
-                    << turns << ' ' << share << ' ' << most;
+            for (const double offset : {-0.1, 0.1, 30.0}) {
+                const Point point = parallelPose(curve, share * curve.length, offset).point;
+                const std::vector<Foot> all = feetOf(curve, point).found;
+                double least = 1e300;
+                for (const Foot& foot : all) {
+                    least = std::min(least, std::abs(foot.offset));
+                }
+                for (std::size_t most = 0; most <= all.size() + 1; ++most) {
+                    const std::vector<Foot> feet = feetOf(curve, point, most).found;
+                    ASSERT_EQ(feet.size(), std::min(most, all.size())) << testing::PrintToString(curve) << share;
+                    // A run of all of them, and the nearest among it.
+                    const auto same = [](const Foot& a, const Foot& b) { return std::abs(a.along - b.along) < 1e-6; };
+                    ASSERT_TRUE(feet.empty() ||
+                                std::search(all.begin(), all.end(), feet.begin(), feet.end(), same) != all.end());
+                    EXPECT_TRUE(most == 0 || all.empty() ||
+                                std::any_of(feet.begin(), feet.end(),
+                                            [&](const Foot& foot) { return std::abs(foot.offset) < least + 1e-6; }))
+                        << testing::PrintToString(curve) << share << ' ' << offset << ' ' << most;
+                }
             }
         }
     }

@@ -385,6 +385,9 @@ TEST(FootTest, TellsOnWhichSideTheFootLies) {
     EXPECT_EQ(cosine, 0.0);
     const double off[2] = {x, y + 0.0011};
     EXPECT_NE(chk_ang(&a, off, 50.0, &cosine), 2);
+    const double besideStart[2] = {0.0, 10.0};
+    EXPECT_EQ(chk_ang(&a, besideStart, 0.0, &cosine), 0) << "the tangent of the flat end is the axis";
+    EXPECT_NEAR(cosine, 0.0, 1e-12);
 }
 
 TEST(Length, OfEachType) {

@@ -489,14 +489,14 @@ TEST(Chain, OutsideEachKinkOfAZigzagTheSideIsTheOuterOne) {
     for (int i = 0; i < 5; ++i) {
         curves.push_back(straight(pose, 100.0));
         pose = endPose(curves.back());
-        pose.azimuth += (i % 2 == 0 ? 1.0 : -1.0) * (0.6 + 0.05 * i) * kPi;
+        pose.azimuth += (i % 2 == 0 ? 1.0 : -1.0) * (0.9 + 0.01 * i) * kPi;
     }
     const Chain chain = chainOf(curves);
     for (std::size_t i = 1; i < curves.size(); ++i) {
         const Pose& behind = curves[i].start;
         const double turn = behind.azimuth - curves[i - 1].start.azimuth;
-        // Straight on over the kink, a little to either side of the line halfway between both.
-        for (const double off : {-0.02, 0.02}) {
+        // Outside the kink, to either side of the line halfway between both, where one of them has it on its other side.
+        for (const double off : {-0.25, 0.25}) {
             const double outwards = curves[i - 1].start.azimuth + 0.5 * turn - (turn > 0.0 ? 0.5 : -0.5) * kPi + off;
             const Point point{behind.point.x + 4.0 * std::cos(outwards), behind.point.y + 4.0 * std::sin(outwards)};
             const ChainFoot foot = *chain.locate(point);
@@ -507,22 +507,56 @@ TEST(Chain, OutsideEachKinkOfAZigzagTheSideIsTheOuterOne) {
     }
 }
 
-// The frame of this one lies along the axis at its inflection, so that no rounding moves the foot off it.
-TEST(Chain, AFootExactlyOnAnInflectionIsOne) {
-    for (const double sign : {1.0, -1.0}) {
-        const double length = 200.0;
-        const double sharp = sign * 0.012;
-        const Curve half{{{0.0, 0.0}, 0.0}, 0.5 * length, 0.0, sharp};
-        const Point end = endPose(half).point;
-        const Curve curve{{{-end.x, -end.y}, 0.25 * length * sharp}, length, -sharp, sharp};
+// Also where two feet lie between places that both see the point ahead and coming nearer.
+TEST(Chain, OfAnyCurveAllNearestPlacesAreFound) {
+    constexpr unsigned kSeed = 4711;
+    Random random(kSeed);
+    for (int round = 0; round < 20'000; ++round) {
+        const double first = random.pick(4) == 0 ? 0.0 : random.sign() * random.scaled(1e-4, 0.03);
+        const double last = random.sign() * random.scaled(1e-4, 0.03);
+        const double sharpest = std::max(std::abs(first), std::abs(last));
+        const Curve curve{{{0, 0}, random.uniform(-3, 3)}, random.uniform(0.3, 5.5) / sharpest, first, last};
         const Chain chain = chainOf({curve});
-        for (const double offset : {-400.0, -70.0, 5.0, 60.0, 300.0}) {
-            const std::vector<ChainFoot> feet = chain.feet({0.0, offset});
-            const auto onIt = std::count_if(feet.begin(), feet.end(), [&](const ChainFoot& foot) {
-                return std::abs(foot.distance - 0.5 * length) < 1e-9 && foot.perpendicular &&
-                       std::abs(foot.offset - offset) < 1e-9;
-            });
-            EXPECT_EQ(onIt, 1) << sign << ' ' << offset;
+        const double away = random.sign() * random.scaled(0.1, 5.0) / sharpest;
+        const Point point = parallelPose(curve, random.uniform(0, 1) * curve.length, away).point;
+        const std::vector<ChainFoot> feet = chain.feet(point);
+        for (const Foot& foot : feetOf(curve, point).found) {
+            // Not the farthest, those about to meet one, and those that an end may stand for.
+            if (curvatureAt(curve, foot.along) * foot.offset < 0.99 && foot.along > 1e-4 &&
+                foot.along < curve.length - 1e-4) {
+                ASSERT_TRUE(std::any_of(feet.begin(), feet.end(),
+                                        [&](const ChainFoot& other) {
+                                            return std::abs(other.distance - foot.along) < 1e-6 * curve.length &&
+                                                   other.perpendicular;
+                                        }))
+                    << "seed " << kSeed << " round " << round;
+            }
+        }
+        double nearest = kInfinity;
+        for (const ChainFoot& foot : feet) {
+            nearest = std::min(nearest, std::abs(foot.offset));
+        }
+        ASSERT_NEAR(nearest, std::abs(nearestFoot(curve, point).offset), 1e-7)
+            << "seed " << kSeed << " round " << round;
+    }
+}
+
+// The frame of this one lies along the axis at its inflection, so that no rounding moves the foot off it.
+TEST(Chain, AFootExactlyOnAnInflectionIsOneAndTakesNoOthersPlace) {
+    for (const double sign : {1.0, -1.0}) {
+        for (const double length : {100.0, 200.0, 400.0, 600.0}) {
+            const double sharp = sign * 0.012;
+            const Point end = endPose({{{0.0, 0.0}, 0.0}, 0.5 * length, 0.0, sharp}).point;
+            const Chain chain = chainOf({{{{-end.x, -end.y}, 0.25 * length * sharp}, length, -sharp, sharp}});
+            for (const double offset : {-700.0, -400.0, -70.0, 5.0, 60.0, 300.0, 800.0}) {
+                const std::vector<ChainFoot> feet = chain.feet({0.0, offset});
+                const auto onIt = std::count_if(feet.begin(), feet.end(), [&](const ChainFoot& foot) {
+                    return std::abs(foot.distance - 0.5 * length) < 1e-9 && foot.perpendicular &&
+                           std::abs(foot.offset - offset) < 1e-9;
+                });
+                EXPECT_EQ(onIt, 1) << sign << ' ' << length << ' ' << offset;
+                EXPECT_EQ(feet.size(), chain.feet({1e-5, offset}).size()) << sign << ' ' << length << ' ' << offset;
+            }
         }
     }
 }
@@ -627,9 +661,10 @@ TEST(Chain, TheLineStaysWithinItsToleranceAndItsBound) {
 // With little more room than all need, each curve must get its own share of it.
 TEST(Chain, TheRoomOfALineIsSharedByWhatEachCurveNeeds) {
     const Pose start{{0, 0}, 0.0};
-    const Curve kinds[] = {arc(start, 3000.0, 0.02),          {start, 3000.0, 0.0, 0.02},
-                           {start, 3000.0, 0.005, 0.02},      {start, 3000.0, -0.02, 0.02},
-                           {start, 3000.0, -0.02, -0.019999}, arc(start, 3.0, 20.0)};
+    const Curve kinds[] = {arc(start, 3000.0, 0.02),     {start, 3000.0, 0.0, 0.02},
+                           {start, 3000.0, 0.005, 0.02}, {start, 3000.0, -0.02, 0.02},
+                           {start, 3000.0, 0.018, 0.02}, {start, 3000.0, -0.02, -0.019999},
+                           arc(start, 3.0, 20.0)};
     for (const Curve& one : kinds) {
         for (const Curve& other : kinds) {
             for (const double tolerance : {1e-4, 1e-2, 1.0}) {

@@ -257,24 +257,20 @@ TEST(Crossings, OfCirclesOfAnyRadiusAreExact) {
 
 // The parabolas of both over their chord: two crossings at the distance d from the middle, where the gap is dk d^2 / 2.
 TEST(Crossings, OfNearlyParallelCurvesStayTwoHoweverNearTheyLie) {
-    for (const double apart : {0.5, 0.1, 0.02}) {
+    for (const double gap : {1.2e-9, 1.5e-9, 1.9e-9, 1e-8, 1e-6, 1e-4}) {
         for (const double bend : {0.02, 1e-3, 1e-4}) {
-            const double half = 0.5 * apart;
-            const double gap = 0.5 * bend * half * half;
-            if (gap < 3e-9) {
-                continue;
-            }
+            const double apart = 2.0 * std::sqrt(2.0 * gap / bend);
             const Curve line = straight({{-10.0, gap}, 0.0}, 20.0);
             // From the inflection on, so that no closed form has it; its curvature at the middle is the bend.
             const Curve clothoid{{{0.0, 0.0}, 0.0}, 20.0, 0.0, 2.0 * bend};
             const Pose middle = poseAt(clothoid, 10.0);
             const Curve turned = moved(clothoid, middle.point, -middle.azimuth, {-middle.point.x, -middle.point.y});
             const Crossings all = crossings(line, turned);
-            ASSERT_EQ(all.found.size(), 2u) << apart << ' ' << bend;
-            EXPECT_NEAR(all.found[1].alongFirst - all.found[0].alongFirst, apart, 0.02 * apart) << apart << ' ' << bend;
+            ASSERT_EQ(all.found.size(), 2u) << gap << ' ' << bend;
+            EXPECT_NEAR(all.found[1].alongFirst - all.found[0].alongFirst, apart, 0.02 * apart) << gap << ' ' << bend;
             for (const Crossing& crossing : all.found) {
-                EXPECT_FALSE(crossing.tangent) << apart << ' ' << bend;
-                EXPECT_NEAR(crossing.point.y, gap, 1e-10);
+                EXPECT_FALSE(crossing.tangent) << gap << ' ' << bend;
+                EXPECT_NEAR(crossing.point.y, gap, 1e-11);
             }
         }
     }

@@ -251,7 +251,7 @@ TEST(CurveThrough, HasNoSolutionNearerToTheCornerThanItsSharpestCurve) {
     const double sharpest = 100.0 / std::sqrt(0.5 * kPi);
     for (const double side : {1.0, -1.0}) {
         const Point after{0.0, side * 1000.0};
-        for (const double off : {0.01, 1.0, 5.0}) {
+        for (const double off : {0.01, 5.0, 24.0, 28.0, 31.0}) {
             const IpCurve found = curveThrough({-1000.0, 0.0}, {0.0, 0.0}, after, {-off, side * off}, 100.0, 100.0);
             EXPECT_EQ(found.status, FitStatus::NoSolution) << side << ' ' << off;
             EXPECT_TRUE(found.curves.empty());

@@ -144,10 +144,10 @@ TEST(Line, OfACurveMadeSmallerIsTheLineMadeSmaller) {
 // An offset so large that the parallel's stretch is beyond all numbers.
 TEST(Line, WithoutAnyDensityHasEvenPoints) {
     for (const double length : {0.005, 0.5, 50.0}) {
-        const Line line = lineOf(arc({{0.0, 0.0}, 0.0}, length, 1e200), 1e-3, 6, 1e200);
-        ASSERT_EQ(line.along.size(), 6u) << length;
+        const Line line = lineOf(arc({{0.0, 0.0}, 0.0}, length, 1e200), 1e-3, 101, 1e200);
+        ASSERT_EQ(line.along.size(), 101u) << length;
         for (std::size_t k = 0; k < line.along.size(); ++k) {
-            EXPECT_NEAR(line.along[k], length * static_cast<double>(k) / 5.0, 1e-15 * length);
+            EXPECT_NEAR(line.along[k], length * static_cast<double>(k) / 100.0, 1e-15 * length);
         }
         EXPECT_FALSE(line.withinTolerance);
     }

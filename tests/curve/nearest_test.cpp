@@ -75,6 +75,28 @@ TEST(NearestFoot, OffsetPointsComeBack) {
     RecordProperty("worst", inShort(worst));
 }
 
+// There the terms that tell how good a step was all vanish.
+TEST(NearestFoot, BesideAnInflectionIsAsExactAsElsewhere) {
+    for (const double length : {0.2, 20.0, 1000.0, 5000.0}) {
+        for (const double turn : {0.5, 1.5, -1.5}) {
+            const double sharp = 2.0 * turn / length;
+            for (const double unlike : {1.0, 0.98}) {
+                const Curve curve{{{0.0, 0.0}, 0.4}, length, -unlike * sharp, sharp};
+                for (double share = 0.4905; share < 0.51; share += 0.0013) {
+                    for (const double offset : {0.0, 1e-4 * length}) {
+                        const Point point = parallelPose(curve, share * length, offset).point;
+                        const Foot foot = nearestFoot(curve, point);
+                        EXPECT_NEAR(foot.along, share * length, 1e-13 * length + 1e-12) << length << turn << share;
+                        EXPECT_NEAR(foot.offset, offset, 1e-13 * length + 1e-12) << length << turn << share;
+                        EXPECT_LE(distance(foot.point, pointAt(curve, foot.along)), 1e-12 * length)
+                            << length << ' ' << turn << ' ' << share;
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(FeetOf, AreAllPlacesWhereTheSideChanges) {
     RandomCurves random(99);
     for (int i = 0; i < cases(1000); ++i) {
@@ -132,10 +154,31 @@ double sharpestOf(const Curve& curve) {
     return std::max(std::abs(curve.startCurvature), std::abs(curve.endCurvature));
 }
 
-// A point from which feet are hard to tell: near the centre of curvature of some place, or on the normal of an end.
+// Where a curve has turned by so much since its start; its end where it does not.
+double alongAtTurn(const Curve& curve, double turn) {
+    double low = 0.0;
+    double high = curve.length;
+    for (int i = 0; i < 60; ++i) {
+        const double middle = 0.5 * (low + high);
+        (std::abs(turnAt(curve, middle)) < turn ? low : high) = middle;
+    }
+    return high;
+}
+
+// A point from which feet are hard to tell: near the centre of curvature of some place, or on the normal of an end, also
+// of a part of a sixteenth of a circle.
 Point pointNearTheEvolute(RandomCurves& random, const Curve& curve) {
-    const double along =
-        random.pick(3) == 0 ? (random.pick(2) == 0 ? 0.0 : curve.length) : random.uniform(0.0, 1.0) * curve.length;
+    double along = random.uniform(0.0, 1.0) * curve.length;
+    switch (random.pick(4)) {
+    case 0:
+        along = random.pick(2) == 0 ? 0.0 : curve.length;
+        break;
+    case 1:
+        along = alongAtTurn(curve, 0.125 * kPi * random.whole(1, 4));
+        break;
+    default:
+        break;
+    }
     const double k = curvatureAt(curve, along);
     const double radius = std::abs(k) > 1e-4 ? 1.0 / k : random.uniform(-300.0, 300.0);
     return parallelPose(curve, along, radius * (1.0 + random.sign() * random.scaled(1e-4, 0.3))).point;
@@ -199,6 +242,8 @@ TEST(FeetOf, AreThoseOfTheCurveTheOtherWayOfItsPartsAndOfItsCopies) {
             std::vector<double> small = clearFeet(other, {scale * (point.x - from.x), scale * (point.y - from.y)});
             std::transform(small.begin(), small.end(), small.begin(), [&](double along) { return along / scale; });
             expectSameFeet(feet, small, within, what + " scaled");
+            const Foot nearest = nearestFoot(other, {scale * (point.x - from.x), scale * (point.y - from.y)});
+            ASSERT_NEAR(std::abs(nearest.offset) / scale, std::abs(nearestFoot(curve, point).offset), within) << what;
         }
 
         const double cut = random.uniform(0.2, 0.8) * curve.length;

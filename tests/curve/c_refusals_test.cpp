@@ -299,6 +299,17 @@ TEST(CRefusals, ValuesThatAreNoNumbers) {
     EXPECT_EQ(made, nullptr);
 }
 
+TEST(CRefusals, AnAlignmentNeedsFiniteEndsBoth) {
+    for (const std::size_t bad : {0U, 2U}) {
+        FmkIp points[3] = {{{0.0, 0.0}, 0.0, 0.0, 0.0}, {{100.0, 0.0}, 30.0, 0.0, 0.0}, {{150.0, 80.0}, 0.0, 0.0, 0.0}};
+        points[bad].point.y = kNan;
+        FmkCurve curves[8] = {};
+        std::size_t written = 77;
+        EXPECT_EQ(fmk_curvesByIps(points, 3, nullptr, curves, 8, &written), FMK_NOT_FINITE) << bad;
+        EXPECT_EQ(written, 77u);
+    }
+}
+
 TEST(CRefusals, SizesThatNoCurveHas) {
     const FmkCurve* const curve = &kRoad[1];
     const FmkPose pose{{0.0, 0.0}, 0.0};

@@ -297,6 +297,15 @@ TEST(ChainRecords, RefuseWhatIsNoElement) {
               }),
               ChainStatus::NotAnElement)
         << "shorter than the chord";
+    // Up to 2 mm more than the diameter are a half circle.
+    for (const double more : {-0.002, 0.001, 0.0019, 0.0021, 0.1, 1.0}) {
+        Calelm half{};
+        half.type = ALI_ARC;
+        half.dir = 1.0;
+        half.par = 100.0;
+        half.ex = 200.0 + more;
+        EXPECT_EQ(curveOfRecord(half, curve), more < 0.002 ? ChainStatus::Ok : ChainStatus::NotAnElement) << more;
+    }
     EXPECT_EQ(with([](Calelm& r) { r.ex = kNan; }), ChainStatus::NotFinite);
     exact::Pose tiny{100, 200, 0.3};
     ASSERT_EQ(curveOfRecord(exact::lay(tiny, exact::arc(1.0, 0.002, 0.008)), curve), ChainStatus::Ok);
@@ -405,6 +414,17 @@ TEST(CChain, AnswersAsTheLibraryDoes) {
     EXPECT_EQ(fmk_chainPoints(chain.get(), distances.data(), 3, two, 2, points.data()), FMK_BAD_VALUE);
 }
 
+TEST(CChain, WithoutOffsetsPlacesLieOnTheAxis) {
+    const Chain plain = roadChain();
+    const OwnedChain chain = madeOfCurves();
+    const double distances[] = {0.0, 70.0, 130.0, 350.0};
+    std::array<FmkChainPlace, 4> places{};
+    ASSERT_EQ(fmk_chainPlaces(chain.get(), distances, places.size(), nullptr, 0, places.data()), FMK_OK);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        EXPECT_EQ((Point{places[i].point.x, places[i].point.y}), *plain.pointAt(distances[i])) << i;
+    }
+}
+
 TEST(CChain, OneOffsetGoesForAllPoints) {
     const Chain plain = roadChain();
     const OwnedChain chain = madeOfCurves();
@@ -468,6 +488,8 @@ TEST(CChain, TellsOfEachCrossingWhetherItTouches) {
         ASSERT_EQ(count, 1U);
         EXPECT_EQ(found[0].tangent, tangent);
         EXPECT_NEAR(found[0].distance, 50.0, 1e-6);
+        EXPECT_NEAR(found[0].point.x, 50.0, 1e-6);
+        EXPECT_NEAR(found[0].point.y, 0.0, 1e-6);
     }
 }
 

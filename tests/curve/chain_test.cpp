@@ -310,6 +310,8 @@ TEST(Chain, RefusesWhatIsNotFinite) {
     }
     const std::vector<Curve> long1{straight({{0, 0}, 0.0}, 1e308), straight({{0, 0}, 0.0}, 1e308)};
     EXPECT_EQ(chain.set(long1), ChainStatus::NotFinite);
+    EXPECT_EQ(chain.set(std::span(long1).first(1), 1e308), ChainStatus::NotFinite) << "the last station";
+    EXPECT_EQ(Chain().set(std::span(long1).first(1), -1e308), ChainStatus::Ok);
     const std::vector<StationEquation> falling{{5, 0}, {1, 0}};
     EXPECT_EQ(chain.set(chain.curves(), 0.0, falling), ChainStatus::OutOfOrder);
     EXPECT_EQ(chain.length(), 10.0) << "as it was";

@@ -176,6 +176,11 @@ TEST(Crossings, OfACurveWithItsOwnPartAreAnOverlap) {
         const Crossings all = crossings(whole, piece);
         ASSERT_TRUE(all.overlap) << both(i, whole, piece);
         ASSERT_GE(all.found.size(), 2u) << both(i, whole, piece);
+        // Seen from the part it runs from its very start to its very end.
+        const Crossings own = crossings(piece, whole);
+        ASSERT_TRUE(own.overlap) << both(i, whole, piece);
+        ASSERT_NEAR(own.found.front().alongFirst, 0.0, 1e-6) << both(i, whole, piece);
+        ASSERT_NEAR(own.found.back().alongFirst, piece.length, 1e-6) << both(i, whole, piece);
     }
 }
 
@@ -209,6 +214,7 @@ TEST(Crossings, NeighboursOfAnAlignmentTouchAtTheirJoint) {
         const Crossings all = crossings(a, b);
         ASSERT_EQ(all.found.size(), 1u);
         EXPECT_TRUE(all.found[0].tangent);
+        EXPECT_FALSE(all.overlap);
         EXPECT_NEAR(all.found[0].alongFirst, a.length, 0.5);
         EXPECT_NEAR(all.found[0].alongSecond, 0.0, 0.5);
     }

@@ -298,20 +298,24 @@ TEST(CInterface, OfMoreFeetThanThereIsRoomForThoseAboutTheNearestAreWritten) {
 }
 
 TEST(CInterface, AFootHasThePlaceOnTheCurve) {
-    const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
-    const FmkPoint point{60.0, 20.0};
-    FmkFoot nearest{};
-    FmkFoot feet[4] = {};
-    std::size_t count = 0;
-    ASSERT_EQ(fmk_curveNearest(&curve, &point, &nearest), FMK_OK);
-    ASSERT_EQ(fmk_curveFeet(&curve, &point, feet, 4, &count), FMK_OK);
-    ASSERT_EQ(count, 1u);
-    for (const FmkFoot& foot : {nearest, feet[0]}) {
-        FmkPose there{};
-        ASSERT_EQ(fmk_curvePose(&curve, foot.along, &there), FMK_OK);
-        EXPECT_NEAR(foot.point.x, there.point.x, 1e-9);
-        EXPECT_NEAR(foot.point.y, there.point.y, 1e-9);
-        EXPECT_NEAR(std::hypot(point.x - foot.point.x, point.y - foot.point.y), std::abs(foot.offset), 1e-9);
+    for (const auto& [first, last] : {std::pair(0.0, 0.01), std::pair(0.0, 0.0), std::pair(0.01, 0.01)}) {
+        const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, first, last};
+        const FmkPoint point{60.0, 20.0};
+        FmkFoot nearest{};
+        FmkFoot feet[4] = {};
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_curveNearest(&curve, &point, &nearest), FMK_OK);
+        ASSERT_EQ(fmk_curveFeet(&curve, &point, feet, 1, &count), FMK_OK) << "that one is all";
+        ASSERT_EQ(count, 1u);
+        for (const FmkFoot& foot : {nearest, feet[0]}) {
+            FmkPose there{};
+            ASSERT_EQ(fmk_curvePose(&curve, foot.along, &there), FMK_OK);
+            EXPECT_NEAR(foot.point.x, there.point.x, 1e-9);
+            EXPECT_NEAR(foot.point.y, there.point.y, 1e-9);
+            EXPECT_NEAR(std::hypot(point.x - foot.point.x, point.y - foot.point.y), std::abs(foot.offset), 1e-9);
+        }
+        EXPECT_EQ(fmk_curveFeet(&curve, &point, feet, 0, &count), FMK_INCOMPLETE);
+        EXPECT_EQ(count, 0u);
     }
 }
 

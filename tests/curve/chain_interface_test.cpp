@@ -656,6 +656,30 @@ TEST(CChain, ComesFromIntersectionPointsAndFromRecords) {
     EXPECT_EQ(fmk_chainFromRecords(&bad, 1, 0.0, nullptr, 0, &none), FMK_NOT_AN_ELEMENT);
 }
 
+TEST(CChain, TellsOfEachExtremeOfAProfileWhetherItIsHigh) {
+    // Up, down and up again: a crest and a sag.
+    const FmkVerticalPoint points[] = {{0, 10, 0, 0, FMK_VERTICAL_NONE},
+                                       {200, 16, 100, 0, FMK_VERTICAL_PARABOLA},
+                                       {400, 10, 100, 0, FMK_VERTICAL_PARABOLA},
+                                       {600, 16, 0, 0, FMK_VERTICAL_NONE}};
+    FmkProfile* profile = nullptr;
+    ASSERT_EQ(fmk_profileMake(points, 4, &profile), FMK_OK);
+    std::array<FmkProfileExtreme, 4> extremes{};
+    for (FmkProfileExtreme& extreme : extremes) {
+        extreme.high = 7;
+    }
+    std::size_t count = 0;
+    EXPECT_EQ(fmk_profileExtremes(profile, extremes.data(), extremes.size(), &count), FMK_OK);
+    ASSERT_EQ(count, 2U);
+    for (std::size_t i = 0; i < count; ++i) {
+        EXPECT_EQ(extremes[i].high, i == 0 ? 1 : 0);
+        EXPECT_NEAR(extremes[i].station, i == 0 ? 200.0 : 400.0, kPointTolerance);
+        EXPECT_NEAR(extremes[i].height, i == 0 ? 15.25 : 10.75, kPointTolerance);
+        EXPECT_EQ(extremes[i].levelFor, 0.0);
+    }
+    fmk_profileFree(profile);
+}
+
 TEST(CChain, ProfilesAndCrossfallsHoldTheirValues) {
     const FmkVerticalPoint points[] = {
         {0, 10, 0, 0, FMK_VERTICAL_NONE}, {200, 16, 100, 0, FMK_VERTICAL_PARABOLA}, {350, 12, 0, 0, FMK_VERTICAL_NONE}};

@@ -179,6 +179,10 @@ TEST(CircleCross, SmallCirclesHaveTheirOwnTouchScale) {
     // W = 16 area^2 of the triangle; for r = 0.5 a touch is below 1.5e-8 / 16.
     EXPECT_EQ(1, circleCross(0, 0, 0.5, 1.0 - 1e-10, 0, 0.5, p1, p2));
     EXPECT_EQ(0, circleCross(0, 0, 0.5, 1.0 - 1e-8, 0, 0.5, p1, p2));
+    // From a radius of 1 m on it is below 1.5e-6.
+    EXPECT_EQ(1, circleCross(0, 0, 1.0, 2.0 - 1e-8, 0, 1.0, p1, p2));
+    EXPECT_EQ(0, circleCross(0, 0, 1.0, 2.0 - 1e-6, 0, 1.0, p1, p2));
+    EXPECT_EQ(0, circleCross(0, 0, 0.999, 1.998 - 1e-8, 0, 0.999, p1, p2));
 }
 
 TEST(LineCircleCross, CountsTheCuts) {

@@ -373,6 +373,9 @@ TEST(CDsetAToRAR, BetweenEqualRadiiTheClothoidSharpensTowardsTheSecond) {
         a.type = exact::kClothoidType;
         a.par = 70.0;
         ASSERT_EQ(0, CDsetAToRAR(0, &first, &second, &a)) << dir;
+        double apart = kUnwritten;
+        ASSERT_EQ(0, CDOODistForRAR(&first, &a, 0, &second, &apart)) << dir;
+        EXPECT_NEAR(std::hypot(first.k1 - second.k1, first.k2 - second.k2), apart, kSeriesTolerance) << dir;
         Calelm laid{};
         CDchgSpace(&a, &laid);
         EXPECT_EQ(0.0, laid.r1);

@@ -517,4 +517,17 @@ TEST(ARAmakRR, TakesArcsOfLessThanAMetre) {
     }
 }
 
+TEST(SmakRR, ARecordThatIsNoArcIsRefusedInEitherPlace) {
+    const auto chain = exact::lay_chain({0, 0, 0.3}, {arc(1, 40, 50), straight(70), arc(-1, 120, 90)});
+    for (const bool first : {true, false}) {
+        for (const std::int16_t type : {std::int16_t{0}, std::int16_t{1}, std::int16_t{3}}) {
+            Calelm a = chain[0], b = chain[2], s{};
+            (first ? a : b).type = type;
+            const Calelm before[2] = {a, b};
+            EXPECT_EQ(-1, ali_SmakRR(&a, &b, &s)) << first << type;
+            EXPECT_TRUE(exact::identical(before[0], a) && exact::identical(before[1], b)) << first << type;
+        }
+    }
+}
+
 } // namespace

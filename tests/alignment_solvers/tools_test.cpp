@@ -181,7 +181,8 @@ TEST(CircleCross, SmallCirclesHaveTheirOwnTouchScale) {
     EXPECT_EQ(0, circleCross(0, 0, 0.5, 1.0 - 1e-8, 0, 0.5, p1, p2));
     // From a radius of 1 m on it is below 1.5e-6.
     EXPECT_EQ(1, circleCross(0, 0, 1.0, 2.0 - 1e-8, 0, 1.0, p1, p2));
-    EXPECT_EQ(0, circleCross(0, 0, 1.0, 2.0 - 1e-6, 0, 1.0, p1, p2));
+    EXPECT_EQ(1, circleCross(0, 0, 1.0, 2.0 - 9.2e-8, 0, 1.0, p1, p2));
+    EXPECT_EQ(0, circleCross(0, 0, 1.0, 2.0 - 9.6e-8, 0, 1.0, p1, p2));
     EXPECT_EQ(0, circleCross(0, 0, 0.999, 1.998 - 1e-8, 0, 0.999, p1, p2));
 }
 

@@ -306,6 +306,8 @@ TEST(CRefusals, AnAlignmentNeedsFiniteEndsBoth) {
         FmkCurve curves[8] = {};
         std::size_t written = 77;
         EXPECT_EQ(fmk_curvesByIps(points, 3, nullptr, curves, 8, &written), FMK_NOT_FINITE) << bad;
+        points[1] = {{100.0, bad == 2 ? kNan : 0.0}, 0.0, 0.0, 0.0};
+        EXPECT_EQ(fmk_curvesByIps(points, 2, nullptr, curves, 8, &written), FMK_NOT_FINITE) << "without any between";
         EXPECT_EQ(written, 77u);
     }
 }

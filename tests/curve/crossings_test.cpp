@@ -210,7 +210,8 @@ TEST(Crossings, NeighboursOfAnAlignmentTouchAtTheirJoint) {
     const Curve first = straight({{100.0, 200.0}, 0.3}, 80.0);
     const Curve second{endPose(first), 60.0, 0.0, 0.01};
     const Curve third = arc(endPose(second), 90.0, 0.01);
-    for (const auto& [a, b] : {std::pair(first, second), std::pair(second, third)}) {
+    const auto [before, behind] = split(second, 20.0); // two parts of one clothoid
+    for (const auto& [a, b] : {std::pair(first, second), std::pair(second, third), std::pair(before, behind)}) {
         const Crossings all = crossings(a, b);
         ASSERT_EQ(all.found.size(), 1u);
         EXPECT_TRUE(all.found[0].tangent);

@@ -108,10 +108,11 @@ TEST(FitG2, KeepsPosesAndCurvatures) {
         const double length = a.length + b.length + c.length;
         // The first and the last are alike, of a share that bends no more suddenly than it must.
         EXPECT_EQ(a.length, c.length);
+        const double made = a.length / length;
         const double shares[] = {0.3, 0.25, 0.2, 0.15, 0.1, 0.07, 0.05, 0.03, 0.02, 0.01, 3e-3, 1e-3, 1e-4, 1e-5};
         EXPECT_TRUE(std::any_of(std::begin(shares), std::end(shares),
-                                [&](double share) { return std::abs(a.length / length - share) < 1e-9; }))
-            << i << ' ' << a.length / length;
+                                [&](double share) { return std::abs(made - share) < 1e-9; }))
+            << i << ' ' << made;
         EXPECT_EQ(a.start, from);
         EXPECT_EQ(a.startCurvature, k0);
         EXPECT_EQ(c.endCurvature, k1);

@@ -78,19 +78,14 @@ int fmk_curveFeet(const FmkCurve* curve, const FmkPoint* point, FmkFoot* feet, s
         if (!fenmark::curve::isFinite(valueOf(*point))) {
             return static_cast<int>(FMK_NOT_FINITE);
         }
-        // One more than there is room for shows that there are more.
-        const std::size_t most = std::min(room, kMostFeet) + 1;
-        const std::vector<Foot> found = feetOf(value, valueOf(*point), most);
-        for (const Foot& foot : found) {
-            if (!isFinite(foot)) {
-                return static_cast<int>(FMK_TOO_LARGE);
-            }
+        const Feet feetFound = feetOf(value, valueOf(*point), std::min(room, kMostFeet));
+        const std::vector<Foot>& found = feetFound.found;
+        if (!std::all_of(found.begin(), found.end(), [](const Foot& foot) { return isFinite(foot); })) {
+            return static_cast<int>(FMK_TOO_LARGE);
         }
-        *count = std::min(room, found.size());
-        for (std::size_t i = 0; i < *count; ++i) {
-            feet[i] = recordOf(found[i]);
-        }
-        return static_cast<int>(found.size() > room || found.size() >= most ? FMK_INCOMPLETE : FMK_OK);
+        *count = found.size();
+        std::transform(found.begin(), found.end(), feet, [](const Foot& foot) { return recordOf(foot); });
+        return static_cast<int>(feetFound.complete ? FMK_OK : FMK_INCOMPLETE);
     });
 }
 

@@ -198,7 +198,7 @@ bool Search::runsOnSecond(double from, double to) const {
 bool Search::overlapsInTurns() {
     std::vector<double> cuts{0.0, first().length};
     for (const double t : {0.0, second().length}) {
-        for (const Foot& foot : feetOf(first(), second_.pointAt(t))) {
+        for (const Foot& foot : feetOf(first(), second_.pointAt(t)).found) {
             if (std::abs(foot.offset) <= same_) {
                 cuts.push_back(foot.along);
             }

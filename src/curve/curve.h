@@ -153,10 +153,14 @@ struct Foot {
 [[nodiscard]] Foot nearestFoot(const PreparedCurve& curve, const Point& point);
 
 inline constexpr std::size_t kMostFeet = 1'000;
-// Every point of the curve where the way to the given point is perpendicular to it, by length: nearest and farthest
-// points of their neighbourhoods. Of a curve that winds so often that there are more than `most`, those around the
-// nearest one.
-[[nodiscard]] std::vector<Foot> feetOf(const Curve& curve, const Point& point, std::size_t most = kMostFeet);
+
+struct Feet {
+    std::vector<Foot> found; // by length
+    bool complete = true;    // false where there may be more
+};
+// Every point of the curve where the way to the given point is perpendicular to it: nearest and farthest points of their
+// neighbourhoods. Where there are more than `most`, a run of them about the nearest one.
+[[nodiscard]] Feet feetOf(const Curve& curve, const Point& point, std::size_t most = kMostFeet);
 
 // ---- Crossings
 

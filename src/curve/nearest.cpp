@@ -273,6 +273,18 @@ double wholeTurn(const Curve& curve) {
     return 0.5 * (k0 * (k0 / (k0 + k1)) + k1 * (k1 / (k0 + k1))) * curve.length;
 }
 
+// Of feet by length a run about the nearest.
+void keepAboutNearest(std::vector<Foot>& feet, std::size_t most) {
+    if (feet.size() <= most) {
+        return;
+    }
+    const auto nearer = [](const Foot& a, const Foot& b) { return std::abs(a.offset) < std::abs(b.offset); };
+    const auto nearest = static_cast<std::size_t>(std::min_element(feet.begin(), feet.end(), nearer) - feet.begin());
+    const std::size_t first = std::min(nearest - std::min(nearest, most / 2), feet.size() - most);
+    feet.erase(feet.begin(), feet.begin() + static_cast<std::ptrdiff_t>(first));
+    feet.resize(most);
+}
+
 } // namespace
 
 Foot nearestFoot(const Curve& curve, const Point& point) {
@@ -331,58 +343,62 @@ Foot nearestFoot(const PreparedCurve& curve, const Point& point) {
     return foot;
 }
 
-std::vector<Foot> feetOf(const Curve& curve, const Point& point, std::size_t most) {
-    std::vector<Foot> feet;
+Feet feetOf(const Curve& curve, const Point& point, std::size_t most) {
+    Feet result;
+    std::vector<Foot>& feet = result.found;
+    const auto finished = [&](bool searched) {
+        result.complete = searched && feet.size() <= most;
+        keepAboutNearest(feet, most);
+        return std::move(result);
+    };
     const PreparedCurve prepared(curve);
     const double tolerance = footTolerance(curve, point);
-    const auto add = [&](const Seen& seen) {
-        if (feet.size() < most) {
-            feet.push_back({seen.along, seen.point, seen.e, true});
-        }
-    };
+    const auto add = [&](const Seen& seen) { feet.push_back({seen.along, seen.point, seen.e, true}); };
     if (curve.startCurvature == curve.endCurvature || curve.length == 0.0) {
         const Seen start = look(prepared, point, 0.0);
         if (curve.startCurvature == 0.0) {
             if (start.g >= -tolerance && start.g <= curve.length + tolerance) {
                 add(look(prepared, point, std::clamp(start.g, 0.0, curve.length)));
             }
-            return feet;
+            return finished(true);
         }
         const double bend = std::abs(curve.startCurvature);
         const double aside = curve.startCurvature < 0.0 ? -start.e : start.e;
         const double half = kPi / bend;
         double along = std::atan2(bend * start.g, 1.0 - bend * aside) / bend;
         along -= std::floor((along + tolerance) / half) * half; // the first of them
-        for (double i = 0.0; along + i * half <= curve.length + tolerance && feet.size() < most; i += 1.0) {
+        // Near and far ones take turns: one more than wanted holds a near one, and shows that there are more.
+        for (double i = 0.0; along + i * half <= curve.length + tolerance && feet.size() <= most; i += 1.0) {
             add(look(prepared, point, std::clamp(along + i * half, 0.0, curve.length)));
         }
-        return feet;
+        return finished(true);
     }
-    const Seen middle = powerChange(prepared, point);
-    // Two feet a turn each way at most, and some more about the middle.
-    const double turn = kPi * (0.5 * static_cast<double>(most) + 4.0);
+    // Two feet a turn, also where the middle is an end, and some more about it.
+    const double turn = kPi * (static_cast<double>(most) + 4.0);
     const auto take = [&](const Seen& seen) {
         add(seen);
-        return feet.size() < most;
+        return true;
     };
     const Seen start = look(prepared, point, 0.0);
     const Seen end = look(prepared, point, curve.length);
-    if (wholeTurn(curve) <= turn) {
+    const bool throughout = wholeTurn(curve) <= turn;
+    if (throughout) {
         if (start.g <= 0.0 && start.g >= -tolerance) {
             add(start); // perpendicular at the very start, but for the rounding
         }
         feetFrom(prepared, point, start, true, 2.0 * turn + kTwoPi, kFootShare * curve.length, take);
-        if (end.g >= 0.0 && end.g <= tolerance && feet.size() < most) {
+        if (end.g >= 0.0 && end.g <= tolerance) {
             add(end);
         }
     } else {
-        feetFrom(prepared, point, middle, false, 0.5 * turn, kFootShare * curve.length, take);
-        feetFrom(prepared, point, middle, true, 0.5 * turn, kFootShare * curve.length, take);
+        const Seen middle = powerChange(prepared, point);
+        feetFrom(prepared, point, middle, false, turn, kFootShare * curve.length, take);
+        feetFrom(prepared, point, middle, true, turn, kFootShare * curve.length, take);
     }
     std::sort(feet.begin(), feet.end(), [](const Foot& a, const Foot& b) { return a.along < b.along; });
     const auto same = [&](const Foot& a, const Foot& b) { return b.along - a.along <= kFootShare * curve.length; };
     feet.erase(std::unique(feet.begin(), feet.end(), same), feet.end());
-    return feet;
+    return finished(throughout);
 }
 
 } // namespace fenmark::curve

@@ -23,14 +23,16 @@ struct WithinReach {
 };
 
 // Whether what Halley's method leaves of a step is nothing beside the length:
-// ((g'' / 2 g')^2 - g''' / 6 g') move^3 with g''' = -3 c k g - k^2 g'.
+// ((g'' / 2 g')^2 - g''' / 6 g') move^3 with g''' = -3 c k g - k^2 g'. Beside an inflection, where all that vanishes on the
+// curve itself, c^2 move^5 is left; seen: 0.058 of it.
 template <typename Seen>
 bool settled(const Seen& seen, double growth, double bend, double move, double length) {
     constexpr double kLeft = 1e-14; // of the length. Seen in 26,000 seeded cases, rounding included: 3.5e-14
     const double slope = seen.k * seen.e - 1.0;
     const double half = 0.5 * bend / slope;
     const double rest = half * half + (seen.k * seen.k + 3.0 * growth * seen.k * seen.g / slope) / 6.0;
-    return std::abs(rest * move * move * move) < kLeft * length;
+    const double change = growth * move * move;
+    return (std::abs(rest * move * move) + change * change / 16.0) * std::abs(move) < kLeft * length;
 }
 
 // `at(along)` sees the point from there: g, e, k. `sharpest` is the largest curvature, not negative. Nothing where the point

@@ -514,6 +514,29 @@ TEST(ClothoidFromAnEnd, AgreesWithIntegrationAndWithTwoPoints) {
     }
 }
 
+TEST(ClothoidFromAnEnd, TheGivenEndStaysToTheLastBit) {
+    Random random(54006);
+    SCOPED_TRACE(random.trace());
+    for (const Place place : kPlaces) {
+        for (int i = 0; i < 500; ++i) {
+            Calelm given = randomClothoidSizes(random);
+            given.sx = place.x + random.uniform(-500.0, 500.0);
+            given.sy = place.y + random.uniform(-500.0, 500.0);
+            given.ex = place.x + random.uniform(-500.0, 500.0);
+            given.ey = place.y + random.uniform(-500.0, 500.0);
+            given.sang = given.eang = random.uniform(0.01, 6.27);
+            Calelm from_start = given;
+            ASSERT_EQ(ali_makangA(&from_start, 1), 0);
+            EXPECT_EQ(from_start.sx, given.sx);
+            EXPECT_EQ(from_start.sy, given.sy);
+            Calelm from_end = given;
+            ASSERT_EQ(ali_makangA(&from_end, 2), 0);
+            EXPECT_EQ(from_end.ex, given.ex);
+            EXPECT_EQ(from_end.ey, given.ey);
+        }
+    }
+}
+
 TEST(ClothoidFromAnEnd, TheRadiusLimitIsRefused) {
     Calelm rec = clothoidSizes(1.0, 100.0, 0.0, 56.0);
     const Calelm before = rec;

@@ -403,6 +403,36 @@ TEST(ArcClothoid, EndsThatNearlyMeetCountWithinTheirTolerance) {
     }
 }
 
+// An arc is as much longer as an angle step at its centre is: 0.4 mm of a radius of 300 m.
+TEST(ArcClothoid, AnArcThatBeginsOrEndsOnTheClothoidMeetsItThere) {
+    const Calelm clothoid = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 120.0);
+    double p[2];
+    double t = 0.0;
+    ASSERT_EQ(ali_onlA(&clothoid, 40.0, p, &t), 0);
+    for (const double dir : {1.0, -1.0}) {
+        for (const double side : {0.5 * kPi, -0.5 * kPi}) {
+            for (const bool begins : {true, false}) {
+                for (const double gap : {0.0, 2e-4, 2e-3}) {
+                    const double x = p[0] + gap * std::cos(t + side);
+                    const double y = p[1] + gap * std::sin(t + side);
+                    Calelm arc = arcFrom(x, y, t + side, dir, 300.0, 50.0);
+                    if (!begins) {
+                        CDreverA(&arc, 1);
+                    }
+                    const Result r = call(ali_intpRA, arc, clothoid);
+                    if (gap > 1e-3) {
+                        EXPECT_EQ(r.status, -1) << dir << ' ' << side << ' ' << begins;
+                    } else {
+                        ASSERT_GE(r.status, 0) << dir << ' ' << side << ' ' << begins << ' ' << gap;
+                        EXPECT_NEAR(r.b, 40.0, kCrossing);
+                        EXPECT_NEAR(r.a, begins ? 0.0 : 50.0, 1e-3);
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(ArcClothoid, AWholeCircleIsCrossedTwice) {
     for (const double dir : {-1.0, 1.0}) {
         const Calelm clothoid = clothoidFrom(0.0, 0.0, 1.0, 1.0, 100.0, 0.0, 120.0);

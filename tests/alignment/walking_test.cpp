@@ -318,6 +318,18 @@ TEST(ProjectionOnArc, AFootAtTheStartHasStationZeroInBothSenses) {
         ASSERT_EQ(ali_projR(&rec, p, foot, &s), 0) << dir;
         EXPECT_EQ(s, 0.0);
         EXPECT_NEAR(foot[0], rec.sx, 1e-4);
+        // Half a length step before the start, which is nothing; two of them are no foot.
+        for (const double before : {5e-6, 2e-5}) {
+            const double back = -dir * before / 80.0;
+            // The turn of the survey plane runs against the angle of the calculation plane.
+            const double x = rec.sx - rec.k1;
+            const double y = rec.sy - rec.k2;
+            const double q[2] = {rec.k1 + 1.2 * (x * std::cos(-back) - y * std::sin(-back)),
+                                 rec.k2 + 1.2 * (x * std::sin(-back) + y * std::cos(-back))};
+            s = kUntouched;
+            EXPECT_EQ(ali_projR(&rec, q, foot, &s), before < 1e-5 ? 0 : -1) << dir << ' ' << before;
+            EXPECT_EQ(s, before < 1e-5 ? 0.0 : kUntouched) << dir << ' ' << before;
+        }
     }
 }
 
@@ -385,6 +397,9 @@ TEST(FootTest, TellsOnWhichSideTheFootLies) {
     EXPECT_EQ(cosine, 0.0);
     const double off[2] = {x, y + 0.0011};
     EXPECT_NE(chk_ang(&a, off, 50.0, &cosine), 2);
+    const double besideStart[2] = {0.0, 10.0};
+    EXPECT_EQ(chk_ang(&a, besideStart, 0.0, &cosine), 0) << "the tangent of the flat end is the axis";
+    EXPECT_NEAR(cosine, 0.0, 1e-12);
 }
 
 TEST(Length, OfEachType) {

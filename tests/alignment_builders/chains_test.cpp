@@ -573,4 +573,36 @@ TEST(ARmakRR, RefusesUnlikeTurnsBetweenFiniteRadiiAndAThirdArcInsideTheSecond) {
     EXPECT_FALSE(refused({.dir2 = 0.0})) << "it follows from arc 3";
 }
 
+// Radii above 600 times the parameter: the series puts that end 17 mm away, on the clothoid's origin.
+TEST(ARmakRR, AnEndThatTheSeriesTakesForTheOriginIsRefused) {
+    for (const bool flat_first : {true, false}) {
+        const double flat = 9868.0;
+        const auto chain =
+            lay_chain({0, 0, 1}, {arc(1.0, flat_first ? flat : 45.0, 60.0),
+                                  clothoid(1.0, 13.0, flat_first ? flat : 45.0, flat_first ? 45.0 : flat),
+                                  arc(1.0, flat_first ? 45.0 : flat, 60.0), arc(1.0, 2.0 * flat, 90.0)});
+        Calelm arc1 = in_calculation_plane(chain[0]);
+        Calelm arc3 = in_calculation_plane(chain[3]);
+        Calelm arc2 = sizes_only(chain[2]);
+        Calelm a = sizes_only(chain[1]);
+        const Calelm before[4] = {arc1, a, arc2, arc3};
+        EXPECT_EQ(static_cast<std::int16_t>(ARmakRR(-1, &arc1, &arc3, &arc2, &a)), -1) << flat_first;
+        EXPECT_TRUE(identical(arc1, before[0]) && identical(a, before[1]) && identical(arc2, before[2]) &&
+                    identical(arc3, before[3]));
+    }
+}
+
+TEST(ARmakRR, TakesRadiiOfLessThanACentimetre) {
+    for (const double size : {1.0, 1e-2, 1e-4}) {
+        const auto chain = lay_chain(
+            {0, 0, 1}, {arc(1.0, 80.0 * size, 80.0 * size), clothoid(1.0, 60.0 * size, 80.0 * size, 200.0 * size),
+                        arc(1.0, 200.0 * size, 60.0 * size), arc(1.0, 450.0 * size, 90.0 * size)});
+        Calelm arc1 = in_calculation_plane(chain[0]);
+        Calelm arc3 = in_calculation_plane(chain[3]);
+        Calelm arc2 = sizes_only(chain[2]);
+        Calelm a = sizes_only(chain[1]);
+        EXPECT_EQ(static_cast<std::int16_t>(ARmakRR(-1, &arc1, &arc3, &arc2, &a)), 0) << size;
+    }
+}
+
 } // namespace

@@ -4,8 +4,11 @@
 
 #include "support/sweep.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <limits>
 #include <vector>
 
@@ -534,6 +537,54 @@ TEST(MakAORP, RefusesAPointOutOfReachWithEverythingUnchanged) {
         EXPECT_EQ(setAOR_P(far_off, &r1, &a, &made), -1);
         EXPECT_TRUE(identical(r1, chain[0]) && identical(a, sizes_only(chain[1])) && identical(made, r2));
     }
+}
+
+TEST(MakAORP, RefusesArcsWithoutATurnOrALength) {
+    const auto chain =
+        lay_chain({0, 0, 0.7}, {arc(1.0, 200.0, 120.0), clothoid(1.0, 80.0, 0.0, 100.0), arc(1.0, 100.0, 60.0)});
+    const double p[2] = {chain[2].ex, chain[2].ey};
+    for (const int mode : {1, -1}) {
+        for (const auto& spoil : std::vector<std::function<void(Calelm&, Calelm&)>>{
+                 [](Calelm&r1, Calelm&) { r1.dir = 0.0; }, [](Calelm&r1, Calelm&) { r1.dir = 0.5; },
+                 [](Calelm&, Calelm&r2) { r2.dir = 0.0; }, [](Calelm&, Calelm&r2) { r2.dir = 2.0; },
+                 [](Calelm&, Calelm&r2) { r2.len = -1.0; }, [](Calelm&, Calelm&r2) { r2.len = std::nan(""); }}) {
+            Calelm r1 = chain[0];
+            Calelm a = sizes_only(chain[1]);
+            Calelm r2 = sizes_only(chain[2]);
+            r2.len = chain[2].len;
+            spoil(r1, r2);
+            const Calelm before[3] = {r1, a, r2};
+            EXPECT_EQ(ali_makAOR_P(p, mode, &r1, &a, &r2), -1) << mode;
+            EXPECT_TRUE(identical(r1, before[0]) && identical(a, before[1]) && identical(r2, before[2])) << mode;
+        }
+    }
+}
+
+// Most points have no chain, and a few only one that the roundings of its elements break.
+TEST(MakAORP, OfAnyPointTheAnswerIsAChainOrMinusOne) {
+    Random random(5160);
+    int done = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const double dir1 = random.sign();
+        const double dir2 = random.sign();
+        const double radius1 = random.radius();
+        const double radius2 = random.radius();
+        const auto chain = lay_chain(random.pose(), {arc(dir1, radius1, some_sweep(random, radius1))});
+        Calelm r1 = chain[0];
+        Calelm a = sizes_only(lay_chain(random.pose(), {clothoid(dir1, random.parameter(std::min(radius1, radius2)),
+                                                                 0.0, std::min(radius1, radius2))})[0]);
+        Calelm r2 =
+            sizes_only(lay_chain(random.pose(), {arc(dir2, radius2, random.arc_length(radius2, 0.01, 2.9))})[0]);
+        r2.len = random.pick(3) == 0 ? 0.0 : random.arc_length(radius2, 0.01, 2.9);
+        const double reach = radius1 + 2.0 * radius2;
+        const double p[2] = {r1.k1 + random.uniform(-reach, reach), r1.k2 + random.uniform(-reach, reach)};
+        const Calelm before[3] = {r1, a, r2};
+        const int status = ali_makAOR_P(p, random.coin() ? 1 : -1, &r1, &a, &r2);
+        done += status == 0 ? 1 : 0;
+        ASSERT_TRUE(status == 0 || status == -1) << i << ' ' << status;
+        ASSERT_TRUE(status == 0 || (identical(r1, before[0]) && identical(a, before[1]) && identical(r2, before[2])));
+    }
+    EXPECT_GT(done, 100);
 }
 
 } // namespace

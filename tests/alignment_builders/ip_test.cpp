@@ -121,6 +121,9 @@ TEST(IPsetR, LegsInLineGiveAnEmptyArcAtTheIp) {
     EXPECT_NEAR(r.sang, std::atan2(2.0, 1.0), kTangentTolerance);
     EXPECT_EQ(r.sang, r.eang);
     EXPECT_EQ(ip.angle, 0.0);
+    EXPECT_EQ(r.par, 100.0);
+    EXPECT_EQ(r.r1, 0.0);
+    EXPECT_EQ(r.r2, 0.0);
 }
 
 TEST(IPsetR, RefusesLegsThatTurnBackEqualPointsAndARadiusThatIsNotPositive) {

@@ -213,6 +213,22 @@ TEST(MakrRPS, MakesTheArcOfOppositeTurnBetweenThePointAndTheGivenArc) {
     }
 }
 
+TEST(MakrRPS, TheNewArcTurnsAgainstTheGivenOneWhateverItsRecordSays) {
+    for (const double dir : {1.0, -1.0}) {
+        const auto chain = lay_chain({5, 7, 0.4}, {arc(dir, 100.0, 50.0), arc(-dir, 60.0, 40.0)});
+        for (const double said : {0.0, 1.0, -1.0, 0.5}) {
+            Calelm given = extended(chain[0], 0.0, 20.0);
+            Calelm made{};
+            made.par = 60.0;
+            made.dir = said;
+            const Point p = end_point(chain[1]);
+            ASSERT_EQ(ali_makrR_P_S(p.p, 1, &made, &given), 0) << dir << ' ' << said;
+            EXPECT_EQ(made.dir, -dir);
+            EXPECT_TRUE(same_chain(std::vector{given, made}, chain)) << dir << ' ' << said;
+        }
+    }
+}
+
 TEST(MakrRPS, RefusesAPointOutOfReach) {
     Calelm given = lay_chain({0, 0, 1}, {arc(1.0, 100.0, 80.0)})[0];
     Calelm made{};

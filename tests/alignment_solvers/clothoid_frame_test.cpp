@@ -110,6 +110,51 @@ TEST(ClothoidFrame, StraightsAndArcsGoInAsTheirPointsDo) {
     }
 }
 
+// A turn of less than the step of angles counts as none.
+TEST(ClothoidFrame, OfAClothoidThatLiesAsTheStandardOneIsOnlyMoved) {
+    double x = 0, y = 0;
+    CDRcalxy(80.0, 100.0, &x, &y);
+    for (const double turn : {0.0, 1e-6, -1e-6}) {
+        Calelm a{};
+        a.type = exact::kClothoidType;
+        a.dir = 1.0;
+        a.par = 80.0;
+        a.r2 = 100.0;
+        a.sx = 30.0;
+        a.sy = -20.0;
+        a.ex = 30.0 + x * std::cos(turn) - y * std::sin(turn);
+        a.ey = -20.0 + x * std::sin(turn) + y * std::cos(turn);
+        const double p[2] = {150.0, 90.0};
+        double inside[2], back[2];
+        ASSERT_EQ(0, CDPinAbs(&a, p, inside));
+        EXPECT_NEAR(120.0, inside[0], kRoundTrip) << turn;
+        EXPECT_NEAR(110.0, inside[1], kRoundTrip) << turn;
+        ASSERT_EQ(0, CDP2Cal(&a, inside, back));
+        EXPECT_NEAR(150.0, back[0], kRoundTrip) << turn;
+        EXPECT_NEAR(90.0, back[1], kRoundTrip) << turn;
+    }
+}
+
+// Between equal radii the standard chord is a point, whose direction counts as that of +x.
+TEST(ClothoidFrame, OfAClothoidWithoutALengthHasTheDirectionOfItsAxis) {
+    double x = 0, y = 0;
+    CDRcalxy(80.0, 100.0, &x, &y);
+    Calelm a{};
+    a.type = exact::kClothoidType;
+    a.dir = 1.0;
+    a.par = 80.0;
+    a.r1 = a.r2 = 100.0;
+    a.sx = 30.0;
+    a.sy = -20.0;
+    a.ex = 30.0;
+    a.ey = -10.0; // north of +x by a right angle
+    const double p[2] = {33.0, -16.0};
+    double inside[2];
+    ASSERT_EQ(0, CDPinAbs(&a, p, inside));
+    EXPECT_NEAR(x + 4.0, inside[0], kRoundTrip);
+    EXPECT_NEAR(y - 3.0, inside[1], kRoundTrip);
+}
+
 TEST(ClothoidFrame, OutputMayBeTheInputRecord) {
     Random random(kSeed + 3);
     const Calelm a = laid_clothoid(random).element;
@@ -314,6 +359,33 @@ TEST(CDsetAToRAR, CentresTooNearForACommonTangentGiveOne) {
     EXPECT_EQ(1, CDsetAToRAR(0, &r1, &r2, &a));
     r2.k1 = 0.0;
     EXPECT_EQ(1, CDsetAToRAR(-1, &r1, &r2, &a)) << "concentric";
+}
+
+// Of equal arcs the second is laid as the sharper one: an S-curve whose clothoid runs out of the first.
+TEST(CDsetAToRAR, BetweenEqualRadiiTheClothoidSharpensTowardsTheSecond) {
+    for (const double dir : {1.0, -1.0}) {
+        const auto chain =
+            exact::lay_chain({10, 20, 0.4}, {exact::arc(-dir, 100.0, 30.0), exact::clothoid(dir, 70.0, 0.0, 100.0),
+                                             exact::arc(dir, 100.0, 40.0)});
+        Calelm first{}, second{}, a{};
+        CDchgSpace(&chain[0], &first);
+        CDchgSpace(&chain[2], &second);
+        a.type = exact::kClothoidType;
+        a.par = 70.0;
+        ASSERT_EQ(0, CDsetAToRAR(0, &first, &second, &a)) << dir;
+        double apart = kUnwritten;
+        ASSERT_EQ(0, CDOODistForRAR(&first, &a, 0, &second, &apart)) << dir;
+        EXPECT_NEAR(std::hypot(first.k1 - second.k1, first.k2 - second.k2), apart, kSeriesTolerance) << dir;
+        Calelm laid{};
+        CDchgSpace(&a, &laid);
+        EXPECT_EQ(0.0, laid.r1);
+        EXPECT_EQ(100.0, laid.r2);
+        EXPECT_EQ(dir, laid.dir);
+        EXPECT_NEAR(chain[1].sx, laid.sx, 1e-3) << dir;
+        EXPECT_NEAR(chain[1].sy, laid.sy, 1e-3) << dir;
+        EXPECT_NEAR(chain[1].ex, laid.ex, 1e-3) << dir;
+        EXPECT_NEAR(chain[1].ey, laid.ey, 1e-3) << dir;
+    }
 }
 
 } // namespace

@@ -503,4 +503,31 @@ TEST(FallenAzimuth, ClothoidKeepsThePointsItWasLaidWithBesideAnAxis) {
     EXPECT_TRUE(exact::identical(before, wrong));
 }
 
+TEST(ARAmakRR, TakesArcsOfLessThanAMetre) {
+    for (const double size : {100.0, 1.0, 0.4}) {
+        for (const double dir : {1.0, -1.0}) {
+            const auto chain = exact::lay_chain(
+                {0, 0, 1.0}, {arc(dir, 3.0 * size, 1.5 * size), clothoid(dir, 1.5 * size, 3.0 * size, size),
+                              arc(dir, size, 0.8 * size), clothoid(dir, 1.4 * size, size, 2.5 * size),
+                              arc(dir, 2.5 * size, 1.2 * size)});
+            Calelm a = chain[0], b = chain[4], a1 = sized(1.5 * size), r = sized(size, dir), a2 = sized(1.4 * size);
+            ASSERT_EQ(0, ali_ARAmakRR(-1, -1, &a, &b, &a1, &r, &a2)) << size << ' ' << dir;
+            EXPECT_TRUE(exact::same_chain(chain, std::vector{a, a1, r, a2, b})) << size << ' ' << dir;
+        }
+    }
+}
+
+TEST(SmakRR, ARecordThatIsNoArcIsRefusedInEitherPlace) {
+    const auto chain = exact::lay_chain({0, 0, 0.3}, {arc(1, 40, 50), straight(70), arc(-1, 120, 90)});
+    for (const bool first : {true, false}) {
+        for (const std::int16_t type : {std::int16_t{0}, std::int16_t{1}, std::int16_t{3}}) {
+            Calelm a = chain[0], b = chain[2], s{};
+            (first ? a : b).type = type;
+            const Calelm before[2] = {a, b};
+            EXPECT_EQ(-1, ali_SmakRR(&a, &b, &s)) << first << type;
+            EXPECT_TRUE(exact::identical(before[0], a) && exact::identical(before[1], b)) << first << type;
+        }
+    }
+}
+
 } // namespace

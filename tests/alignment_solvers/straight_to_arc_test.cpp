@@ -146,4 +146,31 @@ TEST(ARAAmakSR, FindsTheLongChainAgainOnBothSidesAndInBothSenses) {
     }
 }
 
+// Where curves to both sides would do, the first arc turns to the side of S on which R begins; on its line to the left.
+TEST(ARAAmakSR, TurnsFirstToTheSideOnWhichTheArcBegins) {
+    Random random(20260204);
+    SCOPED_TRACE(random.trace());
+    int asked_for = 0;
+    for (int i = 0; i < 2000; ++i) {
+        const std::optional<Case> given = long_chain(random, 1, random.sign());
+        if (!given) {
+            continue;
+        }
+        const Calelm& s = given->first;
+        const Calelm& r = given->last;
+        // y grows to the right.
+        const double right = (s.ex - s.sx) * (r.sy - s.sy) - (s.ey - s.sy) * (r.sx - s.sx);
+        const double asked = right > 0.0 ? -1.0 : 1.0;
+        if (given->chain[2].dir != asked || std::abs(right) < 1.0) {
+            continue;
+        }
+        const Answer answer = solve_long(*given, 1);
+        if (answer.status == 0) {
+            ++asked_for;
+            EXPECT_EQ(asked, answer.chain[2].dir) << i;
+        }
+    }
+    EXPECT_GT(asked_for, 300);
+}
+
 } // namespace

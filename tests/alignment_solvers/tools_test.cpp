@@ -1,10 +1,14 @@
 // The inner tools: positions on elements, cuts with circles, common tangents.
 #include "alignment/primitives/tools.h"
+#include "alignment/tangent/solver_tools.h"
 
 #include "support/exact_chain.h"
 
 #include <fenmark/alignment.h>
 
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 
 namespace {
@@ -108,6 +112,20 @@ TEST(LineCircleRoots, GivesTheFurtherCutFirst) {
     EXPECT_NEAR(3.0, p1[1], kPointTolerance);
 }
 
+TEST(LineCircleRoots, OfADirectionOfAnyLengthAreOnTheCircle) {
+    for (const double size : {0.25, 2.0, 10.0}) {
+        const double line[4] = {-10, 3, 0.6 * size, -0.8 * size};
+        const double centre[2] = {-8, 1};
+        double p1[2], p2[2];
+        ASSERT_EQ(0, lineCircleRoots(line, centre, 5.0, p1, p2));
+        for (const double* p : {p1, p2}) {
+            EXPECT_NEAR(5.0, std::hypot(p[0] + 8, p[1] - 1), kPointTolerance) << size;
+            EXPECT_NEAR(0.0, 0.8 * (p[0] + 10) + 0.6 * (p[1] - 3), kPointTolerance) << size;
+        }
+        EXPECT_GT(p1[0], p2[0]);
+    }
+}
+
 TEST(LineCircleRoots, TouchIsADoublePointAndAMissGivesMinusOne) {
     const double centre[2] = {0, 0};
     double p1[2] = {kUnwritten, kUnwritten}, p2[2] = {kUnwritten, kUnwritten};
@@ -161,6 +179,11 @@ TEST(CircleCross, SmallCirclesHaveTheirOwnTouchScale) {
     // W = 16 area^2 of the triangle; for r = 0.5 a touch is below 1.5e-8 / 16.
     EXPECT_EQ(1, circleCross(0, 0, 0.5, 1.0 - 1e-10, 0, 0.5, p1, p2));
     EXPECT_EQ(0, circleCross(0, 0, 0.5, 1.0 - 1e-8, 0, 0.5, p1, p2));
+    // From a radius of 1 m on it is below 1.5e-6.
+    EXPECT_EQ(1, circleCross(0, 0, 1.0, 2.0 - 1e-8, 0, 1.0, p1, p2));
+    EXPECT_EQ(1, circleCross(0, 0, 1.0, 2.0 - 9.2e-8, 0, 1.0, p1, p2));
+    EXPECT_EQ(0, circleCross(0, 0, 1.0, 2.0 - 9.6e-8, 0, 1.0, p1, p2));
+    EXPECT_EQ(0, circleCross(0, 0, 0.999, 1.998 - 1e-8, 0, 0.999, p1, p2));
 }
 
 TEST(LineCircleCross, CountsTheCuts) {
@@ -231,6 +254,91 @@ TEST(OuterTangent, CircleInsideTheOtherGivesMinusOneWhicheverIsLarger) {
     EXPECT_EQ(-1, outerTangent(0, 0, 20, 10, 0, 5, a1, a2, b1, b2));
     EXPECT_EQ(-1, outerTangent(0, 0, 5, 0, 0, 5, a1, a2, b1, b2)) << "concentric";
     EXPECT_EQ(kUnwritten, a1[0]);
+}
+
+TEST(GivenElements, AreOfTheirTypeFiniteAndOfASize) {
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const Calelm arc = arc_from(1.0, 0.0, 1.2);
+    const Calelm line = straight_from_to(3, 4, 10, 4);
+    EXPECT_TRUE(isGivenArc(arc));
+    EXPECT_TRUE(isGivenStraight(line));
+    const auto with = [](Calelm e, auto change) {
+        change(e);
+        return e;
+    };
+    for (const std::int16_t type : {std::int16_t{0}, element::kStraight, element::kClothoid}) {
+        EXPECT_FALSE(isGivenArc(with(arc, [&](Calelm& e) { e.type = type; }))) << type;
+    }
+    for (const std::int16_t type : {std::int16_t{0}, element::kArc, element::kClothoid}) {
+        EXPECT_FALSE(isGivenStraight(with(line, [&](Calelm& e) { e.type = type; }))) << type;
+    }
+    for (const double bad : {kNan, kInfinity, -kInfinity}) {
+        for (double Calelm::*field :
+             {&Calelm::sx, &Calelm::sy, &Calelm::ex, &Calelm::ey, &Calelm::k1, &Calelm::k2, &Calelm::par}) {
+            EXPECT_FALSE(isGivenArc(with(arc, [&](Calelm& e) { e.*field = bad; }))) << bad;
+        }
+        for (double Calelm::*field : {&Calelm::sx, &Calelm::sy, &Calelm::ex, &Calelm::ey}) {
+            EXPECT_FALSE(isGivenStraight(with(line, [&](Calelm& e) { e.*field = bad; }))) << bad;
+        }
+    }
+    for (const double size : {0.0, -100.0}) {
+        EXPECT_FALSE(isGivenArc(with(arc, [&](Calelm& e) { e.par = size; })));
+    }
+    EXPECT_TRUE(isGivenArc(with(arc, [](Calelm& e) { e.par = 1e-3; })));
+    for (const double dir : {0.0, 0.5, 2.0, kNan}) {
+        EXPECT_FALSE(isGivenArc(with(arc, [&](Calelm& e) { e.dir = dir; }))) << dir;
+    }
+    EXPECT_TRUE(isGivenStraight(straight_from_to(0, 0, 1.1e-7, 0)));
+    EXPECT_FALSE(isGivenStraight(straight_from_to(0, 0, 0.9e-7, 0)));
+}
+
+TEST(CentresBesideLine, LieAtTheOffsetOnBothSidesTheLeftAndTheNearerFirst) {
+    for (const double angle : {0.0, 0.7, 2.9, 4.0}) {
+        const Vec u{std::cos(angle), std::sin(angle)};
+        const CalcRecord line = straightBetween({100, -50}, Vec{100, -50} + 30.0 * u);
+        const Vec centre = Vec{100, -50} + 40.0 * u + 5.0 * Vec{-u.y, u.x};
+        const Candidates found = centresBesideLine(line, 20.0, centre, 33.0);
+        ASSERT_EQ(4U, found.count);
+        for (std::size_t i = 0; i < found.count; ++i) {
+            const Vec way = found.points[i] - Vec{100, -50};
+            EXPECT_NEAR(i < 2 ? 20.0 : -20.0, plane::cross(u, way), kPointTolerance) << angle << ' ' << i;
+            EXPECT_NEAR(33.0, plane::distance(found.points[i], centre), kPointTolerance) << angle << ' ' << i;
+        }
+        for (const std::size_t i : {0U, 2U}) {
+            EXPECT_LT(plane::distance(found.points[i], {100, -50}), plane::distance(found.points[i + 1], {100, -50}));
+        }
+        EXPECT_EQ(2U, centresBesideLine(line, 29.0, centre, 33.0).count) << "out of reach on the right";
+    }
+}
+
+// Half the distance of the exact cuts is 1 um to some dm; circleCross takes the nearer ones for a touch.
+TEST(CentresBetween, AreExactHoweverNearToATouchTheCirclesAre) {
+    for (const double radius : {80.0, 400.0, 3000.0}) {
+        for (const double half : {1e-6, 1e-3, 0.01, 0.1, 0.5}) {
+            const double r2 = 0.6 * radius;
+            const double D = std::sqrt(radius * radius - half * half) + std::sqrt(r2 * r2 - half * half);
+            const Vec c1{7, -3};
+            const Vec c2 = c1 + D * Vec{0.8, 0.6};
+            const Candidates found = centresBetween(c1, radius, c2, r2);
+            ASSERT_GE(found.count, 2U) << radius << ' ' << half;
+            for (std::size_t i = found.count - 2; i < found.count; ++i) {
+                EXPECT_NEAR(radius, plane::distance(found.points[i], c1), 1e-8) << radius << ' ' << half;
+                EXPECT_NEAR(r2, plane::distance(found.points[i], c2), 1e-8) << radius << ' ' << half;
+            }
+            EXPECT_NEAR(2.0 * half, plane::distance(found.points[found.count - 2], found.points[found.count - 1]),
+                        1e-3 * half + 3e-6);
+        }
+        // Apart by so little that the square distance misses by less than the length step.
+        const double r2 = 0.6 * radius;
+        const Candidates missed = centresBetween({0, 0}, radius, {radius + r2 + 2e-9, 0}, r2);
+        ASSERT_GE(missed.count, 1U) << radius;
+        for (const Vec centre : missed) {
+            EXPECT_NEAR(radius, centre.x, 1e-8) << radius;
+            EXPECT_EQ(0.0, centre.y) << radius;
+        }
+        EXPECT_EQ(0U, centresBetween({0, 0}, radius, {radius + r2 + 0.01, 0}, r2).count) << radius;
+    }
 }
 
 } // namespace

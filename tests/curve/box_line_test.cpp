@@ -92,4 +92,65 @@ TEST(Line, SaysWhenItIsCoarser) {
     EXPECT_EQ(lineOf(straight({{0.0, 0.0}, 0.0}, 100.0), 1e-3).points.size(), 2u);
 }
 
+// Points: 1 + the next whole number above 1.08 int sqrt(|k|) ds / sqrt(8 tolerance), of which sqrt(k) has the mean
+// 2/3 (r0^2 + r0 r1 + r1^2) / (r0 + r1) where the curvatures' roots at the ends are r0 and r1. Of an arc the chords are even
+// and the bound is 1.03 k l^2 / 8 for a chord l.
+TEST(Line, HasThePointsThatItsCurvatureAsksFor) {
+    const struct {
+        double length, first, last, tolerance;
+        std::size_t points;
+    } lines[] = {{1000.0, 0.01, 0.01, 1e-5, 12'076},  {1000.0, 0.01, 0.01, 1e-3, 1'209},
+                 {1000.0, -0.01, -0.01, 1e-3, 1'209}, {900.0, 0.0, 0.04, 1e-3, 1'450},
+                 {900.0, 0.04, 0.0, 1e-3, 1'450},     {900.0, 0.01, 0.04, 1e-3, 1'692},
+                 {1800.0, -0.04, 0.04, 1e-3, 2'899},  {0.9, 0.01, 0.04, 1e-9, 1'692}};
+    for (const auto& [length, first, last, tolerance, points] : lines) {
+        const Line line = lineOf({{{5.0, 7.0}, 0.3}, length, first, last}, tolerance, 20'000);
+        EXPECT_EQ(line.points.size(), points) << length << ' ' << first << ' ' << last;
+        EXPECT_TRUE(line.withinTolerance);
+        if (first == last) {
+            const double chord = length / static_cast<double>(points - 1);
+            const double bound = 1.03 * std::abs(first) * chord * chord / 8.0;
+            EXPECT_NEAR(line.error, bound, 1e-4 * bound) << length;
+        }
+    }
+}
+
+// No constant of the way to a line has a size: powers of four, whose roots are exact, change no bit of it.
+TEST(Line, OfACurveMadeSmallerIsTheLineMadeSmaller) {
+    RandomCurves random(41);
+    for (int i = 0; i < cases(200); ++i) {
+        const Curve curve = random.curve(1e3);
+        const double tolerance = random.scaled(1e-3, 1.0);
+        const double offset = i % 3 == 0 ? 0.0 : random.uniform(-30.0, 30.0);
+        const Line whole = lineOf(curve, tolerance, 500, offset);
+        for (const double scale : {0x1.0p-12, 0x1.0p-2, 0x1.0p10}) {
+            const Curve other{{{scale * curve.start.point.x, scale * curve.start.point.y}, curve.start.azimuth},
+                              scale * curve.length,
+                              curve.startCurvature / scale,
+                              curve.endCurvature / scale};
+            const Line line = lineOf(other, scale * tolerance, 500, scale * offset);
+            ASSERT_EQ(line.along.size(), whole.along.size()) << i << testing::PrintToString(curve) << offset;
+            ASSERT_EQ(line.withinTolerance, whole.withinTolerance);
+            ASSERT_EQ(line.error, scale * whole.error) << i << testing::PrintToString(curve) << offset;
+            for (std::size_t k = 0; k < line.along.size(); ++k) {
+                ASSERT_EQ(line.along[k], scale * whole.along[k]) << i;
+                ASSERT_LE(distance(line.points[k], {scale * whole.points[k].x, scale * whole.points[k].y}),
+                          scale * kPlace);
+            }
+        }
+    }
+}
+
+// An offset so large that the parallel's stretch is beyond all numbers.
+TEST(Line, WithoutAnyDensityHasEvenPoints) {
+    for (const double length : {0.005, 0.5, 50.0}) {
+        const Line line = lineOf(arc({{0.0, 0.0}, 0.0}, length, 1e200), 1e-3, 101, 1e200);
+        ASSERT_EQ(line.along.size(), 101u) << length;
+        for (std::size_t k = 0; k < line.along.size(); ++k) {
+            EXPECT_NEAR(line.along[k], length * static_cast<double>(k) / 100.0, 1e-15 * length);
+        }
+        EXPECT_FALSE(line.withinTolerance);
+    }
+}
+
 } // namespace fenmark::curve_test

@@ -4,6 +4,7 @@
 
 #include "fenmark/curve.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -270,6 +271,54 @@ TEST(CInterface, ACurveIsSplitAnywhere) {
     }
 }
 
+TEST(CInterface, OfMoreFeetThanThereIsRoomForThoseAboutTheNearestAreWritten) {
+    const FmkCurve curves[] = {{{{0.0, 0.0}, 0.0}, 600.0, -0.03, 0.03}, {{{0.0, 0.0}, 0.0}, 1600.0, 0.02, 0.03}};
+    for (const FmkCurve& curve : curves) {
+        FmkFoot all[32] = {};
+        std::size_t whole = 0;
+        const FmkPoint point{2.0, 70.0};
+        ASSERT_EQ(fmk_curveFeet(&curve, &point, all, 32, &whole), FMK_OK);
+        ASSERT_GE(whole, 4u);
+        FmkFoot nearest{};
+        ASSERT_EQ(fmk_curveNearest(&curve, &point, &nearest), FMK_OK);
+        for (std::size_t room = 0; room <= whole + 1; ++room) {
+            FmkFoot feet[33] = {};
+            feet[room].along = -7.0;
+            std::size_t count = 77;
+            EXPECT_EQ(fmk_curveFeet(&curve, &point, feet, room, &count), room < whole ? FMK_INCOMPLETE : FMK_OK)
+                << room;
+            ASSERT_EQ(count, std::min(room, whole));
+            EXPECT_EQ(feet[room].along, -7.0) << "nothing is written behind the room";
+            EXPECT_TRUE(count == 0 ||
+                        std::any_of(feet, feet + count,
+                                    [&](const FmkFoot& foot) { return std::abs(foot.along - nearest.along) < 1e-6; }))
+                << room;
+        }
+    }
+}
+
+TEST(CInterface, AFootHasThePlaceOnTheCurve) {
+    for (const auto& [first, last] : {std::pair(0.0, 0.01), std::pair(0.0, 0.0), std::pair(0.01, 0.01)}) {
+        const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, first, last};
+        const FmkPoint point{60.0, 20.0};
+        FmkFoot nearest{};
+        FmkFoot feet[4] = {};
+        std::size_t count = 0;
+        ASSERT_EQ(fmk_curveNearest(&curve, &point, &nearest), FMK_OK);
+        ASSERT_EQ(fmk_curveFeet(&curve, &point, feet, 1, &count), FMK_OK) << "that one is all";
+        ASSERT_EQ(count, 1u);
+        for (const FmkFoot& foot : {nearest, feet[0]}) {
+            FmkPose there{};
+            ASSERT_EQ(fmk_curvePose(&curve, foot.along, &there), FMK_OK);
+            EXPECT_NEAR(foot.point.x, there.point.x, 1e-9);
+            EXPECT_NEAR(foot.point.y, there.point.y, 1e-9);
+            EXPECT_NEAR(std::hypot(point.x - foot.point.x, point.y - foot.point.y), std::abs(foot.offset), 1e-9);
+        }
+        EXPECT_EQ(fmk_curveFeet(&curve, &point, feet, 0, &count), FMK_INCOMPLETE);
+        EXPECT_EQ(count, 0u);
+    }
+}
+
 TEST(CInterface, EqualResultsAreEqualByteByByte) {
     const FmkCurve curve{{{5.0, 7.0}, 0.4}, 80.0, 0.0, 0.01};
     const FmkCurve line{{{42.0, 0.0}, 1.57}, 80.0, 0.0, 0.0};
@@ -294,6 +343,15 @@ TEST(CInterface, EqualResultsAreEqualByteByByte) {
         ASSERT_EQ(fmk_curveAtIp(&before, &ip, &after, &laid[i]), FMK_OK);
     }
     EXPECT_EQ(std::memcmp(&feet[0], &feet[1], sizeof feet[0]), 0);
+    // A caller's own record, all bytes 0 but for the fields, is equal too.
+    FmkFoot own;
+    std::memset(&own, 0, sizeof own);
+    own.along = feet[0].along;
+    own.point.x = feet[0].point.x;
+    own.point.y = feet[0].point.y;
+    own.offset = feet[0].offset;
+    own.perpendicular = feet[0].perpendicular;
+    EXPECT_EQ(std::memcmp(&feet[0], &own, sizeof own), 0);
     EXPECT_EQ(std::memcmp(&crossings[0], &crossings[1], sizeof crossings[0]), 0);
     EXPECT_EQ(std::memcmp(&laid[0], &laid[1], sizeof laid[0]), 0);
 }

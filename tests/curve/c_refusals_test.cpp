@@ -299,6 +299,19 @@ TEST(CRefusals, ValuesThatAreNoNumbers) {
     EXPECT_EQ(made, nullptr);
 }
 
+TEST(CRefusals, AnAlignmentNeedsFiniteEndsBoth) {
+    for (const std::size_t bad : {0U, 2U}) {
+        FmkIp points[3] = {{{0.0, 0.0}, 0.0, 0.0, 0.0}, {{100.0, 0.0}, 30.0, 0.0, 0.0}, {{150.0, 80.0}, 0.0, 0.0, 0.0}};
+        points[bad].point.y = kNan;
+        FmkCurve curves[8] = {};
+        std::size_t written = 77;
+        EXPECT_EQ(fmk_curvesByIps(points, 3, nullptr, curves, 8, &written), FMK_NOT_FINITE) << bad;
+        points[1] = {{100.0, bad == 2 ? kNan : 0.0}, 0.0, 0.0, 0.0};
+        EXPECT_EQ(fmk_curvesByIps(points, 2, nullptr, curves, 8, &written), FMK_NOT_FINITE) << "without any between";
+        EXPECT_EQ(written, 77u);
+    }
+}
+
 TEST(CRefusals, SizesThatNoCurveHas) {
     const FmkCurve* const curve = &kRoad[1];
     const FmkPose pose{{0.0, 0.0}, 0.0};
@@ -344,6 +357,14 @@ TEST(CRefusals, WhatIsTooLargeForANumber) {
     EXPECT_EQ(fmk_curveParallelPose(&far, 1.0, 1e308, &pose), FMK_TOO_LARGE);
     EXPECT_EQ(fmk_curveNearest(&kRoad[0], &beyond, &foot), FMK_TOO_LARGE);
     EXPECT_EQ(fmk_fitG1(&here, &there, out), FMK_TOO_LARGE);
+    const FmkPoint west{0.0, -100.0};
+    const FmkPoint back{50.0, -100.0};
+    const FmkIp corner{{0.0, 0.0}, 1e308, 0.0, 0.0};
+    FmkIpCurve laid{};
+    laid.enterTangent = laid.leaveTangent = 7.0;
+    EXPECT_EQ(fmk_curveAtIp(&west, &corner, &back, &laid), FMK_NO_SOLUTION);
+    EXPECT_EQ(laid.enterTangent, 0.0) << "no number holds it";
+    EXPECT_EQ(laid.leaveTangent, 0.0);
     EXPECT_EQ(fmk_curveBox(&far, &box), FMK_OK);
     EXPECT_EQ(box.maxY, 1e308);
 

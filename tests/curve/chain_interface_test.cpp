@@ -175,6 +175,13 @@ TEST(Stakes, NoMoreThanTheMost) {
     options.every = 1.0;
     options.most = 1'000'000;
     EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::TooMany);
+    // The last multiple between which and the next every double is one.
+    const std::vector<Curve> short1{straight({{0, 0}, 0.0}, 8.0)};
+    ASSERT_EQ(far.set(short1, 0x1.0p52 - 8.0, {}), ChainStatus::Ok);
+    EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::Ok);
+    EXPECT_EQ(stakes.back().station, 0x1.0p52);
+    ASSERT_EQ(far.set(short1, 0x1.0p52 - 7.0, {}), ChainStatus::Ok);
+    EXPECT_EQ(stakesOf(far, options, stakes), ChainStatus::TooMany);
 }
 
 TEST(Stakes, AnOffsetBeyondAllNumbersIsRefused) {
@@ -290,6 +297,15 @@ TEST(ChainRecords, RefuseWhatIsNoElement) {
               }),
               ChainStatus::NotAnElement)
         << "shorter than the chord";
+    // Up to 2 mm more than the diameter are a half circle.
+    for (const double more : {-0.002, 0.001, 0.0019, 0.0021, 0.1, 1.0}) {
+        Calelm half{};
+        half.type = ALI_ARC;
+        half.dir = 1.0;
+        half.par = 100.0;
+        half.ex = 200.0 + more;
+        EXPECT_EQ(curveOfRecord(half, curve), more < 0.002 ? ChainStatus::Ok : ChainStatus::NotAnElement) << more;
+    }
     EXPECT_EQ(with([](Calelm& r) { r.ex = kNan; }), ChainStatus::NotFinite);
     exact::Pose tiny{100, 200, 0.3};
     ASSERT_EQ(curveOfRecord(exact::lay(tiny, exact::arc(1.0, 0.002, 0.008)), curve), ChainStatus::Ok);
@@ -298,6 +314,12 @@ TEST(ChainRecords, RefuseWhatIsNoElement) {
     Calelm spiral = arc;
     spiral.type = ALI_CLOTHOID;
     EXPECT_EQ(curveOfRecord(spiral, curve), ChainStatus::NotAnElement) << "no radius";
+    for (const double radius : {1.0, 0.5, 2.0}) {
+        exact::Pose sharp{100, 200, 0.3};
+        const Calelm clothoid = exact::lay(sharp, exact::clothoid(1.0, radius, 0.0, radius));
+        ASSERT_EQ(curveOfRecord(clothoid, curve), ChainStatus::Ok) << radius;
+        EXPECT_NEAR(std::abs(curve.endCurvature), 1.0 / radius, 1e-12);
+    }
     std::size_t failed = 0;
     std::vector<Curve> curves;
     EXPECT_EQ(curvesOfRecords(std::array{arc, spiral}, curves, &failed), ChainStatus::NotAnElement);
@@ -392,6 +414,17 @@ TEST(CChain, AnswersAsTheLibraryDoes) {
     EXPECT_EQ(fmk_chainPoints(chain.get(), distances.data(), 3, two, 2, points.data()), FMK_BAD_VALUE);
 }
 
+TEST(CChain, WithoutOffsetsPlacesLieOnTheAxis) {
+    const Chain plain = roadChain();
+    const OwnedChain chain = madeOfCurves();
+    const double distances[] = {0.0, 70.0, 130.0, 350.0};
+    std::array<FmkChainPlace, 4> places{};
+    ASSERT_EQ(fmk_chainPlaces(chain.get(), distances, places.size(), nullptr, 0, places.data()), FMK_OK);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        EXPECT_EQ((Point{places[i].point.x, places[i].point.y}), *plain.pointAt(distances[i])) << i;
+    }
+}
+
 TEST(CChain, OneOffsetGoesForAllPoints) {
     const Chain plain = roadChain();
     const OwnedChain chain = madeOfCurves();
@@ -455,6 +488,8 @@ TEST(CChain, TellsOfEachCrossingWhetherItTouches) {
         ASSERT_EQ(count, 1U);
         EXPECT_EQ(found[0].tangent, tangent);
         EXPECT_NEAR(found[0].distance, 50.0, 1e-6);
+        EXPECT_NEAR(found[0].point.x, 50.0, 1e-6);
+        EXPECT_NEAR(found[0].point.y, 0.0, 1e-6);
     }
 }
 
@@ -619,6 +654,30 @@ TEST(CChain, ComesFromIntersectionPointsAndFromRecords) {
     Calelm bad = records[1];
     bad.dir = 3.0;
     EXPECT_EQ(fmk_chainFromRecords(&bad, 1, 0.0, nullptr, 0, &none), FMK_NOT_AN_ELEMENT);
+}
+
+TEST(CChain, TellsOfEachExtremeOfAProfileWhetherItIsHigh) {
+    // Up, down and up again: a crest and a sag.
+    const FmkVerticalPoint points[] = {{0, 10, 0, 0, FMK_VERTICAL_NONE},
+                                       {200, 16, 100, 0, FMK_VERTICAL_PARABOLA},
+                                       {400, 10, 100, 0, FMK_VERTICAL_PARABOLA},
+                                       {600, 16, 0, 0, FMK_VERTICAL_NONE}};
+    FmkProfile* profile = nullptr;
+    ASSERT_EQ(fmk_profileMake(points, 4, &profile), FMK_OK);
+    std::array<FmkProfileExtreme, 4> extremes{};
+    for (FmkProfileExtreme& extreme : extremes) {
+        extreme.high = 7;
+    }
+    std::size_t count = 0;
+    EXPECT_EQ(fmk_profileExtremes(profile, extremes.data(), extremes.size(), &count), FMK_OK);
+    ASSERT_EQ(count, 2U);
+    for (std::size_t i = 0; i < count; ++i) {
+        EXPECT_EQ(extremes[i].high, i == 0 ? 1 : 0);
+        EXPECT_NEAR(extremes[i].station, i == 0 ? 200.0 : 400.0, kPointTolerance);
+        EXPECT_NEAR(extremes[i].height, i == 0 ? 15.25 : 10.75, kPointTolerance);
+        EXPECT_EQ(extremes[i].levelFor, 0.0);
+    }
+    fmk_profileFree(profile);
 }
 
 TEST(CChain, ProfilesAndCrossfallsHoldTheirValues) {

@@ -302,6 +302,8 @@ TEST(Crossfall, RunsStraightBetweenItsStations) {
     EXPECT_FALSE(crossfall.at(-0.1));
     EXPECT_FALSE(crossfall.at(80.1));
     EXPECT_FALSE(crossfall.at(kNan));
+    EXPECT_TRUE(crossfall.at(-kStationTolerance)) << "the tolerance itself is within";
+    EXPECT_FALSE(crossfall.at(-1.001 * kStationTolerance));
 }
 
 TEST(Crossfall, TwoEntriesAtOneStationAreAStep) {

@@ -122,6 +122,38 @@ TEST(Chain, AnOffsetLiesRightOfTravel) {
     EXPECT_NEAR(end.y, 50.0, kPointTolerance);
 }
 
+TEST(Chain, AnOffsetIsLaidOffAtARightAngleToEveryCurve) {
+    constexpr unsigned kSeed = 1849;
+    Random random(kSeed);
+    for (int round = 0; round < 1000; ++round) {
+        const std::vector<Curve> curves = random.curves(2, random.pose(1e3));
+        const Chain chain = chainOf(curves);
+        const double along = curves[1].length * random.uniform(0.001, 0.999);
+        const double offset = random.uniform(-50.0, 50.0);
+        const exact::Pose axis = exactPose(curves[1], along);
+        const Point point = *chain.pointAt(chain.distanceOf(1) + along, offset);
+        EXPECT_NEAR(point.x, static_cast<double>(axis.x - offset * std::sin(axis.azimuth)), 1e-8)
+            << kSeed << ' ' << round;
+        EXPECT_NEAR(point.y, static_cast<double>(axis.y + offset * std::cos(axis.azimuth)), 1e-8)
+            << kSeed << ' ' << round;
+    }
+}
+
+TEST(Chain, CurvaturesThatDifferByOneAreThoseOfAClothoid) {
+    for (const auto& [first, last] : {std::pair(0.0, 1.0), std::pair(1.0, 2.0), std::pair(-0.5, 0.5),
+                                      std::pair(1.0, 0.0), std::pair(0.0, 0.01), std::pair(1.0, 1.0)}) {
+        const Curve curve{{{5.0, 7.0}, 0.3}, 1.5, first, last};
+        const Chain chain = chainOf({curve});
+        for (const double along : {0.2, 0.9, 1.5}) {
+            const exact::Pose expected = exactPose(curve, along);
+            EXPECT_NEAR(chain.pointAt(along)->x, static_cast<double>(expected.x), kPointTolerance)
+                << first << ' ' << last;
+            EXPECT_NEAR(chain.pointAt(along)->y, static_cast<double>(expected.y), kPointTolerance)
+                << first << ' ' << last;
+        }
+    }
+}
+
 TEST(Chain, APlaceOnAJointBelongsToTheSideThatIsAskedFor) {
     const std::vector<Curve> curves{straight({{0, 0}, 0.0}, 100.0), straight({{100, 0}, kPi / 2}, 100.0)};
     const Chain chain = chainOf(curves);
@@ -278,6 +310,8 @@ TEST(Chain, RefusesWhatIsNotFinite) {
     }
     const std::vector<Curve> long1{straight({{0, 0}, 0.0}, 1e308), straight({{0, 0}, 0.0}, 1e308)};
     EXPECT_EQ(chain.set(long1), ChainStatus::NotFinite);
+    EXPECT_EQ(chain.set(std::span(long1).first(1), 1e308), ChainStatus::NotFinite) << "the last station";
+    EXPECT_EQ(Chain().set(std::span(long1).first(1), -1e308), ChainStatus::Ok);
     const std::vector<StationEquation> falling{{5, 0}, {1, 0}};
     EXPECT_EQ(chain.set(chain.curves(), 0.0, falling), ChainStatus::OutOfOrder);
     EXPECT_EQ(chain.length(), 10.0) << "as it was";
@@ -450,6 +484,96 @@ TEST(Chain, OutsideAKinkTheSideIsTheOuterOne) {
     EXPECT_LT(feet[1].offset, 0.0);
 }
 
+// A zigzag, so that each joint turns to the other side than its neighbours; the first and the last kink included.
+TEST(Chain, OutsideEachKinkOfAZigzagTheSideIsTheOuterOne) {
+    std::vector<Curve> curves;
+    Pose pose{{0, 0}, 0.3};
+    for (int i = 0; i < 5; ++i) {
+        curves.push_back(straight(pose, 100.0));
+        pose = endPose(curves.back());
+        pose.azimuth += (i % 2 == 0 ? 1.0 : -1.0) * (0.9 + 0.01 * i) * kPi;
+    }
+    const Chain chain = chainOf(curves);
+    for (std::size_t i = 1; i < curves.size(); ++i) {
+        const Pose& behind = curves[i].start;
+        const double turn = behind.azimuth - curves[i - 1].start.azimuth;
+        // Outside the kink, to either side of the line halfway between both, where one of them has it on its other side.
+        for (const double off : {-0.25, 0.25}) {
+            const double outwards = curves[i - 1].start.azimuth + 0.5 * turn - (turn > 0.0 ? 0.5 : -0.5) * kPi + off;
+            const Point point{behind.point.x + 4.0 * std::cos(outwards), behind.point.y + 4.0 * std::sin(outwards)};
+            const ChainFoot foot = *chain.locate(point);
+            EXPECT_TRUE(foot.atJoint);
+            EXPECT_NEAR(foot.distance, 100.0 * static_cast<double>(i), kFootTolerance);
+            EXPECT_NEAR(foot.offset, turn > 0.0 ? -4.0 : 4.0, kOffsetTolerance) << i << ' ' << off;
+        }
+    }
+}
+
+// Also where two feet lie between places that both see the point ahead and coming nearer.
+TEST(Chain, OfAnyCurveAllNearestPlacesAreFound) {
+    constexpr unsigned kSeed = 4711;
+    Random random(kSeed);
+    for (int round = 0; round < 20'000; ++round) {
+        const double first = random.pick(4) == 0 ? 0.0 : random.sign() * random.scaled(1e-4, 0.03);
+        const double last = random.sign() * random.scaled(1e-4, 0.03);
+        const double sharpest = std::max(std::abs(first), std::abs(last));
+        const Curve curve{{{0, 0}, random.uniform(-3, 3)}, random.uniform(0.3, 5.5) / sharpest, first, last};
+        const Chain chain = chainOf({curve});
+        const double away = random.sign() * random.scaled(0.1, 5.0) / sharpest;
+        const Point point = parallelPose(curve, random.uniform(0, 1) * curve.length, away).point;
+        const std::vector<ChainFoot> feet = chain.feet(point);
+        for (const Foot& foot : feetOf(curve, point).found) {
+            // Not the farthest, those about to meet one, and those that an end may stand for.
+            if (curvatureAt(curve, foot.along) * foot.offset < 0.99 && foot.along > 1e-4 &&
+                foot.along < curve.length - 1e-4) {
+                ASSERT_TRUE(std::any_of(feet.begin(), feet.end(),
+                                        [&](const ChainFoot& other) {
+                                            return std::abs(other.distance - foot.along) < 1e-6 * curve.length &&
+                                                   other.perpendicular;
+                                        }))
+                    << "seed " << kSeed << " round " << round;
+            }
+        }
+        double nearest = kInfinity;
+        for (const ChainFoot& foot : feet) {
+            nearest = std::min(nearest, std::abs(foot.offset));
+        }
+        ASSERT_NEAR(nearest, std::abs(nearestFoot(curve, point).offset), 1e-7)
+            << "seed " << kSeed << " round " << round;
+    }
+}
+
+// The frame of this one lies along the axis at its inflection, so that no rounding moves the foot off it.
+TEST(Chain, AFootExactlyOnAnInflectionIsOneAndTakesNoOthersPlace) {
+    for (const double sign : {1.0, -1.0}) {
+        for (const double length : {100.0, 200.0, 400.0, 600.0}) {
+            const double sharp = sign * 0.012;
+            const Point end = endPose({{{0.0, 0.0}, 0.0}, 0.5 * length, 0.0, sharp}).point;
+            const Chain chain = chainOf({{{{-end.x, -end.y}, 0.25 * length * sharp}, length, -sharp, sharp}});
+            for (const double offset : {-700.0, -400.0, -70.0, 5.0, 60.0, 300.0, 800.0}) {
+                const std::vector<ChainFoot> feet = chain.feet({0.0, offset});
+                const auto onIt = std::count_if(feet.begin(), feet.end(), [&](const ChainFoot& foot) {
+                    return std::abs(foot.distance - 0.5 * length) < 1e-9 && foot.perpendicular &&
+                           std::abs(foot.offset - offset) < 1e-9;
+                });
+                EXPECT_EQ(onIt, 1) << sign << ' ' << length << ' ' << offset;
+                EXPECT_EQ(feet.size(), chain.feet({1e-5, offset}).size()) << sign << ' ' << length << ' ' << offset;
+            }
+        }
+    }
+}
+
+TEST(Chain, APlaceBeyondAllSquaresHasItsDistance) {
+    const Chain road = chainOf({straight({{0, 0}, 0.0}, 100.0), arc({{100, 0}, 0.0}, 50.0, 0.01)});
+    for (const Point& far : {Point{1e200, 0.0}, Point{0.0, -1e200}, Point{-1e141, 1e200}}) {
+        const std::optional<ChainFoot> foot = road.locate(far);
+        ASSERT_TRUE(foot);
+        EXPECT_NEAR(std::abs(foot->offset) / 1e200, 1.0, 1e-12);
+    }
+    const Chain vast = chainOf({straight({{0, 0}, 0.0}, 1e200)});
+    EXPECT_NEAR(vast.locate({1e150, 7.0})->offset, 7.0, 1e-9);
+}
+
 TEST(Chain, BesideAGapAPointKeepsItsSide) {
     // Coordinates of a file are rounded: curves end micrometres to millimetres from where the next ones start, and their
     // tangents break by a little to either side.
@@ -532,6 +656,29 @@ TEST(Chain, TheLineStaysWithinItsToleranceAndItsBound) {
             const Point point = *chain.pointAt(chain.length() * i / 100);
             ASSERT_TRUE(point.x >= box.minX - 1e-9 && point.x <= box.maxX + 1e-9 && point.y >= box.minY - 1e-9 &&
                         point.y <= box.maxY + 1e-9);
+        }
+    }
+}
+
+// With little more room than all need, each curve must get its own share of it.
+TEST(Chain, TheRoomOfALineIsSharedByWhatEachCurveNeeds) {
+    const Pose start{{0, 0}, 0.0};
+    const Curve kinds[] = {arc(start, 3000.0, 0.02),     {start, 3000.0, 0.0, 0.02},
+                           {start, 3000.0, 0.005, 0.02}, {start, 3000.0, -0.02, 0.02},
+                           {start, 3000.0, 0.018, 0.02}, {start, 3000.0, -0.02, -0.019999},
+                           arc(start, 3.0, 20.0)};
+    for (const Curve& one : kinds) {
+        for (const Curve& other : kinds) {
+            for (const double tolerance : {1e-4, 1e-2, 1.0}) {
+                const Chain chain = chainOf({one, other});
+                const ChainLine whole = chain.line(tolerance, 1'000'000);
+                const auto room = static_cast<std::size_t>(1.2 * static_cast<double>(whole.points.size())) + 8;
+                const ChainLine line = chain.line(tolerance, room);
+                EXPECT_LE(line.points.size(), room);
+                EXPECT_LE(line.tolerance, tolerance)
+                    << one.startCurvature << ' ' << one.endCurvature << ' ' << other.startCurvature << ' '
+                    << other.endCurvature << ' ' << tolerance;
+            }
         }
     }
 }

@@ -176,6 +176,11 @@ TEST(Crossings, OfACurveWithItsOwnPartAreAnOverlap) {
         const Crossings all = crossings(whole, piece);
         ASSERT_TRUE(all.overlap) << both(i, whole, piece);
         ASSERT_GE(all.found.size(), 2u) << both(i, whole, piece);
+        // Seen from the part it runs from its very start to its very end.
+        const Crossings own = crossings(piece, whole);
+        ASSERT_TRUE(own.overlap) << both(i, whole, piece);
+        ASSERT_NEAR(own.found.front().alongFirst, 0.0, 1e-6) << both(i, whole, piece);
+        ASSERT_NEAR(own.found.back().alongFirst, piece.length, 1e-6) << both(i, whole, piece);
     }
 }
 
@@ -205,10 +210,12 @@ TEST(Crossings, NeighboursOfAnAlignmentTouchAtTheirJoint) {
     const Curve first = straight({{100.0, 200.0}, 0.3}, 80.0);
     const Curve second{endPose(first), 60.0, 0.0, 0.01};
     const Curve third = arc(endPose(second), 90.0, 0.01);
-    for (const auto& [a, b] : {std::pair(first, second), std::pair(second, third)}) {
+    const auto [before, behind] = split(second, 20.0); // two parts of one clothoid
+    for (const auto& [a, b] : {std::pair(first, second), std::pair(second, third), std::pair(before, behind)}) {
         const Crossings all = crossings(a, b);
         ASSERT_EQ(all.found.size(), 1u);
         EXPECT_TRUE(all.found[0].tangent);
+        EXPECT_FALSE(all.overlap);
         EXPECT_NEAR(all.found[0].alongFirst, a.length, 0.5);
         EXPECT_NEAR(all.found[0].alongSecond, 0.0, 0.5);
     }
@@ -222,6 +229,87 @@ TEST(Crossings, OfSpiralsThatWindThousandsOfTimesEnd) {
     const Crossings line = crossings(spiral, straight({{-500.0, 10.0}, 0.1}, 1000.0));
     EXPECT_GE(line.found.size(), 1u);
     expectCommonPoints(line, spiral, straight({{-500.0, 10.0}, 0.1}, 1000.0), "spiral and straight");
+}
+
+// A straight at a distance from the centre, and a circle about a place as far off: every radius in closed form.
+TEST(Crossings, OfCirclesOfAnyRadiusAreExact) {
+    for (const double radius : {0.5, 1.0, 10.0, 50.0, 100.0, 200.0, 1000.0, 1e4, 9e4}) {
+        for (const double side : {1.0, -1.0}) {
+            const Curve circle = arc({{0.0, -side * radius}, 0.0}, 0.9999 * kTwoPi * radius, side / radius);
+            const double aside = 0.6 * radius;
+            const Curve line = straight({{-2.0 * radius, aside}, 0.0}, 4.0 * radius);
+            const double within = 1e-11 * radius + 1e-11;
+            for (const bool lineFirst : {true, false}) {
+                const Crossings all = lineFirst ? crossings(line, circle) : crossings(circle, line);
+                ASSERT_EQ(all.found.size(), 2u) << radius << ' ' << side << ' ' << lineFirst;
+                for (const Crossing& crossing : all.found) {
+                    EXPECT_NEAR(std::abs(crossing.point.x), 0.8 * radius, within) << radius << ' ' << side;
+                    EXPECT_NEAR(crossing.point.y, aside, within) << radius << ' ' << side;
+                    EXPECT_NEAR(lineFirst ? crossing.alongFirst : crossing.alongSecond, 2.0 * radius + crossing.point.x,
+                                within);
+                }
+            }
+            // Circles of 5/4 and 3/4 of it whose centres lie its double apart.
+            const Curve other = arc({{1.25 * radius, -side * 0.75 * radius}, 0.0}, 0.9999 * kTwoPi * 0.75 * radius,
+                                    side / (0.75 * radius));
+            const Crossings both = crossings(circle, other);
+            ASSERT_EQ(both.found.size(), 2u) << radius << ' ' << side;
+            for (const Crossing& crossing : both.found) {
+                EXPECT_NEAR(crossing.point.x, 0.8 * radius, within) << radius << ' ' << side;
+                EXPECT_NEAR(std::abs(crossing.point.y), aside, within) << radius << ' ' << side;
+            }
+        }
+    }
+}
+
+// The parabolas of both over their chord: two crossings at the distance d from the middle, where the gap is dk d^2 / 2.
+TEST(Crossings, OfNearlyParallelCurvesStayTwoHoweverNearTheyLie) {
+    for (const double gap : {1.2e-9, 1.5e-9, 1.9e-9, 1e-8, 1e-6, 1e-4}) {
+        for (const double bend : {0.02, 1e-3, 1e-4}) {
+            const double apart = 2.0 * std::sqrt(2.0 * gap / bend);
+            const Curve line = straight({{-10.0, gap}, 0.0}, 20.0);
+            // From the inflection on, so that no closed form has it; its curvature at the middle is the bend.
+            const Curve clothoid{{{0.0, 0.0}, 0.0}, 20.0, 0.0, 2.0 * bend};
+            const Pose middle = poseAt(clothoid, 10.0);
+            const Curve turned = moved(clothoid, middle.point, -middle.azimuth, {-middle.point.x, -middle.point.y});
+            const Crossings all = crossings(line, turned);
+            ASSERT_EQ(all.found.size(), 2u) << gap << ' ' << bend;
+            EXPECT_NEAR(all.found[1].alongFirst - all.found[0].alongFirst, apart, 0.02 * apart) << gap << ' ' << bend;
+            for (const Crossing& crossing : all.found) {
+                EXPECT_FALSE(crossing.tangent) << gap << ' ' << bend;
+                EXPECT_NEAR(crossing.point.y, gap, 1e-11);
+            }
+        }
+    }
+}
+
+TEST(Crossings, ATouchLiesWhereTheCurvesAreParallel) {
+    for (const double sharp : {0.01, -0.01, 0.03}) {
+        for (const double bend : {-0.02, 0.02, 0.0}) {
+            const Curve clothoid{{{3.0, 4.0}, 0.7}, 80.0, 0.0, sharp};
+            const Pose there = poseAt(clothoid, 40.0);
+            const Curve even = laidThrough({{}, 60.0, bend, bend}, 25.0, there);
+            for (const bool first : {true, false}) {
+                const Crossings all = first ? crossings(clothoid, even) : crossings(even, clothoid);
+                ASSERT_EQ(all.found.size(), 1u) << sharp << ' ' << bend;
+                EXPECT_TRUE(all.found[0].tangent) << sharp << ' ' << bend;
+                EXPECT_NEAR(first ? all.found[0].alongFirst : all.found[0].alongSecond, 40.0, 1e-6) << sharp << bend;
+                EXPECT_NEAR(first ? all.found[0].alongSecond : all.found[0].alongFirst, 25.0, 1e-6) << sharp << bend;
+            }
+        }
+    }
+}
+
+// Thousands of turns that lie apart, or inside of all turns of the other, need a few looks.
+TEST(Crossings, OfSpiralsThatLieApartAreKnownToBeNone) {
+    const Curve ring{{{0.0, 0.0}, 0.0}, 3000.0 * kTwoPi * 950.0, 1.0 / 1000.0, 1.0 / 900.0};
+    const Curve beside{{{9000.0, 0.0}, 0.0}, 3000.0 * kTwoPi * 950.0, 1.0 / 1000.0, 1.0 / 900.0};
+    const Curve inside{{{0.0, 900.0}, 0.0}, 3000.0 * kTwoPi * 95.0, 1.0 / 100.0, 1.0 / 90.0};
+    for (const auto& [a, b] : {std::pair(ring, beside), std::pair(ring, inside), std::pair(inside, ring)}) {
+        const Crossings all = crossings(a, b);
+        EXPECT_TRUE(all.complete);
+        EXPECT_TRUE(all.found.empty());
+    }
 }
 
 } // namespace fenmark::curve_test

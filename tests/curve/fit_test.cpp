@@ -2,7 +2,10 @@
 #include "support_curve.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
+#include <span>
+#include <vector>
 
 namespace fenmark::curve_test {
 
@@ -103,6 +106,13 @@ TEST(FitG2, KeepsPosesAndCurvatures) {
                             << testing::PrintToString(to.point) << to.azimuth << " " << k0 << " " << k1;
         const auto& [a, b, c] = *fitted;
         const double length = a.length + b.length + c.length;
+        // The first and the last are alike, of a share that bends no more suddenly than it must.
+        EXPECT_EQ(a.length, c.length);
+        const double made = a.length / length;
+        const double shares[] = {0.3, 0.25, 0.2, 0.15, 0.1, 0.07, 0.05, 0.03, 0.02, 0.01, 3e-3, 1e-3, 1e-4, 1e-5};
+        EXPECT_TRUE(std::any_of(std::begin(shares), std::end(shares),
+                                [&](double share) { return std::abs(made - share) < 1e-9; }))
+            << i << ' ' << made;
         EXPECT_EQ(a.start, from);
         EXPECT_EQ(a.startCurvature, k0);
         EXPECT_EQ(c.endCurvature, k1);
@@ -162,6 +172,18 @@ TEST(AlignmentByIps, JoinsStraightsAndCurves) {
     }
     EXPECT_EQ(alignment.curves.front().start.point, (Point{0.0, 0.0}));
     EXPECT_LE(distance(endPose(alignment.curves.back()).point, {1000.0, 500.0}), 1e-9);
+}
+
+TEST(AlignmentByIps, OfTwoPointsIsAStraightAndOfOneNothing) {
+    const std::vector<IpValues> points = {{{10.0, 20.0}}, {{40.0, 60.0}}};
+    const IpAlignment alignment = alignmentByIps(points);
+    ASSERT_TRUE(alignment.done);
+    EXPECT_TRUE(alignment.ips.empty());
+    ASSERT_EQ(alignment.curves.size(), 1u);
+    EXPECT_EQ(alignment.curves[0].start.point, (Point{10.0, 20.0}));
+    EXPECT_EQ(alignment.curves[0].length, 50.0);
+    EXPECT_FALSE(alignmentByIps(std::span(points).first(1)).done);
+    EXPECT_FALSE(alignmentByIps({}).done);
 }
 
 // Two right angles, whose tangents are as long as their radii, on sides of 100 m.
@@ -243,6 +265,28 @@ TEST(CurveThrough, GoesThroughThePoint) {
         const IpCurve small = curveAtIp({-side, 0.0}, {{0.0, 0.0}, 0.5 * side, 0.0, 0.0}, {0.0, side});
         ASSERT_EQ(small.status, FitStatus::Done) << side;
         EXPECT_NEAR(small.enterTangent, 0.5 * side, 1e-12);
+    }
+}
+
+// With clothoids of 100 m the sharpest arc at a right angle has nothing left of it, and lies some metres off the corner.
+TEST(CurveThrough, HasNoSolutionNearerToTheCornerThanItsSharpestCurve) {
+    const double sharpest = 100.0 / std::sqrt(0.5 * kPi);
+    for (const double side : {1.0, -1.0}) {
+        const Point after{0.0, side * 1000.0};
+        for (const double off : {0.01, 5.0, 24.0, 28.0, 31.0}) {
+            const IpCurve found = curveThrough({-1000.0, 0.0}, {0.0, 0.0}, after, {-off, side * off}, 100.0, 100.0);
+            EXPECT_EQ(found.status, FitStatus::NoSolution) << side << ' ' << off;
+            EXPECT_TRUE(found.curves.empty());
+        }
+        EXPECT_EQ(curveAtIp({-1000.0, 0.0}, {{0.0, 0.0}, 0.999 * sharpest, 100.0, 100.0}, after).status,
+                  FitStatus::TooShort);
+        const IpCurve last = curveAtIp({-1000.0, 0.0}, {{0.0, 0.0}, 1.001 * sharpest, 100.0, 100.0}, after);
+        ASSERT_EQ(last.status, FitStatus::Done);
+        const Curve& arc = last.curves[1];
+        const IpCurve again =
+            curveThrough({-1000.0, 0.0}, {0.0, 0.0}, after, pointAt(arc, 0.5 * arc.length), 100.0, 100.0);
+        ASSERT_EQ(again.status, FitStatus::Done);
+        EXPECT_NEAR(1.0 / again.curves[1].startCurvature, side * 1.001 * sharpest, 1e-6);
     }
 }
 

@@ -1,7 +1,10 @@
 // What holds between a curve and its copies, and between one way to a pose and another.
+#include "curve/chain.h"
+#include "support/exact_chain.h"
 #include "support_curve.h"
 
 #include <algorithm>
+#include <span>
 
 namespace fenmark::curve_test {
 
@@ -32,6 +35,61 @@ TEST(Identities, PlainAndPreparedCurvesAgree) {
         }
         ASSERT_EQ(prepared.pointAt(0.0), curve.start.point) << i << testing::PrintToString(curve);
         ASSERT_EQ(pointAt(curve, 0.0), curve.start.point) << i;
+    }
+}
+
+// Where a prepared curve's way to a point no longer serves so far beyond its ends, the plain way does.
+TEST(Identities, PlainAndPreparedCurvesAgreeFarBeyondTheirEnds) {
+    for (const double first : {0.01, -0.01}) {
+        const Curve egg{{{10.0, 20.0}, 0.4}, 20.0, first, first * (1.0 - 1.0 / 60.0)};
+        const PreparedCurve prepared(egg);
+        for (const double lengths : {-3.0, 2.0, 60.0, 110.0, 118.0, 119.0, 119.9, 130.0}) {
+            const double along = lengths * egg.length;
+            ASSERT_LE(distance(pointAt(egg, along), prepared.pointAt(along)), 1e-9) << lengths;
+            const exact::Pose there =
+                exact::advance({10.0L, 20.0L, 0.4L}, -static_cast<exact::Real>(first),
+                               (first - static_cast<exact::Real>(egg.endCurvature)) / 20.0L, along);
+            ASSERT_LE(distance(pointAt(egg, along), {static_cast<double>(there.x), static_cast<double>(there.y)}), 1e-9)
+                << lengths;
+        }
+    }
+}
+
+// Whatever number is taken for a special case, round ones meet it.
+TEST(Identities, CurvesOfRoundNumbersAreExactHoweverTheyAreAsked) {
+    const double curvatures[] = {0.0, 0.01, -0.01, 0.1, -0.1, 0.5, 1.0, -1.0, 1.1, 2.0, 5.5};
+    for (const double length : {0.01, 0.1, 1.0, 1.1, 2.0, 10.0}) {
+        for (const double first : curvatures) {
+            for (const double last : curvatures) {
+                const Curve curve{{{0.0, 0.0}, 0.5}, length, first, last};
+                const PreparedCurve prepared(curve);
+                Chain chain;
+                ASSERT_EQ(chain.set(std::span(&curve, 1)), ChainStatus::Ok);
+                for (const double share : {0.1, 0.5, 1.0}) {
+                    const double along = share * length;
+                    const exact::Pose there = exact::advance({0.0L, 0.0L, 0.5L}, -static_cast<exact::Real>(first),
+                                                             (first - static_cast<exact::Real>(last)) / length, along);
+                    const Point expected{static_cast<double>(there.x), static_cast<double>(there.y)};
+                    const double within = 1e-12 * length;
+                    ASSERT_LE(distance(pointAt(curve, along), expected), within) << testing::PrintToString(curve);
+                    ASSERT_LE(distance(prepared.pointAt(along), expected), within) << testing::PrintToString(curve);
+                    ASSERT_LE(distance(prepared.frameAt(along).point, expected), within)
+                        << testing::PrintToString(curve);
+                    ASSERT_LE(distance(*chain.pointAt(along), expected), within) << testing::PrintToString(curve);
+                    ASSERT_NEAR(wrappedTurn(azimuthAt(curve, along) - static_cast<double>(there.azimuth)), 0.0, 1e-12);
+                }
+            }
+        }
+    }
+}
+
+TEST(Identities, WithoutALengthThereIsNoTurn) {
+    for (const double length : {0.0, 1e-300, 0.1, 1.0}) {
+        const Curve curve{{{0.0, 0.0}, 0.5}, length, 0.25, 0.75};
+        EXPECT_EQ(turnAt(curve, 0.0), 0.0) << length;
+        EXPECT_NEAR(turnAt(curve, length), 0.5 * length, 1e-16) << length;
+        EXPECT_NEAR(turnAt(curve, 0.5 * length), 0.1875 * length, 1e-16) << length;
+        EXPECT_NEAR(distance(endPose(curve).point, {}), length, 0.02 * length) << length;
     }
 }
 

@@ -163,7 +163,8 @@ class Search {
     void lookAtFeet(const std::optional<PlanPoint>& before) {
         for (const NearCurve& near : curves_) {
             if (before) {
-                for (const curve::Foot& foot : curve::feetOf(near.curve, drawing::curvePoint(*before), kMostFeet)) {
+                for (const curve::Foot& foot :
+                     curve::feetOf(near.curve, drawing::curvePoint(*before), kMostFeet).found) {
                     take(SnapKind::Foot, drawing::planPoint(foot.point), near.object);
                 }
             }

@@ -262,12 +262,6 @@ bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const C
 Calelm reversed(const Calelm& e) {
     Calelm out = e;
     CDreverA(&out, 1);
-    if (e.type == element::kStraight) {
-        out.dir = e.dir;
-        out.k1 = -e.k1;
-        out.k2 = -e.k2;
-        out.k3 = -e.k3;
-    }
     return out;
 }
 

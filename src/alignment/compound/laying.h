@@ -119,7 +119,7 @@ int cutArcFromKeptEnd(Calelm& arc, bool keepEnd, Vec q);
  */
 bool joinsInCalculationPlane(const Calelm& arc1, const Calelm& clothoid, const Calelm& arc2);
 
-/** Element run the other way, coefficients of a straight included. Survey plane; twice is the same element. */
+/** Arc or clothoid run the other way. Survey plane; twice is the same element. */
 Calelm reversed(const Calelm& e);
 
 /** Levels the azimuths at the joints of finished records (see levelJoint) and returns whether they are a tangent chain.

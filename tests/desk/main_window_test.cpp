@@ -406,34 +406,33 @@ TEST_F(DeskWindow, FilesOfOtherKindsAreNotTakenWhenDropped) {
     EXPECT_FALSE(enter.isAccepted());
 }
 
-TEST_F(DeskWindow, ADrawingThatIsDroppedOpens) {
-    import(folder.example(QStringLiteral("road.sim")));
-    const QString path = folder.path(QStringLiteral("a.gpkg"));
-    ASSERT_TRUE(window->session().save(path.toStdString()));
-    window->newDrawing();
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(path)});
-    QDragEnterEvent enter({100, 100}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
-    QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &drop);
+class DroppedDrawing : public DeskWindow {
+  protected:
+    // A drawing of three alignments, let fall on a window without one.
+    void drop() {
+        import(folder.example(QStringLiteral("road.sim")));
+        const QString path = folder.path(QStringLiteral("a.gpkg"));
+        ASSERT_TRUE(window->session().save(path.toStdString()));
+        window->newDrawing();
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter({100, 100}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &enter);
+        QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &drop);
+        EXPECT_TRUE(drop.isAccepted());
+    }
+};
+
+TEST_F(DroppedDrawing, Opens) {
+    ASSERT_NO_FATAL_FAILURE(drop());
     EXPECT_TRUE(QTest::qWaitFor([&] { return drawing().alignmentCount() == 3; }, kPatience))
         << window->command().said().toStdString();
 }
 
 // Keys that were pressed right behind the drop open their dialog before what was dropped is looked at.
-TEST_F(DeskWindow, ADialogKeepsTheDrawingThatItWasOpenedFor) {
-    import(folder.example(QStringLiteral("road.sim")));
-    const QString path = folder.path(QStringLiteral("a.gpkg"));
-    ASSERT_TRUE(window->session().save(path.toStdString()));
-    window->newDrawing();
-    QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(path)});
-    QDragEnterEvent enter({100, 100}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
-    QDropEvent drop(QPointF(100, 100), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &drop);
-    ASSERT_TRUE(drop.isAccepted());
+TEST_F(DroppedDrawing, LeavesTheOneThatADialogWasOpenedFor) {
+    ASSERT_NO_FATAL_FAILURE(drop());
     Answers answers;
     answers.then([&](QWidget& dialog) {
         QApplication::processEvents();

@@ -188,14 +188,26 @@ PathState stateOf(const struct ::stat& status) {
     return state;
 }
 
-// In a folder with the sticky bit only the owner of a file, or of the folder, may give its name to another.
-bool mayRename(const struct ::stat& file, const std::string& folder) {
-    struct ::stat status {};
-    if (::stat(folder.c_str(), &status) != 0 || (status.st_mode & S_ISVTX) == 0) {
-        return true;
+// Why a file that may be written cannot give its name to another: it is a mount of its own or may only grow, or its folder
+// has the sticky bit, so that only the owner of one of them may rename it.
+std::error_code mayGiveItsName(const std::string& path, const struct ::stat& file) {
+#ifdef STATX_ATTR_MOUNT_ROOT
+    struct ::statx more {};
+    if (::statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_BASIC_STATS, &more) == 0) {
+        if ((more.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0) {
+            return systemError(EBUSY);
+        }
+        if ((more.stx_attributes & (STATX_ATTR_APPEND | STATX_ATTR_IMMUTABLE)) != 0) {
+            return systemError(EPERM);
+        }
+    }
+#endif
+    struct ::stat folder {};
+    if (::stat(folderOf(path).c_str(), &folder) != 0 || (folder.st_mode & S_ISVTX) == 0) {
+        return {};
     }
     const uid_t user = ::geteuid();
-    return user == 0 || user == file.st_uid || user == status.st_uid;
+    return user == 0 || user == file.st_uid || user == folder.st_uid ? std::error_code() : systemError(EPERM);
 }
 
 } // namespace
@@ -300,8 +312,10 @@ std::error_code TemporaryFile::make(const std::string& target, AtLink atLink) {
             return denied;
         }
     }
-    if (isThere && !mayRename(status, folderOf(target_))) {
-        return systemError(EPERM);
+    if (isThere) {
+        if (const std::error_code denied = mayGiveItsName(target_, status)) {
+            return denied;
+        }
     }
     if (!isThere && atLink == AtLink::Follow && ::lstat(target_.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
         return systemError(ENOENT); // a link that leads to nothing

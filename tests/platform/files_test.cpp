@@ -13,7 +13,10 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
+#include <linux/fs.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -117,6 +120,25 @@ TEST_F(Files, TheFileOfSomebodyElseInAStickyFolderIsRefusedBeforehand) {
         EXPECT_FALSE(TemporaryFile().make(file("a"))) << "it is ours";
     }
     EXPECT_EQ(names(), (std::set<std::string>{"a", "link"}));
+}
+
+TEST_F(Files, AFileThatMayOnlyGrowIsRefusedBeforehand) {
+    put(file("a"), "theirs");
+    const int descriptor = ::open(file("a").c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(descriptor, 0);
+    int flags = 0;
+    const bool known = ::ioctl(descriptor, FS_IOC_GETFLAGS, &flags) == 0;
+    const auto set = [&](int wanted) { return ::ioctl(descriptor, FS_IOC_SETFLAGS, &wanted) == 0; };
+    if (!known || !set(flags | FS_APPEND_FL)) {
+        ::close(descriptor);
+        GTEST_SKIP() << "nobody here may set that";
+    }
+    EXPECT_EQ(TemporaryFile().make(file("a")).value(), EPERM);
+    EXPECT_EQ(TemporaryFile().make(file("a"), AtLink::Replace).value(), EPERM);
+    EXPECT_TRUE(set(flags));
+    EXPECT_FALSE(TemporaryFile().make(file("a")));
+    ::close(descriptor);
+    EXPECT_EQ(names(), (std::set<std::string>{"a"}));
 }
 
 TEST_F(Files, WhatIsThereCanBeRefusedAtTheLastMoment) {

@@ -13,6 +13,8 @@
 #include <QSettings>
 #include <QSignalSpy>
 
+#include <sqlite3.h>
+
 #include <cmath>
 #include <set>
 
@@ -442,6 +444,22 @@ TEST_F(DroppedDrawing, LeavesTheOneThatADialogWasOpenedFor) {
     window->workbench().showPaper(PaperKind::Plan);
     QApplication::processEvents();
     EXPECT_EQ(window->session().path(), "") << "what was dropped is not kept for later";
+}
+
+TEST_F(DeskWindow, WhatIsOddAboutADrawingIsSaidWhenItOpens) {
+    import(folder.example(QStringLiteral("cadastral.sim")));
+    const QString path = folder.path(QStringLiteral("a.gpkg"));
+    ASSERT_TRUE(window->session().save(path.toStdString()));
+    const QString note = QStringLiteral("「Name」");
+    ASSERT_TRUE(window->openFile(path));
+    EXPECT_FALSE(said(note));
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, "ALTER TABLE points RENAME COLUMN \"Name\" TO title", nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+    ASSERT_TRUE(window->openFile(path));
+    EXPECT_TRUE(said(note)) << window->command().said().toStdString();
 }
 
 TEST_F(DeskWindow, ADamagedDrawingIsRefusedAndTheOpenOneStays) {

@@ -68,6 +68,8 @@ class DeskSession {
     std::uint64_t state() const { return serialNow(); }
     // Where the drawing is kept; empty for a new one.
     const std::string& path() const { return host_.currentDocument()->store().path(); }
+    // What is odd about the drawing that was opened: what was left out, or read otherwise than it stands.
+    const std::vector<drawing::StoreNote>& notes() const { return host_.currentDocument()->store().notes(); }
     // True if closing the drawing would lose something. Steps taken back or made again to the state that was saved
     // leave nothing to lose.
     bool hasChanges() const;

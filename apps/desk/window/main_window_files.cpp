@@ -118,7 +118,14 @@ bool MainWindow::openDrawing(const QString& path) {
     recovery_.forget();
     rememberFile(path);
     command_->say(texts_(Text::Opened).arg(QDir::toNativeSeparators(path)));
+    sayNotes();
     return true;
+}
+
+void MainWindow::sayNotes() {
+    for (const drawing::StoreNote& note : session_.notes()) {
+        command_->say(QString::fromStdString(drawing::noteText(note, texts_.language())));
+    }
 }
 
 Outcome MainWindow::showDrawing(const std::string& path) {

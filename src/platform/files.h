@@ -97,8 +97,8 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    // Makes the file. A target that is there must be a file that may be written (errc::is_a_directory or another
-    // error says otherwise); the complete file gets its rights, or those of any new file.
+    // Makes the file. A target that is there must be a file that may be written and may give its name to another
+    // (errc::is_a_directory or another error says otherwise); the complete file gets its rights, or those of any new file.
     [[nodiscard]] std::error_code make(const std::string& target, AtLink atLink = AtLink::Follow);
 
     // Where the file lies until it takes its name, for a library that opens files by name.

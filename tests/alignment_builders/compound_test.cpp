@@ -579,9 +579,11 @@ TEST(MakAORP, OfAnyPointTheAnswerIsAChainOrMinusOne) {
         const double reach = radius1 + 2.0 * radius2;
         const double p[2] = {r1.k1 + random.uniform(-reach, reach), r1.k2 + random.uniform(-reach, reach)};
         const Calelm before[3] = {r1, a, r2};
-        const int status = ali_makAOR_P(p, random.coin() ? 1 : -1, &r1, &a, &r2);
+        const bool given_first = random.coin();
+        const int status = ali_makAOR_P(p, given_first ? 1 : -1, &r1, &a, &r2);
         done += status == 0 ? 1 : 0;
         ASSERT_TRUE(status == 0 || status == -1) << i << ' ' << status;
+        ASSERT_TRUE(status != 0 || tangent_chain(given_first ? std::vector{r1, a, r2} : std::vector{r2, a, r1})) << i;
         ASSERT_TRUE(status == 0 || (identical(r1, before[0]) && identical(a, before[1]) && identical(r2, before[2])));
     }
     EXPECT_GT(done, 100);

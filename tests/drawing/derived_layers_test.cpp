@@ -146,28 +146,32 @@ TEST_F(DerivedLayers, ACopyUnderAnotherNameHasThemAnew) {
     EXPECT_EQ(OtherProgram(copy).one("SELECT count(geom) FROM alignments"), "1");
 }
 
-// Curves of a full circle and more, and elements shorter than what is told, do not tell which vertex is whose.
+// Elements shorter than what is told and joints that are broken; and curves of a full circle and more, which do not tell
+// which vertex is whose.
 TEST_F(DerivedLayers, NothingIsSaidOfLinesAsTheyWereDrawn) {
-    const std::size_t alignment =
-        drawing_.addAlignment(drawing_.sites().front().id, "環", "0", kStandardStyle, kStandardStyle);
-    Element element;
-    element.type = ElementType::Arc;
-    element.startRadius = element.endRadius = 10;
-    const double lengths[] = {0.0, 0.004, 0.004, 0.004, 20.0 * std::numbers::pi, 61.0, 0.0, 0.011, 0.02, 400.0, 0.001};
-    for (const double length : lengths) {
-        element.length = length;
-        element.end = poseOnElement(element, length).point;
+    const std::vector<double> plain = {0.0, 0.004, 0.004, 0.004, 61.0, 0.0, 0.011, 0.02, 40.0, 0.001};
+    const std::vector<double> winding = {5.0, 20.0 * std::numbers::pi, 7.0, 400.0};
+    for (const std::vector<double>& lengths : {plain, winding}) {
+        const std::size_t alignment =
+            drawing_.addAlignment(drawing_.sites().front().id, "環", "0", kStandardStyle, kStandardStyle);
+        Element element;
+        element.type = ElementType::Arc;
+        element.startRadius = element.endRadius = 10;
+        for (const double length : lengths) {
+            element.length = length;
+            element.end = poseOnElement(element, length).point;
+            drawing_.addElement(alignment, element);
+            element.start = element.end;
+            element.direction = element.endDirection();
+        }
+        // A joint that is broken, and a straight of its own behind it.
+        element.type = ElementType::Straight;
+        element.startRadius = element.endRadius = kInfiniteRadius;
+        element.start.x += 5;
+        element.length = 1;
+        element.end = poseOnElement(element, 1).point;
         drawing_.addElement(alignment, element);
-        element.start = element.end;
-        element.direction = element.endDirection();
     }
-    // A joint that is broken, and a straight of its own behind it.
-    element.type = ElementType::Straight;
-    element.startRadius = element.endRadius = kInfiniteRadius;
-    element.start.x += 5;
-    element.length = 1;
-    element.end = poseOnElement(element, 1).point;
-    drawing_.addElement(alignment, element);
     ASSERT_TRUE(store_.save(path_, drawing_));
     EXPECT_EQ(told(StoreNoteCode::LinesDiffer), "");
 }

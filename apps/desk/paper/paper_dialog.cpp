@@ -301,10 +301,11 @@ void PaperDialog::refresh() {
 }
 
 // A button that is pressed by its key leaves the focus in the line that is being written.
-void PaperDialog::takeTyped() {
+bool PaperDialog::takeTyped() {
     if (qobject_cast<QLineEdit*>(focusWidget()) != nullptr) {
         refresh();
     }
+    return !plot_.pages.empty();
 }
 
 void PaperDialog::showPage(int page) {
@@ -354,8 +355,7 @@ void PaperDialog::drawPreview() {
 }
 
 bool PaperDialog::savePdf() {
-    takeTyped();
-    if (plot_.pages.empty()) {
+    if (!takeTyped()) {
         return false;
     }
     const QString file = askTarget(
@@ -390,8 +390,7 @@ bool PaperDialog::savePdfAs(const QString& file) {
 }
 
 bool PaperDialog::print() {
-    takeTyped();
-    if (plot_.pages.empty()) {
+    if (!takeTyped()) {
         return false;
     }
     QPrinter printer(QPrinter::HighResolution);

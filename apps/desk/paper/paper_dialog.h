@@ -57,7 +57,7 @@ class PaperDialog : public QDialog {
     void makeForm(QFormLayout& form, const PaperStart& start);
     void makePreview(QWidget& pane);
     void refresh();
-    void takeTyped();
+    bool takeTyped(); // false if there are no pages then
     void showState();
     void drawPreview();
     bool savePdfAs(const QString& file);

@@ -202,7 +202,7 @@ class MainWindow : public QMainWindow {
     void updateTitle();
     void updateActions();
     void sayNotes(const host::embedded::LayoutNotes& notes);
-    void sayNotes(); // on the drawing that was opened
+    void sayDrawingNotes(); // on the one that was opened
     void focusNextPane(int step);
     void setZone(int zone);
     void setEncoding(const QString& setting);

@@ -118,11 +118,11 @@ bool MainWindow::openDrawing(const QString& path) {
     recovery_.forget();
     rememberFile(path);
     command_->say(texts_(Text::Opened).arg(QDir::toNativeSeparators(path)));
-    sayNotes();
+    sayDrawingNotes();
     return true;
 }
 
-void MainWindow::sayNotes() {
+void MainWindow::sayDrawingNotes() {
     for (const drawing::StoreNote& note : session_.notes()) {
         command_->say(QString::fromStdString(drawing::noteText(note, texts_.language())));
     }

@@ -124,13 +124,13 @@ std::uint64_t DrawingReader::readHighestId(Connection& connection) {
 Drawing DrawingReader::read(Load load) {
     head_ = readHead(connection_);
     shape_.emplace(connection_);
-    shape_->requirePlane(connection_, head_.zone);
+    systems_ = shape_->systems(connection_);
+    DrawingShape::requirePlane(systems_, head_.zone);
     notes_ = shape_->notes();
     readNamed();
     readImports();
     readAlignments();
     if (load == Load::Everything) {
-        readSystems();
         readEntities();
         noteLots(connection_, *shape_, notes_);
         noteLines(connection_, *shape_, drawing_, notes_);
@@ -256,22 +256,13 @@ std::size_t DrawingReader::layerNamed(std::string_view name) {
     return drawing_.layers_.size() - 1;
 }
 
-void DrawingReader::readSystems() {
-    if (!shape_->hasColumn("gpkg_geometry_columns", "table_name") ||
-        !shape_->hasColumn("gpkg_geometry_columns", "srs_id")) {
-        return; // as requirePlane does
-    }
-    Statement rows(connection_, sql::kReadColumnsSrs);
-    while (rows.step()) {
-        if (rows.text(0) == "points" || rows.text(0) == "polylines") {
-            systems_[rows.text(0) == "polylines" ? 1 : 0] = rows.integer(1);
-        }
-    }
-}
-
 // Nothing in a geometry tells whether its numbers are in the system that it names: they are taken in the table's.
-bool DrawingReader::isOtherSystem(std::int32_t srs, bool isPolyline) const {
-    return srs > 0 && srs != systems_[isPolyline ? 1 : 0] && srs != srsOfZone(head_.zone);
+bool DrawingReader::isOtherSystem(std::int32_t srs, const char* table) const {
+    if (srs <= 0 || srs == srsOfZone(head_.zone)) {
+        return false;
+    }
+    const auto own = systems_.find(table);
+    return own == systems_.end() || own->second != srs;
 }
 
 void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid, std::uint64_t id) {
@@ -293,7 +284,7 @@ void DrawingReader::addEntity(Statement& row, bool isPolyline, std::int64_t fid,
         if (read.kind != (isPolyline ? BlobKind::Line : BlobKind::Point)) {
             return count(notes_, StoreNoteCode::OtherGeometry, table, nameOfGeometry(read.type), fid);
         }
-        if (isOtherSystem(read.srs, isPolyline)) {
+        if (isOtherSystem(read.srs, table)) {
             count(notes_, StoreNoteCode::OtherSystem, table, {}, fid);
         }
     }

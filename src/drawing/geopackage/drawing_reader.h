@@ -3,12 +3,11 @@
 
 #include "drawing/geopackage/drawing_shape.h"
 #include "drawing/geopackage/geometry_blob.h"
-#include "drawing/geopackage/reference_systems.h"
 #include "drawing/geopackage/sqlite_handles.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -52,8 +51,7 @@ class DrawingReader {
     void readImports();
     void readAlignments();
     std::string entityQuery(bool isPolyline, bool one) const;
-    void readSystems();
-    bool isOtherSystem(std::int32_t srs, bool isPolyline) const;
+    bool isOtherSystem(std::int32_t srs, const char* table) const;
     void readEntities();
     void requireSoundIdentifiers();
     void readTakenIdentifiers();
@@ -70,8 +68,8 @@ class DrawingReader {
     Drawing drawing_;
     std::size_t layersInFile_ = 0; // the others are those that features name
     std::size_t tablesInFile_ = 0;
-    std::vector<std::uint64_t> otherIds_; // of all but points and polylines, in rising order
-    std::array<std::int64_t, 2> systems_{kUndefinedSrs, kUndefinedSrs}; // of the tables of points and of polylines
+    std::vector<std::uint64_t> otherIds_;         // of all but points and polylines, in rising order
+    std::map<std::string, std::int64_t> systems_; // of the layers, by table
     std::vector<StoreNote> notes_;
     std::vector<NewIdentifier> newIdentifiers_;
     std::vector<MdGePoint3d> vertices_;

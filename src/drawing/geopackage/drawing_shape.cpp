@@ -326,16 +326,21 @@ void DrawingShape::requireWritable() const {
     }
 }
 
-void DrawingShape::requirePlane(Connection& connection, int zone) const {
-    if (!hasColumn("gpkg_geometry_columns", "table_name") || !hasColumn("gpkg_geometry_columns", "srs_id")) {
-        return;
+std::map<std::string, std::int64_t> DrawingShape::systems(Connection& connection) const {
+    std::map<std::string, std::int64_t> systems;
+    if (hasColumn("gpkg_geometry_columns", "table_name") && hasColumn("gpkg_geometry_columns", "srs_id")) {
+        Statement rows(connection, sql::kReadColumnsSrs);
+        while (rows.step()) {
+            systems.emplace(rows.text(0), rows.integer(1));
+        }
     }
-    Statement rows(connection, sql::kReadColumnsSrs);
-    while (rows.step()) {
-        const std::int64_t srs = rows.integer(1);
+    return systems;
+}
+
+void DrawingShape::requirePlane(const std::map<std::string, std::int64_t>& systems, int zone) {
+    for (const auto& [table, srs] : systems) {
         const bool undefined = srs <= 0;
         if (!undefined && (zone == 0 ? !isPlaneRectangular(srs) : srs != srsOfZone(zone))) {
-            const std::string table(rows.text(0));
             reshaped({"its table '" + table + "' was brought into the reference system " + std::to_string(srs) +
                           ", which is not the drawing's",
                       "表「" + table + "」が図面と異なる座標系(" + std::to_string(srs) + ")に変換されています"});

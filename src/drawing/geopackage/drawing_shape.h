@@ -34,9 +34,11 @@ class DrawingShape {
     // Throws a StoreFailure if rows cannot be written into these tables.
     void requireWritable() const;
 
+    // The reference systems that the file names for the layers of ours, by table.
+    std::map<std::string, std::int64_t> systems(Connection& connection) const;
     // Throws a StoreFailure, Reshaped, if another program brought objects into another reference system than that of the
     // zone; 0 for a drawing of no zone, whose tables may be in any plane rectangular one.
-    void requirePlane(Connection& connection, int zone) const;
+    static void requirePlane(const std::map<std::string, std::int64_t>& systems, int zone);
 
     // "a, NULL, b": the columns that are there, in SQL.
     std::string list(std::string_view table, const std::vector<std::string_view>& columns) const;
